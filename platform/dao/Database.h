@@ -1,0 +1,123 @@
+#pragma once
+
+#include <dao/sql/Compiled.h>
+#include <dao/values/DaoException.h>
+#include <dao/values/Progress.h>
+#include <dao/values/Schema.h>
+#include <dao/values/Value.h>
+
+#include <memory>
+
+namespace dao {
+
+class Database;
+class DatabaseImpl;
+class Recordset;
+
+/// A workspace: the transactions over all of its open databases. Nested up to five levels; an inner commit is undone by an
+/// outer roll back. Destroying it rolls back what is open.
+class Workspace
+{
+public:
+    Workspace();
+    ~Workspace();
+    Workspace(const Workspace &) = delete;
+    Workspace &operator=(const Workspace &) = delete;
+
+    /// Errors: 3003 nested too deep; 3034 commit or rollback without begin.
+    void beginTrans();
+    void commitTrans();
+    void rollback();
+    int transactionDepth() const;
+
+private:
+    friend class Database;
+    struct Impl;
+    std::shared_ptr<Impl> m_impl;
+};
+
+/// What a new file remembers of the format that was asked for (see docs/decisions): 32 Jet 3.x, 64 Jet 4.0.
+enum class FileFormat : int { Jet3 = 32, Jet4 = 64 };
+
+enum class OpenMode { Update, ReadOnly };
+
+/// One open database file. Paths are those of the machine.
+class Database
+{
+public:
+    explicit Database(Workspace &workspace);
+    ~Database();
+    Database(const Database &) = delete;
+    Database &operator=(const Database &) = delete;
+
+    /// A new empty database, left open. locale is kept as a property. Errors: 3204 exists, 3044 no such folder, 3051 no right.
+    void create(const QString &path, const QString &locale, FileFormat format = FileFormat::Jet4);
+    /// Errors: 3024 no such file, 3343 not a database of ours, 3051 no right, 3045 in use. A file or folder without the right
+    /// to write is opened read-only (isUpdatable() is false) without an attempt to write.
+    void open(const QString &path, OpenMode mode = OpenMode::Update);
+    void close();
+    bool isOpen() const;
+    bool isUpdatable() const;
+    QString name() const; ///< the file's path; empty when closed
+    FileFormat fileFormat() const;
+
+    // Definitions. Lists are in order of creation (tables) or of name (stored queries).
+    const SchemaView &schema() const;
+    QStringList tableNames() const; ///< system and hidden tables included
+    bool hasTable(QStringView name) const;
+    const TableInfo &table(QStringView name) const; ///< error 3265
+    void createTable(const TableInfo &table);
+    void deleteTable(QStringView name);
+    void addField(QStringView table, const FieldInfo &field);
+    void deleteField(QStringView table, QStringView field);
+    void createIndex(QStringView table, const IndexInfo &index);
+    void deleteIndex(QStringView table, QStringView index);
+    QList<RelationInfo> relations() const;
+    void createRelation(const RelationInfo &relation);
+    void deleteRelation(QStringView name);
+    QStringList queryNames() const;
+    bool hasQuery(QStringView name) const;
+    QueryInfo query(QStringView name) const; ///< error 3265
+    void createQuery(const QueryInfo &query); ///< error 3012 when it exists
+    void setQuerySql(QStringView name, const QString &sql);
+    void deleteQuery(QStringView name);
+    /// Properties of the file itself, as text.
+    QString property(const QString &name) const;
+    void setProperty(const QString &name, const QString &value);
+
+    /// Runs an action statement without parameters, failing on the first error, the statement undone as a whole.
+    /// Returns the rows affected. Error 3065 for a statement that returns rows, 3061 when it has parameters.
+    int execute(const QString &sql);
+
+    /// Brings the planner's statistics up to date; call after large changes. No table name: all tables.
+    void analyze(const QString &table = {});
+    /// Statistics for a table that is still empty: expected rows, and for each index the rows that share the first 1, 2, ...
+    /// of its fields. So a new database plans its queries well before it holds data.
+    struct IndexStatistics { QString index; QList<qint64> rowsPerKey; };
+    void seedStatistics(const QString &table, qint64 rows, const QList<IndexStatistics> &indexes);
+
+    /// The progress object that running statements consult; null for none. Not owned.
+    void setProgress(Progress *progress);
+
+    DatabaseImpl &impl() const;
+
+private:
+    std::unique_ptr<DatabaseImpl> m_impl;
+};
+
+/// A begun transaction that rolls back when it is left without commit().
+class Transaction
+{
+public:
+    explicit Transaction(Workspace &workspace) : m_workspace(&workspace) { workspace.beginTrans(); }
+    ~Transaction();
+    Transaction(const Transaction &) = delete;
+    Transaction &operator=(const Transaction &) = delete;
+    void commit();
+    void rollback();
+
+private:
+    Workspace *m_workspace;
+};
+
+} // namespace dao

@@ -1,0 +1,109 @@
+#pragma once
+#include <dao/values/DaoException.h>
+#include <dao/values/Schema.h>
+
+#include <QList>
+#include <QString>
+#include <variant>
+
+namespace dao::sql {
+
+/// A parameter of a statement: declared in PARAMETERS, or a name that resolved to nothing.
+struct Parameter {
+    QString name;    ///< without brackets
+    DataType type = DataType::Text; ///< declared, or that of what it is compared with or assigned to; else Text
+    bool declared = false;
+    SourceRange where; ///< its first appearance
+};
+
+/// Why rows of a result cannot be updated. Each has a text for the user (notUpdatableText).
+enum class NotUpdatable {
+    No, ///< it can
+    Distinct,
+    Grouped,
+    Aggregate,
+    Union,
+    Crosstab,
+    CommaJoin,
+    NoTable,
+    SubqueryColumn,
+    NestedQuery, ///< a source that is itself not updatable
+    ReadOnlyDatabase
+};
+QString notUpdatableText(NotUpdatable reason);
+
+/// An output column.
+struct Column {
+    FieldInfo info; ///< name, type, size; sourceTable and sourceField when it is a plain field; its rule, default, ...
+    int source = -1; ///< index into SelectPlan::sources of the table the field is read from; -1 for an expression
+    bool updatable = false;
+};
+
+/// A base table whose rows make up a result row.
+struct KeySource {
+    QString table;     ///< table name
+    QString alias;     ///< as the user calls it
+    bool nullable = false; ///< on the null-supplied side of an outer join: its key may be Null
+    bool deletable = false; ///< deleting the result row deletes this table's row
+};
+
+/// A row-returning statement. In every SQL text the parameters are bound as ?1..?n in the order of
+/// CompiledStatement::parameters, and the row's keys, where there are any, as ?n+1..?n+k in the order of sources.
+struct SelectPlan {
+    QList<Column> columns;
+    /// The select list, all rows, one pass.
+    QString fullSql;
+    /// True when a row can be found again by the keys of its sources; else it must be materialised.
+    bool keyed = false;
+    QList<KeySource> sources;
+    /// Only the keys of the sources (one integer column each), all rows, in the asked order, else in the table's own.
+    QString keySql;
+    /// The select list of the one row with the given keys.
+    QString rowSql;
+    NotUpdatable whyNot = NotUpdatable::No;
+    bool updatable() const { return whyNot == NotUpdatable::No; }
+};
+
+/// A statement that changes rows: steps of inner SQL run in order inside one savepoint.
+struct ActionPlan {
+    struct Step {
+        QString sql;
+        bool countsRows = false; ///< the rows it changes are those reported as affected
+    };
+    QList<Step> steps;
+    QString table; ///< the (first) table changed
+};
+
+/// SELECT ... INTO: the new table with the types of the select list, then filled from the select.
+struct SelectIntoPlan {
+    TableInfo table;
+    SelectPlan select;
+};
+
+// Definitions: what to do, carried out by the catalog.
+struct CreateTablePlan { TableInfo table; QList<RelationInfo> relations; };
+struct AddFieldPlan { QString table; FieldInfo field; QList<IndexInfo> indexes; QList<RelationInfo> relations; };
+struct AlterFieldPlan { QString table; FieldInfo field; };
+struct DropFieldPlan { QString table; QString field; };
+struct AddConstraintPlan { QString table; QList<IndexInfo> indexes; QList<RelationInfo> relations; QString checkName; QString check; };
+struct DropConstraintPlan { QString table; QString name; };
+struct DropTablePlan { QString name; }; ///< a table or stored query of that name
+struct CreateIndexPlan { QString table; IndexInfo index; };
+struct DropIndexPlan { QString table; QString index; };
+struct CreateQueryPlan { QueryInfo query; };
+struct DropQueryPlan { QString name; };
+/// EXECUTE of a stored query; the arguments' inner SQL expressions go to its parameters in order.
+struct ExecutePlan { QString query; QStringList arguments; };
+
+using Plan = std::variant<SelectPlan, ActionPlan, SelectIntoPlan, CreateTablePlan, AddFieldPlan, AlterFieldPlan, DropFieldPlan,
+                          AddConstraintPlan, DropConstraintPlan, DropTablePlan, CreateIndexPlan, DropIndexPlan,
+                          CreateQueryPlan, DropQueryPlan, ExecutePlan>;
+
+struct CompiledStatement {
+    QList<Parameter> parameters; ///< declared ones first, then the others in order of appearance
+    Plan plan;
+
+    bool returnsRows() const { return std::holds_alternative<SelectPlan>(plan); }
+};
+
+} // namespace dao::sql

@@ -1,0 +1,30 @@
+#pragma once
+#include "Compiled.h"
+
+namespace dao::sql {
+
+/// Compiles one statement of Access SQL: lexer, parser, binder, generator.
+/// Throws DaoException with the engine's number and a place in the text.
+CompiledStatement compile(const SchemaView &schema, const QString &text);
+
+/// Only lexer and parser: throws on a syntax error, never looks at the schema.
+void checkSyntax(const QString &text);
+
+/// A validation rule as a pure condition of the inner engine over one column, with only operators and functions that every
+/// SQLite tool has, so that it can stand in a CHECK constraint; empty optional when the rule needs more than that (then
+/// the engine alone enforces it, through ruleWithFunctions).
+/// The field is the implied left operand where a comparison has none. Throws DaoException for a rule that is no rule.
+std::optional<QString> ruleAsCheck(const QString &rule, const FieldInfo &field);
+QString ruleWithFunctions(const QString &rule, const FieldInfo &field);
+
+/// A default value as inner SQL. A bare word that is no expression counts as text.
+struct DefaultExpression {
+    QString sql;
+    bool constant = false; ///< a literal, fit for a DEFAULT clause of any SQLite tool
+};
+DefaultExpression defaultExpression(const QString &text, const FieldInfo &field);
+
+/// A name as the inner engine quotes it.
+QString quotedName(QStringView name);
+
+} // namespace dao::sql

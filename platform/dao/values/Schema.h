@@ -1,0 +1,90 @@
+#pragma once
+#include "DataType.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace dao {
+
+/// What is known of a field: of a table, or of the output of a query.
+struct FieldInfo {
+    QString name;
+    DataType type = DataType::Unknown;
+    int size = 0; ///< characters for Text, else the bytes of the type; 0 when it has none
+    int ordinal = 0;
+    int attributes = 0;
+    bool required = false;
+    bool allowZeroLength = false;
+    QString defaultValue;
+    QString validationRule;
+    QString validationText;
+    QString sourceTable; ///< base table of a query's field; empty for an expression
+    QString sourceField;
+
+    bool isAutoIncrement() const { return attributes & AutoIncrement; }
+};
+
+struct IndexField {
+    QString name;
+    bool descending = false;
+};
+
+struct IndexInfo {
+    QString name;
+    QList<IndexField> fields;
+    bool primary = false;
+    bool unique = false;
+    bool ignoreNulls = false;
+    bool required = false;
+    bool foreign = false;
+};
+
+struct RelationField {
+    QString field;        ///< of the primary table
+    QString foreignField; ///< of the foreign table
+};
+
+struct RelationInfo {
+    QString name;
+    QString table;
+    QString foreignTable;
+    int attributes = 0;
+    QList<RelationField> fields;
+};
+
+struct TableInfo {
+    QString name;
+    int attributes = 0;
+    QList<FieldInfo> fields;
+    QList<IndexInfo> indexes;
+    QString validationRule;
+    QString validationText;
+    /// The inner engine's name of the row key, chosen so that no field of the table hides it.
+    QString keyColumn = QStringLiteral("rowid");
+
+    /// Ordinal of a field by name without regard to case, or -1.
+    int indexOf(QStringView fieldName) const;
+    const FieldInfo *field(QStringView fieldName) const;
+    const IndexInfo *index(QStringView indexName) const;
+};
+
+struct QueryInfo {
+    QString name;
+    QString sql;
+};
+
+/// The schema as the compiler sees it. Names are matched without regard to case. The pointers live until the next change
+/// of the schema.
+class SchemaView
+{
+public:
+    virtual ~SchemaView() = default;
+    virtual const TableInfo *findTable(QStringView name) const = 0;
+    virtual const QueryInfo *findQuery(QStringView name) const = 0;
+    /// For "did you mean": all names of tables and stored queries that users see.
+    virtual QStringList sourceNames() const = 0;
+};
+
+} // namespace dao

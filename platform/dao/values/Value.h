@@ -1,0 +1,75 @@
+#pragma once
+#include "DataType.h"
+
+#include <QByteArray>
+#include <QString>
+#include <variant>
+
+namespace dao {
+
+/// A field value. Its kind is one of the OLE variant types, by their codes.
+class Value
+{
+public:
+    enum class Type : int {
+        Empty = 0, ///< no value at all: not set, or a conversion that failed
+        Null = 1,
+        Short = 2,
+        Long = 3,
+        Float = 4,
+        Double = 5,
+        Currency = 6,
+        Date = 7,
+        Text = 8,
+        Boolean = 11,
+        Byte = 17,
+        Binary = 8209
+    };
+
+    Value() = default; ///< Empty
+    static Value null();
+    static Value fromShort(qint16 value);
+    static Value fromLong(qint32 value);
+    static Value fromFloat(float value);
+    static Value fromDouble(double value);
+    /// value in ten-thousandths
+    static Value fromCurrencyScaled(qint64 tenThousandths);
+    /// days since 1899-12-30 as OLE automation counts them
+    static Value fromDate(double days);
+    static Value fromText(const QString &text);
+    static Value fromBoolean(bool value);
+    static Value fromByte(quint8 value);
+    static Value fromBinary(const QByteArray &bytes);
+
+    Type type() const { return m_type; }
+    bool isNull() const { return m_type == Type::Null; }
+    bool isEmpty() const { return m_type == Type::Empty; }
+    /// Null or Empty
+    bool hasNoValue() const { return m_type == Type::Null || m_type == Type::Empty; }
+
+    /// The integer held by Short, Long, Byte, Boolean (-1/0) and Currency (ten-thousandths); 0 otherwise.
+    qint64 integer() const;
+    /// Any numeric, Currency, Date or Boolean value as a double; 0 for the rest.
+    double real() const;
+    /// The text of a Text value; empty for the rest (no conversion).
+    QString text() const;
+    QByteArray binary() const;
+    bool boolean() const { return integer() != 0; }
+
+    /// Same type and same content. Text is compared exactly.
+    bool operator==(const Value &other) const = default;
+
+private:
+    Type m_type = Type::Empty;
+    std::variant<std::monostate, qint64, double, QString, QByteArray> m_data;
+};
+
+/// The value kind in which a field of that type is read.
+Value::Type valueTypeOf(DataType type);
+
+/// A value as another type, as the engine assigns it: numbers round half to even and are range checked, numeric text is
+/// read with a decimal point, dates from text in US order or ISO form, Null stays Null (Boolean: Null becomes False).
+/// Empty when the value cannot be converted.
+Value convertValue(const Value &value, DataType type);
+
+} // namespace dao
