@@ -1,0 +1,10 @@
+#include "Call.h"
+
+namespace dao::functions {
+
+std::span<const Entry> formatEntries()
+{
+    return {};
+}
+
+} // namespace dao::functions
