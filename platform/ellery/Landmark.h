@@ -1,0 +1,44 @@
+#pragma once
+#include "Tube.h"
+
+#include <QList>
+#include <QString>
+
+namespace ellery {
+
+/// An axial landmark of the tubes: a tube end, tubesheet face, support plate or anti-vibration bar.
+struct Landmark {
+    int number = 0;
+    QString type;  ///< "TUBE END", "TUBESHEET", "SUPPORT", "AVB" and the like
+    QString name;  ///< as reports call it: "TEH", "TSH", "01H", "AV1", ...
+    int leg = 0;   ///< -1 none, 0 outlet, 1 inlet, 2 U-bend
+    float pos = 0; ///< along the tube from the inlet end, for the innermost row
+    float angle = 0; ///< degrees; 0 for a support plate, of a bar in the U-bend its place on the bend
+    int firstRow = 0;
+    int lastRow = 999;
+    /// True when offsets from it count in the direction of growing distance from the inlet end.
+    bool forward = true;
+
+    /// The landmark's position along that tube: a longer U-bend moves everything on the outlet side.
+    void setDist(const Tube &tube, float bendLengthPerRow);
+};
+
+/// The landmarks that hold for some of the rows of a component.
+class LandmarkSet
+{
+public:
+    int number = 0;
+    /// Growth of the U-bend's length from one row to the next, in the unit of pos.
+    float bendLengthPerRow = 0;
+    QList<Landmark> landmarks;
+
+    int numLand() const { return int(landmarks.size()); }
+    const Landmark &operator[](int index) const { return landmarks[index]; }
+    /// First landmark of exactly that name, or -1.
+    int find(QStringView name) const;
+    bool appliesTo(const Tube &tube) const;
+    int firstRow = 0;
+    int lastRow = 999;
+};
+
+} // namespace ellery
