@@ -1,7 +1,7 @@
 #pragma once
+#include <exception>
 #include <QByteArray>
 #include <QString>
-#include <exception>
 
 namespace tarnwick {
 
@@ -9,7 +9,11 @@ namespace tarnwick {
 class Error : public std::exception
 {
 public:
-    explicit Error(const QString &text) : m_text(text), m_what(text.toUtf8()) {}
+    explicit Error(const QString &text)
+        : m_text(text)
+        , m_what(text.toUtf8())
+    {
+    }
     const QString &text() const { return m_text; }
     const char *what() const noexcept override { return m_what.constData(); }
 

@@ -1,14 +1,15 @@
 #pragma once
 #include "Error.h"
 
+#include <memory>
 #include <QByteArray>
 #include <QString>
-#include <memory>
 
 namespace tarnwick {
 
-/// Writes a whole file beside the target, flushes it to the disk and lets it replace the target in one step, so that a crash
-/// leaves the old file or the new one. Throws FileError and leaves the target as it was. The folder is made when missing.
+/// Writes a whole file beside the target, flushes it to the disk and lets it replace the target in one step, so that a
+/// crash leaves the old file or the new one. Throws FileError and leaves the target as it was. The folder is made when
+/// missing.
 void writeFileAtomically(const QString &path, const QByteArray &content);
 
 /// The same for content made piece by piece; the writer may throw, then nothing is replaced.

@@ -22,14 +22,36 @@ class FormatArg
 {
 public:
     template <typename T>
-        requires std::is_integral_v<T>
-    FormatArg(T value) : m_value(qint64(value)), m_unsigned(std::is_unsigned_v<T>), m_bits(int(sizeof(T) * 8)) {}
-    FormatArg(double value) : m_value(value) {}
-    FormatArg(const QString &value) : m_value(value) {}
-    FormatArg(QStringView value) : m_value(value.toString()) {}
-    FormatArg(const char16_t *value) : m_value(QString::fromUtf16(value)) {}
-    FormatArg(QChar value) : m_value(value) {}
-    FormatArg(const JDateTime &value) : m_value(value) {}
+    requires std::is_integral_v<T> FormatArg(T value)
+        : m_value(qint64(value))
+        , m_unsigned(std::is_unsigned_v<T>)
+        , m_bits(int(sizeof(T) * 8))
+    {
+    }
+    FormatArg(double value)
+        : m_value(value)
+    {
+    }
+    FormatArg(const QString &value)
+        : m_value(value)
+    {
+    }
+    FormatArg(QStringView value)
+        : m_value(value.toString())
+    {
+    }
+    FormatArg(const char16_t *value)
+        : m_value(QString::fromUtf16(value))
+    {
+    }
+    FormatArg(QChar value)
+        : m_value(value)
+    {
+    }
+    FormatArg(const JDateTime &value)
+        : m_value(value)
+    {
+    }
 
     const auto &value() const { return m_value; }
     bool isUnsigned() const { return m_unsigned; }

@@ -1,8 +1,8 @@
 #pragma once
-#include <QString>
-#include <QStringView>
 #include <ctime>
 #include <optional>
+#include <QString>
+#include <QStringView>
 
 namespace tarnwick {
 
@@ -13,14 +13,17 @@ public:
     JDateTime() = default; ///< null
     static JDateTime now();
     static JDateTime fromSeconds(qint64 secondsSinceEpoch);
-    /// By mktime, daylight saving left to the library. month and day count from 1. Parts out of range carry over as mktime does.
+    /// By mktime, daylight saving left to the library. month and day count from 1. Parts out of range carry over as
+    /// mktime does.
     static JDateTime fromLocal(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
-    /// What mktime gives for a broken-down time whose every part is -1: the value of a date that could not be converted.
+    /// What mktime gives for a broken-down time whose every part is -1: the value of a date that could not be
+    /// converted.
     static JDateTime invalidDate();
     /// A typed date, time, or both: the user's locale, always also mm/dd/yyyy [hh:mm[:ss] [AM|PM]] and ISO (yyyy-mm-dd,
     /// with blank or T before the time). Empty optional when it is none of these or a part is out of range.
     static std::optional<JDateTime> parse(QStringView text);
-    /// Days since 1899-12-30, the fraction the time of day (OLE automation; before 1899 the fraction still counts forward).
+    /// Days since 1899-12-30, the fraction the time of day (OLE automation; before 1899 the fraction still counts
+    /// forward).
     static JDateTime fromOleDate(double days);
 
     bool isNull() const { return !m_seconds.has_value(); }

@@ -18,9 +18,9 @@ private:
     qint64 m_offset;
 };
 
-/// The toolkit's record files: 32-bit little-endian integers, 16-bit characters, 8-byte doubles, text as a 32-bit byte count
-/// and UTF-8. One object reads or writes; serialise() calls go both ways, so that a record states its layout once.
-/// A reader trusts nothing: every count is checked against what is left in the file before memory is taken.
+/// The toolkit's record files: 32-bit little-endian integers, 16-bit characters, 8-byte doubles, text as a 32-bit byte
+/// count and UTF-8. One object reads or writes; serialise() calls go both ways, so that a record states its layout
+/// once. A reader trusts nothing: every count is checked against what is left in the file before memory is taken.
 class JFile
 {
 public:
@@ -38,8 +38,8 @@ public:
     qint64 bytesLeft() const { return m_reading ? m_bytes.size() - m_offset : 0; }
     const QByteArray &bytes() const { return m_bytes; }
 
-    /// Magic, identifier, header version. On reading, throws JFileError when the magic or the identifier is another, or the
-    /// version is newer than the given one; returns the version read.
+    /// Magic, identifier, header version. On reading, throws JFileError when the magic or the identifier is another, or
+    /// the version is newer than the given one; returns the version read.
     int header(const QString &identifier, int version);
     /// True when the first four bytes are the magic number; the position stays.
     bool startsWithMagic() const;
@@ -62,8 +62,8 @@ public:
     void serializeByte(bool &value);
     /// A 32-bit record version: writes the newest; on reading refuses one below 1 or above the newest. Returns it.
     int version(int newest);
-    /// A 32-bit element count for elements of at least that many bytes each: on reading it is refused when the file cannot
-    /// hold so many.
+    /// A 32-bit element count for elements of at least that many bytes each: on reading it is refused when the file
+    /// cannot hold so many.
     qint32 count(qint64 elements, int minimumBytesEach);
 
     /// A list of records: the count, then each element through element(file, record).
@@ -73,7 +73,7 @@ public:
         const qint32 n = count(records.size(), minimumBytesEach);
         if (m_reading) {
             records.clear();
-            records.reserve(n);
+            records.reserve(qMin(n, kMostReserved));
             for (qint32 i = 0; i < n; ++i) {
                 T record{};
                 element(*this, record);
@@ -90,6 +90,9 @@ public:
     void commit();
 
 private:
+    /// A record takes more memory than its shortest form on the disk; a false count must not ask for all of it at once.
+    static constexpr qint32 kMostReserved = 4096;
+
     JFile(const QString &name, const QByteArray &bytes, bool reading);
     void need(qint64 bytes) const;
     template <typename T>

@@ -5,7 +5,8 @@
 
 namespace tarnwick {
 
-/// One printf-style specification with the text around it, as display formats use ("%.2f", "%3d%%", "%m/%d/%Y %X" for dates).
+/// One printf-style specification with the text around it, as display formats use ("%.2f", "%3d%%", "%m/%d/%Y %X" for
+/// dates).
 class JFormatSpec
 {
 public:

@@ -1,9 +1,9 @@
 #pragma once
 #include "JFile.h"
 
+#include <optional>
 #include <QList>
 #include <QString>
-#include <optional>
 
 namespace tarnwick {
 
@@ -11,7 +11,8 @@ namespace tarnwick {
 class JMacro
 {
 public:
-    struct Entry {
+    struct Entry
+    {
         QString name;
         QString value;
         bool operator==(const Entry &) const = default;

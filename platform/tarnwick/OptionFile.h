@@ -4,8 +4,8 @@
 
 namespace tarnwick {
 
-/// Settings kept between runs: one record file with a title and a version before the body. The path is in the suite's form,
-/// relative to the installation ("config\arvo\sql.opt").
+/// Settings kept between runs: one record file with a title and a version before the body. The path is in the suite's
+/// form, relative to the installation ("config\arvo\sql.opt").
 class OptionFile
 {
 public:
@@ -17,9 +17,9 @@ public:
     const QString &title() const { return m_title; }
     int version() const { return m_version; }
 
-    /// Loads the file when it is there; returns false and keeps the defaults when it is not. Throws JFileError for a damaged
-    /// file or one of another title, and for one of a newer version, which is then never overwritten by store(). The record
-    /// is as before when it throws.
+    /// Loads the file when it is there; returns false and keeps the defaults when it is not. Throws JFileError for a
+    /// damaged file or one of another title, and for one of a newer version, which is then never overwritten by
+    /// store(). The record is as before when it throws.
     bool load(const PathRoots &roots);
     /// Throws FileError; also when the file there is of a newer version.
     void store(const PathRoots &roots);

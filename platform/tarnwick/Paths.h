@@ -5,19 +5,21 @@
 namespace tarnwick {
 
 /// The folders that the suite's paths are relative to, as absolute paths of the machine with forward slashes.
-struct PathRoots {
+struct PathRoots
+{
     QString palomineDir; ///< the installation: option files, user folders
     QString projectDir;  ///< empty without a project
 
-    /// palomineDir from the environment (PALOMINE_DIR), else a folder "palomine" in the user's data folder, made on first
-    /// use with its sub-folders (config\arvo, user\queries, user\map_templates, user\map_headers, user\display_formats).
+    /// palomineDir from the environment (PALOMINE_DIR), else a folder "palomine" in the user's data folder, made on
+    /// first use with its sub-folders (config\arvo, user\queries, user\map_templates, user\map_headers,
+    /// user\display_formats).
     static PathRoots fromEnvironment(const QString &projectDir = {});
     /// Makes the installation's sub-folders where they are missing. Throws FileError.
     void makeInstallationFolders() const;
 };
 
-/// A path in the suite's form: backslashes, relative to the project folder, or beginning with "[PALOMINE_DIR]", or absolute.
-/// The only class that knows of separators; records keep text(), the machine gets machinePath().
+/// A path in the suite's form: backslashes, relative to the project folder, or beginning with "[PALOMINE_DIR]", or
+/// absolute. The only class that knows of separators; records keep text(), the machine gets machinePath().
 class SuitePath
 {
 public:

@@ -14,7 +14,8 @@ public:
     virtual bool cancelled() = 0;
 };
 
-/// A progress seen from a loop: cheap ticks, at most ten reports a second. Throws Cancelled from tick() when asked to stop.
+/// A progress seen from a loop: cheap ticks, at most ten reports a second. Throws Cancelled from tick() when asked to
+/// stop.
 class ProgressLoop
 {
 public:
@@ -22,19 +23,20 @@ public:
     ProgressLoop(Progress *progress, qint64 total, const QString &what);
     void tick(qint64 done)
     {
-        if (m_progress && ++m_calls >= kCallsBetweenLooks)
+        if (m_progress && ++m_calls >= m_callsBetweenLooks)
             look(done);
     }
 
 private:
-    static constexpr int kCallsBetweenLooks = 64;
     void look(qint64 done);
 
     Progress *m_progress;
     qint64 m_total;
     QString m_what;
     QElapsedTimer m_sinceReport;
+    QElapsedTimer m_sinceLook;
     int m_calls = 0;
+    int m_callsBetweenLooks = 1;
 };
 
 } // namespace tarnwick

@@ -8,7 +8,8 @@
 namespace tarnwick {
 
 /// A numbered message of the program. Each subsystem keeps its own in one table; numbers are unique in the program.
-struct Message {
+struct Message
+{
     int number; ///< 0: the message has none
     const char16_t *text;
 };
@@ -18,8 +19,8 @@ constexpr int kErrorSeverity = 3;
 enum class Answer { Yes, No, Cancel, Ok };
 enum class Buttons { YesNo, YesNoCancel, OkCancel };
 
-/// Every error box, question, information box and status line of the program goes through here. The window shows them, the
-/// command line prints them and answers from its flags, tests script the answers and read what was said.
+/// Every error box, question, information box and status line of the program goes through here. The window shows them,
+/// the command line prints them and answers from its flags, tests script the answers and read what was said.
 class UserPrompts
 {
 public:
@@ -58,7 +59,8 @@ public:
 class RecordingPrompts : public UserPrompts
 {
 public:
-    struct Entry {
+    struct Entry
+    {
         enum class Kind { Error, Information, Question, Status } kind;
         int number = 0;
         QString text;
