@@ -1,5 +1,4 @@
 #pragma once
-#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -7,8 +6,9 @@
 
 namespace fenwright {
 
-/// A table in a text file that a person can read, diff and make in a spreadsheet: UTF-8, lines of tab-separated cells, the
-/// first line the column names, "#" lines and empty lines skipped. Tabs, line ends and backslashes in a cell are written \t, \n, \\.
+/// A table in a text file that a person can read, diff and make in a spreadsheet, held whole: UTF-8, lines of tab-separated
+/// cells, the first line the column names, "#" lines and blank lines skipped. Tabs, line ends and backslashes in a cell are
+/// written \t, \n, \\. TableScanner reads the same texts row by row.
 class JFileTable
 {
 public:
@@ -16,9 +16,11 @@ public:
     explicit JFileTable(const QStringList &columns) : m_columns(columns) {}
 
     /// Throws tarnwick::FileError: no heading, a name twice, a required column that is missing, a row with more cells than
-    /// columns. Rows with fewer cells are filled with empty ones only up to minimumCells, else refused.
+    /// columns, a row that ends before its last required column or has fewer cells than minimumCells. Other missing cells
+    /// at a row's end are empty.
     static JFileTable read(const QString &path, const QStringList &requiredColumns, int minimumCells = 0);
-    static JFileTable parse(const QByteArray &content, const QString &name, const QStringList &requiredColumns, int minimumCells = 0);
+    static JFileTable parse(const QByteArray &content, const QString &name, const QStringList &requiredColumns,
+                            int minimumCells = 0);
     void write(const QString &path) const;
     QByteArray toBytes() const;
 

@@ -1,0 +1,25 @@
+#pragma once
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+#include <QStringView>
+#include <optional>
+
+namespace fenwright {
+
+/// A cell's bytes as a whole number: blanks around it and a leading plus allowed. Empty optional when it is none.
+std::optional<qint64> cellInteger(QByteArrayView cell);
+/// A cell's bytes as a finite number with a decimal point.
+std::optional<double> cellNumber(QByteArrayView cell);
+
+/// A text as it stands in a cell: tab, line end, carriage return and backslash as \t, \n, \r, \\; a leading quote, "#" or
+/// "!" after a backslash, so that it is not taken for a quoted cell, a comment or a property.
+void appendCell(QByteArray &out, QStringView text);
+/// Shortest text that gives the same number back.
+void appendCell(QByteArray &out, double value);
+void appendCell(QByteArray &out, float value);
+
+/// The text of a cell. A cell in double quotes, as spreadsheets write cells with commas or quotes, loses them.
+QString cellText(QByteArrayView cell);
+
+} // namespace fenwright
