@@ -1,5 +1,6 @@
 #include "CellText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -10,6 +11,9 @@ namespace {
 QByteArrayView numberPart(QByteArrayView cell)
 {
     cell = cell.trimmed();
+    // Some spreadsheets quote every cell.
+    if (cell.size() >= 2 && cell.front() == '"' && cell.back() == '"')
+        cell = cell.sliced(1, cell.size() - 2).trimmed();
     if (cell.size() > 1 && cell.front() == '+' && cell[1] != '-')
         cell = cell.sliced(1);
     return cell;

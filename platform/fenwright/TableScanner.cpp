@@ -2,6 +2,8 @@
 
 #include "CellText.h"
 
+#include <cmath>
+#include <limits>
 #include <QStringDecoder>
 #include <tarnwick/FileWriter.h>
 
@@ -93,7 +95,8 @@ void TableScanner::readHeading()
         split(line);
         found = !line.startsWith('!');
         if (!found)
-            m_properties.insert(cellText(m_cells[0].sliced(1)).trimmed().toLower(), cellText(m_cells.size() > 1 ? m_cells[1] : QByteArrayView()));
+            m_properties.insert(cellText(m_cells[0].sliced(1)).trimmed().toLower(),
+                                cellText(m_cells.size() > 1 ? m_cells[1] : QByteArrayView()));
     }
     if (!found)
         throw FileError(m_name, 0, u"The file has no heading line with column names."_s);
@@ -139,7 +142,9 @@ void TableScanner::requireCells(int minimumCells) const
 {
     const int needed = std::max(m_lastRequired + 1, minimumCells);
     if (cellCount() < needed)
-        fail(u"The line has %1 columns where at least %2 are needed (column '%3' is missing)."_s.arg(cellCount()).arg(needed).arg(m_columns.value(cellCount())));
+        fail(u"The line has %1 columns where at least %2 are needed (column '%3' is missing)."_s.arg(cellCount())
+                 .arg(needed)
+                 .arg(m_columns.value(cellCount())));
 }
 
 QByteArrayView TableScanner::raw(int column) const
@@ -176,6 +181,19 @@ double TableScanner::number(int column) const
     if (!value)
         fail(column, u"'%1' is not a number"_s.arg(text(column)));
     return *value;
+}
+
+float TableScanner::single(int column, float whenEmpty) const
+{
+    return raw(column).trimmed().isEmpty() ? whenEmpty : single(column);
+}
+
+float TableScanner::single(int column) const
+{
+    const double value = number(column);
+    if (std::abs(value) > double(std::numeric_limits<float>::max()))
+        fail(column, u"'%1' is too large"_s.arg(text(column)));
+    return float(value);
 }
 
 bool TableScanner::flag(int column, bool whenEmpty) const

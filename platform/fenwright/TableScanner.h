@@ -8,10 +8,10 @@
 
 namespace fenwright {
 
-/// Walks a table text row by row without keeping the rows: UTF-8 (a spreadsheet's UTF-16 with its mark is taken too), lines of
-/// tab-separated cells. Lines that begin with "#" and blank lines are skipped; lines "!name<TAB>value" before the heading
-/// are properties of the whole file; the first other line is the heading with the column names, in any order, case not
-/// counting. Columns that nobody asks for are ignored.
+/// Walks a table text row by row without keeping the rows: UTF-8 (a spreadsheet's UTF-16 with its mark is taken too),
+/// lines of tab-separated cells. Lines that begin with "#" and blank lines are skipped; lines "!name<TAB>value" before
+/// the heading are properties of the whole file; the first other line is the heading with the column names, in any
+/// order, case not counting. Columns that nobody asks for are ignored.
 ///
 /// Everything wrong is a tarnwick::FileError with file and line, and the column's name where there is one.
 class TableScanner
@@ -28,7 +28,8 @@ public:
     QString property(const QString &name) const { return m_properties.value(name.toLower()); }
     QStringList propertyNames() const { return m_properties.keys(); }
 
-    /// Moves to the next row; false at the end. Throws for a row with more cells than the heading, unless they are blank.
+    /// Moves to the next row; false at the end. Throws for a row with more cells than the heading, unless they are
+    /// blank.
     bool next();
     int line() const { return m_line; } ///< 1-based line of the row in the file
     int cellCount() const { return int(m_cells.size()); }
@@ -44,6 +45,9 @@ public:
     int integer(int column, int minimum, int maximum) const;
     double number(int column, double whenEmpty) const;
     double number(int column) const;
+    /// The same for single precision.
+    float single(int column, float whenEmpty) const;
+    float single(int column) const;
     /// yes/no, true/false, 1/0, x or a blank.
     bool flag(int column, bool whenEmpty) const;
 
