@@ -43,7 +43,8 @@ qint32 defaultAlignment(DataType type)
 }
 
 /// What a format is put back to, and the conversion letters that keep it: null where every format goes.
-struct FormatRule {
+struct FormatRule
+{
     const char16_t *letters;
     const char16_t *standard;
 };
@@ -74,8 +75,12 @@ FormatRule ruleFor(DataType type)
 } // namespace
 
 ColumnFormat::ColumnFormat(const QString &fieldName, DataType fieldType)
-    : name(fieldName), title(fieldName.toUpper().replace(u'_', u' ')), type(fieldType), width(qint32(title.size())),
-      format(defaultFormat(fieldType)), alignment(defaultAlignment(fieldType))
+    : name(fieldName)
+    , title(fieldName.toUpper().replace(u'_', u' '))
+    , type(fieldType)
+    , width(qint32(title.size()))
+    , format(defaultFormat(fieldType))
+    , alignment(defaultAlignment(fieldType))
 {
 }
 

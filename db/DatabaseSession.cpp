@@ -6,7 +6,8 @@
 namespace db {
 
 DatabaseSession::DatabaseSession(tarnwick::UserPrompts &prompts)
-    : m_prompts(&prompts), m_workspace(std::make_unique<dao::Workspace>())
+    : m_prompts(&prompts)
+    , m_workspace(std::make_unique<dao::Workspace>())
 {
 }
 

@@ -9,7 +9,9 @@ class EngineProgress : public dao::Progress
 {
 public:
     /// progress may be null.
-    EngineProgress(dao::Database &database, tarnwick::Progress *progress) : m_database(&database), m_progress(progress)
+    EngineProgress(dao::Database &database, tarnwick::Progress *progress)
+        : m_database(&database)
+        , m_progress(progress)
     {
         if (m_progress)
             m_database->setProgress(this);

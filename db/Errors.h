@@ -12,7 +12,10 @@ public:
     /// The status code of a text that is no value of the wanted type.
     static constexpr int kTypeMismatch = int(0x80020005u);
 
-    explicit OleException(int statusCode) : m_statusCode(statusCode) {}
+    explicit OleException(int statusCode)
+        : m_statusCode(statusCode)
+    {
+    }
     int statusCode() const { return m_statusCode; }
     const char *what() const noexcept override { return "value conversion failed"; }
 
@@ -20,15 +23,15 @@ private:
     int m_statusCode;
 };
 
-/// The full text of a database failure: the message, an empty line, "[code] source description". An exception that is not
-/// the engine's gives the code -1 and "???". Where the engine knows the place in the SQL text, or has a hint, these stand
-/// below on lines of their own.
+/// The full text of a database failure: the message, an empty line, "[code] source description". An exception that is
+/// not the engine's gives the code -1 and "???". Where the engine knows the place in the SQL text, or has a hint, these
+/// stand below on lines of their own.
 QString daoErrorText(const QString &message, const std::exception &exception);
 /// The same for a value conversion: the message, an empty line, "SCODE[code]".
 QString oleErrorText(const QString &message, const OleException &exception);
 
-/// Writes an error text to the program's log (category "arvo.database", information level, off unless the application or
-/// QT_LOGGING_RULES switches it on).
+/// Writes an error text to the program's log (category "arvo.database", information level, off unless the application
+/// or QT_LOGGING_RULES switches it on).
 void logError(const QString &text);
 
 /// Reports a database failure in an error box of severity 3 and in the log.

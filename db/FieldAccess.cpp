@@ -15,8 +15,7 @@ dao::Value converted(const dao::Value &value, dao::DataType type)
 [[noreturn]] void noSuchField(QStringView source, QStringView name)
 {
     constexpr int kItemNotFound = 3265;
-    throw dao::DaoException(kItemNotFound, source.toString(),
-                            u"Item not found in this collection: '%1'."_s.arg(name));
+    throw dao::DaoException(kItemNotFound, source.toString(), u"Item not found in this collection: '%1'."_s.arg(name));
 }
 
 } // namespace
@@ -73,9 +72,9 @@ dao::Value toValue(const JDateTime &value)
     const double days = value.toOleDate();
     const std::tm before = value.local();
     const std::tm after = JDateTime::fromOleDate(days).local();
-    const bool same = before.tm_year == after.tm_year && before.tm_mon == after.tm_mon
-                      && before.tm_mday == after.tm_mday && before.tm_hour == after.tm_hour
-                      && before.tm_min == after.tm_min && before.tm_sec == after.tm_sec;
+    const bool same = before.tm_year == after.tm_year && before.tm_mon == after.tm_mon &&
+                      before.tm_mday == after.tm_mday && before.tm_hour == after.tm_hour &&
+                      before.tm_min == after.tm_min && before.tm_sec == after.tm_sec;
     return same ? dao::Value::fromDate(days) : dao::Value();
 }
 

@@ -6,9 +6,9 @@ using namespace Qt::StringLiterals;
 
 QString daoTypeName(int type)
 {
-    static const QString names[] = {QString(),   u"Boolean"_s, u"Byte"_s,   u"Integer"_s, u"Long"_s,
-                                    u"Currency"_s, u"Single"_s, u"Double"_s, u"Date"_s,    QString(),
-                                    u"Text"_s,   u"Long Binary"_s, u"Memo"_s};
+    static const QString names[] = {QString(),     u"Boolean"_s,     u"Byte"_s,   u"Integer"_s, u"Long"_s,
+                                    u"Currency"_s, u"Single"_s,      u"Double"_s, u"Date"_s,    QString(),
+                                    u"Text"_s,     u"Long Binary"_s, u"Memo"_s};
     return type >= 0 && type < int(std::size(names)) ? names[type] : QString();
 }
 

@@ -60,8 +60,11 @@ dao::TableInfo definition(const AliasSpec &spec)
 dao::RelationInfo definition(const RelationSpec &spec)
 {
     const QString field = QString::fromUtf16(spec.field);
-    return {QString::fromUtf16(spec.name), QString::fromUtf16(spec.table), QString::fromUtf16(spec.foreignTable),
-            spec.attributes, {{field, field}}};
+    return {QString::fromUtf16(spec.name),
+            QString::fromUtf16(spec.table),
+            QString::fromUtf16(spec.foreignTable),
+            spec.attributes,
+            {{field, field}}};
 }
 
 void seedTable(dao::Database &database, const TableSpec &spec)
@@ -83,13 +86,15 @@ void seedTable(dao::Database &database, const TableSpec &spec)
 
 bool createTable(tarnwick::UserPrompts &prompts, dao::Database &database, const TableSpec &spec)
 {
-    return guarded(prompts, [&] { database.createTable(definition(spec)); }, *spec.failure);
+    return guarded(
+        prompts, [&] { database.createTable(definition(spec)); }, *spec.failure);
 }
 
 bool createAliasTable(tarnwick::UserPrompts &prompts, dao::Database &database, const AliasSpec &spec)
 {
-    return guarded(prompts, [&] { database.createTable(definition(spec)); }, messages::kCreateAlias,
-                   QString::fromUtf16(spec.table));
+    return guarded(
+        prompts, [&] { database.createTable(definition(spec)); }, messages::kCreateAlias,
+        QString::fromUtf16(spec.table));
 }
 
 bool createRelations(tarnwick::UserPrompts &prompts, dao::Database &database)

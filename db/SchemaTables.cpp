@@ -124,18 +124,14 @@ constexpr FieldSpec kLandmarksFields[] = {
 constexpr IndexSpec kLandmarksIndexes[] = {{u"primary_key", kUniqueKey, {u"name", u"land_set"}, {}}};
 
 constexpr FieldSpec kPlansFields[] = {
-    {u"name", Text, 50, u"", u"", u"R--"},      {u"probe_model", Text, 50, u"", u"", u"---"},
-    {u"beg_test", Text, 50, u"", u"", u"---"},  {u"end_test", Text, 50, u"", u"", u"---"},
+    {u"name", Text, 50, u"", u"", u"R--"},       {u"probe_model", Text, 50, u"", u"", u"---"},
+    {u"beg_test", Text, 50, u"", u"", u"---"},   {u"end_test", Text, 50, u"", u"", u"---"},
     {u"create_time", Date, 0, u"", u"", u"R--"}, {u"desc", Memo, 0, u"", u"", u"-Z-"},
 };
 constexpr IndexSpec kNameKey[] = {{u"primary_key", kUniqueKey, {u"name"}, {1}}};
 
 constexpr FieldSpec kPlanEntryFields[] = {
-    {u"name", Text, 50, u"", u"", u"R--"},
-    {u"entry_num", Long, 0, u"0", u">= 0", u"R--"},
-    kSec,
-    kRow,
-    kCol,
+    {u"name", Text, 50, u"", u"", u"R--"},       {u"entry_num", Long, 0, u"0", u">= 0", u"R--"}, kSec, kRow, kCol,
     {u"is_done", Boolean, 0, u"0", u"", u"R--"},
 };
 constexpr IndexSpec kPlanEntryIndexes[] = {
@@ -149,13 +145,8 @@ constexpr FieldSpec kTubeSetsFields[] = {
 };
 
 constexpr FieldSpec kTubeSetEntryFields[] = {
-    {u"name", Text, 50, u"", u"", u"R--"},
-    {u"entry_num", Long, 0, u"0", u">= 0", u"R--"},
-    kSec,
-    kRow,
-    kCol,
-    {u"color", Long, 0, u"0", u"", u"R--"},
-    {u"symbol", Integer, 0, u"0", u"", u"R--"},
+    {u"name", Text, 50, u"", u"", u"R--"},  {u"entry_num", Long, 0, u"0", u">= 0", u"R--"}, kSec, kRow, kCol,
+    {u"color", Long, 0, u"0", u"", u"R--"}, {u"symbol", Integer, 0, u"0", u"", u"R--"},
 };
 
 constexpr FieldSpec kTubesFields[] = {

@@ -13,10 +13,9 @@ void refuseQuotes(std::span<const tarnwick::FormatArg> arguments)
         const QString *text = std::get_if<QString>(&argument.value());
         const QChar *character = std::get_if<QChar>(&argument.value());
         if ((text && text->contains(u'\'')) || (character && *character == u'\''))
-            throw dao::DaoException(
-                kSyntaxError, u"DAO.QueryDef"_s,
-                u"Syntax error in string in query expression: \"%1\" holds a single quote."_s.arg(
-                    text ? *text : QString(*character)));
+            throw dao::DaoException(kSyntaxError, u"DAO.QueryDef"_s,
+                                    u"Syntax error in string in query expression: \"%1\" holds a single quote."_s.arg(
+                                        text ? *text : QString(*character)));
     }
 }
 

@@ -7,8 +7,8 @@ namespace db {
 /// Throws an engine exception (3075) when a text argument holds a single quote.
 void refuseQuotes(std::span<const tarnwick::FormatArg> arguments);
 
-/// The one way to build SQL from a template ("... WHERE name = '%S' AND sec = %d"). Texts go in as they are, so one that
-/// holds a single quote, which would change the statement, is refused with an engine exception.
+/// The one way to build SQL from a template ("... WHERE name = '%S' AND sec = %d"). Texts go in as they are, so one
+/// that holds a single quote, which would change the statement, is refused with an engine exception.
 template <typename... Args>
 QString sqlText(QStringView sqlTemplate, const Args &...args)
 {

@@ -9,9 +9,9 @@ namespace db {
 /// currency and every other kind print as "???".
 QString valueToText(const dao::Value &value, const QString &format = {});
 
-/// A typed text as a value for a field of that type. Where the text cannot be read the value stays as it was (callers pass
-/// an Empty one). Boolean: NO, N, F, FALSE, OFF and 0 in either case are false, everything else true, the empty text too.
-/// A currency or date text that cannot be read is reported (1058, 1059).
+/// A typed text as a value for a field of that type. Where the text cannot be read the value stays as it was (callers
+/// pass an Empty one). Boolean: NO, N, F, FALSE, OFF and 0 in either case are false, everything else true, the empty
+/// text too. A currency or date text that cannot be read is reported (1058, 1059).
 void textToValue(tarnwick::UserPrompts &prompts, dao::Value &value, dao::DataType type, const QString &text);
 
 /// A free text as a date-time; null, after a report (1057), when it is none.

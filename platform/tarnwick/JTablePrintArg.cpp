@@ -56,8 +56,8 @@ void PrintMargins::serialize(JFile &file)
 
 QString JTablePrintArg::sectionName(int section)
 {
-    static const QString names[kSections] = {u"Report Title"_s, u"Report Header"_s, u"Page Header"_s,
-                                             u"Report Body"_s,  u"Page Footer"_s,   u"Report Footer"_s,
+    static const QString names[kSections] = {u"Report Title"_s,  u"Report Header"_s, u"Page Header"_s,
+                                             u"Report Body"_s,   u"Page Footer"_s,   u"Report Footer"_s,
                                              u"Report Version"_s};
     return section >= 0 && section < kSections ? names[section] : QString();
 }

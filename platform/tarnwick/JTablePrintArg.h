@@ -1,21 +1,22 @@
 #pragma once
 #include "JFile.h"
 
-#include <QString>
 #include <array>
+#include <QString>
 
 namespace tarnwick {
 
 /// One section of a printed table: its text, with bracketed macros, and how it is set.
-struct PrintSection {
+struct PrintSection
+{
     enum class Align : qint32 { Left = 0, Right = 1, Center = 2 };
 
     QString text; ///< lines end with "\n"; the report body has none, its body is the table
     QString font = QStringLiteral("Times New Roman");
-    qint32 size = 10;         ///< points
-    quint32 colour = 0;       ///< 0x00BBGGRR
+    qint32 size = 10;   ///< points
+    quint32 colour = 0; ///< 0x00BBGGRR
     Align align = Align::Left;
-    double spacing = 0;       ///< between lines, in inches
+    double spacing = 0; ///< between lines, in inches
 
     void serialize(JFile &file);
     bool operator==(const PrintSection &) const = default;
@@ -25,7 +26,8 @@ struct PrintSection {
 QString printAlignName(PrintSection::Align align);
 
 /// Paper margins in inches.
-struct PrintMargins {
+struct PrintMargins
+{
     double left = 0.75;
     double top = 0.5;
     double right = 0.5;
@@ -36,7 +38,8 @@ struct PrintMargins {
 };
 
 /// How a table is printed: the texts around it, the margins, and whether lines separate its cells.
-struct JTablePrintArg {
+struct JTablePrintArg
+{
     enum Section { ReportTitle, ReportHeader, PageHeader, ReportBody, PageFooter, ReportFooter, ReportVersion };
     static constexpr int kSections = 7;
     /// "Report Title", "Report Header", ...
