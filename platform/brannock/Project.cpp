@@ -1,6 +1,7 @@
 #include "Project.h"
 
 #include <ellery/ComponentFile.h>
+#include <fenwright/CellText.h>
 #include <fenwright/JsonSettings.h>
 #include <QDir>
 #include <QFileInfo>
@@ -45,7 +46,7 @@ void readOutages(const JsonSettings &settings, Project &project)
                 entry.fail(u"name"_s, u"outage '%1' stands twice"_s.arg(outage.name));
         }
         const QString date = entry.text(u"date"_s);
-        const std::optional<JDateTime> parsed = JDateTime::parse(date);
+        const std::optional<JDateTime> parsed = fenwright::cellTime(date.toUtf8());
         if (!date.isEmpty() && !parsed)
             entry.fail(u"date"_s, u"'%1' is not a date"_s.arg(date));
         outage.date = parsed.value_or(JDateTime());
