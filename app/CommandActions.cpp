@@ -138,7 +138,8 @@ void CommandActions::refresh(const CommandContext &context)
         const ExtraInfo &info = extraInfo(Extra(it.key()));
         it.value()->setEnabled(isEnabled(info.when, context));
         const QString keys = it.value()->shortcut().toString(QKeySequence::NativeText);
-        const QString name = QString::fromUtf16(info.text) + (keys.isEmpty() ? QString() : QString(u" ("_s + keys + u")"_s));
+        const QString name =
+            QString::fromUtf16(info.text) + (keys.isEmpty() ? QString() : QString(u" ("_s + keys + u")"_s));
         it.value()->setToolTip(name + u'\n' + tipText(info.tip, info.when, context));
     }
 }

@@ -11,13 +11,16 @@ class QWidget;
 
 namespace app {
 
-/// The actions behind menus and buttons, made from the tables of commands. One command may have several (menu bar, pop-up
-/// menu); all of them are enabled, checked and explained together.
+/// The actions behind menus and buttons, made from the tables of commands. One command may have several (menu bar,
+/// pop-up menu); all of them are enabled, checked and explained together.
 class CommandActions : public QObject
 {
     Q_OBJECT
 public:
-    explicit CommandActions(QObject *parent = nullptr) : QObject(parent) {}
+    explicit CommandActions(QObject *parent = nullptr)
+        : QObject(parent)
+    {
+    }
 
     /// Makes the menus of the bar, in order. Menus and items have names to be found by: "menuFile", "command44".
     void buildMenuBar(QMenuBar *bar, std::span<const MenuItem> items);
@@ -53,7 +56,8 @@ private:
 };
 
 /// A menu text without its accelerator, and the accelerator.
-struct MenuText {
+struct MenuText
+{
     QString label;
     QString accelerator;
 };

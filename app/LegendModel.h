@@ -7,8 +7,8 @@ class MapLegend;
 
 namespace app {
 
-/// The entries of the legend as a table. The view shows what the legend holds and asks for changes by signals: whoever owns
-/// the legend makes them, with undo, and calls refresh().
+/// The entries of the legend as a table. The view shows what the legend holds and asks for changes by signals: whoever
+/// owns the legend makes them, with undo, and calls refresh().
 class LegendModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -19,7 +19,10 @@ public:
         ColourRole,                ///< QColor
     };
 
-    explicit LegendModel(QObject *parent = nullptr) : QAbstractTableModel(parent) {}
+    explicit LegendModel(QObject *parent = nullptr)
+        : QAbstractTableModel(parent)
+    {
+    }
     /// Not owned; null for none.
     void setLegend(const plans::MapLegend *legend);
     /// The legend has changed. The current row of views stays where it is.

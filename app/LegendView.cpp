@@ -12,7 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace app {
 
-LegendView::LegendView(LegendModel *model, QWidget *parent) : QTableView(parent)
+LegendView::LegendView(LegendModel *model, QWidget *parent)
+    : QTableView(parent)
 {
     setObjectName(u"legend"_s);
     setAccessibleName(u"Legend"_s);

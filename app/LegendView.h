@@ -5,8 +5,8 @@ namespace app {
 
 class LegendModel;
 
-/// The legend table: a swatch with the symbol and a check box, then type, description and counts. Entries are dragged to
-/// another place; Space shows and hides the current one.
+/// The legend table: a swatch with the symbol and a check box, then type, description and counts. Entries are dragged
+/// to another place; Space shows and hides the current one.
 class LegendView : public QTableView
 {
     Q_OBJECT

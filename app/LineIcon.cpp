@@ -61,7 +61,10 @@ QByteArray shapes(Picture picture)
 class LineIconEngine : public QIconEngine
 {
 public:
-    explicit LineIconEngine(Picture picture) : m_picture(picture) {}
+    explicit LineIconEngine(Picture picture)
+        : m_picture(picture)
+    {
+    }
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
     {

@@ -3,7 +3,8 @@
 
 namespace app {
 
-/// The pictures of buttons: thin lines in the colour of the palette's text, sharp at any scale, right in light and dark.
+/// The pictures of buttons: thin lines in the colour of the palette's text, sharp at any scale, right in light and
+/// dark.
 enum class Picture {
     Undo,
     Redo,
