@@ -152,9 +152,12 @@ enum class Extra {
     EntriesInvert,
     Keys,
 };
+/// Where the keys of an extra work: everywhere in the window, or while the legend has the focus.
+enum class Scope { Window, Legend };
 struct ExtraInfo
 {
     Extra extra;
+    Scope scope;
     const char16_t *name; ///< of the action
     const char16_t *text;
     const char16_t *keys; ///< portable key sequences, apart by "|"; null: none
