@@ -33,14 +33,6 @@ void scrollImage(QImage &image, const QPoint &by)
 
 } // namespace
 
-void MapCache::paintRect(const MapScene &scene, const QRect &rect)
-{
-    QPainter painter(&m_image);
-    painter.setClipRect(rect);
-    painter.fillRect(rect, m_background);
-    m_painter.paint(painter, scene, m_view, rect, MapPainter::Target::Pixels);
-}
-
 QRegion MapCache::patch(const MapScene &scene, const MapScene::Change &change)
 {
     const QRect whole = m_image.rect();
@@ -62,12 +54,10 @@ QRegion MapCache::patch(const MapScene &scene, const MapScene::Change &change)
         if (change.tubes.size() <= 64)
             changed |= rect;
         if (!change.onlySelected)
-            paintRect(scene, rect);
+            m_painter.paint(m_image, scene, m_view, rect, m_background);
     }
-    if (change.onlySelected) {
-        QPainter painter(&m_image);
-        m_painter.paintTubes(painter, scene, m_view, change.tubes);
-    }
+    if (change.onlySelected)
+        m_painter.paintTubes(m_image, scene, m_view, change.tubes);
     return change.tubes.size() <= 64 ? changed : QRegion(around);
 }
 
@@ -87,7 +77,7 @@ bool MapCache::shift(const MapScene &scene, const MapView &view)
     m_view = view;
     const QRect whole = m_image.rect();
     for (const QRect &strip : QRegion(whole) - whole.translated(by))
-        paintRect(scene, strip);
+        m_painter.paint(m_image, scene, m_view, strip, m_background);
     return true;
 }
 
@@ -105,7 +95,7 @@ MapCache::Work MapCache::update(const MapScene &scene, const MapView &view, cons
     m_background = background;
     m_valid = true;
     if (!m_image.isNull())
-        paintRect(scene, m_image.rect());
+        m_painter.paint(m_image, scene, m_view, m_image.rect(), m_background);
     return Work::Painted;
 }
 

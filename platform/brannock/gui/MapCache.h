@@ -5,8 +5,8 @@
 
 namespace brannock {
 
-/// The tubesheet as it was last painted for a screen, in device pixels, and the cheapest way to make it right again: shifted when
-/// the view was panned, patched where tubes have changed, painted anew otherwise.
+/// The tubesheet as it was last painted for a screen, in device pixels, and the cheapest way to make it right again:
+/// shifted when the view was panned, patched where tubes have changed, painted anew otherwise.
 class MapCache
 {
 public:
@@ -15,8 +15,8 @@ public:
 
     /// The next update() paints everything.
     void invalidate() { m_valid = false; }
-    /// Patches the looks of these tubes into the picture, or leaves it to the next update() when painting all is quicker.
-    /// Returns the part of the picture that has changed.
+    /// Patches the looks of these tubes into the picture, or leaves it to the next update() when painting all is
+    /// quicker. Returns the part of the picture that has changed.
     QRegion patch(const MapScene &scene, const MapScene::Change &change);
     /// Makes the picture show this view, whose units are device pixels.
     Work update(const MapScene &scene, const MapView &view, const QColor &background);
@@ -26,7 +26,6 @@ public:
 
 private:
     bool shift(const MapScene &scene, const MapView &view);
-    void paintRect(const MapScene &scene, const QRect &rect);
 
     QImage m_image;
     MapPainter m_painter;
