@@ -8,40 +8,28 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Names {
+struct Names
+{
     const char16_t *label;
     const char16_t *keyword;
 };
 
 // In the order of ReportFieldType.
-constexpr Names kReportFields[] = {{u"Skip", u"SKIP"},
-                                   {u"Cal", u"CAL"},
-                                   {u"Tube Sec", u"SEC"},
-                                   {u"Tube Row", u"ROW"},
-                                   {u"Tube Col", u"COL"},
-                                   {u"Volts", u"VOLT"},
-                                   {u"Phase", u"DEG"},
-                                   {u"Percent", u"%"},
-                                   {u"Code", u"DEF"},
-                                   {u"Channel", u"CH"},
-                                   {u"Location", u"LOC"},
-                                   {u"Extent", u"EXT"},
-                                   {u"Begin Test", u"BEG"},
-                                   {u"End Test", u"END"},
-                                   {u"Analyst", u"ANA"},
-                                   {u"Operator", u"OPER"},
-                                   {u"Oper Type", u"TYP"},
-                                   {u"Filename", u"FILENAME"},
-                                   {u"File Index", u"IDX"},
-                                   {u"Data Point", u"POINT"},
-                                   {u"Util1", u"UTIL1"},
-                                   {u"Util2", u"UTIL2"},
-                                   {u"Comment", u"COMMENT"}};
+constexpr Names kReportFields[] = {
+    {u"Skip", u"SKIP"},      {u"Cal", u"CAL"},           {u"Tube Sec", u"SEC"},   {u"Tube Row", u"ROW"},
+    {u"Tube Col", u"COL"},   {u"Volts", u"VOLT"},        {u"Phase", u"DEG"},      {u"Percent", u"%"},
+    {u"Code", u"DEF"},       {u"Channel", u"CH"},        {u"Location", u"LOC"},   {u"Extent", u"EXT"},
+    {u"Begin Test", u"BEG"}, {u"End Test", u"END"},      {u"Analyst", u"ANA"},    {u"Operator", u"OPER"},
+    {u"Oper Type", u"TYP"},  {u"Filename", u"FILENAME"}, {u"File Index", u"IDX"}, {u"Data Point", u"POINT"},
+    {u"Util1", u"UTIL1"},    {u"Util2", u"UTIL2"},       {u"Comment", u"COMMENT"}};
 static_assert(std::size(kReportFields) == size_t(ReportFieldType::Comment) + 1);
 
 } // namespace
 
-static bool isReportFieldType(int type) { return type >= 0 && size_t(type) < std::size(kReportFields); }
+static bool isReportFieldType(int type)
+{
+    return type >= 0 && size_t(type) < std::size(kReportFields);
+}
 
 QString reportFieldLabel(int type)
 {

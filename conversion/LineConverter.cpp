@@ -4,6 +4,10 @@
 
 #include <tarnwick/StringToValue.h>
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 namespace conversion {
 
 using namespace Qt::StringLiterals;
@@ -12,6 +16,12 @@ using ellery::Axis;
 
 // The code under which the defect list keeps what an entry with a depth needs.
 static const QString kPercentCode = u"PCNT"_s;
+
+// What report files hold.
+static constexpr int kMostCal = std::numeric_limits<quint16>::max();
+static constexpr int kMostPercent = std::numeric_limits<qint16>::max();
+static constexpr int kLeastInt = std::numeric_limits<qint32>::min();
+static constexpr int kMostInt = std::numeric_limits<qint32>::max();
 
 LineConverter::LineConverter(const brannock::Project &project, ReportConvSpec &spec, ConversionPrompts &prompts,
                              Remarks &remarks, const QString &file)
@@ -24,7 +34,10 @@ LineConverter::LineConverter(const brannock::Project &project, ReportConvSpec &s
 {
 }
 
-void LineConverter::remark(const QString &text) { m_remarks.add(m_file, m_number, text); }
+void LineConverter::remark(const QString &text)
+{
+    m_remarks.add(m_file, m_number, text);
+}
 
 ReportEntry LineConverter::convert(int number, QStringView line)
 {
@@ -60,7 +73,7 @@ void LineConverter::applyField(ReportEntry &entry, const ConvField &field)
     case ReportFieldType::Skip:
         break;
     case ReportFieldType::Cal:
-        entry.calNumber = integer(field);
+        entry.calNumber = integer(field, -1, kMostCal);
         break;
     case ReportFieldType::Sec:
         entry.sec = tubeNumber(Axis::Sec, field);
@@ -79,7 +92,7 @@ void LineConverter::applyField(ReportEntry &entry, const ConvField &field)
         entry.meas.phase = number(field);
         break;
     case ReportFieldType::Percent:
-        applyPercent(entry, value);
+        applyPercent(entry, field);
         break;
     case ReportFieldType::Code:
         entry.defect = value;
@@ -117,10 +130,10 @@ void LineConverter::applyField(ReportEntry &entry, const ConvField &field)
         entry.fileName = value;
         break;
     case ReportFieldType::FileIndex:
-        entry.fileNumber = integer(field);
+        entry.fileNumber = integer(field, kLeastInt, kMostInt);
         break;
     case ReportFieldType::DataPoint:
-        entry.location.point = integer(field);
+        entry.location.point = integer(field, kLeastInt, kMostInt);
         break;
     case ReportFieldType::Util1:
         entry.util1 = value;
@@ -134,11 +147,12 @@ void LineConverter::applyField(ReportEntry &entry, const ConvField &field)
     }
 }
 
-void LineConverter::applyPercent(ReportEntry &entry, const QString &value)
+void LineConverter::applyPercent(ReportEntry &entry, const ConvField &field)
 {
+    const QString &value = field.value;
     const bool allDigits = std::all_of(value.begin(), value.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
     if (allDigits) {
-        entry.meas.percent = tarnwick::leadingInteger(value);
+        entry.meas.percent = value.isEmpty() ? 0 : integer(field, 0, kMostPercent);
         m_codeText = kPercentCode;
     } else {
         entry.defect = value;
@@ -155,22 +169,32 @@ void LineConverter::applyLocation(ReportEntry &entry, const QString &value)
 
 int LineConverter::tubeNumber(Axis axis, const ConvField &field)
 {
-    return axis == Axis::Sec ? m_project.steamGen.stringToSec(field.value) : m_project.steamGen.stringToRow(field.value);
+    return axis == Axis::Sec ? m_project.steamGen.stringToSec(field.value)
+                             : m_project.steamGen.stringToRow(field.value);
 }
 
-int LineConverter::integer(const ConvField &field)
+int LineConverter::integer(const ConvField &field, int least, int most)
 {
-    if (!tarnwick::string_to_value<qint32>(field.value))
-        m_lineRemarks.append(u"%1 \"%2\" is not a whole number"_s.arg(reportFieldKeyword(field.type), field.value));
-    return tarnwick::leadingInteger(field.value);
+    const int found = tarnwick::leadingInteger(field.value);
+    const int held = std::clamp(found, least, most);
+    if (held != found || !tarnwick::string_to_value<qint32>(field.value)) {
+        m_lineRemarks.append(u"%1 \"%2\" is not a whole number from %3 to %4; %5 was taken"_s.arg(
+            reportFieldKeyword(field.type), field.value, QString::number(least), QString::number(most),
+            QString::number(held)));
+    }
+    return held;
 }
 
 double LineConverter::number(const ConvField &field)
 {
     // Without a signal these columns are blank: nothing to remark on.
-    if (!field.value.isEmpty() && !tarnwick::string_to_value<double>(field.value))
-        m_lineRemarks.append(u"%1 \"%2\" is not a number"_s.arg(reportFieldKeyword(field.type), field.value));
-    return leadingNumber(field.value);
+    const double found = leadingNumber(field.value);
+    const double held = std::isfinite(found) ? found : 0;
+    if (!field.value.isEmpty() && !tarnwick::string_to_value<double>(field.value)) {
+        m_lineRemarks.append(
+            u"%1 \"%2\" is not a number; %3 was taken"_s.arg(reportFieldKeyword(field.type), field.value).arg(held));
+    }
+    return held;
 }
 
 ReportEntry LineConverter::headerEntry(QStringView line)
@@ -190,8 +214,8 @@ void LineConverter::applyCommentField(ConvField &field, QStringView line)
     } else {
         const qsizetype place = line.indexOf(field.keyword);
         const qint64 after = place + field.keyword.size();
-        field.value = place < 0 ? QString()
-                                : cutColumns(line, after + field.firstColumn, after + field.lastColumn).toString();
+        field.value =
+            place < 0 ? QString() : cutColumns(line, after + field.firstColumn, after + field.lastColumn).toString();
     }
     if (field.value.isEmpty())
         return;
@@ -213,7 +237,8 @@ void LineConverter::applyCommentField(ConvField &field, QStringView line)
     }
 }
 
-// A line without a tube is a heading, a rule or an empty line, unless a part of the address can be read and another not.
+// A line without a tube is a heading, a rule or an empty line, unless a part of the address can be read and another
+// not.
 void LineConverter::remarkOnAddress(const ReportEntry &entry)
 {
     int readable = 0;

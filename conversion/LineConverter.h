@@ -9,8 +9,8 @@
 
 namespace conversion {
 
-/// Turns the lines of one text, in their order, into report entries. Header lines can change the prompts; the values cut out
-/// are kept in the spec's fields.
+/// Turns the lines of one text, in their order, into report entries. Header lines can change the prompts; the values
+/// cut out are kept in the spec's fields.
 class LineConverter
 {
 public:
@@ -22,10 +22,11 @@ public:
 
 private:
     void applyField(brannock::ReportEntry &entry, const ConvField &field);
-    void applyPercent(brannock::ReportEntry &entry, const QString &value);
+    void applyPercent(brannock::ReportEntry &entry, const ConvField &field);
     void applyLocation(brannock::ReportEntry &entry, const QString &value);
     int tubeNumber(ellery::Axis axis, const ConvField &field);
-    int integer(const ConvField &field);
+    /// Held within the bounds that report files have for the number.
+    int integer(const ConvField &field, int least, int most);
     double number(const ConvField &field);
     brannock::ReportEntry headerEntry(QStringView line);
     void applyCommentField(ConvField &field, QStringView line);

@@ -6,14 +6,23 @@ namespace conversion {
 
 namespace {
 
-bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
-bool isLandmarkCharacter(QChar c) { return isDigit(c) || (c >= u'A' && c <= u'Z'); }
+bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+bool isLandmarkCharacter(QChar c)
+{
+    return isDigit(c) || (c >= u'A' && c <= u'Z');
+}
 
 // Walks through a text as a scan format does: each step takes what fits at the place and says whether anything did.
 class Scanner
 {
 public:
-    explicit Scanner(QStringView text) : m_text(text) {}
+    explicit Scanner(QStringView text)
+        : m_text(text)
+    {
+    }
 
     // %[A-Z0-9]
     bool landmark(QString &name)

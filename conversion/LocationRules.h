@@ -6,7 +6,8 @@
 namespace conversion {
 
 /// What a location text says: one place, or the two ends of a stretch.
-struct LocationText {
+struct LocationText
+{
     brannock::TubeLoc location;
     brannock::TubeLoc from;
     brannock::TubeLoc to;
@@ -23,14 +24,15 @@ struct LocationText {
 LocationText parseLocation(QStringView text);
 
 /// The extent of a test: its first two words.
-struct ExtentText {
+struct ExtentText
+{
     QString begin;
     QString end;
 };
 ExtentText parseExtent(QStringView text);
 
-/// Reads as much of a decimal number as stands at the text's beginning (blanks before it allowed), as the C library's atof.
-/// length receives how many characters were read, 0 when there is no number.
+/// Reads as much of a decimal number as stands at the text's beginning (blanks before it allowed), as the C library's
+/// atof. length receives how many characters were read, 0 when there is no number.
 double leadingNumber(QStringView text, qsizetype *length = nullptr);
 
 } // namespace conversion

@@ -5,7 +5,8 @@
 namespace conversion {
 
 /// Something in a text that the reader of the report should look at. It changes nothing in what was converted.
-struct Remark {
+struct Remark
+{
     QString file;
     int line = 0; ///< from 1; 0: the file as a whole
     QString text;
@@ -14,8 +15,8 @@ struct Remark {
     QString toString() const;
 };
 
-/// The remarks of one conversion. Beyond a number they are counted only: a text read with the wrong spec has one on every
-/// line.
+/// The remarks of one conversion. Beyond a number they are counted only: a text read with the wrong spec has one on
+/// every line.
 class Remarks
 {
 public:

@@ -7,7 +7,8 @@ namespace conversion {
 using namespace Qt::StringLiterals;
 using tarnwick::JTablePrintArg;
 
-ReportConvOptions::ReportConvOptions() : OptionFile(u"config\\arvo\\report_conv.opt"_s, u"ConvertReport Options"_s, 1)
+ReportConvOptions::ReportConvOptions()
+    : OptionFile(u"config\\arvo\\report_conv.opt"_s, u"ConvertReport Options"_s, 1)
 {
     ReportConvOptions::resetToDefaults();
 }

@@ -6,9 +6,10 @@
 
 namespace conversion {
 
-/// The values that a text may not carry, as the dialog's prompts or the command line's flags give them. The file name and
-/// header lines of a text can set some of them.
-struct ConversionPrompts {
+/// The values that a text may not carry, as the dialog's prompts or the command line's flags give them. The file name
+/// and header lines of a text can set some of them.
+struct ConversionPrompts
+{
     qint32 cal = 1;
     qint32 leg = 1; ///< 0 outlet, 1 inlet; kept between runs only, no entry gets it
     qint32 sec = 0;
@@ -27,7 +28,7 @@ class ReportConvOptions : public tarnwick::OptionFile
 public:
     ReportConvOptions();
 
-    QString specFile; ///< of the spec in use, relative to the project
+    QString specFile;      ///< of the spec in use, relative to the project
     QString reportsFolder; ///< where the Open dialog begins
     tarnwick::JTablePrintArg printArgs;
     qint32 sourceColumns = 80; ///< width of the text view in characters, 4 to 200

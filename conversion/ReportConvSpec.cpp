@@ -13,7 +13,8 @@ constexpr int kElementVersion = 1;
 constexpr int kLeastFieldBytes = 9 * 4;
 constexpr int kLeastPairBytes = 3 * 4;
 
-struct DefaultField {
+struct DefaultField
+{
     ReportFieldType type;
     int first;
     int last;
@@ -22,17 +23,16 @@ struct DefaultField {
 // The columns of the analysis program that most vendors print with. File index lies within the file name, whose last
 // characters it is.
 constexpr DefaultField kDefaultFields[] = {
-    {ReportFieldType::Sec, 0, 2},         {ReportFieldType::Row, 4, 6},
-    {ReportFieldType::Col, 8, 10},        {ReportFieldType::Volts, 12, 16},
-    {ReportFieldType::Phase, 18, 20},     {ReportFieldType::Percent, 22, 24},
-    {ReportFieldType::Channel, 26, 28},   {ReportFieldType::Location, 30, 53},
-    {ReportFieldType::BeginTest, 55, 57}, {ReportFieldType::EndTest, 58, 60},
-    {ReportFieldType::Analyst, 82, 86},   {ReportFieldType::OperType, 88, 98},
+    {ReportFieldType::Sec, 0, 2},          {ReportFieldType::Row, 4, 6},          {ReportFieldType::Col, 8, 10},
+    {ReportFieldType::Volts, 12, 16},      {ReportFieldType::Phase, 18, 20},      {ReportFieldType::Percent, 22, 24},
+    {ReportFieldType::Channel, 26, 28},    {ReportFieldType::Location, 30, 53},   {ReportFieldType::BeginTest, 55, 57},
+    {ReportFieldType::EndTest, 58, 60},    {ReportFieldType::Analyst, 82, 86},    {ReportFieldType::OperType, 88, 98},
     {ReportFieldType::Filename, 105, 118}, {ReportFieldType::FileIndex, 116, 118}};
 
 } // namespace
 
-ReportConvSpec::ReportConvSpec() : OptionFile(QString::fromUtf16(kDefaultPath), u"Report Conversion Spec"_s, kSpecVersion)
+ReportConvSpec::ReportConvSpec()
+    : OptionFile(QString::fromUtf16(kDefaultPath), u"Report Conversion Spec"_s, kSpecVersion)
 {
     ReportConvSpec::resetToDefaults();
 }
@@ -51,7 +51,8 @@ void ReportConvSpec::resetToDefaults()
     }
     filenameFields.clear();
     commentFields.clear();
-    operTypes = {{u"primary"_s, u"PRI"_s}, {u"secondary"_s, u"SEC"_s}, {u"resolution"_s, u"RES"_s}, {u"tertiary"_s, u"TER"_s}};
+    operTypes = {
+        {u"primary"_s, u"PRI"_s}, {u"secondary"_s, u"SEC"_s}, {u"resolution"_s, u"RES"_s}, {u"tertiary"_s, u"TER"_s}};
     fileTypes.clear();
 }
 
@@ -77,9 +78,9 @@ void ReportConvSpec::assignSettings(const ReportConvSpec &other)
 
 bool ReportConvSpec::sameSettings(const ReportConvSpec &other) const
 {
-    return headerLines == other.headerLines && layout == other.layout && reportFields == other.reportFields
-        && filenameFields == other.filenameFields && commentFields == other.commentFields && operTypes == other.operTypes
-        && fileTypes == other.fileTypes;
+    return headerLines == other.headerLines && layout == other.layout && reportFields == other.reportFields &&
+           filenameFields == other.filenameFields && commentFields == other.commentFields &&
+           operTypes == other.operTypes && fileTypes == other.fileTypes;
 }
 
 static void serializeField(JFile &file, ConvField &field)

@@ -9,12 +9,13 @@ namespace conversion {
 
 /// One field of a spec: which characters, and what they fill. Columns are 0-based and inclusive; in the comma-delimited
 /// layout the first column is the 0-based number of the value and the last is not used.
-struct ConvField {
+struct ConvField
+{
     static constexpr quint32 kDefaultColour = 0xF0F0F0;
 
-    qint32 type = 0;  ///< a ReportFieldType, FilenameFieldType or CommentFieldType, by the list the field stands in
-    qint32 part = 0;  ///< a FilenamePart or CommentPart; not read for report fields
-    QString keyword;  ///< of a comment field: the text before the value
+    qint32 type = 0; ///< a ReportFieldType, FilenameFieldType or CommentFieldType, by the list the field stands in
+    qint32 part = 0; ///< a FilenamePart or CommentPart; not read for report fields
+    QString keyword; ///< of a comment field: the text before the value
     qint32 firstColumn = 0;
     qint32 lastColumn = 0;
     /// The text last cut out for the field. It stays from line to line, so that a line that is too short takes it.
@@ -26,7 +27,8 @@ struct ConvField {
 };
 
 /// A pair of texts: a foreign word and the suite's code for it, or a description and a file pattern.
-struct TextPair {
+struct TextPair
+{
     QString from;
     QString entry;
     bool operator==(const TextPair &) const = default;

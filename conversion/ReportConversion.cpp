@@ -14,7 +14,10 @@ namespace conversion {
 using namespace Qt::StringLiterals;
 using brannock::ReportEntry;
 
-ReportConversion::ReportConversion(const brannock::Project &project) : m_project(project) {}
+ReportConversion::ReportConversion(const brannock::Project &project)
+    : m_project(project)
+{
+}
 
 void ReportConversion::convertFile(const QString &machinePath, tarnwick::Progress *progress)
 {
@@ -23,7 +26,10 @@ void ReportConversion::convertFile(const QString &machinePath, tarnwick::Progres
     m_text = std::move(text);
 }
 
-void ReportConversion::convertAgain(tarnwick::Progress *progress) { convert(m_text, progress); }
+void ReportConversion::convertAgain(tarnwick::Progress *progress)
+{
+    convert(m_text, progress);
+}
 
 void ReportConversion::convert(const TextSource &text, tarnwick::Progress *progress)
 {
@@ -33,6 +39,8 @@ void ReportConversion::convert(const TextSource &text, tarnwick::Progress *progr
         applyFilenameFields(text.path());
         QList<ReportEntry> entries;
         QList<int> lines;
+        entries.reserve(text.lineCount());
+        lines.reserve(text.lineCount());
         Remarks remarks;
         LineConverter converter(m_project, spec, prompts, remarks, text.path());
         tarnwick::ProgressLoop loop(progress, text.lineCount(), QFileInfo(text.path()).fileName());
@@ -87,7 +95,10 @@ void ReportConversion::applyFilenameFields(const QString &machinePath)
     }
 }
 
-int ReportConversion::lineOfEntry(int entry) const { return entry >= 0 && entry < m_lines.size() ? m_lines[entry] : -1; }
+int ReportConversion::lineOfEntry(int entry) const
+{
+    return entry >= 0 && entry < m_lines.size() ? m_lines[entry] : -1;
+}
 
 int ReportConversion::entryOfLine(int line) const
 {
@@ -136,8 +147,8 @@ StoreResult ReportConversion::store(tarnwick::UserPrompts &user)
 {
     const tarnwick::SuitePath path = target();
     const QString machinePath = path.machinePath(m_project.roots());
-    if (QFileInfo::exists(machinePath)
-        && user.question(tarnwick::Buttons::YesNo, messages::kOverwrite, path.text()) != tarnwick::Answer::Yes)
+    if (QFileInfo::exists(machinePath) &&
+        user.question(tarnwick::Buttons::YesNo, messages::kOverwrite, path.text()) != tarnwick::Answer::Yes)
         return StoreResult::Declined;
     fillMissing();
     m_report.storeReport(machinePath, 1);

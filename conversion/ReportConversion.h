@@ -13,7 +13,8 @@ namespace conversion {
 
 enum class StoreResult { Stored, Declined };
 
-/// Converts foreign text reports, one at a time, into the suite's report files. The dialog and the command line both drive it:
+/// Converts foreign text reports, one at a time, into the suite's report files. The dialog and the command line both
+/// drive it:
 ///
 ///     ReportConversion conversion(project);
 ///     conversion.spec.loadFrom(project.pathOf(u"report_formats\\default.fmt"_s));
@@ -21,8 +22,8 @@ enum class StoreResult { Stored, Declined };
 ///     conversion.convertFile(path);      // report(), remarks()
 ///     conversion.store(prompts);         // reports\00012_PRI.rep
 ///
-/// The prompts, and the values kept in the spec's fields, go on from file to file as they do in the dialog; who wants each file
-/// converted by itself sets them anew.
+/// The prompts, and the values kept in the spec's fields, go on from file to file as they do in the dialog; who wants
+/// each file converted by itself sets them anew.
 class ReportConversion
 {
 public:
@@ -42,15 +43,15 @@ public:
     brannock::Report &report() { return m_report; }
     const brannock::Report &report() const { return m_report; }
     const Remarks &remarks() const { return m_remarks; }
-    /// The text's line, from 1, that an entry was made of, and the entry made of a line; -1 where there is none. They hold
-    /// until entries are added to or removed from the report.
+    /// The text's line, from 1, that an entry was made of, and the entry made of a line; -1 where there is none. They
+    /// hold until entries are added to or removed from the report.
     int lineOfEntry(int entry) const;
     int entryOfLine(int line) const;
 
     /// "reports\00012_PRI.rep": the cal in five digits and the operation type.
     tarnwick::SuitePath target() const;
-    /// Fills what the entries miss from the prompts and the project and writes the report. Asks before it overwrites; any
-    /// answer but Yes stores nothing. Throws tarnwick::FileError.
+    /// Fills what the entries miss from the prompts and the project and writes the report. Asks before it overwrites;
+    /// any answer but Yes stores nothing. Throws tarnwick::FileError.
     StoreResult store(tarnwick::UserPrompts &user);
 
 private:

@@ -8,9 +8,10 @@ namespace conversion {
 using namespace Qt::StringLiterals;
 
 // The places where code page 1252 differs from Latin-1; 0 where it has no character.
-static constexpr char16_t k1252[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-                                       0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-                                       0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+static constexpr char16_t k1252[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                       0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
+                                       0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                       0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
 static QString from1252(const QByteArray &bytes)
 {
@@ -39,9 +40,14 @@ static QString decoded(const QString &path, const QByteArray &content)
     return decode.hasError() ? from1252(content) : text;
 }
 
-TextSource::TextSource(const QString &machinePath) : TextSource(machinePath, tarnwick::readFile(machinePath)) {}
+TextSource::TextSource(const QString &machinePath)
+    : TextSource(machinePath, tarnwick::readFile(machinePath))
+{
+}
 
-TextSource::TextSource(const QString &name, const QByteArray &content) : m_path(name), m_text(decoded(name, content))
+TextSource::TextSource(const QString &name, const QByteArray &content)
+    : m_path(name)
+    , m_text(decoded(name, content))
 {
     while (m_text.endsWith(u'\x1a'))
         m_text.chop(1);

@@ -6,9 +6,9 @@
 
 namespace conversion {
 
-/// A foreign text report as lines. Bytes are taken for UTF-8 when they are valid as such, else for code page 1252, which the
-/// analysis programs wrote; a byte order mark tells of UTF-16. Lines end with LF or CR LF, in texts without any LF with CR.
-/// The end-of-file mark of DOS texts (Ctrl-Z) is dropped.
+/// A foreign text report as lines. Bytes are taken for UTF-8 when they are valid as such, else for code page 1252,
+/// which the analysis programs wrote; a byte order mark tells of UTF-16. Lines end with LF or CR LF, in texts without
+/// any LF with CR. The end-of-file mark of DOS texts (Ctrl-Z) is dropped.
 class TextSource
 {
 public:
@@ -24,7 +24,8 @@ public:
     int longestLine() const { return m_longest; }
 
 private:
-    struct Span {
+    struct Span
+    {
         qsizetype start;
         qsizetype size;
     };

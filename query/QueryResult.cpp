@@ -79,6 +79,7 @@ void QueryResult::build(dao::QueryDef &query)
 void QueryResult::clear()
 {
     m_rows = std::make_unique<RowMap>(0);
+    m_place = -1;
     m_columns.clear();
     const std::unique_ptr<dao::Recordset> recordset = std::move(m_recordset);
     if (!recordset || !m_session->isOpen())
@@ -110,8 +111,11 @@ int QueryResult::findColumn(QStringView name) const
 
 void QueryResult::moveTo(qint64 place) const
 {
-    if (m_recordset->isEof() || m_recordset->isBof() || m_recordset->position() != place)
-        m_recordset->setPosition(place);
+    if (m_place == place)
+        return;
+    m_place = -1;
+    m_recordset->setPosition(place);
+    m_place = place;
 }
 
 dao::Value QueryResult::value(qint64 row, int column) const
@@ -200,7 +204,8 @@ bool QueryResult::editInserted(qint64 row, int column, const QString &text)
         m_recordset->setValue(typed.key(), typed.value());
     m_recordset->update();
     m_recordset->setBookmark(m_recordset->lastModified());
-    m_rows->setPlace(row, m_recordset->position());
+    m_place = m_recordset->position();
+    m_rows->setPlace(row, m_place);
     return true;
 }
 
@@ -218,15 +223,20 @@ bool QueryResult::hasRequiredValues(const QHash<int, dao::Value> &values) const
 void QueryResult::deleteRow(qint64 row)
 {
     const qint64 id = m_rows->id(row);
-    if (!RowMap::isInserted(id)) {
-        try {
-            moveTo(id);
-            m_recordset->deleteRow();
-        } catch (const dao::DaoException &exception) {
-            db::showDaoError(m_session->prompts(), exception, messages::kDeleteRecord);
-        }
+    if (RowMap::isInserted(id)) {
+        m_rows->remove(row);
+        return;
     }
-    m_rows->remove(row);
+    try {
+        moveTo(id);
+        // The record set then stands on the deleted record, not on the one that moved up to its place.
+        m_place = -1;
+        m_recordset->deleteRow();
+        m_rows->removeWithRecord(row);
+    } catch (const dao::DaoException &exception) {
+        m_rows->remove(row);
+        db::showDaoError(m_session->prompts(), exception, messages::kDeleteRecord);
+    }
 }
 
 void QueryResult::insertRow(qint64 position)

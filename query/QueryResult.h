@@ -81,6 +81,7 @@ private:
     QList<db::ColumnFormat> m_columns;
     std::unique_ptr<dao::Recordset> m_recordset;
     std::unique_ptr<RowMap> m_rows;
+    mutable qint64 m_place = -1; ///< where the record set stands, -1 when that is not known
 };
 
 } // namespace query
