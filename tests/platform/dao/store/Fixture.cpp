@@ -1,5 +1,7 @@
 #include "Fixture.h"
 
+#include <dao/DatabaseImpl.h>
+
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
@@ -81,6 +83,11 @@ QString textOf(const dao::Value &value)
     if (value.hasNoValue())
         return u"-"_s;
     return dao::convertValue(value, dao::DataType::Text).text();
+}
+
+void setMaxPageCount(dao::Database &database, int pages)
+{
+    database.impl().connection.run(u"PRAGMA max_page_count = %1"_s.arg(pages));
 }
 
 dao::FieldInfo build::field(const QString &name, dao::DataType type, int size, const char *flags, const QString &rule,

@@ -42,6 +42,9 @@ dao::RelationInfo relation(const QString &name, const QString &table, const QStr
 
 QString textOf(const dao::Value &value);
 
+/// No more pages than this in the file: the next one that is needed meets a full disk.
+void setMaxPageCount(dao::Database &database, int pages);
+
 inline dao::Value text(const QString &value)
 {
     return dao::Value::fromText(value);
