@@ -6,8 +6,18 @@
 
 namespace db {
 
-/// The one database of the main window: whether it is open, where it lies, the workspace its transactions run on, and the
-/// state of a conversion in progress. Every operation on the database takes it and calls checkConnected() first.
+/// Where a conversion of an older database stands. Reset at the start of every pass, so that the question is asked at
+/// most once per connection and its answer governs every later step.
+struct ConversionState
+{
+    int steps = 0; ///< requested so far
+    QString list;  ///< "    %d) %S\n" for each
+    bool asked = false;
+    bool approved = false;
+};
+
+/// The one database of the main window: whether it is open, where it lies, the workspace its transactions run on, and
+/// the state of a conversion in progress. Every operation on the database takes it and calls checkConnected() first.
 class DatabaseSession
 {
 public:
@@ -25,9 +35,12 @@ public:
     bool isUpdatable() const;
     QString path() const; ///< machine path, empty when none is open
 
-    /// Opens in place of what is open. Throws dao::DaoException.
+    /// Opens in place of what is open, which is closed first. Throws dao::DaoException; then none is open.
     void open(const QString &path, dao::OpenMode mode = dao::OpenMode::Update);
+    /// Rolls back what is not committed. Does nothing when none is open.
     void close();
+
+    ConversionState conversion;
 
 private:
     tarnwick::UserPrompts *m_prompts;
@@ -37,5 +50,11 @@ private:
 
 /// True when a database is open; otherwise says "Connect to a database first." (1053).
 bool checkConnected(DatabaseSession &session);
+
+/// Transactions on the session's workspace. An engine exception is reported (1054, 1055, 1056) and false returned, or,
+/// with rethrow, passes on unreported.
+bool beginTrans(DatabaseSession &session, bool rethrow = false);
+bool commitTrans(DatabaseSession &session, bool rethrow = false);
+bool rollbackTrans(DatabaseSession &session, bool rethrow = false);
 
 } // namespace db

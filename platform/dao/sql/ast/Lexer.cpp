@@ -1,0 +1,248 @@
+#include "Token.h"
+
+#include <dao/values/OleDate.h>
+#include <cmath>
+
+namespace dao::sql::ast {
+namespace {
+
+constexpr double LargestLong = 2147483647.0;
+
+struct SymbolText {
+    char16_t first;
+    char16_t second;
+    Symbol symbol;
+};
+
+// Longer ones first.
+constexpr SymbolText symbols[] = {
+    {u'<', u'>', Symbol::NotEqual}, {u'<', u'=', Symbol::LessEqual}, {u'>', u'=', Symbol::GreaterEqual},
+    {u'.', 0, Symbol::Dot}, {u'!', 0, Symbol::Bang}, {u',', 0, Symbol::Comma}, {u'(', 0, Symbol::LeftParen},
+    {u')', 0, Symbol::RightParen}, {u';', 0, Symbol::Semicolon}, {u'+', 0, Symbol::Plus}, {u'-', 0, Symbol::Minus},
+    {u'*', 0, Symbol::Star}, {u'/', 0, Symbol::Slash}, {u'\\', 0, Symbol::Backslash}, {u'^', 0, Symbol::Caret},
+    {u'&', 0, Symbol::Ampersand}, {u'=', 0, Symbol::Equal}, {u'<', 0, Symbol::Less}, {u'>', 0, Symbol::Greater},
+};
+
+bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+bool startsWord(QChar c)
+{
+    return c.isLetter() || c == u'_' || c == u'@' || c.isSurrogate();
+}
+
+bool continuesWord(QChar c)
+{
+    return startsWord(c) || c.isLetterOrNumber() || c.isMark();
+}
+
+class Lexer
+{
+public:
+    explicit Lexer(QStringView text) : m_text(text) {}
+
+    QList<Token> run()
+    {
+        while (true) {
+            while (m_at < m_text.size() && m_text[m_at].isSpace())
+                ++m_at;
+            Token token = next();
+            token.range = {int(m_start), int(m_at - m_start)};
+            m_afterOperand = token.isName() || token.kind == Token::Kind::Number || token.kind == Token::Kind::Text ||
+                             token.kind == Token::Kind::Date || token.is(Symbol::RightParen);
+            m_afterDot = token.is(Symbol::Dot) || token.is(Symbol::Bang);
+            m_tokens.append(token);
+            if (token.kind == Token::Kind::End)
+                return m_tokens;
+        }
+    }
+
+private:
+    QChar at(qsizetype offset = 0) const
+    {
+        return m_at + offset < m_text.size() ? m_text[m_at + offset] : QChar();
+    }
+
+    Token next()
+    {
+        m_start = m_at;
+        if (m_at >= m_text.size())
+            return {};
+        const QChar c = at();
+        if (c == u'\'' || c == u'"')
+            return text(c);
+        if (c == u'[')
+            return bracketed(u']');
+        if (c == u'`')
+            return bracketed(u'`');
+        if (c == u'#')
+            return date();
+        if (isDigit(c) || (c == u'.' && isDigit(at(1)) && !m_afterOperand))
+            return number();
+        if (c == u'&' && !m_afterOperand && isRadixMark(at(1)))
+            return radixNumber();
+        if (startsWord(c))
+            return word();
+        if (isComment())
+            return fault(Fault::Comment, 2);
+        return symbol();
+    }
+
+    // A double minus is two operators only where a number or a parenthesis follows at once; otherwise it is the comment of
+    // other dialects, which this one does not have.
+    bool isComment() const
+    {
+        if (at() == u'/' && at(1) == u'*')
+            return true;
+        return at() == u'-' && at(1) == u'-' && !isDigit(at(2)) && at(2) != u'.' && at(2) != u'(' && at(2) != u'[';
+    }
+
+    Token fault(Fault kind, qsizetype length)
+    {
+        m_at = std::min(m_at + length, m_text.size());
+        Token token;
+        token.kind = Token::Kind::Faulty;
+        token.fault = kind;
+        return token;
+    }
+
+    Token text(QChar quote)
+    {
+        Token token;
+        token.kind = Token::Kind::Text;
+        for (++m_at; m_at < m_text.size(); ++m_at) {
+            if (at() != quote) {
+                token.text += at();
+            } else if (at(1) == quote) {
+                token.text += quote;
+                ++m_at;
+            } else {
+                ++m_at;
+                return token;
+            }
+        }
+        return fault(Fault::Text, 0);
+    }
+
+    Token bracketed(QChar closing)
+    {
+        const qsizetype end = m_text.indexOf(closing, m_at + 1);
+        if (end < 0)
+            return fault(Fault::Bracket, m_text.size());
+        Token token;
+        token.kind = Token::Kind::Quoted;
+        token.text = m_text.sliced(m_at + 1, end - m_at - 1).toString();
+        m_at = end + 1;
+        return token;
+    }
+
+    Token date()
+    {
+        const qsizetype end = m_text.indexOf(u'#', m_at + 1);
+        if (end < 0)
+            return fault(Fault::Date, m_text.size());
+        const std::optional<double> value = parseDate(m_text.sliced(m_at + 1, end - m_at - 1));
+        if (!value)
+            return fault(Fault::Date, end + 1 - m_at);
+        Token token;
+        token.kind = Token::Kind::Date;
+        token.number = *value;
+        m_at = end + 1;
+        return token;
+    }
+
+    Token number()
+    {
+        bool fraction = false;
+        while (isDigit(at()))
+            ++m_at;
+        if (at() == u'.') {
+            fraction = true;
+            ++m_at;
+            while (isDigit(at()))
+                ++m_at;
+        }
+        const qsizetype exponentDigits = at(1) == u'+' || at(1) == u'-' ? 2 : 1;
+        if ((at() == u'e' || at() == u'E') && isDigit(at(exponentDigits))) {
+            fraction = true;
+            m_at += exponentDigits;
+            while (isDigit(at()))
+                ++m_at;
+        }
+        Token token;
+        token.kind = Token::Kind::Number;
+        token.number = m_text.sliced(m_start, m_at - m_start).toDouble();
+        token.whole = !fraction && token.number <= LargestLong;
+        if (!std::isfinite(token.number))
+            return fault(Fault::Number, 0);
+        return token;
+    }
+
+    static bool isRadixMark(QChar c) { return c == u'H' || c == u'h' || c == u'O' || c == u'o'; }
+
+    Token radixNumber()
+    {
+        const bool hex = at(1).toUpper() == u'H';
+        m_at += 2;
+        const qsizetype start = m_at;
+        while (isDigit(at()) || (hex && at().toUpper() >= u'A' && at().toUpper() <= u'F'))
+            ++m_at;
+        bool ok = false;
+        const quint64 value = m_text.sliced(start, m_at - start).toULongLong(&ok, hex ? 16 : 8);
+        if (!ok || value > 0xFFFFFFFFu)
+            return fault(Fault::Number, 0);
+        Token token;
+        token.kind = Token::Kind::Number;
+        token.whole = true;
+        token.number = value <= 0xFFFF ? double(qint16(value)) : double(qint32(value));
+        return token;
+    }
+
+    Token word()
+    {
+        ++m_at;
+        while (m_at < m_text.size() && continuesWord(at()))
+            ++m_at;
+        // Left$(...) and its like: the mark belongs to the name of a function.
+        if (at() == u'$' && at(1) == u'(')
+            ++m_at;
+        Token token;
+        token.kind = Token::Kind::Word;
+        token.text = m_text.sliced(m_start, m_at - m_start).toString();
+        // Behind a dot every word is a plain name.
+        token.keyword = m_afterDot ? Keyword::None : keywordOf(token.text);
+        return token;
+    }
+
+    Token symbol()
+    {
+        for (const SymbolText &entry : symbols) {
+            if (at() != QChar(entry.first) || (entry.second != 0 && at(1) != QChar(entry.second)))
+                continue;
+            m_at += entry.second == 0 ? 1 : 2;
+            Token token;
+            token.kind = Token::Kind::Symbol;
+            token.symbol = entry.symbol;
+            return token;
+        }
+        return fault(Fault::Character, 1);
+    }
+
+    QStringView m_text;
+    qsizetype m_at = 0;
+    qsizetype m_start = 0;
+    bool m_afterOperand = false;
+    bool m_afterDot = false;
+    QList<Token> m_tokens;
+};
+
+} // namespace
+
+QList<Token> tokenize(QStringView text)
+{
+    return Lexer(text).run();
+}
+
+} // namespace dao::sql::ast

@@ -1,0 +1,248 @@
+#include "Parser.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::ast {
+namespace {
+
+// The inner engine allows expressions a thousand levels deep; ours are spelled with up to two of its levels.
+constexpr int MaxTreeDepth = 480;
+constexpr int MaxNesting = 150;
+
+const QString errorSource = u"DAO.Database"_s;
+
+} // namespace
+
+Parser::DepthGuard::DepthGuard(Parser &parser) : m_parser(parser)
+{
+    if (m_parser.m_depth >= MaxNesting)
+        m_parser.fail(error::TooComplex);
+    ++m_parser.m_depth;
+}
+
+Parser::Parser(const QString &text) : m_text(text), m_tokens(tokenize(m_text)) {}
+
+Parser::Parser(const QString &text, QList<Token> tokens, int depth)
+    : m_text(text), m_tokens(std::move(tokens)), m_depth(depth)
+{
+}
+
+Statement Parser::parseStatement()
+{
+    Statement statement;
+    checkCurrent();
+    if (at(Keyword::Parameters))
+        parseParameters(statement);
+    if (at(Keyword::Procedure))
+        parseProcedure(statement);
+    const Token first = current();
+    if (first.is(Keyword::Select) || first.is(Symbol::LeftParen) || (first.is(Keyword::Table) && ahead().isName()))
+        statement.node = parseQuery();
+    else if (first.is(Keyword::Transform))
+        statement.node = parseTransform();
+    else if (first.is(Keyword::Insert))
+        statement.node = parseInsert();
+    else if (first.is(Keyword::Update))
+        statement.node = parseUpdate();
+    else if (first.is(Keyword::Delete))
+        statement.node = parseDelete();
+    else if (first.is(Keyword::Create))
+        parseCreate(statement);
+    else if (first.is(Keyword::Alter))
+        statement.node = parseAlterTable();
+    else if (first.is(Keyword::Drop))
+        parseDrop(statement);
+    else if (first.is(Keyword::Execute) || first.is(Keyword::Exec))
+        statement.node = parseExecute();
+    else
+        fail(error::UnknownStatement);
+    expectEnd();
+    return statement;
+}
+
+ExprPtr Parser::parseLoneExpression()
+{
+    accept(Symbol::Equal);
+    ExprPtr expr = parseClauseExpression();
+    if (current().kind != Token::Kind::End)
+        failExpression(u"Syntax error (missing operator)"_s);
+    return expr;
+}
+
+ExprPtr Parser::parseCriterion()
+{
+    m_criterion = true;
+    ExprPtr expr = parseClauseExpression();
+    if (current().kind != Token::Kind::End)
+        failExpression(u"Syntax error (missing operator)"_s);
+    return withImpliedField(std::move(expr));
+}
+
+void Parser::expectEnd()
+{
+    if (accept(Symbol::Semicolon)) {
+        if (current().kind != Token::Kind::End)
+            fail(error::TextAfterEnd);
+    } else if (current().kind != Token::Kind::End) {
+        fail(error::MissingSemicolon);
+    }
+}
+
+Token Parser::take()
+{
+    const Token token = current();
+    if (token.kind != Token::Kind::End)
+        ++m_at;
+    checkCurrent();
+    return token;
+}
+
+void Parser::checkCurrent() const
+{
+    if (current().kind == Token::Kind::Faulty)
+        failFaulty();
+}
+
+bool Parser::accept(Keyword keyword)
+{
+    if (!at(keyword))
+        return false;
+    take();
+    return true;
+}
+
+bool Parser::accept(Symbol symbol)
+{
+    if (!at(symbol))
+        return false;
+    take();
+    return true;
+}
+
+void Parser::expect(Keyword keyword, int error)
+{
+    if (!accept(keyword))
+        fail(error);
+}
+
+void Parser::expect(Symbol symbol, int error)
+{
+    if (!accept(symbol))
+        fail(error);
+}
+
+NameAt Parser::expectName(int error)
+{
+    if (!current().isName())
+        fail(error);
+    const Token token = take();
+    return {token.text, token.range};
+}
+
+std::vector<NameAt> Parser::nameList(int error)
+{
+    std::vector<NameAt> names;
+    expect(Symbol::LeftParen, error);
+    do {
+        names.push_back(expectName(error));
+        // "t.f" stands for "f" here.
+        while (at(Symbol::Dot)) {
+            take();
+            names.back() = expectName(error);
+        }
+    } while (accept(Symbol::Comma));
+    expect(Symbol::RightParen, error);
+    return names;
+}
+
+Range Parser::since(const Token &first) const
+{
+    const Range last = m_at > 0 ? m_tokens[m_at - 1].range : first.range;
+    return first.range.to(last);
+}
+
+QString Parser::textOf(Range range) const
+{
+    return m_text.sliced(range.start, range.length);
+}
+
+void Parser::fail(int number, const QStringList &arguments) const
+{
+    // At the end of the text there is nothing to mark but what stands last.
+    const bool atEnd = current().kind == Token::Kind::End && m_at > 0;
+    failAt(atEnd ? m_tokens[m_at - 1].range : current().range, number, arguments);
+}
+
+void Parser::failAt(Range range, int number, const QStringList &arguments) const
+{
+    raise(number, errorSource, arguments, SourceRange::of(m_text, range.start, range.length));
+}
+
+void Parser::failExpression(const QString &what) const
+{
+    fail(error::SyntaxInExpression, {what, expressionText()});
+}
+
+void Parser::failFaulty() const
+{
+    const auto refuse = [this](const QString &what) { failExpression(what); };
+    switch (current().fault) {
+    case Fault::Text: refuse(u"Syntax error in string"_s); break;
+    case Fault::Date: refuse(u"Syntax error in date"_s); break;
+    case Fault::Number: refuse(u"Syntax error in number"_s); break;
+    case Fault::Bracket: fail(error::InvalidBracketing, {textOf(current().range).first(1)});
+    case Fault::Comment:
+        try {
+            refuse(u"Syntax error (missing operator)"_s);
+        } catch (DaoException &exception) {
+            exception.withHint(u"This SQL has no comments. A double minus is written \"- -\"."_s);
+            throw;
+        }
+        break;
+    default: refuse(u"Syntax error (missing operator)"_s); break;
+    }
+    Q_UNREACHABLE();
+}
+
+// The expression around the current token, as written, up to where its clause ends.
+QString Parser::expressionText() const
+{
+    const qsizetype first = m_expressionStart >= 0 ? m_expressionStart : m_at;
+    if (current().kind == Token::Kind::Faulty && m_expressionStart < 0)
+        return textOf(current().range);
+    int open = 0;
+    qsizetype last = first;
+    for (; last < m_tokens.size() - 1; ++last) {
+        const Token &token = m_tokens[last];
+        if (token.is(Symbol::LeftParen)) {
+            ++open;
+        } else if (token.is(Symbol::RightParen)) {
+            if (open == 0 && last > m_at)
+                break;
+            --open;
+        } else if (open <= 0 && last >= m_at && last > first) {
+            const bool clause = token.is(Keyword::From) || token.is(Keyword::Where) || token.is(Keyword::Group) ||
+                                token.is(Keyword::Having) || token.is(Keyword::Order) || token.is(Keyword::Union) ||
+                                token.is(Keyword::Into) || token.is(Keyword::Pivot);
+            if (clause || token.is(Symbol::Comma) || token.is(Symbol::Semicolon))
+                break;
+        }
+    }
+    return last == first ? textOf(m_tokens[first].range) : textOf(m_tokens[first].range.to(m_tokens[last - 1].range));
+}
+
+int Parser::depthOf(const std::vector<ExprPtr> &children) const
+{
+    int depth = 0;
+    for (const ExprPtr &child : children)
+        depth = std::max(depth, child->depth);
+    return depth;
+}
+
+void Parser::checkDepth(const Expr &expr) const
+{
+    if (expr.depth > MaxTreeDepth)
+        failAt(expr.range, error::TooComplex);
+}
+
+} // namespace dao::sql::ast

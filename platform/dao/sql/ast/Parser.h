@@ -1,0 +1,184 @@
+#pragma once
+#include "Statement.h"
+
+#include <dao/values/Errors.h>
+
+namespace dao::sql::ast {
+
+/// Recursive descent over the tokens of one text: one function for each production of the grammar, which leaves the first
+/// token behind it current. Every failure is a DaoException with a place; the productions themselves never recover.
+class Parser
+{
+public:
+    explicit Parser(const QString &text);
+
+    Statement parseStatement();
+    /// The whole text as one expression.
+    ExprPtr parseLoneExpression();
+    /// The whole text as a validation rule: comparisons may lack their left side (an ImpliedField takes its place), and a bare
+    /// operand stands for equality with the field. And and Or distribute.
+    ExprPtr parseCriterion();
+
+private:
+    class DepthGuard;
+    class ExpressionScope;
+
+    Parser(const QString &text, QList<Token> tokens, int depth);
+
+    // Parser.cpp: tokens and failures
+    const Token &current() const { return m_tokens[m_at]; }
+    const Token &ahead(qsizetype count = 1) const { return m_tokens[std::min(m_at + count, m_tokens.size() - 1)]; }
+    Token take();
+    bool at(Keyword keyword) const { return current().is(keyword); }
+    bool at(Symbol symbol) const { return current().is(symbol); }
+    bool accept(Keyword keyword);
+    bool accept(Symbol symbol);
+    void expect(Keyword keyword, int error);
+    void expect(Symbol symbol, int error);
+    NameAt expectName(int error);
+    std::vector<NameAt> nameList(int error);
+    Range since(const Token &first) const;
+    QString textOf(Range range) const;
+    [[noreturn]] void fail(int number, const QStringList &arguments = {}) const;
+    [[noreturn]] void failAt(Range range, int number, const QStringList &arguments = {}) const;
+    [[noreturn]] void failExpression(const QString &what) const;
+    [[noreturn]] void failFaulty() const;
+    QString expressionText() const;
+    void checkCurrent() const;
+    void expectEnd();
+    template <typename Node> ExprPtr make(Range range, Node node) const;
+    int depthOf(const std::vector<ExprPtr> &children) const;
+    void checkDepth(const Expr &expr) const;
+
+    // ParserExpression.cpp
+    ExprPtr parseClauseExpression();
+    bool beginsOperand() const;
+    ExprPtr parseExpression();
+    ExprPtr parseLogical(int level);
+    ExprPtr parseChain(bool isAnd);
+    ExprPtr parseNot();
+    ExprPtr parseComparison();
+    ExprPtr parseComparisonTail(ExprPtr left, bool &found);
+    ExprPtr parseBetween(ExprPtr left, bool negated);
+    ExprPtr parseIn(ExprPtr left, bool negated);
+    ExprPtr parseRelation(ExprPtr left, BinaryOp op);
+    ExprPtr parseArithmetic(int level);
+    ExprPtr parseUnary();
+    ExprPtr parsePower();
+    ExprPtr parsePrimary();
+    ExprPtr parseWord();
+    ExprPtr parseName();
+    ExprPtr parseCall();
+    ExprPtr parseParenthesis();
+    QueryPtr parseSubquery();
+    std::vector<ExprPtr> parseExpressionList();
+    ExprPtr withImpliedField(ExprPtr expr) const;
+    bool atCriterionOperator() const;
+
+    // ParserQuery.cpp
+    QueryPtr parseQuery();
+    QueryPart parseQueryPart();
+    std::unique_ptr<Select> parseSelect();
+    void parsePredicates(Select &select);
+    void parseTop(Select &select);
+    std::vector<SelectItem> parseSelectList(int error);
+    SelectItem parseSelectItem(int error);
+    std::vector<OrderItem> parseOrderBy();
+    void parseClauses(Select &select);
+    void parseOwnerAccess();
+    std::vector<TableRefPtr> parseFrom();
+    TableRefPtr parseJoins();
+    TableRefPtr parseTable();
+    TableRefPtr parseBracketedQuery();
+    TableRefPtr parseParenthesisedTable();
+    void parseTableAlias(TableRef &table);
+    bool atJoin() const;
+    JoinKind parseJoinKind();
+    Transform parseTransform();
+
+    // ParserModify.cpp
+    void parseParameters(Statement &statement);
+    void parseProcedure(Statement &statement);
+    ParameterDeclaration parseParameter();
+    Insert parseInsert();
+    Update parseUpdate();
+    Delete parseDelete();
+    Execute parseExecute();
+    void refuseOtherDatabase();
+
+    // ParserDefine.cpp
+    void parseCreate(Statement &statement);
+    CreateTable parseCreateTable();
+    FieldDefinition parseFieldDefinition();
+    void parseFieldType(FieldDefinition &field);
+    Constraint parseConstraint(bool ofTable);
+    void parseConstraintBody(Constraint &constraint, bool ofTable);
+    void parseReferences(Constraint &constraint);
+    bool atConstraint(bool ofTable) const;
+    QString parseCheck();
+    AlterTable parseAlterTable();
+    CreateIndex parseCreateIndex(bool unique);
+    CreateQuery parseCreateQuery();
+    void parseDrop(Statement &statement);
+
+    QString m_text;
+    QList<Token> m_tokens;
+    qsizetype m_at = 0;
+    qsizetype m_expressionStart = -1;
+    int m_depth = 0;
+    int m_subqueries = 0;
+    bool m_criterion = false;
+};
+
+/// Counts a level of nesting; too many are refused, so that no text can exhaust the stack.
+class Parser::DepthGuard
+{
+public:
+    explicit DepthGuard(Parser &parser);
+    ~DepthGuard() { --m_parser.m_depth; }
+    DepthGuard(const DepthGuard &) = delete;
+    DepthGuard &operator=(const DepthGuard &) = delete;
+
+private:
+    Parser &m_parser;
+};
+
+/// While it lives, syntax errors quote the expression that began here.
+class Parser::ExpressionScope
+{
+public:
+    explicit ExpressionScope(Parser &parser) : m_parser(parser), m_outer(parser.m_expressionStart)
+    {
+        m_parser.m_expressionStart = m_parser.m_at;
+    }
+    ~ExpressionScope() { m_parser.m_expressionStart = m_outer; }
+    ExpressionScope(const ExpressionScope &) = delete;
+    ExpressionScope &operator=(const ExpressionScope &) = delete;
+
+private:
+    Parser &m_parser;
+    qsizetype m_outer;
+};
+
+template <typename Node> ExprPtr Parser::make(Range range, Node node) const
+{
+    auto expr = std::make_unique<Expr>();
+    expr->range = range;
+    if constexpr (requires { node.operand; })
+        expr->depth = std::max(expr->depth, node.operand->depth + 1);
+    if constexpr (requires { node.left; })
+        expr->depth = std::max({expr->depth, node.left->depth + 1, node.right->depth + 1});
+    if constexpr (requires { node.low; })
+        expr->depth = std::max({expr->depth, node.low->depth + 1, node.high->depth + 1});
+    if constexpr (requires { node.terms; })
+        expr->depth = std::max(expr->depth, depthOf(node.terms) + 1);
+    if constexpr (requires { node.arguments; })
+        expr->depth = std::max(expr->depth, depthOf(node.arguments) + 1);
+    if constexpr (requires { node.items; })
+        expr->depth = std::max(expr->depth, depthOf(node.items) + 1);
+    expr->node = std::move(node);
+    checkDepth(*expr);
+    return expr;
+}
+
+} // namespace dao::sql::ast

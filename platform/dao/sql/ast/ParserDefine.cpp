@@ -1,0 +1,302 @@
+#include "Parser.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::ast {
+namespace {
+
+constexpr int DefaultTextSize = 255;
+
+} // namespace
+
+void Parser::parseCreate(Statement &statement)
+{
+    take();
+    accept(Keyword::Temporary);
+    const bool unique = at(Keyword::Unique);
+    if (unique)
+        take();
+    const bool isProcedure = at(Keyword::Procedure) || current().text.compare(u"PROC", Qt::CaseInsensitive) == 0;
+    if (accept(Keyword::Index))
+        statement.node = parseCreateIndex(unique);
+    else if (!unique && accept(Keyword::Table))
+        statement.node = parseCreateTable();
+    else if (!unique && (at(Keyword::View) || isProcedure))
+        statement.node = parseCreateQuery();
+    else
+        fail(error::SyntaxInCreateTable);
+}
+
+// TABLE name (field type ..., constraint, ...)
+CreateTable Parser::parseCreateTable()
+{
+    CreateTable create;
+    create.table = expectName(error::SyntaxInCreateTable);
+    expect(Symbol::LeftParen, error::SyntaxInCreateTable);
+    do {
+        if (atConstraint(true))
+            create.constraints.push_back(parseConstraint(true));
+        else
+            create.fields.push_back(parseFieldDefinition());
+    } while (accept(Symbol::Comma));
+    expect(Symbol::RightParen, error::SyntaxInCreateTable);
+    return create;
+}
+
+// A field may have the name of a constraint's first word, so what follows decides.
+bool Parser::atConstraint(bool ofTable) const
+{
+    if (at(Keyword::Constraint))
+        return true;
+    if (at(Keyword::Primary) || at(Keyword::Foreign))
+        return ahead().is(Keyword::Key);
+    if (at(Keyword::Check))
+        return ahead().is(Symbol::LeftParen);
+    if (at(Keyword::Unique))
+        return !ofTable || ahead().is(Symbol::LeftParen);
+    return !ofTable && (at(Keyword::References) || at(Keyword::Not) || at(Keyword::Null));
+}
+
+FieldDefinition Parser::parseFieldDefinition()
+{
+    FieldDefinition field;
+    field.name = expectName(error::SyntaxInFieldDefinition);
+    parseFieldType(field);
+    while (true) {
+        if (at(Keyword::Not) && ahead().is(Keyword::Null)) {
+            take();
+            take();
+            field.notNull = true;
+        } else if (accept(Keyword::Null)) {
+            field.notNull = false;
+        } else if (accept(Keyword::Default)) {
+            const Token first = current();
+            parseArithmetic(0);
+            field.defaultValue = textOf(since(first));
+        } else if (at(Keyword::With)) {
+            take();
+            if (!accept(Keyword::Compression) && !accept(Keyword::Comp))
+                fail(error::SyntaxInFieldDefinition);
+        } else if (atConstraint(false)) {
+            field.constraints.push_back(parseConstraint(false));
+        } else {
+            return field;
+        }
+    }
+}
+
+void Parser::parseFieldType(FieldDefinition &field)
+{
+    const std::optional<TypeName> type = current().kind == Token::Kind::Word ? typeNameOf(current().text) : std::nullopt;
+    if (!type || type->type == DataType::Unknown)
+        fail(error::SyntaxInFieldDefinition);
+    take();
+    field.type = *type;
+    field.size = type->type == DataType::Text || type->type == DataType::Binary ? DefaultTextSize : 0;
+    if (!accept(Symbol::LeftParen))
+        return;
+    // A text's size; the seed and step of a counter and the digits of a decimal are read and have no effect.
+    int numbers = 0;
+    do {
+        accept(Symbol::Minus);
+        const Token number = current();
+        if (number.kind != Token::Kind::Number || !number.whole)
+            fail(error::SyntaxInFieldDefinition);
+        take();
+        const bool sized = field.type.type == DataType::Text || field.type.type == DataType::Binary;
+        if (numbers++ == 0 && sized) {
+            if (number.number < 1 || number.number > DefaultTextSize)
+                failAt(number.range, error::SyntaxInFieldDefinition);
+            field.size = int(number.number);
+        }
+    } while (accept(Symbol::Comma));
+    expect(Symbol::RightParen, error::SyntaxInFieldDefinition);
+}
+
+Constraint Parser::parseConstraint(bool ofTable)
+{
+    const Token first = current();
+    Constraint constraint;
+    if (accept(Keyword::Constraint))
+        constraint.name = expectName(error::SyntaxInConstraint).name;
+    parseConstraintBody(constraint, ofTable);
+    constraint.range = since(first);
+    return constraint;
+}
+
+void Parser::parseConstraintBody(Constraint &constraint, bool ofTable)
+{
+    bool listed = ofTable;
+    if (accept(Keyword::Primary)) {
+        expect(Keyword::Key, error::SyntaxInConstraint);
+        constraint.kind = Constraint::Kind::PrimaryKey;
+    } else if (accept(Keyword::Unique)) {
+        constraint.kind = Constraint::Kind::Unique;
+    } else if (accept(Keyword::Not)) {
+        expect(Keyword::Null, error::SyntaxInConstraint);
+        constraint.kind = Constraint::Kind::NotNull;
+    } else if (at(Keyword::Check)) {
+        take();
+        constraint.kind = Constraint::Kind::Check;
+        constraint.check = parseCheck();
+        listed = false;
+    } else if (ofTable ? at(Keyword::Foreign) : at(Keyword::References)) {
+        if (accept(Keyword::Foreign))
+            expect(Keyword::Key, error::SyntaxInConstraint);
+        constraint.kind = Constraint::Kind::ForeignKey;
+        if (ofTable && at(Keyword::No)) { // FOREIGN KEY NO INDEX
+            take();
+            expect(Keyword::Index, error::SyntaxInConstraint);
+        }
+    } else {
+        fail(error::SyntaxInConstraint);
+    }
+    if (listed)
+        constraint.fields = nameList(error::SyntaxInConstraint);
+    if (constraint.kind == Constraint::Kind::ForeignKey)
+        parseReferences(constraint);
+}
+
+QString Parser::parseCheck()
+{
+    expect(Symbol::LeftParen, error::SyntaxInConstraint);
+    const Token first = current();
+    {
+        const ExpressionScope scope(*this);
+        parseExpression();
+    }
+    const QString text = textOf(since(first));
+    expect(Symbol::RightParen, error::SyntaxInConstraint);
+    return text;
+}
+
+void Parser::parseReferences(Constraint &constraint)
+{
+    expect(Keyword::References, error::SyntaxInConstraint);
+    constraint.referencedTable = expectName(error::SyntaxInConstraint);
+    if (at(Symbol::LeftParen))
+        constraint.referencedFields = nameList(error::SyntaxInConstraint);
+    while (accept(Keyword::On)) {
+        const bool isUpdate = at(Keyword::Update);
+        if (!accept(Keyword::Update))
+            expect(Keyword::Delete, error::SyntaxInConstraint);
+        if (accept(Keyword::No)) {
+            expect(Keyword::Action, error::SyntaxInConstraint);
+            continue;
+        }
+        expect(Keyword::Cascade, error::SyntaxInConstraint);
+        (isUpdate ? constraint.cascadeUpdate : constraint.cascadeDelete) = true;
+    }
+}
+
+AlterTable Parser::parseAlterTable()
+{
+    AlterTable alter;
+    take();
+    expect(Keyword::Table, error::SyntaxInAlterTable);
+    alter.table = expectName(error::SyntaxInAlterTable);
+    if (accept(Keyword::Add)) {
+        if (atConstraint(true)) {
+            alter.change = parseConstraint(true);
+        } else {
+            accept(Keyword::Column);
+            alter.change = AlterTable::AddField{parseFieldDefinition()};
+        }
+    } else if (accept(Keyword::Alter)) {
+        accept(Keyword::Column);
+        alter.change = AlterTable::AlterField{parseFieldDefinition()};
+    } else if (accept(Keyword::Drop)) {
+        if (at(Keyword::Constraint) && ahead().isName()) {
+            take();
+            alter.change = AlterTable::DropConstraint{expectName(error::SyntaxInAlterTable)};
+        } else {
+            if (at(Keyword::Column) && ahead().isName())
+                take();
+            alter.change = AlterTable::DropField{expectName(error::SyntaxInAlterTable)};
+        }
+    } else {
+        fail(error::SyntaxInAlterTable);
+    }
+    return alter;
+}
+
+CreateIndex Parser::parseCreateIndex(bool unique)
+{
+    CreateIndex create;
+    create.unique = unique;
+    create.index = expectName(error::SyntaxInCreateIndex);
+    expect(Keyword::On, error::SyntaxInCreateIndex);
+    create.table = expectName(error::SyntaxInCreateIndex);
+    expect(Symbol::LeftParen, error::SyntaxInCreateIndex);
+    do {
+        CreateIndex::Field field{expectName(error::SyntaxInCreateIndex)};
+        field.descending = at(Keyword::Desc);
+        if (at(Keyword::Desc) || at(Keyword::Asc))
+            take();
+        create.fields.push_back(std::move(field));
+    } while (accept(Symbol::Comma));
+    expect(Symbol::RightParen, error::SyntaxInCreateIndex);
+    if (!accept(Keyword::With))
+        return create;
+    if (accept(Keyword::Primary)) {
+        create.primary = true;
+    } else if (accept(Keyword::Disallow)) {
+        expect(Keyword::Null, error::SyntaxInCreateIndex);
+        create.disallowNull = true;
+    } else {
+        expect(Keyword::Ignore, error::SyntaxInCreateIndex);
+        expect(Keyword::Null, error::SyntaxInCreateIndex);
+        create.ignoreNull = true;
+    }
+    return create;
+}
+
+// VIEW name [(column, ...)] AS query, PROCEDURE name [(parameter type, ...)] AS statement. The text behind AS is kept as the
+// stored query, with the parameters as its PARAMETERS clause.
+CreateQuery Parser::parseCreateQuery()
+{
+    take();
+    CreateQuery create;
+    create.query = expectName(error::SyntaxInCreateTable);
+    QStringList parameters;
+    if (!at(Keyword::As)) {
+        const bool parenthesised = accept(Symbol::LeftParen);
+        do {
+            const Token first = current();
+            parseParameter();
+            parameters.append(textOf(since(first)));
+        } while (accept(Symbol::Comma));
+        if (parenthesised)
+            expect(Symbol::RightParen, error::SyntaxInParameter);
+    }
+    expect(Keyword::As, error::SyntaxInCreateTable);
+    const Token first = current();
+    Parser body(m_text, m_tokens.sliced(m_at), m_depth);
+    body.parseStatement();
+    while (current().kind != Token::Kind::End)
+        take();
+    create.sql = textOf(since(first));
+    if (!parameters.isEmpty())
+        create.sql.prepend(u"PARAMETERS "_s + parameters.join(u", ") + u";\n"_s);
+    return create;
+}
+
+void Parser::parseDrop(Statement &statement)
+{
+    take();
+    if (accept(Keyword::Table)) {
+        statement.node = DropTable{expectName(error::SyntaxInDrop)};
+    } else if (accept(Keyword::Index)) {
+        DropIndex drop;
+        drop.index = expectName(error::SyntaxInDrop);
+        expect(Keyword::On, error::SyntaxInDrop);
+        drop.table = expectName(error::SyntaxInDrop);
+        statement.node = std::move(drop);
+    } else if (accept(Keyword::View) || accept(Keyword::Procedure)) {
+        statement.node = DropQuery{expectName(error::SyntaxInDrop)};
+    } else {
+        fail(error::SyntaxInDrop);
+    }
+}
+
+} // namespace dao::sql::ast

@@ -1,0 +1,433 @@
+#include "Parser.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::ast {
+namespace {
+
+const QString missingOperator = u"Syntax error (missing operator)"_s;
+const QString missingParenthesis = u"Missing ), ], or Item"_s;
+
+struct KeywordOperator {
+    Keyword keyword;
+    BinaryOp op;
+};
+
+// Lowest first; Or and And stand between these and Not.
+constexpr KeywordOperator logicalLevels[] = {
+    {Keyword::Imp, BinaryOp::Imp}, {Keyword::Eqv, BinaryOp::Eqv}, {Keyword::Xor, BinaryOp::Xor}};
+constexpr int LogicalLevels = int(std::size(logicalLevels));
+
+struct ArithmeticOperator {
+    int level;
+    Symbol symbol;
+    Keyword keyword;
+    BinaryOp op;
+};
+
+constexpr ArithmeticOperator arithmetic[] = {
+    {0, Symbol::Ampersand, Keyword::None, BinaryOp::Concatenate}, {1, Symbol::Plus, Keyword::None, BinaryOp::Add},
+    {1, Symbol::Minus, Keyword::None, BinaryOp::Subtract},        {2, Symbol::None, Keyword::Mod, BinaryOp::Mod},
+    {3, Symbol::Backslash, Keyword::None, BinaryOp::IntegerDivide}, {4, Symbol::Star, Keyword::None, BinaryOp::Multiply},
+    {4, Symbol::Slash, Keyword::None, BinaryOp::Divide}};
+constexpr int ArithmeticLevels = 5;
+
+struct RelationOperator {
+    Symbol symbol;
+    BinaryOp op;
+};
+
+constexpr RelationOperator relations[] = {
+    {Symbol::Equal, BinaryOp::Equal},         {Symbol::NotEqual, BinaryOp::NotEqual},
+    {Symbol::Less, BinaryOp::Less},           {Symbol::Greater, BinaryOp::Greater},
+    {Symbol::LessEqual, BinaryOp::LessEqual}, {Symbol::GreaterEqual, BinaryOp::GreaterEqual}};
+
+struct ConstantWord {
+    Keyword keyword;
+    int value;
+};
+
+constexpr ConstantWord constants[] = {{Keyword::True, -1}, {Keyword::Yes, -1}, {Keyword::On, -1},
+                                      {Keyword::False, 0}, {Keyword::No, 0},   {Keyword::Off, 0}};
+
+const ArithmeticOperator *arithmeticOperator(const Token &token, int level)
+{
+    for (const ArithmeticOperator &entry : arithmetic) {
+        const bool matches = entry.keyword == Keyword::None ? token.is(entry.symbol) : token.is(entry.keyword);
+        if (entry.level == level && matches)
+            return &entry;
+    }
+    return nullptr;
+}
+
+const RelationOperator *relationOperator(const Token &token)
+{
+    for (const RelationOperator &entry : relations) {
+        if (token.is(entry.symbol))
+            return &entry;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+ExprPtr Parser::parseClauseExpression()
+{
+    const ExpressionScope scope(*this);
+    ExprPtr expr = parseExpression();
+    if (beginsOperand())
+        failExpression(missingOperator);
+    if (at(Symbol::RightParen) && m_subqueries == 0)
+        failExpression(u"Extra )"_s);
+    return expr;
+}
+
+bool Parser::beginsOperand() const
+{
+    const Token &token = current();
+    switch (token.kind) {
+    case Token::Kind::Quoted:
+    case Token::Kind::Text:
+    case Token::Kind::Number:
+    case Token::Kind::Date: return true;
+    case Token::Kind::Word:
+        if (token.is(Keyword::Asc) || token.is(Keyword::Desc) || atJoin())
+            return false;
+        return !endsExpression(token.keyword);
+    case Token::Kind::Symbol: return token.is(Symbol::LeftParen) || token.is(Symbol::Bang) || token.is(Symbol::Dot);
+    default: return false;
+    }
+}
+
+ExprPtr Parser::parseExpression()
+{
+    const DepthGuard guard(*this);
+    return parseLogical(0);
+}
+
+ExprPtr Parser::parseLogical(int level)
+{
+    if (level == LogicalLevels)
+        return parseChain(false);
+    ExprPtr left = parseLogical(level + 1);
+    while (accept(logicalLevels[level].keyword)) {
+        ExprPtr right = parseLogical(level + 1);
+        const Range range = left->range.to(right->range);
+        left = make(range, Binary{logicalLevels[level].op, std::move(left), std::move(right)});
+    }
+    return left;
+}
+
+ExprPtr Parser::parseChain(bool isAnd)
+{
+    const Keyword keyword = isAnd ? Keyword::And : Keyword::Or;
+    ExprPtr first = isAnd ? parseNot() : parseChain(true);
+    if (!at(keyword))
+        return first;
+    Chain chain{isAnd, {}};
+    chain.terms.push_back(std::move(first));
+    while (accept(keyword))
+        chain.terms.push_back(isAnd ? parseNot() : parseChain(true));
+    const Range range = chain.terms.front()->range.to(chain.terms.back()->range);
+    return make(range, std::move(chain));
+}
+
+ExprPtr Parser::parseNot()
+{
+    const Token first = current();
+    const bool negatesField = m_criterion && first.is(Keyword::Not);
+    if (!first.is(Keyword::Not) && !negatesField)
+        return parseComparison();
+    const DepthGuard guard(*this);
+    take();
+    ExprPtr operand = parseNot();
+    return make(since(first), Unary{UnaryOp::Not, std::move(operand)});
+}
+
+bool Parser::atCriterionOperator() const
+{
+    if (relationOperator(current()))
+        return true;
+    return at(Keyword::Like) || at(Keyword::ALike) || at(Keyword::Between) || at(Keyword::In) || at(Keyword::Is);
+}
+
+ExprPtr Parser::parseComparison()
+{
+    ExprPtr left = m_criterion && atCriterionOperator() ? make({current().range.start, 0}, ImpliedField{}) : parseArithmetic(0);
+    bool found = true;
+    while (found)
+        left = parseComparisonTail(std::move(left), found);
+    return left;
+}
+
+ExprPtr Parser::parseComparisonTail(ExprPtr left, bool &found)
+{
+    if (const RelationOperator *relation = relationOperator(current())) {
+        take();
+        return parseRelation(std::move(left), relation->op);
+    }
+    const Token first = m_tokens[m_at];
+    if (accept(Keyword::Is)) {
+        const bool negated = accept(Keyword::Not);
+        if (!accept(Keyword::Null))
+            failExpression(missingOperator);
+        const Range range = {left->range.start, since(first).end() - left->range.start};
+        return make(range, IsNull{std::move(left), negated});
+    }
+    const bool negated = at(Keyword::Not) && (ahead().is(Keyword::Like) || ahead().is(Keyword::ALike) ||
+                                              ahead().is(Keyword::Between) || ahead().is(Keyword::In));
+    if (negated)
+        take();
+    if (accept(Keyword::Between))
+        return parseBetween(std::move(left), negated);
+    if (accept(Keyword::In))
+        return parseIn(std::move(left), negated);
+    if (at(Keyword::Like) || at(Keyword::ALike)) {
+        const BinaryOp op = take().is(Keyword::Like) ? BinaryOp::Like : BinaryOp::ALike;
+        ExprPtr right = parseArithmetic(0);
+        const Range range = left->range.to(right->range);
+        ExprPtr like = make(range, Binary{op, std::move(left), std::move(right)});
+        return negated ? make(range, Unary{UnaryOp::Not, std::move(like)}) : std::move(like);
+    }
+    found = false;
+    return left;
+}
+
+ExprPtr Parser::parseRelation(ExprPtr left, BinaryOp op)
+{
+    const bool all = at(Keyword::All);
+    const bool any = at(Keyword::Any) || at(Keyword::Some);
+    if ((all || any) && ahead().is(Symbol::LeftParen)) {
+        take();
+        take();
+        QueryPtr query = parseSubquery();
+        const Range range = left->range.to(query->range);
+        return make(range, Quantified{op, std::move(left), all, std::move(query)});
+    }
+    ExprPtr right = parseArithmetic(0);
+    const Range range = left->range.to(right->range);
+    return make(range, Binary{op, std::move(left), std::move(right)});
+}
+
+ExprPtr Parser::parseBetween(ExprPtr left, bool negated)
+{
+    ExprPtr low = parseArithmetic(0);
+    if (!accept(Keyword::And))
+        failExpression(u"Between operator without And"_s);
+    ExprPtr high = parseArithmetic(0);
+    const Range range = left->range.to(high->range);
+    return make(range, Between{std::move(left), std::move(low), std::move(high), negated});
+}
+
+ExprPtr Parser::parseIn(ExprPtr left, bool negated)
+{
+    if (!at(Symbol::LeftParen))
+        failExpression(u"In operator without ()"_s);
+    const Token open = take();
+    if (at(Keyword::Select) || at(Keyword::Transform) || (at(Symbol::LeftParen) && ahead().is(Keyword::Select))) {
+        QueryPtr query = parseSubquery();
+        const Range range = {left->range.start, since(open).end() - left->range.start};
+        return make(range, InQuery{std::move(left), std::move(query), negated});
+    }
+    std::vector<ExprPtr> items = parseExpressionList();
+    if (!accept(Symbol::RightParen))
+        failExpression(beginsOperand() ? missingOperator : missingParenthesis);
+    const Range range = {left->range.start, since(open).end() - left->range.start};
+    return make(range, InList{std::move(left), std::move(items), negated});
+}
+
+std::vector<ExprPtr> Parser::parseExpressionList()
+{
+    std::vector<ExprPtr> items;
+    do {
+        if (at(Symbol::Comma) || at(Symbol::RightParen))
+            failExpression(u"Syntax error (comma)"_s);
+        items.push_back(parseExpression());
+    } while (accept(Symbol::Comma));
+    return items;
+}
+
+ExprPtr Parser::parseArithmetic(int level)
+{
+    if (level == ArithmeticLevels)
+        return parseUnary();
+    ExprPtr left = parseArithmetic(level + 1);
+    while (const ArithmeticOperator *found = arithmeticOperator(current(), level)) {
+        take();
+        ExprPtr right = parseArithmetic(level + 1);
+        const Range range = left->range.to(right->range);
+        left = make(range, Binary{found->op, std::move(left), std::move(right)});
+    }
+    return left;
+}
+
+ExprPtr Parser::parseUnary()
+{
+    const Token first = current();
+    if (!first.is(Symbol::Minus) && !first.is(Symbol::Plus))
+        return parsePower();
+    const DepthGuard guard(*this);
+    take();
+    ExprPtr operand = parseUnary();
+    return make(since(first), Unary{first.is(Symbol::Minus) ? UnaryOp::Minus : UnaryOp::Plus, std::move(operand)});
+}
+
+ExprPtr Parser::parsePower()
+{
+    ExprPtr left = parsePrimary();
+    while (accept(Symbol::Caret)) {
+        // 2 ^ -1: a sign may stand before the exponent, though it binds less than the power.
+        const Token sign = current();
+        const bool hasSign = accept(Symbol::Minus) || accept(Symbol::Plus);
+        ExprPtr right = parsePrimary();
+        if (hasSign)
+            right = make(since(sign), Unary{sign.is(Symbol::Minus) ? UnaryOp::Minus : UnaryOp::Plus, std::move(right)});
+        const Range range = left->range.to(right->range);
+        left = make(range, Binary{BinaryOp::Power, std::move(left), std::move(right)});
+    }
+    return left;
+}
+
+ExprPtr Parser::parsePrimary()
+{
+    const Token token = current();
+    switch (token.kind) {
+    case Token::Kind::Number:
+        take();
+        return make(token.range, Literal{token.whole ? Value::fromLong(qint32(token.number)) : Value::fromDouble(token.number)});
+    case Token::Kind::Text: take(); return make(token.range, Literal{Value::fromText(token.text)});
+    case Token::Kind::Date: take(); return make(token.range, Literal{Value::fromDate(token.number)});
+    case Token::Kind::Quoted: return parseName();
+    case Token::Kind::Word: return parseWord();
+    case Token::Kind::Symbol:
+        if (token.is(Symbol::LeftParen))
+            return parseParenthesis();
+        break;
+    default: break;
+    }
+    if (token.is(Symbol::Comma))
+        failExpression(u"Syntax error (comma)"_s);
+    failExpression(missingOperator);
+}
+
+ExprPtr Parser::parseWord()
+{
+    const Token token = current();
+    const bool isQualifier = ahead().is(Symbol::Dot) || ahead().is(Symbol::Bang);
+    if (token.keyword == Keyword::None || isQualifier)
+        return parseName();
+    if (token.is(Keyword::Null)) {
+        take();
+        return make(token.range, Literal{Value::null()});
+    }
+    for (const ConstantWord &constant : constants) {
+        if (!token.is(constant.keyword))
+            continue;
+        take();
+        return make(token.range, Literal{Value::fromBoolean(constant.value != 0)});
+    }
+    if (token.is(Keyword::Not))
+        return parseNot();
+    if (token.is(Keyword::Exists) && ahead().is(Symbol::LeftParen)) {
+        take();
+        take();
+        QueryPtr query = parseSubquery();
+        return make(since(token), Exists{std::move(query)});
+    }
+    if (endsExpression(token.keyword))
+        failExpression(missingOperator);
+    return parseName();
+}
+
+ExprPtr Parser::parseName()
+{
+    const Token first = current();
+    if (ahead().is(Symbol::LeftParen) && first.kind == Token::Kind::Word)
+        return parseCall();
+    Name name;
+    name.parts.append(first.text);
+    name.text = first.text;
+    take();
+    while ((at(Symbol::Dot) || at(Symbol::Bang)) && ahead().isName()) {
+        name.text += at(Symbol::Dot) ? u'.' : u'!';
+        take();
+        name.parts.append(current().text);
+        name.text += current().text;
+        take();
+    }
+    if (at(Symbol::Dot) || at(Symbol::Bang) || (at(Symbol::LeftParen) && name.parts.size() > 1))
+        failExpression(u"Invalid use of '.', '!', or '()'."_s);
+    if (name.text.isEmpty())
+        failAt(first.range, error::InvalidBracketing, {u"[]"_s});
+    return make(since(first), std::move(name));
+}
+
+ExprPtr Parser::parseCall()
+{
+    const DepthGuard guard(*this);
+    const Token first = take();
+    take();
+    Call call{first.text, {}, false};
+    if (at(Symbol::Star) && ahead().is(Symbol::RightParen)) {
+        call.star = true;
+        take();
+    } else if (!at(Symbol::RightParen)) {
+        call.arguments = parseExpressionList();
+    }
+    if (!accept(Symbol::RightParen))
+        failExpression(beginsOperand() ? missingOperator : missingParenthesis);
+    return make(since(first), std::move(call));
+}
+
+ExprPtr Parser::parseParenthesis()
+{
+    const Token open = take();
+    if (at(Keyword::Select)) {
+        QueryPtr query = parseSubquery();
+        return make(since(open), ScalarQuery{std::move(query)});
+    }
+    ExprPtr inner = parseExpression();
+    if (!accept(Symbol::RightParen))
+        failExpression(beginsOperand() ? missingOperator : missingParenthesis);
+    return inner;
+}
+
+// Behind its opening parenthesis; takes the closing one.
+QueryPtr Parser::parseSubquery()
+{
+    const DepthGuard guard(*this);
+    ++m_subqueries;
+    QueryPtr query;
+    {
+        const ExpressionScope scope(*this);
+        query = parseQuery();
+    }
+    --m_subqueries;
+    if (!accept(Symbol::RightParen))
+        failExpression(missingParenthesis);
+    return query;
+}
+
+// A bare operand of a rule means equality with the field.
+ExprPtr Parser::withImpliedField(ExprPtr expr) const
+{
+    if (auto *chain = std::get_if<Chain>(&expr->node)) {
+        for (ExprPtr &term : chain->terms)
+            term = withImpliedField(std::move(term));
+        return expr;
+    }
+    auto *unary = std::get_if<Unary>(&expr->node);
+    if (unary && unary->op == UnaryOp::Not) {
+        unary->operand = withImpliedField(std::move(unary->operand));
+        return expr;
+    }
+    const auto *binary = expr->as<Binary>();
+    const bool isArithmetic = binary && binary->op <= BinaryOp::Concatenate;
+    const bool isOperand = expr->as<Literal>() || expr->as<Name>() || unary || isArithmetic;
+    if (!isOperand)
+        return expr;
+    const Range range = expr->range;
+    return make(range, Binary{BinaryOp::Equal, make({range.start, 0}, ImpliedField{}), std::move(expr)});
+}
+
+} // namespace dao::sql::ast

@@ -1,0 +1,313 @@
+#include "Parser.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::ast {
+
+// query := part { UNION [ALL] part } [ORDER BY ...]
+QueryPtr Parser::parseQuery()
+{
+    const DepthGuard guard(*this);
+    const Token first = current();
+    auto query = std::make_unique<Query>();
+    query->parts.push_back(parseQueryPart());
+    while (accept(Keyword::Union)) {
+        const bool all = accept(Keyword::All);
+        query->parts.push_back(parseQueryPart());
+        query->parts.back().all = all;
+    }
+    // What follows the last part of a union orders the whole of it.
+    if (query->isUnion() && query->parts.back().select)
+        query->orderBy = std::move(query->parts.back().select->orderBy);
+    if (at(Keyword::Order) && !query->singleSelect()) {
+        query->orderBy = parseOrderBy();
+        parseOwnerAccess();
+    }
+    query->range = since(first);
+    return query;
+}
+
+QueryPart Parser::parseQueryPart()
+{
+    QueryPart part;
+    if (at(Keyword::Table)) {
+        take();
+        part.table = expectName(error::SyntaxInFrom);
+    } else if (at(Symbol::LeftParen)) {
+        take();
+        part.nested = parseSubquery();
+    } else if (at(Keyword::Select)) {
+        part.select = parseSelect();
+    } else {
+        fail(error::SyntaxInSelect);
+    }
+    return part;
+}
+
+std::unique_ptr<Select> Parser::parseSelect()
+{
+    const Token first = take();
+    auto select = std::make_unique<Select>();
+    parsePredicates(*select);
+    select->items = parseSelectList(error::SyntaxInSelect);
+    if (accept(Keyword::Into)) {
+        select->into = expectName(error::SyntaxInSelect);
+        refuseOtherDatabase();
+    }
+    parseClauses(*select);
+    select->range = since(first);
+    return select;
+}
+
+void Parser::parsePredicates(Select &select)
+{
+    while (true) {
+        const bool startsItem = ahead().is(Symbol::Comma) || ahead().is(Keyword::From) || ahead().is(Keyword::As) ||
+                                ahead().is(Symbol::Dot) || ahead().kind == Token::Kind::End;
+        if (startsItem)
+            return;
+        if (accept(Keyword::Distinct))
+            select.duplicates = Duplicates::Distinct;
+        else if (accept(Keyword::DistinctRow))
+            select.duplicates = Duplicates::DistinctRow;
+        else if (at(Keyword::Top))
+            parseTop(select);
+        else if (!accept(Keyword::All))
+            return;
+    }
+}
+
+void Parser::parseTop(Select &select)
+{
+    take();
+    const Token number = current();
+    if (number.kind != Token::Kind::Number || !number.whole || number.number < 0)
+        fail(error::InvalidTop);
+    take();
+    Top top{number.number, accept(Keyword::Percent)};
+    if (top.percent && top.count > 100)
+        failAt(number.range, error::InvalidTop);
+    select.top = top;
+}
+
+std::vector<SelectItem> Parser::parseSelectList(int error)
+{
+    std::vector<SelectItem> items;
+    do {
+        items.push_back(parseSelectItem(error));
+    } while (accept(Symbol::Comma));
+    return items;
+}
+
+SelectItem Parser::parseSelectItem(int error)
+{
+    const Token first = current();
+    SelectItem item;
+    const bool endsHere = first.kind == Token::Kind::End || first.is(Symbol::Semicolon) || first.is(Symbol::Comma) ||
+                          first.is(Symbol::RightParen) || (endsExpression(first.keyword) && first.kind == Token::Kind::Word);
+    if (endsHere && !ahead().is(Symbol::Dot))
+        fail(error);
+    if (accept(Symbol::Star)) {
+        item.range = first.range;
+        return item;
+    }
+    if (first.isName() && ahead().is(Symbol::Dot) && ahead(2).is(Symbol::Star)) {
+        item.starQualifier = first.text;
+        take();
+        take();
+        take();
+        item.range = since(first);
+        return item;
+    }
+    item.expr = parseClauseExpression();
+    if (accept(Keyword::As))
+        item.alias = expectName(error).name;
+    item.range = since(first);
+    return item;
+}
+
+void Parser::parseClauses(Select &select)
+{
+    if (accept(Keyword::From))
+        select.from = parseFrom();
+    if (accept(Keyword::Where))
+        select.where = parseClauseExpression();
+    if (accept(Keyword::Group)) {
+        expect(Keyword::By, error::SyntaxInGroupBy);
+        do {
+            select.groupBy.push_back(parseClauseExpression());
+        } while (accept(Symbol::Comma));
+    }
+    if (accept(Keyword::Having))
+        select.having = parseClauseExpression();
+    if (at(Keyword::Order))
+        select.orderBy = parseOrderBy();
+    parseOwnerAccess();
+}
+
+void Parser::parseOwnerAccess()
+{
+    if (!at(Keyword::With) || !ahead().is(Keyword::OwnerAccess))
+        return;
+    take();
+    take();
+    expect(Keyword::Option, error::SyntaxInSelect);
+}
+
+std::vector<OrderItem> Parser::parseOrderBy()
+{
+    take();
+    expect(Keyword::By, error::SyntaxInOrderBy);
+    std::vector<OrderItem> items;
+    do {
+        if (current().kind == Token::Kind::End || at(Symbol::Semicolon))
+            fail(error::SyntaxInOrderBy);
+        OrderItem item;
+        item.expr = parseClauseExpression();
+        item.descending = at(Keyword::Desc);
+        if (at(Keyword::Desc) || at(Keyword::Asc))
+            take();
+        items.push_back(std::move(item));
+    } while (accept(Symbol::Comma));
+    return items;
+}
+
+std::vector<TableRefPtr> Parser::parseFrom()
+{
+    std::vector<TableRefPtr> tables;
+    do {
+        tables.push_back(parseJoins());
+    } while (accept(Symbol::Comma));
+    refuseOtherDatabase();
+    const bool garbage = current().isName() && !endsExpression(current().keyword) && !at(Keyword::Set);
+    if (garbage || current().kind == Token::Kind::Number || current().kind == Token::Kind::Text)
+        fail(error::SyntaxInFrom);
+    return tables;
+}
+
+bool Parser::atJoin() const
+{
+    if (at(Keyword::Inner))
+        return true;
+    return (at(Keyword::Left) || at(Keyword::Right)) && (ahead().is(Keyword::Join) || ahead().is(Keyword::Outer));
+}
+
+JoinKind Parser::parseJoinKind()
+{
+    const Token word = take();
+    if (!word.is(Keyword::Inner))
+        accept(Keyword::Outer);
+    expect(Keyword::Join, error::SyntaxInJoin);
+    return word.is(Keyword::Inner) ? JoinKind::Inner : word.is(Keyword::Left) ? JoinKind::Left : JoinKind::Right;
+}
+
+// Joins without parentheses are read from left to right, though the original dialect asks for parentheses.
+TableRefPtr Parser::parseJoins()
+{
+    const Token first = current();
+    int joins = 0;
+    TableRefPtr left = parseTable();
+    while (atJoin()) {
+        // The tree is walked by recursion, and no engine joins that many tables anyway.
+        constexpr int MaxJoins = 100;
+        if (++joins > MaxJoins)
+            fail(error::TooComplex);
+        Join join{parseJoinKind(), std::move(left), nullptr, nullptr};
+        join.right = parseTable();
+        expect(Keyword::On, error::SyntaxInJoin);
+        join.on = parseClauseExpression();
+        left = std::make_unique<TableRef>();
+        left->node = std::move(join);
+        left->range = since(first);
+    }
+    if (at(Keyword::Join))
+        fail(error::SyntaxInFrom);
+    return left;
+}
+
+TableRefPtr Parser::parseTable()
+{
+    const DepthGuard guard(*this);
+    if (at(Symbol::LeftParen))
+        return parseParenthesisedTable();
+    const Token first = current();
+    if (!first.isName() || (first.kind == Token::Kind::Word && endsTableName(first.keyword)))
+        fail(error::SyntaxInFrom);
+    const bool isOldDerived = first.kind == Token::Kind::Quoted && ahead().is(Symbol::Dot) &&
+                              first.text.trimmed().startsWith(u"SELECT", Qt::CaseInsensitive);
+    if (isOldDerived)
+        return parseBracketedQuery();
+    auto table = std::make_unique<TableRef>();
+    take();
+    table->node = NamedTable{first.text};
+    table->range = since(first);
+    parseTableAlias(*table);
+    return table;
+}
+
+TableRefPtr Parser::parseParenthesisedTable()
+{
+    const Token open = take();
+    const bool isQuery = at(Keyword::Select) || at(Keyword::Table);
+    if (!isQuery) {
+        TableRefPtr inner = parseJoins();
+        expect(Symbol::RightParen, error::SyntaxInFrom);
+        return inner;
+    }
+    auto table = std::make_unique<TableRef>();
+    table->node = DerivedTable{parseSubquery()};
+    table->range = since(open);
+    parseTableAlias(*table);
+    return table;
+}
+
+// [SELECT ...]. AS alias: the older spelling of a derived table. Its text is cut into tokens anew, in place.
+TableRefPtr Parser::parseBracketedQuery()
+{
+    const Token first = take();
+    take();
+    const int offset = first.range.start + 1;
+    QList<Token> tokens = tokenize(first.text);
+    for (Token &token : tokens)
+        token.range.start += offset;
+    Parser inner(m_text, std::move(tokens), m_depth);
+    auto table = std::make_unique<TableRef>();
+    inner.checkCurrent();
+    table->node = DerivedTable{inner.parseQuery()};
+    inner.expectEnd();
+    table->range = first.range;
+    parseTableAlias(*table);
+    return table;
+}
+
+void Parser::parseTableAlias(TableRef &table)
+{
+    if (accept(Keyword::As))
+        table.alias = expectName(error::SyntaxInFrom).name;
+    else if (current().kind == Token::Kind::Quoted || (current().kind == Token::Kind::Word && !endsTableName(current().keyword)))
+        table.alias = take().text;
+}
+
+Transform Parser::parseTransform()
+{
+    Transform transform;
+    take();
+    transform.value = parseClauseExpression();
+    if (accept(Keyword::As))
+        transform.valueAlias = expectName(error::SyntaxInTransform).name;
+    if (!at(Keyword::Select))
+        fail(error::SyntaxInTransform);
+    transform.select = std::move(*parseSelect());
+    expect(Keyword::Pivot, error::SyntaxInTransform);
+    // The expression itself may hold "In (...)" only in parentheses: here it begins the headings.
+    const ExpressionScope scope(*this);
+    transform.pivot = parseArithmetic(0);
+    if (accept(Keyword::In)) {
+        expect(Symbol::LeftParen, error::SyntaxInTransform);
+        transform.headings = parseExpressionList();
+        expect(Symbol::RightParen, error::SyntaxInTransform);
+    }
+    return transform;
+}
+
+} // namespace dao::sql::ast

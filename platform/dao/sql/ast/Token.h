@@ -1,0 +1,47 @@
+#pragma once
+#include "Keywords.h"
+
+#include <QList>
+#include <QString>
+
+namespace dao::sql::ast {
+
+/// A place in the text, in UTF-16 units.
+struct Range {
+    int start = 0;
+    int length = 0;
+    int end() const { return start + length; }
+    /// From the start of this one to the end of the other.
+    Range to(Range last) const { return {start, std::max(last.end() - start, 0)}; }
+};
+
+enum class Symbol {
+    None, Dot, Bang, Comma, LeftParen, RightParen, Semicolon, Plus, Minus, Star, Slash, Backslash, Caret, Ampersand,
+    Equal, NotEqual, Less, Greater, LessEqual, GreaterEqual
+};
+
+/// What is wrong with a piece of text that is no token.
+enum class Fault { None, Text, Date, Bracket, Character, Comment, Number };
+
+struct Token {
+    enum class Kind { End, Word, Quoted, Text, Number, Date, Symbol, Faulty };
+
+    Kind kind = Kind::End;
+    Keyword keyword = Keyword::None; ///< of a Word
+    Symbol symbol = Symbol::None;
+    Fault fault = Fault::None;
+    bool whole = false; ///< a Number that fits a Long
+    double number = 0;  ///< of a Number, or a Date in days
+    QString text;       ///< name without brackets, text without quotes
+    Range range;
+
+    bool is(Keyword wanted) const { return kind == Kind::Word && keyword == wanted; }
+    bool is(Symbol wanted) const { return kind == Kind::Symbol && symbol == wanted; }
+    bool isName() const { return kind == Kind::Word || kind == Kind::Quoted; }
+};
+
+/// Cuts a text into tokens. Text that is no token becomes a Faulty token, which the parser reports when it comes there; the
+/// last token is End.
+QList<Token> tokenize(QStringView text);
+
+} // namespace dao::sql::ast

@@ -1,0 +1,36 @@
+#include "DaoException.h"
+
+namespace dao {
+
+SourceRange SourceRange::of(QStringView text, int start, int length)
+{
+    const int end = int(text.size());
+    SourceRange range{std::clamp(start, 0, end), 0, 1, 1};
+    range.length = std::clamp(length, 0, end - range.start);
+    const QStringView before = text.first(range.start);
+    // A line ends with CR LF, LF or CR alone; the column counts from the last of them.
+    qsizetype lineStart = 0;
+    for (qsizetype i = 0; i < before.size(); ++i) {
+        const bool ends = before[i] == u'\n' || (before[i] == u'\r' && (i + 1 >= text.size() || text[i + 1] != u'\n'));
+        if (!ends)
+            continue;
+        ++range.line;
+        lineStart = i + 1;
+    }
+    range.column = int(range.start - lineStart) + 1;
+    return range;
+}
+
+DaoException::DaoException(int number, const QString &source, const QString &description, const SourceRange &where)
+    : m_number(number), m_source(source), m_description(description), m_where(where)
+    , m_what(QString(QString::number(number) + u' ' + source + u": " + description).toUtf8())
+{
+}
+
+DaoException &DaoException::withHint(const QString &hint)
+{
+    m_hint = hint;
+    return *this;
+}
+
+} // namespace dao

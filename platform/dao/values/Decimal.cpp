@@ -1,0 +1,166 @@
+#include "Decimal.h"
+
+#include <cmath>
+
+namespace dao {
+namespace {
+
+constexpr int DoubleDigits = 15;
+constexpr int SingleDigits = 7;
+
+std::optional<double> parseRadix(QStringView digits, int radix)
+{
+    bool ok = false;
+    const quint64 value = digits.toULongLong(&ok, radix);
+    if (!ok || value > 0xFFFFFFFFu)
+        return {};
+    // 16-bit forms are signed: &HFFFF is -1.
+    if (value <= 0xFFFF)
+        return double(qint16(value));
+    return double(qint32(value));
+}
+
+} // namespace
+
+Decimal Decimal::fromDouble(double value)
+{
+    Decimal result;
+    if (value == 0 || !std::isfinite(value))
+        return result;
+    result.m_negative = value < 0;
+    // "d.dddde+xx": the mantissa without its point, then the exponent.
+    const QByteArray text = QByteArray::number(std::fabs(value), 'e', DoubleDigits - 1);
+    const qsizetype e = text.indexOf('e');
+    result.m_digits = text.first(1) + text.sliced(2, e - 2);
+    result.m_point = text.sliced(e + 1).toInt() + 1;
+    while (result.m_digits.endsWith('0'))
+        result.m_digits.chop(1);
+    return result;
+}
+
+void Decimal::roundTo(int places)
+{
+    const qsizetype keep = qsizetype(m_point) + places;
+    if (keep >= m_digits.size())
+        return;
+    if (keep < 0) {
+        m_digits.clear();
+        return;
+    }
+    const QByteArray rest = m_digits.sliced(keep);
+    m_digits.truncate(keep);
+    const bool isHalf = rest == "5";
+    const bool lastOdd = keep > 0 && ((m_digits.back() - '0') & 1);
+    if (isHalf ? lastOdd : rest.front() >= '5') {
+        qsizetype i = keep;
+        while (i > 0 && m_digits[i - 1] == '9')
+            --i;
+        m_digits.truncate(i);
+        if (i > 0) {
+            m_digits[i - 1] = char(m_digits[i - 1] + 1);
+        } else {
+            m_digits = "1";
+            ++m_point;
+        }
+    }
+    while (m_digits.endsWith('0'))
+        m_digits.chop(1);
+}
+
+double Decimal::toDouble() const
+{
+    if (isZero())
+        return 0;
+    const QByteArray text = (m_negative ? "-0." : "0.") + m_digits + 'e' + QByteArray::number(m_point);
+    return text.toDouble();
+}
+
+QString Decimal::whole() const
+{
+    if (isZero() || m_point <= 0)
+        return {};
+    return QString::fromLatin1(m_digits.first(std::min<qsizetype>(m_point, m_digits.size())).leftJustified(m_point, '0'));
+}
+
+QString Decimal::fraction() const
+{
+    if (isZero() || m_point >= m_digits.size())
+        return {};
+    if (m_point >= 0)
+        return QString::fromLatin1(m_digits.sliced(m_point));
+    return QString(-m_point, u'0') + QString::fromLatin1(m_digits);
+}
+
+double roundHalfEven(double value)
+{
+    return std::nearbyint(value);
+}
+
+double roundDecimal(double value, int places)
+{
+    if (!std::isfinite(value))
+        return value;
+    Decimal decimal = Decimal::fromDouble(value);
+    decimal.roundTo(places);
+    return decimal.toDouble();
+}
+
+QString numberText(double value)
+{
+    return QString::number(value == 0 ? 0.0 : value, 'G', DoubleDigits);
+}
+
+QString singleText(double value)
+{
+    return QString::number(value == 0 ? 0.0 : value, 'G', SingleDigits);
+}
+
+std::optional<double> parseNumber(QStringView text)
+{
+    text = text.trimmed();
+    bool negative = false;
+    if (text.size() > 2 && text.startsWith(u'(') && text.endsWith(u')')) {
+        negative = true;
+        text = text.sliced(1).chopped(1).trimmed();
+    }
+    if (text.size() > 2 && text[0] == u'&') {
+        const QChar kind = text[1].toUpper();
+        if (kind == u'H' || kind == u'O')
+            return parseRadix(text.sliced(2), kind == u'H' ? 16 : 8);
+        return {};
+    }
+    QByteArray digits;
+    bool seenDigit = false;
+    bool seenPoint = false;
+    bool seenExponent = false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        if (c >= u'0' && c <= u'9') {
+            seenDigit = true;
+            digits += char(c);
+        } else if (c == u'.' && !seenPoint && !seenExponent) {
+            seenPoint = true;
+            digits += '.';
+        } else if ((c == u'-' || c == u'+') && (digits.isEmpty() || digits.endsWith('e'))) {
+            digits += char(c);
+        } else if ((c == u'e' || c == u'E' || c == u'd' || c == u'D') && seenDigit && !seenExponent) {
+            seenExponent = true;
+            digits += 'e';
+        } else if (c == u',' && seenDigit && !seenPoint && !seenExponent) {
+            continue;
+        } else if (c == u'$' && !seenDigit && !seenPoint) {
+            continue;
+        } else {
+            return {};
+        }
+    }
+    if (!seenDigit || digits.endsWith('e'))
+        return {};
+    bool ok = false;
+    const double value = digits.toDouble(&ok);
+    if (!ok || !std::isfinite(value))
+        return {};
+    return negative ? -value : value;
+}
+
+} // namespace dao

@@ -1,0 +1,48 @@
+#pragma once
+#include <QByteArray>
+#include <QString>
+#include <optional>
+
+namespace dao {
+
+/// A number by its decimal digits, as users see it: 15 significant digits of a double. Rounding "half to even" is meant
+/// on these digits (0.125 to two places is 0.12), not on the binary value.
+class Decimal
+{
+public:
+    static Decimal fromDouble(double value);
+
+    bool isNegative() const { return m_negative; }
+    bool isZero() const { return m_digits.isEmpty(); }
+    /// Rounds half to even to that many places after the point.
+    void roundTo(int places);
+    /// Multiplies by a power of ten.
+    void shift(int power) { m_point += power; }
+    /// Exponent of scientific notation: 0 for 1.5, 4 for 12345.
+    int exponent() const { return isZero() ? 0 : m_point - 1; }
+    double toDouble() const;
+    /// Digits before the point, "" below 1, and after it, without trailing zeros.
+    QString whole() const;
+    QString fraction() const;
+
+private:
+    bool m_negative = false;
+    QByteArray m_digits; ///< without leading and trailing zeros; empty for zero
+    int m_point = 0;     ///< the point stands before this digit
+};
+
+/// Half to even, to a whole number.
+double roundHalfEven(double value);
+/// Half to even on the decimal digits.
+double roundDecimal(double value, int places);
+
+/// A number as text: shortest, at most 15 digits, point as the decimal sign, exponent like "1.5E-07".
+QString numberText(double value);
+/// The same with the 7 digits of a Single.
+QString singleText(double value);
+
+/// Text to number as assignments and CDbl read it: blanks around, sign, "$", thousands commas, exponent, &H and &O forms,
+/// a negative number in parentheses. Nothing when the text is no number.
+std::optional<double> parseNumber(QStringView text);
+
+} // namespace dao
