@@ -11,7 +11,8 @@ public:
     /// Fields that a code may require, by the numbers that callers pass.
     enum Field { Location = 1, Volts = 2, Phase = 3, Percent = 4 };
 
-    struct Code {
+    struct Code
+    {
         QString code;
         QString description;
         QList<int> required;

@@ -4,7 +4,8 @@
 namespace brannock {
 
 /// One past result of a tube, as histories keep it.
-struct HistoryEntry {
+struct HistoryEntry
+{
     qint16 sec = 0;
     qint16 row = 0;
     qint16 col = 0;

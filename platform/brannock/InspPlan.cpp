@@ -1,6 +1,7 @@
 #include "InspPlan.h"
 
 #include <algorithm>
+#include <fenwright/CellText.h>
 #include <fenwright/TableScanner.h>
 #include <tuple>
 
@@ -32,7 +33,7 @@ InspPlan::Order orderOf(const TableScanner &table)
 JDateTime createTimeOf(const TableScanner &table)
 {
     const QString text = table.property(u"create_time"_s);
-    const std::optional<JDateTime> time = JDateTime::parse(text);
+    const std::optional<JDateTime> time = fenwright::cellTime(text.toUtf8());
     if (!time && !text.trimmed().isEmpty())
         table.fail(u"Property 'create_time': '%1' is not a date and time."_s.arg(text));
     return time.value_or(JDateTime());

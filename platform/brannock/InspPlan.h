@@ -6,7 +6,8 @@
 namespace brannock {
 
 /// One tube of an inspection plan.
-struct PlanEntry {
+struct PlanEntry
+{
     qint32 entryNum = 0; ///< from 0
     qint16 row = 0;
     qint16 col = 0;
@@ -19,7 +20,8 @@ struct PlanEntry {
     bool operator==(const PlanEntry &) const = default;
 };
 
-/// An inspection plan: an ordered list of tubes with a probe and the extent to be tested. Stored as a text file (*.pln).
+/// An inspection plan: an ordered list of tubes with a probe and the extent to be tested. Stored as a text file
+/// (*.pln).
 class InspPlan
 {
 public:

@@ -1,6 +1,7 @@
 #include "Project.h"
 
 #include <ellery/ComponentFile.h>
+#include <fenwright/CellText.h>
 #include <fenwright/JsonSettings.h>
 #include <QDir>
 #include <QFileInfo>
@@ -45,7 +46,7 @@ void readOutages(const JsonSettings &settings, Project &project)
                 entry.fail(u"name"_s, u"outage '%1' stands twice"_s.arg(outage.name));
         }
         const QString date = entry.text(u"date"_s);
-        const std::optional<JDateTime> parsed = JDateTime::parse(date);
+        const std::optional<JDateTime> parsed = fenwright::cellTime(date.toUtf8());
         if (!date.isEmpty() && !parsed)
             entry.fail(u"date"_s, u"'%1' is not a date"_s.arg(date));
         outage.date = parsed.value_or(JDateTime());
@@ -173,7 +174,9 @@ tarnwick::PathRoots Project::roots() const
 
 QString Project::pathOf(const QString &suitePath) const
 {
-    return tarnwick::SuitePath(suitePath).machinePath(roots());
+    const tarnwick::SuitePath path(suitePath);
+    // Only a path of the installation needs to know where that is.
+    return path.machinePath(path.isBelow(u"[PALOMINE_DIR]"_s) ? roots() : tarnwick::PathRoots{QString(), folder});
 }
 
 QString Project::databasePath() const

@@ -16,7 +16,8 @@ extern const QString TOLVENMARK_REV;
 class Project
 {
 public:
-    struct Outage {
+    struct Outage
+    {
         QString name;
         tarnwick::JDateTime date;
     };
@@ -26,7 +27,8 @@ public:
     void store() const; ///< project.json
     /// True when the folder holds a project.json.
     static bool isProjectFolder(const QString &folder);
-    /// Makes the project's sub-folders (arvo, maps, map_headers, plans, queries, reports, report_formats, tube_lists, history, temp).
+    /// Makes the project's sub-folders (arvo, maps, map_headers, plans, queries, reports, report_formats, tube_lists,
+    /// history, temp).
     void makeFolders() const;
 
     bool isLoaded() const { return !folder.isEmpty(); }

@@ -8,7 +8,8 @@
 
 namespace brannock {
 
-/// One line of an analysis report: a result for a tube, a header line (its raw text), or a line of a calibration standard.
+/// One line of an analysis report: a result for a tube, a header line (its raw text), or a line of a calibration
+/// standard.
 class ReportEntry
 {
 public:
@@ -74,7 +75,8 @@ public:
     void clear() { entries.clear(); }
     const ReportEntry &operator[](int index) const { return entries[index]; }
 
-    /// Reads a report file (docs/file-formats.md). Throws tarnwick::FileError with line and reason; the report is then as before.
+    /// Reads a report file (docs/file-formats.md). Throws tarnwick::FileError with line and reason; the report is then
+    /// as before.
     void loadReport(const QString &machinePath);
     /// mode 1 replaces an existing file. Throws tarnwick::FileError.
     void storeReport(const QString &machinePath, int mode = 1) const;

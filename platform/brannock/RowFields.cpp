@@ -7,44 +7,6 @@ using tarnwick::JDateTime;
 
 namespace brannock {
 
-namespace {
-
-std::optional<int> digits(QByteArrayView text, int from, int count)
-{
-    int value = 0;
-    for (int i = from; i < from + count; ++i) {
-        if (text[i] < '0' || text[i] > '9')
-            return std::nullopt;
-        value = value * 10 + (text[i] - '0');
-    }
-    return value;
-}
-
-bool isBetween(const std::optional<int> &value, int low, int high)
-{
-    return value && *value >= low && *value <= high;
-}
-
-/// Exactly yyyy-mm-ddThh:mm:ss, the form in which the files are written; anything else takes the general way.
-std::optional<JDateTime> isoTime(QByteArrayView cell)
-{
-    if (cell.size() != 19 || cell[4] != '-' || cell[7] != '-' || (cell[10] != 'T' && cell[10] != ' ') ||
-        cell[13] != ':' || cell[16] != ':')
-        return std::nullopt;
-    const auto year = digits(cell, 0, 4);
-    const auto month = digits(cell, 5, 2);
-    const auto day = digits(cell, 8, 2);
-    const auto hour = digits(cell, 11, 2);
-    const auto minute = digits(cell, 14, 2);
-    const auto second = digits(cell, 17, 2);
-    if (!year || !isBetween(month, 1, 12) || !isBetween(day, 1, 28) || !isBetween(hour, 0, 23) ||
-        !isBetween(minute, 0, 59) || !isBetween(second, 0, 59))
-        return std::nullopt;
-    return JDateTime::fromLocal(*year, *month, *day, *hour, *minute, *second);
-}
-
-} // namespace
-
 RowReader::RowReader(const fenwright::TableScanner &scanner, const QStringList &fieldNames)
     : m_scanner(scanner)
 {
@@ -99,9 +61,7 @@ void RowReader::field(QStringView, JDateTime &value)
     const QByteArrayView raw = m_scanner.raw(column);
     if (raw.trimmed().isEmpty())
         return;
-    std::optional<JDateTime> time = isoTime(raw);
-    if (!time)
-        time = JDateTime::parse(fenwright::cellText(raw));
+    const std::optional<JDateTime> time = fenwright::cellTime(raw);
     if (!time)
         m_scanner.fail(column, u"'%1' is not a date and time"_s.arg(m_scanner.text(column)));
     value = *time;

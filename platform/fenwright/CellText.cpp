@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <QDate>
 
 namespace fenwright {
 
@@ -73,7 +74,74 @@ QString unescaped(QString text)
     return text;
 }
 
+/// Takes digits off the front: exactly that many, or one or two where count is 0.
+std::optional<int> takeDigits(QByteArrayView &text, int count)
+{
+    int value = 0;
+    int taken = 0;
+    while (taken < (count == 0 ? 2 : count) && taken < text.size() && text[taken] >= '0' && text[taken] <= '9')
+        value = value * 10 + (text[taken++] - '0');
+    if (taken == 0 || (count != 0 && taken != count))
+        return std::nullopt;
+    text = text.sliced(taken);
+    return value;
+}
+
+bool takeOne(QByteArrayView &text, char wanted)
+{
+    if (!text.startsWith(wanted))
+        return false;
+    text = text.sliced(1);
+    return true;
+}
+
+struct Day
+{
+    int year, month, day;
+};
+
+std::optional<Day> takeDay(QByteArrayView &text)
+{
+    const bool iso = text.size() > 4 && text[4] == '-';
+    const char separator = iso ? '-' : '/';
+    const auto first = takeDigits(text, iso ? 4 : 0);
+    const bool firstEnds = first && takeOne(text, separator);
+    const auto second = firstEnds ? takeDigits(text, iso ? 2 : 0) : std::nullopt;
+    const bool secondEnds = second && takeOne(text, separator);
+    const auto third = secondEnds ? takeDigits(text, iso ? 2 : 4) : std::nullopt;
+    if (!third)
+        return std::nullopt;
+    const Day day = iso ? Day{*first, *second, *third} : Day{*third, *first, *second};
+    if (!QDate::isValid(day.year, day.month, day.day))
+        return std::nullopt;
+    return day;
+}
+
 } // namespace
+
+std::optional<tarnwick::JDateTime> cellTime(QByteArrayView cell)
+{
+    QByteArrayView text = cell.trimmed();
+    const std::optional<Day> day = takeDay(text);
+    if (!day)
+        return std::nullopt;
+    int clock[3] = {0, 0, 0};
+    if (!text.isEmpty()) {
+        if (!takeOne(text, 'T') && !takeOne(text, ' '))
+            return std::nullopt;
+        for (int i = 0; i < 3 && (i < 2 || !text.isEmpty()); ++i) {
+            if (i > 0 && !takeOne(text, ':'))
+                return std::nullopt;
+            const auto part = takeDigits(text, 2);
+            if (!part || *part > (i == 0 ? 23 : 59))
+                return std::nullopt;
+            clock[i] = *part;
+        }
+        if (!text.isEmpty())
+            return std::nullopt;
+    }
+    return tarnwick::JDateTime::fromLocal(day->year, day->month, day->day, clock[0], clock[1], clock[2]);
+}
 
 std::optional<qint64> cellInteger(QByteArrayView cell)
 {

@@ -1,9 +1,10 @@
 #pragma once
+#include <optional>
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
 #include <QStringView>
-#include <optional>
+#include <tarnwick/JDateTime.h>
 
 namespace fenwright {
 
@@ -12,7 +13,12 @@ std::optional<qint64> cellInteger(QByteArrayView cell);
 /// A cell's bytes as a finite number with a decimal point.
 std::optional<double> cellNumber(QByteArrayView cell);
 
-/// A text as it stands in a cell: tab, line end, carriage return and backslash as \t, \n, \r, \\; a leading quote, "#" or
+/// A cell's bytes as a date, with or without a time of day: yyyy-mm-dd or mm/dd/yyyy, then after a blank or T hh:mm or
+/// hh:mm:ss. Unlike a typed date it does not depend on the user's locale, so that a file means the same on every desk.
+std::optional<tarnwick::JDateTime> cellTime(QByteArrayView cell);
+
+/// A text as it stands in a cell: tab, line end, carriage return and backslash as \t, \n, \r, \\; a leading quote, "#"
+/// or
 /// "!" after a backslash, so that it is not taken for a quoted cell, a comment or a property.
 void appendCell(QByteArray &out, QStringView text);
 /// Shortest text that gives the same number back.

@@ -5,7 +5,8 @@
 namespace fenwright {
 
 /// Where and when: the site, the component, the outage.
-struct SiteInfo {
+struct SiteInfo
+{
     QString siteCode;
     QString siteName;
     QString unit;
@@ -22,8 +23,9 @@ struct SiteInfo {
 };
 
 /// The probe an entry was measured with. size in thousandths of an inch.
-struct ProbeInfo {
-    QString type;  ///< "BOBBIN", "RPC", ...
+struct ProbeInfo
+{
+    QString type; ///< "BOBBIN", "RPC", ...
     QString model;
     int size = 0;
     QString serialNumber;
@@ -33,7 +35,8 @@ struct ProbeInfo {
 };
 
 /// An analyst or operator.
-struct UserInfo {
+struct UserInfo
+{
     QString id;
     QString name;
 

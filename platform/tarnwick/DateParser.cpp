@@ -66,15 +66,33 @@ static QDate dateOf(QStringView year, int month, int day)
     return date.year() >= 100 ? date : QDate();
 }
 
-static Order localeOrder()
+struct NumericForm
 {
-    const QString format = QLocale().dateFormat(QLocale::ShortFormat);
+    Order order = Order::MonthDayYear;
+    QChar separator = u'/';
+};
+
+static NumericForm localeForm()
+{
+    const QLocale locale;
+    if (locale.language() == QLocale::C)
+        return {}; // Qt writes the month's name there; the C library's own form is mm/dd/yy
+    const QString format = locale.dateFormat(QLocale::ShortFormat);
+    NumericForm form;
+    for (const QChar c : format) {
+        if (!c.isLetter()) {
+            form.separator = c;
+            break;
+        }
+    }
     const qsizetype day = format.indexOf(u'd');
     const qsizetype month = format.indexOf(u'M');
     const qsizetype year = format.indexOf(u'y');
     if (year < month && month < day)
-        return Order::YearMonthDay;
-    return day < month ? Order::DayMonthYear : Order::MonthDayYear;
+        form.order = Order::YearMonthDay;
+    else if (day < month)
+        form.order = Order::DayMonthYear;
+    return form;
 }
 
 static QDate numericDate(const QString &text)
@@ -100,8 +118,11 @@ static QDate numericDate(const QString &text)
         }
         return dateOf(last, first.toInt(), middle.toInt());
     };
-    const QDate byLocale = inOrder(localeOrder());
-    return byLocale.isValid() ? byLocale : inOrder(Order::MonthDayYear);
+    // 09/05/2002 is September where dates are written with dots, and May where they are written so with slashes.
+    const NumericForm form = localeForm();
+    const bool likeLocale = match.capturedView(2) == form.separator;
+    const QDate date = inOrder(likeLocale ? form.order : Order::MonthDayYear);
+    return date.isValid() ? date : inOrder(likeLocale ? Order::MonthDayYear : form.order);
 }
 
 // 1 to count when the word is a name, or its beginning of three letters and more, in the user's language or in English.

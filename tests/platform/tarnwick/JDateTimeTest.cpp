@@ -80,6 +80,7 @@ TEST(JDateTime, readsTheCommonFormInEveryLocale)
         EXPECT_EQ(parsed(u"2002-09-05"_s), u"2002-09-05T00:00:00"_s);
         EXPECT_EQ(parsed(u"2002-09-05T14:03:09"_s), u"2002-09-05T14:03:09"_s);
         EXPECT_EQ(parsed(u"2002-09-05 14:03"_s), u"2002-09-05T14:03:00"_s);
+        EXPECT_EQ(parsed(u"09/05/2002"_s), u"2002-09-05T00:00:00"_s);
         EXPECT_EQ(parsed(u"14:03"_s), u"1899-12-30T14:03:00"_s);
         EXPECT_EQ(parsed(u"5 Sep 2002"_s), u"2002-09-05T00:00:00"_s);
         EXPECT_EQ(parsed(u"Thu Sep  5 14:03:09 2002"_s), u"2002-09-05T14:03:09"_s);
@@ -95,6 +96,7 @@ TEST(JDateTime, readsTheUsersOwnOrder)
     {
         const LocaleGuard guard(QLocale(u"en_GB"_s));
         EXPECT_EQ(parsed(u"05/09/2002"_s), u"2002-09-05T00:00:00"_s);
+        EXPECT_EQ(parsed(u"25-9-2002"_s), u"2002-09-25T00:00:00"_s);
         EXPECT_EQ(parsed(u"09/25/2002"_s), u"2002-09-25T00:00:00"_s); // cannot be a British date
     }
     const LocaleGuard guard(QLocale(u"de_DE"_s));
