@@ -1,171 +1,122 @@
-#include "Call.h"
+#include "Aggregates.h"
 
+#include <algorithm>
 #include <cmath>
-#include <new>
-#include <vector>
+#include <dao/values/Errors.h>
+#include <QtGlobal>
+#include <sqlite3.h>
 
 namespace dao::functions {
+
 namespace {
 
-/// Memory of one group, made when its first row comes and kept by the inner engine as one pointer.
-template <typename State>
-State *stateOf(sqlite3_context *context, bool create)
+// First and Last: the group's memory is one copied value and the keys of its row.
+struct KeptValue
 {
-    auto **slot = static_cast<State **>(sqlite3_aggregate_context(context, create ? int(sizeof(State *)) : 0));
-    if (!slot)
-        return nullptr;
-    if (!*slot && create)
-        *slot = new (std::nothrow) State;
-    return *slot;
-}
-
-/// Frees the state at the end of the group.
-template <typename State>
-std::unique_ptr<State> takeState(sqlite3_context *context)
-{
-    State *state = stateOf<State>(context, false);
-    return std::unique_ptr<State>(state);
-}
-
-// ---- First, Last -------------------------------------------------------------------------------------------------
-
-struct ValueFree
-{
-    void operator()(sqlite3_value *value) const { sqlite3_value_free(value); }
-};
-using HeldValue = std::unique_ptr<sqlite3_value, ValueFree>;
-
-struct Extreme
-{
-    bool any = false;
-    std::vector<qint64> key;
-    HeldValue value;
+    static constexpr int kMostKeys = 8;
+    sqlite3_value *value;
+    sqlite3_int64 keys[kMostKeys];
 };
 
-/// Row keys stand behind the value; a missing one (of an outer join) counts as the lowest.
-template <bool Last>
-void extremeStep(sqlite3_context *context, int count, sqlite3_value **values)
+int compareKeys(const KeptValue &kept, int count, sqlite3_value **keys)
 {
-    Extreme *state = stateOf<Extreme>(context, true);
-    if (!state)
-        return sqlite3_result_error_nomem(context);
-    std::vector<qint64> key;
-    for (int i = 1; i < count; ++i)
-        key.push_back(sqlite3_value_type(values[i]) == SQLITE_NULL ? std::numeric_limits<qint64>::min()
-                                                                   : sqlite3_value_int64(values[i]));
-    // Without keys, rows count in the order in which they come.
-    const bool better = !state->any || (Last ? key >= state->key : key < state->key);
-    if (!better)
+    for (int i = 0; i < count; ++i) {
+        const sqlite3_int64 key = sqlite3_value_int64(keys[i]);
+        if (key != kept.keys[i])
+            return key < kept.keys[i] ? -1 : 1;
+    }
+    return 0;
+}
+
+template <bool last>
+void keep(sqlite3_context *context, int count, sqlite3_value **arguments)
+{
+    auto *kept = static_cast<KeptValue *>(sqlite3_aggregate_context(context, sizeof(KeptValue)));
+    if (!kept)
         return;
-    state->any = true;
-    state->key = std::move(key);
-    state->value.reset(sqlite3_value_dup(values[0]));
+    const int keyCount = std::min(count - 1, KeptValue::kMostKeys);
+    if (kept->value) {
+        const int order = compareKeys(*kept, keyCount, arguments + 1);
+        if (last ? order < 0 : order >= 0)
+            return;
+        sqlite3_value_free(kept->value);
+    }
+    kept->value = sqlite3_value_dup(arguments[0]);
+    for (int i = 0; i < keyCount; ++i)
+        kept->keys[i] = sqlite3_value_int64(arguments[1 + i]);
 }
 
-void extremeFinal(sqlite3_context *context)
+void giveKept(sqlite3_context *context)
 {
-    const std::unique_ptr<Extreme> state = takeState<Extreme>(context);
-    if (state && state->value)
-        sqlite3_result_value(context, state->value.get());
-    else
-        sqlite3_result_null(context);
+    auto *kept = static_cast<KeptValue *>(sqlite3_aggregate_context(context, 0));
+    if (!kept || !kept->value)
+        return;
+    sqlite3_result_value(context, kept->value);
+    sqlite3_value_free(kept->value);
+    kept->value = nullptr;
 }
 
-// ---- StDev, Var --------------------------------------------------------------------------------------------------
+void keepSingle(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    auto *kept = static_cast<KeptValue *>(sqlite3_aggregate_context(context, sizeof(KeptValue)));
+    if (!kept)
+        return;
+    if (kept->value) {
+        const QByteArray text = "dao:3354:" + errorText(error::SubqueryRows).toUtf8();
+        sqlite3_result_error(context, text.constData(), int(text.size()));
+        return;
+    }
+    kept->value = sqlite3_value_dup(arguments[0]);
+}
 
-/// Mean and sum of squared distances, updated row by row without loss of digits.
+// Welford's running mean and sum of squared differences: no cancellation for large means.
 struct Spread
 {
-    qint64 count = 0;
-    double mean = 0;
-    double squares = 0;
+    qint64 count;
+    double mean;
+    double squares;
 };
 
-void spreadStep(sqlite3_context *context, int, sqlite3_value **values)
+void addToSpread(sqlite3_context *context, int, sqlite3_value **arguments)
 {
-    if (sqlite3_value_type(values[0]) == SQLITE_NULL)
+    if (sqlite3_value_type(arguments[0]) == SQLITE_NULL)
         return;
-    Spread *state = stateOf<Spread>(context, true);
-    if (!state)
-        return sqlite3_result_error_nomem(context);
-    const double value = sqlite3_value_double(values[0]);
-    const double distance = value - state->mean;
-    ++state->count;
-    state->mean += distance / double(state->count);
-    state->squares += distance * (value - state->mean);
+    auto *spread = static_cast<Spread *>(sqlite3_aggregate_context(context, sizeof(Spread)));
+    if (!spread)
+        return;
+    const double value = sqlite3_value_double(arguments[0]);
+    const double difference = value - spread->mean;
+    ++spread->count;
+    spread->mean += difference / double(spread->count);
+    spread->squares += difference * (value - spread->mean);
 }
 
-template <bool Population, bool Root>
-void spreadFinal(sqlite3_context *context)
+template <bool population, bool root>
+void giveSpread(sqlite3_context *context)
 {
-    const std::unique_ptr<Spread> state = takeState<Spread>(context);
-    const qint64 divisor = state ? state->count - (Population ? 0 : 1) : 0;
+    const auto *spread = static_cast<Spread *>(sqlite3_aggregate_context(context, 0));
+    const qint64 divisor = spread ? spread->count - (population ? 0 : 1) : 0;
     if (divisor < 1)
-        return sqlite3_result_null(context);
-    const double variance = state->squares / double(divisor);
-    sqlite3_result_double(context, Root ? std::sqrt(variance) : variance);
+        return; // Null
+    const double variance = spread->squares / double(divisor);
+    sqlite3_result_double(context, root ? std::sqrt(variance) : variance);
 }
-
-// ---- the one row of a subquery -----------------------------------------------------------------------------------
-
-struct Single
-{
-    int rows = 0;
-    HeldValue value;
-};
-
-void singleStep(sqlite3_context *context, int, sqlite3_value **values)
-{
-    Single *state = stateOf<Single>(context, true);
-    if (!state)
-        return sqlite3_result_error_nomem(context);
-    if (++state->rows > 1) {
-        const QByteArray text = failureText(error::SubqueryRows);
-        return sqlite3_result_error(context, text.constData(), int(text.size()));
-    }
-    state->value.reset(sqlite3_value_dup(values[0]));
-}
-
-void singleFinal(sqlite3_context *context)
-{
-    const std::unique_ptr<Single> state = takeState<Single>(context);
-    // After a failed step the error stands.
-    if (state && state->rows > 1)
-        return;
-    if (state && state->value)
-        sqlite3_result_value(context, state->value.get());
-    else
-        sqlite3_result_null(context);
-}
-
-struct AggregateEntry
-{
-    const char *name;
-    int arguments;
-    void (*step)(sqlite3_context *, int, sqlite3_value **);
-    void (*final)(sqlite3_context *);
-};
-
-constexpr AggregateEntry entries[] = {
-    {"first", -1, extremeStep<false>, extremeFinal},
-    {"last", -1, extremeStep<true>, extremeFinal},
-    {"stdev", 1, spreadStep, spreadFinal<false, true>},
-    {"stdevp", 1, spreadStep, spreadFinal<true, true>},
-    {"var", 1, spreadStep, spreadFinal<false, false>},
-    {"varp", 1, spreadStep, spreadFinal<true, false>},
-    {"single", 1, singleStep, singleFinal},
-};
 
 } // namespace
 
 void registerAggregates(sqlite3 *connection)
 {
-    for (const AggregateEntry &entry : entries) {
-        const QByteArray name = QByteArray(prefix) + entry.name;
-        sqlite3_create_function_v2(connection, name.constData(), entry.arguments,
-                                   SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC, nullptr, nullptr, entry.step,
-                                   entry.final, nullptr);
-    }
+    const auto add = [connection](const char *name, int arguments, auto step, auto final) {
+        sqlite3_create_function_v2(connection, name, arguments, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+                                   nullptr, nullptr, step, final, nullptr);
+    };
+    add("jet_first", -1, keep<false>, giveKept);
+    add("jet_last", -1, keep<true>, giveKept);
+    add("jet_single", 1, keepSingle, giveKept);
+    add("jet_stdev", 1, addToSpread, giveSpread<false, true>);
+    add("jet_stdevp", 1, addToSpread, giveSpread<true, true>);
+    add("jet_var", 1, addToSpread, giveSpread<false, false>);
+    add("jet_varp", 1, addToSpread, giveSpread<true, false>);
 }
 
 } // namespace dao::functions

@@ -1,90 +1,129 @@
-#include "Functions.h"
-
 #include "Call.h"
 
 #include <cmath>
 #include <dao/values/Decimal.h>
+#include <dao/values/Errors.h>
+#include <dao/values/OleDate.h>
 #include <limits>
+#include <sqlite3.h>
 
 namespace dao::functions {
-namespace {
 
-bool anyNull(int count, sqlite3_value **values)
+bool Call::isNull(int index) const
 {
-    return std::any_of(values, values + count,
-                       [](sqlite3_value *value) { return sqlite3_value_type(value) == SQLITE_NULL; });
+    return sqlite3_value_type(m_arguments[index]) == SQLITE_NULL;
 }
 
-void run(sqlite3_context *context, int count, sqlite3_value **values)
+bool Call::isText(int index) const
 {
-    const Entry &entry = *static_cast<const Entry *>(sqlite3_user_data(context));
-    if (!(entry.flags & Entry::NullIn) && anyNull(count, values)) {
-        sqlite3_result_null(context);
-        return;
+    return sqlite3_value_type(m_arguments[index]) == SQLITE_TEXT;
+}
+
+bool Call::isInteger(int index) const
+{
+    return sqlite3_value_type(m_arguments[index]) == SQLITE_INTEGER;
+}
+
+qint64 Call::wholeNumber(int index) const
+{
+    return sqlite3_value_int64(m_arguments[index]);
+}
+
+double Call::number(int index) const
+{
+    switch (sqlite3_value_type(m_arguments[index])) {
+    case SQLITE_NULL:
+        throw FunctionFault{error::InvalidUseOfNull};
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT:
+        return sqlite3_value_double(m_arguments[index]);
+    case SQLITE_TEXT:
+        if (const auto parsed = parseNumber(text(index)))
+            return *parsed;
+        break;
+    default:
+        break;
     }
-    try {
-        entry.body(Call(context, count, values));
-    } catch (const Failure &failure) {
-        const QByteArray text = failureText(failure.number);
-        sqlite3_result_error(context, text.constData(), int(text.size()));
-    } catch (const std::bad_alloc &) {
-        sqlite3_result_error_nomem(context);
-    }
+    throw FunctionFault{error::TypeMismatch};
 }
 
-void registerEntries(sqlite3 *connection, std::span<const Entry> entries)
+int Call::integer(int index) const
 {
-    for (const Entry &entry : entries) {
-        const QByteArray name = QByteArray(prefix) + entry.name;
-        const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (entry.flags & Entry::Changing ? 0 : SQLITE_DETERMINISTIC);
-        sqlite3_create_function_v2(connection, name.constData(), entry.arguments, flags, const_cast<Entry *>(&entry),
-                                   run, nullptr, nullptr, nullptr);
-    }
-}
-
-} // namespace
-
-QString Call::text(int index) const
-{
-    sqlite3_value *value = m_values[index];
-    if (isNumber(index))
-        return numberText(sqlite3_value_double(value));
-    const auto *bytes = reinterpret_cast<const char *>(sqlite3_value_text(value));
-    return QString::fromUtf8(bytes, sqlite3_value_bytes(value));
-}
-
-int Call::whole(int index) const
-{
-    const double rounded = roundHalfEven(real(index));
-    if (!(rounded >= double(std::numeric_limits<int>::min()) && rounded <= double(std::numeric_limits<int>::max())))
-        fail(error::Overflow);
+    const double rounded = roundHalfEven(number(index));
+    if (!(rounded >= std::numeric_limits<int>::min() && rounded <= std::numeric_limits<int>::max()))
+        throw FunctionFault{error::Overflow};
     return int(rounded);
 }
 
-void Call::give(const QString &text) const
+QString Call::text(int index) const
 {
-    const QByteArray bytes = text.toUtf8();
-    sqlite3_result_text64(m_context, bytes.constData(), quint64(bytes.size()), SQLITE_TRANSIENT, SQLITE_UTF8);
+    sqlite3_value *value = m_arguments[index];
+    switch (sqlite3_value_type(value)) {
+    case SQLITE_NULL:
+        return {};
+    case SQLITE_INTEGER:
+        return QString::number(sqlite3_value_int64(value));
+    case SQLITE_FLOAT:
+        return numberText(sqlite3_value_double(value));
+    default: {
+        const auto *units = static_cast<const char16_t *>(sqlite3_value_text16(value));
+        return QString::fromUtf16(units, sqlite3_value_bytes16(value) / 2);
+    }
+    }
 }
 
-void Call::give(double number) const
+double Call::date(int index) const
 {
+    double days = 0;
+    if (isText(index)) {
+        const QString given = text(index);
+        if (const auto parsed = parseDate(given))
+            return *parsed;
+        const auto asNumber = parseNumber(given);
+        if (!asNumber)
+            throw FunctionFault{error::TypeMismatch};
+        days = *asNumber;
+    } else {
+        days = number(index);
+    }
+    if (!isValidDate(days))
+        throw FunctionFault{error::InvalidProcedureCall};
+    return days;
+}
+
+void Call::result(double number)
+{
+    // A result beyond the range of numbers is an error in the dialect; infinity is no value of it.
     if (!std::isfinite(number))
-        fail(error::Overflow);
+        throw FunctionFault{error::Overflow};
     sqlite3_result_double(m_context, number);
 }
 
-QByteArray failureText(int number)
+void Call::result(qint64 number)
 {
-    return "dao:" + QByteArray::number(number) + ':' + errorText(number).toUtf8();
+    sqlite3_result_int64(m_context, number);
 }
 
-void registerAll(sqlite3 *connection)
+void Call::result(const QString &text)
 {
-    for (const auto entries : {conversionEntries(), operatorEntries(), textEntries(), formatEntries(), dateEntries(),
-                               numberEntries(), informationEntries(), moneyEntries()})
-        registerEntries(connection, entries);
-    registerAggregates(connection);
+    sqlite3_result_text16(m_context, text.utf16(), int(text.size() * 2), SQLITE_TRANSIENT);
+}
+
+void Call::resultNull()
+{
+    sqlite3_result_null(m_context);
+}
+
+void Call::resultArgument(int index)
+{
+    sqlite3_result_value(m_context, m_arguments[index]);
+}
+
+void Call::fail(int number, const QString &text)
+{
+    const QByteArray message =
+        "dao:" + QByteArray::number(number) + ':' + (text.isEmpty() ? errorText(number) : text).toUtf8();
+    sqlite3_result_error(m_context, message.constData(), int(message.size()));
 }
 
 } // namespace dao::functions

@@ -1,92 +1,86 @@
 #pragma once
-#include <dao/values/Errors.h>
-
 #include <QString>
 #include <span>
-#include <sqlite3.h>
+
+struct sqlite3_context;
+struct sqlite3_value;
 
 namespace dao::functions {
 
-/// One call of a function by the inner engine: its arguments and where the result goes.
+/// Thrown by a function; the engine's number tells the text.
+struct FunctionFault
+{
+    int number;
+};
+
+/// One call of an expression function by the inner engine: its arguments, read as the dialect reads them, and its
+/// result.
 class Call
 {
 public:
-    Call(sqlite3_context *context, int count, sqlite3_value **values)
+    Call(sqlite3_context *context, int count, sqlite3_value **arguments)
         : m_context(context)
         , m_count(count)
-        , m_values(values)
+        , m_arguments(arguments)
     {
     }
 
     int count() const { return m_count; }
     bool has(int index) const { return index < m_count; }
-    bool isNull(int index) const { return sqlite3_value_type(m_values[index]) == SQLITE_NULL; }
-    bool isText(int index) const { return sqlite3_value_type(m_values[index]) == SQLITE_TEXT; }
-    bool isInteger(int index) const { return sqlite3_value_type(m_values[index]) == SQLITE_INTEGER; }
-    bool isNumber(int index) const { return isInteger(index) || sqlite3_value_type(m_values[index]) == SQLITE_FLOAT; }
-
-    /// A text argument; a number is given as text.
+    bool isNull(int index) const;
+    bool isText(int index) const;
+    bool isInteger(int index) const;
+    /// A number, or a text that reads as one; fault 13 for other text, 94 for Null.
+    double number(int index) const;
+    /// The same rounded half to even; fault 6 beyond 32 bits.
+    int integer(int index) const;
+    int integer(int index, int whenMissing) const { return has(index) ? integer(index) : whenMissing; }
+    qint64 wholeNumber(int index) const; ///< of an argument for which isInteger() holds
+    /// Numbers as text of at most 15 digits; Null is empty.
     QString text(int index) const;
-    double real(int index) const { return sqlite3_value_double(m_values[index]); }
-    /// Rounded half to even to 32 bits; error 6 outside of them.
-    int whole(int index) const;
-    /// The same, or another value when the argument is missing or Null.
-    int wholeOr(int index, int otherwise) const { return has(index) && !isNull(index) ? whole(index) : otherwise; }
-    double realOr(int index, double otherwise) const { return has(index) && !isNull(index) ? real(index) : otherwise; }
+    /// A date: a number of days, or a text that reads as a date (or as a number); fault 13, 94.
+    double date(int index) const;
+    bool condition(int index) const { return number(index) != 0; }
 
-    void give(const QString &text) const;
-    void give(double number) const;
-    void give(qint64 number) const { sqlite3_result_int64(m_context, number); }
-    void give(int number) const { give(qint64(number)); }
-    void giveBoolean(bool flag) const { give(flag ? -1 : 0); }
-    void giveNull() const { sqlite3_result_null(m_context); }
-    /// An argument as it is.
-    void pass(int index) const { sqlite3_result_value(m_context, m_values[index]); }
+    void result(double number);
+    void result(qint64 number);
+    void result(int number) { result(qint64(number)); }
+    void result(const QString &text);
+    /// -1 or 0
+    void resultBoolean(bool value) { result(qint64(value ? -1 : 0)); }
+    void resultNull();
+    void resultArgument(int index);
+    void fail(int number, const QString &text = {});
+
+    sqlite3_context *context() const { return m_context; }
+    sqlite3_value *raw(int index) const { return m_arguments[index]; }
 
 private:
     sqlite3_context *m_context;
     int m_count;
-    sqlite3_value **m_values;
+    sqlite3_value **m_arguments;
 };
 
-/// Thrown by functions; becomes the error text of the call.
-struct Failure
-{
-    int number;
-};
-
-[[noreturn]] inline void fail(int number)
-{
-    throw Failure{number};
-}
-
-/// "dao:<number>:<text>"
-QByteArray failureText(int number);
-
-/// How a function is registered.
+/// A function of the inner engine. It is registered as "jet_" and its name.
 struct Entry
 {
-    enum Flag { None = 0, NullIn = 1, Changing = 2 };
-    const char *name; ///< without the prefix
-    int arguments;    ///< -1: any number
-    void (*body)(const Call &);
-    /// NullIn: the body sees Null arguments; otherwise one of them makes the result Null. Changing: not the same for
-    /// the same arguments.
-    int flags = None;
+    const char *name;
+    int minArguments;
+    int maxArguments; ///< -1: any number
+    void (*run)(Call &call);
+    /// Null among the first so many arguments gives Null without a call; -1: among any of them.
+    int nullArguments = -1;
+    bool deterministic = true;
 };
 
-// One table for each family.
-std::span<const Entry> conversionEntries();
-std::span<const Entry> operatorEntries();
-std::span<const Entry> textEntries();
-std::span<const Entry> formatEntries();
-std::span<const Entry> dateEntries();
-std::span<const Entry> numberEntries();
-std::span<const Entry> informationEntries();
-std::span<const Entry> moneyEntries();
-void registerAggregates(sqlite3 *connection);
-
-/// The prefix of every name of ours in the inner engine.
-inline constexpr const char *prefix = "jet_";
+std::span<const Entry> conversionFunctions();
+std::span<const Entry> textFunctions();
+std::span<const Entry> formatFunctions();
+std::span<const Entry> dateFunctions();
+std::span<const Entry> numberFunctions();
+std::span<const Entry> logicFunctions();
+std::span<const Entry> moneyFunctions();
+std::span<const Entry> operatorFunctions();
+std::span<const Entry> assignmentFunctions();
 
 } // namespace dao::functions

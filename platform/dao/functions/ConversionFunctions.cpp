@@ -1,320 +1,160 @@
 #include "Call.h"
-
-#include <dao/values/Decimal.h>
-#include <dao/values/OleDate.h>
-#include <dao/values/Value.h>
+#include "ValueText.h"
 
 #include <cmath>
+#include <dao/values/Decimal.h>
+#include <dao/values/Errors.h>
+#include <dao/values/OleDate.h>
 #include <limits>
-
-using namespace Qt::StringLiterals;
+#include <QLocale>
 
 namespace dao::functions {
+
 namespace {
 
-/// A number, or a text that reads as one; the error for other texts is the caller's.
-double numberOf(const Call &call, int index, int error)
+void toBoolean(Call &call)
 {
-    if (call.isNumber(index))
-        return call.real(index);
-    if (call.isText(index)) {
-        const QString text = call.text(index);
-        if (const std::optional<double> number = parseNumber(text))
-            return *number;
-        // The words of a logical value are numbers too.
-        const Value truth = convertValue(Value::fromText(text), DataType::Boolean);
-        if (!truth.isEmpty())
-            return truth.real();
+    if (call.isText(0)) {
+        const QString text = call.text(0).trimmed();
+        if (text.compare(u"true", Qt::CaseInsensitive) == 0)
+            return call.resultBoolean(true);
+        if (text.compare(u"false", Qt::CaseInsensitive) == 0)
+            return call.resultBoolean(false);
     }
-    fail(error);
+    call.resultBoolean(call.condition(0));
 }
 
-double dateOf(const Call &call, int index, int error)
+template <int least, int most>
+void toWhole(Call &call)
 {
-    double date = 0;
-    if (call.isText(index)) {
-        const QString text = call.text(index);
-        const std::optional<double> parsed = parseDate(text);
-        const std::optional<double> number = parsed ? parsed : parseNumber(text);
-        if (!number)
-            fail(error);
-        date = *number;
-    } else if (call.isNumber(index)) {
-        date = call.real(index);
-    } else {
-        fail(error);
-    }
-    if (!isValidDate(date))
-        fail(error::Overflow);
-    return date;
+    const double rounded = roundHalfEven(call.number(0));
+    if (!(rounded >= least && rounded <= most))
+        throw FunctionFault{error::Overflow};
+    call.result(qint64(rounded));
 }
 
-template <typename T>
-qint64 wholeIn(double number, int error)
+void toCurrency(Call &call)
 {
-    const double rounded = roundHalfEven(number);
-    if (!(rounded >= double(std::numeric_limits<T>::min()) && rounded <= double(std::numeric_limits<T>::max())))
-        fail(error);
-    return qint64(rounded);
+    // 64 bits of ten-thousandths
+    constexpr double kMost = 922337203685477.5807;
+    const double rounded = roundDecimal(call.number(0), 4);
+    if (std::abs(rounded) > kMost)
+        throw FunctionFault{error::Overflow};
+    call.result(rounded);
 }
 
-double singleOf(double number, int error)
+void toSingle(Call &call)
 {
-    if (std::fabs(number) > double(std::numeric_limits<float>::max()))
-        fail(error);
-    return double(float(number));
+    const double number = call.number(0);
+    if (std::abs(number) > double(std::numeric_limits<float>::max()))
+        throw FunctionFault{error::Overflow};
+    call.result(double(float(number)));
 }
 
-double currencyOf(double number, int error)
+void toDouble(Call &call)
 {
-    constexpr double Limit = 922337203685477.0;
-    if (std::fabs(number) > Limit)
-        fail(error);
-    return roundDecimal(number, 4);
+    call.result(call.number(0));
 }
 
-void refuseNull(const Call &call)
+void toDate(Call &call)
 {
-    if (call.isNull(0))
-        fail(error::InvalidUseOfNull);
+    call.result(call.date(0));
 }
 
-// ---- what users call: Null is refused, the errors are those of expressions --------------------------------------
-
-void cbool(const Call &call)
+void identity(Call &call)
 {
-    refuseNull(call);
-    call.giveBoolean(numberOf(call, 0, error::TypeMismatch) != 0);
+    call.resultArgument(0);
 }
 
-template <typename T>
-void cwhole(const Call &call)
-{
-    refuseNull(call);
-    call.give(wholeIn<T>(numberOf(call, 0, error::TypeMismatch), error::Overflow));
-}
-
-void ccur(const Call &call)
-{
-    refuseNull(call);
-    call.give(currencyOf(numberOf(call, 0, error::TypeMismatch), error::Overflow));
-}
-
-void csng(const Call &call)
-{
-    refuseNull(call);
-    call.give(singleOf(numberOf(call, 0, error::TypeMismatch), error::Overflow));
-}
-
-void cdbl(const Call &call)
-{
-    refuseNull(call);
-    call.give(numberOf(call, 0, error::TypeMismatch));
-}
-
-void cdate(const Call &call)
-{
-    refuseNull(call);
-    call.give(dateOf(call, 0, error::TypeMismatch));
-}
-
-void cvdate(const Call &call)
-{
-    call.give(dateOf(call, 0, error::TypeMismatch));
-}
-
-void cstr(const Call &call)
+// (type, value)
+void toText(Call &call)
 {
     if (call.isNull(1))
-        fail(error::InvalidUseOfNull);
-    if (call.isText(1)) {
-        call.pass(1);
-        return;
-    }
-    switch (DataType(call.whole(0))) {
-    case DataType::Date:
-        call.give(generalDateText(call.real(1)));
-        break;
-    case DataType::Single:
-        call.give(singleText(call.real(1)));
-        break;
-    case DataType::Boolean:
-        call.give(call.real(1) != 0 ? u"True"_s : u"False"_s);
-        break;
-    default:
-        call.give(numberText(call.real(1)));
-        break;
-    }
+        throw FunctionFault{error::InvalidUseOfNull};
+    call.result(textOf(call, 0, 1));
 }
 
-void cvar(const Call &call)
+// Reads a number at the beginning, skipping blanks wherever they stand.
+void leadingNumber(Call &call)
 {
-    call.pass(0);
-}
-
-// Blanks count nowhere; the first character that cannot belong to a number ends it.
-void val(const Call &call)
-{
-    QByteArray digits;
-    for (const QChar c : call.text(0)) {
-        if (c == u' ' || c == u'\t' || c == u'\n' || c == u'\r')
-            continue;
-        digits += c.unicode() < 0x80 ? char(c.unicode()) : '?';
-    }
-    if (digits.startsWith("&H") || digits.startsWith("&h") || digits.startsWith("&O") || digits.startsWith("&o")) {
-        const bool hex = digits[1] == 'H' || digits[1] == 'h';
-        qsizetype end = 2;
-        while (end < digits.size() &&
-               (hex ? std::isxdigit(uchar(digits[end])) != 0 : digits[end] >= '0' && digits[end] <= '7'))
+    QString text = call.text(0);
+    text.removeIf([](QChar c) { return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r'; });
+    const auto digitsFrom = [&text](qsizetype start, auto isDigit) {
+        qsizetype end = start;
+        while (end < text.size() && isDigit(text[end]))
             ++end;
-        const quint64 value = digits.sliced(2, std::min<qsizetype>(end - 2, 11)).toULongLong(nullptr, hex ? 16 : 8);
-        call.give(value <= 0xFFFF ? double(qint16(value)) : double(qint32(quint32(value))));
-        return;
+        return end;
+    };
+    const auto isDecimal = [](QChar c) { return c >= u'0' && c <= u'9'; };
+
+    if (text.startsWith(u"&H", Qt::CaseInsensitive) || text.startsWith(u"&O", Qt::CaseInsensitive)) {
+        const bool hex = text[1].toUpper() == u'H';
+        const qsizetype end = digitsFrom(2, [hex](QChar c) {
+            const QChar upper = c.toUpper();
+            return hex ? (c >= u'0' && c <= u'9') || (upper >= u'A' && upper <= u'F') : c >= u'0' && c <= u'7';
+        });
+        bool ok = false;
+        const quint64 bits = text.mid(2, end - 2).toULongLong(&ok, hex ? 16 : 8);
+        if (!ok)
+            return call.result(0.0);
+        // Up to 16 bits are a signed 16-bit number, up to 32 a signed 32-bit one.
+        const double value = bits <= 0xFFFF       ? double(qint16(bits))
+                             : bits <= 0xFFFFFFFF ? double(qint32(bits))
+                                                  : double(bits);
+        return call.result(value);
     }
-    qsizetype end = 0;
-    bool point = false;
-    const auto digitAt = [&digits](qsizetype i) { return i < digits.size() && digits[i] >= '0' && digits[i] <= '9'; };
-    if (end < digits.size() && (digits[end] == '-' || digits[end] == '+'))
-        ++end;
-    while (digitAt(end) || (!point && end < digits.size() && digits[end] == '.'))
-        point = digits[end++] == '.' || point;
-    if (end < digits.size() && (digits[end] == 'e' || digits[end] == 'E')) {
-        const qsizetype sign = end + 1 < digits.size() && (digits[end + 1] == '-' || digits[end + 1] == '+') ? 2 : 1;
-        if (digitAt(end + sign)) {
-            end += sign;
-            while (digitAt(end))
-                ++end;
-        }
+
+    qsizetype end = !text.isEmpty() && (text[0] == u'-' || text[0] == u'+') ? 1 : 0;
+    end = digitsFrom(end, isDecimal);
+    if (end < text.size() && text[end] == u'.')
+        end = digitsFrom(end + 1, isDecimal);
+    if (end < text.size() && (text[end].toUpper() == u'E' || text[end].toUpper() == u'D')) {
+        text[end] = u'e';
+        qsizetype exponent = end + 1;
+        if (exponent < text.size() && (text[exponent] == u'-' || text[exponent] == u'+'))
+            ++exponent;
+        const qsizetype exponentEnd = digitsFrom(exponent, isDecimal);
+        if (exponentEnd > exponent)
+            end = exponentEnd;
     }
-    call.give(digits.first(end).toDouble());
+    call.result(QLocale::c().toDouble(text.left(end)));
 }
 
-void str(const Call &call)
+// A blank stands in the place of a plus sign.
+void numberAsText(Call &call)
 {
-    const QString text = numberText(call.real(0));
-    call.give(text.startsWith(u'-') ? text : u' ' + text);
+    const QString text = numberText(call.number(0));
+    call.result(text.startsWith(u'-') ? text : QString(u' ' + text));
 }
 
-template <int Radix>
-void radixText(const Call &call)
+template <int base>
+void digits(Call &call)
 {
-    call.give(QString::number(quint32(call.whole(0)), Radix).toUpper());
-}
-
-// ---- what the generator inserts: Null stays Null, a misfit is a mismatch ----------------------------------------
-
-void asText(const Call &call)
-{
-    call.give(call.text(0));
-}
-
-void asTextSingle(const Call &call)
-{
-    call.give(call.isText(0) ? call.text(0) : singleText(call.real(0)));
-}
-
-void asTextDate(const Call &call)
-{
-    call.give(call.isText(0) ? call.text(0) : generalDateText(call.real(0)));
-}
-
-void asNumber(const Call &call)
-{
-    if (call.isNumber(0))
-        call.pass(0);
-    else
-        call.give(numberOf(call, 0, error::CriteriaMismatch));
-}
-
-void asDate(const Call &call)
-{
-    call.give(dateOf(call, 0, error::CriteriaMismatch));
-}
-
-void asTruth(const Call &call)
-{
-    call.giveBoolean(numberOf(call, 0, error::CriteriaMismatch) != 0);
-}
-
-// ---- assignments to fields --------------------------------------------------------------------------------------
-
-void toBoolean(const Call &call)
-{
-    call.giveBoolean(!call.isNull(0) && numberOf(call, 0, error::CriteriaMismatch) != 0);
-}
-
-template <typename T>
-void toWhole(const Call &call)
-{
-    call.give(wholeIn<T>(numberOf(call, 0, error::CriteriaMismatch), error::NumericOverflow));
-}
-
-void toCurrency(const Call &call)
-{
-    call.give(currencyOf(numberOf(call, 0, error::CriteriaMismatch), error::NumericOverflow));
-}
-
-void toSingle(const Call &call)
-{
-    call.give(singleOf(numberOf(call, 0, error::CriteriaMismatch), error::NumericOverflow));
-}
-
-void toDouble(const Call &call)
-{
-    call.give(numberOf(call, 0, error::CriteriaMismatch));
-}
-
-void toBinary(const Call &call)
-{
-    if (call.isNumber(0) || call.isText(0))
-        fail(error::CriteriaMismatch);
-    call.pass(0);
-}
-
-void notNull(const Call &call)
-{
-    refuseNull(call);
-    call.pass(0);
+    call.result(QString::number(quint32(call.integer(0)), base).toUpper());
 }
 
 constexpr Entry entries[] = {
-    {"cbool", 1, cbool, Entry::NullIn},
-    {"cbyte", 1, cwhole<quint8>, Entry::NullIn},
-    {"cint", 1, cwhole<qint16>, Entry::NullIn},
-    {"clng", 1, cwhole<qint32>, Entry::NullIn},
-    {"ccur", 1, ccur, Entry::NullIn},
-    {"csng", 1, csng, Entry::NullIn},
-    {"cdbl", 1, cdbl, Entry::NullIn},
-    {"cdec", 1, cdbl, Entry::NullIn},
-    {"cdate", 1, cdate, Entry::NullIn},
-    {"cvdate", 1, cvdate},
-    {"cstr", 2, cstr, Entry::NullIn},
-    {"cvar", 1, cvar},
-    {"val", 1, val},
-    {"str", 1, str},
-    {"hex", 1, radixText<16>},
-    {"oct", 1, radixText<8>},
-    {"as_text", 1, asText},
-    {"as_text_single", 1, asTextSingle},
-    {"as_text_date", 1, asTextDate},
-    {"as_number", 1, asNumber},
-    {"as_date", 1, asDate},
-    {"as_truth", 1, asTruth},
-    {"to_boolean", 1, toBoolean, Entry::NullIn},
-    {"to_byte", 1, toWhole<quint8>},
-    {"to_integer", 1, toWhole<qint16>},
-    {"to_long", 1, toWhole<qint32>},
-    {"to_currency", 1, toCurrency},
-    {"to_single", 1, toSingle},
-    {"to_double", 1, toDouble},
-    {"to_date", 1, asDate},
-    {"to_binary", 1, toBinary},
-    {"not_null", 1, notNull, Entry::NullIn},
+    {"cbool", 1, 1, toBoolean, 0},
+    {"cbyte", 1, 1, toWhole<0, 255>, 0},
+    {"cint", 1, 1, toWhole<std::numeric_limits<qint16>::min(), std::numeric_limits<qint16>::max()>, 0},
+    {"clng", 1, 1, toWhole<std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max()>, 0},
+    {"ccur", 1, 1, toCurrency, 0},
+    {"csng", 1, 1, toSingle, 0},
+    {"cdbl", 1, 1, toDouble, 0},
+    {"cdec", 1, 1, toDouble, 0},
+    {"cdate", 1, 1, toDate, 0},
+    {"cvdate", 1, 1, toDate},
+    {"cstr", 2, 2, toText, 0},
+    {"cvar", 1, 1, identity, 0},
+    {"val", 1, 1, leadingNumber},
+    {"str", 1, 1, numberAsText},
+    {"hex", 1, 1, digits<16>},
+    {"oct", 1, 1, digits<8>},
 };
 
 } // namespace
 
-std::span<const Entry> conversionEntries()
+std::span<const Entry> conversionFunctions()
 {
     return entries;
 }

@@ -1,132 +1,109 @@
 #include "LikePattern.h"
 
-#include <optional>
-#include <QChar>
-#include <QList>
-#include <QString>
+#include <algorithm>
 
 namespace dao::functions {
-namespace {
 
-struct Element
+LikePattern::LikePattern(const QString &pattern, Form form)
 {
-    enum class Kind { Char, Any, Run, Digit, Class };
-    Kind kind = Kind::Char;
-    QChar character;
-    bool negated = false;
-    QList<std::pair<char16_t, char16_t>> ranges;
-
-    bool matches(QChar c) const
-    {
-        switch (kind) {
-        case Kind::Char:
-            return c == character;
-        case Kind::Any:
-            return true;
-        case Kind::Digit:
-            return c >= u'0' && c <= u'9';
-        case Kind::Class: {
-            const bool inside = std::any_of(ranges.begin(), ranges.end(), [c](const auto &range) {
-                return c.unicode() >= range.first && c.unicode() <= range.second;
-            });
-            return inside != negated;
-        }
-        case Kind::Run:
-            break;
-        }
-        return false;
-    }
-};
-
-/// The class that begins behind "[" at `at`; leaves `at` behind "]". Nothing for a bad one.
-std::optional<Element> readClass(QStringView pattern, qsizetype &at)
-{
-    Element element;
-    element.kind = Element::Kind::Class;
-    if (at < pattern.size() && pattern[at] == u'!') {
-        element.negated = true;
-        ++at;
-    }
-    while (at < pattern.size() && pattern[at] != u']') {
-        const char16_t first = pattern[at].unicode();
-        const bool isRange = at + 2 < pattern.size() && pattern[at + 1] == u'-' && pattern[at + 2] != u']';
-        const char16_t last = isRange ? pattern[at + 2].unicode() : first;
-        if (last < first)
-            return {};
-        element.ranges.append({first, last});
-        at += isRange ? 3 : 1;
-    }
-    if (at >= pattern.size())
-        return {};
-    ++at;
-    // "[!]" is the exclamation mark itself.
-    if (element.negated && element.ranges.isEmpty()) {
-        element.negated = false;
-        element.ranges.append({u'!', u'!'});
-    }
-    return element;
-}
-
-std::optional<QList<Element>> compile(QStringView pattern, bool ansi)
-{
-    const QChar run = ansi ? u'%' : u'*';
-    const QChar any = ansi ? u'_' : u'?';
-    QList<Element> elements;
-    for (qsizetype at = 0; at < pattern.size();) {
-        const QChar c = pattern[at++];
-        Element element;
+    const QChar run = form == Form::Star ? u'*' : u'%';
+    const QChar any = form == Form::Star ? u'?' : u'_';
+    for (qsizetype i = 0; i < pattern.size(); ++i) {
+        const QChar c = pattern[i];
         if (c == run) {
-            element.kind = Element::Kind::Run;
+            if (m_elements.isEmpty() || m_elements.last().kind != Element::Kind::Run)
+                m_elements.append({Element::Kind::Run, 0, false, {}});
         } else if (c == any) {
-            element.kind = Element::Kind::Any;
-        } else if (c == u'#' && !ansi) {
-            element.kind = Element::Kind::Digit;
+            m_elements.append({Element::Kind::Any, 0, false, {}});
+        } else if (c == u'#' && form == Form::Star) {
+            m_elements.append({Element::Kind::Digit, 0, false, {}});
         } else if (c == u'[') {
-            const std::optional<Element> read = readClass(pattern, at);
-            if (!read)
-                return {};
-            if (read->ranges.isEmpty())
-                continue; // "[]" is nothing
-            element = *read;
+            const qsizetype end = pattern.indexOf(u']', i + 1);
+            if (end < 0 || !addClass(QStringView(pattern).mid(i + 1, end - i - 1))) {
+                m_valid = false;
+                return;
+            }
+            i = end;
         } else {
-            element.character = c;
+            m_elements.append({Element::Kind::Character, c.toCaseFolded().unicode(), false, {}});
         }
-        elements.append(element);
     }
-    return elements;
 }
 
-} // namespace
-
-bool matchesLike(QStringView text, QStringView pattern, bool ansi)
+bool LikePattern::addClass(QStringView inside)
 {
-    const QString folded = text.toString().toLower();
-    const std::optional<QList<Element>> compiled = compile(pattern.toString().toLower(), ansi);
-    if (!compiled)
+    if (inside.isEmpty())
+        return true; // "[]" stands for nothing
+    Element element{Element::Kind::Class, 0, false, {}};
+    if (inside.size() > 1 && inside.startsWith(u'!')) {
+        element.negated = true;
+        inside = inside.mid(1);
+    }
+    for (qsizetype i = 0; i < inside.size(); ++i) {
+        const char16_t first = inside[i].toCaseFolded().unicode();
+        // A dash at either end stands for itself.
+        if (i + 2 < inside.size() && inside[i + 1] == u'-') {
+            const char16_t last = inside[i + 2].toCaseFolded().unicode();
+            if (last < first)
+                return false;
+            element.ranges.append({first, last});
+            i += 2;
+        } else {
+            element.ranges.append({first, first});
+        }
+    }
+    m_elements.append(element);
+    return true;
+}
+
+bool LikePattern::matchesOne(const Element &element, QChar c)
+{
+    switch (element.kind) {
+    case Element::Kind::Any:
+        return true;
+    case Element::Kind::Digit:
+        return c >= u'0' && c <= u'9';
+    case Element::Kind::Character:
+        return c.toCaseFolded().unicode() == element.character;
+    case Element::Kind::Class: {
+        const char16_t folded = c.toCaseFolded().unicode();
+        const bool found = std::any_of(element.ranges.cbegin(), element.ranges.cend(),
+                                       [folded](const Range &r) { return r.first <= folded && folded <= r.last; });
+        return found != element.negated;
+    }
+    case Element::Kind::Run:
+        break;
+    }
+    return false;
+}
+
+bool LikePattern::matches(QStringView text) const
+{
+    if (!m_valid)
         return false;
-    // Greedy with one place to come back to: the last run. Bounded by text times pattern.
-    const QList<Element> &elements = *compiled;
-    qsizetype t = 0;
-    qsizetype p = 0;
-    qsizetype runAt = -1;
-    qsizetype runText = 0;
-    while (t < folded.size()) {
-        if (p < elements.size() && elements[p].kind == Element::Kind::Run) {
-            runAt = p++;
-            runText = t;
-        } else if (p < elements.size() && elements[p].matches(folded[t])) {
-            ++p;
-            ++t;
-        } else if (runAt >= 0) {
-            p = runAt + 1;
-            t = ++runText;
+    // Only the last run seen needs to be tried with more characters: what an earlier one could still take, it can take
+    // too.
+    qsizetype element = 0;
+    qsizetype at = 0;
+    qsizetype runElement = -1;
+    qsizetype runAt = 0;
+    while (at < text.size()) {
+        if (element < m_elements.size() && m_elements[element].kind == Element::Kind::Run) {
+            runElement = element++;
+            runAt = at;
+        } else if (element < m_elements.size() && matchesOne(m_elements[element], text[at])) {
+            ++element;
+            ++at;
+        } else if (runElement >= 0) {
+            element = runElement + 1;
+            at = ++runAt;
         } else {
             return false;
         }
     }
-    while (p < elements.size() && elements[p].kind == Element::Kind::Run)
-        ++p;
-    return p == elements.size();
+    while (element < m_elements.size() && m_elements[element].kind == Element::Kind::Run)
+        ++element;
+    return element == m_elements.size();
 }
 
 } // namespace dao::functions

@@ -1,171 +1,173 @@
 #include "Call.h"
 
 #include <cmath>
+#include <dao/values/Errors.h>
 
 namespace dao::functions {
+
 namespace {
 
-/// An annuity: rate of a period, number of periods, payments at the end (0) or the beginning (1) of a period.
-struct Annuity
+double optional(const Call &call, int index, double whenMissing = 0)
 {
-    double rate;
-    double periods;
-    bool due;
-
-    double growth() const { return std::pow(1 + rate, periods); }
-
-    double future(double payment, double present) const
-    {
-        if (rate == 0)
-            return -(present + payment * periods);
-        return -(present * growth() + payment * (due ? 1 + rate : 1) * (growth() - 1) / rate);
-    }
-
-    double payment(double present, double future) const
-    {
-        if (periods == 0)
-            fail(error::InvalidProcedureCall);
-        if (rate == 0)
-            return -(present + future) / periods;
-        return -(present * growth() + future) * rate / ((due ? 1 + rate : 1) * (growth() - 1));
-    }
-
-    double present(double payment, double future) const
-    {
-        if (rate == 0)
-            return -(future + payment * periods);
-        return -(future + payment * (due ? 1 + rate : 1) * (growth() - 1) / rate) / growth();
-    }
-
-    /// Interest in the payment of one period, counted from 1.
-    double interest(double period, double present, double future_) const
-    {
-        if (period < 1 || period > periods)
-            fail(error::InvalidProcedureCall);
-        const double paid = payment(present, future_);
-        if (due && period == 1)
-            return 0;
-        const Annuity before{rate, period - 1 - (due ? 1 : 0), false};
-        const double balance = before.future(paid, due ? present + paid : present);
-        return balance * rate;
-    }
-};
-
-void futureValue(const Call &call)
-{
-    const Annuity annuity{call.real(0), call.real(1), call.realOr(4, 0) != 0};
-    call.give(annuity.future(call.real(2), call.realOr(3, 0)));
+    return call.has(index) ? call.number(index) : whenMissing;
 }
 
-void presentValue(const Call &call)
+// Payments at the begin of a period (due) bear interest once more.
+double dueFactor(const Call &call, double rate, int index)
 {
-    const Annuity annuity{call.real(0), call.real(1), call.realOr(4, 0) != 0};
-    call.give(annuity.present(call.real(2), call.realOr(3, 0)));
+    return optional(call, index) != 0 ? 1 + rate : 1;
 }
 
-void payment(const Call &call)
+// What one unit paid each period grows to.
+double annuity(double rate, double periods)
 {
-    const Annuity annuity{call.real(0), call.real(1), call.realOr(4, 0) != 0};
-    call.give(annuity.payment(call.real(2), call.realOr(3, 0)));
+    return rate == 0 ? periods : (std::pow(1 + rate, periods) - 1) / rate;
 }
 
-void interestPayment(const Call &call)
+double futureValue(double rate, double periods, double payment, double present, double due)
 {
-    const Annuity annuity{call.real(0), call.real(2), call.realOr(5, 0) != 0};
-    call.give(annuity.interest(call.real(1), call.real(3), call.realOr(4, 0)));
+    return -(present * std::pow(1 + rate, periods) + payment * due * annuity(rate, periods));
 }
 
-void principalPayment(const Call &call)
+double payment(double rate, double periods, double present, double future, double due)
 {
-    const Annuity annuity{call.real(0), call.real(2), call.realOr(5, 0) != 0};
-    const double whole = annuity.payment(call.real(3), call.realOr(4, 0));
-    call.give(whole - annuity.interest(call.real(1), call.real(3), call.realOr(4, 0)));
+    const double grown = annuity(rate, periods) * due;
+    if (grown == 0)
+        throw FunctionFault{error::InvalidProcedureCall};
+    return -(present * std::pow(1 + rate, periods) + future) / grown;
 }
 
-void periodCount(const Call &call)
+void fv(Call &call)
 {
-    const double rate = call.real(0);
-    const double paid = call.real(1) * (call.realOr(4, 0) != 0 ? 1 + rate : 1);
-    const double present = call.real(2);
-    const double future = call.realOr(3, 0);
+    const double rate = call.number(0);
+    call.result(futureValue(rate, call.number(1), call.number(2), optional(call, 3), dueFactor(call, rate, 4)));
+}
+
+void pv(Call &call)
+{
+    const double rate = call.number(0);
+    const double periods = call.number(1);
+    const double paid = call.number(2) * dueFactor(call, rate, 4) * annuity(rate, periods);
+    call.result(-(optional(call, 3) + paid) / std::pow(1 + rate, periods));
+}
+
+void pmt(Call &call)
+{
+    const double rate = call.number(0);
+    call.result(payment(rate, call.number(1), call.number(2), optional(call, 3), dueFactor(call, rate, 4)));
+}
+
+// (rate, period, periods, present[, future[, due]])
+double interestOf(const Call &call)
+{
+    const double rate = call.number(0);
+    const double period = call.number(1);
+    const double periods = call.number(2);
+    if (period < 1 || period > periods)
+        throw FunctionFault{error::InvalidProcedureCall};
+    const double due = dueFactor(call, rate, 5);
+    const double present = call.number(3);
+    const double paid = payment(rate, periods, present, optional(call, 4), due);
+    if (due == 1)
+        return futureValue(rate, period - 1, paid, present, 1) * rate;
+    return period == 1 ? 0 : (futureValue(rate, period - 2, paid, present, due) - paid) * rate;
+}
+
+void ipmt(Call &call)
+{
+    call.result(interestOf(call));
+}
+
+void ppmt(Call &call)
+{
+    const double rate = call.number(0);
+    const double whole = payment(rate, call.number(2), call.number(3), optional(call, 4), dueFactor(call, rate, 5));
+    call.result(whole - interestOf(call));
+}
+
+void nper(Call &call)
+{
+    const double rate = call.number(0);
+    const double paid = call.number(1) * dueFactor(call, rate, 4);
+    const double present = call.number(2);
+    const double future = optional(call, 3);
     if (rate == 0) {
         if (paid == 0)
-            fail(error::InvalidProcedureCall);
-        return call.give(-(present + future) / paid);
+            throw FunctionFault{error::InvalidProcedureCall};
+        return call.result(-(present + future) / paid);
     }
-    const double quotient = (paid - future * rate) / (paid + present * rate);
-    if (rate <= -1 || !(quotient > 0))
-        fail(error::InvalidProcedureCall);
-    call.give(std::log(quotient) / std::log(1 + rate));
+    const double ratio = (paid - future * rate) / (paid + present * rate);
+    if (!(ratio > 0))
+        throw FunctionFault{error::InvalidProcedureCall};
+    call.result(std::log(ratio) / std::log(1 + rate));
 }
 
-// By the secant method; gives up as users know it, with an invalid call.
-void interestRate(const Call &call)
+// (periods, payment, present[, future[, due[, guess]]]), by the secant method.
+void rate(Call &call)
 {
-    constexpr int MaxSteps = 100;
-    constexpr double Precision = 1e-10;
-    const bool due = call.realOr(4, 0) != 0;
-    const auto balance = [&](double rate) {
-        return Annuity{rate, call.real(0), due}.future(call.real(1), call.real(2)) - call.realOr(3, 0);
+    constexpr int kMostSteps = 128;
+    constexpr double kCloseEnough = 1e-12;
+    const auto remainder = [&call](double r) {
+        return optional(call, 3) -
+               futureValue(r, call.number(0), call.number(1), call.number(2), dueFactor(call, r, 4));
     };
-    double previous = call.realOr(5, 0.1);
-    double rate = previous * 1.1 + 1e-4;
-    double previousBalance = balance(previous);
-    for (int i = 0; i < MaxSteps; ++i) {
-        const double current = balance(rate);
-        if (std::fabs(current) < Precision * std::max(1.0, std::fabs(call.real(2))))
-            return call.give(rate);
-        if (current == previousBalance || !std::isfinite(current))
+    double a = optional(call, 5, 0.1);
+    double b = a * 1.1 + 0.01;
+    double atA = remainder(a);
+    for (int i = 0; i < kMostSteps; ++i) {
+        const double atB = remainder(b);
+        if (!std::isfinite(atB) || atB == atA)
             break;
-        const double next = rate - current * (rate - previous) / (current - previousBalance);
-        previous = rate;
-        previousBalance = current;
-        rate = next;
+        const double next = b - atB * (b - a) / (atB - atA);
+        if (std::abs(next - b) < kCloseEnough)
+            return call.result(next);
+        a = b;
+        atA = atB;
+        b = next;
     }
-    fail(error::InvalidProcedureCall);
+    throw FunctionFault{error::InvalidProcedureCall};
 }
 
-void straightLine(const Call &call)
+void sln(Call &call)
 {
-    if (call.real(2) == 0)
-        fail(error::DivisionByZero);
-    call.give((call.real(0) - call.real(1)) / call.real(2));
+    const double life = call.number(2);
+    if (life == 0)
+        throw FunctionFault{error::DivisionByZero};
+    call.result((call.number(0) - call.number(1)) / life);
 }
 
-void sumOfYears(const Call &call)
+void syd(Call &call)
 {
-    const double life = call.real(2);
-    const double period = call.real(3);
-    if (life <= 0 || period <= 0 || period > life)
-        fail(error::InvalidProcedureCall);
-    call.give((call.real(0) - call.real(1)) * (life - period + 1) * 2 / (life * (life + 1)));
+    const double life = call.number(2);
+    const double period = call.number(3);
+    if (life <= 0 || period < 1 || period > life)
+        throw FunctionFault{error::InvalidProcedureCall};
+    call.result((call.number(0) - call.number(1)) * (life - period + 1) * 2 / (life * (life + 1)));
 }
 
-void decliningBalance(const Call &call)
+void ddb(Call &call)
 {
-    const double cost = call.real(0);
-    const double salvage = call.real(1);
-    const double life = call.real(2);
-    const double period = call.real(3);
-    const double factor = call.realOr(4, 2);
-    if (cost < 0 || salvage < 0 || life <= 0 || period <= 0 || period > life || factor <= 0)
-        fail(error::InvalidProcedureCall);
-    const double share = std::min(factor / life, 1.0);
+    const double cost = call.number(0);
+    const double salvage = call.number(1);
+    const double life = call.number(2);
+    const double period = call.number(3);
+    const double factor = optional(call, 4, 2);
+    if (cost < 0 || salvage < 0 || life <= 0 || period < 1 || period > life || factor <= 0)
+        throw FunctionFault{error::InvalidProcedureCall};
+    const double share = std::min(1.0, factor / life);
     const double before = cost * std::pow(1 - share, period - 1);
-    const double after = std::max(cost * std::pow(1 - share, period), salvage);
-    call.give(std::max(before - after, 0.0));
+    const double after = std::max(salvage, cost * std::pow(1 - share, period));
+    call.result(std::max(0.0, before - after));
 }
 
 constexpr Entry entries[] = {
-    {"fv", -1, futureValue},       {"pv", -1, presentValue},       {"pmt", -1, payment},
-    {"ipmt", -1, interestPayment}, {"ppmt", -1, principalPayment}, {"nper", -1, periodCount},
-    {"rate", -1, interestRate},    {"sln", 3, straightLine},       {"syd", 4, sumOfYears},
-    {"ddb", -1, decliningBalance},
+    {"fv", 3, 5, fv},     {"pv", 3, 5, pv},     {"pmt", 3, 5, pmt}, {"ipmt", 4, 6, ipmt}, {"ppmt", 4, 6, ppmt},
+    {"nper", 3, 5, nper}, {"rate", 3, 6, rate}, {"sln", 3, 3, sln}, {"syd", 4, 4, syd},   {"ddb", 4, 5, ddb},
 };
 
 } // namespace
 
-std::span<const Entry> moneyEntries()
+std::span<const Entry> moneyFunctions()
 {
     return entries;
 }

@@ -1,100 +1,138 @@
 #include "Call.h"
 #include "LikePattern.h"
 
-#include <dao/values/Decimal.h>
-
 #include <cmath>
+#include <dao/values/Decimal.h>
+#include <dao/values/Errors.h>
+#include <limits>
+#include <memory>
+#include <sqlite3.h>
 
 namespace dao::functions {
+
 namespace {
 
-void divide(const Call &call)
+// Beyond 64 bits the sum goes on as a number with a point.
+void addWhole(Call &call)
 {
-    if (call.real(1) == 0)
-        fail(error::DivisionByZero);
-    call.give(call.real(0) / call.real(1));
+    qint64 sum = 0;
+    if (__builtin_add_overflow(call.wholeNumber(0), call.wholeNumber(1), &sum))
+        call.result(call.number(0) + call.number(1));
+    else
+        call.result(sum);
 }
 
-// Both operands are rounded to 32 bits first; the quotient is cut towards zero.
-void intDivide(const Call &call)
+// "+": texts are joined; a number and a text that reads as one are added.
+void add(Call &call)
 {
-    const qint64 dividend = call.whole(0);
-    const qint64 divisor = call.whole(1);
+    if (call.isText(0) && call.isText(1))
+        call.result(call.text(0) + call.text(1));
+    else if (call.isInteger(0) && call.isInteger(1))
+        addWhole(call);
+    else
+        call.result(call.number(0) + call.number(1));
+}
+
+void divide(Call &call)
+{
+    const double divisor = call.number(1);
     if (divisor == 0)
-        fail(error::DivisionByZero);
-    call.give(dividend / divisor);
+        throw FunctionFault{error::DivisionByZero};
+    call.result(call.number(0) / divisor);
 }
 
-void modulo(const Call &call)
+void integerDivide(Call &call)
 {
-    const qint64 dividend = call.whole(0);
-    const qint64 divisor = call.whole(1);
+    const qint64 divisor = call.integer(1);
     if (divisor == 0)
-        fail(error::DivisionByZero);
-    call.give(dividend % divisor);
+        throw FunctionFault{error::DivisionByZero};
+    const qint64 quotient = call.integer(0) / divisor;
+    if (quotient > std::numeric_limits<int>::max())
+        throw FunctionFault{error::Overflow};
+    call.result(quotient);
 }
 
-void power(const Call &call)
+void modulo(Call &call)
 {
-    const double base = call.real(0);
-    const double exponent = call.real(1);
-    if ((base < 0 && exponent != std::trunc(exponent)) || (base == 0 && exponent < 0))
-        fail(error::InvalidProcedureCall);
-    call.give(std::pow(base, exponent));
+    const qint64 divisor = call.integer(1);
+    if (divisor == 0)
+        throw FunctionFault{error::DivisionByZero};
+    call.result(call.integer(0) % divisor);
 }
 
-// + of operands of unknown kind: two texts are joined, anything else is added.
-void add(const Call &call)
+void power(Call &call)
 {
-    if (call.isText(0) && call.isText(1)) {
-        call.give(call.text(0) + call.text(1));
+    const double base = call.number(0);
+    const double exponent = call.number(1);
+    if ((base < 0 && std::trunc(exponent) != exponent) || (base == 0 && exponent < 0))
+        throw FunctionFault{error::InvalidProcedureCall};
+    call.result(std::pow(base, exponent));
+}
+
+// "&" of two or more: Null counts as empty, but nothing but Null is Null.
+void join(Call &call)
+{
+    QString result;
+    bool allNull = true;
+    for (int i = 0; i < call.count(); ++i) {
+        allNull = allNull && call.isNull(i);
+        result += call.text(i);
+    }
+    if (allNull)
+        call.resultNull();
+    else
+        call.result(result);
+}
+
+void deletePattern(void *pattern)
+{
+    delete static_cast<LikePattern *>(pattern);
+}
+
+// (pattern, text): 1 or 0, a condition of the inner engine. A pattern that is the same for all rows is compiled once.
+template <LikePattern::Form form>
+void like(Call &call)
+{
+    auto *pattern = static_cast<LikePattern *>(sqlite3_get_auxdata(call.context(), 0));
+    const QString text = call.text(1);
+    if (pattern) {
+        call.result(pattern->matches(text) ? 1 : 0);
         return;
     }
-    double sum = 0;
-    for (int i = 0; i < 2; ++i) {
-        const std::optional<double> number = call.isText(i) ? parseNumber(call.text(i)) : std::optional(call.real(i));
-        if (!number)
-            fail(error::TypeMismatch);
-        sum += *number;
-    }
-    if (call.isInteger(0) && call.isInteger(1))
-        call.give(qint64(sum));
-    else
-        call.give(sum);
+    auto compiled = std::make_unique<LikePattern>(call.text(0), form);
+    call.result(compiled->matches(text) ? 1 : 0);
+    sqlite3_set_auxdata(call.context(), 0, compiled.release(), deletePattern);
 }
 
-void concatenate(const Call &call)
+// (number[, text]): the error, wherever it is evaluated.
+void raiseError(Call &call)
 {
-    QString text;
-    bool any = false;
-    for (int i = 0; i < call.count(); ++i) {
-        if (call.isNull(i))
-            continue;
-        any = true;
-        text += call.text(i);
-    }
-    if (any)
-        call.give(text);
-    else
-        call.giveNull();
+    call.fail(call.integer(0), call.has(1) ? call.text(1) : QString());
 }
 
-template <bool Ansi>
-void like(const Call &call)
+void refuseNull(Call &call)
 {
-    call.give(matchesLike(call.text(1), call.text(0), Ansi) ? 1 : 0);
+    if (call.isNull(0))
+        throw FunctionFault{error::InvalidUseOfNull};
+    call.resultArgument(0);
 }
 
 constexpr Entry entries[] = {
-    {"divide", 2, divide},    {"int_divide", 2, intDivide},
-    {"mod", 2, modulo},       {"power", 2, power},
-    {"add", 2, add},          {"concatenate", -1, concatenate, Entry::NullIn},
-    {"like", 2, like<false>}, {"alike", 2, like<true>},
+    {"add", 2, 2, add},
+    {"divide", 2, 2, divide},
+    {"int_divide", 2, 2, integerDivide},
+    {"mod", 2, 2, modulo},
+    {"power", 2, 2, power},
+    {"concatenate", 1, -1, join, 0},
+    {"like", 2, 2, like<LikePattern::Form::Star>},
+    {"alike", 2, 2, like<LikePattern::Form::Percent>},
+    {"not_null", 1, 1, refuseNull, 0},
+    {"raise", 1, 2, raiseError, 0, false},
 };
 
 } // namespace
 
-std::span<const Entry> operatorEntries()
+std::span<const Entry> operatorFunctions()
 {
     return entries;
 }

@@ -137,6 +137,21 @@ constexpr Entry table[] = {
     {error::CriteriaMismatch, u"Data type mismatch in criteria expression."},
     {error::SourceIsTarget, u"The action query '%1' cannot be used as a row source: it would read the table that it makes."},
     {error::JoinTypeMismatch, u"Type mismatch in JOIN expression."},
+    {error::Internal, u"Reserved error (%1); there is no message for this error."},
+    {error::DiskFull, u"Not enough space on disk."},
+    {error::OutOfResources, u"System resource exceeded."},
+    {error::DiskError, u"Disk or network error on '%1'."},
+    {error::DatabaseDamaged, u"Cannot open database '%1'.  It may not be a database that your application recognizes, or the file may be corrupt."},
+    {error::FieldDefinedTwice, u"Cannot define field more than once."},
+    {error::StatementRunning, u"The database engine could not use '%1' because a statement is still running."},
+    {error::InvalidFieldType, u"Invalid field data type."},
+    {error::FileLocked, u"Couldn't update; the file '%1' is currently locked by another user."},
+    {error::NoFieldDefined, u"No field defined--cannot append TableDef or Index."},
+    {error::FieldInIndex, u"Cannot delete a field that is part of an index or is needed by the system."},
+    {error::IndexInUse, u"Cannot delete this index or table.  It is either the current index or is used in a relationship."},
+    {error::JoinKeyNotInRecordset, u"Cannot add record(s); join key of table '%1' not in recordset."},
+    {error::RelationWithoutFields, u"Cannot create a relationship with no fields."},
+    {error::InvalidIndexField, u"Invalid field name '%1' in definition of index or relationship."},
 };
 // clang-format on
 

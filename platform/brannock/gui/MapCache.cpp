@@ -1,0 +1,107 @@
+#include "MapCache.h"
+
+#include <cmath>
+
+namespace brannock {
+
+namespace {
+
+/// Painting everything is quicker when more than one in so many tubes has changed: a patch paints the neighbours, too.
+constexpr qsizetype kPatchShare = 12;
+/// Pixels on each side of the picture in the store: how far the view can be panned before everything is painted again.
+constexpr int kMargin = 256;
+
+QSize pixelSize(const MapView &view)
+{
+    return QSize(int(std::ceil(view.size.width())), int(std::ceil(view.size.height())));
+}
+
+} // namespace
+
+QRegion MapCache::patch(const MapScene &scene, const MapScene::Change &change)
+{
+    const QRect whole(QPoint(0, 0), m_size);
+    if (change.tubes.isEmpty() || !m_valid)
+        return m_valid ? QRegion() : QRegion(whole);
+    const bool few = change.tubes.size() * kPatchShare <= scene.numTube() || change.tubes.size() <= 4;
+    if (!few && !change.onlySelected) {
+        m_valid = false;
+        return whole;
+    }
+    QImage picture = image();
+    QRegion changed;
+    QRect around;
+    for (const qint32 tube : change.tubes) {
+        const QRect rect = MapPainter::tubeRect(scene, m_view, tube).toAlignedRect() & whole;
+        if (rect.isEmpty())
+            continue;
+        around |= rect;
+        // A region of thousands of rectangles costs more than the rectangle around them.
+        if (change.tubes.size() <= 64)
+            changed |= rect;
+        if (!change.onlySelected)
+            m_painter.paint(picture, scene, m_view, rect, m_background);
+    }
+    if (change.onlySelected)
+        m_painter.paintTubes(picture, scene, m_view, change.tubes);
+    return change.tubes.size() <= 64 ? changed : QRegion(around);
+}
+
+bool MapCache::shift(const MapScene &scene, const MapView &view)
+{
+    MapView moved = m_view;
+    moved.centre = view.centre;
+    if (!(moved == view))
+        return false;
+    const QPointF exact = view.toView(m_view.centre) - m_view.toView(m_view.centre);
+    const QPoint by = exact.toPoint();
+    if (std::abs(exact.x() - by.x()) > 1e-3 || std::abs(exact.y() - by.y()) > 1e-3)
+        return false;
+    const QRect before(m_origin, m_size);
+    const QRect now = before.translated(-by);
+    if (!m_store.rect().contains(now) || !now.intersects(before))
+        return false;
+    m_origin = now.topLeft();
+    m_view = view;
+    QImage picture = image();
+    for (const QRect &strip : QRegion(now) - before)
+        m_painter.paint(picture, scene, m_view, strip.translated(-m_origin), m_background);
+    return true;
+}
+
+void MapCache::reserve(const QSize &size)
+{
+    const QSize needed = size + QSize(2 * kMargin, 2 * kMargin);
+    if (m_store.size() != needed)
+        m_store = QImage(needed, QImage::Format_RGB32);
+    m_origin = QPoint(kMargin, kMargin);
+    m_size = m_store.isNull() ? QSize(0, 0) : size;
+}
+
+QImage MapCache::image()
+{
+    if (m_size.isEmpty())
+        return QImage();
+    uchar *first = m_store.bits() + m_origin.y() * m_store.bytesPerLine() + m_origin.x() * 4;
+    return QImage(first, m_size.width(), m_size.height(), m_store.bytesPerLine(), QImage::Format_RGB32);
+}
+
+MapCache::Work MapCache::update(const MapScene &scene, const MapView &view, const QColor &background)
+{
+    if (m_background != background || m_size != pixelSize(view))
+        m_valid = false;
+    if (m_valid && m_view == view)
+        return Work::None;
+    if (m_valid && shift(scene, view))
+        return Work::Shifted;
+    reserve(pixelSize(view));
+    m_view = view;
+    m_background = background;
+    m_valid = true;
+    QImage picture = image();
+    if (!picture.isNull())
+        m_painter.paint(picture, scene, m_view, picture.rect(), m_background);
+    return Work::Painted;
+}
+
+} // namespace brannock

@@ -1,0 +1,342 @@
+#include "Connection.h"
+
+#include "ErrorTranslation.h"
+#include "SystemTables.h"
+
+#include <dao/functions/Functions.h>
+
+#include <cstring>
+#include <QThread>
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dao::store {
+
+namespace {
+
+constexpr int cacheKibibytes = 64 * 1024;
+constexpr int busyMilliseconds = 1000;
+constexpr char cancelFunction[] = "dao_cancelled"; // asked by temporary triggers
+constexpr int operationsPerLook = 10'000;          // some tenth of a millisecond
+constexpr int consultEveryMilliseconds = 100;
+
+bool isProtectedTable(const char *name)
+{
+    return name && (sqlite3_strnicmp(name, systemTablePrefixLatin1, int(std::strlen(systemTablePrefixLatin1))) == 0 ||
+                    sqlite3_strnicmp(name, "sqlite_", 7) == 0);
+}
+
+} // namespace
+
+struct ConnectionCallbacks
+{
+    // Users' statements change rows of their own tables and temporary ones, and nothing else.
+    static int authorize(void *self, int action, const char *table, const char *, const char *database, const char *)
+    {
+        if (!static_cast<Connection *>(self)->m_userText)
+            return SQLITE_OK;
+        const bool temporary = database && std::strcmp(database, "temp") == 0;
+        switch (action) {
+        case SQLITE_SELECT:
+        case SQLITE_READ:
+        case SQLITE_FUNCTION:
+        case SQLITE_RECURSIVE:
+            return SQLITE_OK;
+        case SQLITE_INSERT:
+        case SQLITE_UPDATE:
+        case SQLITE_DELETE:
+            return temporary || !isProtectedTable(table) ? SQLITE_OK : SQLITE_DENY;
+        case SQLITE_CREATE_TEMP_TABLE:
+        case SQLITE_CREATE_TEMP_INDEX:
+        case SQLITE_DROP_TEMP_TABLE:
+        case SQLITE_DROP_TEMP_INDEX:
+            return SQLITE_OK;
+        default:
+            return SQLITE_DENY;
+        }
+    }
+
+    static int look(void *self)
+    {
+        auto *connection = static_cast<Connection *>(self);
+        if (!connection->m_cancelRequested && connection->m_sinceConsulted.hasExpired(consultEveryMilliseconds)) {
+            // Whoever is asked may let events in, and those must not run statements on this connection.
+            connection->m_consulting = true;
+            connection->m_cancelRequested = connection->m_progress && connection->m_progress->cancelled();
+            connection->m_consulting = false;
+            connection->m_sinceConsulted.restart();
+        }
+        const bool mayInterrupt = !connection->m_writing || !connection->m_programTransaction;
+        return connection->m_cancelRequested && mayInterrupt ? 1 : 0;
+    }
+
+    static void cancelled(sqlite3_context *context, int, sqlite3_value **)
+    {
+        const auto *connection = static_cast<const Connection *>(sqlite3_user_data(context));
+        if (connection->m_cancelRequested) {
+            const QByteArray text = QString::fromUtf16(cancelText).toUtf8();
+            sqlite3_result_error(context, text.constData(), int(text.size()));
+            return;
+        }
+        sqlite3_result_int(context, 0);
+    }
+};
+
+Connection::~Connection()
+{
+    close();
+}
+
+sqlite3 *Connection::open(const QByteArray &name, int flags)
+{
+    sqlite3 *db = nullptr;
+    const int result = sqlite3_open_v2(name.constData(), &db, flags | SQLITE_OPEN_EXRESCODE, nullptr);
+    if (result == SQLITE_OK)
+        return db;
+    EngineFailure failure;
+    failure.extendedCode = result;
+    failure.path = m_path;
+    failure.source = m_source;
+    failure.opening = true;
+    sqlite3_close_v2(db);
+    raise(failure);
+}
+
+void Connection::open(const QString &path, Mode mode)
+{
+    close();
+    m_path = path;
+    m_readOnlyFile = mode == Mode::ReadOnly;
+    int flags = SQLITE_OPEN_READONLY;
+    if (mode == Mode::ReadWrite)
+        flags = SQLITE_OPEN_READWRITE;
+    else if (mode == Mode::Create)
+        flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    m_db = open(path.toUtf8(), flags);
+    setUp();
+}
+
+void Connection::openScratch()
+{
+    close();
+    m_db = open(QByteArray(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    run(u"PRAGMA journal_mode = MEMORY"_s);
+    run(u"PRAGMA synchronous = OFF"_s);
+}
+
+void Connection::setUp()
+{
+    sqlite3_busy_timeout(m_db, busyMilliseconds);
+    sqlite3_db_config(m_db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(m_db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    sqlite3_db_config(m_db, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+    sqlite3_limit(m_db, SQLITE_LIMIT_ATTACHED, 0);
+    sqlite3_set_authorizer(m_db, &ConnectionCallbacks::authorize, this);
+    functions::registerAll(m_db);
+    sqlite3_create_function_v2(m_db, cancelFunction, 0, SQLITE_UTF8, this, &ConnectionCallbacks::cancelled, nullptr,
+                               nullptr, nullptr);
+    run(u"PRAGMA cache_size = -"_s + QString::number(cacheKibibytes));
+    run(u"PRAGMA foreign_keys = ON"_s);
+    run(u"PRAGMA recursive_triggers = ON"_s);
+    run(u"PRAGMA synchronous = FULL"_s);
+    // Deleted rows need not be wiped from the disk, which costs a third of every large delete.
+    run(u"PRAGMA secure_delete = OFF"_s);
+}
+
+void Connection::close()
+{
+    releaseRead();
+    while (!m_statements.empty())
+        m_statements.back()->finish();
+    sqlite3_close_v2(m_db);
+    m_db = nullptr;
+    m_schema = nullptr;
+    m_programTransaction = m_transactionLost = m_cancelRequested = false;
+}
+
+void Connection::run(const QString &sql)
+{
+    Statement(*this, sql).run();
+}
+
+qint64 Connection::number(const QString &sql)
+{
+    Statement statement(*this, sql);
+    return statement.step() ? statement.integer(0) : 0;
+}
+
+qint64 Connection::catalogVersion()
+{
+    if (!m_catalogVersion.isValid())
+        m_catalogVersion = Statement(*this, u"PRAGMA user_version"_s);
+    const qint64 version = m_catalogVersion.step() ? m_catalogVersion.integer(0) : 0;
+    m_catalogVersion.reset();
+    return version;
+}
+
+bool Connection::inTransaction() const
+{
+    return sqlite3_get_autocommit(m_db) == 0;
+}
+
+qint64 Connection::lastRowId() const
+{
+    return sqlite3_last_insert_rowid(m_db);
+}
+
+qint64 Connection::changes() const
+{
+    return sqlite3_changes64(m_db);
+}
+
+qint64 Connection::totalChanges() const
+{
+    return sqlite3_total_changes64(m_db);
+}
+
+void Connection::beginProgramTransaction()
+{
+    run(u"BEGIN"_s);
+    m_programTransaction = true;
+    m_transactionLost = false;
+}
+
+void Connection::commitProgramTransaction()
+{
+    run(u"COMMIT"_s);
+    m_programTransaction = false;
+}
+
+void Connection::requireTransaction() const
+{
+    if (m_transactionLost)
+        throw engineError(error::NoTransaction, m_source)
+            .withHint(u"An earlier error has undone the whole transaction."_s);
+}
+
+void Connection::rollbackProgramTransaction()
+{
+    releaseRead();
+    m_programTransaction = m_transactionLost = false;
+    if (inTransaction())
+        run(u"ROLLBACK"_s);
+}
+
+QString Connection::setSource(const QString &source)
+{
+    QString before = m_source;
+    m_source = source;
+    return before;
+}
+
+void Connection::setProgress(Progress *progress)
+{
+    m_progress = progress;
+    m_cancelRequested = false;
+    m_sinceConsulted.start();
+    if (m_db)
+        sqlite3_progress_handler(m_db, progress ? operationsPerLook : 0, &ConnectionCallbacks::look, this);
+}
+
+void Connection::throwIfCancelled()
+{
+    if (!m_cancelRequested)
+        return;
+    m_cancelRequested = false;
+    throw DaoCancelled();
+}
+
+void Connection::holdRead()
+{
+    if (m_holding || inTransaction() || QThread::currentThread()->loopLevel() == 0)
+        return;
+    if (!m_hold.isValid())
+        m_hold = Statement(*this, u"SELECT 1 FROM sqlite_schema"_s);
+    if (!m_hold.step())
+        return;
+    m_holding = true;
+    QMetaObject::invokeMethod(
+        &m_context, [this] { releaseRead(); }, Qt::QueuedConnection);
+}
+
+void Connection::releaseRead()
+{
+    if (!m_holding)
+        return;
+    m_holding = false;
+    m_hold.reset();
+}
+
+void Connection::beforeStep(const Statement &statement)
+{
+    if (m_consulting)
+        throw engineError(error::StatementRunning, m_source, {m_path});
+    m_writing = !statement.m_readOnly;
+    if (m_writing)
+        requireTransaction();
+}
+
+void Connection::afterFailure()
+{
+    // A full disk or a failed write can make the inner engine give up the transaction that the program began. What
+    // would come now would be kept although what went before is gone.
+    if (m_programTransaction && !inTransaction())
+        m_transactionLost = true;
+}
+
+void Connection::fail(bool writing) const
+{
+    EngineFailure failure;
+    failure.extendedCode = sqlite3_extended_errcode(m_db);
+    failure.text = QString::fromUtf8(sqlite3_errmsg(m_db));
+    failure.path = m_path;
+    failure.source = m_source;
+    failure.opening = m_opening;
+    failure.writing = writing;
+    failure.schema = m_schema;
+    raise(failure);
+}
+
+void Connection::adopt(Statement *statement)
+{
+    m_statements.push_back(statement);
+}
+
+void Connection::release(Statement *statement)
+{
+    std::erase(m_statements, statement);
+}
+
+Savepoint::Savepoint(Connection &connection)
+    : m_connection(connection)
+    , m_outermost(!connection.inTransaction())
+{
+    m_connection.run(u"SAVEPOINT dao_statement"_s);
+}
+
+Savepoint::~Savepoint()
+{
+    if (!m_open || !m_connection.isOpen() || !m_connection.inTransaction())
+        return;
+    try {
+        if (m_outermost) {
+            m_connection.run(u"ROLLBACK"_s);
+        } else {
+            m_connection.run(u"ROLLBACK TO dao_statement"_s);
+            m_connection.run(u"RELEASE dao_statement"_s);
+        }
+    } catch (const std::exception &) {
+        // The failure that brought us here is the one to be told.
+    }
+}
+
+void Savepoint::release()
+{
+    m_connection.run(u"RELEASE dao_statement"_s);
+    m_open = false;
+}
+
+} // namespace dao::store

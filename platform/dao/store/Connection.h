@@ -1,0 +1,148 @@
+#pragma once
+#include "Statement.h"
+
+#include <dao/values/Progress.h>
+#include <dao/values/Schema.h>
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <vector>
+
+struct sqlite3;
+
+namespace dao::store {
+
+/// The seam to the inner engine: one open file. With Statement it is all that the rest of the engine knows of it, so
+/// that another engine could stand behind the same operations.
+class Connection
+{
+public:
+    enum class Mode { ReadOnly, ReadWrite, Create };
+
+    Connection() = default;
+    ~Connection();
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    /// Opens and sets the connection up: defensive, durable, impatient with locks. Says nothing about what is in the
+    /// file.
+    void open(const QString &path, Mode mode);
+    /// A private place for results on this machine's temporary disk, gone when closed.
+    void openScratch();
+    /// Every statement is finished and becomes invalid; an open transaction is rolled back.
+    void close();
+    bool isOpen() const { return m_db != nullptr; }
+    QString path() const { return m_path; }
+    bool isReadOnly() const { return m_readOnlyFile; }
+    /// The counter that every change of the catalog moves on, whoever made it.
+    qint64 catalogVersion();
+
+    void run(const QString &sql);
+    /// The first column of the first row, 0 without a row.
+    qint64 number(const QString &sql);
+
+    /// False while each statement is its own transaction.
+    bool inTransaction() const;
+    qint64 lastRowId() const;
+    /// Rows changed by the last statement that changed some (its triggers' not counted), and by all so far.
+    qint64 changes() const;
+    qint64 totalChanges() const;
+
+    /// A transaction of the program's: statements in it are not interrupted half-way, since the inner engine would roll
+    /// back the whole transaction; they end, and are undone by the statement's own savepoint.
+    void beginProgramTransaction();
+    /// Also after a failed commit the transaction goes on, unless the inner engine has given it up.
+    void commitProgramTransaction();
+    void rollbackProgramTransaction();
+    bool inProgramTransaction() const { return m_programTransaction; }
+    /// Throws when the inner engine has given up the program's transaction: what is left of it must not be kept.
+    void requireTransaction() const;
+
+    /// Names fields and rules in errors. Not owned.
+    void setSchema(const SchemaView *schema) { m_schema = schema; }
+    const SchemaView *schema() const { return m_schema; }
+    /// The object named as the source of errors; returns the one before.
+    QString setSource(const QString &source);
+    QString source() const { return m_source; }
+    void setOpening(bool opening) { m_opening = opening; }
+
+    void setProgress(Progress *progress);
+    Progress *progress() const { return m_progress; }
+    /// Throws DaoCancelled when the user wanted to stop while a statement ran that could not be interrupted.
+    void throwIfCancelled();
+    /// At the start of a statement: what was wanted of the one before is past.
+    void clearCancel() { m_cancelRequested = false; }
+
+    /// Keeps what is read consistent and cheap until the event loop is reached again: without it every row that is
+    /// fetched locks and unlocks the file. Does nothing where no event loop runs, as nothing would end it there.
+    void holdRead();
+    void releaseRead();
+
+private:
+    friend class Statement;
+    friend struct ConnectionCallbacks;
+
+    sqlite3 *open(const QByteArray &name, int flags);
+    void setUp();
+    void beforeStep(const Statement &statement);
+    void afterFailure();
+    [[noreturn]] void fail(bool writing) const;
+    void adopt(Statement *statement);
+    void release(Statement *statement);
+
+    sqlite3 *m_db = nullptr;
+    QString m_path;
+    QString m_source = QStringLiteral("DAO.Database");
+    const SchemaView *m_schema = nullptr;
+    std::vector<Statement *> m_statements;
+    Progress *m_progress = nullptr;
+    QElapsedTimer m_sinceConsulted;
+    bool m_readOnlyFile = false;
+    bool m_opening = false;
+    bool m_userText = false;
+    bool m_writing = false;
+    bool m_consulting = false;
+    bool m_cancelRequested = false;
+    bool m_programTransaction = false;
+    bool m_transactionLost = false;
+    Statement m_catalogVersion;
+    Statement m_hold;
+    bool m_holding = false;
+    QObject m_context; ///< receives the call that ends a held read
+};
+
+/// A savepoint that is undone when it is left without release().
+class Savepoint
+{
+public:
+    explicit Savepoint(Connection &connection);
+    ~Savepoint();
+    Savepoint(const Savepoint &) = delete;
+    Savepoint &operator=(const Savepoint &) = delete;
+    void release();
+
+private:
+    Connection &m_connection;
+    bool m_outermost;
+    bool m_open = true;
+};
+
+/// Names the object that errors come from, as long as it lives.
+class SourceScope
+{
+public:
+    SourceScope(Connection &connection, const QString &source)
+        : m_connection(connection)
+        , m_before(connection.setSource(source))
+    {
+    }
+    ~SourceScope() { m_connection.setSource(m_before); }
+    SourceScope(const SourceScope &) = delete;
+    SourceScope &operator=(const SourceScope &) = delete;
+
+private:
+    Connection &m_connection;
+    QString m_before;
+};
+
+} // namespace dao::store

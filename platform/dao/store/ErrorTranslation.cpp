@@ -1,0 +1,201 @@
+#include "ErrorTranslation.h"
+
+#include <QLoggingCategory>
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+
+Q_LOGGING_CATEGORY(lcEngine, "dao.engine", QtWarningMsg)
+
+namespace dao::store {
+
+namespace {
+
+[[noreturn]] void raise(const EngineFailure &failure, int number, const QStringList &arguments = {})
+{
+    throw engineError(number, failure.source, arguments);
+}
+
+struct FieldName
+{
+    QString table;
+    QString field;
+    QString full() const { return field.isEmpty() ? table : QString(table + u'.' + field); }
+};
+
+FieldName splitName(QStringView name)
+{
+    const qsizetype dot = name.indexOf(u'.');
+    if (dot < 0)
+        return {name.toString(), {}};
+    return {name.left(dot).toString(), name.mid(dot + 1).toString()};
+}
+
+const TableInfo *tableOf(const EngineFailure &failure, const FieldName &name)
+{
+    return failure.schema ? failure.schema->findTable(name.table) : nullptr;
+}
+
+const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
+{
+    const TableInfo *table = tableOf(failure, name);
+    return table ? table->field(name.field) : nullptr;
+}
+
+[[noreturn]] void raiseNotNull(const EngineFailure &failure)
+{
+    FieldName name = splitName(QStringView(failure.text).mid(failure.text.indexOf(u": "_s) + 2));
+    const FieldInfo *field = fieldOf(failure, name);
+    if (field && !field->required)
+        raise(failure, error::NullKey);
+    // A table that is being made anew goes by another name for a moment.
+    if (const TableInfo *table = tableOf(failure, name))
+        name.table = table->name;
+    raise(failure, error::RequiredField, {name.full()});
+}
+
+[[noreturn]] void raiseRule(const EngineFailure &failure, const FieldName &name)
+{
+    QString rule;
+    QString text;
+    if (name.field.isEmpty()) {
+        if (const TableInfo *table = tableOf(failure, name)) {
+            rule = table->validationRule;
+            text = table->validationText;
+        }
+    } else if (const FieldInfo *field = fieldOf(failure, name)) {
+        rule = field->validationRule;
+        text = field->validationText;
+    }
+    if (!text.isEmpty())
+        throw DaoException(error::ValidationText, failure.source, text);
+    raise(failure, error::ValidationRule, {rule, name.full()});
+}
+
+[[noreturn]] void raiseCheck(const EngineFailure &failure)
+{
+    const QString constraintName = failure.text.mid(failure.text.indexOf(u": "_s) + 2);
+    const qsizetype colon = constraintName.indexOf(u':');
+    const QStringView kind = QStringView(constraintName).left(qMax<qsizetype>(colon, 0));
+    const FieldName name = splitName(QStringView(constraintName).mid(colon + 1));
+    if (kind == constraint::size)
+        raise(failure, error::FieldTooSmall);
+    if (kind == constraint::empty)
+        raise(failure, error::ZeroLength, {name.full()});
+    if (kind == constraint::type) {
+        const FieldInfo *field = fieldOf(failure, name);
+        raise(failure, field && isNumericType(field->type) ? error::NumericOverflow : error::ConversionFailed);
+    }
+    raiseRule(failure, name);
+}
+
+/// Errors that triggers and functions report by text. Returns when it is none of them.
+void raiseOwn(const EngineFailure &failure)
+{
+    if (!failure.text.startsWith(u"dao:"_s))
+        return;
+    if (failure.text == cancelText)
+        throw DaoCancelled();
+    const qsizetype colon = failure.text.indexOf(u':', 4);
+    if (colon < 0)
+        return;
+    throw DaoException(QStringView(failure.text).mid(4, colon - 4).toInt(), failure.source,
+                       failure.text.mid(colon + 1));
+}
+
+[[noreturn]] void raiseConstraint(const EngineFailure &failure)
+{
+    switch (failure.extendedCode) {
+    case SQLITE_CONSTRAINT_NOTNULL:
+        raiseNotNull(failure);
+    case SQLITE_CONSTRAINT_CHECK:
+        raiseCheck(failure);
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+    case SQLITE_CONSTRAINT_ROWID:
+        raise(failure, error::DuplicateKey);
+    case SQLITE_CONSTRAINT_DATATYPE:
+        raise(failure, error::ConversionFailed);
+    default:
+        raise(failure, error::Internal, {QString::number(failure.extendedCode)});
+    }
+}
+
+[[noreturn]] void raiseSqlError(const EngineFailure &failure)
+{
+    static const QString noTable = u"no such table: "_s;
+    if (failure.text.startsWith(noTable)) {
+        QString name = failure.text.mid(noTable.size());
+        name.remove(u"main."_s);
+        raise(failure, error::UnknownSource, {name});
+    }
+    if (failure.text.contains(u"overflow"_s))
+        raise(failure, error::Overflow);
+    raise(failure, error::Internal, {QString::number(failure.extendedCode)});
+}
+
+} // namespace
+
+QString constraint::name(const char16_t *kind, const QString &table, const QString &field)
+{
+    QString name = QString::fromUtf16(kind) + u':' + table;
+    if (!field.isEmpty())
+        name += u'.' + field;
+    return name;
+}
+
+DaoException engineError(int number, const QString &source, const QStringList &arguments)
+{
+    return DaoException(number, source, errorText(number, arguments));
+}
+
+QString raiseText(int number, const QString &text)
+{
+    return u"dao:"_s + QString::number(number) + u':' + text;
+}
+
+[[noreturn]] void raise(const EngineFailure &failure)
+{
+    qCDebug(lcEngine) << failure.extendedCode << failure.text;
+    raiseOwn(failure);
+    switch (failure.extendedCode & 0xff) {
+    case SQLITE_CONSTRAINT:
+        raiseConstraint(failure);
+    case SQLITE_INTERRUPT:
+        throw DaoCancelled();
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+    case SQLITE_PROTOCOL:
+        raise(failure, failure.writing && !failure.opening ? error::FileLocked : error::FileInUse, {failure.path});
+    case SQLITE_FULL:
+        raise(failure, error::DiskFull);
+    case SQLITE_READONLY:
+        if (failure.extendedCode == SQLITE_READONLY_DBMOVED)
+            raise(failure, error::FileNotFound, {failure.path});
+        // An interrupted change has to be undone first, which takes the right to write.
+        if (failure.opening)
+            raise(failure, error::CannotOpenFile, {failure.path});
+        raise(failure, error::ReadOnly);
+    case SQLITE_NOTADB:
+        raise(failure, error::UnrecognizedFormat, {failure.path});
+    case SQLITE_CORRUPT:
+        raise(failure, error::DatabaseDamaged, {failure.path});
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+        raise(failure, error::CannotOpenFile, {failure.path});
+    case SQLITE_IOERR:
+        raise(failure, error::DiskError, {failure.path});
+    case SQLITE_NOMEM:
+        raise(failure, error::OutOfResources);
+    case SQLITE_TOOBIG:
+        raise(failure, error::FieldTooSmall);
+    case SQLITE_MISMATCH:
+        raise(failure, error::ConversionFailed);
+    case SQLITE_AUTH:
+        raise(failure, error::ReadOnly);
+    default:
+        raiseSqlError(failure);
+    }
+}
+
+} // namespace dao::store

@@ -1,0 +1,488 @@
+#include "SchemaEditor.h"
+
+#include "Connection.h"
+#include "EngineRules.h"
+#include "ErrorTranslation.h"
+#include "RelationTriggers.h"
+#include "SystemTables.h"
+#include "TableDefinition.h"
+#include "TableRebuild.h"
+
+#include <dao/sql/Compiler.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dao::store {
+
+namespace {
+
+constexpr int longestName = 64;
+constexpr int largestText = 255;
+
+bool sameName(QStringView a, QStringView b)
+{
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+bool isForbiddenInName(QChar c)
+{
+    return c.unicode() < 0x20 || QStringView(u".!`[]").contains(c);
+}
+
+QSet<QString> fieldsOf(const IndexInfo &index)
+{
+    QSet<QString> names;
+    for (const IndexField &field : index.fields)
+        names.insert(folded(field.name));
+    return names;
+}
+
+QSet<QString> keyFieldsOf(const RelationInfo &relation)
+{
+    QSet<QString> names;
+    for (const RelationField &field : relation.fields)
+        names.insert(folded(field.field));
+    return names;
+}
+
+bool involves(const RelationInfo &relation, QStringView table)
+{
+    return sameName(relation.table, table) || sameName(relation.foreignTable, table);
+}
+
+bool involves(const RelationInfo &relation, QStringView table, QStringView fieldName)
+{
+    for (const RelationField &field : relation.fields) {
+        if (sameName(relation.table, table) && sameName(field.field, fieldName))
+            return true;
+        if (sameName(relation.foreignTable, table) && sameName(field.foreignField, fieldName))
+            return true;
+    }
+    return false;
+}
+
+/// True when the index leads with the fields of the relation's foreign key.
+bool servesForeignKey(const TableInfo &table, const IndexInfo &index, const RelationInfo &relation)
+{
+    if (!isKeptAsIndex(table, index) || index.fields.size() < relation.fields.size())
+        return false;
+    QSet<QString> leading;
+    for (qsizetype i = 0; i < relation.fields.size(); ++i)
+        leading.insert(folded(index.fields[i].name));
+    for (const RelationField &field : relation.fields) {
+        if (!leading.contains(folded(field.foreignField)))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+void SchemaEditor::fail(int number, const QStringList &arguments) const
+{
+    throw engineError(number, m_connection.source(), arguments);
+}
+
+const StoredTable &SchemaEditor::stored(QStringView name) const
+{
+    const StoredTable *table = m_catalog.findStored(name);
+    if (!table)
+        fail(m_catalog.findTable(name) ? error::ReadOnly : error::ItemNotFound);
+    return *table;
+}
+
+void SchemaEditor::checkName(const QString &name) const
+{
+    const bool valid = !name.isEmpty() && name.size() <= longestName && name.front() != u' ' &&
+                       std::none_of(name.begin(), name.end(), isForbiddenInName);
+    if (!valid || isSystemTableName(name))
+        fail(error::InvalidName, {name});
+}
+
+FieldInfo SchemaEditor::checked(const FieldInfo &given) const
+{
+    FieldInfo field = given;
+    checkName(field.name);
+    switch (field.type) {
+    case DataType::Boolean:
+    case DataType::Byte:
+    case DataType::Integer:
+    case DataType::Long:
+    case DataType::Currency:
+    case DataType::Single:
+    case DataType::Double:
+    case DataType::Date:
+    case DataType::Binary:
+    case DataType::Text:
+    case DataType::LongBinary:
+    case DataType::Memo:
+    case DataType::Guid:
+    case DataType::Decimal:
+        break;
+    default:
+        fail(error::InvalidFieldType);
+    }
+    if (field.isAutoIncrement() && field.type != DataType::Long)
+        fail(error::InvalidFieldType);
+    if (field.type == DataType::Text && field.size > largestText)
+        fail(error::InvalidArgument);
+    field.size = sizeOf(field.type, field.size);
+    const bool variable =
+        isTextType(field.type) || field.type == DataType::Binary || field.type == DataType::LongBinary;
+    field.attributes |= Updatable | (variable ? VariableField : FixedField);
+    field.allowZeroLength = field.allowZeroLength && isTextType(field.type);
+    field.sourceTable.clear();
+    field.sourceField.clear();
+    // A text that is no rule, or no default, is refused now and not when the first row comes.
+    if (!field.validationRule.trimmed().isEmpty())
+        needsEngine(field);
+    constantDefault(field);
+    return field;
+}
+
+IndexInfo SchemaEditor::checked(const TableInfo &table, const IndexInfo &given) const
+{
+    IndexInfo index = given;
+    checkName(index.name);
+    if (index.fields.isEmpty())
+        fail(error::NoFieldDefined);
+    for (IndexField &field : index.fields) {
+        const FieldInfo *info = table.field(field.name);
+        if (!info)
+            fail(error::InvalidIndexField, {field.name});
+        field.name = info->name;
+    }
+    index.unique = index.unique || index.primary;
+    return index;
+}
+
+void SchemaEditor::createIndexes(const TableInfo &table)
+{
+    for (const IndexInfo &index : table.indexes) {
+        if (isKeptAsIndex(table, index))
+            m_connection.run(createIndexSql(table, index));
+    }
+}
+
+void SchemaEditor::createTable(const TableInfo &given)
+{
+    StoredTable table;
+    table.info.name = given.name;
+    table.info.attributes = given.attributes;
+    table.info.validationRule = given.validationRule;
+    table.info.validationText = given.validationText;
+    checkName(given.name);
+    if (m_catalog.findTable(given.name))
+        fail(error::TableExists, {given.name});
+    if (m_catalog.findQuery(given.name))
+        fail(error::ObjectExists, {given.name});
+    if (given.fields.isEmpty())
+        fail(error::NoFieldDefined);
+    bool autonumber = false;
+    for (const FieldInfo &field : given.fields) {
+        if (table.info.field(field.name))
+            fail(error::FieldDefinedTwice);
+        table.info.fields.append(checked(field));
+        if (autonumber && field.isAutoIncrement())
+            fail(error::InvalidFieldType);
+        autonumber = autonumber || field.isAutoIncrement();
+    }
+    for (const IndexInfo &index : given.indexes) {
+        if (table.info.index(index.name))
+            fail(error::IndexNameExists, {given.name, index.name});
+        table.info.indexes.append(checked(table.info, index));
+    }
+    if (std::count_if(table.info.indexes.begin(), table.info.indexes.end(), [](auto &index) { return index.primary; }) >
+        1)
+        fail(error::PrimaryKeyExists);
+    table.info.keyColumn = keyColumnFor(table.info);
+    if (table.info.keyColumn.isEmpty())
+        fail(error::InvalidName, {u"rowid"_s});
+    m_catalog.change([&] {
+        m_connection.run(createTableSql(table, table.info.name));
+        createIndexes(table.info);
+        writeTable(m_connection, table);
+    });
+}
+
+void SchemaEditor::deleteTable(QStringView name)
+{
+    const StoredTable table = stored(name);
+    for (const RelationInfo &relation : m_catalog.relations()) {
+        if (involves(relation, table.info.name))
+            fail(error::IndexInUse);
+    }
+    m_catalog.change([&] {
+        m_connection.run(u"DROP TABLE "_s + sql::quotedName(table.info.name));
+        removeTable(m_connection, table);
+    });
+}
+
+bool SchemaEditor::canJustAppend(const StoredTable &table, const FieldInfo &field) const
+{
+    // The inner engine gives a new column its default in the rows that are there. Only a required field means that.
+    if (field.isAutoIncrement() || table.info.keyColumn.compare(field.name, Qt::CaseInsensitive) == 0)
+        return false;
+    if (field.required && field.type != DataType::Boolean)
+        return !constantDefault(field).isEmpty();
+    return field.defaultValue.trimmed().isEmpty();
+}
+
+void SchemaEditor::replaceTable(const StoredTable &before, StoredTable &after)
+{
+    QList<RelationInfo> relations;
+    for (const RelationInfo &relation : m_catalog.relations()) {
+        if (involves(relation, before.info.name))
+            relations.append(relation);
+    }
+    for (const RelationInfo &relation : relations)
+        uninstallRelation(relation);
+    TableRebuild(m_connection, before, after).run();
+    writeTable(m_connection, after);
+    for (const RelationInfo &relation : relations) {
+        const bool isForeign = sameName(relation.foreignTable, after.info.name);
+        installRelation(relation, isForeign ? after.info : stored(relation.foreignTable).info);
+    }
+}
+
+void SchemaEditor::addField(QStringView tableName, const FieldInfo &given)
+{
+    const StoredTable before = stored(tableName);
+    const FieldInfo field = checked(given);
+    if (before.info.field(field.name))
+        fail(error::FieldExists, {field.name, before.info.name});
+    StoredTable after = before;
+    after.info.fields.append(field);
+    for (const FieldInfo &other : before.info.fields) {
+        if (field.isAutoIncrement() && other.isAutoIncrement())
+            fail(error::InvalidFieldType);
+    }
+    if (keyColumnFor(after.info).isEmpty())
+        fail(error::InvalidName, {field.name});
+    m_catalog.change([&] {
+        if (!canJustAppend(before, field)) {
+            replaceTable(before, after);
+            return;
+        }
+        m_connection.run(u"ALTER TABLE "_s + sql::quotedName(before.info.name) + u" ADD COLUMN "_s +
+                         columnSql(after, field));
+        writeTable(m_connection, after);
+    });
+}
+
+void SchemaEditor::alterField(QStringView tableName, const FieldInfo &given)
+{
+    const StoredTable before = stored(tableName);
+    const int ordinal = before.info.indexOf(given.name);
+    if (ordinal < 0)
+        fail(error::NoSuchField, {given.name, before.info.name});
+    StoredTable after = before;
+    FieldInfo field = checked(given);
+    field.name = before.info.fields[ordinal].name;
+    field.ordinal = ordinal;
+    after.info.fields[ordinal] = field;
+    if (field.type != before.info.fields[ordinal].type) {
+        for (const RelationInfo &relation : m_catalog.relations()) {
+            if (involves(relation, before.info.name, field.name))
+                fail(error::IndexInUse);
+        }
+    }
+    m_catalog.change([&] { replaceTable(before, after); });
+}
+
+void SchemaEditor::deleteField(QStringView tableName, QStringView fieldName)
+{
+    const StoredTable before = stored(tableName);
+    const int ordinal = before.info.indexOf(fieldName);
+    if (ordinal < 0)
+        fail(error::ItemNotFound);
+    for (const IndexInfo &index : before.info.indexes) {
+        if (fieldsOf(index).contains(folded(fieldName)))
+            fail(error::FieldInIndex);
+    }
+    for (const RelationInfo &relation : m_catalog.relations()) {
+        if (involves(relation, before.info.name, fieldName))
+            fail(error::FieldInIndex);
+    }
+    if (before.info.fields.size() == 1)
+        fail(error::FieldInIndex);
+    StoredTable after = before;
+    after.info.fields.removeAt(ordinal);
+    for (int i = 0; i < int(after.info.fields.size()); ++i)
+        after.info.fields[i].ordinal = i;
+    m_catalog.change([&] { replaceTable(before, after); });
+}
+
+void SchemaEditor::createIndex(QStringView tableName, const IndexInfo &given)
+{
+    const StoredTable before = stored(tableName);
+    const IndexInfo index = checked(before.info, given);
+    if (before.info.index(index.name))
+        fail(error::IndexNameExists, {before.info.name, index.name});
+    for (const IndexInfo &other : before.info.indexes) {
+        if (index.primary && other.primary)
+            fail(error::PrimaryKeyExists);
+    }
+    StoredTable after = before;
+    after.info.indexes.append(index);
+    const bool tightens = std::any_of(after.info.fields.begin(), after.info.fields.end(), [&](const FieldInfo &field) {
+        return isNotNull(after, field) != isNotNull(before, field);
+    });
+    m_catalog.change([&] {
+        if (tightens) {
+            replaceTable(before, after);
+            return;
+        }
+        if (isKeptAsIndex(after.info, index))
+            m_connection.run(createIndexSql(after.info, index));
+        writeTable(m_connection, after);
+    });
+}
+
+bool SchemaEditor::isReferenced(const TableInfo &table, const IndexInfo &index) const
+{
+    if (!index.unique)
+        return false;
+    for (const RelationInfo &relation : m_catalog.relations()) {
+        if (!sameName(relation.table, table.name) || keyFieldsOf(relation) != fieldsOf(index))
+            continue;
+        const auto standIns = std::count_if(table.indexes.begin(), table.indexes.end(), [&](const IndexInfo &other) {
+            return other.unique && fieldsOf(other) == fieldsOf(index);
+        });
+        if (standIns < 2)
+            return true;
+    }
+    return false;
+}
+
+void SchemaEditor::deleteIndex(QStringView tableName, QStringView indexName)
+{
+    const StoredTable before = stored(tableName);
+    const IndexInfo *index = before.info.index(indexName);
+    if (!index)
+        fail(error::ItemNotFound);
+    if (isReferenced(before.info, *index))
+        fail(error::IndexInUse);
+    StoredTable after = before;
+    after.info.indexes.removeIf([&](const IndexInfo &other) { return sameName(other.name, indexName); });
+    const bool loosens = std::any_of(after.info.fields.begin(), after.info.fields.end(), [&](const FieldInfo &field) {
+        return isNotNull(after, field) != isNotNull(before, field);
+    });
+    m_catalog.change([&] {
+        if (loosens) {
+            replaceTable(before, after);
+            return;
+        }
+        if (isKeptAsIndex(before.info, *index))
+            m_connection.run(u"DROP INDEX "_s + sql::quotedName(indexNameInFile(before.info.name, index->name)));
+        writeTable(m_connection, after);
+    });
+}
+
+RelationInfo SchemaEditor::checked(const RelationInfo &given) const
+{
+    RelationInfo relation = given;
+    checkName(relation.name);
+    const TableInfo &table = stored(relation.table).info;
+    const TableInfo &foreignTable = stored(relation.foreignTable).info;
+    relation.table = table.name;
+    relation.foreignTable = foreignTable.name;
+    if (m_catalog.findRelation(relation.name))
+        fail(error::RelationExists, {relation.name});
+    if (relation.fields.isEmpty())
+        fail(error::RelationWithoutFields);
+    for (RelationField &field : relation.fields) {
+        const FieldInfo *key = table.field(field.field);
+        const FieldInfo *foreign = foreignTable.field(field.foreignField);
+        if (!key || !foreign)
+            fail(error::InvalidIndexField, {key ? field.foreignField : field.field});
+        if (key->type != foreign->type)
+            fail(error::RelationTypes);
+        field = {key->name, foreign->name};
+    }
+    const bool hasUniqueIndex = std::any_of(table.indexes.begin(), table.indexes.end(), [&](const IndexInfo &index) {
+        return index.unique && fieldsOf(index) == keyFieldsOf(relation);
+    });
+    if (!hasUniqueIndex && !(relation.attributes & DontEnforce))
+        fail(error::NoUniqueIndexForRelation);
+    return relation;
+}
+
+void SchemaEditor::installRelation(const RelationInfo &relation, const TableInfo &foreignTable)
+{
+    for (const QString &trigger : relationTriggers(relation))
+        m_connection.run(trigger);
+    const bool served =
+        std::any_of(foreignTable.indexes.begin(), foreignTable.indexes.end(),
+                    [&](const IndexInfo &index) { return servesForeignKey(foreignTable, index, relation); });
+    if (!served && !(relation.attributes & DontEnforce))
+        m_connection.run(relationIndexSql(relation));
+}
+
+void SchemaEditor::uninstallRelation(const RelationInfo &relation)
+{
+    for (const QString &name : relationTriggerNames(relation))
+        m_connection.run(u"DROP TRIGGER IF EXISTS "_s + sql::quotedName(name));
+    m_connection.run(u"DROP INDEX IF EXISTS "_s + sql::quotedName(relationIndexName(relation)));
+}
+
+void SchemaEditor::createRelation(const RelationInfo &given)
+{
+    const RelationInfo relation = checked(given);
+    m_catalog.change([&] {
+        if (!(relation.attributes & DontEnforce) && m_connection.number(relationViolationSql(relation)) != 0)
+            fail(error::RelationViolated, {relation.foreignTable, relation.table});
+        installRelation(relation, stored(relation.foreignTable).info);
+        writeRelation(m_connection, relation);
+    });
+}
+
+void SchemaEditor::deleteRelation(QStringView name)
+{
+    const RelationInfo *found = m_catalog.findRelation(name);
+    if (!found)
+        fail(error::ItemNotFound);
+    const RelationInfo relation = *found;
+    m_catalog.change([&] {
+        uninstallRelation(relation);
+        removeRelation(m_connection, relation.name);
+    });
+}
+
+void SchemaEditor::createQuery(const QueryInfo &query)
+{
+    checkName(query.name);
+    if (m_catalog.findQuery(query.name) || m_catalog.findTable(query.name))
+        fail(error::ObjectExists, {query.name});
+    m_catalog.change([&] { writeQuery(m_connection, query); });
+}
+
+void SchemaEditor::setQuerySql(QStringView name, const QString &sql)
+{
+    const QueryInfo *found = m_catalog.findQuery(name);
+    if (!found)
+        fail(error::ItemNotFound);
+    // Views are refreshed at every connection; a file whose views are right stays as it is.
+    if (found->sql == sql)
+        return;
+    const QueryInfo query{found->name, sql};
+    m_catalog.change([&] { writeQuery(m_connection, query); });
+}
+
+void SchemaEditor::deleteQuery(QStringView name)
+{
+    const QueryInfo *found = m_catalog.findQuery(name);
+    if (!found)
+        fail(error::ItemNotFound);
+    const QString stored = found->name;
+    m_catalog.change([&] { removeQuery(m_connection, stored); });
+}
+
+void SchemaEditor::setProperty(const QString &name, const QString &value)
+{
+    if (m_catalog.property(name) == value)
+        return;
+    m_catalog.change([&] { writeProperty(m_connection, name, value); });
+}
+
+} // namespace dao::store

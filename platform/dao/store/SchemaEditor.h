@@ -1,0 +1,55 @@
+#pragma once
+#include "Catalog.h"
+
+namespace dao::store {
+
+class Connection;
+
+/// Changes of the schema: the file's definitions and the catalog together, each change as a whole or not at all.
+class SchemaEditor
+{
+public:
+    SchemaEditor(Connection &connection, Catalog &catalog)
+        : m_connection(connection)
+        , m_catalog(catalog)
+    {
+    }
+
+    void createTable(const TableInfo &table);
+    void deleteTable(QStringView name);
+    /// Rows that are there get the default value when the field is required, else Null (False in a Boolean field).
+    void addField(QStringView table, const FieldInfo &field);
+    /// Another type, size or rule for a field of that name; its values are converted.
+    void alterField(QStringView table, const FieldInfo &field);
+    void deleteField(QStringView table, QStringView field);
+    void createIndex(QStringView table, const IndexInfo &index);
+    void deleteIndex(QStringView table, QStringView index);
+    void createRelation(const RelationInfo &relation);
+    void deleteRelation(QStringView name);
+    void createQuery(const QueryInfo &query);
+    void setQuerySql(QStringView name, const QString &sql);
+    void deleteQuery(QStringView name);
+    void setProperty(const QString &name, const QString &value);
+
+    /// Several changes as one.
+    void asOne(const std::function<void()> &changes) { m_catalog.change(changes); }
+
+private:
+    [[noreturn]] void fail(int number, const QStringList &arguments = {}) const;
+    const StoredTable &stored(QStringView name) const;
+    void checkName(const QString &name) const;
+    FieldInfo checked(const FieldInfo &field) const;
+    IndexInfo checked(const TableInfo &table, const IndexInfo &index) const;
+    RelationInfo checked(const RelationInfo &relation) const;
+    void createIndexes(const TableInfo &table);
+    void replaceTable(const StoredTable &before, StoredTable &after);
+    void installRelation(const RelationInfo &relation, const TableInfo &foreignTable);
+    void uninstallRelation(const RelationInfo &relation);
+    bool canJustAppend(const StoredTable &table, const FieldInfo &field) const;
+    bool isReferenced(const TableInfo &table, const IndexInfo &index) const;
+
+    Connection &m_connection;
+    Catalog &m_catalog;
+};
+
+} // namespace dao::store

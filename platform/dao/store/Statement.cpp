@@ -1,0 +1,207 @@
+#include "Statement.h"
+
+#include "Connection.h"
+#include "ErrorTranslation.h"
+
+#include <sqlite3.h>
+#include <utility>
+
+namespace dao::store {
+
+Statement::Statement(Connection &connection, const QString &sql, Access access)
+    : m_connection(&connection)
+{
+    if (!connection.isOpen() || connection.m_consulting)
+        throw engineError(connection.isOpen() ? error::StatementRunning : error::ObjectInvalid, connection.m_source,
+                          connection.isOpen() ? QStringList{connection.m_path} : QStringList{});
+    connection.m_userText = access == Access::User;
+    const QByteArray text = sql.toUtf8();
+    const int result = sqlite3_prepare_v3(connection.m_db, text.constData(), int(text.size()) + 1,
+                                          SQLITE_PREPARE_PERSISTENT, &m_statement, nullptr);
+    connection.m_userText = false;
+    if (result != SQLITE_OK)
+        connection.fail(false);
+    m_readOnly = sqlite3_stmt_readonly(m_statement) != 0;
+    connection.adopt(this);
+}
+
+Statement::~Statement()
+{
+    finish();
+}
+
+Statement::Statement(Statement &&other) noexcept
+{
+    *this = std::move(other);
+}
+
+Statement &Statement::operator=(Statement &&other) noexcept
+{
+    if (this == &other)
+        return *this;
+    finish();
+    m_connection = other.m_connection;
+    m_statement = std::exchange(other.m_statement, nullptr);
+    m_readOnly = other.m_readOnly;
+    m_running = std::exchange(other.m_running, false);
+    if (m_statement) {
+        m_connection->release(&other);
+        m_connection->adopt(this);
+    }
+    return *this;
+}
+
+void Statement::finish()
+{
+    if (!m_statement)
+        return;
+    m_connection->release(this);
+    sqlite3_finalize(std::exchange(m_statement, nullptr));
+}
+
+void Statement::requireOpen() const
+{
+    if (!m_statement)
+        throw engineError(error::ObjectInvalid, m_connection ? m_connection->m_source : QStringLiteral("DAO.Database"));
+}
+
+void Statement::check(int result) const
+{
+    if (result != SQLITE_OK)
+        m_connection->fail(isChange());
+}
+
+bool Statement::isChange() const
+{
+    // Committing counts as well, although the inner engine calls it read-only.
+    return !m_readOnly || sqlite3_column_count(m_statement) == 0;
+}
+
+int Statement::parameterCount() const
+{
+    requireOpen();
+    return sqlite3_bind_parameter_count(m_statement);
+}
+
+int Statement::columnCount() const
+{
+    requireOpen();
+    return sqlite3_column_count(m_statement);
+}
+
+void Statement::bindNull(int parameter)
+{
+    requireOpen();
+    check(sqlite3_bind_null(m_statement, parameter));
+}
+
+void Statement::bind(int parameter, qint64 value)
+{
+    requireOpen();
+    check(sqlite3_bind_int64(m_statement, parameter, value));
+}
+
+void Statement::bind(int parameter, double value)
+{
+    requireOpen();
+    check(sqlite3_bind_double(m_statement, parameter, value));
+}
+
+void Statement::bind(int parameter, const QString &text)
+{
+    requireOpen();
+    const QByteArray utf8 = text.toUtf8();
+    check(sqlite3_bind_text64(m_statement, parameter, utf8.constData(), sqlite3_uint64(utf8.size()), SQLITE_TRANSIENT,
+                              SQLITE_UTF8));
+}
+
+void Statement::bind(int parameter, const QByteArray &bytes)
+{
+    requireOpen();
+    check(
+        sqlite3_bind_blob64(m_statement, parameter, bytes.constData(), sqlite3_uint64(bytes.size()), SQLITE_TRANSIENT));
+}
+
+void Statement::bindUtf8(int parameter, const char *text, qsizetype length)
+{
+    requireOpen();
+    check(sqlite3_bind_text64(m_statement, parameter, text, sqlite3_uint64(length), SQLITE_STATIC, SQLITE_UTF8));
+}
+
+void Statement::bindBytes(int parameter, const char *bytes, qsizetype length)
+{
+    requireOpen();
+    check(sqlite3_bind_blob64(m_statement, parameter, bytes, sqlite3_uint64(length), SQLITE_STATIC));
+}
+
+void Statement::bindColumn(int parameter, const Statement &from, int column)
+{
+    requireOpen();
+    from.requireOpen();
+    check(sqlite3_bind_value(m_statement, parameter, sqlite3_column_value(from.m_statement, column)));
+}
+
+bool Statement::step()
+{
+    requireOpen();
+    m_connection->beforeStep(*this);
+    const int result = sqlite3_step(m_statement);
+    if (result == SQLITE_ROW) {
+        m_running = true;
+        return true;
+    }
+    m_running = false;
+    if (result == SQLITE_DONE)
+        return false;
+    m_connection->afterFailure();
+    try {
+        m_connection->fail(isChange());
+    } catch (...) {
+        sqlite3_reset(m_statement);
+        throw;
+    }
+}
+
+void Statement::reset()
+{
+    if (!m_statement)
+        return;
+    m_running = false;
+    sqlite3_reset(m_statement);
+}
+
+void Statement::run()
+{
+    while (step()) {
+    }
+    reset();
+}
+
+Statement::Storage Statement::storage(int column) const
+{
+    return Storage(sqlite3_column_type(m_statement, column));
+}
+
+qint64 Statement::integer(int column) const
+{
+    return sqlite3_column_int64(m_statement, column);
+}
+
+double Statement::real(int column) const
+{
+    return sqlite3_column_double(m_statement, column);
+}
+
+QString Statement::text(int column) const
+{
+    const auto *utf8 = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+    return QString::fromUtf8(utf8, sqlite3_column_bytes(m_statement, column));
+}
+
+QByteArray Statement::bytes(int column) const
+{
+    const auto *data = static_cast<const char *>(sqlite3_column_blob(m_statement, column));
+    return QByteArray(data, sqlite3_column_bytes(m_statement, column));
+}
+
+} // namespace dao::store

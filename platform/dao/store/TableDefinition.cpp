@@ -1,0 +1,242 @@
+#include "TableDefinition.h"
+
+#include "ErrorTranslation.h"
+
+#include <dao/sql/Compiler.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dao::store {
+
+namespace {
+
+constexpr int defaultTextSize = 255;
+
+QString storageClass(const FieldInfo &field)
+{
+    switch (field.type) {
+    case DataType::Boolean:
+    case DataType::Byte:
+    case DataType::Integer:
+    case DataType::Long:
+        return u"INTEGER"_s;
+    case DataType::Currency:
+    case DataType::Single:
+    case DataType::Double:
+    case DataType::Date:
+    case DataType::Decimal:
+        return u"REAL"_s;
+    case DataType::Text:
+        return u"TEXT(%1) COLLATE NOCASE"_s.arg(field.size);
+    case DataType::Memo:
+    case DataType::Guid:
+        return u"TEXT COLLATE NOCASE"_s;
+    default:
+        return u"BLOB"_s;
+    }
+}
+
+QString typeCondition(const FieldInfo &field, const QString &column)
+{
+    const auto whole = [&](const QString &low, const QString &high) -> QString {
+        return u"typeof("_s + column + u") IN ('integer', 'null') AND "_s + column + u" BETWEEN "_s + low + u" AND "_s +
+               high;
+    };
+    switch (field.type) {
+    case DataType::Boolean:
+        return column + u" IN (-1, 0)"_s;
+    case DataType::Byte:
+        return whole(u"0"_s, u"255"_s);
+    case DataType::Integer:
+        return whole(u"-32768"_s, u"32767"_s);
+    case DataType::Long:
+        return whole(u"-2147483648"_s, u"2147483647"_s);
+    case DataType::Currency:
+    case DataType::Single:
+    case DataType::Double:
+    case DataType::Date:
+    case DataType::Decimal:
+        return u"typeof("_s + column + u") IN ('real', 'null')"_s;
+    case DataType::Text:
+    case DataType::Memo:
+    case DataType::Guid:
+        return u"typeof("_s + column + u") IN ('text', 'null')"_s;
+    default:
+        return u"typeof("_s + column + u") IN ('blob', 'null')"_s;
+    }
+}
+
+QString check(const char16_t *kind, const QString &table, const QString &field, const QString &condition)
+{
+    return u" CONSTRAINT "_s + sql::quotedName(constraint::name(kind, table, field)) + u" CHECK ("_s + condition + u')';
+}
+
+QString lateRequiredTriggerName(const QString &table, const QString &field, const QString &event)
+{
+    return u"required:"_s + table + u'.' + field + u':' + event;
+}
+
+} // namespace
+
+QString keyColumnFor(const TableInfo &table)
+{
+    for (const FieldInfo &field : table.fields) {
+        if (field.isAutoIncrement())
+            return field.name;
+    }
+    for (const QString &name : {u"rowid"_s, u"_rowid_"_s, u"oid"_s}) {
+        if (table.indexOf(name) < 0)
+            return name;
+    }
+    return {};
+}
+
+int sizeOf(DataType type, int declaredSize)
+{
+    switch (type) {
+    case DataType::Boolean:
+    case DataType::Byte:
+        return 1;
+    case DataType::Integer:
+        return 2;
+    case DataType::Long:
+    case DataType::Single:
+        return 4;
+    case DataType::Currency:
+    case DataType::Double:
+    case DataType::Date:
+    case DataType::Decimal:
+        return 8;
+    case DataType::Guid:
+        return 16;
+    case DataType::Text:
+    case DataType::Binary:
+        return declaredSize > 0 ? declaredSize : defaultTextSize;
+    default:
+        return 0;
+    }
+}
+
+bool isNotNull(const StoredTable &table, const FieldInfo &field)
+{
+    if (field.type == DataType::Boolean)
+        return true;
+    if (field.required && !table.lateRequired.contains(folded(field.name)))
+        return true;
+    for (const IndexInfo &index : table.info.indexes) {
+        if (!index.primary && !index.required)
+            continue;
+        for (const IndexField &indexField : index.fields) {
+            if (indexField.name.compare(field.name, Qt::CaseInsensitive) == 0)
+                return true;
+        }
+    }
+    return false;
+}
+
+QString constantDefault(const FieldInfo &field)
+{
+    if (!field.defaultValue.trimmed().isEmpty()) {
+        const sql::DefaultExpression expression = sql::defaultExpression(field.defaultValue, field);
+        if (expression.constant)
+            return expression.sql;
+    }
+    return field.type == DataType::Boolean ? u"0"_s : QString();
+}
+
+QString columnSql(const StoredTable &table, const FieldInfo &field)
+{
+    const QString column = sql::quotedName(field.name);
+    const QString &tableName = table.info.name;
+    QString sql = column + u' ' + storageClass(field);
+    if (field.isAutoIncrement()) {
+        sql += u" PRIMARY KEY AUTOINCREMENT"_s;
+    } else {
+        if (isNotNull(table, field))
+            sql += u" NOT NULL"_s;
+        const QString defaultSql = constantDefault(field);
+        if (!defaultSql.isEmpty())
+            sql += u" DEFAULT ("_s + defaultSql + u')';
+    }
+    sql += check(constraint::type, tableName, field.name, typeCondition(field, column));
+    if (field.type == DataType::Text)
+        sql += check(constraint::size, tableName, field.name, u"length(%1) <= %2"_s.arg(column).arg(field.size));
+    if (isTextType(field.type) && !field.allowZeroLength)
+        sql += check(constraint::empty, tableName, field.name, column + u" <> ''"_s);
+    if (!field.validationRule.trimmed().isEmpty()) {
+        if (const auto rule = sql::ruleAsCheck(field.validationRule, field))
+            sql += check(constraint::rule, tableName, field.name, *rule);
+    }
+    return sql;
+}
+
+QString createTableSql(const StoredTable &table, const QString &physicalName)
+{
+    QStringList columns;
+    for (const FieldInfo &field : table.info.fields)
+        columns.append(u"  "_s + columnSql(table, field));
+    return u"CREATE TABLE "_s + sql::quotedName(physicalName) + u" (\n"_s + columns.join(u",\n"_s) + u"\n)"_s;
+}
+
+QString indexNameInFile(const QString &table, const QString &index)
+{
+    // A name of a table holds no '.', so two tables cannot meet in one name.
+    return table + u'.' + index;
+}
+
+bool isKeptAsIndex(const TableInfo &table, const IndexInfo &index)
+{
+    if (index.fields.size() != 1 || !(index.unique || index.primary))
+        return true;
+    const FieldInfo *field = table.field(index.fields.first().name);
+    return !field || !field->isAutoIncrement();
+}
+
+QString createIndexSql(const TableInfo &table, const IndexInfo &index)
+{
+    QStringList fields;
+    for (const IndexField &field : index.fields)
+        fields.append(sql::quotedName(field.name) + (field.descending ? u" DESC"_s : QString()));
+    const QString unique = index.unique || index.primary ? u"UNIQUE "_s : QString();
+    return u"CREATE "_s + unique + u"INDEX "_s + sql::quotedName(indexNameInFile(table.name, index.name)) + u" ON "_s +
+           sql::quotedName(table.name) + u" ("_s + fields.join(u", "_s) + u')';
+}
+
+QStringList lateRequiredTriggers(const StoredTable &table)
+{
+    QStringList triggers;
+    for (const FieldInfo &field : table.info.fields) {
+        if (!table.lateRequired.contains(folded(field.name)))
+            continue;
+        const QString text =
+            raiseText(error::RequiredField, errorText(error::RequiredField, {table.info.name + u'.' + field.name}));
+        for (const QString &event : {u"INSERT"_s, u"UPDATE"_s}) {
+            const QString name = lateRequiredTriggerName(table.info.name, field.name, event);
+            triggers.append(u"CREATE TRIGGER "_s + sql::quotedName(name) + u" BEFORE "_s + event + u" ON "_s +
+                            sql::quotedName(table.info.name) + u" WHEN NEW."_s + sql::quotedName(field.name) +
+                            u" IS NULL BEGIN SELECT RAISE(ABORT, "_s + literal(text) + u"); END"_s);
+        }
+    }
+    return triggers;
+}
+
+QStringList lateRequiredTriggerNames(const StoredTable &table)
+{
+    QStringList names;
+    for (const FieldInfo &field : table.info.fields) {
+        if (table.lateRequired.contains(folded(field.name))) {
+            names.append(lateRequiredTriggerName(table.info.name, field.name, u"INSERT"_s));
+            names.append(lateRequiredTriggerName(table.info.name, field.name, u"UPDATE"_s));
+        }
+    }
+    return names;
+}
+
+QString literal(const QString &text)
+{
+    QString quoted = text;
+    quoted.replace(u'\'', u"''"_s);
+    return u'\'' + quoted + u'\'';
+}
+
+} // namespace dao::store

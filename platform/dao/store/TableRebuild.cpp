@@ -1,0 +1,177 @@
+#include "TableRebuild.h"
+
+#include "Connection.h"
+#include "ErrorTranslation.h"
+#include "Statistics.h"
+#include "TableDefinition.h"
+#include "ValueBinding.h"
+
+#include <dao/sql/Compiler.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dao::store {
+
+namespace {
+
+const QString newName = u"_dao_rebuild"_s;
+
+// What a row of the new table breaks is a rule of the new table.
+class NewDefinition : public SchemaView
+{
+public:
+    NewDefinition(Connection &connection, const TableInfo &table)
+        : m_connection(connection)
+        , m_before(connection.schema())
+        , m_table(table)
+    {
+        connection.setSchema(this);
+    }
+    ~NewDefinition() override { m_connection.setSchema(m_before); }
+    NewDefinition(const NewDefinition &) = delete;
+    NewDefinition &operator=(const NewDefinition &) = delete;
+
+    const TableInfo *findTable(QStringView name) const override
+    {
+        const bool isNew = name == newName || name.compare(m_table.name, Qt::CaseInsensitive) == 0;
+        return isNew ? &m_table : m_before ? m_before->findTable(name) : nullptr;
+    }
+    const QueryInfo *findQuery(QStringView) const override { return nullptr; }
+    QStringList sourceNames() const override { return {}; }
+
+private:
+    Connection &m_connection;
+    const SchemaView *m_before;
+    const TableInfo &m_table;
+};
+
+} // namespace
+
+TableRebuild::TableRebuild(Connection &connection, const StoredTable &before, StoredTable &after)
+    : m_connection(connection)
+    , m_before(before)
+    , m_after(after)
+{
+    m_after.info.keyColumn = keyColumnFor(m_after.info);
+}
+
+QString TableRebuild::sourceOf(const FieldInfo &field) const
+{
+    if (const FieldInfo *old = m_before.info.field(field.name))
+        return sql::quotedName(old->name);
+    if (field.isAutoIncrement())
+        return sql::quotedName(m_before.info.keyColumn);
+    const QString defaultSql = constantDefault(field);
+    if (field.required && !defaultSql.isEmpty())
+        return defaultSql;
+    return field.type == DataType::Boolean ? u"0"_s : u"NULL"_s;
+}
+
+bool TableRebuild::hasNull(const QString &sourceColumn) const
+{
+    return m_connection.number(u"SELECT EXISTS (SELECT 1 FROM "_s + sql::quotedName(m_before.info.name) + u" WHERE "_s +
+                               sourceColumn + u" IS NULL)"_s) != 0;
+}
+
+void TableRebuild::findLateRequired()
+{
+    QSet<QString> late;
+    for (const FieldInfo &field : m_after.info.fields) {
+        if (!field.required || field.isAutoIncrement() || field.type == DataType::Boolean)
+            continue;
+        // A field that was required before stays strict; one that became required meets rows as they are.
+        const FieldInfo *old = m_before.info.field(field.name);
+        const bool wasStrict = old && isNotNull(m_before, *old);
+        if (!wasStrict && hasNull(sourceOf(field)))
+            late.insert(folded(field.name));
+    }
+    m_after.lateRequired = late;
+}
+
+bool TableRebuild::needsConversion(const FieldInfo &field) const
+{
+    const FieldInfo *old = m_before.info.field(field.name);
+    return old && (old->type != field.type);
+}
+
+void TableRebuild::copyRows()
+{
+    QStringList targets;
+    QStringList sources;
+    bool converting = false;
+    for (const FieldInfo &field : m_after.info.fields) {
+        targets.append(sql::quotedName(field.name));
+        sources.append(sourceOf(field));
+        converting = converting || needsConversion(field);
+    }
+    // The rows' keys stay, so that what points at rows still does; with an autonumber they are its values.
+    if (m_after.info.indexOf(m_after.info.keyColumn) < 0) {
+        targets.append(sql::quotedName(m_after.info.keyColumn));
+        sources.append(sql::quotedName(m_before.info.keyColumn));
+    }
+    const QString insert = u"INSERT INTO "_s + sql::quotedName(newName) + u" ("_s + targets.join(u", "_s) + u") "_s;
+    const QString select = u"SELECT "_s + sources.join(u", "_s) + u" FROM "_s + sql::quotedName(m_before.info.name) +
+                           u" ORDER BY "_s + sql::quotedName(m_before.info.keyColumn);
+    if (!converting) {
+        m_connection.run(insert + select);
+        return;
+    }
+    QStringList places(targets.size(), u"?"_s);
+    copyConverted(select, insert + u"VALUES ("_s + places.join(u", "_s) + u')');
+}
+
+void TableRebuild::copyConverted(const QString &select, const QString &insert)
+{
+    Statement rows(m_connection, select);
+    Statement write(m_connection, insert);
+    const auto fieldCount = int(m_after.info.fields.size());
+    while (rows.step()) {
+        for (int i = 0; i < rows.columnCount(); ++i) {
+            if (i >= fieldCount || !needsConversion(m_after.info.fields[i])) {
+                write.bindColumn(i + 1, rows, i);
+                continue;
+            }
+            const FieldInfo &field = m_after.info.fields[i];
+            const Value converted =
+                convertValue(columnValue(rows, i, m_before.info.field(field.name)->type), field.type);
+            if (converted.isEmpty())
+                throw engineError(error::ConversionFailed, m_connection.source());
+            bindValue(write, i + 1, converted);
+        }
+        write.run();
+    }
+}
+
+void TableRebuild::keepSequence()
+{
+    // Present in files that have, or once had, a table with an autonumber.
+    if (m_connection.number(u"SELECT count(*) FROM sqlite_schema WHERE name = 'sqlite_sequence'"_s) == 0)
+        return;
+    const QString name = literal(m_before.info.name);
+    m_connection.run(
+        u"UPDATE sqlite_sequence SET seq = max(seq, coalesce((SELECT seq FROM sqlite_sequence WHERE name = "_s + name +
+        u"), 0)) WHERE name = "_s + literal(newName));
+}
+
+void TableRebuild::run()
+{
+    findLateRequired();
+    const NewDefinition naming(m_connection, m_after.info);
+    const QList<StatisticsLine> statistics = readStatistics(m_connection, m_before.info.name);
+    m_connection.run(createTableSql(m_after, newName));
+    copyRows();
+    keepSequence();
+    m_connection.run(u"DROP TABLE "_s + sql::quotedName(m_before.info.name));
+    m_connection.run(u"ALTER TABLE "_s + sql::quotedName(newName) + u" RENAME TO "_s +
+                     sql::quotedName(m_after.info.name));
+    for (const IndexInfo &index : m_after.info.indexes) {
+        if (isKeptAsIndex(m_after.info, index))
+            m_connection.run(createIndexSql(m_after.info, index));
+    }
+    for (const QString &trigger : lateRequiredTriggers(m_after))
+        m_connection.run(trigger);
+    if (!statistics.isEmpty())
+        writeStatistics(m_connection, m_after.info.name, statistics);
+}
+
+} // namespace dao::store
