@@ -136,6 +136,20 @@ ExprPtr ExpressionBinder::typed(ExprPtr expr, DataType type)
     return m_context.make(expr->range, type, ParameterRef{id});
 }
 
+// Where nothing tells the type of a parameter, it is what other uses say, else a text; this use itself says nothing.
+ExprPtr ExpressionBinder::settled(ExprPtr expr)
+{
+    if (!isOpenParameter(*expr))
+        return expr;
+    const DataType known = contextType(*expr);
+    return m_context.make(expr->range, known == DataType::Unknown ? DataType::Text : known, *expr->as<ParameterRef>());
+}
+
+DataType ExpressionBinder::contextType(const Expr &expr) const
+{
+    return isOpenParameter(expr) ? m_context.parameterAt(expr.as<ParameterRef>()->id).type : expr.type;
+}
+
 ExprPtr ExpressionBinder::asText(ExprPtr expr)
 {
     expr = typed(std::move(expr), DataType::Text);
@@ -283,8 +297,8 @@ ExprPtr ExpressionBinder::bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr righ
 
 ExprPtr ExpressionBinder::bindAdd(ExprPtr left, ExprPtr right, Range range)
 {
-    left = typed(std::move(left), right->type);
-    right = typed(std::move(right), left->type);
+    left = typed(std::move(left), contextType(*right));
+    right = typed(std::move(right), contextType(*left));
     left = settled(std::move(left));
     right = settled(std::move(right));
     const auto isNull = [](const ExprPtr &e) { return e->as<Literal>() && e->type == DataType::Unknown; };
@@ -331,8 +345,9 @@ ExprPtr ExpressionBinder::bindNode(const ast::Chain &node, const ast::Expr &expr
 // by its content.
 void ExpressionBinder::reconcile(ExprPtr &left, ExprPtr &right, Range range)
 {
-    left = settled(typed(std::move(left), right->type));
-    right = settled(typed(std::move(right), left->type));
+    left = typed(std::move(left), contextType(*right));
+    right = settled(typed(std::move(right), contextType(*left)));
+    left = settled(typed(std::move(left), contextType(*right)));
     convertTo(left, right, range);
     convertTo(right, left, range);
 }
@@ -366,8 +381,8 @@ ExprPtr ExpressionBinder::bindNode(const ast::Between &node, const ast::Expr &ex
     ExprPtr operand = bindAny(*node.operand);
     ExprPtr low = bindAny(*node.low);
     ExprPtr high = bindAny(*node.high);
-    operand = typed(std::move(operand), low->type);
-    operand = settled(typed(std::move(operand), high->type));
+    operand = typed(std::move(operand), contextType(*low));
+    operand = settled(typed(std::move(operand), contextType(*high)));
     reconcile(operand, low, expr.range);
     reconcile(operand, high, expr.range);
     return m_context.make(expr.range, DataType::Boolean,
