@@ -338,7 +338,41 @@ ExprPtr ExpressionBinder::bindNode(const ast::Chain &node, const ast::Expr &expr
     chain.terms.reserve(node.terms.size());
     for (const ast::ExprPtr &term : node.terms)
         chain.terms.push_back(bindCondition(*term));
+    if (!node.isAnd)
+        gatherEqualities(chain);
+    if (chain.terms.size() == 1)
+        return chain.terms.front();
     return m_context.make(expr.range, DataType::Boolean, std::move(chain));
+}
+
+// x = 1 Or x = 2 Or ... is x In (1, 2, ...): for lists of thousands the inner engine finds its way only in this form.
+void ExpressionBinder::gatherEqualities(Chain &chain)
+{
+    constexpr size_t Worthwhile = 16;
+    if (chain.terms.size() < Worthwhile)
+        return;
+    QHash<std::pair<const Source *, int>, size_t> places;
+    std::vector<ExprPtr> terms;
+    std::vector<InList> lists;
+    for (ExprPtr &term : chain.terms) {
+        const Compare *compare = term->as<Compare>();
+        const FieldRef *field = compare && compare->op == BinaryOp::Equal ? compare->left->as<FieldRef>() : nullptr;
+        if (!field || !compare->right->as<Literal>()) {
+            terms.push_back(std::move(term));
+            continue;
+        }
+        const std::pair key{field->source, field->field};
+        if (!places.contains(key)) {
+            places.insert(key, lists.size());
+            lists.push_back({compare->left, {}, false});
+        }
+        lists[places[key]].items.push_back(compare->right);
+    }
+    for (InList &list : lists) {
+        const Range range = list.operand->range;
+        terms.push_back(m_context.make(range, DataType::Boolean, std::move(list)));
+    }
+    chain.terms = std::move(terms);
 }
 
 // Both sides become comparable. Columns and literals of different kinds are a mismatch; what is computed is converted

@@ -90,6 +90,7 @@ private:
     ExprPtr bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr right, Range range);
     ExprPtr bindAdd(ExprPtr left, ExprPtr right, Range range);
     ExprPtr bindLogic(const ast::Binary &node, Range range);
+    void gatherEqualities(Chain &chain);
     void reconcile(ExprPtr &left, ExprPtr &right, Range range);
     void convertTo(ExprPtr &side, const ExprPtr &other, Range range);
     QueryPtr bindSubquery(const ast::Query &query, bool oneColumn);
