@@ -99,41 +99,41 @@ const TableInfo &Database::table(QStringView name) const
     return *table;
 }
 
-store::SchemaEditor &Database::editor(const QString &source) const
+void Database::define(const QString &source, const std::function<void(store::SchemaEditor &)> &change)
 {
-    m_impl->connection.setSource(source);
+    store::SourceScope scope(m_impl->connection, source);
     m_impl->prepareStatement();
-    return m_impl->editor;
+    change(m_impl->editor);
 }
 
 void Database::createTable(const TableInfo &table)
 {
-    editor(u"DAO.TableDefs"_s).createTable(table);
+    define(u"DAO.TableDefs"_s, [&](store::SchemaEditor &editor) { editor.createTable(table); });
 }
 
 void Database::deleteTable(QStringView name)
 {
-    editor(u"DAO.TableDefs"_s).deleteTable(name);
+    define(u"DAO.TableDefs"_s, [&](store::SchemaEditor &editor) { editor.deleteTable(name); });
 }
 
 void Database::addField(QStringView table, const FieldInfo &field)
 {
-    editor(u"DAO.Fields"_s).addField(table, field);
+    define(u"DAO.Fields"_s, [&](store::SchemaEditor &editor) { editor.addField(table, field); });
 }
 
 void Database::deleteField(QStringView table, QStringView field)
 {
-    editor(u"DAO.Fields"_s).deleteField(table, field);
+    define(u"DAO.Fields"_s, [&](store::SchemaEditor &editor) { editor.deleteField(table, field); });
 }
 
 void Database::createIndex(QStringView table, const IndexInfo &index)
 {
-    editor(u"DAO.Indexes"_s).createIndex(table, index);
+    define(u"DAO.Indexes"_s, [&](store::SchemaEditor &editor) { editor.createIndex(table, index); });
 }
 
 void Database::deleteIndex(QStringView table, QStringView index)
 {
-    editor(u"DAO.Indexes"_s).deleteIndex(table, index);
+    define(u"DAO.Indexes"_s, [&](store::SchemaEditor &editor) { editor.deleteIndex(table, index); });
 }
 
 QList<RelationInfo> Database::relations() const
@@ -144,12 +144,12 @@ QList<RelationInfo> Database::relations() const
 
 void Database::createRelation(const RelationInfo &relation)
 {
-    editor(u"DAO.Relations"_s).createRelation(relation);
+    define(u"DAO.Relations"_s, [&](store::SchemaEditor &editor) { editor.createRelation(relation); });
 }
 
 void Database::deleteRelation(QStringView name)
 {
-    editor(u"DAO.Relations"_s).deleteRelation(name);
+    define(u"DAO.Relations"_s, [&](store::SchemaEditor &editor) { editor.deleteRelation(name); });
 }
 
 QStringList Database::queryNames() const
@@ -173,17 +173,17 @@ QueryInfo Database::query(QStringView name) const
 
 void Database::createQuery(const QueryInfo &query)
 {
-    editor(u"DAO.QueryDefs"_s).createQuery(query);
+    define(u"DAO.QueryDefs"_s, [&](store::SchemaEditor &editor) { editor.createQuery(query); });
 }
 
 void Database::setQuerySql(QStringView name, const QString &sql)
 {
-    editor(u"DAO.QueryDef"_s).setQuerySql(name, sql);
+    define(u"DAO.QueryDef"_s, [&](store::SchemaEditor &editor) { editor.setQuerySql(name, sql); });
 }
 
 void Database::deleteQuery(QStringView name)
 {
-    editor(u"DAO.QueryDefs"_s).deleteQuery(name);
+    define(u"DAO.QueryDefs"_s, [&](store::SchemaEditor &editor) { editor.deleteQuery(name); });
 }
 
 QString Database::property(const QString &name) const
@@ -194,7 +194,7 @@ QString Database::property(const QString &name) const
 
 void Database::setProperty(const QString &name, const QString &value)
 {
-    editor(u"DAO.Database"_s).setProperty(name, value);
+    define(u"DAO.Database"_s, [&](store::SchemaEditor &editor) { editor.setProperty(name, value); });
 }
 
 int Database::execute(const QString &sql)
@@ -204,12 +204,14 @@ int Database::execute(const QString &sql)
 
 void Database::analyze(const QString &table)
 {
+    store::SourceScope scope(m_impl->connection, u"DAO.Database"_s);
     m_impl->prepareStatement();
     store::analyze(m_impl->connection, table.isEmpty() ? QString() : this->table(table).name);
 }
 
 void Database::seedStatistics(const QString &tableName, qint64 rows, const QList<IndexStatistics> &indexes)
 {
+    store::SourceScope scope(m_impl->connection, u"DAO.Database"_s);
     const TableInfo &info = table(tableName);
     QList<store::StatisticsLine> lines;
     for (const IndexStatistics &statistics : indexes) {

@@ -6,6 +6,7 @@
 #include <dao/values/Schema.h>
 #include <dao/values/Value.h>
 
+#include <functional>
 #include <memory>
 
 namespace dao {
@@ -113,7 +114,7 @@ public:
 private:
     friend class QueryDef;
     friend class Recordset;
-    store::SchemaEditor &editor(const QString &source) const;
+    void define(const QString &source, const std::function<void(store::SchemaEditor &)> &change);
 
     std::shared_ptr<DatabaseImpl> m_impl;
 };

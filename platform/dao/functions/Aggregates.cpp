@@ -1,6 +1,8 @@
 #include "Aggregates.h"
 
+#include <algorithm>
 #include <cmath>
+#include <dao/values/Errors.h>
 #include <QtGlobal>
 #include <sqlite3.h>
 
@@ -8,26 +10,40 @@ namespace dao::functions {
 
 namespace {
 
-// First and Last: the group's memory is one copied value.
+// First and Last: the group's memory is one copied value and the keys of its row.
 struct KeptValue
 {
+    static constexpr int kMostKeys = 8;
     sqlite3_value *value;
+    sqlite3_int64 keys[kMostKeys];
 };
 
-void keepFirst(sqlite3_context *context, int, sqlite3_value **arguments)
+int compareKeys(const KeptValue &kept, int count, sqlite3_value **keys)
 {
-    auto *kept = static_cast<KeptValue *>(sqlite3_aggregate_context(context, sizeof(KeptValue)));
-    if (kept && !kept->value)
-        kept->value = sqlite3_value_dup(arguments[0]);
+    for (int i = 0; i < count; ++i) {
+        const sqlite3_int64 key = sqlite3_value_int64(keys[i]);
+        if (key != kept.keys[i])
+            return key < kept.keys[i] ? -1 : 1;
+    }
+    return 0;
 }
 
-void keepLast(sqlite3_context *context, int, sqlite3_value **arguments)
+template <bool last>
+void keep(sqlite3_context *context, int count, sqlite3_value **arguments)
 {
     auto *kept = static_cast<KeptValue *>(sqlite3_aggregate_context(context, sizeof(KeptValue)));
     if (!kept)
         return;
-    sqlite3_value_free(kept->value);
+    const int keyCount = std::min(count - 1, KeptValue::kMostKeys);
+    if (kept->value) {
+        const int order = compareKeys(*kept, keyCount, arguments + 1);
+        if (last ? order < 0 : order >= 0)
+            return;
+        sqlite3_value_free(kept->value);
+    }
     kept->value = sqlite3_value_dup(arguments[0]);
+    for (int i = 0; i < keyCount; ++i)
+        kept->keys[i] = sqlite3_value_int64(arguments[1 + i]);
 }
 
 void giveKept(sqlite3_context *context)
@@ -38,6 +54,19 @@ void giveKept(sqlite3_context *context)
     sqlite3_result_value(context, kept->value);
     sqlite3_value_free(kept->value);
     kept->value = nullptr;
+}
+
+void keepSingle(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    auto *kept = static_cast<KeptValue *>(sqlite3_aggregate_context(context, sizeof(KeptValue)));
+    if (!kept)
+        return;
+    if (kept->value) {
+        const QByteArray text = "dao:3354:" + errorText(error::SubqueryRows).toUtf8();
+        sqlite3_result_error(context, text.constData(), int(text.size()));
+        return;
+    }
+    kept->value = sqlite3_value_dup(arguments[0]);
 }
 
 // Welford's running mean and sum of squared differences: no cancellation for large means.
@@ -77,16 +106,17 @@ void giveSpread(sqlite3_context *context)
 
 void registerAggregates(sqlite3 *connection)
 {
-    const auto add = [connection](const char *name, auto step, auto final) {
-        sqlite3_create_function_v2(connection, name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
-                                   nullptr, step, final, nullptr);
+    const auto add = [connection](const char *name, int arguments, auto step, auto final) {
+        sqlite3_create_function_v2(connection, name, arguments, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+                                   nullptr, nullptr, step, final, nullptr);
     };
-    add("jet_first", keepFirst, giveKept);
-    add("jet_last", keepLast, giveKept);
-    add("jet_stdev", addToSpread, giveSpread<false, true>);
-    add("jet_stdevp", addToSpread, giveSpread<true, true>);
-    add("jet_var", addToSpread, giveSpread<false, false>);
-    add("jet_varp", addToSpread, giveSpread<true, false>);
+    add("jet_first", -1, keep<false>, giveKept);
+    add("jet_last", -1, keep<true>, giveKept);
+    add("jet_single", 1, keepSingle, giveKept);
+    add("jet_stdev", 1, addToSpread, giveSpread<false, true>);
+    add("jet_stdevp", 1, addToSpread, giveSpread<true, true>);
+    add("jet_var", 1, addToSpread, giveSpread<false, false>);
+    add("jet_varp", 1, addToSpread, giveSpread<true, false>);
 }
 
 } // namespace dao::functions

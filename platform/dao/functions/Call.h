@@ -81,5 +81,6 @@ std::span<const Entry> numberFunctions();
 std::span<const Entry> logicFunctions();
 std::span<const Entry> moneyFunctions();
 std::span<const Entry> operatorFunctions();
+std::span<const Entry> assignmentFunctions();
 
 } // namespace dao::functions

@@ -4,31 +4,27 @@
 
 namespace dao::functions {
 
-LikePattern::LikePattern(const QString &pattern)
+LikePattern::LikePattern(const QString &pattern, Form form)
 {
+    const QChar run = form == Form::Star ? u'*' : u'%';
+    const QChar any = form == Form::Star ? u'?' : u'_';
     for (qsizetype i = 0; i < pattern.size(); ++i) {
         const QChar c = pattern[i];
-        switch (c.unicode()) {
-        case u'*':
+        if (c == run) {
             if (m_elements.isEmpty() || m_elements.last().kind != Element::Kind::Run)
                 m_elements.append({Element::Kind::Run, 0, false, {}});
-            break;
-        case u'?':
+        } else if (c == any) {
             m_elements.append({Element::Kind::Any, 0, false, {}});
-            break;
-        case u'#':
+        } else if (c == u'#' && form == Form::Star) {
             m_elements.append({Element::Kind::Digit, 0, false, {}});
-            break;
-        case u'[': {
+        } else if (c == u'[') {
             const qsizetype end = pattern.indexOf(u']', i + 1);
             if (end < 0 || !addClass(QStringView(pattern).mid(i + 1, end - i - 1))) {
                 m_valid = false;
                 return;
             }
             i = end;
-            break;
-        }
-        default:
+        } else {
             m_elements.append({Element::Kind::Character, c.toCaseFolded().unicode(), false, {}});
         }
     }

@@ -11,7 +11,9 @@ namespace dao::functions {
 class LikePattern
 {
 public:
-    explicit LikePattern(const QString &pattern);
+    /// Percent: the run is "%", one character "_", and "*", "?", "#" stand for themselves.
+    enum class Form { Star, Percent };
+    explicit LikePattern(const QString &pattern, Form form = Form::Star);
     bool matches(QStringView text) const;
 
 private:

@@ -5,6 +5,7 @@
 #include <dao/values/Decimal.h>
 #include <dao/values/Errors.h>
 #include <limits>
+#include <memory>
 #include <sqlite3.h>
 
 namespace dao::functions {
@@ -68,13 +69,19 @@ void power(Call &call)
     call.result(std::pow(base, exponent));
 }
 
-// "&": Null counts as empty, but two of them are Null.
+// "&" of two or more: Null counts as empty, but nothing but Null is Null.
 void join(Call &call)
 {
-    if (call.isNull(0) && call.isNull(1))
+    QString result;
+    bool allNull = true;
+    for (int i = 0; i < call.count(); ++i) {
+        allNull = allNull && call.isNull(i);
+        result += call.text(i);
+    }
+    if (allNull)
         call.resultNull();
     else
-        call.result(call.text(0) + call.text(1));
+        call.result(result);
 }
 
 void deletePattern(void *pattern)
@@ -83,6 +90,7 @@ void deletePattern(void *pattern)
 }
 
 // (pattern, text): 1 or 0, a condition of the inner engine. A pattern that is the same for all rows is compiled once.
+template <LikePattern::Form form>
 void like(Call &call)
 {
     auto *pattern = static_cast<LikePattern *>(sqlite3_get_auxdata(call.context(), 0));
@@ -91,7 +99,7 @@ void like(Call &call)
         call.result(pattern->matches(text) ? 1 : 0);
         return;
     }
-    auto compiled = std::make_unique<LikePattern>(call.text(0));
+    auto compiled = std::make_unique<LikePattern>(call.text(0), form);
     call.result(compiled->matches(text) ? 1 : 0);
     sqlite3_set_auxdata(call.context(), 0, compiled.release(), deletePattern);
 }
@@ -102,9 +110,24 @@ void raiseError(Call &call)
     call.fail(call.integer(0), call.has(1) ? call.text(1) : QString());
 }
 
+void refuseNull(Call &call)
+{
+    if (call.isNull(0))
+        throw FunctionFault{error::InvalidUseOfNull};
+    call.resultArgument(0);
+}
+
 constexpr Entry entries[] = {
-    {"add", 2, 2, add},   {"div", 2, 2, divide},  {"idiv", 2, 2, integerDivide}, {"mod", 2, 2, modulo},
-    {"pow", 2, 2, power}, {"cat", 2, 2, join, 0}, {"like", 2, 2, like},          {"raise", 1, 2, raiseError, 0, false},
+    {"add", 2, 2, add},
+    {"divide", 2, 2, divide},
+    {"int_divide", 2, 2, integerDivide},
+    {"mod", 2, 2, modulo},
+    {"power", 2, 2, power},
+    {"concatenate", 1, -1, join, 0},
+    {"like", 2, 2, like<LikePattern::Form::Star>},
+    {"alike", 2, 2, like<LikePattern::Form::Percent>},
+    {"not_null", 1, 1, refuseNull, 0},
+    {"raise", 1, 2, raiseError, 0, false},
 };
 
 } // namespace

@@ -50,8 +50,9 @@ void registerFamily(sqlite3 *connection, std::span<const Entry> family)
 
 void registerAll(sqlite3 *connection)
 {
-    for (const auto &family : {conversionFunctions(), textFunctions(), formatFunctions(), dateFunctions(),
-                               numberFunctions(), logicFunctions(), moneyFunctions(), operatorFunctions()})
+    for (const auto &family :
+         {conversionFunctions(), textFunctions(), formatFunctions(), dateFunctions(), numberFunctions(),
+          logicFunctions(), moneyFunctions(), operatorFunctions(), assignmentFunctions()})
         registerFamily(connection, family);
     registerAggregates(connection);
 }

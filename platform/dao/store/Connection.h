@@ -60,6 +60,7 @@ public:
 
     /// Names fields and rules in errors. Not owned.
     void setSchema(const SchemaView *schema) { m_schema = schema; }
+    const SchemaView *schema() const { return m_schema; }
     /// The object named as the source of errors; returns the one before.
     QString setSource(const QString &source);
     QString source() const { return m_source; }

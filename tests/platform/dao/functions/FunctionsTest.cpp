@@ -59,25 +59,25 @@ protected:
 
 TEST_F(Functions, OperatorsFollowTheDialect)
 {
-    check({{"jet_div(7,2)", "3.5"},
-           {"jet_idiv(7,2)", "3"},
-           {"jet_idiv(8.5,2)", "4"},
-           {"jet_idiv(-7,2)", "-3"},
-           {"jet_idiv(2.5,1)", "2"},
-           {"jet_idiv(3.5,1)", "4"},
+    check({{"jet_divide(7,2)", "3.5"},
+           {"jet_int_divide(7,2)", "3"},
+           {"jet_int_divide(8.5,2)", "4"},
+           {"jet_int_divide(-7,2)", "-3"},
+           {"jet_int_divide(2.5,1)", "2"},
+           {"jet_int_divide(3.5,1)", "4"},
            {"jet_mod(13,5)", "3"},
            {"jet_mod(-7,3)", "-1"},
            {"jet_add('25',12)", "37.0"},
            {"jet_add('a','b')", "ab"},
            {"jet_add('a',NULL)", "Null"},
            {"jet_add(9223372036854775807,1)", "9.22337203685478e+18"},
-           {"jet_cat('a',NULL)", "a"},
-           {"jet_cat(NULL,NULL)", "Null"},
-           {"jet_cat(1,2)", "12"},
-           {"jet_pow(2,-1)", "0.5"}});
-    checkFaults(11, {"jet_div(1,0)", "jet_idiv(1,0.4)", "jet_mod(1,0)"});
-    checkFaults(6, {"jet_idiv(3000000000,1)", "jet_pow(10,400)", "jet_idiv(-2147483648,-1)"});
-    checkFaults(5, {"jet_pow(-8,0.5)"});
+           {"jet_concatenate('a',NULL)", "a"},
+           {"jet_concatenate(NULL,NULL)", "Null"},
+           {"jet_concatenate(1,2)", "12"},
+           {"jet_power(2,-1)", "0.5"}});
+    checkFaults(11, {"jet_divide(1,0)", "jet_int_divide(1,0.4)", "jet_mod(1,0)"});
+    checkFaults(6, {"jet_int_divide(3000000000,1)", "jet_power(10,400)", "jet_int_divide(-2147483648,-1)"});
+    checkFaults(5, {"jet_power(-8,0.5)"});
     checkFaults(13, {"jet_add('a',1)"});
     checkFaults(3354, {"jet_raise(3354)"});
 }
@@ -258,8 +258,34 @@ TEST_F(Functions, NumbersAndMoney)
     EXPECT_EQ(value("jet_rnd(0)"), first);
 }
 
+TEST_F(Functions, AssignmentsConvertOrRefuse)
+{
+    check({{"jet_to_integer(2.5)", "2"},
+           {"jet_to_long('1,025')", "1025"},
+           {"jet_to_boolean(NULL)", "0"},
+           {"jet_to_boolean('yes')", "-1"},
+           {"jet_to_boolean(7)", "-1"},
+           {"jet_to_single(0.1)", "0.100000001490116"},
+           {"jet_to_date('1/2/2003')", "37623.0"},
+           {"jet_to_date('2003-01-02')", "37623.0"},
+           {"jet_to_byte(NULL)", "Null"},
+           {"jet_as_number('5')", "5.0"},
+           {"jet_as_number(5)", "5"},
+           {"jet_as_text(1.5)", "1.5"},
+           {"jet_as_text_date(37623)", "1/2/2003"},
+           {"jet_alike('a%_','abc')", "1"},
+           {"jet_alike('a*','abc')", "0"}});
+    checkFaults(3349, {"jet_to_integer(40000)", "jet_to_byte(-1)", "jet_to_single(1e300)", "jet_to_date(1e9)"});
+    checkFaults(3464, {"jet_to_long('abc')", "jet_as_number('x')", "jet_to_date('no date')"});
+    checkFaults(94, {"jet_not_null(NULL)"});
+}
+
 TEST_F(Functions, Aggregates)
 {
+    checkFaults(3354, {"SELECT jet_single(x) FROM n"});
+    check({{"SELECT jet_single(x) FROM n WHERE x = 9", "9"},
+           {"SELECT jet_first(x, -rowid) FROM n", "Null"},
+           {"SELECT jet_last(x, -rowid) FROM n", "2"}});
     check({{"SELECT jet_stdevp(x) FROM n", "2.0"},
            {"SELECT jet_varp(x) FROM n", "4.0"},
            {"SELECT round(jet_var(x),4) FROM n", "4.5714"},
