@@ -20,6 +20,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QStatusBar>
 
 using namespace Qt::StringLiterals;
@@ -35,10 +36,12 @@ constexpr int kMapShare = 66;
 } // namespace
 
 DBase::DBase(tarnwick::UserPrompts *prompts)
-    : m_boxes(prompts ? nullptr : std::make_unique<tarnwick::BoxPrompts>(this, [this](const QString &text) {
-        m_statusText->setText(text);
-        m_statusText->repaint();
-    }))
+    : m_boxes(prompts ? nullptr
+                      : std::make_unique<tarnwick::BoxPrompts>(this,
+                                                               [this](const QString &text) {
+                                                                   m_statusText->setText(text);
+                                                                   m_statusText->repaint();
+                                                               }))
     , m_prompts(prompts ? prompts : m_boxes.get())
     , m_systemDialogs(this)
 {
@@ -121,7 +124,14 @@ void DBase::makeCentre()
     m_splitter = new QSplitter(Qt::Horizontal);
     m_splitter->setObjectName(u"mainSplitter"_s);
     m_splitter->setChildrenCollapsible(false);
-    m_splitter->addWidget(m_map);
+    auto *hint = new QLabel(u"No project is open.\n\nOpen one with \"File | Open Project ...\",\nor choose one of "
+                            u"\"File | Recent Projects\"."_s);
+    hint->setObjectName(u"noProject"_s);
+    hint->setAlignment(Qt::AlignCenter);
+    m_centre = new QStackedWidget;
+    m_centre->addWidget(m_map);
+    m_centre->addWidget(hint);
+    m_splitter->addWidget(m_centre);
     m_splitter->addWidget(m_side);
     m_splitter->setStretchFactor(0, 1);
     m_splitter->setStretchFactor(1, 0);
@@ -172,8 +182,7 @@ void DBase::connectBars()
             m_commands->updateMap();
     });
     connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
-    connect(m_viewBar, &ViewBar::changesRequested, this,
-            [this](int position) { m_session->undo().moveTo(position); });
+    connect(m_viewBar, &ViewBar::changesRequested, this, [this](int position) { m_session->undo().moveTo(position); });
 }
 
 void DBase::setFileDialogs(FileDialogs *dialogs)
@@ -195,6 +204,7 @@ bool DBase::openProject(const QString &folder)
 void DBase::projectChanged()
 {
     m_map->setSteamGen(m_session->hasProject() ? &m_session->project().steamGen : nullptr);
+    m_centre->setCurrentIndex(m_session->hasProject() ? 0 : 1);
     m_side->legendModel().setLegend(&m_session->legend());
     refreshAll();
 }

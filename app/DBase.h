@@ -8,6 +8,7 @@
 
 class QLabel;
 class QSplitter;
+class QStackedWidget;
 
 namespace tarnwick {
 class BoxPrompts;
@@ -20,8 +21,8 @@ class MainToolBar;
 class SidePanel;
 class ViewBar;
 
-/// The program's one main window: the tubesheet map, the legend, the panels, menus and tool bars. It wires these parts; what
-/// they do stands in their own classes and, without widgets, in logic.
+/// The program's one main window: the tubesheet map, the legend, the panels, menus and tool bars. It wires these parts;
+/// what they do stands in their own classes and, without widgets, in logic.
 class DBase : public QMainWindow, public plans::MapHost, private WindowActions
 {
     Q_OBJECT
@@ -101,6 +102,7 @@ private:
     MainToolBar *m_mainBar = nullptr;
     ViewBar *m_viewBar = nullptr;
     QSplitter *m_splitter = nullptr;
+    QStackedWidget *m_centre = nullptr; ///< the map, or what to do without a project
     brannock::TubesheetMap *m_map = nullptr;
     SidePanel *m_side = nullptr;
     QMenu *m_mapMenu = nullptr;

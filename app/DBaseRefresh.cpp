@@ -174,8 +174,8 @@ QStringList DBase::tipLines(int tube) const
         if (!fill.shown || fill.symbol != sg.symbol(tube) || fill.colour != sg.colour(tube))
             continue;
         const auto marks = [&](qint32 other) {
-            return other == tube || (fill.allSections && sg[other].address.row == address.row &&
-                                     sg[other].address.col == address.col);
+            return other == tube ||
+                   (fill.allSections && sg[other].address.row == address.row && sg[other].address.col == address.col);
         };
         if (std::any_of(fill.tubes.begin(), fill.tubes.end(), marks))
             return {fill.typeKey + u": "_s + fill.label.trimmed()};

@@ -8,7 +8,11 @@ using namespace Qt::StringLiterals;
 
 namespace app {
 
-RecentMenus::RecentMenus(CommandActions &actions, QObject *parent) : QObject(parent), m_actions(actions) {}
+RecentMenus::RecentMenus(CommandActions &actions, QObject *parent)
+    : QObject(parent)
+    , m_actions(actions)
+{
+}
 
 void RecentMenus::fill(int placeholder, int last, const QList<Entry> &entries)
 {

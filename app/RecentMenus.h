@@ -3,15 +3,16 @@
 
 namespace app {
 
-/// The three submenus of recent files: a placeholder while a list is empty, else its entries under the numbers after the
-/// placeholder's. Entries whose file is gone are greyed, with the path in their tip.
+/// The three submenus of recent files: a placeholder while a list is empty, else its entries under the numbers after
+/// the placeholder's. Entries whose file is gone are greyed, with the path in their tip.
 class RecentMenus : public QObject
 {
     Q_OBJECT
 public:
     RecentMenus(CommandActions &actions, QObject *parent);
 
-    struct Entry {
+    struct Entry
+    {
         QString text; ///< as listed
         QString path; ///< of the machine
     };

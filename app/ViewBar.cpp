@@ -10,7 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace app {
 
-ViewBar::ViewBar(CommandActions &actions, QWidget *parent) : QToolBar(u"View"_s, parent)
+ViewBar::ViewBar(CommandActions &actions, QWidget *parent)
+    : QToolBar(u"View"_s, parent)
 {
     setObjectName(u"viewBar"_s);
     setMovable(false);

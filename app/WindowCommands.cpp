@@ -212,8 +212,8 @@ void WindowCommands::startComponentMaker()
 void WindowCommands::createShortcut()
 {
     try {
-        const QString path = createDesktopShortcut(
-            QStandardPaths::writableLocation(QStandardPaths::DesktopLocation), QCoreApplication::applicationFilePath());
+        const QString path = createDesktopShortcut(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
+                                                   QCoreApplication::applicationFilePath());
         m_session.prompts().status(messages::kShortcutCreated, QDir::toNativeSeparators(path));
     } catch (const tarnwick::Error &error) {
         m_session.prompts().error(messages::kShortcutFailed, error.text());

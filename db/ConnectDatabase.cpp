@@ -3,6 +3,7 @@
 #include "Errors.h"
 #include "Messages.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <tarnwick/Paths.h>
 
