@@ -1,0 +1,62 @@
+#include "PanelTexts.h"
+
+#include <tarnwick/Format.h>
+
+#include <QDir>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+using tarnwick::format;
+
+QString statusPanelText(const ellery::SteamGen &steamGen)
+{
+    return format(u"Tube Count  : %6D\n", steamGen.numTube()) + format(u"Symbol Count: %6D\n", steamGen.symbolCount()) +
+           format(u"Open Tubes  : %6D\n", steamGen.openCount()) +
+           format(u"Selected    : %6D\n", steamGen.selectedCount());
+}
+
+QString databaseText(const brannock::Project &project, const DatabaseStatus &database)
+{
+    if (database.path.isEmpty())
+        return u"<none>"_s;
+    const tarnwick::SuitePath path = tarnwick::SuitePath::fromMachine(database.path, project.roots());
+    QString text = path.relativeTo(u"arvo"_s);
+    if (!database.updatable)
+        text += u" READ ONLY"_s;
+    return text;
+}
+
+QString projectPanelText(const brannock::Project &project, const QString &mapName, const DatabaseStatus &database)
+{
+    return format(u"Site Code: %S\n", project.site.siteCode) + format(u"Component: %S\n", project.site.compCode) +
+           format(u"Model    : %S\n", project.steamGen.modelName) + format(u"Outage   : %S\n", project.outageName()) +
+           format(u"Map Name : %S\n", mapName) + format(u"Database : %S", databaseText(project, database));
+}
+
+QString selectionText(const ellery::SteamGen &steamGen)
+{
+    return format(u"%D of %D selected", steamGen.selectedCount(), steamGen.numTube());
+}
+
+QString projectInfoText(const brannock::Project &project, const DatabaseStatus &database)
+{
+    QStringList lines{
+        format(u"Project   : %S", project.name),
+        format(u"Folder    : %S", QDir::toNativeSeparators(project.folder)),
+        format(u"Site      : %S %S", project.site.siteCode, project.site.siteName),
+        format(u"Unit      : %S", project.site.unit),
+        format(u"Component : %S %S", project.site.compCode, project.site.compName),
+        format(u"Model     : %S (%D tubes)", project.steamGen.modelName, project.steamGen.numTube()),
+        format(u"Database  : %S", databaseText(project, database)),
+        QString(),
+    };
+    for (const brannock::Project::Outage &outage : project.outages) {
+        const QString mark = outage.name == project.outageName() ? u" (current)"_s : QString();
+        lines.append(format(u"Outage    : %S  %{%m/%d/%Y}t%S", outage.name, outage.date, mark));
+    }
+    return lines.join(u'\n');
+}
+
+} // namespace app

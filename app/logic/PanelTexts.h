@@ -1,0 +1,28 @@
+#pragma once
+#include <brannock/Project.h>
+
+namespace app {
+
+/// The counts of the map: four lines, each a label and a count six wide.
+QString statusPanelText(const ellery::SteamGen &steamGen);
+/// The widest the status panel gets; its size is measured on it.
+inline constexpr const char16_t *kStatusPanelSample = u"Symbol Count: 000000\n\n\n\n\n";
+
+/// Of the connected database; path empty when there is none.
+struct DatabaseStatus
+{
+    QString path; ///< of the machine
+    bool updatable = false;
+};
+
+/// The database's path relative to the project's arvo folder, whole when it lies elsewhere, "<none>" without one; with
+/// "READ ONLY" behind it when it cannot be updated.
+QString databaseText(const brannock::Project &project, const DatabaseStatus &database);
+/// Site, component, model, outage, map and database: six lines.
+QString projectPanelText(const brannock::Project &project, const QString &mapName, const DatabaseStatus &database);
+/// What the status line says of the selection.
+QString selectionText(const ellery::SteamGen &steamGen);
+/// What "Project Info" shows.
+QString projectInfoText(const brannock::Project &project, const DatabaseStatus &database);
+
+} // namespace app

@@ -1,0 +1,160 @@
+#include "SelectionCommands.h"
+
+#include "Commands.h"
+
+#include <ellery/TubeGrid.h>
+
+#include <algorithm>
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+namespace {
+
+/// Neighbours are a pitch apart; a little more, for positions that were rounded, and less than the next ring of tubes,
+/// which is 1.41 pitches away in a square pattern.
+constexpr double kNeighbourDistance = 1.2;
+
+using Rule = std::function<bool(int)>;
+
+void selectWhere(ellery::SteamGen &steamGen, bool selected, const Rule &rule)
+{
+    for (int tube = 0; tube < steamGen.numTube(); ++tube) {
+        if (rule(tube))
+            steamGen.setSelected(tube, selected);
+    }
+}
+
+/// The selecting twin of a deselecting command.
+int selecting(int command)
+{
+    switch (command) {
+    case DeselectAllTubes:
+        return SelectAllTubes;
+    case DeselectAllSymbols:
+        return SelectAllSymbols;
+    case DeselectSymbol:
+        return SelectSymbol;
+    case DeselectOpenTubes:
+        return SelectOpenTubes;
+    case DeselectSection:
+        return SelectSection;
+    case DeselectGroup:
+        return SelectGroup;
+    case DeselectRow:
+        return SelectRow;
+    case DeselectPeriph:
+        return SelectPeriph;
+    default:
+        return command;
+    }
+}
+
+QString ruleName(int command)
+{
+    switch (selecting(command)) {
+    case SelectAllTubes:
+        return u"All Tubes"_s;
+    case SelectAllSymbols:
+        return u"All Symbols"_s;
+    case SelectSymbol:
+        return u"Symbol"_s;
+    case SelectOpenTubes:
+        return u"Open Tubes"_s;
+    case SelectSection:
+        return u"Section"_s;
+    case SelectGroup:
+        return u"Group"_s;
+    case SelectRow:
+        return u"Row"_s;
+    default:
+        return u"Periph"_s;
+    }
+}
+
+/// Rules of the whole map; empty for one that needs the tube pointed at.
+Rule mapRule(int command, const ellery::SteamGen &steamGen)
+{
+    switch (selecting(command)) {
+    case SelectAllTubes:
+        return [](int) { return true; };
+    case SelectAllSymbols:
+        return [&steamGen](int tube) { return !steamGen.isOpen(tube); };
+    case SelectOpenTubes:
+        return [&steamGen](int tube) { return steamGen.isOpen(tube); };
+    case SelectPeriph:
+        return [&steamGen](int tube) { return steamGen[tube].periphery; };
+    default:
+        return {};
+    }
+}
+
+Rule pointedRule(int command, const ellery::SteamGen &steamGen, int pointed)
+{
+    const ellery::TubeAddress address = steamGen[pointed].address;
+    switch (selecting(command)) {
+    case SelectSymbol:
+        return [&steamGen, pointed](int tube) {
+            return !steamGen.isOpen(pointed) && steamGen.symbol(tube) == steamGen.symbol(pointed);
+        };
+    case SelectSection:
+        return [&steamGen, address](int tube) { return steamGen[tube].address.sec == address.sec; };
+    case SelectRow:
+        return [&steamGen, address](int tube) {
+            return steamGen[tube].address.row == address.row && steamGen[tube].address.sec == address.sec;
+        };
+    case SelectGroup: {
+        const QList<qint32> group = connectedGroup(steamGen, pointed);
+        return [group](int tube) { return std::binary_search(group.begin(), group.end(), tube); };
+    }
+    default:
+        return [](int) { return false; };
+    }
+}
+
+} // namespace
+
+bool isSelectionCommand(int command)
+{
+    return command >= SelectAllTubes && command <= DeselectPeriph;
+}
+
+QString selectionLabel(int command)
+{
+    return (selecting(command) == command ? u"Select "_s : u"Deselect "_s) + ruleName(command);
+}
+
+void applySelection(int command, ellery::SteamGen &steamGen, int pointed)
+{
+    const bool selected = selecting(command) == command;
+    if (const Rule rule = mapRule(command, steamGen))
+        selectWhere(steamGen, selected, rule);
+    else if (pointed >= 0)
+        selectWhere(steamGen, selected, pointedRule(command, steamGen, pointed));
+}
+
+QList<qint32> connectedGroup(const ellery::SteamGen &steamGen, int tube)
+{
+    const ellery::TubeGrid grid(steamGen.tubes());
+    const double reach = grid.spacing() * kNeighbourDistance;
+    const int section = steamGen[tube].address.sec;
+    std::vector<bool> seen(size_t(steamGen.numTube()));
+    QList<qint32> group{tube};
+    seen[size_t(tube)] = true;
+    for (qsizetype i = 0; i < group.size(); ++i) {
+        const ellery::Tube &centre = steamGen[group[i]];
+        for (const qint32 near : grid.within(double(centre.x), double(centre.y), reach)) {
+            if (seen[size_t(near)] || steamGen[near].address.sec != section ||
+                steamGen.symbol(near) != steamGen.symbol(tube))
+                continue;
+            seen[size_t(near)] = true;
+            group.append(near);
+        }
+    }
+    std::sort(group.begin(), group.end());
+    return group;
+}
+
+} // namespace app

@@ -1,0 +1,18 @@
+#pragma once
+#include <ellery/SteamGen.h>
+
+namespace app {
+
+/// The commands that select or deselect tubes by a rule (36 to 51).
+bool isSelectionCommand(int command);
+/// What Undo calls it: "Select Row".
+QString selectionLabel(int command);
+/// Carries it out. pointed is the tube that the pop-up menu was opened on, -1 without one; the commands that need it
+/// then do nothing.
+void applySelection(int command, ellery::SteamGen &steamGen, int pointed);
+
+/// The tubes that hang together with a tube by neighbours (a pitch apart, in the same section) that look like it: all
+/// with its symbol, or all open. Ascending.
+QList<qint32> connectedGroup(const ellery::SteamGen &steamGen, int tube);
+
+} // namespace app

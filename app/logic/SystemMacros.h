@@ -1,0 +1,12 @@
+#pragma once
+#include "PanelTexts.h"
+
+#include <tarnwick/JMacro.h>
+
+namespace app {
+
+/// The macros that the program itself defines, as they stand now: sorted. Those of a query are empty here and filled by
+/// who runs one.
+tarnwick::JMacro systemMacros(const brannock::Project &project, const QString &mapFile, const DatabaseStatus &database);
+
+} // namespace app

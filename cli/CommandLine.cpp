@@ -1,0 +1,74 @@
+#include "CommandLine.h"
+
+#include "CommandTable.h"
+#include "Console.h"
+
+#include <dao/values/DaoException.h>
+#include <tarnwick/Error.h>
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+
+int runHelp(const Arguments &arguments)
+{
+    arguments.atMost(1);
+    if (arguments.positional().isEmpty()) {
+        print(helpOverview());
+        return Done;
+    }
+    const QString name = arguments.positional().first();
+    const Command *command = findCommand(name);
+    if (!command)
+        throw UsageError(u"There is no command \""_s + name + u"\"."_s);
+    print(helpOf(*command));
+    return Done;
+}
+
+namespace {
+
+int runGuarded(const Command &command, const QStringList &arguments)
+{
+    try {
+        const int status = command.run(Arguments(arguments, command.options));
+        flushOutput();
+        return status;
+    } catch (const UsageError &error) {
+        printError(error.text() + u"\nUsage: arvo-cli "_s + QStringView(command.name) + u' ' +
+                   QStringView(command.usage) + u'\n');
+        return WrongUsage;
+    } catch (const tarnwick::Error &error) {
+        printError(u"error: "_s + error.text() + u'\n');
+    } catch (const dao::DaoException &error) {
+        printError(u"error: [%1] %2 %3\n"_s.arg(error.number()).arg(error.source(), error.description()));
+    } catch (const tarnwick::Cancelled &) {
+        printError(u"Cancelled; nothing was changed.\n");
+    } catch (const dao::DaoCancelled &) {
+        printError(u"Cancelled; nothing was changed.\n");
+    }
+    return Failed;
+}
+
+} // namespace
+
+int runCommandLine(const QStringList &arguments)
+{
+    if (arguments.isEmpty()) {
+        printError(helpOverview());
+        return WrongUsage;
+    }
+    QString name = arguments.first();
+    QStringList rest = arguments.mid(1);
+    if (name == "--help"_L1 || name == "-h"_L1)
+        name = u"help"_s;
+    const Command *command = findCommand(name);
+    if (!command) {
+        printError(u"There is no command \""_s + name + u"\". \"arvo-cli help\" lists them.\n"_s);
+        return WrongUsage;
+    }
+    if (rest.contains(u"--help"_s))
+        rest = {name}, command = findCommand(u"help");
+    return runGuarded(*command, rest);
+}
+
+} // namespace cli

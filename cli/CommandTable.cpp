@@ -1,0 +1,131 @@
+#include "CommandTable.h"
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Options that several commands share.
+constexpr OptionSpec kYes{u"yes", nullptr, u"answer every question with Yes (OK)"};
+constexpr OptionSpec kNo{u"no", nullptr, u"answer every question with No"};
+constexpr OptionSpec kAnswers{u"answers", u"LIST",
+                              u"answer the questions in order: yes, no or cancel, separated by commas; "
+                              u"the last one goes for all that follow"};
+constexpr OptionSpec kVerbose{u"verbose", nullptr, u"print questions, answers and status lines"};
+constexpr OptionSpec kDatabase{u"database", u"FILE", u"use this database instead of the project's own"};
+
+constexpr OptionSpec kCreateOptions[] = {
+    {u"format", u"YEAR", u"1997, 2000 or 2002: the format year that the file remembers (2002)"}};
+
+constexpr OptionSpec kDemoOptions[] = {
+    {u"kind", u"KIND", u"recirculating (U-bend, the default) or once-through"},
+    {u"tubes", u"N", u"number of tubes, about"},
+    {u"entries", u"N", u"number of report entries over all outages, about"},
+    {u"outages", u"N", u"number of outages (3)"},
+    {u"sections", u"N", u"number of sections of the tubesheet (none; 4 in a once-through component)"},
+    {u"seed", u"S", u"another seed gives another project of the same kind (1)"}};
+
+constexpr OptionSpec kConvertOptions[] = {
+    {u"spec", u"FMT", u"the conversion spec (report_formats\\default.fmt of the project)"},
+    {u"cal", u"N", u"cal number for entries that carry none, when the file name gives none (1)"},
+    {u"sec", u"N", u"section for entries that carry none (0)"},
+    {u"analyst", u"ID", u"analyst for entries that carry none"},
+    {u"operator", u"ID", u"operator for entries that carry none"},
+    {u"probe", u"TYPE", u"probe for entries that carry none"},
+    {u"sn", u"TEXT", u"probe serial number for entries that carry none"},
+    {u"oper-type", u"TYPE", u"operation type for entries that carry none (PRI)"},
+    kYes,
+    kNo,
+    kAnswers,
+    kVerbose};
+
+constexpr OptionSpec kUploadOptions[] = {kDatabase, kYes, kNo, kAnswers, kVerbose};
+
+constexpr OptionSpec kSqlOptions[] = {
+    {u"format", u"FORM", u"table (the default), csv or json"},
+    {u"param", u"NAME=VALUE", u"the value of a parameter; may be repeated", true},
+    {u"file", u"F", u"run the statements of a file, each ended by a semicolon at the end of a line"},
+    kDatabase};
+
+constexpr OptionSpec kMapOptions[] = {
+    {u"query", u"FILE.qry", u"mark the tubes of this query; may be repeated, later ones show over earlier ones", true},
+    {u"param", u"NAME=VALUE", u"the value of a query's parameter; may be repeated", true},
+    {u"out", u"FILE", u"the picture: .png, .bmp, .svg or .pdf"},
+    {u"size", u"WxH", u"size of a .png or .bmp in pixels (1600x1200)"},
+    {u"title", u"TEXT", u"a title above the map"},
+    {u"flip", u"AXES", u"h, v or hv: flip horizontally, vertically, or both"},
+    kDatabase,
+    kYes,
+    kNo,
+    kAnswers,
+    kVerbose};
+
+constexpr Command kCommands[] = {
+    {u"create", u"DB [--format YEAR]", u"make an empty database with the schema",
+     u"An existing file is left alone and is an error.", kCreateOptions, runCreate},
+    {u"demo", u"DIR [options]", u"make a demo project",
+     u"The same options and seed give the same files. DIR must not exist, or be empty.", kDemoOptions, runDemo},
+    {u"convert", u"DIR TEXT... [options]", u"convert foreign text reports into report files",
+     u"Each text becomes reports/CAL_TYPE.rep of the project. A report that exists is overwritten only with --yes.",
+     kConvertOptions, runConvert},
+    {u"upload", u"DIR REP... [options]", u"store report files in table report",
+     u"Makes the project's database when it is missing. Each file goes in whole or not at all; the first failure ends "
+     u"the command. Questions come in this order for each file: unknown tubes (yes uploads them, no skips them), a cal "
+     u"that "
+     u"is there already (yes deletes its old rows, after a second question; no adds), another site or component.",
+     kUploadOptions, runUpload},
+    {u"sql", u"DIR STATEMENT [options]", u"run Access SQL and print the rows",
+     u"DIR is a project folder or a database file. Rows go to the standard output, for a statement without rows the "
+     u"number "
+     u"of rows affected. A parameter without a value is an error. With --file all statements run in one transaction.",
+     kSqlOptions, runSql},
+    {u"map", u"DIR --query FILE.qry --out FILE [options]", u"paint the tubesheet with the tubes of queries marked",
+     u"Prints the legend: symbol, type, description, tubes and hits of each entry.", kMapOptions, runMap},
+    {u"help", u"[COMMAND]", u"explain the commands", u"", {}, runHelp},
+};
+
+} // namespace
+
+std::span<const Command> commands()
+{
+    return kCommands;
+}
+
+const Command *findCommand(QStringView name)
+{
+    for (const Command &command : kCommands)
+        if (name == QStringView(command.name))
+            return &command;
+    return nullptr;
+}
+
+QString helpOverview()
+{
+    QString text = u"arvo-cli: the work of ARVO without a window\n\nUsage: arvo-cli COMMAND ARGUMENT...\n\n"_s;
+    for (const Command &command : kCommands)
+        text += u"  %1%2\n"_s.arg(QStringView(command.name), -10).arg(QStringView(command.summary));
+    text += u"\nDIR is a project's folder; most commands take a database file in its place."
+            u"\n\"arvo-cli help COMMAND\" explains one."
+            u"\nExit status: 0 done, 1 failed (the reason is on the standard error stream), 2 wrong usage.\n"_s;
+    return text;
+}
+
+QString helpOf(const Command &command)
+{
+    QString text = u"Usage: arvo-cli %1 %2\n\n%3\n"_s.arg(QStringView(command.name), QStringView(command.usage),
+                                                          QStringView(command.summary));
+    if (*command.details)
+        text += u'\n' + QStringView(command.details) + u'\n';
+    if (!command.options.empty())
+        text += u'\n';
+    for (const OptionSpec &option : command.options) {
+        QString left = u"  --"_s + QStringView(option.name);
+        if (option.placeholder)
+            left += u' ' + QStringView(option.placeholder);
+        text += left.leftJustified(24) + u' ' + QStringView(option.help) + u'\n';
+    }
+    return text;
+}
+
+} // namespace cli

@@ -1,0 +1,35 @@
+#pragma once
+#include "Arguments.h"
+
+#include <QString>
+#include <span>
+
+namespace cli {
+
+/// One command of arvo-cli: everything that parsing, help and running need.
+struct Command
+{
+    const char16_t *name;
+    const char16_t *usage;   ///< the arguments after the name
+    const char16_t *summary; ///< one line
+    const char16_t *details; ///< what the user must know beyond the options
+    std::span<const OptionSpec> options;
+    int (*run)(const Arguments &arguments);
+};
+
+std::span<const Command> commands();
+const Command *findCommand(QStringView name);
+
+QString helpOverview();
+QString helpOf(const Command &command);
+
+// The commands, each in a file of its own.
+int runCreate(const Arguments &arguments);
+int runConvert(const Arguments &arguments);
+int runDemo(const Arguments &arguments);
+int runMap(const Arguments &arguments);
+int runSql(const Arguments &arguments);
+int runUpload(const Arguments &arguments);
+int runHelp(const Arguments &arguments);
+
+} // namespace cli

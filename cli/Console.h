@@ -1,0 +1,55 @@
+#pragma once
+#include <QString>
+#include <tarnwick/Progress.h>
+#include <tarnwick/Prompts.h>
+
+#include <cstdio>
+
+namespace cli {
+
+/// UTF-8 to the standard streams. A closed or full output is an error, never silence.
+void print(QStringView text);
+void printBytes(const QByteArray &bytes);
+void printError(QStringView text);
+/// Throws tarnwick::Error when something of the output was lost.
+void flushOutput();
+
+/// The prompts of the command line: status lines and information go to standard error when --verbose asks for them,
+/// errors always; questions are answered from the command's flags, never by waiting.
+class ConsolePrompts : public tarnwick::UserPrompts
+{
+public:
+    /// answers: given in order, the last one for all further questions; none: every question is answered Cancel, or No
+    /// where there is no Cancel, and is shown as the reason of the failure.
+    explicit ConsolePrompts(const QList<tarnwick::Answer> &answers = {}, bool verbose = false);
+
+    void showError(int severity, int number, const QString &text) override;
+    void showInformation(const QString &text) override;
+    tarnwick::Answer ask(tarnwick::Buttons buttons, const QString &text, int number) override;
+    void showStatus(const QString &text) override;
+
+    bool errorShown() const { return m_errorShown; }
+    const QString &lastStatus() const { return m_lastStatus; }
+
+private:
+    QList<tarnwick::Answer> m_answers;
+    bool m_verbose;
+    bool m_errorShown = false;
+    QString m_lastStatus;
+};
+
+/// Writes progress to standard error when that is a terminal. Ctrl+C stops the work at its next look.
+class ConsoleProgress : public tarnwick::Progress
+{
+public:
+    ConsoleProgress();
+    ~ConsoleProgress() override;
+    void report(qint64 done, qint64 total, const QString &what) override;
+    bool cancelled() override;
+
+private:
+    bool m_shows;
+    bool m_shown = false;
+};
+
+} // namespace cli

@@ -1,0 +1,195 @@
+#include "LocationRules.h"
+
+#include <cmath>
+
+namespace conversion {
+
+namespace {
+
+bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+bool isLandmarkCharacter(QChar c)
+{
+    return isDigit(c) || (c >= u'A' && c <= u'Z');
+}
+
+// Walks through a text as a scan format does: each step takes what fits at the place and says whether anything did.
+class Scanner
+{
+public:
+    explicit Scanner(QStringView text)
+        : m_text(text)
+    {
+    }
+
+    // %[A-Z0-9]
+    bool landmark(QString &name)
+    {
+        const qsizetype start = m_at;
+        while (m_at < m_text.size() && isLandmarkCharacter(m_text[m_at]))
+            ++m_at;
+        name = m_text.sliced(start, m_at - start).toString();
+        return m_at > start;
+    }
+    // %[0-9]
+    bool digits()
+    {
+        const qsizetype start = m_at;
+        while (m_at < m_text.size() && isDigit(m_text[m_at]))
+            ++m_at;
+        return m_at > start;
+    }
+    // %*[ ]
+    bool blanks()
+    {
+        const qsizetype start = m_at;
+        while (m_at < m_text.size() && m_text[m_at] == u' ')
+            ++m_at;
+        return m_at > start;
+    }
+    // %[+-]: a run of signs, of which only a single minus negates
+    bool sign(bool &negative)
+    {
+        const qsizetype start = m_at;
+        while (m_at < m_text.size() && (m_text[m_at] == u'+' || m_text[m_at] == u'-'))
+            ++m_at;
+        negative = m_at - start == 1 && m_text[start] == u'-';
+        return m_at > start;
+    }
+    bool literal(QChar c)
+    {
+        if (m_at >= m_text.size() || m_text[m_at] != c)
+            return false;
+        ++m_at;
+        return true;
+    }
+    // a blank in the format: any white space, also none
+    void space()
+    {
+        while (m_at < m_text.size() && m_text[m_at].isSpace())
+            ++m_at;
+    }
+    // %f
+    bool number(float &value)
+    {
+        qsizetype length = 0;
+        value = float(leadingNumber(m_text.sliced(m_at), &length));
+        m_at += length;
+        return length > 0 && std::isfinite(value);
+    }
+
+    bool signedPlace(brannock::TubeLoc &place)
+    {
+        bool negative = false;
+        if (!landmark(place.landmark) || !blanks() || !sign(negative) || !number(place.offset))
+            return false;
+        if (negative)
+            place.offset = -place.offset;
+        return true;
+    }
+    bool place(brannock::TubeLoc &place)
+    {
+        if (!landmark(place.landmark))
+            return false;
+        space();
+        return number(place.offset);
+    }
+
+private:
+    QStringView m_text;
+    qsizetype m_at = 0;
+};
+
+} // namespace
+
+double leadingNumber(QStringView text, qsizetype *length)
+{
+    qsizetype i = 0;
+    const auto skipDigits = [&] {
+        const qsizetype start = i;
+        while (i < text.size() && isDigit(text[i]))
+            ++i;
+        return i - start;
+    };
+    while (i < text.size() && text[i].isSpace())
+        ++i;
+    const qsizetype start = i;
+    if (i < text.size() && (text[i] == u'+' || text[i] == u'-'))
+        ++i;
+    qsizetype digits = skipDigits();
+    if (i < text.size() && text[i] == u'.') {
+        ++i;
+        digits += skipDigits();
+    }
+    if (length)
+        *length = digits > 0 ? i : 0;
+    if (digits == 0)
+        return 0;
+    const qsizetype mantissaEnd = i;
+    if (i < text.size() && (text[i] == u'e' || text[i] == u'E')) {
+        ++i;
+        if (i < text.size() && (text[i] == u'+' || text[i] == u'-'))
+            ++i;
+        if (skipDigits() == 0)
+            i = mantissaEnd; // "1E" is a 1 and a letter
+    }
+    if (length)
+        *length = i;
+    return text.sliced(start, i - start).toDouble();
+}
+
+LocationText parseLocation(QStringView text)
+{
+    text = text.trimmed();
+    LocationText result;
+
+    Scanner signedStretch(text);
+    if (signedStretch.signedPlace(result.from) && signedStretch.blanks() && signedStretch.signedPlace(result.to))
+        return result;
+    result = {};
+
+    Scanner stretch(text);
+    if (stretch.place(result.from)) {
+        stretch.space();
+        if (stretch.place(result.to))
+            return result;
+    }
+    result = {};
+
+    Scanner signedPlace(text);
+    if (signedPlace.signedPlace(result.location))
+        return result;
+    result = {};
+
+    Scanner range(text);
+    if (range.digits() && range.literal(u'-') && range.digits()) {
+        result.location.landmark = text.toString();
+        return result;
+    }
+
+    Scanner place(text);
+    if (place.place(result.location))
+        return result;
+    result = {};
+    result.location.landmark = text.toString();
+    return result;
+}
+
+ExtentText parseExtent(QStringView text)
+{
+    qsizetype i = 0;
+    const auto word = [&] {
+        while (i < text.size() && text[i].isSpace())
+            ++i;
+        const qsizetype start = i;
+        while (i < text.size() && !text[i].isSpace())
+            ++i;
+        return text.sliced(start, i - start).toString();
+    };
+    const QString begin = word();
+    return {begin, word()};
+}
+
+} // namespace conversion

@@ -1,0 +1,30 @@
+#include "Remarks.h"
+
+#include <QDir>
+
+namespace conversion {
+
+using namespace Qt::StringLiterals;
+
+QString Remark::toString() const
+{
+    const QString name = QDir::toNativeSeparators(file);
+    if (line == 0)
+        return u"%1: %2"_s.arg(name, text);
+    return u"%1, line %2: %3"_s.arg(name, QString::number(line), text);
+}
+
+void Remarks::clear()
+{
+    m_kept.clear();
+    m_count = 0;
+}
+
+void Remarks::add(const QString &file, int line, const QString &text)
+{
+    ++m_count;
+    if (m_kept.size() < kMostKept)
+        m_kept.append({file, line, text});
+}
+
+} // namespace conversion

@@ -1,0 +1,36 @@
+#pragma once
+#include <QList>
+#include <QString>
+
+namespace conversion {
+
+/// Something in a text that the reader of the report should look at. It changes nothing in what was converted.
+struct Remark
+{
+    QString file;
+    int line = 0; ///< from 1; 0: the file as a whole
+    QString text;
+
+    /// "file, line 12: text"
+    QString toString() const;
+};
+
+/// The remarks of one conversion. Beyond a number they are counted only: a text read with the wrong spec has one on
+/// every line.
+class Remarks
+{
+public:
+    static constexpr int kMostKept = 1000;
+
+    void clear();
+    void add(const QString &file, int line, const QString &text);
+    const QList<Remark> &kept() const { return m_kept; }
+    int count() const { return m_count; }
+    bool isEmpty() const { return m_count == 0; }
+
+private:
+    QList<Remark> m_kept;
+    int m_count = 0;
+};
+
+} // namespace conversion

@@ -1,0 +1,55 @@
+#include "ReportConvOptions.h"
+
+#include "ReportConvSpec.h"
+
+namespace conversion {
+
+using namespace Qt::StringLiterals;
+using tarnwick::JTablePrintArg;
+
+ReportConvOptions::ReportConvOptions()
+    : OptionFile(u"config\\arvo\\report_conv.opt"_s, u"ConvertReport Options"_s, 1)
+{
+    ReportConvOptions::resetToDefaults();
+}
+
+void ReportConvOptions::resetToDefaults()
+{
+    specFile = QString::fromUtf16(ReportConvSpec::kDefaultPath);
+    reportsFolder = u".\\reports"_s;
+    printArgs = {};
+    printArgs.sections[JTablePrintArg::ReportHeader].text = u"[DATE]"_s;
+    printArgs.sections[JTablePrintArg::PageFooter].text = u"Page [CUR_PAGE] of [NUM_PAGE]"_s;
+    printArgs.sections[JTablePrintArg::ReportFooter].text =
+        u"Analyst ____________________________________________________"_s;
+    sourceColumns = 80;
+    reportLines = 12;
+    extraFields = 0;
+    fontSize = 9;
+    highlightFields = true;
+    prompts = {};
+    fileFilterIndex = 0;
+}
+
+void ReportConvOptions::serializeBody(tarnwick::JFile &file, int /*version*/)
+{
+    file.serialize(specFile);
+    file.serialize(reportsFolder);
+    printArgs.serialize(file);
+    file.serialize(sourceColumns);
+    file.serialize(reportLines);
+    file.serialize(extraFields);
+    file.serialize(fontSize);
+    file.serialize(highlightFields);
+    file.serialize(prompts.cal);
+    file.serialize(prompts.leg);
+    file.serialize(prompts.sec);
+    file.serialize(prompts.analyst);
+    file.serialize(prompts.operatorId);
+    file.serialize(prompts.probe);
+    file.serialize(prompts.serialNumber);
+    file.serialize(prompts.operType);
+    file.serialize(fileFilterIndex);
+}
+
+} // namespace conversion

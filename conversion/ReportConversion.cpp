@@ -1,0 +1,160 @@
+#include "ReportConversion.h"
+
+#include "FieldCutter.h"
+#include "LineConverter.h"
+#include "Messages.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <tarnwick/Format.h>
+#include <tarnwick/StringToValue.h>
+
+namespace conversion {
+
+using namespace Qt::StringLiterals;
+using brannock::ReportEntry;
+
+ReportConversion::ReportConversion(const brannock::Project &project)
+    : m_project(project)
+{
+}
+
+void ReportConversion::convertFile(const QString &machinePath, tarnwick::Progress *progress)
+{
+    TextSource text(machinePath);
+    convert(text, progress);
+    m_text = std::move(text);
+}
+
+void ReportConversion::convertAgain(tarnwick::Progress *progress)
+{
+    convert(m_text, progress);
+}
+
+void ReportConversion::convert(const TextSource &text, tarnwick::Progress *progress)
+{
+    const ConversionPrompts promptsBefore = prompts;
+    const ReportConvSpec specBefore = spec;
+    try {
+        applyFilenameFields(text.path());
+        QList<ReportEntry> entries;
+        QList<int> lines;
+        entries.reserve(text.lineCount());
+        lines.reserve(text.lineCount());
+        Remarks remarks;
+        LineConverter converter(m_project, spec, prompts, remarks, text.path());
+        tarnwick::ProgressLoop loop(progress, text.lineCount(), QFileInfo(text.path()).fileName());
+        for (int i = 0; i < text.lineCount(); ++i) {
+            loop.tick(i);
+            const QStringView line = text.line(i);
+            if (line.isEmpty())
+                continue;
+            entries.append(converter.convert(i + 1, line));
+            lines.append(i + 1);
+        }
+        m_report.clear();
+        m_report.entries = std::move(entries);
+        m_lines = std::move(lines);
+        m_remarks = std::move(remarks);
+    } catch (...) {
+        prompts = promptsBefore;
+        spec.assignSettings(specBefore);
+        throw;
+    }
+}
+
+static QString pathPart(const QFileInfo &file, int part)
+{
+    switch (FilenamePart(part)) {
+    case FilenamePart::Directory:
+        return file.dir().dirName();
+    case FilenamePart::Filename:
+        return file.completeBaseName();
+    case FilenamePart::Extension:
+        return file.suffix();
+    }
+    return {};
+}
+
+void ReportConversion::applyFilenameFields(const QString &machinePath)
+{
+    const QFileInfo file(QFileInfo(machinePath).absoluteFilePath());
+    for (ConvField &field : spec.filenameFields)
+        field.value = cutColumns(pathPart(file, field.part), field.firstColumn, field.lastColumn).toString();
+    for (const ConvField &field : std::as_const(spec.filenameFields)) {
+        switch (FilenameFieldType(field.type)) {
+        case FilenameFieldType::Cal:
+            prompts.cal = tarnwick::leadingInteger(field.value);
+            break;
+        case FilenameFieldType::OperType:
+            prompts.operType = spec.mapOperType(field.value);
+            break;
+        case FilenameFieldType::Analyst:
+            break; // an analyst in the file name sets nothing
+        }
+    }
+}
+
+int ReportConversion::lineOfEntry(int entry) const
+{
+    return entry >= 0 && entry < m_lines.size() ? m_lines[entry] : -1;
+}
+
+int ReportConversion::entryOfLine(int line) const
+{
+    const auto found = std::lower_bound(m_lines.begin(), m_lines.end(), line);
+    return found != m_lines.end() && *found == line ? int(found - m_lines.begin()) : -1;
+}
+
+tarnwick::SuitePath ReportConversion::target() const
+{
+    const QString name = tarnwick::format(u"%05d_%S.rep", prompts.cal, prompts.operType);
+    return tarnwick::SuitePath(u"reports\\"_s + tarnwick::validFileName(name));
+}
+
+void ReportConversion::fillMissing()
+{
+    const tarnwick::JDateTime time = prompts.dateTime.isNull() ? tarnwick::JDateTime::now() : prompts.dateTime;
+    const QString outage = m_project.outageName();
+    const auto isIncomplete = [](const fenwright::UserInfo &user) { return !user.isValid(); };
+    for (ReportEntry &entry : m_report.entries) {
+        if (entry.isHeader())
+            continue;
+        if (entry.calNumber < 0)
+            entry.calNumber = prompts.cal;
+        if (entry.sec < 0)
+            entry.sec = prompts.sec;
+        if (!entry.site.isValid())
+            entry.site = m_project.site;
+        if (entry.outage.isEmpty())
+            entry.outage = outage;
+        if (!entry.probe.isValid()) {
+            entry.probe.type = prompts.probe;
+            entry.probe.serialNumber = prompts.serialNumber;
+        }
+        if (isIncomplete({entry.analystId, {}}))
+            entry.analystId = prompts.analyst;
+        if (isIncomplete({entry.operatorId, {}}))
+            entry.operatorId = prompts.operatorId;
+        if (entry.operType.isEmpty())
+            entry.operType = prompts.operType;
+        if (entry.entryTime.isNull())
+            entry.entryTime = time;
+    }
+}
+
+StoreResult ReportConversion::store(tarnwick::UserPrompts &user)
+{
+    const tarnwick::SuitePath path = target();
+    const QString machinePath = path.machinePath(m_project.roots());
+    if (QFileInfo::exists(machinePath) &&
+        user.question(tarnwick::Buttons::YesNo, messages::kOverwrite, path.text()) != tarnwick::Answer::Yes)
+        return StoreResult::Declined;
+    fillMissing();
+    m_report.storeReport(machinePath, 1);
+    m_report.path = machinePath;
+    user.status(messages::kStored, path.text());
+    return StoreResult::Stored;
+}
+
+} // namespace conversion

@@ -1,0 +1,94 @@
+#include "DatabaseSession.h"
+
+#include "Errors.h"
+#include "Messages.h"
+
+namespace db {
+
+DatabaseSession::DatabaseSession(tarnwick::UserPrompts &prompts)
+    : m_prompts(&prompts)
+    , m_workspace(std::make_unique<dao::Workspace>())
+{
+}
+
+DatabaseSession::~DatabaseSession() = default;
+
+bool DatabaseSession::isOpen() const
+{
+    return m_database && m_database->isOpen();
+}
+
+bool DatabaseSession::isUpdatable() const
+{
+    return isOpen() && m_database->isUpdatable();
+}
+
+QString DatabaseSession::path() const
+{
+    return isOpen() ? m_database->name() : QString();
+}
+
+void DatabaseSession::open(const QString &path, dao::OpenMode mode)
+{
+    close();
+    auto database = std::make_unique<dao::Database>(*m_workspace);
+    database->open(path, mode);
+    m_database = std::move(database);
+}
+
+void DatabaseSession::close()
+{
+    if (!m_database)
+        return;
+    while (m_workspace->transactionDepth() > 0)
+        m_workspace->rollback();
+    m_database->close();
+    m_database.reset();
+    conversion = {};
+}
+
+bool checkConnected(DatabaseSession &session)
+{
+    if (session.isOpen())
+        return true;
+    session.prompts().error(messages::kConnectFirst);
+    return false;
+}
+
+namespace {
+
+template <typename Operation>
+bool onWorkspace(DatabaseSession &session, bool rethrow, const tarnwick::Message &message, Operation operation)
+{
+    try {
+        operation(session.workspace());
+        return true;
+    } catch (const dao::DaoException &exception) {
+        if (rethrow)
+            throw;
+        showDaoError(session.prompts(), exception, message);
+        return false;
+    }
+}
+
+} // namespace
+
+bool beginTrans(DatabaseSession &session, bool rethrow)
+{
+    return onWorkspace(session, rethrow, messages::kBeginTransaction,
+                       [](dao::Workspace &workspace) { workspace.beginTrans(); });
+}
+
+bool commitTrans(DatabaseSession &session, bool rethrow)
+{
+    return onWorkspace(session, rethrow, messages::kCommitTransaction,
+                       [](dao::Workspace &workspace) { workspace.commitTrans(); });
+}
+
+bool rollbackTrans(DatabaseSession &session, bool rethrow)
+{
+    return onWorkspace(session, rethrow, messages::kRollbackTransaction,
+                       [](dao::Workspace &workspace) { workspace.rollback(); });
+}
+
+} // namespace db

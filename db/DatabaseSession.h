@@ -1,0 +1,60 @@
+#pragma once
+#include <dao/Database.h>
+#include <tarnwick/Prompts.h>
+
+#include <memory>
+
+namespace db {
+
+/// Where a conversion of an older database stands. Reset at the start of every pass, so that the question is asked at
+/// most once per connection and its answer governs every later step.
+struct ConversionState
+{
+    int steps = 0; ///< requested so far
+    QString list;  ///< "    %d) %S\n" for each
+    bool asked = false;
+    bool approved = false;
+};
+
+/// The one database of the main window: whether it is open, where it lies, the workspace its transactions run on, and
+/// the state of a conversion in progress. Every operation on the database takes it and calls checkConnected() first.
+class DatabaseSession
+{
+public:
+    explicit DatabaseSession(tarnwick::UserPrompts &prompts);
+    ~DatabaseSession();
+    DatabaseSession(const DatabaseSession &) = delete;
+    DatabaseSession &operator=(const DatabaseSession &) = delete;
+
+    tarnwick::UserPrompts &prompts() const { return *m_prompts; }
+    dao::Workspace &workspace() { return *m_workspace; }
+    /// Only while one is open.
+    dao::Database &database() const { return *m_database; }
+
+    bool isOpen() const;
+    bool isUpdatable() const;
+    QString path() const; ///< machine path, empty when none is open
+
+    /// Opens in place of what is open, which is closed first. Throws dao::DaoException; then none is open.
+    void open(const QString &path, dao::OpenMode mode = dao::OpenMode::Update);
+    /// Rolls back what is not committed. Does nothing when none is open.
+    void close();
+
+    ConversionState conversion;
+
+private:
+    tarnwick::UserPrompts *m_prompts;
+    std::unique_ptr<dao::Workspace> m_workspace;
+    std::unique_ptr<dao::Database> m_database;
+};
+
+/// True when a database is open; otherwise says "Connect to a database first." (1053).
+bool checkConnected(DatabaseSession &session);
+
+/// Transactions on the session's workspace. An engine exception is reported (1054, 1055, 1056) and false returned, or,
+/// with rethrow, passes on unreported.
+bool beginTrans(DatabaseSession &session, bool rethrow = false);
+bool commitTrans(DatabaseSession &session, bool rethrow = false);
+bool rollbackTrans(DatabaseSession &session, bool rethrow = false);
+
+} // namespace db

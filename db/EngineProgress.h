@@ -1,0 +1,34 @@
+#pragma once
+#include <dao/Database.h>
+#include <tarnwick/Progress.h>
+
+namespace db {
+
+/// Lets a progress of the program stop the statements of a database while this object lives.
+class EngineProgress : public dao::Progress
+{
+public:
+    /// progress may be null.
+    EngineProgress(dao::Database &database, tarnwick::Progress *progress)
+        : m_database(&database)
+        , m_progress(progress)
+    {
+        if (m_progress)
+            m_database->setProgress(this);
+    }
+    ~EngineProgress() override
+    {
+        if (m_progress)
+            m_database->setProgress(nullptr);
+    }
+    EngineProgress(const EngineProgress &) = delete;
+    EngineProgress &operator=(const EngineProgress &) = delete;
+
+    bool cancelled() override { return m_progress->cancelled(); }
+
+private:
+    dao::Database *m_database;
+    tarnwick::Progress *m_progress;
+};
+
+} // namespace db

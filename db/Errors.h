@@ -1,0 +1,57 @@
+#pragma once
+#include <dao/values/DaoException.h>
+#include <exception>
+#include <tarnwick/Prompts.h>
+
+namespace db {
+
+/// A failure of the platform's value conversions (a date or currency text that cannot be read), with its status code.
+class OleException : public std::exception
+{
+public:
+    /// The status code of a text that is no value of the wanted type.
+    static constexpr int kTypeMismatch = int(0x80020005u);
+
+    explicit OleException(int statusCode)
+        : m_statusCode(statusCode)
+    {
+    }
+    int statusCode() const { return m_statusCode; }
+    const char *what() const noexcept override { return "value conversion failed"; }
+
+private:
+    int m_statusCode;
+};
+
+/// The full text of a database failure: the message, an empty line, "[code] source description". An exception that is
+/// not the engine's gives the code -1 and "???". Where the engine knows the place in the SQL text, or has a hint, these
+/// stand below on lines of their own.
+QString daoErrorText(const QString &message, const std::exception &exception);
+/// The same for a value conversion: the message, an empty line, "SCODE[code]".
+QString oleErrorText(const QString &message, const OleException &exception);
+
+/// Writes an error text to the program's log (category "arvo.database", information level, off unless the application
+/// or QT_LOGGING_RULES switches it on).
+void logError(const QString &text);
+
+/// Reports a database failure in an error box of severity 3 and in the log.
+template <typename... Args>
+void showDaoError(tarnwick::UserPrompts &prompts, const std::exception &exception, const tarnwick::Message &message,
+                  const Args &...args)
+{
+    const QString text = daoErrorText(tarnwick::format(QStringView(message.text), args...), exception);
+    logError(text);
+    prompts.showError(tarnwick::kErrorSeverity, message.number, text);
+}
+
+/// Reports a failed value conversion the same way.
+template <typename... Args>
+void showOleError(tarnwick::UserPrompts &prompts, const OleException &exception, const tarnwick::Message &message,
+                  const Args &...args)
+{
+    const QString text = oleErrorText(tarnwick::format(QStringView(message.text), args...), exception);
+    logError(text);
+    prompts.showError(tarnwick::kErrorSeverity, message.number, text);
+}
+
+} // namespace db

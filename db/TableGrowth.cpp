@@ -1,0 +1,29 @@
+#include "TableGrowth.h"
+
+namespace db {
+
+using namespace Qt::StringLiterals;
+
+void noteTableGrowth(dao::Database &database, const QString &table, qint64 rowsAdded)
+{
+    constexpr qint64 kEnoughRows = 20'000;
+    const QString analyzedKey = u"RowsAnalyzed."_s + table;
+    const QString addedKey = u"RowsAddedSince."_s + table;
+    if (rowsAdded <= 0)
+        return;
+    try {
+        const qint64 analyzed = database.property(analyzedKey).toLongLong();
+        const qint64 added = database.property(addedKey).toLongLong() + rowsAdded;
+        if (added < std::max(kEnoughRows, analyzed / 2)) {
+            database.setProperty(addedKey, QString::number(added));
+            return;
+        }
+        database.analyze(table);
+        database.setProperty(analyzedKey, QString::number(analyzed + added));
+        database.setProperty(addedKey, u"0"_s);
+    } catch (const dao::DaoException &) {
+        // Statistics only make queries quicker: the rows themselves decide whether the upload succeeds.
+    }
+}
+
+} // namespace db

@@ -1,0 +1,18 @@
+#pragma once
+#include "MapFill.h"
+
+namespace plans {
+
+class QueryFill;
+
+/// OK in a fill's dialog for a new fill: takes the undo checkpoint, labels and computes a copy of the working fill,
+/// adds it with an automatic letter and redraws the map.
+void addNewFill(MapHost &host, const MapFill &working);
+/// OK in a fill's dialog for an entry of the legend: takes the checkpoint, and lets the entry become the working fill,
+/// computed again.
+void changeFill(MapHost &host, int entry, const MapFill &working);
+/// The same for a query that has been mapped already: it is not run again, and takes the symbol that the query had
+/// last, where there is one, in place of an automatic letter.
+void addNewQueryFill(MapHost &host, const QueryFill &mapped);
+
+} // namespace plans

@@ -1,0 +1,101 @@
+#include "ListFill.h"
+
+#include "Messages.h"
+
+#include <tarnwick/Paths.h>
+
+using namespace Qt::StringLiterals;
+
+namespace plans {
+
+namespace {
+
+constexpr int kOwnVersion = 2;
+constexpr int kTubeVersion = 2;
+constexpr int kSmallestTube = 4 + 3 * 2;
+
+} // namespace
+
+void ListFillTube::serialize(tarnwick::JFile &file)
+{
+    const int version = file.version(kTubeVersion);
+    file.serialize(row);
+    file.serialize(col);
+    file.serialize(sec);
+    if (version >= 2) {
+        file.serialize(entryNum);
+        file.serialize(symbol);
+        file.serialize(colour);
+    }
+}
+
+ListFill::ListFill()
+{
+    typeKey = u"LIST FILL"_s;
+}
+
+QString ListFill::className() const
+{
+    return u"ListFill"_s;
+}
+
+void ListFill::serialize(tarnwick::JFile &file, int version)
+{
+    MapFill::serialize(file, version);
+    const int own = file.version(kOwnVersion);
+    file.serialize(parameters.name);
+    file.list(parameters.entries, kSmallestTube, [](tarnwick::JFile &f, ListFillTube &tube) { tube.serialize(f); });
+    if (own >= 2)
+        file.serialize(parameters.description);
+}
+
+bool ListFill::compute(MapHost &host)
+{
+    ellery::SteamGen &steamGen = host.steamGen();
+    steamGen.clearMarks();
+    tubes.clear();
+    fillCount = qint32(parameters.entries.size());
+    bool invalid = false;
+    for (const ListFillTube &entry : std::as_const(parameters.entries)) {
+        const int tube = steamGen.findTube(entry.row, entry.col, entry.sec);
+        if (tube < 0) {
+            invalid = true;
+        } else if (!steamGen.isMarked(tube)) {
+            tubes.append(tube);
+            steamGen.setMarked(tube, true);
+        }
+    }
+    tubes.squeeze();
+    if (invalid)
+        host.prompts().error(messages::kListTubesMissing);
+    return true;
+}
+
+QString ListFill::entryLabel() const
+{
+    return tarnwick::SuitePath(parameters.name).fileName();
+}
+
+QString ListFill::undoLabel() const
+{
+    return u"List Fill"_s;
+}
+
+ListFillOptions::ListFillOptions()
+    : OptionFile(u"config\\arvo\\list_fill.opt"_s, u"ListFill Options"_s, 1)
+{
+}
+
+void ListFillOptions::serializeBody(tarnwick::JFile &file, int)
+{
+    file.serialize(fileFilter);
+    file.serializeByte(fileHasEntryNumbers);
+}
+
+void ListFillOptions::resetToDefaults()
+{
+    fileFilter = 0;
+    fileHasEntryNumbers = false;
+}
+
+} // namespace plans

@@ -1,0 +1,59 @@
+#pragma once
+#include "MapFill.h"
+
+#include <tarnwick/OptionFile.h>
+
+namespace plans {
+
+/// One entry of a tube list.
+struct ListFillTube
+{
+    qint32 entryNum = 0;
+    qint16 row = 0;
+    qint16 col = 0;
+    qint16 sec = 0;
+    char16_t symbol = 0;
+    quint32 colour = 0; ///< 0x00BBGGRR
+
+    void serialize(tarnwick::JFile &file);
+    bool operator==(const ListFillTube &) const = default;
+};
+
+/// The tubes of a list: a text file of tube addresses, or a tube set of the project database.
+class ListFill : public FillKind<ListFill>
+{
+public:
+    struct Parameters
+    {
+        QString name; ///< the file's path relative to "tube_lists", or the tube set's name
+        QList<ListFillTube> entries;
+        QString description;
+        bool operator==(const Parameters &) const = default;
+    };
+    Parameters parameters;
+
+    ListFill();
+    void serialize(tarnwick::JFile &file, int version) override;
+    /// Each tube once, in list order; the fill count is that of the entries. Warns (1079) of tubes that do not exist.
+    bool compute(MapHost &host) override;
+    QString entryLabel() const override;
+    QString undoLabel() const override;
+
+protected:
+    QString className() const override;
+};
+
+/// The dialog's values between runs.
+class ListFillOptions : public tarnwick::OptionFile
+{
+public:
+    ListFillOptions();
+    qint32 fileFilter = 0; ///< index of the file-type filter last used
+    bool fileHasEntryNumbers = false;
+
+protected:
+    void serializeBody(tarnwick::JFile &file, int version) override;
+    void resetToDefaults() override;
+};
+
+} // namespace plans

@@ -1,0 +1,65 @@
+#include "MapFill.h"
+
+using namespace Qt::StringLiterals;
+
+namespace plans {
+
+void MapFill::serialize(tarnwick::JFile &file, int version)
+{
+    file.serialize(shown);
+    file.serialize(symbol);
+    file.serialize(colour);
+    file.serialize(label);
+    file.serialize(tubes);
+    if (version >= 3)
+        file.serialize(fillCount);
+    if (version >= 4)
+        file.serialize(allSections);
+}
+
+void MapFill::readOldFormat(tarnwick::JFile &file)
+{
+    file.fail(u"%1::readOldFormat not implemented"_s.arg(className()));
+}
+
+void MapFill::paint(ellery::SteamGen &steamGen)
+{
+    paintedCount = 0;
+    if (!shown || steamGen.numTube() == 0)
+        return;
+    if (!allSections) {
+        for (const qint32 tube : std::as_const(tubes))
+            paintTube(steamGen, tube);
+        return;
+    }
+    const int sections = steamGen[steamGen.numTube() - 1].address.sec + 1;
+    for (const qint32 tube : std::as_const(tubes)) {
+        const ellery::TubeAddress address = steamGen[tube].address;
+        for (int section = 0; section < sections; ++section) {
+            if (const int found = steamGen.findTube(address.row, address.col, section); found >= 0)
+                paintTube(steamGen, found);
+        }
+    }
+}
+
+void MapFill::paintTube(ellery::SteamGen &steamGen, int tube)
+{
+    if (!steamGen.isOpen(tube))
+        return;
+    steamGen.setSymbol(tube, symbol, colour);
+    ++paintedCount;
+}
+
+int MapFill::dropInvalidTubes(int tubeCount)
+{
+    return int(tubes.removeIf([tubeCount](qint32 tube) { return tube < 0 || tube >= tubeCount; }));
+}
+
+bool MapFill::hasSameFields(const MapFill &other) const
+{
+    return typeKey == other.typeKey && shown == other.shown && symbol == other.symbol && colour == other.colour &&
+           label == other.label && fillCount == other.fillCount && allSections == other.allSections &&
+           tubes == other.tubes;
+}
+
+} // namespace plans

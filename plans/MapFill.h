@@ -1,0 +1,105 @@
+#pragma once
+#include "MapHost.h"
+
+#include <tarnwick/JFile.h>
+
+namespace plans {
+
+/// A legend entry: a rule that picks tubes and marks them with its own symbol and colour. Abstract; one class a kind,
+/// derived through FillKind.
+class MapFill
+{
+public:
+    virtual ~MapFill() = default;
+
+    QString typeKey;   ///< key of the kind, written before the fill in map files
+    bool shown = true; ///< hidden entries are not painted
+    char16_t symbol = u'A';
+    quint32 colour = 0x0000FF; ///< 0x00BBGGRR
+    QString label;             ///< the entry's description in the legend
+    QList<qint32> tubes;       ///< indices into the steam generator's tubes, in the order the fill produced them
+    qint32 fillCount = 0;      ///< tubes (records) of the last computation: TUBES in the legend
+    bool allSections = false;  ///< painting marks the same row and column in every section
+    qint32 paintedCount = 0;   ///< tubes actually painted in the last paint: HITS in the legend; not stored
+
+    /// Entry version written. Older ones lack the flag of all sections, the oldest the fill count too.
+    static constexpr int kVersion = 4;
+    /// The common fields; each kind calls this first and then handles its own.
+    virtual void serialize(tarnwick::JFile &file, int version);
+    /// A deep copy of the same kind.
+    virtual std::unique_ptr<MapFill> clone() const = 0;
+    /// Takes over everything of another fill of the same kind.
+    virtual void assign(const MapFill &other) = 0;
+    /// Whether a user could tell the two apart: what painting counted is left out.
+    virtual bool isSameAs(const MapFill &other) const = 0;
+    /// The legend changed symbol or colour.
+    virtual void symbolChanged(MapHost &) {}
+    /// The kind's parameters from a map file of version 2 or lower. The base refuses by throwing JFileError.
+    virtual void readOldFormat(tarnwick::JFile &file);
+    /// Recomputes the tubes from the parameters and the present state of steam generator and map. False when it could
+    /// not, or found nothing to choose from.
+    virtual bool compute(MapHost &host) = 0;
+
+    /// What the legend calls an entry with these parameters.
+    virtual QString entryLabel() const = 0;
+    /// What Undo calls the making of such an entry.
+    virtual QString undoLabel() const = 0;
+
+    /// Gives every tube without a symbol this entry's, and counts them as painted. Does nothing when hidden.
+    void paint(ellery::SteamGen &steamGen);
+    /// Removes tube indices outside the steam generator; returns how many.
+    int dropInvalidTubes(int tubeCount);
+
+protected:
+    MapFill() = default;
+    MapFill(const MapFill &) = default;
+    MapFill &operator=(const MapFill &) = default;
+    virtual QString className() const = 0;
+    bool hasSameFields(const MapFill &other) const;
+
+private:
+    void paintTube(ellery::SteamGen &steamGen, int tube);
+};
+
+/// What every kind of fill has in common: copying, and comparing its Parameters (a struct with ==).
+template <typename Kind>
+class FillKind : public MapFill
+{
+public:
+    std::unique_ptr<MapFill> clone() const override { return std::make_unique<Kind>(self()); }
+    void assign(const MapFill &other) override { static_cast<Kind &>(*this) = static_cast<const Kind &>(other); }
+    bool isSameAs(const MapFill &other) const override
+    {
+        return hasSameFields(other) && self().parameters == static_cast<const Kind &>(other).parameters;
+    }
+
+private:
+    const Kind &self() const { return static_cast<const Kind &>(*this); }
+};
+
+/// A kind of fill: its key in files, the label of its tool button, and how to make one.
+class MapFillType
+{
+public:
+    virtual ~MapFillType() = default;
+    MapFillType(const MapFillType &) = delete;
+    MapFillType &operator=(const MapFillType &) = delete;
+    virtual std::unique_ptr<MapFill> create() const = 0;
+
+    const QString key;
+    const QString name;
+
+    /// In the order of the tool buttons.
+    static const QList<const MapFillType *> &all();
+    /// Null for a key that no kind has.
+    static const MapFillType *find(QStringView key);
+
+protected:
+    MapFillType(const QString &typeKey, const QString &typeName)
+        : key(typeKey)
+        , name(typeName)
+    {
+    }
+};
+
+} // namespace plans

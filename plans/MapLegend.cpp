@@ -1,0 +1,193 @@
+#include "MapLegend.h"
+
+#include "Messages.h"
+#include "QuerySource.h"
+
+#include <algorithm>
+
+namespace plans {
+
+namespace {
+
+/// Parameters known from the last time are not asked for while the whole map is recomputed.
+class QuietQueries
+{
+public:
+    explicit QuietQueries(QuerySource &source)
+        : m_source(source)
+    {
+        m_source.setQuiet(true);
+    }
+    ~QuietQueries() { m_source.setQuiet(false); }
+    QuietQueries(const QuietQueries &) = delete;
+    QuietQueries &operator=(const QuietQueries &) = delete;
+
+private:
+    QuerySource &m_source;
+};
+
+} // namespace
+
+void MapLegend::setSteamGen(ellery::SteamGen &steamGen)
+{
+    m_entries.clear();
+    m_steamGen = &steamGen;
+    repaint();
+}
+
+int MapLegend::indexOf(const MapFill &fill) const
+{
+    const auto found =
+        std::find_if(m_entries.begin(), m_entries.end(), [&fill](const auto &entry) { return entry.get() == &fill; });
+    return found == m_entries.end() ? -1 : int(found - m_entries.begin());
+}
+
+void MapLegend::notify()
+{
+    if (changed)
+        changed();
+}
+
+void MapLegend::addEntry(std::unique_ptr<MapFill> fill, bool autoSymbol)
+{
+    if (autoSymbol && count() < kAutoSymbols)
+        fill->symbol = char16_t(u'A' + count());
+    m_entries.push_back(std::move(fill));
+    repaint();
+}
+
+void MapLegend::clearTubes(const MapFill &fill)
+{
+    for (const qint32 tube : fill.tubes)
+        m_steamGen->setSymbol(tube, 0, 0);
+}
+
+void MapLegend::deleteEntry(int index)
+{
+    clearTubes(entry(index));
+    m_entries.erase(m_entries.begin() + index);
+    repaint();
+}
+
+void MapLegend::clear()
+{
+    m_entries.clear();
+    repaint();
+}
+
+void MapLegend::moveEntry(int from, int to)
+{
+    to = std::clamp(to, 0, count() - 1);
+    if (from == to)
+        return;
+    const auto begin = m_entries.begin();
+    if (from < to)
+        std::rotate(begin + from, begin + from + 1, begin + to + 1);
+    else
+        std::rotate(begin + to, begin + from, begin + from + 1);
+    repaint();
+}
+
+void MapLegend::setSymbol(int index, char16_t symbol, quint32 colour, MapHost &host)
+{
+    MapFill &fill = entry(index);
+    fill.symbol = symbol;
+    fill.colour = colour;
+    fill.symbolChanged(host);
+    repaint();
+}
+
+void MapLegend::setShown(int index, bool shown)
+{
+    entry(index).shown = shown;
+    repaint();
+}
+
+void MapLegend::setShown(const QList<bool> &shown)
+{
+    for (int i = 0; i < count() && i < shown.size(); ++i)
+        entry(i).shown = shown[i];
+    repaint();
+}
+
+void MapLegend::setLabel(int index, const QString &label)
+{
+    entry(index).label = label;
+    notify();
+}
+
+void MapLegend::setAllSections(int index, bool allSections)
+{
+    entry(index).allSections = allSections;
+    repaint();
+}
+
+void MapLegend::replaceEntry(int index, const MapFill &fill, MapHost &host)
+{
+    MapFill &target = entry(index);
+    clearTubes(target);
+    target.assign(fill);
+    target.label = target.entryLabel();
+    target.compute(host);
+    repaint();
+}
+
+int MapLegend::dropInvalidTubes()
+{
+    int dropped = 0;
+    for (const auto &fill : m_entries)
+        dropped += fill->dropInvalidTubes(m_steamGen->numTube());
+    if (dropped > 0)
+        repaint();
+    return dropped;
+}
+
+void MapLegend::paintAll()
+{
+    m_steamGen->clearSymbols();
+    for (auto fill = m_entries.rbegin(); fill != m_entries.rend(); ++fill)
+        (*fill)->paint(*m_steamGen);
+}
+
+void MapLegend::repaint()
+{
+    paintAll();
+    notify();
+}
+
+void MapLegend::updateAll(MapHost &host)
+{
+    host.undoCheckpoint(QStringLiteral("Update Map"));
+    {
+        const BusyCursor busy(host);
+        const QuietQueries quiet(host.queries());
+        host.prompts().status(messages::kUpdateBegins);
+        m_steamGen->clearSymbols();
+        for (int i = 0; i < count(); ++i) {
+            host.prompts().status(messages::kUpdatingEntry, i + 1, entry(i).label);
+            entry(i).compute(host);
+            entry(i).paint(*m_steamGen);
+        }
+    }
+    repaint();
+    host.redrawMap();
+    host.refreshLegend();
+    host.prompts().status(messages::kUpdateDone);
+}
+
+MapLegend::Entries MapLegend::copyEntries() const
+{
+    Entries copies;
+    copies.reserve(m_entries.size());
+    for (const auto &fill : m_entries)
+        copies.push_back(fill->clone());
+    return copies;
+}
+
+void MapLegend::replaceEntries(Entries entries)
+{
+    m_entries = std::move(entries);
+    repaint();
+}
+
+} // namespace plans

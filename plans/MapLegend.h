@@ -1,0 +1,76 @@
+#pragma once
+#include "MapFill.h"
+
+#include <functional>
+#include <vector>
+
+namespace plans {
+
+/// The ordered legend of fills. Where entries overlap, the later one shows. Logic only: views listen to changed().
+class MapLegend
+{
+public:
+    using Entries = std::vector<std::unique_ptr<MapFill>>;
+
+    /// Entries from here on keep the symbol they came with.
+    static constexpr int kAutoSymbols = 26;
+
+    explicit MapLegend(ellery::SteamGen &steamGen)
+        : m_steamGen(&steamGen)
+    {
+    }
+    /// Another component: the legend is emptied.
+    void setSteamGen(ellery::SteamGen &steamGen);
+
+    int count() const { return int(m_entries.size()); }
+    MapFill &entry(int index) { return *m_entries[size_t(index)]; }
+    const MapFill &entry(int index) const { return *m_entries[size_t(index)]; }
+    /// -1 when the legend does not hold it.
+    int indexOf(const MapFill &fill) const;
+
+    /// With autoSymbol the first 26 entries get the letters "A" to "Z". Appends and repaints.
+    void addEntry(std::unique_ptr<MapFill> fill, bool autoSymbol);
+    /// Clears symbol and colour of its tubes, removes it, repaints.
+    void deleteEntry(int index);
+    void clear();
+    /// to is held within the list.
+    void moveEntry(int from, int to);
+    void setSymbol(int index, char16_t symbol, quint32 colour, MapHost &host);
+    void setShown(int index, bool shown);
+    /// Which entries are painted, one flag an entry, with a single repaint.
+    void setShown(const QList<bool> &shown);
+    void setLabel(int index, const QString &label);
+    void setAllSections(int index, bool allSections);
+    /// Takes over a changed fill of the same kind: its old tubes count as open again, it is computed, the legend
+    /// repainted.
+    void replaceEntry(int index, const MapFill &fill, MapHost &host);
+    /// Removes tube indices the steam generator does not have; returns how many.
+    int dropInvalidTubes();
+    /// Clears all symbols, then paints the entries from the last to the first.
+    void repaint();
+    /// Recomputes every entry in order, each seeing the symbols of those before it, then repaints ("Update Map").
+    void updateAll(MapHost &host);
+
+    /// Deep copies of the entries, and back: for undo and for loads that fail. Replacing repaints.
+    Entries copyEntries() const;
+    void replaceEntries(Entries entries);
+
+    /// A 32-bit count, then each entry: version 4, key, the fill. A failed read, an unknown key among them, throws
+    /// JFileError naming it; the legend is then as before.
+    void serialize(tarnwick::JFile &file);
+    /// The entries of map files of version 1 and 2.
+    void readOldFormat(tarnwick::JFile &file);
+
+    /// Called after every change of the entries or of what was painted.
+    std::function<void()> changed;
+
+private:
+    void clearTubes(const MapFill &fill);
+    void paintAll();
+    void notify();
+
+    ellery::SteamGen *m_steamGen;
+    Entries m_entries;
+};
+
+} // namespace plans

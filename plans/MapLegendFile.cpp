@@ -1,0 +1,83 @@
+#include "MapLegend.h"
+
+using namespace Qt::StringLiterals;
+
+namespace plans {
+
+namespace {
+
+/// Version, key length, and the common fields of an entry without label and tubes.
+constexpr int kSmallestEntry = 4 + 4 + 4 + 2 + 4 + 4 + 4;
+
+std::unique_ptr<MapFill> createFill(tarnwick::JFile &file)
+{
+    QString key;
+    file.serialize(key);
+    const MapFillType *type = MapFillType::find(key);
+    if (!type)
+        file.fail(u"unknown kind of legend entry \"%1\""_s.arg(key));
+    return type->create();
+}
+
+void writeEntry(tarnwick::JFile &file, MapFill &fill)
+{
+    file.version(MapFill::kVersion);
+    file.serialize(fill.typeKey);
+    fill.serialize(file, MapFill::kVersion);
+}
+
+std::unique_ptr<MapFill> readEntry(tarnwick::JFile &file)
+{
+    const int version = file.version(MapFill::kVersion);
+    auto fill = createFill(file);
+    fill->serialize(file, version);
+    return fill;
+}
+
+/// The common fields stood in the same order, followed by a text that nothing has used since.
+std::unique_ptr<MapFill> readOldEntry(tarnwick::JFile &file)
+{
+    file.version(2);
+    auto fill = createFill(file);
+    file.serialize(fill->shown);
+    file.serialize(fill->symbol);
+    file.serialize(fill->colour);
+    file.serialize(fill->label);
+    file.serialize(fill->tubes);
+    QString unused;
+    file.serialize(unused);
+    fill->readOldFormat(file);
+    return fill;
+}
+
+template <typename Function>
+MapLegend::Entries readEntries(tarnwick::JFile &file, int tubeCount, Function readOne)
+{
+    MapLegend::Entries entries;
+    const qint32 n = file.count(0, kSmallestEntry);
+    for (qint32 i = 0; i < n; ++i) {
+        entries.push_back(readOne(file));
+        entries.back()->dropInvalidTubes(tubeCount);
+    }
+    return entries;
+}
+
+} // namespace
+
+void MapLegend::serialize(tarnwick::JFile &file)
+{
+    if (file.isReading()) {
+        replaceEntries(readEntries(file, m_steamGen->numTube(), readEntry));
+        return;
+    }
+    file.count(count(), kSmallestEntry);
+    for (const auto &fill : m_entries)
+        writeEntry(file, *fill);
+}
+
+void MapLegend::readOldFormat(tarnwick::JFile &file)
+{
+    replaceEntries(readEntries(file, m_steamGen->numTube(), readOldEntry));
+}
+
+} // namespace plans

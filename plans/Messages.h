@@ -1,0 +1,23 @@
+#pragma once
+#include <tarnwick/Prompts.h>
+
+/// What fills, legend and map say. Numbers are unique in the program.
+namespace plans::messages {
+
+using tarnwick::Message;
+
+inline constexpr Message kListTubesMissing{1079,
+                                           u"Some of the tubes in the list\ndo not exist in the current component."};
+inline constexpr Message kNotEnoughTubes{1089, u"Not enough open tubes to do a full fill!"};
+inline constexpr Message kQueryFieldsMissing{
+    1090, u"Cannot display in map since this query\nis missing the following fields:\n%S"};
+inline constexpr Message kQueryTubesMissing{
+    1091, u"Query \"%S\"\nreturned %D record%s\nnot exist in the current component.\n\nChoose \"OK\" to show the valid "
+          u"tubes in the map.\n\nChoose \"Cancel\" to see the invalid tubes highlighted\nin the query results."};
+inline constexpr Message kQueryNotExecuted{1092, u"Must execute a valid query first!"};
+
+inline constexpr Message kUpdateBegins{0, u"Execute ..."};
+inline constexpr Message kUpdatingEntry{0, u"Updating entry %d %S ..."};
+inline constexpr Message kUpdateDone{0, u"Done updating map."};
+
+} // namespace plans::messages

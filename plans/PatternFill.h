@@ -1,0 +1,51 @@
+#pragma once
+#include "MapFill.h"
+#include "TubeFilter.h"
+
+#include <tarnwick/OptionFile.h>
+
+namespace plans {
+
+/// A regular grid of rows and columns.
+class PatternFill : public FillKind<PatternFill>
+{
+public:
+    struct Parameters
+    {
+        TubeFilter filter;
+        qint32 firstRow = 1;
+        qint32 firstCol = 1;
+        bool includeFirstTube = false; ///< the tube in column 1, where the row has one
+        bool includeLastTube = false;  ///< the last tube of each row taken
+        qint32 rowIncrement = 2;       ///< at least 1
+        qint32 colIncrement = 2;       ///< at least 1
+        bool operator==(const Parameters &) const = default;
+
+        void serialize(tarnwick::JFile &file);
+    };
+    Parameters parameters;
+
+    PatternFill();
+    void serialize(tarnwick::JFile &file, int version) override;
+    /// False, with no tubes, for an increment below 1, which only a damaged file can hold.
+    bool compute(MapHost &host) override;
+    QString entryLabel() const override;
+    QString undoLabel() const override;
+
+protected:
+    QString className() const override;
+};
+
+/// The dialog's values between runs.
+class PatternFillOptions : public tarnwick::OptionFile
+{
+public:
+    PatternFillOptions();
+    PatternFill::Parameters parameters;
+
+protected:
+    void serializeBody(tarnwick::JFile &file, int version) override;
+    void resetToDefaults() override;
+};
+
+} // namespace plans

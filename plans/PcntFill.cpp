@@ -1,0 +1,125 @@
+#include "PcntFill.h"
+
+#include "Messages.h"
+
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+
+namespace plans {
+
+namespace {
+
+constexpr int kOwnVersion = 3;
+constexpr int kMaxDraws = 1'000'000;
+
+quint32 seedFromClock()
+{
+    return quint32(std::chrono::high_resolution_clock::now().time_since_epoch().count());
+}
+
+} // namespace
+
+void PcntFill::Parameters::serializeRest(tarnwick::JFile &file)
+{
+    file.serialize(tubeCount);
+    file.serialize(filter.region);
+    file.serialize(filter.tube);
+    file.serialize(percentMode);
+    file.serialize(randomSeed);
+    file.serialize(seed);
+}
+
+PcntFill::PcntFill()
+{
+    typeKey = u"RAND FILL"_s;
+}
+
+QString PcntFill::className() const
+{
+    return u"PcntFill"_s;
+}
+
+void PcntFill::serialize(tarnwick::JFile &file, int version)
+{
+    MapFill::serialize(file, version);
+    const int own = file.version(kOwnVersion);
+    file.serialize(parameters.percent);
+    if (own >= 3)
+        parameters.serializeRest(file);
+}
+
+void PcntFill::readOldFormat(tarnwick::JFile &file)
+{
+    file.serialize(parameters.percent);
+}
+
+qint32 PcntFill::target(qint64 candidates) const
+{
+    // In 64 bits, so that a wild percentage of a damaged file is no overflow.
+    return parameters.percentMode ? qint32(parameters.percent * candidates / 100) : parameters.tubeCount;
+}
+
+bool PcntFill::compute(MapHost &host)
+{
+    const ellery::SteamGen &steamGen = host.steamGen();
+    QList<qint32> candidates;
+    for (int i = 0; i < steamGen.numTube(); ++i) {
+        if (parameters.filter.accepts(steamGen, i))
+            candidates.append(i);
+    }
+    tubes.clear();
+    fillCount = 0;
+    if (candidates.isEmpty())
+        return false;
+
+    if (parameters.randomSeed)
+        parameters.seed = seedFromClock();
+    SampleGenerator generator(parameters.seed);
+
+    const qint32 wanted = target(candidates.size());
+    tubes.reserve(std::clamp<qsizetype>(wanted, 0, candidates.size()));
+    std::vector<bool> taken(size_t(candidates.size()));
+    for (int draws = 0; tubes.size() < wanted && draws < kMaxDraws; ++draws) {
+        const qsizetype drawn = generator.next() % candidates.size();
+        if (taken[size_t(drawn)])
+            continue;
+        taken[size_t(drawn)] = true;
+        tubes.append(candidates[drawn]);
+    }
+    fillCount = qint32(tubes.size());
+    if (fillCount < wanted)
+        host.prompts().error(messages::kNotEnoughTubes);
+    return true;
+}
+
+QString PcntFill::entryLabel() const
+{
+    return parameters.percentMode ? tarnwick::format(u"%3d%% Fill", parameters.percent)
+                                  : tarnwick::format(u"%d Tubes Fill", parameters.tubeCount);
+}
+
+QString PcntFill::undoLabel() const
+{
+    return tarnwick::format(u"Random %d%% Fill", parameters.percent);
+}
+
+PcntFillOptions::PcntFillOptions()
+    : OptionFile(u"config\\arvo\\random_fill.opt"_s, u"PcntFill Options"_s, 1)
+{
+    resetToDefaults();
+}
+
+void PcntFillOptions::serializeBody(tarnwick::JFile &file, int)
+{
+    file.serialize(parameters.percent);
+    parameters.serializeRest(file);
+}
+
+void PcntFillOptions::resetToDefaults()
+{
+    parameters = {};
+    parameters.percent = 10;
+}
+
+} // namespace plans

@@ -1,0 +1,45 @@
+#pragma once
+#include <memory>
+#include <optional>
+#include <QString>
+
+namespace plans {
+
+/// The records of an executed query, as a fill needs them: cells as text, and colours that the result table shows.
+class QueryRecords
+{
+public:
+    virtual ~QueryRecords() = default;
+    virtual int columnCount() const = 0;
+    virtual QString columnName(int column) const = 0;
+    virtual int rowCount() const = 0;
+    virtual QString cellText(int row, int column) = 0;
+    /// 0x00BBGGRR
+    virtual void setColours(int row, quint32 foreground, quint32 background) = 0;
+};
+
+/// The symbol and colour that a query's fill last had.
+struct FillMark
+{
+    char16_t symbol = 0;
+    quint32 colour = 0;
+    bool operator==(const FillMark &) const = default;
+};
+
+/// Where a query fill gets its records, and where it remembers its symbol.
+class QuerySource
+{
+public:
+    virtual ~QuerySource() = default;
+    /// A database is open.
+    virtual bool isReady() const = 0;
+    /// Runs a select query, asking for its parameters. Null when it failed (which has then been said) or was cancelled.
+    virtual std::unique_ptr<QueryRecords> run(const QString &name, const QString &sql) = 0;
+    /// While set, parameters whose values are all known are not asked for again ("Update Map").
+    virtual void setQuiet(bool quiet) = 0;
+    /// Query names are matched without regard to case. Empty when the query has none, or symbol 0.
+    virtual std::optional<FillMark> rememberedMark(const QString &name) const = 0;
+    virtual void rememberMark(const QString &name, const FillMark &mark) = 0;
+};
+
+} // namespace plans

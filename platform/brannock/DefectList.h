@@ -1,0 +1,35 @@
+#pragma once
+#include <QList>
+#include <QString>
+
+namespace brannock {
+
+/// The codes of indications and what each needs.
+class DefectList
+{
+public:
+    /// Fields that a code may require, by the numbers that callers pass.
+    enum Field { Location = 1, Volts = 2, Phase = 3, Percent = 4 };
+
+    struct Code
+    {
+        QString code;
+        QString description;
+        QList<int> required;
+    };
+
+    /// The usual codes of the trade; projects may carry their own in defects.txt.
+    static DefectList standard();
+    /// Reads a list; throws tarnwick::FileError.
+    static DefectList read(const QString &machinePath);
+
+    /// Whether entries of that code need the field. The pseudo code "PCNT" stands for a depth in per cent.
+    bool isRequiredField(QStringView code, int field) const;
+    const Code *find(QStringView code) const;
+    const QList<Code> &codes() const { return m_codes; }
+
+private:
+    QList<Code> m_codes;
+};
+
+} // namespace brannock

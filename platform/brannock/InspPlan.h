@@ -1,0 +1,47 @@
+#pragma once
+#include <QList>
+#include <QString>
+#include <tarnwick/JDateTime.h>
+
+namespace brannock {
+
+/// One tube of an inspection plan.
+struct PlanEntry
+{
+    qint32 entryNum = 0; ///< from 0
+    qint16 row = 0;
+    qint16 col = 0;
+    qint16 sec = 0;
+    qint16 acquired = 0; ///< counts as acquired when 1 or more
+    quint8 analyzed = 0; ///< not stored in the database
+
+    static constexpr quint32 doit_color = 0x0000FF; ///< 0x00BBGGRR
+    static constexpr quint32 done_color = 0x00A000;
+    bool operator==(const PlanEntry &) const = default;
+};
+
+/// An inspection plan: an ordered list of tubes with a probe and the extent to be tested. Stored as a text file
+/// (*.pln).
+class InspPlan
+{
+public:
+    enum class Order { Row = 0, Column = 1, Entry = 2 };
+
+    QString name;
+    QString probe;
+    QString beginTest;
+    QString endTest;
+    QString description;
+    tarnwick::JDateTime createTime;
+    Order order = Order::Entry;
+    QList<PlanEntry> entries;
+
+    /// Throw tarnwick::FileError; a failed load leaves the plan as before.
+    void loadPlan(const QString &machinePath);
+    void storePlan(const QString &machinePath) const;
+    /// Appends with the next entry number (the highest plus one).
+    void addEntry(PlanEntry entry);
+    void sort(Order order);
+};
+
+} // namespace brannock

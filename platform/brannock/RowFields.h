@@ -1,0 +1,113 @@
+#pragma once
+#include <fenwright/TableScanner.h>
+#include <QString>
+#include <QStringList>
+#include <tarnwick/JDateTime.h>
+#include <vector>
+
+namespace brannock {
+
+/// Range of whole numbers that a column accepts.
+struct IntRange
+{
+    int minimum;
+    int maximum;
+};
+constexpr IntRange kSigned16 = {-0x8000, 0x7FFF};
+constexpr IntRange kUnsigned16 = {0, 0xFFFF};
+constexpr IntRange kSigned32 = {-0x7FFFFFFF, 0x7FFFFFFF};
+
+// A results file states its columns once, in a function that shows every field of an entry to a visitor, in order:
+//     template <typename Entry, typename Visitor> void visitFields(Entry &entry, Visitor &visit);
+// The three visitors below collect the names, read a row and write one.
+
+/// Collects the columns' names.
+class FieldNames
+{
+public:
+    template <typename T>
+    void field(QStringView name, const T &)
+    {
+        names.append(name.toString());
+    }
+    template <typename T>
+    void field(QStringView name, const T &value, IntRange)
+    {
+        field(name, value);
+    }
+    template <typename T>
+    void sparse(QStringView name, const T &value)
+    {
+        field(name, value);
+    }
+    template <typename T>
+    void sparse(QStringView name, const T &value, IntRange)
+    {
+        field(name, value);
+    }
+    QStringList names;
+};
+
+/// Reads the cells of the scanner's row into an entry's fields; an empty cell keeps the field's value. Texts are shared
+/// with the row before where they are the same, which makes large files quick to read and small in memory.
+class RowReader
+{
+public:
+    RowReader(const fenwright::TableScanner &scanner, const QStringList &fieldNames);
+
+    void startRow() { m_next = 0; }
+    void field(QStringView, QString &value);
+    void field(QStringView, int &value, IntRange range);
+    void field(QStringView, qint16 &value, IntRange range);
+    void field(QStringView, double &value);
+    void field(QStringView, float &value);
+    void field(QStringView, tarnwick::JDateTime &value);
+    template <typename T>
+    void sparse(QStringView name, T &value)
+    {
+        field(name, value);
+    }
+    void sparse(QStringView name, int &value, IntRange range) { field(name, value, range); }
+
+private:
+    struct Column
+    {
+        int index = -1;
+        QByteArrayView lastRaw;
+        QString lastText;
+    };
+    const fenwright::TableScanner &m_scanner;
+    std::vector<Column> m_columns;
+    size_t m_next = 0;
+};
+
+/// Writes an entry's fields as the cells of a row.
+class RowWriter
+{
+public:
+    explicit RowWriter(fenwright::TableWriter &table)
+        : m_table(table)
+    {
+    }
+
+    void field(QStringView, const QString &value) { m_table.cell(value); }
+    void field(QStringView, int value, IntRange) { m_table.cell(value); }
+    void field(QStringView, double value) { m_table.cell(value); }
+    void field(QStringView, float value) { m_table.cell(value); }
+    void field(QStringView, const tarnwick::JDateTime &value);
+    /// Zero is left out: results files hold no number for what was not measured.
+    template <typename T>
+    void sparse(QStringView, T value)
+    {
+        if (value == 0)
+            m_table.cell(QStringView());
+        else
+            m_table.cell(value);
+    }
+    void sparse(QStringView name, int value, IntRange) { sparse(name, value); }
+
+private:
+    fenwright::TableWriter &m_table;
+};
+
+} // namespace brannock

@@ -1,0 +1,55 @@
+#include "MapColours.h"
+
+#include <cmath>
+
+namespace brannock {
+
+QColor fromColourRef(quint32 colour)
+{
+    return QColor(int(colour & 0xFF), int((colour >> 8) & 0xFF), int((colour >> 16) & 0xFF));
+}
+
+quint32 toColourRef(const QColor &colour)
+{
+    return quint32(colour.red()) | quint32(colour.green()) << 8 | quint32(colour.blue()) << 16;
+}
+
+QColor mixed(const QColor &a, const QColor &b, double share)
+{
+    const auto part = [share](int from, int to) { return int(std::lround(from + (to - from) * share)); };
+    return QColor(part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue()));
+}
+
+/// Relative luminance as defined for accessible contrast of text.
+static double luminance(const QColor &colour)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+double contrast(const QColor &a, const QColor &b)
+{
+    const double first = luminance(a) + 0.05;
+    const double second = luminance(b) + 0.05;
+    return first > second ? first / second : second / first;
+}
+
+QColor inkOn(const QColor &background)
+{
+    return contrast(Qt::black, background) >= contrast(Qt::white, background) ? QColor(Qt::black) : QColor(Qt::white);
+}
+
+QColor readable(const QColor &colour, const QColor &background, double minContrast)
+{
+    const QColor end = inkOn(background);
+    for (double share = 0; share < 1; share += 0.1) {
+        const QColor candidate = mixed(colour, end, share);
+        if (contrast(candidate, background) >= minContrast)
+            return candidate;
+    }
+    return end;
+}
+
+} // namespace brannock

@@ -1,0 +1,253 @@
+#include "MapPainter.h"
+
+#include <cmath>
+#include <QFontMetricsF>
+
+namespace brannock {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Above this diameter making a picture costs more than drawing the few discs that are visible then.
+constexpr double kLargestSprite = 56;
+
+TubeArt pixelArt(const MapScene &scene, const MapView &view)
+{
+    return TubeArt::forPixels(scene.options, scene.pitch() * view.scale);
+}
+
+TubeArt vectorArt(const MapScene &scene, const MapView &view)
+{
+    return TubeArt::forVectors(scene.options, scene.pitch() * view.scale);
+}
+
+int oddness(const TubeArt &art)
+{
+    return int(art.diameter()) % 2;
+}
+
+/// Twice the nearest whole pixel (for even discs) or pixel middle (for odd ones). The small shift keeps rows that fall
+/// on the middle between two pixels together, whatever the last bits of their coordinates are. A cast is much quicker
+/// than floor(), hence the detour above zero; tubes that far outside are never painted.
+int snapped2(double coordinate, int odd)
+{
+    static constexpr int kAboveZero = 1 << 20;
+    return 2 * (int(coordinate - odd * 0.5 + (kAboveZero + 0.5 + 1e-6)) - kAboveZero) + odd;
+}
+
+QPointF snapped(const QPointF &centre, int odd)
+{
+    return QPointF(snapped2(centre.x(), odd), snapped2(centre.y(), odd)) / 2;
+}
+
+/// Map coordinates of everything that may reach into the exposed rectangle.
+QRectF reached(const MapView &view, const QRectF &exposed, const TubeArt &art)
+{
+    const double reach = art.reach() + 1;
+    return view.toMap(exposed.adjusted(-reach, -reach, reach, reach));
+}
+
+template <typename Visitor>
+void visitTubes(const MapScene &scene, const QRectF &area, Visitor &&visitor)
+{
+    scene.grid().visit(area.left(), area.top(), area.right(), area.bottom(), visitor);
+}
+
+template <typename Visitor>
+void visitRods(const MapScene &scene, const MapView &view, const QRectF &area, Visitor &&visitor)
+{
+    for (const ellery::Mark &rod : scene.stayRods()) {
+        if (rod.x >= area.left() && rod.x <= area.right() && rod.y >= area.top() && rod.y <= area.bottom())
+            visitor(view.toView(double(rod.x), double(rod.y)));
+    }
+}
+
+/// The outline is convex: what holds the corners holds the rectangle.
+bool coversWholly(const QPolygonF &outline, const QRectF &rect)
+{
+    const auto holds = [&](const QPointF &point) { return outline.containsPoint(point, Qt::WindingFill); };
+    return holds(rect.topLeft()) && holds(rect.topRight()) && holds(rect.bottomLeft()) && holds(rect.bottomRight());
+}
+
+QPolygonF outlineInView(const MapScene &scene, const MapView &view)
+{
+    QPolygonF outline;
+    outline.reserve(scene.outline().size());
+    for (const QPointF &point : scene.outline())
+        outline.append(view.toView(point));
+    return outline;
+}
+
+/// background: none for devices that have their own.
+void paintSheet(QPainter &painter, const MapScene &scene, const MapView &view, const QRectF &exposed, double line,
+                const QColor &background)
+{
+    const QPolygonF outline = outlineInView(scene, view);
+    const QColor map = fromColourRef(scene.options.mapColour);
+    if (coversWholly(outline, exposed.adjusted(-line, -line, line, line))) {
+        painter.fillRect(exposed, map);
+        return;
+    }
+    if (background.isValid())
+        painter.fillRect(exposed, background);
+    painter.setPen(QPen(mixed(fromColourRef(scene.options.fillColour), map, 0.45), line, Qt::SolidLine, Qt::FlatCap,
+                        Qt::RoundJoin));
+    painter.setBrush(map);
+    painter.drawPolygon(outline);
+}
+
+void paintWatermark(QPainter &painter, const MapScene &scene, const MapView &view)
+{
+    if (scene.watermark.isEmpty())
+        return;
+    const QRectF sheet = view.toView(scene.bounds());
+    QFont font(u"Arial"_s);
+    font.setBold(true);
+    font.setPixelSize(100);
+    const QRectF ink = QFontMetricsF(font).boundingRect(scene.watermark);
+    const double size = 100 * std::min(sheet.width() * 0.8 / std::max(1.0, ink.width()),
+                                       sheet.height() * 0.5 / std::max(1.0, ink.height()));
+    font.setPointSizeF(std::max(0.5, size * 72 / std::max(1, painter.device()->logicalDpiY())));
+    painter.setFont(font);
+    painter.setPen(fromColourRef(scene.options.watermarkColour));
+    painter.drawText(sheet, Qt::AlignCenter | Qt::TextDontClip, scene.watermark);
+}
+
+double edgeWidth(const TubeArt &art)
+{
+    return std::max(1.0, art.diameter() * 0.06);
+}
+
+} // namespace
+
+MapPainter::Result MapPainter::paint(QPainter &painter, const MapScene &scene, const MapView &view,
+                                     const QRectF &exposed)
+{
+    Result result;
+    if (scene.outline().isEmpty())
+        return result;
+    const TubeArt art = vectorArt(scene, view);
+    const QRectF area = reached(view, exposed, art);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintSheet(painter, scene, view, exposed, edgeWidth(art), QColor());
+    paintWatermark(painter, scene, view);
+    visitRods(scene, view, area, [&](const QPointF &centre) { art.paintStayRod(painter, centre); });
+    visitTubes(scene, area, [&](const ellery::TubeGrid::Entry &entry) {
+        const QPointF centre = view.toView(double(entry.x), double(entry.y));
+        art.paintTube(painter, centre, scene.mark(entry.tube), scene.isSelected(entry.tube));
+        ++result.tubes;
+    });
+    painter.restore();
+    return result;
+}
+
+MapPainter::Result MapPainter::paint(QImage &image, const MapScene &scene, const MapView &view, const QRect &exposed,
+                                     const QColor &background)
+{
+    Result result;
+    const QRect clip = exposed & image.rect();
+    if (clip.isEmpty())
+        return result;
+    const TubeArt art = pixelArt(scene, view);
+    const int odd = oddness(art);
+    const QRectF area = reached(view, clip, art);
+    QPainter painter(&image);
+    painter.setClipRect(clip);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintSheet(painter, scene, view, clip, edgeWidth(art), background);
+    paintWatermark(painter, scene, view);
+    visitRods(scene, view, area, [&](const QPointF &centre) { art.paintStayRod(painter, snapped(centre, odd)); });
+    painter.end();
+    m_placed.clear();
+    visitTubes(scene, area, [&](const ellery::TubeGrid::Entry &entry) {
+        const QPointF centre = view.toView(double(entry.x), double(entry.y));
+        m_placed.push_back({snapped2(centre.x(), odd), snapped2(centre.y(), odd), scene.look(entry.tube)});
+    });
+    paintPlaced(image, scene, art, clip, result);
+    return result;
+}
+
+void MapPainter::paintTubes(QImage &image, const MapScene &scene, const MapView &view, const QList<qint32> &tubes)
+{
+    const TubeArt art = pixelArt(scene, view);
+    const int odd = oddness(art);
+    const QRectF area = reached(view, image.rect(), art);
+    m_placed.clear();
+    for (const qint32 tube : tubes) {
+        const QPointF position = scene.position(tube);
+        if (!area.contains(position))
+            continue;
+        const QPointF centre = view.toView(position);
+        m_placed.push_back({snapped2(centre.x(), odd), snapped2(centre.y(), odd), scene.look(tube)});
+    }
+    Result result;
+    paintPlaced(image, scene, art, image.rect(), result);
+}
+
+void MapPainter::paintPlaced(QImage &image, const MapScene &scene, const TubeArt &art, const QRect &clip,
+                             Result &result)
+{
+    result.tubes = int(m_placed.size());
+    bool sprites = art.diameter() <= kLargestSprite;
+    if (sprites) {
+        m_atlas.prepare(scene, art);
+        sprites = std::all_of(m_placed.begin(), m_placed.end(),
+                              [&](const Placed &tube) { return m_atlas.ensure(scene, tube.look); });
+    }
+    if (sprites) {
+        const int tile = m_atlas.tile();
+        for (const Placed &tube : m_placed)
+            m_atlas.put(image, clip, (tube.x2 - tile) / 2, (tube.y2 - tile) / 2, tube.look);
+        result.sprites = result.tubes;
+        return;
+    }
+    QPainter painter(&image);
+    painter.setClipRect(clip);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const Placed &tube : m_placed)
+        art.paintTube(painter, QPointF(tube.x2, tube.y2) / 2, scene.markOfLook(tube.look), tube.look & 1);
+}
+
+QPointF MapPainter::pixelPosition(const MapScene &scene, const MapView &view, int tube)
+{
+    return snapped(view.toView(scene.position(tube)), oddness(pixelArt(scene, view)));
+}
+
+QRectF MapPainter::tubeRect(const MapScene &scene, const MapView &view, int tube)
+{
+    const double reach = std::ceil(pixelArt(scene, view).reach()) + 1;
+    const QPointF centre = view.toView(scene.position(tube));
+    return QRectF(centre.x() - reach, centre.y() - reach, 2 * reach, 2 * reach);
+}
+
+QStringList MapPainter::describe(const MapScene &scene, const MapView &view, const QRectF &exposed, bool vectors)
+{
+    QStringList lines;
+    const TubeArt art = vectors ? vectorArt(scene, view) : pixelArt(scene, view);
+    const auto place = [&](const QPointF &point) {
+        const QPointF at = vectors ? point : snapped(point, oddness(art));
+        return u"%1,%2"_s.arg(at.x(), 0, 'f', 1).arg(at.y(), 0, 'f', 1);
+    };
+    const QRectF area = reached(view, exposed, art);
+    if (!scene.outline().isEmpty())
+        lines << u"sheet"_s;
+    if (!scene.watermark.isEmpty())
+        lines << u"watermark \"%1\""_s.arg(scene.watermark);
+    visitRods(scene, view, area, [&](const QPointF &centre) { lines << u"rod "_s + place(centre); });
+    visitTubes(scene, area, [&](const ellery::TubeGrid::Entry &entry) {
+        const TubeMark &mark = scene.mark(entry.tube);
+        QString line = u"tube "_s + place(view.toView(double(entry.x), double(entry.y)));
+        if (mark.symbol == 0)
+            line += u" open"_s;
+        else if (art.detail() == TubeArt::Detail::Full)
+            line += u" '%1' %2"_s.arg(QChar(mark.symbol)).arg(fromColourRef(mark.colour).name());
+        else
+            line += u" "_s + fromColourRef(mark.colour).name();
+        lines << (scene.isSelected(entry.tube) ? line + u" selected"_s : line);
+    });
+    return lines;
+}
+
+} // namespace brannock

@@ -1,0 +1,90 @@
+#include "MapScene.h"
+
+#include "TubesheetOutline.h"
+
+namespace brannock {
+
+/// A disc touches its neighbours at half a pitch; the rest is room for the mark of selected tubes.
+static constexpr double kRadiusPerPitch = 0.43;
+/// From the outermost tube centres to the tubesheet's edge.
+static constexpr double kEdgePerPitch = 1.25;
+/// Colours tried out one after the other leave marks behind that no tube has; beyond this many they are swept up.
+static constexpr size_t kMaxMarks = 8192;
+
+MapScene::MapScene(const ellery::SteamGen &steamGen, const MapOptions &mapOptions)
+    : options(mapOptions)
+{
+    setModel(steamGen);
+}
+
+double MapScene::radius() const
+{
+    return m_pitch * kRadiusPerPitch;
+}
+
+void MapScene::setModel(const ellery::SteamGen &steamGen)
+{
+    m_tubes = steamGen.tubes();
+    m_stayRods = steamGen.stayRods;
+    m_grid = ellery::TubeGrid(m_tubes);
+    m_pitch = m_grid.spacing();
+    if (!(m_pitch > 0))
+        m_pitch = steamGen.pitch > 0 ? double(steamGen.pitch) : 1;
+    std::vector<QPointF> points;
+    points.reserve(size_t(m_tubes.size() + m_stayRods.size()));
+    const auto &bounds = m_grid.bounds();
+    m_grid.visit(bounds.left, bounds.bottom, bounds.right, bounds.top,
+                 [&](const ellery::TubeGrid::Entry &entry) { points.emplace_back(entry.x, entry.y); });
+    for (const ellery::Mark &rod : m_stayRods)
+        points.emplace_back(rod.x, rod.y);
+    m_outline = tubesheetOutline(std::move(points), m_pitch * kEdgePerPitch);
+    m_rows = makeTickAxis(steamGen, ellery::Axis::Row, m_pitch);
+    m_cols = makeTickAxis(steamGen, ellery::Axis::Col, m_pitch);
+    if (m_rows.straight && m_cols.straight && m_rows.vertical == m_cols.vertical)
+        m_cols.straight = false;
+    m_looks.assign(size_t(m_tubes.size()), 0);
+    m_marks.assign(1, TubeMark());
+    m_markIndex.clear();
+    ++m_generation;
+    update(steamGen);
+}
+
+quint32 MapScene::markIndex(const TubeMark &mark)
+{
+    if (mark.symbol == 0)
+        return 0;
+    const quint64 key = quint64(mark.colour) << 16 | mark.symbol;
+    auto found = m_markIndex.constFind(key);
+    if (found == m_markIndex.constEnd()) {
+        found = m_markIndex.insert(key, quint32(m_marks.size()));
+        m_marks.push_back(mark);
+    }
+    return *found;
+}
+
+MapScene::Change MapScene::update(const ellery::SteamGen &steamGen)
+{
+    Change change;
+    if (m_marks.size() > kMaxMarks) {
+        m_marks.assign(1, TubeMark());
+        m_markIndex.clear();
+        m_looks.assign(m_looks.size(), ~quint32(1));
+        ++m_generation;
+    }
+    const int count = std::min(numTube(), steamGen.numTube());
+    for (int i = 0; i < count; ++i) {
+        const TubeMark now{steamGen.symbol(i), steamGen.symbol(i) != 0 ? steamGen.colour(i) : 0};
+        const quint32 before = m_looks[size_t(i)];
+        const bool known = (before >> 1) < m_marks.size() && m_marks[before >> 1] == now;
+        const quint32 after = (known ? before & ~quint32(1) : markIndex(now) << 1) | quint32(steamGen.isSelected(i));
+        if (before == after)
+            continue;
+        m_looks[size_t(i)] = after;
+        change.tubes.append(i);
+        change.selection = change.selection || ((before ^ after) & 1) != 0;
+        change.onlySelected = change.onlySelected && after == (before | 1);
+    }
+    return change;
+}
+
+} // namespace brannock

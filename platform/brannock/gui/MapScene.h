@@ -1,0 +1,89 @@
+#pragma once
+#include "MapColours.h"
+#include "TickAxis.h"
+
+#include <ellery/TubeGrid.h>
+#include <QHash>
+#include <QList>
+#include <QPolygonF>
+#include <QRectF>
+#include <vector>
+
+namespace brannock {
+
+/// What marks a tube: the symbol (0 for an open tube) and its colour (0x00BBGGRR).
+struct TubeMark
+{
+    char16_t symbol = 0;
+    quint32 colour = 0;
+    bool operator==(const TubeMark &) const = default;
+};
+
+/// What the painter paints: a copy of a steam generator's tubes and of their state on the map, prepared for painting,
+/// with the options. Plain data: it does not watch the steam generator; call setModel() and update() when that has
+/// changed.
+class MapScene
+{
+public:
+    /// What update() found.
+    struct Change
+    {
+        QList<qint32> tubes;      ///< whose look has changed, ascending
+        bool onlySelected = true; ///< every one of them has been selected, nothing else has changed
+        bool selection = false;   ///< some tube has been selected or deselected
+    };
+
+    MapScene() = default;
+    explicit MapScene(const ellery::SteamGen &steamGen, const MapOptions &mapOptions = {});
+
+    /// Takes over tubes, stay rods and labels, then the state.
+    void setModel(const ellery::SteamGen &steamGen);
+    /// Takes over symbols, colours and selection of the same tubes.
+    Change update(const ellery::SteamGen &steamGen);
+    void clear() { *this = MapScene(); }
+
+    MapOptions options;
+    QString watermark; ///< faint large text on the tubesheet, behind the tubes
+
+    int numTube() const { return int(m_looks.size()); }
+    bool isEmpty() const { return m_looks.empty(); }
+    const ellery::TubeGrid &grid() const { return m_grid; }
+    QPointF position(int tube) const { return {m_tubes[tube].x, m_tubes[tube].y}; }
+    const ellery::Tube &tube(int index) const { return m_tubes[index]; }
+    const QList<ellery::Mark> &stayRods() const { return m_stayRods; }
+    /// Distance of neighbouring tubes, measured on the tubes themselves; never 0.
+    double pitch() const { return m_pitch; }
+    /// Radius of the discs that stand for the tubes, in map coordinates.
+    double radius() const;
+    /// The tubesheet's edge and the rectangle round it.
+    const QPolygonF &outline() const { return m_outline; }
+    QRectF bounds() const { return m_outline.boundingRect(); }
+    const TickAxis &rows() const { return m_rows; }
+    const TickAxis &cols() const { return m_cols; }
+
+    /// Small number that stands for how a tube looks: twice the index of its mark, plus 1 when it is selected.
+    quint32 look(int tube) const { return m_looks[size_t(tube)]; }
+    bool isSelected(int tube) const { return look(tube) & 1; }
+    const TubeMark &mark(int tube) const { return m_marks[look(tube) >> 1]; }
+    const TubeMark &markOfLook(quint32 look) const { return m_marks[look >> 1]; }
+    quint32 numLooks() const { return quint32(m_marks.size()) * 2; }
+    /// Raised whenever looks get new numbers, so that what is kept by look is outdated.
+    quint32 looksGeneration() const { return m_generation; }
+
+private:
+    quint32 markIndex(const TubeMark &mark);
+
+    QList<ellery::Tube> m_tubes;
+    QList<ellery::Mark> m_stayRods;
+    ellery::TubeGrid m_grid;
+    double m_pitch = 1;
+    QPolygonF m_outline;
+    TickAxis m_rows;
+    TickAxis m_cols;
+    std::vector<quint32> m_looks;
+    std::vector<TubeMark> m_marks = std::vector<TubeMark>(1);
+    QHash<quint64, quint32> m_markIndex;
+    quint32 m_generation = 0;
+};
+
+} // namespace brannock

@@ -1,0 +1,45 @@
+#pragma once
+#include "MapView.h"
+
+#include <vector>
+
+namespace brannock {
+
+/// The views a user has looked at, to go back and forth between. Small steps that follow each other closely (a turning
+/// wheel, a drag) are one view.
+class ViewHistory
+{
+public:
+    static constexpr size_t kMost = 100;
+
+    void clear(const MapView &first)
+    {
+        m_views.assign(1, first);
+        m_at = 0;
+    }
+    /// The view has changed. joined: it continues the change before, whose view it replaces.
+    void add(const MapView &view, bool joined)
+    {
+        if (m_views.empty() || m_views[m_at] == view)
+            return;
+        m_views.resize(m_at + 1);
+        if (joined && m_at > 0) {
+            m_views[m_at] = view;
+            return;
+        }
+        m_views.push_back(view);
+        if (m_views.size() > kMost)
+            m_views.erase(m_views.begin());
+        m_at = m_views.size() - 1;
+    }
+    bool canGoBack() const { return m_at > 0; }
+    bool canGoForward() const { return m_at + 1 < m_views.size(); }
+    const MapView &back() { return m_views[--m_at]; }
+    const MapView &forward() { return m_views[++m_at]; }
+
+private:
+    std::vector<MapView> m_views;
+    size_t m_at = 0;
+};
+
+} // namespace brannock

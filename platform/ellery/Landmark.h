@@ -1,0 +1,51 @@
+#pragma once
+#include "Tube.h"
+
+#include <QList>
+#include <QString>
+
+namespace ellery {
+
+/// An axial landmark of the tubes: a tube end, tubesheet face, support plate or anti-vibration bar.
+struct Landmark
+{
+    int number = 0;
+    QString type;  ///< "TUBE END", "TUBESHEET", "SUPPORT", "AVB" and the like
+    QString name;  ///< as reports call it: "TEH", "TSH", "01H", "AV1", ...
+    int leg = 0;   ///< -1 none, 0 outlet, 1 inlet, 2 U-bend
+    float pos = 0; ///< along the tube from the inlet end, for row 1
+    float angle =
+        0; ///< degrees; 0 for a support plate, of a bar in the U-bend its place on the bend from the inlet side
+    int firstRow = 0;
+    int lastRow = 999;
+    /// True when offsets from it count in the direction of growing distance from the inlet end.
+    bool forward = true;
+
+    /// The position along that tube. A longer U-bend moves everything on the outlet side by the whole growth of the
+    /// bend, and a bar in the bend by its share of it (angle / 180); landmarks of the inlet leg and of straight tubes
+    /// stay.
+    float posFor(const Tube &tube, float bendLengthPerRow) const;
+    /// Makes pos the position along that tube. For a copy of the component's landmark: the growth is added each time.
+    void setDist(const Tube &tube, float bendLengthPerRow);
+    bool appliesTo(const Tube &tube) const { return tube.address.row >= firstRow && tube.address.row <= lastRow; }
+};
+
+/// The landmarks that hold for some of the rows of a component.
+class LandmarkSet
+{
+public:
+    int number = 0;
+    /// Growth of the U-bend's length from one row to the next, in the unit of pos.
+    float bendLengthPerRow = 0;
+    QList<Landmark> landmarks;
+
+    int numLand() const { return int(landmarks.size()); }
+    const Landmark &operator[](int index) const { return landmarks[index]; }
+    /// First landmark of exactly that name, or -1.
+    int find(QStringView name) const;
+    bool appliesTo(const Tube &tube) const { return tube.address.row >= firstRow && tube.address.row <= lastRow; }
+    int firstRow = 0; ///< rows that the set holds for, both included
+    int lastRow = 999;
+};
+
+} // namespace ellery

@@ -1,0 +1,277 @@
+#include "TableScanner.h"
+
+#include "CellText.h"
+
+#include <cmath>
+#include <limits>
+#include <QStringDecoder>
+#include <tarnwick/FileWriter.h>
+
+using namespace Qt::StringLiterals;
+using tarnwick::FileError;
+
+namespace fenwright {
+
+namespace {
+
+QByteArray asUtf8(const QByteArray &content, const QString &name)
+{
+    if (content.startsWith("\xEF\xBB\xBF"))
+        return content.sliced(3);
+    if (content.startsWith("\xFF\xFE") || content.startsWith("\xFE\xFF")) {
+        QStringDecoder decoder(QStringDecoder::Utf16);
+        const QString text = decoder(content);
+        if (decoder.hasError())
+            throw FileError(name, 0, u"The text is not valid UTF-16."_s);
+        return text.toUtf8();
+    }
+    return content;
+}
+
+void checkUtf8(const QByteArray &content, const QString &name)
+{
+    if (QUtf8StringView(content.constData(), content.size()).isValidUtf8())
+        return;
+    int line = 0;
+    for (const QByteArray &part : content.split('\n')) {
+        ++line;
+        if (!QUtf8StringView(part.constData(), part.size()).isValidUtf8())
+            break;
+    }
+    throw FileError(name, line, u"The text is not UTF-8; save it as Unicode text."_s);
+}
+
+} // namespace
+
+TableScanner::TableScanner(const QByteArray &content, const QString &name, const QStringList &requiredColumns)
+    : m_name(name)
+    , m_content(asUtf8(content, name))
+    , m_required(requiredColumns)
+{
+    checkUtf8(m_content, name);
+    readHeading();
+}
+
+TableScanner TableScanner::open(const QString &path, const QStringList &requiredColumns)
+{
+    return TableScanner(tarnwick::readFile(path), path, requiredColumns);
+}
+
+bool TableScanner::nextLine(QByteArrayView &line)
+{
+    while (m_offset < m_content.size()) {
+        qsizetype end = m_content.indexOf('\n', m_offset);
+        if (end < 0)
+            end = m_content.size();
+        line = QByteArrayView(m_content).sliced(m_offset, end - m_offset);
+        m_offset = end + 1;
+        ++m_line;
+        if (line.endsWith('\r'))
+            line.chop(1);
+        if (!line.startsWith('#') && !line.trimmed().isEmpty())
+            return true;
+    }
+    return false;
+}
+
+void TableScanner::split(QByteArrayView line)
+{
+    m_cells.clear();
+    qsizetype from = 0;
+    while (true) {
+        const qsizetype tab = line.indexOf('\t', from);
+        m_cells.push_back(line.sliced(from, (tab < 0 ? line.size() : tab) - from));
+        if (tab < 0)
+            return;
+        from = tab + 1;
+    }
+}
+
+void TableScanner::readHeading()
+{
+    QByteArrayView line;
+    bool found = false;
+    while (!found && nextLine(line)) {
+        split(line);
+        found = !line.startsWith('!');
+        if (!found)
+            m_properties.insert(cellText(m_cells[0].sliced(1)).trimmed().toLower(),
+                                cellText(m_cells.size() > 1 ? m_cells[1] : QByteArrayView()));
+    }
+    if (!found)
+        throw FileError(m_name, 0, u"The file has no heading line with column names."_s);
+    for (const QByteArrayView cell : m_cells) {
+        const QString name = cellText(cell).trimmed();
+        if (!name.isEmpty() && column(name) >= 0)
+            throw FileError(m_name, m_line, u"The heading names column '%1' twice."_s.arg(name));
+        m_columns.append(name);
+    }
+    for (const QString &name : m_required) {
+        const int index = column(name);
+        if (index < 0)
+            throw FileError(m_name, m_line, u"The heading lacks column '%1'."_s.arg(name));
+        m_lastRequired = std::max(m_lastRequired, index);
+    }
+}
+
+int TableScanner::column(QStringView name) const
+{
+    for (int i = 0; i < m_columns.size(); ++i) {
+        if (name.compare(m_columns[i], Qt::CaseInsensitive) == 0)
+            return i;
+    }
+    return -1;
+}
+
+bool TableScanner::next()
+{
+    QByteArrayView line;
+    if (!nextLine(line)) {
+        m_cells.clear();
+        return false;
+    }
+    split(line);
+    while (cellCount() > m_columns.size() && m_cells.back().trimmed().isEmpty())
+        m_cells.pop_back();
+    if (cellCount() > m_columns.size())
+        fail(u"The line has %1 cells, the heading only %2 columns."_s.arg(cellCount()).arg(m_columns.size()));
+    return true;
+}
+
+void TableScanner::requireCells(int minimumCells) const
+{
+    const int needed = std::max(m_lastRequired + 1, minimumCells);
+    if (cellCount() < needed)
+        fail(u"The line has %1 columns where at least %2 are needed (column '%3' is missing)."_s.arg(cellCount())
+                 .arg(needed)
+                 .arg(m_columns.value(cellCount())));
+}
+
+QByteArrayView TableScanner::raw(int column) const
+{
+    return column >= 0 && column < cellCount() ? m_cells[size_t(column)] : QByteArrayView();
+}
+
+QString TableScanner::text(int column) const
+{
+    return cellText(raw(column));
+}
+
+int TableScanner::integer(int column, int minimum, int maximum, int whenEmpty) const
+{
+    return raw(column).trimmed().isEmpty() ? whenEmpty : integer(column, minimum, maximum);
+}
+
+int TableScanner::integer(int column, int minimum, int maximum) const
+{
+    const std::optional<qint64> value = cellInteger(raw(column));
+    if (!value || *value < minimum || *value > maximum)
+        fail(column, u"'%1' is not a whole number from %2 to %3"_s.arg(text(column)).arg(minimum).arg(maximum));
+    return int(*value);
+}
+
+double TableScanner::number(int column, double whenEmpty) const
+{
+    return raw(column).trimmed().isEmpty() ? whenEmpty : number(column);
+}
+
+double TableScanner::number(int column) const
+{
+    const std::optional<double> value = cellNumber(raw(column));
+    if (!value)
+        fail(column, u"'%1' is not a number"_s.arg(text(column)));
+    return *value;
+}
+
+float TableScanner::single(int column, float whenEmpty) const
+{
+    return raw(column).trimmed().isEmpty() ? whenEmpty : single(column);
+}
+
+float TableScanner::single(int column) const
+{
+    const double value = number(column);
+    if (std::abs(value) > double(std::numeric_limits<float>::max()))
+        fail(column, u"'%1' is too large"_s.arg(text(column)));
+    return float(value);
+}
+
+bool TableScanner::flag(int column, bool whenEmpty) const
+{
+    const QString word = text(column).trimmed().toLower();
+    if (word.isEmpty())
+        return whenEmpty;
+    if (word == u"1" || word == u"yes" || word == u"true" || word == u"x")
+        return true;
+    if (word != u"0" && word != u"no" && word != u"false")
+        fail(column, u"'%1' is neither yes nor no"_s.arg(word));
+    return false;
+}
+
+void TableScanner::fail(int column, const QString &reason) const
+{
+    throw FileError(m_name, m_line, u"Column '%1': %2."_s.arg(m_columns.value(column), reason));
+}
+
+void TableScanner::fail(const QString &reason) const
+{
+    throw FileError(m_name, m_line, reason);
+}
+
+void TableWriter::property(const QString &name, const QString &value)
+{
+    m_bytes.append('!').append(name.toUtf8()).append('\t');
+    appendCell(m_bytes, value);
+    m_bytes.append('\n');
+}
+
+void TableWriter::heading(const QStringList &columns)
+{
+    for (const QString &name : columns)
+        cell(name);
+    endRow();
+}
+
+void TableWriter::separate()
+{
+    if (m_inRow)
+        m_bytes.append('\t');
+    m_inRow = true;
+}
+
+void TableWriter::cell(QStringView text)
+{
+    separate();
+    appendCell(m_bytes, text);
+}
+
+void TableWriter::cell(int value)
+{
+    separate();
+    m_bytes.append(QByteArray::number(value));
+}
+
+void TableWriter::cell(double value)
+{
+    separate();
+    appendCell(m_bytes, value);
+}
+
+void TableWriter::cell(float value)
+{
+    separate();
+    appendCell(m_bytes, value);
+}
+
+void TableWriter::endRow()
+{
+    m_bytes.append('\n');
+    m_inRow = false;
+}
+
+void TableWriter::write(const QString &path) const
+{
+    tarnwick::writeFileAtomically(path, m_bytes);
+}
+
+} // namespace fenwright

@@ -1,0 +1,46 @@
+#include "Limits.h"
+
+#include <sys/resource.h>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define ARVO_ADDRESS_SANITIZER
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ARVO_ADDRESS_SANITIZER
+#endif
+#endif
+
+namespace jet::reader {
+namespace {
+
+constexpr rlim_t kMegabyte = 1024 * 1024;
+constexpr rlim_t kLeastSeconds = 15;
+constexpr rlim_t kSecondsPerMegabyte = 1;
+constexpr rlim_t kLeastMemory = 512 * kMegabyte;
+// A value may be as long as the file; it is held as bytes, as text of twice the size, and in the frame to send.
+constexpr rlim_t kMemoryPerByte = 8;
+
+void limit(decltype(RLIMIT_CPU) resource, rlim_t value)
+{
+    rlimit now{};
+    if (getrlimit(resource, &now) != 0)
+        return;
+    if (now.rlim_max != RLIM_INFINITY && now.rlim_max < value)
+        value = now.rlim_max;
+    now.rlim_cur = now.rlim_max = value;
+    setrlimit(resource, &now);
+}
+
+} // namespace
+
+void setLimits(qint64 fileSize)
+{
+    const auto size = rlim_t(fileSize);
+    limit(RLIMIT_CORE, 0);
+    limit(RLIMIT_CPU, kLeastSeconds + size / kMegabyte * kSecondsPerMegabyte);
+#ifndef ARVO_ADDRESS_SANITIZER // which maps terabytes at its start
+    limit(RLIMIT_AS, kLeastMemory + size * kMemoryPerByte);
+#endif
+}
+
+} // namespace jet::reader

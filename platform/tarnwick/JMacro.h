@@ -1,0 +1,40 @@
+#pragma once
+#include "JFile.h"
+
+#include <optional>
+#include <QList>
+#include <QString>
+
+namespace tarnwick {
+
+/// A table of macros: names with their brackets ("[MAP NAME]") and values. Names are matched without regard to case.
+class JMacro
+{
+public:
+    struct Entry
+    {
+        QString name;
+        QString value;
+        bool operator==(const Entry &) const = default;
+    };
+
+    const QList<Entry> &entries() const { return m_entries; }
+    bool isEmpty() const { return m_entries.isEmpty(); }
+    /// Sets or adds. A name without brackets gets them.
+    void set(const QString &name, const QString &value);
+    std::optional<QString> value(QStringView name) const;
+    void remove(QStringView name);
+    void clear() { m_entries.clear(); }
+    void sort();
+    /// Adds the other's entries; where both have a name, this table's value stays.
+    void merge(const JMacro &other);
+    /// Replaces every bracketed name that the table has; other bracketed text stays. Values are not expanded again.
+    QString expand(const QString &text) const;
+    void serialize(JFile &file);
+    bool operator==(const JMacro &) const = default;
+
+private:
+    QList<Entry> m_entries;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,100 @@
+#include "OptionFile.h"
+
+#include <QFileInfo>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+static const QString kIdentifier = u"OptionFile"_s;
+static constexpr int kHeaderVersion = 1;
+
+// What stands before the body.
+static int readLead(JFile &file, const QString &title)
+{
+    file.header(kIdentifier, kHeaderVersion);
+    const qint64 titlePlace = file.offset();
+    QString found;
+    file.serialize(found);
+    if (found != title)
+        throw JFileError(file.fileName(), titlePlace, u"this is a file of '%1', not of '%2'"_s.arg(found, title));
+    const qint64 versionPlace = file.offset();
+    qint32 version = 0;
+    file.serialize(version);
+    if (version < 1)
+        throw JFileError(file.fileName(), versionPlace, u"%1 is not a file version"_s.arg(version));
+    return version;
+}
+
+static QString newerText(int found, int known)
+{
+    return u"the file is of version %1, written by a newer program; this one knows versions up to %2"_s.arg(found).arg(
+        known);
+}
+
+OptionFile::OptionFile(const QString &path, const QString &title, int version)
+    : m_path(path)
+    , m_title(title)
+    , m_version(version)
+{
+}
+
+bool OptionFile::load(const PathRoots &roots)
+{
+    const QString path = m_path.installationPath(roots);
+    if (!QFileInfo::exists(path))
+        return false;
+    loadFrom(path);
+    return true;
+}
+
+void OptionFile::store(const PathRoots &roots)
+{
+    storeTo(m_path.installationPath(roots));
+}
+
+void OptionFile::loadFrom(const QString &machinePath)
+{
+    JFile file = JFile::openForReading(machinePath);
+    const int version = readLead(file, m_title);
+    if (version > m_version)
+        throw JFileError(machinePath, file.offset() - qint64(sizeof(qint32)), newerText(version, m_version));
+
+    JFile before = JFile::forWriting(machinePath);
+    serializeBody(before, m_version);
+    try {
+        resetToDefaults();
+        serializeBody(file, version);
+        if (file.bytesLeft() > 0)
+            file.fail(u"%1 bytes follow the end of the record"_s.arg(file.bytesLeft()));
+    } catch (...) {
+        JFile saved = JFile::fromBytes(before.bytes(), machinePath);
+        serializeBody(saved, m_version);
+        throw;
+    }
+}
+
+void OptionFile::storeTo(const QString &machinePath)
+{
+    if (QFileInfo::exists(machinePath)) {
+        int found = 0;
+        try {
+            JFile there = JFile::openForReading(machinePath);
+            found = readLead(there, m_title);
+        } catch (const FileError &) {
+            // A damaged or foreign file holds no settings that could be lost.
+        }
+        if (found > m_version)
+            throw FileError(machinePath, 0, newerText(found, m_version) + u", and does not overwrite it"_s);
+    }
+    JFile file = JFile::forWriting(machinePath);
+    QString title = m_title;
+    qint32 version = m_version;
+    file.header(kIdentifier, kHeaderVersion);
+    file.serialize(title);
+    file.serialize(version);
+    serializeBody(file, m_version);
+    file.commit();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,87 @@
+#include "BoxPrompts.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+BoxPrompts::BoxPrompts(QWidget *parent, StatusFunction showStatus)
+    : m_parent(parent)
+    , m_showStatus(std::move(showStatus))
+{
+}
+
+// A box belongs over the dialog that is open, even when the prompts were made for the main window.
+QWidget *BoxPrompts::boxParent() const
+{
+    QWidget *modal = QApplication::activeModalWidget();
+    return modal ? modal : m_parent.data();
+}
+
+static void prepare(QMessageBox &box, QMessageBox::Icon icon, int number, const QString &text)
+{
+    const QString program = QGuiApplication::applicationDisplayName();
+    box.setWindowTitle(number > 0 ? u"%1 - %2"_s.arg(program, QString::number(number)) : program);
+    box.setObjectName(u"messageBox"_s);
+    box.setIcon(icon);
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse); // to send the engine's words to those who can help
+    box.setText(text);
+}
+
+void BoxPrompts::showError(int severity, int number, const QString &text)
+{
+    QMessageBox box(boxParent());
+    prepare(box, severity >= kErrorSeverity ? QMessageBox::Critical : QMessageBox::Warning, number, text);
+    box.setStandardButtons(QMessageBox::Ok);
+    box.exec();
+}
+
+void BoxPrompts::showInformation(const QString &text)
+{
+    QMessageBox box(boxParent());
+    prepare(box, QMessageBox::Information, 0, text);
+    box.setStandardButtons(QMessageBox::Ok);
+    box.exec();
+}
+
+Answer BoxPrompts::ask(Buttons buttons, const QString &text, int number)
+{
+    QMessageBox box(boxParent());
+    prepare(box, QMessageBox::Question, number, text);
+    switch (buttons) {
+    case Buttons::YesNo:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box.setEscapeButton(QMessageBox::No);
+        break;
+    case Buttons::YesNoCancel:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        box.setEscapeButton(QMessageBox::Cancel);
+        break;
+    case Buttons::OkCancel:
+        box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+        box.setEscapeButton(QMessageBox::Cancel);
+        break;
+    }
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::Ok:
+        return Answer::Ok;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        return buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+    }
+}
+
+void BoxPrompts::showStatus(const QString &text)
+{
+    if (m_showStatus)
+        m_showStatus(text);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,142 @@
+#include "CalList.h"
+
+#include "Messages.h"
+
+#include <db/Errors.h>
+#include <db/FieldAccess.h>
+
+namespace results {
+
+using namespace Qt::StringLiterals;
+using tarnwick::Answer;
+using tarnwick::Buttons;
+
+namespace {
+
+const QString kCalsSql = u"SELECT COUNT(*), site_code, comp, outage, cal_num, oper_type, sec\nFROM report\n"
+                         u"GROUP BY site_code, comp, outage, cal_num, oper_type, sec\n"
+                         u"ORDER BY site_code, comp, outage, cal_num, oper_type, sec"_s;
+
+QList<CalList::Row> readCals(dao::Database &database)
+{
+    QList<CalList::Row> rows;
+    dao::Recordset cals(database);
+    for (cals.open(dao::Recordset::Type::Snapshot, kCalsSql); !cals.isEof(); cals.moveNext()) {
+        CalList::Row row;
+        row.count = db::getField<qint32>(cals, 0);
+        row.cal.siteCode = db::getField<QString>(cals, u"site_code"_s);
+        row.cal.comp = db::getField<QString>(cals, u"comp"_s);
+        row.cal.outage = db::getField<QString>(cals, u"outage"_s);
+        row.cal.calNum = db::getField<qint32>(cals, u"cal_num"_s);
+        row.cal.operType = db::getField<QString>(cals, u"oper_type"_s);
+        row.cal.sec = db::getField<qint32>(cals, u"sec"_s);
+        rows.append(row);
+    }
+    return rows;
+}
+
+} // namespace
+
+CalList::~CalList()
+{
+    if (m_open && m_session->isOpen())
+        end(false);
+}
+
+bool CalList::open()
+{
+    if (!db::checkConnected(*m_session) || !db::beginTrans(*m_session))
+        return false;
+    m_open = true;
+    fill();
+    return true;
+}
+
+bool CalList::fill()
+{
+    try {
+        m_rows = readCals(m_session->database());
+        m_current = qMin(m_current, int(m_rows.size()) - 1);
+        return true;
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(m_session->prompts(), exception, messages::kUpdateCalList);
+        return false;
+    }
+}
+
+QString CalList::caption() const
+{
+    return tarnwick::format(messages::kCalsCaption.text, m_session->path());
+}
+
+void CalList::deleteCurrent()
+{
+    tarnwick::UserPrompts &prompts = m_session->prompts();
+    if (prompts.question(Buttons::YesNo, messages::kDeleteCal) != Answer::Yes) {
+        prompts.status(messages::kDeleteCalCancelled);
+        return;
+    }
+    if (m_current < 0 || m_current >= m_rows.size()) {
+        prompts.information(messages::kSelectCal);
+        return;
+    }
+    try {
+        deleteCalRows(m_session->database(), m_rows[m_current].cal);
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(prompts, exception, messages::kCouldNotDeleteCal);
+        return;
+    }
+    m_changed = true;
+    if (fill())
+        prompts.status(messages::kCalDeleted);
+}
+
+void CalList::closeWithOk()
+{
+    end(true);
+}
+
+bool CalList::closeWithCancel()
+{
+    Answer answer = Answer::No;
+    if (m_changed)
+        answer = m_session->prompts().question(Buttons::YesNoCancel, messages::kSaveChanges);
+    if (answer == Answer::Cancel)
+        return false;
+    end(answer == Answer::Yes);
+    return true;
+}
+
+void CalList::end(bool commit)
+{
+    if (!m_open)
+        return;
+    m_open = false;
+    if (!m_session->isOpen())
+        return;
+    if (commit && db::commitTrans(*m_session))
+        return;
+    if (m_session->workspace().transactionDepth() > 0)
+        db::rollbackTrans(*m_session);
+}
+
+QStringList CalList::columnTitles(const ellery::SteamGen &steamGen)
+{
+    QStringList titles{u"ENTRY#"_s, u"SITE CODE"_s, u"COMP"_s, u"OUTAGE"_s, u"CAL"_s, u"OPTYPE"_s};
+    if (steamGen.hasSections())
+        titles.append(steamGen.axisNames[int(ellery::Axis::Sec)]);
+    titles.append(u"COUNT"_s);
+    return titles;
+}
+
+QStringList CalList::cells(const Row &row, int index, const ellery::SteamGen &steamGen)
+{
+    QStringList cells{QString::number(index + 1),      row.cal.siteCode, row.cal.comp, row.cal.outage,
+                      QString::number(row.cal.calNum), row.cal.operType};
+    if (steamGen.hasSections())
+        cells.append(steamGen.tubeLabel(ellery::Axis::Sec, row.cal.sec));
+    cells.append(QString::number(row.count));
+    return cells;
+}
+
+} // namespace results

@@ -1,0 +1,294 @@
+#include "ReportUpload.h"
+
+#include "Messages.h"
+#include "UploadFileList.h"
+
+#include <db/EngineProgress.h>
+#include <db/Errors.h>
+#include <db/Messages.h>
+#include <db/ReportWriter.h>
+#include <db/TableGrowth.h>
+
+namespace results {
+
+using namespace Qt::StringLiterals;
+using brannock::Report;
+using brannock::ReportEntry;
+using tarnwick::Answer;
+using tarnwick::Buttons;
+
+namespace {
+
+bool isUploaded(const ReportEntry &entry)
+{
+    return !entry.isHeader() && !entry.isStd();
+}
+
+QString text(const tarnwick::Message &message)
+{
+    return QString::fromUtf16(message.text);
+}
+
+} // namespace
+
+ReportUpload::ReportUpload(db::DatabaseSession &session, const brannock::Project &project, tarnwick::Progress *progress)
+    : m_session(&session)
+    , m_project(&project)
+    , m_progress(progress)
+{
+}
+
+ReportUpload::~ReportUpload() = default;
+
+UploadSummary ReportUpload::uploadCurrent(UploadFileList &files, const Report &report)
+{
+    if (!files.checkCurrent(m_session->prompts()))
+        return {};
+    const UploadSummary summary = upload(report);
+    if (summary.completed)
+        files.markCurrentDone();
+    return summary;
+}
+
+UploadSummary ReportUpload::upload(const Report &report)
+{
+    m_summary = {};
+    m_skipUnknownTubes = false;
+    m_firstCal = true;
+    m_siteAsked = false;
+    m_cal.reset();
+    if (!db::checkConnected(*m_session) || !checkTubes(report) || !db::beginTrans(*m_session))
+        return m_summary;
+    m_oneCal = isOneCal(report);
+
+    Next outcome = Next::Stop;
+    try {
+        const db::EngineProgress stoppable(m_session->database(), m_progress);
+        outcome = walk(report);
+    } catch (const tarnwick::Cancelled &) {
+        m_session->prompts().status(messages::kUploadCancelled);
+    } catch (const dao::DaoCancelled &) {
+        m_session->prompts().status(messages::kUploadCancelled);
+    } catch (...) {
+        // A failure of the program itself must not leave a transaction open behind it.
+        m_writer.reset();
+        finish(Next::Stop);
+        throw;
+    }
+    m_writer.reset();
+    m_summary.completed = finish(outcome);
+    return m_summary;
+}
+
+bool ReportUpload::checkTubes(const Report &report)
+{
+    m_tubes.clear();
+    const ellery::SteamGen &steamGen = m_project->steamGen;
+    if (steamGen.numTube() == 0)
+        return true;
+    m_tubes.reserve(size_t(report.numEntry()));
+    for (const ReportEntry &entry : report.entries)
+        m_tubes.push_back(isUploaded(entry) ? steamGen.findTube(entry.row, entry.col, entry.sec) : -1);
+
+    int count = 0;
+    const QString list = unknownTubeList(report, count);
+    if (count == 0)
+        return true;
+    switch (m_session->prompts().question(Buttons::YesNoCancel, messages::kUnknownTubes, count, steamGen.name, list)) {
+    case Answer::Yes:
+        return true;
+    case Answer::No:
+        m_skipUnknownTubes = true;
+        return true;
+    default:
+        m_session->prompts().status(messages::kUnknownTubesCancelled);
+        return false;
+    }
+}
+
+QString ReportUpload::unknownTubeList(const Report &report, int &count) const
+{
+    constexpr int kListed = 19;
+    QString list;
+    count = 0;
+    for (int i = 0; i < report.numEntry(); ++i) {
+        const ReportEntry &entry = report[i];
+        if (!isUploaded(entry) || m_tubes[size_t(i)] >= 0)
+            continue;
+        ++count;
+        if (count <= kListed)
+            list += tarnwick::format(messages::kUnknownTubeLine.text, i + 1, entry.row, entry.col, entry.sec);
+        else if (count == kListed + 1)
+            list += text(messages::kMoreUnknownTubes);
+    }
+    return list;
+}
+
+bool ReportUpload::isOneCal(const Report &report) const
+{
+    std::optional<Cal> cal;
+    for (const ReportEntry &entry : report.entries) {
+        if (!isUploaded(entry))
+            continue;
+        if (!cal)
+            cal = Cal::of(entry);
+        else if (!belongsTo(entry, *cal))
+            return false;
+    }
+    return true;
+}
+
+ReportUpload::Next ReportUpload::walk(const Report &report)
+{
+    tarnwick::ProgressLoop progress(m_progress, report.numEntry(), text(messages::kUploading));
+    for (int i = 0; i < report.numEntry(); ++i) {
+        progress.tick(i);
+        if (!isUploaded(report[i])) {
+            ++m_summary.headers;
+            continue;
+        }
+        ++m_summary.read;
+        const int tube = m_tubes.empty() ? -1 : m_tubes[size_t(i)];
+        if (tube < 0 && m_skipUnknownTubes) {
+            ++m_summary.skipped;
+            continue;
+        }
+        ReportEntry entry = report[i];
+        entry.tubeIndex = tube;
+        if (!(m_cal && belongsTo(entry, *m_cal)) && enterCal(entry) == Next::Stop)
+            return Next::Stop;
+        setLocationDistance(entry);
+        if (store(entry, i + 1) == Next::Stop)
+            return Next::Stop;
+    }
+    return Next::GoOn;
+}
+
+// In a file of several cals only the first one met is looked up in the database: that is intended.
+ReportUpload::Next ReportUpload::enterCal(const ReportEntry &entry)
+{
+    const Cal cal = Cal::of(entry);
+    if (!cal.isValid()) {
+        m_session->prompts().information(messages::kFillInCal);
+        return Next::Stop;
+    }
+    m_cal = cal;
+    if ((m_firstCal || m_oneCal) && testDuplicate(cal) == Next::Stop)
+        return Next::Stop;
+    m_firstCal = false;
+    return compareSite(entry);
+}
+
+ReportUpload::Next ReportUpload::testDuplicate(const Cal &cal)
+{
+    try {
+        const qint64 rows = countCalRows(m_session->database(), cal);
+        return rows == 0 ? Next::GoOn : askToReplace(cal, rows);
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(m_session->prompts(), exception, messages::kCheckCal);
+        return Next::Stop;
+    }
+}
+
+ReportUpload::Next ReportUpload::askToReplace(const Cal &cal, qint64 rows)
+{
+    tarnwick::UserPrompts &prompts = m_session->prompts();
+    const QString section = m_project->steamGen.tubeLabel(ellery::Axis::Sec, cal.sec);
+    const Answer answer = prompts.question(Buttons::YesNoCancel, messages::kCalExists, rows, cal.calNum, cal.operType,
+                                           cal.siteCode, cal.comp, cal.outage, section);
+    if (answer == Answer::No)
+        return Next::GoOn;
+    if (answer != Answer::Yes || prompts.question(Buttons::YesNo, messages::kAreYouSure) != Answer::Yes) {
+        prompts.status(messages::kUploadCancelled);
+        return Next::Stop;
+    }
+    m_summary.replaced = deleteCalRows(m_session->database(), cal);
+    prompts.status(messages::kOldCalDeleted);
+    return Next::GoOn;
+}
+
+ReportUpload::Next ReportUpload::compareSite(const ReportEntry &entry)
+{
+    const fenwright::SiteInfo &site = m_project->site;
+    const bool agrees = entry.site.siteCode == site.siteCode && entry.site.compCode == site.compCode;
+    if (agrees || m_siteAsked)
+        return Next::GoOn;
+    if (m_session->prompts().question(Buttons::YesNo, messages::kOtherSite, entry.site.siteCode, entry.site.compCode) !=
+        Answer::Yes)
+        return Next::Stop;
+    m_siteAsked = true;
+    return Next::GoOn;
+}
+
+void ReportUpload::setLocationDistance(ReportEntry &entry) const
+{
+    if (entry.location.dist > 0 || entry.tubeIndex < 0)
+        return;
+    const ellery::SteamGen &steamGen = m_project->steamGen;
+    const ellery::LandmarkSet *set = steamGen.getLandmarkSet(entry.tubeIndex);
+    const int found = set ? set->find(entry.location.landmark) : -1;
+    if (found < 0)
+        return;
+    ellery::Landmark landmark = (*set)[found];
+    landmark.setDist(steamGen[entry.tubeIndex], set->bendLengthPerRow);
+    entry.location.dist = landmark.pos + (landmark.forward ? entry.location.offset : -entry.location.offset);
+}
+
+ReportUpload::Next ReportUpload::store(ReportEntry &entry, int position)
+{
+    tarnwick::UserPrompts &prompts = m_session->prompts();
+    try {
+        if (!m_writer)
+            m_writer = std::make_unique<db::ReportWriter>(m_session->database());
+        m_writer->add(entry);
+        ++m_summary.stored;
+        return Next::GoOn;
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(prompts, exception, db::messages::kUploadEntry);
+    }
+    ++m_summary.failed;
+    m_summary.failedEntries.append(position);
+    return prompts.question(Buttons::YesNo, messages::kContinueAfterFailure, position) == Answer::Yes ? Next::GoOn
+                                                                                                      : Next::Stop;
+}
+
+bool ReportUpload::finish(Next outcome)
+{
+    tarnwick::UserPrompts &prompts = m_session->prompts();
+    if (outcome == Next::GoOn) {
+        db::noteTableGrowth(m_session->database(), u"report"_s, m_summary.stored);
+        if (db::commitTrans(*m_session)) {
+            prompts.status(messages::kUploaded, m_summary.counted());
+            return true;
+        }
+    }
+    // A commit that failed may have ended the transaction itself.
+    if (m_session->workspace().transactionDepth() > 0)
+        db::rollbackTrans(*m_session);
+    prompts.status(messages::kTerminated);
+    return false;
+}
+
+std::optional<UploadQuestion> uploadQuestion(QStringView question)
+{
+    static const struct
+    {
+        const tarnwick::Message *message;
+        UploadQuestion kind;
+    } questions[] = {
+        {&messages::kUnknownTubes, UploadQuestion::UnknownTubes},
+        {&messages::kCalExists, UploadQuestion::CalExists},
+        {&messages::kAreYouSure, UploadQuestion::AreYouSure},
+        {&messages::kOtherSite, UploadQuestion::OtherSite},
+        {&messages::kContinueAfterFailure, UploadQuestion::ContinueAfterFailure},
+    };
+    for (const auto &known : questions) {
+        const QStringView whole(known.message->text);
+        const qsizetype firstArgument = whole.indexOf(u'%');
+        if (question.startsWith(firstArgument < 0 ? whole : whole.first(firstArgument)))
+            return known.kind;
+    }
+    return std::nullopt;
+}
+
+} // namespace results

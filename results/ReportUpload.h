@@ -1,0 +1,81 @@
+#pragma once
+#include "Cal.h"
+
+#include <brannock/Project.h>
+#include <db/DatabaseSession.h>
+#include <tarnwick/Progress.h>
+
+namespace db {
+class ReportWriter;
+}
+
+namespace results {
+
+class UploadFileList;
+
+/// What became of one file. When completed, read = stored + skipped + failed; otherwise everything was rolled back and
+/// the counts say how far the walk came.
+struct UploadSummary
+{
+    bool completed = false;
+    int headers = 0;          ///< header and standard entries, which are never uploaded
+    int read = 0;             ///< result entries reached
+    int stored = 0;           ///< rows added
+    int skipped = 0;          ///< passed over because their tube does not exist
+    int failed = 0;           ///< could not be stored, passed over by the user's choice
+    int replaced = 0;         ///< old rows of the cal that were deleted first
+    QList<int> failedEntries; ///< their 1-based positions in the file
+
+    /// The number the user is told: failed entries that were passed over are counted too.
+    int counted() const { return stored + failed; }
+};
+
+/// Uploads one report into table 'report', all of its entries or none: checks the tubes, asks about unknown ones, about
+/// a cal that is there already and about another site, and stores the entries in file order within one transaction.
+class ReportUpload
+{
+public:
+    /// progress may be null. All are borrowed and outlive the upload.
+    ReportUpload(db::DatabaseSession &session, const brannock::Project &project,
+                 tarnwick::Progress *progress = nullptr);
+    ~ReportUpload();
+
+    /// Uploads the current file of the list, as edited by the user, and marks it done.
+    UploadSummary uploadCurrent(UploadFileList &files, const brannock::Report &report);
+    UploadSummary upload(const brannock::Report &report);
+
+private:
+    enum class Next { GoOn, Stop };
+
+    bool checkTubes(const brannock::Report &report);
+    QString unknownTubeList(const brannock::Report &report, int &count) const;
+    bool isOneCal(const brannock::Report &report) const;
+    Next walk(const brannock::Report &report);
+    Next enterCal(const brannock::ReportEntry &entry);
+    Next testDuplicate(const Cal &cal);
+    Next askToReplace(const Cal &cal, qint64 rows);
+    Next compareSite(const brannock::ReportEntry &entry);
+    Next store(brannock::ReportEntry &entry, int position);
+    void setLocationDistance(brannock::ReportEntry &entry) const;
+    bool finish(Next outcome);
+
+    db::DatabaseSession *m_session;
+    const brannock::Project *m_project;
+    tarnwick::Progress *m_progress;
+
+    // Of the upload in progress.
+    UploadSummary m_summary;
+    std::unique_ptr<db::ReportWriter> m_writer;
+    std::vector<qint32> m_tubes; ///< tube index of each entry; empty when the component has no tubes
+    bool m_skipUnknownTubes = false;
+    bool m_oneCal = false;
+    bool m_firstCal = true;
+    bool m_siteAsked = false;
+    std::optional<Cal> m_cal; ///< the current one
+};
+
+/// Which question of the upload a text is, for front ends that answer from flags.
+enum class UploadQuestion { UnknownTubes, CalExists, AreYouSure, OtherSite, ContinueAfterFailure };
+std::optional<UploadQuestion> uploadQuestion(QStringView text);
+
+} // namespace results

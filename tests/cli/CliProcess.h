@@ -1,0 +1,53 @@
+#pragma once
+#include <gtest/gtest.h>
+#include <QByteArray>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+
+/// What one run of the real arvo-cli program gave.
+struct CliResult
+{
+    int status = -1;
+    QString output;
+    QString error;
+    QJsonObject json() const { return QJsonDocument::fromJson(output.toUtf8()).object(); }
+};
+
+/// Runs the real program with its own installation folder, so that no setting of this machine counts.
+class CliProcess
+{
+public:
+    CliProcess() { m_environment.insert(QStringLiteral("PALOMINE_DIR"), m_installation.path()); }
+
+    CliResult run(const QStringList &arguments) const
+    {
+        QProcess process;
+        process.setProcessEnvironment(m_environment);
+        process.start(QStringLiteral(ARVO_CLI), arguments);
+        CliResult result;
+        // Generous: the sanitizers' build is slow, a hang is what this catches.
+        if (!process.waitForFinished(300'000) || process.exitStatus() != QProcess::NormalExit) {
+            ADD_FAILURE() << "arvo-cli " << qPrintable(arguments.join(u' ')) << " did not end by itself";
+            return result;
+        }
+        result.status = process.exitCode();
+        result.output = QString::fromUtf8(process.readAllStandardOutput());
+        result.error = QString::fromUtf8(process.readAllStandardError());
+        return result;
+    }
+
+    CliResult mustRun(const QStringList &arguments) const
+    {
+        CliResult result = run(arguments);
+        EXPECT_EQ(result.status, 0) << qPrintable(arguments.join(u' ')) << "\n" << qPrintable(result.error);
+        return result;
+    }
+
+private:
+    QTemporaryDir m_installation;
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
+};

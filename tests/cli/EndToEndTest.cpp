@@ -1,0 +1,174 @@
+#include "CliProcess.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList filesIn(const QString &folder, const QString &pattern)
+{
+    QStringList paths;
+    const QStringList names = QDir(folder).entryList({pattern}, QDir::Files, QDir::Name);
+    for (const QString &name : names)
+        paths.append(folder + u'/' + name);
+    return paths;
+}
+
+// One job from a foreign text to marked tubes, through the real program; the demo project is made once.
+class EndToEnd : public ::testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        s_folder = new QTemporaryDir;
+        s_cli = new CliProcess;
+        s_project = s_folder->filePath(u"demo project"_s);
+        s_cli->mustRun({u"demo"_s, s_project, u"--tubes"_s, u"800"_s, u"--entries"_s, u"6000"_s});
+    }
+    static void TearDownTestSuite()
+    {
+        delete s_cli;
+        delete s_folder;
+    }
+
+    static QJsonObject sql(const QString &statement)
+    {
+        return s_cli->mustRun({u"sql"_s, s_project, statement, u"--format"_s, u"json"_s}).json();
+    }
+    static qint64 number(const QString &statement) { return sql(statement)[u"rows"][0][0].toInteger(-1); }
+
+    static inline QTemporaryDir *s_folder = nullptr;
+    static inline CliProcess *s_cli = nullptr;
+    static inline QString s_project;
+};
+
+} // namespace
+
+TEST_F(EndToEnd, ForeignTextBecomesMarkedTubes)
+{
+    // Convert: the foreign texts of the present outage become report files.
+    const QStringList texts = filesIn(s_project + u"/foreign"_s, u"*.txt"_s);
+    ASSERT_FALSE(texts.isEmpty());
+    const QStringList before = filesIn(s_project + u"/reports"_s, u"*.rep"_s);
+    s_cli->mustRun(QStringList{u"convert"_s, s_project} + texts + QStringList{u"--yes"_s});
+    const QStringList reports = filesIn(s_project + u"/reports"_s, u"*.rep"_s);
+    EXPECT_GT(reports.size(), before.size());
+
+    // Upload: makes the database and stores every result entry.
+    const QString database = s_project + u"/arvo/project.mdb"_s;
+    ASSERT_FALSE(QFile::exists(database));
+    const CliResult uploaded = s_cli->mustRun(QStringList{u"upload"_s, s_project} + reports + QStringList{u"--yes"_s});
+    ASSERT_TRUE(QFile::exists(database));
+    qint64 stored = 0;
+    for (const QString &line : uploaded.output.split(u'\n', Qt::SkipEmptyParts))
+        stored += line.section(u"Successfully uploaded "_s, 1).section(u' ', 0, 0).remove(u',').toInt();
+    EXPECT_GT(stored, 1000);
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM report"_s), stored);
+
+    // Query: three spellings of one question agree.
+    const QString deep = u"SELECT DISTINCT sec, row, col FROM report WHERE pcnt >= 40 AND defect <> 'NDD'"_s;
+    const QJsonObject rows = sql(deep);
+    EXPECT_EQ(rows[u"columns"][1][u"name"].toString(), u"row"_s);
+    EXPECT_EQ(rows[u"columns"][1][u"type"].toString(), u"Integer"_s);
+    const qint64 tubes = rows[u"rows"].toArray().size();
+    EXPECT_GT(tubes, 0);
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM (SELECT DISTINCT sec, row, col FROM report WHERE pcnt >= 40) AS t"_s),
+              tubes);
+    const CliResult csv = s_cli->mustRun({u"sql"_s, s_project, deep, u"--format"_s, u"csv"_s});
+    EXPECT_EQ(csv.output.count(u"\r\n"_s), tubes + 1);
+
+    // Map: the query's tubes are marked, and the legend's counts are those of the query.
+    const QString query = s_folder->filePath(u"deep.qry"_s);
+    QFile file(query);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(deep.toUtf8());
+    file.close();
+    const QString picture = s_folder->filePath(u"map.png"_s);
+    const CliResult map = s_cli->mustRun({u"map"_s, s_project, u"--query"_s, query, u"--out"_s, picture});
+    EXPECT_TRUE(map.output.contains(u"deep.qry"_s)) << qPrintable(map.output);
+    EXPECT_TRUE(map.output.contains(QString::number(tubes))) << qPrintable(map.output);
+    const QImage image(picture);
+    ASSERT_FALSE(image.isNull());
+    EXPECT_GT(image.width(), 800);
+}
+
+TEST_F(EndToEnd, FailuresAreToldAndLeaveFilesAsTheyWere)
+{
+    const QString bad = s_folder->filePath(u"bad.rep"_s);
+    QFile file(bad);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("kind\tsec\trow\nresult\t0\n");
+    file.close();
+    const CliResult upload = s_cli->run({u"upload"_s, s_project, bad});
+    EXPECT_EQ(upload.status, 1);
+    EXPECT_TRUE(upload.error.contains(u"bad.rep"_s)) << qPrintable(upload.error);
+
+    const CliResult missing = s_cli->run({u"sql"_s, s_folder->filePath(u"nothing"_s), u"SELECT 1"_s});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_TRUE(missing.error.contains(u"nothing"_s)) << qPrintable(missing.error);
+
+    const QString foreign = s_folder->filePath(u"text.mdb"_s);
+    QFile notOurs(foreign);
+    ASSERT_TRUE(notOurs.open(QIODevice::WriteOnly));
+    notOurs.write(
+        "this is no database, whatever its name says; it is long enough to have a header of one hundred bytes ......");
+    notOurs.close();
+    const CliResult refused = s_cli->run({u"sql"_s, foreign, u"SELECT 1"_s});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.error.contains(u"error 1032: Could not connect to database.\n\n[3343]"_s))
+        << qPrintable(refused.error);
+    ASSERT_TRUE(notOurs.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(notOurs.readAll().startsWith("this is no database"));
+}
+
+TEST_F(EndToEnd, StatementsChangeRowsAndCanTakeParameters)
+{
+    const QString database = s_folder->filePath(u"new.mdb"_s);
+    s_cli->mustRun({u"create"_s, database});
+    EXPECT_EQ(s_cli->run({u"create"_s, database}).status, 1); // it exists now
+
+    const auto json = [&](const QStringList &arguments) {
+        return s_cli->mustRun(QStringList{u"sql"_s, database} + arguments + QStringList{u"--format"_s, u"json"_s})
+            .json();
+    };
+    EXPECT_EQ(json({u"INSERT INTO tube_sets (name) VALUES ('A')"_s})[u"affected"].toInt(), 1);
+    EXPECT_EQ(json({u"SELECT name FROM tube_sets WHERE name = [which]"_s, u"--param"_s, u"which=a"_s})[u"rows"]
+                  .toArray()
+                  .size(),
+              1);
+
+    const CliResult unset = s_cli->run({u"sql"_s, database, u"SELECT name FROM tube_sets WHERE name = [which]"_s});
+    EXPECT_EQ(unset.status, 1);
+    EXPECT_TRUE(unset.error.contains(u"which"_s)) << qPrintable(unset.error);
+
+    // A statement that breaks a rule is refused whole, with the rule's own message.
+    const CliResult refused =
+        s_cli->run({u"sql"_s, database, u"INSERT INTO tubes (sec, row, col) VALUES (0, 1000, 1)"_s});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.error.startsWith(u"error 1069: Could not execute query.\n\n[3317]"_s))
+        << qPrintable(refused.error);
+
+    // A file of statements goes in whole or not at all.
+    const QString script = s_folder->filePath(u"script.sql"_s);
+    QFile file(script);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("INSERT INTO tube_sets (name)\nVALUES ('B;');\nINSERT INTO tube_sets (name) VALUES ('A');\n");
+    file.close();
+    EXPECT_EQ(s_cli->run({u"sql"_s, database, u"--file"_s, script}).status, 1);
+    EXPECT_EQ(json({u"SELECT COUNT(*) FROM tube_sets"_s})[u"rows"][0][0].toInt(), 1);
+}
+
+TEST_F(EndToEnd, WrongUsageIsStatusTwo)
+{
+    for (const QStringList &arguments : {QStringList{},
+                                         {u"fly"_s},
+                                         {u"sql"_s},
+                                         {u"sql"_s, s_project, u"SELECT 1"_s, u"--format"_s, u"xml"_s},
+                                         {u"map"_s, s_project, u"--colour"_s},
+                                         {u"demo"_s, s_project + u"2"_s, u"--tubes"_s, u"many"_s}})
+        EXPECT_EQ(s_cli->run(arguments).status, 2) << qPrintable(arguments.join(u' '));
+    EXPECT_EQ(s_cli->run({u"help"_s, u"upload"_s}).status, 0);
+}

@@ -1,0 +1,122 @@
+#include <conversion/FieldCutter.h>
+#include <conversion/LocationRules.h>
+#include <conversion/TextSource.h>
+#include <support/Printers.h>
+#include <tarnwick/Error.h>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace conversion;
+
+namespace {
+
+QString shown(const brannock::TubeLoc &place)
+{
+    return place.landmark.isEmpty() ? QString() : u"%1 %2"_s.arg(place.landmark).arg(double(place.offset));
+}
+
+// "location|from|to"
+QString location(const QString &text)
+{
+    const LocationText parsed = parseLocation(text);
+    return QStringList{shown(parsed.location), shown(parsed.from), shown(parsed.to)}.join(u'|');
+}
+
+QStringList linesOf(const QByteArray &content)
+{
+    const TextSource text(u"a.txt"_s, content);
+    QStringList lines;
+    for (int i = 0; i < text.lineCount(); ++i)
+        lines.append(text.line(i).toString());
+    return lines;
+}
+
+} // namespace
+
+TEST(LocationRules, onePlace)
+{
+    EXPECT_EQ(location(u"TSH +1.25"_s), u"TSH 1.25||"_s);
+    EXPECT_EQ(location(u"  TSH   -1.25  "_s), u"TSH -1.25||"_s);
+    EXPECT_EQ(location(u"TSH - 1.5 in"_s), u"TSH -1.5||"_s);
+    EXPECT_EQ(location(u"TSH+1.25"_s), u"TSH 1.25||"_s);
+    EXPECT_EQ(location(u"01H 0.5"_s), u"01H 0.5||"_s);
+    EXPECT_EQ(location(u"AV1 +-2"_s), u"AV1 2||"_s);
+    EXPECT_EQ(location(u"TSH +1E"_s), u"TSH 1||"_s);
+}
+
+TEST(LocationRules, aStretch)
+{
+    EXPECT_EQ(location(u"TSH +1.0 TEH -2.0"_s), u"|TSH 1|TEH -2"_s);
+    EXPECT_EQ(location(u"TSH 1.0 TEH 2.0"_s), u"|TSH 1|TEH 2"_s);
+    EXPECT_EQ(location(u"TSH+1.0 TEH-2.0"_s), u"|TSH 1|TEH -2"_s);
+    EXPECT_EQ(location(u"TSH +1.0 TO TEH -2.0"_s), u"TSH 1||"_s);
+}
+
+TEST(LocationRules, otherTextsAreTheLandmark)
+{
+    EXPECT_EQ(location(u"01-02"_s), u"01-02 0||"_s);
+    EXPECT_EQ(location(u"01-02 +3"_s), u"01-02 +3 0||"_s);
+    EXPECT_EQ(location(u"tsh +1.0"_s), u"tsh +1.0 0||"_s);
+    EXPECT_EQ(location(u"TSH"_s), u"TSH 0||"_s);
+    EXPECT_EQ(location(u"TSH INF"_s), u"TSH INF 0||"_s);
+    EXPECT_EQ(location(u"TSH +1E999"_s), u"TSH +1E999 0||"_s);
+    EXPECT_EQ(location(u""_s), u"||"_s);
+}
+
+TEST(LocationRules, extentsAreTwoWords)
+{
+    EXPECT_EQ(parseExtent(u"  TEH   TEC x").begin, u"TEH"_s);
+    EXPECT_EQ(parseExtent(u"  TEH   TEC x").end, u"TEC"_s);
+    EXPECT_EQ(parseExtent(u"TEH").begin, u"TEH"_s);
+    EXPECT_EQ(parseExtent(u"TEH").end, QString());
+    EXPECT_EQ(parseExtent(u"").begin, QString());
+}
+
+TEST(LocationRules, numbersAreReadAsFarAsTheyGo)
+{
+    EXPECT_EQ(leadingNumber(u" -1.5e2V"), -150);
+    EXPECT_EQ(leadingNumber(u".5."), 0.5);
+    for (const QStringView text : {u"", u"-", u".", u"e5", u"abc", u"nan"})
+        EXPECT_EQ(leadingNumber(text), 0);
+}
+
+TEST(FieldCutter, columnsEndWithTheLine)
+{
+    EXPECT_EQ(cutColumns(u"ab cd ef", 2, 5), u"cd");
+    EXPECT_EQ(cutColumns(u"ab cd", 3, 100), u"cd");
+    EXPECT_EQ(cutColumns(u"ab cd", -5, 1), u"ab");
+    EXPECT_TRUE(cutColumns(u"ab cd", 4, 3).isEmpty());
+    EXPECT_TRUE(cutColumns(u"ab cd", 99, 2147483647).isEmpty());
+    EXPECT_TRUE(cutColumns(u"ab", -9, -3).isEmpty());
+}
+
+TEST(FieldCutter, commaDelimitedValuesMayStandInQuotes)
+{
+    const QStringList expected{u"1"_s, u"a, \"b\""_s, QString(), u"x y"_s, QString()};
+    EXPECT_EQ(splitCommaDelimited(u" 1 , \"a, \"\"b\"\"\" ,, x y,"), expected);
+    const QStringList open{u"1"_s, u"never, closed"_s};
+    EXPECT_EQ(splitCommaDelimited(u"1,\"never, closed"), open);
+    EXPECT_EQ(splitCommaDelimited(u""), QStringList{QString()});
+}
+
+TEST(TextSource, takesLinesOfEverySystem)
+{
+    const QStringList expected{u"a"_s, QString(), u" b"_s};
+    EXPECT_EQ(linesOf("a\n\n b\n"), expected);
+    EXPECT_EQ(linesOf("a\r\n\r\n b\r\n\x1a"), expected);
+    EXPECT_EQ(linesOf("a\r\r b"), expected);
+    EXPECT_EQ(linesOf(""), QStringList());
+}
+
+TEST(TextSource, readsUtf8ElseCodePage1252)
+{
+    EXPECT_EQ(linesOf("\xEF\xBB\xBFn\xC3\xA4h\xE2\x82\xAC"), QStringList{u"näh€"_s});
+    EXPECT_EQ(linesOf("n\xE4h\x80 \x93q\x94\x81"), QStringList{u"näh€ “q”\uFFFD"_s});
+    EXPECT_EQ(linesOf(QByteArray("\xFF\xFE"
+                                 "a\0\n\0"
+                                 "b\0",
+                                 8)),
+              (QStringList{u"a"_s, u"b"_s}));
+    EXPECT_THROW(linesOf(QByteArray("MZ\0\1\2", 5)), tarnwick::FileError);
+}

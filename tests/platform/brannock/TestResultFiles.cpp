@@ -1,0 +1,252 @@
+#include <brannock/History.h>
+#include <brannock/InspPlan.h>
+#include <brannock/Report.h>
+#include <gmock/gmock.h>
+#include <QFile>
+#include <QTemporaryDir>
+#include <tarnwick/FileWriter.h>
+
+using namespace Qt::StringLiterals;
+using brannock::History;
+using brannock::InspPlan;
+using brannock::Report;
+using brannock::ReportEntry;
+using tarnwick::FileError;
+using tarnwick::JDateTime;
+
+namespace {
+
+class ResultFiles : public testing::Test
+{
+protected:
+    void put(const QByteArray &content) { tarnwick::writeFileAtomically(path, content); }
+    template <typename Load>
+    QString error(Load load)
+    {
+        try {
+            load();
+        } catch (const FileError &e) {
+            return u"%1: %2"_s.arg(e.line()).arg(e.reason());
+        }
+        return u"no error"_s;
+    }
+    QTemporaryDir dir;
+    QString path = dir.filePath(u"file"_s);
+};
+
+ReportEntry fullEntry()
+{
+    ReportEntry e;
+    e.outage = u"R12"_s;
+    e.site = {u"S1"_s, u"Site"_s, u"1"_s, u"SGA"_s, u"Gen A"_s, u"Model"_s, u"R12"_s};
+    e.leg = 0;
+    e.calNumber = 65535;
+    e.fileNumber = 70000;
+    e.id = 3;
+    e.sec = 1;
+    e.row = 12;
+    e.col = 47;
+    e.channel = u"P 1"_s;
+    e.meas = {u"Vpp"_s, 0.1, 35, 123.456, 41};
+    e.entryTime = JDateTime::fromLocal(2019, 3, 31, 12, 34, 56);
+    e.defect = u"WAR"_s;
+    e.location = {u"AV1"_s, -0.15f, 1234, 512.25f};
+    e.from = {u"01H"_s, 1, 2, 3};
+    e.to = {u"02H"_s, -1, 5, 6};
+    e.beginTest = u"TEH"_s;
+    e.endTest = u"TEC"_s;
+    e.probe = {u"BOBBIN"_s, u"MB-720"_s, 720, u"SN\t1"_s};
+    e.operType = u"RES"_s;
+    e.analystId = u"A1001"_s;
+    e.operatorId = u"A1002"_s;
+    e.fileName = u"c:\\new\\file"_s;
+    e.util1 = u"1"_s;
+    e.util2 = u"#2"_s;
+    e.plan = u"Plan"_s;
+    e.comment = u"two\nlines, größer"_s;
+    return e;
+}
+
+TEST_F(ResultFiles, ReportComesBackWhole)
+{
+    Report report;
+    ReportEntry header;
+    header.kind = ReportEntry::Kind::Header;
+    header.headerText = u"# PROBE:\tX  \""_s;
+    header.sec = header.row = header.col = -1;
+    ReportEntry standard;
+    standard.kind = ReportEntry::Kind::Standard;
+    report.entries = {header, fullEntry(), standard, ReportEntry()};
+    report.storeReport(path);
+
+    Report again;
+    again.loadReport(path);
+    ASSERT_EQ(again.numEntry(), 4);
+    EXPECT_EQ(again.path, path);
+    EXPECT_TRUE(again[0].isHeader());
+    EXPECT_EQ(again[0].headerText, header.headerText);
+    EXPECT_EQ(again[0].row, -1);
+    EXPECT_TRUE(again[2].isStd());
+    const ReportEntry &a = again[1];
+    const ReportEntry b = fullEntry();
+    EXPECT_EQ(a.site, b.site);
+    EXPECT_EQ(a.meas, b.meas);
+    EXPECT_EQ(a.location, b.location);
+    EXPECT_EQ(a.from, b.from);
+    EXPECT_EQ(a.to, b.to);
+    EXPECT_EQ(a.probe, b.probe);
+    EXPECT_EQ(a.entryTime, b.entryTime);
+    for (const auto text : {&ReportEntry::outage, &ReportEntry::channel, &ReportEntry::defect, &ReportEntry::beginTest,
+                            &ReportEntry::endTest, &ReportEntry::operType, &ReportEntry::analystId,
+                            &ReportEntry::operatorId, &ReportEntry::fileName, &ReportEntry::util1, &ReportEntry::util2,
+                            &ReportEntry::plan, &ReportEntry::comment}) {
+        EXPECT_EQ(a.*text, b.*text);
+    }
+    for (const auto number : {&ReportEntry::leg, &ReportEntry::calNumber, &ReportEntry::fileNumber, &ReportEntry::id,
+                              &ReportEntry::sec, &ReportEntry::row, &ReportEntry::col}) {
+        EXPECT_EQ(a.*number, b.*number);
+    }
+    EXPECT_TRUE(again[3].entryTime.isNull()) << "an entry without a value must not take it from the one before";
+    EXPECT_TRUE(again[3].comment.isEmpty());
+    EXPECT_FALSE(again[3].location.isValid());
+}
+
+TEST_F(ResultFiles, FailedReportLoadChangesNothing)
+{
+    Report report;
+    report.entries = {fullEntry()};
+    report.path = u"before"_s;
+    const auto load = [&] { report.loadReport(path); };
+    put("kind\trow\tcol\tdefect\nRESULT\t1\t2\tNDD\nRESULT\t1\n");
+    EXPECT_EQ(error(load), u"3: The line has 2 columns where at least 4 are needed (column 'col' is missing).");
+    put("kind\trow\tcol\tdefect\nRESULT\t1\t\tNDD\n");
+    EXPECT_EQ(error(load), u"2: Column 'col': a result needs its tube's number here, the cell is empty.");
+    put("kind\trow\tcol\tdefect\nDONE\t1\t1\tNDD\n");
+    EXPECT_EQ(error(load), u"2: Column 'kind': 'DONE' is not one of RESULT, HEADER, STANDARD.");
+    put("row\tcol\n");
+    EXPECT_EQ(error(load), u"1: The heading lacks column 'kind'.");
+    put("kind\trow\tcol\tdefect\tentry_time\tvolts\nresult\t1\t1\tNDD\tyesterday\t\n");
+    EXPECT_EQ(error(load), u"2: Column 'entry_time': 'yesterday' is not a date and time.");
+    put("kind\trow\tcol\tdefect\tentry_time\tvolts\nresult\t1\t1\tNDD\t2020-02-31 10:00:00\t\n");
+    EXPECT_EQ(error(load), u"2: Column 'entry_time': '2020-02-31 10:00:00' is not a date and time.");
+    EXPECT_EQ(report.numEntry(), 1);
+    EXPECT_EQ(report.path, u"before");
+
+    put("volts\tdefect\tcol\trow\tmine\tkind\tentry_time\n1.5\tDNT\t2\t1\tx\t\t03/04/2020 10:00\n");
+    EXPECT_EQ(error(load), u"no error");
+    ASSERT_EQ(report.numEntry(), 1);
+    EXPECT_EQ(report[0].meas.volts, 1.5);
+    EXPECT_EQ(report[0].leg, 1);
+    EXPECT_EQ(report[0].entryTime, JDateTime::fromLocal(2020, 3, 4, 10));
+}
+
+TEST_F(ResultFiles, StoreInModeZeroKeepsAnExistingReport)
+{
+    put("mine");
+    EXPECT_EQ(error([&] { Report().storeReport(path, 0); }), u"0: The file exists already.");
+    EXPECT_EQ(tarnwick::readFile(path), "mine");
+    Report().storeReport(path, 1);
+    Report report;
+    report.loadReport(path);
+    EXPECT_EQ(report.numEntry(), 0);
+}
+
+TEST_F(ResultFiles, LargeReportComesBack)
+{
+    Report report;
+    for (int i = 0; i < 20000; ++i) {
+        ReportEntry e = fullEntry();
+        e.row = i % 100;
+        e.col = i / 100;
+        e.meas.volts = i / 7.0;
+        e.defect = i % 5 == 0 ? u"DNT"_s : u"NDD"_s;
+        report.entries.append(e);
+    }
+    report.storeReport(path);
+    Report again;
+    again.loadReport(path);
+    ASSERT_EQ(again.numEntry(), report.numEntry());
+    for (int i = 0; i < again.numEntry(); ++i) {
+        ASSERT_EQ(again[i].meas.volts, report[i].meas.volts);
+        ASSERT_EQ(again[i].defect, report[i].defect);
+        ASSERT_EQ(again[i].row, report[i].row);
+    }
+}
+
+TEST_F(ResultFiles, HistoryComesBackWithItsSite)
+{
+    History history;
+    history.site = fullEntry().site;
+    brannock::HistoryEntry e;
+    e.sec = 1;
+    e.row = 2;
+    e.col = 3;
+    e.volts = 0.7;
+    e.percent = 20;
+    e.defect = u"WAR"_s;
+    e.outage = u"R10"_s;
+    e.entryTime = JDateTime::fromLocal(2016, 4, 5, 6, 7, 8);
+    e.location = {u"AV2"_s, 0.5f, 0, 0};
+    e.to = {u"AV3"_s, -0.5f, 9, 0};
+    history.entries = {e, brannock::HistoryEntry()};
+    history.store(path);
+    History again;
+    again.load(path);
+    EXPECT_EQ(again.site, history.site);
+    ASSERT_EQ(again.entries.size(), 2);
+    EXPECT_EQ(again.entries[0].col, 3);
+    EXPECT_EQ(again.entries[0].volts, 0.7);
+    EXPECT_EQ(again.entries[0].percent, 20);
+    EXPECT_EQ(again.entries[0].location, e.location);
+    EXPECT_EQ(again.entries[0].to, e.to);
+    EXPECT_EQ(again.entries[0].entryTime, e.entryTime);
+    EXPECT_TRUE(again.entries[1].defect.isEmpty());
+
+    put("row\tcol\toutage\n1\t1\tR10\n");
+    EXPECT_THROW(again.load(path), FileError);
+    EXPECT_EQ(again.entries.size(), 2);
+}
+
+TEST_F(ResultFiles, PlanComesBackAndSortsStably)
+{
+    InspPlan plan;
+    plan.name = u"Bars\t2"_s;
+    plan.probe = u"MB-720"_s;
+    plan.description = u"two\nlines"_s;
+    plan.createTime = JDateTime::fromLocal(2020, 1, 2, 3, 4, 5);
+    plan.order = InspPlan::Order::Column;
+    plan.addEntry({7, 5, 1, 0, 2, 1});
+    plan.addEntry({7, 1, 9, 0, 0, 0});
+    plan.addEntry({7, 5, 0, 1, 0, 0});
+    EXPECT_EQ(plan.entries[2].entryNum, 2) << "the plan numbers its entries, whatever the caller gave";
+    plan.storePlan(path);
+    InspPlan again;
+    again.loadPlan(path);
+    EXPECT_EQ(again.entries, plan.entries);
+    EXPECT_EQ(again.name, plan.name);
+    EXPECT_EQ(again.description, plan.description);
+    EXPECT_EQ(again.createTime, plan.createTime);
+    EXPECT_EQ(again.order, InspPlan::Order::Column);
+
+    const auto numbers = [&](InspPlan::Order order) {
+        again.sort(order);
+        QList<int> list;
+        for (const brannock::PlanEntry &entry : again.entries)
+            list.append(entry.entryNum);
+        return list;
+    };
+    EXPECT_EQ(numbers(InspPlan::Order::Row), (QList<int>{1, 0, 2}));
+    EXPECT_EQ(numbers(InspPlan::Order::Column), (QList<int>{0, 1, 2}));
+    again.entries.removeFirst();
+    again.addEntry({0, 1, 1, 0, 0, 0});
+    EXPECT_EQ(numbers(InspPlan::Order::Entry), (QList<int>{1, 2, 3}));
+
+    put("entry_num\trow\tcol\n4\t1\t1\n4\t1\t2\n");
+    EXPECT_EQ(error([&] { again.loadPlan(path); }), u"3: Entry number 4 stands twice, in lines 2 and 3.");
+    EXPECT_EQ(again.entries.size(), 3);
+    put("row\tcol\n1\t1\n1\t2\n");
+    again.loadPlan(path);
+    EXPECT_EQ(again.entries[1].entryNum, 1) << "without numbers the order of the lines counts";
+}
+
+} // namespace

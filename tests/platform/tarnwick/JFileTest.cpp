@@ -1,0 +1,202 @@
+#include <support/Damage.h>
+#include <support/Printers.h>
+#include <support/TemporaryFolder.h>
+#include <tarnwick/FileWriter.h>
+#include <tarnwick/JFile.h>
+#include <tarnwick/JMacro.h>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarnwick;
+
+namespace {
+
+struct Record
+{
+    qint32 number = -7;
+    quint32 colour = 0xF0F0F0;
+    qint16 small = -2;
+    char16_t symbol = u'Ω';
+    quint8 byte = 200;
+    bool flag = true;
+    double radius = 1.5;
+    QString text = u"Grüße \U0001D11E"_s;
+    QStringList list{u"a"_s, QString(), u"c"_s};
+    QList<qint32> tubes{1, -1, 3};
+
+    void serialize(JFile &file)
+    {
+        file.header(u"Test"_s, 2);
+        file.version(1);
+        file.serialize(number);
+        file.serialize(colour);
+        file.serialize(small);
+        file.serialize(symbol);
+        file.serialize(byte);
+        file.serialize(flag);
+        file.serializeByte(flag);
+        file.serialize(radius);
+        file.serialize(text);
+        file.serialize(list);
+        file.serialize(tubes);
+    }
+    bool operator==(const Record &) const = default;
+};
+
+QByteArray written(Record record)
+{
+    JFile file = JFile::forWriting(u"x"_s);
+    record.serialize(file);
+    EXPECT_EQ(file.offset(), file.bytes().size());
+    return file.bytes();
+}
+
+Record readBack(const QByteArray &bytes)
+{
+    JFile file = JFile::fromBytes(bytes, u"dir/test.rec"_s);
+    Record record;
+    record = {0, 0, 0, 0, 0, false, 0, {}, {}, {}};
+    record.serialize(file);
+    return record;
+}
+
+} // namespace
+
+TEST(JFile, readsWhatItWrote)
+{
+    EXPECT_EQ(readBack(written(Record())), Record());
+}
+
+TEST(JFile, layoutIsLittleEndianWithCountedUtf8)
+{
+    JFile file = JFile::forWriting(u"x"_s);
+    file.header(u"Ab"_s, 3);
+    char16_t symbol = 0x2126;
+    QString text = u"é"_s;
+    file.serialize(symbol);
+    file.serialize(text);
+    EXPECT_EQ(file.bytes().toHex(' '), "78 56 34 12 02 00 00 00 41 62 03 00 00 00 26 21 02 00 00 00 c3 a9");
+}
+
+TEST(JFile, refusesEveryTruncationAndSurvivesDamage)
+{
+    support::expectEveryTruncationThrows<JFileError>(written(Record()), readBack);
+    support::expectDamageIsSurvived<JFileError>(written(Record()), readBack);
+}
+
+TEST(JFile, errorsNameFileOffsetAndReason)
+{
+    QByteArray bytes = written(Record());
+    bytes.replace("Test", "Tesa");
+    try {
+        readBack(bytes);
+        FAIL();
+    } catch (const JFileError &error) {
+        EXPECT_EQ(error.offset(), 4);
+        EXPECT_EQ(error.file(), u"dir/test.rec"_s);
+        EXPECT_TRUE(error.text().contains(u"test.rec: this is a file of 'Tesa', not of 'Test' (at byte 4)"_s));
+    }
+    JFile text = JFile::fromBytes("SELECT *", u"a"_s);
+    EXPECT_FALSE(text.startsWithMagic());
+    EXPECT_THROW(text.header(u"Test"_s, 1), JFileError);
+}
+
+TEST(JFile, refusesNewerVersionsAndReadsOlderOnes)
+{
+    JFile file = JFile::forWriting(u"x"_s);
+    file.header(u"Test"_s, 2);
+    const QByteArray bytes = file.bytes();
+    EXPECT_EQ(JFile::fromBytes(bytes, u"x"_s).header(u"Test"_s, 3), 2);
+    EXPECT_THROW(JFile::fromBytes(bytes, u"x"_s).header(u"Test"_s, 1), JFileError);
+    EXPECT_THROW(JFile::fromBytes(QByteArray(4, '\0'), u"x"_s).version(1), JFileError);
+}
+
+TEST(JFile, falseCountsTakeNoMemory)
+{
+    const QByteArray huge = QByteArray::fromHex("ffffff7f").leftJustified(20, 'x');
+    for (const QByteArray &bytes : {huge, QByteArray::fromHex("ffffffff"), QByteArray("\x05\0\0\0abcd", 8)}) {
+        QList<qint32> numbers;
+        QStringList texts;
+        QString text;
+        EXPECT_THROW(JFile::fromBytes(bytes, u"x"_s).serialize(numbers), JFileError);
+        EXPECT_THROW(JFile::fromBytes(bytes, u"x"_s).serialize(texts), JFileError);
+        EXPECT_THROW(JFile::fromBytes(bytes, u"x"_s).serialize(text), JFileError);
+    }
+}
+
+TEST(FileWriter, replacesWholeFilesOnly)
+{
+    const support::TemporaryFolder folder;
+    const QString path = folder.path(u"new/sub/file.txt"_s);
+    writeFileAtomically(path, "first");
+    EXPECT_EQ(readFile(path), "first");
+
+    failWritesAfter(3);
+    EXPECT_THROW(writeFileAtomically(path, "second"), FileError);
+    failWritesAfter(-1);
+    {
+        AtomicFile abandoned(path);
+        abandoned.write("third");
+    }
+    EXPECT_EQ(readFile(path), "first");
+    EXPECT_EQ(folder.names(u"new/sub"_s), QStringList{u"file.txt"_s});
+
+    AtomicFile file(path);
+    file.write("two ");
+    file.write("pieces");
+    file.commit();
+    EXPECT_EQ(readFile(path), "two pieces");
+}
+
+TEST(FileWriter, saysWhatCannotBeReadOrWritten)
+{
+    const support::TemporaryFolder folder;
+    folder.write(u"file"_s, "12345");
+    EXPECT_THROW(readFile(folder.path(u"missing"_s)), FileError);
+    EXPECT_THROW(readFile(folder.path()), FileError);
+    EXPECT_THROW(readFile(folder.path(u"file"_s), 4), FileError);
+    EXPECT_EQ(readFile(folder.path(u"file"_s), 5), "12345");
+    EXPECT_THROW(writeFileAtomically(folder.path(u"file/below.txt"_s), "x"), FileError);
+    EXPECT_THROW(writeFileAtomically(folder.path(), "x"), FileError);
+}
+
+TEST(JMacro, expandsKnownNamesOnce)
+{
+    JMacro macros;
+    macros.set(u"MAP NAME"_s, u"[Unit 1]"_s);
+    macros.set(u"[Unit 1]"_s, u"never"_s);
+    macros.set(u"[EMPTY]"_s, QString());
+    macros.set(u"[map name]"_s, u"[Unit 1] A"_s);
+    EXPECT_EQ(macros.entries().size(), 3);
+    EXPECT_EQ(macros.expand(u"[Map Name]: [row_num] [EMPTY][[MAP NAME]] ] [MAP"_s),
+              u"[Unit 1] A: [row_num] [[Unit 1] A] ] [MAP"_s);
+    EXPECT_EQ(macros.value(u"empty"_s), QString());
+    EXPECT_FALSE(macros.value(u"[other]"_s).has_value());
+    macros.remove(u"empty"_s);
+    EXPECT_EQ(macros.expand(u"[EMPTY]"_s), u"[EMPTY]"_s);
+}
+
+TEST(JMacro, mergesSortsAndIsKept)
+{
+    JMacro user;
+    user.set(u"[B]"_s, u"user"_s);
+    JMacro system;
+    system.set(u"[b]"_s, u"system"_s);
+    system.set(u"[A]"_s, u"a"_s);
+    user.merge(system);
+    user.sort();
+    const QList<JMacro::Entry> expected{{u"[A]"_s, u"a"_s}, {u"[B]"_s, u"user"_s}};
+    EXPECT_EQ(user.entries(), expected);
+
+    JFile file = JFile::forWriting(u"x"_s);
+    user.serialize(file);
+    const auto read = [](const QByteArray &bytes) {
+        JFile reader = JFile::fromBytes(bytes, u"x"_s);
+        JMacro macros;
+        macros.serialize(reader);
+        return macros;
+    };
+    EXPECT_EQ(read(file.bytes()), user);
+    support::expectEveryTruncationThrows<JFileError>(file.bytes(), read);
+}
