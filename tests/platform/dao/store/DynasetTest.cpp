@@ -201,7 +201,7 @@ TEST_F(DynasetTest, BookmarksBelongToTheirRecordsetAndRun)
 TEST_F(DynasetTest, ResultsThatCannotBeUpdatedAreReadAllTheSame)
 {
     for (const QString &sql :
-         {u"SELECT DISTINCT name FROM t ORDER BY name"_s, u"SELECT Max(name) AS name, x FROM t GROUP BY x"_s,
+         {u"SELECT DISTINCT name FROM t ORDER BY name"_s, u"SELECT Max(t.name) AS top, x FROM t GROUP BY x"_s,
           u"SELECT name FROM t UNION SELECT name FROM t"_s}) {
         open(sql);
         EXPECT_EQ(set->recordCount(), 3) << sql.toStdString();
