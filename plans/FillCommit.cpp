@@ -38,4 +38,18 @@ void addNewQueryFill(MapHost &host, const QueryFill &mapped)
     host.redrawMap();
 }
 
+bool addFillOfQuery(MapHost &host, const query::QueryDocument &query)
+{
+    QueryFill fill;
+    fill.parameters.query = query;
+    const auto records = host.queries().run(query.name, query.sql);
+    if (!records)
+        return false;
+    const tarnwick::Answer answer = fill.mapResult(host, *records);
+    if (answer == tarnwick::Answer::No || answer == tarnwick::Answer::Cancel)
+        return false;
+    addNewQueryFill(host, fill);
+    return true;
+}
+
 } // namespace plans

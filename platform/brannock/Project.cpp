@@ -174,7 +174,9 @@ tarnwick::PathRoots Project::roots() const
 
 QString Project::pathOf(const QString &suitePath) const
 {
-    return tarnwick::SuitePath(suitePath).machinePath(roots());
+    const tarnwick::SuitePath path(suitePath);
+    // Only a path of the installation needs to know where that is.
+    return path.machinePath(path.isBelow(u"[PALOMINE_DIR]"_s) ? roots() : tarnwick::PathRoots{QString(), folder});
 }
 
 QString Project::databasePath() const

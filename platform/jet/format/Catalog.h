@@ -2,6 +2,7 @@
 #include "SystemTable.h"
 
 #include <dao/values/Schema.h>
+#include <QHash>
 
 namespace jet::format {
 

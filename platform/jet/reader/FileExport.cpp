@@ -148,10 +148,10 @@ void FileExport::sendQueries(const format::Catalog &catalog)
     QHash<quint32, QList<format::QueryRow>> rows;
     try {
         const format::QueryRows found = format::readQueryRows(m_pages, m_text, catalog);
-        remarkState(found.state, RemarkCode::QueryDamaged, u"MSysQueries"_s);
+        remarkState(found.state, RemarkCode::QueriesDamaged, u"MSysQueries"_s);
         rows = found.queries;
     } catch (const Damage &damage) {
-        remark(RemarkCode::QueryDamaged, {}, damage);
+        remark(RemarkCode::QueriesDamaged, {}, damage);
         return;
     }
     qint64 internal = 0;

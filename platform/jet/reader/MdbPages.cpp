@@ -5,32 +5,31 @@
 #include <mdbtools.h>
 
 #include <cstring>
+#include <jet/wire/FileHead.h>
 #include <QFile>
 #include <QFileInfo>
 
 namespace jet::reader {
 namespace {
 
-constexpr int kFirstVersionOfAccess2007 = 2;
 constexpr qint64 kLeastPages = 3;
 
-// The head of the file, read by ourselves: the library is asked only for what it can open.
+// The library is asked only for what it can open.
 int jetVersionOf(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    switch (wire::fileHead(path)) {
+    case wire::FileHead::Jet3:
+        return 3;
+    case wire::FileHead::Jet4:
+        return 4;
+    case wire::FileHead::Newer:
+        throw OpenFailure(wire::ErrorCode::NewerFormat);
+    case wire::FileHead::Unreadable:
         throw OpenFailure(wire::ErrorCode::CannotOpen);
-    const QByteArray head = file.read(0x15);
-    if (head.size() < 0x15)
-        throw OpenFailure(wire::ErrorCode::CutShort);
-    if (head.startsWith(QByteArrayLiteral("\0\1\0\0Standard ACE DB\0")))
-        throw OpenFailure(wire::ErrorCode::NewerFormat);
-    if (!head.startsWith(QByteArrayLiteral("\0\1\0\0Standard Jet DB\0")))
-        throw OpenFailure(wire::ErrorCode::NotJet);
-    const int version = uchar(head.at(0x14));
-    if (version >= kFirstVersionOfAccess2007)
-        throw OpenFailure(wire::ErrorCode::NewerFormat);
-    return version == 0 ? 3 : 4;
+    case wire::FileHead::Other:
+        break;
+    }
+    throw OpenFailure(wire::ErrorCode::NotJet);
 }
 
 } // namespace

@@ -55,8 +55,7 @@ enum class ErrorCode : std::uint16_t {
     NewerFormat,
     CutShort,
     CatalogDamaged,
-    OutOfMemory,
-    Internal
+    OutOfMemory
 };
 
 /// What is told beside the content. The texts stand in the table of messages of the library.
@@ -81,6 +80,7 @@ enum class RemarkCode : std::uint16_t {
     PropertiesDamaged,
     RelationDamaged,
     QueryDamaged,
+    QueriesDamaged,
     PassThroughQuery,
     CatalogIncomplete
 };

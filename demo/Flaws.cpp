@@ -1,0 +1,148 @@
+#include "Flaws.h"
+
+#include "Bundle.h"
+#include "Random.h"
+
+using namespace Qt::StringLiterals;
+
+namespace demo {
+
+namespace {
+
+constexpr int kInlet = 1;
+
+// How many tubes in a thousand have one; wear at bars grows with the row, up to the second figure in the longest bends.
+constexpr int kPluggedBefore = 7;
+constexpr int kDents = 60;
+constexpr int kBarWearLow = 30;
+constexpr int kBarWearHigh = 130;
+constexpr int kSupportWear = 8;
+constexpr int kSupportWearOnceThrough = 55;
+constexpr int kCracks = 6;
+constexpr int kVolumetric = 7;
+constexpr int kBulges = 8;
+constexpr int kBuffMarks = 14;
+constexpr int kLooseParts = 2;
+constexpr int kNoise = 10;
+
+double wearVolts(Random &random, int depth)
+{
+    return 0.2 + depth * 0.045 + random.hundredths(0, 0.3);
+}
+
+} // namespace
+
+bool Condition::isPlugged(int outage) const
+{
+    const auto isReason = [outage](const Flaw &flaw) {
+        const int before = outage - 1;
+        return flaw.isThere(before) && (flaw.kind == FlawKind::Crack || flaw.depthAt(before) >= kPluggingLimit);
+    };
+    return pluggedBefore || (outage > 0 && std::any_of(flaws.begin(), flaws.end(), isReason));
+}
+
+Flaws::Flaws(const ellery::SteamGen &gen, const DemoOptions &options)
+    : m_gen(gen)
+    , m_seed(options.seed)
+    , m_outages(options.outages)
+    , m_onceThrough(options.kind == Kind::OnceThrough)
+    , m_rows(std::max(1, gen.maxNumber(ellery::Axis::Row)))
+    , m_firstBarRow(m_onceThrough ? m_rows + 1 : firstRowWithBars(gen))
+{
+    for (const ellery::Landmark &landmark : gen.landmarkSets.last().landmarks) {
+        if (landmark.type == u"SUPPORT")
+            m_supports.append(landmark.name);
+        else if (landmark.type == u"AVB")
+            m_bars.append(landmark.name);
+        else if (landmark.type == u"TUBESHEET" && landmark.leg == kInlet)
+            m_tubesheet = landmark.name;
+    }
+}
+
+Condition Flaws::of(int tube) const
+{
+    constexpr quint64 kAspect = 1;
+    Random random = Random::of(m_seed, quint64(tube), kAspect);
+    const int row = m_gen[tube].address.row;
+    Condition condition;
+    condition.pluggedBefore = random.permille(kPluggedBefore);
+    const auto add = [&](FlawKind kind, const QString &landmark) -> Flaw & {
+        Flaw flaw;
+        flaw.kind = kind;
+        flaw.landmark = landmark;
+        condition.flaws.append(flaw);
+        return condition.flaws.last();
+    };
+    const auto anySupport = [&]() { return m_supports[random.between(0, int(m_supports.size()) - 1)]; };
+    const auto addWear = [&](FlawKind kind, const QString &landmark) {
+        Flaw &wear = add(kind, landmark);
+        const bool fast = random.permille(60);
+        wear.offset = random.hundredths(-0.35, 0.35);
+        wear.since = random.permille(650) ? 0 : random.between(0, m_outages - 1);
+        wear.depth = fast ? random.between(15, 34) : random.between(5, 20);
+        wear.growth = fast ? random.between(7, 12) : random.between(1, 5);
+        wear.volts = wearVolts(random, wear.depth);
+        wear.phase = random.between(85, 130);
+    };
+
+    for (int share = kDents; random.permille(share); share /= 4) {
+        Flaw &dent = add(FlawKind::Dent, anySupport());
+        dent.offset = random.hundredths(-0.6, 0.6);
+        dent.volts = random.permille(150) ? random.hundredths(10, 24) : random.hundredths(2, 9.5);
+        dent.phase = random.between(176, 184);
+    }
+    if (row >= m_firstBarRow && random.permille(kBarWearLow + (kBarWearHigh - kBarWearLow) * row / m_rows)) {
+        const int count = random.permille(650) ? 1 : random.permille(700) ? 2 : 3;
+        const int first = random.between(0, int(m_bars.size()) - count);
+        for (int i = 0; i < count; ++i)
+            addWear(FlawKind::BarWear, m_bars[first + i]);
+    }
+    if (random.permille(m_onceThrough ? kSupportWearOnceThrough : kSupportWear))
+        addWear(FlawKind::SupportWear, anySupport());
+    if (random.permille(kCracks)) {
+        const bool atTubesheet = random.permille(750);
+        Flaw &crack = add(FlawKind::Crack, atTubesheet ? m_tubesheet : anySupport());
+        crack.offset = atTubesheet ? random.hundredths(-3, 0.5) : random.hundredths(-0.4, 0.4);
+        // They come on late, and more of them from outage to outage.
+        crack.since = std::max(random.between(0, m_outages - 1), random.between(0, m_outages - 1));
+        crack.volts = random.hundredths(0.3, 2.4);
+        crack.phase = random.between(45, 115);
+        crack.circumferential = random.permille(250);
+        crack.several = random.permille(150);
+    }
+    if (random.permille(kVolumetric)) {
+        Flaw &pit = add(FlawKind::Volumetric, random.permille(500) ? m_tubesheet : anySupport());
+        pit.offset = random.hundredths(0.5, 12);
+        pit.since = random.between(0, m_outages - 1);
+        pit.depth = random.between(8, 33);
+        pit.volts = random.hundredths(0.4, 3.2);
+        pit.phase = random.between(60, 125);
+    }
+    if (random.permille(kBulges)) {
+        Flaw &bulge = add(FlawKind::Bulge, m_tubesheet);
+        bulge.offset = random.hundredths(-18, 0.3);
+        bulge.volts = random.hundredths(4, 32);
+        bulge.phase = random.between(176, 184);
+    }
+    if (random.permille(kBuffMarks)) {
+        Flaw &mark = add(FlawKind::BuffMark, anySupport());
+        mark.offset = random.hundredths(4, 28);
+        mark.length = random.hundredths(0.8, 6);
+        mark.volts = random.hundredths(0.5, 4);
+        mark.phase = random.between(150, 172);
+    }
+    if (random.permille(kLooseParts)) {
+        Flaw &part = add(FlawKind::LoosePart, m_tubesheet);
+        part.offset = random.hundredths(0.1, 1.2);
+        part.since = random.between(0, m_outages - 1);
+    }
+    if (random.permille(kNoise)) {
+        Flaw &noise = add(FlawKind::Noise, anySupport());
+        noise.offset = random.hundredths(-8, 8);
+        noise.volts = random.hundredths(0.2, 0.6);
+        noise.phase = random.between(20, 160);
+    }
+    return condition;
+}
+
+} // namespace demo
