@@ -7,7 +7,8 @@
 namespace cli {
 
 /// An option of a command: "--name VALUE", or a switch when it has no placeholder.
-struct OptionSpec {
+struct OptionSpec
+{
     const char16_t *name;        ///< without the dashes
     const char16_t *placeholder; ///< what stands for its value in the help; nullptr for a switch
     const char16_t *help;
@@ -18,7 +19,10 @@ struct OptionSpec {
 class UsageError
 {
 public:
-    explicit UsageError(const QString &text) : m_text(text) {}
+    explicit UsageError(const QString &text)
+        : m_text(text)
+    {
+    }
     const QString &text() const { return m_text; }
 
 private:

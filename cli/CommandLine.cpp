@@ -34,8 +34,8 @@ int runGuarded(const Command &command, const QStringList &arguments)
         flushOutput();
         return status;
     } catch (const UsageError &error) {
-        printError(error.text() + u"\nUsage: arvo-cli "_s + QStringView(command.name) + u' ' + QStringView(command.usage) +
-                   u'\n');
+        printError(error.text() + u"\nUsage: arvo-cli "_s + QStringView(command.name) + u' ' +
+                   QStringView(command.usage) + u'\n');
         return WrongUsage;
     } catch (const tarnwick::Error &error) {
         printError(u"error: "_s + error.text() + u'\n');

@@ -9,8 +9,9 @@ namespace {
 // Options that several commands share.
 constexpr OptionSpec kYes{u"yes", nullptr, u"answer every question with Yes (OK)"};
 constexpr OptionSpec kNo{u"no", nullptr, u"answer every question with No"};
-constexpr OptionSpec kAnswers{u"answers", u"LIST", u"answer the questions in order: yes, no or cancel, separated by commas; "
-                                                   u"the last one goes for all that follow"};
+constexpr OptionSpec kAnswers{u"answers", u"LIST",
+                              u"answer the questions in order: yes, no or cancel, separated by commas; "
+                              u"the last one goes for all that follow"};
 constexpr OptionSpec kVerbose{u"verbose", nullptr, u"print questions, answers and status lines"};
 constexpr OptionSpec kDatabase{u"database", u"FILE", u"use this database instead of the project's own"};
 
@@ -34,7 +35,10 @@ constexpr OptionSpec kConvertOptions[] = {
     {u"probe", u"TYPE", u"probe for entries that carry none"},
     {u"sn", u"TEXT", u"probe serial number for entries that carry none"},
     {u"oper-type", u"TYPE", u"operation type for entries that carry none (PRI)"},
-    kYes, kNo, kAnswers, kVerbose};
+    kYes,
+    kNo,
+    kAnswers,
+    kVerbose};
 
 constexpr OptionSpec kUploadOptions[] = {kDatabase, kYes, kNo, kAnswers, kVerbose};
 
@@ -48,10 +52,14 @@ constexpr OptionSpec kMapOptions[] = {
     {u"query", u"FILE.qry", u"mark the tubes of this query; may be repeated, later ones show over earlier ones", true},
     {u"param", u"NAME=VALUE", u"the value of a query's parameter; may be repeated", true},
     {u"out", u"FILE", u"the picture: .png, .bmp, .svg or .pdf"},
-    {u"size", u"WxH", u"size of a .png or .bmp in pixels (1600x1200)"},
+    {u"size", u"WxH", u"size of a .png or .bmp in pixels (1650x1275)"},
     {u"title", u"TEXT", u"a title above the map"},
     {u"flip", u"AXES", u"h, v or hv: flip horizontally, vertically, or both"},
-    kDatabase, kYes, kNo, kAnswers, kVerbose};
+    kDatabase,
+    kYes,
+    kNo,
+    kAnswers,
+    kVerbose};
 
 constexpr Command kCommands[] = {
     {u"create", u"DB [--format YEAR]", u"make an empty database with the schema",
@@ -63,11 +71,13 @@ constexpr Command kCommands[] = {
      kConvertOptions, runConvert},
     {u"upload", u"DIR REP... [options]", u"store report files in table report",
      u"Makes the project's database when it is missing. Each file goes in whole or not at all; the first failure ends "
-     u"the command. Questions come in this order for each file: unknown tubes (yes uploads them, no skips them), a cal that "
+     u"the command. Questions come in this order for each file: unknown tubes (yes uploads them, no skips them), a cal "
+     u"that "
      u"is there already (yes deletes its old rows, after a second question; no adds), another site or component.",
      kUploadOptions, runUpload},
     {u"sql", u"DIR STATEMENT [options]", u"run Access SQL and print the rows",
-     u"DIR is a project folder or a database file. Rows go to the standard output, for a statement without rows the number "
+     u"DIR is a project folder or a database file. Rows go to the standard output, for a statement without rows the "
+     u"number "
      u"of rows affected. A parameter without a value is an error. With --file all statements run in one transaction.",
      kSqlOptions, runSql},
     {u"map", u"DIR --query FILE.qry --out FILE [options]", u"paint the tubesheet with the tubes of queries marked",
@@ -104,7 +114,7 @@ QString helpOverview()
 QString helpOf(const Command &command)
 {
     QString text = u"Usage: arvo-cli %1 %2\n\n%3\n"_s.arg(QStringView(command.name), QStringView(command.usage),
-                                                         QStringView(command.summary));
+                                                          QStringView(command.summary));
     if (*command.details)
         text += u'\n' + QStringView(command.details) + u'\n';
     if (!command.options.empty())

@@ -7,7 +7,8 @@
 namespace cli {
 
 /// One command of arvo-cli: everything that parsing, help and running need.
-struct Command {
+struct Command
+{
     const char16_t *name;
     const char16_t *usage;   ///< the arguments after the name
     const char16_t *summary; ///< one line

@@ -1,7 +1,7 @@
 #include "Console.h"
 
-#include <tarnwick/Error.h>
 #include <csignal>
+#include <tarnwick/Error.h>
 #include <unistd.h>
 
 namespace cli {
@@ -45,7 +45,11 @@ void flushOutput()
         throw tarnwick::Error(u"Could not write to the standard output."_s);
 }
 
-ConsolePrompts::ConsolePrompts(const QList<Answer> &answers, bool verbose) : m_answers(answers), m_verbose(verbose) {}
+ConsolePrompts::ConsolePrompts(const QList<Answer> &answers, bool verbose)
+    : m_answers(answers)
+    , m_verbose(verbose)
+{
+}
 
 void ConsolePrompts::showError(int, int number, const QString &text)
 {
@@ -88,7 +92,8 @@ void ConsolePrompts::showStatus(const QString &text)
         printError(text + u'\n');
 }
 
-ConsoleProgress::ConsoleProgress() : m_shows(isatty(STDERR_FILENO))
+ConsoleProgress::ConsoleProgress()
+    : m_shows(isatty(STDERR_FILENO))
 {
     std::signal(SIGINT, onInterrupt);
 }

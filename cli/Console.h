@@ -14,13 +14,13 @@ void printError(QStringView text);
 /// Throws tarnwick::Error when something of the output was lost.
 void flushOutput();
 
-/// The prompts of the command line: status lines and information go to standard error when --verbose asks for them, errors
-/// always; questions are answered from the command's flags, never by waiting.
+/// The prompts of the command line: status lines and information go to standard error when --verbose asks for them,
+/// errors always; questions are answered from the command's flags, never by waiting.
 class ConsolePrompts : public tarnwick::UserPrompts
 {
 public:
-    /// answers: given in order, the last one for all further questions; none: every question is answered Cancel, or No where
-    /// there is no Cancel, and is shown as the reason of the failure.
+    /// answers: given in order, the last one for all further questions; none: every question is answered Cancel, or No
+    /// where there is no Cancel, and is shown as the reason of the failure.
     explicit ConsolePrompts(const QList<tarnwick::Answer> &answers = {}, bool verbose = false);
 
     void showError(int severity, int number, const QString &text) override;

@@ -3,8 +3,8 @@
 #include "Console.h"
 
 #include <db/Values.h>
-#include <QJsonDocument>
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <tarnwick/JDateTime.h>
 
 namespace cli {

@@ -5,45 +5,69 @@
 #include <brannock/Project.h>
 #include <db/DatabaseSession.h>
 #include <plans/MapHost.h>
+#include <plans/MapLegend.h>
+#include <plans/ProjectQueries.h>
+#include <query/ParameterResolver.h>
 
 namespace cli {
 
 /// The answers that --yes, --no and --answers give. Throws UsageError.
 QList<tarnwick::Answer> answersOf(const Arguments &arguments);
 
-/// What a command works on: a project's folder, or a database file alone. The command line's counterpart of the main window.
+/// Takes the values of parameters from "--param NAME=VALUE"; a parameter that has none afterwards refuses the query.
+class FlagParameters : public query::ParameterPrompt
+{
+public:
+    /// Throws UsageError for a text without "=".
+    FlagParameters(const QStringList &assignments, tarnwick::UserPrompts &prompts);
+    bool confirm(const QString &queryName, QList<query::ParameterEntry> &entries,
+                 query::QueryContext &context) override;
+
+private:
+    QHash<QString, QString> m_values; ///< by lower-case name
+    tarnwick::UserPrompts *m_prompts;
+};
+
+/// What a command works on: a project's folder, or a database file alone. The command line's counterpart of the main
+/// window.
 class Target : public plans::MapHost
 {
 public:
-    /// path: a project folder, or (where the command takes one) a database file. Loads the project; opens nothing yet.
-    /// Throws tarnwick::Error.
-    Target(const QString &path, const Arguments &arguments, bool databaseFileAllowed);
+    enum class Takes { Project, ProjectOrDatabase };
+
+    /// Loads the project; opens no database yet. Throws tarnwick::Error.
+    Target(const QString &path, const Arguments &arguments, Takes takes);
 
     bool hasProject() const { return m_project.isLoaded(); }
     /// The database of --database, of the project, or the file itself.
     const QString &databasePath() const { return m_databasePath; }
-    /// Connects to the database, making it first when it is the project's own and missing and create is set. On failure the message
-    /// has been shown and false is returned.
-    bool connect(bool create);
-    /// The project with its component; throws when the target is a database file alone.
-    brannock::Project &requireProject();
+    /// Connects to the database; a project's own that is missing is made first when create is set. False when that
+    /// failed (which has then been said).
+    bool connect(bool create = false);
+    query::QueryContext &queryContext() { return m_context; }
 
     ConsolePrompts &console() { return m_prompts; }
 
     brannock::Project &project() override { return m_project; }
     ellery::SteamGen &steamGen() override { return m_project.steamGen; }
+    plans::MapLegend &legend() override { return m_legend; }
     db::DatabaseSession &session() override { return m_session; }
     tarnwick::UserPrompts &prompts() override { return m_prompts; }
+    plans::QuerySource &queries() override { return m_queries; }
     void undoCheckpoint(const QString &) override {}
     void redrawMap() override {}
     void refreshLegend() override {}
     tarnwick::JMacro systemMacros() override;
-    tarnwick::JMacro userMacros() override { return {}; }
+    tarnwick::JMacro userMacros() override { return m_context.userMacros; }
 
 private:
     ConsolePrompts m_prompts;
     brannock::Project m_project;
     db::DatabaseSession m_session;
+    plans::MapLegend m_legend;
+    FlagParameters m_parameters;
+    query::QueryContext m_context;
+    plans::ProjectQueries m_queries;
     QString m_databasePath;
 };
 

@@ -39,6 +39,8 @@ void ReportConversion::convert(const TextSource &text, tarnwick::Progress *progr
         applyFilenameFields(text.path());
         QList<ReportEntry> entries;
         QList<int> lines;
+        entries.reserve(text.lineCount());
+        lines.reserve(text.lineCount());
         Remarks remarks;
         LineConverter converter(m_project, spec, prompts, remarks, text.path());
         tarnwick::ProgressLoop loop(progress, text.lineCount(), QFileInfo(text.path()).fileName());

@@ -67,11 +67,8 @@ void ReportWriter::add(ReportEntry &entry, std::optional<qint32> recordNumber)
         setIdentity(entry);
         setAddress(entry);
         setText(m_columns->defect, entry.defect);
-        if (!entry.isNdd()) {
-            setText(m_columns->chan, withoutBlanks(entry.channel));
-            setMeasurement(entry);
-            setLocations(entry);
-        }
+        setMeasurement(entry);
+        setLocations(entry);
         setOrigin(entry);
         setTime(entry);
         m_recordset.update();
@@ -81,11 +78,17 @@ void ReportWriter::add(ReportEntry &entry, std::optional<qint32> recordNumber)
     }
 }
 
-// No text field of the table takes zero-length text or has a default, so an empty text is left out and stays Null.
+// What an entry leaves out is set to Null rather than passed over: no field of these has a default, and the engine
+// keeps one prepared statement for each set of fields that is written.
+void ReportWriter::setNull(int column)
+{
+    m_recordset.setValue(column, Value::null());
+}
+
+// No text field of the table takes zero-length text.
 void ReportWriter::setText(int column, const QString &text)
 {
-    if (!text.isEmpty())
-        m_recordset.setValue(column, Value::fromText(text));
+    m_recordset.setValue(column, text.isEmpty() ? Value::null() : Value::fromText(text));
 }
 
 void ReportWriter::setIdentity(const ReportEntry &entry)
@@ -109,30 +112,40 @@ void ReportWriter::setAddress(const ReportEntry &entry)
 
 void ReportWriter::setMeasurement(const ReportEntry &entry)
 {
-    if (!entry.meas.isValid())
+    setText(m_columns->chan, entry.isNdd() ? QString() : withoutBlanks(entry.channel));
+    if (entry.isNdd() || !entry.meas.isValid()) {
+        for (int column :
+             {m_columns->measType, m_columns->volts, m_columns->digVolts, m_columns->phase, m_columns->pcnt})
+            setNull(column);
         return;
+    }
     setText(m_columns->measType, entry.meas.type);
     m_recordset.setValue(m_columns->volts, Value::fromDouble(entry.meas.volts));
     m_recordset.setValue(m_columns->digVolts, Value::fromLong(entry.meas.digVolts));
     m_recordset.setValue(m_columns->phase, Value::fromDouble(entry.meas.phase));
-    if (entry.meas.percent > 0)
-        m_recordset.setValue(m_columns->pcnt, Value::fromLong(entry.meas.percent));
+    m_recordset.setValue(m_columns->pcnt, entry.meas.percent > 0 ? Value::fromLong(entry.meas.percent) : Value::null());
+}
+
+bool ReportWriter::setPlace(const TubeLoc &place, bool wanted, int landmark, int offset, int point)
+{
+    if (!wanted || !place.isValid()) {
+        for (int column : {landmark, offset, point})
+            setNull(column);
+        return false;
+    }
+    setText(landmark, place.landmark);
+    m_recordset.setValue(offset, Value::fromFloat(place.offset));
+    m_recordset.setValue(point, Value::fromLong(place.point));
+    return true;
 }
 
 void ReportWriter::setLocations(const ReportEntry &entry)
 {
-    const auto setPlace = [this](const TubeLoc &place, int landmark, int offset, int point) {
-        if (!place.isValid())
-            return false;
-        setText(landmark, place.landmark);
-        m_recordset.setValue(offset, Value::fromFloat(place.offset));
-        m_recordset.setValue(point, Value::fromLong(place.point));
-        return true;
-    };
-    if (setPlace(entry.location, m_columns->locLand, m_columns->locOff, m_columns->locPnt))
-        m_recordset.setValue(m_columns->locDist, Value::fromFloat(entry.location.dist));
-    setPlace(entry.from, m_columns->fromLand, m_columns->fromOff, m_columns->fromPnt);
-    setPlace(entry.to, m_columns->toLand, m_columns->toOff, m_columns->toPnt);
+    const bool wanted = !entry.isNdd();
+    const bool located = setPlace(entry.location, wanted, m_columns->locLand, m_columns->locOff, m_columns->locPnt);
+    m_recordset.setValue(m_columns->locDist, located ? Value::fromFloat(entry.location.dist) : Value::null());
+    setPlace(entry.from, wanted, m_columns->fromLand, m_columns->fromOff, m_columns->fromPnt);
+    setPlace(entry.to, wanted, m_columns->toLand, m_columns->toOff, m_columns->toPnt);
 }
 
 void ReportWriter::setOrigin(const ReportEntry &entry)

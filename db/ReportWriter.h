@@ -21,9 +21,11 @@ public:
 private:
     struct Columns;
 
+    void setNull(int column);
     void setText(int column, const QString &text);
     void setAddress(const brannock::ReportEntry &entry);
     void setMeasurement(const brannock::ReportEntry &entry);
+    bool setPlace(const brannock::TubeLoc &place, bool wanted, int landmark, int offset, int point);
     void setLocations(const brannock::ReportEntry &entry);
     void setIdentity(const brannock::ReportEntry &entry);
     void setOrigin(const brannock::ReportEntry &entry);

@@ -1,6 +1,10 @@
 #pragma once
 #include "MapFill.h"
 
+namespace query {
+struct QueryDocument;
+}
+
 namespace plans {
 
 class QueryFill;
@@ -14,5 +18,8 @@ void changeFill(MapHost &host, int entry, const MapFill &working);
 /// The same for a query that has been mapped already: it is not run again, and takes the symbol that the query had
 /// last, where there is one, in place of an automatic letter.
 void addNewQueryFill(MapHost &host, const QueryFill &mapped);
+/// Runs a query, maps its result and adds the fill, as OK in the dialog after "EXECUTE" does. False, which has been said,
+/// when it could not be run or mapped, or the user chose not to show its valid tubes.
+bool addFillOfQuery(MapHost &host, const query::QueryDocument &query);
 
 } // namespace plans

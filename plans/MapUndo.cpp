@@ -14,6 +14,8 @@ public:
     }
     void undo() override { m_owner.restore(m_before); }
     void redo() override { m_owner.restore(m_after); }
+    const MapState &after() const { return m_after; }
+    void setAfter(const MapState &after) { m_after = after; }
 
 private:
     MapUndo &m_owner;
@@ -31,14 +33,14 @@ void MapUndo::reset(ellery::SteamGen &steamGen)
 {
     m_steamGen = &steamGen;
     m_stack.clear();
-    m_isPending = false;
-    m_present = MapState();
-    m_present = capture();
+    m_isUnderWay = false;
+    m_change = nullptr;
+    m_before = MapState();
 }
 
-MapState MapUndo::capture() const
+MapState MapUndo::capture(const MapState &previous) const
 {
-    return MapState::capture(*m_legend, *m_steamGen, captureExtras ? captureExtras() : MapExtras(), m_present);
+    return MapState::capture(*m_legend, *m_steamGen, captureExtras ? captureExtras() : MapExtras(), previous);
 }
 
 void MapUndo::restore(const MapState &state)
@@ -46,65 +48,68 @@ void MapUndo::restore(const MapState &state)
     state.restore(*m_legend, *m_steamGen);
     if (restoreExtras)
         restoreExtras(state.extras());
-    m_present = state;
 }
 
 void MapUndo::checkpoint(const QString &label)
 {
     settled();
-    m_present = capture();
-    m_pendingLabel = label;
-    m_isPending = true;
-}
-
-void MapUndo::record(const QString &label)
-{
-    settled();
-    settle(label);
-}
-
-void MapUndo::settle(const QString &label)
-{
-    const MapState after = capture();
-    if (after == m_present)
-        return;
-    m_stack.push(std::make_unique<Change>(*this, label, m_present, after));
-    m_present = after;
+    m_before = capture(m_change ? m_change->after() : m_before);
+    m_label = label;
+    m_isUnderWay = true;
+    m_change = nullptr;
 }
 
 UndoStack &MapUndo::settled()
 {
-    if (m_isPending) {
-        m_isPending = false;
-        settle(m_pendingLabel);
+    if (!m_isUnderWay)
+        return m_stack;
+    const MapState after = capture(m_change ? m_change->after() : m_before);
+    if (after == m_before) {
+        if (m_change)
+            m_stack.dropLast();
+        m_change = nullptr;
+    } else if (m_change) {
+        m_change->setAfter(after);
+    } else {
+        auto change = std::make_unique<Change>(*this, m_label, m_before, after);
+        m_change = change.get();
+        m_stack.push(std::move(change));
     }
+    return m_stack;
+}
+
+UndoStack &MapUndo::finished()
+{
+    settled();
+    m_isUnderWay = false;
+    m_change = nullptr;
     return m_stack;
 }
 
 void MapUndo::undo()
 {
-    settled().undo();
+    finished().undo();
     if (restored)
         restored();
 }
 
 void MapUndo::redo()
 {
-    settled().redo();
+    finished().redo();
     if (restored)
         restored();
 }
 
 void MapUndo::moveTo(int position)
 {
-    settled().moveTo(position);
+    finished().moveTo(position);
     if (restored)
         restored();
 }
 
 void MapUndo::setSaved()
 {
-    settled().setClean();
+    finished().setClean();
 }
 
 } // namespace plans

@@ -4,8 +4,8 @@
 
 namespace plans {
 
-/// Undo of the map: turns "before" and "after" into commands. A checkpoint is set before a change; the change becomes a
-/// command when the next one begins or someone asks, and leaves no entry when nothing is different after all.
+/// Undo of the map: turns "before" and "after" into commands. A checkpoint is set before a change, and everything that
+/// happens until the next one belongs to that change. A change that leaves the map as it was is none.
 class MapUndo
 {
 public:
@@ -20,8 +20,6 @@ public:
     std::function<void()> restored;
 
     void checkpoint(const QString &label);
-    /// For a change that has been made without a checkpoint before it (tubes picked on the map).
-    void record(const QString &label);
 
     bool canUndo() { return settled().canUndo(); }
     bool canRedo() { return settled().canRedo(); }
@@ -39,17 +37,20 @@ public:
 private:
     class Change;
 
-    MapState capture() const;
+    MapState capture(const MapState &previous) const;
     void restore(const MapState &state);
-    void settle(const QString &label);
+    /// Ends the change under way. Returns the stack.
+    UndoStack &finished();
+    /// Brings the command of the change under way up to date.
     UndoStack &settled();
 
     MapLegend *m_legend;
     ellery::SteamGen *m_steamGen;
     UndoStack m_stack;
-    MapState m_present;
-    QString m_pendingLabel;
-    bool m_isPending = false;
+    MapState m_before; ///< at the last checkpoint
+    QString m_label;
+    bool m_isUnderWay = false;
+    Change *m_change = nullptr; ///< of the change under way, on top of the stack; null while nothing is different
 };
 
 } // namespace plans

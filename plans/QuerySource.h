@@ -31,6 +31,8 @@ class QuerySource
 {
 public:
     virtual ~QuerySource() = default;
+    /// A database is open.
+    virtual bool isReady() const = 0;
     /// Runs a select query, asking for its parameters. Null when it failed (which has then been said) or was cancelled.
     virtual std::unique_ptr<QueryRecords> run(const QString &name, const QString &sql) = 0;
     /// While set, parameters whose values are all known are not asked for again ("Update Map").

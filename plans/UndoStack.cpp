@@ -18,6 +18,12 @@ void UndoStack::push(std::unique_ptr<UndoCommand> command)
     }
 }
 
+void UndoStack::dropLast()
+{
+    m_commands.pop_back();
+    --m_position;
+}
+
 void UndoStack::clear()
 {
     m_commands.clear();

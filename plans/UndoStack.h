@@ -34,6 +34,8 @@ public:
 
     /// The change has been made already; what could be redone is forgotten.
     void push(std::unique_ptr<UndoCommand> command);
+    /// The newest change has turned out to be none.
+    void dropLast();
     void clear();
 
     bool canUndo() const { return m_position > 0; }

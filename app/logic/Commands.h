@@ -137,7 +137,6 @@ const char16_t *fillButtonTip(QStringView key);
 /// What the window offers beside the numbered commands: keys, and buttons of the view bar.
 enum class Extra {
     Redo,
-    UndoList,
     ZoomIn,
     ZoomOut,
     ZoomFit,
@@ -152,9 +151,12 @@ enum class Extra {
     EntriesInvert,
     Keys,
 };
+/// Where the keys of an extra work: everywhere in the window, or while the legend has the focus.
+enum class Scope { Window, Legend };
 struct ExtraInfo
 {
     Extra extra;
+    Scope scope;
     const char16_t *name; ///< of the action
     const char16_t *text;
     const char16_t *keys; ///< portable key sequences, apart by "|"; null: none

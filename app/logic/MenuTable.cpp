@@ -1,5 +1,6 @@
 #include "Commands.h"
 
+#include <algorithm>
 #include <array>
 
 namespace app {
@@ -144,32 +145,32 @@ constexpr std::array kFillTips{
 };
 
 constexpr std::array kExtraItems{
-    ExtraInfo{Extra::Redo, u"redo", u"Redo", u"Ctrl+Y|Ctrl+Shift+Z", When::Redo,
+    ExtraInfo{Extra::Redo, Scope::Window, u"redo", u"Redo", u"Ctrl+Y|Ctrl+Shift+Z", When::Redo,
               u"Make the change again that was taken back last"},
-    ExtraInfo{Extra::UndoList, u"undoList", u"Changes", nullptr, When::Project,
-              u"List the changes of the map and go to any of them"},
-    ExtraInfo{Extra::ZoomIn, u"zoomIn", u"Zoom In", u"Ctrl++|Ctrl+=", When::Project, u"Show the map larger"},
-    ExtraInfo{Extra::ZoomOut, u"zoomOut", u"Zoom Out", u"Ctrl+-", When::Project, u"Show the map smaller"},
-    ExtraInfo{Extra::ZoomFit, u"zoomFit", u"Fit", u"Ctrl+0", When::Project, u"Show the whole map"},
-    ExtraInfo{Extra::PreviousView, u"previousView", u"Previous View", u"Alt+Left", When::Project,
+    ExtraInfo{Extra::ZoomIn, Scope::Window, u"zoomIn", u"Zoom In", u"Ctrl++|Ctrl+=", When::Project,
+              u"Show the map larger"},
+    ExtraInfo{Extra::ZoomOut, Scope::Window, u"zoomOut", u"Zoom Out", u"Ctrl+-", When::Project,
+              u"Show the map smaller"},
+    ExtraInfo{Extra::ZoomFit, Scope::Window, u"zoomFit", u"Fit", u"Ctrl+0", When::Project, u"Show the whole map"},
+    ExtraInfo{Extra::PreviousView, Scope::Window, u"previousView", u"Previous View", u"Ctrl+[", When::Project,
               u"Show the part of the map shown before"},
-    ExtraInfo{Extra::NextView, u"nextView", u"Next View", u"Alt+Right", When::Project,
+    ExtraInfo{Extra::NextView, Scope::Window, u"nextView", u"Next View", u"Ctrl+]", When::Project,
               u"Show the part of the map shown after this one"},
-    ExtraInfo{Extra::FindTube, u"findTube", u"Find Tube", u"Ctrl+F", When::Project,
+    ExtraInfo{Extra::FindTube, Scope::Window, u"findTube", u"Find Tube", u"Ctrl+F", When::Project,
               u"Type a tube's address to show and select it"},
-    ExtraInfo{Extra::EntryUp, u"entryUp", u"Move Entry Up", u"Alt+Up", When::Entries,
-              u"Move the legend's current entry up; entries further down are painted over those above"},
-    ExtraInfo{Extra::EntryDown, u"entryDown", u"Move Entry Down", u"Alt+Down", When::Entries,
-              u"Move the legend's current entry down; entries further down are painted over those above"},
-    ExtraInfo{Extra::EntryDelete, u"entryDelete", u"Delete Entry", u"Del", When::Entries,
-              u"Delete the legend's current entry"},
-    ExtraInfo{Extra::EntrySolo, u"entrySolo", u"Show Only This", u"Ctrl+Shift+S", When::Entries,
-              u"Hide every entry of the legend but the current one"},
-    ExtraInfo{Extra::EntriesAll, u"entriesAll", u"Show All", u"Ctrl+Shift+A", When::Entries,
-              u"Show every entry of the legend"},
-    ExtraInfo{Extra::EntriesInvert, u"entriesInvert", u"Swap Shown and Hidden", u"Ctrl+Shift+I", When::Entries,
-              u"Show the hidden entries of the legend and hide the shown ones"},
-    ExtraInfo{Extra::Keys, u"keys", u"Keys", u"F1", When::Always, u"List the keys of this window"},
+    ExtraInfo{Extra::EntryUp, Scope::Legend, u"entryUp", u"Move Up", u"Alt+Up", When::Entries,
+              u"Move the current entry up; entries further down are painted over those above"},
+    ExtraInfo{Extra::EntryDown, Scope::Legend, u"entryDown", u"Move Down", u"Alt+Down", When::Entries,
+              u"Move the current entry down; entries further down are painted over those above"},
+    ExtraInfo{Extra::EntrySolo, Scope::Legend, u"entrySolo", u"Show Only This", u"Alt+1", When::Entries,
+              u"Hide every entry but the current one"},
+    ExtraInfo{Extra::EntriesAll, Scope::Legend, u"entriesAll", u"Show All", u"Alt+A", When::Entries,
+              u"Show every entry"},
+    ExtraInfo{Extra::EntriesInvert, Scope::Legend, u"entriesInvert", u"Swap Shown and Hidden", u"Alt+I", When::Entries,
+              u"Show the hidden entries and hide the shown ones"},
+    ExtraInfo{Extra::EntryDelete, Scope::Legend, u"entryDelete", u"Delete", u"Del", When::Entries,
+              u"Delete the current entry"},
+    ExtraInfo{Extra::Keys, Scope::Window, u"keys", u"Keys", u"F1", When::Always, u"List the keys of this window"},
 };
 
 } // namespace
@@ -191,7 +192,8 @@ const char16_t *fillButtonTip(QStringView key)
 
 const ExtraInfo &extraInfo(Extra extra)
 {
-    return kExtraItems[size_t(extra)];
+    return *std::find_if(kExtraItems.begin(), kExtraItems.end(),
+                         [extra](const ExtraInfo &e) { return e.extra == extra; });
 }
 
 } // namespace app

@@ -8,10 +8,6 @@ using tarnwick::Message;
 
 // Database and component.
 inline constexpr Message kUploadModelFailed{1031, u"Could not upload model."};
-inline constexpr Message kDisconnectFailed{1034, u"Could not disconnect database."};
-inline constexpr Message kDatabaseNameFailed{1035, u"Could not get database name."};
-inline constexpr Message kCloseFailed{1036, u"Could not close database."};
-inline constexpr Message kCreatedDatabase{0, u"Created database \"%S\"."};
 inline constexpr Message kCreateDatabase{0, u"Create database ..."};
 inline constexpr Message kConnectDatabase{0, u"Connect to a database ..."};
 inline constexpr Message kDisconnectDatabase{0, u"Disconnect from database"};

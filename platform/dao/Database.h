@@ -6,6 +6,7 @@
 #include <dao/values/Schema.h>
 #include <dao/values/Value.h>
 
+#include <functional>
 #include <memory>
 
 namespace dao {
@@ -13,9 +14,12 @@ namespace dao {
 class Database;
 class DatabaseImpl;
 class Recordset;
+namespace store {
+class SchemaEditor;
+}
 
-/// A workspace: the transactions over all of its open databases. Nested up to five levels; an inner commit is undone by an
-/// outer roll back. Destroying it rolls back what is open.
+/// A workspace: the transactions over all of its open databases. Nested up to five levels; an inner commit is undone by
+/// an outer roll back. Destroying it rolls back what is open.
 class Workspace
 {
 public:
@@ -32,6 +36,7 @@ public:
 
 private:
     friend class Database;
+    friend class DatabaseImpl;
     struct Impl;
     std::shared_ptr<Impl> m_impl;
 };
@@ -50,10 +55,11 @@ public:
     Database(const Database &) = delete;
     Database &operator=(const Database &) = delete;
 
-    /// A new empty database, left open. locale is kept as a property. Errors: 3204 exists, 3044 no such folder, 3051 no right.
+    /// A new empty database, left open. locale is kept as a property. Errors: 3204 exists, 3044 no such folder, 3051 no
+    /// right.
     void create(const QString &path, const QString &locale, FileFormat format = FileFormat::Jet4);
-    /// Errors: 3024 no such file, 3343 not a database of ours, 3051 no right, 3045 in use. A file or folder without the right
-    /// to write is opened read-only (isUpdatable() is false) without an attempt to write.
+    /// Errors: 3024 no such file, 3343 not a database of ours, 3051 no right, 3045 in use. A file or folder without the
+    /// right to write is opened read-only (isUpdatable() is false) without an attempt to write.
     void open(const QString &path, OpenMode mode = OpenMode::Update);
     void close();
     bool isOpen() const;
@@ -77,7 +83,7 @@ public:
     void deleteRelation(QStringView name);
     QStringList queryNames() const;
     bool hasQuery(QStringView name) const;
-    QueryInfo query(QStringView name) const; ///< error 3265
+    QueryInfo query(QStringView name) const;  ///< error 3265
     void createQuery(const QueryInfo &query); ///< error 3012 when it exists
     void setQuerySql(QStringView name, const QString &sql);
     void deleteQuery(QStringView name);
@@ -91,9 +97,13 @@ public:
 
     /// Brings the planner's statistics up to date; call after large changes. No table name: all tables.
     void analyze(const QString &table = {});
-    /// Statistics for a table that is still empty: expected rows, and for each index the rows that share the first 1, 2, ...
-    /// of its fields. So a new database plans its queries well before it holds data.
-    struct IndexStatistics { QString index; QList<qint64> rowsPerKey; };
+    /// Statistics for a table that is still empty: expected rows, and for each index the rows that share the first 1,
+    /// 2, ... of its fields. So a new database plans its queries well before it holds data.
+    struct IndexStatistics
+    {
+        QString index;
+        QList<qint64> rowsPerKey;
+    };
     void seedStatistics(const QString &table, qint64 rows, const QList<IndexStatistics> &indexes);
 
     /// The progress object that running statements consult; null for none. Not owned.
@@ -102,14 +112,22 @@ public:
     DatabaseImpl &impl() const;
 
 private:
-    std::unique_ptr<DatabaseImpl> m_impl;
+    friend class QueryDef;
+    friend class Recordset;
+    void define(const QString &source, const std::function<void(store::SchemaEditor &)> &change);
+
+    std::shared_ptr<DatabaseImpl> m_impl;
 };
 
 /// A begun transaction that rolls back when it is left without commit().
 class Transaction
 {
 public:
-    explicit Transaction(Workspace &workspace) : m_workspace(&workspace) { workspace.beginTrans(); }
+    explicit Transaction(Workspace &workspace)
+        : m_workspace(&workspace)
+    {
+        workspace.beginTrans();
+    }
     ~Transaction();
     Transaction(const Transaction &) = delete;
     Transaction &operator=(const Transaction &) = delete;

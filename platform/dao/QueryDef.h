@@ -36,6 +36,7 @@ public:
 
 private:
     friend class Recordset;
+    friend class PlanExecution;
     struct Impl;
     explicit QueryDef(std::unique_ptr<Impl> impl);
     std::unique_ptr<Impl> m_impl;

@@ -6,8 +6,9 @@
 namespace dao {
 
 /// The rows of a query or a table.
-/// A dynaset holds one key per row (8 bytes a row for one table) and reads cells on demand: its membership and order are
-/// fixed when it is opened, its values are live. A snapshot reads in one pass forward. A table-append set only adds rows.
+/// A dynaset holds one key per row (8 bytes a row for one table) and reads cells on demand: its membership and order
+/// are fixed when it is opened, its values are live. A snapshot reads in one pass forward. A table-append set only adds
+/// rows.
 class Recordset
 {
 public:
@@ -56,7 +57,8 @@ public:
     const sql::Column &column(int index) const;
     /// Ordinal of the first field of exactly this name (case counts), or -1.
     int fieldIndex(QStringView name) const;
-    /// Errors: 3021 no current row, 3167 the row was deleted, 3265 unknown name (which is matched without regard to case).
+    /// Errors: 3021 no current row, 3167 the row was deleted, 3265 unknown name (which is matched without regard to
+    /// case).
     Value value(int index) const;
     Value value(const QString &name) const;
 

@@ -72,7 +72,7 @@ void TubeGrid::measure(const QList<Tube> &tubes)
 double TubeGrid::nearestNeighbour(const Entry &entry) const
 {
     const double reach = std::max(m_bounds.right - m_bounds.left, m_bounds.top - m_bounds.bottom);
-    for (double radius = m_cell; ; radius *= 2) {
+    for (double radius = m_cell;; radius *= 2) {
         double best = 0;
         visit(entry.x - radius, entry.y - radius, entry.x + radius, entry.y + radius, [&](const Entry &other) {
             const double d = distance(entry.x, entry.y, other);
@@ -117,7 +117,8 @@ int TubeGrid::nearest(double x, double y, double maxDistance) const
 QList<qint32> TubeGrid::within(double x, double y, double radius) const
 {
     QList<qint32> found;
-    // The rectangle is a little larger: its rounded edge must not drop a tube whose rounded distance is the radius itself.
+    // The rectangle is a little larger: its rounded edge must not drop a tube whose rounded distance is the radius
+    // itself.
     const double reach = radius + (std::abs(radius) + std::abs(x) + std::abs(y)) * 1e-12;
     visit(x - reach, y - reach, x + reach, y + reach, [&](const Entry &entry) {
         if (distance(x, y, entry) <= radius)

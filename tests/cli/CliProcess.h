@@ -9,7 +9,8 @@
 #include <QTemporaryDir>
 
 /// What one run of the real arvo-cli program gave.
-struct CliResult {
+struct CliResult
+{
     int status = -1;
     QString output;
     QString error;

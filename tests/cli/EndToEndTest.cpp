@@ -38,10 +38,7 @@ protected:
     {
         return s_cli->mustRun({u"sql"_s, s_project, statement, u"--format"_s, u"json"_s}).json();
     }
-    static qint64 number(const QString &statement)
-    {
-        return sql(statement)[u"rows"][0][0].toInteger(-1);
-    }
+    static qint64 number(const QString &statement) { return sql(statement)[u"rows"][0][0].toInteger(-1); }
 
     static inline QTemporaryDir *s_folder = nullptr;
     static inline CliProcess *s_cli = nullptr;
@@ -78,7 +75,8 @@ TEST_F(EndToEnd, ForeignTextBecomesMarkedTubes)
     EXPECT_EQ(rows[u"columns"][1][u"type"].toString(), u"Integer"_s);
     const qint64 tubes = rows[u"rows"].toArray().size();
     EXPECT_GT(tubes, 0);
-    EXPECT_EQ(number(u"SELECT COUNT(*) FROM (SELECT DISTINCT sec, row, col FROM report WHERE pcnt >= 40) AS t"_s), tubes);
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM (SELECT DISTINCT sec, row, col FROM report WHERE pcnt >= 40) AS t"_s),
+              tubes);
     const CliResult csv = s_cli->mustRun({u"sql"_s, s_project, deep, u"--format"_s, u"csv"_s});
     EXPECT_EQ(csv.output.count(u"\r\n"_s), tubes + 1);
 
@@ -115,11 +113,13 @@ TEST_F(EndToEnd, FailuresAreToldAndLeaveFilesAsTheyWere)
     const QString foreign = s_folder->filePath(u"text.mdb"_s);
     QFile notOurs(foreign);
     ASSERT_TRUE(notOurs.open(QIODevice::WriteOnly));
-    notOurs.write("this is no database, whatever its name says; it is long enough to have a header of one hundred bytes ......");
+    notOurs.write(
+        "this is no database, whatever its name says; it is long enough to have a header of one hundred bytes ......");
     notOurs.close();
     const CliResult refused = s_cli->run({u"sql"_s, foreign, u"SELECT 1"_s});
     EXPECT_EQ(refused.status, 1);
-    EXPECT_TRUE(refused.error.contains(u"error 1032: Could not connect to database.\n\n[3343]"_s)) << qPrintable(refused.error);
+    EXPECT_TRUE(refused.error.contains(u"error 1032: Could not connect to database.\n\n[3343]"_s))
+        << qPrintable(refused.error);
     ASSERT_TRUE(notOurs.open(QIODevice::ReadOnly));
     EXPECT_TRUE(notOurs.readAll().startsWith("this is no database"));
 }
@@ -131,19 +131,25 @@ TEST_F(EndToEnd, StatementsChangeRowsAndCanTakeParameters)
     EXPECT_EQ(s_cli->run({u"create"_s, database}).status, 1); // it exists now
 
     const auto json = [&](const QStringList &arguments) {
-        return s_cli->mustRun(QStringList{u"sql"_s, database} + arguments + QStringList{u"--format"_s, u"json"_s}).json();
+        return s_cli->mustRun(QStringList{u"sql"_s, database} + arguments + QStringList{u"--format"_s, u"json"_s})
+            .json();
     };
     EXPECT_EQ(json({u"INSERT INTO tube_sets (name) VALUES ('A')"_s})[u"affected"].toInt(), 1);
-    EXPECT_EQ(json({u"SELECT name FROM tube_sets WHERE name = [which]"_s, u"--param"_s, u"which=a"_s})[u"rows"].toArray().size(), 1);
+    EXPECT_EQ(json({u"SELECT name FROM tube_sets WHERE name = [which]"_s, u"--param"_s, u"which=a"_s})[u"rows"]
+                  .toArray()
+                  .size(),
+              1);
 
     const CliResult unset = s_cli->run({u"sql"_s, database, u"SELECT name FROM tube_sets WHERE name = [which]"_s});
     EXPECT_EQ(unset.status, 1);
     EXPECT_TRUE(unset.error.contains(u"which"_s)) << qPrintable(unset.error);
 
     // A statement that breaks a rule is refused whole, with the rule's own message.
-    const CliResult refused = s_cli->run({u"sql"_s, database, u"INSERT INTO tubes (sec, row, col) VALUES (0, 1000, 1)"_s});
+    const CliResult refused =
+        s_cli->run({u"sql"_s, database, u"INSERT INTO tubes (sec, row, col) VALUES (0, 1000, 1)"_s});
     EXPECT_EQ(refused.status, 1);
-    EXPECT_TRUE(refused.error.startsWith(u"error 1069: Could not execute query.\n\n[3317]"_s)) << qPrintable(refused.error);
+    EXPECT_TRUE(refused.error.startsWith(u"error 1069: Could not execute query.\n\n[3317]"_s))
+        << qPrintable(refused.error);
 
     // A file of statements goes in whole or not at all.
     const QString script = s_folder->filePath(u"script.sql"_s);
@@ -157,9 +163,12 @@ TEST_F(EndToEnd, StatementsChangeRowsAndCanTakeParameters)
 
 TEST_F(EndToEnd, WrongUsageIsStatusTwo)
 {
-    for (const QStringList &arguments :
-         {QStringList{}, {u"fly"_s}, {u"sql"_s}, {u"sql"_s, s_project, u"SELECT 1"_s, u"--format"_s, u"xml"_s},
-          {u"map"_s, s_project, u"--colour"_s}, {u"demo"_s, s_project + u"2"_s, u"--tubes"_s, u"many"_s}})
+    for (const QStringList &arguments : {QStringList{},
+                                         {u"fly"_s},
+                                         {u"sql"_s},
+                                         {u"sql"_s, s_project, u"SELECT 1"_s, u"--format"_s, u"xml"_s},
+                                         {u"map"_s, s_project, u"--colour"_s},
+                                         {u"demo"_s, s_project + u"2"_s, u"--tubes"_s, u"many"_s}})
         EXPECT_EQ(s_cli->run(arguments).status, 2) << qPrintable(arguments.join(u' '));
     EXPECT_EQ(s_cli->run({u"help"_s, u"upload"_s}).status, 0);
 }

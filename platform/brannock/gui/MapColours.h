@@ -4,7 +4,8 @@
 namespace brannock {
 
 /// How the map looks: colours as files and options hold them (0x00BBGGRR), tick sizes in points.
-struct MapOptions {
+struct MapOptions
+{
     quint32 mapColour = 0xD0FFFD;  ///< the tubesheet itself
     quint32 fillColour = 0x000000; ///< the ink of tubes, stay rods and the tubesheet's edge
     quint32 tickColour = 0x000080;
@@ -24,7 +25,8 @@ QColor mixed(const QColor &a, const QColor &b, double share);
 double contrast(const QColor &a, const QColor &b);
 /// Black or white, whichever can be read better on the background.
 QColor inkOn(const QColor &background);
-/// The colour itself where it can be read on the background, else the same hue moved towards black or white until it can.
+/// The colour itself where it can be read on the background, else the same hue moved towards black or white until it
+/// can.
 QColor readable(const QColor &colour, const QColor &background, double minContrast = 3.5);
 
 } // namespace brannock

@@ -2,9 +2,9 @@
 
 #include "TubeArt.h"
 
+#include <cmath>
 #include <QFontMetricsF>
 #include <QPainter>
-#include <cmath>
 
 namespace brannock {
 
@@ -55,14 +55,15 @@ QSizeF TubeTip::size(const QFont &font) const
         width = std::max(width, metrics.horizontalAdvance(line));
     const double text = metrics.height() * double(1 + lines.size());
     const double pad = padding(font);
-    return QSizeF(std::ceil(width + pictureSize(font) + 3 * pad), std::ceil(std::max(text, pictureSize(font)) + 2 * pad));
+    return QSizeF(std::ceil(width + pictureSize(font) + 3 * pad),
+                  std::ceil(std::max(text, pictureSize(font)) + 2 * pad));
 }
 
-QRectF TubeTip::place(const QFont &font, const QPointF &pointer, const QSizeF &viewport) const
+QRectF TubeTip::place(const QFont &font, const QPointF &point, double away, const QSizeF &viewport) const
 {
     const QSizeF card = size(font);
-    return QRectF(QPointF(besides(pointer.x(), card.width(), 16, viewport.width()),
-                          besides(pointer.y(), card.height(), 20, viewport.height())),
+    return QRectF(QPointF(besides(point.x(), card.width(), away, viewport.width()),
+                          besides(point.y(), card.height(), away, viewport.height())),
                   card);
 }
 
@@ -107,8 +108,8 @@ void paintHoverRing(QPainter &painter, const QPointF &centre, double radius)
 void paintCursor(QPainter &painter, const QPointF &centre, double radius, const QPalette &palette)
 {
     painter.save();
-    const QRectF frame(std::round(centre.x() - radius) + 0.5, std::round(centre.y() - radius) + 0.5, std::round(2 * radius),
-                       std::round(2 * radius));
+    const QRectF frame(std::round(centre.x() - radius) + 0.5, std::round(centre.y() - radius) + 0.5,
+                       std::round(2 * radius), std::round(2 * radius));
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(Qt::white, 4));
     painter.drawRect(frame);

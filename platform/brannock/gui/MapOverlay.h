@@ -11,16 +11,18 @@ class QPainter;
 namespace brannock {
 
 /// The card beside the pointer that names a tube: its picture, its name and further lines.
-struct TubeTip {
+struct TubeTip
+{
     TubeMark mark;
     bool selected = false;
     QString name;
     QStringList lines;
 
     QSizeF size(const QFont &font) const;
-    /// Where the card stands: beside the point, within the viewport, not under the pointer.
-    QRectF place(const QFont &font, const QPointF &pointer, const QSizeF &viewport) const;
-    void paint(QPainter &painter, const QRectF &rect, const QFont &font, const QPalette &palette, const MapOptions &options) const;
+    /// Where the card stands: beside the point by this distance, within the viewport.
+    QRectF place(const QFont &font, const QPointF &point, double away, const QSizeF &viewport) const;
+    void paint(QPainter &painter, const QRectF &rect, const QFont &font, const QPalette &palette,
+               const MapOptions &options) const;
 };
 
 /// Rings round single tubes, seen on any colour.

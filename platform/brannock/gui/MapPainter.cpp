@@ -1,7 +1,7 @@
 #include "MapPainter.h"
 
-#include <QFontMetricsF>
 #include <cmath>
+#include <QFontMetricsF>
 
 namespace brannock {
 
@@ -9,32 +9,121 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Above this diameter a picture costs more than the few discs that are visible then.
+/// Above this diameter making a picture costs more than drawing the few discs that are visible then.
 constexpr double kLargestSprite = 56;
-constexpr size_t kFragmentsPerCall = 4096;
+constexpr int kBandBytes = 2 << 20;
 
-/// Whole pixels for the upper left corner of an even or odd picture. The small shift keeps rows that fall on the middle between two
-/// pixels together, whatever the last bits of their coordinates are.
-QPointF snapped(const QPointF &centre, bool odd)
+TubeArt pixelArt(const MapScene &scene, const MapView &view)
 {
-    const double half = odd ? 0.5 : 0;
-    return {std::floor(centre.x() - half + 0.5 + 1e-6) + half, std::floor(centre.y() - half + 0.5 + 1e-6) + half};
+    return TubeArt::forPixels(scene.options, scene.pitch() * view.scale);
 }
 
-bool isOdd(const TubeArt &art)
+TubeArt vectorArt(const MapScene &scene, const MapView &view)
 {
-    return int(art.diameter()) % 2 != 0;
+    return TubeArt::forVectors(scene.options, scene.pitch() * view.scale);
+}
+
+int oddness(const TubeArt &art)
+{
+    return int(art.diameter()) % 2;
+}
+
+/// Twice the nearest whole pixel (for even discs) or pixel middle (for odd ones). The small shift keeps rows that fall
+/// on the middle between two pixels together, whatever the last bits of their coordinates are. A cast is much quicker
+/// than floor(), hence the detour above zero; tubes that far outside are never painted.
+int snapped2(double coordinate, int odd)
+{
+    static constexpr int kAboveZero = 1 << 20;
+    return 2 * (int(coordinate - odd * 0.5 + (kAboveZero + 0.5 + 1e-6)) - kAboveZero) + odd;
+}
+
+QPointF snapped(const QPointF &centre, int odd)
+{
+    return QPointF(snapped2(centre.x(), odd), snapped2(centre.y(), odd)) / 2;
+}
+
+/// Map coordinates of everything that may reach into the exposed rectangle.
+QRectF reached(const MapView &view, const QRectF &exposed, const TubeArt &art)
+{
+    const double reach = art.reach() + 1;
+    return view.toMap(exposed.adjusted(-reach, -reach, reach, reach));
 }
 
 template <typename Visitor>
-void visitRods(const MapScene &scene, const MapView &view, const QRectF &exposed, double reach, Visitor &&visitor)
+void visitTubes(const MapScene &scene, const QRectF &area, Visitor &&visitor)
 {
-    const QRectF area = exposed.adjusted(-reach, -reach, reach, reach);
+    scene.grid().visit(area.left(), area.top(), area.right(), area.bottom(), visitor);
+}
+
+template <typename Visitor>
+void visitRods(const MapScene &scene, const MapView &view, const QRectF &area, Visitor &&visitor)
+{
     for (const ellery::Mark &rod : scene.stayRods()) {
-        const QPointF centre = view.toView(rod.x, rod.y);
-        if (area.contains(centre))
-            visitor(centre);
+        if (rod.x >= area.left() && rod.x <= area.right() && rod.y >= area.top() && rod.y <= area.bottom())
+            visitor(view.toView(double(rod.x), double(rod.y)));
     }
+}
+
+/// The outline is convex: what holds the corners holds the rectangle.
+bool coversWholly(const QPolygonF &outline, const QRectF &rect)
+{
+    const auto holds = [&](const QPointF &point) { return outline.containsPoint(point, Qt::WindingFill); };
+    return holds(rect.topLeft()) && holds(rect.topRight()) && holds(rect.bottomLeft()) && holds(rect.bottomRight());
+}
+
+QPolygonF outlineInView(const MapScene &scene, const MapView &view)
+{
+    QPolygonF outline;
+    outline.reserve(scene.outline().size());
+    for (const QPointF &point : scene.outline())
+        outline.append(view.toView(point));
+    return outline;
+}
+
+/// The part of a convex polygon on the side of the line where the coordinate (x or y, times sign) is not below the
+/// limit.
+QPolygonF cut(const QPolygonF &polygon, bool alongX, double sign, double limit)
+{
+    QPolygonF part;
+    const auto inside = [&](const QPointF &point) { return sign * (alongX ? point.x() : point.y()) - limit; };
+    for (qsizetype i = 0; i < polygon.size(); ++i) {
+        const QPointF &from = polygon[i];
+        const QPointF &to = polygon[(i + 1) % polygon.size()];
+        const double a = inside(from);
+        const double b = inside(to);
+        if (a >= 0)
+            part.append(from);
+        if ((a < 0) != (b < 0))
+            part.append(from + (to - from) * (a / (a - b)));
+    }
+    return part;
+}
+
+/// The outline as far as it matters for the rectangle: what is far outside costs as much to paint as what is seen.
+QPolygonF cutTo(QPolygonF polygon, const QRectF &rect)
+{
+    polygon = cut(polygon, true, 1, rect.left());
+    polygon = cut(polygon, true, -1, -rect.right());
+    polygon = cut(polygon, false, 1, rect.top());
+    return cut(polygon, false, -1, -rect.bottom());
+}
+
+/// background: none for devices that have their own.
+void paintSheet(QPainter &painter, const MapScene &scene, const MapView &view, const QRectF &exposed, double line,
+                const QColor &background)
+{
+    const QPolygonF outline = outlineInView(scene, view);
+    const QColor map = fromColourRef(scene.options.mapColour);
+    if (coversWholly(outline, exposed.adjusted(-line, -line, line, line))) {
+        painter.fillRect(exposed, map);
+        return;
+    }
+    if (background.isValid())
+        painter.fillRect(exposed, background);
+    painter.setPen(QPen(mixed(fromColourRef(scene.options.fillColour), map, 0.45), line, Qt::SolidLine, Qt::FlatCap,
+                        Qt::RoundJoin));
+    painter.setBrush(map);
+    painter.drawPolygon(cutTo(outline, exposed.adjusted(-4 * line, -4 * line, 4 * line, 4 * line)));
 }
 
 void paintWatermark(QPainter &painter, const MapScene &scene, const MapView &view)
@@ -54,155 +143,138 @@ void paintWatermark(QPainter &painter, const MapScene &scene, const MapView &vie
     painter.drawText(sheet, Qt::AlignCenter | Qt::TextDontClip, scene.watermark);
 }
 
+double edgeWidth(const TubeArt &art)
+{
+    return std::max(1.0, art.diameter() * 0.06);
+}
+
 } // namespace
 
-/// The outline is convex: what holds the corners holds the rectangle.
-static bool coversWholly(const QPolygonF &outline, const QRectF &rect)
+void MapPainter::paint(QPainter &painter, const MapScene &scene, const MapView &view, const QRectF &exposed)
 {
-    const auto holds = [&](const QPointF &point) { return outline.containsPoint(point, Qt::WindingFill); };
-    return holds(rect.topLeft()) && holds(rect.topRight()) && holds(rect.bottomLeft()) && holds(rect.bottomRight());
+    if (scene.outline().isEmpty())
+        return;
+    const TubeArt art = vectorArt(scene, view);
+    const QRectF area = reached(view, exposed, art);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintSheet(painter, scene, view, exposed, edgeWidth(art), QColor());
+    paintWatermark(painter, scene, view);
+    visitRods(scene, view, area, [&](const QPointF &centre) { art.paintStayRod(painter, centre); });
+    visitTubes(scene, area, [&](const ellery::TubeGrid::Entry &entry) {
+        const QPointF centre = view.toView(double(entry.x), double(entry.y));
+        art.paintTube(painter, centre, scene.mark(entry.tube), scene.isSelected(entry.tube));
+    });
+    painter.restore();
 }
 
-static void paintTubesheet(QPainter &painter, const MapScene &scene, const MapView &view, const QRectF &exposed, double line)
+void MapPainter::paint(QImage &image, const MapScene &scene, const MapView &view, const QRect &exposed,
+                       const QColor &background)
 {
-    QPolygonF outline;
-    outline.reserve(scene.outline().size());
-    for (const QPointF &point : scene.outline())
-        outline.append(view.toView(point));
-    const QColor map = fromColourRef(scene.options.mapColour);
-    if (coversWholly(outline, exposed.adjusted(-line, -line, line, line))) {
-        painter.fillRect(exposed, map);
+    const QRect clip = exposed & image.rect();
+    // Band by band, each small enough to stay in the processor's cache from its background to its last tube.
+    const int height = std::max(16, kBandBytes / std::max(1, clip.width() * 4));
+    for (int top = clip.top(); top <= clip.bottom(); top += height) {
+        const QRect band(clip.left(), top, clip.width(), height);
+        paintBand(image, scene, view, band & clip, background);
+    }
+}
+
+void MapPainter::paintBand(QImage &image, const MapScene &scene, const MapView &view, const QRect &band,
+                           const QColor &background)
+{
+    const TubeArt art = pixelArt(scene, view);
+    const int odd = oddness(art);
+    const QRectF area = reached(view, band, art);
+    QPainter painter(&image);
+    painter.setClipRect(band);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintSheet(painter, scene, view, band, edgeWidth(art), background);
+    paintWatermark(painter, scene, view);
+    visitRods(scene, view, area, [&](const QPointF &centre) { art.paintStayRod(painter, snapped(centre, odd)); });
+    painter.end();
+    m_placed.clear();
+    visitTubes(scene, area, [&](const ellery::TubeGrid::Entry &entry) {
+        const QPointF centre = view.toView(double(entry.x), double(entry.y));
+        m_placed.push_back({snapped2(centre.x(), odd), snapped2(centre.y(), odd), scene.look(entry.tube)});
+    });
+    paintPlaced(image, scene, art, band);
+}
+
+void MapPainter::paintTubes(QImage &image, const MapScene &scene, const MapView &view, const QList<qint32> &tubes)
+{
+    const TubeArt art = pixelArt(scene, view);
+    const int odd = oddness(art);
+    const QRectF area = reached(view, image.rect(), art);
+    m_placed.clear();
+    for (const qint32 tube : tubes) {
+        const QPointF position = scene.position(tube);
+        if (!area.contains(position))
+            continue;
+        const QPointF centre = view.toView(position);
+        m_placed.push_back({snapped2(centre.x(), odd), snapped2(centre.y(), odd), scene.look(tube)});
+    }
+    paintPlaced(image, scene, art, image.rect());
+}
+
+void MapPainter::paintPlaced(QImage &image, const MapScene &scene, const TubeArt &art, const QRect &clip)
+{
+    bool sprites = art.diameter() <= kLargestSprite;
+    if (sprites) {
+        m_atlas.prepare(scene, art);
+        sprites = std::all_of(m_placed.begin(), m_placed.end(),
+                              [&](const Placed &tube) { return m_atlas.ensure(scene, tube.look); });
+    }
+    if (sprites) {
+        const int tile = m_atlas.tile();
+        for (const Placed &tube : m_placed)
+            m_atlas.put(image, clip, (tube.x2 - tile) / 2, (tube.y2 - tile) / 2, tube.look);
         return;
     }
-    painter.setPen(QPen(mixed(fromColourRef(scene.options.fillColour), map, 0.45), line, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
-    painter.setBrush(map);
-    painter.drawPolygon(outline);
-}
-
-TubeArt MapPainter::artFor(const MapScene &scene, const MapView &view, Target target)
-{
-    const double pitch = scene.pitch() * view.scale;
-    return target == Target::Pixels ? TubeArt::forPixels(scene.options, pitch) : TubeArt::forVectors(scene.options, pitch);
-}
-
-std::vector<MapPainter::Placed> MapPainter::collect(const MapScene &scene, const MapView &view, const QRectF &exposed,
-                                                    const TubeArt &art, Target target)
-{
-    const double reach = art.reach() + 1;
-    const QRectF area = view.toMap(exposed.adjusted(-reach, -reach, reach, reach));
-    std::vector<Placed> placed;
-    const bool pixels = target == Target::Pixels;
-    const bool odd = isOdd(art);
-    scene.grid().visit(area.left(), area.top(), area.right(), area.bottom(), [&](const ellery::TubeGrid::Entry &entry) {
-        const QPointF centre = view.toView(double(entry.x), double(entry.y));
-        placed.push_back({pixels ? snapped(centre, odd) : centre, scene.look(entry.tube)});
-    });
-    return placed;
-}
-
-MapPainter::Result MapPainter::paint(QPainter &painter, const MapScene &scene, const MapView &view, const QRectF &exposed,
-                                     Target target)
-{
-    Result result;
-    if (scene.isEmpty() && scene.stayRods().isEmpty())
-        return result;
-    const TubeArt art = artFor(scene, view, target);
-    painter.save();
+    QPainter painter(&image);
+    painter.setClipRect(clip);
     painter.setRenderHint(QPainter::Antialiasing);
-    paintTubesheet(painter, scene, view, exposed, std::max(1.0, art.diameter() * 0.06));
-    paintWatermark(painter, scene, view);
-    visitRods(scene, view, exposed, art.reach(), [&](const QPointF &centre) {
-        art.paintStayRod(painter, target == Target::Pixels ? snapped(centre, isOdd(art)) : centre);
-    });
-    paintPlaced(painter, scene, art, collect(scene, view, exposed, art, target), target, result);
-    painter.restore();
-    return result;
-}
-
-void MapPainter::paintTubes(QPainter &painter, const MapScene &scene, const MapView &view, const QList<qint32> &tubes)
-{
-    const TubeArt art = artFor(scene, view, Target::Pixels);
-    std::vector<Placed> placed;
-    const double reach = art.reach();
-    const QRectF area = QRectF(QPointF(0, 0), view.size).adjusted(-reach, -reach, reach, reach);
-    for (const qint32 tube : tubes) {
-        const QPointF centre = snapped(view.toView(scene.position(tube)), isOdd(art));
-        if (area.contains(centre))
-            placed.push_back({centre, scene.look(tube)});
-    }
-    Result result;
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    paintPlaced(painter, scene, art, placed, Target::Pixels, result);
-    painter.restore();
-}
-
-void MapPainter::paintPlaced(QPainter &painter, const MapScene &scene, const TubeArt &art, const std::vector<Placed> &placed,
-                             Target target, Result &result)
-{
-    result.tubes = int(placed.size());
-    result.symbols = art.detail() == TubeArt::Detail::Full;
-    if (target == Target::Pixels && art.diameter() <= kLargestSprite) {
-        m_atlas.prepare(scene, art);
-        const bool all = std::all_of(placed.begin(), placed.end(),
-                                     [&](const Placed &tube) { return m_atlas.ensure(scene, tube.look); });
-        if (all) {
-            result.sprites = paintSprites(painter, scene, placed);
-            return;
-        }
-    }
-    for (const Placed &tube : placed)
-        art.paintTube(painter, tube.centre, scene.markOfLook(tube.look), tube.look & 1);
-}
-
-int MapPainter::paintSprites(QPainter &painter, const MapScene &, const std::vector<Placed> &placed)
-{
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    for (size_t from = 0; from < placed.size(); from += kFragmentsPerCall) {
-        const size_t end = std::min(placed.size(), from + kFragmentsPerCall);
-        m_fragments.clear();
-        for (size_t i = from; i < end; ++i)
-            m_fragments.push_back(QPainter::PixmapFragment::create(placed[i].centre, m_atlas.source(placed[i].look)));
-        painter.drawPixmapFragments(m_fragments.data(), int(m_fragments.size()), m_atlas.pixmap());
-    }
-    return int(placed.size());
+    for (const Placed &tube : m_placed)
+        art.paintTube(painter, QPointF(tube.x2, tube.y2) / 2, scene.markOfLook(tube.look), tube.look & 1);
 }
 
 QPointF MapPainter::pixelPosition(const MapScene &scene, const MapView &view, int tube)
 {
-    return snapped(view.toView(scene.position(tube)), isOdd(artFor(scene, view, Target::Pixels)));
+    return snapped(view.toView(scene.position(tube)), oddness(pixelArt(scene, view)));
 }
 
 QRectF MapPainter::tubeRect(const MapScene &scene, const MapView &view, int tube)
 {
-    const double reach = std::ceil(artFor(scene, view, Target::Pixels).reach()) + 1;
+    const double reach = std::ceil(pixelArt(scene, view).reach()) + 1;
     const QPointF centre = view.toView(scene.position(tube));
     return QRectF(centre.x() - reach, centre.y() - reach, 2 * reach, 2 * reach);
 }
 
-QStringList MapPainter::describe(const MapScene &scene, const MapView &view, const QRectF &exposed, Target target)
+QStringList MapPainter::describe(const MapScene &scene, const MapView &view, const QRectF &exposed, bool vectors)
 {
     QStringList lines;
-    const TubeArt art = artFor(scene, view, target);
-    const auto place = [](const QPointF &point) {
-        return u"%1,%2"_s.arg(point.x(), 0, 'f', 1).arg(point.y(), 0, 'f', 1);
+    const TubeArt art = vectors ? vectorArt(scene, view) : pixelArt(scene, view);
+    const auto place = [&](const QPointF &point) {
+        const QPointF at = vectors ? point : snapped(point, oddness(art));
+        return u"%1,%2"_s.arg(at.x(), 0, 'f', 1).arg(at.y(), 0, 'f', 1);
     };
-    const QRectF sheet = view.toView(scene.bounds());
-    lines << u"sheet %1 %2"_s.arg(place(sheet.topLeft()), place(sheet.bottomRight()));
+    const QRectF area = reached(view, exposed, art);
+    if (!scene.outline().isEmpty())
+        lines << u"sheet"_s;
     if (!scene.watermark.isEmpty())
         lines << u"watermark \"%1\""_s.arg(scene.watermark);
-    visitRods(scene, view, exposed, art.reach(), [&](const QPointF &centre) { lines << u"rod "_s + place(centre); });
-    for (const Placed &tube : collect(scene, view, exposed, art, target)) {
-        const TubeMark &mark = scene.markOfLook(tube.look);
-        QString line = u"tube "_s + place(tube.centre);
+    visitRods(scene, view, area, [&](const QPointF &centre) { lines << u"rod "_s + place(centre); });
+    visitTubes(scene, area, [&](const ellery::TubeGrid::Entry &entry) {
+        const TubeMark &mark = scene.mark(entry.tube);
+        QString line = u"tube "_s + place(view.toView(double(entry.x), double(entry.y)));
         if (mark.symbol == 0)
             line += u" open"_s;
         else if (art.detail() == TubeArt::Detail::Full)
             line += u" '%1' %2"_s.arg(QChar(mark.symbol)).arg(fromColourRef(mark.colour).name());
         else
             line += u" "_s + fromColourRef(mark.colour).name();
-        lines << (tube.look & 1 ? line + u" selected"_s : line);
-    }
+        lines << (scene.isSelected(entry.tube) ? line + u" selected"_s : line);
+    });
     return lines;
 }
 

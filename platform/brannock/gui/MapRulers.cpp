@@ -1,10 +1,10 @@
 #include "MapRulers.h"
 
+#include <array>
+#include <cmath>
 #include <QFontMetricsF>
 #include <QMarginsF>
 #include <QPainter>
-#include <array>
-#include <cmath>
 
 namespace brannock {
 
@@ -76,9 +76,11 @@ std::vector<bool> thinnedLabels(const std::vector<Tick> &ticks, const std::vecto
     return chosen;
 }
 
-MapRulers::MapRulers(const MapScene &scene, const QFont &font, const QPaintDevice *device) : m_font(font)
+MapRulers::MapRulers(const MapScene &scene, const QFont &font, const QPaintDevice *device)
+    : m_font(font)
 {
-    const QFontMetricsF metrics = device ? QFontMetricsF(font, const_cast<QPaintDevice *>(device)) : QFontMetricsF(font);
+    const QFontMetricsF metrics =
+        device ? QFontMetricsF(font, const_cast<QPaintDevice *>(device)) : QFontMetricsF(font);
     m_height = metrics.height();
     m_tick = m_height * 0.35;
     m_gap = m_height * 0.25;
@@ -145,7 +147,8 @@ void MapRulers::layoutStraight(const TickAxis &axis, Axis kind, const AxisText &
         const QPointF point = view.toView(tick.pos, tick.pos);
         places.push_back(vertical ? point.y() : point.x());
     }
-    const std::vector<bool> labelled = thinnedLabels(axis.ticks, places, vertical ? m_height : text.widest + m_height * 0.5);
+    const std::vector<bool> labelled =
+        thinnedLabels(axis.ticks, places, vertical ? m_height : text.widest + m_height * 0.5);
     const double span = std::abs(places.back() - places.front());
     const bool allMarks = span >= kClosestMarks * m_height * double(places.size());
     const auto [low, high] = stretch(layout, view, vertical);
@@ -157,14 +160,15 @@ void MapRulers::layoutStraight(const TickAxis &axis, Axis kind, const AxisText &
         layout.marks.push_back(vertical ? QLineF(base - length, places[i], base, places[i])
                                         : QLineF(places[i], base, places[i], base + length));
         const QRectF rect = labelRect(layout, vertical, places[i], text.widths[i]);
-        const bool fits = vertical ? rect.top() >= low && rect.bottom() <= high : rect.left() >= low && rect.right() <= high;
+        const bool fits =
+            vertical ? rect.top() >= low && rect.bottom() <= high : rect.left() >= low && rect.right() <= high;
         if (labelled[i] && fits)
             layout.labels.push_back({axis.ticks[i].label, rect, kind, axis.ticks[i].number});
     }
 }
 
-void MapRulers::layoutAskew(const TickAxis &axis, Axis kind, const AxisText &text, const MapScene &scene, const MapView &view,
-                            Layout &layout) const
+void MapRulers::layoutAskew(const TickAxis &axis, Axis kind, const AxisText &text, const MapScene &scene,
+                            const MapView &view, Layout &layout) const
 {
     const auto crowded = [&](const QRectF &rect) {
         return std::any_of(layout.labels.begin(), layout.labels.end(), [&](const Label &label) {
@@ -204,7 +208,8 @@ MapRulers::Layout MapRulers::layout(const MapScene &scene, const MapView &view) 
 void MapRulers::paint(QPainter &painter, const Layout &layout, const Colours &colours, const QRegion &exposed) const
 {
     painter.save();
-    for (const auto &[strip, pinned] : {std::pair(layout.level, layout.levelPinned), {layout.upright, layout.uprightPinned}}) {
+    for (const auto &[strip, pinned] :
+         {std::pair(layout.level, layout.levelPinned), {layout.upright, layout.uprightPinned}}) {
         if (pinned && exposed.intersects(strip.toAlignedRect()))
             painter.fillRect(strip, colours.strip);
     }
@@ -235,8 +240,8 @@ MapRulers::Label MapRulers::labelOf(const MapScene &scene, const MapView &view, 
     const double pos = ticks.vertical ? position.y() : position.x();
     size_t best = ticks.ticks.size();
     for (size_t i = 0; i < ticks.ticks.size(); ++i) {
-        const bool nearer = best == ticks.ticks.size()
-                            || std::abs(ticks.ticks[i].pos - pos) < std::abs(ticks.ticks[best].pos - pos);
+        const bool nearer =
+            best == ticks.ticks.size() || std::abs(ticks.ticks[i].pos - pos) < std::abs(ticks.ticks[best].pos - pos);
         if (ticks.ticks[i].number == number && nearer)
             best = i;
     }

@@ -11,27 +11,30 @@ class QPaintDevice;
 
 namespace brannock {
 
-/// The names of rows and columns beside the tubesheet, with a tick mark for each line of tubes. The rulers stand at the sheet's left
-/// and lower edge; where that edge is out of view they stay at the viewport's own edge, on a strip of their own. Labels thin
-/// out (every 2nd, 5th, 10th, ...) so that they never overlap.
+/// The names of rows and columns beside the tubesheet, with a tick mark for each line of tubes. The rulers stand at the
+/// sheet's left and lower edge; where that edge is out of view they stay at the viewport's own edge, on a strip of
+/// their own. Labels thin out (every 2nd, 5th, 10th, ...) so that they never overlap.
 class MapRulers
 {
 public:
-    struct Label {
+    struct Label
+    {
         QString text;
         QRectF rect;
         ellery::Axis axis = ellery::Axis::Row;
         int number = 0;
     };
-    struct Layout {
+    struct Layout
+    {
         std::vector<Label> labels;
         std::vector<QLineF> marks;
-        QRectF upright; ///< strip of the ruler on the left; empty without one
-        QRectF level;   ///< strip of the ruler below
+        QRectF upright;             ///< strip of the ruler on the left; empty without one
+        QRectF level;               ///< strip of the ruler below
         bool uprightPinned = false; ///< held at the viewport's edge, over the sheet
         bool levelPinned = false;
     };
-    struct Colours {
+    struct Colours
+    {
         QColor tick;
         QColor strip; ///< behind a pinned ruler
     };
@@ -45,20 +48,22 @@ public:
     Layout layout(const MapScene &scene, const MapView &view) const;
     void paint(QPainter &painter, const Layout &layout, const Colours &colours, const QRegion &exposed) const;
 
-    /// The label of the tube's row or column at its place on the ruler, whether it is among the thinned ones or not. An empty text
-    /// when the axis has no straight ruler, no such label, or the place is out of view.
+    /// The label of the tube's row or column at its place on the ruler, whether it is among the thinned ones or not. An
+    /// empty text when the axis has no straight ruler, no such label, or the place is out of view.
     Label labelOf(const MapScene &scene, const MapView &view, const Layout &layout, ellery::Axis axis, int tube) const;
     const QFont &font() const { return m_font; }
 
 private:
-    struct AxisText {
+    struct AxisText
+    {
         std::vector<double> widths; // of each tick's label
         double widest = 0;
     };
     void placeStrips(const MapScene &scene, const MapView &view, Layout &layout) const;
-    void layoutStraight(const TickAxis &axis, ellery::Axis kind, const AxisText &text, const MapView &view, Layout &layout) const;
-    void layoutAskew(const TickAxis &axis, ellery::Axis kind, const AxisText &text, const MapScene &scene, const MapView &view,
-                     Layout &layout) const;
+    void layoutStraight(const TickAxis &axis, ellery::Axis kind, const AxisText &text, const MapView &view,
+                        Layout &layout) const;
+    void layoutAskew(const TickAxis &axis, ellery::Axis kind, const AxisText &text, const MapScene &scene,
+                     const MapView &view, Layout &layout) const;
     QRectF labelRect(const Layout &layout, bool vertical, double place, double width) const;
 
     QFont m_font;
@@ -69,8 +74,9 @@ private:
     AxisText m_cols;
 };
 
-/// Which of the ticks get a label: all, or those whose number is a multiple of 2, 5, 10, ..., so that neighbours keep apart by at
-/// least `room`, and the first and last where they fit. places: position of each tick along the ruler, rising or falling.
+/// Which of the ticks get a label: all, or those whose number is a multiple of 2, 5, 10, ..., so that neighbours keep
+/// apart by at least `room`, and the first and last where they fit. places: position of each tick along the ruler,
+/// rising or falling.
 std::vector<bool> thinnedLabels(const std::vector<Tick> &ticks, const std::vector<double> &places, double room);
 
 } // namespace brannock

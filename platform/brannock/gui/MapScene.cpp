@@ -11,7 +11,8 @@ static constexpr double kEdgePerPitch = 1.25;
 /// Colours tried out one after the other leave marks behind that no tube has; beyond this many they are swept up.
 static constexpr size_t kMaxMarks = 8192;
 
-MapScene::MapScene(const ellery::SteamGen &steamGen, const MapOptions &mapOptions) : options(mapOptions)
+MapScene::MapScene(const ellery::SteamGen &steamGen, const MapOptions &mapOptions)
+    : options(mapOptions)
 {
     setModel(steamGen);
 }

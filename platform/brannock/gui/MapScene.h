@@ -2,32 +2,35 @@
 #include "MapColours.h"
 #include "TickAxis.h"
 
+#include <ellery/TubeGrid.h>
 #include <QHash>
 #include <QList>
 #include <QPolygonF>
 #include <QRectF>
-#include <ellery/TubeGrid.h>
 #include <vector>
 
 namespace brannock {
 
 /// What marks a tube: the symbol (0 for an open tube) and its colour (0x00BBGGRR).
-struct TubeMark {
+struct TubeMark
+{
     char16_t symbol = 0;
     quint32 colour = 0;
     bool operator==(const TubeMark &) const = default;
 };
 
-/// What the painter paints: a copy of a steam generator's tubes and of their state on the map, prepared for painting, with the
-/// options. Plain data: it does not watch the steam generator; call setModel() and update() when that has changed.
+/// What the painter paints: a copy of a steam generator's tubes and of their state on the map, prepared for painting,
+/// with the options. Plain data: it does not watch the steam generator; call setModel() and update() when that has
+/// changed.
 class MapScene
 {
 public:
     /// What update() found.
-    struct Change {
-        QList<qint32> tubes;          ///< whose look has changed, ascending
-        bool onlySelected = true;     ///< every one of them has been selected, nothing else has changed
-        bool selection = false;       ///< some tube has been selected or deselected
+    struct Change
+    {
+        QList<qint32> tubes;      ///< whose look has changed, ascending
+        bool onlySelected = true; ///< every one of them has been selected, nothing else has changed
+        bool selection = false;   ///< some tube has been selected or deselected
     };
 
     MapScene() = default;

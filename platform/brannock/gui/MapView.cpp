@@ -1,7 +1,7 @@
 #include "MapView.h"
 
-#include <QMarginsF>
 #include <algorithm>
+#include <QMarginsF>
 
 namespace brannock {
 

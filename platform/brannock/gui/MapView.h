@@ -5,12 +5,13 @@
 
 namespace brannock {
 
-/// Which part of the tubesheet is shown, and how: the way from map coordinates (y upwards) to a viewport whose upper left
-/// corner is (0, 0) (y downwards), and back.
-struct MapView {
-    QSizeF size;         ///< of the viewport, in the painter's units
-    QPointF centre;      ///< map coordinates in the viewport's middle
-    double scale = 1;    ///< painter's units for one unit of the map
+/// Which part of the tubesheet is shown, and how: the way from map coordinates (y upwards) to a viewport whose upper
+/// left corner is (0, 0) (y downwards), and back.
+struct MapView
+{
+    QSizeF size;          ///< of the viewport, in the painter's units
+    QPointF centre;       ///< map coordinates in the viewport's middle
+    double scale = 1;     ///< painter's units for one unit of the map
     int xOrientation = 1; ///< -1: flipped left to right
     int yOrientation = 1; ///< -1: flipped upside down
 

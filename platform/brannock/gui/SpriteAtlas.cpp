@@ -1,12 +1,12 @@
 #include "SpriteAtlas.h"
 
 #include <cmath>
+#include <cstring>
 
 namespace brannock {
 
-/// 64 MB of pixels: some 40,000 looks at a usual size.
-static constexpr qint64 kMaxPixels = qint64(16) << 20;
-static constexpr int kWidth = 2048;
+/// 64 MB of pixels: some 100,000 looks at a usual size.
+static constexpr size_t kMostPixels = size_t(16) << 20;
 
 void SpriteAtlas::prepare(const MapScene &scene, const TubeArt &art)
 {
@@ -18,52 +18,92 @@ void SpriteAtlas::prepare(const MapScene &scene, const TubeArt &art)
     m_generation = scene.looksGeneration();
     // Even and odd discs need tiles of the same parity, or the middle would fall between two pixels.
     m_tile = 2 * int(std::ceil(art.reach())) + int(art.diameter()) % 2;
-    m_columns = std::max(1, kWidth / m_tile);
     m_used = 0;
     m_slots.assign(scene.numLooks(), -1);
+    m_lines.clear();
+    m_pixels.clear();
 }
 
-bool SpriteAtlas::grow(int slot)
+bool SpriteAtlas::make(const MapScene &scene, quint32 look)
 {
-    const int rows = slot / m_columns + 1;
-    const QSize needed(m_columns * m_tile, rows * m_tile);
-    if (qint64(needed.width()) * needed.height() > kMaxPixels)
+    if (m_pixels.size() + size_t(m_tile) * size_t(m_tile) > kMostPixels)
         return false;
-    if (m_pixmap.width() >= needed.width() && m_pixmap.height() >= needed.height())
-        return true;
-    QPixmap larger(needed.width(), std::max(needed.height(), m_used > 0 ? needed.height() * 3 / 2 : 0));
-    larger.fill(Qt::transparent);
-    if (m_used > 0) {
-        QPainter painter(&larger);
-        painter.setCompositionMode(QPainter::CompositionMode_Source);
-        painter.drawPixmap(0, 0, m_pixmap);
-    }
-    m_pixmap = larger;
-    return true;
-}
-
-QRectF SpriteAtlas::source(quint32 look) const
-{
-    const int slot = m_slots[look];
-    return QRectF(slot % m_columns * m_tile, slot / m_columns * m_tile, m_tile, m_tile);
-}
-
-bool SpriteAtlas::ensure(const MapScene &scene, quint32 look)
-{
-    if (m_slots[look] >= 0)
-        return true;
-    if (!grow(m_used))
-        return false;
-    m_slots[look] = m_used++;
-    const QRectF place = source(look);
-    QPainter painter(&m_pixmap);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.fillRect(place, Qt::transparent);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    QImage picture(m_tile, m_tile, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setClipRect(place);
-    m_art.paintTube(painter, place.center(), scene.markOfLook(look), look & 1);
+    m_art.paintTube(painter, QPointF(m_tile / 2.0, m_tile / 2.0), scene.markOfLook(look), look & 1);
+    painter.end();
+    m_slots[look] = m_used++;
+    store(picture);
     return true;
+}
+
+void SpriteAtlas::store(const QImage &picture)
+{
+    for (int y = 0; y < m_tile; ++y) {
+        const auto *pixels = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
+        int first = 0;
+        int end = m_tile;
+        while (first < end && qAlpha(pixels[first]) == 0)
+            ++first;
+        while (end > first && qAlpha(pixels[end - 1]) == 0)
+            --end;
+        int solid = first;
+        while (solid < end && qAlpha(pixels[solid]) != 255)
+            ++solid;
+        int trail = solid;
+        while (trail < end && qAlpha(pixels[trail]) == 255)
+            ++trail;
+        m_lines.push_back({quint16(first), quint16(solid - first), quint16(trail - solid), quint16(end - trail),
+                           quint32(m_pixels.size())});
+        m_pixels.insert(m_pixels.end(), pixels + first, pixels + end);
+    }
+}
+
+/// source (premultiplied) over an opaque pixel, two channels at a time.
+static inline quint32 blended(quint32 source, quint32 below)
+{
+    const quint32 keep = 255 - (source >> 24);
+    quint32 odd = (below & 0xFF00FF) * keep;
+    odd = ((odd + ((odd >> 8) & 0xFF00FF) + 0x800080) >> 8) & 0xFF00FF;
+    quint32 even = ((below >> 8) & 0xFF) * keep;
+    even = (even + (even >> 8) + 0x80) & 0xFF00;
+    return 0xFF000000 | (source + (odd | even));
+}
+
+void SpriteAtlas::put(QImage &image, const QRect &clip, int x, int y, quint32 look) const
+{
+    const Line *lines = &m_lines[size_t(m_slots[look]) * size_t(m_tile)];
+    const int firstLine = std::max(0, clip.top() - y);
+    const int endLine = std::min(m_tile, clip.bottom() + 1 - y);
+    // A picture at the edge of the clip takes the slow way through each pixel.
+    const bool inside = x >= clip.left() && x + m_tile <= clip.right() + 1;
+    const qsizetype stride = image.bytesPerLine();
+    uchar *row = image.bits() + qsizetype(y + firstLine) * stride;
+    for (int i = firstLine; i < endLine; ++i, row += stride) {
+        const Line &line = lines[i];
+        const quint32 *source = m_pixels.data() + line.pixels;
+        const int at = x + line.skip;
+        auto *target = reinterpret_cast<quint32 *>(row);
+        if (!inside) {
+            for (int k = 0; k < line.lead + line.solid + line.trail; ++k) {
+                if (at + k >= clip.left() && at + k <= clip.right())
+                    target[at + k] = blended(source[k], target[at + k]);
+            }
+            continue;
+        }
+        target += at;
+        for (int k = 0; k < line.lead; ++k)
+            target[k] = blended(source[k], target[k]);
+        source += line.lead;
+        target += line.lead;
+        std::memcpy(target, source, size_t(line.solid) * 4);
+        source += line.solid;
+        target += line.solid;
+        for (int k = 0; k < line.trail; ++k)
+            target[k] = blended(source[k], target[k]);
+    }
 }
 
 } // namespace brannock

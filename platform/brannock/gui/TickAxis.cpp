@@ -12,7 +12,8 @@ using ellery::Tube;
 namespace {
 
 /// The tubes of one row (or column) of one section, summed up.
-struct Line {
+struct Line
+{
     int count = 0;
     double sumX = 0, sumY = 0, sumXX = 0, sumYY = 0;
     int firstAcross = 0, lastAcross = 0;

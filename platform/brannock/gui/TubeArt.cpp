@@ -1,9 +1,9 @@
 #include "TubeArt.h"
 
+#include <cmath>
 #include <QFontMetricsF>
 #include <QPaintEngine>
 #include <QPainterPath>
-#include <cmath>
 
 namespace brannock {
 
@@ -14,8 +14,8 @@ namespace {
 constexpr double kDiameterPerPitch = 0.86;
 /// Less than half a pitch beyond the neighbour's disc: halos may touch each other but never cover a neighbour.
 constexpr double kHaloPerPitch = 0.56;
-constexpr int kDotPixels = 4;     // discs up to this diameter are dots without an outline
-constexpr int kSymbolPixels = 8;  // from this diameter on a letter can be read
+constexpr int kDotPixels = 4;    // discs up to this diameter are dots without an outline
+constexpr int kSymbolPixels = 8; // from this diameter on a letter can be read
 
 constexpr double kReferenceSize = 128;
 
@@ -27,7 +27,8 @@ QFont symbolFont()
 }
 
 /// A symbol's ink at the reference size, relative to the start of its base line.
-struct Glyph {
+struct Glyph
+{
     QPainterPath path;
     QRectF ink;
 };

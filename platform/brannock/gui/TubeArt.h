@@ -8,8 +8,10 @@ namespace brannock {
 
 /// How single tubes, stay rods and symbols are drawn at one size, on any device. Lengths are in the painter's units.
 ///
-///  - An open tube is a ring with a light filling, a marked one a disc in its colour with the symbol on it, black or white.
-///  - A selected tube lies on a ring in the select colour that reaches to its neighbours, so that selected tubes form an area.
+///  - An open tube is a ring with a light filling, a marked one a disc in its colour with the symbol on it, black or
+///  white.
+///  - A selected tube lies on a ring in the select colour that reaches to its neighbours, so that selected tubes form
+///  an area.
 ///  - The smaller the tubes, the less is drawn: first the symbols go, then the outlines.
 class TubeArt
 {

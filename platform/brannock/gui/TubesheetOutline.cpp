@@ -17,7 +17,9 @@ static std::vector<QPointF> convexHull(std::vector<QPointF> points)
     const auto before = [](const QPointF &a, const QPointF &b) {
         return a.x() < b.x() || (!(b.x() < a.x()) && a.y() < b.y());
     };
-    const auto same = [](const QPointF &a, const QPointF &b) { return !(a.x() < b.x() || b.x() < a.x()) && !(a.y() < b.y() || b.y() < a.y()); };
+    const auto same = [](const QPointF &a, const QPointF &b) {
+        return !(a.x() < b.x() || b.x() < a.x()) && !(a.y() < b.y() || b.y() < a.y());
+    };
     std::sort(points.begin(), points.end(), before);
     points.erase(std::unique(points.begin(), points.end(), same), points.end());
     if (points.size() < 3)
@@ -48,9 +50,38 @@ static void appendArc(QPolygonF &outline, const QPointF &centre, double radius, 
     }
 }
 
+/// Rounds the corners, so that the steps of a bundle's edge look like the circle they follow. Each corner becomes a
+/// curve that stays within the depth of it: gentle corners are rounded over half their edges, sharp ones only at the
+/// tip.
+static std::vector<QPointF> rounded(const std::vector<QPointF> &hull, double depth)
+{
+    static constexpr int kPieces = 6;
+    if (hull.size() < 3)
+        return hull;
+    std::vector<QPointF> curve;
+    for (size_t i = 0; i < hull.size(); ++i) {
+        const QPointF &corner = hull[i];
+        const QPointF back = hull[(i + hull.size() - 1) % hull.size()] - corner;
+        const QPointF ahead = hull[(i + 1) % hull.size()] - corner;
+        const double backLength = std::hypot(back.x(), back.y());
+        const double aheadLength = std::hypot(ahead.x(), ahead.y());
+        const QPointF middle = (back / backLength + ahead / aheadLength) / 2;
+        const double bend = std::hypot(middle.x(), middle.y());
+        // The curve's middle lies half as far from the corner as the line between its ends.
+        const double reach = std::min({backLength / 2, aheadLength / 2, 2 * depth / std::max(bend, 1e-9)});
+        const QPointF from = corner + back / backLength * reach;
+        const QPointF to = corner + ahead / aheadLength * reach;
+        for (int k = 0; k <= kPieces; ++k) {
+            const double t = double(k) / kPieces;
+            curve.push_back(from * ((1 - t) * (1 - t)) + corner * (2 * t * (1 - t)) + to * (t * t));
+        }
+    }
+    return convexHull(std::move(curve));
+}
+
 QPolygonF tubesheetOutline(std::vector<QPointF> points, double margin)
 {
-    const std::vector<QPointF> hull = convexHull(std::move(points));
+    const std::vector<QPointF> hull = rounded(convexHull(std::move(points)), margin * 0.25);
     QPolygonF outline;
     if (hull.size() == 1)
         appendArc(outline, hull[0], margin, 0, 2 * std::numbers::pi);

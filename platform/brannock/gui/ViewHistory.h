@@ -5,8 +5,8 @@
 
 namespace brannock {
 
-/// The views a user has looked at, to go back and forth between. Small steps that follow each other closely (a turning wheel, a
-/// drag) are one view.
+/// The views a user has looked at, to go back and forth between. Small steps that follow each other closely (a turning
+/// wheel, a drag) are one view.
 class ViewHistory
 {
 public:

@@ -9,6 +9,35 @@ using namespace Qt::StringLiterals;
 
 namespace dao::store {
 
+namespace {
+
+// A change made of several may have loaded what is undone with it.
+class ReloadOnFailure
+{
+public:
+    explicit ReloadOnFailure(Catalog &catalog)
+        : m_catalog(&catalog)
+    {
+    }
+    ~ReloadOnFailure()
+    {
+        try {
+            if (m_catalog)
+                m_catalog->refresh();
+        } catch (const std::exception &) {
+            // The failure that brought us here is the one to be told; the next statement looks again.
+        }
+    }
+    ReloadOnFailure(const ReloadOnFailure &) = delete;
+    ReloadOnFailure &operator=(const ReloadOnFailure &) = delete;
+    void disarm() { m_catalog = nullptr; }
+
+private:
+    Catalog *m_catalog;
+};
+
+} // namespace
+
 void Catalog::create()
 {
     createSystemTables(m_connection);
@@ -106,11 +135,16 @@ void Catalog::change(const std::function<void()> &steps)
 {
     if (m_connection.isReadOnly())
         throw engineError(error::ReadOnly, m_connection.source());
+    if (m_beforeChange)
+        m_beforeChange();
     m_connection.releaseRead();
+    // Declared first, so that it looks at the file after the savepoint has been undone.
+    ReloadOnFailure reload(*this);
     Savepoint savepoint(m_connection);
     steps();
-    m_connection.run(u"PRAGMA user_version = %1"_s.arg((m_version + 1) & 0x7fffffff));
+    m_connection.run(u"PRAGMA user_version = %1"_s.arg((m_connection.catalogVersion() + 1) & 0x7fffffff));
     savepoint.release();
+    reload.disarm();
     load();
 }
 

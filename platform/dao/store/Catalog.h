@@ -39,11 +39,14 @@ public:
 
     /// Runs a change of the schema as a whole or not at all, moves the version on and loads what came out.
     void change(const std::function<void()> &steps);
+    /// Called before every change: whoever reads from the file lets go of it.
+    void setBeforeChange(const std::function<void()> &handler) { m_beforeChange = handler; }
 
 private:
     Connection &m_connection;
     CatalogContents m_contents;
     QHash<QString, qsizetype> m_tablesByName;
+    std::function<void()> m_beforeChange;
     qint64 m_version = -1;
     quint64 m_generation = 0;
 };

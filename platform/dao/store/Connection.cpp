@@ -16,7 +16,7 @@ namespace dao::store {
 namespace {
 
 constexpr int cacheKibibytes = 64 * 1024;
-constexpr int busyMilliseconds = 500;
+constexpr int busyMilliseconds = 1000;
 constexpr char cancelFunction[] = "dao_cancelled"; // asked by temporary triggers
 constexpr int operationsPerLook = 10'000;          // some tenth of a millisecond
 constexpr int consultEveryMilliseconds = 100;
@@ -121,7 +121,7 @@ void Connection::openScratch()
 {
     close();
     m_db = open(QByteArray(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    run(u"PRAGMA journal_mode = OFF"_s);
+    run(u"PRAGMA journal_mode = MEMORY"_s);
     run(u"PRAGMA synchronous = OFF"_s);
 }
 
@@ -206,11 +206,15 @@ void Connection::beginProgramTransaction()
 
 void Connection::commitProgramTransaction()
 {
+    run(u"COMMIT"_s);
+    m_programTransaction = false;
+}
+
+void Connection::requireTransaction() const
+{
     if (m_transactionLost)
         throw engineError(error::NoTransaction, m_source)
             .withHint(u"An earlier error has undone the whole transaction."_s);
-    run(u"COMMIT"_s);
-    m_programTransaction = false;
 }
 
 void Connection::rollbackProgramTransaction()
@@ -271,9 +275,8 @@ void Connection::beforeStep(const Statement &statement)
     if (m_consulting)
         throw engineError(error::StatementRunning, m_source, {m_path});
     m_writing = !statement.m_readOnly;
-    if (m_writing && m_transactionLost)
-        throw engineError(error::NoTransaction, m_source)
-            .withHint(u"An earlier error has undone the whole transaction."_s);
+    if (m_writing)
+        requireTransaction();
 }
 
 void Connection::afterFailure()

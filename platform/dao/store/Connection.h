@@ -55,9 +55,12 @@ public:
     void commitProgramTransaction();
     void rollbackProgramTransaction();
     bool inProgramTransaction() const { return m_programTransaction; }
+    /// Throws when the inner engine has given up the program's transaction: what is left of it must not be kept.
+    void requireTransaction() const;
 
     /// Names fields and rules in errors. Not owned.
     void setSchema(const SchemaView *schema) { m_schema = schema; }
+    const SchemaView *schema() const { return m_schema; }
     /// The object named as the source of errors; returns the one before.
     QString setSource(const QString &source);
     QString source() const { return m_source; }
@@ -67,7 +70,8 @@ public:
     Progress *progress() const { return m_progress; }
     /// Throws DaoCancelled when the user wanted to stop while a statement ran that could not be interrupted.
     void throwIfCancelled();
-    bool cancelRequested() const { return m_cancelRequested; }
+    /// At the start of a statement: what was wanted of the one before is past.
+    void clearCancel() { m_cancelRequested = false; }
 
     /// Keeps what is read consistent and cheap until the event loop is reached again: without it every row that is
     /// fetched locks and unlocks the file. Does nothing where no event loop runs, as nothing would end it there.

@@ -44,10 +44,13 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
 
 [[noreturn]] void raiseNotNull(const EngineFailure &failure)
 {
-    const FieldName name = splitName(QStringView(failure.text).mid(failure.text.lastIndexOf(u": "_s) + 2));
+    FieldName name = splitName(QStringView(failure.text).mid(failure.text.indexOf(u": "_s) + 2));
     const FieldInfo *field = fieldOf(failure, name);
     if (field && !field->required)
         raise(failure, error::NullKey);
+    // A table that is being made anew goes by another name for a moment.
+    if (const TableInfo *table = tableOf(failure, name))
+        name.table = table->name;
     raise(failure, error::RequiredField, {name.full()});
 }
 

@@ -68,7 +68,13 @@ void Statement::requireOpen() const
 void Statement::check(int result) const
 {
     if (result != SQLITE_OK)
-        m_connection->fail(!m_readOnly);
+        m_connection->fail(isChange());
+}
+
+bool Statement::isChange() const
+{
+    // Committing counts as well, although the inner engine calls it read-only.
+    return !m_readOnly || sqlite3_column_count(m_statement) == 0;
 }
 
 int Statement::parameterCount() const
@@ -149,7 +155,7 @@ bool Statement::step()
         return false;
     m_connection->afterFailure();
     try {
-        m_connection->fail(!m_readOnly);
+        m_connection->fail(isChange());
     } catch (...) {
         sqlite3_reset(m_statement);
         throw;

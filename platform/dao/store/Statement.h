@@ -58,6 +58,7 @@ private:
     friend class Connection;
     void requireOpen() const;
     void check(int result) const;
+    bool isChange() const;
     void finish();
 
     Connection *m_connection = nullptr;

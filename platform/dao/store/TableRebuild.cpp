@@ -16,6 +16,35 @@ namespace {
 
 const QString newName = u"_dao_rebuild"_s;
 
+// What a row of the new table breaks is a rule of the new table.
+class NewDefinition : public SchemaView
+{
+public:
+    NewDefinition(Connection &connection, const TableInfo &table)
+        : m_connection(connection)
+        , m_before(connection.schema())
+        , m_table(table)
+    {
+        connection.setSchema(this);
+    }
+    ~NewDefinition() override { m_connection.setSchema(m_before); }
+    NewDefinition(const NewDefinition &) = delete;
+    NewDefinition &operator=(const NewDefinition &) = delete;
+
+    const TableInfo *findTable(QStringView name) const override
+    {
+        const bool isNew = name == newName || name.compare(m_table.name, Qt::CaseInsensitive) == 0;
+        return isNew ? &m_table : m_before ? m_before->findTable(name) : nullptr;
+    }
+    const QueryInfo *findQuery(QStringView) const override { return nullptr; }
+    QStringList sourceNames() const override { return {}; }
+
+private:
+    Connection &m_connection;
+    const SchemaView *m_before;
+    const TableInfo &m_table;
+};
+
 } // namespace
 
 TableRebuild::TableRebuild(Connection &connection, const StoredTable &before, StoredTable &after)
@@ -127,6 +156,7 @@ void TableRebuild::keepSequence()
 void TableRebuild::run()
 {
     findLateRequired();
+    const NewDefinition naming(m_connection, m_after.info);
     const QList<StatisticsLine> statistics = readStatistics(m_connection, m_before.info.name);
     m_connection.run(createTableSql(m_after, newName));
     copyRows();

@@ -1,0 +1,144 @@
+#include "LegendView.h"
+
+#include "LegendModel.h"
+#include "SymbolDelegate.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+LegendView::LegendView(LegendModel *model, QWidget *parent)
+    : QTableView(parent)
+{
+    setObjectName(u"legend"_s);
+    setAccessibleName(u"Legend"_s);
+    setAccessibleDescription(u"The entries of the map; entries further down are painted over those above"_s);
+    setModel(model);
+    setItemDelegateForColumn(LegendModel::Symbol, new SymbolDelegate(this));
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setDragDropMode(InternalMove);
+    setDropIndicatorShown(true);
+    setDragDropOverwriteMode(false);
+    setShowGrid(false);
+    setAlternatingRowColors(true);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    setTextElideMode(Qt::ElideRight);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollMode(ScrollPerPixel);
+    verticalHeader()->hide();
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setSectionResizeMode(LegendModel::Description, QHeaderView::Stretch);
+    for (const int column : {LegendModel::Symbol, LegendModel::Type, LegendModel::Tubes, LegendModel::Hits})
+        horizontalHeader()->setSectionResizeMode(column, QHeaderView::Fixed);
+    fitRows();
+    connect(model, &QAbstractItemModel::dataChanged, this, &LegendView::fitColumns);
+    connect(model, &QAbstractItemModel::modelReset, this, &LegendView::fitColumns);
+    connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex &index) {
+        if (index.column() != LegendModel::Symbol)
+            Q_EMIT entryActivated(index.row());
+    });
+}
+
+int LegendView::currentEntry() const
+{
+    return currentIndex().isValid() ? currentIndex().row() : -1;
+}
+
+void LegendView::setCurrentEntry(int entry)
+{
+    const int last = model()->rowCount() - 1;
+    if (last < 0)
+        return;
+    const QModelIndex index = model()->index(std::clamp(entry, 0, last), LegendModel::Description);
+    setCurrentIndex(index);
+    scrollTo(index);
+}
+
+void LegendView::fitRows()
+{
+    const int height = fontMetrics().height() + 8;
+    verticalHeader()->setMinimumSectionSize(height);
+    verticalHeader()->setDefaultSectionSize(height);
+    fitColumns();
+}
+
+void LegendView::fitColumns()
+{
+    const int gap = 2 * fontMetrics().horizontalAdvance(u'0');
+    const auto width = [this, gap](int column, const QString &sample) {
+        const QString title = model()->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        return gap + std::max({sizeHintForColumn(column) - gap / 2, fontMetrics().horizontalAdvance(sample),
+                               fontMetrics().horizontalAdvance(title)});
+    };
+    setColumnWidth(LegendModel::Symbol, fontMetrics().height() * 3);
+    setColumnWidth(LegendModel::Type, width(LegendModel::Type, u"RAND FILL"_s));
+    setColumnWidth(LegendModel::Tubes, width(LegendModel::Tubes, u"00,000"_s));
+    setColumnWidth(LegendModel::Hits, width(LegendModel::Hits, u"00,000"_s));
+}
+
+void LegendView::contextMenuEvent(QContextMenuEvent *event)
+{
+    QModelIndex index = currentIndex();
+    QPoint place = event->globalPos();
+    if (event->reason() == QContextMenuEvent::Mouse)
+        index = indexAt(event->pos());
+    else if (index.isValid())
+        place = viewport()->mapToGlobal(visualRect(index).center());
+    if (index.isValid())
+        Q_EMIT contextMenuRequested(place, index.row());
+}
+
+void LegendView::keyPressEvent(QKeyEvent *event)
+{
+    const QModelIndex current = currentIndex();
+    if (current.isValid() && event->modifiers() == Qt::NoModifier) {
+        if (event->key() == Qt::Key_Space) {
+            const QModelIndex symbol = current.siblingAtColumn(LegendModel::Symbol);
+            const bool shown = symbol.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+            model()->setData(symbol, shown ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+            return;
+        }
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+            Q_EMIT entryActivated(current.row());
+            return;
+        }
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void LegendView::paintEvent(QPaintEvent *event)
+{
+    QTableView::paintEvent(event);
+    if (!isEnabled() || model()->rowCount() > 0)
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const int margin = fontMetrics().height();
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
+                     u"No entries yet. Fills made with the buttons of the tool bar are listed here."_s);
+}
+
+void LegendView::changeEvent(QEvent *event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        fitRows();
+}
+
+void LegendView::resizeEvent(QResizeEvent *event)
+{
+    QTableView::resizeEvent(event);
+    fitColumns();
+}
+
+} // namespace app

@@ -1,0 +1,36 @@
+#pragma once
+#include <QTableView>
+
+namespace app {
+
+class LegendModel;
+
+/// The legend table: a swatch with the symbol and a check box, then type, description and counts. Entries are dragged
+/// to another place; Space shows and hides the current one.
+class LegendView : public QTableView
+{
+    Q_OBJECT
+public:
+    explicit LegendView(LegendModel *model, QWidget *parent = nullptr);
+    /// -1 when there is none.
+    int currentEntry() const;
+    void setCurrentEntry(int entry);
+
+Q_SIGNALS:
+    void contextMenuRequested(const QPoint &globalPos, int entry);
+    /// Double click or Return on an entry.
+    void entryActivated(int entry);
+
+protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void fitRows();
+    void fitColumns();
+};
+
+} // namespace app

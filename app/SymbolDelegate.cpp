@@ -1,0 +1,65 @@
+#include "SymbolDelegate.h"
+
+#include "LegendModel.h"
+
+#include <brannock/gui/MapColours.h>
+
+#include <QApplication>
+#include <QPainter>
+
+namespace app {
+
+namespace {
+
+constexpr double kSwatchShare = 0.86; ///< of the row's height
+
+QRect checkRect(const QStyleOptionViewItem &option)
+{
+    const QStyle *style = option.widget ? option.widget->style() : QApplication::style();
+    return style->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, option.widget);
+}
+
+} // namespace
+
+void paintSymbol(QPainter &painter, const QRectF &square, QChar symbol, const QColor &colour)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(brannock::mixed(colour, Qt::black, 0.35), 1));
+    painter.setBrush(colour);
+    painter.drawEllipse(square.adjusted(0.5, 0.5, -0.5, -0.5));
+    QFont font = painter.font();
+    font.setBold(true);
+    font.setItalic(false);
+    font.setPixelSize(std::max(6, int(square.height() * 0.66)));
+    painter.setFont(font);
+    painter.setPen(brannock::inkOn(colour));
+    painter.drawText(square, Qt::AlignCenter, QString(symbol));
+    painter.restore();
+}
+
+void SymbolDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::paint(painter, option, index);
+    QStyleOptionViewItem full = option;
+    initStyleOption(&full, index);
+    const QRect check = checkRect(full);
+    const double side = option.rect.height() * kSwatchShare;
+    const double left = check.right() + 1 + (option.rect.right() - check.right() - side) / 2;
+    const QRectF square(left, option.rect.top() + (option.rect.height() - side) / 2, side, side);
+    const bool shown = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+    painter->setOpacity(shown ? 1.0 : 0.45);
+    paintSymbol(*painter, square, index.data(LegendModel::SymbolRole).toChar(),
+                index.data(LegendModel::ColourRole).value<QColor>());
+    painter->setOpacity(1.0);
+}
+
+QSize SymbolDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QStyleOptionViewItem full = option;
+    initStyleOption(&full, index);
+    full.rect = QRect(0, 0, 200, QFontMetrics(option.font).height() + 8);
+    return QSize(checkRect(full).right() + full.rect.height() + 10, full.rect.height());
+}
+
+} // namespace app

@@ -1,0 +1,19 @@
+#pragma once
+#include <QStyledItemDelegate>
+
+namespace app {
+
+/// Paints the legend's first column: the check box, and the symbol as it looks on the map.
+class SymbolDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+};
+
+/// A disc in the colour with the symbol on it, filling a square.
+void paintSymbol(QPainter &painter, const QRectF &square, QChar symbol, const QColor &colour);
+
+} // namespace app

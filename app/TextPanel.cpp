@@ -1,0 +1,75 @@
+#include "TextPanel.h"
+
+#include <QFontDatabase>
+#include <QPainter>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+TextPanel::TextPanel(const QString &name, const QString &accessibleName, const QString &sample, QWidget *parent)
+    : QFrame(parent)
+    , m_sample(sample)
+{
+    setObjectName(name);
+    setAccessibleName(accessibleName);
+    setFrameShape(StyledPanel);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Base);
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixed.setPointSizeF(font().pointSizeF());
+    setFont(fixed);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+void TextPanel::setText(const QString &text)
+{
+    if (text == m_text)
+        return;
+    m_text = text;
+    setAccessibleDescription(text);
+    setToolTip(text.trimmed());
+    update();
+}
+
+QSize TextPanel::textSize(const QString &text) const
+{
+    const QStringList lines = text.split(u'\n');
+    int width = 0;
+    for (const QString &line : lines)
+        width = std::max(width, fontMetrics().horizontalAdvance(line));
+    return {width, int(lines.size()) * fontMetrics().lineSpacing()};
+}
+
+QSize TextPanel::sizeHint() const
+{
+    const int around = 2 * (kPadding + frameWidth());
+    return textSize(m_sample) + QSize(around, around);
+}
+
+QSize TextPanel::minimumSizeHint() const
+{
+    return QSize(sizeHint().width() / 2, sizeHint().height());
+}
+
+void TextPanel::paintEvent(QPaintEvent *event)
+{
+    QFrame::paintEvent(event);
+    QPainter painter(this);
+    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+    const QRect area = contentsRect().adjusted(kPadding, kPadding, -kPadding, -kPadding);
+    int y = area.top() + fontMetrics().ascent();
+    for (const QString &line : m_text.split(u'\n')) {
+        painter.drawText(area.left(), y, fontMetrics().elidedText(line, Qt::ElideMiddle, area.width()));
+        y += fontMetrics().lineSpacing();
+    }
+}
+
+void TextPanel::changeEvent(QEvent *event)
+{
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange)
+        updateGeometry();
+}
+
+} // namespace app

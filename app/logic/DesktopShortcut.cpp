@@ -1,0 +1,42 @@
+#include "DesktopShortcut.h"
+
+#include <tarnwick/FileWriter.h>
+
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+namespace {
+
+/// As the desktop entry format quotes an argument of a command line.
+QString quoted(const QString &argument)
+{
+    QString text;
+    for (const QChar c : argument) {
+        // Escaped for the argument, and the escape once more for the value.
+        if (c == u'\\')
+            text += u"\\\\\\\\"_s;
+        else if (c == u'"' || c == u'`' || c == u'$')
+            text += u"\\\\"_s + c;
+        else
+            text += c == u'%' ? u"%%"_s : QString(c);
+    }
+    return u'"' + text + u'"';
+}
+
+} // namespace
+
+QString createDesktopShortcut(const QString &folder, const QString &program)
+{
+    const QString path = QDir(folder).filePath(u"ARVO.desktop"_s);
+    const QString text = u"[Desktop Entry]\nType=Application\nVersion=1.0\nName=ARVO\nComment=Palomine ARVO\nExec="_s +
+                         quoted(program) + u"\nTerminal=false\nCategories=Science;Engineering;\n"_s;
+    tarnwick::writeFileAtomically(path, text.toUtf8());
+    QFile::setPermissions(path, QFile::permissions(path) | QFile::ExeOwner);
+    return path;
+}
+
+} // namespace app

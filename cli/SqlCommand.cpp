@@ -1,0 +1,99 @@
+#include "CommandLine.h"
+#include "CommandTable.h"
+#include "SqlOutput.h"
+#include "SqlScript.h"
+#include "Target.h"
+
+#include <dao/QueryDef.h>
+#include <db/Errors.h>
+#include <query/Messages.h>
+#include <tarnwick/FileWriter.h>
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 kLargestScript = 64 * 1024 * 1024;
+
+class CancelByConsole : public dao::Progress
+{
+public:
+    bool cancelled() override { return m_console.cancelled(); }
+
+private:
+    ConsoleProgress m_console;
+};
+
+void writeRows(Target &target, dao::QueryDef &query, RowWriter &writer)
+{
+    // One pass forward: no keys to keep, the first rows come at once.
+    dao::Recordset rows(target.session().database());
+    rows.open(dao::Recordset::Type::Snapshot, query);
+    writer.begin(rows);
+    for (; !rows.isEof(); rows.moveNext())
+        writer.row(rows);
+    writer.end();
+}
+
+// False when it failed, which has then been said.
+bool runStatement(Target &target, const QString &sql, RowWriter &writer)
+{
+    try {
+        dao::QueryDef query(target.session().database(), sql);
+        const bool returnsRows = query.returnsRows();
+        query::ParameterResolver resolver(target.queryContext(), target.prompts());
+        if (!resolver.resolve({}, query))
+            return false;
+        if (returnsRows)
+            writeRows(target, query, writer);
+        else
+            writer.affected(query.execute());
+        return true;
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(target.prompts(), exception, query::messages::kExecute);
+        return false;
+    }
+}
+
+bool runScript(Target &target, const QString &path, RowWriter &writer)
+{
+    const QString text = QString::fromUtf8(tarnwick::readFile(path, kLargestScript));
+    if (!db::beginTrans(target.session()))
+        return false;
+    for (const ScriptStatement &statement : splitScript(text)) {
+        if (!runStatement(target, statement.sql, writer)) {
+            printError(
+                u"in the statement of line %1 of %2; nothing of the file was done\n"_s.arg(statement.line).arg(path));
+            db::rollbackTrans(target.session());
+            return false;
+        }
+    }
+    return db::commitTrans(target.session());
+}
+
+} // namespace
+
+int runSql(const Arguments &arguments)
+{
+    const bool hasScript = arguments.has(u"file");
+    arguments.atMost(hasScript ? 1 : 2);
+    const auto writer = makeRowWriter(arguments.value(u"format", u"table"_s));
+    if (!writer)
+        throw UsageError(u"--format is table, csv or json."_s);
+    const QString path = arguments.positional(0, u"DIR"_s);
+    const QString sql = hasScript ? QString() : arguments.positional(1, u"STATEMENT"_s);
+
+    Target target(path, arguments, Target::Takes::ProjectOrDatabase);
+    if (!target.connect())
+        return Failed;
+    CancelByConsole cancel;
+    target.session().database().setProgress(&cancel);
+    const bool done =
+        hasScript ? runScript(target, arguments.value(u"file"), *writer) : runStatement(target, sql, *writer);
+    target.session().database().setProgress(nullptr);
+    return done ? Done : Failed;
+}
+
+} // namespace cli

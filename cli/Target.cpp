@@ -1,0 +1,124 @@
+#include "Target.h"
+
+#include <app/logic/SystemMacros.h>
+#include <db/ConnectDatabase.h>
+#include <QDir>
+#include <QFileInfo>
+#include <query/ArvoOptions.h>
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+using tarnwick::Answer;
+
+QList<Answer> answersOf(const Arguments &arguments)
+{
+    QList<Answer> answers;
+    if (arguments.has(u"yes"))
+        answers.append(Answer::Yes);
+    if (arguments.has(u"no"))
+        answers.append(Answer::No);
+    if (arguments.has(u"answers")) {
+        for (const QString &word : arguments.value(u"answers").split(u',')) {
+            if (word == "yes"_L1)
+                answers.append(Answer::Yes);
+            else if (word == "no"_L1)
+                answers.append(Answer::No);
+            else if (word == "cancel"_L1)
+                answers.append(Answer::Cancel);
+            else
+                throw UsageError(u"\"%1\" is no answer; there are yes, no and cancel."_s.arg(word));
+        }
+    }
+    if (arguments.has(u"yes") + arguments.has(u"no") + arguments.has(u"answers") > 1)
+        throw UsageError(u"Only one of --yes, --no and --answers can be given."_s);
+    return answers;
+}
+
+FlagParameters::FlagParameters(const QStringList &assignments, tarnwick::UserPrompts &prompts)
+    : m_prompts(&prompts)
+{
+    for (const QString &assignment : assignments) {
+        const qsizetype equals = assignment.indexOf(u'=');
+        if (equals < 1)
+            throw UsageError(u"--param needs NAME=VALUE, not \"%1\"."_s.arg(assignment));
+        QString name = assignment.left(equals).trimmed().toLower();
+        if (name.startsWith(u'[') && name.endsWith(u']'))
+            name = name.mid(1, name.size() - 2);
+        m_values[name] = assignment.mid(equals + 1);
+    }
+}
+
+bool FlagParameters::confirm(const QString &, QList<query::ParameterEntry> &entries, query::QueryContext &)
+{
+    QStringList missing;
+    for (query::ParameterEntry &entry : entries) {
+        const auto given = m_values.constFind(entry.name.toLower());
+        if (given != m_values.constEnd()) {
+            entry.setText(*given, *m_prompts);
+            entry.source = query::ParameterEntry::Source::SystemMacro; // of this run only, not to be remembered
+        }
+        if (!entry.hasValue())
+            missing.append(u'[' + entry.name + u']');
+    }
+    if (missing.isEmpty())
+        return true;
+    m_prompts->showError(tarnwick::kErrorSeverity, 0,
+                         u"No value for %1; give it with --param NAME=VALUE."_s.arg(missing.join(u", "_s)));
+    return false;
+}
+
+namespace {
+
+brannock::Project projectAt(const QString &path, Target::Takes takes)
+{
+    const QFileInfo info(path);
+    if (info.isDir())
+        return brannock::Project::load(info.absoluteFilePath());
+    if (takes == Target::Takes::Project)
+        throw tarnwick::Error(info.exists() ? u"%1 is not a project's folder."_s.arg(path)
+                                            : u"The folder %1 does not exist."_s.arg(path));
+    return {};
+}
+
+} // namespace
+
+Target::Target(const QString &path, const Arguments &arguments, Takes takes)
+    : m_prompts(answersOf(arguments), arguments.has(u"verbose"))
+    , m_project(projectAt(path, takes))
+    , m_session(m_prompts)
+    , m_legend(m_project.steamGen)
+    , m_parameters(arguments.values(u"param"), m_prompts)
+    , m_queries(m_session, m_context)
+{
+    m_context.roots = m_project.isLoaded() ? m_project.roots() : tarnwick::PathRoots::fromEnvironment();
+    m_context.prompt = &m_parameters;
+    m_context.systemMacros = [this] { return systemMacros(); };
+    query::ArvoOptions options;
+    options.load(m_context.roots);
+    m_context.userMacros = options.userMacros;
+    if (arguments.has(u"database"))
+        m_databasePath = QFileInfo(arguments.value(u"database")).absoluteFilePath();
+    else
+        m_databasePath = m_project.isLoaded() ? m_project.databasePath() : QFileInfo(path).absoluteFilePath();
+}
+
+bool Target::connect(bool create)
+{
+    db::ConnectContext context;
+    context.project = m_project.isLoaded() ? &m_project : nullptr;
+    const bool ownAndMissing =
+        m_project.isLoaded() && m_databasePath == m_project.databasePath() && !QFileInfo::exists(m_databasePath);
+    if (create && ownAndMissing && !db::createDatabase(m_prompts, m_databasePath, m_project.databaseFormat))
+        return false;
+    return db::connectDatabase(m_session, m_databasePath, context);
+}
+
+tarnwick::JMacro Target::systemMacros()
+{
+    if (!m_project.isLoaded())
+        return {};
+    return app::systemMacros(m_project, {}, {m_session.path(), m_session.isOpen() && m_session.isUpdatable()});
+}
+
+} // namespace cli

@@ -1,0 +1,65 @@
+#include "ProjectQueries.h"
+
+#include <db/Errors.h>
+#include <query/Messages.h>
+#include <query/QueryResult.h>
+
+namespace plans {
+
+namespace {
+
+class ResultRecords : public QueryRecords
+{
+public:
+    ResultRecords(db::DatabaseSession &session, query::QueryContext &context) : result(session, context) {}
+
+    query::QueryResult result;
+
+    int columnCount() const override { return result.columnCount(); }
+    QString columnName(int column) const override { return result.column(column).name; }
+    int rowCount() const override { return int(result.rowCount()); }
+    QString cellText(int row, int column) override { return result.cellText(row, column); }
+    void setColours(int row, quint32 foreground, quint32 background) override
+    {
+        result.setColours(row, {foreground, background});
+    }
+};
+
+} // namespace
+
+bool ProjectQueries::isReady() const
+{
+    return m_session.isOpen();
+}
+
+std::unique_ptr<QueryRecords> ProjectQueries::run(const QString &name, const QString &sql)
+{
+    try {
+        auto records = std::make_unique<ResultRecords>(m_session, m_context);
+        if (records->result.run(name, sql))
+            return records;
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(m_session.prompts(), exception, query::messages::kExecute);
+    }
+    return nullptr;
+}
+
+std::optional<FillMark> ProjectQueries::rememberedMark(const QString &name) const
+{
+    const query::QueryHistoryList::Entry *entry = m_context.history.find(name);
+    if (!entry || entry->symbol == 0)
+        return std::nullopt;
+    return FillMark{entry->symbol, entry->colour};
+}
+
+void ProjectQueries::rememberMark(const QString &name, const FillMark &mark)
+{
+    m_context.history.setSymbol(name, mark.symbol, mark.colour);
+    try {
+        m_context.history.store(m_context.roots);
+    } catch (const tarnwick::Error &error) {
+        m_session.prompts().status(query::messages::kStoringHistory, error.text());
+    }
+}
+
+} // namespace plans

@@ -1,0 +1,32 @@
+#pragma once
+#include "QuerySource.h"
+
+#include <query/QueryContext.h>
+
+namespace db {
+class DatabaseSession;
+}
+
+namespace plans {
+
+/// Query fills of the program: their queries run on the project database, their symbols are kept in the query history.
+class ProjectQueries : public QuerySource
+{
+public:
+    /// Both must live as long as this object.
+    ProjectQueries(db::DatabaseSession &session, query::QueryContext &context) : m_session(session), m_context(context)
+    {
+    }
+
+    bool isReady() const override;
+    std::unique_ptr<QueryRecords> run(const QString &name, const QString &sql) override;
+    void setQuiet(bool quiet) override { m_context.quiet = quiet; }
+    std::optional<FillMark> rememberedMark(const QString &name) const override;
+    void rememberMark(const QString &name, const FillMark &mark) override;
+
+private:
+    db::DatabaseSession &m_session;
+    query::QueryContext &m_context;
+};
+
+} // namespace plans

@@ -1,0 +1,169 @@
+#include "QueryFill.h"
+
+#include "Messages.h"
+#include "QuerySource.h"
+
+#include <tarnwick/Paths.h>
+
+using namespace Qt::StringLiterals;
+
+namespace plans {
+
+namespace {
+
+constexpr int kOwnVersion = 2;
+
+int findColumn(const QueryRecords &records, QLatin1StringView name)
+{
+    for (int i = 0; i < records.columnCount(); ++i) {
+        if (records.columnName(i).compare(name, Qt::CaseInsensitive) == 0)
+            return i;
+    }
+    return -1;
+}
+
+} // namespace
+
+/// The columns that hold the parts of a tube's address.
+struct QueryFill::AddressColumns
+{
+    int row = -1;
+    int col = -1;
+    int sec = -1;
+
+    explicit AddressColumns(const QueryRecords &records)
+        : row(findColumn(records, "row"_L1))
+        , col(findColumn(records, "col"_L1))
+        , sec(findColumn(records, "sec"_L1))
+    {
+    }
+
+    QString missing(bool hasSections) const
+    {
+        QString text;
+        if (row < 0)
+            text += u"\t'row'\n"_s;
+        if (col < 0)
+            text += u"\t'col'\n"_s;
+        if (sec < 0 && hasSections)
+            text += u"\t'sec'"_s;
+        return text;
+    }
+
+    int findTube(const ellery::SteamGen &steamGen, QueryRecords &records, int record) const
+    {
+        const int tubeRow = steamGen.stringToRow(records.cellText(record, row));
+        const int tubeCol = steamGen.stringToCol(records.cellText(record, col));
+        const int tubeSec = sec < 0 ? 0 : steamGen.stringToSec(records.cellText(record, sec));
+        return steamGen.findTube(tubeRow, tubeCol, tubeSec);
+    }
+};
+
+QueryFill::QueryFill()
+{
+    typeKey = u"QUERY"_s;
+}
+
+QString QueryFill::className() const
+{
+    return u"QueryFill"_s;
+}
+
+void QueryFill::serialize(tarnwick::JFile &file, int version)
+{
+    MapFill::serialize(file, version);
+    file.version(kOwnVersion);
+    parameters.query.serialize(file);
+}
+
+void QueryFill::readOldFormat(tarnwick::JFile &file)
+{
+    const int version = file.version(kOwnVersion);
+    if (version == 1) {
+        QString unused;
+        file.serialize(unused);
+        file.serialize(parameters.oldText);
+        file.serialize(unused);
+        return;
+    }
+    parameters.query.serialize(file);
+    // The records that the query then returned, each the row, col and sec of a tube.
+    struct OldRecord
+    {
+        qint32 row = 0;
+        qint32 col = 0;
+        qint32 sec = 0;
+    };
+    QList<OldRecord> records;
+    file.list(records, int(sizeof(OldRecord)), [](tarnwick::JFile &f, OldRecord &record) {
+        f.serialize(record.row);
+        f.serialize(record.col);
+        f.serialize(record.sec);
+    });
+}
+
+void QueryFill::symbolChanged(MapHost &host)
+{
+    host.queries().rememberMark(parameters.query.name, {symbol, colour});
+}
+
+bool QueryFill::compute(MapHost &host)
+{
+    if (!host.queries().isReady())
+        return false;
+    const auto records = host.queries().run(parameters.query.name, parameters.query.sql);
+    if (!records)
+        return false;
+    mapResult(host, *records);
+    return true;
+}
+
+tarnwick::Answer QueryFill::mapResult(MapHost &host, QueryRecords &records)
+{
+    tubes.clear();
+    const AddressColumns columns(records);
+    if (const QString missing = columns.missing(host.steamGen().hasSections()); !missing.isEmpty()) {
+        host.prompts().error(messages::kQueryFieldsMissing, missing);
+        return tarnwick::Answer::No;
+    }
+    const int invalid = takeTubes(host, records, columns);
+    if (invalid == 0)
+        return tarnwick::Answer::Yes;
+    const QString plural = invalid < 2 ? u" that is for a tube that does"_s : u"s that are for tubes that do"_s;
+    return host.prompts().question(tarnwick::Buttons::OkCancel, messages::kQueryTubesMissing,
+                                   tarnwick::SuitePath(parameters.query.name).relativeTo(u"queries"_s), invalid,
+                                   plural);
+}
+
+int QueryFill::takeTubes(MapHost &host, QueryRecords &records, const AddressColumns &columns)
+{
+    const BusyCursor busy(host);
+    ellery::SteamGen &steamGen = host.steamGen();
+    steamGen.clearMarks();
+    fillCount = records.rowCount();
+    int invalid = 0;
+    for (int record = 0; record < fillCount; ++record) {
+        const int tube = columns.findTube(steamGen, records, record);
+        if (tube < 0) {
+            ++invalid;
+            records.setColours(record, kInvalidForeground, kInvalidBackground);
+        } else if (!steamGen.isMarked(tube)) {
+            tubes.append(tube);
+            steamGen.setMarked(tube, true);
+        }
+    }
+    tubes.squeeze();
+    return invalid;
+}
+
+QString QueryFill::entryLabel() const
+{
+    return tarnwick::SuitePath(parameters.query.name).fileName();
+}
+
+QString QueryFill::undoLabel() const
+{
+    return tarnwick::format(u"Query %S Fill", parameters.query.name);
+}
+
+} // namespace plans

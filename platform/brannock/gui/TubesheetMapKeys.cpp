@@ -1,0 +1,205 @@
+#include "TubesheetMap.h"
+
+#include <cmath>
+#include <QKeyEvent>
+
+namespace brannock {
+
+namespace {
+
+/// The nearest tube in a direction of the screen; what lies aside counts as further away.
+class Neighbour
+{
+public:
+    Neighbour(const MapScene &scene, const MapView &view, int from, const QPointF &direction)
+        : m_scene(scene)
+        , m_from(view.toView(scene.position(from)))
+        , m_view(view)
+        , m_direction(direction)
+    {
+    }
+
+    int find(int from) const
+    {
+        const QPointF at = m_scene.position(from);
+        // Nearly always the next tube is a pitch away; only across gaps the search widens.
+        for (double radius = 2.2; radius <= 1024; radius *= 4) {
+            int best = -1;
+            double bestCost = 0;
+            for (const qint32 tube : m_scene.grid().within(at.x(), at.y(), radius * m_scene.pitch())) {
+                const double cost = tube == from ? -1 : costOf(tube);
+                if (cost >= 0 && (best < 0 || cost < bestCost)) {
+                    best = tube;
+                    bestCost = cost;
+                }
+            }
+            if (best >= 0)
+                return best;
+        }
+        return -1;
+    }
+
+private:
+    double costOf(int tube) const
+    {
+        const QPointF way = m_view.toView(m_scene.position(tube)) - m_from;
+        const double along = QPointF::dotProduct(way, m_direction);
+        const double aside = std::abs(way.x() * m_direction.y() - way.y() * m_direction.x());
+        return along > 0 && aside <= along * 2 ? along + 2 * aside : -1;
+    }
+
+    const MapScene &m_scene;
+    QPointF m_from;
+    const MapView &m_view;
+    QPointF m_direction;
+};
+
+QPointF directionOf(int key)
+{
+    switch (key) {
+    case Qt::Key_Left:
+        return {-1, 0};
+    case Qt::Key_Right:
+        return {1, 0};
+    case Qt::Key_Up:
+        return {0, -1};
+    case Qt::Key_Down:
+        return {0, 1};
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+void TubesheetMap::setCursorTube(int tube)
+{
+    if (tube == m_cursor || tube >= m_scene.numTube())
+        return;
+    const QRegion before = hoverRegion();
+    m_cursor = std::max(tube, -1);
+    updateTip();
+    update(before | hoverRegion());
+    ensureVisible(m_cursor);
+    updateAccessibility();
+    if (m_cursor >= 0)
+        Q_EMIT hovered(m_cursor);
+}
+
+bool TubesheetMap::moveCursor(int key)
+{
+    const QPointF direction = directionOf(key);
+    if (direction.isNull() || m_scene.isEmpty())
+        return false;
+    setHovered(-1, {});
+    if (m_cursor < 0) {
+        const double everywhere = m_scene.bounds().width() + m_scene.bounds().height();
+        setCursorTube(m_scene.grid().nearest(m_view.centre.x(), m_view.centre.y(), everywhere));
+        return true;
+    }
+    const int next = Neighbour(m_scene, m_view, m_cursor, direction).find(m_cursor);
+    if (next >= 0)
+        setCursorTube(next);
+    return true;
+}
+
+bool TubesheetMap::viewKey(QKeyEvent *event)
+{
+    const QPointF direction = directionOf(event->key());
+    if (!direction.isNull() && !m_scene.isEmpty()) {
+        MapView view = m_view;
+        const double ratio = devicePixelRatioF();
+        const double step = event->modifiers() & Qt::ShiftModifier ? 0.5 : 0.1;
+        view.panBy({-direction.x() * std::round(width() * step * ratio) / ratio,
+                    -direction.y() * std::round(height() * step * ratio) / ratio});
+        m_fitted = false;
+        const bool joined = m_sinceZoom.isValid() && m_sinceZoom.elapsed() < 700;
+        m_sinceZoom.start();
+        applyView(view, joined);
+        return true;
+    }
+    switch (event->key()) {
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        zoomIn();
+        return true;
+    case Qt::Key_Minus:
+        zoomOut();
+        return true;
+    case Qt::Key_Home:
+    case Qt::Key_F:
+        fit();
+        return true;
+    case Qt::Key_Backspace:
+        event->modifiers() & Qt::ShiftModifier ? nextView() : previousView();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void TubesheetMap::toggleCursor()
+{
+    if (m_cursor < 0)
+        return;
+    select({m_cursor}, SelectMode::Toggle);
+    Q_EMIT tubeClicked(m_cursor, Qt::ControlModifier);
+}
+
+void TubesheetMap::keyPressEvent(QKeyEvent *event)
+{
+    const auto held = event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
+    if (event->key() == Qt::Key_Escape && (m_drag != Drag::None || m_pressed)) {
+        if (m_drag == Drag::Pan)
+            applyView(m_pressView, true);
+        cancelDrag();
+        return;
+    }
+    if (held == Qt::AltModifier && moveCursor(event->key()))
+        return;
+    if (held != Qt::NoModifier)
+        return event->ignore();
+    if (event->key() == Qt::Key_Space) {
+        if (!event->isAutoRepeat()) {
+            m_spaceDown = true;
+            m_spaceUsed = false;
+            updateShape();
+        }
+        return;
+    }
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && m_cursor >= 0) {
+        Q_EMIT tubeActivated(m_cursor);
+        return;
+    }
+    if (!viewKey(event))
+        event->ignore();
+}
+
+void TubesheetMap::keyReleaseEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Space || event->isAutoRepeat())
+        return event->ignore();
+    // Space alone selects at the cursor; held while dragging it has moved the map.
+    if (m_spaceDown && !m_spaceUsed)
+        toggleCursor();
+    m_spaceDown = false;
+    updateShape();
+}
+
+void TubesheetMap::focusInEvent(QFocusEvent *event)
+{
+    m_showFocus = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
+                  event->reason() == Qt::ShortcutFocusReason;
+    update();
+}
+
+void TubesheetMap::focusOutEvent(QFocusEvent *)
+{
+    m_spaceDown = false;
+    if (m_drag != Drag::None)
+        cancelDrag();
+    updateShape();
+    update();
+}
+
+} // namespace brannock

@@ -1,0 +1,177 @@
+#include "DatabaseImpl.h"
+
+#include <dao/store/ErrorTranslation.h>
+#include <dao/store/SystemTables.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+
+namespace {
+
+const QString source = u"DAO.Workspace"_s;
+
+/// Errors of the file itself are told as those of opening it.
+class Opening
+{
+public:
+    explicit Opening(store::Connection &connection)
+        : m_connection(connection)
+    {
+        m_connection.setOpening(true);
+    }
+    ~Opening() { m_connection.setOpening(false); }
+    Opening(const Opening &) = delete;
+    Opening &operator=(const Opening &) = delete;
+
+private:
+    store::Connection &m_connection;
+};
+
+void requireFolder(const QFileInfo &file)
+{
+    if (!file.absoluteDir().exists())
+        throw store::engineError(error::PathNotValid, source, {file.filePath()});
+}
+
+void fillNewFile(store::Connection &connection, store::Catalog &catalog, const QString &locale, FileFormat format)
+{
+    connection.run(u"PRAGMA page_size = 4096"_s);
+    store::Savepoint savepoint(connection);
+    catalog.create();
+    store::writeProperty(connection, u"Locale"_s, locale);
+    store::writeProperty(connection, u"Format"_s, QString::number(int(format)));
+    savepoint.release();
+}
+
+} // namespace
+
+DatabaseImpl::DatabaseImpl(std::shared_ptr<Workspace::Impl> workspace)
+    : m_workspace(std::move(workspace))
+{
+    catalog.setBeforeChange([this] { secureReaders(); });
+}
+
+DatabaseImpl::~DatabaseImpl()
+{
+    close();
+}
+
+void DatabaseImpl::create(const QString &newPath, const QString &locale, FileFormat format)
+{
+    close();
+    const QFileInfo file(newPath);
+    requireFolder(file);
+    if (file.exists())
+        throw store::engineError(error::DatabaseExists, source);
+    if (!QFileInfo(file.absolutePath()).isWritable())
+        throw store::engineError(error::CannotOpenFile, source, {newPath});
+    // Made under another name and moved into place, so that there never is half a database of this name.
+    const QString unfinished = newPath + u".new"_s;
+    QFile::remove(unfinished);
+    try {
+        store::Connection maker;
+        store::Catalog makerCatalog(maker);
+        store::SourceScope scope(maker, source);
+        maker.open(unfinished, store::Connection::Mode::Create);
+        fillNewFile(maker, makerCatalog, locale, format);
+        maker.close();
+        if (!QFile::rename(unfinished, newPath))
+            throw store::engineError(QFile::exists(newPath) ? error::DatabaseExists : error::CannotOpenFile, source,
+                                     {newPath});
+    } catch (...) {
+        QFile::remove(unfinished);
+        throw;
+    }
+    openFile(newPath, false);
+}
+
+void DatabaseImpl::open(const QString &existingPath, OpenMode mode)
+{
+    close();
+    const QFileInfo file(existingPath);
+    requireFolder(file);
+    if (!file.exists())
+        throw store::engineError(error::FileNotFound, source, {existingPath});
+    if (!file.isFile() || !file.isReadable())
+        throw store::engineError(error::CannotOpenFile, source, {existingPath});
+    // A change needs its journal beside the file: without the right to write there, nothing is attempted.
+    const bool mayWrite = file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
+    openFile(existingPath, mode == OpenMode::ReadOnly || !mayWrite);
+}
+
+void DatabaseImpl::openFile(const QString &file, bool readOnly)
+{
+    store::SourceScope scope(connection, source);
+    Opening opening(connection);
+    try {
+        using Mode = store::Connection::Mode;
+        connection.open(file, readOnly ? Mode::ReadOnly : Mode::ReadWrite);
+        if (connection.number(u"PRAGMA application_id"_s) != store::applicationId)
+            throw store::engineError(error::UnrecognizedFormat, source, {file});
+        catalog.load();
+        if (catalog.property(u"Layout"_s).toInt() > store::fileLayoutVersion)
+            throw store::engineError(error::UnrecognizedFormat, source, {file});
+        connection.setSchema(&catalog);
+        m_workspace->join(*this);
+    } catch (...) {
+        connection.close();
+        catalog.clear();
+        throw;
+    }
+    path = file;
+}
+
+void DatabaseImpl::close()
+{
+    if (!isOpen())
+        return;
+    std::erase(m_workspace->databases, this);
+    connection.close();
+    m_scratch.close();
+    catalog.clear();
+    path.clear();
+}
+
+void DatabaseImpl::requireOpen() const
+{
+    if (!isOpen())
+        throw store::engineError(error::ObjectInvalid, connection.source());
+}
+
+void DatabaseImpl::prepareStatement()
+{
+    requireOpen();
+    catalog.refresh();
+}
+
+void DatabaseImpl::secureReaders()
+{
+    connection.releaseRead();
+    for (OpenReader *reader : std::vector(m_readers))
+        reader->secure();
+}
+
+void DatabaseImpl::rolledBack()
+{
+    ++m_rollbacks;
+    catalog.refresh();
+}
+
+quint64 DatabaseImpl::changeStamp() const
+{
+    return (m_rollbacks << 48) + quint64(connection.totalChanges());
+}
+
+store::Connection &DatabaseImpl::scratch()
+{
+    if (!m_scratch.isOpen())
+        m_scratch.openScratch();
+    return m_scratch;
+}
+
+} // namespace dao

@@ -1,0 +1,43 @@
+#pragma once
+#include "QueryDefImpl.h"
+
+namespace dao {
+
+/// Carries out the plan of a statement that returns no rows, as a whole or not at all.
+class PlanExecution
+{
+public:
+    PlanExecution(Database &database, DatabaseImpl &db, QueryDef::Impl &query);
+    /// The rows affected.
+    int run();
+
+private:
+    int carryOut(const sql::SelectPlan &plan);
+    int carryOut(const sql::ActionPlan &plan);
+    int carryOut(const sql::SelectIntoPlan &plan);
+    int carryOut(const sql::CreateTablePlan &plan);
+    int carryOut(const sql::AddFieldPlan &plan);
+    int carryOut(const sql::AlterFieldPlan &plan);
+    int carryOut(const sql::DropFieldPlan &plan);
+    int carryOut(const sql::AddConstraintPlan &plan);
+    int carryOut(const sql::DropConstraintPlan &plan);
+    int carryOut(const sql::DropTablePlan &plan);
+    int carryOut(const sql::CreateIndexPlan &plan);
+    int carryOut(const sql::DropIndexPlan &plan);
+    int carryOut(const sql::CreateQueryPlan &plan);
+    int carryOut(const sql::DropQueryPlan &plan);
+    int carryOut(const sql::ExecutePlan &plan);
+
+    int runSteps(const sql::ActionPlan &plan);
+    void bindParameters(store::Statement &statement) const;
+    void addParts(const QString &table, const QList<IndexInfo> &indexes, const QList<RelationInfo> &relations);
+    RelationInfo completed(const RelationInfo &relation) const;
+    const TableInfo &table(const QString &name) const;
+    [[noreturn]] void fail(int number, const QStringList &arguments = {}) const;
+
+    Database &m_database;
+    DatabaseImpl &m_db;
+    QueryDef::Impl &m_query;
+};
+
+} // namespace dao

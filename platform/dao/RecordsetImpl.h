@@ -1,0 +1,85 @@
+#pragma once
+#include "QueryDefImpl.h"
+#include "Recordset.h"
+#include "RowSource.h"
+#include "RowWriter.h"
+
+namespace dao {
+
+struct Recordset::Impl
+{
+    explicit Impl(Database &owner);
+
+    // Opening (RecordsetOpen.cpp)
+    void open(Type asked, const QString &text);
+    void openQuery(std::unique_ptr<QueryDef::Impl> definition);
+    void openTable(const TableInfo &table);
+    void run();
+    void close();
+    void prepareWriting();
+
+    // Position
+    void requireOpen() const;
+    void requireDynaset() const;
+    qint64 count() const;
+    bool isOnRow() const;
+    void requireRow() const;
+    void moveTo(qint64 target);
+    void step(int direction);
+    void dropEdit();
+    QByteArray bookmarkOf(qint64 at) const;
+
+    // Values
+    void load();
+    Value value(int index);
+    Value defaultOf(int index);
+    int requireField(const QString &name);
+
+    // Changes (RecordsetWrite.cpp)
+    enum class Pending { None, Edit, Add };
+    void requireUpdatable() const;
+    void beginEdit(Pending kind);
+    void setValue(int index, const Value &value);
+    void update();
+    void insertRow();
+    void updateRow();
+    void deleteRow();
+    RowWriter &writer(int sourceIndex);
+    int sourceToInsertInto() const;
+    void appendNewRow(int sourceIndex, qint64 key);
+
+    Database *database;
+    std::shared_ptr<DatabaseImpl> db;
+    Type type = Type::Dynaset;
+    bool opened = false;
+    std::unique_ptr<QueryDef::Impl> query; ///< null for a table that is only appended to
+    QList<sql::Column> columns;
+    QHash<QString, int> places; ///< of columns by name as written; filled as they are asked for
+    QList<sql::KeySource> sources;
+    sql::NotUpdatable whyNot = sql::NotUpdatable::No;
+    quint64 stamp = 0; ///< of this run; bookmarks of another are not valid
+
+    std::unique_ptr<RowSource> rows;
+    KeyedRows *keyed = nullptr; ///< rows, when they are found by keys
+    std::unique_ptr<ForwardRows> forward;
+
+    qint64 row = -1;        ///< -1 before the first, count() behind the last
+    bool onDeleted = false; ///< the current row was deleted here; row is the one that followed it
+
+    std::vector<Value> cells; ///< of the current row
+    qint64 loadedRow = -1;
+    quint64 loadedAt = 0;
+
+    Pending pendingKind = Pending::None;
+    PendingRow pending;
+    std::vector<std::unique_ptr<RowWriter>> writers;
+    struct ComputedDefault
+    {
+        int column;
+        QString sql;
+    };
+    std::vector<ComputedDefault> computedDefaults; ///< not left to the file: Date(), Now(), ...
+    QByteArray lastModified;
+};
+
+} // namespace dao

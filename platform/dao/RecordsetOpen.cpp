@@ -1,0 +1,153 @@
+#include "RecordsetImpl.h"
+
+#include <dao/sql/Compiler.h>
+#include <dao/store/ErrorTranslation.h>
+#include <dao/store/ValueBinding.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+
+namespace {
+
+const QString source = u"DAO.Recordset"_s;
+
+quint64 nextStamp()
+{
+    static quint64 stamp = 0;
+    return ++stamp;
+}
+
+QString bracketed(const QString &name)
+{
+    return u'[' + name + u']';
+}
+
+} // namespace
+
+void Recordset::Impl::open(Type asked, const QString &text)
+{
+    close();
+    type = asked;
+    store::SourceScope scope(db->connection, source);
+    db->prepareStatement();
+    const QString name = text.trimmed();
+    const TableInfo *table = db->catalog.findTable(name);
+    if (table && type == Type::TableAppend) {
+        openTable(*table);
+        return;
+    }
+    const bool isName = table || db->catalog.findQuery(name);
+    const QString sql = isName ? QString(u"SELECT * FROM "_s + bracketed(name)) : text;
+    openQuery(std::make_unique<QueryDef::Impl>(*database, db, sql));
+}
+
+void Recordset::Impl::openTable(const TableInfo &table)
+{
+    for (const FieldInfo &field : table.fields) {
+        sql::Column column;
+        column.info = field;
+        column.info.sourceTable = table.name;
+        column.info.sourceField = field.name;
+        column.source = 0;
+        column.updatable = true;
+        columns.append(column);
+    }
+    sources.append({table.name, table.name, false, true});
+    if (db->connection.isReadOnly() || (table.attributes & SystemObject) == SystemObject)
+        whyNot = sql::NotUpdatable::ReadOnlyDatabase;
+    opened = true;
+    prepareWriting();
+}
+
+void Recordset::Impl::openQuery(std::unique_ptr<QueryDef::Impl> definition)
+{
+    store::SourceScope scope(db->connection, source);
+    query = std::move(definition);
+    opened = true;
+    try {
+        if (!query->ensureCompiled().returnsRows())
+            throw store::engineError(error::InvalidOperation, source);
+        run();
+    } catch (...) {
+        close();
+        throw;
+    }
+}
+
+void Recordset::Impl::run()
+{
+    store::SourceScope scope(db->connection, source);
+    query->requireParameters(source);
+    const auto &plan = std::get<sql::SelectPlan>(query->compiled->plan);
+    dropEdit();
+    rows.reset();
+    keyed = nullptr;
+    forward.reset();
+    writers.clear();
+    lastModified.clear();
+    loadedRow = -1;
+    onDeleted = false;
+    row = 0;
+    columns = plan.columns;
+    places.clear();
+    sources = plan.sources;
+    whyNot = plan.whyNot;
+    stamp = nextStamp();
+    if (plan.updatable() && (db->connection.isReadOnly() || type == Type::Snapshot))
+        whyNot = sql::NotUpdatable::ReadOnlyDatabase;
+    db->connection.clearCancel();
+    if (type == Type::Snapshot) {
+        forward = std::make_unique<ForwardRows>(*db, plan, query->parameters);
+    } else if (type == Type::Dynaset && plan.keyed && !plan.sources.isEmpty()) {
+        auto keys = std::make_unique<KeyedRows>(*db, plan, query->parameters);
+        keyed = keys.get();
+        rows = std::move(keys);
+    } else if (type == Type::Dynaset) {
+        store::Statement all(db->connection, plan.fullSql, store::Access::User);
+        for (int i = 0; i < qMin(all.parameterCount(), int(query->parameters.size())); ++i)
+            store::bindValue(all, i + 1, query->parameters[i]);
+        auto result = std::make_unique<MaterialisedRows>(*db, typesOf(plan.columns));
+        result->fill(all, false);
+        rows = std::move(result);
+    }
+    prepareWriting();
+}
+
+void Recordset::Impl::close()
+{
+    dropEdit();
+    opened = false;
+    forward.reset();
+    rows.reset();
+    keyed = nullptr;
+    writers.clear();
+    computedDefaults.clear();
+    query.reset();
+    columns.clear();
+    places.clear();
+    sources.clear();
+    whyNot = sql::NotUpdatable::No;
+    row = -1;
+    onDeleted = false;
+    loadedRow = -1;
+}
+
+void Recordset::Impl::prepareWriting()
+{
+    computedDefaults.clear();
+    writers.resize(size_t(sources.size()));
+    if (whyNot != sql::NotUpdatable::No)
+        return;
+    for (qsizetype i = 0; i < columns.size(); ++i) {
+        const FieldInfo &info = columns[i].info;
+        const int from = columns[i].source;
+        if (from < 0 || !sources[from].deletable || info.defaultValue.trimmed().isEmpty())
+            continue;
+        const sql::DefaultExpression expression = sql::defaultExpression(info.defaultValue, info);
+        if (!expression.constant)
+            computedDefaults.push_back({int(i), expression.sql});
+    }
+}
+
+} // namespace dao

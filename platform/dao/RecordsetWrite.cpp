@@ -1,0 +1,197 @@
+#include "RecordsetImpl.h"
+
+#include <dao/sql/Compiler.h>
+#include <dao/store/ErrorTranslation.h>
+#include <dao/store/TableDefinition.h>
+#include <dao/store/ValueBinding.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+
+namespace {
+
+const QString source = u"DAO.Recordset"_s;
+
+[[noreturn]] void fail(int number, const QStringList &arguments = {})
+{
+    throw store::engineError(number, source, arguments);
+}
+
+Value evaluate(store::Connection &connection, const QString &expression)
+{
+    store::Statement statement(connection, u"SELECT "_s + expression);
+    return statement.step() ? store::columnValue(statement, 0, DataType::Unknown) : Value::null();
+}
+
+} // namespace
+
+void Recordset::Impl::requireUpdatable() const
+{
+    if (whyNot != sql::NotUpdatable::No)
+        fail(error::ReadOnly);
+}
+
+Value Recordset::Impl::defaultOf(int index)
+{
+    const FieldInfo &info = columns[index].info;
+    if (columns[index].source < 0 || info.isAutoIncrement())
+        return Value::null();
+    const QString sql = store::constantDefault(info);
+    return sql.isEmpty() ? Value::null() : convertValue(evaluate(db->connection, sql), info.type);
+}
+
+void Recordset::Impl::beginEdit(Pending kind)
+{
+    pending.reset(int(columns.size()));
+    pendingKind = kind;
+    if (kind != Pending::Add)
+        return;
+    for (const ComputedDefault &computed : computedDefaults)
+        pending.set(computed.column, columns[computed.column].info, evaluate(db->connection, computed.sql));
+}
+
+void Recordset::Impl::setValue(int index, const Value &value)
+{
+    if (pendingKind == Pending::None) {
+        requireOpen();
+        fail(error::UpdateWithoutEdit);
+    }
+    if (index < 0 || index >= columns.size())
+        fail(error::ItemNotFound);
+    const sql::Column &column = columns[index];
+    // A new row may be given the number that would have been counted, as conversions of other data do.
+    const bool numbersNewRow = column.info.isAutoIncrement() && pendingKind == Pending::Add && column.source >= 0;
+    if (!numbersNewRow && column.info.isAutoIncrement())
+        fail(error::FieldCannotBeSet);
+    if (!numbersNewRow && (!column.updatable || column.source < 0))
+        fail(error::FieldNotUpdatable, {column.info.name});
+    pending.set(index, column.info, value);
+}
+
+RowWriter &Recordset::Impl::writer(int sourceIndex)
+{
+    std::unique_ptr<RowWriter> &writer = writers[size_t(sourceIndex)];
+    if (writer)
+        return *writer;
+    const TableInfo *table = db->catalog.findTable(sources[sourceIndex].table);
+    if (!table)
+        fail(error::UnknownSource, {sources[sourceIndex].table});
+    std::vector<RowWriter::Field> fields;
+    for (qsizetype i = 0; i < columns.size(); ++i) {
+        if (columns[i].source == sourceIndex)
+            fields.push_back({int(i), columns[i].info.sourceField});
+    }
+    writer = std::make_unique<RowWriter>(db->connection, *table, fields);
+    return *writer;
+}
+
+void Recordset::Impl::update()
+{
+    requireOpen();
+    if (pendingKind == Pending::None)
+        fail(error::UpdateWithoutEdit);
+    store::SourceScope scope(db->connection, source);
+    db->connection.throwIfCancelled();
+    if (pendingKind == Pending::Add)
+        insertRow();
+    else
+        updateRow();
+    pendingKind = Pending::None;
+}
+
+int Recordset::Impl::sourceToInsertInto() const
+{
+    // A row of a join is added through its many side, whose row carries the key of the other.
+    int target = -1;
+    for (int i = 0; i < int(sources.size()); ++i) {
+        if (sources[i].deletable && target < 0)
+            target = i;
+    }
+    if (target < 0)
+        fail(error::ReadOnly);
+    for (qsizetype i = 0; i < columns.size(); ++i) {
+        if (pending.isSet(int(i)) && columns[i].source != target)
+            fail(error::JoinKeyNotInRecordset, {sources[target].table});
+    }
+    return target;
+}
+
+void Recordset::Impl::insertRow()
+{
+    const int target = sourceToInsertInto();
+    const qint64 key = writer(target).insert(pending);
+    if (type == Type::Dynaset)
+        appendNewRow(target, key);
+}
+
+void Recordset::Impl::appendNewRow(int sourceIndex, qint64 key)
+{
+    if (!keyed)
+        return;
+    const bool atEnd = !onDeleted && row >= count();
+    if (sources.size() == 1) {
+        keyed->append(std::span(&key, 1));
+    } else {
+        // The other tables' keys of the new row are known once the join has been made again.
+        const auto &plan = std::get<sql::SelectPlan>(query->compiled->plan);
+        const KeyedRows fresh(*db, plan, query->parameters);
+        for (qint64 at = 0; at < fresh.count(); ++at) {
+            if (fresh.keys(at)[size_t(sourceIndex)] == key)
+                keyed->append(fresh.keys(at));
+        }
+    }
+    lastModified = bookmarkOf(count() - 1);
+    if (atEnd)
+        row = count();
+}
+
+void Recordset::Impl::updateRow()
+{
+    const auto keys = keyed->keys(row);
+    std::vector<int> changed;
+    for (int i = 0; i < int(sources.size()); ++i) {
+        if (writer(i).hasChanges(pending))
+            changed.push_back(i);
+    }
+    for (const int i : changed) {
+        if (keys[size_t(i)] == KeyedRows::absent)
+            fail(error::JoinKeyNotInRecordset, {sources[i].table});
+    }
+    const auto write = [&](int i) {
+        // Statements are kept for the fields that are set, so each table's writer sees only its own.
+        if (!writer(i).update(pending, keys[size_t(i)]))
+            fail(error::RecordDeleted);
+    };
+    if (changed.size() == 1) {
+        write(changed.front());
+    } else if (!changed.empty()) {
+        store::Savepoint savepoint(db->connection);
+        for (const int i : changed)
+            write(i);
+        savepoint.release();
+    }
+    lastModified = bookmarkOf(row);
+}
+
+void Recordset::Impl::deleteRow()
+{
+    if (onDeleted)
+        fail(error::RecordDeleted);
+    dropEdit();
+    store::SourceScope scope(db->connection, source);
+    const auto keys = keyed->keys(row);
+    int target = -1;
+    for (int i = 0; i < int(sources.size()) && target < 0; ++i) {
+        if (sources[i].deletable)
+            target = i;
+    }
+    if (target < 0 || keys[size_t(target)] == KeyedRows::absent)
+        fail(error::ReadOnly);
+    if (!writer(target).remove(keys[size_t(target)]))
+        fail(error::RecordDeleted);
+    keyed->erase(row);
+    onDeleted = true;
+}
+
+} // namespace dao

@@ -1,0 +1,188 @@
+#include "RowSource.h"
+
+#include <dao/store/ValueBinding.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+
+namespace {
+
+void bindAll(store::Statement &statement, const QList<Value> &parameters)
+{
+    const auto count = qMin<qsizetype>(statement.parameterCount(), parameters.size());
+    for (int i = 0; i < int(count); ++i)
+        store::bindValue(statement, i + 1, parameters[i]);
+}
+
+void readCells(const store::Statement &statement, const std::vector<DataType> &types, std::vector<Value> &cells)
+{
+    cells.resize(types.size());
+    for (size_t i = 0; i < types.size(); ++i)
+        cells[i] = store::columnValue(statement, int(i), types[i]);
+}
+
+} // namespace
+
+std::vector<DataType> typesOf(const QList<sql::Column> &columns)
+{
+    std::vector<DataType> types;
+    for (const sql::Column &column : columns)
+        types.push_back(column.info.type);
+    return types;
+}
+
+KeyedRows::KeyedRows(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<Value> &parameters)
+    : m_db(db)
+    , m_types(typesOf(plan.columns))
+    , m_parameters(int(parameters.size()))
+    , m_width(size_t(plan.sources.size()))
+    , m_row(db.connection, plan.rowSql, store::Access::User)
+{
+    bindAll(m_row, parameters);
+    store::Statement walk(db.connection, plan.keySql, store::Access::User);
+    bindAll(walk, parameters);
+    while (walk.step()) {
+        for (size_t i = 0; i < m_width; ++i) {
+            const bool missing = walk.storage(int(i)) == store::Statement::Storage::Null;
+            m_keys.push_back(missing ? absent : walk.integer(int(i)));
+        }
+    }
+    m_keys.shrink_to_fit();
+}
+
+bool KeyedRows::read(qint64 row, std::vector<Value> &cells)
+{
+    m_db.connection.holdRead();
+    int parameter = m_parameters;
+    for (const qint64 key : keys(row)) {
+        if (key == absent)
+            m_row.bindNull(++parameter);
+        else
+            m_row.bind(++parameter, key);
+    }
+    const bool found = m_row.step();
+    if (found)
+        readCells(m_row, m_types, cells);
+    m_row.reset();
+    return found;
+}
+
+void KeyedRows::erase(qint64 row)
+{
+    const auto first = m_keys.begin() + row * qint64(m_width);
+    m_keys.erase(first, first + qint64(m_width));
+}
+
+qint64 KeyedRows::find(std::span<const qint64> wanted, qint64 near) const
+{
+    const auto matches = [&](qint64 row) { return std::ranges::equal(keys(row), wanted); };
+    // Rows only ever move towards the front, as others are deleted.
+    for (qint64 row = qMin(near, count() - 1); row >= 0; --row) {
+        if (matches(row))
+            return row;
+    }
+    return -1;
+}
+
+MaterialisedRows::MaterialisedRows(DatabaseImpl &db, const std::vector<DataType> &types)
+    : m_types(types)
+    , m_scratch(db.scratch())
+    , m_table(u"r%1"_s.arg(db.nextScratchTable()))
+{
+    QStringList columns;
+    for (size_t i = 0; i < types.size(); ++i)
+        columns.append(u"c%1"_s.arg(i));
+    // Columns without a type: every value stays as it came.
+    m_scratch.run(u"CREATE TABLE "_s + m_table + u" ("_s + columns.join(u", "_s) + u')');
+}
+
+MaterialisedRows::~MaterialisedRows()
+{
+    m_row = store::Statement();
+    if (!m_scratch.isOpen())
+        return;
+    try {
+        m_scratch.run(u"DROP TABLE "_s + m_table);
+    } catch (const std::exception &) {
+        // It goes with the scratch file.
+    }
+}
+
+void MaterialisedRows::fill(store::Statement &statement, bool onRow)
+{
+    QStringList places(qsizetype(m_types.size()), u"?"_s);
+    store::Savepoint savepoint(m_scratch);
+    store::Statement insert(m_scratch, u"INSERT INTO "_s + m_table + u" VALUES ("_s + places.join(u", "_s) + u')');
+    while (onRow || statement.step()) {
+        onRow = false;
+        for (int i = 0; i < int(m_types.size()); ++i)
+            insert.bindColumn(i + 1, statement, i);
+        insert.run();
+        ++m_count;
+    }
+    savepoint.release();
+    m_row = store::Statement(m_scratch, u"SELECT * FROM "_s + m_table + u" WHERE rowid = ?1"_s);
+}
+
+bool MaterialisedRows::read(qint64 row, std::vector<Value> &cells)
+{
+    m_row.bind(1, row + 1);
+    const bool found = m_row.step();
+    if (found)
+        readCells(m_row, m_types, cells);
+    m_row.reset();
+    return found;
+}
+
+ForwardRows::ForwardRows(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<Value> &parameters)
+    : m_db(db)
+    , m_types(typesOf(plan.columns))
+    , m_statement(db.connection, plan.fullSql, store::Access::User)
+{
+    bindAll(m_statement, parameters);
+    db.adopt(this);
+    try {
+        next();
+    } catch (...) {
+        db.release(this);
+        throw;
+    }
+}
+
+ForwardRows::~ForwardRows()
+{
+    m_db.release(this);
+}
+
+bool ForwardRows::next()
+{
+    if (m_secured) {
+        m_onRow = ++m_securedRow < m_secured->count() && m_secured->read(m_securedRow, m_cells);
+    } else {
+        m_onRow = m_statement.step();
+        if (!m_onRow)
+            m_statement.reset(); // lets the file go
+    }
+    m_rowsRead += m_onRow ? 1 : 0;
+    return m_onRow;
+}
+
+Value ForwardRows::value(int column) const
+{
+    if (m_secured)
+        return m_cells[size_t(column)];
+    return store::columnValue(m_statement, column, m_types[size_t(column)]);
+}
+
+void ForwardRows::secure()
+{
+    if (m_secured || !m_onRow)
+        return;
+    m_secured = std::make_unique<MaterialisedRows>(m_db, m_types);
+    m_secured->fill(m_statement, true);
+    m_statement.reset();
+    m_secured->read(0, m_cells);
+}
+
+} // namespace dao

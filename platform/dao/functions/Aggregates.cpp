@@ -1,0 +1,122 @@
+#include "Aggregates.h"
+
+#include <algorithm>
+#include <cmath>
+#include <dao/values/Errors.h>
+#include <QtGlobal>
+#include <sqlite3.h>
+
+namespace dao::functions {
+
+namespace {
+
+// First and Last: the group's memory is one copied value and the keys of its row.
+struct KeptValue
+{
+    static constexpr int kMostKeys = 8;
+    sqlite3_value *value;
+    sqlite3_int64 keys[kMostKeys];
+};
+
+int compareKeys(const KeptValue &kept, int count, sqlite3_value **keys)
+{
+    for (int i = 0; i < count; ++i) {
+        const sqlite3_int64 key = sqlite3_value_int64(keys[i]);
+        if (key != kept.keys[i])
+            return key < kept.keys[i] ? -1 : 1;
+    }
+    return 0;
+}
+
+template <bool last>
+void keep(sqlite3_context *context, int count, sqlite3_value **arguments)
+{
+    auto *kept = static_cast<KeptValue *>(sqlite3_aggregate_context(context, sizeof(KeptValue)));
+    if (!kept)
+        return;
+    const int keyCount = std::min(count - 1, KeptValue::kMostKeys);
+    if (kept->value) {
+        const int order = compareKeys(*kept, keyCount, arguments + 1);
+        if (last ? order < 0 : order >= 0)
+            return;
+        sqlite3_value_free(kept->value);
+    }
+    kept->value = sqlite3_value_dup(arguments[0]);
+    for (int i = 0; i < keyCount; ++i)
+        kept->keys[i] = sqlite3_value_int64(arguments[1 + i]);
+}
+
+void giveKept(sqlite3_context *context)
+{
+    auto *kept = static_cast<KeptValue *>(sqlite3_aggregate_context(context, 0));
+    if (!kept || !kept->value)
+        return;
+    sqlite3_result_value(context, kept->value);
+    sqlite3_value_free(kept->value);
+    kept->value = nullptr;
+}
+
+void keepSingle(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    auto *kept = static_cast<KeptValue *>(sqlite3_aggregate_context(context, sizeof(KeptValue)));
+    if (!kept)
+        return;
+    if (kept->value) {
+        const QByteArray text = "dao:3354:" + errorText(error::SubqueryRows).toUtf8();
+        sqlite3_result_error(context, text.constData(), int(text.size()));
+        return;
+    }
+    kept->value = sqlite3_value_dup(arguments[0]);
+}
+
+// Welford's running mean and sum of squared differences: no cancellation for large means.
+struct Spread
+{
+    qint64 count;
+    double mean;
+    double squares;
+};
+
+void addToSpread(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    if (sqlite3_value_type(arguments[0]) == SQLITE_NULL)
+        return;
+    auto *spread = static_cast<Spread *>(sqlite3_aggregate_context(context, sizeof(Spread)));
+    if (!spread)
+        return;
+    const double value = sqlite3_value_double(arguments[0]);
+    const double difference = value - spread->mean;
+    ++spread->count;
+    spread->mean += difference / double(spread->count);
+    spread->squares += difference * (value - spread->mean);
+}
+
+template <bool population, bool root>
+void giveSpread(sqlite3_context *context)
+{
+    const auto *spread = static_cast<Spread *>(sqlite3_aggregate_context(context, 0));
+    const qint64 divisor = spread ? spread->count - (population ? 0 : 1) : 0;
+    if (divisor < 1)
+        return; // Null
+    const double variance = spread->squares / double(divisor);
+    sqlite3_result_double(context, root ? std::sqrt(variance) : variance);
+}
+
+} // namespace
+
+void registerAggregates(sqlite3 *connection)
+{
+    const auto add = [connection](const char *name, int arguments, auto step, auto final) {
+        sqlite3_create_function_v2(connection, name, arguments, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+                                   nullptr, nullptr, step, final, nullptr);
+    };
+    add("jet_first", -1, keep<false>, giveKept);
+    add("jet_last", -1, keep<true>, giveKept);
+    add("jet_single", 1, keepSingle, giveKept);
+    add("jet_stdev", 1, addToSpread, giveSpread<false, true>);
+    add("jet_stdevp", 1, addToSpread, giveSpread<true, true>);
+    add("jet_var", 1, addToSpread, giveSpread<false, false>);
+    add("jet_varp", 1, addToSpread, giveSpread<true, false>);
+}
+
+} // namespace dao::functions

@@ -1,0 +1,86 @@
+#pragma once
+#include <QString>
+#include <span>
+
+struct sqlite3_context;
+struct sqlite3_value;
+
+namespace dao::functions {
+
+/// Thrown by a function; the engine's number tells the text.
+struct FunctionFault
+{
+    int number;
+};
+
+/// One call of an expression function by the inner engine: its arguments, read as the dialect reads them, and its
+/// result.
+class Call
+{
+public:
+    Call(sqlite3_context *context, int count, sqlite3_value **arguments)
+        : m_context(context)
+        , m_count(count)
+        , m_arguments(arguments)
+    {
+    }
+
+    int count() const { return m_count; }
+    bool has(int index) const { return index < m_count; }
+    bool isNull(int index) const;
+    bool isText(int index) const;
+    bool isInteger(int index) const;
+    /// A number, or a text that reads as one; fault 13 for other text, 94 for Null.
+    double number(int index) const;
+    /// The same rounded half to even; fault 6 beyond 32 bits.
+    int integer(int index) const;
+    int integer(int index, int whenMissing) const { return has(index) ? integer(index) : whenMissing; }
+    qint64 wholeNumber(int index) const; ///< of an argument for which isInteger() holds
+    /// Numbers as text of at most 15 digits; Null is empty.
+    QString text(int index) const;
+    /// A date: a number of days, or a text that reads as a date (or as a number); fault 13, 94.
+    double date(int index) const;
+    bool condition(int index) const { return number(index) != 0; }
+
+    void result(double number);
+    void result(qint64 number);
+    void result(int number) { result(qint64(number)); }
+    void result(const QString &text);
+    /// -1 or 0
+    void resultBoolean(bool value) { result(qint64(value ? -1 : 0)); }
+    void resultNull();
+    void resultArgument(int index);
+    void fail(int number, const QString &text = {});
+
+    sqlite3_context *context() const { return m_context; }
+    sqlite3_value *raw(int index) const { return m_arguments[index]; }
+
+private:
+    sqlite3_context *m_context;
+    int m_count;
+    sqlite3_value **m_arguments;
+};
+
+/// A function of the inner engine. It is registered as "jet_" and its name.
+struct Entry
+{
+    const char *name;
+    int minArguments;
+    int maxArguments; ///< -1: any number
+    void (*run)(Call &call);
+    /// Null among the first so many arguments gives Null without a call; -1: among any of them.
+    int nullArguments = -1;
+    bool deterministic = true;
+};
+
+std::span<const Entry> conversionFunctions();
+std::span<const Entry> textFunctions();
+std::span<const Entry> formatFunctions();
+std::span<const Entry> dateFunctions();
+std::span<const Entry> numberFunctions();
+std::span<const Entry> logicFunctions();
+std::span<const Entry> moneyFunctions();
+std::span<const Entry> operatorFunctions();
+std::span<const Entry> assignmentFunctions();
+
+} // namespace dao::functions

@@ -1,0 +1,109 @@
+#include "LikePattern.h"
+
+#include <algorithm>
+
+namespace dao::functions {
+
+LikePattern::LikePattern(const QString &pattern, Form form)
+{
+    const QChar run = form == Form::Star ? u'*' : u'%';
+    const QChar any = form == Form::Star ? u'?' : u'_';
+    for (qsizetype i = 0; i < pattern.size(); ++i) {
+        const QChar c = pattern[i];
+        if (c == run) {
+            if (m_elements.isEmpty() || m_elements.last().kind != Element::Kind::Run)
+                m_elements.append({Element::Kind::Run, 0, false, {}});
+        } else if (c == any) {
+            m_elements.append({Element::Kind::Any, 0, false, {}});
+        } else if (c == u'#' && form == Form::Star) {
+            m_elements.append({Element::Kind::Digit, 0, false, {}});
+        } else if (c == u'[') {
+            const qsizetype end = pattern.indexOf(u']', i + 1);
+            if (end < 0 || !addClass(QStringView(pattern).mid(i + 1, end - i - 1))) {
+                m_valid = false;
+                return;
+            }
+            i = end;
+        } else {
+            m_elements.append({Element::Kind::Character, c.toCaseFolded().unicode(), false, {}});
+        }
+    }
+}
+
+bool LikePattern::addClass(QStringView inside)
+{
+    if (inside.isEmpty())
+        return true; // "[]" stands for nothing
+    Element element{Element::Kind::Class, 0, false, {}};
+    if (inside.size() > 1 && inside.startsWith(u'!')) {
+        element.negated = true;
+        inside = inside.mid(1);
+    }
+    for (qsizetype i = 0; i < inside.size(); ++i) {
+        const char16_t first = inside[i].toCaseFolded().unicode();
+        // A dash at either end stands for itself.
+        if (i + 2 < inside.size() && inside[i + 1] == u'-') {
+            const char16_t last = inside[i + 2].toCaseFolded().unicode();
+            if (last < first)
+                return false;
+            element.ranges.append({first, last});
+            i += 2;
+        } else {
+            element.ranges.append({first, first});
+        }
+    }
+    m_elements.append(element);
+    return true;
+}
+
+bool LikePattern::matchesOne(const Element &element, QChar c)
+{
+    switch (element.kind) {
+    case Element::Kind::Any:
+        return true;
+    case Element::Kind::Digit:
+        return c >= u'0' && c <= u'9';
+    case Element::Kind::Character:
+        return c.toCaseFolded().unicode() == element.character;
+    case Element::Kind::Class: {
+        const char16_t folded = c.toCaseFolded().unicode();
+        const bool found = std::any_of(element.ranges.cbegin(), element.ranges.cend(),
+                                       [folded](const Range &r) { return r.first <= folded && folded <= r.last; });
+        return found != element.negated;
+    }
+    case Element::Kind::Run:
+        break;
+    }
+    return false;
+}
+
+bool LikePattern::matches(QStringView text) const
+{
+    if (!m_valid)
+        return false;
+    // Only the last run seen needs to be tried with more characters: what an earlier one could still take, it can take
+    // too.
+    qsizetype element = 0;
+    qsizetype at = 0;
+    qsizetype runElement = -1;
+    qsizetype runAt = 0;
+    while (at < text.size()) {
+        if (element < m_elements.size() && m_elements[element].kind == Element::Kind::Run) {
+            runElement = element++;
+            runAt = at;
+        } else if (element < m_elements.size() && matchesOne(m_elements[element], text[at])) {
+            ++element;
+            ++at;
+        } else if (runElement >= 0) {
+            element = runElement + 1;
+            at = ++runAt;
+        } else {
+            return false;
+        }
+    }
+    while (element < m_elements.size() && m_elements[element].kind == Element::Kind::Run)
+        ++element;
+    return element == m_elements.size();
+}
+
+} // namespace dao::functions

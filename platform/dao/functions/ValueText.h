@@ -1,0 +1,15 @@
+#pragma once
+#include "Call.h"
+
+#include <dao/values/DataType.h>
+
+namespace dao::functions {
+
+/// The DAO type passed at that place.
+DataType typeArgument(const Call &call, int index);
+
+/// A value as CStr and a Format without a format write it, by the type passed beside it: dates in the general form,
+/// Booleans as True and False, a Single with its 7 digits. Null is empty.
+QString textOf(const Call &call, int typeIndex, int valueIndex);
+
+} // namespace dao::functions

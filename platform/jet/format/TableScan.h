@@ -1,0 +1,45 @@
+#pragma once
+#include "Row.h"
+#include "UsageMap.h"
+
+namespace jet::format {
+
+/// What went wrong in a table's rows, as far as it was seen.
+struct ScanFaults {
+    int pages = 0;
+    int rows = 0;
+    std::optional<Damage> firstPage;
+    std::optional<Damage> firstRow;
+};
+
+/// Goes through a table's rows in the order of their pages. A row that was moved stands at its first place.
+class TableScan
+{
+public:
+    /// Damage when the table's map of pages cannot be read.
+    TableScan(Pages &pages, const TableDefinition &table);
+
+    /// The next row that can be read, or null. It lives until the next call; pages may be viewed meanwhile.
+    const Row *next();
+    qint64 rowsRead() const { return m_rows; }
+    const ScanFaults &faults() const { return m_faults; }
+
+private:
+    bool nextPage();
+    bool readSlot(int slot);
+    Bytes follow(Bytes pointer);
+
+    Pages &m_pages;
+    const TableDefinition &m_table;
+    OwnedPages m_owned;
+    size_t m_nextPage = 0;
+    std::vector<uchar> m_page;
+    std::vector<uchar> m_movedPage;
+    int m_slot = 0;
+    int m_slots = 0;
+    Row m_row;
+    qint64 m_rows = 0;
+    ScanFaults m_faults;
+};
+
+} // namespace jet::format

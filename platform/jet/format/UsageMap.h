@@ -1,0 +1,19 @@
+#pragma once
+#include "Pages.h"
+
+#include <optional>
+
+namespace jet::format {
+
+/// The pages that hold a table's rows, in ascending order.
+struct OwnedPages {
+    std::vector<quint32> pages;
+    /// Parts of the map that could not be read, and the first reason.
+    int faults = 0;
+    std::optional<Damage> firstFault;
+};
+
+/// Reads the map of pages that a table's definition points at. Damage when there is none at all.
+OwnedPages readOwnedPages(Pages &pages, RowPointer map);
+
+} // namespace jet::format

@@ -1,0 +1,57 @@
+#pragma once
+#include <QByteArray>
+#include <QString>
+#include <exception>
+#include <span>
+
+namespace jet::wire {
+
+/// The stream does not hold what it says: never a fault of the file that is read, always one of the child.
+class ProtocolError : public std::exception
+{
+public:
+    const char *what() const noexcept override { return "the stream of the reading process is damaged"; }
+};
+
+/// Takes numbers, texts and bytes from a payload. Every read is checked against what is left; ProtocolError.
+class WireReader
+{
+public:
+    explicit WireReader(std::span<const uchar> bytes)
+        : m_rest(bytes)
+    {
+    }
+
+    quint8 u8() { return raw<quint8>(); }
+    quint16 u16() { return raw<quint16>(); }
+    quint32 u32() { return raw<quint32>(); }
+    qint64 i64() { return raw<qint64>(); }
+    float f32();
+    double f64();
+    bool flag();
+    QString text();
+    QByteArray blob();
+    /// A count of items of at least that many bytes each, checked against what is left before anything is reserved.
+    quint32 count(size_t leastBytesEach);
+
+    size_t left() const { return m_rest.size(); }
+    bool atEnd() const { return m_rest.empty(); }
+    /// ProtocolError unless everything was read.
+    void expectEnd() const;
+
+private:
+    std::span<const uchar> take(size_t length);
+    template <typename T>
+    T raw()
+    {
+        const std::span<const uchar> bytes = take(sizeof(T));
+        quint64 value = 0;
+        for (size_t i = 0; i < sizeof(T); ++i)
+            value |= quint64(bytes[i]) << (8 * i);
+        return T(value);
+    }
+
+    std::span<const uchar> m_rest;
+};
+
+} // namespace jet::wire

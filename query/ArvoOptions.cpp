@@ -1,0 +1,79 @@
+#include "ArvoOptions.h"
+
+#include <brannock/SystemOption.h>
+
+namespace query {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kVersion = 2;
+constexpr int kFirstVersionWithFormat = 2;
+constexpr tarnwick::PrintMargins kMargins{0.5, 0.5, 0.5, 0.5};
+
+void serializeTab(tarnwick::JFile &file, ArvoOptions::TubeInfoTab &tab)
+{
+    file.version(1);
+    file.serialize(tab.name);
+    file.serialize(tab.sql);
+}
+
+} // namespace
+
+ArvoOptions::ArvoOptions(int projectFormat)
+    : OptionFile(u"config\\arvo\\arvo.opt"_s, u"ARVO Options"_s, kVersion)
+    , m_projectFormat(projectFormat)
+{
+    ArvoOptions::resetToDefaults();
+}
+
+void ArvoOptions::addRecentDatabase(const QString &machinePath, const tarnwick::PathRoots &roots)
+{
+    brannock::addRecent(recentDatabases, tarnwick::SuitePath::fromMachine(machinePath, roots).text(), kMaxRecent);
+}
+
+void ArvoOptions::addRecentMap(const QString &machinePath, const tarnwick::PathRoots &roots)
+{
+    brannock::addRecent(recentMaps, tarnwick::SuitePath::fromMachine(machinePath, roots).text(), kMaxRecent);
+}
+
+void ArvoOptions::resetToDefaults()
+{
+    margins = kMargins;
+    drawTitleRect = drawLegendRect = drawMapRect = true;
+    databaseFormat = kDefaultFormat;
+    watermarkColour = 0xC0C0C0;
+    mapColour = 0xD0FFFD;
+    fillColour = 0x000000;
+    tickColour = 0x000080;
+    selectColour = 0x00FF00;
+    displayTickSize = 8;
+    printTickSize = 7;
+    tubeInfoTabs.clear();
+    userMacros.clear();
+    recentDatabases.clear();
+    recentMaps.clear();
+}
+
+void ArvoOptions::serializeBody(tarnwick::JFile &file, int version)
+{
+    constexpr int kSmallestTab = 12;
+    margins.serialize(file);
+    for (bool *flag : {&drawTitleRect, &drawLegendRect, &drawMapRect})
+        file.serializeByte(*flag);
+    if (version >= kFirstVersionWithFormat)
+        file.serialize(databaseFormat);
+    else
+        databaseFormat = m_projectFormat;
+    for (quint32 *colour : {&watermarkColour, &mapColour, &selectColour, &fillColour, &tickColour})
+        file.serialize(*colour);
+    file.serialize(displayTickSize);
+    file.serialize(printTickSize);
+    file.list(tubeInfoTabs, kSmallestTab, serializeTab);
+    userMacros.serialize(file);
+    file.serialize(recentDatabases);
+    file.serialize(recentMaps);
+}
+
+} // namespace query

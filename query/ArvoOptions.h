@@ -1,0 +1,57 @@
+#pragma once
+#include <tarnwick/JMacro.h>
+#include <tarnwick/JTablePrintArg.h>
+#include <tarnwick/OptionFile.h>
+
+namespace query {
+
+/// The program-wide options. Colours are 0x00BBGGRR, margins inches, tick sizes points.
+class ArvoOptions : public tarnwick::OptionFile
+{
+public:
+    static constexpr int kMaxRecent = 5;
+
+    /// A listing that the tube dialog shows.
+    struct TubeInfoTab
+    {
+        QString name;
+        QString sql;
+        bool operator==(const TubeInfoTab &) const = default;
+    };
+
+    /// projectFormat: what a file too old to say takes as format of new databases.
+    explicit ArvoOptions(int projectFormat = kDefaultFormat);
+
+    static constexpr qint32 kDefaultFormat = 2002;
+    tarnwick::PrintMargins margins;
+    bool drawTitleRect = true;
+    bool drawLegendRect = true;
+    bool drawMapRect = true;
+    qint32 databaseFormat = kDefaultFormat; ///< 1997, 2000 or 2002
+    quint32 watermarkColour = 0;
+    quint32 mapColour = 0;
+    quint32 selectColour = 0;
+    quint32 fillColour = 0;
+    quint32 tickColour = 0;
+    qint32 displayTickSize = 0;
+    qint32 printTickSize = 0;
+    QList<TubeInfoTab> tubeInfoTabs;
+    tarnwick::JMacro userMacros;
+    /// Paths in the suite's form, most recent first.
+    QStringList recentDatabases;
+    QStringList recentMaps;
+
+    void addRecentDatabase(const QString &machinePath, const tarnwick::PathRoots &roots);
+    void addRecentMap(const QString &machinePath, const tarnwick::PathRoots &roots);
+    /// Tells the format that files of version 1 take; call before load().
+    void setProjectFormat(int year) { m_projectFormat = year; }
+
+protected:
+    void serializeBody(tarnwick::JFile &file, int version) override;
+    void resetToDefaults() override;
+
+private:
+    int m_projectFormat;
+};
+
+} // namespace query

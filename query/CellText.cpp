@@ -1,0 +1,61 @@
+#include "CellText.h"
+
+#include <db/FieldAccess.h>
+#include <db/ValueText.h>
+#include <tarnwick/JFormatSpec.h>
+
+namespace query {
+
+using namespace Qt::StringLiterals;
+using tarnwick::JDateTime;
+using tarnwick::JFormatSpec;
+using Type = dao::Value::Type;
+
+namespace {
+
+QString booleanText(const dao::Value &value, const QString &format)
+{
+    const QString words = format.isEmpty() ? u"T F"_s : format;
+    const qsizetype blank = words.indexOf(u' ');
+    if (blank < 0)
+        return JFormatSpec(words).apply(qint32(value.integer()));
+    return value.boolean() ? words.first(blank) : words.sliced(blank + 1);
+}
+
+QString dateText(const dao::Value &value, const QString &format)
+{
+    const JDateTime date = db::fieldAs<JDateTime>(value);
+    if (date == JDateTime::invalidDate())
+        return u"Invalid DateTime"_s;
+    return format.isEmpty() ? date.toString() : date.toString(format);
+}
+
+} // namespace
+
+QString cellText(const dao::Value &value, const QString &format)
+{
+    const auto print = [&format](const tarnwick::FormatArg &argument, const char16_t *standard) {
+        return JFormatSpec(format.isEmpty() ? QString::fromUtf16(standard) : format).apply(argument);
+    };
+    switch (value.type()) {
+    case Type::Short:
+    case Type::Long:
+    case Type::Byte:
+        return print(qint32(value.integer()), u"%d");
+    case Type::Text:
+        return print(value.text(), u"%U");
+    case Type::Float:
+    case Type::Double:
+        return print(value.real(), u"%.2f");
+    case Type::Currency:
+        return db::currencyText(value);
+    case Type::Date:
+        return dateText(value, format);
+    case Type::Boolean:
+        return booleanText(value, format);
+    default:
+        return {};
+    }
+}
+
+} // namespace query

@@ -1,0 +1,16 @@
+#pragma once
+#include <dao/values/Value.h>
+#include <db/ColumnFormat.h>
+
+namespace query {
+
+/// A cell of a result as text, by its column's format: numbers and texts printf style, dates by strftime's rules,
+/// currency as the locale writes it, a Boolean as one of the format's two words ("T F"), or as a number when the format
+/// is one. Null is empty.
+QString cellText(const dao::Value &value, const QString &format);
+inline QString cellText(const dao::Value &value, const db::ColumnFormat &column)
+{
+    return cellText(value, column.format);
+}
+
+} // namespace query

@@ -1,0 +1,29 @@
+#pragma once
+#include <tarnwick/Prompts.h>
+
+/// Every text of queries, their parameters, results and options that logic shows. Number 0: the message has none.
+namespace query::messages {
+
+using tarnwick::Message;
+
+inline constexpr Message kFormatInfo{1060, u"Could not fetch format info."};
+inline constexpr Message kQueryParameters{1062, u"Could not get query parameters."};
+inline constexpr Message kExportResults{1063, u"Could not export query results to a text file."};
+inline constexpr Message kDeleteRecord{1064, u"Could not delete record."};
+inline constexpr Message kConvertText{1065, u"Could not convert string to value."};
+inline constexpr Message kQueryList{1068, u"Could not set query list."};
+inline constexpr Message kExecute{1069, u"Could not execute query."};
+inline constexpr Message kReadFile{1070, u"Could not read query file."};
+inline constexpr Message kStoreFile{1071, u"Could not store query to file."};
+inline constexpr Message kClearRecords{1076, u"Could not clear records."};
+inline constexpr Message kCloseRecordset{1077, u"Could not close recordset."};
+
+inline constexpr Message kExecuting{0, u"Executing ..."};
+inline constexpr Message kExecuteTime{0, u"Execute time=%.3f sec."};
+inline constexpr Message kEntries{0, u"%D Entries"};
+inline constexpr Message kCancelled{0, u"Cancelled."};
+inline constexpr Message kLoaded{0, u"Loaded \"%S\"."};
+inline constexpr Message kStored{0, u"Stored \"%S\"."};
+inline constexpr Message kStoringHistory{0, u"Could not store the query history.\n\n%S"};
+
+} // namespace query::messages

@@ -1,0 +1,109 @@
+#include "ParameterResolver.h"
+
+#include "Messages.h"
+
+#include <db/Errors.h>
+#include <db/ValueText.h>
+
+namespace query {
+
+using namespace Qt::StringLiterals;
+
+QString ParameterEntry::sourceText() const
+{
+    switch (source) {
+    case Source::UserMacro:
+        return u"User Macro"_s;
+    case Source::SystemMacro:
+        return u"Sys Macro"_s;
+    case Source::SqlQuery:
+        break;
+    }
+    return u"SQL Query"_s;
+}
+
+void ParameterEntry::setText(const QString &typed, tarnwick::UserPrompts &prompts)
+{
+    text = typed;
+    value = dao::Value();
+    if (type == dao::DataType::Memo)
+        value = dao::Value::fromText(typed);
+    else
+        db::textToValue(prompts, value, type, typed);
+}
+
+bool ParameterResolver::resolve(const QString &queryName, dao::QueryDef &query)
+{
+    QList<ParameterEntry> entries;
+    try {
+        if (query.parameterCount() == 0)
+            return true;
+        entries = collect(queryName, query);
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(*m_prompts, exception, messages::kQueryParameters);
+        return false;
+    }
+    if (!confirm(queryName, entries))
+        return false;
+    hand(queryName, entries, query);
+    storeHistory();
+    return true;
+}
+
+QList<ParameterEntry> ParameterResolver::collect(const QString &queryName, const dao::QueryDef &query)
+{
+    const tarnwick::JMacro systemMacros = m_context->currentSystemMacros();
+    QList<ParameterEntry> entries;
+    for (int i = 0; i < query.parameterCount(); ++i) {
+        ParameterEntry entry;
+        entry.name = query.parameter(i).name;
+        entry.type = query.parameter(i).type;
+        const QString macroName = u'[' + entry.name + u']';
+        std::optional<QString> found = m_context->userMacros.value(macroName);
+        entry.source = ParameterEntry::Source::UserMacro;
+        if (!found) {
+            found = systemMacros.value(macroName);
+            entry.source = ParameterEntry::Source::SystemMacro;
+        }
+        if (!found) {
+            found = m_context->history.value(queryName, entry.name);
+            entry.source = ParameterEntry::Source::SqlQuery;
+        }
+        if (found)
+            entry.setText(*found, *m_prompts);
+        entries.append(entry);
+    }
+    return entries;
+}
+
+bool ParameterResolver::confirm(const QString &queryName, QList<ParameterEntry> &entries)
+{
+    const bool allKnown = std::all_of(entries.begin(), entries.end(), std::mem_fn(&ParameterEntry::hasValue));
+    if (!m_context->prompt || (m_context->quiet && allKnown))
+        return true;
+    return m_context->prompt->confirm(queryName, entries, *m_context);
+}
+
+// Values of macros are not remembered, even when the user edited them.
+void ParameterResolver::hand(const QString &queryName, const QList<ParameterEntry> &entries, dao::QueryDef &query)
+{
+    for (int i = 0; i < entries.size(); ++i) {
+        const ParameterEntry &entry = entries[i];
+        // With nobody to ask, a parameter without a value stays unset, and the engine says how many are missing.
+        if (m_context->prompt || entry.hasValue())
+            query.setParameter(i, entry.value.hasNoValue() ? dao::Value::null() : entry.value);
+        if (entry.source == ParameterEntry::Source::SqlQuery && (m_context->prompt || entry.hasValue()))
+            m_context->history.remember(queryName, entry.name, entry.text);
+    }
+}
+
+void ParameterResolver::storeHistory()
+{
+    try {
+        m_context->history.store(m_context->roots);
+    } catch (const tarnwick::FileError &error) {
+        m_prompts->error(messages::kStoringHistory, error.text());
+    }
+}
+
+} // namespace query

@@ -1,0 +1,58 @@
+#include "QueryExecution.h"
+
+#include "Messages.h"
+
+#include <db/EngineProgress.h>
+#include <db/Errors.h>
+#include <QElapsedTimer>
+
+namespace query {
+
+namespace {
+
+Execution runAction(db::DatabaseSession &session, QueryContext &context, const QString &name, dao::QueryDef &query,
+                    tarnwick::Progress *progress)
+{
+    if (!ParameterResolver(context, session.prompts()).resolve(name, query))
+        return {Execution::Outcome::Cancelled};
+    QElapsedTimer timer;
+    timer.start();
+    const db::EngineProgress stoppable(session.database(), progress);
+    Execution done{Execution::Outcome::Changed};
+    done.affected = query.execute();
+    constexpr double kNanoseconds = 1e9;
+    done.seconds = double(timer.nsecsElapsed()) / kNanoseconds;
+    return done;
+}
+
+} // namespace
+
+Execution executeStatement(db::DatabaseSession &session, QueryContext &context, const QString &name, const QString &sql,
+                           QueryResult &result, tarnwick::Progress *progress)
+{
+    if (!db::checkConnected(session))
+        return {};
+    try {
+        dao::QueryDef query(session.database(), sql);
+        if (!query.returnsRows())
+            return runAction(session, context, name, query, progress);
+        if (!result.run(name, query, progress))
+            return {Execution::Outcome::Cancelled};
+        return {Execution::Outcome::Rows, 0, result.elapsed()};
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(session.prompts(), exception, messages::kExecute);
+        return {};
+    } catch (const dao::DaoCancelled &) {
+        return {Execution::Outcome::Cancelled};
+    }
+}
+
+ExecutionStatus executionStatus(const QueryResult &result)
+{
+    if (result.elapsed() <= 0)
+        return {QString::fromUtf16(messages::kCancelled.text), {}};
+    return {tarnwick::format(messages::kExecuteTime.text, result.elapsed()),
+            tarnwick::format(messages::kEntries.text, result.rowCount())};
+}
+
+} // namespace query

@@ -1,0 +1,111 @@
+#include "QueryHistoryList.h"
+
+namespace query {
+
+using namespace Qt::StringLiterals;
+using tarnwick::JFile;
+
+namespace {
+
+constexpr int kFileVersion = 1;
+constexpr int kEntryVersion = 1;
+constexpr int kPairVersion = 1;
+// The fixed parts of a record: versions, byte counts of texts, symbol, colour, count.
+constexpr int kSmallestPair = 12;
+constexpr int kSmallestEntry = 18;
+
+void serializeParameter(JFile &file, QueryHistoryList::Parameter &parameter)
+{
+    file.version(kPairVersion);
+    file.serialize(parameter.name);
+    file.serialize(parameter.value);
+}
+
+void serializeEntry(JFile &file, QueryHistoryList::Entry &entry)
+{
+    file.version(kEntryVersion);
+    file.serialize(entry.queryName);
+    file.serialize(entry.symbol);
+    file.serialize(entry.colour);
+    file.list(entry.parameters, kSmallestPair, serializeParameter);
+}
+
+bool sameName(QStringView one, QStringView other)
+{
+    return one.compare(other, Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+QueryHistoryList::QueryHistoryList()
+    : OptionFile(u"config\\arvo\\query_history.opt"_s, u"Query History"_s, kFileVersion)
+{
+}
+
+const QueryHistoryList::Entry *QueryHistoryList::find(QStringView queryName) const
+{
+    for (const Entry &entry : m_entries)
+        if (sameName(entry.queryName, queryName))
+            return &entry;
+    return nullptr;
+}
+
+std::optional<QString> QueryHistoryList::value(QStringView queryName, QStringView parameter) const
+{
+    if (const Entry *entry = find(queryName))
+        for (const Parameter &known : entry->parameters)
+            if (sameName(known.name, parameter))
+                return known.value;
+    return std::nullopt;
+}
+
+QueryHistoryList::Entry *QueryHistoryList::findOrAppend(const QString &queryName)
+{
+    for (Entry &entry : m_entries)
+        if (sameName(entry.queryName, queryName))
+            return &entry;
+    Entry entry;
+    entry.queryName = queryName;
+    m_entries.append(entry);
+    return &m_entries.last();
+}
+
+void QueryHistoryList::remember(const QString &queryName, const QString &parameter, const QString &value)
+{
+    if (queryName.isEmpty() || parameter.isEmpty())
+        return;
+    Entry *entry = findOrAppend(queryName);
+    for (Parameter &known : entry->parameters) {
+        if (sameName(known.name, parameter)) {
+            known.value = value;
+            return;
+        }
+    }
+    entry->parameters.append({parameter, value});
+}
+
+void QueryHistoryList::forget(QStringView queryName)
+{
+    m_entries.removeIf([queryName](const Entry &entry) { return sameName(entry.queryName, queryName); });
+}
+
+void QueryHistoryList::forgetAll()
+{
+    m_entries.clear();
+}
+
+void QueryHistoryList::setSymbol(const QString &queryName, char16_t symbol, quint32 colour)
+{
+    if (queryName.isEmpty())
+        return;
+    Entry *entry = findOrAppend(queryName);
+    entry->symbol = symbol;
+    entry->colour = colour;
+}
+
+void QueryHistoryList::serializeBody(JFile &file, int)
+{
+    file.list(m_entries, kSmallestEntry, serializeEntry);
+}
+
+} // namespace query

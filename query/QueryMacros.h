@@ -1,0 +1,22 @@
+#pragma once
+#include "QueryDocument.h"
+#include "QueryResult.h"
+#include "SQLOptions.h"
+
+#include <ellery/SteamGen.h>
+
+namespace query {
+
+/// The macros for the expansion and the printing of a query: the user macros, the system macros refreshed, and those of
+/// the query itself ("[QUERY FILE]", "[QUERY NAME]", "[QUERY RECORDS]", "[QUERY TOTAL TUBES]", "[TOLVENMARK REV]").
+/// Marks the tubes of the result.
+tarnwick::JMacro queryMacros(const QueryDocument &document, const QueryResult &result, const QueryContext &context,
+                             ellery::SteamGen &steamGen);
+
+/// Copies the margins and the separator flag of the options into the document's layout.
+void applyPrintOptions(QueryDocument &document, const SQLOptions &options);
+
+/// The document with the SQL and the section texts expanded.
+QueryDocument expandedDocument(const QueryDocument &document, const tarnwick::JMacro &macros);
+
+} // namespace query

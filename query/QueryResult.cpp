@@ -1,0 +1,247 @@
+#include "QueryResult.h"
+
+#include "CellText.h"
+#include "Messages.h"
+#include "RowMap.h"
+
+#include <db/EngineProgress.h>
+#include <db/Errors.h>
+#include <db/FieldAccess.h>
+#include <db/ValueText.h>
+#include <QElapsedTimer>
+
+namespace query {
+
+using namespace Qt::StringLiterals;
+
+QueryResult::QueryResult(db::DatabaseSession &session, QueryContext &context)
+    : m_session(&session)
+    , m_context(&context)
+    , m_rows(std::make_unique<RowMap>(0))
+{
+}
+
+QueryResult::~QueryResult()
+{
+    if (!m_recordset || !m_session->isOpen())
+        return;
+    try {
+        m_recordset->close();
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(m_session->prompts(), exception, messages::kCloseRecordset);
+    }
+}
+
+bool QueryResult::run(const QString &name, const QString &sql, tarnwick::Progress *progress)
+{
+    m_elapsed = -1;
+    if (!db::checkConnected(*m_session))
+        return false;
+    clear();
+    dao::QueryDef query(m_session->database(), sql);
+    return run(name, query, progress);
+}
+
+bool QueryResult::run(const QString &name, dao::QueryDef &query, tarnwick::Progress *progress)
+{
+    m_elapsed = -1;
+    m_name = name;
+    if (!db::checkConnected(*m_session))
+        return false;
+    clear();
+    if (!ParameterResolver(*m_context, m_session->prompts()).resolve(name, query))
+        return false;
+
+    QElapsedTimer timer;
+    timer.start();
+    try {
+        const db::EngineProgress stoppable(m_session->database(), progress);
+        build(query);
+    } catch (...) {
+        clear();
+        throw;
+    }
+    constexpr double kNanoseconds = 1e9;
+    m_elapsed = double(timer.nsecsElapsed()) / kNanoseconds;
+    return true;
+}
+
+void QueryResult::build(dao::QueryDef &query)
+{
+    auto recordset = std::make_unique<dao::Recordset>(m_session->database());
+    recordset->open(dao::Recordset::Type::Dynaset, query);
+    for (int i = 0; i < query.fieldCount(); ++i)
+        m_columns.append(m_context->formats.formatOf(query.field(i)));
+    m_recordset = std::move(recordset);
+    m_rows = std::make_unique<RowMap>(m_recordset->recordCount());
+}
+
+void QueryResult::clear()
+{
+    m_rows = std::make_unique<RowMap>(0);
+    m_place = -1;
+    m_columns.clear();
+    const std::unique_ptr<dao::Recordset> recordset = std::move(m_recordset);
+    if (!recordset || !m_session->isOpen())
+        return;
+    try {
+        recordset->close();
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(m_session->prompts(), exception, messages::kClearRecords);
+    }
+}
+
+qint64 QueryResult::rowCount() const
+{
+    return m_rows->count();
+}
+
+const dao::sql::Column &QueryResult::source(int column) const
+{
+    return m_recordset->column(column);
+}
+
+int QueryResult::findColumn(QStringView name) const
+{
+    for (int i = 0; i < columnCount(); ++i)
+        if (name.compare(m_columns[i].name, Qt::CaseInsensitive) == 0)
+            return i;
+    return -1;
+}
+
+void QueryResult::moveTo(qint64 place) const
+{
+    if (m_place == place)
+        return;
+    m_place = -1;
+    m_recordset->setPosition(place);
+    m_place = place;
+}
+
+dao::Value QueryResult::value(qint64 row, int column) const
+{
+    const qint64 id = m_rows->id(row);
+    if (RowMap::isInserted(id))
+        return std::as_const(*m_rows).values(row).value(column, dao::Value::null());
+    moveTo(id);
+    return m_recordset->value(column);
+}
+
+QString QueryResult::cellText(qint64 row, int column) const
+{
+    constexpr int kRecordDeleted = 3167;
+    try {
+        return query::cellText(value(row, column), m_columns[column]);
+    } catch (const dao::DaoException &exception) {
+        if (exception.number() == kRecordDeleted)
+            return u"#Deleted"_s;
+        throw;
+    }
+}
+
+QueryResult::RowColours QueryResult::colours(qint64 row) const
+{
+    return m_rows->colours(row);
+}
+
+void QueryResult::setColours(qint64 row, const RowColours &colours)
+{
+    m_rows->setColours(row, colours);
+}
+
+dao::sql::NotUpdatable QueryResult::whyNotUpdatable() const
+{
+    return m_recordset ? m_recordset->whyNotUpdatable() : dao::sql::NotUpdatable::NoTable;
+}
+
+bool QueryResult::setCell(qint64 row, int column, const QString &text)
+{
+    try {
+        const qint64 id = m_rows->id(row);
+        return RowMap::isInserted(id) ? editInserted(row, column, text) : editRecord(id, column, text);
+    } catch (const dao::DaoException &exception) {
+        if (m_recordset)
+            m_recordset->cancelUpdate();
+        db::showDaoError(m_session->prompts(), exception, messages::kConvertText);
+        return false;
+    }
+}
+
+bool QueryResult::convert(int column, const QString &text, dao::Value &value) const
+{
+    const dao::FieldInfo &field = m_recordset->field(column);
+    if (dao::isTextType(field.type))
+        value = db::textForField(text, field);
+    else
+        db::textToValue(m_session->prompts(), value, field.type, text);
+    return !value.isEmpty();
+}
+
+// A text that is no value is not set, and the record is updated all the same.
+bool QueryResult::editRecord(qint64 place, int column, const QString &text)
+{
+    moveTo(place);
+    m_recordset->edit();
+    dao::Value value;
+    const bool converted = convert(column, text, value);
+    if (converted)
+        m_recordset->setValue(column, value);
+    m_recordset->update();
+    return converted;
+}
+
+bool QueryResult::editInserted(qint64 row, int column, const QString &text)
+{
+    dao::Value value;
+    if (!m_recordset || !convert(column, text, value))
+        return false;
+    RowMap::Values &values = m_rows->values(row);
+    values.insert(column, value);
+    if (!hasRequiredValues(values))
+        return true;
+    m_recordset->addNew();
+    for (auto typed = values.cbegin(); typed != values.cend(); ++typed)
+        m_recordset->setValue(typed.key(), typed.value());
+    m_recordset->update();
+    m_recordset->setBookmark(m_recordset->lastModified());
+    m_place = m_recordset->position();
+    m_rows->setPlace(row, m_place);
+    return true;
+}
+
+bool QueryResult::hasRequiredValues(const QHash<int, dao::Value> &values) const
+{
+    for (int i = 0; i < columnCount(); ++i) {
+        const dao::FieldInfo &field = m_recordset->field(i);
+        const bool filledByTable = !field.required || field.isAutoIncrement() || !field.defaultValue.isEmpty();
+        if (!filledByTable && values.value(i).hasNoValue())
+            return false;
+    }
+    return true;
+}
+
+void QueryResult::deleteRow(qint64 row)
+{
+    const qint64 id = m_rows->id(row);
+    if (RowMap::isInserted(id)) {
+        m_rows->remove(row);
+        return;
+    }
+    try {
+        moveTo(id);
+        // The record set then stands on the deleted record, not on the one that moved up to its place.
+        m_place = -1;
+        m_recordset->deleteRow();
+        m_rows->removeWithRecord(row);
+    } catch (const dao::DaoException &exception) {
+        m_rows->remove(row);
+        db::showDaoError(m_session->prompts(), exception, messages::kDeleteRecord);
+    }
+}
+
+void QueryResult::insertRow(qint64 position)
+{
+    m_rows->insert(qBound(qint64(0), position, rowCount()));
+}
+
+} // namespace query

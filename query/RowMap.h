@@ -1,0 +1,93 @@
+#pragma once
+#include "QueryResult.h"
+
+#include <QHash>
+#include <vector>
+
+namespace query {
+
+/// Which place of the record set each row of a result stands for. Costs nothing until the two part: as long as rows are
+/// only deleted with their records, a row's number is its place. An inserted row has a negative id until its record is
+/// added; every other id is a place.
+class QueryResult::RowMap
+{
+public:
+    using Values = QHash<int, dao::Value>;
+
+    explicit RowMap(qint64 count) : m_count(count) {}
+
+    qint64 count() const { return m_parted ? qint64(m_ids.size()) : m_count; }
+    qint64 id(qint64 row) const { return m_parted ? m_ids[size_t(row)] : row; }
+    static bool isInserted(qint64 id) { return id < 0; }
+
+    /// The row goes; what it stood for stays.
+    void remove(qint64 row)
+    {
+        const qint64 gone = id(row);
+        part();
+        m_ids.erase(m_ids.begin() + row);
+        m_colours.remove(gone);
+        m_values.remove(gone);
+    }
+
+    /// The row goes with its record: the places behind it move up.
+    void removeWithRecord(qint64 row)
+    {
+        const qint64 gone = id(row);
+        if (m_parted) {
+            m_ids.erase(m_ids.begin() + row);
+            for (qint64 &other : m_ids)
+                if (other > gone)
+                    --other;
+        } else {
+            --m_count;
+        }
+        m_colours.remove(gone);
+        QHash<qint64, RowColours> moved;
+        for (auto entry = m_colours.cbegin(); entry != m_colours.cend(); ++entry)
+            moved.insert(entry.key() > gone ? entry.key() - 1 : entry.key(), entry.value());
+        m_colours.swap(moved);
+    }
+
+    void insert(qint64 row)
+    {
+        part();
+        m_ids.insert(m_ids.begin() + row, --m_lastInserted);
+    }
+
+    /// An inserted row has its record now.
+    void setPlace(qint64 row, qint64 place)
+    {
+        const qint64 before = id(row);
+        if (m_colours.contains(before))
+            m_colours.insert(place, m_colours.take(before));
+        m_values.remove(before);
+        m_ids[size_t(row)] = place;
+    }
+
+    RowColours colours(qint64 row) const { return m_colours.value(id(row)); }
+    void setColours(qint64 row, const RowColours &colours) { m_colours.insert(id(row), colours); }
+    /// The values typed into an inserted row so far.
+    Values &values(qint64 row) { return m_values[id(row)]; }
+    const Values values(qint64 row) const { return m_values.value(id(row)); }
+
+private:
+    void part()
+    {
+        if (m_parted)
+            return;
+        m_parted = true;
+        m_ids.resize(size_t(m_count));
+        for (qint64 i = 0; i < m_count; ++i)
+            m_ids[size_t(i)] = i;
+    }
+
+    qint64 m_count;
+    bool m_parted = false;
+    std::vector<qint64> m_ids;
+    qint64 m_lastInserted = 0;
+    QHash<qint64, RowColours> m_colours;
+    QHash<qint64, Values> m_values;
+};
+
+} // namespace query

@@ -1,0 +1,122 @@
+#include "TestHost.h"
+
+#include <plans/PcntFill.h>
+
+using namespace Qt::StringLiterals;
+
+namespace plans {
+
+TEST(MapLegend, LaterEntriesShowWhereEntriesOverlap)
+{
+    TestHost host(1, 5);
+    host.entries.addEntry(fixed({0, 1, 2}), true);
+    host.entries.addEntry(fixed({2, 3}), true);
+    EXPECT_EQ(host.picture(), u"AABB."_s);
+    EXPECT_EQ(host.entries.entry(0).paintedCount, 2);
+    EXPECT_EQ(host.entries.entry(1).paintedCount, 2);
+    host.entries.moveEntry(0, 99);
+    EXPECT_EQ(host.picture(), u"AAAB."_s);
+    host.entries.setShown(1, false);
+    EXPECT_EQ(host.picture(), u"..BB."_s);
+    EXPECT_EQ(host.entries.entry(1).paintedCount, 0);
+    host.entries.deleteEntry(0);
+    EXPECT_EQ(host.picture(), u"....."_s);
+}
+
+TEST(MapLegend, LettersEndWithTheAlphabet)
+{
+    TestHost host(1, 30);
+    for (int i = 0; i < 27; ++i)
+        host.entries.addEntry(fixed({i}), true);
+    EXPECT_EQ(host.entries.entry(0).symbol, u'A');
+    EXPECT_EQ(host.entries.entry(25).symbol, u'Z');
+    EXPECT_EQ(host.entries.entry(26).symbol, u'A');
+}
+
+TEST(MapLegend, MovingShiftsTheEntriesBetween)
+{
+    TestHost host(1, 5);
+    for (int i = 0; i < 5; ++i)
+        host.entries.addEntry(fixed({i}), true);
+    const auto order = [&host] {
+        QString text;
+        for (int i = 0; i < host.entries.count(); ++i)
+            text += QChar(host.entries.entry(i).symbol);
+        return text;
+    };
+    host.entries.moveEntry(1, 3);
+    EXPECT_EQ(order(), u"ACDBE"_s);
+    host.entries.moveEntry(4, -7);
+    EXPECT_EQ(order(), u"EACDB"_s);
+}
+
+TEST(MapLegend, AllSectionsMarksRowAndColumnInEverySection)
+{
+    TestHost host(2, 2, 3);
+    auto fill = fixed({host.tube(1, 2, 1)});
+    fill->allSections = true;
+    host.entries.addEntry(std::move(fill), true);
+    EXPECT_EQ(host.picture(), u".A...A...A.."_s);
+    EXPECT_EQ(host.entries.entry(0).paintedCount, 3);
+    TestHost single(2, 2);
+    single.entries.addEntry(fixed({1}), true);
+    single.entries.setAllSections(0, true);
+    EXPECT_EQ(single.picture(), u".A.."_s);
+}
+
+TEST(MapLegend, UpdateComputesEachEntryAfterThoseBeforeIt)
+{
+    TestHost host(1, 10);
+    host.entries.addEntry(fixed({0, 1, 2, 3}), true);
+    auto random = std::make_unique<PcntFill>();
+    random->parameters = {100, 0, {TubeFilter::EntireMap, TubeFilter::OpenTubesOnly}, true, false, 1};
+    random->label = u"rest"_s;
+    host.entries.addEntry(std::move(random), true);
+    host.entries.addEntry(fixed({9}), true);
+    host.entries.updateAll(host);
+    EXPECT_EQ(host.picture(), u"AAAABBBBBC"_s);
+    EXPECT_EQ(host.entries.entry(1).fillCount, 6);
+    EXPECT_EQ(host.entries.entry(1).paintedCount, 5);
+    EXPECT_EQ(static_cast<FixedFill &>(host.entries.entry(0)).seen, QList<int>{0});
+    EXPECT_EQ(static_cast<FixedFill &>(host.entries.entry(2)).seen, QList<int>{10});
+    EXPECT_EQ(host.said.texts(tarnwick::RecordingPrompts::Entry::Kind::Status),
+              (QStringList{u"Execute ..."_s, u"Updating entry 1  ..."_s, u"Updating entry 2 rest ..."_s,
+                           u"Updating entry 3  ..."_s, u"Done updating map."_s}));
+    EXPECT_EQ(host.checkpoints, QStringList{u"Update Map"_s});
+    EXPECT_EQ(host.source.quietCalls, (QList<bool>{true, false}));
+    EXPECT_EQ(host.busy, 0);
+}
+
+TEST(MapLegend, DropsTubesThatTheComponentDoesNotHave)
+{
+    TestHost host(1, 3);
+    auto fill = fixed({0, 1});
+    fill->tubes = {-1, 0, 3, 2, 70000};
+    auto other = fixed({});
+    other->tubes = {3};
+    MapLegend::Entries entries;
+    entries.push_back(std::move(fill));
+    entries.push_back(std::move(other));
+    for (auto &entry : entries)
+        entry->shown = false; // painting would touch them
+    host.entries.replaceEntries(std::move(entries));
+    EXPECT_EQ(host.entries.dropInvalidTubes(), 4);
+    EXPECT_EQ(host.entries.entry(0).tubes, (QList<qint32>{0, 2}));
+    EXPECT_EQ(host.entries.dropInvalidTubes(), 0);
+}
+
+TEST(MapLegend, TellsOfEveryChange)
+{
+    TestHost host(1, 3);
+    int changes = 0;
+    host.entries.changed = [&changes] { ++changes; };
+    host.entries.addEntry(fixed({0}), true);
+    host.entries.setSymbol(0, u'?', 5, host);
+    host.entries.setLabel(0, u"x"_s);
+    host.entries.setShown(QList<bool>{false});
+    EXPECT_EQ(changes, 4);
+    host.entries.moveEntry(0, 0);
+    EXPECT_EQ(changes, 4);
+}
+
+} // namespace plans

@@ -1,0 +1,107 @@
+#include "TestHost.h"
+
+#include <plans/FillCommit.h>
+#include <plans/QueryFill.h>
+
+using namespace Qt::StringLiterals;
+using tarnwick::Answer;
+using testing::ElementsAre;
+
+namespace plans {
+
+namespace {
+
+QueryFill namedFill(const QString &name)
+{
+    QueryFill fill;
+    fill.parameters.query.name = name;
+    return fill;
+}
+
+} // namespace
+
+TEST(QueryFill, TakesEachTubeOnceAndCountsEveryRecord)
+{
+    TestHost host(2, 3);
+    RecordedResult result({u"COL"_s, u"pcnt"_s, u"Row"_s},
+                          {{u"3"_s, u"40"_s, u"2"_s}, {u"1"_s, u"50"_s, u"1"_s}, {u"3"_s, u"60"_s, u"2"_s}});
+    QueryFill fill;
+    EXPECT_EQ(fill.mapResult(host, result), Answer::Yes);
+    EXPECT_THAT(fill.tubes, ElementsAre(host.tube(2, 3), host.tube(1, 1)));
+    EXPECT_EQ(fill.fillCount, 3);
+    EXPECT_EQ(host.busy, 0);
+}
+
+TEST(QueryFill, NamesTheColumnsThatAreMissing)
+{
+    TestHost host(2, 3);
+    RecordedResult result({u"row"_s}, {{u"1"_s}});
+    QueryFill fill;
+    EXPECT_EQ(fill.mapResult(host, result), Answer::No);
+    ASSERT_EQ(host.said.entries().size(), 1);
+    EXPECT_EQ(host.said.entries()[0].number, 1090);
+    EXPECT_EQ(host.said.entries()[0].text,
+              u"Cannot display in map since this query\nis missing the following fields:\n\t'col'\n"_s);
+
+    TestHost sections(2, 3, 2);
+    RecordedResult noSection({u"row"_s, u"col"_s}, {{u"1"_s, u"1"_s}});
+    EXPECT_EQ(fill.mapResult(sections, noSection), Answer::No);
+    EXPECT_TRUE(sections.said.entries().value(0).text.endsWith(u"fields:\n\t'sec'"_s));
+}
+
+TEST(QueryFill, AsksAboutRecordsWithoutATubeAndHighlightsThem)
+{
+    TestHost host(2, 3);
+    RecordedResult one({u"row"_s, u"col"_s}, {{u"1"_s, u"1"_s}, {u"9"_s, u"1"_s}});
+    QueryFill fill = namedFill(u"queries\\sub\\worn.qry"_s);
+    host.said.answerWith({Answer::Ok, Answer::Cancel});
+    EXPECT_EQ(fill.mapResult(host, one), Answer::Ok);
+    EXPECT_THAT(fill.tubes, ElementsAre(host.tube(1, 1)));
+    ASSERT_EQ(one.colours.size(), 1);
+    EXPECT_EQ(one.colours[0], (RecordedResult::Coloured{1, 0xFFFFFF, 255}));
+    EXPECT_EQ(host.said.entries()[0].number, 1091);
+    EXPECT_EQ(
+        host.said.entries()[0].text,
+        u"Query \"sub\\worn.qry\"\nreturned 1 record that is for a tube that does\nnot exist in the current "
+        u"component.\n\nChoose \"OK\" to show the valid tubes in the map.\n\nChoose \"Cancel\" to see the invalid "
+        u"tubes highlighted\nin the query results."_s);
+
+    RecordedResult two({u"row"_s, u"col"_s}, {{u"x"_s, u""_s}, {u"9"_s, u"1"_s}});
+    EXPECT_EQ(fill.mapResult(host, two), Answer::Cancel);
+    EXPECT_TRUE(host.said.entries()[1].text.contains(u"returned 2 records that are for tubes that do\nnot exist"_s));
+}
+
+TEST(QueryFill, KeepsItsTubesWhenTheQueryCannotRun)
+{
+    TestHost host(2, 3);
+    QueryFill fill = namedFill(u"queries\\a.qry"_s);
+    fill.tubes = {4};
+    EXPECT_FALSE(fill.compute(host));
+    host.source.ready = false;
+    RecordedResult result({u"row"_s, u"col"_s}, {{u"1"_s, u"1"_s}});
+    host.source.results.insert(u"queries\\a.qry"_s, &result);
+    EXPECT_FALSE(fill.compute(host));
+    EXPECT_EQ(fill.tubes, QList<qint32>{4});
+    host.source.ready = true;
+    EXPECT_TRUE(fill.compute(host));
+    EXPECT_EQ(fill.tubes, QList<qint32>{0});
+}
+
+TEST(QueryFill, TakesTheSymbolItsQueryHadLast)
+{
+    TestHost host(2, 3);
+    QueryFill fill = namedFill(u"queries\\worn.qry"_s);
+    fill.tubes = {0};
+    addNewQueryFill(host, fill);
+    EXPECT_EQ(host.entries.entry(0).symbol, u'A');
+    EXPECT_EQ(host.entries.entry(0).label, u"worn.qry"_s);
+    EXPECT_EQ(host.checkpoints, QStringList{u"Query queries\\worn.qry Fill"_s});
+
+    host.entries.setSymbol(0, u'W', 0x00FF00, host);
+    fill.parameters.query.name = u"QUERIES\\WORN.QRY"_s;
+    addNewQueryFill(host, fill);
+    EXPECT_EQ(host.entries.entry(1).symbol, u'W');
+    EXPECT_EQ(host.entries.entry(1).colour, 0x00FF00U);
+}
+
+} // namespace plans

@@ -1,0 +1,77 @@
+#include "SampleSteamGen.h"
+
+#include <cmath>
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace sample {
+
+ellery::SteamGen uBend(int rows, int cols, bool triangular)
+{
+    ellery::SteamGen steamGen;
+    steamGen.name = u"SGA"_s;
+    steamGen.modelName = u"UB-51"_s;
+    steamGen.triangular = triangular;
+    steamGen.pitch = 1.281f;
+    const double stepX = steamGen.pitch;
+    const double stepY = steamGen.pitch * (triangular ? std::sqrt(3.0) / 2 : 1);
+    const double middle = (cols + 1) / 2.0;
+    const double radius = std::max(rows * stepY, cols / 2.0 * stepX) + 0.3 * stepX;
+    QList<ellery::Tube> tubes;
+    for (int row = 1; row <= rows; ++row) {
+        for (int col = 1; col <= cols; ++col) {
+            ellery::Tube tube;
+            tube.address = {0, qint16(row), qint16(col)};
+            tube.x = float((col - middle + (triangular && row % 2 ? 0.5 : 0)) * stepX);
+            tube.y = float((row + 0.5) * stepY);
+            if (std::hypot(double(tube.x), double(tube.y)) > radius)
+                continue;
+            if (row % 12 == 6 && col % 14 == 5) {
+                steamGen.stayRods.append({tube.x, tube.y, 0});
+                continue;
+            }
+            tube.periphery = std::hypot(double(tube.x), double(tube.y)) > radius - stepX;
+            tubes.append(tube);
+        }
+    }
+    steamGen.setTubes(tubes);
+    return steamGen;
+}
+
+ellery::SteamGen block(int rows, int cols)
+{
+    ellery::SteamGen steamGen;
+    QList<ellery::Tube> tubes;
+    for (int row = 0; row < rows; ++row) {
+        for (int col = 0; col < cols; ++col)
+            tubes.append({{0, qint16(row), qint16(col)}, float(col), float(row), false});
+    }
+    steamGen.setTubes(tubes);
+    return steamGen;
+}
+
+void markLikeAPlan(ellery::SteamGen &steamGen)
+{
+    std::mt19937 random(7);
+    const auto chance = [&](double share) { return double(random()) < share * double(std::mt19937::max()); };
+    for (int i = 0; i < steamGen.numTube(); ++i) {
+        const ellery::Tube &tube = steamGen[i];
+        if (chance(0.012))
+            steamGen.setSymbol(i, u'\u25CF', 0x0000D0);
+        else if (tube.periphery)
+            steamGen.setSymbol(i, u'P', 0xB27200);
+        else if (tube.address.row % 10 == 0 && tube.address.col % 2 == 0)
+            steamGen.setSymbol(i, u'B', 0x73D09E);
+        else if (chance(0.2))
+            steamGen.setSymbol(i, u'A', 0x009FE6);
+        else if (chance(0.03))
+            steamGen.setSymbol(i, u'W', 0xA779CC);
+        if (tube.address.row > 30 && tube.address.row < 36 && tube.address.col > 40 && tube.address.col < 52)
+            steamGen.setSelected(i, true);
+        if (chance(0.01))
+            steamGen.setSelected(i, true);
+    }
+}
+
+} // namespace sample

@@ -1,0 +1,162 @@
+#include "Fixture.h"
+
+using namespace Qt::StringLiterals;
+using namespace dao;
+using build::field;
+using build::index;
+using build::table;
+
+class ConstraintsTest : public StoreTest
+{
+protected:
+    ConstraintsTest()
+    {
+        database.createTable(
+            table(u"t"_s,
+                  {field(u"id"_s, DataType::Long, 0, "RA"), field(u"site"_s, DataType::Text, 5, "R"),
+                   field(u"kind"_s, DataType::Text, 50), field(u"note"_s, DataType::Memo, 0, "Z"),
+                   field(u"pcnt"_s, DataType::Integer, 0, "", u">= 0 and <= 100"_s),
+                   field(u"leg"_s, DataType::Integer, 0, "R", {}, u"1"_s), field(u"volts"_s, DataType::Single),
+                   field(u"price"_s, DataType::Currency), field(u"size"_s, DataType::Byte),
+                   field(u"done"_s, DataType::Boolean, 0, "R"), field(u"perm"_s, DataType::Boolean, 0, "", {}, u"1"_s),
+                   field(u"time"_s, DataType::Date), field(u"big"_s, DataType::Long),
+                   field(u"exact"_s, DataType::Double), field(u"bits"_s, DataType::LongBinary)},
+                  {index(u"id"_s, {u"id"_s}, true), index(u"kinds"_s, {u"kind"_s, u"pcnt"_s}, false, true)}));
+    }
+    QString appendError(const QString &name, const Value &value)
+    {
+        return errorOf([&] { append(u"t"_s, {{u"site"_s, text(u"S"_s)}, {name, value}}); });
+    }
+    QString stored(const QString &name) { return rawRows(u"SELECT %1 FROM t ORDER BY id DESC LIMIT 1"_s.arg(name)); }
+};
+
+TEST_F(ConstraintsTest, EachRefusalHasTheEnginesNumberAndText)
+{
+    EXPECT_EQ(errorOf([&] {
+                  append(u"t"_s, {{u"kind"_s, text(u"a"_s)}});
+              }),
+              u"3314 DAO.Recordset: The field 't.site' cannot contain a Null value because the Required property for "
+              u"this field is "
+              "set to True.  Enter a value in this field."_s);
+    EXPECT_EQ(appendError(u"kind"_s, text(u""_s)),
+              u"3315 DAO.Recordset: Field 't.kind' cannot be a zero-length string."_s);
+    EXPECT_EQ(appendError(u"pcnt"_s, number(101)), u"3317 DAO.Recordset: One or more values are prohibited by the "
+                                                   u"validation rule '>= 0 and <= 100' set for 't.pcnt'.  "
+                                                   "Enter a value that the expression for this field can accept."_s);
+    EXPECT_EQ(
+        appendError(u"site"_s, text(u"123456"_s)),
+        u"3163 DAO.Field: The field is too small to accept the amount of data you attempted to add.  Try inserting or "
+        "pasting less data."_s);
+    EXPECT_EQ(appendError(u"pcnt"_s, number(40000)), u"3421 DAO.Field: Data type conversion error."_s);
+    EXPECT_EQ(appendError(u"time"_s, text(u"no date"_s)), u"3421 DAO.Field: Data type conversion error."_s);
+    EXPECT_EQ(rawRows(u"SELECT count(*) FROM t"_s), u"0"_s);
+}
+
+TEST_F(ConstraintsTest, ARuleAdmitsNullAndTheEndsOfItsRange)
+{
+    for (const Value &value : {Value::null(), number(0), number(100)})
+        EXPECT_EQ(appendError(u"pcnt"_s, value), QString());
+    EXPECT_EQ(rawRows(u"SELECT pcnt FROM t"_s), u"- 0 100"_s);
+}
+
+TEST_F(ConstraintsTest, AValidationTextReplacesTheRule)
+{
+    FieldInfo info = field(u"sec"_s, DataType::Integer, 0, "", u"<= 9"_s);
+    info.validationText = u"Sections are 0 to 9."_s;
+    database.createTable(table(u"v"_s, {info}));
+    EXPECT_EQ(errorOf([&] {
+                  append(u"v"_s, {{u"sec"_s, number(10)}});
+              }),
+              u"3316 DAO.Recordset: Sections are 0 to 9."_s);
+}
+
+TEST_F(ConstraintsTest, ARuleThatNeedsTheEngineIsEnforcedByIt)
+{
+    database.createTable(table(u"v"_s, {field(u"day"_s, DataType::Date, 0, "", u"<= Date() + 1"_s)}));
+    append(u"v"_s, {{u"day"_s, Value::fromDate(36526)}});
+    append(u"v"_s, {{u"day"_s, Value::null()}});
+    EXPECT_EQ(numberOf([&] { append(u"v"_s, {{u"day"_s, Value::fromDate(2000000)}}); }), 3317);
+    EXPECT_EQ(raw(u"INSERT INTO v (day) VALUES (36527.5)"_s), QString()) << "other tools can still write";
+    database.deleteTable(u"v");
+}
+
+TEST_F(ConstraintsTest, UniqueIndexesCompareWithoutCaseAndAdmitNulls)
+{
+    const QString duplicate =
+        u"3022 DAO.Recordset: The changes you requested to the table were not successful because they "
+        "would create duplicate values in the index, primary key, or relationship.  Change the data in the "
+        "field or fields that contain duplicate data, remove the index, or redefine the index to permit "
+        "duplicate entries and try again."_s;
+    const auto add = [&](const Value &kind, const Value &pcnt) {
+        return errorOf([&] { append(u"t"_s, {{u"site"_s, text(u"S"_s)}, {u"kind"_s, kind}, {u"pcnt"_s, pcnt}}); });
+    };
+    EXPECT_EQ(add(text(u"Ab"_s), number(1)), QString());
+    EXPECT_EQ(add(text(u"aB"_s), number(1)), duplicate);
+    EXPECT_EQ(add(text(u"ab"_s), Value::null()), QString());
+    EXPECT_EQ(add(text(u"ab"_s), Value::null()), QString());
+    EXPECT_EQ(appendError(u"id"_s, number(1)), duplicate);
+}
+
+TEST_F(ConstraintsTest, ValuesAreStoredByTheTypeOfTheField)
+{
+    const auto check = [&](const QString &name, const Value &value, const QString &expected) {
+        ASSERT_EQ(appendError(name, value), QString()) << name.toStdString();
+        EXPECT_EQ(stored(u"typeof(%1) || ' ' || quote(%1)"_s.arg(name)), expected) << name.toStdString();
+    };
+    check(u"volts"_s, Value::fromDouble(0.9), u"real 8.99999976158142089843e-01"_s);
+    check(u"price"_s, Value::fromDouble(1.23456), u"real 1.2346"_s);
+    check(u"pcnt"_s, text(u" 42 "_s), u"integer 42"_s);
+    check(u"leg"_s, Value::fromDouble(2.5), u"integer 2"_s);
+    check(u"done"_s, number(5), u"integer -1"_s);
+    check(u"perm"_s, Value::null(), u"integer 0"_s);
+    check(u"time"_s, text(u"2003-01-02 12:00"_s), u"real 37623.5"_s);
+    check(u"kind"_s, number(12), u"text '12'"_s);
+    check(u"bits"_s, Value::fromBinary(QByteArray("\0\1", 2)), u"blob X'0001'"_s);
+    check(u"note"_s, text(u""_s), u"text ''"_s);
+}
+
+TEST_F(ConstraintsTest, OmittedFieldsGetTheirDefaults)
+{
+    append(u"t"_s, {{u"site"_s, text(u"S"_s)}});
+    EXPECT_EQ(rawRows(u"SELECT id, leg, done, perm, pcnt, note FROM t"_s), u"1|1|0|-1|-|-"_s);
+    EXPECT_EQ(numberOf([&] {
+                  append(u"t"_s, {{u"site"_s, text(u"S"_s)}, {u"leg"_s, Value::null()}});
+              }),
+              3314)
+        << "a Null that is given is not replaced";
+}
+
+TEST_F(ConstraintsTest, AutonumbersAreNotUsedAgainAndFollowGivenOnes)
+{
+    append(u"t"_s, {{u"site"_s, text(u"a"_s)}});
+    append(u"t"_s, {{u"site"_s, text(u"b"_s)}, {u"id"_s, number(10)}});
+    raw(u"DELETE FROM t WHERE id = 10"_s);
+    append(u"t"_s, {{u"site"_s, text(u"c"_s)}});
+    EXPECT_EQ(rawRows(u"SELECT id, site FROM t"_s), u"1|a 11|c"_s);
+}
+
+TEST_F(ConstraintsTest, TheFileDefendsItselfAgainstOtherTools)
+{
+    const auto refused = [&](const QString &name, const QString &value) {
+        return !raw(u"INSERT INTO t (site, %1) VALUES ('S', %2)"_s.arg(name, value)).isEmpty();
+    };
+    EXPECT_FALSE(refused(u"pcnt"_s, u"100"_s));
+    EXPECT_TRUE(refused(u"pcnt"_s, u"101"_s));
+    EXPECT_TRUE(refused(u"pcnt"_s, u"'abc'"_s));
+    EXPECT_TRUE(refused(u"pcnt"_s, u"1.5"_s));
+    EXPECT_TRUE(refused(u"leg"_s, u"40000"_s));
+    EXPECT_TRUE(refused(u"leg"_s, u"NULL"_s));
+    EXPECT_TRUE(refused(u"big"_s, u"2147483648"_s));
+    EXPECT_TRUE(refused(u"size"_s, u"256"_s));
+    EXPECT_TRUE(refused(u"done"_s, u"1"_s));
+    EXPECT_TRUE(refused(u"done"_s, u"NULL"_s));
+    EXPECT_TRUE(refused(u"volts"_s, u"'x'"_s));
+    EXPECT_TRUE(refused(u"time"_s, u"'2003-01-02'"_s));
+    EXPECT_TRUE(refused(u"kind"_s, u"''"_s));
+    EXPECT_TRUE(refused(u"kind"_s, u"x'00'"_s));
+    EXPECT_TRUE(refused(u"kind"_s, u"'%1'"_s.arg(QString(51, u'x'))));
+    EXPECT_FALSE(refused(u"kind"_s, u"'%1'"_s.arg(QString(50, u'é'))));
+    EXPECT_TRUE(refused(u"bits"_s, u"'text'"_s));
+    EXPECT_FALSE(raw(u"INSERT INTO t (kind) VALUES ('x')"_s).isEmpty());
+    EXPECT_EQ(rawRows(u"PRAGMA integrity_check"_s), u"ok"_s);
+}

@@ -1,0 +1,173 @@
+#include "Fixture.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+#include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
+using namespace dao;
+using build::field;
+using build::table;
+
+class FilesTest : public StoreTest
+{
+protected:
+    FilesTest()
+    {
+        database.createTable(table(u"t"_s, {field(u"x"_s, DataType::Long)}));
+        append(u"t"_s, {{u"x"_s, number(1)}});
+        database.close();
+    }
+    QString openError(const QString &file, OpenMode mode = OpenMode::Update)
+    {
+        return errorOf([&] { database.open(file, mode); });
+    }
+    QByteArray content(const QString &file)
+    {
+        QFile f(file);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+    void write(const QString &file, const QByteArray &bytes)
+    {
+        QFile f(file);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+};
+
+TEST_F(FilesTest, WhatCannotBeOpenedSaysWhy)
+{
+    EXPECT_EQ(openError(path(u"no.mdb"_s)), u"3024 DAO.Workspace: Could not find file '%1'."_s.arg(path(u"no.mdb"_s)));
+    EXPECT_EQ(openError(path(u"no/no.mdb"_s)).left(4), u"3044"_s);
+    EXPECT_EQ(openError(folder.path()).left(4), u"3051"_s);
+    EXPECT_EQ(errorOf([&] { database.create(path(), {}); }), u"3204 DAO.Workspace: Database already exists."_s);
+    EXPECT_EQ(numberOf([&] { database.create(path(u"no/no.mdb"_s), {}); }), 3044);
+    EXPECT_FALSE(database.isOpen());
+    EXPECT_EQ(numberOf([&] { database.tableNames(); }), 3420);
+}
+
+TEST_F(FilesTest, ForeignFilesAreNotRecognizedAndNotTouched)
+{
+    const QString foreign = path(u"foreign.mdb"_s);
+    QByteArray jet("\0\1\0\0Standard Jet DB\0", 20);
+    jet.resize(8192);
+    for (const QByteArray &bytes : {QByteArray(), QByteArray("text"), QByteArray(5000, 'x'), jet}) {
+        write(foreign, bytes);
+        EXPECT_EQ(openError(foreign), u"3343 DAO.Workspace: Unrecognized database format '%1'."_s.arg(foreign));
+        EXPECT_EQ(content(foreign), bytes);
+    }
+    QFile::remove(foreign);
+    raw(u"CREATE TABLE t (x)"_s, foreign);
+    EXPECT_EQ(openError(foreign).left(4), u"3343"_s) << "a SQLite file, but none of ours";
+}
+
+TEST_F(FilesTest, DamagedFilesNeverBringTheProgramDown)
+{
+    database.open(path());
+    {
+        Transaction transaction(workspace);
+        for (int i = 0; i < 2000; ++i)
+            append(u"t"_s, {{u"x"_s, number(i)}});
+        transaction.commit();
+    }
+    database.close();
+    const QByteArray sound = content(path());
+    const QString damaged = path(u"damaged.mdb"_s);
+    const auto tryIt = [&](const QByteArray &bytes) {
+        write(damaged, bytes);
+        QString failure = errorOf([&] {
+            database.open(damaged);
+            Recordset rows(database);
+            rows.open(Recordset::Type::TableAppend, u"t"_s);
+            rows.addNew();
+            rows.setValue(0, number(1));
+            rows.update();
+            database.analyze();
+        });
+        failure.remove(damaged);
+        for (const QString &word : {u"sqlite"_s, u"malformed"_s, u"SELECT"_s, u"_dao"_s})
+            EXPECT_FALSE(failure.contains(word, Qt::CaseInsensitive)) << failure.toStdString();
+        database.close();
+        QFile::remove(damaged);
+    };
+    for (const qsizetype length : {100, 4096, 8192, 20000})
+        tryIt(sound.left(length));
+    for (qsizetype page = 0; page < sound.size() / 4096; ++page) {
+        QByteArray bytes = sound;
+        for (qsizetype i = page == 0 ? 100 : 0; i < 4096; i += 3)
+            bytes[page * 4096 + i] = char(i * 7);
+        tryIt(bytes);
+    }
+}
+
+TEST_F(FilesTest, ReadOnlyMeansNoAttemptToWrite)
+{
+    const QByteArray before = content(path());
+    database.open(path(), OpenMode::ReadOnly);
+    EXPECT_FALSE(database.isUpdatable());
+    EXPECT_EQ(errorOf([&] {
+                  append(u"t"_s, {{u"x"_s, number(1)}});
+              }),
+              u"3027 DAO.Recordset: Cannot update.  Database or object is read-only."_s);
+    EXPECT_EQ(numberOf([&] { database.createTable(table(u"u"_s, {field(u"x"_s, DataType::Long)})); }), 3027);
+    EXPECT_EQ(numberOf([&] { database.createQuery({u"q"_s, u"SELECT 1"_s}); }), 3027);
+    EXPECT_EQ(numberOf([&] { database.setProperty(u"p"_s, u"v"_s); }), 3027);
+    EXPECT_EQ(numberOf([&] { database.analyze(); }), 3027);
+    Recordset rows(database);
+    rows.open(Recordset::Type::TableAppend, u"t"_s);
+    EXPECT_EQ(rows.whyNotUpdatable(), sql::NotUpdatable::ReadOnlyDatabase);
+    workspace.beginTrans();
+    workspace.commitTrans();
+    database.close();
+    EXPECT_EQ(content(path()), before);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"test.mdb"_s});
+}
+
+TEST_F(FilesTest, ALockedFileIsNamed)
+{
+    sqlite3 *other = nullptr;
+    sqlite3_open(path().toUtf8().constData(), &other);
+    sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+    EXPECT_EQ(openError(path()), u"3045 DAO.Workspace: Could not use '%1'; file already in use."_s.arg(path()));
+    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    database.open(path());
+    sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+    EXPECT_EQ(errorOf([&] {
+                  append(u"t"_s, {{u"x"_s, number(2)}});
+              }),
+              u"3260 DAO.Recordset: Couldn't update; the file '%1' is currently locked by another user."_s.arg(path()));
+    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+    append(u"t"_s, {{u"x"_s, number(2)}});
+    EXPECT_EQ(rawRows(u"SELECT x FROM t"_s), u"1 2"_s);
+}
+
+TEST_F(FilesTest, ACommitThatMeetsALockCanBeTriedAgain)
+{
+    database.open(path());
+    workspace.beginTrans();
+    append(u"t"_s, {{u"x"_s, number(2)}});
+    sqlite3 *other = nullptr;
+    sqlite3_stmt *reading = nullptr;
+    sqlite3_open(path().toUtf8().constData(), &other);
+    sqlite3_prepare_v2(other, "SELECT x FROM t", -1, &reading, nullptr);
+    ASSERT_EQ(sqlite3_step(reading), SQLITE_ROW);
+    EXPECT_EQ(numberOf([&] { workspace.commitTrans(); }), 3260);
+    EXPECT_EQ(workspace.transactionDepth(), 1);
+    sqlite3_finalize(reading);
+    sqlite3_close(other);
+    workspace.commitTrans();
+    EXPECT_EQ(rawRows(u"SELECT x FROM t"_s), u"1 2"_s);
+}
+
+TEST_F(FilesTest, WhatWasOpenFindsItsDatabaseClosed)
+{
+    database.open(path());
+    Recordset rows(database);
+    rows.open(Recordset::Type::TableAppend, u"t"_s);
+    rows.addNew();
+    rows.setValue(0, number(1));
+    database.close();
+    EXPECT_EQ(numberOf([&] { rows.update(); }), 3420);
+    EXPECT_FALSE(rows.isOpen());
+}
