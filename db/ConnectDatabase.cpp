@@ -4,6 +4,7 @@
 #include "Messages.h"
 #include "Views.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <tarnwick/Paths.h>
 

@@ -7,6 +7,8 @@
 #include "SqlText.h"
 #include "StoredQueries.h"
 
+#include <QMap>
+
 namespace db {
 
 using namespace Qt::StringLiterals;
