@@ -34,7 +34,7 @@ void TextPanel::setText(const QString &text)
 
 QSize TextPanel::textSize(const QString &text) const
 {
-    const QStringList lines = text.trimmed().split(u'\n');
+    const QStringList lines = text.split(u'\n');
     int width = 0;
     for (const QString &line : lines)
         width = std::max(width, fontMetrics().horizontalAdvance(line));

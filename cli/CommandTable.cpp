@@ -52,7 +52,7 @@ constexpr OptionSpec kMapOptions[] = {
     {u"query", u"FILE.qry", u"mark the tubes of this query; may be repeated, later ones show over earlier ones", true},
     {u"param", u"NAME=VALUE", u"the value of a query's parameter; may be repeated", true},
     {u"out", u"FILE", u"the picture: .png, .bmp, .svg or .pdf"},
-    {u"size", u"WxH", u"size of a .png or .bmp in pixels (1600x1200)"},
+    {u"size", u"WxH", u"size of a .png or .bmp in pixels (1650x1275)"},
     {u"title", u"TEXT", u"a title above the map"},
     {u"flip", u"AXES", u"h, v or hv: flip horizontally, vertically, or both"},
     kDatabase,

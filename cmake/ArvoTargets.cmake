@@ -94,7 +94,11 @@ function(arvo_bench name)
   endif()
 endfunction()
 
+# Precompiled headers make a first build quicker; without them ccache serves every checkout on the machine from one cache.
 function(arvo_precompile name widgets)
+  if(NOT ARVO_PCH)
+    return()
+  endif()
   if(widgets)
     target_precompile_headers(${name} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/pch_widgets.h)
   else()

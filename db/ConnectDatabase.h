@@ -33,7 +33,7 @@ struct ConnectContext
     const brannock::Project *project = nullptr; ///< null without one
     ConnectionListener *listener = nullptr;     ///< null: nobody is told
     tarnwick::Progress *progress = nullptr;     ///< null: nobody watches
-    DatabaseOpener *opener = nullptr;           ///< null: the file is opened as it is
+    DatabaseOpener *opener = nullptr;           ///< null: the file is opened as it is, with its views and aliases
 };
 
 /// Opens the database for the main window, through the context's opener, in place of the one that is open, tells the

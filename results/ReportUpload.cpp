@@ -285,7 +285,7 @@ std::optional<UploadQuestion> uploadQuestion(QStringView question)
     for (const auto &known : questions) {
         const QStringView whole(known.message->text);
         const qsizetype firstArgument = whole.indexOf(u'%');
-        if (question.startsWith(firstArgument < 0 ? whole : whole.first(firstArgument)))
+        if (firstArgument < 0 ? question == whole : question.startsWith(whole.first(firstArgument)))
             return known.kind;
     }
     return std::nullopt;

@@ -1,14 +1,13 @@
 #pragma once
 #include "ConversionPass.h"
 
+#include <db/Schema.h>
+
 namespace db {
 
-/// Creates those of the alias tables that are missing, when the user agrees.
-void createAliasTables(ConversionPass &pass);
-
-/// Brings the alias tables that there are in line with the labels of the steam generator: a row for each label that is
-/// not empty, under its number, and for legs also -1, "NONE". A table whose rows are right is left alone; nothing is
-/// asked.
-void fillAliasTables(ConversionPass &pass, const ellery::SteamGen &steamGen);
+/// Those of the alias tables that are missing and that the user agrees to create.
+QList<const AliasSpec *> requestAliasTables(ConversionPass &pass);
+/// Creates them, each by itself.
+void createAliasTables(ConversionPass &pass, const QList<const AliasSpec *> &requested);
 
 } // namespace db

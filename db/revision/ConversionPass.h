@@ -24,6 +24,7 @@ public:
     ConversionPass(const ConversionPass &) = delete;
     ConversionPass &operator=(const ConversionPass &) = delete;
 
+    DatabaseSession &session() const { return *m_session; }
     dao::Database &database() const { return m_session->database(); }
     tarnwick::UserPrompts &prompts() const { return m_session->prompts(); }
 
@@ -56,6 +57,8 @@ public:
         transaction.commit();
     }
 
+    /// Begins the transaction of all changes, unless it is begun. Without a change it neither writes nor locks others out.
+    void beginChanges();
     /// The step that the user sees as going on: its number, of how many.
     void enterStep(int step, int steps);
     /// Makes the changes of all steps final. False when that failed, which has been said; they are undone then.
@@ -64,7 +67,6 @@ public:
 
 private:
     bool cancelled() override;
-    void beginChanges();
     static bool endsPass(const dao::DaoException &exception);
 
     DatabaseSession *m_session;

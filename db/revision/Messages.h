@@ -17,8 +17,6 @@ inline constexpr Message kModifyLandmarks{1025, u"Could not modify 'landmarks' t
 inline constexpr Message kModifyTubeSetEntry{1026, u"Could not modify 'tube_set_entry' table."};
 inline constexpr Message kModifyTubes{1027, u"Could not modify 'tubes' table."};
 inline constexpr Message kModifyPlans{1028, u"Could not modify 'plans' table."};
-inline constexpr Message kModifyAlias{1029, u"Could not modify '%S' table."};
-inline constexpr Message kCreateView{1030, u"Could not create view '%U'."};
 inline constexpr Message kDeleteDisplayFormat{1040, u"Could not delete 'display_format' table."};
 
 // What the steps are called where they are listed

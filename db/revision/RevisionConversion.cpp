@@ -4,7 +4,8 @@
 #include "Messages.h"
 #include "OldPlans.h"
 #include "TableSteps.h"
-#include "Views.h"
+
+#include <db/Views.h>
 
 namespace db {
 
@@ -28,7 +29,7 @@ constexpr TableStep kTableSteps[] = {
 
 void runSteps(ConversionPass &pass, const brannock::Project *project)
 {
-    constexpr int kOtherSteps = 3;
+    constexpr int kOtherSteps = 2;
     constexpr int kSteps = int(std::size(kTableSteps)) + kOtherSteps;
     int entered = 0;
     for (const TableStep &step : kTableSteps) {
@@ -36,12 +37,14 @@ void runSteps(ConversionPass &pass, const brannock::Project *project)
         pass.guarded([&] { step.run(pass); }, *step.failure);
     }
     pass.enterStep(entered++, kSteps);
-    makeViews(pass);
-    pass.enterStep(entered++, kSteps);
-    createAliasTables(pass);
+    // Asked for before the views, which are made unasked: a backup is to show the file before any change.
+    const QList<const AliasSpec *> aliasTables = requestAliasTables(pass);
+    pass.beginChanges();
+    refreshViews(pass.session());
+    createAliasTables(pass, aliasTables);
     pass.enterStep(entered++, kSteps);
     if (project)
-        fillAliasTables(pass, project->steamGen);
+        refreshAliases(pass.session(), project->steamGen);
 }
 
 } // namespace

@@ -119,7 +119,7 @@ void Database::deleteTable(QStringView name)
 
 void Database::alterTable(QStringView name, const TableInfo &newShape, const QList<FieldFill> &fills)
 {
-    editor(u"DAO.TableDef"_s).alterTable(name, newShape, fills);
+    define(u"DAO.TableDef"_s, [&](store::SchemaEditor &editor) { editor.alterTable(name, newShape, fills); });
 }
 
 void Database::addField(QStringView table, const FieldInfo &field)

@@ -90,6 +90,7 @@ void Recordset::Impl::run()
     onDeleted = false;
     row = 0;
     columns = plan.columns;
+    places.clear();
     sources = plan.sources;
     whyNot = plan.whyNot;
     stamp = nextStamp();
@@ -124,6 +125,7 @@ void Recordset::Impl::close()
     computedDefaults.clear();
     query.reset();
     columns.clear();
+    places.clear();
     sources.clear();
     whyNot = sql::NotUpdatable::No;
     row = -1;

@@ -36,7 +36,7 @@ QSet<QString> foldedNames(const QStringList &names)
 
 store::StoredTable create(DatabaseImpl &db, const TableInfo &table, const QStringList &nullFields)
 {
-    db.connection.setSource(source);
+    store::SourceScope scope(db.connection, source);
     db.prepareStatement();
     return db.editor.createUnindexed(table, foldedNames(nullFields));
 }

@@ -1,7 +1,6 @@
 #include "MapCache.h"
 
 #include <cmath>
-#include <cstring>
 
 namespace brannock {
 
@@ -9,33 +8,19 @@ namespace {
 
 /// Painting everything is quicker when more than one in so many tubes has changed: a patch paints the neighbours, too.
 constexpr qsizetype kPatchShare = 12;
+/// Pixels on each side of the picture in the store: how far the view can be panned before everything is painted again.
+constexpr int kMargin = 256;
 
 QSize pixelSize(const MapView &view)
 {
     return QSize(int(std::ceil(view.size.width())), int(std::ceil(view.size.height())));
 }
 
-/// Moves the picture within itself; what comes in at the sides is left as it was.
-void scrollImage(QImage &image, const QPoint &by)
-{
-    const int width = image.width() - std::abs(by.x());
-    const int height = image.height() - std::abs(by.y());
-    const int fromX = std::max(0, -by.x());
-    const int toX = std::max(0, by.x());
-    for (int i = 0; i < height; ++i) {
-        // Downwards from below, so that no line is overwritten before it has been moved.
-        const int line = by.y() > 0 ? height - 1 - i : i;
-        const int from = line + std::max(0, -by.y());
-        const int to = line + std::max(0, by.y());
-        std::memmove(image.scanLine(to) + toX * 4, image.constScanLine(from) + fromX * 4, size_t(width) * 4);
-    }
-}
-
 } // namespace
 
 QRegion MapCache::patch(const MapScene &scene, const MapScene::Change &change)
 {
-    const QRect whole = m_image.rect();
+    const QRect whole(QPoint(0, 0), m_size);
     if (change.tubes.isEmpty() || !m_valid)
         return m_valid ? QRegion() : QRegion(whole);
     const bool few = change.tubes.size() * kPatchShare <= scene.numTube() || change.tubes.size() <= 4;
@@ -43,6 +28,7 @@ QRegion MapCache::patch(const MapScene &scene, const MapScene::Change &change)
         m_valid = false;
         return whole;
     }
+    QImage picture = image();
     QRegion changed;
     QRect around;
     for (const qint32 tube : change.tubes) {
@@ -54,10 +40,10 @@ QRegion MapCache::patch(const MapScene &scene, const MapScene::Change &change)
         if (change.tubes.size() <= 64)
             changed |= rect;
         if (!change.onlySelected)
-            m_painter.paint(m_image, scene, m_view, rect, m_background);
+            m_painter.paint(picture, scene, m_view, rect, m_background);
     }
     if (change.onlySelected)
-        m_painter.paintTubes(m_image, scene, m_view, change.tubes);
+        m_painter.paintTubes(picture, scene, m_view, change.tubes);
     return change.tubes.size() <= 64 ? changed : QRegion(around);
 }
 
@@ -71,31 +57,50 @@ bool MapCache::shift(const MapScene &scene, const MapView &view)
     const QPoint by = exact.toPoint();
     if (std::abs(exact.x() - by.x()) > 1e-3 || std::abs(exact.y() - by.y()) > 1e-3)
         return false;
-    if (std::abs(by.x()) > m_image.width() / 2 || std::abs(by.y()) > m_image.height() / 2)
+    const QRect before(m_origin, m_size);
+    const QRect now = before.translated(-by);
+    if (!m_store.rect().contains(now) || !now.intersects(before))
         return false;
-    scrollImage(m_image, by);
+    m_origin = now.topLeft();
     m_view = view;
-    const QRect whole = m_image.rect();
-    for (const QRect &strip : QRegion(whole) - whole.translated(by))
-        m_painter.paint(m_image, scene, m_view, strip, m_background);
+    QImage picture = image();
+    for (const QRect &strip : QRegion(now) - before)
+        m_painter.paint(picture, scene, m_view, strip.translated(-m_origin), m_background);
     return true;
+}
+
+void MapCache::reserve(const QSize &size)
+{
+    const QSize needed = size + QSize(2 * kMargin, 2 * kMargin);
+    if (m_store.size() != needed)
+        m_store = QImage(needed, QImage::Format_RGB32);
+    m_origin = QPoint(kMargin, kMargin);
+    m_size = m_store.isNull() ? QSize(0, 0) : size;
+}
+
+QImage MapCache::image()
+{
+    if (m_size.isEmpty())
+        return QImage();
+    uchar *first = m_store.bits() + m_origin.y() * m_store.bytesPerLine() + m_origin.x() * 4;
+    return QImage(first, m_size.width(), m_size.height(), m_store.bytesPerLine(), QImage::Format_RGB32);
 }
 
 MapCache::Work MapCache::update(const MapScene &scene, const MapView &view, const QColor &background)
 {
-    if (m_background != background || m_image.size() != pixelSize(view))
+    if (m_background != background || m_size != pixelSize(view))
         m_valid = false;
     if (m_valid && m_view == view)
         return Work::None;
     if (m_valid && shift(scene, view))
         return Work::Shifted;
-    if (m_image.size() != pixelSize(view))
-        m_image = QImage(pixelSize(view), QImage::Format_RGB32);
+    reserve(pixelSize(view));
     m_view = view;
     m_background = background;
     m_valid = true;
-    if (!m_image.isNull())
-        m_painter.paint(m_image, scene, m_view, m_image.rect(), m_background);
+    QImage picture = image();
+    if (!picture.isNull())
+        m_painter.paint(picture, scene, m_view, picture.rect(), m_background);
     return Work::Painted;
 }
 

@@ -2,16 +2,18 @@
 #include "MapPainter.h"
 
 #include <QImage>
+#include <QRegion>
 
 namespace brannock {
 
 /// The tubesheet as it was last painted for a screen, in device pixels, and the cheapest way to make it right again:
-/// shifted when the view was panned, patched where tubes have changed, painted anew otherwise.
+/// when the view was panned only what has come into sight is painted, where tubes have changed only these, everything
+/// otherwise.
 class MapCache
 {
 public:
     /// How the picture was brought up to date, for tests and benchmarks.
-    enum class Work { None, Shifted, Patched, Painted };
+    enum class Work { None, Shifted, Painted };
 
     /// The next update() paints everything.
     void invalidate() { m_valid = false; }
@@ -21,13 +23,19 @@ public:
     /// Makes the picture show this view, whose units are device pixels.
     Work update(const MapScene &scene, const MapView &view, const QColor &background);
 
-    const QImage &image() const { return m_image; }
-    MapPainter &painter() { return m_painter; }
+    /// The picture; it shares the cache's pixels and holds until the next call of anything here.
+    QImage image();
+    QSize size() const { return m_size; }
 
 private:
     bool shift(const MapScene &scene, const MapView &view);
+    void reserve(const QSize &size);
 
-    QImage m_image;
+    // The store is larger than the picture, which wanders about in it while the view is panned: moving millions of
+    // pixels would take as long as painting them.
+    QImage m_store;
+    QPoint m_origin;
+    QSize m_size;
     MapPainter m_painter;
     MapView m_view;
     QColor m_background;

@@ -11,6 +11,7 @@ namespace {
 
 /// Above this diameter making a picture costs more than drawing the few discs that are visible then.
 constexpr double kLargestSprite = 56;
+constexpr int kBandBytes = 2 << 20;
 
 TubeArt pixelArt(const MapScene &scene, const MapView &view)
 {
@@ -79,6 +80,34 @@ QPolygonF outlineInView(const MapScene &scene, const MapView &view)
     return outline;
 }
 
+/// The part of a convex polygon on the side of the line where the coordinate (x or y, times sign) is not below the
+/// limit.
+QPolygonF cut(const QPolygonF &polygon, bool alongX, double sign, double limit)
+{
+    QPolygonF part;
+    const auto inside = [&](const QPointF &point) { return sign * (alongX ? point.x() : point.y()) - limit; };
+    for (qsizetype i = 0; i < polygon.size(); ++i) {
+        const QPointF &from = polygon[i];
+        const QPointF &to = polygon[(i + 1) % polygon.size()];
+        const double a = inside(from);
+        const double b = inside(to);
+        if (a >= 0)
+            part.append(from);
+        if ((a < 0) != (b < 0))
+            part.append(from + (to - from) * (a / (a - b)));
+    }
+    return part;
+}
+
+/// The outline as far as it matters for the rectangle: what is far outside costs as much to paint as what is seen.
+QPolygonF cutTo(QPolygonF polygon, const QRectF &rect)
+{
+    polygon = cut(polygon, true, 1, rect.left());
+    polygon = cut(polygon, true, -1, -rect.right());
+    polygon = cut(polygon, false, 1, rect.top());
+    return cut(polygon, false, -1, -rect.bottom());
+}
+
 /// background: none for devices that have their own.
 void paintSheet(QPainter &painter, const MapScene &scene, const MapView &view, const QRectF &exposed, double line,
                 const QColor &background)
@@ -94,7 +123,7 @@ void paintSheet(QPainter &painter, const MapScene &scene, const MapView &view, c
     painter.setPen(QPen(mixed(fromColourRef(scene.options.fillColour), map, 0.45), line, Qt::SolidLine, Qt::FlatCap,
                         Qt::RoundJoin));
     painter.setBrush(map);
-    painter.drawPolygon(outline);
+    painter.drawPolygon(cutTo(outline, exposed.adjusted(-4 * line, -4 * line, 4 * line, 4 * line)));
 }
 
 void paintWatermark(QPainter &painter, const MapScene &scene, const MapView &view)
@@ -121,12 +150,10 @@ double edgeWidth(const TubeArt &art)
 
 } // namespace
 
-MapPainter::Result MapPainter::paint(QPainter &painter, const MapScene &scene, const MapView &view,
-                                     const QRectF &exposed)
+void MapPainter::paint(QPainter &painter, const MapScene &scene, const MapView &view, const QRectF &exposed)
 {
-    Result result;
     if (scene.outline().isEmpty())
-        return result;
+        return;
     const TubeArt art = vectorArt(scene, view);
     const QRectF area = reached(view, exposed, art);
     painter.save();
@@ -137,26 +164,32 @@ MapPainter::Result MapPainter::paint(QPainter &painter, const MapScene &scene, c
     visitTubes(scene, area, [&](const ellery::TubeGrid::Entry &entry) {
         const QPointF centre = view.toView(double(entry.x), double(entry.y));
         art.paintTube(painter, centre, scene.mark(entry.tube), scene.isSelected(entry.tube));
-        ++result.tubes;
     });
     painter.restore();
-    return result;
 }
 
-MapPainter::Result MapPainter::paint(QImage &image, const MapScene &scene, const MapView &view, const QRect &exposed,
-                                     const QColor &background)
+void MapPainter::paint(QImage &image, const MapScene &scene, const MapView &view, const QRect &exposed,
+                       const QColor &background)
 {
-    Result result;
     const QRect clip = exposed & image.rect();
-    if (clip.isEmpty())
-        return result;
+    // Band by band, each small enough to stay in the processor's cache from its background to its last tube.
+    const int height = std::max(16, kBandBytes / std::max(1, clip.width() * 4));
+    for (int top = clip.top(); top <= clip.bottom(); top += height) {
+        const QRect band(clip.left(), top, clip.width(), height);
+        paintBand(image, scene, view, band & clip, background);
+    }
+}
+
+void MapPainter::paintBand(QImage &image, const MapScene &scene, const MapView &view, const QRect &band,
+                           const QColor &background)
+{
     const TubeArt art = pixelArt(scene, view);
     const int odd = oddness(art);
-    const QRectF area = reached(view, clip, art);
+    const QRectF area = reached(view, band, art);
     QPainter painter(&image);
-    painter.setClipRect(clip);
+    painter.setClipRect(band);
     painter.setRenderHint(QPainter::Antialiasing);
-    paintSheet(painter, scene, view, clip, edgeWidth(art), background);
+    paintSheet(painter, scene, view, band, edgeWidth(art), background);
     paintWatermark(painter, scene, view);
     visitRods(scene, view, area, [&](const QPointF &centre) { art.paintStayRod(painter, snapped(centre, odd)); });
     painter.end();
@@ -165,8 +198,7 @@ MapPainter::Result MapPainter::paint(QImage &image, const MapScene &scene, const
         const QPointF centre = view.toView(double(entry.x), double(entry.y));
         m_placed.push_back({snapped2(centre.x(), odd), snapped2(centre.y(), odd), scene.look(entry.tube)});
     });
-    paintPlaced(image, scene, art, clip, result);
-    return result;
+    paintPlaced(image, scene, art, band);
 }
 
 void MapPainter::paintTubes(QImage &image, const MapScene &scene, const MapView &view, const QList<qint32> &tubes)
@@ -182,14 +214,11 @@ void MapPainter::paintTubes(QImage &image, const MapScene &scene, const MapView 
         const QPointF centre = view.toView(position);
         m_placed.push_back({snapped2(centre.x(), odd), snapped2(centre.y(), odd), scene.look(tube)});
     }
-    Result result;
-    paintPlaced(image, scene, art, image.rect(), result);
+    paintPlaced(image, scene, art, image.rect());
 }
 
-void MapPainter::paintPlaced(QImage &image, const MapScene &scene, const TubeArt &art, const QRect &clip,
-                             Result &result)
+void MapPainter::paintPlaced(QImage &image, const MapScene &scene, const TubeArt &art, const QRect &clip)
 {
-    result.tubes = int(m_placed.size());
     bool sprites = art.diameter() <= kLargestSprite;
     if (sprites) {
         m_atlas.prepare(scene, art);
@@ -200,7 +229,6 @@ void MapPainter::paintPlaced(QImage &image, const MapScene &scene, const TubeArt
         const int tile = m_atlas.tile();
         for (const Placed &tube : m_placed)
             m_atlas.put(image, clip, (tube.x2 - tile) / 2, (tube.y2 - tile) / 2, tube.look);
-        result.sprites = result.tubes;
         return;
     }
     QPainter painter(&image);

@@ -12,23 +12,16 @@ namespace brannock {
 class MapPainter
 {
 public:
-    /// What was painted.
-    struct Result
-    {
-        int tubes = 0;
-        int sprites = 0; ///< of them from prepared pictures
-    };
-
     /// For screens: onto an image of Format_RGB32 in its own pixels, whose view.size is at most the image's; tubes
     /// stand on whole pixels, with as much detail as can be seen. exposed is filled with the background first; nothing
     /// else is touched.
-    Result paint(QImage &image, const MapScene &scene, const MapView &view, const QRect &exposed,
-                 const QColor &background);
+    void paint(QImage &image, const MapScene &scene, const MapView &view, const QRect &exposed,
+               const QColor &background);
     /// Paints only these tubes over what is there. Right when each look covers the one before (see MapScene::Change).
     void paintTubes(QImage &image, const MapScene &scene, const MapView &view, const QList<qint32> &tubes);
 
     /// For printers, files and anything else: everything as shapes and text at full detail.
-    static Result paint(QPainter &painter, const MapScene &scene, const MapView &view, const QRectF &exposed);
+    static void paint(QPainter &painter, const MapScene &scene, const MapView &view, const QRectF &exposed);
 
     /// On the screen: the pixel corner or pixel middle that the tube is centred on.
     static QPointF pixelPosition(const MapScene &scene, const MapView &view, int tube);
@@ -50,7 +43,9 @@ private:
         int y2;
         quint32 look;
     };
-    void paintPlaced(QImage &image, const MapScene &scene, const TubeArt &art, const QRect &clip, Result &result);
+    void paintPlaced(QImage &image, const MapScene &scene, const TubeArt &art, const QRect &clip);
+    void paintBand(QImage &image, const MapScene &scene, const MapView &view, const QRect &band,
+                   const QColor &background);
 
     SpriteAtlas m_atlas;
     std::vector<Placed> m_placed;

@@ -1,6 +1,7 @@
 #include "SpriteAtlas.h"
 
 #include <cmath>
+#include <cstring>
 
 namespace brannock {
 
@@ -97,8 +98,7 @@ void SpriteAtlas::put(QImage &image, const QRect &clip, int x, int y, quint32 lo
             target[k] = blended(source[k], target[k]);
         source += line.lead;
         target += line.lead;
-        for (int k = 0; k < line.solid; ++k)
-            target[k] = source[k];
+        std::memcpy(target, source, size_t(line.solid) * 4);
         source += line.solid;
         target += line.solid;
         for (int k = 0; k < line.trail; ++k)

@@ -267,13 +267,14 @@ void TubesheetMap::paintEvent(QPaintEvent *event)
     const double ratio = devicePixelRatioF();
     QPainter painter(this);
     m_cache.update(m_scene, m_view.scaled(ratio), palette().color(QPalette::Window));
+    const QImage picture = m_cache.image();
     painter.save();
     painter.scale(1 / ratio, 1 / ratio);
     for (const QRect &rect : event->region()) {
         const QRect pixels =
             QRectF(rect.x() * ratio, rect.y() * ratio, rect.width() * ratio, rect.height() * ratio).toAlignedRect() &
-            m_cache.image().rect();
-        painter.drawImage(pixels.topLeft(), m_cache.image(), pixels);
+            picture.rect();
+        painter.drawImage(pixels.topLeft(), picture, pixels);
     }
     painter.restore();
     QColor strip = palette().color(QPalette::Window);

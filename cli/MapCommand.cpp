@@ -1,0 +1,111 @@
+#include "CommandLine.h"
+#include "CommandTable.h"
+#include "Target.h"
+
+#include <brannock/gui/MapPicture.h>
+#include <plans/FillCommit.h>
+#include <QFileInfo>
+#include <query/ArvoOptions.h>
+#include <query/QueryDocument.h>
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kDpi = 150;
+
+QSizeF pageInches(const Arguments &arguments)
+{
+    const QStringList sides = arguments.value(u"size", u"1650x1275"_s).split(u'x');
+    bool widthOk = false;
+    bool heightOk = false;
+    const int width = sides.value(0).toInt(&widthOk);
+    const int height = sides.value(1).toInt(&heightOk);
+    constexpr int kLeast = 200;
+    constexpr int kMost = 20'000;
+    if (sides.size() != 2 || !widthOk || !heightOk || std::min(width, height) < kLeast ||
+        std::max(width, height) > kMost)
+        throw UsageError(u"--size needs WIDTHxHEIGHT, each from %1 to %2."_s.arg(kLeast).arg(kMost));
+    return {double(width) / kDpi, double(height) / kDpi};
+}
+
+void setFlips(const QString &axes, brannock::PictureContent &content)
+{
+    for (const QChar axis : axes) {
+        if (axis != u'h' && axis != u'v')
+            throw UsageError(u"--flip is h, v or hv."_s);
+        (axis == u'h' ? content.xOrientation : content.yOrientation) = -1;
+    }
+}
+
+brannock::LegendRow rowOf(const plans::MapFill &fill)
+{
+    const plans::MapFillType *type = plans::MapFillType::find(fill.typeKey);
+    brannock::LegendRow row;
+    row.symbol = fill.symbol;
+    row.colour = fill.colour;
+    row.type = type ? type->name : fill.typeKey;
+    row.description = fill.label;
+    row.tubes = fill.fillCount;
+    row.hits = fill.paintedCount;
+    row.shown = fill.shown;
+    return row;
+}
+
+brannock::MapOptions mapOptions(const tarnwick::PathRoots &roots)
+{
+    query::ArvoOptions stored;
+    stored.load(roots);
+    brannock::MapOptions options;
+    options.mapColour = stored.mapColour;
+    options.fillColour = stored.fillColour;
+    options.tickColour = stored.tickColour;
+    options.selectColour = stored.selectColour;
+    options.watermarkColour = stored.watermarkColour;
+    options.displayTickSize = stored.displayTickSize;
+    options.printTickSize = stored.printTickSize;
+    return options;
+}
+
+} // namespace
+
+int runMap(const Arguments &arguments)
+{
+    arguments.atMost(1);
+    const QString folder = arguments.positional(0, u"DIR"_s);
+    if (!arguments.has(u"out"))
+        throw UsageError(u"--out is missing."_s);
+    brannock::PictureContent content;
+    const QSizeF inches = pageInches(arguments);
+    setFlips(arguments.value(u"flip"), content);
+
+    Target target(folder, arguments, Target::Takes::Project);
+    if (arguments.has(u"query") && !target.connect())
+        return Failed;
+    for (const QString &path : arguments.values(u"query")) {
+        query::QueryDocument document;
+        query::readQueryFile(document, QFileInfo(path).absoluteFilePath(), target.project().roots());
+        if (!plans::addFillOfQuery(target, document))
+            return Failed;
+    }
+
+    content.title = arguments.value(u"title");
+    content.modelText = brannock::modelText(target.steamGen());
+    for (int i = 0; i < target.legend().count(); ++i) {
+        const plans::MapFill &fill = target.legend().entry(i);
+        content.legend.append(rowOf(fill));
+        const brannock::LegendRow &row = content.legend.last();
+        print(u"%1  %2  %3  %4  %5\n"_s.arg(QChar(fill.symbol))
+                  .arg(row.type, -8)
+                  .arg(row.description, -30)
+                  .arg(row.tubes, 8)
+                  .arg(row.hits, 8));
+    }
+    const brannock::MapScene scene(target.steamGen(), mapOptions(target.queryContext().roots));
+    brannock::MapPicture(scene, content).save(QFileInfo(arguments.value(u"out")).absoluteFilePath(), inches, kDpi);
+    return Done;
+}
+
+} // namespace cli

@@ -1,0 +1,68 @@
+#pragma once
+#include "MapColours.h"
+
+#include <QFont>
+#include <QList>
+#include <QPainter>
+#include <QString>
+
+namespace brannock {
+
+/// One line of a picture's legend.
+struct LegendRow
+{
+    char16_t symbol = 0;
+    quint32 colour = 0; ///< 0x00BBGGRR
+    QString type;
+    QString description;
+    int tubes = 0;
+    int hits = 0;
+    bool shown = true; ///< hidden entries are listed, but said to be hidden
+};
+
+/// The legend as it stands in pictures and on paper: columns TYPE, DESCRIPTION, TUBES and HITS in "Courier New".
+/// Descriptions that are too long end in an ellipsis; rows that do not fit are counted in a last line instead of
+/// vanishing.
+class LegendTable
+{
+public:
+    /// pixelSize: of the letters, in the painter's units
+    LegendTable(const QList<LegendRow> &rows, int pixelSize);
+
+    double rowHeight() const { return m_row; }
+    /// Width at which no description is cut, and the least that leaves room for the beginning of each.
+    double fullWidth() const { return widthWith(m_longest); }
+    double leastWidth() const { return widthWith(std::min(m_longest, 12)); }
+    /// Of heading and all rows.
+    double fullHeight() const { return m_row * double(m_rows.size() + 1) + m_row * 0.4; }
+    /// How many rows are shown within this height.
+    int rowsWithin(double height) const;
+
+    void paint(QPainter &painter, const QRectF &rect, const MapOptions &options) const;
+    /// The rows' texts as they are painted, one line each; for tests.
+    QStringList texts(double width, double height) const;
+
+private:
+    struct Columns
+    {
+        double symbol, type, description, tubes, hits, end;
+    };
+    double widthWith(int descriptionChars) const;
+    Columns columns(double left, double width) const;
+    /// In at most so many characters; that an entry is hidden is never cut off.
+    static QString descriptionOf(const LegendRow &row, qsizetype room);
+    qsizetype descriptionRoom(const Columns &columns) const;
+    void paintHeading(QPainter &painter, const Columns &columns, double top) const;
+    void paintRow(QPainter &painter, const Columns &columns, double top, const LegendRow &row,
+                  const MapOptions &options) const;
+
+    QList<LegendRow> m_rows;
+    QFont m_font;
+    double m_char = 0;
+    double m_row = 0;
+    int m_typeChars = 0;
+    int m_numberChars = 0;
+    int m_longest = 0;
+};
+
+} // namespace brannock

@@ -1,0 +1,260 @@
+#include "MapPicture.h"
+
+#include "MapPainter.h"
+#include "MapRulers.h"
+
+#include <cmath>
+#include <limits>
+#include <QFontMetricsF>
+#include <tarnwick/Format.h>
+
+namespace brannock {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kLegendPoints = 9;
+constexpr double kLeastLegendPoints = 5.5;
+
+int pixels(double points, double dpi)
+{
+    return std::max(1, int(std::lround(points * dpi / 72)));
+}
+
+QFont scaled(QFont font, double dpi)
+{
+    font.setPixelSize(pixels(font.pointSizeF() > 0 ? font.pointSizeF() : 10, dpi));
+    return font;
+}
+
+QFont modelFont(int pixelSize)
+{
+    QFont font(u"Courier New"_s);
+    font.setStyleHint(QFont::Monospace);
+    font.setPixelSize(pixelSize);
+    return font;
+}
+
+double gap(double dpi)
+{
+    return dpi * 0.1;
+}
+
+void frame(QPainter &painter, const QRectF &rect, double dpi)
+{
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(QPen(QColor(0x50, 0x50, 0x50), std::max(1.0, std::floor(dpi / 120))));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(rect);
+}
+
+} // namespace
+
+QString modelText(const ellery::SteamGen &steamGen)
+{
+    return tarnwick::format(u"Model %S (%D tubes)\n%D open tubes\n", steamGen.modelName, steamGen.numTube(),
+                            steamGen.openCount());
+}
+
+QFont MapPicture::tickFont(double dpi) const
+{
+    QFont font(u"Arial"_s);
+    font.setPixelSize(pixels(m_scene.options.printTickSize, dpi));
+    return font;
+}
+
+QSizeF MapPicture::modelSize(int pixelSize) const
+{
+    const QString text = m_content.modelText.trimmed();
+    if (text.isEmpty())
+        return QSizeF(0, 0);
+    const QFontMetricsF metrics(modelFont(pixelSize));
+    return metrics.boundingRect(QRectF(0, 0, 1e6, 1e6), Qt::AlignLeft, text).size() +
+           QSizeF(pixelSize, pixelSize * 0.6);
+}
+
+QMarginsF MapPicture::mapMargins(double dpi) const
+{
+    return MapRulers(m_scene, tickFont(dpi)).margins() + QMarginsF(1, 1, 1, 1) * gap(dpi);
+}
+
+double MapPicture::mapScale(const QRectF &rect, double dpi) const
+{
+    if (rect.width() <= 0 || rect.height() <= 0)
+        return 0;
+    MapView view;
+    view.size = rect.size();
+    view.fit(m_scene.bounds(), mapMargins(dpi));
+    return view.scale;
+}
+
+double MapPicture::mapHeightFor(double width, double dpi) const
+{
+    const QRectF bounds = m_scene.bounds();
+    const QMarginsF margins = mapMargins(dpi);
+    const double room = width - margins.left() - margins.right();
+    if (!(bounds.width() > 0) || room <= 0)
+        return std::numeric_limits<double>::max();
+    return bounds.height() * room / bounds.width() + margins.top() + margins.bottom();
+}
+
+/// Model text at the foot of the legend's block; the block becomes what is left for the table.
+void MapPicture::placeModel(Layout &layout, QRectF &block, double height) const
+{
+    if (height <= 0)
+        return;
+    layout.model = QRectF(block.left(), block.bottom() - height, block.width(), height);
+    block.setBottom(layout.model.top());
+}
+
+void MapPicture::placeBeside(Layout &layout, const QRectF &body, double dpi) const
+{
+    for (double points = kLegendPoints;; points -= 0.5) {
+        layout.legendPixels = pixels(points, dpi);
+        const LegendTable table(m_content.legend, layout.legendPixels);
+        const QSizeF model = modelSize(layout.legendPixels);
+        const double wanted = m_content.legend.isEmpty() ? 0 : table.fullWidth();
+        const double least = m_content.legend.isEmpty() ? 0 : table.leastWidth();
+        const double width =
+            std::max({std::min(wanted, body.width() * 0.36), std::min(least, body.width() * 0.5), model.width()});
+        QRectF block(body.right() - width, body.top(), width, body.height());
+        layout.map = body.adjusted(0, 0, -width - gap(dpi), 0);
+        layout.map.setHeight(std::min(body.height(), mapHeightFor(layout.map.width(), dpi)));
+        placeModel(layout, block, model.height());
+        layout.legend = m_content.legend.isEmpty() ? QRectF() : block;
+        if (points <= kLeastLegendPoints || table.fullHeight() <= block.height())
+            break;
+    }
+    // A short table gets a short frame, and the model text comes right below it.
+    if (!layout.legend.isEmpty()) {
+        const LegendTable table(m_content.legend, layout.legendPixels);
+        layout.legend.setHeight(std::min(layout.legend.height(), table.fullHeight()));
+    }
+    if (!layout.model.isEmpty())
+        layout.model.moveTop(layout.legend.isEmpty() ? body.top() : layout.legend.bottom());
+    layout.legendBelow = false;
+}
+
+void MapPicture::placeBelow(Layout &layout, const QRectF &body, double dpi) const
+{
+    for (double points = kLegendPoints;; points -= 0.5) {
+        layout.legendPixels = pixels(points, dpi);
+        const LegendTable table(m_content.legend, layout.legendPixels);
+        const QSizeF model = modelSize(layout.legendPixels);
+        const double tableHeight = m_content.legend.isEmpty() ? 0 : table.fullHeight();
+        const double tableWidth = std::min(table.fullWidth(), body.width());
+        // The model text stands beside the table when there is room, else below it.
+        const bool beside = tableWidth + model.width() <= body.width();
+        const double wanted = beside ? std::max(tableHeight, model.height()) : tableHeight + model.height();
+        const double mapWish = mapHeightFor(body.width(), dpi);
+        const double height = std::min(std::max(body.height() * 0.45, body.height() - mapWish - gap(dpi)), wanted);
+        // No more height for the map than its width can use.
+        const double mapHeight = std::min(body.height() - height - gap(dpi), mapWish);
+        layout.map = QRectF(body.left(), body.top(), body.width(), mapHeight);
+        QRectF block(body.left(), layout.map.bottom() + gap(dpi), tableWidth, height);
+        layout.model = QRectF();
+        if (beside && model.height() > 0)
+            layout.model =
+                QRectF(QPointF(m_content.legend.isEmpty() ? block.left() : block.right(), block.top()), model);
+        else
+            placeModel(layout, block, model.height());
+        layout.legend = m_content.legend.isEmpty() ? QRectF() : block;
+        if (points <= kLeastLegendPoints || tableHeight <= block.height() + 0.01)
+            break;
+    }
+    layout.legendBelow = true;
+}
+
+int MapPicture::rowsShown(const Layout &layout) const
+{
+    return LegendTable(m_content.legend, layout.legendPixels).rowsWithin(layout.legend.height());
+}
+
+MapPicture::Layout MapPicture::layout(const QRectF &page, double dpi) const
+{
+    QRectF body = page.marginsRemoved(m_content.margins * dpi);
+    Layout common;
+    if (const QString title = m_content.title.trimmed(); !title.isEmpty()) {
+        const QFontMetricsF metrics(scaled(m_content.titleFont, dpi));
+        const QRectF text = metrics.boundingRect(QRectF(body.left(), body.top(), body.width(), body.height() / 4),
+                                                 Qt::TextWordWrap, title);
+        common.title =
+            QRectF(body.left(), body.top(), body.width(), std::min(text.height() + gap(dpi), body.height() / 4));
+        body.setTop(common.title.bottom() + gap(dpi));
+    }
+    if (!m_content.footer.trimmed().isEmpty()) {
+        const double height = QFontMetricsF(scaled(m_content.footerFont, dpi)).height();
+        common.footer = QRectF(body.left(), body.bottom() - height, body.width(), height);
+        body.setBottom(common.footer.top() - gap(dpi));
+    }
+    if (m_content.legend.isEmpty() && m_content.modelText.trimmed().isEmpty()) {
+        common.map = body;
+        return common;
+    }
+    Layout beside = common;
+    placeBeside(beside, body, dpi);
+    Layout below = common;
+    placeBelow(below, body, dpi);
+    // A legend without gaps is worth more than a larger map.
+    if (rowsShown(below) != rowsShown(beside))
+        return rowsShown(below) > rowsShown(beside) ? below : beside;
+    return mapScale(below.map, dpi) > mapScale(beside.map, dpi) ? below : beside;
+}
+
+void MapPicture::paintMap(QPainter &painter, const QRectF &rect, double dpi) const
+{
+    if (rect.width() < 2 || rect.height() < 2)
+        return;
+    const MapRulers rulers(m_scene, tickFont(dpi));
+    MapView view;
+    view.size = rect.size();
+    view.xOrientation = m_content.xOrientation;
+    view.yOrientation = m_content.yOrientation;
+    view.fit(m_scene.bounds(), mapMargins(dpi));
+    painter.save();
+    painter.translate(rect.topLeft());
+    const QRectF all(QPointF(0, 0), rect.size());
+    MapPainter::paint(painter, m_scene, view, all);
+    const QColor tick = readable(fromColourRef(m_scene.options.tickColour), Qt::white, 4.5);
+    rulers.paint(painter, rulers.layout(m_scene, view), {tick, Qt::white}, all.toAlignedRect());
+    painter.restore();
+}
+
+void MapPicture::paint(QPainter &painter, const QRectF &page, double dpi) const
+{
+    const Layout at = layout(page, dpi);
+    painter.save();
+    paintMap(painter, at.map, dpi);
+    if (m_content.mapRect)
+        frame(painter, at.map, dpi);
+    if (!at.title.isEmpty()) {
+        if (m_content.titleRect)
+            frame(painter, at.title, dpi);
+        painter.setFont(scaled(m_content.titleFont, dpi));
+        painter.setPen(Qt::black);
+        painter.drawText(at.title, Qt::AlignCenter | Qt::TextWordWrap, m_content.title.trimmed());
+    }
+    if (!at.legend.isEmpty()) {
+        LegendTable(m_content.legend, at.legendPixels).paint(painter, at.legend, m_scene.options);
+        if (m_content.legendRect)
+            frame(painter, at.legend, dpi);
+    }
+    painter.setPen(Qt::black);
+    if (!at.model.isEmpty()) {
+        painter.setFont(modelFont(at.legendPixels));
+        const double pad = at.legendPixels * 0.5;
+        painter.drawText(at.model.adjusted(pad, pad / 2, 0, 0), Qt::AlignLeft | Qt::AlignTop,
+                         m_content.modelText.trimmed());
+    }
+    if (!at.footer.isEmpty()) {
+        const QFont font = scaled(m_content.footerFont, dpi);
+        painter.setFont(font);
+        painter.drawText(
+            at.footer, Qt::AlignLeft | Qt::AlignVCenter,
+            QFontMetricsF(font).elidedText(m_content.footer.simplified(), Qt::ElideRight, at.footer.width()));
+    }
+    painter.restore();
+}
+
+} // namespace brannock

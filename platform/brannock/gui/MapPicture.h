@@ -1,0 +1,83 @@
+#pragma once
+#include "LegendTable.h"
+#include "MapScene.h"
+
+#include <QFont>
+#include <QImage>
+#include <QMarginsF>
+
+namespace brannock {
+
+/// Everything a picture of the map shows beside the map itself.
+struct PictureContent
+{
+    QString title; ///< may have several lines
+    QFont titleFont = QFont(QStringLiteral("Times New Roman"), 14);
+    QList<LegendRow> legend;
+    QString modelText; ///< see modelText()
+    QString footer;
+    QFont footerFont = QFont(QStringLiteral("Times New Roman"), 8);
+    QMarginsF margins = QMarginsF(0.5, 0.5, 0.5, 0.5); ///< inches
+    bool titleRect = true;                             ///< a frame round the title, the legend, the map
+    bool legendRect = true;
+    bool mapRect = true;
+    int xOrientation = 1; ///< -1: flipped, as on the screen
+    int yOrientation = 1;
+};
+
+/// "Model %S (%D tubes)\n%D open tubes\n"
+QString modelText(const ellery::SteamGen &steamGen);
+
+/// A whole picture of the map: title, tubesheet with its rulers, legend, model line and footer on one page. One layout
+/// and one painter for bitmaps, PDF, SVG, printer, preview and metafile. The legend stands beside the map or below it,
+/// whichever leaves the map larger; nothing overlaps.
+class MapPicture
+{
+public:
+    /// Where things stand on the page, in the painter's units; empty rectangles for what there is not.
+    struct Layout
+    {
+        QRectF title;
+        QRectF map;
+        QRectF legend;
+        QRectF model;
+        QRectF footer;
+        bool legendBelow = false;
+        int legendPixels = 0; ///< size of the legend's letters
+    };
+
+    MapPicture(const MapScene &scene, const PictureContent &content)
+        : m_scene(scene)
+        , m_content(content)
+    {
+    }
+
+    /// dpi: painter's units per inch
+    Layout layout(const QRectF &page, double dpi) const;
+    /// Paints the page; the paper itself is left as it is.
+    void paint(QPainter &painter, const QRectF &page, double dpi) const;
+
+    /// A page of that many inches.
+    QImage toImage(const QSizeF &inches, int dpi) const;
+    /// Writes the picture in the form that the file's ending asks for: png, bmp, jpg, pdf or svg (dpi counts for images
+    /// only). Throws tarnwick::FileError for other endings and when the file cannot be written; an older file is then
+    /// still there.
+    void save(const QString &path, const QSizeF &inches = QSizeF(11, 8.5), int dpi = 150) const;
+
+private:
+    void placeBeside(Layout &layout, const QRectF &body, double dpi) const;
+    void placeBelow(Layout &layout, const QRectF &body, double dpi) const;
+    void placeModel(Layout &layout, QRectF &block, double height) const;
+    QSizeF modelSize(int pixelSize) const;
+    int rowsShown(const Layout &layout) const;
+    QMarginsF mapMargins(double dpi) const;
+    double mapHeightFor(double width, double dpi) const;
+    double mapScale(const QRectF &rect, double dpi) const;
+    QFont tickFont(double dpi) const;
+    void paintMap(QPainter &painter, const QRectF &rect, double dpi) const;
+
+    MapScene m_scene;
+    PictureContent m_content;
+};
+
+} // namespace brannock

@@ -1,0 +1,107 @@
+#include "MapPicture.h"
+
+#include <QBuffer>
+#include <QFileInfo>
+#include <QPdfWriter>
+#include <QSvgGenerator>
+#include <tarnwick/FileWriter.h>
+
+namespace brannock {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kPdfDpi = 1200;
+constexpr int kSvgDpi = 96;
+/// Larger images than this are refused: a typing error would take all memory.
+constexpr qint64 kMostPixels = qint64(1) << 28;
+
+QRectF pageRect(const QSizeF &inches, int dpi)
+{
+    return QRectF(QPointF(0, 0), inches * dpi);
+}
+
+QByteArray pdf(const MapPicture &picture, const QSizeF &inches, const QString &title)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setResolution(kPdfDpi);
+    writer.setTitle(title);
+    // A page size of its own keeps the picture's width and height as they are: no orientation is involved.
+    writer.setPageLayout(QPageLayout(QPageSize(inches, QPageSize::Inch, QString(), QPageSize::ExactMatch),
+                                     QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
+    QPainter painter;
+    if (painter.begin(&writer)) {
+        picture.paint(painter, pageRect(inches, kPdfDpi), kPdfDpi);
+        painter.end();
+    }
+    return bytes;
+}
+
+QByteArray svg(const MapPicture &picture, const QSizeF &inches, const QString &title)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QSvgGenerator generator;
+    generator.setOutputDevice(&buffer);
+    generator.setResolution(kSvgDpi);
+    const QRectF page = pageRect(inches, kSvgDpi);
+    generator.setSize(page.size().toSize());
+    generator.setViewBox(page);
+    generator.setTitle(title);
+    QPainter painter;
+    if (painter.begin(&generator)) {
+        painter.fillRect(page, Qt::white);
+        picture.paint(painter, page, kSvgDpi);
+        painter.end();
+    }
+    return bytes;
+}
+
+} // namespace
+
+QImage MapPicture::toImage(const QSizeF &inches, int dpi) const
+{
+    const QSize size = (inches * dpi).toSize();
+    if (size.isEmpty() || qint64(size.width()) * size.height() > kMostPixels)
+        return QImage();
+    QImage image(size, QImage::Format_RGB32);
+    if (image.isNull())
+        return image;
+    image.setDotsPerMeterX(int(dpi / 0.0254));
+    image.setDotsPerMeterY(int(dpi / 0.0254));
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    paint(painter, image.rect(), dpi);
+    return image;
+}
+
+void MapPicture::save(const QString &path, const QSizeF &inches, int dpi) const
+{
+    const QString ending = QFileInfo(path).suffix().toLower();
+    const QString title = m_content.title.section(u'\n', 0, 0).trimmed();
+    QByteArray bytes;
+    if (ending == u"pdf") {
+        bytes = pdf(*this, inches, title);
+    } else if (ending == u"svg") {
+        bytes = svg(*this, inches, title);
+    } else if (ending == u"png" || ending == u"bmp" || ending == u"jpg") {
+        const QImage image = toImage(inches, dpi);
+        if (image.isNull())
+            throw tarnwick::FileError(path, 0, u"the picture is too large or has no size."_s);
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        image.save(&buffer, ending.toLatin1().constData());
+    } else {
+        throw tarnwick::FileError(path, 0, u"pictures are written as .png, .bmp, .jpg, .pdf or .svg."_s);
+    }
+    if (bytes.isEmpty())
+        throw tarnwick::FileError(path, 0, u"the picture could not be made."_s);
+    tarnwick::writeFileAtomically(path, bytes);
+}
+
+} // namespace brannock
