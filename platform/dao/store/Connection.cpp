@@ -339,4 +339,20 @@ void Savepoint::release()
     m_open = false;
 }
 
+UncheckedWrites::UncheckedWrites(Connection &connection)
+    : m_connection(connection)
+{
+    m_connection.run(u"PRAGMA ignore_check_constraints = ON"_s);
+}
+
+UncheckedWrites::~UncheckedWrites()
+{
+    try {
+        if (m_connection.isOpen())
+            m_connection.run(u"PRAGMA ignore_check_constraints = OFF"_s);
+    } catch (const std::exception &) {
+        // A connection that cannot even do this writes nothing any more.
+    }
+}
+
 } // namespace dao::store

@@ -127,6 +127,20 @@ private:
     bool m_open = true;
 };
 
+/// Rows are written without a look at CHECK constraints, as long as it lives: for rows that were looked at before, or
+/// that shall stay as they are.
+class UncheckedWrites
+{
+public:
+    explicit UncheckedWrites(Connection &connection);
+    ~UncheckedWrites();
+    UncheckedWrites(const UncheckedWrites &) = delete;
+    UncheckedWrites &operator=(const UncheckedWrites &) = delete;
+
+private:
+    Connection &m_connection;
+};
+
 /// Names the object that errors come from, as long as it lives.
 class SourceScope
 {

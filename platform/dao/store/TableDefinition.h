@@ -15,6 +15,15 @@ int sizeOf(DataType type, int declaredSize);
 /// True when a column holds no Null: its own rule, or an index that admits none.
 bool isNotNull(const StoredTable &table, const FieldInfo &field);
 
+/// A CHECK constraint of a column: its name in the file and its condition.
+struct ColumnCheck
+{
+    QString name;
+    QString condition;
+    bool operator==(const ColumnCheck &) const = default;
+};
+QList<ColumnCheck> columnChecks(const StoredTable &table, const FieldInfo &field);
+
 /// One column with its constraints.
 QString columnSql(const StoredTable &table, const FieldInfo &field);
 /// physicalName: the name under which the table is made; its constraints always carry the table's own.
