@@ -9,11 +9,13 @@
 namespace dao::sql {
 
 /// A parameter of a statement: declared in PARAMETERS, or a name that resolved to nothing.
-struct Parameter {
-    QString name;    ///< without brackets
+struct Parameter
+{
+    QString name;                   ///< without brackets
     DataType type = DataType::Text; ///< declared, or that of what it is compared with or assigned to; else Text
     bool declared = false;
-    SourceRange where; ///< its first appearance
+    SourceRange where;  ///< its first appearance
+    QString suggestion; ///< a column that is probably meant, when the name looks like a slip; else empty
 };
 
 /// Why rows of a result cannot be updated. Each has a text for the user (notUpdatableText).
@@ -28,28 +30,32 @@ enum class NotUpdatable {
     NoTable,
     SubqueryColumn,
     NestedQuery, ///< a source that is itself not updatable
-    ReadOnlyDatabase
+    ReadOnlyDatabase,
+    ManyToMany ///< a join over fields that are unique on neither side
 };
 QString notUpdatableText(NotUpdatable reason);
 
 /// An output column.
-struct Column {
-    FieldInfo info; ///< name, type, size; sourceTable and sourceField when it is a plain field; its rule, default, ...
+struct Column
+{
+    FieldInfo info;  ///< name, type, size; sourceTable and sourceField when it is a plain field; its rule, default, ...
     int source = -1; ///< index into SelectPlan::sources of the table the field is read from; -1 for an expression
     bool updatable = false;
 };
 
 /// A base table whose rows make up a result row.
-struct KeySource {
-    QString table;     ///< table name
-    QString alias;     ///< as the user calls it
-    bool nullable = false; ///< on the null-supplied side of an outer join: its key may be Null
+struct KeySource
+{
+    QString table;          ///< table name
+    QString alias;          ///< as the user calls it
+    bool nullable = false;  ///< on the null-supplied side of an outer join: its key may be Null
     bool deletable = false; ///< deleting the result row deletes this table's row
 };
 
 /// A row-returning statement. In every SQL text the parameters are bound as ?1..?n in the order of
 /// CompiledStatement::parameters, and the row's keys, where there are any, as ?n+1..?n+k in the order of sources.
-struct SelectPlan {
+struct SelectPlan
+{
     QList<Column> columns;
     /// The select list, all rows, one pass.
     QString fullSql;
@@ -65,8 +71,10 @@ struct SelectPlan {
 };
 
 /// A statement that changes rows: steps of inner SQL run in order inside one savepoint.
-struct ActionPlan {
-    struct Step {
+struct ActionPlan
+{
+    struct Step
+    {
         QString sql;
         bool countsRows = false; ///< the rows it changes are those reported as affected
     };
@@ -75,31 +83,83 @@ struct ActionPlan {
 };
 
 /// SELECT ... INTO: the new table with the types of the select list, then filled from the select.
-struct SelectIntoPlan {
+struct SelectIntoPlan
+{
     TableInfo table;
     SelectPlan select;
 };
 
 // Definitions: what to do, carried out by the catalog.
-struct CreateTablePlan { TableInfo table; QList<RelationInfo> relations; };
-struct AddFieldPlan { QString table; FieldInfo field; QList<IndexInfo> indexes; QList<RelationInfo> relations; };
-struct AlterFieldPlan { QString table; FieldInfo field; };
-struct DropFieldPlan { QString table; QString field; };
-struct AddConstraintPlan { QString table; QList<IndexInfo> indexes; QList<RelationInfo> relations; QString checkName; QString check; };
-struct DropConstraintPlan { QString table; QString name; };
-struct DropTablePlan { QString name; }; ///< a table or stored query of that name
-struct CreateIndexPlan { QString table; IndexInfo index; };
-struct DropIndexPlan { QString table; QString index; };
-struct CreateQueryPlan { QueryInfo query; };
-struct DropQueryPlan { QString name; };
+struct CreateTablePlan
+{
+    TableInfo table;
+    QList<RelationInfo> relations;
+};
+struct AddFieldPlan
+{
+    QString table;
+    FieldInfo field;
+    QList<IndexInfo> indexes;
+    QList<RelationInfo> relations;
+};
+struct AlterFieldPlan
+{
+    QString table;
+    FieldInfo field;
+};
+struct DropFieldPlan
+{
+    QString table;
+    QString field;
+};
+struct AddConstraintPlan
+{
+    QString table;
+    QList<IndexInfo> indexes;
+    QList<RelationInfo> relations;
+    QString checkName;
+    QString check;
+};
+struct DropConstraintPlan
+{
+    QString table;
+    QString name;
+};
+struct DropTablePlan
+{
+    QString name;
+}; ///< a table or stored query of that name
+struct CreateIndexPlan
+{
+    QString table;
+    IndexInfo index;
+};
+struct DropIndexPlan
+{
+    QString table;
+    QString index;
+};
+struct CreateQueryPlan
+{
+    QueryInfo query;
+};
+struct DropQueryPlan
+{
+    QString name;
+};
 /// EXECUTE of a stored query; the arguments' inner SQL expressions go to its parameters in order.
-struct ExecutePlan { QString query; QStringList arguments; };
+struct ExecutePlan
+{
+    QString query;
+    QStringList arguments;
+};
 
-using Plan = std::variant<SelectPlan, ActionPlan, SelectIntoPlan, CreateTablePlan, AddFieldPlan, AlterFieldPlan, DropFieldPlan,
-                          AddConstraintPlan, DropConstraintPlan, DropTablePlan, CreateIndexPlan, DropIndexPlan,
-                          CreateQueryPlan, DropQueryPlan, ExecutePlan>;
+using Plan = std::variant<SelectPlan, ActionPlan, SelectIntoPlan, CreateTablePlan, AddFieldPlan, AlterFieldPlan,
+                          DropFieldPlan, AddConstraintPlan, DropConstraintPlan, DropTablePlan, CreateIndexPlan,
+                          DropIndexPlan, CreateQueryPlan, DropQueryPlan, ExecutePlan>;
 
-struct CompiledStatement {
+struct CompiledStatement
+{
     QList<Parameter> parameters; ///< declared ones first, then the others in order of appearance
     Plan plan;
 

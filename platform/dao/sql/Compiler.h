@@ -10,15 +10,19 @@ CompiledStatement compile(const SchemaView &schema, const QString &text);
 /// Only lexer and parser: throws on a syntax error, never looks at the schema.
 void checkSyntax(const QString &text);
 
-/// A validation rule as a pure condition of the inner engine over one column, with only operators and functions that every
-/// SQLite tool has, so that it can stand in a CHECK constraint; empty optional when the rule needs more than that (then
-/// the engine alone enforces it, through ruleWithFunctions).
-/// The field is the implied left operand where a comparison has none. Throws DaoException for a rule that is no rule.
+/// A validation rule as a pure condition of the inner engine over one column, with only operators and functions that
+/// every SQLite tool has, so that it can stand in a CHECK constraint; empty optional when the rule needs more than that
+/// (then the engine alone enforces it, through ruleWithFunctions). The field is the implied left operand where a
+/// comparison has none. Throws DaoException for a rule that is no rule.
 std::optional<QString> ruleAsCheck(const QString &rule, const FieldInfo &field);
 QString ruleWithFunctions(const QString &rule, const FieldInfo &field);
 
+/// The same for the validation rule of a table: a condition over its fields.
+std::optional<QString> tableRuleAsCheck(const QString &rule, const TableInfo &table);
+
 /// A default value as inner SQL. A bare word that is no expression counts as text.
-struct DefaultExpression {
+struct DefaultExpression
+{
     QString sql;
     bool constant = false; ///< a literal, fit for a DEFAULT clause of any SQLite tool
 };

@@ -97,6 +97,28 @@ QString readName(ByteCursor &cursor, bool jet4, const TextCodec &text)
     return text.name(cursor.take(length));
 }
 
+// Two columns on the same bytes would both be read, the one of them wrongly.
+void checkPlaces(const QList<ColumnDefinition> &columns)
+{
+    QList<std::pair<int, int>> fixed;
+    QSet<int> slots;
+    for (const ColumnDefinition &column : columns) {
+        if (column.type == ColumnType::Boolean)
+            continue;
+        if (column.fixed)
+            fixed.append({column.fixedOffset, column.fixedOffset + column.size});
+        else if (slots.contains(column.variableSlot))
+            throw Damage(Fault::BadOffset);
+        else
+            slots.insert(column.variableSlot);
+    }
+    std::sort(fixed.begin(), fixed.end());
+    for (qsizetype i = 1; i < fixed.size(); ++i) {
+        if (fixed.at(i).first < fixed.at(i - 1).second)
+            throw Damage(Fault::BadOffset);
+    }
+}
+
 QList<ColumnDefinition> readColumns(ByteCursor &cursor, int count, bool jet4, const TextCodec &text)
 {
     const Layout &layout = jet4 ? kJet4 : kJet3;
@@ -112,6 +134,7 @@ QList<ColumnDefinition> readColumns(ByteCursor &cursor, int count, bool jet4, co
     }
     if (numbers.size() != count || names.size() != count)
         throw Damage(Fault::BadName);
+    checkPlaces(columns);
     std::stable_sort(columns.begin(), columns.end(), [](const ColumnDefinition &a, const ColumnDefinition &b) {
         return std::pair(a.position, a.number) < std::pair(b.position, b.number);
     });
@@ -209,7 +232,11 @@ TableDefinition readTableDefinition(Pages &pages, const TextCodec &text, quint32
         throw Damage(Fault::BadCount, page);
 
     ByteCursor cursor(bytes, layout.start + realCount * layout.realEntry);
-    table.columns = readColumns(cursor, columnCount, jet4, text);
+    try {
+        table.columns = readColumns(cursor, columnCount, jet4, text);
+    } catch (const Damage &damage) {
+        throw Damage(damage.fault(), page);
+    }
     try {
         table.indexes = readIndexes(cursor, logicalCount, realCount, jet4, text, table);
     } catch (const Damage &damage) {

@@ -1,14 +1,15 @@
 #include "Token.h"
 
-#include <dao/values/OleDate.h>
 #include <cmath>
+#include <dao/values/OleDate.h>
 
 namespace dao::sql::ast {
 namespace {
 
 constexpr double LargestLong = 2147483647.0;
 
-struct SymbolText {
+struct SymbolText
+{
     char16_t first;
     char16_t second;
     Symbol symbol;
@@ -17,10 +18,12 @@ struct SymbolText {
 // Longer ones first.
 constexpr SymbolText symbols[] = {
     {u'<', u'>', Symbol::NotEqual}, {u'<', u'=', Symbol::LessEqual}, {u'>', u'=', Symbol::GreaterEqual},
-    {u'.', 0, Symbol::Dot}, {u'!', 0, Symbol::Bang}, {u',', 0, Symbol::Comma}, {u'(', 0, Symbol::LeftParen},
-    {u')', 0, Symbol::RightParen}, {u';', 0, Symbol::Semicolon}, {u'+', 0, Symbol::Plus}, {u'-', 0, Symbol::Minus},
-    {u'*', 0, Symbol::Star}, {u'/', 0, Symbol::Slash}, {u'\\', 0, Symbol::Backslash}, {u'^', 0, Symbol::Caret},
-    {u'&', 0, Symbol::Ampersand}, {u'=', 0, Symbol::Equal}, {u'<', 0, Symbol::Less}, {u'>', 0, Symbol::Greater},
+    {u'.', 0, Symbol::Dot},         {u'!', 0, Symbol::Bang},         {u',', 0, Symbol::Comma},
+    {u'(', 0, Symbol::LeftParen},   {u')', 0, Symbol::RightParen},   {u';', 0, Symbol::Semicolon},
+    {u'+', 0, Symbol::Plus},        {u'-', 0, Symbol::Minus},        {u'*', 0, Symbol::Star},
+    {u'/', 0, Symbol::Slash},       {u'\\', 0, Symbol::Backslash},   {u'^', 0, Symbol::Caret},
+    {u'&', 0, Symbol::Ampersand},   {u'=', 0, Symbol::Equal},        {u'<', 0, Symbol::Less},
+    {u'>', 0, Symbol::Greater},
 };
 
 bool isDigit(QChar c)
@@ -41,7 +44,10 @@ bool continuesWord(QChar c)
 class Lexer
 {
 public:
-    explicit Lexer(QStringView text) : m_text(text) {}
+    explicit Lexer(QStringView text)
+        : m_text(text)
+    {
+    }
 
     QList<Token> run()
     {
@@ -50,8 +56,10 @@ public:
                 ++m_at;
             Token token = next();
             token.range = {int(m_start), int(m_at - m_start)};
-            m_afterOperand = token.isName() || token.kind == Token::Kind::Number || token.kind == Token::Kind::Text ||
-                             token.kind == Token::Kind::Date || token.is(Symbol::RightParen);
+            const bool plainWord = token.kind == Token::Kind::Word && token.keyword == Keyword::None;
+            m_afterOperand = plainWord || token.kind == Token::Kind::Quoted || token.kind == Token::Kind::Number ||
+                             token.kind == Token::Kind::Text || token.kind == Token::Kind::Date ||
+                             token.is(Symbol::RightParen);
             m_afterDot = token.is(Symbol::Dot) || token.is(Symbol::Bang);
             m_tokens.append(token);
             if (token.kind == Token::Kind::End)
@@ -60,10 +68,7 @@ public:
     }
 
 private:
-    QChar at(qsizetype offset = 0) const
-    {
-        return m_at + offset < m_text.size() ? m_text[m_at + offset] : QChar();
-    }
+    QChar at(qsizetype offset = 0) const { return m_at + offset < m_text.size() ? m_text[m_at + offset] : QChar(); }
 
     Token next()
     {
@@ -90,8 +95,8 @@ private:
         return symbol();
     }
 
-    // A double minus is two operators only where a number or a parenthesis follows at once; otherwise it is the comment of
-    // other dialects, which this one does not have.
+    // A double minus is two operators only where a number or a parenthesis follows at once; otherwise it is the comment
+    // of other dialects, which this one does not have.
     bool isComment() const
     {
         if (at() == u'/' && at(1) == u'*')

@@ -5,8 +5,9 @@
 
 namespace dao::sql::ast {
 
-/// Recursive descent over the tokens of one text: one function for each production of the grammar, which leaves the first
-/// token behind it current. Every failure is a DaoException with a place; the productions themselves never recover.
+/// Recursive descent over the tokens of one text: one function for each production of the grammar, which leaves the
+/// first token behind it current. Every failure is a DaoException with a place; the productions themselves never
+/// recover.
 class Parser
 {
 public:
@@ -15,8 +16,8 @@ public:
     Statement parseStatement();
     /// The whole text as one expression.
     ExprPtr parseLoneExpression();
-    /// The whole text as a validation rule: comparisons may lack their left side (an ImpliedField takes its place), and a bare
-    /// operand stands for equality with the field. And and Or distribute.
+    /// The whole text as a validation rule: comparisons may lack their left side (an ImpliedField takes its place), and
+    /// a bare operand stands for equality with the field. And and Or distribute.
     ExprPtr parseCriterion();
 
 private:
@@ -46,7 +47,8 @@ private:
     QString expressionText() const;
     void checkCurrent() const;
     void expectEnd();
-    template <typename Node> ExprPtr make(Range range, Node node) const;
+    template <typename Node>
+    ExprPtr make(Range range, Node node) const;
     int depthOf(const std::vector<ExprPtr> &children) const;
     void checkDepth(const Expr &expr) const;
 
@@ -126,7 +128,7 @@ private:
     qsizetype m_at = 0;
     qsizetype m_expressionStart = -1;
     int m_depth = 0;
-    int m_subqueries = 0;
+    int m_open = 0; ///< parentheses around queries and joins
     bool m_criterion = false;
 };
 
@@ -147,7 +149,9 @@ private:
 class Parser::ExpressionScope
 {
 public:
-    explicit ExpressionScope(Parser &parser) : m_parser(parser), m_outer(parser.m_expressionStart)
+    explicit ExpressionScope(Parser &parser)
+        : m_parser(parser)
+        , m_outer(parser.m_expressionStart)
     {
         m_parser.m_expressionStart = m_parser.m_at;
     }
@@ -160,7 +164,8 @@ private:
     qsizetype m_outer;
 };
 
-template <typename Node> ExprPtr Parser::make(Range range, Node node) const
+template <typename Node>
+ExprPtr Parser::make(Range range, Node node) const
 {
     auto expr = std::make_unique<Expr>();
     expr->range = range;

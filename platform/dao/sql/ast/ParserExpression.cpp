@@ -8,7 +8,8 @@ namespace {
 const QString missingOperator = u"Syntax error (missing operator)"_s;
 const QString missingParenthesis = u"Missing ), ], or Item"_s;
 
-struct KeywordOperator {
+struct KeywordOperator
+{
     Keyword keyword;
     BinaryOp op;
 };
@@ -18,21 +19,25 @@ constexpr KeywordOperator logicalLevels[] = {
     {Keyword::Imp, BinaryOp::Imp}, {Keyword::Eqv, BinaryOp::Eqv}, {Keyword::Xor, BinaryOp::Xor}};
 constexpr int LogicalLevels = int(std::size(logicalLevels));
 
-struct ArithmeticOperator {
+struct ArithmeticOperator
+{
     int level;
     Symbol symbol;
     Keyword keyword;
     BinaryOp op;
 };
 
-constexpr ArithmeticOperator arithmetic[] = {
-    {0, Symbol::Ampersand, Keyword::None, BinaryOp::Concatenate}, {1, Symbol::Plus, Keyword::None, BinaryOp::Add},
-    {1, Symbol::Minus, Keyword::None, BinaryOp::Subtract},        {2, Symbol::None, Keyword::Mod, BinaryOp::Mod},
-    {3, Symbol::Backslash, Keyword::None, BinaryOp::IntegerDivide}, {4, Symbol::Star, Keyword::None, BinaryOp::Multiply},
-    {4, Symbol::Slash, Keyword::None, BinaryOp::Divide}};
+constexpr ArithmeticOperator arithmetic[] = {{0, Symbol::Ampersand, Keyword::None, BinaryOp::Concatenate},
+                                             {1, Symbol::Plus, Keyword::None, BinaryOp::Add},
+                                             {1, Symbol::Minus, Keyword::None, BinaryOp::Subtract},
+                                             {2, Symbol::None, Keyword::Mod, BinaryOp::Mod},
+                                             {3, Symbol::Backslash, Keyword::None, BinaryOp::IntegerDivide},
+                                             {4, Symbol::Star, Keyword::None, BinaryOp::Multiply},
+                                             {4, Symbol::Slash, Keyword::None, BinaryOp::Divide}};
 constexpr int ArithmeticLevels = 5;
 
-struct RelationOperator {
+struct RelationOperator
+{
     Symbol symbol;
     BinaryOp op;
 };
@@ -42,7 +47,8 @@ constexpr RelationOperator relations[] = {
     {Symbol::Less, BinaryOp::Less},           {Symbol::Greater, BinaryOp::Greater},
     {Symbol::LessEqual, BinaryOp::LessEqual}, {Symbol::GreaterEqual, BinaryOp::GreaterEqual}};
 
-struct ConstantWord {
+struct ConstantWord
+{
     Keyword keyword;
     int value;
 };
@@ -77,7 +83,7 @@ ExprPtr Parser::parseClauseExpression()
     ExprPtr expr = parseExpression();
     if (beginsOperand())
         failExpression(missingOperator);
-    if (at(Symbol::RightParen) && m_subqueries == 0)
+    if (at(Symbol::RightParen) && m_open == 0)
         failExpression(u"Extra )"_s);
     return expr;
 }
@@ -89,13 +95,16 @@ bool Parser::beginsOperand() const
     case Token::Kind::Quoted:
     case Token::Kind::Text:
     case Token::Kind::Number:
-    case Token::Kind::Date: return true;
+    case Token::Kind::Date:
+        return true;
     case Token::Kind::Word:
-        if (token.is(Keyword::Asc) || token.is(Keyword::Desc) || atJoin())
+        if (token.is(Keyword::Asc) || token.is(Keyword::Desc) || token.is(Keyword::Set) || atJoin())
             return false;
         return !endsExpression(token.keyword);
-    case Token::Kind::Symbol: return token.is(Symbol::LeftParen) || token.is(Symbol::Bang) || token.is(Symbol::Dot);
-    default: return false;
+    case Token::Kind::Symbol:
+        return token.is(Symbol::LeftParen) || token.is(Symbol::Bang) || token.is(Symbol::Dot);
+    default:
+        return false;
     }
 }
 
@@ -153,7 +162,8 @@ bool Parser::atCriterionOperator() const
 
 ExprPtr Parser::parseComparison()
 {
-    ExprPtr left = m_criterion && atCriterionOperator() ? make({current().range.start, 0}, ImpliedField{}) : parseArithmetic(0);
+    ExprPtr left =
+        m_criterion && atCriterionOperator() ? make({current().range.start, 0}, ImpliedField{}) : parseArithmetic(0);
     bool found = true;
     while (found)
         left = parseComparisonTail(std::move(left), found);
@@ -294,16 +304,24 @@ ExprPtr Parser::parsePrimary()
     switch (token.kind) {
     case Token::Kind::Number:
         take();
-        return make(token.range, Literal{token.whole ? Value::fromLong(qint32(token.number)) : Value::fromDouble(token.number)});
-    case Token::Kind::Text: take(); return make(token.range, Literal{Value::fromText(token.text)});
-    case Token::Kind::Date: take(); return make(token.range, Literal{Value::fromDate(token.number)});
-    case Token::Kind::Quoted: return parseName();
-    case Token::Kind::Word: return parseWord();
+        return make(token.range,
+                    Literal{token.whole ? Value::fromLong(qint32(token.number)) : Value::fromDouble(token.number)});
+    case Token::Kind::Text:
+        take();
+        return make(token.range, Literal{Value::fromText(token.text)});
+    case Token::Kind::Date:
+        take();
+        return make(token.range, Literal{Value::fromDate(token.number)});
+    case Token::Kind::Quoted:
+        return parseName();
+    case Token::Kind::Word:
+        return parseWord();
     case Token::Kind::Symbol:
         if (token.is(Symbol::LeftParen))
             return parseParenthesis();
         break;
-    default: break;
+    default:
+        break;
     }
     if (token.is(Symbol::Comma))
         failExpression(u"Syntax error (comma)"_s);
@@ -396,13 +414,13 @@ ExprPtr Parser::parseParenthesis()
 QueryPtr Parser::parseSubquery()
 {
     const DepthGuard guard(*this);
-    ++m_subqueries;
+    ++m_open;
     QueryPtr query;
     {
         const ExpressionScope scope(*this);
         query = parseQuery();
     }
-    --m_subqueries;
+    --m_open;
     if (!accept(Symbol::RightParen))
         failExpression(missingParenthesis);
     return query;

@@ -104,7 +104,7 @@ SelectItem Parser::parseSelectItem(int error)
     const Token first = current();
     SelectItem item;
     const bool endsHere = first.kind == Token::Kind::End || first.is(Symbol::Semicolon) || first.is(Symbol::Comma) ||
-                          first.is(Symbol::RightParen) || (endsExpression(first.keyword) && first.kind == Token::Kind::Word);
+                          first.is(Symbol::RightParen) || (endsExpression(first.keyword) && !first.is(Keyword::On));
     if (endsHere && !ahead().is(Symbol::Dot))
         fail(error);
     if (accept(Symbol::Star)) {
@@ -250,7 +250,9 @@ TableRefPtr Parser::parseParenthesisedTable()
     const Token open = take();
     const bool isQuery = at(Keyword::Select) || at(Keyword::Table);
     if (!isQuery) {
+        ++m_open;
         TableRefPtr inner = parseJoins();
+        --m_open;
         expect(Symbol::RightParen, error::SyntaxInFrom);
         return inner;
     }
@@ -266,6 +268,9 @@ TableRefPtr Parser::parseBracketedQuery()
 {
     const Token first = take();
     take();
+    // Behind a dot the lexer takes every word for a name.
+    if (current().kind == Token::Kind::Word)
+        m_tokens[m_at].keyword = keywordOf(current().text);
     const int offset = first.range.start + 1;
     QList<Token> tokens = tokenize(first.text);
     for (Token &token : tokens)
@@ -284,7 +289,8 @@ void Parser::parseTableAlias(TableRef &table)
 {
     if (accept(Keyword::As))
         table.alias = expectName(error::SyntaxInFrom).name;
-    else if (current().kind == Token::Kind::Quoted || (current().kind == Token::Kind::Word && !endsTableName(current().keyword)))
+    else if (current().kind == Token::Kind::Quoted ||
+             (current().kind == Token::Kind::Word && !endsTableName(current().keyword)))
         table.alias = take().text;
 }
 

@@ -1,0 +1,211 @@
+#include "Compiler.h"
+
+#include "bind/DefinitionPlanner.h"
+#include "bind/ModifyBinder.h"
+#include "bind/RuleBinder.h"
+#include "bind/Types.h"
+#include "generate/Generator.h"
+
+#include <dao/sql/ast/Parser.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql {
+namespace {
+
+using bound::BindContext;
+using generate::Generator;
+
+/// Carries one statement through binder and generator. Binding comes first throughout: only then are the parameters
+/// known.
+class StatementCompiler
+{
+public:
+    StatementCompiler(const SchemaView &schema, const QString &text)
+        : m_context(schema, text)
+    {
+    }
+
+    CompiledStatement compile(const ast::Statement &statement)
+    {
+        for (const ast::ParameterDeclaration &declaration : statement.parameters)
+            m_context.declare(declaration);
+        CompiledStatement result;
+        result.plan = std::visit([this](const auto &node) { return plan(node); }, statement.node);
+        result.parameters = m_context.finalParameters();
+        return result;
+    }
+
+private:
+    Plan plan(const ast::QueryPtr &query)
+    {
+        const std::shared_ptr<bound::Query> bound = bound::QueryBinder(m_context, nullptr).bind(*query);
+        SelectPlan select = Generator(m_context).select(*bound);
+        const ast::Select *single = query->singleSelect();
+        if (!single || !single->into)
+            return select;
+        return selectInto(*single->into, *bound, std::move(select));
+    }
+
+    Plan plan(const ast::Transform &) { m_context.fail(error::SyntaxInTransform, {}); }
+
+    Plan plan(const ast::Insert &node)
+    {
+        const bound::Insert bound = bound::ModifyBinder(m_context).bind(node);
+        return Generator(m_context).insert(bound);
+    }
+
+    Plan plan(const ast::Update &node)
+    {
+        const bound::Update bound = bound::ModifyBinder(m_context).bind(node);
+        return Generator(m_context).update(bound);
+    }
+
+    Plan plan(const ast::Delete &node)
+    {
+        const bound::Delete bound = bound::ModifyBinder(m_context).bind(node);
+        return Generator(m_context).remove(bound);
+    }
+
+    Plan plan(const ast::Execute &node)
+    {
+        const QueryInfo *query = m_context.schema().findQuery(node.query.name);
+        if (!query)
+            m_context.fail(error::UnknownSource, node.query.range, {node.query.name});
+        bound::ExpressionBinder binder(m_context, nullptr, bound::clause::values);
+        std::vector<bound::ExprPtr> arguments;
+        for (const ast::ExprPtr &argument : node.arguments)
+            arguments.push_back(binder.bind(*argument));
+        ExecutePlan plan{query->name, {}};
+        Generator generator(m_context);
+        for (const bound::ExprPtr &argument : arguments)
+            plan.arguments.append(generator.expression(*argument));
+        return plan;
+    }
+
+    template <typename Definition>
+    Plan plan(const Definition &node)
+    {
+        return bound::DefinitionPlanner(m_context).plan(node);
+    }
+
+    // The new table has the types and sizes of the select list, and nothing else of its sources but the automatic
+    // number.
+    Plan selectInto(const ast::NameAt &into, const bound::Query &query, SelectPlan select)
+    {
+        const bound::Select &source = *query.singleSelect();
+        for (const auto &table : source.sources) {
+            if (table->table && table->table->name.compare(into.name, Qt::CaseInsensitive) == 0)
+                m_context.fail(error::SourceIsTarget, into.range, {into.name});
+        }
+        if (m_context.schema().findTable(into.name) || m_context.schema().findQuery(into.name))
+            m_context.fail(error::TableExists, into.range, {into.name});
+        SelectIntoPlan plan;
+        plan.table.name = into.name;
+        for (const Column &column : select.columns) {
+            FieldInfo field;
+            field.name = column.info.name;
+            field.type = column.info.type;
+            field.size = column.info.size;
+            field.ordinal = int(plan.table.fields.size());
+            field.allowZeroLength = isTextType(field.type);
+            const bool counts = column.info.isAutoIncrement() && source.sources.size() == 1 && !source.aggregated;
+            field.attributes = counts ? FixedField | AutoIncrement : 0;
+            if (plan.table.field(field.name))
+                m_context.fail(error::DuplicateDestination, into.range, {field.name});
+            plan.table.fields.append(field);
+        }
+        plan.select = std::move(select);
+        return plan;
+    }
+
+    BindContext m_context;
+};
+
+/// A schema without anything, for texts that name nothing but the fields they are given.
+class NoSchema : public SchemaView
+{
+public:
+    const TableInfo *findTable(QStringView) const override { return nullptr; }
+    const QueryInfo *findQuery(QStringView) const override { return nullptr; }
+    QStringList sourceNames() const override { return {}; }
+};
+
+struct RuleText
+{
+    QString sql;
+    bool pure = false;
+};
+
+RuleText ruleText(const QString &rule, const TableInfo &table, const FieldInfo *implied)
+{
+    const NoSchema schema;
+    BindContext context(schema, rule);
+    bound::Source source;
+    source.name = table.name;
+    source.table = &table;
+    const bound::ExprPtr condition = bound::bindRule(context, source, implied);
+    Generator generator(context);
+    generator.setStandalone(true);
+    RuleText result;
+    result.sql = generator.condition(*condition);
+    if (implied)
+        result.sql = generate::quoted(implied->name) + u" IS NULL OR ("_s + result.sql + u')';
+    result.pure = generator.isPure();
+    return result;
+}
+
+RuleText fieldRuleText(const QString &rule, const FieldInfo &field)
+{
+    TableInfo table;
+    table.fields.append(field);
+    return ruleText(rule, table, &field);
+}
+
+} // namespace
+
+CompiledStatement compile(const SchemaView &schema, const QString &text)
+{
+    const ast::Statement statement = ast::Parser(text).parseStatement();
+    return StatementCompiler(schema, text).compile(statement);
+}
+
+void checkSyntax(const QString &text)
+{
+    ast::Parser(text).parseStatement();
+}
+
+std::optional<QString> ruleAsCheck(const QString &rule, const FieldInfo &field)
+{
+    const RuleText text = fieldRuleText(rule, field);
+    return text.pure ? std::optional(text.sql) : std::nullopt;
+}
+
+QString ruleWithFunctions(const QString &rule, const FieldInfo &field)
+{
+    return fieldRuleText(rule, field).sql;
+}
+
+std::optional<QString> tableRuleAsCheck(const QString &rule, const TableInfo &table)
+{
+    const RuleText text = ruleText(rule, table, nullptr);
+    return text.pure ? std::optional(text.sql) : std::nullopt;
+}
+
+DefaultExpression defaultExpression(const QString &text, const FieldInfo &field)
+{
+    if (text.trimmed().isEmpty())
+        return {};
+    const NoSchema schema;
+    BindContext context(schema, text);
+    context.forbidParameters();
+    const bound::ExprPtr value = bound::bindDefault(context, text, field);
+    return {Generator(context).expression(*value), value->as<bound::Literal>() != nullptr};
+}
+
+QString quotedName(QStringView name)
+{
+    return generate::quoted(name);
+}
+
+} // namespace dao::sql

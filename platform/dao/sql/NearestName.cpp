@@ -1,0 +1,60 @@
+#include "NearestName.h"
+
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql {
+namespace {
+
+constexpr qsizetype LongestName = 64;
+
+int distance(const QString &a, const QString &b)
+{
+    const qsizetype width = b.size() + 1;
+    std::vector<int> cells(size_t((a.size() + 1) * width));
+    const auto cell = [&](qsizetype i, qsizetype j) -> int & { return cells[size_t(i * width + j)]; };
+    for (qsizetype i = 0; i <= a.size(); ++i)
+        cell(i, 0) = int(i);
+    for (qsizetype j = 0; j <= b.size(); ++j)
+        cell(0, j) = int(j);
+    for (qsizetype i = 1; i <= a.size(); ++i) {
+        for (qsizetype j = 1; j <= b.size(); ++j) {
+            const int change = a[i - 1] == b[j - 1] ? 0 : 1;
+            cell(i, j) = std::min({cell(i - 1, j) + 1, cell(i, j - 1) + 1, cell(i - 1, j - 1) + change});
+            const bool swapped = i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
+            if (swapped)
+                cell(i, j) = std::min(cell(i, j), cell(i - 2, j - 2) + 1);
+        }
+    }
+    return cell(a.size(), b.size());
+}
+
+} // namespace
+
+QString nearestName(QStringView name, const QStringList &candidates)
+{
+    if (name.size() < 2 || name.size() > LongestName)
+        return {};
+    const QString wanted = name.toString().toLower();
+    int best = std::max(1, int(wanted.size()) / 3) + 1;
+    QString nearest;
+    for (const QString &candidate : candidates) {
+        if (candidate.size() > LongestName || std::abs(candidate.size() - wanted.size()) >= best)
+            continue;
+        const int found = distance(wanted, candidate.toLower());
+        if (found > 0 && found < best) {
+            best = found;
+            nearest = candidate;
+        }
+    }
+    return nearest;
+}
+
+QString didYouMean(QStringView name, const QStringList &candidates)
+{
+    const QString nearest = nearestName(name, candidates);
+    return nearest.isEmpty() ? QString() : u"Did you mean '%1'?"_s.arg(nearest);
+}
+
+} // namespace dao::sql

@@ -1,0 +1,162 @@
+#include "BindContext.h"
+
+#include "Types.h"
+
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::bound {
+namespace {
+
+const QString errorSource = u"DAO.Database"_s;
+
+// Inlined queries can multiply each other; no sensible statement reads that many tables.
+constexpr int MaxSources = 2000;
+constexpr int MaxNestedQueries = 40;
+constexpr int MaxDepth = 900;
+
+QString keyOf(const QString &name)
+{
+    return name.toLower();
+}
+
+} // namespace
+
+std::unique_ptr<Source> BindContext::newSource(const QString &name, Range where)
+{
+    if (++m_sources > MaxSources)
+        fail(error::TooComplex, where);
+    auto source = std::make_unique<Source>();
+    source->number = m_sources;
+    source->name = name;
+    return source;
+}
+
+void BindContext::limitDepth(Expr &expr) const
+{
+    int depth = 0;
+    forEachChild(expr, [&depth](const ExprPtr &child) { depth = std::max(depth, child->depth); });
+    expr.depth = depth + 1;
+    if (expr.depth > MaxDepth)
+        fail(error::TooComplex, expr.range);
+}
+
+void BindContext::declare(const ast::ParameterDeclaration &declaration)
+{
+    const int id = parameter(declaration.name.name, declaration.name.range);
+    BoundParameter &entry = m_parameters[size_t(id)];
+    entry.declared = true;
+    entry.type = declaration.type;
+}
+
+int BindContext::parameter(const QString &name, Range where, const QString &suggestion)
+{
+    const auto found = m_parameterIds.constFind(keyOf(name));
+    if (found != m_parameterIds.constEnd())
+        return *found;
+    if (m_parametersForbidden)
+        fail(error::UnknownName, where, {name});
+    const int id = int(m_parameters.size());
+    m_parameters.push_back({name, DataType::Unknown, false, placeOf(where), suggestion});
+    m_parameterIds.insert(keyOf(name), id);
+    return id;
+}
+
+void BindContext::noteUse(int id, DataType type)
+{
+    BoundParameter &entry = m_parameters[size_t(id)];
+    if (entry.declared || type == DataType::Unknown)
+        return;
+    const bool sameFamily = entry.type == DataType::Unknown || familyOf(entry.type) == familyOf(type);
+    // Used as different kinds of things, it stays a text, converted where it is used.
+    entry.type = sameFamily ? commonType(entry.type, type) : DataType::Text;
+}
+
+std::vector<int> BindContext::parameterOrder() const
+{
+    std::vector<int> order(m_parameters.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [this](int left, int right) {
+        const BoundParameter &a = m_parameters[size_t(left)];
+        const BoundParameter &b = m_parameters[size_t(right)];
+        if (a.declared || b.declared)
+            return a.declared && !b.declared;
+        return a.where.start < b.where.start;
+    });
+    return order;
+}
+
+QList<Parameter> BindContext::finalParameters() const
+{
+    QList<Parameter> result;
+    for (const int id : parameterOrder()) {
+        const BoundParameter &entry = m_parameters[size_t(id)];
+        Parameter parameter;
+        parameter.name = entry.name;
+        parameter.type = entry.type == DataType::Unknown ? DataType::Text : entry.type;
+        parameter.declared = entry.declared;
+        parameter.where = SourceRange::of(m_userText, entry.where.start, entry.where.length);
+        parameter.suggestion = entry.suggestion;
+        result.append(parameter);
+    }
+    return result;
+}
+
+QList<int> BindContext::parameterPositions() const
+{
+    QList<int> positions(qsizetype(m_parameters.size()));
+    int position = 0;
+    for (const int id : parameterOrder())
+        positions[id] = ++position;
+    return positions;
+}
+
+void BindContext::fail(int number, Range where, const QStringList &arguments, const QString &hint) const
+{
+    const Range place = placeOf(where);
+    DaoException exception(number, errorSource, errorText(number, arguments),
+                           SourceRange::of(m_userText, place.start, place.length));
+    if (!hint.isEmpty())
+        exception.withHint(hint);
+    throw exception;
+}
+
+void BindContext::rethrow(const DaoException &exception) const
+{
+    if (!m_place)
+        throw exception;
+    DaoException moved(exception.number(), exception.source(), exception.description(),
+                       SourceRange::of(m_userText, m_place->start, m_place->length));
+    moved.withHint(u"In '%1': %2"_s.arg(m_queryStack.isEmpty() ? QString() : m_queryStack.constLast(),
+                                        exception.hint().isEmpty() ? exception.description() : exception.hint()));
+    throw moved;
+}
+
+QString BindContext::textOf(Range range) const
+{
+    return m_text.mid(range.start, range.length);
+}
+
+BindContext::Substitution::Substitution(BindContext &context, const QString &name, const QString &text, Range where)
+    : m_context(context)
+    , m_outerText(context.m_text)
+    , m_outerPlace(context.m_place)
+{
+    if (context.m_queryStack.contains(name, Qt::CaseInsensitive))
+        context.fail(error::CircularQuery, where, {name});
+    if (context.m_queryStack.size() >= MaxNestedQueries)
+        context.fail(error::TooComplex, where);
+    context.m_place = context.placeOf(where);
+    context.m_text = text;
+    context.m_queryStack.append(name);
+}
+
+BindContext::Substitution::~Substitution()
+{
+    m_context.m_text = m_outerText;
+    m_context.m_place = m_outerPlace;
+    m_context.m_queryStack.removeLast();
+}
+
+} // namespace dao::sql::bound

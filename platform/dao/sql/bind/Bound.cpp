@@ -1,0 +1,140 @@
+#include "Bound.h"
+
+namespace dao::sql::bound {
+namespace {
+
+template <typename... Visitors>
+struct Overloaded : Visitors...
+{
+    using Visitors::operator()...;
+};
+template <typename... Visitors>
+Overloaded(Visitors...) -> Overloaded<Visitors...>;
+
+using Visit = std::function<void(const ExprPtr &)>;
+
+void visitAll(const std::vector<ExprPtr> &list, const Visit &visit)
+{
+    for (const ExprPtr &expr : list)
+        visit(expr);
+}
+
+/// What an operator node holds besides its children, for comparing two of them.
+QList<int> tagsOf(const Expr &expr)
+{
+    return std::visit(Overloaded{
+                          [](const FieldRef &n) {
+                              return QList<int>{n.source->number, n.field};
+                          },
+                          [](const Output &n) {
+                              return QList<int>{n.source->number, n.index};
+                          },
+                          [](const Key &n) { return QList<int>{n.source->number}; },
+                          [](const ParameterRef &n) { return QList<int>{n.id}; },
+                          [](const Arithmetic &n) { return QList<int>{int(n.op)}; },
+                          [](const Compare &n) { return QList<int>{int(n.op)}; },
+                          [](const Logic &n) { return QList<int>{int(n.op)}; },
+                          [](const Like &n) { return QList<int>{n.ansi}; },
+                          [](const Chain &n) { return QList<int>{n.isAnd}; },
+                          [](const Between &n) { return QList<int>{n.negated}; },
+                          [](const InList &n) { return QList<int>{n.negated}; },
+                          [](const IsNull &n) { return QList<int>{n.negated}; },
+                          [](const Convert &n) { return QList<int>{int(n.conversion)}; },
+                          [](const auto &) { return QList<int>{}; },
+                      },
+                      expr.node);
+}
+
+const FunctionInfo *functionOf(const Expr &expr)
+{
+    if (const Call *call = expr.as<Call>())
+        return call->function;
+    if (const Aggregate *aggregate = expr.as<Aggregate>())
+        return aggregate->function;
+    const DomainCall *domain = expr.as<DomainCall>();
+    return domain ? domain->function : nullptr;
+}
+
+std::vector<const Expr *> childrenOf(const Expr &expr)
+{
+    std::vector<const Expr *> children;
+    forEachChild(expr, [&children](const ExprPtr &child) { children.push_back(child.get()); });
+    return children;
+}
+
+} // namespace
+
+void forEachChild(const Expr &expr, const Visit &visit)
+{
+    std::visit(Overloaded{
+                   [&](const Negate &n) { visit(n.operand); },
+                   [&](const Not &n) { visit(n.operand); },
+                   [&](const Arithmetic &n) { visit(n.left), visit(n.right); },
+                   [&](const JoinText &n) { visitAll(n.terms, visit); },
+                   [&](const AddAny &n) { visit(n.left), visit(n.right); },
+                   [&](const Concatenate &n) { visitAll(n.terms, visit); },
+                   [&](const Compare &n) { visit(n.left), visit(n.right); },
+                   [&](const Like &n) { visit(n.text), visit(n.pattern); },
+                   [&](const Logic &n) { visit(n.left), visit(n.right); },
+                   [&](const Chain &n) { visitAll(n.terms, visit); },
+                   [&](const Between &n) { visit(n.operand), visit(n.low), visit(n.high); },
+                   [&](const InList &n) { visit(n.operand), visitAll(n.items, visit); },
+                   [&](const InQuery &n) { visit(n.operand); },
+                   [&](const IsNull &n) { visit(n.operand); },
+                   [&](const Quantified &n) { visit(n.operand); },
+                   [&](const Case &n) {
+                       for (const When &branch : n.branches)
+                           visit(branch.condition), visit(branch.value);
+                       if (n.otherwise)
+                           visit(n.otherwise);
+                   },
+                   [&](const Coalesce &n) { visit(n.value), visit(n.instead); },
+                   [&](const Call &n) { visitAll(n.arguments, visit); },
+                   [&](const Aggregate &n) {
+                       if (n.argument)
+                           visit(n.argument);
+                   },
+                   [&](const DomainCall &n) { visitAll(n.arguments, visit); },
+                   [&](const Convert &n) { visit(n.operand); },
+                   [](const auto &) {},
+               },
+               expr.node);
+}
+
+const Query *subqueryOf(const Expr &expr)
+{
+    return std::visit(
+        [](const auto &node) -> const Query * {
+            if constexpr (requires { node.query; })
+                return node.query.get();
+            else
+                return nullptr;
+        },
+        expr.node);
+}
+
+bool anyPart(const Expr &expr, const std::function<bool(const Expr &)> &test)
+{
+    if (test(expr))
+        return true;
+    bool found = false;
+    forEachChild(expr, [&](const ExprPtr &child) { found = found || anyPart(*child, test); });
+    return found;
+}
+
+bool sameExpr(const Expr &left, const Expr &right)
+{
+    if (&left == &right)
+        return true;
+    if (left.node.index() != right.node.index() || tagsOf(left) != tagsOf(right) ||
+        functionOf(left) != functionOf(right) || subqueryOf(left) != subqueryOf(right))
+        return false;
+    if (const Literal *literal = left.as<Literal>())
+        return literal->value == right.as<Literal>()->value;
+    const std::vector<const Expr *> mine = childrenOf(left);
+    const std::vector<const Expr *> others = childrenOf(right);
+    return std::equal(mine.begin(), mine.end(), others.begin(), others.end(),
+                      [](const Expr *a, const Expr *b) { return sameExpr(*a, *b); });
+}
+
+} // namespace dao::sql::bound

@@ -1,0 +1,295 @@
+#include "DefinitionPlanner.h"
+
+#include "../NearestName.h"
+#include "Types.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::bound {
+namespace {
+
+QString joined(const std::vector<ast::NameAt> &names)
+{
+    QStringList list;
+    for (const ast::NameAt &name : names)
+        list.append(name.name);
+    return list.join(u'_');
+}
+
+} // namespace
+
+const TableInfo &DefinitionPlanner::tableNamed(const ast::NameAt &name) const
+{
+    if (const TableInfo *table = m_context.schema().findTable(name.name))
+        return *table;
+    m_context.fail(error::TableDoesNotExist, name.range, {name.name},
+                   didYouMean(name.name, m_context.schema().sourceNames()));
+}
+
+FieldInfo DefinitionPlanner::fieldOf(const ast::FieldDefinition &definition) const
+{
+    FieldInfo field;
+    field.name = definition.name.name;
+    field.type = definition.type.type;
+    const bool sized = field.type == DataType::Text || field.type == DataType::Binary;
+    field.size = sized ? definition.size : sizeOf(field.type);
+    const bool variable =
+        isTextType(field.type) || field.type == DataType::LongBinary || field.type == DataType::Binary;
+    field.attributes = variable ? VariableField : FixedField;
+    if (definition.type.autoIncrement)
+        field.attributes |= AutoIncrement;
+    field.required = definition.notNull;
+    field.allowZeroLength = isTextType(field.type);
+    field.defaultValue = definition.defaultValue;
+    return field;
+}
+
+void DefinitionPlanner::addFieldConstraints(Constraints &constraints, FieldInfo &field,
+                                            const ast::FieldDefinition &definition, const TableInfo &table) const
+{
+    for (const ast::Constraint &constraint : definition.constraints) {
+        if (constraint.kind == ast::Constraint::Kind::NotNull) {
+            field.required = true;
+            continue;
+        }
+        ast::Constraint ofTable;
+        ofTable.kind = constraint.kind;
+        ofTable.name = constraint.name;
+        ofTable.fields = {definition.name};
+        ofTable.referencedTable = constraint.referencedTable;
+        ofTable.referencedFields = constraint.referencedFields;
+        ofTable.cascadeUpdate = constraint.cascadeUpdate;
+        ofTable.cascadeDelete = constraint.cascadeDelete;
+        ofTable.check = constraint.check;
+        ofTable.range = constraint.range;
+        addConstraint(constraints, ofTable, table);
+    }
+}
+
+void DefinitionPlanner::addConstraint(Constraints &constraints, const ast::Constraint &constraint,
+                                      const TableInfo &table) const
+{
+    for (const ast::NameAt &name : constraint.fields) {
+        if (!table.field(name.name))
+            m_context.fail(error::NoSuchField, name.range, {name.name, table.name});
+    }
+    switch (constraint.kind) {
+    case ast::Constraint::Kind::ForeignKey:
+        constraints.relations.append(relationOf(constraint, table));
+        return;
+    case ast::Constraint::Kind::Check:
+        constraints.checks.append(constraint.check);
+        constraints.checkName = constraint.name;
+        return;
+    case ast::Constraint::Kind::NotNull:
+        return;
+    default:
+        break;
+    }
+    IndexInfo index;
+    index.primary = constraint.kind == ast::Constraint::Kind::PrimaryKey;
+    index.unique = true;
+    index.required = index.primary;
+    index.name = !constraint.name.isEmpty() ? constraint.name
+                 : index.primary            ? u"PrimaryKey"_s
+                                            : joined(constraint.fields);
+    for (const ast::NameAt &name : constraint.fields)
+        index.fields.append({table.field(name.name)->name, false});
+    const bool second =
+        std::any_of(constraints.indexes.begin(), constraints.indexes.end(),
+                    [](const IndexInfo &i) { return i.primary; }) ||
+        std::any_of(table.indexes.begin(), table.indexes.end(), [](const IndexInfo &i) { return i.primary; });
+    if (index.primary && second)
+        m_context.fail(error::PrimaryKeyExists, constraint.range);
+    if (table.index(index.name))
+        m_context.fail(error::IndexNameExists, constraint.range, {table.name, index.name});
+    constraints.indexes.append(index);
+}
+
+RelationInfo DefinitionPlanner::relationOf(const ast::Constraint &constraint, const TableInfo &table) const
+{
+    const bool toItself = constraint.referencedTable.name.compare(table.name, Qt::CaseInsensitive) == 0;
+    const TableInfo &primary = toItself ? table : tableNamed(constraint.referencedTable);
+    RelationInfo relation;
+    relation.table = primary.name;
+    relation.foreignTable = table.name;
+    relation.name = constraint.name.isEmpty() ? primary.name + table.name : constraint.name;
+    relation.attributes =
+        (constraint.cascadeUpdate ? UpdateCascade : 0) | (constraint.cascadeDelete ? DeleteCascade : 0);
+    QStringList referenced;
+    for (const ast::NameAt &name : constraint.referencedFields)
+        referenced.append(name.name);
+    // Without a list, the primary key is meant.
+    for (const IndexInfo &index : primary.indexes) {
+        for (const IndexField &field : index.fields) {
+            if (index.primary && constraint.referencedFields.empty())
+                referenced.append(field.name);
+        }
+    }
+    if (referenced.size() != qsizetype(constraint.fields.size()))
+        m_context.fail(error::RelationTypes, constraint.range);
+    for (qsizetype i = 0; i < referenced.size(); ++i) {
+        const FieldInfo *field = primary.field(referenced[i]);
+        if (!field)
+            m_context.fail(error::NoSuchField, constraint.range, {referenced[i], primary.name});
+        relation.fields.append({field->name, table.field(constraint.fields[size_t(i)].name)->name});
+    }
+    return relation;
+}
+
+Plan DefinitionPlanner::plan(const ast::CreateTable &node) const
+{
+    const QString &name = node.table.name;
+    if (m_context.schema().findTable(name) || m_context.schema().findQuery(name))
+        m_context.fail(error::TableExists, node.table.range, {name});
+    CreateTablePlan plan;
+    plan.table.name = name;
+    for (const ast::FieldDefinition &definition : node.fields) {
+        if (plan.table.field(definition.name.name))
+            m_context.fail(error::FieldExists, definition.name.range, {definition.name.name, name});
+        FieldInfo field = fieldOf(definition);
+        field.ordinal = int(plan.table.fields.size());
+        plan.table.fields.append(field);
+    }
+    Constraints constraints;
+    for (size_t i = 0; i < node.fields.size(); ++i)
+        addFieldConstraints(constraints, plan.table.fields[qsizetype(i)], node.fields[i], plan.table);
+    for (const ast::Constraint &constraint : node.constraints) {
+        if (constraint.kind == ast::Constraint::Kind::NotNull) {
+            for (const ast::NameAt &field : constraint.fields) {
+                const int index = plan.table.indexOf(field.name);
+                if (index < 0)
+                    m_context.fail(error::NoSuchField, field.range, {field.name, name});
+                plan.table.fields[index].required = true;
+            }
+        }
+        addConstraint(constraints, constraint, plan.table);
+    }
+    plan.table.indexes = constraints.indexes;
+    for (const QString &check : constraints.checks)
+        plan.table.validationRule += (plan.table.validationRule.isEmpty() ? u"("_s : u" And ("_s) + check + u')';
+    plan.relations = constraints.relations;
+    return plan;
+}
+
+Plan DefinitionPlanner::plan(const ast::AlterTable &node) const
+{
+    const TableInfo &table = tableNamed(node.table);
+    return std::visit([&](const auto &item) { return change(item, table); }, node.change);
+}
+
+Plan DefinitionPlanner::change(const ast::AlterTable::AddField &change, const TableInfo &table) const
+{
+    const ast::NameAt &name = change.field.name;
+    if (table.field(name.name))
+        m_context.fail(error::FieldExists, name.range, {name.name, table.name});
+    TableInfo widened = table;
+    AddFieldPlan plan{table.name, fieldOf(change.field), {}, {}};
+    plan.field.ordinal = int(table.fields.size());
+    widened.fields.append(plan.field);
+    Constraints constraints;
+    addFieldConstraints(constraints, plan.field, change.field, widened);
+    plan.indexes = constraints.indexes;
+    plan.relations = constraints.relations;
+    if (!constraints.checks.isEmpty())
+        plan.field.validationRule = constraints.checks.join(u" And ");
+    return plan;
+}
+
+Plan DefinitionPlanner::change(const ast::AlterTable::AlterField &change, const TableInfo &table) const
+{
+    const FieldInfo *old = table.field(change.field.name.name);
+    if (!old)
+        m_context.fail(error::NoSuchField, change.field.name.range, {change.field.name.name, table.name});
+    AlterFieldPlan plan{table.name, fieldOf(change.field)};
+    plan.field.name = old->name;
+    plan.field.ordinal = old->ordinal;
+    plan.field.validationRule = old->validationRule;
+    plan.field.validationText = old->validationText;
+    if (plan.field.defaultValue.isEmpty())
+        plan.field.defaultValue = old->defaultValue;
+    return plan;
+}
+
+Plan DefinitionPlanner::change(const ast::AlterTable::DropField &change, const TableInfo &table) const
+{
+    const FieldInfo *field = table.field(change.field.name);
+    if (!field)
+        m_context.fail(error::NoSuchField, change.field.range, {change.field.name, table.name});
+    return DropFieldPlan{table.name, field->name};
+}
+
+Plan DefinitionPlanner::change(const ast::Constraint &change, const TableInfo &table) const
+{
+    Constraints constraints;
+    addConstraint(constraints, change, table);
+    AddConstraintPlan plan{table.name, constraints.indexes, constraints.relations, constraints.checkName, {}};
+    if (!constraints.checks.isEmpty())
+        plan.check = constraints.checks.constFirst();
+    if (change.kind == ast::Constraint::Kind::NotNull) {
+        // One field that must have a value: the field as it is, but required.
+        AlterFieldPlan alter{table.name, *table.field(change.fields.front().name)};
+        alter.field.required = true;
+        return alter;
+    }
+    return plan;
+}
+
+Plan DefinitionPlanner::change(const ast::AlterTable::DropConstraint &change, const TableInfo &table) const
+{
+    return DropConstraintPlan{table.name, change.constraint.name};
+}
+
+Plan DefinitionPlanner::plan(const ast::CreateIndex &node) const
+{
+    const TableInfo &table = tableNamed(node.table);
+    if (table.index(node.index.name))
+        m_context.fail(error::IndexNameExists, node.index.range, {table.name, node.index.name});
+    CreateIndexPlan plan{table.name, {}};
+    plan.index.name = node.index.name;
+    plan.index.primary = node.primary;
+    plan.index.unique = node.unique || node.primary;
+    plan.index.required = node.disallowNull || node.primary;
+    plan.index.ignoreNulls = node.ignoreNull;
+    for (const ast::CreateIndex::Field &item : node.fields) {
+        const FieldInfo *field = table.field(item.name.name);
+        if (!field)
+            m_context.fail(error::NoSuchField, item.name.range, {item.name.name, table.name});
+        plan.index.fields.append({field->name, item.descending});
+    }
+    return plan;
+}
+
+Plan DefinitionPlanner::plan(const ast::DropTable &node) const
+{
+    if (const QueryInfo *query = m_context.schema().findQuery(node.table.name))
+        return DropTablePlan{query->name};
+    return DropTablePlan{tableNamed(node.table).name};
+}
+
+Plan DefinitionPlanner::plan(const ast::DropIndex &node) const
+{
+    const TableInfo &table = tableNamed(node.table);
+    const IndexInfo *index = table.index(node.index.name);
+    if (!index)
+        m_context.fail(error::NoSuchIndex, node.index.range, {node.index.name, table.name});
+    return DropIndexPlan{table.name, index->name};
+}
+
+Plan DefinitionPlanner::plan(const ast::CreateQuery &node) const
+{
+    if (m_context.schema().findTable(node.query.name) || m_context.schema().findQuery(node.query.name))
+        m_context.fail(error::ObjectExists, node.query.range, {node.query.name});
+    return CreateQueryPlan{{node.query.name, node.sql}};
+}
+
+Plan DefinitionPlanner::plan(const ast::DropQuery &node) const
+{
+    const QueryInfo *query = m_context.schema().findQuery(node.query.name);
+    if (!query)
+        m_context.fail(error::UnknownSource, node.query.range, {node.query.name},
+                       didYouMean(node.query.name, m_context.schema().sourceNames()));
+    return DropQueryPlan{query->name};
+}
+
+} // namespace dao::sql::bound

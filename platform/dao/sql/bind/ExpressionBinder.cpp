@@ -1,0 +1,459 @@
+#include "ExpressionBinder.h"
+
+#include "../NearestName.h"
+#include "QueryBinder.h"
+#include "Types.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::bound {
+namespace {
+
+DataType typeOfLiteral(const Value &value)
+{
+    switch (value.type()) {
+    case Value::Type::Long:
+        return DataType::Long;
+    case Value::Type::Double:
+        return DataType::Double;
+    case Value::Type::Date:
+        return DataType::Date;
+    case Value::Type::Text:
+        return DataType::Text;
+    case Value::Type::Boolean:
+        return DataType::Boolean;
+    default:
+        return DataType::Unknown;
+    }
+}
+
+} // namespace
+
+ExprPtr ExpressionBinder::bind(const ast::Expr &expr)
+{
+    return settled(bindAny(expr));
+}
+
+ExprPtr ExpressionBinder::bindCondition(const ast::Expr &expr)
+{
+    return asTruth(bindAny(expr));
+}
+
+ExprPtr ExpressionBinder::bindFor(const ast::Expr &expr, const FieldInfo &field)
+{
+    return assigned(bindAny(expr), field);
+}
+
+ExprPtr ExpressionBinder::bindAny(const ast::Expr &expr)
+{
+    return std::visit([&](const auto &node) { return bindNode(node, expr); }, expr.node);
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::Literal &node, const ast::Expr &expr)
+{
+    return m_context.make(expr.range, typeOfLiteral(node.value), Literal{node.value}, true);
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::Name &node, const ast::Expr &expr)
+{
+    if (ExprPtr found = lookUp(node, expr.range)) {
+        // A field of its own place; what an alias or a melted query stands for is shared as it is.
+        if (const FieldRef *column = found->as<FieldRef>())
+            return m_context.make(expr.range, found->type, *column, found->firm);
+        if (const Output *output = found->as<Output>())
+            return m_context.make(expr.range, found->type, *output, found->firm);
+        return found;
+    }
+    const int id = m_context.parameter(node.text, expr.range, suggestionFor(node.parts.constLast()));
+    const BoundParameter &parameter = m_context.parameterAt(id);
+    // A declared parameter of a type counts like a column of it.
+    return m_context.make(expr.range, parameter.declared ? parameter.type : DataType::Unknown, ParameterRef{id});
+}
+
+ExprPtr ExpressionBinder::lookUp(const ast::Name &name, Range where)
+{
+    if (name.parts.size() == 1)
+        return lookUpSimple(name.parts.constFirst(), where);
+    if (name.parts.size() != 2)
+        return nullptr;
+    for (const Scope *scope = m_scope; scope; scope = scope->outer()) {
+        const Scope::Found found = scope->find(name.parts[0], name.parts[1]);
+        if (found.count == 0)
+            continue;
+        const size_t place = size_t(found.source - scope->sources().data());
+        if (scope == m_scope && (place < m_first || place >= m_last))
+            m_context.fail(error::JoinFieldOutside, where, {name.text});
+        return found.column->expr;
+    }
+    return nullptr;
+}
+
+ExprPtr ExpressionBinder::lookUpSimple(const QString &name, Range where)
+{
+    if (m_aliases) {
+        if (ExprPtr alias = m_aliases(name, where))
+            return alias;
+    }
+    for (const Scope *scope = m_scope; scope; scope = scope->outer()) {
+        const bool innermost = scope == m_scope;
+        const Scope::Found found = scope->find(name, innermost ? m_first : 0, innermost ? m_last : size_t(-1));
+        if (found.count > 1) {
+            QStringList qualified;
+            for (const ScopeSource &source : scope->sources()) {
+                if (scope->find(source.name, name).count > 0)
+                    qualified.append(source.name + u'.' + name);
+            }
+            m_context.fail(error::AmbiguousField, where, {name}, u"Write "_s + qualified.join(u" or ") + u'.');
+        }
+        if (found.count == 1)
+            return found.column->expr;
+        if (innermost && m_last != size_t(-1) && scope->find(name, 0, size_t(-1)).count > 0)
+            m_context.fail(error::JoinFieldOutside, where, {name});
+    }
+    return nullptr;
+}
+
+QString ExpressionBinder::suggestionFor(const QString &name) const
+{
+    QStringList names;
+    for (const Scope *scope = m_scope; scope; scope = scope->outer())
+        names += scope->columnNames();
+    return nearestName(name, names);
+}
+
+bool ExpressionBinder::isOpenParameter(const Expr &expr) const
+{
+    const ParameterRef *parameter = expr.as<ParameterRef>();
+    return parameter && expr.type == DataType::Unknown && !m_context.parameterAt(parameter->id).declared;
+}
+
+ExprPtr ExpressionBinder::typed(ExprPtr expr, DataType type)
+{
+    if (!isOpenParameter(*expr) || type == DataType::Unknown)
+        return expr;
+    const int id = expr->as<ParameterRef>()->id;
+    m_context.noteUse(id, type);
+    return m_context.make(expr->range, type, ParameterRef{id});
+}
+
+ExprPtr ExpressionBinder::asText(ExprPtr expr)
+{
+    expr = typed(std::move(expr), DataType::Text);
+    const bool isNull = expr->as<Literal>() && expr->type == DataType::Unknown;
+    if (familyOf(expr->type) == Family::Text || isNull)
+        return expr;
+    const Range range = expr->range;
+    return m_context.make(range, DataType::Text, Convert{Conversion::ToText, std::move(expr)});
+}
+
+ExprPtr ExpressionBinder::asNumber(ExprPtr expr, DataType parameterType)
+{
+    expr = typed(std::move(expr), parameterType);
+    const Family family = familyOf(expr->type);
+    const bool isNull = expr->as<Literal>() && expr->type == DataType::Unknown;
+    if (family == Family::Number || family == Family::Date || isNull)
+        return expr;
+    if (family == Family::Binary)
+        m_context.fail(m_clause.mismatchError, expr->range);
+    const Range range = expr->range;
+    return m_context.make(range, DataType::Double, Convert{Conversion::ToNumber, std::move(expr)});
+}
+
+ExprPtr ExpressionBinder::asDate(ExprPtr expr)
+{
+    expr = typed(std::move(expr), DataType::Date);
+    const Family family = familyOf(expr->type);
+    const bool isNull = expr->as<Literal>() && expr->type == DataType::Unknown;
+    if (family == Family::Number || family == Family::Date || isNull)
+        return expr;
+    if (family == Family::Binary)
+        m_context.fail(m_clause.mismatchError, expr->range);
+    const Range range = expr->range;
+    return m_context.make(range, DataType::Date, Convert{Conversion::ToDate, std::move(expr)});
+}
+
+ExprPtr ExpressionBinder::asTruth(ExprPtr expr)
+{
+    expr = typed(std::move(expr), DataType::Boolean);
+    const Family family = familyOf(expr->type);
+    if (family == Family::Number || family == Family::Date || expr->as<Literal>()) {
+        if (family == Family::Text)
+            m_context.fail(m_clause.mismatchError, expr->range);
+        return expr;
+    }
+    if (family == Family::Binary || (family == Family::Text && expr->firm))
+        m_context.fail(m_clause.mismatchError, expr->range);
+    const Range range = expr->range;
+    return m_context.make(range, DataType::Boolean, Convert{Conversion::ToTruth, std::move(expr)});
+}
+
+ExprPtr ExpressionBinder::asType(ExprPtr expr, DataType type)
+{
+    expr = typed(std::move(expr), type);
+    return familyOf(type) == Family::Text ? asText(std::move(expr)) : expr;
+}
+
+ExprPtr ExpressionBinder::assigned(ExprPtr expr, const FieldInfo &field)
+{
+    expr = typed(std::move(expr), field.type);
+    if (const Literal *literal = expr->as<Literal>()) {
+        const Value value = convertValue(literal->value, field.type);
+        if (value.isEmpty())
+            m_context.fail(familyOf(expr->type) == Family::Text ? error::CriteriaMismatch : error::NumericOverflow,
+                           expr->range);
+        return m_context.make(expr->range, field.type, Literal{value}, true);
+    }
+    const bool isParameterOfType = expr->as<ParameterRef>() && expr->type == field.type;
+    if (isParameterOfType || fitsField(*expr, field.type))
+        return expr;
+    if (familyOf(field.type) == Family::Text)
+        return asText(std::move(expr));
+    const Range range = expr->range;
+    return m_context.make(range, field.type, Convert{Conversion::Assign, std::move(expr)});
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::Unary &node, const ast::Expr &expr)
+{
+    if (node.op == ast::UnaryOp::Not)
+        return m_context.make(expr.range, DataType::Boolean, Not{bindCondition(*node.operand)});
+    ExprPtr operand = asNumber(bindAny(*node.operand));
+    if (node.op == ast::UnaryOp::Plus)
+        return operand;
+    if (const Literal *literal = operand->as<Literal>(); literal && operand->type == DataType::Long)
+        return m_context.make(expr.range, DataType::Long, Literal{Value::fromLong(qint32(-literal->value.integer()))},
+                              true);
+    if (const Literal *literal = operand->as<Literal>(); literal && operand->type == DataType::Double)
+        return m_context.make(expr.range, DataType::Double, Literal{Value::fromDouble(-literal->value.real())}, true);
+    const DataType type = operand->type == DataType::Boolean ? DataType::Integer : operand->type;
+    return m_context.make(expr.range, type, Negate{std::move(operand)});
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::Binary &node, const ast::Expr &expr)
+{
+    switch (node.op) {
+    case BinaryOp::Xor:
+    case BinaryOp::Eqv:
+    case BinaryOp::Imp:
+        return bindLogic(node, expr.range);
+    case BinaryOp::Equal:
+    case BinaryOp::NotEqual:
+    case BinaryOp::Less:
+    case BinaryOp::Greater:
+    case BinaryOp::LessEqual:
+    case BinaryOp::GreaterEqual: {
+        ExprPtr left = bindAny(*node.left);
+        ExprPtr right = bindAny(*node.right);
+        reconcile(left, right, expr.range);
+        return m_context.make(expr.range, DataType::Boolean, Compare{node.op, std::move(left), std::move(right)});
+    }
+    case BinaryOp::Like:
+    case BinaryOp::ALike: {
+        ExprPtr text = asText(bindAny(*node.left));
+        ExprPtr pattern = asText(bindAny(*node.right));
+        return m_context.make(expr.range, DataType::Boolean,
+                              Like{std::move(text), std::move(pattern), node.op == BinaryOp::ALike});
+    }
+    default: {
+        ExprPtr left = bindAny(*node.left);
+        ExprPtr right = bindAny(*node.right);
+        return bindArithmetic(node.op, std::move(left), std::move(right), expr.range);
+    }
+    }
+}
+
+ExprPtr ExpressionBinder::bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr right, Range range)
+{
+    if (op == BinaryOp::Concatenate) {
+        Concatenate node;
+        // a & b & c is one node, so that a long chain makes no deep tree.
+        if (const Concatenate *chain = left->as<Concatenate>())
+            node.terms = chain->terms;
+        else
+            node.terms.push_back(asText(std::move(left)));
+        node.terms.push_back(asText(std::move(right)));
+        return m_context.make(range, DataType::Text, std::move(node));
+    }
+    if (op == BinaryOp::Add)
+        return bindAdd(std::move(left), std::move(right), range);
+    left = asNumber(std::move(left));
+    right = asNumber(std::move(right));
+    const DataType type = arithmeticType(op, left->type, right->type);
+    return m_context.make(range, type, Arithmetic{op, std::move(left), std::move(right)});
+}
+
+ExprPtr ExpressionBinder::bindAdd(ExprPtr left, ExprPtr right, Range range)
+{
+    left = typed(std::move(left), right->type);
+    right = typed(std::move(right), left->type);
+    left = settled(std::move(left));
+    right = settled(std::move(right));
+    const auto isNull = [](const ExprPtr &e) { return e->as<Literal>() && e->type == DataType::Unknown; };
+    const Family leftFamily = familyOf(left->type);
+    const Family rightFamily = familyOf(right->type);
+    const bool leftText = leftFamily == Family::Text;
+    const bool rightText = rightFamily == Family::Text;
+    if ((leftText && (rightText || isNull(right))) || (rightText && isNull(left))) {
+        JoinText node;
+        if (const JoinText *chain = left->as<JoinText>())
+            node.terms = chain->terms;
+        else
+            node.terms.push_back(std::move(left));
+        node.terms.push_back(std::move(right));
+        return m_context.make(range, DataType::Text, std::move(node));
+    }
+    const bool leftOpen = leftFamily == Family::Any && !isNull(left);
+    const bool rightOpen = rightFamily == Family::Any && !isNull(right);
+    if (leftOpen || rightOpen)
+        return m_context.make(range, DataType::Unknown, AddAny{std::move(left), std::move(right)});
+    left = asNumber(std::move(left));
+    right = asNumber(std::move(right));
+    const DataType type = arithmeticType(BinaryOp::Add, left->type, right->type);
+    return m_context.make(range, type, Arithmetic{BinaryOp::Add, std::move(left), std::move(right)});
+}
+
+ExprPtr ExpressionBinder::bindLogic(const ast::Binary &node, Range range)
+{
+    ExprPtr left = bindCondition(*node.left);
+    ExprPtr right = bindCondition(*node.right);
+    return m_context.make(range, DataType::Boolean, Logic{node.op, std::move(left), std::move(right)});
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::Chain &node, const ast::Expr &expr)
+{
+    Chain chain{node.isAnd, {}};
+    chain.terms.reserve(node.terms.size());
+    for (const ast::ExprPtr &term : node.terms)
+        chain.terms.push_back(bindCondition(*term));
+    return m_context.make(expr.range, DataType::Boolean, std::move(chain));
+}
+
+// Both sides become comparable. Columns and literals of different kinds are a mismatch; what is computed is converted
+// by its content.
+void ExpressionBinder::reconcile(ExprPtr &left, ExprPtr &right, Range range)
+{
+    left = settled(typed(std::move(left), right->type));
+    right = settled(typed(std::move(right), left->type));
+    convertTo(left, right, range);
+    convertTo(right, left, range);
+}
+
+void ExpressionBinder::convertTo(ExprPtr &side, const ExprPtr &other, Range range)
+{
+    const Family mine = familyOf(side->type);
+    const Family wanted = familyOf(other->type);
+    const bool isNull = side->as<Literal>() && side->type == DataType::Unknown;
+    const bool same = mine == wanted || (mine == Family::Number && wanted == Family::Date) ||
+                      (mine == Family::Date && wanted == Family::Number);
+    if (same || isNull || wanted == Family::Any)
+        return;
+    if (mine == Family::Binary || wanted == Family::Binary)
+        m_context.fail(m_clause.mismatchError, range);
+    const bool otherIsText = wanted == Family::Text;
+    if (otherIsText && mine == Family::Any)
+        side = asText(std::move(side));
+    else if (otherIsText && other->firm)
+        m_context.fail(m_clause.mismatchError, range);
+    else if (otherIsText)
+        return; // the other side will be converted
+    else if (side->firm)
+        m_context.fail(m_clause.mismatchError, range);
+    else
+        side = wanted == Family::Date ? asDate(std::move(side)) : asNumber(std::move(side));
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::Between &node, const ast::Expr &expr)
+{
+    ExprPtr operand = bindAny(*node.operand);
+    ExprPtr low = bindAny(*node.low);
+    ExprPtr high = bindAny(*node.high);
+    operand = typed(std::move(operand), low->type);
+    operand = settled(typed(std::move(operand), high->type));
+    reconcile(operand, low, expr.range);
+    reconcile(operand, high, expr.range);
+    return m_context.make(expr.range, DataType::Boolean,
+                          Between{std::move(operand), std::move(low), std::move(high), node.negated});
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::InList &node, const ast::Expr &expr)
+{
+    InList list{bindAny(*node.operand), {}, node.negated};
+    list.items.reserve(node.items.size());
+    for (const ast::ExprPtr &item : node.items) {
+        ExprPtr bound = bindAny(*item);
+        reconcile(list.operand, bound, expr.range);
+        list.items.push_back(std::move(bound));
+    }
+    return m_context.make(expr.range, DataType::Boolean, std::move(list));
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::InQuery &node, const ast::Expr &expr)
+{
+    ExprPtr operand = bindAny(*node.operand);
+    QueryPtr query = bindSubquery(*node.query, true);
+    reconcileWithQuery(operand, *query, expr.range);
+    return m_context.make(expr.range, DataType::Boolean, InQuery{std::move(operand), std::move(query), node.negated});
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::IsNull &node, const ast::Expr &expr)
+{
+    ExprPtr operand = bind(*node.operand);
+    return m_context.make(expr.range, DataType::Boolean, IsNull{std::move(operand), node.negated});
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::Exists &node, const ast::Expr &expr)
+{
+    QueryPtr query = bindSubquery(*node.query, false);
+    return m_context.make(expr.range, DataType::Boolean, Exists{std::move(query)});
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::Quantified &node, const ast::Expr &expr)
+{
+    ExprPtr operand = bindAny(*node.operand);
+    QueryPtr query = bindSubquery(*node.query, true);
+    reconcileWithQuery(operand, *query, expr.range);
+    return m_context.make(expr.range, DataType::Boolean,
+                          Quantified{node.op, std::move(operand), node.all, std::move(query)});
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::ScalarQuery &node, const ast::Expr &expr)
+{
+    QueryPtr query = bindSubquery(*node.query, true);
+    const Select &select = *query->singleSelect();
+    const bool oneGroup = select.aggregated && select.groupBy.empty();
+    const bool firstOnly = select.top && select.top->count <= 1 && !select.top->percent && select.order.empty();
+    const bool single = oneGroup || firstOnly || select.sources.empty();
+    const DataType type = query->output().front().info.type;
+    return m_context.make(expr.range, type, ScalarQuery{std::move(query), single});
+}
+
+ExprPtr ExpressionBinder::bindNode(const ast::ImpliedField &, const ast::Expr &expr)
+{
+    if (!m_implied)
+        m_context.fail(error::SyntaxInExpression, expr.range, {u"Syntax error (missing operator)"_s, m_context.text()});
+    return m_implied;
+}
+
+QueryPtr ExpressionBinder::bindSubquery(const ast::Query &query, bool oneColumn)
+{
+    if (query.isUnion())
+        m_context.fail(error::UnionInSubquery, query.range);
+    QueryPtr bound = QueryBinder(m_context, m_scope).bind(query);
+    if (oneColumn && bound->output().size() != 1)
+        m_context.fail(error::SubqueryColumns, query.range);
+    return bound;
+}
+
+void ExpressionBinder::reconcileWithQuery(ExprPtr &operand, const Query &query, Range range)
+{
+    const OutputColumn &column = query.output().front();
+    operand = settled(typed(std::move(operand), column.info.type));
+    // A stand-in of the column's type: only the operand can be converted.
+    const bool firm = !column.expr || column.expr->firm;
+    const ExprPtr standIn = m_context.make(range, column.info.type, Literal{Value::null()}, firm);
+    if (familyOf(column.info.type) == Family::Text && !firm && familyOf(operand->type) != Family::Text)
+        operand = asText(std::move(operand));
+    else
+        convertTo(operand, standIn, range);
+}
+
+} // namespace dao::sql::bound

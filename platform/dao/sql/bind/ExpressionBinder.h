@@ -1,0 +1,119 @@
+#pragma once
+#include "BindContext.h"
+#include "Scope.h"
+
+namespace dao::sql::bound {
+
+/// What a clause allows, and the error when it is not kept.
+struct Clause
+{
+    int aggregateError = 0; ///< 0: aggregates are allowed
+    int mismatchError = error::CriteriaMismatch;
+};
+
+namespace clause {
+inline constexpr Clause selectList{};
+inline constexpr Clause where{error::AggregateInWhere};
+inline constexpr Clause join{error::AggregateInJoin, error::JoinTypeMismatch};
+inline constexpr Clause groupBy{error::AggregateInGroupBy};
+inline constexpr Clause having{};
+inline constexpr Clause orderBy{};
+inline constexpr Clause orderByUngrouped{error::AggregateInOrderBy};
+inline constexpr Clause values{error::AggregateInWhere};
+} // namespace clause
+
+/// Binds expressions of one clause: names to columns or parameters, operators and functions to typed nodes.
+class ExpressionBinder
+{
+public:
+    /// scope: null where no column can be named.
+    ExpressionBinder(BindContext &context, const Scope *scope, const Clause &clause)
+        : m_context(context)
+        , m_scope(scope)
+        , m_clause(clause)
+    {
+    }
+
+    void setScope(const Scope *scope) { m_scope = scope; }
+    /// The select whose rows aggregates run over.
+    void setSelect(const Select *select) { m_select = select; }
+    /// Asked first for an unqualified name: an alias of the same select list. Null answers: not one.
+    using AliasLookup = std::function<ExprPtr(const QString &name, Range where)>;
+    void setAliases(AliasLookup aliases) { m_aliases = std::move(aliases); }
+    /// Only sources of these places may be named (of the tables under a join), else error 3082.
+    void limitTo(size_t first, size_t last) { m_first = first, m_last = last; }
+    /// The field that a validation rule implies.
+    void setImpliedField(ExprPtr field) { m_implied = std::move(field); }
+
+    /// As a value. A parameter without context is a text.
+    ExprPtr bind(const ast::Expr &expr);
+    /// As a condition.
+    ExprPtr bindCondition(const ast::Expr &expr);
+    /// As a value for a field: converted as an assignment converts; literals are converted here and now.
+    ExprPtr bindFor(const ast::Expr &expr, const FieldInfo &field);
+    ExprPtr assigned(ExprPtr expr, const FieldInfo &field);
+
+    // Conversions of bound values to what an operator or a function needs. A parameter without context takes the type.
+    ExprPtr asText(ExprPtr expr);
+    ExprPtr asNumber(ExprPtr expr, DataType parameterType = DataType::Double);
+    ExprPtr asDate(ExprPtr expr);
+    ExprPtr asTruth(ExprPtr expr);
+    ExprPtr asType(ExprPtr expr, DataType type);
+
+private:
+    ExprPtr bindAny(const ast::Expr &expr);
+    ExprPtr bindNode(const ast::Literal &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::Name &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::Unary &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::Binary &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::Chain &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::Call &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::Between &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::InList &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::InQuery &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::IsNull &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::Exists &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::Quantified &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::ScalarQuery &node, const ast::Expr &expr);
+    ExprPtr bindNode(const ast::ImpliedField &node, const ast::Expr &expr);
+
+    ExprPtr lookUp(const ast::Name &name, Range where);
+    ExprPtr lookUpSimple(const QString &name, Range where);
+    QString suggestionFor(const QString &name) const;
+    bool isOpenParameter(const Expr &expr) const;
+    ExprPtr typed(ExprPtr expr, DataType type);
+    ExprPtr settled(ExprPtr expr) { return typed(std::move(expr), DataType::Text); }
+
+    ExprPtr bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr right, Range range);
+    ExprPtr bindAdd(ExprPtr left, ExprPtr right, Range range);
+    ExprPtr bindLogic(const ast::Binary &node, Range range);
+    void reconcile(ExprPtr &left, ExprPtr &right, Range range);
+    void convertTo(ExprPtr &side, const ExprPtr &other, Range range);
+    QueryPtr bindSubquery(const ast::Query &query, bool oneColumn);
+    void reconcileWithQuery(ExprPtr &operand, const Query &query, Range range);
+
+    // FunctionBinder.cpp
+    const FunctionInfo *chooseFunction(const ast::Call &node, Range range) const;
+    ExprPtr bindPlainCall(const FunctionInfo &function, const ast::Call &node, Range range);
+    ExprPtr bindArgument(const FunctionInfo &function, const ast::Call &node, int index);
+    ExprPtr bindSpecial(const FunctionInfo &function, const ast::Call &node, Range range);
+    ExprPtr bindIIf(const ast::Call &node, Range range);
+    ExprPtr bindSwitch(const ast::Call &node, Range range);
+    ExprPtr bindChoose(const ast::Call &node, Range range);
+    ExprPtr bindNz(const ast::Call &node, Range range);
+    ExprPtr bindCase(std::vector<When> branches, ExprPtr otherwise, Range range);
+    ExprPtr bindAggregate(const FunctionInfo &function, const ast::Call &node, Range range);
+    ExprPtr bindDomain(const FunctionInfo &function, const ast::Call &node, Range range);
+    DataType resultType(const FunctionInfo &function, const std::vector<ExprPtr> &arguments) const;
+
+    BindContext &m_context;
+    const Scope *m_scope;
+    Clause m_clause;
+    const Select *m_select = nullptr;
+    AliasLookup m_aliases;
+    ExprPtr m_implied;
+    size_t m_first = 0;
+    size_t m_last = size_t(-1);
+};
+
+} // namespace dao::sql::bound

@@ -1,0 +1,181 @@
+#include "../NearestName.h"
+#include "QueryBinder.h"
+#include "Types.h"
+
+#include <dao/sql/ast/Parser.h>
+
+namespace dao::sql::bound {
+namespace {
+
+// What the inner engine can join.
+constexpr size_t MaxJoined = 60;
+
+/// True when the rows of a query are those of its tables, so that it can be melted into the query around it.
+bool canMelt(const Query &query, bool nullable)
+{
+    const Select *select = query.singleSelect();
+    if (!select || select->sources.empty() || select->aggregated || select->distinct || select->top ||
+        !select->rowSources.empty())
+        return false;
+    if (!nullable)
+        return true;
+    // On the null-supplied side a condition and a computed column must stay inside.
+    return !select->where &&
+           std::all_of(select->columns.begin(), select->columns.end(), [](const OutputColumn &column) {
+               return column.expr->as<FieldRef>() || column.expr->as<Output>();
+           });
+}
+
+} // namespace
+
+void SelectBinder::bindFrom(const std::vector<ast::TableRefPtr> &from)
+{
+    for (const ast::TableRefPtr &table : from)
+        m_select->from.push_back(bindTable(*table, false));
+    m_select->commaJoin = m_select->commaJoin || from.size() > 1;
+    if (m_select->sources.size() > MaxJoined)
+        m_context.fail(error::TooComplex, from.front()->range);
+    bindPendingJoins();
+}
+
+std::shared_ptr<From> SelectBinder::bindTable(const ast::TableRef &table, bool nullable)
+{
+    return std::visit([&](const auto &node) { return bindNode(node, table, nullable); }, table.node);
+}
+
+std::shared_ptr<From> SelectBinder::bindNode(const ast::NamedTable &node, const ast::TableRef &table, bool nullable)
+{
+    const Range nameRange{table.range.start, table.range.length};
+    if (const TableInfo *info = m_context.schema().findTable(node.name))
+        return addBaseTable(*info, table.alias.isEmpty() ? info->name : table.alias, nameRange, nullable);
+    if (const QueryInfo *info = m_context.schema().findQuery(node.name)) {
+        const QString name = table.alias.isEmpty() ? info->name : table.alias;
+        return addQuery(bindStoredQuery(*info, nameRange), name, nameRange, nullable);
+    }
+    m_context.fail(error::UnknownSource, nameRange, {node.name},
+                   didYouMean(node.name, m_context.schema().sourceNames()));
+}
+
+std::shared_ptr<From> SelectBinder::bindNode(const ast::DerivedTable &node, const ast::TableRef &table, bool nullable)
+{
+    std::shared_ptr<Query> query = QueryBinder(m_context, m_scope.outer()).bind(*node.query);
+    return addQuery(std::move(query), table.alias, table.range, nullable);
+}
+
+std::shared_ptr<From> SelectBinder::bindNode(const ast::Join &node, const ast::TableRef &, bool nullable)
+{
+    const size_t first = m_scope.sources().size();
+    auto join = std::make_shared<From>();
+    join->kind = node.kind;
+    join->left = bindTable(*node.left, nullable || node.kind == JoinKind::Right);
+    join->right = bindTable(*node.right, nullable || node.kind == JoinKind::Left);
+    m_pending.push_back({join, node.on.get(), first, m_scope.sources().size()});
+    return join;
+}
+
+void SelectBinder::bindPendingJoins()
+{
+    for (const PendingJoin &pending : m_pending) {
+        ExpressionBinder binder = expressions(clause::join);
+        binder.limitTo(pending.first, pending.last);
+        pending.join->on = binder.bindCondition(*pending.on);
+    }
+    m_pending.clear();
+}
+
+std::shared_ptr<From> SelectBinder::addBaseTable(const TableInfo &info, const QString &name, Range range, bool nullable)
+{
+    std::unique_ptr<Source> source = m_context.newSource(name, range);
+    source->table = &info;
+    source->nullable = nullable;
+    ScopeSource scoped{name, {}};
+    scoped.columns.reserve(size_t(info.fields.size()));
+    for (int i = 0; i < info.fields.size(); ++i)
+        scoped.columns.push_back(
+            {info.fields[i].name, m_context.make({}, info.fields[i].type, FieldRef{source.get(), i}, true)});
+    addToScope(std::move(scoped), range);
+    auto leaf = std::make_shared<From>();
+    leaf->source = source.get();
+    m_select->sources.push_back(std::move(source));
+    return leaf;
+}
+
+std::shared_ptr<Query> SelectBinder::bindStoredQuery(const QueryInfo &info, Range range)
+{
+    const BindContext::Substitution substitution(m_context, info.name, info.sql, range);
+    try {
+        ast::Statement statement = ast::Parser(info.sql).parseStatement();
+        const ast::QueryPtr *query = std::get_if<ast::QueryPtr>(&statement.node);
+        const ast::Select *select = query ? (*query)->singleSelect() : nullptr;
+        if (!query || (select && select->into))
+            m_context.fail(error::UnknownSource, range, {info.name});
+        for (const ast::ParameterDeclaration &declaration : statement.parameters)
+            m_context.declare(declaration);
+        return QueryBinder(m_context, nullptr).bind(**query);
+    } catch (const DaoException &exception) {
+        m_context.rethrow(exception);
+    }
+}
+
+std::shared_ptr<From> SelectBinder::addQuery(std::shared_ptr<Query> query, const QString &name, Range range,
+                                             bool nullable)
+{
+    ScopeSource scoped{name, {}};
+    if (canMelt(*query, nullable)) {
+        std::shared_ptr<From> from = meltQuery(*query, scoped, nullable);
+        addToScope(std::move(scoped), range);
+        return from;
+    }
+    std::unique_ptr<Source> source = m_context.newSource(name, range);
+    source->query = query;
+    source->nullable = nullable;
+    const std::vector<OutputColumn> &columns = query->output();
+    for (size_t i = 0; i < columns.size(); ++i) {
+        const bool firm = !columns[i].expr || columns[i].expr->firm;
+        scoped.columns.push_back(
+            {columns[i].info.name, m_context.make({}, columns[i].info.type, Output{source.get(), int(i)}, firm)});
+    }
+    addToScope(std::move(scoped), range);
+    auto leaf = std::make_shared<From>();
+    leaf->source = source.get();
+    m_select->sources.push_back(std::move(source));
+    return leaf;
+}
+
+// The tables of the inner query become tables of this one, its condition one more term, its columns names for what they
+// stand for.
+std::shared_ptr<From> SelectBinder::meltQuery(const Query &query, ScopeSource &scoped, bool nullable)
+{
+    const std::shared_ptr<Select> &inner = query.parts.front().select;
+    for (const OutputColumn &column : inner->columns)
+        scoped.columns.push_back({column.info.name, column.expr});
+    for (std::unique_ptr<Source> &source : inner->sources) {
+        source->nullable = source->nullable || nullable;
+        m_select->sources.push_back(std::move(source));
+    }
+    inner->sources.clear();
+    m_select->commaJoin = m_select->commaJoin || inner->commaJoin;
+    if (inner->where) {
+        const ExprPtr &where = m_select->where;
+        m_select->where =
+            where ? m_context.make({}, DataType::Boolean, Chain{true, {where, inner->where}}) : inner->where;
+    }
+    m_inheritedOrder = inner->order;
+    FromPtr from = inner->from.front();
+    for (size_t i = 1; i < inner->from.size(); ++i) {
+        auto join = std::make_shared<From>();
+        join->left = from;
+        join->right = inner->from[i];
+        from = join;
+    }
+    return std::const_pointer_cast<From>(from);
+}
+
+void SelectBinder::addToScope(ScopeSource source, Range range)
+{
+    const QString name = source.name;
+    if (!m_scope.add(std::move(source)))
+        m_context.fail(error::RepeatedTable, range, {name});
+}
+
+} // namespace dao::sql::bound

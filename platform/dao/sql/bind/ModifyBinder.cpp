@@ -1,0 +1,253 @@
+#include "ModifyBinder.h"
+
+#include "../NearestName.h"
+#include "RuleBinder.h"
+#include "Types.h"
+
+namespace dao::sql::bound {
+namespace {
+
+QStringList fieldNames(const TableInfo &table)
+{
+    QStringList names;
+    for (const FieldInfo &field : table.fields)
+        names.append(field.name);
+    return names;
+}
+
+Range rangeOf(const std::vector<ast::TableRefPtr> &from)
+{
+    return from.front()->range.to(from.back()->range);
+}
+
+} // namespace
+
+// ---- INSERT -----------------------------------------------------------------------------------------------------
+
+Insert ModifyBinder::bind(const ast::Insert &insert)
+{
+    Insert bound;
+    bound.table = targetTable(insert.table);
+    bindInsertFields(bound, insert);
+    if (insert.query)
+        bindInsertQuery(bound, insert);
+    else
+        bindValues(bound, insert);
+    addComputedDefaults(bound);
+    return bound;
+}
+
+// The table itself, or the one table of a stored query that shows its fields.
+const TableInfo *ModifyBinder::targetTable(const ast::NameAt &name)
+{
+    if (const TableInfo *table = m_context.schema().findTable(name.name))
+        return table;
+    if (!m_context.schema().findQuery(name.name))
+        m_context.fail(error::OutputTableNotFound, name.range, {name.name},
+                       didYouMean(name.name, m_context.schema().sourceNames()));
+    auto reference = std::make_unique<ast::TableRef>();
+    reference->range = name.range;
+    reference->node = ast::NamedTable{name.name};
+    std::vector<ast::TableRefPtr> from;
+    from.push_back(std::move(reference));
+    SelectBinder binder(m_context, nullptr);
+    binder.bindFrom(from);
+    const Select &select = *binder.select();
+    if (select.sources.size() != 1 || !select.sources.front()->table)
+        m_context.fail(error::NotUpdatableQuery, name.range);
+    for (const ScopeColumn &column : binder.scope().sources().front().columns) {
+        if (const FieldRef *field = column.expr->as<FieldRef>())
+            m_throughQuery.insert(column.name.toLower(), field->field);
+    }
+    return select.sources.front()->table;
+}
+
+int ModifyBinder::fieldNamed(const TableInfo &table, const ast::NameAt &name)
+{
+    const int field =
+        m_throughQuery.isEmpty() ? table.indexOf(name.name) : m_throughQuery.value(name.name.toLower(), -1);
+    if (field < 0)
+        m_context.fail(error::UnknownInsertField, name.range, {name.name}, didYouMean(name.name, fieldNames(table)));
+    return field;
+}
+
+void ModifyBinder::addField(Insert &bound, int field, Range range)
+{
+    if (std::find(bound.fields.begin(), bound.fields.end(), field) != bound.fields.end())
+        m_context.fail(error::DuplicateDestination, range, {bound.table->fields[field].name});
+    bound.fields.push_back(field);
+}
+
+void ModifyBinder::bindInsertFields(Insert &bound, const ast::Insert &insert)
+{
+    for (const ast::NameAt &name : insert.columns)
+        addField(bound, fieldNamed(*bound.table, name), name.range);
+    // Without a list, values go by place and the rows of a query by name.
+    if (insert.columns.empty() && !insert.query) {
+        for (int i = 0; i < bound.table->fields.size(); ++i)
+            bound.fields.push_back(i);
+    }
+}
+
+void ModifyBinder::bindValues(Insert &bound, const ast::Insert &insert)
+{
+    if (insert.values.size() != bound.fields.size())
+        m_context.fail(error::InsertCount, insert.values.front()->range.to(insert.values.back()->range));
+    ExpressionBinder binder(m_context, nullptr, clause::values);
+    for (size_t i = 0; i < insert.values.size(); ++i)
+        bound.values.push_back(binder.bindFor(*insert.values[i], bound.table->fields[bound.fields[i]]));
+}
+
+void ModifyBinder::bindInsertQuery(Insert &bound, const ast::Insert &insert)
+{
+    bound.query = QueryBinder(m_context, nullptr).bind(*insert.query);
+    const std::vector<OutputColumn> &columns = bound.query->output();
+    if (insert.columns.empty()) {
+        for (const OutputColumn &column : columns)
+            addField(bound, fieldNamed(*bound.table, {column.info.name, insert.query->range}), insert.query->range);
+    }
+    if (columns.size() != bound.fields.size())
+        m_context.fail(error::InsertCount, insert.query->range);
+    ExpressionBinder binder(m_context, nullptr, clause::values);
+    const std::shared_ptr<Select> &select = bound.query->parts.front().select;
+    const bool direct = !bound.query->isUnion() && select && !select->distinct;
+    if (direct) {
+        for (size_t i = 0; i < columns.size(); ++i)
+            select->columns[i].expr = binder.assigned(columns[i].expr, bound.table->fields[bound.fields[i]]);
+        return;
+    }
+    // Duplicates are dropped before the values are converted.
+    bound.rows = m_context.newSource({}, insert.query->range);
+    bound.rows->query = bound.query;
+    for (size_t i = 0; i < columns.size(); ++i) {
+        const ExprPtr cell =
+            m_context.make(insert.query->range, columns[i].info.type, Output{bound.rows.get(), int(i)}, true);
+        bound.converted.push_back(binder.assigned(cell, bound.table->fields[bound.fields[i]]));
+    }
+}
+
+// A default that the file cannot hold as a constant is part of the statement.
+void ModifyBinder::addComputedDefaults(Insert &bound)
+{
+    for (int i = 0; i < bound.table->fields.size(); ++i) {
+        const FieldInfo &field = bound.table->fields[i];
+        const bool given = std::find(bound.fields.begin(), bound.fields.end(), i) != bound.fields.end();
+        if (given || field.defaultValue.isEmpty() || field.isAutoIncrement())
+            continue;
+        const ExprPtr value = bindDefault(m_context, field.defaultValue, field);
+        if (value->as<Literal>())
+            continue;
+        bound.fields.push_back(i);
+        if (bound.rows)
+            bound.converted.push_back(value);
+        else if (bound.query)
+            bound.query->parts.front().select->columns.push_back({outputInfo(field.name, *value), value, true, {}});
+        else
+            bound.values.push_back(value);
+    }
+}
+
+// ---- UPDATE -----------------------------------------------------------------------------------------------------
+
+Update ModifyBinder::bind(const ast::Update &update)
+{
+    SelectBinder binder(m_context, nullptr);
+    binder.bindFrom(update.from);
+    requireUpdatable(*binder.select(), rangeOf(update.from));
+    Update bound;
+    for (const ast::Assignment &assignment : update.assignments)
+        bound.fields.push_back(bindAssignment(binder, assignment));
+    binder.bindWhere(update.where.get());
+    bound.select = binder.select();
+    return bound;
+}
+
+void ModifyBinder::requireUpdatable(const Select &select, Range range)
+{
+    for (const auto &source : select.sources) {
+        if (!source->table)
+            m_context.fail(error::NotUpdatableQuery, range);
+    }
+}
+
+AssignedField ModifyBinder::bindAssignment(SelectBinder &binder, const ast::Assignment &assignment)
+{
+    const ast::Name &name = *assignment.target->as<ast::Name>();
+    const Range range = assignment.target->range;
+    const Scope &scope = binder.scope();
+    const Scope::Found found = name.parts.size() == 2 ? scope.find(name.parts[0], name.parts[1])
+                                                      : scope.find(name.parts.constFirst(), 0, size_t(-1));
+    if (found.count > 1)
+        m_context.fail(error::AmbiguousField, range, {name.text});
+    if (found.count == 0 || name.parts.size() > 2)
+        m_context.fail(error::UnknownName, range, {name.text}, didYouMean(name.parts.constLast(), scope.columnNames()));
+    const FieldRef *column = found.column->expr->as<FieldRef>();
+    if (!column)
+        m_context.fail(error::FieldNotUpdatable, range, {name.text});
+    const FieldInfo &field = column->source->table->fields[column->field];
+    ExpressionBinder values = binder.expressions(clause::where);
+    return {column->source, column->field, values.bindFor(*assignment.value, field)};
+}
+
+// ---- DELETE -----------------------------------------------------------------------------------------------------
+
+Delete ModifyBinder::bind(const ast::Delete &statement)
+{
+    SelectBinder binder(m_context, nullptr);
+    binder.bindFrom(statement.from);
+    Delete bound;
+    bound.victim = victimOf(binder, statement);
+    binder.bindWhere(statement.where.get());
+    bound.select = binder.select();
+    return bound;
+}
+
+// The first "t.*"; without one, the only table.
+const Source *ModifyBinder::victimOf(const SelectBinder &binder, const ast::Delete &statement)
+{
+    QString named;
+    Range range = rangeOf(statement.from);
+    for (const ast::SelectItem &item : statement.items) {
+        if (!item.starQualifier.isEmpty()) {
+            named = item.starQualifier;
+            range = item.range;
+            break;
+        }
+    }
+    const std::vector<ScopeSource> &sources = binder.scope().sources();
+    if (named.isEmpty() && sources.size() > 1) {
+        // Fields alone name their table as well.
+        for (const ast::SelectItem &item : statement.items) {
+            const ast::Name *name = item.isStar() ? nullptr : item.expr->as<ast::Name>();
+            if (name && name->parts.size() == 2 && named.isEmpty()) {
+                named = name->parts.constFirst();
+                range = item.range;
+            }
+        }
+        if (named.isEmpty())
+            m_context.fail(error::NoDeleteTable, range);
+    }
+    return tableOf(binder, named.isEmpty() ? sources.front().name : named, range);
+}
+
+const Source *ModifyBinder::tableOf(const SelectBinder &binder, const QString &name, Range range)
+{
+    const ScopeSource *scoped = binder.scope().source(name);
+    if (!scoped)
+        m_context.fail(error::UnknownSource, range, {name});
+    // A stored query over one table deletes that table's rows.
+    const Source *victim = nullptr;
+    for (const ScopeColumn &column : scoped->columns) {
+        const FieldRef *field = column.expr->as<FieldRef>();
+        if (!field)
+            continue;
+        if (victim && victim != field->source)
+            m_context.fail(error::CannotDelete, range);
+        victim = field->source;
+    }
+    if (!victim)
+        m_context.fail(error::CannotDelete, range);
+    return victim;
+}
+
+} // namespace dao::sql::bound

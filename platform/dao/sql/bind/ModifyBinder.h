@@ -1,0 +1,37 @@
+#pragma once
+#include "QueryBinder.h"
+
+namespace dao::sql::bound {
+
+/// Binds the statements that change rows.
+class ModifyBinder
+{
+public:
+    explicit ModifyBinder(BindContext &context)
+        : m_context(context)
+    {
+    }
+
+    Insert bind(const ast::Insert &insert);
+    Update bind(const ast::Update &update);
+    Delete bind(const ast::Delete &statement);
+
+private:
+    const TableInfo *targetTable(const ast::NameAt &name);
+    void bindInsertFields(Insert &bound, const ast::Insert &insert);
+    int fieldNamed(const TableInfo &table, const ast::NameAt &name);
+    void addField(Insert &bound, int field, ast::Range range);
+    void bindValues(Insert &bound, const ast::Insert &insert);
+    void bindInsertQuery(Insert &bound, const ast::Insert &insert);
+    void addComputedDefaults(Insert &bound);
+    AssignedField bindAssignment(SelectBinder &binder, const ast::Assignment &assignment);
+    void requireUpdatable(const Select &select, Range range);
+    const Source *victimOf(const SelectBinder &binder, const ast::Delete &statement);
+    const Source *tableOf(const SelectBinder &binder, const QString &name, Range range);
+
+    BindContext &m_context;
+    /// What INSERT through a stored query calls the fields of its table; empty for a table.
+    QHash<QString, int> m_throughQuery;
+};
+
+} // namespace dao::sql::bound

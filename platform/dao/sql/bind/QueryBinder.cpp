@@ -1,0 +1,129 @@
+#include "QueryBinder.h"
+
+#include "../NearestName.h"
+#include "Types.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::bound {
+
+std::shared_ptr<Query> QueryBinder::bind(const ast::Query &query)
+{
+    auto bound = std::make_shared<Query>();
+    for (const ast::QueryPart &part : query.parts) {
+        bound->parts.push_back(bindPart(part));
+        bound->parts.back().all = part.all;
+    }
+    // A lone query in parentheses is that query.
+    if (!bound->isUnion() && bound->parts.front().nested)
+        return std::const_pointer_cast<Query>(bound->parts.front().nested);
+    if (bound->isUnion()) {
+        mergeColumns(*bound, query.range);
+        bindUnionOrder(*bound, query);
+    }
+    return bound;
+}
+
+QueryPart QueryBinder::bindPart(const ast::QueryPart &part)
+{
+    QueryPart bound;
+    if (part.select) {
+        bound.select = SelectBinder(m_context, m_outer).bind(*part.select);
+    } else if (part.nested) {
+        bound.nested = bind(*part.nested);
+    } else { // TABLE name
+        auto table = std::make_unique<ast::TableRef>();
+        table->range = part.table->range;
+        table->node = ast::NamedTable{part.table->name};
+        ast::Select select;
+        select.range = part.table->range;
+        select.items.emplace_back();
+        select.items.back().range = part.table->range;
+        select.from.push_back(std::move(table));
+        bound.select = SelectBinder(m_context, m_outer).bind(select);
+    }
+    return bound;
+}
+
+// Names from the first part, types that hold the values of all.
+void QueryBinder::mergeColumns(Query &query, Range range)
+{
+    const auto columnsOf = [](const QueryPart &part) -> const std::vector<OutputColumn> & {
+        return part.select ? part.select->columns : part.nested->output();
+    };
+    query.columns = columnsOf(query.parts.front());
+    for (OutputColumn &column : query.columns) {
+        FieldInfo info;
+        info.name = column.info.name;
+        info.type = column.info.type;
+        info.size = column.info.size;
+        column = {info, nullptr, true, {}};
+    }
+    for (const QueryPart &part : query.parts) {
+        const std::vector<OutputColumn> &columns = columnsOf(part);
+        if (columns.size() != query.columns.size())
+            m_context.fail(error::UnionColumns, range);
+        for (size_t i = 0; i < columns.size(); ++i) {
+            FieldInfo &info = query.columns[i].info;
+            const bool isNull =
+                columns[i].expr && columns[i].expr->type == DataType::Unknown && columns[i].expr->as<Literal>();
+            if (isNull)
+                continue;
+            const OutputColumn &firstColumn = columnsOf(query.parts.front())[i];
+            const bool firstIsNull =
+                firstColumn.expr && firstColumn.expr->as<Literal>() && firstColumn.expr->type == DataType::Unknown;
+            const DataType merged = firstIsNull && info.type == DataType::Text
+                                        ? columns[i].info.type
+                                        : commonType(info.type, columns[i].info.type);
+            info.size = merged == columns[i].info.type && merged == info.type
+                            ? std::max(info.size, columns[i].info.size)
+                            : sizeOf(merged);
+            info.type = merged;
+        }
+    }
+}
+
+void QueryBinder::bindUnionOrder(Query &query, const ast::Query &source)
+{
+    for (const ast::OrderItem &item : source.orderBy)
+        query.order.push_back({nullptr, item.descending, unionColumn(query, *item.expr)});
+}
+
+// A union is ordered by its output columns: by name, with or without the name of a table, or by place.
+int QueryBinder::unionColumn(const Query &query, const ast::Expr &expr)
+{
+    if (const ast::Literal *literal = expr.as<ast::Literal>(); literal && literal->value.type() == Value::Type::Long) {
+        const qint64 place = literal->value.integer();
+        if (place >= 1 && place <= qint64(query.columns.size()))
+            return int(place) - 1;
+    }
+    QStringList names;
+    for (const OutputColumn &column : query.columns)
+        names.append(column.info.name);
+    if (const ast::Name *name = expr.as<ast::Name>()) {
+        for (const QString &wanted : {name->text, name->parts.constLast()}) {
+            for (qsizetype i = 0; i < names.size(); ++i) {
+                if (names[i].compare(wanted, Qt::CaseInsensitive) == 0)
+                    return int(i);
+            }
+        }
+    }
+    const QString text = m_context.textOf(expr.range);
+    m_context.fail(error::UnknownName, expr.range, {text}, didYouMean(text, names));
+}
+
+QString domainQuery(const FunctionInfo &function, const QStringList &texts)
+{
+    const QString name = QString::fromUtf16(function.name);
+    QString source = texts[1].trimmed();
+    if (!source.startsWith(u'['))
+        source = u'[' + source + u']';
+    const QString list =
+        name == u"DLookup" ? QString(u"TOP 1 "_s + texts[0]) : QString(name.sliced(1) + u'(' + texts[0] + u')');
+    QString sql = u"SELECT "_s + list + u" FROM " + source;
+    if (texts.size() > 2 && !texts[2].trimmed().isEmpty())
+        sql += u" WHERE "_s + texts[2];
+    return sql;
+}
+
+} // namespace dao::sql::bound

@@ -1,0 +1,99 @@
+#pragma once
+#include "BindContext.h"
+#include "ExpressionBinder.h"
+#include "Scope.h"
+
+namespace dao::sql::bound {
+
+/// Binds a query: a select, or a union of several.
+class QueryBinder
+{
+public:
+    QueryBinder(BindContext &context, const Scope *outer)
+        : m_context(context)
+        , m_outer(outer)
+    {
+    }
+
+    std::shared_ptr<Query> bind(const ast::Query &query);
+
+private:
+    QueryPart bindPart(const ast::QueryPart &part);
+    void mergeColumns(Query &query, Range range);
+    void bindUnionOrder(Query &query, const ast::Query &source);
+    int unionColumn(const Query &query, const ast::Expr &expr);
+
+    BindContext &m_context;
+    const Scope *m_outer;
+};
+
+/// Binds one select: first what FROM brings, then the clauses over it.
+class SelectBinder
+{
+public:
+    SelectBinder(BindContext &context, const Scope *outer);
+
+    std::shared_ptr<Select> bind(const ast::Select &select);
+
+    // The steps of it, for statements that have only some of the clauses.
+    void bindFrom(const std::vector<ast::TableRefPtr> &from);
+    void bindWhere(const ast::Expr *where);
+    ExpressionBinder expressions(const Clause &clause);
+    const Scope &scope() const { return m_scope; }
+    const std::shared_ptr<Select> &select() const { return m_select; }
+    void checkGrouped(const Expr &expr) const;
+
+private:
+    struct Alias
+    {
+        const ast::Expr *expr = nullptr;
+        ExprPtr bound;
+        bool binding = false;
+    };
+    struct PendingJoin
+    {
+        std::shared_ptr<From> join;
+        const ast::Expr *on;
+        size_t first;
+        size_t last;
+    };
+
+    // FromBinder.cpp
+    std::shared_ptr<From> bindTable(const ast::TableRef &table, bool nullable);
+    std::shared_ptr<From> bindNode(const ast::NamedTable &node, const ast::TableRef &table, bool nullable);
+    std::shared_ptr<From> bindNode(const ast::DerivedTable &node, const ast::TableRef &table, bool nullable);
+    std::shared_ptr<From> bindNode(const ast::Join &node, const ast::TableRef &table, bool nullable);
+    std::shared_ptr<From> addBaseTable(const TableInfo &info, const QString &name, Range range, bool nullable);
+    std::shared_ptr<From> addQuery(std::shared_ptr<Query> query, const QString &name, Range range, bool nullable);
+    std::shared_ptr<From> meltQuery(const Query &query, ScopeSource &source, bool nullable);
+    std::shared_ptr<Query> bindStoredQuery(const QueryInfo &info, Range range);
+    void addToScope(ScopeSource source, Range range);
+    void bindPendingJoins();
+
+    // SelectBinder.cpp
+    void bindList(const std::vector<ast::SelectItem> &items);
+    void addStar(const ast::SelectItem &item);
+    void addItem(const ast::SelectItem &item);
+    void nameColumns();
+    ExprPtr aliasNamed(const QString &name, Range where);
+    ExprPtr bindAlias(Alias &alias, const QString &name, Range where);
+    void bindGroupBy(const ast::Select &select);
+    void bindOrderBy(const ast::Select &select);
+    OrderKey bindOrderItem(const ast::OrderItem &item);
+    void inheritOrder();
+    void bindDistinctRow();
+    void checkClauses(const ast::Select &select);
+
+    BindContext &m_context;
+    Scope m_scope;
+    std::shared_ptr<Select> m_select;
+    std::vector<PendingJoin> m_pending;
+    std::vector<OrderKey> m_inheritedOrder;
+    QHash<QString, Alias> m_aliases;
+    int m_unnamed = 0;
+};
+
+/// The query that a domain function with these texts stands for.
+QString domainQuery(const FunctionInfo &function, const QStringList &texts);
+
+} // namespace dao::sql::bound

@@ -1,0 +1,56 @@
+#include "RuleBinder.h"
+
+#include <dao/sql/ast/Parser.h>
+
+namespace dao::sql::bound {
+namespace {
+
+/// Names nothing: only literals, operators and functions.
+ExprPtr tryBindDefault(BindContext &context, const QString &text, const FieldInfo &field)
+{
+    try {
+        const BindContext::Substitution substitution(context, field.name, text, {});
+        const ast::ExprPtr expr = ast::Parser(text).parseLoneExpression();
+        const bool isBareWord = expr->as<ast::Name>() != nullptr;
+        if (isBareWord)
+            return nullptr;
+        ExpressionBinder binder(context, nullptr, clause::values);
+        return binder.bindFor(*expr, field);
+    } catch (const DaoException &) {
+        return nullptr;
+    }
+}
+
+} // namespace
+
+ExprPtr bindDefault(BindContext &context, const QString &text, const FieldInfo &field)
+{
+    if (ExprPtr bound = tryBindDefault(context, text, field))
+        return bound;
+    const QString word = text.trimmed().startsWith(u'=') ? text.trimmed().sliced(1).trimmed() : text.trimmed();
+    const Value value = convertValue(Value::fromText(word), field.type);
+    if (value.isEmpty())
+        context.fail(error::ConversionFailed, {});
+    return context.make({}, field.type, Literal{value}, true);
+}
+
+ExprPtr bindRule(BindContext &context, const Source &source, const FieldInfo *implied)
+{
+    const ast::ExprPtr rule =
+        implied ? ast::Parser(context.text()).parseCriterion() : ast::Parser(context.text()).parseLoneExpression();
+    ScopeSource scoped{source.name, {}};
+    for (int i = 0; i < source.table->fields.size(); ++i) {
+        const FieldInfo &field = source.table->fields[i];
+        scoped.columns.push_back({field.name, context.make({}, field.type, FieldRef{&source, i}, true)});
+    }
+    context.forbidParameters();
+    ExpressionBinder binder(context, nullptr, clause::where);
+    Scope scope;
+    if (implied)
+        binder.setImpliedField(scoped.columns[size_t(source.table->indexOf(implied->name))].expr);
+    scope.add(std::move(scoped));
+    binder.setScope(&scope);
+    return binder.bindCondition(*rule);
+}
+
+} // namespace dao::sql::bound

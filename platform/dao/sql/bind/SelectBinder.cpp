@@ -1,0 +1,285 @@
+#include "QueryBinder.h"
+#include "Types.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::bound {
+namespace {
+
+constexpr int FirstUnnamed = 1000;
+constexpr size_t MaxKeys = 10;
+
+bool hasAggregate(const Expr &expr)
+{
+    return anyPart(expr, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
+}
+
+} // namespace
+
+SelectBinder::SelectBinder(BindContext &context, const Scope *outer)
+    : m_context(context)
+    , m_scope(outer)
+    , m_select(std::make_shared<Select>())
+{
+}
+
+ExpressionBinder SelectBinder::expressions(const Clause &clause)
+{
+    ExpressionBinder binder(m_context, &m_scope, clause);
+    binder.setSelect(m_select.get());
+    return binder;
+}
+
+std::shared_ptr<Select> SelectBinder::bind(const ast::Select &select)
+{
+    m_select->distinct = select.duplicates == ast::Duplicates::Distinct;
+    m_select->top = select.top;
+    bindFrom(select.from);
+    bindList(select.items);
+    bindWhere(select.where.get());
+    bindGroupBy(select);
+    bindOrderBy(select);
+    if (select.duplicates == ast::Duplicates::DistinctRow)
+        bindDistinctRow();
+    checkClauses(select);
+    return m_select;
+}
+
+void SelectBinder::bindWhere(const ast::Expr *where)
+{
+    if (!where)
+        return;
+    ExprPtr condition = expressions(clause::where).bindCondition(*where);
+    const ExprPtr &melted = m_select->where;
+    m_select->where =
+        melted ? m_context.make(where->range, DataType::Boolean, Chain{true, {melted, condition}}) : condition;
+}
+
+void SelectBinder::bindList(const std::vector<ast::SelectItem> &items)
+{
+    for (const ast::SelectItem &item : items) {
+        if (item.alias.isEmpty())
+            continue;
+        if (m_aliases.contains(item.alias.toLower()))
+            m_context.fail(error::DuplicateAlias, item.range, {item.alias});
+        m_aliases.insert(item.alias.toLower(), {item.expr.get(), nullptr, false});
+    }
+    for (const ast::SelectItem &item : items) {
+        if (item.isStar())
+            addStar(item);
+        else
+            addItem(item);
+    }
+    nameColumns();
+}
+
+void SelectBinder::addStar(const ast::SelectItem &item)
+{
+    bool found = false;
+    for (const ScopeSource &source : m_scope.sources()) {
+        if (!item.starQualifier.isEmpty() && item.starQualifier.compare(source.name, Qt::CaseInsensitive) != 0)
+            continue;
+        found = true;
+        for (const ScopeColumn &column : source.columns)
+            m_select->columns.push_back({outputInfo(column.name, *column.expr), column.expr, true, source.name});
+    }
+    if (found)
+        return;
+    if (item.starQualifier.isEmpty())
+        m_context.fail(error::EmptyStatement, item.range);
+    m_context.fail(error::UnknownName, item.range, {item.starQualifier + u".*"});
+}
+
+void SelectBinder::addItem(const ast::SelectItem &item)
+{
+    OutputColumn column;
+    if (!item.alias.isEmpty()) {
+        column.expr = bindAlias(m_aliases[item.alias.toLower()], item.alias, item.range);
+        column.info = outputInfo(item.alias, *column.expr);
+        column.named = true;
+    } else {
+        ExpressionBinder binder = expressions(clause::selectList);
+        binder.setAliases([this](const QString &name, Range where) { return aliasNamed(name, where); });
+        column.expr = binder.bind(*item.expr);
+        const ast::Name *name = item.expr->as<ast::Name>();
+        const bool isField = name && !column.expr->as<ParameterRef>();
+        if (isField) {
+            // The spelling of the schema, not that of the statement.
+            const Scope::Found found = name->parts.size() == 2 ? m_scope.find(name->parts[0], name->parts[1])
+                                                               : m_scope.find(name->parts[0], 0, size_t(-1));
+            column.named = found.count > 0;
+            column.qualifier = found.source ? found.source->name : QString();
+            column.info = outputInfo(found.column ? found.column->name : name->parts.constLast(), *column.expr);
+            if (!found.column)
+                column.named = true;
+        } else {
+            column.info = outputInfo(u"Expr%1"_s.arg(FirstUnnamed + m_unnamed++), *column.expr);
+        }
+    }
+    m_select->columns.push_back(std::move(column));
+}
+
+// Fields of one name from different sources are told apart by their sources' names.
+void SelectBinder::nameColumns()
+{
+    QHash<QString, QStringList> qualifiers;
+    for (const OutputColumn &column : m_select->columns) {
+        if (!column.qualifier.isEmpty())
+            qualifiers[column.info.name.toLower()].append(column.qualifier);
+    }
+    for (OutputColumn &column : m_select->columns) {
+        if (column.qualifier.isEmpty())
+            continue;
+        QStringList &names = qualifiers[column.info.name.toLower()];
+        names.removeDuplicates();
+        if (names.size() > 1)
+            column.info.name = column.qualifier + u'.' + column.info.name;
+    }
+}
+
+ExprPtr SelectBinder::aliasNamed(const QString &name, Range where)
+{
+    const auto found = m_aliases.find(name.toLower());
+    return found == m_aliases.end() ? nullptr : bindAlias(*found, name, where);
+}
+
+ExprPtr SelectBinder::bindAlias(Alias &alias, const QString &name, Range where)
+{
+    if (alias.bound)
+        return alias.bound;
+    if (alias.binding) {
+        // "x AS x" is the column itself; anything else that needs itself can have no value.
+        const ast::Name *self = alias.expr->as<ast::Name>();
+        if (self && self->parts.size() == 1 && self->text.compare(name, Qt::CaseInsensitive) == 0)
+            return nullptr;
+        m_context.fail(error::CircularAlias, where, {name});
+    }
+    alias.binding = true;
+    ExpressionBinder binder = expressions(clause::selectList);
+    binder.setAliases([this](const QString &other, Range place) { return aliasNamed(other, place); });
+    const ExprPtr bound = binder.bind(*alias.expr);
+    Alias &entry = m_aliases[name.toLower()];
+    entry.bound = bound;
+    entry.binding = false;
+    return bound;
+}
+
+void SelectBinder::bindGroupBy(const ast::Select &select)
+{
+    if (select.groupBy.size() > MaxKeys)
+        m_context.fail(error::GroupByTooMany, select.groupBy.back()->range);
+    for (const ast::ExprPtr &expr : select.groupBy)
+        m_select->groupBy.push_back(expressions(clause::groupBy).bind(*expr));
+    if (select.having)
+        m_select->having = expressions(clause::having).bindCondition(*select.having);
+    m_select->aggregated = !m_select->groupBy.empty() || (m_select->having && hasAggregate(*m_select->having)) ||
+                           std::any_of(m_select->columns.begin(), m_select->columns.end(),
+                                       [](const OutputColumn &column) { return hasAggregate(*column.expr); });
+}
+
+void SelectBinder::bindOrderBy(const ast::Select &select)
+{
+    if (select.orderBy.size() > MaxKeys)
+        m_context.fail(error::OrderByTooMany, select.orderBy.back().expr->range);
+    for (const ast::OrderItem &item : select.orderBy)
+        m_select->order.push_back(bindOrderItem(item));
+    if (select.orderBy.empty())
+        inheritOrder();
+}
+
+OrderKey SelectBinder::bindOrderItem(const ast::OrderItem &item)
+{
+    OrderKey key;
+    key.descending = item.descending;
+    const ast::Literal *literal = item.expr->as<ast::Literal>();
+    if (literal && literal->value.type() == Value::Type::Long) {
+        const qint64 place = literal->value.integer();
+        if (place < 1 || place > qint64(m_select->columns.size()))
+            m_context.fail(error::UnknownName, item.expr->range, {m_context.textOf(item.expr->range)});
+        key.output = int(place) - 1;
+        key.expr = m_select->columns[size_t(key.output)].expr;
+        return key;
+    }
+    key.expr = expressions(m_select->aggregated ? clause::orderBy : clause::orderByUngrouped).bind(*item.expr);
+    for (size_t i = 0; i < m_select->columns.size() && key.output < 0; ++i) {
+        if (sameExpr(*m_select->columns[i].expr, *key.expr))
+            key.output = int(i);
+    }
+    if (m_select->distinct && key.output < 0)
+        m_context.fail(error::OrderByNotSelected, item.expr->range, {m_context.textOf(item.expr->range)});
+    return key;
+}
+
+// Rows of a single ordered query come in its order.
+void SelectBinder::inheritOrder()
+{
+    if (m_scope.sources().size() != 1 || m_select->aggregated || m_select->distinct)
+        return;
+    for (const OrderKey &key : m_inheritedOrder)
+        m_select->order.push_back({key.expr, key.descending, -1});
+}
+
+// Drops repeated combinations of rows of those tables that have an output field; nothing to do when all of them have.
+void SelectBinder::bindDistinctRow()
+{
+    if (m_select->aggregated || m_select->sources.size() < 2)
+        return;
+    std::vector<const Source *> used;
+    for (const auto &source : m_select->sources) {
+        if (!source->table)
+            return;
+        const auto reads = [&source](const Expr &part) {
+            const FieldRef *column = part.as<FieldRef>();
+            return column && column->source == source.get();
+        };
+        const bool contributes = std::any_of(m_select->columns.begin(), m_select->columns.end(),
+                                             [&](const OutputColumn &column) { return anyPart(*column.expr, reads); });
+        if (contributes)
+            used.push_back(source.get());
+    }
+    if (!used.empty() && used.size() < m_select->sources.size())
+        m_select->rowSources = std::move(used);
+}
+
+void SelectBinder::checkClauses(const ast::Select &select)
+{
+    if (select.having && !m_select->aggregated)
+        m_context.fail(error::HavingWithoutGroup, select.having->range, {m_context.textOf(select.having->range)});
+    if (!m_select->aggregated)
+        return;
+    size_t starColumns = 0;
+    for (const ast::SelectItem &item : select.items)
+        starColumns += item.isStar();
+    if (starColumns > 0)
+        m_context.fail(error::NotGrouped, select.items.front().range, {u"*"_s});
+    for (size_t i = 0; i < m_select->columns.size(); ++i)
+        checkGrouped(*m_select->columns[i].expr);
+    if (m_select->having)
+        checkGrouped(*m_select->having);
+    for (const OrderKey &key : m_select->order)
+        checkGrouped(*key.expr);
+}
+
+// Every column outside an aggregate must be part of a group key.
+void SelectBinder::checkGrouped(const Expr &expr) const
+{
+    const bool isKey = std::any_of(m_select->groupBy.begin(), m_select->groupBy.end(),
+                                   [&expr](const ExprPtr &key) { return sameExpr(*key, expr); });
+    if (isKey || expr.as<Aggregate>())
+        return;
+    const FieldRef *column = expr.as<FieldRef>();
+    const Output *output = expr.as<Output>();
+    if (column || output) {
+        const Source *source = column ? column->source : output->source;
+        const bool own = std::any_of(m_select->sources.begin(), m_select->sources.end(),
+                                     [source](const auto &mine) { return mine.get() == source; });
+        if (own) {
+            const QString name = outputInfo({}, expr).sourceField;
+            m_context.fail(error::NotGrouped, expr.range, {name.isEmpty() ? m_context.textOf(expr.range) : name});
+        }
+        return;
+    }
+    forEachChild(expr, [this](const ExprPtr &child) { checkGrouped(*child); });
+}
+
+} // namespace dao::sql::bound

@@ -1,0 +1,189 @@
+#include "Generator.h"
+#include "Rank.h"
+
+#include "../bind/Types.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::generate {
+namespace {
+
+using namespace bound;
+
+// Flat chains make trees as deep as they are long; the inner engine allows a thousand levels.
+constexpr qsizetype MaxFlatTerms = 64;
+
+QStringView symbolOf(BinaryOp op)
+{
+    switch (op) {
+    case BinaryOp::Equal:
+        return u"=";
+    case BinaryOp::NotEqual:
+        return u"<>";
+    case BinaryOp::Less:
+        return u"<";
+    case BinaryOp::Greater:
+        return u">";
+    case BinaryOp::LessEqual:
+        return u"<=";
+    default:
+        return u">=";
+    }
+}
+
+int rankOf(BinaryOp op)
+{
+    return op == BinaryOp::Equal || op == BinaryOp::NotEqual ? rank::Equality : rank::Relation;
+}
+
+/// True when both are literals and the first is the greater one.
+bool isReversed(const Expr &low, const Expr &high)
+{
+    const Literal *first = low.as<Literal>();
+    const Literal *second = high.as<Literal>();
+    if (!first || !second || first->value.hasNoValue() || second->value.hasNoValue())
+        return false;
+    if (first->value.type() == Value::Type::Text)
+        return first->value.text().compare(second->value.text(), Qt::CaseInsensitive) > 0;
+    return first->value.real() > second->value.real();
+}
+
+bool areOrdered(const Expr &low, const Expr &high)
+{
+    return low.as<Literal>() && high.as<Literal>() && !isReversed(low, high);
+}
+
+} // namespace
+
+Generator::Piece Generator::truthOf(const bound::Not &node)
+{
+    return {u"NOT "_s + truthAt(*node.operand, rank::Equality), rank::Not};
+}
+
+Generator::Piece Generator::truthOf(const Compare &node)
+{
+    const int rank = rankOf(node.op);
+    const Piece left = comparable(*node.left, *node.right);
+    const QString leftText = left.rank > rank ? left.text : u'(' + left.text + u')';
+    return {leftText + u' ' + symbolOf(node.op) + u' ' + valueAt(*node.right, rank::Relation + 1), rank};
+}
+
+Generator::Piece Generator::truthOf(const Like &node)
+{
+    if (m_standalone) {
+        const Piece piece = standaloneLike(node);
+        if (!piece.text.isEmpty())
+            return piece;
+    }
+    return call(node.ansi ? u"alike" : u"like", value(*node.pattern).text + u", "_s + value(*node.text).text);
+}
+
+// A pattern in the inner engine's own terms: LIKE knows runs and single characters, GLOB also digits and classes.
+Generator::Piece Generator::standaloneLike(const Like &node)
+{
+    const Literal *literal = node.pattern->as<Literal>();
+    if (!literal || literal->value.type() != Value::Type::Text || node.ansi)
+        return {};
+    const QString pattern = literal->value.text();
+    const QString text = value(*node.text).text;
+    const bool classes = pattern.contains(u'[') || pattern.contains(u'#');
+    QString inner;
+    for (qsizetype i = 0; i < pattern.size(); ++i) {
+        const QChar c = pattern[i];
+        if (c == u'*' || c == u'?')
+            inner += classes ? c : c == u'*' ? QChar(u'%') : QChar(u'_');
+        else if (c == u'#')
+            inner += u"[0-9]"_s;
+        else if (c == u'[' && i + 1 < pattern.size() && pattern[i + 1] == u'!')
+            inner += u"[^"_s, ++i;
+        else if (!classes && (c == u'%' || c == u'_' || c == u'\\'))
+            inner += u'\\', inner += c;
+        else
+            inner += c;
+    }
+    inner.replace(u'\'', u"''"_s);
+    if (classes)
+        return {u"lower("_s + text + u") GLOB '"_s + inner.toLower() + u'\'', rank::Equality};
+    return {text + u" LIKE '"_s + inner + u"' ESCAPE '\\'"_s, rank::Equality};
+}
+
+Generator::Piece Generator::truthOf(const Logic &node)
+{
+    if (node.op == BinaryOp::Imp)
+        return {u"NOT "_s + truthAt(*node.left, rank::Equality) + u" OR "_s + truthAt(*node.right, rank::And),
+                rank::Or};
+    const QStringView symbol = node.op == BinaryOp::Xor ? u" <> " : u" = ";
+    return {truthAt(*node.left, rank::Primary) + symbol + truthAt(*node.right, rank::Primary), rank::Equality};
+}
+
+Generator::Piece Generator::truthOf(const bound::Chain &node)
+{
+    const int rank = node.isAnd ? rank::And : rank::Or;
+    const QString word = node.isAnd ? u" AND "_s : u" OR "_s;
+    QStringList terms;
+    for (const ExprPtr &term : node.terms)
+        terms.append(truthAt(*term, rank + 1));
+    while (terms.size() > MaxFlatTerms) {
+        QStringList groups;
+        for (qsizetype i = 0; i < terms.size(); i += MaxFlatTerms)
+            groups.append(u'(' + terms.sliced(i, std::min(MaxFlatTerms, terms.size() - i)).join(word) + u')');
+        terms = groups;
+    }
+    return {terms.join(word), rank};
+}
+
+// The bounds hold in either order; literals are put in order here.
+Generator::Piece Generator::truthOf(const Between &node)
+{
+    const Piece operand = comparable(*node.operand, *node.low);
+    QString low = valueAt(*node.low, rank::Relation + 1);
+    QString high = valueAt(*node.high, rank::Relation + 1);
+    if (isReversed(*node.low, *node.high)) {
+        std::swap(low, high);
+    } else if (!areOrdered(*node.low, *node.high)) {
+        const QString list = u'(' + sortable(*node.low) + u", "_s + high + u')';
+        low = m_target.lesser + list;
+        high = m_target.greater + list;
+    }
+    const QString left = operand.rank > rank::Equality ? operand.text : u'(' + operand.text + u')';
+    return {left + (node.negated ? u" NOT BETWEEN "_s : u" BETWEEN "_s) + low + u" AND "_s + high, rank::Equality};
+}
+
+Generator::Piece Generator::truthOf(const InList &node)
+{
+    const QString left = sortable(*node.operand);
+    return {left + (node.negated ? u" NOT IN ("_s : u" IN ("_s) + arguments(node.items) + u')', rank::Equality};
+}
+
+Generator::Piece Generator::truthOf(const InQuery &node)
+{
+    const QString left = sortable(*node.operand);
+    return {left + (node.negated ? u" NOT IN ("_s : u" IN ("_s) + queryText(*node.query, Shape::Subquery) + u')',
+            rank::Equality};
+}
+
+Generator::Piece Generator::truthOf(const bound::IsNull &node)
+{
+    return {valueAt(*node.operand, rank::Relation) + (node.negated ? u" IS NOT NULL"_s : u" IS NULL"_s),
+            rank::Equality};
+}
+
+Generator::Piece Generator::truthOf(const Exists &node)
+{
+    return {u"EXISTS ("_s + queryText(*node.query, Shape::Subquery) + u')', rank::Primary};
+}
+
+// x > ANY: there is a row for which it holds. x > ALL: there is none for which it does not, or is not known to.
+Generator::Piece Generator::truthOf(const Quantified &node)
+{
+    const QString derived = u"_q"_s + QString::number(++m_derived);
+    const QString cell = derived + u'.' + m_target.columnPrefix + u'0';
+    const QString test = sortable(*node.operand) + u' ' + symbolOf(node.op) + u' ' + cell;
+    const QString rows =
+        u" (SELECT 1 FROM ("_s + queryText(*node.query, Shape::Nested) + u") AS "_s + derived + u" WHERE "_s;
+    if (node.all)
+        return {u"NOT EXISTS"_s + rows + u"("_s + test + u") IS NOT 1)"_s, rank::Not};
+    return {u"EXISTS"_s + rows + test + u')', rank::Primary};
+}
+
+} // namespace dao::sql::generate

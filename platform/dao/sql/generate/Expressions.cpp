@@ -1,0 +1,389 @@
+#include "Generator.h"
+#include "Rank.h"
+
+#include "../bind/Types.h"
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::generate {
+namespace {
+
+using namespace bound;
+
+// The inner engine takes at most 127 arguments.
+constexpr size_t MaxArguments = 100;
+
+/// Nodes that are conditions of the inner engine.
+template <typename Node>
+concept Condition = std::is_same_v<Node, bound::Not> || std::is_same_v<Node, Compare> || std::is_same_v<Node, Like> ||
+    std::is_same_v<Node, Logic> || std::is_same_v<Node, bound::Chain> || std::is_same_v<Node, Between> ||
+    std::is_same_v<Node, InList> || std::is_same_v<Node, InQuery> || std::is_same_v<Node, bound::IsNull> ||
+    std::is_same_v<Node, Exists> || std::is_same_v<Node, Quantified>;
+
+QString realText(double number)
+{
+    QString text = QString::number(number, 'g', 17);
+    if (QString::number(number, 'g', 15).toDouble() == number)
+        text = QString::number(number, 'g', 15);
+    if (!text.contains(u'.') && !text.contains(u'e') && !text.contains(u'n'))
+        text += u".0"_s;
+    return text;
+}
+
+QString textLiteral(const QString &text)
+{
+    if (text.contains(QChar(0)))
+        return u"CAST(x'"_s + QString::fromLatin1(text.toUtf8().toHex()) + u"' AS TEXT)"_s;
+    QString result = text;
+    result.replace(u'\'', u"''"_s);
+    return u'\'' + result + u'\'';
+}
+
+QStringView textFunction(DataType type)
+{
+    switch (type) {
+    case DataType::Date:
+        return u"as_text_date";
+    case DataType::Single:
+        return u"as_text_single";
+    default:
+        return u"as_text";
+    }
+}
+
+QStringView assignFunction(DataType type)
+{
+    switch (type) {
+    case DataType::Boolean:
+        return u"to_boolean";
+    case DataType::Byte:
+        return u"to_byte";
+    case DataType::Integer:
+        return u"to_integer";
+    case DataType::Long:
+        return u"to_long";
+    case DataType::Currency:
+        return u"to_currency";
+    case DataType::Single:
+        return u"to_single";
+    case DataType::Date:
+        return u"to_date";
+    case DataType::Double:
+    case DataType::Decimal:
+        return u"to_double";
+    default:
+        return u"to_binary";
+    }
+}
+
+} // namespace
+
+Generator::Generator(const BindContext &context)
+    : m_context(context)
+    , m_target(sqliteTarget())
+    , m_positions(context.parameterPositions())
+    , m_parameters(context.finalParameters())
+{
+}
+
+QString Generator::expression(const Expr &expr)
+{
+    return value(expr).text;
+}
+
+QString Generator::condition(const Expr &expr)
+{
+    return truth(expr).text;
+}
+
+Generator::Piece Generator::value(const Expr &expr)
+{
+    return std::visit(
+        [&](const auto &node) -> Piece {
+            if constexpr (Condition<std::decay_t<decltype(node)>>) {
+                const Piece condition = truthOf(node);
+                return {u"-("_s + condition.text + u')', rank::Sign};
+            } else {
+                return valueOf(node, expr);
+            }
+        },
+        expr.node);
+}
+
+Generator::Piece Generator::truth(const Expr &expr)
+{
+    return std::visit(
+        [&](const auto &node) -> Piece {
+            if constexpr (Condition<std::decay_t<decltype(node)>>)
+                return truthOf(node);
+            else
+                return {valueAt(expr, rank::Relation) + u" <> 0"_s, rank::Equality};
+        },
+        expr.node);
+}
+
+QString Generator::valueAt(const Expr &expr, int rank)
+{
+    const Piece piece = value(expr);
+    return piece.rank >= rank ? piece.text : u'(' + piece.text + u')';
+}
+
+QString Generator::truthAt(const Expr &expr, int rank)
+{
+    const Piece piece = truth(expr);
+    return piece.rank >= rank ? piece.text : u'(' + piece.text + u')';
+}
+
+QString Generator::arguments(const std::vector<ExprPtr> &list)
+{
+    QStringList texts;
+    for (const ExprPtr &expr : list)
+        texts.append(value(*expr).text);
+    return texts.join(u", ");
+}
+
+// Text that is no column of a table has no collation of its own.
+QString Generator::sortable(const Expr &expr)
+{
+    const bool needed = familyOf(expr.type) == Family::Text && !expr.as<FieldRef>();
+    return needed ? valueAt(expr, rank::Collation) + m_target.caseless : valueAt(expr, rank::Relation);
+}
+
+// The left side of a comparison with the right.
+Generator::Piece Generator::comparable(const Expr &left, const Expr &right)
+{
+    const bool text = familyOf(left.type) == Family::Text || familyOf(right.type) == Family::Text ||
+                      (left.type == DataType::Unknown && right.type == DataType::Unknown);
+    if (text && !left.as<FieldRef>() && !right.as<FieldRef>())
+        return {valueAt(left, rank::Collation) + m_target.caseless, rank::Collation};
+    return value(left);
+}
+
+QString Generator::ownFunction(QStringView name)
+{
+    m_pure = false;
+    return m_target.functionPrefix + name.toString().toLower();
+}
+
+Generator::Piece Generator::call(QStringView name, const QString &arguments)
+{
+    return {ownFunction(name) + u'(' + arguments + u')', rank::Primary};
+}
+
+Generator::Piece Generator::valueOf(const Literal &node, const Expr &)
+{
+    const Value &value = node.value;
+    QString text;
+    switch (value.type()) {
+    case Value::Type::Null:
+    case Value::Type::Empty:
+        return {u"NULL"_s, rank::Primary};
+    case Value::Type::Text:
+        return {textLiteral(value.text()), rank::Primary};
+    case Value::Type::Binary:
+        return {u"x'"_s + QString::fromLatin1(value.binary().toHex()) + u'\'', rank::Primary};
+    case Value::Type::Float:
+    case Value::Type::Double:
+    case Value::Type::Currency:
+    case Value::Type::Date:
+        text = realText(value.real());
+        break;
+    default:
+        text = QString::number(value.integer());
+        break;
+    }
+    return {text, text.startsWith(u'-') ? rank::Sign : rank::Primary};
+}
+
+Generator::Piece Generator::valueOf(const FieldRef &node, const Expr &)
+{
+    const QString name = quoted(node.source->table->fields[node.field].name);
+    return {m_standalone ? name : aliasOf(*node.source) + u'.' + name, rank::Primary};
+}
+
+Generator::Piece Generator::valueOf(const Output &node, const Expr &)
+{
+    return {aliasOf(*node.source) + u'.' + m_target.columnPrefix + QString::number(node.index), rank::Primary};
+}
+
+Generator::Piece Generator::valueOf(const Key &node, const Expr &)
+{
+    return {keyText(*node.source), rank::Primary};
+}
+
+// A parameter whose uses ask for different kinds of values is a text; each use converts it.
+Generator::Piece Generator::valueOf(const bound::ParameterRef &node, const Expr &expr)
+{
+    const int position = m_positions[node.id];
+    const QString text = m_target.parameterPrefix + QString::number(position);
+    const Family held = familyOf(m_parameters[position - 1].type);
+    const Family wanted = familyOf(expr.type);
+    if (held == wanted || wanted == Family::Any || held != Family::Text)
+        return {text, rank::Primary};
+    return call(wanted == Family::Date ? u"as_date" : u"as_number", text);
+}
+
+Generator::Piece Generator::valueOf(const Negate &node, const Expr &)
+{
+    // Two signs side by side would begin a comment.
+    const Piece operand = value(*node.operand);
+    const bool needed = operand.rank < rank::Sign || operand.text.startsWith(u'-');
+    return {u'-' + (needed ? u'(' + operand.text + u')' : operand.text), rank::Sign};
+}
+
+Generator::Piece Generator::valueOf(const Arithmetic &node, const Expr &expr)
+{
+    const Piece result = arithmetic(node);
+    return expr.type == DataType::Currency ? call(u"to_currency", result.text) : result;
+}
+
+Generator::Piece Generator::arithmetic(const Arithmetic &node)
+{
+    const auto infix = [&](QStringView symbol, int rank) -> Piece {
+        return {valueAt(*node.left, rank) + u' ' + symbol + u' ' + valueAt(*node.right, rank + 1), rank};
+    };
+    const auto function = [&](QStringView name) {
+        return call(name, value(*node.left).text + u", "_s + value(*node.right).text);
+    };
+    switch (node.op) {
+    case BinaryOp::Add:
+        return infix(u"+", rank::Additive);
+    case BinaryOp::Subtract:
+        return infix(u"-", rank::Additive);
+    case BinaryOp::Multiply:
+        return infix(u"*", rank::Multiplicative);
+    case BinaryOp::IntegerDivide:
+        return function(u"int_divide");
+    case BinaryOp::Mod:
+        return function(u"mod");
+    case BinaryOp::Power:
+        return function(u"power");
+    default:
+        break;
+    }
+    // By a constant that is not zero nothing can go wrong, once it is no integer division.
+    const Literal *divisor = node.right->as<Literal>();
+    if (divisor && divisor->value.real() > 0)
+        return {valueAt(*node.left, rank::Multiplicative) + u" / "_s + realText(divisor->value.real()),
+                rank::Multiplicative};
+    return function(u"divide");
+}
+
+Generator::Piece Generator::valueOf(const JoinText &node, const Expr &)
+{
+    QStringList terms;
+    for (const ExprPtr &term : node.terms)
+        terms.append(valueAt(*term, rank::Concatenation + 1));
+    return {terms.join(u" || "), rank::Concatenation};
+}
+
+Generator::Piece Generator::valueOf(const AddAny &node, const Expr &)
+{
+    return call(u"add", value(*node.left).text + u", "_s + value(*node.right).text);
+}
+
+Generator::Piece Generator::valueOf(const Concatenate &node, const Expr &)
+{
+    QStringList terms;
+    for (const ExprPtr &term : node.terms)
+        terms.append(value(*term).text);
+    while (terms.size() > qsizetype(MaxArguments)) {
+        QStringList groups;
+        for (qsizetype i = 0; i < terms.size(); i += MaxArguments)
+            groups.append(
+                call(u"concatenate", terms.sliced(i, std::min<qsizetype>(MaxArguments, terms.size() - i)).join(u", "))
+                    .text);
+        terms = groups;
+    }
+    return call(u"concatenate", terms.join(u", "));
+}
+
+Generator::Piece Generator::valueOf(const ScalarQuery &node, const Expr &)
+{
+    if (node.single)
+        return {u'(' + queryText(*node.query, Shape::Subquery) + u')', rank::Primary};
+    // The aggregate fails when there is a second row.
+    const QString cell = m_target.columnPrefix + u'0';
+    const QString inner = queryText(*node.query, Shape::Nested);
+    return {u"(SELECT "_s + ownFunction(u"single") + u'(' + cell + u") FROM ("_s + inner + u"))"_s, rank::Primary};
+}
+
+// IIf in the "otherwise" place of another continues it, so that long ladders do not nest.
+Generator::Piece Generator::valueOf(const Case &node, const Expr &)
+{
+    QString text = u"CASE"_s;
+    const Case *part = &node;
+    while (true) {
+        for (const When &branch : part->branches)
+            text += u" WHEN "_s + truth(*branch.condition).text + u" THEN "_s + value(*branch.value).text;
+        const Case *next = part->otherwise ? part->otherwise->as<Case>() : nullptr;
+        if (!next)
+            break;
+        part = next;
+    }
+    if (part->otherwise)
+        text += u" ELSE "_s + value(*part->otherwise).text;
+    return {text + u" END"_s, rank::Primary};
+}
+
+Generator::Piece Generator::valueOf(const Coalesce &node, const Expr &)
+{
+    return {u"coalesce("_s + value(*node.value).text + u", "_s + value(*node.instead).text + u')', rank::Primary};
+}
+
+Generator::Piece Generator::valueOf(const Call &node, const Expr &)
+{
+    const QStringView name(node.function->name);
+    QString list = arguments(node.arguments);
+    if (node.function->kind == FunctionKind::Typed)
+        list.prepend(QString::number(int(node.arguments.front()->type)) + u", "_s);
+    Piece piece = call(name, list);
+    const bool isConstantRnd = name == u"Rnd" && (node.arguments.empty() || node.arguments.front()->as<Literal>());
+    // As a subquery it is evaluated once.
+    if (node.function->kind == FunctionKind::Moment || isConstantRnd)
+        piece.text = u"(SELECT "_s + piece.text + u')';
+    return node.refusesNull ? call(u"not_null", piece.text) : piece;
+}
+
+Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
+{
+    const QStringView name(node.function->name);
+    if (!node.argument)
+        return {u"count(*)"_s, rank::Primary};
+    const bool extreme = name == u"Min" || name == u"Max";
+    const bool native = extreme || name == u"Count" || name == u"Sum" || name == u"Avg";
+    QString list = extreme ? sortable(*node.argument) : value(*node.argument).text;
+    for (const Source *source : node.order)
+        list += u", "_s + keyText(*source);
+    if (!native)
+        return call(name, list);
+    const Piece piece{name.toString().toLower() + u'(' + list + u')', rank::Primary};
+    return expr.type == DataType::Currency && !extreme ? call(u"to_currency", piece.text) : piece;
+}
+
+Generator::Piece Generator::valueOf(const DomainCall &node, const Expr &)
+{
+    return call(u"domain", textLiteral(QString::fromUtf16(node.function->name)) + u", "_s + arguments(node.arguments));
+}
+
+Generator::Piece Generator::valueOf(const Convert &node, const Expr &expr)
+{
+    const QString operand = value(*node.operand).text;
+    switch (node.conversion) {
+    case Conversion::ToText:
+        return call(textFunction(node.operand->type), operand);
+    case Conversion::ToNumber:
+        return call(u"as_number", operand);
+    case Conversion::ToDate:
+        return call(u"as_date", operand);
+    case Conversion::ToTruth:
+        return call(u"as_truth", operand);
+    case Conversion::Assign:
+        break;
+    }
+    return call(assignFunction(expr.type), operand);
+}
+
+} // namespace dao::sql::generate

@@ -1,0 +1,125 @@
+#pragma once
+#include "../bind/BindContext.h"
+#include "Target.h"
+
+#include <dao/sql/Compiled.h>
+
+#include <QSet>
+
+namespace dao::sql::generate {
+
+/// Writes the inner SQL of bound trees. All SQL text of the engine that follows from a user's text is made here.
+///
+/// Two emitters stand side by side: truth() for conditions, whose results are 1, 0 or Null as the inner engine has
+/// them, and value() for everything a user can see, where True is -1.
+class Generator
+{
+public:
+    /// Parameters are those of the context when it is finished.
+    explicit Generator(const bound::BindContext &context);
+
+    SelectPlan select(const bound::Query &query);
+    SelectPlan transform(const bound::Transform &transform);
+    ActionPlan insert(const bound::Insert &insert);
+    ActionPlan update(const bound::Update &update);
+    ActionPlan remove(const bound::Delete &statement);
+    QString expression(const bound::Expr &expr);
+    QString condition(const bound::Expr &expr);
+
+    /// For CHECK clauses: columns stand alone, and a function of ours makes the text unfit (isPure() is false).
+    void setStandalone(bool standalone) { m_standalone = standalone; }
+    bool isPure() const { return m_pure; }
+
+private:
+    /// A piece of SQL with the rank of its outermost operator, so that only needed parentheses are written: the inner
+    /// engine's parser has a small stack.
+    struct Piece
+    {
+        QString text;
+        int rank;
+    };
+    enum class Shape { Plain, Nested, Keys, Subquery };
+
+    // Expressions.cpp
+    Piece value(const bound::Expr &expr);
+    Piece truth(const bound::Expr &expr);
+    QString valueAt(const bound::Expr &expr, int rank);
+    QString truthAt(const bound::Expr &expr, int rank);
+    QString arguments(const std::vector<bound::ExprPtr> &list);
+    QString sortable(const bound::Expr &expr);
+    Piece comparable(const bound::Expr &left, const bound::Expr &right);
+    QString ownFunction(QStringView name);
+    Piece call(QStringView name, const QString &arguments);
+
+    Piece valueOf(const bound::Literal &node, const bound::Expr &expr);
+    Piece valueOf(const bound::FieldRef &node, const bound::Expr &expr);
+    Piece valueOf(const bound::Output &node, const bound::Expr &expr);
+    Piece valueOf(const bound::Key &node, const bound::Expr &expr);
+    Piece valueOf(const bound::ParameterRef &node, const bound::Expr &expr);
+    Piece valueOf(const bound::Negate &node, const bound::Expr &expr);
+    Piece valueOf(const bound::Arithmetic &node, const bound::Expr &expr);
+    Piece valueOf(const bound::JoinText &node, const bound::Expr &expr);
+    Piece valueOf(const bound::AddAny &node, const bound::Expr &expr);
+    Piece valueOf(const bound::Concatenate &node, const bound::Expr &expr);
+    Piece valueOf(const bound::ScalarQuery &node, const bound::Expr &expr);
+    Piece valueOf(const bound::Case &node, const bound::Expr &expr);
+    Piece valueOf(const bound::Coalesce &node, const bound::Expr &expr);
+    Piece valueOf(const bound::Call &node, const bound::Expr &expr);
+    Piece valueOf(const bound::Aggregate &node, const bound::Expr &expr);
+    Piece valueOf(const bound::DomainCall &node, const bound::Expr &expr);
+    Piece valueOf(const bound::Convert &node, const bound::Expr &expr);
+    Piece arithmetic(const bound::Arithmetic &node);
+
+    // Conditions.cpp
+    Piece truthOf(const bound::Not &node);
+    Piece truthOf(const bound::Compare &node);
+    Piece truthOf(const bound::Like &node);
+    Piece truthOf(const bound::Logic &node);
+    Piece truthOf(const bound::Chain &node);
+    Piece truthOf(const bound::Between &node);
+    Piece truthOf(const bound::InList &node);
+    Piece truthOf(const bound::InQuery &node);
+    Piece truthOf(const bound::IsNull &node);
+    Piece truthOf(const bound::Exists &node);
+    Piece truthOf(const bound::Quantified &node);
+    Piece standaloneLike(const bound::Like &node);
+
+    // Selects.cpp
+    QString queryText(const bound::Query &query, Shape shape);
+    QString selectText(const bound::Select &select, Shape shape);
+    QString topText(const bound::Select &select, const QStringList &cells, Shape shape);
+    QStringList cellsOf(const bound::Select &select, Shape shape);
+    QString tail(const bound::Select &select);
+    QString fromText(const bound::Select &select);
+    QString fromText(const bound::From &from, bool grouped);
+    QString leafText(const bound::Source &source);
+    QString orderKeyText(const bound::OrderKey &key);
+    QStringList orderOf(const bound::Select &select, Shape shape);
+    QStringList tieBreakers(const bound::Select &select) const;
+    void markGrouped(const bound::From &from, bool inside);
+    QString keyText(const bound::Source &source) const;
+    QString aliasOf(const bound::Source &source) const;
+
+    // Plans.cpp
+    void planColumns(SelectPlan &plan, const bound::Query &query) const;
+    void planKeys(SelectPlan &plan, const bound::Select &select);
+    QString rowText(const bound::Select &select, const std::vector<const bound::Source *> &sources);
+    ActionPlan updateJoined(const bound::Update &update);
+
+    const bound::BindContext &m_context;
+    const Target &m_target;
+    QList<int> m_positions;
+    QList<dao::sql::Parameter> m_parameters;
+    QSet<const bound::Source *> m_grouped;
+    bool m_standalone = false;
+    bool m_pure = true;
+    int m_derived = 0;
+};
+
+/// The sources of a select whose rows make up a result row, in order.
+std::vector<const bound::Source *> keySources(const bound::Select &select);
+/// Why the rows of a query cannot be changed, and, by joins over unique keys, which source's rows a deletion removes
+/// (null when it cannot be changed).
+NotUpdatable whyNotUpdatable(const bound::Query &query, const bound::Source *&deletable);
+
+} // namespace dao::sql::generate

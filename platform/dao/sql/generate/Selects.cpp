@@ -1,0 +1,252 @@
+#include "Generator.h"
+#include "Rank.h"
+
+#include "../bind/Types.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::generate {
+namespace {
+
+using namespace bound;
+
+bool isPlainJoin(const From &from)
+{
+    return from.source || (from.kind == JoinKind::Inner && isPlainJoin(*from.left) && isPlainJoin(*from.right));
+}
+
+bool hasRightJoin(const From &from)
+{
+    return !from.source && (from.kind == JoinKind::Right || hasRightJoin(*from.left) || hasRightJoin(*from.right));
+}
+
+QStringView joinText(JoinKind kind)
+{
+    return kind == JoinKind::Left ? u" LEFT JOIN " : kind == JoinKind::Right ? u" RIGHT JOIN " : u" JOIN ";
+}
+
+QString listed(QStringView word, const QStringList &items)
+{
+    return items.isEmpty() ? QString() : word.toString() + items.join(u", ");
+}
+
+} // namespace
+
+QString Generator::aliasOf(const Source &source) const
+{
+    return m_target.sourcePrefix + QString::number(source.number);
+}
+
+QString Generator::keyText(const Source &source) const
+{
+    if (m_grouped.contains(&source))
+        return aliasOf(source) + u'.' + m_target.keyPrefix;
+    return aliasOf(source) + u'.' + quoted(source.table->keyColumn);
+}
+
+QString Generator::queryText(const Query &query, Shape shape)
+{
+    if (const Select *single = query.singleSelect())
+        return selectText(*single, shape);
+    QString text;
+    for (const QueryPart &part : query.parts) {
+        if (!text.isEmpty())
+            text += part.all ? u" UNION ALL "_s : u" UNION "_s;
+        // The columns of the first part name those of the whole, and give them their way of comparing.
+        const bool plain = part.select && !part.select->top;
+        const QString inner =
+            part.select ? selectText(*part.select, Shape::Nested) : queryText(*part.nested, Shape::Nested);
+        text += plain ? inner : u"SELECT * FROM ("_s + inner + u')';
+    }
+    QStringList order;
+    for (const OrderKey &key : query.order)
+        order.append(QString::number(key.output + 1) + (key.descending ? u" DESC"_s : QString()));
+    return text + listed(u" ORDER BY ", order);
+}
+
+QStringList Generator::cellsOf(const Select &select, Shape shape)
+{
+    QStringList cells;
+    if (shape == Shape::Keys) {
+        for (const Source *source : keySources(select))
+            cells.append(keyText(*source));
+        return cells;
+    }
+    // Duplicates are recognised without case.
+    const bool compares = select.distinct || shape == Shape::Nested;
+    for (const OutputColumn &column : select.columns)
+        cells.append(compares ? sortable(*column.expr) : value(*column.expr).text);
+    return cells;
+}
+
+QString Generator::selectText(const Select &select, Shape shape)
+{
+    for (const FromPtr &from : select.from)
+        markGrouped(*from, from != select.from.front() && hasRightJoin(*from));
+    const QStringList cells = cellsOf(select, shape);
+    if (select.top && !select.order.empty())
+        return topText(select, cells, shape);
+    QStringList list = cells;
+    if (shape == Shape::Nested) {
+        for (qsizetype i = 0; i < list.size(); ++i)
+            list[i] += u" AS "_s + m_target.columnPrefix + QString::number(i);
+    }
+    QString text = (select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s) + list.join(u", ") + tail(select);
+    text += listed(u" ORDER BY ", orderOf(select, shape));
+    if (!select.top)
+        return text;
+    const QString count = QString::number(qint64(select.top->count));
+    if (!select.top->percent)
+        return text + m_target.limit + count;
+    const QString total = u"(SELECT count(*) FROM (SELECT 1"_s + tail(select) + u"))"_s;
+    return text + m_target.limit + u'(' + total + u" * "_s + count + u" + 99) / 100"_s;
+}
+
+// TOP with an order includes all rows that tie with the last one: rows are ranked, and cut by rank.
+QString Generator::topText(const Select &select, const QStringList &cells, Shape shape)
+{
+    QStringList inner = cells;
+    QStringList outer;
+    for (qsizetype i = 0; i < cells.size(); ++i) {
+        const QString name = m_target.columnPrefix + QString::number(i);
+        inner[i] += u" AS "_s + name;
+        outer.append(name);
+    }
+    QStringList order;
+    for (size_t i = 0; i < select.order.size(); ++i) {
+        const OrderKey &key = select.order[i];
+        QString name = u"_o"_s + QString::number(i);
+        if (select.distinct)
+            name = m_target.columnPrefix + QString::number(key.output);
+        else
+            inner.append(sortable(*key.expr) + u" AS "_s + name);
+        order.append(key.descending ? name + u" DESC"_s : name);
+    }
+    QStringList finalOrder{u"_rank"_s};
+    const QStringList ties = tieBreakers(select);
+    for (qsizetype i = 0; i < ties.size(); ++i) {
+        inner.append(ties[i] + u" AS _t"_s + QString::number(i));
+        finalOrder.append(u"_t"_s + QString::number(i));
+    }
+    const QString rows = (select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s) + inner.join(u", ") + tail(select);
+    const QString count = QString::number(qint64(select.top->count));
+    const QString limit = select.top->percent ? u"(_rows * "_s + count + u" + 99) / 100"_s : count;
+    const QString ranked = u"SELECT *, rank() OVER (ORDER BY "_s + order.join(u", ") +
+                           u") AS _rank, count(*) OVER () AS _rows FROM ("_s + rows + u')';
+    Q_UNUSED(shape);
+    return u"SELECT "_s + outer.join(u", ") + u" FROM ("_s + ranked + u") WHERE _rank <= "_s + limit + u" ORDER BY "_s +
+           finalOrder.join(u", ");
+}
+
+QString Generator::tail(const Select &select)
+{
+    QString text;
+    if (!select.from.empty())
+        text += u" FROM "_s + fromText(select);
+    if (select.where)
+        text += u" WHERE "_s + truth(*select.where).text;
+    QStringList groups;
+    for (const ExprPtr &key : select.groupBy) {
+        // A constant would be read as the number of a column.
+        groups.append(key->as<Literal>() ? u"NULL"_s : sortable(*key));
+    }
+    for (const Source *source : select.rowSources)
+        groups.append(keyText(*source));
+    text += listed(u" GROUP BY ", groups);
+    if (select.having)
+        text += u" HAVING "_s + truth(*select.having).text;
+    return text;
+}
+
+QString Generator::fromText(const Select &select)
+{
+    QStringList tables;
+    for (const FromPtr &from : select.from)
+        tables.append(fromText(*from, from != select.from.front() && hasRightJoin(*from)));
+    return tables.join(u", ");
+}
+
+QString Generator::fromText(const From &from, bool grouped)
+{
+    if (from.source)
+        return leafText(*from.source);
+    if (grouped)
+        return u'(' + fromText(from, false) + u')';
+    // Inner joins on the right of an inner join need no parentheses: their conditions go to the last of them.
+    const bool linear = from.kind == JoinKind::Inner && isPlainJoin(*from.right) && !from.right->source;
+    QString text = fromText(*from.left, false) + joinText(from.kind);
+    if (!linear) {
+        text += fromText(*from.right, !from.right->source);
+        return from.on ? text + u" ON "_s + truth(*from.on).text : text;
+    }
+    QStringList conditions;
+    if (from.on)
+        conditions.append(truthAt(*from.on, rank::Not));
+    QStringList leaves;
+    const std::function<void(const From &)> flatten = [&](const From &part) {
+        if (part.source) {
+            leaves.append(leafText(*part.source));
+            return;
+        }
+        flatten(*part.left);
+        flatten(*part.right);
+        if (part.on)
+            conditions.append(truthAt(*part.on, rank::Not));
+    };
+    flatten(*from.right);
+    text += leaves.join(joinText(JoinKind::Inner));
+    return conditions.isEmpty() ? text : text + u" ON "_s + conditions.join(u" AND ");
+}
+
+// Inside parentheses of a join the inner engine hides the row key, so it is selected under a name of its own.
+void Generator::markGrouped(const From &from, bool inside)
+{
+    if (from.source) {
+        if (inside && from.source->table)
+            m_grouped.insert(from.source);
+        return;
+    }
+    const bool linear = from.kind == JoinKind::Inner && isPlainJoin(*from.right);
+    markGrouped(*from.left, inside);
+    markGrouped(*from.right, inside || (!from.right->source && !linear));
+}
+
+QString Generator::leafText(const Source &source)
+{
+    if (!source.table)
+        return u'(' + queryText(*source.query, Shape::Nested) + u") AS "_s + aliasOf(source);
+    if (m_grouped.contains(&source))
+        return u"(SELECT "_s + quoted(source.table->keyColumn) + u" AS "_s + m_target.keyPrefix + u", * FROM "_s +
+               quoted(source.table->name) + u") AS "_s + aliasOf(source);
+    return quoted(source.table->name) + u" AS "_s + aliasOf(source);
+}
+
+QString Generator::orderKeyText(const OrderKey &key)
+{
+    return sortable(*key.expr) + (key.descending ? u" DESC"_s : QString());
+}
+
+// The asked order, then that of the tables, so that equal rows come in the same order every time.
+QStringList Generator::orderOf(const Select &select, Shape shape)
+{
+    QStringList order;
+    const bool matters = shape == Shape::Plain || shape == Shape::Keys || select.top;
+    if (!matters)
+        return order;
+    for (const OrderKey &key : select.order)
+        order.append(select.distinct ? QString::number(key.output + 1) + (key.descending ? u" DESC"_s : QString())
+                                     : orderKeyText(key));
+    return order + tieBreakers(select);
+}
+
+QStringList Generator::tieBreakers(const Select &select) const
+{
+    QStringList keys;
+    if (select.aggregated || select.distinct)
+        return keys;
+    for (const Source *source : keySources(select))
+        keys.append(keyText(*source));
+    return keys;
+}
+
+} // namespace dao::sql::generate

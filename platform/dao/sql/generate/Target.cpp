@@ -1,0 +1,33 @@
+#include "Target.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::generate {
+
+const Target &sqliteTarget()
+{
+    static const Target target{
+        .functionPrefix = u"jet_",
+        .sourcePrefix = u"_s",
+        .columnPrefix = u"_c",
+        .keyPrefix = u"_k",
+        .parameterPrefix = u"?",
+        .caseless = u" COLLATE NOCASE",
+        .trueValue = u"1",
+        .limit = u" LIMIT ",
+        .lesser = u"min",
+        .greater = u"max",
+        .updateTable = u"_update",
+        .temporary = u"temp",
+    };
+    return target;
+}
+
+QString quoted(QStringView name)
+{
+    QString result = name.toString();
+    result.replace(u"\""_s, u"\"\""_s);
+    return u'"' + result + u'"';
+}
+
+} // namespace dao::sql::generate

@@ -1,0 +1,128 @@
+#include "Generator.h"
+
+namespace dao::sql::generate {
+namespace {
+
+using namespace bound;
+
+using Fields = QHash<const Source *, QSet<int>>;
+
+/// Collects, for each source, the fields that equal a field of another source.
+void collectEqualities(const Expr &condition, Fields &fields)
+{
+    if (const bound::Chain *chain = condition.as<bound::Chain>(); chain && chain->isAnd) {
+        for (const ExprPtr &term : chain->terms)
+            collectEqualities(*term, fields);
+        return;
+    }
+    const Compare *compare = condition.as<Compare>();
+    if (!compare || compare->op != BinaryOp::Equal)
+        return;
+    const FieldRef *left = compare->left->as<FieldRef>();
+    const FieldRef *right = compare->right->as<FieldRef>();
+    if (!left || !right || left->source == right->source)
+        return;
+    fields[left->source].insert(left->field);
+    fields[right->source].insert(right->field);
+}
+
+void collectJoins(const From &from, Fields &fields, bool &crossed)
+{
+    if (from.source)
+        return;
+    if (from.on)
+        collectEqualities(*from.on, fields);
+    else
+        crossed = true;
+    collectJoins(*from.left, fields, crossed);
+    collectJoins(*from.right, fields, crossed);
+}
+
+/// True when the joined fields contain a unique key of the table: each row of the others meets one row of it at most.
+bool isDetermined(const Source &source, const QSet<int> &joined)
+{
+    const TableInfo &table = *source.table;
+    for (const int field : joined) {
+        if (table.fields[field].isAutoIncrement())
+            return true;
+    }
+    return std::any_of(table.indexes.begin(), table.indexes.end(), [&](const IndexInfo &index) {
+        return (index.primary || index.unique) && !index.fields.isEmpty() &&
+               std::all_of(index.fields.begin(), index.fields.end(),
+                           [&](const IndexField &field) { return joined.contains(table.indexOf(field.name)); });
+    });
+}
+
+bool hasSubquery(const Expr &expr)
+{
+    return anyPart(expr, [](const Expr &part) { return subqueryOf(part) != nullptr; });
+}
+
+NotUpdatable joinedUpdatable(const Select &select, const Source *&deletable)
+{
+    Fields fields;
+    bool crossed = select.from.size() > 1;
+    for (const FromPtr &from : select.from)
+        collectJoins(*from, fields, crossed);
+    if (crossed || select.commaJoin)
+        return NotUpdatable::CommaJoin;
+    std::vector<const Source *> free;
+    for (const auto &source : select.sources) {
+        if (!isDetermined(*source, fields.value(source.get())))
+            free.push_back(source.get());
+    }
+    if (free.size() > 1)
+        return NotUpdatable::ManyToMany;
+    // One to one: the first table that always has a row.
+    for (const auto &source : select.sources) {
+        if (free.empty() && !source->nullable)
+            free.push_back(source.get());
+    }
+    deletable = free.empty() ? nullptr : free.front();
+    return NotUpdatable::No;
+}
+
+} // namespace
+
+std::vector<const Source *> keySources(const Select &select)
+{
+    if (!select.rowSources.empty())
+        return select.rowSources;
+    std::vector<const Source *> sources;
+    for (const auto &source : select.sources) {
+        if (source->table)
+            sources.push_back(source.get());
+    }
+    return sources;
+}
+
+NotUpdatable whyNotUpdatable(const Query &query, const Source *&deletable)
+{
+    deletable = nullptr;
+    const Select *select = query.singleSelect();
+    if (!select)
+        return NotUpdatable::Union;
+    if (select->distinct)
+        return NotUpdatable::Distinct;
+    if (!select->groupBy.empty())
+        return NotUpdatable::Grouped;
+    if (select->aggregated)
+        return NotUpdatable::Aggregate;
+    if (select->sources.empty())
+        return NotUpdatable::NoTable;
+    for (const auto &source : select->sources) {
+        if (!source->table)
+            return NotUpdatable::NestedQuery;
+    }
+    for (const OutputColumn &column : select->columns) {
+        if (hasSubquery(*column.expr))
+            return NotUpdatable::SubqueryColumn;
+    }
+    if (select->sources.size() == 1) {
+        deletable = select->sources.front().get();
+        return NotUpdatable::No;
+    }
+    return joinedUpdatable(*select, deletable);
+}
+
+} // namespace dao::sql::generate
