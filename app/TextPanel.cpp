@@ -1,5 +1,6 @@
 #include "TextPanel.h"
 
+#include <QEvent>
 #include <QFontDatabase>
 #include <QPainter>
 

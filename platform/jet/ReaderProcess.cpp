@@ -36,7 +36,6 @@ ReaderProcess::ReaderProcess(const QString &path, const ReadOptions &options, bo
     , m_progress(progress)
     , m_longestFrame(kFrameRoom + kFramePerByte * quint64(QFileInfo(path).size()))
 {
-    m_sinceAsked.start();
     const QString program = programPath(options.program);
     QStringList arguments;
     if (schemaOnly)
@@ -58,9 +57,9 @@ ReaderProcess::~ReaderProcess()
 
 void ReaderProcess::checkCancelled()
 {
-    if (!m_progress || m_sinceAsked.elapsed() < kAskEvery)
+    if (!m_progress || (m_sinceAsked.isValid() && m_sinceAsked.elapsed() < kAskEvery))
         return;
-    m_sinceAsked.restart();
+    m_sinceAsked.start();
     if (m_progress->cancelled())
         throw JetCancelled();
 }

@@ -25,6 +25,8 @@ char16_t windowsLatin(uchar byte)
 void appendUnits(Bytes bytes, QString &to)
 {
     const qsizetype units = qsizetype(bytes.size() / 2);
+    if (units == 0)
+        return;
     const qsizetype at = to.size();
     to.resize(at + units);
     qFromLittleEndian<quint16>(bytes.data(), units, to.data() + at);

@@ -3,6 +3,7 @@
 
 #include <dao/sql/Compiled.h>
 #include <dao/values/Errors.h>
+#include <QHash>
 
 namespace dao::sql::bound {
 
