@@ -28,6 +28,7 @@ private:
     void copyFilled();
     bool isFilled(const FieldInfo &field) const;
     void checkChangedFields();
+    void verify(const ColumnCheck &check);
     void keepSequence();
 
     Connection &m_connection;
