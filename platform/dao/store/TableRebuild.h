@@ -1,5 +1,6 @@
 #pragma once
 #include "CatalogStorage.h"
+#include "TableDefinition.h"
 
 namespace dao::store {
 
