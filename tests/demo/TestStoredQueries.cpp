@@ -107,8 +107,8 @@ TEST_F(StoredQueries, EveryQueryRunsAndFindsWhatItNames)
         try {
             dao::QueryDef definition(s_session->database(), document.sql);
             for (int i = 0; i < definition.parameterCount(); ++i)
-                definition.setParameter(i, definition.parameter(i).name == u"Code" ? dao::Value(u"DNT"_s)
-                                                                                   : dao::Value(20));
+                definition.setParameter(i, definition.parameter(i).name == u"Code" ? dao::Value::fromText(u"DNT"_s)
+                                                                                   : dao::Value::fromLong(20));
             dao::Recordset rows(s_session->database());
             rows.open(dao::Recordset::Type::Dynaset, definition);
             // All tubes were inspected, and the rotating probe went wherever the bobbin left a question.
