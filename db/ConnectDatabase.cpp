@@ -2,7 +2,9 @@
 
 #include "Errors.h"
 #include "Messages.h"
+#include "Views.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <tarnwick/Paths.h>
 
@@ -32,20 +34,45 @@ bool isLegacyDatabase(const dao::Database &database)
     return database.hasTable(u"EXAMDATA") && !database.hasTable(u"report");
 }
 
+namespace {
+
+/// The views and labels every connection finds in place. A database that cannot be updated stays as it is.
+void bringUpToDate(DatabaseSession &session, const ConnectContext &context)
+{
+    if (!session.isUpdatable() || isLegacyDatabase(session.database()))
+        return;
+    refreshViews(session);
+    if (context.project)
+        refreshAliases(session, context.project->steamGen);
+}
+
+} // namespace
+
 bool connectDatabase(DatabaseSession &session, const QString &path, const ConnectContext &context)
 {
     if (path.isEmpty())
         return false;
     try {
-        session.open(path);
+        session.close();
+        if (context.opener) {
+            context.opener->open(session, path, context);
+        } else {
+            session.open(path);
+            bringUpToDate(session, context);
+        }
         if (context.listener)
             context.listener->databaseConnected(path);
         session.prompts().status(messages::kConnectedStatus, pathBelowArvo(path, context));
         return true;
     } catch (const dao::DaoException &exception) {
         showDaoError(session.prompts(), exception, messages::kConnectDatabase);
-        return false;
+    } catch (const dao::DaoCancelled &) {
+        session.prompts().status(messages::kConnectCancelled);
+    } catch (const tarnwick::Cancelled &) {
+        session.prompts().status(messages::kConnectCancelled);
     }
+    session.close();
+    return false;
 }
 
 bool connectAtStart(DatabaseSession &session, const QStringList &recentDatabases, int formatYear,

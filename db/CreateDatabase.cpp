@@ -17,15 +17,17 @@ const QString kLocale = u";LANGID=0x0409;CP=1252;COUNTRY=0"_s;
 const QString kFormatYearProperty = u"FormatYear"_s;
 constexpr int kOldFormatYear = 1997;
 
-/// The file under a name beside the wanted one until it is whole.
+/// The file under a name of its own beside the wanted one until it is whole.
 class UnfinishedFile
 {
 public:
     explicit UnfinishedFile(const QString &path)
         : m_path(path)
-        , m_unfinished(path + u".new"_s)
     {
-        QFile::remove(m_unfinished);
+        int number = 0;
+        do
+            m_unfinished = u"%1.%2.new"_s.arg(path).arg(++number);
+        while (QFile::exists(m_unfinished));
     }
     ~UnfinishedFile() { QFile::remove(m_unfinished); }
     UnfinishedFile(const UnfinishedFile &) = delete;
@@ -46,6 +48,19 @@ private:
     QString m_unfinished;
 };
 
+void fillNewFile(tarnwick::UserPrompts &prompts, const QString &path, int formatYear)
+{
+    dao::Workspace workspace;
+    dao::Database database(workspace);
+    database.create(path, kLocale, formatYear == kOldFormatYear ? dao::FileFormat::Jet3 : dao::FileFormat::Jet4);
+    dao::Transaction transaction(workspace);
+    createSchema(prompts, database);
+    seedStatistics(database);
+    database.setProperty(kFormatYearProperty, QString::number(formatYear));
+    transaction.commit();
+    database.close();
+}
+
 void refuseExisting(const QString &path)
 {
     constexpr int kDatabaseExists = 3204;
@@ -61,17 +76,12 @@ bool createDatabase(tarnwick::UserPrompts &prompts, const QString &path, int for
     try {
         refuseExisting(path);
         UnfinishedFile file(path);
-        {
-            dao::Workspace workspace;
-            dao::Database database(workspace);
-            database.create(file.path(), kLocale,
-                            formatYear == kOldFormatYear ? dao::FileFormat::Jet3 : dao::FileFormat::Jet4);
-            dao::Transaction transaction(workspace);
-            createSchema(prompts, database);
-            seedStatistics(database);
-            database.setProperty(kFormatYearProperty, QString::number(formatYear));
-            transaction.commit();
-            database.close();
+        try {
+            fillNewFile(prompts, file.path(), formatYear);
+        } catch (const dao::DaoException &exception) {
+            // The user asked for the file by its own name.
+            throw dao::DaoException(exception.number(), exception.source(),
+                                    QString(exception.description()).replace(file.path(), path));
         }
         file.finish();
         return true;

@@ -21,6 +21,8 @@ inline constexpr Message kCreateAlias{1014, u"Could not create '%s' alias table.
 
 // Creation and connection
 inline constexpr Message kCreateDatabase{1015, u"Could not create database."};
+inline constexpr Message kModifyAlias{1029, u"Could not modify '%S' table."};
+inline constexpr Message kCreateView{1030, u"Could not create view '%U'."};
 inline constexpr Message kConnectDatabase{1032, u"Could not connect to database."};
 inline constexpr Message kDisconnectDatabase{1034, u"Could not disconnect database."};
 inline constexpr Message kDatabaseName{1035, u"Could not get database name."};
@@ -28,6 +30,7 @@ inline constexpr Message kCloseDatabase{1036, u"Could not close database."};
 inline constexpr Message kCreatingStatus{0, u"Creating database \"%S\"."};
 inline constexpr Message kCreatedStatus{0, u"Created database \"%S\"."};
 inline constexpr Message kConnectedStatus{0, u"Connected to \"%S\"."};
+inline constexpr Message kConnectCancelled{0, u"Connecting was cancelled."};
 
 // Rows of 'report'
 inline constexpr Message kUploadEntry{1021, u"Could not upload report entry."};

@@ -78,8 +78,8 @@ void ReportWriter::add(ReportEntry &entry, std::optional<qint32> recordNumber)
     }
 }
 
-// What an entry leaves out is set to Null rather than passed over: no field of these has a default, and the engine keeps
-// one prepared statement for each set of fields that is written.
+// What an entry leaves out is set to Null rather than passed over: no field of these has a default, and the engine
+// keeps one prepared statement for each set of fields that is written.
 void ReportWriter::setNull(int column)
 {
     m_recordset.setValue(column, Value::null());
@@ -114,7 +114,8 @@ void ReportWriter::setMeasurement(const ReportEntry &entry)
 {
     setText(m_columns->chan, entry.isNdd() ? QString() : withoutBlanks(entry.channel));
     if (entry.isNdd() || !entry.meas.isValid()) {
-        for (int column : {m_columns->measType, m_columns->volts, m_columns->digVolts, m_columns->phase, m_columns->pcnt})
+        for (int column :
+             {m_columns->measType, m_columns->volts, m_columns->digVolts, m_columns->phase, m_columns->pcnt})
             setNull(column);
         return;
     }
@@ -122,8 +123,7 @@ void ReportWriter::setMeasurement(const ReportEntry &entry)
     m_recordset.setValue(m_columns->volts, Value::fromDouble(entry.meas.volts));
     m_recordset.setValue(m_columns->digVolts, Value::fromLong(entry.meas.digVolts));
     m_recordset.setValue(m_columns->phase, Value::fromDouble(entry.meas.phase));
-    m_recordset.setValue(m_columns->pcnt,
-                         entry.meas.percent > 0 ? Value::fromLong(entry.meas.percent) : Value::null());
+    m_recordset.setValue(m_columns->pcnt, entry.meas.percent > 0 ? Value::fromLong(entry.meas.percent) : Value::null());
 }
 
 bool ReportWriter::setPlace(const TubeLoc &place, bool wanted, int landmark, int offset, int point)
@@ -142,8 +142,7 @@ bool ReportWriter::setPlace(const TubeLoc &place, bool wanted, int landmark, int
 void ReportWriter::setLocations(const ReportEntry &entry)
 {
     const bool wanted = !entry.isNdd();
-    const bool located =
-        setPlace(entry.location, wanted, m_columns->locLand, m_columns->locOff, m_columns->locPnt);
+    const bool located = setPlace(entry.location, wanted, m_columns->locLand, m_columns->locOff, m_columns->locPnt);
     m_recordset.setValue(m_columns->locDist, located ? Value::fromFloat(entry.location.dist) : Value::null());
     setPlace(entry.from, wanted, m_columns->fromLand, m_columns->fromOff, m_columns->fromPnt);
     setPlace(entry.to, wanted, m_columns->toLand, m_columns->toOff, m_columns->toPnt);

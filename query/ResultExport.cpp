@@ -33,6 +33,8 @@ bool exportText(const QueryResult &result, const QString &machinePath, tarnwick:
     } catch (const tarnwick::FileError &error) {
         prompts.showError(tarnwick::kErrorSeverity, messages::kExportResults.number,
                           QString::fromUtf16(messages::kExportResults.text) + u"\n\n"_s + error.text());
+    } catch (const tarnwick::Cancelled &) {
+        prompts.status(messages::kCancelled);
     } catch (const dao::DaoException &exception) {
         db::showDaoError(prompts, exception, messages::kExportResults);
     }

@@ -129,11 +129,17 @@ Value Recordset::Impl::value(int index)
     return cells[size_t(index)];
 }
 
-int Recordset::Impl::requireField(const QString &name) const
+int Recordset::Impl::requireField(const QString &name)
 {
+    // Programs ask by the same few names for every row.
+    const auto known = places.constFind(name);
+    if (known != places.cend())
+        return *known;
     for (qsizetype i = 0; i < columns.size(); ++i) {
-        if (name.compare(columns[i].info.name, Qt::CaseInsensitive) == 0)
+        if (name.compare(columns[i].info.name, Qt::CaseInsensitive) == 0) {
+            places.insert(name, int(i));
             return int(i);
+        }
     }
     fail(error::ItemNotFound);
 }

@@ -33,7 +33,7 @@ struct Recordset::Impl
     void load();
     Value value(int index);
     Value defaultOf(int index);
-    int requireField(const QString &name) const;
+    int requireField(const QString &name);
 
     // Changes (RecordsetWrite.cpp)
     enum class Pending { None, Edit, Add };
@@ -54,6 +54,7 @@ struct Recordset::Impl
     bool opened = false;
     std::unique_ptr<QueryDef::Impl> query; ///< null for a table that is only appended to
     QList<sql::Column> columns;
+    QHash<QString, int> places; ///< of columns by name as written; filled as they are asked for
     QList<sql::KeySource> sources;
     sql::NotUpdatable whyNot = sql::NotUpdatable::No;
     quint64 stamp = 0; ///< of this run; bookmarks of another are not valid

@@ -90,6 +90,7 @@ void Recordset::Impl::run()
     onDeleted = false;
     row = 0;
     columns = plan.columns;
+    places.clear();
     sources = plan.sources;
     whyNot = plan.whyNot;
     stamp = nextStamp();
@@ -107,7 +108,7 @@ void Recordset::Impl::run()
         for (int i = 0; i < qMin(all.parameterCount(), int(query->parameters.size())); ++i)
             store::bindValue(all, i + 1, query->parameters[i]);
         auto result = std::make_unique<MaterialisedRows>(*db, typesOf(plan.columns));
-        result->fill(all, false);
+        result->fill(all);
         rows = std::move(result);
     }
     prepareWriting();
@@ -124,6 +125,7 @@ void Recordset::Impl::close()
     computedDefaults.clear();
     query.reset();
     columns.clear();
+    places.clear();
     sources.clear();
     whyNot = sql::NotUpdatable::No;
     row = -1;

@@ -208,4 +208,33 @@ TEST_F(ConnectTest, ConnectingClosesTheOpenDatabaseFirst)
     EXPECT_TRUE(prompts.texts(Kind::Error)[0].startsWith(u"Could not connect to database.\n\n[3024] DAO."));
 }
 
+TEST_F(ConnectTest, ViewsShowThePlantsLabels)
+{
+    project.steamGen.setTubes({{{0, 3, 2}, 0, 0, false}});
+    project.steamGen.labels[int(ellery::Axis::Row)] = QStringList{QString(), u"A"_s, QString(), u"C"_s};
+    ASSERT_TRUE(db::createDatabase(prompts, standard));
+    ASSERT_TRUE(db::connectDatabase(session, standard, context));
+    dao::Database &database = session.database();
+    EXPECT_EQ(database.query(u"tubes#").sql,
+              u"SELECT sa.sec, ra.row, ca.col, x, y, is_periph, is_marked\nFROM tubes r, row_alias ra, col_alias ca, "
+              u"sec_alias sa\nWHERE r.row = ra.index\nAND r.col = ca.index\nAND r.sec = sa.index\n");
+    EXPECT_EQ(db::storedQueryNames(database), QStringList());
+    EXPECT_EQ(database.queryNames().size(), 5);
+    db::executeSql(database, u"INSERT INTO tubes (row, col) VALUES (3, 2)"_s);
+    EXPECT_EQ(db::firstValue(database, u"SELECT row FROM [tubes#]"_s).text(), u"C");
+    EXPECT_EQ(db::firstValue(database, u"SELECT COUNT(*) FROM row_alias"_s).integer(), 2);
+    EXPECT_EQ(db::firstValue(database, u"SELECT leg FROM leg_alias WHERE [index] = -1"_s).text(), u"NONE");
+    EXPECT_TRUE(prompts.texts(Kind::Error).isEmpty());
+
+    session.close();
+    const QByteArray before = folder.read(u"arvo/project.mdb"_s);
+    ASSERT_TRUE(db::connectDatabase(session, standard, context));
+    session.close();
+    EXPECT_EQ(folder.read(u"arvo/project.mdb"_s), before) << "a file that is right is not written to";
+
+    project.steamGen.labels[int(ellery::Axis::Row)][3] = u"D"_s;
+    ASSERT_TRUE(db::connectDatabase(session, standard, context));
+    EXPECT_EQ(db::firstValue(session.database(), u"SELECT row FROM [tubes#]"_s).text(), u"D");
+}
+
 } // namespace

@@ -1,0 +1,137 @@
+#include "Fixture.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace dao;
+using build::field;
+using build::table;
+
+namespace {
+
+/// Wants to stop at the n-th time it is asked.
+class StopAt : public Progress
+{
+public:
+    explicit StopAt(int times)
+        : m_left(times)
+    {
+    }
+    bool cancelled() override
+    {
+        if (whenAsked)
+            whenAsked();
+        return --m_left <= 0;
+    }
+    std::function<void()> whenAsked;
+
+private:
+    int m_left;
+};
+
+} // namespace
+
+class CancelTest : public StoreTest
+{
+protected:
+    CancelTest()
+    {
+        database.createTable(table(u"n"_s, {field(u"x"_s, DataType::Long)}));
+        Transaction transaction(workspace);
+        Recordset set(database);
+        set.open(Recordset::Type::TableAppend, u"n"_s);
+        for (int x = 0; x < 3000; ++x) {
+            set.addNew();
+            set.setValue(0, number(x));
+            set.update();
+        }
+        transaction.commit();
+    }
+    ~CancelTest() override { database.setProgress(nullptr); }
+    QString sum() { return rawRows(u"SELECT count(*), sum(x) FROM n"_s); }
+
+    const QString before = u"3000|4498500"_s;
+    const QString longUpdate = u"UPDATE n SET x = x + 1 WHERE (SELECT Count(*) FROM n AS m WHERE m.x <> n.x) > 0"_s;
+    const QString longSelect = u"SELECT a.x FROM n AS a, n AS b WHERE a.x + b.x = -1"_s;
+};
+
+TEST_F(CancelTest, AStoppedSelectLeavesNothingOpen)
+{
+    StopAt stop(1);
+    database.setProgress(&stop);
+    Recordset set(database);
+    EXPECT_EQ(errorOf([&] { set.open(Recordset::Type::Dynaset, longSelect); }), u"cancelled"_s);
+    EXPECT_FALSE(set.isOpen());
+    database.setProgress(nullptr);
+    EXPECT_EQ(database.execute(u"DELETE FROM n WHERE x = 0"_s), 1);
+}
+
+TEST_F(CancelTest, AStoppedChangeIsUndone)
+{
+    StopAt stop(1);
+    database.setProgress(&stop);
+    EXPECT_EQ(errorOf([&] { database.execute(longUpdate); }), u"cancelled"_s);
+    EXPECT_EQ(sum(), before);
+    database.setProgress(nullptr);
+    EXPECT_EQ(database.execute(u"UPDATE n SET x = x"_s), 3000);
+}
+
+TEST_F(CancelTest, WithinATransactionOnlyTheStatementIsUndone)
+{
+    StopAt stop(1);
+    workspace.beginTrans();
+    database.execute(u"INSERT INTO n (x) VALUES (100000)"_s);
+    database.setProgress(&stop);
+    EXPECT_EQ(errorOf([&] { database.execute(longUpdate); }), u"cancelled"_s);
+    Recordset set(database);
+    EXPECT_EQ(errorOf([&] { set.open(Recordset::Type::Snapshot, longSelect); }), u"cancelled"_s);
+    EXPECT_EQ(
+        errorOf([&] { database.execute(QString(longSelect).replace(u"SELECT a.x"_s, u"SELECT a.x INTO copy"_s)); }),
+        u"cancelled"_s);
+    EXPECT_EQ(errorOf([&] {
+                  database.execute(u"UPDATE n INNER JOIN n AS m ON n.x < m.x SET n.x = m.x WHERE n.x + m.x = -1"_s);
+              }),
+              u"cancelled"_s);
+    database.setProgress(nullptr);
+    EXPECT_FALSE(database.hasTable(u"copy"));
+    workspace.commitTrans();
+    EXPECT_EQ(sum(), u"3001|4598500"_s);
+    EXPECT_EQ(rawRows(u"PRAGMA integrity_check"_s), u"ok"_s);
+}
+
+TEST_F(CancelTest, WhoeverIsAskedCannotRunStatementsMeanwhile)
+{
+    StopAt stop(2);
+    QString failure;
+    stop.whenAsked = [&] { failure = errorOf([&] { database.execute(u"DELETE FROM n"_s); }); };
+    database.setProgress(&stop);
+    EXPECT_EQ(errorOf([&] { database.execute(longUpdate); }), u"cancelled"_s);
+    EXPECT_EQ(failure.left(4), u"3211"_s);
+    EXPECT_EQ(sum(), before);
+}
+
+TEST_F(CancelTest, ReadingLetsTheFileGoWhenTheEventLoopIsReached)
+{
+    Recordset set(database);
+    set.open(Recordset::Type::Dynaset, u"n"_s);
+    QEventLoop loop;
+    QString during;
+    QString after;
+    QTimer::singleShot(0, &loop, [&] {
+        set.moveNext();
+        set.value(0);
+        during = raw(u"DELETE FROM n WHERE x = 2999"_s);
+        QTimer::singleShot(0, &loop, [&] {
+            after = raw(u"DELETE FROM n WHERE x = 2999"_s);
+            loop.quit();
+        });
+    });
+    loop.exec();
+    EXPECT_EQ(during, u"database is locked"_s) << "a screenful is read in one piece";
+    EXPECT_EQ(after, QString());
+    set.moveNext();
+    EXPECT_EQ(set.value(0), number(2));
+    EXPECT_EQ(raw(u"DELETE FROM n WHERE x = 2998"_s), QString()) << "without an event loop nothing is held";
+}
