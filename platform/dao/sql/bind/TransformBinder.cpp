@@ -45,7 +45,7 @@ ExprPtr TransformBinder::cell(SelectBinder &binder, const ast::Transform &node, 
     const bool aggregates = anyPart(*value, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
     if (!aggregates)
         m_context.fail(error::NotGrouped, node.value->range, {m_context.textOf(node.value->range)});
-    binder.checkGrouped(*value);
+    binder.checkGrouped(*value, value->range);
     return value;
 }
 
