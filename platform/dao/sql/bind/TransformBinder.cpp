@@ -18,7 +18,8 @@ Transform TransformBinder::bind(const ast::Transform &node)
     bound.select = binder.bind(node.select);
     bound.pivot = binder.expressions(clause::groupBy).bind(*node.pivot);
     if (node.headings.empty())
-        bound.cell = cell(binder, node, bound.pivot, m_context.make(node.pivot->range, bound.pivot->type, Heading{}, true));
+        bound.cell =
+            cell(binder, node, bound.pivot, m_context.make(node.pivot->range, bound.pivot->type, Heading{}, true));
     else
         addFixedHeadings(bound, binder, node);
     return bound;

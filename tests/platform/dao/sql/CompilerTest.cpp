@@ -17,13 +17,17 @@ class CompilerTest : public testing::Test
 protected:
     CompilerTest()
     {
-        m_database.addTable(u"report recd_num:counter* sec:short row:short col:short volts:single outage:text(50) flag:boolean"_s);
+        m_database.addTable(
+            u"report recd_num:counter* sec:short row:short col:short volts:single outage:text(50) flag:boolean"_s);
         m_database.addTable(u"plans name:text(50)* create_time:date"_s);
         run("CREATE INDEX tube_id ON report (sec, row, col)");
         run("CREATE INDEX outage ON report (outage)");
     }
 
-    void run(const char *sql) { ASSERT_EQ(sqlite3_exec(m_database.handle(), sql, nullptr, nullptr, nullptr), SQLITE_OK); }
+    void run(const char *sql)
+    {
+        ASSERT_EQ(sqlite3_exec(m_database.handle(), sql, nullptr, nullptr, nullptr), SQLITE_OK);
+    }
 
     const SelectPlan &select(const QString &sql)
     {
@@ -79,16 +83,20 @@ TEST_F(CompilerTest, ConditionsOnColumnsUseTheirIndexes)
     const SelectPlan &plan = select(u"SELECT * FROM report WHERE sec = 0 AND row = [r] AND col = [c]"_s);
     EXPECT_THAT(queryPlan(plan.keySql), HasSubstr("INDEX tube_id (sec=? AND row=? AND col=?)"));
     EXPECT_THAT(queryPlan(plan.rowSql), HasSubstr("SEARCH _s1 USING INTEGER PRIMARY KEY (rowid=?)"));
-    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage = 'r12' AND volts > 2"_s).keySql), HasSubstr("INDEX outage"));
-    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE sec Between [a] And [b]"_s).keySql), HasSubstr("INDEX tube_id (sec>? AND sec<?)"));
-    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage = (SELECT Max(outage) FROM report)"_s).keySql), HasSubstr("(outage=?)"));
+    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage = 'r12' AND volts > 2"_s).keySql),
+                HasSubstr("INDEX outage"));
+    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE sec Between [a] And [b]"_s).keySql),
+                HasSubstr("INDEX tube_id (sec>? AND sec<?)"));
+    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage = (SELECT Max(outage) FROM report)"_s).keySql),
+                HasSubstr("(outage=?)"));
 }
 
 TEST_F(CompilerTest, AWalkOverAllRowsNeedsNoSorting)
 {
     EXPECT_THAT(queryPlan(select(u"SELECT * FROM report"_s).keySql), Not(HasSubstr("TEMP B-TREE")));
     EXPECT_THAT(queryPlan(select(u"SELECT * FROM report"_s).fullSql), Not(HasSubstr("TEMP B-TREE")));
-    EXPECT_THAT(queryPlan(select(u"SELECT sec FROM report ORDER BY sec, row, col"_s).keySql), Not(HasSubstr("TEMP B-TREE")));
+    EXPECT_THAT(queryPlan(select(u"SELECT sec FROM report ORDER BY sec, row, col"_s).keySql),
+                Not(HasSubstr("TEMP B-TREE")));
 }
 
 TEST_F(CompilerTest, ARowOfAJoinIsFoundByTheKeysOfItsTables)
@@ -107,8 +115,9 @@ TEST_F(CompilerTest, ARowOfAJoinIsFoundByTheKeysOfItsTables)
 
 TEST_F(CompilerTest, ColumnsCarryWhatTheirFieldsKnow)
 {
-    const SelectPlan &plan = select(u"SELECT VOLTS, volts * 2 AS twice, flag, row > 5, outage & 'x', Count(*) AS n FROM report "
-                                    "GROUP BY volts, flag, row, outage"_s);
+    const SelectPlan &plan =
+        select(u"SELECT VOLTS, volts * 2 AS twice, flag, row > 5, outage & 'x', Count(*) AS n FROM report "
+               "GROUP BY volts, flag, row, outage"_s);
     const auto info = [&plan](int i) { return plan.columns[i].info; };
     EXPECT_EQ(info(0).name, u"volts"_s);
     EXPECT_EQ(info(0).sourceTable, u"report"_s);
@@ -123,8 +132,9 @@ TEST_F(CompilerTest, ColumnsCarryWhatTheirFieldsKnow)
 
 TEST_F(CompilerTest, ParametersComeDeclaredFirstThenAsTheyAppear)
 {
-    select(u"PARAMETERS [z] DateTime, [y] Value;\nSELECT row FROM report WHERE row = [b] AND outage = [a] AND volts > [y] "
-           "AND [Forms]![F]![c] = True AND [d] = [b] AND entry < [z]"_s);
+    select(
+        u"PARAMETERS [z] DateTime, [y] Value;\nSELECT row FROM report WHERE row = [b] AND outage = [a] AND volts > [y] "
+        "AND [Forms]![F]![c] = True AND [d] = [b] AND entry < [z]"_s);
     QStringList names;
     QList<DataType> types;
     for (const dao::sql::Parameter &parameter : m_compiled.parameters) {
@@ -155,7 +165,8 @@ TEST_F(CompilerTest, ValuesThatFitAFieldAreNotConverted)
     };
     EXPECT_THAT(sqlOf(u"INSERT INTO report (row, volts, outage, flag) VALUES ('3', 0.1, 5, 7)"_s),
                 HasSubstr("VALUES (3, 0.1000000014901161"));
-    EXPECT_THAT(sqlOf(u"INSERT INTO report (row, volts, outage) SELECT row, volts, outage FROM report"_s), Not(HasSubstr("jet_")));
+    EXPECT_THAT(sqlOf(u"INSERT INTO report (row, volts, outage) SELECT row, volts, outage FROM report"_s),
+                Not(HasSubstr("jet_")));
     EXPECT_THAT(sqlOf(u"INSERT INTO report (row, outage) VALUES ([a], [b])"_s), Not(HasSubstr("jet_")));
     EXPECT_THAT(sqlOf(u"UPDATE report SET row = recd_num"_s), HasSubstr("jet_to_integer("));
 }
@@ -170,12 +181,13 @@ TEST_F(CompilerTest, TextsOfAnySizeAndDepthEndInBoundedTime)
     EXPECT_EQ(errorOf(u"SELECT 1"_s + u" + 1"_s.repeated(10000)), 3360);
     EXPECT_EQ(errorOf(u"SELECT * FROM "_s + QString(10000, u'(') + u"report"_s + QString(10000, u')')), 3360);
     EXPECT_EQ(errorOf(u"SELECT * FROM report"_s + u" INNER JOIN plans ON 1=1"_s.repeated(1000)), 3360);
-    EXPECT_EQ(errorOf(u"SELECT 1 AS a0"_s + [] {
-                  QString aliases;
-                  for (int i = 1; i < 60; ++i)
-                      aliases += u", a%1 + a%1 AS a%2"_s.arg(i - 1).arg(i);
-                  return aliases;
-              }()),
+    EXPECT_EQ(errorOf(u"SELECT 1 AS a0"_s +
+                      [] {
+                          QString aliases;
+                          for (int i = 1; i < 60; ++i)
+                              aliases += u", a%1 + a%1 AS a%2"_s.arg(i - 1).arg(i);
+                          return aliases;
+                      }()),
               3360);
 
     // Long, but not deep: thousands of conditions and values, in a text of megabytes.
@@ -229,7 +241,8 @@ TEST_F(CompilerTest, EveryFunctionOfTheTableIsRegistered)
             continue;
         if (QStringView(function.name) == u"Switch" || QStringView(function.name) == u"Choose")
             arguments = QStringList{u"1"_s, u"2"_s};
-        const QString sql = u"SELECT "_s + QString::fromUtf16(function.name) + u'(' + arguments.join(u", ") + u") FROM report"_s;
+        const QString sql =
+            u"SELECT "_s + QString::fromUtf16(function.name) + u'(' + arguments.join(u", ") + u") FROM report"_s;
         sqlite3_stmt *statement = nullptr;
         const QByteArray text = select(sql).fullSql.toUtf8();
         EXPECT_EQ(sqlite3_prepare_v2(m_database.handle(), text.constData(), -1, &statement, nullptr), SQLITE_OK)

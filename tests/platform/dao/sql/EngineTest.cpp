@@ -18,7 +18,8 @@ protected:
     EngineTest()
     {
         m_database.create(m_folder.filePath(u"test.mdb"_s), u";LANGID=0x0409;CP=1252;COUNTRY=0"_s);
-        m_database.execute(u"CREATE TABLE sales (id COUNTER PRIMARY KEY, who TEXT(20), area TEXT(20), amount CURRENCY)"_s);
+        m_database.execute(
+            u"CREATE TABLE sales (id COUNTER PRIMARY KEY, who TEXT(20), area TEXT(20), amount CURRENCY)"_s);
         m_database.execute(u"INSERT INTO sales (who, area, amount) VALUES ('Ann', 'North', 10)"_s);
         m_database.execute(u"INSERT INTO sales (who, area, amount) VALUES ('Ann', 'South', 5)"_s);
         m_database.execute(u"INSERT INTO sales (who, area, amount) VALUES ('Bob', 'North', 7.25)"_s);
@@ -37,7 +38,8 @@ protected:
         for (; !set.isEof(); set.moveNext()) {
             QStringList cells;
             for (int i = 0; i < set.fieldCount(); ++i)
-                cells.append(set.value(i).isNull() ? u"-"_s : dao::convertValue(set.value(i), dao::DataType::Text).text());
+                cells.append(set.value(i).isNull() ? u"-"_s
+                                                   : dao::convertValue(set.value(i), dao::DataType::Text).text());
             lines.append(cells.join(u'|'));
         }
         return lines.join(u'\n');
@@ -88,7 +90,9 @@ TEST_F(EngineTest, DomainFunctionsTakeTextsThatRowsMake)
 
 TEST_F(EngineTest, AStoredQueryRunsWithItsParametersInOrder)
 {
-    m_database.createQuery({u"Raise"_s, u"PARAMETERS [much] Currency, [name] Text; UPDATE sales SET amount = amount + [much] WHERE who = [name]"_s});
+    m_database.createQuery(
+        {u"Raise"_s,
+         u"PARAMETERS [much] Currency, [name] Text; UPDATE sales SET amount = amount + [much] WHERE who = [name]"_s});
     EXPECT_EQ(m_database.execute(u"EXECUTE Raise 2.5, 'Bob'"_s), 1);
     EXPECT_EQ(rows(u"SELECT amount FROM sales WHERE who = 'Bob'"_s), u"amount\n9.75"_s);
 }
@@ -98,7 +102,8 @@ TEST_F(EngineTest, AJoinIsEditedThroughItsRows)
     m_database.execute(u"CREATE TABLE people (who TEXT(20) PRIMARY KEY, boss TEXT(20))"_s);
     m_database.execute(u"INSERT INTO people VALUES ('Ann', 'Zoe')"_s);
     dao::Recordset set(m_database);
-    set.open(dao::Recordset::Type::Dynaset, u"SELECT sales.id, sales.amount, people.boss FROM sales INNER JOIN people ON sales.who = people.who"_s);
+    set.open(dao::Recordset::Type::Dynaset,
+             u"SELECT sales.id, sales.amount, people.boss FROM sales INNER JOIN people ON sales.who = people.who"_s);
     ASSERT_TRUE(set.isUpdatable());
     set.edit();
     set.setValue(u"amount"_s, Value::fromDouble(11));

@@ -1,5 +1,5 @@
-#include <dao/sql/Compiler.h>
 #include <dao/sql/ast/Parser.h>
+#include <dao/sql/Compiler.h>
 #include <gmock/gmock.h>
 
 using namespace Qt::StringLiterals;
@@ -20,24 +20,28 @@ std::string list(const std::vector<ast::ExprPtr> &items)
 
 std::string shape(const ast::Expr &expr)
 {
-    static constexpr const char *operators[] = {"^", "*", "/", "\\", "mod", "+", "-", "&", "=", "<>", "<", ">",
-                                                "<=", ">=", "like", "alike", "xor", "eqv", "imp"};
+    static constexpr const char *operators[] = {"^", "*", "/",  "\\", "mod",  "+",     "-",   "&",   "=",  "<>",
+                                                "<", ">", "<=", ">=", "like", "alike", "xor", "eqv", "imp"};
     if (const auto *literal = expr.as<ast::Literal>())
-        return literal->value.isNull() ? "null" : dao::convertValue(literal->value, dao::DataType::Text).text().toStdString();
+        return literal->value.isNull() ? "null"
+                                       : dao::convertValue(literal->value, dao::DataType::Text).text().toStdString();
     if (const auto *name = expr.as<ast::Name>())
         return name->text.toStdString();
     if (const auto *unary = expr.as<ast::Unary>())
-        return std::string(unary->op == ast::UnaryOp::Not ? "(not " : unary->op == ast::UnaryOp::Minus ? "(neg " : "(pos ") +
+        return std::string(unary->op == ast::UnaryOp::Not     ? "(not "
+                           : unary->op == ast::UnaryOp::Minus ? "(neg "
+                                                              : "(pos ") +
                shape(*unary->operand) + ")";
     if (const auto *binary = expr.as<ast::Binary>())
-        return std::string("(") + operators[int(binary->op)] + " " + shape(*binary->left) + " " + shape(*binary->right) + ")";
+        return std::string("(") + operators[int(binary->op)] + " " + shape(*binary->left) + " " +
+               shape(*binary->right) + ")";
     if (const auto *chain = expr.as<ast::Chain>())
         return std::string(chain->isAnd ? "(and" : "(or") + list(chain->terms) + ")";
     if (const auto *call = expr.as<ast::Call>())
         return "(" + call->name.toStdString() + list(call->arguments) + (call->star ? " *)" : ")");
     if (const auto *between = expr.as<ast::Between>())
-        return std::string(between->negated ? "(not-between " : "(between ") + shape(*between->operand) + " " + shape(*between->low) +
-               " " + shape(*between->high) + ")";
+        return std::string(between->negated ? "(not-between " : "(between ") + shape(*between->operand) + " " +
+               shape(*between->low) + " " + shape(*between->high) + ")";
     if (const auto *in = expr.as<ast::InList>())
         return std::string(in->negated ? "(not-in " : "(in ") + shape(*in->operand) + list(in->items) + ")";
     if (const auto *isNull = expr.as<ast::IsNull>())
@@ -62,7 +66,8 @@ TEST(Parser, OperatorsBindInTheOrderOfTheDialect)
     EXPECT_EQ(parsed(u"-a ^ 2 ^ b"_s), "(neg (^ (^ a 2) b))");
     EXPECT_EQ(parsed(u"a + b * c \\ d Mod e & f"_s), "(& (+ a (mod (\\ (* b c) d) e)) f)");
     EXPECT_EQ(parsed(u"a = b & c Like d"_s), "(like (= a (& b c)) d)");
-    EXPECT_EQ(parsed(u"Not a = b And c Or d Xor e Eqv f Imp g"_s), "(imp (eqv (xor (or (and (not (= a b)) c) d) e) f) g)");
+    EXPECT_EQ(parsed(u"Not a = b And c Or d Xor e Eqv f Imp g"_s),
+              "(imp (eqv (xor (or (and (not (= a b)) c) d) e) f) g)");
     EXPECT_EQ(parsed(u"a And b And c Or d And e"_s), "(or (and a b c) (and d e))");
     EXPECT_EQ(parsed(u"a Between 1 And 2 And b"_s), "(and (between a 1 2) b)");
     EXPECT_EQ(parsed(u"a Not In (1, 2) = b"_s), "(= (not-in a 1 2) b)");
@@ -104,8 +109,9 @@ TEST(Parser, SyntaxIsCheckedWithoutASchema)
     EXPECT_NO_THROW(checkSyntax(u"SELECT anything FROM anywhere WHERE Foo(1) = [x];"_s));
     EXPECT_NO_THROW(checkSyntax(u"PROCEDURE p [a] Long, [b] Text ( 20 ); UPDATE t SET a = [a] WHERE b = [b]"_s));
     EXPECT_NO_THROW(checkSyntax(u"CREATE UNIQUE INDEX i ON t (a DESC, b) WITH DISALLOW NULL"_s));
-    EXPECT_NO_THROW(checkSyntax(u"CREATE TABLE t (a COUNTER PRIMARY KEY, b TEXT(20) WITH COMP NOT NULL, c DECIMAL(10,2) DEFAULT 0, "
-                                "CONSTRAINT f FOREIGN KEY (b) REFERENCES u (x) ON UPDATE CASCADE ON DELETE CASCADE)"_s));
+    EXPECT_NO_THROW(
+        checkSyntax(u"CREATE TABLE t (a COUNTER PRIMARY KEY, b TEXT(20) WITH COMP NOT NULL, c DECIMAL(10,2) DEFAULT 0, "
+                    "CONSTRAINT f FOREIGN KEY (b) REFERENCES u (x) ON UPDATE CASCADE ON DELETE CASCADE)"_s));
     EXPECT_NO_THROW(checkSyntax(u"ALTER TABLE t DROP COLUMN a"_s));
     EXPECT_NO_THROW(checkSyntax(u"SELECT a FROM t WITH OWNERACCESS OPTION;"_s));
     EXPECT_THROW(checkSyntax(u"SELECT a FROM t WHERE"_s), dao::DaoException);
@@ -117,8 +123,10 @@ TEST(Parser, SyntaxIsCheckedWithoutASchema)
 TEST(Parser, EveryPrefixOfAStatementEndsWell)
 {
     const QString statements[] = {
-        u"PARAMETERS [x] Long; SELECT DISTINCT TOP 5 PERCENT a.[b c], Count(*) AS n, (SELECT Max(x) FROM u) FROM (t AS a LEFT JOIN u "
-        "ON a.i = u.i) INNER JOIN [SELECT 1]. AS q ON q.z = a.z WHERE a Between 1 And #1/2/2003# Or Not b In ('x', \"y\") GROUP BY a HAVING "
+        u"PARAMETERS [x] Long; SELECT DISTINCT TOP 5 PERCENT a.[b c], Count(*) AS n, (SELECT Max(x) FROM u) FROM (t AS "
+        u"a LEFT JOIN u "
+        "ON a.i = u.i) INNER JOIN [SELECT 1]. AS q ON q.z = a.z WHERE a Between 1 And #1/2/2003# Or Not b In ('x', "
+        "\"y\") GROUP BY a HAVING "
         "Sum(c) > 1.5E3 ORDER BY 1 DESC WITH OWNERACCESS OPTION;"_s,
         u"TRANSFORM Sum(a) AS s SELECT b FROM t GROUP BY b PIVOT c IN (1, 'x')"_s,
         u"INSERT INTO t (a, b) SELECT x, y FROM u UNION ALL SELECT 1, &HFF"_s,
