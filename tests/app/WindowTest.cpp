@@ -399,6 +399,7 @@ TEST_F(WindowTest, MarksTheTubesOfAQueryFile)
     ASSERT_TRUE(window.addQueryFile(file.fileName()));
     settle();
     EXPECT_EQ(window.legend().entry(0).label, u"edge.qry"_s);
+    EXPECT_EQ(find<LegendView>(u"legend"_s)->model()->index(0, LegendModel::Type).data().toString(), u"QUERY"_s);
     EXPECT_GT(window.steamGen().symbolCount(), 0);
     for (int i = 0; i < window.steamGen().numTube(); ++i)
         EXPECT_EQ(window.steamGen().isOpen(i), window.steamGen()[i].address.row > 2);
