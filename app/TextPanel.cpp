@@ -1,5 +1,6 @@
 #include "TextPanel.h"
 
+#include <QEvent>
 #include <QFontDatabase>
 #include <QPainter>
 
@@ -34,10 +35,12 @@ void TextPanel::setText(const QString &text)
 
 QSize TextPanel::textSize(const QString &text) const
 {
-    const QStringList lines = text.trimmed().split(u'\n');
+    const QStringList lines = text.split(u'\n');
     int width = 0;
     for (const QString &line : lines)
         width = std::max(width, fontMetrics().horizontalAdvance(line));
+    // One more character: widths are rounded, and a line that just fits must not be cut.
+    width += fontMetrics().horizontalAdvance(u'0');
     return {width, int(lines.size()) * fontMetrics().lineSpacing()};
 }
 

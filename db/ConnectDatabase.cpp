@@ -53,16 +53,26 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
     if (path.isEmpty())
         return false;
     try {
-        session.open(path);
-        bringUpToDate(session, context);
+        session.close();
+        if (context.opener) {
+            context.opener->open(session, path, context);
+        } else {
+            session.open(path);
+            bringUpToDate(session, context);
+        }
         if (context.listener)
             context.listener->databaseConnected(path);
         session.prompts().status(messages::kConnectedStatus, pathBelowArvo(path, context));
         return true;
     } catch (const dao::DaoException &exception) {
         showDaoError(session.prompts(), exception, messages::kConnectDatabase);
-        return false;
+    } catch (const dao::DaoCancelled &) {
+        session.prompts().status(messages::kConnectCancelled);
+    } catch (const tarnwick::Cancelled &) {
+        session.prompts().status(messages::kConnectCancelled);
     }
+    session.close();
+    return false;
 }
 
 bool connectAtStart(DatabaseSession &session, const QStringList &recentDatabases, int formatYear,

@@ -3,6 +3,8 @@
 #include "Errors.h"
 #include "Messages.h"
 
+#include <QFile>
+
 namespace db {
 
 DatabaseSession::DatabaseSession(tarnwick::UserPrompts &prompts)
@@ -25,7 +27,9 @@ bool DatabaseSession::isUpdatable() const
 
 QString DatabaseSession::path() const
 {
-    return isOpen() ? m_database->name() : QString();
+    if (!isOpen())
+        return {};
+    return m_copiedPath.isEmpty() ? m_database->name() : m_copiedPath;
 }
 
 void DatabaseSession::open(const QString &path, dao::OpenMode mode)
@@ -36,14 +40,24 @@ void DatabaseSession::open(const QString &path, dao::OpenMode mode)
     m_database = std::move(database);
 }
 
+void DatabaseSession::openCopy(const QString &path, const QString &copy, dao::OpenMode mode)
+{
+    open(copy, mode);
+    m_copiedPath = path;
+}
+
 void DatabaseSession::close()
 {
     if (!m_database)
         return;
     while (m_workspace->transactionDepth() > 0)
         m_workspace->rollback();
+    const QString copy = m_copiedPath.isEmpty() ? QString() : m_database->name();
     m_database->close();
     m_database.reset();
+    m_copiedPath.clear();
+    if (!copy.isEmpty())
+        QFile::remove(copy);
     conversion = {};
 }
 

@@ -30,6 +30,7 @@ inline constexpr Message kCloseDatabase{1036, u"Could not close database."};
 inline constexpr Message kCreatingStatus{0, u"Creating database \"%S\"."};
 inline constexpr Message kCreatedStatus{0, u"Created database \"%S\"."};
 inline constexpr Message kConnectedStatus{0, u"Connected to \"%S\"."};
+inline constexpr Message kConnectCancelled{0, u"Connecting was cancelled."};
 
 // Rows of 'report'
 inline constexpr Message kUploadEntry{1021, u"Could not upload report entry."};

@@ -108,6 +108,13 @@ bool createRelations(tarnwick::UserPrompts &prompts, dao::Database &database)
         messages::kCreateRelations);
 }
 
+void createRelation(dao::Database &database, QStringView name)
+{
+    for (const RelationSpec &spec : relationSpecs())
+        if (name == spec.name)
+            database.createRelation(definition(spec));
+}
+
 void createSchema(tarnwick::UserPrompts &prompts, dao::Database &database)
 {
     for (const TableSpec &spec : tableSpecs())

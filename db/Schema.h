@@ -69,6 +69,9 @@ bool createAliasTable(tarnwick::UserPrompts &prompts, dao::Database &database, c
 /// All relations in one guarded block: the first that fails skips the rest.
 bool createRelations(tarnwick::UserPrompts &prompts, dao::Database &database);
 
+/// One relation of the schema, by its name. Throws the engine's exception.
+void createRelation(dao::Database &database, QStringView name);
+
 /// Builds the whole schema in an empty database: the tables, the alias tables, the relations. A table that fails does
 /// not stop the others.
 void createSchema(tarnwick::UserPrompts &prompts, dao::Database &database);

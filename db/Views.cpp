@@ -34,12 +34,18 @@ const QList<AliasedField> &aliasedFields()
     return fields;
 }
 
+bool isPlainName(const QString &name)
+{
+    const auto isPlain = [](QChar c) { return c.isLetterOrNumber() || c == u'_'; };
+    return std::all_of(name.begin(), name.end(), isPlain) && !name.front().isDigit();
+}
+
 QString selectedField(const QString &name)
 {
     for (const AliasedField &aliased : aliasedFields())
         if (name.compare(aliased.field, Qt::CaseInsensitive) == 0)
             return aliased.alias + u'.' + aliased.field;
-    return name;
+    return isPlainName(name) ? name : QString(u'[' + name + u']');
 }
 
 /// Labels by number, as an alias table holds them.

@@ -69,6 +69,12 @@ Project describe(const DemoOptions &options, const QString &folder)
     return project;
 }
 
+/// A path of the suite would be looked up among the files that are there, which takes long where there are thousands.
+QString fileIn(const Project &project, const QString &name)
+{
+    return project.folder + u'/' + name;
+}
+
 ReportEntry headerEntry(const QString &text)
 {
     ReportEntry entry;
@@ -110,15 +116,15 @@ void writeReport(const Project &project, const InspectedCal &cal, Oper oper)
     report.entries.append(standardEntry(cal, results.last()));
     // Cals count anew in each outage, and the conversion writes those of the present one as 00001_PRI.rep.
     const QString name =
-        u"reports\\%1_%2_%3.rep"_s.arg(outage).arg(cal.number, 5, 10, QLatin1Char('0')).arg(operCode(oper));
-    report.storeReport(project.pathOf(name));
+        u"reports/%1_%2_%3.rep"_s.arg(outage).arg(cal.number, 5, 10, QLatin1Char('0')).arg(operCode(oper));
+    report.storeReport(fileIn(project, name));
 }
 
 void writeResults(const Project &project, const DemoOptions &options, tarnwick::Progress *progress)
 {
     TextLayout layouts[] = {plainLayout(), titledLayout()};
     for (TextLayout &layout : layouts)
-        layout.spec.storeTo(project.pathOf(u"report_formats\\"_s + layout.specFile));
+        layout.spec.storeTo(fileIn(project, u"report_formats/"_s + layout.specFile));
     Inspection inspection(project, options);
     const auto write = [&](const InspectedCal &cal) {
         const bool present = cal.outage == options.outages - 1;
@@ -127,7 +133,7 @@ void writeResults(const Project &project, const DemoOptions &options, tarnwick::
                 continue;
             const TextLayout &layout = layouts[cal.rotating ? 1 : 0];
             if (present)
-                tarnwick::writeFileAtomically(project.pathOf(layout.folder + u'\\' + textReportName(layout, cal, oper)),
+                tarnwick::writeFileAtomically(fileIn(project, layout.folder + u'/' + textReportName(layout, cal, oper)),
                                               textReport(layout, cal, oper, project));
             else
                 writeReport(project, cal, oper);
@@ -160,8 +166,7 @@ void makeFiles(const DemoOptions &options, const QString &folder, tarnwick::Prog
     project.makeFolders();
     ellery::writeComponent(project.steamGen, QDir(project.folder).filePath(u"component"_s));
     writeResults(project, options, progress);
-    for (const StoredQuery &query : storedQueries(project))
-        tarnwick::writeFileAtomically(project.pathOf(u"queries\\"_s + query.fileName), query.sql.toLatin1());
+    writeQueries(project);
     const Flaws flaws(project.steamGen, options);
     writeTubeLists(project, flaws);
     writePlans(project, flaws);

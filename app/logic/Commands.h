@@ -137,7 +137,6 @@ const char16_t *fillButtonTip(QStringView key);
 /// What the window offers beside the numbered commands: keys, and buttons of the view bar.
 enum class Extra {
     Redo,
-    UndoList,
     ZoomIn,
     ZoomOut,
     ZoomFit,

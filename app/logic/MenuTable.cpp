@@ -147,8 +147,6 @@ constexpr std::array kFillTips{
 constexpr std::array kExtraItems{
     ExtraInfo{Extra::Redo, Scope::Window, u"redo", u"Redo", u"Ctrl+Y|Ctrl+Shift+Z", When::Redo,
               u"Make the change again that was taken back last"},
-    ExtraInfo{Extra::UndoList, Scope::Window, u"undoList", u"Changes", nullptr, When::Project,
-              u"List the changes of the map and go to any of them"},
     ExtraInfo{Extra::ZoomIn, Scope::Window, u"zoomIn", u"Zoom In", u"Ctrl++|Ctrl+=", When::Project,
               u"Show the map larger"},
     ExtraInfo{Extra::ZoomOut, Scope::Window, u"zoomOut", u"Zoom Out", u"Ctrl+-", When::Project,

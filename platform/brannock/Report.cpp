@@ -116,8 +116,11 @@ void Report::loadReport(const QString &machinePath)
     const int col = table.column(u"col");
     RowReader reader(table, fieldNames());
     QList<ReportEntry> read;
+    // A guess that a damaged file cannot blow up: an entry is hardly ever shorter than this.
+    constexpr qint64 kBytesPerEntry = 100;
+    read.reserve(table.bytesLeft() / kBytesPerEntry);
     while (table.next()) {
-        ReportEntry entry;
+        ReportEntry &entry = read.emplaceBack();
         entry.kind = kindOf(table, kind);
         if (entry.isHeader()) {
             entry.headerText = table.text(header);
@@ -129,7 +132,6 @@ void Report::loadReport(const QString &machinePath)
         reader.startRow();
         visitFields(entry, reader);
         entry.site.outage = entry.outage;
-        read.append(std::move(entry));
     }
     entries.swap(read);
     path = machinePath;

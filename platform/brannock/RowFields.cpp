@@ -7,6 +7,10 @@ using tarnwick::JDateTime;
 
 namespace brannock {
 
+namespace {
+constexpr int kIsoSize = 19; // yyyy-mm-ddThh:mm:ss
+}
+
 RowReader::RowReader(const fenwright::TableScanner &scanner, const QStringList &fieldNames)
     : m_scanner(scanner)
 {
@@ -55,15 +59,37 @@ void RowReader::field(QStringView, float &value)
         value = m_scanner.single(column, value);
 }
 
+std::optional<JDateTime> RowReader::sameHour(QByteArrayView cell) const
+{
+    if (m_hour.isEmpty() || cell.size() != kIsoSize || !cell.startsWith(m_hour) || cell[13] != ':' || cell[16] != ':')
+        return std::nullopt;
+    for (const int i : {14, 15, 17, 18}) {
+        if (cell[i] < '0' || cell[i] > (i == 14 || i == 17 ? '5' : '9'))
+            return std::nullopt;
+    }
+    const int minute = (cell[14] - '0') * 10 + cell[15] - '0';
+    const int second = (cell[17] - '0') * 10 + cell[18] - '0';
+    return JDateTime::fromSeconds(m_hourTime.seconds() + minute * 60 + second);
+}
+
 void RowReader::field(QStringView, JDateTime &value)
 {
     const int column = m_columns[m_next++].index;
     const QByteArrayView raw = m_scanner.raw(column);
     if (raw.trimmed().isEmpty())
         return;
-    const std::optional<JDateTime> time = fenwright::cellTime(raw);
-    if (!time)
-        m_scanner.fail(column, u"'%1' is not a date and time"_s.arg(m_scanner.text(column)));
+    // The library looks at the zone's rules on every call; entries of a report mostly follow within the hour.
+    std::optional<JDateTime> time = sameHour(raw);
+    if (!time) {
+        time = fenwright::cellTime(raw);
+        if (!time)
+            m_scanner.fail(column, u"'%1' is not a date and time"_s.arg(m_scanner.text(column)));
+        const std::tm local = time->local();
+        if (raw.size() == kIsoSize && raw[10] == 'T') {
+            m_hour = raw.first(13);
+            m_hourTime = JDateTime::fromSeconds(time->seconds() - local.tm_min * 60 - local.tm_sec);
+        }
+    }
     value = *time;
 }
 

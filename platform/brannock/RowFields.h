@@ -1,5 +1,6 @@
 #pragma once
 #include <fenwright/TableScanner.h>
+#include <optional>
 #include <QString>
 #include <QStringList>
 #include <tarnwick/JDateTime.h>
@@ -76,9 +77,13 @@ private:
         QByteArrayView lastRaw;
         QString lastText;
     };
+    std::optional<tarnwick::JDateTime> sameHour(QByteArrayView cell) const;
+
     const fenwright::TableScanner &m_scanner;
     std::vector<Column> m_columns;
     size_t m_next = 0;
+    QByteArrayView m_hour; ///< "yyyy-mm-ddThh" of the last time read
+    tarnwick::JDateTime m_hourTime;
 };
 
 /// Writes an entry's fields as the cells of a row.

@@ -4,6 +4,7 @@
 #include "QueryDef.h"
 
 #include <dao/store/ErrorTranslation.h>
+#include <dao/store/FileBackup.h>
 #include <dao/store/Statistics.h>
 #include <dao/store/SystemTables.h>
 #include <dao/store/TableDefinition.h>
@@ -116,6 +117,11 @@ void Database::deleteTable(QStringView name)
     define(u"DAO.TableDefs"_s, [&](store::SchemaEditor &editor) { editor.deleteTable(name); });
 }
 
+void Database::alterTable(QStringView name, const TableInfo &newShape, const QList<FieldFill> &fills)
+{
+    define(u"DAO.TableDef"_s, [&](store::SchemaEditor &editor) { editor.alterTable(name, newShape, fills); });
+}
+
 void Database::addField(QStringView table, const FieldInfo &field)
 {
     define(u"DAO.Fields"_s, [&](store::SchemaEditor &editor) { editor.addField(table, field); });
@@ -195,6 +201,12 @@ QString Database::property(const QString &name) const
 void Database::setProperty(const QString &name, const QString &value)
 {
     define(u"DAO.Database"_s, [&](store::SchemaEditor &editor) { editor.setProperty(name, value); });
+}
+
+void Database::backupTo(const QString &path) const
+{
+    m_impl->requireOpen();
+    store::backUpFile(m_impl->path, path);
 }
 
 int Database::execute(const QString &sql)

@@ -74,6 +74,10 @@ public:
     const TableInfo &table(QStringView name) const; ///< error 3265
     void createTable(const TableInfo &table);
     void deleteTable(QStringView name);
+    /// Gives a table another definition in one pass over its rows: fields match by name, fields that are new get the
+    /// values of fills, else their default when they are required, else Null; fields that newShape lacks go. Indexes
+    /// are those of newShape; relations stay, and what they need must. Takes time in proportion to the rows.
+    void alterTable(QStringView name, const TableInfo &newShape, const QList<FieldFill> &fills = {});
     void addField(QStringView table, const FieldInfo &field);
     void deleteField(QStringView table, QStringView field);
     void createIndex(QStringView table, const IndexInfo &index);
@@ -90,6 +94,11 @@ public:
     /// Properties of the file itself, as text.
     QString property(const QString &name) const;
     void setProperty(const QString &name, const QString &value);
+
+    /// Copies the file, as it was last committed, to another, byte for byte; one that is there is replaced in one step,
+    /// and stays when the copy fails. Changes of a transaction in progress are not in it. Errors: 3026 disk full, 3051
+    /// no right, 3045 in use.
+    void backupTo(const QString &path) const;
 
     /// Runs an action statement without parameters, failing on the first error, the statement undone as a whole.
     /// Returns the rows affected. Error 3065 for a statement that returns rows, 3061 when it has parameters.

@@ -1,4 +1,5 @@
 #pragma once
+#include <algorithm>
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QHash>
@@ -32,6 +33,7 @@ public:
     /// blank.
     bool next();
     int line() const { return m_line; } ///< 1-based line of the row in the file
+    qint64 bytesLeft() const { return m_content.size() - std::min(m_offset, m_content.size()); }
     int cellCount() const { return int(m_cells.size()); }
     /// Throws when the row ends before its last required column, or has fewer cells than that.
     void requireCells(int minimumCells = 0) const;

@@ -138,6 +138,7 @@ void Connection::setUp()
     functions::registerAll(m_db);
     sqlite3_create_function_v2(m_db, cancelFunction, 0, SQLITE_UTF8, this, &ConnectionCallbacks::cancelled, nullptr,
                                nullptr, nullptr);
+    setProgress(m_progress);
     run(u"PRAGMA cache_size = -"_s + QString::number(cacheKibibytes));
     run(u"PRAGMA foreign_keys = ON"_s);
     run(u"PRAGMA recursive_triggers = ON"_s);
@@ -337,6 +338,22 @@ void Savepoint::release()
 {
     m_connection.run(u"RELEASE dao_statement"_s);
     m_open = false;
+}
+
+UncheckedWrites::UncheckedWrites(Connection &connection)
+    : m_connection(connection)
+{
+    m_connection.run(u"PRAGMA ignore_check_constraints = ON"_s);
+}
+
+UncheckedWrites::~UncheckedWrites()
+{
+    try {
+        if (m_connection.isOpen())
+            m_connection.run(u"PRAGMA ignore_check_constraints = OFF"_s);
+    } catch (const std::exception &) {
+        // A connection that cannot even do this writes nothing any more.
+    }
 }
 
 } // namespace dao::store

@@ -3,7 +3,9 @@
 
 #include <dao/values/Progress.h>
 #include <dao/values/Schema.h>
+#include <dao/values/Value.h>
 
+#include <functional>
 #include <QElapsedTimer>
 #include <QObject>
 #include <vector>
@@ -66,6 +68,11 @@ public:
     QString source() const { return m_source; }
     void setOpening(bool opening) { m_opening = opening; }
 
+    /// A function of the inner engine that is answered here. It may run statements on this connection. Errors it throws
+    /// become those of the statement that called it.
+    using Function = std::function<Value(const QList<Value> &)>;
+    void addFunction(const QByteArray &name, const Function &body);
+
     void setProgress(Progress *progress);
     Progress *progress() const { return m_progress; }
     /// Throws DaoCancelled when the user wanted to stop while a statement ran that could not be interrupted.
@@ -125,6 +132,20 @@ private:
     Connection &m_connection;
     bool m_outermost;
     bool m_open = true;
+};
+
+/// Rows are written without a look at CHECK constraints, as long as it lives: for rows that were looked at before, or
+/// that shall stay as they are.
+class UncheckedWrites
+{
+public:
+    explicit UncheckedWrites(Connection &connection);
+    ~UncheckedWrites();
+    UncheckedWrites(const UncheckedWrites &) = delete;
+    UncheckedWrites &operator=(const UncheckedWrites &) = delete;
+
+private:
+    Connection &m_connection;
 };
 
 /// Names the object that errors come from, as long as it lives.

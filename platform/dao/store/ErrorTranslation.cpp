@@ -72,9 +72,8 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
     raise(failure, error::ValidationRule, {rule, name.full()});
 }
 
-[[noreturn]] void raiseCheck(const EngineFailure &failure)
+[[noreturn]] void raiseCheck(const EngineFailure &failure, const QString &constraintName)
 {
-    const QString constraintName = failure.text.mid(failure.text.indexOf(u": "_s) + 2);
     const qsizetype colon = constraintName.indexOf(u':');
     const QStringView kind = QStringView(constraintName).left(qMax<qsizetype>(colon, 0));
     const FieldName name = splitName(QStringView(constraintName).mid(colon + 1));
@@ -109,7 +108,7 @@ void raiseOwn(const EngineFailure &failure)
     case SQLITE_CONSTRAINT_NOTNULL:
         raiseNotNull(failure);
     case SQLITE_CONSTRAINT_CHECK:
-        raiseCheck(failure);
+        raiseCheck(failure, failure.text.mid(failure.text.indexOf(u": "_s) + 2));
     case SQLITE_CONSTRAINT_UNIQUE:
     case SQLITE_CONSTRAINT_PRIMARYKEY:
     case SQLITE_CONSTRAINT_ROWID:
@@ -135,6 +134,14 @@ void raiseOwn(const EngineFailure &failure)
 }
 
 } // namespace
+
+void raiseCheck(const QString &constraintName, const QString &source, const SchemaView *schema)
+{
+    EngineFailure failure;
+    failure.source = source;
+    failure.schema = schema;
+    raiseCheck(failure, constraintName);
+}
 
 QString constraint::name(const char16_t *kind, const QString &table, const QString &field)
 {

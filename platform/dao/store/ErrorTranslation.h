@@ -23,6 +23,9 @@ struct EngineFailure
 /// the user stopped the statement.
 [[noreturn]] void raise(const EngineFailure &failure);
 
+/// The same for a CHECK constraint, by its name, that rows were found to break.
+[[noreturn]] void raiseCheck(const QString &constraintName, const QString &source, const SchemaView *schema);
+
 /// Names of the CHECK constraints in the file. They tell which field of which table refused and why: a kind, ':', the
 /// table, and, for a rule of a field, '.' and the field. (Names of tables and fields never hold a '.'.)
 namespace constraint {

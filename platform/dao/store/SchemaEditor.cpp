@@ -76,6 +76,14 @@ bool servesForeignKey(const TableInfo &table, const IndexInfo &index, const Rela
     return true;
 }
 
+/// True when the relation's primary table can hold no two rows of one key.
+bool hasUniqueIndex(const TableInfo &table, const RelationInfo &relation)
+{
+    return std::any_of(table.indexes.begin(), table.indexes.end(), [&](const IndexInfo &index) {
+        return index.unique && fieldsOf(index) == keyFieldsOf(relation);
+    });
+}
+
 } // namespace
 
 void SchemaEditor::fail(int number, const QStringList &arguments) const
@@ -164,18 +172,13 @@ void SchemaEditor::createIndexes(const TableInfo &table)
     }
 }
 
-void SchemaEditor::createTable(const TableInfo &given)
+StoredTable SchemaEditor::shaped(const TableInfo &given) const
 {
     StoredTable table;
     table.info.name = given.name;
     table.info.attributes = given.attributes;
     table.info.validationRule = given.validationRule;
     table.info.validationText = given.validationText;
-    checkName(given.name);
-    if (m_catalog.findTable(given.name))
-        fail(error::TableExists, {given.name});
-    if (m_catalog.findQuery(given.name))
-        fail(error::ObjectExists, {given.name});
     if (given.fields.isEmpty())
         fail(error::NoFieldDefined);
     bool autonumber = false;
@@ -198,11 +201,39 @@ void SchemaEditor::createTable(const TableInfo &given)
     table.info.keyColumn = keyColumnFor(table.info);
     if (table.info.keyColumn.isEmpty())
         fail(error::InvalidName, {u"rowid"_s});
+    return table;
+}
+
+void SchemaEditor::requireNewName(const QString &name) const
+{
+    checkName(name);
+    if (m_catalog.findTable(name))
+        fail(error::TableExists, {name});
+    if (m_catalog.findQuery(name))
+        fail(error::ObjectExists, {name});
+}
+
+void SchemaEditor::createTable(const TableInfo &given)
+{
+    requireNewName(given.name);
+    StoredTable table = shaped(given);
     m_catalog.change([&] {
         m_connection.run(createTableSql(table, table.info.name));
         createIndexes(table.info);
         writeTable(m_connection, table);
     });
+}
+
+StoredTable SchemaEditor::createUnindexed(const TableInfo &given, const QSet<QString> &lateRequired)
+{
+    requireNewName(given.name);
+    StoredTable table = shaped(given);
+    table.lateRequired = lateRequired;
+    m_catalog.change([&] {
+        m_connection.run(createTableSql(table, table.info.name));
+        writeTable(m_connection, table);
+    });
+    return table;
 }
 
 void SchemaEditor::deleteTable(QStringView name)
@@ -228,7 +259,7 @@ bool SchemaEditor::canJustAppend(const StoredTable &table, const FieldInfo &fiel
     return field.defaultValue.trimmed().isEmpty();
 }
 
-void SchemaEditor::replaceTable(const StoredTable &before, StoredTable &after)
+void SchemaEditor::replaceTable(const StoredTable &before, StoredTable &after, const QList<FieldFill> &fills)
 {
     QList<RelationInfo> relations;
     for (const RelationInfo &relation : m_catalog.relations()) {
@@ -237,12 +268,44 @@ void SchemaEditor::replaceTable(const StoredTable &before, StoredTable &after)
     }
     for (const RelationInfo &relation : relations)
         uninstallRelation(relation);
-    TableRebuild(m_connection, before, after).run();
+    TableRebuild rebuild(m_connection, before, after);
+    rebuild.fillWith(fills);
+    rebuild.run();
     writeTable(m_connection, after);
     for (const RelationInfo &relation : relations) {
         const bool isForeign = sameName(relation.foreignTable, after.info.name);
         installRelation(relation, isForeign ? after.info : stored(relation.foreignTable).info);
     }
+}
+
+void SchemaEditor::requireRelations(const StoredTable &before, const TableInfo &after) const
+{
+    for (const RelationInfo &relation : m_catalog.relations()) {
+        for (const FieldInfo &field : before.info.fields) {
+            const FieldInfo *now = after.field(field.name);
+            if (involves(relation, before.info.name, field.name) && (!now || now->type != field.type))
+                fail(error::FieldInIndex);
+        }
+        if (sameName(relation.table, before.info.name) && !(relation.attributes & DontEnforce) &&
+            !hasUniqueIndex(after, relation))
+            fail(error::IndexInUse);
+    }
+}
+
+void SchemaEditor::alterTable(QStringView name, const TableInfo &newShape, const QList<FieldFill> &fills)
+{
+    const StoredTable before = stored(name);
+    StoredTable after = shaped(newShape);
+    after.id = before.id;
+    after.info.name = before.info.name;
+    for (int i = 0; i < int(after.info.fields.size()); ++i)
+        after.info.fields[i].ordinal = i;
+    for (const FieldFill &fill : fills) {
+        if (!after.info.field(fill.field))
+            fail(error::NoSuchField, {fill.field, after.info.name});
+    }
+    requireRelations(before, after.info);
+    m_catalog.change([&] { replaceTable(before, after, fills); });
 }
 
 void SchemaEditor::addField(QStringView tableName, const FieldInfo &given)
@@ -310,6 +373,15 @@ void SchemaEditor::deleteField(QStringView tableName, QStringView fieldName)
     after.info.fields.removeAt(ordinal);
     for (int i = 0; i < int(after.info.fields.size()); ++i)
         after.info.fields[i].ordinal = i;
+    m_catalog.change([&] { replaceTable(before, after); });
+}
+
+void SchemaEditor::addRule(QStringView tableName, const QString &rule)
+{
+    const StoredTable before = stored(tableName);
+    StoredTable after = before;
+    QString &all = after.info.validationRule;
+    all = all.isEmpty() ? rule : QString(u'(' + all + u") And ("_s + rule + u')');
     m_catalog.change([&] { replaceTable(before, after); });
 }
 
@@ -400,10 +472,7 @@ RelationInfo SchemaEditor::checked(const RelationInfo &given) const
             fail(error::RelationTypes);
         field = {key->name, foreign->name};
     }
-    const bool hasUniqueIndex = std::any_of(table.indexes.begin(), table.indexes.end(), [&](const IndexInfo &index) {
-        return index.unique && fieldsOf(index) == keyFieldsOf(relation);
-    });
-    if (!hasUniqueIndex && !(relation.attributes & DontEnforce))
+    if (!hasUniqueIndex(table, relation) && !(relation.attributes & DontEnforce))
         fail(error::NoUniqueIndexForRelation);
     return relation;
 }

@@ -16,12 +16,19 @@ public:
     }
 
     void createTable(const TableInfo &table);
+    /// A new table in the file and the catalog whose indexes are not made yet: for filling it first.
+    StoredTable createUnindexed(const TableInfo &table, const QSet<QString> &lateRequired);
+    void createIndexes(const TableInfo &table);
+    /// Another definition for a table, its rows brought over in one pass.
+    void alterTable(QStringView name, const TableInfo &newShape, const QList<FieldFill> &fills);
     void deleteTable(QStringView name);
     /// Rows that are there get the default value when the field is required, else Null (False in a Boolean field).
     void addField(QStringView table, const FieldInfo &field);
     /// Another type, size or rule for a field of that name; its values are converted.
     void alterField(QStringView table, const FieldInfo &field);
     void deleteField(QStringView table, QStringView field);
+    /// One more condition that every row must meet.
+    void addRule(QStringView table, const QString &rule);
     void createIndex(QStringView table, const IndexInfo &index);
     void deleteIndex(QStringView table, QStringView index);
     void createRelation(const RelationInfo &relation);
@@ -41,8 +48,11 @@ private:
     FieldInfo checked(const FieldInfo &field) const;
     IndexInfo checked(const TableInfo &table, const IndexInfo &index) const;
     RelationInfo checked(const RelationInfo &relation) const;
-    void createIndexes(const TableInfo &table);
-    void replaceTable(const StoredTable &before, StoredTable &after);
+    /// The definition, checked and completed.
+    StoredTable shaped(const TableInfo &given) const;
+    void requireNewName(const QString &name) const;
+    void requireRelations(const StoredTable &before, const TableInfo &after) const;
+    void replaceTable(const StoredTable &before, StoredTable &after, const QList<FieldFill> &fills = {});
     void installRelation(const RelationInfo &relation, const TableInfo &foreignTable);
     void uninstallRelation(const RelationInfo &relation);
     bool canJustAppend(const StoredTable &table, const FieldInfo &field) const;

@@ -66,11 +66,6 @@ QString typeCondition(const FieldInfo &field, const QString &column)
     }
 }
 
-QString check(const char16_t *kind, const QString &table, const QString &field, const QString &condition)
-{
-    return u" CONSTRAINT "_s + sql::quotedName(constraint::name(kind, table, field)) + u" CHECK ("_s + condition + u')';
-}
-
 QString lateRequiredTriggerName(const QString &table, const QString &field, const QString &event)
 {
     return u"required:"_s + table + u'.' + field + u':' + event;
@@ -144,10 +139,28 @@ QString constantDefault(const FieldInfo &field)
     return field.type == DataType::Boolean ? u"0"_s : QString();
 }
 
+QList<ColumnCheck> columnChecks(const StoredTable &table, const FieldInfo &field)
+{
+    const QString column = sql::quotedName(field.name);
+    QList<ColumnCheck> checks;
+    const auto add = [&](const char16_t *kind, const QString &condition) {
+        checks.append({constraint::name(kind, table.info.name, field.name), condition});
+    };
+    add(constraint::type, typeCondition(field, column));
+    if (field.type == DataType::Text)
+        add(constraint::size, u"length(%1) <= %2"_s.arg(column).arg(field.size));
+    if (isTextType(field.type) && !field.allowZeroLength)
+        add(constraint::empty, column + u" <> ''"_s);
+    if (!field.validationRule.trimmed().isEmpty()) {
+        if (const auto rule = sql::ruleAsCheck(field.validationRule, field))
+            add(constraint::rule, *rule);
+    }
+    return checks;
+}
+
 QString columnSql(const StoredTable &table, const FieldInfo &field)
 {
     const QString column = sql::quotedName(field.name);
-    const QString &tableName = table.info.name;
     QString sql = column + u' ' + storageClass(field);
     if (field.isAutoIncrement()) {
         sql += u" PRIMARY KEY AUTOINCREMENT"_s;
@@ -158,15 +171,8 @@ QString columnSql(const StoredTable &table, const FieldInfo &field)
         if (!defaultSql.isEmpty())
             sql += u" DEFAULT ("_s + defaultSql + u')';
     }
-    sql += check(constraint::type, tableName, field.name, typeCondition(field, column));
-    if (field.type == DataType::Text)
-        sql += check(constraint::size, tableName, field.name, u"length(%1) <= %2"_s.arg(column).arg(field.size));
-    if (isTextType(field.type) && !field.allowZeroLength)
-        sql += check(constraint::empty, tableName, field.name, column + u" <> ''"_s);
-    if (!field.validationRule.trimmed().isEmpty()) {
-        if (const auto rule = sql::ruleAsCheck(field.validationRule, field))
-            sql += check(constraint::rule, tableName, field.name, *rule);
-    }
+    for (const ColumnCheck &check : columnChecks(table, field))
+        sql += u" CONSTRAINT "_s + sql::quotedName(check.name) + u" CHECK ("_s + check.condition + u')';
     return sql;
 }
 
@@ -175,7 +181,20 @@ QString createTableSql(const StoredTable &table, const QString &physicalName)
     QStringList columns;
     for (const FieldInfo &field : table.info.fields)
         columns.append(u"  "_s + columnSql(table, field));
+    const QString rule = tableRuleCondition(table.info);
+    if (!rule.isEmpty())
+        columns.append(u"  CONSTRAINT "_s + sql::quotedName(constraint::name(constraint::rule, table.info.name, {})) + u" CHECK ("_s +
+                       rule + u')');
     return u"CREATE TABLE "_s + sql::quotedName(physicalName) + u" (\n"_s + columns.join(u",\n"_s) + u"\n)"_s;
+}
+
+QString tableRuleCondition(const TableInfo &table)
+{
+    if (table.validationRule.trimmed().isEmpty())
+        return {};
+    if (const auto rule = sql::tableRuleAsCheck(table.validationRule, table))
+        return *rule;
+    throw engineError(error::TooComplexExpression, u"DAO.TableDefs"_s);
 }
 
 QString indexNameInFile(const QString &table, const QString &index)

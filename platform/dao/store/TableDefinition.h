@@ -15,10 +15,23 @@ int sizeOf(DataType type, int declaredSize);
 /// True when a column holds no Null: its own rule, or an index that admits none.
 bool isNotNull(const StoredTable &table, const FieldInfo &field);
 
+/// A CHECK constraint of a column: its name in the file and its condition.
+struct ColumnCheck
+{
+    QString name;
+    QString condition;
+    bool operator==(const ColumnCheck &) const = default;
+};
+QList<ColumnCheck> columnChecks(const StoredTable &table, const FieldInfo &field);
+
 /// One column with its constraints.
 QString columnSql(const StoredTable &table, const FieldInfo &field);
 /// physicalName: the name under which the table is made; its constraints always carry the table's own.
 QString createTableSql(const StoredTable &table, const QString &physicalName);
+
+/// The condition of the table's own validation rule; empty without one. Error 3071 for a rule that the file cannot
+/// hold.
+QString tableRuleCondition(const TableInfo &table);
 
 /// The index's name in the file, where names of indexes are of one space.
 QString indexNameInFile(const QString &table, const QString &index);

@@ -45,6 +45,36 @@ private:
     const TableInfo &m_table;
 };
 
+/// What the expressions of fills may name: the table as it was, and the new one to be written to.
+class FillScope : public SchemaView
+{
+public:
+    FillScope(const TableInfo &before, const TableInfo &after)
+        : m_before(before)
+        , m_target(after)
+    {
+        m_target.name = newName;
+    }
+
+    const TableInfo *findTable(QStringView name) const override
+    {
+        if (name.compare(newName, Qt::CaseInsensitive) == 0)
+            return &m_target;
+        return name.compare(m_before.name, Qt::CaseInsensitive) == 0 ? &m_before : nullptr;
+    }
+    const QueryInfo *findQuery(QStringView) const override { return nullptr; }
+    QStringList sourceNames() const override { return {m_before.name}; }
+
+private:
+    const TableInfo &m_before;
+    TableInfo m_target;
+};
+
+QString bracketed(const QString &name)
+{
+    return u'[' + name + u']';
+}
+
 } // namespace
 
 TableRebuild::TableRebuild(Connection &connection, const StoredTable &before, StoredTable &after)
@@ -82,10 +112,17 @@ void TableRebuild::findLateRequired()
         // A field that was required before stays strict; one that became required meets rows as they are.
         const FieldInfo *old = m_before.info.field(field.name);
         const bool wasStrict = old && isNotNull(m_before, *old);
-        if (!wasStrict && hasNull(sourceOf(field)))
+        if (!wasStrict && !isFilled(field) && hasNull(sourceOf(field)))
             late.insert(folded(field.name));
     }
     m_after.lateRequired = late;
+}
+
+bool TableRebuild::isFilled(const FieldInfo &field) const
+{
+    return std::any_of(m_fills.begin(), m_fills.end(), [&](const FieldFill &fill) {
+        return fill.field.compare(field.name, Qt::CaseInsensitive) == 0;
+    });
 }
 
 bool TableRebuild::needsConversion(const FieldInfo &field) const
@@ -142,6 +179,55 @@ void TableRebuild::copyConverted(const QString &select, const QString &insert)
     }
 }
 
+void TableRebuild::copyFilled()
+{
+    QStringList targets;
+    QStringList sources;
+    for (const FieldFill &fill : m_fills) {
+        targets.append(bracketed(fill.field));
+        sources.append(fill.expression);
+    }
+    for (const FieldInfo &field : m_after.info.fields) {
+        if (isFilled(field) || !m_before.info.field(field.name))
+            continue;
+        targets.append(bracketed(field.name));
+        sources.append(bracketed(m_before.info.name) + u'.' + bracketed(field.name));
+    }
+    const FillScope scope(m_before.info, m_after.info);
+    const sql::CompiledStatement statement =
+        sql::compile(scope, u"INSERT INTO "_s + bracketed(newName) + u" ("_s + targets.join(u", "_s) +
+                                     u") SELECT "_s + sources.join(u", "_s) + u" FROM "_s +
+                                     bracketed(m_before.info.name));
+    if (!statement.parameters.isEmpty())
+        throw engineError(error::NoSuchField, m_connection.source(),
+                          {statement.parameters.first().name, m_before.info.name});
+    for (const sql::ActionPlan::Step &step : std::get<sql::ActionPlan>(statement.plan).steps)
+        m_connection.run(step.sql);
+}
+
+void TableRebuild::checkChangedFields()
+{
+    for (const FieldInfo &field : m_after.info.fields) {
+        const FieldInfo *old = m_before.info.field(field.name);
+        const QList<ColumnCheck> before = old && !isFilled(field) ? columnChecks(m_before, *old) : QList<ColumnCheck>();
+        for (const ColumnCheck &check : columnChecks(m_after, field)) {
+            if (!before.contains(check))
+                verify(check);
+        }
+    }
+    const QString rule = tableRuleCondition(m_after.info);
+    if (!rule.isEmpty())
+        verify({constraint::name(constraint::rule, m_after.info.name, {}), rule});
+}
+
+void TableRebuild::verify(const ColumnCheck &check)
+{
+    const bool broken = m_connection.number(u"SELECT EXISTS (SELECT 1 FROM "_s + sql::quotedName(newName) + u" WHERE NOT ("_s +
+                                            check.condition + u"))"_s) != 0;
+    if (broken)
+        raiseCheck(check.name, m_connection.source(), m_connection.schema());
+}
+
 void TableRebuild::keepSequence()
 {
     // Present in files that have, or once had, a table with an autonumber.
@@ -159,7 +245,14 @@ void TableRebuild::run()
     const NewDefinition naming(m_connection, m_after.info);
     const QList<StatisticsLine> statistics = readStatistics(m_connection, m_before.info.name);
     m_connection.run(createTableSql(m_after, newName));
-    copyRows();
+    {
+        const UncheckedWrites unchecked(m_connection);
+        if (m_fills.isEmpty())
+            copyRows();
+        else
+            copyFilled();
+    }
+    checkChangedFields();
     keepSequence();
     m_connection.run(u"DROP TABLE "_s + sql::quotedName(m_before.info.name));
     m_connection.run(u"ALTER TABLE "_s + sql::quotedName(newName) + u" RENAME TO "_s +

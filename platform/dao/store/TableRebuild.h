@@ -1,5 +1,6 @@
 #pragma once
 #include "CatalogStorage.h"
+#include "TableDefinition.h"
 
 namespace dao::store {
 
@@ -11,8 +12,11 @@ class TableRebuild
 {
 public:
     /// after: fields match those of before by name; new ones get their default when they are required, else Null. Its
-    /// lateRequired is brought up to date.
+    /// lateRequired is brought up to date. Rows are checked for the rules of fields that are new or changed only: one
+    /// that breaks another rule, as rows from elsewhere may, stays as it is.
     TableRebuild(Connection &connection, const StoredTable &before, StoredTable &after);
+    /// The fields named by fills get the values of their expressions, converted as an assignment does.
+    void fillWith(const QList<FieldFill> &fills) { m_fills = fills; }
     void run();
 
 private:
@@ -22,11 +26,16 @@ private:
     bool needsConversion(const FieldInfo &field) const;
     void copyRows();
     void copyConverted(const QString &select, const QString &insert);
+    void copyFilled();
+    bool isFilled(const FieldInfo &field) const;
+    void checkChangedFields();
+    void verify(const ColumnCheck &check);
     void keepSequence();
 
     Connection &m_connection;
     const StoredTable &m_before;
     StoredTable &m_after;
+    QList<FieldFill> m_fills;
 };
 
 } // namespace dao::store

@@ -26,6 +26,12 @@ struct FieldInfo {
     bool isAutoIncrement() const { return attributes & AutoIncrement; }
 };
 
+/// A value for a field that a change of its table gives to every row: an expression of Access SQL over the row as it was.
+struct FieldFill {
+    QString field;
+    QString expression;
+};
+
 struct IndexField {
     QString name;
     bool descending = false;

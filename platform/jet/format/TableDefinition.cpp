@@ -16,7 +16,8 @@ constexpr quint16 kNoColumn = 0xFFFF;
 constexpr int kKeySlots = 10;
 
 // Where things stand in a definition, in one column entry, in one index.
-struct Layout {
+struct Layout
+{
     size_t rowCount, lastAutoNumber, variableColumns, columns, indexes, realIndexes, ownedPages, start, realEntry;
     size_t columnEntry, number, variableSlot, position, scale, flags, fixedOffset, size;
     size_t realDefinition, keys, realFlags, logicalDefinition, logicalReal, logicalType;
@@ -80,8 +81,8 @@ ColumnDefinition readColumn(Bytes entry, const Layout &layout)
     column.scale = column.type == ColumnType::Decimal ? u8At(entry, layout.scale) : 0;
     const uchar flags = u8At(entry, layout.flags);
     column.fixed = flags & kColumnFixed;
-    column.autoNumber = (column.type == ColumnType::Long && (flags & kColumnAutoNumber))
-        || (column.type == ColumnType::Guid && (flags & kColumnAutoGuid));
+    column.autoNumber = (column.type == ColumnType::Long && (flags & kColumnAutoNumber)) ||
+                        (column.type == ColumnType::Guid && (flags & kColumnAutoGuid));
     column.fixedOffset = u16At(entry, layout.fixedOffset);
     column.size = column.type == ColumnType::Boolean ? 0 : u16At(entry, layout.size);
     if (column.number > kMostColumns || column.scale > 28)
@@ -95,6 +96,28 @@ QString readName(ByteCursor &cursor, bool jet4, const TextCodec &text)
 {
     const size_t length = jet4 ? cursor.u16() : cursor.u8();
     return text.name(cursor.take(length));
+}
+
+// Two columns on the same bytes would both be read, the one of them wrongly.
+void checkPlaces(const QList<ColumnDefinition> &columns)
+{
+    QList<std::pair<int, int>> fixed;
+    QSet<int> slots;
+    for (const ColumnDefinition &column : columns) {
+        if (column.type == ColumnType::Boolean)
+            continue;
+        if (column.fixed)
+            fixed.append({column.fixedOffset, column.fixedOffset + column.size});
+        else if (slots.contains(column.variableSlot))
+            throw Damage(Fault::BadOffset);
+        else
+            slots.insert(column.variableSlot);
+    }
+    std::sort(fixed.begin(), fixed.end());
+    for (qsizetype i = 1; i < fixed.size(); ++i) {
+        if (fixed.at(i).first < fixed.at(i - 1).second)
+            throw Damage(Fault::BadOffset);
+    }
 }
 
 QList<ColumnDefinition> readColumns(ByteCursor &cursor, int count, bool jet4, const TextCodec &text)
@@ -112,13 +135,15 @@ QList<ColumnDefinition> readColumns(ByteCursor &cursor, int count, bool jet4, co
     }
     if (numbers.size() != count || names.size() != count)
         throw Damage(Fault::BadName);
+    checkPlaces(columns);
     std::stable_sort(columns.begin(), columns.end(), [](const ColumnDefinition &a, const ColumnDefinition &b) {
         return std::pair(a.position, a.number) < std::pair(b.position, b.number);
     });
     return columns;
 }
 
-struct RealIndex {
+struct RealIndex
+{
     QList<IndexDefinition::Key> keys;
     int flags = 0;
 };
@@ -169,8 +194,8 @@ QList<IndexDefinition> readIndexes(ByteCursor &cursor, quint32 logicalCount, qui
 
 bool ColumnDefinition::isKnownType() const
 {
-    return (type >= ColumnType::Boolean && type <= ColumnType::Memo) || type == ColumnType::Guid
-        || type == ColumnType::Decimal;
+    return (type >= ColumnType::Boolean && type <= ColumnType::Memo) || type == ColumnType::Guid ||
+           type == ColumnType::Decimal;
 }
 
 const ColumnDefinition *TableDefinition::column(QStringView name) const
@@ -204,12 +229,16 @@ TableDefinition readTableDefinition(Pages &pages, const TextCodec &text, quint32
     const int columnCount = u16At(bytes, layout.columns);
     const quint32 logicalCount = u32At(bytes, layout.indexes);
     const quint32 realCount = u32At(bytes, layout.realIndexes);
-    if (columnCount > kMostColumns || table.variableColumns > kMostColumns || logicalCount > kMostIndexes
-        || realCount > kMostIndexes)
+    if (columnCount > kMostColumns || table.variableColumns > kMostColumns || logicalCount > kMostIndexes ||
+        realCount > kMostIndexes)
         throw Damage(Fault::BadCount, page);
 
     ByteCursor cursor(bytes, layout.start + realCount * layout.realEntry);
-    table.columns = readColumns(cursor, columnCount, jet4, text);
+    try {
+        table.columns = readColumns(cursor, columnCount, jet4, text);
+    } catch (const Damage &damage) {
+        throw Damage(damage.fault(), page);
+    }
     try {
         table.indexes = readIndexes(cursor, logicalCount, realCount, jet4, text, table);
     } catch (const Damage &damage) {

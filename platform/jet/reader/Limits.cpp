@@ -2,16 +2,21 @@
 
 #include <sys/resource.h>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define ARVO_ADDRESS_SANITIZER
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ARVO_ADDRESS_SANITIZER
-#endif
+#if defined(__has_feature)
+#define ARVO_HAS_FEATURE(feature) __has_feature(feature)
+#else
+#define ARVO_HAS_FEATURE(feature) 0
 #endif
 
 namespace jet::reader {
 namespace {
+
+// It maps terabytes at its start.
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool kAddressSanitizer = true;
+#else
+constexpr bool kAddressSanitizer = ARVO_HAS_FEATURE(address_sanitizer);
+#endif
 
 constexpr rlim_t kMegabyte = 1024 * 1024;
 constexpr rlim_t kLeastSeconds = 15;
@@ -38,9 +43,8 @@ void setLimits(qint64 fileSize)
     const auto size = rlim_t(fileSize);
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_CPU, kLeastSeconds + size / kMegabyte * kSecondsPerMegabyte);
-#ifndef ARVO_ADDRESS_SANITIZER // which maps terabytes at its start
-    limit(RLIMIT_AS, kLeastMemory + size * kMemoryPerByte);
-#endif
+    if (!kAddressSanitizer)
+        limit(RLIMIT_AS, kLeastMemory + size * kMemoryPerByte);
 }
 
 } // namespace jet::reader

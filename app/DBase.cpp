@@ -1,0 +1,237 @@
+#include "DBase.h"
+
+#include "CommandActions.h"
+#include "LegendModel.h"
+#include "LegendView.h"
+#include "MainToolBar.h"
+#include "RecentMenus.h"
+#include "SidePanel.h"
+#include "ViewBar.h"
+
+#include <app/logic/Messages.h>
+#include <app/logic/SelectionCommands.h>
+#include <app/logic/StartUp.h>
+
+#include <plans/FillCommit.h>
+#include <query/QueryDocument.h>
+#include <tarnwick/gui/BoxPrompts.h>
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QStatusBar>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+namespace {
+
+constexpr QSize kFirstSize{1280, 800};
+/// Of the width: what the map gets at first.
+constexpr int kMapShare = 66;
+
+} // namespace
+
+DBase::DBase(tarnwick::UserPrompts *prompts)
+    : m_boxes(prompts ? nullptr
+                      : std::make_unique<tarnwick::BoxPrompts>(this,
+                                                               [this](const QString &text) {
+                                                                   m_statusText->setText(text);
+                                                                   m_statusText->repaint();
+                                                               }))
+    , m_prompts(prompts ? prompts : m_boxes.get())
+    , m_systemDialogs(this)
+{
+    setObjectName(u"mainWindow"_s);
+    setWindowTitle(QString::fromUtf16(kTitleAtCreation));
+    makeStatusBar();
+    m_session = std::make_unique<ProjectSession>(*m_prompts);
+    makeActions();
+    makeCentre();
+    WindowActions &own = *this;
+    m_commands = std::make_unique<WindowCommands>(*m_session, *this, *m_map, *m_recent, own);
+    m_commands->setFileDialogs(&m_systemDialogs);
+    connectMap();
+    connectLegend();
+    connectBars();
+    resize(kFirstSize);
+    projectChanged();
+}
+
+DBase::~DBase()
+{
+    m_session->changed = nullptr;
+    m_session->replacing = nullptr;
+    m_session->legend().changed = nullptr;
+    m_map->setSteamGen(nullptr);
+    m_side->legendModel().setLegend(nullptr);
+}
+
+void DBase::makeStatusBar()
+{
+    m_statusText = new QLabel;
+    m_statusText->setObjectName(u"statusText"_s);
+    m_statusText->setTextFormat(Qt::PlainText);
+    m_tubeText = new QLabel;
+    m_tubeText->setObjectName(u"tubeText"_s);
+    m_selectionText = new QLabel;
+    m_selectionText->setObjectName(u"selectionText"_s);
+    statusBar()->addWidget(m_statusText, 1);
+    statusBar()->addPermanentWidget(m_tubeText);
+    statusBar()->addPermanentWidget(m_selectionText);
+}
+
+void DBase::makeActions()
+{
+    m_actions = new CommandActions(this);
+    m_actions->buildMenuBar(menuBar(), kMenuBar);
+    m_mapMenu = new QMenu(this);
+    m_mapMenu->setObjectName(u"mapMenu"_s);
+    m_actions->buildMenu(m_mapMenu, kMapMenu);
+    m_legendMenu = new QMenu(this);
+    m_legendMenu->setObjectName(u"legendMenu"_s);
+    m_actions->buildMenu(m_legendMenu, kLegendMenu);
+    // Accelerators must work while the menu bar is hidden, too.
+    for (const MenuItem &item : kMenuBar) {
+        QAction *action = item.kind == MenuItem::Item ? m_actions->action(item.command) : nullptr;
+        if (action && !action->shortcut().isEmpty())
+            addAction(action);
+    }
+    for (const ExtraInfo &info : kExtras) {
+        if (info.scope == Scope::Window)
+            m_actions->addExtra(info.extra, this);
+    }
+    m_recent = new RecentMenus(*m_actions, this);
+    connect(m_actions, &CommandActions::triggered, this, [this](int command) {
+        m_commands->run(command);
+        scheduleRefresh();
+    });
+    connect(m_actions, &CommandActions::extraTriggered, this, &DBase::runExtra);
+}
+
+void DBase::makeCentre()
+{
+    m_mainBar = new MainToolBar(this);
+    m_viewBar = new ViewBar(*m_actions, this);
+    addToolBar(m_mainBar);
+    addToolBar(m_viewBar);
+    m_map = new brannock::TubesheetMap;
+    m_map->setObjectName(u"map"_s);
+    m_map->setTubeTip(true);
+    m_side = new SidePanel(*m_actions);
+    m_splitter = new QSplitter(Qt::Horizontal);
+    m_splitter->setObjectName(u"mainSplitter"_s);
+    m_splitter->setChildrenCollapsible(false);
+    auto *hint = new QLabel(u"No project is open.\n\nOpen one with \"File | Open Project ...\",\nor choose one of "
+                            u"\"File | Recent Projects\"."_s);
+    hint->setObjectName(u"noProject"_s);
+    hint->setAlignment(Qt::AlignCenter);
+    m_centre = new QStackedWidget;
+    m_centre->addWidget(m_map);
+    m_centre->addWidget(hint);
+    m_splitter->addWidget(m_centre);
+    m_splitter->addWidget(m_side);
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setStretchFactor(1, 0);
+    m_splitter->setSizes({kFirstSize.width() * kMapShare / 100, kFirstSize.width() * (100 - kMapShare) / 100});
+    setCentralWidget(m_splitter);
+    applyMapOptions();
+}
+
+void DBase::connectMap()
+{
+    using brannock::TubesheetMap;
+    connect(m_map, &TubesheetMap::selectionAboutToChange, this, [this] { undoCheckpoint(u"Select Tubes"_s); });
+    connect(m_map, &TubesheetMap::selectionChanged, this, &DBase::scheduleRefresh);
+    connect(m_map, &TubesheetMap::hovered, this, &DBase::showTube);
+    connect(m_map, &TubesheetMap::viewChanged, this, &DBase::refreshViewCommands);
+    connect(m_map, &TubesheetMap::contextMenuRequested, this, &DBase::showMapMenu);
+    m_map->setTipText([this](int tube) { return tipLines(tube); });
+    m_session->undo().captureExtras = [this] {
+        return plans::MapExtras{m_map->xOrientation(), m_map->yOrientation(), {}};
+    };
+    m_session->undo().restoreExtras = [this](const plans::MapExtras &extras) {
+        m_map->setXOrientation(extras.xOrientation);
+        m_map->setYOrientation(extras.yOrientation);
+    };
+    m_session->undo().restored = [this] { redrawMap(); };
+}
+
+void DBase::connectLegend()
+{
+    LegendModel &model = m_side->legendModel();
+    LegendView &view = m_side->legendView();
+    m_session->legend().changed = [this] { scheduleRefresh(); };
+    m_session->changed = [this] { sessionChanged(); };
+    m_session->replacing = [this] { m_map->setSteamGen(nullptr); };
+    connect(&model, &LegendModel::showRequested, this,
+            [this](int entry, bool shown) { LegendEditor(*this).setShown(entry, shown); });
+    connect(&model, &LegendModel::moveRequested, this, [this, &view](int from, int to) {
+        const int place = LegendEditor(*this).move(from, to);
+        refreshLegend();
+        view.setCurrentEntry(place);
+    });
+    connect(&view, &LegendView::contextMenuRequested, this, &DBase::showLegendMenu);
+}
+
+void DBase::connectBars()
+{
+    connect(m_mainBar, &MainToolBar::buttonPressed, this, [this](const QString &name) {
+        if (name == u"updateButton"_s)
+            m_commands->updateMap();
+    });
+    connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
+    connect(m_viewBar, &ViewBar::changesWanted, this, [this] {
+        const plans::UndoStack &changes = m_session->undo().stack();
+        m_viewBar->setChanges(changes.labels(), changes.position());
+    });
+    connect(m_viewBar, &ViewBar::changesRequested, this, [this](int position) { m_session->undo().moveTo(position); });
+}
+
+void DBase::setFileDialogs(FileDialogs *dialogs)
+{
+    m_commands->setFileDialogs(dialogs);
+}
+
+bool DBase::openProject(const QString &folder)
+{
+    if (!m_session->openProject(projectFolder(folder)))
+        return false;
+    m_systemDialogs.forgetFolders();
+    m_commands->pointedTube = -1;
+    m_map->setXOrientation(1);
+    m_map->setYOrientation(1);
+    projectChanged();
+    return true;
+}
+
+void DBase::projectChanged()
+{
+    m_map->setSteamGen(m_session->hasProject() ? &m_session->project().steamGen : nullptr);
+    m_centre->setCurrentIndex(m_session->hasProject() ? 0 : 1);
+    m_side->legendModel().setLegend(&m_session->legend());
+    sessionChanged();
+}
+
+bool DBase::addQueryFile(const QString &machinePath)
+{
+    query::QueryDocument document;
+    try {
+        query::readQueryFile(document, machinePath, m_session->roots());
+    } catch (const tarnwick::Error &error) {
+        m_prompts->error(messages::kQueryFileUnreadable, machinePath, error.text());
+        return false;
+    }
+    return plans::addFillOfQuery(*this, document);
+}
+
+void DBase::closeEvent(QCloseEvent *event)
+{
+    m_session->closeDatabase();
+    event->accept();
+}
+
+} // namespace app

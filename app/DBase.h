@@ -1,0 +1,121 @@
+#pragma once
+#include "FileDialogs.h"
+#include "WindowCommands.h"
+
+#include <app/logic/Commands.h>
+
+#include <QMainWindow>
+
+class QLabel;
+class QSplitter;
+class QStackedWidget;
+
+namespace tarnwick {
+class BoxPrompts;
+}
+
+namespace app {
+
+class CommandActions;
+class MainToolBar;
+class SidePanel;
+class ViewBar;
+
+/// The program's one main window: the tubesheet map, the legend, the panels, menus and tool bars. It wires these parts;
+/// what they do stands in their own classes and, without widgets, in logic.
+class DBase : public QMainWindow, public plans::MapHost, private WindowActions
+{
+    Q_OBJECT
+public:
+    /// prompts: null for message boxes over this window.
+    explicit DBase(tarnwick::UserPrompts *prompts = nullptr);
+    ~DBase() override;
+
+    /// False, with the reason said, when the folder holds no project that can be opened.
+    bool openProject(const QString &folder);
+    /// Runs a query file and adds its tubes to the legend. False, with the reason said, when it cannot.
+    bool addQueryFile(const QString &machinePath);
+    ProjectSession &projectSession() { return *m_session; }
+    brannock::TubesheetMap &map() { return *m_map; }
+    CommandActions &commands() { return *m_actions; }
+    /// Tests put their own in place of the system's.
+    void setFileDialogs(FileDialogs *dialogs);
+    /// Brings what follows from map and legend up to date now; changes do it by themselves a moment later.
+    void refreshAll();
+
+    // For fills and dialogs.
+    brannock::Project &project() override { return m_session->project(); }
+    ellery::SteamGen &steamGen() override { return m_session->project().steamGen; }
+    plans::MapLegend &legend() override { return m_session->legend(); }
+    db::DatabaseSession &session() override { return m_session->database(); }
+    tarnwick::UserPrompts &prompts() override { return *m_prompts; }
+    plans::QuerySource &queries() override { return m_session->queries(); }
+    void undoCheckpoint(const QString &label) override { m_session->undo().checkpoint(label); }
+    void redrawMap() override;
+    void refreshLegend() override;
+    tarnwick::JMacro systemMacros() override { return m_session->systemMacros(); }
+    tarnwick::JMacro userMacros() override { return m_session->options().userMacros; }
+    void setBusy(bool busy) override;
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void makeActions();
+    void makeCentre();
+    void makeStatusBar();
+    void connectMap();
+    void connectLegend();
+    void connectBars();
+
+    // WindowActions
+    void openProjectFolder(const QString &folder) override { openProject(folder); }
+    void toggleFullScreen() override;
+    void closeWindow() override { close(); }
+    void showAbout() override;
+    void showProjectInfo() override;
+
+    void runExtra(Extra extra);
+    void findTube(const QString &address);
+    void showKeys();
+    void showMapMenu(const QPoint &globalPos, int tube);
+    void showLegendMenu(const QPoint &globalPos, int entry);
+    void showTube(int tube);
+
+    void projectChanged();
+    void sessionChanged();
+    void scheduleRefresh();
+    CommandContext commandContext();
+    void refreshCommands();
+    void refreshViewCommands();
+    /// Recent lists, and which menus open: after a project or database was opened or closed.
+    void refreshMenus();
+    void refreshPanels();
+    void refreshTitle();
+    void applyMapOptions();
+    QStringList tipLines(int tube) const;
+
+    std::unique_ptr<tarnwick::BoxPrompts> m_boxes;
+    tarnwick::UserPrompts *m_prompts;
+    std::unique_ptr<ProjectSession> m_session;
+    FileDialogs m_systemDialogs;
+    CommandActions *m_actions = nullptr;
+    RecentMenus *m_recent = nullptr;
+    MainToolBar *m_mainBar = nullptr;
+    ViewBar *m_viewBar = nullptr;
+    QSplitter *m_splitter = nullptr;
+    QStackedWidget *m_centre = nullptr; ///< the map, or what to do without a project
+    brannock::TubesheetMap *m_map = nullptr;
+    SidePanel *m_side = nullptr;
+    QMenu *m_mapMenu = nullptr;
+    QMenu *m_legendMenu = nullptr;
+    QLabel *m_statusText = nullptr;
+    QLabel *m_tubeText = nullptr;
+    QLabel *m_selectionText = nullptr;
+    std::unique_ptr<WindowCommands> m_commands;
+    bool m_refreshScheduled = false;
+    bool m_isFullScreen = false;
+};
+
+} // namespace app

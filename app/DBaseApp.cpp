@@ -1,0 +1,212 @@
+#include "DBaseApp.h"
+
+#include "DBase.h"
+
+#include <app/logic/Messages.h>
+#include <app/logic/StartUp.h>
+
+#include <tarnwick/gui/StateKeeper.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QPalette>
+#include <QPixmap>
+#include <QStyleFactory>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+namespace {
+
+constexpr int kWrongUsage = 2;
+
+const QString kUsage = u"usage: arvo [PROJECT] [--query FILE.qry]... [--dark] [--picture FILE.png [--size WxH] "
+                       u"[--scale N]]"_s;
+
+bool parseSize(const QString &text, QSize &size)
+{
+    const QStringList parts = text.split(u'x');
+    bool wideOk = false;
+    bool highOk = false;
+    size = QSize(parts.value(0).toInt(&wideOk), parts.value(1).toInt(&highOk));
+    constexpr int kMost = 10'000;
+    return parts.size() == 2 && wideOk && highOk && size.width() > 0 && size.height() > 0 && size.width() <= kMost &&
+           size.height() <= kMost;
+}
+
+void say(const QString &text)
+{
+    fprintf(stderr, "%s\n", qUtf8Printable(text));
+}
+
+} // namespace
+
+/// Says errors on the standard error stream and goes on with what shows most.
+class DBaseApp::StreamPrompts : public tarnwick::UserPrompts
+{
+public:
+    void showError(int, int number, const QString &text) override
+    {
+        say(number == 0 ? text : u"[%1] %2"_s.arg(QString::number(number), text));
+    }
+    void showInformation(const QString &text) override { say(text); }
+    tarnwick::Answer ask(tarnwick::Buttons buttons, const QString &text, int) override
+    {
+        say(text);
+        return buttons == tarnwick::Buttons::OkCancel ? tarnwick::Answer::Ok : tarnwick::Answer::No;
+    }
+    void showStatus(const QString &) override {}
+};
+
+AppOptions AppOptions::parse(const QStringList &arguments)
+{
+    AppOptions options;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString &argument = arguments[i];
+        const bool takesValue = argument == u"--query"_s || argument == u"--picture"_s || argument == u"--size"_s ||
+                                argument == u"--scale"_s;
+        if (takesValue && i + 1 == arguments.size()) {
+            options.error = u"%1 needs a value"_s.arg(argument);
+            return options;
+        }
+        bool ok = true;
+        if (argument == u"--query"_s)
+            options.queries.append(arguments[++i]);
+        else if (argument == u"--picture"_s)
+            options.picture = arguments[++i];
+        else if (argument == u"--size"_s)
+            ok = parseSize(arguments[++i], options.size);
+        else if (argument == u"--scale"_s)
+            ok = (options.scale = arguments[++i].toDouble(&ok)) > 0 && ok && options.scale <= 8;
+        else if (argument == u"--dark"_s)
+            options.dark = true;
+        else if (argument.startsWith(u"--"_s))
+            options.error = u"unknown option %1"_s.arg(argument);
+        else if (options.project.isEmpty())
+            options.project = argument;
+        else
+            options.error = u"more than one project is named"_s;
+        if (!ok)
+            options.error = u"%1 is no value for %2"_s.arg(arguments[i], argument);
+        if (!options.error.isEmpty())
+            return options;
+    }
+    return options;
+}
+
+DBaseApp::DBaseApp(const AppOptions &options)
+    : m_options(options)
+    , m_streamPrompts(options.picture.isEmpty() ? nullptr : std::make_unique<StreamPrompts>())
+    , m_window(std::make_unique<DBase>(m_streamPrompts.get()))
+{
+    // A picture shows the window as it is made, not as this user left it.
+    if (options.picture.isEmpty())
+        tarnwick::StateKeeper::keep(m_window.get());
+}
+
+DBaseApp::~DBaseApp() = default;
+
+bool DBaseApp::openProject()
+{
+    const QString folder = chooseProject(m_options.project, m_window->projectSession().recentProjects());
+    if (m_options.project.isEmpty() && !brannock::Project::isProjectFolder(folder)) {
+        // A project that was moved since the last time is no reason to greet the user with an error.
+        if (!folder.isEmpty())
+            m_window->prompts().status(messages::kRecentNotThere, folder);
+        return true;
+    }
+    return m_window->openProject(folder);
+}
+
+bool DBaseApp::addQueries()
+{
+    bool all = true;
+    for (const QString &query : std::as_const(m_options.queries))
+        all = m_window->addQueryFile(query) && all;
+    return all;
+}
+
+void DBaseApp::start()
+{
+    m_window->show();
+    // Once the event loop runs, so that what is wrong with the project is said over a window that is there.
+    QMetaObject::invokeMethod(
+        m_window.get(),
+        [this] {
+            if (openProject())
+                addQueries();
+        },
+        Qt::QueuedConnection);
+}
+
+bool DBaseApp::writePicture()
+{
+    m_window->resize(m_options.size);
+    if (!openProject() || !addQueries())
+        return false;
+    m_window->show();
+    m_window->refreshAll();
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents(); // layouts that follow from the first pass
+    const QPixmap picture = m_window->grab();
+    if (picture.save(m_options.picture))
+        return true;
+    say(u"The picture could not be written to \"%1\"."_s.arg(m_options.picture));
+    return false;
+}
+
+void useDarkPalette()
+{
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    const QColor window(0x2b, 0x2d, 0x30);
+    const QColor base(0x1e, 0x1f, 0x22);
+    const QColor text(0xdf, 0xe1, 0xe5);
+    const QColor faint(0x7f, 0x83, 0x8b);
+    QPalette palette(QColor(0x3c, 0x3f, 0x43), window);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, QColor(0x25, 0x27, 0x2a));
+    palette.setColor(QPalette::ToolTipBase, QColor(0x3c, 0x3f, 0x43));
+    palette.setColor(QPalette::PlaceholderText, faint);
+    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xca));
+    palette.setColor(QPalette::Link, QColor(0x6c, 0xa8, 0xff));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
+                            QPalette::HighlightedText, QPalette::BrightText}) {
+        palette.setColor(role, text);
+        palette.setColor(QPalette::Disabled, role, QColor(0x6f, 0x73, 0x7a));
+    }
+    QApplication::setPalette(palette);
+}
+
+int runArvo(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const AppOptions options = AppOptions::parse(arguments);
+    if (!options.error.isEmpty()) {
+        say(u"arvo: "_s + options.error + u'\n' + kUsage);
+        return kWrongUsage;
+    }
+    // What follows must stand before the application object is made.
+    if (!options.picture.isEmpty()) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        if (options.scale != 1)
+            qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
+    }
+    QApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"ARVO"_s);
+    QCoreApplication::setOrganizationName(u"Palomine"_s);
+    if (options.dark)
+        useDarkPalette();
+    else if (!options.picture.isEmpty())
+        QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    DBaseApp app(options);
+    if (!options.picture.isEmpty())
+        return app.writePicture() ? 0 : 1;
+    app.start();
+    return QApplication::exec();
+}
+
+} // namespace app

@@ -1,0 +1,192 @@
+// What the main window shows, brought up to date after changes.
+#include "CommandActions.h"
+#include "DBase.h"
+#include "LegendModel.h"
+#include "MainToolBar.h"
+#include "RecentMenus.h"
+#include "SidePanel.h"
+#include "ViewBar.h"
+
+#include <app/logic/StartUp.h>
+
+#include <QDir>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMenuBar>
+#include <QSplitter>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+void DBase::scheduleRefresh()
+{
+    // Many changes in a row are shown once.
+    if (std::exchange(m_refreshScheduled, true))
+        return;
+    QMetaObject::invokeMethod(this, &DBase::refreshAll, Qt::QueuedConnection);
+}
+
+void DBase::refreshAll()
+{
+    m_refreshScheduled = false;
+    m_map->refresh();
+    m_side->legendModel().refresh();
+    refreshPanels();
+    refreshCommands();
+}
+
+void DBase::sessionChanged()
+{
+    refreshMenus();
+    refreshTitle();
+    refreshAll();
+}
+
+void DBase::redrawMap()
+{
+    m_map->refresh();
+    scheduleRefresh();
+}
+
+void DBase::refreshLegend()
+{
+    m_side->legendModel().refresh();
+    scheduleRefresh();
+}
+
+void DBase::setBusy(bool busy)
+{
+    if (busy)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
+}
+
+void DBase::refreshPanels()
+{
+    if (!m_session->hasProject()) {
+        m_side->setProjectText({});
+        m_side->setStatusText({});
+        m_selectionText->clear();
+        return;
+    }
+    const brannock::Project &project = m_session->project();
+    const QString mapName = tarnwick::SuitePath(m_session->mapFile).baseName();
+    m_side->setProjectText(projectPanelText(project, mapName, m_session->databaseStatus()));
+    m_side->setStatusText(statusPanelText(project.steamGen));
+    m_selectionText->setText(selectionText(project.steamGen));
+}
+
+CommandContext DBase::commandContext()
+{
+    CommandContext context;
+    const ellery::SteamGen &sg = m_session->project().steamGen;
+    const int pointed = m_commands->pointedTube;
+    context.hasProject = m_session->hasProject();
+    context.hasSections = sg.hasSections();
+    context.hasEntries = m_session->legend().count() > 0;
+    context.canUndo = m_session->undo().canUndo();
+    context.canRedo = m_session->undo().canRedo();
+    context.hasPointedTube = pointed >= 0 && pointed < sg.numTube();
+    context.pointedTubeHasSymbol = context.hasPointedTube && !sg.isOpen(pointed);
+    return context;
+}
+
+void DBase::refreshCommands()
+{
+    const CommandContext context = commandContext();
+    m_actions->refresh(context);
+    m_mainBar->refresh(context);
+    const QString label = m_session->undo().undoLabel();
+    m_actions->setText(Undo, label.isEmpty() ? u"Undo"_s : tarnwick::format(u"Undo %S", label));
+    m_actions->setChecked(FlipHorizontal, m_map->xOrientation() == -1);
+    m_actions->setChecked(FlipVertical, m_map->yOrientation() == -1);
+    m_actions->setChecked(ShowFloatingId, m_map->hasTubeTip());
+    refreshViewCommands();
+    m_viewBar->setEnabled(context.hasProject);
+    m_mainBar->setEnabled(context.hasProject);
+    m_splitter->setEnabled(context.hasProject);
+}
+
+void DBase::refreshViewCommands()
+{
+    m_actions->extra(Extra::PreviousView)->setEnabled(m_session->hasProject() && m_map->hasPreviousView());
+    m_actions->extra(Extra::NextView)->setEnabled(m_session->hasProject() && m_map->hasNextView());
+}
+
+void DBase::refreshMenus()
+{
+    // Without a project a menu opens only where something in it can be chosen, or to show what there would be.
+    for (QAction *top : menuBar()->actions()) {
+        const QString name = top->menu()->objectName();
+        const bool opens = name == u"menuFile"_s || name == u"menuUtil"_s || name == u"menuHelp"_s;
+        top->setEnabled(m_session->hasProject() || opens);
+    }
+    QList<RecentMenus::Entry> projects;
+    for (const QString &folder : m_session->recentProjects())
+        projects.append({QDir::toNativeSeparators(folder), folder});
+    m_recent->setProjects(projects);
+    const auto entries = [this](const QStringList &paths) {
+        QList<RecentMenus::Entry> list;
+        for (const QString &path : paths)
+            list.append({path, tarnwick::SuitePath(path).machinePath(m_session->roots())});
+        return list;
+    };
+    const RecentFiles::Lists files = m_session->hasProject() ? m_session->recentFiles() : RecentFiles::Lists();
+    m_recent->setDatabases(entries(files.databases));
+    m_recent->setMaps(entries(files.maps));
+    for (const int placeholder : {NoRecentDatabase, NoRecentMap})
+        m_actions->menuOf(placeholder)->setEnabled(m_session->hasProject());
+}
+
+void DBase::refreshTitle()
+{
+    const brannock::Project &project = m_session->project();
+    setWindowTitle(app::windowTitle(QDir::toNativeSeparators(project.folder), project.name, isMinimized()));
+}
+
+void DBase::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && m_session)
+        refreshTitle();
+}
+
+void DBase::applyMapOptions()
+{
+    const query::ArvoOptions &options = m_session->options();
+    brannock::MapOptions map;
+    map.mapColour = options.mapColour;
+    map.fillColour = options.fillColour;
+    map.tickColour = options.tickColour;
+    map.selectColour = options.selectColour;
+    map.watermarkColour = options.watermarkColour;
+    map.displayTickSize = options.displayTickSize;
+    map.printTickSize = options.printTickSize;
+    m_map->setOptions(map);
+}
+
+QStringList DBase::tipLines(int tube) const
+{
+    const ellery::SteamGen &sg = m_session->project().steamGen;
+    if (sg.isOpen(tube))
+        return {};
+    const plans::MapLegend &legend = m_session->legend();
+    const ellery::TubeAddress address = sg[tube].address;
+    for (int i = legend.count() - 1; i >= 0; --i) {
+        const plans::MapFill &fill = legend.entry(i);
+        if (!fill.shown || fill.symbol != sg.symbol(tube) || fill.colour != sg.colour(tube))
+            continue;
+        const auto marks = [&](qint32 other) {
+            return other == tube ||
+                   (fill.allSections && sg[other].address.row == address.row && sg[other].address.col == address.col);
+        };
+        if (std::any_of(fill.tubes.begin(), fill.tubes.end(), marks))
+            return {QString(QChar(fill.symbol)) + u"  "_s + fill.label.trimmed()};
+    }
+    return {};
+}
+
+} // namespace app

@@ -1,0 +1,85 @@
+#include "SidePanel.h"
+
+#include "LegendModel.h"
+#include "LegendView.h"
+#include "LineIcon.h"
+#include "TextPanel.h"
+
+#include <app/logic/PanelTexts.h>
+
+#include <QBoxLayout>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+namespace {
+
+/// Room for usual names of sites, components and databases.
+const QString kProjectSample = u"Component: 0000000000000\n\n\n\n\nDatabase : project.mdb"_s;
+
+QToolButton *iconButton(QAction *action, Picture picture)
+{
+    action->setIcon(lineIcon(picture));
+    auto *button = new QToolButton;
+    button->setDefaultAction(action);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::NoFocus);
+    return button;
+}
+
+} // namespace
+
+SidePanel::SidePanel(CommandActions &actions, QWidget *parent)
+    : QWidget(parent)
+    , m_project(new TextPanel(u"projectPanel"_s, u"Project"_s, kProjectSample))
+    , m_status(new TextPanel(u"statusPanel"_s, u"Counts"_s, QString::fromUtf16(kStatusPanelSample)))
+    , m_model(new LegendModel(this))
+    , m_view(new LegendView(m_model))
+{
+    setObjectName(u"sidePanel"_s);
+    auto *panels = new QHBoxLayout;
+    panels->setSpacing(6);
+    panels->addWidget(m_project, 1);
+    panels->addWidget(m_status, 0);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 6, 6, 0);
+    layout->setSpacing(4);
+    layout->addLayout(panels);
+    layout->addWidget(makeLegendHead(actions));
+    layout->addWidget(m_view, 1);
+}
+
+QWidget *SidePanel::makeLegendHead(CommandActions &actions)
+{
+    auto *head = new QWidget;
+    auto *layout = new QHBoxLayout(head);
+    layout->setContentsMargins(2, 4, 0, 0);
+    layout->setSpacing(1);
+    auto *title = new QLabel(u"Legend"_s);
+    QFont bold = title->font();
+    bold.setBold(true);
+    title->setFont(bold);
+    layout->addWidget(title, 1);
+    const std::pair<Extra, Picture> buttons[] = {
+        {Extra::EntryUp, Picture::Up},     {Extra::EntryDown, Picture::Down},     {Extra::EntrySolo, Picture::Solo},
+        {Extra::EntriesAll, Picture::All}, {Extra::EntriesInvert, Picture::Swap}, {Extra::EntryDelete, Picture::Delete},
+    };
+    for (const auto &[extra, picture] : buttons)
+        layout->addWidget(iconButton(actions.addExtra(extra, m_view), picture));
+    return head;
+}
+
+void SidePanel::setProjectText(const QString &text)
+{
+    m_project->setText(text);
+}
+
+void SidePanel::setStatusText(const QString &text)
+{
+    m_status->setText(text);
+}
+
+} // namespace app

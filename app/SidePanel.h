@@ -1,0 +1,37 @@
+#pragma once
+#include "CommandActions.h"
+
+#include <QWidget>
+
+namespace plans {
+class MapLegend;
+}
+
+namespace app {
+
+class LegendModel;
+class LegendView;
+class TextPanel;
+
+/// Beside the map: the project, the counts, and the legend with its buttons.
+class SidePanel : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit SidePanel(CommandActions &actions, QWidget *parent = nullptr);
+
+    LegendModel &legendModel() { return *m_model; }
+    LegendView &legendView() { return *m_view; }
+    void setProjectText(const QString &text);
+    void setStatusText(const QString &text);
+
+private:
+    QWidget *makeLegendHead(CommandActions &actions);
+
+    TextPanel *m_project;
+    TextPanel *m_status;
+    LegendModel *m_model;
+    LegendView *m_view;
+};
+
+} // namespace app

@@ -1,0 +1,219 @@
+#include "WindowCommands.h"
+
+#include "FileDialogs.h"
+#include "RecentMenus.h"
+
+#include <app/logic/DesktopShortcut.h>
+#include <app/logic/Messages.h>
+#include <app/logic/SelectionCommands.h>
+#include <app/logic/SiblingTools.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+WindowCommands::WindowCommands(ProjectSession &session, plans::MapHost &host, brannock::TubesheetMap &map,
+                               RecentMenus &recent, WindowActions &window)
+    : m_session(session)
+    , m_host(host)
+    , m_map(map)
+    , m_recent(recent)
+    , m_window(window)
+    , m_legend(host)
+{
+}
+
+void WindowCommands::run(int command)
+{
+    if (isSelectionCommand(command))
+        select(command);
+    else if (!runMap(command) && !runDatabase(command) && !runProject(command))
+        runProgram(command);
+}
+
+bool WindowCommands::runMap(int command)
+{
+    switch (command) {
+    case Undo:
+        m_session.undo().undo();
+        return true;
+    case DeleteAllEntries:
+        m_legend.removeAll();
+        return true;
+    case IgnoreSection:
+        if (pointedEntry >= 0 && pointedEntry < m_session.legend().count())
+            m_legend.setAllSections(pointedEntry, !m_session.legend().entry(pointedEntry).allSections);
+        return true;
+    case MapFullScreen:
+        m_window.toggleFullScreen();
+        return true;
+    case FlipHorizontal:
+    case FlipVertical:
+        flip(command);
+        return true;
+    case ShowFloatingId:
+        m_map.setTubeTip(!m_map.hasTubeTip());
+        m_host.redrawMap();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void WindowCommands::select(int command)
+{
+    m_host.undoCheckpoint(selectionLabel(command));
+    applySelection(command, m_session.project().steamGen, pointedTube);
+    m_host.redrawMap();
+}
+
+void WindowCommands::flip(int command)
+{
+    const bool horizontal = command == FlipHorizontal;
+    m_host.undoCheckpoint(horizontal ? u"Flip Horizontal"_s : u"Flip Vertical"_s);
+    if (horizontal)
+        m_map.setXOrientation(-m_map.xOrientation());
+    else
+        m_map.setYOrientation(-m_map.yOrientation());
+    m_host.redrawMap();
+}
+
+void WindowCommands::updateMap()
+{
+    m_session.legend().updateAll(m_host);
+}
+
+bool WindowCommands::runDatabase(int command)
+{
+    if (command >= FirstRecentDatabase && command <= LastRecentDatabase) {
+        m_session.connectDatabase(m_recent.path(command));
+        return true;
+    }
+    switch (command) {
+    case NewDatabase:
+        newDatabase();
+        return true;
+    case OpenDatabase:
+        openDatabase();
+        return true;
+    case CloseDatabase:
+        if (db::checkConnected(m_session.database())) {
+            m_session.prompts().status(messages::kDisconnectDatabase);
+            m_session.closeDatabase();
+        }
+        return true;
+    case UploadComponent:
+        m_session.uploadComponent();
+        return true;
+    case ClearRecentDatabases:
+        m_session.clearRecentDatabases();
+        return true;
+    case ClearRecentMaps:
+        m_session.clearRecentMaps();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void WindowCommands::newDatabase()
+{
+    m_session.prompts().status(messages::kCreateDatabase);
+    const QString path = m_dialogs->saveFile(kDatabaseChooser, u"New Database"_s, m_session.roots());
+    if (!path.isEmpty())
+        m_session.createDatabase(path);
+}
+
+void WindowCommands::openDatabase()
+{
+    m_session.prompts().status(messages::kConnectDatabase);
+    const QString path = m_dialogs->openFile(kDatabaseChooser, u"Open Database"_s, m_session.roots());
+    if (!path.isEmpty())
+        m_session.connectDatabase(path);
+}
+
+bool WindowCommands::runProject(int command)
+{
+    if (command >= FirstRecentProject && command <= LastRecentProject) {
+        m_window.openProjectFolder(m_recent.path(command));
+        return true;
+    }
+    switch (command) {
+    case OpenProject:
+        openProject();
+        return true;
+    case ClearRecentProjects:
+        if (confirmClear())
+            m_session.clearRecentProjects();
+        return true;
+    case ProjectInfo:
+        m_window.showProjectInfo();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void WindowCommands::openProject()
+{
+    const QString start = m_session.hasProject() ? QFileInfo(m_session.project().folder).absolutePath()
+                                                 : QStandardPaths::writableLocation(QStandardPaths::HomeLocation);
+    const QString folder = m_dialogs->openFolder(u"Open Project"_s, start);
+    if (!folder.isEmpty())
+        m_window.openProjectFolder(folder);
+}
+
+bool WindowCommands::confirmClear()
+{
+    return m_session.prompts().question(tarnwick::Buttons::YesNo, messages::kAskClearRecent) == tarnwick::Answer::Yes;
+}
+
+bool WindowCommands::runProgram(int command)
+{
+    switch (command) {
+    case Exit:
+        m_window.closeWindow();
+        return true;
+    case About:
+        m_window.showAbout();
+        return true;
+    case AdministrationTool:
+        startTool(kAdministrationTool, m_session.roots(), false, m_session.prompts());
+        return true;
+    case ComponentMaker:
+        startComponentMaker();
+        return true;
+    case DesktopShortcut:
+        createShortcut();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void WindowCommands::startComponentMaker()
+{
+    if (!startTool(kComponentMaker, m_session.roots(), true, m_session.prompts()))
+        return;
+    if (const int dropped = m_session.legend().dropInvalidTubes(); dropped > 0) {
+        m_session.prompts().information(messages::kSymbolsDeleted, dropped);
+        m_host.redrawMap();
+    }
+}
+
+void WindowCommands::createShortcut()
+{
+    try {
+        const QString path = createDesktopShortcut(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
+                                                   QCoreApplication::applicationFilePath());
+        m_session.prompts().status(messages::kShortcutCreated, QDir::toNativeSeparators(path));
+    } catch (const tarnwick::Error &error) {
+        m_session.prompts().error(messages::kShortcutFailed, error.text());
+    }
+}
+
+} // namespace app

@@ -1,0 +1,30 @@
+#include "AliasTables.h"
+
+#include "Messages.h"
+
+namespace db {
+
+QList<const AliasSpec *> requestAliasTables(ConversionPass &pass)
+{
+    QList<const AliasSpec *> approved;
+    for (const AliasSpec &spec : aliasSpecs()) {
+        const QString name = QString::fromUtf16(spec.table);
+        if (!pass.database().hasTable(name) && pass.request(messages::kStepAlias, name))
+            approved.append(&spec);
+    }
+    return approved;
+}
+
+void createAliasTables(ConversionPass &pass, const QList<const AliasSpec *> &requested)
+{
+    for (const AliasSpec *spec : requested) {
+        const QString name = QString::fromUtf16(spec->table);
+        const auto create = [&] {
+            if (!pass.database().hasTable(name))
+                createAliasTable(pass.prompts(), pass.database(), *spec);
+        };
+        pass.guarded([&] { pass.change(create); }, messages::kCreateAlias, name);
+    }
+}
+
+} // namespace db

@@ -1,0 +1,62 @@
+#pragma once
+#include <db/Messages.h>
+
+/// The texts of the conversion of older databases, the import of foreign ones, and the upload of the component; to the
+/// letter what users know the program by.
+namespace db::messages {
+
+// Foreign import. 1021 is db::messages::kUploadEntry.
+inline constexpr Message kConvertRepairs{1022, u"Could not convert ISIS REPRDATA."};
+inline constexpr Message kConvertTubes{1023, u"Could not convert ISIS TUBEDATA."};
+inline constexpr Message kConvertingRecord{0, u"Converting ISIS record %5D ..."};
+inline constexpr Message kImportDone{0, u"Done"};
+
+// Steps of the revision conversion
+inline constexpr Message kModifyReport{1024, u"Could not modify 'report' table."};
+inline constexpr Message kModifyLandmarks{1025, u"Could not modify 'landmarks' table."};
+inline constexpr Message kModifyTubeSetEntry{1026, u"Could not modify 'tube_set_entry' table."};
+inline constexpr Message kModifyTubes{1027, u"Could not modify 'tubes' table."};
+inline constexpr Message kModifyPlans{1028, u"Could not modify 'plans' table."};
+inline constexpr Message kDeleteDisplayFormat{1040, u"Could not delete 'display_format' table."};
+
+// What the steps are called where they are listed
+inline constexpr Message kStepJetFile{0, u"Converted Jet database file."};
+inline constexpr Message kStepDisplayFormat{0, u"Deleted display_format table."};
+inline constexpr Message kStepRepairs{0, u"Created repairs table."};
+inline constexpr Message kStepReport{0, u"Modified report table."};
+inline constexpr Message kStepLandmarks{0, u"Modified landmarks table."};
+inline constexpr Message kStepTubeSets{0, u"Modified tube_sets table."};
+inline constexpr Message kStepPlans{0, u"Modified plans and plan_entry tables."};
+inline constexpr Message kStepTubes{0, u"Modified tubes table."};
+inline constexpr Message kStepAlias{0, u"Created %U table."};
+
+// The request
+inline constexpr Message kStepLine{0, u"    %d) %S\n"};
+inline constexpr Message kNotInProject{
+    0, u"Database %U\nwill not be converted to rev %U format\nsince it is not in the current project."};
+inline constexpr Message kAskConversion{
+    0, u"Do you wish to convert:\n\n\t\"%U\"\n\nto %U format?\n\nWarning:\n\n"
+       u"    Choosing NO  will cause some operations to fail.\n\n"
+       u"    Choosing YES will cause modifications to the database.\n    A backup will be made to \"%U\""};
+inline constexpr Message kBackingUp{0, u"Backing up \"%S\" to \"%U\" ..."};
+inline constexpr Message kBackUp{1033, u"Could not back up \"%S\" to \"%U\".\nThe database is not converted."};
+inline constexpr Message kConverting{0, u"Converting database ..."};
+inline constexpr Message kConversionComplete{0, u"Conversion complete."};
+inline constexpr Message kConversions{0, u"Conversions:\n%S"};
+inline constexpr Message kConversionCancelled{0, u"Conversion cancelled."};
+inline constexpr Message kConversionUndone{0, u"The conversion failed. The database is as it was."};
+
+// Jet files
+inline constexpr Message kReadingJet{0, u"Reading \"%S\" ..."};
+inline constexpr Message kJetRemarks{0, u"Of \"%U\", the following could not be carried over as it is:\n\n%S"};
+inline constexpr Message kMoreRemarks{0, u"    and %D more\n"};
+
+// Upload of the component
+inline constexpr Message kUploadModel{1031, u"Could not upload model."};
+inline constexpr Message kAskUploadModel{0, u"Are you sure you wish to upload the component to the database?"};
+inline constexpr Message kUploadingModel{0, u"Uploading model ..."};
+inline constexpr Message kUploadingLandmarks{0, u"Uploading landmarks ..."};
+inline constexpr Message kUploadedModel{0, u"Successfully uploaded model."};
+inline constexpr Message kUploadModelCancelled{0, u"Upload of the model cancelled."};
+
+} // namespace db::messages
