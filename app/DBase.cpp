@@ -64,6 +64,7 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
 DBase::~DBase()
 {
     m_session->changed = nullptr;
+    m_session->replacing = nullptr;
     m_session->legend().changed = nullptr;
     m_map->setSteamGen(nullptr);
     m_side->legendModel().setLegend(nullptr);
@@ -146,7 +147,7 @@ void DBase::connectMap()
     connect(m_map, &TubesheetMap::selectionAboutToChange, this, [this] { undoCheckpoint(u"Select Tubes"_s); });
     connect(m_map, &TubesheetMap::selectionChanged, this, &DBase::scheduleRefresh);
     connect(m_map, &TubesheetMap::hovered, this, &DBase::showTube);
-    connect(m_map, &TubesheetMap::viewChanged, this, &DBase::scheduleRefresh);
+    connect(m_map, &TubesheetMap::viewChanged, this, &DBase::refreshViewCommands);
     connect(m_map, &TubesheetMap::contextMenuRequested, this, &DBase::showMapMenu);
     m_map->setTipText([this](int tube) { return tipLines(tube); });
     m_session->undo().captureExtras = [this] {
@@ -164,7 +165,8 @@ void DBase::connectLegend()
     LegendModel &model = m_side->legendModel();
     LegendView &view = m_side->legendView();
     m_session->legend().changed = [this] { scheduleRefresh(); };
-    m_session->changed = [this] { scheduleRefresh(); };
+    m_session->changed = [this] { sessionChanged(); };
+    m_session->replacing = [this] { m_map->setSteamGen(nullptr); };
     connect(&model, &LegendModel::showRequested, this,
             [this](int entry, bool shown) { LegendEditor(*this).setShown(entry, shown); });
     connect(&model, &LegendModel::moveRequested, this, [this, &view](int from, int to) {
@@ -182,6 +184,10 @@ void DBase::connectBars()
             m_commands->updateMap();
     });
     connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
+    connect(m_viewBar, &ViewBar::changesWanted, this, [this] {
+        const plans::UndoStack &changes = m_session->undo().stack();
+        m_viewBar->setChanges(changes.labels(), changes.position());
+    });
     connect(m_viewBar, &ViewBar::changesRequested, this, [this](int position) { m_session->undo().moveTo(position); });
 }
 
@@ -192,13 +198,14 @@ void DBase::setFileDialogs(FileDialogs *dialogs)
 
 bool DBase::openProject(const QString &folder)
 {
-    // The map looks at the component that is about to go.
-    m_map->setSteamGen(nullptr);
-    const bool opened = m_session->openProject(projectFolder(folder));
+    if (!m_session->openProject(projectFolder(folder)))
+        return false;
     m_systemDialogs.forgetFolders();
     m_commands->pointedTube = -1;
+    m_map->setXOrientation(1);
+    m_map->setYOrientation(1);
     projectChanged();
-    return opened;
+    return true;
 }
 
 void DBase::projectChanged()
@@ -206,7 +213,7 @@ void DBase::projectChanged()
     m_map->setSteamGen(m_session->hasProject() ? &m_session->project().steamGen : nullptr);
     m_centre->setCurrentIndex(m_session->hasProject() ? 0 : 1);
     m_side->legendModel().setLegend(&m_session->legend());
-    refreshAll();
+    sessionChanged();
 }
 
 bool DBase::addQueryFile(const QString &machinePath)

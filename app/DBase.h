@@ -40,7 +40,7 @@ public:
     CommandActions &commands() { return *m_actions; }
     /// Tests put their own in place of the system's.
     void setFileDialogs(FileDialogs *dialogs);
-    /// Brings everything shown up to date now; changes do it by themselves a moment later.
+    /// Brings what follows from map and legend up to date now; changes do it by themselves a moment later.
     void refreshAll();
 
     // For fills and dialogs.
@@ -84,9 +84,12 @@ private:
     void showTube(int tube);
 
     void projectChanged();
+    void sessionChanged();
     void scheduleRefresh();
     CommandContext commandContext();
     void refreshCommands();
+    void refreshViewCommands();
+    /// Recent lists, and which menus open: after a project or database was opened or closed.
     void refreshMenus();
     void refreshPanels();
     void refreshTitle();

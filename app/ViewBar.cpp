@@ -35,6 +35,7 @@ void ViewBar::addUndo(CommandActions &actions)
     m_changes = new QMenu(this);
     m_changes->setObjectName(u"changes"_s);
     m_changes->setToolTipsVisible(true);
+    connect(m_changes, &QMenu::aboutToShow, this, &ViewBar::changesWanted);
     auto *button = new QToolButton(this);
     button->setObjectName(u"undoButton"_s);
     button->setDefaultAction(undo);

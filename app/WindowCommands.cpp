@@ -111,11 +111,9 @@ bool WindowCommands::runDatabase(int command)
         return true;
     case ClearRecentDatabases:
         m_session.clearRecentDatabases();
-        m_host.refreshLegend();
         return true;
     case ClearRecentMaps:
         m_session.clearRecentMaps();
-        m_host.refreshLegend();
         return true;
     default:
         return false;
@@ -149,10 +147,8 @@ bool WindowCommands::runProject(int command)
         openProject();
         return true;
     case ClearRecentProjects:
-        if (confirmClear()) {
+        if (confirmClear())
             m_session.clearRecentProjects();
-            m_host.refreshLegend();
-        }
         return true;
     case ProjectInfo:
         m_window.showProjectInfo();

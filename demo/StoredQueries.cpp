@@ -12,7 +12,8 @@ struct Template
 {
     const char16_t *fileName;
     const char16_t *title;
-    const char16_t *sql; // %1: the present outage, %2: the one before, %3: where bars or plates wear, as a pattern
+    const char16_t *sql; // %1: the present outage, %2: the one before, %3: where bars or plates wear, as a pattern;
+                         // %4: a count for each outage, after a comma
 };
 
 constexpr Template kTemplates[] = {
@@ -81,11 +82,10 @@ constexpr Template kTemplates[] = {
      u"WHERE defect = [Code]\n"
      u"ORDER BY sec, row, col, outage\n"},
     {u"codes_by_outage.qry", u"Codes by outage",
-     u"TRANSFORM COUNT(*)\n"
-     u"SELECT defect\n"
+     u"SELECT defect, COUNT(*) AS results%4\n"
      u"FROM report\n"
      u"GROUP BY defect\n"
-     u"PIVOT outage\n"},
+     u"ORDER BY defect\n"},
     {u"totals.qry", u"Results by outage and operation",
      u"SELECT outage, oper_type, COUNT(*) AS results, SUM(IIF(defect = 'NDD', 0, 1)) AS indications\n"
      u"FROM report\n"
@@ -113,9 +113,15 @@ QList<StoredQuery> storedQueries(const brannock::Project &project)
     const QString present = project.outages.last().name;
     const QString before = project.outages.size() > 1 ? project.outages[project.outages.size() - 2].name : present;
     const bool hasBars = project.steamGen.landmarkSets.last().find(u"AV1") >= 0;
+    QString counts;
+    for (const brannock::Project::Outage &outage : project.outages)
+        counts += u", SUM(IIF(outage = '%1', 1, 0)) AS %1"_s.arg(outage.name);
     const auto filled = [&](const char16_t *text) {
         QString result = QString::fromUtf16(text);
-        return result.replace(u"%1"_s, present).replace(u"%2"_s, before).replace(u"%3"_s, hasBars ? u"AV*"_s : u"*S"_s);
+        return result.replace(u"%1"_s, present)
+            .replace(u"%2"_s, before)
+            .replace(u"%4"_s, counts)
+            .replace(u"%3"_s, hasBars ? u"AV*"_s : u"*S"_s);
     };
     QList<StoredQuery> queries;
     for (const Template &one : kTemplates)

@@ -58,7 +58,9 @@ public:
     /// Asks first.
     void uploadComponent();
 
-    /// After another project was opened or another database connected or closed.
+    /// The present component is about to go: nothing may look at it any more.
+    std::function<void()> replacing;
+    /// After another project was opened, a database connected or closed, or a recent list cleared.
     std::function<void()> changed;
 
 private:

@@ -1,3 +1,5 @@
+#include "AppFixture.h"
+
 #include <app/logic/Commands.h>
 #include <gmock/gmock.h>
 #include <plans/MapFill.h>

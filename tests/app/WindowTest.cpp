@@ -6,10 +6,13 @@
 #include <app/MainToolBar.h>
 #include <app/TextPanel.h>
 
+#include <db/SqlText.h>
 #include <plans/FillCommit.h>
 #include <plans/PatternFill.h>
 
 #include <QAbstractItemModelTester>
+#include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -35,6 +38,14 @@ protected:
     }
     /// Lets changes reach what is shown.
     static void settle() { QCoreApplication::processEvents(); }
+
+    /// Keys reach an active window only.
+    void showActive()
+    {
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
 
     QAction *command(int number) { return window.commands().action(number); }
     void run(int number)
@@ -190,7 +201,7 @@ TEST_F(WindowTest, LegendIsReorderedByKeysAndByDropping)
     addPattern(1, 3);
     addPattern(2, 3);
     addPattern(3, 3);
-    window.show();
+    showActive();
     auto *legend = find<LegendView>(u"legend"_s);
     ASSERT_EQ(legend->model()->rowCount(), 3);
     legend->setFocus();
@@ -215,7 +226,7 @@ TEST_F(WindowTest, LegendShowsHidesAndDeletesByKeys)
     open();
     addPattern(1, 2);
     addPattern(2, 2);
-    window.show();
+    showActive();
     auto *legend = find<LegendView>(u"legend"_s);
     const QAbstractItemModel &model = *legend->model();
     const QString hits = model.index(0, LegendModel::Hits).data().toString();
@@ -306,6 +317,97 @@ TEST_F(WindowTest, MapMenuSelectsFromTheTubePointedAt)
     menu->hide();
 }
 
+TEST_F(WindowTest, ConnectsTheProjectsDatabaseAndMakesItWhenItIsMissing)
+{
+    open();
+    const QString path = window.project().databasePath();
+    EXPECT_TRUE(QFileInfo::exists(path));
+    EXPECT_TRUE(find<TextPanel>(u"projectPanel"_s)->text().endsWith(u"\nDatabase : project.mdb"_s));
+    EXPECT_TRUE(command(FirstRecentDatabase)->text().contains(u"arvo\\project.mdb"_s));
+
+    run(CloseDatabase);
+    EXPECT_TRUE(find<TextPanel>(u"projectPanel"_s)->text().endsWith(u"\nDatabase : <none>"_s));
+    said.clear();
+    run(UploadComponent);
+    run(CloseDatabase);
+    ASSERT_EQ(said.entries().size(), 2);
+    EXPECT_EQ(said.entries()[0].number, 1053);
+    EXPECT_EQ(said.entries()[1].number, 1053);
+    run(FirstRecentDatabase);
+    EXPECT_EQ(said.lastStatus(), u"Connected to \"project.mdb\"."_s);
+    EXPECT_TRUE(window.session().isOpen());
+}
+
+TEST_F(WindowTest, NewAndOpenDatabaseGoThroughTheChooser)
+{
+    open();
+    ScriptedDialogs dialogs;
+    window.setFileDialogs(&dialogs);
+    run(NewDatabase);
+    EXPECT_EQ(said.lastStatus(), u"Create database ..."_s);
+    const QTemporaryDir folder;
+    dialogs.next = folder.filePath(u"other.mdb"_s);
+    run(NewDatabase);
+    EXPECT_EQ(window.session().path(), dialogs.next);
+    EXPECT_TRUE(find<TextPanel>(u"projectPanel"_s)->text().contains(u"other.mdb"_s));
+    dialogs.next = window.project().databasePath();
+    run(OpenDatabase);
+    EXPECT_EQ(window.session().path(), window.project().databasePath());
+    EXPECT_EQ(dialogs.asked, QStringList(3, u"Accesss (*.mdb)"_s));
+
+    // A file that is none leaves the window without a connection, and says so once.
+    QFile none(folder.filePath(u"none.mdb"_s));
+    ASSERT_TRUE(none.open(QIODevice::WriteOnly));
+    none.write("this is no database at all, only text");
+    none.close();
+    said.clear();
+    dialogs.next = none.fileName();
+    run(OpenDatabase);
+    EXPECT_FALSE(window.session().isOpen());
+    EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error).size(), 1);
+}
+
+TEST_F(WindowTest, UploadsTheComponentAfterAQuestion)
+{
+    open();
+    said.answerWith({Answer::No, Answer::Yes, Answer::Yes});
+    run(UploadComponent);
+    const auto rows = [this](const QString &table) {
+        return db::firstValue(window.session().database(), u"SELECT COUNT(*) FROM "_s + table).integer();
+    };
+    EXPECT_EQ(rows(u"tubes"_s), 0);
+    run(UploadComponent);
+    run(UploadComponent);
+    EXPECT_EQ(said.lastStatus(), u"Successfully uploaded model."_s);
+    EXPECT_EQ(rows(u"tubes"_s), window.steamGen().numTube());
+    int landmarks = 0;
+    for (const ellery::LandmarkSet &set : std::as_const(window.steamGen().landmarkSets))
+        landmarks += set.numLand();
+    EXPECT_EQ(rows(u"landmarks"_s), landmarks);
+}
+
+TEST_F(WindowTest, MarksTheTubesOfAQueryFile)
+{
+    open();
+    said.answerWith({Answer::Yes});
+    run(UploadComponent);
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"edge.qry"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("SELECT sec, row, col FROM tubes WHERE row <= 2");
+    file.close();
+    ASSERT_TRUE(window.addQueryFile(file.fileName()));
+    settle();
+    EXPECT_EQ(window.legend().entry(0).label, u"edge.qry"_s);
+    EXPECT_EQ(find<LegendView>(u"legend"_s)->model()->index(0, LegendModel::Type).data().toString(), u"QUERY"_s);
+    EXPECT_GT(window.steamGen().symbolCount(), 0);
+    for (int i = 0; i < window.steamGen().numTube(); ++i)
+        EXPECT_EQ(window.steamGen().isOpen(i), window.steamGen()[i].address.row > 2);
+    said.clear();
+    EXPECT_FALSE(window.addQueryFile(folder.filePath(u"missing.qry"_s)));
+    EXPECT_EQ(said.entries().size(), 1);
+}
+
 TEST_F(WindowTest, RecentListsAreClearedAfterAQuestion)
 {
     open();
@@ -324,8 +426,8 @@ TEST_F(WindowTest, EveryPartHasRoomForItsText)
     window.show();
     settle();
     for (const auto *button : window.findChildren<QToolButton *>()) {
-        if (button->isVisible()) {
-            EXPECT_GE(button->width(), button->minimumSizeHint().width()) << qPrintable(button->objectName());
+        if (button->isVisible() && !button->text().isEmpty()) {
+            EXPECT_GE(button->width(), button->minimumSizeHint().width()) << qPrintable(button->text());
         }
     }
     const auto *status = find<TextPanel>(u"statusPanel"_s);

@@ -14,7 +14,7 @@ std::string list(const std::vector<ast::ExprPtr> &items)
 {
     std::string text;
     for (const ast::ExprPtr &item : items)
-        text += " " + shape(*item);
+        text.append(" ").append(shape(*item));
     return text;
 }
 
@@ -38,7 +38,7 @@ std::string shape(const ast::Expr &expr)
     if (const auto *chain = expr.as<ast::Chain>())
         return std::string(chain->isAnd ? "(and" : "(or") + list(chain->terms) + ")";
     if (const auto *call = expr.as<ast::Call>())
-        return "(" + call->name.toStdString() + list(call->arguments) + (call->star ? " *)" : ")");
+        return std::string("(") + call->name.toStdString() + list(call->arguments) + (call->star ? " *)" : ")");
     if (const auto *between = expr.as<ast::Between>())
         return std::string(between->negated ? "(not-between " : "(between ") + shape(*between->operand) + " " +
                shape(*between->low) + " " + shape(*between->high) + ")";
