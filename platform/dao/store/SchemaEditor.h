@@ -49,6 +49,8 @@ private:
     /// The definition, checked and completed.
     StoredTable shaped(const TableInfo &given) const;
     void requireNewName(const QString &name) const;
+    /// A field that was just added: its value, the same in all rows, keeps its own rules.
+    void requireOneRow(const StoredTable &table, const FieldInfo &field) const;
     void requireRelations(const StoredTable &before, const TableInfo &after) const;
     void replaceTable(const StoredTable &before, StoredTable &after, const QList<FieldFill> &fills = {});
     void installRelation(const RelationInfo &relation, const TableInfo &foreignTable);
