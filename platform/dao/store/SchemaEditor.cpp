@@ -282,8 +282,11 @@ void SchemaEditor::requireOneRow(const StoredTable &table, const FieldInfo &fiel
 {
     for (const ColumnCheck &check : columnChecks(table, field)) {
         if (m_connection.number(u"SELECT EXISTS (SELECT 1 FROM (SELECT * FROM %1 LIMIT 1) WHERE NOT (%2))"_s.arg(
-                sql::quotedName(table.info.name), check.condition)) != 0)
-            raiseCheck(check.name, m_connection.source(), m_connection.schema());
+                sql::quotedName(table.info.name), check.condition)) == 0)
+            continue;
+        if (check.name.startsWith(QStringView(constraint::rule)))
+            fail(error::ValidationRule, {field.validationRule, table.info.name + u'.' + field.name});
+        raiseCheck(check.name, m_connection.source(), m_connection.schema());
     }
 }
 
