@@ -1,6 +1,7 @@
 #include "Console.h"
 
 #include <csignal>
+#include <QHash>
 #include <tarnwick/Error.h>
 #include <unistd.h>
 
@@ -54,7 +55,8 @@ ConsolePrompts::ConsolePrompts(const QList<Answer> &answers, bool verbose)
 void ConsolePrompts::showError(int, int number, const QString &text)
 {
     m_errorShown = true;
-    printError(number > 0 ? u"error %1: "_s.arg(number) + text + u'\n' : u"error: "_s + text + u'\n');
+    const QString lead = number > 0 ? u"error %1: "_s.arg(number) : u"error: "_s;
+    printError(lead + text + u'\n');
 }
 
 void ConsolePrompts::showInformation(const QString &text)

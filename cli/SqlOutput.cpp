@@ -2,7 +2,7 @@
 
 #include "Console.h"
 
-#include <db/Values.h>
+#include <db/FieldDefinition.h>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <tarnwick/JDateTime.h>
@@ -144,7 +144,7 @@ public:
         for (int i = 0; i < rows.fieldCount(); ++i) {
             const dao::FieldInfo &field = rows.field(i);
             text += (i > 0 ? u",{\"name\":"_s : u"{\"name\":"_s) + string(field.name) + u",\"type\":"_s +
-                    string(db::daoTypeName(int(field.type))) + u'}';
+                    string(db::daoTypeName(field.type)) + u'}';
         }
         print(text + u"],\"rows\":["_s);
         m_first = true;

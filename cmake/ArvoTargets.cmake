@@ -62,6 +62,9 @@ function(arvo_program name)
   set_target_properties(${name} PROPERTIES AUTOMOC ON)
 endfunction()
 
+file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/runtime)
+file(CHMOD ${CMAKE_BINARY_DIR}/runtime PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+
 # arvo_test(NAME [WIDGETS] [LINK target...]): one GoogleTest program of every .cpp in the calling folder, one ctest entry.
 function(arvo_test name)
   cmake_parse_arguments(ARG "WIDGETS" "" "LINK" ${ARGN})
@@ -81,7 +84,7 @@ function(arvo_test name)
   arvo_precompile(${name} "${ARG_WIDGETS}")
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT
-    "QT_QPA_PLATFORM=offscreen;XDG_RUNTIME_DIR=/tmp;ASAN_OPTIONS=detect_leaks=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0")
+    "QT_QPA_PLATFORM=offscreen;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/runtime;ASAN_OPTIONS=detect_leaks=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0")
 endfunction()
 
 # arvo_bench(NAME [WIDGETS] [LINK target...]): one Google Benchmark program of every .cpp in the calling folder.

@@ -166,8 +166,7 @@ void makeFiles(const DemoOptions &options, const QString &folder, tarnwick::Prog
     project.makeFolders();
     ellery::writeComponent(project.steamGen, QDir(project.folder).filePath(u"component"_s));
     writeResults(project, options, progress);
-    for (const StoredQuery &query : storedQueries(project))
-        tarnwick::writeFileAtomically(fileIn(project, u"queries/"_s + query.fileName), query.sql.toLatin1());
+    writeQueries(project);
     const Flaws flaws(project.steamGen, options);
     writeTubeLists(project, flaws);
     writePlans(project, flaws);

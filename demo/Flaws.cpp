@@ -126,8 +126,8 @@ Condition Flaws::of(int tube) const
     }
     if (random.permille(kBuffMarks)) {
         Flaw &mark = add(FlawKind::BuffMark, anySupport());
-        mark.offset = random.hundredths(4, 28);
-        mark.length = random.hundredths(0.8, 6);
+        mark.offset = random.hundredths(4, 20);
+        mark.length = random.hundredths(0.8, 5);
         mark.volts = random.hundredths(0.5, 4);
         mark.phase = random.between(150, 172);
     }

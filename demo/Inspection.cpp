@@ -319,7 +319,9 @@ ReportEntry Inspection::call(const Flaw &flaw, ReportEntry entry, Oper oper, con
     }
     const double spread = final ? 1 : random.between(96, 104) / 100.0;
     entry.meas.type = u"Vpp"_s;
-    entry.meas.volts = rounded(flaw.volts * spread);
+    constexpr double kVoltsPerPercent = 0.045;
+    const double volts = flaw.volts + kVoltsPerPercent * (flaw.depthAt(cal.outage) - flaw.depth);
+    entry.meas.volts = rounded(volts * spread);
     entry.meas.digVolts = int(entry.meas.volts * kCountsPerVolt);
     entry.meas.phase = flaw.phase + (final ? 0 : random.between(-2, 2));
     entry.channel = cal.rotating                                                  ? u"2"_s

@@ -160,8 +160,6 @@ bool QueryResult::setCell(qint64 row, int column, const QString &text)
         const qint64 id = m_rows->id(row);
         return RowMap::isInserted(id) ? editInserted(row, column, text) : editRecord(id, column, text);
     } catch (const dao::DaoException &exception) {
-        if (m_recordset)
-            m_recordset->cancelUpdate();
         db::showDaoError(m_session->prompts(), exception, messages::kConvertText);
         return false;
     }
@@ -180,13 +178,14 @@ bool QueryResult::convert(int column, const QString &text, dao::Value &value) co
 // A text that is no value is not set, and the record is updated all the same.
 bool QueryResult::editRecord(qint64 place, int column, const QString &text)
 {
-    moveTo(place);
-    m_recordset->edit();
     dao::Value value;
     const bool converted = convert(column, text, value);
-    if (converted)
-        m_recordset->setValue(column, value);
-    m_recordset->update();
+    moveTo(place);
+    m_recordset->edit();
+    store([&] {
+        if (converted)
+            m_recordset->setValue(column, value);
+    });
     return converted;
 }
 
@@ -200,13 +199,25 @@ bool QueryResult::editInserted(qint64 row, int column, const QString &text)
     if (!hasRequiredValues(values))
         return true;
     m_recordset->addNew();
-    for (auto typed = values.cbegin(); typed != values.cend(); ++typed)
-        m_recordset->setValue(typed.key(), typed.value());
-    m_recordset->update();
+    store([&] {
+        for (auto typed = values.cbegin(); typed != values.cend(); ++typed)
+            m_recordset->setValue(typed.key(), typed.value());
+    });
     m_recordset->setBookmark(m_recordset->lastModified());
     m_place = m_recordset->position();
     m_rows->setPlace(row, m_place);
     return true;
+}
+
+void QueryResult::store(const std::function<void()> &setValues)
+{
+    try {
+        setValues();
+        m_recordset->update();
+    } catch (...) {
+        m_recordset->cancelUpdate();
+        throw;
+    }
 }
 
 bool QueryResult::hasRequiredValues(const QHash<int, dao::Value> &values) const

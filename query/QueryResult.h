@@ -71,6 +71,8 @@ private:
     void moveTo(qint64 place) const;
     bool editRecord(qint64 place, int column, const QString &text);
     bool editInserted(qint64 row, int column, const QString &text);
+    /// Ends an edit or addNew that was begun; a failure takes it back.
+    void store(const std::function<void()> &setValues);
     bool convert(int column, const QString &text, dao::Value &value) const;
     bool hasRequiredValues(const QHash<int, dao::Value> &values) const;
 

@@ -14,7 +14,10 @@ class QueryResult::RowMap
 public:
     using Values = QHash<int, dao::Value>;
 
-    explicit RowMap(qint64 count) : m_count(count) {}
+    explicit RowMap(qint64 count)
+        : m_count(count)
+    {
+    }
 
     qint64 count() const { return m_parted ? qint64(m_ids.size()) : m_count; }
     qint64 id(qint64 row) const { return m_parted ? m_ids[size_t(row)] : row; }

@@ -1,5 +1,7 @@
 #include "DatabaseImpl.h"
 
+#include "DomainFunctions.h"
+
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/SystemTables.h>
 
@@ -117,6 +119,7 @@ void DatabaseImpl::openFile(const QString &file, bool readOnly)
         if (catalog.property(u"Layout"_s).toInt() > store::fileLayoutVersion)
             throw store::engineError(error::UnrecognizedFormat, source, {file});
         connection.setSchema(&catalog);
+        registerDomainFunctions(*this);
         m_workspace->join(*this);
     } catch (...) {
         connection.close();
@@ -159,7 +162,7 @@ void DatabaseImpl::secureReaders()
 void DatabaseImpl::rolledBack()
 {
     ++m_rollbacks;
-    catalog.refresh();
+    catalog.rolledBack();
 }
 
 quint64 DatabaseImpl::changeStamp() const

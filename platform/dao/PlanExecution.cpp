@@ -72,6 +72,8 @@ int PlanExecution::runSteps(const sql::ActionPlan &plan)
     const bool reusable = plan.steps.size() == 1;
     qint64 affected = 0;
     for (qsizetype i = 0; i < plan.steps.size(); ++i) {
+        if (gatherRows(plan.steps[i].sql))
+            continue;
         store::Statement &statement = m_query.steps[size_t(i)];
         if (!statement.isValid() || !reusable)
             statement = store::Statement(m_db.connection, plan.steps[i].sql, store::Access::User);
@@ -85,49 +87,42 @@ int PlanExecution::runSteps(const sql::ActionPlan &plan)
     return int(affected);
 }
 
+// Rows that a change over several tables gathers first: the reading, which is what takes its time, is done by a
+// statement that can be interrupted without the inner engine giving up the whole transaction.
+bool PlanExecution::gatherRows(const QString &step)
+{
+    static const QString make = u"CREATE TEMP TABLE "_s;
+    static const QString as = u" AS SELECT "_s;
+    const qsizetype split = step.indexOf(as);
+    if (!step.startsWith(make) || split < 0)
+        return false;
+    const QString table = step.mid(make.size(), split - make.size());
+    store::Statement select(m_db.connection, step.mid(split + 4), store::Access::User);
+    bindParameters(select);
+    QStringList columns;
+    for (int i = 0; i < select.columnCount(); ++i)
+        columns.append(select.columnName(i));
+    m_db.connection.run(make + table + u" ("_s + columns.join(u", "_s) + u')');
+    store::copyRows(select, m_db.connection, u"temp."_s + table);
+    return true;
+}
+
 int PlanExecution::carryOut(const sql::SelectIntoPlan &plan)
 {
     qint64 rows = 0;
     m_db.editor.asOne([&] {
         m_db.editor.createTable(plan.table);
-        QStringList names;
-        QStringList places;
-        for (const FieldInfo &field : plan.table.fields) {
-            names.append(sql::quotedName(field.name));
-            places.append(u"?"_s);
-        }
-        store::Statement insert(m_db.connection, u"INSERT INTO "_s + sql::quotedName(plan.table.name) + u" ("_s +
-                                                     names.join(u", "_s) + u") VALUES ("_s + places.join(u", "_s) +
-                                                     u')');
         // Row by row: the reading half can be interrupted without the inner engine giving up the whole transaction.
         store::Statement select(m_db.connection, plan.select.fullSql, store::Access::User);
         bindParameters(select);
-        while (select.step()) {
-            for (int i = 0; i < int(names.size()); ++i)
-                insert.bindColumn(i + 1, select, i);
-            insert.run();
-            ++rows;
-        }
+        // A Boolean field holds no Null, an outer join may.
+        QStringList places;
+        for (const FieldInfo &field : plan.table.fields)
+            places.append(field.type == DataType::Boolean ? u"coalesce(?, 0)"_s : u"?"_s);
+        rows = store::copyRows(select, m_db.connection, sql::quotedName(plan.table.name), places);
         m_db.connection.throwIfCancelled();
     });
     return int(rows);
-}
-
-RelationInfo PlanExecution::completed(const RelationInfo &relation) const
-{
-    RelationInfo full = relation;
-    const TableInfo &referenced = table(full.table);
-    for (qsizetype i = 0; i < full.fields.size(); ++i) {
-        if (!full.fields[i].field.isEmpty())
-            continue;
-        // REFERENCES without fields means the primary key.
-        const auto primary = std::find_if(referenced.indexes.begin(), referenced.indexes.end(),
-                                          [](const IndexInfo &index) { return index.primary; });
-        if (primary == referenced.indexes.end() || primary->fields.size() != full.fields.size())
-            fail(error::NoUniqueIndexForRelation);
-        full.fields[i].field = primary->fields[i].name;
-    }
-    return full;
 }
 
 void PlanExecution::addParts(const QString &tableName, const QList<IndexInfo> &indexes,
@@ -136,7 +131,7 @@ void PlanExecution::addParts(const QString &tableName, const QList<IndexInfo> &i
     for (const IndexInfo &index : indexes)
         m_db.editor.createIndex(tableName, index);
     for (const RelationInfo &relation : relations)
-        m_db.editor.createRelation(completed(relation));
+        m_db.editor.createRelation(relation);
 }
 
 int PlanExecution::carryOut(const sql::CreateTablePlan &plan)
@@ -176,7 +171,11 @@ int PlanExecution::carryOut(const sql::DropFieldPlan &plan)
 int PlanExecution::carryOut(const sql::AddConstraintPlan &plan)
 {
     table(plan.table);
-    m_db.editor.asOne([&] { addParts(plan.table, plan.indexes, plan.relations); });
+    m_db.editor.asOne([&] {
+        if (!plan.check.isEmpty())
+            m_db.editor.addRule(plan.table, plan.check);
+        addParts(plan.table, plan.indexes, plan.relations);
+    });
     return 0;
 }
 

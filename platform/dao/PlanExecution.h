@@ -29,9 +29,9 @@ private:
     int carryOut(const sql::ExecutePlan &plan);
 
     int runSteps(const sql::ActionPlan &plan);
+    bool gatherRows(const QString &step);
     void bindParameters(store::Statement &statement) const;
     void addParts(const QString &table, const QList<IndexInfo> &indexes, const QList<RelationInfo> &relations);
-    RelationInfo completed(const RelationInfo &relation) const;
     const TableInfo &table(const QString &name) const;
     [[noreturn]] void fail(int number, const QStringList &arguments = {}) const;
 

@@ -108,7 +108,7 @@ void Recordset::Impl::run()
         for (int i = 0; i < qMin(all.parameterCount(), int(query->parameters.size())); ++i)
             store::bindValue(all, i + 1, query->parameters[i]);
         auto result = std::make_unique<MaterialisedRows>(*db, typesOf(plan.columns));
-        result->fill(all, false);
+        result->fill(all);
         rows = std::move(result);
     }
     prepareWriting();

@@ -109,18 +109,10 @@ MaterialisedRows::~MaterialisedRows()
     }
 }
 
-void MaterialisedRows::fill(store::Statement &statement, bool onRow)
+void MaterialisedRows::fill(store::Statement &statement)
 {
-    QStringList places(qsizetype(m_types.size()), u"?"_s);
     store::Savepoint savepoint(m_scratch);
-    store::Statement insert(m_scratch, u"INSERT INTO "_s + m_table + u" VALUES ("_s + places.join(u", "_s) + u')');
-    while (onRow || statement.step()) {
-        onRow = false;
-        for (int i = 0; i < int(m_types.size()); ++i)
-            insert.bindColumn(i + 1, statement, i);
-        insert.run();
-        ++m_count;
-    }
+    m_count += store::copyRows(statement, m_scratch, m_table);
     savepoint.release();
     m_row = store::Statement(m_scratch, u"SELECT * FROM "_s + m_table + u" WHERE rowid = ?1"_s);
 }
@@ -180,7 +172,7 @@ void ForwardRows::secure()
     if (m_secured || !m_onRow)
         return;
     m_secured = std::make_unique<MaterialisedRows>(m_db, m_types);
-    m_secured->fill(m_statement, true);
+    m_secured->fill(m_statement);
     m_statement.reset();
     m_secured->read(0, m_cells);
 }

@@ -53,7 +53,7 @@ public:
     MaterialisedRows &operator=(const MaterialisedRows &) = delete;
 
     /// Takes over the statement's current row, when it stands on one, and all that follow.
-    void fill(store::Statement &statement, bool onRow);
+    void fill(store::Statement &statement);
     qint64 count() const override { return m_count; }
     bool read(qint64 row, std::vector<Value> &cells) override;
 

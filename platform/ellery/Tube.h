@@ -1,11 +1,12 @@
 #pragma once
-#include <QtGlobal>
 #include <compare>
+#include <QtGlobal>
 
 namespace ellery {
 
 /// The address of a tube on the tubesheet. Lists are sorted by sec, then row, then col.
-struct TubeAddress {
+struct TubeAddress
+{
     qint16 sec = 0;
     qint16 row = 0;
     qint16 col = 0;
@@ -13,15 +14,17 @@ struct TubeAddress {
 };
 
 /// One tube: its address and its place on the tubesheet map.
-struct Tube {
+struct Tube
+{
     TubeAddress address;
-    float x = 0; ///< map coordinates, in the component's length unit (inches as a rule)
-    float y = 0; ///< upwards
+    float x = 0;            ///< map coordinates, in the component's length unit (inches as a rule)
+    float y = 0;            ///< upwards
     bool periphery = false; ///< on the bundle's edge
 };
 
 /// A stretch of the map between tubes where there is none: a stay rod, or the tube lane.
-struct Mark {
+struct Mark
+{
     float x = 0;
     float y = 0;
     int kind = 0; ///< 0 stay rod

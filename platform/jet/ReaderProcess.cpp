@@ -11,10 +11,10 @@ using namespace Qt::StringLiterals;
 namespace jet {
 namespace {
 
-constexpr int kAskEvery = 100;           // milliseconds
-constexpr int kStartTime = 10'000;       // milliseconds
-constexpr int kEndTime = 5'000;          // milliseconds
-constexpr qsizetype kMostErrors = 4096;  // bytes of the child's error stream that are kept
+constexpr int kAskEvery = 100;          // milliseconds
+constexpr int kStartTime = 10'000;      // milliseconds
+constexpr int kEndTime = 5'000;         // milliseconds
+constexpr qsizetype kMostErrors = 4096; // bytes of the child's error stream that are kept
 constexpr qsizetype kCompactAt = 1 << 20;
 // A frame holds a row, and a row no more than its file: as text twice that, with room for schema and heads.
 constexpr quint64 kFrameRoom = 16 * 1024 * 1024;
@@ -36,7 +36,6 @@ ReaderProcess::ReaderProcess(const QString &path, const ReadOptions &options, bo
     , m_progress(progress)
     , m_longestFrame(kFrameRoom + kFramePerByte * quint64(QFileInfo(path).size()))
 {
-    m_sinceAsked.start();
     const QString program = programPath(options.program);
     QStringList arguments;
     if (schemaOnly)
@@ -58,9 +57,9 @@ ReaderProcess::~ReaderProcess()
 
 void ReaderProcess::checkCancelled()
 {
-    if (!m_progress || m_sinceAsked.elapsed() < kAskEvery)
+    if (!m_progress || (m_sinceAsked.isValid() && m_sinceAsked.elapsed() < kAskEvery))
         return;
-    m_sinceAsked.restart();
+    m_sinceAsked.start();
     if (m_progress->cancelled())
         throw JetCancelled();
 }

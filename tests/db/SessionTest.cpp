@@ -210,7 +210,7 @@ TEST_F(ConnectTest, ConnectingClosesTheOpenDatabaseFirst)
 
 TEST_F(ConnectTest, ViewsShowThePlantsLabels)
 {
-    project.steamGen.setTubes({{{0, 1, 2}, 0, 0, false}});
+    project.steamGen.setTubes({{{0, 3, 2}, 0, 0, false}});
     project.steamGen.labels[int(ellery::Axis::Row)] = QStringList{QString(), u"A"_s, QString(), u"C"_s};
     ASSERT_TRUE(db::createDatabase(prompts, standard));
     ASSERT_TRUE(db::connectDatabase(session, standard, context));

@@ -1,5 +1,6 @@
 #include <demo/Bundle.h>
 #include <gmock/gmock.h>
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 using demo::DemoOptions;

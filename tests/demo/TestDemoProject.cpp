@@ -7,6 +7,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
+#include <QSet>
 #include <QTemporaryDir>
 #include <tarnwick/FileWriter.h>
 #include <tarnwick/Prompts.h>

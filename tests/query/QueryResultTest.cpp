@@ -292,11 +292,12 @@ TEST_F(QueryResultTest, ExportsRowsInTheirWidths)
     EXPECT_TRUE(query::exportText(result, file, prompts));
     EXPECT_EQ(folder.read(u"temp/out.txt"_s), "|  1| 10|longer than its width|\n|  2| 20|longer than its width|\n");
 
+    const QByteArray before = folder.read(u"temp/out.txt"_s);
     tarnwick::failWritesAfter(10);
     EXPECT_FALSE(query::exportText(result, file, prompts));
     tarnwick::failWritesAfter(-1);
     EXPECT_EQ(prompts.entries().last().number, 1063);
-    EXPECT_EQ(folder.read(u"temp/out.txt"_s).size(), 62);
+    EXPECT_EQ(folder.read(u"temp/out.txt"_s), before);
 }
 
 TEST_F(QueryResultTest, CountsTheDistinctTubesOfAResult)
@@ -319,7 +320,7 @@ TEST_F(QueryResultTest, CountsTheDistinctTubesOfAResult)
     steamGen.setTubes(tubes);
     run(u"SELECT row, col FROM tubes"_s);
     EXPECT_EQ(query::totalTubes(result, steamGen), -1);
-    run(u"SELECT row, col, sec + 1 AS sec FROM tubes"_s);
+    run(u"SELECT row, col, tubes.sec + 1 AS sec FROM tubes"_s);
     EXPECT_EQ(query::totalTubes(result, steamGen), 1);
 }
 

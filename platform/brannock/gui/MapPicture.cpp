@@ -16,6 +16,7 @@ namespace {
 
 constexpr double kLegendPoints = 9;
 constexpr double kLeastLegendPoints = 5.5;
+constexpr double kLeastShare = 0.5;
 
 int pixels(double points, double dpi)
 {
@@ -196,10 +197,15 @@ MapPicture::Layout MapPicture::layout(const QRectF &page, double dpi) const
     placeBeside(beside, body, dpi);
     Layout below = common;
     placeBelow(below, body, dpi);
-    // A legend without gaps is worth more than a larger map.
-    if (rowsShown(below) != rowsShown(beside))
-        return rowsShown(below) > rowsShown(beside) ? below : beside;
-    return mapScale(below.map, dpi) > mapScale(beside.map, dpi) ? below : beside;
+    const double besideScale = mapScale(beside.map, dpi);
+    const double belowScale = mapScale(below.map, dpi);
+    // A legend without gaps is worth more than a larger map, as long as the map does not shrivel.
+    const int gain = rowsShown(below) - rowsShown(beside);
+    if (gain > 0 && belowScale > besideScale * kLeastShare)
+        return below;
+    if (gain < 0 && besideScale > belowScale * kLeastShare)
+        return beside;
+    return belowScale > besideScale ? below : beside;
 }
 
 void MapPicture::paintMap(QPainter &painter, const QRectF &rect, double dpi) const

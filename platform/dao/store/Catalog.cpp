@@ -66,6 +66,12 @@ bool Catalog::refresh()
     return true;
 }
 
+void Catalog::rolledBack()
+{
+    if (!refresh())
+        installEngineRules(m_connection, m_contents);
+}
+
 void Catalog::clear()
 {
     m_contents = {};

@@ -22,6 +22,8 @@ public:
     void load();
     /// Reloads when another connection, or a roll back, has changed the schema. True when it did.
     bool refresh();
+    /// After a roll back: what it took away of the schema, and of the temporary triggers, is brought back into step.
+    void rolledBack();
     void clear();
     /// Moves on with every load; what was compiled against an older one must be compiled again.
     quint64 generation() const { return m_generation; }

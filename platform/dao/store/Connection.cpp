@@ -138,6 +138,7 @@ void Connection::setUp()
     functions::registerAll(m_db);
     sqlite3_create_function_v2(m_db, cancelFunction, 0, SQLITE_UTF8, this, &ConnectionCallbacks::cancelled, nullptr,
                                nullptr, nullptr);
+    setProgress(m_progress);
     run(u"PRAGMA cache_size = -"_s + QString::number(cacheKibibytes));
     run(u"PRAGMA foreign_keys = ON"_s);
     run(u"PRAGMA recursive_triggers = ON"_s);

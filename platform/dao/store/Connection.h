@@ -3,7 +3,9 @@
 
 #include <dao/values/Progress.h>
 #include <dao/values/Schema.h>
+#include <dao/values/Value.h>
 
+#include <functional>
 #include <QElapsedTimer>
 #include <QObject>
 #include <vector>
@@ -65,6 +67,11 @@ public:
     QString setSource(const QString &source);
     QString source() const { return m_source; }
     void setOpening(bool opening) { m_opening = opening; }
+
+    /// A function of the inner engine that is answered here. It may run statements on this connection. Errors it throws
+    /// become those of the statement that called it.
+    using Function = std::function<Value(const QList<Value> &)>;
+    void addFunction(const QByteArray &name, const Function &body);
 
     void setProgress(Progress *progress);
     Progress *progress() const { return m_progress; }

@@ -393,6 +393,15 @@ void SchemaEditor::deleteField(QStringView tableName, QStringView fieldName)
     m_catalog.change([&] { replaceTable(before, after); });
 }
 
+void SchemaEditor::addRule(QStringView tableName, const QString &rule)
+{
+    const StoredTable before = stored(tableName);
+    StoredTable after = before;
+    QString &all = after.info.validationRule;
+    all = all.isEmpty() ? rule : QString(u'(' + all + u") And ("_s + rule + u')');
+    m_catalog.change([&] { replaceTable(before, after); });
+}
+
 void SchemaEditor::createIndex(QStringView tableName, const IndexInfo &given)
 {
     const StoredTable before = stored(tableName);

@@ -27,6 +27,8 @@ public:
     /// Another type, size or rule for a field of that name; its values are converted.
     void alterField(QStringView table, const FieldInfo &field);
     void deleteField(QStringView table, QStringView field);
+    /// One more condition that every row must meet.
+    void addRule(QStringView table, const QString &rule);
     void createIndex(QStringView table, const IndexInfo &index);
     void deleteIndex(QStringView table, QStringView index);
     void createRelation(const RelationInfo &relation);

@@ -43,7 +43,7 @@ Statement &Statement::operator=(Statement &&other) noexcept
     m_connection = other.m_connection;
     m_statement = std::exchange(other.m_statement, nullptr);
     m_readOnly = other.m_readOnly;
-    m_running = std::exchange(other.m_running, false);
+    m_onRow = std::exchange(other.m_onRow, false);
     if (m_statement) {
         m_connection->release(&other);
         m_connection->adopt(this);
@@ -87,6 +87,12 @@ int Statement::columnCount() const
 {
     requireOpen();
     return sqlite3_column_count(m_statement);
+}
+
+QString Statement::columnName(int column) const
+{
+    requireOpen();
+    return QString::fromUtf8(sqlite3_column_name(m_statement, column));
 }
 
 void Statement::bindNull(int parameter)
@@ -147,10 +153,10 @@ bool Statement::step()
     m_connection->beforeStep(*this);
     const int result = sqlite3_step(m_statement);
     if (result == SQLITE_ROW) {
-        m_running = true;
+        m_onRow = true;
         return true;
     }
-    m_running = false;
+    m_onRow = false;
     if (result == SQLITE_DONE)
         return false;
     m_connection->afterFailure();
@@ -166,7 +172,7 @@ void Statement::reset()
 {
     if (!m_statement)
         return;
-    m_running = false;
+    m_onRow = false;
     sqlite3_reset(m_statement);
 }
 
@@ -202,6 +208,21 @@ QByteArray Statement::bytes(int column) const
 {
     const auto *data = static_cast<const char *>(sqlite3_column_blob(m_statement, column));
     return QByteArray(data, sqlite3_column_bytes(m_statement, column));
+}
+
+qint64 copyRows(Statement &from, Connection &to, const QString &table, const QStringList &places)
+{
+    const int columns = from.columnCount();
+    const QStringList terms = places.isEmpty() ? QStringList(columns, QStringLiteral("?")) : places;
+    Statement insert(to, u"INSERT INTO " + table + u" VALUES (" + terms.join(u", ") + u')');
+    qint64 rows = 0;
+    for (bool onRow = from.isOnRow() || from.step(); onRow; onRow = from.step()) {
+        for (int i = 0; i < columns; ++i)
+            insert.bindColumn(i + 1, from, i);
+        insert.run();
+        ++rows;
+    }
+    return rows;
 }
 
 } // namespace dao::store

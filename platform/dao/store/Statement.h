@@ -1,6 +1,7 @@
 #pragma once
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 struct sqlite3_stmt;
 
@@ -27,8 +28,10 @@ public:
 
     bool isValid() const { return m_statement != nullptr; }
     bool isReadOnly() const { return m_readOnly; }
+    bool isOnRow() const { return m_onRow; }
     int parameterCount() const;
     int columnCount() const;
+    QString columnName(int column) const;
 
     void bindNull(int parameter);
     void bind(int parameter, qint64 value);
@@ -64,7 +67,12 @@ private:
     Connection *m_connection = nullptr;
     sqlite3_stmt *m_statement = nullptr;
     bool m_readOnly = true;
-    bool m_running = false;
+    bool m_onRow = false;
 };
+
+/// Adds the rows that a statement is to give, or still has to give when it stands on one, to a table of as many
+/// columns, each value as it is stored. The table's name is quoted; places, when given, are the terms of VALUES.
+/// Returns how many.
+qint64 copyRows(Statement &from, Connection &to, const QString &table, const QStringList &places = {});
 
 } // namespace dao::store

@@ -181,7 +181,20 @@ QString createTableSql(const StoredTable &table, const QString &physicalName)
     QStringList columns;
     for (const FieldInfo &field : table.info.fields)
         columns.append(u"  "_s + columnSql(table, field));
+    const QString rule = tableRuleCondition(table.info);
+    if (!rule.isEmpty())
+        columns.append(u"  CONSTRAINT "_s + sql::quotedName(constraint::name(constraint::rule, table.info.name, {})) + u" CHECK ("_s +
+                       rule + u')');
     return u"CREATE TABLE "_s + sql::quotedName(physicalName) + u" (\n"_s + columns.join(u",\n"_s) + u"\n)"_s;
+}
+
+QString tableRuleCondition(const TableInfo &table)
+{
+    if (table.validationRule.trimmed().isEmpty())
+        return {};
+    if (const auto rule = sql::tableRuleAsCheck(table.validationRule, table))
+        return *rule;
+    throw engineError(error::TooComplexExpression, u"DAO.TableDefs"_s);
 }
 
 QString indexNameInFile(const QString &table, const QString &index)

@@ -29,6 +29,10 @@ QString columnSql(const StoredTable &table, const FieldInfo &field);
 /// physicalName: the name under which the table is made; its constraints always carry the table's own.
 QString createTableSql(const StoredTable &table, const QString &physicalName);
 
+/// The condition of the table's own validation rule; empty without one. Error 3071 for a rule that the file cannot
+/// hold.
+QString tableRuleCondition(const TableInfo &table);
+
 /// The index's name in the file, where names of indexes are of one space.
 QString indexNameInFile(const QString &table, const QString &index);
 /// False for a unique index on the autonumber alone, which is the row key itself.

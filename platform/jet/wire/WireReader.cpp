@@ -1,7 +1,7 @@
 #include "WireReader.h"
 
-#include <QtEndian>
 #include <bit>
+#include <QtEndian>
 
 namespace jet::wire {
 
@@ -35,6 +35,8 @@ bool WireReader::flag()
 QString WireReader::text()
 {
     const quint32 units = u32();
+    if (units == 0)
+        return QLatin1String("");
     const std::span<const uchar> bytes = take(size_t(units) * 2);
     QString text(qsizetype(units), Qt::Uninitialized);
     qFromLittleEndian<quint16>(bytes.data(), qsizetype(units), text.data());

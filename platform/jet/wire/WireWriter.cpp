@@ -7,6 +7,8 @@ namespace jet::wire {
 void WireWriter::text(QStringView value)
 {
     u32(quint32(value.size()));
+    if (value.isEmpty())
+        return;
     const qsizetype at = m_bytes.size();
     m_bytes.resize(at + value.size() * 2);
     qToLittleEndian<quint16>(value.utf16(), value.size(), m_bytes.data() + at);

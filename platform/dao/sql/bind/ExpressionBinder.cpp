@@ -136,6 +136,20 @@ ExprPtr ExpressionBinder::typed(ExprPtr expr, DataType type)
     return m_context.make(expr->range, type, ParameterRef{id});
 }
 
+// Where nothing tells the type of a parameter, it is what other uses say, else a text; this use itself says nothing.
+ExprPtr ExpressionBinder::settled(ExprPtr expr)
+{
+    if (!isOpenParameter(*expr))
+        return expr;
+    const DataType known = contextType(*expr);
+    return m_context.make(expr->range, known == DataType::Unknown ? DataType::Text : known, *expr->as<ParameterRef>());
+}
+
+DataType ExpressionBinder::contextType(const Expr &expr) const
+{
+    return isOpenParameter(expr) ? m_context.parameterAt(expr.as<ParameterRef>()->id).type : expr.type;
+}
+
 ExprPtr ExpressionBinder::asText(ExprPtr expr)
 {
     expr = typed(std::move(expr), DataType::Text);
@@ -283,8 +297,8 @@ ExprPtr ExpressionBinder::bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr righ
 
 ExprPtr ExpressionBinder::bindAdd(ExprPtr left, ExprPtr right, Range range)
 {
-    left = typed(std::move(left), right->type);
-    right = typed(std::move(right), left->type);
+    left = typed(std::move(left), contextType(*right));
+    right = typed(std::move(right), contextType(*left));
     left = settled(std::move(left));
     right = settled(std::move(right));
     const auto isNull = [](const ExprPtr &e) { return e->as<Literal>() && e->type == DataType::Unknown; };
@@ -324,15 +338,50 @@ ExprPtr ExpressionBinder::bindNode(const ast::Chain &node, const ast::Expr &expr
     chain.terms.reserve(node.terms.size());
     for (const ast::ExprPtr &term : node.terms)
         chain.terms.push_back(bindCondition(*term));
+    if (!node.isAnd)
+        gatherEqualities(chain);
+    if (chain.terms.size() == 1)
+        return chain.terms.front();
     return m_context.make(expr.range, DataType::Boolean, std::move(chain));
+}
+
+// x = 1 Or x = 2 Or ... is x In (1, 2, ...): for lists of thousands the inner engine finds its way only in this form.
+void ExpressionBinder::gatherEqualities(Chain &chain)
+{
+    constexpr size_t Worthwhile = 16;
+    if (chain.terms.size() < Worthwhile)
+        return;
+    QHash<std::pair<const Source *, int>, size_t> places;
+    std::vector<ExprPtr> terms;
+    std::vector<InList> lists;
+    for (ExprPtr &term : chain.terms) {
+        const Compare *compare = term->as<Compare>();
+        const FieldRef *field = compare && compare->op == BinaryOp::Equal ? compare->left->as<FieldRef>() : nullptr;
+        if (!field || !compare->right->as<Literal>()) {
+            terms.push_back(std::move(term));
+            continue;
+        }
+        const std::pair key{field->source, field->field};
+        if (!places.contains(key)) {
+            places.insert(key, lists.size());
+            lists.push_back({compare->left, {}, false});
+        }
+        lists[places[key]].items.push_back(compare->right);
+    }
+    for (InList &list : lists) {
+        const Range range = list.operand->range;
+        terms.push_back(m_context.make(range, DataType::Boolean, std::move(list)));
+    }
+    chain.terms = std::move(terms);
 }
 
 // Both sides become comparable. Columns and literals of different kinds are a mismatch; what is computed is converted
 // by its content.
 void ExpressionBinder::reconcile(ExprPtr &left, ExprPtr &right, Range range)
 {
-    left = settled(typed(std::move(left), right->type));
-    right = settled(typed(std::move(right), left->type));
+    left = typed(std::move(left), contextType(*right));
+    right = settled(typed(std::move(right), contextType(*left)));
+    left = settled(typed(std::move(left), contextType(*right)));
     convertTo(left, right, range);
     convertTo(right, left, range);
 }
@@ -366,8 +415,8 @@ ExprPtr ExpressionBinder::bindNode(const ast::Between &node, const ast::Expr &ex
     ExprPtr operand = bindAny(*node.operand);
     ExprPtr low = bindAny(*node.low);
     ExprPtr high = bindAny(*node.high);
-    operand = typed(std::move(operand), low->type);
-    operand = settled(typed(std::move(operand), high->type));
+    operand = typed(std::move(operand), contextType(*low));
+    operand = settled(typed(std::move(operand), contextType(*high)));
     reconcile(operand, low, expr.range);
     reconcile(operand, high, expr.range);
     return m_context.make(expr.range, DataType::Boolean,

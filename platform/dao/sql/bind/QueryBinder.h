@@ -67,6 +67,7 @@ private:
     std::shared_ptr<From> addQuery(std::shared_ptr<Query> query, const QString &name, Range range, bool nullable);
     std::shared_ptr<From> meltQuery(const Query &query, ScopeSource &source, bool nullable);
     std::shared_ptr<Query> bindStoredQuery(const QueryInfo &info, Range range);
+    std::shared_ptr<Query> bindStoredTransform(const ast::Transform &node);
     void addToScope(ScopeSource source, Range range);
     void bindPendingJoins();
 

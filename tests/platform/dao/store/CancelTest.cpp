@@ -87,7 +87,12 @@ TEST_F(CancelTest, WithinATransactionOnlyTheStatementIsUndone)
     EXPECT_EQ(errorOf([&] { database.execute(longUpdate); }), u"cancelled"_s);
     Recordset set(database);
     EXPECT_EQ(errorOf([&] { set.open(Recordset::Type::Snapshot, longSelect); }), u"cancelled"_s);
-    EXPECT_EQ(errorOf([&] { database.execute(longSelect.mid(0).replace(u"SELECT a.x"_s, u"SELECT a.x INTO copy"_s)); }),
+    EXPECT_EQ(
+        errorOf([&] { database.execute(QString(longSelect).replace(u"SELECT a.x"_s, u"SELECT a.x INTO copy"_s)); }),
+        u"cancelled"_s);
+    EXPECT_EQ(errorOf([&] {
+                  database.execute(u"UPDATE n INNER JOIN n AS m ON n.x < m.x SET n.x = m.x WHERE n.x + m.x = -1"_s);
+              }),
               u"cancelled"_s);
     database.setProgress(nullptr);
     EXPECT_FALSE(database.hasTable(u"copy"));

@@ -80,6 +80,38 @@ TEST_F(ConstraintsTest, ARuleThatNeedsTheEngineIsEnforcedByIt)
     database.deleteTable(u"v");
 }
 
+TEST_F(ConstraintsTest, ARollBackDoesNotSwitchThoseRulesOff)
+{
+    const auto refused = [&] { return numberOf([&] { append(u"v"_s, {{u"day"_s, Value::fromDate(2000000)}}); }); };
+    Workspace otherWorkspace;
+    Database other(otherWorkspace);
+    other.open(path());
+    other.createTable(table(u"v"_s, {field(u"day"_s, DataType::Date, 0, "", u"<= Date() + 1"_s)}));
+    workspace.beginTrans();
+    EXPECT_EQ(refused(), 3317);
+    workspace.rollback();
+    EXPECT_EQ(refused(), 3317);
+}
+
+TEST_F(ConstraintsTest, ARuleOfTheTableSpansItsFields)
+{
+    TableInfo info = table(u"r"_s, {field(u"low"_s, DataType::Integer), field(u"high"_s, DataType::Integer)});
+    info.validationRule = u"low <= high"_s;
+    database.createTable(info);
+    append(u"r"_s, {{u"low"_s, number(1)}, {u"high"_s, number(1)}});
+    EXPECT_EQ(errorOf([&] {
+                  append(u"r"_s, {{u"low"_s, number(2)}, {u"high"_s, number(1)}});
+              }),
+              u"3317 DAO.Recordset: One or more values are prohibited by the validation rule 'low <= high' set for "
+              u"'r'.  Enter a "
+              "value that the expression for this field can accept."_s);
+    EXPECT_NE(raw(u"UPDATE r SET low = 5"_s), QString());
+    EXPECT_EQ(numberOf([&] { database.execute(u"ALTER TABLE r ADD CONSTRAINT c CHECK (high > 1)"_s); }), 3317);
+    database.execute(u"ALTER TABLE r ADD CONSTRAINT c CHECK (high < 10)"_s);
+    EXPECT_NE(raw(u"UPDATE r SET high = 10"_s), QString());
+    EXPECT_NE(raw(u"UPDATE r SET low = 5"_s), QString());
+}
+
 TEST_F(ConstraintsTest, UniqueIndexesCompareWithoutCaseAndAdmitNulls)
 {
     const QString duplicate =
@@ -124,6 +156,15 @@ TEST_F(ConstraintsTest, OmittedFieldsGetTheirDefaults)
               }),
               3314)
         << "a Null that is given is not replaced";
+}
+
+TEST_F(ConstraintsTest, ADefaultThatIsComputedIsComputedForEachRow)
+{
+    database.createTable(
+        table(u"d"_s, {field(u"day"_s, DataType::Date, 0, "R", {}, u"=Date()"_s), field(u"x"_s, DataType::Long)}));
+    append(u"d"_s, {{u"x"_s, number(1)}});
+    database.execute(u"INSERT INTO d (x) VALUES (2)"_s);
+    EXPECT_EQ(rows(u"SELECT x FROM d WHERE day = Date()"_s), u"1 2"_s);
 }
 
 TEST_F(ConstraintsTest, AutonumbersAreNotUsedAgainAndFollowGivenOnes)

@@ -1,5 +1,7 @@
 #include "Fixture.h"
 
+#include <dao/DatabaseImpl.h>
+
 using namespace Qt::StringLiterals;
 using namespace dao;
 using build::field;
@@ -132,6 +134,30 @@ TEST_F(ExecuteTest, StoredQueriesRunByName)
     set.setValue(0, text(u"via"_s));
     set.update();
     EXPECT_EQ(rawRows(u"SELECT name FROM t WHERE x = 4"_s), u"via"_s);
+}
+
+TEST_F(ExecuteTest, DomainFunctionsLookIntoOtherTables)
+{
+    EXPECT_EQ(rows(u"SELECT DLookup('name', 't', 'x = ' & (x + 1)) AS following FROM t WHERE x < 3"_s), u"n2 n3"_s);
+    EXPECT_EQ(rows(u"SELECT DCount('*', 't', 'x > ' & x) AS above FROM t WHERE x > 3"_s), u"1 0"_s);
+    EXPECT_EQ(numberOf([&] { rows(u"SELECT DLookup('name', 'no' & name) AS v FROM t"_s); }), 3078);
+}
+
+TEST_F(ExecuteTest, SeededStatisticsGuideThePlanner)
+{
+    const auto plan = [&] {
+        store::Statement explain(database.impl().connection,
+                                 u"EXPLAIN QUERY PLAN SELECT * FROM g WHERE a = 1 AND b = 2"_s);
+        return explain.step() ? explain.text(3) : QString();
+    };
+    database.createTable(table(u"g"_s, {field(u"a"_s, DataType::Long), field(u"b"_s, DataType::Long)},
+                               {index(u"a"_s, {u"a"_s}), index(u"b"_s, {u"b"_s})}));
+    database.seedStatistics(u"g"_s, 1'000'000, {{u"a"_s, {500'000}}, {u"b"_s, {5}}});
+    EXPECT_TRUE(plan().contains(u"g.b"_s)) << plan().toStdString();
+    database.seedStatistics(u"g"_s, 1'000'000, {{u"a"_s, {5}}, {u"b"_s, {500'000}}});
+    EXPECT_TRUE(plan().contains(u"g.a"_s)) << plan().toStdString();
+    database.analyze(u"g"_s);
+    EXPECT_EQ(numberOf([&] { database.seedStatistics(u"g"_s, 1, {{u"c"_s, {1}}}); }), 3265);
 }
 
 TEST_F(ExecuteTest, ADefinitionIsCompiledAgainWhenTheSchemaChanges)

@@ -1,0 +1,50 @@
+#include "DomainFunctions.h"
+
+#include "DatabaseImpl.h"
+
+#include <dao/sql/Compiler.h>
+#include <dao/store/ErrorTranslation.h>
+#include <dao/store/ValueBinding.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+
+namespace {
+
+const QString source = u"DAO.Database"_s;
+
+QString literal(const Value &value)
+{
+    QString text = convertValue(value, DataType::Text).text();
+    text.replace(u'"', u"\"\""_s);
+    return u'"' + text + u'"';
+}
+
+// name, expression, domain and, where there is one, criteria: with literal texts the call is compiled into a subquery.
+Value lookUp(DatabaseImpl &db, const QList<Value> &arguments)
+{
+    if (arguments.size() < 3)
+        throw store::engineError(error::InvalidProcedureCall, source);
+    QStringList texts;
+    for (const Value &value : arguments.mid(1)) {
+        if (!value.hasNoValue())
+            texts.append(literal(value));
+    }
+    const sql::CompiledStatement statement =
+        sql::compile(db.catalog, u"SELECT "_s + arguments[0].text() + u'(' + texts.join(u", "_s) + u") AS found"_s);
+    if (!statement.parameters.isEmpty())
+        throw store::engineError(error::TooFewParameters, source, {QString::number(statement.parameters.size())});
+    const auto &plan = std::get<sql::SelectPlan>(statement.plan);
+    store::Statement rows(db.connection, plan.fullSql, store::Access::User);
+    return rows.step() ? store::columnValue(rows, 0, DataType::Unknown) : Value::null();
+}
+
+} // namespace
+
+void registerDomainFunctions(DatabaseImpl &db)
+{
+    db.connection.addFunction("jet_domain", [&db](const QList<Value> &arguments) { return lookUp(db, arguments); });
+}
+
+} // namespace dao

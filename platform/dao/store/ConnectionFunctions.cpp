@@ -1,0 +1,87 @@
+#include "Connection.h"
+#include "ErrorTranslation.h"
+
+#include <sqlite3.h>
+
+namespace dao::store {
+
+namespace {
+
+Value argumentOf(sqlite3_value *value)
+{
+    switch (sqlite3_value_type(value)) {
+    case SQLITE_INTEGER:
+        return Value::fromDouble(double(sqlite3_value_int64(value)));
+    case SQLITE_FLOAT:
+        return Value::fromDouble(sqlite3_value_double(value));
+    case SQLITE_TEXT: {
+        const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(value));
+        return Value::fromText(QString::fromUtf8(text, sqlite3_value_bytes(value)));
+    }
+    default:
+        return Value::null();
+    }
+}
+
+void giveText(sqlite3_context *context, const QString &text)
+{
+    const QByteArray utf8 = text.toUtf8();
+    sqlite3_result_text64(context, utf8.constData(), sqlite3_uint64(utf8.size()), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+void give(sqlite3_context *context, const Value &value)
+{
+    switch (value.type()) {
+    case Value::Type::Short:
+    case Value::Type::Long:
+    case Value::Type::Byte:
+    case Value::Type::Boolean:
+        sqlite3_result_int64(context, value.integer());
+        return;
+    case Value::Type::Float:
+    case Value::Type::Double:
+    case Value::Type::Currency:
+    case Value::Type::Date:
+        sqlite3_result_double(context, value.real());
+        return;
+    case Value::Type::Text:
+        giveText(context, value.text());
+        return;
+    default:
+        sqlite3_result_null(context);
+    }
+}
+
+void callFunction(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    // Nothing may be thrown through the inner engine.
+    try {
+        const auto &body = *static_cast<const Connection::Function *>(sqlite3_user_data(context));
+        QList<Value> arguments;
+        for (int i = 0; i < count; ++i)
+            arguments.append(argumentOf(values[i]));
+        give(context, body(arguments));
+    } catch (const DaoException &e) {
+        const QByteArray text = raiseText(e.number(), e.description()).toUtf8();
+        sqlite3_result_error(context, text.constData(), int(text.size()));
+    } catch (const DaoCancelled &) {
+        sqlite3_result_error_code(context, SQLITE_INTERRUPT);
+    } catch (const std::exception &) {
+        sqlite3_result_error_nomem(context);
+    }
+}
+
+void forget(void *body)
+{
+    delete static_cast<Connection::Function *>(body);
+}
+
+} // namespace
+
+void Connection::addFunction(const QByteArray &name, const Function &body)
+{
+    sqlite3_create_function_v2(m_db, name.constData(), -1, SQLITE_UTF8, new Function(body), &callFunction, nullptr,
+                               nullptr, &forget);
+}
+
+} // namespace dao::store

@@ -1,0 +1,257 @@
+#include "SampleSteamGen.h"
+
+#include <brannock/gui/MapCache.h>
+#include <brannock/gui/MapPainter.h>
+#include <cmath>
+#include <gmock/gmock.h>
+#include <QMarginsF>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace brannock;
+using testing::ElementsAre;
+
+const QColor kBackground(10, 20, 30);
+
+MapView viewOf(const MapScene &scene, const QSize &size)
+{
+    MapView view;
+    view.size = size;
+    view.fit(scene.bounds(), {4, 4, 4, 4});
+    return view;
+}
+
+QImage paint(const MapScene &scene, const MapView &view)
+{
+    QImage image(view.size.toSize(), QImage::Format_RGB32);
+    image.fill(Qt::magenta);
+    MapPainter().paint(image, scene, view, image.rect(), kBackground);
+    return image;
+}
+
+/// The pixel that holds the point.
+QPoint pixelOf(const QPointF &point)
+{
+    return QPoint(int(std::floor(point.x())), int(std::floor(point.y())));
+}
+
+/// The worst difference of a colour channel between two pictures, and how many pixels differ at all.
+struct Difference
+{
+    int worst = 0;
+    qsizetype pixels = 0;
+};
+
+Difference compare(const QImage &a, const QImage &b)
+{
+    Difference difference;
+    for (int y = 0; y < std::min(a.height(), b.height()); ++y) {
+        for (int x = 0; x < std::min(a.width(), b.width()); ++x) {
+            const QRgb p = a.pixel(x, y);
+            const QRgb q = b.pixel(x, y);
+            const int worst =
+                std::max({std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)), std::abs(qBlue(p) - qBlue(q))});
+            difference.worst = std::max(difference.worst, worst);
+            difference.pixels += worst > 0;
+        }
+    }
+    return difference;
+}
+
+/// On the disc beside the symbol's ink: below the middle by two thirds of the radius.
+QColor discColour(const QImage &image, const MapScene &scene, const MapView &view, int tube)
+{
+    const double aside = scene.radius() * view.scale * 0.72;
+    return image.pixelColor(pixelOf(MapPainter::pixelPosition(scene, view, tube) + QPointF(0, aside)));
+}
+
+/// In the gap between the tube and its right neighbour.
+QColor rimColour(const QImage &image, const MapScene &scene, const MapView &view, int tube)
+{
+    const double aside = scene.pitch() * view.scale * 0.5;
+    return image.pixelColor(pixelOf(MapPainter::pixelPosition(scene, view, tube) + QPointF(aside, 0)));
+}
+
+TEST(MapPainter, discsHaveTheirColoursWhereverTheyStand)
+{
+    ellery::SteamGen steamGen = sample::block(8, 10);
+    const int marked = steamGen.findTube(2, 3, 0);
+    const int dark = steamGen.findTube(7, 9, 0);
+    steamGen.setSymbol(marked, u'A', 0x3C78F0);
+    steamGen.setSymbol(dark, u'\u25CF', 0x800000);
+    steamGen.setSelected(steamGen.findTube(4, 4, 0), true);
+    const MapScene scene(steamGen);
+    for (const int x : {1, -1}) {
+        for (const int y : {1, -1}) {
+            MapView view = viewOf(scene, QSize(420, 360));
+            view.xOrientation = x;
+            view.yOrientation = y;
+            const QImage image = paint(scene, view);
+            EXPECT_EQ(discColour(image, scene, view, marked), QColor(0xF0, 0x78, 0x3C));
+            EXPECT_EQ(discColour(image, scene, view, dark), QColor(0, 0, 0x80));
+            EXPECT_EQ(image.pixelColor(pixelOf(MapPainter::pixelPosition(scene, view, dark))), QColor(Qt::white));
+            // An open tube is light, the sheet between has the map's colour, the corner the surroundings'.
+            EXPECT_GT(discColour(image, scene, view, steamGen.findTube(0, 0, 0)).lightness(), 230);
+            EXPECT_EQ(rimColour(image, scene, view, marked), QColor(0xFD, 0xFF, 0xD0));
+            EXPECT_EQ(rimColour(image, scene, view, steamGen.findTube(4, 4, 0)), QColor(0, 255, 0));
+            EXPECT_EQ(image.pixelColor(1, 1), kBackground);
+        }
+    }
+}
+
+TEST(MapPainter, everySizeFromDotsToBigDiscsIsPainted)
+{
+    ellery::SteamGen steamGen = sample::block(6, 6);
+    const int tube = steamGen.findTube(3, 3, 0);
+    steamGen.setSymbol(tube, u'(', 0x2040C0);
+    const MapScene scene(steamGen);
+    for (const double pitch : {1.5, 2.0, 3.3, 4.7, 6.0, 9.1, 24.0, 90.0, 300.0}) {
+        MapView view = viewOf(scene, QSize(400, 400));
+        view.scale = pitch / scene.pitch();
+        view.centre = scene.position(tube);
+        const QImage image = paint(scene, view);
+        const QPoint middle = pixelOf(MapPainter::pixelPosition(scene, view, tube));
+        QColor found;
+        // Beside the bracket's ink; the nearest pixel of a dot.
+        for (int aside = 0; aside <= int(pitch / 3) && found != QColor(0xC0, 0x40, 0x20); ++aside)
+            found = image.pixelColor(middle - QPoint(aside, 0));
+        EXPECT_EQ(found, QColor(0xC0, 0x40, 0x20)) << pitch;
+    }
+}
+
+TEST(MapPainter, tellsWhatItPaints)
+{
+    ellery::SteamGen steamGen = sample::block(2, 3);
+    steamGen.stayRods.append({2, 1, 0});
+    steamGen.setSymbol(1, u'Q', 0x0000FF);
+    steamGen.setSelected(1, true);
+    MapScene scene(steamGen);
+    scene.watermark = u"DRAFT"_s;
+    MapView view;
+    view.size = QSizeF(200, 100);
+    view.centre = QPointF(1, 0.5);
+    view.scale = 40;
+    EXPECT_THAT(MapPainter::describe(scene, view, QRectF(0, 0, 101, 100), true),
+                ElementsAre(u"sheet"_s, u"watermark \"DRAFT\""_s, u"tube 60.0,70.0 open"_s,
+                            u"tube 100.0,70.0 'Q' #ff0000 selected"_s, u"tube 60.0,30.0 open"_s,
+                            u"tube 100.0,30.0 open"_s));
+    view.scale = 5;
+    EXPECT_THAT(MapPainter::describe(scene, view, QRectF(QPointF(0, 0), view.size), false),
+                testing::Contains(u"tube 100.0,53.0 #ff0000 selected"_s)); // too small for symbols
+}
+
+TEST(MapPainter, leavesEverythingOutsideTheExposedRectangleAlone)
+{
+    ellery::SteamGen steamGen = sample::uBend();
+    sample::markLikeAPlan(steamGen);
+    const MapScene scene(steamGen);
+    for (const double zoom : {1.0, 4.0, 20.0}) {
+        MapView view = viewOf(scene, QSize(700, 400));
+        view.zoomAt({300, 200}, zoom);
+        const QImage whole = paint(scene, view);
+        QImage part(whole.size(), QImage::Format_RGB32);
+        part.fill(Qt::magenta);
+        const QRect exposed(211, 133, 57, 91);
+        MapPainter().paint(part, scene, view, exposed, kBackground);
+        EXPECT_EQ(part.copy(exposed), whole.copy(exposed)) << zoom;
+        QImage outside = part;
+        QPainter(&outside).fillRect(exposed, Qt::magenta);
+        QImage untouched(whole.size(), QImage::Format_RGB32);
+        untouched.fill(Qt::magenta);
+        EXPECT_EQ(outside, untouched) << zoom;
+    }
+}
+
+class MapCacheTest : public testing::Test
+{
+protected:
+    MapCacheTest()
+        : steamGen(sample::uBend(30, 60, true))
+    {
+        sample::markLikeAPlan(steamGen);
+        scene = MapScene(steamGen);
+        view = viewOf(scene, QSize(640, 400));
+        view.zoomAt({320, 200}, 2);
+        cache.update(scene, view, kBackground);
+    }
+
+    void expectAsPaintedAnew(const char *what)
+    {
+        cache.update(scene, view, kBackground);
+        EXPECT_EQ(cache.image().copy(), paint(scene, view)) << what;
+    }
+
+    ellery::SteamGen steamGen;
+    MapScene scene;
+    MapView view;
+    MapCache cache;
+};
+
+TEST_F(MapCacheTest, pannedPictureEqualsAFreshOne)
+{
+    int shifted = 0;
+    for (int step = 0; step < 60; ++step) {
+        view.panBy(step % 3 ? QPointF(-17, 5) : QPointF(9, -31));
+        const MapCache::Work work = cache.update(scene, view, kBackground);
+        EXPECT_NE(work, MapCache::Work::None);
+        shifted += work == MapCache::Work::Shifted;
+        const Difference difference = compare(cache.image(), paint(scene, view));
+        // Only the smoothed edge of the sheet may be rounded otherwise.
+        ASSERT_LE(difference.worst, 4) << step;
+        ASSERT_LE(difference.pixels, 100) << step;
+    }
+    EXPECT_GT(shifted, 50);
+    view.panBy({3000, 0});
+    expectAsPaintedAnew("far away");
+    view.panBy({-3000.4, 0.25});
+    expectAsPaintedAnew("parts of pixels");
+}
+
+TEST_F(MapCacheTest, patchesEqualAFreshPicture)
+{
+    const auto patched = [&] {
+        const MapScene::Change change = scene.update(steamGen);
+        const QRegion region = cache.patch(scene, change);
+        EXPECT_FALSE(region.isEmpty());
+        EXPECT_EQ(cache.update(scene, view, kBackground), MapCache::Work::None);
+        const Difference difference = compare(cache.image(), paint(scene, view));
+        // Painted in another order, halos may differ by a pixel where they meet a neighbour.
+        EXPECT_LE(difference.pixels, 12);
+        EXPECT_LE(difference.worst, 40);
+        return region;
+    };
+    const int middle = scene.grid().nearest(view.centre.x(), view.centre.y(), 10);
+    steamGen.setSymbol(middle, u'\u25B2', 0x112233);
+    EXPECT_LT(patched().boundingRect().width(), 60);
+    steamGen.setSelected(middle, !steamGen.isSelected(middle));
+    patched();
+    for (const qint32 tube : scene.grid().within(view.centre.x(), view.centre.y(), 8 * scene.pitch()))
+        steamGen.setSymbol(tube, 0, 0);
+    patched();
+}
+
+TEST_F(MapCacheTest, selectedTubesAreAddedInPlace)
+{
+    for (int i = 0; i < steamGen.numTube(); ++i)
+        steamGen.setSelected(i, true);
+    const MapScene::Change change = scene.update(steamGen);
+    ASSERT_TRUE(change.onlySelected);
+    cache.patch(scene, change);
+    ASSERT_EQ(cache.update(scene, view, kBackground), MapCache::Work::None);
+    // Painted in another order, halos may differ by a pixel where they meet.
+    EXPECT_LT(compare(cache.image(), paint(scene, view)).pixels, 640 * 400 / 200);
+}
+
+TEST_F(MapCacheTest, largeChangesWaitForTheNextPainting)
+{
+    steamGen.clearSymbols();
+    EXPECT_EQ(cache.patch(scene, scene.update(steamGen)).boundingRect(), QRect(0, 0, 640, 400));
+    expectAsPaintedAnew("all symbols gone");
+    scene = MapScene();
+    cache.invalidate();
+    expectAsPaintedAnew("no tubes at all");
+}
+
+} // namespace

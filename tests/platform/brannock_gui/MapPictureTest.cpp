@@ -1,0 +1,139 @@
+#include "SampleSteamGen.h"
+
+#include <brannock/gui/MapPicture.h>
+#include <gmock/gmock.h>
+#include <QBuffer>
+#include <QFile>
+#include <QImageReader>
+#include <QTemporaryDir>
+#include <tarnwick/Error.h>
+#include <tarnwick/FileWriter.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace brannock;
+using testing::ElementsAre;
+
+QList<LegendRow> legend(int count)
+{
+    QList<LegendRow> rows;
+    for (int i = 0; i < count; ++i)
+        rows.append({char16_t(u'A' + i % 26), 0x009FE6, u"RAND FILL"_s, u"Entry number %1 of the legend"_s.arg(i),
+                     i * 1000, i});
+    return rows;
+}
+
+PictureContent content(int entries)
+{
+    PictureContent content;
+    content.title = u"Site, SGA\nOutage 12"_s;
+    content.legend = legend(entries);
+    content.modelText = u"Model UB-51 (3,394 tubes)\n2,383 open tubes\n"_s;
+    content.footer = u"Palomine International Corp., ARVO Rev 1"_s;
+    return content;
+}
+
+TEST(MapPicture, nothingOverlapsOnAnyPage)
+{
+    const MapScene scene(sample::uBend());
+    for (const int entries : {0, 1, 8, 40, 200}) {
+        for (const QSizeF size : {QSizeF(11, 8.5), QSizeF(8.5, 11), QSizeF(17, 5), QSizeF(4, 9)}) {
+            const QRectF page(QPointF(0, 0), size * 100);
+            const MapPicture::Layout at = MapPicture(scene, content(entries)).layout(page, 100);
+            QList<QRectF> blocks;
+            for (const QRectF &rect : {at.title, at.map, at.legend, at.model, at.footer}) {
+                if (!rect.isEmpty())
+                    blocks.append(rect);
+            }
+            EXPECT_EQ(blocks.size(), entries > 0 ? 5 : 4);
+            for (qsizetype i = 0; i < blocks.size(); ++i) {
+                EXPECT_TRUE(page.adjusted(49, 49, -49, -49).contains(blocks[i]))
+                    << entries << " entries, block " << i << " on " << size.width() << 'x' << size.height();
+                for (qsizetype k = 0; k < i; ++k)
+                    EXPECT_FALSE(blocks[i].adjusted(0.5, 0.5, -0.5, -0.5).intersects(blocks[k]))
+                        << entries << ' ' << i << ' ' << k;
+            }
+            EXPECT_GT(at.map.width() * at.map.height(), page.width() * page.height() * 0.1);
+        }
+    }
+}
+
+TEST(LegendTable, elidesLongTextsAndCountsWhatDoesNotFit)
+{
+    QList<LegendRow> rows = legend(6);
+    rows[1].description = u"A description that goes on and on until nobody reads it any more"_s;
+    rows[2].shown = false;
+    const LegendTable table(rows, 12);
+    EXPECT_TRUE(table.texts(table.fullWidth(), table.fullHeight())[1].contains(u"any more|1,000|1"_s));
+    const double width = (table.leastWidth() + table.fullWidth()) / 2;
+    const QStringList lines = table.texts(width, table.fullHeight());
+    ASSERT_EQ(lines.size(), 6);
+    EXPECT_TRUE(lines[1].contains(u"…|1,000|1"_s));
+    EXPECT_TRUE(lines[2].contains(u"(hidden)|2,000|2"_s));
+    EXPECT_THAT(table.texts(width, table.rowHeight() * 4.5).mid(2), ElementsAre(u"... and 4 more"_s));
+}
+
+TEST(MapPicture, showsTubesAndLegendInTheirColours)
+{
+    ellery::SteamGen steamGen = sample::block(6, 6);
+    for (int i = 0; i < steamGen.numTube(); ++i)
+        steamGen.setSymbol(i, u'-', 0x20C040);
+    const MapScene scene(steamGen);
+    PictureContent what = content(1);
+    what.legend[0].colour = 0x4000F0;
+    const QImage image = MapPicture(scene, what).toImage(QSizeF(11, 8.5), 96);
+    ASSERT_EQ(image.size(), QSize(1056, 816));
+    const MapPicture::Layout at = MapPicture(scene, what).layout(image.rect(), 96);
+    const auto count = [&](const QRectF &rect, const QColor &colour) {
+        int found = 0;
+        for (int y = int(rect.top()); y < int(rect.bottom()); ++y) {
+            for (int x = int(rect.left()); x < int(rect.right()); ++x)
+                found += image.pixelColor(x, y) == colour;
+        }
+        return found;
+    };
+    EXPECT_GT(count(at.map, QColor(0x40, 0xC0, 0x20)), 36 * 200);
+    EXPECT_GT(count(at.legend, QColor(0xF0, 0, 0x40)), 20);
+    EXPECT_EQ(count(at.legend, QColor(0x40, 0xC0, 0x20)), 0);
+    EXPECT_EQ(image.pixelColor(2, 2), QColor(Qt::white));
+}
+
+TEST(MapPicture, modelLineCountsInGroups)
+{
+    ellery::SteamGen steamGen = sample::uBend();
+    steamGen.setSymbol(0, u'A', 1);
+    EXPECT_EQ(modelText(steamGen), u"Model UB-51 (3,394 tubes)\n3,393 open tubes\n"_s);
+}
+
+TEST(MapPicture, writesEveryFormAndLeavesOldFilesOnFailure)
+{
+    const QTemporaryDir folder;
+    const MapPicture picture(MapScene(sample::block(4, 4)), content(2));
+    const auto bytes = [&](const QString &name) {
+        picture.save(folder.filePath(name), QSizeF(5, 4), 80);
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    };
+    for (const QString &name : {u"a.png"_s, u"b.BMP"_s}) {
+        bytes(name);
+        EXPECT_EQ(QImageReader(folder.filePath(name)).size(), QSize(400, 320)) << qPrintable(name);
+    }
+    const QByteArray pdf = bytes(u"c.pdf"_s);
+    EXPECT_TRUE(pdf.startsWith("%PDF"));
+    EXPECT_TRUE(pdf.contains("/MediaBox [0 0 360 288]") || pdf.contains("/MediaBox [0 0 360.000000 288.000000]"))
+        << pdf.mid(pdf.indexOf("/MediaBox"), 60).constData();
+    const QByteArray svg = bytes(u"d.svg"_s);
+    EXPECT_TRUE(svg.contains("DESCRIPTION") && svg.contains("<circle"));
+
+    EXPECT_THROW(picture.save(folder.filePath(u"e.gif"_s)), tarnwick::FileError);
+    EXPECT_THROW(picture.save(folder.filePath(u"a.png"_s), QSizeF(9000, 9000), 600), tarnwick::FileError);
+    tarnwick::failWritesAfter(10);
+    EXPECT_THROW(picture.save(folder.filePath(u"a.png"_s)), tarnwick::FileError);
+    tarnwick::failWritesAfter(-1);
+    EXPECT_EQ(QImageReader(folder.filePath(u"a.png"_s)).size(), QSize(400, 320));
+}
+
+} // namespace

@@ -1,0 +1,91 @@
+#include <brannock/gui/MapView.h>
+#include <brannock/gui/ViewHistory.h>
+#include <gtest/gtest.h>
+#include <QMarginsF>
+
+namespace {
+
+using namespace brannock;
+
+MapView view(int xOrientation, int yOrientation)
+{
+    MapView view;
+    view.size = QSizeF(400, 300);
+    view.centre = QPointF(7, -3);
+    view.scale = 12.5;
+    view.xOrientation = xOrientation;
+    view.yOrientation = yOrientation;
+    return view;
+}
+
+bool close(const QPointF &a, const QPointF &b)
+{
+    return (a - b).manhattanLength() < 1e-9;
+}
+
+TEST(MapView, leadsThereAndBackInEveryOrientation)
+{
+    for (const int x : {1, -1}) {
+        for (const int y : {1, -1}) {
+            MapView v = view(x, y);
+            EXPECT_TRUE(close(v.toMap(v.toView(2.5, 9)), {2.5, 9}));
+            EXPECT_GT(x * (v.toView(8, 0).x() - v.toView(7, 0).x()), 0);
+            EXPECT_LT(y * (v.toView(0, 1).y() - v.toView(0, 0).y()), 0); // map upwards, screen downwards
+
+            const QPointF fixed = v.toMap(QPointF(33, 44));
+            v.zoomAt({33, 44}, 3.7);
+            EXPECT_TRUE(close(v.toView(fixed), {33, 44}));
+            v.panBy({10, -20});
+            EXPECT_TRUE(close(v.toView(fixed), {43, 24}));
+        }
+    }
+}
+
+TEST(MapView, fitsWithinTheMargins)
+{
+    const QRectF map(-5, 10, 30, 8);
+    const QMarginsF margins(40, 5, 10, 25);
+    for (const int orientation : {1, -1}) {
+        MapView v = view(orientation, orientation);
+        v.fit(map, margins);
+        const QRectF shown = v.toView(map);
+        const QRectF room = QRectF(0, 0, 400, 300).marginsRemoved(margins);
+        EXPECT_TRUE(room.adjusted(-1e-6, -1e-6, 1e-6, 1e-6).contains(shown));
+        EXPECT_NEAR(shown.width(), room.width(), 1e-6);
+        EXPECT_TRUE(close(shown.center(), room.center()));
+    }
+    MapView v = view(1, 1);
+    v.fit(QRectF(1, 2, 0, 0), margins);
+    EXPECT_DOUBLE_EQ(v.scale, 12.5); // a single point says nothing about the scale
+}
+
+TEST(ViewHistory, goesBackAndForthAndForgetsWhatWasAhead)
+{
+    MapView v = view(1, 1);
+    ViewHistory history;
+    history.clear(v);
+    EXPECT_FALSE(history.canGoBack());
+    const auto at = [&](double scale) {
+        v.scale = scale;
+        return v;
+    };
+    history.add(at(2), false);
+    history.add(at(3), false);
+    history.add(at(4), true);  // part of the step before
+    history.add(at(4), false); // nothing new
+    EXPECT_EQ(history.back().scale, 2);
+    EXPECT_EQ(history.forward().scale, 4);
+    EXPECT_FALSE(history.canGoForward());
+    history.back();
+    history.add(at(9), false);
+    EXPECT_FALSE(history.canGoForward());
+    EXPECT_EQ(history.back().scale, 2);
+    for (int i = 0; i < 500; ++i)
+        history.add(at(10 + i), false);
+    int steps = 0;
+    for (; history.canGoBack(); ++steps)
+        history.back();
+    EXPECT_EQ(steps, int(ViewHistory::kMost) - 1);
+}
+
+} // namespace
