@@ -15,7 +15,6 @@ namespace {
 
 const QString kLocale = u";LANGID=0x0409;CP=1252;COUNTRY=0"_s;
 const QString kFormatYearProperty = u"FormatYear"_s;
-constexpr int kOldFormatYear = 1997;
 
 /// The file under a name of its own beside the wanted one until it is whole.
 class UnfinishedFile
@@ -52,11 +51,10 @@ void fillNewFile(tarnwick::UserPrompts &prompts, const QString &path, int format
 {
     dao::Workspace workspace;
     dao::Database database(workspace);
-    database.create(path, kLocale, formatYear == kOldFormatYear ? dao::FileFormat::Jet3 : dao::FileFormat::Jet4);
+    createEmptyDatabase(database, path, formatYear);
     dao::Transaction transaction(workspace);
     createSchema(prompts, database);
     seedStatistics(database);
-    database.setProperty(kFormatYearProperty, QString::number(formatYear));
     transaction.commit();
     database.close();
 }
@@ -89,6 +87,12 @@ bool createDatabase(tarnwick::UserPrompts &prompts, const QString &path, int for
         showDaoError(prompts, exception, messages::kCreateDatabase);
         return false;
     }
+}
+
+void createEmptyDatabase(dao::Database &database, const QString &path, int formatYear)
+{
+    database.create(path, kLocale, formatYear == kOldFormatYear ? dao::FileFormat::Jet3 : dao::FileFormat::Jet4);
+    database.setProperty(kFormatYearProperty, QString::number(formatYear));
 }
 
 int formatYear(const DatabaseSession &session)

@@ -3,8 +3,6 @@
 #include "Errors.h"
 #include "Messages.h"
 
-#include <QFile>
-
 namespace db {
 
 DatabaseSession::DatabaseSession(tarnwick::UserPrompts &prompts)
@@ -40,10 +38,12 @@ void DatabaseSession::open(const QString &path, dao::OpenMode mode)
     m_database = std::move(database);
 }
 
-void DatabaseSession::openCopy(const QString &path, const QString &copy, dao::OpenMode mode)
+void DatabaseSession::openCopy(const QString &path, const QString &copy, dao::OpenMode mode,
+                               std::shared_ptr<void> keeper)
 {
     open(copy, mode);
     m_copiedPath = path;
+    m_copyKeeper = std::move(keeper);
 }
 
 void DatabaseSession::close()
@@ -52,12 +52,10 @@ void DatabaseSession::close()
         return;
     while (m_workspace->transactionDepth() > 0)
         m_workspace->rollback();
-    const QString copy = m_copiedPath.isEmpty() ? QString() : m_database->name();
     m_database->close();
     m_database.reset();
     m_copiedPath.clear();
-    if (!copy.isEmpty())
-        QFile::remove(copy);
+    m_copyKeeper.reset();
     conversion = {};
 }
 

@@ -38,8 +38,8 @@ public:
     /// Opens in place of what is open, which is closed first. Throws dao::DaoException; then none is open.
     void open(const QString &path, dao::OpenMode mode = dao::OpenMode::Update);
     /// Opens a working copy that stands for the file at path, which is of a format that can only be read: path() is
-    /// that file's. The copy is removed when the session closes it.
-    void openCopy(const QString &path, const QString &copy, dao::OpenMode mode);
+    /// that file's. keeper is let go when the session closes the copy.
+    void openCopy(const QString &path, const QString &copy, dao::OpenMode mode, std::shared_ptr<void> keeper = {});
     /// Rolls back what is not committed. Does nothing when none is open.
     void close();
 
@@ -50,6 +50,7 @@ private:
     std::unique_ptr<dao::Workspace> m_workspace;
     std::unique_ptr<dao::Database> m_database;
     QString m_copiedPath; ///< what the open database is a working copy of; empty when it is none
+    std::shared_ptr<void> m_copyKeeper;
 };
 
 /// True when a database is open; otherwise says "Connect to a database first." (1053).

@@ -46,7 +46,7 @@ ReportEntry makeEntry(int number, int calNumber, const QString &outage)
     entry.beginTest = u"TEC"_s;
     entry.endTest = u"TEH"_s;
     entry.probe = {u"BOBBIN"_s, u"A-600-M"_s, 600, u"12345"_s};
-    entry.fileName = u"SGACAL%1"_s.arg(calNumber, 5, 10, u'0');
+    entry.fileName = u"SGACAL%1"_s.arg(calNumber, 5, 10, QChar(u'0'));
     entry.plan = u"100 PERCENT BOBBIN"_s;
     entry.defect = number % 3 == 0 ? u"NDD"_s : defects[number % 4];
     entry.channel = u"P1"_s;

@@ -49,29 +49,28 @@ void runSteps(ConversionPass &pass, const brannock::Project *project)
 
 } // namespace
 
-void reviseDatabase(DatabaseSession &session, ConversionRequest &request, const brannock::Project *project,
+bool reviseDatabase(DatabaseSession &session, ConversionRequest &request, const brannock::Project *project,
                     tarnwick::Progress *progress)
 {
     if (!checkConnected(session) || !session.isUpdatable())
-        return;
-    const auto undone = [&session](const tarnwick::Message &message) {
-        session.conversion.approved = false;
-        session.prompts().status(message);
-    };
+        return false;
+    const tarnwick::Message *undone = &messages::kConversionUndone;
     ConversionPass pass(session, request, progress);
     try {
         runSteps(pass, project);
-        if (!pass.commit())
-            undone(messages::kConversionUndone);
-        return;
+        if (pass.commit())
+            return true;
     } catch (const ConversionPass::Aborted &) {
-        undone(messages::kConversionUndone);
+        // What went wrong has been said.
     } catch (const dao::DaoCancelled &) {
-        undone(messages::kConversionCancelled);
+        undone = &messages::kConversionCancelled;
     } catch (const tarnwick::Cancelled &) {
-        undone(messages::kConversionCancelled);
+        undone = &messages::kConversionCancelled;
     }
     pass.rollback();
+    session.conversion.approved = false;
+    session.prompts().status(*undone);
+    return false;
 }
 
 } // namespace db

@@ -10,8 +10,9 @@ namespace db {
 ///
 /// Runs only on a database that can be updated. Failures of a step are said under its number, and the others go on; when
 /// the disk or the file itself fails, or the user stops, all is undone. Whether anything was converted is told by
-/// announceConversion() afterwards. project may be null; then the alias tables stay as they are.
-void reviseDatabase(DatabaseSession &session, ConversionRequest &request, const brannock::Project *project,
+/// announceConversion() afterwards; false when all was undone. project may be null; then the alias tables stay as they
+/// are.
+bool reviseDatabase(DatabaseSession &session, ConversionRequest &request, const brannock::Project *project,
                     tarnwick::Progress *progress);
 
 } // namespace db

@@ -323,10 +323,10 @@ TEST_F(SchemaTest, EmptyTextIsTakenOnlyWhereItIsAllowed)
 
 TEST_F(SchemaTest, ATableThatFailsIsReportedAndDoesNotStopTheOthers)
 {
-    const QString path = folder.path(u"other.mdb"_s);
+    const QString otherPath = folder.path(u"other.mdb"_s);
     dao::Workspace workspace;
     dao::Database other(workspace);
-    other.create(path, {});
+    other.create(otherPath, {});
     dao::TableInfo inTheWay;
     inTheWay.name = u"plans"_s;
     db::createField(inTheWay, u"something"_s, dao::DataType::Long, 0, {}, {}, u"---");

@@ -121,16 +121,19 @@ TEST_P(DemoProject, EveryResultIsWhatAnUploadNeeds)
         ASSERT_FALSE(e.probe.type.isEmpty());
         ASSERT_LE(e.meas.percent, 100);
         for (const brannock::TubeLoc &place : {e.location, e.from, e.to}) {
-            if (place.isValid())
+            if (place.isValid()) {
                 ASSERT_GE(made.project.steamGen.getLandmarkSet(tube)->find(place.landmark), 0)
                     << place.landmark.toStdString();
+            }
         }
-        if (e.isNdd() || e.defect == u"PLG")
+        if (e.isNdd() || e.defect == u"PLG") {
             ASSERT_TRUE(!e.location.isValid() && !e.meas.isValid());
-        else
+        } else {
             ASSERT_TRUE(e.location.isValid() || e.from.isValid()) << e.defect.toStdString();
-        if (e.meas.isValid())
+        }
+        if (e.meas.isValid()) {
             ASSERT_GT(e.meas.volts, 0);
+        }
         outages.insert(e.outage);
     }
     EXPECT_EQ(outages, (QSet<QString>{u"R10"_s, u"R11"_s, u"R12"_s}));
@@ -140,8 +143,8 @@ TEST_P(DemoProject, EveryResultIsWhatAnUploadNeeds)
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, DemoProject, testing::Values(demo::Kind::Recirculating, demo::Kind::OnceThrough),
-                         [](const auto &info) {
-                             return info.param == demo::Kind::OnceThrough ? "OnceThrough" : "Recirculating";
+                         [](const auto &kind) {
+                             return kind.param == demo::Kind::OnceThrough ? "OnceThrough" : "Recirculating";
                          });
 
 TEST(DemoShares, CodesAndDepthsArePlausible)

@@ -116,10 +116,11 @@ TEST_F(StoredQueries, EveryQueryRunsAndFindsWhatItNames)
             rows.open(dao::Recordset::Type::Dynaset, definition);
             // All tubes were inspected, and the rotating probe went wherever the bobbin left a question.
             const bool isNone = path.endsWith(u"not_inspected.qry") || path.endsWith(u"open_questions.qry");
-            if (isNone)
+            if (isNone) {
                 EXPECT_EQ(rows.recordCount(), 0);
-            else
+            } else {
                 EXPECT_GT(rows.recordCount(), 0);
+            }
         } catch (const dao::DaoException &error) {
             ADD_FAILURE() << error.what();
         }

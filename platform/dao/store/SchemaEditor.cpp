@@ -144,6 +144,18 @@ void SchemaEditor::replaceTable(const StoredTable &before, StoredTable &after, c
     }
 }
 
+void SchemaEditor::requireOneRow(const StoredTable &table, const FieldInfo &field) const
+{
+    for (const ColumnCheck &check : columnChecks(table, field)) {
+        if (m_connection.number(u"SELECT EXISTS (SELECT 1 FROM (SELECT * FROM %1 LIMIT 1) WHERE NOT (%2))"_s.arg(
+                sql::quotedName(table.info.name), check.condition)) == 0)
+            continue;
+        if (check.name.startsWith(QStringView(constraint::rule)))
+            fail(error::ValidationRule, {field.validationRule, table.info.name + u'.' + field.name});
+        raiseCheck(check.name, m_connection.source(), m_connection.schema());
+    }
+}
+
 void SchemaEditor::requireRelations(const StoredTable &before, const TableInfo &after) const
 {
     for (const RelationInfo &relation : m_catalog.relations()) {
@@ -194,8 +206,13 @@ void SchemaEditor::addField(QStringView tableName, const FieldInfo &given)
             replaceTable(before, after);
             return;
         }
-        m_connection.run(u"ALTER TABLE "_s + sql::quotedName(before.info.name) + u" ADD COLUMN "_s +
-                         columnSql(after, field));
+        {
+            // The inner engine would look at every constraint of every row, those of the other fields too.
+            const UncheckedWrites unchecked(m_connection);
+            m_connection.run(u"ALTER TABLE "_s + sql::quotedName(before.info.name) + u" ADD COLUMN "_s +
+                             columnSql(after, field));
+        }
+        requireOneRow(after, field);
         writeTable(m_connection, after);
     });
 }

@@ -46,6 +46,8 @@ private:
     [[noreturn]] void fail(int number, const QStringList &arguments = {}) const;
     const StoredTable &stored(QStringView name) const;
     DefinitionCheck check() const;
+    /// A field that was just added: its value, the same in all rows, keeps its own rules.
+    void requireOneRow(const StoredTable &table, const FieldInfo &field) const;
     void requireRelations(const StoredTable &before, const TableInfo &after) const;
     void replaceTable(const StoredTable &before, StoredTable &after, const QList<FieldFill> &fills = {});
     void installRelation(const RelationInfo &relation, const TableInfo &foreignTable);

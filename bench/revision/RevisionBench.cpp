@@ -1,0 +1,163 @@
+// Conversion of old databases with a million rows beside a plain copy of the same table by the inner engine, the
+// connection to a current database, and the import of a Jet file (ARVO_BENCH_JET names one).
+//
+// Rows: ARVO_BENCH_ROWS, a million by default.
+#include "OldDatabases.h"
+
+#include <benchmark/benchmark.h>
+#include <brannock/Project.h>
+#include <db/revision/ConnectProject.h>
+#include <db/revision/JetImport.h>
+#include <map>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <sqlite3.h>
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+qint64 wantedRows()
+{
+    constexpr qint64 kMillion = 1'000'000;
+    const qint64 rows = qEnvironmentVariable("ARVO_BENCH_ROWS").toLongLong();
+    return rows > 0 ? rows : kMillion;
+}
+
+/// Says yes to everything.
+class Yes : public tarnwick::RecordingPrompts
+{
+public:
+    tarnwick::Answer ask(tarnwick::Buttons, const QString &, int) override { return tarnwick::Answer::Yes; }
+};
+
+/// A project folder whose database is put back to an old shape for each run; made once for each shape.
+class Workshop
+{
+public:
+    static Workshop &of(int shapes)
+    {
+        static std::map<int, std::unique_ptr<Workshop>> shops;
+        std::unique_ptr<Workshop> &shop = shops[shapes];
+        if (!shop)
+            shop = std::make_unique<Workshop>(shapes);
+        shop->restore();
+        return *shop;
+    }
+
+    explicit Workshop(int shapes)
+        : m_made(m_folder.filePath(u"made.mdb"_s))
+    {
+        old::Sizes sizes;
+        (shapes & old::Plans ? sizes.planEntries : sizes.report) = wantedRows();
+        project.folder = m_folder.path();
+        QDir(m_folder.path()).mkpath(u"arvo"_s);
+        old::makeDatabase(m_made, shapes, sizes);
+    }
+
+    void restore()
+    {
+        QFile::remove(path());
+        QFile::remove(m_folder.filePath(u"arvo/project._db"_s));
+        QFile::copy(m_made, path());
+    }
+    QString path() const { return m_folder.filePath(u"arvo/project.mdb"_s); }
+
+    brannock::Project project;
+
+private:
+    QTemporaryDir m_folder;
+    QString m_made;
+};
+
+void connect(Workshop &shop)
+{
+    Yes prompts;
+    db::DatabaseSession session(prompts);
+    if (!db::connectProjectDatabase(session, shop.path(), {&shop.project, nullptr, nullptr, nullptr}))
+        throw std::runtime_error("not connected");
+}
+
+void convert(benchmark::State &state, int shapes)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        Workshop &shop = Workshop::of(shapes);
+        state.ResumeTiming();
+        connect(shop);
+    }
+    state.SetItemsProcessed(state.iterations() * wantedRows());
+}
+
+/// The yardstick: the backup that a conversion makes, and the table with its indexes made anew by plain statements.
+void copyTable(benchmark::State &state, int shapes, const char *table)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        Workshop &shop = Workshop::of(shapes);
+        state.ResumeTiming();
+        sqlite3 *db = nullptr;
+        sqlite3_open(shop.path().toUtf8().constData(), &db);
+        const QByteArray name(table);
+        for (const QByteArray &sql :
+             {QByteArray("PRAGMA cache_size = -65536"), QByteArray("BEGIN"),
+              "CREATE TABLE copy_of_it AS SELECT * FROM " + name, QByteArray("COMMIT")})
+            if (sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+                throw std::runtime_error(sqlite3_errmsg(db));
+        sqlite3_close(db);
+    }
+    state.SetItemsProcessed(state.iterations() * wantedRows());
+}
+
+void connectCurrent(benchmark::State &state)
+{
+    Workshop &shop = Workshop::of(old::Current);
+    connect(shop);
+    for (auto _ : state)
+        connect(shop);
+}
+
+void openPlain(benchmark::State &state)
+{
+    Workshop &shop = Workshop::of(old::Current);
+    for (auto _ : state) {
+        sqlite3 *db = nullptr;
+        sqlite3_open(shop.path().toUtf8().constData(), &db);
+        sqlite3_exec(db, "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr);
+        sqlite3_close(db);
+    }
+}
+
+void importJet(benchmark::State &state)
+{
+    const QString file = qEnvironmentVariable("ARVO_BENCH_JET");
+    if (file.isEmpty()) {
+        state.SkipWithError("ARVO_BENCH_JET is not set");
+        return;
+    }
+    const QTemporaryDir folder;
+    const QString target = folder.filePath(u"new.mdb"_s);
+    for (auto _ : state) {
+        QFile::remove(target);
+        db::importJetFile(file, target);
+    }
+    state.SetBytesProcessed(state.iterations() * QFileInfo(file).size());
+}
+
+BENCHMARK_CAPTURE(convert, report, int(old::Report))->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_CAPTURE(copyTable, report, int(old::Report), "report")->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_CAPTURE(convert, plan_entry, int(old::Plans))->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_CAPTURE(copyTable, plan_entry, int(old::Plans), "plan_entry")
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+BENCHMARK_CAPTURE(convert, everything, int(old::Everything))->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(connectCurrent)->Unit(benchmark::kMillisecond);
+BENCHMARK(openPlain)->Unit(benchmark::kMillisecond);
+BENCHMARK(importJet)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+} // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,111 @@
+#include "JetImport.h"
+
+#include "JetSink.h"
+#include "Messages.h"
+
+#include <dao/values/Errors.h>
+#include <QDir>
+#include <QFile>
+
+namespace db {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kSource = u"DAO.Workspace"_s;
+
+int engineNumber(jet::JetError::Reason reason)
+{
+    using Reason = jet::JetError::Reason;
+    switch (reason) {
+    case Reason::CannotOpen:
+    case Reason::ReaderMissing:
+        return dao::error::CannotOpenFile;
+    case Reason::NotJet:
+    case Reason::NewerFormat:
+        return dao::error::UnrecognizedFormat;
+    case Reason::OutOfMemory:
+        return dao::error::OutOfResources;
+    default:
+        return dao::error::DatabaseDamaged;
+    }
+}
+
+void refuseLosses(const QString &jetPath, const JetImportReport &report)
+{
+    QString losses;
+    for (const jet::Remark &remark : report.remarks)
+        if (remark.kind == jet::Remark::Kind::Lost)
+            losses += u'\n' + remark.text;
+    if (!losses.isEmpty())
+        throw dao::DaoException(dao::error::DatabaseDamaged, kSource,
+                                u"The file '%1' is damaged. It cannot be read whole:"_s.arg(
+                                    QDir::toNativeSeparators(jetPath)) +
+                                    losses);
+}
+
+/// One reading of the file from its beginning to its end. False when it must be read again with more allowances.
+bool readOnce(const QString &jetPath, const QString &newPath, tarnwick::Progress *progress,
+              const JetImportOptions &options, JetAllowances &allowances, JetImportReport &report)
+{
+    dao::Workspace workspace;
+    dao::Database database(workspace);
+    JetSink sink(database, allowances, report, newPath, progress,
+                 tarnwick::format(messages::kReadingJet.text, QDir::toNativeSeparators(jetPath)));
+    jet::JetReader reader(jetPath, options.reading);
+    try {
+        dao::Transaction transaction(workspace);
+        reader.read(sink, &sink);
+        report.remarks = reader.remarks() + report.remarks;
+        if (!options.acceptLosses)
+            refuseLosses(jetPath, report);
+        sink.finish();
+        transaction.commit();
+        database.close();
+        return true;
+    } catch (const JetSink::StartAgain &) {
+        return false;
+    } catch (const jet::JetError &error) {
+        throw dao::DaoException(engineNumber(error.reason()), kSource, error.text());
+    } catch (const jet::JetCancelled &) {
+        throw dao::DaoCancelled();
+    }
+}
+
+} // namespace
+
+bool JetImportReport::hasLosses() const
+{
+    return std::any_of(remarks.begin(), remarks.end(),
+                       [](const jet::Remark &remark) { return remark.kind == jet::Remark::Kind::Lost; });
+}
+
+QStringList JetImportReport::remarkLines() const
+{
+    QStringList lines;
+    for (const jet::Remark &remark : remarks)
+        lines.append(remark.text);
+    return lines;
+}
+
+JetImportReport importJetFile(const QString &jetPath, const QString &newPath, tarnwick::Progress *progress,
+                              const JetImportOptions &options)
+{
+    if (QFile::exists(newPath))
+        throw dao::DaoException(dao::error::DatabaseExists, kSource, u"Database already exists: '%1'."_s.arg(newPath));
+    JetAllowances allowances;
+    try {
+        for (;;) {
+            JetImportReport report;
+            if (readOnce(jetPath, newPath, progress, options, allowances, report))
+                return report;
+            QFile::remove(newPath);
+        }
+    } catch (...) {
+        QFile::remove(newPath);
+        throw;
+    }
+}
+
+} // namespace db

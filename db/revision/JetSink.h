@@ -1,0 +1,62 @@
+#pragma once
+#include "JetImport.h"
+
+#include <dao/TableLoad.h>
+#include <map>
+
+namespace db {
+
+/// What a Jet file holds although its own definitions forbid it, found while its rows were read. The copy is then begun
+/// anew with definitions that admit it.
+struct JetAllowances
+{
+    std::map<QString, QStringList> nullFields;   ///< required fields with Nulls, by table
+    std::map<QString, QStringList> plainIndexes; ///< unique indexes with duplicate keys, by table
+    QStringList plainNumbers;                    ///< tables whose autonumber repeats
+};
+
+/// Takes the content of a Jet file into a new database.
+class JetSink : public jet::Sink, public dao::Progress
+{
+public:
+    /// An allowance was added: read again, into a new file.
+    class StartAgain : public std::exception
+    {
+    };
+
+    JetSink(dao::Database &database, JetAllowances &allowances, JetImportReport &report, const QString &newPath,
+            tarnwick::Progress *progress, const QString &progressText);
+    ~JetSink() override;
+
+    /// After the last table: relations and stored queries.
+    void finish();
+
+    void schema(const jet::Schema &schema) override;
+    void beginTable(const dao::TableInfo &table) override;
+    void row(const QList<dao::Value> &values) override;
+    void endTable(const dao::TableInfo &table, qint64 rows) override;
+    bool cancelled() override;
+
+private:
+    dao::TableInfo adapted(const dao::TableInfo &table);
+    void adaptField(const dao::TableInfo &table, dao::FieldInfo &field);
+    void createRelation(const dao::RelationInfo &relation);
+    void createQuery(const dao::QueryInfo &query);
+    void storeDescriptions(const jet::Table &table);
+    [[noreturn]] void allow(const dao::LoadError &error);
+    void remark(jet::Remark::Kind kind, const QString &object, const QString &text);
+
+    dao::Database *m_database;
+    JetAllowances *m_allowances;
+    JetImportReport *m_report;
+    QString m_newPath;
+    tarnwick::Progress *m_progress;
+    QString m_progressText;
+    qint64 m_rows = 0;
+    qint64 m_totalRows = 0;
+    jet::Schema m_schema;
+    QString m_tableName;
+    std::unique_ptr<dao::TableLoad> m_load;
+};
+
+} // namespace db

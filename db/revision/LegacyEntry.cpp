@@ -1,0 +1,129 @@
+#include "LegacyEntry.h"
+
+#include <db/FieldAccess.h>
+
+namespace db {
+
+using namespace Qt::StringLiterals;
+using brannock::ReportEntry;
+
+namespace {
+
+const QString kRowsSql =
+    u"SELECT PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, EXAIVOLT, EXAIDEG,\n"
+    u"       EXAIDEPH, EXAMCHAN, EXAMINDN, EXAMLEG, EXAMOUT, EXAMPERS,\n"
+    u"       EXAMOPER, EXAILOC1, EXAILOC3, EXAILOC4, EXAMREEL, EXAMTECH,\n"
+    u"       EXAMDEXT, EXAMINSP, USRTEXT1, USRTEXT2, NOTEPTR, EXAMLOG\n"
+    u"FROM EXAMDATA\n"
+    u"ORDER BY PRIMEKEY"_s;
+
+QString orElse(const QString &text, const QString &otherwise)
+{
+    return text.isEmpty() ? otherwise : text;
+}
+
+} // namespace
+
+int fileNumberOf(const QString &reel)
+{
+    QString digits;
+    for (const QChar c : reel)
+        if (c >= u'0' && c <= u'9')
+            digits += c;
+    return digits.toInt();
+}
+
+void splitExtent(const QString &extent, QString &begin, QString &end)
+{
+    constexpr int kLandmark = 3;
+    begin = extent.toUpper();
+    end.clear();
+    if (begin.size() != 2 * kLandmark || begin.startsWith(u"F/L"))
+        return;
+    end = begin.last(kLandmark);
+    begin.truncate(kLandmark);
+}
+
+LegacyEntries::LegacyEntries(dao::Database &database, const LegacyIdent &ident, const brannock::Project &project)
+    : m_rows(database)
+    , m_ident(ident)
+    , m_project(&project)
+{
+    m_rows.open(dao::Recordset::Type::Snapshot, kRowsSql);
+}
+
+bool LegacyEntries::next()
+{
+    if (m_started)
+        m_rows.moveNext();
+    m_started = true;
+    return !m_rows.isEof();
+}
+
+qint32 LegacyEntries::recordNumber() const
+{
+    return getField<qint32>(m_rows, u"PRIMEKEY"_s);
+}
+
+QString LegacyEntries::text(const QString &field) const
+{
+    return getField<QString>(m_rows, field).trimmed();
+}
+
+qint16 LegacyEntries::shortNumber(const QString &field) const
+{
+    return getField<qint16>(m_rows, field);
+}
+
+ReportEntry LegacyEntries::entry() const
+{
+    ReportEntry entry;
+    entry.sec = shortNumber(u"TUBEQUAD"_s);
+    entry.row = shortNumber(u"TUBEROW"_s);
+    entry.col = shortNumber(u"TUBECOL"_s);
+    setMeasurement(entry);
+    setPlaces(entry);
+    const QString leg = text(u"EXAMLEG"_s).toUpper();
+    entry.leg = leg == u"O" || leg == u"C" ? 0 : 1;
+    entry.outage = orElse(text(u"EXAMOUT"_s), m_project->outageName());
+    entry.site.siteCode = orElse(m_ident.site, m_project->site.siteCode);
+    entry.site.compCode = orElse(m_ident.comp, m_project->site.compCode);
+    entry.analystId = orElse(text(u"EXAMPERS"_s), u"UNKNOWN"_s);
+    entry.operatorId = orElse(text(u"EXAMOPER"_s), u"UNKNOWN"_s);
+    entry.operType = u"PRI"_s;
+    entry.fileNumber = fileNumberOf(text(u"EXAMREEL"_s));
+    entry.probe.type = text(u"EXAMTECH"_s);
+    splitExtent(text(u"EXAMDEXT"_s), entry.beginTest, entry.endTest);
+    entry.plan = text(u"EXAMINSP"_s);
+    entry.util1 = text(u"USRTEXT1"_s);
+    entry.util2 = text(u"USRTEXT2"_s);
+    entry.comment = text(u"NOTEPTR"_s);
+    entry.entryTime = getField<tarnwick::JDateTime>(m_rows, u"EXAMLOG"_s);
+    return entry;
+}
+
+void LegacyEntries::setMeasurement(ReportEntry &entry) const
+{
+    const double volts = getField<double>(m_rows, u"EXAIVOLT"_s);
+    entry.meas.volts = volts;
+    if (volts > 0)
+        entry.meas.type = u"Vxx"_s;
+    entry.meas.phase = getField<qint32>(m_rows, u"EXAIDEG"_s);
+    entry.meas.percent = getField<qint32>(m_rows, u"EXAIDEPH"_s);
+    entry.channel = text(u"EXAMCHAN"_s);
+    entry.defect = text(u"EXAMINDN"_s);
+    if (entry.defect.isEmpty() && volts == 0)
+        entry.defect = u"NDD"_s;
+}
+
+void LegacyEntries::setPlaces(ReportEntry &entry) const
+{
+    const QString landmark = text(u"EXAILOC1"_s);
+    entry.location.landmark = landmark;
+    entry.location.offset = getField<float>(m_rows, u"EXAILOC3"_s);
+    entry.to.offset = getField<float>(m_rows, u"EXAILOC4"_s);
+    if (entry.to.offset != 0)
+        entry.to.landmark = landmark;
+}
+
+} // namespace db

@@ -1,0 +1,155 @@
+#include "LegacyImport.h"
+
+#include "Messages.h"
+
+#include <db/EngineProgress.h>
+#include <db/Errors.h>
+#include <db/FieldAccess.h>
+#include <db/ReportWriter.h>
+#include <db/Schema.h>
+#include <db/SqlText.h>
+#include <db/TableGrowth.h>
+
+namespace db {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr char16_t kRepairsSql[] =
+    u"INSERT INTO repairs (sec, row, col, repair_type, type, date_scheduled, date_completed,\n"
+    u"                     heat1, heat2, loc_land, loc_off, site_code, comp, outage, comment)\n"
+    u"SELECT TUBEQUAD, TUBEROW, TUBECOL, REPRDESC, PLUGTYPE, REPRISUD, REPRCMPD,\n"
+    u"       HEAT1, HEAT2, FLAWLOC1, FLAWLOC3, '%S', '%S', REPROUT, NOTEPTR\n"
+    u"FROM REPRDATA\n"
+    u"ORDER BY PRIMEKEY";
+
+constexpr char16_t kPluggedSetSql[] = u"INSERT INTO tube_sets (name)\nVALUES ('PL');";
+constexpr char16_t kPluggedSql[] = u"INSERT INTO tube_set_entry (name, entry_num, sec, row, col, color, symbol)\n"
+                                   u"SELECT 'PL', PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, 0, %d\n"
+                                   u"FROM TUBEDATA\n"
+                                   u"WHERE TUBESTAT = 'PL'";
+constexpr char16_t kMarkedSetSql[] = u"INSERT INTO tube_sets (name)\nVALUES ('IN');";
+constexpr char16_t kMarkedSql[] = u"INSERT INTO tube_set_entry (name, entry_num, sec, row, col, color, symbol)\n"
+                                  u"SELECT 'IN', PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, %d, %d\n"
+                                  u"FROM TUBEDATA\n"
+                                  u"WHERE TUBESTAT = 'IN'";
+constexpr int kFilledCircle = 9679; // U+25CF
+constexpr int kBlue = 0xFF0000;     // 0x00BBGGRR
+
+/// One import: its steps share the session and what IDENT says.
+class Import
+{
+public:
+    Import(DatabaseSession &session, const brannock::Project &project, tarnwick::Progress *progress)
+        : m_session(&session)
+        , m_project(&project)
+        , m_progress(progress)
+        , m_ident(readIdent(session.database()))
+    {
+    }
+
+    bool importExamData();
+    void importRepairs();
+    void importTubeSets();
+
+private:
+    template <typename Step>
+    void guarded(Step step, const tarnwick::Message &failure)
+    {
+        try {
+            dao::Transaction transaction(m_session->workspace());
+            step();
+            transaction.commit();
+        } catch (const dao::DaoException &exception) {
+            showDaoError(m_session->prompts(), exception, failure);
+        }
+    }
+
+    DatabaseSession *m_session;
+    const brannock::Project *m_project;
+    tarnwick::Progress *m_progress;
+    LegacyIdent m_ident;
+};
+
+bool Import::importExamData()
+{
+    constexpr int kRecordsPerStatus = 100;
+    dao::Database &database = m_session->database();
+    const qint64 total = firstValue(database, u"SELECT COUNT(*) FROM EXAMDATA"_s).integer();
+    tarnwick::ProgressLoop progress(m_progress, total, u"EXAMDATA"_s);
+    LegacyEntries entries(database, m_ident, *m_project);
+    qint64 count = 0;
+    try {
+        ReportWriter writer(database);
+        while (entries.next()) {
+            brannock::ReportEntry entry = entries.entry();
+            writer.add(entry, entries.recordNumber());
+            if (++count % kRecordsPerStatus == 0)
+                m_session->prompts().status(messages::kConvertingRecord, count);
+            progress.tick(count);
+        }
+    } catch (const dao::DaoException &exception) {
+        showDaoError(m_session->prompts(), exception, messages::kUploadEntry);
+        return false;
+    }
+    noteTableGrowth(database, u"report"_s, count);
+    m_session->prompts().status(messages::kImportDone);
+    return true;
+}
+
+void Import::importRepairs()
+{
+    const auto orProjects = [](const QString &own, const QString &projects) { return own.isEmpty() ? projects : own; };
+    guarded(
+        [&] {
+            executeSql(m_session->database(),
+                       sqlText(kRepairsSql, orProjects(m_ident.site, m_project->site.siteCode),
+                               orProjects(m_ident.comp, m_project->site.compCode)));
+        },
+        messages::kConvertRepairs);
+}
+
+void Import::importTubeSets()
+{
+    dao::Database &database = m_session->database();
+    guarded(
+        [&] {
+            executeSql(database, sqlText(kPluggedSetSql));
+            executeSql(database, sqlText(kPluggedSql, kFilledCircle));
+            executeSql(database, sqlText(kMarkedSetSql));
+            executeSql(database, sqlText(kMarkedSql, kBlue, kFilledCircle));
+        },
+        messages::kConvertTubes);
+}
+
+} // namespace
+
+LegacyIdent readIdent(dao::Database &database)
+{
+    LegacyIdent ident;
+    dao::Recordset rows(database);
+    for (rows.open(dao::Recordset::Type::Snapshot, u"SELECT SITE, COMP\nFROM IDENT"_s); !rows.isEof(); rows.moveNext())
+        ident = {getField<QString>(rows, u"SITE"_s).trimmed(), getField<QString>(rows, u"COMP"_s).trimmed()};
+    return ident;
+}
+
+bool importLegacyDatabase(DatabaseSession &session, const brannock::Project &project, tarnwick::Progress *progress)
+{
+    if (!checkConnected(session) || !session.isUpdatable())
+        return false;
+    const EngineProgress stoppable(session.database(), progress);
+    dao::Transaction transaction(session.workspace());
+    createSchema(session.prompts(), session.database());
+    seedStatistics(session.database());
+    Import import(session, project, progress);
+    // Without its results the import would be taken for whole at the next connection: nothing of it stays.
+    if (!import.importExamData())
+        return false;
+    import.importRepairs();
+    import.importTubeSets();
+    transaction.commit();
+    return true;
+}
+
+} // namespace db

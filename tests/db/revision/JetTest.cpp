@@ -1,0 +1,241 @@
+#include "RevisionFixture.h"
+
+#include <db/revision/JetImport.h>
+#include <dao/Recordset.h>
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+/// Real Jet files. They stay where they are; ARVO_TESTDATA names their folder.
+class JetTest : public RevisionTest
+{
+protected:
+    void SetUp() override
+    {
+        m_samples = qEnvironmentVariable("ARVO_TESTDATA");
+        if (m_samples.isEmpty())
+            GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
+    }
+
+    QString sample(const QString &name) const { return QDir(m_samples).filePath(name + u".mdb"_s); }
+    /// Puts a sample into the project as its database.
+    void takeSample(const QString &name)
+    {
+        session.close();
+        QFile::remove(path);
+        ASSERT_TRUE(QFile::copy(sample(name), path));
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    }
+    db::JetImportReport import(const QString &name)
+    {
+        session.close();
+        QFile::remove(path);
+        const db::JetImportReport report = db::importJetFile(sample(name), path);
+        session.open(path);
+        return report;
+    }
+
+private:
+    QString m_samples;
+};
+
+/// Everything that a Jet file gives, as text: one list for each table.
+class ValueList : public jet::Sink
+{
+public:
+    QMap<QString, QStringList> tables;
+
+    void schema(const jet::Schema &) override {}
+    void beginTable(const dao::TableInfo &table) override { m_rows = &tables[table.name]; }
+    void row(const QList<dao::Value> &values) override
+    {
+        QStringList cells;
+        for (const dao::Value &value : values)
+            cells.append(text(value));
+        m_rows->append(cells.join(u'|'));
+    }
+    void endTable(const dao::TableInfo &, qint64) override { m_rows->sort(); }
+
+    static QString text(const dao::Value &value)
+    {
+        switch (value.type()) {
+        case dao::Value::Type::Text:
+            return u'"' + value.text() + u'"';
+        case dao::Value::Type::Binary:
+            return QString::fromLatin1(value.binary().toHex());
+        case dao::Value::Type::Float:
+        case dao::Value::Type::Double:
+        case dao::Value::Type::Date:
+            return QString::number(value.real(), 'g', 17);
+        default:
+            return value.isNull() ? u"-"_s : QString::number(value.integer());
+        }
+    }
+
+private:
+    QStringList *m_rows = nullptr;
+};
+
+TEST_F(JetTest, EveryValueOfEverySampleComesOver)
+{
+    for (const QString &name :
+         {u"suite-current"_s, u"suite-old-1"_s, u"suite-old-2"_s, u"foreign"_s, u"nwind"_s, u"DateTestDatabase"_s,
+          u"accessLike"_s, u"pivot"_s, u"reservedWordLeave"_s, u"weirdObjectNames"_s, u"delTestV2003"_s,
+          u"overflowTestV2003"_s, u"indexTestV1997"_s, u"indexTestV2003"_s, u"testIndexPropertiesV2000"_s,
+          u"queryTestV1997"_s, u"queryTestV2000"_s, u"test2V2003"_s, u"testUnicodeCompV2003"_s}) {
+        SCOPED_TRACE(name.toStdString());
+        const db::JetImportReport report = import(name);
+        EXPECT_FALSE(report.hasLosses()) << report.remarkLines().join(u'\n').toStdString();
+        ValueList expected;
+        jet::JetReader reader(sample(name));
+        reader.read(expected);
+        ASSERT_EQ(report.tables.size(), expected.tables.size());
+        for (const db::JetImportReport::Table &table : report.tables) {
+            QStringList found;
+            dao::Recordset rowsOfTable(database());
+            for (rowsOfTable.open(dao::Recordset::Type::Snapshot, u'[' + table.name + u']'); !rowsOfTable.isEof();
+                 rowsOfTable.moveNext()) {
+                QStringList cells;
+                for (int i = 0; i < rowsOfTable.fieldCount(); ++i)
+                    cells.append(ValueList::text(rowsOfTable.value(i)));
+                found.append(cells.join(u'|'));
+            }
+            found.sort();
+            EXPECT_EQ(found, expected.tables[table.name]) << table.name.toStdString();
+            EXPECT_EQ(found.size(), table.rows);
+        }
+        EXPECT_EQ(folder.names(u"arvo"_s), QStringList{u"project.mdb"_s});
+    }
+}
+
+TEST_F(JetTest, DefinitionsComeOver)
+{
+    const db::JetImportReport report = import(u"suite-current"_s);
+    EXPECT_EQ(report.jetVersion, 4);
+    EXPECT_EQ(report.remarkLines(), QStringList());
+    EXPECT_EQ(report.relations.size(), 2);
+    EXPECT_EQ(report.queries.size(), 11);
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM report"_s), 11961);
+    const dao::TableInfo &table = database().table(u"report");
+    EXPECT_TRUE(table.field(u"recd_num")->isAutoIncrement());
+    EXPECT_EQ(table.field(u"pcnt")->validationRule, u">= 0 and <= 100"_s);
+    EXPECT_TRUE(table.field(u"site_code")->required);
+    EXPECT_FALSE(table.field(u"site_code")->allowZeroLength);
+    EXPECT_EQ(table.field(u"leg")->defaultValue, u"1"_s);
+    EXPECT_EQ(table.field(u"file_name")->size, 255);
+    EXPECT_TRUE(table.index(u"recd_num")->primary);
+    EXPECT_EQ(table.index(u"tube_id")->fields.size(), 3);
+    EXPECT_EQ(database().relations().first().attributes, 0x1100);
+    EXPECT_GT(number(u"SELECT COUNT(*) FROM [Indications R12]"_s), 0);
+    const int highest = number(u"SELECT MAX(recd_num) FROM report"_s);
+    dao::Recordset added(database());
+    added.open(dao::Recordset::Type::Dynaset, u"SELECT * FROM report WHERE recd_num = 1"_s);
+    database().execute(u"INSERT INTO report (sec, row, col, site_code, outage, comp, oper_type, analyst_id, oper_id, "
+                       "entry_time) VALUES (0, 1, 1, 'S', 'R', 'C', 'PRI', 'A', 'O', #1/1/2003#)"_s);
+    EXPECT_GT(number(u"SELECT MAX(recd_num) FROM report"_s), highest);
+}
+
+TEST_F(JetTest, OpensReadOnlyUntilItIsConverted)
+{
+    takeSample(u"suite-current"_s);
+    const QByteArray before = bytes();
+    ASSERT_TRUE(connect({Answer::No}));
+    EXPECT_EQ(session.path(), path);
+    EXPECT_FALSE(session.isUpdatable());
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM report"_s), 11961);
+    EXPECT_THROW(database().execute(u"DELETE FROM report"_s), dao::DaoException);
+    EXPECT_EQ(questions().size(), 1);
+    EXPECT_EQ(bytes(), before);
+    session.close();
+    EXPECT_EQ(folder.names(u"arvo"_s), QStringList{u"project.mdb"_s});
+
+    ASSERT_TRUE(connect({Answer::Yes}));
+    EXPECT_TRUE(session.isUpdatable());
+    EXPECT_EQ(informations(), QStringList{u"Conversions:\n    1) Converted Jet database file.\n"_s});
+    EXPECT_EQ(folder.read(u"arvo/project._db"_s), before);
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM report"_s), 11961);
+    EXPECT_TRUE(database().query(u"report#").sql.startsWith(u"SELECT recd_num, sa.sec, ra.row, ca.col, chan, "_s));
+    EXPECT_EQ(folder.names(u"arvo"_s), (QStringList{u"project._db"_s, u"project.mdb"_s}));
+    session.close();
+    const QByteArray converted = bytes();
+    ASSERT_TRUE(connect());
+    EXPECT_EQ(bytes(), converted);
+}
+
+TEST_F(JetTest, OldRevisionsAreConvertedInOneGo)
+{
+    takeSample(u"suite-old-1"_s);
+    ASSERT_TRUE(convert());
+    EXPECT_EQ(errors(), QStringList());
+    EXPECT_EQ(informations(), QStringList{u"Conversions:\n"
+                                          "    1) Converted Jet database file.\n"
+                                          "    2) Deleted display_format table.\n"
+                                          "    3) Created repairs table.\n"
+                                          "    4) Modified report table.\n"
+                                          "    5) Modified landmarks table.\n"
+                                          "    6) Modified tube_sets table.\n"
+                                          "    7) Modified plans and plan_entry tables.\n"
+                                          "    8) Modified tubes table.\n"
+                                          "    9) Created row_alias table.\n"
+                                          "    10) Created col_alias table.\n"
+                                          "    11) Created sec_alias table.\n"
+                                          "    12) Created leg_alias table.\n"_s});
+    EXPECT_EQ(rows(u"SELECT name, COUNT(*) FROM plan_entry GROUP BY name"_s),
+              (QStringList{u"S1_SGA_R11_2|50"_s, u"S1_SGA_R12_1|50"_s, u"S1_SGA_R12_3|50"_s}));
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM report"_s), 2000);
+
+    takeSample(u"suite-old-2"_s);
+    ASSERT_TRUE(convert());
+    EXPECT_EQ(errors(), QStringList());
+    EXPECT_EQ(informations(), QStringList{u"Conversions:\n"
+                                          "    1) Converted Jet database file.\n"
+                                          "    2) Modified report table.\n"
+                                          "    3) Modified landmarks table.\n"
+                                          "    4) Created row_alias table.\n"
+                                          "    5) Created col_alias table.\n"
+                                          "    6) Created leg_alias table.\n"_s});
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM landmarks WHERE land_set IS NULL"_s), 0);
+    EXPECT_TRUE(database().hasQuery(u"Open repairs"));
+}
+
+TEST_F(JetTest, ForeignTablesAreImported)
+{
+    takeSample(u"foreign"_s);
+    ASSERT_TRUE(convert());
+    EXPECT_EQ(errors(), QStringList());
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM report"_s), 3000);
+    EXPECT_EQ(rows(u"SELECT DISTINCT site_code, comp, oper_type FROM report"_s), QStringList{u"S1|SGA|PRI"_s});
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM report WHERE to_land IS NOT NULL AND defect <> 'NDD'"_s),
+              number(u"SELECT COUNT(*) FROM EXAMDATA WHERE EXAILOC4 <> 0 AND Trim(EXAILOC1 & '') <> '' AND "
+                     "NOT (EXAIVOLT = 0 AND Trim(EXAMINDN & '') = '') AND Trim(EXAMINDN & '') <> 'NDD'"_s));
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM report WHERE outage = 'P12'"_s), 246);
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM repairs"_s), 30);
+    EXPECT_EQ(rows(u"SELECT name, COUNT(*) FROM tube_set_entry GROUP BY name"_s),
+              (QStringList{u"IN|72"_s, u"PL|15"_s}));
+    EXPECT_EQ(said(Entry::Kind::Status).filter(u"Converting ISIS record"_s).size(), 30);
+}
+
+TEST_F(JetTest, AFileOutsideTheProjectStaysReadOnly)
+{
+    const QString elsewhere = folder.path(u"old.mdb"_s);
+    ASSERT_TRUE(QFile::copy(sample(u"suite-old-1"_s), elsewhere));
+    ASSERT_TRUE(connectTo(elsewhere));
+    EXPECT_FALSE(session.isUpdatable());
+    EXPECT_EQ(questions(), QStringList());
+    EXPECT_EQ(connected, QStringList{elsewhere});
+}
+
+TEST_F(JetTest, DamagedFilesAreRefused)
+{
+    QFile file(sample(u"suite-old-1"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray whole = file.readAll();
+    for (const qsizetype size : {qsizetype(0), qsizetype(3000), qsizetype(4096), whole.size() / 2, whole.size() - 4096}) {
+        folder.write(u"arvo/project.mdb"_s, whole.left(size));
+        EXPECT_FALSE(connect()) << size;
+        EXPECT_EQ(errors(), QStringList{u"1032 Could not connect to database."_s}) << size;
+        EXPECT_FALSE(session.isOpen());
+        EXPECT_EQ(folder.names(u"arvo"_s), QStringList{u"project.mdb"_s});
+    }
+}

@@ -1,0 +1,53 @@
+#pragma once
+#include "OldDatabases.h"
+
+#include <brannock/Project.h>
+#include <db/DatabaseSession.h>
+#include <db/revision/ConnectProject.h>
+#include <gtest/gtest.h>
+#include <support/Printers.h>
+#include <support/TemporaryFolder.h>
+
+/// A project folder with a database in it, a session, and what was said.
+class RevisionTest : public ::testing::Test, public db::ConnectionListener
+{
+protected:
+    using Entry = tarnwick::RecordingPrompts::Entry;
+    using Answer = tarnwick::Answer;
+
+    RevisionTest();
+
+    void make(int shapes, const old::Sizes &sizes = {}) { old::makeDatabase(path, shapes, sizes); }
+    bool connect(std::initializer_list<Answer> answers = {});
+    bool connectTo(const QString &file, std::initializer_list<Answer> answers = {});
+    /// Connects and answers yes, with nothing said before kept.
+    bool convert() { return connect({Answer::Yes}); }
+
+    dao::Database &database() { return session.database(); }
+    QStringList fields(const QString &table);
+    QStringList indexes(const QString &table);
+    /// The rows of a query, cells joined by "|", Null as "-", empty text as "''".
+    QStringList rows(const QString &sql);
+    int number(const QString &sql);
+    QByteArray bytes() const { return folder.read(QStringLiteral("arvo/project.mdb")); }
+    bool hasBackup() const { return folder.has(QStringLiteral("arvo/project._db")); }
+
+    QStringList said(Entry::Kind kind) const { return prompts.texts(kind); }
+    QStringList questions() const { return said(Entry::Kind::Question); }
+    QStringList informations() const { return said(Entry::Kind::Information); }
+    /// Error boxes as "number first line".
+    QStringList errors() const;
+
+    void databaseConnected(const QString &connectedPath) override { connected.append(connectedPath); }
+
+    support::TemporaryFolder folder;
+    brannock::Project project;
+    tarnwick::RecordingPrompts prompts;
+    db::DatabaseSession session;
+    QString path;
+    QStringList connected;
+    tarnwick::Progress *progress = nullptr;
+};
+
+/// A component of six tubes with labels of its own for rows, of which number 2 has none.
+ellery::SteamGen smallSteamGen();
