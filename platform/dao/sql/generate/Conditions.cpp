@@ -48,6 +48,20 @@ bool isReversed(const Expr &low, const Expr &high)
     return first->value.real() > second->value.real();
 }
 
+/// The plain beginning of a pattern, in lower case: what every match begins with, in the inner engine's own folding of
+/// A to Z. It ends before i and k, which letters outside of A to Z fold to as well.
+QString plainPrefix(const QString &pattern)
+{
+    QString prefix;
+    for (const QChar c : pattern.toLower()) {
+        const bool plain = (c >= u'a' && c <= u'z' && c != u'i' && c != u'k') || (c >= u'0' && c <= u'9');
+        if (!plain)
+            break;
+        prefix += c;
+    }
+    return prefix;
+}
+
 bool areOrdered(const Expr &low, const Expr &high)
 {
     return low.as<Literal>() && high.as<Literal>() && !isReversed(low, high);
@@ -75,7 +89,17 @@ Generator::Piece Generator::truthOf(const Like &node)
         if (!piece.text.isEmpty())
             return piece;
     }
-    return call(node.ansi ? u"alike" : u"like", value(*node.pattern).text + u", "_s + value(*node.text).text);
+    const Piece match =
+        call(node.ansi ? u"alike" : u"like", value(*node.pattern).text + u", "_s + value(*node.text).text);
+    const Literal *pattern = node.pattern->as<Literal>();
+    const QString prefix = pattern && node.text->as<FieldRef>() ? plainPrefix(pattern->value.text()) : QString();
+    if (prefix.isEmpty())
+        return match;
+    // A range that the index of the field can answer, and within it the pattern.
+    const QString field = value(*node.text).text;
+    QString end = prefix;
+    end.back() = QChar(char16_t(end.back().unicode() + 1));
+    return {field + u" >= '"_s + prefix + u"' AND "_s + field + u" < '"_s + end + u"' AND "_s + match.text, rank::And};
 }
 
 // A pattern in the inner engine's own terms: LIKE knows runs and single characters, GLOB also digits and classes.

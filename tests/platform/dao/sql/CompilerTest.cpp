@@ -87,6 +87,8 @@ TEST_F(CompilerTest, ConditionsOnColumnsUseTheirIndexes)
                 HasSubstr("INDEX outage"));
     EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE sec Between [a] And [b]"_s).keySql),
                 HasSubstr("INDEX tube_id (sec>? AND sec<?)"));
+    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage Like 'R1*'"_s).keySql),
+                HasSubstr("INDEX outage (outage>? AND outage<?)"));
     EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage = (SELECT Max(outage) FROM report)"_s).keySql),
                 HasSubstr("(outage=?)"));
 }
