@@ -114,6 +114,14 @@ void CommandActions::setText(int command, const QString &text)
         first->setText(text);
 }
 
+void CommandActions::setUnavailable(int command, const QString &reason)
+{
+    if (reason.isNull())
+        m_unavailable.remove(command);
+    else
+        m_unavailable.insert(command, reason);
+}
+
 void CommandActions::setChecked(int command, bool checked)
 {
     for (QAction *each : actions(command))
@@ -126,8 +134,11 @@ void CommandActions::refresh(const CommandContext &context)
         const CommandInfo *info = commandInfo(it.key());
         if (!info)
             continue;
-        const bool enabled = isEnabled(info->when, context);
-        const QString tip = tipText(info->tip, info->when, context);
+        const bool isAvailable = !m_unavailable.contains(it.key());
+        const bool enabled = isAvailable && isEnabled(info->when, context);
+        QString tip = tipText(info->tip, info->when, context);
+        if (!isAvailable)
+            tip = QString::fromUtf16(info->tip) + u'\n' + m_unavailable.value(it.key());
         for (QAction *each : it.value()) {
             each->setEnabled(enabled);
             each->setToolTip(tip);

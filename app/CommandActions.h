@@ -39,6 +39,8 @@ public:
     QMenu *menuOf(int command) const { return m_menus.value(command); }
 
     void setText(int command, const QString &text);
+    /// Keeps a command greyed for a reason of its own, whatever its condition says. A null reason frees it again.
+    void setUnavailable(int command, const QString &reason);
     void setChecked(int command, bool checked);
     /// Enables and explains every action.
     void refresh(const CommandContext &context);
@@ -53,6 +55,7 @@ private:
     QHash<int, QList<QAction *>> m_actions;
     QHash<int, QMenu *> m_menus;
     QHash<int, QAction *> m_extras;
+    QHash<int, QString> m_unavailable; ///< with the reasons
 };
 
 /// A menu text without its accelerator, and the accelerator.

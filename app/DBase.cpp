@@ -20,6 +20,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QStatusBar>
 
 using namespace Qt::StringLiterals;
@@ -35,10 +36,12 @@ constexpr int kMapShare = 66;
 } // namespace
 
 DBase::DBase(tarnwick::UserPrompts *prompts)
-    : m_boxes(prompts ? nullptr : std::make_unique<tarnwick::BoxPrompts>(this, [this](const QString &text) {
-        m_statusText->setText(text);
-        m_statusText->repaint();
-    }))
+    : m_boxes(prompts ? nullptr
+                      : std::make_unique<tarnwick::BoxPrompts>(this,
+                                                               [this](const QString &text) {
+                                                                   m_statusText->setText(text);
+                                                                   m_statusText->repaint();
+                                                               }))
     , m_prompts(prompts ? prompts : m_boxes.get())
     , m_systemDialogs(this)
 {
@@ -61,6 +64,7 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
 DBase::~DBase()
 {
     m_session->changed = nullptr;
+    m_session->replacing = nullptr;
     m_session->legend().changed = nullptr;
     m_map->setSteamGen(nullptr);
     m_side->legendModel().setLegend(nullptr);
@@ -121,7 +125,14 @@ void DBase::makeCentre()
     m_splitter = new QSplitter(Qt::Horizontal);
     m_splitter->setObjectName(u"mainSplitter"_s);
     m_splitter->setChildrenCollapsible(false);
-    m_splitter->addWidget(m_map);
+    auto *hint = new QLabel(u"No project is open.\n\nOpen one with \"File | Open Project ...\",\nor choose one of "
+                            u"\"File | Recent Projects\"."_s);
+    hint->setObjectName(u"noProject"_s);
+    hint->setAlignment(Qt::AlignCenter);
+    m_centre = new QStackedWidget;
+    m_centre->addWidget(m_map);
+    m_centre->addWidget(hint);
+    m_splitter->addWidget(m_centre);
     m_splitter->addWidget(m_side);
     m_splitter->setStretchFactor(0, 1);
     m_splitter->setStretchFactor(1, 0);
@@ -136,7 +147,7 @@ void DBase::connectMap()
     connect(m_map, &TubesheetMap::selectionAboutToChange, this, [this] { undoCheckpoint(u"Select Tubes"_s); });
     connect(m_map, &TubesheetMap::selectionChanged, this, &DBase::scheduleRefresh);
     connect(m_map, &TubesheetMap::hovered, this, &DBase::showTube);
-    connect(m_map, &TubesheetMap::viewChanged, this, &DBase::scheduleRefresh);
+    connect(m_map, &TubesheetMap::viewChanged, this, &DBase::refreshViewCommands);
     connect(m_map, &TubesheetMap::contextMenuRequested, this, &DBase::showMapMenu);
     m_map->setTipText([this](int tube) { return tipLines(tube); });
     m_session->undo().captureExtras = [this] {
@@ -154,7 +165,8 @@ void DBase::connectLegend()
     LegendModel &model = m_side->legendModel();
     LegendView &view = m_side->legendView();
     m_session->legend().changed = [this] { scheduleRefresh(); };
-    m_session->changed = [this] { scheduleRefresh(); };
+    m_session->changed = [this] { sessionChanged(); };
+    m_session->replacing = [this] { m_map->setSteamGen(nullptr); };
     connect(&model, &LegendModel::showRequested, this,
             [this](int entry, bool shown) { LegendEditor(*this).setShown(entry, shown); });
     connect(&model, &LegendModel::moveRequested, this, [this, &view](int from, int to) {
@@ -172,8 +184,11 @@ void DBase::connectBars()
             m_commands->updateMap();
     });
     connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
-    connect(m_viewBar, &ViewBar::changesRequested, this,
-            [this](int position) { m_session->undo().moveTo(position); });
+    connect(m_viewBar, &ViewBar::changesWanted, this, [this] {
+        const plans::UndoStack &changes = m_session->undo().stack();
+        m_viewBar->setChanges(changes.labels(), changes.position());
+    });
+    connect(m_viewBar, &ViewBar::changesRequested, this, [this](int position) { m_session->undo().moveTo(position); });
 }
 
 void DBase::setFileDialogs(FileDialogs *dialogs)
@@ -183,20 +198,22 @@ void DBase::setFileDialogs(FileDialogs *dialogs)
 
 bool DBase::openProject(const QString &folder)
 {
-    // The map looks at the component that is about to go.
-    m_map->setSteamGen(nullptr);
-    const bool opened = m_session->openProject(projectFolder(folder));
+    if (!m_session->openProject(projectFolder(folder)))
+        return false;
     m_systemDialogs.forgetFolders();
     m_commands->pointedTube = -1;
+    m_map->setXOrientation(1);
+    m_map->setYOrientation(1);
     projectChanged();
-    return opened;
+    return true;
 }
 
 void DBase::projectChanged()
 {
     m_map->setSteamGen(m_session->hasProject() ? &m_session->project().steamGen : nullptr);
+    m_centre->setCurrentIndex(m_session->hasProject() ? 0 : 1);
     m_side->legendModel().setLegend(&m_session->legend());
-    refreshAll();
+    sessionChanged();
 }
 
 bool DBase::addQueryFile(const QString &machinePath)

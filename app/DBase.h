@@ -8,6 +8,7 @@
 
 class QLabel;
 class QSplitter;
+class QStackedWidget;
 
 namespace tarnwick {
 class BoxPrompts;
@@ -20,8 +21,8 @@ class MainToolBar;
 class SidePanel;
 class ViewBar;
 
-/// The program's one main window: the tubesheet map, the legend, the panels, menus and tool bars. It wires these parts; what
-/// they do stands in their own classes and, without widgets, in logic.
+/// The program's one main window: the tubesheet map, the legend, the panels, menus and tool bars. It wires these parts;
+/// what they do stands in their own classes and, without widgets, in logic.
 class DBase : public QMainWindow, public plans::MapHost, private WindowActions
 {
     Q_OBJECT
@@ -39,7 +40,7 @@ public:
     CommandActions &commands() { return *m_actions; }
     /// Tests put their own in place of the system's.
     void setFileDialogs(FileDialogs *dialogs);
-    /// Brings everything shown up to date now; changes do it by themselves a moment later.
+    /// Brings what follows from map and legend up to date now; changes do it by themselves a moment later.
     void refreshAll();
 
     // For fills and dialogs.
@@ -83,9 +84,12 @@ private:
     void showTube(int tube);
 
     void projectChanged();
+    void sessionChanged();
     void scheduleRefresh();
     CommandContext commandContext();
     void refreshCommands();
+    void refreshViewCommands();
+    /// Recent lists, and which menus open: after a project or database was opened or closed.
     void refreshMenus();
     void refreshPanels();
     void refreshTitle();
@@ -101,6 +105,7 @@ private:
     MainToolBar *m_mainBar = nullptr;
     ViewBar *m_viewBar = nullptr;
     QSplitter *m_splitter = nullptr;
+    QStackedWidget *m_centre = nullptr; ///< the map, or what to do without a project
     brannock::TubesheetMap *m_map = nullptr;
     SidePanel *m_side = nullptr;
     QMenu *m_mapMenu = nullptr;

@@ -2,6 +2,7 @@
 
 #include "DBase.h"
 
+#include <app/logic/Messages.h>
 #include <app/logic/StartUp.h>
 
 #include <tarnwick/gui/StateKeeper.h>
@@ -109,7 +110,13 @@ DBaseApp::~DBaseApp() = default;
 bool DBaseApp::openProject()
 {
     const QString folder = chooseProject(m_options.project, m_window->projectSession().recentProjects());
-    return folder.isEmpty() || m_window->openProject(folder);
+    if (m_options.project.isEmpty() && !brannock::Project::isProjectFolder(folder)) {
+        // A project that was moved since the last time is no reason to greet the user with an error.
+        if (!folder.isEmpty())
+            m_window->prompts().status(messages::kRecentNotThere, folder);
+        return true;
+    }
+    return m_window->openProject(folder);
 }
 
 bool DBaseApp::addQueries()
@@ -181,9 +188,13 @@ int runArvo(int argc, char **argv)
         say(u"arvo: "_s + options.error + u'\n' + kUsage);
         return kWrongUsage;
     }
-    // Must stand before the application object is made.
-    if (!options.picture.isEmpty() && options.scale != 1)
-        qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
+    // What follows must stand before the application object is made.
+    if (!options.picture.isEmpty()) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        if (options.scale != 1)
+            qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
+    }
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"ARVO"_s);
     QCoreApplication::setOrganizationName(u"Palomine"_s);

@@ -8,14 +8,16 @@ namespace app {
 
 class DBase;
 
-/// The program's command line: arvo [PROJECT] [--query FILE.qry]... [--dark] [--picture FILE.png [--size WxH] [--scale N]]
-struct AppOptions {
-    QString project;      ///< folder, or empty for the project opened last
-    QStringList queries;  ///< query files whose tubes are marked at the start
-    QString picture;      ///< a file for a picture of the window; the program then shows nothing else and ends
+/// The program's command line: arvo [PROJECT] [--query FILE.qry]... [--dark] [--picture FILE.png [--size WxH] [--scale
+/// N]]
+struct AppOptions
+{
+    QString project;     ///< folder, or empty for the project opened last
+    QStringList queries; ///< query files whose tubes are marked at the start
+    QString picture;     ///< a file for a picture of the window; the program then shows nothing else and ends
     QSize size{1280, 800};
-    double scale = 1;     ///< device pixels of one pixel in the picture
-    bool dark = false;    ///< a dark palette, whatever the system's is
+    double scale = 1;  ///< device pixels of one pixel in the picture
+    bool dark = false; ///< a dark palette, whatever the system's is
 
     /// What is wrong with the arguments, empty when nothing is.
     QString error;

@@ -35,8 +35,13 @@ void DBase::refreshAll()
     m_side->legendModel().refresh();
     refreshPanels();
     refreshCommands();
+}
+
+void DBase::sessionChanged()
+{
     refreshMenus();
     refreshTitle();
+    refreshAll();
 }
 
 void DBase::redrawMap()
@@ -99,13 +104,16 @@ void DBase::refreshCommands()
     m_actions->setChecked(FlipHorizontal, m_map->xOrientation() == -1);
     m_actions->setChecked(FlipVertical, m_map->yOrientation() == -1);
     m_actions->setChecked(ShowFloatingId, m_map->hasTubeTip());
-    m_actions->extra(Extra::PreviousView)->setEnabled(context.hasProject && m_map->hasPreviousView());
-    m_actions->extra(Extra::NextView)->setEnabled(context.hasProject && m_map->hasNextView());
-    const plans::UndoStack &changes = m_session->undo().stack();
-    m_viewBar->setChanges(changes.labels(), changes.position());
+    refreshViewCommands();
     m_viewBar->setEnabled(context.hasProject);
     m_mainBar->setEnabled(context.hasProject);
     m_splitter->setEnabled(context.hasProject);
+}
+
+void DBase::refreshViewCommands()
+{
+    m_actions->extra(Extra::PreviousView)->setEnabled(m_session->hasProject() && m_map->hasPreviousView());
+    m_actions->extra(Extra::NextView)->setEnabled(m_session->hasProject() && m_map->hasNextView());
 }
 
 void DBase::refreshMenus()
@@ -131,8 +139,6 @@ void DBase::refreshMenus()
     m_recent->setMaps(entries(files.maps));
     for (const int placeholder : {NoRecentDatabase, NoRecentMap})
         m_actions->menuOf(placeholder)->setEnabled(m_session->hasProject());
-    m_actions->refresh(commandContext());
-    m_recent->refresh();
 }
 
 void DBase::refreshTitle()
@@ -174,11 +180,11 @@ QStringList DBase::tipLines(int tube) const
         if (!fill.shown || fill.symbol != sg.symbol(tube) || fill.colour != sg.colour(tube))
             continue;
         const auto marks = [&](qint32 other) {
-            return other == tube || (fill.allSections && sg[other].address.row == address.row &&
-                                     sg[other].address.col == address.col);
+            return other == tube ||
+                   (fill.allSections && sg[other].address.row == address.row && sg[other].address.col == address.col);
         };
         if (std::any_of(fill.tubes.begin(), fill.tubes.end(), marks))
-            return {fill.typeKey + u": "_s + fill.label.trimmed()};
+            return {QString(QChar(fill.symbol)) + u"  "_s + fill.label.trimmed()};
     }
     return {};
 }

@@ -8,9 +8,8 @@ namespace app {
 QString FileDialogs::startFolder(const FileChooserInfo &chooser, const tarnwick::PathRoots &roots) const
 {
     const auto last = m_folders.constFind(QString::fromUtf16(chooser.filter));
-    return last != m_folders.constEnd()
-               ? *last
-               : tarnwick::SuitePath(QString::fromUtf16(chooser.folder)).machinePath(roots);
+    return last != m_folders.constEnd() ? *last
+                                        : tarnwick::SuitePath(QString::fromUtf16(chooser.folder)).machinePath(roots);
 }
 
 QString FileDialogs::remember(const FileChooserInfo &chooser, const QString &path)

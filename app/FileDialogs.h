@@ -9,11 +9,15 @@ class QWidget;
 
 namespace app {
 
-/// Asks for files and folders. Each chooser goes on in the folder where it was last used. Tests put their own in its place.
+/// Asks for files and folders. Each chooser goes on in the folder where it was last used. Tests put their own in its
+/// place.
 class FileDialogs
 {
 public:
-    explicit FileDialogs(QWidget *parent) : m_parent(parent) {}
+    explicit FileDialogs(QWidget *parent = nullptr)
+        : m_parent(parent)
+    {
+    }
     virtual ~FileDialogs() = default;
     FileDialogs(const FileDialogs &) = delete;
     FileDialogs &operator=(const FileDialogs &) = delete;

@@ -15,6 +15,13 @@ namespace {
 
 const QString kMimeType = u"application/x-arvo-legend-entry"_s;
 
+/// As the tool button calls the kind.
+QString typeName(const plans::MapFill &fill)
+{
+    const plans::MapFillType *type = plans::MapFillType::find(fill.typeKey);
+    return type ? type->name : fill.typeKey;
+}
+
 QString grouped(int number)
 {
     return tarnwick::format(u"%D", number);
@@ -61,7 +68,7 @@ QVariant LegendModel::text(int row, int column) const
     const plans::MapFill &fill = m_legend->entry(row);
     switch (column) {
     case Type:
-        return fill.typeKey;
+        return typeName(fill);
     case Description:
         return fill.label;
     case Tubes:
@@ -77,7 +84,8 @@ QString LegendModel::explanation(int row) const
 {
     const plans::MapFill &fill = m_legend->entry(row);
     QString text = u"%1: %2\n%3 tubes, %4 of them shown with symbol %5"_s.arg(
-        fill.typeKey, fill.label, grouped(fill.fillCount), grouped(fill.paintedCount), QString(QChar(fill.symbol)));
+        typeName(fill), fill.label.trimmed(), grouped(fill.fillCount), grouped(fill.paintedCount),
+        QString(QChar(fill.symbol)));
     if (!fill.shown)
         text += u"\nHidden"_s;
     if (fill.allSections)

@@ -8,13 +8,13 @@ using namespace Qt::StringLiterals;
 
 namespace app {
 
-MainToolBar::MainToolBar(QWidget *parent) : QToolBar(u"Tools"_s, parent)
+MainToolBar::MainToolBar(QWidget *parent)
+    : QToolBar(u"Tools"_s, parent)
 {
     setObjectName(u"mainBar"_s);
     setMovable(false);
     for (const plans::MapFillType *type : plans::MapFillType::all()) {
-        QToolButton *button =
-            add(type->name, u"fill"_s + type->name, When::Later, fillButtonTip(type->key));
+        QToolButton *button = add(type->name, u"fill"_s + type->name, When::Later, fillButtonTip(type->key));
         connect(button, &QToolButton::clicked, this, [this, type] { Q_EMIT fillRequested(type->key); });
     }
     addSeparator();

@@ -22,7 +22,8 @@ Q_SIGNALS:
     void buttonPressed(const QString &name);
 
 private:
-    struct Button {
+    struct Button
+    {
         QToolButton *widget;
         When when;
         const char16_t *tip;

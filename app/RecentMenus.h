@@ -3,32 +3,32 @@
 
 namespace app {
 
-/// The three submenus of recent files: a placeholder while a list is empty, else its entries under the numbers after the
-/// placeholder's. Entries whose file is gone are greyed, with the path in their tip.
+/// The three submenus of recent files: a placeholder while a list is empty, else its entries under the numbers after
+/// the placeholder's. Entries whose file is gone are greyed, with the path in their tip.
+/// Call CommandActions::refresh() after a change.
 class RecentMenus : public QObject
 {
     Q_OBJECT
 public:
     RecentMenus(CommandActions &actions, QObject *parent);
 
-    struct Entry {
+    struct Entry
+    {
         QString text; ///< as listed
         QString path; ///< of the machine
     };
     void setProjects(const QList<Entry> &entries) { fill(NoRecentProject, LastRecentProject, entries); }
     void setDatabases(const QList<Entry> &entries) { fill(NoRecentDatabase, LastRecentDatabase, entries); }
     void setMaps(const QList<Entry> &entries) { fill(NoRecentMap, LastRecentMap, entries); }
-    /// After CommandActions::refresh(), which knows nothing of files.
-    void refresh();
     /// What a number stands for; empty for one that is not in use.
     QString path(int command) const { return m_paths.value(command); }
 
 private:
     void fill(int placeholder, int last, const QList<Entry> &entries);
+    void show(int number, int place, const Entry &entry);
 
     CommandActions &m_actions;
     QHash<int, QString> m_paths;
-    QHash<int, QList<QAction *>> m_entries; ///< by placeholder
 };
 
 } // namespace app

@@ -64,9 +64,8 @@ QWidget *SidePanel::makeLegendHead(CommandActions &actions)
     title->setFont(bold);
     layout->addWidget(title, 1);
     const std::pair<Extra, Picture> buttons[] = {
-        {Extra::EntryUp, Picture::Up},        {Extra::EntryDown, Picture::Down},
-        {Extra::EntrySolo, Picture::Solo},    {Extra::EntriesAll, Picture::All},
-        {Extra::EntriesInvert, Picture::Swap}, {Extra::EntryDelete, Picture::Delete},
+        {Extra::EntryUp, Picture::Up},     {Extra::EntryDown, Picture::Down},     {Extra::EntrySolo, Picture::Solo},
+        {Extra::EntriesAll, Picture::All}, {Extra::EntriesInvert, Picture::Swap}, {Extra::EntryDelete, Picture::Delete},
     };
     for (const auto &[extra, picture] : buttons)
         layout->addWidget(iconButton(actions.addExtra(extra, m_view), picture));

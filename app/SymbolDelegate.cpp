@@ -12,11 +12,33 @@ namespace app {
 namespace {
 
 constexpr double kSwatchShare = 0.86; ///< of the row's height
+constexpr double kHiddenOpacity = 0.45;
 
 QRect checkRect(const QStyleOptionViewItem &option)
 {
     const QStyle *style = option.widget ? option.widget->style() : QApplication::style();
     return style->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, option.widget);
+}
+
+void paintCheck(QPainter &painter, const QRect &rect, bool checked, const QStyleOptionViewItem &option)
+{
+    const bool selected = option.state & QStyle::State_Selected;
+    const QColor ink = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+    const QColor ground = option.palette.color(selected ? QPalette::Highlight : QPalette::Base);
+    const QRectF box = QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(brannock::mixed(ink, ground, 0.4), 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(box, 2, 2);
+    if (checked) {
+        painter.setPen(QPen(ink, box.width() / 7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const QPointF tick[] = {box.topLeft() + QPointF(box.width() * 0.22, box.height() * 0.55),
+                                box.topLeft() + QPointF(box.width() * 0.42, box.height() * 0.75),
+                                box.topLeft() + QPointF(box.width() * 0.79, box.height() * 0.27)};
+        painter.drawPolyline(tick, int(std::size(tick)));
+    }
+    painter.restore();
 }
 
 } // namespace
@@ -40,15 +62,20 @@ void paintSymbol(QPainter &painter, const QRectF &square, QChar symbol, const QC
 
 void SymbolDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    QStyledItemDelegate::paint(painter, option, index);
     QStyleOptionViewItem full = option;
     initStyleOption(&full, index);
     const QRect check = checkRect(full);
+    const bool shown = full.checkState == Qt::Checked;
+    // The style's own box can hardly be seen in dark palettes, so only its background is wanted here.
+    full.features &= ~QStyleOptionViewItem::HasCheckIndicator;
+    const QStyle *style = full.widget ? full.widget->style() : QApplication::style();
+    style->drawControl(QStyle::CE_ItemViewItem, &full, painter, full.widget);
+    paintCheck(*painter, check, shown, full);
+
     const double side = option.rect.height() * kSwatchShare;
     const double left = check.right() + 1 + (option.rect.right() - check.right() - side) / 2;
     const QRectF square(left, option.rect.top() + (option.rect.height() - side) / 2, side, side);
-    const bool shown = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
-    painter->setOpacity(shown ? 1.0 : 0.45);
+    painter->setOpacity(shown ? 1.0 : kHiddenOpacity);
     paintSymbol(*painter, square, index.data(LegendModel::SymbolRole).toChar(),
                 index.data(LegendModel::ColourRole).value<QColor>());
     painter->setOpacity(1.0);

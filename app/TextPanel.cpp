@@ -39,6 +39,8 @@ QSize TextPanel::textSize(const QString &text) const
     int width = 0;
     for (const QString &line : lines)
         width = std::max(width, fontMetrics().horizontalAdvance(line));
+    // One more character: widths are rounded, and a line that just fits must not be cut.
+    width += fontMetrics().horizontalAdvance(u'0');
     return {width, int(lines.size()) * fontMetrics().lineSpacing()};
 }
 

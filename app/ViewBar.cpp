@@ -10,7 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace app {
 
-ViewBar::ViewBar(CommandActions &actions, QWidget *parent) : QToolBar(u"View"_s, parent)
+ViewBar::ViewBar(CommandActions &actions, QWidget *parent)
+    : QToolBar(u"View"_s, parent)
 {
     setObjectName(u"viewBar"_s);
     setMovable(false);
@@ -34,6 +35,7 @@ void ViewBar::addUndo(CommandActions &actions)
     m_changes = new QMenu(this);
     m_changes->setObjectName(u"changes"_s);
     m_changes->setToolTipsVisible(true);
+    connect(m_changes, &QMenu::aboutToShow, this, &ViewBar::changesWanted);
     auto *button = new QToolButton(this);
     button->setObjectName(u"undoButton"_s);
     button->setDefaultAction(undo);

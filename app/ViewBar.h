@@ -19,6 +19,8 @@ public:
     void setChanges(const QStringList &labels, int position);
 
 Q_SIGNALS:
+    /// The menu beside Undo is about to open: time for setChanges().
+    void changesWanted();
     void findRequested(const QString &address);
     /// As many changes are to stand.
     void changesRequested(int position);

@@ -111,11 +111,9 @@ bool WindowCommands::runDatabase(int command)
         return true;
     case ClearRecentDatabases:
         m_session.clearRecentDatabases();
-        m_host.refreshLegend();
         return true;
     case ClearRecentMaps:
         m_session.clearRecentMaps();
-        m_host.refreshLegend();
         return true;
     default:
         return false;
@@ -149,10 +147,8 @@ bool WindowCommands::runProject(int command)
         openProject();
         return true;
     case ClearRecentProjects:
-        if (confirmClear()) {
+        if (confirmClear())
             m_session.clearRecentProjects();
-            m_host.refreshLegend();
-        }
         return true;
     case ProjectInfo:
         m_window.showProjectInfo();
@@ -212,8 +208,8 @@ void WindowCommands::startComponentMaker()
 void WindowCommands::createShortcut()
 {
     try {
-        const QString path = createDesktopShortcut(
-            QStandardPaths::writableLocation(QStandardPaths::DesktopLocation), QCoreApplication::applicationFilePath());
+        const QString path = createDesktopShortcut(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
+                                                   QCoreApplication::applicationFilePath());
         m_session.prompts().status(messages::kShortcutCreated, QDir::toNativeSeparators(path));
     } catch (const tarnwick::Error &error) {
         m_session.prompts().error(messages::kShortcutFailed, error.text());

@@ -10,7 +10,7 @@
 namespace conversion {
 
 /// Turns the lines of one text, in their order, into report entries. Header lines can change the prompts; the values
-/// cut out are kept in the spec's fields.
+/// cut out are kept in the conversion spec's fields.
 class LineConverter
 {
 public:

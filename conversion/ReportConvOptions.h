@@ -28,7 +28,7 @@ class ReportConvOptions : public tarnwick::OptionFile
 public:
     ReportConvOptions();
 
-    QString specFile;      ///< of the spec in use, relative to the project
+    QString specFile;      ///< of the conversion spec in use, relative to the project
     QString reportsFolder; ///< where the Open dialog begins
     tarnwick::JTablePrintArg printArgs;
     qint32 sourceColumns = 80; ///< width of the text view in characters, 4 to 200

@@ -22,7 +22,7 @@ enum class StoreResult { Stored, Declined };
 ///     conversion.convertFile(path);      // report(), remarks()
 ///     conversion.store(prompts);         // reports\00012_PRI.rep
 ///
-/// The prompts, and the values kept in the spec's fields, go on from file to file as they do in the dialog; who wants
+/// The prompts, and the values kept in the conversion spec's fields, go on from file to file as they do in the dialog; who wants
 /// each file converted by itself sets them anew.
 class ReportConversion
 {
@@ -36,7 +36,7 @@ public:
     /// Reads the text, sets the prompts from its path and header lines, and makes the report of it. Throws
     /// tarnwick::FileError when the text cannot be read and tarnwick::Cancelled; report and prompts are then as before.
     void convertFile(const QString &machinePath, tarnwick::Progress *progress = nullptr);
-    /// The same on the text that is there already, after the spec or a prompt was changed.
+    /// The same on the text that is there already, after the conversion spec or a prompt was changed.
     void convertAgain(tarnwick::Progress *progress = nullptr);
 
     const TextSource &text() const { return m_text; }

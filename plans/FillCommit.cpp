@@ -4,6 +4,8 @@
 #include "QueryFill.h"
 #include "QuerySource.h"
 
+#include <array>
+
 namespace plans {
 
 void addNewFill(MapHost &host, const MapFill &working)
@@ -38,10 +40,18 @@ void addNewQueryFill(MapHost &host, const QueryFill &mapped)
     host.redrawMap();
 }
 
+quint32 paletteColour(int entry)
+{
+    static constexpr std::array<quint32, 8> colours{0x0000FF, 0xB27200, 0x009FE6, 0x739E00,
+                                                    0xA779CC, 0xE9B456, 0x42E4F0, 0x404040};
+    return colours[size_t(entry) % colours.size()];
+}
+
 bool addFillOfQuery(MapHost &host, const query::QueryDocument &query)
 {
     QueryFill fill;
     fill.parameters.query = query;
+    fill.colour = paletteColour(host.legend().count());
     const auto records = host.queries().run(query.name, query.sql);
     if (!records)
         return false;

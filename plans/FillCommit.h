@@ -18,8 +18,12 @@ void changeFill(MapHost &host, int entry, const MapFill &working);
 /// The same for a query that has been mapped already: it is not run again, and takes the symbol that the query had
 /// last, where there is one, in place of an automatic letter.
 void addNewQueryFill(MapHost &host, const QueryFill &mapped);
-/// Runs a query, maps its result and adds the fill, as OK in the dialog after "EXECUTE" does. False, which has been said,
-/// when it could not be run or mapped, or the user chose not to show its valid tubes.
+/// Runs a query, maps its result and adds the fill, as OK in the dialog after "EXECUTE" does, in a colour that tells it
+/// from the entries before it. False, which has been said, when it could not be run or mapped, or the user chose not to
+/// show its valid tubes.
 bool addFillOfQuery(MapHost &host, const query::QueryDocument &query);
+/// A colour (0x00BBGGRR) for the entry at that place of the legend: red, then colours that people who see no difference
+/// between red and green can tell apart.
+quint32 paletteColour(int entry);
 
 } // namespace plans

@@ -11,7 +11,10 @@ namespace {
 class ResultRecords : public QueryRecords
 {
 public:
-    ResultRecords(db::DatabaseSession &session, query::QueryContext &context) : result(session, context) {}
+    ResultRecords(db::DatabaseSession &session, query::QueryContext &context)
+        : result(session, context)
+    {
+    }
 
     query::QueryResult result;
 

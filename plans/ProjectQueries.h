@@ -14,7 +14,9 @@ class ProjectQueries : public QuerySource
 {
 public:
     /// Both must live as long as this object.
-    ProjectQueries(db::DatabaseSession &session, query::QueryContext &context) : m_session(session), m_context(context)
+    ProjectQueries(db::DatabaseSession &session, query::QueryContext &context)
+        : m_session(session)
+        , m_context(context)
     {
     }
 

@@ -8,7 +8,10 @@ namespace app {
 class LegendEditor
 {
 public:
-    explicit LegendEditor(plans::MapHost &host) : m_host(host) {}
+    explicit LegendEditor(plans::MapHost &host)
+        : m_host(host)
+    {
+    }
 
     void setShown(int entry, bool shown);
     void showOnly(int entry);

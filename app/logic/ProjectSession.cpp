@@ -89,6 +89,8 @@ bool ProjectSession::openProject(const QString &folder)
         return false;
     }
     closeDatabase();
+    if (replacing)
+        replacing();
     m_legend.setSteamGen(loaded->steamGen);
     m_undo.reset(loaded->steamGen);
     m_project = std::move(loaded);
@@ -153,18 +155,21 @@ void ProjectSession::clearRecentProjects()
 {
     m_system.recentProjects.clear();
     store(m_system);
+    notify();
 }
 
 void ProjectSession::clearRecentDatabases()
 {
     m_recent.clearDatabases(m_project->folder);
     store(m_recent);
+    notify();
 }
 
 void ProjectSession::clearRecentMaps()
 {
     m_recent.clearMaps(m_project->folder);
     store(m_recent);
+    notify();
 }
 
 } // namespace app

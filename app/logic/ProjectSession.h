@@ -10,8 +10,8 @@
 
 namespace app {
 
-/// The open project with everything that belongs to it: component, database, legend, undo, options and recent lists. Knows
-/// no window.
+/// The open project with everything that belongs to it: component, database, legend, undo, options and recent lists.
+/// Knows no window.
 class ProjectSession : private db::ConnectionListener
 {
 public:
@@ -21,8 +21,8 @@ public:
     ProjectSession(const ProjectSession &) = delete;
     ProjectSession &operator=(const ProjectSession &) = delete;
 
-    /// Loads the project of a folder in place of the present one, and connects its database. A folder that holds none, or a
-    /// damaged one, is said; the present project then stays. False in that case.
+    /// Loads the project of a folder in place of the present one, and connects its database. A folder that holds none,
+    /// or a damaged one, is said; the present project then stays. False in that case.
     bool openProject(const QString &folder);
     bool hasProject() const { return m_project->isLoaded(); }
     /// Empty without one.
@@ -58,7 +58,9 @@ public:
     /// Asks first.
     void uploadComponent();
 
-    /// After another project was opened or another database connected or closed.
+    /// The present component is about to go: nothing may look at it any more.
+    std::function<void()> replacing;
+    /// After another project was opened, a database connected or closed, or a recent list cleared.
     std::function<void()> changed;
 
 private:

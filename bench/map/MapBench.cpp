@@ -124,6 +124,7 @@ void panFrame(benchmark::State &state)
     Setup setup(state);
     MapCache cache;
     setup.view.zoomAt({200, 200}, 2);
+    cache.update(setup.scene, setup.view, Qt::white);
     int step = 0;
     for (auto _ : state) {
         setup.view.panBy(step++ / 20 % 2 ? QPointF(13, 7) : QPointF(-13, -7));

@@ -24,7 +24,7 @@ bool ConversionRequest::isInProject() const
 {
     if (!m_project)
         return false;
-    const auto below = [this](const QString &path, const QString &folder) {
+    const auto below = [](const QString &path, const QString &folder) {
         return SuitePath(path).isBelow(SuitePath(folder).text() + u"\\arvo"_s);
     };
     const QString path = QDir::cleanPath(QFileInfo(m_session->path()).absoluteFilePath());

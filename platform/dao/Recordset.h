@@ -7,8 +7,11 @@ namespace dao {
 
 /// The rows of a query or a table.
 /// A dynaset holds one key per row (8 bytes a row for one table) and reads cells on demand: its membership and order
-/// are fixed when it is opened, its values are live. A snapshot reads in one pass forward. A table-append set only adds
-/// rows.
+/// are fixed when it is opened, its values are live. A row is read anew after every move, and after every change made
+/// through this database. Others can write to the file between the reads; only while an event loop runs is what is read
+/// until it is reached again (one painting of a grid) read in one piece.
+/// A snapshot reads in one pass forward; others cannot commit until it has come to its end or is closed.
+/// A table-append set only adds rows.
 class Recordset
 {
 public:

@@ -23,6 +23,19 @@ QString bracketed(const QString &name)
     return u'[' + name + u']';
 }
 
+// The values of a cross table's pivot become its columns.
+sql::SelectPlan withColumns(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<Value> &parameters)
+{
+    store::Statement values(db.connection, plan.crosstab->valuesSql, store::Access::User);
+    for (int i = 0; i < qMin(values.parameterCount(), int(parameters.size())); ++i)
+        store::bindValue(values, i + 1, parameters[i]);
+    QList<sql::CrosstabHeading> headings;
+    while (values.step())
+        headings.append({store::columnValue(values, 0, DataType::Text).text(),
+                         store::columnValue(values, 1, DataType::Text).text()});
+    return sql::withHeadings(plan, headings);
+}
+
 } // namespace
 
 void Recordset::Impl::open(Type asked, const QString &text)
@@ -37,8 +50,9 @@ void Recordset::Impl::open(Type asked, const QString &text)
         openTable(*table);
         return;
     }
-    const bool isName = table || db->catalog.findQuery(name);
-    const QString sql = isName ? QString(u"SELECT * FROM "_s + bracketed(name)) : text;
+    // A stored query is opened as its own text says: it may be a cross table, whose columns no other query could know.
+    const QueryInfo *stored = table ? nullptr : db->catalog.findQuery(name);
+    const QString sql = table ? QString(u"SELECT * FROM "_s + bracketed(name)) : stored ? stored->sql : text;
     openQuery(std::make_unique<QueryDef::Impl>(*database, db, sql));
 }
 
@@ -79,7 +93,8 @@ void Recordset::Impl::run()
 {
     store::SourceScope scope(db->connection, source);
     query->requireParameters(source);
-    const auto &plan = std::get<sql::SelectPlan>(query->compiled->plan);
+    const auto &compiled = std::get<sql::SelectPlan>(query->compiled->plan);
+    const sql::SelectPlan plan = compiled.crosstab ? withColumns(*db, compiled, query->parameters) : compiled;
     dropEdit();
     rows.reset();
     keyed = nullptr;

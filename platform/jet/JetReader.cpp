@@ -28,7 +28,8 @@ public:
     void run(bool schemaOnly);
 
 private:
-    struct Next {
+    struct Next
+    {
         wire::Frame kind;
         wire::WireReader payload;
     };

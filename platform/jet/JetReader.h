@@ -14,7 +14,8 @@ namespace jet {
 bool isJetFile(const QString &path);
 
 /// Something that could not be carried over, or not as it was.
-struct Remark {
+struct Remark
+{
     enum class Kind {
         NotCarried, ///< of a kind that this program has no place for: forms, linked tables
         Changed,    ///< carried over, but not to the last digit or character
@@ -27,7 +28,8 @@ struct Remark {
 };
 
 /// A table: what the engine knows of one, and what only Jet keeps.
-struct Table {
+struct Table
+{
     dao::TableInfo info; ///< without keyColumn
     QString description;
     QStringList fieldDescriptions; ///< in the order of info.fields
@@ -35,9 +37,10 @@ struct Table {
     qint64 lastAutoNumber = 0;     ///< the last number given to the autonumber field; 0 when there is none
 };
 
-struct Schema {
-    int jetVersion = 0; ///< 3 (Access 97) or 4 (Access 2000 to 2003)
-    int codePage = 0;   ///< of the text of a Jet 3 file
+struct Schema
+{
+    int jetVersion = 0;  ///< 3 (Access 97) or 4 (Access 2000 to 2003)
+    int codePage = 0;    ///< of the text of a Jet 3 file
     QList<Table> tables; ///< those of users, in the order of the file's catalog
     QList<dao::RelationInfo> relations;
     QList<dao::QueryInfo> queries; ///< as SQL text in the dialect of the engine
@@ -56,16 +59,17 @@ public:
     virtual void endTable(const dao::TableInfo &table, qint64 rows) = 0;
 };
 
-struct ReadOptions {
+struct ReadOptions
+{
     /// The reading program. Empty: the one that ARVO_JET_READER names, else arvo-jet-reader beside the running program.
     QString program;
     /// Seconds without a byte from the reading process after which it is given up.
     int patience = 60;
 };
 
-/// Reads a Jet 3 or Jet 4 file in a process of its own with limits on time and memory, so that no file, however damaged,
-/// can harm this one. The file is not written to. What is missing is told by remarks(), never left out in silence; a
-/// caller must look at them before it presents the content as whole.
+/// Reads a Jet 3 or Jet 4 file in a process of its own with limits on time and memory, so that no file, however
+/// damaged, can harm this one. The file is not written to. What is missing is told by remarks(), never left out in
+/// silence; a caller must look at them before it presents the content as whole.
 class JetReader
 {
 public:
@@ -74,8 +78,8 @@ public:
     JetReader(const JetReader &) = delete;
     JetReader &operator=(const JetReader &) = delete;
 
-    /// The whole file. Errors: JetError; JetCancelled when progress (may be null) says so, which is asked about ten times a
-    /// second. After either, what the sink was given is not the file's content and must be dropped.
+    /// The whole file. Errors: JetError; JetCancelled when progress (may be null) says so, which is asked about ten
+    /// times a second. After either, what the sink was given is not the file's content and must be dropped.
     void read(Sink &sink, dao::Progress *progress = nullptr);
     /// The schema alone; as quick for a large file as for a small one. The rows' remarks are missing then.
     Schema readSchema(dao::Progress *progress = nullptr);

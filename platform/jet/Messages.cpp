@@ -13,7 +13,8 @@ using wire::RemarkCode;
 using Kind = Remark::Kind;
 using Reason = JetError::Reason;
 
-struct FaultText {
+struct FaultText
+{
     Fault fault;
     const char16_t *text;
 };
@@ -33,7 +34,8 @@ constexpr FaultText kFaults[] = {
     {Fault::Overlapping, u"values overlap"},
 };
 
-struct ErrorText {
+struct ErrorText
+{
     Reason reason;
     const char16_t *text;
 };
@@ -46,12 +48,14 @@ constexpr ErrorText kErrors[] = {
     {Reason::Damaged, u"The file '%1' is damaged: the list of its objects cannot be read (%2)."},
     {Reason::OutOfMemory, u"The file '%1' could not be read: there is not enough memory."},
     {Reason::ReaderMissing, u"The file '%1' could not be read: the program '%2' could not be started."},
-    {Reason::ReaderFailed, u"The file '%1' could not be read: the reading process failed (%2). The file may be damaged."},
+    {Reason::ReaderFailed,
+     u"The file '%1' could not be read: the reading process failed (%2). The file may be damaged."},
     {Reason::ReaderStuck,
      u"The file '%1' could not be read: the reading process did not answer for %2 seconds. The file may be damaged."},
 };
 
-struct RemarkText {
+struct RemarkText
+{
     RemarkCode code;
     Kind kind;
     const char16_t *text;

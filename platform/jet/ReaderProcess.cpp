@@ -11,10 +11,10 @@ using namespace Qt::StringLiterals;
 namespace jet {
 namespace {
 
-constexpr int kAskEvery = 100;           // milliseconds
-constexpr int kStartTime = 10'000;       // milliseconds
-constexpr int kEndTime = 5'000;          // milliseconds
-constexpr qsizetype kMostErrors = 4096;  // bytes of the child's error stream that are kept
+constexpr int kAskEvery = 100;          // milliseconds
+constexpr int kStartTime = 10'000;      // milliseconds
+constexpr int kEndTime = 5'000;         // milliseconds
+constexpr qsizetype kMostErrors = 4096; // bytes of the child's error stream that are kept
 constexpr qsizetype kCompactAt = 1 << 20;
 // A frame holds a row, and a row no more than its file: as text twice that, with room for schema and heads.
 constexpr quint64 kFrameRoom = 16 * 1024 * 1024;

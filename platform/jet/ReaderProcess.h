@@ -17,7 +17,8 @@ public:
     ReaderProcess(const QString &path, const ReadOptions &options, bool schemaOnly, dao::Progress *progress);
     ~ReaderProcess();
 
-    struct Frame {
+    struct Frame
+    {
         wire::Frame kind;
         std::span<const uchar> payload; ///< lives until the next call
     };

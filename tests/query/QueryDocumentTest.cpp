@@ -80,11 +80,18 @@ TEST_F(QueryFileTest, ADamagedFileLeavesTheDocumentAsItIs)
     EXPECT_THROW(query::readQueryFile(document, path, roots), tarnwick::JFileError);
     EXPECT_THROW(query::readQueryFile(document, folder.path(u"none.qry"_s), roots), tarnwick::FileError);
     EXPECT_EQ(document, sample());
-    support::expectDamageIsSurvived<tarnwick::FileError>(whole, [this, &path](const QByteArray &bytes) {
-        folder.write(u"a.qry"_s, bytes);
-        QueryDocument read;
-        query::readQueryFile(read, path, roots);
-    });
+}
+
+TEST(QueryDocument, ADamagedRecordIsReadOrRefused)
+{
+    JFile file = JFile::forWriting({});
+    sample().serialize(file);
+    const auto readBack = [](const QByteArray &bytes) {
+        JFile from = JFile::fromBytes(bytes, u"record"_s);
+        QueryDocument().serialize(from);
+    };
+    support::expectEveryTruncationThrows<tarnwick::JFileError>(file.bytes(), readBack);
+    support::expectDamageIsSurvived<tarnwick::JFileError>(file.bytes(), readBack);
 }
 
 TEST(QueryDocument, OnlyTheExtensionMakesAFile)

@@ -122,7 +122,11 @@ void paintBand(QPainter &painter, const QPolygonF &band, const QPalette &palette
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, band.size() > 5);
+    painter.setBrush(Qt::NoBrush);
     QColor filling = palette.color(QPalette::Highlight);
+    // White beneath the line keeps it in sight on selected tubes, too.
+    painter.setPen(QPen(QColor(255, 255, 255, 160), 3));
+    painter.drawPolygon(band, Qt::WindingFill);
     painter.setPen(QPen(filling, 1));
     filling.setAlpha(50);
     painter.setBrush(filling);

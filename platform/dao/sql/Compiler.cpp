@@ -3,6 +3,7 @@
 #include "bind/DefinitionPlanner.h"
 #include "bind/ModifyBinder.h"
 #include "bind/RuleBinder.h"
+#include "bind/TransformBinder.h"
 #include "bind/Types.h"
 #include "generate/Generator.h"
 
@@ -47,7 +48,11 @@ private:
         return selectInto(*single->into, *bound, std::move(select));
     }
 
-    Plan plan(const ast::Transform &) { m_context.fail(error::SyntaxInTransform, {}); }
+    Plan plan(const ast::Transform &node)
+    {
+        const bound::Transform bound = bound::TransformBinder(m_context).bind(node);
+        return Generator(m_context).transform(bound);
+    }
 
     Plan plan(const ast::Insert &node)
     {

@@ -7,6 +7,14 @@ namespace dao::sql {
 /// Throws DaoException with the engine's number and a place in the text.
 CompiledStatement compile(const SchemaView &schema, const QString &text);
 
+/// A heading of a cross table: a row of CrosstabPlan::valuesSql.
+struct CrosstabHeading {
+    QString name;
+    QString valueSql;
+};
+/// The plan of a cross table with its headings. Throws 3205 when there are too many.
+SelectPlan withHeadings(const SelectPlan &plan, const QList<CrosstabHeading> &headings);
+
 /// Only lexer and parser: throws on a syntax error, never looks at the schema.
 void checkSyntax(const QString &text);
 

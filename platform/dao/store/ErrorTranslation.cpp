@@ -128,6 +128,12 @@ void raiseOwn(const EngineFailure &failure)
         name.remove(u"main."_s);
         raise(failure, error::UnknownSource, {name});
     }
+    // Limits of the inner engine's parser, planner and expressions.
+    for (const QStringView limit :
+         {u"parser stack overflow", u"Expression tree is too large", u"too many", u"at most 64 tables"}) {
+        if (failure.text.contains(limit))
+            raise(failure, error::TooComplex);
+    }
     if (failure.text.contains(u"overflow"_s))
         raise(failure, error::Overflow);
     raise(failure, error::Internal, {QString::number(failure.extendedCode)});

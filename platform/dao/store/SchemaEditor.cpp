@@ -1,10 +1,9 @@
 #include "SchemaEditor.h"
 
 #include "Connection.h"
-#include "EngineRules.h"
+#include "DefinitionCheck.h"
 #include "ErrorTranslation.h"
 #include "RelationTriggers.h"
-#include "SystemTables.h"
 #include "TableDefinition.h"
 #include "TableRebuild.h"
 
@@ -16,33 +15,9 @@ namespace dao::store {
 
 namespace {
 
-constexpr int longestName = 64;
-constexpr int largestText = 255;
-
 bool sameName(QStringView a, QStringView b)
 {
     return a.compare(b, Qt::CaseInsensitive) == 0;
-}
-
-bool isForbiddenInName(QChar c)
-{
-    return c.unicode() < 0x20 || QStringView(u".!`[]").contains(c);
-}
-
-QSet<QString> fieldsOf(const IndexInfo &index)
-{
-    QSet<QString> names;
-    for (const IndexField &field : index.fields)
-        names.insert(folded(field.name));
-    return names;
-}
-
-QSet<QString> keyFieldsOf(const RelationInfo &relation)
-{
-    QSet<QString> names;
-    for (const RelationField &field : relation.fields)
-        names.insert(folded(field.field));
-    return names;
 }
 
 bool involves(const RelationInfo &relation, QStringView table)
@@ -76,14 +51,6 @@ bool servesForeignKey(const TableInfo &table, const IndexInfo &index, const Rela
     return true;
 }
 
-/// True when the relation's primary table can hold no two rows of one key.
-bool hasUniqueIndex(const TableInfo &table, const RelationInfo &relation)
-{
-    return std::any_of(table.indexes.begin(), table.indexes.end(), [&](const IndexInfo &index) {
-        return index.unique && fieldsOf(index) == keyFieldsOf(relation);
-    });
-}
-
 } // namespace
 
 void SchemaEditor::fail(int number, const QStringList &arguments) const
@@ -99,69 +66,9 @@ const StoredTable &SchemaEditor::stored(QStringView name) const
     return *table;
 }
 
-void SchemaEditor::checkName(const QString &name) const
+DefinitionCheck SchemaEditor::check() const
 {
-    const bool valid = !name.isEmpty() && name.size() <= longestName && name.front() != u' ' &&
-                       std::none_of(name.begin(), name.end(), isForbiddenInName);
-    if (!valid || isSystemTableName(name))
-        fail(error::InvalidName, {name});
-}
-
-FieldInfo SchemaEditor::checked(const FieldInfo &given) const
-{
-    FieldInfo field = given;
-    checkName(field.name);
-    switch (field.type) {
-    case DataType::Boolean:
-    case DataType::Byte:
-    case DataType::Integer:
-    case DataType::Long:
-    case DataType::Currency:
-    case DataType::Single:
-    case DataType::Double:
-    case DataType::Date:
-    case DataType::Binary:
-    case DataType::Text:
-    case DataType::LongBinary:
-    case DataType::Memo:
-    case DataType::Guid:
-    case DataType::Decimal:
-        break;
-    default:
-        fail(error::InvalidFieldType);
-    }
-    if (field.isAutoIncrement() && field.type != DataType::Long)
-        fail(error::InvalidFieldType);
-    if (field.type == DataType::Text && field.size > largestText)
-        fail(error::InvalidArgument);
-    field.size = sizeOf(field.type, field.size);
-    const bool variable =
-        isTextType(field.type) || field.type == DataType::Binary || field.type == DataType::LongBinary;
-    field.attributes |= Updatable | (variable ? VariableField : FixedField);
-    field.allowZeroLength = field.allowZeroLength && isTextType(field.type);
-    field.sourceTable.clear();
-    field.sourceField.clear();
-    // A text that is no rule, or no default, is refused now and not when the first row comes.
-    if (!field.validationRule.trimmed().isEmpty())
-        needsEngine(field);
-    constantDefault(field);
-    return field;
-}
-
-IndexInfo SchemaEditor::checked(const TableInfo &table, const IndexInfo &given) const
-{
-    IndexInfo index = given;
-    checkName(index.name);
-    if (index.fields.isEmpty())
-        fail(error::NoFieldDefined);
-    for (IndexField &field : index.fields) {
-        const FieldInfo *info = table.field(field.name);
-        if (!info)
-            fail(error::InvalidIndexField, {field.name});
-        field.name = info->name;
-    }
-    index.unique = index.unique || index.primary;
-    return index;
+    return DefinitionCheck(m_catalog, m_connection.source());
 }
 
 void SchemaEditor::createIndexes(const TableInfo &table)
@@ -172,51 +79,10 @@ void SchemaEditor::createIndexes(const TableInfo &table)
     }
 }
 
-StoredTable SchemaEditor::shaped(const TableInfo &given) const
-{
-    StoredTable table;
-    table.info.name = given.name;
-    table.info.attributes = given.attributes;
-    table.info.validationRule = given.validationRule;
-    table.info.validationText = given.validationText;
-    if (given.fields.isEmpty())
-        fail(error::NoFieldDefined);
-    bool autonumber = false;
-    for (const FieldInfo &field : given.fields) {
-        if (table.info.field(field.name))
-            fail(error::FieldDefinedTwice);
-        table.info.fields.append(checked(field));
-        if (autonumber && field.isAutoIncrement())
-            fail(error::InvalidFieldType);
-        autonumber = autonumber || field.isAutoIncrement();
-    }
-    for (const IndexInfo &index : given.indexes) {
-        if (table.info.index(index.name))
-            fail(error::IndexNameExists, {given.name, index.name});
-        table.info.indexes.append(checked(table.info, index));
-    }
-    if (std::count_if(table.info.indexes.begin(), table.info.indexes.end(), [](auto &index) { return index.primary; }) >
-        1)
-        fail(error::PrimaryKeyExists);
-    table.info.keyColumn = keyColumnFor(table.info);
-    if (table.info.keyColumn.isEmpty())
-        fail(error::InvalidName, {u"rowid"_s});
-    return table;
-}
-
-void SchemaEditor::requireNewName(const QString &name) const
-{
-    checkName(name);
-    if (m_catalog.findTable(name))
-        fail(error::TableExists, {name});
-    if (m_catalog.findQuery(name))
-        fail(error::ObjectExists, {name});
-}
-
 void SchemaEditor::createTable(const TableInfo &given)
 {
-    requireNewName(given.name);
-    StoredTable table = shaped(given);
+    StoredTable table;
+    table.info = check().table(given);
     m_catalog.change([&] {
         m_connection.run(createTableSql(table, table.info.name));
         createIndexes(table.info);
@@ -226,8 +92,8 @@ void SchemaEditor::createTable(const TableInfo &given)
 
 StoredTable SchemaEditor::createUnindexed(const TableInfo &given, const QSet<QString> &lateRequired)
 {
-    requireNewName(given.name);
-    StoredTable table = shaped(given);
+    StoredTable table;
+    table.info = check().table(given);
     table.lateRequired = lateRequired;
     m_catalog.change([&] {
         m_connection.run(createTableSql(table, table.info.name));
@@ -295,7 +161,8 @@ void SchemaEditor::requireRelations(const StoredTable &before, const TableInfo &
 void SchemaEditor::alterTable(QStringView name, const TableInfo &newShape, const QList<FieldFill> &fills)
 {
     const StoredTable before = stored(name);
-    StoredTable after = shaped(newShape);
+    StoredTable after;
+    after.info = check().shape(newShape);
     after.id = before.id;
     after.info.name = before.info.name;
     for (int i = 0; i < int(after.info.fields.size()); ++i)
@@ -311,7 +178,7 @@ void SchemaEditor::alterTable(QStringView name, const TableInfo &newShape, const
 void SchemaEditor::addField(QStringView tableName, const FieldInfo &given)
 {
     const StoredTable before = stored(tableName);
-    const FieldInfo field = checked(given);
+    const FieldInfo field = check().field(given);
     if (before.info.field(field.name))
         fail(error::FieldExists, {field.name, before.info.name});
     StoredTable after = before;
@@ -340,7 +207,7 @@ void SchemaEditor::alterField(QStringView tableName, const FieldInfo &given)
     if (ordinal < 0)
         fail(error::NoSuchField, {given.name, before.info.name});
     StoredTable after = before;
-    FieldInfo field = checked(given);
+    FieldInfo field = check().field(given);
     field.name = before.info.fields[ordinal].name;
     field.ordinal = ordinal;
     after.info.fields[ordinal] = field;
@@ -360,7 +227,7 @@ void SchemaEditor::deleteField(QStringView tableName, QStringView fieldName)
     if (ordinal < 0)
         fail(error::ItemNotFound);
     for (const IndexInfo &index : before.info.indexes) {
-        if (fieldsOf(index).contains(folded(fieldName)))
+        if (fieldNames(index).contains(folded(fieldName)))
             fail(error::FieldInIndex);
     }
     for (const RelationInfo &relation : m_catalog.relations()) {
@@ -388,7 +255,7 @@ void SchemaEditor::addRule(QStringView tableName, const QString &rule)
 void SchemaEditor::createIndex(QStringView tableName, const IndexInfo &given)
 {
     const StoredTable before = stored(tableName);
-    const IndexInfo index = checked(before.info, given);
+    const IndexInfo index = check().index(before.info, given);
     if (before.info.index(index.name))
         fail(error::IndexNameExists, {before.info.name, index.name});
     for (const IndexInfo &other : before.info.indexes) {
@@ -416,10 +283,10 @@ bool SchemaEditor::isReferenced(const TableInfo &table, const IndexInfo &index) 
     if (!index.unique)
         return false;
     for (const RelationInfo &relation : m_catalog.relations()) {
-        if (!sameName(relation.table, table.name) || keyFieldsOf(relation) != fieldsOf(index))
+        if (!sameName(relation.table, table.name) || keyFieldNames(relation) != fieldNames(index))
             continue;
         const auto standIns = std::count_if(table.indexes.begin(), table.indexes.end(), [&](const IndexInfo &other) {
-            return other.unique && fieldsOf(other) == fieldsOf(index);
+            return other.unique && fieldNames(other) == fieldNames(index);
         });
         if (standIns < 2)
             return true;
@@ -451,32 +318,6 @@ void SchemaEditor::deleteIndex(QStringView tableName, QStringView indexName)
     });
 }
 
-RelationInfo SchemaEditor::checked(const RelationInfo &given) const
-{
-    RelationInfo relation = given;
-    checkName(relation.name);
-    const TableInfo &table = stored(relation.table).info;
-    const TableInfo &foreignTable = stored(relation.foreignTable).info;
-    relation.table = table.name;
-    relation.foreignTable = foreignTable.name;
-    if (m_catalog.findRelation(relation.name))
-        fail(error::RelationExists, {relation.name});
-    if (relation.fields.isEmpty())
-        fail(error::RelationWithoutFields);
-    for (RelationField &field : relation.fields) {
-        const FieldInfo *key = table.field(field.field);
-        const FieldInfo *foreign = foreignTable.field(field.foreignField);
-        if (!key || !foreign)
-            fail(error::InvalidIndexField, {key ? field.foreignField : field.field});
-        if (key->type != foreign->type)
-            fail(error::RelationTypes);
-        field = {key->name, foreign->name};
-    }
-    if (!hasUniqueIndex(table, relation) && !(relation.attributes & DontEnforce))
-        fail(error::NoUniqueIndexForRelation);
-    return relation;
-}
-
 void SchemaEditor::installRelation(const RelationInfo &relation, const TableInfo &foreignTable)
 {
     for (const QString &trigger : relationTriggers(relation))
@@ -497,7 +338,7 @@ void SchemaEditor::uninstallRelation(const RelationInfo &relation)
 
 void SchemaEditor::createRelation(const RelationInfo &given)
 {
-    const RelationInfo relation = checked(given);
+    const RelationInfo relation = check().relation(given);
     m_catalog.change([&] {
         if (!(relation.attributes & DontEnforce) && m_connection.number(relationViolationSql(relation)) != 0)
             fail(error::RelationViolated, {relation.foreignTable, relation.table});
@@ -520,7 +361,7 @@ void SchemaEditor::deleteRelation(QStringView name)
 
 void SchemaEditor::createQuery(const QueryInfo &query)
 {
-    checkName(query.name);
+    check().name(query.name);
     if (m_catalog.findQuery(query.name) || m_catalog.findTable(query.name))
         fail(error::ObjectExists, {query.name});
     m_catalog.change([&] { writeQuery(m_connection, query); });

@@ -4,6 +4,7 @@
 namespace dao::store {
 
 class Connection;
+class DefinitionCheck;
 
 /// Changes of the schema: the file's definitions and the catalog together, each change as a whole or not at all.
 class SchemaEditor
@@ -44,13 +45,7 @@ public:
 private:
     [[noreturn]] void fail(int number, const QStringList &arguments = {}) const;
     const StoredTable &stored(QStringView name) const;
-    void checkName(const QString &name) const;
-    FieldInfo checked(const FieldInfo &field) const;
-    IndexInfo checked(const TableInfo &table, const IndexInfo &index) const;
-    RelationInfo checked(const RelationInfo &relation) const;
-    /// The definition, checked and completed.
-    StoredTable shaped(const TableInfo &given) const;
-    void requireNewName(const QString &name) const;
+    DefinitionCheck check() const;
     void requireRelations(const StoredTable &before, const TableInfo &after) const;
     void replaceTable(const StoredTable &before, StoredTable &after, const QList<FieldFill> &fills = {});
     void installRelation(const RelationInfo &relation, const TableInfo &foreignTable);

@@ -211,12 +211,21 @@ void TableRebuild::checkChangedFields()
         const FieldInfo *old = m_before.info.field(field.name);
         const QList<ColumnCheck> before = old && !isFilled(field) ? columnChecks(m_before, *old) : QList<ColumnCheck>();
         for (const ColumnCheck &check : columnChecks(m_after, field)) {
-            if (!before.contains(check) && m_connection.number(u"SELECT EXISTS (SELECT 1 FROM "_s +
-                                                               sql::quotedName(newName) + u" WHERE NOT ("_s +
-                                                               check.condition + u"))"_s) != 0)
-                raiseCheck(check.name, m_connection.source(), m_connection.schema());
+            if (!before.contains(check))
+                verify(check);
         }
     }
+    const QString rule = tableRuleCondition(m_after.info);
+    if (!rule.isEmpty())
+        verify({constraint::name(constraint::rule, m_after.info.name, {}), rule});
+}
+
+void TableRebuild::verify(const ColumnCheck &check)
+{
+    const bool broken = m_connection.number(u"SELECT EXISTS (SELECT 1 FROM "_s + sql::quotedName(newName) + u" WHERE NOT ("_s +
+                                            check.condition + u"))"_s) != 0;
+    if (broken)
+        raiseCheck(check.name, m_connection.source(), m_connection.schema());
 }
 
 void TableRebuild::keepSequence()

@@ -1,5 +1,6 @@
 #pragma once
 #include "CatalogStorage.h"
+#include "TableDefinition.h"
 
 namespace dao::store {
 
@@ -28,6 +29,7 @@ private:
     void copyFilled();
     bool isFilled(const FieldInfo &field) const;
     void checkChangedFields();
+    void verify(const ColumnCheck &check);
     void keepSequence();
 
     Connection &m_connection;

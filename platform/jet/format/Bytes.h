@@ -1,8 +1,8 @@
 #pragma once
 #include <jet/wire/Protocol.h>
 
-#include <QtGlobal>
 #include <exception>
+#include <QtGlobal>
 #include <span>
 
 namespace jet::format {

@@ -24,7 +24,8 @@ enum class ObjectKind : qint16 {
     Page = -32756
 };
 
-struct CatalogEntry {
+struct CatalogEntry
+{
     quint32 id = 0;
     QString name;
     ObjectKind kind = ObjectKind::Table;
@@ -41,7 +42,8 @@ struct CatalogEntry {
 };
 
 /// The objects of a file.
-struct Catalog {
+struct Catalog
+{
     QList<CatalogEntry> entries;
     SystemTableState state;
 
@@ -51,7 +53,8 @@ struct Catalog {
 /// Damage when the catalog cannot be read at all.
 Catalog readCatalog(Pages &pages, const TextCodec &text);
 
-struct Relations {
+struct Relations
+{
     QList<dao::RelationInfo> relations;
     SystemTableState state;
 };
@@ -60,7 +63,8 @@ struct Relations {
 Relations readRelations(Pages &pages, const TextCodec &text, const Catalog &catalog);
 
 /// A row of the table that holds the stored queries.
-struct QueryRow {
+struct QueryRow
+{
     int attribute = 0;
     int flag = 0;
     QString expression;
@@ -70,7 +74,8 @@ struct QueryRow {
 };
 
 /// The rows of all stored queries by the ids of their objects, each in the order in which they are to be read.
-struct QueryRows {
+struct QueryRows
+{
     QHash<quint32, QList<QueryRow>> queries;
     SystemTableState state;
 };

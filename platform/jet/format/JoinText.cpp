@@ -12,7 +12,8 @@ namespace jet::format {
 namespace {
 
 // Sources that are joined already, with the text of their join but for its last condition, to which terms may be added.
-struct Fragment {
+struct Fragment
+{
     QStringList names;
     QString head;
     QStringList conditions;
@@ -71,8 +72,8 @@ qsizetype fragmentOf(const QList<Fragment> &fragments, const QString &name)
 bool samePair(const JoinTerm &a, const JoinTerm &b)
 {
     const auto same = [](const QString &x, const QString &y) { return x.compare(y, Qt::CaseInsensitive) == 0; };
-    return a.kind == b.kind
-        && ((same(a.left, b.left) && same(a.right, b.right)) || (same(a.left, b.right) && same(a.right, b.left)));
+    return a.kind == b.kind &&
+           ((same(a.left, b.left) && same(a.right, b.right)) || (same(a.left, b.right) && same(a.right, b.left)));
 }
 
 // A term between sources that are joined already over others (a ring of joins) goes to the outermost join.

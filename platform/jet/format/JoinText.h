@@ -5,14 +5,16 @@
 namespace jet::format {
 
 /// A source of a stored query: a table or query with an alias, or a derived table with its statement.
-struct JoinSource {
+struct JoinSource
+{
     QString table;
     QString alias;
     QString statement;
 };
 
 /// A join term between two sources, called by alias or name. Several terms of one pair are joined by AND.
-struct JoinTerm {
+struct JoinTerm
+{
     QString left;
     QString right;
     QString condition;

@@ -9,8 +9,8 @@ class LongValues
 public:
     explicit LongValues(Pages &pages);
 
-    /// The whole value; it lives until the next call. Damage when it is not there as its length says. No two values of a
-    /// file share their bytes, so all values together cannot be longer than the file: what asks for more is damaged.
+    /// The whole value; it lives until the next call. Damage when it is not there as its length says. No two values of
+    /// a file share their bytes, so all values together cannot be longer than the file: what asks for more is damaged.
     Bytes read(Bytes field);
 
 private:

@@ -28,7 +28,8 @@ constexpr quint16 kSlotDeleted = kSlotHidden | kSlotPointer;
 constexpr quint16 kSlotOffset = 0x1FFF;
 
 /// A row by its page and its slot there, as the file writes it: the slot in the lowest byte.
-struct RowPointer {
+struct RowPointer
+{
     quint32 page = 0;
     int slot = 0;
     static RowPointer of(quint32 value) { return {value >> 8, int(value & 0xFF)}; }
@@ -58,7 +59,8 @@ public:
     Bytes row(Bytes page, int slot) const;
 
 private:
-    struct Slot {
+    struct Slot
+    {
         quint32 page = 0;
         bool filled = false;
         std::vector<uchar> bytes;

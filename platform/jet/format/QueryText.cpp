@@ -21,17 +21,7 @@ enum Attribute {
     kHaving,
     kOrderBy
 };
-enum Statement {
-    kSelect = 1,
-    kMakeTable,
-    kAppend,
-    kUpdate,
-    kDelete,
-    kCrosstab,
-    kDefinition,
-    kPassThrough,
-    kUnion
-};
+enum Statement { kSelect = 1, kMakeTable, kAppend, kUpdate, kDelete, kCrosstab, kDefinition, kPassThrough, kUnion };
 enum Option { kAllFields = 1, kDistinct = 2, kOwnerAccess = 4, kDistinctRow = 8, kTop = 16, kPercent = 32 };
 enum CrosstabColumn { kPivotValue = 0, kPivotHead = 1, kRowHead = 2 };
 constexpr int kAppendValue = 0x8000;
@@ -207,8 +197,8 @@ QString StatementText::orderBy() const
 QString StatementText::afterColumns(bool crosstab) const
 {
     const QString sources = from();
-    return (sources.isEmpty() ? QString() : u"\nFROM "_s + sources) + condition(u"WHERE"_s, kWhere) + groupBy(crosstab)
-        + condition(u"HAVING"_s, kHaving) + orderBy();
+    return (sources.isEmpty() ? QString() : u"\nFROM "_s + sources) + condition(u"WHERE"_s, kWhere) +
+           groupBy(crosstab) + condition(u"HAVING"_s, kHaving) + orderBy();
 }
 
 QString StatementText::select() const
@@ -219,8 +209,8 @@ QString StatementText::select() const
 QString StatementText::makeTable() const
 {
     const QueryRow target = rowOf(kStatement);
-    return u"SELECT "_s + predicate() + columns(rowsOf(kColumn)) + u" INTO "_s + sqlName(target.name1)
-        + inDatabase({0, 0, {}, target.expression, {}, {}}) + afterColumns(false);
+    return u"SELECT "_s + predicate() + columns(rowsOf(kColumn)) + u" INTO "_s + sqlName(target.name1) +
+           inDatabase({0, 0, {}, target.expression, {}, {}}) + afterColumns(false);
 }
 
 QString StatementText::append() const
@@ -274,8 +264,8 @@ QString StatementText::crosstab() const
     }
     if (value.expression.isEmpty() || pivot.expression.isEmpty())
         throw Damage(Fault::BadCount);
-    return u"TRANSFORM "_s + outputColumn(value) + u"\nSELECT "_s + predicate() + columns(heads) + afterColumns(true)
-        + u"\nPIVOT "_s + pivot.expression;
+    return u"TRANSFORM "_s + outputColumn(value) + u"\nSELECT "_s + predicate() + columns(heads) + afterColumns(true) +
+           u"\nPIVOT "_s + pivot.expression;
 }
 
 QString StatementText::unionOf() const
@@ -349,9 +339,8 @@ QString queryText(const QList<QueryRow> &rows)
 
 bool isPassThrough(const QList<QueryRow> &rows)
 {
-    return std::any_of(rows.begin(), rows.end(), [](const QueryRow &row) {
-        return row.attribute == kStatement && row.flag == kPassThrough;
-    });
+    return std::any_of(rows.begin(), rows.end(),
+                       [](const QueryRow &row) { return row.attribute == kStatement && row.flag == kPassThrough; });
 }
 
 } // namespace jet::format

@@ -3,7 +3,8 @@
 namespace jet::format {
 
 // The parts of a row: its column count, the fixed values, the variable values, their offsets, the null mask.
-struct Row::Frame {
+struct Row::Frame
+{
     size_t columns = 0;   ///< that the table had when the row was written
     size_t variables = 0; ///< entries in the table of offsets, one less than it has
     size_t valuesEnd = 0; ///< where the values end and the table of offsets begins
@@ -59,8 +60,8 @@ Row::Frame Row::frameJet3(Bytes bytes, bool variable, std::array<quint16, 257> &
     size_t jumps = (bytes.size() - 1) / 256;
     if (frame.valuesEnd < 1 + jumps + frame.variables + 2)
         throw Damage(Fault::BadCount);
-    const size_t jumpTable = frame.valuesEnd - 2;   // the first jump; the others stand before it
-    const size_t offsetTable = jumpTable - jumps;   // the first offset; the others stand before it
+    const size_t jumpTable = frame.valuesEnd - 2; // the first jump; the others stand before it
+    const size_t offsetTable = jumpTable - jumps; // the first offset; the others stand before it
     if ((offsetTable - frame.variables) / 256 < jumps)
         --jumps; // the last entry is there for the sake of the length only
     size_t used = 0;

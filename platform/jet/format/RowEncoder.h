@@ -8,7 +8,8 @@
 namespace jet::format {
 
 /// What happened to the values of one column. A damaged value is written as Null.
-struct ColumnFaults {
+struct ColumnFaults
+{
     qint64 damaged = 0;
     std::optional<Damage> first;
     qint64 undecodable = 0; ///< texts with bytes that mean no character

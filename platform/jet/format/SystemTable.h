@@ -6,7 +6,8 @@
 namespace jet::format {
 
 /// What was read of a table of the file's own, against what it states.
-struct SystemTableState {
+struct SystemTableState
+{
     qint64 rowsRead = 0;
     qint64 rowsStated = 0;
     bool damaged = false; ///< pages, rows or values could not be read

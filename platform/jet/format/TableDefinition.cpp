@@ -16,7 +16,8 @@ constexpr quint16 kNoColumn = 0xFFFF;
 constexpr int kKeySlots = 10;
 
 // Where things stand in a definition, in one column entry, in one index.
-struct Layout {
+struct Layout
+{
     size_t rowCount, lastAutoNumber, variableColumns, columns, indexes, realIndexes, ownedPages, start, realEntry;
     size_t columnEntry, number, variableSlot, position, scale, flags, fixedOffset, size;
     size_t realDefinition, keys, realFlags, logicalDefinition, logicalReal, logicalType;
@@ -80,8 +81,8 @@ ColumnDefinition readColumn(Bytes entry, const Layout &layout)
     column.scale = column.type == ColumnType::Decimal ? u8At(entry, layout.scale) : 0;
     const uchar flags = u8At(entry, layout.flags);
     column.fixed = flags & kColumnFixed;
-    column.autoNumber = (column.type == ColumnType::Long && (flags & kColumnAutoNumber))
-        || (column.type == ColumnType::Guid && (flags & kColumnAutoGuid));
+    column.autoNumber = (column.type == ColumnType::Long && (flags & kColumnAutoNumber)) ||
+                        (column.type == ColumnType::Guid && (flags & kColumnAutoGuid));
     column.fixedOffset = u16At(entry, layout.fixedOffset);
     column.size = column.type == ColumnType::Boolean ? 0 : u16At(entry, layout.size);
     if (column.number > kMostColumns || column.scale > 28)
@@ -141,7 +142,8 @@ QList<ColumnDefinition> readColumns(ByteCursor &cursor, int count, bool jet4, co
     return columns;
 }
 
-struct RealIndex {
+struct RealIndex
+{
     QList<IndexDefinition::Key> keys;
     int flags = 0;
 };
@@ -192,8 +194,8 @@ QList<IndexDefinition> readIndexes(ByteCursor &cursor, quint32 logicalCount, qui
 
 bool ColumnDefinition::isKnownType() const
 {
-    return (type >= ColumnType::Boolean && type <= ColumnType::Memo) || type == ColumnType::Guid
-        || type == ColumnType::Decimal;
+    return (type >= ColumnType::Boolean && type <= ColumnType::Memo) || type == ColumnType::Guid ||
+           type == ColumnType::Decimal;
 }
 
 const ColumnDefinition *TableDefinition::column(QStringView name) const
@@ -227,8 +229,8 @@ TableDefinition readTableDefinition(Pages &pages, const TextCodec &text, quint32
     const int columnCount = u16At(bytes, layout.columns);
     const quint32 logicalCount = u32At(bytes, layout.indexes);
     const quint32 realCount = u32At(bytes, layout.realIndexes);
-    if (columnCount > kMostColumns || table.variableColumns > kMostColumns || logicalCount > kMostIndexes
-        || realCount > kMostIndexes)
+    if (columnCount > kMostColumns || table.variableColumns > kMostColumns || logicalCount > kMostIndexes ||
+        realCount > kMostIndexes)
         throw Damage(Fault::BadCount, page);
 
     ByteCursor cursor(bytes, layout.start + realCount * layout.realEntry);

@@ -27,7 +27,8 @@ enum class ColumnType : quint8 {
     Decimal = 16
 };
 
-struct ColumnDefinition {
+struct ColumnDefinition
+{
     QString name;
     ColumnType type = ColumnType::Long;
     int number = 0;       ///< counts deleted columns too; the bit of the null mask
@@ -43,8 +44,10 @@ struct ColumnDefinition {
     bool isLongValue() const { return type == ColumnType::Memo || type == ColumnType::LongBinary; }
 };
 
-struct IndexDefinition {
-    struct Key {
+struct IndexDefinition
+{
+    struct Key
+    {
         int column = 0; ///< ColumnDefinition::number
         bool descending = false;
     };
@@ -56,7 +59,8 @@ struct IndexDefinition {
 };
 
 /// What the definition pages of a table say.
-struct TableDefinition {
+struct TableDefinition
+{
     quint32 page = 0;
     quint32 rowCount = 0;
     quint32 lastAutoNumber = 0;
@@ -71,7 +75,8 @@ struct TableDefinition {
     const ColumnDefinition *columnByNumber(int number) const;
 };
 
-/// Reads the definition that begins on a page. Damage when columns cannot be had; a fault in the indexes is kept beside.
+/// Reads the definition that begins on a page. Damage when columns cannot be had; a fault in the indexes is kept
+/// beside.
 TableDefinition readTableDefinition(Pages &pages, const TextCodec &text, quint32 page);
 
 } // namespace jet::format

@@ -5,7 +5,8 @@
 namespace jet::format {
 
 /// What went wrong in a table's rows, as far as it was seen.
-struct ScanFaults {
+struct ScanFaults
+{
     int pages = 0;
     int rows = 0;
     std::optional<Damage> firstPage;

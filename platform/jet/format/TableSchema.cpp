@@ -38,8 +38,8 @@ dao::FieldInfo fieldInfo(const ColumnDefinition &column, const Properties &prope
     field.name = column.name;
     field.type = dataType(column.type);
     field.size = fieldSize(column, jet4);
-    field.attributes = dao::Updatable | (column.fixed ? dao::FixedField : dao::VariableField)
-        | (column.autoNumber ? dao::AutoIncrement : 0);
+    field.attributes = dao::Updatable | (column.fixed ? dao::FixedField : dao::VariableField) |
+                       (column.autoNumber ? dao::AutoIncrement : 0);
     field.required = properties.flag(column.name, u"Required"_s);
     field.allowZeroLength = properties.flag(column.name, u"AllowZeroLength"_s);
     field.defaultValue = properties.text(column.name, u"DefaultValue"_s);

@@ -10,7 +10,8 @@ const iconv_t kNoConverter = iconv_t(-1);
 constexpr int kWindowsLatin = 1252;
 constexpr qsizetype kLongestName = 64;
 
-// Characters 0x80 to 0x9F of code page 1252. Its five unused bytes are what Windows makes of them: the control characters.
+// Characters 0x80 to 0x9F of code page 1252. Its five unused bytes are what Windows makes of them: the control
+// characters.
 constexpr char16_t kWindowsLatinUpper[32] = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,

@@ -6,7 +6,8 @@
 namespace jet::format {
 
 /// The pages that hold a table's rows, in ascending order.
-struct OwnedPages {
+struct OwnedPages
+{
     std::vector<quint32> pages;
     /// Parts of the map that could not be read, and the first reason.
     int faults = 0;

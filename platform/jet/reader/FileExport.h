@@ -2,18 +2,18 @@
 #include "FrameWriter.h"
 
 #include <jet/format/Catalog.h>
-#include <jet/format/TextCodec.h>
 #include <jet/format/TableDefinition.h>
+#include <jet/format/TextCodec.h>
 
 namespace jet::format {
 class RowEncoder;
 class TableScan;
-}
+} // namespace jet::format
 
 namespace jet::reader {
 
-/// Sends a whole file: schema first, then the rows of each table, and a remark on everything that is not carried over or
-/// could not be read.
+/// Sends a whole file: schema first, then the rows of each table, and a remark on everything that is not carried over
+/// or could not be read.
 class FileExport
 {
 public:
@@ -23,7 +23,8 @@ public:
     void run(bool schemaOnly);
 
 private:
-    struct Table {
+    struct Table
+    {
         format::CatalogEntry entry;
         format::TableDefinition definition;
     };

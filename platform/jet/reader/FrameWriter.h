@@ -1,6 +1,6 @@
 #pragma once
-#include <jet/wire/WireWriter.h>
 #include <jet/wire/Facts.h>
+#include <jet/wire/WireWriter.h>
 
 namespace jet::reader {
 

@@ -34,7 +34,8 @@ int jetVersionOf(const QString &path)
 
 } // namespace
 
-struct MdbPages::Impl {
+struct MdbPages::Impl
+{
     MdbHandle *handle = nullptr;
     wire::FileFacts facts;
 };

@@ -8,7 +8,8 @@
 namespace jet::wire {
 
 /// The file as a whole.
-struct FileFacts {
+struct FileFacts
+{
     int jetVersion = 0; ///< 3 or 4
     int codePage = 0;   ///< of the text of Jet 3 files
     quint32 pageSize = 0;
@@ -16,7 +17,8 @@ struct FileFacts {
 };
 
 /// A table: what the engine knows of one, and what only Jet keeps.
-struct TableFacts {
+struct TableFacts
+{
     dao::TableInfo info;
     QString description;
     QStringList fieldDescriptions; ///< in the order of info.fields
@@ -25,7 +27,8 @@ struct TableFacts {
 };
 
 /// A remark or an error: its code, whom it concerns, how often, and the fault behind it with its page.
-struct Note {
+struct Note
+{
     std::uint16_t code = 0;
     QString object;
     QString detail; ///< a field, a list of names, the target of a link

@@ -4,8 +4,8 @@
 
 namespace jet::wire {
 
-/// The stream of the child: frames, each a kind (1 byte), the length of its payload (4 bytes) and the payload. Numbers are
-/// little-endian, text is a count of UTF-16 units and the units, bytes a count and the bytes. The order of frames:
+/// The stream of the child: frames, each a kind (1 byte), the length of its payload (4 bytes) and the payload. Numbers
+/// are little-endian, text is a count of UTF-16 units and the units, bytes a count and the bytes. The order of frames:
 /// File, then Table, Relation and Query in any number, SchemaEnd; for each table TableBegin, Rows in any number,
 /// TableEnd; End. Remark may stand anywhere after File; Error is the last frame of a stream that failed.
 enum class Frame : std::uint8_t {
@@ -29,7 +29,21 @@ constexpr std::size_t kFrameHeader = 5;
 constexpr std::size_t kRowsFrame = 64 * 1024;
 
 /// How one value of a row is written; the field's type decides which are allowed for it.
-enum class Tag : std::uint8_t { Null = 0, False, True, Byte, Short, Long, Currency, Float, Double, Date, Text, Binary, Decimal };
+enum class Tag : std::uint8_t {
+    Null = 0,
+    False,
+    True,
+    Byte,
+    Short,
+    Long,
+    Currency,
+    Float,
+    Double,
+    Date,
+    Text,
+    Binary,
+    Decimal
+};
 
 /// Why a part of a file could not be read.
 enum class Fault : std::uint16_t {
@@ -49,14 +63,7 @@ enum class Fault : std::uint16_t {
 };
 
 /// What ends the reading of a file.
-enum class ErrorCode : std::uint16_t {
-    CannotOpen = 1,
-    NotJet,
-    NewerFormat,
-    CutShort,
-    CatalogDamaged,
-    OutOfMemory
-};
+enum class ErrorCode : std::uint16_t { CannotOpen = 1, NotJet, NewerFormat, CutShort, CatalogDamaged, OutOfMemory };
 
 /// What is told beside the content. The texts stand in the table of messages of the library.
 enum class RemarkCode : std::uint16_t {

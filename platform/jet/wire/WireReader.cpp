@@ -1,7 +1,7 @@
 #include "WireReader.h"
 
-#include <QtEndian>
 #include <bit>
+#include <QtEndian>
 
 namespace jet::wire {
 

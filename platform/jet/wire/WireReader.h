@@ -1,7 +1,7 @@
 #pragma once
+#include <exception>
 #include <QByteArray>
 #include <QString>
-#include <exception>
 #include <span>
 
 namespace jet::wire {

@@ -29,9 +29,9 @@ QByteArrayList split(const QByteArray &text, const QByteArray &end)
 QList<QByteArrayList> exportedRows(const QString &file, const QString &table)
 {
     QProcess process;
-    process.start(u"mdb-export"_s,
-                  {u"-Q"_s, u"-b"_s, u"hex"_s, u"-d"_s, QString::fromLatin1(kFieldEnd), u"-R"_s, QString::fromLatin1(kRowEnd),
-                   u"-T"_s, u"%Y-%m-%d %H:%M:%S"_s, u"-D"_s, u"%Y-%m-%d %H:%M:%S"_s, file, table});
+    process.start(u"mdb-export"_s, {u"-Q"_s, u"-b"_s, u"hex"_s, u"-d"_s, QString::fromLatin1(kFieldEnd), u"-R"_s,
+                                    QString::fromLatin1(kRowEnd), u"-T"_s, u"%Y-%m-%d %H:%M:%S"_s, u"-D"_s,
+                                    u"%Y-%m-%d %H:%M:%S"_s, file, table});
     EXPECT_TRUE(process.waitForFinished(-1)) << "mdb-export of package mdbtools";
     QList<QByteArrayList> rows;
     for (const QByteArray &line : split(process.readAllStandardOutput(), kRowEnd))
@@ -147,7 +147,8 @@ const dao::Value &cell(const TableContent &table, qsizetype row, const QString &
     return table.rows.at(row).at(table.info.indexOf(field));
 }
 
-struct Texts {
+struct Texts
+{
     qint64 nulls = 0;
     qint64 empty = 0;
 };

@@ -11,7 +11,8 @@ namespace {
 constexpr int kPatience = 20; // seconds; a reading of these files takes a fraction of one
 
 // What a reading came to.
-struct Outcome {
+struct Outcome
+{
     bool failed = false;
     bool remarked = false; ///< lost or suspect
     QHash<QString, qint64> rows;
@@ -72,13 +73,14 @@ qint64 totalRows(const Outcome &outcome)
 // What is missing against the healthy file must be told by an error or a remark.
 bool isTold(const Outcome &outcome, const Outcome &healthy)
 {
-    return outcome.failed || outcome.remarked
-        || (totalRows(outcome) == totalRows(healthy) && outcome.rows.size() == healthy.rows.size()
-            && outcome.queries.size() == healthy.queries.size() && outcome.relations == healthy.relations
-            && outcome.indexes == healthy.indexes);
+    return outcome.failed || outcome.remarked ||
+           (totalRows(outcome) == totalRows(healthy) && outcome.rows.size() == healthy.rows.size() &&
+            outcome.queries.size() == healthy.queries.size() && outcome.relations == healthy.relations &&
+            outcome.indexes == healthy.indexes);
 }
 
-struct Sample {
+struct Sample
+{
     const char *file;
     qsizetype pageSize;
     int runs; ///< fewer for larger files
@@ -157,8 +159,9 @@ TEST_P(DamagedFile, PagesOverwritten)
 }
 
 INSTANTIATE_TEST_SUITE_P(RealFiles, DamagedFile,
-                         ::testing::Values(Sample{"indexTestV1997.mdb", 2048, 40}, Sample{"indexTestV2003.mdb", 4096, 30},
-                                           Sample{"suite-old-2.mdb", 4096, 12}, Sample{"nwind.mdb", 2048, 4}));
+                         ::testing::Values(Sample{"indexTestV1997.mdb", 2048, 40},
+                                           Sample{"indexTestV2003.mdb", 4096, 30}, Sample{"suite-old-2.mdb", 4096, 12},
+                                           Sample{"nwind.mdb", 2048, 4}));
 
 } // namespace
 } // namespace jet::test

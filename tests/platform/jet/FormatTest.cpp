@@ -43,7 +43,14 @@ TableDefinition smallTable()
 TEST(JetRow, NullMaskTellsNullFromEmptyText)
 {
     // 4 columns; 7; "ab" and ""; end of values, offsets from last to first, their count; mask: all but the third
-    const QByteArray row = QByteArray::fromHex("0400" "07000000" "6162" "0800" "0800" "0600" "0200" "0b");
+    const QByteArray row = QByteArray::fromHex("0400"
+                                               "07000000"
+                                               "6162"
+                                               "0800"
+                                               "0800"
+                                               "0600"
+                                               "0200"
+                                               "0b");
     Row parsed;
     parsed.parse(bytesOf(row), smallTable(), true);
     EXPECT_EQ(u32At(parsed.bytes(0), 0), 7U);
@@ -64,13 +71,28 @@ TEST(JetRow, AColumnAddedLaterIsNullInOlderRows)
     TableDefinition table = smallTable();
     table.columns.append(column(9, ColumnType::Long, 4, true, 4));
     Row parsed;
-    parsed.parse(bytesOf(QByteArray::fromHex("0400" "07000000" "6162" "0800" "0800" "0600" "0200" "0b")), table, true);
+    parsed.parse(bytesOf(QByteArray::fromHex("0400"
+                                             "07000000"
+                                             "6162"
+                                             "0800"
+                                             "0800"
+                                             "0600"
+                                             "0200"
+                                             "0b")),
+                 table, true);
     EXPECT_TRUE(parsed.isNull(4));
 }
 
 TEST(JetRow, EveryShortenedOrTwistedRowIsFoundOutOrReadInside)
 {
-    const QByteArray row = QByteArray::fromHex("0400" "07000000" "6162" "0800" "0800" "0600" "0200" "0f");
+    const QByteArray row = QByteArray::fromHex("0400"
+                                               "07000000"
+                                               "6162"
+                                               "0800"
+                                               "0800"
+                                               "0600"
+                                               "0200"
+                                               "0f");
     Row parsed;
     for (qsizetype length = 0; length < 9; ++length)
         EXPECT_THROW(parsed.parse(bytesOf(row.left(length)), smallTable(), true), Damage) << length;
@@ -96,8 +118,15 @@ TEST(JetRow, EveryShortenedOrTwistedRowIsFoundOutOrReadInside)
 TEST(JetRow, OldRowsBeyond256BytesUseTheJumpTable)
 {
     // 4 columns, 7, 300 times "x", "yz": offsets 5, 305, 307 in one byte each; from the second offset on 256 is added
-    QByteArray row = QByteArray::fromHex("04" "07000000") + QByteArray(300, 'x') + "yz";
-    row += QByteArray::fromHex("33" "31" "05" "01" "02" "07");
+    QByteArray row = QByteArray::fromHex("04"
+                                         "07000000") +
+                     QByteArray(300, 'x') + "yz";
+    row += QByteArray::fromHex("33"
+                               "31"
+                               "05"
+                               "01"
+                               "02"
+                               "07");
     Row parsed;
     parsed.parse(bytesOf(row), smallTable(), false);
     EXPECT_EQ(parsed.bytes(1).size(), 300U);
@@ -128,7 +157,9 @@ TEST(JetText, PlainCompressedAndCodePage)
 
 TEST(JetValuesOfRows, DecimalsAndReplicationIds)
 {
-    const auto decimal = [](const char *hex, int scale) { return decimalText(bytesOf(QByteArray::fromHex(hex)), scale); };
+    const auto decimal = [](const char *hex, int scale) {
+        return decimalText(bytesOf(QByteArray::fromHex(hex)), scale);
+    };
     EXPECT_EQ(decimal("00 00000000 00000000 00000000 39300000", 2), "123.45");
     EXPECT_EQ(decimal("80 00000000 00000000 00000000 05000000", 3), "-0.005");
     EXPECT_EQ(decimal("00 00000000 00000000 01000000 00000000", 0), "4294967296");
@@ -201,8 +232,13 @@ TEST(JetLongValues, ARingComesToAnEndAndSoDoValuesThatShareBytes)
 TEST(JetProperties, ARecordOfNoLengthEndsTheReading)
 {
     const TextCodec text(false, 1252);
-    QByteArray block = "KKD" + QByteArray::fromHex("00" "0d000000 8000 0500") + "Title"; // the one name
-    block += QByteArray::fromHex("17000000 0000 06000000 0000" "0b00 00 0a 0000 0300") + "abc";
+    QByteArray block = "KKD" +
+                       QByteArray::fromHex("00"
+                                           "0d000000 8000 0500") +
+                       "Title"; // the one name
+    block += QByteArray::fromHex("17000000 0000 06000000 0000"
+                                 "0b00 00 0a 0000 0300") +
+             "abc";
     Properties whole;
     EXPECT_TRUE(whole.parse(bytesOf(block), false, text));
     EXPECT_EQ(whole.text({}, u"title"_s), u"abc");

@@ -84,9 +84,9 @@ QByteArray smallStream(quint32 tables = 1, qint64 rowsStated = 1, wire::Tag tag 
     rows.u32(1);
     rows.u8(quint8(tag));
     rows.u32(42);
-    return factsFrame(Frame::File, wire::FileFacts{4, 1252, 4096, 3}) + factsFrame(Frame::Table, table)
-        + numberFrame(Frame::SchemaEnd, tables, false) + frame(Frame::TableBegin) + frame(Frame::Rows, rows)
-        + numberFrame(Frame::TableEnd, rowsStated) + numberFrame(Frame::End, 1);
+    return factsFrame(Frame::File, wire::FileFacts{4, 1252, 4096, 3}) + factsFrame(Frame::Table, table) +
+           numberFrame(Frame::SchemaEnd, tables, false) + frame(Frame::TableBegin) + frame(Frame::Rows, rows) +
+           numberFrame(Frame::TableEnd, rowsStated) + numberFrame(Frame::End, 1);
 }
 
 TEST_F(JetProcess, AProgramThatIsMissingCrashesHangsOrPrintsWithoutEnd)

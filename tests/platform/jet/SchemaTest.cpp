@@ -147,7 +147,8 @@ TEST_F(JetSchema, RelationsOfBothVersions)
     EXPECT_EQ(relationTexts(open(u"indexTestV1997.mdb"_s)), expected);
     EXPECT_EQ(relationTexts(open(u"indexTestV2003.mdb"_s)), expected);
     EXPECT_EQ(relationTexts(open(u"suite-old-1.mdb"_s)).filter(u"plans "_s),
-              (QStringList{u"plans_rel plans plan_entry 1100 site_code=site_code,comp=comp,outage=outage,plan_num=plan_num"_s}));
+              (QStringList{
+                  u"plans_rel plans plan_entry 1100 site_code=site_code,comp=comp,outage=outage,plan_num=plan_num"_s}));
 }
 
 TEST_F(JetSchema, WhatIsNotCarriedOverIsTold)
@@ -221,10 +222,9 @@ TEST_F(JetSchema, StoredQueriesOfTheTrade)
     for (const dao::QueryInfo &query : open(u"suite-current.mdb"_s).queries)
         sql.insert(query.name, query.sql);
     EXPECT_EQ(sql.size(), 11);
-    EXPECT_EQ(sql.value(u"tubes#"_s),
-              u"SELECT sa.sec, ra.row, ca.col, x, y, is_periph, is_marked\n"
-              "FROM tubes AS r, row_alias AS ra, col_alias AS ca, sec_alias AS sa\n"
-              "WHERE r.row = ra.index And r.col = ca.index And r.sec = sa.index;");
+    EXPECT_EQ(sql.value(u"tubes#"_s), u"SELECT sa.sec, ra.row, ca.col, x, y, is_periph, is_marked\n"
+                                      "FROM tubes AS r, row_alias AS ra, col_alias AS ca, sec_alias AS sa\n"
+                                      "WHERE r.row = ra.index And r.col = ca.index And r.sec = sa.index;");
     EXPECT_EQ(sql.value(u"Calls of one code"_s),
               u"PARAMETERS [Defect code] Text, [Minimum volts] IEEESingle;\n"
               "SELECT outage, cal_num, oper_type, sec, row, col, volts, loc_land, loc_off\nFROM report\n"
@@ -244,11 +244,14 @@ TEST_F(JetSchema, StoredQueriesWithJoinsWithinJoins)
     for (const dao::QueryInfo &query : open(u"nwind.mdb"_s).queries)
         sql.insert(query.name, query.sql);
     EXPECT_EQ(sql.size(), 22);
-    EXPECT_TRUE(sql.value(u"Invoices"_s).endsWith(
-        u"\nFROM Shippers INNER JOIN (Products INNER JOIN ((Employees INNER JOIN (Customers INNER JOIN Orders ON "
-        "Customers.CustomerID = Orders.CustomerID) ON Employees.EmployeeID = Orders.EmployeeID) INNER JOIN "
-        "[Order Details] ON Orders.OrderID = [Order Details].OrderID) ON Products.ProductID = "
-        "[Order Details].ProductID) ON Shippers.ShipperID = Orders.ShipVia;"_s));
+    EXPECT_TRUE(
+        sql.value(u"Invoices"_s)
+            .endsWith(
+                u"\nFROM Shippers INNER JOIN (Products INNER JOIN ((Employees INNER JOIN (Customers INNER JOIN Orders "
+                u"ON "
+                "Customers.CustomerID = Orders.CustomerID) ON Employees.EmployeeID = Orders.EmployeeID) INNER JOIN "
+                "[Order Details] ON Orders.OrderID = [Order Details].OrderID) ON Products.ProductID = "
+                "[Order Details].ProductID) ON Shippers.ShipperID = Orders.ShipVia;"_s));
     EXPECT_EQ(sql.value(u"Ten Most Expensive Products"_s),
               u"SELECT DISTINCTROW TOP 10 Products.ProductName AS TenMostExpensiveProducts, Products.UnitPrice\n"
               "FROM Products\nORDER BY Products.UnitPrice DESC;");

@@ -13,7 +13,8 @@ std::vector<std::string> dataFiles();
 QString dataFile(const QString &name);
 
 /// A table as it was given to a sink.
-struct TableContent {
+struct TableContent
+{
     dao::TableInfo info;
     QList<QList<dao::Value>> rows;
 };

@@ -16,6 +16,9 @@ constexpr int MaxSources = 2000;
 constexpr int MaxNestedQueries = 40;
 constexpr int MaxDepth = 900;
 
+// An alias that uses another twice, which uses another twice ... doubles with each step.
+constexpr qint64 MaxSize = 1000000;
+
 QString keyOf(const QString &name)
 {
     return name.toLower();
@@ -36,9 +39,12 @@ std::unique_ptr<Source> BindContext::newSource(const QString &name, Range where)
 void BindContext::limitDepth(Expr &expr) const
 {
     int depth = 0;
-    forEachChild(expr, [&depth](const ExprPtr &child) { depth = std::max(depth, child->depth); });
+    forEachChild(expr, [&](const ExprPtr &child) {
+        depth = std::max(depth, child->depth);
+        expr.size += child->size;
+    });
     expr.depth = depth + 1;
-    if (expr.depth > MaxDepth)
+    if (expr.depth > MaxDepth || expr.size > MaxSize)
         fail(error::TooComplex, expr.range);
 }
 

@@ -93,7 +93,10 @@ void forEachChild(const Expr &expr, const Visit &visit)
                    [&](const Aggregate &n) {
                        if (n.argument)
                            visit(n.argument);
+                       if (n.filter)
+                           visit(n.filter);
                    },
+                   [&](const Same &n) { visit(n.left), visit(n.right); },
                    [&](const DomainCall &n) { visitAll(n.arguments, visit); },
                    [&](const Convert &n) { visit(n.operand); },
                    [](const auto &) {},

@@ -178,6 +178,17 @@ struct Aggregate
     ExprPtr argument; ///< null: Count(*)
     /// The rows' sources; First and Last go by the order of their keys.
     std::vector<const Source *> order;
+    ExprPtr filter; ///< only rows for which it holds; null: all
+};
+/// Equal, Null being equal to Null.
+struct Same
+{
+    ExprPtr left;
+    ExprPtr right;
+};
+/// The value of a cross table's heading, which is only known when it is run.
+struct Heading
+{
 };
 /// A domain function whose texts are only known when a row is read; run through the engine again.
 struct DomainCall
@@ -206,9 +217,11 @@ struct Expr
     /// Columns, literals and declared parameters: their type counts as it stands. The rest are converted by content.
     bool firm = false;
     int depth = 1;
+    /// Nodes of the tree, those of shared parts as often as they stand in it: what the text of it will be long.
+    qint64 size = 1;
     std::variant<Literal, FieldRef, Output, Key, ParameterRef, Negate, Not, Arithmetic, JoinText, AddAny, Concatenate,
                  Compare, Like, Logic, Chain, Between, InList, InQuery, IsNull, Exists, Quantified, ScalarQuery, Case,
-                 Coalesce, Call, Aggregate, DomainCall, Convert>
+                 Coalesce, Call, Aggregate, Same, Heading, DomainCall, Convert>
         node;
 
     template <typename T>
@@ -284,15 +297,13 @@ struct Query
     }
 };
 
-/// A cross table: one row for each group of the row heads, one column for each value of the pivot.
+/// A cross table: one row for each group of the row heads, one column for each value of the pivot. With fixed headings the
+/// select has all of its columns; else only the row heads, and `cell` is what stands under every heading.
 struct Transform
 {
-    std::shared_ptr<Select> select; ///< the row heads, grouped
-    ExprPtr value;                  ///< with its aggregate
+    std::shared_ptr<Select> select;
     ExprPtr pivot;
-    std::vector<Value> headings; ///< of the IN list; empty: those found when it is run
-    bool fixedHeadings = false;
-    FieldInfo valueInfo;
+    ExprPtr cell;
 };
 
 struct AssignedField

@@ -57,12 +57,10 @@ ExprPtr ExpressionBinder::bindNode(const ast::Literal &node, const ast::Expr &ex
 ExprPtr ExpressionBinder::bindNode(const ast::Name &node, const ast::Expr &expr)
 {
     if (ExprPtr found = lookUp(node, expr.range)) {
-        // A field of its own place; what an alias or a melted query stands for is shared as it is.
-        if (const FieldRef *column = found->as<FieldRef>())
-            return m_context.make(expr.range, found->type, *column, found->firm);
-        if (const Output *output = found->as<Output>())
-            return m_context.make(expr.range, found->type, *output, found->firm);
-        return found;
+        // Aliases and melted queries share what they stand for; here it has the place of its name.
+        auto named = std::make_shared<Expr>(*found);
+        named->range = expr.range;
+        return named;
     }
     const int id = m_context.parameter(node.text, expr.range, suggestionFor(node.parts.constLast()));
     const BoundParameter &parameter = m_context.parameterAt(id);
@@ -119,97 +117,6 @@ QString ExpressionBinder::suggestionFor(const QString &name) const
     for (const Scope *scope = m_scope; scope; scope = scope->outer())
         names += scope->columnNames();
     return nearestName(name, names);
-}
-
-bool ExpressionBinder::isOpenParameter(const Expr &expr) const
-{
-    const ParameterRef *parameter = expr.as<ParameterRef>();
-    return parameter && expr.type == DataType::Unknown && !m_context.parameterAt(parameter->id).declared;
-}
-
-ExprPtr ExpressionBinder::typed(ExprPtr expr, DataType type)
-{
-    if (!isOpenParameter(*expr) || type == DataType::Unknown)
-        return expr;
-    const int id = expr->as<ParameterRef>()->id;
-    m_context.noteUse(id, type);
-    return m_context.make(expr->range, type, ParameterRef{id});
-}
-
-ExprPtr ExpressionBinder::asText(ExprPtr expr)
-{
-    expr = typed(std::move(expr), DataType::Text);
-    const bool isNull = expr->as<Literal>() && expr->type == DataType::Unknown;
-    if (familyOf(expr->type) == Family::Text || isNull)
-        return expr;
-    const Range range = expr->range;
-    return m_context.make(range, DataType::Text, Convert{Conversion::ToText, std::move(expr)});
-}
-
-ExprPtr ExpressionBinder::asNumber(ExprPtr expr, DataType parameterType)
-{
-    expr = typed(std::move(expr), parameterType);
-    const Family family = familyOf(expr->type);
-    const bool isNull = expr->as<Literal>() && expr->type == DataType::Unknown;
-    if (family == Family::Number || family == Family::Date || isNull)
-        return expr;
-    if (family == Family::Binary)
-        m_context.fail(m_clause.mismatchError, expr->range);
-    const Range range = expr->range;
-    return m_context.make(range, DataType::Double, Convert{Conversion::ToNumber, std::move(expr)});
-}
-
-ExprPtr ExpressionBinder::asDate(ExprPtr expr)
-{
-    expr = typed(std::move(expr), DataType::Date);
-    const Family family = familyOf(expr->type);
-    const bool isNull = expr->as<Literal>() && expr->type == DataType::Unknown;
-    if (family == Family::Number || family == Family::Date || isNull)
-        return expr;
-    if (family == Family::Binary)
-        m_context.fail(m_clause.mismatchError, expr->range);
-    const Range range = expr->range;
-    return m_context.make(range, DataType::Date, Convert{Conversion::ToDate, std::move(expr)});
-}
-
-ExprPtr ExpressionBinder::asTruth(ExprPtr expr)
-{
-    expr = typed(std::move(expr), DataType::Boolean);
-    const Family family = familyOf(expr->type);
-    if (family == Family::Number || family == Family::Date || expr->as<Literal>()) {
-        if (family == Family::Text)
-            m_context.fail(m_clause.mismatchError, expr->range);
-        return expr;
-    }
-    if (family == Family::Binary || (family == Family::Text && expr->firm))
-        m_context.fail(m_clause.mismatchError, expr->range);
-    const Range range = expr->range;
-    return m_context.make(range, DataType::Boolean, Convert{Conversion::ToTruth, std::move(expr)});
-}
-
-ExprPtr ExpressionBinder::asType(ExprPtr expr, DataType type)
-{
-    expr = typed(std::move(expr), type);
-    return familyOf(type) == Family::Text ? asText(std::move(expr)) : expr;
-}
-
-ExprPtr ExpressionBinder::assigned(ExprPtr expr, const FieldInfo &field)
-{
-    expr = typed(std::move(expr), field.type);
-    if (const Literal *literal = expr->as<Literal>()) {
-        const Value value = convertValue(literal->value, field.type);
-        if (value.isEmpty())
-            m_context.fail(familyOf(expr->type) == Family::Text ? error::CriteriaMismatch : error::NumericOverflow,
-                           expr->range);
-        return m_context.make(expr->range, field.type, Literal{value}, true);
-    }
-    const bool isParameterOfType = expr->as<ParameterRef>() && expr->type == field.type;
-    if (isParameterOfType || fitsField(*expr, field.type))
-        return expr;
-    if (familyOf(field.type) == Family::Text)
-        return asText(std::move(expr));
-    const Range range = expr->range;
-    return m_context.make(range, field.type, Convert{Conversion::Assign, std::move(expr)});
 }
 
 ExprPtr ExpressionBinder::bindNode(const ast::Unary &node, const ast::Expr &expr)
@@ -283,8 +190,8 @@ ExprPtr ExpressionBinder::bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr righ
 
 ExprPtr ExpressionBinder::bindAdd(ExprPtr left, ExprPtr right, Range range)
 {
-    left = typed(std::move(left), right->type);
-    right = typed(std::move(right), left->type);
+    left = typed(std::move(left), contextType(*right));
+    right = typed(std::move(right), contextType(*left));
     left = settled(std::move(left));
     right = settled(std::move(right));
     const auto isNull = [](const ExprPtr &e) { return e->as<Literal>() && e->type == DataType::Unknown; };
@@ -324,15 +231,50 @@ ExprPtr ExpressionBinder::bindNode(const ast::Chain &node, const ast::Expr &expr
     chain.terms.reserve(node.terms.size());
     for (const ast::ExprPtr &term : node.terms)
         chain.terms.push_back(bindCondition(*term));
+    if (!node.isAnd)
+        gatherEqualities(chain);
+    if (chain.terms.size() == 1)
+        return chain.terms.front();
     return m_context.make(expr.range, DataType::Boolean, std::move(chain));
+}
+
+// x = 1 Or x = 2 Or ... is x In (1, 2, ...): for lists of thousands the inner engine finds its way only in this form.
+void ExpressionBinder::gatherEqualities(Chain &chain)
+{
+    constexpr size_t Worthwhile = 16;
+    if (chain.terms.size() < Worthwhile)
+        return;
+    QHash<std::pair<const Source *, int>, size_t> places;
+    std::vector<ExprPtr> terms;
+    std::vector<InList> lists;
+    for (ExprPtr &term : chain.terms) {
+        const Compare *compare = term->as<Compare>();
+        const FieldRef *field = compare && compare->op == BinaryOp::Equal ? compare->left->as<FieldRef>() : nullptr;
+        if (!field || !compare->right->as<Literal>()) {
+            terms.push_back(std::move(term));
+            continue;
+        }
+        const std::pair key{field->source, field->field};
+        if (!places.contains(key)) {
+            places.insert(key, lists.size());
+            lists.push_back({compare->left, {}, false});
+        }
+        lists[places[key]].items.push_back(compare->right);
+    }
+    for (InList &list : lists) {
+        const Range range = list.operand->range;
+        terms.push_back(m_context.make(range, DataType::Boolean, std::move(list)));
+    }
+    chain.terms = std::move(terms);
 }
 
 // Both sides become comparable. Columns and literals of different kinds are a mismatch; what is computed is converted
 // by its content.
 void ExpressionBinder::reconcile(ExprPtr &left, ExprPtr &right, Range range)
 {
-    left = settled(typed(std::move(left), right->type));
-    right = settled(typed(std::move(right), left->type));
+    left = typed(std::move(left), contextType(*right));
+    right = settled(typed(std::move(right), contextType(*left)));
+    left = settled(typed(std::move(left), contextType(*right)));
     convertTo(left, right, range);
     convertTo(right, left, range);
 }
@@ -366,8 +308,8 @@ ExprPtr ExpressionBinder::bindNode(const ast::Between &node, const ast::Expr &ex
     ExprPtr operand = bindAny(*node.operand);
     ExprPtr low = bindAny(*node.low);
     ExprPtr high = bindAny(*node.high);
-    operand = typed(std::move(operand), low->type);
-    operand = settled(typed(std::move(operand), high->type));
+    operand = typed(std::move(operand), contextType(*low));
+    operand = settled(typed(std::move(operand), contextType(*high)));
     reconcile(operand, low, expr.range);
     reconcile(operand, high, expr.range);
     return m_context.make(expr.range, DataType::Boolean,

@@ -42,6 +42,8 @@ public:
     void setAliases(AliasLookup aliases) { m_aliases = std::move(aliases); }
     /// Only sources of these places may be named (of the tables under a join), else error 3082.
     void limitTo(size_t first, size_t last) { m_first = first, m_last = last; }
+    /// Aggregates see only the rows for which it holds.
+    void setAggregateFilter(ExprPtr filter) { m_filter = std::move(filter); }
     /// The field that a validation rule implies.
     void setImpliedField(ExprPtr field) { m_implied = std::move(field); }
 
@@ -82,11 +84,13 @@ private:
     QString suggestionFor(const QString &name) const;
     bool isOpenParameter(const Expr &expr) const;
     ExprPtr typed(ExprPtr expr, DataType type);
-    ExprPtr settled(ExprPtr expr) { return typed(std::move(expr), DataType::Text); }
+    ExprPtr settled(ExprPtr expr);
+    DataType contextType(const Expr &expr) const;
 
     ExprPtr bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr right, Range range);
     ExprPtr bindAdd(ExprPtr left, ExprPtr right, Range range);
     ExprPtr bindLogic(const ast::Binary &node, Range range);
+    void gatherEqualities(Chain &chain);
     void reconcile(ExprPtr &left, ExprPtr &right, Range range);
     void convertTo(ExprPtr &side, const ExprPtr &other, Range range);
     QueryPtr bindSubquery(const ast::Query &query, bool oneColumn);
@@ -112,6 +116,7 @@ private:
     const Select *m_select = nullptr;
     AliasLookup m_aliases;
     ExprPtr m_implied;
+    ExprPtr m_filter;
     size_t m_first = 0;
     size_t m_last = size_t(-1);
 };

@@ -1,8 +1,11 @@
 #include "../NearestName.h"
 #include "QueryBinder.h"
+#include "TransformBinder.h"
 #include "Types.h"
 
 #include <dao/sql/ast/Parser.h>
+
+using namespace Qt::StringLiterals;
 
 namespace dao::sql::bound {
 namespace {
@@ -104,17 +107,30 @@ std::shared_ptr<Query> SelectBinder::bindStoredQuery(const QueryInfo &info, Rang
 {
     const BindContext::Substitution substitution(m_context, info.name, info.sql, range);
     try {
-        ast::Statement statement = ast::Parser(info.sql).parseStatement();
+        const ast::Statement statement = ast::Parser(info.sql).parseStatement();
+        for (const ast::ParameterDeclaration &declaration : statement.parameters)
+            m_context.declare(declaration);
+        if (const auto *transform = std::get_if<ast::Transform>(&statement.node))
+            return bindStoredTransform(*transform);
         const ast::QueryPtr *query = std::get_if<ast::QueryPtr>(&statement.node);
         const ast::Select *select = query ? (*query)->singleSelect() : nullptr;
         if (!query || (select && select->into))
-            m_context.fail(error::UnknownSource, range, {info.name});
-        for (const ast::ParameterDeclaration &declaration : statement.parameters)
-            m_context.declare(declaration);
+            m_context.fail(error::UnknownSource, range, {info.name}, u"'%1' returns no rows."_s.arg(info.name));
         return QueryBinder(m_context, nullptr).bind(**query);
     } catch (const DaoException &exception) {
         m_context.rethrow(exception);
     }
+}
+
+// What is read by another query must have its columns known before it is run.
+std::shared_ptr<Query> SelectBinder::bindStoredTransform(const ast::Transform &node)
+{
+    if (node.headings.empty())
+        m_context.fail(error::SyntaxInTransform, node.select.range, {},
+                       u"A cross table that another query reads needs fixed headings: PIVOT ... IN (...)."_s);
+    auto query = std::make_shared<Query>();
+    query->parts.push_back({TransformBinder(m_context).bind(node).select, nullptr, false});
+    return query;
 }
 
 std::shared_ptr<From> SelectBinder::addQuery(std::shared_ptr<Query> query, const QString &name, Range range,

@@ -170,7 +170,7 @@ ExprPtr ExpressionBinder::bindAggregate(const FunctionInfo &function, const ast:
     if (m_clause.aggregateError != 0 || !m_select)
         m_context.fail(m_clause.aggregateError ? m_clause.aggregateError : error::AggregateInWhere, range,
                        {m_context.textOf(range)});
-    Aggregate aggregate{&function, nullptr, {}};
+    Aggregate aggregate{&function, nullptr, {}, m_filter};
     if (!node.star) {
         aggregate.argument = bindArgument(function, node, 0);
         const bool nested =

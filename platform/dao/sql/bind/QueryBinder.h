@@ -41,7 +41,8 @@ public:
     ExpressionBinder expressions(const Clause &clause);
     const Scope &scope() const { return m_scope; }
     const std::shared_ptr<Select> &select() const { return m_select; }
-    void checkGrouped(const Expr &expr) const;
+    /// Error 3122 for a column outside aggregates and group keys. place: of the whole expression in the text.
+    void checkGrouped(const Expr &expr, Range place) const;
 
 private:
     struct Alias
@@ -67,6 +68,7 @@ private:
     std::shared_ptr<From> addQuery(std::shared_ptr<Query> query, const QString &name, Range range, bool nullable);
     std::shared_ptr<From> meltQuery(const Query &query, ScopeSource &source, bool nullable);
     std::shared_ptr<Query> bindStoredQuery(const QueryInfo &info, Range range);
+    std::shared_ptr<Query> bindStoredTransform(const ast::Transform &node);
     void addToScope(ScopeSource source, Range range);
     void bindPendingJoins();
 

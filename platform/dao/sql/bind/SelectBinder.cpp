@@ -253,16 +253,19 @@ void SelectBinder::checkClauses(const ast::Select &select)
     if (starColumns > 0)
         m_context.fail(error::NotGrouped, select.items.front().range, {u"*"_s});
     for (size_t i = 0; i < m_select->columns.size(); ++i)
-        checkGrouped(*m_select->columns[i].expr);
+        checkGrouped(*m_select->columns[i].expr, m_select->columns[i].expr->range);
     if (m_select->having)
-        checkGrouped(*m_select->having);
+        checkGrouped(*m_select->having, m_select->having->range);
     for (const OrderKey &key : m_select->order)
-        checkGrouped(*key.expr);
+        checkGrouped(*key.expr, key.expr->range);
 }
 
 // Every column outside an aggregate must be part of a group key.
-void SelectBinder::checkGrouped(const Expr &expr) const
+void SelectBinder::checkGrouped(const Expr &expr, Range place) const
 {
+    // Parts of a melted query have places in its text, not in this one.
+    if (expr.range.start >= place.start && expr.range.end() <= place.end())
+        place = expr.range;
     const bool isKey = std::any_of(m_select->groupBy.begin(), m_select->groupBy.end(),
                                    [&expr](const ExprPtr &key) { return sameExpr(*key, expr); });
     if (isKey || expr.as<Aggregate>())
@@ -275,11 +278,11 @@ void SelectBinder::checkGrouped(const Expr &expr) const
                                      [source](const auto &mine) { return mine.get() == source; });
         if (own) {
             const QString name = outputInfo({}, expr).sourceField;
-            m_context.fail(error::NotGrouped, expr.range, {name.isEmpty() ? m_context.textOf(expr.range) : name});
+            m_context.fail(error::NotGrouped, place, {name.isEmpty() ? m_context.textOf(place) : name});
         }
         return;
     }
-    forEachChild(expr, [this](const ExprPtr &child) { checkGrouped(*child); });
+    forEachChild(expr, [this, place](const ExprPtr &child) { checkGrouped(*child, place); });
 }
 
 } // namespace dao::sql::bound

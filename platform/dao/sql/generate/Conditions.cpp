@@ -173,6 +173,11 @@ Generator::Piece Generator::truthOf(const Exists &node)
     return {u"EXISTS ("_s + queryText(*node.query, Shape::Subquery) + u')', rank::Primary};
 }
 
+Generator::Piece Generator::truthOf(const Same &node)
+{
+    return {sortable(*node.left) + u" IS "_s + valueAt(*node.right, rank::Relation + 1), rank::Equality};
+}
+
 // x > ANY: there is a row for which it holds. x > ALL: there is none for which it does not, or is not known to.
 Generator::Piece Generator::truthOf(const Quantified &node)
 {

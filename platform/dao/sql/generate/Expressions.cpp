@@ -20,7 +20,7 @@ template <typename Node>
 concept Condition = std::is_same_v<Node, bound::Not> || std::is_same_v<Node, Compare> || std::is_same_v<Node, Like> ||
     std::is_same_v<Node, Logic> || std::is_same_v<Node, bound::Chain> || std::is_same_v<Node, Between> ||
     std::is_same_v<Node, InList> || std::is_same_v<Node, InQuery> || std::is_same_v<Node, bound::IsNull> ||
-    std::is_same_v<Node, Exists> || std::is_same_v<Node, Quantified>;
+    std::is_same_v<Node, Exists> || std::is_same_v<Node, Quantified> || std::is_same_v<Node, Same>;
 
 QString realText(double number)
 {
@@ -213,16 +213,19 @@ Generator::Piece Generator::valueOf(const Key &node, const Expr &)
     return {keyText(*node.source), rank::Primary};
 }
 
-// A parameter whose uses ask for different kinds of values is a text; each use converts it.
+// A parameter has one type; a use that asks for another kind of value converts it.
 Generator::Piece Generator::valueOf(const bound::ParameterRef &node, const Expr &expr)
 {
     const int position = m_positions[node.id];
     const QString text = m_target.parameterPrefix + QString::number(position);
-    const Family held = familyOf(m_parameters[position - 1].type);
+    const DataType type = m_parameters[position - 1].type;
     const Family wanted = familyOf(expr.type);
-    if (held == wanted || wanted == Family::Any || held != Family::Text)
+    if (familyOf(type) == wanted || wanted == Family::Any)
         return {text, rank::Primary};
-    return call(wanted == Family::Date ? u"as_date" : u"as_number", text);
+    if (wanted == Family::Text)
+        return call(textFunction(type), text);
+    const bool heldText = familyOf(type) == Family::Text;
+    return heldText ? call(wanted == Family::Date ? u"as_date" : u"as_number", text) : Piece{text, rank::Primary};
 }
 
 Generator::Piece Generator::valueOf(const Negate &node, const Expr &)
@@ -350,17 +353,26 @@ Generator::Piece Generator::valueOf(const Call &node, const Expr &)
 Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
 {
     const QStringView name(node.function->name);
-    if (!node.argument)
-        return {u"count(*)"_s, rank::Primary};
     const bool extreme = name == u"Min" || name == u"Max";
-    const bool native = extreme || name == u"Count" || name == u"Sum" || name == u"Avg";
-    QString list = extreme ? sortable(*node.argument) : value(*node.argument).text;
+    const bool counts = name == u"Count";
+    const bool native = extreme || counts || name == u"Sum" || name == u"Avg";
+    QString list = !node.argument ? u"*"_s : extreme ? sortable(*node.argument) : value(*node.argument).text;
     for (const Source *source : node.order)
         list += u", "_s + keyText(*source);
-    if (!native)
-        return call(name, list);
-    const Piece piece{name.toString().toLower() + u'(' + list + u')', rank::Primary};
-    return expr.type == DataType::Currency && !extreme ? call(u"to_currency", piece.text) : piece;
+    QString text = (native ? name.toString().toLower() : ownFunction(name)) + u'(' + list + u')';
+    if (node.filter) {
+        text += u" FILTER (WHERE "_s + truth(*node.filter).text + u')';
+        // A cell of a cross table without rows is Null, not 0.
+        if (counts)
+            text = u"nullif("_s + text + u", 0)"_s;
+    }
+    const bool rounds = expr.type == DataType::Currency && native && !extreme;
+    return rounds ? call(u"to_currency", text) : Piece{text, rank::Primary};
+}
+
+Generator::Piece Generator::valueOf(const Heading &, const Expr &)
+{
+    return {QString(headingMark), rank::Primary};
 }
 
 Generator::Piece Generator::valueOf(const DomainCall &node, const Expr &)

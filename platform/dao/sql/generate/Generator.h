@@ -19,6 +19,7 @@ public:
     explicit Generator(const bound::BindContext &context);
 
     SelectPlan select(const bound::Query &query);
+    /// Without fixed headings the plan is finished by withHeadings() when it is run.
     SelectPlan transform(const bound::Transform &transform);
     ActionPlan insert(const bound::Insert &insert);
     ActionPlan update(const bound::Update &update);
@@ -38,6 +39,8 @@ private:
         QString text;
         int rank;
     };
+    /// Stands in the text for the value of a heading that is not known yet.
+    static constexpr QChar headingMark = QChar(1);
     enum class Shape { Plain, Nested, Keys, Subquery };
 
     // Expressions.cpp
@@ -66,6 +69,7 @@ private:
     Piece valueOf(const bound::Coalesce &node, const bound::Expr &expr);
     Piece valueOf(const bound::Call &node, const bound::Expr &expr);
     Piece valueOf(const bound::Aggregate &node, const bound::Expr &expr);
+    Piece valueOf(const bound::Heading &node, const bound::Expr &expr);
     Piece valueOf(const bound::DomainCall &node, const bound::Expr &expr);
     Piece valueOf(const bound::Convert &node, const bound::Expr &expr);
     Piece arithmetic(const bound::Arithmetic &node);
@@ -82,6 +86,7 @@ private:
     Piece truthOf(const bound::IsNull &node);
     Piece truthOf(const bound::Exists &node);
     Piece truthOf(const bound::Quantified &node);
+    Piece truthOf(const bound::Same &node);
     Piece standaloneLike(const bound::Like &node);
 
     // Selects.cpp

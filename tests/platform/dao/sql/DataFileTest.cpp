@@ -206,6 +206,6 @@ TEST_P(DataFile, StatementsGiveWhatTheFileSays)
     SqlFile file(GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(Sql, DataFile, testing::ValuesIn(dataFiles()), [](const auto &info) {
-    return QString(QFileInfo(info.param).completeBaseName()).replace(u'-', u'_').toStdString();
+INSTANTIATE_TEST_SUITE_P(Sql, DataFile, testing::ValuesIn(dataFiles()), [](const auto &file) {
+    return QString(QFileInfo(file.param).completeBaseName()).replace(u'-', u'_').toStdString();
 });

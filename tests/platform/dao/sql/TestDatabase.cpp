@@ -252,14 +252,25 @@ TestDatabase::Result TestDatabase::run(const QString &sql, const Parameters &par
     }
     if (missing > 0)
         dao::raise(dao::error::TooFewParameters, u"DAO.Database"_s, {QString::number(missing)});
-    carryOut(result.compiled.plan, values, result);
+    const dao::sql::Plan plan = result.compiled.plan;
+    carryOut(plan, values, result);
     return result;
 }
 
 void TestDatabase::carryOut(const dao::sql::Plan &plan, const QList<Value> &values, Result &result)
 {
     using namespace dao::sql;
-    if (const auto *select = std::get_if<SelectPlan>(&plan)) {
+    if (const auto *crosstab = std::get_if<SelectPlan>(&plan); crosstab && crosstab->crosstab) {
+        QList<Column> text(2);
+        for (Column &column : text)
+            column.info.type = DataType::Text;
+        QList<CrosstabHeading> headings;
+        for (const QStringList &row : read(crosstab->crosstab->valuesSql, values, text))
+            headings.append({row[0], row[1]});
+        const Plan complete = withHeadings(*crosstab, headings);
+        result.compiled.plan = complete;
+        carryOut(complete, values, result);
+    } else if (const auto *select = std::get_if<SelectPlan>(&plan)) {
         result.rows = read(select->fullSql, values, select->columns);
         if (select->keyed && readByKeys(*select, values) != result.rows)
             throw std::runtime_error("rows by key differ: " + select->keySql.toStdString() + " / " +

@@ -1,0 +1,113 @@
+#include "ExpressionBinder.h"
+#include "Types.h"
+
+// What operators, functions and fields need of a value, and what a parameter learns from being needed so.
+
+namespace dao::sql::bound {
+
+bool ExpressionBinder::isOpenParameter(const Expr &expr) const
+{
+    const ParameterRef *parameter = expr.as<ParameterRef>();
+    return parameter && expr.type == DataType::Unknown && !m_context.parameterAt(parameter->id).declared;
+}
+
+ExprPtr ExpressionBinder::typed(ExprPtr expr, DataType type)
+{
+    if (!isOpenParameter(*expr) || type == DataType::Unknown)
+        return expr;
+    const int id = expr->as<ParameterRef>()->id;
+    m_context.noteUse(id, type);
+    return m_context.make(expr->range, type, ParameterRef{id});
+}
+
+// Where nothing tells the type of a parameter, it is what other uses say, else a text; this use itself says nothing.
+ExprPtr ExpressionBinder::settled(ExprPtr expr)
+{
+    if (!isOpenParameter(*expr))
+        return expr;
+    const DataType known = contextType(*expr);
+    return m_context.make(expr->range, known == DataType::Unknown ? DataType::Text : known, *expr->as<ParameterRef>());
+}
+
+DataType ExpressionBinder::contextType(const Expr &expr) const
+{
+    return isOpenParameter(expr) ? m_context.parameterAt(expr.as<ParameterRef>()->id).type : expr.type;
+}
+
+ExprPtr ExpressionBinder::asText(ExprPtr expr)
+{
+    expr = typed(std::move(expr), DataType::Text);
+    const bool isNull = expr->as<Literal>() && expr->type == DataType::Unknown;
+    if (familyOf(expr->type) == Family::Text || isNull)
+        return expr;
+    const Range range = expr->range;
+    return m_context.make(range, DataType::Text, Convert{Conversion::ToText, std::move(expr)});
+}
+
+ExprPtr ExpressionBinder::asNumber(ExprPtr expr, DataType parameterType)
+{
+    expr = typed(std::move(expr), parameterType);
+    const Family family = familyOf(expr->type);
+    const bool isNull = expr->as<Literal>() && expr->type == DataType::Unknown;
+    if (family == Family::Number || family == Family::Date || isNull)
+        return expr;
+    if (family == Family::Binary)
+        m_context.fail(m_clause.mismatchError, expr->range);
+    const Range range = expr->range;
+    return m_context.make(range, DataType::Double, Convert{Conversion::ToNumber, std::move(expr)});
+}
+
+ExprPtr ExpressionBinder::asDate(ExprPtr expr)
+{
+    expr = typed(std::move(expr), DataType::Date);
+    const Family family = familyOf(expr->type);
+    const bool isNull = expr->as<Literal>() && expr->type == DataType::Unknown;
+    if (family == Family::Number || family == Family::Date || isNull)
+        return expr;
+    if (family == Family::Binary)
+        m_context.fail(m_clause.mismatchError, expr->range);
+    const Range range = expr->range;
+    return m_context.make(range, DataType::Date, Convert{Conversion::ToDate, std::move(expr)});
+}
+
+ExprPtr ExpressionBinder::asTruth(ExprPtr expr)
+{
+    expr = typed(std::move(expr), DataType::Boolean);
+    const Family family = familyOf(expr->type);
+    if (family == Family::Number || family == Family::Date || expr->as<Literal>()) {
+        if (family == Family::Text)
+            m_context.fail(m_clause.mismatchError, expr->range);
+        return expr;
+    }
+    if (family == Family::Binary || (family == Family::Text && expr->firm))
+        m_context.fail(m_clause.mismatchError, expr->range);
+    const Range range = expr->range;
+    return m_context.make(range, DataType::Boolean, Convert{Conversion::ToTruth, std::move(expr)});
+}
+
+ExprPtr ExpressionBinder::asType(ExprPtr expr, DataType type)
+{
+    expr = typed(std::move(expr), type);
+    return familyOf(type) == Family::Text ? asText(std::move(expr)) : expr;
+}
+
+ExprPtr ExpressionBinder::assigned(ExprPtr expr, const FieldInfo &field)
+{
+    expr = typed(std::move(expr), field.type);
+    if (const Literal *literal = expr->as<Literal>()) {
+        const Value value = convertValue(literal->value, field.type);
+        if (value.isEmpty())
+            m_context.fail(familyOf(expr->type) == Family::Text ? error::CriteriaMismatch : error::NumericOverflow,
+                           expr->range);
+        return m_context.make(expr->range, field.type, Literal{value}, true);
+    }
+    const bool isParameterOfType = expr->as<ParameterRef>() && expr->type == field.type;
+    if (isParameterOfType || fitsField(*expr, field.type))
+        return expr;
+    if (familyOf(field.type) == Family::Text)
+        return asText(std::move(expr));
+    const Range range = expr->range;
+    return m_context.make(range, field.type, Convert{Conversion::Assign, std::move(expr)});
+}
+
+} // namespace dao::sql::bound

@@ -1,0 +1,85 @@
+#include "TransformBinder.h"
+
+#include "Types.h"
+
+#include <dao/values/OleDate.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql::bound {
+
+Transform TransformBinder::bind(const ast::Transform &node)
+{
+    checkClauses(node);
+    // A name that resolves to nothing is no parameter here: those must be declared.
+    m_context.forbidParameters();
+    SelectBinder binder(m_context, nullptr);
+    Transform bound;
+    bound.select = binder.bind(node.select);
+    bound.pivot = binder.expressions(clause::groupBy).bind(*node.pivot);
+    if (node.headings.empty())
+        bound.cell =
+            cell(binder, node, bound.pivot, m_context.make(node.pivot->range, bound.pivot->type, Heading{}, true));
+    else
+        addFixedHeadings(bound, binder, node);
+    return bound;
+}
+
+void TransformBinder::checkClauses(const ast::Transform &node) const
+{
+    for (const ast::SelectItem &item : node.select.items) {
+        if (item.isStar())
+            m_context.fail(error::StarInTransform, item.range);
+    }
+    if (node.select.having)
+        m_context.fail(error::HavingInTransform, node.select.having->range);
+    if (node.select.groupBy.empty() || node.select.into)
+        m_context.fail(error::SyntaxInTransform, node.select.range);
+}
+
+// The value over those rows of the group that have the heading.
+ExprPtr TransformBinder::cell(SelectBinder &binder, const ast::Transform &node, const ExprPtr &pivot, ExprPtr heading)
+{
+    ExpressionBinder values = binder.expressions(clause::selectList);
+    values.setAggregateFilter(m_context.make(node.pivot->range, DataType::Boolean, Same{pivot, std::move(heading)}));
+    ExprPtr value = values.bind(*node.value);
+    const bool aggregates = anyPart(*value, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
+    if (!aggregates)
+        m_context.fail(error::NotGrouped, node.value->range, {m_context.textOf(node.value->range)});
+    binder.checkGrouped(*value, value->range);
+    return value;
+}
+
+void TransformBinder::addFixedHeadings(Transform &bound, SelectBinder &binder, const ast::Transform &node)
+{
+    QStringList names;
+    for (const ast::ExprPtr &item : node.headings) {
+        ExpressionBinder literals(m_context, nullptr, clause::values);
+        FieldInfo kind;
+        kind.type = bound.pivot->type;
+        const ExprPtr heading = kind.type == DataType::Unknown ? literals.bind(*item) : literals.bindFor(*item, kind);
+        const Literal *literal = heading->as<Literal>();
+        if (!literal)
+            m_context.fail(error::SyntaxInTransform, item->range);
+        const QString name = headingName(literal->value);
+        if (names.contains(name, Qt::CaseInsensitive))
+            m_context.fail(error::DuplicatePivotValue, item->range, {name});
+        names.append(name);
+        OutputColumn column;
+        column.expr = cell(binder, node, bound.pivot, heading);
+        column.info = outputInfo(name, *column.expr);
+        column.named = true;
+        bound.select->columns.push_back(std::move(column));
+    }
+}
+
+QString TransformBinder::headingName(const Value &value) const
+{
+    if (value.isNull())
+        return u"<>"_s;
+    if (value.type() == Value::Type::Boolean)
+        return value.boolean() ? u"-1"_s : u"0"_s;
+    return convertValue(value, DataType::Text).text();
+}
+
+} // namespace dao::sql::bound

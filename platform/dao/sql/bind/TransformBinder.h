@@ -1,0 +1,23 @@
+#pragma once
+#include "QueryBinder.h"
+
+namespace dao::sql::bound {
+
+/// Binds a cross table: TRANSFORM value SELECT row heads ... PIVOT expression [IN (headings)].
+class TransformBinder
+{
+public:
+    explicit TransformBinder(BindContext &context) : m_context(context) {}
+
+    Transform bind(const ast::Transform &node);
+
+private:
+    void checkClauses(const ast::Transform &node) const;
+    ExprPtr cell(SelectBinder &binder, const ast::Transform &node, const ExprPtr &pivot, ExprPtr heading);
+    void addFixedHeadings(Transform &bound, SelectBinder &binder, const ast::Transform &node);
+    QString headingName(const Value &value) const;
+
+    BindContext &m_context;
+};
+
+} // namespace dao::sql::bound

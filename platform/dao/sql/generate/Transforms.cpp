@@ -1,0 +1,76 @@
+#include "Generator.h"
+#include "Rank.h"
+
+#include "../bind/Types.h"
+
+#include <dao/sql/Compiler.h>
+#include <dao/values/Errors.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dao::sql {
+namespace generate {
+
+using namespace bound;
+
+SelectPlan Generator::transform(const Transform &transform)
+{
+    SelectPlan plan;
+    plan.whyNot = NotUpdatable::Crosstab;
+    Query query;
+    query.parts.push_back({transform.select, nullptr, false});
+    planColumns(plan, query);
+    const Select &select = *transform.select;
+    if (!transform.cell) {
+        plan.fullSql = queryText(query, Shape::Plain);
+        return plan;
+    }
+    for (const FromPtr &from : select.from)
+        markGrouped(*from, false);
+    CrosstabPlan crosstab;
+    crosstab.head = u"SELECT "_s + cellsOf(select, Shape::Plain).join(u", ");
+    crosstab.cell = value(*transform.cell).text.split(headingMark);
+    const QStringList order = orderOf(select, Shape::Plain);
+    crosstab.tail = tail(select) + (order.isEmpty() ? QString() : QString(u" ORDER BY "_s + order.join(u", ")));
+    crosstab.cellInfo = outputInfo({}, *transform.cell);
+
+    // The distinct values, as names and as literals of the inner engine.
+    Select values;
+    values.from = select.from;
+    values.where = select.where;
+    const QString pivot = sortable(*transform.pivot);
+    const QString cell = u"_p"_s;
+    const QString function = transform.pivot->type == DataType::Date ? u"as_text_date"_s
+        : transform.pivot->type == DataType::Single                  ? u"as_text_single"_s
+                                                                     : u"as_text"_s;
+    crosstab.valuesSql = u"SELECT coalesce("_s + call(function, cell).text + u", '<>'), quote("_s + cell +
+        u") FROM (SELECT DISTINCT "_s + pivot + u" AS "_s + cell + tail(values) + u") ORDER BY "_s + cell;
+    plan.crosstab = crosstab;
+    return plan;
+}
+
+} // namespace generate
+
+SelectPlan withHeadings(const SelectPlan &plan, const QList<CrosstabHeading> &headings)
+{
+    constexpr qsizetype MaxColumns = 255;
+    SelectPlan complete = plan;
+    const CrosstabPlan &crosstab = *plan.crosstab;
+    const qsizetype count = plan.columns.size() + headings.size();
+    if (count > MaxColumns)
+        raise(error::TooManyCrosstabColumns, u"DAO.Database"_s, {QString::number(count)});
+    complete.fullSql = crosstab.head;
+    for (const CrosstabHeading &heading : headings) {
+        complete.fullSql += u", "_s + crosstab.cell.join(heading.valueSql);
+        Column column;
+        column.info = crosstab.cellInfo;
+        column.info.name = heading.name;
+        column.info.ordinal = int(complete.columns.size());
+        complete.columns.append(column);
+    }
+    complete.fullSql += crosstab.tail;
+    complete.crosstab.reset();
+    return complete;
+}
+
+} // namespace dao::sql

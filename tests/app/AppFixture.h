@@ -1,0 +1,70 @@
+#pragma once
+#include <app/DBase.h>
+#include <demo/DemoProject.h>
+#include <gmock/gmock.h>
+#include <QTemporaryDir>
+
+inline void PrintTo(const QString &text, std::ostream *out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
+
+namespace app {
+
+/// Answers file dialogs from a script.
+class ScriptedDialogs : public FileDialogs
+{
+public:
+    ScriptedDialogs()
+        : FileDialogs(nullptr)
+    {
+    }
+    QString next;
+    QStringList asked; ///< filters and titles
+
+    QString openFile(const FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &) override
+    {
+        asked.append(QString::fromUtf16(chooser.filter));
+        return next;
+    }
+    QString saveFile(const FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &) override
+    {
+        asked.append(QString::fromUtf16(chooser.filter));
+        return next;
+    }
+    QString openFolder(const QString &title, const QString &) override
+    {
+        asked.append(title);
+        return next;
+    }
+};
+
+/// An installation folder of its own for each test, and a small project made once.
+class AppTest : public testing::Test
+{
+protected:
+    AppTest() { qputenv("PALOMINE_DIR", m_installation.path().toLocal8Bit()); }
+
+    /// Tests change the map in memory; what reaches the disk is its database.
+    static QString projectFolder()
+    {
+        static const QTemporaryDir folder;
+        static const QString project = [] {
+            demo::DemoOptions options;
+            options.tubes = 300;
+            options.entries = 200;
+            options.outages = 1;
+            const QString path = folder.filePath(QStringLiteral("project"));
+            demo::makeProject(options, path);
+            return path;
+        }();
+        return project;
+    }
+
+    tarnwick::RecordingPrompts said;
+
+private:
+    QTemporaryDir m_installation;
+};
+
+} // namespace app

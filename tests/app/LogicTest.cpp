@@ -1,0 +1,230 @@
+#include "AppFixture.h"
+
+#include <app/DBaseApp.h>
+#include <app/logic/DesktopShortcut.h>
+#include <app/logic/PanelTexts.h>
+#include <app/logic/RecentFiles.h>
+#include <app/logic/SelectionCommands.h>
+#include <app/logic/SiblingTools.h>
+#include <app/logic/StartUp.h>
+#include <app/logic/SystemMacros.h>
+
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+
+namespace app {
+
+TEST(StartUp, TakesTheNamedProjectElseTheOneOpenedLast)
+{
+    EXPECT_EQ(chooseProject({}, {u"/data/a"_s, u"/data/b"_s}), u"/data/a"_s);
+    EXPECT_EQ(chooseProject(u"/data/c/"_s, {u"/data/a"_s}), u"/data/c"_s);
+    EXPECT_EQ(chooseProject({}, {}), QString());
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"project.json"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(chooseProject(file.fileName(), {}), QDir::cleanPath(folder.path()));
+    EXPECT_TRUE(QDir::isAbsolutePath(chooseProject(u"relative"_s, {})));
+}
+
+TEST(StartUp, TitleTellsTheFolderAndMinimisedTheName)
+{
+    EXPECT_EQ(windowTitle({}, {}, false), u"ARVO - No Project Loaded"_s);
+    EXPECT_EQ(windowTitle({}, {}, true), u"ARVO - No Project Loaded"_s);
+    EXPECT_EQ(windowTitle(u"/data/north"_s, u"North"_s, false), u"ARVO - /data/north"_s);
+    EXPECT_EQ(windowTitle(u"/data/north"_s, u"North"_s, true), u"North"_s);
+}
+
+TEST(AppOptions, ReadTheCommandLine)
+{
+    const AppOptions plain = AppOptions::parse({u"/data/p"_s});
+    EXPECT_EQ(plain.project, u"/data/p"_s);
+    EXPECT_TRUE(plain.picture.isEmpty());
+    const AppOptions full =
+        AppOptions::parse({u"--picture"_s, u"a.png"_s, u"--size"_s, u"800x600"_s, u"--scale"_s, u"2"_s, u"--dark"_s,
+                           u"--query"_s, u"a.qry"_s, u"--query"_s, u"b.qry"_s, u"p"_s});
+    EXPECT_EQ(full.error, QString());
+    EXPECT_EQ(full.size, QSize(800, 600));
+    EXPECT_EQ(full.scale, 2);
+    EXPECT_TRUE(full.dark);
+    EXPECT_EQ(full.queries, (QStringList{u"a.qry"_s, u"b.qry"_s}));
+    for (const QStringList &wrong : QList<QStringList>{{u"--size"_s, u"800"_s},
+                                                       {u"--size"_s, u"0x10"_s},
+                                                       {u"--scale"_s, u"-1"_s},
+                                                       {u"--picture"_s},
+                                                       {u"--unknown"_s},
+                                                       {u"a"_s, u"b"_s}})
+        EXPECT_FALSE(AppOptions::parse(wrong).error.isEmpty()) << qPrintable(wrong.join(u' '));
+}
+
+namespace {
+
+/// Two sections of 2 x 3 tubes, pitch 1.
+ellery::SteamGen smallSteamGen()
+{
+    QList<ellery::Tube> tubes;
+    for (int sec = 0; sec < 2; ++sec) {
+        for (int row = 1; row <= 2; ++row) {
+            for (int col = 1; col <= 3; ++col)
+                tubes.append({{qint16(sec), qint16(row), qint16(col)}, float(col + 10 * sec), float(row), col == 3});
+        }
+    }
+    ellery::SteamGen sg;
+    sg.setTubes(tubes);
+    return sg;
+}
+
+} // namespace
+
+TEST(PanelTexts, StatusPanelPadsLabelsAndCounts)
+{
+    ellery::SteamGen sg = smallSteamGen();
+    sg.setSymbol(3, u'A', 0);
+    sg.setSelection({1, 2});
+    EXPECT_EQ(statusPanelText(sg),
+              u"Tube Count  :     12\nSymbol Count:      1\nOpen Tubes  :     11\nSelected    :      2\n"_s);
+    EXPECT_EQ(selectionText(sg), u"2 of 12 selected"_s);
+}
+
+TEST(PanelTexts, ProjectPanelNamesTheDatabaseFromTheArvoFolder)
+{
+    brannock::Project project;
+    project.folder = u"/data/north"_s;
+    project.site.siteCode = u"N1"_s;
+    project.site.compCode = u"SGA"_s;
+    project.steamGen.modelName = u"M51"_s;
+    project.outages = {{u"R11"_s, {}}, {u"R12"_s, tarnwick::JDateTime::fromLocal(2024, 3, 9)}};
+    EXPECT_EQ(projectPanelText(project, u"worn"_s, {}),
+              u"Site Code: N1\nComponent: SGA\nModel    : M51\nOutage   : R12\nMap Name : worn\nDatabase : <none>"_s);
+    EXPECT_EQ(databaseText(project, {u"/data/north/arvo/project.mdb"_s, true}), u"project.mdb"_s);
+    EXPECT_EQ(databaseText(project, {u"/data/north/arvo/old/a.mdb"_s, false}), u"old\\a.mdb READ ONLY"_s);
+    EXPECT_TRUE(projectInfoText(project, {}).contains(u"R12  03/09/2024 (current)"_s));
+}
+
+TEST(SystemMacros, StandSortedWithTheStateOfTheMap)
+{
+    brannock::Project project;
+    project.folder = u"/data/north"_s;
+    project.name = u"North"_s;
+    project.outages = {{u"R12"_s, tarnwick::JDateTime::fromLocal(2024, 3, 9)}};
+    project.steamGen = smallSteamGen();
+    project.steamGen.setSymbol(0, u'A', 0);
+    const tarnwick::JMacro macros = systemMacros(project, u"maps\\worn.map"_s, {});
+    QStringList names;
+    for (const auto &entry : macros.entries())
+        names.append(entry.name);
+    QStringList sorted = names;
+    sorted.sort(Qt::CaseInsensitive);
+    EXPECT_EQ(names, sorted);
+    EXPECT_EQ(names.size(), 20);
+    EXPECT_EQ(
+        macros.expand(u"[MAP NAME] [OUTAGE DATE] [MAP OPEN TUBES]/[MAP TUBE COUNT] [DATABASE NAME] [QUERY NAME]."_s),
+        u"worn 03/09/2024 11/12 <No Database> ."_s);
+}
+
+TEST(SelectionCommands, SelectAndDeselectByRule)
+{
+    ellery::SteamGen sg = smallSteamGen();
+    sg.setSymbol(0, u'A', 1);
+    sg.setSymbol(7, u'A', 2);
+    sg.setSymbol(1, u'B', 1);
+    const auto selectedAfter = [&sg](int command, int pointed = -1) {
+        applySelection(command, sg, pointed);
+        return sg.selection();
+    };
+    EXPECT_THAT(selectedAfter(37), ElementsAre(0, 1, 7));
+    EXPECT_THAT(selectedAfter(46, 0), ElementsAre(1));
+    EXPECT_THAT(selectedAfter(44), ElementsAre());
+    EXPECT_THAT(selectedAfter(38, 7), ElementsAre(0, 7));
+    EXPECT_THAT(selectedAfter(45), ElementsAre());
+    EXPECT_THAT(selectedAfter(43), ElementsAre(2, 5, 8, 11));
+    EXPECT_THAT(selectedAfter(40, 0), ElementsAre(0, 1, 2, 3, 4, 5, 8, 11));
+    EXPECT_THAT(selectedAfter(51), ElementsAre(0, 1, 3, 4));
+    EXPECT_THAT(selectedAfter(50, 3), ElementsAre(0, 1));
+    EXPECT_THAT(selectedAfter(47), ElementsAre(0, 1));
+    EXPECT_THAT(selectedAfter(42, 10), ElementsAre(0, 1, 9, 10, 11));
+    EXPECT_THAT(selectedAfter(48, 6), ElementsAre(0, 1));
+    EXPECT_EQ(selectedAfter(36).size(), 12);
+    EXPECT_THAT(selectedAfter(44), ElementsAre());
+    EXPECT_THAT(selectedAfter(42), ElementsAre()) << "nothing was pointed at";
+    EXPECT_THAT(selectedAfter(38, 4), ElementsAre()) << "an open tube has no symbol";
+    EXPECT_EQ(selectionLabel(47), u"Deselect Open Tubes"_s);
+}
+
+TEST(SelectionCommands, AGroupHangsTogetherAndLooksAlike)
+{
+    ellery::SteamGen sg = smallSteamGen();
+    sg.setSymbol(1, u'X', 1);
+    sg.setSymbol(4, u'X', 1);
+    EXPECT_THAT(connectedGroup(sg, 0), ElementsAre(0, 3));
+    EXPECT_THAT(connectedGroup(sg, 4), ElementsAre(1, 4));
+    EXPECT_THAT(connectedGroup(sg, 6), ElementsAre(6, 7, 8, 9, 10, 11));
+}
+
+class RecentFilesTest : public AppTest
+{
+};
+
+TEST_F(RecentFilesTest, EveryProjectHasItsOwnMostRecentFirst)
+{
+    RecentFiles files;
+    for (int i = 0; i < 7; ++i)
+        files.addDatabase(u"/data/a"_s, u"arvo\\%1.mdb"_s.arg(i));
+    files.addDatabase(u"/data/a"_s, u"arvo\\4.mdb"_s);
+    files.addMap(u"/data/b"_s, u"maps\\x.map"_s);
+    const tarnwick::PathRoots roots = tarnwick::PathRoots::fromEnvironment();
+    files.store(roots);
+    RecentFiles read;
+    ASSERT_TRUE(read.load(roots));
+    EXPECT_EQ(read.lists(u"/data/a"_s).databases.join(u' '),
+              u"arvo\\4.mdb arvo\\6.mdb arvo\\5.mdb arvo\\3.mdb arvo\\2.mdb"_s);
+    EXPECT_TRUE(read.lists(u"/data/b"_s).databases.isEmpty());
+    EXPECT_EQ(read.lists(u"/data/b"_s).maps, QStringList{u"maps\\x.map"_s});
+    read.clearDatabases(u"/data/a"_s);
+    EXPECT_TRUE(read.lists(u"/data/a"_s).databases.isEmpty());
+}
+
+class ToolsTest : public AppTest
+{
+};
+
+TEST_F(ToolsTest, MissingSiblingIsSaidWithItsPlace)
+{
+    const tarnwick::PathRoots roots = tarnwick::PathRoots::fromEnvironment();
+    EXPECT_FALSE(startTool(kAdministrationTool, roots, false, said));
+    ASSERT_EQ(said.entries().size(), 1);
+    EXPECT_TRUE(said.entries()[0].text.contains(u"\"vantreth\""_s)) << qPrintable(said.entries()[0].text);
+}
+
+TEST_F(ToolsTest, ComponentMakerIsWaitedFor)
+{
+    const tarnwick::PathRoots roots = tarnwick::PathRoots::fromEnvironment();
+    ASSERT_TRUE(QDir(roots.palomineDir).mkpath(u"bin"_s));
+    const QString script = roots.palomineDir + u"/bin/ossory"_s;
+    const QString trace = roots.palomineDir + u"/trace"_s;
+    QFile file(script);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("#!/bin/sh\nsleep 0.2\ntouch '" + trace.toLocal8Bit() + "'\n");
+    file.close();
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    EXPECT_TRUE(startTool(kComponentMaker, roots, true, said));
+    EXPECT_TRUE(QFile::exists(trace));
+    EXPECT_TRUE(said.entries().isEmpty());
+}
+
+TEST(DesktopShortcut, QuotesTheProgramsPath)
+{
+    const QTemporaryDir folder;
+    const QString path = createDesktopShortcut(folder.path(), u"/opt/a \"b\" $c 5%/arvo"_s);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(file.readAll());
+    EXPECT_TRUE(path.endsWith(u"/ARVO.desktop"_s));
+    EXPECT_TRUE(text.contains(u"\nName=ARVO\nComment=Palomine ARVO\n"_s));
+    EXPECT_TRUE(text.contains(u"\nExec=\"/opt/a \\\\\"b\\\\\" \\\\$c 5%%/arvo\"\n"_s)) << qPrintable(text);
+    EXPECT_TRUE(file.permissions() & QFile::ExeOwner);
+}
+
+} // namespace app

@@ -1,0 +1,483 @@
+#include "AppFixture.h"
+
+#include <app/CommandActions.h>
+#include <app/LegendModel.h>
+#include <app/LegendView.h>
+#include <app/MainToolBar.h>
+#include <app/TextPanel.h>
+
+#include <db/SqlText.h>
+#include <plans/FillCommit.h>
+#include <plans/PatternFill.h>
+
+#include <QAbstractItemModelTester>
+#include <QFile>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QTest>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+using tarnwick::Answer;
+
+namespace app {
+
+namespace {
+
+class WindowTest : public AppTest
+{
+protected:
+    void open()
+    {
+        ASSERT_TRUE(window.openProject(projectFolder()));
+        settle();
+    }
+    /// Lets changes reach what is shown.
+    static void settle() { QCoreApplication::processEvents(); }
+
+    /// Keys reach an active window only.
+    void showActive()
+    {
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    QAction *command(int number) { return window.commands().action(number); }
+    void run(int number)
+    {
+        command(number)->trigger();
+        settle();
+    }
+    void addPattern(int firstRow, int rowIncrement)
+    {
+        plans::PatternFill fill;
+        fill.parameters.firstRow = firstRow;
+        fill.parameters.rowIncrement = rowIncrement;
+        fill.parameters.colIncrement = 1;
+        plans::addNewFill(window, fill);
+        settle();
+    }
+    template <typename Widget>
+    Widget *find(const QString &name)
+    {
+        Widget *widget = window.findChild<Widget *>(name);
+        EXPECT_NE(widget, nullptr) << qPrintable(name);
+        return widget;
+    }
+    QStringList enabledMenus()
+    {
+        QStringList names;
+        for (QAction *menu : window.menuBar()->actions()) {
+            if (menu->isEnabled())
+                names.append(QString(menu->text()).remove(u'&'));
+        }
+        return names;
+    }
+    QString legendOrder()
+    {
+        QString text;
+        for (int i = 0; i < window.legend().count(); ++i)
+            text += QChar(window.legend().entry(i).symbol);
+        return text;
+    }
+
+    DBase window{&said};
+};
+
+} // namespace
+
+TEST_F(WindowTest, WithoutAProjectOnlyOpeningAboutAndLeavingAreOffered)
+{
+    EXPECT_EQ(window.windowTitle(), u"ARVO - No Project Loaded"_s);
+    EXPECT_EQ(enabledMenus(), (QStringList{u"File"_s, u"Util"_s, u"Help"_s}));
+    QList<int> enabled;
+    for (int number = 0; number <= LastCommand; ++number) {
+        if (command(number) && command(number)->isEnabled())
+            enabled.append(number);
+    }
+    EXPECT_EQ(enabled, (QList<int>{Exit, OpenProject, About}));
+    EXPECT_FALSE(find<QWidget>(u"mainBar"_s)->isEnabled());
+    EXPECT_FALSE(window.centralWidget()->isEnabled());
+    EXPECT_TRUE(find<QMenu>(u"menuRecentProjects"_s)->isEnabled());
+    EXPECT_FALSE(find<QMenu>(u"menuRecentDatabases"_s)->isEnabled());
+}
+
+TEST_F(WindowTest, AFolderWithoutAProjectIsSaidAndChangesNothing)
+{
+    open();
+    const QString title = window.windowTitle();
+    said.clear();
+    const QTemporaryDir empty;
+    EXPECT_FALSE(window.openProject(empty.path()));
+    EXPECT_EQ(said.entries().size(), 1);
+    EXPECT_EQ(window.windowTitle(), title);
+    EXPECT_GT(window.map().scene().numTube(), 0);
+}
+
+TEST_F(WindowTest, ProjectEnablesMenusAndFillsTheRecentList)
+{
+    open();
+    EXPECT_EQ(window.windowTitle(), u"ARVO - "_s + projectFolder());
+    EXPECT_EQ(enabledMenus().size(), 8);
+    EXPECT_TRUE(command(SelectAllTubes)->isEnabled());
+    ASSERT_NE(command(FirstRecentProject), nullptr);
+    EXPECT_TRUE(command(FirstRecentProject)->text().contains(projectFolder()));
+    EXPECT_FALSE(command(NoRecentProject)->isVisible());
+    EXPECT_FALSE(command(NoRecentMap)->isEnabled());
+    EXPECT_TRUE(command(NoRecentMap)->isVisible());
+
+    DBase other(&said);
+    EXPECT_EQ(other.projectSession().recentProjects(), QStringList{projectFolder()});
+    ASSERT_TRUE(other.commands().action(FirstRecentProject)->isEnabled());
+    other.commands().action(FirstRecentProject)->trigger();
+    EXPECT_EQ(other.windowTitle(), window.windowTitle());
+}
+
+TEST_F(WindowTest, LaterCommandsAreGreyedWithTheReasonInTheTip)
+{
+    open();
+    for (const int number : {int(SaveMap), int(PrintPreview), int(CreateHistory), int(ConvertReports)}) {
+        EXPECT_FALSE(command(number)->isEnabled());
+        EXPECT_TRUE(command(number)->toolTip().endsWith(u"Comes with a later version."_s)) << number;
+    }
+}
+
+TEST_F(WindowTest, ToolBarHasTheFillsInOrderThenTheProgramsButtons)
+{
+    QStringList texts;
+    for (const QAction *action : find<MainToolBar>(u"mainBar"_s)->actions()) {
+        if (const auto *button = qobject_cast<QToolButton *>(
+                find<MainToolBar>(u"mainBar"_s)->widgetForAction(const_cast<QAction *>(action))))
+            texts.append(button->text());
+    }
+    EXPECT_EQ(texts.join(u'|'), u"RANDOM|QUERY|LIST|BOX|PATTERN|HEADER|OPTIONS| SQL |PLANS|UPDATE"_s);
+}
+
+TEST_F(WindowTest, SelectionCommandsShowTheirCountsAndCanBeUndone)
+{
+    open();
+    const int tubes = window.steamGen().numTube();
+    run(SelectAllTubes);
+    EXPECT_EQ(window.steamGen().selectedCount(), tubes);
+    EXPECT_TRUE(find<TextPanel>(u"statusPanel"_s)->text().contains(u"Selected    : %1\n"_s.arg(tubes, 6)));
+    EXPECT_EQ(find<QLabel>(u"selectionText"_s)->text(), u"%1 of %1 selected"_s.arg(tubes));
+    EXPECT_EQ(command(Undo)->text(), u"Undo Select All Tubes"_s);
+    EXPECT_EQ(command(Undo)->shortcut(), QKeySequence(u"Ctrl+Z"_s));
+    run(DeselectAllTubes);
+    EXPECT_EQ(window.steamGen().selectedCount(), 0);
+    run(DeselectAllTubes);
+    EXPECT_EQ(window.projectSession().undo().stack().count(), 2) << "deselecting nothing is no change";
+    run(Undo);
+    EXPECT_EQ(window.steamGen().selectedCount(), tubes);
+    run(Undo);
+    EXPECT_EQ(command(Undo)->text(), u"Undo"_s);
+    EXPECT_FALSE(command(Undo)->isEnabled());
+}
+
+TEST_F(WindowTest, FlipsAreCheckedAndCanBeUndone)
+{
+    open();
+    run(FlipHorizontal);
+    EXPECT_EQ(window.map().xOrientation(), -1);
+    EXPECT_TRUE(command(FlipHorizontal)->isChecked());
+    EXPECT_FALSE(command(FlipVertical)->isChecked());
+    run(Undo);
+    EXPECT_EQ(window.map().xOrientation(), 1);
+    EXPECT_FALSE(command(FlipHorizontal)->isChecked());
+    const bool tip = command(ShowFloatingId)->isChecked();
+    run(ShowFloatingId);
+    EXPECT_EQ(command(ShowFloatingId)->isChecked(), !tip);
+    EXPECT_EQ(window.map().hasTubeTip(), !tip);
+}
+
+TEST_F(WindowTest, LegendIsReorderedByKeysAndByDropping)
+{
+    open();
+    addPattern(1, 3);
+    addPattern(2, 3);
+    addPattern(3, 3);
+    showActive();
+    auto *legend = find<LegendView>(u"legend"_s);
+    ASSERT_EQ(legend->model()->rowCount(), 3);
+    legend->setFocus();
+    legend->setCurrentEntry(2);
+    QTest::keyClick(legend, Qt::Key_Up, Qt::AltModifier);
+    settle();
+    EXPECT_EQ(legendOrder(), u"ACB"_s);
+    EXPECT_EQ(legend->currentEntry(), 1);
+    EXPECT_EQ(command(Undo)->text(), u"Undo Move Entry"_s);
+
+    const std::unique_ptr<QMimeData> dragged(legend->model()->mimeData({legend->model()->index(0, 1)}));
+    legend->model()->dropMimeData(dragged.get(), Qt::MoveAction, 3, 0, {});
+    settle();
+    EXPECT_EQ(legendOrder(), u"CBA"_s);
+    run(Undo);
+    run(Undo);
+    EXPECT_EQ(legendOrder(), u"ABC"_s);
+}
+
+TEST_F(WindowTest, LegendShowsHidesAndDeletesByKeys)
+{
+    open();
+    addPattern(1, 2);
+    addPattern(2, 2);
+    showActive();
+    auto *legend = find<LegendView>(u"legend"_s);
+    const QAbstractItemModel &model = *legend->model();
+    const QString hits = model.index(0, LegendModel::Hits).data().toString();
+    EXPECT_EQ(model.index(0, LegendModel::Tubes).data().toString(), hits);
+    legend->setFocus();
+    legend->setCurrentEntry(0);
+    QTest::keyClick(legend, Qt::Key_Space);
+    settle();
+    EXPECT_FALSE(window.legend().entry(0).shown);
+    EXPECT_EQ(model.index(0, LegendModel::Hits).data().toString(), u"0"_s);
+    EXPECT_EQ(command(Undo)->text(), u"Undo Hide Entry"_s);
+    window.commands().extra(Extra::EntriesInvert)->trigger();
+    settle();
+    EXPECT_TRUE(window.legend().entry(0).shown);
+    EXPECT_FALSE(window.legend().entry(1).shown);
+    QTest::keyClick(legend, Qt::Key_Delete);
+    settle();
+    EXPECT_EQ(legendOrder(), u"B"_s);
+
+    said.answerWith({Answer::No, Answer::Yes});
+    run(DeleteAllEntries);
+    EXPECT_EQ(window.legend().count(), 1);
+    run(DeleteAllEntries);
+    EXPECT_EQ(window.legend().count(), 0);
+    EXPECT_FALSE(command(DeleteAllEntries)->isEnabled());
+}
+
+TEST_F(WindowTest, UpdateComputesTheLegendAnew)
+{
+    open();
+    addPattern(1, 2);
+    window.legend().entry(0).tubes.clear();
+    said.clear();
+    find<QToolButton>(u"updateButton"_s)->click();
+    settle();
+    EXPECT_GT(window.legend().entry(0).paintedCount, 0);
+    EXPECT_EQ(said.lastStatus(), u"Done updating map."_s);
+    EXPECT_EQ(command(Undo)->text(), u"Undo Update Map"_s);
+}
+
+TEST_F(WindowTest, FullScreenLeavesTheMapAlone)
+{
+    open();
+    window.show();
+    run(MapFullScreen);
+    EXPECT_TRUE(window.windowState() & Qt::WindowFullScreen);
+    EXPECT_FALSE(window.menuBar()->isVisible());
+    EXPECT_FALSE(find<QWidget>(u"sidePanel"_s)->isVisible());
+    EXPECT_TRUE(window.map().isVisible());
+    QTest::keyClick(&window.map(), Qt::Key_Escape);
+    settle();
+    EXPECT_TRUE(window.menuBar()->isVisible());
+    EXPECT_FALSE(window.windowState() & Qt::WindowFullScreen);
+}
+
+TEST_F(WindowTest, FindsATubeByItsAddress)
+{
+    open();
+    const ellery::TubeAddress address = window.steamGen()[7].address;
+    auto *field = find<QLineEdit>(u"findTube"_s);
+    field->setText(u"%1 %2"_s.arg(address.row).arg(address.col));
+    QTest::keyClick(field, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(window.steamGen().selection(), QList<qint32>{7});
+    field->setText(u"999 999"_s);
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(said.lastStatus(), u"There is no tube \"999 999\"."_s);
+    EXPECT_EQ(window.steamGen().selection(), QList<qint32>{7});
+}
+
+TEST_F(WindowTest, MapMenuSelectsFromTheTubePointedAt)
+{
+    open();
+    Q_EMIT window.map().contextMenuRequested(QPoint(10, 10), -1);
+    auto *menu = find<QMenu>(u"mapMenu"_s);
+    QAction *row = window.findChild<QAction *>(u"popup42"_s);
+    EXPECT_FALSE(row->isEnabled());
+    menu->hide();
+    Q_EMIT window.map().contextMenuRequested(QPoint(10, 10), 5);
+    EXPECT_TRUE(row->isEnabled());
+    EXPECT_FALSE(window.findChild<QAction *>(u"popup38"_s)->isEnabled()) << "the tube is open";
+    row->trigger();
+    settle();
+    const int inRow = window.steamGen()[5].address.row;
+    for (const qint32 tube : window.steamGen().selection())
+        EXPECT_EQ(window.steamGen()[tube].address.row, inRow);
+    EXPECT_GT(window.steamGen().selectedCount(), 0);
+    menu->hide();
+}
+
+TEST_F(WindowTest, ConnectsTheProjectsDatabaseAndMakesItWhenItIsMissing)
+{
+    open();
+    const QString path = window.project().databasePath();
+    EXPECT_TRUE(QFileInfo::exists(path));
+    EXPECT_TRUE(find<TextPanel>(u"projectPanel"_s)->text().endsWith(u"\nDatabase : project.mdb"_s));
+    EXPECT_TRUE(command(FirstRecentDatabase)->text().contains(u"arvo\\project.mdb"_s));
+
+    run(CloseDatabase);
+    EXPECT_TRUE(find<TextPanel>(u"projectPanel"_s)->text().endsWith(u"\nDatabase : <none>"_s));
+    said.clear();
+    run(UploadComponent);
+    run(CloseDatabase);
+    ASSERT_EQ(said.entries().size(), 2);
+    EXPECT_EQ(said.entries()[0].number, 1053);
+    EXPECT_EQ(said.entries()[1].number, 1053);
+    run(FirstRecentDatabase);
+    EXPECT_EQ(said.lastStatus(), u"Connected to \"project.mdb\"."_s);
+    EXPECT_TRUE(window.session().isOpen());
+}
+
+TEST_F(WindowTest, NewAndOpenDatabaseGoThroughTheChooser)
+{
+    open();
+    ScriptedDialogs dialogs;
+    window.setFileDialogs(&dialogs);
+    run(NewDatabase);
+    EXPECT_EQ(said.lastStatus(), u"Create database ..."_s);
+    const QTemporaryDir folder;
+    dialogs.next = folder.filePath(u"other.mdb"_s);
+    run(NewDatabase);
+    EXPECT_EQ(window.session().path(), dialogs.next);
+    EXPECT_TRUE(find<TextPanel>(u"projectPanel"_s)->text().contains(u"other.mdb"_s));
+    dialogs.next = window.project().databasePath();
+    run(OpenDatabase);
+    EXPECT_EQ(window.session().path(), window.project().databasePath());
+    EXPECT_EQ(dialogs.asked, QStringList(3, u"Accesss (*.mdb)"_s));
+
+    // A file that is none leaves the window without a connection, and says so once.
+    QFile none(folder.filePath(u"none.mdb"_s));
+    ASSERT_TRUE(none.open(QIODevice::WriteOnly));
+    none.write("this is no database at all, only text");
+    none.close();
+    said.clear();
+    dialogs.next = none.fileName();
+    run(OpenDatabase);
+    EXPECT_FALSE(window.session().isOpen());
+    EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error).size(), 1);
+}
+
+TEST_F(WindowTest, UploadsTheComponentAfterAQuestion)
+{
+    open();
+    said.answerWith({Answer::No, Answer::Yes, Answer::Yes});
+    run(UploadComponent);
+    const auto rows = [this](const QString &table) {
+        return db::firstValue(window.session().database(), u"SELECT COUNT(*) FROM "_s + table).integer();
+    };
+    EXPECT_EQ(rows(u"tubes"_s), 0);
+    run(UploadComponent);
+    run(UploadComponent);
+    EXPECT_EQ(said.lastStatus(), u"Successfully uploaded model."_s);
+    EXPECT_EQ(rows(u"tubes"_s), window.steamGen().numTube());
+    int landmarks = 0;
+    for (const ellery::LandmarkSet &set : std::as_const(window.steamGen().landmarkSets))
+        landmarks += set.numLand();
+    EXPECT_EQ(rows(u"landmarks"_s), landmarks);
+}
+
+TEST_F(WindowTest, MarksTheTubesOfAQueryFile)
+{
+    open();
+    said.answerWith({Answer::Yes});
+    run(UploadComponent);
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"edge.qry"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("SELECT sec, row, col FROM tubes WHERE row <= 2");
+    file.close();
+    ASSERT_TRUE(window.addQueryFile(file.fileName()));
+    settle();
+    EXPECT_EQ(window.legend().entry(0).label, u"edge.qry"_s);
+    EXPECT_EQ(find<LegendView>(u"legend"_s)->model()->index(0, LegendModel::Type).data().toString(), u"QUERY"_s);
+    EXPECT_GT(window.steamGen().symbolCount(), 0);
+    for (int i = 0; i < window.steamGen().numTube(); ++i)
+        EXPECT_EQ(window.steamGen().isOpen(i), window.steamGen()[i].address.row > 2);
+    said.clear();
+    EXPECT_FALSE(window.addQueryFile(folder.filePath(u"missing.qry"_s)));
+    EXPECT_EQ(said.entries().size(), 1);
+}
+
+TEST_F(WindowTest, RecentListsAreClearedAfterAQuestion)
+{
+    open();
+    said.answerWith({Answer::No, Answer::Yes});
+    run(ClearRecentProjects);
+    EXPECT_EQ(window.projectSession().recentProjects().size(), 1);
+    run(ClearRecentProjects);
+    EXPECT_TRUE(window.projectSession().recentProjects().isEmpty());
+    EXPECT_TRUE(command(NoRecentProject)->isVisible());
+}
+
+TEST_F(WindowTest, EveryPartHasRoomForItsText)
+{
+    open();
+    addPattern(1, 2);
+    window.show();
+    settle();
+    for (const auto *button : window.findChildren<QToolButton *>()) {
+        if (button->isVisible() && !button->text().isEmpty()) {
+            EXPECT_GE(button->width(), button->minimumSizeHint().width()) << qPrintable(button->text());
+        }
+    }
+    const auto *status = find<TextPanel>(u"statusPanel"_s);
+    EXPECT_GE(status->width(), status->sizeHint().width());
+}
+
+TEST(LegendModel, IsAProperModelWhileTheLegendChanges)
+{
+    ellery::SteamGen sg;
+    sg.setTubes({{{0, 1, 1}, 1, 1, false}, {{0, 1, 2}, 2, 1, false}});
+    plans::MapLegend legend(sg);
+    LegendModel model;
+    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    model.setLegend(&legend);
+    legend.changed = [&model] { model.refresh(); };
+    for (int i = 0; i < 3; ++i) {
+        auto fill = std::make_unique<plans::PatternFill>();
+        fill->tubes = {i % 2};
+        fill->label = u"entry %1"_s.arg(i);
+        legend.addEntry(std::move(fill), true);
+    }
+    EXPECT_EQ(model.rowCount(), 3);
+    EXPECT_EQ(model.index(1, LegendModel::Description).data().toString(), u"entry 1"_s);
+    legend.moveEntry(0, 2);
+    legend.deleteEntry(1);
+    EXPECT_EQ(model.rowCount(), 2);
+    model.setLegend(nullptr);
+    EXPECT_EQ(model.rowCount(), 0);
+}
+
+TEST(LegendModel, DropsBetweenRowsAndAsksForTheMove)
+{
+    ellery::SteamGen sg;
+    plans::MapLegend legend(sg);
+    for (int i = 0; i < 4; ++i)
+        legend.addEntry(std::make_unique<plans::PatternFill>(), true);
+    LegendModel model;
+    model.setLegend(&legend);
+    QList<std::pair<int, int>> moves;
+    QObject::connect(&model, &LegendModel::moveRequested, &model, [&moves](int from, int to) {
+        moves.append({from, to});
+    });
+    const std::unique_ptr<QMimeData> second(model.mimeData({model.index(1, 0)}));
+    EXPECT_FALSE(model.dropMimeData(second.get(), Qt::MoveAction, 0, 0, {}));
+    EXPECT_FALSE(model.dropMimeData(second.get(), Qt::MoveAction, 4, 0, {}));
+    EXPECT_FALSE(model.dropMimeData(second.get(), Qt::MoveAction, -1, -1, model.index(3, 0)));
+    QMimeData foreign;
+    foreign.setText(u"1"_s);
+    EXPECT_FALSE(model.dropMimeData(&foreign, Qt::MoveAction, 0, 0, {}));
+    EXPECT_EQ(moves, (QList<std::pair<int, int>>{{1, 0}, {1, 3}, {1, 2}}));
+}
+
+} // namespace app

@@ -1,0 +1,317 @@
+#include "TestDatabase.h"
+
+#include <dao/functions/Functions.h>
+#include <dao/sql/FunctionTable.h>
+#include <gmock/gmock.h>
+
+using namespace Qt::StringLiterals;
+using namespace dao::sql;
+using dao::DataType;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+class CompilerTest : public testing::Test
+{
+protected:
+    CompilerTest()
+    {
+        m_database.addTable(
+            u"report recd_num:counter* sec:short row:short col:short volts:single outage:text(50) flag:boolean"_s);
+        m_database.addTable(u"plans name:text(50)* create_time:date"_s);
+        run("CREATE INDEX tube_id ON report (sec, row, col)");
+        run("CREATE INDEX outage ON report (outage)");
+    }
+
+    void run(const char *sql)
+    {
+        ASSERT_EQ(sqlite3_exec(m_database.handle(), sql, nullptr, nullptr, nullptr), SQLITE_OK);
+    }
+
+    const SelectPlan &select(const QString &sql)
+    {
+        m_compiled = compile(m_database, sql);
+        return std::get<SelectPlan>(m_compiled.plan);
+    }
+
+    std::string queryPlan(const QString &sql)
+    {
+        std::string text;
+        sqlite3_stmt *statement = nullptr;
+        const QByteArray explain = "EXPLAIN QUERY PLAN " + sql.toUtf8();
+        EXPECT_EQ(sqlite3_prepare_v2(m_database.handle(), explain.constData(), -1, &statement, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(m_database.handle());
+        while (sqlite3_step(statement) == SQLITE_ROW)
+            text += reinterpret_cast<const char *>(sqlite3_column_text(statement, 3)) + std::string("\n");
+        sqlite3_finalize(statement);
+        return text;
+    }
+
+    int errorOf(const QString &sql)
+    {
+        try {
+            compile(m_database, sql);
+        } catch (const dao::DaoException &exception) {
+            return exception.number();
+        }
+        return 0;
+    }
+
+    TestDatabase m_database;
+    CompiledStatement m_compiled;
+};
+
+dao::FieldInfo field(DataType type, const QString &name = u"f"_s)
+{
+    dao::FieldInfo info;
+    info.name = name;
+    info.type = type;
+    info.size = 50;
+    return info;
+}
+
+std::string check(const QString &rule, DataType type = DataType::Integer)
+{
+    return ruleAsCheck(rule, field(type)).value_or(u"(not pure)"_s).toStdString();
+}
+
+} // namespace
+
+TEST_F(CompilerTest, ConditionsOnColumnsUseTheirIndexes)
+{
+    const SelectPlan &plan = select(u"SELECT * FROM report WHERE sec = 0 AND row = [r] AND col = [c]"_s);
+    EXPECT_THAT(queryPlan(plan.keySql), HasSubstr("INDEX tube_id (sec=? AND row=? AND col=?)"));
+    EXPECT_THAT(queryPlan(plan.rowSql), HasSubstr("SEARCH _s1 USING INTEGER PRIMARY KEY (rowid=?)"));
+    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage = 'r12' AND volts > 2"_s).keySql),
+                HasSubstr("INDEX outage"));
+    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE sec Between [a] And [b]"_s).keySql),
+                HasSubstr("INDEX tube_id (sec>? AND sec<?)"));
+    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage = (SELECT Max(outage) FROM report)"_s).keySql),
+                HasSubstr("(outage=?)"));
+}
+
+TEST_F(CompilerTest, AWalkOverAllRowsNeedsNoSorting)
+{
+    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report"_s).keySql), Not(HasSubstr("TEMP B-TREE")));
+    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report"_s).fullSql), Not(HasSubstr("TEMP B-TREE")));
+    EXPECT_THAT(queryPlan(select(u"SELECT sec FROM report ORDER BY sec, row, col"_s).keySql),
+                Not(HasSubstr("TEMP B-TREE")));
+}
+
+TEST_F(CompilerTest, ARowOfAJoinIsFoundByTheKeysOfItsTables)
+{
+    const SelectPlan &plan = select(u"SELECT * FROM report LEFT JOIN plans ON report.outage = plans.name"_s);
+    ASSERT_EQ(plan.sources.size(), 2);
+    EXPECT_FALSE(plan.sources[0].nullable);
+    EXPECT_TRUE(plan.sources[0].deletable);
+    EXPECT_TRUE(plan.sources[1].nullable);
+    EXPECT_FALSE(plan.sources[1].deletable);
+    EXPECT_EQ(plan.columns[7].source, 1);
+    const std::string found = queryPlan(plan.rowSql);
+    EXPECT_THAT(found, HasSubstr("SEARCH _s1 USING INTEGER PRIMARY KEY"));
+    EXPECT_THAT(found, HasSubstr("SEARCH _s2 USING INTEGER PRIMARY KEY"));
+}
+
+TEST_F(CompilerTest, ColumnsCarryWhatTheirFieldsKnow)
+{
+    const SelectPlan &plan =
+        select(u"SELECT VOLTS, volts * 2 AS twice, flag, row > 5, outage & 'x', Count(*) AS n FROM report "
+               "GROUP BY volts, flag, row, outage"_s);
+    const auto info = [&plan](int i) { return plan.columns[i].info; };
+    EXPECT_EQ(info(0).name, u"volts"_s);
+    EXPECT_EQ(info(0).sourceTable, u"report"_s);
+    EXPECT_EQ(info(0).type, DataType::Single);
+    EXPECT_EQ(info(1).type, DataType::Single);
+    EXPECT_TRUE(info(1).sourceTable.isEmpty());
+    EXPECT_EQ(info(2).type, DataType::Boolean);
+    EXPECT_EQ(info(3).type, DataType::Integer) << "a comparison is shown as -1 or 0";
+    EXPECT_EQ(info(4).type, DataType::Text);
+    EXPECT_EQ(info(5).type, DataType::Long);
+}
+
+TEST_F(CompilerTest, ParametersComeDeclaredFirstThenAsTheyAppear)
+{
+    select(
+        u"PARAMETERS [z] DateTime, [y] Value;\nSELECT row FROM report WHERE row = [b] AND outage = [a] AND volts > [y] "
+        "AND [Forms]![F]![c] = True AND [d] = [b] AND entry < [z]"_s);
+    QStringList names;
+    QList<DataType> types;
+    for (const dao::sql::Parameter &parameter : m_compiled.parameters) {
+        names.append(parameter.name);
+        types.append(parameter.type);
+    }
+    EXPECT_EQ(names, (QStringList{u"z"_s, u"y"_s, u"b"_s, u"a"_s, u"Forms!F!c"_s, u"d"_s, u"entry"_s}));
+    EXPECT_EQ(types[0], DataType::Date);
+    EXPECT_EQ(types[2], DataType::Integer);
+    EXPECT_EQ(types[3], DataType::Text);
+    EXPECT_EQ(types[4], DataType::Boolean);
+    EXPECT_EQ(types[6], DataType::Date);
+    EXPECT_EQ(m_compiled.parameters[2].where.line, 2);
+    EXPECT_EQ(m_compiled.parameters[2].where.column, 36);
+}
+
+TEST_F(CompilerTest, AMistypedColumnIsAParameterWithASuggestion)
+{
+    select(u"SELECT row FROM report WHERE volt > 2"_s);
+    ASSERT_EQ(m_compiled.parameters.size(), 1);
+    EXPECT_EQ(m_compiled.parameters[0].suggestion, u"volts"_s);
+}
+
+TEST_F(CompilerTest, ValuesThatFitAFieldAreNotConverted)
+{
+    const auto sqlOf = [this](const QString &sql) {
+        return std::get<ActionPlan>(compile(m_database, sql).plan).steps.constFirst().sql.toStdString();
+    };
+    EXPECT_THAT(sqlOf(u"INSERT INTO report (row, volts, outage, flag) VALUES ('3', 0.1, 5, 7)"_s),
+                HasSubstr("VALUES (3, 0.1000000014901161"));
+    EXPECT_THAT(sqlOf(u"INSERT INTO report (row, volts, outage) SELECT row, volts, outage FROM report"_s),
+                Not(HasSubstr("jet_")));
+    EXPECT_THAT(sqlOf(u"INSERT INTO report (row, outage) VALUES ([a], [b])"_s), Not(HasSubstr("jet_")));
+    EXPECT_THAT(sqlOf(u"UPDATE report SET row = recd_num"_s), HasSubstr("jet_to_integer("));
+}
+
+TEST_F(CompilerTest, TextsOfAnySizeAndDepthEndInBoundedTime)
+{
+    const QString deep = u"SELECT "_s + QString(10000, u'(') + u'1' + QString(10000, u')');
+    EXPECT_EQ(errorOf(deep), 3360);
+    EXPECT_EQ(errorOf(u"SELECT "_s + u"Abs("_s.repeated(10000) + u'1' + QString(10000, u')')), 3360);
+    EXPECT_EQ(errorOf(u"SELECT "_s + u"Not "_s.repeated(10000) + u"True"_s), 3360);
+    EXPECT_EQ(errorOf(u"SELECT "_s + u"- "_s.repeated(10000) + u"1"_s), 3360);
+    EXPECT_EQ(errorOf(u"SELECT 1"_s + u" + 1"_s.repeated(10000)), 3360);
+    EXPECT_EQ(errorOf(u"SELECT * FROM "_s + QString(10000, u'(') + u"report"_s + QString(10000, u')')), 3360);
+    EXPECT_EQ(errorOf(u"SELECT * FROM report"_s + u" INNER JOIN plans ON 1=1"_s.repeated(1000)), 3360);
+    EXPECT_EQ(errorOf(u"SELECT 1 AS a0"_s +
+                      [] {
+                          QString aliases;
+                          for (int i = 1; i < 60; ++i)
+                              aliases += u", a%1 + a%1 AS a%2"_s.arg(i - 1).arg(i);
+                          return aliases;
+                      }()),
+              3360);
+
+    // Long, but not deep: thousands of conditions and values, in a text of megabytes.
+    QString long_ = u"SELECT Count(*) FROM report WHERE row = 1"_s;
+    for (int i = 0; i < 10000; ++i)
+        long_ += u" OR row = %1"_s.arg(i);
+    EXPECT_EQ(m_database.run(long_).rows, QList<QStringList>{{u"0"_s}});
+    QString mixed = u"SELECT Count(*) FROM report WHERE row > 1"_s;
+    for (int i = 0; i < 500; ++i)
+        mixed += u" AND (col <> %1 OR volts < %1)"_s.arg(i);
+    EXPECT_EQ(m_database.run(mixed).rows, QList<QStringList>{{u"0"_s}});
+    QString list = u"SELECT Count(*) FROM report WHERE outage IN ('"_s + QString(1000, u'x') + u'\'';
+    for (int i = 0; i < 2000; ++i)
+        list += u", '"_s + QString(1000, u'y') + u'\'';
+    EXPECT_EQ(m_database.run(list + u')').rows, QList<QStringList>{{u"0"_s}});
+    QString joined = u"SELECT 'a'"_s;
+    for (int i = 0; i < 400; ++i)
+        joined += u" & 'b'"_s;
+    EXPECT_EQ(m_database.run(joined).rows[0][0].size(), 401);
+}
+
+TEST_F(CompilerTest, WhatTheInnerEngineCannotParseIsTooComplex)
+{
+    QString nested = u"1"_s;
+    for (int i = 0; i < 45; ++i)
+        nested = u"Abs(%1) + 1 - (2 * (1 + Abs(1)))"_s.arg(nested);
+    EXPECT_THROW(
+        {
+            try {
+                m_database.run(u"SELECT "_s + nested);
+            } catch (const dao::DaoException &exception) {
+                EXPECT_EQ(exception.number(), 3360);
+                throw;
+            }
+        },
+        dao::DaoException);
+    // A ladder of conditions is no nesting.
+    QString ladder = u"0"_s;
+    for (int i = 0; i < 60; ++i)
+        ladder = u"IIf(row = %1, %1, %2)"_s.arg(i).arg(ladder);
+    EXPECT_NO_THROW(m_database.run(u"SELECT "_s + ladder + u" FROM report"_s));
+}
+
+TEST_F(CompilerTest, EveryFunctionOfTheTableIsRegistered)
+{
+    for (const FunctionInfo &function : functionTable()) {
+        QStringList arguments;
+        for (int i = 0; i < std::max(function.minArguments(), 1) && function.minArguments() > 0; ++i)
+            arguments.append(function.parameterAt(i) == u'b' ? u"True"_s : u"row"_s);
+        if (function.kind == FunctionKind::Domain)
+            continue;
+        if (QStringView(function.name) == u"Switch" || QStringView(function.name) == u"Choose")
+            arguments = QStringList{u"1"_s, u"2"_s};
+        const QString sql =
+            u"SELECT "_s + QString::fromUtf16(function.name) + u'(' + arguments.join(u", ") + u") FROM report"_s;
+        sqlite3_stmt *statement = nullptr;
+        const QByteArray text = select(sql).fullSql.toUtf8();
+        EXPECT_EQ(sqlite3_prepare_v2(m_database.handle(), text.constData(), -1, &statement, nullptr), SQLITE_OK)
+            << text.constData() << ": " << sqlite3_errmsg(m_database.handle());
+        sqlite3_finalize(statement);
+    }
+}
+
+// ---- rules and defaults of fields --------------------------------------------------------------------------------
+
+TEST(Rules, AComparisonTakesTheFieldAsItsLeftSide)
+{
+    EXPECT_EQ(check(u">= 0 and <= 999"_s), R"("f" IS NULL OR ("f" >= 0 AND "f" <= 999))");
+    EXPECT_EQ(check(u"Between 1 And 0"_s), R"("f" IS NULL OR ("f" BETWEEN 0 AND 1))");
+    EXPECT_EQ(check(u"\"M\" Or \"F\""_s, DataType::Text), R"("f" IS NULL OR ("f" = 'M' OR "f" = 'F'))");
+    EXPECT_EQ(check(u"In (1, 2) Or Is Null"_s), R"("f" IS NULL OR ("f" IN (1, 2) OR "f" IS NULL))");
+    EXPECT_EQ(check(u"Not In (1, 2)"_s), R"("f" IS NULL OR (NOT "f" IN (1, 2)))");
+    EXPECT_EQ(check(u"<> -5"_s), R"("f" IS NULL OR ("f" <> -5))");
+    EXPECT_EQ(check(u"[F] > 3 And f < 9"_s), R"("f" IS NULL OR ("f" > 3 AND "f" < 9))");
+}
+
+TEST(Rules, PatternsBecomeThoseOfTheInnerEngine)
+{
+    EXPECT_EQ(check(u"Like \"x*_\""_s, DataType::Text), R"("f" IS NULL OR ("f" LIKE 'x%\_' ESCAPE '\'))");
+    EXPECT_EQ(check(u"Like \"[A-F]#*\""_s, DataType::Text), R"("f" IS NULL OR (lower("f") GLOB '[a-f][0-9]*'))");
+}
+
+TEST(Rules, OneThatNeedsAFunctionIsNoCheck)
+{
+    EXPECT_EQ(check(u"< Date()"_s, DataType::Date), "(not pure)");
+    EXPECT_THAT(ruleWithFunctions(u"< Date()"_s, field(DataType::Date)).toStdString(), HasSubstr("jet_date()"));
+}
+
+TEST(Rules, WhatIsNoRuleIsRefused)
+{
+    const auto errorOf = [](const QString &rule) {
+        try {
+            ruleAsCheck(rule, field(DataType::Integer));
+        } catch (const dao::DaoException &exception) {
+            return exception.number();
+        }
+        return 0;
+    };
+    EXPECT_EQ(errorOf(u">= "_s), 3075);
+    EXPECT_EQ(errorOf(u"other > 5"_s), 3070);
+    EXPECT_EQ(errorOf(u"> 'abc'"_s), 3464);
+}
+
+TEST(Rules, ARuleOfATableSpeaksOfItsFields)
+{
+    dao::TableInfo table;
+    table.name = u"t"_s;
+    table.fields = {field(DataType::Integer, u"a"_s), field(DataType::Integer, u"b c"_s)};
+    EXPECT_EQ(tableRuleAsCheck(u"a < [b c] * 2 Or [t].[a] Is Null"_s, table).value_or(QString()),
+              uR"("a" < "b c" * 2 OR "a" IS NULL)"_s);
+}
+
+TEST(Defaults, AreConvertedToTheirField)
+{
+    const auto sqlOf = [](const QString &text, DataType type) { return defaultExpression(text, field(type)).sql; };
+    EXPECT_EQ(sqlOf(u"0"_s, DataType::Integer), u"0"_s);
+    EXPECT_EQ(sqlOf(u"1"_s, DataType::Boolean), u"-1"_s);
+    EXPECT_EQ(sqlOf(u"=No"_s, DataType::Boolean), u"0"_s);
+    EXPECT_EQ(sqlOf(u"\"it's\""_s, DataType::Text), u"'it''s'"_s);
+    EXPECT_EQ(sqlOf(u"NEW"_s, DataType::Text), u"'NEW'"_s);
+    EXPECT_EQ(sqlOf(u"12 Main St."_s, DataType::Text), u"'12 Main St.'"_s);
+    EXPECT_EQ(sqlOf(u"-5"_s, DataType::Single), u"-5.0"_s);
+    EXPECT_EQ(sqlOf(QString(), DataType::Text), QString());
+    EXPECT_TRUE(defaultExpression(u"0"_s, field(DataType::Single)).constant);
+    EXPECT_FALSE(defaultExpression(u"Date()"_s, field(DataType::Date)).constant);
+    EXPECT_EQ(sqlOf(u"=Date()"_s, DataType::Date), u"(SELECT jet_date())"_s);
+}
