@@ -5,7 +5,8 @@
 
 namespace demo {
 
-/// A layout in which another system prints its reports: the conversion spec that reads it, and what stands around the fields.
+/// A layout in which another system prints its reports: the conversion spec that reads it, and what stands around the
+/// fields.
 struct TextLayout
 {
     enum class Vendor { Plain, Titled };

@@ -154,7 +154,7 @@ TEST_F(ResultFiles, StoreInModeZeroKeepsAnExistingReport)
 TEST_F(ResultFiles, LargeReportComesBack)
 {
     Report report;
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < 5000; ++i) {
         ReportEntry e = fullEntry();
         e.row = i % 100;
         e.col = i / 100;
