@@ -13,6 +13,7 @@
 #include <app/logic/StartUp.h>
 
 #include <plans/FillCommit.h>
+#include <query/Messages.h>
 #include <query/QueryDocument.h>
 #include <tarnwick/gui/BoxPrompts.h>
 
@@ -222,7 +223,9 @@ bool DBase::addQueryFile(const QString &machinePath)
     try {
         query::readQueryFile(document, machinePath, m_session->roots());
     } catch (const tarnwick::Error &error) {
-        m_prompts->error(messages::kQueryFileUnreadable, machinePath, error.text());
+        const tarnwick::Message &message = query::messages::kReadFile;
+        m_prompts->showError(tarnwick::kErrorSeverity, message.number,
+                             QString::fromUtf16(message.text) + u"\n\n"_s + error.text());
         return false;
     }
     return plans::addFillOfQuery(*this, document);

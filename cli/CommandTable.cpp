@@ -20,7 +20,7 @@ constexpr OptionSpec kCreateOptions[] = {
 
 constexpr OptionSpec kDemoOptions[] = {
     {u"kind", u"KIND", u"recirculating (U-bend, the default) or once-through"},
-    {u"tubes", u"N", u"number of tubes, about"},
+    {u"tubes", u"N", u"number of tubes, about (3,400; once-through 15,500)"},
     {u"entries", u"N", u"number of report entries over all outages, about"},
     {u"outages", u"N", u"number of outages (3)"},
     {u"sections", u"N", u"number of sections of the tubesheet (none; 4 in a once-through component)"},
@@ -80,7 +80,7 @@ constexpr Command kCommands[] = {
      u"number "
      u"of rows affected. A parameter without a value is an error. With --file all statements run in one transaction.",
      kSqlOptions, runSql},
-    {u"map", u"DIR --query FILE.qry --out FILE [options]", u"paint the tubesheet with the tubes of queries marked",
+    {u"map", u"DIR [--query FILE.qry]... --out FILE [options]", u"paint the tubesheet with the tubes of queries marked",
      u"Prints the legend: symbol, type, description, tubes and hits of each entry.", kMapOptions, runMap},
     {u"help", u"[COMMAND]", u"explain the commands", u"", {}, runHelp},
 };

@@ -2,6 +2,7 @@
 #include "CommandTable.h"
 #include "Target.h"
 
+#include <conversion/Messages.h>
 #include <conversion/ReportConversion.h>
 #include <QFileInfo>
 
@@ -57,8 +58,22 @@ int runConvert(const Arguments &arguments)
         conversion::ReportConversion run(target.project());
         run.spec.loadFrom(spec);
         run.prompts = prompts;
-        run.convertFile(QFileInfo(path).absoluteFilePath(), &progress);
+        try {
+            run.convertFile(QFileInfo(path).absoluteFilePath(), &progress);
+        } catch (const tarnwick::FileError &error) {
+            throw tarnwick::Error(QString::fromUtf16(conversion::messages::kCouldNotLoadText.text) + u"\n\n"_s + error.text());
+        }
         showRemarks(run.remarks());
+        // A file name that carries no cal or type leaves the flags' values in force.
+        if (run.prompts.cal < 1)
+            run.prompts.cal = prompts.cal;
+        if (run.prompts.operType.isEmpty())
+            run.prompts.operType = prompts.operType;
+        if (resultCount(run.report()) == 0) {
+            printError(u"error: %1 holds no results; nothing was stored\n"_s.arg(path));
+            allStored = false;
+            continue;
+        }
         const QString report = run.target().text();
         const bool stored = run.store(target.console()) == conversion::StoreResult::Stored;
         allStored = allStored && stored;

@@ -4,8 +4,10 @@
 
 #include <brannock/gui/MapPicture.h>
 #include <plans/FillCommit.h>
+#include <QDir>
 #include <QFileInfo>
 #include <query/ArvoOptions.h>
+#include <query/Messages.h>
 #include <query/QueryDocument.h>
 
 namespace cli {
@@ -29,6 +31,17 @@ QSizeF pageInches(const Arguments &arguments)
         std::max(width, height) > kMost)
         throw UsageError(u"--size needs WIDTHxHEIGHT, each from %1 to %2."_s.arg(kLeast).arg(kMost));
     return {double(width) / kDpi, double(height) / kDpi};
+}
+
+QString outputPath(const QString &path)
+{
+    const QFileInfo info(path);
+    static const QStringList kinds = {u"png"_s, u"bmp"_s, u"svg"_s, u"pdf"_s, u"jpg"_s};
+    if (!kinds.contains(info.suffix().toLower()))
+        throw UsageError(u"--out needs a name that ends in .png, .bmp, .svg, .pdf or .jpg."_s);
+    if (!info.absoluteDir().exists())
+        throw tarnwick::Error(u"The folder %1 does not exist."_s.arg(info.absolutePath()));
+    return info.absoluteFilePath();
 }
 
 void setFlips(const QString &axes, brannock::PictureContent &content)
@@ -77,6 +90,7 @@ int runMap(const Arguments &arguments)
     const QString folder = arguments.positional(0, u"DIR"_s);
     if (!arguments.has(u"out"))
         throw UsageError(u"--out is missing."_s);
+    const QString out = outputPath(arguments.value(u"out"));
     brannock::PictureContent content;
     const QSizeF inches = pageInches(arguments);
     setFlips(arguments.value(u"flip"), content);
@@ -86,7 +100,14 @@ int runMap(const Arguments &arguments)
         return Failed;
     for (const QString &path : arguments.values(u"query")) {
         query::QueryDocument document;
-        query::readQueryFile(document, QFileInfo(path).absoluteFilePath(), target.project().roots());
+        try {
+            query::readQueryFile(document, QFileInfo(path).absoluteFilePath(), target.project().roots());
+        } catch (const tarnwick::FileError &error) {
+            const tarnwick::Message &message = query::messages::kReadFile;
+            target.prompts().showError(tarnwick::kErrorSeverity, message.number,
+                                       QString::fromUtf16(message.text) + u"\n\n"_s + error.text());
+            return Failed;
+        }
         if (!plans::addFillOfQuery(target, document))
             return Failed;
     }
@@ -96,15 +117,15 @@ int runMap(const Arguments &arguments)
     for (int i = 0; i < target.legend().count(); ++i) {
         const plans::MapFill &fill = target.legend().entry(i);
         content.legend.append(rowOf(fill));
-        const brannock::LegendRow &row = content.legend.last();
-        print(u"%1  %2  %3  %4  %5\n"_s.arg(QChar(fill.symbol))
+    }
+    const brannock::MapScene scene(target.steamGen(), mapOptions(target.queryContext().roots));
+    brannock::MapPicture(scene, content).save(out, inches, kDpi);
+    for (const brannock::LegendRow &row : std::as_const(content.legend))
+        print(u"%1  %2  %3  %4  %5\n"_s.arg(QChar(row.symbol))
                   .arg(row.type, -8)
                   .arg(row.description, -30)
                   .arg(row.tubes, 8)
                   .arg(row.hits, 8));
-    }
-    const brannock::MapScene scene(target.steamGen(), mapOptions(target.queryContext().roots));
-    brannock::MapPicture(scene, content).save(QFileInfo(arguments.value(u"out")).absoluteFilePath(), inches, kDpi);
     return Done;
 }
 

@@ -2,10 +2,12 @@
 
 #include "Console.h"
 
+#include <dao/values/OleDate.h>
 #include <db/FieldDefinition.h>
+#include <QDateTime>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <tarnwick/JDateTime.h>
+#include <QLocale>
 
 namespace cli {
 
@@ -14,9 +16,12 @@ using dao::Value;
 
 namespace {
 
-QString numberText(double number, int digits)
+// The parts as they are stored: a way through local time would move moments that a clock change skips.
+QString dateText(double days, QStringView form)
 {
-    return QString::number(number, 'g', digits);
+    const dao::DateParts parts = dao::datePartsOf(days);
+    const QDateTime moment(QDate(parts.year, parts.month, parts.day), QTime(parts.hour, parts.minute, parts.second), Qt::UTC);
+    return moment.toString(form);
 }
 
 /// Text padded to columns: widths are those of the first rows, which are held back until they are known.
@@ -182,7 +187,7 @@ private:
         case Value::Type::Boolean:
             return value.boolean() ? u"true"_s : u"false"_s;
         case Value::Type::Date:
-            return string(tarnwick::JDateTime::fromOleDate(value.real()).toIso());
+            return string(dateText(value.real(), u"yyyy-MM-ddTHH:mm:ss"));
         case Value::Type::Text:
             return string(value.text());
         case Value::Type::Binary:
@@ -206,12 +211,12 @@ QString plainText(const Value &value)
     case Value::Type::Boolean:
         return value.boolean() ? u"True"_s : u"False"_s;
     case Value::Type::Float:
-        return numberText(value.real(), 7);
+        return QString::number(value.real(), 'g', 7);
     case Value::Type::Double:
     case Value::Type::Currency:
-        return numberText(value.real(), 15);
+        return QString::number(value.real(), 'g', QLocale::FloatingPointShortest);
     case Value::Type::Date:
-        return tarnwick::JDateTime::fromOleDate(value.real()).toString();
+        return dateText(value.real(), u"MM/dd/yyyy HH:mm:ss");
     case Value::Type::Text:
         return value.text();
     case Value::Type::Binary:

@@ -75,8 +75,13 @@ brannock::Project projectAt(const QString &path, Target::Takes takes)
     const QFileInfo info(path);
     if (info.isDir())
         return brannock::Project::load(info.absoluteFilePath());
+    // A database in a project's arvo folder stands for the project.
+    QDir folder = info.absoluteDir();
+    const bool inArvo = folder.dirName().compare("arvo"_L1, Qt::CaseInsensitive) == 0 && folder.cdUp();
+    if (info.exists() && inArvo && brannock::Project::isProjectFolder(folder.path()))
+        return brannock::Project::load(folder.path());
     if (takes == Target::Takes::Project)
-        throw tarnwick::Error(info.exists() ? u"%1 is not a project's folder."_s.arg(path)
+        throw tarnwick::Error(info.exists() ? u"%1 is neither a project's folder nor a database of one."_s.arg(path)
                                             : u"The folder %1 does not exist."_s.arg(path));
     return {};
 }
@@ -94,13 +99,13 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
     m_context.roots = m_project.isLoaded() ? m_project.roots() : tarnwick::PathRoots::fromEnvironment();
     m_context.prompt = &m_parameters;
     m_context.systemMacros = [this] { return systemMacros(); };
-    query::ArvoOptions options;
-    options.load(m_context.roots);
+    query::ArvoOptions options(m_project.databaseFormat);
+    m_formatYear = options.load(m_context.roots) ? options.databaseFormat : m_project.databaseFormat;
     m_context.userMacros = options.userMacros;
     if (arguments.has(u"database"))
         m_databasePath = QFileInfo(arguments.value(u"database")).absoluteFilePath();
     else
-        m_databasePath = m_project.isLoaded() ? m_project.databasePath() : QFileInfo(path).absoluteFilePath();
+        m_databasePath = QFileInfo(path).isDir() ? m_project.databasePath() : QFileInfo(path).absoluteFilePath();
 }
 
 bool Target::connect(bool create)
@@ -109,7 +114,10 @@ bool Target::connect(bool create)
     context.project = m_project.isLoaded() ? &m_project : nullptr;
     const bool ownAndMissing =
         m_project.isLoaded() && m_databasePath == m_project.databasePath() && !QFileInfo::exists(m_databasePath);
-    if (create && ownAndMissing && !db::createDatabase(m_prompts, m_databasePath, m_project.databaseFormat))
+    if (create && ownAndMissing && !db::createDatabase(m_prompts, m_databasePath, m_formatYear))
+        return false;
+    // A table that could not be made has been said; a half-made schema is no place to store results.
+    if (m_prompts.errorShown())
         return false;
     return db::connectDatabase(m_session, m_databasePath, context);
 }

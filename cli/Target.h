@@ -69,6 +69,7 @@ private:
     query::QueryContext m_context;
     plans::ProjectQueries m_queries;
     QString m_databasePath;
+    int m_formatYear = 0; ///< the program's option for new databases
 };
 
 } // namespace cli

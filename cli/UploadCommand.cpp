@@ -27,6 +27,7 @@ int runUpload(const Arguments &arguments)
     results::UploadFileList files;
     files.open(paths);
     ConsoleProgress progress;
+    bool allStored = true;
     results::ReportUpload upload(target.session(), target.project(), &progress);
     for (int i = 0; i < int(paths.size()); ++i) {
         files.select(i, target.console());
@@ -42,10 +43,13 @@ int runUpload(const Arguments &arguments)
                       .arg(summary.skipped)
                       .arg(summary.failed)
                       .arg(summary.replaced));
+        for (const int entry : summary.failedEntries)
+            printError(u"%1: entry %2 was not stored\n"_s.arg(name).arg(entry));
         if (!summary.completed)
             return Failed;
+        allStored = allStored && summary.failed == 0;
     }
-    return Done;
+    return allStored ? Done : Failed;
 }
 
 } // namespace cli

@@ -79,12 +79,15 @@ bool connectAtStart(DatabaseSession &session, const QStringList &recentDatabases
                     const ConnectContext &context)
 {
     const QString standard = context.project->databasePath();
+    bool standardTried = false;
     if (!recentDatabases.isEmpty()) {
         const QString recent = context.project->pathOf(recentDatabases.first());
-        if (!samePath(recent, standard) || QFileInfo::exists(standard))
+        if (!samePath(recent, standard) || QFileInfo::exists(standard)) {
             connectDatabase(session, recent, context);
+            standardTried = samePath(recent, standard);
+        }
     }
-    if (!session.isOpen() && QFileInfo::exists(standard))
+    if (!session.isOpen() && !standardTried && QFileInfo::exists(standard))
         connectDatabase(session, standard, context);
     if (session.isOpen())
         return true;

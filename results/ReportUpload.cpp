@@ -3,6 +3,8 @@
 #include "Messages.h"
 #include "UploadFileList.h"
 
+#include <dao/values/Errors.h>
+#include <db/SqlText.h>
 #include <db/EngineProgress.h>
 #include <db/Errors.h>
 #include <db/Messages.h>
@@ -57,7 +59,7 @@ UploadSummary ReportUpload::upload(const Report &report)
     m_firstCal = true;
     m_siteAsked = false;
     m_cal.reset();
-    if (!db::checkConnected(*m_session) || !checkTubes(report) || !db::beginTrans(*m_session))
+    if (!db::checkConnected(*m_session) || !checkWritable() || !checkTubes(report) || !db::beginTrans(*m_session))
         return m_summary;
     m_oneCal = isOneCal(report);
 
@@ -78,6 +80,16 @@ UploadSummary ReportUpload::upload(const Report &report)
     m_writer.reset();
     m_summary.completed = finish(outcome);
     return m_summary;
+}
+
+// Said once, not for every entry.
+bool ReportUpload::checkWritable() const
+{
+    if (m_session->isUpdatable())
+        return true;
+    const dao::DaoException readOnly(dao::error::ReadOnly, u"DAO.Workspace"_s, dao::errorText(dao::error::ReadOnly));
+    db::showDaoError(m_session->prompts(), readOnly, db::messages::kBeginTransaction);
+    return false;
 }
 
 bool ReportUpload::checkTubes(const Report &report)
@@ -172,6 +184,14 @@ ReportUpload::Next ReportUpload::enterCal(const ReportEntry &entry)
         m_session->prompts().information(messages::kFillInCal);
         return Next::Stop;
     }
+    // A quote would keep the cal's rows from ever being found again by the statements that look for them.
+    try {
+        const tarnwick::FormatArg texts[] = {cal.siteCode, cal.comp, cal.operType, cal.outage};
+        db::refuseQuotes(texts);
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(m_session->prompts(), exception, messages::kCheckCal);
+        return Next::Stop;
+    }
     m_cal = cal;
     if ((m_firstCal || m_oneCal) && testDuplicate(cal) == Next::Stop)
         return Next::Stop;
@@ -234,6 +254,14 @@ void ReportUpload::setLocationDistance(ReportEntry &entry) const
     entry.location.dist = landmark.pos + (landmark.forward ? entry.location.offset : -entry.location.offset);
 }
 
+// A failure that the next entry would meet as well: there is nothing to ask.
+static bool meansTheFile(int number)
+{
+    namespace error = dao::error;
+    return number == error::ReadOnly || number == error::FileLocked || number == error::FileInUse ||
+           number == error::DiskFull || number == error::DiskError || number == error::DatabaseDamaged;
+}
+
 ReportUpload::Next ReportUpload::store(ReportEntry &entry, int position)
 {
     tarnwick::UserPrompts &prompts = m_session->prompts();
@@ -245,6 +273,8 @@ ReportUpload::Next ReportUpload::store(ReportEntry &entry, int position)
         return Next::GoOn;
     } catch (const dao::DaoException &exception) {
         db::showDaoError(prompts, exception, db::messages::kUploadEntry);
+        if (meansTheFile(exception.number()))
+            return Next::Stop;
     }
     ++m_summary.failed;
     m_summary.failedEntries.append(position);

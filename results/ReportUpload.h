@@ -47,6 +47,7 @@ public:
 private:
     enum class Next { GoOn, Stop };
 
+    bool checkWritable() const;
     bool checkTubes(const brannock::Report &report);
     QString unknownTubeList(const brannock::Report &report, int &count) const;
     bool isOneCal(const brannock::Report &report) const;

@@ -35,6 +35,5 @@ inline constexpr Message kToolNotThere{0, u"The program \"%S\" is not in \"%S\".
 inline constexpr Message kToolNotStarted{0, u"The program \"%S\" could not be started.\n\n%S"};
 inline constexpr Message kShortcutCreated{0, u"Created the desktop shortcut \"%S\"."};
 inline constexpr Message kShortcutFailed{0, u"Could not create the desktop shortcut.\n\n%S"};
-inline constexpr Message kQueryFileUnreadable{0, u"Could not read query file \"%S\".\n\n%S"};
 
 } // namespace app::messages

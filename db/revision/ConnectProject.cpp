@@ -4,6 +4,8 @@
 #include "LegacyImport.h"
 #include "RevisionConversion.h"
 
+#include <jet/JetReader.h>
+
 namespace db {
 
 namespace {

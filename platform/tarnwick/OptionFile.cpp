@@ -1,5 +1,6 @@
 #include "OptionFile.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 namespace tarnwick {
@@ -30,6 +31,14 @@ static QString newerText(int found, int known)
 {
     return u"the file is of version %1, written by a newer program; this one knows versions up to %2"_s.arg(found).arg(
         known);
+}
+
+static void putAside(const QString &path)
+{
+    const QString aside = path + u".bad"_s;
+    QFile::remove(aside);
+    if (!QFile::rename(path, aside))
+        throw FileError(path, 0, u"is damaged, and cannot be put aside as %1"_s.arg(aside));
 }
 
 OptionFile::OptionFile(const QString &path, const QString &title, int version)
@@ -82,7 +91,8 @@ void OptionFile::storeTo(const QString &machinePath)
             JFile there = JFile::openForReading(machinePath);
             found = readLead(there, m_title);
         } catch (const FileError &) {
-            // A damaged or foreign file holds no settings that could be lost.
+            // What cannot be read may still be of use to someone: it is put aside, not overwritten.
+            putAside(machinePath);
         }
         if (found > m_version)
             throw FileError(machinePath, 0, newerText(found, m_version) + u", and does not overwrite it"_s);
