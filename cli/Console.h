@@ -9,10 +9,16 @@ namespace cli {
 
 /// UTF-8 to the standard streams. A closed or full output is an error, never silence.
 void print(QStringView text);
-inline void print(const QString &text) { print(QStringView(text)); }
+inline void print(const QString &text)
+{
+    print(QStringView(text));
+}
 void printBytes(const QByteArray &bytes);
 void printError(QStringView text);
-inline void printError(const QString &text) { printError(QStringView(text)); }
+inline void printError(const QString &text)
+{
+    printError(QStringView(text));
+}
 /// Throws tarnwick::Error when something of the output was lost.
 void flushOutput();
 

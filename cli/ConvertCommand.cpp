@@ -61,7 +61,8 @@ int runConvert(const Arguments &arguments)
         try {
             run.convertFile(QFileInfo(path).absoluteFilePath(), &progress);
         } catch (const tarnwick::FileError &error) {
-            throw tarnwick::Error(QString::fromUtf16(conversion::messages::kCouldNotLoadText.text) + u"\n\n"_s + error.text());
+            throw tarnwick::Error(QString::fromUtf16(conversion::messages::kCouldNotLoadText.text) + u"\n\n"_s +
+                                  error.text());
         }
         showRemarks(run.remarks());
         // A file name that carries no cal or type leaves the flags' values in force.

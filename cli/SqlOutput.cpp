@@ -20,7 +20,8 @@ namespace {
 QString dateText(double days, QStringView form)
 {
     const dao::DateParts parts = dao::datePartsOf(days);
-    const QDateTime moment(QDate(parts.year, parts.month, parts.day), QTime(parts.hour, parts.minute, parts.second), Qt::UTC);
+    const QDateTime moment(QDate(parts.year, parts.month, parts.day), QTime(parts.hour, parts.minute, parts.second),
+                           Qt::UTC);
     return moment.toString(form);
 }
 

@@ -12,8 +12,8 @@ QStringView cutColumns(QStringView line, qint64 first, qint64 last);
 /// it is a quote. A quote that is never closed reaches to the line's end.
 QStringList splitCommaDelimited(QStringView line);
 
-/// Cuts the values of the conversion spec's report fields out of a result line. A field whose last column (or value number) the
-/// line does not reach keeps its value.
+/// Cuts the values of the conversion spec's report fields out of a result line. A field whose last column (or value
+/// number) the line does not reach keeps its value.
 class FieldCutter
 {
 public:

@@ -41,7 +41,8 @@ enum class CommentPart { Keyword, FixedCols };
 
 enum class FieldLayout { FixedFields, CommaDelimited };
 
-/// The label of a report field type as the conversion spec editor shows it ("Tube Sec"); "???" for a number that is none.
+/// The label of a report field type as the conversion spec editor shows it ("Tube Sec"); "???" for a number that is
+/// none.
 QString reportFieldLabel(int type);
 /// Its keyword in column titles and prints ("SEC"); "???" for a number that is none.
 QString reportFieldKeyword(int type);

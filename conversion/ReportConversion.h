@@ -22,8 +22,8 @@ enum class StoreResult { Stored, Declined };
 ///     conversion.convertFile(path);      // report(), remarks()
 ///     conversion.store(prompts);         // reports\00012_PRI.rep
 ///
-/// The prompts, and the values kept in the conversion spec's fields, go on from file to file as they do in the dialog; who wants
-/// each file converted by itself sets them anew.
+/// The prompts, and the values kept in the conversion spec's fields, go on from file to file as they do in the dialog;
+/// who wants each file converted by itself sets them anew.
 class ReportConversion
 {
 public:

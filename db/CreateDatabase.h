@@ -17,7 +17,8 @@ constexpr int kOldFormatYear = 1997;
 /// and gives false; an existing file is never touched.
 bool createDatabase(tarnwick::UserPrompts &prompts, const QString &path, int formatYear = kDefaultFormatYear);
 
-/// A new database file without tables, left open, that remembers the format that was asked for. Throws dao::DaoException.
+/// A new database file without tables, left open, that remembers the format that was asked for. Throws
+/// dao::DaoException.
 void createEmptyDatabase(dao::Database &database, const QString &path, int formatYear);
 
 /// The year that was asked for when that database was created; 0 when it does not say.

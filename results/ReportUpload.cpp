@@ -4,11 +4,11 @@
 #include "UploadFileList.h"
 
 #include <dao/values/Errors.h>
-#include <db/SqlText.h>
 #include <db/EngineProgress.h>
 #include <db/Errors.h>
 #include <db/Messages.h>
 #include <db/ReportWriter.h>
+#include <db/SqlText.h>
 #include <db/TableGrowth.h>
 
 namespace results {

@@ -102,9 +102,8 @@ void copyTable(benchmark::State &state, int shapes, const char *table)
         sqlite3 *db = nullptr;
         sqlite3_open(shop.path().toUtf8().constData(), &db);
         const QByteArray name(table);
-        for (const QByteArray &sql :
-             {QByteArray("PRAGMA cache_size = -65536"), QByteArray("BEGIN"),
-              "CREATE TABLE copy_of_it AS SELECT * FROM " + name, QByteArray("COMMIT")})
+        for (const QByteArray &sql : {QByteArray("PRAGMA cache_size = -65536"), QByteArray("BEGIN"),
+                                      "CREATE TABLE copy_of_it AS SELECT * FROM " + name, QByteArray("COMMIT")})
             if (sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
                 throw std::runtime_error(sqlite3_errmsg(db));
         sqlite3_close(db);
@@ -150,9 +149,7 @@ void importJet(benchmark::State &state)
 BENCHMARK_CAPTURE(convert, report, int(old::Report))->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK_CAPTURE(copyTable, report, int(old::Report), "report")->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK_CAPTURE(convert, plan_entry, int(old::Plans))->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK_CAPTURE(copyTable, plan_entry, int(old::Plans), "plan_entry")
-    ->Unit(benchmark::kMillisecond)
-    ->Iterations(1);
+BENCHMARK_CAPTURE(copyTable, plan_entry, int(old::Plans), "plan_entry")->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK_CAPTURE(convert, everything, int(old::Everything))->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(connectCurrent)->Unit(benchmark::kMillisecond);
 BENCHMARK(openPlain)->Unit(benchmark::kMillisecond);

@@ -55,9 +55,8 @@ bool connectProjectDatabase(DatabaseSession &session, const QString &path, const
 bool connectProjectAtStart(DatabaseSession &session, const QStringList &recentDatabases, int formatYear,
                            const ConnectContext &context)
 {
-    return withOpener(context, [&](const ConnectContext &own) {
-        return connectAtStart(session, recentDatabases, formatYear, own);
-    });
+    return withOpener(
+        context, [&](const ConnectContext &own) { return connectAtStart(session, recentDatabases, formatYear, own); });
 }
 
 } // namespace db

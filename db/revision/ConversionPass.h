@@ -57,7 +57,8 @@ public:
         transaction.commit();
     }
 
-    /// Begins the transaction of all changes, unless it is begun. Without a change it neither writes nor locks others out.
+    /// Begins the transaction of all changes, unless it is begun. Without a change it neither writes nor locks others
+    /// out.
     void beginChanges();
     /// The step that the user sees as going on: its number, of how many.
     void enterStep(int step, int steps);

@@ -7,8 +7,8 @@
 namespace db {
 
 /// Asks once for all steps of a conversion. Every step asks here before it changes anything; the first that does puts
-/// the question to the user, and its answer governs the others. On yes the backup is made, before anything changes. What
-/// was asked is kept in the session's ConversionState.
+/// the question to the user, and its answer governs the others. On yes the backup is made, before anything changes.
+/// What was asked is kept in the session's ConversionState.
 class ConversionRequest
 {
 public:

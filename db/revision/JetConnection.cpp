@@ -21,9 +21,9 @@ namespace {
 [[noreturn]] void failWriting(const QFileDevice &file, const QString &path)
 {
     const bool isFull = file.error() == QFileDevice::ResourceError;
-    throw dao::DaoException(isFull ? dao::error::DiskFull : dao::error::CannotOpenFile, u"DAO.Workspace"_s,
-                            u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(path),
-                                                                         file.errorString()));
+    throw dao::DaoException(
+        isFull ? dao::error::DiskFull : dao::error::CannotOpenFile, u"DAO.Workspace"_s,
+        u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(path), file.errorString()));
 }
 
 void copyFile(const QString &from, const QString &to)

@@ -39,10 +39,9 @@ void refuseLosses(const QString &jetPath, const JetImportReport &report)
         if (remark.kind == jet::Remark::Kind::Lost)
             losses += u'\n' + remark.text;
     if (!losses.isEmpty())
-        throw dao::DaoException(dao::error::DatabaseDamaged, kSource,
-                                u"The file '%1' is damaged. It cannot be read whole:"_s.arg(
-                                    QDir::toNativeSeparators(jetPath)) +
-                                    losses);
+        throw dao::DaoException(
+            dao::error::DatabaseDamaged, kSource,
+            u"The file '%1' is damaged. It cannot be read whole:"_s.arg(QDir::toNativeSeparators(jetPath)) + losses);
 }
 
 /// One reading of the file from its beginning to its end. False when it must be read again with more allowances.

@@ -72,8 +72,7 @@ void JetSink::schema(const jet::Schema &schema)
     m_report->jetVersion = schema.jetVersion;
     for (const jet::Table &table : schema.tables)
         m_totalRows += table.rowCount;
-    createEmptyDatabase(*m_database, m_newPath,
-                        schema.jetVersion == kOldVersion ? kOldFormatYear : kDefaultFormatYear);
+    createEmptyDatabase(*m_database, m_newPath, schema.jetVersion == kOldVersion ? kOldFormatYear : kDefaultFormatYear);
 }
 
 void JetSink::adaptField(const dao::TableInfo &table, dao::FieldInfo &field)
@@ -110,8 +109,9 @@ dao::TableInfo JetSink::adapted(const dao::TableInfo &given)
         adaptField(given, field);
     if (const QString error = errorOf([&] { dao::sql::tableRuleAsCheck(table.validationRule, table); });
         !table.validationRule.trimmed().isEmpty() && !error.isEmpty()) {
-        remark(Kind::Changed, table.name,
-               u"Table '%1': the validation rule \"%2\" was left out. %3"_s.arg(table.name, table.validationRule, error));
+        remark(
+            Kind::Changed, table.name,
+            u"Table '%1': the validation rule \"%2\" was left out. %3"_s.arg(table.name, table.validationRule, error));
         table.validationRule.clear();
     }
     for (dao::IndexInfo &index : table.indexes) {
@@ -129,7 +129,8 @@ void JetSink::beginTable(const dao::TableInfo &table)
     m_tableName = table.name;
     m_load.reset();
     try {
-        m_load = std::make_unique<dao::TableLoad>(*m_database, adapted(table), of(m_allowances->nullFields, table.name));
+        m_load =
+            std::make_unique<dao::TableLoad>(*m_database, adapted(table), of(m_allowances->nullFields, table.name));
     } catch (const dao::DaoException &exception) {
         if (exception.number() == dao::error::DiskFull || exception.number() == dao::error::DiskError)
             throw;
@@ -207,7 +208,7 @@ void JetSink::createRelation(const dao::RelationInfo &relation)
     } catch (const dao::DaoException &exception) {
         remark(Kind::NotCarried, relation.name,
                u"Relation '%1' between '%2' and '%3'. %4"_s.arg(relation.name, relation.table, relation.foreignTable,
-                                                                 exception.description()));
+                                                                exception.description()));
     }
 }
 

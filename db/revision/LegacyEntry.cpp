@@ -9,13 +9,12 @@ using brannock::ReportEntry;
 
 namespace {
 
-const QString kRowsSql =
-    u"SELECT PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, EXAIVOLT, EXAIDEG,\n"
-    u"       EXAIDEPH, EXAMCHAN, EXAMINDN, EXAMLEG, EXAMOUT, EXAMPERS,\n"
-    u"       EXAMOPER, EXAILOC1, EXAILOC3, EXAILOC4, EXAMREEL, EXAMTECH,\n"
-    u"       EXAMDEXT, EXAMINSP, USRTEXT1, USRTEXT2, NOTEPTR, EXAMLOG\n"
-    u"FROM EXAMDATA\n"
-    u"ORDER BY PRIMEKEY"_s;
+const QString kRowsSql = u"SELECT PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, EXAIVOLT, EXAIDEG,\n"
+                         u"       EXAIDEPH, EXAMCHAN, EXAMINDN, EXAMLEG, EXAMOUT, EXAMPERS,\n"
+                         u"       EXAMOPER, EXAILOC1, EXAILOC3, EXAILOC4, EXAMREEL, EXAMTECH,\n"
+                         u"       EXAMDEXT, EXAMINSP, USRTEXT1, USRTEXT2, NOTEPTR, EXAMLOG\n"
+                         u"FROM EXAMDATA\n"
+                         u"ORDER BY PRIMEKEY"_s;
 
 QString orElse(const QString &text, const QString &otherwise)
 {

@@ -103,9 +103,8 @@ void Import::importRepairs()
     const auto orProjects = [](const QString &own, const QString &projects) { return own.isEmpty() ? projects : own; };
     guarded(
         [&] {
-            executeSql(m_session->database(),
-                       sqlText(kRepairsSql, orProjects(m_ident.site, m_project->site.siteCode),
-                               orProjects(m_ident.comp, m_project->site.compCode)));
+            executeSql(m_session->database(), sqlText(kRepairsSql, orProjects(m_ident.site, m_project->site.siteCode),
+                                                      orProjects(m_ident.comp, m_project->site.compCode)));
         },
         messages::kConvertRepairs);
 }

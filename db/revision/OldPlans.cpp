@@ -49,9 +49,8 @@ void convertTable(dao::Database &database, const Change &change)
                kNumbering.contains(field.name, Qt::CaseInsensitive);
     };
     shape.fields.removeIf(isUnused);
-    shape.indexes.removeIf([&](const dao::IndexInfo &index) {
-        return change.oldIndexes.contains(index.name, Qt::CaseInsensitive);
-    });
+    shape.indexes.removeIf(
+        [&](const dao::IndexInfo &index) { return change.oldIndexes.contains(index.name, Qt::CaseInsensitive); });
     for (const dao::IndexInfo &index : change.newIndexes)
         if (!shape.index(index.name))
             shape.indexes.append(index);

@@ -5,11 +5,11 @@ namespace db {
 
 /// Brings a database of an older revision to the present schema, step by step, each by what it finds: tables that went
 /// or came, fields, indexes, plans that were numbered and are named now; then makes the views and the alias tables'
-/// contents. The first step that would change a table asks the user, and a backup is made before anything changes; views
-/// and aliases are brought up to date without asking. A database that is right is not written to.
+/// contents. The first step that would change a table asks the user, and a backup is made before anything changes;
+/// views and aliases are brought up to date without asking. A database that is right is not written to.
 ///
-/// Runs only on a database that can be updated. Failures of a step are said under its number, and the others go on; when
-/// the disk or the file itself fails, or the user stops, all is undone. Whether anything was converted is told by
+/// Runs only on a database that can be updated. Failures of a step are said under its number, and the others go on;
+/// when the disk or the file itself fails, or the user stops, all is undone. Whether anything was converted is told by
 /// announceConversion() afterwards; false when all was undone. project may be null; then the alias tables stay as they
 /// are.
 bool reviseDatabase(DatabaseSession &session, ConversionRequest &request, const brannock::Project *project,

@@ -92,8 +92,8 @@ void convertLandmarks(ConversionPass &pass)
         addMissing(database, u"landmarks"_s, {convertedField(u"land_set"_s, DataType::Long, u"0"_s)});
         executeSql(database, u"UPDATE landmarks SET land_set = 0 WHERE land_set IS NULL"_s);
         if (!hasIndex(database, u"landmarks", u"primary_key"))
-            database.createIndex(u"landmarks", newIndex(u"primary_key"_s, PrimaryIndex | UniqueIndex,
-                                                        {u"name"_s, u"land_set"_s}));
+            database.createIndex(u"landmarks",
+                                 newIndex(u"primary_key"_s, PrimaryIndex | UniqueIndex, {u"name"_s, u"land_set"_s}));
     });
 }
 
@@ -116,8 +116,9 @@ void convertTubes(ConversionPass &pass)
     if (hasField(database, u"tubes", u"x") || !pass.request(messages::kStepTubes))
         return;
     pass.change([&] {
-        addMissing(database, u"tubes"_s, {convertedField(u"x"_s, DataType::Single, u"0"_s),
-                                          convertedField(u"y"_s, DataType::Single, u"0"_s)});
+        addMissing(
+            database, u"tubes"_s,
+            {convertedField(u"x"_s, DataType::Single, u"0"_s), convertedField(u"y"_s, DataType::Single, u"0"_s)});
     });
 }
 

@@ -52,19 +52,20 @@ struct KeySource
     bool deletable = false; ///< deleting the result row deletes this table's row
 };
 
-/// A cross table whose columns only its data can tell. Run valuesSql first (parameters as everywhere): each row is the name
-/// of a column and its value as inner SQL; then withHeadings() (Compiler.h) completes the plan.
-struct CrosstabPlan {
+/// A cross table whose columns only its data can tell. Run valuesSql first (parameters as everywhere): each row is the
+/// name of a column and its value as inner SQL; then withHeadings() (Compiler.h) completes the plan.
+struct CrosstabPlan
+{
     QString valuesSql;
-    QString head;          ///< the SELECT with its row heads
-    QStringList cell;      ///< the text of one cell, to be joined by the heading's value
-    QString tail;          ///< FROM and the rest
-    FieldInfo cellInfo;    ///< what all cells have in common; their names are the headings
+    QString head;       ///< the SELECT with its row heads
+    QStringList cell;   ///< the text of one cell, to be joined by the heading's value
+    QString tail;       ///< FROM and the rest
+    FieldInfo cellInfo; ///< what all cells have in common; their names are the headings
 };
 
-/// A row-returning statement. In every SQL text (also in the steps of an ActionPlan) the parameters are bound as ?1..?n in the order of
-/// CompiledStatement::parameters, and the row's keys, where there are any, as ?n+1..?n+k in the order of sources.
-/// A text need not use all of them.
+/// A row-returning statement. In every SQL text (also in the steps of an ActionPlan) the parameters are bound as ?1..?n
+/// in the order of CompiledStatement::parameters, and the row's keys, where there are any, as ?n+1..?n+k in the order
+/// of sources. A text need not use all of them.
 struct SelectPlan
 {
     QList<Column> columns;

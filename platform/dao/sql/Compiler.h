@@ -8,7 +8,8 @@ namespace dao::sql {
 CompiledStatement compile(const SchemaView &schema, const QString &text);
 
 /// A heading of a cross table: a row of CrosstabPlan::valuesSql.
-struct CrosstabHeading {
+struct CrosstabHeading
+{
     QString name;
     QString valueSql;
 };

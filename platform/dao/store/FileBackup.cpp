@@ -2,10 +2,10 @@
 
 #include "ErrorTranslation.h"
 
-#include <QFile>
-#include <QSaveFile>
 #include <cstdio>
 #include <memory>
+#include <QFile>
+#include <QSaveFile>
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;

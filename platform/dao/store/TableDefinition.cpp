@@ -183,8 +183,8 @@ QString createTableSql(const StoredTable &table, const QString &physicalName)
         columns.append(u"  "_s + columnSql(table, field));
     const QString rule = tableRuleCondition(table.info);
     if (!rule.isEmpty())
-        columns.append(u"  CONSTRAINT "_s + sql::quotedName(constraint::name(constraint::rule, table.info.name, {})) + u" CHECK ("_s +
-                       rule + u')');
+        columns.append(u"  CONSTRAINT "_s + sql::quotedName(constraint::name(constraint::rule, table.info.name, {})) +
+                       u" CHECK ("_s + rule + u')');
     return u"CREATE TABLE "_s + sql::quotedName(physicalName) + u" (\n"_s + columns.join(u",\n"_s) + u"\n)"_s;
 }
 

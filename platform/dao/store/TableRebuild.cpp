@@ -120,9 +120,8 @@ void TableRebuild::findLateRequired()
 
 bool TableRebuild::isFilled(const FieldInfo &field) const
 {
-    return std::any_of(m_fills.begin(), m_fills.end(), [&](const FieldFill &fill) {
-        return fill.field.compare(field.name, Qt::CaseInsensitive) == 0;
-    });
+    return std::any_of(m_fills.begin(), m_fills.end(),
+                       [&](const FieldFill &fill) { return fill.field.compare(field.name, Qt::CaseInsensitive) == 0; });
 }
 
 bool TableRebuild::needsConversion(const FieldInfo &field) const
@@ -195,9 +194,8 @@ void TableRebuild::copyFilled()
     }
     const FillScope scope(m_before.info, m_after.info);
     const sql::CompiledStatement statement =
-        sql::compile(scope, u"INSERT INTO "_s + bracketed(newName) + u" ("_s + targets.join(u", "_s) +
-                                     u") SELECT "_s + sources.join(u", "_s) + u" FROM "_s +
-                                     bracketed(m_before.info.name));
+        sql::compile(scope, u"INSERT INTO "_s + bracketed(newName) + u" ("_s + targets.join(u", "_s) + u") SELECT "_s +
+                                sources.join(u", "_s) + u" FROM "_s + bracketed(m_before.info.name));
     if (!statement.parameters.isEmpty())
         throw engineError(error::NoSuchField, m_connection.source(),
                           {statement.parameters.first().name, m_before.info.name});
@@ -222,8 +220,8 @@ void TableRebuild::checkChangedFields()
 
 void TableRebuild::verify(const ColumnCheck &check)
 {
-    const bool broken = m_connection.number(u"SELECT EXISTS (SELECT 1 FROM "_s + sql::quotedName(newName) + u" WHERE NOT ("_s +
-                                            check.condition + u"))"_s) != 0;
+    const bool broken = m_connection.number(u"SELECT EXISTS (SELECT 1 FROM "_s + sql::quotedName(newName) +
+                                            u" WHERE NOT ("_s + check.condition + u"))"_s) != 0;
     if (broken)
         raiseCheck(check.name, m_connection.source(), m_connection.schema());
 }

@@ -13,11 +13,16 @@ namespace {
 QString textOf(const Value &value)
 {
     switch (value.type()) {
-    case Value::Type::Text: return value.text();
-    case Value::Type::Float: return singleText(value.real());
-    case Value::Type::Date: return generalDateText(value.real());
-    case Value::Type::Boolean: return value.boolean() ? u"True"_s : u"False"_s;
-    default: return numberText(value.real());
+    case Value::Type::Text:
+        return value.text();
+    case Value::Type::Float:
+        return singleText(value.real());
+    case Value::Type::Date:
+        return generalDateText(value.real());
+    case Value::Type::Boolean:
+        return value.boolean() ? u"True"_s : u"False"_s;
+    default:
+        return numberText(value.real());
     }
 }
 
@@ -113,20 +118,25 @@ Value convertValue(const Value &value, DataType type)
         const auto number = wholeOf<qint32>(value);
         return number ? Value::fromLong(qint32(*number)) : Value();
     }
-    case DataType::Currency: return toCurrency(value);
-    case DataType::Single: return toSingle(value);
+    case DataType::Currency:
+        return toCurrency(value);
+    case DataType::Single:
+        return toSingle(value);
     case DataType::Double:
     case DataType::Decimal: {
         const std::optional<double> number = numberOf(value);
         return number ? Value::fromDouble(*number) : Value();
     }
-    case DataType::Date: return toDate(value);
+    case DataType::Date:
+        return toDate(value);
     case DataType::Text:
     case DataType::Memo:
-    case DataType::Guid: return Value::fromText(textOf(value));
+    case DataType::Guid:
+        return Value::fromText(textOf(value));
     case DataType::Binary:
     case DataType::LongBinary:
-    case DataType::Unknown: break;
+    case DataType::Unknown:
+        break;
     }
     return {};
 }

@@ -22,7 +22,10 @@ SourceRange SourceRange::of(QStringView text, int start, int length)
 }
 
 DaoException::DaoException(int number, const QString &source, const QString &description, const SourceRange &where)
-    : m_number(number), m_source(source), m_description(description), m_where(where)
+    : m_number(number)
+    , m_source(source)
+    , m_description(description)
+    , m_where(where)
     , m_what(QString(QString::number(number) + u' ' + source + u": " + description).toUtf8())
 {
 }

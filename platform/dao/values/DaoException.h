@@ -1,11 +1,12 @@
 #pragma once
-#include <QString>
 #include <exception>
+#include <QString>
 
 namespace dao {
 
 /// A place in the user's own SQL text, in UTF-16 units. length 0: no place known.
-struct SourceRange {
+struct SourceRange
+{
     int start = 0;
     int length = 0;
     /// 1-based line and column of the start in that text.

@@ -13,11 +13,11 @@ enum class DataType : int {
     Currency = 5, ///< fixed point, 4 decimals; stored as a real rounded to four places
     Single = 6,   ///< stored as the nearest 32-bit float, widened
     Double = 7,
-    Date = 8,    ///< days since 1899-12-30, the fraction is the time of day
+    Date = 8, ///< days since 1899-12-30, the fraction is the time of day
     Binary = 9,
-    Text = 10,   ///< up to 255 characters, or the field's size
+    Text = 10, ///< up to 255 characters, or the field's size
     LongBinary = 11,
-    Memo = 12,   ///< text of any length
+    Memo = 12, ///< text of any length
     Guid = 15,
     Decimal = 20 ///< kept as Double
 };
@@ -31,11 +31,17 @@ enum TableAttribute : int { HiddenObject = 1, SystemObject = int(0x80000002), At
 /// Bits of a relation's attribute word.
 enum RelationAttribute : int { RelationUnique = 1, DontEnforce = 2, UpdateCascade = 0x100, DeleteCascade = 0x1000 };
 
-constexpr bool isTextType(DataType type) { return type == DataType::Text || type == DataType::Memo; }
+constexpr bool isTextType(DataType type)
+{
+    return type == DataType::Text || type == DataType::Memo;
+}
 constexpr bool isNumericType(DataType type)
 {
     return (type >= DataType::Byte && type <= DataType::Double) || type == DataType::Decimal;
 }
-constexpr bool isIntegerType(DataType type) { return type >= DataType::Byte && type <= DataType::Long; }
+constexpr bool isIntegerType(DataType type)
+{
+    return type >= DataType::Byte && type <= DataType::Long;
+}
 
 } // namespace dao

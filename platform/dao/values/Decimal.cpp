@@ -79,7 +79,8 @@ QString Decimal::whole() const
 {
     if (isZero() || m_point <= 0)
         return {};
-    return QString::fromLatin1(m_digits.first(std::min<qsizetype>(m_point, m_digits.size())).leftJustified(m_point, '0'));
+    return QString::fromLatin1(
+        m_digits.first(std::min<qsizetype>(m_point, m_digits.size())).leftJustified(m_point, '0'));
 }
 
 QString Decimal::fraction() const

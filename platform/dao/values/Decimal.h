@@ -1,7 +1,7 @@
 #pragma once
+#include <optional>
 #include <QByteArray>
 #include <QString>
-#include <optional>
 
 namespace dao {
 
@@ -41,8 +41,8 @@ QString numberText(double value);
 /// The same with the 7 digits of a Single.
 QString singleText(double value);
 
-/// Text to number as assignments and CDbl read it: blanks around, sign, "$", thousands commas, exponent, &H and &O forms,
-/// a negative number in parentheses. Nothing when the text is no number.
+/// Text to number as assignments and CDbl read it: blanks around, sign, "$", thousands commas, exponent, &H and &O
+/// forms, a negative number in parentheses. Nothing when the text is no number.
 std::optional<double> parseNumber(QStringView text);
 
 } // namespace dao

@@ -7,7 +7,8 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-struct Entry {
+struct Entry
+{
     error::Number number;
     const char16_t *text;
 };
@@ -176,7 +177,9 @@ QString errorText(int number, const QStringList &arguments)
     for (qsizetype i = 0; i < pattern.size(); ++i) {
         if (pattern[i] == u'%' && i + 1 < pattern.size() && pattern[i + 1].isDigit()) {
             const int index = pattern[i + 1].digitValue() - 1;
-            result += index < arguments.size() ? arguments[index] : texts().contains(number) ? QString() : QString::number(number);
+            result += index < arguments.size()   ? arguments[index]
+                      : texts().contains(number) ? QString()
+                                                 : QString::number(number);
             ++i;
         } else {
             result += pattern[i];

@@ -1,8 +1,8 @@
 #include "OleDate.h"
 
+#include <cmath>
 #include <QDate>
 #include <QDateTime>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -11,15 +11,17 @@ namespace {
 
 constexpr qint64 JulianOfDayZero = 2415019; // 1899-12-30
 constexpr int SecondsOfDay = 86400;
-constexpr int FirstDay = -657434;  // 1 January 100
-constexpr int LastDay = 2958465;   // 31 December 9999
+constexpr int FirstDay = -657434; // 1 January 100
+constexpr int LastDay = 2958465;  // 31 December 9999
 
 constexpr const char16_t *monthNames[] = {u"January", u"February", u"March",     u"April",   u"May",      u"June",
                                           u"July",    u"August",   u"September", u"October", u"November", u"December"};
-constexpr const char16_t *weekdayNames[] = {u"Sunday", u"Monday", u"Tuesday", u"Wednesday", u"Thursday", u"Friday", u"Saturday"};
+constexpr const char16_t *weekdayNames[] = {u"Sunday",   u"Monday", u"Tuesday", u"Wednesday",
+                                            u"Thursday", u"Friday", u"Saturday"};
 constexpr int AbbreviationLength = 3;
 
-struct Split {
+struct Split
+{
     int day;
     int seconds;
 };
@@ -39,7 +41,8 @@ int monthFromName(QStringView word)
 {
     for (int i = 0; i < 12; ++i) {
         const QStringView name(monthNames[i]);
-        if (word.compare(name, Qt::CaseInsensitive) == 0 || word.compare(name.first(AbbreviationLength), Qt::CaseInsensitive) == 0)
+        if (word.compare(name, Qt::CaseInsensitive) == 0 ||
+            word.compare(name.first(AbbreviationLength), Qt::CaseInsensitive) == 0)
             return i + 1;
     }
     return word.compare(u"sept", Qt::CaseInsensitive) == 0 ? 9 : 0;
@@ -48,7 +51,8 @@ int monthFromName(QStringView word)
 bool isWeekdayName(QStringView word)
 {
     return std::any_of(std::begin(weekdayNames), std::end(weekdayNames), [word](QStringView name) {
-        return word.compare(name, Qt::CaseInsensitive) == 0 || word.compare(name.first(AbbreviationLength), Qt::CaseInsensitive) == 0;
+        return word.compare(name, Qt::CaseInsensitive) == 0 ||
+               word.compare(name.first(AbbreviationLength), Qt::CaseInsensitive) == 0;
     });
 }
 
@@ -65,7 +69,10 @@ int fullYear(int year)
 class DateReader
 {
 public:
-    explicit DateReader(QStringView text) : m_text(text.trimmed()) {}
+    explicit DateReader(QStringView text)
+        : m_text(text.trimmed())
+    {
+    }
 
     std::optional<double> read()
     {

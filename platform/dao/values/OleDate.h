@@ -1,12 +1,13 @@
 #pragma once
-#include <QString>
 #include <optional>
+#include <QString>
 
 namespace dao {
 
-/// A date value broken down. Dates are days since 1899-12-30 as OLE automation counts them: the whole part is the day, the
-/// fraction, always taken positive, the time of day (so -1.25 is 1899-12-29 06:00).
-struct DateParts {
+/// A date value broken down. Dates are days since 1899-12-30 as OLE automation counts them: the whole part is the day,
+/// the fraction, always taken positive, the time of day (so -1.25 is 1899-12-29 06:00).
+struct DateParts
+{
     int year = 1899;
     int month = 12;
     int day = 30;
@@ -32,8 +33,9 @@ std::optional<double> dateSerial(int year, int month, int day);
 double timeSerial(int hour, int minute, int second);
 int daysInMonth(int year, int month);
 
-/// A date text: m/d/y (parts swapped when the month is above 12 and the day is not), y-m-d, names of months, with an optional
-/// time of day; a time alone has day 0; without a year the current one is meant. Nothing when the text is no date.
+/// A date text: m/d/y (parts swapped when the month is above 12 and the day is not), y-m-d, names of months, with an
+/// optional time of day; a time alone has day 0; without a year the current one is meant. Nothing when the text is no
+/// date.
 std::optional<double> parseDate(QStringView text);
 
 QString monthName(int month, bool abbreviated);

@@ -1,15 +1,16 @@
 #pragma once
 #include "DataType.h"
 
+#include <optional>
 #include <QList>
 #include <QString>
 #include <QStringList>
-#include <optional>
 
 namespace dao {
 
 /// What is known of a field: of a table, or of the output of a query.
-struct FieldInfo {
+struct FieldInfo
+{
     QString name;
     DataType type = DataType::Unknown;
     int size = 0; ///< characters for Text, else the bytes of the type; 0 when it has none
@@ -26,18 +27,22 @@ struct FieldInfo {
     bool isAutoIncrement() const { return attributes & AutoIncrement; }
 };
 
-/// A value for a field that a change of its table gives to every row: an expression of Access SQL over the row as it was.
-struct FieldFill {
+/// A value for a field that a change of its table gives to every row: an expression of Access SQL over the row as it
+/// was.
+struct FieldFill
+{
     QString field;
     QString expression;
 };
 
-struct IndexField {
+struct IndexField
+{
     QString name;
     bool descending = false;
 };
 
-struct IndexInfo {
+struct IndexInfo
+{
     QString name;
     QList<IndexField> fields;
     bool primary = false;
@@ -47,12 +52,14 @@ struct IndexInfo {
     bool foreign = false;
 };
 
-struct RelationField {
+struct RelationField
+{
     QString field;        ///< of the primary table
     QString foreignField; ///< of the foreign table
 };
 
-struct RelationInfo {
+struct RelationInfo
+{
     QString name;
     QString table;
     QString foreignTable;
@@ -60,7 +67,8 @@ struct RelationInfo {
     QList<RelationField> fields;
 };
 
-struct TableInfo {
+struct TableInfo
+{
     QString name;
     int attributes = 0;
     QList<FieldInfo> fields;
@@ -76,13 +84,14 @@ struct TableInfo {
     const IndexInfo *index(QStringView indexName) const;
 };
 
-struct QueryInfo {
+struct QueryInfo
+{
     QString name;
     QString sql;
 };
 
-/// The schema as the compiler sees it. Names are matched without regard to case. The pointers live until the next change
-/// of the schema.
+/// The schema as the compiler sees it. Names are matched without regard to case. The pointers live until the next
+/// change of the schema.
 class SchemaView
 {
 public:

@@ -127,21 +127,32 @@ QByteArray Value::binary() const
 Value::Type valueTypeOf(DataType type)
 {
     switch (type) {
-    case DataType::Boolean: return Value::Type::Boolean;
-    case DataType::Byte: return Value::Type::Byte;
-    case DataType::Integer: return Value::Type::Short;
-    case DataType::Long: return Value::Type::Long;
-    case DataType::Currency: return Value::Type::Currency;
-    case DataType::Single: return Value::Type::Float;
+    case DataType::Boolean:
+        return Value::Type::Boolean;
+    case DataType::Byte:
+        return Value::Type::Byte;
+    case DataType::Integer:
+        return Value::Type::Short;
+    case DataType::Long:
+        return Value::Type::Long;
+    case DataType::Currency:
+        return Value::Type::Currency;
+    case DataType::Single:
+        return Value::Type::Float;
     case DataType::Double:
-    case DataType::Decimal: return Value::Type::Double;
-    case DataType::Date: return Value::Type::Date;
+    case DataType::Decimal:
+        return Value::Type::Double;
+    case DataType::Date:
+        return Value::Type::Date;
     case DataType::Text:
     case DataType::Memo:
-    case DataType::Guid: return Value::Type::Text;
+    case DataType::Guid:
+        return Value::Type::Text;
     case DataType::Binary:
-    case DataType::LongBinary: return Value::Type::Binary;
-    case DataType::Unknown: break;
+    case DataType::LongBinary:
+        return Value::Type::Binary;
+    case DataType::Unknown:
+        break;
     }
     return Value::Type::Empty;
 }

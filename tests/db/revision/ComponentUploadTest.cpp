@@ -26,8 +26,8 @@ TEST_F(ComponentUploadTest, ReplacesTubesAndLandmarks)
 {
     ASSERT_TRUE(upload({Answer::Yes}));
     EXPECT_EQ(questions(), QStringList{u"Are you sure you wish to upload the component to the database?"_s});
-    EXPECT_EQ(said(Entry::Kind::Status), (QStringList{u"Uploading model ..."_s, u"Uploading landmarks ..."_s,
-                                                      u"Successfully uploaded model."_s}));
+    EXPECT_EQ(said(Entry::Kind::Status),
+              (QStringList{u"Uploading model ..."_s, u"Uploading landmarks ..."_s, u"Successfully uploaded model."_s}));
     EXPECT_EQ(rows(u"SELECT * FROM tubes WHERE row < 3 ORDER BY sec, row, col"_s),
               (QStringList{u"0|1|1|0.5|1|-1|0"_s, u"0|1|2|0.5|2|-1|0"_s, u"0|2|1|1|1|0|0"_s, u"0|2|2|1|2|0|0"_s}));
     EXPECT_EQ(number(u"SELECT COUNT(*) FROM tubes"_s), 6);

@@ -82,35 +82,37 @@ TEST_P(ConversionStep, DeclinedLeavesTheFileAsItIs)
 }
 
 static const QStringList kReportFields{
-    u"report"_s,   u"recd_num"_s,  u"sec"_s,       u"row"_s,        u"col"_s,         u"chan"_s,       u"meas_type"_s,
-    u"volts"_s,    u"phase"_s,     u"pcnt"_s,      u"defect"_s,     u"loc_land"_s,    u"loc_off"_s,    u"loc_pnt"_s,
-    u"beg_test"_s, u"end_test"_s,  u"site_code"_s, u"outage"_s,     u"comp"_s,        u"leg"_s,        u"cal_num"_s,
-    u"file_num"_s, u"id"_s,        u"from_land"_s, u"from_off"_s,   u"from_pnt"_s,    u"to_land"_s,    u"to_off"_s,
-    u"to_pnt"_s,   u"dig_volts"_s, u"loc_dist"_s,  u"oper_type"_s,  u"analyst_id"_s,  u"oper_id"_s,    u"probe_type"_s,
-    u"probe_model"_s, u"probe_size"_s, u"probe_sn"_s, u"entry_time"_s, u"file_name"_s, u"comment"_s,   u"util1"_s,
-    u"util2"_s,    u"plan"_s};
+    u"report"_s,      u"recd_num"_s,   u"sec"_s,       u"row"_s,        u"col"_s,        u"chan"_s,    u"meas_type"_s,
+    u"volts"_s,       u"phase"_s,      u"pcnt"_s,      u"defect"_s,     u"loc_land"_s,   u"loc_off"_s, u"loc_pnt"_s,
+    u"beg_test"_s,    u"end_test"_s,   u"site_code"_s, u"outage"_s,     u"comp"_s,       u"leg"_s,     u"cal_num"_s,
+    u"file_num"_s,    u"id"_s,         u"from_land"_s, u"from_off"_s,   u"from_pnt"_s,   u"to_land"_s, u"to_off"_s,
+    u"to_pnt"_s,      u"dig_volts"_s,  u"loc_dist"_s,  u"oper_type"_s,  u"analyst_id"_s, u"oper_id"_s, u"probe_type"_s,
+    u"probe_model"_s, u"probe_size"_s, u"probe_sn"_s,  u"entry_time"_s, u"file_name"_s,  u"comment"_s, u"util1"_s,
+    u"util2"_s,       u"plan"_s};
 
 INSTANTIATE_TEST_SUITE_P(
     EachAlone, ConversionStep,
     ::testing::Values(
-        StepCase{"DisplayFormat", old::DisplayFormat, u"    1) Deleted display_format table.\n", {u"!display_format"_s}},
+        StepCase{
+            "DisplayFormat", old::DisplayFormat, u"    1) Deleted display_format table.\n", {u"!display_format"_s}},
         StepCase{"Repairs",
                  old::NoRepairs,
                  u"    1) Created repairs table.\n",
-                 {u"repairs"_s, u"sec"_s, u"row"_s, u"col"_s, u"repair_type"_s, u"type"_s, u"material"_s, u"vendor"_s,
-                  u"loc_land"_s, u"loc_off"_s, u"date_scheduled"_s, u"date_completed"_s, u"is_perm"_s, u"heat1"_s,
-                  u"heat2"_s, u"length"_s, u"site_code"_s, u"comp"_s, u"outage"_s, u"reason"_s, u"comment"_s}},
+                 {u"repairs"_s,  u"sec"_s,    u"row"_s,      u"col"_s,     u"repair_type"_s,    u"type"_s,
+                  u"material"_s, u"vendor"_s, u"loc_land"_s, u"loc_off"_s, u"date_scheduled"_s, u"date_completed"_s,
+                  u"is_perm"_s,  u"heat1"_s,  u"heat2"_s,    u"length"_s,  u"site_code"_s,      u"comp"_s,
+                  u"outage"_s,   u"reason"_s, u"comment"_s}},
         StepCase{"Report", old::Report, u"    1) Modified report table.\n", kReportFields},
         StepCase{"Landmarks",
                  old::Landmarks,
                  u"    1) Modified landmarks table.\n",
                  {u"landmarks"_s, u"number"_s, u"type"_s, u"name"_s, u"leg"_s, u"pos"_s, u"angle"_s, u"first_row"_s,
                   u"last_row"_s, u"land_set"_s}},
-        StepCase{"TubeSets",
-                 old::TubeSets,
-                 u"    1) Modified tube_sets table.\n",
-                 {u"tube_set_entry"_s, u"name"_s, u"sec"_s, u"row"_s, u"col"_s, u"entry_num"_s, u"color"_s,
-                  u"symbol"_s}},
+        StepCase{
+            "TubeSets",
+            old::TubeSets,
+            u"    1) Modified tube_sets table.\n",
+            {u"tube_set_entry"_s, u"name"_s, u"sec"_s, u"row"_s, u"col"_s, u"entry_num"_s, u"color"_s, u"symbol"_s}},
         StepCase{"Plans",
                  old::Plans,
                  u"    1) Modified plans and plan_entry tables.\n",
@@ -142,10 +144,10 @@ TEST_F(ConversionTest, EveryOldShapeAtOnce)
                                           "    9) Created col_alias table.\n"
                                           "    10) Created sec_alias table.\n"
                                           "    11) Created leg_alias table.\n"_s});
-    EXPECT_EQ(said(Entry::Kind::Status),
-              (QStringList{u"Backing up \"%1\" to \"%2\" ..."_s.arg(path, folder.path(u"arvo/project._db"_s)),
-                           u"Converting database ..."_s, u"Conversion complete."_s,
-                           u"Connected to \"project.mdb\"."_s}));
+    EXPECT_EQ(
+        said(Entry::Kind::Status),
+        (QStringList{u"Backing up \"%1\" to \"%2\" ..."_s.arg(path, folder.path(u"arvo/project._db"_s)),
+                     u"Converting database ..."_s, u"Conversion complete."_s, u"Connected to \"project.mdb\"."_s}));
     EXPECT_EQ(connected, QStringList{path});
     EXPECT_EQ(number(u"SELECT COUNT(*) FROM [report#]"_s), 12);
     EXPECT_EQ(number(u"SELECT COUNT(*) FROM plan_entry"_s), 6);
@@ -206,9 +208,10 @@ TEST_F(ConversionTest, ViewsShowLabelsAndFollowTheTables)
     make(old::Current);
     ASSERT_TRUE(connect());
     EXPECT_EQ(questions(), QStringList());
-    EXPECT_EQ(database().query(u"tubes#").sql, u"SELECT sa.sec, ra.row, ca.col, x, y, is_periph, is_marked\n"
-                                               "FROM tubes r, row_alias ra, col_alias ca, sec_alias sa\n"
-                                               "WHERE r.row = ra.index\nAND r.col = ca.index\nAND r.sec = sa.index\n"_s);
+    EXPECT_EQ(database().query(u"tubes#").sql,
+              u"SELECT sa.sec, ra.row, ca.col, x, y, is_periph, is_marked\n"
+              "FROM tubes r, row_alias ra, col_alias ca, sec_alias sa\n"
+              "WHERE r.row = ra.index\nAND r.col = ca.index\nAND r.sec = sa.index\n"_s);
     EXPECT_EQ(rows(u"SELECT * FROM row_alias ORDER BY index"_s), (QStringList{u"0|A"_s, u"1|B"_s, u"3|D"_s}));
     EXPECT_EQ(rows(u"SELECT * FROM sec_alias"_s), QStringList{u"0|0"_s});
     EXPECT_EQ(rows(u"SELECT * FROM leg_alias ORDER BY index"_s),
@@ -253,8 +256,8 @@ TEST_F(ConversionTest, WithoutABackupNothingIsConverted)
     ASSERT_TRUE(QDir().mkpath(folder.path(u"arvo/project._db/in the way"_s)));
     ASSERT_TRUE(convert());
     ASSERT_EQ(errors().size(), 1);
-    EXPECT_EQ(errors().first(), u"1033 Could not back up \"%1\" to \"%2\"."_s.arg(
-                                    path, folder.path(u"arvo/project._db"_s)));
+    EXPECT_EQ(errors().first(),
+              u"1033 Could not back up \"%1\" to \"%2\"."_s.arg(path, folder.path(u"arvo/project._db"_s)));
     EXPECT_EQ(informations(), QStringList());
     EXPECT_EQ(bytes(), before);
 }
@@ -311,14 +314,16 @@ TEST_P(ConversionFailure, StopsOnlyItsStep)
         done += database().hasTable(alias);
     EXPECT_EQ(done, GetParam().doneSteps);
     // What failed in part is wholly as it was.
-    EXPECT_TRUE(database().table(u"landmarks").index(u"primary_key") || database().table(u"landmarks").index(u"number"));
+    EXPECT_TRUE(database().table(u"landmarks").index(u"primary_key") ||
+                database().table(u"landmarks").index(u"number"));
     EXPECT_EQ(database().relations().size(), database().hasTable(u"tube_set_entry") ? 2 : 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     EachStep, ConversionFailure,
     ::testing::Values(
-        FailureCase{"Repairs", {u"CREATE VIEW repairs AS SELECT 1 AS a"_s}, u"1006 Could not create 'repairs' table."_s, 10},
+        FailureCase{
+            "Repairs", {u"CREATE VIEW repairs AS SELECT 1 AS a"_s}, u"1006 Could not create 'repairs' table."_s, 10},
         FailureCase{"Report", {u"DROP TABLE report"_s}, u"1024 Could not modify 'report' table."_s, 10},
         FailureCase{"Landmarks",
                     {u"DROP INDEX name ON landmarks"_s,
@@ -331,14 +336,18 @@ INSTANTIATE_TEST_SUITE_P(
                     u"1026 Could not modify 'tube_set_entry' table."_s,
                     10},
         FailureCase{"Tubes", {u"DROP TABLE tubes"_s}, u"1027 Could not modify 'tubes' table."_s, 10},
-        FailureCase{"Plans",
-                    {u"INSERT INTO plans (site_code, comp, outage, plan_num, create_time) VALUES ('S1_SGA', 'R12', 'X', "
-                     "1, #1/1/2000#)"_s,
-                     u"INSERT INTO plans (site_code, comp, outage, plan_num, create_time) VALUES ('S1', 'SGA_R12', 'X', "
-                     "1, #1/1/2000#)"_s},
-                    u"1028 Could not modify 'plans' table."_s,
+        FailureCase{
+            "Plans",
+            {u"INSERT INTO plans (site_code, comp, outage, plan_num, create_time) VALUES ('S1_SGA', 'R12', 'X', "
+             "1, #1/1/2000#)"_s,
+             u"INSERT INTO plans (site_code, comp, outage, plan_num, create_time) VALUES ('S1', 'SGA_R12', 'X', "
+             "1, #1/1/2000#)"_s},
+            u"1028 Could not modify 'plans' table."_s,
+            10},
+        FailureCase{"Alias",
+                    {u"CREATE VIEW col_alias AS SELECT 1 AS a"_s},
+                    u"1014 Could not create 'col_alias' alias table."_s,
                     10},
-        FailureCase{"Alias", {u"CREATE VIEW col_alias AS SELECT 1 AS a"_s}, u"1014 Could not create 'col_alias' alias table."_s, 10},
         FailureCase{"View", {u"CREATE TABLE [report#] (a LONG)"_s}, u"1030 Could not create view 'report#'."_s, 11}),
     [](const auto &shape) { return shape.param.name; });
 

@@ -1,7 +1,7 @@
 #include "RevisionFixture.h"
 
-#include <db/revision/JetImport.h>
 #include <dao/Recordset.h>
+#include <db/revision/JetImport.h>
 #include <QDir>
 #include <QFile>
 
@@ -231,7 +231,8 @@ TEST_F(JetTest, DamagedFilesAreRefused)
     QFile file(sample(u"suite-old-1"_s));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray whole = file.readAll();
-    for (const qsizetype size : {qsizetype(0), qsizetype(3000), qsizetype(4096), whole.size() / 2, whole.size() - 4096}) {
+    for (const qsizetype size :
+         {qsizetype(0), qsizetype(3000), qsizetype(4096), whole.size() / 2, whole.size() - 4096}) {
         folder.write(u"arvo/project.mdb"_s, whole.left(size));
         EXPECT_FALSE(connect()) << size;
         EXPECT_EQ(errors(), QStringList{u"1032 Could not connect to database."_s}) << size;

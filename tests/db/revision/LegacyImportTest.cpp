@@ -62,8 +62,11 @@ TEST_F(LegacyImportTest, ProjectSuppliesWhatIsMissing)
 TEST_F(LegacyImportTest, MeasurementsNeedVolts)
 {
     const QString columns = u"meas_type, volts, phase, pcnt, chan, defect"_s;
-    EXPECT_EQ(imported({{u"EXAIVOLT"_s, u"1.5"_s}, {u"EXAIDEG"_s, u"170"_s}, {u"EXAIDEPH"_s, u"40"_s},
-                        {u"EXAMCHAN"_s, u"' P 1 '"_s}, {u"EXAMINDN"_s, u"'DNT'"_s}},
+    EXPECT_EQ(imported({{u"EXAIVOLT"_s, u"1.5"_s},
+                        {u"EXAIDEG"_s, u"170"_s},
+                        {u"EXAIDEPH"_s, u"40"_s},
+                        {u"EXAMCHAN"_s, u"' P 1 '"_s},
+                        {u"EXAMINDN"_s, u"'DNT'"_s}},
                        columns),
               u"Vxx|1.5|170|40|P1|DNT"_s);
     EXPECT_EQ(imported({{u"EXAIVOLT"_s, u"1.5"_s}, {u"EXAMINDN"_s, u"' '"_s}}, columns), u"Vxx|1.5|0|-|-|-"_s)
@@ -79,19 +82,24 @@ TEST_F(LegacyImportTest, PlacesLegsReelsAndExtents)
               u"TSH|0.5|-|-"_s);
     EXPECT_EQ(imported({{u"EXAIVOLT"_s, u"1"_s}, {u"EXAILOC1"_s, u"'TSH'"_s}, {u"EXAILOC4"_s, u"2"_s}}, place),
               u"TSH|0|TSH|2"_s);
-    for (const auto &[leg, number] : {std::pair(u"'o'"_s, u"0"_s), {u"'C '"_s, u"0"_s}, {u"'I'"_s, u"1"_s}, {u"''"_s, u"1"_s}})
+    for (const auto &[leg, number] :
+         {std::pair(u"'o'"_s, u"0"_s), {u"'C '"_s, u"0"_s}, {u"'I'"_s, u"1"_s}, {u"''"_s, u"1"_s}})
         EXPECT_EQ(imported({{u"EXAMLEG"_s, leg == u"''" ? u"NULL"_s : leg}}, u"leg"_s), number) << leg.toStdString();
     for (const auto &[reel, number] : {std::pair(u"R012A"_s, 12), {u"R"_s, 0}, {QString(), 0}, {u"2B7"_s, 27}})
         EXPECT_EQ(db::fileNumberOf(reel), number) << reel.toStdString();
-    for (const auto &[extent, tests] : {std::pair(u"tehTec"_s, u"TEH|TEC"_s), {u"F/L1HC"_s, u"F/L1HC|-"_s},
-                                        {u"TEHAV12"_s, u"TEHAV12|-"_s}})
+    for (const auto &[extent, tests] :
+         {std::pair(u"tehTec"_s, u"TEH|TEC"_s), {u"F/L1HC"_s, u"F/L1HC|-"_s}, {u"TEHAV12"_s, u"TEHAV12|-"_s}})
         EXPECT_EQ(imported({{u"EXAMDEXT"_s, u"'%1'"_s.arg(extent)}}, u"beg_test, end_test"_s), tests);
 }
 
 TEST_F(LegacyImportTest, TextsAndTimes)
 {
-    EXPECT_EQ(imported({{u"EXAMTECH"_s, u"'BOB '"_s}, {u"EXAMINSP"_s, u"'INR12'"_s}, {u"USRTEXT1"_s, u"'u'"_s},
-                        {u"USRTEXT2"_s, u"'v'"_s}, {u"NOTEPTR"_s, u"'note'"_s}, {u"EXAMLOG"_s, u"#4/3/2000 12:00:00#"_s}},
+    EXPECT_EQ(imported({{u"EXAMTECH"_s, u"'BOB '"_s},
+                        {u"EXAMINSP"_s, u"'INR12'"_s},
+                        {u"USRTEXT1"_s, u"'u'"_s},
+                        {u"USRTEXT2"_s, u"'v'"_s},
+                        {u"NOTEPTR"_s, u"'note'"_s},
+                        {u"EXAMLOG"_s, u"#4/3/2000 12:00:00#"_s}},
                        u"probe_type, plan, util1, util2, comment, entry_time"_s),
               u"BOB|INR12|u|v|note|36619.5"_s);
     EXPECT_EQ(imported({}, u"IIf(entry_time < #1/2/1970#, 'zero', 'later')"_s), u"zero"_s);
@@ -102,12 +110,12 @@ TEST_F(LegacyImportTest, TablesSideBySideAndInOneFile)
     QStringList statements{u"INSERT INTO IDENT (SITE, COMP) VALUES ('S1', 'SGA')"_s};
     for (int i = 250; i > 0; --i)
         statements.append(u"INSERT INTO EXAMDATA (PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL) VALUES (%1, 0, 1, 2)"_s.arg(i));
-    statements += {
-        u"INSERT INTO REPRDATA (PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, REPRDESC, REPRISUD, HEAT2, FLAWLOC3, REPROUT) "
-        "VALUES (1, 0, 4, 5, 'Plug', #4/18/2000#, 'H1', 0.25, 'R10')"_s,
-        u"INSERT INTO TUBEDATA (PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, TUBESTAT) VALUES (1, 0, 1, 3, 'OK')"_s,
-        u"INSERT INTO TUBEDATA (PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, TUBESTAT) VALUES (2, 0, 1, 5, 'PL')"_s,
-        u"INSERT INTO TUBEDATA (PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, TUBESTAT) VALUES (3, 0, 1, 7, 'IN')"_s};
+    statements +=
+        {u"INSERT INTO REPRDATA (PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, REPRDESC, REPRISUD, HEAT2, FLAWLOC3, REPROUT) "
+         "VALUES (1, 0, 4, 5, 'Plug', #4/18/2000#, 'H1', 0.25, 'R10')"_s,
+         u"INSERT INTO TUBEDATA (PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, TUBESTAT) VALUES (1, 0, 1, 3, 'OK')"_s,
+         u"INSERT INTO TUBEDATA (PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, TUBESTAT) VALUES (2, 0, 1, 5, 'PL')"_s,
+         u"INSERT INTO TUBEDATA (PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, TUBESTAT) VALUES (3, 0, 1, 7, 'IN')"_s};
     old::executeAll(path, statements);
     ASSERT_TRUE(connect());
     EXPECT_EQ(said(Entry::Kind::Status),
@@ -145,9 +153,11 @@ TEST_F(LegacyImportTest, AnEntryThatFailsUndoesTheWholeImport)
 
 TEST_F(LegacyImportTest, RepairsAndTubeSetsFailByThemselves)
 {
-    old::executeAll(path, {examination({}), u"DROP TABLE TUBEDATA"_s, u"INSERT INTO IDENT (SITE, COMP) VALUES ('O''S', 'C')"_s});
+    old::executeAll(
+        path, {examination({}), u"DROP TABLE TUBEDATA"_s, u"INSERT INTO IDENT (SITE, COMP) VALUES ('O''S', 'C')"_s});
     ASSERT_TRUE(connect());
-    EXPECT_EQ(errors(), (QStringList{u"1022 Could not convert ISIS REPRDATA."_s, u"1023 Could not convert ISIS TUBEDATA."_s}));
+    EXPECT_EQ(errors(),
+              (QStringList{u"1022 Could not convert ISIS REPRDATA."_s, u"1023 Could not convert ISIS TUBEDATA."_s}));
     EXPECT_EQ(rows(u"SELECT site_code FROM report"_s), QStringList{u"O'S"_s});
     EXPECT_EQ(number(u"SELECT COUNT(*) FROM tube_sets"_s), 0);
 }

@@ -132,12 +132,14 @@ void fillReport(dao::Database &database, int shapes, qint64 rows)
                 .arg(i)
                 .arg(i + 1)
                 .arg(values));
-    const QString fields = u"sec, row, col, volts, defect, loc_land, site_code, outage, comp, oper_type, analyst_id, oper_id, "
-                     "entry_time, comment"_s;
+    const QString fields =
+        u"sec, row, col, volts, defect, loc_land, site_code, outage, comp, oper_type, analyst_id, oper_id, "
+        "entry_time, comment"_s;
     qint64 have = 4;
     while (have < rows) {
-        db::executeSql(database, u"INSERT INTO report (%1) SELECT %1 FROM report WHERE recd_num <= %2"_s.arg(fields).arg(
-                                     rows - have));
+        db::executeSql(
+            database,
+            u"INSERT INTO report (%1) SELECT %1 FROM report WHERE recd_num <= %2"_s.arg(fields).arg(rows - have));
         have = db::firstValue(database, u"SELECT COUNT(*) FROM report"_s).integer();
     }
 }
@@ -146,9 +148,9 @@ void fillPlans(dao::Database &database, int shapes, qint64 entries)
 {
     const bool isOld = shapes & Plans;
     const QString fields = isOld ? u"site_code, comp, outage, plan_num"_s : u"name"_s;
-    const QStringList plans = isOld ? QStringList{u"'S1', 'SGA', 'R11', 2"_s, u"'S1', 'SGA', 'R12', 1"_s,
-                                                  u"'S1', 'SGA', 'R12', 3"_s}
-                                    : QStringList{u"'S1_SGA_R11_2'"_s, u"'S1_SGA_R12_1'"_s, u"'S1_SGA_R12_3'"_s};
+    const QStringList plans =
+        isOld ? QStringList{u"'S1', 'SGA', 'R11', 2"_s, u"'S1', 'SGA', 'R12', 1"_s, u"'S1', 'SGA', 'R12', 3"_s}
+              : QStringList{u"'S1_SGA_R11_2'"_s, u"'S1_SGA_R12_1'"_s, u"'S1_SGA_R12_3'"_s};
     for (const QString &plan : plans) {
         db::executeSql(database, u"INSERT INTO plans (%1, probe_model, create_time) "
                                  "VALUES (%2, 'PB-7', #8/30/2000 9:40:00#)"_s.arg(fields, plan));
@@ -158,10 +160,11 @@ void fillPlans(dao::Database &database, int shapes, qint64 entries)
     const auto perPlan = std::max<qint64>(1, entries / plans.size());
     for (qint64 have = 1; have < perPlan;) {
         const qint64 more = std::min(have, perPlan - have);
-        db::executeSql(database, u"INSERT INTO plan_entry (%1, entry_num, sec, row, col, is_done) SELECT %1, entry_num + "
-                                 "%2, sec, row, col, True FROM plan_entry WHERE entry_num < %3"_s.arg(fields)
-                                     .arg(have)
-                                     .arg(more));
+        db::executeSql(database,
+                       u"INSERT INTO plan_entry (%1, entry_num, sec, row, col, is_done) SELECT %1, entry_num + "
+                       "%2, sec, row, col, True FROM plan_entry WHERE entry_num < %3"_s.arg(fields)
+                           .arg(have)
+                           .arg(more));
         have += more;
     }
 }
@@ -170,22 +173,23 @@ void fillTubes(dao::Database &database, qint64 tubes)
 {
     constexpr int kColumns = 900;
     for (qint64 i = 0; i < tubes; ++i)
-        db::executeSql(database, u"INSERT INTO tubes (sec, row, col, is_periph) VALUES (0, %1, %2, %3)"_s.arg(
-                                                         i / kColumns + 1)
-                                     .arg(i % kColumns + 1)
-                                     .arg(i % 2 ? u"True"_s : u"False"_s));
+        db::executeSql(database,
+                       u"INSERT INTO tubes (sec, row, col, is_periph) VALUES (0, %1, %2, %3)"_s.arg(i / kColumns + 1)
+                           .arg(i % kColumns + 1)
+                           .arg(i % 2 ? u"True"_s : u"False"_s));
 }
 
 void fillSmallTables(dao::Database &database, int shapes)
 {
-    const QString entryFields = shapes & TubeSets ? u"name, sec, row, col"_s : u"name, sec, row, col, entry_num, color"_s;
+    const QString entryFields =
+        shapes & TubeSets ? u"name, sec, row, col"_s : u"name, sec, row, col, entry_num, color"_s;
     const QString entry = shapes & TubeSets ? QString() : u", 0, 255"_s;
     const QString setField = shapes & Landmarks ? QString() : u", land_set"_s;
     const QString set = shapes & Landmarks ? QString() : u", 1"_s;
     run(database,
         {u"INSERT INTO landmarks (number, type, name, leg, pos%1) VALUES (0, 'TE', 'TEH', 1, 0%2)"_s.arg(setField, set),
          u"INSERT INTO landmarks (number, type, name, leg, pos%1) VALUES (1, 'TS', 'TSH', 1, 20.5%2)"_s.arg(setField,
-                                                                                                          set),
+                                                                                                            set),
          u"INSERT INTO tube_sets (name) VALUES ('PL')"_s,
          u"INSERT INTO tube_set_entry (%1) VALUES ('PL', 0, 1, 2%2)"_s.arg(entryFields, entry)});
     if (!(shapes & NoRepairs))
@@ -227,12 +231,14 @@ void makeForeignDatabase(const QString &path)
     run(database,
         {u"CREATE TABLE IDENT (SITE TEXT(10), COMP TEXT(10))"_s,
          u"CREATE TABLE TUBEDATA (PRIMEKEY LONG NOT NULL, TUBEQUAD SHORT, TUBEROW SHORT, TUBECOL SHORT, TUBESTAT TEXT(4))"_s,
-         u"CREATE TABLE EXAMDATA (PRIMEKEY LONG NOT NULL, TUBEQUAD SHORT, TUBEROW SHORT, TUBECOL SHORT, EXAIVOLT DOUBLE, "
+         u"CREATE TABLE EXAMDATA (PRIMEKEY LONG NOT NULL, TUBEQUAD SHORT, TUBEROW SHORT, TUBECOL SHORT, EXAIVOLT "
+         u"DOUBLE, "
          "EXAIDEG LONG, EXAIDEPH LONG, EXAMCHAN TEXT(6), EXAMINDN TEXT(8), EXAMLEG TEXT(2), EXAMOUT TEXT(8), EXAMPERS "
          "TEXT(10), EXAMOPER TEXT(10), EXAILOC1 TEXT(8), EXAILOC3 SINGLE, EXAILOC4 SINGLE, EXAMREEL TEXT(8), EXAMTECH "
          "TEXT(8), EXAMDEXT TEXT(12), EXAMINSP TEXT(20), USRTEXT1 TEXT(40), USRTEXT2 TEXT(40), NOTEPTR MEMO, EXAMLOG "
          "DATETIME)"_s,
-         u"CREATE TABLE REPRDATA (PRIMEKEY LONG NOT NULL, TUBEQUAD SHORT, TUBEROW SHORT, TUBECOL SHORT, REPRDESC TEXT(30), "
+         u"CREATE TABLE REPRDATA (PRIMEKEY LONG NOT NULL, TUBEQUAD SHORT, TUBEROW SHORT, TUBECOL SHORT, REPRDESC "
+         u"TEXT(30), "
          "PLUGTYPE TEXT(30), REPRISUD DATETIME, REPRCMPD DATETIME, HEAT1 TEXT(12), HEAT2 TEXT(12), FLAWLOC1 TEXT(8), "
          "FLAWLOC3 SINGLE, REPROUT TEXT(8), NOTEPTR MEMO)"_s});
 }

@@ -8,14 +8,14 @@ namespace old {
 /// What a database has of old shapes: each bit is what one step of the conversion finds.
 enum Shape : int {
     Current = 0,
-    DisplayFormat = 1,  ///< display formats in a table
-    NoRepairs = 2,      ///< no table of repairs
-    Report = 4,         ///< report without util1, util2 and plan
-    Landmarks = 8,      ///< landmarks in one set, by number
-    TubeSets = 16,      ///< entries of tube sets without number, colour and symbol
-    Plans = 32,         ///< plans by site, component, outage and number
-    Tubes = 64,         ///< tubes without their place
-    NoAliases = 128,    ///< no alias tables
+    DisplayFormat = 1, ///< display formats in a table
+    NoRepairs = 2,     ///< no table of repairs
+    Report = 4,        ///< report without util1, util2 and plan
+    Landmarks = 8,     ///< landmarks in one set, by number
+    TubeSets = 16,     ///< entries of tube sets without number, colour and symbol
+    Plans = 32,        ///< plans by site, component, outage and number
+    Tubes = 64,        ///< tubes without their place
+    NoAliases = 128,   ///< no alias tables
     Everything = 255
 };
 

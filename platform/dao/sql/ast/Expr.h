@@ -16,95 +16,133 @@ using QueryPtr = std::unique_ptr<Query>;
 enum class UnaryOp { Minus, Plus, Not };
 
 enum class BinaryOp {
-    Power, Multiply, Divide, IntegerDivide, Mod, Add, Subtract, Concatenate,
-    Equal, NotEqual, Less, Greater, LessEqual, GreaterEqual, Like, ALike, Xor, Eqv, Imp
+    Power,
+    Multiply,
+    Divide,
+    IntegerDivide,
+    Mod,
+    Add,
+    Subtract,
+    Concatenate,
+    Equal,
+    NotEqual,
+    Less,
+    Greater,
+    LessEqual,
+    GreaterEqual,
+    Like,
+    ALike,
+    Xor,
+    Eqv,
+    Imp
 };
 
-struct Literal {
+struct Literal
+{
     Value value;
 };
 
 /// A column, an alias or a parameter: the binder finds out which. More than two parts never name a column.
-struct Name {
+struct Name
+{
     QStringList parts;
     QString text; ///< as written, without brackets: "t.f", "Forms!F!C"
 };
 
-struct Unary {
+struct Unary
+{
     UnaryOp op;
     ExprPtr operand;
 };
 
-struct Binary {
+struct Binary
+{
     BinaryOp op;
     ExprPtr left;
     ExprPtr right;
 };
 
 /// a And b And c ..., or with Or: one node, so that thousands of terms make no deep tree.
-struct Chain {
+struct Chain
+{
     bool isAnd;
     std::vector<ExprPtr> terms;
 };
 
-struct Call {
+struct Call
+{
     QString name;
     std::vector<ExprPtr> arguments;
     bool star = false; ///< Count(*)
 };
 
-struct Between {
+struct Between
+{
     ExprPtr operand;
     ExprPtr low;
     ExprPtr high;
     bool negated;
 };
 
-struct InList {
+struct InList
+{
     ExprPtr operand;
     std::vector<ExprPtr> items;
     bool negated;
 };
 
-struct InQuery {
+struct InQuery
+{
     ExprPtr operand;
     QueryPtr query;
     bool negated;
 };
 
-struct IsNull {
+struct IsNull
+{
     ExprPtr operand;
     bool negated;
 };
 
-struct Exists {
+struct Exists
+{
     QueryPtr query;
 };
 
 /// x > ANY (SELECT ...), x > ALL (SELECT ...)
-struct Quantified {
+struct Quantified
+{
     BinaryOp op;
     ExprPtr operand;
     bool all;
     QueryPtr query;
 };
 
-struct ScalarQuery {
+struct ScalarQuery
+{
     QueryPtr query;
 };
 
 /// The left operand that a validation rule leaves out.
-struct ImpliedField {};
+struct ImpliedField
+{
+};
 
-/// A node of an expression. The parser bounds the depth of the tree, so that it may be walked and destroyed by recursion.
-struct Expr {
+/// A node of an expression. The parser bounds the depth of the tree, so that it may be walked and destroyed by
+/// recursion.
+struct Expr
+{
     Range range;
     int depth = 1;
     std::variant<Literal, Name, Unary, Binary, Chain, Call, Between, InList, InQuery, IsNull, Exists, Quantified,
                  ScalarQuery, ImpliedField>
         node;
 
-    template <typename T> const T *as() const { return std::get_if<T>(&node); }
+    template <typename T>
+    const T *as() const
+    {
+        return std::get_if<T>(&node);
+    }
 };
 
 } // namespace dao::sql::ast

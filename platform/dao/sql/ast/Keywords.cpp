@@ -5,64 +5,162 @@
 namespace dao::sql::ast {
 namespace {
 
-struct Word {
+struct Word
+{
     const char16_t *text;
     Keyword keyword;
 };
 
 constexpr Word words[] = {
-    {u"ACTION", Keyword::Action}, {u"ADD", Keyword::Add}, {u"ALL", Keyword::All}, {u"ALIKE", Keyword::ALike},
-    {u"ALTER", Keyword::Alter}, {u"AND", Keyword::And}, {u"ANY", Keyword::Any}, {u"AS", Keyword::As},
-    {u"ASC", Keyword::Asc}, {u"BETWEEN", Keyword::Between}, {u"BY", Keyword::By}, {u"CASCADE", Keyword::Cascade},
-    {u"CHECK", Keyword::Check}, {u"COLUMN", Keyword::Column}, {u"COMP", Keyword::Comp},
-    {u"COMPRESSION", Keyword::Compression}, {u"CONSTRAINT", Keyword::Constraint}, {u"CREATE", Keyword::Create},
-    {u"DEFAULT", Keyword::Default}, {u"DELETE", Keyword::Delete}, {u"DESC", Keyword::Desc},
-    {u"DISALLOW", Keyword::Disallow}, {u"DISTINCT", Keyword::Distinct}, {u"DISTINCTROW", Keyword::DistinctRow},
-    {u"DROP", Keyword::Drop}, {u"EQV", Keyword::Eqv}, {u"EXEC", Keyword::Exec}, {u"EXECUTE", Keyword::Execute},
-    {u"EXISTS", Keyword::Exists}, {u"FALSE", Keyword::False}, {u"FOREIGN", Keyword::Foreign}, {u"FROM", Keyword::From},
-    {u"GROUP", Keyword::Group}, {u"HAVING", Keyword::Having}, {u"IDENTITY", Keyword::Identity},
-    {u"IGNORE", Keyword::Ignore}, {u"IMP", Keyword::Imp}, {u"IN", Keyword::In}, {u"INDEX", Keyword::Index},
-    {u"INNER", Keyword::Inner}, {u"INSERT", Keyword::Insert}, {u"INTO", Keyword::Into}, {u"IS", Keyword::Is},
-    {u"JOIN", Keyword::Join}, {u"KEY", Keyword::Key}, {u"LEFT", Keyword::Left}, {u"LIKE", Keyword::Like},
-    {u"MOD", Keyword::Mod}, {u"NO", Keyword::No}, {u"NOT", Keyword::Not}, {u"NULL", Keyword::Null},
-    {u"OFF", Keyword::Off}, {u"ON", Keyword::On}, {u"OPTION", Keyword::Option}, {u"OR", Keyword::Or},
-    {u"ORDER", Keyword::Order}, {u"OUTER", Keyword::Outer}, {u"OWNERACCESS", Keyword::OwnerAccess},
-    {u"PARAMETERS", Keyword::Parameters}, {u"PERCENT", Keyword::Percent}, {u"PIVOT", Keyword::Pivot},
-    {u"PRIMARY", Keyword::Primary}, {u"PROCEDURE", Keyword::Procedure}, {u"REFERENCES", Keyword::References},
-    {u"RIGHT", Keyword::Right}, {u"SELECT", Keyword::Select}, {u"SET", Keyword::Set}, {u"SOME", Keyword::Some},
-    {u"TABLE", Keyword::Table}, {u"TEMPORARY", Keyword::Temporary}, {u"TOP", Keyword::Top},
-    {u"TRANSFORM", Keyword::Transform}, {u"TRUE", Keyword::True}, {u"UNION", Keyword::Union},
-    {u"UNIQUE", Keyword::Unique}, {u"UPDATE", Keyword::Update}, {u"VALUES", Keyword::Values}, {u"VIEW", Keyword::View},
-    {u"WHERE", Keyword::Where}, {u"WITH", Keyword::With}, {u"XOR", Keyword::Xor}, {u"YES", Keyword::Yes},
+    {u"ACTION", Keyword::Action},
+    {u"ADD", Keyword::Add},
+    {u"ALL", Keyword::All},
+    {u"ALIKE", Keyword::ALike},
+    {u"ALTER", Keyword::Alter},
+    {u"AND", Keyword::And},
+    {u"ANY", Keyword::Any},
+    {u"AS", Keyword::As},
+    {u"ASC", Keyword::Asc},
+    {u"BETWEEN", Keyword::Between},
+    {u"BY", Keyword::By},
+    {u"CASCADE", Keyword::Cascade},
+    {u"CHECK", Keyword::Check},
+    {u"COLUMN", Keyword::Column},
+    {u"COMP", Keyword::Comp},
+    {u"COMPRESSION", Keyword::Compression},
+    {u"CONSTRAINT", Keyword::Constraint},
+    {u"CREATE", Keyword::Create},
+    {u"DEFAULT", Keyword::Default},
+    {u"DELETE", Keyword::Delete},
+    {u"DESC", Keyword::Desc},
+    {u"DISALLOW", Keyword::Disallow},
+    {u"DISTINCT", Keyword::Distinct},
+    {u"DISTINCTROW", Keyword::DistinctRow},
+    {u"DROP", Keyword::Drop},
+    {u"EQV", Keyword::Eqv},
+    {u"EXEC", Keyword::Exec},
+    {u"EXECUTE", Keyword::Execute},
+    {u"EXISTS", Keyword::Exists},
+    {u"FALSE", Keyword::False},
+    {u"FOREIGN", Keyword::Foreign},
+    {u"FROM", Keyword::From},
+    {u"GROUP", Keyword::Group},
+    {u"HAVING", Keyword::Having},
+    {u"IDENTITY", Keyword::Identity},
+    {u"IGNORE", Keyword::Ignore},
+    {u"IMP", Keyword::Imp},
+    {u"IN", Keyword::In},
+    {u"INDEX", Keyword::Index},
+    {u"INNER", Keyword::Inner},
+    {u"INSERT", Keyword::Insert},
+    {u"INTO", Keyword::Into},
+    {u"IS", Keyword::Is},
+    {u"JOIN", Keyword::Join},
+    {u"KEY", Keyword::Key},
+    {u"LEFT", Keyword::Left},
+    {u"LIKE", Keyword::Like},
+    {u"MOD", Keyword::Mod},
+    {u"NO", Keyword::No},
+    {u"NOT", Keyword::Not},
+    {u"NULL", Keyword::Null},
+    {u"OFF", Keyword::Off},
+    {u"ON", Keyword::On},
+    {u"OPTION", Keyword::Option},
+    {u"OR", Keyword::Or},
+    {u"ORDER", Keyword::Order},
+    {u"OUTER", Keyword::Outer},
+    {u"OWNERACCESS", Keyword::OwnerAccess},
+    {u"PARAMETERS", Keyword::Parameters},
+    {u"PERCENT", Keyword::Percent},
+    {u"PIVOT", Keyword::Pivot},
+    {u"PRIMARY", Keyword::Primary},
+    {u"PROCEDURE", Keyword::Procedure},
+    {u"REFERENCES", Keyword::References},
+    {u"RIGHT", Keyword::Right},
+    {u"SELECT", Keyword::Select},
+    {u"SET", Keyword::Set},
+    {u"SOME", Keyword::Some},
+    {u"TABLE", Keyword::Table},
+    {u"TEMPORARY", Keyword::Temporary},
+    {u"TOP", Keyword::Top},
+    {u"TRANSFORM", Keyword::Transform},
+    {u"TRUE", Keyword::True},
+    {u"UNION", Keyword::Union},
+    {u"UNIQUE", Keyword::Unique},
+    {u"UPDATE", Keyword::Update},
+    {u"VALUES", Keyword::Values},
+    {u"VIEW", Keyword::View},
+    {u"WHERE", Keyword::Where},
+    {u"WITH", Keyword::With},
+    {u"XOR", Keyword::Xor},
+    {u"YES", Keyword::Yes},
 };
 
-struct TypeWord {
+struct TypeWord
+{
     const char16_t *text;
     TypeName name;
 };
 
 constexpr TypeWord typeWords[] = {
-    {u"BIT", {DataType::Boolean}}, {u"BOOLEAN", {DataType::Boolean}}, {u"LOGICAL", {DataType::Boolean}},
-    {u"LOGICAL1", {DataType::Boolean}}, {u"YESNO", {DataType::Boolean}},
-    {u"BYTE", {DataType::Byte}}, {u"TINYINT", {DataType::Byte}}, {u"INTEGER1", {DataType::Byte}},
-    {u"SHORT", {DataType::Integer}}, {u"SMALLINT", {DataType::Integer}}, {u"INTEGER2", {DataType::Integer}},
-    {u"LONG", {DataType::Long}}, {u"INT", {DataType::Long}}, {u"INTEGER", {DataType::Long}}, {u"INTEGER4", {DataType::Long}},
-    {u"COUNTER", {DataType::Long, true}}, {u"AUTOINCREMENT", {DataType::Long, true}}, {u"IDENTITY", {DataType::Long, true}},
-    {u"CURRENCY", {DataType::Currency}}, {u"MONEY", {DataType::Currency}},
-    {u"SINGLE", {DataType::Single}}, {u"REAL", {DataType::Single}}, {u"FLOAT4", {DataType::Single}}, {u"IEEESINGLE", {DataType::Single}},
-    {u"DOUBLE", {DataType::Double}}, {u"FLOAT", {DataType::Double}}, {u"FLOAT8", {DataType::Double}},
-    {u"IEEEDOUBLE", {DataType::Double}}, {u"NUMBER", {DataType::Double}},
-    {u"DATETIME", {DataType::Date}}, {u"DATE", {DataType::Date}}, {u"TIME", {DataType::Date}}, {u"TIMESTAMP", {DataType::Date}},
-    {u"BINARY", {DataType::Binary}}, {u"VARBINARY", {DataType::Binary}},
-    {u"TEXT", {DataType::Text}}, {u"CHAR", {DataType::Text}}, {u"CHARACTER", {DataType::Text}}, {u"VARCHAR", {DataType::Text}},
-    {u"STRING", {DataType::Text}}, {u"ALPHANUMERIC", {DataType::Text}}, {u"NCHAR", {DataType::Text}}, {u"NVARCHAR", {DataType::Text}},
+    {u"BIT", {DataType::Boolean}},
+    {u"BOOLEAN", {DataType::Boolean}},
+    {u"LOGICAL", {DataType::Boolean}},
+    {u"LOGICAL1", {DataType::Boolean}},
+    {u"YESNO", {DataType::Boolean}},
+    {u"BYTE", {DataType::Byte}},
+    {u"TINYINT", {DataType::Byte}},
+    {u"INTEGER1", {DataType::Byte}},
+    {u"SHORT", {DataType::Integer}},
+    {u"SMALLINT", {DataType::Integer}},
+    {u"INTEGER2", {DataType::Integer}},
+    {u"LONG", {DataType::Long}},
+    {u"INT", {DataType::Long}},
+    {u"INTEGER", {DataType::Long}},
+    {u"INTEGER4", {DataType::Long}},
+    {u"COUNTER", {DataType::Long, true}},
+    {u"AUTOINCREMENT", {DataType::Long, true}},
+    {u"IDENTITY", {DataType::Long, true}},
+    {u"CURRENCY", {DataType::Currency}},
+    {u"MONEY", {DataType::Currency}},
+    {u"SINGLE", {DataType::Single}},
+    {u"REAL", {DataType::Single}},
+    {u"FLOAT4", {DataType::Single}},
+    {u"IEEESINGLE", {DataType::Single}},
+    {u"DOUBLE", {DataType::Double}},
+    {u"FLOAT", {DataType::Double}},
+    {u"FLOAT8", {DataType::Double}},
+    {u"IEEEDOUBLE", {DataType::Double}},
+    {u"NUMBER", {DataType::Double}},
+    {u"DATETIME", {DataType::Date}},
+    {u"DATE", {DataType::Date}},
+    {u"TIME", {DataType::Date}},
+    {u"TIMESTAMP", {DataType::Date}},
+    {u"BINARY", {DataType::Binary}},
+    {u"VARBINARY", {DataType::Binary}},
+    {u"TEXT", {DataType::Text}},
+    {u"CHAR", {DataType::Text}},
+    {u"CHARACTER", {DataType::Text}},
+    {u"VARCHAR", {DataType::Text}},
+    {u"STRING", {DataType::Text}},
+    {u"ALPHANUMERIC", {DataType::Text}},
+    {u"NCHAR", {DataType::Text}},
+    {u"NVARCHAR", {DataType::Text}},
     {u"NATIONAL", {DataType::Text}},
-    {u"LONGBINARY", {DataType::LongBinary}}, {u"GENERAL", {DataType::LongBinary}}, {u"OLEOBJECT", {DataType::LongBinary}},
+    {u"LONGBINARY", {DataType::LongBinary}},
+    {u"GENERAL", {DataType::LongBinary}},
+    {u"OLEOBJECT", {DataType::LongBinary}},
     {u"IMAGE", {DataType::LongBinary}},
-    {u"MEMO", {DataType::Memo}}, {u"LONGTEXT", {DataType::Memo}}, {u"LONGCHAR", {DataType::Memo}}, {u"NOTE", {DataType::Memo}},
+    {u"MEMO", {DataType::Memo}},
+    {u"LONGTEXT", {DataType::Memo}},
+    {u"LONGCHAR", {DataType::Memo}},
+    {u"NOTE", {DataType::Memo}},
     {u"NTEXT", {DataType::Memo}},
-    {u"GUID", {DataType::Guid}}, {u"UNIQUEIDENTIFIER", {DataType::Guid}},
-    {u"DECIMAL", {DataType::Decimal}}, {u"NUMERIC", {DataType::Decimal}}, {u"DEC", {DataType::Decimal}},
+    {u"GUID", {DataType::Guid}},
+    {u"UNIQUEIDENTIFIER", {DataType::Guid}},
+    {u"DECIMAL", {DataType::Decimal}},
+    {u"NUMERIC", {DataType::Decimal}},
+    {u"DEC", {DataType::Decimal}},
     {u"VALUE", {DataType::Unknown}},
 };
 
@@ -121,8 +219,10 @@ bool endsExpression(Keyword keyword)
     case Keyword::ALike:
     case Keyword::Between:
     case Keyword::In:
-    case Keyword::Is: return true;
-    default: return false;
+    case Keyword::Is:
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -133,8 +233,10 @@ bool endsTableName(Keyword keyword)
     case Keyword::Right:
     case Keyword::Outer:
     case Keyword::Set:
-    case Keyword::Values: return true;
-    default: return endsExpression(keyword);
+    case Keyword::Values:
+        return true;
+    default:
+        return endsExpression(keyword);
     }
 }
 

@@ -13,17 +13,24 @@ const QString errorSource = u"DAO.Database"_s;
 
 } // namespace
 
-Parser::DepthGuard::DepthGuard(Parser &parser) : m_parser(parser)
+Parser::DepthGuard::DepthGuard(Parser &parser)
+    : m_parser(parser)
 {
     if (m_parser.m_depth >= MaxNesting)
         m_parser.fail(error::TooComplex);
     ++m_parser.m_depth;
 }
 
-Parser::Parser(const QString &text) : m_text(text), m_tokens(tokenize(m_text)) {}
+Parser::Parser(const QString &text)
+    : m_text(text)
+    , m_tokens(tokenize(m_text))
+{
+}
 
 Parser::Parser(const QString &text, QList<Token> tokens, int depth)
-    : m_text(text), m_tokens(std::move(tokens)), m_depth(depth)
+    : m_text(text)
+    , m_tokens(std::move(tokens))
+    , m_depth(depth)
 {
 }
 
@@ -187,10 +194,17 @@ void Parser::failFaulty() const
 {
     const auto refuse = [this](const QString &what) { failExpression(what); };
     switch (current().fault) {
-    case Fault::Text: refuse(u"Syntax error in string"_s); break;
-    case Fault::Date: refuse(u"Syntax error in date"_s); break;
-    case Fault::Number: refuse(u"Syntax error in number"_s); break;
-    case Fault::Bracket: fail(error::InvalidBracketing, {textOf(current().range).first(1)});
+    case Fault::Text:
+        refuse(u"Syntax error in string"_s);
+        break;
+    case Fault::Date:
+        refuse(u"Syntax error in date"_s);
+        break;
+    case Fault::Number:
+        refuse(u"Syntax error in number"_s);
+        break;
+    case Fault::Bracket:
+        fail(error::InvalidBracketing, {textOf(current().range).first(1)});
     case Fault::Comment:
         try {
             refuse(u"Syntax error (missing operator)"_s);
@@ -199,7 +213,9 @@ void Parser::failFaulty() const
             throw;
         }
         break;
-    default: refuse(u"Syntax error (missing operator)"_s); break;
+    default:
+        refuse(u"Syntax error (missing operator)"_s);
+        break;
     }
     Q_UNREACHABLE();
 }

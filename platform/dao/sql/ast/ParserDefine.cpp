@@ -87,7 +87,8 @@ FieldDefinition Parser::parseFieldDefinition()
 
 void Parser::parseFieldType(FieldDefinition &field)
 {
-    const std::optional<TypeName> type = current().kind == Token::Kind::Word ? typeNameOf(current().text) : std::nullopt;
+    const std::optional<TypeName> type =
+        current().kind == Token::Kind::Word ? typeNameOf(current().text) : std::nullopt;
     if (!type || type->type == DataType::Unknown)
         fail(error::SyntaxInFieldDefinition);
     take();
@@ -251,8 +252,8 @@ CreateIndex Parser::parseCreateIndex(bool unique)
     return create;
 }
 
-// VIEW name [(column, ...)] AS query, PROCEDURE name [(parameter type, ...)] AS statement. The text behind AS is kept as the
-// stored query, with the parameters as its PARAMETERS clause.
+// VIEW name [(column, ...)] AS query, PROCEDURE name [(parameter type, ...)] AS statement. The text behind AS is kept
+// as the stored query, with the parameters as its PARAMETERS clause.
 CreateQuery Parser::parseCreateQuery()
 {
     take();

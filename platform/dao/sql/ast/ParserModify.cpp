@@ -36,7 +36,8 @@ ParameterDeclaration Parser::parseParameter()
         declaration.name.name += take().text;
     }
     declaration.name.range = since(first);
-    const std::optional<TypeName> type = current().kind == Token::Kind::Word ? typeNameOf(current().text) : std::nullopt;
+    const std::optional<TypeName> type =
+        current().kind == Token::Kind::Word ? typeNameOf(current().text) : std::nullopt;
     if (!type)
         fail(error::SyntaxInParameter);
     take();

@@ -6,14 +6,16 @@
 namespace dao::sql::ast {
 
 /// A name with its place.
-struct NameAt {
+struct NameAt
+{
     QString name;
     Range range;
 };
 
 // ---- queries ----------------------------------------------------------------------------------------------------
 
-struct SelectItem {
+struct SelectItem
+{
     ExprPtr expr;          ///< null for a star
     QString alias;         ///< empty when there is none
     QString starQualifier; ///< t of "t.*"
@@ -21,7 +23,8 @@ struct SelectItem {
     bool isStar() const { return !expr; }
 };
 
-struct OrderItem {
+struct OrderItem
+{
     ExprPtr expr;
     bool descending = false;
 };
@@ -31,33 +34,39 @@ enum class JoinKind { Inner, Left, Right };
 struct TableRef;
 using TableRefPtr = std::unique_ptr<TableRef>;
 
-struct NamedTable {
+struct NamedTable
+{
     QString name;
 };
-struct DerivedTable {
+struct DerivedTable
+{
     QueryPtr query;
 };
-struct Join {
+struct Join
+{
     JoinKind kind;
     TableRefPtr left;
     TableRefPtr right;
     ExprPtr on;
 };
 
-struct TableRef {
+struct TableRef
+{
     Range range;
     QString alias; ///< empty when there is none
     std::variant<NamedTable, DerivedTable, Join> node;
 };
 
-struct Top {
+struct Top
+{
     double count = 0;
     bool percent = false;
 };
 
 enum class Duplicates { Keep, Distinct, DistinctRow };
 
-struct Select {
+struct Select
+{
     Range range;
     Duplicates duplicates = Duplicates::Keep;
     std::optional<Top> top;
@@ -71,14 +80,16 @@ struct Select {
 };
 
 /// One part of a union: a select, a query in parentheses, or TABLE name.
-struct QueryPart {
+struct QueryPart
+{
     std::unique_ptr<Select> select;
     QueryPtr nested;
     std::optional<NameAt> table;
     bool all = false; ///< joined to what stands before it by UNION ALL
 };
 
-struct Query {
+struct Query
+{
     Range range;
     std::vector<QueryPart> parts;
     std::vector<OrderItem> orderBy; ///< of a union; a single select has its own
@@ -87,7 +98,8 @@ struct Query {
     const Select *singleSelect() const { return isUnion() ? nullptr : parts.front().select.get(); }
 };
 
-struct Transform {
+struct Transform
+{
     ExprPtr value;
     QString valueAlias;
     Select select;
@@ -97,25 +109,29 @@ struct Transform {
 
 // ---- statements that change rows --------------------------------------------------------------------------------
 
-struct Insert {
+struct Insert
+{
     NameAt table;
     std::vector<NameAt> columns; ///< empty: none written
     std::vector<ExprPtr> values;
     QueryPtr query; ///< null: VALUES
 };
 
-struct Assignment {
+struct Assignment
+{
     ExprPtr target; ///< always a Name
     ExprPtr value;
 };
 
-struct Update {
+struct Update
+{
     std::vector<TableRefPtr> from;
     std::vector<Assignment> assignments;
     ExprPtr where;
 };
 
-struct Delete {
+struct Delete
+{
     std::vector<SelectItem> items; ///< what stands between DELETE and FROM
     std::vector<TableRefPtr> from;
     ExprPtr where;
@@ -123,7 +139,8 @@ struct Delete {
 
 // ---- definitions ------------------------------------------------------------------------------------------------
 
-struct Constraint {
+struct Constraint
+{
     enum class Kind { PrimaryKey, Unique, NotNull, ForeignKey, Check };
     Kind kind = Kind::Unique;
     QString name;
@@ -136,7 +153,8 @@ struct Constraint {
     Range range;
 };
 
-struct FieldDefinition {
+struct FieldDefinition
+{
     NameAt name;
     TypeName type;
     int size = 0;
@@ -145,26 +163,45 @@ struct FieldDefinition {
     std::vector<Constraint> constraints;
 };
 
-struct CreateTable {
+struct CreateTable
+{
     NameAt table;
     std::vector<FieldDefinition> fields;
     std::vector<Constraint> constraints;
 };
 
-struct AlterTable {
-    struct AddField { FieldDefinition field; };
-    struct AlterField { FieldDefinition field; };
-    struct DropField { NameAt field; };
-    struct DropConstraint { NameAt constraint; };
+struct AlterTable
+{
+    struct AddField
+    {
+        FieldDefinition field;
+    };
+    struct AlterField
+    {
+        FieldDefinition field;
+    };
+    struct DropField
+    {
+        NameAt field;
+    };
+    struct DropConstraint
+    {
+        NameAt constraint;
+    };
 
     NameAt table;
     std::variant<AddField, AlterField, DropField, Constraint, DropConstraint> change;
 };
 
-struct CreateIndex {
+struct CreateIndex
+{
     NameAt index;
     NameAt table;
-    struct Field { NameAt name; bool descending = false; };
+    struct Field
+    {
+        NameAt name;
+        bool descending = false;
+    };
     std::vector<Field> fields;
     bool unique = false;
     bool primary = false;
@@ -172,37 +209,44 @@ struct CreateIndex {
     bool ignoreNull = false;
 };
 
-struct DropTable {
+struct DropTable
+{
     NameAt table;
 };
-struct DropIndex {
+struct DropIndex
+{
     NameAt index;
     NameAt table;
 };
 /// A view, or a procedure, which is a stored query of any kind.
-struct CreateQuery {
+struct CreateQuery
+{
     NameAt query;
     QString sql; ///< its own text
 };
-struct DropQuery {
+struct DropQuery
+{
     NameAt query;
 };
 
-struct Execute {
+struct Execute
+{
     NameAt query;
     std::vector<ExprPtr> arguments;
 };
 
-struct ParameterDeclaration {
+struct ParameterDeclaration
+{
     NameAt name;
     DataType type = DataType::Text;
     bool variant = false; ///< declared as VALUE
 };
 
-struct Statement {
+struct Statement
+{
     std::vector<ParameterDeclaration> parameters;
-    std::variant<QueryPtr, Transform, Insert, Update, Delete, CreateTable, AlterTable, CreateIndex, DropTable, DropIndex,
-                 CreateQuery, DropQuery, Execute>
+    std::variant<QueryPtr, Transform, Insert, Update, Delete, CreateTable, AlterTable, CreateIndex, DropTable,
+                 DropIndex, CreateQuery, DropQuery, Execute>
         node;
 };
 

@@ -7,7 +7,8 @@
 namespace dao::sql::ast {
 
 /// A place in the text, in UTF-16 units.
-struct Range {
+struct Range
+{
     int start = 0;
     int length = 0;
     int end() const { return start + length; }
@@ -16,14 +17,33 @@ struct Range {
 };
 
 enum class Symbol {
-    None, Dot, Bang, Comma, LeftParen, RightParen, Semicolon, Plus, Minus, Star, Slash, Backslash, Caret, Ampersand,
-    Equal, NotEqual, Less, Greater, LessEqual, GreaterEqual
+    None,
+    Dot,
+    Bang,
+    Comma,
+    LeftParen,
+    RightParen,
+    Semicolon,
+    Plus,
+    Minus,
+    Star,
+    Slash,
+    Backslash,
+    Caret,
+    Ampersand,
+    Equal,
+    NotEqual,
+    Less,
+    Greater,
+    LessEqual,
+    GreaterEqual
 };
 
 /// What is wrong with a piece of text that is no token.
 enum class Fault { None, Text, Date, Bracket, Character, Comment, Number };
 
-struct Token {
+struct Token
+{
     enum class Kind { End, Word, Quoted, Text, Number, Date, Symbol, Faulty };
 
     Kind kind = Kind::End;
@@ -40,8 +60,8 @@ struct Token {
     bool isName() const { return kind == Kind::Word || kind == Kind::Quoted; }
 };
 
-/// Cuts a text into tokens. Text that is no token becomes a Faulty token, which the parser reports when it comes there; the
-/// last token is End.
+/// Cuts a text into tokens. Text that is no token becomes a Faulty token, which the parser reports when it comes there;
+/// the last token is End.
 QList<Token> tokenize(QStringView text);
 
 } // namespace dao::sql::ast

@@ -297,8 +297,8 @@ struct Query
     }
 };
 
-/// A cross table: one row for each group of the row heads, one column for each value of the pivot. With fixed headings the
-/// select has all of its columns; else only the row heads, and `cell` is what stands under every heading.
+/// A cross table: one row for each group of the row heads, one column for each value of the pivot. With fixed headings
+/// the select has all of its columns; else only the row heads, and `cell` is what stands under every heading.
 struct Transform
 {
     std::shared_ptr<Select> select;

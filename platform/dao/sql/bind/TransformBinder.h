@@ -7,7 +7,10 @@ namespace dao::sql::bound {
 class TransformBinder
 {
 public:
-    explicit TransformBinder(BindContext &context) : m_context(context) {}
+    explicit TransformBinder(BindContext &context)
+        : m_context(context)
+    {
+    }
 
     Transform bind(const ast::Transform &node);
 

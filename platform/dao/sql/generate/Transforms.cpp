@@ -40,11 +40,12 @@ SelectPlan Generator::transform(const Transform &transform)
     values.where = select.where;
     const QString pivot = sortable(*transform.pivot);
     const QString cell = u"_p"_s;
-    const QString function = transform.pivot->type == DataType::Date ? u"as_text_date"_s
-        : transform.pivot->type == DataType::Single                  ? u"as_text_single"_s
-                                                                     : u"as_text"_s;
+    const QString function = transform.pivot->type == DataType::Date     ? u"as_text_date"_s
+                             : transform.pivot->type == DataType::Single ? u"as_text_single"_s
+                                                                         : u"as_text"_s;
     crosstab.valuesSql = u"SELECT coalesce("_s + call(function, cell).text + u", '<>'), quote("_s + cell +
-        u") FROM (SELECT DISTINCT "_s + pivot + u" AS "_s + cell + tail(values) + u") ORDER BY "_s + cell;
+                         u") FROM (SELECT DISTINCT "_s + pivot + u" AS "_s + cell + tail(values) + u") ORDER BY "_s +
+                         cell;
     plan.crosstab = crosstab;
     return plan;
 }

@@ -67,7 +67,8 @@ TEST_F(RebuildTest, WhatCannotBeFilledChangesNothing)
 
 TEST_F(RebuildTest, RelationsStayAndWhatTheyNeed)
 {
-    database.createTable(table(u"entries"_s, {field(u"site"_s, DataType::Text, 50), field(u"num"_s, DataType::Integer)}));
+    database.createTable(
+        table(u"entries"_s, {field(u"site"_s, DataType::Text, 50), field(u"num"_s, DataType::Integer)}));
     RelationInfo both{u"rel"_s, u"plans"_s, u"entries"_s, 0x1100, {{u"site"_s, u"site"_s}, {u"num"_s, u"num"_s}}};
     database.createRelation(both);
     append(u"entries"_s, {{u"site"_s, text(u"S"_s)}, {u"num"_s, number(1)}});
@@ -85,12 +86,13 @@ TEST_F(RebuildTest, RelationsStayAndWhatTheyNeed)
 TEST_F(RebuildTest, LoadedRowsStayAsTheyAreAndSurviveARebuild)
 {
     workspace.beginTrans();
-    TableLoad load(database,
-                   table(u"marks"_s,
-                         {field(u"id"_s, DataType::Long, 0, "A"), field(u"pcnt"_s, DataType::Integer, 0, "", u"<= 100"_s),
-                          field(u"who"_s, DataType::Text, 10, "R")},
-                         {index(u"key"_s, {u"id"_s}, true), index(u"who"_s, {u"who"_s})}),
-                   {u"who"_s});
+    TableLoad load(
+        database,
+        table(u"marks"_s,
+              {field(u"id"_s, DataType::Long, 0, "A"), field(u"pcnt"_s, DataType::Integer, 0, "", u"<= 100"_s),
+               field(u"who"_s, DataType::Text, 10, "R")},
+              {index(u"key"_s, {u"id"_s}, true), index(u"who"_s, {u"who"_s})}),
+        {u"who"_s});
     load.append({number(5), Value::fromShort(200), text(u"a"_s)});
     load.append({number(3), Value::fromShort(7), Value::null()});
     load.setLastAutoNumber(40);
@@ -119,9 +121,9 @@ TEST_F(RebuildTest, LoadingTellsWhatIsInTheWay)
         }
         return QString();
     };
-    const TableInfo marks = table(u"marks"_s,
-                                  {field(u"id"_s, DataType::Long, 0, "A"), field(u"who"_s, DataType::Text, 10, "R")},
-                                  {index(u"unique"_s, {u"who"_s}, false, true)});
+    const TableInfo marks =
+        table(u"marks"_s, {field(u"id"_s, DataType::Long, 0, "A"), field(u"who"_s, DataType::Text, 10, "R")},
+              {index(u"unique"_s, {u"who"_s}, false, true)});
     workspace.beginTrans();
     TableLoad load(database, marks);
     load.append({number(1), text(u"a"_s)});
