@@ -18,6 +18,8 @@
 #include <tarnwick/gui/BoxPrompts.h>
 
 #include <QCloseEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QSplitter>
@@ -130,6 +132,10 @@ void DBase::makeCentre()
                             u"\"File | Recent Projects\"."_s);
     hint->setObjectName(u"noProject"_s);
     hint->setAlignment(Qt::AlignCenter);
+    // The whole centre is disabled without a project; what to do about it must be read all the same.
+    QPalette readable = hint->palette();
+    readable.setColor(QPalette::Disabled, QPalette::WindowText, readable.color(QPalette::Active, QPalette::WindowText));
+    hint->setPalette(readable);
     m_centre = new QStackedWidget;
     m_centre->addWidget(m_map);
     m_centre->addWidget(hint);
@@ -150,6 +156,7 @@ void DBase::connectMap()
     connect(m_map, &TubesheetMap::hovered, this, &DBase::showTube);
     connect(m_map, &TubesheetMap::viewChanged, this, &DBase::refreshViewCommands);
     connect(m_map, &TubesheetMap::contextMenuRequested, this, &DBase::showMapMenu);
+    m_map->installEventFilter(this);
     m_map->setTipText([this](int tube) { return tipLines(tube); });
     m_session->undo().captureExtras = [this] {
         return plans::MapExtras{m_map->xOrientation(), m_map->yOrientation(), {}};
@@ -185,6 +192,7 @@ void DBase::connectBars()
             m_commands->updateMap();
     });
     connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
+    connect(m_viewBar, &ViewBar::findLeft, m_map, qOverload<>(&QWidget::setFocus));
     connect(m_viewBar, &ViewBar::changesWanted, this, [this] {
         const plans::UndoStack &changes = m_session->undo().stack();
         m_viewBar->setChanges(changes.labels(), changes.position());
@@ -231,8 +239,20 @@ bool DBase::addQueryFile(const QString &machinePath)
     return plans::addFillOfQuery(*this, document);
 }
 
+bool DBase::eventFilter(QObject *watched, QEvent *event)
+{
+    // Esc while something is dragged on the map ends the drag and not the window's usual view.
+    if (watched == m_map && event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape && QGuiApplication::mouseButtons() != Qt::NoButton)
+        event->accept();
+    return QMainWindow::eventFilter(watched, event);
+}
+
 void DBase::closeEvent(QCloseEvent *event)
 {
+    // The next start begins with the panels, as they stood beside the map.
+    if (m_isFullScreen)
+        toggleFullScreen();
     m_session->closeDatabase();
     event->accept();
 }

@@ -2,6 +2,7 @@
 
 #include "LineIcon.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QToolButton>
@@ -82,8 +83,21 @@ void ViewBar::addFind()
     m_find->setClearButtonEnabled(true);
     m_find->addAction(lineIcon(Picture::FindTube), QLineEdit::LeadingPosition);
     m_find->setFixedWidth(fontMetrics().averageCharWidth() * 24);
+    m_find->installEventFilter(this);
     connect(m_find, &QLineEdit::returnPressed, this, [this] { Q_EMIT findRequested(m_find->text()); });
     addWidget(m_find);
+}
+
+bool ViewBar::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isKey = event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
+    if (watched != m_find || !isKey || static_cast<QKeyEvent *>(event)->key() != Qt::Key_Escape)
+        return QToolBar::eventFilter(watched, event);
+    // Esc in the field must not reach the window, where it means the full screen.
+    event->accept();
+    if (event->type() == QEvent::KeyPress)
+        Q_EMIT findLeft();
+    return true;
 }
 
 void ViewBar::focusFind()

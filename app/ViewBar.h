@@ -22,8 +22,13 @@ Q_SIGNALS:
     /// The menu beside Undo is about to open: time for setChanges().
     void changesWanted();
     void findRequested(const QString &address);
+    /// Esc in the field: back to the map.
+    void findLeft();
     /// As many changes are to stand.
     void changesRequested(int position);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void addUndo(CommandActions &actions);

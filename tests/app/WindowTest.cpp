@@ -294,6 +294,11 @@ TEST_F(WindowTest, FindsATubeByItsAddress)
     field->setText(u"999 999"_s);
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_EQ(said.lastStatus(), u"There is no tube \"999 999\"."_s);
+    showActive();
+    field->setFocus();
+    QTest::keyClick(field, Qt::Key_Escape);
+    EXPECT_TRUE(window.menuBar()->isVisible());
+    EXPECT_TRUE(window.map().hasFocus());
     EXPECT_EQ(window.steamGen().selection(), QList<qint32>{7});
 }
 
