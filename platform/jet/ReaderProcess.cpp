@@ -11,10 +11,9 @@ using namespace Qt::StringLiterals;
 namespace jet {
 namespace {
 
-constexpr int kAskEvery = 100;          // milliseconds
-constexpr int kStartTime = 10'000;      // milliseconds
-constexpr int kEndTime = 5'000;         // milliseconds
-constexpr qsizetype kMostErrors = 4096; // bytes of the child's error stream that are kept
+constexpr int kAskEvery = 100;     // milliseconds
+constexpr int kStartTime = 10'000; // milliseconds
+constexpr int kEndTime = 5'000;    // milliseconds
 constexpr qsizetype kCompactAt = 1 << 20;
 // A frame holds a row, and a row no more than its file: as text twice that, with room for schema and heads.
 constexpr quint64 kFrameRoom = 16 * 1024 * 1024;
@@ -42,6 +41,9 @@ ReaderProcess::ReaderProcess(const QString &path, const ReadOptions &options, bo
         arguments.append(u"--schema"_s);
     arguments.append(QFileInfo(path).absoluteFilePath());
     m_process.setStandardInputFile(QProcess::nullDevice());
+    // Nothing there is for users, and waiting for the other stream does not end while this one is printed to without
+    // end.
+    m_process.setStandardErrorFile(QProcess::nullDevice());
     m_process.start(program, arguments, QIODevice::ReadOnly);
     if (!m_process.waitForStarted(kStartTime))
         throw errorFor(path, JetError::Reason::ReaderMissing, program);
@@ -64,14 +66,6 @@ void ReaderProcess::checkCancelled()
         throw JetCancelled();
 }
 
-// What the child prints there is for a developer; an endless print must not fill this process's memory.
-void ReaderProcess::drainErrors()
-{
-    const QByteArray more = m_process.readAllStandardError();
-    if (m_errors.size() < kMostErrors)
-        m_errors.append(more.left(kMostErrors - m_errors.size()));
-}
-
 bool ReaderProcess::readMore()
 {
     QElapsedTimer waiting;
@@ -80,7 +74,6 @@ bool ReaderProcess::readMore()
         checkCancelled();
         const bool running = m_process.state() != QProcess::NotRunning;
         const bool ready = running && m_process.waitForReadyRead(kAskEvery);
-        drainErrors();
         if (!ready && !running && m_process.bytesAvailable() == 0)
             return false;
         if (waiting.elapsed() > qint64(m_patience) * 1000)
@@ -141,8 +134,7 @@ JetError ReaderProcess::endedEarly() const
 
 JetError ReaderProcess::failure(const QString &detail) const
 {
-    const QString line = QString::fromLocal8Bit(m_errors.left(m_errors.indexOf('\n'))).trimmed();
-    return errorFor(m_path, JetError::Reason::ReaderFailed, line.isEmpty() ? detail : detail + u": "_s + line);
+    return errorFor(m_path, JetError::Reason::ReaderFailed, detail);
 }
 
 } // namespace jet

@@ -35,7 +35,6 @@ public:
 private:
     std::span<const uchar> take(size_t length);
     bool readMore();
-    void drainErrors();
     JetError endedEarly() const;
 
     QString m_path;
@@ -46,7 +45,6 @@ private:
     QProcess m_process;
     QByteArray m_buffer;
     qsizetype m_used = 0;
-    QByteArray m_errors;
 };
 
 } // namespace jet
