@@ -113,7 +113,7 @@ TEST_F(RebuildTest, LoadedRowsStayAsTheyAreAndSurviveARebuild)
 
 TEST_F(RebuildTest, LoadingTellsWhatIsInTheWay)
 {
-    const auto objectOf = [](const auto &action) {
+    const auto objectOf = [](const auto &action) -> QString {
         try {
             action();
         } catch (const LoadError &error) {
