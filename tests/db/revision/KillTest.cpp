@@ -73,8 +73,9 @@ protected:
                 break;
             const bool isOld = isOldFile(before);
             sawOld = sawOld || isOld;
-            if (!isOld)
+            if (!isOld) {
                 EXPECT_EQ(folder.read(u"arvo/project._db"_s), before);
+            }
             EXPECT_TRUE(connect({Answer::Yes})) << "what is there can be connected";
             EXPECT_EQ(errors(), QStringList());
             session.close();
