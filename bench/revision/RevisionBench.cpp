@@ -102,8 +102,9 @@ void copyTable(benchmark::State &state, int shapes, const char *table)
         sqlite3 *db = nullptr;
         sqlite3_open(shop.path().toUtf8().constData(), &db);
         const QByteArray name(table);
-        for (const QByteArray &sql : {QByteArray("PRAGMA cache_size = -65536"), QByteArray("BEGIN"),
-                                      QByteArray("CREATE TABLE copy_of_it AS SELECT * FROM " + name), QByteArray("COMMIT")})
+        for (const QByteArray &sql :
+             {QByteArray("PRAGMA cache_size = -65536"), QByteArray("BEGIN"),
+              QByteArray("CREATE TABLE copy_of_it AS SELECT * FROM " + name), QByteArray("COMMIT")})
             if (sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
                 throw std::runtime_error(sqlite3_errmsg(db));
         sqlite3_close(db);
