@@ -36,7 +36,7 @@ int runUpload(const Arguments &arguments)
         const results::UploadSummary summary = upload.uploadCurrent(files, report);
         const QString name = QFileInfo(paths[i]).fileName();
         print(name + u": "_s + target.console().lastStatus() + u'\n');
-        if (summary.skipped > 0 || summary.failed > 0 || summary.replaced > 0)
+        if (summary.completed && (summary.skipped > 0 || summary.failed > 0 || summary.replaced > 0))
             print(u"%1: %2 read, %3 stored, %4 skipped, %5 failed, %6 old rows replaced\n"_s.arg(name)
                       .arg(summary.read)
                       .arg(summary.stored)
