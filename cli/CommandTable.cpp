@@ -48,6 +48,11 @@ constexpr OptionSpec kSqlOptions[] = {
     {u"file", u"F", u"run the statements of a file, each ended by a semicolon at the end of a line"},
     kDatabase};
 
+constexpr OptionSpec kSchemaOptions[] = {
+    {u"format", u"FORM", u"text (the default) or json"}, {u"all", nullptr, u"system and hidden tables too"}, kDatabase};
+
+constexpr OptionSpec kExplainOptions[] = {{u"format", u"FORM", u"text (the default) or json"}, kDatabase};
+
 constexpr OptionSpec kMapOptions[] = {
     {u"query", u"FILE.qry", u"mark the tubes of this query; may be repeated, later ones show over earlier ones", true},
     {u"param", u"NAME=VALUE", u"the value of a query's parameter; may be repeated", true},
@@ -78,8 +83,16 @@ constexpr Command kCommands[] = {
     {u"sql", u"DIR STATEMENT [options]", u"run Access SQL and print the rows",
      u"DIR is a project folder or a database file. Rows go to the standard output, for a statement without rows the "
      u"number "
-     u"of rows affected. A parameter without a value is an error. With --file all statements run in one transaction.",
+     u"of rows affected. A parameter without a value is an error. With --file all statements run in one transaction; "
+     u"json then gives one "
+     u"object a statement.",
      kSqlOptions, runSql},
+    {u"schema", u"DIR [NAME] [options]", u"list tables, fields, indexes, relations and stored queries",
+     u"With NAME only that table or stored query, and the relations of the table.", kSchemaOptions, runSchema},
+    {u"explain", u"DIR STATEMENT [options]", u"show what the engine makes of a statement, without running it",
+     u"Parameters with their types, columns with their sources, whether rows can be changed or why not, the statements "
+     u"that the inner engine is given, and the indexes that it uses for them.",
+     kExplainOptions, runExplain},
     {u"map", u"DIR [--query FILE.qry]... --out FILE [options]", u"paint the tubesheet with the tubes of queries marked",
      u"Prints the legend: symbol, type, description, tubes and hits of each entry.", kMapOptions, runMap},
     {u"help", u"[COMMAND]", u"explain the commands", u"", {}, runHelp},

@@ -1,5 +1,6 @@
 #include "SqlOutput.h"
 
+#include "ColumnPrinter.h"
 #include "Console.h"
 
 #include <dao/values/OleDate.h>
@@ -25,20 +26,18 @@ QString dateText(double days, QStringView form)
     return moment.toString(form);
 }
 
-/// Text padded to columns: widths are those of the first rows, which are held back until they are known.
 class TableWriter : public RowWriter
 {
 public:
     void begin(const dao::Recordset &rows) override
     {
-        m_numeric.clear();
         QStringList titles;
+        QList<bool> numeric;
         for (int i = 0; i < rows.fieldCount(); ++i) {
             titles.append(rows.field(i).name);
-            m_numeric.append(dao::isNumericType(rows.field(i).type));
+            numeric.append(dao::isNumericType(rows.field(i).type));
         }
-        m_held = {titles};
-        m_rows = 0;
+        m_printer.emplace(titles, numeric);
     }
 
     void row(const dao::Recordset &rows) override
@@ -47,63 +46,20 @@ public:
         cells.reserve(rows.fieldCount());
         for (int i = 0; i < rows.fieldCount(); ++i)
             cells.append(plainText(rows.value(i)));
-        ++m_rows;
-        if (m_rows > kRowsHeld)
-            printCells(cells);
-        else
-            m_held.append(cells);
-        if (m_rows == kRowsHeld)
-            release();
+        m_printer->row(cells);
     }
 
     void end() override
     {
-        release();
-        print(u"(%1 row%2)\n"_s.arg(m_rows).arg(m_rows == 1 ? u""_s : u"s"_s));
+        m_printer->end();
+        const qint64 rows = m_printer->rows();
+        print(u"(%1 row%2)\n"_s.arg(rows).arg(rows == 1 ? u""_s : u"s"_s));
     }
 
     void affected(int count) override { print(u"%1 row%2 affected\n"_s.arg(count).arg(count == 1 ? u""_s : u"s"_s)); }
 
 private:
-    static constexpr int kRowsHeld = 1000;
-
-    void release()
-    {
-        if (m_held.isEmpty())
-            return;
-        m_widths = QList<qsizetype>(m_numeric.size(), 0);
-        for (const QStringList &cells : std::as_const(m_held))
-            for (qsizetype i = 0; i < cells.size(); ++i)
-                m_widths[i] = std::max(m_widths[i], cells[i].size());
-        printCells(m_held.first());
-        QStringList rules;
-        for (const qsizetype width : std::as_const(m_widths))
-            rules.append(QString(width, u'-'));
-        print(rules.join(u"  "_s) + u'\n');
-        for (qsizetype i = 1; i < m_held.size(); ++i)
-            printCells(m_held[i]);
-        m_held.clear();
-    }
-
-    void printCells(const QStringList &cells)
-    {
-        QString line;
-        for (qsizetype i = 0; i < cells.size(); ++i) {
-            QString cell = cells[i];
-            // A line end inside a text would break the table.
-            cell.replace(u'\n', u' ').remove(u'\r');
-            const bool last = i + 1 == cells.size();
-            line += m_numeric[i] ? cell.rightJustified(m_widths[i]) : last ? cell : cell.leftJustified(m_widths[i]);
-            if (!last)
-                line += u"  "_s;
-        }
-        print(line + u'\n');
-    }
-
-    QList<bool> m_numeric;
-    QList<QStringList> m_held;
-    QList<qsizetype> m_widths;
-    qint64 m_rows = 0;
+    std::optional<ColumnPrinter> m_printer;
 };
 
 class CsvWriter : public RowWriter

@@ -161,6 +161,29 @@ TEST_F(EndToEnd, StatementsChangeRowsAndCanTakeParameters)
     EXPECT_EQ(json({u"SELECT COUNT(*) FROM tube_sets"_s})[u"rows"][0][0].toInt(), 1);
 }
 
+TEST_F(EndToEnd, SchemaAndExplanation)
+{
+    const QString database = s_folder->filePath(u"schema.mdb"_s);
+    s_cli->mustRun({u"create"_s, database});
+    const QJsonObject schema = s_cli->mustRun({u"schema"_s, database, u"--format"_s, u"json"_s}).json();
+    const QJsonArray tables = schema[u"tables"].toArray();
+    const auto report = std::find_if(tables.begin(), tables.end(),
+                                     [](const QJsonValue &table) { return table[u"name"].toString() == u"report"_s; });
+    ASSERT_NE(report, tables.end());
+    EXPECT_EQ((*report)[u"fields"].toArray().size(), 43);
+    EXPECT_EQ((*report)[u"indexes"].toArray().size(), 11);
+    EXPECT_FALSE(schema[u"relations"].toArray().isEmpty());
+    EXPECT_TRUE(s_cli->mustRun({u"schema"_s, database, u"report"_s}).output.contains(u">= 0 and <= 999"_s));
+    EXPECT_EQ(s_cli->run({u"schema"_s, database, u"nowhere"_s}).status, 1);
+
+    const QString statement = u"SELECT cal_num FROM report WHERE defect = [code]"_s;
+    const CliResult text = s_cli->mustRun({u"explain"_s, database, statement});
+    for (const QString &part : {u"Rows can be changed: yes"_s, u"code"_s, u"report.cal_num"_s, u"SEARCH"_s})
+        EXPECT_TRUE(text.output.contains(part)) << qPrintable(part + u'\n' + text.output);
+    const QJsonObject told = s_cli->mustRun({u"explain"_s, database, statement, u"--format"_s, u"json"_s}).json();
+    EXPECT_EQ(told[u"parameters"][0][u"type"].toString(), u"Text"_s);
+}
+
 TEST_F(EndToEnd, WrongUsageIsStatusTwo)
 {
     for (const QStringList &arguments : {QStringList{},

@@ -1,0 +1,69 @@
+#include "Fixture.h"
+
+#include <dao/Explain.h>
+
+using namespace dao;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class ExplainTest : public StoreTest
+{
+protected:
+    ExplainTest()
+    {
+        TableInfo tubes =
+            build::table(u"tubes"_s,
+                         {build::field(u"id"_s, DataType::Long, 4, "RA"), build::field(u"name"_s, DataType::Text, 20),
+                          build::field(u"row"_s, DataType::Integer)},
+                         {build::index(u"pk"_s, {u"id"_s}, true, true), build::index(u"by_name"_s, {u"name"_s})});
+        database.createTable(tubes);
+        append(u"tubes"_s, {{u"name"_s, text(u"a"_s)}, {u"row"_s, number(1)}});
+    }
+
+    QString plansOf(const QString &sql)
+    {
+        QStringList lines;
+        for (const Explanation::Step &step : explain(database, sql).steps)
+            lines.append(step.plan);
+        return lines.join(u'\n');
+    }
+};
+
+} // namespace
+
+TEST_F(ExplainTest, TellsParametersColumnsAndPlan)
+{
+    const Explanation told = explain(database, u"SELECT name, row + 1 AS next FROM tubes AS t WHERE row = [Which]"_s);
+    EXPECT_EQ(told.kind, u"SELECT"_s);
+    ASSERT_EQ(told.parameters.size(), 1);
+    EXPECT_EQ(told.parameters[0].name, u"Which"_s);
+    EXPECT_EQ(told.parameters[0].type, DataType::Integer);
+    ASSERT_EQ(told.columns.size(), 2);
+    EXPECT_EQ(told.columns[0].info.sourceTable, u"tubes"_s);
+    EXPECT_TRUE(told.columns[0].updatable);
+    EXPECT_FALSE(told.columns[1].updatable);
+    EXPECT_EQ(told.whyNot, sql::NotUpdatable::No);
+    EXPECT_EQ(explain(database, u"SELECT DISTINCT name FROM tubes"_s).whyNot, sql::NotUpdatable::Distinct);
+}
+
+TEST_F(ExplainTest, IndexedTextIsFoundByItsIndex)
+{
+    for (const QString &condition : {u"name = 'A'"_s, u"name LIKE 'D*'"_s, u"name IN ('a', 'b')"_s})
+        EXPECT_TRUE(plansOf(u"SELECT * FROM tubes WHERE "_s + condition).contains(u"by_name"_s))
+            << qPrintable(condition + u'\n' + plansOf(u"SELECT * FROM tubes WHERE "_s + condition));
+    EXPECT_FALSE(plansOf(u"SELECT * FROM tubes WHERE name LIKE '*D'"_s).contains(u"SEARCH t"_s));
+}
+
+TEST_F(ExplainTest, RunsNothing)
+{
+    for (const QString &statement :
+         {u"DELETE FROM tubes"_s, u"UPDATE tubes SET row = 9"_s, u"INSERT INTO tubes (name) VALUES ('b')"_s,
+          u"SELECT * INTO copy FROM tubes"_s, u"DROP TABLE tubes"_s, u"CREATE TABLE other (a LONG)"_s,
+          u"TRANSFORM COUNT(*) SELECT row FROM tubes GROUP BY row PIVOT name"_s})
+        EXPECT_FALSE(explain(database, statement).kind.isEmpty()) << qPrintable(statement);
+    EXPECT_EQ(rows(u"SELECT name, row FROM tubes"_s), u"a|1"_s);
+    EXPECT_FALSE(database.hasTable(u"copy"_s));
+    EXPECT_FALSE(database.hasTable(u"other"_s));
+    EXPECT_EQ(numberOf([&] { explain(database, u"DELETE FROM nothing"_s); }), 3078);
+}
