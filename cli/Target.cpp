@@ -59,7 +59,9 @@ bool FlagParameters::confirm(const QString &, QList<query::ParameterEntry> &entr
             entry.source = query::ParameterEntry::Source::SystemMacro; // of this run only, not to be remembered
         }
         if (!entry.hasValue())
-            missing.append(u'[' + entry.name + u']');
+            missing.append(entry.suggestion.isEmpty()
+                               ? u'[' + entry.name + u']'
+                               : u"[%1] (perhaps a slip of %2)"_s.arg(entry.name, entry.suggestion));
     }
     if (missing.isEmpty())
         return true;

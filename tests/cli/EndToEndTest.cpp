@@ -143,6 +143,8 @@ TEST_F(EndToEnd, StatementsChangeRowsAndCanTakeParameters)
     const CliResult unset = s_cli->run({u"sql"_s, database, u"SELECT name FROM tube_sets WHERE name = [which]"_s});
     EXPECT_EQ(unset.status, 1);
     EXPECT_TRUE(unset.error.contains(u"which"_s)) << qPrintable(unset.error);
+    const CliResult slip = s_cli->run({u"sql"_s, database, u"SELECT nmae FROM tube_sets"_s});
+    EXPECT_TRUE(slip.error.contains(u"[nmae] (perhaps a slip of name)"_s)) << qPrintable(slip.error);
 
     // A statement that breaks a rule is refused whole, with the rule's own message.
     const CliResult refused =
