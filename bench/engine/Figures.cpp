@@ -19,8 +19,8 @@ qint64 statusBytes(const QByteArray &name)
         return 0;
     const QList<QByteArray> lines = status.readAll().split('\n');
     for (const QByteArray &line : lines) {
-        if (line.startsWith(name + ':'))
-            return line.mid(name.size() + 1).trimmed().split(' ').first().toLongLong() * kKibibyte;
+        if (line.startsWith(name))
+            return line.mid(name.size()).trimmed().split(' ').first().toLongLong() * kKibibyte;
     }
     return 0;
 }
@@ -57,12 +57,12 @@ qint64 readRow(const dao::Recordset &rows)
 
 qint64 residentBytes()
 {
-    return statusBytes("VmRSS");
+    return statusBytes("VmRSS:");
 }
 
 qint64 peakBytes()
 {
-    return statusBytes("VmHWM");
+    return statusBytes("VmHWM:");
 }
 
 void resetPeak()
