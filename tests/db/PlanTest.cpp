@@ -1,6 +1,5 @@
 #include <dao/DatabaseImpl.h>
-#include <db/StoredQueries.h>
-#include <db/Views.h>
+#include <db/ConnectDatabase.h>
 #include <gmock/gmock.h>
 #include <support/DatabaseFixture.h>
 
@@ -165,6 +164,19 @@ TEST_F(PlanTest, CountingTheRowsChangesNothing)
 {
     fillTables();
     database().analyze();
+    checkProgramQueries();
+}
+
+TEST_F(PlanTest, ADatabaseWithoutStatisticsGetsThemWhenItIsConnected)
+{
+    // Counting a table without rows leaves nothing known of it.
+    database().analyze();
+    EXPECT_FALSE(database().hasStatistics(u"report"_s));
+    ASSERT_TRUE(db::connectDatabase(session, path, {}));
+    checkProgramQueries();
+    database().analyze();
+    fillTables();
+    ASSERT_TRUE(db::connectDatabase(session, path, {}));
     checkProgramQueries();
 }
 
