@@ -2,6 +2,7 @@
 
 #include "Errors.h"
 #include "Messages.h"
+#include "TableGrowth.h"
 #include "Views.h"
 
 #include <QDir>
@@ -41,6 +42,7 @@ void bringUpToDate(DatabaseSession &session, const ConnectContext &context)
 {
     if (!session.isUpdatable() || isLegacyDatabase(session.database()))
         return;
+    completeStatistics(session.database());
     refreshViews(session);
     if (context.project)
         refreshAliases(session, context.project->steamGen);

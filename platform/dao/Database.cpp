@@ -221,6 +221,12 @@ void Database::analyze(const QString &table)
     store::analyze(m_impl->connection, table.isEmpty() ? QString() : this->table(table).name);
 }
 
+bool Database::hasStatistics(const QString &tableName) const
+{
+    store::SourceScope scope(m_impl->connection, u"DAO.Database"_s);
+    return !store::readStatistics(m_impl->connection, table(tableName).name).isEmpty();
+}
+
 void Database::seedStatistics(const QString &tableName, qint64 rows, const QList<IndexStatistics> &indexes)
 {
     store::SourceScope scope(m_impl->connection, u"DAO.Database"_s);

@@ -171,13 +171,17 @@ RuleText fieldRuleText(const QString &rule, const FieldInfo &field)
 
 CompiledStatement compile(const SchemaView &schema, const QString &text)
 {
-    const ast::Statement statement = ast::Parser(text).parseStatement();
-    return StatementCompiler(schema, text).compile(statement);
+    return compile(schema, text, checkSyntax(text));
 }
 
-void checkSyntax(const QString &text)
+CompiledStatement compile(const SchemaView &schema, const QString &text, const SyntaxTree &tree)
 {
-    ast::Parser(text).parseStatement();
+    return StatementCompiler(schema, text).compile(*tree);
+}
+
+SyntaxTree checkSyntax(const QString &text)
+{
+    return std::make_shared<const ast::Statement>(ast::Parser(text).parseStatement());
 }
 
 std::optional<QString> ruleAsCheck(const QString &rule, const FieldInfo &field)

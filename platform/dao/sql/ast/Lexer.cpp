@@ -61,9 +61,10 @@ public:
                              token.kind == Token::Kind::Text || token.kind == Token::Kind::Date ||
                              token.is(Symbol::RightParen);
             m_afterDot = token.is(Symbol::Dot) || token.is(Symbol::Bang);
-            m_tokens.append(token);
-            if (token.kind == Token::Kind::End)
-                return m_tokens;
+            const bool ends = token.kind == Token::Kind::End;
+            m_tokens.append(std::move(token));
+            if (ends)
+                return std::move(m_tokens);
         }
     }
 

@@ -98,10 +98,15 @@ void Parser::expectEnd()
 Token Parser::take()
 {
     const Token token = current();
-    if (token.kind != Token::Kind::End)
+    pass();
+    return token;
+}
+
+void Parser::pass()
+{
+    if (current().kind != Token::Kind::End)
         ++m_at;
     checkCurrent();
-    return token;
 }
 
 void Parser::checkCurrent() const
@@ -114,7 +119,7 @@ bool Parser::accept(Keyword keyword)
 {
     if (!at(keyword))
         return false;
-    take();
+    pass();
     return true;
 }
 
@@ -122,7 +127,7 @@ bool Parser::accept(Symbol symbol)
 {
     if (!at(symbol))
         return false;
-    take();
+    pass();
     return true;
 }
 

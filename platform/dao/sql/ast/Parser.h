@@ -30,6 +30,7 @@ private:
     const Token &current() const { return m_tokens[m_at]; }
     const Token &ahead(qsizetype count = 1) const { return m_tokens[std::min(m_at + count, m_tokens.size() - 1)]; }
     Token take();
+    void pass();
     bool at(Keyword keyword) const { return current().is(keyword); }
     bool at(Symbol symbol) const { return current().is(symbol); }
     bool accept(Keyword keyword);

@@ -122,6 +122,8 @@ void SelectBinder::addItem(const ast::SelectItem &item)
 // Fields of one name from different sources are told apart by their sources' names.
 void SelectBinder::nameColumns()
 {
+    if (m_scope.sources().size() < 2)
+        return;
     QHash<QString, QStringList> qualifiers;
     for (const OutputColumn &column : m_select->columns) {
         if (!column.qualifier.isEmpty())

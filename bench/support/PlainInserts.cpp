@@ -1,24 +1,11 @@
 #include "PlainInserts.h"
 
-#include <sqlite3.h>
-
-#include <cstdio>
-#include <cstdlib>
-
 namespace bench {
 
 using brannock::ReportEntry;
 using brannock::TubeLoc;
 
 namespace {
-
-void check(bool good, sqlite3 *database)
-{
-    if (good)
-        return;
-    std::fprintf(stderr, "%s\n", sqlite3_errmsg(database));
-    std::abort();
-}
 
 class Row
 {
@@ -109,22 +96,32 @@ void bindEntry(Row row, const ReportEntry &entry)
 
 } // namespace
 
+PlainInserts::PlainInserts(const QString &databasePath)
+    : m_database(databasePath)
+{
+    m_database.run("BEGIN IMMEDIATE");
+    m_insert = std::make_unique<PlainStatement>(m_database, kInsert);
+}
+
+void PlainInserts::add(const brannock::ReportEntry &entry)
+{
+    bindEntry(Row(m_insert->handle()), entry);
+    m_insert->step();
+    m_insert->reset();
+}
+
+void PlainInserts::commit()
+{
+    m_insert.reset();
+    m_database.run("COMMIT");
+}
+
 void insertPlainly(const QString &databasePath, const brannock::Report &report)
 {
-    sqlite3 *database = nullptr;
-    check(sqlite3_open(databasePath.toUtf8().constData(), &database) == SQLITE_OK, database);
-    sqlite3_exec(database, "PRAGMA foreign_keys = ON; PRAGMA cache_size = -65536", nullptr, nullptr, nullptr);
-    sqlite3_stmt *insert = nullptr;
-    check(sqlite3_exec(database, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) == SQLITE_OK, database);
-    check(sqlite3_prepare_v2(database, kInsert, -1, &insert, nullptr) == SQLITE_OK, database);
-    for (const ReportEntry &entry : report.entries) {
-        bindEntry(Row(insert), entry);
-        check(sqlite3_step(insert) == SQLITE_DONE, database);
-        sqlite3_reset(insert);
-    }
-    sqlite3_finalize(insert);
-    check(sqlite3_exec(database, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK, database);
-    sqlite3_close(database);
+    PlainInserts inserts(databasePath);
+    for (const ReportEntry &entry : report.entries)
+        inserts.add(entry);
+    inserts.commit();
 }
 
 } // namespace bench
