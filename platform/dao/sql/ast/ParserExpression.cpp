@@ -365,18 +365,16 @@ ExprPtr Parser::parseName()
     Name name;
     name.parts.append(first.text);
     name.text = first.text;
-    take();
+    takeName();
     while ((at(Symbol::Dot) || at(Symbol::Bang)) && ahead().isName()) {
         name.text += at(Symbol::Dot) ? u'.' : u'!';
         take();
         name.parts.append(current().text);
         name.text += current().text;
-        take();
+        takeName();
     }
     if (at(Symbol::Dot) || at(Symbol::Bang) || (at(Symbol::LeftParen) && name.parts.size() > 1))
         failExpression(u"Invalid use of '.', '!', or '()'."_s);
-    if (name.text.isEmpty())
-        failAt(first.range, error::InvalidBracketing, {u"[]"_s});
     return make(since(first), std::move(name));
 }
 
@@ -427,7 +425,7 @@ QueryPtr Parser::parseSubquery()
 }
 
 // A bare operand of a rule means equality with the field.
-ExprPtr Parser::withImpliedField(ExprPtr expr) const
+ExprPtr Parser::withImpliedField(ExprPtr expr)
 {
     if (auto *chain = std::get_if<Chain>(&expr->node)) {
         for (ExprPtr &term : chain->terms)

@@ -9,6 +9,7 @@ namespace dao::sql::bound {
 
 std::shared_ptr<Query> QueryBinder::bind(const ast::Query &query)
 {
+    const BindContext::Level level(m_context, query.range);
     auto bound = std::make_shared<Query>();
     for (const ast::QueryPart &part : query.parts) {
         bound->parts.push_back(bindPart(part));
@@ -21,7 +22,41 @@ std::shared_ptr<Query> QueryBinder::bind(const ast::Query &query)
         mergeColumns(*bound, query.range);
         bindUnionOrder(*bound, query);
     }
+    measure(*bound, query.range);
     return bound;
+}
+
+// The inner SQL of a query holds that of all queries in it.
+void QueryBinder::measure(Query &query, Range range) const
+{
+    const auto add = [&query](int depth, qint64 size) {
+        query.depth = std::max(query.depth, depth + 1);
+        query.size += size;
+    };
+    const auto addExpr = [&add](const ExprPtr &expr) {
+        if (expr)
+            add(expr->depth, expr->size);
+    };
+    for (const QueryPart &part : query.parts) {
+        if (part.nested) {
+            add(part.nested->depth, part.nested->size);
+            continue;
+        }
+        for (const OutputColumn &column : part.select->columns)
+            addExpr(column.expr);
+        addExpr(part.select->where);
+        addExpr(part.select->having);
+        for (const ExprPtr &key : part.select->groupBy)
+            addExpr(key);
+        for (const OrderKey &key : part.select->order)
+            addExpr(key.expr);
+        for (const auto &source : part.select->sources) {
+            if (source->query)
+                add(source->query->depth, source->query->size);
+        }
+        m_context.limit(query.depth, query.size, range);
+    }
+    m_context.limit(query.depth, query.size, range);
 }
 
 QueryPart QueryBinder::bindPart(const ast::QueryPart &part)

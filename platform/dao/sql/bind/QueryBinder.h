@@ -22,6 +22,7 @@ private:
     void mergeColumns(Query &query, Range range);
     void bindUnionOrder(Query &query, const ast::Query &source);
     int unionColumn(const Query &query, const ast::Expr &expr);
+    void measure(Query &query, Range range) const;
 
     BindContext &m_context;
     const Scope *m_outer;
