@@ -11,7 +11,7 @@ namespace {
 
 // A row's pattern may be as long as a memo; what takes longer than a second or so is nobody's pattern.
 constexpr qsizetype LongestPattern = 1000 * 1000;
-constexpr qint64 MostSteps = 100 * 1000 * 1000;
+constexpr qint64 MostSteps = 50 * 1000 * 1000;
 
 } // namespace
 

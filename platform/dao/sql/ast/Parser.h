@@ -81,6 +81,7 @@ private:
     // ParserQuery.cpp
     QueryPtr parseQuery();
     QueryPart parseQueryPart();
+    void refuseInto(const Query &query) const;
     std::unique_ptr<Select> parseSelect();
     void parsePredicates(Select &select);
     void parseTop(Select &select);

@@ -352,7 +352,9 @@ ExprPtr Parser::parseWord()
         QueryPtr query = parseSubquery();
         return make(since(token), Exists{std::move(query)});
     }
-    if (endsExpression(token.keyword))
+    const bool wantsQuery =
+        token.is(Keyword::Exists) || token.is(Keyword::All) || token.is(Keyword::Any) || token.is(Keyword::Some);
+    if (endsExpression(token.keyword) || (wantsQuery && ahead().is(Keyword::Select)))
         failExpression(missingOperator);
     return parseName();
 }
@@ -421,6 +423,7 @@ QueryPtr Parser::parseSubquery()
     --m_open;
     if (!accept(Symbol::RightParen))
         failExpression(missingParenthesis);
+    refuseInto(*query);
     return query;
 }
 

@@ -24,11 +24,22 @@ QueryPtr Parser::parseQuery()
         query->orderBy = parseOrderBy();
         parseOwnerAccess();
     }
+    if (query->isUnion())
+        refuseInto(*query);
     query->range = since(first);
     query->depth = m_deepest + 1;
     m_deepest = deepestOutside;
     limitDepth(query->depth, query->range);
     return query;
+}
+
+// Only a lone select at the outside can make a table.
+void Parser::refuseInto(const Query &query) const
+{
+    for (const QueryPart &part : query.parts) {
+        if (part.select && part.select->into)
+            failAt(part.select->into->range, error::SyntaxInSelect);
+    }
 }
 
 QueryPart Parser::parseQueryPart()
@@ -289,6 +300,7 @@ TableRefPtr Parser::makeTable(Range range, DerivedTable node)
 {
     auto table = std::make_unique<TableRef>();
     table->range = range;
+    refuseInto(*node.query);
     table->depth = node.query->depth + 1;
     table->node = std::move(node);
     limitDepth(table->depth, range);

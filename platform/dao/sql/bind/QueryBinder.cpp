@@ -116,6 +116,26 @@ void QueryBinder::mergeColumns(Query &query, Range range)
             info.type = merged;
         }
     }
+    for (size_t i = 0; i < query.columns.size(); ++i) {
+        if (familyOf(query.columns[i].info.type) == Family::Text)
+            convertColumn(query, i, query.columns[i].info.type);
+    }
+}
+
+// Where one part has text, the others become text, so that duplicates are found and dates read as dates.
+void QueryBinder::convertColumn(Query &query, size_t index, DataType type)
+{
+    ExpressionBinder binder(m_context, nullptr, clause::values);
+    for (QueryPart &part : query.parts) {
+        if (part.nested) {
+            convertColumn(*std::const_pointer_cast<Query>(part.nested), index, type);
+            continue;
+        }
+        OutputColumn &column = part.select->columns[index];
+        column.expr = binder.asType(column.expr, type);
+    }
+    if (query.isUnion())
+        query.columns[index].info.type = type;
 }
 
 void QueryBinder::bindUnionOrder(Query &query, const ast::Query &source)

@@ -92,13 +92,14 @@ TEST(Printer, StatementsOfEveryKind)
          "v)) and a>=some(select 1) and a<all(select 2) and (select max(x) from u)=3",
          "SELECT a\nFROM (SELECT b AS a FROM t WHERE b > 1) AS q\nWHERE Exists (SELECT * FROM u WHERE a In (SELECT x "
          "FROM v)) And a >= ANY (SELECT 1) And a < ALL (SELECT 2) And (SELECT max(x) FROM u) = 3;"},
-        {"table t union all (select a from b order by a) union select distinctrow c into d from e order by 1 desc",
-         "TABLE t\nUNION ALL (SELECT a FROM b ORDER BY a)\nUNION SELECT DISTINCTROW c INTO d\nFROM e\nORDER BY 1 "
+        {"table t union all (select a from b order by a) union select distinctrow c from e order by 1 desc",
+         "TABLE t\nUNION ALL (SELECT a FROM b ORDER BY a)\nUNION SELECT DISTINCTROW c\nFROM e\nORDER BY 1 "
          "DESC;"},
         {"transform sum(a) as s select b from t group by b pivot c & d in ('x', null)",
          "TRANSFORM sum(a) AS s\nSELECT b\nFROM t\nGROUP BY b\nPIVOT c & d IN ('x', Null);"},
         {"transform sum(a) select b from t group by b pivot (c = 1)",
          "TRANSFORM sum(a)\nSELECT b\nFROM t\nGROUP BY b\nPIVOT (c = 1);"},
+        {"select c into [d e] from f", "SELECT c INTO [d e]\nFROM f;"},
         {"insert into t (a, [b c]) values (1, 'x')", "INSERT INTO t (a, [b c])\nVALUES (1, 'x');"},
         {"insert into t select a from u where a=1", "INSERT INTO t\nSELECT a\nFROM u\nWHERE a = 1;"},
         {"update distinctrow t inner join u on t.a=u.a set t.b=u.b, c=null where d",
