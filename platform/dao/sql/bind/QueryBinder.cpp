@@ -6,10 +6,18 @@
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::bound {
+namespace {
+
+// What the inner engine unites.
+constexpr size_t MaxUnited = 500;
+
+} // namespace
 
 std::shared_ptr<Query> QueryBinder::bind(const ast::Query &query)
 {
     const BindContext::Level level(m_context, query.range);
+    if (query.parts.size() > MaxUnited)
+        m_context.fail(error::TooComplex, query.range);
     auto bound = std::make_shared<Query>();
     for (const ast::QueryPart &part : query.parts) {
         bound->parts.push_back(bindPart(part));
