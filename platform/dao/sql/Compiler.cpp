@@ -209,7 +209,10 @@ DefaultExpression defaultExpression(const QString &text, const FieldInfo &field)
     BindContext context(schema, text);
     context.forbidParameters();
     const bound::ExprPtr value = bound::bindDefault(context, text, field);
-    return {Generator(context).expression(*value), value->as<bound::Literal>() != nullptr};
+    const QString sql = Generator(context).expression(*value);
+    // A text with control characters is spelled as a conversion, which a DEFAULT clause does not take.
+    const bool constant = value->as<bound::Literal>() && !sql.startsWith(u"CAST"_s);
+    return {sql, constant};
 }
 
 QString quotedName(QStringView name)

@@ -1,5 +1,6 @@
 #include "Token.h"
 
+#include <algorithm>
 #include <cmath>
 #include <dao/values/OleDate.h>
 
@@ -249,6 +250,11 @@ private:
 QList<Token> tokenize(QStringView text)
 {
     return Lexer(text).run();
+}
+
+bool isPlainName(QStringView text)
+{
+    return !text.isEmpty() && startsWord(text.front()) && std::all_of(text.begin(), text.end(), continuesWord);
 }
 
 } // namespace dao::sql::ast

@@ -43,6 +43,7 @@ void SelectBinder::bindFrom(const std::vector<ast::TableRefPtr> &from)
 
 std::shared_ptr<From> SelectBinder::bindTable(const ast::TableRef &table, bool nullable)
 {
+    const BindContext::Level level(m_context, table.range);
     return std::visit([&](const auto &node) { return bindNode(node, table, nullable); }, table.node);
 }
 

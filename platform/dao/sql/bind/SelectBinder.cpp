@@ -8,6 +8,8 @@ namespace {
 
 constexpr int FirstUnnamed = 1000;
 constexpr size_t MaxKeys = 10;
+// What the inner engine has in a result.
+constexpr size_t MaxColumns = 2000;
 
 bool hasAggregate(const Expr &expr)
 {
@@ -69,6 +71,8 @@ void SelectBinder::bindList(const std::vector<ast::SelectItem> &items)
             addStar(item);
         else
             addItem(item);
+        if (m_select->columns.size() > MaxColumns)
+            m_context.fail(error::TooComplex, item.range);
     }
     nameColumns();
 }
