@@ -5,17 +5,28 @@
 #include <QFont>
 #include <QImage>
 #include <QMarginsF>
+#include <tarnwick/Error.h>
 
 namespace brannock {
+
+/// A picture that cannot be painted at all: it is too large, or has no size.
+class PictureError : public tarnwick::FileError
+{
+public:
+    using FileError::FileError;
+};
 
 /// Everything a picture of the map shows beside the map itself.
 struct PictureContent
 {
     QString title; ///< may have several lines
     QFont titleFont = QFont(QStringLiteral("Times New Roman"), 14);
+    QString subtitle; ///< below the title, in the same frame; may have several lines
+    QFont subtitleFont = QFont(QStringLiteral("Times New Roman"), 10);
     QList<LegendRow> legend;
     QString modelText; ///< see modelText()
     QString footer;
+    QString signatures; ///< in the footer, on the right
     QFont footerFont = QFont(QStringLiteral("Times New Roman"), 8);
     QMarginsF margins = QMarginsF(0.5, 0.5, 0.5, 0.5); ///< inches
     bool titleRect = true;                             ///< a frame round the title, the legend, the map
@@ -37,13 +48,16 @@ public:
     /// Where things stand on the page, in the painter's units; empty rectangles for what there is not.
     struct Layout
     {
-        QRectF title;
+        QRectF title;    ///< with the subtitle
+        QRectF subtitle; ///< the lower part of the title
         QRectF map;
         QRectF legend;
         QRectF model;
         QRectF footer;
+        QRectF signatures; ///< the right part of the footer, or a line of its own above it
         bool legendBelow = false;
-        int legendPixels = 0; ///< size of the legend's letters
+        int legendPixels = 0;  ///< size of the legend's letters
+        double titleScale = 1; ///< less than 1: the title's letters had to become smaller to fit
     };
 
     MapPicture(const MapScene &scene, const PictureContent &content)
@@ -59,12 +73,16 @@ public:
 
     /// A page of that many inches.
     QImage toImage(const QSizeF &inches, int dpi) const;
-    /// Writes the picture in the form that the file's ending asks for: png, bmp, jpg, pdf or svg (dpi counts for images
-    /// only). Throws tarnwick::FileError for other endings and when the file cannot be written; an older file is then
-    /// still there.
+    /// Writes the picture in the form that the file's ending asks for: emf, pdf, svg, bmp, png or jpg (dpi counts for
+    /// images only). Throws PictureError, and tarnwick::FileError for other endings and when the file cannot be
+    /// written; an older file is then still there.
     void save(const QString &path, const QSizeF &inches = QSizeF(11, 8.5), int dpi = 150) const;
 
 private:
+    void placeTitle(Layout &layout, QRectF &body, double dpi) const;
+    void placeFooter(Layout &layout, QRectF &body, double dpi) const;
+    void paintTitle(QPainter &painter, const Layout &layout, double dpi) const;
+    void paintFooter(QPainter &painter, const Layout &layout, double dpi) const;
     void placeBeside(Layout &layout, const QRectF &body, double dpi) const;
     void placeBelow(Layout &layout, const QRectF &body, double dpi) const;
     void placeModel(Layout &layout, QRectF &block, double height) const;
