@@ -27,6 +27,7 @@ QString helpOf(const Command &command);
 int runCreate(const Arguments &arguments);
 int runConvert(const Arguments &arguments);
 int runDemo(const Arguments &arguments);
+int runFill(const Arguments &arguments);
 int runMap(const Arguments &arguments);
 int runSql(const Arguments &arguments);
 int runUpload(const Arguments &arguments);
