@@ -23,6 +23,8 @@ namespace app {
 
 namespace {
 
+constexpr QSize kFirstSize(1040, 640);
+
 void setShownText(QPlainTextEdit *edit, const QString &text, bool readOnly)
 {
     edit->setReadOnly(readOnly);
@@ -53,6 +55,7 @@ HeaderDlg::HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPict
     m_lastText = m_upper;
     fill(false);
     m_upper->setFocus();
+    resize(kFirstSize);
 }
 
 void HeaderDlg::makeMenu(QVBoxLayout *layout)
@@ -82,10 +85,10 @@ QPlainTextEdit *HeaderDlg::makeText(const QString &name, int lines)
     auto *edit = new QPlainTextEdit;
     edit->setObjectName(name);
     edit->setTabChangesFocus(true);
-    edit->setLineWrapMode(QPlainTextEdit::NoWrap);
     const int height = edit->fontMetrics().lineSpacing() * lines + 2 * int(edit->document()->documentMargin()) +
                        2 * edit->frameWidth();
     edit->setMinimumHeight(height);
+    edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     connect(edit, &QPlainTextEdit::textChanged, this, &HeaderDlg::changed);
     connect(edit, &QPlainTextEdit::cursorPositionChanged, this, [this, edit] { m_lastText = edit; });
     return edit;
@@ -193,6 +196,7 @@ QWidget *HeaderDlg::makeMapFields()
     m_prepared = addLine(u"&Prepared by"_s, u"preparedBy"_s);
     m_checked = addLine(u"&Checked by"_s, u"checkedBy"_s);
     m_description = makeText(u"description"_s, 2);
+    m_description->setFixedHeight(m_description->minimumHeight());
     disconnect(m_description, &QPlainTextEdit::cursorPositionChanged, this, nullptr); // no keywords are replaced there
     layout->addRow(u"&Description"_s, m_description);
     return box;

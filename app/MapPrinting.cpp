@@ -98,7 +98,10 @@ bool MapPrinting::printOn(QPrinter &device, const tarnwick::Message &failure)
     const plans::BusyCursor busy(m_host);
     const double dpi = device.resolution();
     const QRectF paper(QPointF(0, 0), device.pageLayout().fullRect(QPageLayout::Inch).size() * dpi);
-    page(m_session.map().header).paint(painter, paper, dpi);
+    const brannock::MapPicture picture = page(m_session.map().header);
+    picture.paint(painter, paper, dpi);
+    for (int i = 0; i < picture.furtherPages(paper, dpi) && device.newPage(); ++i)
+        picture.paintFurther(painter, paper, dpi, i);
     if (painter.end())
         return true;
     m_session.prompts().error(failure);

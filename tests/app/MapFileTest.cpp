@@ -210,6 +210,7 @@ TEST_F(MapDocumentTest, AMapOfAnotherModelIsSaidAndReadAllTheSame)
     EXPECT_EQ(session.map().name(), u"a"_s);
     EXPECT_EQ(session.map().storedSite().outage, u"R12"_s);
     EXPECT_FALSE(session.map().storedAt().isNull());
+    EXPECT_TRUE(mapInfoText(session.map()).contains(u" for S1 SGA R12\nMap notes : what it is for"_s));
     EXPECT_FALSE(session.undo().isModified());
 }
 

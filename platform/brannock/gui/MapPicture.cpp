@@ -209,7 +209,7 @@ void MapPicture::placeTitle(Layout &layout, QRectF &body, double dpi) const
 void MapPicture::placeFooter(Layout &layout, QRectF &body, double dpi) const
 {
     const QString footer = m_content.footer.simplified();
-    const QString signatures = m_content.signatures.simplified();
+    const QString signatures = m_content.signatures.trimmed();
     if (footer.isEmpty() && signatures.isEmpty())
         return;
     const QFontMetricsF metrics(scaled(m_content.footerFont, dpi));
@@ -234,12 +234,18 @@ void MapPicture::placeFooter(Layout &layout, QRectF &body, double dpi) const
     body.setBottom(body.bottom() - gap(dpi));
 }
 
-MapPicture::Layout MapPicture::layout(const QRectF &page, double dpi) const
+QRectF MapPicture::placeAround(Layout &layout, const QRectF &page, double dpi) const
 {
     QRectF body = page.marginsRemoved(m_content.margins * dpi);
+    placeTitle(layout, body, dpi);
+    placeFooter(layout, body, dpi);
+    return body;
+}
+
+MapPicture::Layout MapPicture::layout(const QRectF &page, double dpi) const
+{
     Layout common;
-    placeTitle(common, body, dpi);
-    placeFooter(common, body, dpi);
+    const QRectF body = placeAround(common, page, dpi);
     if (m_content.legend.isEmpty() && m_content.modelText.trimmed().isEmpty()) {
         common.map = body;
         return common;
@@ -305,10 +311,45 @@ void MapPicture::paintFooter(QPainter &painter, const Layout &at, double dpi) co
     const auto line = [&](const QRectF &rect, Qt::Alignment align, const QString &text) {
         if (!rect.isEmpty())
             painter.drawText(rect, int(align | Qt::AlignVCenter) | Qt::TextSingleLine,
-                             metrics.elidedText(text.simplified(), Qt::ElideRight, rect.width()));
+                             metrics.elidedText(text, Qt::ElideRight, rect.width()));
     };
-    line(at.footer, Qt::AlignLeft, m_content.footer);
-    line(at.signatures, Qt::AlignRight, m_content.signatures);
+    line(at.footer, Qt::AlignLeft, m_content.footer.simplified());
+    line(at.signatures, Qt::AlignRight, m_content.signatures.trimmed());
+}
+
+QList<QList<LegendRow>> MapPicture::legendPages(const QRectF &page, double dpi) const
+{
+    const Layout first = layout(page, dpi);
+    const int shown = first.legend.isEmpty() ? 0 : rowsShown(first);
+    QList<QList<LegendRow>> pages{m_content.legend.mid(0, shown)};
+    Layout further;
+    const double height = placeAround(further, page, dpi).height();
+    for (QList<LegendRow> rest = m_content.legend.mid(shown); !rest.isEmpty();) {
+        const int fit = std::max(1, LegendTable(rest, pixels(kLegendPoints, dpi)).rowsWithin(height));
+        pages.append(rest.mid(0, fit));
+        rest = rest.mid(fit);
+    }
+    return pages;
+}
+
+int MapPicture::furtherPages(const QRectF &page, double dpi) const
+{
+    return int(legendPages(page, dpi).size()) - 1;
+}
+
+void MapPicture::paintFurther(QPainter &painter, const QRectF &page, double dpi, int number) const
+{
+    Layout at;
+    QRectF block = placeAround(at, page, dpi);
+    const LegendTable table(legendPages(page, dpi).value(number + 1), pixels(kLegendPoints, dpi));
+    block.setSize(QSizeF(std::min(block.width(), table.fullWidth()), std::min(block.height(), table.fullHeight())));
+    painter.save();
+    paintTitle(painter, at, dpi);
+    table.paint(painter, block, m_scene.options);
+    if (m_content.legendRect)
+        frame(painter, block, dpi);
+    paintFooter(painter, at, dpi);
+    painter.restore();
 }
 
 void MapPicture::paint(QPainter &painter, const QRectF &page, double dpi) const

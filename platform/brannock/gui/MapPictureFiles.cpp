@@ -38,7 +38,10 @@ QByteArray pdf(const MapPicture &picture, const QSizeF &inches, const QString &t
                                      QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
     QPainter painter;
     if (painter.begin(&writer)) {
-        picture.paint(painter, pageRect(inches, kPdfDpi), kPdfDpi);
+        const QRectF page = pageRect(inches, kPdfDpi);
+        picture.paint(painter, page, kPdfDpi);
+        for (int i = 0; i < picture.furtherPages(page, kPdfDpi) && writer.newPage(); ++i)
+            picture.paintFurther(painter, page, kPdfDpi, i);
         painter.end();
     }
     return bytes;

@@ -5,6 +5,8 @@
 #include <QBuffer>
 #include <QFile>
 #include <QImageReader>
+#include <QPainter>
+#include <QSvgGenerator>
 #include <QTemporaryDir>
 #include <tarnwick/Error.h>
 #include <tarnwick/FileWriter.h>
@@ -127,6 +129,33 @@ TEST(MapPicture, titleSubtitleAndSignaturesFindTheirPlaces)
     what.title.clear();
     what.subtitle = u"alone"_s;
     EXPECT_EQ(MapPicture(scene, what).layout(page, 100).subtitle, MapPicture(scene, what).layout(page, 100).title);
+}
+
+TEST(MapPicture, aLegendThatFindsNoRoomGoesOnOnFurtherPages)
+{
+    const MapScene scene(sample::block(4, 4));
+    const QSizeF inches(11, 8.5);
+    EXPECT_EQ(MapPicture(scene, content(8)).furtherPages(QRectF(QPointF(0, 0), inches * 100), 100), 0);
+    const MapPicture many(scene, content(200));
+    const int further = many.furtherPages(QRectF(QPointF(0, 0), inches * 100), 100);
+    EXPECT_GE(further, 3);
+    // Every entry is there once, whatever page it is on.
+    QString all;
+    for (int number = -1; number < further; ++number) {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        QSvgGenerator generator;
+        generator.setOutputDevice(&buffer);
+        QPainter painter(&generator);
+        if (number < 0)
+            many.paint(painter, QRectF(QPointF(0, 0), inches * 100), 100);
+        else
+            many.paintFurther(painter, QRectF(QPointF(0, 0), inches * 100), 100, number);
+        painter.end();
+        all += QString::fromUtf8(buffer.data());
+    }
+    for (int i = 0; i < 200; ++i)
+        EXPECT_EQ(all.count(u">Entry number %1 "_s.arg(i)), 1) << i;
 }
 
 TEST(MapPicture, modelLineCountsInGroups)
