@@ -35,6 +35,8 @@ namespace {
 constexpr QSize kFirstSize{1280, 800};
 /// Of the width: what the map gets at first.
 constexpr int kMapShare = 66;
+/// Milliseconds from a change to the copy for the case of a crash, so that changes in a row are written once.
+constexpr int kRecoveryDelay = 300;
 
 } // namespace
 
@@ -55,11 +57,14 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
     makeActions();
     makeCentre();
     WindowActions &own = *this;
-    m_commands = std::make_unique<WindowCommands>(*m_session, *this, *m_map, *m_recent, own);
+    m_commands = std::make_unique<WindowCommands>(*m_session, *this, *m_map, *m_recent, own, this);
     m_commands->setFileDialogs(&m_systemDialogs);
     connectMap();
     connectLegend();
     connectBars();
+    m_recoveryDelay.setSingleShot(true);
+    m_recoveryDelay.setInterval(kRecoveryDelay);
+    connect(&m_recoveryDelay, &QTimer::timeout, this, [this] { m_session->updateRecoveryCopy(); });
     resize(kFirstSize);
     projectChanged();
 }
@@ -80,10 +85,13 @@ void DBase::makeStatusBar()
     m_statusText->setTextFormat(Qt::PlainText);
     m_tubeText = new QLabel;
     m_tubeText->setObjectName(u"tubeText"_s);
+    m_mapText = new QLabel;
+    m_mapText->setObjectName(u"mapText"_s);
     m_selectionText = new QLabel;
     m_selectionText->setObjectName(u"selectionText"_s);
     statusBar()->addWidget(m_statusText, 1);
     statusBar()->addPermanentWidget(m_tubeText);
+    statusBar()->addPermanentWidget(m_mapText);
     statusBar()->addPermanentWidget(m_selectionText);
 }
 
@@ -159,11 +167,12 @@ void DBase::connectMap()
     m_map->installEventFilter(this);
     m_map->setTipText([this](int tube) { return tipLines(tube); });
     m_session->undo().captureExtras = [this] {
-        return plans::MapExtras{m_map->xOrientation(), m_map->yOrientation(), {}};
+        return plans::MapExtras{m_map->xOrientation(), m_map->yOrientation(), m_session->map().headerRecord()};
     };
     m_session->undo().restoreExtras = [this](const plans::MapExtras &extras) {
         m_map->setXOrientation(extras.xOrientation);
         m_map->setYOrientation(extras.yOrientation);
+        m_session->map().setHeaderRecord(extras.header);
     };
     m_session->undo().restored = [this] { redrawMap(); };
 }
@@ -190,6 +199,9 @@ void DBase::connectBars()
     connect(m_mainBar, &MainToolBar::buttonPressed, this, [this](const QString &name) {
         if (name == u"updateButton"_s)
             m_commands->updateMap();
+        else if (name == u"headerButton"_s)
+            m_commands->editHeader();
+        scheduleRefresh();
     });
     connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
     connect(m_viewBar, &ViewBar::findLeft, m_map, qOverload<>(&QWidget::setFocus));
@@ -214,6 +226,7 @@ bool DBase::openProject(const QString &folder)
     m_map->setXOrientation(1);
     m_map->setYOrientation(1);
     projectChanged();
+    m_session->openMapAtStart();
     return true;
 }
 
@@ -250,6 +263,12 @@ bool DBase::eventFilter(QObject *watched, QEvent *event)
 
 void DBase::closeEvent(QCloseEvent *event)
 {
+    if (!m_commands->mayReplaceMap()) {
+        event->ignore();
+        return;
+    }
+    m_recoveryDelay.stop();
+    m_session->endRecovery();
     // The next start begins with the panels, as they stood beside the map.
     if (m_isFullScreen)
         toggleFullScreen();

@@ -53,12 +53,33 @@ constexpr OptionSpec kSchemaOptions[] = {
 
 constexpr OptionSpec kExplainOptions[] = {{u"format", u"FORM", u"text (the default) or json"}, kDatabase};
 
+constexpr OptionSpec kFillOptions[] = {
+    {u"map", u"FILE.map", u"the map that gets the fill; it is made when it is missing"},
+    {u"select", u"TUBES", u"select a tube (\"12 47\"), or all, symbols, open or periph tubes; may be repeated", true},
+    {u"region", u"WHERE", u"random, pattern: the whole map or the selected tubes (map)"},
+    {u"tubes", u"WHICH", u"random, pattern: all, only those with symbols, or only open ones (all)"},
+    {u"percent", u"N", u"random: so many per cent of the tubes (10)"},
+    {u"count", u"N", u"random: so many tubes"},
+    {u"seed", u"N", u"random: the same seed gives the same sample (another one each time)"},
+    {u"radius", u"R", u"box: distance from the selected tubes in units of the map (1)"},
+    {u"first-row", u"N", u"pattern: first row (1)"},
+    {u"first-col", u"N", u"pattern: first column (1)"},
+    {u"row-inc", u"N", u"pattern: every n-th row (2)"},
+    {u"col-inc", u"N", u"pattern: every n-th column (2)"},
+    {u"first-tube", nullptr, u"pattern: column 1 of each row, too"},
+    {u"last-tube", nullptr, u"pattern: the last tube of each row, too"},
+    {u"symbol", u"C", u"the symbol (the next letter)"},
+    {u"colour", u"RRGGBB", u"the colour"},
+    kVerbose};
+
 constexpr OptionSpec kMapOptions[] = {
+    {u"map", u"FILE.map", u"a map file with its legend and header"},
+    {u"header", u"FILE.hdr", u"a header file, in place of the map's header"},
     {u"query", u"FILE.qry", u"mark the tubes of this query; may be repeated, later ones show over earlier ones", true},
     {u"param", u"NAME=VALUE", u"the value of a query's parameter; may be repeated", true},
-    {u"out", u"FILE", u"the picture: .png, .bmp, .svg or .pdf"},
-    {u"size", u"WxH", u"size of a .png or .bmp in pixels (1650x1275)"},
-    {u"title", u"TEXT", u"a title above the map"},
+    {u"out", u"FILE", u"the picture: .emf, .pdf, .svg, .bmp or .png"},
+    {u"size", u"WxH", u"size of a .bmp or .png in pixels, 150 an inch (1650x1275)"},
+    {u"title", u"TEXT", u"a title above the map, in place of the header's upper text"},
     {u"flip", u"AXES", u"h, v or hv: flip horizontally, vertically, or both"},
     kDatabase,
     kYes,
@@ -93,8 +114,16 @@ constexpr Command kCommands[] = {
      u"Parameters with their types, columns with their sources, whether rows can be changed or why not, the statements "
      u"that the inner engine is given, and the indexes that it uses for them.",
      kExplainOptions, runExplain},
-    {u"map", u"DIR [--query FILE.qry]... --out FILE [options]", u"paint the tubesheet with the tubes of queries marked",
-     u"Prints the legend: symbol, type, description, tubes and hits of each entry.", kMapOptions, runMap},
+    {u"fill", u"DIR random|box|pattern --map FILE.map [options]", u"add a fill to a map file",
+     u"The fill sees the symbols that the map's entries have painted. Prints the legend: symbol, type, description, "
+     u"tubes "
+     u"and hits of each entry.",
+     kFillOptions, runFill},
+    {u"map", u"DIR [--map FILE.map] [--query FILE.qry]... --out FILE [options]",
+     u"paint the tubesheet with the legend of a map or the tubes of queries",
+     u"The picture is the page that the window prints: header, legend, model, footer. Prints the legend: symbol, type, "
+     u"description, tubes and hits of each entry.",
+     kMapOptions, runMap},
     {u"help", u"[COMMAND]", u"explain the commands", u"", {}, runHelp},
 };
 

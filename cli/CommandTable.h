@@ -28,6 +28,7 @@ int runCreate(const Arguments &arguments);
 int runConvert(const Arguments &arguments);
 int runDemo(const Arguments &arguments);
 int runExplain(const Arguments &arguments);
+int runFill(const Arguments &arguments);
 int runMap(const Arguments &arguments);
 int runSchema(const Arguments &arguments);
 int runSql(const Arguments &arguments);

@@ -1,8 +1,9 @@
 #include "CommandLine.h"
 #include "CommandTable.h"
-#include "Target.h"
+#include "MapTarget.h"
 
-#include <brannock/gui/MapPicture.h>
+#include <app/logic/SystemMacros.h>
+#include <app/picture/MapPage.h>
 #include <plans/FillCommit.h>
 #include <QDir>
 #include <QFileInfo>
@@ -36,9 +37,9 @@ QSizeF pageInches(const Arguments &arguments)
 QString outputPath(const QString &path)
 {
     const QFileInfo info(path);
-    static const QStringList kinds = {u"png"_s, u"bmp"_s, u"svg"_s, u"pdf"_s, u"jpg"_s};
+    static const QStringList kinds = {u"emf"_s, u"pdf"_s, u"svg"_s, u"bmp"_s, u"png"_s, u"jpg"_s};
     if (!kinds.contains(info.suffix().toLower()))
-        throw UsageError(u"--out needs a name that ends in .png, .bmp, .svg, .pdf or .jpg."_s);
+        throw UsageError(u"--out needs a name that ends in .emf, .pdf, .svg, .bmp, .png or .jpg."_s);
     if (!info.absoluteDir().exists())
         throw tarnwick::Error(u"The folder %1 does not exist."_s.arg(info.absolutePath()));
     return info.absoluteFilePath();
@@ -53,33 +54,19 @@ void setFlips(const QString &axes, brannock::PictureContent &content)
     }
 }
 
-brannock::LegendRow rowOf(const plans::MapFill &fill)
+/// Marks the tubes of a query file. False when that failed, which has been said.
+bool addQuery(Target &target, const QString &path)
 {
-    const plans::MapFillType *type = plans::MapFillType::find(fill.typeKey);
-    brannock::LegendRow row;
-    row.symbol = fill.symbol;
-    row.colour = fill.colour;
-    row.type = type ? type->name : fill.typeKey;
-    row.description = fill.label;
-    row.tubes = fill.fillCount;
-    row.hits = fill.paintedCount;
-    row.shown = fill.shown;
-    return row;
-}
-
-brannock::MapOptions mapOptions(const tarnwick::PathRoots &roots)
-{
-    query::ArvoOptions stored;
-    stored.load(roots);
-    brannock::MapOptions options;
-    options.mapColour = stored.mapColour;
-    options.fillColour = stored.fillColour;
-    options.tickColour = stored.tickColour;
-    options.selectColour = stored.selectColour;
-    options.watermarkColour = stored.watermarkColour;
-    options.displayTickSize = stored.displayTickSize;
-    options.printTickSize = stored.printTickSize;
-    return options;
+    query::QueryDocument document;
+    try {
+        query::readQueryFile(document, QFileInfo(path).absoluteFilePath(), target.project().roots());
+    } catch (const tarnwick::FileError &error) {
+        const tarnwick::Message &message = query::messages::kReadFile;
+        target.prompts().showError(tarnwick::kErrorSeverity, message.number,
+                                   QString::fromUtf16(message.text) + u"\n\n"_s + error.text());
+        return false;
+    }
+    return plans::addFillOfQuery(target, document);
 }
 
 } // namespace
@@ -91,41 +78,33 @@ int runMap(const Arguments &arguments)
     if (!arguments.has(u"out"))
         throw UsageError(u"--out is missing."_s);
     const QString out = outputPath(arguments.value(u"out"));
-    brannock::PictureContent content;
     const QSizeF inches = pageInches(arguments);
-    setFlips(arguments.value(u"flip"), content);
+    brannock::PictureContent flips;
+    setFlips(arguments.value(u"flip"), flips);
 
     Target target(folder, arguments, Target::Takes::Project);
+    if (arguments.has(u"map") && !openMap(target, arguments.value(u"map")))
+        return Failed;
     if (arguments.has(u"query") && !target.connect())
         return Failed;
     for (const QString &path : arguments.values(u"query")) {
-        query::QueryDocument document;
-        try {
-            query::readQueryFile(document, QFileInfo(path).absoluteFilePath(), target.project().roots());
-        } catch (const tarnwick::FileError &error) {
-            const tarnwick::Message &message = query::messages::kReadFile;
-            target.prompts().showError(tarnwick::kErrorSeverity, message.number,
-                                       QString::fromUtf16(message.text) + u"\n\n"_s + error.text());
-            return Failed;
-        }
-        if (!plans::addFillOfQuery(target, document))
+        if (!addQuery(target, path))
             return Failed;
     }
 
-    content.title = arguments.value(u"title");
-    content.modelText = brannock::modelText(target.steamGen());
-    for (int i = 0; i < target.legend().count(); ++i) {
-        const plans::MapFill &fill = target.legend().entry(i);
-        content.legend.append(rowOf(fill));
-    }
-    const brannock::MapScene scene(target.steamGen(), mapOptions(target.queryContext().roots));
-    brannock::MapPicture(scene, content).save(out, inches, kDpi);
-    for (const brannock::LegendRow &row : std::as_const(content.legend))
-        print(u"%1  %2  %3  %4  %5\n"_s.arg(QChar(row.symbol))
-                  .arg(row.type, -8)
-                  .arg(row.description, -30)
-                  .arg(row.tubes, 8)
-                  .arg(row.hits, 8));
+    app::MapHeader header = target.map().header;
+    if (arguments.has(u"header"))
+        header = app::readHeaderFile(mapPath(target, arguments.value(u"header")));
+    if (arguments.has(u"title"))
+        header.upperText = arguments.value(u"title");
+    query::ArvoOptions options;
+    options.load(target.queryContext().roots);
+    const tarnwick::JMacro macros = app::printMacros(target.systemMacros(), target.userMacros());
+    brannock::PictureContent content = app::pageContent(header, target.legend(), target.steamGen(), options, macros);
+    content.xOrientation = flips.xOrientation;
+    content.yOrientation = flips.yOrientation;
+    app::mapPage(target.steamGen(), content, options, target.project().site.compCode).save(out, inches, kDpi);
+    printLegend(target.legend());
     return Done;
 }
 

@@ -95,10 +95,12 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
     , m_project(projectAt(path, takes))
     , m_session(m_prompts)
     , m_legend(m_project.steamGen)
+    , m_map(m_legend, m_prompts)
     , m_parameters(arguments.values(u"param"), m_prompts)
     , m_queries(m_session, m_context)
 {
     m_context.roots = m_project.isLoaded() ? m_project.roots() : tarnwick::PathRoots::fromEnvironment();
+    m_map.setProject(&m_project);
     m_context.prompt = &m_parameters;
     m_context.systemMacros = [this] { return systemMacros(); };
     query::ArvoOptions options(m_project.databaseFormat);
@@ -128,7 +130,8 @@ tarnwick::JMacro Target::systemMacros()
 {
     if (!m_project.isLoaded())
         return {};
-    return app::systemMacros(m_project, {}, {m_session.path(), m_session.isOpen() && m_session.isUpdatable()});
+    return app::systemMacros(m_project, m_map.file(),
+                             {m_session.path(), m_session.isOpen() && m_session.isUpdatable()});
 }
 
 } // namespace cli

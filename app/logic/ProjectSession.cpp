@@ -8,6 +8,7 @@
 #include <db/Messages.h>
 
 #include <QDir>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -17,12 +18,16 @@ ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
     : m_prompts(prompts)
     , m_project(std::make_unique<brannock::Project>())
     , m_legend(m_project->steamGen)
+    , m_map(m_legend, prompts)
     , m_undo(m_legend, m_project->steamGen)
+    , m_recovery(prompts)
     , m_database(prompts)
     , m_queries(m_database, m_queryContext)
 {
     m_queryContext.roots = roots();
     m_queryContext.systemMacros = [this] { return systemMacros(); };
+    m_undo.captureExtras = [this] { return plans::MapExtras{1, 1, m_map.headerRecord()}; };
+    m_undo.restoreExtras = [this](const plans::MapExtras &extras) { m_map.setHeaderRecord(extras.header); };
     try {
         m_queryContext.roots.makeInstallationFolders();
     } catch (const tarnwick::Error &error) {
@@ -91,11 +96,14 @@ bool ProjectSession::openProject(const QString &folder)
     closeDatabase();
     if (replacing)
         replacing();
+    m_recovery.end();
     m_legend.setSteamGen(loaded->steamGen);
+    m_map.setProject(loaded.get());
     m_undo.reset(loaded->steamGen);
     m_project = std::move(loaded);
-    mapFile.clear();
     m_queryContext.roots = roots();
+    if (keepsRecoveryCopies)
+        m_recovery.begin(roots());
     m_system.addRecentProject(m_project->folder);
     store(m_system);
     const db::ConnectContext context{m_project.get(), this};
@@ -111,7 +119,7 @@ DatabaseStatus ProjectSession::databaseStatus() const
 
 tarnwick::JMacro ProjectSession::systemMacros() const
 {
-    return app::systemMacros(*m_project, mapFile, databaseStatus());
+    return app::systemMacros(*m_project, m_map.file(), databaseStatus());
 }
 
 void ProjectSession::databaseConnected(const QString &path)
@@ -141,6 +149,58 @@ void ProjectSession::closeDatabase()
         db::showDaoError(m_prompts, exception, db::messages::kDisconnectDatabase);
     }
     notify();
+}
+
+void ProjectSession::newMap()
+{
+    m_map.clear();
+    m_undo.reset(m_project->steamGen);
+    notify();
+}
+
+bool ProjectSession::openMap(const QString &machinePath)
+{
+    if (!m_map.readMap(machinePath))
+        return false;
+    m_undo.reset(m_project->steamGen);
+    noteMapFile(messages::kOpenedMap);
+    return true;
+}
+
+bool ProjectSession::saveMap(const QString &machinePath)
+{
+    if (!m_map.storeMap(machinePath))
+        return false;
+    m_undo.setSaved();
+    updateRecoveryCopy();
+    noteMapFile(messages::kStoredMap);
+    return true;
+}
+
+void ProjectSession::noteMapFile(const tarnwick::Message &status)
+{
+    m_recent.addMap(m_project->folder, m_map.file());
+    store(m_recent);
+    notify();
+    m_prompts.status(status, m_map.file());
+}
+
+void ProjectSession::openMapAtStart()
+{
+    if (m_recovery.offer(m_map)) {
+        m_undo.reset(m_project->steamGen);
+        m_undo.setNeverSaved();
+        notify();
+        return;
+    }
+    const QString last = recentFiles().maps.value(0);
+    if (last.isEmpty())
+        return;
+    const QString path = tarnwick::SuitePath(last).machinePath(roots());
+    if (QFileInfo::exists(path))
+        openMap(path);
+    else
+        m_prompts.status(messages::kRecentNotThere, last);
 }
 
 void ProjectSession::uploadComponent()

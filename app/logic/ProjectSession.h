@@ -1,4 +1,5 @@
 #pragma once
+#include "MapRecovery.h"
 #include "PanelTexts.h"
 #include "RecentFiles.h"
 
@@ -31,8 +32,9 @@ public:
 
     plans::MapLegend &legend() { return m_legend; }
     plans::MapUndo &undo() { return m_undo; }
-    /// The map's file in the suite's form of paths; empty for a new map.
-    QString mapFile;
+    /// Header, description and file of the map.
+    MapDocument &map() { return m_map; }
+    const MapDocument &map() const { return m_map; }
 
     tarnwick::UserPrompts &prompts() { return m_prompts; }
     db::DatabaseSession &database() { return m_database; }
@@ -45,6 +47,20 @@ public:
 
     /// Folders of this machine, most recent first.
     const QStringList &recentProjects() const { return m_system.recentProjects; }
+    // The map's file (machine paths). Undo begins anew with a map that was opened.
+    void newMap();
+    bool openMap(const QString &machinePath);
+    bool saveMap(const QString &machinePath);
+    /// What a project begins with: changes that a crash left unsaved, when the user wants them, else the map opened
+    /// last.
+    void openMapAtStart();
+    /// Copies for the case of a crash are kept from the next project on that is opened.
+    bool keepsRecoveryCopies = false;
+    /// After changes: brings the copy up to date.
+    void updateRecoveryCopy() { m_recovery.update(m_map, m_undo.isModified()); }
+    /// The work on the map has come to its proper end.
+    void endRecovery() { m_recovery.end(); }
+
     /// Of the project, in the suite's form of paths.
     RecentFiles::Lists recentFiles() const { return m_recent.lists(m_project->folder); }
     void clearRecentProjects();
@@ -60,7 +76,7 @@ public:
 
     /// The present component is about to go: nothing may look at it any more.
     std::function<void()> replacing;
-    /// After another project was opened, a database connected or closed, or a recent list cleared.
+    /// After another project or map was opened or stored, a database connected or closed, or a recent list cleared.
     std::function<void()> changed;
 
 private:
@@ -68,11 +84,14 @@ private:
     void load(tarnwick::OptionFile &options);
     void store(tarnwick::OptionFile &options);
     void notify();
+    void noteMapFile(const tarnwick::Message &status);
 
     tarnwick::UserPrompts &m_prompts;
     std::unique_ptr<brannock::Project> m_project;
     plans::MapLegend m_legend;
+    MapDocument m_map;
     plans::MapUndo m_undo;
+    MapRecovery m_recovery;
     brannock::SystemOption m_system;
     query::ArvoOptions m_options;
     RecentFiles m_recent;

@@ -27,7 +27,8 @@ public:
         asked.append(QString::fromUtf16(chooser.filter));
         return next;
     }
-    QString saveFile(const FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &) override
+    QString saveFile(const FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &,
+                     const QString &) override
     {
         asked.append(QString::fromUtf16(chooser.filter));
         return next;
