@@ -190,6 +190,8 @@ void DBase::connectBars()
     connect(m_mainBar, &MainToolBar::buttonPressed, this, [this](const QString &name) {
         if (name == u"updateButton"_s)
             m_commands->updateMap();
+        else if (name == u"optionsButton"_s)
+            editOptions();
     });
     connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
     connect(m_viewBar, &ViewBar::findLeft, m_map, qOverload<>(&QWidget::setFocus));

@@ -78,6 +78,7 @@ private:
     void showProjectInfo() override;
 
     void runExtra(Extra extra);
+    void editOptions();
     void findTube(const QString &address);
     void showKeys();
     void showMapMenu(const QPoint &globalPos, int tube);

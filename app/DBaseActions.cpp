@@ -9,6 +9,10 @@
 #include <app/logic/Messages.h>
 #include <app/logic/SelectionCommands.h>
 
+#include <plans/gui/MapLook.h>
+#include <query/dialogs/ArvoOptionsDlg.h>
+#include <tarnwick/gui/StateKeeper.h>
+
 #include <QKeySequence>
 #include <QLabel>
 #include <QMenu>
@@ -79,6 +83,18 @@ void DBase::showKeys()
     add(u"Arrows"_s, u"On the map: move it"_s);
     add(u"Ctrl+drag"_s, u"On the map: toggle tubes in a rectangle; with Shift add, with Alt by lasso"_s);
     showTextBox(this, u"Keys"_s, lines.join(u'\n'));
+}
+
+void DBase::editOptions()
+{
+    query::ArvoOptionsDlg dialog(m_session->options(), systemMacros(), *m_prompts, this);
+    tarnwick::StateKeeper::keep(&dialog);
+    // What is chosen is seen on the map at once, and gone again when it is not kept.
+    connect(&dialog, &query::ArvoOptionsDlg::lookChanged, m_map,
+            [this](const query::ArvoOptions &options) { m_map->setOptions(plans::mapOptions(options)); });
+    if (dialog.exec() == QDialog::Accepted)
+        m_session->setOptions(dialog.options());
+    applyMapOptions();
 }
 
 void DBase::runExtra(Extra extra)

@@ -9,6 +9,8 @@
 
 #include <app/logic/StartUp.h>
 
+#include <plans/gui/MapLook.h>
+
 #include <QDir>
 #include <QEvent>
 #include <QGuiApplication>
@@ -156,16 +158,7 @@ void DBase::changeEvent(QEvent *event)
 
 void DBase::applyMapOptions()
 {
-    const query::ArvoOptions &options = m_session->options();
-    brannock::MapOptions map;
-    map.mapColour = options.mapColour;
-    map.fillColour = options.fillColour;
-    map.tickColour = options.tickColour;
-    map.selectColour = options.selectColour;
-    map.watermarkColour = options.watermarkColour;
-    map.displayTickSize = options.displayTickSize;
-    map.printTickSize = options.printTickSize;
-    m_map->setOptions(map);
+    m_map->setOptions(plans::mapOptions(m_session->options()));
 }
 
 QStringList DBase::tipLines(int tube) const

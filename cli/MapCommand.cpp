@@ -4,9 +4,9 @@
 
 #include <brannock/gui/MapPicture.h>
 #include <plans/FillCommit.h>
+#include <plans/gui/MapLook.h>
 #include <QDir>
 #include <QFileInfo>
-#include <query/ArvoOptions.h>
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
 
@@ -53,35 +53,6 @@ void setFlips(const QString &axes, brannock::PictureContent &content)
     }
 }
 
-brannock::LegendRow rowOf(const plans::MapFill &fill)
-{
-    const plans::MapFillType *type = plans::MapFillType::find(fill.typeKey);
-    brannock::LegendRow row;
-    row.symbol = fill.symbol;
-    row.colour = fill.colour;
-    row.type = type ? type->name : fill.typeKey;
-    row.description = fill.label;
-    row.tubes = fill.fillCount;
-    row.hits = fill.paintedCount;
-    row.shown = fill.shown;
-    return row;
-}
-
-brannock::MapOptions mapOptions(const tarnwick::PathRoots &roots)
-{
-    query::ArvoOptions stored;
-    stored.load(roots);
-    brannock::MapOptions options;
-    options.mapColour = stored.mapColour;
-    options.fillColour = stored.fillColour;
-    options.tickColour = stored.tickColour;
-    options.selectColour = stored.selectColour;
-    options.watermarkColour = stored.watermarkColour;
-    options.displayTickSize = stored.displayTickSize;
-    options.printTickSize = stored.printTickSize;
-    return options;
-}
-
 } // namespace
 
 int runMap(const Arguments &arguments)
@@ -114,11 +85,10 @@ int runMap(const Arguments &arguments)
 
     content.title = arguments.value(u"title");
     content.modelText = brannock::modelText(target.steamGen());
-    for (int i = 0; i < target.legend().count(); ++i) {
-        const plans::MapFill &fill = target.legend().entry(i);
-        content.legend.append(rowOf(fill));
-    }
-    const brannock::MapScene scene(target.steamGen(), mapOptions(target.queryContext().roots));
+    content.legend = plans::legendRows(target.legend());
+    query::ArvoOptions options;
+    options.load(target.queryContext().roots);
+    const brannock::MapScene scene(target.steamGen(), plans::mapOptions(options));
     brannock::MapPicture(scene, content).save(out, inches, kDpi);
     for (const brannock::LegendRow &row : std::as_const(content.legend))
         print(u"%1  %2  %3  %4  %5\n"_s.arg(QChar(row.symbol))

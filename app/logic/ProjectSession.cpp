@@ -64,6 +64,17 @@ void ProjectSession::store(tarnwick::OptionFile &options)
     }
 }
 
+void ProjectSession::setOptions(const query::ArvoOptions &options)
+{
+    m_options = options;
+    m_queryContext.userMacros = m_options.userMacros;
+    try {
+        m_options.store(roots());
+    } catch (const tarnwick::Error &error) {
+        m_prompts.error(messages::kOptionsNotStored, error.text());
+    }
+}
+
 void ProjectSession::notify()
 {
     if (changed)

@@ -39,7 +39,10 @@ public:
     DatabaseStatus databaseStatus() const;
     plans::ProjectQueries &queries() { return m_queries; }
     query::QueryContext &queryContext() { return m_queryContext; }
-    query::ArvoOptions &options() { return m_options; }
+    const query::ArvoOptions &options() const { return m_options; }
+    /// Takes the options over and stores them. When they cannot be stored, which is said, they hold until the end of
+    /// the program.
+    void setOptions(const query::ArvoOptions &options);
     tarnwick::PathRoots roots() const;
     tarnwick::JMacro systemMacros() const;
 
