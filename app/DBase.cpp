@@ -11,6 +11,7 @@
 #include <app/logic/Messages.h>
 #include <app/logic/SelectionCommands.h>
 #include <app/logic/StartUp.h>
+#include <app/logic/TubeFinder.h>
 
 #include <plans/FillCommit.h>
 #include <query/Messages.h>
@@ -82,6 +83,8 @@ void DBase::makeStatusBar()
     m_tubeText->setObjectName(u"tubeText"_s);
     m_selectionText = new QLabel;
     m_selectionText->setObjectName(u"selectionText"_s);
+    for (QLabel *label : {m_tubeText, m_selectionText})
+        label->setContentsMargins(fontMetrics().height(), 0, 0, 0);
     statusBar()->addWidget(m_statusText, 1);
     statusBar()->addPermanentWidget(m_tubeText);
     statusBar()->addPermanentWidget(m_selectionText);
@@ -193,7 +196,12 @@ void DBase::connectBars()
         else if (name == u"optionsButton"_s)
             editOptions();
     });
+    m_viewBar->setCompletions([this](const QString &text) {
+        constexpr int kMostCompletions = 100;
+        return TubeFinder(steamGen()).completions(text, kMostCompletions);
+    });
     connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
+    connect(m_viewBar, &ViewBar::dragModeChosen, m_map, &brannock::TubesheetMap::setDragMode);
     connect(m_viewBar, &ViewBar::findLeft, m_map, qOverload<>(&QWidget::setFocus));
     connect(m_viewBar, &ViewBar::changesWanted, this, [this] {
         const plans::UndoStack &changes = m_session->undo().stack();

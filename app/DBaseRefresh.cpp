@@ -41,6 +41,8 @@ void DBase::refreshAll()
 
 void DBase::sessionChanged()
 {
+    if (m_session->hasProject() && !m_map->steamGen())
+        m_map->setSteamGen(&steamGen()); // the component was read again
     refreshMenus();
     refreshTitle();
     refreshAll();
@@ -177,7 +179,7 @@ QStringList DBase::tipLines(int tube) const
                    (fill.allSections && sg[other].address.row == address.row && sg[other].address.col == address.col);
         };
         if (std::any_of(fill.tubes.begin(), fill.tubes.end(), marks))
-            return {QString(QChar(fill.symbol)) + u"  "_s + fill.label.trimmed()};
+            return {fill.typeName() + u"  "_s + fill.label.trimmed()};
     }
     return {};
 }

@@ -1,11 +1,13 @@
 #include "ProjectSession.h"
 
+#include "ComponentReload.h"
 #include "ComponentUpload.h"
 #include "Messages.h"
 #include "SystemMacros.h"
 
 #include <db/Errors.h>
 #include <db/Messages.h>
+#include <ellery/ComponentFile.h>
 
 #include <QDir>
 
@@ -105,6 +107,7 @@ bool ProjectSession::openProject(const QString &folder)
     m_legend.setSteamGen(loaded->steamGen);
     m_undo.reset(loaded->steamGen);
     m_project = std::move(loaded);
+    m_componentStamp = componentStamp(componentFolder());
     mapFile.clear();
     m_queryContext.roots = roots();
     m_system.addRecentProject(m_project->folder);
@@ -113,6 +116,41 @@ bool ProjectSession::openProject(const QString &folder)
     db::connectAtStart(m_database, recentFiles().databases, m_options.databaseFormat, context);
     notify();
     return true;
+}
+
+QString ProjectSession::componentFolder() const
+{
+    return m_project->pathOf(u"component"_s);
+}
+
+int ProjectSession::reloadComponent()
+{
+    const QByteArray stamp = componentStamp(componentFolder());
+    if (!hasProject() || stamp == m_componentStamp)
+        return 0;
+    ellery::SteamGen loaded;
+    try {
+        loaded = ellery::readComponent(componentFolder());
+    } catch (const tarnwick::Error &error) {
+        m_prompts.error(messages::kComponentUnreadable, error.text());
+        return 0;
+    }
+    m_componentStamp = stamp;
+    if (replacing)
+        replacing();
+    plans::MapLegend::Entries entries = m_legend.copyEntries();
+    ellery::SteamGen &present = m_project->steamGen;
+    const ellery::SteamGen before = std::exchange(present, std::move(loaded));
+    m_project->site.model = present.modelName;
+    const int dropped = followTubes(entries, before, present);
+    m_legend.setSteamGen(present);
+    m_undo.reset(present);
+    // Map files hold tubes by their place in the component, so the map has to be saved anew: it counts as changed.
+    m_undo.checkpoint(u"Component Changed"_s);
+    m_legend.replaceEntries(std::move(entries));
+    present.setSelection(followTubes(before.selection(), before, present));
+    notify();
+    return dropped;
 }
 
 DatabaseStatus ProjectSession::databaseStatus() const

@@ -29,6 +29,11 @@ public:
     brannock::Project &project() { return *m_project; }
     const brannock::Project &project() const { return *m_project; }
 
+    /// Reads the component again when its files have changed since. Legend and selection follow their tubes by address;
+    /// undo begins anew. What cannot be read is said, and everything stays. Returns how many tubes of legend entries
+    /// are not there any more.
+    int reloadComponent();
+
     plans::MapLegend &legend() { return m_legend; }
     plans::MapUndo &undo() { return m_undo; }
     /// The map's file in the suite's form of paths; empty for a new map.
@@ -73,7 +78,10 @@ private:
     void notify();
 
     tarnwick::UserPrompts &m_prompts;
+    QString componentFolder() const;
+
     std::unique_ptr<brannock::Project> m_project;
+    QByteArray m_componentStamp; ///< of the files that the present component was read from
     plans::MapLegend m_legend;
     plans::MapUndo m_undo;
     brannock::SystemOption m_system;

@@ -140,8 +140,12 @@ QWidget *ArvoOptionsDlg::makeOptions()
     addColour(u"F&ill Color"_s, u"fillColour"_s, draft.fillColour);
     addColour(u"Tic&k Color"_s, u"tickColour"_s, draft.tickColour);
     addColour(u"S&elect Color"_s, u"selectColour"_s, draft.selectColour);
-    form->addRow(u"&Display Tick Size"_s, points(u"displayTickSize"_s, draft.displayTickSize));
-    form->addRow(u"&Print Tick Size"_s, points(u"printTickSize"_s, draft.printTickSize));
+    QSpinBox *displayTicks = points(u"displayTickSize"_s, draft.displayTickSize);
+    QSpinBox *printTicks = points(u"printTickSize"_s, draft.printTickSize);
+    form->addRow(u"&Display Tick Size"_s, displayTicks);
+    form->addRow(u"&Print Tick Size"_s, printTicks);
+    for (QWidget *field : std::initializer_list<QWidget *>{format, displayTicks, printTicks})
+        field->setMinimumWidth(page->findChild<tarnwick::ColourButton *>()->sizeHint().width());
     return page;
 }
 

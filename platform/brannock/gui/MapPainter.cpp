@@ -217,18 +217,27 @@ void MapPainter::paintTubes(QImage &image, const MapScene &scene, const MapView 
     paintPlaced(image, scene, art, image.rect());
 }
 
+bool MapPainter::standOnPlainSheet(const MapScene &scene) const
+{
+    // Discs keep clear of each other and of the sheet's edge; the rings of selected tubes reach to their neighbours.
+    return scene.watermark.isEmpty() && scene.rodsKeepClear() &&
+           std::none_of(m_placed.begin(), m_placed.end(), [](const Placed &tube) { return tube.look & 1; });
+}
+
 void MapPainter::paintPlaced(QImage &image, const MapScene &scene, const TubeArt &art, const QRect &clip)
 {
     bool sprites = art.diameter() <= kLargestSprite;
+    const bool plain = standOnPlainSheet(scene);
+    SpriteAtlas &atlas = plain ? m_plainAtlas : m_atlas;
     if (sprites) {
-        m_atlas.prepare(scene, art);
+        atlas.prepare(scene, art, plain ? std::optional(fromColourRef(scene.options.mapColour).rgb()) : std::nullopt);
         sprites = std::all_of(m_placed.begin(), m_placed.end(),
-                              [&](const Placed &tube) { return m_atlas.ensure(scene, tube.look); });
+                              [&](const Placed &tube) { return atlas.ensure(scene, tube.look); });
     }
     if (sprites) {
-        const int tile = m_atlas.tile();
+        const int tile = atlas.tile();
         for (const Placed &tube : m_placed)
-            m_atlas.put(image, clip, (tube.x2 - tile) / 2, (tube.y2 - tile) / 2, tube.look);
+            atlas.put(image, clip, (tube.x2 - tile) / 2, (tube.y2 - tile) / 2, tube.look);
         return;
     }
     QPainter painter(&image);
