@@ -263,7 +263,7 @@ void DBase::closeEvent(QCloseEvent *event)
     // The next start begins with the panels, as they stood beside the map.
     if (m_isFullScreen)
         toggleFullScreen();
-    m_session->closeDatabase();
+    m_session->closeDatabaseAtEnd();
     event->accept();
 }
 

@@ -40,10 +40,15 @@ ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
 
 ProjectSession::~ProjectSession()
 {
+    close(db::messages::kCloseDatabase);
+}
+
+void ProjectSession::close(const tarnwick::Message &failure)
+{
     try {
         m_database.close();
     } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_prompts, exception, db::messages::kCloseDatabase);
+        db::showDaoError(m_prompts, exception, failure);
     }
 }
 
@@ -184,11 +189,13 @@ bool ProjectSession::createDatabase(const QString &machinePath)
 
 void ProjectSession::closeDatabase()
 {
-    try {
-        m_database.close();
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_prompts, exception, db::messages::kDisconnectDatabase);
-    }
+    close(db::messages::kDisconnectDatabase);
+    notify();
+}
+
+void ProjectSession::closeDatabaseAtEnd()
+{
+    close(db::messages::kCloseDatabase);
     notify();
 }
 

@@ -63,6 +63,8 @@ public:
     bool connectDatabase(const QString &machinePath);
     bool createDatabase(const QString &machinePath);
     void closeDatabase();
+    /// The same when the window goes, with the message of that.
+    void closeDatabaseAtEnd();
     /// Asks first.
     void uploadComponent();
 
@@ -75,6 +77,7 @@ private:
     void databaseConnected(const QString &path) override;
     void load(tarnwick::OptionFile &options);
     void store(tarnwick::OptionFile &options);
+    void close(const tarnwick::Message &failure);
     void notify();
 
     tarnwick::UserPrompts &m_prompts;

@@ -126,6 +126,30 @@ void paintSheet(QPainter &painter, const MapScene &scene, const MapView &view, c
     painter.drawPolygon(cutTo(outline, exposed.adjusted(-4 * line, -4 * line, 4 * line, 4 * line)));
 }
 
+/// The columns of the band that the sheet covers from top to bottom, edge line and all; empty when there are none.
+QRect coveredPart(const QPolygonF &outline, const QRect &band, double line)
+{
+    double left = band.left();
+    double right = band.right() + 1.0;
+    for (const double y : {band.top() - line, band.bottom() + 1 + line}) {
+        double from = right;
+        double to = left;
+        for (qsizetype i = 0; i < outline.size(); ++i) {
+            const QPointF &a = outline[i];
+            const QPointF &b = outline[(i + 1) % outline.size()];
+            if ((a.y() <= y) == (b.y() <= y))
+                continue;
+            const double x = a.x() + (b.x() - a.x()) * (y - a.y()) / (b.y() - a.y());
+            from = std::min(from, x);
+            to = std::max(to, x);
+        }
+        left = std::max(left, from + line);
+        right = std::min(right, to - line);
+    }
+    const int first = int(std::ceil(left));
+    return right > left ? QRect(first, band.top(), int(right) - first, band.height()) : QRect();
+}
+
 void paintWatermark(QPainter &painter, const MapScene &scene, const MapView &view)
 {
     if (scene.watermark.isEmpty())
@@ -187,9 +211,18 @@ void MapPainter::paintBand(QImage &image, const MapScene &scene, const MapView &
     const int odd = oddness(art);
     const QRectF area = reached(view, band, art);
     QPainter painter(&image);
-    painter.setClipRect(band);
     painter.setRenderHint(QPainter::Antialiasing);
-    paintSheet(painter, scene, view, band, edgeWidth(art), background);
+    // Beside the edge background and sheet are painted over each other; where there is only sheet, once is enough.
+    const QRect covered = coveredPart(outlineInView(scene, view), band, edgeWidth(art));
+    const auto paintPart = [&](const QRect &part) {
+        painter.setClipRect(part);
+        paintSheet(painter, scene, view, part, edgeWidth(art), background);
+    };
+    if (!covered.isEmpty())
+        paintPart(covered);
+    for (const QRect &part : QRegion(band) - covered)
+        paintPart(part);
+    painter.setClipRect(band);
     paintWatermark(painter, scene, view);
     visitRods(scene, view, area, [&](const QPointF &centre) { art.paintStayRod(painter, snapped(centre, odd)); });
     painter.end();
