@@ -11,6 +11,7 @@
 #include <app/logic/Messages.h>
 #include <app/logic/SelectionCommands.h>
 #include <app/logic/StartUp.h>
+#include <app/logic/TubeFinder.h>
 
 #include <plans/FillCommit.h>
 #include <query/Messages.h>
@@ -89,6 +90,8 @@ void DBase::makeStatusBar()
     m_mapText->setObjectName(u"mapText"_s);
     m_selectionText = new QLabel;
     m_selectionText->setObjectName(u"selectionText"_s);
+    for (QLabel *label : {m_tubeText, m_selectionText})
+        label->setContentsMargins(fontMetrics().height(), 0, 0, 0);
     statusBar()->addWidget(m_statusText, 1);
     statusBar()->addPermanentWidget(m_tubeText);
     statusBar()->addPermanentWidget(m_mapText);
@@ -201,9 +204,16 @@ void DBase::connectBars()
             m_commands->updateMap();
         else if (name == u"headerButton"_s)
             m_commands->editHeader();
+        else if (name == u"optionsButton"_s)
+            editOptions();
         scheduleRefresh();
     });
+    m_viewBar->setCompletions([this](const QString &text) {
+        constexpr int kMostCompletions = 100;
+        return TubeFinder(steamGen()).completions(text, kMostCompletions);
+    });
     connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
+    connect(m_viewBar, &ViewBar::dragModeChosen, m_map, &brannock::TubesheetMap::setDragMode);
     connect(m_viewBar, &ViewBar::findLeft, m_map, qOverload<>(&QWidget::setFocus));
     connect(m_viewBar, &ViewBar::changesWanted, this, [this] {
         const plans::UndoStack &changes = m_session->undo().stack();
@@ -272,7 +282,7 @@ void DBase::closeEvent(QCloseEvent *event)
     // The next start begins with the panels, as they stood beside the map.
     if (m_isFullScreen)
         toggleFullScreen();
-    m_session->closeDatabase();
+    m_session->closeDatabaseAtEnd();
     event->accept();
 }
 

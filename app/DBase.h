@@ -79,7 +79,9 @@ private:
     void showProjectInfo() override;
 
     void runExtra(Extra extra);
+    void editOptions();
     void findTube(const QString &address);
+    void goToNextPart();
     void showKeys();
     void showMapMenu(const QPoint &globalPos, int tube);
     void showLegendMenu(const QPoint &globalPos, int entry);

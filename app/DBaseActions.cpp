@@ -2,12 +2,18 @@
 #include "CommandActions.h"
 #include "DBase.h"
 #include "LegendView.h"
+#include "LineIcon.h"
 #include "MainToolBar.h"
 #include "SidePanel.h"
 #include "ViewBar.h"
 
 #include <app/logic/Messages.h>
 #include <app/logic/SelectionCommands.h>
+#include <app/logic/TubeFinder.h>
+
+#include <plans/gui/MapLook.h>
+#include <query/dialogs/ArvoOptionsDlg.h>
+#include <tarnwick/gui/StateKeeper.h>
 
 #include <QKeySequence>
 #include <QLabel>
@@ -15,6 +21,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -46,6 +53,8 @@ void DBase::toggleFullScreen()
 void DBase::showAbout()
 {
     QMessageBox box(QMessageBox::NoIcon, u"About Palomine ARVO"_s, {}, QMessageBox::Ok, this);
+    constexpr int kPictureSide = 64;
+    box.setIconPixmap(programIcon().pixmap(QSize(kPictureSide, kPictureSide), devicePixelRatioF()));
     box.setTextFormat(Qt::RichText);
     box.setText(u"<h3>Palomine ARVO</h3><p>Revision %1</p><p>Database manager for eddy-current inspection of "
                 u"steam-generator tubes.</p>"_s.arg(brannock::TOLVENMARK_REV));
@@ -62,10 +71,8 @@ void DBase::showProjectInfo()
 
 void DBase::showKeys()
 {
-    QStringList lines;
-    const auto add = [&lines](const QString &keys, const QString &text) {
-        lines.append(keys.leftJustified(16) + u"  "_s + text);
-    };
+    QList<QStringList> rows;
+    const auto add = [&rows](const QString &keys, const QString &text) { rows.append({keys, text}); };
     for (const MenuItem &item : kMenuBar) {
         if (item.kind != MenuItem::Item)
             continue;
@@ -81,7 +88,26 @@ void DBase::showKeys()
     add(u"Alt+Arrows"_s, u"On the map: go from tube to tube"_s);
     add(u"Arrows"_s, u"On the map: move it"_s);
     add(u"Ctrl+drag"_s, u"On the map: toggle tubes in a rectangle; with Shift add, with Alt by lasso"_s);
+    add(u"Alt+Shift+Arrows"_s, u"On the map: select tubes on the way"_s);
+    qsizetype width = 0;
+    for (const QStringList &row : std::as_const(rows))
+        width = std::max(width, row[0].size());
+    QStringList lines;
+    for (const QStringList &row : std::as_const(rows))
+        lines.append(row[0].leftJustified(width + 2) + row[1]);
     showTextBox(this, u"Keys"_s, lines.join(u'\n'));
+}
+
+void DBase::editOptions()
+{
+    query::ArvoOptionsDlg dialog(m_session->options(), systemMacros(), *m_prompts, this);
+    tarnwick::StateKeeper::keep(&dialog);
+    // What is chosen is seen on the map at once, and gone again when it is not kept.
+    connect(&dialog, &query::ArvoOptionsDlg::lookChanged, m_map,
+            [this](const query::ArvoOptions &options) { m_map->setOptions(plans::mapOptions(options)); });
+    if (dialog.exec() == QDialog::Accepted)
+        m_session->setOptions(dialog.options());
+    applyMapOptions();
 }
 
 void DBase::runExtra(Extra extra)
@@ -116,6 +142,12 @@ void DBase::runExtra(Extra extra)
     case Extra::FindTube:
         m_viewBar->focusFind();
         break;
+    case Extra::Changes:
+        m_viewBar->showChanges();
+        break;
+    case Extra::NextPart:
+        goToNextPart();
+        break;
     case Extra::EntryUp:
         moveEntry(-1);
         break;
@@ -146,7 +178,9 @@ void DBase::findTube(const QString &address)
     const ellery::SteamGen &sg = m_session->project().steamGen;
     const int tube = sg.parseTube(address);
     if (tube < 0) {
-        m_prompts->status(messages::kNoSuchTube, address);
+        const QString hint = TubeFinder(sg).hint(address);
+        m_prompts->status(messages::kNoSuchTube, address.trimmed(), hint);
+        m_viewBar->showFindProblem(tarnwick::format(messages::kNoSuchTube.text, address.trimmed(), hint));
         return;
     }
     m_map->select({tube}, brannock::TubesheetMap::SelectMode::Replace);
@@ -154,6 +188,25 @@ void DBase::findTube(const QString &address)
     m_map->setCursorTube(tube);
     const ellery::TubeAddress found = sg[tube].address;
     m_prompts->status(messages::kTubeFound, sg.tubeName(found.row, found.col, found.sec));
+}
+
+void DBase::goToNextPart()
+{
+    const std::initializer_list<QWidget *> parts = {m_map, &m_side->legendView(), m_mainBar->firstButton(),
+                                                    m_viewBar->findField()};
+    const QWidget *focus = focusWidget();
+    const auto holdsFocus = [focus](const QWidget *part) {
+        return part == focus || part->isAncestorOf(focus) ||
+               (qobject_cast<const QToolButton *>(part) && focus && part->parentWidget()->isAncestorOf(focus));
+    };
+    auto next = std::find_if(parts.begin(), parts.end(), holdsFocus);
+    for (size_t tried = 0; tried < parts.size(); ++tried) {
+        next = next == parts.end() || next + 1 == parts.end() ? parts.begin() : next + 1;
+        if ((*next)->isVisible() && (*next)->isEnabled()) {
+            (*next)->setFocus(Qt::ShortcutFocusReason);
+            return;
+        }
+    }
 }
 
 void DBase::showMapMenu(const QPoint &globalPos, int tube)
@@ -178,10 +231,10 @@ void DBase::showTube(int tube)
         return;
     }
     const ellery::TubeAddress address = sg[tube].address;
-    QString text = sg.tubeName(address.row, address.col, address.sec);
+    QStringList parts{sg.tubeName(address.row, address.col, address.sec)};
     if (!sg.isOpen(tube))
-        text += u"   "_s + QChar(sg.symbol(tube));
-    m_tubeText->setText(text);
+        parts << QString(QChar(sg.symbol(tube))) << tipLines(tube);
+    m_tubeText->setText(parts.join(u"   "));
 }
 
 } // namespace app

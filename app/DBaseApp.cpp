@@ -1,6 +1,7 @@
 #include "DBaseApp.h"
 
 #include "DBase.h"
+#include "LineIcon.h"
 
 #include <app/logic/Messages.h>
 #include <app/logic/StartUp.h>
@@ -38,6 +39,15 @@ bool parseSize(const QString &text, QSize &size)
 void say(const QString &text)
 {
     fprintf(stderr, "%s\n", qUtf8Printable(text));
+}
+
+QtMessageHandler usualHandler = nullptr;
+
+/// Drawing without a display leads to one complaint of the platform for every window, which means nothing to anyone.
+void dropPlatformNote(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (text != u"This plugin does not support propagateSizeHints()"_s)
+        usualHandler(type, context, text);
 }
 
 } // namespace
@@ -193,6 +203,7 @@ int runArvo(int argc, char **argv)
     }
     // What follows must stand before the application object is made.
     if (!options.picture.isEmpty()) {
+        usualHandler = qInstallMessageHandler(dropPlatformNote);
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
         if (options.scale != 1)
@@ -201,6 +212,7 @@ int runArvo(int argc, char **argv)
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"ARVO"_s);
     QCoreApplication::setOrganizationName(u"Palomine"_s);
+    QApplication::setWindowIcon(programIcon());
     if (options.dark)
         useDarkPalette();
     else if (!options.picture.isEmpty())

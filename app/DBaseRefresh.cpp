@@ -9,6 +9,8 @@
 
 #include <app/logic/StartUp.h>
 
+#include <plans/gui/MapLook.h>
+
 #include <QDir>
 #include <QEvent>
 #include <QGuiApplication>
@@ -41,6 +43,8 @@ void DBase::refreshAll()
 
 void DBase::sessionChanged()
 {
+    if (m_session->hasProject() && !m_map->steamGen())
+        m_map->setSteamGen(&steamGen()); // the component was read again
     refreshMenus();
     refreshTitle();
     refreshAll();
@@ -159,7 +163,7 @@ void DBase::changeEvent(QEvent *event)
 
 void DBase::applyMapOptions()
 {
-    m_map->setOptions(mapOptions(m_session->options()));
+    m_map->setOptions(plans::mapOptions(m_session->options()));
 }
 
 QStringList DBase::tipLines(int tube) const
@@ -178,7 +182,7 @@ QStringList DBase::tipLines(int tube) const
                    (fill.allSections && sg[other].address.row == address.row && sg[other].address.col == address.col);
         };
         if (std::any_of(fill.tubes.begin(), fill.tubes.end(), marks))
-            return {QString(QChar(fill.symbol)) + u"  "_s + fill.label.trimmed()};
+            return {fill.typeName() + u"  "_s + fill.label.trimmed()};
     }
     return {};
 }

@@ -15,13 +15,6 @@ namespace {
 
 const QString kMimeType = u"application/x-arvo-legend-entry"_s;
 
-/// As the tool button calls the kind.
-QString typeName(const plans::MapFill &fill)
-{
-    const plans::MapFillType *type = plans::MapFillType::find(fill.typeKey);
-    return type ? type->name : fill.typeKey;
-}
-
 QString grouped(int number)
 {
     return tarnwick::format(u"%D", number);
@@ -68,7 +61,7 @@ QVariant LegendModel::text(int row, int column) const
     const plans::MapFill &fill = m_legend->entry(row);
     switch (column) {
     case Type:
-        return typeName(fill);
+        return fill.typeName();
     case Description:
         return fill.label;
     case Tubes:
@@ -84,7 +77,7 @@ QString LegendModel::explanation(int row) const
 {
     const plans::MapFill &fill = m_legend->entry(row);
     QString text = u"%1: %2\n%3 tubes, %4 of them shown with symbol %5"_s.arg(
-        typeName(fill), fill.label.trimmed(), grouped(fill.fillCount), grouped(fill.paintedCount),
+        fill.typeName(), fill.label.trimmed(), grouped(fill.fillCount), grouped(fill.paintedCount),
         QString(QChar(fill.symbol)));
     if (!fill.shown)
         text += u"\nHidden"_s;

@@ -40,6 +40,19 @@ QByteArray shapes(Picture picture)
         return "<path d='M3.5 4.5 H20.5 V15.5 H12 L8 20 V15.5 H3.5 Z M7.5 8.5 H16.5 M7.5 11.5 H13'/>";
     case Picture::FullScreen:
         return "<path d='M4 9 V4 H9 M15 4 H20 V9 M20 15 V20 H15 M9 20 H4 V15'/>";
+    case Picture::SelectRectangle:
+        return "<path d='M4 4 H16 V9.5 M4 4 V16 H9.5' stroke-dasharray='2.6 2.4'/>"
+               "<path d='M11.5 11.5 L20.5 15 L16.5 16.5 L15 20.5 Z'/>";
+    case Picture::Lasso:
+        return "<path d='M7.2 16.2 C2.5 13.5 2.6 6.5 8.5 4.6 C14.5 2.8 21.5 5.5 21 10.5 C20.5 15.5 13 16.8 8.6 15.2' "
+               "stroke-dasharray='3.2 2.2'/><path d='M7.5 14.5 A1.8 1.8 0 1 1 7.4 14.5 M7.6 18 C7.6 19.6 6.6 20.6 5 "
+               "21'/>";
+    case Picture::ZoomRectangle:
+        return "<path d='M3 3.5 H15 M3 3.5 V14.5 H7 M15 3.5 V6' stroke-dasharray='2.6 2.2'/>"
+               "<circle cx='13.5' cy='13' r='5'/><path d='M17.3 16.8 L21.5 21'/>";
+    case Picture::MoveMap:
+        return "<path d='M12 3 V21 M3 12 H21 M9.5 5.5 L12 3 L14.5 5.5 M9.5 18.5 L12 21 L14.5 18.5 M5.5 9.5 L3 12 L5.5 "
+               "14.5 M18.5 9.5 L21 12 L18.5 14.5'/>";
     case Picture::Up:
         return "<path d='M12 19 V5 M6 11 L12 5 L18 11'/>";
     case Picture::Down:
@@ -100,6 +113,30 @@ private:
 QIcon lineIcon(Picture picture)
 {
     return QIcon(new LineIconEngine(picture));
+}
+
+QIcon programIcon()
+{
+    static const QByteArray kDrawing =
+        "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 64 64'>"
+        "<path d='M4 52 C4 24 16 8 32 8 S60 24 60 52 Q60 56 56 56 H8 Q4 56 4 52 Z' fill='#fdffd0' stroke='#5a5a4a' "
+        "stroke-width='2.5'/>"
+        "<g fill='#ffffff' stroke='#6b6b5c' stroke-width='2'>"
+        "<circle cx='25' cy='20' r='4.6'/><circle cx='18' cy='33' r='4.6'/><circle cx='46' cy='33' r='4.6'/>"
+        "<circle cx='25' cy='46' r='4.6'/><circle cx='39' cy='46' r='4.6'/></g>"
+        "<g stroke='#00000055' stroke-width='1.5'><circle cx='39' cy='20' r='5' fill='#d40000'/>"
+        "<circle cx='32' cy='33' r='5' fill='#0072b2'/><circle cx='12' cy='46' r='5' fill='#e69f00'/>"
+        "<circle cx='52' cy='46' r='5' fill='#009e73'/></g></svg>";
+    QIcon icon;
+    for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
+        QPixmap picture(side, side);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        QSvgRenderer(kDrawing).render(&painter);
+        painter.end();
+        icon.addPixmap(picture);
+    }
+    return icon;
 }
 
 } // namespace app

@@ -18,6 +18,10 @@ enum class Picture {
     FlipVertical,
     FloatingId,
     FullScreen,
+    SelectRectangle,
+    Lasso,
+    ZoomRectangle,
+    MoveMap,
     Up,
     Down,
     Delete,
@@ -26,5 +30,8 @@ enum class Picture {
     Swap,
 };
 QIcon lineIcon(Picture picture);
+
+/// The program's own picture: a tubesheet with marked tubes.
+QIcon programIcon();
 
 } // namespace app

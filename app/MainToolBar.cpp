@@ -38,6 +38,13 @@ QToolButton *MainToolBar::add(const QString &text, const QString &name, When whe
     return button;
 }
 
+QWidget *MainToolBar::firstButton() const
+{
+    const auto first = std::find_if(m_buttons.begin(), m_buttons.end(),
+                                    [](const Button &button) { return button.widget->isEnabled(); });
+    return first == m_buttons.end() ? m_buttons.first().widget : first->widget;
+}
+
 void MainToolBar::refresh(const CommandContext &context)
 {
     for (const Button &button : m_buttons) {

@@ -14,6 +14,8 @@ class MainToolBar : public QToolBar
 public:
     explicit MainToolBar(QWidget *parent = nullptr);
     void refresh(const CommandContext &context);
+    /// The first that can be pressed, for the keyboard to start at.
+    QWidget *firstButton() const;
 
 Q_SIGNALS:
     /// By the kind's key.

@@ -2,10 +2,16 @@
 
 #include "LineIcon.h"
 
+#include <brannock/gui/MapColours.h>
+
+#include <QActionGroup>
+#include <QCompleter>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QStringListModel>
 #include <QToolButton>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +28,10 @@ ViewBar::ViewBar(CommandActions &actions, QWidget *parent)
     addUndo(actions);
     addSeparator();
     addView(actions);
+    addDragModes();
+    // Tool bars leave their buttons out of the order of Tab; nothing here may be for the mouse alone.
+    for (auto *button : findChildren<QToolButton *>())
+        button->setFocusPolicy(Qt::TabFocus);
     auto *spring = new QWidget(this);
     spring->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     addWidget(spring);
@@ -37,12 +47,12 @@ void ViewBar::addUndo(CommandActions &actions)
     m_changes->setObjectName(u"changes"_s);
     m_changes->setToolTipsVisible(true);
     connect(m_changes, &QMenu::aboutToShow, this, &ViewBar::changesWanted);
-    auto *button = new QToolButton(this);
-    button->setObjectName(u"undoButton"_s);
-    button->setDefaultAction(undo);
-    button->setMenu(m_changes);
-    button->setPopupMode(QToolButton::MenuButtonPopup);
-    addWidget(button);
+    m_undo = new QToolButton(this);
+    m_undo->setObjectName(u"undoButton"_s);
+    m_undo->setDefaultAction(undo);
+    m_undo->setMenu(m_changes);
+    m_undo->setPopupMode(QToolButton::MenuButtonPopup);
+    addWidget(m_undo);
     QAction *redo = actions.extra(Extra::Redo);
     redo->setIcon(lineIcon(Picture::Redo));
     addAction(redo);
@@ -73,6 +83,55 @@ void ViewBar::addView(CommandActions &actions)
     command(MapFullScreen, Picture::FullScreen);
 }
 
+void ViewBar::addDragModes()
+{
+    using Mode = brannock::TubesheetMap::DragMode;
+    struct Choice
+    {
+        Mode mode;
+        Picture picture;
+        const char16_t *text;
+        const char16_t *tip;
+    };
+    static constexpr Choice kChoices[] = {
+        {Mode::Rectangle, Picture::SelectRectangle, u"Select by &Rectangle",
+         u"Dragging on the map selects a rectangle"},
+        {Mode::Lasso, Picture::Lasso, u"Select by &Lasso", u"Dragging on the map selects what the line goes round"},
+        {Mode::Zoom, Picture::ZoomRectangle, u"&Zoom to Rectangle", u"Dragging on the map shows the rectangle larger"},
+        {Mode::Pan, Picture::MoveMap, u"&Move the Map", u"Dragging moves the map"},
+    };
+    auto *menu = new QMenu(this);
+    menu->setObjectName(u"dragModes"_s);
+    menu->setToolTipsVisible(true);
+    auto *group = new QActionGroup(menu);
+    auto *button = new QToolButton(this);
+    button->setObjectName(u"dragButton"_s);
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::InstantPopup);
+    for (const Choice &choice : kChoices) {
+        QAction *action = menu->addAction(lineIcon(choice.picture), QString::fromUtf16(choice.text));
+        action->setCheckable(true);
+        action->setToolTip(QString::fromUtf16(choice.tip));
+        group->addAction(action);
+        connect(action, &QAction::toggled, this, [this, button, action, mode = choice.mode](bool on) {
+            if (!on)
+                return;
+            button->setIcon(action->icon());
+            button->setToolTip(u"What dragging on the map does\n"_s + action->toolTip());
+            button->setAccessibleName(QString(action->text()).remove(u'&'));
+            Q_EMIT dragModeChosen(mode);
+        });
+    }
+    group->actions().first()->setChecked(true);
+    addSeparator();
+    addWidget(button);
+}
+
+void ViewBar::showChanges()
+{
+    m_undo->showMenu();
+}
+
 void ViewBar::addFind()
 {
     m_find = new QLineEdit(this);
@@ -84,8 +143,37 @@ void ViewBar::addFind()
     m_find->addAction(lineIcon(Picture::FindTube), QLineEdit::LeadingPosition);
     m_find->setFixedWidth(fontMetrics().averageCharWidth() * 24);
     m_find->installEventFilter(this);
+    m_found = new QStringListModel(m_find);
+    auto *completer = new QCompleter(m_found, m_find);
+    completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+    completer->setMaxVisibleItems(12);
+    m_find->setCompleter(completer);
+    connect(m_find, &QLineEdit::textEdited, this, &ViewBar::complete);
+    connect(m_find, &QLineEdit::textChanged, this, &ViewBar::hideFindProblem);
     connect(m_find, &QLineEdit::returnPressed, this, [this] { Q_EMIT findRequested(m_find->text()); });
     addWidget(m_find);
+}
+
+void ViewBar::complete(const QString &text)
+{
+    m_found->setStringList(m_completions ? m_completions(text) : QStringList());
+}
+
+void ViewBar::showFindProblem(const QString &text)
+{
+    QPalette red = palette();
+    red.setColor(QPalette::Text, brannock::readable(QColor(0xC0, 0, 0), palette().color(QPalette::Base), 4.5));
+    m_find->setPalette(red);
+    m_find->selectAll();
+    m_find->setAccessibleDescription(text);
+    QToolTip::showText(m_find->mapToGlobal(QPoint(0, m_find->height())), text, m_find);
+}
+
+void ViewBar::hideFindProblem()
+{
+    m_find->setPalette(QPalette());
+    m_find->setAccessibleDescription({});
+    QToolTip::hideText();
 }
 
 bool ViewBar::eventFilter(QObject *watched, QEvent *event)
@@ -98,6 +186,11 @@ bool ViewBar::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::KeyPress)
         Q_EMIT findLeft();
     return true;
+}
+
+QWidget *ViewBar::findField() const
+{
+    return m_find;
 }
 
 void ViewBar::focusFind()

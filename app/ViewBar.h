@@ -1,9 +1,15 @@
 #pragma once
 #include "CommandActions.h"
 
+#include <brannock/gui/TubesheetMap.h>
+
 #include <QToolBar>
 
+#include <functional>
+
 class QLineEdit;
+class QStringListModel;
+class QToolButton;
 
 namespace app {
 
@@ -13,8 +19,18 @@ class ViewBar : public QToolBar
     Q_OBJECT
 public:
     explicit ViewBar(CommandActions &actions, QWidget *parent = nullptr);
-    /// Puts the cursor into the field.
+    /// Opens the list of changes.
+    void showChanges();
+    /// Puts the cursor into the field to find a tube by its address.
     void focusFind();
+    QWidget *findField() const;
+    /// How a typed address may go on; asked for with every letter.
+    void setCompletions(std::function<QStringList(const QString &)> completions)
+    {
+        m_completions = std::move(completions);
+    }
+    /// Says at the field why nothing was found; the next letter takes it away again.
+    void showFindProblem(const QString &text);
     /// The changes that the menu beside Undo lists, newest last; those from position on are undone.
     void setChanges(const QStringList &labels, int position);
 
@@ -26,6 +42,8 @@ Q_SIGNALS:
     void findLeft();
     /// As many changes are to stand.
     void changesRequested(int position);
+    /// What dragging with the left button is to do on the map.
+    void dragModeChosen(brannock::TubesheetMap::DragMode mode);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -33,10 +51,16 @@ protected:
 private:
     void addUndo(CommandActions &actions);
     void addView(CommandActions &actions);
+    void addDragModes();
     void addFind();
+    void complete(const QString &text);
+    void hideFindProblem();
 
     QMenu *m_changes = nullptr;
+    QToolButton *m_undo = nullptr;
     QLineEdit *m_find = nullptr;
+    QStringListModel *m_found = nullptr;
+    std::function<QStringList(const QString &)> m_completions;
 };
 
 } // namespace app

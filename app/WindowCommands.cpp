@@ -269,10 +269,8 @@ void WindowCommands::startComponentMaker()
 {
     if (!startTool(kComponentMaker, m_session.roots(), true, m_session.prompts()))
         return;
-    if (const int dropped = m_session.legend().dropInvalidTubes(); dropped > 0) {
+    if (const int dropped = m_session.reloadComponent(); dropped > 0)
         m_session.prompts().information(messages::kSymbolsDeleted, dropped);
-        m_host.redrawMap();
-    }
 }
 
 void WindowCommands::createShortcut()

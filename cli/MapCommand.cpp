@@ -7,7 +7,6 @@
 #include <plans/FillCommit.h>
 #include <QDir>
 #include <QFileInfo>
-#include <query/ArvoOptions.h>
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
 

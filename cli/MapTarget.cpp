@@ -22,9 +22,8 @@ void printLegend(const plans::MapLegend &legend)
 {
     for (int i = 0; i < legend.count(); ++i) {
         const plans::MapFill &fill = legend.entry(i);
-        const plans::MapFillType *type = plans::MapFillType::find(fill.typeKey);
         print(u"%1  %2  %3  %4  %5\n"_s.arg(QChar(fill.symbol))
-                  .arg(type ? type->name : fill.typeKey, -8)
+                  .arg(fill.typeName(), -8)
                   .arg(fill.label, -30)
                   .arg(fill.fillCount, 8)
                   .arg(fill.paintedCount, 8));

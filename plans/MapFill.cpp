@@ -50,6 +50,12 @@ void MapFill::paintTube(ellery::SteamGen &steamGen, int tube)
     ++paintedCount;
 }
 
+QString MapFill::typeName() const
+{
+    const MapFillType *type = MapFillType::find(typeKey);
+    return type ? type->name : typeKey;
+}
+
 int MapFill::dropInvalidTubes(int tubeCount)
 {
     return int(tubes.removeIf([tubeCount](qint32 tube) { return tube < 0 || tube >= tubeCount; }));

@@ -40,6 +40,8 @@ public:
     /// not, or found nothing to choose from.
     virtual bool compute(MapHost &host) = 0;
 
+    /// The kind as its tool button calls it.
+    QString typeName() const;
     /// What the legend calls an entry with these parameters.
     virtual QString entryLabel() const = 0;
     /// What Undo calls the making of such an entry.

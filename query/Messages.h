@@ -22,6 +22,8 @@ inline constexpr Message kExecuting{0, u"Executing ..."};
 inline constexpr Message kExecuteTime{0, u"Execute time=%.3f sec."};
 inline constexpr Message kEntries{0, u"%D Entries"};
 inline constexpr Message kCancelled{0, u"Cancelled."};
+inline constexpr Message kAskSaveChanges{0, u"Do you wish to save changes?"};
+inline constexpr Message kParametersUnchanged{0, u"Parameters unchanged."};
 inline constexpr Message kLoaded{0, u"Loaded \"%S\"."};
 inline constexpr Message kStored{0, u"Stored \"%S\"."};
 inline constexpr Message kStoringHistory{0, u"Could not store the query history.\n\n%S"};

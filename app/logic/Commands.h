@@ -143,6 +143,8 @@ enum class Extra {
     PreviousView,
     NextView,
     FindTube,
+    Changes,
+    NextPart,
     EntryUp,
     EntryDown,
     EntryDelete,

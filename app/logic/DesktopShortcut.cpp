@@ -31,6 +31,7 @@ QString quoted(const QString &argument)
 
 QString createDesktopShortcut(const QString &folder, const QString &program)
 {
+    QDir().mkpath(folder); // a desktop that was never used may have no folder yet
     const QString path = QDir(folder).filePath(u"ARVO.desktop"_s);
     const QString text = u"[Desktop Entry]\nType=Application\nVersion=1.0\nName=ARVO\nComment=Palomine ARVO\nExec="_s +
                          quoted(program) + u"\nTerminal=false\nCategories=Science;Engineering;\n"_s;

@@ -125,7 +125,7 @@ constexpr std::array kLegendMenuItems{
 
 constexpr std::array kToolButtonItems{
     ToolButton{u"HEADER", u"headerButton", When::Project, u"Edit the header printed above the map"},
-    ToolButton{u"OPTIONS", u"optionsButton", When::Later, u"Set colours, margins, tick sizes and macros"},
+    ToolButton{u"OPTIONS", u"optionsButton", When::Project, u"Set colours, margins, tick sizes and macros"},
     ToolButton{u" SQL ", u"sqlButton", When::Later, u"Write and run queries over the inspection results"},
     ToolButton{u"PLANS", u"plansButton", When::Later, u"Store the legend as an inspection plan, or load one"},
     ToolButton{u"UPDATE", u"updateButton", When::Entries, u"Compute every entry of the legend anew, in order"},
@@ -158,6 +158,10 @@ constexpr std::array kExtraItems{
               u"Show the part of the map shown after this one"},
     ExtraInfo{Extra::FindTube, Scope::Window, u"findTube", u"Find Tube", u"Ctrl+F", When::Project,
               u"Type a tube's address to show and select it"},
+    ExtraInfo{Extra::Changes, Scope::Window, u"changesList", u"Changes", u"Ctrl+H", When::Project,
+              u"List the changes of the map, to go back or forth to one of them"},
+    ExtraInfo{Extra::NextPart, Scope::Window, u"nextPart", u"Next Part", u"F6", When::Project,
+              u"Go on to the next part of the window: map, legend, tool bar, find field"},
     ExtraInfo{Extra::EntryUp, Scope::Legend, u"entryUp", u"Move Up", u"Alt+Up", When::Entries,
               u"Move the current entry up; entries further down are painted over those above"},
     ExtraInfo{Extra::EntryDown, Scope::Legend, u"entryDown", u"Move Down", u"Alt+Down", When::Entries,

@@ -1,11 +1,13 @@
 #include "ProjectSession.h"
 
+#include "ComponentReload.h"
 #include "ComponentUpload.h"
 #include "Messages.h"
 #include "SystemMacros.h"
 
 #include <db/Errors.h>
 #include <db/Messages.h>
+#include <ellery/ComponentFile.h>
 
 #include <QDir>
 #include <QFileInfo>
@@ -43,10 +45,15 @@ ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
 
 ProjectSession::~ProjectSession()
 {
+    close(db::messages::kCloseDatabase);
+}
+
+void ProjectSession::close(const tarnwick::Message &failure)
+{
     try {
         m_database.close();
     } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_prompts, exception, db::messages::kCloseDatabase);
+        db::showDaoError(m_prompts, exception, failure);
     }
 }
 
@@ -66,6 +73,17 @@ void ProjectSession::store(tarnwick::OptionFile &options)
         options.store(roots());
     } catch (const tarnwick::Error &error) {
         m_prompts.status(messages::kOptionsNotStored, error.text());
+    }
+}
+
+void ProjectSession::setOptions(const query::ArvoOptions &options)
+{
+    m_options = options;
+    m_queryContext.userMacros = m_options.userMacros;
+    try {
+        m_options.store(roots());
+    } catch (const tarnwick::Error &error) {
+        m_prompts.error(messages::kOptionsNotStored, error.text());
     }
 }
 
@@ -101,6 +119,7 @@ bool ProjectSession::openProject(const QString &folder)
     m_map.setProject(loaded.get());
     m_undo.reset(loaded->steamGen);
     m_project = std::move(loaded);
+    m_componentStamp = componentStamp(componentFolder());
     m_queryContext.roots = roots();
     if (keepsRecoveryCopies)
         m_recovery.begin(roots());
@@ -110,6 +129,41 @@ bool ProjectSession::openProject(const QString &folder)
     db::connectAtStart(m_database, recentFiles().databases, m_options.databaseFormat, context);
     notify();
     return true;
+}
+
+QString ProjectSession::componentFolder() const
+{
+    return m_project->pathOf(u"component"_s);
+}
+
+int ProjectSession::reloadComponent()
+{
+    const QByteArray stamp = componentStamp(componentFolder());
+    if (!hasProject() || stamp == m_componentStamp)
+        return 0;
+    ellery::SteamGen loaded;
+    try {
+        loaded = ellery::readComponent(componentFolder());
+    } catch (const tarnwick::Error &error) {
+        m_prompts.error(messages::kComponentUnreadable, error.text());
+        return 0;
+    }
+    m_componentStamp = stamp;
+    if (replacing)
+        replacing();
+    plans::MapLegend::Entries entries = m_legend.copyEntries();
+    ellery::SteamGen &present = m_project->steamGen;
+    const ellery::SteamGen before = std::exchange(present, std::move(loaded));
+    m_project->site.model = present.modelName;
+    const int dropped = followTubes(entries, before, present);
+    m_legend.setSteamGen(present);
+    m_undo.reset(present);
+    // Map files hold tubes by their place in the component, so the map has to be saved anew: it counts as changed.
+    m_undo.checkpoint(u"Component Changed"_s);
+    m_legend.replaceEntries(std::move(entries));
+    present.setSelection(followTubes(before.selection(), before, present));
+    notify();
+    return dropped;
 }
 
 DatabaseStatus ProjectSession::databaseStatus() const
@@ -143,11 +197,13 @@ bool ProjectSession::createDatabase(const QString &machinePath)
 
 void ProjectSession::closeDatabase()
 {
-    try {
-        m_database.close();
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_prompts, exception, db::messages::kDisconnectDatabase);
-    }
+    close(db::messages::kDisconnectDatabase);
+    notify();
+}
+
+void ProjectSession::closeDatabaseAtEnd()
+{
+    close(db::messages::kCloseDatabase);
     notify();
 }
 

@@ -30,6 +30,11 @@ public:
     brannock::Project &project() { return *m_project; }
     const brannock::Project &project() const { return *m_project; }
 
+    /// Reads the component again when its files have changed since. Legend and selection follow their tubes by address;
+    /// undo begins anew. What cannot be read is said, and everything stays. Returns how many tubes of legend entries
+    /// are not there any more.
+    int reloadComponent();
+
     plans::MapLegend &legend() { return m_legend; }
     plans::MapUndo &undo() { return m_undo; }
     /// Header, description and file of the map.
@@ -41,7 +46,10 @@ public:
     DatabaseStatus databaseStatus() const;
     plans::ProjectQueries &queries() { return m_queries; }
     query::QueryContext &queryContext() { return m_queryContext; }
-    query::ArvoOptions &options() { return m_options; }
+    const query::ArvoOptions &options() const { return m_options; }
+    /// Takes the options over and stores them. When they cannot be stored, which is said, they hold until the end of
+    /// the program.
+    void setOptions(const query::ArvoOptions &options);
     tarnwick::PathRoots roots() const;
     tarnwick::JMacro systemMacros() const;
 
@@ -71,6 +79,8 @@ public:
     bool connectDatabase(const QString &machinePath);
     bool createDatabase(const QString &machinePath);
     void closeDatabase();
+    /// The same when the window goes, with the message of that.
+    void closeDatabaseAtEnd();
     /// Asks first.
     void uploadComponent();
 
@@ -83,11 +93,15 @@ private:
     void databaseConnected(const QString &path) override;
     void load(tarnwick::OptionFile &options);
     void store(tarnwick::OptionFile &options);
+    void close(const tarnwick::Message &failure);
     void notify();
     void noteMapFile(const tarnwick::Message &status);
 
     tarnwick::UserPrompts &m_prompts;
+    QString componentFolder() const;
+
     std::unique_ptr<brannock::Project> m_project;
+    QByteArray m_componentStamp; ///< of the files that the present component was read from
     plans::MapLegend m_legend;
     MapDocument m_map;
     plans::MapUndo m_undo;

@@ -1,35 +1,11 @@
 #include "MapPage.h"
 
-#include <plans/MapFill.h>
+#include <plans/gui/MapLook.h>
 #include <tarnwick/Format.h>
 
 using namespace Qt::StringLiterals;
 
 namespace app {
-
-namespace {
-
-brannock::LegendRow legendRow(const plans::MapFill &fill)
-{
-    const plans::MapFillType *type = plans::MapFillType::find(fill.typeKey);
-    return {fill.symbol,       fill.colour, type ? type->name : fill.typeKey, fill.label, fill.fillCount,
-            fill.paintedCount, fill.shown};
-}
-
-} // namespace
-
-brannock::MapOptions mapOptions(const query::ArvoOptions &options)
-{
-    brannock::MapOptions map;
-    map.mapColour = options.mapColour;
-    map.fillColour = options.fillColour;
-    map.tickColour = options.tickColour;
-    map.selectColour = options.selectColour;
-    map.watermarkColour = options.watermarkColour;
-    map.displayTickSize = options.displayTickSize;
-    map.printTickSize = options.printTickSize;
-    return map;
-}
 
 QString footerText()
 {
@@ -50,8 +26,7 @@ brannock::PictureContent pageContent(const MapHeader &header, const plans::MapLe
     content.signatures = signatureLine(shown);
     content.footerFont = QFont(shown.footerFont, shown.footerSize);
     content.modelText = brannock::modelText(steamGen);
-    for (int i = 0; i < legend.count(); ++i)
-        content.legend.append(legendRow(legend.entry(i)));
+    content.legend = plans::legendRows(legend);
     content.margins =
         QMarginsF(options.margins.left, options.margins.top, options.margins.right, options.margins.bottom);
     content.titleRect = options.drawTitleRect;
@@ -63,7 +38,7 @@ brannock::PictureContent pageContent(const MapHeader &header, const plans::MapLe
 brannock::MapPicture mapPage(const ellery::SteamGen &steamGen, const brannock::PictureContent &content,
                              const query::ArvoOptions &options, const QString &watermark)
 {
-    brannock::MapScene scene(steamGen, mapOptions(options));
+    brannock::MapScene scene(steamGen, plans::mapOptions(options));
     scene.watermark = watermark;
     return brannock::MapPicture(scene, content);
 }

@@ -6,9 +6,6 @@
 
 namespace app {
 
-/// Colours and tick sizes of the map.
-brannock::MapOptions mapOptions(const query::ArvoOptions &options);
-
 /// What the footer of every page says; keywords are replaced when it is printed.
 QString footerText();
 

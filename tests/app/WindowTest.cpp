@@ -293,7 +293,7 @@ TEST_F(WindowTest, FindsATubeByItsAddress)
     EXPECT_EQ(window.steamGen().selection(), QList<qint32>{7});
     field->setText(u"999 999"_s);
     QTest::keyClick(field, Qt::Key_Return);
-    EXPECT_EQ(said.lastStatus(), u"There is no tube \"999 999\"."_s);
+    EXPECT_EQ(said.lastStatus(), u"There is no tube \"999 999\". There is no ROW 999."_s);
     showActive();
     field->setFocus();
     QTest::keyClick(field, Qt::Key_Escape);

@@ -126,6 +126,30 @@ void paintSheet(QPainter &painter, const MapScene &scene, const MapView &view, c
     painter.drawPolygon(cutTo(outline, exposed.adjusted(-4 * line, -4 * line, 4 * line, 4 * line)));
 }
 
+/// The columns of the band that the sheet covers from top to bottom, edge line and all; empty when there are none.
+QRect coveredPart(const QPolygonF &outline, const QRect &band, double line)
+{
+    double left = band.left();
+    double right = band.right() + 1.0;
+    for (const double y : {band.top() - line, band.bottom() + 1 + line}) {
+        double from = right;
+        double to = left;
+        for (qsizetype i = 0; i < outline.size(); ++i) {
+            const QPointF &a = outline[i];
+            const QPointF &b = outline[(i + 1) % outline.size()];
+            if ((a.y() <= y) == (b.y() <= y))
+                continue;
+            const double x = a.x() + (b.x() - a.x()) * (y - a.y()) / (b.y() - a.y());
+            from = std::min(from, x);
+            to = std::max(to, x);
+        }
+        left = std::max(left, from + line);
+        right = std::min(right, to - line);
+    }
+    const int first = int(std::ceil(left));
+    return right > left ? QRect(first, band.top(), int(right) - first, band.height()) : QRect();
+}
+
 void paintWatermark(QPainter &painter, const MapScene &scene, const MapView &view)
 {
     if (scene.watermark.isEmpty())
@@ -187,9 +211,18 @@ void MapPainter::paintBand(QImage &image, const MapScene &scene, const MapView &
     const int odd = oddness(art);
     const QRectF area = reached(view, band, art);
     QPainter painter(&image);
-    painter.setClipRect(band);
     painter.setRenderHint(QPainter::Antialiasing);
-    paintSheet(painter, scene, view, band, edgeWidth(art), background);
+    // Beside the edge background and sheet are painted over each other; where there is only sheet, once is enough.
+    const QRect covered = coveredPart(outlineInView(scene, view), band, edgeWidth(art));
+    const auto paintPart = [&](const QRect &part) {
+        painter.setClipRect(part);
+        paintSheet(painter, scene, view, part, edgeWidth(art), background);
+    };
+    if (!covered.isEmpty())
+        paintPart(covered);
+    for (const QRect &part : QRegion(band) - covered)
+        paintPart(part);
+    painter.setClipRect(band);
     paintWatermark(painter, scene, view);
     visitRods(scene, view, area, [&](const QPointF &centre) { art.paintStayRod(painter, snapped(centre, odd)); });
     painter.end();
@@ -217,18 +250,27 @@ void MapPainter::paintTubes(QImage &image, const MapScene &scene, const MapView 
     paintPlaced(image, scene, art, image.rect());
 }
 
+bool MapPainter::standOnPlainSheet(const MapScene &scene) const
+{
+    // Discs keep clear of each other and of the sheet's edge; the rings of selected tubes reach to their neighbours.
+    return scene.watermark.isEmpty() && scene.rodsKeepClear() &&
+           std::none_of(m_placed.begin(), m_placed.end(), [](const Placed &tube) { return tube.look & 1; });
+}
+
 void MapPainter::paintPlaced(QImage &image, const MapScene &scene, const TubeArt &art, const QRect &clip)
 {
     bool sprites = art.diameter() <= kLargestSprite;
+    const bool plain = standOnPlainSheet(scene);
+    SpriteAtlas &atlas = plain ? m_plainAtlas : m_atlas;
     if (sprites) {
-        m_atlas.prepare(scene, art);
+        atlas.prepare(scene, art, plain ? std::optional(fromColourRef(scene.options.mapColour).rgb()) : std::nullopt);
         sprites = std::all_of(m_placed.begin(), m_placed.end(),
-                              [&](const Placed &tube) { return m_atlas.ensure(scene, tube.look); });
+                              [&](const Placed &tube) { return atlas.ensure(scene, tube.look); });
     }
     if (sprites) {
-        const int tile = m_atlas.tile();
+        const int tile = atlas.tile();
         for (const Placed &tube : m_placed)
-            m_atlas.put(image, clip, (tube.x2 - tile) / 2, (tube.y2 - tile) / 2, tube.look);
+            atlas.put(image, clip, (tube.x2 - tile) / 2, (tube.y2 - tile) / 2, tube.look);
         return;
     }
     QPainter painter(&image);

@@ -47,7 +47,11 @@ private:
     void paintBand(QImage &image, const MapScene &scene, const MapView &view, const QRect &band,
                    const QColor &background);
 
+    /// Whether nothing but the plain sheet is below the tubes placed.
+    bool standOnPlainSheet(const MapScene &scene) const;
+
     SpriteAtlas m_atlas;
+    SpriteAtlas m_plainAtlas; ///< for tubes on the plain sheet
     std::vector<Placed> m_placed;
 };
 

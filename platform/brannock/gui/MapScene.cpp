@@ -6,6 +6,8 @@ namespace brannock {
 
 /// A disc touches its neighbours at half a pitch; the rest is room for the mark of selected tubes.
 static constexpr double kRadiusPerPitch = 0.43;
+/// From a stay rod's centre to that of a tube beside which it stands freely.
+static constexpr double kClearPerPitch = 0.9;
 /// From the outermost tube centres to the tubesheet's edge.
 static constexpr double kEdgePerPitch = 1.25;
 /// Colours tried out one after the other leave marks behind that no tube has; beyond this many they are swept up.
@@ -37,6 +39,9 @@ void MapScene::setModel(const ellery::SteamGen &steamGen)
                  [&](const ellery::TubeGrid::Entry &entry) { points.emplace_back(entry.x, entry.y); });
     for (const ellery::Mark &rod : m_stayRods)
         points.emplace_back(rod.x, rod.y);
+    m_rodsKeepClear = std::none_of(m_stayRods.begin(), m_stayRods.end(), [this](const ellery::Mark &rod) {
+        return m_grid.nearest(double(rod.x), double(rod.y), m_pitch * kClearPerPitch) >= 0;
+    });
     m_outline = tubesheetOutline(std::move(points), m_pitch * kEdgePerPitch);
     m_rows = makeTickAxis(steamGen, ellery::Axis::Row, m_pitch);
     m_cols = makeTickAxis(steamGen, ellery::Axis::Col, m_pitch);

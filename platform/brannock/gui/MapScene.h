@@ -51,6 +51,8 @@ public:
     QPointF position(int tube) const { return {m_tubes[tube].x, m_tubes[tube].y}; }
     const ellery::Tube &tube(int index) const { return m_tubes[index]; }
     const QList<ellery::Mark> &stayRods() const { return m_stayRods; }
+    /// No stay rod is drawn so near a tube that the two could touch.
+    bool rodsKeepClear() const { return m_rodsKeepClear; }
     /// Distance of neighbouring tubes, measured on the tubes themselves; never 0.
     double pitch() const { return m_pitch; }
     /// Radius of the discs that stand for the tubes, in map coordinates.
@@ -78,6 +80,7 @@ private:
     ellery::TubeGrid m_grid;
     double m_pitch = 1;
     QPolygonF m_outline;
+    bool m_rodsKeepClear = true;
     TickAxis m_rows;
     TickAxis m_cols;
     std::vector<quint32> m_looks;

@@ -8,13 +8,41 @@ namespace brannock {
 /// 64 MB of pixels: some 100,000 looks at a usual size.
 static constexpr size_t kMostPixels = size_t(16) << 20;
 
-void SpriteAtlas::prepare(const MapScene &scene, const TubeArt &art)
+/// source (premultiplied) over an opaque pixel, two channels at a time.
+static inline quint32 blended(quint32 source, quint32 below)
 {
-    if (m_tile > 0 && m_art == art && m_generation == scene.looksGeneration()) {
+    const quint32 keep = 255 - (source >> 24);
+    quint32 odd = (below & 0xFF00FF) * keep;
+    odd = ((odd + ((odd >> 8) & 0xFF00FF) + 0x800080) >> 8) & 0xFF00FF;
+    quint32 even = ((below >> 8) & 0xFF) * keep;
+    even = (even + (even >> 8) + 0x80) & 0xFF00;
+    return 0xFF000000 | (source + (odd | even));
+}
+
+/// A run is a dozen pixels as a rule: calling memcpy() for it takes longer than the copying.
+static inline void copyRun(quint32 *target, const quint32 *source, int count)
+{
+    constexpr int kStep = 4;
+    if (count < kStep) {
+        for (int i = 0; i < count; ++i)
+            target[i] = source[i];
+        return;
+    }
+    int i = 0;
+    for (; i + kStep <= count; i += kStep)
+        std::memcpy(target + i, source + i, kStep * sizeof(quint32));
+    // The rest together with some that are there already.
+    std::memcpy(target + count - kStep, source + count - kStep, kStep * sizeof(quint32));
+}
+
+void SpriteAtlas::prepare(const MapScene &scene, const TubeArt &art, std::optional<QRgb> ground)
+{
+    if (m_tile > 0 && m_art == art && m_ground == ground && m_generation == scene.looksGeneration()) {
         m_slots.resize(scene.numLooks(), -1);
         return;
     }
     m_art = art;
+    m_ground = ground;
     m_generation = scene.looksGeneration();
     // Even and odd discs need tiles of the same parity, or the middle would fall between two pixels.
     m_tile = 2 * int(std::ceil(art.reach())) + int(art.diameter()) % 2;
@@ -49,6 +77,10 @@ void SpriteAtlas::store(const QImage &picture)
             ++first;
         while (end > first && qAlpha(pixels[end - 1]) == 0)
             --end;
+        if (m_ground) {
+            storeOnGround(pixels, first, end);
+            continue;
+        }
         int solid = first;
         while (solid < end && qAlpha(pixels[solid]) != 255)
             ++solid;
@@ -61,15 +93,11 @@ void SpriteAtlas::store(const QImage &picture)
     }
 }
 
-/// source (premultiplied) over an opaque pixel, two channels at a time.
-static inline quint32 blended(quint32 source, quint32 below)
+void SpriteAtlas::storeOnGround(const QRgb *pixels, int first, int end)
 {
-    const quint32 keep = 255 - (source >> 24);
-    quint32 odd = (below & 0xFF00FF) * keep;
-    odd = ((odd + ((odd >> 8) & 0xFF00FF) + 0x800080) >> 8) & 0xFF00FF;
-    quint32 even = ((below >> 8) & 0xFF) * keep;
-    even = (even + (even >> 8) + 0x80) & 0xFF00;
-    return 0xFF000000 | (source + (odd | even));
+    m_lines.push_back({quint16(first), 0, quint16(end - first), 0, quint32(m_pixels.size())});
+    for (int i = first; i < end; ++i)
+        m_pixels.push_back(blended(pixels[i], *m_ground));
 }
 
 void SpriteAtlas::put(QImage &image, const QRect &clip, int x, int y, quint32 look) const
@@ -98,7 +126,7 @@ void SpriteAtlas::put(QImage &image, const QRect &clip, int x, int y, quint32 lo
             target[k] = blended(source[k], target[k]);
         source += line.lead;
         target += line.lead;
-        std::memcpy(target, source, size_t(line.solid) * 4);
+        copyRun(target, source, line.solid);
         source += line.solid;
         target += line.solid;
         for (int k = 0; k < line.trail; ++k)

@@ -1,6 +1,7 @@
 #pragma once
 #include "TubeArt.h"
 
+#include <optional>
 #include <QImage>
 #include <vector>
 
@@ -12,8 +13,9 @@ namespace brannock {
 class SpriteAtlas
 {
 public:
-    /// Throws everything away when the size, the options or the numbering of looks has changed.
-    void prepare(const MapScene &scene, const TubeArt &art);
+    /// Throws everything away when the size, the options or the numbering of looks has changed. ground: when everything
+    /// below the pictures is of this colour, they are kept as they look on it, and putting one is nothing but copying.
+    void prepare(const MapScene &scene, const TubeArt &art, std::optional<QRgb> ground = std::nullopt);
     /// Makes the picture of this look if there is none yet. False when the atlas is full.
     bool ensure(const MapScene &scene, quint32 look) { return m_slots[look] >= 0 || make(scene, look); }
     /// Puts the look's picture onto the image (RGB32), its upper left corner at x, y, within the clip. Only after
@@ -35,8 +37,10 @@ private:
     };
     bool make(const MapScene &scene, quint32 look);
     void store(const QImage &picture);
+    void storeOnGround(const QRgb *pixels, int first, int end);
 
     TubeArt m_art;
+    std::optional<QRgb> m_ground;
     quint32 m_generation = 0;
     int m_tile = 0;
     int m_used = 0;

@@ -16,8 +16,8 @@ namespace brannock {
 /// Mouse: a click selects a tube (Ctrl toggles, Shift adds), on free ground it deselects; dragging selects by
 /// rectangle, with Alt by lasso; the middle button or Space drags the map; the wheel zooms at the pointer; the side
 /// buttons go back and forth between views. Keys: arrows move, + and - zoom, Home or F shows everything, Backspace the
-/// previous view; Alt+arrow leads a cursor from tube to tube, Space selects or deselects there, Return activates the
-/// tube.
+/// previous view; Alt+arrow leads a cursor from tube to tube, with Shift selecting them on its way, Space selects or
+/// deselects there, Return activates the tube.
 ///
 /// The widget does not watch the steam generator: call refresh() after a change.
 class TubesheetMap : public QWidget

@@ -155,8 +155,12 @@ void TubesheetMap::keyPressEvent(QKeyEvent *event)
         cancelDrag();
         return;
     }
-    if (held == Qt::AltModifier && moveCursor(event->key()))
+    const int from = m_cursor;
+    if (held == Qt::AltModifier && moveCursor(event->key())) {
+        if (event->modifiers() & Qt::ShiftModifier)
+            select({from, m_cursor}, SelectMode::Add);
         return;
+    }
     if (held != Qt::NoModifier)
         return event->ignore();
     if (event->key() == Qt::Key_Space) {

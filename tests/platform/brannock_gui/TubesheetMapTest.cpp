@@ -216,6 +216,11 @@ TEST_F(TubesheetMapTest, spaceDragsOrTogglesTheCursorTube)
     for (int i = 0; i < 20; ++i)
         QTest::keyClick(&map, Qt::Key_Down, Qt::AltModifier);
     EXPECT_EQ(map.cursorTube(), tube(0, 4));
+    steamGen.clearSelection();
+    QTest::keyClick(&map, Qt::Key_Up, Qt::AltModifier | Qt::ShiftModifier);
+    QTest::keyClick(&map, Qt::Key_Up, Qt::AltModifier | Qt::ShiftModifier);
+    QTest::keyClick(&map, Qt::Key_Up, Qt::AltModifier);
+    EXPECT_THAT(steamGen.selection(), ElementsAre(tube(0, 4), tube(1, 4), tube(2, 4)));
 }
 
 TEST_F(TubesheetMapTest, cursorCrossesGapsAndStaysInSight)

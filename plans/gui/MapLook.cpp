@@ -1,0 +1,52 @@
+#include "MapLook.h"
+
+#include <query/ArvoOptionsEdit.h>
+
+#include <algorithm>
+
+namespace plans {
+
+namespace {
+
+int tickSize(int points)
+{
+    return std::clamp(points, query::ArvoOptionsEdit::kSmallestTick, query::ArvoOptionsEdit::kLargestTick);
+}
+
+} // namespace
+
+brannock::MapOptions mapOptions(const query::ArvoOptions &options)
+{
+    brannock::MapOptions map;
+    map.mapColour = options.mapColour;
+    map.fillColour = options.fillColour;
+    map.tickColour = options.tickColour;
+    map.selectColour = options.selectColour;
+    map.watermarkColour = options.watermarkColour;
+    map.displayTickSize = tickSize(options.displayTickSize);
+    map.printTickSize = tickSize(options.printTickSize);
+    return map;
+}
+
+brannock::LegendRow legendRow(const MapFill &fill)
+{
+    brannock::LegendRow row;
+    row.symbol = fill.symbol;
+    row.colour = fill.colour;
+    row.type = fill.typeName();
+    row.description = fill.label;
+    row.tubes = fill.fillCount;
+    row.hits = fill.paintedCount;
+    row.shown = fill.shown;
+    return row;
+}
+
+QList<brannock::LegendRow> legendRows(const MapLegend &legend)
+{
+    QList<brannock::LegendRow> rows;
+    for (int i = 0; i < legend.count(); ++i)
+        rows.append(legendRow(legend.entry(i)));
+    return rows;
+}
+
+} // namespace plans

@@ -1,0 +1,15 @@
+#pragma once
+#include <brannock/gui/LegendTable.h>
+#include <plans/MapLegend.h>
+#include <query/ArvoOptions.h>
+
+namespace plans {
+
+/// The part of the program's options that the map is painted by. Tick sizes are held within what can be read.
+brannock::MapOptions mapOptions(const query::ArvoOptions &options);
+
+/// A legend entry, and the whole legend, as pictures show them.
+brannock::LegendRow legendRow(const MapFill &fill);
+QList<brannock::LegendRow> legendRows(const MapLegend &legend);
+
+} // namespace plans

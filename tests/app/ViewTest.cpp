@@ -1,0 +1,357 @@
+// The window's options, its ways to find and drag, and what the keyboard reaches.
+#include "AppFixture.h"
+
+#include <app/CommandActions.h>
+#include <app/LegendView.h>
+#include <app/MainToolBar.h>
+
+#include <brannock/gui/MapColours.h>
+#include <ellery/ComponentFile.h>
+#include <plans/FillCommit.h>
+#include <plans/gui/MapLook.h>
+#include <plans/PatternFill.h>
+#include <query/dialogs/ArvoOptionsDlg.h>
+#include <tarnwick/gui/ColourButton.h>
+
+#include <QComboBox>
+#include <QCompleter>
+#include <QDir>
+#include <QDoubleSpinBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+using tarnwick::Answer;
+
+namespace app {
+
+namespace {
+
+class ViewTest : public AppTest
+{
+protected:
+    void open()
+    {
+        ASSERT_TRUE(window.openProject(projectFolder()));
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        QCoreApplication::processEvents();
+    }
+    template <typename Widget>
+    Widget *find(const QString &name)
+    {
+        Widget *widget = window.findChild<Widget *>(name);
+        EXPECT_NE(widget, nullptr) << qPrintable(name);
+        return widget;
+    }
+    /// Presses OPTIONS and does something in the dialog, which must have ended it.
+    void inOptions(const std::function<void(query::ArvoOptionsDlg &)> &work)
+    {
+        bool seen = false;
+        QTimer::singleShot(0, &window, [&] {
+            auto *dialog = qobject_cast<query::ArvoOptionsDlg *>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            seen = true;
+            work(*dialog);
+            EXPECT_FALSE(dialog->isVisible());
+            dialog->hide();
+        });
+        find<QToolButton>(u"optionsButton"_s)->click();
+        EXPECT_TRUE(seen);
+    }
+    quint32 mapColour() { return window.map().options().mapColour; }
+
+    DBase window{&said};
+};
+
+void setColour(QDialog &dialog, const QString &name, quint32 value)
+{
+    auto *button = dialog.findChild<tarnwick::ColourButton *>(name);
+    ASSERT_NE(button, nullptr);
+    button->setColour(brannock::fromColourRef(value));
+    Q_EMIT button->colourChanged(button->colour());
+}
+
+} // namespace
+
+TEST_F(ViewTest, OptionsAreTriedOutOnTheMapAndStoredWithOk)
+{
+    open();
+    inOptions([this](query::ArvoOptionsDlg &dialog) {
+        setColour(dialog, u"mapColour"_s, 0x112233);
+        EXPECT_EQ(mapColour(), 0x112233U) << "seen while the dialog is open";
+        dialog.findChild<QSpinBox *>(u"displayTickSize"_s)->setValue(12);
+        auto *margin = dialog.findChild<QDoubleSpinBox *>(u"leftMargin"_s);
+        margin->setKeyboardTracking(false);
+        margin->selectAll();
+        QTest::keyClicks(margin, u"1.25"_s);
+        dialog.accept();
+    });
+    EXPECT_EQ(mapColour(), 0x112233U);
+    EXPECT_EQ(window.map().options().displayTickSize, 12);
+    query::ArvoOptions read;
+    ASSERT_TRUE(read.load(window.projectSession().roots()));
+    EXPECT_EQ(read.mapColour, 0x112233U);
+    EXPECT_EQ(read.margins.left, 1.25) << "what was just typed counts";
+    EXPECT_FALSE(window.projectSession().undo().canUndo()) << "options are no change of the map";
+}
+
+TEST_F(ViewTest, CancelledOptionsLeaveAllAsItWas)
+{
+    open();
+    const quint32 before = mapColour();
+    said.clear();
+    inOptions([](query::ArvoOptionsDlg &dialog) { dialog.reject(); });
+    EXPECT_EQ(said.entries().size(), 1) << "nothing was changed, so nothing is asked";
+    EXPECT_EQ(said.lastStatus(), u"Parameters unchanged."_s);
+
+    said.answerWith({Answer::Cancel, Answer::No});
+    inOptions([](query::ArvoOptionsDlg &dialog) {
+        setColour(dialog, u"mapColour"_s, 0x445566);
+        dialog.reject();
+        EXPECT_TRUE(dialog.isVisible()) << "Cancel goes back into the dialog";
+        dialog.reject();
+    });
+    EXPECT_EQ(said.lastStatus(), u"Parameters unchanged."_s);
+    EXPECT_EQ(mapColour(), before);
+    query::ArvoOptions read;
+    EXPECT_FALSE(read.load(window.projectSession().roots())) << "nothing was stored";
+
+    said.answerWith({Answer::Yes});
+    inOptions([](query::ArvoOptionsDlg &dialog) {
+        setColour(dialog, u"mapColour"_s, 0x445566);
+        dialog.reject();
+    });
+    EXPECT_EQ(mapColour(), 0x445566U) << "Yes stores as OK does";
+}
+
+TEST_F(ViewTest, OptionsHoldTabsAndMacros)
+{
+    open();
+    inOptions([](query::ArvoOptionsDlg &dialog) {
+        auto *sql = dialog.findChild<QPlainTextEdit *>(u"tabSql"_s);
+        EXPECT_FALSE(sql->isEnabled());
+        dialog.findChild<QWidget *>(u"addTab"_s)->setFocus();
+        for (int i = 0; i < 2; ++i) {
+            dialog.findChild<QPushButton *>(u"addTab"_s)->click();
+            sql->setPlainText(u"SELECT %1"_s.arg(i));
+        }
+        auto *name = dialog.findChild<QComboBox *>(u"tabName"_s);
+        EXPECT_EQ(name->currentText(), u"Tab 2"_s);
+        name->lineEdit()->selectAll();
+        QTest::keyClicks(name->lineEdit(), u"Plugs"_s);
+        name->setCurrentIndex(0);
+        EXPECT_EQ(sql->toPlainText(), u"SELECT 0"_s);
+        dialog.findChild<QPushButton *>(u"deleteTab"_s)->click();
+        EXPECT_EQ(name->currentText(), u"Plugs"_s);
+        EXPECT_EQ(sql->toPlainText(), u"SELECT 1"_s);
+
+        QAbstractItemModel &macros = *dialog.findChild<QTableView *>(u"userMacros"_s)->model();
+        EXPECT_TRUE(macros.setData(macros.index(0, 1), u"limit"_s, Qt::EditRole));
+        EXPECT_TRUE(macros.setData(macros.index(0, 2), u"40"_s, Qt::EditRole));
+        EXPECT_FALSE(macros.setData(macros.index(1, 1), u"LIMIT"_s, Qt::EditRole)) << "it stands already";
+        EXPECT_FALSE(macros.setData(macros.index(1, 2), u"x"_s, Qt::EditRole)) << "no name yet";
+        EXPECT_EQ(macros.rowCount(), 2);
+        QAbstractItemModel &system = *dialog.findChild<QTableView *>(u"systemMacros"_s)->model();
+        EXPECT_EQ(system.rowCount(), 20);
+        EXPECT_FALSE(system.setData(system.index(0, 2), u"x"_s, Qt::EditRole));
+        dialog.accept();
+    });
+    const query::ArvoOptions &options = window.projectSession().options();
+    EXPECT_EQ(options.tubeInfoTabs, (QList<query::ArvoOptions::TubeInfoTab>{{u"Plugs"_s, u"SELECT 1"_s}}));
+    EXPECT_EQ(options.userMacros.value(u"[LIMIT]").value_or(QString()), u"40"_s);
+    EXPECT_EQ(window.userMacros(), options.userMacros);
+    EXPECT_EQ(window.projectSession().queryContext().userMacros, options.userMacros) << "queries see them at once";
+}
+
+TEST_F(ViewTest, OptionsThatCannotBeStoredAreSaidAndHoldUntilTheEnd)
+{
+    open();
+    const QString folder = QDir(window.projectSession().roots().palomineDir).filePath(u"config/arvo"_s);
+    ASSERT_TRUE(QDir(folder).removeRecursively());
+    QFile blocked(folder); // a file where the folder should be
+    ASSERT_TRUE(blocked.open(QIODevice::WriteOnly));
+    said.clear();
+    inOptions([](query::ArvoOptionsDlg &dialog) {
+        setColour(dialog, u"mapColour"_s, 0x778899);
+        dialog.accept();
+    });
+    const QStringList errors = said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error);
+    ASSERT_EQ(errors.size(), 1);
+    EXPECT_TRUE(errors[0].startsWith(u"Could not store the options.\n\n"_s)) << qPrintable(errors[0]);
+    EXPECT_EQ(mapColour(), 0x778899U);
+}
+
+TEST(MapLook, TickSizesThatNobodyCanReadAreHeldWithinBounds)
+{
+    query::ArvoOptions options;
+    options.displayTickSize = -3;
+    options.printTickSize = 4000;
+    const brannock::MapOptions map = plans::mapOptions(options);
+    EXPECT_EQ(map.displayTickSize, 4);
+    EXPECT_EQ(map.printTickSize, 20);
+    EXPECT_EQ(map.selectColour, options.selectColour);
+}
+
+TEST_F(ViewTest, TheFindFieldCompletesAndSaysWhatIsWrong)
+{
+    open();
+    auto *field = find<QLineEdit>(u"findTube"_s);
+    QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(field->hasFocus());
+    const ellery::TubeAddress address = window.steamGen()[40].address;
+    QTest::keyClicks(field, u"%1 %2"_s.arg(address.row).arg(address.col));
+    const QAbstractItemModel &found = *field->completer()->model();
+    ASSERT_GT(found.rowCount(), 0);
+    const QString whole = window.steamGen().tubeName(address.row, address.col, address.sec);
+    EXPECT_EQ(found.index(0, 0).data().toString(), whole);
+    field->completer()->popup()->hide();
+
+    QTest::keyClicks(field, u"77777"_s);
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_TRUE(said.lastStatus().contains(u"has COL"_s)) << qPrintable(said.lastStatus());
+    EXPECT_EQ(field->accessibleDescription(), said.lastStatus());
+    EXPECT_TRUE(window.steamGen().selection().isEmpty());
+    field->setText(whole);
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(window.steamGen().selection(), QList<qint32>{40});
+    EXPECT_EQ(field->accessibleDescription(), QString());
+}
+
+TEST_F(ViewTest, DragButtonChoosesWhatDraggingDoes)
+{
+    open();
+    using Mode = brannock::TubesheetMap::DragMode;
+    EXPECT_EQ(window.map().dragMode(), Mode::Rectangle);
+    const QList<QAction *> modes = find<QMenu>(u"dragModes"_s)->actions();
+    ASSERT_EQ(modes.size(), 4);
+    modes[1]->trigger();
+    EXPECT_EQ(window.map().dragMode(), Mode::Lasso);
+    EXPECT_FALSE(modes[0]->isChecked());
+    modes[3]->trigger();
+    EXPECT_EQ(window.map().dragMode(), Mode::Pan);
+}
+
+TEST_F(ViewTest, KeysLeadThroughThePartsOfTheWindow)
+{
+    open();
+    window.map().setFocus();
+    QTest::keyClick(&window, Qt::Key_F6);
+    EXPECT_TRUE(find<LegendView>(u"legend"_s)->hasFocus());
+    QTest::keyClick(&window, Qt::Key_F6);
+    EXPECT_TRUE(find<MainToolBar>(u"mainBar"_s)->isAncestorOf(window.focusWidget()));
+    QTest::keyClick(&window, Qt::Key_F6);
+    EXPECT_TRUE(find<QLineEdit>(u"findTube"_s)->hasFocus());
+    QTest::keyClick(&window, Qt::Key_F6);
+    EXPECT_TRUE(window.map().hasFocus());
+    for (const auto *button : window.findChildren<QToolButton *>()) {
+        if (button->isVisible() && qobject_cast<QToolBar *>(button->parentWidget()) &&
+            button->objectName() != u"qt_toolbar_ext_button"_s) {
+            EXPECT_TRUE(button->focusPolicy() & Qt::TabFocus) << qPrintable(button->toolTip());
+        }
+    }
+    // The list of changes opens by its key.
+    window.commands().action(SelectAllTubes)->trigger();
+    QTimer::singleShot(0, &window, [this] {
+        auto *changes = find<QMenu>(u"changes"_s);
+        EXPECT_TRUE(changes->isVisible());
+        EXPECT_EQ(changes->actions().size(), 2);
+        changes->actions().last()->trigger();
+        changes->close();
+    });
+    QTest::keyClick(&window, Qt::Key_H, Qt::ControlModifier);
+    EXPECT_EQ(window.steamGen().selectedCount(), 0);
+}
+
+namespace {
+
+class ComponentTest : public ViewTest
+{
+protected:
+    ComponentTest()
+    {
+        demo::DemoOptions options;
+        options.tubes = 300;
+        options.entries = 10;
+        options.outages = 1;
+        demo::makeProject(options, project);
+    }
+    /// A component maker that copies other tubes over those of the project.
+    void makeTool(const ellery::SteamGen &result)
+    {
+        const QDir bin(QDir(window.projectSession().roots().palomineDir).filePath(u"bin"_s));
+        ASSERT_TRUE(bin.mkpath(u"."_s));
+        ellery::writeComponent(result, m_folder.filePath(u"result"_s));
+        QFile tool(bin.filePath(u"ossory"_s));
+        ASSERT_TRUE(tool.open(QIODevice::WriteOnly));
+        tool.write("#!/bin/sh\ncp '" + m_folder.filePath(u"result/tubes.txt"_s).toLocal8Bit() +
+                   "' component/tubes.txt\n");
+        tool.close();
+        tool.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    QTemporaryDir m_folder;
+    const QString project = m_folder.filePath(u"project"_s);
+};
+
+} // namespace
+
+TEST_F(ComponentTest, LegendFollowsAComponentThatTheMakerHasChanged)
+{
+    ASSERT_TRUE(window.openProject(project));
+    ellery::SteamGen fewer = window.steamGen();
+    QList<ellery::Tube> tubes = window.steamGen().tubes();
+    const ellery::TubeAddress gone = tubes.takeFirst().address;
+    const ellery::TubeAddress kept = tubes.last().address;
+    fewer.setTubes(tubes);
+    makeTool(fewer);
+    plans::PatternFill fill;
+    fill.parameters.rowIncrement = 1;
+    fill.parameters.colIncrement = 1;
+    plans::addNewFill(window, fill);
+    const int before = int(window.legend().entry(0).tubes.size());
+    window.steamGen().setSelected(window.steamGen().findTube(kept), true);
+    window.steamGen().setSelected(window.steamGen().findTube(gone), true);
+    said.clear();
+
+    window.commands().action(ComponentMaker)->trigger();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Information),
+              QStringList{u"1 map symbols were deleted!"_s});
+    EXPECT_EQ(window.legend().entry(0).tubes.size(), before - 1);
+    EXPECT_EQ(window.legend().entry(0).paintedCount, before - 1);
+    EXPECT_EQ(window.steamGen().selection(), QList<qint32>{window.steamGen().findTube(kept)});
+    EXPECT_EQ(window.map().scene().numTube(), fewer.numTube());
+    EXPECT_EQ(window.map().steamGen(), &window.steamGen());
+    EXPECT_TRUE(window.projectSession().undo().isModified()) << "map files hold the places of tubes";
+
+    said.clear();
+    window.commands().action(ComponentMaker)->trigger();
+    EXPECT_TRUE(said.entries().isEmpty()) << "nothing has changed this time";
+}
+
+TEST_F(ComponentTest, ADamagedComponentIsSaidAndTheOldOneStays)
+{
+    ASSERT_TRUE(window.openProject(project));
+    const int tubes = window.steamGen().numTube();
+    makeTool(window.steamGen());
+    QFile result(m_folder.filePath(u"result/tubes.txt"_s));
+    ASSERT_TRUE(result.open(QIODevice::WriteOnly));
+    result.write("no heading here\n");
+    result.close();
+    said.clear();
+    window.commands().action(ComponentMaker)->trigger();
+    EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error).size(), 1);
+    EXPECT_EQ(window.steamGen().numTube(), tubes);
+    EXPECT_EQ(window.map().scene().numTube(), tubes);
+}
+
+} // namespace app
