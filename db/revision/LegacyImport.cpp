@@ -124,6 +124,11 @@ void Import::importTubeSets()
 
 } // namespace
 
+bool isLegacyDatabase(const dao::Database &database)
+{
+    return database.hasTable(u"EXAMDATA") && !database.hasTable(u"report");
+}
+
 LegacyIdent readIdent(dao::Database &database)
 {
     LegacyIdent ident;
