@@ -1,17 +1,19 @@
 // Conversion of old databases with a million rows beside a plain copy of the same table by the inner engine, the
-// connection to a current database, and the import of a Jet file (ARVO_BENCH_JET names one).
+// connection to a current database, and the import of a Jet file (ARVO_BENCH_JET names one; grow-jet-file makes a large
+// one) beside the export of its tables by the mdbtools programs.
 //
 // Rows: ARVO_BENCH_ROWS, a million by default.
 #include "OldDatabases.h"
 
 #include <benchmark/benchmark.h>
 #include <brannock/Project.h>
-#include <db/revision/ConnectProject.h>
+#include <db/revision/ConnectDatabase.h>
 #include <db/revision/JetImport.h>
 #include <map>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <sqlite3.h>
 #include <stdexcept>
@@ -77,7 +79,7 @@ void connect(Workshop &shop)
 {
     Yes prompts;
     db::DatabaseSession session(prompts);
-    if (!db::connectProjectDatabase(session, shop.path(), {&shop.project, nullptr, nullptr, nullptr}))
+    if (!db::connectDatabase(session, shop.path(), {&shop.project, nullptr, nullptr}))
         throw std::runtime_error("not connected");
 }
 
@@ -92,7 +94,7 @@ void convert(benchmark::State &state, int shapes)
     state.SetItemsProcessed(state.iterations() * wantedRows());
 }
 
-/// The yardstick: the backup that a conversion makes, and the table with its indexes made anew by plain statements.
+/// The yardstick: the rows of the table, without its indexes, written once more by a plain statement.
 void copyTable(benchmark::State &state, int shapes, const char *table)
 {
     for (auto _ : state) {
@@ -147,6 +149,31 @@ void importJet(benchmark::State &state)
     state.SetBytesProcessed(state.iterations() * QFileInfo(file).size());
 }
 
+/// The same file by other programs: every table as text, to nowhere.
+void exportJet(benchmark::State &state)
+{
+    const QString file = qEnvironmentVariable("ARVO_BENCH_JET");
+    if (file.isEmpty()) {
+        state.SkipWithError("ARVO_BENCH_JET is not set");
+        return;
+    }
+    const auto run = [](const QString &program, const QStringList &arguments, const QString &output) {
+        QProcess process;
+        if (!output.isEmpty())
+            process.setStandardOutputFile(output);
+        process.start(program, arguments);
+        if (!process.waitForFinished(-1) || process.exitCode() != 0)
+            throw std::runtime_error("no mdbtools");
+        return QString::fromUtf8(process.readAllStandardOutput());
+    };
+    for (auto _ : state) {
+        const QString tables = run(u"mdb-tables"_s, {u"-1"_s, file}, {});
+        for (const QString &table : tables.split(u'\n', Qt::SkipEmptyParts))
+            run(u"mdb-export"_s, {file, table}, QProcess::nullDevice());
+    }
+    state.SetBytesProcessed(state.iterations() * QFileInfo(file).size());
+}
+
 BENCHMARK_CAPTURE(convert, report, int(old::Report))->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK_CAPTURE(copyTable, report, int(old::Report), "report")->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK_CAPTURE(convert, plan_entry, int(old::Plans))->Unit(benchmark::kMillisecond)->Iterations(1);
@@ -154,7 +181,8 @@ BENCHMARK_CAPTURE(copyTable, plan_entry, int(old::Plans), "plan_entry")->Unit(be
 BENCHMARK_CAPTURE(convert, everything, int(old::Everything))->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(connectCurrent)->Unit(benchmark::kMillisecond);
 BENCHMARK(openPlain)->Unit(benchmark::kMillisecond);
-BENCHMARK(importJet)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(importJet)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
+BENCHMARK(exportJet)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 
 } // namespace
 
