@@ -10,6 +10,7 @@
 #include <db/revision/ConnectDatabase.h>
 #include <db/revision/JetImport.h>
 #include <map>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -94,8 +95,26 @@ void convert(benchmark::State &state, int shapes)
     state.SetItemsProcessed(state.iterations() * wantedRows());
 }
 
-/// The yardstick: the rows of the table, without its indexes, written once more by a plain statement.
-void copyTable(benchmark::State &state, int shapes, const char *table)
+/// For each index of a table, the statement that makes the same of its copy.
+QList<QByteArray> indexesOfCopy(sqlite3 *db, const QByteArray &table)
+{
+    QList<QByteArray> statements;
+    sqlite3_stmt *rows = nullptr;
+    sqlite3_prepare_v2(db, "SELECT sql FROM sqlite_schema WHERE type = 'index' AND sql > '' AND tbl_name = ?1", -1,
+                       &rows, nullptr);
+    sqlite3_bind_text(rows, 1, table.constData(), -1, SQLITE_STATIC);
+    while (sqlite3_step(rows) == SQLITE_ROW) {
+        const QByteArray sql(reinterpret_cast<const char *>(sqlite3_column_text(rows, 0)));
+        const QByteArray kind = sql.startsWith("CREATE UNIQUE") ? "CREATE UNIQUE INDEX copy_" : "CREATE INDEX copy_";
+        statements.append(kind + QByteArray::number(statements.size()) + " ON copy_of_it " +
+                          sql.mid(sql.indexOf('(', sql.indexOf(" ON "))));
+    }
+    sqlite3_finalize(rows);
+    return statements;
+}
+
+/// The yardstick: the table written once more by plain statements, its rows alone or with its indexes.
+void copyTable(benchmark::State &state, int shapes, const char *table, bool withIndexes)
 {
     for (auto _ : state) {
         state.PauseTiming();
@@ -103,12 +122,14 @@ void copyTable(benchmark::State &state, int shapes, const char *table)
         state.ResumeTiming();
         sqlite3 *db = nullptr;
         sqlite3_open(shop.path().toUtf8().constData(), &db);
-        const QByteArray name(table);
-        for (const QByteArray &sql :
-             {QByteArray("PRAGMA cache_size = -65536"), QByteArray("BEGIN"),
-              QByteArray("CREATE TABLE copy_of_it AS SELECT * FROM " + name), QByteArray("COMMIT")})
+        QList<QByteArray> statements{"PRAGMA cache_size = -65536", "BEGIN",
+                                     "CREATE TABLE copy_of_it AS SELECT * FROM " + QByteArray(table)};
+        if (withIndexes)
+            statements += indexesOfCopy(db, table);
+        for (const QByteArray &sql : std::as_const(statements))
             if (sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
                 throw std::runtime_error(sqlite3_errmsg(db));
+        sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
         sqlite3_close(db);
     }
     state.SetItemsProcessed(state.iterations() * wantedRows());
@@ -175,9 +196,17 @@ void exportJet(benchmark::State &state)
 }
 
 BENCHMARK_CAPTURE(convert, report, int(old::Report))->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK_CAPTURE(copyTable, report, int(old::Report), "report")->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_CAPTURE(copyTable, report, int(old::Report), "report", true)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_CAPTURE(copyTable, report_rows, int(old::Report), "report", false)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 BENCHMARK_CAPTURE(convert, plan_entry, int(old::Plans))->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK_CAPTURE(copyTable, plan_entry, int(old::Plans), "plan_entry")->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_CAPTURE(copyTable, plan_entry, int(old::Plans), "plan_entry", true)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+BENCHMARK_CAPTURE(copyTable, plan_entry_rows, int(old::Plans), "plan_entry", false)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 BENCHMARK_CAPTURE(convert, everything, int(old::Everything))->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(connectCurrent)->Unit(benchmark::kMillisecond);
 BENCHMARK(openPlain)->Unit(benchmark::kMillisecond);
@@ -186,4 +215,13 @@ BENCHMARK(exportJet)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime(
 
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char **argv)
+{
+    // The reading process is looked for beside the program.
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
