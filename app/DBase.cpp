@@ -17,6 +17,7 @@
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
 #include <tarnwick/gui/BoxPrompts.h>
+#include <tarnwick/gui/ProgressDialog.h>
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -38,6 +39,22 @@ constexpr QSize kFirstSize{1280, 800};
 constexpr int kMapShare = 66;
 /// Milliseconds from a change to the copy for the case of a crash, so that changes in a row are written once.
 constexpr int kRecoveryDelay = 300;
+
+/// Long work of a command: the wait cursor at once, and before long a bar with Cancel.
+class WindowProgress : public tarnwick::ProgressDialog
+{
+public:
+    WindowProgress(QWidget *window, const QString &title)
+        : ProgressDialog(window, title)
+        , m_window(window)
+    {
+        m_window->setCursor(Qt::WaitCursor);
+    }
+    ~WindowProgress() override { m_window->unsetCursor(); }
+
+private:
+    QWidget *m_window;
+};
 
 } // namespace
 
@@ -74,6 +91,8 @@ DBase::~DBase()
 {
     m_session->changed = nullptr;
     m_session->replacing = nullptr;
+    m_session->replaced = nullptr;
+    m_session->makeProgress = nullptr;
     m_session->legend().changed = nullptr;
     m_map->setSteamGen(nullptr);
     m_side->legendModel().setLegend(nullptr);
@@ -119,6 +138,12 @@ void DBase::makeActions()
             m_actions->addExtra(info.extra, this);
     }
     m_recent = new RecentMenus(*m_actions, this);
+    // A file may go, and come again, while the program runs.
+    for (const int placeholder : {NoRecentProject, NoRecentDatabase, NoRecentMap})
+        connect(m_actions->menuOf(placeholder), &QMenu::aboutToShow, this, [this] {
+            refreshMenus();
+            refreshCommands();
+        });
     connect(m_actions, &CommandActions::triggered, this, [this](int command) {
         m_commands->run(command);
         scheduleRefresh();
@@ -187,6 +212,14 @@ void DBase::connectLegend()
     m_session->legend().changed = [this] { scheduleRefresh(); };
     m_session->changed = [this] { sessionChanged(); };
     m_session->replacing = [this] { m_map->setSteamGen(nullptr); };
+    m_session->replaced = [this] {
+        m_systemDialogs.forgetFolders();
+        m_commands->pointedTube = -1;
+        m_map->setXOrientation(1);
+        m_map->setYOrientation(1);
+        projectChanged();
+    };
+    m_session->makeProgress = [this](const QString &title) { return std::make_unique<WindowProgress>(this, title); };
     connect(&model, &LegendModel::showRequested, this,
             [this](int entry, bool shown) { LegendEditor(*this).setShown(entry, shown); });
     connect(&model, &LegendModel::moveRequested, this, [this, &view](int from, int to) {
@@ -231,11 +264,6 @@ bool DBase::openProject(const QString &folder)
 {
     if (!m_session->openProject(projectFolder(folder)))
         return false;
-    m_systemDialogs.forgetFolders();
-    m_commands->pointedTube = -1;
-    m_map->setXOrientation(1);
-    m_map->setYOrientation(1);
-    projectChanged();
     m_session->openMapAtStart();
     return true;
 }
@@ -282,7 +310,7 @@ void DBase::closeEvent(QCloseEvent *event)
     // The next start begins with the panels, as they stood beside the map.
     if (m_isFullScreen)
         toggleFullScreen();
-    m_session->closeDatabaseAtEnd();
+    m_session->end();
     event->accept();
 }
 

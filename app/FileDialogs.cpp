@@ -49,10 +49,23 @@ QString FileDialogs::openFile(const FileChooserInfo &chooser, const QString &tit
 QString FileDialogs::saveFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
                               const QString &name)
 {
+    return askForName(chooser, title, roots, name, true);
+}
+
+QString FileDialogs::newFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots)
+{
+    return askForName(chooser, title, roots, {}, false);
+}
+
+QString FileDialogs::askForName(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
+                                const QString &name, bool mayReplace)
+{
     const QString folder = startFolder(chooser, roots);
     QDir().mkpath(folder); // where it cannot be made, the chooser starts elsewhere
     QFileDialog dialog(m_parent, title, folder, filters(chooser));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // Whoever must not replace a file says so himself; a question about it here would mislead.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !mayReplace);
     dialog.setDefaultSuffix(QString::fromUtf16(chooser.extension).mid(1));
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
                      [&dialog](const QString &filter) { dialog.setDefaultSuffix(suffixOf(filter)); });

@@ -22,6 +22,8 @@ public:
     QString openFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots) override;
     QString saveFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
                      const QString &name = {}) override;
+    /// Like saveFile, for a file that is to be made and must not exist yet.
+    virtual QString newFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots);
     virtual QString openFolder(const QString &title, const QString &start);
     /// Another project: choosers start in its folders.
     void forgetFolders() { m_folders.clear(); }
@@ -29,6 +31,8 @@ public:
 private:
     QString startFolder(const FileChooserInfo &chooser, const tarnwick::PathRoots &roots) const;
     QString remember(const FileChooserInfo &chooser, const QString &path);
+    QString askForName(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
+                       const QString &name, bool mayReplace);
 
     QWidget *m_parent;
     QHash<QString, QString> m_folders; ///< by the chooser's own folder

@@ -187,7 +187,7 @@ bool WindowCommands::runDatabase(int command)
 void WindowCommands::newDatabase()
 {
     m_session.prompts().status(messages::kCreateDatabase);
-    const QString path = m_dialogs->saveFile(kDatabaseChooser, u"New Database"_s, m_session.roots());
+    const QString path = m_dialogs->newFile(kDatabaseChooser, u"New Database"_s, m_session.roots());
     if (!path.isEmpty())
         m_session.createDatabase(path);
 }

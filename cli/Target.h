@@ -12,8 +12,10 @@
 
 namespace cli {
 
-/// The answers that --yes, --no and --answers give. Throws UsageError.
+/// The answers that --yes, --no and --answers give, or --convert. Throws UsageError.
 QList<tarnwick::Answer> answersOf(const Arguments &arguments);
+/// The prompts of a command: its answers, and how much it says. Throws UsageError.
+ConsolePrompts consolePromptsOf(const Arguments &arguments);
 
 /// Takes the values of parameters from "--param NAME=VALUE"; a parameter that has none afterwards refuses the query.
 class FlagParameters : public query::ParameterPrompt

@@ -6,15 +6,10 @@ namespace app::messages {
 
 using tarnwick::Message;
 
-// Database and component.
-inline constexpr Message kUploadModelFailed{1031, u"Could not upload model."};
+// Database.
 inline constexpr Message kCreateDatabase{0, u"Create database ..."};
 inline constexpr Message kConnectDatabase{0, u"Connect to a database ..."};
 inline constexpr Message kDisconnectDatabase{0, u"Disconnect from database"};
-inline constexpr Message kAskUploadModel{0, u"Are you sure you wish to upload the component to the database?"};
-inline constexpr Message kUploadingModel{0, u"Uploading model ..."};
-inline constexpr Message kUploadingLandmarks{0, u"Uploading landmarks ..."};
-inline constexpr Message kUploadedModel{0, u"Successfully uploaded model."};
 
 // Map files and headers.
 inline constexpr Message kLoadHeaderFailed{1037, u"Could not load map header."};

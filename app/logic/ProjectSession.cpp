@@ -1,12 +1,14 @@
 #include "ProjectSession.h"
 
 #include "ComponentReload.h"
-#include "ComponentUpload.h"
 #include "Messages.h"
 #include "SystemMacros.h"
 
+#include <db/CreateDatabase.h>
 #include <db/Errors.h>
 #include <db/Messages.h>
+#include <db/revision/ComponentUpload.h>
+#include <db/revision/ConnectDatabase.h>
 #include <ellery/ComponentFile.h>
 
 #include <QDir>
@@ -15,6 +17,12 @@
 using namespace Qt::StringLiterals;
 
 namespace app {
+
+namespace {
+
+const QString kConnectTitle = u"Connect to Database"_s;
+
+} // namespace
 
 ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
     : m_prompts(prompts)
@@ -45,16 +53,17 @@ ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
 
 ProjectSession::~ProjectSession()
 {
-    close(db::messages::kCloseDatabase);
+    end();
 }
 
-void ProjectSession::close(const tarnwick::Message &failure)
+void ProjectSession::end()
 {
-    try {
-        m_database.close();
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_prompts, exception, failure);
-    }
+    closeDatabase(db::messages::kCloseDatabase);
+}
+
+std::unique_ptr<tarnwick::Progress> ProjectSession::newProgress(const QString &title) const
+{
+    return makeProgress ? makeProgress(title) : nullptr;
 }
 
 void ProjectSession::load(tarnwick::OptionFile &options)
@@ -111,7 +120,7 @@ bool ProjectSession::openProject(const QString &folder)
         m_prompts.error(messages::kProjectUnreadable, QDir::toNativeSeparators(folder), error.text());
         return false;
     }
-    closeDatabase();
+    closeDatabase(db::messages::kCloseDatabase);
     if (replacing)
         replacing();
     m_recovery.end();
@@ -125,7 +134,10 @@ bool ProjectSession::openProject(const QString &folder)
         m_recovery.begin(roots());
     m_system.addRecentProject(m_project->folder);
     store(m_system);
-    const db::ConnectContext context{m_project.get(), this};
+    if (replaced)
+        replaced();
+    const std::unique_ptr<tarnwick::Progress> progress = newProgress(kConnectTitle);
+    const db::ConnectContext context{m_project.get(), this, progress.get()};
     db::connectAtStart(m_database, recentFiles().databases, m_options.databaseFormat, context);
     notify();
     return true;
@@ -185,7 +197,8 @@ void ProjectSession::databaseConnected(const QString &path)
 
 bool ProjectSession::connectDatabase(const QString &machinePath)
 {
-    const bool connected = db::connectDatabase(m_database, machinePath, {m_project.get(), this});
+    const std::unique_ptr<tarnwick::Progress> progress = newProgress(kConnectTitle);
+    const bool connected = db::connectDatabase(m_database, machinePath, {m_project.get(), this, progress.get()});
     notify();
     return connected;
 }
@@ -197,13 +210,16 @@ bool ProjectSession::createDatabase(const QString &machinePath)
 
 void ProjectSession::closeDatabase()
 {
-    close(db::messages::kDisconnectDatabase);
-    notify();
+    closeDatabase(db::messages::kDisconnectDatabase);
 }
 
-void ProjectSession::closeDatabaseAtEnd()
+void ProjectSession::closeDatabase(const tarnwick::Message &failure)
 {
-    close(db::messages::kCloseDatabase);
+    try {
+        m_database.close();
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(m_prompts, exception, failure);
+    }
     notify();
 }
 
@@ -261,10 +277,8 @@ void ProjectSession::openMapAtStart()
 
 void ProjectSession::uploadComponent()
 {
-    if (!db::checkConnected(m_database) ||
-        m_prompts.question(tarnwick::Buttons::YesNo, messages::kAskUploadModel) != tarnwick::Answer::Yes)
-        return;
-    app::uploadComponent(m_database, m_project->steamGen);
+    const std::unique_ptr<tarnwick::Progress> progress = newProgress(u"Upload Component"_s);
+    db::uploadComponent(m_database, m_project->steamGen, progress.get());
 }
 
 void ProjectSession::clearRecentProjects()

@@ -4,10 +4,11 @@
 #include "RecentFiles.h"
 
 #include <brannock/SystemOption.h>
-#include <db/ConnectDatabase.h>
+#include <db/revision/ConnectDatabase.h>
 #include <plans/MapUndo.h>
 #include <plans/ProjectQueries.h>
 #include <query/ArvoOptions.h>
+#include <tarnwick/Progress.h>
 
 namespace app {
 
@@ -22,8 +23,8 @@ public:
     ProjectSession(const ProjectSession &) = delete;
     ProjectSession &operator=(const ProjectSession &) = delete;
 
-    /// Loads the project of a folder in place of the present one, and connects its database. A folder that holds none,
-    /// or a damaged one, is said; the present project then stays. False in that case.
+    /// Loads the project of a folder in place of the present one, tells replaced, and connects its database. A folder
+    /// that holds none, or a damaged one, is said; the present project then stays. False in that case.
     bool openProject(const QString &folder);
     bool hasProject() const { return m_project->isLoaded(); }
     /// Empty without one.
@@ -79,21 +80,26 @@ public:
     bool connectDatabase(const QString &machinePath);
     bool createDatabase(const QString &machinePath);
     void closeDatabase();
-    /// The same when the window goes, with the message of that.
-    void closeDatabaseAtEnd();
     /// Asks first.
     void uploadComponent();
+    /// The end of the program: closes the database.
+    void end();
 
     /// The present component is about to go: nothing may look at it any more.
     std::function<void()> replacing;
+    /// Another project stands in its place; its database is about to be connected.
+    std::function<void()> replaced;
+    /// Makes what shows work that may take long, and lets the user stop it; its title is given. None: nobody watches.
+    std::function<std::unique_ptr<tarnwick::Progress>(const QString &title)> makeProgress;
     /// After another project or map was opened or stored, a database connected or closed, or a recent list cleared.
     std::function<void()> changed;
 
 private:
     void databaseConnected(const QString &path) override;
+    std::unique_ptr<tarnwick::Progress> newProgress(const QString &title) const;
+    void closeDatabase(const tarnwick::Message &failure);
     void load(tarnwick::OptionFile &options);
     void store(tarnwick::OptionFile &options);
-    void close(const tarnwick::Message &failure);
     void notify();
     void noteMapFile(const tarnwick::Message &status);
 

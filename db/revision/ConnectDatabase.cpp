@@ -1,10 +1,15 @@
 #include "ConnectDatabase.h"
 
-#include "Errors.h"
+#include "JetConnection.h"
+#include "LegacyImport.h"
 #include "Messages.h"
-#include "TableGrowth.h"
-#include "Views.h"
+#include "RevisionConversion.h"
 
+#include <db/CreateDatabase.h>
+#include <db/Errors.h>
+#include <db/Schema.h>
+#include <db/TableGrowth.h>
+#include <jet/JetReader.h>
 #include <QDir>
 #include <QFileInfo>
 #include <tarnwick/Paths.h>
@@ -28,24 +33,36 @@ bool samePath(const QString &one, const QString &other)
     return SuitePath(one).text().compare(SuitePath(other).text(), Qt::CaseInsensitive) == 0;
 }
 
-} // namespace
-
-bool isLegacyDatabase(const dao::Database &database)
+/// A file may hold anything: what has no table of a project has nothing that could be brought up to date.
+bool isProjectDatabase(const dao::Database &database)
 {
-    return database.hasTable(u"EXAMDATA") && !database.hasTable(u"report");
+    const std::span<const TableSpec> specs = tableSpecs();
+    return std::any_of(specs.begin(), specs.end(),
+                       [&](const TableSpec &spec) { return database.hasTable(QStringView(spec.name)); });
 }
 
-namespace {
-
-/// The views and labels every connection finds in place. A database that cannot be updated stays as it is.
-void bringUpToDate(DatabaseSession &session, const ConnectContext &context)
+/// Brings what is open up to date. The conversion state goes on from what was asked before.
+bool bringUpToDate(DatabaseSession &session, ConversionRequest &request, const ConnectContext &context)
 {
-    if (!session.isUpdatable() || isLegacyDatabase(session.database()))
+    if (isLegacyDatabase(session.database()))
+        return context.project && importLegacyDatabase(session, *context.project, context.progress);
+    return !isProjectDatabase(session.database()) ||
+           reviseDatabase(session, request, context.project, context.progress);
+}
+
+void openDatabase(DatabaseSession &session, const QString &path, const ConnectContext &context)
+{
+    resetConversion(session);
+    if (jet::isJetFile(path)) {
+        openJetFile(session, path, context, bringUpToDate);
         return;
-    completeStatistics(session.database());
-    refreshViews(session);
-    if (context.project)
-        refreshAliases(session, context.project->steamGen);
+    session.open(path);
+    ConversionRequest request(session, context.project,
+                              [&](const QString &backup) { session.database().backupTo(backup); });
+    bringUpToDate(session, request, context);
+    if (session.isOpen() && session.isUpdatable() && isProjectDatabase(session.database()))
+        completeStatistics(session.database());
+    announceConversion(session);
 }
 
 } // namespace
@@ -56,12 +73,7 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
         return false;
     try {
         session.close();
-        if (context.opener) {
-            context.opener->open(session, path, context);
-        } else {
-            session.open(path);
-            bringUpToDate(session, context);
-        }
+        openDatabase(session, path, context);
         if (context.listener)
             context.listener->databaseConnected(path);
         session.prompts().status(messages::kConnectedStatus, pathBelowArvo(path, context));
@@ -94,7 +106,10 @@ bool connectAtStart(DatabaseSession &session, const QStringList &recentDatabases
     if (session.isOpen())
         return true;
     // A file that is there but could not be connected was reported just now, and stays as it is.
-    if (QFileInfo::exists(standard) || !createDatabase(session.prompts(), standard, formatYear))
+    if (QFileInfo::exists(standard))
+        return false;
+    QDir(context.project->folder).mkpath(u"arvo"_s); // creating the file says why when there is no such folder
+    if (!createDatabase(session.prompts(), standard, formatYear))
         return false;
     if (!connectDatabase(session, standard, context))
         return false;

@@ -1,8 +1,6 @@
 #pragma once
-#include "CreateDatabase.h"
-#include "DatabaseSession.h"
-
 #include <brannock/Project.h>
+#include <db/DatabaseSession.h>
 #include <tarnwick/Progress.h>
 
 namespace db {
@@ -15,30 +13,23 @@ public:
     virtual void databaseConnected(const QString &path) = 0;
 };
 
-struct ConnectContext;
-
-/// Opens a database for the session and brings it up to date.
-class DatabaseOpener
-{
-public:
-    virtual ~DatabaseOpener() = default;
-    /// Throws dao::DaoException when the session cannot be connected, and dao::DaoCancelled or tarnwick::Cancelled when
-    /// the user did not want to wait.
-    virtual void open(DatabaseSession &session, const QString &path, const ConnectContext &context) = 0;
-};
-
 /// What connecting needs of the program around it.
 struct ConnectContext
 {
     const brannock::Project *project = nullptr; ///< null without one
     ConnectionListener *listener = nullptr;     ///< null: nobody is told
     tarnwick::Progress *progress = nullptr;     ///< null: nobody watches
-    DatabaseOpener *opener = nullptr;           ///< null: the file is opened as it is, with its views and aliases
 };
 
-/// Opens the database for the main window, through the context's opener, in place of the one that is open, tells the
-/// listener and shows "Connected to ..." with the path relative to the project's arvo folder. An empty path does
-/// nothing. An engine exception is reported (1032) and gives false; the session is then closed.
+/// Connects a database in place of the one that is open. It may be one of the present schema, whose views and aliases
+/// are brought up to date; an older one, which is converted when the user agrees; one of the foreign inspection data
+/// system, whose tables are imported; or a Jet file, of which a working copy is opened that can only be read, unless
+/// the user agrees to have the file converted. One that is right already, or holds no table of a project, is not
+/// written to.
+///
+/// Tells the listener and shows "Connected to ..." with the path relative to the project's arvo folder. An empty path
+/// does nothing. An engine exception is reported (1032) and gives false, as does the user's Cancel; the session is then
+/// closed. What was asked and done of a conversion stands in the session's ConversionState.
 bool connectDatabase(DatabaseSession &session, const QString &path, const ConnectContext &context);
 
 /// The database a project starts with: the most recent one, unless that is the project's own and its file is gone; else
@@ -46,8 +37,5 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
 /// recentDatabases are paths in the suite's form, most recent first. False when none could be connected.
 bool connectAtStart(DatabaseSession &session, const QStringList &recentDatabases, int formatYear,
                     const ConnectContext &context);
-
-/// True for a database of the foreign inspection data system: a table EXAMDATA and no table report.
-bool isLegacyDatabase(const dao::Database &database);
 
 } // namespace db
