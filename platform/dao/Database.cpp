@@ -104,6 +104,7 @@ void Database::define(const QString &source, const std::function<void(store::Sch
 {
     store::SourceScope scope(m_impl->connection, source);
     m_impl->prepareStatement();
+    m_impl->connection.clearCancel();
     change(m_impl->editor);
 }
 
@@ -206,7 +207,7 @@ void Database::setProperty(const QString &name, const QString &value)
 void Database::backupTo(const QString &path) const
 {
     m_impl->requireOpen();
-    store::backUpFile(m_impl->path, path);
+    store::backUpFile(m_impl->path, path, m_impl->connection.progress());
 }
 
 int Database::execute(const QString &sql)

@@ -4,15 +4,10 @@
 namespace dao::sql {
 
 /// Compiles one statement of Access SQL: lexer, parser, binder, generator.
+/// readHeadings: to read cross tables whose columns only their data can tell; without it they are refused (3143).
 /// Throws DaoException with the engine's number and a place in the text.
-CompiledStatement compile(const SchemaView &schema, const QString &text);
+CompiledStatement compile(const SchemaView &schema, const QString &text, const HeadingReader &readHeadings = {});
 
-/// A heading of a cross table: a row of CrosstabPlan::valuesSql.
-struct CrosstabHeading
-{
-    QString name;
-    QString valueSql;
-};
 /// The plan of a cross table with its headings. Throws 3205 when there are too many.
 SelectPlan withHeadings(const SelectPlan &plan, const QList<CrosstabHeading> &headings);
 
@@ -28,6 +23,7 @@ QString ruleWithFunctions(const QString &rule, const FieldInfo &field);
 
 /// The same for the validation rule of a table: a condition over its fields.
 std::optional<QString> tableRuleAsCheck(const QString &rule, const TableInfo &table);
+QString tableRuleWithFunctions(const QString &rule, const TableInfo &table);
 
 /// A default value as inner SQL. A bare word that is no expression counts as text.
 struct DefaultExpression

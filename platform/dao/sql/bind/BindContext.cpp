@@ -69,6 +69,12 @@ int BindContext::parameter(const QString &name, Range where, const QString &sugg
     return id;
 }
 
+QList<CrosstabHeading> BindContext::readHeadings(const Transform &transform)
+{
+    m_dependsOnData = true;
+    return m_readHeadings(transform);
+}
+
 void BindContext::noteUse(int id, DataType type)
 {
     BoundParameter &entry = m_parameters[size_t(id)];
