@@ -56,6 +56,7 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
     if (jet::isJetFile(path)) {
         openJetFile(session, path, context, bringUpToDate);
         return;
+    }
     session.open(path);
     ConversionRequest request(session, context.project,
                               [&](const QString &backup) { session.database().backupTo(backup); });
