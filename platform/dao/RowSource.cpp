@@ -70,8 +70,7 @@ bool KeyedRows::read(qint64 row, std::vector<Value> &cells)
 
 void KeyedRows::erase(qint64 row)
 {
-    const auto first = m_keys.begin() + row * qint64(m_width);
-    m_keys.erase(first, first + qint64(m_width));
+    m_keys.erase(size_t(row) * m_width, m_width);
 }
 
 qint64 KeyedRows::find(std::span<const qint64> wanted, qint64 near) const

@@ -1,5 +1,6 @@
 #pragma once
 #include "DatabaseImpl.h"
+#include "KeyList.h"
 
 #include <limits>
 #include <span>
@@ -29,7 +30,7 @@ public:
     qint64 count() const override { return qint64(m_keys.size() / m_width); }
     bool read(qint64 row, std::vector<Value> &cells) override;
     std::span<const qint64> keys(qint64 row) const { return {m_keys.data() + size_t(row) * m_width, m_width}; }
-    void append(std::span<const qint64> keys) { m_keys.insert(m_keys.end(), keys.begin(), keys.end()); }
+    void append(std::span<const qint64> keys) { m_keys.append(keys); }
     void erase(qint64 row);
     /// The row of those keys, looked for around the position where it once was; -1 when it is gone.
     qint64 find(std::span<const qint64> keys, qint64 near) const;
@@ -39,7 +40,7 @@ private:
     std::vector<DataType> m_types;
     int m_parameters;
     size_t m_width;
-    std::vector<qint64> m_keys;
+    KeyList m_keys;
     store::Statement m_row;
 };
 

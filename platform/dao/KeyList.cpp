@@ -1,0 +1,25 @@
+#include "KeyList.h"
+
+#include <cstring>
+#include <new>
+
+namespace dao {
+
+void KeyList::erase(size_t first, size_t count)
+{
+    qint64 *keys = m_keys.get() + first;
+    std::memmove(keys, keys + count, (m_size - first - count) * sizeof(qint64));
+    m_size -= count;
+}
+
+void KeyList::resize(size_t capacity)
+{
+    auto *moved = static_cast<qint64 *>(std::realloc(m_keys.get(), capacity * sizeof(qint64)));
+    if (!moved)
+        throw std::bad_alloc();
+    static_cast<void>(m_keys.release()); // it is where it was, or freed
+    m_keys.reset(moved);
+    m_capacity = capacity;
+}
+
+} // namespace dao
