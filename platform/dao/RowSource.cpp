@@ -71,7 +71,7 @@ bool KeyedRows::read(qint64 row, std::vector<Value> &cells)
 
 void KeyedRows::append(std::span<const qint64> keys)
 {
-    m_keys.insert(m_keys.end(), keys.begin(), keys.end());
+    m_keys.append(keys);
     m_live.append(1);
 }
 

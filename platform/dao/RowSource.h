@@ -1,5 +1,6 @@
 #pragma once
 #include "DatabaseImpl.h"
+#include "KeyList.h"
 #include "LiveRows.h"
 
 #include <limits>
@@ -44,7 +45,7 @@ private:
     size_t m_width;
     std::span<const qint64> keysAt(qint64 slot) const { return {m_keys.data() + size_t(slot) * m_width, m_width}; }
 
-    std::vector<qint64> m_keys;
+    KeyList m_keys;
     LiveRows m_live;
     store::Statement m_row;
 };

@@ -17,7 +17,6 @@ namespace {
 
 constexpr int busyMilliseconds = 1000;
 constexpr int bytesAtOnce = 1 << 20;
-constexpr int looksEvery = 100; // milliseconds
 const QString sourceName = u"DAO.Database"_s;
 
 struct CloseDatabase
