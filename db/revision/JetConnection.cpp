@@ -2,6 +2,7 @@
 
 #include "JetImport.h"
 #include "Messages.h"
+#include "RevisionConversion.h"
 
 #include <dao/values/Errors.h>
 #include <db/Errors.h>
@@ -109,8 +110,10 @@ void openJetFile(DatabaseSession &session, const QString &path, const ConnectCon
         return;
     ConversionRequest request(session, context.project,
                               [&](const QString &backup) { copyFile(path, backup, context.progress); });
-    if (!request(messages::kStepJetFile))
+    if (!request(messages::kStepJetFile)) {
+        listRevisionSteps(session, request);
         return;
+    }
     if (replaceByConverted(session, request, path, workingCopy, context, bringUpToDate)) {
         session.open(path);
         announceConversion(session);
