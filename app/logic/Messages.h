@@ -23,6 +23,8 @@ inline constexpr Message kOpenedMap{0, u"Opened map \"%S\"."};
 inline constexpr Message kStoredMap{0, u"Stored map \"%S\"."};
 inline constexpr Message kNewMap{0, u"New map."};
 inline constexpr Message kAskReplaceFile{0, u"\"%S\" is there already.\n\nDo you wish to replace it?"};
+inline constexpr Message kAskReplaceChanged{0, u"\"%S\" was changed by another program since it was opened here.\n\nDo "
+                                               u"you wish to replace it with this map?"};
 inline constexpr Message kAskRestoreMap{0, u"ARVO did not end properly the last time.\n\nChanges of map \"%S\" that "
                                            u"were not saved have been kept as of %t.\n\nDo you wish to restore them?"};
 inline constexpr Message kRestoredMap{0, u"Restored map \"%S\"; it has not been saved yet."};
