@@ -114,6 +114,7 @@ bool ProjectSession::openProject(const QString &folder)
     m_project = std::move(loaded);
     m_componentStamp = componentStamp(componentFolder());
     mapFile.clear();
+    m_options.setProjectFormat(m_project->databaseFormat);
     m_queryContext.roots = roots();
     m_system.addRecentProject(m_project->folder);
     store(m_system);
