@@ -17,6 +17,7 @@
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
 #include <tarnwick/gui/BoxPrompts.h>
+#include <tarnwick/gui/ProgressDialog.h>
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -36,6 +37,24 @@ namespace {
 constexpr QSize kFirstSize{1280, 800};
 /// Of the width: what the map gets at first.
 constexpr int kMapShare = 66;
+/// Milliseconds from a change to the copy for the case of a crash, so that changes in a row are written once.
+constexpr int kRecoveryDelay = 300;
+
+/// Long work of a command: the wait cursor at once, and before long a bar with Cancel.
+class WindowProgress : public tarnwick::ProgressDialog
+{
+public:
+    WindowProgress(QWidget *window, const QString &title)
+        : ProgressDialog(window, title)
+        , m_window(window)
+    {
+        m_window->setCursor(Qt::WaitCursor);
+    }
+    ~WindowProgress() override { m_window->unsetCursor(); }
+
+private:
+    QWidget *m_window;
+};
 
 } // namespace
 
@@ -56,11 +75,14 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
     makeActions();
     makeCentre();
     WindowActions &own = *this;
-    m_commands = std::make_unique<WindowCommands>(*m_session, *this, *m_map, *m_recent, own);
+    m_commands = std::make_unique<WindowCommands>(*m_session, *this, *m_map, *m_recent, own, this);
     m_commands->setFileDialogs(&m_systemDialogs);
     connectMap();
     connectLegend();
     connectBars();
+    m_recoveryDelay.setSingleShot(true);
+    m_recoveryDelay.setInterval(kRecoveryDelay);
+    connect(&m_recoveryDelay, &QTimer::timeout, this, [this] { m_session->updateRecoveryCopy(); });
     resize(kFirstSize);
     projectChanged();
 }
@@ -69,6 +91,8 @@ DBase::~DBase()
 {
     m_session->changed = nullptr;
     m_session->replacing = nullptr;
+    m_session->replaced = nullptr;
+    m_session->makeProgress = nullptr;
     m_session->legend().changed = nullptr;
     m_map->setSteamGen(nullptr);
     m_side->legendModel().setLegend(nullptr);
@@ -81,12 +105,15 @@ void DBase::makeStatusBar()
     m_statusText->setTextFormat(Qt::PlainText);
     m_tubeText = new QLabel;
     m_tubeText->setObjectName(u"tubeText"_s);
+    m_mapText = new QLabel;
+    m_mapText->setObjectName(u"mapText"_s);
     m_selectionText = new QLabel;
     m_selectionText->setObjectName(u"selectionText"_s);
     for (QLabel *label : {m_tubeText, m_selectionText})
         label->setContentsMargins(fontMetrics().height(), 0, 0, 0);
     statusBar()->addWidget(m_statusText, 1);
     statusBar()->addPermanentWidget(m_tubeText);
+    statusBar()->addPermanentWidget(m_mapText);
     statusBar()->addPermanentWidget(m_selectionText);
 }
 
@@ -111,6 +138,12 @@ void DBase::makeActions()
             m_actions->addExtra(info.extra, this);
     }
     m_recent = new RecentMenus(*m_actions, this);
+    // A file may go, and come again, while the program runs.
+    for (const int placeholder : {NoRecentProject, NoRecentDatabase, NoRecentMap})
+        connect(m_actions->menuOf(placeholder), &QMenu::aboutToShow, this, [this] {
+            refreshMenus();
+            refreshCommands();
+        });
     connect(m_actions, &CommandActions::triggered, this, [this](int command) {
         m_commands->run(command);
         scheduleRefresh();
@@ -162,11 +195,12 @@ void DBase::connectMap()
     m_map->installEventFilter(this);
     m_map->setTipText([this](int tube) { return tipLines(tube); });
     m_session->undo().captureExtras = [this] {
-        return plans::MapExtras{m_map->xOrientation(), m_map->yOrientation(), {}};
+        return plans::MapExtras{m_map->xOrientation(), m_map->yOrientation(), m_session->map().headerRecord()};
     };
     m_session->undo().restoreExtras = [this](const plans::MapExtras &extras) {
         m_map->setXOrientation(extras.xOrientation);
         m_map->setYOrientation(extras.yOrientation);
+        m_session->map().setHeaderRecord(extras.header);
     };
     m_session->undo().restored = [this] { redrawMap(); };
 }
@@ -178,6 +212,14 @@ void DBase::connectLegend()
     m_session->legend().changed = [this] { scheduleRefresh(); };
     m_session->changed = [this] { sessionChanged(); };
     m_session->replacing = [this] { m_map->setSteamGen(nullptr); };
+    m_session->replaced = [this] {
+        m_systemDialogs.forgetFolders();
+        m_commands->pointedTube = -1;
+        m_map->setXOrientation(1);
+        m_map->setYOrientation(1);
+        projectChanged();
+    };
+    m_session->makeProgress = [this](const QString &title) { return std::make_unique<WindowProgress>(this, title); };
     connect(&model, &LegendModel::showRequested, this,
             [this](int entry, bool shown) { LegendEditor(*this).setShown(entry, shown); });
     connect(&model, &LegendModel::moveRequested, this, [this, &view](int from, int to) {
@@ -193,8 +235,11 @@ void DBase::connectBars()
     connect(m_mainBar, &MainToolBar::buttonPressed, this, [this](const QString &name) {
         if (name == u"updateButton"_s)
             m_commands->updateMap();
+        else if (name == u"headerButton"_s)
+            m_commands->editHeader();
         else if (name == u"optionsButton"_s)
             editOptions();
+        scheduleRefresh();
     });
     m_viewBar->setCompletions([this](const QString &text) {
         constexpr int kMostCompletions = 100;
@@ -219,11 +264,7 @@ bool DBase::openProject(const QString &folder)
 {
     if (!m_session->openProject(projectFolder(folder)))
         return false;
-    m_systemDialogs.forgetFolders();
-    m_commands->pointedTube = -1;
-    m_map->setXOrientation(1);
-    m_map->setYOrientation(1);
-    projectChanged();
+    m_session->openMapAtStart();
     return true;
 }
 
@@ -260,10 +301,16 @@ bool DBase::eventFilter(QObject *watched, QEvent *event)
 
 void DBase::closeEvent(QCloseEvent *event)
 {
+    if (!m_commands->mayReplaceMap()) {
+        event->ignore();
+        return;
+    }
+    m_recoveryDelay.stop();
+    m_session->endRecovery();
     // The next start begins with the panels, as they stood beside the map.
     if (m_isFullScreen)
         toggleFullScreen();
-    m_session->closeDatabaseAtEnd();
+    m_session->end();
     event->accept();
 }
 

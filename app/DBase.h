@@ -5,6 +5,7 @@
 #include <app/logic/Commands.h>
 
 #include <QMainWindow>
+#include <QTimer>
 
 class QLabel;
 class QSplitter;
@@ -115,8 +116,10 @@ private:
     QMenu *m_legendMenu = nullptr;
     QLabel *m_statusText = nullptr;
     QLabel *m_tubeText = nullptr;
+    QLabel *m_mapText = nullptr; ///< whether the map has unsaved changes
     QLabel *m_selectionText = nullptr;
     std::unique_ptr<WindowCommands> m_commands;
+    QTimer m_recoveryDelay;
     bool m_refreshScheduled = false;
     bool m_isFullScreen = false;
 };

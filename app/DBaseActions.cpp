@@ -86,7 +86,10 @@ void DBase::showAbout()
 
 void DBase::showProjectInfo()
 {
-    showTextBox(this, u"Project Info"_s, projectInfoText(m_session->project(), m_session->databaseStatus()));
+    QString text = projectInfoText(m_session->project(), m_session->databaseStatus());
+    if (const QString map = mapInfoText(m_session->map()); !map.isEmpty())
+        text += u"\n\n"_s + map;
+    showTextBox(this, u"Project Info"_s, text);
 }
 
 void DBase::showKeys()

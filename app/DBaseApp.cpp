@@ -64,7 +64,9 @@ public:
     tarnwick::Answer ask(tarnwick::Buttons buttons, const QString &text, int) override
     {
         say(text);
-        return buttons == tarnwick::Buttons::OkCancel ? tarnwick::Answer::Ok : tarnwick::Answer::No;
+        return buttons == tarnwick::Buttons::OkCancel      ? tarnwick::Answer::Ok
+               : buttons == tarnwick::Buttons::YesNoCancel ? tarnwick::Answer::Cancel
+                                                           : tarnwick::Answer::No;
     }
     void showStatus(const QString &) override {}
 };
@@ -139,6 +141,7 @@ bool DBaseApp::addQueries()
 
 void DBaseApp::start()
 {
+    m_window->projectSession().keepsRecoveryCopies = true;
     m_window->show();
     // Once the event loop runs, so that what is wrong with the project is said over a window that is there.
     QMetaObject::invokeMethod(

@@ -37,6 +37,8 @@ void DBase::refreshAll()
     m_side->legendModel().refresh();
     refreshPanels();
     refreshCommands();
+    if (!m_recoveryDelay.isActive())
+        m_recoveryDelay.start();
 }
 
 void DBase::sessionChanged()
@@ -74,13 +76,14 @@ void DBase::refreshPanels()
         m_side->setProjectText({});
         m_side->setStatusText({});
         m_selectionText->clear();
+        m_mapText->clear();
         return;
     }
     const brannock::Project &project = m_session->project();
-    const QString mapName = tarnwick::SuitePath(m_session->mapFile).baseName();
-    m_side->setProjectText(projectPanelText(project, mapName, m_session->databaseStatus()));
+    m_side->setProjectText(projectPanelText(project, m_session->map().name(), m_session->databaseStatus()));
     m_side->setStatusText(statusPanelText(project.steamGen));
     m_selectionText->setText(selectionText(project.steamGen));
+    m_mapText->setText(m_session->undo().isModified() ? u"Map not saved"_s : QString());
 }
 
 CommandContext DBase::commandContext()

@@ -1,35 +1,76 @@
 #include "FileDialogs.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
 
 namespace app {
 
+namespace {
+
+QString filters(const FileChooserInfo &chooser)
+{
+    const QString first = QString::fromUtf16(chooser.filter);
+    return chooser.moreFilters ? QString(first + u";;"_s + QString::fromUtf16(chooser.moreFilters)) : first;
+}
+
+/// "emf" of "Metafiles (*.emf)".
+QString suffixOf(const QString &filter)
+{
+    static const QRegularExpression pattern(u"\\(\\*\\.(\\w+)"_s);
+    return pattern.match(filter).captured(1);
+}
+
+} // namespace
+
 QString FileDialogs::startFolder(const FileChooserInfo &chooser, const tarnwick::PathRoots &roots) const
 {
-    const auto last = m_folders.constFind(QString::fromUtf16(chooser.filter));
-    return last != m_folders.constEnd() ? *last
-                                        : tarnwick::SuitePath(QString::fromUtf16(chooser.folder)).machinePath(roots);
+    const QString own = QString::fromUtf16(chooser.folder);
+    const auto last = m_folders.constFind(own);
+    return last != m_folders.constEnd() ? *last : tarnwick::SuitePath(own).machinePath(roots);
 }
 
 QString FileDialogs::remember(const FileChooserInfo &chooser, const QString &path)
 {
     if (!path.isEmpty())
-        m_folders.insert(QString::fromUtf16(chooser.filter), QFileInfo(path).absolutePath());
+        m_folders.insert(QString::fromUtf16(chooser.folder), QFileInfo(path).absolutePath());
     return path;
 }
 
 QString FileDialogs::openFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots)
 {
-    return remember(chooser, QFileDialog::getOpenFileName(m_parent, title, startFolder(chooser, roots),
-                                                          QString::fromUtf16(chooser.filter)));
+    return remember(chooser,
+                    QFileDialog::getOpenFileName(m_parent, title, startFolder(chooser, roots), filters(chooser)));
 }
 
-QString FileDialogs::saveFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots)
+QString FileDialogs::saveFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
+                              const QString &name)
 {
-    QFileDialog dialog(m_parent, title, startFolder(chooser, roots), QString::fromUtf16(chooser.filter));
+    return askForName(chooser, title, roots, name, true);
+}
+
+QString FileDialogs::newFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots)
+{
+    return askForName(chooser, title, roots, {}, false);
+}
+
+QString FileDialogs::askForName(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
+                                const QString &name, bool mayReplace)
+{
+    const QString folder = startFolder(chooser, roots);
+    QDir().mkpath(folder); // where it cannot be made, the chooser starts elsewhere
+    QFileDialog dialog(m_parent, title, folder, filters(chooser));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // Whoever must not replace a file says so himself; a question about it here would mislead.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !mayReplace);
     dialog.setDefaultSuffix(QString::fromUtf16(chooser.extension).mid(1));
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                     [&dialog](const QString &filter) { dialog.setDefaultSuffix(suffixOf(filter)); });
+    if (!name.isEmpty())
+        dialog.selectFile(name);
     if (dialog.exec() != QDialog::Accepted)
         return {};
     return remember(chooser, dialog.selectedFiles().value(0));

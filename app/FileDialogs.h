@@ -1,8 +1,6 @@
 #pragma once
 #include <app/logic/FileChoosers.h>
 
-#include <tarnwick/Paths.h>
-
 #include <QHash>
 
 class QWidget;
@@ -11,21 +9,21 @@ namespace app {
 
 /// Asks for files and folders. Each chooser goes on in the folder where it was last used. Tests put their own in its
 /// place.
-class FileDialogs
+class FileDialogs : public FileChoice
 {
 public:
     explicit FileDialogs(QWidget *parent = nullptr)
         : m_parent(parent)
     {
     }
-    virtual ~FileDialogs() = default;
     FileDialogs(const FileDialogs &) = delete;
     FileDialogs &operator=(const FileDialogs &) = delete;
 
-    // Paths of the machine; empty when nothing was chosen.
-    virtual QString openFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots);
-    /// Adds the chooser's extension to a name without one, and asks before an existing file is chosen.
-    virtual QString saveFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots);
+    QString openFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots) override;
+    QString saveFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
+                     const QString &name = {}) override;
+    /// Like saveFile, for a file that is to be made and must not exist yet.
+    virtual QString newFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots);
     virtual QString openFolder(const QString &title, const QString &start);
     /// Another project: choosers start in its folders.
     void forgetFolders() { m_folders.clear(); }
@@ -33,9 +31,11 @@ public:
 private:
     QString startFolder(const FileChooserInfo &chooser, const tarnwick::PathRoots &roots) const;
     QString remember(const FileChooserInfo &chooser, const QString &path);
+    QString askForName(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
+                       const QString &name, bool mayReplace);
 
     QWidget *m_parent;
-    QHash<QString, QString> m_folders; ///< by filter
+    QHash<QString, QString> m_folders; ///< by the chooser's own folder
 };
 
 } // namespace app

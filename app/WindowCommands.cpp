@@ -1,6 +1,7 @@
 #include "WindowCommands.h"
 
 #include "FileDialogs.h"
+#include "HeaderDlg.h"
 #include "RecentMenus.h"
 
 #include <app/logic/DesktopShortcut.h>
@@ -17,22 +18,85 @@ using namespace Qt::StringLiterals;
 namespace app {
 
 WindowCommands::WindowCommands(ProjectSession &session, plans::MapHost &host, brannock::TubesheetMap &map,
-                               RecentMenus &recent, WindowActions &window)
+                               RecentMenus &recent, WindowActions &window, QWidget *parent)
     : m_session(session)
     , m_host(host)
     , m_map(map)
     , m_recent(recent)
     , m_window(window)
+    , m_parent(parent)
     , m_legend(host)
+    , m_files(session)
+    , m_printing(session, host, map, parent)
 {
+}
+
+void WindowCommands::setFileDialogs(FileDialogs *dialogs)
+{
+    m_dialogs = dialogs;
+    m_files.setFileChoice(dialogs);
+    m_printing.setFileChoice(dialogs);
 }
 
 void WindowCommands::run(int command)
 {
     if (isSelectionCommand(command))
         select(command);
-    else if (!runMap(command) && !runDatabase(command) && !runProject(command))
+    else if (!runFile(command) && !runMap(command) && !runDatabase(command) && !runProject(command))
         runProgram(command);
+}
+
+bool WindowCommands::runFile(int command)
+{
+    if (command >= FirstRecentMap && command <= LastRecentMap) {
+        m_files.open(m_recent.path(command));
+        return true;
+    }
+    switch (command) {
+    case NewMap:
+        m_files.newMap();
+        return true;
+    case OpenMap:
+        m_files.open();
+        return true;
+    case SaveMap:
+        m_files.save();
+        return true;
+    case SaveMapAs:
+        m_files.saveAs();
+        return true;
+    case ImportMap:
+        m_files.importMap();
+        return true;
+    case ExportMap:
+        m_files.exportMap();
+        return true;
+    case PrintSetup:
+        m_printing.setUp();
+        return true;
+    case PrintPreview:
+        m_printing.preview();
+        return true;
+    case Print:
+        m_printing.print();
+        return true;
+    case StoreMetafile:
+        m_printing.storeMetafile();
+        return true;
+    case StoreBitmap:
+        m_printing.storeBitmap();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void WindowCommands::editHeader()
+{
+    HeaderEditor editor(m_session.map(), m_host, *m_dialogs, m_session.roots());
+    HeaderDlg dialog(
+        editor, [this](const MapHeader &header) { return m_printing.page(header); }, m_printing.paperSize(), m_parent);
+    dialog.exec();
 }
 
 bool WindowCommands::runMap(int command)
@@ -123,7 +187,7 @@ bool WindowCommands::runDatabase(int command)
 void WindowCommands::newDatabase()
 {
     m_session.prompts().status(messages::kCreateDatabase);
-    const QString path = m_dialogs->saveFile(kDatabaseChooser, u"New Database"_s, m_session.roots());
+    const QString path = m_dialogs->newFile(kDatabaseChooser, u"New Database"_s, m_session.roots());
     if (!path.isEmpty())
         m_session.createDatabase(path);
 }
@@ -139,7 +203,7 @@ void WindowCommands::openDatabase()
 bool WindowCommands::runProject(int command)
 {
     if (command >= FirstRecentProject && command <= LastRecentProject) {
-        m_window.openProjectFolder(m_recent.path(command));
+        openProjectFolder(m_recent.path(command));
         return true;
     }
     switch (command) {
@@ -164,6 +228,12 @@ void WindowCommands::openProject()
                                                  : QStandardPaths::writableLocation(QStandardPaths::HomeLocation);
     const QString folder = m_dialogs->openFolder(u"Open Project"_s, start);
     if (!folder.isEmpty())
+        openProjectFolder(folder);
+}
+
+void WindowCommands::openProjectFolder(const QString &folder)
+{
+    if (mayReplaceMap())
         m_window.openProjectFolder(folder);
 }
 

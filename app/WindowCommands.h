@@ -1,5 +1,8 @@
 #pragma once
+#include "MapPrinting.h"
+
 #include <app/logic/LegendEditor.h>
+#include <app/logic/MapCommands.h>
 #include <app/logic/ProjectSession.h>
 
 #include <brannock/gui/TubesheetMap.h>
@@ -25,10 +28,11 @@ public:
 class WindowCommands
 {
 public:
+    /// parent: of the dialogs
     WindowCommands(ProjectSession &session, plans::MapHost &host, brannock::TubesheetMap &map, RecentMenus &recent,
-                   WindowActions &window);
+                   WindowActions &window, QWidget *parent);
     /// Tests put their own in place of the system's.
-    void setFileDialogs(FileDialogs *dialogs) { m_dialogs = dialogs; }
+    void setFileDialogs(FileDialogs *dialogs);
 
     /// The tube that the pop-up menu was opened on, -1 without one; commands that need it take it from here.
     int pointedTube = -1;
@@ -37,8 +41,12 @@ public:
 
     void run(int command);
     void updateMap();
+    void editHeader();
+    /// Asks about unsaved changes of the map. False: the user wants to stay with it.
+    bool mayReplaceMap() { return m_files.mayReplaceMap(); }
 
 private:
+    bool runFile(int command);
     bool runMap(int command);
     bool runDatabase(int command);
     bool runProject(int command);
@@ -46,6 +54,7 @@ private:
     void select(int command);
     void flip(int command);
     void openProject();
+    void openProjectFolder(const QString &folder);
     void newDatabase();
     void openDatabase();
     bool confirmClear();
@@ -58,7 +67,10 @@ private:
     RecentMenus &m_recent;
     WindowActions &m_window;
     FileDialogs *m_dialogs = nullptr;
+    QWidget *m_parent;
     LegendEditor m_legend;
+    MapCommands m_files;
+    MapPrinting m_printing;
 };
 
 } // namespace app

@@ -17,6 +17,7 @@ const OptionSpec *findOption(std::span<const OptionSpec> options, QStringView na
 } // namespace
 
 Arguments::Arguments(const QStringList &arguments, std::span<const OptionSpec> options)
+    : m_options(options)
 {
     bool optionsEnded = false;
     for (qsizetype i = 0; i < arguments.size(); ++i) {
@@ -49,6 +50,11 @@ Arguments::Arguments(const QStringList &arguments, std::span<const OptionSpec> o
             throw UsageError(u"Option --"_s + name + u" is given twice."_s);
         m_values[name].append(value);
     }
+}
+
+bool Arguments::knows(QStringView name) const
+{
+    return findOption(m_options, name) != nullptr;
 }
 
 QString Arguments::positional(int index, const QString &what) const

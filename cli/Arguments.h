@@ -43,12 +43,15 @@ public:
     void atMost(int count) const;
 
     bool has(QStringView name) const { return m_values.contains(name.toString()); }
+    /// Whether the command has that option at all.
+    bool knows(QStringView name) const;
     QString value(QStringView name, const QString &whenMissing = {}) const;
     QStringList values(QStringView name) const { return m_values.value(name.toString()); }
     /// UsageError when it is given and is no whole number in the range.
     qint64 integer(QStringView name, qint64 whenMissing, qint64 minimum, qint64 maximum) const;
 
 private:
+    std::span<const OptionSpec> m_options;
     QStringList m_positional;
     QHash<QString, QStringList> m_values;
 };

@@ -18,6 +18,13 @@ constexpr OptionSpec kDatabase{u"database", u"FILE", u"use this database instead
 constexpr OptionSpec kCreateOptions[] = {
     {u"format", u"YEAR", u"1997, 2000 or 2002: the format year that the file remembers (2002)"}};
 
+constexpr OptionSpec kConnectOptions[] = {
+    {u"convert", u"ANSWER", u"yes or no: whether to convert a database of an older revision, or a Jet file (no)"}};
+
+constexpr OptionSpec kImportOptions[] = {
+    {u"out", u"DB", u"the new database; it must not exist"},
+    {u"damaged", nullptr, u"take over what can be read of a damaged file, and list what is lost"}};
+
 constexpr OptionSpec kDemoOptions[] = {
     {u"kind", u"KIND", u"recirculating (U-bend, the default) or once-through"},
     {u"tubes", u"N", u"number of tubes, about (3,400; once-through 15,500)"},
@@ -41,6 +48,7 @@ constexpr OptionSpec kConvertOptions[] = {
     kVerbose};
 
 constexpr OptionSpec kUploadOptions[] = {kDatabase, kYes, kNo, kAnswers, kVerbose};
+constexpr OptionSpec kUploadComponentOptions[] = {kDatabase, kYes, kNo, kAnswers, kVerbose};
 
 constexpr OptionSpec kSqlOptions[] = {
     {u"format", u"FORM", u"table (the default), csv or json"},
@@ -53,12 +61,33 @@ constexpr OptionSpec kSchemaOptions[] = {
 
 constexpr OptionSpec kExplainOptions[] = {{u"format", u"FORM", u"text (the default) or json"}, kDatabase};
 
+constexpr OptionSpec kFillOptions[] = {
+    {u"map", u"FILE.map", u"the map that gets the fill; it is made when it is missing"},
+    {u"select", u"TUBES", u"select a tube (\"12 47\"), or all, symbols, open or periph tubes; may be repeated", true},
+    {u"region", u"WHERE", u"random, pattern: the whole map or the selected tubes (map)"},
+    {u"tubes", u"WHICH", u"random, pattern: all, only those with symbols, or only open ones (all)"},
+    {u"percent", u"N", u"random: so many per cent of the tubes (10)"},
+    {u"count", u"N", u"random: so many tubes"},
+    {u"seed", u"N", u"random: the same seed gives the same sample (another one each time)"},
+    {u"radius", u"R", u"box: distance from the selected tubes in units of the map (1)"},
+    {u"first-row", u"N", u"pattern: first row (1)"},
+    {u"first-col", u"N", u"pattern: first column (1)"},
+    {u"row-inc", u"N", u"pattern: every n-th row (2)"},
+    {u"col-inc", u"N", u"pattern: every n-th column (2)"},
+    {u"first-tube", nullptr, u"pattern: column 1 of each row, too"},
+    {u"last-tube", nullptr, u"pattern: the last tube of each row, too"},
+    {u"symbol", u"C", u"the symbol (the next letter)"},
+    {u"colour", u"RRGGBB", u"the colour"},
+    kVerbose};
+
 constexpr OptionSpec kMapOptions[] = {
+    {u"map", u"FILE.map", u"a map file with its legend and header"},
+    {u"header", u"FILE.hdr", u"a header file, in place of the map's header"},
     {u"query", u"FILE.qry", u"mark the tubes of this query; may be repeated, later ones show over earlier ones", true},
     {u"param", u"NAME=VALUE", u"the value of a query's parameter; may be repeated", true},
-    {u"out", u"FILE", u"the picture: .png, .bmp, .svg or .pdf"},
-    {u"size", u"WxH", u"size of a .png or .bmp in pixels (1650x1275)"},
-    {u"title", u"TEXT", u"a title above the map"},
+    {u"out", u"FILE", u"the picture: .emf, .pdf, .svg, .bmp or .png"},
+    {u"size", u"WxH", u"size of a .bmp or .png in pixels, 150 an inch (1650x1275)"},
+    {u"title", u"TEXT", u"a title above the map, in place of the header's upper text"},
     {u"flip", u"AXES", u"h, v or hv: flip horizontally, vertically, or both"},
     kDatabase,
     kYes,
@@ -69,6 +98,17 @@ constexpr OptionSpec kMapOptions[] = {
 constexpr Command kCommands[] = {
     {u"create", u"DB [--format YEAR]", u"make an empty database with the schema",
      u"An existing file is left alone and is an error.", kCreateOptions, runCreate},
+    {u"connect", u"DIR [--convert yes|no]", u"bring a project's database up to date",
+     u"DIR is a project folder or a database file. Prints each step of the conversion, the answer, and the backup. "
+     u"Only "
+     u"a database in a project's arvo folder is converted; the backup stands beside it with the extension ._db. "
+     u"Without "
+     u"--convert the steps are listed and nothing is converted.",
+     kConnectOptions, runConnect},
+    {u"import", u"FILE.mdb --out DB", u"copy a Jet file into a new database",
+     u"Jet 3 and Jet 4 (Access 97 to 2003). Prints the tables with their rows, and what could not be carried over. The "
+     u"file is only read, and a damaged one is refused without --damaged.",
+     kImportOptions, runImport},
     {u"demo", u"DIR [options]", u"make a demo project",
      u"The same options and seed give the same files. DIR must not exist, or be empty.", kDemoOptions, runDemo},
     {u"convert", u"DIR TEXT... [options]", u"convert foreign text reports into report files",
@@ -76,10 +116,15 @@ constexpr Command kCommands[] = {
      kConvertOptions, runConvert},
     {u"upload", u"DIR REP... [options]", u"store report files in table report",
      u"Makes the project's database when it is missing. Each file goes in whole or not at all; the first failure ends "
-     u"the command. Questions come in this order for each file: unknown tubes (yes uploads them, no skips them), a cal "
+     u"the command. Where the database is of an older revision, the first question is whether to convert it. Then they "
+     u"come in this order for each file: unknown tubes (yes uploads them, no skips them), a cal "
      u"that "
      u"is there already (yes deletes its old rows, after a second question; no adds), another site or component.",
      kUploadOptions, runUpload},
+    {u"upload-component", u"DIR [options]", u"store the component's tubes and landmarks in the database",
+     u"Makes the project's database when it is missing. What tables tubes and landmarks hold is replaced, after a "
+     u"question, whole or not at all.",
+     kUploadComponentOptions, runUploadComponent},
     {u"sql", u"DIR STATEMENT [options]", u"run Access SQL and print the rows",
      u"DIR is a project folder or a database file. Rows go to the standard output, for a statement without rows the "
      u"number "
@@ -93,8 +138,16 @@ constexpr Command kCommands[] = {
      u"Parameters with their types, columns with their sources, whether rows can be changed or why not, the statements "
      u"that the inner engine is given, and the indexes that it uses for them.",
      kExplainOptions, runExplain},
-    {u"map", u"DIR [--query FILE.qry]... --out FILE [options]", u"paint the tubesheet with the tubes of queries marked",
-     u"Prints the legend: symbol, type, description, tubes and hits of each entry.", kMapOptions, runMap},
+    {u"fill", u"DIR random|box|pattern --map FILE.map [options]", u"add a fill to a map file",
+     u"The fill sees the symbols that the map's entries have painted. Prints the legend: symbol, type, description, "
+     u"tubes "
+     u"and hits of each entry.",
+     kFillOptions, runFill},
+    {u"map", u"DIR [--map FILE.map] [--query FILE.qry]... --out FILE [options]",
+     u"paint the tubesheet with the legend of a map or the tubes of queries",
+     u"The picture is the page that the window prints: header, legend, model, footer. Prints the legend: symbol, type, "
+     u"description, tubes and hits of each entry.",
+     kMapOptions, runMap},
     {u"help", u"[COMMAND]", u"explain the commands", u"", {}, runHelp},
 };
 
@@ -117,7 +170,7 @@ QString helpOverview()
 {
     QString text = u"arvo-cli: the work of ARVO without a window\n\nUsage: arvo-cli COMMAND ARGUMENT...\n\n"_s;
     for (const Command &command : kCommands)
-        text += u"  %1%2\n"_s.arg(QStringView(command.name), -10).arg(QStringView(command.summary));
+        text += u"  %1%2\n"_s.arg(QStringView(command.name), -18).arg(QStringView(command.summary));
     text += u"\nDIR is a project's folder; most commands take a database file in its place."
             u"\n\"arvo-cli help COMMAND\" explains one."
             u"\nExit status: 0 done, 1 failed (the reason is on the standard error stream), 2 wrong usage.\n"_s;

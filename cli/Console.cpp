@@ -46,10 +46,19 @@ void flushOutput()
         throw tarnwick::Error(u"Could not write to the standard output."_s);
 }
 
-ConsolePrompts::ConsolePrompts(const QList<Answer> &answers, bool verbose)
+ConsolePrompts::ConsolePrompts(const QList<Answer> &answers, Tell tell, const QString &advice)
     : m_answers(answers)
-    , m_verbose(verbose)
+    , m_tell(tell)
+    , m_advice(advice)
 {
+}
+
+void ConsolePrompts::say(const QString &text) const
+{
+    if (m_tell == Tell::AsResult)
+        print(text + u'\n');
+    else
+        printError(text + u'\n');
 }
 
 void ConsolePrompts::showError(int, int number, const QString &text)
@@ -61,7 +70,7 @@ void ConsolePrompts::showError(int, int number, const QString &text)
 
 void ConsolePrompts::showInformation(const QString &text)
 {
-    printError(text + u'\n');
+    say(text);
 }
 
 Answer ConsolePrompts::ask(Buttons buttons, const QString &text, int number)
@@ -77,12 +86,11 @@ Answer ConsolePrompts::ask(Buttons buttons, const QString &text, int number)
         if (buttons == Buttons::YesNo && answer == Answer::Cancel)
             answer = Answer::No;
     }
-    if (m_verbose || !answered) {
+    if (m_tell != Tell::Failures || !answered) {
         static const QHash<Answer, QString> names = {
             {Answer::Yes, u"Yes"_s}, {Answer::No, u"No"_s}, {Answer::Cancel, u"Cancel"_s}, {Answer::Ok, u"OK"_s}};
         const QString prefix = number > 0 ? u"question %1: "_s.arg(number) : u"question: "_s;
-        printError(prefix + text + u"\nanswered: "_s + names[answer] +
-                   (answered ? QString() : u" (answer with --yes, --no or --answers)"_s) + u'\n');
+        say(prefix + text + u"\nanswered: "_s + names[answer] + (answered ? QString() : u" ("_s + m_advice + u')'));
     }
     return answer;
 }
@@ -90,8 +98,8 @@ Answer ConsolePrompts::ask(Buttons buttons, const QString &text, int number)
 void ConsolePrompts::showStatus(const QString &text)
 {
     m_lastStatus = text;
-    if (m_verbose)
-        printError(text + u'\n');
+    if (m_tell != Tell::Failures)
+        say(text);
 }
 
 ConsoleProgress::ConsoleProgress()

@@ -22,14 +22,21 @@ inline void printError(const QString &text)
 /// Throws tarnwick::Error when something of the output was lost.
 void flushOutput();
 
-/// The prompts of the command line: status lines and information go to standard error when --verbose asks for them,
-/// errors always; questions are answered from the command's flags, never by waiting.
+/// The prompts of the command line. What is said goes to the standard error stream, where a command does not say
+/// otherwise; questions are answered from the command's flags, never by waiting.
 class ConsolePrompts : public tarnwick::UserPrompts
 {
 public:
+    enum class Tell {
+        Failures,   ///< errors, information, and questions without an answer
+        Everything, ///< status lines and answered questions too
+        AsResult    ///< everything but errors to the standard output: it is what the command is asked for
+    };
+
     /// answers: given in order, the last one for all further questions; none: every question is answered Cancel, or No
-    /// where there is no Cancel, and is shown as the reason of the failure.
-    explicit ConsolePrompts(const QList<tarnwick::Answer> &answers = {}, bool verbose = false);
+    /// where there is no Cancel, and is shown as the reason of the failure, with the advice how to answer it.
+    explicit ConsolePrompts(const QList<tarnwick::Answer> &answers = {}, Tell tell = Tell::Failures,
+                            const QString &advice = {});
 
     void showError(int severity, int number, const QString &text) override;
     void showInformation(const QString &text) override;
@@ -40,8 +47,11 @@ public:
     const QString &lastStatus() const { return m_lastStatus; }
 
 private:
+    void say(const QString &text) const;
+
     QList<tarnwick::Answer> m_answers;
-    bool m_verbose;
+    Tell m_tell;
+    QString m_advice;
     bool m_errorShown = false;
     QString m_lastStatus;
 };

@@ -1,10 +1,10 @@
 #include "CommandLine.h"
 #include "CommandTable.h"
-#include "Target.h"
+#include "MapTarget.h"
 
-#include <brannock/gui/MapPicture.h>
+#include <app/logic/SystemMacros.h>
+#include <app/picture/MapPage.h>
 #include <plans/FillCommit.h>
-#include <plans/gui/MapLook.h>
 #include <QDir>
 #include <QFileInfo>
 #include <query/Messages.h>
@@ -36,9 +36,9 @@ QSizeF pageInches(const Arguments &arguments)
 QString outputPath(const QString &path)
 {
     const QFileInfo info(path);
-    static const QStringList kinds = {u"png"_s, u"bmp"_s, u"svg"_s, u"pdf"_s, u"jpg"_s};
+    static const QStringList kinds = {u"emf"_s, u"pdf"_s, u"svg"_s, u"bmp"_s, u"png"_s, u"jpg"_s};
     if (!kinds.contains(info.suffix().toLower()))
-        throw UsageError(u"--out needs a name that ends in .png, .bmp, .svg, .pdf or .jpg."_s);
+        throw UsageError(u"--out needs a name that ends in .emf, .pdf, .svg, .bmp, .png or .jpg."_s);
     if (!info.absoluteDir().exists())
         throw tarnwick::Error(u"The folder %1 does not exist."_s.arg(info.absolutePath()));
     return info.absoluteFilePath();
@@ -53,6 +53,21 @@ void setFlips(const QString &axes, brannock::PictureContent &content)
     }
 }
 
+/// Marks the tubes of a query file. False when that failed, which has been said.
+bool addQuery(Target &target, const QString &path)
+{
+    query::QueryDocument document;
+    try {
+        query::readQueryFile(document, QFileInfo(path).absoluteFilePath(), target.project().roots());
+    } catch (const tarnwick::FileError &error) {
+        const tarnwick::Message &message = query::messages::kReadFile;
+        target.prompts().showError(tarnwick::kErrorSeverity, message.number,
+                                   QString::fromUtf16(message.text) + u"\n\n"_s + error.text());
+        return false;
+    }
+    return plans::addFillOfQuery(target, document);
+}
+
 } // namespace
 
 int runMap(const Arguments &arguments)
@@ -62,40 +77,33 @@ int runMap(const Arguments &arguments)
     if (!arguments.has(u"out"))
         throw UsageError(u"--out is missing."_s);
     const QString out = outputPath(arguments.value(u"out"));
-    brannock::PictureContent content;
     const QSizeF inches = pageInches(arguments);
-    setFlips(arguments.value(u"flip"), content);
+    brannock::PictureContent flips;
+    setFlips(arguments.value(u"flip"), flips);
 
     Target target(folder, arguments, Target::Takes::Project);
+    if (arguments.has(u"map") && !openMap(target, arguments.value(u"map")))
+        return Failed;
     if (arguments.has(u"query") && !target.connect())
         return Failed;
     for (const QString &path : arguments.values(u"query")) {
-        query::QueryDocument document;
-        try {
-            query::readQueryFile(document, QFileInfo(path).absoluteFilePath(), target.project().roots());
-        } catch (const tarnwick::FileError &error) {
-            const tarnwick::Message &message = query::messages::kReadFile;
-            target.prompts().showError(tarnwick::kErrorSeverity, message.number,
-                                       QString::fromUtf16(message.text) + u"\n\n"_s + error.text());
-            return Failed;
-        }
-        if (!plans::addFillOfQuery(target, document))
+        if (!addQuery(target, path))
             return Failed;
     }
 
-    content.title = arguments.value(u"title");
-    content.modelText = brannock::modelText(target.steamGen());
-    content.legend = plans::legendRows(target.legend());
+    app::MapHeader header = target.map().header;
+    if (arguments.has(u"header"))
+        header = app::readHeaderFile(mapPath(target, arguments.value(u"header")));
+    if (arguments.has(u"title"))
+        header.upperText = arguments.value(u"title");
     query::ArvoOptions options;
     options.load(target.queryContext().roots);
-    const brannock::MapScene scene(target.steamGen(), plans::mapOptions(options));
-    brannock::MapPicture(scene, content).save(out, inches, kDpi);
-    for (const brannock::LegendRow &row : std::as_const(content.legend))
-        print(u"%1  %2  %3  %4  %5\n"_s.arg(QChar(row.symbol))
-                  .arg(row.type, -8)
-                  .arg(row.description, -30)
-                  .arg(row.tubes, 8)
-                  .arg(row.hits, 8));
+    const tarnwick::JMacro macros = app::printMacros(target.systemMacros(), target.userMacros());
+    brannock::PictureContent content = app::pageContent(header, target.legend(), target.steamGen(), options, macros);
+    content.xOrientation = flips.xOrientation;
+    content.yOrientation = flips.yOrientation;
+    app::mapPage(target.steamGen(), content, options, target.project().site.compCode).save(out, inches, kDpi);
+    printLegend(target.legend());
     return Done;
 }
 

@@ -1,7 +1,8 @@
 #include "Target.h"
 
 #include <app/logic/SystemMacros.h>
-#include <db/ConnectDatabase.h>
+#include <db/CreateDatabase.h>
+#include <db/revision/ConnectDatabase.h>
 #include <QDir>
 #include <QFileInfo>
 #include <query/ArvoOptions.h>
@@ -11,28 +12,51 @@ namespace cli {
 using namespace Qt::StringLiterals;
 using tarnwick::Answer;
 
+namespace {
+
+Answer answerOf(const QString &word)
+{
+    if (word == "yes"_L1)
+        return Answer::Yes;
+    if (word == "no"_L1)
+        return Answer::No;
+    if (word == "cancel"_L1)
+        return Answer::Cancel;
+    throw UsageError(u"\"%1\" is no answer; there are yes, no and cancel."_s.arg(word));
+}
+
+} // namespace
+
 QList<Answer> answersOf(const Arguments &arguments)
 {
-    QList<Answer> answers;
-    if (arguments.has(u"yes"))
-        answers.append(Answer::Yes);
-    if (arguments.has(u"no"))
-        answers.append(Answer::No);
-    if (arguments.has(u"answers")) {
-        for (const QString &word : arguments.value(u"answers").split(u',')) {
-            if (word == "yes"_L1)
-                answers.append(Answer::Yes);
-            else if (word == "no"_L1)
-                answers.append(Answer::No);
-            else if (word == "cancel"_L1)
-                answers.append(Answer::Cancel);
-            else
-                throw UsageError(u"\"%1\" is no answer; there are yes, no and cancel."_s.arg(word));
-        }
-    }
     if (arguments.has(u"yes") + arguments.has(u"no") + arguments.has(u"answers") > 1)
         throw UsageError(u"Only one of --yes, --no and --answers can be given."_s);
+    if (arguments.has(u"yes"))
+        return {Answer::Yes};
+    if (arguments.has(u"no"))
+        return {Answer::No};
+    if (arguments.has(u"convert")) {
+        const Answer answer = answerOf(arguments.value(u"convert"));
+        if (answer == Answer::Cancel)
+            throw UsageError(u"--convert is yes or no."_s);
+        return {answer};
+    }
+    QList<Answer> answers;
+    if (arguments.has(u"answers"))
+        for (const QString &word : arguments.value(u"answers").split(u','))
+            answers.append(answerOf(word));
     return answers;
+}
+
+ConsolePrompts consolePromptsOf(const Arguments &arguments)
+{
+    using Tell = ConsolePrompts::Tell;
+    const QList<Answer> answers = answersOf(arguments);
+    if (arguments.knows(u"convert"))
+        return ConsolePrompts(answers, Tell::AsResult, u"answer with --convert yes or --convert no"_s);
+    const QString advice = arguments.knows(u"yes") ? u"answer with --yes, --no or --answers"_s
+                                                   : u"\"arvo-cli connect\" can answer otherwise"_s;
+    return ConsolePrompts(answers, arguments.has(u"verbose") ? Tell::Everything : Tell::Failures, advice);
 }
 
 FlagParameters::FlagParameters(const QStringList &assignments, tarnwick::UserPrompts &prompts)
@@ -59,7 +83,9 @@ bool FlagParameters::confirm(const QString &, QList<query::ParameterEntry> &entr
             entry.source = query::ParameterEntry::Source::SystemMacro; // of this run only, not to be remembered
         }
         if (!entry.hasValue())
-            missing.append(u'[' + entry.name + u']');
+            missing.append(entry.suggestion.isEmpty()
+                               ? u'[' + entry.name + u']'
+                               : u"[%1] (perhaps a slip of %2)"_s.arg(entry.name, entry.suggestion));
     }
     if (missing.isEmpty())
         return true;
@@ -89,14 +115,16 @@ brannock::Project projectAt(const QString &path, Target::Takes takes)
 } // namespace
 
 Target::Target(const QString &path, const Arguments &arguments, Takes takes)
-    : m_prompts(answersOf(arguments), arguments.has(u"verbose"))
+    : m_prompts(consolePromptsOf(arguments))
     , m_project(projectAt(path, takes))
     , m_session(m_prompts)
     , m_legend(m_project.steamGen)
+    , m_map(m_legend, m_prompts)
     , m_parameters(arguments.values(u"param"), m_prompts)
     , m_queries(m_session, m_context)
 {
     m_context.roots = m_project.isLoaded() ? m_project.roots() : tarnwick::PathRoots::fromEnvironment();
+    m_map.setProject(&m_project);
     m_context.prompt = &m_parameters;
     m_context.systemMacros = [this] { return systemMacros(); };
     query::ArvoOptions options(m_project.databaseFormat);
@@ -110,8 +138,6 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
 
 bool Target::connect(bool create)
 {
-    db::ConnectContext context;
-    context.project = m_project.isLoaded() ? &m_project : nullptr;
     const bool ownAndMissing =
         m_project.isLoaded() && m_databasePath == m_project.databasePath() && !QFileInfo::exists(m_databasePath);
     if (create && ownAndMissing && !db::createDatabase(m_prompts, m_databasePath, m_formatYear))
@@ -119,14 +145,20 @@ bool Target::connect(bool create)
     // A table that could not be made has been said; a half-made schema is no place to store results.
     if (m_prompts.errorShown())
         return false;
-    return db::connectDatabase(m_session, m_databasePath, context);
+    ConsoleProgress progress;
+    if (db::connectDatabase(m_session, m_databasePath, {hasProject() ? &m_project : nullptr, nullptr, &progress}))
+        return true;
+    if (!m_prompts.errorShown())
+        throw tarnwick::Cancelled();
+    return false;
 }
 
 tarnwick::JMacro Target::systemMacros()
 {
     if (!m_project.isLoaded())
         return {};
-    return app::systemMacros(m_project, {}, {m_session.path(), m_session.isOpen() && m_session.isUpdatable()});
+    return app::systemMacros(m_project, m_map.file(),
+                             {m_session.path(), m_session.isOpen() && m_session.isUpdatable()});
 }
 
 } // namespace cli

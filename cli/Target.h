@@ -2,6 +2,7 @@
 #include "Arguments.h"
 #include "Console.h"
 
+#include <app/logic/MapDocument.h>
 #include <brannock/Project.h>
 #include <db/DatabaseSession.h>
 #include <plans/MapHost.h>
@@ -11,8 +12,10 @@
 
 namespace cli {
 
-/// The answers that --yes, --no and --answers give. Throws UsageError.
+/// The answers that --yes, --no and --answers give, or --convert. Throws UsageError.
 QList<tarnwick::Answer> answersOf(const Arguments &arguments);
+/// The prompts of a command: its answers, and how much it says. Throws UsageError.
+ConsolePrompts consolePromptsOf(const Arguments &arguments);
 
 /// Takes the values of parameters from "--param NAME=VALUE"; a parameter that has none afterwards refuses the query.
 class FlagParameters : public query::ParameterPrompt
@@ -46,6 +49,9 @@ public:
     bool connect(bool create = false);
     query::QueryContext &queryContext() { return m_context; }
 
+    /// Header, description and file of the map.
+    app::MapDocument &map() { return m_map; }
+
     ConsolePrompts &console() { return m_prompts; }
 
     brannock::Project &project() override { return m_project; }
@@ -65,6 +71,7 @@ private:
     brannock::Project m_project;
     db::DatabaseSession m_session;
     plans::MapLegend m_legend;
+    app::MapDocument m_map;
     FlagParameters m_parameters;
     query::QueryContext m_context;
     plans::ProjectQueries m_queries;

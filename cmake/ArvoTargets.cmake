@@ -15,6 +15,10 @@ if(ARVO_SANITIZE)
   target_link_options(arvo_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
+if(ARVO_FUZZ)
+  target_compile_options(arvo_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 find_program(CCACHE ccache)
 if(CCACHE)
   # Without these a clone in another folder, or a precompiled header, would miss every time.

@@ -5,7 +5,6 @@
 namespace conversion {
 
 using namespace Qt::StringLiterals;
-using tarnwick::JTablePrintArg;
 
 ReportConvOptions::ReportConvOptions()
     : OptionFile(u"config\\arvo\\report_conv.opt"_s, u"ConvertReport Options"_s, 1)
@@ -17,11 +16,7 @@ void ReportConvOptions::resetToDefaults()
 {
     specFile = QString::fromUtf16(ReportConvSpec::kDefaultPath);
     reportsFolder = u".\\reports"_s;
-    printArgs = {};
-    printArgs.sections[JTablePrintArg::ReportHeader].text = u"[DATE]"_s;
-    printArgs.sections[JTablePrintArg::PageFooter].text = u"Page [CUR_PAGE] of [NUM_PAGE]"_s;
-    printArgs.sections[JTablePrintArg::ReportFooter].text =
-        u"Analyst ____________________________________________________"_s;
+    printArgs = tarnwick::JTablePrintArg::forResults();
     sourceColumns = 80;
     reportLines = 12;
     extraFields = 0;

@@ -4,8 +4,10 @@
 #include "Errors.h"
 #include "Messages.h"
 #include "Schema.h"
+#include "UnfinishedFile.h"
 
-#include <QFile>
+#include <dao/values/Errors.h>
+#include <QFileInfo>
 
 namespace db {
 
@@ -15,37 +17,6 @@ namespace {
 
 const QString kLocale = u";LANGID=0x0409;CP=1252;COUNTRY=0"_s;
 const QString kFormatYearProperty = u"FormatYear"_s;
-
-/// The file under a name of its own beside the wanted one until it is whole.
-class UnfinishedFile
-{
-public:
-    explicit UnfinishedFile(const QString &path)
-        : m_path(path)
-    {
-        int number = 0;
-        do
-            m_unfinished = u"%1.%2.new"_s.arg(path).arg(++number);
-        while (QFile::exists(m_unfinished));
-    }
-    ~UnfinishedFile() { QFile::remove(m_unfinished); }
-    UnfinishedFile(const UnfinishedFile &) = delete;
-    UnfinishedFile &operator=(const UnfinishedFile &) = delete;
-
-    const QString &path() const { return m_unfinished; }
-
-    void finish()
-    {
-        constexpr int kCannotOpenFile = 3051;
-        if (!QFile::rename(m_unfinished, m_path))
-            throw dao::DaoException(kCannotOpenFile, u"DAO.Workspace"_s,
-                                    u"The file '%1' cannot be written."_s.arg(m_path));
-    }
-
-private:
-    QString m_path;
-    QString m_unfinished;
-};
 
 void fillNewFile(tarnwick::UserPrompts &prompts, const QString &path, int formatYear)
 {
@@ -61,9 +32,9 @@ void fillNewFile(tarnwick::UserPrompts &prompts, const QString &path, int format
 
 void refuseExisting(const QString &path)
 {
-    constexpr int kDatabaseExists = 3204;
-    if (QFile::exists(path))
-        throw dao::DaoException(kDatabaseExists, u"DAO.Workspace"_s, u"Database already exists: '%1'."_s.arg(path));
+    if (QFileInfo::exists(path))
+        throw dao::DaoException(dao::error::DatabaseExists, u"DAO.Workspace"_s,
+                                u"Database already exists: '%1'."_s.arg(path));
 }
 
 } // namespace
@@ -77,9 +48,7 @@ bool createDatabase(tarnwick::UserPrompts &prompts, const QString &path, int for
         try {
             fillNewFile(prompts, file.path(), formatYear);
         } catch (const dao::DaoException &exception) {
-            // The user asked for the file by its own name.
-            throw dao::DaoException(exception.number(), exception.source(),
-                                    QString(exception.description()).replace(file.path(), path));
+            throw file.named(exception);
         }
         file.finish();
         return true;

@@ -56,7 +56,6 @@ void DatabaseSession::close()
     m_database.reset();
     m_copiedPath.clear();
     m_copyKeeper.reset();
-    conversion = {};
 }
 
 bool checkConnected(DatabaseSession &session)

@@ -14,6 +14,7 @@ struct ConversionState
     QString list;  ///< "    %d) %S\n" for each
     bool asked = false;
     bool approved = false;
+    QString backup; ///< of the file as it was before the conversion; empty when none was made
 };
 
 /// The one database of the main window: whether it is open, where it lies, the workspace its transactions run on, and
@@ -43,6 +44,7 @@ public:
     /// Rolls back what is not committed. Does nothing when none is open.
     void close();
 
+    /// Outlives the closing of the database, since a conversion may close and open it.
     ConversionState conversion;
 
 private:

@@ -67,21 +67,6 @@ dao::RelationInfo definition(const RelationSpec &spec)
             {{field, field}}};
 }
 
-void seedTable(dao::Database &database, const TableSpec &spec)
-{
-    QList<dao::Database::IndexStatistics> statistics;
-    for (const IndexSpec &index : spec.indexes) {
-        dao::Database::IndexStatistics entry;
-        entry.index = QString::fromUtf16(index.name);
-        for (qint64 rows : index.rowsPerKey)
-            if (rows > 0)
-                entry.rowsPerKey.append(rows);
-        if (!entry.rowsPerKey.isEmpty())
-            statistics.append(entry);
-    }
-    database.seedStatistics(QString::fromUtf16(spec.name), spec.expectedRows, statistics);
-}
-
 } // namespace
 
 bool createTable(tarnwick::UserPrompts &prompts, dao::Database &database, const TableSpec &spec)
@@ -128,7 +113,23 @@ void seedStatistics(dao::Database &database)
 {
     for (const TableSpec &spec : tableSpecs())
         if (spec.expectedRows > 0 && database.hasTable(QStringView(spec.name)))
-            seedTable(database, spec);
+            seedStatistics(database, spec);
+}
+
+void seedStatistics(dao::Database &database, const TableSpec &spec)
+{
+    const QString table = QString::fromUtf16(spec.name);
+    QList<dao::Database::IndexStatistics> statistics;
+    for (const IndexSpec &index : spec.indexes) {
+        dao::Database::IndexStatistics entry;
+        entry.index = QString::fromUtf16(index.name);
+        for (qint64 rows : index.rowsPerKey)
+            if (rows > 0)
+                entry.rowsPerKey.append(rows);
+        if (!entry.rowsPerKey.isEmpty() && database.table(table).index(entry.index))
+            statistics.append(entry);
+    }
+    database.seedStatistics(table, spec.expectedRows, statistics);
 }
 
 } // namespace db

@@ -79,5 +79,7 @@ void createSchema(tarnwick::UserPrompts &prompts, dao::Database &database);
 /// Gives the planner the sizes and selectivities that project databases have, so that a new file plans its queries well
 /// before it holds data.
 void seedStatistics(dao::Database &database);
+/// The same for one table, as far as it has the indexes of the schema.
+void seedStatistics(dao::Database &database, const TableSpec &spec);
 
 } // namespace db

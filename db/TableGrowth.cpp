@@ -1,5 +1,8 @@
 #include "TableGrowth.h"
 
+#include "Schema.h"
+#include "SqlText.h"
+
 namespace db {
 
 using namespace Qt::StringLiterals;
@@ -23,6 +26,23 @@ void noteTableGrowth(dao::Database &database, const QString &table, qint64 rowsA
         database.setProperty(addedKey, u"0"_s);
     } catch (const dao::DaoException &) {
         // Statistics only make queries quicker: the rows themselves decide whether the upload succeeds.
+    }
+}
+
+void completeStatistics(dao::Database &database)
+{
+    try {
+        for (const TableSpec &spec : tableSpecs()) {
+            const QString table = QString::fromUtf16(spec.name);
+            if (spec.expectedRows == 0 || !database.hasTable(table) || database.hasStatistics(table))
+                continue;
+            if (firstValue(database, u"SELECT COUNT(*) FROM "_s + table).integer() > 0)
+                database.analyze(table);
+            else
+                seedStatistics(database, spec);
+        }
+    } catch (const dao::DaoException &) {
+        // As above.
     }
 }
 

@@ -8,4 +8,9 @@ namespace db {
 /// kept as properties of the file. A failure is left to the commit that follows.
 void noteTableGrowth(dao::Database &database, const QString &table, qint64 rowsAdded);
 
+/// Gives every table of the schema that the planner knows nothing of (in files of older programs, or converted ones)
+/// statistics: its own when it holds rows, else those that are expected of it. Does nothing to the rest, and a failure
+/// changes nothing but the speed of queries.
+void completeStatistics(dao::Database &database);
+
 } // namespace db

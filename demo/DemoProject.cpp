@@ -44,31 +44,6 @@ void check(const DemoOptions &options)
     within(u"sections"_s, options.sections, 0, DemoOptions::kMostSections);
 }
 
-Project describe(const DemoOptions &options, const QString &folder)
-{
-    Project project;
-    project.folder = QDir::cleanPath(QFileInfo(folder).absoluteFilePath());
-    project.steamGen = makeBundle(options);
-    addLandmarks(project.steamGen, options.kind);
-    project.site = {u"S1"_s,  u"Site 1"_s, u"1"_s, u"SGA"_s, u"Steam generator A"_s, project.steamGen.modelName,
-                    QString()};
-    project.name = u"Site 1, steam generator A"_s;
-    for (int i = 0; i < options.outages; ++i) {
-        // Spring and autumn in turn, the present one in spring.
-        const int monthsBack = (options.outages - 1 - i) * kMonthsBetween;
-        const int months = kPresentYear * 12 + 3 - monthsBack;
-        project.outages.append({u"R%1"_s.arg(kFirstOutage + i), JDateTime::fromLocal(months / 12, months % 12 + 1, 8)});
-    }
-    project.currentOutage = project.outages.last().name;
-    project.site.outage = project.currentOutage;
-    int number = kFirstUser;
-    for (const char16_t *name : kNames)
-        project.users.append({u"A%1"_s.arg(number++), QString::fromUtf16(name)});
-    project.probes = {{u"BOBBIN"_s, u"BX-610"_s, 610, u"104000"_s}, {u"RPC"_s, u"RX-580"_s, 580, u"104500"_s}};
-    project.operTypes = QStringList{u"PRI"_s, u"SEC"_s, u"RES"_s};
-    return project;
-}
-
 /// A path of the suite would be looked up among the files that are there, which takes long where there are thousands.
 QString fileIn(const Project &project, const QString &name)
 {
@@ -162,7 +137,7 @@ void removeAll(const QString &folder, bool existed)
 
 void makeFiles(const DemoOptions &options, const QString &folder, tarnwick::Progress *progress)
 {
-    const Project project = describe(options, folder);
+    const Project project = inventProject(options, folder);
     project.makeFolders();
     ellery::writeComponent(project.steamGen, QDir(project.folder).filePath(u"component"_s));
     writeResults(project, options, progress);
@@ -175,6 +150,31 @@ void makeFiles(const DemoOptions &options, const QString &folder, tarnwick::Prog
 }
 
 } // namespace
+
+Project inventProject(const DemoOptions &options, const QString &folder)
+{
+    Project project;
+    project.folder = QDir::cleanPath(QFileInfo(folder).absoluteFilePath());
+    project.steamGen = makeBundle(options);
+    addLandmarks(project.steamGen, options.kind);
+    project.site = {u"S1"_s,  u"Site 1"_s, u"1"_s, u"SGA"_s, u"Steam generator A"_s, project.steamGen.modelName,
+                    QString()};
+    project.name = u"Site 1, steam generator A"_s;
+    for (int i = 0; i < options.outages; ++i) {
+        // Spring and autumn in turn, the present one in spring.
+        const int monthsBack = (options.outages - 1 - i) * kMonthsBetween;
+        const int months = kPresentYear * 12 + 3 - monthsBack;
+        project.outages.append({u"R%1"_s.arg(kFirstOutage + i), JDateTime::fromLocal(months / 12, months % 12 + 1, 8)});
+    }
+    project.currentOutage = project.outages.last().name;
+    project.site.outage = project.currentOutage;
+    int number = kFirstUser;
+    for (const char16_t *name : kNames)
+        project.users.append({u"A%1"_s.arg(number++), QString::fromUtf16(name)});
+    project.probes = {{u"BOBBIN"_s, u"BX-610"_s, 610, u"104000"_s}, {u"RPC"_s, u"RX-580"_s, 580, u"104500"_s}};
+    project.operTypes = QStringList{u"PRI"_s, u"SEC"_s, u"RES"_s};
+    return project;
+}
 
 void makeProject(const DemoOptions &options, const QString &folder, tarnwick::Progress *progress)
 {

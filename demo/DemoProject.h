@@ -1,4 +1,5 @@
 #pragma once
+#include <brannock/Project.h>
 #include <QString>
 #include <tarnwick/Progress.h>
 
@@ -31,6 +32,9 @@ struct DemoOptions
     static constexpr int kMostOutages = 12;
     static constexpr int kMostSections = 12;
 };
+
+/// The project as it would be made in that folder, without a file of it: component, outages, users, probes.
+brannock::Project inventProject(const DemoOptions &options, const QString &folder);
 
 /// Makes a project of invented data: project.json, the component, reports of the earlier outages (reports\*.rep), text
 /// reports of the present outage in two layouts (foreign, foreign2) with the specs that read them (report_formats),

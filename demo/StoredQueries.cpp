@@ -97,6 +97,21 @@ constexpr Template kTemplates[] = {
      u"WHERE outage = '%1' AND defect <> 'NDD'\n"
      u"GROUP BY analyst_id, oper_type\n"
      u"ORDER BY COUNT(*) DESC\n"},
+    {u"largest_voltages.qry", u"The twenty largest signals, outage %1",
+     u"SELECT TOP 20 sec, row, col, defect, volts, phase, loc_land, loc_off\n"
+     u"FROM report\n"
+     u"WHERE outage = '%1' AND oper_type = 'RES'\n"
+     u"ORDER BY volts DESC\n"},
+    {u"out_of_service.qry", u"Tubes found plugged or repaired",
+     u"SELECT sec, row, col FROM report WHERE defect = 'PLG'\n"
+     u"UNION SELECT sec, row, col FROM repairs WHERE date_completed IS NOT NULL\n"
+     u"ORDER BY sec, row, col\n"},
+    {u"results_by_day.qry", u"Results of each day, outage %1",
+     u"SELECT Format(entry_time, 'yyyy-mm-dd') AS day_tested, COUNT(*) AS results, Max(volts) AS largest\n"
+     u"FROM report\n"
+     u"WHERE outage = '%1'\n"
+     u"GROUP BY Format(entry_time, 'yyyy-mm-dd')\n"
+     u"ORDER BY Format(entry_time, 'yyyy-mm-dd')\n"},
     {u"primary_without_secondary.qry", u"Primary calls that the secondary analyst did not make, outage %1",
      u"SELECT p.sec, p.row, p.col, p.defect, p.loc_land, p.volts, p.pcnt\n"
      u"FROM report AS p LEFT JOIN (SELECT * FROM report WHERE oper_type = 'SEC') AS s\n"

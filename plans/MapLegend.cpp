@@ -48,11 +48,18 @@ void MapLegend::notify()
         changed();
 }
 
+void MapLegend::noteEdit()
+{
+    if (edited)
+        edited();
+}
+
 void MapLegend::addEntry(std::unique_ptr<MapFill> fill, bool autoSymbol)
 {
     if (autoSymbol && count() < kAutoSymbols)
         fill->symbol = char16_t(u'A' + count());
     m_entries.push_back(std::move(fill));
+    noteEdit();
     repaint();
 }
 
@@ -66,12 +73,14 @@ void MapLegend::deleteEntry(int index)
 {
     clearTubes(entry(index));
     m_entries.erase(m_entries.begin() + index);
+    noteEdit();
     repaint();
 }
 
 void MapLegend::clear()
 {
     m_entries.clear();
+    noteEdit();
     repaint();
 }
 
@@ -85,6 +94,7 @@ void MapLegend::moveEntry(int from, int to)
         std::rotate(begin + from, begin + from + 1, begin + to + 1);
     else
         std::rotate(begin + to, begin + from, begin + from + 1);
+    noteEdit();
     repaint();
 }
 
@@ -94,6 +104,7 @@ void MapLegend::setSymbol(int index, char16_t symbol, quint32 colour, MapHost &h
     fill.symbol = symbol;
     fill.colour = colour;
     fill.symbolChanged(host);
+    noteEdit();
     repaint();
 }
 
@@ -113,12 +124,14 @@ void MapLegend::setShown(const QList<bool> &shown)
 void MapLegend::setLabel(int index, const QString &label)
 {
     entry(index).label = label;
+    noteEdit();
     notify();
 }
 
 void MapLegend::setAllSections(int index, bool allSections)
 {
     entry(index).allSections = allSections;
+    noteEdit();
     repaint();
 }
 
@@ -129,6 +142,7 @@ void MapLegend::replaceEntry(int index, const MapFill &fill, MapHost &host)
     target.assign(fill);
     target.label = target.entryLabel();
     target.compute(host);
+    noteEdit();
     repaint();
 }
 
@@ -137,8 +151,10 @@ int MapLegend::dropInvalidTubes()
     int dropped = 0;
     for (const auto &fill : m_entries)
         dropped += fill->dropInvalidTubes(m_steamGen->numTube());
-    if (dropped > 0)
+    if (dropped > 0) {
+        noteEdit();
         repaint();
+    }
     return dropped;
 }
 
@@ -169,6 +185,7 @@ void MapLegend::updateAll(MapHost &host)
             entry(i).paint(*m_steamGen);
         }
     }
+    noteEdit();
     repaint();
     host.redrawMap();
     host.refreshLegend();

@@ -51,7 +51,7 @@ public:
     /// Recomputes every entry in order, each seeing the symbols of those before it, then repaints ("Update Map").
     void updateAll(MapHost &host);
 
-    /// Deep copies of the entries, and back: for undo and for loads that fail. Replacing repaints.
+    /// Deep copies of the entries, and back: for undo, files and loads that fail. Replacing repaints.
     Entries copyEntries() const;
     void replaceEntries(Entries entries);
 
@@ -60,14 +60,23 @@ public:
     void serialize(tarnwick::JFile &file);
     /// The entries of map files of version 1 and 2.
     void readOldFormat(tarnwick::JFile &file);
+    /// The same for a list that no legend shows yet. Tube indices that a component of so many tubes does not have are
+    /// left out.
+    static Entries readEntries(tarnwick::JFile &file, int tubeCount);
+    static Entries readOldEntries(tarnwick::JFile &file, int tubeCount);
+    static void writeEntries(tarnwick::JFile &file, const Entries &entries);
 
     /// Called after every change of the entries or of what was painted.
     std::function<void()> changed;
+    /// Called when the entries themselves become others than they were: added, edited, recomputed, moved, deleted. Not
+    /// when they are shown or hidden, brought back by undo, or read from a file.
+    std::function<void()> edited;
 
 private:
     void clearTubes(const MapFill &fill);
     void paintAll();
     void notify();
+    void noteEdit();
 
     ellery::SteamGen *m_steamGen;
     Entries m_entries;

@@ -51,7 +51,7 @@ std::unique_ptr<MapFill> readOldEntry(tarnwick::JFile &file)
 }
 
 template <typename Function>
-MapLegend::Entries readEntries(tarnwick::JFile &file, int tubeCount, Function readOne)
+MapLegend::Entries readList(tarnwick::JFile &file, int tubeCount, Function readOne)
 {
     MapLegend::Entries entries;
     const qint32 n = file.count(0, kSmallestEntry);
@@ -64,20 +64,34 @@ MapLegend::Entries readEntries(tarnwick::JFile &file, int tubeCount, Function re
 
 } // namespace
 
+MapLegend::Entries MapLegend::readEntries(tarnwick::JFile &file, int tubeCount)
+{
+    return readList(file, tubeCount, readEntry);
+}
+
+MapLegend::Entries MapLegend::readOldEntries(tarnwick::JFile &file, int tubeCount)
+{
+    return readList(file, tubeCount, readOldEntry);
+}
+
+void MapLegend::writeEntries(tarnwick::JFile &file, const Entries &entries)
+{
+    file.count(qint64(entries.size()), kSmallestEntry);
+    for (const auto &fill : entries)
+        writeEntry(file, *fill);
+}
+
 void MapLegend::serialize(tarnwick::JFile &file)
 {
-    if (file.isReading()) {
-        replaceEntries(readEntries(file, m_steamGen->numTube(), readEntry));
-        return;
-    }
-    file.count(count(), kSmallestEntry);
-    for (const auto &fill : m_entries)
-        writeEntry(file, *fill);
+    if (file.isReading())
+        replaceEntries(readEntries(file, m_steamGen->numTube()));
+    else
+        writeEntries(file, m_entries);
 }
 
 void MapLegend::readOldFormat(tarnwick::JFile &file)
 {
-    replaceEntries(readEntries(file, m_steamGen->numTube(), readOldEntry));
+    replaceEntries(readOldEntries(file, m_steamGen->numTube()));
 }
 
 } // namespace plans

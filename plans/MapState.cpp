@@ -51,10 +51,19 @@ void MapState::restore(MapLegend &legend, ellery::SteamGen &steamGen) const
     legend.replaceEntries(std::move(entries));
 }
 
+bool MapState::hasSameEntries(const MapState &other) const
+{
+    return std::equal(m_entries.begin(), m_entries.end(), other.m_entries.begin(), other.m_entries.end(), isSame);
+}
+
 bool MapState::operator==(const MapState &other) const
 {
-    return m_selection == other.m_selection && m_extras == other.m_extras &&
-           std::equal(m_entries.begin(), m_entries.end(), other.m_entries.begin(), other.m_entries.end(), isSame);
+    return m_selection == other.m_selection && m_extras == other.m_extras && hasSameEntries(other);
+}
+
+bool MapState::isStoredLike(const MapState &other) const
+{
+    return m_extras.header == other.m_extras.header && hasSameEntries(other);
 }
 
 } // namespace plans

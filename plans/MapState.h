@@ -24,8 +24,12 @@ public:
 
     const MapExtras &extras() const { return m_extras; }
     bool operator==(const MapState &other) const;
+    /// Whether a map file would hold the same: selection and flips are not stored.
+    bool isStoredLike(const MapState &other) const;
 
 private:
+    bool hasSameEntries(const MapState &other) const;
+
     std::vector<std::shared_ptr<const MapFill>> m_entries;
     QList<qint32> m_selection;
     MapExtras m_extras;

@@ -35,7 +35,8 @@ void MapUndo::reset(ellery::SteamGen &steamGen)
     m_stack.clear();
     m_isUnderWay = false;
     m_change = nullptr;
-    m_before = MapState();
+    m_before = capture(MapState());
+    m_saved = m_before;
 }
 
 MapState MapUndo::capture(const MapState &previous) const
@@ -110,6 +111,21 @@ void MapUndo::moveTo(int position)
 void MapUndo::setSaved()
 {
     finished().setClean();
+    m_before = capture(m_before);
+    m_saved = m_before;
+}
+
+void MapUndo::setNeverSaved()
+{
+    finished().setUnclean();
+    m_saved.reset();
+}
+
+bool MapUndo::isModified()
+{
+    if (settled().isClean())
+        return false;
+    return !m_saved || !capture(*m_saved).isStoredLike(*m_saved);
 }
 
 } // namespace plans

@@ -2,6 +2,8 @@
 #include "MapState.h"
 #include "UndoStack.h"
 
+#include <optional>
+
 namespace plans {
 
 /// Undo of the map: turns "before" and "after" into commands. A checkpoint is set before a change, and everything that
@@ -31,8 +33,12 @@ public:
     /// For a list to jump in.
     const UndoStack &stack() { return settled(); }
 
+    /// Now is what the map's file holds.
     void setSaved();
-    bool isModified() { return !settled().isClean(); }
+    /// No file holds the map as it is, whatever is undone.
+    void setNeverSaved();
+    /// The clean mark of the changes; changes that no map file would hold (selection, flips) do not count.
+    bool isModified();
 
 private:
     class Change;
@@ -48,6 +54,7 @@ private:
     ellery::SteamGen *m_steamGen;
     UndoStack m_stack;
     MapState m_before; ///< at the last checkpoint
+    std::optional<MapState> m_saved;
     QString m_label;
     bool m_isUnderWay = false;
     Change *m_change = nullptr; ///< of the change under way, on top of the stack; null while nothing is different

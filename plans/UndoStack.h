@@ -55,6 +55,7 @@ public:
 
     /// Now is what lies on the disk.
     void setClean() { m_clean = m_position; }
+    void setUnclean() { m_clean = kNowhere; }
     bool isClean() const { return m_clean == m_position; }
 
 private:

@@ -58,6 +58,7 @@ QList<ParameterEntry> ParameterResolver::collect(const QString &queryName, const
         ParameterEntry entry;
         entry.name = query.parameter(i).name;
         entry.type = query.parameter(i).type;
+        entry.suggestion = query.parameter(i).suggestion;
         const QString macroName = u'[' + entry.name + u']';
         std::optional<QString> found = m_context->userMacros.value(macroName);
         entry.source = ParameterEntry::Source::UserMacro;

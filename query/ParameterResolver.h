@@ -16,6 +16,7 @@ struct ParameterEntry
     dao::Value value; ///< Empty when none was found, or its text is none of that type
     QString text;
     Source source = Source::SqlQuery; ///< SqlQuery: typed by the user, or remembered
+    QString suggestion;               ///< a column's name, when this one looks like a slip of it; else empty
 
     bool hasValue() const { return !value.hasNoValue() && !text.isEmpty(); }
     /// "SQL Query", "Sys Macro" or "User Macro".

@@ -3,21 +3,10 @@
 namespace results {
 
 using namespace Qt::StringLiterals;
-using tarnwick::JTablePrintArg;
 
 namespace {
 
 constexpr int kVersion = 1;
-
-JTablePrintArg defaultPrint()
-{
-    JTablePrintArg print;
-    print.sections[JTablePrintArg::PageHeader].text = u"[DATE]"_s;
-    print.sections[JTablePrintArg::PageFooter].text = u"Page [CUR_PAGE] of [NUM_PAGE]"_s;
-    print.sections[JTablePrintArg::ReportFooter].text =
-        u"Analyst ____________________________________________________"_s;
-    return print;
-}
 
 } // namespace
 
@@ -32,7 +21,7 @@ void ReportImportOptions::resetToDefaults()
     printTitle = u"Palomine"_s;
     firstSetting = 0;
     secondSetting = 1;
-    print = defaultPrint();
+    print = tarnwick::JTablePrintArg::forResults();
 }
 
 void ReportImportOptions::serializeBody(tarnwick::JFile &file, int)

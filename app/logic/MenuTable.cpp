@@ -124,7 +124,7 @@ constexpr std::array kLegendMenuItems{
 };
 
 constexpr std::array kToolButtonItems{
-    ToolButton{u"HEADER", u"headerButton", When::Later, u"Edit the header printed above the map"},
+    ToolButton{u"HEADER", u"headerButton", When::Project, u"Edit the header printed above the map"},
     ToolButton{u"OPTIONS", u"optionsButton", When::Project, u"Set colours, margins, tick sizes and macros"},
     ToolButton{u" SQL ", u"sqlButton", When::Later, u"Write and run queries over the inspection results"},
     ToolButton{u"PLANS", u"plansButton", When::Later, u"Store the legend as an inspection plan, or load one"},

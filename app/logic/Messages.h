@@ -6,15 +6,40 @@ namespace app::messages {
 
 using tarnwick::Message;
 
-// Database and component.
-inline constexpr Message kUploadModelFailed{1031, u"Could not upload model."};
+// Database.
 inline constexpr Message kCreateDatabase{0, u"Create database ..."};
 inline constexpr Message kConnectDatabase{0, u"Connect to a database ..."};
 inline constexpr Message kDisconnectDatabase{0, u"Disconnect from database"};
-inline constexpr Message kAskUploadModel{0, u"Are you sure you wish to upload the component to the database?"};
-inline constexpr Message kUploadingModel{0, u"Uploading model ..."};
-inline constexpr Message kUploadingLandmarks{0, u"Uploading landmarks ..."};
-inline constexpr Message kUploadedModel{0, u"Successfully uploaded model."};
+
+// Map files and headers.
+inline constexpr Message kLoadHeaderFailed{1037, u"Could not load map header."};
+inline constexpr Message kStoreHeaderFailed{1038, u"Could not store map header."};
+inline constexpr Message kReadMapFailed{1039, u"Could not read map file."};
+inline constexpr Message kStoreMapFailed{0, u"Could not store map."};
+inline constexpr Message kOtherModel{1041, u"Map was created using model '%S.' but the current model is '%S'"};
+inline constexpr Message kImported{0, u"Imported \"%S\"."};
+inline constexpr Message kExported{0, u"Exported \"%S\"."};
+inline constexpr Message kOpenedMap{0, u"Opened map \"%S\"."};
+inline constexpr Message kStoredMap{0, u"Stored map \"%S\"."};
+inline constexpr Message kNewMap{0, u"New map."};
+inline constexpr Message kAskReplaceFile{0, u"\"%S\" is there already.\n\nDo you wish to replace it?"};
+inline constexpr Message kAskRestoreMap{0, u"ARVO did not end properly the last time.\n\nChanges of map \"%S\" that "
+                                           u"were not saved have been kept as of %t.\n\nDo you wish to restore them?"};
+inline constexpr Message kRestoredMap{0, u"Restored map \"%S\"; it has not been saved yet."};
+inline constexpr Message kRecoveryFailed{0, u"The changes of the map cannot be kept for the case of a crash: %S"};
+inline constexpr Message kSetHeader{0, u"Set new map header."};
+inline constexpr Message kHeaderUnchanged{0, u"Header unchanged."};
+inline constexpr Message kStoredHeader{0, u"Stored map header \"%S\"."};
+inline constexpr Message kOpenedHeader{0, u"Opened map header \"%S\"."};
+inline constexpr Message kAskSaveChanges{0, u"Do you wish to save changes?"};
+
+// Printing and pictures; one number for each way.
+inline constexpr Message kBitmapPrinterFailed{1016, u"Could not open printer."};
+inline constexpr Message kPreviewPrinterFailed{1017, u"Could not open printer."};
+inline constexpr Message kPrinterFailed{1018, u"Could not open printer."};
+inline constexpr Message kStorePictureFailed{0, u"Could not store the picture."};
+inline constexpr Message kStoredPicture{0, u"Stored picture \"%S\"."};
+inline constexpr Message kPrinted{0, u"Printed the map."};
 
 // Map and legend.
 inline constexpr Message kAskDeleteAllEntries{0, u"Are you sure you want to delete all entries?"};
@@ -36,5 +61,12 @@ inline constexpr Message kToolNotThere{0, u"The program \"%S\" is not in \"%S\".
 inline constexpr Message kToolNotStarted{0, u"The program \"%S\" could not be started.\n\n%S"};
 inline constexpr Message kShortcutCreated{0, u"Created the desktop shortcut \"%S\"."};
 inline constexpr Message kShortcutFailed{0, u"Could not create the desktop shortcut.\n\n%S"};
+
+/// The message, and below it what a file or the toolkit says.
+inline void errorWithReason(tarnwick::UserPrompts &prompts, const Message &message, const tarnwick::Error &error)
+{
+    prompts.showError(tarnwick::kErrorSeverity, message.number,
+                      QString::fromUtf16(message.text) + QStringLiteral("\n\n") + error.text());
+}
 
 } // namespace app::messages

@@ -1,5 +1,5 @@
 #pragma once
-#include <brannock/Project.h>
+#include "MapDocument.h"
 
 namespace app {
 
@@ -24,5 +24,9 @@ QString projectPanelText(const brannock::Project &project, const QString &mapNam
 QString selectionText(const ellery::SteamGen &steamGen);
 /// What "Project Info" shows.
 QString projectInfoText(const brannock::Project &project, const DatabaseStatus &database);
+
+/// What "Project Info" adds about the map: its file, when and for which inspection it was stored, its description.
+/// Empty for a map that has neither.
+QString mapInfoText(const MapDocument &map);
 
 } // namespace app

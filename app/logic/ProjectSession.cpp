@@ -1,30 +1,43 @@
 #include "ProjectSession.h"
 
 #include "ComponentReload.h"
-#include "ComponentUpload.h"
 #include "Messages.h"
 #include "SystemMacros.h"
 
+#include <db/CreateDatabase.h>
 #include <db/Errors.h>
 #include <db/Messages.h>
+#include <db/revision/ComponentUpload.h>
+#include <db/revision/ConnectDatabase.h>
 #include <ellery/ComponentFile.h>
 
 #include <QDir>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
 namespace app {
 
+namespace {
+
+const QString kConnectTitle = u"Connect to Database"_s;
+
+} // namespace
+
 ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
     : m_prompts(prompts)
     , m_project(std::make_unique<brannock::Project>())
     , m_legend(m_project->steamGen)
+    , m_map(m_legend, prompts)
     , m_undo(m_legend, m_project->steamGen)
+    , m_recovery(prompts)
     , m_database(prompts)
     , m_queries(m_database, m_queryContext)
 {
     m_queryContext.roots = roots();
     m_queryContext.systemMacros = [this] { return systemMacros(); };
+    m_undo.captureExtras = [this] { return plans::MapExtras{1, 1, m_map.headerRecord()}; };
+    m_undo.restoreExtras = [this](const plans::MapExtras &extras) { m_map.setHeaderRecord(extras.header); };
     try {
         m_queryContext.roots.makeInstallationFolders();
     } catch (const tarnwick::Error &error) {
@@ -40,16 +53,17 @@ ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
 
 ProjectSession::~ProjectSession()
 {
-    close(db::messages::kCloseDatabase);
+    end();
 }
 
-void ProjectSession::close(const tarnwick::Message &failure)
+void ProjectSession::end()
 {
-    try {
-        m_database.close();
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_prompts, exception, failure);
-    }
+    closeDatabase(db::messages::kCloseDatabase);
+}
+
+std::unique_ptr<tarnwick::Progress> ProjectSession::newProgress(const QString &title) const
+{
+    return makeProgress ? makeProgress(title) : nullptr;
 }
 
 void ProjectSession::load(tarnwick::OptionFile &options)
@@ -106,19 +120,25 @@ bool ProjectSession::openProject(const QString &folder)
         m_prompts.error(messages::kProjectUnreadable, QDir::toNativeSeparators(folder), error.text());
         return false;
     }
-    closeDatabase();
+    closeDatabase(db::messages::kCloseDatabase);
     if (replacing)
         replacing();
+    m_recovery.end();
     m_legend.setSteamGen(loaded->steamGen);
+    m_map.setProject(loaded.get());
     m_undo.reset(loaded->steamGen);
     m_project = std::move(loaded);
     m_componentStamp = componentStamp(componentFolder());
-    mapFile.clear();
     m_options.setProjectFormat(m_project->databaseFormat);
     m_queryContext.roots = roots();
+    if (keepsRecoveryCopies)
+        m_recovery.begin(roots());
     m_system.addRecentProject(m_project->folder);
     store(m_system);
-    const db::ConnectContext context{m_project.get(), this};
+    if (replaced)
+        replaced();
+    const std::unique_ptr<tarnwick::Progress> progress = newProgress(kConnectTitle);
+    const db::ConnectContext context{m_project.get(), this, progress.get()};
     db::connectAtStart(m_database, recentFiles().databases, m_options.databaseFormat, context);
     notify();
     return true;
@@ -166,7 +186,7 @@ DatabaseStatus ProjectSession::databaseStatus() const
 
 tarnwick::JMacro ProjectSession::systemMacros() const
 {
-    return app::systemMacros(*m_project, mapFile, databaseStatus());
+    return app::systemMacros(*m_project, m_map.file(), databaseStatus());
 }
 
 void ProjectSession::databaseConnected(const QString &path)
@@ -178,7 +198,8 @@ void ProjectSession::databaseConnected(const QString &path)
 
 bool ProjectSession::connectDatabase(const QString &machinePath)
 {
-    const bool connected = db::connectDatabase(m_database, machinePath, {m_project.get(), this});
+    const std::unique_ptr<tarnwick::Progress> progress = newProgress(kConnectTitle);
+    const bool connected = db::connectDatabase(m_database, machinePath, {m_project.get(), this, progress.get()});
     notify();
     return connected;
 }
@@ -190,22 +211,75 @@ bool ProjectSession::createDatabase(const QString &machinePath)
 
 void ProjectSession::closeDatabase()
 {
-    close(db::messages::kDisconnectDatabase);
+    closeDatabase(db::messages::kDisconnectDatabase);
+}
+
+void ProjectSession::closeDatabase(const tarnwick::Message &failure)
+{
+    try {
+        m_database.close();
+    } catch (const dao::DaoException &exception) {
+        db::showDaoError(m_prompts, exception, failure);
+    }
     notify();
 }
 
-void ProjectSession::closeDatabaseAtEnd()
+void ProjectSession::newMap()
 {
-    close(db::messages::kCloseDatabase);
+    m_map.clear();
+    m_undo.reset(m_project->steamGen);
     notify();
+}
+
+bool ProjectSession::openMap(const QString &machinePath)
+{
+    if (!m_map.readMap(machinePath))
+        return false;
+    m_undo.reset(m_project->steamGen);
+    noteMapFile(messages::kOpenedMap);
+    return true;
+}
+
+bool ProjectSession::saveMap(const QString &machinePath)
+{
+    if (!m_map.storeMap(machinePath))
+        return false;
+    m_undo.setSaved();
+    updateRecoveryCopy();
+    noteMapFile(messages::kStoredMap);
+    return true;
+}
+
+void ProjectSession::noteMapFile(const tarnwick::Message &status)
+{
+    m_recent.addMap(m_project->folder, m_map.file());
+    store(m_recent);
+    notify();
+    m_prompts.status(status, m_map.file());
+}
+
+void ProjectSession::openMapAtStart()
+{
+    if (m_recovery.offer(m_map)) {
+        m_undo.reset(m_project->steamGen);
+        m_undo.setNeverSaved();
+        notify();
+        return;
+    }
+    const QString last = recentFiles().maps.value(0);
+    if (last.isEmpty())
+        return;
+    const QString path = tarnwick::SuitePath(last).machinePath(roots());
+    if (QFileInfo::exists(path))
+        openMap(path);
+    else
+        m_prompts.status(messages::kRecentNotThere, last);
 }
 
 void ProjectSession::uploadComponent()
 {
-    if (!db::checkConnected(m_database) ||
-        m_prompts.question(tarnwick::Buttons::YesNo, messages::kAskUploadModel) != tarnwick::Answer::Yes)
-        return;
-    app::uploadComponent(m_database, m_project->steamGen);
+    const std::unique_ptr<tarnwick::Progress> progress = newProgress(u"Upload Component"_s);
+    db::uploadComponent(m_database, m_project->steamGen, progress.get());
 }
 
 void ProjectSession::clearRecentProjects()

@@ -1,12 +1,14 @@
 #pragma once
+#include "MapRecovery.h"
 #include "PanelTexts.h"
 #include "RecentFiles.h"
 
 #include <brannock/SystemOption.h>
-#include <db/ConnectDatabase.h>
+#include <db/revision/ConnectDatabase.h>
 #include <plans/MapUndo.h>
 #include <plans/ProjectQueries.h>
 #include <query/ArvoOptions.h>
+#include <tarnwick/Progress.h>
 
 namespace app {
 
@@ -21,8 +23,8 @@ public:
     ProjectSession(const ProjectSession &) = delete;
     ProjectSession &operator=(const ProjectSession &) = delete;
 
-    /// Loads the project of a folder in place of the present one, and connects its database. A folder that holds none,
-    /// or a damaged one, is said; the present project then stays. False in that case.
+    /// Loads the project of a folder in place of the present one, tells replaced, and connects its database. A folder
+    /// that holds none, or a damaged one, is said; the present project then stays. False in that case.
     bool openProject(const QString &folder);
     bool hasProject() const { return m_project->isLoaded(); }
     /// Empty without one.
@@ -36,8 +38,9 @@ public:
 
     plans::MapLegend &legend() { return m_legend; }
     plans::MapUndo &undo() { return m_undo; }
-    /// The map's file in the suite's form of paths; empty for a new map.
-    QString mapFile;
+    /// Header, description and file of the map.
+    MapDocument &map() { return m_map; }
+    const MapDocument &map() const { return m_map; }
 
     tarnwick::UserPrompts &prompts() { return m_prompts; }
     db::DatabaseSession &database() { return m_database; }
@@ -51,6 +54,20 @@ public:
     tarnwick::PathRoots roots() const;
     tarnwick::JMacro systemMacros() const;
 
+    // The map's file (machine paths). Undo begins anew with a map that was opened.
+    void newMap();
+    bool openMap(const QString &machinePath);
+    bool saveMap(const QString &machinePath);
+    /// What a project begins with: changes that a crash left unsaved, when the user wants them, else the map opened
+    /// last.
+    void openMapAtStart();
+    /// Copies for the case of a crash are kept from the next project on that is opened.
+    bool keepsRecoveryCopies = false;
+    /// After changes: brings the copy up to date.
+    void updateRecoveryCopy() { m_recovery.update(m_map, m_undo.isModified()); }
+    /// The work on the map has come to its proper end.
+    void endRecovery() { m_recovery.end(); }
+
     /// Folders of this machine, most recent first.
     const QStringList &recentProjects() const { return m_system.recentProjects; }
     /// Of the project, in the suite's form of paths.
@@ -63,30 +80,38 @@ public:
     bool connectDatabase(const QString &machinePath);
     bool createDatabase(const QString &machinePath);
     void closeDatabase();
-    /// The same when the window goes, with the message of that.
-    void closeDatabaseAtEnd();
     /// Asks first.
     void uploadComponent();
+    /// The end of the program: closes the database.
+    void end();
 
     /// The present component is about to go: nothing may look at it any more.
     std::function<void()> replacing;
-    /// After another project was opened, a database connected or closed, or a recent list cleared.
+    /// Another project stands in its place; its database is about to be connected.
+    std::function<void()> replaced;
+    /// Makes what shows work that may take long, and lets the user stop it; its title is given. None: nobody watches.
+    std::function<std::unique_ptr<tarnwick::Progress>(const QString &title)> makeProgress;
+    /// After another project or map was opened or stored, a database connected or closed, or a recent list cleared.
     std::function<void()> changed;
 
 private:
     void databaseConnected(const QString &path) override;
+    std::unique_ptr<tarnwick::Progress> newProgress(const QString &title) const;
+    void closeDatabase(const tarnwick::Message &failure);
     void load(tarnwick::OptionFile &options);
     void store(tarnwick::OptionFile &options);
-    void close(const tarnwick::Message &failure);
     void notify();
+    void noteMapFile(const tarnwick::Message &status);
 
-    tarnwick::UserPrompts &m_prompts;
     QString componentFolder() const;
 
+    tarnwick::UserPrompts &m_prompts;
     std::unique_ptr<brannock::Project> m_project;
     QByteArray m_componentStamp; ///< of the files that the present component was read from
     plans::MapLegend m_legend;
+    MapDocument m_map;
     plans::MapUndo m_undo;
+    MapRecovery m_recovery;
     brannock::SystemOption m_system;
     query::ArvoOptions m_options;
     RecentFiles m_recent;

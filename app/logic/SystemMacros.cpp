@@ -36,4 +36,13 @@ tarnwick::JMacro systemMacros(const brannock::Project &project, const QString &m
     return macros;
 }
 
+tarnwick::JMacro printMacros(const tarnwick::JMacro &system, const tarnwick::JMacro &user)
+{
+    tarnwick::JMacro macros = user;
+    macros.merge(system);
+    macros.set(u"[CUR DATETIME]"_s, tarnwick::format(u"%t", tarnwick::JDateTime::now()));
+    macros.sort();
+    return macros;
+}
+
 } // namespace app

@@ -9,4 +9,7 @@ namespace app {
 /// who runs one.
 tarnwick::JMacro systemMacros(const brannock::Project &project, const QString &mapFile, const DatabaseStatus &database);
 
+/// What texts of a printed map may hold: the user's macros, the system's, and "[CUR DATETIME]" as of now.
+tarnwick::JMacro printMacros(const tarnwick::JMacro &system, const tarnwick::JMacro &user);
+
 } // namespace app

@@ -1,17 +1,20 @@
 // Conversion of old databases with a million rows beside a plain copy of the same table by the inner engine, the
-// connection to a current database, and the import of a Jet file (ARVO_BENCH_JET names one).
+// connection to a current database, and the import of a Jet file (ARVO_BENCH_JET names one; grow-jet-file makes a large
+// one) beside the export of its tables by the mdbtools programs.
 //
 // Rows: ARVO_BENCH_ROWS, a million by default.
 #include "OldDatabases.h"
 
 #include <benchmark/benchmark.h>
 #include <brannock/Project.h>
-#include <db/revision/ConnectProject.h>
+#include <db/revision/ConnectDatabase.h>
 #include <db/revision/JetImport.h>
 #include <map>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <sqlite3.h>
 #include <stdexcept>
@@ -77,7 +80,7 @@ void connect(Workshop &shop)
 {
     Yes prompts;
     db::DatabaseSession session(prompts);
-    if (!db::connectProjectDatabase(session, shop.path(), {&shop.project, nullptr, nullptr, nullptr}))
+    if (!db::connectDatabase(session, shop.path(), {&shop.project, nullptr, nullptr}))
         throw std::runtime_error("not connected");
 }
 
@@ -92,8 +95,26 @@ void convert(benchmark::State &state, int shapes)
     state.SetItemsProcessed(state.iterations() * wantedRows());
 }
 
-/// The yardstick: the backup that a conversion makes, and the table with its indexes made anew by plain statements.
-void copyTable(benchmark::State &state, int shapes, const char *table)
+/// For each index of a table, the statement that makes the same of its copy.
+QList<QByteArray> indexesOfCopy(sqlite3 *db, const QByteArray &table)
+{
+    QList<QByteArray> statements;
+    sqlite3_stmt *rows = nullptr;
+    sqlite3_prepare_v2(db, "SELECT sql FROM sqlite_schema WHERE type = 'index' AND sql > '' AND tbl_name = ?1", -1,
+                       &rows, nullptr);
+    sqlite3_bind_text(rows, 1, table.constData(), -1, SQLITE_STATIC);
+    while (sqlite3_step(rows) == SQLITE_ROW) {
+        const QByteArray sql(reinterpret_cast<const char *>(sqlite3_column_text(rows, 0)));
+        const QByteArray kind = sql.startsWith("CREATE UNIQUE") ? "CREATE UNIQUE INDEX copy_" : "CREATE INDEX copy_";
+        statements.append(kind + QByteArray::number(statements.size()) + " ON copy_of_it " +
+                          sql.mid(sql.indexOf('(', sql.indexOf(" ON "))));
+    }
+    sqlite3_finalize(rows);
+    return statements;
+}
+
+/// The yardstick: the table written once more by plain statements, its rows alone or with its indexes.
+void copyTable(benchmark::State &state, int shapes, const char *table, bool withIndexes)
 {
     for (auto _ : state) {
         state.PauseTiming();
@@ -101,12 +122,14 @@ void copyTable(benchmark::State &state, int shapes, const char *table)
         state.ResumeTiming();
         sqlite3 *db = nullptr;
         sqlite3_open(shop.path().toUtf8().constData(), &db);
-        const QByteArray name(table);
-        for (const QByteArray &sql :
-             {QByteArray("PRAGMA cache_size = -65536"), QByteArray("BEGIN"),
-              QByteArray("CREATE TABLE copy_of_it AS SELECT * FROM " + name), QByteArray("COMMIT")})
+        QList<QByteArray> statements{"PRAGMA cache_size = -65536", "BEGIN",
+                                     "CREATE TABLE copy_of_it AS SELECT * FROM " + QByteArray(table)};
+        if (withIndexes)
+            statements += indexesOfCopy(db, table);
+        for (const QByteArray &sql : std::as_const(statements))
             if (sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
                 throw std::runtime_error(sqlite3_errmsg(db));
+        sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
         sqlite3_close(db);
     }
     state.SetItemsProcessed(state.iterations() * wantedRows());
@@ -147,15 +170,58 @@ void importJet(benchmark::State &state)
     state.SetBytesProcessed(state.iterations() * QFileInfo(file).size());
 }
 
+/// The same file by other programs: every table as text, to nowhere.
+void exportJet(benchmark::State &state)
+{
+    const QString file = qEnvironmentVariable("ARVO_BENCH_JET");
+    if (file.isEmpty()) {
+        state.SkipWithError("ARVO_BENCH_JET is not set");
+        return;
+    }
+    const auto run = [](const QString &program, const QStringList &arguments, const QString &output) {
+        QProcess process;
+        if (!output.isEmpty())
+            process.setStandardOutputFile(output);
+        process.start(program, arguments);
+        if (!process.waitForFinished(-1) || process.exitCode() != 0)
+            throw std::runtime_error("no mdbtools");
+        return QString::fromUtf8(process.readAllStandardOutput());
+    };
+    for (auto _ : state) {
+        const QString tables = run(u"mdb-tables"_s, {u"-1"_s, file}, {});
+        for (const QString &table : tables.split(u'\n', Qt::SkipEmptyParts))
+            run(u"mdb-export"_s, {file, table}, QProcess::nullDevice());
+    }
+    state.SetBytesProcessed(state.iterations() * QFileInfo(file).size());
+}
+
 BENCHMARK_CAPTURE(convert, report, int(old::Report))->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK_CAPTURE(copyTable, report, int(old::Report), "report")->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_CAPTURE(copyTable, report, int(old::Report), "report", true)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_CAPTURE(copyTable, report_rows, int(old::Report), "report", false)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 BENCHMARK_CAPTURE(convert, plan_entry, int(old::Plans))->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK_CAPTURE(copyTable, plan_entry, int(old::Plans), "plan_entry")->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_CAPTURE(copyTable, plan_entry, int(old::Plans), "plan_entry", true)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+BENCHMARK_CAPTURE(copyTable, plan_entry_rows, int(old::Plans), "plan_entry", false)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 BENCHMARK_CAPTURE(convert, everything, int(old::Everything))->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(connectCurrent)->Unit(benchmark::kMillisecond);
 BENCHMARK(openPlain)->Unit(benchmark::kMillisecond);
-BENCHMARK(importJet)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(importJet)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
+BENCHMARK(exportJet)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char **argv)
+{
+    // The reading process is looked for beside the program.
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

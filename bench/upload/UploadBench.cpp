@@ -1,13 +1,10 @@
-#include "PlainInserts.h"
-
-#include <benchmark/benchmark.h>
+#include <bench/PlainInserts.h>
+#include <bench/SideBySide.h>
 #include <db/CreateDatabase.h>
+#include <db/DatabaseSession.h>
 #include <QFile>
 #include <QTemporaryDir>
 #include <results/ReportUpload.h>
-
-#include <chrono>
-#include <ctime>
 
 namespace {
 
@@ -114,53 +111,22 @@ void uploadOnce(const QString &path)
         qFatal("the upload is not complete");
 }
 
-struct Spent
-{
-    double wall = 0;
-    double cpu = 0;
-};
-
-template <typename Work>
-Spent spent(Work work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    const std::clock_t cpuStart = std::clock();
-    work();
-    return {std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(),
-            double(std::clock() - cpuStart) / CLOCKS_PER_SEC};
-}
-
-double median(const std::vector<Spent> &all, double Spent::*kind)
-{
-    std::vector<double> values;
-    for (const Spent &one : all)
-        values.push_back(one.*kind);
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-/// Both ways in turn, so that the machine's moods meet both. Of the ratios of the medians, that of processor time tells
-/// more on a machine with other work.
 void uploadAgainstPlainInserts(benchmark::State &state)
 {
     const QTemporaryDir folder;
     report();
     project();
-    std::vector<Spent> uploads;
-    std::vector<Spent> plain;
-    for (auto _ : state) {
-        const QString first = newDatabase(folder);
-        const QString second = newDatabase(folder);
-        plain.push_back(spent([&] { bench::insertPlainly(first, report()); }));
-        uploads.push_back(spent([&] { uploadOnce(second); }));
-        state.SetIterationTime(uploads.back().wall);
-        QFile::remove(first);
-        QFile::remove(second);
-    }
-    state.counters["plain_s"] = median(plain, &Spent::wall);
-    state.counters["upload_s"] = median(uploads, &Spent::wall);
-    state.counters["ratio"] = median(uploads, &Spent::wall) / median(plain, &Spent::wall);
-    state.counters["cpu_ratio"] = median(uploads, &Spent::cpu) / median(plain, &Spent::cpu);
+    const auto upload = [&] {
+        const QString path = newDatabase(folder);
+        uploadOnce(path);
+        QFile::remove(path);
+    };
+    const auto plain = [&] {
+        const QString path = newDatabase(folder);
+        bench::insertPlainly(path, report());
+        QFile::remove(path);
+    };
+    bench::SideBySide::run(state, kEntries, upload, plain);
 }
 BENCHMARK(uploadAgainstPlainInserts)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 

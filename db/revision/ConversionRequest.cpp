@@ -68,6 +68,7 @@ bool ConversionRequest::ask()
     prompts.status(messages::kBackingUp, shown, shownBackup);
     try {
         m_backup(backup);
+        m_session->conversion.backup = backup;
     } catch (const dao::DaoException &exception) {
         showDaoError(prompts, exception, messages::kBackUp, shown, shownBackup);
         return false;

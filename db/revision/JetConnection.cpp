@@ -3,14 +3,13 @@
 #include "JetImport.h"
 #include "Messages.h"
 
-#include <cstdio>
 #include <dao/values/Errors.h>
-#include <fcntl.h>
+#include <db/Errors.h>
+#include <db/UnfinishedFile.h>
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QTemporaryDir>
-#include <unistd.h>
 
 namespace db {
 
@@ -26,7 +25,8 @@ namespace {
         u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(path), file.errorString()));
 }
 
-void copyFile(const QString &from, const QString &to)
+/// For a working copy, and for the backup of a file that no session has open. progress may be null.
+void copyFile(const QString &from, const QString &to, tarnwick::Progress *progress)
 {
     constexpr qint64 kPiece = qint64(1) << 20;
     QFile source(from);
@@ -35,28 +35,18 @@ void copyFile(const QString &from, const QString &to)
         failWriting(source, from);
     if (!target.open(QIODevice::WriteOnly))
         failWriting(target, to);
+    tarnwick::ProgressLoop loop(progress, source.size(),
+                                tarnwick::format(messages::kCopying.text, QDir::toNativeSeparators(to)));
     while (!source.atEnd()) {
         const QByteArray piece = source.read(kPiece);
         if (piece.isEmpty())
             failWriting(source, from);
         if (target.write(piece) != piece.size())
             failWriting(target, to);
+        loop.tick(source.pos());
     }
     if (!target.commit())
         failWriting(target, to);
-}
-
-/// Puts the finished file in the place of the other in one step.
-void replaceFile(const QString &finished, const QString &path)
-{
-    const int descriptor = ::open(QFile::encodeName(finished).constData(), O_RDONLY | O_CLOEXEC);
-    bool done = descriptor >= 0 && ::fsync(descriptor) == 0;
-    if (descriptor >= 0)
-        ::close(descriptor);
-    done = done && std::rename(QFile::encodeName(finished).constData(), QFile::encodeName(path).constData()) == 0;
-    if (!done)
-        throw dao::DaoException(dao::error::CannotOpenFile, u"DAO.Workspace"_s,
-                                u"The file '%1' cannot be replaced."_s.arg(QDir::toNativeSeparators(path)));
 }
 
 bool mayReplace(const QString &path)
@@ -79,49 +69,29 @@ void tellRemarks(tarnwick::UserPrompts &prompts, const QString &path, const JetI
     prompts.information(messages::kJetRemarks, QDir::toNativeSeparators(path), list);
 }
 
-/// A file beside the database while it is being made; removed unless it took its place.
-class UnfinishedConversion
+/// Brings a further copy of the working copy up to date and puts it into the place of the file. False when that was not
+/// done, for a reason that has been said; the file is then as it was.
+bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, const QString &path,
+                        const QString &workingCopy, const ConnectContext &context, BringUpToDate bringUpToDate)
 {
-public:
-    explicit UnfinishedConversion(const QString &path)
-        : m_path(path + u".convert"_s)
-    {
-        remove();
+    tarnwick::UserPrompts &prompts = session.prompts();
+    try {
+        UnfinishedFile converted(path);
+        copyFile(workingCopy, converted.path(), context.progress);
+        session.openCopy(path, converted.path(), dao::OpenMode::Update);
+        const bool isKept = bringUpToDate(session, request, context);
+        session.close();
+        if (isKept)
+            converted.replace();
+        return isKept;
+    } catch (const dao::DaoException &exception) {
+        showDaoError(prompts, exception, messages::kConvertJet, QDir::toNativeSeparators(path));
+    } catch (const dao::DaoCancelled &) {
+        prompts.status(messages::kConversionCancelled);
+    } catch (const tarnwick::Cancelled &) {
+        prompts.status(messages::kConversionCancelled);
     }
-    ~UnfinishedConversion() { remove(); }
-    UnfinishedConversion(const UnfinishedConversion &) = delete;
-    UnfinishedConversion &operator=(const UnfinishedConversion &) = delete;
-    const QString &path() const { return m_path; }
-
-private:
-    void remove()
-    {
-        QFile::remove(m_path);
-        QFile::remove(m_path + u"-journal"_s);
-    }
-
-    QString m_path;
-};
-
-/// Converts the file that the session has a working copy of, in a further copy beside it. False when that was not kept.
-/// The conversion state goes on through the session's reopenings.
-bool convert(DatabaseSession &session, ConversionRequest &request, const QString &path, const QString &workingCopy,
-             const ConnectContext &context, BringUpToDate bringUpToDate)
-{
-    const UnfinishedConversion unfinished(path);
-    copyFile(workingCopy, unfinished.path());
-    ConversionState state = session.conversion;
-    session.openCopy(path, unfinished.path(), dao::OpenMode::Update);
-    session.conversion = state;
-    const bool isKept = bringUpToDate(session, request, context);
-    state = session.conversion;
-    session.close();
-    if (!isKept)
-        return false;
-    replaceFile(unfinished.path(), path);
-    session.open(path);
-    session.conversion = state;
-    return true;
+    return false;
 }
 
 } // namespace
@@ -134,17 +104,20 @@ void openJetFile(DatabaseSession &session, const QString &path, const ConnectCon
     const QString workingCopy = folder->filePath(u"copy.mdb"_s);
     const JetImportReport report = importJetFile(path, workingCopy, context.progress);
     session.openCopy(path, workingCopy, dao::OpenMode::ReadOnly, folder);
-    resetConversion(session);
     tellRemarks(session.prompts(), path, report);
     if (!mayReplace(path))
         return;
-    ConversionRequest request(session, context.project, [&](const QString &backup) { copyFile(path, backup); });
+    ConversionRequest request(session, context.project,
+                              [&](const QString &backup) { copyFile(path, backup, context.progress); });
     if (!request(messages::kStepJetFile))
         return;
-    if (convert(session, request, path, workingCopy, context, bringUpToDate))
+    if (replaceByConverted(session, request, path, workingCopy, context, bringUpToDate)) {
+        session.open(path);
         announceConversion(session);
-    else
-        session.openCopy(path, workingCopy, dao::OpenMode::ReadOnly, folder);
+        return;
+    }
+    session.openCopy(path, workingCopy, dao::OpenMode::ReadOnly, folder);
+    session.conversion.approved = false;
 }
 
 } // namespace db

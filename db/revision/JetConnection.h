@@ -1,7 +1,6 @@
 #pragma once
+#include "ConnectDatabase.h"
 #include "ConversionRequest.h"
-
-#include <db/ConnectDatabase.h>
 
 namespace db {
 

@@ -4,6 +4,7 @@
 #include "Messages.h"
 
 #include <dao/values/Errors.h>
+#include <db/UnfinishedFile.h>
 #include <QDir>
 #include <QFile>
 
@@ -94,16 +95,17 @@ JetImportReport importJetFile(const QString &jetPath, const QString &newPath, ta
     if (QFile::exists(newPath))
         throw dao::DaoException(dao::error::DatabaseExists, kSource, u"Database already exists: '%1'."_s.arg(newPath));
     JetAllowances allowances;
-    try {
-        for (;;) {
+    for (;;) {
+        UnfinishedFile file(newPath);
+        try {
             JetImportReport report;
-            if (readOnce(jetPath, newPath, progress, options, allowances, report))
-                return report;
-            QFile::remove(newPath);
+            if (!readOnce(jetPath, file.path(), progress, options, allowances, report))
+                continue;
+            file.finish();
+            return report;
+        } catch (const dao::DaoException &exception) {
+            throw file.named(exception);
         }
-    } catch (...) {
-        QFile::remove(newPath);
-        throw;
     }
 }
 

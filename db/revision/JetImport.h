@@ -33,9 +33,9 @@ struct JetImportOptions
 };
 
 /// Copies a Jet database into a new database file of this program: tables with their fields, rules, rows and indexes,
-/// relations and stored queries. The Jet file is only read. progress may be null. The new file must not exist; it is
-/// removed when this throws: dao::DaoException for a file that cannot be read whole (3049, 3343, 3051) or a copy that
-/// cannot be written, dao::DaoCancelled.
+/// relations and stored queries. The Jet file is only read. progress may be null. The new file must not exist, and does
+/// not before it is whole. Throws dao::DaoException for a file that cannot be read whole (3049, 3343, 3051) or a copy
+/// that cannot be written, dao::DaoCancelled.
 JetImportReport importJetFile(const QString &jetPath, const QString &newPath, tarnwick::Progress *progress = nullptr,
                               const JetImportOptions &options = {});
 

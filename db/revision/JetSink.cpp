@@ -50,7 +50,11 @@ JetSink::JetSink(dao::Database &database, JetAllowances &allowances, JetImportRe
 {
 }
 
-JetSink::~JetSink() = default;
+JetSink::~JetSink()
+{
+    m_load.reset();
+    m_database->setProgress(nullptr);
+}
 
 void JetSink::remark(Kind kind, const QString &object, const QString &text)
 {
@@ -73,6 +77,7 @@ void JetSink::schema(const jet::Schema &schema)
     for (const jet::Table &table : schema.tables)
         m_totalRows += table.rowCount;
     createEmptyDatabase(*m_database, m_newPath, schema.jetVersion == kOldVersion ? kOldFormatYear : kDefaultFormatYear);
+    m_database->setProgress(this);
 }
 
 void JetSink::adaptField(const dao::TableInfo &table, dao::FieldInfo &field)

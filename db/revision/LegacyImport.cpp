@@ -80,17 +80,21 @@ bool Import::importExamData()
     tarnwick::ProgressLoop progress(m_progress, total, u"EXAMDATA"_s);
     LegacyEntries entries(database, m_ident, *m_project);
     qint64 count = 0;
+    qint32 record = 0;
     try {
         ReportWriter writer(database);
         while (entries.next()) {
             brannock::ReportEntry entry = entries.entry();
-            writer.add(entry, entries.recordNumber());
+            record = entries.recordNumber();
+            writer.add(entry, record);
             if (++count % kRecordsPerStatus == 0)
                 m_session->prompts().status(messages::kConvertingRecord, count);
             progress.tick(count);
         }
     } catch (const dao::DaoException &exception) {
-        showDaoError(m_session->prompts(), exception, messages::kUploadEntry);
+        dao::DaoException named = exception;
+        named.withHint(u"Record %1 of EXAMDATA."_s.arg(record));
+        showDaoError(m_session->prompts(), named, messages::kUploadEntry);
         return false;
     }
     noteTableGrowth(database, u"report"_s, count);
@@ -123,6 +127,11 @@ void Import::importTubeSets()
 }
 
 } // namespace
+
+bool isLegacyDatabase(const dao::Database &database)
+{
+    return database.hasTable(u"EXAMDATA") && !database.hasTable(u"report");
+}
 
 LegacyIdent readIdent(dao::Database &database)
 {

@@ -6,6 +6,9 @@
 
 namespace db {
 
+/// True for a database of the foreign inspection data system: a table EXAMDATA and no table report.
+bool isLegacyDatabase(const dao::Database &database);
+
 /// The site and component of a foreign database: the texts of the last row of IDENT, without the blanks around them.
 /// Throws the engine's exceptions.
 LegacyIdent readIdent(dao::Database &database);

@@ -48,6 +48,8 @@ inline constexpr Message kConversionUndone{0, u"The conversion failed. The datab
 
 // Jet files
 inline constexpr Message kReadingJet{0, u"Reading \"%S\" ..."};
+inline constexpr Message kCopying{0, u"Writing \"%S\" ..."};
+inline constexpr Message kConvertJet{1042, u"Could not convert \"%S\".\nIt is open as it was."};
 inline constexpr Message kJetRemarks{0, u"Of \"%U\", the following could not be carried over as it is:\n\n%S"};
 inline constexpr Message kMoreRemarks{0, u"    and %D more\n"};
 

@@ -48,9 +48,14 @@ void convertTable(dao::Database &database, const Change &change)
         return field.name.compare(change.unusedField, Qt::CaseInsensitive) == 0 ||
                kNumbering.contains(field.name, Qt::CaseInsensitive);
     };
+    // An index over a field that goes cannot stay: that of the old relation, for one, may stand there under any name.
+    const auto isOld = [&](const dao::IndexInfo &index) {
+        return change.oldIndexes.contains(index.name, Qt::CaseInsensitive) ||
+               std::any_of(index.fields.begin(), index.fields.end(),
+                           [&](const dao::IndexField &field) { return isUnused(*shape.field(field.name)); });
+    };
+    shape.indexes.removeIf(isOld);
     shape.fields.removeIf(isUnused);
-    shape.indexes.removeIf(
-        [&](const dao::IndexInfo &index) { return change.oldIndexes.contains(index.name, Qt::CaseInsensitive); });
     for (const dao::IndexInfo &index : change.newIndexes)
         if (!shape.index(index.name))
             shape.indexes.append(index);

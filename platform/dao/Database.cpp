@@ -206,7 +206,7 @@ void Database::setProperty(const QString &name, const QString &value)
 void Database::backupTo(const QString &path) const
 {
     m_impl->requireOpen();
-    store::backUpFile(m_impl->path, path);
+    store::backUpFile(m_impl->path, path, m_impl->connection.progress());
 }
 
 int Database::execute(const QString &sql)
@@ -219,6 +219,12 @@ void Database::analyze(const QString &table)
     store::SourceScope scope(m_impl->connection, u"DAO.Database"_s);
     m_impl->prepareStatement();
     store::analyze(m_impl->connection, table.isEmpty() ? QString() : this->table(table).name);
+}
+
+bool Database::hasStatistics(const QString &tableName) const
+{
+    store::SourceScope scope(m_impl->connection, u"DAO.Database"_s);
+    return !store::readStatistics(m_impl->connection, table(tableName).name).isEmpty();
 }
 
 void Database::seedStatistics(const QString &tableName, qint64 rows, const QList<IndexStatistics> &indexes)

@@ -106,6 +106,8 @@ public:
 
     /// Brings the planner's statistics up to date; call after large changes. No table name: all tables.
     void analyze(const QString &table = {});
+    /// Whether the planner knows anything of the table.
+    bool hasStatistics(const QString &table) const;
     /// Statistics for a table that is still empty: expected rows, and for each index the rows that share the first 1,
     /// 2, ... of its fields. So a new database plans its queries well before it holds data.
     struct IndexStatistics

@@ -6,6 +6,9 @@
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/ValueBinding.h>
 
+#include <memory>
+#include <QScopeGuard>
+
 using namespace Qt::StringLiterals;
 
 namespace dao {
@@ -20,6 +23,9 @@ QString literal(const Value &value)
     text.replace(u'"', u"\"\""_s);
     return u'"' + text + u'"';
 }
+
+// A stored query may ask for itself by a text that only its rows make.
+constexpr int mostNested = 16;
 
 // name, expression, domain and, where there is one, criteria: with literal texts the call is compiled into a subquery.
 Value lookUp(DatabaseImpl &db, const QList<Value> &arguments)
@@ -44,7 +50,14 @@ Value lookUp(DatabaseImpl &db, const QList<Value> &arguments)
 
 void registerDomainFunctions(DatabaseImpl &db)
 {
-    db.connection.addFunction("jet_domain", [&db](const QList<Value> &arguments) { return lookUp(db, arguments); });
+    const auto nested = std::make_shared<int>(0);
+    db.connection.addFunction("jet_domain", [&db, nested](const QList<Value> &arguments) {
+        if (*nested >= mostNested)
+            throw store::engineError(error::CircularQuery, source, {arguments.value(2).text()});
+        ++*nested;
+        const auto leave = qScopeGuard([nested] { --*nested; });
+        return lookUp(db, arguments);
+    });
 }
 
 } // namespace dao

@@ -29,7 +29,9 @@ const sql::CompiledStatement &QueryDef::Impl::ensureCompiled()
     db->prepareStatement();
     if (compiled && generation == db->catalog.generation())
         return *compiled;
-    sql::CompiledStatement fresh = sql::compile(db->catalog, sql);
+    if (!syntax)
+        syntax = sql::checkSyntax(sql);
+    sql::CompiledStatement fresh = sql::compile(db->catalog, sql, syntax);
     QList<Value> values(fresh.parameters.size());
     for (qsizetype i = 0; compiled && i < fresh.parameters.size(); ++i) {
         const int old = indexOfParameter(fresh.parameters[i].name);
@@ -76,7 +78,7 @@ QueryDef::QueryDef(Database &database, const QString &sql)
     : m_impl(std::make_unique<Impl>(database, database.m_impl, sql))
 {
     m_impl->db->requireOpen();
-    sql::checkSyntax(sql);
+    m_impl->syntax = sql::checkSyntax(sql);
 }
 
 QueryDef::QueryDef(std::unique_ptr<Impl> impl)

@@ -2,6 +2,8 @@
 #include "DatabaseImpl.h"
 #include "QueryDef.h"
 
+#include <dao/sql/Compiler.h>
+
 namespace dao {
 
 struct QueryDef::Impl
@@ -17,6 +19,7 @@ struct QueryDef::Impl
     Database *database;
     std::shared_ptr<DatabaseImpl> db;
     QString sql;
+    sql::SyntaxTree syntax; ///< null before it is parsed
     std::optional<sql::CompiledStatement> compiled;
     quint64 generation = 0;
     QList<Value> parameters;             ///< Empty: not set

@@ -78,6 +78,8 @@ constexpr RemarkText kRemarks[] = {
     {RemarkCode::RowCountDiffers, Kind::Suspect, u"Table '%1' has %3 row(s), but the file states %4."},
     {RemarkCode::CatalogIncomplete, Kind::Lost,
      u"The list of objects is damaged: %3 of %4 entries could be read, objects may be missing."},
+    {RemarkCode::SystemPagesMissing, Kind::Lost,
+     u"The file is cut short: %3 page(s) of the system's table '%1' are missing."},
     {RemarkCode::TableDamaged, Kind::Lost, u"Table '%1' could not be read (%5)."},
     {RemarkCode::RowsDamaged, Kind::Lost, u"Table '%1': rows could not be read (%5)."},
     {RemarkCode::PagesDamaged, Kind::Lost, u"Table '%1': %3 page(s) of rows could not be read (%5)."},

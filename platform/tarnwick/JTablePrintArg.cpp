@@ -62,6 +62,15 @@ QString JTablePrintArg::sectionName(int section)
     return section >= 0 && section < kSections ? names[section] : QString();
 }
 
+JTablePrintArg JTablePrintArg::forResults()
+{
+    JTablePrintArg print;
+    print.sections[ReportHeader].text = u"[DATE]"_s;
+    print.sections[PageFooter].text = u"Page [CUR_PAGE] of [NUM_PAGE]"_s;
+    print.sections[ReportFooter].text = u"Analyst ____________________________________________________"_s;
+    return print;
+}
+
 void JTablePrintArg::serialize(JFile &file)
 {
     file.version(1);

@@ -50,6 +50,10 @@ struct JTablePrintArg
     PrintMargins margins;
     bool separators = true;
 
+    /// What lists of results are printed with until the user sets something else: the date above, page numbers below,
+    /// and a line for the analyst's signature at the end.
+    static JTablePrintArg forResults();
+
     /// Record version 1: title, the seven sections, the margins (left, top, right, bottom), the separator flag.
     void serialize(JFile &file);
     bool operator==(const JTablePrintArg &) const = default;

@@ -141,7 +141,7 @@ TEST_F(WindowTest, ProjectEnablesMenusAndFillsTheRecentList)
 TEST_F(WindowTest, LaterCommandsAreGreyedWithTheReasonInTheTip)
 {
     open();
-    for (const int number : {int(SaveMap), int(PrintPreview), int(CreateHistory), int(ConvertReports)}) {
+    for (const int number : {int(Repairs), int(UploadReports), int(CreateHistory), int(ConvertReports)}) {
         EXPECT_FALSE(command(number)->isEnabled());
         EXPECT_TRUE(command(number)->toolTip().endsWith(u"Comes with a later version."_s)) << number;
     }

@@ -143,6 +143,8 @@ TEST_F(EndToEnd, StatementsChangeRowsAndCanTakeParameters)
     const CliResult unset = s_cli->run({u"sql"_s, database, u"SELECT name FROM tube_sets WHERE name = [which]"_s});
     EXPECT_EQ(unset.status, 1);
     EXPECT_TRUE(unset.error.contains(u"which"_s)) << qPrintable(unset.error);
+    const CliResult slip = s_cli->run({u"sql"_s, database, u"SELECT nmae FROM tube_sets"_s});
+    EXPECT_TRUE(slip.error.contains(u"[nmae] (perhaps a slip of name)"_s)) << qPrintable(slip.error);
 
     // A statement that breaks a rule is refused whole, with the rule's own message.
     const CliResult refused =
@@ -182,6 +184,56 @@ TEST_F(EndToEnd, SchemaAndExplanation)
         EXPECT_TRUE(text.output.contains(part)) << qPrintable(part + u'\n' + text.output);
     const QJsonObject told = s_cli->mustRun({u"explain"_s, database, statement, u"--format"_s, u"json"_s}).json();
     EXPECT_EQ(told[u"parameters"][0][u"type"].toString(), u"Text"_s);
+}
+
+TEST_F(EndToEnd, FillsAreStoredInAMapAndPaintedInEveryForm)
+{
+    const QString map = s_project + u"/maps/plan.map"_s;
+    const auto fill = [&](const QStringList &arguments) {
+        return s_cli->mustRun(QStringList{u"fill"_s, s_project} + arguments + QStringList{u"--map"_s, map}).output;
+    };
+    const QString first = fill({u"random"_s, u"--percent"_s, u"20"_s, u"--seed"_s, u"5"_s, u"--colour"_s, u"0072B2"_s});
+    EXPECT_TRUE(first.startsWith(u"A  RANDOM     20% Fill"_s)) << qPrintable(first);
+    const QString second = fill({u"pattern"_s, u"--row-inc"_s, u"3"_s, u"--tubes"_s, u"open"_s});
+    const QString third = fill({u"box"_s, u"--select"_s, u"5 8"_s, u"--radius"_s, u"2.5"_s, u"--symbol"_s, u"*"_s});
+    EXPECT_TRUE(third.contains(u"\n*  BOX  "_s)) << qPrintable(third);
+    EXPECT_EQ(third.count(u'\n'), 3);
+
+    // The same seed on another map gives the same sample.
+    const QString again = s_project + u"/maps/again.map"_s;
+    const CliResult same = s_cli->mustRun({u"fill"_s, s_project, u"random"_s, u"--percent"_s, u"20"_s, u"--seed"_s,
+                                           u"5"_s, u"--colour"_s, u"0072B2"_s, u"--map"_s, again});
+    EXPECT_EQ(same.output, first);
+
+    const QHash<QString, QByteArray> begins{{u"emf"_s, QByteArray("\x01\x00\x00\x00", 4)},
+                                            {u"pdf"_s, "%PDF"},
+                                            {u"svg"_s, "<?xml"},
+                                            {u"bmp"_s, "BM"},
+                                            {u"png"_s, "\x89PNG"}};
+    for (auto it = begins.constBegin(); it != begins.constEnd(); ++it) {
+        const QString out = s_folder->filePath(u"plan."_s + it.key());
+        // The map's name as the suite writes it will do, too.
+        const CliResult painted =
+            s_cli->mustRun({u"map"_s, s_project, u"--map"_s, u"maps\\plan.map"_s, u"--out"_s, out});
+        EXPECT_EQ(painted.output, third);
+        QFile file(out);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(out);
+        EXPECT_TRUE(file.readAll().startsWith(it.value())) << qPrintable(out);
+    }
+
+    QFile damaged(map);
+    ASSERT_TRUE(damaged.open(QIODevice::ReadWrite) && damaged.resize(damaged.size() - 3));
+    damaged.close();
+    const CliResult refused = s_cli->run({u"fill"_s, s_project, u"box"_s, u"--map"_s, map});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.error.contains(u"[1039]"_s) || refused.error.contains(u"Could not read map file."_s));
+    for (const QStringList &wrong : QList<QStringList>{{u"spiral"_s},
+                                                       {u"random"_s, u"--percent"_s, u"101"_s},
+                                                       {u"random"_s, u"--percent"_s, u"1"_s, u"--count"_s, u"1"_s},
+                                                       {u"box"_s, u"--radius"_s, u"-1"_s},
+                                                       {u"pattern"_s, u"--region"_s, u"moon"_s}})
+        EXPECT_EQ(s_cli->run(QStringList{u"fill"_s, s_project} + wrong + QStringList{u"--map"_s, again}).status, 2)
+            << qPrintable(wrong.join(u' '));
 }
 
 TEST_F(EndToEnd, WrongUsageIsStatusTwo)

@@ -17,16 +17,26 @@ namespace {
 constexpr double kLegendPoints = 9;
 constexpr double kLeastLegendPoints = 5.5;
 constexpr double kLeastShare = 0.5;
+/// Of the page's height: what the title may take before its letters become smaller.
+constexpr double kTitleShare = 0.3;
+constexpr double kLeastTitleScale = 0.3;
 
 int pixels(double points, double dpi)
 {
     return std::max(1, int(std::lround(points * dpi / 72)));
 }
 
-QFont scaled(QFont font, double dpi)
+QFont scaled(QFont font, double dpi, double scale = 1)
 {
-    font.setPixelSize(pixels(font.pointSizeF() > 0 ? font.pointSizeF() : 10, dpi));
+    font.setPixelSize(pixels((font.pointSizeF() > 0 ? font.pointSizeF() : 10) * scale, dpi));
     return font;
+}
+
+/// Height of a text that is broken into lines of this width.
+double heightOf(const QString &text, const QFont &font, double width)
+{
+    return text.isEmpty() ? 0
+                          : QFontMetricsF(font).boundingRect(QRectF(0, 0, width, 1e6), Qt::TextWordWrap, text).height();
 }
 
 QFont modelFont(int pixelSize)
@@ -172,23 +182,70 @@ int MapPicture::rowsShown(const Layout &layout) const
     return LegendTable(m_content.legend, layout.legendPixels).rowsWithin(layout.legend.height());
 }
 
-MapPicture::Layout MapPicture::layout(const QRectF &page, double dpi) const
+void MapPicture::placeTitle(Layout &layout, QRectF &body, double dpi) const
+{
+    const QString title = m_content.title.trimmed();
+    const QString subtitle = m_content.subtitle.trimmed();
+    if (title.isEmpty() && subtitle.isEmpty())
+        return;
+    const double most = body.height() * kTitleShare;
+    double upper = 0;
+    double lower = 0;
+    for (layout.titleScale = 1;; layout.titleScale *= 0.92) {
+        upper = heightOf(title, scaled(m_content.titleFont, dpi, layout.titleScale), body.width());
+        lower = heightOf(subtitle, scaled(m_content.subtitleFont, dpi, layout.titleScale), body.width());
+        if (upper + lower + gap(dpi) <= most || layout.titleScale < kLeastTitleScale)
+            break;
+    }
+    const double height = std::min(upper + lower + gap(dpi), most);
+    layout.title = QRectF(body.left(), body.top(), body.width(), height);
+    if (lower > 0) {
+        const double below = upper > 0 ? std::min(lower + gap(dpi) / 2, height) : height;
+        layout.subtitle = QRectF(body.left(), layout.title.bottom() - below, body.width(), below);
+    }
+    body.setTop(layout.title.bottom() + gap(dpi));
+}
+
+void MapPicture::placeFooter(Layout &layout, QRectF &body, double dpi) const
+{
+    const QString footer = m_content.footer.simplified();
+    const QString signatures = m_content.signatures.trimmed();
+    if (footer.isEmpty() && signatures.isEmpty())
+        return;
+    const QFontMetricsF metrics(scaled(m_content.footerFont, dpi));
+    const double height = metrics.height();
+    const auto takeLine = [&] {
+        body.setBottom(body.bottom() - height);
+        return QRectF(body.left(), body.bottom(), body.width(), height);
+    };
+    if (!footer.isEmpty())
+        layout.footer = takeLine();
+    if (!signatures.isEmpty()) {
+        // A little more than measured: rounding must not cut the last letter.
+        const double width = metrics.horizontalAdvance(signatures) + height * 0.2;
+        const double free = body.width() - metrics.horizontalAdvance(footer) - height;
+        if (!footer.isEmpty() && width <= free) {
+            layout.footer.setWidth(body.width() - width);
+            layout.signatures = QRectF(layout.footer.right(), layout.footer.top(), width, height);
+        } else {
+            layout.signatures = takeLine();
+        }
+    }
+    body.setBottom(body.bottom() - gap(dpi));
+}
+
+QRectF MapPicture::placeAround(Layout &layout, const QRectF &page, double dpi) const
 {
     QRectF body = page.marginsRemoved(m_content.margins * dpi);
+    placeTitle(layout, body, dpi);
+    placeFooter(layout, body, dpi);
+    return body;
+}
+
+MapPicture::Layout MapPicture::layout(const QRectF &page, double dpi) const
+{
     Layout common;
-    if (const QString title = m_content.title.trimmed(); !title.isEmpty()) {
-        const QFontMetricsF metrics(scaled(m_content.titleFont, dpi));
-        const QRectF text = metrics.boundingRect(QRectF(body.left(), body.top(), body.width(), body.height() / 4),
-                                                 Qt::TextWordWrap, title);
-        common.title =
-            QRectF(body.left(), body.top(), body.width(), std::min(text.height() + gap(dpi), body.height() / 4));
-        body.setTop(common.title.bottom() + gap(dpi));
-    }
-    if (!m_content.footer.trimmed().isEmpty()) {
-        const double height = QFontMetricsF(scaled(m_content.footerFont, dpi)).height();
-        common.footer = QRectF(body.left(), body.bottom() - height, body.width(), height);
-        body.setBottom(common.footer.top() - gap(dpi));
-    }
+    const QRectF body = placeAround(common, page, dpi);
     if (m_content.legend.isEmpty() && m_content.modelText.trimmed().isEmpty()) {
         common.map = body;
         return common;
@@ -227,6 +284,74 @@ void MapPicture::paintMap(QPainter &painter, const QRectF &rect, double dpi) con
     painter.restore();
 }
 
+void MapPicture::paintTitle(QPainter &painter, const Layout &at, double dpi) const
+{
+    if (at.title.isEmpty())
+        return;
+    if (m_content.titleRect)
+        frame(painter, at.title, dpi);
+    painter.setPen(Qt::black);
+    const int flags = int(Qt::AlignCenter) | Qt::TextWordWrap;
+    QRectF upper = at.title;
+    if (!at.subtitle.isEmpty()) {
+        upper.setBottom(at.subtitle.top());
+        painter.setFont(scaled(m_content.subtitleFont, dpi, at.titleScale));
+        painter.drawText(at.subtitle, flags, m_content.subtitle.trimmed());
+    }
+    painter.setFont(scaled(m_content.titleFont, dpi, at.titleScale));
+    painter.drawText(upper, flags, m_content.title.trimmed());
+}
+
+void MapPicture::paintFooter(QPainter &painter, const Layout &at, double dpi) const
+{
+    const QFont font = scaled(m_content.footerFont, dpi);
+    const QFontMetricsF metrics(font);
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    const auto line = [&](const QRectF &rect, Qt::Alignment align, const QString &text) {
+        if (!rect.isEmpty())
+            painter.drawText(rect, int(align | Qt::AlignVCenter) | Qt::TextSingleLine,
+                             metrics.elidedText(text, Qt::ElideRight, rect.width()));
+    };
+    line(at.footer, Qt::AlignLeft, m_content.footer.simplified());
+    line(at.signatures, Qt::AlignRight, m_content.signatures.trimmed());
+}
+
+QList<QList<LegendRow>> MapPicture::legendPages(const QRectF &page, double dpi) const
+{
+    const Layout first = layout(page, dpi);
+    const int shown = first.legend.isEmpty() ? 0 : rowsShown(first);
+    QList<QList<LegendRow>> pages{m_content.legend.mid(0, shown)};
+    Layout further;
+    const double height = placeAround(further, page, dpi).height();
+    for (QList<LegendRow> rest = m_content.legend.mid(shown); !rest.isEmpty();) {
+        const int fit = std::max(1, LegendTable(rest, pixels(kLegendPoints, dpi)).rowsWithin(height));
+        pages.append(rest.mid(0, fit));
+        rest = rest.mid(fit);
+    }
+    return pages;
+}
+
+int MapPicture::furtherPages(const QRectF &page, double dpi) const
+{
+    return int(legendPages(page, dpi).size()) - 1;
+}
+
+void MapPicture::paintFurther(QPainter &painter, const QRectF &page, double dpi, int number) const
+{
+    Layout at;
+    QRectF block = placeAround(at, page, dpi);
+    const LegendTable table(legendPages(page, dpi).value(number + 1), pixels(kLegendPoints, dpi));
+    block.setSize(QSizeF(std::min(block.width(), table.fullWidth()), std::min(block.height(), table.fullHeight())));
+    painter.save();
+    paintTitle(painter, at, dpi);
+    table.paint(painter, block, m_scene.options);
+    if (m_content.legendRect)
+        frame(painter, block, dpi);
+    paintFooter(painter, at, dpi);
+    painter.restore();
+}
+
 void MapPicture::paint(QPainter &painter, const QRectF &page, double dpi) const
 {
     const Layout at = layout(page, dpi);
@@ -234,13 +359,7 @@ void MapPicture::paint(QPainter &painter, const QRectF &page, double dpi) const
     paintMap(painter, at.map, dpi);
     if (m_content.mapRect)
         frame(painter, at.map, dpi);
-    if (!at.title.isEmpty()) {
-        if (m_content.titleRect)
-            frame(painter, at.title, dpi);
-        painter.setFont(scaled(m_content.titleFont, dpi));
-        painter.setPen(Qt::black);
-        painter.drawText(at.title, Qt::AlignCenter | Qt::TextWordWrap, m_content.title.trimmed());
-    }
+    paintTitle(painter, at, dpi);
     if (!at.legend.isEmpty()) {
         LegendTable(m_content.legend, at.legendPixels).paint(painter, at.legend, m_scene.options);
         if (m_content.legendRect)
@@ -253,13 +372,7 @@ void MapPicture::paint(QPainter &painter, const QRectF &page, double dpi) const
         painter.drawText(at.model.adjusted(pad, pad / 2, 0, 0), Qt::AlignLeft | Qt::AlignTop,
                          m_content.modelText.trimmed());
     }
-    if (!at.footer.isEmpty()) {
-        const QFont font = scaled(m_content.footerFont, dpi);
-        painter.setFont(font);
-        painter.drawText(
-            at.footer, Qt::AlignLeft | Qt::AlignVCenter,
-            QFontMetricsF(font).elidedText(m_content.footer.simplified(), Qt::ElideRight, at.footer.width()));
-    }
+    paintFooter(painter, at, dpi);
     painter.restore();
 }
 

@@ -5,17 +5,28 @@
 #include <QFont>
 #include <QImage>
 #include <QMarginsF>
+#include <tarnwick/Error.h>
 
 namespace brannock {
+
+/// A picture that cannot be painted at all: it is too large, or has no size.
+class PictureError : public tarnwick::FileError
+{
+public:
+    using FileError::FileError;
+};
 
 /// Everything a picture of the map shows beside the map itself.
 struct PictureContent
 {
     QString title; ///< may have several lines
     QFont titleFont = QFont(QStringLiteral("Times New Roman"), 14);
+    QString subtitle; ///< below the title, in the same frame; may have several lines
+    QFont subtitleFont = QFont(QStringLiteral("Times New Roman"), 10);
     QList<LegendRow> legend;
     QString modelText; ///< see modelText()
     QString footer;
+    QString signatures; ///< in the footer, on the right
     QFont footerFont = QFont(QStringLiteral("Times New Roman"), 8);
     QMarginsF margins = QMarginsF(0.5, 0.5, 0.5, 0.5); ///< inches
     bool titleRect = true;                             ///< a frame round the title, the legend, the map
@@ -37,13 +48,16 @@ public:
     /// Where things stand on the page, in the painter's units; empty rectangles for what there is not.
     struct Layout
     {
-        QRectF title;
+        QRectF title;    ///< with the subtitle
+        QRectF subtitle; ///< the lower part of the title
         QRectF map;
         QRectF legend;
         QRectF model;
         QRectF footer;
+        QRectF signatures; ///< the right part of the footer, or a line of its own above it
         bool legendBelow = false;
-        int legendPixels = 0; ///< size of the legend's letters
+        int legendPixels = 0;  ///< size of the legend's letters
+        double titleScale = 1; ///< less than 1: the title's letters had to become smaller to fit
     };
 
     MapPicture(const MapScene &scene, const PictureContent &content)
@@ -57,19 +71,33 @@ public:
     /// Paints the page; the paper itself is left as it is.
     void paint(QPainter &painter, const QRectF &page, double dpi) const;
 
+    /// Further pages, for devices that have them: a legend that finds no room for all its entries goes on there. 0 when
+    /// the first page has them all.
+    int furtherPages(const QRectF &page, double dpi) const;
+    /// number: from 0
+    void paintFurther(QPainter &painter, const QRectF &page, double dpi, int number) const;
+
     /// A page of that many inches.
     QImage toImage(const QSizeF &inches, int dpi) const;
-    /// Writes the picture in the form that the file's ending asks for: png, bmp, jpg, pdf or svg (dpi counts for images
-    /// only). Throws tarnwick::FileError for other endings and when the file cannot be written; an older file is then
-    /// still there.
+    /// Writes the picture in the form that the file's ending asks for: emf, pdf, svg, bmp, png or jpg (dpi counts for
+    /// images only). Throws PictureError, and tarnwick::FileError for other endings and when the file cannot be
+    /// written; an older file is then still there.
     void save(const QString &path, const QSizeF &inches = QSizeF(11, 8.5), int dpi = 150) const;
 
 private:
+    void placeTitle(Layout &layout, QRectF &body, double dpi) const;
+    void placeFooter(Layout &layout, QRectF &body, double dpi) const;
+    void paintTitle(QPainter &painter, const Layout &layout, double dpi) const;
+    void paintFooter(QPainter &painter, const Layout &layout, double dpi) const;
     void placeBeside(Layout &layout, const QRectF &body, double dpi) const;
     void placeBelow(Layout &layout, const QRectF &body, double dpi) const;
     void placeModel(Layout &layout, QRectF &block, double height) const;
     QSizeF modelSize(int pixelSize) const;
     int rowsShown(const Layout &layout) const;
+    /// The entries of each page, the map's own first.
+    QList<QList<LegendRow>> legendPages(const QRectF &page, double dpi) const;
+    /// What title and footer leave of the page, which are placed in the layout.
+    QRectF placeAround(Layout &layout, const QRectF &page, double dpi) const;
     QMarginsF mapMargins(double dpi) const;
     double mapHeightFor(double width, double dpi) const;
     double mapScale(const QRectF &rect, double dpi) const;

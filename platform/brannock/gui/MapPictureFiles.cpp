@@ -1,3 +1,4 @@
+#include "EmfDevice.h"
 #include "MapPicture.h"
 
 #include <QBuffer>
@@ -14,6 +15,8 @@ namespace {
 
 constexpr int kPdfDpi = 1200;
 constexpr int kSvgDpi = 96;
+/// Fine enough for hinted widths of letters, and a large sheet still fits short numbers.
+constexpr int kEmfDpi = 192;
 /// Larger images than this are refused: a typing error would take all memory.
 constexpr qint64 kMostPixels = qint64(1) << 28;
 
@@ -35,7 +38,10 @@ QByteArray pdf(const MapPicture &picture, const QSizeF &inches, const QString &t
                                      QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
     QPainter painter;
     if (painter.begin(&writer)) {
-        picture.paint(painter, pageRect(inches, kPdfDpi), kPdfDpi);
+        const QRectF page = pageRect(inches, kPdfDpi);
+        picture.paint(painter, page, kPdfDpi);
+        for (int i = 0; i < picture.furtherPages(page, kPdfDpi) && writer.newPage(); ++i)
+            picture.paintFurther(painter, page, kPdfDpi, i);
         painter.end();
     }
     return bytes;
@@ -62,6 +68,19 @@ QByteArray svg(const MapPicture &picture, const QSizeF &inches, const QString &t
     return bytes;
 }
 
+QByteArray emf(const MapPicture &picture, const QSizeF &inches, const QString &title)
+{
+    EmfDevice device(inches, kEmfDpi, title);
+    const QRectF page = pageRect(inches, kEmfDpi);
+    QPainter painter;
+    if (painter.begin(&device)) {
+        painter.fillRect(page, Qt::white);
+        picture.paint(painter, page, kEmfDpi);
+        painter.end();
+    }
+    return device.bytes();
+}
+
 } // namespace
 
 QImage MapPicture::toImage(const QSizeF &inches, int dpi) const
@@ -85,22 +104,24 @@ void MapPicture::save(const QString &path, const QSizeF &inches, int dpi) const
     const QString ending = QFileInfo(path).suffix().toLower();
     const QString title = m_content.title.section(u'\n', 0, 0).trimmed();
     QByteArray bytes;
-    if (ending == u"pdf") {
+    if (ending == u"emf") {
+        bytes = emf(*this, inches, title);
+    } else if (ending == u"pdf") {
         bytes = pdf(*this, inches, title);
     } else if (ending == u"svg") {
         bytes = svg(*this, inches, title);
     } else if (ending == u"png" || ending == u"bmp" || ending == u"jpg") {
         const QImage image = toImage(inches, dpi);
         if (image.isNull())
-            throw tarnwick::FileError(path, 0, u"the picture is too large or has no size."_s);
+            throw PictureError(path, 0, u"the picture is too large or has no size."_s);
         QBuffer buffer(&bytes);
         buffer.open(QIODevice::WriteOnly);
         image.save(&buffer, ending.toLatin1().constData());
     } else {
-        throw tarnwick::FileError(path, 0, u"pictures are written as .png, .bmp, .jpg, .pdf or .svg."_s);
+        throw tarnwick::FileError(path, 0, u"pictures are written as .emf, .pdf, .svg, .bmp, .png or .jpg."_s);
     }
     if (bytes.isEmpty())
-        throw tarnwick::FileError(path, 0, u"the picture could not be made."_s);
+        throw PictureError(path, 0, u"the picture could not be made."_s);
     tarnwick::writeFileAtomically(path, bytes);
 }
 

@@ -7,6 +7,9 @@ struct sqlite3_value;
 
 namespace dao::functions {
 
+/// Texts made of others that are longer than this are an overflow, not a full memory.
+inline constexpr qint64 kLongestText = 16 * 1024 * 1024;
+
 /// Thrown by a function; the engine's number tells the text.
 struct FunctionFault
 {

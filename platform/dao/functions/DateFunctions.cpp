@@ -69,7 +69,10 @@ void fromDateParts(Call &call)
 
 void fromTimeParts(Call &call)
 {
-    call.result(timeSerial(call.integer(0), call.integer(1), call.integer(2)));
+    const double date = timeSerial(call.integer(0), call.integer(1), call.integer(2));
+    if (!isValidDate(date))
+        throw FunctionFault{error::InvalidProcedureCall};
+    call.result(date);
 }
 
 void dateOnly(Call &call)

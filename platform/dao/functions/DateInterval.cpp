@@ -58,8 +58,13 @@ qint64 weekIndex(qint64 day, int firstDay)
     return floorDivide(day - firstDay, 7);
 }
 
+// Also of the year before the first: the last week of that one may reach into it.
 qint64 firstOfYear(int year)
 {
+    constexpr int FirstYear = 100;
+    constexpr int DaysOfYear99 = 365;
+    if (year < FirstYear)
+        return dayOf(checked(dateSerial(FirstYear, 1, 1))) - DaysOfYear99;
     return dayOf(checked(dateSerial(year, 1, 1)));
 }
 

@@ -17,6 +17,9 @@ constexpr int kType = 0;
 constexpr int kValue = 1;
 constexpr int kFormat = 2;
 
+// Each letter of a pattern may become a whole date.
+constexpr qsizetype kLongestPattern = 65535;
+
 // The pairs of words that a number becomes.
 QString wordFor(double number, QStringView format)
 {
@@ -66,6 +69,8 @@ void format(Call &call)
     const QString pattern = call.has(kFormat) ? call.text(kFormat) : QString();
     if (call.isNull(kValue))
         return call.result(formatNull(pattern));
+    if (pattern.size() > kLongestPattern)
+        throw FunctionFault{error::InvalidProcedureCall};
     const QString plain = textOf(call, kType, kValue);
     if (pattern.isEmpty())
         return call.result(plain);

@@ -1,11 +1,24 @@
 #include "LikePattern.h"
 
+#include "Call.h"
+
 #include <algorithm>
+#include <dao/values/Errors.h>
 
 namespace dao::functions {
 
+namespace {
+
+// A row's pattern may be as long as a memo; what takes longer than a second or so is nobody's pattern.
+constexpr qsizetype LongestPattern = 1000 * 1000;
+constexpr qint64 MostSteps = 50 * 1000 * 1000;
+
+} // namespace
+
 LikePattern::LikePattern(const QString &pattern, Form form)
 {
+    if (pattern.size() > LongestPattern)
+        throw FunctionFault{error::TooComplexExpression};
     const QChar run = form == Form::Star ? u'*' : u'%';
     const QChar any = form == Form::Star ? u'?' : u'_';
     for (qsizetype i = 0; i < pattern.size(); ++i) {
@@ -87,7 +100,11 @@ bool LikePattern::matches(QStringView text) const
     qsizetype at = 0;
     qsizetype runElement = -1;
     qsizetype runAt = 0;
+    qint64 steps = 0;
     while (at < text.size()) {
+        steps += element < m_elements.size() ? 1 + m_elements[element].ranges.size() : 1;
+        if (steps > MostSteps)
+            throw FunctionFault{error::TooComplexExpression};
         if (element < m_elements.size() && m_elements[element].kind == Element::Kind::Run) {
             runElement = element++;
             runAt = at;

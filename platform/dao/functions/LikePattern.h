@@ -7,7 +7,7 @@ namespace dao::functions {
 /// A pattern of the Like operator: "*" any run, "?" one character, "#" one digit, "[abc]", "[a-z]", "[!a-z]" one
 /// character of a class; special characters in brackets stand for themselves. Case does not count. A pattern with an
 /// unclosed bracket or a range that runs backwards matches nothing. Matching takes time in proportion to text times
-/// pattern at worst.
+/// pattern at worst, and gives up (FunctionFault 3071) where that would take seconds.
 class LikePattern
 {
 public:

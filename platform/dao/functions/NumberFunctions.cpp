@@ -4,6 +4,7 @@
 #include <cmath>
 #include <dao/values/Decimal.h>
 #include <dao/values/Errors.h>
+#include <limits>
 
 namespace dao::functions {
 
@@ -11,7 +12,8 @@ namespace {
 
 void absolute(Call &call)
 {
-    if (call.isInteger(0))
+    // The smallest whole number has no counterpart among them.
+    if (call.isInteger(0) && call.wholeNumber(0) > std::numeric_limits<qint64>::min())
         call.result(std::abs(call.wholeNumber(0)));
     else
         call.result(std::abs(call.number(0)));

@@ -25,12 +25,16 @@ void addWhole(Call &call)
 // "+": texts are joined; a number and a text that reads as one are added.
 void add(Call &call)
 {
-    if (call.isText(0) && call.isText(1))
-        call.result(call.text(0) + call.text(1));
-    else if (call.isInteger(0) && call.isInteger(1))
+    if (call.isText(0) && call.isText(1)) {
+        const QString joined = call.text(0) + call.text(1);
+        if (joined.size() > kLongestText)
+            throw FunctionFault{error::Overflow};
+        call.result(joined);
+    } else if (call.isInteger(0) && call.isInteger(1)) {
         addWhole(call);
-    else
+    } else {
         call.result(call.number(0) + call.number(1));
+    }
 }
 
 void divide(Call &call)
@@ -77,6 +81,8 @@ void join(Call &call)
     for (int i = 0; i < call.count(); ++i) {
         allNull = allNull && call.isNull(i);
         result += call.text(i);
+        if (result.size() > kLongestText)
+            throw FunctionFault{error::Overflow};
     }
     if (allNull)
         call.resultNull();

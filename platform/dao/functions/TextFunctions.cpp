@@ -1,4 +1,5 @@
 #include "Call.h"
+#include "TextSearch.h"
 
 #include <algorithm>
 #include <dao/values/Errors.h>
@@ -9,9 +10,6 @@ namespace dao::functions {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// Results longer than this are an error, not a full memory.
-constexpr qint64 kLongestText = 16 * 1024 * 1024;
 
 int countArgument(const Call &call, int index)
 {
@@ -64,7 +62,7 @@ void inString(Call &call)
     const QString part = call.text(first + 1);
     if (start > text.size())
         return call.result(0);
-    call.result(qint64(text.indexOf(part, start - 1, compareArgument(call, 3)) + 1));
+    call.result(qint64(findText(text, part, start - 1, compareArgument(call, 3)) + 1));
 }
 
 // The part must end at or before the start.
@@ -82,7 +80,7 @@ void inStringFromEnd(Call &call)
     if (part.isEmpty())
         return call.result(start);
     const qsizetype from = start - part.size();
-    call.result(from < 0 ? 0 : qint64(text.lastIndexOf(part, from, compareArgument(call, 3)) + 1));
+    call.result(from < 0 ? 0 : qint64(findLastText(text, part, from, compareArgument(call, 3)) + 1));
 }
 
 void lowerCase(Call &call)
@@ -161,7 +159,7 @@ void replace(Call &call)
     QString result;
     qsizetype copied = 0;
     for (int done = 0; most < 0 || done < most; ++done) {
-        const qsizetype found = text.indexOf(find, copied, sensitivity);
+        const qsizetype found = findText(text, find, copied, sensitivity);
         if (found < 0)
             break;
         result += QStringView(text).mid(copied, found - copied);

@@ -171,13 +171,17 @@ RuleText fieldRuleText(const QString &rule, const FieldInfo &field)
 
 CompiledStatement compile(const SchemaView &schema, const QString &text)
 {
-    const ast::Statement statement = ast::Parser(text).parseStatement();
-    return StatementCompiler(schema, text).compile(statement);
+    return compile(schema, text, checkSyntax(text));
 }
 
-void checkSyntax(const QString &text)
+CompiledStatement compile(const SchemaView &schema, const QString &text, const SyntaxTree &tree)
 {
-    ast::Parser(text).parseStatement();
+    return StatementCompiler(schema, text).compile(*tree);
+}
+
+SyntaxTree checkSyntax(const QString &text)
+{
+    return std::make_shared<const ast::Statement>(ast::Parser(text).parseStatement());
 }
 
 std::optional<QString> ruleAsCheck(const QString &rule, const FieldInfo &field)
@@ -205,7 +209,10 @@ DefaultExpression defaultExpression(const QString &text, const FieldInfo &field)
     BindContext context(schema, text);
     context.forbidParameters();
     const bound::ExprPtr value = bound::bindDefault(context, text, field);
-    return {Generator(context).expression(*value), value->as<bound::Literal>() != nullptr};
+    const QString sql = Generator(context).expression(*value);
+    // A text with control characters is spelled as a conversion, which a DEFAULT clause does not take.
+    const bool constant = value->as<bound::Literal>() && !sql.startsWith(u"CAST"_s);
+    return {sql, constant};
 }
 
 QString quotedName(QStringView name)

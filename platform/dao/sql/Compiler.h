@@ -1,11 +1,21 @@
 #pragma once
 #include "Compiled.h"
 
+#include <memory>
+
 namespace dao::sql {
+
+namespace ast {
+struct Statement;
+}
+/// What the parser made of a text.
+using SyntaxTree = std::shared_ptr<const ast::Statement>;
 
 /// Compiles one statement of Access SQL: lexer, parser, binder, generator.
 /// Throws DaoException with the engine's number and a place in the text.
 CompiledStatement compile(const SchemaView &schema, const QString &text);
+/// The same for a text that was parsed before.
+CompiledStatement compile(const SchemaView &schema, const QString &text, const SyntaxTree &tree);
 
 /// A heading of a cross table: a row of CrosstabPlan::valuesSql.
 struct CrosstabHeading
@@ -17,7 +27,7 @@ struct CrosstabHeading
 SelectPlan withHeadings(const SelectPlan &plan, const QList<CrosstabHeading> &headings);
 
 /// Only lexer and parser: throws on a syntax error, never looks at the schema.
-void checkSyntax(const QString &text);
+SyntaxTree checkSyntax(const QString &text);
 
 /// A validation rule as a pure condition of the inner engine over one column, with only operators and functions that
 /// every SQLite tool has, so that it can stand in a CHECK constraint; empty optional when the rule needs more than that

@@ -91,7 +91,9 @@ Connection::~Connection()
 sqlite3 *Connection::open(const QByteArray &name, int flags)
 {
     sqlite3 *db = nullptr;
-    const int result = sqlite3_open_v2(name.constData(), &db, flags | SQLITE_OPEN_EXRESCODE, nullptr);
+    // There are no threads that a lock around every cell would keep apart.
+    const int result =
+        sqlite3_open_v2(name.constData(), &db, flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (result == SQLITE_OK)
         return db;
     EngineFailure failure;

@@ -1,5 +1,6 @@
 #pragma once
 #include "Statement.h"
+#include "TextPool.h"
 
 #include <dao/values/Progress.h>
 #include <dao/values/Schema.h>
@@ -114,6 +115,7 @@ private:
     bool m_transactionLost = false;
     Statement m_catalogVersion;
     Statement m_hold;
+    TextPool m_texts; ///< of the cells that are read
     bool m_holding = false;
     QObject m_context; ///< receives the call that ends a held read
 };

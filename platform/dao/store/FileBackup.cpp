@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QSaveFile>
 #include <sqlite3.h>
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int busyMilliseconds = 1000;
 constexpr int bytesAtOnce = 1 << 20;
+constexpr int looksEvery = 100; // milliseconds
 const QString sourceName = u"DAO.Database"_s;
 
 struct CloseDatabase
@@ -74,8 +76,10 @@ bool hasLog(sqlite3 *db)
     return log;
 }
 
-void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target)
+void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target, Progress *progress)
 {
+    QElapsedTimer sinceLook;
+    sinceLook.start();
     sqlite3_file *file = nullptr;
     int result = sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file);
     sqlite3_int64 size = 0;
@@ -83,6 +87,11 @@ void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target)
         result = file->pMethods->xFileSize(file, &size);
     QByteArray buffer(bytesAtOnce, Qt::Uninitialized);
     for (sqlite3_int64 offset = 0; result == SQLITE_OK && offset < size; offset += bytesAtOnce) {
+        if (progress && sinceLook.hasExpired(looksEvery)) {
+            if (progress->cancelled())
+                throw DaoCancelled();
+            sinceLook.restart();
+        }
         const int length = int(std::min<sqlite3_int64>(bytesAtOnce, size - offset));
         result = file->pMethods->xRead(file, buffer.data(), length, offset);
         if (result == SQLITE_OK && target.write(buffer.constData(), length) != length)
@@ -117,7 +126,7 @@ void replace(const QString &made, const QString &target)
 
 } // namespace
 
-void backUpFile(const QString &path, const QString &target)
+void backUpFile(const QString &path, const QString &target, Progress *progress)
 {
     const Handle db = openForReading(path);
     beginReading(db.get(), path);
@@ -136,7 +145,7 @@ void backUpFile(const QString &path, const QString &target)
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly))
         failWriting(file);
-    copyBytes(db.get(), path, file);
+    copyBytes(db.get(), path, file, progress);
     if (!file.commit())
         failWriting(file);
 }

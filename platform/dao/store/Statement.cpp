@@ -201,7 +201,7 @@ double Statement::real(int column) const
 QString Statement::text(int column) const
 {
     const auto *utf8 = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
-    return QString::fromUtf8(utf8, sqlite3_column_bytes(m_statement, column));
+    return m_connection->m_texts.text(utf8, sqlite3_column_bytes(m_statement, column));
 }
 
 QByteArray Statement::bytes(int column) const

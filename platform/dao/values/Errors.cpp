@@ -167,6 +167,13 @@ const QHash<int, QString> &texts()
     return map;
 }
 
+// A user's own text of megabytes is not repeated in a message.
+QString shownArgument(const QString &argument)
+{
+    constexpr qsizetype Longest = 1000;
+    return argument.size() <= Longest ? argument : QString(argument.first(Longest) + u"..."_s);
+}
+
 } // namespace
 
 QString errorText(int number, const QStringList &arguments)
@@ -177,7 +184,7 @@ QString errorText(int number, const QStringList &arguments)
     for (qsizetype i = 0; i < pattern.size(); ++i) {
         if (pattern[i] == u'%' && i + 1 < pattern.size() && pattern[i + 1].isDigit()) {
             const int index = pattern[i + 1].digitValue() - 1;
-            result += index < arguments.size()   ? arguments[index]
+            result += index < arguments.size()   ? shownArgument(arguments[index])
                       : texts().contains(number) ? QString()
                                                  : QString::number(number);
             ++i;

@@ -1,5 +1,6 @@
 #include "OleDate.h"
 
+#include <algorithm>
 #include <cmath>
 #include <QDate>
 #include <QDateTime>
@@ -28,6 +29,9 @@ struct Split
 
 Split split(double date)
 {
+    // What is far beyond the calendar, or no number, is no date; it must only not do harm.
+    constexpr double Farthest = 10 * LastDay;
+    date = std::isnan(date) ? 0 : std::clamp(date, -Farthest, Farthest);
     const double whole = std::trunc(date);
     Split result{int(whole), int(std::lround(std::fabs(date - whole) * SecondsOfDay))};
     if (result.seconds == SecondsOfDay) {

@@ -71,8 +71,8 @@ void FileExport::sortObjects(const format::Catalog &catalog)
                 remark(RemarkCode::DeletedObjects, entry.name);
             else if (!entry.isSystem())
                 sendTable(entry);
-            else if (!entry.name.startsWith(u"MSys", Qt::CaseInsensitive))
-                remark(RemarkCode::SystemTable, entry.name);
+            else
+                checkSystemTable(entry);
             break;
         case ObjectKind::OdbcTable:
         case ObjectKind::LinkedTable:
@@ -98,6 +98,26 @@ void FileExport::sortObjects(const format::Catalog &catalog)
     remarkObjects(catalog, ObjectKind::Report, RemarkCode::Reports);
     remarkObjects(catalog, ObjectKind::Macro, RemarkCode::Macros);
     remarkObjects(catalog, ObjectKind::Module, RemarkCode::Modules);
+}
+
+// The pages at the end of a file may be of tables that nobody asks for. That they are gone says all the same that the
+// file is not whole.
+void FileExport::checkSystemTable(const CatalogEntry &entry)
+{
+    if (!entry.name.startsWith(u"MSys", Qt::CaseInsensitive))
+        remark(RemarkCode::SystemTable, entry.name);
+    const auto tell = [&](const Damage &damage, int pages) {
+        if (damage.fault() == wire::Fault::PageBeyondEnd)
+            remark(RemarkCode::SystemPagesMissing, entry.name, damage, {}, pages);
+    };
+    try {
+        const format::TableDefinition table = format::readTableDefinition(m_pages, m_text, entry.definitionPage());
+        const format::OwnedPages owned = format::readOwnedPages(m_pages, table.ownedPages);
+        if (owned.firstFault)
+            tell(*owned.firstFault, owned.faults);
+    } catch (const Damage &damage) {
+        tell(damage, 1);
+    }
 }
 
 void FileExport::remarkObjects(const format::Catalog &catalog, ObjectKind kind, RemarkCode code)

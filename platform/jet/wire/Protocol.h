@@ -89,7 +89,8 @@ enum class RemarkCode : std::uint16_t {
     QueryDamaged,
     QueriesDamaged,
     PassThroughQuery,
-    CatalogIncomplete
+    CatalogIncomplete,
+    SystemPagesMissing
 };
 
 } // namespace jet::wire

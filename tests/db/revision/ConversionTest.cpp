@@ -130,7 +130,6 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(ConversionTest, EveryOldShapeAtOnce)
 {
-    GTEST_SKIP() << "work in progress: the conversion is not wired into the program yet";
     make(old::Everything);
     ASSERT_TRUE(convert());
     EXPECT_EQ(informations(), QStringList{u"Conversions:\n"
@@ -150,7 +149,9 @@ TEST_F(ConversionTest, EveryOldShapeAtOnce)
         (QStringList{u"Backing up \"%1\" to \"%2\" ..."_s.arg(path, folder.path(u"arvo/project._db"_s)),
                      u"Converting database ..."_s, u"Conversion complete."_s, u"Connected to \"project.mdb\"."_s}));
     EXPECT_EQ(connected, QStringList{path});
-    EXPECT_EQ(number(u"SELECT COUNT(*) FROM [report#]"_s), 12);
+    // The view leaves out what has no label: of the rows 1 to 4, the second and the fourth.
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM report"_s), 12);
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM [report#]"_s), 6);
     EXPECT_EQ(number(u"SELECT COUNT(*) FROM plan_entry"_s), 6);
 }
 

@@ -1,9 +1,11 @@
 #include "RevisionFixture.h"
 
+#include <chrono>
 #include <csignal>
 #include <QDir>
 #include <QFile>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -47,14 +49,7 @@ protected:
     /// True when the child was killed, false when it came to its end.
     bool connectAndDie(int calls)
     {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            Killer killer(calls);
-            db::DatabaseSession doomed(killer);
-            db::connectProjectDatabase(doomed, path, {&project, nullptr, &killer, nullptr});
-            doomed.close();
-            ::_exit(0);
-        }
+        const pid_t child = startChild(calls);
         int status = 0;
         EXPECT_EQ(::waitpid(child, &status, 0), child);
         return WIFSIGNALED(status);
@@ -66,25 +61,67 @@ protected:
         bool sawOld = false;
         for (;; ++kills) {
             SCOPED_TRACE(kills);
-            for (const QString &name : folder.names(u"arvo"_s))
-                QFile::remove(folder.path(u"arvo/"_s + name));
-            folder.write(u"arvo/project.mdb"_s, before);
+            putBack(before);
             if (!connectAndDie(kills))
                 break;
-            const bool isOld = isOldFile(before);
-            sawOld = sawOld || isOld;
-            if (!isOld) {
-                EXPECT_EQ(folder.read(u"arvo/project._db"_s), before);
-            }
-            EXPECT_TRUE(connect({Answer::Yes})) << "what is there can be connected";
-            EXPECT_EQ(errors(), QStringList());
-            session.close();
+            sawOld = checkWhatIsLeft(before) || sawOld;
         }
         EXPECT_TRUE(sawOld);
         EXPECT_GE(kills, leastKills);
     }
 
+    /// Kills the child after ever longer times, until it comes to its end before that.
+    void killAtAnyTime(const QByteArray &before)
+    {
+        using namespace std::chrono;
+        int kills = 0;
+        for (microseconds wait = 2ms;; wait = wait * 5 / 4) {
+            SCOPED_TRACE(wait.count());
+            putBack(before);
+            const pid_t child = startChild(-1);
+            std::this_thread::sleep_for(wait);
+            ::kill(child, SIGKILL);
+            int status = 0;
+            EXPECT_EQ(::waitpid(child, &status, 0), child);
+            if (!WIFSIGNALED(status))
+                break;
+            ++kills;
+            checkWhatIsLeft(before);
+        }
+        EXPECT_GE(kills, 8);
+    }
+
 private:
+    void putBack(const QByteArray &before)
+    {
+        for (const QString &name : folder.names(u"arvo"_s))
+            QFile::remove(folder.path(u"arvo/"_s + name));
+        folder.write(u"arvo/project.mdb"_s, before);
+    }
+    pid_t startChild(int calls)
+    {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            Killer killer(calls);
+            db::DatabaseSession doomed(killer);
+            db::connectDatabase(doomed, path, {&project, nullptr, &killer});
+            doomed.close();
+            ::_exit(0);
+        }
+        return child;
+    }
+    /// True when it is the old file.
+    bool checkWhatIsLeft(const QByteArray &before)
+    {
+        const bool isOld = isOldFile(before);
+        if (!isOld) {
+            EXPECT_EQ(folder.read(u"arvo/project._db"_s), before);
+        }
+        EXPECT_TRUE(connect({Answer::Yes})) << "what is there can be connected";
+        EXPECT_EQ(errors(), QStringList());
+        session.close();
+        return isOld;
+    }
     bool isOldFile(const QByteArray &before)
     {
         if (bytes() == before)
@@ -107,9 +144,16 @@ TEST_F(KillTest, OwnFormat)
     killAtEveryCall(bytes(), 10);
 }
 
+TEST_F(KillTest, OwnFormatAtAnyTime)
+{
+    old::Sizes sizes;
+    sizes.report = 5000;
+    make(old::Everything, sizes);
+    killAtAnyTime(bytes());
+}
+
 TEST_F(KillTest, JetFile)
 {
-    GTEST_SKIP() << "work in progress: the conversion is not wired into the program yet";
     const QString samples = qEnvironmentVariable("ARVO_TESTDATA");
     if (samples.isEmpty())
         GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";

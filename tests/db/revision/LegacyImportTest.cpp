@@ -144,6 +144,7 @@ TEST_F(LegacyImportTest, AnEntryThatFailsUndoesTheWholeImport)
     const QByteArray before = bytes();
     ASSERT_TRUE(connect());
     EXPECT_EQ(errors(), QStringList{u"1021 Could not upload report entry."_s}) << "the same number twice";
+    EXPECT_TRUE(prompts.texts(Entry::Kind::Error).first().endsWith(u"\nRecord 7 of EXAMDATA."_s)) << "and says which";
     EXPECT_FALSE(database().hasTable(u"report"));
     session.close();
     EXPECT_EQ(bytes(), before);

@@ -49,7 +49,7 @@ bool RevisionTest::connectTo(const QString &file, std::initializer_list<Answer> 
 {
     prompts.clear();
     prompts.answerWith(answers);
-    return db::connectProjectDatabase(session, file, {&project, this, progress, nullptr});
+    return db::connectDatabase(session, file, {&project, this, progress});
 }
 
 QStringList RevisionTest::fields(const QString &table)

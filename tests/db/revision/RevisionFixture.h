@@ -3,7 +3,7 @@
 
 #include <brannock/Project.h>
 #include <db/DatabaseSession.h>
-#include <db/revision/ConnectProject.h>
+#include <db/revision/ConnectDatabase.h>
 #include <gtest/gtest.h>
 #include <support/Printers.h>
 #include <support/TemporaryFolder.h>

@@ -5,6 +5,8 @@
 #include <QBuffer>
 #include <QFile>
 #include <QImageReader>
+#include <QPainter>
+#include <QSvgGenerator>
 #include <QTemporaryDir>
 #include <tarnwick/Error.h>
 #include <tarnwick/FileWriter.h>
@@ -100,6 +102,62 @@ TEST(MapPicture, showsTubesAndLegendInTheirColours)
     EXPECT_EQ(image.pixelColor(2, 2), QColor(Qt::white));
 }
 
+TEST(MapPicture, titleSubtitleAndSignaturesFindTheirPlaces)
+{
+    const MapScene scene(sample::block(4, 4));
+    const QRectF page(0, 0, 1100, 850);
+    PictureContent what = content(2);
+    what.subtitle = u"below"_s;
+    what.signatures = u"Prepared by A"_s;
+    const MapPicture::Layout at = MapPicture(scene, what).layout(page, 100);
+    EXPECT_TRUE(at.title.contains(at.subtitle));
+    EXPECT_GT(at.subtitle.top(), at.title.top());
+    EXPECT_EQ(at.titleScale, 1);
+    EXPECT_NEAR(at.signatures.top(), at.footer.top(), 0.01);
+    EXPECT_NEAR(at.footer.right(), at.signatures.left(), 0.01);
+    EXPECT_NEAR(at.signatures.right(), 1050, 0.01);
+
+    // Long texts: smaller letters in place of cut ones, and a line of its own in the footer.
+    what.title = QStringList(14, u"a line"_s).join(u'\n');
+    what.titleFont.setPointSize(20);
+    what.signatures = QString(300, u'x');
+    const MapPicture::Layout tight = MapPicture(scene, what).layout(page, 100);
+    EXPECT_LT(tight.titleScale, 1);
+    EXPECT_LE(tight.title.height(), 850 * 0.3);
+    EXPECT_LT(tight.signatures.bottom(), tight.footer.top() + 0.01);
+    EXPECT_FALSE(tight.map.intersects(tight.signatures));
+    what.title.clear();
+    what.subtitle = u"alone"_s;
+    EXPECT_EQ(MapPicture(scene, what).layout(page, 100).subtitle, MapPicture(scene, what).layout(page, 100).title);
+}
+
+TEST(MapPicture, aLegendThatFindsNoRoomGoesOnOnFurtherPages)
+{
+    const MapScene scene(sample::block(4, 4));
+    const QSizeF inches(11, 8.5);
+    EXPECT_EQ(MapPicture(scene, content(8)).furtherPages(QRectF(QPointF(0, 0), inches * 100), 100), 0);
+    const MapPicture many(scene, content(200));
+    const int further = many.furtherPages(QRectF(QPointF(0, 0), inches * 100), 100);
+    EXPECT_GE(further, 3);
+    // Every entry is there once, whatever page it is on.
+    QString all;
+    for (int number = -1; number < further; ++number) {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        QSvgGenerator generator;
+        generator.setOutputDevice(&buffer);
+        QPainter painter(&generator);
+        if (number < 0)
+            many.paint(painter, QRectF(QPointF(0, 0), inches * 100), 100);
+        else
+            many.paintFurther(painter, QRectF(QPointF(0, 0), inches * 100), 100, number);
+        painter.end();
+        all += QString::fromUtf8(buffer.data());
+    }
+    for (int i = 0; i < 200; ++i)
+        EXPECT_EQ(all.count(u">Entry number %1 "_s.arg(i)), 1) << i;
+}
+
 TEST(MapPicture, modelLineCountsInGroups)
 {
     ellery::SteamGen steamGen = sample::uBend();
@@ -129,7 +187,7 @@ TEST(MapPicture, writesEveryFormAndLeavesOldFilesOnFailure)
     EXPECT_TRUE(svg.contains("DESCRIPTION") && svg.contains("<circle"));
 
     EXPECT_THROW(picture.save(folder.filePath(u"e.gif"_s)), tarnwick::FileError);
-    EXPECT_THROW(picture.save(folder.filePath(u"a.png"_s), QSizeF(9000, 9000), 600), tarnwick::FileError);
+    EXPECT_THROW(picture.save(folder.filePath(u"a.png"_s), QSizeF(9000, 9000), 600), PictureError);
     tarnwick::failWritesAfter(10);
     EXPECT_THROW(picture.save(folder.filePath(u"a.png"_s)), tarnwick::FileError);
     tarnwick::failWritesAfter(-1);

@@ -14,6 +14,7 @@ constexpr int kPatience = 20; // seconds; a reading of these files takes a fract
 struct Outcome
 {
     bool failed = false;
+    bool lost = false;
     bool remarked = false; ///< lost or suspect
     QHash<QString, qint64> rows;
     QSet<QString> queries;
@@ -60,7 +61,8 @@ Outcome readOutcome(const QString &path)
         EXPECT_NE(error.reason(), JetError::Reason::ReaderFailed) << error.what();
         EXPECT_NE(error.reason(), JetError::Reason::ReaderStuck) << error.what();
     }
-    outcome.remarked = reader.hasRemark(Remark::Kind::Lost) || reader.hasRemark(Remark::Kind::Suspect);
+    outcome.lost = reader.hasRemark(Remark::Kind::Lost);
+    outcome.remarked = outcome.lost || reader.hasRemark(Remark::Kind::Suspect);
     return outcome;
 }
 
@@ -126,6 +128,12 @@ TEST_P(DamagedFile, CutShort)
         const Outcome outcome = readDamaged(m_healthy.left(length));
         EXPECT_TRUE(length % GetParam().pageSize == 0 || outcome.failed) << length;
         EXPECT_TRUE(isTold(outcome, m_expected)) << "cut to " << length;
+        EXPECT_TRUE(length > m_healthy.size() / 2 || outcome.failed || outcome.lost) << "cut to " << length;
+    }
+    // The last pages, one by one, whatever stands on them.
+    for (int pages = 1; pages <= 6; ++pages) {
+        const Outcome outcome = readDamaged(m_healthy.left(m_healthy.size() - pages * GetParam().pageSize));
+        EXPECT_TRUE(isTold(outcome, m_expected)) << pages << " pages";
     }
 }
 

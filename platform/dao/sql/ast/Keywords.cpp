@@ -1,5 +1,6 @@
 #include "Keywords.h"
 
+#include <array>
 #include <QHash>
 
 namespace dao::sql::ast {
@@ -166,6 +167,30 @@ constexpr TypeWord typeWords[] = {
 
 constexpr qsizetype LongestWord = 16;
 
+constexpr char16_t upper(char16_t c)
+{
+    return c >= u'a' && c <= u'z' ? char16_t(c - u'a' + u'A') : c;
+}
+
+/// For each letter the first of the words that begin with it; they are in order.
+std::array<const Word *, 26> firstWords()
+{
+    std::array<const Word *, 26> firsts;
+    firsts.fill(std::end(words));
+    for (const Word *word = std::end(words); word-- != std::begin(words);)
+        firsts[*word->text - u'A'] = word;
+    return firsts;
+}
+
+bool isSameWord(QStringView word, const char16_t *keyword)
+{
+    for (const QChar c : word) {
+        if (upper(c.unicode()) != *keyword++)
+            return false;
+    }
+    return *keyword == 0;
+}
+
 template <typename Result, typename Table>
 QHash<QString, Result> hashOf(const Table &table, Result (*pick)(const decltype(table[0]) &))
 {
@@ -177,12 +202,20 @@ QHash<QString, Result> hashOf(const Table &table, Result (*pick)(const decltype(
 
 } // namespace
 
+// Asked for every word of every text: looks only at the words with the same initial, and makes nothing.
 Keyword keywordOf(QStringView word)
 {
-    static const auto hash = hashOf<Keyword>(words, [](const Word &entry) { return entry.keyword; });
-    if (word.size() > LongestWord)
+    static const auto firsts = firstWords();
+    if (word.isEmpty() || word.size() > LongestWord)
         return Keyword::None;
-    return hash.value(word.toString().toUpper(), Keyword::None);
+    const char16_t initial = upper(word.front().unicode());
+    if (initial < u'A' || initial > u'Z')
+        return Keyword::None;
+    for (const Word *entry = firsts[initial - u'A']; entry != std::end(words) && *entry->text == initial; ++entry) {
+        if (isSameWord(word, entry->text))
+            return entry->keyword;
+    }
+    return Keyword::None;
 }
 
 std::optional<TypeName> typeNameOf(QStringView word)

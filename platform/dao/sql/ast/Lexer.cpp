@@ -1,5 +1,6 @@
 #include "Token.h"
 
+#include <algorithm>
 #include <cmath>
 #include <dao/values/OleDate.h>
 
@@ -61,9 +62,10 @@ public:
                              token.kind == Token::Kind::Text || token.kind == Token::Kind::Date ||
                              token.is(Symbol::RightParen);
             m_afterDot = token.is(Symbol::Dot) || token.is(Symbol::Bang);
-            m_tokens.append(token);
-            if (token.kind == Token::Kind::End)
-                return m_tokens;
+            const bool ends = token.kind == Token::Kind::End;
+            m_tokens.append(std::move(token));
+            if (ends)
+                return std::move(m_tokens);
         }
     }
 
@@ -248,6 +250,11 @@ private:
 QList<Token> tokenize(QStringView text)
 {
     return Lexer(text).run();
+}
+
+bool isPlainName(QStringView text)
+{
+    return !text.isEmpty() && startsWord(text.front()) && std::all_of(text.begin(), text.end(), continuesWord);
 }
 
 } // namespace dao::sql::ast

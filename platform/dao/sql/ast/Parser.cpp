@@ -9,6 +9,10 @@ namespace {
 constexpr int MaxTreeDepth = 480;
 constexpr int MaxNesting = 150;
 
+// A list of all tubes of a large steam generator is a tenth of it.
+constexpr qsizetype LongestText = 4000000;
+constexpr qsizetype MostTokens = 1500000;
+
 const QString errorSource = u"DAO.Database"_s;
 
 } // namespace
@@ -23,8 +27,10 @@ Parser::DepthGuard::DepthGuard(Parser &parser)
 
 Parser::Parser(const QString &text)
     : m_text(text)
-    , m_tokens(tokenize(m_text))
+    , m_tokens(tokenize(QStringView(m_text).first(std::min(m_text.size(), LongestText + 1))))
 {
+    if (m_text.size() > LongestText || m_tokens.size() > MostTokens)
+        fail(error::TooComplex);
 }
 
 Parser::Parser(const QString &text, QList<Token> tokens, int depth)
@@ -98,10 +104,15 @@ void Parser::expectEnd()
 Token Parser::take()
 {
     const Token token = current();
-    if (token.kind != Token::Kind::End)
+    pass();
+    return token;
+}
+
+void Parser::pass()
+{
+    if (current().kind != Token::Kind::End)
         ++m_at;
     checkCurrent();
-    return token;
 }
 
 void Parser::checkCurrent() const
@@ -114,7 +125,7 @@ bool Parser::accept(Keyword keyword)
 {
     if (!at(keyword))
         return false;
-    take();
+    pass();
     return true;
 }
 
@@ -122,7 +133,7 @@ bool Parser::accept(Symbol symbol)
 {
     if (!at(symbol))
         return false;
-    take();
+    pass();
     return true;
 }
 
@@ -142,8 +153,16 @@ NameAt Parser::expectName(int error)
 {
     if (!current().isName())
         fail(error);
-    const Token token = take();
+    const Token token = takeName();
     return {token.text, token.range};
+}
+
+Token Parser::takeName()
+{
+    const Token token = current();
+    if (token.text.isEmpty())
+        fail(error::InvalidBracketing, {textOf(token.range)});
+    return take();
 }
 
 std::vector<NameAt> Parser::nameList(int error)
@@ -255,10 +274,11 @@ int Parser::depthOf(const std::vector<ExprPtr> &children) const
     return depth;
 }
 
-void Parser::checkDepth(const Expr &expr) const
+void Parser::limitDepth(int depth, Range range)
 {
-    if (expr.depth > MaxTreeDepth)
-        failAt(expr.range, error::TooComplex);
+    m_deepest = std::max(m_deepest, depth);
+    if (depth > MaxTreeDepth)
+        failAt(range, error::TooComplex);
 }
 
 } // namespace dao::sql::ast

@@ -30,6 +30,7 @@ private:
     const Token &current() const { return m_tokens[m_at]; }
     const Token &ahead(qsizetype count = 1) const { return m_tokens[std::min(m_at + count, m_tokens.size() - 1)]; }
     Token take();
+    void pass();
     bool at(Keyword keyword) const { return current().is(keyword); }
     bool at(Symbol symbol) const { return current().is(symbol); }
     bool accept(Keyword keyword);
@@ -37,6 +38,7 @@ private:
     void expect(Keyword keyword, int error);
     void expect(Symbol symbol, int error);
     NameAt expectName(int error);
+    Token takeName();
     std::vector<NameAt> nameList(int error);
     Range since(const Token &first) const;
     QString textOf(Range range) const;
@@ -48,9 +50,9 @@ private:
     void checkCurrent() const;
     void expectEnd();
     template <typename Node>
-    ExprPtr make(Range range, Node node) const;
+    ExprPtr make(Range range, Node node);
     int depthOf(const std::vector<ExprPtr> &children) const;
-    void checkDepth(const Expr &expr) const;
+    void limitDepth(int depth, Range range);
 
     // ParserExpression.cpp
     ExprPtr parseClauseExpression();
@@ -74,12 +76,13 @@ private:
     ExprPtr parseParenthesis();
     QueryPtr parseSubquery();
     std::vector<ExprPtr> parseExpressionList();
-    ExprPtr withImpliedField(ExprPtr expr) const;
+    ExprPtr withImpliedField(ExprPtr expr);
     bool atCriterionOperator() const;
 
     // ParserQuery.cpp
     QueryPtr parseQuery();
     QueryPart parseQueryPart();
+    void refuseInto(const Query &query) const;
     std::unique_ptr<Select> parseSelect();
     void parsePredicates(Select &select);
     void parseTop(Select &select);
@@ -94,6 +97,7 @@ private:
     TableRefPtr parseBracketedQuery();
     TableRefPtr parseParenthesisedTable();
     void parseTableAlias(TableRef &table);
+    TableRefPtr makeTable(Range range, DerivedTable node);
     bool atJoin() const;
     JoinKind parseJoinKind();
     Transform parseTransform();
@@ -128,7 +132,8 @@ private:
     qsizetype m_at = 0;
     qsizetype m_expressionStart = -1;
     int m_depth = 0;
-    int m_open = 0; ///< parentheses around queries and joins
+    int m_deepest = 0; ///< of the trees made for the query at hand
+    int m_open = 0;    ///< parentheses around queries and joins
     bool m_criterion = false;
 };
 
@@ -165,7 +170,7 @@ private:
 };
 
 template <typename Node>
-ExprPtr Parser::make(Range range, Node node) const
+ExprPtr Parser::make(Range range, Node node)
 {
     auto expr = std::make_unique<Expr>();
     expr->range = range;
@@ -181,8 +186,10 @@ ExprPtr Parser::make(Range range, Node node) const
         expr->depth = std::max(expr->depth, depthOf(node.arguments) + 1);
     if constexpr (requires { node.items; })
         expr->depth = std::max(expr->depth, depthOf(node.items) + 1);
+    if constexpr (requires { node.query; })
+        expr->depth = std::max(expr->depth, node.query->depth + 1);
     expr->node = std::move(node);
-    checkDepth(*expr);
+    limitDepth(expr->depth, expr->range);
     return expr;
 }
 

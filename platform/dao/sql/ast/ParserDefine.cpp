@@ -272,10 +272,8 @@ CreateQuery Parser::parseCreateQuery()
     }
     expect(Keyword::As, error::SyntaxInCreateTable);
     const Token first = current();
-    Parser body(m_text, m_tokens.sliced(m_at), m_depth);
-    body.parseStatement();
-    while (current().kind != Token::Kind::End)
-        take();
+    const DepthGuard guard(*this);
+    parseStatement();
     create.sql = textOf(since(first));
     if (!parameters.isEmpty())
         create.sql.prepend(u"PARAMETERS "_s + parameters.join(u", ") + u";\n"_s);

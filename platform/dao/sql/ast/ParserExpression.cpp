@@ -352,7 +352,9 @@ ExprPtr Parser::parseWord()
         QueryPtr query = parseSubquery();
         return make(since(token), Exists{std::move(query)});
     }
-    if (endsExpression(token.keyword))
+    const bool wantsQuery =
+        token.is(Keyword::Exists) || token.is(Keyword::All) || token.is(Keyword::Any) || token.is(Keyword::Some);
+    if (endsExpression(token.keyword) || (wantsQuery && ahead().is(Keyword::Select)))
         failExpression(missingOperator);
     return parseName();
 }
@@ -365,18 +367,16 @@ ExprPtr Parser::parseName()
     Name name;
     name.parts.append(first.text);
     name.text = first.text;
-    take();
+    takeName();
     while ((at(Symbol::Dot) || at(Symbol::Bang)) && ahead().isName()) {
         name.text += at(Symbol::Dot) ? u'.' : u'!';
         take();
         name.parts.append(current().text);
         name.text += current().text;
-        take();
+        takeName();
     }
     if (at(Symbol::Dot) || at(Symbol::Bang) || (at(Symbol::LeftParen) && name.parts.size() > 1))
         failExpression(u"Invalid use of '.', '!', or '()'."_s);
-    if (name.text.isEmpty())
-        failAt(first.range, error::InvalidBracketing, {u"[]"_s});
     return make(since(first), std::move(name));
 }
 
@@ -423,11 +423,12 @@ QueryPtr Parser::parseSubquery()
     --m_open;
     if (!accept(Symbol::RightParen))
         failExpression(missingParenthesis);
+    refuseInto(*query);
     return query;
 }
 
 // A bare operand of a rule means equality with the field.
-ExprPtr Parser::withImpliedField(ExprPtr expr) const
+ExprPtr Parser::withImpliedField(ExprPtr expr)
 {
     if (auto *chain = std::get_if<Chain>(&expr->node)) {
         for (ExprPtr &term : chain->terms)

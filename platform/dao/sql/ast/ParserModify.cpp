@@ -72,6 +72,7 @@ Insert Parser::parseInsert()
         expect(Symbol::RightParen, error::SyntaxInInsert);
     } else if (at(Keyword::Select) || at(Symbol::LeftParen) || at(Keyword::Table)) {
         insert.query = parseQuery();
+        refuseInto(*insert.query);
     } else {
         fail(error::SyntaxInInsert);
     }

@@ -9,6 +9,7 @@ QueryPtr Parser::parseQuery()
 {
     const DepthGuard guard(*this);
     const Token first = current();
+    const int deepestOutside = std::exchange(m_deepest, 0);
     auto query = std::make_unique<Query>();
     query->parts.push_back(parseQueryPart());
     while (accept(Keyword::Union)) {
@@ -23,8 +24,22 @@ QueryPtr Parser::parseQuery()
         query->orderBy = parseOrderBy();
         parseOwnerAccess();
     }
+    if (query->isUnion())
+        refuseInto(*query);
     query->range = since(first);
+    query->depth = m_deepest + 1;
+    m_deepest = deepestOutside;
+    limitDepth(query->depth, query->range);
     return query;
+}
+
+// Only a lone select at the outside can make a table.
+void Parser::refuseInto(const Query &query) const
+{
+    for (const QueryPart &part : query.parts) {
+        if (part.select && part.select->into)
+            failAt(part.select->into->range, error::SyntaxInSelect);
+    }
 }
 
 QueryPart Parser::parseQueryPart()
@@ -113,7 +128,7 @@ SelectItem Parser::parseSelectItem(int error)
     }
     if (first.isName() && ahead().is(Symbol::Dot) && ahead(2).is(Symbol::Star)) {
         item.starQualifier = first.text;
-        take();
+        takeName();
         take();
         take();
         item.range = since(first);
@@ -217,8 +232,10 @@ TableRefPtr Parser::parseJoins()
         expect(Keyword::On, error::SyntaxInJoin);
         join.on = parseClauseExpression();
         left = std::make_unique<TableRef>();
+        left->depth = std::max(join.left->depth, join.right->depth) + 1;
         left->node = std::move(join);
         left->range = since(first);
+        limitDepth(left->depth, left->range);
     }
     if (at(Keyword::Join))
         fail(error::SyntaxInFrom);
@@ -238,7 +255,7 @@ TableRefPtr Parser::parseTable()
     if (isOldDerived)
         return parseBracketedQuery();
     auto table = std::make_unique<TableRef>();
-    take();
+    takeName();
     table->node = NamedTable{first.text};
     table->range = since(first);
     parseTableAlias(*table);
@@ -256,11 +273,8 @@ TableRefPtr Parser::parseParenthesisedTable()
         expect(Symbol::RightParen, error::SyntaxInFrom);
         return inner;
     }
-    auto table = std::make_unique<TableRef>();
-    table->node = DerivedTable{parseSubquery()};
-    table->range = since(open);
-    parseTableAlias(*table);
-    return table;
+    QueryPtr query = parseSubquery();
+    return makeTable(since(open), {std::move(query)});
 }
 
 // [SELECT ...]. AS alias: the older spelling of a derived table. Its text is cut into tokens anew, in place.
@@ -276,11 +290,20 @@ TableRefPtr Parser::parseBracketedQuery()
     for (Token &token : tokens)
         token.range.start += offset;
     Parser inner(m_text, std::move(tokens), m_depth);
-    auto table = std::make_unique<TableRef>();
     inner.checkCurrent();
-    table->node = DerivedTable{inner.parseQuery()};
+    QueryPtr query = inner.parseQuery();
     inner.expectEnd();
-    table->range = first.range;
+    return makeTable(first.range, {std::move(query)});
+}
+
+TableRefPtr Parser::makeTable(Range range, DerivedTable node)
+{
+    auto table = std::make_unique<TableRef>();
+    table->range = range;
+    refuseInto(*node.query);
+    table->depth = node.query->depth + 1;
+    table->node = std::move(node);
+    limitDepth(table->depth, range);
     parseTableAlias(*table);
     return table;
 }
@@ -291,7 +314,7 @@ void Parser::parseTableAlias(TableRef &table)
         table.alias = expectName(error::SyntaxInFrom).name;
     else if (current().kind == Token::Kind::Quoted ||
              (current().kind == Token::Kind::Word && !endsTableName(current().keyword)))
-        table.alias = take().text;
+        table.alias = takeName().text;
 }
 
 Transform Parser::parseTransform()

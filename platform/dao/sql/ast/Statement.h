@@ -53,6 +53,7 @@ struct Join
 struct TableRef
 {
     Range range;
+    int depth = 1; ///< of the joins and queries in it
     QString alias; ///< empty when there is none
     std::variant<NamedTable, DerivedTable, Join> node;
 };
@@ -91,6 +92,7 @@ struct QueryPart
 struct Query
 {
     Range range;
+    int depth = 1; ///< of all that is in it: expressions, joins, further queries
     std::vector<QueryPart> parts;
     std::vector<OrderItem> orderBy; ///< of a union; a single select has its own
 

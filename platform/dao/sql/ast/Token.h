@@ -64,4 +64,7 @@ struct Token
 /// the last token is End.
 QList<Token> tokenize(QStringView text);
 
+/// True for a text that is one bare word, be it a keyword or not.
+bool isPlainName(QStringView text);
+
 } // namespace dao::sql::ast

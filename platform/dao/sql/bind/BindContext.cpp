@@ -19,6 +19,13 @@ constexpr int MaxDepth = 900;
 // An alias that uses another twice, which uses another twice ... doubles with each step.
 constexpr qint64 MaxSize = 1000000;
 
+// Each level of binding takes some kilobytes of the stack.
+constexpr int MaxLevel = 800;
+
+// What the inner engine can bind, less some for keys.
+constexpr size_t MaxParameters = 32000;
+constexpr size_t MostSuggestions = 50;
+
 QString keyOf(const QString &name)
 {
     return name.toLower();
@@ -43,9 +50,26 @@ void BindContext::limitDepth(Expr &expr) const
         depth = std::max(depth, child->depth);
         expr.size += child->size;
     });
+    if (const Query *query = subqueryOf(expr)) {
+        depth = std::max(depth, query->depth);
+        expr.size += query->size;
+    }
     expr.depth = depth + 1;
-    if (expr.depth > MaxDepth || expr.size > MaxSize)
-        fail(error::TooComplex, expr.range);
+    limit(expr.depth, expr.size, expr.range);
+}
+
+void BindContext::limit(int depth, qint64 size, Range where) const
+{
+    if (depth > MaxDepth || size > MaxSize)
+        fail(error::TooComplex, where);
+}
+
+BindContext::Level::Level(BindContext &context, Range where)
+    : m_context(context)
+{
+    if (context.m_level >= MaxLevel)
+        context.fail(error::TooComplex, where);
+    ++context.m_level;
 }
 
 void BindContext::declare(const ast::ParameterDeclaration &declaration)
@@ -63,10 +87,17 @@ int BindContext::parameter(const QString &name, Range where, const QString &sugg
         return *found;
     if (m_parametersForbidden)
         fail(error::UnknownName, where, {name});
+    if (m_parameters.size() >= MaxParameters)
+        fail(error::TooComplex, where);
     const int id = int(m_parameters.size());
     m_parameters.push_back({name, DataType::Unknown, false, placeOf(where), suggestion});
     m_parameterIds.insert(keyOf(name), id);
     return id;
+}
+
+bool BindContext::wantsSuggestion(const QString &name) const
+{
+    return m_parameters.size() < MostSuggestions && !m_parameterIds.contains(keyOf(name));
 }
 
 void BindContext::noteUse(int id, DataType type)

@@ -32,6 +32,9 @@ public:
 
     std::unique_ptr<Source> newSource(const QString &name, Range where);
 
+    /// Error 3360 when trees become too deep, or a text too long, for the inner engine.
+    void limit(int depth, qint64 size, Range where) const;
+
     /// A node over bound children; error 3360 when the tree becomes too deep.
     template <typename Node>
     ExprPtr make(Range range, DataType type, Node node, bool firm = false)
@@ -49,6 +52,8 @@ public:
     void declare(const ast::ParameterDeclaration &declaration);
     /// The parameter of that name, made when it is new.
     int parameter(const QString &name, Range where, const QString &suggestion = {});
+    /// True where a name that is new deserves a look for what is meant.
+    bool wantsSuggestion(const QString &name) const;
     void noteUse(int id, DataType type);
     const BoundParameter &parameterAt(int id) const { return m_parameters[size_t(id)]; }
     /// Declared ones first, then by their first appearance in the text; the type of one without any context is Text.
@@ -76,6 +81,19 @@ public:
         std::optional<Range> m_outerPlace;
     };
 
+    /// A level of recursion while binding, as long as it lives: stored queries within each other add up.
+    class Level
+    {
+    public:
+        Level(BindContext &context, Range where);
+        ~Level() { --m_context.m_level; }
+        Level(const Level &) = delete;
+        Level &operator=(const Level &) = delete;
+
+    private:
+        BindContext &m_context;
+    };
+
     /// The text being bound, and the same as an exception of another stage: keeps number and text, moves the place.
     const QString &text() const { return m_text; }
     [[noreturn]] void rethrow(const DaoException &exception) const;
@@ -94,6 +112,7 @@ private:
     std::vector<BoundParameter> m_parameters;
     QHash<QString, int> m_parameterIds;
     int m_sources = 0;
+    int m_level = 0;
     bool m_parametersForbidden = false;
 };
 

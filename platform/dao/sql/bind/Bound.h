@@ -284,6 +284,8 @@ struct QueryPart
 
 struct Query
 {
+    int depth = 1;   ///< of all that is in it, queries in FROM included
+    qint64 size = 1; ///< likewise
     std::vector<QueryPart> parts;
     std::vector<OrderKey> order;       ///< of a union: output columns only
     std::vector<OutputColumn> columns; ///< of a union: the merged ones, without expressions

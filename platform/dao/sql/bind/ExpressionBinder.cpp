@@ -4,6 +4,8 @@
 #include "QueryBinder.h"
 #include "Types.h"
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::bound {
@@ -46,6 +48,7 @@ ExprPtr ExpressionBinder::bindFor(const ast::Expr &expr, const FieldInfo &field)
 
 ExprPtr ExpressionBinder::bindAny(const ast::Expr &expr)
 {
+    const BindContext::Level level(m_context, expr.range);
     return std::visit([&](const auto &node) { return bindNode(node, expr); }, expr.node);
 }
 
@@ -62,7 +65,8 @@ ExprPtr ExpressionBinder::bindNode(const ast::Name &node, const ast::Expr &expr)
         named->range = expr.range;
         return named;
     }
-    const int id = m_context.parameter(node.text, expr.range, suggestionFor(node.parts.constLast()));
+    const QString suggestion = m_context.wantsSuggestion(node.text) ? suggestionFor(node.parts.constLast()) : QString();
+    const int id = m_context.parameter(node.text, expr.range, suggestion);
     const BoundParameter &parameter = m_context.parameterAt(id);
     // A declared parameter of a type counts like a column of it.
     return m_context.make(expr.range, parameter.declared ? parameter.type : DataType::Unknown, ParameterRef{id});
@@ -126,9 +130,13 @@ ExprPtr ExpressionBinder::bindNode(const ast::Unary &node, const ast::Expr &expr
     ExprPtr operand = asNumber(bindAny(*node.operand));
     if (node.op == ast::UnaryOp::Plus)
         return operand;
-    if (const Literal *literal = operand->as<Literal>(); literal && operand->type == DataType::Long)
-        return m_context.make(expr.range, DataType::Long, Literal{Value::fromLong(qint32(-literal->value.integer()))},
+    // The smallest Long has no counterpart among them.
+    const Literal *whole = operand->as<Literal>();
+    if (whole && operand->type == DataType::Long && whole->value.integer() > std::numeric_limits<qint32>::min())
+        return m_context.make(expr.range, DataType::Long, Literal{Value::fromLong(qint32(-whole->value.integer()))},
                               true);
+    if (whole && operand->type == DataType::Long)
+        return m_context.make(expr.range, DataType::Double, Literal{Value::fromDouble(-whole->value.real())}, true);
     if (const Literal *literal = operand->as<Literal>(); literal && operand->type == DataType::Double)
         return m_context.make(expr.range, DataType::Double, Literal{Value::fromDouble(-literal->value.real())}, true);
     const DataType type = operand->type == DataType::Boolean ? DataType::Integer : operand->type;

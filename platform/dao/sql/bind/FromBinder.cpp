@@ -43,6 +43,7 @@ void SelectBinder::bindFrom(const std::vector<ast::TableRefPtr> &from)
 
 std::shared_ptr<From> SelectBinder::bindTable(const ast::TableRef &table, bool nullable)
 {
+    const BindContext::Level level(m_context, table.range);
     return std::visit([&](const auto &node) { return bindNode(node, table, nullable); }, table.node);
 }
 
@@ -93,9 +94,15 @@ std::shared_ptr<From> SelectBinder::addBaseTable(const TableInfo &info, const QS
     source->nullable = nullable;
     ScopeSource scoped{name, {}};
     scoped.columns.reserve(size_t(info.fields.size()));
-    for (int i = 0; i < info.fields.size(); ++i)
-        scoped.columns.push_back(
-            {info.fields[i].name, m_context.make({}, info.fields[i].type, FieldRef{source.get(), i}, true)});
+    // Wide tables are named for a few of their columns: all of these are made in one piece.
+    const auto columns = std::make_shared<std::vector<Expr>>(size_t(info.fields.size()));
+    for (int i = 0; i < info.fields.size(); ++i) {
+        Expr &column = (*columns)[size_t(i)];
+        column.type = info.fields[i].type;
+        column.firm = true;
+        column.node = FieldRef{source.get(), i};
+        scoped.columns.push_back({info.fields[i].name, ExprPtr(columns, &column)});
+    }
     addToScope(std::move(scoped), range);
     auto leaf = std::make_shared<From>();
     leaf->source = source.get();

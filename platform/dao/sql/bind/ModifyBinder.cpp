@@ -155,8 +155,12 @@ Update ModifyBinder::bind(const ast::Update &update)
     binder.bindFrom(update.from);
     requireUpdatable(*binder.select(), rangeOf(update.from));
     Update bound;
-    for (const ast::Assignment &assignment : update.assignments)
+    qint64 size = 0;
+    for (const ast::Assignment &assignment : update.assignments) {
         bound.fields.push_back(bindAssignment(binder, assignment));
+        size += bound.fields.back().value->size;
+        m_context.limit(0, size, assignment.value->range);
+    }
     binder.bindWhere(update.where.get());
     bound.select = binder.select();
     return bound;

@@ -6,9 +6,18 @@
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::bound {
+namespace {
+
+// What the inner engine unites.
+constexpr size_t MaxUnited = 500;
+
+} // namespace
 
 std::shared_ptr<Query> QueryBinder::bind(const ast::Query &query)
 {
+    const BindContext::Level level(m_context, query.range);
+    if (query.parts.size() > MaxUnited)
+        m_context.fail(error::TooComplex, query.range);
     auto bound = std::make_shared<Query>();
     for (const ast::QueryPart &part : query.parts) {
         bound->parts.push_back(bindPart(part));
@@ -21,7 +30,41 @@ std::shared_ptr<Query> QueryBinder::bind(const ast::Query &query)
         mergeColumns(*bound, query.range);
         bindUnionOrder(*bound, query);
     }
+    measure(*bound, query.range);
     return bound;
+}
+
+// The inner SQL of a query holds that of all queries in it.
+void QueryBinder::measure(Query &query, Range range) const
+{
+    const auto add = [&query](int depth, qint64 size) {
+        query.depth = std::max(query.depth, depth + 1);
+        query.size += size;
+    };
+    const auto addExpr = [&add](const ExprPtr &expr) {
+        if (expr)
+            add(expr->depth, expr->size);
+    };
+    for (const QueryPart &part : query.parts) {
+        if (part.nested) {
+            add(part.nested->depth, part.nested->size);
+            continue;
+        }
+        for (const OutputColumn &column : part.select->columns)
+            addExpr(column.expr);
+        addExpr(part.select->where);
+        addExpr(part.select->having);
+        for (const ExprPtr &key : part.select->groupBy)
+            addExpr(key);
+        for (const OrderKey &key : part.select->order)
+            addExpr(key.expr);
+        for (const auto &source : part.select->sources) {
+            if (source->query)
+                add(source->query->depth, source->query->size);
+        }
+        m_context.limit(query.depth, query.size, range);
+    }
+    m_context.limit(query.depth, query.size, range);
 }
 
 QueryPart QueryBinder::bindPart(const ast::QueryPart &part)
@@ -81,6 +124,26 @@ void QueryBinder::mergeColumns(Query &query, Range range)
             info.type = merged;
         }
     }
+    for (size_t i = 0; i < query.columns.size(); ++i) {
+        if (familyOf(query.columns[i].info.type) == Family::Text)
+            convertColumn(query, i, query.columns[i].info.type);
+    }
+}
+
+// Where one part has text, the others become text, so that duplicates are found and dates read as dates.
+void QueryBinder::convertColumn(Query &query, size_t index, DataType type)
+{
+    ExpressionBinder binder(m_context, nullptr, clause::values);
+    for (QueryPart &part : query.parts) {
+        if (part.nested) {
+            convertColumn(*std::const_pointer_cast<Query>(part.nested), index, type);
+            continue;
+        }
+        OutputColumn &column = part.select->columns[index];
+        column.expr = binder.asType(column.expr, type);
+    }
+    if (query.isUnion())
+        query.columns[index].info.type = type;
 }
 
 void QueryBinder::bindUnionOrder(Query &query, const ast::Query &source)

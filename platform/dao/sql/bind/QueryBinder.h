@@ -20,8 +20,10 @@ public:
 private:
     QueryPart bindPart(const ast::QueryPart &part);
     void mergeColumns(Query &query, Range range);
+    void convertColumn(Query &query, size_t index, DataType type);
     void bindUnionOrder(Query &query, const ast::Query &source);
     int unionColumn(const Query &query, const ast::Expr &expr);
+    void measure(Query &query, Range range) const;
 
     BindContext &m_context;
     const Scope *m_outer;

@@ -1,13 +1,13 @@
 #include "Scope.h"
 
+#include <algorithm>
+
 namespace dao::sql::bound {
 
 bool Scope::add(ScopeSource added)
 {
     if (source(added.name))
         return false;
-    for (size_t i = 0; i < added.columns.size(); ++i)
-        m_columns[added.columns[i].name.toLower()].push_back({m_sources.size(), i});
     m_sources.push_back(std::move(added));
     return true;
 }
@@ -23,20 +23,16 @@ const ScopeSource *Scope::source(QStringView name) const
 
 Scope::Found Scope::find(QStringView field, size_t first, size_t last) const
 {
+    // A query names few of the columns it could name: looking through them costs less than a table of their names.
     Found found;
-    const auto entries = m_columns.constFind(field.toString().toLower());
-    if (entries == m_columns.constEnd())
-        return found;
-    const ScopeSource *previous = nullptr;
-    for (const auto &[source, column] : *entries) {
-        if (source < first || source >= last)
-            continue;
+    for (size_t i = first; i < std::min(last, m_sources.size()); ++i) {
+        const ScopeSource &source = m_sources[i];
+        const auto named = std::ranges::find_if(source.columns, [field](const ScopeColumn &column) {
+            return column.name.size() == field.size() && field.compare(column.name, Qt::CaseInsensitive) == 0;
+        });
         // Two columns of one name in one source: the first of them is meant.
-        if (previous == &m_sources[source])
-            continue;
-        previous = &m_sources[source];
-        if (found.count++ == 0)
-            found = {1, &m_sources[source].columns[column], previous};
+        if (named != source.columns.end() && found.count++ == 0)
+            found = {1, &*named, &source};
     }
     return found;
 }

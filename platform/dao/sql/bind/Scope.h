@@ -1,8 +1,6 @@
 #pragma once
 #include "Bound.h"
 
-#include <QHash>
-
 namespace dao::sql::bound {
 
 struct ScopeColumn
@@ -47,7 +45,6 @@ public:
 private:
     const Scope *m_outer;
     std::vector<ScopeSource> m_sources;
-    QHash<QString, std::vector<std::pair<size_t, size_t>>> m_columns;
 };
 
 } // namespace dao::sql::bound

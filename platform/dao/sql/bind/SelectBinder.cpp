@@ -8,6 +8,8 @@ namespace {
 
 constexpr int FirstUnnamed = 1000;
 constexpr size_t MaxKeys = 10;
+// What the inner engine has in a result.
+constexpr size_t MaxColumns = 2000;
 
 bool hasAggregate(const Expr &expr)
 {
@@ -69,6 +71,8 @@ void SelectBinder::bindList(const std::vector<ast::SelectItem> &items)
             addStar(item);
         else
             addItem(item);
+        if (m_select->columns.size() > MaxColumns)
+            m_context.fail(error::TooComplex, item.range);
     }
     nameColumns();
 }
@@ -122,6 +126,8 @@ void SelectBinder::addItem(const ast::SelectItem &item)
 // Fields of one name from different sources are told apart by their sources' names.
 void SelectBinder::nameColumns()
 {
+    if (m_scope.sources().size() < 2)
+        return;
     QHash<QString, QStringList> qualifiers;
     for (const OutputColumn &column : m_select->columns) {
         if (!column.qualifier.isEmpty())

@@ -177,8 +177,9 @@ bool fitsField(const Expr &expr, DataType field)
         return exact && (isIntegerType(type) || type == DataType::Currency || type == DataType::Boolean);
     case DataType::Double:
     case DataType::Decimal:
+        return (exact || expr.as<Call>()) && (familyOf(type) == Family::Number || familyOf(type) == Family::Date);
     case DataType::Date:
-        return familyOf(type) == Family::Number || familyOf(type) == Family::Date;
+        return (exact || expr.as<Call>()) && familyOf(type) == Family::Date;
     case DataType::Boolean: {
         const FieldRef *column = expr.as<FieldRef>();
         return column && type == DataType::Boolean && !column->source->nullable;

@@ -109,6 +109,9 @@ Generator::Piece Generator::standaloneLike(const Like &node)
     if (!literal || literal->value.type() != Value::Type::Text || node.ansi)
         return {};
     const QString pattern = literal->value.text();
+    const auto isControl = [](QChar c) { return c < u' '; };
+    if (std::any_of(pattern.begin(), pattern.end(), isControl))
+        return {};
     const QString text = value(*node.text).text;
     const bool classes = pattern.contains(u'[') || pattern.contains(u'#');
     QString inner;

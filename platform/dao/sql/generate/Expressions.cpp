@@ -34,7 +34,9 @@ QString realText(double number)
 
 QString textLiteral(const QString &text)
 {
-    if (text.contains(QChar(0)))
+    const bool plain = std::none_of(text.begin(), text.end(),
+                                    [](QChar c) { return c < u' ' && c != u'\n' && c != u'\r' && c != u'\t'; });
+    if (!plain)
         return u"CAST(x'"_s + QString::fromLatin1(text.toUtf8().toHex()) + u"' AS TEXT)"_s;
     QString result = text;
     result.replace(u'\'', u"''"_s);
@@ -313,15 +315,24 @@ Generator::Piece Generator::valueOf(const ScalarQuery &node, const Expr &)
     return {u"(SELECT "_s + ownFunction(u"single") + u'(' + cell + u") FROM ("_s + inner + u"))"_s, rank::Primary};
 }
 
-// IIf in the "otherwise" place of another continues it, so that long ladders do not nest.
+// IIf within IIf becomes one ladder, so that dozens of them do not nest: in the place of "otherwise" it continues the
+// ladder; in that of the value it stands behind the other value and its contrary condition.
 Generator::Piece Generator::valueOf(const Case &node, const Expr &)
 {
     QString text = u"CASE"_s;
     const Case *part = &node;
     while (true) {
+        const Case *next = part->otherwise ? part->otherwise->as<Case>() : nullptr;
+        const Expr *only = part->branches.size() == 1 ? part->branches.front().value.get() : nullptr;
+        const Case *inside = only ? only->as<Case>() : nullptr;
+        if (inside && (!next || only->depth > part->otherwise->depth)) {
+            text += u" WHEN "_s + truthAt(*part->branches.front().condition, rank::Relation) + u" IS NOT TRUE THEN "_s +
+                    (part->otherwise ? value(*part->otherwise).text : u"NULL"_s);
+            part = inside;
+            continue;
+        }
         for (const When &branch : part->branches)
             text += u" WHEN "_s + truth(*branch.condition).text + u" THEN "_s + value(*branch.value).text;
-        const Case *next = part->otherwise ? part->otherwise->as<Case>() : nullptr;
         if (!next)
             break;
         part = next;

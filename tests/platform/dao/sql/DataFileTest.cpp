@@ -1,3 +1,4 @@
+#include "RoundTrip.h"
 #include "TestDatabase.h"
 
 #include <gmock/gmock.h>
@@ -126,6 +127,7 @@ private:
         if (test.sql.isEmpty())
             return;
         SCOPED_TRACE("line " + std::to_string(test.line) + ": " + test.sql.toStdString());
+        expectRoundTrip(m_database, test.sql);
         try {
             const TestDatabase::Result result = m_database.run(test.sql, test.parameters);
             ASSERT_TRUE(test.error.isEmpty()) << "no error, but expected " << test.error.toStdString();

@@ -1,0 +1,285 @@
+#include "HeaderDlg.h"
+
+#include "PagePreview.h"
+
+#include <QBoxLayout>
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QFontComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+namespace {
+
+constexpr QSize kFirstSize(1040, 640);
+
+void setShownText(QPlainTextEdit *edit, const QString &text, bool readOnly)
+{
+    edit->setReadOnly(readOnly);
+    if (edit->toPlainText() != text)
+        edit->setPlainText(text);
+}
+
+} // namespace
+
+HeaderDlg::HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPicture(const MapHeader &)> &page,
+                     const QSizeF &inches, QWidget *parent)
+    : QDialog(parent)
+    , m_editor(editor)
+    , m_preview(new PagePreview([this, page] { return page(m_editor.header); }, inches))
+{
+    setObjectName(u"headerDlg"_s);
+    auto *layout = new QVBoxLayout(this);
+    makeMenu(layout);
+    auto *columns = new QHBoxLayout;
+    auto *fields = new QVBoxLayout;
+    fields->addWidget(makeTexts(), 1);
+    fields->addWidget(makeFooter());
+    fields->addWidget(makeMapFields());
+    columns->addLayout(fields, 0);
+    columns->addWidget(m_preview, 1);
+    layout->addLayout(columns, 1);
+    layout->addWidget(makeButtons());
+    m_lastText = m_upper;
+    fill(false);
+    m_upper->setFocus();
+    resize(kFirstSize);
+}
+
+void HeaderDlg::makeMenu(QVBoxLayout *layout)
+{
+    auto *bar = new QMenuBar(this);
+    QMenu *file = bar->addMenu(u"&File"_s);
+    const auto add = [&](const QString &text, const QString &name, const QKeySequence &key,
+                         const std::function<bool()> &command) {
+        QAction *action = file->addAction(text, this, [this, command] { run(command); });
+        action->setObjectName(name);
+        action->setShortcut(key);
+    };
+    add(u"&Open ..."_s, u"openHeader"_s, QKeySequence::Open, [this] { return m_editor.open(); });
+    add(u"&Save"_s, u"saveHeader"_s, QKeySequence::Save, [this] { return m_editor.save(); });
+    add(u"Save &As ..."_s, u"saveHeaderAs"_s, {}, [this] { return m_editor.saveAs(); });
+    file->addSeparator();
+    add(u"&Import ..."_s, u"importHeader"_s, {}, [this] { return m_editor.importHeader(); });
+    add(u"&Export ..."_s, u"exportHeader"_s, {}, [this] {
+        m_editor.exportHeader();
+        return false;
+    });
+    layout->setMenuBar(bar);
+}
+
+QPlainTextEdit *HeaderDlg::makeText(const QString &name, int lines)
+{
+    auto *edit = new QPlainTextEdit;
+    edit->setObjectName(name);
+    edit->setTabChangesFocus(true);
+    const int height = edit->fontMetrics().lineSpacing() * lines + 2 * int(edit->document()->documentMargin()) +
+                       2 * edit->frameWidth();
+    edit->setMinimumHeight(height);
+    edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    connect(edit, &QPlainTextEdit::textChanged, this, &HeaderDlg::changed);
+    connect(edit, &QPlainTextEdit::cursorPositionChanged, this, [this, edit] { m_lastText = edit; });
+    return edit;
+}
+
+QWidget *HeaderDlg::makeFont(const QString &label, const QString &name, QString MapHeader::*family,
+                             qint32 MapHeader::*size)
+{
+    auto *row = new QWidget;
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    FontChoice choice{new QFontComboBox, new QSpinBox, family, size};
+    choice.family->setObjectName(name);
+    choice.family->setAccessibleName(label);
+    choice.size->setObjectName(name + u"Size"_s);
+    choice.size->setAccessibleName(label + u" size"_s);
+    choice.size->setRange(MapHeader::kLeastSize, MapHeader::kMostSize);
+    choice.size->setSuffix(u" pts"_s);
+    auto *text = new QLabel(label);
+    text->setBuddy(choice.family);
+    layout->addWidget(text);
+    layout->addWidget(choice.family, 1);
+    layout->addWidget(choice.size);
+    connect(choice.family, &QFontComboBox::currentTextChanged, this, &HeaderDlg::changed);
+    connect(choice.size, &QSpinBox::valueChanged, this, &HeaderDlg::changed);
+    m_fonts.append(choice);
+    return row;
+}
+
+QWidget *HeaderDlg::makeTexts()
+{
+    auto *box = new QGroupBox(u"Header"_s);
+    auto *layout = new QVBoxLayout(box);
+    m_upper = makeText(u"upperText"_s, 3);
+    m_upper->setAccessibleName(u"Upper text"_s);
+    m_lower = makeText(u"lowerText"_s, 4);
+    m_lower->setAccessibleName(u"Lower text"_s);
+    layout->addWidget(makeFont(u"Font &1"_s, u"font1"_s, &MapHeader::upperFont, &MapHeader::upperSize));
+    layout->addWidget(m_upper, 1);
+    layout->addWidget(makeFont(u"Font &2"_s, u"font2"_s, &MapHeader::lowerFont, &MapHeader::lowerSize));
+    layout->addWidget(m_lower, 1);
+
+    m_expand = new QCheckBox(u"Expand macros."_s);
+    m_expand->setObjectName(u"expandMacros"_s);
+    m_expand->setToolTip(u"Show the values that are printed in place of the keywords"_s);
+    m_template = new QCheckBox(u"Show template."_s);
+    m_template->setObjectName(u"showTemplate"_s);
+    m_template->setToolTip(u"Show the texts as they are written, and edit them"_s);
+    auto *either = new QButtonGroup(this);
+    either->addButton(m_template);
+    either->addButton(m_expand);
+    m_template->setChecked(true);
+    connect(m_expand, &QCheckBox::toggled, this, [this](bool on) { fill(on); });
+    m_keywords = new QToolButton;
+    m_keywords->setObjectName(u"keywords"_s);
+    m_keywords->setText(u"Insert Keyword"_s);
+    m_keywords->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    m_keywords->setPopupMode(QToolButton::InstantPopup);
+    makeKeywords(m_keywords);
+    auto *row = new QHBoxLayout;
+    row->addWidget(m_keywords);
+    row->addStretch(1);
+    row->addWidget(m_template);
+    row->addWidget(m_expand);
+    layout->addLayout(row);
+    return box;
+}
+
+void HeaderDlg::makeKeywords(QToolButton *button)
+{
+    auto *menu = new QMenu(button);
+    const tarnwick::JMacro macros = m_editor.macros();
+    for (const tarnwick::JMacro::Entry &macro : macros.entries()) {
+        QString text = macro.name;
+        if (!macro.value.isEmpty())
+            text += u'\t' + fontMetrics().elidedText(macro.value.simplified(), Qt::ElideMiddle, 260);
+        menu->addAction(text.replace(u'&', u"&&"_s), this, [this, name = macro.name] {
+            m_lastText->insertPlainText(name);
+            m_lastText->setFocus();
+        });
+    }
+    button->setMenu(menu);
+}
+
+QWidget *HeaderDlg::makeFooter()
+{
+    auto *box = new QGroupBox(u"Footer"_s);
+    auto *layout = new QVBoxLayout(box);
+    layout->addWidget(makeFont(u"F&ont"_s, u"footerFont"_s, &MapHeader::footerFont, &MapHeader::footerSize));
+    return box;
+}
+
+QWidget *HeaderDlg::makeMapFields()
+{
+    auto *box = new QGroupBox(u"This map"_s);
+    auto *layout = new QFormLayout(box);
+    const auto addLine = [&](const QString &label, const QString &name) {
+        auto *edit = new QLineEdit;
+        edit->setObjectName(name);
+        edit->setPlaceholderText(u"Emptied when the legend changes"_s);
+        connect(edit, &QLineEdit::textChanged, this, &HeaderDlg::changed);
+        layout->addRow(label, edit);
+        return edit;
+    };
+    m_prepared = addLine(u"&Prepared by"_s, u"preparedBy"_s);
+    m_checked = addLine(u"&Checked by"_s, u"checkedBy"_s);
+    m_description = makeText(u"description"_s, 2);
+    m_description->setFixedHeight(m_description->minimumHeight());
+    disconnect(m_description, &QPlainTextEdit::cursorPositionChanged, this, nullptr); // no keywords are replaced there
+    layout->addRow(u"&Description"_s, m_description);
+    return box;
+}
+
+QWidget *HeaderDlg::makeButtons()
+{
+    auto *row = new QWidget;
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *set = new QPushButton(u"Set Map Header"_s);
+    set->setObjectName(u"setHeader"_s);
+    set->setDefault(true);
+    auto *close = new QPushButton(u"Close"_s);
+    close->setObjectName(u"closeHeader"_s);
+    close->setAutoDefault(false);
+    layout->addStretch(1);
+    layout->addWidget(set);
+    layout->addWidget(close);
+    connect(set, &QPushButton::clicked, this, [this] {
+        m_editor.setMapHeader();
+        accept();
+    });
+    connect(close, &QPushButton::clicked, this, &HeaderDlg::reject);
+    return row;
+}
+
+void HeaderDlg::fill(bool expanded)
+{
+    m_isFilling = true;
+    const MapHeader &template_ = m_editor.header;
+    const MapHeader shown = expanded ? template_.expanded(m_editor.macros()) : template_;
+    setShownText(m_upper, shown.upperText, expanded);
+    setShownText(m_lower, shown.lowerText, expanded);
+    m_keywords->setEnabled(!expanded);
+    m_prepared->setText(template_.preparedBy);
+    m_checked->setText(template_.checkedBy);
+    setShownText(m_description, m_editor.description, false);
+    for (const FontChoice &choice : std::as_const(m_fonts)) {
+        choice.family->setCurrentFont(QFont(template_.*choice.familyField));
+        choice.family->setEditText(template_.*choice.familyField); // also where this machine does not have the font
+        choice.size->setValue(template_.*choice.sizeField);
+    }
+    m_isFilling = false;
+    setWindowTitle(m_editor.title());
+    m_preview->pageChanged();
+}
+
+void HeaderDlg::take()
+{
+    MapHeader &header = m_editor.header;
+    if (!m_expand->isChecked()) {
+        header.upperText = m_upper->toPlainText();
+        header.lowerText = m_lower->toPlainText();
+    }
+    header.preparedBy = m_prepared->text();
+    header.checkedBy = m_checked->text();
+    m_editor.description = m_description->toPlainText();
+    for (const FontChoice &choice : std::as_const(m_fonts)) {
+        header.*choice.familyField = choice.family->currentText();
+        header.*choice.sizeField = choice.size->value();
+    }
+}
+
+void HeaderDlg::changed()
+{
+    if (m_isFilling)
+        return;
+    take();
+    setWindowTitle(m_editor.title());
+    m_preview->pageChanged();
+}
+
+void HeaderDlg::run(const std::function<bool()> &fileCommand)
+{
+    fileCommand();
+    fill(m_expand->isChecked());
+}
+
+void HeaderDlg::reject()
+{
+    if (m_editor.mayClose())
+        QDialog::reject();
+}
+
+} // namespace app

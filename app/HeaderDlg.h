@@ -1,0 +1,71 @@
+#pragma once
+#include <app/logic/HeaderEditor.h>
+
+#include <brannock/gui/MapPicture.h>
+
+#include <QDialog>
+
+class QCheckBox;
+class QFontComboBox;
+class QLineEdit;
+class QPlainTextEdit;
+class QSpinBox;
+class QToolButton;
+class QVBoxLayout;
+
+namespace app {
+
+class PagePreview;
+
+/// Edits the map's print header beside a preview of the page. What it decides is in HeaderEditor.
+class HeaderDlg : public QDialog
+{
+    Q_OBJECT
+public:
+    /// page: the page with a header; inches: of the paper.
+    HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPicture(const MapHeader &)> &page,
+              const QSizeF &inches, QWidget *parent = nullptr);
+
+    void reject() override;
+
+private:
+    /// A font and its size.
+    struct FontChoice
+    {
+        QFontComboBox *family;
+        QSpinBox *size;
+        QString MapHeader::*familyField;
+        qint32 MapHeader::*sizeField;
+    };
+
+    void makeMenu(QVBoxLayout *layout);
+    QWidget *makeTexts();
+    QWidget *makeFooter();
+    QWidget *makeMapFields();
+    QWidget *makeButtons();
+    QWidget *makeFont(const QString &label, const QString &name, QString MapHeader::*family, qint32 MapHeader::*size);
+    QPlainTextEdit *makeText(const QString &name, int lines);
+    void makeKeywords(QToolButton *button);
+
+    /// From the editor into the widgets, and back.
+    void fill(bool expanded);
+    void take();
+    void changed();
+    void run(const std::function<bool()> &fileCommand);
+
+    HeaderEditor &m_editor;
+    PagePreview *m_preview;
+    QPlainTextEdit *m_upper = nullptr;
+    QPlainTextEdit *m_lower = nullptr;
+    QPlainTextEdit *m_description = nullptr;
+    QLineEdit *m_prepared = nullptr;
+    QLineEdit *m_checked = nullptr;
+    QCheckBox *m_expand = nullptr;
+    QCheckBox *m_template = nullptr;
+    QToolButton *m_keywords = nullptr;
+    QPlainTextEdit *m_lastText = nullptr; ///< where keywords go
+    QList<FontChoice> m_fonts;
+    bool m_isFilling = false;
+};
+
+} // namespace app

@@ -1,0 +1,168 @@
+#include "MapPrinting.h"
+
+#include "MapPreviewDlg.h"
+
+#include <app/logic/Messages.h>
+#include <app/logic/SystemMacros.h>
+
+#include <brannock/gui/TubesheetMap.h>
+#include <tarnwick/gui/StateKeeper.h>
+
+#include <QPageSetupDialog>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+namespace {
+
+constexpr int kBitmapDpi = 150;
+
+const QString kPaperKey = u"print/paper"_s;
+const QString kLandscapeKey = u"print/landscape"_s;
+const QString kPrinterKey = u"print/printer"_s;
+
+} // namespace
+
+MapPrinting::MapPrinting(ProjectSession &session, plans::MapHost &host, brannock::TubesheetMap &map, QWidget *parent)
+    : m_session(session)
+    , m_host(host)
+    , m_map(map)
+    , m_parent(parent)
+{
+}
+
+MapPrinting::~MapPrinting() = default;
+
+QPrinter &MapPrinting::printer()
+{
+    if (m_printer)
+        return *m_printer;
+    const QSettings kept(tarnwick::StateKeeper::sessionFile(), QSettings::IniFormat);
+    const QPrinterInfo chosen = QPrinterInfo::printerInfo(kept.value(kPrinterKey).toString());
+    const QPrinterInfo info = chosen.isNull() ? QPrinterInfo::defaultPrinter() : chosen;
+    m_printer = info.isNull() ? std::make_unique<QPrinter>(QPrinter::HighResolution)
+                              : std::make_unique<QPrinter>(info, QPrinter::HighResolution);
+    if (info.isNull())
+        m_printer->setOutputFormat(QPrinter::PdfFormat);
+    // Tubesheets are as wide as high and the legend stands beside them.
+    const bool landscape = kept.value(kLandscapeKey, true).toBool();
+    m_printer->setPageOrientation(landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
+    const int paper = kept.value(kPaperKey, -1).toInt();
+    if (paper >= 0 && paper < QPageSize::Custom)
+        m_printer->setPageSize(QPageSize(QPageSize::PageSizeId(paper)));
+    m_printer->setCreator(u"ARVO"_s);
+    return *m_printer;
+}
+
+void MapPrinting::keepSetup() const
+{
+    QSettings kept(tarnwick::StateKeeper::sessionFile(), QSettings::IniFormat);
+    const QPageLayout layout = m_printer->pageLayout();
+    kept.setValue(kPaperKey, int(layout.pageSize().id()));
+    kept.setValue(kLandscapeKey, layout.orientation() == QPageLayout::Landscape);
+    kept.setValue(kPrinterKey, m_printer->printerName());
+}
+
+QSizeF MapPrinting::paperSize()
+{
+    return printer().pageLayout().fullRect(QPageLayout::Inch).size();
+}
+
+brannock::MapPicture MapPrinting::page(const MapHeader &header) const
+{
+    const query::ArvoOptions &options = m_session.options();
+    const tarnwick::JMacro macros = printMacros(m_host.systemMacros(), m_host.userMacros());
+    const ellery::SteamGen &steamGen = m_session.project().steamGen;
+    brannock::PictureContent content = pageContent(header, m_session.legend(), steamGen, options, macros);
+    content.xOrientation = m_map.xOrientation();
+    content.yOrientation = m_map.yOrientation();
+    return mapPage(steamGen, content, options, m_session.project().site.compCode);
+}
+
+bool MapPrinting::printOn(QPrinter &device, const tarnwick::Message &failure)
+{
+    device.setDocName(m_session.map().name().isEmpty() ? m_session.project().name : m_session.map().name());
+    // The page's own margins are those of the options, measured from the paper's edge.
+    device.setFullPage(true);
+    QPainter painter;
+    if (!painter.begin(&device)) {
+        m_session.prompts().error(failure);
+        return false;
+    }
+    const plans::BusyCursor busy(m_host);
+    const double dpi = device.resolution();
+    const QRectF paper(QPointF(0, 0), device.pageLayout().fullRect(QPageLayout::Inch).size() * dpi);
+    const brannock::MapPicture picture = page(m_session.map().header);
+    picture.paint(painter, paper, dpi);
+    for (int i = 0; i < picture.furtherPages(paper, dpi) && device.newPage(); ++i)
+        picture.paintFurther(painter, paper, dpi, i);
+    if (painter.end())
+        return true;
+    m_session.prompts().error(failure);
+    return false;
+}
+
+void MapPrinting::setUp()
+{
+    QPageSetupDialog dialog(&printer(), m_parent);
+    dialog.setWindowTitle(u"Print Setup"_s);
+    if (dialog.exec() == QDialog::Accepted)
+        keepSetup();
+}
+
+void MapPrinting::preview()
+{
+    MapPreviewDlg dialog(
+        printer(), [this](QPrinter &device) { printOn(device, messages::kPreviewPrinterFailed); }, m_parent);
+    dialog.exec();
+    keepSetup();
+}
+
+void MapPrinting::print()
+{
+    QPrintDialog dialog(&printer(), m_parent);
+    dialog.setWindowTitle(u"Print Map"_s);
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    keepSetup();
+    if (printOn(printer(), messages::kPrinterFailed))
+        m_session.prompts().status(messages::kPrinted);
+}
+
+void MapPrinting::storeMetafile()
+{
+    store(kMetafileChooser, u"Store Metafile"_s);
+}
+
+void MapPrinting::storeBitmap()
+{
+    store(kBitmapChooser, u"Store Bitmap"_s);
+}
+
+void MapPrinting::store(const FileChooserInfo &chooser, const QString &title)
+{
+    const QString name = m_session.map().name();
+    const QString offered = name.isEmpty() ? QString() : QString(name + QString::fromUtf16(chooser.extension));
+    const QString path = m_choice->saveFile(chooser, title, m_session.roots(), offered);
+    if (path.isEmpty())
+        return;
+    const plans::BusyCursor busy(m_host);
+    try {
+        page(m_session.map().header).save(path, paperSize(), kBitmapDpi);
+        m_session.prompts().status(messages::kStoredPicture,
+                                   tarnwick::SuitePath::fromMachine(path, m_session.roots()).text());
+    } catch (const brannock::PictureError &) {
+        m_session.prompts().error(messages::kBitmapPrinterFailed);
+    } catch (const tarnwick::Error &error) {
+        messages::errorWithReason(m_session.prompts(), messages::kStorePictureFailed, error);
+    }
+}
+
+} // namespace app

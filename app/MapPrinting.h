@@ -1,0 +1,57 @@
+#pragma once
+#include <app/logic/FileChoosers.h>
+#include <app/logic/ProjectSession.h>
+#include <app/picture/MapPage.h>
+
+#include <plans/MapHost.h>
+
+#include <memory>
+
+class QPrinter;
+class QWidget;
+
+namespace brannock {
+class TubesheetMap;
+}
+
+namespace app {
+
+/// The map on paper and as a picture file. Every way paints the same page; what fails is said.
+class MapPrinting
+{
+public:
+    /// map: whose flips the page takes over. parent: of the dialogs.
+    MapPrinting(ProjectSession &session, plans::MapHost &host, brannock::TubesheetMap &map, QWidget *parent);
+    ~MapPrinting();
+    MapPrinting(const MapPrinting &) = delete;
+    MapPrinting &operator=(const MapPrinting &) = delete;
+    void setFileChoice(FileChoice *choice) { m_choice = choice; }
+
+    void setUp();
+    void preview();
+    void print();
+    void storeMetafile();
+    void storeBitmap();
+
+    /// The page with this header in place of the map's.
+    brannock::MapPicture page(const MapHeader &header) const;
+    /// Of the paper, in inches, as it lies.
+    QSizeF paperSize();
+    /// False, said by the message, when the printer cannot be opened.
+    bool printOn(QPrinter &printer, const tarnwick::Message &failure);
+
+private:
+    /// Made when it is first needed: asking the system for printers takes time.
+    QPrinter &printer();
+    void keepSetup() const;
+    void store(const FileChooserInfo &chooser, const QString &title);
+
+    ProjectSession &m_session;
+    plans::MapHost &m_host;
+    brannock::TubesheetMap &m_map;
+    QWidget *m_parent;
+    FileChoice *m_choice = nullptr;
+    std::unique_ptr<QPrinter> m_printer;
+};
+
+} // namespace app

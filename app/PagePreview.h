@@ -1,0 +1,36 @@
+#pragma once
+#include <brannock/gui/MapPicture.h>
+
+#include <functional>
+#include <QPixmap>
+#include <QTimer>
+#include <QWidget>
+
+namespace app {
+
+/// A small picture of a printed page that follows changes a moment later, so that typing stays quick.
+class PagePreview : public QWidget
+{
+    Q_OBJECT
+public:
+    /// inches: of the paper
+    PagePreview(std::function<brannock::MapPicture()> page, const QSizeF &inches, QWidget *parent = nullptr);
+    void pageChanged() { m_delay.start(); }
+
+    QSize sizeHint() const override { return QSize(460, 380); }
+    QSize minimumSizeHint() const override { return QSize(220, 180); }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void renew();
+
+    std::function<brannock::MapPicture()> m_page;
+    QSizeF m_inches;
+    QTimer m_delay;
+    QPixmap m_picture;
+};
+
+} // namespace app

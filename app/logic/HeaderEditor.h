@@ -1,0 +1,52 @@
+#pragma once
+#include "FileChoosers.h"
+#include "MapDocument.h"
+
+#include <plans/MapHost.h>
+
+namespace app {
+
+/// What the header dialog works on: a copy of the map's header and description, which reach the map only when they are
+/// set. Says what fails; the header is then as before.
+class HeaderEditor
+{
+public:
+    HeaderEditor(MapDocument &map, plans::MapHost &host, FileChoice &choice, const tarnwick::PathRoots &roots);
+
+    MapHeader header;
+    QString description;
+
+    /// The edited header is not the map's.
+    bool isModified() const;
+    /// "Map Header - %S%c": name, and "*" or a blank.
+    QString title() const;
+    /// Everything that keywords may stand for.
+    tarnwick::JMacro macros() const;
+
+    // Header files: the project's and those of the user folder. False when nothing was chosen or done.
+    bool open();
+    bool save();
+    bool saveAs();
+    /// Copies a header of the user folder into the project and opens the copy.
+    bool importHeader();
+    void exportHeader();
+
+    /// The map gets the edited header. Can be undone.
+    void setMapHeader();
+    /// Asks about changes, or says that there are none. False: go on editing.
+    bool mayClose();
+
+private:
+    QString suiteText(const QString &machinePath) const;
+    bool read(const QString &machinePath, MapHeader &result);
+    bool write(const QString &machinePath);
+    bool mayReplace(const QString &machinePath);
+
+    MapDocument &m_map;
+    plans::MapHost &m_host;
+    FileChoice &m_choice;
+    tarnwick::PathRoots m_roots;
+    QString m_path; ///< of the header file opened or saved last, on this machine
+};
+
+} // namespace app

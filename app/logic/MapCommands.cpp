@@ -1,0 +1,117 @@
+#include "MapCommands.h"
+
+#include "Messages.h"
+#include "ProjectSession.h"
+
+#include <QFileInfo>
+#include <tarnwick/FileWriter.h>
+
+using namespace Qt::StringLiterals;
+using tarnwick::Answer;
+using tarnwick::Buttons;
+
+namespace app {
+
+bool MapCommands::mayReplaceMap()
+{
+    if (!m_session.hasProject() || !m_session.undo().isModified())
+        return true;
+    switch (m_session.prompts().question(Buttons::YesNoCancel, messages::kAskSaveMap)) {
+    case Answer::Yes:
+        return save();
+    case Answer::No:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void MapCommands::newMap()
+{
+    if (!mayReplaceMap())
+        return;
+    m_session.newMap();
+    m_session.prompts().status(messages::kNewMap);
+}
+
+void MapCommands::open()
+{
+    // Asked first: who wants to go on with the present map need not choose a file.
+    if (!mayReplaceMap())
+        return;
+    const QString path = m_choice->openFile(kMapChooser, u"Open Map"_s, m_session.roots());
+    if (!path.isEmpty())
+        m_session.openMap(path);
+}
+
+void MapCommands::open(const QString &machinePath)
+{
+    if (mayReplaceMap())
+        m_session.openMap(machinePath);
+}
+
+bool MapCommands::save()
+{
+    const tarnwick::SuitePath file(m_session.map().file());
+    return file.isEmpty() ? saveAs() : m_session.saveMap(file.machinePath(m_session.roots()));
+}
+
+QString MapCommands::offeredName() const
+{
+    const QString name = m_session.map().name();
+    return name.isEmpty() ? QString() : name + u".map"_s;
+}
+
+bool MapCommands::saveAs()
+{
+    const QString path = m_choice->saveFile(kMapChooser, u"Save Map As"_s, m_session.roots(), offeredName());
+    return !path.isEmpty() && m_session.saveMap(path);
+}
+
+void MapCommands::importMap()
+{
+    if (!mayReplaceMap())
+        return;
+    const tarnwick::PathRoots roots = m_session.roots();
+    const QString from = m_choice->openFile(kMapTemplateChooser, u"Import From User"_s, roots);
+    if (from.isEmpty())
+        return;
+    const tarnwick::SuitePath copy(u"maps\\"_s + QFileInfo(from).fileName());
+    const QString to = copy.machinePath(roots);
+    if (QFileInfo(from) != QFileInfo(to) && !copyIntoProject(from, to))
+        return;
+    if (m_session.openMap(to))
+        m_session.prompts().status(messages::kImported, copy.text());
+}
+
+bool MapCommands::copyIntoProject(const QString &from, const QString &to)
+{
+    tarnwick::UserPrompts &prompts = m_session.prompts();
+    try {
+        MapFile().readMap(from, m_session.project().steamGen.numTube());
+    } catch (const tarnwick::Error &error) {
+        messages::errorWithReason(prompts, messages::kReadMapFailed, error);
+        return false;
+    }
+    if (QFileInfo::exists(to) &&
+        prompts.question(Buttons::YesNo, messages::kAskReplaceFile,
+                         tarnwick::SuitePath::fromMachine(to, m_session.roots()).text()) != Answer::Yes)
+        return false;
+    try {
+        tarnwick::writeFileAtomically(to, tarnwick::readFile(from));
+        return true;
+    } catch (const tarnwick::Error &error) {
+        messages::errorWithReason(prompts, messages::kStoreMapFailed, error);
+        return false;
+    }
+}
+
+void MapCommands::exportMap()
+{
+    const tarnwick::PathRoots roots = m_session.roots();
+    const QString path = m_choice->saveFile(kMapTemplateChooser, u"Export To User As"_s, roots, offeredName());
+    if (!path.isEmpty() && m_session.map().exportMap(path))
+        m_session.prompts().status(messages::kExported, tarnwick::SuitePath::fromMachine(path, roots).text());
+}
+
+} // namespace app

@@ -1,0 +1,123 @@
+#include "MapDocument.h"
+
+#include "Messages.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+MapDocument::MapDocument(plans::MapLegend &legend, tarnwick::UserPrompts &prompts)
+    : m_legend(legend)
+    , m_prompts(prompts)
+{
+    m_legend.edited = [this] { header.clearSignatures(); };
+}
+
+void MapDocument::setProject(const brannock::Project *project)
+{
+    m_project = project;
+    clear();
+}
+
+QString MapDocument::name() const
+{
+    return tarnwick::SuitePath(m_file).baseName();
+}
+
+void MapDocument::clear()
+{
+    setContent(MapFile(), {});
+}
+
+MapFile MapDocument::content() const
+{
+    MapFile map;
+    if (m_project) {
+        static_cast<fenwright::SiteInfo &>(map) = m_project->site;
+        map.modelName = map.model = m_project->steamGen.modelName;
+        map.outage = m_project->outageName();
+    }
+    map.header = header;
+    map.description = description;
+    map.entries = m_legend.copyEntries();
+    return map;
+}
+
+void MapDocument::setContent(MapFile map, const QString &file)
+{
+    header = map.header;
+    description = map.description;
+    m_file = file;
+    m_storedSite = map;
+    m_storedAt = {};
+    m_legend.replaceEntries(std::move(map.entries));
+}
+
+void MapDocument::noteStored(const QString &machinePath, const fenwright::SiteInfo &site)
+{
+    m_file = tarnwick::SuitePath::fromMachine(machinePath, m_project->roots()).text();
+    m_storedSite = site;
+    m_storedAt = tarnwick::JDateTime::fromSeconds(QFileInfo(machinePath).lastModified().toSecsSinceEpoch());
+}
+
+bool MapDocument::readMap(const QString &machinePath)
+{
+    MapFile map;
+    try {
+        map.readMap(machinePath, tubeCount());
+    } catch (const tarnwick::Error &error) {
+        messages::errorWithReason(m_prompts, messages::kReadMapFailed, error);
+        return false;
+    }
+    if (map.modelName != m_project->steamGen.modelName)
+        m_prompts.error(messages::kOtherModel, map.modelName, m_project->steamGen.modelName);
+    const fenwright::SiteInfo site = map;
+    setContent(std::move(map), {});
+    noteStored(machinePath, site);
+    return true;
+}
+
+bool MapDocument::writeTo(const QString &machinePath)
+{
+    try {
+        content().storeMap(machinePath);
+        return true;
+    } catch (const tarnwick::Error &error) {
+        messages::errorWithReason(m_prompts, messages::kStoreMapFailed, error);
+        return false;
+    }
+}
+
+bool MapDocument::storeMap(const QString &machinePath)
+{
+    if (!writeTo(machinePath))
+        return false;
+    noteStored(machinePath, content());
+    return true;
+}
+
+bool MapDocument::exportMap(const QString &machinePath)
+{
+    return writeTo(machinePath);
+}
+
+QByteArray MapDocument::headerRecord() const
+{
+    tarnwick::JFile file = tarnwick::JFile::forWriting({});
+    MapHeader(header).serialize(file);
+    QString text = description;
+    file.serialize(text);
+    return file.bytes();
+}
+
+void MapDocument::setHeaderRecord(const QByteArray &record)
+{
+    tarnwick::JFile file = tarnwick::JFile::fromBytes(record, {});
+    header.serialize(file);
+    file.serialize(description);
+}
+
+} // namespace app

@@ -1,0 +1,22 @@
+#pragma once
+#include <app/logic/MapDocument.h>
+
+#include <brannock/gui/MapPicture.h>
+#include <query/ArvoOptions.h>
+
+namespace app {
+
+/// What the footer of every page says; keywords are replaced when it is printed.
+QString footerText();
+
+/// What stands on the page round the tubes: the legend with the counts that the window shows, the model line, and the
+/// header with its keywords replaced.
+brannock::PictureContent pageContent(const MapHeader &header, const plans::MapLegend &legend,
+                                     const ellery::SteamGen &steamGen, const query::ArvoOptions &options,
+                                     const tarnwick::JMacro &macros);
+
+/// The tubes as they are marked now, on a page. watermark: behind them, may be empty.
+brannock::MapPicture mapPage(const ellery::SteamGen &steamGen, const brannock::PictureContent &content,
+                             const query::ArvoOptions &options, const QString &watermark);
+
+} // namespace app

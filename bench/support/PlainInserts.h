@@ -1,0 +1,26 @@
+#pragma once
+#include "PlainDatabase.h"
+
+#include <brannock/Report.h>
+#include <memory>
+
+namespace bench {
+
+/// Inserts the rows of 'report' that an upload would make by one prepared statement straight on the inner engine, in
+/// one transaction: the least that storing them can cost. Aborts on any error.
+class PlainInserts
+{
+public:
+    explicit PlainInserts(const QString &databasePath);
+
+    void add(const brannock::ReportEntry &entry);
+    void commit();
+
+private:
+    PlainDatabase m_database;
+    std::unique_ptr<PlainStatement> m_insert;
+};
+
+void insertPlainly(const QString &databasePath, const brannock::Report &report);
+
+} // namespace bench

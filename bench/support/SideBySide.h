@@ -1,0 +1,61 @@
+#pragma once
+#include <benchmark/benchmark.h>
+#include <QtGlobal>
+#include <vector>
+
+namespace bench {
+
+/// Seconds of one run.
+struct Spent
+{
+    double wall = 0;
+    double cpu = 0; ///< of this process: what tells on a machine with other work
+};
+
+/// Now, to be subtracted.
+Spent now();
+
+/// The same work done by the program and by hand on plain SQLite, in one run and in turn, so that the machine's moods
+/// meet both. A first round warms up and does not count.
+class SideBySide
+{
+public:
+    /// Runs the rounds of the state, which must be one of UseManualTime(); the time of the program's way is its time.
+    /// items: what one round does, for times per item.
+    template <typename Ours, typename Plain>
+    static void run(benchmark::State &state, qint64 items, Ours ours, Plain plain)
+    {
+        plain();
+        ours();
+        SideBySide rounds;
+        bool plainFirst = true;
+        for (auto _ : state) {
+            if (plainFirst)
+                rounds.m_plain.push_back(spent(plain));
+            rounds.m_ours.push_back(spent(ours));
+            if (!plainFirst)
+                rounds.m_plain.push_back(spent(plain));
+            plainFirst = !plainFirst;
+            state.SetIterationTime(rounds.m_ours.back().wall);
+        }
+        rounds.report(state, items);
+    }
+
+private:
+    template <typename Work>
+    static Spent spent(Work &work)
+    {
+        const Spent start = now();
+        work();
+        const Spent end = now();
+        return {end.wall - start.wall, end.cpu - start.cpu};
+    }
+    /// Counters: ours_us and plain_us, the medians of processor time per item; ratio, that of the medians, with the
+    /// lowest and highest of single rounds; wall_ratio.
+    void report(benchmark::State &state, qint64 items) const;
+
+    std::vector<Spent> m_ours;
+    std::vector<Spent> m_plain;
+};
+
+} // namespace bench

@@ -1,0 +1,29 @@
+#include "CommandLine.h"
+#include "CommandTable.h"
+#include "Target.h"
+
+#include <QDir>
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+
+int runConnect(const Arguments &arguments)
+{
+    arguments.atMost(1);
+    Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::ProjectOrDatabase);
+    if (!target.connect())
+        return Failed;
+    // What was said on the way is printed: the question and its answer, the backup, what was converted.
+    const db::ConversionState &conversion = target.session().conversion;
+    if (!conversion.approved && !conversion.list.isEmpty())
+        print(u"Not converted:\n"_s + conversion.list);
+    if (!conversion.backup.isEmpty())
+        print(u"Backup: %1\n"_s.arg(QDir::toNativeSeparators(conversion.backup)));
+    print(u"Database: %1%2\n"_s.arg(QDir::toNativeSeparators(target.session().path()),
+                                    target.session().isUpdatable() ? QString() : u" READ ONLY"_s));
+    const bool isRefused = arguments.value(u"convert") == "yes"_L1 && conversion.asked && !conversion.approved;
+    return isRefused || target.console().errorShown() ? Failed : Done;
+}
+
+} // namespace cli

@@ -1,0 +1,178 @@
+#include "CommandLine.h"
+#include "CommandTable.h"
+#include "MapTarget.h"
+
+#include <app/logic/Commands.h>
+#include <app/logic/SelectionCommands.h>
+#include <plans/BoxFill.h>
+#include <plans/FillCommit.h>
+#include <plans/PatternFill.h>
+#include <plans/PcntFill.h>
+#include <QDir>
+#include <QFileInfo>
+
+#include <limits>
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint32 kBlue = 0xFF0000;
+
+/// One of some words, as its place in the list. UsageError for another.
+int choice(const Arguments &arguments, QStringView option, const QStringList &words)
+{
+    const QString word = arguments.value(option, words.first());
+    const qsizetype place = words.indexOf(word);
+    if (place < 0)
+        throw UsageError(u"--%1 is one of: %2."_s.arg(option.toString(), words.join(u", "_s)));
+    return int(place);
+}
+
+double radiusOf(const Arguments &arguments)
+{
+    bool ok = false;
+    const double radius = arguments.value(u"radius", u"1"_s).toDouble(&ok);
+    if (!ok || !(radius > 0) || radius > 1e6)
+        throw UsageError(u"--radius needs a number above 0."_s);
+    return radius;
+}
+
+plans::TubeFilter filterOf(const Arguments &arguments)
+{
+    plans::TubeFilter filter;
+    filter.region = choice(arguments, u"region", {u"map"_s, u"selected"_s});
+    filter.tube = choice(arguments, u"tubes", {u"all"_s, u"symbols"_s, u"open"_s});
+    return filter;
+}
+
+int atLeastOne(const Arguments &arguments, QStringView option, int whenMissing)
+{
+    constexpr int kMost = 32'767;
+    return int(arguments.integer(option, whenMissing, 1, kMost));
+}
+
+std::unique_ptr<plans::MapFill> randomFill(const Arguments &arguments)
+{
+    if (arguments.has(u"percent") && arguments.has(u"count"))
+        throw UsageError(u"Only one of --percent and --count can be given."_s);
+    auto fill = std::make_unique<plans::PcntFill>();
+    constexpr int kMostTubes = 10'000'000;
+    fill->parameters.percentMode = !arguments.has(u"count");
+    fill->parameters.percent = qint32(arguments.integer(u"percent", 10, 0, 100));
+    fill->parameters.tubeCount = qint32(arguments.integer(u"count", 0, 0, kMostTubes));
+    fill->parameters.randomSeed = !arguments.has(u"seed");
+    fill->parameters.seed = quint32(arguments.integer(u"seed", 1, 1, std::numeric_limits<quint32>::max()));
+    fill->parameters.filter = filterOf(arguments);
+    return fill;
+}
+
+std::unique_ptr<plans::MapFill> boxFill(const Arguments &arguments)
+{
+    auto fill = std::make_unique<plans::BoxFill>();
+    fill->parameters.radius = radiusOf(arguments);
+    fill->symbol = u'D';
+    fill->colour = kBlue;
+    return fill;
+}
+
+std::unique_ptr<plans::MapFill> patternFill(const Arguments &arguments)
+{
+    auto fill = std::make_unique<plans::PatternFill>();
+    plans::PatternFill::Parameters &pattern = fill->parameters;
+    pattern.filter = filterOf(arguments);
+    pattern.firstRow = atLeastOne(arguments, u"first-row", 1);
+    pattern.firstCol = atLeastOne(arguments, u"first-col", 1);
+    pattern.rowIncrement = atLeastOne(arguments, u"row-inc", 2);
+    pattern.colIncrement = atLeastOne(arguments, u"col-inc", 2);
+    pattern.includeFirstTube = arguments.has(u"first-tube");
+    pattern.includeLastTube = arguments.has(u"last-tube");
+    fill->symbol = u'D';
+    fill->colour = kBlue;
+    return fill;
+}
+
+std::unique_ptr<plans::MapFill> fillOf(const QString &kind, const Arguments &arguments)
+{
+    if (kind == "random"_L1)
+        return randomFill(arguments);
+    if (kind == "box"_L1)
+        return boxFill(arguments);
+    if (kind == "pattern"_L1)
+        return patternFill(arguments);
+    throw UsageError(u"A fill is random, box or pattern, not \"%1\"."_s.arg(kind));
+}
+
+void selectTubes(const Arguments &arguments, ellery::SteamGen &steamGen)
+{
+    static const QHash<QString, int> words{{u"all"_s, app::SelectAllTubes},
+                                           {u"symbols"_s, app::SelectAllSymbols},
+                                           {u"open"_s, app::SelectOpenTubes},
+                                           {u"periph"_s, app::SelectPeriph}};
+    for (const QString &text : arguments.values(u"select")) {
+        if (const auto word = words.constFind(text); word != words.constEnd()) {
+            app::applySelection(*word, steamGen, -1);
+            continue;
+        }
+        const int tube = steamGen.parseTube(text);
+        if (tube < 0)
+            throw tarnwick::Error(u"There is no tube \"%1\"."_s.arg(text));
+        steamGen.setSelected(tube, true);
+    }
+}
+
+/// The look that the options ask for, where they do.
+void setLook(const Arguments &arguments, Target &target)
+{
+    plans::MapLegend &legend = target.legend();
+    const int entry = legend.count() - 1;
+    char16_t symbol = legend.entry(entry).symbol;
+    quint32 colour = legend.entry(entry).colour;
+    if (arguments.has(u"symbol")) {
+        const QString text = arguments.value(u"symbol");
+        if (text.size() != 1 || text[0].isSpace())
+            throw UsageError(u"--symbol is one character."_s);
+        symbol = text[0].unicode();
+    }
+    if (arguments.has(u"colour")) {
+        const QString text = arguments.value(u"colour");
+        bool ok = false;
+        const quint32 rgb = text.toUInt(&ok, 16);
+        constexpr int kDigits = 6;
+        if (!ok || text.size() != kDigits)
+            throw UsageError(u"--colour is RRGGBB in hexadecimal digits."_s);
+        colour = (rgb & 0xFF) << 16 | (rgb & 0xFF00) | rgb >> 16;
+    }
+    legend.setSymbol(entry, symbol, colour, target);
+}
+
+} // namespace
+
+int runFill(const Arguments &arguments)
+{
+    arguments.atMost(2);
+    const QString folder = arguments.positional(0, u"DIR"_s);
+    const auto fill = fillOf(arguments.positional(1, u"random, box or pattern"_s), arguments);
+    if (!arguments.has(u"map"))
+        throw UsageError(u"--map is missing: the map that gets the fill."_s);
+
+    Target target(folder, arguments, Target::Takes::Project);
+    const QString path = mapPath(target, arguments.value(u"map"));
+    if (!path.endsWith(u".map"_s, Qt::CaseInsensitive))
+        throw UsageError(u"--map needs a name that ends in .map."_s);
+    if (!QFileInfo(path).absoluteDir().exists())
+        throw tarnwick::Error(u"The folder %1 does not exist."_s.arg(QFileInfo(path).absolutePath()));
+    if (QFileInfo::exists(path) && !target.map().readMap(path))
+        return Failed;
+    selectTubes(arguments, target.steamGen());
+    plans::addNewFill(target, *fill);
+    setLook(arguments, target);
+    if (!target.map().storeMap(path))
+        return Failed;
+    printLegend(target.legend());
+    return Done;
+}
+
+} // namespace cli

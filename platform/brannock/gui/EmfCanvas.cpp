@@ -1,0 +1,235 @@
+// The only source that sees libEMF: its header defines thousands of macros and comes last.
+#include "EmfCanvas.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+
+#include <libEMF/emf.h>
+#undef min
+#undef max
+
+namespace brannock {
+
+namespace {
+
+/// Recorded units per pixel: places between pixels are kept.
+constexpr int kUnits = 8;
+constexpr double kHundredthsOfMm = 2540; // per inch
+
+int units(double pixels)
+{
+    return int(std::lround(pixels * kUnits));
+}
+
+POINT toPoint(EmfCanvas::Point point)
+{
+    return {units(point.x), units(point.y)};
+}
+
+std::vector<POINT> toPoints(const std::vector<EmfCanvas::Point> &points)
+{
+    std::vector<POINT> converted;
+    converted.reserve(points.size());
+    for (const EmfCanvas::Point &point : points)
+        converted.push_back(toPoint(point));
+    return converted;
+}
+
+const WCHAR *wide(const std::u16string &text)
+{
+    return reinterpret_cast<const WCHAR *>(text.c_str());
+}
+
+} // namespace
+
+/// A file in memory, as the library knows only files.
+struct EmfCanvas::Stream
+{
+    char *bytes = nullptr;
+    size_t size = 0;
+    FILE *file = open_memstream(&bytes, &size);
+    ~Stream()
+    {
+        if (file)
+            fclose(file);
+        free(bytes);
+    }
+};
+
+EmfCanvas::EmfCanvas(double width, double height, double pixelsPerInch, const std::u16string &title)
+    : m_stream(new Stream)
+{
+    if (!m_stream->file)
+        return;
+    const auto frame = [pixelsPerInch](double pixels) {
+        return int(std::lround(pixels / pixelsPerInch * kHundredthsOfMm));
+    };
+    const RECT size = {0, 0, frame(width), frame(height)};
+    // Program and title, each ended by a zero, and one more at the end.
+    const std::u16string description = u"ARVO" + std::u16string(1, u'\0') + title + std::u16string(2, u'\0');
+    m_context = CreateEnhMetaFileWithFILEW(0, m_stream->file, &size, wide(description));
+    if (!m_context)
+        return;
+    // The frame in pixels of the device that the metafile claims to have been made on.
+    const auto onDevice = [this](double inches, int pixels, int millimetres) {
+        return int(
+            std::lround(inches * 25.4 * GetDeviceCaps(m_context, pixels) / GetDeviceCaps(m_context, millimetres)));
+    };
+    SetMapMode(m_context, MM_ANISOTROPIC);
+    SetWindowExtEx(m_context, units(width), units(height), nullptr);
+    SetViewportExtEx(m_context, onDevice(width / pixelsPerInch, HORZRES, HORZSIZE),
+                     onDevice(height / pixelsPerInch, VERTRES, VERTSIZE), nullptr);
+    SetBkMode(m_context, TRANSPARENT);
+    SetTextAlign(m_context, TA_LEFT | TA_BASELINE);
+}
+
+EmfCanvas::~EmfCanvas()
+{
+    finish();
+    delete m_stream;
+}
+
+std::string EmfCanvas::finish()
+{
+    if (!m_context)
+        return {};
+    const HDC context = std::exchange(m_context, 0);
+    try {
+        const HENHMETAFILE metafile = CloseEnhMetaFileWithFILE(context);
+        DeleteEnhMetaFile(metafile);
+    } catch (const std::runtime_error &) {
+        return {}; // thrown when it could not write
+    }
+    // The library went back to complete the header; a memory stream counts up to where it stands.
+    fseek(m_stream->file, 0, SEEK_END);
+    fflush(m_stream->file);
+    return std::string(m_stream->bytes, m_stream->size);
+}
+
+void EmfCanvas::select(Handle &current, Handle wanted)
+{
+    if (current == wanted)
+        return;
+    SelectObject(m_context, wanted);
+    current = wanted;
+}
+
+EmfCanvas::Handle EmfCanvas::penHandle(const Pen &pen)
+{
+    if (!pen.visible)
+        return GetStockObject(NULL_PEN);
+    Handle &handle = m_pens[pen];
+    if (!handle)
+        handle = CreatePen(PS_SOLID, std::max(1, units(pen.width)), pen.colour);
+    return handle;
+}
+
+EmfCanvas::Handle EmfCanvas::brushHandle(const Brush &brush)
+{
+    if (!brush.visible)
+        return GetStockObject(NULL_BRUSH);
+    Handle &handle = m_brushes[brush];
+    if (!handle)
+        handle = CreateSolidBrush(brush.colour);
+    return handle;
+}
+
+EmfCanvas::Handle EmfCanvas::fontHandle(const Font &font)
+{
+    Handle &handle = m_fonts[font];
+    if (!handle) {
+        LOGFONTW log = {};
+        log.lfHeight = -std::max(1, units(font.size));
+        log.lfEscapement = log.lfOrientation = int(std::lround(font.angle * 10));
+        log.lfWeight = font.weight;
+        log.lfItalic = font.italic;
+        log.lfCharSet = DEFAULT_CHARSET;
+        font.family.copy(reinterpret_cast<char16_t *>(log.lfFaceName), LF_FACESIZE - 1);
+        handle = CreateFontIndirectW(&log);
+    }
+    return handle;
+}
+
+void EmfCanvas::setPen(const Pen &pen)
+{
+    if (m_context)
+        select(m_pen, penHandle(pen));
+}
+
+void EmfCanvas::setBrush(const Brush &brush)
+{
+    if (m_context)
+        select(m_brush, brushHandle(brush));
+}
+
+void EmfCanvas::ellipse(Point topLeft, Point bottomRight)
+{
+    if (m_context)
+        Ellipse(m_context, units(topLeft.x), units(topLeft.y), units(bottomRight.x), units(bottomRight.y));
+}
+
+void EmfCanvas::rectangle(Point topLeft, Point bottomRight)
+{
+    if (m_context)
+        Rectangle(m_context, units(topLeft.x), units(topLeft.y), units(bottomRight.x), units(bottomRight.y));
+}
+
+void EmfCanvas::polyline(const std::vector<Point> &points)
+{
+    if (m_context && points.size() >= 2)
+        Polyline(m_context, toPoints(points).data(), int(points.size()));
+}
+
+void EmfCanvas::polygon(const std::vector<Point> &points, bool winding)
+{
+    if (!m_context || points.size() < 2)
+        return;
+    if (std::exchange(m_winding, int(winding)) != int(winding))
+        SetPolyFillMode(m_context, winding ? WINDING : ALTERNATE);
+    Polygon(m_context, toPoints(points).data(), int(points.size()));
+}
+
+void EmfCanvas::path(const std::vector<PathStep> &steps, bool winding)
+{
+    if (!m_context || steps.empty())
+        return;
+    if (std::exchange(m_winding, int(winding)) != int(winding))
+        SetPolyFillMode(m_context, winding ? WINDING : ALTERNATE);
+    BeginPath(m_context);
+    for (const PathStep &step : steps) {
+        const POINT points[3] = {toPoint(step.points[0]), toPoint(step.points[1]), toPoint(step.points[2])};
+        if (step.kind == PathStep::Move)
+            MoveToEx(m_context, points[0].x, points[0].y, nullptr);
+        else if (step.kind == PathStep::Line)
+            LineTo(m_context, points[0].x, points[0].y);
+        else
+            PolyBezierTo(m_context, points, 3);
+    }
+    EndPath(m_context);
+    StrokeAndFillPath(m_context);
+}
+
+void EmfCanvas::text(Point start, const std::u16string &text, const std::vector<double> &advances, const Font &font,
+                     uint32_t colour)
+{
+    if (!m_context || text.empty() || advances.size() != text.size())
+        return;
+    select(m_font, fontHandle(font));
+    if (std::exchange(m_textColour, int64_t(colour)) != int64_t(colour))
+        SetTextColor(m_context, colour);
+    // Each advance is rounded with what the ones before were off, so that long lines do not drift.
+    std::vector<INT> dx;
+    dx.reserve(advances.size());
+    double end = 0;
+    int placed = 0;
+    for (const double advance : advances) {
+        end += advance;
+        dx.push_back(units(end) - placed);
+        placed += dx.back();
+    }
+    ExtTextOutW(m_context, units(start.x), units(start.y), 0, nullptr, wide(text), UINT(text.size()), dx.data());
+}
+
+} // namespace brannock

@@ -1,0 +1,196 @@
+#include "AppFixture.h"
+
+#include <app/CommandActions.h>
+#include <app/TextPanel.h>
+
+#include <db/CreateDatabase.h>
+#include <db/SqlText.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QMenu>
+
+using namespace Qt::StringLiterals;
+using tarnwick::Answer;
+using Kind = tarnwick::RecordingPrompts::Entry::Kind;
+
+namespace app {
+
+namespace {
+
+/// A window on a project of its own, and databases that are not of the present revision.
+class DatabaseCommandsTest : public AppTest
+{
+protected:
+    DatabaseCommandsTest()
+    {
+        demo::DemoOptions options;
+        options.tubes = 100;
+        options.entries = 40;
+        options.outages = 1;
+        demo::makeProject(options, project);
+        window.setFileDialogs(&dialogs);
+        EXPECT_TRUE(window.openProject(project));
+        said.clear();
+    }
+
+    QString makeOldDatabase(const QString &name)
+    {
+        const QString path = project + u"/arvo/"_s + name;
+        EXPECT_TRUE(db::createDatabase(said, path));
+        dao::Workspace workspace;
+        dao::Database database(workspace);
+        database.open(path);
+        database.deleteField(u"tubes", u"x");
+        database.deleteField(u"tubes", u"y");
+        said.clear();
+        return path;
+    }
+    void open(const QString &path, std::initializer_list<Answer> answers = {})
+    {
+        said.clear();
+        said.answerWith(answers);
+        dialogs.next = path;
+        run(OpenDatabase);
+    }
+    void run(int number)
+    {
+        window.commands().action(number)->trigger();
+        QCoreApplication::processEvents();
+    }
+    QString panel() { return window.findChild<TextPanel *>(u"projectPanel"_s)->text(); }
+
+    QTemporaryDir folder;
+    QString project = folder.filePath(u"project"_s);
+    ScriptedDialogs dialogs;
+    DBase window{&said};
+};
+
+/// Shows nothing, and wants to stop at once.
+class Stopping : public tarnwick::Progress
+{
+public:
+    void report(qint64, qint64, const QString &) override {}
+    bool cancelled() override { return true; }
+};
+
+} // namespace
+
+TEST_F(DatabaseCommandsTest, AnOldDatabaseIsConvertedWhenTheUserAgrees)
+{
+    const QString path = makeOldDatabase(u"old.mdb"_s);
+    open(path, {Answer::No});
+    EXPECT_EQ(said.texts(Kind::Question).size(), 1);
+    EXPECT_FALSE(window.session().database().table(u"tubes").field(u"x"));
+    EXPECT_TRUE(panel().endsWith(u"Database : old.mdb"_s));
+
+    open(path, {Answer::Yes});
+    EXPECT_TRUE(window.session().database().table(u"tubes").field(u"x"));
+    EXPECT_EQ(said.texts(Kind::Information), QStringList{u"Conversions:\n    1) Modified tubes table.\n"_s});
+    EXPECT_TRUE(QFile::exists(project + u"/arvo/old._db"_s));
+    EXPECT_EQ(said.lastStatus(), u"Connected to \"old.mdb\"."_s);
+}
+
+TEST_F(DatabaseCommandsTest, LongWorkCanBeStopped)
+{
+    const QString path = makeOldDatabase(u"old.mdb"_s);
+    QStringList titles;
+    window.projectSession().makeProgress = [&titles](const QString &title) {
+        titles.append(title);
+        return std::make_unique<Stopping>();
+    };
+    open(path, {Answer::Yes});
+    EXPECT_TRUE(said.texts(Kind::Status).contains(u"Conversion cancelled."_s));
+    EXPECT_FALSE(window.session().database().table(u"tubes").field(u"x"));
+    EXPECT_TRUE(said.texts(Kind::Error).isEmpty());
+
+    open(window.project().databasePath());
+    said.answerWith({Answer::Yes});
+    run(UploadComponent);
+    EXPECT_EQ(said.lastStatus(), u"Upload of the model cancelled."_s);
+    EXPECT_EQ(db::firstValue(window.session().database(), u"SELECT COUNT(*) FROM tubes"_s).integer(), 0);
+    EXPECT_EQ(titles, (QStringList{u"Connect to Database"_s, u"Connect to Database"_s, u"Upload Component"_s}));
+}
+
+TEST_F(DatabaseCommandsTest, AJetFileIsOpenedReadOnly)
+{
+    if (qEnvironmentVariableIsEmpty("ARVO_TESTDATA"))
+        GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
+    const QString path = project + u"/arvo/jet.mdb"_s;
+    ASSERT_TRUE(QFile::copy(QDir(qEnvironmentVariable("ARVO_TESTDATA")).filePath(u"suite-old-1.mdb"_s), path));
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    open(path, {Answer::No});
+    EXPECT_TRUE(panel().endsWith(u"Database : jet.mdb READ ONLY"_s)) << qPrintable(panel());
+    said.clear();
+    run(UploadComponent);
+    ASSERT_EQ(said.entries().size(), 1);
+    EXPECT_EQ(said.entries().first().number, 1031);
+    EXPECT_EQ(db::firstValue(window.session().database(), u"SELECT COUNT(*) FROM report"_s).integer(), 2000);
+}
+
+TEST_F(DatabaseCommandsTest, RecentDatabasesThatAreGoneAreGreyedAndComeBack)
+{
+    const QString path = makeOldDatabase(u"old.mdb"_s);
+    open(path, {Answer::No});
+    open(window.project().databasePath());
+    QAction *second = window.commands().action(FirstRecentDatabase + 1);
+    ASSERT_NE(second, nullptr);
+    EXPECT_TRUE(second->text().endsWith(u"arvo\\old.mdb"_s));
+    EXPECT_TRUE(second->isEnabled());
+
+    QMenu *menu = window.commands().menuOf(NoRecentDatabase);
+    ASSERT_TRUE(QFile::rename(path, path + u".away"_s));
+    Q_EMIT menu->aboutToShow();
+    EXPECT_FALSE(second->isEnabled());
+    EXPECT_TRUE(second->isVisible());
+    EXPECT_TRUE(second->toolTip().contains(QDir::toNativeSeparators(path))) << qPrintable(second->toolTip());
+    ASSERT_TRUE(QFile::rename(path + u".away"_s, path));
+    Q_EMIT menu->aboutToShow();
+    EXPECT_TRUE(second->isEnabled());
+
+    said.clear();
+    run(ClearRecentDatabases);
+    EXPECT_TRUE(window.projectSession().recentFiles().databases.isEmpty());
+    EXPECT_FALSE(second->isVisible());
+}
+
+TEST_F(DatabaseCommandsTest, AnExistingDatabaseIsNeverReplacedByANewOne)
+{
+    const QString path = makeOldDatabase(u"old.mdb"_s);
+    dialogs.next = path;
+    run(NewDatabase);
+    ASSERT_EQ(said.texts(Kind::Error).size(), 1);
+    EXPECT_EQ(said.entries().last().number, 1015);
+    EXPECT_EQ(window.session().path(), window.project().databasePath()) << "the connection stays";
+}
+
+TEST_F(DatabaseCommandsTest, TheTitleFollowsTheWindowAndTheProject)
+{
+    const QString name = window.project().name;
+    window.show();
+    window.showMinimized();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.windowTitle(), name);
+    window.showNormal();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.windowTitle(), u"ARVO - "_s + project);
+    window.showMaximized();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.windowTitle(), u"ARVO - "_s + project);
+
+    // The other project's database is connected once the other project is shown.
+    QStringList shown;
+    window.projectSession().makeProgress = [&](const QString &) -> std::unique_ptr<tarnwick::Progress> {
+        shown.append(window.windowTitle());
+        return nullptr;
+    };
+    ASSERT_TRUE(window.openProject(projectFolder()));
+    EXPECT_EQ(shown, QStringList{u"ARVO - "_s + projectFolder()});
+    EXPECT_EQ(window.session().path(), window.project().databasePath());
+    EXPECT_EQ(window.projectSession().recentProjects().mid(0, 2), (QStringList{projectFolder(), project}));
+    ASSERT_TRUE(window.openProject(project));
+    EXPECT_EQ(window.session().path(), project + u"/arvo/project.mdb"_s);
+}
+
+} // namespace app

@@ -1,0 +1,383 @@
+#include "AppFixture.h"
+
+#include <app/logic/HeaderEditor.h>
+#include <app/logic/MapCommands.h>
+#include <app/logic/SystemMacros.h>
+
+#include <plans/PatternFill.h>
+#include <support/TemporaryFolder.h>
+#include <tarnwick/FileWriter.h>
+
+#include <QFile>
+#include <QLockFile>
+
+using namespace Qt::StringLiterals;
+using tarnwick::Answer;
+using Kind = tarnwick::RecordingPrompts::Entry::Kind;
+
+namespace app {
+
+namespace {
+
+/// The session without a window, as a host for what changes the map.
+class SessionHost : public plans::MapHost
+{
+public:
+    explicit SessionHost(ProjectSession &session)
+        : m_session(session)
+    {
+    }
+    brannock::Project &project() override { return m_session.project(); }
+    ellery::SteamGen &steamGen() override { return m_session.project().steamGen; }
+    plans::MapLegend &legend() override { return m_session.legend(); }
+    db::DatabaseSession &session() override { return m_session.database(); }
+    tarnwick::UserPrompts &prompts() override { return m_session.prompts(); }
+    plans::QuerySource &queries() override { return m_session.queries(); }
+    void undoCheckpoint(const QString &label) override { m_session.undo().checkpoint(label); }
+    void redrawMap() override {}
+    void refreshLegend() override {}
+    tarnwick::JMacro systemMacros() override { return m_session.systemMacros(); }
+    tarnwick::JMacro userMacros() override { return m_session.options().userMacros; }
+
+private:
+    ProjectSession &m_session;
+};
+
+class MapCommandsTest : public AppTest
+{
+protected:
+    MapCommandsTest()
+    {
+        EXPECT_TRUE(session.openProject(projectFolder()));
+        commands.setFileChoice(&dialogs);
+        said.clear();
+    }
+    void addFill(const QList<qint32> &tubes)
+    {
+        session.undo().checkpoint(u"Fill"_s);
+        auto fill = std::make_unique<plans::PatternFill>();
+        fill->tubes = tubes;
+        session.legend().addEntry(std::move(fill), true);
+    }
+    QString inFolder(const QString &name) const { return folder.path(name); }
+    QString questions() const { return said.texts(Kind::Question).join(u'|'); }
+
+    support::TemporaryFolder folder;
+    ScriptedDialogs dialogs;
+    ProjectSession session{said};
+    SessionHost host{session};
+    MapCommands commands{session};
+};
+
+const QString kAsk = u"Do you wish to save changes to the map?"_s;
+
+} // namespace
+
+TEST_F(MapCommandsTest, UnsavedChangesAreAskedAboutBeforeTheyWouldBeLost)
+{
+    commands.newMap();
+    EXPECT_TRUE(said.texts(Kind::Question).isEmpty()) << "nothing to lose";
+
+    addFill({1});
+    said.answerWith({Answer::Cancel});
+    commands.newMap();
+    EXPECT_EQ(questions(), kAsk);
+    EXPECT_EQ(session.legend().count(), 1);
+
+    // Yes, but no file was chosen: that is no way to lose the map either.
+    said.answerWith({Answer::Yes});
+    commands.newMap();
+    EXPECT_EQ(session.legend().count(), 1);
+
+    dialogs.next = inFolder(u"kept.map"_s);
+    said.answerWith({Answer::Yes});
+    commands.newMap();
+    EXPECT_EQ(session.legend().count(), 0);
+    EXPECT_TRUE(folder.has(u"kept.map"_s));
+
+    addFill({2});
+    said.clear();
+    said.answerWith({Answer::No});
+    commands.open(dialogs.next);
+    EXPECT_EQ(questions(), kAsk);
+    EXPECT_EQ(session.legend().entry(0).tubes, QList<qint32>{1});
+    EXPECT_EQ(said.lastStatus(), u"Opened map \"%1\"."_s.arg(session.map().file()));
+}
+
+TEST_F(MapCommandsTest, SaveGoesToTheMapsOwnFileAndSaveAsToAnother)
+{
+    addFill({1});
+    dialogs.next = inFolder(u"one.map"_s);
+    EXPECT_TRUE(commands.save());
+    EXPECT_EQ(dialogs.asked, QStringList{u"Maps (*.map)"_s});
+    addFill({2});
+    EXPECT_TRUE(commands.save());
+    EXPECT_EQ(dialogs.asked.size(), 1) << "the file is known";
+    const QByteArray one = folder.read(u"one.map"_s);
+    addFill({3});
+    dialogs.next = inFolder(u"two.map"_s);
+    EXPECT_TRUE(commands.saveAs());
+    EXPECT_EQ(session.map().name(), u"two"_s);
+    EXPECT_EQ(folder.read(u"one.map"_s), one);
+    EXPECT_EQ(session.systemMacros().value(u"[MAP NAME]"), u"two"_s);
+    dialogs.next.clear();
+    EXPECT_FALSE(commands.saveAs());
+}
+
+TEST_F(MapCommandsTest, ExportLeavesTheMapItsFileAndImportOpensACopyInTheProject)
+{
+    addFill({4, 5});
+    session.map().header.upperText = u"from the template"_s;
+    const QString user = session.roots().palomineDir + u"/user/map_templates/sample.map"_s;
+    dialogs.next = user;
+    commands.exportMap();
+    EXPECT_EQ(said.lastStatus(), u"Exported \"[PALOMINE_DIR]\\user\\map_templates\\sample.map\"."_s);
+    EXPECT_TRUE(session.map().file().isEmpty());
+    EXPECT_TRUE(session.undo().isModified());
+
+    said.answerWith({Answer::No});
+    commands.importMap();
+    EXPECT_EQ(said.lastStatus(), u"Imported \"maps\\sample.map\"."_s);
+    EXPECT_EQ(session.map().file(), u"maps\\sample.map"_s);
+    EXPECT_EQ(session.legend().entry(0).tubes, (QList<qint32>{4, 5}));
+    EXPECT_EQ(session.map().header.upperText, u"from the template"_s);
+    EXPECT_EQ(dialogs.asked, QStringList(2, u"Map Template (*.map)"_s));
+
+    // The project has a map of that name now; it is not overwritten unasked.
+    addFill({6});
+    EXPECT_TRUE(commands.save());
+    said.clear();
+    said.answerWith({Answer::No});
+    commands.importMap();
+    EXPECT_EQ(questions(), u"\"maps\\sample.map\" is there already.\n\nDo you wish to replace it?"_s);
+    EXPECT_EQ(session.legend().count(), 2);
+
+    // A template that is none changes neither map nor project.
+    dialogs.next = folder.write(u"none.map"_s, "no map at all");
+    said.clear();
+    commands.importMap();
+    EXPECT_EQ(said.entries()[0].number, 1039);
+    EXPECT_EQ(session.legend().count(), 2);
+    EXPECT_FALSE(QFile::exists(projectFolder() + u"/maps/none.map"_s));
+}
+
+TEST_F(MapCommandsTest, TheMapOpenedLastIsOpenedAtTheStart)
+{
+    addFill({1});
+    const QString path = inFolder(u"last.map"_s);
+    ASSERT_TRUE(session.saveMap(path));
+    {
+        ProjectSession next(said);
+        ASSERT_TRUE(next.openProject(projectFolder()));
+        next.openMapAtStart();
+        EXPECT_EQ(next.legend().count(), 1);
+        EXPECT_FALSE(next.undo().isModified());
+    }
+    QFile::remove(path);
+    said.clear();
+    ProjectSession next(said);
+    ASSERT_TRUE(next.openProject(projectFolder()));
+    next.openMapAtStart();
+    EXPECT_EQ(next.legend().count(), 0);
+    EXPECT_TRUE(said.lastStatus().endsWith(u"is not there any more."_s));
+    EXPECT_TRUE(said.texts(Kind::Error).isEmpty());
+}
+
+namespace {
+
+class RecoveryTest : public MapCommandsTest
+{
+protected:
+    QString copies() const { return MapRecovery::folder(session.roots()); }
+    QStringList names() const { return QDir(copies()).entryList({u"*.map"_s}, QDir::Files); }
+
+    /// What a program leaves that was killed while its map had unsaved changes: its copy, without a living lock.
+    void leaveCopyOfDeadProgram()
+    {
+        MapRecovery dead(said);
+        dead.begin(session.roots());
+        dead.update(session.map(), true);
+        const QString path = copies() + u'/' + names().value(0);
+        QFile::rename(path, path + u".aside"_s);
+        dead.end();
+        QFile::rename(path + u".aside"_s, path);
+    }
+    bool startAgain(ProjectSession &next)
+    {
+        next.keepsRecoveryCopies = true;
+        if (!next.openProject(projectFolder()))
+            return false;
+        next.openMapAtStart();
+        return true;
+    }
+};
+
+} // namespace
+
+TEST_F(RecoveryTest, ACopyIsKeptWhileSomethingIsUnsavedAndGoesWithTheCleanEnd)
+{
+    MapRecovery recovery(said);
+    recovery.update(session.map(), true);
+    EXPECT_TRUE(names().isEmpty()) << "not asked for";
+    recovery.begin(session.roots());
+    recovery.update(session.map(), false);
+    EXPECT_TRUE(names().isEmpty());
+    addFill({1});
+    recovery.update(session.map(), true);
+    EXPECT_EQ(names().size(), 1);
+    recovery.update(session.map(), false);
+    EXPECT_TRUE(names().isEmpty()) << "saved";
+    recovery.update(session.map(), true);
+    EXPECT_EQ(names().size(), 1);
+    recovery.end();
+    EXPECT_TRUE(QDir(copies()).entryList(QDir::Files).isEmpty());
+
+    // A folder that cannot be written to is told once, in the status line, and stops nobody.
+    recovery.begin(session.roots());
+    said.clear();
+    tarnwick::failWritesAfter(0);
+    recovery.update(session.map(), true);
+    recovery.update(session.map(), true);
+    tarnwick::failWritesAfter(-1);
+    EXPECT_EQ(said.entries().size(), 1);
+    EXPECT_TRUE(said.lastStatus().startsWith(u"The changes of the map cannot be kept"_s));
+}
+
+TEST_F(RecoveryTest, WhatADeadProgramLeftIsOfferedAndNeverTouchesTheFile)
+{
+    addFill({1});
+    const QString path = inFolder(u"mine.map"_s);
+    ASSERT_TRUE(session.saveMap(path));
+    const QByteArray stored = folder.read(u"mine.map"_s);
+    addFill({2});
+    session.map().header.upperText = u"unsaved"_s;
+    leaveCopyOfDeadProgram();
+    ASSERT_EQ(names().size(), 1);
+
+    said.clear();
+    ProjectSession later(said);
+    said.answerWith({Answer::Cancel});
+    ASSERT_TRUE(startAgain(later));
+    EXPECT_TRUE(said.texts(Kind::Question)[0].contains(session.map().file()));
+    EXPECT_EQ(later.legend().count(), 1) << "the map opened last, as it was saved";
+    later.endRecovery();
+    EXPECT_EQ(names().size(), 1) << "not decided yet";
+
+    ProjectSession next(said);
+    said.answerWith({Answer::Yes});
+    ASSERT_TRUE(startAgain(next));
+    EXPECT_EQ(next.legend().count(), 2);
+    EXPECT_EQ(next.map().header.upperText, u"unsaved"_s);
+    EXPECT_EQ(next.map().file(), session.map().file());
+    EXPECT_TRUE(next.undo().isModified());
+    EXPECT_EQ(names().size(), 1) << "the copy stays until the map is saved";
+    EXPECT_EQ(folder.read(u"mine.map"_s), stored);
+    ASSERT_TRUE(next.saveMap(path));
+    EXPECT_TRUE(names().isEmpty());
+    EXPECT_NE(folder.read(u"mine.map"_s), stored);
+}
+
+TEST_F(RecoveryTest, DeclinedAndDamagedCopiesGoAndLivingProgramsKeepTheirs)
+{
+    addFill({3});
+    leaveCopyOfDeadProgram();
+    {
+        ProjectSession next(said);
+        said.answerWith({Answer::No});
+        ASSERT_TRUE(startAgain(next));
+        EXPECT_EQ(next.legend().count(), 0);
+        EXPECT_TRUE(names().isEmpty());
+        next.endRecovery();
+    }
+    leaveCopyOfDeadProgram();
+    const QString path = copies() + u'/' + names().value(0);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.resize(file.size() / 2));
+    file.close();
+    {
+        said.clear();
+        ProjectSession next(said);
+        ASSERT_TRUE(startAgain(next));
+        ASSERT_EQ(said.texts(Kind::Error).size(), 1);
+        EXPECT_TRUE(said.texts(Kind::Error)[0].startsWith(u"Could not read map file."_s));
+        EXPECT_TRUE(QFile::exists(path + u".bad"_s));
+        next.endRecovery();
+    }
+    // Two programs on one project: neither is offered the other's copy.
+    MapRecovery living(said);
+    living.begin(session.roots());
+    living.update(session.map(), true);
+    said.clear();
+    ProjectSession second(said);
+    ASSERT_TRUE(startAgain(second));
+    EXPECT_TRUE(said.texts(Kind::Question).isEmpty());
+    plans::MapLegend &legend = second.legend();
+    second.undo().checkpoint(u"Fill"_s);
+    legend.addEntry(std::make_unique<plans::PatternFill>(), true);
+    second.updateRecoveryCopy();
+    EXPECT_EQ(names().size(), 2);
+}
+
+TEST_F(MapCommandsTest, HeaderIsEditedApartFromTheMapAndSetWithUndo)
+{
+    HeaderEditor editor(session.map(), host, dialogs, session.roots());
+    EXPECT_EQ(editor.title(), u"Map Header -  "_s) << "no name, no mark";
+    EXPECT_TRUE(editor.mayClose());
+    EXPECT_EQ(said.lastStatus(), u"Header unchanged."_s);
+    editor.header.name = u"plant"_s;
+    EXPECT_EQ(editor.title(), u"Map Header - plant*"_s);
+    said.answerWith({Answer::Cancel, Answer::No, Answer::Yes});
+    EXPECT_FALSE(editor.mayClose());
+    EXPECT_TRUE(editor.mayClose());
+    EXPECT_TRUE(session.map().header.name.isEmpty());
+    EXPECT_TRUE(editor.mayClose());
+    EXPECT_EQ(questions(), QStringList(3, u"Do you wish to save changes?"_s).join(u'|'));
+    EXPECT_EQ(said.lastStatus(), u"Set new map header."_s);
+    EXPECT_EQ(session.map().header.name, u"plant"_s);
+    EXPECT_EQ(session.undo().undoLabel(), u"Set Map Header"_s);
+    EXPECT_EQ(editor.title(), u"Map Header - plant "_s);
+    session.undo().undo();
+    EXPECT_TRUE(session.map().header.name.isEmpty());
+}
+
+TEST_F(MapCommandsTest, HeadersAreStoredOpenedImportedAndExported)
+{
+    HeaderEditor editor(session.map(), host, dialogs, session.roots());
+    editor.header.upperText = u"Site [SITE CODE], [map tube count] tubes, [NO SUCH]"_s;
+    const QString tubes = QString::number(session.project().steamGen.numTube());
+    EXPECT_EQ(editor.header.expanded(editor.macros()).upperText,
+              u"Site %1, %2 tubes, [NO SUCH]"_s.arg(session.project().site.siteCode, tubes));
+    EXPECT_FALSE(editor.macros().value(u"[CUR DATETIME]")->isEmpty());
+
+    dialogs.next = projectFolder() + u"/map_headers/wear.hdr"_s;
+    ASSERT_TRUE(editor.save());
+    EXPECT_EQ(dialogs.asked, QStringList{u"Map Header (*.hdr)"_s});
+    EXPECT_EQ(editor.header.name, u"wear"_s);
+    dialogs.next = session.roots().palomineDir + u"/user/map_headers/all.hdr"_s;
+    editor.exportHeader();
+    EXPECT_EQ(said.lastStatus(), u"Exported \"[PALOMINE_DIR]\\user\\map_headers\\all.hdr\"."_s);
+    EXPECT_EQ(editor.header.name, u"wear"_s);
+
+    HeaderEditor other(session.map(), host, dialogs, session.roots());
+    ASSERT_TRUE(other.importHeader());
+    EXPECT_EQ(said.lastStatus(), u"Imported \"map_headers\\all.hdr\"."_s);
+    EXPECT_EQ(other.header.name, u"all"_s);
+    EXPECT_EQ(other.header.upperText, editor.header.upperText);
+    EXPECT_TRUE(QFile::exists(projectFolder() + u"/map_headers/all.hdr"_s));
+
+    dialogs.next = folder.write(u"bad.hdr"_s, "bad");
+    said.clear();
+    EXPECT_FALSE(other.open());
+    EXPECT_EQ(said.entries()[0].number, 1037);
+    EXPECT_TRUE(said.entries()[0].text.startsWith(u"Could not load map header.\n\n"_s));
+    EXPECT_EQ(other.header.name, u"all"_s);
+    said.clear();
+    tarnwick::failWritesAfter(0);
+    EXPECT_FALSE(other.save());
+    tarnwick::failWritesAfter(-1);
+    EXPECT_EQ(said.entries()[0].number, 1038);
+    for (const QString &name : {u"all"_s, u"wear"_s})
+        QFile::remove(projectFolder() + u"/map_headers/"_s + name + u".hdr"_s);
+}
+
+} // namespace app

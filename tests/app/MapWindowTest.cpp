@@ -1,0 +1,240 @@
+#include "AppFixture.h"
+
+#include <app/CommandActions.h>
+#include <app/HeaderDlg.h>
+#include <app/logic/Messages.h>
+#include <app/MapPreviewDlg.h>
+#include <app/MapPrinting.h>
+#include <app/TextPanel.h>
+
+#include <plans/FillCommit.h>
+#include <plans/PatternFill.h>
+#include <support/TemporaryFolder.h>
+
+#include <QCheckBox>
+#include <QImageReader>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPrinter>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+using tarnwick::Answer;
+
+namespace app {
+
+namespace {
+
+class MapWindowTest : public AppTest
+{
+protected:
+    MapWindowTest()
+    {
+        window.setFileDialogs(&dialogs);
+        EXPECT_TRUE(window.openProject(projectFolder()));
+        QCoreApplication::processEvents();
+        said.clear();
+    }
+    QAction *command(int number) { return window.commands().action(number); }
+    void run(int number)
+    {
+        command(number)->trigger();
+        QCoreApplication::processEvents();
+    }
+    void addPattern(int firstRow)
+    {
+        plans::PatternFill fill;
+        fill.parameters.firstRow = firstRow;
+        fill.parameters.colIncrement = 1;
+        plans::addNewFill(window, fill);
+        QCoreApplication::processEvents();
+    }
+    /// Does something with the dialog of a class once it is open.
+    template <typename Dialog>
+    static void whenOpen(const std::function<void(Dialog &)> &work)
+    {
+        QTimer::singleShot(0, qApp, [work] {
+            auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            work(*dialog);
+            if (dialog->isVisible())
+                dialog->QDialog::done(0);
+        });
+    }
+    void pressHeader() { window.findChild<QToolButton *>(u"headerButton"_s)->click(); }
+
+    support::TemporaryFolder folder;
+    ScriptedDialogs dialogs;
+    DBase window{&said};
+};
+
+} // namespace
+
+TEST_F(MapWindowTest, ClosingAsksAboutTheMapAndStaysWhenToldTo)
+{
+    window.show();
+    addPattern(1);
+    EXPECT_EQ(window.findChild<QLabel *>(u"mapText"_s)->text(), u"Map not saved"_s);
+    said.answerWith({Answer::Cancel, Answer::Yes});
+    EXPECT_FALSE(window.close());
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(window.session().isOpen());
+    dialogs.next = folder.path(u"closing.map"_s);
+    EXPECT_TRUE(window.close());
+    EXPECT_TRUE(folder.has(u"closing.map"_s));
+}
+
+TEST_F(MapWindowTest, MapsAreSavedListedAndOpenedAgain)
+{
+    addPattern(1);
+    dialogs.next = folder.path(u"first.map"_s);
+    run(SaveMap);
+    EXPECT_TRUE(window.findChild<TextPanel *>(u"projectPanel"_s)->text().contains(u"Map Name : first\n"_s));
+    EXPECT_TRUE(window.findChild<QLabel *>(u"mapText"_s)->text().isEmpty());
+    EXPECT_FALSE(command(NoRecentMap)->isVisible());
+    run(NewMap);
+    EXPECT_EQ(window.legend().count(), 0);
+    EXPECT_FALSE(command(Undo)->isEnabled());
+    ASSERT_NE(command(FirstRecentMap), nullptr);
+    run(FirstRecentMap);
+    EXPECT_EQ(window.legend().count(), 1);
+    EXPECT_TRUE(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Question).isEmpty());
+
+    // Another project is another map.
+    addPattern(2);
+    said.answerWith({Answer::Cancel});
+    dialogs.next = projectFolder();
+    run(OpenProject);
+    EXPECT_EQ(window.legend().count(), 2);
+}
+
+TEST_F(MapWindowTest, HeaderDialogShowsValuesForKeywordsAndSetsTheHeader)
+{
+    whenOpen<HeaderDlg>([](HeaderDlg &dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"Map Header -  "_s);
+        auto *upper = dialog.findChild<QPlainTextEdit *>(u"upperText"_s);
+        upper->setPlainText(u"Site [SITE CODE]"_s);
+        EXPECT_TRUE(dialog.windowTitle().endsWith(u'*'));
+        dialog.findChild<QCheckBox *>(u"expandMacros"_s)->click();
+        EXPECT_FALSE(upper->toPlainText().contains(u'['));
+        EXPECT_TRUE(upper->isReadOnly());
+        // Other fields go on being edited meanwhile, and the template is not lost.
+        auto *size = dialog.findChild<QSpinBox *>(u"font2Size"_s);
+        EXPECT_EQ(size->text(), u"10 pts"_s);
+        size->setValue(99);
+        EXPECT_EQ(size->value(), 20);
+        dialog.findChild<QLineEdit *>(u"preparedBy"_s)->setText(u"Me"_s);
+        dialog.findChild<QCheckBox *>(u"showTemplate"_s)->click();
+        EXPECT_EQ(upper->toPlainText(), u"Site [SITE CODE]"_s);
+        dialog.findChild<QPushButton *>(u"setHeader"_s)->click();
+    });
+    pressHeader();
+    const MapHeader &header = window.projectSession().map().header;
+    EXPECT_EQ(header.upperText, u"Site [SITE CODE]"_s);
+    EXPECT_EQ(header.lowerSize, 20);
+    EXPECT_EQ(header.upperFont, u"Times New Roman"_s) << "a font that this machine does not have stays";
+    EXPECT_EQ(header.preparedBy, u"Me"_s);
+    EXPECT_EQ(said.lastStatus(), u"Set new map header."_s);
+    EXPECT_TRUE(window.projectSession().undo().isModified());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(command(Undo)->text(), u"Undo Set Map Header"_s);
+    run(Undo);
+    EXPECT_TRUE(window.projectSession().map().header.upperText.isEmpty());
+
+    whenOpen<HeaderDlg>([](HeaderDlg &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    pressHeader();
+    EXPECT_EQ(said.lastStatus(), u"Header unchanged."_s);
+    said.answerWith({Answer::Cancel, Answer::No});
+    whenOpen<HeaderDlg>([](HeaderDlg &dialog) {
+        dialog.findChild<QPlainTextEdit *>(u"description"_s)->setPlainText(u"words"_s);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.findChild<QPushButton *>(u"closeHeader"_s)->click();
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    pressHeader();
+    EXPECT_TRUE(window.projectSession().map().description.isEmpty());
+}
+
+TEST_F(MapWindowTest, PicturesGoThroughTheirChoosersAndCarryTheLegendsCounts)
+{
+    addPattern(1);
+    addPattern(1);
+    dialogs.next = folder.path(u"map.svg"_s);
+    run(StoreMetafile);
+    EXPECT_EQ(dialogs.asked, QStringList{u"Metafiles (*.emf)"_s});
+    EXPECT_TRUE(said.lastStatus().startsWith(u"Stored picture"_s));
+    const QString svg = QString::fromUtf8(folder.read(u"map.svg"_s));
+    const auto counted = [](int number) -> QString { return u">"_s + tarnwick::format(u"%D", number) + u"<"_s; };
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_TRUE(svg.contains(counted(window.legend().entry(i).fillCount)));
+        EXPECT_TRUE(svg.contains(counted(window.legend().entry(i).paintedCount)));
+    }
+    EXPECT_EQ(window.legend().entry(0).paintedCount, 0) << "the later entry shows";
+    EXPECT_TRUE(svg.contains(u"Palomine International Corp., ARVO Rev %1, "_s.arg(brannock::TOLVENMARK_REV)));
+    EXPECT_TRUE(svg.contains(tarnwick::format(u"%D open tubes", window.steamGen().openCount())));
+
+    dialogs.next = folder.path(u"map.bmp"_s);
+    run(StoreBitmap);
+    EXPECT_EQ(dialogs.asked.last(), u"Bitmaps (*.bmp)"_s);
+    const QSize size = QImageReader(dialogs.next).size();
+    EXPECT_GT(size.width(), size.height()) << "landscape";
+    dialogs.next = folder.path(u"no folder/map.emf"_s);
+    QFile(folder.path(u"no folder"_s)).open(QIODevice::WriteOnly);
+    run(StoreMetafile);
+    EXPECT_TRUE(said.entries().last().text.startsWith(u"Could not store the picture.\n\n"_s));
+}
+
+TEST_F(MapWindowTest, PrintsOnAPrinterAndSaysWhenItCannotBeOpened)
+{
+    addPattern(2);
+    MapPrinting printing(window.projectSession(), window, window.map(), &window);
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(folder.path(u"map.pdf"_s));
+    EXPECT_TRUE(printing.printOn(printer, messages::kPrinterFailed));
+    EXPECT_TRUE(folder.read(u"map.pdf"_s).startsWith("%PDF"));
+    QPrinter nowhere;
+    nowhere.setOutputFormat(QPrinter::PdfFormat);
+    nowhere.setOutputFileName(folder.path(u"missing/map.pdf"_s));
+    said.clear();
+    EXPECT_FALSE(printing.printOn(nowhere, messages::kPrinterFailed));
+    ASSERT_EQ(said.entries().size(), 1);
+    EXPECT_EQ(said.entries()[0].number, 1018);
+    EXPECT_EQ(said.entries()[0].text, u"Could not open printer."_s);
+    EXPECT_EQ(messages::kBitmapPrinterFailed.number, 1016);
+    EXPECT_EQ(messages::kPreviewPrinterFailed.number, 1017);
+
+    int pages = 0;
+    MapPreviewDlg preview(
+        printer, [&](QPrinter &device) { pages += printing.printOn(device, messages::kPreviewPrinterFailed); },
+        &window);
+    EXPECT_EQ(preview.windowTitle(), u"Map Print Preview"_s);
+    preview.show();
+    QCoreApplication::processEvents();
+    EXPECT_GE(pages, 1);
+}
+
+TEST_F(MapWindowTest, ACopyForTheCaseOfACrashFollowsTheChangesAndGoesWithTheWindow)
+{
+    window.projectSession().keepsRecoveryCopies = true;
+    ASSERT_TRUE(window.openProject(projectFolder()));
+    const QDir copies(MapRecovery::folder(window.projectSession().roots()));
+    const auto count = [&copies] { return copies.entryList({u"*.map"_s}, QDir::Files).size(); };
+    addPattern(1);
+    EXPECT_TRUE(QTest::qWaitFor([&count] { return count() == 1; }));
+    run(Undo);
+    EXPECT_TRUE(QTest::qWaitFor([&count] { return count() == 0; }));
+    addPattern(1);
+    EXPECT_TRUE(QTest::qWaitFor([&count] { return count() == 1; }));
+    said.answerWith({Answer::No});
+    EXPECT_TRUE(window.close());
+    EXPECT_EQ(count(), 0);
+}
+
+} // namespace app

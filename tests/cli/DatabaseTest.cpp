@@ -1,0 +1,162 @@
+#include "CliProcess.h"
+
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Databases come and go, through the real program.
+class DatabaseCommands : public ::testing::Test
+{
+protected:
+    DatabaseCommands()
+    {
+        cli.mustRun({u"demo"_s, project, u"--tubes"_s, u"150"_s, u"--entries"_s, u"60"_s, u"--outages"_s, u"1"_s});
+    }
+
+    static QByteArray bytes(const QString &path)
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
+        return file.readAll();
+    }
+    static void write(const QString &path, const QByteArray &content)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+    qint64 number(const QString &target, const QString &statement) const
+    {
+        return cli.mustRun({u"sql"_s, target, statement, u"--format"_s, u"json"_s}).json()[u"rows"][0][0].toInteger(-1);
+    }
+    static QString sample(const QString &name)
+    {
+        return QDir(qEnvironmentVariable("ARVO_TESTDATA")).filePath(name + u".mdb"_s);
+    }
+
+    CliProcess cli;
+    QTemporaryDir folder;
+    QString project = folder.filePath(u"plant's project"_s);
+    QString database = project + u"/arvo/project.mdb"_s;
+    QString backup = project + u"/arvo/project._db"_s;
+};
+
+} // namespace
+
+TEST_F(DatabaseCommands, ComponentIsUploadedAfterAQuestion)
+{
+    const CliResult asked = cli.run({u"upload-component"_s, project});
+    EXPECT_EQ(asked.status, 1);
+    EXPECT_TRUE(asked.error.contains(u"Are you sure you wish to upload the component to the database?\n"
+                                     "answered: No (answer with --yes, --no or --answers)"_s))
+        << qPrintable(asked.error);
+    EXPECT_EQ(number(project, u"SELECT COUNT(*) FROM tubes"_s), 0);
+
+    const CliResult done = cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
+    const qint64 tubes = number(project, u"SELECT COUNT(*) FROM tubes"_s);
+    EXPECT_GT(tubes, 100);
+    EXPECT_TRUE(done.output.startsWith(u"Successfully uploaded model. %1 tubes, "_s.arg(tubes)))
+        << qPrintable(done.output);
+    cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
+    EXPECT_EQ(number(project, u"SELECT COUNT(*) FROM tubes"_s), tubes);
+}
+
+TEST_F(DatabaseCommands, ConnectTellsStepsAnswerAndBackup)
+{
+    cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
+    for (const QString &field : {u"x"_s, u"y"_s})
+        cli.mustRun({u"sql"_s, project, u"ALTER TABLE tubes DROP COLUMN "_s + field});
+    cli.mustRun({u"sql"_s, project, u"DROP TABLE leg_alias"_s});
+    cli.run({u"sql"_s, project, u"SELECT 1"_s}); // brings the views up to date
+    const QByteArray before = bytes(database);
+
+    const CliResult declined = cli.mustRun({u"connect"_s, project});
+    EXPECT_TRUE(declined.output.contains(u"question: Do you wish to convert:\n\n\t\""_s + database));
+    EXPECT_TRUE(declined.output.contains(u"answered: No (answer with --convert yes or --convert no)"_s));
+    EXPECT_TRUE(declined.output.endsWith(u"Connected to \"project.mdb\".\nNot converted:\n"
+                                         "    1) Modified tubes table.\n    2) Created leg_alias table.\n"
+                                         "Database: "_s +
+                                         database + u'\n'))
+        << qPrintable(declined.output);
+    EXPECT_EQ(bytes(database), before);
+    EXPECT_FALSE(QFile::exists(backup));
+
+    const CliResult converted = cli.mustRun({u"connect"_s, project, u"--convert"_s, u"yes"_s});
+    EXPECT_TRUE(converted.output.contains(u"answered: Yes\nBacking up \"%1\" to \"%2\" ...\n"_s.arg(database, backup)));
+    EXPECT_TRUE(
+        converted.output.contains(u"Conversions:\n    1) Modified tubes table.\n    2) Created leg_alias table.\n"_s));
+    EXPECT_TRUE(converted.output.endsWith(u"Backup: %1\nDatabase: %2\n"_s.arg(backup, database)))
+        << qPrintable(converted.output);
+    EXPECT_EQ(bytes(backup), before);
+    EXPECT_EQ(number(project, u"SELECT COUNT(*) FROM tubes WHERE x = 0"_s),
+              number(project, u"SELECT COUNT(*) FROM tubes"_s));
+
+    const QByteArray after = bytes(database);
+    EXPECT_EQ(cli.mustRun({u"connect"_s, database}).output,
+              u"Connected to \"project.mdb\".\nDatabase: %1\n"_s.arg(database));
+    EXPECT_EQ(bytes(database), after) << "connecting once more writes nothing";
+    EXPECT_EQ(cli.run({u"connect"_s, project, u"--convert"_s, u"maybe"_s}).status, 2);
+    EXPECT_EQ(cli.run({u"connect"_s, project + u"/none.mdb"_s}).status, 1);
+
+    // Elsewhere nothing is converted, and a wish that is not granted is no success.
+    const QString elsewhere = folder.filePath(u"old.mdb"_s);
+    ASSERT_TRUE(QFile::copy(backup, elsewhere));
+    const CliResult refused = cli.run({u"connect"_s, elsewhere, u"--convert"_s, u"yes"_s});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.output.contains(u"since it is not in the current project."_s)) << qPrintable(refused.output);
+    EXPECT_EQ(bytes(elsewhere), before);
+}
+
+TEST_F(DatabaseCommands, JetFilesAreReadAndConverted)
+{
+    if (qEnvironmentVariableIsEmpty("ARVO_TESTDATA"))
+        GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
+    const QByteArray jet = bytes(sample(u"suite-old-2"_s));
+    write(database, jet);
+    EXPECT_EQ(number(project, u"SELECT COUNT(*) FROM report"_s), 1200);
+    const CliResult refused = cli.run({u"sql"_s, project, u"DELETE FROM report"_s});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.error.contains(u"[3027]"_s)) << qPrintable(refused.error);
+
+    EXPECT_TRUE(cli.mustRun({u"connect"_s, project, u"--convert"_s, u"no"_s})
+                    .output.endsWith(u"Database: %1 READ ONLY\n"_s.arg(database)));
+    EXPECT_EQ(bytes(database), jet);
+    const CliResult converted = cli.mustRun({u"connect"_s, project, u"--convert=yes"_s});
+    EXPECT_TRUE(converted.output.contains(u"    1) Converted Jet database file.\n    2) Modified report table.\n"_s))
+        << qPrintable(converted.output);
+    EXPECT_EQ(bytes(backup), jet);
+    EXPECT_EQ(number(project, u"SELECT COUNT(*) FROM report"_s), 1200);
+}
+
+TEST_F(DatabaseCommands, JetFilesAreImportedWhole)
+{
+    if (qEnvironmentVariableIsEmpty("ARVO_TESTDATA"))
+        GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
+    const QString made = folder.filePath(u"new.mdb"_s);
+    const CliResult whole = cli.mustRun({u"import"_s, sample(u"suite-current"_s), u"--out"_s, made});
+    EXPECT_TRUE(whole.output.contains(u"report              11961\n"_s)) << qPrintable(whole.output);
+    EXPECT_TRUE(whole.output.endsWith(u"Jet 4: 12 tables with 16883 rows, 2 relations, 11 stored queries.\n"
+                                      "Everything was carried over.\n"_s))
+        << qPrintable(whole.output);
+    EXPECT_EQ(number(made, u"SELECT COUNT(*) FROM report"_s), 11961);
+    EXPECT_EQ(cli.run({u"import"_s, sample(u"suite-current"_s), u"--out"_s, made}).status, 1);
+    EXPECT_EQ(cli.run({u"import"_s, sample(u"suite-current"_s)}).status, 2);
+
+    const CliResult forms = cli.mustRun({u"import"_s, sample(u"nwind"_s), u"--out"_s, folder.filePath(u"n.mdb"_s)});
+    EXPECT_TRUE(forms.output.contains(u"could not be carried over as it is:\n    "_s)) << qPrintable(forms.output);
+
+    const QString cut = folder.filePath(u"cut.mdb"_s);
+    write(cut, bytes(sample(u"suite-old-1"_s)).left(200 * 4096));
+    const QString rest = folder.filePath(u"rest.mdb"_s);
+    const CliResult refused = cli.run({u"import"_s, cut, u"--out"_s, rest});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.error.contains(u"[3049]"_s) && refused.error.contains(u"cut.mdb"_s))
+        << qPrintable(refused.error);
+    EXPECT_FALSE(QFile::exists(rest));
+    const CliResult salvaged = cli.mustRun({u"import"_s, cut, u"--out"_s, rest, u"--damaged"_s});
+    EXPECT_TRUE(salvaged.output.contains(u"could not be read"_s)) << qPrintable(salvaged.output);
+    EXPECT_TRUE(QFile::exists(rest));
+}

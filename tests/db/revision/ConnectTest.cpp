@@ -1,0 +1,119 @@
+#include <db/CreateDatabase.h>
+#include <db/revision/ConnectDatabase.h>
+#include <gtest/gtest.h>
+#include <QDir>
+#include <QFile>
+#include <support/Printers.h>
+#include <support/TemporaryFolder.h>
+
+using namespace Qt::StringLiterals;
+using Kind = tarnwick::RecordingPrompts::Entry::Kind;
+
+namespace {
+
+class Listener : public db::ConnectionListener
+{
+public:
+    void databaseConnected(const QString &path) override { paths.append(path); }
+    QStringList paths;
+};
+
+class ConnectTest : public ::testing::Test
+{
+protected:
+    ConnectTest()
+        : session(prompts)
+    {
+        project.folder = folder.path();
+        QDir(folder.path()).mkdir(u"arvo"_s);
+        context = {&project, &listener};
+        standard = project.databasePath();
+    }
+
+    support::TemporaryFolder folder;
+    tarnwick::RecordingPrompts prompts;
+    db::DatabaseSession session;
+    brannock::Project project;
+    Listener listener;
+    db::ConnectContext context;
+    QString standard;
+};
+
+TEST_F(ConnectTest, StartsWithANewDatabaseWhenThereIsNone)
+{
+    EXPECT_TRUE(db::connectAtStart(session, {u"arvo\\project.mdb"_s}, 2002, context));
+    EXPECT_EQ(session.path(), standard);
+    EXPECT_EQ(prompts.texts(Kind::Status),
+              (QStringList{u"Creating database \""_s + standard + u"\".", u"Connected to \"project.mdb\"."_s,
+                           u"Created database \""_s + standard + u"\"."}));
+    EXPECT_TRUE(prompts.texts(Kind::Error).isEmpty());
+    EXPECT_EQ(listener.paths, QStringList{standard});
+}
+
+TEST_F(ConnectTest, StartsWithTheMostRecentDatabaseAndMakesNoOther)
+{
+    const QString elsewhere = folder.path(u"other.mdb"_s);
+    ASSERT_TRUE(db::createDatabase(prompts, elsewhere));
+    EXPECT_TRUE(db::connectAtStart(session, {u"other.mdb"_s, u"arvo\\project.mdb"_s}, 2002, context));
+    EXPECT_EQ(session.path(), elsewhere);
+    EXPECT_FALSE(QFile::exists(standard));
+}
+
+TEST_F(ConnectTest, FallsBackToTheProjectsOwnWhenTheRecentOneFails)
+{
+    ASSERT_TRUE(db::createDatabase(prompts, standard));
+    folder.write(u"broken.mdb"_s, "this is no database at all, just some text that is long enough"_ba);
+    EXPECT_TRUE(db::connectAtStart(session, {u"broken.mdb"_s}, 2002, context));
+    EXPECT_EQ(session.path(), standard);
+    ASSERT_EQ(prompts.texts(Kind::Error).size(), 1);
+    EXPECT_TRUE(prompts.texts(Kind::Error)[0].startsWith(u"Could not connect to database.\n\n[3343] DAO."));
+}
+
+TEST_F(ConnectTest, ADamagedDatabaseIsReportedAndLeftAsItIs)
+{
+    const QByteArray content(5000, 'x');
+    folder.write(u"arvo/project.mdb"_s, content);
+    EXPECT_FALSE(db::connectAtStart(session, {}, 2002, context));
+    EXPECT_FALSE(session.isOpen());
+    EXPECT_EQ(folder.read(u"arvo/project.mdb"_s), content);
+    EXPECT_EQ(folder.names(u"arvo"_s), QStringList{u"project.mdb"_s});
+}
+
+TEST_F(ConnectTest, ConnectingClosesTheOpenDatabaseFirst)
+{
+    ASSERT_TRUE(db::createDatabase(prompts, standard));
+    ASSERT_TRUE(db::connectDatabase(session, standard, context));
+    prompts.clear();
+    EXPECT_FALSE(db::connectDatabase(session, {}, context));
+    EXPECT_TRUE(session.isOpen());
+    EXPECT_FALSE(db::connectDatabase(session, folder.path(u"none.mdb"_s), context));
+    EXPECT_FALSE(session.isOpen());
+    EXPECT_EQ(prompts.entries().last().number, 1032);
+    EXPECT_TRUE(prompts.texts(Kind::Error)[0].startsWith(u"Could not connect to database.\n\n[3024] DAO."));
+}
+
+TEST_F(ConnectTest, ADatabaseOfOtherTablesIsOpenedAsItIs)
+{
+    {
+        dao::Workspace workspace;
+        dao::Database database(workspace);
+        db::createEmptyDatabase(database, standard, db::kDefaultFormatYear);
+        database.execute(u"CREATE TABLE customers (name TEXT(20))"_s);
+    }
+    const QByteArray before = folder.read(u"arvo/project.mdb"_s);
+    EXPECT_TRUE(db::connectDatabase(session, standard, context));
+    EXPECT_EQ(prompts.texts(Kind::Status), QStringList{u"Connected to \"project.mdb\"."_s});
+    EXPECT_EQ(prompts.entries().size(), 1);
+    session.close();
+    EXPECT_EQ(folder.read(u"arvo/project.mdb"_s), before);
+}
+
+TEST_F(ConnectTest, TheArvoFolderIsMadeWithItsFirstDatabase)
+{
+    ASSERT_TRUE(QDir(folder.path()).rmdir(u"arvo"_s));
+    EXPECT_TRUE(db::connectAtStart(session, {}, 1997, context));
+    EXPECT_EQ(session.path(), standard);
+    EXPECT_EQ(db::formatYear(session), 1997);
+}
+
+} // namespace

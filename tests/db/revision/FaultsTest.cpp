@@ -1,0 +1,248 @@
+#include "RevisionFixture.h"
+
+#include <csignal>
+#include <db/CreateDatabase.h>
+#include <db/revision/ConversionRequest.h>
+#include <db/revision/JetImport.h>
+#include <db/SqlText.h>
+#include <db/UnfinishedFile.h>
+#include <QDir>
+#include <QFile>
+#include <sys/resource.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// No file can be written beyond that size while this lives: what a full disk looks like to the program.
+class FullDisk
+{
+public:
+    explicit FullDisk(qint64 size)
+    {
+        ::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        rlimit limit = m_before;
+        limit.rlim_cur = rlim_t(size);
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
+    FullDisk(const FullDisk &) = delete;
+    FullDisk &operator=(const FullDisk &) = delete;
+
+private:
+    rlimit m_before{};
+};
+
+class FaultsTest : public RevisionTest
+{
+protected:
+    /// An old database of which only tables are left to convert.
+    QByteArray makeOld(const old::Sizes &sizes = {})
+    {
+        make(old::Everything, sizes);
+        connect({Answer::No});
+        session.close();
+        return bytes();
+    }
+    static QString sample(const QString &name)
+    {
+        return QDir(qEnvironmentVariable("ARVO_TESTDATA")).filePath(name + u".mdb"_s);
+    }
+};
+
+} // namespace
+
+TEST_F(FaultsTest, ABackupThatDoesNotFitKeepsTheConversionFromStarting)
+{
+    const QByteArray before = makeOld();
+    {
+        const FullDisk disk(before.size() / 2);
+        ASSERT_TRUE(convert());
+    }
+    ASSERT_EQ(errors().size(), 1);
+    EXPECT_TRUE(errors().first().startsWith(u"1033 Could not back up "_s)) << errors().first().toStdString();
+    EXPECT_EQ(informations(), QStringList());
+    EXPECT_TRUE(session.isOpen());
+    session.close();
+    EXPECT_EQ(bytes(), before);
+    EXPECT_EQ(folder.names(u"arvo"_s), QStringList{u"project.mdb"_s}) << "not even a part of the backup";
+}
+
+TEST_F(FaultsTest, ADiskThatFillsUpUndoesTheConversion)
+{
+    old::Sizes sizes;
+    sizes.report = 3000;
+    const QByteArray before = makeOld(sizes);
+    {
+        const FullDisk disk(before.size() + 4096);
+        ASSERT_TRUE(convert());
+    }
+    EXPECT_FALSE(errors().isEmpty());
+    EXPECT_EQ(informations(), QStringList());
+    EXPECT_EQ(said(Entry::Kind::Status).last(), u"Connected to \"project.mdb\"."_s);
+    EXPECT_TRUE(database().hasTable(u"display_format"));
+    session.close();
+    EXPECT_EQ(bytes(), before);
+    EXPECT_EQ(folder.read(u"arvo/project._db"_s), before);
+
+    ASSERT_TRUE(convert()) << "with room again";
+    EXPECT_EQ(errors(), QStringList());
+    EXPECT_FALSE(database().hasTable(u"display_format"));
+}
+
+TEST_F(FaultsTest, OddPathsAreConvertedLikeOthers)
+{
+    const QString longName = QString(120, u'n');
+    const QString longPath = u"arvo/"_s + longName + u'/';
+    const QString filler(qMax<qsizetype>(1, 250 - folder.path(longPath).size() - 4), u'x');
+    for (const QString &name :
+         {u"with blanks and 'quotes' \"both\".mdb"_s, u"Dampferzeuger Nördlich Ωλ 蒸気.mdb"_s, u"100%1 %S.mdb"_s,
+          u"no extension"_s, u"two.dots.mdb"_s, QString(longName + u'/' + filler + u".mdb"_s)}) {
+        SCOPED_TRACE(name.toStdString());
+        const QString file = folder.path(u"arvo/"_s + name);
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(file).absolutePath()));
+        old::makeDatabase(file, old::Tubes);
+        const QByteArray before = folder.read(u"arvo/"_s + name);
+        ASSERT_TRUE(connectTo(file, {Answer::Yes}));
+        EXPECT_EQ(errors(), QStringList());
+        EXPECT_EQ(informations().size(), 1);
+        ASSERT_EQ(questions().size(), 1);
+        EXPECT_TRUE(questions().first().contains(u'"' + file + u'"'));
+        EXPECT_TRUE(database().table(u"tubes").field(u"y"));
+        QFile backup(db::ConversionRequest::backupPath(file));
+        ASSERT_TRUE(backup.open(QIODevice::ReadOnly)) << backup.fileName().toStdString();
+        EXPECT_EQ(backup.readAll(), before);
+        session.close();
+    }
+}
+
+TEST_F(FaultsTest, AFileSwappedUnderAnOpenSessionIsNotWrittenTo)
+{
+    make(old::Current);
+    ASSERT_TRUE(connect());
+    const QString other = folder.path(u"arvo/other.mdb"_s);
+    old::makeDatabase(other, old::Current);
+    QFile::remove(path);
+    ASSERT_TRUE(QFile::rename(other, path));
+    const QByteArray swapped = bytes();
+    EXPECT_THROW(db::executeSql(database(), u"DELETE FROM tubes"_s), dao::DaoException);
+    EXPECT_EQ(bytes(), swapped);
+    // Connecting again takes what is there now.
+    ASSERT_TRUE(connect());
+    db::executeSql(database(), u"DELETE FROM tubes"_s);
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM tubes"_s), 0);
+}
+
+TEST_F(FaultsTest, AFolderThatVanishedIsAnErrorEachTime)
+{
+    make(old::Current);
+    ASSERT_TRUE(connect());
+    ASSERT_TRUE(QDir(folder.path(u"arvo"_s)).removeRecursively());
+    EXPECT_THROW(db::executeSql(database(), u"DELETE FROM tubes"_s), dao::DaoException);
+    EXPECT_FALSE(connect());
+    EXPECT_EQ(errors(), QStringList{u"1032 Could not connect to database."_s});
+    EXPECT_TRUE(prompts.texts(Entry::Kind::Error).first().contains(u"arvo"_s)) << "names the path";
+    EXPECT_FALSE(session.isOpen());
+    EXPECT_FALSE(db::createDatabase(prompts, path));
+    EXPECT_FALSE(folder.has(u"arvo"_s));
+}
+
+TEST_F(FaultsTest, NothingIsLockedWhileNothingIsWritten)
+{
+    make(old::Current);
+    ASSERT_TRUE(connect());
+    dao::Workspace other;
+    dao::Database second(other);
+    second.open(path);
+    db::executeSql(second, u"UPDATE tubes SET is_marked = True"_s);
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM tubes WHERE is_marked"_s), 4);
+    db::executeSql(database(), u"UPDATE tubes SET is_marked = False"_s);
+    EXPECT_EQ(db::firstValue(second, u"SELECT COUNT(*) FROM tubes WHERE is_marked"_s).integer(), 0);
+    EXPECT_EQ(folder.names(u"arvo"_s), QStringList{u"project.mdb"_s});
+}
+
+TEST_F(FaultsTest, UnfinishedFilesNeverBearTheWantedName)
+{
+    folder.write(u"arvo/arvo-1-1.new"_s, "of a program that was killed long ago");
+    QFile old(folder.path(u"arvo/arvo-1-1.new"_s));
+    ASSERT_TRUE(old.open(QIODevice::ReadWrite));
+    old.setFileTime(QDateTime::currentDateTime().addDays(-2), QFileDevice::FileModificationTime);
+    old.close();
+    {
+        const db::UnfinishedFile file(path);
+        EXPECT_NE(file.path(), path);
+        EXPECT_EQ(folder.names(u"arvo"_s), QStringList());
+        old::makeDatabase(file.path(), old::Current);
+    }
+    EXPECT_EQ(folder.names(u"arvo"_s), QStringList()) << "left unfinished";
+    folder.write(u"arvo/project.mdb"_s, "mine");
+    db::UnfinishedFile file(path);
+    old::makeDatabase(file.path(), old::Current);
+    EXPECT_THROW(file.finish(), dao::DaoException);
+    EXPECT_EQ(bytes(), "mine");
+    file.replace();
+    EXPECT_GT(bytes().size(), 4096);
+}
+
+TEST_F(FaultsTest, AJetFileThatCannotBeConvertedStaysOpenAsItWas)
+{
+    if (qEnvironmentVariableIsEmpty("ARVO_TESTDATA"))
+        GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
+    ASSERT_TRUE(QFile::copy(sample(u"suite-old-1"_s), path));
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    const QByteArray before = bytes();
+
+    // Something takes the place of the file while the question waits: the new file cannot replace a folder.
+    class Swapping : public tarnwick::RecordingPrompts
+    {
+    public:
+        QString path;
+        tarnwick::Answer ask(tarnwick::Buttons, const QString &, int) override { return Answer::Yes; }
+        void showStatus(const QString &text) override
+        {
+            RecordingPrompts::showStatus(text);
+            if (text == u"Converting database ...") {
+                QFile::remove(path);
+                QDir().mkpath(path + u"/in the way"_s);
+            }
+        }
+    } swapping;
+    swapping.path = path;
+    db::DatabaseSession unlucky(swapping);
+    ASSERT_TRUE(db::connectDatabase(unlucky, path, {&project, nullptr, nullptr}));
+    ASSERT_FALSE(swapping.texts(Entry::Kind::Error).isEmpty());
+    EXPECT_TRUE(swapping.texts(Entry::Kind::Error).last().startsWith(u"Could not convert \""_s));
+    EXPECT_TRUE(swapping.texts(Entry::Kind::Information).isEmpty());
+    EXPECT_FALSE(unlucky.isUpdatable());
+    EXPECT_EQ(db::firstValue(unlucky.database(), u"SELECT COUNT(*) FROM report"_s).integer(), 2000);
+    unlucky.close();
+    EXPECT_EQ(folder.read(u"arvo/project._db"_s), before);
+    EXPECT_EQ(folder.names(u"arvo"_s), (QStringList{u"project._db"_s, u"project.mdb"_s}));
+}
+
+TEST_F(FaultsTest, AnImportThatFailsLeavesNothing)
+{
+    if (qEnvironmentVariableIsEmpty("ARVO_TESTDATA"))
+        GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
+    {
+        const FullDisk disk(100'000);
+        EXPECT_THROW(db::importJetFile(sample(u"suite-old-1"_s), path), dao::DaoException);
+    }
+    EXPECT_EQ(folder.names(u"arvo"_s), QStringList());
+    folder.write(u"arvo/project.mdb"_s, "mine");
+    EXPECT_THROW(db::importJetFile(sample(u"suite-old-1"_s), path), dao::DaoException);
+    EXPECT_EQ(bytes(), "mine");
+
+    // What is left of a damaged file only on demand, with the losses told.
+    QFile file(sample(u"suite-old-1"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString cut = folder.write(u"cut.mdb"_s, file.readAll().left(200 * 4096));
+    QFile::remove(path);
+    EXPECT_THROW(db::importJetFile(cut, path), dao::DaoException);
+    db::JetImportOptions options;
+    options.acceptLosses = true;
+    const db::JetImportReport report = db::importJetFile(cut, path, nullptr, options);
+    EXPECT_TRUE(report.hasLosses());
+    EXPECT_GT(report.tables.size(), 0);
+}

@@ -1,0 +1,159 @@
+#include "SampleSteamGen.h"
+
+#include <brannock/gui/EmfDevice.h>
+#include <brannock/gui/MapPicture.h>
+#include <gmock/gmock.h>
+#include <QFile>
+#include <QMap>
+#include <QPainter>
+#include <QPainterPath>
+#include <QTemporaryDir>
+#include <QtEndian>
+#include <tarnwick/Error.h>
+#include <tarnwick/FileWriter.h>
+
+using namespace Qt::StringLiterals;
+using namespace brannock;
+
+namespace {
+
+/// A reader of its own, record by record, as the format's description has them: what the library writes is believed to
+/// no one who uses the same library.
+class EmfReader
+{
+public:
+    enum Type { Header = 1, Eof = 14, SetTextColour = 24, CreateBrush = 39, Ellipse = 42, Rectangle = 43, TextW = 84 };
+
+    explicit EmfReader(const QByteArray &bytes)
+        : m_bytes(bytes)
+    {
+        EXPECT_EQ(number(0), quint32(Header));
+        EXPECT_EQ(bytes.mid(40, 4), QByteArray(" EMF"));
+        EXPECT_EQ(number(48), quint32(bytes.size()));
+        qsizetype at = 0;
+        quint32 last = 0;
+        while (at + 8 <= bytes.size()) {
+            last = number(at);
+            const quint32 size = number(at + 4);
+            if (size < 8 || size % 4 != 0 || at + qsizetype(size) > bytes.size()) {
+                ADD_FAILURE() << "record " << records.size() << " of type " << last << " has size " << size;
+                break;
+            }
+            records.append({last, at});
+            read(last, at);
+            at += size;
+        }
+        EXPECT_EQ(at, bytes.size());
+        EXPECT_EQ(last, quint32(Eof));
+        EXPECT_EQ(number(52), quint32(records.size()));
+    }
+
+    struct Record
+    {
+        quint32 type;
+        qsizetype at;
+    };
+    QList<Record> records;
+    QMap<quint32, int> counts;
+    QStringList texts;
+    QList<quint32> brushes;
+
+    quint32 number(qsizetype at) const { return qFromLittleEndian<quint32>(m_bytes.constData() + at); }
+    /// In hundredths of a millimetre.
+    QSize frame() const { return QSize(int(number(32)) - int(number(24)), int(number(36)) - int(number(28))); }
+
+private:
+    void read(quint32 type, qsizetype at)
+    {
+        ++counts[type];
+        if (type == CreateBrush)
+            brushes.append(number(at + 16));
+        if (type != TextW)
+            return;
+        const qsizetype length = number(at + 44);
+        const qsizetype start = at + number(at + 48);
+        ASSERT_LE(start + 2 * length, m_bytes.size());
+        texts.append(QString::fromUtf16(reinterpret_cast<const char16_t *>(m_bytes.constData() + start), length));
+    }
+
+    QByteArray m_bytes;
+};
+
+PictureContent content()
+{
+    PictureContent content;
+    content.title = u"Größe & Ω"_s;
+    content.legend = {{u'A', 0x009FE6, u"RANDOM"_s, u"a sample"_s, 1234, 12},
+                      {u'B', 0xB27200, u"QUERY"_s, u"worn"_s, 7, 3, false}};
+    content.modelText = u"Model UB (36 tubes)\n24 open tubes\n"_s;
+    content.footer = u"the footer"_s;
+    content.signatures = u"Checked by X"_s;
+    return content;
+}
+
+} // namespace
+
+TEST(Emf, TheMapsPageIsAllThereAsShapesAndText)
+{
+    ellery::SteamGen steamGen = sample::block(6, 6);
+    for (int i = 0; i < 12; ++i)
+        steamGen.setSymbol(i, u'A', 0x009FE6);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.emf"_s);
+    MapPicture(MapScene(steamGen), content()).save(path, QSizeF(11, 8.5));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const EmfReader emf(file.readAll());
+    EXPECT_NEAR(emf.frame().width(), 27940, 20);
+    EXPECT_NEAR(emf.frame().height(), 21590, 20);
+    // Tubes and the two of the legend, a disc each.
+    EXPECT_EQ(emf.counts[EmfReader::Ellipse], 36 + int(sample::block(6, 6).stayRods.size()) + 2);
+    EXPECT_TRUE(emf.brushes.contains(0x009FE6) && emf.brushes.contains(0xB27200));
+    const QString all = emf.texts.join(u'|');
+    for (const QString &text :
+         {u"TYPE"_s, u"DESCRIPTION"_s, u"TUBES"_s, u"HITS"_s, u"RANDOM"_s, u"a sample"_s, u"1,234"_s,
+          u"worn (hidden)"_s, u"Größe"_s, u"Ω"_s, u"the footer"_s, u"Checked by X"_s, u"24 open tubes"_s})
+        EXPECT_TRUE(all.contains(text)) << qPrintable(text) << " in " << qPrintable(all);
+    EXPECT_EQ(emf.texts.count(u"A"_s), 13);
+}
+
+TEST(Emf, TurnedShapesPathsAndSeeThroughColoursAreKept)
+{
+    EmfDevice device(QSizeF(4, 3), 100, u"t"_s);
+    QPainter painter(&device);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(255, 0, 0, 128));
+    painter.drawRect(QRectF(10, 10, 50, 20));
+    painter.rotate(30);
+    painter.drawRect(QRectF(100, 20, 50, 20));
+    QPainterPath path(QPointF(10, 10));
+    path.cubicTo(20, 0, 30, 40, 50, 50);
+    path.closeSubpath();
+    painter.drawPath(path);
+    painter.setPen(Qt::black);
+    painter.drawText(QPointF(100, 40), u"turned"_s);
+    painter.end();
+    const EmfReader emf(device.bytes());
+    EXPECT_EQ(emf.counts[EmfReader::Rectangle], 1);
+    EXPECT_EQ(emf.brushes, QList<quint32>{0x7F7FFF}) << "half red on white";
+    EXPECT_EQ(emf.texts, QStringList{u"turned"_s});
+    constexpr quint32 kBeginPath = 59;
+    EXPECT_GE(emf.counts[kBeginPath], 1);
+    // What is never ended is never a file.
+    EXPECT_TRUE(EmfDevice(QSizeF(1, 1), 100, {}).bytes().isEmpty());
+}
+
+TEST(Emf, AFailureLeavesTheOldFile)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.emf"_s);
+    QFile old(path);
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write("old");
+    old.close();
+    tarnwick::failWritesAfter(100);
+    EXPECT_THROW(MapPicture(MapScene(sample::block(2, 2)), content()).save(path), tarnwick::FileError);
+    tarnwick::failWritesAfter(-1);
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    EXPECT_EQ(old.readAll(), QByteArray("old"));
+}

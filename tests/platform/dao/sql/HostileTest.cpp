@@ -1,0 +1,181 @@
+#include "TestDatabase.h"
+
+#include <dao/Database.h>
+#include <dao/Recordset.h>
+#include <dao/values/Errors.h>
+
+#include <gtest/gtest.h>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+// Texts that were made to do harm: each ends soon, with a number, or works.
+
+namespace {
+
+class HostileTest : public testing::Test
+{
+protected:
+    HostileTest() { m_database.addTable(u"t id:counter* a:short b:text(20)"_s); }
+
+    int errorOf(const QString &sql)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        int number = 0;
+        try {
+            m_database.run(sql);
+        } catch (const dao::DaoException &exception) {
+            number = exception.number();
+            EXPECT_LE(exception.where().start + exception.where().length, sql.size());
+            EXPECT_LT(exception.description().size(), 4000);
+        }
+        EXPECT_LT(timer.elapsed(), 20000) << sql.first(100).toStdString();
+        return number;
+    }
+
+    TestDatabase m_database;
+};
+
+/// Something around something around ... a kernel.
+QString nested(const QString &before, const QString &kernel, const QString &behind, int depth)
+{
+    return before.repeated(depth) + kernel + behind.repeated(depth);
+}
+
+} // namespace
+
+TEST_F(HostileTest, NestingOfEveryKindIsTooComplexAndNothingWorse)
+{
+    struct Case
+    {
+        QString before;
+        QString kernel;
+        QString behind;
+    };
+    const QString chain = u" + 1"_s.repeated(400);
+    const Case cases[] = {
+        {u"CREATE VIEW v AS "_s, u"SELECT 1"_s, {}},
+        {u"SELECT * FROM ("_s, u"SELECT 1"_s, u") AS q"_s},
+        {u"SELECT ("_s, u"SELECT 1"_s, u")"_s},
+        {u"SELECT * FROM t WHERE a IN ("_s, u"SELECT 1"_s, u")"_s},
+        {u"SELECT * FROM t WHERE EXISTS ("_s, u"SELECT 1"_s, u")"_s},
+        {u"SELECT 1 UNION ("_s, u"SELECT 1"_s, u")"_s},
+        {u"SELECT IIf("_s, u"True"_s, u", 1, 2)"_s},
+        {u"SELECT a & ("_s, u"b"_s, u") FROM t"_s},
+        {u"SELECT a BETWEEN ("_s, u"1"_s, u") AND 2 FROM t"_s},
+    };
+    for (const Case &test : cases) {
+        const int error = errorOf(nested(test.before, test.kernel, test.behind, 10000));
+        EXPECT_TRUE(error == 3360 || error == 3075) << test.before.toStdString() << error;
+    }
+    // Trees that are deep by long chains, each beginning with the next.
+    EXPECT_EQ(errorOf(u"SELECT "_s + nested(u"(SELECT "_s, u"1"_s, chain + u')', 40)), 3360);
+    EXPECT_EQ(errorOf(u"SELECT * FROM "_s + nested(u"("_s, u"t"_s, u" INNER JOIN t ON 1=1"_s.repeated(90) + u')', 100)),
+              3360);
+    EXPECT_EQ(errorOf(u"SELECT * FROM "_s +
+                      nested(u"(SELECT * FROM "_s, u"t"_s, u" INNER JOIN t ON 1=1"_s.repeated(90) + u')', 45)),
+              3360);
+}
+
+TEST_F(HostileTest, StoredQueriesWithinEachOtherAddUp)
+{
+    const QString chain = u" + 1"_s.repeated(200);
+    m_database.addQuery(u"q0"_s, u"SELECT a FROM t"_s);
+    m_database.addQuery(u"s0"_s, u"SELECT a FROM t"_s);
+    m_database.addQuery(u"w0"_s, u"SELECT *, * FROM t"_s);
+    for (int i = 1; i < 39; ++i) {
+        const QString inner = QString::number(i - 1);
+        m_database.addQuery(u"q%1"_s.arg(i), u"SELECT (SELECT Max(a) FROM q%1)%2 AS a FROM t"_s.arg(inner, chain));
+        m_database.addQuery(u"s%1"_s.arg(i), u"SELECT a FROM (SELECT a FROM s%1) AS x WHERE a > 0"_s.arg(inner));
+        m_database.addQuery(u"w%1"_s.arg(i), u"SELECT *, * FROM w%1"_s.arg(inner));
+    }
+    EXPECT_EQ(errorOf(u"SELECT * FROM q38"_s), 3360);
+    EXPECT_EQ(errorOf(u"SELECT * FROM s38"_s), 0);
+    EXPECT_EQ(errorOf(u"SELECT * FROM w38"_s), 3360) << "columns double with each";
+}
+
+TEST_F(HostileTest, LongTextsEndInGoodTime)
+{
+    QString names;
+    for (int i = 0; i < 40000; ++i)
+        names += u",p%1"_s.arg(i);
+    EXPECT_EQ(errorOf(u"SELECT a FROM t WHERE a IN (1"_s + names + u')'), 3360) << "parameters";
+    EXPECT_EQ(errorOf(u"SELECT '"_s + QString(5000000, u'x') + u'\''), 3360);
+    EXPECT_EQ(errorOf(QString(5000000, u'(')), 3360);
+    EXPECT_EQ(errorOf(u"SELECT "_s + u"1,"_s.repeated(3000) + u'1'), 3360) << "columns";
+    EXPECT_EQ(errorOf(u"SELECT a FROM t WHERE "_s + QString(100000, u'x') + u" + "_s), 3075);
+    EXPECT_EQ(errorOf(u"SELECT a FROM "_s + QString(100000, u'x')), 3078);
+    EXPECT_EQ(errorOf(u"SELECT '"_s + QString(1000000, u'x')), 3075);
+    EXPECT_EQ(errorOf(u"SELECT a FROM t WHERE a IN (1"_s + u",1"_s.repeated(300000) + u')'), 0);
+    QString unions = u"SELECT 1"_s;
+    for (int i = 0; i < 3000; ++i)
+        unions += u" UNION SELECT 1"_s;
+    EXPECT_EQ(errorOf(unions), 3360);
+}
+
+TEST_F(HostileTest, CharactersOfNoAlphabetStandForThemselves)
+{
+    const QString odd = QString(QChar(0)) + QChar(1) + QChar(0xD800) + QChar(0xFFFF) + u'\n';
+    EXPECT_EQ(m_database.run(u"SELECT Len('%1')"_s.arg(odd)).rows, QList<QStringList>{{u"5"_s}});
+    EXPECT_EQ(m_database.run(u"SELECT AscW(Mid('%1', 2))"_s.arg(odd)).rows, QList<QStringList>{{u"1"_s}});
+    EXPECT_EQ(errorOf(u"SELECT [%1]"_s.arg(odd)), 3061);
+    EXPECT_EQ(errorOf(u"SELECT "_s + QChar(0) + u"1"), 3075);
+    EXPECT_EQ(errorOf(u"SELECT 1 "_s + QChar(1)), 3075);
+    // The mark of a heading that is not known yet is a character that a text may hold.
+    m_database.run(u"INSERT INTO t (a, b) VALUES (1, 'x')"_s);
+    EXPECT_EQ(m_database.run(u"TRANSFORM First(a & '%1') SELECT b FROM t GROUP BY b PIVOT a"_s.arg(QChar(1))).rows,
+              (QList<QStringList>{{u"x"_s, u"1"_s + QChar(1)}}));
+}
+
+TEST_F(HostileTest, NestsThatPeopleWriteWork)
+{
+    m_database.run(u"INSERT INTO t (a, b) VALUES (7, 'x')"_s);
+    QString otherwise = u"'none'"_s;
+    QString value = u"'all'"_s;
+    QString both = u"'deep'"_s;
+    QString replaced = u"b"_s;
+    QString sum = u"a"_s;
+    for (int i = 40; i > 0; --i) {
+        otherwise = u"IIf(a = %1, 'n%1', %2)"_s.arg(i).arg(otherwise);
+        value = u"IIf(a < %1 + 7, %2, 'not below %1')"_s.arg(i).arg(value);
+        both = i % 2 ? u"IIf(a > 100 + %1, 'no', %2)"_s.arg(i).arg(both)
+                     : u"IIf(a < 100 + %1, %2, 'no')"_s.arg(i).arg(both);
+    }
+    for (int i = 0; i < 26; ++i)
+        replaced = u"Replace(%1, '%2', '%3')"_s.arg(replaced).arg(i).arg(i + 1);
+    for (int i = 0; i < 26; ++i)
+        sum = u"(%1 + 1) * 1"_s.arg(sum);
+    const auto first = [this](const QString &expr) {
+        return m_database.run(u"SELECT %1 FROM t"_s.arg(expr)).rows[0][0].toStdString();
+    };
+    EXPECT_EQ(first(otherwise), "n7");
+    EXPECT_EQ(first(value), "all");
+    EXPECT_EQ(first(both), "deep");
+    EXPECT_EQ(first(replaced), "x");
+    EXPECT_EQ(first(sum), "33");
+    // Null conditions count as not met, wherever the ladder puts them.
+    EXPECT_EQ(first(u"IIf(Null, IIf(True, 1, 2), 3)"_s), "3");
+    EXPECT_EQ(first(u"IIf(a = 7, IIf(Null, 1, IIf(a = 7, 4, 5)), 3)"_s), "4");
+    EXPECT_EQ(first(u"IIf(a = 8, IIf(a = 7, 1, 2), IIf(a = 7, 4, IIf(True, 5, 6)))"_s), "4");
+}
+
+TEST(HostileStoredQuery, ThatAsksForItselfByATextIsCircular)
+{
+    QTemporaryDir folder;
+    dao::Workspace workspace;
+    dao::Database database(workspace);
+    database.create(folder.filePath(u"test.mdb"_s), u";LANGID=0x0409;CP=1252;COUNTRY=0"_s);
+    database.execute(u"CREATE TABLE t (a LONG)"_s);
+    database.execute(u"INSERT INTO t VALUES (1)"_s);
+    database.createQuery({u"q"_s, u"SELECT DSum('n', 'q' & Left('x', 0)) AS n FROM t"_s});
+    dao::Recordset set(database);
+    try {
+        set.open(dao::Recordset::Type::Snapshot, u"q"_s);
+        set.value(0);
+        ADD_FAILURE() << "no error";
+    } catch (const dao::DaoException &exception) {
+        EXPECT_EQ(exception.number(), dao::error::CircularQuery) << exception.what();
+    }
+}
