@@ -15,11 +15,17 @@
 #include <query/dialogs/ArvoOptionsDlg.h>
 #include <tarnwick/gui/StateKeeper.h>
 
+#include <QBoxLayout>
+#include <QDialogButtonBox>
+#include <QFontDatabase>
 #include <QKeySequence>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
 #include <QStatusBar>
 #include <QToolButton>
 
@@ -29,13 +35,29 @@ namespace app {
 
 namespace {
 
-/// A box with fixed-width text that can be selected and copied.
+/// A box with fixed-width text that can be selected and copied; it scrolls where the screen is too small for it.
 void showTextBox(QWidget *parent, const QString &title, const QString &text)
 {
-    QMessageBox box(QMessageBox::NoIcon, title, {}, QMessageBox::Ok, parent);
-    box.setTextFormat(Qt::RichText);
-    box.setText(u"<pre>"_s + text.toHtmlEscaped() + u"</pre>"_s);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    QDialog box(parent);
+    box.setObjectName(u"textBox"_s);
+    box.setWindowTitle(title);
+    auto *view = new QPlainTextEdit(text);
+    view->setReadOnly(true);
+    view->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    view->setTabChangesFocus(true);
+    view->setLineWrapMode(QPlainTextEdit::NoWrap);
+    view->setFrameShape(QFrame::NoFrame);
+    view->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &box, &QDialog::accept);
+    auto *layout = new QVBoxLayout(&box);
+    layout->addWidget(view, 1);
+    layout->addWidget(buttons);
+    const QFontMetrics metrics(view->font());
+    const QSize around = QSize(2, 2) * (int(view->document()->documentMargin()) + metrics.lineSpacing());
+    const QSize whole = metrics.size(0, text) + around + QSize(0, buttons->sizeHint().height());
+    box.resize(whole.boundedTo(parent->screen()->availableSize() * 0.9));
+    buttons->button(QDialogButtonBox::Ok)->setFocus();
     box.exec();
 }
 
@@ -56,8 +78,9 @@ void DBase::showAbout()
     constexpr int kPictureSide = 64;
     box.setIconPixmap(programIcon().pixmap(QSize(kPictureSide, kPictureSide), devicePixelRatioF()));
     box.setTextFormat(Qt::RichText);
-    box.setText(u"<h3>Palomine ARVO</h3><p>Revision %1</p><p>Database manager for eddy-current inspection of "
-                u"steam-generator tubes.</p>"_s.arg(brannock::TOLVENMARK_REV));
+    box.setText(u"<div style='white-space:pre'><h3>Palomine ARVO</h3><p>Revision %1</p>"
+                u"<p>Database manager for eddy-current inspection\nof steam-generator tubes.</p></div>"_s.arg(
+                    brannock::TOLVENMARK_REV));
     box.exec();
 }
 

@@ -38,8 +38,16 @@ void ArvoOptions::addRecentMap(const QString &machinePath, const tarnwick::PathR
     brannock::addRecent(recentMaps, tarnwick::SuitePath::fromMachine(machinePath, roots).text(), kMaxRecent);
 }
 
+void ArvoOptions::setProjectFormat(int year)
+{
+    m_projectFormat = year;
+    if (m_isWithoutFormat)
+        databaseFormat = year;
+}
+
 void ArvoOptions::resetToDefaults()
 {
+    m_isWithoutFormat = false;
     margins = kMargins;
     drawTitleRect = drawLegendRect = drawMapRect = true;
     databaseFormat = kDefaultFormat;
@@ -62,7 +70,8 @@ void ArvoOptions::serializeBody(tarnwick::JFile &file, int version)
     margins.serialize(file);
     for (bool *flag : {&drawTitleRect, &drawLegendRect, &drawMapRect})
         file.serializeByte(*flag);
-    if (version >= kFirstVersionWithFormat)
+    m_isWithoutFormat = version < kFirstVersionWithFormat;
+    if (!m_isWithoutFormat)
         file.serialize(databaseFormat);
     else
         databaseFormat = m_projectFormat;

@@ -43,8 +43,8 @@ public:
 
     void addRecentDatabase(const QString &machinePath, const tarnwick::PathRoots &roots);
     void addRecentMap(const QString &machinePath, const tarnwick::PathRoots &roots);
-    /// Tells the format that files of version 1 take; call before load().
-    void setProjectFormat(int year) { m_projectFormat = year; }
+    /// Tells the format that files of version 1 take, whether they are loaded later or are loaded already.
+    void setProjectFormat(int year);
 
 protected:
     void serializeBody(tarnwick::JFile &file, int version) override;
@@ -52,6 +52,7 @@ protected:
 
 private:
     int m_projectFormat;
+    bool m_isWithoutFormat = false; ///< read from a file of version 1
 };
 
 } // namespace query

@@ -129,6 +129,7 @@ bool ProjectSession::openProject(const QString &folder)
     m_undo.reset(loaded->steamGen);
     m_project = std::move(loaded);
     m_componentStamp = componentStamp(componentFolder());
+    m_options.setProjectFormat(m_project->databaseFormat);
     m_queryContext.roots = roots();
     if (keepsRecoveryCopies)
         m_recovery.begin(roots());

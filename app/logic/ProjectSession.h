@@ -54,8 +54,6 @@ public:
     tarnwick::PathRoots roots() const;
     tarnwick::JMacro systemMacros() const;
 
-    /// Folders of this machine, most recent first.
-    const QStringList &recentProjects() const { return m_system.recentProjects; }
     // The map's file (machine paths). Undo begins anew with a map that was opened.
     void newMap();
     bool openMap(const QString &machinePath);
@@ -70,6 +68,8 @@ public:
     /// The work on the map has come to its proper end.
     void endRecovery() { m_recovery.end(); }
 
+    /// Folders of this machine, most recent first.
+    const QStringList &recentProjects() const { return m_system.recentProjects; }
     /// Of the project, in the suite's form of paths.
     RecentFiles::Lists recentFiles() const { return m_recent.lists(m_project->folder); }
     void clearRecentProjects();
@@ -103,9 +103,9 @@ private:
     void notify();
     void noteMapFile(const tarnwick::Message &status);
 
-    tarnwick::UserPrompts &m_prompts;
     QString componentFolder() const;
 
+    tarnwick::UserPrompts &m_prompts;
     std::unique_ptr<brannock::Project> m_project;
     QByteArray m_componentStamp; ///< of the files that the present component was read from
     plans::MapLegend m_legend;

@@ -31,9 +31,13 @@ MacroPage::MacroPage(MacroModel *model, const QString &name, bool isEditable, QW
     m_table->horizontalHeader()->setHighlightSections(false);
     m_table->horizontalHeader()->setStretchLastSection(true);
     const int character = fontMetrics().averageCharWidth();
-    m_table->setColumnWidth(MacroModel::EntryColumn, 8 * character);
-    m_table->setColumnWidth(MacroModel::NameColumn, (ArvoOptionsEdit::kNameChars + 2) * character);
-    m_table->setColumnWidth(MacroModel::ValueColumn, ArvoOptionsEdit::kValueChars * character);
+    const auto widen = [this, character](int column, int characters) {
+        m_table->resizeColumnToContents(column);
+        m_table->setColumnWidth(column, std::max(m_table->columnWidth(column), characters * character) + character);
+    };
+    widen(MacroModel::EntryColumn, 0);
+    widen(MacroModel::NameColumn, ArvoOptionsEdit::kNameChars);
+    widen(MacroModel::ValueColumn, ArvoOptionsEdit::kValueChars);
     m_hint->setObjectName(name + u"Hint"_s);
     m_hint->setWordWrap(true);
     auto *layout = new QVBoxLayout(this);

@@ -230,6 +230,8 @@ TEST_F(OptionsTest, ArvoOptionsComeBackAndOldOnesTakeTheProjectsFormat)
     read.setProjectFormat(2000);
     EXPECT_TRUE(read.load(roots));
     EXPECT_EQ(read.databaseFormat, 2000);
+    read.setProjectFormat(1997);
+    EXPECT_EQ(read.databaseFormat, 1997) << "another project was opened";
     EXPECT_EQ(read.selectColour, 3U);
     EXPECT_FALSE(read.drawMapRect);
 }

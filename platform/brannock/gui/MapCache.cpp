@@ -8,6 +8,9 @@ namespace {
 
 /// Painting everything is quicker when more than one in so many tubes has changed: a patch paints the neighbours, too.
 constexpr qsizetype kPatchShare = 12;
+/// As many tubes of all those around may be painted for every one that has changed.
+constexpr double kTogether = 4;
+constexpr qsizetype kMostRects = 64;
 /// Pixels on each side of the picture in the store: how far the view can be panned before everything is painted again.
 constexpr int kMargin = 256;
 
@@ -29,22 +32,33 @@ QRegion MapCache::patch(const MapScene &scene, const MapScene::Change &change)
         return whole;
     }
     QImage picture = image();
-    QRegion changed;
+    QList<QRect> rects;
     QRect around;
     for (const qint32 tube : change.tubes) {
         const QRect rect = MapPainter::tubeRect(scene, m_view, tube).toAlignedRect() & whole;
         if (rect.isEmpty())
             continue;
         around |= rect;
-        // A region of thousands of rectangles costs more than the rectangle around them.
-        if (change.tubes.size() <= 64)
-            changed |= rect;
-        if (!change.onlySelected)
-            m_painter.paint(picture, scene, m_view, rect, m_background);
+        rects.append(rect);
     }
+    const double pitch = scene.pitch() * m_view.scale;
+    const double tubesAround = double(around.width()) * around.height() / (pitch * pitch);
+    // Every patch paints the neighbours, too: tubes that stand together are painted together.
+    if (tubesAround < kTogether * double(rects.size()))
+        rects = {around};
     if (change.onlySelected)
         m_painter.paintTubes(picture, scene, m_view, change.tubes);
-    return change.tubes.size() <= 64 ? changed : QRegion(around);
+    else {
+        for (const QRect &rect : std::as_const(rects))
+            m_painter.paint(picture, scene, m_view, rect, m_background);
+    }
+    // A region of thousands of rectangles costs more than the rectangle around them.
+    if (rects.size() > kMostRects)
+        return around;
+    QRegion changed;
+    for (const QRect &rect : std::as_const(rects))
+        changed |= rect;
+    return changed;
 }
 
 bool MapCache::shift(const MapScene &scene, const MapView &view)

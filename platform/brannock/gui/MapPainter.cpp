@@ -109,10 +109,9 @@ QPolygonF cutTo(QPolygonF polygon, const QRectF &rect)
 }
 
 /// background: none for devices that have their own.
-void paintSheet(QPainter &painter, const MapScene &scene, const MapView &view, const QRectF &exposed, double line,
+void paintSheet(QPainter &painter, const MapScene &scene, const QPolygonF &outline, const QRectF &exposed, double line,
                 const QColor &background)
 {
-    const QPolygonF outline = outlineInView(scene, view);
     const QColor map = fromColourRef(scene.options.mapColour);
     if (coversWholly(outline, exposed.adjusted(-line, -line, line, line))) {
         painter.fillRect(exposed, map);
@@ -182,7 +181,7 @@ void MapPainter::paint(QPainter &painter, const MapScene &scene, const MapView &
     const QRectF area = reached(view, exposed, art);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    paintSheet(painter, scene, view, exposed, edgeWidth(art), QColor());
+    paintSheet(painter, scene, outlineInView(scene, view), exposed, edgeWidth(art), QColor());
     paintWatermark(painter, scene, view);
     visitRods(scene, view, area, [&](const QPointF &centre) { art.paintStayRod(painter, centre); });
     visitTubes(scene, area, [&](const ellery::TubeGrid::Entry &entry) {
@@ -213,15 +212,13 @@ void MapPainter::paintBand(QImage &image, const MapScene &scene, const MapView &
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     // Beside the edge background and sheet are painted over each other; where there is only sheet, once is enough.
-    const QRect covered = coveredPart(outlineInView(scene, view), band, edgeWidth(art));
-    const auto paintPart = [&](const QRect &part) {
+    const QPolygonF &outline = outlineOf(scene, view);
+    const QRect covered = coveredPart(outline, band, edgeWidth(art));
+    painter.fillRect(covered, fromColourRef(scene.options.mapColour));
+    for (const QRect &part : QRegion(band) - covered) {
         painter.setClipRect(part);
-        paintSheet(painter, scene, view, part, edgeWidth(art), background);
-    };
-    if (!covered.isEmpty())
-        paintPart(covered);
-    for (const QRect &part : QRegion(band) - covered)
-        paintPart(part);
+        paintSheet(painter, scene, outline, part, edgeWidth(art), background);
+    }
     painter.setClipRect(band);
     paintWatermark(painter, scene, view);
     visitRods(scene, view, area, [&](const QPointF &centre) { art.paintStayRod(painter, snapped(centre, odd)); });
@@ -248,6 +245,17 @@ void MapPainter::paintTubes(QImage &image, const MapScene &scene, const MapView 
         m_placed.push_back({snapped2(centre.x(), odd), snapped2(centre.y(), odd), scene.look(tube)});
     }
     paintPlaced(image, scene, art, image.rect());
+}
+
+const QPolygonF &MapPainter::outlineOf(const MapScene &scene, const MapView &view)
+{
+    // The copy of the scene's points keeps their memory from being used for others, so the address tells them.
+    if (m_outlinePoints.constData() != scene.outline().constData() || !(m_outlineView == view)) {
+        m_outlinePoints = scene.outline();
+        m_outlineView = view;
+        m_outline = outlineInView(scene, view);
+    }
+    return m_outline;
 }
 
 bool MapPainter::standOnPlainSheet(const MapScene &scene) const

@@ -50,6 +50,12 @@ private:
     /// Whether nothing but the plain sheet is below the tubes placed.
     bool standOnPlainSheet(const MapScene &scene) const;
 
+    /// The sheet's edge in the view, worked out once for many bands and patches.
+    const QPolygonF &outlineOf(const MapScene &scene, const MapView &view);
+
+    QPolygonF m_outlinePoints;
+    MapView m_outlineView;
+    QPolygonF m_outline;
     SpriteAtlas m_atlas;
     SpriteAtlas m_plainAtlas; ///< for tubes on the plain sheet
     std::vector<Placed> m_placed;

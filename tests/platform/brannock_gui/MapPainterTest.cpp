@@ -164,6 +164,25 @@ TEST(MapPainter, leavesEverythingOutsideTheExposedRectangleAlone)
     }
 }
 
+TEST(MapPainter, tubesOnThePlainSheetLookLikeThoseThatAreBlended)
+{
+    ellery::SteamGen plain = sample::block(40, 60);
+    for (int i = 0; i < plain.numTube(); i += 3)
+        plain.setSymbol(i, char16_t(u'A' + i % 5), 0x2040C0U * unsigned(1 + i % 7) & 0xFFFFFF);
+    ellery::SteamGen crowded = plain;
+    crowded.stayRods = {{0, 0, 0}}; // on top of the first tube
+    const MapScene freely(plain);
+    const MapScene blended(crowded);
+    ASSERT_TRUE(freely.rodsKeepClear());
+    ASSERT_FALSE(blended.rodsKeepClear());
+    for (const double zoom : {1.0, 1.7, 3.1, 6.0}) {
+        MapView view = viewOf(freely, QSize(640, 440));
+        view.zoomAt({320, 220}, zoom);
+        const QRect awayFromTheRod(80, 0, 560, 300);
+        EXPECT_EQ(paint(freely, view).copy(awayFromTheRod), paint(blended, view).copy(awayFromTheRod)) << zoom;
+    }
+}
+
 class MapCacheTest : public testing::Test
 {
 protected:
