@@ -28,8 +28,6 @@ inline constexpr Message kSelected{0, u"%D tubes selected."};
 // Projects, files, programs. These have no numbers of the suite.
 inline constexpr Message kProjectNotThere{0, u"\"%S\" is not a project folder."};
 inline constexpr Message kProjectUnreadable{0, u"Could not open project \"%S\".\n\n%S"};
-inline constexpr Message kOptionsUnreadable{0, u"Could not read the options.\n\n%S"};
-inline constexpr Message kOptionsNotStored{0, u"Could not store the options.\n\n%S"};
 inline constexpr Message kRecentNotThere{0, u"\"%S\" is not there any more."};
 inline constexpr Message kToolNotThere{0, u"The program \"%S\" is not in \"%S\"."};
 inline constexpr Message kToolNotStarted{0, u"The program \"%S\" could not be started.\n\n%S"};

@@ -6,6 +6,7 @@
 
 #include <db/Errors.h>
 #include <db/Messages.h>
+#include <tarnwick/OptionPrompts.h>
 
 #include <QDir>
 
@@ -26,7 +27,7 @@ ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
     try {
         m_queryContext.roots.makeInstallationFolders();
     } catch (const tarnwick::Error &error) {
-        m_prompts.error(messages::kOptionsNotStored, error.text());
+        m_prompts.error(tarnwick::messages::kOptionsNotStored, error.text());
     }
     load(m_system);
     load(m_options);
@@ -47,21 +48,12 @@ ProjectSession::~ProjectSession()
 
 void ProjectSession::load(tarnwick::OptionFile &options)
 {
-    try {
-        options.load(roots());
-    } catch (const tarnwick::Error &error) {
-        m_prompts.error(messages::kOptionsUnreadable, error.text());
-    }
+    tarnwick::loadOptions(options, roots(), m_prompts);
 }
 
 void ProjectSession::store(tarnwick::OptionFile &options)
 {
-    // Only recent lists are stored by the way; a folder that cannot be written must not bring up a box at every step.
-    try {
-        options.store(roots());
-    } catch (const tarnwick::Error &error) {
-        m_prompts.status(messages::kOptionsNotStored, error.text());
-    }
+    tarnwick::storeOptions(options, roots(), m_prompts);
 }
 
 void ProjectSession::notify()
