@@ -35,6 +35,10 @@ public:
     double valueFromText(const QString &text) const override;
     QValidator::State validate(QString &text, int &pos) const override;
 
+protected:
+    /// At the ends, too, since stepping goes round.
+    StepEnabled stepEnabled() const override { return StepUpEnabled | StepDownEnabled; }
+
 Q_SIGNALS:
     /// The user has stepped or typed another number.
     void numberEdited(double number);
