@@ -182,7 +182,11 @@ void DBase::connectLegend()
         refreshLegend();
         view.setCurrentEntry(place);
     });
+    connect(&model, &LegendModel::renameRequested, this,
+            [this](int entry, const QString &label) { LegendEditor(*this).rename(entry, label); });
     connect(&view, &LegendView::contextMenuRequested, this, &DBase::showLegendMenu);
+    connect(&view, &LegendView::entryActivated, this, &DBase::editEntry);
+    connect(&view, &LegendView::symbolRequested, this, &DBase::chooseSymbol);
 }
 
 void DBase::connectBars()
@@ -191,6 +195,7 @@ void DBase::connectBars()
         if (name == u"updateButton"_s)
             m_commands->updateMap();
     });
+    connect(m_mainBar, &MainToolBar::fillRequested, this, &DBase::makeFill);
     connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
     connect(m_viewBar, &ViewBar::findLeft, m_map, qOverload<>(&QWidget::setFocus));
     connect(m_viewBar, &ViewBar::changesWanted, this, [this] {

@@ -80,6 +80,9 @@ private:
     void runExtra(Extra extra);
     void findTube(const QString &address);
     void showKeys();
+    void makeFill(const QString &key);
+    void editEntry(int entry);
+    void chooseSymbol(int entry);
     void showMapMenu(const QPoint &globalPos, int tube);
     void showLegendMenu(const QPoint &globalPos, int entry);
     void showTube(int tube);

@@ -40,6 +40,10 @@ QByteArray shapes(Picture picture)
         return "<path d='M3.5 4.5 H20.5 V15.5 H12 L8 20 V15.5 H3.5 Z M7.5 8.5 H16.5 M7.5 11.5 H13'/>";
     case Picture::FullScreen:
         return "<path d='M4 9 V4 H9 M15 4 H20 V9 M20 15 V20 H15 M9 20 H4 V15'/>";
+    case Picture::Edit:
+        return "<path d='M5 19 L6 14.8 L15.8 5 L19 8.2 L9.2 18 Z M13.6 7.2 L16.8 10.4'/>";
+    case Picture::Symbol:
+        return "<circle cx='12' cy='12' r='8.5'/><path d='M8.5 16 L12 7.5 L15.5 16 M9.7 13.2 H14.3'/>";
     case Picture::Up:
         return "<path d='M12 19 V5 M6 11 L12 5 L18 11'/>";
     case Picture::Down:

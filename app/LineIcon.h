@@ -18,6 +18,8 @@ enum class Picture {
     FlipVertical,
     FloatingId,
     FullScreen,
+    Edit,
+    Symbol,
     Up,
     Down,
     Delete,

@@ -37,12 +37,12 @@ void ViewBar::addUndo(CommandActions &actions)
     m_changes->setObjectName(u"changes"_s);
     m_changes->setToolTipsVisible(true);
     connect(m_changes, &QMenu::aboutToShow, this, &ViewBar::changesWanted);
-    auto *button = new QToolButton(this);
-    button->setObjectName(u"undoButton"_s);
-    button->setDefaultAction(undo);
-    button->setMenu(m_changes);
-    button->setPopupMode(QToolButton::MenuButtonPopup);
-    addWidget(button);
+    m_undo = new QToolButton(this);
+    m_undo->setObjectName(u"undoButton"_s);
+    m_undo->setDefaultAction(undo);
+    m_undo->setMenu(m_changes);
+    m_undo->setPopupMode(QToolButton::MenuButtonPopup);
+    addWidget(m_undo);
     QAction *redo = actions.extra(Extra::Redo);
     redo->setIcon(lineIcon(Picture::Redo));
     addAction(redo);
@@ -104,6 +104,11 @@ void ViewBar::focusFind()
 {
     m_find->setFocus(Qt::ShortcutFocusReason);
     m_find->selectAll();
+}
+
+void ViewBar::showChanges()
+{
+    m_undo->showMenu();
 }
 
 void ViewBar::setChanges(const QStringList &labels, int position)

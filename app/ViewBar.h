@@ -4,6 +4,7 @@
 #include <QToolBar>
 
 class QLineEdit;
+class QToolButton;
 
 namespace app {
 
@@ -15,6 +16,8 @@ public:
     explicit ViewBar(CommandActions &actions, QWidget *parent = nullptr);
     /// Puts the cursor into the field.
     void focusFind();
+    /// Opens the list of changes beside Undo.
+    void showChanges();
     /// The changes that the menu beside Undo lists, newest last; those from position on are undone.
     void setChanges(const QStringList &labels, int position);
 
@@ -36,6 +39,7 @@ private:
     void addFind();
 
     QMenu *m_changes = nullptr;
+    QToolButton *m_undo = nullptr;
     QLineEdit *m_find = nullptr;
 };
 

@@ -23,6 +23,7 @@ inline constexpr Message kAskClearRecent{0, u"Are you sure?"};
 inline constexpr Message kSymbolsDeleted{0, u"%D map symbols were deleted!"};
 inline constexpr Message kNoSuchTube{0, u"There is no tube \"%S\"."};
 inline constexpr Message kTubeFound{0, u"%S"};
+inline constexpr Message kNoFillDialog{0, u"\"%S\" cannot be edited in this version."};
 inline constexpr Message kSelected{0, u"%D tubes selected."};
 
 // Projects, files, programs. These have no numbers of the suite.
