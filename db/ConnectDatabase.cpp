@@ -42,7 +42,6 @@ void bringUpToDate(DatabaseSession &session, const ConnectContext &context)
 {
     if (!session.isUpdatable() || isLegacyDatabase(session.database()))
         return;
-    completeStatistics(session.database());
     refreshViews(session);
     if (context.project)
         refreshAliases(session, context.project->steamGen);
@@ -62,6 +61,8 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
             session.open(path);
             bringUpToDate(session, context);
         }
+        if (session.isUpdatable())
+            completeStatistics(session.database());
         if (context.listener)
             context.listener->databaseConnected(path);
         session.prompts().status(messages::kConnectedStatus, pathBelowArvo(path, context));
