@@ -7,6 +7,7 @@
 #include "RecentMenus.h"
 #include "SidePanel.h"
 #include "ViewBar.h"
+#include "WindowProgress.h"
 
 #include <app/logic/Messages.h>
 #include <app/logic/SelectionCommands.h>
@@ -17,7 +18,6 @@
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
 #include <tarnwick/gui/BoxPrompts.h>
-#include <tarnwick/gui/ProgressDialog.h>
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -39,22 +39,6 @@ constexpr QSize kFirstSize{1280, 800};
 constexpr int kMapShare = 66;
 /// Milliseconds from a change to the copy for the case of a crash, so that changes in a row are written once.
 constexpr int kRecoveryDelay = 300;
-
-/// Long work of a command: the wait cursor at once, and before long a bar with Cancel.
-class WindowProgress : public tarnwick::ProgressDialog
-{
-public:
-    WindowProgress(QWidget *window, const QString &title)
-        : ProgressDialog(window, title)
-        , m_window(window)
-    {
-        m_window->setCursor(Qt::WaitCursor);
-    }
-    ~WindowProgress() override { m_window->unsetCursor(); }
-
-private:
-    QWidget *m_window;
-};
 
 } // namespace
 

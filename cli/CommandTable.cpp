@@ -105,7 +105,7 @@ constexpr Command kCommands[] = {
      u"Without "
      u"--convert the steps are listed and nothing is converted.",
      kConnectOptions, runConnect},
-    {u"import", u"FILE.mdb --out DB", u"copy a Jet file into a new database",
+    {u"import", u"FILE.mdb --out DB [--damaged]", u"copy a Jet file into a new database",
      u"Jet 3 and Jet 4 (Access 97 to 2003). Prints the tables with their rows, and what could not be carried over. The "
      u"file is only read, and a damaged one is refused without --damaged.",
      kImportOptions, runImport},

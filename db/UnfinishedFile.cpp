@@ -100,6 +100,9 @@ void UnfinishedFile::finish()
 
 void UnfinishedFile::replace()
 {
+    // Whoever could read and write the file before still can. Without the right to say so it is as new files are.
+    if (QFile::exists(m_wanted))
+        QFile::setPermissions(m_path, QFile::permissions(m_wanted));
     flush();
     if (std::rename(QFile::encodeName(m_path).constData(), QFile::encodeName(m_wanted).constData()) != 0)
         fail(m_wanted, errno);

@@ -20,7 +20,7 @@ public:
 
     // The finished file, closed, is flushed to the disk and gets the wanted name. Throw dao::DaoException (3051).
     void finish();  ///< there must be no file of that name (3204)
-    void replace(); ///< in place of the file of that name, in one step
+    void replace(); ///< in place of the file of that name, with its permissions, in one step
 
     /// The exception as it reads for the file that the user asked for.
     dao::DaoException named(const dao::DaoException &exception) const;

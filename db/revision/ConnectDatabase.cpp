@@ -92,6 +92,9 @@ bool connectAtStart(DatabaseSession &session, const QStringList &recentDatabases
             standardTried = samePath(recent, standard);
         }
     }
+    // Who did not want to wait gets no other database in place of that one.
+    if (!session.isOpen() && context.progress && context.progress->cancelled())
+        return false;
     if (!session.isOpen() && !standardTried && QFileInfo::exists(standard))
         connectDatabase(session, standard, context);
     if (session.isOpen())

@@ -34,7 +34,8 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
 
 /// The database a project starts with: the most recent one, unless that is the project's own and its file is gone; else
 /// the project's own; and when that does not exist either, it is created, connected, and announced in the status line.
-/// recentDatabases are paths in the suite's form, most recent first. False when none could be connected.
+/// recentDatabases are paths in the suite's form, most recent first. False when none could be connected; after the
+/// user's Cancel none is tried any more.
 bool connectAtStart(DatabaseSession &session, const QStringList &recentDatabases, int formatYear,
                     const ConnectContext &context);
 

@@ -4,6 +4,8 @@
 #include "Messages.h"
 #include "RevisionConversion.h"
 
+#include <cerrno>
+#include <cstring>
 #include <dao/values/Errors.h>
 #include <db/Errors.h>
 #include <db/UnfinishedFile.h>
@@ -19,12 +21,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-[[noreturn]] void failWriting(const QFileDevice &file, const QString &path)
+/// systemError: what the system said; a file that could be written in part does not remember it.
+[[noreturn]] void failWriting(const QFileDevice &file, const QString &path, int systemError = 0)
 {
-    const bool isFull = file.error() == QFileDevice::ResourceError;
-    throw dao::DaoException(
-        isFull ? dao::error::DiskFull : dao::error::CannotOpenFile, u"DAO.Workspace"_s,
-        u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(path), file.errorString()));
+    const bool isFull = systemError == ENOSPC || file.error() == QFileDevice::ResourceError;
+    const QString reason = systemError == 0 ? file.errorString() : QString::fromLocal8Bit(std::strerror(systemError));
+    throw dao::DaoException(isFull ? dao::error::DiskFull : dao::error::CannotOpenFile, u"DAO.Workspace"_s,
+                            u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(path), reason));
 }
 
 /// For a working copy, and for the backup of a file that no session has open. progress may be null.
@@ -43,8 +46,9 @@ void copyFile(const QString &from, const QString &to, tarnwick::Progress *progre
         const QByteArray piece = source.read(kPiece);
         if (piece.isEmpty())
             failWriting(source, from);
+        errno = 0;
         if (target.write(piece) != piece.size())
-            failWriting(target, to);
+            failWriting(target, to, errno);
         loop.tick(source.pos());
     }
     if (!target.commit())
@@ -65,19 +69,47 @@ struct FileStamp
     QDateTime modified;
 };
 
-/// Others may work on the file while the question waits for its answer. What they wrote must not be lost.
-void refuseChanged(const QString &path, const FileStamp &asRead)
+/// A Jet file that is open through its working copy.
+class JetFile
 {
-    if (!(FileStamp(path) == asRead))
-        throw dao::DaoException(dao::error::FileInUse, u"DAO.Workspace"_s,
-                                dao::errorText(dao::error::FileInUse, {QDir::toNativeSeparators(path)}));
-}
+public:
+    explicit JetFile(const QString &path)
+        : m_path(path)
+        , m_file(QFileInfo(path).canonicalFilePath())
+        , m_asRead(m_file)
+        , m_folder(std::make_shared<QTemporaryDir>())
+    {
+        if (!m_folder->isValid())
+            throw dao::DaoException(dao::error::DiskError, u"DAO.Workspace"_s,
+                                    u"No temporary folder could be made: %1"_s.arg(m_folder->errorString()));
+    }
 
-bool mayReplace(const QString &path)
-{
-    const QFileInfo file(path);
-    return file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
-}
+    const QString &path() const { return m_path; } ///< as the user named it
+    QString workingCopy() const { return m_folder->filePath(u"copy.mdb"_s); }
+    void open(DatabaseSession &session) const
+    {
+        session.openCopy(m_path, workingCopy(), dao::OpenMode::ReadOnly, m_folder);
+    }
+    bool mayBeReplaced() const
+    {
+        return QFileInfo(m_file).isWritable() && QFileInfo(QFileInfo(m_file).absolutePath()).isWritable();
+    }
+    /// Where a finished file takes its place: behind a link, where the link leads to.
+    const QString &itself() const { return m_file; }
+    /// Others may work on the file while the question waits for its answer. What they wrote must not be lost.
+    void refuseChanged() const
+    {
+        if (!(FileStamp(m_file) == m_asRead))
+            throw dao::DaoException(dao::error::FileInUse, u"DAO.Workspace"_s,
+                                    dao::errorText(dao::error::FileInUse, {QDir::toNativeSeparators(m_path)}));
+    }
+
+private:
+    QString m_path;
+    QString m_file;
+    FileStamp m_asRead;
+    std::shared_ptr<QTemporaryDir> m_folder;
+};
 
 void tellRemarks(tarnwick::UserPrompts &prompts, const QString &path, const JetImportReport &report)
 {
@@ -95,24 +127,23 @@ void tellRemarks(tarnwick::UserPrompts &prompts, const QString &path, const JetI
 
 /// Brings a further copy of the working copy up to date and puts it into the place of the file. False when that was not
 /// done, for a reason that has been said; the file is then as it was.
-bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, const QString &path,
-                        const FileStamp &asRead, const QString &workingCopy, const ConnectContext &context,
-                        BringUpToDate bringUpToDate)
+bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, const JetFile &file,
+                        const ConnectContext &context, BringUpToDate bringUpToDate)
 {
     tarnwick::UserPrompts &prompts = session.prompts();
     try {
-        UnfinishedFile converted(path);
-        copyFile(workingCopy, converted.path(), context.progress);
-        session.openCopy(path, converted.path(), dao::OpenMode::Update);
+        UnfinishedFile converted(file.itself());
+        copyFile(file.workingCopy(), converted.path(), context.progress);
+        session.openCopy(file.path(), converted.path(), dao::OpenMode::Update);
         const bool isKept = bringUpToDate(session, request, context);
         session.close();
         if (!isKept)
             return false;
-        refuseChanged(path, asRead);
+        file.refuseChanged();
         converted.replace();
         return true;
     } catch (const dao::DaoException &exception) {
-        showDaoError(prompts, exception, messages::kConvertJet, QDir::toNativeSeparators(path));
+        showDaoError(prompts, exception, messages::kConvertJet, QDir::toNativeSeparators(file.path()));
     } catch (const dao::DaoCancelled &) {
         prompts.status(messages::kConversionCancelled);
     } catch (const tarnwick::Cancelled &) {
@@ -127,13 +158,11 @@ void openJetFile(DatabaseSession &session, const QString &path, const ConnectCon
                  BringUpToDate bringUpToDate)
 {
     session.prompts().status(messages::kReadingJet, QDir::toNativeSeparators(path));
-    const auto folder = std::make_shared<QTemporaryDir>();
-    const QString workingCopy = folder->filePath(u"copy.mdb"_s);
-    const FileStamp asRead(path);
-    const JetImportReport report = importJetFile(path, workingCopy, context.progress);
-    session.openCopy(path, workingCopy, dao::OpenMode::ReadOnly, folder);
+    const JetFile file(path);
+    const JetImportReport report = importJetFile(path, file.workingCopy(), context.progress);
+    file.open(session);
     tellRemarks(session.prompts(), path, report);
-    if (!mayReplace(path))
+    if (!file.mayBeReplaced())
         return;
     ConversionRequest request(session, context.project,
                               [&](const QString &backup) { copyFile(path, backup, context.progress); });
@@ -141,12 +170,12 @@ void openJetFile(DatabaseSession &session, const QString &path, const ConnectCon
         listRevisionSteps(session, request);
         return;
     }
-    if (replaceByConverted(session, request, path, asRead, workingCopy, context, bringUpToDate)) {
+    if (replaceByConverted(session, request, file, context, bringUpToDate)) {
         session.open(path);
         announceConversion(session);
         return;
     }
-    session.openCopy(path, workingCopy, dao::OpenMode::ReadOnly, folder);
+    file.open(session);
     session.conversion.approved = false;
 }
 

@@ -1,10 +1,8 @@
+#include "RevisionFixture.h"
+
 #include <db/CreateDatabase.h>
-#include <db/revision/ConnectDatabase.h>
-#include <gtest/gtest.h>
 #include <QDir>
 #include <QFile>
-#include <support/Printers.h>
-#include <support/TemporaryFolder.h>
 
 using namespace Qt::StringLiterals;
 using Kind = tarnwick::RecordingPrompts::Entry::Kind;
@@ -114,6 +112,20 @@ TEST_F(ConnectTest, TheArvoFolderIsMadeWithItsFirstDatabase)
     EXPECT_TRUE(db::connectAtStart(session, {}, 1997, context));
     EXPECT_EQ(session.path(), standard);
     EXPECT_EQ(db::formatYear(session), 1997);
+}
+
+TEST_F(ConnectTest, CancelAtTheStartMakesNoOtherDatabase)
+{
+    StopAt stopping(0);
+    const QString samples = qEnvironmentVariable("ARVO_TESTDATA");
+    if (samples.isEmpty())
+        GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
+    ASSERT_TRUE(QFile::copy(QDir(samples).filePath(u"suite-old-2.mdb"_s), folder.path(u"jet.mdb"_s)));
+    context.progress = &stopping;
+    EXPECT_FALSE(db::connectAtStart(session, {u"jet.mdb"_s}, 2002, context));
+    EXPECT_EQ(prompts.lastStatus(), u"Connecting was cancelled."_s);
+    EXPECT_TRUE(prompts.texts(Kind::Error).isEmpty());
+    EXPECT_FALSE(QFile::exists(standard));
 }
 
 } // namespace

@@ -311,3 +311,19 @@ TEST_F(JetTest, StoppedByTheUserTheFileStaysAsItIs)
     EXPECT_GT(whileReading, 0);
     EXPECT_GT(whileConverting, 3);
 }
+
+TEST_F(JetTest, AFileBehindALinkIsConvertedWhereItLies)
+{
+    const QString real = folder.path(u"elsewhere/real.mdb"_s);
+    ASSERT_TRUE(QDir().mkpath(folder.path(u"elsewhere"_s)));
+    ASSERT_TRUE(QFile::copy(sample(u"suite-old-2"_s), real));
+    const auto rights = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
+    QFile::setPermissions(real, rights);
+    ASSERT_TRUE(QFile::link(real, path));
+    ASSERT_TRUE(convert());
+    EXPECT_EQ(errors(), QStringList());
+    EXPECT_TRUE(session.isUpdatable());
+    EXPECT_TRUE(QFileInfo(path).isSymLink());
+    EXPECT_EQ(QFile::permissions(real) & rights, rights);
+    EXPECT_EQ(folder.names(u"elsewhere"_s), QStringList{u"real.mdb"_s});
+}
