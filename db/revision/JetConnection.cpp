@@ -3,7 +3,9 @@
 #include "JetImport.h"
 #include "Messages.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <dao/values/Errors.h>
 #include <fcntl.h>
 #include <QDir>
@@ -18,12 +20,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-[[noreturn]] void failWriting(const QFileDevice &file, const QString &path)
+/// systemError: what the system said; a file that could be written in part does not remember it.
+[[noreturn]] void failWriting(const QFileDevice &file, const QString &path, int systemError = 0)
 {
-    const bool isFull = file.error() == QFileDevice::ResourceError;
-    throw dao::DaoException(
-        isFull ? dao::error::DiskFull : dao::error::CannotOpenFile, u"DAO.Workspace"_s,
-        u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(path), file.errorString()));
+    const bool isFull = systemError == ENOSPC || file.error() == QFileDevice::ResourceError;
+    const QString reason = systemError == 0 ? file.errorString() : QString::fromLocal8Bit(std::strerror(systemError));
+    throw dao::DaoException(isFull ? dao::error::DiskFull : dao::error::CannotOpenFile, u"DAO.Workspace"_s,
+                            u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(path), reason));
 }
 
 void copyFile(const QString &from, const QString &to)
@@ -39,8 +42,9 @@ void copyFile(const QString &from, const QString &to)
         const QByteArray piece = source.read(kPiece);
         if (piece.isEmpty())
             failWriting(source, from);
+        errno = 0;
         if (target.write(piece) != piece.size())
-            failWriting(target, to);
+            failWriting(target, to, errno);
     }
     if (!target.commit())
         failWriting(target, to);
