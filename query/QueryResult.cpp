@@ -70,8 +70,9 @@ void QueryResult::build(dao::QueryDef &query)
 {
     auto recordset = std::make_unique<dao::Recordset>(m_session->database());
     recordset->open(dao::Recordset::Type::Dynaset, query);
-    for (int i = 0; i < query.fieldCount(); ++i)
-        m_columns.append(m_context->formats.formatOf(query.field(i)));
+    // Of what was opened: the columns of a cross table are told by the data of that moment.
+    for (int i = 0; i < recordset->fieldCount(); ++i)
+        m_columns.append(m_context->formats.formatOf(recordset->field(i)));
     m_recordset = std::move(recordset);
     m_rows = std::make_unique<RowMap>(m_recordset->recordCount());
 }

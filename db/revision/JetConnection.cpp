@@ -5,6 +5,7 @@
 #include "RevisionConversion.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <dao/values/Errors.h>
 #include <db/Errors.h>

@@ -61,9 +61,8 @@ bool OptionFile::load(const PathRoots &roots)
 void OptionFile::store(const PathRoots &roots)
 {
     const QString path = m_path.installationPath(roots);
-    // An installation that is there may lack the folder of its options.
-    if (QFileInfo::exists(roots.palomineDir))
-        QDir().mkpath(QFileInfo(path).absolutePath());
+    // An installation comes into being with the first options that are stored in it.
+    QDir().mkpath(QFileInfo(path).absolutePath());
     storeTo(path);
 }
 

@@ -2,7 +2,9 @@
 
 #include "ErrorTranslation.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <QElapsedTimer>
 #include <QFile>
@@ -34,11 +36,13 @@ using Handle = std::unique_ptr<sqlite3, CloseDatabase>;
     raise(failure);
 }
 
-[[noreturn]] void failWriting(const QFileDevice &target)
+/// systemError: what the system said; a file that could be written in part does not remember it.
+[[noreturn]] void failWriting(const QFileDevice &target, int systemError)
 {
-    if (target.error() == QFileDevice::ResourceError)
-        throw engineError(error::DiskFull, sourceName).withHint(target.errorString());
-    throw engineError(error::CannotOpenFile, sourceName, {target.fileName()}).withHint(target.errorString());
+    const QString reason = systemError == 0 ? target.errorString() : QString::fromLocal8Bit(std::strerror(systemError));
+    if (systemError == ENOSPC || systemError == EDQUOT || target.error() == QFileDevice::ResourceError)
+        throw engineError(error::DiskFull, sourceName).withHint(reason);
+    throw engineError(error::CannotOpenFile, sourceName, {target.fileName()}).withHint(reason);
 }
 
 Handle openForReading(const QString &path)
@@ -111,8 +115,9 @@ void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target, CancelCheck 
         check();
         const int length = int(std::min<sqlite3_int64>(bytesAtOnce, size - offset));
         result = file->pMethods->xRead(file, buffer.data(), length, offset);
+        errno = 0;
         if (result == SQLITE_OK && target.write(buffer.constData(), length) != length)
-            failWriting(target);
+            failWriting(target, errno);
     }
     if (result != SQLITE_OK)
         failReading(path, result);
@@ -163,11 +168,13 @@ void backUpFile(const QString &path, const QString &target, Progress *progress)
         return;
     }
     QSaveFile file(target);
+    errno = 0;
     if (!file.open(QIODevice::WriteOnly))
-        failWriting(file);
+        failWriting(file, errno);
     copyBytes(db.get(), path, file, check);
+    errno = 0;
     if (!file.commit())
-        failWriting(file);
+        failWriting(file, errno);
 }
 
 } // namespace dao::store

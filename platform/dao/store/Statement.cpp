@@ -5,6 +5,7 @@
 
 #include <cstring>
 #include <optional>
+#include <QScopeGuard>
 #include <sqlite3.h>
 #include <utility>
 
@@ -191,11 +192,15 @@ bool Statement::step()
     if (result == SQLITE_DONE)
         return false;
     m_connection->afterFailure();
-    try {
-        m_connection->fail(isChange());
-    } catch (...) {
+    const auto reset = qScopeGuard([this] {
         m_started = false;
         sqlite3_reset(m_statement);
+    });
+    try {
+        m_connection->fail(isChange());
+    } catch (const DaoCancelled &) {
+        // Heard: what comes next has not been asked about.
+        m_connection->clearCancel();
         throw;
     }
 }

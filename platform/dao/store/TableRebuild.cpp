@@ -223,7 +223,11 @@ void TableRebuild::checkChangedFields()
             verify({constraint::name(constraint::rule, m_after.info.name, field.name),
                     sql::ruleWithFunctions(field.validationRule, field)});
     }
-    if (!m_after.info.validationRule.trimmed().isEmpty())
+    const QList<FieldInfo> &fields = m_after.info.fields;
+    const bool changed =
+        m_before.info.validationRule != m_after.info.validationRule || !m_fills.isEmpty() ||
+        std::any_of(fields.begin(), fields.end(), [this](const FieldInfo &field) { return needsConversion(field); });
+    if (changed && !m_after.info.validationRule.trimmed().isEmpty())
         verify({constraint::name(constraint::rule, m_after.info.name, {}),
                 sql::tableRuleWithFunctions(m_after.info.validationRule, m_after.info)});
 }

@@ -22,6 +22,17 @@ bool hasSubquery(const Expr &expr)
     return anyPart(expr, [](const Expr &part) { return subqueryOf(part) || part.as<DomainCall>(); });
 }
 
+/// The rows of one table in its own order, each looked at once.
+bool isPlainWalk(const Query &query)
+{
+    const Select *select = query.singleSelect();
+    if (!select || select->sources.size() != 1 || !select->sources.front()->table || select->aggregated ||
+        select->distinct || select->top || !select->order.empty() || (select->where && hasSubquery(*select->where)))
+        return false;
+    return std::none_of(select->columns.begin(), select->columns.end(),
+                        [](const OutputColumn &column) { return hasSubquery(*column.expr); });
+}
+
 } // namespace
 
 QString Generator::asking(const QString &condition) const
@@ -60,6 +71,12 @@ ActionPlan Generator::insert(const Insert &insert)
     const QString rows = insert.rows ? u"SELECT "_s + arguments(insert.converted) + u" FROM "_s + leafText(*insert.rows)
                                      : queryText(*insert.query, Shape::Plain);
     plan.steps.append({into + rows, true, {}, false});
+    if (!insert.rows && isPlainWalk(*insert.query)) {
+        m_asking = insert.query->singleSelect();
+        plan.askingSteps.append({into + queryText(*insert.query, Shape::Plain), true, {}, false});
+        m_asking = nullptr;
+        return plan;
+    }
     plan.askingSteps = {
         gather(rows, false),
         {into + u"SELECT * FROM "_s + gathered() + u" WHERE "_s + asking({}) + u" ORDER BY rowid"_s, true, {}, false},

@@ -122,6 +122,7 @@ private:
     QList<int> m_positions;
     QList<dao::sql::Parameter> m_parameters;
     QSet<const bound::Source *> m_grouped;
+    const bound::Select *m_asking = nullptr; ///< whose rows are to ask one by one whether to go on
     bool m_standalone = false;
     bool m_pure = true;
     bool m_usesParameters = false;

@@ -143,8 +143,11 @@ QString Generator::tail(const Select &select)
     QString text;
     if (!select.from.empty())
         text += u" FROM "_s + fromText(select);
-    if (select.where)
-        text += u" WHERE "_s + truth(*select.where).text;
+    QString condition = select.where ? truth(*select.where).text : QString();
+    if (&select == m_asking)
+        condition = asking(condition);
+    if (!condition.isEmpty())
+        text += u" WHERE "_s + condition;
     QStringList groups;
     for (const ExprPtr &key : select.groupBy) {
         // A constant would be read as the number of a column.

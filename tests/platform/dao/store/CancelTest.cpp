@@ -101,6 +101,27 @@ TEST_F(CancelTest, WithinATransactionOnlyTheStatementIsUndone)
     EXPECT_EQ(rawRows(u"PRAGMA integrity_check"_s), u"ok"_s);
 }
 
+TEST_F(CancelTest, WhatComesAfterAStopIsNotStoppedToo)
+{
+    class StopOnce : public Progress
+    {
+    public:
+        bool cancelled() override { return !std::exchange(m_asked, true); }
+
+    private:
+        bool m_asked = false;
+    } stop;
+    database.setProgress(&stop);
+    Recordset rows(database);
+    rows.open(Recordset::Type::Dynaset, u"n"_s);
+    rows.edit();
+    rows.setValue(0, number(-7));
+    Recordset set(database);
+    EXPECT_EQ(errorOf([&] { set.open(Recordset::Type::Dynaset, longSelect); }), u"cancelled"_s);
+    EXPECT_EQ(errorOf([&] { rows.update(); }), QString());
+    EXPECT_EQ(rawRows(u"SELECT count(*) FROM n WHERE x = -7"_s), u"1"_s);
+}
+
 TEST_F(CancelTest, WhoeverIsAskedCannotRunStatementsMeanwhile)
 {
     StopAt stop(2);

@@ -163,6 +163,19 @@ TEST_F(ConstraintsTest, ARuleOfTheTableMayNeedTheEngine)
     EXPECT_EQ(numberOf([&] { database.createTable(broken); }), 3070);
 }
 
+TEST_F(ConstraintsTest, RowsThatBreakAnOldRuleOfTheTableDoNotStopOtherChanges)
+{
+    TableInfo info = table(u"r"_s, {field(u"a"_s, DataType::Long), field(u"b"_s, DataType::Long)});
+    info.validationRule = u"a < b"_s;
+    database.createTable(info);
+    raw(u"PRAGMA ignore_check_constraints = ON; INSERT INTO r (a, b) VALUES (5, 1)"_s);
+    database.execute(u"ALTER TABLE r ADD COLUMN c LONG NOT NULL DEFAULT 3"_s);
+    database.execute(u"CREATE UNIQUE INDEX pk ON r (a) WITH PRIMARY"_s);
+    EXPECT_EQ(rawRows(u"SELECT a, b, c FROM r"_s), u"5|1|3"_s);
+    EXPECT_EQ(numberOf([&] { database.execute(u"UPDATE r SET b = 2"_s); }), 3317);
+    EXPECT_EQ(numberOf([&] { database.execute(u"ALTER TABLE r ALTER COLUMN a DOUBLE"_s); }), 3317);
+}
+
 TEST_F(ConstraintsTest, ARefusalSaysWhichFieldOrIndexItIsAbout)
 {
     const auto hintOf = [&](const std::function<void()> &action) {

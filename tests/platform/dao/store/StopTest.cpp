@@ -1,7 +1,9 @@
 #include "Fixture.h"
 
 #include <algorithm>
+#include <csignal>
 #include <QElapsedTimer>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 using namespace dao;
@@ -67,6 +69,8 @@ QList<Work> works()
         query("select", u"SELECT a.x FROM big AS a, big AS b WHERE a.x + b.x = -1"_s),
         query("snapshot", u"SELECT a.x FROM big AS a, big AS b WHERE a.x + b.x = -1"_s, Recordset::Type::Snapshot),
         query("dynaset keys", u"SELECT a.x FROM big AS a INNER JOIN big AS b ON a.name < b.name"_s),
+        query("sorted", u"SELECT id FROM big ORDER BY name & 'x', x DESC"_s),
+        query("distinct", u"SELECT DISTINCT name, x FROM big"_s),
         query("grouped", u"SELECT a.name, Count(*) FROM big AS a, big AS b GROUP BY a.name"_s),
         query("cross table", u"TRANSFORM Count(*) SELECT a.name FROM big AS a, big AS b WHERE a.x * b.x = -1 "
                              "GROUP BY a.name PIVOT a.x Mod 10"_s),
@@ -87,6 +91,8 @@ QList<Work> works()
         statement("joined delete", u"DELETE big.* FROM big INNER JOIN small ON big.x Mod 7 < small.y"_s),
         statement("delete with a cascade", u"DELETE FROM parents"_s),
         statement("insert of a select", u"INSERT INTO big (x, name) SELECT x, name FROM big"_s),
+        statement("insert of a sorted select",
+                  u"INSERT INTO big (x, name) SELECT x, name FROM big ORDER BY name & 'x', x DESC"_s),
         statement("insert that finds nothing",
                   u"INSERT INTO big (x, name) SELECT a.x, a.name FROM big AS a, big AS b WHERE a.x + b.x = -1"_s),
         statement("make table", u"SELECT x, name & 'y' AS n INTO fresh FROM big"_s),
@@ -301,4 +307,25 @@ TEST_F(StoreTest, ABackupThatIsStoppedLeavesTheOldOne)
     ASSERT_TRUE(old.open(QIODevice::ReadOnly));
     EXPECT_EQ(old.readAll(), "old");
     EXPECT_EQ(QDir(folder.path()).entryList({u"copy*"_s}, QDir::Files).size(), 1);
+}
+
+TEST_F(StoreTest, ABackupThatDoesNotFitSaysWhy)
+{
+    database.createTable(table(u"t"_s, {field(u"m"_s, DataType::Memo)}));
+    raw(u"INSERT INTO t VALUES (hex(randomblob(3000000)))"_s);
+    // Files may grow to so many bytes and no further, as on a disk that is nearly full.
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{1'500'000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    QString hint;
+    try {
+        database.backupTo(path(u"copy.mdb"_s));
+    } catch (const DaoException &exception) {
+        hint = exception.hint();
+    }
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(hint, u"File too large"_s);
+    EXPECT_EQ(QDir(folder.path()).entryList({u"copy*"_s}, QDir::Files), QStringList());
 }
