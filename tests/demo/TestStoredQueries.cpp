@@ -1,5 +1,8 @@
 #include <conversion/ReportConversion.h>
 #include <dao/Recordset.h>
+#include <dao/sql/ast/Parser.h>
+#include <dao/sql/ast/Printer.h>
+#include <dao/sql/Compiler.h>
 #include <db/CreateDatabase.h>
 #include <db/DatabaseSession.h>
 #include <demo/DemoProject.h>
@@ -124,6 +127,19 @@ TEST_F(StoredQueries, EveryQueryRunsAndFindsWhatItNames)
         } catch (const dao::DaoException &error) {
             ADD_FAILURE() << error.what();
         }
+    }
+}
+
+TEST_F(StoredQueries, EveryQueryIsTheSameWhenItIsPrinted)
+{
+    using namespace dao::sql;
+    for (const demo::StoredQuery &stored : demo::storedQueries(*s_project)) {
+        SCOPED_TRACE(stored.sql.toStdString());
+        const QString printed = ast::printStatement(ast::Parser(stored.sql).parseStatement());
+        EXPECT_EQ(ast::printStatement(ast::Parser(printed).parseStatement()), printed);
+        const dao::SchemaView &schema = s_session->database().schema();
+        EXPECT_EQ(std::get<SelectPlan>(compile(schema, printed).plan).fullSql,
+                  std::get<SelectPlan>(compile(schema, stored.sql).plan).fullSql);
     }
 }
 

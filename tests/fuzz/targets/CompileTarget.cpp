@@ -1,5 +1,6 @@
 #include "InnerSql.h"
 #include "SmallSchema.h"
+#include "StatementMaker.h"
 #include "Targets.h"
 
 #include <dao/sql/ast/Parser.h>
@@ -13,9 +14,14 @@ namespace fuzz {
 namespace {
 
 constexpr uint8_t Utf16Mark = 255;
+constexpr uint8_t MadeMark = 254;
 
 QString textOf(Bytes bytes)
 {
+    if (!bytes.empty() && bytes.front() == MadeMark) {
+        ByteReader reader(bytes.subspan(1));
+        return StatementMaker(reader).statement();
+    }
     if (bytes.empty() || bytes.front() != Utf16Mark)
         return QString::fromUtf8(reinterpret_cast<const char *>(bytes.data()), qsizetype(bytes.size()));
     QString text;

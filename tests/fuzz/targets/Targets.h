@@ -18,7 +18,8 @@ public:
 
 /// A text as a statement: lexer, parser, printer and parser again, binder and generator over a small schema. What
 /// compiles must be accepted by the inner engine, and read to its end with errors of our own at most; the printed text
-/// must compile to the same. Bytes are UTF-8, or UTF-16 behind a byte 255.
+/// must compile to the same. Bytes are UTF-8, or UTF-16 behind a byte 255, or decisions of a StatementMaker behind a
+/// 254.
 void compileText(Bytes bytes);
 
 /// A database file with bytes exchanged, or with rows of its catalog changed: it is refused or read, with errors of our

@@ -106,6 +106,7 @@ private:
     ExprPtr bindChoose(const ast::Call &node, Range range);
     ExprPtr bindNz(const ast::Call &node, Range range);
     ExprPtr bindCase(std::vector<When> branches, ExprPtr otherwise, Range range);
+    bool isOwnColumn(const Expr &expr) const;
     ExprPtr bindAggregate(const FunctionInfo &function, const ast::Call &node, Range range);
     ExprPtr bindDomain(const FunctionInfo &function, const ast::Call &node, Range range);
     DataType resultType(const FunctionInfo &function, const std::vector<ExprPtr> &arguments) const;

@@ -165,6 +165,15 @@ ExprPtr ExpressionBinder::bindNz(const ast::Call &node, Range range)
     return m_context.make(range, type, Coalesce{std::move(value), std::move(instead)});
 }
 
+bool ExpressionBinder::isOwnColumn(const Expr &expr) const
+{
+    const FieldRef *field = expr.as<FieldRef>();
+    const Output *output = expr.as<Output>();
+    const Source *source = field ? field->source : output ? output->source : nullptr;
+    return source && std::any_of(m_select->sources.begin(), m_select->sources.end(),
+                                 [source](const auto &own) { return own.get() == source; });
+}
+
 ExprPtr ExpressionBinder::bindAggregate(const FunctionInfo &function, const ast::Call &node, Range range)
 {
     if (m_clause.aggregateError != 0 || !m_select)
@@ -177,6 +186,12 @@ ExprPtr ExpressionBinder::bindAggregate(const FunctionInfo &function, const ast:
             anyPart(*aggregate.argument, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
         if (nested)
             m_context.fail(error::NestedAggregate, range, {m_context.textOf(range)});
+        const bool namesOwn = anyPart(*aggregate.argument, [this](const Expr &part) { return isOwnColumn(part); });
+        if (m_scope && m_scope->outer() && !namesOwn && !aggregate.argument->as<Literal>()) {
+            if (m_select->sources.empty())
+                m_context.fail(error::TooComplexExpression, range);
+            aggregate.own = m_select->sources.front().get();
+        }
     }
     if (isNamed(function, u"First") || isNamed(function, u"Last")) {
         for (const auto &source : m_select->sources) {

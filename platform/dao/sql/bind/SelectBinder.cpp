@@ -234,9 +234,10 @@ void SelectBinder::bindDistinctRow()
     for (const auto &source : m_select->sources) {
         if (!source->table)
             return;
+        // A subquery may read any of them.
         const auto reads = [&source](const Expr &part) {
             const FieldRef *column = part.as<FieldRef>();
-            return column && column->source == source.get();
+            return (column && column->source == source.get()) || subqueryOf(part);
         };
         const bool contributes = std::any_of(m_select->columns.begin(), m_select->columns.end(),
                                              [&](const OutputColumn &column) { return anyPart(*column.expr, reads); });

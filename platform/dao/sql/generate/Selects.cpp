@@ -236,9 +236,13 @@ QStringList Generator::orderOf(const Select &select, Shape shape)
     const bool matters = shape == Shape::Plain || shape == Shape::Keys || select.top;
     if (!matters)
         return order;
-    for (const OrderKey &key : select.order)
+    for (const OrderKey &key : select.order) {
+        // A constant orders nothing, and would be read as the number of a column.
+        if (!select.distinct && key.expr->as<Literal>())
+            continue;
         order.append(select.distinct ? QString::number(key.output + 1) + (key.descending ? u" DESC"_s : QString())
                                      : orderKeyText(key));
+    }
     return order + tieBreakers(select);
 }
 
