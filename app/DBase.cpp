@@ -227,7 +227,11 @@ void DBase::connectLegend()
         refreshLegend();
         view.setCurrentEntry(place);
     });
+    connect(&model, &LegendModel::renameRequested, this,
+            [this](int entry, const QString &label) { LegendEditor(*this).rename(entry, label); });
     connect(&view, &LegendView::contextMenuRequested, this, &DBase::showLegendMenu);
+    connect(&view, &LegendView::entryActivated, this, &DBase::editEntry);
+    connect(&view, &LegendView::symbolRequested, this, &DBase::chooseSymbol);
 }
 
 void DBase::connectBars()
@@ -245,6 +249,7 @@ void DBase::connectBars()
         constexpr int kMostCompletions = 100;
         return TubeFinder(steamGen()).completions(text, kMostCompletions);
     });
+    connect(m_mainBar, &MainToolBar::fillRequested, this, &DBase::makeFill);
     connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
     connect(m_viewBar, &ViewBar::dragModeChosen, m_map, &brannock::TubesheetMap::setDragMode);
     connect(m_viewBar, &ViewBar::findLeft, m_map, qOverload<>(&QWidget::setFocus));

@@ -83,6 +83,9 @@ private:
     void findTube(const QString &address);
     void goToNextPart();
     void showKeys();
+    void makeFill(const QString &key);
+    void editEntry(int entry);
+    void chooseSymbol(int entry);
     void showMapMenu(const QPoint &globalPos, int tube);
     void showLegendMenu(const QPoint &globalPos, int entry);
     void showTube(int tube);

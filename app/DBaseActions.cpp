@@ -107,6 +107,7 @@ void DBase::showKeys()
         if (info.keys)
             add(QString::fromUtf16(info.keys).replace(u'|', u", "_s), QString::fromUtf16(info.tip));
     }
+    add(u"Return"_s, u"In the legend: edit the current entry"_s);
     add(u"Space"_s, u"In the legend: show or hide the current entry; on the map: select or deselect the tube"_s);
     add(u"Alt+Arrows"_s, u"On the map: go from tube to tube"_s);
     add(u"Arrows"_s, u"On the map: move it"_s);
@@ -170,6 +171,15 @@ void DBase::runExtra(Extra extra)
         break;
     case Extra::NextPart:
         goToNextPart();
+        break;
+    case Extra::EntryEdit:
+        editEntry(entry);
+        break;
+    case Extra::EntrySymbol:
+        chooseSymbol(entry);
+        break;
+    case Extra::EntryRename:
+        view.renameCurrent();
         break;
     case Extra::EntryUp:
         moveEntry(-1);

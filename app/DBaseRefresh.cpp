@@ -106,7 +106,8 @@ void DBase::refreshCommands()
     const CommandContext context = commandContext();
     m_actions->refresh(context);
     m_mainBar->refresh(context);
-    const QString label = m_session->undo().undoLabel();
+    // A name may hold "&", which a menu would take for the mark of a key.
+    const QString label = m_session->undo().undoLabel().replace(u'&', u"&&"_s);
     m_actions->setText(Undo, label.isEmpty() ? u"Undo"_s : tarnwick::format(u"Undo %S", label));
     m_actions->setChecked(FlipHorizontal, m_map->xOrientation() == -1);
     m_actions->setChecked(FlipVertical, m_map->yOrientation() == -1);

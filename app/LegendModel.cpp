@@ -93,6 +93,7 @@ QVariant LegendModel::data(const QModelIndex &index, int role) const
     const plans::MapFill &fill = m_legend->entry(index.row());
     switch (role) {
     case Qt::DisplayRole:
+    case Qt::EditRole:
         return text(index.row(), index.column());
     case Qt::CheckStateRole:
         return index.column() == Symbol ? QVariant(fill.shown ? Qt::Checked : Qt::Unchecked) : QVariant();
@@ -118,9 +119,14 @@ QVariant LegendModel::data(const QModelIndex &index, int role) const
 
 bool LegendModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || index.column() != Symbol || role != Qt::CheckStateRole)
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return false;
-    Q_EMIT showRequested(index.row(), value.toInt() == Qt::Checked);
+    if (index.column() == Symbol && role == Qt::CheckStateRole)
+        Q_EMIT showRequested(index.row(), value.toInt() == Qt::Checked);
+    else if (index.column() == Description && role == Qt::EditRole)
+        Q_EMIT renameRequested(index.row(), value.toString());
+    else
+        return false;
     return true;
 }
 
@@ -131,9 +137,10 @@ QVariant LegendModel::headerData(int section, Qt::Orientation orientation, int r
     if (role == Qt::TextAlignmentRole)
         return int((section >= Tubes ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     static const QString titles[] = {QString(), u"TYPE"_s, u"DESCRIPTION"_s, u"TUBES"_s, u"HITS"_s};
-    static const QString tips[] = {u"Symbol on the map; the box shows and hides the entry"_s, u"Kind of fill"_s,
-                                   u"What the entry marks"_s, u"Tubes that the entry found"_s,
-                                   u"Tubes that carry the entry's symbol, not hidden by a later entry"_s};
+    static const QString tips[] = {
+        u"Symbol on the map; click it to choose another. The box shows and hides the entry"_s, u"Kind of fill"_s,
+        u"What the entry marks"_s, u"Tubes that the entry found"_s,
+        u"Tubes that carry the entry's symbol, not hidden by a later entry"_s};
     if (role == Qt::DisplayRole)
         return titles[section];
     if (role == Qt::ToolTipRole || role == Qt::AccessibleTextRole)
@@ -148,6 +155,8 @@ Qt::ItemFlags LegendModel::flags(const QModelIndex &index) const
     Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren;
     if (index.column() == Symbol)
         flags |= Qt::ItemIsUserCheckable;
+    if (index.column() == Description)
+        flags |= Qt::ItemIsEditable;
     return flags;
 }
 

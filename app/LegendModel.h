@@ -46,6 +46,7 @@ Q_SIGNALS:
     void showRequested(int entry, bool shown);
     /// to: where the entry is to stand afterwards.
     void moveRequested(int from, int to);
+    void renameRequested(int entry, const QString &label);
 
 private:
     QVariant text(int row, int column) const;

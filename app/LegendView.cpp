@@ -97,6 +97,39 @@ void LegendView::contextMenuEvent(QContextMenuEvent *event)
         Q_EMIT contextMenuRequested(place, index.row());
 }
 
+int LegendView::symbolAt(const QPoint &place) const
+{
+    const QModelIndex index = indexAt(place);
+    if (!index.isValid() || index.column() != LegendModel::Symbol)
+        return -1;
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    option.rect = visualRect(index);
+    const auto *delegate = static_cast<const SymbolDelegate *>(itemDelegateForColumn(LegendModel::Symbol));
+    return delegate->isOnSymbol(option, index, place) ? index.row() : -1;
+}
+
+void LegendView::mousePressEvent(QMouseEvent *event)
+{
+    m_pressedSymbol = event->button() == Qt::LeftButton ? symbolAt(event->position().toPoint()) : -1;
+    QTableView::mousePressEvent(event);
+}
+
+void LegendView::mouseReleaseEvent(QMouseEvent *event)
+{
+    const int pressed = std::exchange(m_pressedSymbol, -1);
+    const bool isDragged = state() == DraggingState;
+    QTableView::mouseReleaseEvent(event);
+    if (pressed >= 0 && !isDragged && symbolAt(event->position().toPoint()) == pressed)
+        Q_EMIT symbolRequested(pressed);
+}
+
+void LegendView::renameCurrent()
+{
+    if (currentIndex().isValid())
+        edit(currentIndex().siblingAtColumn(LegendModel::Description));
+}
+
 void LegendView::keyPressEvent(QKeyEvent *event)
 {
     const QModelIndex current = currentIndex();

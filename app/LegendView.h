@@ -6,7 +6,7 @@ namespace app {
 class LegendModel;
 
 /// The legend table: a swatch with the symbol and a check box, then type, description and counts. Entries are dragged
-/// to another place; Space shows and hides the current one.
+/// to another place; Space shows and hides the current one; a click on its symbol asks for another.
 class LegendView : public QTableView
 {
     Q_OBJECT
@@ -15,14 +15,20 @@ public:
     /// -1 when there is none.
     int currentEntry() const;
     void setCurrentEntry(int entry);
+    /// Lets the user type another description for the current entry.
+    void renameCurrent();
 
 Q_SIGNALS:
     void contextMenuRequested(const QPoint &globalPos, int entry);
     /// Double click or Return on an entry.
     void entryActivated(int entry);
+    /// A click on the symbol of an entry.
+    void symbolRequested(int entry);
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
@@ -31,6 +37,10 @@ protected:
 private:
     void fitRows();
     void fitColumns();
+    /// The entry whose symbol is at a place of the viewport, -1: none.
+    int symbolAt(const QPoint &place) const;
+
+    int m_pressedSymbol = -1;
 };
 
 } // namespace app

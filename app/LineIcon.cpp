@@ -53,6 +53,10 @@ QByteArray shapes(Picture picture)
     case Picture::MoveMap:
         return "<path d='M12 3 V21 M3 12 H21 M9.5 5.5 L12 3 L14.5 5.5 M9.5 18.5 L12 21 L14.5 18.5 M5.5 9.5 L3 12 L5.5 "
                "14.5 M18.5 9.5 L21 12 L18.5 14.5'/>";
+    case Picture::Edit:
+        return "<path d='M5 19 L6 14.8 L15.8 5 L19 8.2 L9.2 18 Z M13.6 7.2 L16.8 10.4'/>";
+    case Picture::Symbol:
+        return "<circle cx='12' cy='12' r='8.5'/><path d='M8.5 16 L12 7.5 L15.5 16 M9.7 13.2 H14.3'/>";
     case Picture::Up:
         return "<path d='M12 19 V5 M6 11 L12 5 L18 11'/>";
     case Picture::Down:

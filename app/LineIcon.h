@@ -22,6 +22,8 @@ enum class Picture {
     Lasso,
     ZoomRectangle,
     MoveMap,
+    Edit,
+    Symbol,
     Up,
     Down,
     Delete,

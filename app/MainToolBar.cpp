@@ -14,7 +14,8 @@ MainToolBar::MainToolBar(QWidget *parent)
     setObjectName(u"mainBar"_s);
     setMovable(false);
     for (const plans::MapFillType *type : plans::MapFillType::all()) {
-        QToolButton *button = add(type->name, u"fill"_s + type->name, When::Later, fillButtonTip(type->key));
+        QToolButton *button =
+            add(type->name, u"fill"_s + type->name, fillButtonWhen(type->key), fillButtonTip(type->key));
         connect(button, &QToolButton::clicked, this, [this, type] { Q_EMIT fillRequested(type->key); });
     }
     addSeparator();

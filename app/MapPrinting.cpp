@@ -8,6 +8,7 @@
 #include <brannock/gui/TubesheetMap.h>
 #include <tarnwick/gui/StateKeeper.h>
 
+#include <QDir>
 #include <QPageSetupDialog>
 #include <QPainter>
 #include <QPrintDialog>
@@ -124,8 +125,19 @@ void MapPrinting::preview()
     keepSetup();
 }
 
+void MapPrinting::offerPdfFile()
+{
+    if (printer().outputFormat() != QPrinter::PdfFormat || !printer().outputFileName().isEmpty())
+        return;
+    const QString name = m_session.map().name().isEmpty() ? m_session.project().name : m_session.map().name();
+    const QString folder = m_session.project().pathOf(u"temp"_s);
+    QDir().mkpath(folder); // where it cannot be made, the dialog refuses the name
+    printer().setOutputFileName(folder + u'/' + tarnwick::validFileName(name) + u".pdf"_s);
+}
+
 void MapPrinting::print()
 {
+    offerPdfFile();
     QPrintDialog dialog(&printer(), m_parent);
     dialog.setWindowTitle(u"Print Map"_s);
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);

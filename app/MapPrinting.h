@@ -44,6 +44,8 @@ private:
     /// Made when it is first needed: asking the system for printers takes time.
     QPrinter &printer();
     void keepSetup() const;
+    /// Where there is no printer, the page goes into a file: a name for it.
+    void offerPdfFile();
     void store(const FileChooserInfo &chooser, const QString &title);
 
     ProjectSession &m_session;

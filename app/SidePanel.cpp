@@ -63,9 +63,11 @@ QWidget *SidePanel::makeLegendHead(CommandActions &actions)
     bold.setBold(true);
     title->setFont(bold);
     layout->addWidget(title, 1);
+    actions.addExtra(Extra::EntryRename, m_view);
     const std::pair<Extra, Picture> buttons[] = {
-        {Extra::EntryUp, Picture::Up},     {Extra::EntryDown, Picture::Down},     {Extra::EntrySolo, Picture::Solo},
-        {Extra::EntriesAll, Picture::All}, {Extra::EntriesInvert, Picture::Swap}, {Extra::EntryDelete, Picture::Delete},
+        {Extra::EntryEdit, Picture::Edit},     {Extra::EntrySymbol, Picture::Symbol}, {Extra::EntryUp, Picture::Up},
+        {Extra::EntryDown, Picture::Down},     {Extra::EntrySolo, Picture::Solo},     {Extra::EntriesAll, Picture::All},
+        {Extra::EntriesInvert, Picture::Swap}, {Extra::EntryDelete, Picture::Delete},
     };
     for (const auto &[extra, picture] : buttons)
         layout->addWidget(iconButton(actions.addExtra(extra, m_view), picture));

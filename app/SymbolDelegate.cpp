@@ -81,6 +81,13 @@ void SymbolDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
     painter->setOpacity(1.0);
 }
 
+bool SymbolDelegate::isOnSymbol(const QStyleOptionViewItem &option, const QModelIndex &index, const QPoint &place) const
+{
+    QStyleOptionViewItem full = option;
+    initStyleOption(&full, index);
+    return option.rect.contains(place) && place.x() > checkRect(full).right() + 1;
+}
+
 QSize SymbolDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QStyleOptionViewItem full = option;

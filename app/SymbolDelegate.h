@@ -10,6 +10,8 @@ class SymbolDelegate : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    /// Whether a place in the cell is on the symbol and not on the check box.
+    bool isOnSymbol(const QStyleOptionViewItem &option, const QModelIndex &index, const QPoint &place) const;
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 };
 

@@ -22,7 +22,10 @@ int runConnect(const Arguments &arguments)
         print(u"Backup: %1\n"_s.arg(QDir::toNativeSeparators(conversion.backup)));
     print(u"Database: %1%2\n"_s.arg(QDir::toNativeSeparators(target.session().path()),
                                     target.session().isUpdatable() ? QString() : u" READ ONLY"_s));
-    const bool isRefused = arguments.value(u"convert") == "yes"_L1 && conversion.asked && !conversion.approved;
+    const bool isWished = arguments.value(u"convert") == "yes"_L1;
+    if (isWished && !target.session().isUpdatable())
+        printError(u"The database cannot be written to, so it was not converted.\n");
+    const bool isRefused = isWished && (!target.session().isUpdatable() || (conversion.asked && !conversion.approved));
     return isRefused || target.console().errorShown() ? Failed : Done;
 }
 

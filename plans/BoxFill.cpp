@@ -29,9 +29,8 @@ void BoxFill::serialize(tarnwick::JFile &file, int version)
     file.serialize(parameters.radius);
 }
 
-bool BoxFill::compute(MapHost &host)
+bool BoxFill::pick(ellery::SteamGen &steamGen)
 {
-    ellery::SteamGen &steamGen = host.steamGen();
     steamGen.clearMarks();
     tubes.clear();
     const ellery::TubeGrid grid(steamGen.tubes());

@@ -19,7 +19,8 @@ public:
     BoxFill();
     void serialize(tarnwick::JFile &file, int version) override;
     /// In the order in which tubes are first reached: by selected tube, then by index.
-    bool compute(MapHost &host) override;
+    bool pick(ellery::SteamGen &steamGen) override;
+    bool compute(MapHost &host) override { return pick(host.steamGen()); }
     QString entryLabel() const override;
     QString undoLabel() const override;
 

@@ -4,17 +4,15 @@
 #include "QueryFill.h"
 #include "QuerySource.h"
 
-#include <array>
-
 namespace plans {
 
-void addNewFill(MapHost &host, const MapFill &working)
+void addNewFill(MapHost &host, const MapFill &working, bool autoSymbol)
 {
     host.undoCheckpoint(working.undoLabel());
     auto fill = working.clone();
     fill->label = fill->entryLabel();
     fill->compute(host);
-    host.legend().addEntry(std::move(fill), true);
+    host.legend().addEntry(std::move(fill), autoSymbol);
     host.redrawMap();
 }
 
@@ -38,13 +36,6 @@ void addNewQueryFill(MapHost &host, const QueryFill &mapped)
     }
     host.legend().addEntry(std::move(fill), !mark);
     host.redrawMap();
-}
-
-quint32 paletteColour(int entry)
-{
-    static constexpr std::array<quint32, 8> colours{0x0000FF, 0xB27200, 0x009FE6, 0x739E00,
-                                                    0xA779CC, 0xE9B456, 0x42E4F0, 0x404040};
-    return colours[size_t(entry) % colours.size()];
 }
 
 bool addFillOfQuery(MapHost &host, const query::QueryDocument &query)

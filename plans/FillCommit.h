@@ -1,6 +1,8 @@
 #pragma once
 #include "MapFill.h"
 
+#include <brannock/MapPalette.h>
+
 namespace query {
 struct QueryDocument;
 }
@@ -10,8 +12,8 @@ namespace plans {
 class QueryFill;
 
 /// OK in a fill's dialog for a new fill: takes the undo checkpoint, labels and computes a copy of the working fill,
-/// adds it with an automatic letter and redraws the map.
-void addNewFill(MapHost &host, const MapFill &working);
+/// adds it and redraws the map. autoSymbol: the entry takes the next letter in place of its own symbol.
+void addNewFill(MapHost &host, const MapFill &working, bool autoSymbol = true);
 /// OK in a fill's dialog for an entry of the legend: takes the checkpoint, and lets the entry become the working fill,
 /// computed again.
 void changeFill(MapHost &host, int entry, const MapFill &working);
@@ -22,8 +24,6 @@ void addNewQueryFill(MapHost &host, const QueryFill &mapped);
 /// from the entries before it. False, which has been said, when it could not be run or mapped, or the user chose not to
 /// show its valid tubes.
 bool addFillOfQuery(MapHost &host, const query::QueryDocument &query);
-/// A colour (0x00BBGGRR) for the entry at that place of the legend: red, then colours that people who see no difference
-/// between red and green can tell apart.
-quint32 paletteColour(int entry);
+using brannock::paletteColour; // for the entry at a place of the legend
 
 } // namespace plans

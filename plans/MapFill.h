@@ -36,6 +36,9 @@ public:
     virtual void symbolChanged(MapHost &) {}
     /// The kind's parameters from a map file of version 2 or lower. The base refuses by throwing JFileError.
     virtual void readOldFormat(tarnwick::JFile &file);
+    /// Recomputes the tubes for kinds that need no more than the steam generator and its map, saying nothing: for
+    /// previews. False when the kind needs more, could not, or found nothing to choose from. Uses the tubes' marks.
+    virtual bool pick(ellery::SteamGen &) { return false; }
     /// Recomputes the tubes from the parameters and the present state of steam generator and map. False when it could
     /// not, or found nothing to choose from.
     virtual bool compute(MapHost &host) = 0;

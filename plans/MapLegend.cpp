@@ -54,10 +54,14 @@ void MapLegend::noteEdit()
         edited();
 }
 
+char16_t MapLegend::nextSymbol(const MapFill &fill, bool autoSymbol) const
+{
+    return autoSymbol && count() < kAutoSymbols ? char16_t(u'A' + count()) : fill.symbol;
+}
+
 void MapLegend::addEntry(std::unique_ptr<MapFill> fill, bool autoSymbol)
 {
-    if (autoSymbol && count() < kAutoSymbols)
-        fill->symbol = char16_t(u'A' + count());
+    fill->symbol = nextSymbol(*fill, autoSymbol);
     m_entries.push_back(std::move(fill));
     noteEdit();
     repaint();

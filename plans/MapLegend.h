@@ -28,6 +28,8 @@ public:
     /// -1 when the legend does not hold it.
     int indexOf(const MapFill &fill) const;
 
+    /// The symbol that a fill would be added with.
+    char16_t nextSymbol(const MapFill &fill, bool autoSymbol) const;
     /// With autoSymbol the first 26 entries get the letters "A" to "Z". Appends and repaints.
     void addEntry(std::unique_ptr<MapFill> fill, bool autoSymbol);
     /// Clears symbol and colour of its tubes, removes it, repaints.

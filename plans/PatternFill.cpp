@@ -45,9 +45,8 @@ void PatternFill::serialize(tarnwick::JFile &file, int version)
     parameters.serialize(file);
 }
 
-bool PatternFill::compute(MapHost &host)
+bool PatternFill::pick(ellery::SteamGen &steamGen)
 {
-    ellery::SteamGen &steamGen = host.steamGen();
     const Parameters &p = parameters;
     tubes.clear();
     fillCount = 0;

@@ -28,7 +28,8 @@ public:
     PatternFill();
     void serialize(tarnwick::JFile &file, int version) override;
     /// False, with no tubes, for an increment below 1, which only a damaged file can hold.
-    bool compute(MapHost &host) override;
+    bool pick(ellery::SteamGen &steamGen) override;
+    bool compute(MapHost &host) override { return pick(host.steamGen()); }
     QString entryLabel() const override;
     QString undoLabel() const override;
 

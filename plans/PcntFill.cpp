@@ -60,9 +60,8 @@ qint32 PcntFill::target(qint64 candidates) const
     return parameters.percentMode ? qint32(parameters.percent * candidates / 100) : parameters.tubeCount;
 }
 
-bool PcntFill::compute(MapHost &host)
+bool PcntFill::pick(ellery::SteamGen &steamGen)
 {
-    const ellery::SteamGen &steamGen = host.steamGen();
     QList<qint32> candidates;
     for (int i = 0; i < steamGen.numTube(); ++i) {
         if (parameters.filter.accepts(steamGen, i))
@@ -70,6 +69,8 @@ bool PcntFill::compute(MapHost &host)
     }
     tubes.clear();
     fillCount = 0;
+    candidateCount = qint32(candidates.size());
+    wantedCount = 0;
     if (candidates.isEmpty())
         return false;
 
@@ -77,18 +78,26 @@ bool PcntFill::compute(MapHost &host)
         parameters.seed = seedFromClock();
     SampleGenerator generator(parameters.seed);
 
-    const qint32 wanted = target(candidates.size());
-    tubes.reserve(std::clamp<qsizetype>(wanted, 0, candidates.size()));
+    wantedCount = target(candidates.size());
+    tubes.reserve(std::clamp<qsizetype>(wantedCount, 0, candidates.size()));
     std::vector<bool> taken(size_t(candidates.size()));
-    for (int draws = 0; tubes.size() < wanted && draws < kMaxDraws; ++draws) {
+    for (int draws = 0; tubes.size() < wantedCount && draws < kMaxDraws; ++draws) {
         const qsizetype drawn = generator.next() % candidates.size();
         if (taken[size_t(drawn)])
             continue;
         taken[size_t(drawn)] = true;
         tubes.append(candidates[drawn]);
     }
+    tubes.squeeze();
     fillCount = qint32(tubes.size());
-    if (fillCount < wanted)
+    return true;
+}
+
+bool PcntFill::compute(MapHost &host)
+{
+    if (!pick(host.steamGen()))
+        return false;
+    if (fillCount < wantedCount)
         host.prompts().error(messages::kNotEnoughTubes);
     return true;
 }

@@ -49,11 +49,17 @@ public:
     PcntFill();
     void serialize(tarnwick::JFile &file, int version) override;
     void readOldFormat(tarnwick::JFile &file) override;
+    /// With a fresh seed, where one is wanted, that is kept in the parameters.
+    bool pick(ellery::SteamGen &steamGen) override;
     /// Short samples are kept, with a message (1089).
     bool compute(MapHost &host) override;
     QString entryLabel() const override;
     /// Always with the percentage, in tube-count mode too.
     QString undoLabel() const override;
+
+    // Of the last computation; not stored.
+    qint32 candidateCount = 0; ///< tubes that qualified
+    qint32 wantedCount = 0;    ///< how many of them were to be drawn
 
 protected:
     QString className() const override;

@@ -133,6 +133,7 @@ struct ToolButton
 extern const std::span<const ToolButton> kToolButtons;
 /// The tip of a fill kind's button, by the kind's key.
 const char16_t *fillButtonTip(QStringView key);
+When fillButtonWhen(QStringView key);
 
 /// What the window offers beside the numbered commands: keys, and buttons of the view bar.
 enum class Extra {
@@ -145,6 +146,9 @@ enum class Extra {
     FindTube,
     Changes,
     NextPart,
+    EntryEdit,
+    EntrySymbol,
+    EntryRename,
     EntryUp,
     EntryDown,
     EntryDelete,

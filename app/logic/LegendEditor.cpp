@@ -101,6 +101,20 @@ void LegendEditor::setSymbol(int entry, char16_t symbol, quint32 colour)
     finish();
 }
 
+void LegendEditor::rename(int entry, const QString &label)
+{
+    if (!has(entry))
+        return;
+    const plans::MapFill &fill = m_host.legend().entry(entry);
+    const QString text = label.trimmed().isEmpty() ? fill.entryLabel() : label;
+    // Labels may begin with blanks, which editing must not count as a change.
+    if (text.trimmed() == fill.label.trimmed())
+        return;
+    m_host.undoCheckpoint(u"Rename Entry"_s);
+    m_host.legend().setLabel(entry, text);
+    finish();
+}
+
 void LegendEditor::setAllSections(int entry, bool allSections)
 {
     if (!has(entry) || m_host.legend().entry(entry).allSections == allSections)

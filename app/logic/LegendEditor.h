@@ -23,6 +23,8 @@ public:
     /// Asks first.
     void removeAll();
     void setSymbol(int entry, char16_t symbol, quint32 colour);
+    /// An empty text brings the fill's own description back.
+    void rename(int entry, const QString &label);
     void setAllSections(int entry, bool allSections);
 
 private:

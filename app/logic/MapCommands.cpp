@@ -53,7 +53,12 @@ void MapCommands::open(const QString &machinePath)
 bool MapCommands::save()
 {
     const tarnwick::SuitePath file(m_session.map().file());
-    return file.isEmpty() ? saveAs() : m_session.saveMap(file.machinePath(m_session.roots()));
+    if (file.isEmpty())
+        return saveAs();
+    if (m_session.map().isFileChanged() &&
+        m_session.prompts().question(Buttons::YesNo, messages::kAskReplaceChanged, file.text()) != Answer::Yes)
+        return false;
+    return m_session.saveMap(file.machinePath(m_session.roots()));
 }
 
 QString MapCommands::offeredName() const

@@ -2,7 +2,6 @@
 
 #include "Messages.h"
 
-#include <QDateTime>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +24,18 @@ void MapDocument::setProject(const brannock::Project *project)
 QString MapDocument::name() const
 {
     return tarnwick::SuitePath(m_file).baseName();
+}
+
+tarnwick::JDateTime MapDocument::storedAt() const
+{
+    return m_storedAt.isNull() ? tarnwick::JDateTime()
+                               : tarnwick::JDateTime::fromSeconds(m_storedAt.toSecsSinceEpoch());
+}
+
+bool MapDocument::isFileChanged() const
+{
+    const QFileInfo info(tarnwick::SuitePath(m_file).machinePath(m_project->roots()));
+    return !m_storedAt.isNull() && info.exists() && info.lastModified() != m_storedAt;
 }
 
 void MapDocument::clear()
@@ -60,7 +71,7 @@ void MapDocument::noteStored(const QString &machinePath, const fenwright::SiteIn
 {
     m_file = tarnwick::SuitePath::fromMachine(machinePath, m_project->roots()).text();
     m_storedSite = site;
-    m_storedAt = tarnwick::JDateTime::fromSeconds(QFileInfo(machinePath).lastModified().toSecsSinceEpoch());
+    m_storedAt = QFileInfo(machinePath).lastModified();
 }
 
 bool MapDocument::readMap(const QString &machinePath)

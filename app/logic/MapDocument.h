@@ -2,6 +2,7 @@
 #include "MapFile.h"
 
 #include <brannock/Project.h>
+#include <QDateTime>
 #include <tarnwick/JDateTime.h>
 #include <tarnwick/Prompts.h>
 
@@ -25,7 +26,9 @@ public:
     QString name() const;
     /// Of the file as it was read or stored last: for which inspection, and when. Empty and null without a file.
     const fenwright::SiteInfo &storedSite() const { return m_storedSite; }
-    const tarnwick::JDateTime &storedAt() const { return m_storedAt; }
+    tarnwick::JDateTime storedAt() const;
+    /// Somebody else has written the file since.
+    bool isFileChanged() const;
 
     /// Of the component that the map belongs to.
     int tubeCount() const { return m_project ? m_project->steamGen.numTube() : 0; }
@@ -57,7 +60,7 @@ private:
     const brannock::Project *m_project = nullptr;
     QString m_file;
     fenwright::SiteInfo m_storedSite;
-    tarnwick::JDateTime m_storedAt;
+    QDateTime m_storedAt; ///< of the file
 };
 
 } // namespace app

@@ -40,8 +40,8 @@ void MapFile::write(tarnwick::JFile &file) const
 {
     file.header(kIdentifier, kFileVersion);
     file.version(kVersion);
-    QString model = modelName;
-    file.serialize(model);
+    QString ownModel = modelName;
+    file.serialize(ownModel);
     MapHeader(header).serialize(file);
     SiteInfo(*this).serialize(file);
     QString text = description;

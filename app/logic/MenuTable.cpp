@@ -131,18 +131,26 @@ constexpr std::array kToolButtonItems{
     ToolButton{u"UPDATE", u"updateButton", When::Entries, u"Compute every entry of the legend anew, in order"},
 };
 
-struct FillTip
+struct FillButton
 {
     const char16_t *key;
+    When when;
     const char16_t *tip;
 };
-constexpr std::array kFillTips{
-    FillTip{u"RAND FILL", u"Mark a random sample of the tubes"},
-    FillTip{u"QUERY", u"Mark the tubes that a query returns"},
-    FillTip{u"LIST FILL", u"Mark the tubes of a list"},
-    FillTip{u"BOX", u"Mark the tubes around the selected ones"},
-    FillTip{u"PATTERN", u"Mark a regular pattern of rows and columns"},
+constexpr std::array kFillButtons{
+    FillButton{u"RAND FILL", When::Project, u"Mark a random sample of the tubes"},
+    FillButton{u"QUERY", When::Later, u"Mark the tubes that a query returns"},
+    FillButton{u"LIST FILL", When::Later, u"Mark the tubes of a list"},
+    FillButton{u"BOX", When::Project, u"Mark the tubes around the selected ones"},
+    FillButton{u"PATTERN", When::Project, u"Mark a regular pattern of rows and columns"},
 };
+
+const FillButton *fillButton(QStringView key)
+{
+    const auto found = std::find_if(kFillButtons.begin(), kFillButtons.end(),
+                                    [key](const FillButton &button) { return key == QStringView(button.key); });
+    return found == kFillButtons.end() ? nullptr : &*found;
+}
 
 constexpr std::array kExtraItems{
     ExtraInfo{Extra::Redo, Scope::Window, u"redo", u"Redo", u"Ctrl+Y|Ctrl+Shift+Z", When::Redo,
@@ -162,6 +170,12 @@ constexpr std::array kExtraItems{
               u"List the changes of the map, to go back or forth to one of them"},
     ExtraInfo{Extra::NextPart, Scope::Window, u"nextPart", u"Next Part", u"F6", When::Project,
               u"Go on to the next part of the window: map, legend, tool bar, find field"},
+    ExtraInfo{Extra::EntryEdit, Scope::Legend, u"entryEdit", u"Edit ...", nullptr, When::Entries,
+              u"Open the current entry in the dialog it was made with (Return, or double click)"},
+    ExtraInfo{Extra::EntrySymbol, Scope::Legend, u"entrySymbol", u"Symbol ...", u"Alt+S", When::Entries,
+              u"Choose symbol and color of the current entry; a click on its symbol does the same"},
+    ExtraInfo{Extra::EntryRename, Scope::Legend, u"entryRename", u"Rename", u"F2", When::Entries,
+              u"Type another description for the current entry; an empty one brings its own back"},
     ExtraInfo{Extra::EntryUp, Scope::Legend, u"entryUp", u"Move Up", u"Alt+Up", When::Entries,
               u"Move the current entry up; entries further down are painted over those above"},
     ExtraInfo{Extra::EntryDown, Scope::Legend, u"entryDown", u"Move Down", u"Alt+Down", When::Entries,
@@ -187,11 +201,14 @@ const std::span<const ExtraInfo> kExtras(kExtraItems);
 
 const char16_t *fillButtonTip(QStringView key)
 {
-    for (const FillTip &fill : kFillTips) {
-        if (key == QStringView(fill.key))
-            return fill.tip;
-    }
-    return u"";
+    const FillButton *button = fillButton(key);
+    return button ? button->tip : u"";
+}
+
+When fillButtonWhen(QStringView key)
+{
+    const FillButton *button = fillButton(key);
+    return button ? button->when : When::Later;
 }
 
 const ExtraInfo &extraInfo(Extra extra)

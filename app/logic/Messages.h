@@ -23,6 +23,8 @@ inline constexpr Message kOpenedMap{0, u"Opened map \"%S\"."};
 inline constexpr Message kStoredMap{0, u"Stored map \"%S\"."};
 inline constexpr Message kNewMap{0, u"New map."};
 inline constexpr Message kAskReplaceFile{0, u"\"%S\" is there already.\n\nDo you wish to replace it?"};
+inline constexpr Message kAskReplaceChanged{0, u"\"%S\" was changed by another program since it was opened here.\n\nDo "
+                                               u"you wish to replace it with this map?"};
 inline constexpr Message kAskRestoreMap{0, u"ARVO did not end properly the last time.\n\nChanges of map \"%S\" that "
                                            u"were not saved have been kept as of %t.\n\nDo you wish to restore them?"};
 inline constexpr Message kRestoredMap{0, u"Restored map \"%S\"; it has not been saved yet."};
@@ -48,14 +50,13 @@ inline constexpr Message kAskClearRecent{0, u"Are you sure?"};
 inline constexpr Message kSymbolsDeleted{0, u"%D map symbols were deleted!"};
 inline constexpr Message kNoSuchTube{0, u"There is no tube \"%S\". %S"};
 inline constexpr Message kTubeFound{0, u"%S"};
+inline constexpr Message kNoFillDialog{0, u"\"%S\" cannot be edited in this version."};
 inline constexpr Message kSelected{0, u"%D tubes selected."};
 
 // Projects, files, programs. These have no numbers of the suite.
 inline constexpr Message kProjectNotThere{0, u"\"%S\" is not a project folder."};
 inline constexpr Message kProjectUnreadable{0, u"Could not open project \"%S\".\n\n%S"};
 inline constexpr Message kComponentUnreadable{0, u"Could not read the changed component.\n\n%S"};
-inline constexpr Message kOptionsUnreadable{0, u"Could not read the options.\n\n%S"};
-inline constexpr Message kOptionsNotStored{0, u"Could not store the options.\n\n%S"};
 inline constexpr Message kRecentNotThere{0, u"\"%S\" is not there any more."};
 inline constexpr Message kToolNotThere{0, u"The program \"%S\" is not in \"%S\"."};
 inline constexpr Message kToolNotStarted{0, u"The program \"%S\" could not be started.\n\n%S"};

@@ -10,6 +10,7 @@
 #include <db/revision/ComponentUpload.h>
 #include <db/revision/ConnectDatabase.h>
 #include <ellery/ComponentFile.h>
+#include <tarnwick/OptionPrompts.h>
 
 #include <QDir>
 #include <QFileInfo>
@@ -41,7 +42,7 @@ ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
     try {
         m_queryContext.roots.makeInstallationFolders();
     } catch (const tarnwick::Error &error) {
-        m_prompts.error(messages::kOptionsNotStored, error.text());
+        m_prompts.error(tarnwick::messages::kOptionsNotStored, error.text());
     }
     load(m_system);
     load(m_options);
@@ -68,21 +69,12 @@ std::unique_ptr<tarnwick::Progress> ProjectSession::newProgress(const QString &t
 
 void ProjectSession::load(tarnwick::OptionFile &options)
 {
-    try {
-        options.load(roots());
-    } catch (const tarnwick::Error &error) {
-        m_prompts.error(messages::kOptionsUnreadable, error.text());
-    }
+    tarnwick::loadOptions(options, roots(), m_prompts);
 }
 
 void ProjectSession::store(tarnwick::OptionFile &options)
 {
-    // Only recent lists are stored by the way; a folder that cannot be written must not bring up a box at every step.
-    try {
-        options.store(roots());
-    } catch (const tarnwick::Error &error) {
-        m_prompts.status(messages::kOptionsNotStored, error.text());
-    }
+    tarnwick::storeOptions(options, roots(), m_prompts);
 }
 
 void ProjectSession::setOptions(const query::ArvoOptions &options)
@@ -92,7 +84,7 @@ void ProjectSession::setOptions(const query::ArvoOptions &options)
     try {
         m_options.store(roots());
     } catch (const tarnwick::Error &error) {
-        m_prompts.error(messages::kOptionsNotStored, error.text());
+        m_prompts.error(tarnwick::messages::kOptionsNotStored, error.text());
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <bench/ReportTable.h>
 
+#include <malloc.h>
 #include <QFile>
 
 namespace bench {
@@ -57,6 +58,7 @@ qint64 readRow(const dao::Recordset &rows)
 
 qint64 residentBytes()
 {
+    malloc_trim(0); // what was given back is not held
     return statusBytes("VmRSS:");
 }
 

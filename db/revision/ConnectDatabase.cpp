@@ -33,21 +33,12 @@ bool samePath(const QString &one, const QString &other)
     return SuitePath(one).text().compare(SuitePath(other).text(), Qt::CaseInsensitive) == 0;
 }
 
-/// A file may hold anything: what has no table of a project has nothing that could be brought up to date.
-bool isProjectDatabase(const dao::Database &database)
-{
-    const std::span<const TableSpec> specs = tableSpecs();
-    return std::any_of(specs.begin(), specs.end(),
-                       [&](const TableSpec &spec) { return database.hasTable(QStringView(spec.name)); });
-}
-
 /// Brings what is open up to date. The conversion state goes on from what was asked before.
 bool bringUpToDate(DatabaseSession &session, ConversionRequest &request, const ConnectContext &context)
 {
     if (isLegacyDatabase(session.database()))
         return context.project && importLegacyDatabase(session, *context.project, context.progress);
-    return !isProjectDatabase(session.database()) ||
-           reviseDatabase(session, request, context.project, context.progress);
+    return reviseDatabase(session, request, context.project, context.progress);
 }
 
 void openDatabase(DatabaseSession &session, const QString &path, const ConnectContext &context)
@@ -56,6 +47,7 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
     if (jet::isJetFile(path)) {
         openJetFile(session, path, context, bringUpToDate);
         return;
+    }
     session.open(path);
     ConversionRequest request(session, context.project,
                               [&](const QString &backup) { session.database().backupTo(backup); });

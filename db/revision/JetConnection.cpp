@@ -2,10 +2,12 @@
 
 #include "JetImport.h"
 #include "Messages.h"
+#include "RevisionConversion.h"
 
 #include <dao/values/Errors.h>
 #include <db/Errors.h>
 #include <db/UnfinishedFile.h>
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -49,6 +51,28 @@ void copyFile(const QString &from, const QString &to, tarnwick::Progress *progre
         failWriting(target, to);
 }
 
+/// What tells a file that someone has written to from the one that was read.
+struct FileStamp
+{
+    explicit FileStamp(const QString &path)
+        : size(QFileInfo(path).size())
+        , modified(QFileInfo(path).lastModified())
+    {
+    }
+    bool operator==(const FileStamp &) const = default;
+
+    qint64 size;
+    QDateTime modified;
+};
+
+/// Others may work on the file while the question waits for its answer. What they wrote must not be lost.
+void refuseChanged(const QString &path, const FileStamp &asRead)
+{
+    if (!(FileStamp(path) == asRead))
+        throw dao::DaoException(dao::error::FileInUse, u"DAO.Workspace"_s,
+                                dao::errorText(dao::error::FileInUse, {QDir::toNativeSeparators(path)}));
+}
+
 bool mayReplace(const QString &path)
 {
     const QFileInfo file(path);
@@ -72,7 +96,8 @@ void tellRemarks(tarnwick::UserPrompts &prompts, const QString &path, const JetI
 /// Brings a further copy of the working copy up to date and puts it into the place of the file. False when that was not
 /// done, for a reason that has been said; the file is then as it was.
 bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, const QString &path,
-                        const QString &workingCopy, const ConnectContext &context, BringUpToDate bringUpToDate)
+                        const FileStamp &asRead, const QString &workingCopy, const ConnectContext &context,
+                        BringUpToDate bringUpToDate)
 {
     tarnwick::UserPrompts &prompts = session.prompts();
     try {
@@ -81,9 +106,11 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, co
         session.openCopy(path, converted.path(), dao::OpenMode::Update);
         const bool isKept = bringUpToDate(session, request, context);
         session.close();
-        if (isKept)
-            converted.replace();
-        return isKept;
+        if (!isKept)
+            return false;
+        refuseChanged(path, asRead);
+        converted.replace();
+        return true;
     } catch (const dao::DaoException &exception) {
         showDaoError(prompts, exception, messages::kConvertJet, QDir::toNativeSeparators(path));
     } catch (const dao::DaoCancelled &) {
@@ -102,6 +129,7 @@ void openJetFile(DatabaseSession &session, const QString &path, const ConnectCon
     session.prompts().status(messages::kReadingJet, QDir::toNativeSeparators(path));
     const auto folder = std::make_shared<QTemporaryDir>();
     const QString workingCopy = folder->filePath(u"copy.mdb"_s);
+    const FileStamp asRead(path);
     const JetImportReport report = importJetFile(path, workingCopy, context.progress);
     session.openCopy(path, workingCopy, dao::OpenMode::ReadOnly, folder);
     tellRemarks(session.prompts(), path, report);
@@ -109,9 +137,11 @@ void openJetFile(DatabaseSession &session, const QString &path, const ConnectCon
         return;
     ConversionRequest request(session, context.project,
                               [&](const QString &backup) { copyFile(path, backup, context.progress); });
-    if (!request(messages::kStepJetFile))
+    if (!request(messages::kStepJetFile)) {
+        listRevisionSteps(session, request);
         return;
-    if (replaceByConverted(session, request, path, workingCopy, context, bringUpToDate)) {
+    }
+    if (replaceByConverted(session, request, path, asRead, workingCopy, context, bringUpToDate)) {
         session.open(path);
         announceConversion(session);
         return;

@@ -77,7 +77,7 @@ bool Import::importExamData()
     constexpr int kRecordsPerStatus = 100;
     dao::Database &database = m_session->database();
     const qint64 total = firstValue(database, u"SELECT COUNT(*) FROM EXAMDATA"_s).integer();
-    tarnwick::ProgressLoop progress(m_progress, total, u"EXAMDATA"_s);
+    tarnwick::ProgressLoop progress(m_progress, total, QString::fromUtf16(messages::kConvertingRecords.text));
     LegacyEntries entries(database, m_ident, *m_project);
     qint64 count = 0;
     qint32 record = 0;

@@ -9,6 +9,7 @@ namespace db::messages {
 inline constexpr Message kConvertRepairs{1022, u"Could not convert ISIS REPRDATA."};
 inline constexpr Message kConvertTubes{1023, u"Could not convert ISIS TUBEDATA."};
 inline constexpr Message kConvertingRecord{0, u"Converting ISIS record %5D ..."};
+inline constexpr Message kConvertingRecords{0, u"Converting ISIS records ..."};
 inline constexpr Message kImportDone{0, u"Done"};
 
 // Steps of the revision conversion

@@ -5,6 +5,7 @@
 #include "OldPlans.h"
 #include "TableSteps.h"
 
+#include <db/Schema.h>
 #include <db/Views.h>
 
 namespace db {
@@ -26,6 +27,14 @@ constexpr TableStep kTableSteps[] = {
     {convertPlans, &messages::kModifyPlans},
     {convertTubes, &messages::kModifyTubes},
 };
+
+/// A file may hold anything: what has no table of a project has nothing that could be brought up to date.
+bool isProjectDatabase(const dao::Database &database)
+{
+    const std::span<const TableSpec> specs = tableSpecs();
+    return std::any_of(specs.begin(), specs.end(),
+                       [&](const TableSpec &spec) { return database.hasTable(QStringView(spec.name)); });
+}
 
 void runSteps(ConversionPass &pass, const brannock::Project *project)
 {
@@ -49,11 +58,28 @@ void runSteps(ConversionPass &pass, const brannock::Project *project)
 
 } // namespace
 
+void listRevisionSteps(DatabaseSession &session, ConversionRequest &request)
+{
+    if (!isProjectDatabase(session.database()))
+        return;
+    ConversionPass pass(session, request, nullptr);
+    for (const TableStep &step : kTableSteps) {
+        try {
+            step.run(pass);
+        } catch (const dao::DaoException &) {
+            // A table that is not there has nothing to list; nobody has asked to change it.
+        }
+    }
+    requestAliasTables(pass);
+}
+
 bool reviseDatabase(DatabaseSession &session, ConversionRequest &request, const brannock::Project *project,
                     tarnwick::Progress *progress)
 {
     if (!checkConnected(session) || !session.isUpdatable())
         return false;
+    if (!isProjectDatabase(session.database()))
+        return true;
     const tarnwick::Message *undone = &messages::kConversionUndone;
     ConversionPass pass(session, request, progress);
     try {

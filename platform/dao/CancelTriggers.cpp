@@ -6,45 +6,30 @@ using namespace Qt::StringLiterals;
 
 namespace dao {
 
-namespace {
-
-const char16_t *const events[] = {u"INSERT", u"UPDATE", u"DELETE"};
-
-QString triggerName(const char16_t *event)
-{
-    return u"dao_cancel_"_s + QString::fromUtf16(event);
-}
-
-} // namespace
-
-CancelTriggers::CancelTriggers(store::Connection &connection, const QString &table)
+CancelTriggers::CancelTriggers(store::Connection &connection, const QStringList &tables)
     : m_connection(connection)
-    , m_installed(!table.isEmpty())
 {
-    if (!m_installed)
+    if (tables.isEmpty())
         return;
     connection.releaseRead();
-    for (const char16_t *event : events) {
-        connection.run(u"CREATE TEMP TRIGGER "_s + triggerName(event) + u" BEFORE "_s + QString::fromUtf16(event) +
-                       u" ON main."_s + sql::quotedName(table) + u" WHEN dao_cancelled() BEGIN SELECT 1; END"_s);
+    for (const QString &table : tables) {
+        for (const QString &event : {u"INSERT"_s, u"UPDATE"_s, u"DELETE"_s}) {
+            const QString name = u"dao_cancel_%1"_s.arg(m_names.size());
+            connection.run(u"CREATE TEMP TRIGGER "_s + name + u" BEFORE "_s + event + u" ON main."_s +
+                           sql::quotedName(table) + u" WHEN dao_cancelled() BEGIN SELECT 1; END"_s);
+            m_names.append(name);
+        }
     }
 }
 
 CancelTriggers::~CancelTriggers()
 {
-    if (!m_installed)
-        return;
     try {
-        drop();
+        for (const QString &name : m_names)
+            m_connection.run(u"DROP TRIGGER IF EXISTS temp."_s + name);
     } catch (const std::exception &) {
         // Gone with the transaction, then.
     }
-}
-
-void CancelTriggers::drop()
-{
-    for (const char16_t *event : events)
-        m_connection.run(u"DROP TRIGGER IF EXISTS temp."_s + triggerName(event));
 }
 
 } // namespace dao

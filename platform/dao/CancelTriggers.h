@@ -9,17 +9,15 @@ namespace dao {
 class CancelTriggers
 {
 public:
-    /// No table: does nothing.
-    CancelTriggers(store::Connection &connection, const QString &table);
+    /// No tables: does nothing.
+    CancelTriggers(store::Connection &connection, const QStringList &tables);
     ~CancelTriggers();
     CancelTriggers(const CancelTriggers &) = delete;
     CancelTriggers &operator=(const CancelTriggers &) = delete;
 
 private:
-    void drop();
-
     store::Connection &m_connection;
-    bool m_installed;
+    QStringList m_names;
 };
 
 } // namespace dao

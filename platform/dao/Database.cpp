@@ -104,6 +104,7 @@ void Database::define(const QString &source, const std::function<void(store::Sch
 {
     store::SourceScope scope(m_impl->connection, source);
     m_impl->prepareStatement();
+    m_impl->connection.clearCancel();
     change(m_impl->editor);
 }
 

@@ -96,8 +96,8 @@ public:
     void setProperty(const QString &name, const QString &value);
 
     /// Copies the file, as it was last committed, to another, byte for byte; one that is there is replaced in one step,
-    /// and stays when the copy fails. Changes of a transaction in progress are not in it. Errors: 3026 disk full, 3051
-    /// no right, 3045 in use.
+    /// and stays when the copy fails or is cancelled. Changes of a transaction in progress are not in it. Errors: 3026
+    /// disk full, 3051 no right, 3045 in use.
     void backupTo(const QString &path) const;
 
     /// Runs an action statement without parameters, failing on the first error, the statement undone as a whole.

@@ -1,8 +1,8 @@
 #include "DomainFunctions.h"
 
 #include "DatabaseImpl.h"
+#include "QueryDefImpl.h"
 
-#include <dao/sql/Compiler.h>
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/ValueBinding.h>
 
@@ -38,7 +38,7 @@ Value lookUp(DatabaseImpl &db, const QList<Value> &arguments)
             texts.append(literal(value));
     }
     const sql::CompiledStatement statement =
-        sql::compile(db.catalog, u"SELECT "_s + arguments[0].text() + u'(' + texts.join(u", "_s) + u") AS found"_s);
+        compileIn(db, u"SELECT "_s + arguments[0].text() + u'(' + texts.join(u", "_s) + u") AS found"_s);
     if (!statement.parameters.isEmpty())
         throw store::engineError(error::TooFewParameters, source, {QString::number(statement.parameters.size())});
     const auto &plan = std::get<sql::SelectPlan>(statement.plan);

@@ -59,7 +59,7 @@ void PendingRow::set(int field, const FieldInfo &info, const Value &given)
     if (given.type() != valueTypeOf(info.type)) {
         converted = convertValue(given, info.type);
         if (converted.isEmpty())
-            throw store::engineError(error::ConversionFailed, source);
+            throw store::fieldError(error::ConversionFailed, source, info.sourceTable, info);
         value = &converted;
     }
     Cell &cell = m_cells[size_t(field)];
@@ -67,7 +67,7 @@ void PendingRow::set(int field, const FieldInfo &info, const Value &given)
     case Value::Type::Text: {
         const QString text = value->text();
         if (info.type == DataType::Text && info.size > 0 && text.size() > info.size)
-            throw store::engineError(error::FieldTooSmall, source);
+            throw store::fieldError(error::FieldTooSmall, source, info.sourceTable, info);
         setText(cell, text);
         break;
     }

@@ -3,6 +3,7 @@
 #include "CancelTriggers.h"
 
 #include <dao/sql/Compiler.h>
+#include <dao/store/ActionSteps.h>
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/ValueBinding.h>
 
@@ -53,58 +54,46 @@ int PlanExecution::carryOut(const sql::SelectPlan &)
 int PlanExecution::carryOut(const sql::ActionPlan &plan)
 {
     store::Connection &connection = m_db.connection;
-    const bool undoneWhenCancelled = connection.progress() && connection.inProgramTransaction();
+    const bool asks = connection.mustAskToStop() && !plan.askingSteps.isEmpty();
+    const bool alone = plan.steps.size() == 1 && !asks;
+    // What undoes a statement may end the reading of those who are in the middle of it.
+    if (!alone || connection.progress())
+        m_db.secureReaders();
     // A single statement is undone by itself when it fails.
-    if (plan.steps.size() == 1 && !undoneWhenCancelled)
-        return runSteps(plan);
-    CancelTriggers triggers(connection, undoneWhenCancelled ? plan.table : QString());
+    if (alone)
+        return runAlone(plan.steps.first());
+    const CancelTriggers triggers(connection, asks ? reachedFrom(plan.tables) : QStringList());
     store::Savepoint savepoint(connection);
-    const int affected = runSteps(plan);
+    const qint64 affected = store::runSteps(connection, asks ? plan.askingSteps : plan.steps, store::Access::User,
+                                            [this](store::Statement &statement) { bindParameters(statement); });
     connection.throwIfCancelled();
     savepoint.release();
-    return affected;
-}
-
-int PlanExecution::runSteps(const sql::ActionPlan &plan)
-{
-    // A step may only make sense to the inner engine once the one before has run, so each is prepared in its turn.
-    m_query.steps.resize(size_t(plan.steps.size()));
-    const bool reusable = plan.steps.size() == 1;
-    qint64 affected = 0;
-    for (qsizetype i = 0; i < plan.steps.size(); ++i) {
-        if (gatherRows(plan.steps[i].sql))
-            continue;
-        store::Statement &statement = m_query.steps[size_t(i)];
-        if (!statement.isValid() || !reusable)
-            statement = store::Statement(m_db.connection, plan.steps[i].sql, store::Access::User);
-        bindParameters(statement);
-        statement.run();
-        if (plan.steps[i].countsRows)
-            affected += m_db.connection.changes();
-        if (!reusable)
-            statement = store::Statement();
-    }
     return int(affected);
 }
 
-// Rows that a change over several tables gathers first: the reading, which is what takes its time, is done by a
-// statement that can be interrupted without the inner engine giving up the whole transaction.
-bool PlanExecution::gatherRows(const QString &step)
+int PlanExecution::runAlone(const sql::ActionPlan::Step &step)
 {
-    static const QString make = u"CREATE TEMP TABLE "_s;
-    static const QString as = u" AS SELECT "_s;
-    const qsizetype split = step.indexOf(as);
-    if (!step.startsWith(make) || split < 0)
-        return false;
-    const QString table = step.mid(make.size(), split - make.size());
-    store::Statement select(m_db.connection, step.mid(split + 4), store::Access::User);
-    bindParameters(select);
-    QStringList columns;
-    for (int i = 0; i < select.columnCount(); ++i)
-        columns.append(select.columnName(i));
-    m_db.connection.run(make + table + u" ("_s + columns.join(u", "_s) + u')');
-    store::copyRows(select, m_db.connection, u"temp."_s + table);
-    return true;
+    if (m_query.steps.empty())
+        m_query.steps.emplace_back(m_db.connection, step.sql, store::Access::User);
+    store::Statement &statement = m_query.steps.front();
+    bindParameters(statement);
+    statement.run();
+    return step.countsRows ? int(m_db.connection.changes()) : 0;
+}
+
+/// The tables, and those that a change of them reaches by cascades.
+QStringList PlanExecution::reachedFrom(const QStringList &tables) const
+{
+    QStringList reached = tables;
+    for (qsizetype i = 0; i < reached.size(); ++i) {
+        for (const RelationInfo &relation : m_db.catalog.relations()) {
+            if ((relation.attributes & (DeleteCascade | UpdateCascade)) &&
+                relation.table.compare(reached[i], Qt::CaseInsensitive) == 0 &&
+                !reached.contains(relation.foreignTable, Qt::CaseInsensitive))
+                reached.append(relation.foreignTable);
+        }
+    }
+    return reached;
 }
 
 int PlanExecution::carryOut(const sql::SelectIntoPlan &plan)
@@ -137,7 +126,7 @@ void PlanExecution::addParts(const QString &tableName, const QList<IndexInfo> &i
 int PlanExecution::carryOut(const sql::CreateTablePlan &plan)
 {
     m_db.editor.asOne([&] {
-        m_db.editor.createTable(plan.table);
+        m_db.editor.createTable(plan.table, plan.checks);
         addParts(plan.table.name, {}, plan.relations);
     });
     return 0;
@@ -148,6 +137,8 @@ int PlanExecution::carryOut(const sql::AddFieldPlan &plan)
     table(plan.table);
     m_db.editor.asOne([&] {
         m_db.editor.addField(plan.table, plan.field);
+        for (const sql::NamedCheck &check : plan.checks)
+            m_db.editor.addCheck(plan.table, check);
         addParts(plan.table, plan.indexes, plan.relations);
     });
     return 0;
@@ -172,8 +163,8 @@ int PlanExecution::carryOut(const sql::AddConstraintPlan &plan)
 {
     table(plan.table);
     m_db.editor.asOne([&] {
-        if (!plan.check.isEmpty())
-            m_db.editor.addRule(plan.table, plan.check);
+        if (!plan.check.condition.isEmpty())
+            m_db.editor.addCheck(plan.table, plan.check);
         addParts(plan.table, plan.indexes, plan.relations);
     });
     return 0;
@@ -187,7 +178,7 @@ int PlanExecution::carryOut(const sql::DropConstraintPlan &plan)
         m_db.editor.deleteRelation(plan.name);
     else if (owner.index(plan.name))
         m_db.editor.deleteIndex(plan.table, plan.name);
-    else
+    else if (!m_db.editor.deleteCheck(plan.table, plan.name))
         fail(error::NoSuchConstraint, {plan.name});
     return 0;
 }

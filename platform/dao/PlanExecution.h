@@ -28,8 +28,8 @@ private:
     int carryOut(const sql::DropQueryPlan &plan);
     int carryOut(const sql::ExecutePlan &plan);
 
-    int runSteps(const sql::ActionPlan &plan);
-    bool gatherRows(const QString &step);
+    int runAlone(const sql::ActionPlan::Step &step);
+    QStringList reachedFrom(const QStringList &tables) const;
     void bindParameters(store::Statement &statement) const;
     void addParts(const QString &table, const QList<IndexInfo> &indexes, const QList<RelationInfo> &relations);
     const TableInfo &table(const QString &name) const;

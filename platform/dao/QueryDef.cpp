@@ -6,6 +6,9 @@
 
 #include <dao/sql/Compiler.h>
 #include <dao/store/ErrorTranslation.h>
+#include <dao/store/ValueBinding.h>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -27,11 +30,24 @@ QueryDef::Impl::Impl(Database &owner, std::shared_ptr<DatabaseImpl> ownerImpl, c
 const sql::CompiledStatement &QueryDef::Impl::ensureCompiled()
 {
     db->prepareStatement();
-    if (compiled && generation == db->catalog.generation())
-        return *compiled;
+    if (!compiled || generation != db->catalog.generation())
+        compile();
+    return *compiled;
+}
+
+void QueryDef::Impl::compileForRun()
+{
+    ensureCompiled();
+    if (compiled->dependsOnData && !fitsData)
+        compile();
+    fitsData = false;
+}
+
+void QueryDef::Impl::compile()
+{
     if (!syntax)
         syntax = sql::checkSyntax(sql);
-    sql::CompiledStatement fresh = sql::compile(db->catalog, sql, syntax);
+    sql::CompiledStatement fresh = compileIn(*db, sql, syntax);
     QList<Value> values(fresh.parameters.size());
     for (qsizetype i = 0; compiled && i < fresh.parameters.size(); ++i) {
         const int old = indexOfParameter(fresh.parameters[i].name);
@@ -41,8 +57,25 @@ const sql::CompiledStatement &QueryDef::Impl::ensureCompiled()
     steps.clear();
     parameters = values;
     compiled = std::move(fresh);
+    described.reset();
     generation = db->catalog.generation();
-    return *compiled;
+    fitsData = true;
+}
+
+const sql::SelectPlan &QueryDef::Impl::describedPlan()
+{
+    static const sql::SelectPlan none;
+    const auto *plan = std::get_if<sql::SelectPlan>(&ensureCompiled().plan);
+    if (!plan)
+        return none;
+    const bool complete = std::ranges::none_of(parameters, &Value::isEmpty);
+    if (!plan->crosstab || !complete)
+        return *plan;
+    if (!described || describedAt != db->changeStamp()) {
+        described = sql::withHeadings(*plan, readHeadings(*db, *plan->crosstab, parameters));
+        describedAt = db->changeStamp();
+    }
+    return *described;
 }
 
 int QueryDef::Impl::indexOfParameter(QStringView name) const
@@ -63,15 +96,35 @@ void QueryDef::Impl::setParameter(int index, const Value &value, const QString &
     if (converted.isEmpty())
         throw store::engineError(error::ConversionFailed, from);
     parameters[index] = converted;
+    described.reset();
 }
 
 void QueryDef::Impl::requireParameters(const QString &from)
 {
-    ensureCompiled();
     const auto missing =
         std::count_if(parameters.begin(), parameters.end(), [](const Value &v) { return v.isEmpty(); });
     if (missing > 0)
         throw store::engineError(error::TooFewParameters, from, {QString::number(missing)});
+}
+
+QList<sql::CrosstabHeading> readHeadings(DatabaseImpl &db, const sql::CrosstabPlan &crosstab,
+                                         const QList<Value> &parameters)
+{
+    store::Statement values(db.connection, crosstab.valuesSql, store::Access::User);
+    for (int i = 0; i < qMin(values.parameterCount(), int(parameters.size())); ++i)
+        store::bindValue(values, i + 1, parameters[i]);
+    QList<sql::CrosstabHeading> headings;
+    // More than a table holds are as good as any number of them.
+    while (headings.size() <= sql::maxCrosstabColumns && values.step())
+        headings.append({store::columnValue(values, 0, DataType::Text).text(),
+                         store::columnValue(values, 1, DataType::Text).text()});
+    return headings;
+}
+
+sql::CompiledStatement compileIn(DatabaseImpl &db, const QString &text, const sql::SyntaxTree &syntax)
+{
+    return sql::compile(db.catalog, text, syntax ? syntax : sql::checkSyntax(text),
+                        [&db](const sql::CrosstabPlan &crosstab) { return readHeadings(db, crosstab); });
 }
 
 QueryDef::QueryDef(Database &database, const QString &sql)
@@ -148,15 +201,15 @@ Value QueryDef::parameterValue(int index) const
 
 int QueryDef::fieldCount() const
 {
-    const auto *plan = std::get_if<sql::SelectPlan>(&compiled().plan);
-    return plan ? int(plan->columns.size()) : 0;
+    store::SourceScope scope(m_impl->db->connection, source);
+    return int(m_impl->describedPlan().columns.size());
 }
 
 const FieldInfo &QueryDef::field(int index) const
 {
     if (index < 0 || index >= fieldCount())
         throw store::engineError(error::ItemNotFound, source);
-    return std::get<sql::SelectPlan>(m_impl->compiled->plan).columns[index].info;
+    return m_impl->describedPlan().columns[index].info;
 }
 
 int QueryDef::execute()
@@ -164,6 +217,7 @@ int QueryDef::execute()
     store::SourceScope scope(m_impl->db->connection, source);
     if (m_impl->ensureCompiled().returnsRows())
         throw store::engineError(error::CannotExecuteSelect, source);
+    m_impl->compileForRun();
     m_impl->requireParameters(source);
     return PlanExecution(*m_impl->database, *m_impl->db, *m_impl).run();
 }

@@ -27,6 +27,8 @@ public:
     void setParameter(const QString &name, const Value &value); ///< error 3265
     Value parameterValue(int index) const;
 
+    /// The columns of what it returns. Those of a cross table are told by its data: it is looked at now, and only the
+    /// row heads are known while parameters have no values.
     int fieldCount() const;
     const FieldInfo &field(int index) const;
 

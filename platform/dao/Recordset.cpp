@@ -89,7 +89,7 @@ void Recordset::Impl::step(int direction)
 
 QByteArray Recordset::Impl::bookmarkOf(qint64 at) const
 {
-    std::vector<qint64> parts{qint64(stamp), at};
+    std::vector<qint64> parts{qint64(stamp), keyed ? keyed->slotOf(at) : at};
     if (keyed) {
         const auto keys = keyed->keys(at);
         parts.insert(parts.end(), keys.begin(), keys.end());

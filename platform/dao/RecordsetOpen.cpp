@@ -23,19 +23,6 @@ QString bracketed(const QString &name)
     return u'[' + name + u']';
 }
 
-// The values of a cross table's pivot become its columns.
-sql::SelectPlan withColumns(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<Value> &parameters)
-{
-    store::Statement values(db.connection, plan.crosstab->valuesSql, store::Access::User);
-    for (int i = 0; i < qMin(values.parameterCount(), int(parameters.size())); ++i)
-        store::bindValue(values, i + 1, parameters[i]);
-    QList<sql::CrosstabHeading> headings;
-    while (values.step())
-        headings.append({store::columnValue(values, 0, DataType::Text).text(),
-                         store::columnValue(values, 1, DataType::Text).text()});
-    return sql::withHeadings(plan, headings);
-}
-
 } // namespace
 
 void Recordset::Impl::open(Type asked, const QString &text)
@@ -92,9 +79,12 @@ void Recordset::Impl::openQuery(std::unique_ptr<QueryDef::Impl> definition)
 void Recordset::Impl::run()
 {
     store::SourceScope scope(db->connection, source);
+    query->compileForRun();
     query->requireParameters(source);
     const auto &compiled = std::get<sql::SelectPlan>(query->compiled->plan);
-    const sql::SelectPlan plan = compiled.crosstab ? withColumns(*db, compiled, query->parameters) : compiled;
+    const sql::SelectPlan plan =
+        compiled.crosstab ? sql::withHeadings(compiled, readHeadings(*db, *compiled.crosstab, query->parameters))
+                          : compiled;
     dropEdit();
     rows.reset();
     keyed = nullptr;

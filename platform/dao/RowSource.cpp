@@ -49,6 +49,7 @@ KeyedRows::KeyedRows(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<
         }
     }
     m_keys.shrink_to_fit();
+    m_live = LiveRows(qint64(m_keys.size() / m_width));
 }
 
 bool KeyedRows::read(qint64 row, std::vector<Value> &cells)
@@ -68,21 +69,15 @@ bool KeyedRows::read(qint64 row, std::vector<Value> &cells)
     return found;
 }
 
-void KeyedRows::erase(qint64 row)
+void KeyedRows::append(std::span<const qint64> keys)
 {
-    const auto first = m_keys.begin() + row * qint64(m_width);
-    m_keys.erase(first, first + qint64(m_width));
+    m_keys.append(keys);
+    m_live.append(1);
 }
 
-qint64 KeyedRows::find(std::span<const qint64> wanted, qint64 near) const
+qint64 KeyedRows::find(std::span<const qint64> wanted, qint64 slot) const
 {
-    const auto matches = [&](qint64 row) { return std::ranges::equal(keys(row), wanted); };
-    // Rows only ever move towards the front, as others are deleted.
-    for (qint64 row = qMin(near, count() - 1); row >= 0; --row) {
-        if (matches(row))
-            return row;
-    }
-    return -1;
+    return m_live.isLive(slot) && std::ranges::equal(keysAt(slot), wanted) ? m_live.positionOf(slot) : -1;
 }
 
 MaterialisedRows::MaterialisedRows(DatabaseImpl &db, const std::vector<DataType> &types)

@@ -1,5 +1,7 @@
 #pragma once
 #include "DatabaseImpl.h"
+#include "KeyList.h"
+#include "LiveRows.h"
 
 #include <limits>
 #include <span>
@@ -26,20 +28,25 @@ public:
 
     KeyedRows(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<Value> &parameters);
 
-    qint64 count() const override { return qint64(m_keys.size() / m_width); }
+    qint64 count() const override { return m_live.count(); }
     bool read(qint64 row, std::vector<Value> &cells) override;
-    std::span<const qint64> keys(qint64 row) const { return {m_keys.data() + size_t(row) * m_width, m_width}; }
-    void append(std::span<const qint64> keys) { m_keys.insert(m_keys.end(), keys.begin(), keys.end()); }
-    void erase(qint64 row);
-    /// The row of those keys, looked for around the position where it once was; -1 when it is gone.
-    qint64 find(std::span<const qint64> keys, qint64 near) const;
+    std::span<const qint64> keys(qint64 row) const { return keysAt(m_live.slotAt(row)); }
+    void append(std::span<const qint64> keys);
+    void erase(qint64 row) { m_live.remove(m_live.slotAt(row)); }
+    /// A number that stays with the row while others are deleted.
+    qint64 slotOf(qint64 row) const { return m_live.slotAt(row); }
+    /// The row of that number and those keys; -1 when it is gone.
+    qint64 find(std::span<const qint64> keys, qint64 slot) const;
 
 private:
     DatabaseImpl &m_db;
     std::vector<DataType> m_types;
     int m_parameters;
     size_t m_width;
-    std::vector<qint64> m_keys;
+    std::span<const qint64> keysAt(qint64 slot) const { return {m_keys.data() + size_t(slot) * m_width, m_width}; }
+
+    KeyList m_keys;
+    LiveRows m_live;
     store::Statement m_row;
 };
 

@@ -3,6 +3,7 @@
 #include "DatabaseImpl.h"
 
 #include <dao/store/ErrorTranslation.h>
+#include <dao/store/IndexBuild.h>
 #include <dao/store/TableDefinition.h>
 #include <dao/store/ValueBinding.h>
 
@@ -132,7 +133,7 @@ void TableLoad::finish()
         if (!store::isKeptAsIndex(table.info, index))
             continue;
         try {
-            connection.run(store::createIndexSql(table.info, index));
+            store::makeIndex(connection, table.info, index);
         } catch (const DaoException &exception) {
             throw LoadError(exception, index.name);
         }

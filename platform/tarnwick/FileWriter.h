@@ -8,8 +8,8 @@
 namespace tarnwick {
 
 /// Writes a whole file beside the target, flushes it to the disk and lets it replace the target in one step, so that a
-/// crash leaves the old file or the new one. Throws FileError and leaves the target as it was. The folder is made when
-/// missing.
+/// crash leaves the old file or the new one. Throws FileError, with the system's reason, and leaves the target as it
+/// was. Its folder is made when it is missing, but not the one that the folder lies in.
 void writeFileAtomically(const QString &path, const QByteArray &content);
 
 /// The same for content made piece by piece; the writer may throw, then nothing is replaced.

@@ -1,5 +1,6 @@
 #include "OptionFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -59,7 +60,11 @@ bool OptionFile::load(const PathRoots &roots)
 
 void OptionFile::store(const PathRoots &roots)
 {
-    storeTo(m_path.installationPath(roots));
+    const QString path = m_path.installationPath(roots);
+    // An installation that is there may lack the folder of its options.
+    if (QFileInfo::exists(roots.palomineDir))
+        QDir().mkpath(QFileInfo(path).absolutePath());
+    storeTo(path);
 }
 
 void OptionFile::loadFrom(const QString &machinePath)

@@ -20,6 +20,9 @@ PathRoots PathRoots::fromEnvironment(const QString &projectDir)
     const QString fromEnvironment = qEnvironmentVariable("PALOMINE_DIR");
     if (!fromEnvironment.isEmpty()) {
         roots.palomineDir = QDir::cleanPath(QDir(QDir::fromNativeSeparators(fromEnvironment)).absolutePath());
+        // One that is shared and read-only stays as it is.
+        if (QFileInfo(roots.palomineDir).isWritable())
+            roots.makeInstallationFolders();
     } else {
         roots.palomineDir = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/palomine"_s;
         roots.makeInstallationFolders();

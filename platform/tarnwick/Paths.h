@@ -10,9 +10,9 @@ struct PathRoots
     QString palomineDir; ///< the installation: option files, user folders
     QString projectDir;  ///< empty without a project
 
-    /// palomineDir from the environment (PALOMINE_DIR), else a folder "palomine" in the user's data folder, made on
-    /// first use with its sub-folders (config\arvo, user\queries, user\map_templates, user\map_headers,
-    /// user\display_formats).
+    /// palomineDir from the environment (PALOMINE_DIR), else a folder "palomine" in the user's data folder, which is
+    /// made on first use. Its sub-folders (config\arvo, user\queries, user\map_templates, user\map_headers,
+    /// user\display_formats) are made where they are missing and can be.
     static PathRoots fromEnvironment(const QString &projectDir = {});
     /// Makes the installation's sub-folders where they are missing. Throws FileError.
     void makeInstallationFolders() const;

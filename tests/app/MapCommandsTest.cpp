@@ -122,6 +122,19 @@ TEST_F(MapCommandsTest, SaveGoesToTheMapsOwnFileAndSaveAsToAnother)
     EXPECT_EQ(session.systemMacros().value(u"[MAP NAME]"), u"two"_s);
     dialogs.next.clear();
     EXPECT_FALSE(commands.saveAs());
+
+    // Somebody else has stored the map meanwhile.
+    QFile file(inFolder(u"two.map"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime));
+    file.close();
+    addFill({4});
+    said.clear();
+    said.answerWith({Answer::No, Answer::Yes});
+    EXPECT_FALSE(commands.save());
+    EXPECT_TRUE(questions().contains(u"was changed by another program"_s));
+    EXPECT_TRUE(commands.save());
+    EXPECT_TRUE(commands.save()) << "asked once";
 }
 
 TEST_F(MapCommandsTest, ExportLeavesTheMapItsFileAndImportOpensACopyInTheProject)

@@ -121,8 +121,12 @@ TEST_F(DatabaseCommands, JetFilesAreReadAndConverted)
     EXPECT_EQ(refused.status, 1);
     EXPECT_TRUE(refused.error.contains(u"[3027]"_s)) << qPrintable(refused.error);
 
-    EXPECT_TRUE(cli.mustRun({u"connect"_s, project, u"--convert"_s, u"no"_s})
-                    .output.endsWith(u"Database: %1 READ ONLY\n"_s.arg(database)));
+    const CliResult declined = cli.mustRun({u"connect"_s, project, u"--convert"_s, u"no"_s});
+    EXPECT_TRUE(declined.output.endsWith(
+        u"Not converted:\n    1) Converted Jet database file.\n    2) Modified report table.\n"
+        "    3) Modified landmarks table.\n    4) Created row_alias table.\n    5) Created col_alias table.\n"
+        "    6) Created leg_alias table.\nDatabase: %1 READ ONLY\n"_s.arg(database)))
+        << qPrintable(declined.output);
     EXPECT_EQ(bytes(database), jet);
     const CliResult converted = cli.mustRun({u"connect"_s, project, u"--convert=yes"_s});
     EXPECT_TRUE(converted.output.contains(u"    1) Converted Jet database file.\n    2) Modified report table.\n"_s))

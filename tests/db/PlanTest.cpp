@@ -1,5 +1,5 @@
 #include <dao/DatabaseImpl.h>
-#include <db/ConnectDatabase.h>
+#include <db/revision/ConnectDatabase.h>
 #include <gmock/gmock.h>
 #include <support/DatabaseFixture.h>
 

@@ -32,7 +32,7 @@ public:
         return !bytes.isEmpty();
     }
     Type type() const override { return User; }
-    void updateState(const QPaintEngineState &state) override;
+    void updateState(const QPaintEngineState &next) override;
     void drawRects(const QRectF *rects, int count) override;
     void drawLines(const QLineF *lines, int count) override;
     void drawEllipse(const QRectF &rect) override;
@@ -71,13 +71,13 @@ uint32_t colourOf(const QColor &colour)
 
 } // namespace
 
-void EmfDevice::Engine::updateState(const QPaintEngineState &state)
+void EmfDevice::Engine::updateState(const QPaintEngineState &next)
 {
-    const DirtyFlags dirty = state.state();
+    const DirtyFlags dirty = next.state();
     if (dirty & DirtyTransform)
-        m_transform = state.transform();
+        m_transform = next.transform();
     if (dirty & (DirtyPen | DirtyTransform)) {
-        const QPen pen = state.pen();
+        const QPen pen = next.pen();
         EmfCanvas::Pen wanted;
         wanted.visible = pen.style() != Qt::NoPen;
         wanted.colour = colourOf(pen.color());
@@ -86,7 +86,7 @@ void EmfDevice::Engine::updateState(const QPaintEngineState &state)
         m_textColour = wanted.colour;
     }
     if (dirty & DirtyBrush) {
-        const QBrush brush = state.brush();
+        const QBrush brush = next.brush();
         m_canvas.setBrush({brush.style() != Qt::NoBrush, colourOf(brush.color())});
     }
 }

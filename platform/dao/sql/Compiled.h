@@ -2,6 +2,7 @@
 #include <dao/values/DaoException.h>
 #include <dao/values/Schema.h>
 
+#include <functional>
 #include <QList>
 #include <QString>
 #include <variant>
@@ -61,7 +62,20 @@ struct CrosstabPlan
     QStringList cell;   ///< the text of one cell, to be joined by the heading's value
     QString tail;       ///< FROM and the rest
     FieldInfo cellInfo; ///< what all cells have in common; their names are the headings
+    bool valuesNeedParameters = false;
 };
+
+inline constexpr qsizetype maxCrosstabColumns = 255;
+
+/// A heading of a cross table: a row of CrosstabPlan::valuesSql.
+struct CrosstabHeading
+{
+    QString name;
+    QString valueSql;
+};
+
+/// Runs the valuesSql of a cross table that needs no parameters, and returns its rows.
+using HeadingReader = std::function<QList<CrosstabHeading>(const CrosstabPlan &)>;
 
 /// A row-returning statement. In every SQL text (also in the steps of an ActionPlan) the parameters are bound as ?1..?n
 /// in the order of CompiledStatement::parameters, and the row's keys, where there are any, as ?n+1..?n+k in the order
@@ -91,9 +105,18 @@ struct ActionPlan
     {
         QString sql;
         bool countsRows = false; ///< the rows it changes are those reported as affected
+        /// Not empty: sql is a select, whose rows go into a new temporary table of this name.
+        QString gathersInto;
+        /// The first column of what is gathered is a row key: rows without one are left out, of several with the same
+        /// the last one stays.
+        bool keyed = false;
     };
     QList<Step> steps;
-    QString table; ///< the (first) table changed
+    /// The same for when the statement must not be interrupted but may have to stop all the same: reading, which can be
+    /// interrupted, is done by selects, and what is written asks dao_cancelled() row by row. Empty for a statement that
+    /// cannot take long.
+    QList<Step> askingSteps;
+    QStringList tables; ///< those changed
 };
 
 /// SELECT ... INTO: the new table with the types of the select list, then filled from the select.
@@ -104,10 +127,16 @@ struct SelectIntoPlan
 };
 
 // Definitions: what to do, carried out by the catalog.
+struct NamedCheck
+{
+    QString name; ///< may be empty
+    QString condition;
+};
 struct CreateTablePlan
 {
     TableInfo table;
     QList<RelationInfo> relations;
+    QList<NamedCheck> checks; ///< besides the table's own rule
 };
 struct AddFieldPlan
 {
@@ -115,6 +144,7 @@ struct AddFieldPlan
     FieldInfo field;
     QList<IndexInfo> indexes;
     QList<RelationInfo> relations;
+    QList<NamedCheck> checks;
 };
 struct AlterFieldPlan
 {
@@ -131,8 +161,7 @@ struct AddConstraintPlan
     QString table;
     QList<IndexInfo> indexes;
     QList<RelationInfo> relations;
-    QString checkName;
-    QString check;
+    NamedCheck check; ///< no text: none
 };
 struct DropConstraintPlan
 {
@@ -176,6 +205,9 @@ struct CompiledStatement
 {
     QList<Parameter> parameters; ///< declared ones first, then the others in order of appearance
     Plan plan;
+    /// It reads a cross table whose columns are those that the data gave while it was compiled: compile it again before
+    /// each run.
+    bool dependsOnData = false;
 
     bool returnsRows() const { return std::holds_alternative<SelectPlan>(plan); }
 };

@@ -22,9 +22,19 @@ using generate::Generator;
 class StatementCompiler
 {
 public:
-    StatementCompiler(const SchemaView &schema, const QString &text)
+    StatementCompiler(const SchemaView &schema, const QString &text, const HeadingReader &readHeadings)
         : m_context(schema, text)
     {
+        if (!readHeadings)
+            return;
+        m_context.setReadHeadings([this, readHeadings](const bound::Transform &transform) {
+            const SelectPlan plan = Generator(m_context).transform(transform);
+            if (plan.crosstab->valuesNeedParameters)
+                m_context.fail(error::SyntaxInTransform, transform.pivot->range, {},
+                               u"A cross table whose headings depend on parameters needs fixed ones when another query "
+                               "reads it: PIVOT ... IN (...)."_s);
+            return readHeadings(*plan.crosstab);
+        });
     }
 
     CompiledStatement compile(const ast::Statement &statement)
@@ -34,6 +44,7 @@ public:
         CompiledStatement result;
         result.plan = std::visit([this](const auto &node) { return plan(node); }, statement.node);
         result.parameters = m_context.finalParameters();
+        result.dependsOnData = m_context.dependsOnData();
         return result;
     }
 
@@ -169,14 +180,15 @@ RuleText fieldRuleText(const QString &rule, const FieldInfo &field)
 
 } // namespace
 
-CompiledStatement compile(const SchemaView &schema, const QString &text)
+CompiledStatement compile(const SchemaView &schema, const QString &text, const HeadingReader &readHeadings)
 {
-    return compile(schema, text, checkSyntax(text));
+    return compile(schema, text, checkSyntax(text), readHeadings);
 }
 
-CompiledStatement compile(const SchemaView &schema, const QString &text, const SyntaxTree &tree)
+CompiledStatement compile(const SchemaView &schema, const QString &text, const SyntaxTree &tree,
+                          const HeadingReader &readHeadings)
 {
-    return StatementCompiler(schema, text).compile(*tree);
+    return StatementCompiler(schema, text, readHeadings).compile(*tree);
 }
 
 SyntaxTree checkSyntax(const QString &text)
@@ -199,6 +211,11 @@ std::optional<QString> tableRuleAsCheck(const QString &rule, const TableInfo &ta
 {
     const RuleText text = ruleText(rule, table, nullptr);
     return text.pure ? std::optional(text.sql) : std::nullopt;
+}
+
+QString tableRuleWithFunctions(const QString &rule, const TableInfo &table)
+{
+    return ruleText(rule, table, nullptr).sql;
 }
 
 DefaultExpression defaultExpression(const QString &text, const FieldInfo &field)

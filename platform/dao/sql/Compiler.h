@@ -12,17 +12,13 @@ struct Statement;
 using SyntaxTree = std::shared_ptr<const ast::Statement>;
 
 /// Compiles one statement of Access SQL: lexer, parser, binder, generator.
+/// readHeadings: to read cross tables whose columns only their data can tell; without it they are refused (3143).
 /// Throws DaoException with the engine's number and a place in the text.
-CompiledStatement compile(const SchemaView &schema, const QString &text);
+CompiledStatement compile(const SchemaView &schema, const QString &text, const HeadingReader &readHeadings = {});
 /// The same for a text that was parsed before.
-CompiledStatement compile(const SchemaView &schema, const QString &text, const SyntaxTree &tree);
+CompiledStatement compile(const SchemaView &schema, const QString &text, const SyntaxTree &tree,
+                          const HeadingReader &readHeadings = {});
 
-/// A heading of a cross table: a row of CrosstabPlan::valuesSql.
-struct CrosstabHeading
-{
-    QString name;
-    QString valueSql;
-};
 /// The plan of a cross table with its headings. Throws 3205 when there are too many.
 SelectPlan withHeadings(const SelectPlan &plan, const QList<CrosstabHeading> &headings);
 
@@ -38,6 +34,7 @@ QString ruleWithFunctions(const QString &rule, const FieldInfo &field);
 
 /// The same for the validation rule of a table: a condition over its fields.
 std::optional<QString> tableRuleAsCheck(const QString &rule, const TableInfo &table);
+QString tableRuleWithFunctions(const QString &rule, const TableInfo &table);
 
 /// A default value as inner SQL. A bare word that is no expression counts as text.
 struct DefaultExpression

@@ -148,6 +148,7 @@ void Catalog::change(const std::function<void()> &steps)
     ReloadOnFailure reload(*this);
     Savepoint savepoint(m_connection);
     steps();
+    m_connection.throwIfCancelled();
     m_connection.run(u"PRAGMA user_version = %1"_s.arg((m_connection.catalogVersion() + 1) & 0x7fffffff));
     savepoint.release();
     reload.disarm();

@@ -255,6 +255,17 @@ void removeQuery(Connection &connection, const QString &name)
     runWithName(connection, u"DELETE FROM _dao_queries WHERE name = ?1"_s, name);
 }
 
+void removeProperty(Connection &connection, const QString &name)
+{
+    runWithName(connection, u"DELETE FROM _dao_properties WHERE name = ?1"_s, name);
+}
+
+void removeProperties(Connection &connection, const QString &beginning)
+{
+    runWithName(connection, u"DELETE FROM _dao_properties WHERE substr(name, 1, length(?1)) = ?1 COLLATE NOCASE"_s,
+                beginning);
+}
+
 void writeProperty(Connection &connection, const QString &name, const QString &value)
 {
     Statement insert(connection, u"INSERT OR REPLACE INTO _dao_properties (name, value) VALUES (?,?)"_s);

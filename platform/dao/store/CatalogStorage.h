@@ -45,5 +45,8 @@ void removeRelation(Connection &connection, const QString &name);
 void writeQuery(Connection &connection, const QueryInfo &query);
 void removeQuery(Connection &connection, const QString &name);
 void writeProperty(Connection &connection, const QString &name, const QString &value);
+void removeProperty(Connection &connection, const QString &name);
+/// All whose names begin so.
+void removeProperties(Connection &connection, const QString &beginning);
 
 } // namespace dao::store

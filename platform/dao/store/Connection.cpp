@@ -6,8 +6,10 @@
 #include <dao/functions/Functions.h>
 
 #include <cstring>
+#include <memory>
 #include <QThread>
 #include <sqlite3.h>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -16,8 +18,10 @@ namespace dao::store {
 namespace {
 
 constexpr int cacheKibibytes = 64 * 1024;
+constexpr int sortingKibibytes = 4 * 1024; // a tenth of a second's work
 constexpr int busyMilliseconds = 1000;
-constexpr char cancelFunction[] = "dao_cancelled"; // asked by temporary triggers
+constexpr char cancelFunction[] = "dao_cancelled"; // asked row by row by changes that must not be interrupted
+constexpr char proceedFunction[] = "dao_proceed";  // the same for the rows of an index that is being made
 constexpr int operationsPerLook = 10'000;          // some tenth of a millisecond
 constexpr int consultEveryMilliseconds = 100;
 
@@ -71,7 +75,10 @@ struct ConnectionCallbacks
         return connection->m_cancelRequested && mayInterrupt ? 1 : 0;
     }
 
-    static void cancelled(sqlite3_context *context, int, sqlite3_value **)
+    // Fails once the user wants to stop. A statement that fails is undone by itself; one that is interrupted would take
+    // the whole transaction with it.
+    template <int otherwise>
+    static void ask(sqlite3_context *context, int, sqlite3_value **)
     {
         const auto *connection = static_cast<const Connection *>(sqlite3_user_data(context));
         if (connection->m_cancelRequested) {
@@ -79,7 +86,7 @@ struct ConnectionCallbacks
             sqlite3_result_error(context, text.constData(), int(text.size()));
             return;
         }
-        sqlite3_result_int(context, 0);
+        sqlite3_result_int(context, otherwise);
     }
 };
 
@@ -138,8 +145,11 @@ void Connection::setUp()
     sqlite3_limit(m_db, SQLITE_LIMIT_ATTACHED, 0);
     sqlite3_set_authorizer(m_db, &ConnectionCallbacks::authorize, this);
     functions::registerAll(m_db);
-    sqlite3_create_function_v2(m_db, cancelFunction, 0, SQLITE_UTF8, this, &ConnectionCallbacks::cancelled, nullptr,
+    sqlite3_create_function_v2(m_db, cancelFunction, 0, SQLITE_UTF8, this, &ConnectionCallbacks::ask<0>, nullptr,
                                nullptr, nullptr);
+    // As the condition of an index it has to pass for a function of its argument alone.
+    sqlite3_create_function_v2(m_db, proceedFunction, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, this,
+                               &ConnectionCallbacks::ask<1>, nullptr, nullptr, nullptr);
     setProgress(m_progress);
     run(u"PRAGMA cache_size = -"_s + QString::number(cacheKibibytes));
     run(u"PRAGMA foreign_keys = ON"_s);
@@ -273,13 +283,15 @@ void Connection::releaseRead()
     m_hold.reset();
 }
 
-void Connection::beforeStep(const Statement &statement)
+bool Connection::beforeStep(const Statement &statement)
 {
     if (m_consulting)
         throw engineError(error::StatementRunning, m_source, {m_path});
-    m_writing = !statement.m_readOnly;
-    if (m_writing)
+    const bool writing = !statement.m_readOnly;
+    if (writing)
         requireTransaction();
+    // A function may run a statement in the middle of another: what that one changes is still in danger.
+    return std::exchange(m_writing, m_writing || writing);
 }
 
 void Connection::afterFailure()
@@ -313,6 +325,22 @@ void Connection::release(Statement *statement)
     std::erase(m_statements, statement);
 }
 
+void Connection::rewriteIndex(const QString &name, const QString &sql)
+{
+    // The inner engine guards its own table against every statement but those of a connection that asks for it.
+    sqlite3_db_config(m_db, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
+    const auto guardAgain = [this](Connection *) {
+        sqlite3_exec(m_db, "PRAGMA writable_schema = RESET", nullptr, nullptr, nullptr);
+        sqlite3_db_config(m_db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    };
+    const std::unique_ptr<Connection, decltype(guardAgain)> guard(this, guardAgain);
+    run(u"PRAGMA writable_schema = ON"_s);
+    Statement update(*this, u"UPDATE sqlite_schema SET sql = ?1 WHERE type = 'index' AND name = ?2"_s);
+    update.bind(1, sql);
+    update.bind(2, name);
+    update.run();
+}
+
 Savepoint::Savepoint(Connection &connection)
     : m_connection(connection)
     , m_outermost(!connection.inTransaction())
@@ -340,6 +368,24 @@ void Savepoint::release()
 {
     m_connection.run(u"RELEASE dao_statement"_s);
     m_open = false;
+}
+
+SmallSorts::SmallSorts(Connection &connection)
+    : m_connection(connection)
+{
+    setCache(sortingKibibytes);
+}
+
+SmallSorts::~SmallSorts()
+{
+    setCache(cacheKibibytes);
+}
+
+void SmallSorts::setCache(int kibibytes)
+{
+    // Were it refused, all would go on as before.
+    const QByteArray sql = "PRAGMA cache_size = -" + QByteArray::number(kibibytes);
+    sqlite3_exec(m_connection.m_db, sql.constData(), nullptr, nullptr, nullptr);
 }
 
 UncheckedWrites::UncheckedWrites(Connection &connection)

@@ -58,6 +58,9 @@ public:
     void commitProgramTransaction();
     void rollbackProgramTransaction();
     bool inProgramTransaction() const { return m_programTransaction; }
+    /// True when a user may want to stop a change, while interrupting it would take the program's transaction with it.
+    /// Such a change stops where it asks dao_cancelled().
+    bool mustAskToStop() const { return m_progress && m_programTransaction; }
     /// Throws when the inner engine has given up the program's transaction: what is left of it must not be kept.
     void requireTransaction() const;
 
@@ -73,6 +76,8 @@ public:
     /// become those of the statement that called it.
     using Function = std::function<Value(const QList<Value> &)>;
     void addFunction(const QByteArray &name, const Function &body);
+    /// Replaces the text of an index's definition by one that means the same (see makeIndex()).
+    void rewriteIndex(const QString &name, const QString &sql);
 
     void setProgress(Progress *progress);
     Progress *progress() const { return m_progress; }
@@ -88,11 +93,12 @@ public:
 
 private:
     friend class Statement;
+    friend class SmallSorts;
     friend struct ConnectionCallbacks;
 
     sqlite3 *open(const QByteArray &name, int flags);
     void setUp();
-    void beforeStep(const Statement &statement);
+    bool beforeStep(const Statement &statement);
     void afterFailure();
     [[noreturn]] void fail(bool writing) const;
     void adopt(Statement *statement);
@@ -134,6 +140,22 @@ private:
     Connection &m_connection;
     bool m_outermost;
     bool m_open = true;
+};
+
+/// Sorting takes as much memory at a time as there is for pages of the file, and cannot be interrupted meanwhile. As
+/// long as this lives it is done in small pieces, which takes no longer and lets a user in between.
+class SmallSorts
+{
+public:
+    explicit SmallSorts(Connection &connection);
+    ~SmallSorts();
+    SmallSorts(const SmallSorts &) = delete;
+    SmallSorts &operator=(const SmallSorts &) = delete;
+
+private:
+    void setCache(int kibibytes);
+
+    Connection &m_connection;
 };
 
 /// Rows are written without a look at CHECK constraints, as long as it lives: for rows that were looked at before, or

@@ -65,7 +65,9 @@ void callFunction(sqlite3_context *context, int count, sqlite3_value **values)
         const QByteArray text = raiseText(e.number(), e.description()).toUtf8();
         sqlite3_result_error(context, text.constData(), int(text.size()));
     } catch (const DaoCancelled &) {
-        sqlite3_result_error_code(context, SQLITE_INTERRUPT);
+        // As an interruption it would take the whole transaction with it.
+        const QByteArray text = QString::fromUtf16(cancelText).toUtf8();
+        sqlite3_result_error(context, text.constData(), int(text.size()));
     } catch (const std::exception &) {
         sqlite3_result_error_nomem(context);
     }

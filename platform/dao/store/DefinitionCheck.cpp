@@ -5,6 +5,8 @@
 #include "SystemTables.h"
 #include "TableDefinition.h"
 
+#include <dao/values/TypeSize.h>
+
 using namespace Qt::StringLiterals;
 
 namespace dao::store {

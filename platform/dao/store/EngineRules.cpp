@@ -12,27 +12,40 @@ namespace dao::store {
 
 namespace {
 
-QString brokenText(const TableInfo &table, const FieldInfo &field)
+/// set: what the rule is set for.
+QString brokenText(const QString &text, const QString &rule, const QString &set)
 {
-    if (!field.validationText.isEmpty())
-        return raiseText(error::ValidationText, field.validationText);
-    return raiseText(error::ValidationRule,
-                     errorText(error::ValidationRule, {field.validationRule, table.name + u'.' + field.name}));
+    return text.isEmpty() ? raiseText(error::ValidationRule, errorText(error::ValidationRule, {rule, set}))
+                          : raiseText(error::ValidationText, text);
 }
 
-void installRule(Connection &connection, const TableInfo &table, const FieldInfo &field)
+/// The rule names its fields plainly; an inner select lends them those names. Null passes, as it does in the file's
+/// rules.
+void install(Connection &connection, const TableInfo &table, const QString &name, const QList<FieldInfo> &fields,
+             const QString &rule, const QString &broken)
 {
-    const QString column = sql::quotedName(field.name);
-    const QString rule = sql::ruleWithFunctions(field.validationRule, field);
+    QStringList columns;
+    for (const FieldInfo &field : fields)
+        columns.append(u"NEW."_s + sql::quotedName(field.name) + u" AS "_s + sql::quotedName(field.name));
     for (const QString &event : {u"INSERT"_s, u"UPDATE"_s}) {
-        const QString name = sql::quotedName(QString(u"rule:"_s + table.name + u'.' + field.name + u':' + event));
-        // The rule names its field plainly; the inner select lends it that name. Null passes, as it does in the file's
-        // rules.
-        connection.run(u"CREATE TEMP TRIGGER "_s + name + u" BEFORE "_s + event + u" ON main."_s +
-                       sql::quotedName(table.name) + u" WHEN NOT coalesce((SELECT "_s + rule + u" FROM (SELECT NEW."_s +
-                       column + u" AS "_s + column + u")), 1) BEGIN SELECT RAISE(ABORT, "_s +
-                       literal(brokenText(table, field)) + u"); END"_s);
+        connection.run(u"CREATE TEMP TRIGGER "_s + sql::quotedName(QString(u"rule:"_s + name + u':' + event)) +
+                       u" BEFORE "_s + event + u" ON main."_s + sql::quotedName(table.name) +
+                       u" WHEN NOT coalesce((SELECT "_s + rule + u" FROM (SELECT "_s + columns.join(u", "_s) +
+                       u")), 1) BEGIN SELECT RAISE(ABORT, "_s + literal(broken) + u"); END"_s);
     }
+}
+
+void installRules(Connection &connection, const TableInfo &table)
+{
+    for (const FieldInfo &field : table.fields) {
+        const QString name = table.name + u'.' + field.name;
+        if (needsEngine(field))
+            install(connection, table, name, {field}, sql::ruleWithFunctions(field.validationRule, field),
+                    brokenText(field.validationText, field.validationRule, name));
+    }
+    if (needsEngine(table))
+        install(connection, table, table.name, table.fields, sql::tableRuleWithFunctions(table.validationRule, table),
+                brokenText(table.validationText, table.validationRule, table.name));
 }
 
 void dropRules(Connection &connection)
@@ -55,17 +68,18 @@ bool needsEngine(const FieldInfo &field)
     return !field.validationRule.trimmed().isEmpty() && !sql::ruleAsCheck(field.validationRule, field);
 }
 
+bool needsEngine(const TableInfo &table)
+{
+    return !table.validationRule.trimmed().isEmpty() && !sql::tableRuleAsCheck(table.validationRule, table);
+}
+
 void installEngineRules(Connection &connection, const CatalogContents &contents)
 {
     if (connection.isReadOnly())
         return;
     dropRules(connection);
-    for (const StoredTable &table : contents.tables) {
-        for (const FieldInfo &field : table.info.fields) {
-            if (needsEngine(field))
-                installRule(connection, table.info, field);
-        }
-    }
+    for (const StoredTable &table : contents.tables)
+        installRules(connection, table.info);
 }
 
 } // namespace dao::store

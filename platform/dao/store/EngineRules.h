@@ -9,5 +9,6 @@ void installEngineRules(Connection &connection, const CatalogContents &contents)
 
 /// True when the rule is one of those.
 bool needsEngine(const FieldInfo &field);
+bool needsEngine(const TableInfo &table);
 
 } // namespace dao::store

@@ -1,5 +1,6 @@
 #include "ErrorTranslation.h"
 
+#include <algorithm>
 #include <QLoggingCategory>
 #include <sqlite3.h>
 
@@ -42,12 +43,43 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
     return table ? table->field(name.field) : nullptr;
 }
 
+[[noreturn]] void raiseForField(const EngineFailure &failure, int number, const FieldName &name)
+{
+    const TableInfo *table = tableOf(failure, name);
+    const FieldInfo *field = fieldOf(failure, name);
+    if (!table || !field)
+        raise(failure, number);
+    throw fieldError(number, failure.source, table->name, *field);
+}
+
+/// The names behind the colon: "UNIQUE constraint failed: report.sec, report.row".
+[[noreturn]] void raiseDuplicate(const EngineFailure &failure)
+{
+    const QStringList columns = failure.text.mid(failure.text.indexOf(u": "_s) + 2).split(u", "_s);
+    const TableInfo *table = tableOf(failure, splitName(columns.first()));
+    QStringList fields;
+    for (const QString &column : columns)
+        fields.append(splitName(column).field);
+    const DaoException error = engineError(error::DuplicateKey, failure.source);
+    if (!table)
+        throw error;
+    for (const IndexInfo &index : table->indexes) {
+        const bool same =
+            index.unique && std::ranges::equal(index.fields, fields, [](const auto &field, const auto &name) {
+                return field.name.compare(name, Qt::CaseInsensitive) == 0;
+            });
+        if (same)
+            throw DaoException(error).withHint(u"It is index '%1' of table '%2'."_s.arg(index.name, table->name));
+    }
+    throw error;
+}
+
 [[noreturn]] void raiseNotNull(const EngineFailure &failure)
 {
     FieldName name = splitName(QStringView(failure.text).mid(failure.text.indexOf(u": "_s) + 2));
     const FieldInfo *field = fieldOf(failure, name);
     if (field && !field->required)
-        raise(failure, error::NullKey);
+        raiseForField(failure, error::NullKey, name);
     // A table that is being made anew goes by another name for a moment.
     if (const TableInfo *table = tableOf(failure, name))
         name.table = table->name;
@@ -78,12 +110,13 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
     const QStringView kind = QStringView(constraintName).left(qMax<qsizetype>(colon, 0));
     const FieldName name = splitName(QStringView(constraintName).mid(colon + 1));
     if (kind == constraint::size)
-        raise(failure, error::FieldTooSmall);
+        raiseForField(failure, error::FieldTooSmall, name);
     if (kind == constraint::empty)
         raise(failure, error::ZeroLength, {name.full()});
     if (kind == constraint::type) {
         const FieldInfo *field = fieldOf(failure, name);
-        raise(failure, field && isNumericType(field->type) ? error::NumericOverflow : error::ConversionFailed);
+        raiseForField(failure, field && isNumericType(field->type) ? error::NumericOverflow : error::ConversionFailed,
+                      name);
     }
     raiseRule(failure, name);
 }
@@ -112,7 +145,7 @@ void raiseOwn(const EngineFailure &failure)
     case SQLITE_CONSTRAINT_UNIQUE:
     case SQLITE_CONSTRAINT_PRIMARYKEY:
     case SQLITE_CONSTRAINT_ROWID:
-        raise(failure, error::DuplicateKey);
+        raiseDuplicate(failure);
     case SQLITE_CONSTRAINT_DATATYPE:
         raise(failure, error::ConversionFailed);
     default:
@@ -160,6 +193,15 @@ QString constraint::name(const char16_t *kind, const QString &table, const QStri
 DaoException engineError(int number, const QString &source, const QStringList &arguments)
 {
     return DaoException(number, source, errorText(number, arguments));
+}
+
+DaoException fieldError(int number, const QString &source, const QString &table, const FieldInfo &field)
+{
+    const QString name = table.isEmpty() ? field.name : QString(table + u'.' + field.name);
+    QString hint = u"It is field '%1'."_s.arg(name);
+    if (number == error::FieldTooSmall && field.size > 0)
+        hint = u"Field '%1' holds %2 characters."_s.arg(name).arg(field.size);
+    return engineError(number, source).withHint(hint);
 }
 
 QString raiseText(int number, const QString &text)

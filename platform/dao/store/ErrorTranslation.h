@@ -7,6 +7,9 @@ namespace dao::store {
 /// The exception for one of the engine's numbers; source is the object that failed ("DAO.Database").
 DaoException engineError(int number, const QString &source, const QStringList &arguments = {});
 
+/// The same where the number's own text does not say which field (or index) it is about: that stands in the hint.
+DaoException fieldError(int number, const QString &source, const QString &table, const FieldInfo &field);
+
 /// What the inner engine reported, with what is needed to say it in the words of the engine.
 struct EngineFailure
 {

@@ -17,7 +17,6 @@ namespace {
 
 constexpr int busyMilliseconds = 1000;
 constexpr int bytesAtOnce = 1 << 20;
-constexpr int looksEvery = 100; // milliseconds
 const QString sourceName = u"DAO.Database"_s;
 
 struct CloseDatabase
@@ -76,10 +75,32 @@ bool hasLog(sqlite3 *db)
     return log;
 }
 
-void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target, Progress *progress)
+/// Asks about ten times a second whether to go on.
+class CancelCheck
 {
-    QElapsedTimer sinceLook;
-    sinceLook.start();
+public:
+    explicit CancelCheck(Progress *progress)
+        : m_progress(progress)
+    {
+        m_sinceAsked.start();
+    }
+    void operator()()
+    {
+        constexpr int askEveryMilliseconds = 100;
+        if (!m_progress || !m_sinceAsked.hasExpired(askEveryMilliseconds))
+            return;
+        if (m_progress->cancelled())
+            throw DaoCancelled();
+        m_sinceAsked.restart();
+    }
+
+private:
+    Progress *m_progress;
+    QElapsedTimer m_sinceAsked;
+};
+
+void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target, CancelCheck &check)
+{
     sqlite3_file *file = nullptr;
     int result = sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file);
     sqlite3_int64 size = 0;
@@ -87,11 +108,7 @@ void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target, Progress *pr
         result = file->pMethods->xFileSize(file, &size);
     QByteArray buffer(bytesAtOnce, Qt::Uninitialized);
     for (sqlite3_int64 offset = 0; result == SQLITE_OK && offset < size; offset += bytesAtOnce) {
-        if (progress && sinceLook.hasExpired(looksEvery)) {
-            if (progress->cancelled())
-                throw DaoCancelled();
-            sinceLook.restart();
-        }
+        check();
         const int length = int(std::min<sqlite3_int64>(bytesAtOnce, size - offset));
         result = file->pMethods->xRead(file, buffer.data(), length, offset);
         if (result == SQLITE_OK && target.write(buffer.constData(), length) != length)
@@ -102,17 +119,19 @@ void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target, Progress *pr
 }
 
 /// By the inner engine's own means: the content is the same, the bytes need not be.
-void copyPages(sqlite3 *db, const QString &path, const QString &target)
+void copyPages(sqlite3 *db, const QString &path, const QString &target, CancelCheck &check)
 {
+    constexpr int pagesAtOnce = 1000;
     sqlite3 *copy = nullptr;
     int result = sqlite3_open_v2(target.toUtf8().constData(), &copy,
                                  SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXRESCODE, nullptr);
     const Handle handle(copy);
     if (result == SQLITE_OK) {
-        sqlite3_backup *backup = sqlite3_backup_init(copy, "main", db, "main");
-        if (backup)
-            sqlite3_backup_step(backup, -1);
-        result = backup ? sqlite3_backup_finish(backup) : sqlite3_extended_errcode(copy);
+        using Backup = std::unique_ptr<sqlite3_backup, decltype(&sqlite3_backup_finish)>;
+        Backup backup(sqlite3_backup_init(copy, "main", db, "main"), &sqlite3_backup_finish);
+        while (backup && sqlite3_backup_step(backup.get(), pagesAtOnce) == SQLITE_OK)
+            check();
+        result = backup ? sqlite3_backup_finish(backup.release()) : sqlite3_extended_errcode(copy);
     }
     if (result != SQLITE_OK)
         failReading(path, result);
@@ -128,13 +147,14 @@ void replace(const QString &made, const QString &target)
 
 void backUpFile(const QString &path, const QString &target, Progress *progress)
 {
+    CancelCheck check(progress);
     const Handle db = openForReading(path);
     beginReading(db.get(), path);
     if (hasLog(db.get())) {
         const QString made = target + u".new"_s;
         QFile::remove(made);
         try {
-            copyPages(db.get(), path, made);
+            copyPages(db.get(), path, made, check);
             replace(made, target);
         } catch (...) {
             QFile::remove(made);
@@ -145,7 +165,7 @@ void backUpFile(const QString &path, const QString &target, Progress *progress)
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly))
         failWriting(file);
-    copyBytes(db.get(), path, file, progress);
+    copyBytes(db.get(), path, file, check);
     if (!file.commit())
         failWriting(file);
 }

@@ -3,9 +3,11 @@
 #include "Connection.h"
 #include "DefinitionCheck.h"
 #include "ErrorTranslation.h"
+#include "IndexBuild.h"
 #include "RelationTriggers.h"
 #include "TableDefinition.h"
 #include "TableRebuild.h"
+#include "TableRule.h"
 
 #include <dao/sql/Compiler.h>
 
@@ -34,6 +36,12 @@ bool involves(const RelationInfo &relation, QStringView table, QStringView field
             return true;
     }
     return false;
+}
+
+/// The property of the file under which the text of a named condition stands.
+QString checkProperty(const TableInfo &table, const QString &name)
+{
+    return u"Check:"_s + table.name + u'.' + name;
 }
 
 /// True when the index leads with the fields of the relation's foreign key.
@@ -75,19 +83,34 @@ void SchemaEditor::createIndexes(const TableInfo &table)
 {
     for (const IndexInfo &index : table.indexes) {
         if (isKeptAsIndex(table, index))
-            m_connection.run(createIndexSql(table, index));
+            makeIndex(m_connection, table, index);
     }
 }
 
-void SchemaEditor::createTable(const TableInfo &given)
+void SchemaEditor::createTable(const TableInfo &given, const QList<sql::NamedCheck> &checks)
 {
+    TableInfo wanted = given;
+    for (const sql::NamedCheck &each : checks)
+        wanted.validationRule = withRule(wanted.validationRule, each.condition);
     StoredTable table;
-    table.info = check().table(given);
+    table.info = check().table(wanted);
     m_catalog.change([&] {
         m_connection.run(createTableSql(table, table.info.name));
         createIndexes(table.info);
         writeTable(m_connection, table);
+        for (const sql::NamedCheck &each : checks)
+            nameCheck(table.info, each);
     });
+}
+
+void SchemaEditor::nameCheck(const TableInfo &table, const sql::NamedCheck &check)
+{
+    if (check.name.isEmpty())
+        return;
+    const QString property = checkProperty(table, check.name);
+    if (!m_catalog.property(property).isEmpty() || table.index(check.name))
+        fail(error::IndexNameExists, {table.name, check.name});
+    writeProperty(m_connection, property, check.condition);
 }
 
 StoredTable SchemaEditor::createUnindexed(const TableInfo &given, const QSet<QString> &lateRequired)
@@ -112,6 +135,7 @@ void SchemaEditor::deleteTable(QStringView name)
     m_catalog.change([&] {
         m_connection.run(u"DROP TABLE "_s + sql::quotedName(table.info.name));
         removeTable(m_connection, table);
+        removeProperties(m_connection, checkProperty(table.info, {}));
     });
 }
 
@@ -260,13 +284,31 @@ void SchemaEditor::deleteField(QStringView tableName, QStringView fieldName)
     m_catalog.change([&] { replaceTable(before, after); });
 }
 
-void SchemaEditor::addRule(QStringView tableName, const QString &rule)
+void SchemaEditor::addCheck(QStringView tableName, const sql::NamedCheck &added)
 {
     const StoredTable before = stored(tableName);
     StoredTable after = before;
-    QString &all = after.info.validationRule;
-    all = all.isEmpty() ? rule : QString(u'(' + all + u") And ("_s + rule + u')');
-    m_catalog.change([&] { replaceTable(before, after); });
+    after.info.validationRule = withRule(before.info.validationRule, added.condition);
+    m_catalog.change([&] {
+        replaceTable(before, after);
+        nameCheck(after.info, added);
+    });
+}
+
+bool SchemaEditor::deleteCheck(QStringView tableName, const QString &name)
+{
+    const StoredTable before = stored(tableName);
+    const QString property = checkProperty(before.info, name);
+    const QString condition = m_catalog.property(property);
+    if (condition.isEmpty())
+        return false;
+    StoredTable after = before;
+    after.info.validationRule = withoutRule(before.info.validationRule, condition);
+    m_catalog.change([&] {
+        replaceTable(before, after);
+        removeProperty(m_connection, property);
+    });
+    return true;
 }
 
 void SchemaEditor::createIndex(QStringView tableName, const IndexInfo &given)
@@ -290,7 +332,7 @@ void SchemaEditor::createIndex(QStringView tableName, const IndexInfo &given)
             return;
         }
         if (isKeptAsIndex(after.info, index))
-            m_connection.run(createIndexSql(after.info, index));
+            makeIndex(m_connection, after.info, index);
         writeTable(m_connection, after);
     });
 }
@@ -343,7 +385,8 @@ void SchemaEditor::installRelation(const RelationInfo &relation, const TableInfo
         std::any_of(foreignTable.indexes.begin(), foreignTable.indexes.end(),
                     [&](const IndexInfo &index) { return servesForeignKey(foreignTable, index, relation); });
     if (!served && !(relation.attributes & DontEnforce))
-        m_connection.run(relationIndexSql(relation));
+        makeIndex(m_connection, relationIndexName(relation), relationIndexSql(relation),
+                  relation.fields.first().foreignField);
 }
 
 void SchemaEditor::uninstallRelation(const RelationInfo &relation)

@@ -1,6 +1,8 @@
 #pragma once
 #include "Catalog.h"
 
+#include <dao/sql/Compiled.h>
+
 namespace dao::store {
 
 class Connection;
@@ -16,10 +18,10 @@ public:
     {
     }
 
-    void createTable(const TableInfo &table);
+    /// checks: further conditions that every row must meet.
+    void createTable(const TableInfo &table, const QList<sql::NamedCheck> &checks = {});
     /// A new table in the file and the catalog whose indexes are not made yet: for filling it first.
     StoredTable createUnindexed(const TableInfo &table, const QSet<QString> &lateRequired);
-    void createIndexes(const TableInfo &table);
     /// Another definition for a table, its rows brought over in one pass.
     void alterTable(QStringView name, const TableInfo &newShape, const QList<FieldFill> &fills);
     void deleteTable(QStringView name);
@@ -29,7 +31,9 @@ public:
     void alterField(QStringView table, const FieldInfo &field);
     void deleteField(QStringView table, QStringView field);
     /// One more condition that every row must meet.
-    void addRule(QStringView table, const QString &rule);
+    void addCheck(QStringView table, const sql::NamedCheck &check);
+    /// False when the table has no condition of that name.
+    bool deleteCheck(QStringView table, const QString &name);
     void createIndex(QStringView table, const IndexInfo &index);
     void deleteIndex(QStringView table, QStringView index);
     void createRelation(const RelationInfo &relation);
@@ -44,6 +48,8 @@ public:
 
 private:
     [[noreturn]] void fail(int number, const QStringList &arguments = {}) const;
+    void createIndexes(const TableInfo &table);
+    void nameCheck(const TableInfo &table, const sql::NamedCheck &check);
     const StoredTable &stored(QStringView name) const;
     DefinitionCheck check() const;
     /// A field that was just added: its value, the same in all rows, keeps its own rules.

@@ -3,10 +3,32 @@
 #include "Connection.h"
 #include "ErrorTranslation.h"
 
+#include <cstring>
+#include <optional>
 #include <sqlite3.h>
 #include <utility>
 
 namespace dao::store {
+
+namespace {
+
+/// True when rows are put in order by sorting them, and not by the way they are found.
+bool sorts(sqlite3 *db, const QByteArray &text)
+{
+    sqlite3_stmt *explain = nullptr;
+    const QByteArray question = "EXPLAIN QUERY PLAN " + text;
+    bool found = false;
+    if (sqlite3_prepare_v2(db, question.constData(), int(question.size()) + 1, &explain, nullptr) == SQLITE_OK) {
+        while (!found && sqlite3_step(explain) == SQLITE_ROW) {
+            const auto *step = reinterpret_cast<const char *>(sqlite3_column_text(explain, 3));
+            found = step && std::strstr(step, "TEMP B-TREE");
+        }
+    }
+    sqlite3_finalize(explain);
+    return found;
+}
+
+} // namespace
 
 Statement::Statement(Connection &connection, const QString &sql, Access access)
     : m_connection(&connection)
@@ -22,6 +44,7 @@ Statement::Statement(Connection &connection, const QString &sql, Access access)
     if (result != SQLITE_OK)
         connection.fail(false);
     m_readOnly = sqlite3_stmt_readonly(m_statement) != 0;
+    m_sorts = m_readOnly && access == Access::User && connection.m_progress && sorts(connection.m_db, text);
     connection.adopt(this);
 }
 
@@ -44,6 +67,8 @@ Statement &Statement::operator=(Statement &&other) noexcept
     m_statement = std::exchange(other.m_statement, nullptr);
     m_readOnly = other.m_readOnly;
     m_onRow = std::exchange(other.m_onRow, false);
+    m_started = std::exchange(other.m_started, false);
+    m_sorts = other.m_sorts;
     if (m_statement) {
         m_connection->release(&other);
         m_connection->adopt(this);
@@ -150,8 +175,14 @@ void Statement::bindColumn(int parameter, const Statement &from, int column)
 bool Statement::step()
 {
     requireOpen();
-    m_connection->beforeStep(*this);
+    // What is sorted is sorted before the first row comes.
+    std::optional<SmallSorts> small;
+    if (m_sorts && !m_started)
+        small.emplace(*m_connection);
+    m_started = true;
+    const bool writingBefore = m_connection->beforeStep(*this);
     const int result = sqlite3_step(m_statement);
+    m_connection->m_writing = writingBefore;
     if (result == SQLITE_ROW) {
         m_onRow = true;
         return true;
@@ -163,6 +194,7 @@ bool Statement::step()
     try {
         m_connection->fail(isChange());
     } catch (...) {
+        m_started = false;
         sqlite3_reset(m_statement);
         throw;
     }
@@ -173,6 +205,7 @@ void Statement::reset()
     if (!m_statement)
         return;
     m_onRow = false;
+    m_started = false;
     sqlite3_reset(m_statement);
 }
 

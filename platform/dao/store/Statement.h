@@ -68,6 +68,8 @@ private:
     sqlite3_stmt *m_statement = nullptr;
     bool m_readOnly = true;
     bool m_onRow = false;
+    bool m_started = false;
+    bool m_sorts = false; ///< reading, a user's, and one who may want to stop it
 };
 
 /// Adds the rows that a statement is to give, or still has to give when it stands on one, to a table of as many

@@ -10,8 +10,6 @@ namespace dao::store {
 
 namespace {
 
-constexpr int defaultTextSize = 255;
-
 QString storageClass(const FieldInfo &field)
 {
     switch (field.type) {
@@ -84,32 +82,6 @@ QString keyColumnFor(const TableInfo &table)
             return name;
     }
     return {};
-}
-
-int sizeOf(DataType type, int declaredSize)
-{
-    switch (type) {
-    case DataType::Boolean:
-    case DataType::Byte:
-        return 1;
-    case DataType::Integer:
-        return 2;
-    case DataType::Long:
-    case DataType::Single:
-        return 4;
-    case DataType::Currency:
-    case DataType::Double:
-    case DataType::Date:
-    case DataType::Decimal:
-        return 8;
-    case DataType::Guid:
-        return 16;
-    case DataType::Text:
-    case DataType::Binary:
-        return declaredSize > 0 ? declaredSize : defaultTextSize;
-    default:
-        return 0;
-    }
 }
 
 bool isNotNull(const StoredTable &table, const FieldInfo &field)
@@ -192,9 +164,7 @@ QString tableRuleCondition(const TableInfo &table)
 {
     if (table.validationRule.trimmed().isEmpty())
         return {};
-    if (const auto rule = sql::tableRuleAsCheck(table.validationRule, table))
-        return *rule;
-    throw engineError(error::TooComplexExpression, u"DAO.TableDefs"_s);
+    return sql::tableRuleAsCheck(table.validationRule, table).value_or(QString());
 }
 
 QString indexNameInFile(const QString &table, const QString &index)

@@ -9,9 +9,6 @@ namespace dao::store {
 /// The name of the row key, chosen so that no field hides it; empty when fields hide every one.
 QString keyColumnFor(const TableInfo &table);
 
-/// Bytes of a value, or characters of a Text field; 0 for types without a size.
-int sizeOf(DataType type, int declaredSize);
-
 /// True when a column holds no Null: its own rule, or an index that admits none.
 bool isNotNull(const StoredTable &table, const FieldInfo &field);
 
@@ -29,8 +26,7 @@ QString columnSql(const StoredTable &table, const FieldInfo &field);
 /// physicalName: the name under which the table is made; its constraints always carry the table's own.
 QString createTableSql(const StoredTable &table, const QString &physicalName);
 
-/// The condition of the table's own validation rule; empty without one. Error 3071 for a rule that the file cannot
-/// hold.
+/// The condition of the table's own validation rule; empty without one, and for one that needs the engine.
 QString tableRuleCondition(const TableInfo &table);
 
 /// The index's name in the file, where names of indexes are of one space.

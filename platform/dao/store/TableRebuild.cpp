@@ -1,7 +1,10 @@
 #include "TableRebuild.h"
 
+#include "ActionSteps.h"
 #include "Connection.h"
+#include "EngineRules.h"
 #include "ErrorTranslation.h"
+#include "IndexBuild.h"
 #include "Statistics.h"
 #include "TableDefinition.h"
 #include "ValueBinding.h"
@@ -146,8 +149,9 @@ void TableRebuild::copyRows()
         sources.append(sql::quotedName(m_before.info.keyColumn));
     }
     const QString insert = u"INSERT INTO "_s + sql::quotedName(newName) + u" ("_s + targets.join(u", "_s) + u") "_s;
+    const QString condition = m_connection.mustAskToStop() && !converting ? u" WHERE dao_cancelled() = 0"_s : QString();
     const QString select = u"SELECT "_s + sources.join(u", "_s) + u" FROM "_s + sql::quotedName(m_before.info.name) +
-                           u" ORDER BY "_s + sql::quotedName(m_before.info.keyColumn);
+                           condition + u" ORDER BY "_s + sql::quotedName(m_before.info.keyColumn);
     if (!converting) {
         m_connection.run(insert + select);
         return;
@@ -199,8 +203,9 @@ void TableRebuild::copyFilled()
     if (!statement.parameters.isEmpty())
         throw engineError(error::NoSuchField, m_connection.source(),
                           {statement.parameters.first().name, m_before.info.name});
-    for (const sql::ActionPlan::Step &step : std::get<sql::ActionPlan>(statement.plan).steps)
-        m_connection.run(step.sql);
+    const auto &plan = std::get<sql::ActionPlan>(statement.plan);
+    runSteps(m_connection, m_connection.mustAskToStop() ? plan.askingSteps : plan.steps, Access::Engine,
+             [](Statement &) {});
 }
 
 void TableRebuild::checkChangedFields()
@@ -212,10 +217,15 @@ void TableRebuild::checkChangedFields()
             if (!before.contains(check))
                 verify(check);
         }
+        // A rule that the file cannot keep is kept by the engine, also for the rows that are there.
+        const bool changed = !old || isFilled(field) || old->validationRule != field.validationRule;
+        if (changed && needsEngine(field))
+            verify({constraint::name(constraint::rule, m_after.info.name, field.name),
+                    sql::ruleWithFunctions(field.validationRule, field)});
     }
-    const QString rule = tableRuleCondition(m_after.info);
-    if (!rule.isEmpty())
-        verify({constraint::name(constraint::rule, m_after.info.name, {}), rule});
+    if (!m_after.info.validationRule.trimmed().isEmpty())
+        verify({constraint::name(constraint::rule, m_after.info.name, {}),
+                sql::tableRuleWithFunctions(m_after.info.validationRule, m_after.info)});
 }
 
 void TableRebuild::verify(const ColumnCheck &check)
@@ -257,7 +267,7 @@ void TableRebuild::run()
                      sql::quotedName(m_after.info.name));
     for (const IndexInfo &index : m_after.info.indexes) {
         if (isKeptAsIndex(m_after.info, index))
-            m_connection.run(createIndexSql(m_after.info, index));
+            makeIndex(m_connection, m_after.info, index);
     }
     for (const QString &trigger : lateRequiredTriggers(m_after))
         m_connection.run(trigger);

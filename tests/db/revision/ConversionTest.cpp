@@ -381,24 +381,6 @@ TEST_F(ConversionTest, ALockedFileIsNamedOnceAndStaysAsItIs)
     EXPECT_TRUE(session.isOpen());
 }
 
-namespace {
-
-class StopAt : public tarnwick::Progress
-{
-public:
-    explicit StopAt(int looks)
-        : m_looks(looks)
-    {
-    }
-    void report(qint64 done, qint64 total, const QString &) override { EXPECT_LE(done, total); }
-    bool cancelled() override { return m_looks-- <= 0; }
-
-private:
-    int m_looks;
-};
-
-} // namespace
-
 TEST_F(ConversionTest, StoppedByTheUserNothingIsConverted)
 {
     makeWithViews(old::Everything);

@@ -165,10 +165,10 @@ TEST_F(FaultsTest, NothingIsLockedWhileNothingIsWritten)
 TEST_F(FaultsTest, UnfinishedFilesNeverBearTheWantedName)
 {
     folder.write(u"arvo/arvo-1-1.new"_s, "of a program that was killed long ago");
-    QFile old(folder.path(u"arvo/arvo-1-1.new"_s));
-    ASSERT_TRUE(old.open(QIODevice::ReadWrite));
-    old.setFileTime(QDateTime::currentDateTime().addDays(-2), QFileDevice::FileModificationTime);
-    old.close();
+    QFile abandoned(folder.path(u"arvo/arvo-1-1.new"_s));
+    ASSERT_TRUE(abandoned.open(QIODevice::ReadWrite));
+    abandoned.setFileTime(QDateTime::currentDateTime().addDays(-2), QFileDevice::FileModificationTime);
+    abandoned.close();
     {
         const db::UnfinishedFile file(path);
         EXPECT_NE(file.path(), path);

@@ -284,3 +284,30 @@ TEST_F(JetTest, WhatADamagedFileLosesIsToldOrNothingComesOver)
     }
     EXPECT_GT(refused, 20);
 }
+
+TEST_F(JetTest, StoppedByTheUserTheFileStaysAsItIs)
+{
+    takeSample(u"suite-old-2"_s);
+    const QByteArray before = bytes();
+    int whileReading = 0;
+    int whileConverting = 0;
+    for (int looks = 0;; ++looks) {
+        SCOPED_TRACE(looks);
+        StopAt stop(looks);
+        progress = &stop;
+        const bool isConnected = connect({Answer::Yes});
+        EXPECT_EQ(errors(), QStringList());
+        if (session.isUpdatable())
+            break;
+        (isConnected ? whileConverting : whileReading) += 1;
+        EXPECT_EQ(said(Entry::Kind::Status).filter(u"cancelled."_s).size(), 1);
+        if (isConnected) {
+            EXPECT_EQ(number(u"SELECT COUNT(*) FROM report"_s), 1200);
+        }
+        session.close();
+        EXPECT_EQ(bytes(), before);
+        EXPECT_EQ(folder.names(u"arvo"_s).filter(u".new"_s), QStringList());
+    }
+    EXPECT_GT(whileReading, 0);
+    EXPECT_GT(whileConverting, 3);
+}

@@ -51,3 +51,18 @@ protected:
 
 /// A component of six tubes with labels of its own for rows, of which number 2 has none.
 ellery::SteamGen smallSteamGen();
+
+/// Wants to stop at that look.
+class StopAt : public tarnwick::Progress
+{
+public:
+    explicit StopAt(int looks)
+        : m_looks(looks)
+    {
+    }
+    void report(qint64 done, qint64 total, const QString &) override { EXPECT_LE(done, total); }
+    bool cancelled() override { return m_looks-- <= 0; }
+
+private:
+    int m_looks;
+};

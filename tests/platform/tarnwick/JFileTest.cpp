@@ -5,7 +5,9 @@
 #include <tarnwick/JFile.h>
 #include <tarnwick/JMacro.h>
 
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
@@ -128,7 +130,7 @@ TEST(JFile, falseCountsTakeNoMemory)
 TEST(FileWriter, replacesWholeFilesOnly)
 {
     const support::TemporaryFolder folder;
-    const QString path = folder.path(u"new/sub/file.txt"_s);
+    const QString path = folder.path(u"new/file.txt"_s);
     writeFileAtomically(path, "first");
     EXPECT_EQ(readFile(path), "first");
 
@@ -140,7 +142,7 @@ TEST(FileWriter, replacesWholeFilesOnly)
         abandoned.write("third");
     }
     EXPECT_EQ(readFile(path), "first");
-    EXPECT_EQ(folder.names(u"new/sub"_s), QStringList{u"file.txt"_s});
+    EXPECT_EQ(folder.names(u"new"_s), QStringList{u"file.txt"_s});
 
     AtomicFile file(path);
     file.write("two ");
@@ -159,6 +161,42 @@ TEST(FileWriter, saysWhatCannotBeReadOrWritten)
     EXPECT_EQ(readFile(folder.path(u"file"_s), 5), "12345");
     EXPECT_THROW(writeFileAtomically(folder.path(u"file/below.txt"_s), "x"), FileError);
     EXPECT_THROW(writeFileAtomically(folder.path(), "x"), FileError);
+}
+
+TEST(FileWriter, keepsTheReasonOfTheSystem)
+{
+    const support::TemporaryFolder folder;
+    folder.write(u"file"_s, "old");
+    // Files may grow to so many bytes and no further, as on a disk that is nearly full.
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{1000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    QString whileWriting;
+    QString atTheEnd;
+    AtomicFile file(folder.path(u"file"_s));
+    try {
+        file.write(QByteArray(1 << 20, 'x'));
+    } catch (const FileError &error) {
+        whileWriting = error.reason();
+    }
+    setrlimit(RLIMIT_FSIZE, &before);
+    try {
+        file.commit();
+    } catch (const FileError &error) {
+        atTheEnd = error.reason();
+    }
+    EXPECT_EQ(whileWriting, u"cannot be written: File too large."_s);
+    EXPECT_EQ(atTheEnd, whileWriting);
+    EXPECT_EQ(readFile(folder.path(u"file"_s)), "old");
+}
+
+TEST(FileWriter, doesNotBringBackAFolderThatHasGone)
+{
+    const support::TemporaryFolder folder;
+    EXPECT_THROW(writeFileAtomically(folder.path(u"gone/plans/file.txt"_s), "x"), FileError);
+    EXPECT_FALSE(QFileInfo::exists(folder.path(u"gone"_s)));
 }
 
 TEST(JMacro, expandsKnownNamesOnce)

@@ -100,6 +100,12 @@ bool BindContext::wantsSuggestion(const QString &name) const
     return m_parameters.size() < MostSuggestions && !m_parameterIds.contains(keyOf(name));
 }
 
+QList<CrosstabHeading> BindContext::readHeadings(const Transform &transform)
+{
+    m_dependsOnData = true;
+    return m_readHeadings(transform);
+}
+
 void BindContext::noteUse(int id, DataType type)
 {
     BoundParameter &entry = m_parameters[size_t(id)];

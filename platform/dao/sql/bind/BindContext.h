@@ -4,6 +4,7 @@
 #include <dao/sql/Compiled.h>
 #include <dao/values/Errors.h>
 #include <QHash>
+#include <utility>
 
 namespace dao::sql::bound {
 
@@ -60,7 +61,16 @@ public:
     QList<Parameter> finalParameters() const;
     /// Position (from 1) of each parameter id in finalParameters().
     QList<int> parameterPositions() const;
-    void forbidParameters() { m_parametersForbidden = true; }
+    /// Returns what held before.
+    bool forbidParameters(bool forbid = true) { return std::exchange(m_parametersForbidden, forbid); }
+
+    // Cross tables as sources.
+    using ReadHeadings = std::function<QList<CrosstabHeading>(const Transform &)>;
+    void setReadHeadings(ReadHeadings read) { m_readHeadings = std::move(read); }
+    bool canReadHeadings() const { return bool(m_readHeadings); }
+    /// Looks into the data: what is bound afterwards fits this moment only.
+    QList<CrosstabHeading> readHeadings(const Transform &transform);
+    bool dependsOnData() const { return m_dependsOnData; }
 
     // Failures. Places inside a stored query are shown as the place of its name in the user's text.
     [[noreturn]] void fail(int number, Range where, const QStringList &arguments = {}, const QString &hint = {}) const;
@@ -114,6 +124,8 @@ private:
     int m_sources = 0;
     int m_level = 0;
     bool m_parametersForbidden = false;
+    ReadHeadings m_readHeadings;
+    bool m_dependsOnData = false;
 };
 
 } // namespace dao::sql::bound

@@ -116,6 +116,42 @@ const Query *subqueryOf(const Expr &expr)
         expr.node);
 }
 
+void forEachExpr(const Query &query, const std::function<void(const Expr &)> &visit)
+{
+    const auto visitOne = [&](const ExprPtr &expr) {
+        if (expr)
+            visit(*expr);
+    };
+    const std::function<void(const From &)> visitFrom = [&](const From &from) {
+        if (from.source)
+            return;
+        visitOne(from.on);
+        visitFrom(*from.left);
+        visitFrom(*from.right);
+    };
+    for (const QueryPart &part : query.parts) {
+        if (part.nested) {
+            forEachExpr(*part.nested, visit);
+            continue;
+        }
+        const Select &select = *part.select;
+        for (const OutputColumn &column : select.columns)
+            visitOne(column.expr);
+        for (const FromPtr &from : select.from)
+            visitFrom(*from);
+        visitOne(select.where);
+        for (const ExprPtr &key : select.groupBy)
+            visitOne(key);
+        visitOne(select.having);
+        for (const OrderKey &key : select.order)
+            visitOne(key.expr);
+        for (const auto &source : select.sources) {
+            if (source->query)
+                forEachExpr(*source->query, visit);
+        }
+    }
+}
+
 bool anyPart(const Expr &expr, const std::function<bool(const Expr &)> &test)
 {
     if (test(expr))
@@ -134,6 +170,8 @@ bool sameExpr(const Expr &left, const Expr &right)
         return false;
     if (const Literal *literal = left.as<Literal>())
         return literal->value == right.as<Literal>()->value;
+    if (const Heading *heading = left.as<Heading>())
+        return heading->value == right.as<Heading>()->value;
     const std::vector<const Expr *> mine = childrenOf(left);
     const std::vector<const Expr *> others = childrenOf(right);
     return std::equal(mine.begin(), mine.end(), others.begin(), others.end(),

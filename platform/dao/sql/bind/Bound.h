@@ -186,9 +186,10 @@ struct Same
     ExprPtr left;
     ExprPtr right;
 };
-/// The value of a cross table's heading, which is only known when it is run.
+/// The value of a cross table's heading: as inner SQL, or empty when it is only known once the table is run.
 struct Heading
 {
+    QString value;
 };
 /// A domain function whose texts are only known when a row is read; run through the engine again.
 struct DomainCall
@@ -341,6 +342,8 @@ struct Delete
 void forEachChild(const Expr &expr, const std::function<void(const ExprPtr &)> &visit);
 /// The subquery of an expression, or null.
 const Query *subqueryOf(const Expr &expr);
+/// The expressions of all clauses of a query and of the sources in its FROM.
+void forEachExpr(const Query &query, const std::function<void(const Expr &)> &visit);
 /// True when the expression, or a part of it outside subqueries, satisfies the test.
 bool anyPart(const Expr &expr, const std::function<bool(const Expr &)> &test);
 /// The same expression over the same sources. Subqueries are the same only when they are one tree.

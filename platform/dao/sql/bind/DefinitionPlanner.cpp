@@ -78,8 +78,7 @@ void DefinitionPlanner::addConstraint(Constraints &constraints, const ast::Const
         constraints.relations.append(relationOf(constraint, table));
         return;
     case ast::Constraint::Kind::Check:
-        constraints.checks.append(constraint.check);
-        constraints.checkName = constraint.name;
+        constraints.checks.append({constraint.name, constraint.check});
         return;
     case ast::Constraint::Kind::NotNull:
         return;
@@ -166,8 +165,7 @@ Plan DefinitionPlanner::plan(const ast::CreateTable &node) const
         addConstraint(constraints, constraint, plan.table);
     }
     plan.table.indexes = constraints.indexes;
-    for (const QString &check : constraints.checks)
-        plan.table.validationRule += (plan.table.validationRule.isEmpty() ? u"("_s : u" And ("_s) + check + u')';
+    plan.checks = constraints.checks;
     plan.relations = constraints.relations;
     return plan;
 }
@@ -184,15 +182,14 @@ Plan DefinitionPlanner::change(const ast::AlterTable::AddField &change, const Ta
     if (table.field(name.name))
         m_context.fail(error::FieldExists, name.range, {name.name, table.name});
     TableInfo widened = table;
-    AddFieldPlan plan{table.name, fieldOf(change.field), {}, {}};
+    AddFieldPlan plan{table.name, fieldOf(change.field), {}, {}, {}};
     plan.field.ordinal = int(table.fields.size());
     widened.fields.append(plan.field);
     Constraints constraints;
     addFieldConstraints(constraints, plan.field, change.field, widened);
     plan.indexes = constraints.indexes;
     plan.relations = constraints.relations;
-    if (!constraints.checks.isEmpty())
-        plan.field.validationRule = constraints.checks.join(u" And ");
+    plan.checks = constraints.checks;
     return plan;
 }
 
@@ -223,9 +220,7 @@ Plan DefinitionPlanner::change(const ast::Constraint &change, const TableInfo &t
 {
     Constraints constraints;
     addConstraint(constraints, change, table);
-    AddConstraintPlan plan{table.name, constraints.indexes, constraints.relations, constraints.checkName, {}};
-    if (!constraints.checks.isEmpty())
-        plan.check = constraints.checks.constFirst();
+    AddConstraintPlan plan{table.name, constraints.indexes, constraints.relations, constraints.checks.value(0)};
     if (change.kind == ast::Constraint::Kind::NotNull) {
         // One field that must have a value: the field as it is, but required.
         AlterFieldPlan alter{table.name, *table.field(change.fields.front().name)};

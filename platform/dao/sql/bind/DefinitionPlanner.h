@@ -26,8 +26,7 @@ private:
     {
         QList<IndexInfo> indexes;
         QList<RelationInfo> relations;
-        QStringList checks;
-        QString checkName;
+        QList<NamedCheck> checks;
     };
 
     const TableInfo &tableNamed(const ast::NameAt &name) const;

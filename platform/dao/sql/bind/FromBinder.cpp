@@ -13,6 +13,13 @@ namespace {
 // What the inner engine can join.
 constexpr size_t MaxJoined = 60;
 
+bool isTopOfOneTable(const Query &query)
+{
+    const Select *select = query.singleSelect();
+    return select && select->top && select->sources.size() == 1 && select->sources.front()->table &&
+           !select->aggregated && !select->distinct;
+}
+
 /// True when the rows of a query are those of its tables, so that it can be melted into the query around it.
 bool canMelt(const Query &query, bool nullable)
 {
@@ -54,7 +61,7 @@ std::shared_ptr<From> SelectBinder::bindNode(const ast::NamedTable &node, const 
         return addBaseTable(*info, table.alias.isEmpty() ? info->name : table.alias, nameRange, nullable);
     if (const QueryInfo *info = m_context.schema().findQuery(node.name)) {
         const QString name = table.alias.isEmpty() ? info->name : table.alias;
-        return addQuery(bindStoredQuery(*info, nameRange), name, nameRange, nullable);
+        return addQuery([&] { return bindStoredQuery(*info, nameRange); }, name, nameRange, nullable);
     }
     m_context.fail(error::UnknownSource, nameRange, {node.name},
                    didYouMean(node.name, m_context.schema().sourceNames()));
@@ -62,8 +69,8 @@ std::shared_ptr<From> SelectBinder::bindNode(const ast::NamedTable &node, const 
 
 std::shared_ptr<From> SelectBinder::bindNode(const ast::DerivedTable &node, const ast::TableRef &table, bool nullable)
 {
-    std::shared_ptr<Query> query = QueryBinder(m_context, m_scope.outer()).bind(*node.query);
-    return addQuery(std::move(query), table.alias, table.range, nullable);
+    return addQuery([&] { return QueryBinder(m_context, m_scope.outer()).bind(*node.query); }, table.alias, table.range,
+                    nullable);
 }
 
 std::shared_ptr<From> SelectBinder::bindNode(const ast::Join &node, const ast::TableRef &, bool nullable)
@@ -132,17 +139,19 @@ std::shared_ptr<Query> SelectBinder::bindStoredQuery(const QueryInfo &info, Rang
 // What is read by another query must have its columns known before it is run.
 std::shared_ptr<Query> SelectBinder::bindStoredTransform(const ast::Transform &node)
 {
-    if (node.headings.empty())
+    if (node.headings.empty() && !m_context.canReadHeadings())
         m_context.fail(error::SyntaxInTransform, node.select.range, {},
                        u"A cross table that another query reads needs fixed headings: PIVOT ... IN (...)."_s);
     auto query = std::make_shared<Query>();
-    query->parts.push_back({TransformBinder(m_context).bind(node).select, nullptr, false});
+    query->parts.push_back({TransformBinder(m_context).bindSource(node), nullptr, false});
     return query;
 }
 
-std::shared_ptr<From> SelectBinder::addQuery(std::shared_ptr<Query> query, const QString &name, Range range,
-                                             bool nullable)
+std::shared_ptr<From> SelectBinder::addQuery(const BindQuery &bind, const QString &name, Range range, bool nullable)
 {
+    const std::shared_ptr<Query> query = bind();
+    if (!nullable && isTopOfOneTable(*query))
+        replaceTop(*query->parts.front().select, bind, range);
     ScopeSource scoped{name, {}};
     if (canMelt(*query, nullable)) {
         std::shared_ptr<From> from = meltQuery(*query, scoped, nullable);
@@ -163,6 +172,25 @@ std::shared_ptr<From> SelectBinder::addQuery(std::shared_ptr<Query> query, const
     leaf->source = source.get();
     m_select->sources.push_back(std::move(source));
     return leaf;
+}
+
+// The first rows of a table are those rows of it whose keys are among the first: said so, they can be changed like any
+// others.
+void SelectBinder::replaceTop(Select &select, const BindQuery &bindAgain, Range range)
+{
+    constexpr double WholePercent = 100;
+    const Top top = *std::exchange(select.top, std::nullopt);
+    if (top.percent && top.count >= WholePercent)
+        return;
+    const std::shared_ptr<Query> first = bindAgain();
+    Select &rows = *first->parts.front().select;
+    const auto keyOf = [&](const Select &of) {
+        return m_context.make(range, DataType::Long, Key{of.sources.front().get()}, true);
+    };
+    const ExprPtr key = keyOf(rows);
+    rows.columns.clear();
+    rows.columns.push_back({outputInfo({}, *key), key, true, {}});
+    select.where = m_context.make(range, DataType::Boolean, InQuery{keyOf(select), first, false});
 }
 
 // The tables of the inner query become tables of this one, its condition one more term, its columns names for what they

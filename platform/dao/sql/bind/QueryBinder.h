@@ -44,7 +44,7 @@ public:
     const Scope &scope() const { return m_scope; }
     const std::shared_ptr<Select> &select() const { return m_select; }
     /// Error 3122 for a column outside aggregates and group keys. place: of the whole expression in the text.
-    void checkGrouped(const Expr &expr, Range place) const;
+    void checkGrouped(const Expr &expr, Range place) const { checkGrouped(expr, place, false); }
 
 private:
     struct Alias
@@ -67,7 +67,9 @@ private:
     std::shared_ptr<From> bindNode(const ast::DerivedTable &node, const ast::TableRef &table, bool nullable);
     std::shared_ptr<From> bindNode(const ast::Join &node, const ast::TableRef &table, bool nullable);
     std::shared_ptr<From> addBaseTable(const TableInfo &info, const QString &name, Range range, bool nullable);
-    std::shared_ptr<From> addQuery(std::shared_ptr<Query> query, const QString &name, Range range, bool nullable);
+    using BindQuery = std::function<std::shared_ptr<Query>()>;
+    std::shared_ptr<From> addQuery(const BindQuery &bind, const QString &name, Range range, bool nullable);
+    void replaceTop(Select &select, const BindQuery &bindAgain, Range range);
     std::shared_ptr<From> meltQuery(const Query &query, ScopeSource &source, bool nullable);
     std::shared_ptr<Query> bindStoredQuery(const QueryInfo &info, Range range);
     std::shared_ptr<Query> bindStoredTransform(const ast::Transform &node);
@@ -87,6 +89,7 @@ private:
     void inheritOrder();
     void bindDistinctRow();
     void checkClauses(const ast::Select &select);
+    void checkGrouped(const Expr &expr, Range place, bool inSubquery) const;
 
     BindContext &m_context;
     Scope m_scope;

@@ -266,15 +266,16 @@ void SelectBinder::checkClauses(const ast::Select &select)
         checkGrouped(*key.expr, key.expr->range);
 }
 
-// Every column outside an aggregate must be part of a group key.
-void SelectBinder::checkGrouped(const Expr &expr, Range place) const
+// Every column outside an aggregate must be part of a group key, also where a subquery refers to it: there, its own
+// aggregates run over other rows.
+void SelectBinder::checkGrouped(const Expr &expr, Range place, bool inSubquery) const
 {
     // Parts of a melted query have places in its text, not in this one.
     if (expr.range.start >= place.start && expr.range.end() <= place.end())
         place = expr.range;
     const bool isKey = std::any_of(m_select->groupBy.begin(), m_select->groupBy.end(),
                                    [&expr](const ExprPtr &key) { return sameExpr(*key, expr); });
-    if (isKey || expr.as<Aggregate>())
+    if (isKey || (expr.as<Aggregate>() && !inSubquery))
         return;
     const FieldRef *column = expr.as<FieldRef>();
     const Output *output = expr.as<Output>();
@@ -288,7 +289,9 @@ void SelectBinder::checkGrouped(const Expr &expr, Range place) const
         }
         return;
     }
-    forEachChild(expr, [this, place](const ExprPtr &child) { checkGrouped(*child, place); });
+    forEachChild(expr, [&](const ExprPtr &child) { checkGrouped(*child, place, inSubquery); });
+    if (const Query *subquery = subqueryOf(expr))
+        forEachExpr(*subquery, [&](const Expr &part) { checkGrouped(part, place, true); });
 }
 
 } // namespace dao::sql::bound

@@ -4,16 +4,41 @@
 
 #include <dao/values/OleDate.h>
 
+#include <QScopeGuard>
+
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::bound {
 
 Transform TransformBinder::bind(const ast::Transform &node)
 {
+    SelectBinder binder(m_context, nullptr);
+    return bindWith(binder, node);
+}
+
+std::shared_ptr<Select> TransformBinder::bindSource(const ast::Transform &node)
+{
+    SelectBinder binder(m_context, nullptr);
+    Transform bound = bindWith(binder, node);
+    if (!bound.cell)
+        return bound.select;
+    const QList<CrosstabHeading> headings = m_context.readHeadings(bound);
+    const qsizetype count = qsizetype(bound.select->columns.size()) + headings.size();
+    if (count > maxCrosstabColumns)
+        m_context.fail(error::TooManyCrosstabColumns, node.pivot->range, {QString::number(count)});
+    for (const CrosstabHeading &heading : headings) {
+        const ExprPtr value = m_context.make(node.pivot->range, bound.pivot->type, Heading{heading.valueSql}, true);
+        addHeadingColumn(bound, heading.name, cell(binder, node, bound.pivot, value));
+    }
+    return bound.select;
+}
+
+Transform TransformBinder::bindWith(SelectBinder &binder, const ast::Transform &node)
+{
     checkClauses(node);
     // A name that resolves to nothing is no parameter here: those must be declared.
-    m_context.forbidParameters();
-    SelectBinder binder(m_context, nullptr);
+    const bool before = m_context.forbidParameters();
+    const auto restore = qScopeGuard([&] { m_context.forbidParameters(before); });
     Transform bound;
     bound.select = binder.bind(node.select);
     bound.pivot = binder.expressions(clause::groupBy).bind(*node.pivot);
@@ -65,12 +90,17 @@ void TransformBinder::addFixedHeadings(Transform &bound, SelectBinder &binder, c
         if (names.contains(name, Qt::CaseInsensitive))
             m_context.fail(error::DuplicatePivotValue, item->range, {name});
         names.append(name);
-        OutputColumn column;
-        column.expr = cell(binder, node, bound.pivot, heading);
-        column.info = outputInfo(name, *column.expr);
-        column.named = true;
-        bound.select->columns.push_back(std::move(column));
+        addHeadingColumn(bound, name, cell(binder, node, bound.pivot, heading));
     }
+}
+
+void TransformBinder::addHeadingColumn(Transform &bound, const QString &name, ExprPtr cell) const
+{
+    OutputColumn column;
+    column.expr = std::move(cell);
+    column.info = outputInfo(name, *column.expr);
+    column.named = true;
+    bound.select->columns.push_back(std::move(column));
 }
 
 QString TransformBinder::headingName(const Value &value) const

@@ -13,8 +13,12 @@ public:
     }
 
     Transform bind(const ast::Transform &node);
+    /// As the source of another query, with all of its columns: where the headings are not fixed, the data tells them.
+    std::shared_ptr<Select> bindSource(const ast::Transform &node);
 
 private:
+    Transform bindWith(SelectBinder &binder, const ast::Transform &node);
+    void addHeadingColumn(Transform &bound, const QString &name, ExprPtr cell) const;
     void checkClauses(const ast::Transform &node) const;
     ExprPtr cell(SelectBinder &binder, const ast::Transform &node, const ExprPtr &pivot, ExprPtr heading);
     void addFixedHeadings(Transform &bound, SelectBinder &binder, const ast::Transform &node);

@@ -105,32 +105,6 @@ DataType commonType(DataType left, DataType right)
     return wider == DataType::Boolean ? DataType::Integer : wider;
 }
 
-int sizeOf(DataType type)
-{
-    switch (type) {
-    case DataType::Boolean:
-    case DataType::Byte:
-        return 1;
-    case DataType::Integer:
-        return 2;
-    case DataType::Long:
-    case DataType::Single:
-        return 4;
-    case DataType::Currency:
-    case DataType::Double:
-    case DataType::Decimal:
-    case DataType::Date:
-        return 8;
-    case DataType::Guid:
-        return 16;
-    case DataType::Text:
-    case DataType::Binary:
-        return 255;
-    default:
-        return 0;
-    }
-}
-
 FieldInfo outputInfo(const QString &name, const Expr &expr)
 {
     FieldInfo info;

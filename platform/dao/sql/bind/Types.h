@@ -1,6 +1,8 @@
 #pragma once
 #include "Bound.h"
 
+#include <dao/values/TypeSize.h>
+
 namespace dao::sql::bound {
 
 /// What may be compared with what.
@@ -11,8 +13,6 @@ Family familyOf(DataType type);
 DataType arithmeticType(BinaryOp op, DataType left, DataType right);
 /// The type that holds values of both; Unknown counts as nothing. Text, when only text holds both.
 DataType commonType(DataType left, DataType right);
-/// Bytes of a value, 255 for a text whose length is not known, 0 for memos and binaries.
-int sizeOf(DataType type);
 
 /// What the user sees of an output column: of a plain field all that the table knows, of an expression its type. A
 /// truth value that is no field is a number, -1 or 0.

@@ -218,6 +218,7 @@ Generator::Piece Generator::valueOf(const Key &node, const Expr &)
 // A parameter has one type; a use that asks for another kind of value converts it.
 Generator::Piece Generator::valueOf(const bound::ParameterRef &node, const Expr &expr)
 {
+    m_usesParameters = true;
     const int position = m_positions[node.id];
     const QString text = m_target.parameterPrefix + QString::number(position);
     const DataType type = m_parameters[position - 1].type;
@@ -368,6 +369,9 @@ Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
     const bool counts = name == u"Count";
     const bool native = extreme || counts || name == u"Sum" || name == u"Avg";
     QString list = !node.argument ? u"*"_s : extreme ? sortable(*node.argument) : value(*node.argument).text;
+    // Whole numbers that are computed may be larger than those of a field, and their sum than the inner engine holds.
+    if (name == u"Sum" && node.argument->as<Arithmetic>() && isIntegerType(node.argument->type))
+        list = u"1.0 * ("_s + list + u')';
     for (const Source *source : node.order)
         list += u", "_s + keyText(*source);
     QString text = (native ? name.toString().toLower() : ownFunction(name)) + u'(' + list + u')';
@@ -381,9 +385,11 @@ Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
     return rounds ? call(u"to_currency", text) : Piece{text, rank::Primary};
 }
 
-Generator::Piece Generator::valueOf(const Heading &, const Expr &)
+Generator::Piece Generator::valueOf(const Heading &node, const Expr &)
 {
-    return {QString(headingMark), rank::Primary};
+    if (node.value.isEmpty())
+        return {QString(headingMark), rank::Primary};
+    return {node.value, node.value.startsWith(u'-') ? rank::Sign : rank::Primary};
 }
 
 Generator::Piece Generator::valueOf(const DomainCall &node, const Expr &)

@@ -109,7 +109,13 @@ private:
     void planColumns(SelectPlan &plan, const bound::Query &query) const;
     void planKeys(SelectPlan &plan, const bound::Select &select);
     QString rowText(const bound::Select &select, const std::vector<const bound::Source *> &sources);
+
+    // Changes.cpp
     ActionPlan updateJoined(const bound::Update &update);
+    QString asking(const QString &condition) const;
+    QString gathered() const;
+    ActionPlan::Step gather(const QString &rows, bool keyed) const;
+    ActionPlan::Step dropGathered() const;
 
     const bound::BindContext &m_context;
     const Target &m_target;
@@ -118,6 +124,7 @@ private:
     QSet<const bound::Source *> m_grouped;
     bool m_standalone = false;
     bool m_pure = true;
+    bool m_usesParameters = false;
     int m_derived = 0;
 };
 

@@ -17,8 +17,9 @@ const Target &sqliteTarget()
         .limit = u" LIMIT ",
         .lesser = u"min",
         .greater = u"max",
-        .updateTable = u"_update",
+        .gatherTable = u"_gathered",
         .temporary = u"temp",
+        .stopFunction = u"dao_cancelled",
     };
     return target;
 }

@@ -38,6 +38,7 @@ SelectPlan Generator::transform(const Transform &transform)
     Select values;
     values.from = select.from;
     values.where = select.where;
+    m_usesParameters = false;
     const QString pivot = sortable(*transform.pivot);
     const QString cell = u"_p"_s;
     const QString function = transform.pivot->type == DataType::Date     ? u"as_text_date"_s
@@ -46,6 +47,7 @@ SelectPlan Generator::transform(const Transform &transform)
     crosstab.valuesSql = u"SELECT coalesce("_s + call(function, cell).text + u", '<>'), quote("_s + cell +
                          u") FROM (SELECT DISTINCT "_s + pivot + u" AS "_s + cell + tail(values) + u") ORDER BY "_s +
                          cell;
+    crosstab.valuesNeedParameters = m_usesParameters;
     plan.crosstab = crosstab;
     return plan;
 }
@@ -54,11 +56,10 @@ SelectPlan Generator::transform(const Transform &transform)
 
 SelectPlan withHeadings(const SelectPlan &plan, const QList<CrosstabHeading> &headings)
 {
-    constexpr qsizetype MaxColumns = 255;
     SelectPlan complete = plan;
     const CrosstabPlan &crosstab = *plan.crosstab;
     const qsizetype count = plan.columns.size() + headings.size();
-    if (count > MaxColumns)
+    if (count > maxCrosstabColumns)
         raise(error::TooManyCrosstabColumns, u"DAO.Database"_s, {QString::number(count)});
     complete.fullSql = crosstab.head;
     for (const CrosstabHeading &heading : headings) {

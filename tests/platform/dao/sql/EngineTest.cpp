@@ -73,6 +73,108 @@ TEST_F(EngineTest, ACrossTableTakesItsColumnsFromItsData)
     EXPECT_EQ(rows(u"Areas"_s), u"who|East|North|South\nAnn|-|10|5\nBob|1|7.25|-"_s);
 }
 
+TEST_F(EngineTest, ACrossTableIsReadByOtherQueries)
+{
+    m_database.createQuery({u"Areas"_s, u"TRANSFORM Sum(amount) SELECT who FROM sales GROUP BY who PIVOT area"_s});
+    const QString north = u"SELECT who, North FROM Areas WHERE South Is Null"_s;
+    EXPECT_EQ(rows(u"SELECT * FROM Areas ORDER BY who DESC"_s), u"who|North|South\nBob|7.25|-\nAnn|10|5"_s);
+    EXPECT_EQ(rows(north), u"who|North\nBob|7.25"_s);
+    EXPECT_EQ(rows(u"SELECT a.who, b.South FROM Areas AS a INNER JOIN Areas AS b ON a.North > b.North"_s),
+              u"who|South\nAnn|-"_s);
+    dao::QueryDef query(m_database, u"SELECT * FROM Areas WHERE North > [least]"_s);
+    query.setParameter(0, Value::fromDouble(8));
+    EXPECT_EQ(query.fieldCount(), 3) << "a name that is not found is a parameter of the query around it";
+    // The columns are those of the data at the time of the run.
+    m_database.execute(u"INSERT INTO sales (who, area, amount) VALUES ('Bob', 'East', 1)"_s);
+    dao::Recordset set(m_database);
+    set.open(dao::Recordset::Type::Dynaset, query);
+    EXPECT_EQ(set.fieldCount(), 4);
+    m_database.execute(u"INSERT INTO sales (who, area, amount) VALUES ('Ann', 'West', 1)"_s);
+    set.requery();
+    EXPECT_EQ(set.fieldCount(), 5);
+    EXPECT_EQ(set.recordCount(), 1);
+    EXPECT_EQ(m_database.execute(u"SELECT * INTO kept FROM Areas"_s), 2);
+    EXPECT_EQ(rows(u"SELECT * FROM kept WHERE East = 1"_s), u"who|East|North|South|West\nBob|1|7.25|-|-"_s);
+    // Headings that depend on a value nobody has given yet cannot be known.
+    m_database.createQuery({u"Above"_s, u"PARAMETERS [least] Currency; TRANSFORM Sum(amount) SELECT who FROM sales "
+                                        "WHERE amount > [least] GROUP BY who PIVOT area"_s});
+    EXPECT_EQ(errorOf(u"SELECT * FROM Above"_s), 3143);
+}
+
+TEST_F(EngineTest, ADefinitionOfACrossTableKnowsItsColumns)
+{
+    dao::QueryDef query(m_database, u"PARAMETERS [least] Currency; TRANSFORM Sum(amount) SELECT who FROM sales "
+                                    "WHERE amount > [least] GROUP BY who PIVOT area"_s);
+    EXPECT_EQ(query.fieldCount(), 1) << "only the row heads, before the parameter has a value";
+    query.setParameter(0, Value::fromDouble(6));
+    ASSERT_EQ(query.fieldCount(), 2);
+    EXPECT_EQ(query.field(1).name, u"North"_s);
+    EXPECT_EQ(query.field(1).type, dao::DataType::Currency);
+    query.setParameter(0, Value::fromDouble(1));
+    EXPECT_EQ(query.fieldCount(), 3);
+    m_database.execute(u"DELETE FROM sales WHERE area = 'North'"_s);
+    EXPECT_EQ(query.fieldCount(), 2);
+}
+
+TEST_F(EngineTest, TheFirstRowsOfATableCanBeChanged)
+{
+    m_database.createQuery({u"Best"_s, u"SELECT TOP 2 id, who, amount FROM sales ORDER BY amount DESC"_s});
+    dao::Recordset set(m_database);
+    set.open(dao::Recordset::Type::Dynaset, u"SELECT who, amount FROM Best WHERE amount < 9"_s);
+    ASSERT_EQ(set.recordCount(), 1);
+    ASSERT_TRUE(set.isUpdatable());
+    set.edit();
+    set.setValue(u"who"_s, Value::fromText(u"Cid"_s));
+    set.update();
+    EXPECT_EQ(rows(u"SELECT * FROM Best"_s), u"id|who|amount\n1|Ann|10\n3|Cid|7.25"_s);
+    EXPECT_EQ(m_database.execute(u"UPDATE Best SET amount = amount + 1 WHERE who = 'Ann'"_s), 1);
+    EXPECT_EQ(m_database.execute(u"DELETE FROM Best WHERE who = 'Cid'"_s), 1);
+    EXPECT_EQ(rows(u"SELECT amount FROM sales"_s), u"amount\n11\n5"_s);
+    EXPECT_EQ(
+        rows(u"SELECT s.who, b.amount FROM sales AS s INNER JOIN (SELECT TOP 1 * FROM sales) AS b ON s.id > b.id"_s),
+        u"who|amount\nAnn|11"_s);
+    m_database.createQuery({u"Whole"_s, u"SELECT TOP 100 PERCENT * FROM sales ORDER BY amount"_s});
+    EXPECT_EQ(rows(u"SELECT amount FROM Whole"_s), u"amount\n5\n11"_s);
+    EXPECT_EQ(rows(u"SELECT who, Sum(amount) AS s FROM Best GROUP BY who"_s), u"who|s\nAnn|16"_s);
+}
+
+TEST_F(EngineTest, WholeNumbersGoOnBeyondTheirType)
+{
+    m_database.execute(u"CREATE TABLE n (x LONG)"_s);
+    m_database.execute(u"INSERT INTO n VALUES (2147483647)"_s);
+    m_database.execute(u"INSERT INTO n VALUES (2147483647)"_s);
+    dao::Recordset set(m_database);
+    set.open(dao::Recordset::Type::Dynaset, u"SELECT x + x AS a, x * x AS b, x * x * x AS c FROM n"_s);
+    EXPECT_EQ(set.value(0), Value::fromDouble(4294967294.0));
+    EXPECT_EQ(set.value(1), Value::fromDouble(4611686014132420609.0));
+    EXPECT_GT(set.value(2).real(), 9.9e27);
+    set.open(dao::Recordset::Type::Dynaset, u"SELECT Sum(x) AS a, Sum(x * x) AS b, Sum(x * x * 2) AS c FROM n"_s);
+    EXPECT_EQ(set.value(0), Value::fromDouble(4294967294.0));
+    EXPECT_EQ(set.value(1), Value::fromDouble(9223372028264841218.0)) << "nor is there an end at 64 bits";
+    EXPECT_GT(set.value(2).real(), 1.8e19);
+    EXPECT_EQ(errorOf(u"SELECT CLng(x + 1) AS a FROM n"_s), 6);
+    try {
+        m_database.execute(u"UPDATE n SET x = x + 1"_s);
+        ADD_FAILURE();
+    } catch (const dao::DaoException &exception) {
+        EXPECT_EQ(exception.number(), 3349);
+    }
+}
+
+TEST_F(EngineTest, AGroupedQueryShowsNoFieldOutsideItsKeysThroughASubquery)
+{
+    m_database.execute(u"CREATE TABLE bosses (who TEXT(20), area TEXT(20))"_s);
+    m_database.execute(u"INSERT INTO bosses VALUES ('Zoe', 'North')"_s);
+    const QString sql = u"SELECT %1 AS k, (SELECT Max(b.who) FROM bosses AS b WHERE b.area = sales.area) AS boss "
+                        "FROM sales GROUP BY %1 ORDER BY %1"_s;
+    EXPECT_EQ(errorOf(sql.arg(u"who"_s)), 3122);
+    EXPECT_EQ(rows(sql.arg(u"area"_s)), u"k|boss\nNorth|Zoe\nSouth|-"_s);
+    EXPECT_EQ(
+        errorOf(u"SELECT area FROM sales GROUP BY area HAVING Exists (SELECT * FROM bosses WHERE who = sales.who)"_s),
+        3122);
+    EXPECT_EQ(errorOf(u"SELECT area, (SELECT Sum(amount) FROM bosses) AS s FROM sales GROUP BY area"_s), 3122);
+}
+
 TEST_F(EngineTest, ATextThatIsTooDeepForTheInnerEngineIsTooComplex)
 {
     QString nested = u"1"_s;

@@ -112,6 +112,80 @@ TEST_F(ConstraintsTest, ARuleOfTheTableSpansItsFields)
     EXPECT_NE(raw(u"UPDATE r SET low = 5"_s), QString());
 }
 
+TEST_F(ConstraintsTest, AConditionOfTheTableIsDroppedByItsName)
+{
+    const auto tryRow = [&](int a, int b) {
+        return numberOf([&] { database.execute(u"INSERT INTO c (a, b) VALUES (%1, %2)"_s.arg(a).arg(b)); });
+    };
+    database.execute(u"CREATE TABLE c (a LONG CONSTRAINT least CHECK (a > 0), b LONG, CONSTRAINT most CHECK (b < 10), "
+                     "CONSTRAINT [in order] CHECK (a <= b Or (b Is Null)))"_s);
+    EXPECT_EQ(tryRow(0, 5), 3317);
+    EXPECT_EQ(tryRow(1, 10), 3317);
+    EXPECT_EQ(tryRow(6, 5), 3317);
+    EXPECT_EQ(numberOf([&] { database.execute(u"ALTER TABLE c ADD CONSTRAINT least CHECK (a > 1)"_s); }), 3375);
+    database.execute(u"ALTER TABLE c DROP CONSTRAINT MOST"_s);
+    EXPECT_EQ(tryRow(1, 10), 0);
+    EXPECT_EQ(tryRow(0, 5), 3317);
+    database.execute(u"ALTER TABLE c DROP CONSTRAINT least"_s);
+    EXPECT_EQ(tryRow(0, 5), 0);
+    EXPECT_EQ(tryRow(6, 5), 3317);
+    database.execute(u"ALTER TABLE c ADD COLUMN d LONG CONSTRAINT [not both] CHECK (d Is Null Or a Is Null)"_s);
+    EXPECT_EQ(numberOf([&] { database.execute(u"INSERT INTO c (a, d) VALUES (1, 1)"_s); }), 3317);
+    database.execute(u"ALTER TABLE c DROP CONSTRAINT [in order]"_s);
+    database.execute(u"ALTER TABLE c DROP CONSTRAINT [not both]"_s);
+    EXPECT_EQ(tryRow(6, 5), 0);
+    EXPECT_EQ(database.table(u"c").validationRule, QString());
+    EXPECT_EQ(numberOf([&] { database.execute(u"ALTER TABLE c DROP CONSTRAINT least"_s); }), 3371);
+    database.execute(u"DROP TABLE c"_s);
+    EXPECT_EQ(rawRows(u"SELECT count(*) FROM _dao_properties WHERE name LIKE 'Check:%'"_s), u"0"_s);
+}
+
+TEST_F(ConstraintsTest, ARuleOfTheTableMayNeedTheEngine)
+{
+    TableInfo info = table(
+        u"r"_s, {field(u"a"_s, DataType::Text, 10), field(u"b"_s, DataType::Text, 10), field(u"c"_s, DataType::Date)});
+    info.validationRule = u"StrComp(a, b) <= 0 And (c Is Null Or c < Date() + 1)"_s;
+    database.createTable(info);
+    const auto add = [&](const QString &a, const QString &b) {
+        return numberOf([&] { append(u"r"_s, {{u"a"_s, text(a)}, {u"b"_s, text(b)}}); });
+    };
+    EXPECT_EQ(add(u"x"_s, u"y"_s), 0);
+    EXPECT_EQ(add(u"y"_s, u"x"_s), 3317);
+    EXPECT_EQ(numberOf([&] { append(u"r"_s, {{u"b"_s, text(u"y"_s)}}); }), 0) << "Null passes";
+    EXPECT_EQ(numberOf([&] { database.execute(u"UPDATE r SET a = 'z'"_s); }), 3317);
+    EXPECT_EQ(numberOf([&] { database.execute(u"ALTER TABLE r ADD CONSTRAINT n CHECK (Len(a & b) > 1)"_s); }), 3317)
+        << "rows that are there count as well";
+    database.execute(u"ALTER TABLE r ADD CONSTRAINT n CHECK (Len(a & b) > 0)"_s);
+    EXPECT_EQ(raw(u"INSERT INTO r (a, b) VALUES ('y', 'x')"_s), QString()) << "other tools can still write";
+    TableInfo broken = info;
+    broken.name = u"broken"_s;
+    broken.validationRule = u"StrComp(a, nothing) < 0"_s;
+    EXPECT_EQ(numberOf([&] { database.createTable(broken); }), 3070);
+}
+
+TEST_F(ConstraintsTest, ARefusalSaysWhichFieldOrIndexItIsAbout)
+{
+    const auto hintOf = [&](const std::function<void()> &action) {
+        try {
+            action();
+        } catch (const DaoException &exception) {
+            return exception.hint();
+        }
+        return QString();
+    };
+    const auto insert = [&](const QString &name, const Value &value) {
+        return hintOf([&] { append(u"t"_s, {{u"site"_s, text(u"S"_s)}, {name, value}}); });
+    };
+    EXPECT_EQ(insert(u"site"_s, text(u"123456"_s)), u"Field 't.site' holds 5 characters."_s);
+    EXPECT_EQ(insert(u"pcnt"_s, text(u"many"_s)), u"It is field 't.pcnt'."_s);
+    EXPECT_EQ(hintOf([&] { database.execute(u"INSERT INTO t (site) VALUES ('123456')"_s); }),
+              u"Field 't.site' holds 5 characters."_s);
+    append(u"t"_s, {{u"site"_s, text(u"S"_s)}, {u"kind"_s, text(u"k"_s)}, {u"pcnt"_s, number(1)}});
+    EXPECT_EQ(hintOf([&] { database.execute(u"INSERT INTO t (site, kind, pcnt) VALUES ('S', 'K', 1)"_s); }),
+              u"It is index 'kinds' of table 't'."_s);
+    EXPECT_EQ(insert(u"id"_s, number(1)), u"It is index 'id' of table 't'."_s);
+}
+
 TEST_F(ConstraintsTest, UniqueIndexesCompareWithoutCaseAndAdmitNulls)
 {
     const QString duplicate =

@@ -186,6 +186,51 @@ TEST_F(DynasetTest, DeletedRowsStayCurrentUntilAMove)
     EXPECT_EQ(set->recordCount(), 1);
 }
 
+TEST_F(DynasetTest, ThousandsOfRowsAreDeletedOneByOne)
+{
+    constexpr int count = 20'000;
+    raw(u"DELETE FROM t"_s);
+    raw(u"INSERT INTO t (name, x) WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+        "SELECT 'n', i FROM n"_s.arg(count - 1));
+    const Transaction transaction(workspace);
+    open(u"SELECT x FROM t"_s);
+    const auto x = [&] { return set->value(0).integer(); };
+    std::vector<QByteArray> bookmarks;
+    for (; !set->isEof(); set->moveNext())
+        bookmarks.push_back(set->bookmark());
+    // Every third row, then every row that is left of the first half from its end.
+    for (set->moveFirst(); !set->isEof(); set->moveNext()) {
+        if (x() % 3 == 0)
+            set->deleteRow();
+    }
+    EXPECT_EQ(set->recordCount(), count - (count + 2) / 3);
+    for (const int row : {0, 1, 5000, 13'332}) {
+        set->setPosition(row);
+        EXPECT_EQ(x(), row / 2 * 3 + row % 2 + 1);
+        set->setBookmark(bookmarks[size_t(x())]);
+        EXPECT_EQ(set->position(), row);
+    }
+    EXPECT_EQ(numberOf([&] { set->setBookmark(bookmarks[9]); }), 3167);
+    set->addNew();
+    set->setValue(0, number(7));
+    EXPECT_EQ(numberOf([&] { set->update(); }), 3314);
+    open(u"SELECT x, name FROM t"_s);
+    for (set->setPosition(6000); !set->isBof(); set->movePrevious())
+        set->deleteRow();
+    EXPECT_EQ(set->recordCount(), 13'333 - 6001);
+    set->addNew();
+    set->setValue(0, number(0));
+    set->setValue(1, text(u"new"_s));
+    set->update();
+    set->setBookmark(set->lastModified());
+    EXPECT_EQ(set->position(), 13'333 - 6001);
+    set->deleteRow();
+    set->movePrevious();
+    EXPECT_EQ(x(), count - 1);
+    set->moveFirst();
+    EXPECT_EQ(x(), 9002);
+}
+
 TEST_F(DynasetTest, BookmarksBelongToTheirRecordsetAndRun)
 {
     open(u"t"_s);

@@ -1,0 +1,51 @@
+// The window's way into the dialogs of fills, and to the symbol of an entry.
+#include "DBase.h"
+#include "LegendView.h"
+#include "SidePanel.h"
+
+#include <app/logic/Messages.h>
+
+#include <brannock/gui/ChooseSymbolDlg.h>
+#include <plans/dialogs/FillDialogs.h>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+static plans::FillDialogContext dialogContext(DBase &window)
+{
+    const brannock::TubesheetMap &map = window.map();
+    return {window, window.projectSession().roots(), map.options(), map.xOrientation(), map.yOrientation(), &window};
+}
+
+void DBase::makeFill(const QString &key)
+{
+    if (!plans::openNewFill(dialogContext(*this), key))
+        return;
+    refreshLegend();
+    m_side->legendView().setCurrentEntry(legend().count() - 1);
+}
+
+void DBase::editEntry(int entry)
+{
+    if (entry < 0 || entry >= legend().count())
+        return;
+    const plans::MapFill &fill = legend().entry(entry);
+    if (plans::hasFillDialog(fill.typeKey))
+        plans::openFill(dialogContext(*this), entry);
+    else
+        m_prompts->status(messages::kNoFillDialog, fill.label.trimmed());
+}
+
+void DBase::chooseSymbol(int entry)
+{
+    if (entry < 0 || entry >= legend().count())
+        return;
+    const plans::MapFill &fill = legend().entry(entry);
+    brannock::ColourChooser colours(m_session->roots(), *m_prompts);
+    brannock::ChooseSymbolDlg dialog({fill.symbol, fill.colour}, m_map->options(), colours, this);
+    if (dialog.exec() == QDialog::Accepted)
+        LegendEditor(*this).setSymbol(entry, dialog.mark().symbol, dialog.mark().colour);
+}
+
+} // namespace app

@@ -1,0 +1,29 @@
+#pragma once
+#include "MapLegend.h"
+
+namespace plans {
+
+/// What the map would show with a fill that is being edited, on copies: map and legend stay as they are.
+class FillPreview
+{
+public:
+    /// entry: the legend's entry that is edited; -1 for a new one, which is added at the end.
+    FillPreview(const ellery::SteamGen &steamGen, const MapLegend &legend, int entry);
+    FillPreview(const FillPreview &) = delete;
+    FillPreview &operator=(const FillPreview &) = delete;
+
+    /// Picks the tubes of a copy of the fill, as OK would, and paints the legend with it.
+    void show(const MapFill &fill);
+    /// The copy that was shown last, with its counts.
+    const MapFill &shown() const { return m_legend.entry(m_entry); }
+    /// The map as it would be.
+    ellery::SteamGen &map() { return m_shown; }
+
+private:
+    ellery::SteamGen m_before; ///< the map that the fill picks from: the edited entry's tubes are open
+    ellery::SteamGen m_shown;
+    MapLegend m_legend; ///< paints m_shown
+    int m_entry;
+};
+
+} // namespace plans

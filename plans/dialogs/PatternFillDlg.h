@@ -1,0 +1,50 @@
+#pragma once
+#include "FillDialog.h"
+
+#include <plans/FillEditors.h>
+
+class QCheckBox;
+
+namespace tarnwick {
+class NumberField;
+}
+
+namespace plans {
+
+class FilterGroup;
+
+/// "Pattern Fill"
+class PatternFillDlg : public FillDialog
+{
+    Q_OBJECT
+public:
+    PatternFillDlg(PatternFillEditor &editor, const FillDialogContext &context);
+
+protected:
+    void showFields() override;
+
+private:
+    /// A field with the parameter that it shows.
+    struct Number
+    {
+        tarnwick::NumberField *field;
+        qint32 PatternFill::Parameters::*value;
+    };
+    struct Option
+    {
+        QCheckBox *box;
+        bool PatternFill::Parameters::*value;
+    };
+    void addNumber(QFormLayout *form, const QString &label, const QString &name, int least, int most,
+                   qint32 PatternFill::Parameters::*value);
+    void addOption(QFormLayout *form, const QString &text, const QString &name, bool PatternFill::Parameters::*value);
+    template <typename Value>
+    void change(Value PatternFill::Parameters::*value, Value now);
+
+    PatternFillEditor &m_editor;
+    FilterGroup *m_filter;
+    QList<Number> m_numbers;
+    QList<Option> m_options;
+};
+
+} // namespace plans

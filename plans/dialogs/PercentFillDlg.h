@@ -1,0 +1,39 @@
+#pragma once
+#include "FillDialog.h"
+
+#include <plans/FillEditors.h>
+
+class QCheckBox;
+
+namespace tarnwick {
+class NumberField;
+}
+
+namespace plans {
+
+class FilterGroup;
+
+/// "Random Fill"
+class PercentFillDlg : public FillDialog
+{
+    Q_OBJECT
+public:
+    PercentFillDlg(PcntFillEditor &editor, const FillDialogContext &context);
+
+protected:
+    void showFields() override;
+
+private:
+    void makeSeed();
+    void makeScope();
+    void toggleMode();
+
+    PcntFillEditor &m_editor;
+    FilterGroup *m_filter;
+    QCheckBox *m_randomSeed;
+    tarnwick::NumberField *m_seed;
+    QPushButton *m_mode;
+    tarnwick::NumberField *m_value;
+};
+
+} // namespace plans

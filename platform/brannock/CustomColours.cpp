@@ -1,0 +1,28 @@
+#include "CustomColours.h"
+
+using namespace Qt::StringLiterals;
+
+namespace brannock {
+
+static constexpr quint32 kWhite = 0xFFFFFF;
+
+CustomColours::CustomColours()
+    : OptionFile(u"config\\arvo\\cust_colors.opt"_s, u"Custom Colors"_s, 1)
+    , colours(kCount, kWhite)
+{
+}
+
+void CustomColours::serializeBody(tarnwick::JFile &file, int)
+{
+    file.list(colours, int(sizeof(quint32)), [](tarnwick::JFile &f, quint32 &colour) { f.serialize(colour); });
+    while (colours.size() < kCount)
+        colours.append(kWhite);
+    colours.resize(kCount);
+}
+
+void CustomColours::resetToDefaults()
+{
+    colours.fill(kWhite, kCount);
+}
+
+} // namespace brannock

@@ -1,0 +1,44 @@
+#pragma once
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <QtGlobal>
+#include <span>
+
+namespace dao {
+
+/// Row keys one after another, millions of them. Grows where it lies as far as the system can, so that collecting keys
+/// takes hardly more memory than keeping them; a std::vector would hold them twice while it grows.
+class KeyList
+{
+public:
+    const qint64 *data() const { return m_keys.get(); }
+    size_t size() const { return m_size; }
+    void push_back(qint64 key)
+    {
+        if (m_size == m_capacity)
+            resize(m_capacity + std::max(m_capacity / 2, fewKeys));
+        m_keys.get()[m_size++] = key;
+    }
+    void append(std::span<const qint64> keys)
+    {
+        for (const qint64 key : keys)
+            push_back(key);
+    }
+    void shrink_to_fit() { resize(std::max(m_size, size_t(1))); }
+
+private:
+    static constexpr size_t fewKeys = 64;
+    struct Free
+    {
+        void operator()(qint64 *keys) const { std::free(keys); }
+    };
+
+    void resize(size_t capacity); ///< std::bad_alloc
+
+    std::unique_ptr<qint64, Free> m_keys;
+    size_t m_size = 0;
+    size_t m_capacity = 0;
+};
+
+} // namespace dao

@@ -1,0 +1,178 @@
+#include "Generator.h"
+#include "Rank.h"
+
+#include "../bind/Types.h"
+
+using namespace Qt::StringLiterals;
+
+// Statements that change rows. Each has two forms. The plain one leaves as much as it can to the inner engine. The
+// asking one is for statements that must not be interrupted half-way (see ActionPlan): what may read for long without
+// writing a row becomes a select, which can be interrupted, and what writes asks at every row.
+
+namespace dao::sql::generate {
+namespace {
+
+using namespace bound;
+
+using Step = ActionPlan::Step;
+
+bool hasSubquery(const Expr &expr)
+{
+    // A domain function is one, too.
+    return anyPart(expr, [](const Expr &part) { return subqueryOf(part) || part.as<DomainCall>(); });
+}
+
+} // namespace
+
+QString Generator::asking(const QString &condition) const
+{
+    const QString question = m_target.stopFunction + u"() = 0"_s;
+    return condition.isEmpty() ? question : QString(question + u" AND ("_s + condition + u')');
+}
+
+QString Generator::gathered() const
+{
+    return m_target.temporary + u'.' + quoted(m_target.gatherTable);
+}
+
+Step Generator::gather(const QString &rows, bool keyed) const
+{
+    return {rows, false, m_target.gatherTable.toString(), keyed};
+}
+
+Step Generator::dropGathered() const
+{
+    return {u"DROP TABLE "_s + gathered(), false, {}, false};
+}
+
+ActionPlan Generator::insert(const Insert &insert)
+{
+    QStringList names;
+    for (const int field : insert.fields)
+        names.append(quoted(insert.table->fields[field].name));
+    ActionPlan plan;
+    plan.tables.append(insert.table->name);
+    const QString into = u"INSERT INTO "_s + quoted(insert.table->name) + u" ("_s + names.join(u", "_s) + u") "_s;
+    if (!insert.query) {
+        plan.steps.append({into + u"VALUES ("_s + arguments(insert.values) + u')', true, {}, false});
+        return plan;
+    }
+    const QString rows = insert.rows ? u"SELECT "_s + arguments(insert.converted) + u" FROM "_s + leafText(*insert.rows)
+                                     : queryText(*insert.query, Shape::Plain);
+    plan.steps.append({into + rows, true, {}, false});
+    plan.askingSteps = {
+        gather(rows, false),
+        {into + u"SELECT * FROM "_s + gathered() + u" WHERE "_s + asking({}) + u" ORDER BY rowid"_s, true, {}, false},
+        dropGathered()};
+    return plan;
+}
+
+ActionPlan Generator::update(const Update &update)
+{
+    const Select &select = *update.select;
+    const bool valuesRead = std::any_of(update.fields.begin(), update.fields.end(),
+                                        [](const AssignedField &field) { return hasSubquery(*field.value); });
+    if (select.sources.size() > 1 || valuesRead)
+        return updateJoined(update);
+    QStringList assignments;
+    for (const AssignedField &field : update.fields)
+        assignments.append(quoted(field.source->table->fields[field.field].name) + u" = "_s + value(*field.value).text);
+    const Source &source = *select.sources.front();
+    const QString set = u"UPDATE "_s + leafText(source) + u" SET "_s + assignments.join(u", ");
+    const QString condition = select.where ? truth(*select.where).text : QString();
+    ActionPlan plan;
+    if (select.where && hasSubquery(*select.where))
+        plan.askingSteps = updateJoined(update).askingSteps;
+    else
+        plan.askingSteps.append({set + u" WHERE "_s + asking(condition), true, {}, false});
+    plan.tables.append(source.table->name);
+    plan.steps.append({condition.isEmpty() ? set : QString(set + u" WHERE "_s + condition), true, {}, false});
+    return plan;
+}
+
+// The new values are computed for all rows first, from the old ones, then written table by table. A row met several
+// times takes the last of its values.
+ActionPlan Generator::updateJoined(const Update &update)
+{
+    const Select &select = *update.select;
+    for (const FromPtr &from : select.from)
+        markGrouped(*from, false);
+    std::vector<const Source *> targets;
+    for (const AssignedField &field : update.fields) {
+        if (std::find(targets.begin(), targets.end(), field.source) == targets.end())
+            targets.push_back(field.source);
+    }
+    QStringList cells;
+    for (size_t i = 0; i < targets.size(); ++i)
+        cells.append(keyText(*targets[i]) + u" AS "_s + m_target.keyPrefix + QString::number(i));
+    for (size_t i = 0; i < update.fields.size(); ++i)
+        cells.append(value(*update.fields[i].value).text + u" AS "_s + m_target.columnPrefix + QString::number(i));
+    const QString rows =
+        u"SELECT "_s + cells.join(u", ") + tail(select) + u" ORDER BY "_s + tieBreakers(select).join(u", ");
+    const bool keyed = targets.size() == 1;
+
+    ActionPlan plan;
+    plan.steps.append(gather(rows, keyed));
+    plan.askingSteps = plan.steps;
+    for (size_t t = 0; t < targets.size(); ++t) {
+        const QString key = m_target.keyPrefix + QString::number(t);
+        QStringList assignments;
+        QStringList columns{key};
+        for (size_t i = 0; i < update.fields.size(); ++i) {
+            if (update.fields[i].source != targets[t])
+                continue;
+            const QString cell = m_target.columnPrefix + QString::number(i);
+            columns.append(cell);
+            assignments.append(quoted(targets[t]->table->fields[update.fields[i].field].name) + u" = _new."_s + cell);
+        }
+        const QString last = u"(SELECT "_s + columns.join(u", ") + u", max(rowid) FROM "_s + gathered() + u" WHERE "_s +
+                             key + u" IS NOT NULL GROUP BY "_s + key + u')';
+        const QString set = u"UPDATE "_s + quoted(targets[t]->table->name) + u" AS _old SET "_s +
+                            assignments.join(u", ") + u" FROM "_s + (keyed ? gathered() : last) + u" AS _new WHERE "_s;
+        const QString match = u"_old."_s + quoted(targets[t]->table->keyColumn) + u" = _new."_s + key;
+        plan.steps.append({set + match, t == 0, {}, false});
+        plan.askingSteps.append({set + asking(match), t == 0, {}, false});
+        plan.tables.append(targets[t]->table->name);
+    }
+    plan.steps.append(dropGathered());
+    plan.askingSteps.append(dropGathered());
+    return plan;
+}
+
+ActionPlan Generator::remove(const Delete &statement)
+{
+    const Select &select = *statement.select;
+    const Source &victim = *statement.victim;
+    const QString table = quoted(victim.table->name);
+    const QString key = quoted(victim.table->keyColumn);
+    ActionPlan plan;
+    plan.tables.append(victim.table->name);
+    const bool alone = select.sources.size() == 1;
+    if (!alone) {
+        for (const FromPtr &from : select.from)
+            markGrouped(*from, false);
+    }
+    if (alone && !(select.where && hasSubquery(*select.where))) {
+        const QString remove = u"DELETE FROM "_s + leafText(victim);
+        const QString condition = select.where ? truth(*select.where).text : QString();
+        plan.steps.append({condition.isEmpty() ? remove : QString(remove + u" WHERE "_s + condition), true, {}, false});
+        plan.askingSteps.append({remove + u" WHERE "_s + asking(condition), true, {}, false});
+        return plan;
+    }
+    const QString rows = u"SELECT "_s + keyText(victim) + u" AS "_s + m_target.keyPrefix + u'0' + tail(select);
+    plan.steps.append({alone ? QString(u"DELETE FROM "_s + leafText(victim) + u" WHERE "_s + truth(*select.where).text)
+                             : QString(u"DELETE FROM "_s + table + u" WHERE "_s + key + u" IN ("_s + rows + u')'),
+                       true,
+                       {},
+                       false});
+    plan.askingSteps = {gather(rows, true),
+                        {u"DELETE FROM "_s + table + u" WHERE "_s +
+                             asking(key + u" IN (SELECT "_s + m_target.keyPrefix + u"0 FROM "_s + gathered() + u')'),
+                         true,
+                         {},
+                         false},
+                        dropGathered()};
+    return plan;
+}
+
+} // namespace dao::sql::generate

@@ -1,0 +1,74 @@
+#include "TableRule.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace dao::store {
+
+namespace {
+
+/// Where the parenthesis that opens at a place closes, texts and bracketed names left out; -1 when it does not.
+qsizetype closingOf(const QString &text, qsizetype open)
+{
+    int depth = 0;
+    QChar until;
+    for (qsizetype i = open; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (!until.isNull()) {
+            if (c == until)
+                until = QChar();
+        } else if (c == u'"' || c == u'\'') {
+            until = c;
+        } else if (c == u'[') {
+            until = u']';
+        } else if (c == u'(') {
+            ++depth;
+        } else if (c == u')' && --depth == 0) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+/// The rules that withRule() put together; a rule that is one of its own comes back as it is.
+QStringList rulesOf(const QString &rules)
+{
+    static const QString separator = u" And "_s;
+    QStringList parts;
+    qsizetype start = 0;
+    while (start < rules.size() && rules[start] == u'(') {
+        const qsizetype end = closingOf(rules, start);
+        if (end < 0)
+            break;
+        parts.append(rules.mid(start + 1, end - start - 1));
+        start = end + 1;
+        if (start == rules.size())
+            return parts.size() > 1 ? parts : QStringList{rules};
+        if (QStringView(rules).mid(start, separator.size()) != separator)
+            break;
+        start += separator.size();
+    }
+    return rules.trimmed().isEmpty() ? QStringList() : QStringList{rules};
+}
+
+QString joined(const QStringList &rules)
+{
+    return rules.size() > 1 ? QString(u'(' + rules.join(u") And ("_s) + u')') : rules.value(0);
+}
+
+} // namespace
+
+QString withRule(const QString &rules, const QString &added)
+{
+    return joined(rulesOf(rules) << added);
+}
+
+QString withoutRule(const QString &rules, const QString &removed)
+{
+    QStringList all = rulesOf(rules);
+    all.removeOne(removed);
+    return joined(all);
+}
+
+} // namespace dao::store

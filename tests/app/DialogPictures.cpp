@@ -1,0 +1,141 @@
+// Pictures of the dialogs, to be looked at: written to the folder that ARVO_PICTURES names; ARVO_DARK asks for the dark
+// palette, QT_SCALE_FACTOR for another scale. The checks hold in every case: nothing may be cut off.
+#include "AppFixture.h"
+
+#include <app/DBaseApp.h>
+
+#include <brannock/gui/ChooseSymbolDlg.h>
+#include <plans/dialogs/BoxFillDlg.h>
+#include <plans/dialogs/PatternFillDlg.h>
+#include <plans/dialogs/PercentFillDlg.h>
+#include <plans/FillCommit.h>
+
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QPixmap>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+namespace {
+
+class DialogPictures : public AppTest
+{
+protected:
+    void SetUp() override
+    {
+        if (qEnvironmentVariableIsSet("ARVO_DARK"))
+            useDarkPalette();
+        ASSERT_TRUE(window.openProject(m_pictures.isEmpty() ? projectFolder() : largeProject()));
+        plans::PatternFill fill;
+        fill.parameters.rowIncrement = 3;
+        plans::addNewFill(window, fill);
+    }
+
+    QString largeProject()
+    {
+        demo::DemoOptions options;
+        options.tubes = 3300;
+        options.entries = 200;
+        options.outages = 1;
+        demo::makeProject(options, m_folder.filePath(u"project"_s));
+        return m_folder.filePath(u"project"_s);
+    }
+
+    plans::FillDialogContext context()
+    {
+        return {window, window.projectSession().roots(), window.map().options(), 1, 1, &window};
+    }
+
+    void look(QWidget &widget, const QString &name)
+    {
+        widget.show();
+        QCoreApplication::processEvents();
+        for (const QWidget *part : widget.findChildren<QWidget *>()) {
+            const auto *button = qobject_cast<const QAbstractButton *>(part);
+            const auto *label = qobject_cast<const QLabel *>(part);
+            const bool hasText = (button && !button->text().isEmpty()) || (label && !label->text().isEmpty());
+            if (hasText && part->isVisible()) {
+                EXPECT_GE(part->width(), part->minimumSizeHint().width())
+                    << qPrintable(name) << ' ' << part->metaObject()->className() << ' '
+                    << qPrintable(part->objectName());
+                EXPECT_GE(part->height(), part->minimumSizeHint().height()) << qPrintable(part->objectName());
+            }
+        }
+        if (!m_pictures.isEmpty()) {
+            EXPECT_TRUE(widget.grab().save(m_pictures + u'/' + name + u".png"_s));
+        }
+    }
+
+    /// A rectangle of tubes in the middle.
+    void selectSome()
+    {
+        const ellery::SteamGen &sg = window.steamGen();
+        const int row = sg.maxNumber(ellery::Axis::Row) / 2;
+        const int col = sg.maxNumber(ellery::Axis::Col) / 2;
+        for (int i = 0; i < sg.numTube(); ++i) {
+            if (std::abs(sg[i].address.row - row) <= 1 && std::abs(sg[i].address.col - col) <= 2)
+                window.steamGen().setSelected(i, true);
+        }
+    }
+
+    DBase window{&said};
+
+private:
+    const QString m_pictures = qEnvironmentVariable("ARVO_PICTURES");
+    QTemporaryDir m_folder;
+};
+
+} // namespace
+
+TEST_F(DialogPictures, RandomFill)
+{
+    plans::PcntFillEditor editor(window, window.projectSession().roots());
+    plans::PercentFillDlg dialog(editor, context());
+    look(dialog, u"random"_s);
+    plans::PcntFill::Parameters counted = editor.parameters();
+    counted.percentMode = false;
+    counted.randomSeed = false;
+    counted.tubeCount = 250;
+    counted.filter = {plans::TubeFilter::SelectedTubes, plans::TubeFilter::OpenTubesOnly};
+    editor.setParameters(counted);
+    look(dialog, u"random_count"_s);
+}
+
+TEST_F(DialogPictures, BoxFill)
+{
+    {
+        plans::BoxFillEditor editor(window, window.projectSession().roots());
+        plans::BoxFillDlg dialog(editor, context());
+        look(dialog, u"box_empty"_s);
+    }
+    selectSome();
+    plans::BoxFillEditor editor(window, window.projectSession().roots());
+    editor.setParameters({editor.pitch() * 4});
+    plans::BoxFillDlg dialog(editor, context());
+    look(dialog, u"box"_s);
+}
+
+TEST_F(DialogPictures, PatternFill)
+{
+    plans::PatternFillEditor editor(window, window.projectSession().roots());
+    plans::PatternFillDlg dialog(editor, context());
+    look(dialog, u"pattern"_s);
+}
+
+TEST_F(DialogPictures, ChooseSymbol)
+{
+    brannock::ColourChooser colours(window.projectSession().roots(), said);
+    brannock::ChooseSymbolDlg dialog({u'B', 0x009FE6}, window.map().options(), colours);
+    look(dialog, u"symbol"_s);
+}
+
+TEST_F(DialogPictures, Window)
+{
+    window.resize(1280, 800);
+    look(window, u"window"_s);
+}
+
+} // namespace app
