@@ -7,7 +7,6 @@
 
 #include <db/CreateDatabase.h>
 #include <db/Errors.h>
-#include <db/Schema.h>
 #include <db/TableGrowth.h>
 #include <jet/JetReader.h>
 #include <QDir>
@@ -52,8 +51,6 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
     ConversionRequest request(session, context.project,
                               [&](const QString &backup) { session.database().backupTo(backup); });
     bringUpToDate(session, request, context);
-    if (session.isOpen() && session.isUpdatable() && isProjectDatabase(session.database()))
-        completeStatistics(session.database());
     announceConversion(session);
 }
 
@@ -66,6 +63,8 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
     try {
         session.close();
         openDatabase(session, path, context);
+        if (session.isOpen() && session.isUpdatable())
+            completeStatistics(session.database());
         if (context.listener)
             context.listener->databaseConnected(path);
         session.prompts().status(messages::kConnectedStatus, pathBelowArvo(path, context));

@@ -35,10 +35,12 @@ public:
 
     void operator()(const sql::ActionPlan &plan)
     {
-        m_out.kind = u"change of table %1"_s.arg(plan.table);
+        m_out.kind = u"change of table %1"_s.arg(plan.tables.join(u", "_s));
         int number = 0;
-        for (const sql::ActionPlan::Step &step : plan.steps)
-            add(plan.steps.size() == 1 ? u"change"_s : u"step %1"_s.arg(++number), step.sql);
+        for (const sql::ActionPlan::Step &step : plan.steps) {
+            const QString what = step.gathersInto.isEmpty() ? u"change"_s : u"rows gathered first"_s;
+            add(plan.steps.size() == 1 ? what : u"step %1, %2"_s.arg(++number).arg(what), step.sql);
+        }
     }
 
     void operator()(const sql::SelectIntoPlan &plan)
