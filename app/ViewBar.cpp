@@ -150,8 +150,24 @@ void ViewBar::addFind()
     m_find->setCompleter(completer);
     connect(m_find, &QLineEdit::textEdited, this, &ViewBar::complete);
     connect(m_find, &QLineEdit::textChanged, this, &ViewBar::hideFindProblem);
-    connect(m_find, &QLineEdit::returnPressed, this, [this] { Q_EMIT findRequested(m_find->text()); });
+    connect(m_find, &QLineEdit::returnPressed, this, &ViewBar::enter);
+    // After the completer has closed its list and set the text.
+    connect(completer, qOverload<const QString &>(&QCompleter::activated), this, &ViewBar::enter, Qt::QueuedConnection);
     addWidget(m_find);
+}
+
+void ViewBar::enter()
+{
+    const QString text = m_find->text();
+    const QStringList further = m_completions && text.endsWith(u' ') ? m_completions(text) : QStringList();
+    if (further.isEmpty()) {
+        Q_EMIT findRequested(text);
+        return;
+    }
+    // A row has been chosen: its columns are next. The list that is open closes first.
+    m_found->setStringList(further);
+    QMetaObject::invokeMethod(
+        m_find->completer(), [this] { m_find->completer()->complete(); }, Qt::QueuedConnection);
 }
 
 void ViewBar::complete(const QString &text)

@@ -53,6 +53,8 @@ private:
     void addView(CommandActions &actions);
     void addDragModes();
     void addFind();
+    /// Return, or a choice from the list.
+    void enter();
     void complete(const QString &text);
     void hideFindProblem();
 

@@ -224,6 +224,20 @@ TEST_F(ViewTest, TheFindFieldCompletesAndSaysWhatIsWrong)
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_EQ(window.steamGen().selection(), QList<qint32>{40});
     EXPECT_EQ(field->accessibleDescription(), QString());
+
+    // A row chosen from the list leads on to its columns.
+    said.clear();
+    field->clear();
+    QTest::keyClicks(field, QString::number(address.row));
+    QTest::keyClick(field->completer()->popup(), Qt::Key_Down);
+    const QString row = field->text();
+    EXPECT_TRUE(row.endsWith(u"COL "_s)) << qPrintable(row);
+    QTest::keyClick(field->completer()->popup(), Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(field->completer()->popup()->isVisible());
+    EXPECT_TRUE(found.index(0, 0).data().toString().startsWith(row)) << qPrintable(found.index(0, 0).data().toString());
+    EXPECT_TRUE(said.entries().isEmpty());
+    field->completer()->popup()->hide();
 }
 
 TEST_F(ViewTest, DragButtonChoosesWhatDraggingDoes)

@@ -1,5 +1,6 @@
 #include "MapColours.h"
 
+#include <array>
 #include <cmath>
 
 namespace brannock {
@@ -23,10 +24,17 @@ QColor mixed(const QColor &a, const QColor &b, double share)
 /// Relative luminance as defined for accessible contrast of text.
 static double luminance(const QColor &colour)
 {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+    // Asked for with every picture of a tube, so the powers are worked out once.
+    static const std::array<double, 256> linear = [] {
+        std::array<double, 256> table{};
+        for (size_t i = 0; i < table.size(); ++i) {
+            const double part = double(i) / 255;
+            table[i] = part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        }
+        return table;
+    }();
+    const auto part = [](int channel) { return linear[size_t(channel)]; };
+    return 0.2126 * part(colour.red()) + 0.7152 * part(colour.green()) + 0.0722 * part(colour.blue());
 }
 
 double contrast(const QColor &a, const QColor &b)
