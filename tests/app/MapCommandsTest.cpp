@@ -8,8 +8,10 @@
 #include <support/TemporaryFolder.h>
 #include <tarnwick/FileWriter.h>
 
+#include <csignal>
 #include <QFile>
-#include <QLockFile>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using tarnwick::Answer;
@@ -204,16 +206,19 @@ protected:
     QString copies() const { return MapRecovery::folder(session.roots()); }
     QStringList names() const { return QDir(copies()).entryList({u"*.map"_s}, QDir::Files); }
 
-    /// What a program leaves that was killed while its map had unsaved changes: its copy, without a living lock.
+    /// Another program on this project is killed while its map has unsaved changes.
     void leaveCopyOfDeadProgram()
     {
-        MapRecovery dead(said);
-        dead.begin(session.roots());
-        dead.update(session.map(), true);
-        const QString path = copies() + u'/' + names().value(0);
-        QFile::rename(path, path + u".aside"_s);
-        dead.end();
-        QFile::rename(path + u".aside"_s, path);
+        const pid_t child = fork();
+        if (child == 0) {
+            MapRecovery dead(said);
+            dead.begin(session.roots());
+            dead.update(session.map(), true);
+            kill(getpid(), SIGKILL);
+        }
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        ASSERT_TRUE(WIFSIGNALED(status));
     }
     bool startAgain(ProjectSession &next)
     {
