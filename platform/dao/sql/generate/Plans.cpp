@@ -151,8 +151,7 @@ ActionPlan Generator::update(const Update &update)
 ActionPlan Generator::updateJoined(const Update &update)
 {
     const Select &select = *update.select;
-    for (const FromPtr &from : select.from)
-        markGrouped(*from, false);
+    markGrouped(select);
     std::vector<const Source *> targets;
     for (const AssignedField &field : update.fields) {
         if (std::find(targets.begin(), targets.end(), field.source) == targets.end())
@@ -203,8 +202,7 @@ ActionPlan Generator::remove(const Delete &statement)
         if (select.where)
             sql += u" WHERE "_s + truth(*select.where).text;
     } else {
-        for (const FromPtr &from : select.from)
-            markGrouped(*from, false);
+        markGrouped(select);
         sql += quoted(victim.table->name) + u" WHERE "_s + quoted(victim.table->keyColumn) + u" IN (SELECT "_s +
                keyText(victim) + tail(select) + u')';
     }
