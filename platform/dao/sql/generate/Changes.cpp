@@ -112,8 +112,7 @@ ActionPlan Generator::update(const Update &update)
 ActionPlan Generator::updateJoined(const Update &update)
 {
     const Select &select = *update.select;
-    for (const FromPtr &from : select.from)
-        markGrouped(*from, false);
+    markGrouped(select);
     std::vector<const Source *> targets;
     for (const AssignedField &field : update.fields) {
         if (std::find(targets.begin(), targets.end(), field.source) == targets.end())
@@ -166,8 +165,7 @@ ActionPlan Generator::remove(const Delete &statement)
     plan.tables.append(victim.table->name);
     const bool alone = select.sources.size() == 1;
     if (!alone) {
-        for (const FromPtr &from : select.from)
-            markGrouped(*from, false);
+        markGrouped(select);
     }
     if (alone && !(select.where && hasSubquery(*select.where))) {
         const QString remove = u"DELETE FROM "_s + leafText(victim);

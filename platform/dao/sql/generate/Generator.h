@@ -101,6 +101,7 @@ private:
     QString orderKeyText(const bound::OrderKey &key);
     QStringList orderOf(const bound::Select &select, Shape shape);
     QStringList tieBreakers(const bound::Select &select) const;
+    void markGrouped(const bound::Select &select);
     void markGrouped(const bound::From &from, bool inside);
     QString keyText(const bound::Source &source) const;
     QString aliasOf(const bound::Source &source) const;

@@ -81,8 +81,7 @@ QStringList Generator::cellsOf(const Select &select, Shape shape)
 
 QString Generator::selectText(const Select &select, Shape shape)
 {
-    for (const FromPtr &from : select.from)
-        markGrouped(*from, from != select.from.front() && hasRightJoin(*from));
+    markGrouped(select);
     const QStringList cells = cellsOf(select, shape);
     if (select.top && !select.order.empty())
         return topText(select, cells, shape);
@@ -199,6 +198,12 @@ QString Generator::fromText(const From &from, bool grouped)
     flatten(*from.right);
     text += leaves.join(joinText(JoinKind::Inner));
     return conditions.isEmpty() ? text : text + u" ON "_s + conditions.join(u" AND ");
+}
+
+void Generator::markGrouped(const Select &select)
+{
+    for (const FromPtr &from : select.from)
+        markGrouped(*from, from != select.from.front() && hasRightJoin(*from));
 }
 
 // Inside parentheses of a join the inner engine hides the row key, so it is selected under a name of its own.

@@ -25,8 +25,7 @@ SelectPlan Generator::transform(const Transform &transform)
         plan.fullSql = queryText(query, Shape::Plain);
         return plan;
     }
-    for (const FromPtr &from : select.from)
-        markGrouped(*from, false);
+    markGrouped(select);
     CrosstabPlan crosstab;
     crosstab.head = u"SELECT "_s + cellsOf(select, Shape::Plain).join(u", ");
     crosstab.cell = value(*transform.cell).text.split(headingMark);
