@@ -55,7 +55,10 @@ int PlanExecution::carryOut(const sql::ActionPlan &plan)
 {
     store::Connection &connection = m_db.connection;
     const bool asks = connection.mustAskToStop() && !plan.askingSteps.isEmpty();
-    const bool alone = plan.steps.size() == 1 && !asks;
+    // Where rows are gathered first, they are also sorted so that a user can get in between.
+    const bool gathers = connection.progress() && plan.askingSteps.size() > 1;
+    const auto &steps = asks || gathers ? plan.askingSteps : plan.steps;
+    const bool alone = plan.steps.size() == 1 && !asks && !gathers;
     // What undoes a statement may end the reading of those who are in the middle of it.
     if (!alone || connection.progress())
         m_db.secureReaders();
@@ -64,7 +67,7 @@ int PlanExecution::carryOut(const sql::ActionPlan &plan)
         return runAlone(plan.steps.first());
     const CancelTriggers triggers(connection, asks ? reachedFrom(plan.tables) : QStringList());
     store::Savepoint savepoint(connection);
-    const qint64 affected = store::runSteps(connection, asks ? plan.askingSteps : plan.steps, store::Access::User,
+    const qint64 affected = store::runSteps(connection, steps, store::Access::User,
                                             [this](store::Statement &statement) { bindParameters(statement); });
     connection.throwIfCancelled();
     savepoint.release();

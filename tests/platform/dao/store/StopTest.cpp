@@ -195,7 +195,7 @@ TEST_P(StopTest, EveryKindOfStatementStopsSoonAndLeavesAllAsItWas)
 }
 
 INSTANTIATE_TEST_SUITE_P(Store, StopTest, testing::Bool(),
-                         [](const auto &info) { return std::string(info.param ? "InATransaction" : "Alone"); });
+                         [](const auto &mode) { return std::string(mode.param ? "InATransaction" : "Alone"); });
 
 /// Never wants to stop.
 class GoOn : public Progress
