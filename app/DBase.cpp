@@ -7,6 +7,7 @@
 #include "RecentMenus.h"
 #include "SidePanel.h"
 #include "ViewBar.h"
+#include "WindowProgress.h"
 
 #include <app/logic/Messages.h>
 #include <app/logic/SelectionCommands.h>
@@ -16,7 +17,6 @@
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
 #include <tarnwick/gui/BoxPrompts.h>
-#include <tarnwick/gui/ProgressDialog.h>
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -36,22 +36,6 @@ namespace {
 constexpr QSize kFirstSize{1280, 800};
 /// Of the width: what the map gets at first.
 constexpr int kMapShare = 66;
-
-/// Long work of a command: the wait cursor at once, and before long a bar with Cancel.
-class WindowProgress : public tarnwick::ProgressDialog
-{
-public:
-    WindowProgress(QWidget *window, const QString &title)
-        : ProgressDialog(window, title)
-        , m_window(window)
-    {
-        m_window->setCursor(Qt::WaitCursor);
-    }
-    ~WindowProgress() override { m_window->unsetCursor(); }
-
-private:
-    QWidget *m_window;
-};
 
 } // namespace
 
@@ -201,10 +185,7 @@ void DBase::connectLegend()
     m_session->changed = [this] { sessionChanged(); };
     m_session->replacing = [this] { m_map->setSteamGen(nullptr); };
     m_session->replaced = [this] {
-        m_systemDialogs.forgetFolders();
         m_commands->pointedTube = -1;
-        m_map->setXOrientation(1);
-        m_map->setYOrientation(1);
         projectChanged();
     };
     m_session->makeProgress = [this](const QString &title) { return std::make_unique<WindowProgress>(this, title); };
@@ -240,7 +221,14 @@ void DBase::setFileDialogs(FileDialogs *dialogs)
 
 bool DBase::openProject(const QString &folder)
 {
-    return m_session->openProject(projectFolder(folder));
+    if (!m_session->openProject(projectFolder(folder)))
+        return false;
+    m_systemDialogs.forgetFolders();
+    m_commands->pointedTube = -1;
+    m_map->setXOrientation(1);
+    m_map->setYOrientation(1);
+    projectChanged();
+    return true;
 }
 
 void DBase::projectChanged()

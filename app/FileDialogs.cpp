@@ -27,21 +27,8 @@ QString FileDialogs::openFile(const FileChooserInfo &chooser, const QString &tit
 
 QString FileDialogs::saveFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots)
 {
-    return askForName(chooser, title, roots, true);
-}
-
-QString FileDialogs::newFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots)
-{
-    return askForName(chooser, title, roots, false);
-}
-
-QString FileDialogs::askForName(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
-                                bool mayReplace)
-{
     QFileDialog dialog(m_parent, title, startFolder(chooser, roots), QString::fromUtf16(chooser.filter));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    // Whoever must not replace a file says so himself; a question about it here would mislead.
-    dialog.setOption(QFileDialog::DontConfirmOverwrite, !mayReplace);
     dialog.setDefaultSuffix(QString::fromUtf16(chooser.extension).mid(1));
     if (dialog.exec() != QDialog::Accepted)
         return {};
@@ -51,6 +38,16 @@ QString FileDialogs::askForName(const FileChooserInfo &chooser, const QString &t
 QString FileDialogs::openFolder(const QString &title, const QString &start)
 {
     return QFileDialog::getExistingDirectory(m_parent, title, start);
+}
+
+QString FileDialogs::newFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots)
+{
+    QFileDialog dialog(m_parent, title, startFolder(chooser, roots), QString::fromUtf16(chooser.filter));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // What makes the file says itself that there is one; a question whether to replace it would mislead.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setDefaultSuffix(QString::fromUtf16(chooser.extension).mid(1));
+    return dialog.exec() == QDialog::Accepted ? remember(chooser, dialog.selectedFiles().value(0)) : QString();
 }
 
 } // namespace app

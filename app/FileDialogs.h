@@ -26,17 +26,15 @@ public:
     virtual QString openFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots);
     /// Adds the chooser's extension to a name without one, and asks before an existing file is chosen.
     virtual QString saveFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots);
-    /// The same for a file that is to be made and must not exist yet.
-    virtual QString newFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots);
     virtual QString openFolder(const QString &title, const QString &start);
+    /// For a file that is to be made and must not exist yet. Adds the extension to a name without one.
+    virtual QString newFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots);
     /// Another project: choosers start in its folders.
     void forgetFolders() { m_folders.clear(); }
 
 private:
     QString startFolder(const FileChooserInfo &chooser, const tarnwick::PathRoots &roots) const;
     QString remember(const FileChooserInfo &chooser, const QString &path);
-    QString askForName(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
-                       bool mayReplace);
 
     QWidget *m_parent;
     QHash<QString, QString> m_folders; ///< by filter

@@ -24,15 +24,15 @@ QString helpOverview();
 QString helpOf(const Command &command);
 
 // The commands, each in a file of its own.
-int runCreate(const Arguments &arguments);
 int runConnect(const Arguments &arguments);
+int runImport(const Arguments &arguments);
+int runUploadComponent(const Arguments &arguments);
+int runCreate(const Arguments &arguments);
 int runConvert(const Arguments &arguments);
 int runDemo(const Arguments &arguments);
-int runImport(const Arguments &arguments);
 int runMap(const Arguments &arguments);
 int runSql(const Arguments &arguments);
 int runUpload(const Arguments &arguments);
-int runUploadComponent(const Arguments &arguments);
 int runHelp(const Arguments &arguments);
 
 } // namespace cli

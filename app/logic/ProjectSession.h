@@ -63,12 +63,12 @@ public:
 
     /// The present component is about to go: nothing may look at it any more.
     std::function<void()> replacing;
-    /// Another project stands in its place; its database is about to be connected.
+    /// After another project was opened, a database connected or closed, or a recent list cleared.
+    std::function<void()> changed;
+    /// Another project stands in the place of the one before; its database is about to be connected.
     std::function<void()> replaced;
     /// Makes what shows work that may take long, and lets the user stop it; its title is given. None: nobody watches.
     std::function<std::unique_ptr<tarnwick::Progress>(const QString &title)> makeProgress;
-    /// After another project was opened, a database connected or closed, or a recent list cleared.
-    std::function<void()> changed;
 
 private:
     void databaseConnected(const QString &path) override;

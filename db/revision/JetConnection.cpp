@@ -4,6 +4,8 @@
 #include "Messages.h"
 #include "RevisionConversion.h"
 
+#include <cerrno>
+#include <cstring>
 #include <dao/values/Errors.h>
 #include <db/Errors.h>
 #include <db/UnfinishedFile.h>
@@ -19,12 +21,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-[[noreturn]] void failWriting(const QFileDevice &file, const QString &path)
+/// systemError: what the system said; a file that could be written in part does not remember it.
+[[noreturn]] void failWriting(const QFileDevice &file, const QString &path, int systemError = 0)
 {
-    const bool isFull = file.error() == QFileDevice::ResourceError;
-    throw dao::DaoException(
-        isFull ? dao::error::DiskFull : dao::error::CannotOpenFile, u"DAO.Workspace"_s,
-        u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(path), file.errorString()));
+    const bool isFull = systemError == ENOSPC || file.error() == QFileDevice::ResourceError;
+    const QString reason = systemError == 0 ? file.errorString() : QString::fromLocal8Bit(std::strerror(systemError));
+    throw dao::DaoException(isFull ? dao::error::DiskFull : dao::error::CannotOpenFile, u"DAO.Workspace"_s,
+                            u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(path), reason));
 }
 
 /// For a working copy, and for the backup of a file that no session has open. progress may be null.
@@ -43,8 +46,9 @@ void copyFile(const QString &from, const QString &to, tarnwick::Progress *progre
         const QByteArray piece = source.read(kPiece);
         if (piece.isEmpty())
             failWriting(source, from);
+        errno = 0;
         if (target.write(piece) != piece.size())
-            failWriting(target, to);
+            failWriting(target, to, errno);
         loop.tick(source.pos());
     }
     if (!target.commit())

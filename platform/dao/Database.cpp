@@ -206,7 +206,7 @@ void Database::setProperty(const QString &name, const QString &value)
 void Database::backupTo(const QString &path) const
 {
     m_impl->requireOpen();
-    store::backUpFile(m_impl->path, path, m_impl->connection.progress());
+    store::backUpFile(m_impl->path, path);
 }
 
 int Database::execute(const QString &sql)

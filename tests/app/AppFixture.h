@@ -32,13 +32,14 @@ public:
         asked.append(QString::fromUtf16(chooser.filter));
         return next;
     }
-    QString newFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots) override
-    {
-        return saveFile(chooser, title, roots);
-    }
     QString openFolder(const QString &title, const QString &) override
     {
         asked.append(title);
+        return next;
+    }
+    QString newFile(const FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &) override
+    {
+        asked.append(QString::fromUtf16(chooser.filter));
         return next;
     }
 };

@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <memory>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QSaveFile>
 #include <sqlite3.h>
@@ -17,7 +16,6 @@ namespace {
 
 constexpr int busyMilliseconds = 1000;
 constexpr int bytesAtOnce = 1 << 20;
-constexpr int looksEvery = 100; // milliseconds
 const QString sourceName = u"DAO.Database"_s;
 
 struct CloseDatabase
@@ -76,10 +74,8 @@ bool hasLog(sqlite3 *db)
     return log;
 }
 
-void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target, Progress *progress)
+void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target)
 {
-    QElapsedTimer sinceLook;
-    sinceLook.start();
     sqlite3_file *file = nullptr;
     int result = sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file);
     sqlite3_int64 size = 0;
@@ -87,11 +83,6 @@ void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target, Progress *pr
         result = file->pMethods->xFileSize(file, &size);
     QByteArray buffer(bytesAtOnce, Qt::Uninitialized);
     for (sqlite3_int64 offset = 0; result == SQLITE_OK && offset < size; offset += bytesAtOnce) {
-        if (progress && sinceLook.hasExpired(looksEvery)) {
-            if (progress->cancelled())
-                throw DaoCancelled();
-            sinceLook.restart();
-        }
         const int length = int(std::min<sqlite3_int64>(bytesAtOnce, size - offset));
         result = file->pMethods->xRead(file, buffer.data(), length, offset);
         if (result == SQLITE_OK && target.write(buffer.constData(), length) != length)
@@ -126,7 +117,7 @@ void replace(const QString &made, const QString &target)
 
 } // namespace
 
-void backUpFile(const QString &path, const QString &target, Progress *progress)
+void backUpFile(const QString &path, const QString &target)
 {
     const Handle db = openForReading(path);
     beginReading(db.get(), path);
@@ -145,7 +136,7 @@ void backUpFile(const QString &path, const QString &target, Progress *progress)
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly))
         failWriting(file);
-    copyBytes(db.get(), path, file, progress);
+    copyBytes(db.get(), path, file);
     if (!file.commit())
         failWriting(file);
 }
