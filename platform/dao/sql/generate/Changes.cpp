@@ -164,9 +164,8 @@ ActionPlan Generator::remove(const Delete &statement)
     ActionPlan plan;
     plan.tables.append(victim.table->name);
     const bool alone = select.sources.size() == 1;
-    if (!alone) {
+    if (!alone)
         markGrouped(select);
-    }
     if (alone && !(select.where && hasSubquery(*select.where))) {
         const QString remove = u"DELETE FROM "_s + leafText(victim);
         const QString condition = select.where ? truth(*select.where).text : QString();
