@@ -88,6 +88,9 @@ QString Generator::rowText(const Select &select, const std::vector<const Source 
             conditions.append(u'(' + parameter + u" IS NULL OR "_s + keyText(source) + u" IS NOT NULL)"_s);
         else if (from.isEmpty())
             conditions.append(match);
+        // Where all keys may be Null there is still a row.
+        if (from.isEmpty() && source.nullable)
+            from = u"(SELECT 1) AS _one"_s;
         if (from.isEmpty())
             from = leafText(source);
         else
