@@ -22,10 +22,12 @@ const QString kSource = u"DAO.Workspace"_s;
 // Short, and not made from the wanted name: that may be as long as a name can be.
 const QString kPattern = u"arvo-*.new"_s;
 
+const QString kJournal = u"-journal"_s;
+
 void removeWithJournal(const QString &path)
 {
     QFile::remove(path);
-    QFile::remove(path + u"-journal"_s);
+    QFile::remove(path + kJournal);
 }
 
 /// A program that was killed cannot remove its file. One that is at work writes to its file all the time.
@@ -37,11 +39,15 @@ void removeAbandoned(const QDir &folder)
             removeWithJournal(file.filePath());
 }
 
+[[noreturn]] void fail(const QString &wanted, const QString &reason)
+{
+    throw dao::DaoException(dao::error::CannotOpenFile, kSource,
+                            u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(wanted), reason));
+}
+
 [[noreturn]] void fail(const QString &wanted, int cause)
 {
-    throw dao::DaoException(
-        dao::error::CannotOpenFile, kSource,
-        u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(wanted), qt_error_string(cause)));
+    fail(wanted, qt_error_string(cause));
 }
 
 bool flushed(const QString &path, int flags)
@@ -64,9 +70,18 @@ void flushFolder(const QString &path)
 
 } // namespace
 
+bool hasRoomForJournal(const QString &path)
+{
+    const QFileInfo file(path);
+    const long longest = ::pathconf(QFile::encodeName(file.absolutePath()).constData(), _PC_NAME_MAX);
+    return longest < 0 || QFile::encodeName(file.fileName() + kJournal).size() <= longest;
+}
+
 UnfinishedFile::UnfinishedFile(const QString &wanted)
     : m_wanted(wanted)
 {
+    if (!hasRoomForJournal(wanted))
+        fail(wanted, u"its name is too long"_s);
     static int made = 0;
     const QDir folder = QFileInfo(wanted).absoluteDir();
     removeAbandoned(folder);

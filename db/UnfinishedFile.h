@@ -4,12 +4,16 @@
 
 namespace db {
 
+/// Whether a file of that name can be written to as a database: its journal stands beside it under a longer name.
+bool hasRoomForJournal(const QString &path);
+
 /// A database file while it is being made: it stands under a name of its own in the folder of the wanted file, and gets
 /// that name once it is whole. So whatever happens, no file that bears the wanted name is half of one. Removed when it
 /// is left unfinished; what a killed program left behind is removed by a later one.
 class UnfinishedFile
 {
 public:
+    /// Throws dao::DaoException (3051) when the wanted name leaves no room for a journal.
     explicit UnfinishedFile(const QString &wanted);
     ~UnfinishedFile();
     UnfinishedFile(const UnfinishedFile &) = delete;

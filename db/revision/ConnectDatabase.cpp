@@ -8,6 +8,7 @@
 #include <db/CreateDatabase.h>
 #include <db/Errors.h>
 #include <db/TableGrowth.h>
+#include <db/UnfinishedFile.h>
 #include <jet/JetReader.h>
 #include <QDir>
 #include <QFileInfo>
@@ -47,7 +48,7 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
         openJetFile(session, path, context, bringUpToDate);
         return;
     }
-    session.open(path);
+    session.open(path, hasRoomForJournal(path) ? dao::OpenMode::Update : dao::OpenMode::ReadOnly);
     ConversionRequest request(session, context.project,
                               [&](const QString &backup) { session.database().backupTo(backup); });
     bringUpToDate(session, request, context);

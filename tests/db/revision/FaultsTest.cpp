@@ -117,6 +117,21 @@ TEST_F(FaultsTest, OddPathsAreConvertedLikeOthers)
     }
 }
 
+TEST_F(FaultsTest, ANameWithoutRoomForTheJournalIsNotWrittenTo)
+{
+    const QString name = QString(246, u'x') + u".mdb"_s;
+    const QString file = folder.path(u"arvo/"_s + name);
+    EXPECT_FALSE(db::createDatabase(prompts, file));
+    EXPECT_EQ(errors(), QStringList{u"1015 Could not create database."_s});
+    EXPECT_EQ(folder.names(u"arvo"_s), QStringList());
+    make(old::Current);
+    ASSERT_TRUE(QFile::rename(path, file));
+    ASSERT_TRUE(connectTo(file));
+    EXPECT_EQ(errors(), QStringList());
+    EXPECT_FALSE(session.isUpdatable());
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM tubes"_s), 4);
+}
+
 TEST_F(FaultsTest, AFileSwappedUnderAnOpenSessionIsNotWrittenTo)
 {
     make(old::Current);
