@@ -133,7 +133,8 @@ void LegendView::renameCurrent()
 void LegendView::keyPressEvent(QKeyEvent *event)
 {
     const QModelIndex current = currentIndex();
-    if (current.isValid() && event->modifiers() == Qt::NoModifier) {
+    // Return that ends the typing of a description arrives here as well.
+    if (current.isValid() && event->modifiers() == Qt::NoModifier && state() != EditingState) {
         if (event->key() == Qt::Key_Space) {
             const QModelIndex symbol = current.siblingAtColumn(LegendModel::Symbol);
             const bool shown = symbol.data(Qt::CheckStateRole).toInt() == Qt::Checked;

@@ -1,6 +1,6 @@
 #include "BoxFill.h"
 
-#include <ellery/TubeGrid.h>
+#include "UntakenTubes.h"
 
 using namespace Qt::StringLiterals;
 
@@ -33,20 +33,15 @@ bool BoxFill::pick(ellery::SteamGen &steamGen)
 {
     steamGen.clearMarks();
     tubes.clear();
-    const ellery::TubeGrid grid(steamGen.tubes());
-    const QList<qint32> selection = steamGen.selection();
-    const qsizetype most = steamGen.numTube() - selection.size();
-    for (const qint32 centre : selection) {
-        // A wide box has them all after a few tubes; looking further would only cost time.
-        if (tubes.size() == most)
-            break;
+    UntakenTubes untaken(steamGen);
+    for (const qint32 centre : steamGen.selection()) {
         const ellery::Tube &tube = steamGen[centre];
-        for (const qint32 near : grid.within(double(tube.x), double(tube.y), parameters.radius)) {
-            if (steamGen.isSelected(near) || steamGen.isMarked(near))
-                continue;
+        for (const qint32 near : untaken.take(double(tube.x), double(tube.y), parameters.radius)) {
             tubes.append(near);
             steamGen.setMarked(near, true);
         }
+        if (untaken.isEmpty())
+            break;
     }
     tubes.squeeze();
     fillCount = qint32(tubes.size());

@@ -28,9 +28,9 @@ PcntFillEditor::PcntFillEditor(MapHost &host, const tarnwick::PathRoots &roots, 
 
 void PcntFillEditor::setValue(int value)
 {
-    PcntFill::Parameters changed = parameters();
-    (changed.percentMode ? changed.percent : changed.tubeCount) = value;
-    setParameters(changed);
+    PcntFill::Parameters now = parameters();
+    (now.percentMode ? now.percent : now.tubeCount) = value;
+    setParameters(now);
 }
 
 QString PcntFillEditor::summary() const

@@ -1,4 +1,4 @@
-#include "SampleBundle.h"
+#include "Bundle.h"
 
 #include <array>
 #include <benchmark/benchmark.h>

@@ -1,5 +1,5 @@
 // Map files, "Update Map" and undo, without a window.
-#include "SampleBundle.h"
+#include "Bundle.h"
 
 #include <app/logic/MapDocument.h>
 #include <benchmark/benchmark.h>

@@ -94,14 +94,14 @@ TEST_F(DialogPictures, RandomFill)
 {
     plans::PcntFillEditor editor(window, window.projectSession().roots());
     plans::PercentFillDlg dialog(editor, context());
-    look(dialog, u"random"_s);
+    look(dialog, u"random-fill"_s);
     plans::PcntFill::Parameters counted = editor.parameters();
     counted.percentMode = false;
     counted.randomSeed = false;
     counted.tubeCount = 250;
     counted.filter = {plans::TubeFilter::SelectedTubes, plans::TubeFilter::OpenTubesOnly};
     editor.setParameters(counted);
-    look(dialog, u"random_count"_s);
+    look(dialog, u"random-fill-count"_s);
 }
 
 TEST_F(DialogPictures, BoxFill)
@@ -109,33 +109,33 @@ TEST_F(DialogPictures, BoxFill)
     {
         plans::BoxFillEditor editor(window, window.projectSession().roots());
         plans::BoxFillDlg dialog(editor, context());
-        look(dialog, u"box_empty"_s);
+        look(dialog, u"box-fill-empty"_s);
     }
     selectSome();
     plans::BoxFillEditor editor(window, window.projectSession().roots());
     editor.setParameters({editor.pitch() * 4});
     plans::BoxFillDlg dialog(editor, context());
-    look(dialog, u"box"_s);
+    look(dialog, u"box-fill"_s);
 }
 
 TEST_F(DialogPictures, PatternFill)
 {
     plans::PatternFillEditor editor(window, window.projectSession().roots());
     plans::PatternFillDlg dialog(editor, context());
-    look(dialog, u"pattern"_s);
+    look(dialog, u"pattern-fill"_s);
 }
 
 TEST_F(DialogPictures, ChooseSymbol)
 {
     brannock::ColourChooser colours(window.projectSession().roots(), said);
     brannock::ChooseSymbolDlg dialog({u'B', 0x009FE6}, window.map().options(), colours);
-    look(dialog, u"symbol"_s);
+    look(dialog, u"choose-symbol"_s);
 }
 
 TEST_F(DialogPictures, Window)
 {
     window.resize(1280, 800);
-    look(window, u"window"_s);
+    look(window, u"window-with-fill"_s);
 }
 
 } // namespace app

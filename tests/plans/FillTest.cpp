@@ -180,7 +180,7 @@ TEST(BoxFill, EqualsThePlainDoubleLoop)
         host.steamGen().setSelected(int((state >> 8) % 600), true);
     }
     const ellery::SteamGen &sg = host.steamGen();
-    for (const double radius : {1.0, 1.5, 3.0, 1000.0}) {
+    for (const double radius : {0.0, 1.0, std::sqrt(2.0), 1.5, 3.0, 12.0, 1000.0, HUGE_VAL, -1.0}) {
         QList<qint32> expected;
         for (const qint32 a : sg.selection()) {
             for (int b = 0; b < sg.numTube(); ++b) {

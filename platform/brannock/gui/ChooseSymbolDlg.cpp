@@ -75,7 +75,7 @@ ChooseSymbolDlg::ChooseSymbolDlg(const TubeMark &mark, const MapOptions &options
     connect(m_well, &QPushButton::clicked, this, &ChooseSymbolDlg::chooseColour);
     m_grid->choose(symbolIndex(mark.symbol));
     m_grid->setColour(fromColourRef(mark.colour));
-    show(mark);
+    showMark();
     m_grid->setFocus();
     tarnwick::StateKeeper::keep(this);
 }
@@ -135,26 +135,26 @@ QLayout *ChooseSymbolDlg::makePalette()
     return layout;
 }
 
-void ChooseSymbolDlg::show(const TubeMark &mark)
+void ChooseSymbolDlg::showMark()
 {
-    m_well->setMark(mark.symbol, fromColourRef(mark.colour));
-    m_sample->setMark(mark);
-    m_code->setText(u"Unicode "_s + symbolCode(mark.symbol));
-    const QString name = symbolName(mark.symbol);
-    m_name->setText(name == symbolCode(mark.symbol) ? QString() : name);
+    m_well->setMark(m_mark.symbol, fromColourRef(m_mark.colour));
+    m_sample->setMark(m_mark);
+    m_code->setText(u"Unicode "_s + symbolCode(m_mark.symbol));
+    const QString name = symbolName(m_mark.symbol);
+    m_name->setText(name == symbolCode(m_mark.symbol) ? QString() : name);
 }
 
 void ChooseSymbolDlg::setSymbol(char16_t symbol)
 {
     m_mark.symbol = symbol;
-    show(m_mark);
+    showMark();
 }
 
 void ChooseSymbolDlg::setColour(const QColor &colour)
 {
     m_mark.colour = toColourRef(colour);
     m_grid->setColour(colour);
-    show(m_mark);
+    showMark();
 }
 
 void ChooseSymbolDlg::chooseColour()

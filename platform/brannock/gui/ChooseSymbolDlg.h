@@ -35,7 +35,7 @@ private:
     void setColour(const QColor &colour);
     void chooseColour();
     void find(const QString &text);
-    void show(const TubeMark &mark);
+    void showMark();
 
     const TubeMark m_before;
     TubeMark m_mark;

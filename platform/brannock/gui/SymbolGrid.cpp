@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
@@ -125,12 +126,23 @@ SymbolGrid::SymbolGrid(QWidget *parent)
         header->setSectionResizeMode(QHeaderView::Fixed);
     }
     fitCells();
-    connect(selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex &index) {
-        if (index.isValid() && placeOf(index) != m_chosen) {
-            choose(placeOf(index));
-            Q_EMIT symbolChosen(m_chosen);
-        }
-    });
+    connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &SymbolGrid::userChose);
+    connect(this, &QAbstractItemView::clicked, this, &SymbolGrid::userChose);
+}
+
+void SymbolGrid::userChose(const QModelIndex &cell)
+{
+    if (m_isEntered || !cell.isValid() || placeOf(cell) == m_chosen)
+        return;
+    choose(placeOf(cell));
+    Q_EMIT symbolChosen(m_chosen);
+}
+
+void SymbolGrid::focusInEvent(QFocusEvent *event)
+{
+    // A view without a current cell takes the first one now, which nobody has chosen.
+    const QScopedValueRollback guard(m_isEntered, true);
+    QTableView::focusInEvent(event);
 }
 
 void SymbolGrid::setColour(const QColor &colour)

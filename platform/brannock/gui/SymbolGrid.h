@@ -27,17 +27,20 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
     class Model;
     class Delegate;
+    void userChose(const QModelIndex &cell);
     int leastCell() const;
     void fitCells();
 
     QColor m_colour;
     int m_chosen = -1;
+    bool m_isEntered = false; ///< the focus is just coming
     QList<int> m_left; ///< chosen before, since the colour was set
     QList<bool> m_found;
 };

@@ -34,6 +34,8 @@ NumberField::NumberField(QWidget *parent)
 
 void NumberField::setFormat(const QString &format)
 {
+    if (format == m_format)
+        return;
     const QScopedValueRollback guard(m_isSetting, true);
     m_format = format;
     const qsizetype conversion = format.indexOf(QRegularExpression(u"[duf]"_s));
@@ -47,6 +49,8 @@ void NumberField::setFormat(const QString &format)
 
 void NumberField::setLimits(double minimum, double maximum, double step)
 {
+    if (minimum == this->minimum() && maximum == this->maximum() && step == singleStep())
+        return;
     const QScopedValueRollback guard(m_isSetting, true);
     setRange(minimum, maximum);
     setSingleStep(step);
@@ -54,6 +58,9 @@ void NumberField::setLimits(double minimum, double maximum, double step)
 
 void NumberField::setNumber(double number)
 {
+    // While a number is being typed it must not be written out under the user's hands.
+    if (number == value())
+        return;
     const QScopedValueRollback guard(m_isSetting, true);
     setValue(number);
 }
@@ -68,7 +75,10 @@ bool NumberField::parse(const QString &text, double &number) const
 {
     static const QRegularExpression form(u"^\\s*([0-9]*[0-9.,]*)\\s*(\\D*)$"_s);
     const QRegularExpressionMatch match = form.match(text);
-    if (!match.hasMatch() || !m_unit.startsWith(match.captured(2).trimmed()))
+    if (!match.hasMatch())
+        return false;
+    const QString behind = match.captured(2).trimmed();
+    if (!behind.isEmpty() && !m_unit.startsWith(behind))
         return false;
     QString digits = match.captured(1);
     digits.replace(u","_s, decimals() == 0 ? u""_s : u"."_s);
@@ -88,7 +98,8 @@ QValidator::State NumberField::validate(QString &text, int &) const
 {
     double number = 0;
     if (!parse(text, number)) {
-        const bool isUnfinished = QString(text).remove(m_unit).trimmed().isEmpty() || text.trimmed() == u"."_s;
+        const QString typed = (m_unit.isEmpty() ? text : QString(text).remove(m_unit)).trimmed();
+        const bool isUnfinished = typed.isEmpty() || typed == u"."_s;
         return isUnfinished ? QValidator::Intermediate : QValidator::Invalid;
     }
     if (number > maximum())

@@ -1,10 +1,8 @@
-#pragma once
-#include <ellery/SteamGen.h>
+#include "Bundle.h"
 
 #include <cmath>
 
-/// A round bundle of about this many tubes on a triangular pitch, every tube marked: 8 colours, 26 symbols.
-inline ellery::SteamGen bundle(int count)
+ellery::SteamGen bundle(int count)
 {
     const double step = std::sqrt(3.0) / 2;
     const double radius = std::sqrt(count * step / std::acos(-1.0));

@@ -1,0 +1,385 @@
+// The dialogs of fills as users drive them: from the tool bar and the legend, by mouse and keys.
+#include "AppFixture.h"
+
+#include <app/CommandActions.h>
+#include <app/LegendModel.h>
+#include <app/LegendView.h>
+
+#include <brannock/gui/ChooseSymbolDlg.h>
+#include <plans/dialogs/FillDialog.h>
+#include <plans/FillCommit.h>
+#include <plans/FillEditors.h>
+#include <tarnwick/gui/NumberField.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+using tarnwick::NumberField;
+
+namespace app {
+
+namespace {
+
+class FillDialogTest : public AppTest
+{
+protected:
+    FillDialogTest()
+    {
+        qputenv("XDG_CONFIG_HOME", m_settings.path().toLocal8Bit());
+        EXPECT_TRUE(window.openProject(projectFolder()));
+        window.show();
+        activate(window);
+    }
+
+    /// Keys reach the active window only, and without a window manager none becomes active by itself.
+    static void activate(QWidget &widget)
+    {
+        widget.activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), &widget);
+    }
+    /// Does this to the next dialog that opens, which must end by it.
+    void whenOpen(const std::function<void(QDialog &)> &act)
+    {
+        const QWidget *before = QApplication::activeModalWidget();
+        auto *timer = new QTimer(&window);
+        QObject::connect(timer, &QTimer::timeout, &window, [this, timer, before, act] {
+            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            if (!dialog || dialog == before)
+                return;
+            timer->stop();
+            timer->deleteLater();
+            activate(*dialog);
+            ++opened;
+            act(*dialog);
+            if (dialog->isVisible()) {
+                ADD_FAILURE() << "the dialog is still open";
+                dialog->reject();
+            }
+        });
+        timer->start(1);
+    }
+    void pressFill(const QString &name)
+    {
+        window.findChild<QToolButton *>(u"fill"_s + name)->click();
+        QCoreApplication::processEvents();
+    }
+    static void enter(QDialog &dialog) { QTest::keyClick(&dialog, Qt::Key_Return); }
+    template <typename Widget>
+    static Widget *part(QDialog &dialog, const QString &name)
+    {
+        auto *widget = dialog.findChild<Widget *>(name);
+        EXPECT_NE(widget, nullptr) << qPrintable(name);
+        return widget;
+    }
+    QString undoText() { return window.commands().action(Undo)->text(); }
+    LegendView &legend() { return *window.findChild<LegendView *>(u"legend"_s); }
+    QString cell(int row, int column) { return legend().model()->index(row, column).data().toString(); }
+    void addPattern(int firstRow)
+    {
+        plans::PatternFill fill;
+        fill.parameters.firstRow = firstRow;
+        plans::addNewFill(window, fill);
+        QCoreApplication::processEvents();
+    }
+
+    DBase window{&said};
+    int opened = 0;
+
+private:
+    QTemporaryDir m_settings; ///< sizes of dialogs
+};
+
+/// What Tab goes through, once round.
+QList<QWidget *> tabOrder(QDialog &dialog)
+{
+    QList<QWidget *> order;
+    QWidget *start = dialog.focusWidget();
+    do {
+        order.append(dialog.focusWidget());
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+    } while (dialog.focusWidget() != start && order.size() < 100);
+    return order;
+}
+
+/// The letters that Alt works with, of fields and buttons.
+QList<QChar> mnemonics(QDialog &dialog)
+{
+    QList<QChar> letters;
+    const auto add = [&letters](const QString &text) {
+        const qsizetype mark = text.indexOf(u'&');
+        if (mark >= 0 && mark + 1 < text.size())
+            letters.append(text[mark + 1].toLower());
+    };
+    for (const auto *label : dialog.findChildren<QLabel *>())
+        add(label->text());
+    for (const auto *button : dialog.findChildren<QAbstractButton *>())
+        add(button->text());
+    return letters;
+}
+
+} // namespace
+
+TEST_F(FillDialogTest, RandomFillByMouseAndKeys)
+{
+    whenOpen([](QDialog &dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"Random Fill"_s);
+        auto *value = part<NumberField>(dialog, u"value"_s);
+        EXPECT_TRUE(value->hasFocus());
+        EXPECT_EQ(value->text(), u" 10%"_s);
+        auto *mode = part<QPushButton>(dialog, u"mode"_s);
+        EXPECT_EQ(mode->text(), u"Percent"_s);
+        QTest::mousePress(mode, Qt::RightButton);
+        EXPECT_EQ(mode->text(), u"Tube Count"_s);
+        EXPECT_EQ(value->text(), u"     0 tubes"_s);
+        EXPECT_EQ(part<QLabel>(dialog, u"entryLabel"_s)->text(), u"0 Tubes Fill"_s);
+        QTest::mouseClick(value->findChild<QLineEdit *>(), Qt::RightButton); // round to all of them
+        EXPECT_EQ(part<QLabel>(dialog, u"summary"_s)->text(), u"300 of 300 tubes"_s);
+        QTest::mouseClick(value->findChild<QLineEdit *>(), Qt::MiddleButton);
+        QTest::keyClicks(value, u"25"_s);
+        EXPECT_FALSE(part<NumberField>(dialog, u"seed"_s)->isEnabled());
+        QTest::keyClick(part<QCheckBox>(dialog, u"randomSeed"_s), Qt::Key_Space);
+        EXPECT_TRUE(part<NumberField>(dialog, u"seed"_s)->isEnabled());
+        QTest::keyClicks(part<NumberField>(dialog, u"seed"_s), u"9"_s); // 1 becomes 19
+        enter(dialog);
+    });
+    pressFill(u"RANDOM"_s);
+    ASSERT_EQ(opened, 1);
+    ASSERT_EQ(window.legend().count(), 1);
+    const auto &fill = static_cast<const plans::PcntFill &>(window.legend().entry(0));
+    EXPECT_EQ(fill.label, u"25 Tubes Fill"_s);
+    EXPECT_EQ(fill.tubes.size(), 25);
+    EXPECT_EQ(fill.parameters.seed, 19u);
+    EXPECT_EQ(cell(0, LegendModel::Tubes), u"25"_s);
+    EXPECT_EQ(cell(0, LegendModel::Hits), u"25"_s);
+    EXPECT_EQ(undoText(), u"Undo Random 10% Fill"_s);
+    EXPECT_EQ(legend().currentEntry(), 0);
+
+    // What was used is offered the next time.
+    whenOpen([](QDialog &dialog) {
+        EXPECT_EQ(part<QPushButton>(dialog, u"mode"_s)->text(), u"Tube Count"_s);
+        EXPECT_EQ(part<NumberField>(dialog, u"value"_s)->text(), u"    25 tubes"_s);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    pressFill(u"RANDOM"_s);
+    EXPECT_EQ(opened, 2);
+    EXPECT_EQ(window.legend().count(), 1);
+    EXPECT_EQ(window.projectSession().undo().stack().count(), 1);
+}
+
+TEST_F(FillDialogTest, BoxFillAroundTheSelection)
+{
+    window.steamGen().setSelected(window.steamGen().numTube() / 2, true);
+    whenOpen([](QDialog &dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"Box Fill"_s);
+        auto *radius = part<NumberField>(dialog, u"radius"_s);
+        EXPECT_EQ(radius->text(), u"1.000"_s);
+        QTest::keyClick(radius, Qt::Key_Up, Qt::ShiftModifier);
+        QTest::keyClick(radius, Qt::Key_Up, Qt::ShiftModifier);
+        EXPECT_EQ(part<QLabel>(dialog, u"entryLabel"_s)->text(), u"Radius 3.000"_s);
+        QTest::mouseClick(dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
+    });
+    pressFill(u"BOX"_s);
+    ASSERT_EQ(window.legend().count(), 1);
+    EXPECT_GT(window.legend().entry(0).fillCount, 0);
+    EXPECT_EQ(window.legend().entry(0).colour, 0xFF0000u);
+    EXPECT_EQ(window.legend().entry(0).symbol, u'A');
+    EXPECT_EQ(undoText(), u"Undo Box Fill"_s);
+}
+
+TEST_F(FillDialogTest, PatternFillByItsMnemonicsAndSymbol)
+{
+    whenOpen([this](QDialog &dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"Pattern Fill"_s);
+        QTest::keyClick(&dialog, Qt::Key_I, Qt::AltModifier);
+        auto *rowInc = part<NumberField>(dialog, u"rowInc"_s);
+        EXPECT_TRUE(rowInc->hasFocus());
+        QTest::keyClicks(rowInc, u"3"_s);
+        EXPECT_EQ(rowInc->text(), u"3"_s) << "the old number is replaced";
+        QTest::keyClick(&dialog, Qt::Key_L, Qt::AltModifier);
+        QTRY_VERIFY(part<QCheckBox>(dialog, u"includeLast"_s)->isChecked());
+        whenOpen([](QDialog &symbols) {
+            EXPECT_EQ(symbols.windowTitle(), u"Choose Symbol"_s);
+            QTest::keyClicks(part<QLineEdit>(symbols, u"findSymbol"_s), u"spade"_s);
+            enter(symbols);
+        });
+        QTest::keyClick(&dialog, Qt::Key_S, Qt::AltModifier);
+        QTRY_COMPARE(opened, 2);
+        activate(dialog);
+        enter(dialog);
+    });
+    pressFill(u"PATTERN"_s);
+    EXPECT_EQ(opened, 2);
+    ASSERT_EQ(window.legend().count(), 1);
+    const auto &fill = static_cast<const plans::PatternFill &>(window.legend().entry(0));
+    EXPECT_EQ(fill.label, u"Pattern 3x2"_s);
+    EXPECT_TRUE(fill.parameters.includeLastTube);
+    EXPECT_EQ(fill.symbol, u'\u2660') << "in place of the automatic letter";
+}
+
+TEST_F(FillDialogTest, EveryPartIsReachedByTabAndHasALetterOfItsOwn)
+{
+    for (const QString &name : {u"RANDOM"_s, u"BOX"_s, u"PATTERN"_s}) {
+        whenOpen([&name](QDialog &dialog) {
+            const QList<QWidget *> order = tabOrder(dialog);
+            for (QWidget *widget : dialog.findChildren<QWidget *>()) {
+                const bool isField = qobject_cast<QComboBox *>(widget) || qobject_cast<QAbstractButton *>(widget) ||
+                                     qobject_cast<NumberField *>(widget);
+                if (isField && widget->isEnabled() && widget->isVisible()) {
+                    EXPECT_TRUE(order.contains(widget)) << qPrintable(name) << ' ' << qPrintable(widget->objectName());
+                }
+            }
+            const QList<QChar> letters = mnemonics(dialog);
+            EXPECT_EQ(QSet<QChar>(letters.begin(), letters.end()).size(), letters.size()) << qPrintable(name);
+            dialog.reject();
+        });
+        pressFill(name);
+    }
+    EXPECT_EQ(opened, 3);
+}
+
+TEST_F(FillDialogTest, SizeIsRemembered)
+{
+    whenOpen([](QDialog &dialog) {
+        dialog.resize(900, 600);
+        dialog.reject();
+    });
+    pressFill(u"PATTERN"_s);
+    whenOpen([](QDialog &dialog) {
+        EXPECT_EQ(dialog.size(), QSize(900, 600));
+        dialog.reject();
+    });
+    pressFill(u"PATTERN"_s);
+    EXPECT_EQ(opened, 2);
+}
+
+TEST_F(FillDialogTest, EntryIsEditedByDoubleClickAndReturn)
+{
+    addPattern(1);
+    const QModelIndex description = legend().model()->index(0, LegendModel::Description);
+    whenOpen([](QDialog &dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"Pattern Fill"_s);
+        QTest::keyClick(part<NumberField>(dialog, u"colInc"_s), Qt::Key_Up);
+        enter(dialog);
+    });
+    const QPoint place = legend().visualRect(description).center();
+    QTest::mouseClick(legend().viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(legend().viewport(), Qt::LeftButton, {}, place);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(cell(0, LegendModel::Description), u"Pattern 2x3"_s);
+    EXPECT_EQ(window.projectSession().undo().stack().count(), 2);
+
+    // OK without a change is no change.
+    whenOpen([](QDialog &dialog) { enter(dialog); });
+    legend().setFocus();
+    QTest::keyClick(&legend(), Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(opened, 2);
+    EXPECT_EQ(window.projectSession().undo().stack().count(), 2);
+    window.commands().action(Undo)->trigger();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(cell(0, LegendModel::Description), u"Pattern 2x2"_s);
+}
+
+TEST_F(FillDialogTest, SymbolIsChosenByAClickOnItAndByKey)
+{
+    addPattern(1);
+    const QRect symbol = legend().visualRect(legend().model()->index(0, LegendModel::Symbol));
+    whenOpen([](QDialog &dialog) {
+        QTest::keyClicks(part<QLineEdit>(dialog, u"findSymbol"_s), u"Q"_s);
+        enter(dialog);
+    });
+    QTest::mouseClick(legend().viewport(), Qt::LeftButton, {}, {symbol.right() - 8, symbol.center().y()});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.legend().entry(0).symbol, u'Q');
+    EXPECT_TRUE(window.legend().entry(0).shown);
+    EXPECT_EQ(undoText(), u"Undo Change Symbol"_s);
+    // The box beside it hides and asks for nothing.
+    QTest::mouseClick(legend().viewport(), Qt::LeftButton, {}, {symbol.left() + 9, symbol.center().y()});
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(window.legend().entry(0).shown);
+    EXPECT_EQ(opened, 1);
+    activate(window);
+    whenOpen([](QDialog &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    legend().setFocus();
+    QTest::keyClick(&legend(), Qt::Key_S, Qt::AltModifier);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(opened, 2);
+    EXPECT_EQ(window.legend().entry(0).symbol, u'Q');
+}
+
+TEST_F(FillDialogTest, EntryIsRenamedInPlace)
+{
+    addPattern(1);
+    addPattern(2);
+    legend().setFocus();
+    legend().setCurrentEntry(1);
+    const auto rename = [this](const QString &text) {
+        QTest::keyClick(&legend(), Qt::Key_F2);
+        auto *editor = legend().viewport()->findChild<QLineEdit *>();
+        ASSERT_NE(editor, nullptr);
+        editor->selectAll();
+        QTest::keyClicks(editor, text);
+        if (text.isEmpty())
+            QTest::keyClick(editor, Qt::Key_Delete);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents();
+    };
+    rename(u"Edge tubes"_s);
+    QTRY_COMPARE(window.legend().entry(1).label, u"Edge tubes"_s);
+    EXPECT_EQ(undoText(), u"Undo Rename Entry"_s);
+    EXPECT_EQ(opened, 0) << "Return ends the typing and opens nothing";
+    rename(QString());
+    QTRY_COMPARE(window.legend().entry(1).label, u"Pattern 2x2"_s);
+    const int steps = window.projectSession().undo().stack().count();
+    rename(u"Pattern 2x2"_s);
+    EXPECT_EQ(window.projectSession().undo().stack().count(), steps);
+    EXPECT_EQ(window.legend().count(), 2) << "Delete in the field deletes text, not the entry";
+}
+
+TEST_F(FillDialogTest, EveryChangeIsInTheListToJumpIn)
+{
+    addPattern(1);
+    addPattern(2);
+    LegendEditor editor(window);
+    editor.move(0, 1);
+    editor.setSymbol(0, u'#', 0x123456);
+    editor.setShown(1, false);
+    editor.rename(0, u"x & y"_s);
+    editor.remove(0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(undoText(), u"Undo Delete Entry"_s);
+    QTimer::singleShot(0, &window, [this] {
+        auto *changes = window.findChild<QMenu *>(u"changes"_s);
+        ASSERT_TRUE(changes->isVisible());
+        QStringList texts;
+        for (const QAction *action : changes->actions())
+            texts.append(action->text());
+        EXPECT_EQ(texts, (QStringList{u"Delete Entry"_s, u"Rename Entry"_s, u"Hide Entry"_s, u"Change Symbol"_s,
+                                      u"Move Entry"_s, u"Pattern Fill"_s, u"Pattern Fill"_s, u"Start"_s}));
+        changes->actions().at(4)->trigger();
+        changes->hide();
+    });
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier | Qt::AltModifier);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.legend().count(), 2);
+    EXPECT_EQ(undoText(), u"Undo Move Entry"_s);
+    EXPECT_EQ(cell(0, LegendModel::Tubes), cell(0, LegendModel::Hits));
+    EXPECT_TRUE(window.legend().entry(1).shown);
+    activate(window);
+    QTest::keyClick(&window, Qt::Key_Y, Qt::ControlModifier);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.legend().entry(0).symbol, u'#');
+}
+
+} // namespace app
