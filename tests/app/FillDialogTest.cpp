@@ -295,8 +295,9 @@ TEST_F(FillDialogTest, SymbolIsChosenByAClickOnItAndByKey)
 {
     addPattern(1);
     const QRect symbol = legend().visualRect(legend().model()->index(0, LegendModel::Symbol));
-    whenOpen([](QDialog &dialog) {
+    whenOpen([this](QDialog &dialog) {
         QTest::keyClicks(part<QLineEdit>(dialog, u"findSymbol"_s), u"Q"_s);
+        EXPECT_EQ(window.steamGen().symbol(window.legend().entry(0).tubes.first()), u'Q') << "shown at once";
         enter(dialog);
     });
     QTest::mouseClick(legend().viewport(), Qt::LeftButton, {}, {symbol.right() - 8, symbol.center().y()});
@@ -310,12 +311,23 @@ TEST_F(FillDialogTest, SymbolIsChosenByAClickOnItAndByKey)
     EXPECT_FALSE(window.legend().entry(0).shown);
     EXPECT_EQ(opened, 1);
     activate(window);
-    whenOpen([](QDialog &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    const int steps = window.projectSession().undo().stack().count();
+    whenOpen([](QDialog &dialog) {
+        part<QToolButton>(dialog, u"palette3"_s)->click();
+        QCoreApplication::processEvents();
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
     legend().setFocus();
     QTest::keyClick(&legend(), Qt::Key_S, Qt::AltModifier);
     QCoreApplication::processEvents();
     EXPECT_EQ(opened, 2);
     EXPECT_EQ(window.legend().entry(0).symbol, u'Q');
+    EXPECT_EQ(window.legend().entry(0).colour, 0x0000FFu);
+    EXPECT_EQ(window.projectSession().undo().stack().count(), steps) << "what was only tried out is no change";
+    window.commands().action(Undo)->trigger();
+    window.commands().action(Undo)->trigger();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.legend().entry(0).symbol, u'A');
 }
 
 TEST_F(FillDialogTest, EntryIsRenamedInPlace)
