@@ -41,10 +41,21 @@ void DBase::chooseSymbol(int entry)
 {
     if (entry < 0 || entry >= legend().count())
         return;
-    const plans::MapFill &fill = legend().entry(entry);
+    plans::MapFill &fill = legend().entry(entry);
+    const brannock::TubeMark before{fill.symbol, fill.colour};
+    // The map shows each choice at once; whether it is to stay is decided with OK.
+    const auto tryOut = [this, &fill](const brannock::TubeMark &mark) {
+        fill.symbol = mark.symbol;
+        fill.colour = mark.colour;
+        legend().repaint();
+        redrawMap();
+    };
     brannock::ColourChooser colours(m_session->roots(), *m_prompts);
-    brannock::ChooseSymbolDlg dialog({fill.symbol, fill.colour}, m_map->options(), colours, this);
-    if (dialog.exec() == QDialog::Accepted)
+    brannock::ChooseSymbolDlg dialog(before, m_map->options(), colours, this);
+    connect(&dialog, &brannock::ChooseSymbolDlg::markChanged, this, tryOut);
+    const bool isChosen = dialog.exec() == QDialog::Accepted;
+    tryOut(before);
+    if (isChosen)
         LegendEditor(*this).setSymbol(entry, dialog.mark().symbol, dialog.mark().colour);
 }
 

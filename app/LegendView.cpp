@@ -6,11 +6,29 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPainter>
 
 using namespace Qt::StringLiterals;
 
 namespace app {
+
+namespace {
+
+/// The editor of descriptions. The legend is refreshed whenever something has changed; what is being typed stays.
+class DescriptionDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override
+    {
+        const auto *line = qobject_cast<const QLineEdit *>(editor);
+        if (!line || !line->isModified())
+            QStyledItemDelegate::setEditorData(editor, index);
+    }
+};
+
+} // namespace
 
 LegendView::LegendView(LegendModel *model, QWidget *parent)
     : QTableView(parent)
@@ -20,6 +38,7 @@ LegendView::LegendView(LegendModel *model, QWidget *parent)
     setAccessibleDescription(u"The entries of the map; entries further down are painted over those above"_s);
     setModel(model);
     setItemDelegateForColumn(LegendModel::Symbol, new SymbolDelegate(this));
+    setItemDelegateForColumn(LegendModel::Description, new DescriptionDelegate(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);

@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -46,7 +47,7 @@ protected:
     static void activate(QWidget &widget)
     {
         widget.activateWindow();
-        QTRY_COMPARE(QApplication::activeWindow(), &widget);
+        EXPECT_TRUE(QTest::qWaitFor([&widget] { return QApplication::activeWindow() == &widget; }));
     }
     /// Does this to the next dialog that opens, which must end by it.
     void whenOpen(const std::function<void(QDialog &)> &act)
@@ -207,14 +208,15 @@ TEST_F(FillDialogTest, PatternFillByItsMnemonicsAndSymbol)
         QTest::keyClicks(rowInc, u"3"_s);
         EXPECT_EQ(rowInc->text(), u"3"_s) << "the old number is replaced";
         QTest::keyClick(&dialog, Qt::Key_L, Qt::AltModifier);
-        QTRY_VERIFY(part<QCheckBox>(dialog, u"includeLast"_s)->isChecked());
+        auto *last = part<QCheckBox>(dialog, u"includeLast"_s);
+        EXPECT_TRUE(QTest::qWaitFor([last] { return last->isChecked(); }));
         whenOpen([](QDialog &symbols) {
             EXPECT_EQ(symbols.windowTitle(), u"Choose Symbol"_s);
             QTest::keyClicks(part<QLineEdit>(symbols, u"findSymbol"_s), u"spade"_s);
             enter(symbols);
         });
         QTest::keyClick(&dialog, Qt::Key_S, Qt::AltModifier);
-        QTRY_COMPARE(opened, 2);
+        EXPECT_TRUE(QTest::qWaitFor([this] { return opened == 2; }));
         activate(dialog);
         enter(dialog);
     });
@@ -295,8 +297,9 @@ TEST_F(FillDialogTest, SymbolIsChosenByAClickOnItAndByKey)
 {
     addPattern(1);
     const QRect symbol = legend().visualRect(legend().model()->index(0, LegendModel::Symbol));
-    whenOpen([](QDialog &dialog) {
+    whenOpen([this](QDialog &dialog) {
         QTest::keyClicks(part<QLineEdit>(dialog, u"findSymbol"_s), u"Q"_s);
+        EXPECT_EQ(window.steamGen().symbol(window.legend().entry(0).tubes.first()), u'Q') << "shown at once";
         enter(dialog);
     });
     QTest::mouseClick(legend().viewport(), Qt::LeftButton, {}, {symbol.right() - 8, symbol.center().y()});
@@ -310,12 +313,23 @@ TEST_F(FillDialogTest, SymbolIsChosenByAClickOnItAndByKey)
     EXPECT_FALSE(window.legend().entry(0).shown);
     EXPECT_EQ(opened, 1);
     activate(window);
-    whenOpen([](QDialog &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    const int steps = window.projectSession().undo().stack().count();
+    whenOpen([](QDialog &dialog) {
+        part<QToolButton>(dialog, u"palette3"_s)->click();
+        QCoreApplication::processEvents();
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
     legend().setFocus();
     QTest::keyClick(&legend(), Qt::Key_S, Qt::AltModifier);
     QCoreApplication::processEvents();
     EXPECT_EQ(opened, 2);
     EXPECT_EQ(window.legend().entry(0).symbol, u'Q');
+    EXPECT_EQ(window.legend().entry(0).colour, 0x0000FFu);
+    EXPECT_EQ(window.projectSession().undo().stack().count(), steps) << "what was only tried out is no change";
+    window.commands().action(Undo)->trigger();
+    window.commands().action(Undo)->trigger();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.legend().entry(0).symbol, u'A');
 }
 
 TEST_F(FillDialogTest, EntryIsRenamedInPlace)
@@ -326,21 +340,22 @@ TEST_F(FillDialogTest, EntryIsRenamedInPlace)
     legend().setCurrentEntry(1);
     const auto rename = [this](const QString &text) {
         QTest::keyClick(&legend(), Qt::Key_F2);
-        auto *editor = legend().viewport()->findChild<QLineEdit *>();
+        const QPointer<QLineEdit> editor = legend().viewport()->findChild<QLineEdit *>();
         ASSERT_NE(editor, nullptr);
         editor->selectAll();
         QTest::keyClicks(editor, text);
         if (text.isEmpty())
             QTest::keyClick(editor, Qt::Key_Delete);
         QTest::keyClick(editor, Qt::Key_Return);
+        EXPECT_TRUE(QTest::qWaitFor([&editor] { return editor.isNull(); }));
         QCoreApplication::processEvents();
     };
     rename(u"Edge tubes"_s);
-    QTRY_COMPARE(window.legend().entry(1).label, u"Edge tubes"_s);
+    EXPECT_EQ(window.legend().entry(1).label, u"Edge tubes"_s);
     EXPECT_EQ(undoText(), u"Undo Rename Entry"_s);
     EXPECT_EQ(opened, 0) << "Return ends the typing and opens nothing";
     rename(QString());
-    QTRY_COMPARE(window.legend().entry(1).label, u"Pattern 2x2"_s);
+    EXPECT_EQ(window.legend().entry(1).label, u"Pattern 2x2"_s);
     const int steps = window.projectSession().undo().stack().count();
     rename(u"Pattern 2x2"_s);
     EXPECT_EQ(window.projectSession().undo().stack().count(), steps);

@@ -147,14 +147,20 @@ void ChooseSymbolDlg::showMark()
 void ChooseSymbolDlg::setSymbol(char16_t symbol)
 {
     m_mark.symbol = symbol;
-    showMark();
+    changeMark();
 }
 
 void ChooseSymbolDlg::setColour(const QColor &colour)
 {
     m_mark.colour = toColourRef(colour);
     m_grid->setColour(colour);
+    changeMark();
+}
+
+void ChooseSymbolDlg::changeMark()
+{
     showMark();
+    Q_EMIT markChanged(m_mark);
 }
 
 void ChooseSymbolDlg::chooseColour()

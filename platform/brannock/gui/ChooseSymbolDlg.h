@@ -27,6 +27,10 @@ public:
 
     void reject() override;
 
+Q_SIGNALS:
+    /// Another symbol or colour was chosen; nothing is decided before the dialog ends.
+    void markChanged(const brannock::TubeMark &mark);
+
 private:
     QLayout *makeLeft();
     QLayout *makeRight();
@@ -36,6 +40,7 @@ private:
     void chooseColour();
     void find(const QString &text);
     void showMark();
+    void changeMark();
 
     const TubeMark m_before;
     TubeMark m_mark;

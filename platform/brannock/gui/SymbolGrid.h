@@ -41,7 +41,7 @@ private:
     QColor m_colour;
     int m_chosen = -1;
     bool m_isEntered = false; ///< the focus is just coming
-    QList<int> m_left; ///< chosen before, since the colour was set
+    QList<int> m_left;        ///< chosen before, since the colour was set
     QList<bool> m_found;
 };
 
