@@ -385,7 +385,7 @@ TEST_F(FillDialogTest, EveryChangeIsInTheListToJumpIn)
         changes->actions().at(4)->trigger();
         changes->hide();
     });
-    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier | Qt::AltModifier);
+    QTest::keyClick(&window, Qt::Key_H, Qt::ControlModifier);
     QCoreApplication::processEvents();
     EXPECT_EQ(window.legend().count(), 2);
     EXPECT_EQ(undoText(), u"Undo Move Entry"_s);

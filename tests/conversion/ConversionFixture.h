@@ -4,6 +4,7 @@
 #include <support/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
+#include <QDir>
 
 /// A project with tubes of rows and columns 1 to 20 in section 0, in a temporary folder.
 class ConversionTest : public ::testing::Test
@@ -14,6 +15,7 @@ protected:
         using namespace Qt::StringLiterals;
         qputenv("PALOMINE_DIR", folder.path(u"installation"_s).toUtf8());
         project.folder = folder.path(u"project"_s);
+        QDir().mkpath(project.folder);
         project.site.siteCode = u"KLM"_s;
         project.site.compCode = u"SGA"_s;
         project.currentOutage = u"2002R"_s;

@@ -96,13 +96,27 @@ void InnerSql::runKeyed(const SelectPlan &plan, const Rows &expected)
                       plan.rowSql.toStdString());
 }
 
-void InnerSql::runAction(const ActionPlan &plan)
+void InnerSql::runSteps(const QList<ActionPlan::Step> &steps)
 {
-    for (const ActionPlan::Step &step : plan.steps) {
+    for (const ActionPlan::Step &step : steps) {
+        const bool gathers = !step.gathersInto.isEmpty();
         // What follows may need what this one makes.
-        if (!read(step.sql).complete)
+        if (!read(gathers ? u"CREATE TEMP TABLE "_s + step.gathersInto + u" AS "_s + step.sql : step.sql).complete)
+            return;
+        const QString table = u"temp."_s + step.gathersInto;
+        if (step.keyed &&
+            !read(u"DELETE FROM "_s + table + u" WHERE _k0 IS NULL OR rowid NOT IN (SELECT max(rowid) FROM "_s + table +
+                  u" GROUP BY _k0)"_s)
+                 .complete)
             return;
     }
+}
+
+void InnerSql::runAction(const ActionPlan &plan)
+{
+    runSteps(plan.steps);
+    sqlite3_exec(m_handle, "ROLLBACK TO fuzz", nullptr, nullptr, nullptr);
+    runSteps(plan.askingSteps);
 }
 
 InnerSql::Rows InnerSql::read(const QString &sql, const QList<qint64> &keys)

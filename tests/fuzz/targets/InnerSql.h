@@ -29,6 +29,7 @@ private:
     void runSelect(const dao::sql::SelectPlan &plan);
     void runKeyed(const dao::sql::SelectPlan &plan, const Rows &expected);
     void runAction(const dao::sql::ActionPlan &plan);
+    void runSteps(const QList<dao::sql::ActionPlan::Step> &steps);
     /// Key 0 stands for Null.
     Rows read(const QString &sql, const QList<qint64> &keys = {});
     sqlite3_stmt *prepare(const QString &sql);

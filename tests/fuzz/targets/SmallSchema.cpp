@@ -37,6 +37,11 @@ void noDomain(sqlite3_context *context, int, sqlite3_value **)
     sqlite3_result_null(context);
 }
 
+void nobodyCancels(sqlite3_context *context, int, sqlite3_value **)
+{
+    sqlite3_result_int(context, 0);
+}
+
 } // namespace
 
 SmallSchema::SmallSchema()
@@ -49,6 +54,8 @@ SmallSchema::SmallSchema()
     sqlite3_limit(m_handle, SQLITE_LIMIT_LENGTH, 1000000);
     dao::functions::registerAll(m_handle);
     sqlite3_create_function_v2(m_handle, "jet_domain", -1, SQLITE_UTF8, nullptr, noDomain, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(m_handle, "dao_cancelled", 0, SQLITE_UTF8, nullptr, nobodyCancels, nullptr, nullptr,
+                               nullptr);
     m_tables.reserve(2);
     add(u"t"_s,
         {field(u"id"_s, DataType::Long, dao::AutoIncrement), field(u"a"_s, DataType::Integer),
