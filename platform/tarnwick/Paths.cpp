@@ -12,6 +12,17 @@ using namespace Qt::StringLiterals;
 
 static const QString kInstallationMacro = u"[PALOMINE_DIR]"_s;
 
+/// Makes the sub-folders of an installation that are missing; those that could not be made.
+static QStringList makeFolders(const QString &installation)
+{
+    QStringList failed;
+    for (const QString &folder : {u"config/arvo"_s, u"user/queries"_s, u"user/map_templates"_s, u"user/map_headers"_s,
+                                  u"user/display_formats"_s})
+        if (!QDir(installation).mkpath(folder))
+            failed.append(folder);
+    return failed;
+}
+
 PathRoots PathRoots::fromEnvironment(const QString &projectDir)
 {
     PathRoots roots;
@@ -22,21 +33,19 @@ PathRoots PathRoots::fromEnvironment(const QString &projectDir)
         roots.palomineDir = QDir::cleanPath(QDir(QDir::fromNativeSeparators(fromEnvironment)).absolutePath());
         // One that is shared and read-only stays as it is.
         if (QFileInfo(roots.palomineDir).isWritable())
-            roots.makeInstallationFolders();
+            makeFolders(roots.palomineDir);
     } else {
         roots.palomineDir = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/palomine"_s;
-        roots.makeInstallationFolders();
+        makeFolders(roots.palomineDir);
     }
     return roots;
 }
 
 void PathRoots::makeInstallationFolders() const
 {
-    for (const QString &folder : {u"config/arvo"_s, u"user/queries"_s, u"user/map_templates"_s, u"user/map_headers"_s,
-                                  u"user/display_formats"_s}) {
-        if (!QDir(palomineDir).mkpath(folder))
-            throw FileError(palomineDir, 0, u"the folder %1 cannot be made."_s.arg(folder));
-    }
+    const QStringList failed = makeFolders(palomineDir);
+    if (!failed.isEmpty())
+        throw FileError(palomineDir, 0, u"the folder %1 cannot be made."_s.arg(failed.first()));
 }
 
 static QString withBackslashes(QString text)

@@ -12,7 +12,7 @@ struct PathRoots
 
     /// palomineDir from the environment (PALOMINE_DIR), else a folder "palomine" in the user's data folder, which is
     /// made on first use. Its sub-folders (config\arvo, user\queries, user\map_templates, user\map_headers,
-    /// user\display_formats) are made where they are missing and can be.
+    /// user\display_formats) are made where they are missing and can be; what needs them says so when it cannot write.
     static PathRoots fromEnvironment(const QString &projectDir = {});
     /// Makes the installation's sub-folders where they are missing. Throws FileError.
     void makeInstallationFolders() const;
