@@ -1,5 +1,6 @@
 #include "DBaseApp.h"
 
+#include "CheckStyle.h"
 #include "DBase.h"
 
 #include <app/logic/Messages.h>
@@ -11,7 +12,7 @@
 #include <QElapsedTimer>
 #include <QPalette>
 #include <QPixmap>
-#include <QStyleFactory>
+#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -158,7 +159,7 @@ bool DBaseApp::writePicture()
 
 void useDarkPalette()
 {
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setStyle(new CheckStyle);
     const QColor window(0x2b, 0x2d, 0x30);
     const QColor base(0x1e, 0x1f, 0x22);
     const QColor text(0xdf, 0xe1, 0xe5);
@@ -200,8 +201,8 @@ int runArvo(int argc, char **argv)
     QCoreApplication::setOrganizationName(u"Palomine"_s);
     if (options.dark)
         useDarkPalette();
-    else if (!options.picture.isEmpty())
-        QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    else if (!options.picture.isEmpty() || QApplication::style()->name() == u"fusion"_s)
+        QApplication::setStyle(new CheckStyle);
     DBaseApp app(options);
     if (!options.picture.isEmpty())
         return app.writePicture() ? 0 : 1;
