@@ -1,9 +1,8 @@
-#include "Bundle.h"
+#include "SampleBundle.h"
 
 #include <benchmark/benchmark.h>
 #include <brannock/gui/MapCache.h>
 #include <brannock/gui/TubesheetMap.h>
-#include <cmath>
 #include <QApplication>
 #include <QImage>
 #include <QMouseEvent>
