@@ -1,5 +1,6 @@
 #include "DBaseApp.h"
 
+#include "CheckStyle.h"
 #include "DBase.h"
 #include "LineIcon.h"
 
@@ -12,7 +13,7 @@
 #include <QElapsedTimer>
 #include <QPalette>
 #include <QPixmap>
-#include <QStyleFactory>
+#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -171,7 +172,7 @@ bool DBaseApp::writePicture()
 
 void useDarkPalette()
 {
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setStyle(new CheckStyle);
     const QColor window(0x2b, 0x2d, 0x30);
     const QColor base(0x1e, 0x1f, 0x22);
     const QColor text(0xdf, 0xe1, 0xe5);
@@ -215,8 +216,8 @@ int runArvo(int argc, char **argv)
     QApplication::setWindowIcon(programIcon());
     if (options.dark)
         useDarkPalette();
-    else if (!options.picture.isEmpty())
-        QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    else if (!options.picture.isEmpty() || QApplication::style()->name() == u"fusion"_s)
+        QApplication::setStyle(new CheckStyle);
     DBaseApp app(options);
     if (!options.picture.isEmpty())
         return app.writePicture() ? 0 : 1;

@@ -1,5 +1,6 @@
 #include "SymbolDelegate.h"
 
+#include "CheckStyle.h"
 #include "LegendModel.h"
 
 #include <brannock/gui/MapColours.h>
@@ -23,22 +24,9 @@ QRect checkRect(const QStyleOptionViewItem &option)
 void paintCheck(QPainter &painter, const QRect &rect, bool checked, const QStyleOptionViewItem &option)
 {
     const bool selected = option.state & QStyle::State_Selected;
-    const QColor ink = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
-    const QColor ground = option.palette.color(selected ? QPalette::Highlight : QPalette::Base);
-    const QRectF box = QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5);
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(brannock::mixed(ink, ground, 0.4), 1));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(box, 2, 2);
-    if (checked) {
-        painter.setPen(QPen(ink, box.width() / 7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        const QPointF tick[] = {box.topLeft() + QPointF(box.width() * 0.22, box.height() * 0.55),
-                                box.topLeft() + QPointF(box.width() * 0.42, box.height() * 0.75),
-                                box.topLeft() + QPointF(box.width() * 0.79, box.height() * 0.27)};
-        painter.drawPolyline(tick, int(std::size(tick)));
-    }
-    painter.restore();
+    paintCheckBox(painter, rect, checked ? Qt::Checked : Qt::Unchecked,
+                  option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text),
+                  option.palette.color(selected ? QPalette::Highlight : QPalette::Base));
 }
 
 } // namespace

@@ -54,11 +54,6 @@ void MapLegend::noteEdit()
         edited();
 }
 
-char16_t MapLegend::nextSymbol(const MapFill &fill, bool autoSymbol) const
-{
-    return autoSymbol && count() < kAutoSymbols ? char16_t(u'A' + count()) : fill.symbol;
-}
-
 void MapLegend::addEntry(std::unique_ptr<MapFill> fill, bool autoSymbol)
 {
     fill->symbol = nextSymbol(*fill, autoSymbol);
@@ -110,6 +105,11 @@ void MapLegend::setSymbol(int index, char16_t symbol, quint32 colour, MapHost &h
     fill.symbolChanged(host);
     noteEdit();
     repaint();
+}
+
+char16_t MapLegend::nextSymbol(const MapFill &fill, bool autoSymbol) const
+{
+    return autoSymbol && count() < kAutoSymbols ? char16_t(u'A' + count()) : fill.symbol;
 }
 
 void MapLegend::setShown(int index, bool shown)

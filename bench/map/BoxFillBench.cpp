@@ -1,5 +1,5 @@
 // The box fill beside the plain double loop over selected and other tubes.
-#include "Bundle.h"
+#include "SampleBundle.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>

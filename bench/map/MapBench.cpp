@@ -1,4 +1,4 @@
-#include "Bundle.h"
+#include "SampleBundle.h"
 
 #include <array>
 #include <benchmark/benchmark.h>

@@ -1,5 +1,5 @@
 // Map files, "Update Map" and undo, without a window.
-#include "Bundle.h"
+#include "SampleBundle.h"
 
 #include <app/logic/MapDocument.h>
 #include <benchmark/benchmark.h>

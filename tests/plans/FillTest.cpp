@@ -197,6 +197,27 @@ TEST(BoxFill, EqualsThePlainDoubleLoop)
     }
 }
 
+/// A damaged component file can hold anything.
+TEST(BoxFill, LeavesOutTubesWithoutAPlace)
+{
+    TestHost host;
+    QList<ellery::Tube> tubes;
+    for (const float x : {0.0F, 1.0F, float(NAN), HUGE_VALF, -HUGE_VALF, 1e30F, 2.0F})
+        tubes.append({{0, 1, qint16(tubes.size() + 1)}, x, 5, false});
+    host.record.steamGen.setTubes(tubes);
+    host.steamGen().setSelection({1, 2});
+    BoxFill fill;
+    EXPECT_TRUE(fill.compute(host));
+    EXPECT_THAT(fill.tubes, ElementsAre(0, 6));
+    fill.parameters.radius = double(NAN);
+    EXPECT_TRUE(fill.compute(host));
+    EXPECT_TRUE(fill.tubes.isEmpty());
+    host.steamGen().setSelection({2, 3});
+    fill.parameters.radius = HUGE_VAL;
+    EXPECT_TRUE(fill.compute(host));
+    EXPECT_TRUE(fill.tubes.isEmpty()) << "no selected tube has a place";
+}
+
 TEST(PatternFill, TakesARegularGridAndTheEndsOfItsRows)
 {
     TestHost host(3, 4);

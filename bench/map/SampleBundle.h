@@ -1,8 +1,10 @@
-#include "Bundle.h"
+#pragma once
+#include <ellery/SteamGen.h>
 
 #include <cmath>
 
-ellery::SteamGen bundle(int count)
+/// A round bundle of about this many tubes on a triangular pitch, every tube marked: 8 colours, 26 symbols.
+inline ellery::SteamGen bundle(int count)
 {
     const double step = std::sqrt(3.0) / 2;
     const double radius = std::sqrt(count * step / std::acos(-1.0));

@@ -1,0 +1,21 @@
+#pragma once
+#include <QProxyStyle>
+
+class QPainter;
+
+namespace app {
+
+/// The Fusion style with check boxes that can be seen in dark palettes: their frame is drawn in the colour of the text.
+class CheckStyle : public QProxyStyle
+{
+    Q_OBJECT
+public:
+    CheckStyle();
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget = nullptr) const override;
+};
+
+/// A check box by itself. ink: of frame and tick; ground: what it stands on.
+void paintCheckBox(QPainter &painter, const QRect &rect, Qt::CheckState state, const QColor &ink, const QColor &ground);
+
+} // namespace app
