@@ -236,7 +236,7 @@ TEST_F(ViewTest, TheFindFieldCompletesAndSaysWhatIsWrong)
     QCoreApplication::processEvents();
     EXPECT_TRUE(field->completer()->popup()->isVisible());
     EXPECT_TRUE(found.index(0, 0).data().toString().startsWith(row)) << qPrintable(found.index(0, 0).data().toString());
-    EXPECT_TRUE(said.entries().isEmpty());
+    EXPECT_TRUE(said.entries().isEmpty()) << qPrintable(said.lastStatus());
     field->completer()->popup()->hide();
 }
 
