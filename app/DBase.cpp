@@ -94,7 +94,7 @@ void DBase::makeStatusBar()
     m_mapText->setObjectName(u"mapText"_s);
     m_selectionText = new QLabel;
     m_selectionText->setObjectName(u"selectionText"_s);
-    for (QLabel *label : {m_tubeText, m_selectionText})
+    for (QLabel *label : {m_tubeText, m_mapText, m_selectionText})
         label->setContentsMargins(fontMetrics().height(), 0, 0, 0);
     statusBar()->addWidget(m_statusText, 1);
     statusBar()->addPermanentWidget(m_tubeText);

@@ -57,8 +57,9 @@ ArvoOptionsDlg::ArvoOptionsDlg(const ArvoOptions &options, const tarnwick::JMacr
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(tabs, 1);
     layout->addWidget(buttons);
-    const int character = fontMetrics().averageCharWidth();
-    resize(std::max(sizeHint().width(), 90 * character), sizeHint().height());
+    // Room for the widest pages: a macro's name and value, the SQL of a tab.
+    const int wide = fontMetrics().averageCharWidth() * 110;
+    resize(sizeHint().expandedTo(QSize(wide, 0)));
 }
 
 QDoubleSpinBox *ArvoOptionsDlg::inches(const QString &name, double &value)
