@@ -18,6 +18,7 @@
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
 #include <tarnwick/gui/BoxPrompts.h>
+#include <tarnwick/gui/Guarded.h>
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -93,7 +94,7 @@ void DBase::makeStatusBar()
     m_mapText->setObjectName(u"mapText"_s);
     m_selectionText = new QLabel;
     m_selectionText->setObjectName(u"selectionText"_s);
-    for (QLabel *label : {m_tubeText, m_selectionText})
+    for (QLabel *label : {m_tubeText, m_mapText, m_selectionText})
         label->setContentsMargins(fontMetrics().height(), 0, 0, 0);
     statusBar()->addWidget(m_statusText, 1);
     statusBar()->addPermanentWidget(m_tubeText);
@@ -128,11 +129,10 @@ void DBase::makeActions()
             refreshMenus();
             refreshCommands();
         });
-    connect(m_actions, &CommandActions::triggered, this, [this](int command) {
-        m_commands->run(command);
-        scheduleRefresh();
-    });
-    connect(m_actions, &CommandActions::extraTriggered, this, &DBase::runExtra);
+    connect(m_actions, &CommandActions::triggered, this,
+            [this](int command) { perform([this, command] { m_commands->run(command); }); });
+    connect(m_actions, &CommandActions::extraTriggered, this,
+            [this](Extra extra) { perform([this, extra] { runExtra(extra); }); });
 }
 
 void DBase::makeCentre()
@@ -218,22 +218,32 @@ void DBase::connectLegend()
     connect(&view, &LegendView::symbolRequested, this, &DBase::chooseSymbol);
 }
 
+void DBase::perform(const std::function<void()> &work)
+{
+    tarnwick::guarded(*m_prompts, work);
+    scheduleRefresh();
+}
+
+void DBase::pressButton(const QString &name)
+{
+    if (name == u"updateButton"_s)
+        m_commands->updateMap();
+    else if (name == u"headerButton"_s)
+        m_commands->editHeader();
+    else if (name == u"optionsButton"_s)
+        editOptions();
+}
+
 void DBase::connectBars()
 {
-    connect(m_mainBar, &MainToolBar::buttonPressed, this, [this](const QString &name) {
-        if (name == u"updateButton"_s)
-            m_commands->updateMap();
-        else if (name == u"headerButton"_s)
-            m_commands->editHeader();
-        else if (name == u"optionsButton"_s)
-            editOptions();
-        scheduleRefresh();
-    });
+    connect(m_mainBar, &MainToolBar::buttonPressed, this,
+            [this](const QString &name) { perform([this, &name] { pressButton(name); }); });
     m_viewBar->setCompletions([this](const QString &text) {
         constexpr int kMostCompletions = 100;
         return TubeFinder(steamGen()).completions(text, kMostCompletions);
     });
-    connect(m_mainBar, &MainToolBar::fillRequested, this, &DBase::makeFill);
+    connect(m_mainBar, &MainToolBar::fillRequested, this,
+            [this](const QString &key) { perform([this, &key] { makeFill(key); }); });
     connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
     connect(m_viewBar, &ViewBar::dragModeChosen, m_map, &brannock::TubesheetMap::setDragMode);
     connect(m_viewBar, &ViewBar::findLeft, m_map, qOverload<>(&QWidget::setFocus));

@@ -78,6 +78,9 @@ private:
     void showAbout() override;
     void showProjectInfo() override;
 
+    /// What the user asked for. What fails in it is said and never ends the program.
+    void perform(const std::function<void()> &work);
+    void pressButton(const QString &name);
     void runExtra(Extra extra);
     void editOptions();
     void findTube(const QString &address);

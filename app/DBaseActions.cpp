@@ -11,6 +11,7 @@
 #include <app/logic/SelectionCommands.h>
 #include <app/logic/TubeFinder.h>
 
+#include <brannock/gui/ColourChooser.h>
 #include <plans/gui/MapLook.h>
 #include <query/dialogs/ArvoOptionsDlg.h>
 #include <tarnwick/gui/StateKeeper.h>
@@ -124,7 +125,8 @@ void DBase::showKeys()
 
 void DBase::editOptions()
 {
-    query::ArvoOptionsDlg dialog(m_session->options(), systemMacros(), *m_prompts, this);
+    brannock::ColourChooser colours(m_session->queryContext().roots, *m_prompts);
+    query::ArvoOptionsDlg dialog(m_session->options(), systemMacros(), *m_prompts, colours, this);
     tarnwick::StateKeeper::keep(&dialog);
     // What is chosen is seen on the map at once, and gone again when it is not kept.
     connect(&dialog, &query::ArvoOptionsDlg::lookChanged, m_map,

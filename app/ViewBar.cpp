@@ -4,6 +4,7 @@
 
 #include <brannock/gui/MapColours.h>
 
+#include <QAbstractItemView>
 #include <QActionGroup>
 #include <QCompleter>
 #include <QKeyEvent>
@@ -150,7 +151,11 @@ void ViewBar::addFind()
     m_find->setCompleter(completer);
     connect(m_find, &QLineEdit::textEdited, this, &ViewBar::complete);
     connect(m_find, &QLineEdit::textChanged, this, &ViewBar::hideFindProblem);
-    connect(m_find, &QLineEdit::returnPressed, this, &ViewBar::enter);
+    connect(m_find, &QLineEdit::returnPressed, this, [this, completer] {
+        // A choice from the list is told by the completer, which takes it over only after this.
+        if (!completer->popup()->isVisible() || !completer->popup()->currentIndex().isValid())
+            enter();
+    });
     // After the completer has closed its list and set the text.
     connect(completer, qOverload<const QString &>(&QCompleter::activated), this, &ViewBar::enter, Qt::QueuedConnection);
     addWidget(m_find);

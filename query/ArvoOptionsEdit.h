@@ -12,7 +12,6 @@ public:
     static constexpr int kSmallestTick = 4; ///< points
     static constexpr int kLargestTick = 20;
     static constexpr int kNameChars = 20;
-    static constexpr int kValueChars = 50;
 
     struct DatabaseFormat
     {

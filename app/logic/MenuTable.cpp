@@ -166,7 +166,7 @@ constexpr std::array kExtraItems{
               u"Show the part of the map shown after this one"},
     ExtraInfo{Extra::FindTube, Scope::Window, u"findTube", u"Find Tube", u"Ctrl+F", When::Project,
               u"Type a tube's address to show and select it"},
-    ExtraInfo{Extra::Changes, Scope::Window, u"changesList", u"Changes", u"Ctrl+H", When::Project,
+    ExtraInfo{Extra::Changes, Scope::Window, u"changesList", u"Changes", u"Ctrl+H|Ctrl+Alt+Z", When::Project,
               u"List the changes of the map, to go back or forth to one of them"},
     ExtraInfo{Extra::NextPart, Scope::Window, u"nextPart", u"Next Part", u"F6", When::Project,
               u"Go on to the next part of the window: map, legend, tool bar, find field"},

@@ -142,7 +142,8 @@ public:
         map.setTubeTip(true);
         show();
     }
-    void show() { map.render(&window); }
+    // As a window asks a widget that paints all of itself: without a background first.
+    void show() { map.render(&window, {}, {}, QWidget::DrawChildren); }
     void mouse(QEvent::Type type, const QPointF &pos, Qt::MouseButton button)
     {
         QMouseEvent event(type, pos, map.mapToGlobal(pos), button, button, Qt::NoModifier);

@@ -5,8 +5,8 @@
 
 #include <query/Messages.h>
 
+#include <brannock/gui/ColourButton.h>
 #include <brannock/gui/MapColours.h>
-#include <tarnwick/gui/ColourButton.h>
 
 #include <QBoxLayout>
 #include <QCheckBox>
@@ -35,10 +35,11 @@ QFormLayout *formIn(QWidget *page)
 } // namespace
 
 ArvoOptionsDlg::ArvoOptionsDlg(const ArvoOptions &options, const tarnwick::JMacro &systemMacros,
-                               tarnwick::UserPrompts &prompts, QWidget *parent)
+                               tarnwick::UserPrompts &prompts, brannock::ColourChooser &chooser, QWidget *parent)
     : QDialog(parent)
     , m_edit(options)
     , m_prompts(prompts)
+    , m_chooser(chooser)
 {
     setObjectName(u"arvoOptions"_s);
     setWindowTitle(options.title());
@@ -56,8 +57,9 @@ ArvoOptionsDlg::ArvoOptionsDlg(const ArvoOptions &options, const tarnwick::JMacr
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(tabs, 1);
     layout->addWidget(buttons);
-    const int character = fontMetrics().averageCharWidth();
-    resize(std::max(sizeHint().width(), 90 * character), sizeHint().height());
+    // Room for the widest pages: a macro's name and value, the SQL of a tab.
+    const int wide = fontMetrics().averageCharWidth() * 110;
+    resize(sizeHint().expandedTo(QSize(wide, 0)));
 }
 
 QDoubleSpinBox *ArvoOptionsDlg::inches(const QString &name, double &value)
@@ -125,11 +127,11 @@ QWidget *ArvoOptionsDlg::makeOptions()
     form->addRow(u"MD&B File Format"_s, format);
 
     const auto addColour = [&](const QString &label, const QString &name, quint32 &value) {
-        auto *button = new tarnwick::ColourButton;
+        auto *button = new brannock::ColourButton(m_chooser);
         button->setObjectName(name);
         button->setAccessibleName(QString(label).remove(u'&'));
         button->setColour(brannock::fromColourRef(value));
-        connect(button, &tarnwick::ColourButton::colourChanged, this, [this, &value](const QColor &colour) {
+        connect(button, &brannock::ColourButton::colourChanged, this, [this, &value](const QColor &colour) {
             value = brannock::toColourRef(colour);
             noteLook();
         });
@@ -145,7 +147,7 @@ QWidget *ArvoOptionsDlg::makeOptions()
     form->addRow(u"&Display Tick Size"_s, displayTicks);
     form->addRow(u"&Print Tick Size"_s, printTicks);
     for (QWidget *field : std::initializer_list<QWidget *>{format, displayTicks, printTicks})
-        field->setMinimumWidth(page->findChild<tarnwick::ColourButton *>()->sizeHint().width());
+        field->setMinimumWidth(page->findChild<brannock::ColourButton *>()->sizeHint().width());
     return page;
 }
 

@@ -4,6 +4,10 @@
 
 #include <QDialog>
 
+namespace brannock {
+class ColourChooser;
+}
+
 class QDoubleSpinBox;
 class QSpinBox;
 
@@ -17,8 +21,9 @@ class ArvoOptionsDlg : public QDialog
 {
     Q_OBJECT
 public:
+    /// chooser: for the colours; like the prompts it outlives the dialog.
     ArvoOptionsDlg(const ArvoOptions &options, const tarnwick::JMacro &systemMacros, tarnwick::UserPrompts &prompts,
-                   QWidget *parent = nullptr);
+                   brannock::ColourChooser &chooser, QWidget *parent = nullptr);
     /// As the controls stand.
     ArvoOptions options() const { return m_edit.result(); }
     void accept() override;
@@ -38,6 +43,7 @@ private:
 
     ArvoOptionsEdit m_edit;
     tarnwick::UserPrompts &m_prompts;
+    brannock::ColourChooser &m_chooser;
     MacroPage *m_userMacros = nullptr;
 };
 

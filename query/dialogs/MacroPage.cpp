@@ -37,7 +37,6 @@ MacroPage::MacroPage(MacroModel *model, const QString &name, bool isEditable, QW
     };
     widen(MacroModel::EntryColumn, 0);
     widen(MacroModel::NameColumn, ArvoOptionsEdit::kNameChars);
-    widen(MacroModel::ValueColumn, ArvoOptionsEdit::kValueChars);
     m_hint->setObjectName(name + u"Hint"_s);
     m_hint->setWordWrap(true);
     auto *layout = new QVBoxLayout(this);

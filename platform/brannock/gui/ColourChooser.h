@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <optional>
 #include <QColor>
 #include <tarnwick/Paths.h>
@@ -21,6 +22,9 @@ public:
     virtual ~ColourChooser() = default;
     /// Empty when the user cancels.
     virtual std::optional<QColor> choose(QWidget *parent, const QColor &now);
+    /// The same; tried hears of every colour that is looked at on the way.
+    std::optional<QColor> chooseTrying(QWidget *parent, const QColor &now,
+                                       const std::function<void(const QColor &)> &tried);
 
 private:
     tarnwick::PathRoots m_roots;

@@ -1,8 +1,10 @@
 #pragma once
+#include "ColourChooser.h"
+
 #include <QColor>
 #include <QPushButton>
 
-namespace tarnwick {
+namespace brannock {
 
 /// Shows a colour and lets the user choose another. While the chooser is open the colour follows it, so that what is
 /// painted with it can be seen; cancelling brings the one before back.
@@ -10,7 +12,8 @@ class ColourButton : public QPushButton
 {
     Q_OBJECT
 public:
-    explicit ColourButton(QWidget *parent = nullptr);
+    /// chooser outlives the button.
+    explicit ColourButton(ColourChooser &chooser, QWidget *parent = nullptr);
     QColor colour() const { return m_colour; }
     /// Does not say so by colourChanged().
     void setColour(const QColor &colour);
@@ -27,7 +30,8 @@ private:
     void choose();
     void follow(const QColor &colour);
 
+    ColourChooser &m_chooser;
     QColor m_colour = Qt::black;
 };
 
-} // namespace tarnwick
+} // namespace brannock

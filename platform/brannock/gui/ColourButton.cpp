@@ -1,17 +1,17 @@
 #include "ColourButton.h"
 
-#include <QColorDialog>
 #include <QPainter>
 #include <QStyleOptionButton>
 
-namespace tarnwick {
+namespace brannock {
 
 using namespace Qt::StringLiterals;
 
 static constexpr int kMargin = 5;
 
-ColourButton::ColourButton(QWidget *parent)
+ColourButton::ColourButton(ColourChooser &chooser, QWidget *parent)
     : QPushButton(parent)
+    , m_chooser(chooser)
 {
     setAutoDefault(false);
     setColour(m_colour);
@@ -57,11 +57,7 @@ void ColourButton::paintEvent(QPaintEvent *)
 void ColourButton::choose()
 {
     const QColor before = m_colour;
-    QColorDialog dialog(before, this);
-    dialog.setObjectName(u"colourDialog"_s);
-    dialog.setWindowTitle(accessibleName());
-    connect(&dialog, &QColorDialog::currentColorChanged, this, &ColourButton::follow);
-    follow(dialog.exec() == QDialog::Accepted ? dialog.selectedColor() : before);
+    follow(m_chooser.chooseTrying(this, before, [this](const QColor &tried) { follow(tried); }).value_or(before));
 }
 
 void ColourButton::follow(const QColor &colour)
@@ -72,4 +68,4 @@ void ColourButton::follow(const QColor &colour)
     Q_EMIT colourChanged(colour);
 }
 
-} // namespace tarnwick
+} // namespace brannock
