@@ -9,6 +9,20 @@
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::bound {
+namespace {
+
+/// True for an expression that says what to make of an aggregate that is Null.
+bool handlesNull(const Expr &expr)
+{
+    if (expr.as<Coalesce>() || expr.as<Case>() || expr.as<IsNull>())
+        return true;
+    bool found = false;
+    if (!expr.as<Aggregate>())
+        forEachChild(expr, [&found](const ExprPtr &child) { found = found || handlesNull(*child); });
+    return found;
+}
+
+} // namespace
 
 Transform TransformBinder::bind(const ast::Transform &node)
 {
@@ -66,13 +80,26 @@ void TransformBinder::checkClauses(const ast::Transform &node) const
 ExprPtr TransformBinder::cell(SelectBinder &binder, const ast::Transform &node, const ExprPtr &pivot, ExprPtr heading)
 {
     ExpressionBinder values = binder.expressions(clause::selectList);
-    values.setAggregateFilter(m_context.make(node.pivot->range, DataType::Boolean, Same{pivot, std::move(heading)}));
+    const ExprPtr filter = m_context.make(node.pivot->range, DataType::Boolean, Same{pivot, std::move(heading)});
+    values.setAggregateFilter(filter);
     ExprPtr value = values.bind(*node.value);
     const bool aggregates = anyPart(*value, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
     if (!aggregates)
         m_context.fail(error::NotGrouped, node.value->range, {m_context.textOf(node.value->range)});
     binder.checkGrouped(*value, value->range);
-    return value;
+    return value->as<Aggregate>() || handlesNull(*value) ? value : nullWithoutRows(std::move(value), filter);
+}
+
+// A cell without rows is Null, whatever functions make of Null.
+ExprPtr TransformBinder::nullWithoutRows(ExprPtr value, const ExprPtr &filter) const
+{
+    const Range range = value->range;
+    const DataType type = value->type;
+    const ExprPtr rows =
+        m_context.make(range, DataType::Long, Aggregate{functionsNamed(u"Count").constFirst(), nullptr, {}, filter});
+    const ExprPtr noRows = m_context.make(range, DataType::Boolean, IsNull{rows, false});
+    const ExprPtr null = m_context.make(range, DataType::Unknown, Literal{Value::null()}, true);
+    return m_context.make(range, type, Case{{When{noRows, null}}, std::move(value)});
 }
 
 void TransformBinder::addFixedHeadings(Transform &bound, SelectBinder &binder, const ast::Transform &node)

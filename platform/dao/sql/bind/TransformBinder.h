@@ -21,6 +21,7 @@ private:
     void addHeadingColumn(Transform &bound, const QString &name, ExprPtr cell) const;
     void checkClauses(const ast::Transform &node) const;
     ExprPtr cell(SelectBinder &binder, const ast::Transform &node, const ExprPtr &pivot, ExprPtr heading);
+    ExprPtr nullWithoutRows(ExprPtr value, const ExprPtr &filter) const;
     void addFixedHeadings(Transform &bound, SelectBinder &binder, const ast::Transform &node);
     QString headingName(const Value &value) const;
 

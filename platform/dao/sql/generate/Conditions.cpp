@@ -162,7 +162,7 @@ Generator::Piece Generator::truthOf(const bound::Chain &node)
 // The bounds hold in either order; literals are put in order here.
 Generator::Piece Generator::truthOf(const Between &node)
 {
-    const Piece operand = comparable(*node.operand, *node.low);
+    Piece operand = comparable(*node.operand, *node.low);
     QString low = valueAt(*node.low, rank::Relation + 1);
     QString high = valueAt(*node.high, rank::Relation + 1);
     if (isReversed(*node.low, *node.high)) {
@@ -171,6 +171,9 @@ Generator::Piece Generator::truthOf(const Between &node)
         const QString list = u'(' + sortable(*node.low) + u", "_s + high + u')';
         low = m_target.lesser + list;
         high = m_target.greater + list;
+        // A bound that is a field hands on its way of comparing, but not out of a function.
+        if (familyOf(node.operand->type) == Family::Text)
+            operand = {sortable(*node.operand), rank::Collation};
     }
     const QString left = operand.rank > rank::Equality ? operand.text : u'(' + operand.text + u')';
     return {left + (node.negated ? u" NOT BETWEEN "_s : u" BETWEEN "_s) + low + u" AND "_s + high, rank::Equality};

@@ -384,9 +384,12 @@ Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
         list += u", "_s + keyText(*source);
     QString text = (native ? name.toString().toLower() : ownFunction(name)) + u'(' + list + u')';
     if (node.filter) {
-        text += u" FILTER (WHERE "_s + truth(*node.filter).text + u')';
-        // A cell of a cross table without rows is Null, not 0.
-        if (counts)
+        const QString filter = u" FILTER (WHERE "_s + truth(*node.filter).text + u')';
+        text += filter;
+        // A cell of a cross table without rows is Null; one whose rows have no value is 0.
+        if (counts && node.argument)
+            text = u"CASE WHEN count(*)"_s + filter + u" > 0 THEN "_s + text + u" END"_s;
+        else if (counts)
             text = u"nullif("_s + text + u", 0)"_s;
     }
     const bool rounds = expr.type == DataType::Currency && native && !extreme;

@@ -97,7 +97,8 @@ QString Generator::selectText(const Select &select, Shape shape)
     const QString count = QString::number(qint64(select.top->count));
     if (!select.top->percent)
         return text + m_target.limit + count;
-    const QString total = u"(SELECT count(*) FROM (SELECT 1"_s + tail(select) + u"))"_s;
+    const QString rows = select.distinct ? QString(u"SELECT DISTINCT "_s + cells.join(u", ")) : u"SELECT 1"_s;
+    const QString total = u"(SELECT count(*) FROM ("_s + rows + tail(select) + u"))"_s;
     return text + m_target.limit + u'(' + total + u" * "_s + count + u" + 99) / 100"_s;
 }
 
