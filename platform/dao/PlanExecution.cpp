@@ -11,6 +11,26 @@ using namespace Qt::StringLiterals;
 
 namespace dao {
 
+namespace {
+
+/// Where a value goes into a table that is made of a query. What is computed has to keep to the limits of its type.
+QString placeFor(DataType type, bool computed)
+{
+    switch (type) {
+    case DataType::Boolean: // holds no Null, an outer join may
+        return u"coalesce(?, 0)"_s;
+    case DataType::Date:
+        return computed ? u"jet_to_date(?)"_s : u"?"_s;
+    case DataType::Single:
+    case DataType::Double:
+        return computed ? u"jet_to_double(?)"_s : u"?"_s;
+    default:
+        return u"?"_s;
+    }
+}
+
+} // namespace
+
 PlanExecution::PlanExecution(Database &database, DatabaseImpl &db, QueryDef::Impl &query)
     : m_database(database)
     , m_db(db)
@@ -107,10 +127,9 @@ int PlanExecution::carryOut(const sql::SelectIntoPlan &plan)
         // Row by row: the reading half can be interrupted without the inner engine giving up the whole transaction.
         store::Statement select(m_db.connection, plan.select.fullSql, store::Access::User);
         bindParameters(select);
-        // A Boolean field holds no Null, an outer join may.
         QStringList places;
-        for (const FieldInfo &field : plan.table.fields)
-            places.append(field.type == DataType::Boolean ? u"coalesce(?, 0)"_s : u"?"_s);
+        for (qsizetype i = 0; i < plan.table.fields.size(); ++i)
+            places.append(placeFor(plan.table.fields[i].type, plan.select.columns[i].info.sourceField.isEmpty()));
         rows = store::copyRows(select, m_db.connection, sql::quotedName(plan.table.name), places);
         m_db.connection.throwIfCancelled();
     });
@@ -122,8 +141,21 @@ void PlanExecution::addParts(const QString &tableName, const QList<IndexInfo> &i
 {
     for (const IndexInfo &index : indexes)
         m_db.editor.createIndex(tableName, index);
-    for (const RelationInfo &relation : relations)
+    for (RelationInfo relation : relations) {
+        if (relation.name.isEmpty())
+            relation.name = freeRelationName(relation);
         m_db.editor.createRelation(relation);
+    }
+}
+
+/// The two tables, and a number where they are related already.
+QString PlanExecution::freeRelationName(const RelationInfo &relation) const
+{
+    const QString plain = relation.table + relation.foreignTable;
+    QString name = plain;
+    for (int number = 1; m_db.catalog.findRelation(name); ++number)
+        name = plain + QString::number(number);
+    return name;
 }
 
 int PlanExecution::carryOut(const sql::CreateTablePlan &plan)

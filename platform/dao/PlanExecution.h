@@ -32,6 +32,7 @@ private:
     QStringList reachedFrom(const QStringList &tables) const;
     void bindParameters(store::Statement &statement) const;
     void addParts(const QString &table, const QList<IndexInfo> &indexes, const QList<RelationInfo> &relations);
+    QString freeRelationName(const RelationInfo &relation) const;
     const TableInfo &table(const QString &name) const;
     [[noreturn]] void fail(int number, const QStringList &arguments = {}) const;
 

@@ -15,20 +15,27 @@ void bindAll(store::Statement &statement, const QList<Value> &parameters)
         store::bindValue(statement, i + 1, parameters[i]);
 }
 
-void readCells(const store::Statement &statement, const std::vector<DataType> &types, std::vector<Value> &cells)
+Value readCell(const store::Statement &statement, int column, CellType cell)
+{
+    if (cell.computed)
+        store::checkComputed(statement, column, cell.type);
+    return store::columnValue(statement, column, cell.type);
+}
+
+void readCells(const store::Statement &statement, const std::vector<CellType> &types, std::vector<Value> &cells)
 {
     cells.resize(types.size());
     for (size_t i = 0; i < types.size(); ++i)
-        cells[i] = store::columnValue(statement, int(i), types[i]);
+        cells[i] = readCell(statement, int(i), types[i]);
 }
 
 } // namespace
 
-std::vector<DataType> typesOf(const QList<sql::Column> &columns)
+std::vector<CellType> typesOf(const QList<sql::Column> &columns)
 {
-    std::vector<DataType> types;
+    std::vector<CellType> types;
     for (const sql::Column &column : columns)
-        types.push_back(column.info.type);
+        types.push_back({column.info.type, column.info.sourceField.isEmpty()});
     return types;
 }
 
@@ -80,7 +87,7 @@ qint64 KeyedRows::find(std::span<const qint64> wanted, qint64 slot) const
     return m_live.isLive(slot) && std::ranges::equal(keysAt(slot), wanted) ? m_live.positionOf(slot) : -1;
 }
 
-MaterialisedRows::MaterialisedRows(DatabaseImpl &db, const std::vector<DataType> &types)
+MaterialisedRows::MaterialisedRows(DatabaseImpl &db, const std::vector<CellType> &types)
     : m_types(types)
     , m_scratch(db.scratch())
     , m_table(u"r%1"_s.arg(db.nextScratchTable()))
@@ -159,7 +166,7 @@ Value ForwardRows::value(int column) const
 {
     if (m_secured)
         return m_cells[size_t(column)];
-    return store::columnValue(m_statement, column, m_types[size_t(column)]);
+    return readCell(m_statement, column, m_types[size_t(column)]);
 }
 
 void ForwardRows::secure()

@@ -8,6 +8,14 @@
 
 namespace dao {
 
+struct CellType
+{
+    DataType type = DataType::Unknown;
+    bool computed = false; ///< what the file holds is shown as it is; what is computed keeps to the limits of its type
+};
+
+std::vector<CellType> typesOf(const QList<sql::Column> &columns);
+
 /// The rows of an open recordset, found by their position.
 class RowSource
 {
@@ -40,7 +48,7 @@ public:
 
 private:
     DatabaseImpl &m_db;
-    std::vector<DataType> m_types;
+    std::vector<CellType> m_types;
     int m_parameters;
     size_t m_width;
     std::span<const qint64> keysAt(qint64 slot) const { return {m_keys.data() + size_t(slot) * m_width, m_width}; }
@@ -54,7 +62,7 @@ private:
 class MaterialisedRows : public RowSource
 {
 public:
-    MaterialisedRows(DatabaseImpl &db, const std::vector<DataType> &types);
+    MaterialisedRows(DatabaseImpl &db, const std::vector<CellType> &types);
     ~MaterialisedRows() override;
     MaterialisedRows(const MaterialisedRows &) = delete;
     MaterialisedRows &operator=(const MaterialisedRows &) = delete;
@@ -65,7 +73,7 @@ public:
     bool read(qint64 row, std::vector<Value> &cells) override;
 
 private:
-    std::vector<DataType> m_types;
+    std::vector<CellType> m_types;
     store::Connection &m_scratch;
     QString m_table;
     qint64 m_count = 0;
@@ -90,7 +98,7 @@ public:
 
 private:
     DatabaseImpl &m_db;
-    std::vector<DataType> m_types;
+    std::vector<CellType> m_types;
     store::Statement m_statement;
     bool m_onRow = false;
     qint64 m_rowsRead = 0;
@@ -98,7 +106,5 @@ private:
     qint64 m_securedRow = 0;
     std::vector<Value> m_cells; ///< of the current row, once secured
 };
-
-std::vector<DataType> typesOf(const QList<sql::Column> &columns);
 
 } // namespace dao

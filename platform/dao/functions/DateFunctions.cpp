@@ -39,7 +39,10 @@ void add(Call &call)
 void difference(Call &call)
 {
     const WeekRule rule(call.integer(3, 1), call.integer(4, 1));
-    call.result(dateDiff(intervalOf(call.text(0)), call.date(1), call.date(2), rule));
+    const qint64 boundaries = dateDiff(intervalOf(call.text(0)), call.date(1), call.date(2), rule);
+    if (boundaries != qint32(boundaries))
+        throw FunctionFault{error::Overflow};
+    call.result(boundaries);
 }
 
 void partOf(Call &call)

@@ -118,14 +118,20 @@ private:
             m_context.fail(error::TableExists, into.range, {into.name});
         SelectIntoPlan plan;
         plan.table.name = into.name;
+        bool counted = false; // a table has one automatic number
         for (const Column &column : select.columns) {
             FieldInfo field;
+            // "report.sec" of two tables that have the field: a field has no dot in its name.
             field.name = column.info.name;
+            if (!column.info.sourceField.isEmpty() && field.name.endsWith(u'.' + column.info.sourceField))
+                field.name.replace(u'.', u'_');
             field.type = column.info.type;
             field.size = column.info.size;
             field.ordinal = int(plan.table.fields.size());
             field.allowZeroLength = isTextType(field.type);
-            const bool counts = column.info.isAutoIncrement() && source.sources.size() == 1 && !source.aggregated;
+            const bool counts =
+                column.info.isAutoIncrement() && source.sources.size() == 1 && !source.aggregated && !counted;
+            counted = counted || counts;
             field.attributes = counts ? FixedField | AutoIncrement : 0;
             if (plan.table.field(field.name))
                 m_context.fail(error::DuplicateDestination, into.range, {field.name});

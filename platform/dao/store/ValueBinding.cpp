@@ -1,6 +1,10 @@
 #include "ValueBinding.h"
 
+#include "ErrorTranslation.h"
 #include "Statement.h"
+
+#include <dao/values/Decimal.h>
+#include <dao/values/OleDate.h>
 
 #include <cmath>
 #include <limits>
@@ -122,7 +126,8 @@ Value columnValue(const Statement &statement, int column, DataType type)
     case DataType::Text:
     case DataType::Memo:
     case DataType::Guid:
-        return Value::fromText(statement.text(column));
+        // A number where only the values tell their kind: as this engine writes it, not the inner one.
+        return Value::fromText(number ? numberText(statement.real(column)) : statement.text(column));
     case DataType::Binary:
     case DataType::LongBinary:
         return storage == Statement::Storage::Blob ? Value::fromBinary(statement.bytes(column))
@@ -131,6 +136,18 @@ Value columnValue(const Statement &statement, int column, DataType type)
         break;
     }
     return untyped(statement, column);
+}
+
+void checkComputed(const Statement &statement, int column, DataType type)
+{
+    const Statement::Storage storage = statement.storage(column);
+    if (storage != Statement::Storage::Real && (storage != Statement::Storage::Integer || type != DataType::Date))
+        return;
+    const double number = statement.real(column);
+    if (!std::isfinite(number))
+        throw engineError(error::Overflow, QStringLiteral("DAO.Recordset"));
+    if (type == DataType::Date && !isValidDate(number))
+        throw engineError(error::InvalidProcedureCall, QStringLiteral("DAO.Recordset"));
 }
 
 } // namespace dao::store

@@ -398,7 +398,7 @@ private:
         if (field.size > 0)
             text += u'(' + QString::number(field.size) + u')';
         if (field.notNull)
-            text += u" NOT NULL"_s;
+            text += *field.notNull ? u" NOT NULL"_s : u" NULL"_s;
         if (!field.defaultValue.isEmpty())
             text += u" DEFAULT "_s + field.defaultValue;
         for (const Constraint &constraint : field.constraints) {

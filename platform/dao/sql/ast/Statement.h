@@ -160,7 +160,7 @@ struct FieldDefinition
     NameAt name;
     TypeName type;
     int size = 0;
-    bool notNull = false;
+    std::optional<bool> notNull; ///< NOT NULL or NULL, when written
     QString defaultValue;
     std::vector<Constraint> constraints;
 };

@@ -38,7 +38,7 @@ FieldInfo DefinitionPlanner::fieldOf(const ast::FieldDefinition &definition) con
     field.attributes = variable ? VariableField : FixedField;
     if (definition.type.autoIncrement)
         field.attributes |= AutoIncrement;
-    field.required = definition.notNull;
+    field.required = definition.notNull.value_or(false);
     field.allowZeroLength = isTextType(field.type);
     field.defaultValue = definition.defaultValue;
     return field;
@@ -112,7 +112,7 @@ RelationInfo DefinitionPlanner::relationOf(const ast::Constraint &constraint, co
     RelationInfo relation;
     relation.table = primary.name;
     relation.foreignTable = table.name;
-    relation.name = constraint.name.isEmpty() ? primary.name + table.name : constraint.name;
+    relation.name = constraint.name;
     relation.attributes =
         (constraint.cascadeUpdate ? UpdateCascade : 0) | (constraint.cascadeDelete ? DeleteCascade : 0);
     QStringList referenced;
@@ -201,6 +201,9 @@ Plan DefinitionPlanner::change(const ast::AlterTable::AlterField &change, const 
     AlterFieldPlan plan{table.name, fieldOf(change.field)};
     plan.field.name = old->name;
     plan.field.ordinal = old->ordinal;
+    plan.field.required = change.field.notNull.value_or(old->required);
+    if (isTextType(old->type) && isTextType(plan.field.type))
+        plan.field.allowZeroLength = old->allowZeroLength;
     plan.field.validationRule = old->validationRule;
     plan.field.validationText = old->validationText;
     if (plan.field.defaultValue.isEmpty())

@@ -29,6 +29,12 @@ DataType typeOfLiteral(const Value &value)
     }
 }
 
+/// Of two texts put together: what is made of a long text may be as long.
+DataType joinedType(const Expr &left, const Expr &right)
+{
+    return left.type == DataType::Memo || right.type == DataType::Memo ? DataType::Memo : DataType::Text;
+}
+
 } // namespace
 
 ExprPtr ExpressionBinder::bind(const ast::Expr &expr)
@@ -179,6 +185,7 @@ ExprPtr ExpressionBinder::bindNode(const ast::Binary &node, const ast::Expr &exp
 ExprPtr ExpressionBinder::bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr right, Range range)
 {
     if (op == BinaryOp::Concatenate) {
+        const DataType type = joinedType(*left, *right);
         Concatenate node;
         // a & b & c is one node, so that a long chain makes no deep tree.
         if (const Concatenate *chain = left->as<Concatenate>())
@@ -186,7 +193,7 @@ ExprPtr ExpressionBinder::bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr righ
         else
             node.terms.push_back(asText(std::move(left)));
         node.terms.push_back(asText(std::move(right)));
-        return m_context.make(range, DataType::Text, std::move(node));
+        return m_context.make(range, type, std::move(node));
     }
     if (op == BinaryOp::Add)
         return bindAdd(std::move(left), std::move(right), range);
@@ -208,13 +215,14 @@ ExprPtr ExpressionBinder::bindAdd(ExprPtr left, ExprPtr right, Range range)
     const bool leftText = leftFamily == Family::Text;
     const bool rightText = rightFamily == Family::Text;
     if ((leftText && (rightText || isNull(right))) || (rightText && isNull(left))) {
+        const DataType type = joinedType(*left, *right);
         JoinText node;
         if (const JoinText *chain = left->as<JoinText>())
             node.terms = chain->terms;
         else
             node.terms.push_back(std::move(left));
         node.terms.push_back(std::move(right));
-        return m_context.make(range, DataType::Text, std::move(node));
+        return m_context.make(range, type, std::move(node));
     }
     const bool leftOpen = leftFamily == Family::Any && !isNull(left);
     const bool rightOpen = rightFamily == Family::Any && !isNull(right);

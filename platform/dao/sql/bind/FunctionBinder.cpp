@@ -5,6 +5,8 @@
 
 #include <dao/sql/ast/Parser.h>
 
+#include <QScopeGuard>
+
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::bound {
@@ -15,6 +17,30 @@ const QString wrongCount = u"Wrong number of arguments used with function"_s;
 bool isNamed(const FunctionInfo &function, QStringView name)
 {
     return QStringView(function.name) == name;
+}
+
+QueryPtr bindDomainQuery(BindContext &context, const FunctionInfo &function, const QStringList &texts, Range range)
+{
+    const QString sql = domainQuery(function, texts);
+    const BindContext::Substitution substitution(context, QString::fromUtf16(function.signature), sql, range);
+    try {
+        ast::Statement statement = ast::Parser(sql).parseStatement();
+        return QueryBinder(context, nullptr).bind(*std::get<ast::QueryPtr>(statement.node));
+    } catch (const DaoException &exception) {
+        context.rethrow(exception);
+    }
+}
+
+/// Of a call of which only the condition is open. What is wrong with it shows when it is run.
+DataType domainType(BindContext &context, const FunctionInfo &function, const QStringList &texts, Range range)
+{
+    const bool before = context.forbidParameters();
+    const auto restore = qScopeGuard([&] { context.forbidParameters(before); });
+    try {
+        return bindDomainQuery(context, function, texts, range)->output().front().info.type;
+    } catch (const DaoException &) {
+        return function.result;
+    }
 }
 
 } // namespace
@@ -78,8 +104,12 @@ DataType ExpressionBinder::resultType(const FunctionInfo &function, const std::v
     case ResultRule::FirstNumber:
         return isNumericType(first) || first == DataType::Date ? first : DataType::Double;
     default:
-        return function.result;
+        break;
     }
+    const bool ofLongText =
+        function.result == DataType::Text && function.kind == FunctionKind::Plain &&
+        std::any_of(arguments.begin(), arguments.end(), [](const ExprPtr &e) { return e->type == DataType::Memo; });
+    return ofLongText ? DataType::Memo : function.result;
 }
 
 ExprPtr ExpressionBinder::bindPlainCall(const FunctionInfo &function, const ast::Call &node, Range range)
@@ -214,24 +244,19 @@ ExprPtr ExpressionBinder::bindDomain(const FunctionInfo &function, const ast::Ca
     QStringList texts;
     for (const ast::ExprPtr &argument : node.arguments) {
         const ast::Literal *literal = argument->as<ast::Literal>();
-        if (literal && literal->value.type() == Value::Type::Text)
-            texts.append(literal->value.text());
+        if (!literal || literal->value.type() != Value::Type::Text)
+            break;
+        texts.append(literal->value.text());
     }
     if (texts.size() != qsizetype(node.arguments.size())) {
         DomainCall call{&function, {}};
         for (int i = 0; i < int(node.arguments.size()); ++i)
             call.arguments.push_back(bindArgument(function, node, i));
-        return m_context.make(range, function.result, std::move(call));
+        const bool open = function.result == DataType::Unknown && texts.size() > 1;
+        const DataType type = open ? domainType(m_context, function, texts, range) : function.result;
+        return m_context.make(range, type, std::move(call));
     }
-    const QString sql = domainQuery(function, texts);
-    const BindContext::Substitution substitution(m_context, QString::fromUtf16(function.signature), sql, range);
-    QueryPtr query;
-    try {
-        ast::Statement statement = ast::Parser(sql).parseStatement();
-        query = QueryBinder(m_context, nullptr).bind(*std::get<ast::QueryPtr>(statement.node));
-    } catch (const DaoException &exception) {
-        m_context.rethrow(exception);
-    }
+    QueryPtr query = bindDomainQuery(m_context, function, texts, range);
     const DataType type = query->output().front().info.type;
     return m_context.make(range, type, ScalarQuery{std::move(query), true});
 }

@@ -56,8 +56,10 @@ const TableInfo *ModifyBinder::targetTable(const ast::NameAt &name)
     if (select.sources.size() != 1 || !select.sources.front()->table)
         m_context.fail(error::NotUpdatableQuery, name.range);
     for (const ScopeColumn &column : binder.scope().sources().front().columns) {
-        if (const FieldRef *field = column.expr->as<FieldRef>())
+        if (const FieldRef *field = column.expr->as<FieldRef>()) {
             m_throughQuery.insert(column.name.toLower(), field->field);
+            m_queryFields.push_back(field->field);
+        }
     }
     return select.sources.front()->table;
 }
@@ -84,7 +86,9 @@ void ModifyBinder::bindInsertFields(Insert &bound, const ast::Insert &insert)
         addField(bound, fieldNamed(*bound.table, name), name.range);
     // Without a list, values go by place and the rows of a query by name.
     if (insert.columns.empty() && !insert.query) {
-        for (int i = 0; i < bound.table->fields.size(); ++i)
+        for (const int field : m_queryFields)
+            addField(bound, field, insert.table.range);
+        for (int i = 0; m_queryFields.empty() && i < bound.table->fields.size(); ++i)
             bound.fields.push_back(i);
     }
 }
@@ -189,6 +193,8 @@ AssignedField ModifyBinder::bindAssignment(SelectBinder &binder, const ast::Assi
     if (!column)
         m_context.fail(error::FieldNotUpdatable, range, {name.text});
     const FieldInfo &field = column->source->table->fields[column->field];
+    if (field.isAutoIncrement())
+        m_context.fail(error::FieldNotUpdatable, range, {name.text});
     ExpressionBinder values = binder.expressions(clause::where);
     return {column->source, column->field, values.bindFor(*assignment.value, field)};
 }

@@ -32,6 +32,7 @@ private:
     BindContext &m_context;
     /// What INSERT through a stored query calls the fields of its table; empty for a table.
     QHash<QString, int> m_throughQuery;
+    std::vector<int> m_queryFields; ///< the same fields in the order of the query's columns
 };
 
 } // namespace dao::sql::bound

@@ -53,7 +53,7 @@ void Generator::planColumns(SelectPlan &plan, const Query &query) const
         if (field) {
             const auto found = std::find(sources.begin(), sources.end(), field->source);
             column.source = found == sources.end() ? -1 : int(found - sources.begin());
-            column.updatable = plan.updatable() && column.source >= 0;
+            column.updatable = plan.updatable() && column.source >= 0 && !column.info.isAutoIncrement();
         }
         plan.columns.append(column);
     }

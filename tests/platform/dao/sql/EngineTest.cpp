@@ -217,3 +217,81 @@ TEST_F(EngineTest, AJoinIsEditedThroughItsRows)
     EXPECT_EQ(rows(u"SELECT id, amount FROM sales"_s), u"id|amount\n1|11\n3|7.25"_s);
     EXPECT_EQ(rows(u"SELECT Count(*) AS n FROM people"_s), u"n\n1"_s);
 }
+
+TEST_F(EngineTest, WhatIsComputedKeepsToTheLimitsOfItsType)
+{
+    const std::pair<QString, int> cases[] = {
+        {u"SELECT 1E308 * 10 AS x"_s, 6},
+        {u"SELECT amount * 1E308 * 10 AS x FROM sales"_s, 6},
+        {u"SELECT Sum(amount * 1E308) AS x FROM sales"_s, 6},
+        {u"SELECT DISTINCT amount * 1E308 AS x FROM sales"_s, 6},
+        {u"SELECT #12/31/9999# + 5 AS x"_s, 5},
+        {u"SELECT #1/1/100# - amount AS x FROM sales"_s, 5},
+    };
+    for (const auto &[sql, number] : cases) {
+        EXPECT_EQ(errorOf(sql), number) << qPrintable(sql);
+        QString into = sql;
+        into.replace(u" AS x"_s, u" AS x INTO made"_s);
+        int failure = 0;
+        try {
+            m_database.execute(into);
+        } catch (const dao::DaoException &exception) {
+            failure = exception.number();
+        }
+        EXPECT_EQ(failure, number == 5 ? 3349 : number) << qPrintable(into);
+        EXPECT_FALSE(m_database.hasTable(u"made"));
+    }
+    EXPECT_EQ(rows(u"SELECT #12/31/9999 11:59:59 PM# + 0 AS a, #1/1/100# + 0 AS b"_s),
+              u"a|b\n12/31/9999 11:59:59 PM|1/1/0100"_s);
+}
+
+TEST_F(EngineTest, ValuesOfAnOpenTypeAreShownAsThisEngineWritesThem)
+{
+    m_database.execute(u"CREATE TABLE d (id LONG, w DATETIME, s SINGLE)"_s);
+    m_database.execute(u"INSERT INTO d VALUES (1, #1/2/2003#, 0.9)"_s);
+    dao::QueryDef query(m_database, u"PARAMETERS y VALUE; SELECT y + 1 AS x"_s);
+    query.setParameter(0, Value::fromDouble(5));
+    dao::Recordset set(m_database);
+    set.open(dao::Recordset::Type::Snapshot, query);
+    EXPECT_EQ(set.value(0).text(), u"6"_s);
+    EXPECT_EQ(rows(u"SELECT DMax('w', 'd', 'id <= ' & id) AS w, DLookup('w', 'd', 'id = ' & id) & '!' AS t, "
+                   "DLookup('s', 'd', 'id = ' & id) AS s FROM d"_s),
+              u"w|t|s\n1/2/2003|1/2/2003!|0.9"_s);
+}
+
+TEST_F(EngineTest, ATableMadeOfAQueryHasFieldsThatATableCanHave)
+{
+    m_database.execute(u"CREATE TABLE people (who TEXT(20) PRIMARY KEY, life MEMO)"_s);
+    m_database.execute(u"INSERT INTO people VALUES ('Ann', '"_s + QString(400, u'x') + u"')"_s);
+    m_database.execute(u"SELECT * INTO both FROM sales INNER JOIN people ON sales.who = people.who"_s);
+    EXPECT_EQ(rows(u"SELECT id, sales_who, people_who FROM both WHERE amount > 5"_s),
+              u"id|sales_who|people_who\n1|Ann|Ann"_s);
+    m_database.execute(u"SELECT id, id AS again INTO twice FROM sales"_s);
+    EXPECT_TRUE(m_database.table(u"twice").field(u"id")->isAutoIncrement());
+    EXPECT_EQ(rows(u"SELECT * FROM twice WHERE again = 2"_s), u"id|again\n2|2"_s);
+    m_database.execute(
+        u"SELECT UCase(life) AS a, life & '!' AS b, life + who AS c, Left(life, 300) AS d INTO long FROM people"_s);
+    EXPECT_EQ(rows(u"SELECT Len(a) AS e, Len(b) AS f, Len(c) AS g, Len(d) AS h FROM long"_s),
+              u"e|f|g|h\n400|401|403|300"_s);
+}
+
+TEST_F(EngineTest, AnAlteredFieldKeepsWhatIsNotSaidAnew)
+{
+    m_database.execute(u"CREATE TABLE f (a TEXT(5) NOT NULL, b LONG)"_s);
+    m_database.execute(u"ALTER TABLE f ALTER COLUMN a TEXT(9)"_s);
+    EXPECT_TRUE(m_database.table(u"f").field(u"a")->required);
+    EXPECT_EQ(m_database.table(u"f").field(u"a")->size, 9);
+    m_database.execute(u"ALTER TABLE f ALTER COLUMN a TEXT(9) NULL"_s);
+    EXPECT_FALSE(m_database.table(u"f").field(u"a")->required);
+    m_database.execute(u"ALTER TABLE f ALTER COLUMN b SHORT NOT NULL"_s);
+    EXPECT_TRUE(m_database.table(u"f").field(u"b")->required);
+}
+
+TEST_F(EngineTest, RelationsWithoutANameAreNumbered)
+{
+    m_database.execute(u"CREATE TABLE ends (a LONG REFERENCES sales (id), b LONG REFERENCES sales (id))"_s);
+    m_database.execute(u"ALTER TABLE ends ADD COLUMN c LONG REFERENCES sales (id)"_s);
+    m_database.execute(u"INSERT INTO ends VALUES (1, 2, 3)"_s);
+    for (const QString &field : {u"a"_s, u"b"_s, u"c"_s})
+        EXPECT_ANY_THROW(m_database.execute(u"UPDATE ends SET "_s + field + u" = 9"_s)) << qPrintable(field);
+}

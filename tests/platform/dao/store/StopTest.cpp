@@ -84,7 +84,7 @@ QList<Work> works()
         statement("update by a domain function", u"UPDATE big SET x = DCount('*', 'big', 'x * x = ' & x)"_s),
         statement("joined update", u"UPDATE big INNER JOIN small ON big.x Mod 7 < small.y SET big.x = small.y"_s),
         statement("joined update of two",
-                  u"UPDATE big INNER JOIN small ON big.x Mod 7 < small.y SET big.x = small.y, small.y = big.x"_s),
+                  u"UPDATE big INNER JOIN small ON big.x Mod 7 < small.y SET big.x = small.y, small.z = big.x"_s),
         statement("delete", u"DELETE FROM big WHERE Len(Replace(name & x, 'a', 'bb')) > 1 And Left(name, 1) = 'n'"_s),
         statement("delete with a subquery",
                   u"DELETE FROM big WHERE x IN (SELECT a.x FROM big AS a, small AS b WHERE a.x * b.y = -1)"_s),
@@ -124,8 +124,8 @@ protected:
                                    {field(u"id"_s, DataType::Long, 0, "A"), field(u"x"_s, DataType::Long),
                                     field(u"name"_s, DataType::Text, 50), field(u"y"_s, DataType::Long)},
                                    {index(u"pk"_s, {u"id"_s}, true)}));
-        database.createTable(
-            table(u"small"_s, {field(u"y"_s, DataType::Long, 0, "A")}, {index(u"pk"_s, {u"y"_s}, true)}));
+        database.createTable(table(u"small"_s, {field(u"y"_s, DataType::Long, 0, "A"), field(u"z"_s, DataType::Long)},
+                                   {index(u"pk"_s, {u"y"_s}, true)}));
         database.createTable(table(u"keys"_s, {field(u"x"_s, DataType::Long)}, {index(u"pk"_s, {u"x"_s}, true)}));
         database.createTable(table(u"parents"_s, {field(u"p"_s, DataType::Long)}, {index(u"pk"_s, {u"p"_s}, true)}));
         database.createTable(table(u"children"_s, {field(u"p"_s, DataType::Long), field(u"n"_s, DataType::Long)},
@@ -148,8 +148,8 @@ protected:
     QString content()
     {
         return rows(u"SELECT Count(*), Sum(x), Sum(Len(name)), Sum(id) FROM big"_s) + u' ' +
-               rows(u"SELECT Count(*), Sum(n) FROM children"_s) + u' ' + rows(u"SELECT Sum(y) FROM small"_s) + u' ' +
-               database.tableNames().join(u',') + QString::number(database.table(u"big").fields.size()) +
+               rows(u"SELECT Count(*), Sum(n) FROM children"_s) + u' ' + rows(u"SELECT Sum(y), Count(z) FROM small"_s) +
+               u' ' + database.tableNames().join(u',') + QString::number(database.table(u"big").fields.size()) +
                QString::number(database.table(u"big").indexes.size()) + database.table(u"big").validationRule +
                QString::number(database.relations().size());
     }
