@@ -1,5 +1,7 @@
 #include "SqlScript.h"
 
+#include <QRegularExpression>
+
 namespace cli {
 
 namespace {
@@ -24,11 +26,13 @@ QList<ScriptStatement> splitScript(const QString &text)
     QList<ScriptStatement> statements;
     qsizetype begin = 0;
     QChar closing;
-    // PARAMETERS ends with a semicolon of its own, which may well end a line.
+    // These clauses end with a semicolon of their own, which may well end a line.
+    static const QRegularExpression clause(QStringLiteral("^(PARAMETERS|PROCEDURE)\\s"),
+                                           QRegularExpression::CaseInsensitiveOption);
     const auto add = [&](qsizetype end) {
         const QStringView piece = QStringView(text).mid(begin, end - begin);
         const QStringView trimmed = piece.trimmed();
-        const bool declares = trimmed.startsWith(u"PARAMETERS ", Qt::CaseInsensitive);
+        const bool declares = clause.match(trimmed.toString()).hasMatch();
         if (declares && trimmed.count(u';') < 2 && end < text.size())
             return;
         if (!trimmed.isEmpty() && trimmed != u";") {

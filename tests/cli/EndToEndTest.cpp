@@ -161,6 +161,14 @@ TEST_F(EndToEnd, StatementsChangeRowsAndCanTakeParameters)
     file.close();
     EXPECT_EQ(s_cli->run({u"sql"_s, database, u"--file"_s, script}).status, 1);
     EXPECT_EQ(json({u"SELECT COUNT(*) FROM tube_sets"_s})[u"rows"][0][0].toInt(), 1);
+
+    // Clauses before a statement end with a semicolon too.
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("PARAMETERS\n[n] Text;\nDELETE FROM tube_sets WHERE name = [n];\n"
+               "PROCEDURE p [n] Text;\nINSERT INTO tube_sets (name) VALUES ([n]);\n");
+    file.close();
+    s_cli->mustRun({u"sql"_s, database, u"--file"_s, script, u"--param"_s, u"n=C"_s});
+    EXPECT_EQ(json({u"SELECT name FROM tube_sets WHERE name = 'C'"_s})[u"rows"].toArray().size(), 1);
 }
 
 TEST_F(EndToEnd, SchemaAndExplanation)
