@@ -1,11 +1,57 @@
 #include "Parser.h"
 
+#include "Printer.h"
+
+#include <QHash>
+#include <QSet>
+
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::ast {
 namespace {
 
 constexpr int DefaultTextSize = 255;
+
+/// What the expression names without the name of a table before it, in lower case.
+QSet<QString> namesIn(const Expr &expr)
+{
+    QSet<QString> names;
+    const QList<Token> tokens = tokenize(printExpression(expr));
+    for (qsizetype i = 0; i < tokens.size(); ++i) {
+        const bool qualified = i > 0 && tokens[i - 1].is(Symbol::Dot);
+        if (tokens[i].isName() && !qualified)
+            names.insert(tokens[i].text.toLower());
+    }
+    return names;
+}
+
+/// Gives the columns of a query the names that stand behind that of its view. False when their numbers differ, or when
+/// another expression of the list would read such a name, or the one it replaces, as the column's.
+bool nameColumns(Statement &statement, const std::vector<NameAt> &names)
+{
+    const QueryPtr *query = std::get_if<QueryPtr>(&statement.node);
+    Select *select = query ? (*query)->parts.front().select.get() : nullptr;
+    if (!select || select->items.size() != names.size())
+        return false;
+    std::vector<QSet<QString>> used;
+    QHash<QString, int> users;
+    for (const SelectItem &item : select->items) {
+        if (item.isStar())
+            return false;
+        used.push_back(namesIn(*item.expr));
+        for (const QString &name : used.back())
+            ++users[name];
+    }
+    for (size_t i = 0; i < names.size(); ++i) {
+        for (const QString &name : {names[i].name.toLower(), select->items[i].alias.toLower()}) {
+            if (users.value(name) > (used[i].contains(name) ? 1 : 0))
+                return false;
+        }
+    }
+    for (size_t i = 0; i < names.size(); ++i)
+        select->items[i].alias = names[i].name;
+    return true;
+}
 
 } // namespace
 
@@ -256,11 +302,14 @@ CreateIndex Parser::parseCreateIndex(bool unique)
 // as the stored query, with the parameters as its PARAMETERS clause.
 CreateQuery Parser::parseCreateQuery()
 {
-    take();
+    const bool isView = take().is(Keyword::View);
     CreateQuery create;
     create.query = expectName(error::SyntaxInCreateTable);
     QStringList parameters;
-    if (!at(Keyword::As)) {
+    std::vector<NameAt> columns;
+    if (isView && at(Symbol::LeftParen)) {
+        columns = nameList(error::SyntaxInCreateTable);
+    } else if (!at(Keyword::As)) {
         const bool parenthesised = accept(Symbol::LeftParen);
         do {
             const Token first = current();
@@ -273,8 +322,13 @@ CreateQuery Parser::parseCreateQuery()
     expect(Keyword::As, error::SyntaxInCreateTable);
     const Token first = current();
     const DepthGuard guard(*this);
-    parseStatement();
+    Statement stored = parseStatement();
     create.sql = textOf(since(first));
+    if (!columns.empty()) {
+        if (!nameColumns(stored, columns))
+            failAt(columns.front().range.to(columns.back().range), error::SyntaxInCreateTable);
+        create.sql = printStatement(stored);
+    }
     if (!parameters.isEmpty())
         create.sql.prepend(u"PARAMETERS "_s + parameters.join(u", ") + u";\n"_s);
     return create;
