@@ -51,10 +51,16 @@ void writeText(const dao::Explanation &explanation)
     }
     if (!explanation.columns.isEmpty()) {
         print(u"\n");
-        ColumnPrinter printer({u"Column"_s, u"Type"_s, u"Source"_s, u"Changeable"_s});
-        for (const dao::sql::Column &column : explanation.columns)
-            printer.row(
-                {column.info.name, typeText(column.info), sourceText(column), column.updatable ? u"yes"_s : QString()});
+        QStringList titles{u"Column"_s, u"Type"_s, u"Source"_s};
+        if (explanation.returnsRows)
+            titles.append(u"Changeable"_s);
+        ColumnPrinter printer(titles);
+        for (const dao::sql::Column &column : explanation.columns) {
+            QStringList cells{column.info.name, typeText(column.info), sourceText(column)};
+            if (explanation.returnsRows)
+                cells.append(column.updatable ? u"yes"_s : QString());
+            printer.row(cells);
+        }
         printer.end();
     }
     for (const dao::Explanation::Step &step : explanation.steps) {

@@ -47,7 +47,9 @@ public:
     {
         m_out.kind = u"SELECT INTO new table %1"_s.arg(plan.table.name);
         m_out.columns = plan.select.columns;
-        addSelect(plan.select);
+        for (sql::Column &column : m_out.columns)
+            column.updatable = false;
+        add(u"rows"_s, plan.select.fullSql);
     }
 
     void operator()(const sql::ExecutePlan &plan)

@@ -17,7 +17,7 @@ struct Explanation
 
     QString kind; ///< "SELECT", "UPDATE" and so on, or what a definition does
     QList<sql::Parameter> parameters;
-    QList<sql::Column> columns; ///< of a statement that returns rows; a cross table has only its row heads here
+    QList<sql::Column> columns; ///< of a select, also one INTO a table; a cross table has only its row heads here
     bool returnsRows = false;
     sql::NotUpdatable whyNot = sql::NotUpdatable::No;
     QList<Step> steps;

@@ -214,7 +214,8 @@ int PlanExecution::carryOut(const sql::DropConstraintPlan &plan)
     else if (owner.index(plan.name))
         m_db.editor.deleteIndex(plan.table, plan.name);
     else if (!m_db.editor.deleteCheck(plan.table, plan.name))
-        fail(error::NoSuchConstraint, {plan.name});
+        throw DaoException(error::NoSuchConstraint, m_db.connection.source(),
+                           errorText(error::NoSuchConstraint, {plan.name}), plan.where);
     return 0;
 }
 

@@ -63,7 +63,8 @@ void Recordset::Impl::setValue(int index, const Value &value)
     // A new row may be given the number that would have been counted, as conversions of other data do.
     const bool numbersNewRow = column.info.isAutoIncrement() && pendingKind == Pending::Add && column.source >= 0;
     if (!numbersNewRow && column.info.isAutoIncrement())
-        fail(error::FieldCannotBeSet);
+        throw store::engineError(error::FieldCannotBeSet, source)
+            .withHint(u"Field '%1' is an autonumber."_s.arg(column.info.name));
     if (!numbersNewRow && (!column.updatable || column.source < 0))
         fail(error::FieldNotUpdatable, {column.info.name});
     pending.set(index, column.info, value);

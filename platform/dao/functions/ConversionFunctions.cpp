@@ -120,17 +120,22 @@ void leadingNumber(Call &call)
     call.result(QLocale::c().toDouble(text.left(end)));
 }
 
-// A blank stands in the place of a plus sign.
+// (type, value). A blank stands in the place of a plus sign.
 void numberAsText(Call &call)
 {
-    const QString text = numberText(call.number(0));
+    const QString text = numberTextOf(call.number(1), typeArgument(call, 0));
     call.result(text.startsWith(u'-') ? text : QString(u' ' + text));
 }
 
+// (type, value). A negative number has the bits of its type, 16 or 32.
 template <int base>
 void digits(Call &call)
 {
-    call.result(QString::number(quint32(call.integer(0)), base).toUpper());
+    const int number = call.integer(1);
+    const DataType type = typeArgument(call, 0);
+    const bool isShort = (type == DataType::Integer || type == DataType::Boolean) &&
+                         number >= std::numeric_limits<qint16>::min() && number < 0;
+    call.result(QString::number(isShort ? quint16(number) : quint32(number), base).toUpper());
 }
 
 constexpr Entry entries[] = {
@@ -147,9 +152,9 @@ constexpr Entry entries[] = {
     {"cstr", 2, 2, toText, 0},
     {"cvar", 1, 1, identity, 0},
     {"val", 1, 1, leadingNumber},
-    {"str", 1, 1, numberAsText},
-    {"hex", 1, 1, digits<16>},
-    {"oct", 1, 1, digits<8>},
+    {"str", 2, 2, numberAsText},
+    {"hex", 2, 2, digits<16>},
+    {"oct", 2, 2, digits<8>},
 };
 
 } // namespace

@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kSecondsPerDay = 86400;
 
-// The generator binds these to one moment for a statement; called as functions they give the present one.
+// The generator has each place that calls one of these evaluated once for a statement.
 void today(Call &call)
 {
     call.result(double(dayOf(currentDateTime())));

@@ -77,7 +77,7 @@ void format(Call &call)
 
     const auto number = asNumber(call);
     if (number && pattern.compare(u"general number", Qt::CaseInsensitive) == 0)
-        return call.result(numberText(*number));
+        return call.result(numberTextOf(*number, typeArgument(call, kType)));
     if (const QString word = number ? wordFor(*number, pattern) : QString(); !word.isEmpty())
         return call.result(word);
     if (const QString named = namedNumberPattern(pattern); !named.isEmpty())

@@ -13,6 +13,15 @@ namespace {
 constexpr qsizetype LongestPattern = 1000 * 1000;
 constexpr qint64 MostSteps = 50 * 1000 * 1000;
 
+// Signs outside of A to Z that fold to one of these letters (the Kelvin sign to k) are not that letter: so all that a
+// plain pattern matches lies in one range of the inner engine's order.
+char16_t folded(QChar c)
+{
+    constexpr char16_t FirstBeyond = 0x80;
+    const char16_t folded = c.toCaseFolded().unicode();
+    return c.unicode() >= FirstBeyond && folded < FirstBeyond ? c.unicode() : folded;
+}
+
 } // namespace
 
 LikePattern::LikePattern(const QString &pattern, Form form)
@@ -38,7 +47,7 @@ LikePattern::LikePattern(const QString &pattern, Form form)
             }
             i = end;
         } else {
-            m_elements.append({Element::Kind::Character, c.toCaseFolded().unicode(), false, {}});
+            m_elements.append({Element::Kind::Character, folded(c), false, {}});
         }
     }
 }
@@ -53,10 +62,10 @@ bool LikePattern::addClass(QStringView inside)
         inside = inside.mid(1);
     }
     for (qsizetype i = 0; i < inside.size(); ++i) {
-        const char16_t first = inside[i].toCaseFolded().unicode();
+        const char16_t first = folded(inside[i]);
         // A dash at either end stands for itself.
         if (i + 2 < inside.size() && inside[i + 1] == u'-') {
-            const char16_t last = inside[i + 2].toCaseFolded().unicode();
+            const char16_t last = folded(inside[i + 2]);
             if (last < first)
                 return false;
             element.ranges.append({first, last});
@@ -77,11 +86,11 @@ bool LikePattern::matchesOne(const Element &element, QChar c)
     case Element::Kind::Digit:
         return c >= u'0' && c <= u'9';
     case Element::Kind::Character:
-        return c.toCaseFolded().unicode() == element.character;
+        return folded(c) == element.character;
     case Element::Kind::Class: {
-        const char16_t folded = c.toCaseFolded().unicode();
+        const char16_t letter = folded(c);
         const bool found = std::any_of(element.ranges.cbegin(), element.ranges.cend(),
-                                       [folded](const Range &r) { return r.first <= folded && folded <= r.last; });
+                                       [letter](const Range &r) { return r.first <= letter && letter <= r.last; });
         return found != element.negated;
     }
     case Element::Kind::Run:

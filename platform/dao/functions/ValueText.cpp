@@ -12,6 +12,11 @@ DataType typeArgument(const Call &call, int index)
     return call.isInteger(index) ? DataType(call.wholeNumber(index)) : DataType::Unknown;
 }
 
+QString numberTextOf(double number, DataType type)
+{
+    return type == DataType::Single ? singleText(number) : numberText(number);
+}
+
 QString textOf(const Call &call, int typeIndex, int valueIndex)
 {
     if (call.isNull(valueIndex) || call.isText(valueIndex))
@@ -22,7 +27,7 @@ QString textOf(const Call &call, int typeIndex, int valueIndex)
     case DataType::Date:
         return generalDateText(call.date(valueIndex));
     case DataType::Single:
-        return singleText(call.number(valueIndex));
+        return numberTextOf(call.number(valueIndex), DataType::Single);
     default:
         return call.text(valueIndex);
     }

@@ -8,6 +8,9 @@ namespace dao::functions {
 /// The DAO type passed at that place.
 DataType typeArgument(const Call &call, int index);
 
+/// A number as text, with as many digits as its type has: 7 of a Single, else up to 15.
+QString numberTextOf(double number, DataType type);
+
 /// A value as CStr and a Format without a format write it, by the type passed beside it: dates in the general form,
 /// Booleans as True and False, a Single with its 7 digits. Null is empty.
 QString textOf(const Call &call, int typeIndex, int valueIndex);

@@ -167,6 +167,7 @@ struct DropConstraintPlan
 {
     QString table;
     QString name;
+    SourceRange where; ///< of the name in the text
 };
 struct DropTablePlan
 {

@@ -6,6 +6,7 @@
 #include "bind/TransformBinder.h"
 #include "bind/Types.h"
 #include "generate/Generator.h"
+#include "NearestName.h"
 
 #include <dao/sql/ast/Parser.h>
 
@@ -24,6 +25,7 @@ class StatementCompiler
 public:
     StatementCompiler(const SchemaView &schema, const QString &text, const HeadingReader &readHeadings)
         : m_context(schema, text)
+        , m_readHeadings(readHeadings)
     {
         if (!readHeadings)
             return;
@@ -87,7 +89,9 @@ private:
     {
         const QueryInfo *query = m_context.schema().findQuery(node.query.name);
         if (!query)
-            m_context.fail(error::UnknownSource, node.query.range, {node.query.name});
+            m_context.fail(error::UnknownSource, node.query.range, {node.query.name},
+                           didYouMean(node.query.name, m_context.schema().sourceNames()));
+        checkArguments(node, *query);
         bound::ExpressionBinder binder(m_context, nullptr, bound::clause::values);
         std::vector<bound::ExprPtr> arguments;
         for (const ast::ExprPtr &argument : node.arguments)
@@ -97,6 +101,34 @@ private:
         for (const bound::ExprPtr &argument : arguments)
             plan.arguments.append(generator.expression(*argument));
         return plan;
+    }
+
+    void checkArguments(const ast::Execute &node, const QueryInfo &query)
+    {
+        const qsizetype given = qsizetype(node.arguments.size());
+        const qsizetype taken = parametersOf(query, node.query.range);
+        const QString hint = u"'%1' takes %2 parameters."_s.arg(query.name).arg(taken);
+        if (given > taken)
+            m_context.fail(error::ItemNotFound, node.arguments[size_t(taken)]->range, {}, hint);
+        if (given < taken)
+            m_context.fail(error::TooFewParameters, node.query.range, {QString::number(taken - given)}, hint);
+    }
+
+    qsizetype parametersOf(const QueryInfo &query, bound::Range where)
+    {
+        constexpr qsizetype MaxCalls = 40;
+        if (m_callers.contains(query.name))
+            m_context.fail(error::CircularQuery, where, {query.name});
+        if (m_callers.size() >= MaxCalls)
+            m_context.fail(error::TooComplex, where);
+        const BindContext::Substitution substitution(m_context, query.name, query.sql, where);
+        try {
+            StatementCompiler called(m_context.schema(), query.sql, m_readHeadings);
+            called.m_callers = m_callers + QStringList{query.name};
+            return called.compile(*checkSyntax(query.sql)).parameters.size();
+        } catch (const DaoException &exception) {
+            m_context.rethrow(exception);
+        }
     }
 
     template <typename Definition>
@@ -142,6 +174,8 @@ private:
     }
 
     BindContext m_context;
+    HeadingReader m_readHeadings;
+    QStringList m_callers; ///< the stored queries that are being executed, outermost first
 };
 
 /// A schema without anything, for texts that name nothing but the fields they are given.

@@ -29,9 +29,9 @@ constexpr FunctionInfo table[] = {
     {u"CStr", u"a", Fixed, Text, Typed, u"CStr(value)", u"The value as text."},
     {u"CVar", u"a", FirstAny, Unknown, Plain, u"CVar(value)", u"The value unchanged."},
     {u"Val", u"t", Fixed, Double, Plain, u"Val(text)", u"The number at the beginning of a text; blanks are skipped."},
-    {u"Str", u"n", Fixed, Text, Plain, u"Str(number)", u"The number as text, with a blank in the place of a plus sign."},
-    {u"Hex", u"n", Fixed, Text, Plain, u"Hex(number)", u"The number in hexadecimal digits."},
-    {u"Oct", u"n", Fixed, Text, Plain, u"Oct(number)", u"The number in octal digits."},
+    {u"Str", u"n", Fixed, Text, Typed, u"Str(number)", u"The number as text, with a blank in the place of a plus sign."},
+    {u"Hex", u"n", Fixed, Text, Typed, u"Hex(number)", u"The number in hexadecimal digits."},
+    {u"Oct", u"n", Fixed, Text, Typed, u"Oct(number)", u"The number in octal digits."},
     // text
     {u"Left", u"tn", Fixed, Text, Plain, u"Left(text, length)", u"The first characters of a text."},
     {u"Right", u"tn", Fixed, Text, Plain, u"Right(text, length)", u"The last characters of a text."},

@@ -5,6 +5,7 @@
 #include "SystemTables.h"
 #include "TableDefinition.h"
 
+#include <dao/values/Names.h>
 #include <dao/values/TypeSize.h>
 
 using namespace Qt::StringLiterals;
@@ -13,13 +14,7 @@ namespace dao::store {
 
 namespace {
 
-constexpr int longestName = 64;
 constexpr int largestText = 255;
-
-bool isForbiddenInName(QChar c)
-{
-    return c.unicode() < 0x20 || QStringView(u".!`[]").contains(c);
-}
 
 } // namespace
 
@@ -53,9 +48,7 @@ void DefinitionCheck::fail(int number, const QStringList &arguments) const
 
 void DefinitionCheck::plainName(const QString &name) const
 {
-    const bool valid = !name.isEmpty() && name.size() <= longestName && name.front() != u' ' &&
-                       std::none_of(name.begin(), name.end(), isForbiddenInName);
-    if (!valid)
+    if (!isValidName(name))
         fail(error::InvalidName, {name});
 }
 

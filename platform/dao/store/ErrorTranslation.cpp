@@ -1,5 +1,7 @@
 #include "ErrorTranslation.h"
 
+#include "SystemTables.h"
+
 #include <algorithm>
 #include <QLoggingCategory>
 #include <sqlite3.h>
@@ -71,7 +73,9 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
         if (same)
             throw DaoException(error).withHint(u"It is index '%1' of table '%2'."_s.arg(index.name, table->name));
     }
-    throw error;
+    // An index that was about to be made.
+    throw DaoException(error).withHint(
+        u"Rows of table '%1' are the same in '%2'."_s.arg(table->name, fields.join(u"', '"_s)));
 }
 
 [[noreturn]] void raiseNotNull(const EngineFailure &failure)
@@ -156,11 +160,14 @@ void raiseOwn(const EngineFailure &failure)
 [[noreturn]] void raiseSqlError(const EngineFailure &failure)
 {
     static const QString noTable = u"no such table: "_s;
-    if (failure.text.startsWith(noTable)) {
-        QString name = failure.text.mid(noTable.size());
-        name.remove(u"main."_s);
-        raise(failure, error::UnknownSource, {name});
-    }
+    QString missingTable;
+    if (failure.text.startsWith(noTable))
+        missingTable = failure.text.mid(noTable.size()).remove(u"main."_s);
+    // What the engine itself names and the file does not have: something else has changed the file.
+    if (failure.opening || failure.text.startsWith(u"no such column"_s) || isSystemTableName(missingTable))
+        raise(failure, error::DatabaseDamaged, {failure.path});
+    if (!missingTable.isEmpty())
+        raise(failure, error::UnknownSource, {missingTable});
     // Limits of the inner engine's parser, planner and expressions.
     for (const QStringView limit :
          {u"parser stack overflow", u"Expression tree is too large", u"too many", u"at most 64 tables"}) {

@@ -175,7 +175,7 @@ void TableRebuild::copyConverted(const QString &select, const QString &insert)
             const Value converted =
                 convertValue(columnValue(rows, i, m_before.info.field(field.name)->type), field.type);
             if (converted.isEmpty())
-                throw engineError(error::ConversionFailed, m_connection.source());
+                throw fieldError(error::ConversionFailed, m_connection.source(), m_after.info.name, field);
             bindValue(write, i + 1, converted);
         }
         write.run();

@@ -39,6 +39,7 @@ enum Number : int {
     DuplicateDestination = 3063,
     CannotExecuteSelect = 3065,
     EmptyStatement = 3066,
+    ActionQueryAsSource = 3069,
     UnknownName = 3070,
     TooComplexExpression = 3071,
     NotUpdatableQuery = 3073,

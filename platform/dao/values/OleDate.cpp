@@ -328,9 +328,9 @@ std::optional<double> dateSerial(int year, int month, int day)
 double timeSerial(int hour, int minute, int second)
 {
     const qint64 seconds = qint64(hour) * 3600 + qint64(minute) * 60 + second;
-    // Before midnight of day 0 the day goes down while the time of day still counts forward.
+    // Before midnight the time of day still counts forward; within one day before it, the day does not count.
     const qint64 day = seconds / SecondsOfDay - (seconds % SecondsOfDay < 0 ? 1 : 0);
-    return dateFrom(int(day), int(seconds - day * qint64(SecondsOfDay)));
+    return dateFrom(day == -1 ? 0 : int(day), int(seconds - day * qint64(SecondsOfDay)));
 }
 
 int daysInMonth(int year, int month)

@@ -56,6 +56,8 @@ private:
 
     // ParserExpression.cpp
     ExprPtr parseClauseExpression();
+    bool atClauseEnd() const;
+    ExprPtr parseClause(int errorWhenEmpty);
     bool beginsOperand() const;
     ExprPtr parseExpression();
     ExprPtr parseLogical(int level);

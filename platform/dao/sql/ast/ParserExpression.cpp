@@ -88,6 +88,23 @@ ExprPtr Parser::parseClauseExpression()
     return expr;
 }
 
+// Where a clause ends that nothing stands in.
+bool Parser::atClauseEnd() const
+{
+    if (current().kind == Token::Kind::End || at(Symbol::Semicolon) || at(Symbol::RightParen))
+        return true;
+    const bool startsNext = at(Keyword::Where) || at(Keyword::Group) || at(Keyword::Having) || at(Keyword::Order) ||
+                            at(Keyword::Union) || at(Keyword::Pivot) || at(Keyword::With);
+    return startsNext && !ahead().is(Symbol::Dot) && !ahead().is(Symbol::Bang);
+}
+
+ExprPtr Parser::parseClause(int errorWhenEmpty)
+{
+    if (atClauseEnd())
+        fail(errorWhenEmpty);
+    return parseClauseExpression();
+}
+
 bool Parser::beginsOperand() const
 {
     const Token &token = current();

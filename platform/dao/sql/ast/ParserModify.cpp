@@ -100,7 +100,7 @@ Update Parser::parseUpdate()
         update.assignments.push_back(std::move(assignment));
     } while (accept(Symbol::Comma));
     if (accept(Keyword::Where))
-        update.where = parseClauseExpression();
+        update.where = parseClause(error::SyntaxInWhere);
     return update;
 }
 
@@ -118,7 +118,7 @@ Delete Parser::parseDelete()
     expect(Keyword::From, error::SyntaxInDelete);
     statement.from = parseFrom();
     if (accept(Keyword::Where))
-        statement.where = parseClauseExpression();
+        statement.where = parseClause(error::SyntaxInWhere);
     return statement;
 }
 

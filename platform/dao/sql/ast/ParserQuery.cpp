@@ -146,15 +146,15 @@ void Parser::parseClauses(Select &select)
     if (accept(Keyword::From))
         select.from = parseFrom();
     if (accept(Keyword::Where))
-        select.where = parseClauseExpression();
+        select.where = parseClause(error::SyntaxInWhere);
     if (accept(Keyword::Group)) {
         expect(Keyword::By, error::SyntaxInGroupBy);
         do {
-            select.groupBy.push_back(parseClauseExpression());
+            select.groupBy.push_back(parseClause(error::SyntaxInGroupBy));
         } while (accept(Symbol::Comma));
     }
     if (accept(Keyword::Having))
-        select.having = parseClauseExpression();
+        select.having = parseClause(error::SyntaxInHaving);
     if (at(Keyword::Order))
         select.orderBy = parseOrderBy();
     parseOwnerAccess();
@@ -175,10 +175,8 @@ std::vector<OrderItem> Parser::parseOrderBy()
     expect(Keyword::By, error::SyntaxInOrderBy);
     std::vector<OrderItem> items;
     do {
-        if (current().kind == Token::Kind::End || at(Symbol::Semicolon))
-            fail(error::SyntaxInOrderBy);
         OrderItem item;
-        item.expr = parseClauseExpression();
+        item.expr = parseClause(error::SyntaxInOrderBy);
         item.descending = at(Keyword::Desc);
         if (at(Keyword::Desc) || at(Keyword::Asc))
             take();

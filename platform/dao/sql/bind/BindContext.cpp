@@ -95,9 +95,14 @@ int BindContext::parameter(const QString &name, Range where, const QString &sugg
     return id;
 }
 
+bool BindContext::isParameter(const QString &name) const
+{
+    return m_parameterIds.contains(keyOf(name));
+}
+
 bool BindContext::wantsSuggestion(const QString &name) const
 {
-    return m_parameters.size() < MostSuggestions && !m_parameterIds.contains(keyOf(name));
+    return m_parameters.size() < MostSuggestions && !isParameter(name);
 }
 
 QList<CrosstabHeading> BindContext::readHeadings(const Transform &transform)
@@ -157,9 +162,7 @@ QList<int> BindContext::parameterPositions() const
 
 void BindContext::fail(int number, Range where, const QStringList &arguments, const QString &hint) const
 {
-    const Range place = placeOf(where);
-    DaoException exception(number, errorSource, errorText(number, arguments),
-                           SourceRange::of(m_userText, place.start, place.length));
+    DaoException exception(number, errorSource, errorText(number, arguments), userPlace(where));
     if (!hint.isEmpty())
         exception.withHint(hint);
     throw exception;
@@ -171,9 +174,16 @@ void BindContext::rethrow(const DaoException &exception) const
         throw exception;
     DaoException moved(exception.number(), exception.source(), exception.description(),
                        SourceRange::of(m_userText, m_place->start, m_place->length));
-    moved.withHint(u"In '%1': %2"_s.arg(m_queryStack.isEmpty() ? QString() : m_queryStack.constLast(),
-                                        exception.hint().isEmpty() ? exception.description() : exception.hint()));
+    const QString query = m_queryStack.isEmpty() ? QString() : m_queryStack.constLast();
+    moved.withHint(exception.hint().isEmpty() ? u"In '%1'."_s.arg(query)
+                                              : u"In '%1': %2"_s.arg(query, exception.hint()));
     throw moved;
+}
+
+SourceRange BindContext::userPlace(Range range) const
+{
+    const Range place = placeOf(range);
+    return SourceRange::of(m_userText, place.start, place.length);
 }
 
 QString BindContext::textOf(Range range) const

@@ -53,6 +53,8 @@ public:
     void declare(const ast::ParameterDeclaration &declaration);
     /// The parameter of that name, made when it is new.
     int parameter(const QString &name, Range where, const QString &suggestion = {});
+    /// True for one that is declared, or has been named before.
+    bool isParameter(const QString &name) const;
     /// True where a name that is new deserves a look for what is meant.
     bool wantsSuggestion(const QString &name) const;
     void noteUse(int id, DataType type);
@@ -75,6 +77,8 @@ public:
     // Failures. Places inside a stored query are shown as the place of its name in the user's text.
     [[noreturn]] void fail(int number, Range where, const QStringList &arguments = {}, const QString &hint = {}) const;
     QString textOf(Range range) const;
+    /// The same place in the user's text.
+    SourceRange userPlace(Range range) const;
 
     /// While it lives, another text is bound: that of a stored query, or of a domain function.
     class Substitution

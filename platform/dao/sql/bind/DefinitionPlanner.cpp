@@ -3,6 +3,8 @@
 #include "../NearestName.h"
 #include "Types.h"
 
+#include <dao/values/Names.h>
+
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::bound {
@@ -24,6 +26,43 @@ const TableInfo &DefinitionPlanner::tableNamed(const ast::NameAt &name) const
         return *table;
     m_context.fail(error::TableDoesNotExist, name.range, {name.name},
                    didYouMean(name.name, m_context.schema().sourceNames()));
+}
+
+void DefinitionPlanner::checkName(const ast::NameAt &name) const
+{
+    if (!isValidName(name.name))
+        m_context.fail(error::InvalidName, name.range, {name.name});
+}
+
+const FieldInfo &DefinitionPlanner::fieldNamed(const TableInfo &table, const ast::NameAt &name) const
+{
+    if (const FieldInfo *field = table.field(name.name))
+        return *field;
+    m_context.fail(error::NoSuchField, name.range, {name.name, table.name}, didYouMean(name.name, fieldNames(table)));
+}
+
+void DefinitionPlanner::addIndexField(IndexInfo &index, const TableInfo &table, const ast::NameAt &name,
+                                      bool descending) const
+{
+    const FieldInfo &field = fieldNamed(table, name);
+    const bool twice = std::ranges::any_of(index.fields, [&](const auto &other) { return other.name == field.name; });
+    if (twice)
+        m_context.fail(error::FieldDefinedTwice, name.range);
+    index.fields.append({field.name, descending});
+}
+
+FieldInfo DefinitionPlanner::newField(const TableInfo &table, const ast::FieldDefinition &definition) const
+{
+    checkName(definition.name);
+    if (table.field(definition.name.name))
+        m_context.fail(error::FieldExists, definition.name.range, {definition.name.name, table.name});
+    FieldInfo field = fieldOf(definition);
+    const bool second = field.isAutoIncrement() && std::ranges::any_of(table.fields, &FieldInfo::isAutoIncrement);
+    if (second)
+        m_context.fail(error::InvalidFieldType, definition.name.range, {},
+                       u"Table '%1' has an autonumber already."_s.arg(table.name));
+    field.ordinal = int(table.fields.size());
+    return field;
 }
 
 FieldInfo DefinitionPlanner::fieldOf(const ast::FieldDefinition &definition) const
@@ -69,10 +108,8 @@ void DefinitionPlanner::addFieldConstraints(Constraints &constraints, FieldInfo 
 void DefinitionPlanner::addConstraint(Constraints &constraints, const ast::Constraint &constraint,
                                       const TableInfo &table) const
 {
-    for (const ast::NameAt &name : constraint.fields) {
-        if (!table.field(name.name))
-            m_context.fail(error::NoSuchField, name.range, {name.name, table.name});
-    }
+    for (const ast::NameAt &name : constraint.fields)
+        fieldNamed(table, name);
     switch (constraint.kind) {
     case ast::Constraint::Kind::ForeignKey:
         constraints.relations.append(relationOf(constraint, table));
@@ -93,7 +130,7 @@ void DefinitionPlanner::addConstraint(Constraints &constraints, const ast::Const
                  : index.primary            ? u"PrimaryKey"_s
                                             : joined(constraint.fields);
     for (const ast::NameAt &name : constraint.fields)
-        index.fields.append({table.field(name.name)->name, false});
+        addIndexField(index, table, name, false);
     const bool second =
         std::any_of(constraints.indexes.begin(), constraints.indexes.end(),
                     [](const IndexInfo &i) { return i.primary; }) ||
@@ -139,28 +176,20 @@ RelationInfo DefinitionPlanner::relationOf(const ast::Constraint &constraint, co
 Plan DefinitionPlanner::plan(const ast::CreateTable &node) const
 {
     const QString &name = node.table.name;
+    checkName(node.table);
     if (m_context.schema().findTable(name) || m_context.schema().findQuery(name))
         m_context.fail(error::TableExists, node.table.range, {name});
     CreateTablePlan plan;
     plan.table.name = name;
-    for (const ast::FieldDefinition &definition : node.fields) {
-        if (plan.table.field(definition.name.name))
-            m_context.fail(error::FieldExists, definition.name.range, {definition.name.name, name});
-        FieldInfo field = fieldOf(definition);
-        field.ordinal = int(plan.table.fields.size());
-        plan.table.fields.append(field);
-    }
+    for (const ast::FieldDefinition &definition : node.fields)
+        plan.table.fields.append(newField(plan.table, definition));
     Constraints constraints;
     for (size_t i = 0; i < node.fields.size(); ++i)
         addFieldConstraints(constraints, plan.table.fields[qsizetype(i)], node.fields[i], plan.table);
     for (const ast::Constraint &constraint : node.constraints) {
         if (constraint.kind == ast::Constraint::Kind::NotNull) {
-            for (const ast::NameAt &field : constraint.fields) {
-                const int index = plan.table.indexOf(field.name);
-                if (index < 0)
-                    m_context.fail(error::NoSuchField, field.range, {field.name, name});
-                plan.table.fields[index].required = true;
-            }
+            for (const ast::NameAt &field : constraint.fields)
+                plan.table.fields[plan.table.indexOf(fieldNamed(plan.table, field).name)].required = true;
         }
         addConstraint(constraints, constraint, plan.table);
     }
@@ -178,12 +207,8 @@ Plan DefinitionPlanner::plan(const ast::AlterTable &node) const
 
 Plan DefinitionPlanner::change(const ast::AlterTable::AddField &change, const TableInfo &table) const
 {
-    const ast::NameAt &name = change.field.name;
-    if (table.field(name.name))
-        m_context.fail(error::FieldExists, name.range, {name.name, table.name});
     TableInfo widened = table;
-    AddFieldPlan plan{table.name, fieldOf(change.field), {}, {}, {}};
-    plan.field.ordinal = int(table.fields.size());
+    AddFieldPlan plan{table.name, newField(table, change.field), {}, {}, {}};
     widened.fields.append(plan.field);
     Constraints constraints;
     addFieldConstraints(constraints, plan.field, change.field, widened);
@@ -195,9 +220,7 @@ Plan DefinitionPlanner::change(const ast::AlterTable::AddField &change, const Ta
 
 Plan DefinitionPlanner::change(const ast::AlterTable::AlterField &change, const TableInfo &table) const
 {
-    const FieldInfo *old = table.field(change.field.name.name);
-    if (!old)
-        m_context.fail(error::NoSuchField, change.field.name.range, {change.field.name.name, table.name});
+    const FieldInfo *old = &fieldNamed(table, change.field.name);
     AlterFieldPlan plan{table.name, fieldOf(change.field)};
     plan.field.name = old->name;
     plan.field.ordinal = old->ordinal;
@@ -213,10 +236,7 @@ Plan DefinitionPlanner::change(const ast::AlterTable::AlterField &change, const 
 
 Plan DefinitionPlanner::change(const ast::AlterTable::DropField &change, const TableInfo &table) const
 {
-    const FieldInfo *field = table.field(change.field.name);
-    if (!field)
-        m_context.fail(error::NoSuchField, change.field.range, {change.field.name, table.name});
-    return DropFieldPlan{table.name, field->name};
+    return DropFieldPlan{table.name, fieldNamed(table, change.field).name};
 }
 
 Plan DefinitionPlanner::change(const ast::Constraint &change, const TableInfo &table) const
@@ -235,12 +255,13 @@ Plan DefinitionPlanner::change(const ast::Constraint &change, const TableInfo &t
 
 Plan DefinitionPlanner::change(const ast::AlterTable::DropConstraint &change, const TableInfo &table) const
 {
-    return DropConstraintPlan{table.name, change.constraint.name};
+    return DropConstraintPlan{table.name, change.constraint.name, m_context.userPlace(change.constraint.range)};
 }
 
 Plan DefinitionPlanner::plan(const ast::CreateIndex &node) const
 {
     const TableInfo &table = tableNamed(node.table);
+    checkName(node.index);
     if (table.index(node.index.name))
         m_context.fail(error::IndexNameExists, node.index.range, {table.name, node.index.name});
     CreateIndexPlan plan{table.name, {}};
@@ -249,12 +270,8 @@ Plan DefinitionPlanner::plan(const ast::CreateIndex &node) const
     plan.index.unique = node.unique || node.primary;
     plan.index.required = node.disallowNull || node.primary;
     plan.index.ignoreNulls = node.ignoreNull;
-    for (const ast::CreateIndex::Field &item : node.fields) {
-        const FieldInfo *field = table.field(item.name.name);
-        if (!field)
-            m_context.fail(error::NoSuchField, item.name.range, {item.name.name, table.name});
-        plan.index.fields.append({field->name, item.descending});
-    }
+    for (const ast::CreateIndex::Field &item : node.fields)
+        addIndexField(plan.index, table, item.name, item.descending);
     return plan;
 }
 
@@ -276,6 +293,7 @@ Plan DefinitionPlanner::plan(const ast::DropIndex &node) const
 
 Plan DefinitionPlanner::plan(const ast::CreateQuery &node) const
 {
+    checkName(node.query);
     if (m_context.schema().findTable(node.query.name) || m_context.schema().findQuery(node.query.name))
         m_context.fail(error::ObjectExists, node.query.range, {node.query.name});
     return CreateQueryPlan{{node.query.name, node.sql}};

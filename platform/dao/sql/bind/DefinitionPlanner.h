@@ -30,6 +30,10 @@ private:
     };
 
     const TableInfo &tableNamed(const ast::NameAt &name) const;
+    void checkName(const ast::NameAt &name) const;
+    const FieldInfo &fieldNamed(const TableInfo &table, const ast::NameAt &name) const;
+    void addIndexField(IndexInfo &index, const TableInfo &table, const ast::NameAt &name, bool descending) const;
+    FieldInfo newField(const TableInfo &table, const ast::FieldDefinition &definition) const;
     FieldInfo fieldOf(const ast::FieldDefinition &definition) const;
     void addFieldConstraints(Constraints &constraints, FieldInfo &field, const ast::FieldDefinition &definition,
                              const TableInfo &table) const;

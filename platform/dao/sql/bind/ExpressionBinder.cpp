@@ -71,7 +71,8 @@ ExprPtr ExpressionBinder::bindNode(const ast::Name &node, const ast::Expr &expr)
         named->range = expr.range;
         return named;
     }
-    const QString suggestion = m_context.wantsSuggestion(node.text) ? suggestionFor(node.parts.constLast()) : QString();
+    checkSource(node, expr.range);
+    const QString suggestion = m_context.wantsSuggestion(node.text) ? suggestionFor(node) : QString();
     const int id = m_context.parameter(node.text, expr.range, suggestion);
     const BoundParameter &parameter = m_context.parameterAt(id);
     // A declared parameter of a type counts like a column of it.
@@ -121,12 +122,51 @@ ExprPtr ExpressionBinder::lookUpSimple(const QString &name, Range where)
     return nullptr;
 }
 
-QString ExpressionBinder::suggestionFor(const QString &name) const
+bool ExpressionBinder::isSource(const QString &name) const
 {
+    for (const Scope *scope = m_scope; scope; scope = scope->outer()) {
+        if (scope->source(name))
+            return true;
+    }
+    return false;
+}
+
+// What tables are joined on are their fields, so that an unknown table is a slip there. "Forms!F" names no table.
+void ExpressionBinder::checkSource(const ast::Name &name, Range where) const
+{
+    const bool qualified = name.parts.size() == 2 && !name.text.contains(u'!');
+    if (!m_clause.unknownSourceError || !qualified || isSource(name.parts[0]) || m_context.isParameter(name.text))
+        return;
     QStringList names;
-    for (const Scope *scope = m_scope; scope; scope = scope->outer())
+    for (const ScopeSource &source : m_scope->sources())
+        names.append(source.name);
+    m_context.fail(m_clause.unknownSourceError, where, {name.parts[0]}, didYouMean(name.parts[0], names));
+}
+
+// Of a field of a named source: one of that source, or the field of that name in another one.
+QString ExpressionBinder::suggestionFor(const ast::Name &name) const
+{
+    const QString &field = name.parts.constLast();
+    const bool qualified = name.parts.size() == 2;
+    QStringList names;
+    QString elsewhere;
+    for (const Scope *scope = m_scope; scope; scope = scope->outer()) {
         names += scope->columnNames();
-    return nearestName(name, names);
+        for (const ScopeSource &source : scope->sources()) {
+            if (!qualified)
+                break;
+            if (source.name.compare(name.parts[0], Qt::CaseInsensitive) == 0) {
+                QStringList own;
+                for (const ScopeColumn &column : source.columns)
+                    own.append(column.name);
+                if (const QString nearest = nearestName(field, own); !nearest.isEmpty())
+                    return source.name + u'.' + nearest;
+            } else if (const Scope::Found found = scope->find(source.name, field); found.count > 0) {
+                elsewhere = elsewhere.isEmpty() ? QString(source.name + u'.' + found.column->name) : elsewhere;
+            }
+        }
+    }
+    return elsewhere.isEmpty() ? nearestName(field, names) : elsewhere;
 }
 
 ExprPtr ExpressionBinder::bindNode(const ast::Unary &node, const ast::Expr &expr)

@@ -9,12 +9,13 @@ struct Clause
 {
     int aggregateError = 0; ///< 0: aggregates are allowed
     int mismatchError = error::CriteriaMismatch;
+    int unknownSourceError = 0; ///< of "x.f" where there is no x; 0: it is a parameter
 };
 
 namespace clause {
 inline constexpr Clause selectList{};
 inline constexpr Clause where{error::AggregateInWhere};
-inline constexpr Clause join{error::AggregateInJoin, error::JoinTypeMismatch};
+inline constexpr Clause join{error::AggregateInJoin, error::JoinTypeMismatch, error::TableNotInFrom};
 inline constexpr Clause groupBy{error::AggregateInGroupBy};
 inline constexpr Clause having{};
 inline constexpr Clause orderBy{};
@@ -81,7 +82,9 @@ private:
 
     ExprPtr lookUp(const ast::Name &name, Range where);
     ExprPtr lookUpSimple(const QString &name, Range where);
-    QString suggestionFor(const QString &name) const;
+    bool isSource(const QString &name) const;
+    void checkSource(const ast::Name &name, Range where) const;
+    QString suggestionFor(const ast::Name &name) const;
     bool isOpenParameter(const Expr &expr) const;
     ExprPtr typed(ExprPtr expr, DataType type);
     ExprPtr settled(ExprPtr expr);

@@ -129,7 +129,7 @@ std::shared_ptr<Query> SelectBinder::bindStoredQuery(const QueryInfo &info, Rang
         const ast::QueryPtr *query = std::get_if<ast::QueryPtr>(&statement.node);
         const ast::Select *select = query ? (*query)->singleSelect() : nullptr;
         if (!query || (select && select->into))
-            m_context.fail(error::UnknownSource, range, {info.name}, u"'%1' returns no rows."_s.arg(info.name));
+            m_context.fail(error::ActionQueryAsSource, range, {info.name});
         return QueryBinder(m_context, nullptr).bind(**query);
     } catch (const DaoException &exception) {
         m_context.rethrow(exception);

@@ -7,14 +7,6 @@
 namespace dao::sql::bound {
 namespace {
 
-QStringList fieldNames(const TableInfo &table)
-{
-    QStringList names;
-    for (const FieldInfo &field : table.fields)
-        names.append(field.name);
-    return names;
-}
-
 Range rangeOf(const std::vector<ast::TableRefPtr> &from)
 {
     return from.front()->range.to(from.back()->range);
@@ -161,7 +153,14 @@ Update ModifyBinder::bind(const ast::Update &update)
     Update bound;
     qint64 size = 0;
     for (const ast::Assignment &assignment : update.assignments) {
-        bound.fields.push_back(bindAssignment(binder, assignment));
+        AssignedField field = bindAssignment(binder, assignment);
+        const bool twice = std::ranges::any_of(bound.fields, [&field](const AssignedField &other) {
+            return other.source == field.source && other.field == field.field;
+        });
+        if (twice)
+            m_context.fail(error::DuplicateDestination, assignment.target->range,
+                           {assignment.target->as<ast::Name>()->text});
+        bound.fields.push_back(std::move(field));
         size += bound.fields.back().value->size;
         m_context.limit(0, size, assignment.value->range);
     }

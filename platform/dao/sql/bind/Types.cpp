@@ -164,4 +164,12 @@ bool fitsField(const Expr &expr, DataType field)
     return false;
 }
 
+QStringList fieldNames(const TableInfo &table)
+{
+    QStringList names;
+    for (const FieldInfo &field : table.fields)
+        names.append(field.name);
+    return names;
+}
+
 } // namespace dao::sql::bound

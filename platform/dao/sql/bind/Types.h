@@ -18,6 +18,8 @@ DataType commonType(DataType left, DataType right);
 /// truth value that is no field is a number, -1 or 0.
 FieldInfo outputInfo(const QString &name, const Expr &expr);
 
+QStringList fieldNames(const TableInfo &table);
+
 /// True when values of the expression can go into a field of that type as they are.
 bool fitsField(const Expr &expr, DataType field);
 

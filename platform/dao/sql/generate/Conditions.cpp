@@ -49,15 +49,16 @@ bool isReversed(const Expr &low, const Expr &high)
 }
 
 /// The plain beginning of a pattern, in lower case: what every match begins with, in the inner engine's own folding of
-/// A to Z. It ends before i and k, which letters outside of A to Z fold to as well.
+/// A to Z.
 QString plainPrefix(const QString &pattern)
 {
     QString prefix;
-    for (const QChar c : pattern.toLower()) {
-        const bool plain = (c >= u'a' && c <= u'z' && c != u'i' && c != u'k') || (c >= u'0' && c <= u'9');
+    for (const QChar c : pattern) {
+        const QChar lower = c >= u'A' && c <= u'Z' ? c.toLower() : c;
+        const bool plain = (lower >= u'a' && lower <= u'z') || (lower >= u'0' && lower <= u'9');
         if (!plain)
             break;
-        prefix += c;
+        prefix += lower;
     }
     return prefix;
 }

@@ -158,6 +158,16 @@ TEST_F(CompilerTest, AMistypedColumnIsAParameterWithASuggestion)
     select(u"SELECT row FROM report WHERE volt > 2"_s);
     ASSERT_EQ(m_compiled.parameters.size(), 1);
     EXPECT_EQ(m_compiled.parameters[0].suggestion, u"volts"_s);
+    // The source that is named comes first, then the field of that name in another one.
+    const std::pair<QString, QString> qualified[] = {{u"p.nmae"_s, u"p.name"_s},
+                                                     {u"p.volts"_s, u"r.volts"_s},
+                                                     {u"q.volts"_s, u"r.volts"_s},
+                                                     {u"q.vlots"_s, u"volts"_s},
+                                                     {u"p.sec"_s, u"r.sec"_s}};
+    for (const auto &[written, meant] : qualified) {
+        select(u"SELECT "_s + written + u" FROM report AS r, plans AS p"_s);
+        EXPECT_EQ(m_compiled.parameters[0].suggestion, meant) << written.toStdString();
+    }
 }
 
 TEST_F(CompilerTest, ValuesThatFitAFieldAreNotConverted)

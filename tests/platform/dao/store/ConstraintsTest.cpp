@@ -197,6 +197,11 @@ TEST_F(ConstraintsTest, ARefusalSaysWhichFieldOrIndexItIsAbout)
     EXPECT_EQ(hintOf([&] { database.execute(u"INSERT INTO t (site, kind, pcnt) VALUES ('S', 'K', 1)"_s); }),
               u"It is index 'kinds' of table 't'."_s);
     EXPECT_EQ(insert(u"id"_s, number(1)), u"It is index 'id' of table 't'."_s);
+    // Definitions that the rows do not fit.
+    append(u"t"_s, {{u"site"_s, text(u"S"_s)}, {u"kind"_s, text(u"K"_s)}, {u"pcnt"_s, number(2)}});
+    EXPECT_EQ(hintOf([&] { database.execute(u"CREATE UNIQUE INDEX two ON t (site, kind)"_s); }),
+              u"Rows of table 't' are the same in 'site', 'kind'."_s);
+    EXPECT_EQ(hintOf([&] { database.execute(u"ALTER TABLE t ALTER COLUMN site LONG"_s); }), u"It is field 't.site'."_s);
 }
 
 TEST_F(ConstraintsTest, UniqueIndexesCompareWithoutCaseAndAdmitNulls)

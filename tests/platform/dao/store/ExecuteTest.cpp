@@ -99,6 +99,11 @@ TEST_F(ExecuteTest, DefinitionsBySql)
     run(u"DROP INDEX xs ON entries"_s);
     run(u"ALTER TABLE entries DROP COLUMN x"_s);
     EXPECT_EQ(failure(u"ALTER TABLE entries DROP CONSTRAINT none"_s).left(4), u"3371"_s);
+    try {
+        run(u"ALTER TABLE entries DROP CONSTRAINT none"_s);
+    } catch (const DaoException &exception) {
+        EXPECT_EQ(exception.where().column, 37);
+    }
     run(u"ALTER TABLE entries DROP CONSTRAINT rel"_s);
     run(u"DROP TABLE plans"_s);
     EXPECT_EQ(failure(u"DROP TABLE plans"_s).left(4), u"3376"_s);

@@ -49,7 +49,8 @@ TEST_F(ExplainTest, TellsParametersColumnsAndPlan)
 
 TEST_F(ExplainTest, IndexedTextIsFoundByItsIndex)
 {
-    for (const QString &condition : {u"name = 'A'"_s, u"name LIKE 'D*'"_s, u"name IN ('a', 'b')"_s})
+    for (const QString &condition :
+         {u"name = 'A'"_s, u"name LIKE 'D*'"_s, u"name LIKE 'IK*'"_s, u"name IN ('a', 'b')"_s})
         EXPECT_TRUE(plansOf(u"SELECT * FROM tubes WHERE "_s + condition).contains(u"by_name"_s))
             << qPrintable(condition + u'\n' + plansOf(u"SELECT * FROM tubes WHERE "_s + condition));
     EXPECT_FALSE(plansOf(u"SELECT * FROM tubes WHERE name LIKE '*D'"_s).contains(u"SEARCH t"_s));
@@ -63,6 +64,9 @@ TEST_F(ExplainTest, RunsNothing)
           u"TRANSFORM COUNT(*) SELECT row FROM tubes GROUP BY row PIVOT name"_s})
         EXPECT_FALSE(explain(database, statement).kind.isEmpty()) << qPrintable(statement);
     EXPECT_EQ(rows(u"SELECT name, row FROM tubes"_s), u"a|1"_s);
+    const Explanation copying = explain(database, u"SELECT * INTO copy FROM tubes"_s);
+    EXPECT_EQ(copying.steps.size(), 1);
+    EXPECT_FALSE(copying.columns.isEmpty() || copying.columns[0].updatable || copying.columns[1].updatable);
     EXPECT_FALSE(database.hasTable(u"copy"_s));
     EXPECT_FALSE(database.hasTable(u"other"_s));
     EXPECT_EQ(numberOf([&] { explain(database, u"DELETE FROM nothing"_s); }), 3078);

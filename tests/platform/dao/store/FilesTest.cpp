@@ -100,6 +100,18 @@ TEST_F(FilesTest, DamagedFilesNeverBringTheProgramDown)
     }
 }
 
+TEST_F(FilesTest, ACatalogThatDoesNotFitTheFileIsDamage)
+{
+    raw(u"ALTER TABLE t RENAME COLUMN x TO y"_s);
+    database.open(path());
+    EXPECT_EQ(numberOf([&] { database.execute(u"UPDATE t SET x = 1"_s); }), 3049);
+    database.close();
+    raw(u"DROP TABLE _dao_indexes"_s);
+    const QString failure = openError(path());
+    EXPECT_EQ(failure.left(4), u"3049"_s) << failure.toStdString();
+    EXPECT_TRUE(failure.contains(path()));
+}
+
 TEST_F(FilesTest, ReadOnlyMeansNoAttemptToWrite)
 {
     const QByteArray before = content(path());

@@ -1,0 +1,24 @@
+#include "Names.h"
+
+#include <algorithm>
+
+namespace dao {
+
+namespace {
+
+constexpr qsizetype longestName = 64;
+
+bool isForbiddenInName(QChar c)
+{
+    return c.unicode() < 0x20 || QStringView(u".!`[]").contains(c);
+}
+
+} // namespace
+
+bool isValidName(QStringView name)
+{
+    return !name.isEmpty() && name.size() <= longestName && name.front() != u' ' &&
+           std::none_of(name.begin(), name.end(), isForbiddenInName);
+}
+
+} // namespace dao
