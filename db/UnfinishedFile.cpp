@@ -1,6 +1,7 @@
 #include "UnfinishedFile.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <dao/values/Errors.h>
@@ -10,6 +11,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <unistd.h>
 
 namespace db {
@@ -19,8 +21,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString kSource = u"DAO.Workspace"_s;
-// Short, and not made from the wanted name: that may be as long as a name can be.
-const QString kPattern = u"arvo-*.new"_s;
+// Short, and not made from the wanted name: that may be as long as a name can be. The process, and which of its files.
+const QString kName = u"arvo-%1-%2.new"_s;
 
 const QString kJournal = u"-journal"_s;
 
@@ -30,13 +32,23 @@ void removeWithJournal(const QString &path)
     QFile::remove(path + kJournal);
 }
 
-/// A program that was killed cannot remove its file. One that is at work writes to its file all the time.
+bool isAlive(qint64 process)
+{
+    return ::kill(pid_t(process), 0) == 0 || errno != ESRCH;
+}
+
+/// A program that was killed cannot remove its file. One that is at work writes to its file all the time, wherever it
+/// runs. Whatever else has a name of that kind is the user's.
 void removeAbandoned(const QDir &folder)
 {
     constexpr qint64 kDay = 24 * 60 * 60;
-    for (const QFileInfo &file : folder.entryInfoList({kPattern}, QDir::Files))
-        if (file.lastModified().secsTo(QDateTime::currentDateTime()) > kDay)
+    static const QRegularExpression ours(u"^arvo-([1-9][0-9]{0,8})-[1-9][0-9]{0,8}\\.new$"_s);
+    for (const QFileInfo &file : folder.entryInfoList({kName.arg(u"*"_s, u"*"_s)}, QDir::Files)) {
+        const QRegularExpressionMatch name = ours.match(file.fileName());
+        if (name.hasMatch() && !isAlive(name.captured(1).toLongLong()) &&
+            file.lastModified().secsTo(QDateTime::currentDateTime()) > kDay)
             removeWithJournal(file.filePath());
+    }
 }
 
 [[noreturn]] void fail(const QString &wanted, const QString &reason)
@@ -86,7 +98,7 @@ UnfinishedFile::UnfinishedFile(const QString &wanted)
     const QDir folder = QFileInfo(wanted).absoluteDir();
     removeAbandoned(folder);
     do
-        m_path = folder.filePath(u"arvo-%1-%2.new"_s.arg(QCoreApplication::applicationPid()).arg(++made));
+        m_path = folder.filePath(kName.arg(QCoreApplication::applicationPid()).arg(++made));
     while (QFile::exists(m_path));
 }
 

@@ -2,6 +2,7 @@
 
 #include "Errors.h"
 #include "FieldAccess.h"
+#include "FileFailure.h"
 #include "Messages.h"
 #include "Schema.h"
 #include "SqlText.h"
@@ -107,7 +108,7 @@ QString viewSql(const dao::TableInfo &table)
     return tarnwick::format(u"SELECT %S\n", fields.join(u", ")) + sources + tarnwick::format(u"\n%S", conditions);
 }
 
-void refreshViews(DatabaseSession &session)
+bool refreshViews(DatabaseSession &session)
 {
     dao::Database &database = session.database();
     for (const QString &table : {u"report"_s, u"repairs"_s, u"plan_entry"_s, u"tube_set_entry"_s, u"tubes"_s}) {
@@ -120,11 +121,14 @@ void refreshViews(DatabaseSession &session)
                 storeQueryDef(database, view, sql);
         } catch (const dao::DaoException &exception) {
             showDaoError(session.prompts(), exception, messages::kCreateView, view);
+            if (isOfWholeFile(exception))
+                return false;
         }
     }
+    return true;
 }
 
-void refreshAliases(DatabaseSession &session, const ellery::SteamGen &steamGen)
+bool refreshAliases(DatabaseSession &session, const ellery::SteamGen &steamGen)
 {
     for (const AliasedField &aliased : aliasedFields()) {
         const QString table = aliased.field + u"_alias"_s;
@@ -136,8 +140,11 @@ void refreshAliases(DatabaseSession &session, const ellery::SteamGen &steamGen)
                 storeLabels(session, table, wanted);
         } catch (const dao::DaoException &exception) {
             showDaoError(session.prompts(), exception, messages::kModifyAlias, table);
+            if (isOfWholeFile(exception))
+                return false;
         }
     }
+    return true;
 }
 
 } // namespace db

@@ -10,11 +10,13 @@ namespace db {
 QString viewSql(const dao::TableInfo &table);
 
 /// Creates or replaces the views ("report#" and so on) of the tables that exist, where they differ from what they
-/// should be. A failure is reported (1030) and does not stop the others.
-void refreshViews(DatabaseSession &session);
+/// should be. A failure is reported (1030) and does not stop the others, unless it is one of the whole file: then
+/// false.
+bool refreshViews(DatabaseSession &session);
 
 /// Fills the alias tables that exist with the component's labels, where they differ: numbers without a label leave a
-/// gap, and leg -1 is "NONE". A failure is reported (1029), leaves that table as it was and does not stop the others.
-void refreshAliases(DatabaseSession &session, const ellery::SteamGen &steamGen);
+/// gap, and leg -1 is "NONE". A failure is reported (1029), leaves that table as it was and does not stop the others,
+/// unless it is one of the whole file: then false.
+bool refreshAliases(DatabaseSession &session, const ellery::SteamGen &steamGen);
 
 } // namespace db

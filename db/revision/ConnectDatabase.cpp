@@ -33,6 +33,17 @@ bool samePath(const QString &one, const QString &other)
     return SuitePath(one).text().compare(SuitePath(other).text(), Qt::CaseInsensitive) == 0;
 }
 
+/// Nobody is to take foreign tables for imported that are not. An import that failed has said so itself.
+void sayNotImported(DatabaseSession &session, const ConnectContext &context)
+{
+    if (context.onlyReads || session.conversion.asked || !isLegacyDatabase(session.database()))
+        return;
+    if (!context.project)
+        session.prompts().information(messages::kNotImported, u"no project is loaded."_s);
+    else if (!session.isUpdatable())
+        session.prompts().information(messages::kNotImported, u"the database cannot be written to."_s);
+}
+
 /// Brings what is open up to date. The conversion state goes on from what was asked before.
 bool bringUpToDate(DatabaseSession &session, ConversionRequest &request, const ConnectContext &context)
 {
@@ -48,10 +59,17 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
         openJetFile(session, path, context, bringUpToDate);
         return;
     }
-    session.open(path, hasRoomForJournal(path) ? dao::OpenMode::Update : dao::OpenMode::ReadOnly);
+    // A change that was cut short is undone as the file is opened, whatever for.
+    const bool mustUndo = QFileInfo::exists(path + u"-journal");
+    const bool mayWrite = (!context.onlyReads || mustUndo) && hasRoomForJournal(path);
+    session.open(path, mayWrite ? dao::OpenMode::Update : dao::OpenMode::ReadOnly);
+    if (context.onlyReads)
+        return;
     ConversionRequest request(session, context.project,
                               [&](const QString &backup) { session.database().backupTo(backup); });
-    bringUpToDate(session, request, context);
+    // A file that was left as it is, by the user's wish or by a failure, is not written to for speed's sake either.
+    if (bringUpToDate(session, request, context) && session.conversion.asked == session.conversion.approved)
+        completeStatistics(session.database());
     announceConversion(session);
 }
 
@@ -64,8 +82,7 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
     try {
         session.close();
         openDatabase(session, path, context);
-        if (session.isOpen() && session.isUpdatable())
-            completeStatistics(session.database());
+        sayNotImported(session, context);
         if (context.listener)
             context.listener->databaseConnected(path);
         session.prompts().status(messages::kConnectedStatus, pathBelowArvo(path, context));
@@ -79,6 +96,12 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
     }
     session.close();
     return false;
+}
+
+bool createProjectDatabase(tarnwick::UserPrompts &prompts, const brannock::Project &project, int formatYear)
+{
+    QDir(project.folder).mkpath(u"arvo"_s); // creating the file says why when there is no such folder
+    return createDatabase(prompts, project.databasePath(), formatYear);
 }
 
 bool connectAtStart(DatabaseSession &session, const QStringList &recentDatabases, int formatYear,
@@ -103,8 +126,7 @@ bool connectAtStart(DatabaseSession &session, const QStringList &recentDatabases
     // A file that is there but could not be connected was reported just now, and stays as it is.
     if (QFileInfo::exists(standard))
         return false;
-    QDir(context.project->folder).mkpath(u"arvo"_s); // creating the file says why when there is no such folder
-    if (!createDatabase(session.prompts(), standard, formatYear))
+    if (!createProjectDatabase(session.prompts(), *context.project, formatYear))
         return false;
     if (!connectDatabase(session, standard, context))
         return false;

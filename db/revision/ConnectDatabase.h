@@ -19,6 +19,7 @@ struct ConnectContext
     const brannock::Project *project = nullptr; ///< null without one
     ConnectionListener *listener = nullptr;     ///< null: nobody is told
     tarnwick::Progress *progress = nullptr;     ///< null: nobody watches
+    bool onlyReads = false;                     ///< open the database for reading, as it is
 };
 
 /// Connects a database in place of the one that is open. It may be one of the present schema, whose views and aliases
@@ -31,6 +32,9 @@ struct ConnectContext
 /// does nothing. An engine exception is reported (1032) and gives false, as does the user's Cancel; the session is then
 /// closed. What was asked and done of a conversion stands in the session's ConversionState.
 bool connectDatabase(DatabaseSession &session, const QString &path, const ConnectContext &context);
+
+/// Creates the project's own database, and its arvo folder with it. False when that failed, which has been said.
+bool createProjectDatabase(tarnwick::UserPrompts &prompts, const brannock::Project &project, int formatYear);
 
 /// The database a project starts with: the most recent one, unless that is the project's own and its file is gone; else
 /// the project's own; and when that does not exist either, it is created, connected, and announced in the status line.

@@ -2,8 +2,6 @@
 
 #include "Messages.h"
 
-#include <dao/values/Errors.h>
-
 namespace db {
 
 ConversionPass::ConversionPass(DatabaseSession &session, ConversionRequest &request, tarnwick::Progress *progress)
@@ -72,23 +70,6 @@ void ConversionPass::rollback()
     // A commit that failed may have ended the transaction itself.
     while (m_session->workspace().transactionDepth() > 0)
         rollbackTrans(*m_session, true);
-}
-
-bool ConversionPass::endsPass(const dao::DaoException &exception)
-{
-    switch (exception.number()) {
-    case dao::error::DiskFull:
-    case dao::error::DiskError:
-    case dao::error::DatabaseDamaged:
-    case dao::error::FileInUse:
-    case dao::error::FileLocked:
-    case dao::error::FileNotFound:
-    case dao::error::NoTransaction:
-    case dao::error::TooManyTransactions:
-        return true;
-    default:
-        return false;
-    }
 }
 
 } // namespace db

@@ -2,6 +2,7 @@
 #include "ConversionRequest.h"
 
 #include <db/Errors.h>
+#include <db/FileFailure.h>
 #include <tarnwick/Progress.h>
 
 namespace db {
@@ -42,7 +43,7 @@ public:
             step();
         } catch (const dao::DaoException &exception) {
             showDaoError(prompts(), exception, failure, args...);
-            if (endsPass(exception))
+            if (isOfWholeFile(exception))
                 throw Aborted();
         }
     }
@@ -68,7 +69,6 @@ public:
 
 private:
     bool cancelled() override;
-    static bool endsPass(const dao::DaoException &exception);
 
     DatabaseSession *m_session;
     ConversionRequest *m_request;

@@ -1,6 +1,7 @@
 #include "JetConnection.h"
 
 #include "JetImport.h"
+#include "JetUse.h"
 #include "Messages.h"
 #include "RevisionConversion.h"
 
@@ -31,7 +32,8 @@ namespace {
                             u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(path), reason));
 }
 
-/// For a working copy, and for the backup of a file that no session has open. progress may be null.
+/// For a working copy, and for the backup of a file that no session has open: who may not read the one may not read the
+/// other. progress may be null.
 void copyFile(const QString &from, const QString &to, tarnwick::Progress *progress)
 {
     constexpr qint64 kPiece = qint64(1) << 20;
@@ -41,6 +43,7 @@ void copyFile(const QString &from, const QString &to, tarnwick::Progress *progre
         failWriting(source, from);
     if (!target.open(QIODevice::WriteOnly))
         failWriting(target, to);
+    target.setPermissions(source.permissions());
     tarnwick::ProgressLoop loop(progress, source.size(),
                                 tarnwick::format(messages::kCopying.text, QDir::toNativeSeparators(to)));
     while (!source.atEnd()) {
@@ -87,9 +90,9 @@ public:
 
     const QString &path() const { return m_path; } ///< as the user named it
     QString workingCopy() const { return m_folder->filePath(u"copy.mdb"_s); }
-    void open(DatabaseSession &session) const
+    void open(DatabaseSession &session, dao::OpenMode mode = dao::OpenMode::ReadOnly) const
     {
-        session.openCopy(m_path, workingCopy(), dao::OpenMode::ReadOnly, m_folder);
+        session.openCopy(m_path, workingCopy(), mode, m_folder);
     }
     bool mayBeReplaced() const
     {
@@ -97,10 +100,11 @@ public:
     }
     /// Where a finished file takes its place: behind a link, where the link leads to.
     const QString &itself() const { return m_file; }
-    /// Others may work on the file while the question waits for its answer. What they wrote must not be lost.
-    void refuseChanged() const
+    /// Others may work on the file while the question waits for its answer. What they wrote, or are about to write,
+    /// must not be lost.
+    void refuseInUse() const
     {
-        if (!(FileStamp(m_file) == m_asRead))
+        if (JetUse(m_file).isInUse() || !(FileStamp(m_file) == m_asRead))
             throw dao::DaoException(dao::error::FileInUse, u"DAO.Workspace"_s,
                                     dao::errorText(dao::error::FileInUse, {QDir::toNativeSeparators(m_path)}));
     }
@@ -140,7 +144,7 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, co
         session.close();
         if (!isKept)
             return false;
-        file.refuseChanged();
+        file.refuseInUse();
         converted.replace();
         return true;
     } catch (const dao::DaoException &exception) {
@@ -153,6 +157,34 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, co
     return false;
 }
 
+/// Puts the question. False when the file is not to be converted, for a reason that has been said; the steps that it
+/// would need are listed then.
+bool isConversionWanted(DatabaseSession &session, ConversionRequest &request, const JetFile &file)
+{
+    tarnwick::UserPrompts &prompts = session.prompts();
+    const QString shown = QDir::toNativeSeparators(file.path());
+    const JetUse use(file.itself());
+    // Elsewhere nothing is converted anyway.
+    if (request.isInProject() && use.isLocked) {
+        prompts.information(messages::kJetLocked, shown);
+        return false;
+    }
+    if (request.isInProject() && use.isInUse()) {
+        prompts.information(messages::kJetLockFile, shown, QDir::toNativeSeparators(use.lockFile));
+        return false;
+    }
+    try {
+        if (request(messages::kStepJetFile))
+            return true;
+    } catch (const dao::DaoCancelled &) {
+        prompts.status(messages::kConversionCancelled);
+    } catch (const tarnwick::Cancelled &) {
+        prompts.status(messages::kConversionCancelled);
+    }
+    listRevisionSteps(session, request);
+    return false;
+}
+
 } // namespace
 
 void openJetFile(DatabaseSession &session, const QString &path, const ConnectContext &context,
@@ -161,16 +193,16 @@ void openJetFile(DatabaseSession &session, const QString &path, const ConnectCon
     session.prompts().status(messages::kReadingJet, QDir::toNativeSeparators(path));
     const JetFile file(path);
     const JetImportReport report = importJetFile(path, file.workingCopy(), context.progress);
+    file.open(session, dao::OpenMode::Update);
+    refreshLabels(session, context.project);
     file.open(session);
     tellRemarks(session.prompts(), path, report);
-    if (!file.mayBeReplaced())
+    if (context.onlyReads || !file.mayBeReplaced())
         return;
     ConversionRequest request(session, context.project,
                               [&](const QString &backup) { copyFile(path, backup, context.progress); });
-    if (!request(messages::kStepJetFile)) {
-        listRevisionSteps(session, request);
+    if (!isConversionWanted(session, request, file))
         return;
-    }
     if (replaceByConverted(session, request, file, context, bringUpToDate)) {
         session.open(path);
         announceConversion(session);

@@ -1,5 +1,6 @@
 #include "LegacyEntry.h"
 
+#include <dao/values/Errors.h>
 #include <db/FieldAccess.h>
 
 namespace db {
@@ -61,7 +62,7 @@ bool LegacyEntries::next()
 
 qint32 LegacyEntries::recordNumber() const
 {
-    return getField<qint32>(m_rows, u"PRIMEKEY"_s);
+    return longNumber(u"PRIMEKEY"_s);
 }
 
 QString LegacyEntries::text(const QString &field) const
@@ -69,9 +70,25 @@ QString LegacyEntries::text(const QString &field) const
     return getField<QString>(m_rows, field).trimmed();
 }
 
+/// As it is read elsewhere a value that does not fit counts as 0, which here would pass for a result.
+template <typename T>
+T LegacyEntries::value(const QString &field, dao::DataType type) const
+{
+    const dao::Value stored = m_rows.value(field);
+    if (!stored.hasNoValue() && dao::convertValue(stored, type).isEmpty())
+        throw dao::DaoException(dao::error::ConversionFailed, u"DAO.Recordset"_s,
+                                u"Data type conversion error in field '%1'."_s.arg(field));
+    return fieldAs<T>(stored);
+}
+
 qint16 LegacyEntries::shortNumber(const QString &field) const
 {
-    return getField<qint16>(m_rows, field);
+    return value<qint16>(field, dao::DataType::Integer);
+}
+
+qint32 LegacyEntries::longNumber(const QString &field) const
+{
+    return value<qint32>(field, dao::DataType::Long);
 }
 
 ReportEntry LegacyEntries::entry() const
@@ -97,18 +114,18 @@ ReportEntry LegacyEntries::entry() const
     entry.util1 = text(u"USRTEXT1"_s);
     entry.util2 = text(u"USRTEXT2"_s);
     entry.comment = text(u"NOTEPTR"_s);
-    entry.entryTime = getField<tarnwick::JDateTime>(m_rows, u"EXAMLOG"_s);
+    entry.entryTime = value<tarnwick::JDateTime>(u"EXAMLOG"_s, dao::DataType::Date);
     return entry;
 }
 
 void LegacyEntries::setMeasurement(ReportEntry &entry) const
 {
-    const double volts = getField<double>(m_rows, u"EXAIVOLT"_s);
+    const double volts = value<double>(u"EXAIVOLT"_s, dao::DataType::Double);
     entry.meas.volts = volts;
     if (volts > 0)
         entry.meas.type = u"Vxx"_s;
-    entry.meas.phase = getField<qint32>(m_rows, u"EXAIDEG"_s);
-    entry.meas.percent = getField<qint32>(m_rows, u"EXAIDEPH"_s);
+    entry.meas.phase = longNumber(u"EXAIDEG"_s);
+    entry.meas.percent = longNumber(u"EXAIDEPH"_s);
     entry.channel = text(u"EXAMCHAN"_s);
     entry.defect = text(u"EXAMINDN"_s);
     if (entry.defect.isEmpty() && volts == 0)
@@ -119,8 +136,8 @@ void LegacyEntries::setPlaces(ReportEntry &entry) const
 {
     const QString landmark = text(u"EXAILOC1"_s);
     entry.location.landmark = landmark;
-    entry.location.offset = getField<float>(m_rows, u"EXAILOC3"_s);
-    entry.to.offset = getField<float>(m_rows, u"EXAILOC4"_s);
+    entry.location.offset = value<float>(u"EXAILOC3"_s, dao::DataType::Single);
+    entry.to.offset = value<float>(u"EXAILOC4"_s, dao::DataType::Single);
     if (entry.to.offset != 0)
         entry.to.landmark = landmark;
 }

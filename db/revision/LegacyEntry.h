@@ -22,12 +22,16 @@ public:
 
     /// False when there are no more.
     bool next();
+    // Throw dao::DaoException (3421) for a value that is no number of the size that is wanted, or no date.
     qint32 recordNumber() const;
     brannock::ReportEntry entry() const;
 
 private:
     QString text(const QString &field) const;
+    template <typename T>
+    T value(const QString &field, dao::DataType type) const;
     qint16 shortNumber(const QString &field) const;
+    qint32 longNumber(const QString &field) const;
     void setMeasurement(brannock::ReportEntry &entry) const;
     void setPlaces(brannock::ReportEntry &entry) const;
 

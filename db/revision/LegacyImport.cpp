@@ -84,8 +84,8 @@ bool Import::importExamData()
     try {
         ReportWriter writer(database);
         while (entries.next()) {
-            brannock::ReportEntry entry = entries.entry();
             record = entries.recordNumber();
+            brannock::ReportEntry entry = entries.entry();
             writer.add(entry, record);
             if (++count % kRecordsPerStatus == 0)
                 m_session->prompts().status(messages::kConvertingRecord, count);

@@ -11,6 +11,7 @@ inline constexpr Message kConvertTubes{1023, u"Could not convert ISIS TUBEDATA."
 inline constexpr Message kConvertingRecord{0, u"Converting ISIS record %5D ..."};
 inline constexpr Message kConvertingRecords{0, u"Converting ISIS records ..."};
 inline constexpr Message kImportDone{0, u"Done"};
+inline constexpr Message kNotImported{0, u"The foreign tables were not imported: %S"};
 
 // Steps of the revision conversion
 inline constexpr Message kModifyReport{1024, u"Could not modify 'report' table."};
@@ -52,6 +53,10 @@ inline constexpr Message kReadingJet{0, u"Reading \"%S\" ..."};
 inline constexpr Message kCopying{0, u"Writing \"%S\" ..."};
 inline constexpr Message kConvertJet{1042, u"Could not convert \"%S\".\nIt is open as it was."};
 inline constexpr Message kJetRemarks{0, u"Of \"%U\", the following could not be carried over as it is:\n\n%S"};
+inline constexpr Message kJetLocked{0, u"Database %U\nwill not be converted since another program has it open."};
+inline constexpr Message kJetLockFile{
+    0, u"Database %U\nwill not be converted since its lock file %U\nsays that another program has it open.\n"
+       u"If none has, remove the lock file and connect again."};
 inline constexpr Message kMoreRemarks{0, u"    and %D more\n"};
 
 // Upload of the component

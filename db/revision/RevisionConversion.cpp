@@ -7,6 +7,7 @@
 
 #include <db/Schema.h>
 #include <db/Views.h>
+#include <utility>
 
 namespace db {
 
@@ -49,11 +50,12 @@ void runSteps(ConversionPass &pass, const brannock::Project *project)
     // Asked for before the views, which are made unasked: a backup is to show the file before any change.
     const QList<const AliasSpec *> aliasTables = requestAliasTables(pass);
     pass.beginChanges();
-    refreshViews(pass.session());
+    if (!refreshViews(pass.session()))
+        throw ConversionPass::Aborted();
     createAliasTables(pass, aliasTables);
     pass.enterStep(entered++, kSteps);
-    if (project)
-        refreshAliases(pass.session(), project->steamGen);
+    if (project && !refreshAliases(pass.session(), project->steamGen))
+        throw ConversionPass::Aborted();
 }
 
 } // namespace
@@ -80,7 +82,7 @@ bool reviseDatabase(DatabaseSession &session, ConversionRequest &request, const 
         return false;
     if (!isProjectDatabase(session.database()))
         return true;
-    const tarnwick::Message *undone = &messages::kConversionUndone;
+    bool isCancelled = false;
     ConversionPass pass(session, request, progress);
     try {
         runSteps(pass, project);
@@ -89,14 +91,24 @@ bool reviseDatabase(DatabaseSession &session, ConversionRequest &request, const 
     } catch (const ConversionPass::Aborted &) {
         // What went wrong has been said.
     } catch (const dao::DaoCancelled &) {
-        undone = &messages::kConversionCancelled;
+        isCancelled = true;
     } catch (const tarnwick::Cancelled &) {
-        undone = &messages::kConversionCancelled;
+        isCancelled = true;
     }
     pass.rollback();
-    session.conversion.approved = false;
-    session.prompts().status(*undone);
+    const bool wasConverting = std::exchange(session.conversion.approved, false);
+    // A status line would be gone at once, when the connection is announced.
+    if (isCancelled)
+        session.prompts().status(messages::kConversionCancelled);
+    else if (wasConverting)
+        session.prompts().information(messages::kConversionUndone);
     return false;
+}
+
+void refreshLabels(DatabaseSession &session, const brannock::Project *project)
+{
+    if (isProjectDatabase(session.database()) && refreshViews(session) && project)
+        refreshAliases(session, project->steamGen);
 }
 
 } // namespace db

@@ -15,6 +15,9 @@ namespace db {
 bool reviseDatabase(DatabaseSession &session, ConversionRequest &request, const brannock::Project *project,
                     tarnwick::Progress *progress);
 
+/// Brings views and alias tables up to date and nothing else: for the copy of a file that is not converted.
+void refreshLabels(DatabaseSession &session, const brannock::Project *project);
+
 /// Lists every step that would change something, and does none: for a database that cannot be changed, once the user
 /// has declined.
 void listRevisionSteps(DatabaseSession &session, ConversionRequest &request);

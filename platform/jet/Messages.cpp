@@ -76,6 +76,7 @@ constexpr RemarkText kRemarks[] = {
     {RemarkCode::DecimalRounded, Kind::Changed, u"Table '%1', field '%2': %3 number(s) rounded to 15 digits."},
     {RemarkCode::TextDamaged, Kind::Changed, u"Table '%1', field '%2': %3 text(s) with unreadable characters."},
     {RemarkCode::RowCountDiffers, Kind::Suspect, u"Table '%1' has %3 row(s), but the file states %4."},
+    {RemarkCode::RowsMissing, Kind::Lost, u"Table '%1': rows are missing, %3 of %4 could be found."},
     {RemarkCode::CatalogIncomplete, Kind::Lost,
      u"The list of objects is damaged: %3 of %4 entries could be read, objects may be missing."},
     {RemarkCode::SystemPagesMissing, Kind::Lost,

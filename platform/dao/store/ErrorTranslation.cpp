@@ -235,6 +235,10 @@ QString raiseText(int number, const QString &text)
         if (failure.extendedCode == SQLITE_READONLY_DBMOVED)
             raise(failure, error::FileNotFound, {failure.path});
         // An interrupted change has to be undone first, which takes the right to write.
+        if (failure.extendedCode == SQLITE_READONLY_ROLLBACK && failure.opening)
+            throw engineError(error::CannotOpenFile, failure.source, {failure.path})
+                .withHint(
+                    u"An unfinished change must be undone first, but the file or its folder cannot be written to."_s);
         if (failure.opening)
             raise(failure, error::CannotOpenFile, {failure.path});
         raise(failure, error::ReadOnly);

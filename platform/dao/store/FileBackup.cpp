@@ -142,6 +142,16 @@ void copyPages(sqlite3 *db, const QString &path, const QString &target, CancelCh
         failReading(path, result);
 }
 
+/// Who may not read the file may not read its backup.
+void makeEmpty(const QString &made, const QString &path)
+{
+    QFile file(made);
+    errno = 0;
+    if (!file.open(QIODevice::WriteOnly))
+        failWriting(file, errno);
+    file.setPermissions(QFile::permissions(path));
+}
+
 void replace(const QString &made, const QString &target)
 {
     if (std::rename(QFile::encodeName(made).constData(), QFile::encodeName(target).constData()) != 0)
@@ -159,6 +169,7 @@ void backUpFile(const QString &path, const QString &target, Progress *progress)
         const QString made = target + u".new"_s;
         QFile::remove(made);
         try {
+            makeEmpty(made, path);
             copyPages(db.get(), path, made, check);
             replace(made, target);
         } catch (...) {
@@ -171,6 +182,7 @@ void backUpFile(const QString &path, const QString &target, Progress *progress)
     errno = 0;
     if (!file.open(QIODevice::WriteOnly))
         failWriting(file, errno);
+    file.setPermissions(QFile::permissions(path));
     copyBytes(db.get(), path, file, check);
     errno = 0;
     if (!file.commit())

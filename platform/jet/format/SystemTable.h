@@ -11,8 +11,6 @@ struct SystemTableState
     qint64 rowsRead = 0;
     qint64 rowsStated = 0;
     bool damaged = false; ///< pages, rows or values could not be read
-
-    bool isComplete() const { return !damaged && rowsRead == rowsStated; }
 };
 
 /// A table of the file's own, read by the names of its columns. Damage when the table cannot be read or lacks a column

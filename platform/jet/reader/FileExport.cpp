@@ -58,8 +58,17 @@ void FileExport::remarkState(const format::SystemTableState &state, RemarkCode d
 {
     if (state.damaged)
         remark(damaged, {}, {}, state.rowsRead, state.rowsStated);
-    else if (!state.isComplete())
-        remark(RemarkCode::RowCountDiffers, table, {}, state.rowsRead, state.rowsStated);
+    else
+        remarkCount(table, state.rowsRead, state.rowsStated);
+}
+
+// Healthy files exist whose count is wrong by one. What goes beyond that are pages that their table has lost.
+void FileExport::remarkCount(const QString &table, qint64 read, qint64 stated)
+{
+    if (read + 1 < stated)
+        remark(RemarkCode::RowsMissing, table, {}, read, stated);
+    else if (read != stated)
+        remark(RemarkCode::RowCountDiffers, table, {}, read, stated);
 }
 
 void FileExport::sortObjects(const format::Catalog &catalog)
@@ -245,8 +254,7 @@ void FileExport::remarkScan(const Table &table, const format::TableScan &scan)
         remark(RemarkCode::PagesDamaged, name, *faults.firstPage, {}, faults.pages);
     if (faults.rows > 0)
         remark(RemarkCode::RowsDamaged, name, *faults.firstRow, {}, faults.rows, table.definition.rowCount);
-    if (scan.rowsRead() != qint64(table.definition.rowCount))
-        remark(RemarkCode::RowCountDiffers, name, {}, scan.rowsRead(), table.definition.rowCount);
+    remarkCount(name, scan.rowsRead(), table.definition.rowCount);
 }
 
 void FileExport::remarkValues(const Table &table, const format::RowEncoder &encoder)

@@ -35,6 +35,7 @@ private:
                 qint64 count = 0, qint64 expected = 0);
 
     void remarkState(const format::SystemTableState &state, wire::RemarkCode damaged, const QString &table);
+    void remarkCount(const QString &table, qint64 read, qint64 stated);
     void checkSystemTable(const format::CatalogEntry &entry);
     void sortObjects(const format::Catalog &catalog);
     void remarkObjects(const format::Catalog &catalog, format::ObjectKind kind, wire::RemarkCode code);

@@ -90,7 +90,8 @@ enum class RemarkCode : std::uint16_t {
     QueriesDamaged,
     PassThroughQuery,
     CatalogIncomplete,
-    SystemPagesMissing
+    SystemPagesMissing,
+    RowsMissing
 };
 
 } // namespace jet::wire

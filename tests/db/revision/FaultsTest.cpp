@@ -45,6 +45,11 @@ protected:
         session.close();
         return bytes();
     }
+    QSet<QString> namesIn(const QString &subfolder) const
+    {
+        const QStringList names = folder.names(subfolder);
+        return {names.begin(), names.end()};
+    }
     static QString sample(const QString &name)
     {
         return QDir(qEnvironmentVariable("ARVO_TESTDATA")).filePath(name + u".mdb"_s);
@@ -79,7 +84,7 @@ TEST_F(FaultsTest, ADiskThatFillsUpUndoesTheConversion)
         ASSERT_TRUE(convert());
     }
     EXPECT_FALSE(errors().isEmpty());
-    EXPECT_EQ(informations(), QStringList());
+    EXPECT_EQ(informations(), QStringList{u"The conversion failed. The database is as it was."_s});
     EXPECT_EQ(said(Entry::Kind::Status).last(), u"Connected to \"project.mdb\"."_s);
     EXPECT_TRUE(database().hasTable(u"display_format"));
     session.close();
@@ -177,20 +182,62 @@ TEST_F(FaultsTest, NothingIsLockedWhileNothingIsWritten)
     EXPECT_EQ(folder.names(u"arvo"_s), QStringList{u"project.mdb"_s});
 }
 
+TEST_F(FaultsTest, ALockedFileIsSaidOnceAndConnected)
+{
+    make(old::Current);
+    dao::Workspace other;
+    dao::Database writing(other);
+    writing.open(path);
+    dao::Transaction transaction(other);
+    db::executeSql(writing, u"UPDATE tubes SET is_marked = True"_s);
+    ASSERT_TRUE(connect());
+    EXPECT_EQ(errors(), QStringList{u"1030 Could not create view 'report#'."_s});
+    EXPECT_EQ(informations() + questions(), QStringList()) << "nothing was to be converted";
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM tubes"_s), 4);
+    transaction.rollback();
+    ASSERT_TRUE(connect());
+    EXPECT_EQ(errors(), QStringList());
+    EXPECT_TRUE(database().hasQuery(u"report#"));
+}
+
+TEST_F(FaultsTest, TheBackupIsAsPrivateAsTheDatabase)
+{
+    make(old::Tubes);
+    const auto rights = QFile::ReadOwner | QFile::WriteOwner;
+    QFile::setPermissions(path, rights);
+    ASSERT_TRUE(convert());
+    const auto shared = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+    EXPECT_EQ(QFile::permissions(folder.path(u"arvo/project._db"_s)) & (rights | shared), rights);
+}
+
+TEST_F(FaultsTest, WithoutConsentNoStatisticsAreMade)
+{
+    make(old::Tubes);
+    ASSERT_TRUE(connect({Answer::No}));
+    EXPECT_FALSE(database().hasStatistics(u"tubes"_s));
+    ASSERT_TRUE(convert());
+    EXPECT_TRUE(database().hasStatistics(u"tubes"_s));
+}
+
 TEST_F(FaultsTest, UnfinishedFilesNeverBearTheWantedName)
 {
-    folder.write(u"arvo/arvo-1-1.new"_s, "of a program that was killed long ago");
-    QFile abandoned(folder.path(u"arvo/arvo-1-1.new"_s));
-    ASSERT_TRUE(abandoned.open(QIODevice::ReadWrite));
-    abandoned.setFileTime(QDateTime::currentDateTime().addDays(-2), QFileDevice::FileModificationTime);
-    abandoned.close();
+    // Of a program that was killed long ago: no process has so high a number.
+    const QString abandoned = u"arvo-999999999-1.new"_s;
+    // Of one that may be at work, and what users called so.
+    const QStringList kept{u"arvo-1-1.new"_s, u"arvo-notes-2019.new"_s, u"arvo-notes-2019.new-journal"_s,
+                           u"arvo-2019-04-01.new"_s, u"myarvo-999999999-1.new"_s};
+    for (const QString &name : kept + QStringList{abandoned, abandoned + u"-journal"}) {
+        QFile file(folder.write(u"arvo/"_s + name, "two days old"));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.setFileTime(QDateTime::currentDateTime().addDays(-2), QFileDevice::FileModificationTime);
+    }
     {
         const db::UnfinishedFile file(path);
         EXPECT_NE(file.path(), path);
-        EXPECT_EQ(folder.names(u"arvo"_s), QStringList());
+        EXPECT_EQ(QSet<QString>(kept.begin(), kept.end()), namesIn(u"arvo"_s));
         old::makeDatabase(file.path(), old::Current);
     }
-    EXPECT_EQ(folder.names(u"arvo"_s), QStringList()) << "left unfinished";
+    EXPECT_EQ(QSet<QString>(kept.begin(), kept.end()), namesIn(u"arvo"_s)) << "left unfinished";
     folder.write(u"arvo/project.mdb"_s, "mine");
     db::UnfinishedFile file(path);
     old::makeDatabase(file.path(), old::Current);

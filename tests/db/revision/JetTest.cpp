@@ -1,7 +1,9 @@
 #include "RevisionFixture.h"
 
 #include <dao/Recordset.h>
+#include <dao/values/Errors.h>
 #include <db/revision/JetImport.h>
+#include <fcntl.h>
 #include <QDir>
 #include <QFile>
 #include <random>
@@ -147,6 +149,8 @@ TEST_F(JetTest, OpensReadOnlyUntilItIsConverted)
     EXPECT_EQ(number(u"SELECT COUNT(*) FROM report"_s), 11961);
     EXPECT_THROW(database().execute(u"DELETE FROM report"_s), dao::DaoException);
     EXPECT_EQ(questions().size(), 1);
+    EXPECT_EQ(rows(u"SELECT * FROM row_alias"_s), (QStringList{u"0|A"_s, u"1|B"_s, u"3|D"_s})) << "as in any other";
+    EXPECT_NO_THROW(rows(u"SELECT * FROM [tubes#]"_s));
     EXPECT_EQ(bytes(), before);
     session.close();
     EXPECT_EQ(folder.names(u"arvo"_s), QStringList{u"project.mdb"_s});
@@ -243,6 +247,90 @@ TEST_F(JetTest, DamagedFilesAreRefused)
     }
 }
 
+TEST_F(JetTest, AFileThatHasLostPagesOfATableIsRefused)
+{
+    QFile file(sample(u"suite-old-1"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray whole = file.readAll();
+    constexpr qsizetype kMapOfReport = 38 * 4096 + 33; // which pages hold its rows
+    int missing = 0;
+    for (int bit = 0; bit < 8; ++bit) {
+        QByteArray bytes = whole;
+        bytes[kMapOfReport] = char(bytes[kMapOfReport] ^ (1 << bit));
+        folder.write(u"arvo/project.mdb"_s, bytes);
+        if (connect({Answer::No})) {
+            EXPECT_EQ(number(u"SELECT COUNT(*) FROM report"_s), 2000) << bit;
+            continue;
+        }
+        missing += said(Entry::Kind::Error).first().contains(u"Table 'report': rows are missing, "_s) ? 1 : 0;
+        EXPECT_EQ(errors(), QStringList{u"1032 Could not connect to database."_s});
+        EXPECT_EQ(questions(), QStringList());
+    }
+    EXPECT_GT(missing, 0);
+}
+
+TEST_F(JetTest, AFileThatOthersHaveOpenIsNotReplaced)
+{
+    const QString lockFile = folder.path(u"arvo/PROJECT.LDB"_s);
+    const auto lock = [](QFile &file) {
+        struct flock region = {};
+        region.l_type = F_WRLCK;
+        region.l_start = 0x10000001;
+        region.l_len = 1;
+        EXPECT_TRUE(file.open(QIODevice::ReadWrite));
+        EXPECT_EQ(::fcntl(file.handle(), F_OFD_SETLK, &region), 0);
+    };
+    const QString isLocked = u"Database %1\nwill not be converted since another program has it open."_s.arg(path);
+    takeSample(u"suite-old-2"_s);
+    const QByteArray before = bytes();
+    const auto expectUntouched = [&](const QString &information) {
+        ASSERT_TRUE(connect({Answer::Yes}));
+        EXPECT_FALSE(session.isUpdatable());
+        EXPECT_EQ(questions() + errors(), QStringList());
+        ASSERT_EQ(informations().size(), 1);
+        EXPECT_TRUE(informations().first().startsWith(information)) << informations().first().toStdString();
+        session.close();
+        EXPECT_EQ(bytes(), before);
+    };
+    {
+        QFile user(path);
+        lock(user);
+        expectUntouched(isLocked);
+    }
+    {
+        QFile user(lockFile);
+        lock(user);
+        expectUntouched(isLocked);
+    }
+    // Left behind, as far as can be seen: the user has to say so.
+    expectUntouched(u"Database %1\nwill not be converted since its lock file %2\nsays"_s.arg(path, lockFile));
+
+    // It is opened while the question waits.
+    class Opening : public tarnwick::RecordingPrompts
+    {
+    public:
+        QString lockFile;
+        tarnwick::Answer ask(tarnwick::Buttons, const QString &, int) override
+        {
+            EXPECT_TRUE(QFile(lockFile).open(QIODevice::WriteOnly));
+            return Answer::Yes;
+        }
+    } opening;
+    opening.lockFile = lockFile;
+    QFile::remove(lockFile);
+    db::DatabaseSession late(opening);
+    ASSERT_TRUE(db::connectDatabase(late, path, {&project, nullptr, nullptr}));
+    ASSERT_EQ(opening.texts(Entry::Kind::Error).size(), 1);
+    EXPECT_TRUE(opening.texts(Entry::Kind::Error).first().contains(u"[3045]"_s));
+    EXPECT_FALSE(late.isUpdatable());
+    EXPECT_EQ(bytes(), before);
+    late.close();
+
+    QFile::remove(lockFile);
+    ASSERT_TRUE(convert());
+    EXPECT_TRUE(session.isUpdatable());
+}
+
 TEST_F(JetTest, WhatADamagedFileLosesIsToldOrNothingComesOver)
 {
     QFile file(sample(u"indexTestV2003"_s));
@@ -300,6 +388,7 @@ TEST_F(JetTest, StoppedByTheUserTheFileStaysAsItIs)
         if (session.isUpdatable())
             break;
         (isConnected ? whileConverting : whileReading) += 1;
+        EXPECT_TRUE(isConnected || questions().isEmpty()) << "once it is open it stays so";
         EXPECT_EQ(said(Entry::Kind::Status).filter(u"cancelled."_s).size(), 1);
         if (isConnected) {
             EXPECT_EQ(number(u"SELECT COUNT(*) FROM report"_s), 1200);
@@ -325,5 +414,6 @@ TEST_F(JetTest, AFileBehindALinkIsConvertedWhereItLies)
     EXPECT_TRUE(session.isUpdatable());
     EXPECT_TRUE(QFileInfo(path).isSymLink());
     EXPECT_EQ(QFile::permissions(real) & rights, rights);
+    EXPECT_EQ(QFile::permissions(folder.path(u"arvo/project._db"_s)), QFile::permissions(real));
     EXPECT_EQ(folder.names(u"elsewhere"_s), QStringList{u"real.mdb"_s});
 }

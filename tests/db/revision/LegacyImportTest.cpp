@@ -152,6 +152,27 @@ TEST_F(LegacyImportTest, AnEntryThatFailsUndoesTheWholeImport)
     EXPECT_EQ(errors(), QStringList{u"1021 Could not upload report entry."_s});
 }
 
+TEST_F(LegacyImportTest, ANumberThatDoesNotFitIsNoZero)
+{
+    old::executeAll(path, {u"ALTER TABLE EXAMDATA ALTER COLUMN TUBEROW LONG"_s, examination({}),
+                           u"INSERT INTO EXAMDATA (PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL) VALUES (8, 0, 40000, 2)"_s});
+    ASSERT_TRUE(connect());
+    EXPECT_EQ(errors(), QStringList{u"1021 Could not upload report entry."_s});
+    const QString text = said(Entry::Kind::Error).first();
+    EXPECT_TRUE(text.contains(u"[3421]"_s) && text.contains(u"'TUBEROW'"_s)) << text.toStdString();
+    EXPECT_TRUE(text.endsWith(u"Record 8 of EXAMDATA."_s)) << text.toStdString();
+    EXPECT_FALSE(database().hasTable(u"report"));
+}
+
+TEST_F(LegacyImportTest, WhatIsNotImportedIsSaid)
+{
+    old::executeAll(path, {examination({})});
+    prompts.clear();
+    ASSERT_TRUE(db::connectDatabase(session, path, {}));
+    EXPECT_EQ(informations(), QStringList{u"The foreign tables were not imported: no project is loaded."_s});
+    EXPECT_FALSE(database().hasTable(u"report"));
+}
+
 TEST_F(LegacyImportTest, RepairsAndTubeSetsFailByThemselves)
 {
     old::executeAll(
