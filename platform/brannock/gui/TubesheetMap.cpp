@@ -36,6 +36,7 @@ void TubesheetMap::setSteamGen(ellery::SteamGen *steamGen)
     m_history.clear(m_view);
     updateRulers();
     update();
+    Q_EMIT hovered(-1);
     Q_EMIT viewChanged();
 }
 
@@ -84,8 +85,7 @@ void TubesheetMap::setOptions(const MapOptions &options)
     QFont font = this->font();
     font.setPointSize(options.displayTickSize);
     m_rulers = MapRulers(m_scene, font);
-    if (m_fitted)
-        m_view = fittedView();
+    refit();
     updateRulers();
     update();
 }
@@ -104,6 +104,14 @@ MapView TubesheetMap::fittedView() const
     const QMarginsF room = m_rulers.margins() + QMarginsF(4, 4, 4, 4);
     view.fit(m_scene.bounds(), room);
     return view;
+}
+
+void TubesheetMap::refit()
+{
+    if (!m_fitted)
+        return;
+    m_view = fittedView();
+    m_history.replace(m_view);
 }
 
 void TubesheetMap::boundScale(MapView &view, const QPointF &anchor) const
@@ -199,22 +207,18 @@ void TubesheetMap::previousView()
 {
     if (!m_history.canGoBack())
         return;
-    MapView view = m_history.back();
-    view.size = size();
     m_fitted = false;
     m_sinceZoom.invalidate();
-    applyView(view, true);
+    applyView(m_history.back());
 }
 
 void TubesheetMap::nextView()
 {
     if (!m_history.canGoForward())
         return;
-    MapView view = m_history.forward();
-    view.size = size();
     m_fitted = false;
     m_sinceZoom.invalidate();
-    applyView(view, true);
+    applyView(m_history.forward());
 }
 
 void TubesheetMap::setXOrientation(int orientation)
@@ -239,10 +243,8 @@ void TubesheetMap::updateRulers()
 void TubesheetMap::resizeEvent(QResizeEvent *)
 {
     m_view.size = size();
-    if (m_fitted) {
-        m_view = fittedView();
-        m_history.clear(m_view);
-    }
+    m_history.setSize(m_view.size);
+    refit();
     updateRulers();
     updateTip();
 }
@@ -253,8 +255,7 @@ void TubesheetMap::changeEvent(QEvent *event)
         QFont font = this->font();
         font.setPointSize(m_scene.options.displayTickSize);
         m_rulers = MapRulers(m_scene, font);
-        if (m_fitted)
-            m_view = fittedView();
+        refit();
         updateRulers();
     }
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)

@@ -122,6 +122,8 @@ private:
     // View.
     void applyView(const MapView &view, bool joined = false);
     MapView fittedView() const;
+    /// After what a fitted view depends on has changed; does nothing for a view of the user's.
+    void refit();
     void boundScale(MapView &view, const QPointF &anchor) const;
     void updateRulers();
     void sceneChanged();

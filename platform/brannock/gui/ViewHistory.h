@@ -32,6 +32,14 @@ public:
             m_views.erase(m_views.begin());
         m_at = m_views.size() - 1;
     }
+    /// The present view has become this one without being a step of the user's.
+    void replace(const MapView &view) { m_views[m_at] = view; }
+    /// The viewport has another size, for all views.
+    void setSize(const QSizeF &size)
+    {
+        for (MapView &view : m_views)
+            view.size = size;
+    }
     bool canGoBack() const { return m_at > 0; }
     bool canGoForward() const { return m_at + 1 < m_views.size(); }
     const MapView &back() { return m_views[--m_at]; }

@@ -153,6 +153,32 @@ TEST_F(TubesheetMapTest, wheelKeepsThePlaceUnderThePointer)
     EXPECT_GT(map.view().scale, scale / 3);
 }
 
+TEST_F(TubesheetMapTest, viewsOutlastAnotherSizeOfTheWidget)
+{
+    const auto resize = [this](int width, int height) {
+        map.resize(width, height);
+        QCoreApplication::processEvents();
+    };
+    map.zoomTo(QRectF(2, 2, 3, 3));
+    const MapView near = map.view();
+    map.fit();
+    resize(700, 400);
+    const MapView whole = map.view();
+    EXPECT_EQ(whole.size, QSizeF(700, 400));
+    ASSERT_TRUE(map.hasPreviousView());
+    map.previousView();
+    EXPECT_EQ(map.view().centre, near.centre);
+    EXPECT_EQ(map.view().scale, near.scale);
+    EXPECT_EQ(map.view().size, whole.size);
+    resize(640, 520);
+    map.previousView();
+    EXPECT_FALSE(map.hasPreviousView());
+    map.nextView();
+    map.nextView();
+    EXPECT_EQ(map.view().scale, whole.scale) << "as it was when it was left";
+    EXPECT_FALSE(map.hasNextView());
+}
+
 TEST_F(TubesheetMapTest, fitHistoryAndDragging)
 {
     QSignalSpy changed(&map, &TubesheetMap::viewChanged);
