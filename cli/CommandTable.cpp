@@ -123,20 +123,24 @@ constexpr Command kCommands[] = {
      kUploadOptions, runUpload},
     {u"upload-component", u"DIR [options]", u"store the component's tubes and landmarks in the database",
      u"Makes the project's database when it is missing. What tables tubes and landmarks hold is replaced, after a "
-     u"question, whole or not at all.",
+     u"question, whole or not at all. Where the database is of an older revision, the first question is whether to "
+     u"convert "
+     u"it; --yes says yes to both.",
      kUploadComponentOptions, runUploadComponent},
     {u"sql", u"DIR STATEMENT [options]", u"run Access SQL and print the rows",
      u"DIR is a project folder or a database file. Rows go to the standard output, for a statement without rows the "
      u"number "
      u"of rows affected. A parameter without a value is an error. With --file all statements run in one transaction; "
      u"json then gives one "
-     u"object a statement.",
+     u"object a statement. The views and aliases of a project's database are brought up to date first, whatever the "
+     u"statement.",
      kSqlOptions, runSql},
     {u"schema", u"DIR [NAME] [options]", u"list tables, fields, indexes, relations and stored queries",
-     u"With NAME only that table or stored query, and the relations of the table.", kSchemaOptions, runSchema},
+     u"With NAME only that table or stored query, and the relations of the table. The database is only read.",
+     kSchemaOptions, runSchema},
     {u"explain", u"DIR STATEMENT [options]", u"show what the engine makes of a statement, without running it",
      u"Parameters with their types, columns with their sources, whether rows can be changed or why not, the statements "
-     u"that the inner engine is given, and the indexes that it uses for them.",
+     u"that the inner engine is given, and the indexes that it uses for them. The database is only read.",
      kExplainOptions, runExplain},
     {u"fill", u"DIR random|box|pattern --map FILE.map [options]", u"add a fill to a map file",
      u"The fill sees the symbols that the map's entries have painted. Prints the legend: symbol, type, description, "

@@ -2,6 +2,7 @@
 #include "CommandTable.h"
 #include "Target.h"
 
+#include <db/revision/LegacyImport.h>
 #include <QDir>
 
 namespace cli {
@@ -26,7 +27,8 @@ int runConnect(const Arguments &arguments)
     if (isWished && !target.session().isUpdatable())
         printError(u"The database cannot be written to, so it was not converted.\n");
     const bool isRefused = isWished && (!target.session().isUpdatable() || (conversion.asked && !conversion.approved));
-    return isRefused || target.console().errorShown() ? Failed : Done;
+    const bool isNotImported = !conversion.asked && db::isLegacyDatabase(target.session().database());
+    return isRefused || isNotImported || target.console().errorShown() ? Failed : Done;
 }
 
 } // namespace cli

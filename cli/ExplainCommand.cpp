@@ -112,7 +112,7 @@ int runExplain(const Arguments &arguments)
     const QString path = arguments.positional(0, u"DIR"_s);
     const QString sql = arguments.positional(1, u"STATEMENT"_s);
     Target target(path, arguments, Target::Takes::ProjectOrDatabase);
-    if (!target.connect())
+    if (!target.connect(Target::Use::Read))
         return Failed;
     try {
         const dao::Explanation explanation = dao::explain(target.session().database(), sql);

@@ -221,7 +221,7 @@ int runSchema(const Arguments &arguments)
     const QString path = arguments.positional(0, u"DIR"_s);
     const QString name = arguments.positional().value(1);
     Target target(path, arguments, Target::Takes::ProjectOrDatabase);
-    if (!target.connect())
+    if (!target.connect(Target::Use::Read))
         return Failed;
     const dao::Database &database = target.session().database();
     const Contents contents = contentsOf(database, name, arguments.has(u"all"));

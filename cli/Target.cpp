@@ -1,7 +1,6 @@
 #include "Target.h"
 
 #include <app/logic/SystemMacros.h>
-#include <db/CreateDatabase.h>
 #include <db/revision/ConnectDatabase.h>
 #include <QDir>
 #include <QFileInfo>
@@ -36,10 +35,10 @@ QList<Answer> answersOf(const Arguments &arguments)
     if (arguments.has(u"no"))
         return {Answer::No};
     if (arguments.has(u"convert")) {
-        const Answer answer = answerOf(arguments.value(u"convert"));
-        if (answer == Answer::Cancel)
+        const QString word = arguments.value(u"convert");
+        if (word != "yes"_L1 && word != "no"_L1)
             throw UsageError(u"--convert is yes or no."_s);
-        return {answer};
+        return {answerOf(word)};
     }
     QList<Answer> answers;
     if (arguments.has(u"answers"))
@@ -136,17 +135,18 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
         m_databasePath = QFileInfo(path).isDir() ? m_project.databasePath() : QFileInfo(path).absoluteFilePath();
 }
 
-bool Target::connect(bool create)
+bool Target::connect(Use use)
 {
     const bool ownAndMissing =
         m_project.isLoaded() && m_databasePath == m_project.databasePath() && !QFileInfo::exists(m_databasePath);
-    if (create && ownAndMissing && !db::createDatabase(m_prompts, m_databasePath, m_formatYear))
+    if (use == Use::Store && ownAndMissing && !db::createProjectDatabase(m_prompts, m_project, m_formatYear))
         return false;
     // A table that could not be made has been said; a half-made schema is no place to store results.
     if (m_prompts.errorShown())
         return false;
     ConsoleProgress progress;
-    if (db::connectDatabase(m_session, m_databasePath, {hasProject() ? &m_project : nullptr, nullptr, &progress}))
+    if (db::connectDatabase(m_session, m_databasePath,
+                            {hasProject() ? &m_project : nullptr, nullptr, &progress, use == Use::Read}))
         return true;
     if (!m_prompts.errorShown())
         throw tarnwick::Cancelled();

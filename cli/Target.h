@@ -44,9 +44,13 @@ public:
     bool hasProject() const { return m_project.isLoaded(); }
     /// The database of --database, of the project, or the file itself.
     const QString &databasePath() const { return m_databasePath; }
-    /// Connects to the database; a project's own that is missing is made first when create is set. False when that
-    /// failed (which has then been said).
-    bool connect(bool create = false);
+    enum class Use {
+        Read,   ///< the database is neither brought up to date nor written to
+        Change, ///< it is brought up to date
+        Store   ///< the same; a project's own that is missing is made first
+    };
+    /// Connects to the database. False when that failed (which has then been said).
+    bool connect(Use use = Use::Change);
     query::QueryContext &queryContext() { return m_context; }
 
     /// Header, description and file of the map.

@@ -21,7 +21,7 @@ int runUpload(const Arguments &arguments)
     // All files are read before anything is written: a damaged one must not be found half-way.
     for (const QString &path : std::as_const(paths))
         brannock::Report().loadReport(path);
-    if (!target.connect(true))
+    if (!target.connect(Target::Use::Store))
         return Failed;
 
     results::UploadFileList files;

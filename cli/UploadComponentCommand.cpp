@@ -12,7 +12,7 @@ int runUploadComponent(const Arguments &arguments)
 {
     arguments.atMost(1);
     Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::Project);
-    if (!target.connect(true))
+    if (!target.connect(Target::Use::Store))
         return Failed;
     ConsoleProgress progress;
     if (!db::uploadComponent(target.session(), target.steamGen(), &progress))
