@@ -32,6 +32,14 @@ public:
             m_views.erase(m_views.begin());
         m_at = m_views.size() - 1;
     }
+    /// Flips are no part of the history; they hold for every view in it.
+    void setOrientation(int x, int y)
+    {
+        for (MapView &view : m_views) {
+            view.xOrientation = x;
+            view.yOrientation = y;
+        }
+    }
     bool canGoBack() const { return m_at > 0; }
     bool canGoForward() const { return m_at + 1 < m_views.size(); }
     const MapView &back() { return m_views[--m_at]; }
