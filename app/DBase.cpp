@@ -14,6 +14,7 @@
 #include <app/logic/StartUp.h>
 #include <app/logic/TubeFinder.h>
 
+#include <db/Errors.h>
 #include <plans/FillCommit.h>
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
@@ -67,7 +68,10 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
     connectBars();
     m_recoveryDelay.setSingleShot(true);
     m_recoveryDelay.setInterval(kRecoveryDelay);
-    connect(&m_recoveryDelay, &QTimer::timeout, this, [this] { m_session->updateRecoveryCopy(); });
+    connect(&m_recoveryDelay, &QTimer::timeout, this, [this] {
+        if (!m_isTryingOut)
+            guard([this] { m_session->updateRecoveryCopy(); });
+    });
     resize(kFirstSize);
     projectChanged();
 }
@@ -204,24 +208,49 @@ void DBase::connectLegend()
         projectChanged();
     };
     m_session->makeProgress = [this](const QString &title) { return std::make_unique<WindowProgress>(this, title); };
-    connect(&model, &LegendModel::showRequested, this,
-            [this](int entry, bool shown) { LegendEditor(*this).setShown(entry, shown); });
-    connect(&model, &LegendModel::moveRequested, this, [this, &view](int from, int to) {
-        const int place = LegendEditor(*this).move(from, to);
-        refreshLegend();
-        view.setCurrentEntry(place);
+    connect(&model, &LegendModel::showRequested, this, [this](int entry, bool shown) {
+        attempt([this, entry, shown] { LegendEditor(*this).setShown(entry, shown); });
     });
-    connect(&model, &LegendModel::renameRequested, this,
-            [this](int entry, const QString &label) { LegendEditor(*this).rename(entry, label); });
+    connect(&model, &LegendModel::moveRequested, this, [this, &view](int from, int to) {
+        attempt([this, &view, from, to] {
+            const int place = LegendEditor(*this).move(from, to);
+            refreshLegend();
+            view.setCurrentEntry(place);
+        });
+    });
+    connect(&model, &LegendModel::renameRequested, this, [this](int entry, const QString &label) {
+        attempt([this, entry, &label] { LegendEditor(*this).rename(entry, label); });
+    });
     connect(&view, &LegendView::contextMenuRequested, this, &DBase::showLegendMenu);
-    connect(&view, &LegendView::entryActivated, this, &DBase::editEntry);
-    connect(&view, &LegendView::symbolRequested, this, &DBase::chooseSymbol);
+    connect(&view, &LegendView::entryActivated, this,
+            [this](int entry) { perform([this, entry] { editEntry(entry); }); });
+    connect(&view, &LegendView::symbolRequested, this,
+            [this](int entry) { perform([this, entry] { chooseSymbol(entry); }); });
 }
 
 void DBase::perform(const std::function<void()> &work)
 {
-    tarnwick::guarded(*m_prompts, work);
+    m_side->legendView().endRename();
+    attempt(work);
+}
+
+void DBase::attempt(const std::function<void()> &work)
+{
+    guard(work);
     scheduleRefresh();
+}
+
+void DBase::guard(const std::function<void()> &work)
+{
+    tarnwick::guarded(*m_prompts, [&work, this] {
+        try {
+            work();
+        } catch (const dao::DaoCancelled &) {
+            throw tarnwick::Cancelled();
+        } catch (const dao::DaoException &exception) {
+            db::showDaoError(*m_prompts, exception, messages::kDatabaseFailed);
+        }
+    });
 }
 
 void DBase::pressButton(const QString &name)
@@ -244,14 +273,16 @@ void DBase::connectBars()
     });
     connect(m_mainBar, &MainToolBar::fillRequested, this,
             [this](const QString &key) { perform([this, &key] { makeFill(key); }); });
-    connect(m_viewBar, &ViewBar::findRequested, this, &DBase::findTube);
+    connect(m_viewBar, &ViewBar::findRequested, this,
+            [this](const QString &address) { perform([this, &address] { findTube(address); }); });
     connect(m_viewBar, &ViewBar::dragModeChosen, m_map, &brannock::TubesheetMap::setDragMode);
     connect(m_viewBar, &ViewBar::findLeft, m_map, qOverload<>(&QWidget::setFocus));
     connect(m_viewBar, &ViewBar::changesWanted, this, [this] {
         const plans::UndoStack &changes = m_session->undo().stack();
         m_viewBar->setChanges(changes.labels(), changes.position());
     });
-    connect(m_viewBar, &ViewBar::changesRequested, this, [this](int position) { m_session->undo().moveTo(position); });
+    connect(m_viewBar, &ViewBar::changesRequested, this,
+            [this](int position) { perform([this, position] { m_session->undo().moveTo(position); }); });
 }
 
 void DBase::setFileDialogs(FileDialogs *dialogs)
@@ -300,7 +331,10 @@ bool DBase::eventFilter(QObject *watched, QEvent *event)
 
 void DBase::closeEvent(QCloseEvent *event)
 {
-    if (!m_commands->mayReplaceMap()) {
+    m_side->legendView().endRename();
+    bool mayClose = false;
+    guard([this, &mayClose] { mayClose = m_commands->mayReplaceMap(); });
+    if (!mayClose) {
         event->ignore();
         return;
     }

@@ -39,6 +39,8 @@ public:
     ProjectSession &projectSession() { return *m_session; }
     brannock::TubesheetMap &map() { return *m_map; }
     CommandActions &commands() { return *m_actions; }
+    /// What the user asked for by a command. What fails in it is said and never ends the program.
+    void perform(const std::function<void()> &work);
     /// Tests put their own in place of the system's.
     void setFileDialogs(FileDialogs *dialogs);
     /// Brings what follows from map and legend up to date now; changes do it by themselves a moment later.
@@ -78,8 +80,10 @@ private:
     void showAbout() override;
     void showProjectInfo() override;
 
-    /// What the user asked for. What fails in it is said and never ends the program.
-    void perform(const std::function<void()> &work);
+    /// The same for what is no command of its own: a description that is being typed is left alone.
+    void attempt(const std::function<void()> &work);
+    /// Nothing else: what fails is said.
+    void guard(const std::function<void()> &work);
     void pressButton(const QString &name);
     void runExtra(Extra extra);
     void editOptions();
@@ -128,6 +132,7 @@ private:
     QTimer m_recoveryDelay;
     bool m_refreshScheduled = false;
     bool m_isFullScreen = false;
+    bool m_isTryingOut = false; ///< the map shows what has not been decided upon
 };
 
 } // namespace app

@@ -148,8 +148,10 @@ void DBaseApp::start()
     QMetaObject::invokeMethod(
         m_window.get(),
         [this] {
-            if (openProject())
-                addQueries();
+            m_window->perform([this] {
+                if (openProject())
+                    addQueries();
+            });
         },
         Qt::QueuedConnection);
 }
@@ -157,7 +159,9 @@ void DBaseApp::start()
 bool DBaseApp::writePicture()
 {
     m_window->resize(m_options.size);
-    if (!openProject() || !addQueries())
+    bool shown = false;
+    m_window->perform([this, &shown] { shown = openProject() && addQueries(); });
+    if (!shown)
         return false;
     m_window->show();
     m_window->refreshAll();

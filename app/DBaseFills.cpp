@@ -7,6 +7,7 @@
 
 #include <brannock/gui/ChooseSymbolDlg.h>
 #include <plans/dialogs/FillDialogs.h>
+#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -43,6 +44,9 @@ void DBase::chooseSymbol(int entry)
         return;
     plans::MapFill &fill = legend().entry(entry);
     const brannock::TubeMark before{fill.symbol, fill.colour};
+    // What was done before is a change by itself, and a try is none.
+    m_session->undo().finish();
+    const QScopedValueRollback trying(m_isTryingOut, true);
     // The map shows each choice at once; whether it is to stay is decided with OK.
     const auto tryOut = [this, &fill](const brannock::TubeMark &mark) {
         fill.symbol = mark.symbol;

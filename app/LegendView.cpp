@@ -149,6 +149,16 @@ void LegendView::renameCurrent()
         edit(currentIndex().siblingAtColumn(LegendModel::Description));
 }
 
+void LegendView::endRename()
+{
+    if (state() != EditingState)
+        return;
+    for (auto *editor : viewport()->findChildren<QLineEdit *>()) {
+        commitData(editor);
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
 void LegendView::keyPressEvent(QKeyEvent *event)
 {
     const QModelIndex current = currentIndex();

@@ -17,6 +17,8 @@ public:
     void setCurrentEntry(int entry);
     /// Lets the user type another description for the current entry.
     void renameCurrent();
+    /// Takes over a description that is being typed.
+    void endRename();
 
 Q_SIGNALS:
     void contextMenuRequested(const QPoint &globalPos, int entry);

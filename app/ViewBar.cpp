@@ -50,13 +50,25 @@ void ViewBar::addUndo(CommandActions &actions)
     connect(m_changes, &QMenu::aboutToShow, this, &ViewBar::changesWanted);
     m_undo = new QToolButton(this);
     m_undo->setObjectName(u"undoButton"_s);
-    m_undo->setDefaultAction(undo);
+    m_undo->setIcon(undo->icon());
     m_undo->setMenu(m_changes);
     m_undo->setPopupMode(QToolButton::MenuButtonPopup);
     addWidget(m_undo);
     QAction *redo = actions.extra(Extra::Redo);
     redo->setIcon(lineIcon(Picture::Redo));
     addAction(redo);
+    connect(m_undo, &QToolButton::clicked, undo, &QAction::trigger);
+    for (QAction *action : {undo, redo})
+        connect(action, &QAction::changed, this, [this, undo, redo] { refreshUndo(*undo, *redo); });
+    refreshUndo(*undo, *redo);
+}
+
+void ViewBar::refreshUndo(const QAction &undo, const QAction &redo)
+{
+    m_undo->setEnabled(undo.isEnabled() || redo.isEnabled());
+    m_undo->setToolTip(undo.toolTip());
+    m_undo->setStatusTip(undo.statusTip());
+    m_undo->setAccessibleName(QString(undo.text()).remove(u'&'));
 }
 
 void ViewBar::addView(CommandActions &actions)

@@ -50,6 +50,8 @@ protected:
 
 private:
     void addUndo(CommandActions &actions);
+    /// The button serves both Undo and the list of changes, in which undone ones stand, too.
+    void refreshUndo(const QAction &undo, const QAction &redo);
     void addView(CommandActions &actions);
     void addDragModes();
     void addFind();

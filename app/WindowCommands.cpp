@@ -148,7 +148,8 @@ void WindowCommands::flip(int command)
 
 void WindowCommands::updateMap()
 {
-    m_session.legend().updateAll(m_host);
+    const std::unique_ptr<tarnwick::Progress> progress = m_session.newProgress(u"Update Map"_s);
+    m_session.legend().updateAll(m_host, progress.get());
 }
 
 bool WindowCommands::runDatabase(int command)

@@ -23,7 +23,15 @@ QString emptyReason(const TubeFilter &filter, const ellery::SteamGen &steamGen)
 PcntFillEditor::PcntFillEditor(MapHost &host, const tarnwick::PathRoots &roots, int entry)
     : FillEditorOf(host, roots, entry)
 {
+    // Options of a large component may meet a small one; what the fields show must be what is used.
+    m_fill.parameters.percent = std::clamp(m_fill.parameters.percent, 0, kMaxPercent);
+    m_fill.parameters.tubeCount = std::clamp(m_fill.parameters.tubeCount, 0, steamGen().numTube());
     refresh();
+}
+
+int PcntFillEditor::maxValue() const
+{
+    return parameters().percentMode ? kMaxPercent : steamGen().numTube();
 }
 
 void PcntFillEditor::setValue(int value)
@@ -72,6 +80,7 @@ BoxFillEditor::BoxFillEditor(MapHost &host, const tarnwick::PathRoots &roots, in
     m_pitch = grid.spacing();
     if (grid.count() > 0)
         m_maxRadius = std::max(1.0, std::ceil(std::hypot(bounds.right - bounds.left, bounds.top - bounds.bottom)));
+    m_fill.parameters.radius = std::max(kMinRadius, std::min(m_maxRadius, m_fill.parameters.radius));
     refresh();
 }
 
@@ -102,6 +111,11 @@ PatternFillEditor::PatternFillEditor(MapHost &host, const tarnwick::PathRoots &r
         rows = {std::min<int>(rows.first, tube.address.row), std::max<int>(rows.second, tube.address.row)};
         cols = {std::min<int>(cols.first, tube.address.col), std::max<int>(cols.second, tube.address.col)};
     }
+    PatternFill::Parameters &now = m_fill.parameters;
+    now.firstRow = std::clamp(now.firstRow, rows.first, rows.second);
+    now.firstCol = std::clamp(now.firstCol, cols.first, cols.second);
+    now.rowIncrement = std::clamp(now.rowIncrement, 1, rows.second);
+    now.colIncrement = std::clamp(now.colIncrement, 1, cols.second);
     refresh();
 }
 

@@ -10,9 +10,11 @@ namespace plans {
 class PcntFillEditor : public FillEditorOf<PcntFill, PcntFillOptions>
 {
 public:
+    static constexpr int kMaxPercent = 100;
+
     explicit PcntFillEditor(MapHost &host, const tarnwick::PathRoots &roots, int entry = -1);
     /// The most that the field "Value" takes in the mode it is in.
-    int maxValue() const { return parameters().percentMode ? 100 : steamGen().numTube(); }
+    int maxValue() const;
     /// The percentage or the number of tubes, by the mode.
     int value() const { return parameters().percentMode ? parameters().percent : parameters().tubeCount; }
     void setValue(int value);

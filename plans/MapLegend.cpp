@@ -4,21 +4,28 @@
 #include "QuerySource.h"
 
 #include <algorithm>
+#include <optional>
+#include <tarnwick/Error.h>
 
 namespace plans {
 
 namespace {
 
-/// Parameters known from the last time are not asked for while the whole map is recomputed.
+/// Parameters known from the last time are not asked for while the whole map is recomputed, and queries can be stopped.
 class QuietQueries
 {
 public:
-    explicit QuietQueries(QuerySource &source)
+    QuietQueries(QuerySource &source, tarnwick::Progress *progress)
         : m_source(source)
     {
         m_source.setQuiet(true);
+        m_source.setProgress(progress);
     }
-    ~QuietQueries() { m_source.setQuiet(false); }
+    ~QuietQueries()
+    {
+        m_source.setProgress(nullptr);
+        m_source.setQuiet(false);
+    }
     QuietQueries(const QuietQueries &) = delete;
     QuietQueries &operator=(const QuietQueries &) = delete;
 
@@ -142,10 +149,17 @@ void MapLegend::setAllSections(int index, bool allSections)
 void MapLegend::replaceEntry(int index, const MapFill &fill, MapHost &host)
 {
     MapFill &target = entry(index);
+    const auto before = target.clone();
     clearTubes(target);
-    target.assign(fill);
-    target.label = target.entryLabel();
-    target.compute(host);
+    try {
+        target.assign(fill);
+        target.label = target.entryLabel();
+        target.compute(host);
+    } catch (...) {
+        target.assign(*before);
+        repaint();
+        throw;
+    }
     noteEdit();
     repaint();
 }
@@ -175,19 +189,45 @@ void MapLegend::repaint()
     notify();
 }
 
-void MapLegend::updateAll(MapHost &host)
+void MapLegend::computeAll(MapHost &host, tarnwick::Progress *progress)
+{
+    std::optional<BusyCursor> busy;
+    if (!progress) // which is there to be clicked
+        busy.emplace(host);
+    const QuietQueries quiet(host.queries(), progress);
+    host.prompts().status(messages::kUpdateBegins);
+    m_steamGen->clearSymbols();
+    for (int i = 0; i < count(); ++i) {
+        const QString status = tarnwick::format(messages::kUpdatingEntry.text, i + 1, entry(i).label);
+        host.prompts().showStatus(status);
+        if (progress) {
+            progress->report(i, count(), status);
+            if (progress->cancelled())
+                throw tarnwick::Cancelled();
+        }
+        entry(i).compute(host);
+        entry(i).paint(*m_steamGen);
+    }
+}
+
+void MapLegend::updateAll(MapHost &host, tarnwick::Progress *progress)
 {
     host.undoCheckpoint(QStringLiteral("Update Map"));
-    {
-        const BusyCursor busy(host);
-        const QuietQueries quiet(host.queries());
-        host.prompts().status(messages::kUpdateBegins);
-        m_steamGen->clearSymbols();
-        for (int i = 0; i < count(); ++i) {
-            host.prompts().status(messages::kUpdatingEntry, i + 1, entry(i).label);
-            entry(i).compute(host);
-            entry(i).paint(*m_steamGen);
-        }
+    Entries before = copyEntries();
+    const auto takeBack = [&] {
+        replaceEntries(std::move(before));
+        host.redrawMap();
+        host.refreshLegend();
+    };
+    try {
+        computeAll(host, progress);
+    } catch (const tarnwick::Cancelled &) {
+        takeBack();
+        host.prompts().status(messages::kUpdateCancelled);
+        return;
+    } catch (...) {
+        takeBack();
+        throw;
     }
     noteEdit();
     repaint();

@@ -44,14 +44,16 @@ public:
     void setLabel(int index, const QString &label);
     void setAllSections(int index, bool allSections);
     /// Takes over a changed fill of the same kind: its old tubes count as open again, it is computed, the legend
-    /// repainted.
+    /// repainted. When computing fails, which is thrown on, the entry is as it was.
     void replaceEntry(int index, const MapFill &fill, MapHost &host);
     /// Removes tube indices the steam generator does not have; returns how many.
     int dropInvalidTubes();
     /// Clears all symbols, then paints the entries from the last to the first.
     void repaint();
-    /// Recomputes every entry in order, each seeing the symbols of those before it, then repaints ("Update Map").
-    void updateAll(MapHost &host);
+    /// Recomputes every entry in order, each seeing the symbols of those before it, then repaints ("Update Map"). The
+    /// progress, which may be null, can stop it; the entries are then as they were, as they are after a failure, which
+    /// is thrown on.
+    void updateAll(MapHost &host, tarnwick::Progress *progress = nullptr);
 
     /// Deep copies of the entries, and back: for undo, files and loads that fail. Replacing repaints.
     Entries copyEntries() const;
@@ -63,7 +65,7 @@ public:
     /// The entries of map files of version 1 and 2.
     void readOldFormat(tarnwick::JFile &file);
     /// The same for a list that no legend shows yet. Tube indices that a component of so many tubes does not have are
-    /// left out.
+    /// left out, and an entry without a symbol gets "A".
     static Entries readEntries(tarnwick::JFile &file, int tubeCount);
     static Entries readOldEntries(tarnwick::JFile &file, int tubeCount);
     static void writeEntries(tarnwick::JFile &file, const Entries &entries);
@@ -77,6 +79,7 @@ public:
 private:
     void clearTubes(const MapFill &fill);
     void paintAll();
+    void computeAll(MapHost &host, tarnwick::Progress *progress);
     void notify();
     void noteEdit();
 

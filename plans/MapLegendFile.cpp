@@ -57,7 +57,11 @@ MapLegend::Entries readList(tarnwick::JFile &file, int tubeCount, Function readO
     const qint32 n = file.count(0, kSmallestEntry);
     for (qint32 i = 0; i < n; ++i) {
         entries.push_back(readOne(file));
-        entries.back()->dropInvalidTubes(tubeCount);
+        MapFill &fill = *entries.back();
+        fill.dropInvalidTubes(tubeCount);
+        // Symbol 0 is that of an open tube: painted, it would be counted and not seen.
+        if (fill.symbol == 0)
+            fill.symbol = u'A';
     }
     return entries;
 }

@@ -22,6 +22,8 @@ public:
     std::function<void()> restored;
 
     void checkpoint(const QString &label);
+    /// Ends the change under way: what happens until the next checkpoint is only tried out, and belongs to none.
+    void finish() { finished(); }
 
     bool canUndo() { return settled().canUndo(); }
     bool canRedo() { return settled().canRedo(); }

@@ -18,6 +18,7 @@ inline constexpr Message kQueryNotExecuted{1092, u"Must execute a valid query fi
 
 inline constexpr Message kUpdateBegins{0, u"Execute ..."};
 inline constexpr Message kUpdatingEntry{0, u"Updating entry %d %S ..."};
+inline constexpr Message kUpdateCancelled{0, u"Update of the map cancelled."};
 inline constexpr Message kUpdateDone{0, u"Done updating map."};
 
 } // namespace plans::messages

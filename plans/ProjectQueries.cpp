@@ -11,8 +11,9 @@ namespace {
 class ResultRecords : public QueryRecords
 {
 public:
-    ResultRecords(db::DatabaseSession &session, query::QueryContext &context)
+    ResultRecords(db::DatabaseSession &session, query::QueryContext &context, tarnwick::Progress *progress)
         : result(session, context)
+        , m_progress(progress)
     {
     }
 
@@ -21,11 +22,21 @@ public:
     int columnCount() const override { return result.columnCount(); }
     QString columnName(int column) const override { return result.column(column).name; }
     int rowCount() const override { return int(result.rowCount()); }
-    QString cellText(int row, int column) override { return result.cellText(row, column); }
+    QString cellText(int row, int column) override
+    {
+        constexpr int kCellsBetweenLooks = 256;
+        if (m_progress && ++m_cells % kCellsBetweenLooks == 0 && m_progress->cancelled())
+            throw tarnwick::Cancelled();
+        return result.cellText(row, column);
+    }
     void setColours(int row, quint32 foreground, quint32 background) override
     {
         result.setColours(row, {foreground, background});
     }
+
+private:
+    tarnwick::Progress *m_progress;
+    int m_cells = 0;
 };
 
 } // namespace
@@ -38,9 +49,11 @@ bool ProjectQueries::isReady() const
 std::unique_ptr<QueryRecords> ProjectQueries::run(const QString &name, const QString &sql)
 {
     try {
-        auto records = std::make_unique<ResultRecords>(m_session, m_context);
-        if (records->result.run(name, sql))
+        auto records = std::make_unique<ResultRecords>(m_session, m_context, m_progress);
+        if (records->result.run(name, sql, m_progress))
             return records;
+    } catch (const dao::DaoCancelled &) {
+        throw tarnwick::Cancelled();
     } catch (const dao::DaoException &exception) {
         db::showDaoError(m_session.prompts(), exception, query::messages::kExecute);
     }

@@ -23,12 +23,14 @@ public:
     bool isReady() const override;
     std::unique_ptr<QueryRecords> run(const QString &name, const QString &sql) override;
     void setQuiet(bool quiet) override { m_context.quiet = quiet; }
+    void setProgress(tarnwick::Progress *progress) override { m_progress = progress; }
     std::optional<FillMark> rememberedMark(const QString &name) const override;
     void rememberMark(const QString &name, const FillMark &mark) override;
 
 private:
     db::DatabaseSession &m_session;
     query::QueryContext &m_context;
+    tarnwick::Progress *m_progress = nullptr;
 };
 
 } // namespace plans

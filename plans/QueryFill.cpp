@@ -3,6 +3,8 @@
 #include "Messages.h"
 #include "QuerySource.h"
 
+#include <db/Errors.h>
+#include <query/Messages.h>
 #include <tarnwick/Paths.h>
 
 using namespace Qt::StringLiterals;
@@ -114,19 +116,25 @@ bool QueryFill::compute(MapHost &host)
     const auto records = host.queries().run(parameters.query.name, parameters.query.sql);
     if (!records)
         return false;
-    mapResult(host, *records);
-    return true;
+    return mapResult(host, *records) != tarnwick::Answer::No;
 }
 
 tarnwick::Answer QueryFill::mapResult(MapHost &host, QueryRecords &records)
 {
-    tubes.clear();
     const AddressColumns columns(records);
     if (const QString missing = columns.missing(host.steamGen().hasSections()); !missing.isEmpty()) {
+        tubes.clear();
         host.prompts().error(messages::kQueryFieldsMissing, missing);
         return tarnwick::Answer::No;
     }
-    const int invalid = takeTubes(host, records, columns);
+    int invalid = 0;
+    try {
+        invalid = takeTubes(host, records, columns);
+    } catch (const dao::DaoException &exception) {
+        // A value may fail as late as when it is read.
+        db::showDaoError(host.prompts(), exception, query::messages::kExecute);
+        return tarnwick::Answer::No;
+    }
     if (invalid == 0)
         return tarnwick::Answer::Yes;
     const QString plural = invalid < 2 ? u" that is for a tube that does"_s : u"s that are for tubes that do"_s;
@@ -140,19 +148,22 @@ int QueryFill::takeTubes(MapHost &host, QueryRecords &records, const AddressColu
     const BusyCursor busy(host);
     ellery::SteamGen &steamGen = host.steamGen();
     steamGen.clearMarks();
-    fillCount = records.rowCount();
+    QList<qint32> found;
+    const int count = records.rowCount();
     int invalid = 0;
-    for (int record = 0; record < fillCount; ++record) {
+    for (int record = 0; record < count; ++record) {
         const int tube = columns.findTube(steamGen, records, record);
         if (tube < 0) {
             ++invalid;
             records.setColours(record, kInvalidForeground, kInvalidBackground);
         } else if (!steamGen.isMarked(tube)) {
-            tubes.append(tube);
+            found.append(tube);
             steamGen.setMarked(tube, true);
         }
     }
-    tubes.squeeze();
+    found.squeeze();
+    tubes = std::move(found);
+    fillCount = count;
     return invalid;
 }
 

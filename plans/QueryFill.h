@@ -27,7 +27,8 @@ public:
     void serialize(tarnwick::JFile &file, int version) override;
     void readOldFormat(tarnwick::JFile &file) override;
     void symbolChanged(MapHost &host) override;
-    /// Runs the query and maps its result. False, with the tubes as they were, without a database or when it failed.
+    /// Runs the query and maps its result. False without a database, when it failed or when its result cannot be
+    /// mapped. The tubes are as they were unless columns are missing.
     bool compute(MapHost &host) override;
     /// The file-name part of the query's name.
     QString entryLabel() const override;
@@ -35,7 +36,8 @@ public:
 
     /// Takes the tubes that the records name by their columns "row", "col" and, where there are sections, "sec", each
     /// tube once. Missing columns are said (1090, answer No); records of tubes that do not exist are highlighted and
-    /// asked about (1091: Ok or Cancel). Yes when all went well.
+    /// asked about (1091: Ok or Cancel). A value that fails when it is read is said, too (1069, answer No); the tubes
+    /// are then as they were. Yes when all went well.
     tarnwick::Answer mapResult(MapHost &host, QueryRecords &records);
 
 protected:
@@ -43,7 +45,7 @@ protected:
 
 private:
     struct AddressColumns;
-    /// Returns how many records name a tube that does not exist.
+    /// Returns how many records name a tube that does not exist. Throws the engine's exceptions; nothing is taken then.
     int takeTubes(MapHost &host, QueryRecords &records, const AddressColumns &columns);
 };
 

@@ -3,6 +3,10 @@
 #include <optional>
 #include <QString>
 
+namespace tarnwick {
+class Progress;
+}
+
 namespace plans {
 
 /// The records of an executed query, as a fill needs them: cells as text, and colours that the result table shows.
@@ -37,6 +41,9 @@ public:
     virtual std::unique_ptr<QueryRecords> run(const QString &name, const QString &sql) = 0;
     /// While set, parameters whose values are all known are not asked for again ("Update Map").
     virtual void setQuiet(bool quiet) = 0;
+    /// While one is set, it stops queries, and the reading of their records: they then throw tarnwick::Cancelled. Null:
+    /// nobody watches.
+    virtual void setProgress(tarnwick::Progress *) {}
     /// Query names are matched without regard to case. Empty when the query has none, or symbol 0.
     virtual std::optional<FillMark> rememberedMark(const QString &name) const = 0;
     virtual void rememberMark(const QString &name, const FillMark &mark) = 0;

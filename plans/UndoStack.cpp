@@ -58,10 +58,11 @@ QStringList UndoStack::labels() const
 void UndoStack::moveTo(int position)
 {
     position = std::clamp(position, 0, count());
-    while (m_position > position)
-        undo();
-    while (m_position < position)
-        redo();
+    if (position < m_position)
+        m_commands[size_t(position)]->undo();
+    else if (position > m_position)
+        m_commands[size_t(position - 1)]->redo();
+    m_position = position;
 }
 
 } // namespace plans

@@ -8,7 +8,8 @@
 
 namespace plans {
 
-/// One change that was made and can be taken back and made again.
+/// One change that was made and can be taken back and made again. Each of undo() and redo() brings the whole state from
+/// before or after the change, whatever stands now.
 class UndoCommand
 {
 public:
@@ -50,7 +51,7 @@ public:
     QStringList labels() const;
     int count() const { return int(m_commands.size()); }
     int position() const { return m_position; }
-    /// Undoes or redoes until that many changes stand.
+    /// As many changes stand as if they had been undone or redone one by one; only the last one of them runs.
     void moveTo(int position);
 
     /// Now is what lies on the disk.

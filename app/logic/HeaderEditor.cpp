@@ -19,6 +19,32 @@ HeaderEditor::HeaderEditor(MapDocument &map, plans::MapHost &host, FileChoice &c
     , m_choice(choice)
     , m_roots(roots)
 {
+    noteKept();
+}
+
+static MapHeader withoutSignatures(MapHeader header)
+{
+    header.clearSignatures();
+    return header;
+}
+
+void HeaderEditor::noteKept()
+{
+    m_kept = withoutSignatures(header);
+}
+
+bool HeaderEditor::mayReplaceTexts()
+{
+    if (withoutSignatures(header) == m_kept)
+        return true;
+    switch (m_host.prompts().question(Buttons::YesNoCancel, messages::kAskSaveChanges)) {
+    case Answer::Yes:
+        return save();
+    case Answer::No:
+        return true;
+    default:
+        return false;
+    }
 }
 
 bool HeaderEditor::isModified() const
@@ -44,7 +70,10 @@ QString HeaderEditor::suiteText(const QString &machinePath) const
 bool HeaderEditor::read(const QString &machinePath, MapHeader &result)
 {
     try {
-        result = readHeaderFile(machinePath);
+        MapHeader loaded = readHeaderFile(machinePath);
+        loaded.preparedBy = header.preparedBy;
+        loaded.checkedBy = header.checkedBy;
+        result = loaded;
         return true;
     } catch (const tarnwick::Error &error) {
         messages::errorWithReason(m_host.prompts(), messages::kLoadHeaderFailed, error);
@@ -71,9 +100,12 @@ bool HeaderEditor::mayReplace(const QString &machinePath)
 
 bool HeaderEditor::open()
 {
+    if (!mayReplaceTexts())
+        return false;
     const QString path = m_choice.openFile(kHeaderChooser, u"Open Map Header"_s, m_roots);
     if (path.isEmpty() || !read(path, header))
         return false;
+    noteKept();
     m_path = path;
     m_host.prompts().status(messages::kOpenedHeader, suiteText(path));
     return true;
@@ -93,6 +125,7 @@ bool HeaderEditor::save()
         return saveAs();
     if (!write(path))
         return false;
+    noteKept();
     m_path = path;
     m_host.prompts().status(messages::kStoredHeader, suiteText(path));
     return true;
@@ -106,12 +139,15 @@ bool HeaderEditor::saveAs()
         return false;
     m_path = path;
     header.name = QFileInfo(path).completeBaseName();
+    noteKept();
     m_host.prompts().status(messages::kStoredHeader, suiteText(path));
     return true;
 }
 
 bool HeaderEditor::importHeader()
 {
+    if (!mayReplaceTexts())
+        return false;
     const QString from = m_choice.openFile(kHeaderTemplateChooser, u"Import From User"_s, m_roots);
     MapHeader imported;
     if (from.isEmpty() || !read(from, imported))
@@ -128,6 +164,7 @@ bool HeaderEditor::importHeader()
     } else {
         header = imported;
     }
+    noteKept();
     m_path = to;
     m_host.prompts().status(messages::kImported, suiteText(to));
     return true;
@@ -145,6 +182,7 @@ void HeaderEditor::setMapHeader()
 {
     m_host.undoCheckpoint(u"Set Map Header"_s);
     m_map.header = header;
+    noteKept();
     m_map.description = description;
     m_host.prompts().status(messages::kSetHeader);
 }

@@ -23,7 +23,9 @@ public:
     /// Everything that keywords may stand for.
     tarnwick::JMacro macros() const;
 
-    // Header files: the project's and those of the user folder. False when nothing was chosen or done.
+    // Header files: the project's and those of the user folder. False when nothing was chosen or done. Before another
+    // header takes the place of edited texts that are kept nowhere, the user is asked about them. Signatures belong to
+    // the map and stay.
     bool open();
     bool save();
     bool saveAs();
@@ -41,12 +43,16 @@ private:
     bool read(const QString &machinePath, MapHeader &result);
     bool write(const QString &machinePath);
     bool mayReplace(const QString &machinePath);
+    /// Asks about texts that are neither the map's nor in a header file. False: stay with them.
+    bool mayReplaceTexts();
+    void noteKept();
 
     MapDocument &m_map;
     plans::MapHost &m_host;
     FileChoice &m_choice;
     tarnwick::PathRoots m_roots;
-    QString m_path; ///< of the header file opened or saved last, on this machine
+    MapHeader m_kept; ///< without signatures: as it was opened, stored or set last
+    QString m_path;   ///< of the header file opened or saved last, on this machine
 };
 
 } // namespace app

@@ -28,14 +28,14 @@ QString MapDocument::name() const
 
 tarnwick::JDateTime MapDocument::storedAt() const
 {
-    return m_storedAt.isNull() ? tarnwick::JDateTime()
-                               : tarnwick::JDateTime::fromSeconds(m_storedAt.toSecsSinceEpoch());
+    return m_stored.at.isNull() ? tarnwick::JDateTime()
+                                : tarnwick::JDateTime::fromSeconds(m_stored.at.toSecsSinceEpoch());
 }
 
 bool MapDocument::isFileChanged() const
 {
     const QFileInfo info(tarnwick::SuitePath(m_file).machinePath(m_project->roots()));
-    return !m_storedAt.isNull() && info.exists() && info.lastModified() != m_storedAt;
+    return !m_stored.at.isNull() && info.exists() && info.lastModified() != m_stored.at;
 }
 
 void MapDocument::clear()
@@ -62,16 +62,27 @@ void MapDocument::setContent(MapFile map, const QString &file)
     header = map.header;
     description = map.description;
     m_file = file;
-    m_storedSite = map;
-    m_storedAt = {};
+    m_stored = {map, {}};
     m_legend.replaceEntries(std::move(map.entries));
+}
+
+void MapDocument::restoreContent(MapFile map, const QString &file, const Stored &stored)
+{
+    checkModel(map);
+    setContent(std::move(map), file);
+    m_stored = stored;
+}
+
+void MapDocument::checkModel(const MapFile &map)
+{
+    if (map.modelName != m_project->steamGen.modelName)
+        m_prompts.error(messages::kOtherModel, map.modelName, m_project->steamGen.modelName);
 }
 
 void MapDocument::noteStored(const QString &machinePath, const fenwright::SiteInfo &site)
 {
     m_file = tarnwick::SuitePath::fromMachine(machinePath, m_project->roots()).text();
-    m_storedSite = site;
-    m_storedAt = QFileInfo(machinePath).lastModified();
+    m_stored = {site, QFileInfo(machinePath).lastModified()};
 }
 
 bool MapDocument::readMap(const QString &machinePath)
@@ -83,8 +94,7 @@ bool MapDocument::readMap(const QString &machinePath)
         messages::errorWithReason(m_prompts, messages::kReadMapFailed, error);
         return false;
     }
-    if (map.modelName != m_project->steamGen.modelName)
-        m_prompts.error(messages::kOtherModel, map.modelName, m_project->steamGen.modelName);
+    checkModel(map);
     const fenwright::SiteInfo site = map;
     setContent(std::move(map), {});
     noteStored(machinePath, site);

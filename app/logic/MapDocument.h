@@ -25,7 +25,7 @@ public:
     /// File name without folder and extension.
     QString name() const;
     /// Of the file as it was read or stored last: for which inspection, and when. Empty and null without a file.
-    const fenwright::SiteInfo &storedSite() const { return m_storedSite; }
+    const fenwright::SiteInfo &storedSite() const { return m_stored.site; }
     tarnwick::JDateTime storedAt() const;
     /// Somebody else has written the file since.
     bool isFileChanged() const;
@@ -43,15 +43,26 @@ public:
     /// Writes the map to another place; it keeps its own file.
     bool exportMap(const QString &machinePath);
 
+    /// What is known of the file as it was read or stored last.
+    struct Stored
+    {
+        fenwright::SiteInfo site;
+        QDateTime at; ///< when; null without a file
+    };
+    const Stored &stored() const { return m_stored; }
+
     /// Everything a file holds, as it is now; and back.
     MapFile content() const;
     void setContent(MapFile map, const QString &file);
+    /// The same for content with changes that were kept apart from the file. Another model is said (1041).
+    void restoreContent(MapFile map, const QString &file, const Stored &stored);
 
     /// Header and description as one record, for undo.
     QByteArray headerRecord() const;
     void setHeaderRecord(const QByteArray &record);
 
 private:
+    void checkModel(const MapFile &map);
     bool writeTo(const QString &machinePath);
     void noteStored(const QString &machinePath, const fenwright::SiteInfo &site);
 
@@ -59,8 +70,7 @@ private:
     tarnwick::UserPrompts &m_prompts;
     const brannock::Project *m_project = nullptr;
     QString m_file;
-    fenwright::SiteInfo m_storedSite;
-    QDateTime m_storedAt; ///< of the file
+    Stored m_stored;
 };
 
 } // namespace app

@@ -18,7 +18,8 @@ namespace app {
 namespace {
 
 const QString kIdentifier = u"MapRecovery"_s;
-constexpr int kFileVersion = 1;
+constexpr int kFileVersion = 2;
+constexpr int kFirstWithStored = 2;
 /// More programs than this do not work on one project from one installation.
 constexpr int kMostSlots = 64;
 
@@ -30,11 +31,22 @@ QString slotName(const QString &projectFolder, int number)
 
 } // namespace
 
+static void serialize(tarnwick::JFile &file, MapDocument::Stored &stored)
+{
+    stored.site.serialize(file);
+    double time = stored.at.isNull() ? 0 : double(stored.at.toMSecsSinceEpoch());
+    file.serialize(time);
+    constexpr double kLatest = 1e15; // beyond all files
+    if (file.isReading())
+        stored.at = time > 0 && time < kLatest ? QDateTime::fromMSecsSinceEpoch(qint64(time)) : QDateTime();
+}
+
 /// The content of a copy.
 struct MapRecovery::Kept
 {
     QString project;
     QString mapFile;
+    MapDocument::Stored stored;
     MapFile map;
 };
 
@@ -79,9 +91,11 @@ void MapRecovery::begin(const tarnwick::PathRoots &roots)
 bool MapRecovery::readKept(const QString &path, int tubeCount, Kept &kept) const
 {
     tarnwick::JFile file = tarnwick::JFile::openForReading(path);
-    file.header(kIdentifier, kFileVersion);
+    const int version = file.header(kIdentifier, kFileVersion);
     file.serialize(kept.project);
     file.serialize(kept.mapFile);
+    if (version >= kFirstWithStored)
+        serialize(file, kept.stored);
     kept.map.read(file, tubeCount);
     return kept.project == m_roots.projectDir;
 }
@@ -113,7 +127,7 @@ bool MapRecovery::offerOne(std::unique_ptr<Slot> &slot, MapDocument &map)
     const QString name = kept.mapFile.isEmpty() ? u"<New>"_s : kept.mapFile;
     switch (m_prompts.question(tarnwick::Buttons::YesNoCancel, messages::kAskRestoreMap, name, time)) {
     case tarnwick::Answer::Yes:
-        map.setContent(std::move(kept.map), kept.mapFile);
+        map.restoreContent(std::move(kept.map), kept.mapFile, kept.stored);
         m_own = std::move(slot); // the copy stays until the map is saved or the program ends well
         m_prompts.status(messages::kRestoredMap, name);
         return true;
@@ -149,6 +163,8 @@ void MapRecovery::write(const MapDocument &map, const QByteArray &content)
     QString mapFile = map.file();
     file.serialize(project);
     file.serialize(mapFile);
+    MapDocument::Stored stored = map.stored();
+    serialize(file, stored);
     try {
         tarnwick::writeFileAtomically(m_own->path, file.bytes() + content);
         m_written = content;

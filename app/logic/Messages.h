@@ -10,6 +10,7 @@ using tarnwick::Message;
 inline constexpr Message kCreateDatabase{0, u"Create database ..."};
 inline constexpr Message kConnectDatabase{0, u"Connect to a database ..."};
 inline constexpr Message kDisconnectDatabase{0, u"Disconnect from database"};
+inline constexpr Message kDatabaseFailed{0, u"The command failed in the database."};
 
 // Map files and headers.
 inline constexpr Message kLoadHeaderFailed{1037, u"Could not load map header."};

@@ -161,6 +161,8 @@ int ProjectSession::reloadComponent()
     const ellery::SteamGen before = std::exchange(present, std::move(loaded));
     m_project->site.model = present.modelName;
     const int dropped = followTubes(entries, before, present);
+    if (dropped > 0)
+        m_map.header.clearSignatures(); // they were given for other entries
     m_legend.setSteamGen(present);
     m_undo.reset(present);
     // Map files hold tubes by their place in the component, so the map has to be saved anew: it counts as changed.

@@ -164,11 +164,17 @@ void FillDialog::chooseSymbol()
 void FillDialog::accept()
 {
     m_editor.changed = nullptr;
-    tarnwick::guarded(m_prompts, [this] {
+    const bool done = tarnwick::guarded(m_prompts, [this] {
         const tarnwick::WaitCursor wait;
         m_editor.accept();
     });
-    QDialog::accept();
+    if (done) {
+        QDialog::accept();
+        return;
+    }
+    // What was entered is still there, to be tried again.
+    m_editor.changed = [this] { refresh(); };
+    refresh();
 }
 
 } // namespace plans

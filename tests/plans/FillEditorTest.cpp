@@ -58,6 +58,39 @@ TEST_F(FillEditorTest, NewFillTakesTheRememberedValuesAndRemembersItsOwn)
     EXPECT_TRUE(next.parameters().includeLastTube);
 }
 
+TEST_F(FillEditorTest, OptionsOfALargeComponentAreHeldWithinASmallOne)
+{
+    UndoingHost large{60, 80};
+    {
+        PcntFillEditor sample(large, roots);
+        PcntFill::Parameters many = sample.parameters();
+        many.percentMode = false;
+        many.tubeCount = 4000;
+        sample.setParameters(many);
+        sample.accept();
+        BoxFillEditor box(large, roots);
+        box.setParameters({90});
+        box.accept();
+        PatternFillEditor pattern(large, roots);
+        PatternFill::Parameters far = pattern.parameters();
+        far.firstRow = 50;
+        far.firstCol = 70;
+        far.rowIncrement = 40;
+        far.colIncrement = 3;
+        pattern.setParameters(far);
+        pattern.accept();
+    }
+    const PcntFillEditor sample(host, roots);
+    EXPECT_EQ(sample.value(), 20);
+    const BoxFillEditor box(host, roots);
+    EXPECT_EQ(box.parameters().radius, box.maxRadius());
+    const PatternFillEditor pattern(host, roots);
+    EXPECT_EQ(pattern.parameters().firstRow, 4);
+    EXPECT_EQ(pattern.parameters().firstCol, 5);
+    EXPECT_EQ(pattern.parameters().rowIncrement, 4);
+    EXPECT_EQ(pattern.parameters().colIncrement, 3);
+}
+
 TEST_F(FillEditorTest, ADialogThatIsCancelledRemembersAndChangesNothing)
 {
     {

@@ -95,6 +95,19 @@ TEST(LegendFile, OlderEntriesLeaveTheNewerFieldsAtTheirDefaults)
     EXPECT_THROW(read(host.entries, patternEntry(5)), tarnwick::JFileError);
 }
 
+TEST(LegendFile, AnEntryWithoutASymbolGetsOne)
+{
+    TestHost host(1, 3);
+    auto fill = std::make_unique<PatternFill>();
+    fill->tubes = {1};
+    fill->symbol = 0;
+    host.entries.addEntry(std::move(fill), false);
+    TestHost other(1, 3);
+    read(other.entries, written(host.entries));
+    EXPECT_EQ(other.picture(), u".A."_s);
+    EXPECT_EQ(other.entries.entry(0).paintedCount, 1);
+}
+
 TEST(LegendFile, OldMapsKeepPercentagesAndQueries)
 {
     tarnwick::JFile file = tarnwick::JFile::forWriting(u"old.map"_s);

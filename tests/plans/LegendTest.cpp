@@ -87,6 +87,60 @@ TEST(MapLegend, UpdateComputesEachEntryAfterThoseBeforeIt)
     EXPECT_EQ(host.busy, 0);
 }
 
+namespace {
+
+class FailingFill : public FixedFill
+{
+public:
+    using FixedFill::FixedFill;
+    bool compute(MapHost &) override
+    {
+        tubes.clear();
+        throw tarnwick::Error(u"broken"_s);
+    }
+    std::unique_ptr<MapFill> clone() const override { return std::make_unique<FailingFill>(*this); }
+};
+
+/// Wants to stop after some looks.
+class Stopping : public tarnwick::Progress
+{
+public:
+    explicit Stopping(int looks)
+        : m_looks(looks)
+    {
+    }
+    void report(qint64, qint64, const QString &) override {}
+    bool cancelled() override { return --m_looks < 0; }
+
+private:
+    int m_looks;
+};
+
+} // namespace
+
+TEST(MapLegend, AnUpdateThatFailsOrIsStoppedLeavesTheMapAsItWas)
+{
+    TestHost host(1, 5);
+    auto changing = std::make_unique<FixedFill>(QList<qint32>{0, 1});
+    changing->parameters.computed = {3};
+    host.entries.addEntry(std::move(changing), true);
+    host.entries.addEntry(std::make_unique<FailingFill>(QList<qint32>{2}), true);
+    const QString before = host.picture();
+    EXPECT_EQ(before, u"AAB.."_s);
+    EXPECT_THROW(host.entries.updateAll(host), tarnwick::Error);
+    EXPECT_EQ(host.picture(), before);
+    EXPECT_EQ(host.busy, 0);
+    EXPECT_EQ(host.source.quietCalls, (QList<bool>{true, false}));
+
+    Stopping stopping(1);
+    host.entries.updateAll(host, &stopping);
+    EXPECT_EQ(host.picture(), before);
+    EXPECT_EQ(host.said.lastStatus(), u"Update of the map cancelled."_s);
+
+    EXPECT_THROW(host.entries.replaceEntry(1, FailingFill(QList<qint32>{4}), host), tarnwick::Error);
+    EXPECT_EQ(host.picture(), before);
+}
+
 TEST(MapLegend, DropsTubesThatTheComponentDoesNotHave)
 {
     TestHost host(1, 3);

@@ -127,6 +127,11 @@ void TubesheetMap::applyView(const MapView &view, bool joined)
         return;
     m_view = view;
     m_history.add(m_view, joined);
+    viewMoved();
+}
+
+void TubesheetMap::viewMoved()
+{
     updateRulers();
     updateTip();
     update();
@@ -223,16 +228,22 @@ void TubesheetMap::nextView()
 
 void TubesheetMap::setXOrientation(int orientation)
 {
-    MapView view = m_view;
-    view.xOrientation = orientation < 0 ? -1 : 1;
-    applyView(view);
+    setOrientation(orientation < 0 ? -1 : 1, m_view.yOrientation);
 }
 
 void TubesheetMap::setYOrientation(int orientation)
 {
-    MapView view = m_view;
-    view.yOrientation = orientation < 0 ? -1 : 1;
-    applyView(view);
+    setOrientation(m_view.xOrientation, orientation < 0 ? -1 : 1);
+}
+
+void TubesheetMap::setOrientation(int x, int y)
+{
+    if (x == m_view.xOrientation && y == m_view.yOrientation)
+        return;
+    m_view.xOrientation = x;
+    m_view.yOrientation = y;
+    m_history.setOrientation(x, y);
+    viewMoved();
 }
 
 void TubesheetMap::updateRulers()

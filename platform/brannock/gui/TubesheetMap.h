@@ -60,7 +60,7 @@ public:
     void nextView();
     bool hasPreviousView() const { return m_history.canGoBack(); }
     bool hasNextView() const { return m_history.canGoForward(); }
-    /// 1 or -1 (flipped).
+    /// 1 or -1 (flipped). Previous and next view leave them as they are.
     int xOrientation() const { return m_view.xOrientation; }
     int yOrientation() const { return m_view.yOrientation; }
     void setXOrientation(int orientation);
@@ -121,6 +121,8 @@ private:
 
     // View.
     void applyView(const MapView &view, bool joined = false);
+    void setOrientation(int x, int y);
+    void viewMoved();
     MapView fittedView() const;
     /// After what a fitted view depends on has changed; does nothing for a view of the user's.
     void refit();

@@ -40,6 +40,14 @@ public:
         for (MapView &view : m_views)
             view.size = size;
     }
+    /// Flips are no part of the history; they hold for every view in it.
+    void setOrientation(int x, int y)
+    {
+        for (MapView &view : m_views) {
+            view.xOrientation = x;
+            view.yOrientation = y;
+        }
+    }
     bool canGoBack() const { return m_at > 0; }
     bool canGoForward() const { return m_at + 1 < m_views.size(); }
     const MapView &back() { return m_views[--m_at]; }

@@ -21,6 +21,38 @@ QWidget *BoxPrompts::boxParent() const
     return modal ? modal : m_parent.data();
 }
 
+namespace {
+
+/// The usual cursor while a box is open: work that shows the wait cursor waits for the user now.
+class UsualCursor
+{
+public:
+    UsualCursor()
+        : m_isNeeded(QGuiApplication::overrideCursor() != nullptr)
+    {
+        if (m_isNeeded)
+            QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    }
+    ~UsualCursor()
+    {
+        if (m_isNeeded)
+            QGuiApplication::restoreOverrideCursor();
+    }
+    UsualCursor(const UsualCursor &) = delete;
+    UsualCursor &operator=(const UsualCursor &) = delete;
+
+private:
+    bool m_isNeeded;
+};
+
+int exec(QMessageBox &box)
+{
+    const UsualCursor usual;
+    return box.exec();
+}
+
+} // namespace
+
 static void prepare(QMessageBox &box, QMessageBox::Icon icon, int number, const QString &text)
 {
     const QString program = QGuiApplication::applicationDisplayName();
@@ -37,7 +69,7 @@ void BoxPrompts::showError(int severity, int number, const QString &text)
     QMessageBox box(boxParent());
     prepare(box, severity >= kErrorSeverity ? QMessageBox::Critical : QMessageBox::Warning, number, text);
     box.setStandardButtons(QMessageBox::Ok);
-    box.exec();
+    exec(box);
 }
 
 void BoxPrompts::showInformation(const QString &text)
@@ -45,7 +77,7 @@ void BoxPrompts::showInformation(const QString &text)
     QMessageBox box(boxParent());
     prepare(box, QMessageBox::Information, 0, text);
     box.setStandardButtons(QMessageBox::Ok);
-    box.exec();
+    exec(box);
 }
 
 Answer BoxPrompts::ask(Buttons buttons, const QString &text, int number)
@@ -66,7 +98,7 @@ Answer BoxPrompts::ask(Buttons buttons, const QString &text, int number)
         box.setEscapeButton(QMessageBox::Cancel);
         break;
     }
-    switch (box.exec()) {
+    switch (exec(box)) {
     case QMessageBox::Yes:
         return Answer::Yes;
     case QMessageBox::Ok:

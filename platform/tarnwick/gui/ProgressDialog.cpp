@@ -71,14 +71,21 @@ void ProgressDialog::report(qint64 done, qint64 total, const QString &what)
     m_dialog->bar->setRange(0, total > 0 ? kSteps : 0);
     if (total > 0)
         m_dialog->bar->setValue(int(double(qMin(done, total)) / double(total) * kSteps));
+    showWhenLate();
+    pumpEvents();
+}
+
+void ProgressDialog::showWhenLate()
+{
     if (!m_dialog->isVisible() && m_sinceStart.elapsed() >= m_delay.count())
         m_dialog->show();
-    pumpEvents();
 }
 
 bool ProgressDialog::cancelled()
 {
     constexpr qint64 kPumpEvery = 50; // ms; Cancel must not wait for the next report
+    // A single long step (a statement of the database) reports nothing, but asks.
+    showWhenLate();
     if (m_dialog->isVisible() && m_sincePump.elapsed() >= kPumpEvery)
         pumpEvents();
     return m_dialog->isCancelled;

@@ -28,6 +28,7 @@ public:
 
 private:
     class Dialog;
+    void showWhenLate();
     void pumpEvents();
 
     std::unique_ptr<Dialog> m_dialog;

@@ -86,6 +86,10 @@ TEST(ViewHistory, goesBackAndForthAndForgetsWhatWasAhead)
     for (; history.canGoBack(); ++steps)
         history.back();
     EXPECT_EQ(steps, int(ViewHistory::kMost) - 1);
+    history.setOrientation(-1, 1);
+    EXPECT_EQ(history.forward().xOrientation, -1);
+    EXPECT_EQ(history.back().xOrientation, -1);
+    EXPECT_FALSE(history.canGoBack()) << "a flip is no view of its own";
 }
 
 } // namespace

@@ -179,6 +179,23 @@ TEST_F(TubesheetMapTest, viewsOutlastAnotherSizeOfTheWidget)
     EXPECT_FALSE(map.hasNextView());
 }
 
+TEST_F(TubesheetMapTest, viewsBeforeAndAfterKeepTheFlip)
+{
+    const double whole = map.view().scale;
+    map.zoomTo(QRectF(2, 2, 3, 3));
+    map.setXOrientation(-1);
+    map.setYOrientation(-1);
+    map.previousView();
+    EXPECT_EQ(map.view().scale, whole);
+    EXPECT_EQ(map.xOrientation(), -1);
+    EXPECT_EQ(map.yOrientation(), -1);
+    EXPECT_FALSE(map.hasPreviousView());
+    map.setXOrientation(1);
+    map.nextView();
+    EXPECT_GT(map.view().scale, whole);
+    EXPECT_EQ(map.xOrientation(), 1);
+}
+
 TEST_F(TubesheetMapTest, fitHistoryAndDragging)
 {
     QSignalSpy changed(&map, &TubesheetMap::viewChanged);

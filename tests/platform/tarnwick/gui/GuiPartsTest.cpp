@@ -86,6 +86,27 @@ TEST(BoxPrompts, givesTheAnswerOfTheButtonOrOfClosing)
     EXPECT_EQ(prompts.question(Buttons::OkCancel, question), Answer::Cancel);
 }
 
+TEST(BoxPrompts, takeTheWaitCursorAwayWhileTheyAreOpen)
+{
+    BoxPrompts prompts(nullptr);
+    SeenBox seen;
+    const WaitCursor wait;
+    whenBoxOpens(seen, [](QMessageBox &box) {
+        EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+        pressEscape(box);
+    });
+    prompts.error({1089, u"Not enough open tubes to do a full fill!"});
+    ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+}
+
+TEST(ProgressDialog, opensForWorkThatOnlyAsks)
+{
+    ProgressDialog progress(nullptr, u"Update Map"_s, std::chrono::milliseconds(0));
+    EXPECT_FALSE(progress.cancelled());
+    EXPECT_TRUE(progress.dialog()->isVisible());
+}
+
 TEST(ProgressDialog, quickWorkShowsNothing)
 {
     ProgressDialog progress(nullptr, u"Upload"_s, std::chrono::hours(1));
