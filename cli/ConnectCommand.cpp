@@ -12,6 +12,7 @@ int runConnect(const Arguments &arguments)
 {
     arguments.atMost(1);
     Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::ProjectOrDatabase);
+    const int errors = target.console().errorsShown();
     if (!target.connect())
         return Failed;
     // What was said on the way is printed: the question and its answer, the backup, what was converted.
@@ -26,7 +27,7 @@ int runConnect(const Arguments &arguments)
     if (isWished && !target.session().isUpdatable())
         printError(u"The database cannot be written to, so it was not converted.\n");
     const bool isRefused = isWished && (!target.session().isUpdatable() || (conversion.asked && !conversion.approved));
-    return isRefused || target.console().errorShown() ? Failed : Done;
+    return isRefused || target.console().errorsShown() > errors ? Failed : Done;
 }
 
 } // namespace cli
