@@ -78,6 +78,9 @@ constexpr OptionSpec kFillOptions[] = {
     {u"last-tube", nullptr, u"pattern: the last tube of each row, too"},
     {u"symbol", u"C", u"the symbol (the next letter)"},
     {u"colour", u"RRGGBB", u"the colour"},
+    kYes,
+    kNo,
+    kAnswers,
     kVerbose};
 
 constexpr OptionSpec kMapOptions[] = {
@@ -85,8 +88,8 @@ constexpr OptionSpec kMapOptions[] = {
     {u"header", u"FILE.hdr", u"a header file, in place of the map's header"},
     {u"query", u"FILE.qry", u"mark the tubes of this query; may be repeated, later ones show over earlier ones", true},
     {u"param", u"NAME=VALUE", u"the value of a query's parameter; may be repeated", true},
-    {u"out", u"FILE", u"the picture: .emf, .pdf, .svg, .bmp or .png"},
-    {u"size", u"WxH", u"size of a .bmp or .png in pixels, 150 an inch (1650x1275)"},
+    {u"out", u"FILE", u"the picture: .emf, .pdf, .svg, .bmp, .png or .jpg"},
+    {u"size", u"WxH", u"size of a .bmp, .png or .jpg in pixels, 150 an inch (1650x1275)"},
     {u"title", u"TEXT", u"a title above the map, in place of the header's upper text"},
     {u"flip", u"AXES", u"h, v or hv: flip horizontally, vertically, or both"},
     kDatabase,
@@ -145,7 +148,9 @@ constexpr Command kCommands[] = {
     {u"fill", u"DIR random|box|pattern --map FILE.map [options]", u"add a fill to a map file",
      u"The fill sees the symbols that the map's entries have painted. Prints the legend: symbol, type, description, "
      u"tubes "
-     u"and hits of each entry.",
+     u"and hits of each entry. A random sample that found too few tubes is kept, told by message 1089, and is no "
+     u"failure. Asks "
+     u"before it replaces the map of another model.",
      kFillOptions, runFill},
     {u"map", u"DIR [--map FILE.map] [--query FILE.qry]... --out FILE [options]",
      u"paint the tubesheet with the legend of a map or the tubes of queries",

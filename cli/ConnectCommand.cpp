@@ -13,6 +13,7 @@ int runConnect(const Arguments &arguments)
 {
     arguments.atMost(1);
     Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::ProjectOrDatabase);
+    const int errors = target.console().errorsShown();
     if (!target.connect())
         return Failed;
     // What was said on the way is printed: the question and its answer, the backup, what was converted.
@@ -28,7 +29,7 @@ int runConnect(const Arguments &arguments)
         printError(u"The database cannot be written to, so it was not converted.\n");
     const bool isRefused = isWished && (!target.session().isUpdatable() || (conversion.asked && !conversion.approved));
     const bool isNotImported = !conversion.asked && db::isLegacyDatabase(target.session().database());
-    return isRefused || isNotImported || target.console().errorShown() ? Failed : Done;
+    return isRefused || isNotImported || target.console().errorsShown() > errors ? Failed : Done;
 }
 
 } // namespace cli

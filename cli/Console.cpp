@@ -63,7 +63,7 @@ void ConsolePrompts::say(const QString &text) const
 
 void ConsolePrompts::showError(int, int number, const QString &text)
 {
-    m_errorShown = true;
+    ++m_errorsShown;
     const QString lead = number > 0 ? u"error %1: "_s.arg(number) : u"error: "_s;
     printError(lead + text + u'\n');
 }

@@ -43,7 +43,7 @@ public:
     tarnwick::Answer ask(tarnwick::Buttons buttons, const QString &text, int number) override;
     void showStatus(const QString &text) override;
 
-    bool errorShown() const { return m_errorShown; }
+    int errorsShown() const { return m_errorsShown; }
     const QString &lastStatus() const { return m_lastStatus; }
 
 private:
@@ -52,7 +52,7 @@ private:
     QList<tarnwick::Answer> m_answers;
     Tell m_tell;
     QString m_advice;
-    bool m_errorShown = false;
+    int m_errorsShown = 0;
     QString m_lastStatus;
 };
 

@@ -17,7 +17,7 @@ int runCreate(const Arguments &arguments)
     if (year != 1997 && year != 2000 && year != 2002)
         throw UsageError(u"--format is 1997, 2000 or 2002."_s);
     ConsolePrompts prompts;
-    return db::createDatabase(prompts, path, year) && !prompts.errorShown() ? Done : Failed;
+    return db::createDatabase(prompts, path, year) && prompts.errorsShown() == 0 ? Done : Failed;
 }
 
 } // namespace cli

@@ -20,6 +20,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr quint32 kBlue = 0xFF0000;
+constexpr tarnwick::Message kAskReplaceOtherModel{0, u"Do you wish to replace \"%S\" by a map of the current model?"};
 
 /// One of some words, as its place in the list. UsageError for another.
 int choice(const Arguments &arguments, QStringView option, const QStringList &words)
@@ -148,6 +149,18 @@ void setLook(const Arguments &arguments, Target &target)
     legend.setSymbol(entry, symbol, colour, target);
 }
 
+/// Reads the map that is to be replaced. False when it cannot or is better left as it is, which has been said.
+bool readForChange(Target &target, const QString &path)
+{
+    const int errors = target.console().errorsShown();
+    if (!target.map().readMap(path))
+        return false;
+    // Read, but with an error: it is of another model, and its places mean other tubes there.
+    return target.console().errorsShown() == errors ||
+           target.prompts().question(tarnwick::Buttons::YesNo, kAskReplaceOtherModel, QFileInfo(path).fileName()) ==
+               tarnwick::Answer::Yes;
+}
+
 } // namespace
 
 int runFill(const Arguments &arguments)
@@ -164,7 +177,7 @@ int runFill(const Arguments &arguments)
         throw UsageError(u"--map needs a name that ends in .map."_s);
     if (!QFileInfo(path).absoluteDir().exists())
         throw tarnwick::Error(u"The folder %1 does not exist."_s.arg(QFileInfo(path).absolutePath()));
-    if (QFileInfo::exists(path) && !target.map().readMap(path))
+    if (QFileInfo::exists(path) && !readForChange(target, path))
         return Failed;
     selectTubes(arguments, target.steamGen());
     plans::addNewFill(target, *fill);

@@ -96,8 +96,7 @@ int runMap(const Arguments &arguments)
         header = app::readHeaderFile(mapPath(target, arguments.value(u"header")));
     if (arguments.has(u"title"))
         header.upperText = arguments.value(u"title");
-    query::ArvoOptions options;
-    options.load(target.queryContext().roots);
+    const query::ArvoOptions &options = target.options();
     const tarnwick::JMacro macros = app::printMacros(target.systemMacros(), target.userMacros());
     brannock::PictureContent content = app::pageContent(header, target.legend(), target.steamGen(), options, macros);
     content.xOrientation = flips.xOrientation;

@@ -4,7 +4,7 @@
 #include <db/revision/ConnectDatabase.h>
 #include <QDir>
 #include <QFileInfo>
-#include <query/ArvoOptions.h>
+#include <tarnwick/OptionPrompts.h>
 
 namespace cli {
 
@@ -121,14 +121,15 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
     , m_map(m_legend, m_prompts)
     , m_parameters(arguments.values(u"param"), m_prompts)
     , m_queries(m_session, m_context)
+    , m_options(m_project.databaseFormat)
 {
     m_context.roots = m_project.isLoaded() ? m_project.roots() : tarnwick::PathRoots::fromEnvironment();
     m_map.setProject(&m_project);
     m_context.prompt = &m_parameters;
     m_context.systemMacros = [this] { return systemMacros(); };
-    query::ArvoOptions options(m_project.databaseFormat);
-    m_formatYear = options.load(m_context.roots) ? options.databaseFormat : m_project.databaseFormat;
-    m_context.userMacros = options.userMacros;
+    const bool hasOptions = tarnwick::loadOptions(m_options, m_context.roots, m_prompts);
+    m_formatYear = hasOptions ? m_options.databaseFormat : m_project.databaseFormat;
+    m_context.userMacros = m_options.userMacros;
     if (arguments.has(u"database"))
         m_databasePath = QFileInfo(arguments.value(u"database")).absoluteFilePath();
     else
@@ -137,18 +138,19 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
 
 bool Target::connect(Use use)
 {
+    const int errors = m_prompts.errorsShown();
     const bool ownAndMissing =
         m_project.isLoaded() && m_databasePath == m_project.databasePath() && !QFileInfo::exists(m_databasePath);
     if (use == Use::Store && ownAndMissing && !db::createProjectDatabase(m_prompts, m_project, m_formatYear))
         return false;
     // A table that could not be made has been said; a half-made schema is no place to store results.
-    if (m_prompts.errorShown())
+    if (m_prompts.errorsShown() > errors)
         return false;
     ConsoleProgress progress;
     if (db::connectDatabase(m_session, m_databasePath,
                             {hasProject() ? &m_project : nullptr, nullptr, &progress, use == Use::Read}))
         return true;
-    if (!m_prompts.errorShown())
+    if (m_prompts.errorsShown() == errors)
         throw tarnwick::Cancelled();
     return false;
 }

@@ -8,6 +8,7 @@
 #include <plans/MapHost.h>
 #include <plans/MapLegend.h>
 #include <plans/ProjectQueries.h>
+#include <query/ArvoOptions.h>
 #include <query/ParameterResolver.h>
 
 namespace cli {
@@ -53,6 +54,9 @@ public:
     bool connect(Use use = Use::Change);
     query::QueryContext &queryContext() { return m_context; }
 
+    /// The program-wide options; defaults where their file cannot be read, which has been said.
+    const query::ArvoOptions &options() const { return m_options; }
+
     /// Header, description and file of the map.
     app::MapDocument &map() { return m_map; }
 
@@ -80,6 +84,7 @@ private:
     query::QueryContext m_context;
     plans::ProjectQueries m_queries;
     QString m_databasePath;
+    query::ArvoOptions m_options;
     int m_formatYear = 0; ///< the program's option for new databases
 };
 

@@ -2,12 +2,13 @@
 
 namespace tarnwick {
 
-void loadOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts)
+bool loadOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts)
 {
     try {
-        options.load(roots);
+        return options.load(roots);
     } catch (const Error &error) {
         prompts.error(messages::kOptionsUnreadable, error.text());
+        return false;
     }
 }
 

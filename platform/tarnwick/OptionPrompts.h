@@ -11,8 +11,9 @@ inline constexpr Message kOptionsNotStored{0, u"Could not store the options.\n\n
 
 } // namespace messages
 
-/// Loads a record; what is wrong with its file is said, and the record keeps its values.
-void loadOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts);
+/// Loads a record; what is wrong with its file is said, and the record keeps its values. True when it was loaded, false
+/// also without a file.
+bool loadOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts);
 /// Stores a record that is kept by the way: that it could not be is said in the status line, since a folder that cannot
 /// be written must not bring up a box at every step.
 void storeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts);
