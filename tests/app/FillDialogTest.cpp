@@ -362,6 +362,73 @@ TEST_F(FillDialogTest, EntryIsRenamedInPlace)
     EXPECT_EQ(window.legend().count(), 2) << "Delete in the field deletes text, not the entry";
 }
 
+TEST_F(FillDialogTest, ADescriptionBeingTypedIsPartOfWhatFollows)
+{
+    addPattern(1);
+    legend().setCurrentEntry(0);
+    const auto type = [this](const QString &text) {
+        legend().setFocus();
+        QTest::keyClick(&legend(), Qt::Key_F2);
+        const QPointer<QLineEdit> editor = legend().viewport()->findChild<QLineEdit *>();
+        ASSERT_NE(editor, nullptr);
+        editor->selectAll();
+        QTest::keyClicks(editor, text);
+    };
+    type(u"first"_s);
+    window.commands().action(FlipHorizontal)->trigger();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.legend().entry(0).label, u"first"_s);
+    EXPECT_EQ(window.projectSession().undo().stack().labels(),
+              (QStringList{u"Pattern Fill"_s, u"Rename Entry"_s, u"Flip Horizontal"_s}));
+    window.projectSession().undo().setSaved();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    type(u"second"_s);
+    said.answerWith({tarnwick::Answer::Cancel});
+    EXPECT_FALSE(window.close());
+    EXPECT_EQ(window.legend().entry(0).label, u"second"_s);
+}
+
+TEST_F(FillDialogTest, ACancelledSymbolLeavesWhatCanBeRedone)
+{
+    addPattern(1);
+    addPattern(2);
+    window.commands().action(Undo)->trigger();
+    // A change that changes nothing: it is still under way when the next begins.
+    window.undoCheckpoint(u"Nothing"_s);
+    QCoreApplication::processEvents();
+    whenOpen([this](QDialog &dialog) {
+        part<QToolButton>(dialog, u"palette3"_s)->click();
+        QCoreApplication::processEvents();
+        window.refreshAll();
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    legend().setCurrentEntry(0);
+    legend().setFocus();
+    QTest::keyClick(&legend(), Qt::Key_S, Qt::AltModifier);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(opened, 1);
+    EXPECT_TRUE(window.projectSession().undo().canRedo());
+}
+
+TEST_F(FillDialogTest, StaysOpenWhenTheFillFails)
+{
+    plans::MapUndo &undo = window.projectSession().undo();
+    const auto capture = undo.captureExtras;
+    whenOpen([&](QDialog &dialog) {
+        said.clear();
+        undo.captureExtras = []() -> plans::MapExtras { throw std::bad_alloc(); };
+        enter(dialog);
+        undo.captureExtras = capture;
+        EXPECT_EQ(said.entries().value(0).text, u"There is not enough memory."_s);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(window.legend().count(), 0);
+        enter(dialog);
+    });
+    pressFill(u"PATTERN"_s);
+    EXPECT_EQ(opened, 1);
+    EXPECT_EQ(window.legend().count(), 1);
+}
+
 TEST_F(FillDialogTest, EveryChangeIsInTheListToJumpIn)
 {
     addPattern(1);

@@ -295,6 +295,31 @@ TEST_F(RecoveryTest, WhatADeadProgramLeftIsOfferedAndNeverTouchesTheFile)
     EXPECT_NE(folder.read(u"mine.map"_s), stored);
 }
 
+TEST_F(RecoveryTest, ARestoredCopyKnowsItsFileAndModel)
+{
+    const QString path = inFolder(u"mine.map"_s);
+    ASSERT_TRUE(session.saveMap(path));
+    const fenwright::SiteInfo stored = session.map().storedSite();
+    addFill({2});
+    session.project().steamGen.modelName = u"Other"_s;
+    leaveCopyOfDeadProgram();
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime));
+    file.close();
+
+    said.clear();
+    ProjectSession next(said);
+    said.answerWith({Answer::Yes, Answer::No});
+    ASSERT_TRUE(startAgain(next));
+    ASSERT_EQ(said.texts(Kind::Error).size(), 1);
+    EXPECT_TRUE(said.texts(Kind::Error)[0].startsWith(u"Map was created using model 'Other.'"_s));
+    EXPECT_EQ(next.map().storedSite(), stored);
+    EXPECT_FALSE(next.map().storedAt().isNull());
+    MapCommands(next).save();
+    EXPECT_TRUE(said.texts(Kind::Question).value(1).contains(u"was changed by another program"_s));
+}
+
 TEST_F(RecoveryTest, DeclinedAndDamagedCopiesGoAndLivingProgramsKeepTheirs)
 {
     addFill({3});
@@ -356,6 +381,31 @@ TEST_F(MapCommandsTest, HeaderIsEditedApartFromTheMapAndSetWithUndo)
     EXPECT_EQ(editor.title(), u"Map Header - plant "_s);
     session.undo().undo();
     EXPECT_TRUE(session.map().header.name.isEmpty());
+}
+
+TEST_F(MapCommandsTest, EditedHeadersAreAskedAboutBeforeAnotherTakesTheirPlace)
+{
+    HeaderEditor editor(session.map(), host, dialogs, session.roots());
+    dialogs.next = inFolder(u"first.hdr"_s);
+    editor.header.upperText = u"first"_s;
+    editor.header.preparedBy = u"A. Alder"_s;
+    ASSERT_TRUE(editor.saveAs());
+    EXPECT_TRUE(editor.open()) << "stored, so nothing is lost";
+    EXPECT_EQ(editor.header.preparedBy, u"A. Alder"_s) << "signatures belong to the map";
+    editor.setMapHeader();
+
+    editor.header.upperText = u"second"_s;
+    said.clear();
+    said.answerWith({Answer::Cancel, Answer::Cancel, Answer::Yes, Answer::No});
+    EXPECT_FALSE(editor.open());
+    EXPECT_FALSE(editor.importHeader());
+    EXPECT_EQ(editor.header.upperText, u"second"_s);
+    EXPECT_TRUE(editor.open());
+    EXPECT_EQ(editor.header.upperText, u"second"_s) << "saved, then opened";
+    editor.header.upperText = u"third"_s;
+    EXPECT_TRUE(editor.open());
+    EXPECT_EQ(editor.header.upperText, u"second"_s);
+    EXPECT_EQ(questions(), QStringList(4, u"Do you wish to save changes?"_s).join(u'|'));
 }
 
 TEST_F(MapCommandsTest, HeadersAreStoredOpenedImportedAndExported)

@@ -345,6 +345,7 @@ TEST_F(ComponentTest, LegendFollowsAComponentThatTheMakerHasChanged)
     const int before = int(window.legend().entry(0).tubes.size());
     window.steamGen().setSelected(window.steamGen().findTube(kept), true);
     window.steamGen().setSelected(window.steamGen().findTube(gone), true);
+    window.projectSession().map().header.preparedBy = u"A. Alder"_s;
     said.clear();
 
     window.commands().action(ComponentMaker)->trigger();
@@ -353,6 +354,7 @@ TEST_F(ComponentTest, LegendFollowsAComponentThatTheMakerHasChanged)
               QStringList{u"1 map symbols were deleted!"_s});
     EXPECT_EQ(window.legend().entry(0).tubes.size(), before - 1);
     EXPECT_EQ(window.legend().entry(0).paintedCount, before - 1);
+    EXPECT_TRUE(window.projectSession().map().header.preparedBy.isEmpty()) << "signed for other tubes";
     EXPECT_EQ(window.steamGen().selection(), QList<qint32>{window.steamGen().findTube(kept)});
     EXPECT_EQ(window.map().scene().numTube(), fewer.numTube());
     EXPECT_EQ(window.map().steamGen(), &window.steamGen());

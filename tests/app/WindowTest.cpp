@@ -9,6 +9,7 @@
 #include <db/SqlText.h>
 #include <plans/FillCommit.h>
 #include <plans/PatternFill.h>
+#include <plans/QueryFill.h>
 
 #include <QAbstractItemModelTester>
 #include <QFile>
@@ -267,6 +268,50 @@ TEST_F(WindowTest, UpdateComputesTheLegendAnew)
     EXPECT_EQ(command(Undo)->text(), u"Undo Update Map"_s);
 }
 
+TEST_F(WindowTest, CommandsThatFailAreSaidAndEndNothing)
+{
+    open();
+    addPattern(1, 2);
+    plans::MapUndo &undo = window.projectSession().undo();
+    const auto capture = undo.captureExtras;
+    const auto failsIn = [&](const std::function<void()> &act) {
+        said.clear();
+        undo.captureExtras = []() -> plans::MapExtras { throw std::bad_alloc(); };
+        act();
+        undo.captureExtras = capture;
+        EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error),
+                  QStringList{u"There is not enough memory."_s});
+        settle();
+    };
+    auto *legend = find<LegendView>(u"legend"_s);
+    auto *model = legend->model();
+    legend->setCurrentEntry(0);
+    failsIn([&] { command(FlipHorizontal)->trigger(); });
+    failsIn([&] { find<QToolButton>(u"updateButton"_s)->click(); });
+    failsIn([&] { window.commands().extra(Extra::EntryDelete)->trigger(); });
+    failsIn([&] { model->setData(model->index(0, LegendModel::Symbol), Qt::Unchecked, Qt::CheckStateRole); });
+    failsIn([&] { model->setData(model->index(0, LegendModel::Description), u"name"_s); });
+    failsIn([&] { Q_EMIT legend->symbolRequested(0); });
+    EXPECT_EQ(window.legend().count(), 1);
+    EXPECT_EQ(command(Undo)->text(), u"Undo Pattern Fill"_s);
+}
+
+TEST_F(WindowTest, TheListOfChangesOpensWhileThereIsAnyChange)
+{
+    open();
+    auto *button = find<QToolButton>(u"undoButton"_s);
+    EXPECT_FALSE(button->isEnabled());
+    addPattern(1, 2);
+    EXPECT_TRUE(button->isEnabled());
+    EXPECT_EQ(button->accessibleName(), u"Undo Pattern Fill"_s);
+    button->click();
+    settle();
+    EXPECT_EQ(window.legend().count(), 0);
+    EXPECT_TRUE(button->isEnabled()) << "the change can be made again from the list";
+    button->click();
+    EXPECT_EQ(window.legend().count(), 0);
+}
+
 TEST_F(WindowTest, FullScreenLeavesTheMapAlone)
 {
     open();
@@ -411,6 +456,24 @@ TEST_F(WindowTest, MarksTheTubesOfAQueryFile)
     said.clear();
     EXPECT_FALSE(window.addQueryFile(folder.filePath(u"missing.qry"_s)));
     EXPECT_EQ(said.entries().size(), 1);
+
+    // A row may fail as late as when it is read; an entry then keeps its tubes.
+    const QString failing = u"SELECT t.sec, 1/(t.row-5) AS row, t.col FROM tubes AS t"_s;
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(failing.toUtf8());
+    file.close();
+    said.clear();
+    EXPECT_FALSE(window.addQueryFile(file.fileName()));
+    ASSERT_EQ(said.entries().size(), 1);
+    EXPECT_EQ(said.entries()[0].number, 1069);
+    auto &fill = static_cast<plans::QueryFill &>(window.legend().entry(0));
+    fill.parameters.query.sql = failing;
+    const QList<qint32> tubes = fill.tubes;
+    said.clear();
+    find<QToolButton>(u"updateButton"_s)->click();
+    EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error).size(), 1);
+    EXPECT_EQ(static_cast<plans::QueryFill &>(window.legend().entry(0)).tubes, tubes);
+    EXPECT_GT(window.steamGen().symbolCount(), 0);
 }
 
 TEST_F(WindowTest, RecentListsAreClearedAfterAQuestion)

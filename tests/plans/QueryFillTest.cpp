@@ -1,5 +1,6 @@
 #include "TestHost.h"
 
+#include <dao/values/DaoException.h>
 #include <plans/FillCommit.h>
 #include <plans/QueryFill.h>
 
@@ -85,6 +86,33 @@ TEST(QueryFill, KeepsItsTubesWhenTheQueryCannotRun)
     host.source.ready = true;
     EXPECT_TRUE(fill.compute(host));
     EXPECT_EQ(fill.tubes, QList<qint32>{0});
+}
+
+TEST(QueryFill, AValueThatFailsWhenItIsReadLeavesTheTubes)
+{
+    class Failing : public RecordedResult
+    {
+    public:
+        using RecordedResult::RecordedResult;
+        QString cellText(int row, int column) override
+        {
+            if (row > 0)
+                throw dao::DaoException(11, u"DAO.Field"_s, u"Division by zero."_s);
+            return RecordedResult::cellText(row, column);
+        }
+    };
+    TestHost host(2, 3);
+    Failing result({u"row"_s, u"col"_s}, {{u"1"_s, u"1"_s}, {u"1"_s, u"2"_s}});
+    QueryFill fill;
+    fill.tubes = {4};
+    fill.fillCount = 7;
+    EXPECT_EQ(fill.mapResult(host, result), Answer::No);
+    EXPECT_EQ(fill.tubes, QList<qint32>{4});
+    EXPECT_EQ(fill.fillCount, 7);
+    EXPECT_EQ(host.busy, 0);
+    ASSERT_EQ(host.said.entries().size(), 1);
+    EXPECT_EQ(host.said.entries()[0].number, 1069);
+    EXPECT_EQ(host.said.entries()[0].text, u"Could not execute query.\n\n[11] DAO.Field Division by zero."_s);
 }
 
 TEST(QueryFill, TakesTheSymbolItsQueryHadLast)

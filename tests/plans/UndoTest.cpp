@@ -188,6 +188,50 @@ TEST_F(MapUndoTest, EverythingUndoneIsTheStart)
     EXPECT_EQ(host.steamGen().selection(), selectedAtEnd);
 }
 
+TEST_F(MapUndoTest, WhatIsTriedOutAfterAChangeHasEndedIsNone)
+{
+    addFill(u"one"_s, {0});
+    addFill(u"two"_s, {1});
+    undo.undo();
+    undo.checkpoint(u"nothing"_s);
+    undo.finish();
+    host.entries.entry(0).colour = 0x123456;
+    EXPECT_TRUE(undo.canRedo());
+    host.entries.entry(0).colour = fixed({0})->colour;
+    undo.redo();
+    EXPECT_EQ(host.picture(), u"AB...."_s);
+}
+
+TEST(UndoStack, AJumpRestoresTheStateAtItsEndOnly)
+{
+    class Step : public UndoCommand
+    {
+    public:
+        Step(int number, QStringList &ran)
+            : UndoCommand(QString::number(number))
+            , m_ran(ran)
+        {
+        }
+        void undo() override { m_ran.append(u"-"_s + label()); }
+        void redo() override { m_ran.append(u"+"_s + label()); }
+
+    private:
+        QStringList &m_ran;
+    };
+    QStringList ran;
+    UndoStack stack;
+    for (int i = 1; i <= 5; ++i)
+        stack.push(std::make_unique<Step>(i, ran));
+    stack.moveTo(2);
+    EXPECT_EQ(stack.position(), 2);
+    stack.moveTo(2);
+    stack.moveTo(4);
+    EXPECT_EQ(stack.undoLabel(), u"4"_s);
+    stack.moveTo(99);
+    stack.moveTo(-1);
+    EXPECT_EQ(ran, (QStringList{u"-3"_s, u"+4"_s, u"+5"_s, u"-1"_s}));
+}
+
 TEST(UndoStack, OldestChangesFallOffTheEnd)
 {
     class Nothing : public UndoCommand
