@@ -1,7 +1,6 @@
 #include "RecentMenus.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
@@ -16,7 +15,7 @@ RecentMenus::RecentMenus(CommandActions &actions, QObject *parent)
         m_actions.setUnavailable(placeholder, u""_s);
 }
 
-void RecentMenus::fill(int placeholder, int last, const QList<Entry> &entries)
+void RecentMenus::fill(int placeholder, int last, const QList<Entry> &entries, IsThere isThere)
 {
     // Actions are made once and used again: one of them may be the very command that is being carried out.
     for (int number = placeholder + 1; number <= last; ++number) {
@@ -32,14 +31,14 @@ void RecentMenus::fill(int placeholder, int last, const QList<Entry> &entries)
             continue;
         action->setVisible(isUsed);
         if (isUsed)
-            show(number, place, entries[place - 1]);
+            show(number, place, entries[place - 1], isThere(entries[place - 1].path));
         else
             m_paths.remove(number);
     }
     m_actions.action(placeholder)->setVisible(entries.isEmpty());
 }
 
-void RecentMenus::show(int number, int place, const Entry &entry)
+void RecentMenus::show(int number, int place, const Entry &entry, bool isThere)
 {
     QString shown = entry.text;
     shown.replace(u'&', u"&&"_s);
@@ -47,7 +46,7 @@ void RecentMenus::show(int number, int place, const Entry &entry)
     m_actions.action(number)->setText(digit + shown);
     m_paths.insert(number, entry.path);
     const QString missing = QDir::toNativeSeparators(entry.path) + u"\nIt is not there any more."_s;
-    m_actions.setUnavailable(number, QFileInfo::exists(entry.path) ? QString() : missing);
+    m_actions.setUnavailable(number, isThere ? QString() : missing);
 }
 
 } // namespace app

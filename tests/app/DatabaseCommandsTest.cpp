@@ -155,6 +155,17 @@ TEST_F(DatabaseCommandsTest, RecentDatabasesThatAreGoneAreGreyedAndComeBack)
     EXPECT_FALSE(second->isVisible());
 }
 
+TEST_F(DatabaseCommandsTest, ARecentProjectThatIsNoProjectAnyMoreIsGreyed)
+{
+    ASSERT_TRUE(window.openProject(projectFolder()));
+    QAction *second = window.commands().action(FirstRecentProject + 1);
+    ASSERT_NE(second, nullptr);
+    EXPECT_TRUE(second->isEnabled());
+    ASSERT_TRUE(QFile::remove(project + u"/project.json"_s));
+    Q_EMIT window.commands().menuOf(NoRecentProject)->aboutToShow();
+    EXPECT_FALSE(second->isEnabled()) << "its folder stands, its settings are gone";
+}
+
 TEST_F(DatabaseCommandsTest, AnExistingDatabaseIsNeverReplacedByANewOne)
 {
     const QString path = makeOldDatabase(u"old.mdb"_s);
