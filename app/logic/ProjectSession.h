@@ -91,12 +91,13 @@ public:
     std::function<void()> replaced;
     /// Makes what shows work that may take long, and lets the user stop it; its title is given. None: nobody watches.
     std::function<std::unique_ptr<tarnwick::Progress>(const QString &title)> makeProgress;
+    /// One of these; null when nobody watches.
+    std::unique_ptr<tarnwick::Progress> newProgress(const QString &title) const;
     /// After another project or map was opened or stored, a database connected or closed, or a recent list cleared.
     std::function<void()> changed;
 
 private:
     void databaseConnected(const QString &path) override;
-    std::unique_ptr<tarnwick::Progress> newProgress(const QString &title) const;
     void closeDatabase(const tarnwick::Message &failure);
     void load(tarnwick::OptionFile &options);
     void store(tarnwick::OptionFile &options);
