@@ -130,6 +130,7 @@ private:
     QLabel *m_selectionText = nullptr;
     std::unique_ptr<WindowCommands> m_commands;
     QTimer m_recoveryDelay;
+    int m_tubeShown = -1; ///< in the status bar
     bool m_refreshScheduled = false;
     bool m_isFullScreen = false;
     bool m_isTryingOut = false; ///< the map shows what has not been decided upon

@@ -260,6 +260,7 @@ void DBase::showLegendMenu(const QPoint &globalPos, int entry)
 
 void DBase::showTube(int tube)
 {
+    m_tubeShown = tube;
     const ellery::SteamGen &sg = m_session->project().steamGen;
     if (tube < 0 || tube >= sg.numTube()) {
         m_tubeText->clear();

@@ -36,6 +36,7 @@ void DBase::refreshAll()
     m_map->refresh();
     m_side->legendModel().refresh();
     refreshPanels();
+    showTube(m_tubeShown); // its symbol may be another one now
     refreshCommands();
     if (!m_recoveryDelay.isActive())
         m_recoveryDelay.start();

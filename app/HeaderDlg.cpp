@@ -112,7 +112,9 @@ QWidget *HeaderDlg::makeFont(const QString &label, const QString &name, QString 
     layout->addWidget(text);
     layout->addWidget(choice.family, 1);
     layout->addWidget(choice.size);
-    connect(choice.family, &QFontComboBox::currentTextChanged, this, &HeaderDlg::changed);
+    // A family that is being typed is none yet.
+    connect(choice.family, &QComboBox::activated, this, &HeaderDlg::changed);
+    connect(choice.family->lineEdit(), &QLineEdit::editingFinished, this, &HeaderDlg::changed);
     connect(choice.size, &QSpinBox::valueChanged, this, &HeaderDlg::changed);
     m_fonts.append(choice);
     return row;
@@ -217,6 +219,7 @@ QWidget *HeaderDlg::makeButtons()
     layout->addWidget(set);
     layout->addWidget(close);
     connect(set, &QPushButton::clicked, this, [this] {
+        take();
         m_editor.setMapHeader();
         accept();
     });
@@ -256,7 +259,10 @@ void HeaderDlg::take()
     header.checkedBy = m_checked->text();
     m_editor.description = m_description->toPlainText();
     for (const FontChoice &choice : std::as_const(m_fonts)) {
-        header.*choice.familyField = choice.family->currentText();
+        if (const QString family = choice.family->currentText(); !family.trimmed().isEmpty())
+            header.*choice.familyField = family;
+        else
+            choice.family->setEditText(header.*choice.familyField);
         header.*choice.sizeField = choice.size->value();
     }
 }
@@ -272,6 +278,7 @@ void HeaderDlg::changed()
 
 void HeaderDlg::run(const std::function<bool()> &fileCommand)
 {
+    take(); // also a font that is being typed
     fileCommand();
     fill(m_expand->isChecked());
 }

@@ -127,12 +127,14 @@ void MapPrinting::preview()
 
 void MapPrinting::offerPdfFile()
 {
-    if (printer().outputFormat() != QPrinter::PdfFormat || !printer().outputFileName().isEmpty())
+    // A name that the user has chosen stays; the one offered for an earlier map does not.
+    if (printer().outputFormat() != QPrinter::PdfFormat || printer().outputFileName() != m_offeredPdf)
         return;
     const QString name = m_session.map().name().isEmpty() ? m_session.project().name : m_session.map().name();
     const QString folder = m_session.project().pathOf(u"temp"_s);
     QDir().mkpath(folder); // where it cannot be made, the dialog refuses the name
-    printer().setOutputFileName(folder + u'/' + tarnwick::validFileName(name) + u".pdf"_s);
+    m_offeredPdf = folder + u'/' + tarnwick::validFileName(name) + u".pdf"_s;
+    printer().setOutputFileName(m_offeredPdf);
 }
 
 void MapPrinting::print()
@@ -150,15 +152,15 @@ void MapPrinting::print()
 
 void MapPrinting::storeMetafile()
 {
-    store(kMetafileChooser, u"Store Metafile"_s);
+    store(kMetafileChooser, u"Store Metafile"_s, messages::kStorePictureFailed);
 }
 
 void MapPrinting::storeBitmap()
 {
-    store(kBitmapChooser, u"Store Bitmap"_s);
+    store(kBitmapChooser, u"Store Bitmap"_s, messages::kBitmapPrinterFailed);
 }
 
-void MapPrinting::store(const FileChooserInfo &chooser, const QString &title)
+void MapPrinting::store(const FileChooserInfo &chooser, const QString &title, const tarnwick::Message &notMade)
 {
     const QString name = m_session.map().name();
     const QString offered = name.isEmpty() ? QString() : QString(name + QString::fromUtf16(chooser.extension));
@@ -170,8 +172,8 @@ void MapPrinting::store(const FileChooserInfo &chooser, const QString &title)
         page(m_session.map().header).save(path, paperSize(), kBitmapDpi);
         m_session.prompts().status(messages::kStoredPicture,
                                    tarnwick::SuitePath::fromMachine(path, m_session.roots()).text());
-    } catch (const brannock::PictureError &) {
-        m_session.prompts().error(messages::kBitmapPrinterFailed);
+    } catch (const brannock::PictureError &error) {
+        messages::errorWithReason(m_session.prompts(), notMade, error);
     } catch (const tarnwick::Error &error) {
         messages::errorWithReason(m_session.prompts(), messages::kStorePictureFailed, error);
     }

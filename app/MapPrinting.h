@@ -46,7 +46,8 @@ private:
     void keepSetup() const;
     /// Where there is no printer, the page goes into a file: a name for it.
     void offerPdfFile();
-    void store(const FileChooserInfo &chooser, const QString &title);
+    /// notMade: what is said when there is no picture, before any file is written.
+    void store(const FileChooserInfo &chooser, const QString &title, const tarnwick::Message &notMade);
 
     ProjectSession &m_session;
     plans::MapHost &m_host;
@@ -54,6 +55,7 @@ private:
     QWidget *m_parent;
     FileChoice *m_choice = nullptr;
     std::unique_ptr<QPrinter> m_printer;
+    QString m_offeredPdf; ///< machine path; empty before the first offer
 };
 
 } // namespace app

@@ -2,6 +2,7 @@
 
 #include "FileDialogs.h"
 #include "HeaderDlg.h"
+#include "LineIcon.h"
 #include "RecentMenus.h"
 
 #include <app/logic/DesktopShortcut.h>
@@ -9,13 +10,41 @@
 #include <app/logic/SelectionCommands.h>
 #include <app/logic/SiblingTools.h>
 
+#include <tarnwick/FileWriter.h>
+
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
+#include <QIcon>
+#include <QPixmap>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
 namespace app {
+
+namespace {
+
+/// Keeps the program's picture where a desktop finds it. Its path; empty when it cannot be stored, and a shortcut does
+/// without.
+QString storeIcon(const QString &installation)
+{
+    constexpr int kSide = 256;
+    const QString path = QDir(installation).filePath(u"config/arvo/arvo.png"_s);
+    QByteArray picture;
+    QBuffer buffer(&picture);
+    buffer.open(QIODevice::WriteOnly);
+    programIcon().pixmap(kSide).save(&buffer, "PNG");
+    try {
+        tarnwick::writeFileAtomically(path, picture);
+    } catch (const tarnwick::Error &) {
+        return QFileInfo::exists(path) ? path : QString();
+    }
+    return path;
+}
+
+} // namespace
 
 WindowCommands::WindowCommands(ProjectSession &session, plans::MapHost &host, brannock::TubesheetMap &map,
                                RecentMenus &recent, WindowActions &window, QWidget *parent)
@@ -253,7 +282,7 @@ bool WindowCommands::runProgram(int command)
         m_window.showAbout();
         return true;
     case AdministrationTool:
-        startTool(kAdministrationTool, m_session.roots(), false, m_session.prompts());
+        startTool(kAdministrationTool, m_session.roots(), m_session.prompts());
         return true;
     case ComponentMaker:
         startComponentMaker();
@@ -268,8 +297,10 @@ bool WindowCommands::runProgram(int command)
 
 void WindowCommands::startComponentMaker()
 {
-    if (!startTool(kComponentMaker, m_session.roots(), true, m_session.prompts()))
+    std::unique_ptr<tarnwick::Progress> progress = m_session.newProgress(u"Component Maker"_s);
+    if (!runTool(kComponentMaker, m_session.roots(), m_session.prompts(), progress.get()))
         return;
+    progress.reset();
     if (const int dropped = m_session.reloadComponent(); dropped > 0)
         m_session.prompts().information(messages::kSymbolsDeleted, dropped);
 }
@@ -277,8 +308,12 @@ void WindowCommands::startComponentMaker()
 void WindowCommands::createShortcut()
 {
     try {
-        const QString path = createDesktopShortcut(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
-                                                   QCoreApplication::applicationFilePath());
+        const QString installation = m_session.roots().palomineDir;
+        const ShortcutTarget target{QCoreApplication::applicationFilePath(),
+                                    qEnvironmentVariableIsEmpty("PALOMINE_DIR") ? QString() : installation,
+                                    storeIcon(installation)};
+        const QString path =
+            createDesktopShortcut(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation), target);
         m_session.prompts().status(messages::kShortcutCreated, QDir::toNativeSeparators(path));
     } catch (const tarnwick::Error &error) {
         m_session.prompts().error(messages::kShortcutFailed, error.text());

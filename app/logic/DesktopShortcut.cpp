@@ -29,12 +29,19 @@ QString quoted(const QString &argument)
 
 } // namespace
 
-QString createDesktopShortcut(const QString &folder, const QString &program)
+QString createDesktopShortcut(const QString &folder, const ShortcutTarget &target)
 {
     QDir().mkpath(folder); // a desktop that was never used may have no folder yet
     const QString path = QDir(folder).filePath(u"ARVO.desktop"_s);
+    // A desktop starts programs without the variables of the user's shell.
+    const QString environment = target.installation.isEmpty()
+                                    ? QString()
+                                    : QString(u"env "_s + quoted(u"PALOMINE_DIR="_s + target.installation) + u' ');
+    const QString icon =
+        target.icon.isEmpty() ? QString() : QString(u"\nIcon="_s + QString(target.icon).replace(u'\\', u"\\\\"_s));
     const QString text = u"[Desktop Entry]\nType=Application\nVersion=1.0\nName=ARVO\nComment=Palomine ARVO\nExec="_s +
-                         quoted(program) + u"\nTerminal=false\nCategories=Science;Engineering;\n"_s;
+                         environment + quoted(target.program) + icon +
+                         u"\nTerminal=false\nCategories=Science;Engineering;\n"_s;
     tarnwick::writeFileAtomically(path, text.toUtf8());
     QFile::setPermissions(path, QFile::permissions(path) | QFile::ExeOwner);
     return path;

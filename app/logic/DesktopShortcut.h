@@ -3,8 +3,15 @@
 
 namespace app {
 
-/// Puts a shortcut named "ARVO" to this program into a folder (the desktop). Throws tarnwick::FileError. Returns its
-/// path.
-QString createDesktopShortcut(const QString &folder, const QString &program);
+/// What a shortcut starts, as machine paths.
+struct ShortcutTarget
+{
+    QString program;
+    QString installation; ///< handed to the program in its environment; empty: it finds its own
+    QString icon;         ///< a picture file; empty for none
+};
+
+/// Puts a shortcut named "ARVO" into a folder (the desktop). Throws tarnwick::FileError. Returns its path.
+QString createDesktopShortcut(const QString &folder, const ShortcutTarget &target);
 
 } // namespace app

@@ -52,7 +52,6 @@ inline constexpr Message kSymbolsDeleted{0, u"%D map symbols were deleted!"};
 inline constexpr Message kNoSuchTube{0, u"There is no tube \"%S\". %S"};
 inline constexpr Message kTubeFound{0, u"%S"};
 inline constexpr Message kNoFillDialog{0, u"\"%S\" cannot be edited in this version."};
-inline constexpr Message kSelected{0, u"%D tubes selected."};
 
 // Projects, files, programs. These have no numbers of the suite.
 inline constexpr Message kProjectNotThere{0, u"\"%S\" is not a project folder."};
@@ -61,6 +60,8 @@ inline constexpr Message kComponentUnreadable{0, u"Could not read the changed co
 inline constexpr Message kRecentNotThere{0, u"\"%S\" is not there any more."};
 inline constexpr Message kToolNotThere{0, u"The program \"%S\" is not in \"%S\"."};
 inline constexpr Message kToolNotStarted{0, u"The program \"%S\" could not be started.\n\n%S"};
+inline constexpr Message kToolLeftOpen{0, u"\"%S\" is still open. What it changes is read when the project is opened "
+                                          u"again."};
 inline constexpr Message kShortcutCreated{0, u"Created the desktop shortcut \"%S\"."};
 inline constexpr Message kShortcutFailed{0, u"Could not create the desktop shortcut.\n\n%S"};
 

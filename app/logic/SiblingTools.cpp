@@ -7,6 +7,9 @@
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QProcess>
+#include <QTimer>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -14,21 +17,33 @@ namespace app {
 
 namespace {
 
-bool runToEnd(const QString &program, const QString &folder, QString &reason)
+constexpr int kLookEvery = 50; // ms
+
+/// Where the tool is, empty and said when it is not there.
+QString placeOf(const SiblingTool &tool, const tarnwick::PathRoots &roots, tarnwick::UserPrompts &prompts)
 {
-    QProcess process;
-    process.setWorkingDirectory(folder);
-    // The window stays painted while the tool is open, but takes no input: its files may change under it.
-    QEventLoop loop;
-    QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
-    QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
-    process.start(program, QStringList());
+    const QString path = findTool(tool, roots);
+    if (path.isEmpty())
+        prompts.error(messages::kToolNotThere, QString::fromUtf16(tool.program),
+                      QDir::toNativeSeparators(QDir(roots.palomineDir).filePath(u"bin"_s)));
+    return path;
+}
+
+/// Runs the event loop until the process, which has been started, has ended or the waiting is cancelled.
+void waitFor(QProcess &process, QEventLoop &loop, const QString &name, tarnwick::Progress *progress)
+{
+    QTimer look;
+    if (progress) {
+        QObject::connect(&look, &QTimer::timeout, &loop, [&loop, &name, progress] {
+            progress->report(0, 0, u"Waiting for \""_s + name + u"\" ..."_s);
+            if (progress->cancelled())
+                loop.quit();
+        });
+        look.start(kLookEvery);
+    }
+    // The window takes no input: its files may change under it. What shows the progress sees to its own.
     if (process.state() != QProcess::NotRunning)
         loop.exec(QEventLoop::ExcludeUserInputEvents);
-    if (process.error() != QProcess::FailedToStart)
-        return true;
-    reason = process.errorString();
-    return false;
 }
 
 } // namespace
@@ -39,21 +54,50 @@ QString findTool(const SiblingTool &tool, const tarnwick::PathRoots &roots)
     return info.isFile() && info.isExecutable() ? info.absoluteFilePath() : QString();
 }
 
-bool startTool(const SiblingTool &tool, const tarnwick::PathRoots &roots, bool wait, tarnwick::UserPrompts &prompts)
+bool startTool(const SiblingTool &tool, const tarnwick::PathRoots &roots, tarnwick::UserPrompts &prompts)
 {
+    const QString path = placeOf(tool, roots, prompts);
+    if (path.isEmpty())
+        return false;
+    QProcess process;
+    process.setProgram(path);
+    process.setWorkingDirectory(roots.projectDir);
+    if (process.startDetached())
+        return true;
+    prompts.error(messages::kToolNotStarted, QString::fromUtf16(tool.program), process.errorString());
+    return false;
+}
+
+bool runTool(const SiblingTool &tool, const tarnwick::PathRoots &roots, tarnwick::UserPrompts &prompts,
+             tarnwick::Progress *progress)
+{
+    const QString path = placeOf(tool, roots, prompts);
+    if (path.isEmpty())
+        return false;
     const QString name = QString::fromUtf16(tool.program);
-    const QString path = findTool(tool, roots);
-    if (path.isEmpty()) {
-        prompts.error(messages::kToolNotThere, name,
-                      QDir::toNativeSeparators(QDir(roots.palomineDir).filePath(u"bin"_s)));
+    auto process = std::make_unique<QProcess>();
+    process->setWorkingDirectory(roots.projectDir);
+    // It may outlive this program, and must not depend on who reads what it writes.
+    process->setProcessChannelMode(QProcess::ForwardedChannels);
+    QEventLoop loop;
+    QObject::connect(process.get(), &QProcess::finished, &loop, &QEventLoop::quit);
+    QObject::connect(process.get(), &QProcess::errorOccurred, &loop, [&loop](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) // after all others it runs on, or has finished
+            loop.quit();
+    });
+    process->start(path, QStringList());
+    waitFor(*process, loop, name, progress);
+    if (process->state() == QProcess::NotRunning) {
+        if (process->error() != QProcess::FailedToStart)
+            return true;
+        prompts.error(messages::kToolNotStarted, name, process->errorString());
         return false;
     }
-    QString reason;
-    const bool started =
-        wait ? runToEnd(path, roots.projectDir, reason) : QProcess::startDetached(path, {}, roots.projectDir);
-    if (!started)
-        prompts.error(messages::kToolNotStarted, name, reason);
-    return started;
+    // To destroy it would end the tool.
+    QProcess *left = process.release();
+    QObject::connect(left, &QProcess::finished, left, &QObject::deleteLater);
+    prompts.status(messages::kToolLeftOpen, name);
+    return false;
 }
 
 } // namespace app

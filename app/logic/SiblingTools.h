@@ -1,5 +1,6 @@
 #pragma once
 #include <tarnwick/Paths.h>
+#include <tarnwick/Progress.h>
 #include <tarnwick/Prompts.h>
 
 namespace app {
@@ -14,8 +15,12 @@ inline constexpr SiblingTool kComponentMaker{u"ossory"};
 
 /// The machine path of the tool, empty when it is not there.
 QString findTool(const SiblingTool &tool, const tarnwick::PathRoots &roots);
-/// Starts the tool in the project's folder. With wait set, returns when it has ended. False, and said why, when it
-/// could not be started.
-bool startTool(const SiblingTool &tool, const tarnwick::PathRoots &roots, bool wait, tarnwick::UserPrompts &prompts);
+/// Starts the tool in the project's folder and returns at once. False, and said why, when it could not be started.
+bool startTool(const SiblingTool &tool, const tarnwick::PathRoots &roots, tarnwick::UserPrompts &prompts);
+/// The same, but returns when the tool has ended; meanwhile the window is painted but takes no input. Cancelling the
+/// progress (which may be null) ends the waiting, not the tool. False, and said why, when the tool has not been started
+/// or is still open.
+bool runTool(const SiblingTool &tool, const tarnwick::PathRoots &roots, tarnwick::UserPrompts &prompts,
+             tarnwick::Progress *progress);
 
 } // namespace app

@@ -11,6 +11,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
@@ -193,12 +194,21 @@ class ToolsTest : public AppTest
 TEST_F(ToolsTest, MissingSiblingIsSaidWithItsPlace)
 {
     const tarnwick::PathRoots roots = tarnwick::PathRoots::fromEnvironment();
-    EXPECT_FALSE(startTool(kAdministrationTool, roots, false, said));
+    EXPECT_FALSE(startTool(kAdministrationTool, roots, said));
     ASSERT_EQ(said.entries().size(), 1);
     EXPECT_TRUE(said.entries()[0].text.contains(u"\"vantreth\""_s)) << qPrintable(said.entries()[0].text);
 }
 
-TEST_F(ToolsTest, ComponentMakerIsWaitedFor)
+/// Cancelled at its first report.
+class Impatient : public tarnwick::Progress
+{
+public:
+    void report(qint64, qint64, const QString &text) override { what = text; }
+    bool cancelled() override { return !what.isEmpty(); }
+    QString what;
+};
+
+TEST_F(ToolsTest, ComponentMakerIsWaitedForUntilThatIsCancelled)
 {
     const tarnwick::PathRoots roots = tarnwick::PathRoots::fromEnvironment();
     ASSERT_TRUE(QDir(roots.palomineDir).mkpath(u"bin"_s));
@@ -206,18 +216,25 @@ TEST_F(ToolsTest, ComponentMakerIsWaitedFor)
     const QString trace = roots.palomineDir + u"/trace"_s;
     QFile file(script);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\nsleep 0.2\ntouch '" + trace.toLocal8Bit() + "'\n");
+    file.write("#!/bin/sh\nsleep 0.5\ntouch '" + trace.toLocal8Bit() + "'\n");
     file.close();
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    EXPECT_TRUE(startTool(kComponentMaker, roots, true, said));
-    EXPECT_TRUE(QFile::exists(trace));
+    EXPECT_TRUE(runTool(kComponentMaker, roots, said, nullptr));
+    EXPECT_TRUE(QFile::remove(trace));
     EXPECT_TRUE(said.entries().isEmpty());
+
+    Impatient progress;
+    EXPECT_FALSE(runTool(kComponentMaker, roots, said, &progress));
+    EXPECT_EQ(progress.what, u"Waiting for \"ossory\" ..."_s);
+    EXPECT_FALSE(QFile::exists(trace));
+    EXPECT_TRUE(said.lastStatus().startsWith(u"\"ossory\" is still open."_s)) << qPrintable(said.lastStatus());
+    EXPECT_TRUE(QTest::qWaitFor([&trace] { return QFile::exists(trace); })) << "the tool itself goes on";
 }
 
 TEST(DesktopShortcut, QuotesTheProgramsPath)
 {
     const QTemporaryDir folder;
-    const QString path = createDesktopShortcut(folder.path(), u"/opt/a \"b\" $c 5%/arvo"_s);
+    const QString path = createDesktopShortcut(folder.path(), {u"/opt/a \"b\" $c 5%/arvo"_s, {}, {}});
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(file.readAll());
@@ -225,6 +242,17 @@ TEST(DesktopShortcut, QuotesTheProgramsPath)
     EXPECT_TRUE(text.contains(u"\nName=ARVO\nComment=Palomine ARVO\n"_s));
     EXPECT_TRUE(text.contains(u"\nExec=\"/opt/a \\\\\"b\\\\\" \\\\$c 5%%/arvo\"\n"_s)) << qPrintable(text);
     EXPECT_TRUE(file.permissions() & QFile::ExeOwner);
+    EXPECT_FALSE(text.contains(u"\nIcon="_s));
+}
+
+TEST(DesktopShortcut, HandsTheInstallationOn)
+{
+    const QTemporaryDir folder;
+    QFile file(createDesktopShortcut(folder.path(), {u"/opt/arvo"_s, u"/data/the suite"_s, u"/data/arvo.png"_s}));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(file.readAll());
+    EXPECT_TRUE(text.contains(u"\nExec=env \"PALOMINE_DIR=/data/the suite\" \"/opt/arvo\"\nIcon=/data/arvo.png\n"_s))
+        << qPrintable(text);
 }
 
 } // namespace app

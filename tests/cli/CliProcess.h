@@ -47,6 +47,8 @@ public:
         return result;
     }
 
+    QString installation() const { return m_installation.path(); }
+
 private:
     QTemporaryDir m_installation;
     QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();

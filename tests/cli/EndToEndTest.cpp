@@ -81,14 +81,14 @@ TEST_F(EndToEnd, ForeignTextBecomesMarkedTubes)
     EXPECT_EQ(csv.output.count(u"\r\n"_s), tubes + 1);
 
     // Map: the query's tubes are marked, and the legend's counts are those of the query.
-    const QString query = s_folder->filePath(u"deep.qry"_s);
+    const QString query = s_folder->filePath(u"deep %4.qry"_s);
     QFile file(query);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(deep.toUtf8());
     file.close();
     const QString picture = s_folder->filePath(u"map.png"_s);
     const CliResult map = s_cli->mustRun({u"map"_s, s_project, u"--query"_s, query, u"--out"_s, picture});
-    EXPECT_TRUE(map.output.contains(u"deep.qry"_s)) << qPrintable(map.output);
+    EXPECT_TRUE(map.output.contains(u"deep %4.qry"_s)) << qPrintable(map.output);
     EXPECT_TRUE(map.output.contains(QString::number(tubes))) << qPrintable(map.output);
     const QImage image(picture);
     ASSERT_FALSE(image.isNull());
@@ -242,6 +242,52 @@ TEST_F(EndToEnd, FillsAreStoredInAMapAndPaintedInEveryForm)
                                                        {u"pattern"_s, u"--region"_s, u"moon"_s}})
         EXPECT_EQ(s_cli->run(QStringList{u"fill"_s, s_project} + wrong + QStringList{u"--map"_s, again}).status, 2)
             << qPrintable(wrong.join(u' '));
+}
+
+TEST_F(EndToEnd, NewMapsGoIntoTheProject)
+{
+    for (const QString &name : {u"maps\\with backslash.map"_s, u"maps/with slash.map"_s}) {
+        s_cli->mustRun({u"fill"_s, s_project, u"random"_s, u"--map"_s, name});
+        EXPECT_TRUE(QFile::exists(s_project + u'/' + QString(name).replace(u'\\', u'/'))) << qPrintable(name);
+    }
+    EXPECT_EQ(s_cli->run({u"fill"_s, s_project, u"random"_s, u"--map"_s, u"nowhere\\a.map"_s}).status, 1);
+}
+
+TEST_F(EndToEnd, AMapOfAnotherModelIsReplacedOnlyWhenToldTo)
+{
+    const QString other = s_folder->filePath(u"other project"_s);
+    s_cli->mustRun({u"demo"_s, other, u"--kind"_s, u"once-through"_s, u"--tubes"_s, u"400"_s, u"--entries"_s, u"10"_s,
+                    u"--outages"_s, u"1"_s});
+    const QString map = s_folder->filePath(u"foreign.map"_s);
+    s_cli->mustRun({u"fill"_s, other, u"random"_s, u"--map"_s, map});
+    const auto content = [&map] {
+        QFile file(map);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    };
+    const QByteArray before = content();
+    const QStringList box{u"fill"_s, s_project, u"box"_s, u"--map"_s, map};
+    const CliResult refused = s_cli->run(box);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.error.startsWith(u"error 1041: "_s)) << qPrintable(refused.error);
+    EXPECT_EQ(content(), before);
+    s_cli->mustRun(box + QStringList{u"--yes"_s});
+    EXPECT_NE(content(), before);
+    EXPECT_EQ(s_cli->mustRun(box).error, QString()) << "it is of this model now";
+}
+
+TEST_F(EndToEnd, DamagedOptionsAreSaidAndDefaultsHold)
+{
+    const CliProcess cli;
+    ASSERT_TRUE(QDir(cli.installation()).mkpath(u"config/arvo"_s));
+    QFile options(cli.installation() + u"/config/arvo/arvo.opt"_s);
+    ASSERT_TRUE(options.open(QIODevice::WriteOnly));
+    options.write("no options");
+    options.close();
+    const QString out = s_folder->filePath(u"defaults.jpg"_s);
+    const CliResult painted = cli.mustRun({u"map"_s, s_project, u"--out"_s, out});
+    EXPECT_TRUE(painted.error.startsWith(u"error: Could not read the options.\n\n"_s)) << qPrintable(painted.error);
+    EXPECT_FALSE(QImage(out).isNull());
 }
 
 TEST_F(EndToEnd, WrongUsageIsStatusTwo)
