@@ -6,6 +6,7 @@
 
 #include <dao/QueryDef.h>
 #include <db/Errors.h>
+#include <QStringDecoder>
 #include <query/Messages.h>
 #include <tarnwick/FileWriter.h>
 
@@ -57,9 +58,18 @@ bool runStatement(Target &target, const QString &sql, RowWriter &writer)
     }
 }
 
+QString readScript(const QString &path)
+{
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = decode(tarnwick::readFile(path, kLargestScript));
+    if (decode.hasError())
+        throw tarnwick::Error(u"The file %1 is not text in UTF-8."_s.arg(path));
+    return text;
+}
+
 bool runScript(Target &target, const QString &path, RowWriter &writer)
 {
-    const QString text = QString::fromUtf8(tarnwick::readFile(path, kLargestScript));
+    const QString text = readScript(path);
     if (!db::beginTrans(target.session()))
         return false;
     for (const ScriptStatement &statement : splitScript(text)) {

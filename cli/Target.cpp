@@ -1,6 +1,8 @@
 #include "Target.h"
 
 #include <app/logic/SystemMacros.h>
+#include <db/CreateDatabase.h>
+#include <db/FieldDefinition.h>
 #include <db/revision/ConnectDatabase.h>
 #include <QDir>
 #include <QFileInfo>
@@ -72,6 +74,16 @@ FlagParameters::FlagParameters(const QStringList &assignments, tarnwick::UserPro
     }
 }
 
+// What is missing of a parameter, for the message.
+QString FlagParameters::lackOf(const query::ParameterEntry &entry) const
+{
+    const QString name = u'[' + entry.name + u']';
+    const auto given = m_values.constFind(entry.name.toLower());
+    if (given != m_values.constEnd() && !given->isEmpty())
+        return u"%1 (\"%2\" is no value of type %3)"_s.arg(name, *given, db::daoTypeName(entry.type));
+    return entry.suggestion.isEmpty() ? name : u"%1 (perhaps a slip of %2)"_s.arg(name, entry.suggestion);
+}
+
 bool FlagParameters::confirm(const QString &, QList<query::ParameterEntry> &entries, query::QueryContext &)
 {
     QStringList missing;
@@ -82,9 +94,7 @@ bool FlagParameters::confirm(const QString &, QList<query::ParameterEntry> &entr
             entry.source = query::ParameterEntry::Source::SystemMacro; // of this run only, not to be remembered
         }
         if (!entry.hasValue())
-            missing.append(entry.suggestion.isEmpty()
-                               ? u'[' + entry.name + u']'
-                               : u"[%1] (perhaps a slip of %2)"_s.arg(entry.name, entry.suggestion));
+            missing.append(lackOf(entry));
     }
     if (missing.isEmpty())
         return true;

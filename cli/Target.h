@@ -28,6 +28,8 @@ public:
                  query::QueryContext &context) override;
 
 private:
+    QString lackOf(const query::ParameterEntry &entry) const;
+
     QHash<QString, QString> m_values; ///< by lower-case name
     tarnwick::UserPrompts *m_prompts;
 };

@@ -145,6 +145,9 @@ TEST_F(EndToEnd, StatementsChangeRowsAndCanTakeParameters)
     EXPECT_TRUE(unset.error.contains(u"which"_s)) << qPrintable(unset.error);
     const CliResult slip = s_cli->run({u"sql"_s, database, u"SELECT nmae FROM tube_sets"_s});
     EXPECT_TRUE(slip.error.contains(u"[nmae] (perhaps a slip of name)"_s)) << qPrintable(slip.error);
+    const CliResult wrong =
+        s_cli->run({u"sql"_s, database, u"SELECT * FROM tubes WHERE row = [which]"_s, u"--param"_s, u"which=abc"_s});
+    EXPECT_TRUE(wrong.error.contains(u"[which] (\"abc\" is no value of type Integer)"_s)) << qPrintable(wrong.error);
 
     // A statement that breaks a rule is refused whole, with the rule's own message.
     const CliResult refused =
@@ -169,6 +172,13 @@ TEST_F(EndToEnd, StatementsChangeRowsAndCanTakeParameters)
     file.close();
     s_cli->mustRun({u"sql"_s, database, u"--file"_s, script, u"--param"_s, u"n=C"_s});
     EXPECT_EQ(json({u"SELECT name FROM tube_sets WHERE name = 'C'"_s})[u"rows"].toArray().size(), 1);
+
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("INSERT INTO tube_sets (name) VALUES ('M\xfcll');\n");
+    file.close();
+    const CliResult latin = s_cli->run({u"sql"_s, database, u"--file"_s, script});
+    EXPECT_EQ(latin.status, 1);
+    EXPECT_TRUE(latin.error.contains(u"is not text in UTF-8"_s)) << qPrintable(latin.error);
 }
 
 TEST_F(EndToEnd, SchemaAndExplanation)
@@ -190,6 +200,8 @@ TEST_F(EndToEnd, SchemaAndExplanation)
     const CliResult text = s_cli->mustRun({u"explain"_s, database, statement});
     for (const QString &part : {u"Rows can be changed: yes"_s, u"code"_s, u"report.cal_num"_s, u"SEARCH"_s})
         EXPECT_TRUE(text.output.contains(part)) << qPrintable(part + u'\n' + text.output);
+    EXPECT_FALSE(s_cli->mustRun({u"explain"_s, database, u"SELECT row INTO copy FROM report"_s})
+                     .output.contains(u"Changeable"_s));
     const QJsonObject told = s_cli->mustRun({u"explain"_s, database, statement, u"--format"_s, u"json"_s}).json();
     EXPECT_EQ(told[u"parameters"][0][u"type"].toString(), u"Text"_s);
 }
