@@ -1,11 +1,11 @@
 #include "TestDatabase.h"
 
+#include <ctime>
 #include <dao/Database.h>
 #include <dao/Recordset.h>
 #include <dao/values/Errors.h>
 
 #include <gtest/gtest.h>
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -21,8 +21,8 @@ protected:
 
     int errorOf(const QString &sql)
     {
-        QElapsedTimer timer;
-        timer.start();
+        // The processor's time: how busy the machine is must not decide. What hangs goes far beyond the limit.
+        const std::clock_t start = std::clock();
         int number = 0;
         try {
             m_database.run(sql);
@@ -31,7 +31,7 @@ protected:
             EXPECT_LE(exception.where().start + exception.where().length, sql.size());
             EXPECT_LT(exception.description().size(), 4000);
         }
-        EXPECT_LT(timer.elapsed(), 20000) << sql.first(100).toStdString();
+        EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 60) << sql.first(100).toStdString();
         return number;
     }
 
