@@ -157,7 +157,7 @@ protected:
 
 TEST_P(StopTest, EveryKindOfStatementStopsSoonAndLeavesAllAsItWas)
 {
-    constexpr int mostMilliseconds = 2000;
+    constexpr int mostMilliseconds = 10000;
     const bool inTransaction = GetParam();
     if (inTransaction) {
         workspace.beginTrans();
