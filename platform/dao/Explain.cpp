@@ -28,8 +28,7 @@ public:
         m_out.kind = plan.crosstab ? u"TRANSFORM"_s : u"SELECT"_s;
         m_out.returnsRows = true;
         m_out.columns = plan.columns;
-        m_out.whyNot =
-            m_database.isUpdatable() || !plan.updatable() ? plan.whyNot : sql::NotUpdatable::ReadOnlyDatabase;
+        m_out.whyNot = plan.whyNot;
         addSelect(plan);
     }
 

@@ -19,6 +19,7 @@ struct Explanation
     QList<sql::Parameter> parameters;
     QList<sql::Column> columns; ///< of a select, also one INTO a table; a cross table has only its row heads here
     bool returnsRows = false;
+    /// Of the statement itself; a database that was opened for reading is another matter.
     sql::NotUpdatable whyNot = sql::NotUpdatable::No;
     QList<Step> steps;
 };
