@@ -46,8 +46,8 @@ bool addFillOfQuery(MapHost &host, const query::QueryDocument &query)
     const auto records = host.queries().run(query.name, query.sql);
     if (!records)
         return false;
-    const tarnwick::Answer answer = fill.mapResult(host, *records);
-    if (answer == tarnwick::Answer::No || answer == tarnwick::Answer::Cancel)
+    const auto answer = fill.mapResult(host, *records);
+    if (!answer || answer == tarnwick::Answer::No || answer == tarnwick::Answer::Cancel)
         return false;
     addNewQueryFill(host, fill);
     return true;

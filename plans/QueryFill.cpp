@@ -116,10 +116,10 @@ bool QueryFill::compute(MapHost &host)
     const auto records = host.queries().run(parameters.query.name, parameters.query.sql);
     if (!records)
         return false;
-    return mapResult(host, *records) != tarnwick::Answer::No;
+    return mapResult(host, *records).has_value();
 }
 
-tarnwick::Answer QueryFill::mapResult(MapHost &host, QueryRecords &records)
+std::optional<tarnwick::Answer> QueryFill::mapResult(MapHost &host, QueryRecords &records)
 {
     const AddressColumns columns(records);
     if (const QString missing = columns.missing(host.steamGen().hasSections()); !missing.isEmpty()) {
@@ -133,7 +133,7 @@ tarnwick::Answer QueryFill::mapResult(MapHost &host, QueryRecords &records)
     } catch (const dao::DaoException &exception) {
         // A value may fail as late as when it is read.
         db::showDaoError(host.prompts(), exception, query::messages::kExecute);
-        return tarnwick::Answer::No;
+        return std::nullopt;
     }
     if (invalid == 0)
         return tarnwick::Answer::Yes;

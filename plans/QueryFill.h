@@ -1,6 +1,7 @@
 #pragma once
 #include "MapFill.h"
 
+#include <optional>
 #include <query/QueryDocument.h>
 
 namespace plans {
@@ -27,8 +28,8 @@ public:
     void serialize(tarnwick::JFile &file, int version) override;
     void readOldFormat(tarnwick::JFile &file) override;
     void symbolChanged(MapHost &host) override;
-    /// Runs the query and maps its result. False without a database, when it failed or when its result cannot be
-    /// mapped. The tubes are as they were unless columns are missing.
+    /// Runs the query and maps its result. False without a database and when the query failed, be it as late as when
+    /// a value is read: the tubes are then as they were. True after mapping, whatever was said about it.
     bool compute(MapHost &host) override;
     /// The file-name part of the query's name.
     QString entryLabel() const override;
@@ -36,9 +37,9 @@ public:
 
     /// Takes the tubes that the records name by their columns "row", "col" and, where there are sections, "sec", each
     /// tube once. Missing columns are said (1090, answer No); records of tubes that do not exist are highlighted and
-    /// asked about (1091: Ok or Cancel). A value that fails when it is read is said, too (1069, answer No); the tubes
-    /// are then as they were. Yes when all went well.
-    tarnwick::Answer mapResult(MapHost &host, QueryRecords &records);
+    /// asked about (1091: Ok or Cancel). Yes when all went well. No answer when a value failed as it was read: that is
+    /// said, too (1069), and the tubes are as they were.
+    std::optional<tarnwick::Answer> mapResult(MapHost &host, QueryRecords &records);
 
 protected:
     QString className() const override;

@@ -1,5 +1,6 @@
 #include "HeaderEditor.h"
 
+#include "AskToSave.h"
 #include "Messages.h"
 #include "SystemMacros.h"
 
@@ -37,14 +38,7 @@ bool HeaderEditor::mayReplaceTexts()
 {
     if (withoutSignatures(header) == m_kept)
         return true;
-    switch (m_host.prompts().question(Buttons::YesNoCancel, messages::kAskSaveChanges)) {
-    case Answer::Yes:
-        return save();
-    case Answer::No:
-        return true;
-    default:
-        return false;
-    }
+    return saveOrLetGo(m_host.prompts(), messages::kAskSaveChanges, [this] { return save(); });
 }
 
 bool HeaderEditor::isModified() const

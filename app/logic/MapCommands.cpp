@@ -1,5 +1,6 @@
 #include "MapCommands.h"
 
+#include "AskToSave.h"
 #include "Messages.h"
 #include "ProjectSession.h"
 
@@ -16,14 +17,7 @@ bool MapCommands::mayReplaceMap()
 {
     if (!m_session.hasProject() || !m_session.undo().isModified())
         return true;
-    switch (m_session.prompts().question(Buttons::YesNoCancel, messages::kAskSaveMap)) {
-    case Answer::Yes:
-        return save();
-    case Answer::No:
-        return true;
-    default:
-        return false;
-    }
+    return saveOrLetGo(m_session.prompts(), messages::kAskSaveMap, [this] { return save(); });
 }
 
 void MapCommands::newMap()

@@ -106,7 +106,7 @@ TEST(QueryFill, AValueThatFailsWhenItIsReadLeavesTheTubes)
     QueryFill fill;
     fill.tubes = {4};
     fill.fillCount = 7;
-    EXPECT_EQ(fill.mapResult(host, result), Answer::No);
+    EXPECT_EQ(fill.mapResult(host, result), std::nullopt);
     EXPECT_EQ(fill.tubes, QList<qint32>{4});
     EXPECT_EQ(fill.fillCount, 7);
     EXPECT_EQ(host.busy, 0);
