@@ -118,4 +118,10 @@ MapCache::Work MapCache::update(const MapScene &scene, const MapView &view, cons
     return Work::Painted;
 }
 
+void MapCache::paintAside(QImage &image, const MapScene &scene, const MapView &view, const QColor &background)
+{
+    m_valid = false;
+    m_painter.paint(image, scene, view, image.rect(), background);
+}
+
 } // namespace brannock

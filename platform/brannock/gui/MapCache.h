@@ -22,6 +22,10 @@ public:
     QRegion patch(const MapScene &scene, const MapScene::Change &change);
     /// Makes the picture show this view, whose units are device pixels.
     Work update(const MapScene &scene, const MapView &view, const QColor &background);
+    /// Whether the picture is one of the same tubes at another scale, as between two steps of zooming.
+    bool isOtherScale(const MapView &view) const { return m_valid && m_view.scale != view.scale; }
+    /// Paints the view onto an image of its size; nothing of it is kept, and the picture is out of date.
+    void paintAside(QImage &image, const MapScene &scene, const MapView &view, const QColor &background);
 
     /// The picture; it shares the cache's pixels and holds until the next call of anything here.
     QImage image();

@@ -1,5 +1,7 @@
 #include "TubesheetMap.h"
 
+#include "WindowPixels.h"
+
 #include <cmath>
 #include <QPaintEvent>
 
@@ -9,6 +11,8 @@ using namespace Qt::StringLiterals;
 
 /// Turns of the wheel closer to each other than this are one step of the view history.
 static constexpr qint64 kJoinedMs = 700;
+/// Steps of zooming this close to each other are one movement.
+static constexpr int kZoomingMs = 150;
 static constexpr double kZoomStep = 1.25;
 static constexpr double kLargestPitch = 320; // pixels
 
@@ -21,6 +25,10 @@ TubesheetMap::TubesheetMap(QWidget *parent)
     setAccessibleName(u"Tubesheet map"_s);
     m_view.size = size();
     m_history.clear(m_view);
+    m_zooming.setSingleShot(true);
+    m_zooming.setInterval(kZoomingMs);
+    connect(&m_zooming, &QTimer::timeout, this,
+            [this] { m_cache.update(m_scene, m_view.scaled(devicePixelRatioF()), palette().color(QPalette::Window)); });
     updateAccessibility();
 }
 
@@ -274,21 +282,44 @@ void TubesheetMap::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
 }
 
-void TubesheetMap::paintEvent(QPaintEvent *event)
+/// A step of zooming is shown once, so it is painted into the window and not kept: at 3840 pixels keeping it would take
+/// the time of every second frame. When no further step comes the kept picture is made right.
+bool TubesheetMap::paintZoomed(QPainter &painter, const QRegion &region, const MapView &pixelView)
+{
+    if (!m_zooming.isActive() && !m_cache.isOtherScale(pixelView))
+        return false;
+    if (region != QRegion(rect())) // only a part, or something lies over the map
+        return false;
+    QImage pixels = windowPixels(painter, rect());
+    if (pixels.isNull())
+        return false;
+    m_cache.paintAside(pixels, m_scene, pixelView, palette().color(QPalette::Window));
+    m_zooming.start();
+    return true;
+}
+
+void TubesheetMap::paintCached(QPainter &painter, const QRegion &region, const MapView &pixelView)
 {
     const double ratio = devicePixelRatioF();
-    QPainter painter(this);
-    m_cache.update(m_scene, m_view.scaled(ratio), palette().color(QPalette::Window));
+    m_cache.update(m_scene, pixelView, palette().color(QPalette::Window));
     const QImage picture = m_cache.image();
     painter.save();
     painter.scale(1 / ratio, 1 / ratio);
-    for (const QRect &rect : event->region()) {
+    for (const QRect &rect : region) {
         const QRect pixels =
             QRectF(rect.x() * ratio, rect.y() * ratio, rect.width() * ratio, rect.height() * ratio).toAlignedRect() &
             picture.rect();
         painter.drawImage(pixels.topLeft(), picture, pixels);
     }
     painter.restore();
+}
+
+void TubesheetMap::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(this);
+    const MapView pixelView = m_view.scaled(devicePixelRatioF());
+    if (!paintZoomed(painter, event->region(), pixelView))
+        paintCached(painter, event->region(), pixelView);
     QColor strip = palette().color(QPalette::Window);
     const QColor tick = readable(fromColourRef(m_scene.options.tickColour), strip, 4.5);
     m_rulers.paint(painter, m_rulerLayout, {tick, strip}, event->region());

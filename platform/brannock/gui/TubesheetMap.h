@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <QElapsedTimer>
+#include <QTimer>
 #include <QWidget>
 
 namespace brannock {
@@ -129,6 +130,8 @@ private:
     void boundScale(MapView &view, const QPointF &anchor) const;
     void updateRulers();
     void sceneChanged();
+    bool paintZoomed(QPainter &painter, const QRegion &region, const MapView &pixelView);
+    void paintCached(QPainter &painter, const QRegion &region, const MapView &pixelView);
 
     // Overlay.
     void setHovered(int tube, const QPointF &pointer);
@@ -163,6 +166,7 @@ private:
     bool m_fitted = true; // the view follows the widget's size
     ViewHistory m_history;
     QElapsedTimer m_sinceZoom;
+    QTimer m_zooming; // active while steps of zooming follow each other
     MapRulers m_rulers;
     MapRulers::Layout m_rulerLayout;
 

@@ -153,6 +153,39 @@ TEST_F(TubesheetMapTest, wheelKeepsThePlaceUnderThePointer)
     EXPECT_GT(map.view().scale, scale / 3);
 }
 
+TEST_F(TubesheetMapTest, stepsOfZoomingShowWhatTheKeptPictureShows)
+{
+    // In a window, so that the map's pixels lie within those of the window.
+    QWidget window;
+    window.resize(700, 600);
+    map.setParent(&window);
+    map.setGeometry(37, 51, 640, 520);
+    window.show();
+    map.show();
+    steamGen.setSelected(tube(4, 4), true);
+    map.refresh();
+    hover(map.posOf(tube(4, 5)));
+    QCoreApplication::processEvents();
+    const auto inWindow = [&] {
+        QCoreApplication::processEvents();
+        return window.screen()->grabWindow(window.winId()).toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    for (int step = 0; step < 3; ++step) {
+        wheel(QPointF(200, 150), 90);
+        const QImage painted = inWindow();
+        QTest::qWait(200); // the kept picture is made
+        map.update();
+        EXPECT_EQ(inWindow(), painted) << step;
+    }
+    // What changes while zooming goes on is seen.
+    wheel(QPointF(200, 150), 90);
+    const QImage before = inWindow();
+    steamGen.setSelected(tube(5, 5), true);
+    map.refresh();
+    EXPECT_NE(inWindow(), before);
+    map.setParent(nullptr);
+}
+
 TEST_F(TubesheetMapTest, viewsOutlastAnotherSizeOfTheWidget)
 {
     const auto resize = [this](int width, int height) {
