@@ -101,8 +101,11 @@ bool MapPrinting::printOn(QPrinter &device, const tarnwick::Message &failure)
     const QRectF paper(QPointF(0, 0), device.pageLayout().fullRect(QPageLayout::Inch).size() * dpi);
     const brannock::MapPicture picture = page(m_session.map().header);
     picture.paint(painter, paper, dpi);
-    for (int i = 0; i < picture.furtherPages(paper, dpi) && device.newPage(); ++i)
-        picture.paintFurther(painter, paper, dpi, i);
+    for (const QList<brannock::LegendRow> &rows : picture.furtherPages(paper, dpi)) {
+        if (!device.newPage())
+            break;
+        picture.paintFurther(painter, paper, dpi, rows);
+    }
     if (painter.end())
         return true;
     m_session.prompts().error(failure);

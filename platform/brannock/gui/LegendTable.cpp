@@ -68,9 +68,14 @@ qsizetype LegendTable::descriptionRoom(const Columns &columns) const
     return qsizetype((columns.tubes - columns.description) / m_char + 1e-6) - 1;
 }
 
+int LegendTable::linesWithin(double height) const
+{
+    return int((height - m_row * 0.4) / m_row + 1e-6) - 1;
+}
+
 int LegendTable::rowsWithin(double height) const
 {
-    const int lines = int((height - m_row * 0.4) / m_row + 1e-6) - 1;
+    const int lines = linesWithin(height);
     if (lines >= m_rows.size())
         return int(m_rows.size());
     return std::max(0, lines - 1); // one line for the count of the others

@@ -35,7 +35,9 @@ public:
     double leastWidth() const { return widthWith(std::min(m_longest, 12)); }
     /// Of heading and all rows.
     double fullHeight() const { return m_row * double(m_rows.size() + 1) + m_row * 0.4; }
-    /// How many rows are shown within this height.
+    /// How many lines below the heading there is room for within this height.
+    int linesWithin(double height) const;
+    /// How many rows are shown within this height: one line fewer when some are only counted.
     int rowsWithin(double height) const;
 
     void paint(QPainter &painter, const QRectF &rect, const MapOptions &options) const;

@@ -317,31 +317,34 @@ void MapPicture::paintFooter(QPainter &painter, const Layout &at, double dpi) co
     line(at.signatures, Qt::AlignRight, m_content.signatures.trimmed());
 }
 
-QList<QList<LegendRow>> MapPicture::legendPages(const QRectF &page, double dpi) const
+QRectF MapPicture::placeFurther(Layout &layout, const QRectF &page, double dpi) const
+{
+    QRectF body = placeAround(layout, page, dpi);
+    // However little the margins leave: a page for each entry is of no use to anybody.
+    body.setHeight(std::max(body.height(), 2 * dpi));
+    return body;
+}
+
+QList<QList<LegendRow>> MapPicture::furtherPages(const QRectF &page, double dpi) const
 {
     const Layout first = layout(page, dpi);
-    const int shown = first.legend.isEmpty() ? 0 : rowsShown(first);
-    QList<QList<LegendRow>> pages{m_content.legend.mid(0, shown)};
+    const qsizetype shown = first.legend.isEmpty() ? 0 : rowsShown(first);
+    const qsizetype count = m_content.legend.size();
+    if (shown == count)
+        return {};
     Layout further;
-    const double height = placeAround(further, page, dpi).height();
-    for (QList<LegendRow> rest = m_content.legend.mid(shown); !rest.isEmpty();) {
-        const int fit = std::max(1, LegendTable(rest, pixels(kLegendPoints, dpi)).rowsWithin(height));
-        pages.append(rest.mid(0, fit));
-        rest = rest.mid(fit);
-    }
+    const int fit = LegendTable({}, pixels(kLegendPoints, dpi)).linesWithin(placeFurther(further, page, dpi).height());
+    QList<QList<LegendRow>> pages;
+    for (qsizetype at = shown; at < count; at += fit)
+        pages.append(m_content.legend.mid(at, fit));
     return pages;
 }
 
-int MapPicture::furtherPages(const QRectF &page, double dpi) const
-{
-    return int(legendPages(page, dpi).size()) - 1;
-}
-
-void MapPicture::paintFurther(QPainter &painter, const QRectF &page, double dpi, int number) const
+void MapPicture::paintFurther(QPainter &painter, const QRectF &page, double dpi, const QList<LegendRow> &rows) const
 {
     Layout at;
-    QRectF block = placeAround(at, page, dpi);
-    const LegendTable table(legendPages(page, dpi).value(number + 1), pixels(kLegendPoints, dpi));
+    QRectF block = placeFurther(at, page, dpi);
+    const LegendTable table(rows, pixels(kLegendPoints, dpi));
     block.setSize(QSizeF(std::min(block.width(), table.fullWidth()), std::min(block.height(), table.fullHeight())));
     painter.save();
     paintTitle(painter, at, dpi);

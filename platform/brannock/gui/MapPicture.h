@@ -71,11 +71,11 @@ public:
     /// Paints the page; the paper itself is left as it is.
     void paint(QPainter &painter, const QRectF &page, double dpi) const;
 
-    /// Further pages, for devices that have them: a legend that finds no room for all its entries goes on there. 0 when
-    /// the first page has them all.
-    int furtherPages(const QRectF &page, double dpi) const;
-    /// number: from 0
-    void paintFurther(QPainter &painter, const QRectF &page, double dpi, int number) const;
+    /// The entries of further pages, for devices that have them: a legend that finds no room for all its entries goes
+    /// on there. None when the first page has them all.
+    QList<QList<LegendRow>> furtherPages(const QRectF &page, double dpi) const;
+    /// Paints one of these.
+    void paintFurther(QPainter &painter, const QRectF &page, double dpi, const QList<LegendRow> &rows) const;
 
     /// A page of that many inches.
     QImage toImage(const QSizeF &inches, int dpi) const;
@@ -94,10 +94,10 @@ private:
     void placeModel(Layout &layout, QRectF &block, double height) const;
     QSizeF modelSize(int pixelSize) const;
     int rowsShown(const Layout &layout) const;
-    /// The entries of each page, the map's own first.
-    QList<QList<LegendRow>> legendPages(const QRectF &page, double dpi) const;
     /// What title and footer leave of the page, which are placed in the layout.
     QRectF placeAround(Layout &layout, const QRectF &page, double dpi) const;
+    /// The same for a further page: the room for its entries.
+    QRectF placeFurther(Layout &layout, const QRectF &page, double dpi) const;
     QMarginsF mapMargins(double dpi) const;
     double mapHeightFor(double width, double dpi) const;
     double mapScale(const QRectF &rect, double dpi) const;

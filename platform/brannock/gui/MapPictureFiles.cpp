@@ -40,8 +40,11 @@ QByteArray pdf(const MapPicture &picture, const QSizeF &inches, const QString &t
     if (painter.begin(&writer)) {
         const QRectF page = pageRect(inches, kPdfDpi);
         picture.paint(painter, page, kPdfDpi);
-        for (int i = 0; i < picture.furtherPages(page, kPdfDpi) && writer.newPage(); ++i)
-            picture.paintFurther(painter, page, kPdfDpi, i);
+        for (const QList<LegendRow> &rows : picture.furtherPages(page, kPdfDpi)) {
+            if (!writer.newPage())
+                break;
+            picture.paintFurther(painter, page, kPdfDpi, rows);
+        }
         painter.end();
     }
     return bytes;

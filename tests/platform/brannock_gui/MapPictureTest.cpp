@@ -135,22 +135,26 @@ TEST(MapPicture, aLegendThatFindsNoRoomGoesOnOnFurtherPages)
 {
     const MapScene scene(sample::block(4, 4));
     const QSizeF inches(11, 8.5);
-    EXPECT_EQ(MapPicture(scene, content(8)).furtherPages(QRectF(QPointF(0, 0), inches * 100), 100), 0);
+    const QRectF page(QPointF(0, 0), inches * 100);
+    EXPECT_TRUE(MapPicture(scene, content(8)).furtherPages(page, 100).isEmpty());
+    PictureContent narrow = content(200);
+    narrow.margins = QMarginsF(5, 5, 5, 5);
+    EXPECT_LE(MapPicture(scene, narrow).furtherPages(page, 100).size(), 40) << "however little room there is";
     const MapPicture many(scene, content(200));
-    const int further = many.furtherPages(QRectF(QPointF(0, 0), inches * 100), 100);
-    EXPECT_GE(further, 3);
+    const auto further = many.furtherPages(page, 100);
+    EXPECT_GE(further.size(), 3);
     // Every entry is there once, whatever page it is on.
     QString all;
-    for (int number = -1; number < further; ++number) {
+    for (qsizetype number = -1; number < further.size(); ++number) {
         QBuffer buffer;
         buffer.open(QIODevice::WriteOnly);
         QSvgGenerator generator;
         generator.setOutputDevice(&buffer);
         QPainter painter(&generator);
         if (number < 0)
-            many.paint(painter, QRectF(QPointF(0, 0), inches * 100), 100);
+            many.paint(painter, page, 100);
         else
-            many.paintFurther(painter, QRectF(QPointF(0, 0), inches * 100), 100, number);
+            many.paintFurther(painter, page, 100, further[number]);
         painter.end();
         all += QString::fromUtf8(buffer.data());
     }
