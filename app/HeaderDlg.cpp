@@ -90,7 +90,11 @@ QPlainTextEdit *HeaderDlg::makeText(const QString &name, int lines)
     edit->setMinimumHeight(height);
     edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     connect(edit, &QPlainTextEdit::textChanged, this, &HeaderDlg::changed);
-    connect(edit, &QPlainTextEdit::cursorPositionChanged, this, [this, edit] { m_lastText = edit; });
+    // Setting a text moves its cursor, too.
+    connect(edit, &QPlainTextEdit::cursorPositionChanged, this, [this, edit] {
+        if (!m_isFilling)
+            m_lastText = edit;
+    });
     return edit;
 }
 
@@ -285,6 +289,7 @@ void HeaderDlg::run(const std::function<bool()> &fileCommand)
 
 void HeaderDlg::reject()
 {
+    take();
     if (m_editor.mayClose())
         QDialog::reject();
 }

@@ -12,9 +12,11 @@
 #include <support/TemporaryFolder.h>
 
 #include <QCheckBox>
+#include <QFontComboBox>
 #include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPrinter>
 #include <QPushButton>
@@ -159,6 +161,21 @@ TEST_F(MapWindowTest, HeaderDialogShowsValuesForKeywordsAndSetsTheHeader)
     });
     pressHeader();
     EXPECT_TRUE(window.projectSession().map().description.isEmpty());
+
+    // A font that is being typed is a change, too; and keywords go where the focus is.
+    said.clear();
+    said.answerWith({Answer::Yes});
+    whenOpen<HeaderDlg>([](HeaderDlg &dialog) {
+        dialog.findChild<QToolButton *>(u"keywords"_s)->menu()->actions().first()->trigger();
+        auto *font = dialog.findChild<QFontComboBox *>(u"footerFont"_s);
+        font->setFocus();
+        font->setEditText(u"Courier"_s);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    pressHeader();
+    EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Question).size(), 1);
+    EXPECT_EQ(header.footerFont, u"Courier"_s);
+    EXPECT_TRUE(header.upperText.startsWith(u'[') && header.lowerText.isEmpty());
 }
 
 TEST_F(MapWindowTest, PicturesGoThroughTheirChoosersAndCarryTheLegendsCounts)
