@@ -3,6 +3,7 @@
 #include "MapTarget.h"
 
 #include <app/logic/Commands.h>
+#include <app/logic/Messages.h>
 #include <app/logic/SelectionCommands.h>
 #include <plans/BoxFill.h>
 #include <plans/FillCommit.h>
@@ -20,7 +21,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr quint32 kBlue = 0xFF0000;
-constexpr tarnwick::Message kAskReplaceOtherModel{0, u"Do you wish to replace \"%S\" by a map of the current model?"};
 
 /// One of some words, as its place in the list. UsageError for another.
 int choice(const Arguments &arguments, QStringView option, const QStringList &words)
@@ -152,13 +152,11 @@ void setLook(const Arguments &arguments, Target &target)
 /// Reads the map that is to be replaced. False when it cannot or is better left as it is, which has been said.
 bool readForChange(Target &target, const QString &path)
 {
-    const int errors = target.console().errorsShown();
     if (!target.map().readMap(path))
         return false;
-    // Read, but with an error: it is of another model, and its places mean other tubes there.
-    return target.console().errorsShown() == errors ||
-           target.prompts().question(tarnwick::Buttons::YesNo, kAskReplaceOtherModel, QFileInfo(path).fileName()) ==
-               tarnwick::Answer::Yes;
+    return !target.map().isOfOtherModel() ||
+           target.prompts().question(tarnwick::Buttons::YesNo, app::messages::kAskReplaceOtherModel,
+                                     QFileInfo(path).fileName()) == tarnwick::Answer::Yes;
 }
 
 } // namespace

@@ -52,6 +52,9 @@ bool MapCommands::save()
     if (m_session.map().isFileChanged() &&
         m_session.prompts().question(Buttons::YesNo, messages::kAskReplaceChanged, file.text()) != Answer::Yes)
         return false;
+    if (m_session.map().isOfOtherModel() &&
+        m_session.prompts().question(Buttons::YesNo, messages::kAskReplaceOtherModel, file.text()) != Answer::Yes)
+        return false;
     return m_session.saveMap(file.machinePath(m_session.roots()));
 }
 

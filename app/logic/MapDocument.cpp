@@ -38,6 +38,11 @@ bool MapDocument::isFileChanged() const
     return !m_stored.at.isNull() && info.exists() && info.lastModified() != m_stored.at;
 }
 
+bool MapDocument::isOfOtherModel() const
+{
+    return !m_stored.at.isNull() && m_stored.site.model != m_project->steamGen.modelName;
+}
+
 void MapDocument::clear()
 {
     setContent(MapFile(), {});
@@ -95,7 +100,8 @@ bool MapDocument::readMap(const QString &machinePath)
         return false;
     }
     checkModel(map);
-    const fenwright::SiteInfo site = map;
+    fenwright::SiteInfo site = map;
+    site.model = map.modelName; // files of the first versions hold no site
     setContent(std::move(map), {});
     noteStored(machinePath, site);
     return true;

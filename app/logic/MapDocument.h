@@ -29,6 +29,8 @@ public:
     tarnwick::JDateTime storedAt() const;
     /// Somebody else has written the file since.
     bool isFileChanged() const;
+    /// The file was made for another model: its places meant other tubes there, and some may not be in this map.
+    bool isOfOtherModel() const;
 
     /// Of the component that the map belongs to.
     int tubeCount() const { return m_project ? m_project->steamGen.numTube() : 0; }
@@ -46,8 +48,8 @@ public:
     /// What is known of the file as it was read or stored last.
     struct Stored
     {
-        fenwright::SiteInfo site;
-        QDateTime at; ///< when; null without a file
+        fenwright::SiteInfo site; ///< with the model that the places of its tubes belong to
+        QDateTime at;             ///< when; null without a file
     };
     const Stored &stored() const { return m_stored; }
 

@@ -18,6 +18,7 @@ inline constexpr Message kStoreHeaderFailed{1038, u"Could not store map header."
 inline constexpr Message kReadMapFailed{1039, u"Could not read map file."};
 inline constexpr Message kStoreMapFailed{0, u"Could not store map."};
 inline constexpr Message kOtherModel{1041, u"Map was created using model '%S.' but the current model is '%S'"};
+inline constexpr Message kAskReplaceOtherModel{0, u"Do you wish to replace \"%S\" by a map of the current model?"};
 inline constexpr Message kImported{0, u"Imported \"%S\"."};
 inline constexpr Message kExported{0, u"Exported \"%S\"."};
 inline constexpr Message kOpenedMap{0, u"Opened map \"%S\"."};

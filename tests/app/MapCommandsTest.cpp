@@ -139,6 +139,25 @@ TEST_F(MapCommandsTest, SaveGoesToTheMapsOwnFileAndSaveAsToAnother)
     EXPECT_TRUE(commands.save()) << "asked once";
 }
 
+TEST_F(MapCommandsTest, AMapOfAnotherModelIsReplacedOnlyWhenToldTo)
+{
+    const QString path = inFolder(u"other.map"_s);
+    QString &model = session.project().steamGen.modelName;
+    const QString own = std::exchange(model, u"Other"_s);
+    addFill({1});
+    ASSERT_TRUE(session.saveMap(path));
+    model = own;
+    ASSERT_TRUE(session.openMap(path));
+    said.clear();
+    said.answerWith({Answer::No, Answer::Yes});
+    EXPECT_FALSE(commands.save());
+    EXPECT_EQ(questions(), u"Do you wish to replace \"%1\" by a map of the current model?"_s.arg(session.map().file()));
+    EXPECT_TRUE(commands.save());
+    said.clear();
+    EXPECT_TRUE(commands.save());
+    EXPECT_EQ(questions(), QString()) << "it is of this model now";
+}
+
 TEST_F(MapCommandsTest, ExportLeavesTheMapItsFileAndImportOpensACopyInTheProject)
 {
     addFill({4, 5});
