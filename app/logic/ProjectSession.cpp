@@ -154,6 +154,7 @@ int ProjectSession::reloadComponent()
         return 0;
     }
     m_componentStamp = stamp;
+    const bool wasModified = m_undo.isModified();
     if (replacing)
         replacing();
     plans::MapLegend::Entries entries = m_legend.copyEntries();
@@ -164,11 +165,12 @@ int ProjectSession::reloadComponent()
     if (dropped > 0)
         m_map.header.clearSignatures(); // they were given for other entries
     m_legend.setSteamGen(present);
-    m_undo.reset(present);
-    // Map files hold tubes by their place in the component, so the map has to be saved anew: it counts as changed.
-    m_undo.checkpoint(u"Component Changed"_s);
     m_legend.replaceEntries(std::move(entries));
     present.setSelection(followTubes(before.selection(), before, present));
+    m_undo.reset(present);
+    // Map files hold tubes by their place in the component: a map with entries has to be saved anew.
+    if (wasModified || m_legend.count() > 0)
+        m_undo.setNeverSaved();
     notify();
     return dropped;
 }

@@ -359,10 +359,26 @@ TEST_F(ComponentTest, LegendFollowsAComponentThatTheMakerHasChanged)
     EXPECT_EQ(window.map().scene().numTube(), fewer.numTube());
     EXPECT_EQ(window.map().steamGen(), &window.steamGen());
     EXPECT_TRUE(window.projectSession().undo().isModified()) << "map files hold the places of tubes";
+    EXPECT_FALSE(window.projectSession().undo().canUndo()) << "nothing before it fits these tubes";
 
     said.clear();
     window.commands().action(ComponentMaker)->trigger();
     EXPECT_TRUE(said.entries().isEmpty()) << "nothing has changed this time";
+}
+
+TEST_F(ComponentTest, WhatIsUnsavedStaysUnsavedUnderAnotherComponent)
+{
+    ASSERT_TRUE(window.openProject(project));
+    ellery::SteamGen fewer = window.steamGen();
+    QList<ellery::Tube> tubes = fewer.tubes();
+    tubes.removeFirst();
+    fewer.setTubes(tubes);
+    makeTool(fewer);
+    window.undoCheckpoint(u"Description"_s);
+    window.projectSession().map().description = u"words"_s;
+    window.commands().action(ComponentMaker)->trigger();
+    EXPECT_EQ(window.steamGen().numTube(), fewer.numTube());
+    EXPECT_TRUE(window.projectSession().undo().isModified());
 }
 
 TEST_F(ComponentTest, ADamagedComponentIsSaidAndTheOldOneStays)
