@@ -295,6 +295,7 @@ bool DBase::openProject(const QString &folder)
     if (!m_session->openProject(projectFolder(folder)))
         return false;
     m_session->openMapAtStart();
+    m_map->setFocus();
     return true;
 }
 
