@@ -116,6 +116,8 @@ DBaseApp::DBaseApp(const AppOptions &options)
     // A picture shows the window as it is made, not as this user left it.
     if (options.picture.isEmpty())
         tarnwick::StateKeeper::keep(m_window.get());
+    else
+        m_window->projectSession().keepsRecentFiles = false;
 }
 
 DBaseApp::~DBaseApp() = default;

@@ -72,9 +72,12 @@ void ProjectSession::load(tarnwick::OptionFile &options)
     tarnwick::loadOptions(options, roots(), m_prompts);
 }
 
-void ProjectSession::store(tarnwick::OptionFile &options)
+void ProjectSession::change(tarnwick::OptionFile &recent, const std::function<void()> &change)
 {
-    tarnwick::storeOptions(options, roots(), m_prompts);
+    if (keepsRecentFiles)
+        tarnwick::changeOptions(recent, roots(), m_prompts, change);
+    else
+        change();
 }
 
 void ProjectSession::setOptions(const query::ArvoOptions &options)
@@ -125,8 +128,7 @@ bool ProjectSession::openProject(const QString &folder)
     m_queryContext.roots = roots();
     if (keepsRecoveryCopies)
         m_recovery.begin(roots());
-    m_system.addRecentProject(m_project->folder);
-    store(m_system);
+    change(m_system, [this] { m_system.addRecentProject(m_project->folder); });
     if (replaced)
         replaced();
     const std::unique_ptr<tarnwick::Progress> progress = newProgress(kConnectTitle);
@@ -187,8 +189,8 @@ tarnwick::JMacro ProjectSession::systemMacros() const
 
 void ProjectSession::databaseConnected(const QString &path)
 {
-    m_recent.addDatabase(m_project->folder, tarnwick::SuitePath::fromMachine(path, roots()).text());
-    store(m_recent);
+    change(m_recent,
+           [&] { m_recent.addDatabase(m_project->folder, tarnwick::SuitePath::fromMachine(path, roots()).text()); });
     notify();
 }
 
@@ -248,8 +250,7 @@ bool ProjectSession::saveMap(const QString &machinePath)
 
 void ProjectSession::noteMapFile(const tarnwick::Message &status)
 {
-    m_recent.addMap(m_project->folder, m_map.file());
-    store(m_recent);
+    change(m_recent, [this] { m_recent.addMap(m_project->folder, m_map.file()); });
     notify();
     m_prompts.status(status, m_map.file());
 }
@@ -280,22 +281,19 @@ void ProjectSession::uploadComponent()
 
 void ProjectSession::clearRecentProjects()
 {
-    m_system.recentProjects.clear();
-    store(m_system);
+    change(m_system, [this] { m_system.recentProjects.clear(); });
     notify();
 }
 
 void ProjectSession::clearRecentDatabases()
 {
-    m_recent.clearDatabases(m_project->folder);
-    store(m_recent);
+    change(m_recent, [this] { m_recent.clearDatabases(m_project->folder); });
     notify();
 }
 
 void ProjectSession::clearRecentMaps()
 {
-    m_recent.clearMaps(m_project->folder);
-    store(m_recent);
+    change(m_recent, [this] { m_recent.clearMaps(m_project->folder); });
     notify();
 }
 

@@ -63,6 +63,8 @@ public:
     void openMapAtStart();
     /// Copies for the case of a crash are kept from the next project on that is opened.
     bool keepsRecoveryCopies = false;
+    /// Off: what is opened stays out of the recent lists that the next start goes by.
+    bool keepsRecentFiles = true;
     /// After changes: brings the copy up to date.
     void updateRecoveryCopy() { m_recovery.update(m_map, m_undo.isModified()); }
     /// The work on the map has come to its proper end.
@@ -100,7 +102,8 @@ private:
     void databaseConnected(const QString &path) override;
     void closeDatabase(const tarnwick::Message &failure);
     void load(tarnwick::OptionFile &options);
-    void store(tarnwick::OptionFile &options);
+    /// Changes a recent list, which other running windows keep in the same file.
+    void change(tarnwick::OptionFile &recent, const std::function<void()> &change);
     void notify();
     void noteMapFile(const tarnwick::Message &status);
 

@@ -42,6 +42,15 @@ static void putAside(const QString &path)
         throw FileError(path, 0, u"is damaged, and cannot be put aside as %1"_s.arg(aside));
 }
 
+// Size and time of a file; empty for none.
+static QByteArray stampOf(const QString &path)
+{
+    const QFileInfo file(path);
+    if (!file.exists())
+        return {};
+    return QByteArray::number(file.size()) + ' ' + QByteArray::number(file.lastModified().toMSecsSinceEpoch());
+}
+
 OptionFile::OptionFile(const QString &path, const QString &title, int version)
     : m_path(path)
     , m_title(title)
@@ -54,8 +63,19 @@ bool OptionFile::load(const PathRoots &roots)
     const QString path = m_path.installationPath(roots);
     if (!QFileInfo::exists(path))
         return false;
+    noteStamp(path);
     loadFrom(path);
     return true;
+}
+
+bool OptionFile::loadIfChanged(const PathRoots &roots)
+{
+    return stampOf(m_path.installationPath(roots)) != m_stamp && load(roots);
+}
+
+void OptionFile::noteStamp(const QString &machinePath)
+{
+    m_stamp = stampOf(machinePath);
 }
 
 void OptionFile::store(const PathRoots &roots)
@@ -64,6 +84,7 @@ void OptionFile::store(const PathRoots &roots)
     // An installation comes into being with the first options that are stored in it.
     QDir().mkpath(QFileInfo(path).absolutePath());
     storeTo(path);
+    noteStamp(path);
 }
 
 void OptionFile::loadFrom(const QString &machinePath)

@@ -21,6 +21,9 @@ public:
     /// damaged file or one of another title, and for one of a newer version, which is then never overwritten by
     /// store(). The record is as before when it throws.
     bool load(const PathRoots &roots);
+    /// The same, but only when the file is another than this record last read or wrote: what another running program
+    /// has stored meanwhile is taken over.
+    bool loadIfChanged(const PathRoots &roots);
     /// Throws FileError; also when the file there is of a newer version.
     void store(const PathRoots &roots);
     /// The same on a file of the machine chosen by the user.
@@ -33,9 +36,12 @@ protected:
     virtual void resetToDefaults() = 0;
 
 private:
+    void noteStamp(const QString &machinePath);
+
     SuitePath m_path;
     QString m_title;
     int m_version;
+    QByteArray m_stamp; ///< of the file as it was last read or written here
 };
 
 } // namespace tarnwick

@@ -1,5 +1,7 @@
 #include "OptionPrompts.h"
 
+#include <QLockFile>
+
 namespace tarnwick {
 
 bool loadOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts)
@@ -19,6 +21,23 @@ void storeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prom
     } catch (const Error &error) {
         prompts.status(messages::kOptionsNotStored, error.text());
     }
+}
+
+void changeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts,
+                   const std::function<void()> &change)
+{
+    // Another holds the lock for the moment of writing a small file. Where no lock can be made (a folder that cannot be
+    // written to) nothing will be stored either.
+    constexpr int kPatienceMs = 1000;
+    QLockFile lock(options.path().installationPath(roots) + QStringLiteral(".lock"));
+    lock.tryLock(kPatienceMs);
+    try {
+        options.loadIfChanged(roots);
+    } catch (const Error &) {
+        // What is damaged or newer has been said at the start, and storing treats it with care.
+    }
+    change();
+    storeOptions(options, roots, prompts);
 }
 
 } // namespace tarnwick

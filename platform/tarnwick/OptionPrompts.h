@@ -2,6 +2,8 @@
 #include "OptionFile.h"
 #include "Prompts.h"
 
+#include <functional>
+
 namespace tarnwick {
 
 namespace messages {
@@ -17,5 +19,9 @@ bool loadOptions(OptionFile &options, const PathRoots &roots, UserPrompts &promp
 /// Stores a record that is kept by the way: that it could not be is said in the status line, since a folder that cannot
 /// be written must not bring up a box at every step.
 void storeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts);
+/// Changes a record that several running programs keep in one file, and stores it: what another has stored meanwhile is
+/// taken over first, and no other one changes the file between the two.
+void changeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts,
+                   const std::function<void()> &change);
 
 } // namespace tarnwick

@@ -8,6 +8,7 @@
 #include <app/logic/SiblingTools.h>
 #include <app/logic/StartUp.h>
 #include <app/logic/SystemMacros.h>
+#include <tarnwick/OptionPrompts.h>
 
 #include <QDir>
 #include <QFile>
@@ -185,6 +186,26 @@ TEST_F(RecentFilesTest, EveryProjectHasItsOwnMostRecentFirst)
     EXPECT_EQ(read.lists(u"/data/b"_s).maps, QStringList{u"maps\\x.map"_s});
     read.clearDatabases(u"/data/a"_s);
     EXPECT_TRUE(read.lists(u"/data/a"_s).databases.isEmpty());
+}
+
+TEST_F(RecentFilesTest, WindowsThatRunTogetherKeepWhatTheOthersOpened)
+{
+    const tarnwick::PathRoots roots = tarnwick::PathRoots::fromEnvironment();
+    RecentFiles one;
+    RecentFiles other;
+    const auto open = [&](RecentFiles &files, const QString &name) {
+        tarnwick::changeOptions(files, roots, said, [&] { files.addMap(u"/data/a"_s, name); });
+    };
+    open(one, u"1.map"_s);
+    open(other, u"2.map"_s);
+    open(one, u"3.map"_s);
+    EXPECT_EQ(one.lists(u"/data/a"_s).maps.join(u' '), u"3.map 2.map 1.map"_s);
+    // Where nothing can be stored, the list of the running program grows all the same.
+    const QString config = roots.palomineDir + u"/config"_s;
+    ASSERT_TRUE(QDir(config).removeRecursively() && QFile(config).open(QIODevice::NewOnly));
+    open(one, u"4.map"_s);
+    open(one, u"5.map"_s);
+    EXPECT_EQ(one.lists(u"/data/a"_s).maps.join(u' '), u"5.map 4.map 3.map 2.map 1.map"_s);
 }
 
 class ToolsTest : public AppTest
