@@ -181,7 +181,7 @@ QString Project::pathOf(const QString &suitePath) const
 
 QString Project::databasePath() const
 {
-    return QDir(folder).filePath(u"arvo/project.mdb"_s);
+    return pathOf(u"arvo\\project.mdb"_s);
 }
 
 } // namespace brannock

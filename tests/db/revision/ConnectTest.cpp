@@ -57,6 +57,18 @@ TEST_F(ConnectTest, StartsWithTheMostRecentDatabaseAndMakesNoOther)
     EXPECT_FALSE(QFile::exists(standard));
 }
 
+TEST_F(ConnectTest, FindsTheProjectsOwnHoweverItsNameIsWritten)
+{
+    const QString written = folder.path(u"ARVO/Project.MDB"_s);
+    ASSERT_TRUE(QDir(folder.path()).rename(u"arvo"_s, u"ARVO"_s));
+    ASSERT_TRUE(db::createDatabase(prompts, written));
+    for (const QStringList &recent : {QStringList(), QStringList{u"arvo\\PROJECT.mdb"_s}}) {
+        EXPECT_TRUE(db::connectAtStart(session, recent, 2002, context));
+        EXPECT_EQ(session.path(), written);
+    }
+    EXPECT_FALSE(QFile::exists(folder.path(u"arvo"_s))) << "no second database beside it";
+}
+
 TEST_F(ConnectTest, FallsBackToTheProjectsOwnWhenTheRecentOneFails)
 {
     ASSERT_TRUE(db::createDatabase(prompts, standard));
