@@ -19,7 +19,8 @@ constexpr OptionSpec kCreateOptions[] = {
     {u"format", u"YEAR", u"1997, 2000 or 2002: the format year that the file remembers (2002)"}};
 
 constexpr OptionSpec kConnectOptions[] = {
-    {u"convert", u"ANSWER", u"yes or no: whether to convert a database of an older revision, or a Jet file (no)"}};
+    {u"convert", u"ANSWER",
+     u"yes or no: whether to convert a database of an older revision or a Jet file, and to import a foreign one (no)"}};
 
 constexpr OptionSpec kImportOptions[] = {
     {u"out", u"DB", u"the new database; it must not exist"},

@@ -158,7 +158,8 @@ bool Target::connect(Use use)
         return false;
     ConsoleProgress progress;
     if (db::connectDatabase(m_session, m_databasePath,
-                            {hasProject() ? &m_project : nullptr, nullptr, &progress, use == Use::Read}))
+                            {hasProject() ? &m_project : nullptr, nullptr, &progress, use == Use::Read,
+                             use == Use::Import || use == Use::Store}))
         return true;
     if (m_prompts.errorsShown() == errors)
         throw tarnwick::Cancelled();

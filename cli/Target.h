@@ -50,7 +50,8 @@ public:
     enum class Use {
         Read,   ///< the database is neither brought up to date nor written to
         Change, ///< it is brought up to date
-        Store   ///< the same; a project's own that is missing is made first
+        Import, ///< the same; the tables of a foreign database are taken over
+        Store   ///< the same as Import; a project's own that is missing is made first
     };
     /// Connects to the database. False when that failed (which has then been said).
     bool connect(Use use = Use::Change);

@@ -25,7 +25,7 @@ QString pathBelowArvo(const QString &path, const ConnectContext &context)
 {
     if (!context.project)
         return QDir::toNativeSeparators(path);
-    return SuitePath::fromMachine(path, context.project->roots()).relativeTo(u"arvo"_s);
+    return SuitePath::fromMachine(path, context.project->roots()).shown(u"arvo"_s);
 }
 
 bool samePath(const QString &one, const QString &other)
@@ -40,6 +40,8 @@ void sayNotImported(DatabaseSession &session, const ConnectContext &context)
         return;
     if (!context.project)
         session.prompts().information(messages::kNotImported, u"no project is loaded."_s);
+    else if (!context.importsForeign)
+        session.prompts().information(messages::kNotImported, u"this was not asked for."_s);
     else if (!session.isUpdatable())
         session.prompts().information(messages::kNotImported, u"the database cannot be written to."_s);
 }
@@ -48,7 +50,8 @@ void sayNotImported(DatabaseSession &session, const ConnectContext &context)
 bool bringUpToDate(DatabaseSession &session, ConversionRequest &request, const ConnectContext &context)
 {
     if (isLegacyDatabase(session.database()))
-        return context.project && importLegacyDatabase(session, *context.project, context.progress);
+        return context.project && context.importsForeign &&
+               importLegacyDatabase(session, *context.project, context.progress);
     return reviseDatabase(session, request, context.project, context.progress);
 }
 
@@ -100,8 +103,9 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
 
 bool createProjectDatabase(tarnwick::UserPrompts &prompts, const brannock::Project &project, int formatYear)
 {
-    QDir(project.folder).mkpath(u"arvo"_s); // creating the file says why when there is no such folder
-    return createDatabase(prompts, project.databasePath(), formatYear);
+    const QString path = project.databasePath();
+    QDir().mkpath(QFileInfo(path).path()); // creating the file says why when there is no such folder
+    return createDatabase(prompts, path, formatYear);
 }
 
 bool connectAtStart(DatabaseSession &session, const QStringList &recentDatabases, int formatYear,
@@ -111,7 +115,7 @@ bool connectAtStart(DatabaseSession &session, const QStringList &recentDatabases
     bool standardTried = false;
     if (!recentDatabases.isEmpty()) {
         const QString recent = context.project->pathOf(recentDatabases.first());
-        if (!samePath(recent, standard) || QFileInfo::exists(standard)) {
+        if (!samePath(recent, standard) || QFileInfo::exists(recent)) {
             connectDatabase(session, recent, context);
             standardTried = samePath(recent, standard);
         }

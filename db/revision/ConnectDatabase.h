@@ -20,6 +20,7 @@ struct ConnectContext
     ConnectionListener *listener = nullptr;     ///< null: nobody is told
     tarnwick::Progress *progress = nullptr;     ///< null: nobody watches
     bool onlyReads = false;                     ///< open the database for reading, as it is
+    bool importsForeign = true;                 ///< take over the tables of a foreign database, which nobody is asked
 };
 
 /// Connects a database in place of the one that is open. It may be one of the present schema, whose views and aliases

@@ -171,6 +171,15 @@ TEST_F(LegacyImportTest, WhatIsNotImportedIsSaid)
     ASSERT_TRUE(db::connectDatabase(session, path, {}));
     EXPECT_EQ(informations(), QStringList{u"The foreign tables were not imported: no project is loaded."_s});
     EXPECT_FALSE(database().hasTable(u"report"));
+    session.close();
+    const QByteArray before = bytes();
+    prompts.clear();
+    db::ConnectContext context{&project};
+    context.importsForeign = false;
+    ASSERT_TRUE(db::connectDatabase(session, path, context));
+    EXPECT_EQ(informations(), QStringList{u"The foreign tables were not imported: this was not asked for."_s});
+    session.close();
+    EXPECT_EQ(bytes(), before);
 }
 
 TEST_F(LegacyImportTest, RepairsAndTubeSetsFailByThemselves)
