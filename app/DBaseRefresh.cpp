@@ -137,10 +137,11 @@ void DBase::refreshMenus()
     for (const QString &folder : m_session->recentProjects())
         projects.append({QDir::toNativeSeparators(folder), folder});
     m_recent->setProjects(projects);
-    const auto entries = [this](const QStringList &paths) {
+    const tarnwick::PathRoots roots = m_session->roots();
+    const auto entries = [&roots](const QStringList &paths) {
         QList<RecentMenus::Entry> list;
         for (const QString &path : paths)
-            list.append({path, tarnwick::SuitePath(path).machinePath(m_session->roots())});
+            list.append({tarnwick::SuitePath(path).shown(), tarnwick::SuitePath(path).machinePath(roots)});
         return list;
     };
     const RecentFiles::Lists files = m_session->hasProject() ? m_session->recentFiles() : RecentFiles::Lists();

@@ -22,7 +22,7 @@ QString databaseText(const brannock::Project &project, const DatabaseStatus &dat
     if (database.path.isEmpty())
         return u"<none>"_s;
     const tarnwick::SuitePath path = tarnwick::SuitePath::fromMachine(database.path, project.roots());
-    QString text = path.relativeTo(u"arvo"_s);
+    QString text = path.shown(u"arvo"_s);
     if (!database.updatable)
         text += u" READ ONLY"_s;
     return text;

@@ -25,6 +25,8 @@ static QStringList makeFolders(const QString &installation)
 
 PathRoots PathRoots::fromEnvironment(const QString &projectDir)
 {
+    // Asked for at every other step, perhaps for a folder across a network: once for each installation is enough.
+    static QString made;
     PathRoots roots;
     if (!projectDir.isEmpty())
         roots.projectDir = QDir::cleanPath(QDir(projectDir).absolutePath());
@@ -32,12 +34,14 @@ PathRoots PathRoots::fromEnvironment(const QString &projectDir)
     if (!fromEnvironment.isEmpty()) {
         roots.palomineDir = QDir::cleanPath(QDir(QDir::fromNativeSeparators(fromEnvironment)).absolutePath());
         // One that is shared and read-only stays as it is.
-        if (QFileInfo(roots.palomineDir).isWritable())
+        if (roots.palomineDir != made && QFileInfo(roots.palomineDir).isWritable())
             makeFolders(roots.palomineDir);
     } else {
         roots.palomineDir = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/palomine"_s;
-        makeFolders(roots.palomineDir);
+        if (roots.palomineDir != made)
+            makeFolders(roots.palomineDir);
     }
+    made = roots.palomineDir;
     return roots;
 }
 
@@ -181,6 +185,11 @@ QString SuitePath::relativeTo(const QString &folder) const
 bool SuitePath::isBelow(const QString &folder) const
 {
     return lengthOfLeading(m_text, folder) > 0;
+}
+
+QString SuitePath::shown(const QString &folder) const
+{
+    return isAbsolute(m_text) ? QDir::toNativeSeparators(QString(m_text).replace(u'\\', u'/')) : relativeTo(folder);
 }
 
 SuitePath SuitePath::withExtension(const QString &extensionWithDot) const

@@ -44,6 +44,8 @@ public:
     /// The text without the given leading folder ("queries"), when it has it; case and kind of separator do not count.
     QString relativeTo(const QString &folder) const;
     bool isBelow(const QString &folder) const;
+    /// For the eye: relativeTo(folder); an absolute path as this machine writes it.
+    QString shown(const QString &folder = {}) const;
     SuitePath withExtension(const QString &extensionWithDot) const;
 
     bool operator==(const SuitePath &other) const = default;

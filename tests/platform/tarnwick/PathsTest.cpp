@@ -63,6 +63,8 @@ TEST(SuitePath, isComparedWithoutCaseAndSeparators)
     EXPECT_TRUE(SuitePath(u"ARVO\\project.mdb"_s).isBelow(u"arvo"_s));
     EXPECT_FALSE(SuitePath(u"arvo"_s).isBelow(u"arvo"_s));
     EXPECT_FALSE(SuitePath(u"a\\b"_s).isBelow(QString()));
+    EXPECT_EQ(SuitePath(u"arvo\\a.mdb"_s).shown(u"arvo"_s), u"a.mdb"_s);
+    EXPECT_EQ(SuitePath(u"/data/a.mdb"_s).shown(u"arvo"_s), u"/data/a.mdb"_s);
 }
 
 TEST(PathRoots, comeFromTheEnvironment)
