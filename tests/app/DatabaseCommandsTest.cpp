@@ -1,6 +1,5 @@
-#include "AppFixture.h"
+#include "WindowFixture.h"
 
-#include <app/CommandActions.h>
 #include <app/TextPanel.h>
 
 #include <db/CreateDatabase.h>
@@ -20,7 +19,7 @@ namespace app {
 namespace {
 
 /// A window on a project of its own, and databases that are not of the present revision.
-class DatabaseCommandsTest : public AppTest
+class DatabaseCommandsTest : public WindowFixture
 {
 protected:
     DatabaseCommandsTest()
@@ -54,17 +53,10 @@ protected:
         dialogs.next = path;
         run(OpenDatabase);
     }
-    void run(int number)
-    {
-        window.commands().action(number)->trigger();
-        QCoreApplication::processEvents();
-    }
     QString panel() { return window.findChild<TextPanel *>(u"projectPanel"_s)->text(); }
 
     QTemporaryDir folder;
     QString project = folder.filePath(u"project"_s);
-    ScriptedDialogs dialogs;
-    DBase window{&said};
 };
 
 /// Shows nothing, and wants to stop at once.

@@ -1,14 +1,11 @@
-#include "AppFixture.h"
+#include "WindowFixture.h"
 
-#include <app/CommandActions.h>
 #include <app/HeaderDlg.h>
 #include <app/logic/Messages.h>
 #include <app/MapPreviewDlg.h>
 #include <app/MapPrinting.h>
 #include <app/TextPanel.h>
 
-#include <plans/FillCommit.h>
-#include <plans/PatternFill.h>
 #include <support/TemporaryFolder.h>
 
 #include <QCheckBox>
@@ -21,7 +18,6 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QTest>
 #include <QTimer>
 #include <QToolButton>
 
@@ -32,7 +28,7 @@ namespace app {
 
 namespace {
 
-class MapWindowTest : public AppTest
+class MapWindowTest : public WindowFixture
 {
 protected:
     MapWindowTest()
@@ -41,20 +37,6 @@ protected:
         EXPECT_TRUE(window.openProject(projectFolder()));
         QCoreApplication::processEvents();
         said.clear();
-    }
-    QAction *command(int number) { return window.commands().action(number); }
-    void run(int number)
-    {
-        command(number)->trigger();
-        QCoreApplication::processEvents();
-    }
-    void addPattern(int firstRow)
-    {
-        plans::PatternFill fill;
-        fill.parameters.firstRow = firstRow;
-        fill.parameters.colIncrement = 1;
-        plans::addNewFill(window, fill);
-        QCoreApplication::processEvents();
     }
     /// Does something with the dialog of a class once it is open.
     template <typename Dialog>
@@ -71,8 +53,6 @@ protected:
     void pressHeader() { window.findChild<QToolButton *>(u"headerButton"_s)->click(); }
 
     support::TemporaryFolder folder;
-    ScriptedDialogs dialogs;
-    DBase window{&said};
 };
 
 } // namespace

@@ -1,16 +1,13 @@
 // The window's options, its ways to find and drag, and what the keyboard reaches.
-#include "AppFixture.h"
+#include "WindowFixture.h"
 
-#include <app/CommandActions.h>
 #include <app/LegendView.h>
 #include <app/MainToolBar.h>
 
 #include <brannock/gui/ColourButton.h>
 #include <brannock/gui/MapColours.h>
 #include <ellery/ComponentFile.h>
-#include <plans/FillCommit.h>
 #include <plans/gui/MapLook.h>
-#include <plans/PatternFill.h>
 #include <query/dialogs/ArvoOptionsDlg.h>
 
 #include <QComboBox>
@@ -23,7 +20,6 @@
 #include <QPlainTextEdit>
 #include <QSpinBox>
 #include <QTableView>
-#include <QTest>
 #include <QTimer>
 #include <QToolButton>
 
@@ -34,23 +30,14 @@ namespace app {
 
 namespace {
 
-class ViewTest : public AppTest
+class ViewTest : public WindowFixture
 {
 protected:
     void open()
     {
-        ASSERT_TRUE(window.openProject(projectFolder()));
-        window.show();
-        window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-        QCoreApplication::processEvents();
-    }
-    template <typename Widget>
-    Widget *find(const QString &name)
-    {
-        Widget *widget = window.findChild<Widget *>(name);
-        EXPECT_NE(widget, nullptr) << qPrintable(name);
-        return widget;
+        WindowFixture::open();
+        showActive();
+        settle();
     }
     /// Presses OPTIONS and does something in the dialog, which must have ended it.
     void inOptions(const std::function<void(query::ArvoOptionsDlg &)> &work)
@@ -68,8 +55,6 @@ protected:
         EXPECT_TRUE(seen);
     }
     quint32 mapColour() { return window.map().options().mapColour; }
-
-    DBase window{&said};
 };
 
 void setColour(QDialog &dialog, const QString &name, quint32 value)

@@ -1,25 +1,18 @@
-#include "AppFixture.h"
+#include "WindowFixture.h"
 
-#include <app/CommandActions.h>
 #include <app/LegendModel.h>
 #include <app/LegendView.h>
 #include <app/MainToolBar.h>
 #include <app/TextPanel.h>
 
 #include <db/SqlText.h>
-#include <plans/FillCommit.h>
-#include <plans/PatternFill.h>
 #include <plans/QueryFill.h>
 
-#include <QAbstractItemModelTester>
-#include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMimeData>
-#include <QTest>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -29,47 +22,9 @@ namespace app {
 
 namespace {
 
-class WindowTest : public AppTest
+class WindowTest : public WindowFixture
 {
 protected:
-    void open()
-    {
-        ASSERT_TRUE(window.openProject(projectFolder()));
-        settle();
-    }
-    /// Lets changes reach what is shown.
-    static void settle() { QCoreApplication::processEvents(); }
-
-    /// Keys reach an active window only.
-    void showActive()
-    {
-        window.show();
-        window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    }
-
-    QAction *command(int number) { return window.commands().action(number); }
-    void run(int number)
-    {
-        command(number)->trigger();
-        settle();
-    }
-    void addPattern(int firstRow, int rowIncrement)
-    {
-        plans::PatternFill fill;
-        fill.parameters.firstRow = firstRow;
-        fill.parameters.rowIncrement = rowIncrement;
-        fill.parameters.colIncrement = 1;
-        plans::addNewFill(window, fill);
-        settle();
-    }
-    template <typename Widget>
-    Widget *find(const QString &name)
-    {
-        Widget *widget = window.findChild<Widget *>(name);
-        EXPECT_NE(widget, nullptr) << qPrintable(name);
-        return widget;
-    }
     QStringList enabledMenus()
     {
         QStringList names;
@@ -79,15 +34,6 @@ protected:
         }
         return names;
     }
-    QString legendOrder()
-    {
-        QString text;
-        for (int i = 0; i < window.legend().count(); ++i)
-            text += QChar(window.legend().entry(i).symbol);
-        return text;
-    }
-
-    DBase window{&said};
 };
 
 } // namespace
@@ -194,78 +140,6 @@ TEST_F(WindowTest, FlipsAreCheckedAndCanBeUndone)
     run(ShowFloatingId);
     EXPECT_EQ(command(ShowFloatingId)->isChecked(), !tip);
     EXPECT_EQ(window.map().hasTubeTip(), !tip);
-}
-
-TEST_F(WindowTest, LegendIsReorderedByKeysAndByDropping)
-{
-    open();
-    addPattern(1, 3);
-    addPattern(2, 3);
-    addPattern(3, 3);
-    showActive();
-    auto *legend = find<LegendView>(u"legend"_s);
-    ASSERT_EQ(legend->model()->rowCount(), 3);
-    legend->setFocus();
-    legend->setCurrentEntry(2);
-    QTest::keyClick(legend, Qt::Key_Up, Qt::AltModifier);
-    settle();
-    EXPECT_EQ(legendOrder(), u"ACB"_s);
-    EXPECT_EQ(legend->currentEntry(), 1);
-    EXPECT_EQ(command(Undo)->text(), u"Undo Move Entry"_s);
-
-    const std::unique_ptr<QMimeData> dragged(legend->model()->mimeData({legend->model()->index(0, 1)}));
-    legend->model()->dropMimeData(dragged.get(), Qt::MoveAction, 3, 0, {});
-    settle();
-    EXPECT_EQ(legendOrder(), u"CBA"_s);
-    run(Undo);
-    run(Undo);
-    EXPECT_EQ(legendOrder(), u"ABC"_s);
-}
-
-TEST_F(WindowTest, LegendShowsHidesAndDeletesByKeys)
-{
-    open();
-    addPattern(1, 2);
-    addPattern(2, 2);
-    showActive();
-    auto *legend = find<LegendView>(u"legend"_s);
-    const QAbstractItemModel &model = *legend->model();
-    const QString hits = model.index(0, LegendModel::Hits).data().toString();
-    EXPECT_EQ(model.index(0, LegendModel::Tubes).data().toString(), hits);
-    legend->setFocus();
-    legend->setCurrentEntry(0);
-    QTest::keyClick(legend, Qt::Key_Space);
-    settle();
-    EXPECT_FALSE(window.legend().entry(0).shown);
-    EXPECT_EQ(model.index(0, LegendModel::Hits).data().toString(), u"0"_s);
-    EXPECT_EQ(command(Undo)->text(), u"Undo Hide Entry"_s);
-    window.commands().extra(Extra::EntriesInvert)->trigger();
-    settle();
-    EXPECT_TRUE(window.legend().entry(0).shown);
-    EXPECT_FALSE(window.legend().entry(1).shown);
-    QTest::keyClick(legend, Qt::Key_Delete);
-    settle();
-    EXPECT_EQ(legendOrder(), u"B"_s);
-
-    said.answerWith({Answer::No, Answer::Yes});
-    run(DeleteAllEntries);
-    EXPECT_EQ(window.legend().count(), 1);
-    run(DeleteAllEntries);
-    EXPECT_EQ(window.legend().count(), 0);
-    EXPECT_FALSE(command(DeleteAllEntries)->isEnabled());
-}
-
-TEST_F(WindowTest, UpdateComputesTheLegendAnew)
-{
-    open();
-    addPattern(1, 2);
-    window.legend().entry(0).tubes.clear();
-    said.clear();
-    find<QToolButton>(u"updateButton"_s)->click();
-    settle();
-    EXPECT_GT(window.legend().entry(0).paintedCount, 0);
-    EXPECT_EQ(said.lastStatus(), u"Done updating map."_s);
-    EXPECT_EQ(command(Undo)->text(), u"Undo Update Map"_s);
 }
 
 TEST_F(WindowTest, CommandsThatFailAreSaidAndEndNothing)
@@ -391,7 +265,6 @@ TEST_F(WindowTest, ConnectsTheProjectsDatabaseAndMakesItWhenItIsMissing)
 TEST_F(WindowTest, NewAndOpenDatabaseGoThroughTheChooser)
 {
     open();
-    ScriptedDialogs dialogs;
     window.setFileDialogs(&dialogs);
     run(NewDatabase);
     EXPECT_EQ(said.lastStatus(), u"Create database ..."_s);
@@ -500,52 +373,6 @@ TEST_F(WindowTest, EveryPartHasRoomForItsText)
     }
     const auto *status = find<TextPanel>(u"statusPanel"_s);
     EXPECT_GE(status->width(), status->sizeHint().width());
-}
-
-TEST(LegendModel, IsAProperModelWhileTheLegendChanges)
-{
-    ellery::SteamGen sg;
-    sg.setTubes({{{0, 1, 1}, 1, 1, false}, {{0, 1, 2}, 2, 1, false}});
-    plans::MapLegend legend(sg);
-    LegendModel model;
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
-    model.setLegend(&legend);
-    legend.changed = [&model] { model.refresh(); };
-    for (int i = 0; i < 3; ++i) {
-        auto fill = std::make_unique<plans::PatternFill>();
-        fill->tubes = {i % 2};
-        fill->label = u"entry %1"_s.arg(i);
-        legend.addEntry(std::move(fill), true);
-    }
-    EXPECT_EQ(model.rowCount(), 3);
-    EXPECT_EQ(model.index(1, LegendModel::Description).data().toString(), u"entry 1"_s);
-    legend.moveEntry(0, 2);
-    legend.deleteEntry(1);
-    EXPECT_EQ(model.rowCount(), 2);
-    model.setLegend(nullptr);
-    EXPECT_EQ(model.rowCount(), 0);
-}
-
-TEST(LegendModel, DropsBetweenRowsAndAsksForTheMove)
-{
-    ellery::SteamGen sg;
-    plans::MapLegend legend(sg);
-    for (int i = 0; i < 4; ++i)
-        legend.addEntry(std::make_unique<plans::PatternFill>(), true);
-    LegendModel model;
-    model.setLegend(&legend);
-    QList<std::pair<int, int>> moves;
-    QObject::connect(&model, &LegendModel::moveRequested, &model, [&moves](int from, int to) {
-        moves.append({from, to});
-    });
-    const std::unique_ptr<QMimeData> second(model.mimeData({model.index(1, 0)}));
-    EXPECT_FALSE(model.dropMimeData(second.get(), Qt::MoveAction, 0, 0, {}));
-    EXPECT_FALSE(model.dropMimeData(second.get(), Qt::MoveAction, 4, 0, {}));
-    EXPECT_FALSE(model.dropMimeData(second.get(), Qt::MoveAction, -1, -1, model.index(3, 0)));
-    QMimeData foreign;
-    foreign.setText(u"1"_s);
-    EXPECT_FALSE(model.dropMimeData(&foreign, Qt::MoveAction, 0, 0, {}));
-    EXPECT_EQ(moves, (QList<std::pair<int, int>>{{1, 0}, {1, 3}, {1, 2}}));
 }
 
 } // namespace app
