@@ -223,7 +223,8 @@ private:
         }
         m_failed = m_failed || m_haveTime || hour > 23 || minute > 59 || second > 59;
         m_haveTime = true;
-        m_seconds = hour * 3600 + minute * 60 + second;
+        if (!m_failed) // numbers of any size are read
+            m_seconds = hour * 3600 + minute * 60 + second;
     }
 
     std::optional<int> dayFromParts() const
