@@ -71,9 +71,23 @@ QString FileDialogs::askForName(const FileChooserInfo &chooser, const QString &t
                      [&dialog](const QString &filter) { dialog.setDefaultSuffix(suffixOf(filter)); });
     if (!name.isEmpty())
         dialog.selectFile(name);
-    if (dialog.exec() != QDialog::Accepted)
-        return {};
-    return remember(chooser, dialog.selectedFiles().value(0));
+    QStringList known;
+    for (const QString &filter : dialog.nameFilters())
+        known.append(suffixOf(filter));
+    while (dialog.exec() == QDialog::Accepted) {
+        const QString chosen = dialog.selectedFiles().value(0);
+        const QString path = withSuffix(chosen, dialog.defaultSuffix(), known);
+        // The dialog asks about files that are there by their whole name.
+        if (path == chosen || !mayReplace || !QFileInfo::exists(path))
+            return remember(chooser, path);
+        dialog.selectFile(QFileInfo(path).fileName());
+    }
+    return {};
+}
+
+QString FileDialogs::withSuffix(const QString &path, const QString &suffix, const QStringList &known)
+{
+    return known.contains(QFileInfo(path).suffix(), Qt::CaseInsensitive) ? path : path + u'.' + suffix;
 }
 
 QString FileDialogs::openFolder(const QString &title, const QString &start)

@@ -25,6 +25,8 @@ public:
     /// Like saveFile, for a file that is to be made and must not exist yet.
     virtual QString newFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots);
     virtual QString openFolder(const QString &title, const QString &start);
+    /// The path, ended by the suffix unless it ends in one of those known: a dot within a name ("R11.2") is no suffix.
+    static QString withSuffix(const QString &path, const QString &suffix, const QStringList &known);
     /// Another project: choosers start in its folders.
     void forgetFolders() { m_folders.clear(); }
 

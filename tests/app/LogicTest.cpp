@@ -19,6 +19,14 @@ using testing::ElementsAre;
 
 namespace app {
 
+TEST(FileDialogs, ADotWithinANameIsNoSuffix)
+{
+    const QStringList known{u"emf"_s, u"pdf"_s};
+    EXPECT_EQ(FileDialogs::withSuffix(u"/a/R11.2"_s, u"emf"_s, known), u"/a/R11.2.emf"_s);
+    EXPECT_EQ(FileDialogs::withSuffix(u"/a.b/name"_s, u"emf"_s, known), u"/a.b/name.emf"_s);
+    EXPECT_EQ(FileDialogs::withSuffix(u"/a/name.PDF"_s, u"emf"_s, known), u"/a/name.PDF"_s);
+}
+
 TEST(StartUp, TakesTheNamedProjectElseTheOneOpenedLast)
 {
     EXPECT_EQ(chooseProject({}, {u"/data/a"_s, u"/data/b"_s}), u"/data/a"_s);
