@@ -279,8 +279,8 @@ void MapPicture::paintMap(QPainter &painter, const QRectF &rect, double dpi) con
     painter.translate(rect.topLeft());
     const QRectF all(QPointF(0, 0), rect.size());
     MapPainter::paint(painter, m_scene, view, all);
-    const QColor tick = readable(fromColourRef(m_scene.options.tickColour), Qt::white, 4.5);
-    rulers.paint(painter, rulers.layout(m_scene, view), {tick, Qt::white}, all.toAlignedRect());
+    rulers.paint(painter, rulers.layout(m_scene, view), MapRulers::Colours::of(m_scene.options, Qt::white),
+                 all.toAlignedRect());
     painter.restore();
 }
 

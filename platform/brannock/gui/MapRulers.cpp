@@ -5,6 +5,7 @@
 #include <QFontMetricsF>
 #include <QMarginsF>
 #include <QPainter>
+#include <QPainterPath>
 
 namespace brannock {
 
@@ -167,6 +168,14 @@ void MapRulers::layoutStraight(const TickAxis &axis, Axis kind, const AxisText &
     }
 }
 
+static MapRulers::Ground groundOf(const QRectF &label, const QPolygonF &sheet)
+{
+    int inside = 0;
+    for (const QPointF &corner : {label.topLeft(), label.topRight(), label.bottomLeft(), label.bottomRight()})
+        inside += sheet.containsPoint(corner, Qt::WindingFill) ? 1 : 0;
+    return inside == 0 ? MapRulers::Ground::Beside : inside == 4 ? MapRulers::Ground::Sheet : MapRulers::Ground::Edge;
+}
+
 void MapRulers::layoutAskew(const TickAxis &axis, Axis kind, const AxisText &text, const MapScene &scene,
                             const MapView &view, Layout &layout) const
 {
@@ -176,6 +185,9 @@ void MapRulers::layoutAskew(const TickAxis &axis, Axis kind, const AxisText &tex
         });
     };
     const QRectF viewport(QPointF(0, 0), view.size);
+    QPolygonF sheet;
+    for (const QPointF &point : scene.outline())
+        sheet.append(view.toView(point));
     for (size_t i = 0; i < axis.ticks.size(); ++i) {
         const Tick &tick = axis.ticks[i];
         const QPointF outward(tick.outward.x() * view.xOrientation, -tick.outward.y() * view.yOrientation);
@@ -184,8 +196,9 @@ void MapRulers::layoutAskew(const TickAxis &axis, Axis kind, const AxisText &tex
         const QPointF centre = view.toView(tick.at) + outward * (scene.pitch() * view.scale * 0.7 + m_gap + half);
         const QRectF rect(centre.x() - width / 2, centre.y() - m_height / 2, width, m_height);
         if (viewport.contains(rect) && !crowded(rect))
-            layout.labels.push_back({tick.label, rect, kind, tick.number});
+            layout.labels.push_back({tick.label, rect, kind, tick.number, groundOf(rect, sheet)});
     }
+    layout.sheet = sheet;
 }
 
 MapRulers::Layout MapRulers::layout(const MapScene &scene, const MapView &view) const
@@ -205,6 +218,22 @@ MapRulers::Layout MapRulers::layout(const MapScene &scene, const MapView &view) 
     return layout;
 }
 
+static QPainterPath sheetPath(const MapRulers::Layout &layout)
+{
+    QPainterPath path;
+    path.addPolygon(layout.sheet);
+    path.closeSubpath();
+    return path;
+}
+
+MapRulers::Colours MapRulers::Colours::of(const MapOptions &options, const QColor &surroundings)
+{
+    constexpr double kTextContrast = 4.5;
+    const QColor tick = fromColourRef(options.tickColour);
+    return {readable(tick, surroundings, kTextContrast), surroundings,
+            readable(tick, fromColourRef(options.mapColour), kTextContrast)};
+}
+
 void MapRulers::paint(QPainter &painter, const Layout &layout, const Colours &colours, const QRegion &exposed) const
 {
     painter.save();
@@ -220,10 +249,21 @@ void MapRulers::paint(QPainter &painter, const Layout &layout, const Colours &co
             painter.drawLine(mark);
     }
     painter.setFont(m_font);
-    painter.setPen(colours.tick);
+    const auto draw = [&](const Label &label, const QColor &colour) {
+        painter.setPen(colour);
+        painter.drawText(label.rect, Qt::AlignCenter | Qt::TextDontClip, label.text);
+    };
     for (const Label &label : layout.labels) {
-        if (exposed.intersects(label.rect.toAlignedRect()))
-            painter.drawText(label.rect, Qt::AlignCenter | Qt::TextDontClip, label.text);
+        if (!exposed.intersects(label.rect.toAlignedRect()))
+            continue;
+        const bool isOnEdge = label.ground == Ground::Edge && colours.tick != colours.onSheet;
+        draw(label, label.ground == Ground::Sheet ? colours.onSheet : colours.tick);
+        if (!isOnEdge)
+            continue;
+        painter.save();
+        painter.setClipPath(sheetPath(layout), Qt::IntersectClip);
+        draw(label, colours.onSheet);
+        painter.restore();
     }
     painter.restore();
 }

@@ -4,6 +4,7 @@
 
 #include <QFont>
 #include <QLineF>
+#include <QPolygonF>
 #include <QRegion>
 
 class QPainter;
@@ -17,16 +18,20 @@ namespace brannock {
 class MapRulers
 {
 public:
+    /// What a label stands on: those of rows and columns that end within the tubesheet may be on it or on its edge.
+    enum class Ground { Beside, Sheet, Edge };
     struct Label
     {
         QString text;
         QRectF rect;
         ellery::Axis axis = ellery::Axis::Row;
         int number = 0;
+        Ground ground = Ground::Beside;
     };
     struct Layout
     {
         std::vector<Label> labels;
+        QPolygonF sheet; ///< where labels stand on its edge; else empty
         std::vector<QLineF> marks;
         QRectF upright;             ///< strip of the ruler on the left; empty without one
         QRectF level;               ///< strip of the ruler below
@@ -36,7 +41,11 @@ public:
     struct Colours
     {
         QColor tick;
-        QColor strip; ///< behind a pinned ruler
+        QColor strip;   ///< behind a pinned ruler
+        QColor onSheet; ///< of labels on the tubesheet
+
+        /// The tick colour of the options, as it can be read on the surroundings and on the tubesheet.
+        static Colours of(const MapOptions &options, const QColor &surroundings);
     };
 
     MapRulers() = default;

@@ -320,9 +320,8 @@ void TubesheetMap::paintEvent(QPaintEvent *event)
     const MapView pixelView = m_view.scaled(devicePixelRatioF());
     if (!paintZoomed(painter, event->region(), pixelView))
         paintCached(painter, event->region(), pixelView);
-    QColor strip = palette().color(QPalette::Window);
-    const QColor tick = readable(fromColourRef(m_scene.options.tickColour), strip, 4.5);
-    m_rulers.paint(painter, m_rulerLayout, {tick, strip}, event->region());
+    const QColor strip = palette().color(QPalette::Window);
+    m_rulers.paint(painter, m_rulerLayout, MapRulers::Colours::of(m_scene.options, strip), event->region());
     paintOverlay(painter);
 }
 

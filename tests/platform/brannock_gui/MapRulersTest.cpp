@@ -96,6 +96,14 @@ TEST(MapRulers, askewNumberingIsNamedAtTheLines)
     const MapRulers::Layout layout = rulers.layout(scene, view);
     expectNoOverlap(layout, view);
     EXPECT_GE(texts(layout, ellery::Axis::Col).size(), 6);
+    // Their labels lie on the sheet or on its edge, and can be read there under a dark theme, too.
+    for (const MapRulers::Label &label : layout.labels) {
+        const bool isInside = layout.sheet.containsPoint(label.rect.center(), Qt::WindingFill);
+        EXPECT_TRUE(label.ground != MapRulers::Ground::Beside || !isInside) << qPrintable(label.text);
+    }
+    const MapRulers::Colours colours = MapRulers::Colours::of(scene.options, QColor(40, 40, 44));
+    EXPECT_GE(contrast(colours.tick, colours.strip), 4.5);
+    EXPECT_GE(contrast(colours.onSheet, fromColourRef(scene.options.mapColour)), 4.5);
 }
 
 TEST(ThinnedLabels, keepEndsAndRoundNumbers)
