@@ -65,9 +65,7 @@ public:
     tarnwick::Answer ask(tarnwick::Buttons buttons, const QString &text, int) override
     {
         say(text);
-        return buttons == tarnwick::Buttons::OkCancel      ? tarnwick::Answer::Ok
-               : buttons == tarnwick::Buttons::YesNoCancel ? tarnwick::Answer::Cancel
-                                                           : tarnwick::Answer::No;
+        return buttons == tarnwick::Buttons::OkCancel ? tarnwick::Answer::Ok : tarnwick::declined(buttons);
     }
     void showStatus(const QString &) override {}
 };

@@ -75,16 +75,15 @@ void ConsolePrompts::showInformation(const QString &text)
 
 Answer ConsolePrompts::ask(Buttons buttons, const QString &text, int number)
 {
-    Answer answer = buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+    Answer answer = declined(buttons);
     const bool answered = !m_answers.isEmpty();
     if (answered) {
         answer = m_answers.size() > 1 ? m_answers.takeFirst() : m_answers.first();
         if (buttons == Buttons::OkCancel && answer == Answer::Yes)
             answer = Answer::Ok;
-        if (buttons == Buttons::OkCancel && answer == Answer::No)
-            answer = Answer::Cancel;
-        if (buttons == Buttons::YesNo && answer == Answer::Cancel)
-            answer = Answer::No;
+        const bool isRefusal = answer == Answer::No || answer == Answer::Cancel;
+        if (isRefusal && buttons != Buttons::YesNoCancel)
+            answer = declined(buttons);
     }
     if (m_tell != Tell::Failures || !answered) {
         static const QHash<Answer, QString> names = {

@@ -155,7 +155,7 @@ bool readForChange(Target &target, const QString &path)
     if (!target.map().readMap(path))
         return false;
     return !target.map().isOfOtherModel() ||
-           target.prompts().question(tarnwick::Buttons::YesNo, app::messages::kAskReplaceOtherModel,
+           target.prompts().question(tarnwick::Buttons::NoYes, app::messages::kAskReplaceOtherModel,
                                      QFileInfo(path).fileName()) == tarnwick::Answer::Yes;
 }
 

@@ -89,7 +89,7 @@ bool HeaderEditor::write(const QString &machinePath)
 bool HeaderEditor::mayReplace(const QString &machinePath)
 {
     return !QFileInfo::exists(machinePath) ||
-           m_host.prompts().question(Buttons::YesNo, messages::kAskReplaceFile, suiteText(machinePath)) == Answer::Yes;
+           m_host.prompts().question(Buttons::NoYes, messages::kAskReplaceFile, suiteText(machinePath)) == Answer::Yes;
 }
 
 bool HeaderEditor::open()

@@ -50,10 +50,10 @@ bool MapCommands::save()
     if (file.isEmpty())
         return saveAs();
     if (m_session.map().isFileChanged() &&
-        m_session.prompts().question(Buttons::YesNo, messages::kAskReplaceChanged, file.text()) != Answer::Yes)
+        m_session.prompts().question(Buttons::NoYes, messages::kAskReplaceChanged, file.text()) != Answer::Yes)
         return false;
     if (m_session.map().isOfOtherModel() &&
-        m_session.prompts().question(Buttons::YesNo, messages::kAskReplaceOtherModel, file.text()) != Answer::Yes)
+        m_session.prompts().question(Buttons::NoYes, messages::kAskReplaceOtherModel, file.text()) != Answer::Yes)
         return false;
     return m_session.saveMap(file.machinePath(m_session.roots()));
 }
@@ -96,7 +96,7 @@ bool MapCommands::copyIntoProject(const QString &from, const QString &to)
         return false;
     }
     if (QFileInfo::exists(to) &&
-        prompts.question(Buttons::YesNo, messages::kAskReplaceFile,
+        prompts.question(Buttons::NoYes, messages::kAskReplaceFile,
                          tarnwick::SuitePath::fromMachine(to, m_session.roots()).text()) != Answer::Yes)
         return false;
     try {

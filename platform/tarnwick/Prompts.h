@@ -17,7 +17,17 @@ struct Message
 constexpr int kErrorSeverity = 3;
 
 enum class Answer { Yes, No, Cancel, Ok };
-enum class Buttons { YesNo, YesNoCancel, OkCancel };
+enum class Buttons {
+    YesNo,
+    NoYes, ///< the same; who only presses Return says No, since Yes would destroy something
+    YesNoCancel,
+    OkCancel
+};
+/// What was answered when nothing was: closing the box, nobody there to ask.
+constexpr Answer declined(Buttons buttons)
+{
+    return buttons == Buttons::YesNo || buttons == Buttons::NoYes ? Answer::No : Answer::Cancel;
+}
 
 /// Every error box, question, information box and status line of the program goes through here. The window shows them,
 /// the command line prints them and answers from its flags, tests script the answers and read what was said.

@@ -86,8 +86,11 @@ Answer BoxPrompts::ask(Buttons buttons, const QString &text, int number)
     prepare(box, QMessageBox::Question, number, text);
     switch (buttons) {
     case Buttons::YesNo:
+    case Buttons::NoYes:
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         box.setEscapeButton(QMessageBox::No);
+        if (buttons == Buttons::NoYes)
+            box.setDefaultButton(QMessageBox::No);
         break;
     case Buttons::YesNoCancel:
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
@@ -106,7 +109,7 @@ Answer BoxPrompts::ask(Buttons buttons, const QString &text, int number)
     case QMessageBox::No:
         return Answer::No;
     default:
-        return buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+        return declined(buttons);
     }
 }
 

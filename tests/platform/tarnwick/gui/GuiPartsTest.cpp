@@ -84,6 +84,11 @@ TEST(BoxPrompts, givesTheAnswerOfTheButtonOrOfClosing)
     EXPECT_EQ(prompts.question(Buttons::YesNoCancel, question), Answer::Cancel);
     whenBoxOpens(seen, pressEscape);
     EXPECT_EQ(prompts.question(Buttons::OkCancel, question), Answer::Cancel);
+    const auto pressReturn = [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); };
+    whenBoxOpens(seen, pressReturn);
+    EXPECT_EQ(prompts.question(Buttons::YesNo, question), Answer::Yes);
+    whenBoxOpens(seen, pressReturn);
+    EXPECT_EQ(prompts.question(Buttons::NoYes, question), Answer::No);
 }
 
 TEST(BoxPrompts, takeTheWaitCursorAwayWhileTheyAreOpen)
