@@ -72,6 +72,11 @@ ChooseSymbolDlg::ChooseSymbolDlg(const TubeMark &mark, const MapOptions &options
     connect(m_grid, &SymbolGrid::symbolChosen, this, [this](int place) { setSymbol(symbolTable()[size_t(place)]); });
     connect(m_grid, &QAbstractItemView::doubleClicked, this, &QDialog::accept);
     connect(m_find, &QLineEdit::textEdited, this, &ChooseSymbolDlg::find);
+    connect(m_grid, &SymbolGrid::typed, this, [this](const QString &text) {
+        m_find->setFocus();
+        m_find->setText(text);
+        find(text);
+    });
     connect(m_well, &QPushButton::clicked, this, &ChooseSymbolDlg::chooseColour);
     m_grid->choose(symbolIndex(mark.symbol));
     m_grid->setColour(fromColourRef(mark.colour));

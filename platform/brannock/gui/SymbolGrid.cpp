@@ -210,6 +210,11 @@ void SymbolGrid::keyPressEvent(QKeyEvent *event)
         event->ignore();
         return;
     }
+    const QString text = event->text();
+    if (!text.isEmpty() && text.at(0).isPrint() && text != u" " && !(event->modifiers() & ~Qt::ShiftModifier)) {
+        Q_EMIT typed(text);
+        return;
+    }
     QTableView::keyPressEvent(event);
 }
 

@@ -24,6 +24,8 @@ public:
 
 Q_SIGNALS:
     void symbolChosen(int place);
+    /// The beginning of a name, typed while the grid has the focus.
+    void typed(const QString &text);
 
 protected:
     void changeEvent(QEvent *event) override;

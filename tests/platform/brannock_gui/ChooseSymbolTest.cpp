@@ -84,6 +84,11 @@ TEST_F(ChooseSymbolTest, FindGoesToTheBestSymbol)
     EXPECT_EQ(code(), u"Unicode 0x03A9"_s);
     QTest::keyClicks(find, u" and none"_s);
     EXPECT_EQ(code(), u"Unicode 0x03A9"_s);
+    // A name is typed from the grid, too.
+    grid->setFocus();
+    QTest::keyClick(grid, Qt::Key_S);
+    QTest::keyClicks(QApplication::focusWidget(), u"igma"_s);
+    EXPECT_EQ(find->text(), u"sigma"_s);
 }
 
 TEST_F(ChooseSymbolTest, ColourComesFromThePaletteOrTheChooser)
