@@ -1,6 +1,8 @@
 #include "FillEditor.h"
 
 #include "FillCommit.h"
+#include "MapLegend.h"
+#include "Messages.h"
 
 using namespace Qt::StringLiterals;
 
@@ -43,12 +45,15 @@ void FillEditor::refresh()
 void FillEditor::accept()
 {
     settle();
-    if (!isNew()) {
+    if (isNew())
+        addNewFill(m_host, fill(), !m_hasChosenSymbol);
+    else
         changeFill(m_host, m_entry, fill());
-        return;
-    }
-    rememberOptions();
-    addNewFill(m_host, fill(), !m_hasChosenSymbol);
+    const MapLegend &legend = m_host.legend();
+    const MapFill &done = legend.entry(isNew() ? legend.count() - 1 : m_entry);
+    m_host.prompts().status(messages::kFillDone, done.label.trimmed(), done.fillCount);
+    if (isNew())
+        rememberOptions();
 }
 
 QString FillEditor::tubeCount(int count)

@@ -16,6 +16,8 @@ inline constexpr Message kQueryTubesMissing{
           u"tubes in the map.\n\nChoose \"Cancel\" to see the invalid tubes highlighted\nin the query results."};
 inline constexpr Message kQueryNotExecuted{1092, u"Must execute a valid query first!"};
 
+inline constexpr Message kFillDone{0, u"%S: %D tubes."};
+
 inline constexpr Message kUpdateBegins{0, u"Execute ..."};
 inline constexpr Message kUpdatingEntry{0, u"Updating entry %d %S ..."};
 inline constexpr Message kUpdateCancelled{0, u"Update of the map cancelled."};

@@ -266,7 +266,8 @@ TEST_F(FillEditorTest, ADamagedOptionFileIsSaidAndPutAside)
     editor.accept();
     EXPECT_EQ(host.legend().count(), 1);
     EXPECT_EQ(BoxFillEditor(host, roots).parameters().radius, 2.0);
-    EXPECT_EQ(host.said.entries().size(), 1);
+    EXPECT_EQ(host.said.entries().size(), 2);
+    EXPECT_EQ(host.said.lastStatus(), u"Radius 2.000: 0 tubes."_s);
 }
 
 TEST_F(FillEditorTest, AFolderThatCannotBeWrittenDoesNotStopTheFill)
