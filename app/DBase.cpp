@@ -72,7 +72,7 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
         if (!m_isTryingOut)
             guard([this] { m_session->updateRecoveryCopy(); });
     });
-    resize(kFirstSize);
+    resize(kFirstSize.boundedTo(screen()->availableSize()));
     projectChanged();
 }
 
@@ -145,6 +145,7 @@ void DBase::makeCentre()
     m_viewBar = new ViewBar(*m_actions, this);
     addToolBar(m_mainBar);
     addToolBar(m_viewBar);
+    menuBar()->setCornerWidget(m_viewBar->findField());
     m_map = new brannock::TubesheetMap;
     m_map->setObjectName(u"map"_s);
     m_map->setTubeTip(true);

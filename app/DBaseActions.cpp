@@ -29,6 +29,7 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolButton>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -54,9 +55,13 @@ void showTextBox(QWidget *parent, const QString &title, const QString &text)
     auto *layout = new QVBoxLayout(&box);
     layout->addWidget(view, 1);
     layout->addWidget(buttons);
+    // As large as the whole text takes, with room for a scroll bar that some styles reserve; it may be made smaller.
     const QFontMetrics metrics(view->font());
-    const QSize around = QSize(2, 2) * (int(view->document()->documentMargin()) + metrics.lineSpacing());
-    const QSize whole = metrics.size(0, text) + around + QSize(0, buttons->sizeHint().height());
+    const int around = 2 * (int(view->document()->documentMargin()) + view->frameWidth()) +
+                       view->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    view->setMinimumSize(metrics.size(0, text) + QSize(around, around + metrics.lineSpacing()));
+    const QSize whole = layout->sizeHint();
+    view->setMinimumSize(0, 0);
     box.resize(whole.boundedTo(parent->screen()->availableSize() * 0.9));
     buttons->button(QDialogButtonBox::Ok)->setFocus();
     box.exec();
@@ -71,6 +76,11 @@ void DBase::toggleFullScreen()
         part->setVisible(!m_isFullScreen);
     setWindowState(windowState().setFlag(Qt::WindowFullScreen, m_isFullScreen));
     m_map->setFocus();
+    // Without the bars nothing else says how to leave.
+    constexpr int kNoticeMs = 4000;
+    if (m_isFullScreen)
+        QToolTip::showText(m_map->mapToGlobal(QPoint(m_map->width() / 2, 0)), u"Esc leaves the full screen"_s, m_map,
+                           {}, kNoticeMs);
 }
 
 void DBase::showAbout()
@@ -105,8 +115,10 @@ void DBase::showKeys()
             add(text.accelerator, QString(text.label).remove(u'&'));
     }
     for (const ExtraInfo &info : kExtras) {
-        if (info.keys)
-            add(QString::fromUtf16(info.keys).replace(u'|', u", "_s), QString::fromUtf16(info.tip));
+        if (!info.keys)
+            continue;
+        const QString place = info.scope == Scope::Legend ? u"In the legend: "_s : QString();
+        add(QString::fromUtf16(info.keys).replace(u'|', u", "_s), place + QString::fromUtf16(info.tip));
     }
     add(u"Return"_s, u"In the legend: edit the current entry"_s);
     add(u"Space"_s, u"In the legend: show or hide the current entry; on the map: select or deselect the tube"_s);
@@ -166,6 +178,8 @@ void DBase::runExtra(Extra extra)
         m_map->nextView();
         break;
     case Extra::FindTube:
+        if (m_isFullScreen) // which hides the field
+            toggleFullScreen();
         m_viewBar->focusFind();
         break;
     case Extra::Changes:

@@ -115,6 +115,7 @@ void DBase::refreshCommands()
     m_actions->setChecked(ShowFloatingId, m_map->hasTubeTip());
     refreshViewCommands();
     m_viewBar->setEnabled(context.hasProject);
+    m_viewBar->findField()->setEnabled(context.hasProject);
     m_mainBar->setEnabled(context.hasProject);
     m_splitter->setEnabled(context.hasProject);
 }

@@ -33,10 +33,7 @@ ViewBar::ViewBar(CommandActions &actions, QWidget *parent)
     // Tool bars leave their buttons out of the order of Tab; nothing here may be for the mouse alone.
     for (auto *button : findChildren<QToolButton *>())
         button->setFocusPolicy(Qt::TabFocus);
-    auto *spring = new QWidget(this);
-    spring->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    addWidget(spring);
-    addFind();
+    makeFind();
 }
 
 void ViewBar::addUndo(CommandActions &actions)
@@ -145,7 +142,7 @@ void ViewBar::showChanges()
     m_undo->showMenu();
 }
 
-void ViewBar::addFind()
+void ViewBar::makeFind()
 {
     m_find = new QLineEdit(this);
     m_find->setObjectName(u"findTube"_s);
@@ -170,7 +167,6 @@ void ViewBar::addFind()
     });
     // After the completer has closed its list and set the text.
     connect(completer, qOverload<const QString &>(&QCompleter::activated), this, &ViewBar::enter, Qt::QueuedConnection);
-    addWidget(m_find);
 }
 
 void ViewBar::enter()

@@ -13,7 +13,8 @@ class QToolButton;
 
 namespace app {
 
-/// Undo and the view of the map: buttons with pictures, and a field to find a tube by its address.
+/// Undo and the view of the map: buttons with pictures. The field to find a tube by its address belongs to it, but
+/// stands where its owner puts it: in a narrow window a bar hides what is at its end.
 class ViewBar : public QToolBar
 {
     Q_OBJECT
@@ -54,7 +55,7 @@ private:
     void refreshUndo(const QAction &undo, const QAction &redo);
     void addView(CommandActions &actions);
     void addDragModes();
-    void addFind();
+    void makeFind();
     /// Return, or a choice from the list.
     void enter();
     void complete(const QString &text);

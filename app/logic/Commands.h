@@ -157,8 +157,12 @@ enum class Extra {
     EntriesInvert,
     Keys,
 };
-/// Where the keys of an extra work: everywhere in the window, or while the legend has the focus.
-enum class Scope { Window, Legend };
+/// Where an extra belongs and where its keys work.
+enum class Scope {
+    Window, ///< to the window; everywhere
+    Side,   ///< to the buttons above the legend; everywhere
+    Legend  ///< to the same; while the legend has the focus
+};
 struct ExtraInfo
 {
     Extra extra;
