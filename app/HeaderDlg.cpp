@@ -55,7 +55,7 @@ HeaderDlg::HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPict
     m_lastText = m_upper;
     fill(false);
     m_upper->setFocus();
-    resize(kFirstSize);
+    resize(kFirstSize.boundedTo(screen()->availableSize() * 0.9));
 }
 
 void HeaderDlg::makeMenu(QVBoxLayout *layout)

@@ -61,6 +61,11 @@ LegendView::LegendView(LegendModel *model, QWidget *parent)
     fitRows();
     connect(model, &QAbstractItemModel::dataChanged, this, &LegendView::fitColumns);
     connect(model, &QAbstractItemModel::modelReset, this, &LegendView::fitColumns);
+    // What comes back by redo, too: the buttons above work on the current entry.
+    connect(model, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex &, int, int last) {
+        if (!currentIndex().isValid())
+            setCurrentEntry(last);
+    });
     connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex &index) {
         if (index.column() != LegendModel::Symbol)
             Q_EMIT entryActivated(index.row());

@@ -149,8 +149,13 @@ void MapPrinting::print()
     if (dialog.exec() != QDialog::Accepted)
         return;
     keepSetup();
-    if (printOn(printer(), messages::kPrinterFailed))
+    if (!printOn(printer(), messages::kPrinterFailed))
+        return;
+    const QString file = printer().outputFileName();
+    if (file.isEmpty())
         m_session.prompts().status(messages::kPrinted);
+    else
+        m_session.prompts().status(messages::kPrintedTo, QDir::toNativeSeparators(file));
 }
 
 void MapPrinting::storeMetafile()

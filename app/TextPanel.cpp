@@ -63,7 +63,12 @@ void TextPanel::paintEvent(QPaintEvent *event)
     const QRect area = contentsRect().adjusted(kPadding, kPadding, -kPadding, -kPadding);
     int y = area.top() + fontMetrics().ascent();
     for (const QString &line : m_text.split(u'\n')) {
-        painter.drawText(area.left(), y, fontMetrics().elidedText(line, Qt::ElideMiddle, area.width()));
+        // The label stays whole: half of it says nothing, while much of a value may be known anyway.
+        const QString label = line.left(line.indexOf(u": "_s) + 1);
+        const int left = fontMetrics().horizontalAdvance(label);
+        painter.drawText(area.left(), y, label);
+        painter.drawText(area.left() + left, y,
+                         fontMetrics().elidedText(line.mid(label.size()), Qt::ElideMiddle, area.width() - left));
         y += fontMetrics().lineSpacing();
     }
 }

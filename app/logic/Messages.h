@@ -44,6 +44,7 @@ inline constexpr Message kPrinterFailed{1018, u"Could not open printer."};
 inline constexpr Message kStorePictureFailed{0, u"Could not store the picture."};
 inline constexpr Message kStoredPicture{0, u"Stored picture \"%S\"."};
 inline constexpr Message kPrinted{0, u"Printed the map."};
+inline constexpr Message kPrintedTo{0, u"Printed the map to \"%S\"."};
 
 // Map and legend.
 inline constexpr Message kAskDeleteAllEntries{0, u"Are you sure you want to delete all entries?"};

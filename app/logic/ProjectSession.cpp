@@ -204,7 +204,10 @@ bool ProjectSession::connectDatabase(const QString &machinePath)
 
 bool ProjectSession::createDatabase(const QString &machinePath)
 {
-    return db::createDatabase(m_prompts, machinePath, m_options.databaseFormat) && connectDatabase(machinePath);
+    if (db::createDatabase(m_prompts, machinePath, m_options.databaseFormat))
+        return connectDatabase(machinePath);
+    m_prompts.showStatus({}); // nothing is being created any more
+    return false;
 }
 
 void ProjectSession::closeDatabase()

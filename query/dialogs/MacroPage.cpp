@@ -46,6 +46,8 @@ MacroPage::MacroPage(MacroModel *model, const QString &name, bool isEditable, QW
         m_hint->setText(u"Type in the last row to add a macro; Del removes the current one."_s);
         connect(model, &MacroModel::refused, m_hint, &QLabel::setText);
         addDelete();
+        // Where typing begins a macro.
+        m_table->setCurrentIndex(model->index(model->rowCount() - 1, MacroModel::NameColumn));
     } else {
         m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
         m_hint->setText(u"These macros follow the project, the map and the database."_s);
