@@ -109,7 +109,8 @@ private:
     // Plans.cpp
     void planColumns(SelectPlan &plan, const bound::Query &query) const;
     void planKeys(SelectPlan &plan, const bound::Select &select);
-    QString rowText(const bound::Select &select, const std::vector<const bound::Source *> &sources);
+    void planAddedRows(SelectPlan &plan, const bound::Select &select, const bound::Source &addedTo);
+    QString rowText(const bound::Select &select, const std::vector<const bound::Source *> &sources, bool anyAbsent);
 
     // Changes.cpp
     ActionPlan updateJoined(const bound::Update &update);
