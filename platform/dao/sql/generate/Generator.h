@@ -128,6 +128,7 @@ private:
     bool m_standalone = false;
     bool m_pure = true;
     bool m_usesParameters = false;
+    bool m_inTestOfRows = false; ///< aggregates stand within a subquery whose rows are not theirs
     int m_derived = 0;
 };
 
