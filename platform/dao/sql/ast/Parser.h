@@ -125,6 +125,7 @@ private:
     bool atConstraint(bool ofTable) const;
     QString parseCheck();
     AlterTable parseAlterTable();
+    void refuseConstraints(const FieldDefinition &field) const;
     CreateIndex parseCreateIndex(bool unique);
     CreateQuery parseCreateQuery();
     void parseDrop(Statement &statement);

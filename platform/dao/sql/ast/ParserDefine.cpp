@@ -251,7 +251,9 @@ AlterTable Parser::parseAlterTable()
         }
     } else if (accept(Keyword::Alter)) {
         accept(Keyword::Column);
-        alter.change = AlterTable::AlterField{parseFieldDefinition()};
+        AlterTable::AlterField change{parseFieldDefinition()};
+        refuseConstraints(change.field);
+        alter.change = std::move(change);
     } else if (accept(Keyword::Drop)) {
         if (at(Keyword::Constraint) && ahead().isName()) {
             take();
@@ -266,6 +268,15 @@ AlterTable Parser::parseAlterTable()
     }
     return alter;
 }
+// Keys, references and checks are added and dropped by themselves. Whether a value is required is the field's own.
+void Parser::refuseConstraints(const FieldDefinition &field) const
+{
+    for (const Constraint &constraint : field.constraints) {
+        if (constraint.kind != Constraint::Kind::NotNull)
+            failAt(constraint.range, error::SyntaxInAlterTable);
+    }
+}
+
 
 CreateIndex Parser::parseCreateIndex(bool unique)
 {

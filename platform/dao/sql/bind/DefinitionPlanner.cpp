@@ -224,7 +224,8 @@ Plan DefinitionPlanner::change(const ast::AlterTable::AlterField &change, const 
     AlterFieldPlan plan{table.name, fieldOf(change.field)};
     plan.field.name = old->name;
     plan.field.ordinal = old->ordinal;
-    plan.field.required = change.field.notNull.value_or(old->required);
+    // What is left of constraints here is a NOT NULL with a name.
+    plan.field.required = !change.field.constraints.empty() || change.field.notNull.value_or(old->required);
     if (isTextType(old->type) && isTextType(plan.field.type))
         plan.field.allowZeroLength = old->allowZeroLength;
     plan.field.validationRule = old->validationRule;
