@@ -58,7 +58,6 @@ bool nameColumns(Statement &statement, const std::vector<NameAt> &names)
 void Parser::parseCreate(Statement &statement)
 {
     take();
-    accept(Keyword::Temporary);
     const bool unique = at(Keyword::Unique);
     if (unique)
         take();
