@@ -128,6 +128,7 @@ private:
     void refuseConstraints(const FieldDefinition &field) const;
     CreateIndex parseCreateIndex(bool unique);
     CreateQuery parseCreateQuery();
+    void refuseAction(const Statement &stored, Range place) const;
     void parseDrop(Statement &statement);
 
     QString m_text;

@@ -267,6 +267,7 @@ AlterTable Parser::parseAlterTable()
     }
     return alter;
 }
+
 // Keys, references and checks are added and dropped by themselves. Whether a value is required is the field's own.
 void Parser::refuseConstraints(const FieldDefinition &field) const
 {
@@ -275,7 +276,6 @@ void Parser::refuseConstraints(const FieldDefinition &field) const
             failAt(constraint.range, error::SyntaxInAlterTable);
     }
 }
-
 
 CreateIndex Parser::parseCreateIndex(bool unique)
 {
@@ -333,6 +333,8 @@ CreateQuery Parser::parseCreateQuery()
     const Token first = current();
     const DepthGuard guard(*this);
     Statement stored = parseStatement();
+    if (isView)
+        refuseAction(stored, first.range);
     create.sql = textOf(since(first));
     if (!columns.empty()) {
         if (!nameColumns(stored, columns))
@@ -342,6 +344,17 @@ CreateQuery Parser::parseCreateQuery()
     if (!parameters.isEmpty())
         create.sql.prepend(u"PARAMETERS "_s + parameters.join(u", ") + u";\n"_s);
     return create;
+}
+
+// A view has rows; what changes something is a procedure.
+void Parser::refuseAction(const Statement &stored, Range place) const
+{
+    const QueryPtr *query = std::get_if<QueryPtr>(&stored.node);
+    if (!query && !std::holds_alternative<Transform>(stored.node))
+        failAt(place, error::SyntaxInCreateTable);
+    const Select *select = query ? (*query)->singleSelect() : nullptr;
+    if (select && select->into)
+        failAt(select->into->range, error::SyntaxInCreateTable);
 }
 
 void Parser::parseDrop(Statement &statement)
