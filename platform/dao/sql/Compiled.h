@@ -58,6 +58,7 @@ struct KeySource
 struct CrosstabPlan
 {
     QString valuesSql;
+    QString names;      ///< of the row heads; goes before the head, and takes names of the cells; empty: not needed
     QString head;       ///< the SELECT with its row heads
     QStringList cell;   ///< the text of one cell, to be joined by the heading's value
     QString tail;       ///< FROM and the rest

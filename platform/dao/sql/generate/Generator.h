@@ -41,6 +41,14 @@ private:
     };
     /// Stands in the text for the value of a heading that is not known yet.
     static constexpr QChar headingMark = QChar(1);
+    /// A select by rank, parted where its two lists of columns end.
+    struct Ranked
+    {
+        QString names;
+        QString cells; ///< and what is between
+        QString rest;
+        QString whole() const { return names + cells + rest; }
+    };
     enum class Shape { Plain, Nested, Keys, Subquery };
 
     // Expressions.cpp
@@ -92,7 +100,8 @@ private:
     // Selects.cpp
     QString queryText(const bound::Query &query, Shape shape);
     QString selectText(const bound::Select &select, Shape shape);
-    QString topText(const bound::Select &select, const QStringList &cells, Shape shape);
+    QString limitText(const bound::Select &select, const QStringList &cells);
+    Ranked rankedText(const bound::Select &select, const QStringList &cells);
     QStringList cellsOf(const bound::Select &select, Shape shape);
     QString tail(const bound::Select &select);
     QString fromText(const bound::Select &select);
@@ -105,6 +114,9 @@ private:
     void markGrouped(const bound::From &from, bool inside);
     QString keyText(const bound::Source &source) const;
     QString aliasOf(const bound::Source &source) const;
+
+    // Transforms.cpp
+    void planRows(CrosstabPlan &plan, const bound::Select &select);
 
     // Plans.cpp
     void planColumns(SelectPlan &plan, const bound::Query &query) const;
