@@ -103,7 +103,10 @@ QString Generator::limitText(const Select &select, const QStringList &cells)
     const QString count = QString::number(qint64(select.top->count));
     if (!select.top->percent)
         return m_target.limit + count;
-    const QString rows = select.distinct ? QString(u"SELECT DISTINCT "_s + cells.join(u", ")) : u"SELECT 1"_s;
+    // Without groups an aggregate makes one row of none.
+    const QString rows = select.distinct     ? QString(u"SELECT DISTINCT "_s + cells.join(u", "))
+                         : select.aggregated ? u"SELECT count(*)"_s
+                                             : u"SELECT 1"_s;
     const QString total = u"(SELECT count(*) FROM ("_s + rows + tail(select) + u"))"_s;
     return m_target.limit + u'(' + total + u" * "_s + count + u" + 99) / 100"_s;
 }
