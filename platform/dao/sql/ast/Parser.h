@@ -124,7 +124,7 @@ private:
     void parseConstraintBody(Constraint &constraint, bool ofTable);
     void parseReferences(Constraint &constraint);
     bool atConstraint(bool ofTable) const;
-    QString parseCheck();
+    Range parseCheck();
     AlterTable parseAlterTable();
     void refuseConstraints(const FieldDefinition &field) const;
     CreateIndex parseCreateIndex(bool unique);

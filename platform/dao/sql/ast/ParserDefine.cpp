@@ -117,7 +117,8 @@ FieldDefinition Parser::parseFieldDefinition()
         } else if (accept(Keyword::Default)) {
             const Token first = current();
             parseArithmetic(0);
-            field.defaultValue = textOf(since(first));
+            field.defaultRange = since(first);
+            field.defaultValue = textOf(field.defaultRange);
         } else if (at(Keyword::With)) {
             take();
             if (!accept(Keyword::Compression) && !accept(Keyword::Comp))
@@ -184,7 +185,8 @@ void Parser::parseConstraintBody(Constraint &constraint, bool ofTable)
     } else if (at(Keyword::Check)) {
         take();
         constraint.kind = Constraint::Kind::Check;
-        constraint.check = parseCheck();
+        constraint.checkRange = parseCheck();
+        constraint.check = textOf(constraint.checkRange);
         listed = false;
     } else if (ofTable ? at(Keyword::Foreign) : at(Keyword::References)) {
         if (accept(Keyword::Foreign))
@@ -203,7 +205,7 @@ void Parser::parseConstraintBody(Constraint &constraint, bool ofTable)
         parseReferences(constraint);
 }
 
-QString Parser::parseCheck()
+Range Parser::parseCheck()
 {
     expect(Symbol::LeftParen, error::SyntaxInConstraint);
     const Token first = current();
@@ -211,9 +213,9 @@ QString Parser::parseCheck()
         const ExpressionScope scope(*this);
         parseExpression();
     }
-    const QString text = textOf(since(first));
+    const Range condition = since(first);
     expect(Symbol::RightParen, error::SyntaxInConstraint);
-    return text;
+    return condition;
 }
 
 void Parser::parseReferences(Constraint &constraint)

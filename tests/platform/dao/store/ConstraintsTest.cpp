@@ -123,6 +123,14 @@ TEST_F(ConstraintsTest, AConditionOfTheTableIsDroppedByItsName)
     EXPECT_EQ(tryRow(1, 10), 3317);
     EXPECT_EQ(tryRow(6, 5), 3317);
     EXPECT_EQ(numberOf([&] { database.execute(u"ALTER TABLE c ADD CONSTRAINT least CHECK (a > 1)"_s); }), 3375);
+    try {
+        database.execute(u"ALTER TABLE c DROP COLUMN b"_s);
+        ADD_FAILURE() << "a condition names the field";
+    } catch (const DaoException &exception) {
+        EXPECT_EQ(exception.number(), 3070);
+        EXPECT_FALSE(exception.where().isValid()) << "no place in this statement";
+        EXPECT_TRUE(exception.hint().contains(u"b < 10"_s));
+    }
     database.execute(u"ALTER TABLE c DROP CONSTRAINT MOST"_s);
     EXPECT_EQ(tryRow(1, 10), 0);
     EXPECT_EQ(tryRow(0, 5), 3317);
