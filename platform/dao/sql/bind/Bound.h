@@ -207,12 +207,14 @@ enum class Conversion {
     ToNumber, ///< numeric text becomes a number; other text is a mismatch
     ToDate,
     ToTruth, ///< a number or numeric text as a condition
-    Assign   ///< as an assignment to a field of the node's type converts
+    Assign,  ///< as an assignment to a field of the node's type converts
+    Fit      ///< a text that goes into a field of a size
 };
 struct Convert
 {
     Conversion conversion;
     ExprPtr operand;
+    int size = 0;
 };
 
 struct Expr

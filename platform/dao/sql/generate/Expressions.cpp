@@ -422,6 +422,8 @@ Generator::Piece Generator::valueOf(const Convert &node, const Expr &expr)
         return call(u"as_date", operand);
     case Conversion::ToTruth:
         return call(u"as_truth", operand);
+    case Conversion::Fit:
+        return call(u"to_text", operand + u", "_s + QString::number(node.size));
     case Conversion::Assign:
         break;
     }
