@@ -3,6 +3,8 @@
 #include "ColumnPrinter.h"
 #include "Console.h"
 
+#include <cmath>
+#include <dao/values/Decimal.h>
 #include <dao/values/OleDate.h>
 #include <db/FieldDefinition.h>
 #include <QDateTime>
@@ -149,9 +151,22 @@ private:
             return string(value.text());
         case Value::Type::Binary:
             return string(QString::fromLatin1(value.binary().toBase64()));
+        case Value::Type::Float:
+            return number(dao::singleText(value.real()).toDouble());
+        case Value::Type::Double:
+        case Value::Type::Currency:
+            return number(value.real());
         default:
             return plainText(value);
         }
+    }
+
+    /// All of its digits, with an exponent only where they would be many noughts.
+    static QString number(double value)
+    {
+        const double size = std::abs(value);
+        const bool plain = size >= 1E-5 && size < 1E15;
+        return QString::number(value, plain ? 'f' : 'g', QLocale::FloatingPointShortest);
     }
 
     bool m_first = true;
@@ -168,10 +183,10 @@ QString plainText(const Value &value)
     case Value::Type::Boolean:
         return value.boolean() ? u"True"_s : u"False"_s;
     case Value::Type::Float:
-        return QString::number(value.real(), 'g', 7);
+        return dao::singleText(value.real());
     case Value::Type::Double:
     case Value::Type::Currency:
-        return QString::number(value.real(), 'g', QLocale::FloatingPointShortest);
+        return dao::numberText(value.real());
     case Value::Type::Date:
         return dateText(value.real(), u"MM/dd/yyyy HH:mm:ss");
     case Value::Type::Text:

@@ -14,9 +14,9 @@ namespace dao {
 namespace {
 
 /// Where a value goes into a table that is made of a query. What is computed has to keep to the limits of its type.
-QString placeFor(DataType type, bool computed)
+QString placeFor(const FieldInfo &field, bool computed)
 {
-    switch (type) {
+    switch (field.type) {
     case DataType::Boolean: // holds no Null, an outer join may
         return u"coalesce(?, 0)"_s;
     case DataType::Date:
@@ -24,6 +24,8 @@ QString placeFor(DataType type, bool computed)
     case DataType::Single:
     case DataType::Double:
         return computed ? u"jet_to_double(?)"_s : u"?"_s;
+    case DataType::Text:
+        return computed && field.size > 0 ? u"jet_to_text(?, %1)"_s.arg(field.size) : u"?"_s;
     default:
         return u"?"_s;
     }
@@ -129,7 +131,7 @@ int PlanExecution::carryOut(const sql::SelectIntoPlan &plan)
         bindParameters(select);
         QStringList places;
         for (qsizetype i = 0; i < plan.table.fields.size(); ++i)
-            places.append(placeFor(plan.table.fields[i].type, plan.select.columns[i].info.sourceField.isEmpty()));
+            places.append(placeFor(plan.table.fields[i], plan.select.columns[i].info.sourceField.isEmpty()));
         rows = store::copyRows(select, m_db.connection, sql::quotedName(plan.table.name), places);
         m_db.connection.throwIfCancelled();
     });

@@ -131,17 +131,7 @@ void Recordset::Impl::appendNewRow(int sourceIndex, qint64 key)
     if (!keyed)
         return;
     const bool atEnd = !onDeleted && row >= count();
-    if (sources.size() == 1) {
-        keyed->append(std::span(&key, 1));
-    } else {
-        // The other tables' keys of the new row are known once the join has been made again.
-        const auto &plan = std::get<sql::SelectPlan>(query->compiled->plan);
-        const KeyedRows fresh(*db, plan, query->parameters);
-        for (qint64 at = 0; at < fresh.count(); ++at) {
-            if (fresh.keys(at)[size_t(sourceIndex)] == key)
-                keyed->append(fresh.keys(at));
-        }
-    }
+    keyed->appendAdded(sourceIndex, key);
     lastModified = bookmarkOf(count() - 1);
     if (atEnd)
         row = count();

@@ -29,6 +29,12 @@ void readCells(const store::Statement &statement, const std::vector<CellType> &t
         cells[i] = readCell(statement, int(i), types[i]);
 }
 
+qint64 keyIn(const store::Statement &statement, size_t column)
+{
+    const bool missing = statement.storage(int(column)) == store::Statement::Storage::Null;
+    return missing ? KeyedRows::absent : statement.integer(int(column));
+}
+
 } // namespace
 
 std::vector<CellType> typesOf(const QList<sql::Column> &columns)
@@ -42,18 +48,17 @@ std::vector<CellType> typesOf(const QList<sql::Column> &columns)
 KeyedRows::KeyedRows(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<Value> &parameters)
     : m_db(db)
     , m_types(typesOf(plan.columns))
-    , m_parameters(int(parameters.size()))
+    , m_parameters(parameters)
     , m_width(size_t(plan.sources.size()))
-    , m_row(db.connection, plan.rowSql, store::Access::User)
+    , m_row(prepared(plan.rowSql))
+    , m_sources(plan.sources)
+    , m_addedKeySql(plan.addedKeySql)
+    , m_addedRowSql(plan.addedRowSql)
 {
-    bindAll(m_row, parameters);
-    store::Statement walk(db.connection, plan.keySql, store::Access::User);
-    bindAll(walk, parameters);
+    store::Statement walk = prepared(plan.keySql);
     while (walk.step()) {
-        for (size_t i = 0; i < m_width; ++i) {
-            const bool missing = walk.storage(int(i)) == store::Statement::Storage::Null;
-            m_keys.push_back(missing ? absent : walk.integer(int(i)));
-        }
+        for (size_t i = 0; i < m_width; ++i)
+            m_keys.push_back(keyIn(walk, i));
     }
     m_keys.shrink_to_fit();
     m_live = LiveRows(qint64(m_keys.size() / m_width));
@@ -62,18 +67,52 @@ KeyedRows::KeyedRows(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<
 bool KeyedRows::read(qint64 row, std::vector<Value> &cells)
 {
     m_db.connection.holdRead();
-    int parameter = m_parameters;
-    for (const qint64 key : keys(row)) {
+    const std::span<const qint64> wanted = keys(row);
+    store::Statement &statement = m_addedRow && isOutsideJoin(wanted) ? *m_addedRow : m_row;
+    int parameter = int(m_parameters.size());
+    for (const qint64 key : wanted) {
         if (key == absent)
-            m_row.bindNull(++parameter);
+            statement.bindNull(++parameter);
         else
-            m_row.bind(++parameter, key);
+            statement.bind(++parameter, key);
     }
-    const bool found = m_row.step();
+    const bool found = statement.step();
     if (found)
-        readCells(m_row, m_types, cells);
-    m_row.reset();
+        readCells(statement, m_types, cells);
+    statement.reset();
     return found;
+}
+
+store::Statement KeyedRows::prepared(const QString &sql) const
+{
+    store::Statement statement(m_db.connection, sql, store::Access::User);
+    bindAll(statement, m_parameters);
+    return statement;
+}
+
+bool KeyedRows::isOutsideJoin(std::span<const qint64> keys) const
+{
+    for (size_t i = 0; i < m_width; ++i) {
+        if (keys[i] == absent && !m_sources[qsizetype(i)].nullable)
+            return true;
+    }
+    return false;
+}
+
+void KeyedRows::appendAdded(int source, qint64 key)
+{
+    std::vector<qint64> keys(m_width, absent);
+    keys[size_t(source)] = key;
+    if (!m_addedKeySql.isEmpty()) {
+        store::Statement join = prepared(m_addedKeySql);
+        join.bind(int(m_parameters.size()) + 1, key);
+        const bool found = join.step();
+        for (size_t i = 0; found && i < m_width; ++i)
+            keys[i] = keyIn(join, i);
+    }
+    if (!m_addedRow && isOutsideJoin(keys))
+        m_addedRow = prepared(m_addedRowSql);
+    append(keys);
 }
 
 void KeyedRows::append(std::span<const qint64> keys)

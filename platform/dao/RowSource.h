@@ -4,6 +4,7 @@
 #include "LiveRows.h"
 
 #include <limits>
+#include <optional>
 #include <span>
 
 namespace dao {
@@ -39,7 +40,8 @@ public:
     qint64 count() const override { return m_live.count(); }
     bool read(qint64 row, std::vector<Value> &cells) override;
     std::span<const qint64> keys(qint64 row) const { return keysAt(m_live.slotAt(row)); }
-    void append(std::span<const qint64> keys);
+    /// A row that was added to a source. In a join it has the others' rows that the join gives it, or none of them.
+    void appendAdded(int source, qint64 key);
     void erase(qint64 row) { m_live.remove(m_live.slotAt(row)); }
     /// A number that stays with the row while others are deleted.
     qint64 slotOf(qint64 row) const { return m_live.slotAt(row); }
@@ -49,13 +51,21 @@ public:
 private:
     DatabaseImpl &m_db;
     std::vector<CellType> m_types;
-    int m_parameters;
+    QList<Value> m_parameters;
     size_t m_width;
     std::span<const qint64> keysAt(qint64 slot) const { return {m_keys.data() + size_t(slot) * m_width, m_width}; }
+
+    void append(std::span<const qint64> keys);
+    store::Statement prepared(const QString &sql) const;
+    bool isOutsideJoin(std::span<const qint64> keys) const;
 
     KeyList m_keys;
     LiveRows m_live;
     store::Statement m_row;
+    QList<sql::KeySource> m_sources;
+    QString m_addedKeySql;
+    QString m_addedRowSql;
+    std::optional<store::Statement> m_addedRow; ///< once there is a row that the join did not return
 };
 
 /// Rows kept in the scratch file.

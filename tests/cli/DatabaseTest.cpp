@@ -83,6 +83,17 @@ TEST_F(DatabaseCommands, LookingAtADatabaseDoesNotChangeIt)
     EXPECT_NE(bytes(made), before) << "its views are made when it is worked with";
 }
 
+TEST_F(DatabaseCommands, RoundNumbersHaveNoExponent)
+{
+    cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
+    const QString statement =
+        u"SELECT 100000.0 * 1 AS a, 0.1 + 0.2 AS b, 1E15 * 1 AS c, CSng(2.1) AS d, CCur(120000) AS e, 0.0 AS f"_s;
+    EXPECT_EQ(cli.mustRun({u"sql"_s, project, statement, u"--format"_s, u"csv"_s}).output,
+              u"a,b,c,d,e,f\r\n100000,0.3,1E+15,2.1,120000,0\r\n"_s);
+    const QString json = cli.mustRun({u"sql"_s, project, statement, u"--format"_s, u"json"_s}).output;
+    EXPECT_TRUE(json.contains(u"[100000,0.30000000000000004,1e+15,2.1,120000,0]"_s)) << qPrintable(json);
+}
+
 TEST_F(DatabaseCommands, ConnectTellsStepsAnswerAndBackup)
 {
     cli.mustRun({u"upload-component"_s, project, u"--yes"_s});

@@ -5,6 +5,7 @@
 #include <dao/values/Errors.h>
 #include <dao/values/OleDate.h>
 #include <limits>
+#include <sqlite3.h>
 
 // Conversions that the compiler puts round a value: "to_" into a field of a type when a statement stores it, "as_"
 // where a value of another kind stands in an expression. A text that is no such value does not match (3464); a number
@@ -114,6 +115,20 @@ void toBinary(Call &call)
     call.resultArgument(0);
 }
 
+// Sizes count UTF-16 units. A text that is too long by the file's own count goes to its check, which knows the field.
+void toText(Call &call)
+{
+    const int size = call.integer(1);
+    if (call.isText(0) && sqlite3_value_bytes(call.raw(0)) > size) {
+        const QString text = call.text(0);
+        const qsizetype end = text.indexOf(QChar(u'\0'));
+        const qsizetype counted = QStringView(text).first(end < 0 ? text.size() : end).toUcs4().size();
+        if (text.size() > size && counted <= size)
+            throw FunctionFault{error::FieldTooSmall};
+    }
+    call.resultArgument(0);
+}
+
 void asTruth(Call &call)
 {
     if (!call.isText(0))
@@ -146,6 +161,7 @@ constexpr Entry entries[] = {
     {"to_double", 1, 1, toDouble},
     {"to_date", 1, 1, toDate},
     {"to_binary", 1, 1, toBinary},
+    {"to_text", 2, 2, toText, 0},
     {"as_number", 1, 1, toNumber},
     {"as_date", 1, 1, toDate},
     {"as_truth", 1, 1, asTruth},

@@ -1,5 +1,7 @@
 #include "FormatPattern.h"
 
+#include "ValueText.h"
+
 #include <algorithm>
 #include <QHash>
 
@@ -107,9 +109,9 @@ QString formatText(const QString &text, const QString &pattern)
         fromLeft = fromLeft || c == u'!';
         places += c == u'@' || c == u'&';
         if (c == u'<')
-            given = text.toLower();
+            given = lowerCaseOf(text);
         else if (c == u'>')
-            given = text.toUpper();
+            given = upperCaseOf(text);
     }
 
     // Places before the text when it is filled from the right, behind it otherwise, stay empty.

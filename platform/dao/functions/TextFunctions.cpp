@@ -1,5 +1,6 @@
 #include "Call.h"
 #include "TextSearch.h"
+#include "ValueText.h"
 
 #include <algorithm>
 #include <dao/values/Errors.h>
@@ -85,12 +86,12 @@ void inStringFromEnd(Call &call)
 
 void lowerCase(Call &call)
 {
-    call.result(call.text(0).toLower());
+    call.result(lowerCaseOf(call.text(0)));
 }
 
 void upperCase(Call &call)
 {
-    call.result(call.text(0).toUpper());
+    call.result(upperCaseOf(call.text(0)));
 }
 
 // Blanks only: tabs and line ends stay.
@@ -193,9 +194,9 @@ void convertCase(Call &call)
     const QString text = call.text(0);
     switch (call.integer(1)) {
     case 1:
-        return call.result(text.toUpper());
+        return call.result(upperCaseOf(text));
     case 2:
-        return call.result(text.toLower());
+        return call.result(lowerCaseOf(text));
     case 3:
         return call.result(properCase(text));
     case 64:

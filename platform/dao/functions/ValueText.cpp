@@ -33,4 +33,18 @@ QString textOf(const Call &call, int typeIndex, int valueIndex)
     }
 }
 
+QString upperCaseOf(QString text)
+{
+    for (QChar &c : text)
+        c = c.toUpper();
+    return text;
+}
+
+QString lowerCaseOf(QString text)
+{
+    for (QChar &c : text)
+        c = c.toLower();
+    return text;
+}
+
 } // namespace dao::functions

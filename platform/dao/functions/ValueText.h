@@ -15,4 +15,8 @@ QString numberTextOf(double number, DataType type);
 /// Booleans as True and False, a Single with its 7 digits. Null is empty.
 QString textOf(const Call &call, int typeIndex, int valueIndex);
 
+/// Letters are folded one by one, so that a text keeps its length: there is no capital of "ß".
+QString upperCaseOf(QString text);
+QString lowerCaseOf(QString text);
+
 } // namespace dao::functions

@@ -58,6 +58,7 @@ struct KeySource
 struct CrosstabPlan
 {
     QString valuesSql;
+    QString names;      ///< of the row heads; goes before the head, and takes names of the cells; empty: not needed
     QString head;       ///< the SELECT with its row heads
     QStringList cell;   ///< the text of one cell, to be joined by the heading's value
     QString tail;       ///< FROM and the rest
@@ -92,6 +93,11 @@ struct SelectPlan
     QString keySql;
     /// The select list of the one row with the given keys.
     QString rowSql;
+    /// For rows that are added to an updatable join, else empty. The keys of the join's rows (one or none) in which the
+    /// deletable source has the key ?n+1.
+    QString addedKeySql;
+    /// Likewise: as rowSql, but any of the keys may be Null, as the join need not return the row.
+    QString addedRowSql;
     NotUpdatable whyNot = NotUpdatable::No;
     /// Set: the plan has only the row heads as columns and no SQL yet.
     std::optional<CrosstabPlan> crosstab;

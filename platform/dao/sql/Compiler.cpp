@@ -178,24 +178,29 @@ private:
     QStringList m_callers; ///< the stored queries that are being executed, outermost first
 };
 
-/// A schema without anything, for texts that name nothing but the fields they are given.
-class NoSchema : public SchemaView
-{
-public:
-    const TableInfo *findTable(QStringView) const override { return nullptr; }
-    const QueryInfo *findQuery(QStringView) const override { return nullptr; }
-    QStringList sourceNames() const override { return {}; }
-};
-
 struct RuleText
 {
     QString sql;
     bool pure = false;
 };
 
-RuleText ruleText(const QString &rule, const TableInfo &table, const FieldInfo *implied)
+/// A rule or default stands in no statement, so that an error in it has no place; instead it is named.
+template <typename Compile>
+auto withoutPlace(const QString &what, const QString &text, const Compile &compileText)
 {
-    const NoSchema schema;
+    constexpr qsizetype Longest = 1000;
+    try {
+        return compileText();
+    } catch (const DaoException &exception) {
+        QString hint = u"In the %1 '%2'"_s.arg(what, text.left(Longest));
+        hint += exception.hint().isEmpty() ? u"."_s : QString(u": "_s + exception.hint());
+        throw DaoException(exception.number(), exception.source(), exception.description()).withHint(hint);
+    }
+}
+
+RuleText ruleTextOf(const QString &rule, const TableInfo &table, const FieldInfo *implied)
+{
+    const bound::NoSchema schema;
     BindContext context(schema, rule);
     bound::Source source;
     source.name = table.name;
@@ -209,6 +214,11 @@ RuleText ruleText(const QString &rule, const TableInfo &table, const FieldInfo *
         result.sql = generate::quoted(implied->name) + u" IS NULL OR ("_s + result.sql + u')';
     result.pure = generator.isPure();
     return result;
+}
+
+RuleText ruleText(const QString &rule, const TableInfo &table, const FieldInfo *implied)
+{
+    return withoutPlace(u"rule"_s, rule, [&] { return ruleTextOf(rule, table, implied); });
 }
 
 RuleText fieldRuleText(const QString &rule, const FieldInfo &field)
@@ -262,10 +272,11 @@ DefaultExpression defaultExpression(const QString &text, const FieldInfo &field)
 {
     if (text.trimmed().isEmpty())
         return {};
-    const NoSchema schema;
+    const bound::NoSchema schema;
     BindContext context(schema, text);
     context.forbidParameters();
-    const bound::ExprPtr value = bound::bindDefault(context, text, field);
+    const bound::ExprPtr value =
+        withoutPlace(u"default"_s, text, [&] { return bound::bindDefault(context, text, field); });
     const QString sql = Generator(context).expression(*value);
     // A text with control characters is spelled as a conversion, which a DEFAULT clause does not take.
     const bool constant = value->as<bound::Literal>() && !sql.startsWith(u"CAST"_s);

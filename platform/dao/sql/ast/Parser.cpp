@@ -13,6 +13,9 @@ constexpr int MaxNesting = 150;
 constexpr qsizetype LongestText = 4000000;
 constexpr qsizetype MostTokens = 1500000;
 
+// What a message shows of a name that does not end.
+constexpr qsizetype LongestName = 64;
+
 const QString errorSource = u"DAO.Database"_s;
 
 } // namespace
@@ -223,7 +226,7 @@ void Parser::failFaulty() const
         refuse(u"Syntax error in number"_s);
         break;
     case Fault::Bracket:
-        fail(error::InvalidBracketing, {textOf(current().range).first(1)});
+        fail(error::InvalidBracketing, {textOf(current().range).section(u'\n', 0, 0).left(LongestName).trimmed()});
     case Fault::Comment:
         try {
             refuse(u"Syntax error (missing operator)"_s);

@@ -60,6 +60,7 @@ private:
     ExprPtr parseClause(int errorWhenEmpty);
     bool beginsOperand() const;
     ExprPtr parseExpression();
+    ExprPtr parsePivot();
     ExprPtr parseLogical(int level);
     ExprPtr parseChain(bool isAnd);
     ExprPtr parseNot();
@@ -123,10 +124,12 @@ private:
     void parseConstraintBody(Constraint &constraint, bool ofTable);
     void parseReferences(Constraint &constraint);
     bool atConstraint(bool ofTable) const;
-    QString parseCheck();
+    Range parseCheck();
     AlterTable parseAlterTable();
+    void refuseConstraints(const FieldDefinition &field) const;
     CreateIndex parseCreateIndex(bool unique);
     CreateQuery parseCreateQuery();
+    void refuseAction(const Statement &stored, Range place) const;
     void parseDrop(Statement &statement);
 
     QString m_text;
@@ -137,6 +140,7 @@ private:
     int m_deepest = 0; ///< of the trees made for the query at hand
     int m_open = 0;    ///< parentheses around queries and joins
     bool m_criterion = false;
+    bool m_headingsFollow = false; ///< "In (" begins the headings of a cross table; as an operator it needs parentheses
 };
 
 /// Counts a level of nesting; too many are refused, so that no text can exhaust the stack.

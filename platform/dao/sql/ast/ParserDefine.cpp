@@ -58,7 +58,6 @@ bool nameColumns(Statement &statement, const std::vector<NameAt> &names)
 void Parser::parseCreate(Statement &statement)
 {
     take();
-    accept(Keyword::Temporary);
     const bool unique = at(Keyword::Unique);
     if (unique)
         take();
@@ -118,7 +117,8 @@ FieldDefinition Parser::parseFieldDefinition()
         } else if (accept(Keyword::Default)) {
             const Token first = current();
             parseArithmetic(0);
-            field.defaultValue = textOf(since(first));
+            field.defaultRange = since(first);
+            field.defaultValue = textOf(field.defaultRange);
         } else if (at(Keyword::With)) {
             take();
             if (!accept(Keyword::Compression) && !accept(Keyword::Comp))
@@ -185,7 +185,8 @@ void Parser::parseConstraintBody(Constraint &constraint, bool ofTable)
     } else if (at(Keyword::Check)) {
         take();
         constraint.kind = Constraint::Kind::Check;
-        constraint.check = parseCheck();
+        constraint.checkRange = parseCheck();
+        constraint.check = textOf(constraint.checkRange);
         listed = false;
     } else if (ofTable ? at(Keyword::Foreign) : at(Keyword::References)) {
         if (accept(Keyword::Foreign))
@@ -204,7 +205,7 @@ void Parser::parseConstraintBody(Constraint &constraint, bool ofTable)
         parseReferences(constraint);
 }
 
-QString Parser::parseCheck()
+Range Parser::parseCheck()
 {
     expect(Symbol::LeftParen, error::SyntaxInConstraint);
     const Token first = current();
@@ -212,9 +213,9 @@ QString Parser::parseCheck()
         const ExpressionScope scope(*this);
         parseExpression();
     }
-    const QString text = textOf(since(first));
+    const Range condition = since(first);
     expect(Symbol::RightParen, error::SyntaxInConstraint);
-    return text;
+    return condition;
 }
 
 void Parser::parseReferences(Constraint &constraint)
@@ -251,7 +252,9 @@ AlterTable Parser::parseAlterTable()
         }
     } else if (accept(Keyword::Alter)) {
         accept(Keyword::Column);
-        alter.change = AlterTable::AlterField{parseFieldDefinition()};
+        AlterTable::AlterField change{parseFieldDefinition()};
+        refuseConstraints(change.field);
+        alter.change = std::move(change);
     } else if (accept(Keyword::Drop)) {
         if (at(Keyword::Constraint) && ahead().isName()) {
             take();
@@ -265,6 +268,15 @@ AlterTable Parser::parseAlterTable()
         fail(error::SyntaxInAlterTable);
     }
     return alter;
+}
+
+// Keys, references and checks are added and dropped by themselves. Whether a value is required is the field's own.
+void Parser::refuseConstraints(const FieldDefinition &field) const
+{
+    for (const Constraint &constraint : field.constraints) {
+        if (constraint.kind != Constraint::Kind::NotNull)
+            failAt(constraint.range, error::SyntaxInAlterTable);
+    }
 }
 
 CreateIndex Parser::parseCreateIndex(bool unique)
@@ -323,6 +335,8 @@ CreateQuery Parser::parseCreateQuery()
     const Token first = current();
     const DepthGuard guard(*this);
     Statement stored = parseStatement();
+    if (isView)
+        refuseAction(stored, first.range);
     create.sql = textOf(since(first));
     if (!columns.empty()) {
         if (!nameColumns(stored, columns))
@@ -332,6 +346,17 @@ CreateQuery Parser::parseCreateQuery()
     if (!parameters.isEmpty())
         create.sql.prepend(u"PARAMETERS "_s + parameters.join(u", ") + u";\n"_s);
     return create;
+}
+
+// A view has rows; what changes something is a procedure.
+void Parser::refuseAction(const Statement &stored, Range place) const
+{
+    const QueryPtr *query = std::get_if<QueryPtr>(&stored.node);
+    if (!query && !std::holds_alternative<Transform>(stored.node))
+        failAt(place, error::SyntaxInCreateTable);
+    const Select *select = query ? (*query)->singleSelect() : nullptr;
+    if (select && select->into)
+        failAt(select->into->range, error::SyntaxInCreateTable);
 }
 
 void Parser::parseDrop(Statement &statement)

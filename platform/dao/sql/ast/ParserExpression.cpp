@@ -128,7 +128,19 @@ bool Parser::beginsOperand() const
 ExprPtr Parser::parseExpression()
 {
     const DepthGuard guard(*this);
-    return parseLogical(0);
+    const bool outside = std::exchange(m_headingsFollow, false);
+    ExprPtr expr = parseLogical(0);
+    m_headingsFollow = outside;
+    return expr;
+}
+
+ExprPtr Parser::parsePivot()
+{
+    const DepthGuard guard(*this);
+    m_headingsFollow = true;
+    ExprPtr expr = parseLogical(0);
+    m_headingsFollow = false;
+    return expr;
 }
 
 ExprPtr Parser::parseLogical(int level)
@@ -207,7 +219,7 @@ ExprPtr Parser::parseComparisonTail(ExprPtr left, bool &found)
         take();
     if (accept(Keyword::Between))
         return parseBetween(std::move(left), negated);
-    if (accept(Keyword::In))
+    if ((negated || !m_headingsFollow) && accept(Keyword::In))
         return parseIn(std::move(left), negated);
     if (at(Keyword::Like) || at(Keyword::ALike)) {
         const BinaryOp op = take().is(Keyword::Like) ? BinaryOp::Like : BinaryOp::ALike;

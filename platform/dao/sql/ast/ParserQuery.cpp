@@ -326,9 +326,8 @@ Transform Parser::parseTransform()
         fail(error::SyntaxInTransform);
     transform.select = std::move(*parseSelect());
     expect(Keyword::Pivot, error::SyntaxInTransform);
-    // The expression itself may hold "In (...)" only in parentheses: here it begins the headings.
     const ExpressionScope scope(*this);
-    transform.pivot = parseArithmetic(0);
+    transform.pivot = parsePivot();
     if (accept(Keyword::In)) {
         expect(Symbol::LeftParen, error::SyntaxInTransform);
         transform.headings = parseExpressionList();

@@ -152,6 +152,7 @@ struct Constraint
     bool cascadeUpdate = false;
     bool cascadeDelete = false;
     QString check;
+    Range checkRange; ///< of its condition
     Range range;
 };
 
@@ -162,6 +163,7 @@ struct FieldDefinition
     int size = 0;
     std::optional<bool> notNull; ///< NOT NULL or NULL, when written
     QString defaultValue;
+    Range defaultRange;
     std::vector<Constraint> constraints;
 };
 

@@ -180,6 +180,14 @@ void BindContext::rethrow(const DaoException &exception) const
     throw moved;
 }
 
+void BindContext::rethrowWithin(const DaoException &exception, Range part) const
+{
+    const SourceRange &inner = exception.where();
+    const Range place = inner.length > 0 ? Range{part.start + inner.start, inner.length} : part;
+    throw DaoException(exception.number(), exception.source(), exception.description(), userPlace(place))
+        .withHint(exception.hint());
+}
+
 SourceRange BindContext::userPlace(Range range) const
 {
     const Range place = placeOf(range);

@@ -111,6 +111,8 @@ public:
     /// The text being bound, and the same as an exception of another stage: keeps number and text, moves the place.
     const QString &text() const { return m_text; }
     [[noreturn]] void rethrow(const DaoException &exception) const;
+    /// The same for a part of this text that was bound by itself: its places count from where the part begins.
+    [[noreturn]] void rethrowWithin(const DaoException &exception, Range part) const;
     bool isSubstituted() const { return m_place.has_value(); }
 
 private:

@@ -179,9 +179,10 @@ struct Aggregate
     /// The rows' sources; First and Last go by the order of their keys.
     std::vector<const Source *> order;
     ExprPtr filter; ///< only rows for which it holds; null: all
-    /// A source of the query whose rows it runs over, where the argument names none: fields of a query around it alone
-    /// would make it that query's to the inner engine.
+    /// A source of the query whose rows it runs over, where the argument names none; null when that query has none.
     const Source *own = nullptr;
+    /// The argument may name fields of a query around it alone, which would make it that query's to the inner engine.
+    bool namesOuter = false;
 };
 /// Equal, Null being equal to Null.
 struct Same
@@ -206,12 +207,14 @@ enum class Conversion {
     ToNumber, ///< numeric text becomes a number; other text is a mismatch
     ToDate,
     ToTruth, ///< a number or numeric text as a condition
-    Assign   ///< as an assignment to a field of the node's type converts
+    Assign,  ///< as an assignment to a field of the node's type converts
+    Fit      ///< a text that goes into a field of a size
 };
 struct Convert
 {
     Conversion conversion;
     ExprPtr operand;
+    int size = 0;
 };
 
 struct Expr

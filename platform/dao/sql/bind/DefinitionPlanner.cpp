@@ -1,6 +1,7 @@
 #include "DefinitionPlanner.h"
 
 #include "../NearestName.h"
+#include "RuleBinder.h"
 #include "Types.h"
 
 #include <dao/values/Names.h>
@@ -80,6 +81,7 @@ FieldInfo DefinitionPlanner::fieldOf(const ast::FieldDefinition &definition) con
     field.required = definition.notNull.value_or(false);
     field.allowZeroLength = isTextType(field.type);
     field.defaultValue = definition.defaultValue;
+    verifyPart(definition.defaultRange, [&field](BindContext &part) { bindDefault(part, part.text(), field); });
     return field;
 }
 
@@ -100,6 +102,7 @@ void DefinitionPlanner::addFieldConstraints(Constraints &constraints, FieldInfo 
         ofTable.cascadeUpdate = constraint.cascadeUpdate;
         ofTable.cascadeDelete = constraint.cascadeDelete;
         ofTable.check = constraint.check;
+        ofTable.checkRange = constraint.checkRange;
         ofTable.range = constraint.range;
         addConstraint(constraints, ofTable, table);
     }
@@ -115,6 +118,7 @@ void DefinitionPlanner::addConstraint(Constraints &constraints, const ast::Const
         constraints.relations.append(relationOf(constraint, table));
         return;
     case ast::Constraint::Kind::Check:
+        verifyCheck(constraint, table);
         constraints.checks.append({constraint.name, constraint.check});
         return;
     case ast::Constraint::Kind::NotNull:
@@ -140,6 +144,30 @@ void DefinitionPlanner::addConstraint(Constraints &constraints, const ast::Const
     if (table.index(index.name))
         m_context.fail(error::IndexNameExists, constraint.range, {table.name, index.name});
     constraints.indexes.append(index);
+}
+
+void DefinitionPlanner::verifyCheck(const ast::Constraint &constraint, const TableInfo &table) const
+{
+    Source source;
+    source.name = table.name;
+    source.table = &table;
+    verifyPart(constraint.checkRange, [&source](BindContext &part) { bindRule(part, source, nullptr); });
+}
+
+// Conditions and defaults are kept as texts, which are bound where the table is made. Done here as well, an error in
+// one of them has its place in the statement.
+void DefinitionPlanner::verifyPart(Range range, const std::function<void(BindContext &)> &bind) const
+{
+    if (range.length == 0)
+        return;
+    const NoSchema schema;
+    BindContext part(schema, m_context.textOf(range));
+    part.forbidParameters();
+    try {
+        bind(part);
+    } catch (const DaoException &exception) {
+        m_context.rethrowWithin(exception, range);
+    }
 }
 
 RelationInfo DefinitionPlanner::relationOf(const ast::Constraint &constraint, const TableInfo &table) const
@@ -224,7 +252,8 @@ Plan DefinitionPlanner::change(const ast::AlterTable::AlterField &change, const 
     AlterFieldPlan plan{table.name, fieldOf(change.field)};
     plan.field.name = old->name;
     plan.field.ordinal = old->ordinal;
-    plan.field.required = change.field.notNull.value_or(old->required);
+    // What is left of constraints here is a NOT NULL with a name.
+    plan.field.required = !change.field.constraints.empty() || change.field.notNull.value_or(old->required);
     if (isTextType(old->type) && isTextType(plan.field.type))
         plan.field.allowZeroLength = old->allowZeroLength;
     plan.field.validationRule = old->validationRule;

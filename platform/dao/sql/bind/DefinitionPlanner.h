@@ -38,6 +38,8 @@ private:
     void addFieldConstraints(Constraints &constraints, FieldInfo &field, const ast::FieldDefinition &definition,
                              const TableInfo &table) const;
     void addConstraint(Constraints &constraints, const ast::Constraint &constraint, const TableInfo &table) const;
+    void verifyCheck(const ast::Constraint &constraint, const TableInfo &table) const;
+    void verifyPart(Range range, const std::function<void(BindContext &)> &bind) const;
     RelationInfo relationOf(const ast::Constraint &constraint, const TableInfo &table) const;
     Plan change(const ast::AlterTable::AddField &change, const TableInfo &table) const;
     Plan change(const ast::AlterTable::AlterField &change, const TableInfo &table) const;

@@ -407,6 +407,10 @@ ExprPtr ExpressionBinder::bindNode(const ast::Exists &node, const ast::Expr &exp
 ExprPtr ExpressionBinder::bindNode(const ast::Quantified &node, const ast::Expr &expr)
 {
     ExprPtr operand = bindAny(*node.operand);
+    // Within the test, an aggregate needs a source to show whose it is.
+    const bool sourceless = m_select && m_select->sources.empty();
+    if (sourceless && anyPart(*operand, [](const Expr &part) { return part.as<Aggregate>() != nullptr; }))
+        m_context.fail(error::TooComplexExpression, expr.range);
     QueryPtr query = bindSubquery(*node.query, true);
     reconcileWithQuery(operand, *query, expr.range);
     return m_context.make(expr.range, DataType::Boolean,

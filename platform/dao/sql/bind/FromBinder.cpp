@@ -167,11 +167,25 @@ std::shared_ptr<From> SelectBinder::addQuery(const BindQuery &bind, const QStrin
         scoped.columns.push_back(
             {columns[i].info.name, m_context.make({}, columns[i].info.type, Output{source.get(), int(i)}, firm)});
     }
+    m_inheritedOrder = orderOfOutput(*query, scoped);
     addToScope(std::move(scoped), range);
     auto leaf = std::make_shared<From>();
     leaf->source = source.get();
     m_select->sources.push_back(std::move(source));
     return leaf;
+}
+
+// As far as what the query is ordered by can be seen from outside.
+std::vector<OrderKey> SelectBinder::orderOfOutput(const Query &query, const ScopeSource &scoped)
+{
+    const Select *select = query.singleSelect();
+    std::vector<OrderKey> order;
+    for (const OrderKey &key : select ? select->order : query.order) {
+        if (key.output < 0)
+            break;
+        order.push_back({scoped.columns[size_t(key.output)].expr, key.descending, -1});
+    }
+    return order;
 }
 
 // The first rows of a table are those rows of it whose keys are among the first: said so, they can be changed like any

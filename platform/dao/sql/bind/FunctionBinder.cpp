@@ -210,19 +210,20 @@ ExprPtr ExpressionBinder::bindAggregate(const FunctionInfo &function, const ast:
         m_context.fail(m_clause.aggregateError ? m_clause.aggregateError : error::AggregateInWhere, range,
                        {m_context.textOf(range)});
     Aggregate aggregate{&function, nullptr, {}, m_filter};
+    bool namesOwn = false;
     if (!node.star) {
         aggregate.argument = bindArgument(function, node, 0);
         const bool nested =
             anyPart(*aggregate.argument, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
         if (nested)
             m_context.fail(error::NestedAggregate, range, {m_context.textOf(range)});
-        const bool namesOwn = anyPart(*aggregate.argument, [this](const Expr &part) { return isOwnColumn(part); });
-        if (m_scope && m_scope->outer() && !namesOwn && !aggregate.argument->as<Literal>()) {
-            if (m_select->sources.empty())
-                m_context.fail(error::TooComplexExpression, range);
-            aggregate.own = m_select->sources.front().get();
-        }
+        namesOwn = anyPart(*aggregate.argument, [this](const Expr &part) { return isOwnColumn(part); });
+        aggregate.namesOuter = m_scope && m_scope->outer() && !namesOwn && !aggregate.argument->as<Literal>();
+        if (aggregate.namesOuter && m_select->sources.empty())
+            m_context.fail(error::TooComplexExpression, range);
     }
+    if (!namesOwn && !m_select->sources.empty())
+        aggregate.own = m_select->sources.front().get();
     if (isNamed(function, u"First") || isNamed(function, u"Last")) {
         for (const auto &source : m_select->sources) {
             if (source->table)

@@ -65,6 +65,26 @@ int ModifyBinder::fieldNamed(const TableInfo &table, const ast::NameAt &name)
     return field;
 }
 
+// The file's own check of a text's size counts characters up to the first NUL, which functions can make.
+ExprPtr ModifyBinder::fitted(ExprPtr value, const FieldInfo &field)
+{
+    if (field.type != DataType::Text || field.size <= 0)
+        return value;
+    const Literal *literal = value->as<Literal>();
+    const FieldRef *column = value->as<FieldRef>();
+    const Convert *convert = value->as<Convert>();
+    const FieldInfo *from = column ? &column->source->table->fields[column->field] : nullptr;
+    const bool fits =
+        value->as<ParameterRef>() ||
+        (literal && (literal->value.type() != Value::Type::Text || literal->value.text().size() <= field.size)) ||
+        (from && from->type == DataType::Text && from->size <= field.size) ||
+        (convert && convert->conversion == Conversion::ToText && familyOf(convert->operand->type) != Family::Any);
+    if (fits)
+        return value;
+    const Range range = value->range;
+    return m_context.make(range, DataType::Text, Convert{Conversion::Fit, std::move(value), field.size});
+}
+
 void ModifyBinder::addField(Insert &bound, int field, Range range)
 {
     if (std::find(bound.fields.begin(), bound.fields.end(), field) != bound.fields.end())
@@ -91,7 +111,8 @@ void ModifyBinder::bindValues(Insert &bound, const ast::Insert &insert)
         m_context.fail(error::InsertCount, insert.values.front()->range.to(insert.values.back()->range));
     ExpressionBinder binder(m_context, nullptr, clause::values);
     for (size_t i = 0; i < insert.values.size(); ++i)
-        bound.values.push_back(binder.bindFor(*insert.values[i], bound.table->fields[bound.fields[i]]));
+        bound.values.push_back(fitted(binder.bindFor(*insert.values[i], bound.table->fields[bound.fields[i]]),
+                                      bound.table->fields[bound.fields[i]]));
 }
 
 void ModifyBinder::bindInsertQuery(Insert &bound, const ast::Insert &insert)
@@ -108,8 +129,10 @@ void ModifyBinder::bindInsertQuery(Insert &bound, const ast::Insert &insert)
     const std::shared_ptr<Select> &select = bound.query->parts.front().select;
     const bool direct = !bound.query->isUnion() && select && !select->distinct;
     if (direct) {
-        for (size_t i = 0; i < columns.size(); ++i)
-            select->columns[i].expr = binder.assigned(columns[i].expr, bound.table->fields[bound.fields[i]]);
+        for (size_t i = 0; i < columns.size(); ++i) {
+            const FieldInfo &field = bound.table->fields[bound.fields[i]];
+            select->columns[i].expr = fitted(binder.assigned(columns[i].expr, field), field);
+        }
         return;
     }
     // Duplicates are dropped before the values are converted.
@@ -118,7 +141,8 @@ void ModifyBinder::bindInsertQuery(Insert &bound, const ast::Insert &insert)
     for (size_t i = 0; i < columns.size(); ++i) {
         const ExprPtr cell =
             m_context.make(insert.query->range, columns[i].info.type, Output{bound.rows.get(), int(i)}, true);
-        bound.converted.push_back(binder.assigned(cell, bound.table->fields[bound.fields[i]]));
+        const FieldInfo &field = bound.table->fields[bound.fields[i]];
+        bound.converted.push_back(fitted(binder.assigned(cell, field), field));
     }
 }
 
@@ -195,7 +219,7 @@ AssignedField ModifyBinder::bindAssignment(SelectBinder &binder, const ast::Assi
     if (field.isAutoIncrement())
         m_context.fail(error::FieldNotUpdatable, range, {name.text});
     ExpressionBinder values = binder.expressions(clause::where);
-    return {column->source, column->field, values.bindFor(*assignment.value, field)};
+    return {column->source, column->field, fitted(values.bindFor(*assignment.value, field), field)};
 }
 
 // ---- DELETE -----------------------------------------------------------------------------------------------------

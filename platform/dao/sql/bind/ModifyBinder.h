@@ -20,6 +20,7 @@ private:
     const TableInfo *targetTable(const ast::NameAt &name);
     void bindInsertFields(Insert &bound, const ast::Insert &insert);
     int fieldNamed(const TableInfo &table, const ast::NameAt &name);
+    ExprPtr fitted(ExprPtr value, const FieldInfo &field);
     void addField(Insert &bound, int field, ast::Range range);
     void bindValues(Insert &bound, const ast::Insert &insert);
     void bindInsertQuery(Insert &bound, const ast::Insert &insert);

@@ -69,6 +69,7 @@ private:
     std::shared_ptr<From> addBaseTable(const TableInfo &info, const QString &name, Range range, bool nullable);
     using BindQuery = std::function<std::shared_ptr<Query>()>;
     std::shared_ptr<From> addQuery(const BindQuery &bind, const QString &name, Range range, bool nullable);
+    static std::vector<OrderKey> orderOfOutput(const Query &query, const ScopeSource &scoped);
     void replaceTop(Select &select, const BindQuery &bindAgain, Range range);
     std::shared_ptr<From> meltQuery(const Query &query, ScopeSource &source, bool nullable);
     std::shared_ptr<Query> bindStoredQuery(const QueryInfo &info, Range range);

@@ -8,6 +8,9 @@ using namespace Qt::StringLiterals;
 // Statements that change rows. Each has two forms. The plain one leaves as much as it can to the inner engine. The
 // asking one is for statements that must not be interrupted half-way (see ActionPlan): what may read for long without
 // writing a row becomes a select, which can be interrupted, and what writes asks at every row.
+//
+// In both forms conditions and new values see the rows as they were before the statement: where they may read what it
+// writes, the rows are gathered first.
 
 namespace dao::sql::generate {
 namespace {
@@ -20,6 +23,20 @@ bool hasSubquery(const Expr &expr)
 {
     // A domain function is one, too.
     return anyPart(expr, [](const Expr &part) { return subqueryOf(part) || part.as<DomainCall>(); });
+}
+
+/// A domain function reads through a statement of its own, which the inner engine does not see: it would find the rows
+/// that the statement around it has written already.
+bool hasDomainCall(const Query &query)
+{
+    bool found = false;
+    forEachExpr(query, [&found](const Expr &expr) {
+        found = found || anyPart(expr, [](const Expr &part) {
+                    const Query *inner = subqueryOf(part);
+                    return part.as<DomainCall>() || (inner && hasDomainCall(*inner));
+                });
+    });
+    return found;
 }
 
 /// The rows of one table in its own order, each looked at once.
@@ -70,7 +87,12 @@ ActionPlan Generator::insert(const Insert &insert)
     }
     const QString rows = insert.rows ? u"SELECT "_s + arguments(insert.converted) + u" FROM "_s + leafText(*insert.rows)
                                      : queryText(*insert.query, Shape::Plain);
-    plan.steps.append({into + rows, true, {}, false});
+    if (hasDomainCall(*insert.query))
+        plan.steps = {gather(rows, false),
+                      {into + u"SELECT * FROM "_s + gathered() + u" ORDER BY rowid"_s, true, {}, false},
+                      dropGathered()};
+    else
+        plan.steps.append({into + rows, true, {}, false});
     if (!insert.rows && isPlainWalk(*insert.query)) {
         m_asking = insert.query->singleSelect();
         plan.askingSteps.append({into + queryText(*insert.query, Shape::Plain), true, {}, false});
@@ -87,9 +109,10 @@ ActionPlan Generator::insert(const Insert &insert)
 ActionPlan Generator::update(const Update &update)
 {
     const Select &select = *update.select;
-    const bool valuesRead = std::any_of(update.fields.begin(), update.fields.end(),
-                                        [](const AssignedField &field) { return hasSubquery(*field.value); });
-    if (select.sources.size() > 1 || valuesRead)
+    const bool reads = (select.where && hasSubquery(*select.where)) ||
+                       std::any_of(update.fields.begin(), update.fields.end(),
+                                   [](const AssignedField &field) { return hasSubquery(*field.value); });
+    if (select.sources.size() > 1 || reads)
         return updateJoined(update);
     QStringList assignments;
     for (const AssignedField &field : update.fields)
@@ -98,10 +121,7 @@ ActionPlan Generator::update(const Update &update)
     const QString set = u"UPDATE "_s + leafText(source) + u" SET "_s + assignments.join(u", ");
     const QString condition = select.where ? truth(*select.where).text : QString();
     ActionPlan plan;
-    if (select.where && hasSubquery(*select.where))
-        plan.askingSteps = updateJoined(update).askingSteps;
-    else
-        plan.askingSteps.append({set + u" WHERE "_s + asking(condition), true, {}, false});
+    plan.askingSteps.append({set + u" WHERE "_s + asking(condition), true, {}, false});
     plan.tables.append(source.table->name);
     plan.steps.append({condition.isEmpty() ? set : QString(set + u" WHERE "_s + condition), true, {}, false});
     return plan;
@@ -174,11 +194,8 @@ ActionPlan Generator::remove(const Delete &statement)
         return plan;
     }
     const QString rows = u"SELECT "_s + keyText(victim) + u" AS "_s + m_target.keyPrefix + u'0' + tail(select);
-    plan.steps.append({alone ? QString(u"DELETE FROM "_s + leafText(victim) + u" WHERE "_s + truth(*select.where).text)
-                             : QString(u"DELETE FROM "_s + table + u" WHERE "_s + key + u" IN ("_s + rows + u')'),
-                       true,
-                       {},
-                       false});
+    // The list of keys is complete before the first row goes.
+    plan.steps.append({u"DELETE FROM "_s + table + u" WHERE "_s + key + u" IN ("_s + rows + u')', true, {}, false});
     plan.askingSteps = {gather(rows, true),
                         {u"DELETE FROM "_s + table + u" WHERE "_s +
                              asking(key + u" IN (SELECT "_s + m_target.keyPrefix + u"0 FROM "_s + gathered() + u')'),

@@ -214,12 +214,18 @@ Generator::Piece Generator::truthOf(const Quantified &node)
 {
     const QString derived = u"_q"_s + QString::number(++m_derived);
     const QString cell = derived + u'.' + m_target.columnPrefix + u'0';
+    const bool ofGroup = anyPart(*node.operand, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
+    const bool outside = std::exchange(m_inTestOfRows, ofGroup);
     const QString test = sortable(*node.operand) + u' ' + symbolOf(node.op) + u' ' + cell;
-    const QString rows =
-        u" (SELECT 1 FROM ("_s + queryText(*node.query, Shape::Nested) + u") AS "_s + derived + u" WHERE "_s;
+    m_inTestOfRows = outside;
+    const QString rows = u" FROM ("_s + queryText(*node.query, Shape::Nested) + u") AS "_s + derived;
+    // The inner engine takes the aggregate of a query around it in a select list, but not in a condition.
+    if (ofGroup)
+        return {(node.all ? u"0 NOT IN"_s : u"1 IN"_s) + u" (SELECT ("_s + test + u") IS TRUE"_s + rows + u')',
+                rank::Equality};
     if (node.all)
-        return {u"NOT EXISTS"_s + rows + u"("_s + test + u") IS NOT 1)"_s, rank::Not};
-    return {u"EXISTS"_s + rows + test + u')', rank::Primary};
+        return {u"NOT EXISTS (SELECT 1"_s + rows + u" WHERE ("_s + test + u") IS NOT 1)"_s, rank::Not};
+    return {u"EXISTS (SELECT 1"_s + rows + u" WHERE "_s + test + u')', rank::Primary};
 }
 
 } // namespace dao::sql::generate

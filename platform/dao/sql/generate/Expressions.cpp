@@ -372,12 +372,14 @@ Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
     // Whole numbers that are computed may be larger than those of a field, and their sum than the inner engine holds.
     if (name == u"Sum" && node.argument->as<Arithmetic>() && isIntegerType(node.argument->type))
         list = u"1.0 * ("_s + list + u')';
-    if (node.own) {
+    if (node.own && (node.namesOuter || m_inTestOfRows)) {
+        if (!node.argument)
+            list = u"1"_s;
         const QString column =
             node.own->table ? keyText(*node.own) : aliasOf(*node.own) + u'.' + m_target.columnPrefix + u'0';
         // Nothing equals Null; a test that the inner engine sees through would not do.
         list = u"CASE "_s + column + u" WHEN NULL THEN NULL ELSE "_s + list + u" END"_s;
-        if (extreme && familyOf(node.argument->type) == Family::Text)
+        if (extreme && node.argument && familyOf(node.argument->type) == Family::Text)
             list += m_target.caseless;
     }
     for (const Source *source : node.order)
@@ -420,6 +422,8 @@ Generator::Piece Generator::valueOf(const Convert &node, const Expr &expr)
         return call(u"as_date", operand);
     case Conversion::ToTruth:
         return call(u"as_truth", operand);
+    case Conversion::Fit:
+        return call(u"to_text", operand + u", "_s + QString::number(node.size));
     case Conversion::Assign:
         break;
     }

@@ -41,6 +41,14 @@ private:
     };
     /// Stands in the text for the value of a heading that is not known yet.
     static constexpr QChar headingMark = QChar(1);
+    /// A select by rank, parted where its two lists of columns end.
+    struct Ranked
+    {
+        QString names;
+        QString cells; ///< and what is between
+        QString rest;
+        QString whole() const { return names + cells + rest; }
+    };
     enum class Shape { Plain, Nested, Keys, Subquery };
 
     // Expressions.cpp
@@ -92,7 +100,8 @@ private:
     // Selects.cpp
     QString queryText(const bound::Query &query, Shape shape);
     QString selectText(const bound::Select &select, Shape shape);
-    QString topText(const bound::Select &select, const QStringList &cells, Shape shape);
+    QString limitText(const bound::Select &select, const QStringList &cells);
+    Ranked rankedText(const bound::Select &select, const QStringList &cells);
     QStringList cellsOf(const bound::Select &select, Shape shape);
     QString tail(const bound::Select &select);
     QString fromText(const bound::Select &select);
@@ -106,10 +115,14 @@ private:
     QString keyText(const bound::Source &source) const;
     QString aliasOf(const bound::Source &source) const;
 
+    // Transforms.cpp
+    void planRows(CrosstabPlan &plan, const bound::Select &select);
+
     // Plans.cpp
     void planColumns(SelectPlan &plan, const bound::Query &query) const;
     void planKeys(SelectPlan &plan, const bound::Select &select);
-    QString rowText(const bound::Select &select, const std::vector<const bound::Source *> &sources);
+    void planAddedRows(SelectPlan &plan, const bound::Select &select, const bound::Source &addedTo);
+    QString rowText(const bound::Select &select, const std::vector<const bound::Source *> &sources, bool anyAbsent);
 
     // Changes.cpp
     ActionPlan updateJoined(const bound::Update &update);
@@ -127,6 +140,7 @@ private:
     bool m_standalone = false;
     bool m_pure = true;
     bool m_usesParameters = false;
+    bool m_inTestOfRows = false; ///< aggregates stand within a subquery whose rows are not theirs
     int m_derived = 0;
 };
 

@@ -34,6 +34,8 @@ SelectPlan Generator::select(const Query &query)
         const std::vector<const Source *> sources = keySources(*query.singleSelect());
         for (size_t i = 0; i < sources.size(); ++i)
             plan.sources[qsizetype(i)].deletable = plan.updatable() && sources[i] == deletable;
+        if (plan.updatable() && deletable && sources.size() > 1)
+            planAddedRows(plan, *query.singleSelect(), *deletable);
     }
     planColumns(plan, query);
     return plan;
@@ -70,12 +72,31 @@ void Generator::planKeys(SelectPlan &plan, const Select &select)
         key.nullable = source->nullable;
         plan.sources.append(key);
     }
-    plan.rowSql = rowText(select, sources);
+    plan.rowSql = rowText(select, sources, false);
+}
+
+// A row that is added belongs to the result whether the join returns it or not.
+void Generator::planAddedRows(SelectPlan &plan, const Select &select, const Source &addedTo)
+{
+    const std::vector<const Source *> sources = keySources(select);
+    QStringList names;
+    QString match;
+    for (size_t i = 0; i < sources.size(); ++i) {
+        names.append(m_target.keyPrefix + QString::number(i));
+        if (sources[i] == &addedTo)
+            match = names.back() + u" = "_s + m_target.parameterPrefix + QString::number(m_parameters.size() + 1);
+    }
+    if (match.isEmpty())
+        return;
+    const QString rows = quoted(u"join.rows"); // no table has a dot in its name
+    plan.addedKeySql = u"WITH "_s + rows + u" ("_s + names.join(u", ") + u") AS ("_s + plan.keySql +
+                       u") SELECT * FROM "_s + rows + u" WHERE "_s + match;
+    plan.addedRowSql = rowText(select, sources, true);
 }
 
 // Each table by its key alone: joins and conditions have decided already which rows belong together. A key that is Null
 // gives Null cells; a row that is gone gives no row at all.
-QString Generator::rowText(const Select &select, const std::vector<const Source *> &sources)
+QString Generator::rowText(const Select &select, const std::vector<const Source *> &sources, bool anyAbsent)
 {
     const QSet<const Source *> grouped = std::exchange(m_grouped, {});
     QString from;
@@ -84,17 +105,18 @@ QString Generator::rowText(const Select &select, const std::vector<const Source 
         const QString parameter =
             m_target.parameterPrefix + QString::number(m_parameters.size() + qsizetype(index) + 1);
         const QString match = keyText(source) + u" = "_s + parameter;
-        if (source.nullable)
+        const bool nullable = anyAbsent || source.nullable;
+        if (nullable)
             conditions.append(u'(' + parameter + u" IS NULL OR "_s + keyText(source) + u" IS NOT NULL)"_s);
         else if (from.isEmpty())
             conditions.append(match);
         // Where all keys may be Null there is still a row.
-        if (from.isEmpty() && source.nullable)
+        if (from.isEmpty() && nullable)
             from = u"(SELECT 1) AS _one"_s;
         if (from.isEmpty())
             from = leafText(source);
         else
-            from += (source.nullable ? u" LEFT JOIN "_s : u" JOIN "_s) + leafText(source) + u" ON "_s + match;
+            from += (nullable ? u" LEFT JOIN "_s : u" JOIN "_s) + leafText(source) + u" ON "_s + match;
     };
     for (const bool nullable : {false, true}) {
         for (size_t i = 0; i < sources.size(); ++i) {

@@ -84,7 +84,7 @@ QString Generator::selectText(const Select &select, Shape shape)
     markGrouped(select);
     const QStringList cells = cellsOf(select, shape);
     if (select.top && !select.order.empty())
-        return topText(select, cells, shape);
+        return rankedText(select, cells).whole();
     QStringList list = cells;
     if (shape == Shape::Nested) {
         for (qsizetype i = 0; i < list.size(); ++i)
@@ -92,18 +92,27 @@ QString Generator::selectText(const Select &select, Shape shape)
     }
     QString text = (select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s) + list.join(u", ") + tail(select);
     text += listed(u" ORDER BY ", orderOf(select, shape));
+    return text + limitText(select, cells);
+}
+
+// TOP without an order: so many rows, whichever they are.
+QString Generator::limitText(const Select &select, const QStringList &cells)
+{
     if (!select.top)
-        return text;
+        return {};
     const QString count = QString::number(qint64(select.top->count));
     if (!select.top->percent)
-        return text + m_target.limit + count;
-    const QString rows = select.distinct ? QString(u"SELECT DISTINCT "_s + cells.join(u", ")) : u"SELECT 1"_s;
+        return m_target.limit + count;
+    // Without groups an aggregate makes one row of none.
+    const QString rows = select.distinct     ? QString(u"SELECT DISTINCT "_s + cells.join(u", "))
+                         : select.aggregated ? u"SELECT count(*)"_s
+                                             : u"SELECT 1"_s;
     const QString total = u"(SELECT count(*) FROM ("_s + rows + tail(select) + u"))"_s;
-    return text + m_target.limit + u'(' + total + u" * "_s + count + u" + 99) / 100"_s;
+    return m_target.limit + u'(' + total + u" * "_s + count + u" + 99) / 100"_s;
 }
 
 // TOP with an order includes all rows that tie with the last one: rows are ranked, and cut by rank.
-QString Generator::topText(const Select &select, const QStringList &cells, Shape shape)
+Generator::Ranked Generator::rankedText(const Select &select, const QStringList &cells)
 {
     QStringList inner = cells;
     QStringList outer;
@@ -128,14 +137,13 @@ QString Generator::topText(const Select &select, const QStringList &cells, Shape
         inner.append(ties[i] + u" AS _t"_s + QString::number(i));
         finalOrder.append(u"_t"_s + QString::number(i));
     }
-    const QString rows = (select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s) + inner.join(u", ") + tail(select);
+    const QString rows = (select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s) + inner.join(u", ");
     const QString count = QString::number(qint64(select.top->count));
     const QString limit = select.top->percent ? u"(_rows * "_s + count + u" + 99) / 100"_s : count;
-    const QString ranked = u"SELECT *, rank() OVER (ORDER BY "_s + order.join(u", ") +
-                           u") AS _rank, count(*) OVER () AS _rows FROM ("_s + rows + u')';
-    Q_UNUSED(shape);
-    return u"SELECT "_s + outer.join(u", ") + u" FROM ("_s + ranked + u") WHERE _rank <= "_s + limit + u" ORDER BY "_s +
-           finalOrder.join(u", ");
+    return {u"SELECT "_s + outer.join(u", "),
+            u" FROM (SELECT *, rank() OVER (ORDER BY "_s + order.join(u", ") +
+                u") AS _rank, count(*) OVER () AS _rows FROM ("_s + rows,
+            tail(select) + u")) WHERE _rank <= "_s + limit + u" ORDER BY "_s + finalOrder.join(u", ")};
 }
 
 QString Generator::tail(const Select &select)

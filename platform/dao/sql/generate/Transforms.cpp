@@ -27,10 +27,8 @@ SelectPlan Generator::transform(const Transform &transform)
     }
     markGrouped(select);
     CrosstabPlan crosstab;
-    crosstab.head = u"SELECT "_s + cellsOf(select, Shape::Plain).join(u", ");
     crosstab.cell = value(*transform.cell).text.split(headingMark);
-    const QStringList order = orderOf(select, Shape::Plain);
-    crosstab.tail = tail(select) + (order.isEmpty() ? QString() : QString(u" ORDER BY "_s + order.join(u", ")));
+    planRows(crosstab, select);
     crosstab.cellInfo = outputInfo({}, *transform.cell);
 
     // The distinct values, as names and as literals of the inner engine.
@@ -51,6 +49,22 @@ SelectPlan Generator::transform(const Transform &transform)
     return plan;
 }
 
+void Generator::planRows(CrosstabPlan &plan, const Select &select)
+{
+    const QStringList cells = cellsOf(select, Shape::Plain);
+    if (select.top && !select.order.empty()) {
+        const Ranked ranked = rankedText(select, cells);
+        plan.names = ranked.names;
+        plan.head = ranked.cells;
+        plan.tail = ranked.rest;
+        return;
+    }
+    plan.head = u"SELECT "_s + cells.join(u", ");
+    const QStringList order = orderOf(select, Shape::Plain);
+    plan.tail = tail(select) + (order.isEmpty() ? QString() : QString(u" ORDER BY "_s + order.join(u", "))) +
+                limitText(select, cells);
+}
+
 } // namespace generate
 
 SelectPlan withHeadings(const SelectPlan &plan, const QList<CrosstabHeading> &headings)
@@ -60,16 +74,23 @@ SelectPlan withHeadings(const SelectPlan &plan, const QList<CrosstabHeading> &he
     const qsizetype count = plan.columns.size() + headings.size();
     if (count > maxCrosstabColumns)
         raise(error::TooManyCrosstabColumns, u"DAO.Database"_s, {QString::number(count)});
-    complete.fullSql = crosstab.head;
-    for (const CrosstabHeading &heading : headings) {
-        complete.fullSql += u", "_s + crosstab.cell.join(heading.valueSql);
+    QString names = crosstab.names;
+    QString cells = crosstab.head;
+    for (qsizetype i = 0; i < headings.size(); ++i) {
+        const CrosstabHeading &heading = headings[i];
+        cells += u", "_s + crosstab.cell.join(heading.valueSql);
+        if (!names.isEmpty()) {
+            const QString name = u"_h"_s + QString::number(i);
+            cells += u" AS "_s + name;
+            names += u", "_s + name;
+        }
         Column column;
         column.info = crosstab.cellInfo;
         column.info.name = heading.name;
         column.info.ordinal = int(complete.columns.size());
         complete.columns.append(column);
     }
-    complete.fullSql += crosstab.tail;
+    complete.fullSql = names + cells + crosstab.tail;
     complete.crosstab.reset();
     return complete;
 }

@@ -140,6 +140,7 @@ TEST_F(Functions, Texts)
            {"jet_instrrev('AFOOBARFOOBAR','FOO',9)", "2"},
            {"jet_instrrev('AFOOBARFOOBAR','FOO',10)", "8"},
            {"jet_strconv('FOO bar',3)", "Foo Bar"},
+           {"jet_strconv('aß',1)||jet_lcase('İA')||jet_format(10,'maß','>')", "AßİaMAß"},
            {"jet_replace('foo','o','a',2)", "aa"},
            {"jet_replace('aaa','a','b',1,2)", "bba"},
            {"jet_strcomp('FOO','foo')", "0"},

@@ -113,6 +113,8 @@ TEST_F(CompilerTest, ARowOfAJoinIsFoundByTheKeysOfItsTables)
     const std::string found = queryPlan(plan.rowSql);
     EXPECT_THAT(found, HasSubstr("SEARCH _s1 USING INTEGER PRIMARY KEY"));
     EXPECT_THAT(found, HasSubstr("SEARCH _s2 USING INTEGER PRIMARY KEY"));
+    EXPECT_THAT(queryPlan(plan.addedKeySql), HasSubstr("SEARCH _s1 USING INTEGER PRIMARY KEY"));
+    EXPECT_THAT(queryPlan(plan.addedRowSql), HasSubstr("SEARCH _s1 USING INTEGER PRIMARY KEY"));
 }
 
 TEST_F(CompilerTest, ColumnsCarryWhatTheirFieldsKnow)

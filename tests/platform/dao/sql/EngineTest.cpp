@@ -73,6 +73,31 @@ TEST_F(EngineTest, ACrossTableTakesItsColumnsFromItsData)
     EXPECT_EQ(rows(u"Areas"_s), u"who|East|North|South\nAnn|-|10|5\nBob|1|7.25|-"_s);
 }
 
+TEST_F(EngineTest, AChangeSeesTheRowsAsTheyWereBeforeIt)
+{
+    m_database.execute(u"CREATE TABLE du (g TEXT(5), n LONG)"_s);
+    const auto fill = [this] {
+        m_database.execute(u"DELETE FROM du"_s);
+        for (int i = 0; i < 3; ++i)
+            m_database.execute(u"INSERT INTO du (g, n) VALUES ('a', 0)"_s);
+    };
+    const auto left = [this] { return rows(u"SELECT g & n AS c FROM du"_s); };
+    fill();
+    EXPECT_EQ(m_database.execute(u"UPDATE du SET g = 'c' WHERE (SELECT Count(*) FROM du AS u WHERE u.g = du.g) > 2"_s),
+              3);
+    EXPECT_EQ(left(), u"c\nc0\nc0\nc0"_s);
+    EXPECT_EQ(m_database.execute(u"UPDATE du SET g = 'd', n = 1 WHERE DCount('*', 'du', 'g=''' & g & '''') > 2"_s), 3);
+    EXPECT_EQ(m_database.execute(u"UPDATE du SET n = n + DCount('*', 'du', 'n=' & n)"_s), 3);
+    EXPECT_EQ(left(), u"c\nd4\nd4\nd4"_s);
+    EXPECT_EQ(m_database.execute(u"DELETE FROM du WHERE DCount('*', 'du', 'g=''' & g & '''') > 1"_s), 3);
+    fill();
+    EXPECT_EQ(m_database.execute(u"DELETE FROM du WHERE (SELECT Count(*) FROM du AS u WHERE u.g = du.g) > 1"_s), 3);
+    const QString absent =
+        u"INSERT INTO du (g, n) SELECT 'n', id FROM sales WHERE DCount('*', 'du', 'n>' & id - id) = 0"_s;
+    EXPECT_EQ(m_database.execute(absent), 3);
+    EXPECT_EQ(m_database.execute(absent), 0);
+}
+
 TEST_F(EngineTest, ACrossTableIsReadByOtherQueries)
 {
     m_database.createQuery({u"Areas"_s, u"TRANSFORM Sum(amount) SELECT who FROM sales GROUP BY who PIVOT area"_s});

@@ -37,6 +37,10 @@ protected:
                     prepare(select->keySql, sql);
                     prepare(select->rowSql, sql);
                 }
+                if (!select->addedKeySql.isEmpty()) {
+                    prepare(select->addedKeySql, sql);
+                    prepare(select->addedRowSql, sql);
+                }
             } else if (const auto *action = std::get_if<ActionPlan>(&compiled.plan)) {
                 prepare(action->steps.constFirst().sql, sql);
             }

@@ -112,6 +112,23 @@ TEST_F(ConstraintsTest, ARuleOfTheTableSpansItsFields)
     EXPECT_NE(raw(u"UPDATE r SET low = 5"_s), QString());
 }
 
+TEST_F(ConstraintsTest, TheSizeOfATextCountsAllOfIt)
+{
+    database.execute(u"CREATE TABLE s (n LONG, a TEXT(5), m MEMO)"_s);
+    database.execute(u"INSERT INTO s (n, m) VALUES (1, 'ab' & Chr(0) & 'cdefghijkl')"_s);
+    const auto number = [this](const QString &sql) { return numberOf([&] { database.execute(sql); }); };
+    EXPECT_EQ(number(u"INSERT INTO s (n, a) VALUES (2, 'ab' & Chr(0) & 'cdefghijkl')"_s), 3163);
+    EXPECT_EQ(number(u"INSERT INTO s (n, a) SELECT 2, m FROM s"_s), 3163);
+    EXPECT_EQ(number(u"INSERT INTO s (n, a) SELECT DISTINCT 2, m FROM s"_s), 3163);
+    EXPECT_EQ(number(u"UPDATE s SET a = m"_s), 3163);
+    EXPECT_EQ(number(u"UPDATE s SET a = '\U0001F600\U0001F600\U0001F600'"_s), 3163) << "six units of UTF-16";
+    EXPECT_EQ(number(u"UPDATE s SET a = 'abcdef'"_s), 3163);
+    EXPECT_EQ(number(u"UPDATE s SET a = 'abc' & 'def'"_s), 3163);
+    EXPECT_EQ(number(u"UPDATE s SET a = 'a' & Chr(0) & 'cde'"_s), 0);
+    EXPECT_EQ(number(u"UPDATE s SET a = '\U0001F600' & '\U0001F600' & n"_s), 0);
+    EXPECT_EQ(rows(u"SELECT a, Len(a) FROM s"_s), u"\U0001F600\U0001F6001|5"_s);
+}
+
 TEST_F(ConstraintsTest, AConditionOfTheTableIsDroppedByItsName)
 {
     const auto tryRow = [&](int a, int b) {
@@ -123,6 +140,14 @@ TEST_F(ConstraintsTest, AConditionOfTheTableIsDroppedByItsName)
     EXPECT_EQ(tryRow(1, 10), 3317);
     EXPECT_EQ(tryRow(6, 5), 3317);
     EXPECT_EQ(numberOf([&] { database.execute(u"ALTER TABLE c ADD CONSTRAINT least CHECK (a > 1)"_s); }), 3375);
+    try {
+        database.execute(u"ALTER TABLE c DROP COLUMN b"_s);
+        ADD_FAILURE() << "a condition names the field";
+    } catch (const DaoException &exception) {
+        EXPECT_EQ(exception.number(), 3070);
+        EXPECT_FALSE(exception.where().isValid()) << "no place in this statement";
+        EXPECT_TRUE(exception.hint().contains(u"b < 10"_s));
+    }
     database.execute(u"ALTER TABLE c DROP CONSTRAINT MOST"_s);
     EXPECT_EQ(tryRow(1, 10), 0);
     EXPECT_EQ(tryRow(0, 5), 3317);

@@ -390,6 +390,40 @@ TEST_F(JoinTest, TheManySideIsDeletedAndAdded)
     EXPECT_EQ(set->recordCount(), 2);
 }
 
+TEST_F(JoinTest, AnAddedRowIsTheLastOneWhetherTheJoinReturnsItOrNot)
+{
+    const auto add = [this](int num) {
+        set->addNew();
+        set->setValue(u"num"_s, number(num));
+        set->update();
+        set->setBookmark(set->lastModified());
+    };
+    const QString neither = inner.section(u" ORDER"_s, 0, 0) + u" WHERE e.num > [least]"_s;
+    for (const QString &sql : {inner, outer, neither}) {
+        QueryDef query(database, sql);
+        if (query.parameterCount() > 0)
+            query.setParameter(0, number(100));
+        set.emplace(database);
+        set->open(Recordset::Type::Dynaset, query);
+        const qint64 before = set->recordCount();
+        add(50);
+        EXPECT_EQ(set->recordCount(), before + 1);
+        EXPECT_EQ(set->position(), before);
+        EXPECT_EQ(set->value(u"num"_s), number(50));
+        EXPECT_TRUE(set->value(u"name"_s).isNull());
+        set->edit();
+        set->setValue(u"num"_s, number(51));
+        set->update();
+        add(52);
+        EXPECT_EQ(set->value(u"num"_s), number(52));
+        set->movePrevious();
+        EXPECT_EQ(set->value(u"num"_s), number(51));
+        set->deleteRow();
+        EXPECT_EQ(rawRows(u"SELECT group_concat(num, ' ') FROM entries"_s), u"1 2 3 52"_s);
+        database.execute(u"DELETE FROM entries WHERE num = 52"_s);
+    }
+}
+
 TEST_F(JoinTest, TheAbsentSideOfAnOuterJoinReadsNullAndCannotBeSet)
 {
     open(outer);
