@@ -280,7 +280,8 @@ void DBase::connectBars()
     connect(m_viewBar, &ViewBar::findLeft, m_map, qOverload<>(&QWidget::setFocus));
     connect(m_viewBar, &ViewBar::changesWanted, this, [this] {
         const plans::UndoStack &changes = m_session->undo().stack();
-        m_viewBar->setChanges(changes.labels(), changes.position());
+        const bool hasFile = !m_session->map().file().isEmpty();
+        m_viewBar->setChanges(changes.labels(), changes.position(), hasFile ? changes.cleanPosition() : -1);
     });
     connect(m_viewBar, &ViewBar::changesRequested, this,
             [this](int position) { perform([this, position] { m_session->undo().moveTo(position); }); });

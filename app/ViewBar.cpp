@@ -228,12 +228,12 @@ void ViewBar::focusFind()
     m_find->selectAll();
 }
 
-void ViewBar::setChanges(const QStringList &labels, int position)
+void ViewBar::setChanges(const QStringList &labels, int position, int saved)
 {
     m_changes->clear();
     for (qsizetype i = labels.size(); i >= 0; --i) {
         QString text = i == 0 ? u"Start"_s : labels[i - 1];
-        QAction *action = m_changes->addAction(text.replace(u'&', u"&&"_s));
+        QAction *action = m_changes->addAction(text.replace(u'&', u"&&"_s) + (i == saved ? u"\tsaved"_s : QString()));
         action->setCheckable(true);
         action->setChecked(i == position);
         action->setToolTip(i > position ? u"Undone; make it again"_s : u"Go back to here"_s);

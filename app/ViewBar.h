@@ -32,8 +32,9 @@ public:
     }
     /// Says at the field why nothing was found; the next letter takes it away again.
     void showFindProblem(const QString &text);
-    /// The changes that the menu beside Undo lists, newest last; those from position on are undone.
-    void setChanges(const QStringList &labels, int position);
+    /// The changes that the menu beside Undo lists, newest last; those from position on are undone. saved: the position
+    /// that the map's file holds, -1 for none.
+    void setChanges(const QStringList &labels, int position, int saved);
 
 Q_SIGNALS:
     /// The menu beside Undo is about to open: time for setChanges().

@@ -58,6 +58,8 @@ public:
     void setClean() { m_clean = m_position; }
     void setUnclean() { m_clean = kNowhere; }
     bool isClean() const { return m_clean == m_position; }
+    /// The position that lies on the disk; -1: none does.
+    int cleanPosition() const { return m_clean; }
 
 private:
     static constexpr int kNowhere = -1;

@@ -79,6 +79,14 @@ TEST_F(MapWindowTest, MapsAreSavedListedAndOpenedAgain)
     EXPECT_TRUE(window.findChild<TextPanel *>(u"projectPanel"_s)->text().contains(u"Map Name : first\n"_s));
     EXPECT_TRUE(window.findChild<QLabel *>(u"mapText"_s)->text().isEmpty());
     EXPECT_FALSE(command(NoRecentMap)->isVisible());
+    addPattern(2);
+    auto *changes = find<QMenu>(u"changes"_s);
+    Q_EMIT changes->aboutToShow();
+    QStringList listed;
+    for (const QAction *change : changes->actions())
+        listed.append(change->text());
+    EXPECT_EQ(listed, (QStringList{u"Pattern Fill"_s, u"Pattern Fill\tsaved"_s, u"Start"_s}));
+    run(Undo);
     run(NewMap);
     EXPECT_EQ(window.legend().count(), 0);
     EXPECT_FALSE(command(Undo)->isEnabled());
