@@ -8,6 +8,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr qsizetype kLongestRun = 6; // "dddddd"
+
 QString twoDigits(int number)
 {
     return QString::number(number).rightJustified(2, u'0');
@@ -35,8 +37,10 @@ public:
                 i += mark;
             } else {
                 const QChar letter = m_pattern[i].toLower();
+                // Looking further than the longest placeholder would take quadratic time for thousands of one letter.
+                const qsizetype last = std::min(m_pattern.size(), i + kLongestRun);
                 qsizetype end = i + 1;
-                while (end < m_pattern.size() && m_pattern[end].toLower() == letter)
+                while (end < last && m_pattern[end].toLower() == letter)
                     ++end;
                 i += letter.isLetter() ? writeRun(letter, int(end - i)) : writePlain(m_pattern[i]);
             }
