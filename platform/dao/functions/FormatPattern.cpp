@@ -96,7 +96,7 @@ QString formatText(const QString &text, const QString &pattern)
     const QStringList sections = patternSections(pattern);
     const QString section = text.isEmpty() && sections.size() > 1 ? sections[1] : sections[0];
     bool fromLeft = false;
-    QString given = text;
+    QChar fold;
     qsizetype places = 0;
     QString skipped;
     for (qsizetype i = 0; i < section.size();) {
@@ -108,11 +108,10 @@ QString formatText(const QString &text, const QString &pattern)
         const QChar c = section[i++];
         fromLeft = fromLeft || c == u'!';
         places += c == u'@' || c == u'&';
-        if (c == u'<')
-            given = lowerCaseOf(text);
-        else if (c == u'>')
-            given = upperCaseOf(text);
+        if (c == u'<' || c == u'>')
+            fold = c; // the last one holds
     }
+    const QString given = fold == u'<' ? lowerCaseOf(text) : fold == u'>' ? upperCaseOf(text) : text;
 
     // Places before the text when it is filled from the right, behind it otherwise, stay empty.
     const qsizetype empty = std::max<qsizetype>(0, places - given.size());
