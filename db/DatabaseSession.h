@@ -14,7 +14,8 @@ struct ConversionState
     QString list;  ///< "    %d) %S\n" for each
     bool asked = false;
     bool approved = false;
-    QString backup; ///< of the file as it was before the conversion; empty when none was made
+    bool cancelled = false; ///< by the user, after it had begun
+    QString backup;         ///< of the file as it was before the conversion; empty when none was made
 };
 
 /// The one database of the main window: whether it is open, where it lies, the workspace its transactions run on, and

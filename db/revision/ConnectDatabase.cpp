@@ -89,6 +89,8 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
         if (context.listener)
             context.listener->databaseConnected(path);
         session.prompts().status(messages::kConnectedStatus, pathBelowArvo(path, context));
+        if (session.conversion.cancelled)
+            session.prompts().status(messages::kConversionCancelled);
         return true;
     } catch (const dao::DaoException &exception) {
         showDaoError(session.prompts(), exception, messages::kConnectDatabase);

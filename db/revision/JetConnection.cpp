@@ -150,9 +150,9 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, co
     } catch (const dao::DaoException &exception) {
         showDaoError(prompts, exception, messages::kConvertJet, QDir::toNativeSeparators(file.path()));
     } catch (const dao::DaoCancelled &) {
-        prompts.status(messages::kConversionCancelled);
+        session.conversion.cancelled = true;
     } catch (const tarnwick::Cancelled &) {
-        prompts.status(messages::kConversionCancelled);
+        session.conversion.cancelled = true;
     }
     return false;
 }
@@ -177,9 +177,9 @@ bool isConversionWanted(DatabaseSession &session, ConversionRequest &request, co
         if (request(messages::kStepJetFile))
             return true;
     } catch (const dao::DaoCancelled &) {
-        prompts.status(messages::kConversionCancelled);
+        session.conversion.cancelled = true;
     } catch (const tarnwick::Cancelled &) {
-        prompts.status(messages::kConversionCancelled);
+        session.conversion.cancelled = true;
     }
     listRevisionSteps(session, request);
     return false;

@@ -97,10 +97,8 @@ bool reviseDatabase(DatabaseSession &session, ConversionRequest &request, const 
     }
     pass.rollback();
     const bool wasConverting = std::exchange(session.conversion.approved, false);
-    // A status line would be gone at once, when the connection is announced.
-    if (isCancelled)
-        session.prompts().status(messages::kConversionCancelled);
-    else if (wasConverting)
+    session.conversion.cancelled = isCancelled;
+    if (wasConverting && !isCancelled)
         session.prompts().information(messages::kConversionUndone);
     return false;
 }
