@@ -7,9 +7,8 @@
 namespace app {
 
 /// The three submenus of recent files: a placeholder while a list is empty, else its entries under the numbers after
-/// the placeholder's. Entries whose file is gone, or whose folder is a
-/// project no more, are greyed, with the path in their tip.
-/// Call CommandActions::refresh() after a change.
+/// the placeholder's. Entries whose file is gone, or whose folder is a project no more, are greyed, with the path in
+/// their tip. Call CommandActions::refresh() after a change.
 class RecentMenus : public QObject
 {
     Q_OBJECT

@@ -333,7 +333,8 @@ QList<QList<LegendRow>> MapPicture::furtherPages(const QRectF &page, double dpi)
     if (shown == count)
         return {};
     Layout further;
-    const int fit = LegendTable({}, pixels(kLegendPoints, dpi)).linesWithin(placeFurther(further, page, dpi).height());
+    const double height = placeFurther(further, page, dpi).height();
+    const int fit = std::max(1, LegendTable({}, pixels(kLegendPoints, dpi)).linesWithin(height));
     QList<QList<LegendRow>> pages;
     for (qsizetype at = shown; at < count; at += fit)
         pages.append(m_content.legend.mid(at, fit));

@@ -31,7 +31,7 @@ public:
     struct Layout
     {
         std::vector<Label> labels;
-        QPolygonF sheet; ///< where labels stand on its edge; else empty
+        QPolygonF sheet; ///< its outline, where labels may stand on it; else empty
         std::vector<QLineF> marks;
         QRectF upright;             ///< strip of the ruler on the left; empty without one
         QRectF level;               ///< strip of the ruler below
