@@ -58,6 +58,13 @@ struct EmfCanvas::Stream
     }
 };
 
+struct EmfCanvas::Image
+{
+    int left, top, right, bottom; ///< recorded units
+    int width, height;            ///< pixels
+    std::string rows;
+};
+
 EmfCanvas::EmfCanvas(double width, double height, double pixelsPerInch, const std::u16string &title)
     : m_stream(new Stream)
 {
@@ -79,8 +86,9 @@ EmfCanvas::EmfCanvas(double width, double height, double pixelsPerInch, const st
     };
     SetMapMode(m_context, MM_ANISOTROPIC);
     SetWindowExtEx(m_context, units(width), units(height), nullptr);
-    SetViewportExtEx(m_context, onDevice(width / pixelsPerInch, HORZRES, HORZSIZE),
-                     onDevice(height / pixelsPerInch, VERTRES, VERTSIZE), nullptr);
+    const int deviceWidth = onDevice(width / pixelsPerInch, HORZRES, HORZSIZE);
+    SetViewportExtEx(m_context, deviceWidth, onDevice(height / pixelsPerInch, VERTRES, VERTSIZE), nullptr);
+    m_deviceScale = double(deviceWidth) / units(width);
     SetBkMode(m_context, TRANSPARENT);
     SetTextAlign(m_context, TA_LEFT | TA_BASELINE);
 }
@@ -105,7 +113,99 @@ std::string EmfCanvas::finish()
     // The library went back to complete the header; a memory stream counts up to where it stands.
     fseek(m_stream->file, 0, SEEK_END);
     fflush(m_stream->file);
-    return std::string(m_stream->bytes, m_stream->size);
+    return withImages(std::string(m_stream->bytes, m_stream->size));
+}
+
+// Places in the file format: of a record's fields, from its start.
+namespace emf {
+
+constexpr uint32_t kSetPixelRecord = 15;
+constexpr uint32_t kStretchBitsRecord = 81;
+constexpr size_t kFileSize = 48; // of the header
+constexpr uint32_t kRecordBytes = 80;
+constexpr uint32_t kBitmapInfoBytes = 40;
+constexpr uint32_t kCopyPixels = 0x00CC0020;
+
+uint32_t number(const std::string &bytes, size_t at)
+{
+    uint32_t value = 0;
+    for (size_t i = 0; i < sizeof value; ++i)
+        value |= uint32_t(uint8_t(bytes[at + i])) << (8 * i);
+    return value;
+}
+
+void append(std::string &bytes, uint32_t value)
+{
+    for (size_t i = 0; i < sizeof value; ++i)
+        bytes += char(value >> (8 * i) & 0xFF);
+}
+
+} // namespace emf
+
+std::string EmfCanvas::imageRecord(const Image &image) const
+{
+    const auto device = [this](int unit) { return uint32_t(int(std::lround(unit * m_deviceScale))); };
+    std::string record;
+    const auto size = uint32_t(emf::kRecordBytes + emf::kBitmapInfoBytes + image.rows.size());
+    for (const uint32_t field : {emf::kStretchBitsRecord,
+                                 size,
+                                 device(image.left),
+                                 device(image.top),
+                                 device(image.right),
+                                 device(image.bottom),
+                                 uint32_t(image.left),
+                                 uint32_t(image.top),
+                                 0U,
+                                 0U,
+                                 uint32_t(image.width),
+                                 uint32_t(image.height),
+                                 emf::kRecordBytes,
+                                 emf::kBitmapInfoBytes,
+                                 emf::kRecordBytes + emf::kBitmapInfoBytes,
+                                 uint32_t(image.rows.size()),
+                                 0U,
+                                 emf::kCopyPixels,
+                                 uint32_t(image.right - image.left),
+                                 uint32_t(image.bottom - image.top)})
+        emf::append(record, field);
+    constexpr uint32_t kPlanesAndBits = 1 | 24 << 16;
+    for (const uint32_t field : {emf::kBitmapInfoBytes, uint32_t(image.width), uint32_t(image.height), kPlanesAndBits,
+                                 0U, uint32_t(image.rows.size()), 0U, 0U, 0U, 0U})
+        emf::append(record, field);
+    return record + image.rows;
+}
+
+// Puts the pictures in the place of the single pixels that stand for them.
+std::string EmfCanvas::withImages(const std::string &recorded) const
+{
+    if (m_images.empty())
+        return recorded;
+    std::string whole;
+    size_t next = 0;
+    for (size_t at = 0; at + 8 <= recorded.size();) {
+        const size_t size = emf::number(recorded, at + 4);
+        if (size < 8 || at + size > recorded.size())
+            return {};
+        if (emf::number(recorded, at) == emf::kSetPixelRecord && next < m_images.size())
+            whole += imageRecord(m_images[next++]);
+        else
+            whole.append(recorded, at, size);
+        at += size;
+    }
+    std::string fileSize;
+    emf::append(fileSize, uint32_t(whole.size()));
+    return whole.replace(emf::kFileSize, fileSize.size(), fileSize);
+}
+
+// The library has no records for pictures: its function for them does nothing. A pixel, which nothing else records,
+// keeps the place among the other records.
+void EmfCanvas::image(Point topLeft, Point bottomRight, int width, int height, std::string rows)
+{
+    if (!m_context || width <= 0 || height <= 0)
+        return;
+    m_images.push_back({units(topLeft.x), units(topLeft.y), units(bottomRight.x), units(bottomRight.y), width, height,
+                        std::move(rows)});
+    SetPixel(m_context, m_images.back().left, m_images.back().top, 0);
 }
 
 void EmfCanvas::select(Handle &current, Handle wanted)

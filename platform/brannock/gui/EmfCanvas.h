@@ -62,6 +62,10 @@ public:
     void text(Point start, const std::u16string &text, const std::vector<double> &advances, const Font &font,
               uint32_t colour);
 
+    /// A picture of pixels, stretched to the rectangle. rows: from the bottom up, three bytes a pixel (blue, green,
+    /// red), each row filled up to a multiple of four bytes.
+    void image(Point topLeft, Point bottomRight, int width, int height, std::string rows);
+
     /// Ends the recording. Empty when it could not be made.
     std::string finish();
 
@@ -71,6 +75,10 @@ private:
     Handle brushHandle(const Brush &brush);
     Handle fontHandle(const Font &font);
     void select(Handle &current, Handle wanted);
+
+    struct Image;
+    std::string withImages(const std::string &recorded) const;
+    std::string imageRecord(const Image &image) const;
 
     struct Stream;
     Stream *m_stream;
@@ -83,6 +91,8 @@ private:
     Handle m_font = 0;
     int m_winding = -1;
     int64_t m_textColour = -1;
+    std::vector<Image> m_images; ///< in the order of their places in the recording
+    double m_deviceScale = 1;    ///< device pixels of a recorded unit
 };
 
 } // namespace brannock

@@ -6,7 +6,9 @@
 #include <cmath>
 #include <QFontInfo>
 #include <QFontMetricsF>
+#include <QImage>
 #include <QPaintEngine>
+#include <QPainter>
 #include <QPainterPath>
 #include <QTransform>
 
@@ -18,7 +20,8 @@ class EmfDevice::Engine : public QPaintEngine
 public:
     Engine(const QSizeF &size, int dpi, const QString &title)
         // What is claimed here keeps the painter from falling back to images, which a recording of shapes is not for.
-        : QPaintEngine(PrimitiveTransform | PainterPaths | AlphaBlend | Antialiasing | BrushStroke | ConstantOpacity)
+        : QPaintEngine(PrimitiveTransform | PixmapTransform | PainterPaths | AlphaBlend | Antialiasing | BrushStroke |
+                       ConstantOpacity)
         , m_canvas(size.width(), size.height(), dpi, title.toStdU16String())
         , m_dpi(dpi)
     {
@@ -39,7 +42,11 @@ public:
     void drawPolygon(const QPointF *points, int count, PolygonDrawMode mode) override;
     void drawPath(const QPainterPath &path) override;
     void drawTextItem(const QPointF &at, const QTextItem &item) override;
-    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
+    void drawPixmap(const QRectF &target, const QPixmap &pixmap, const QRectF &source) override
+    {
+        drawImage(target, pixmap.toImage(), source, Qt::AutoColor);
+    }
+    void drawImage(const QRectF &target, const QImage &image, const QRectF &source, Qt::ImageConversionFlags) override;
     using QPaintEngine::drawEllipse;
     using QPaintEngine::drawLines;
     using QPaintEngine::drawPolygon;
@@ -58,6 +65,7 @@ private:
 
     EmfCanvas m_canvas;
     QTransform m_transform;
+    double m_opacity = 1;
     uint32_t m_textColour = 0;
     int m_dpi;
 };
@@ -76,6 +84,8 @@ void EmfDevice::Engine::updateState(const QPaintEngineState &next)
     const DirtyFlags dirty = next.state();
     if (dirty & DirtyTransform)
         m_transform = next.transform();
+    if (dirty & DirtyOpacity)
+        m_opacity = next.opacity();
     if (dirty & (DirtyPen | DirtyTransform)) {
         const QPen pen = next.pen();
         EmfCanvas::Pen wanted;
@@ -143,6 +153,50 @@ void EmfDevice::Engine::drawPath(const QPainterPath &path)
         }
     }
     m_canvas.path(steps, path.fillRule() == Qt::WindingFill);
+}
+
+namespace {
+
+/// Rows as a metafile has them: from the bottom up, blue, green and red, each filled up to four bytes.
+std::string bottomUpRows(const QImage &opaque)
+{
+    const QImage pixels = opaque.convertToFormat(QImage::Format_BGR888);
+    const auto stride = size_t(pixels.width()) * 3;
+    std::string rows;
+    rows.reserve((stride + 3) * size_t(pixels.height()));
+    for (int y = pixels.height() - 1; y >= 0; --y) {
+        rows.append(reinterpret_cast<const char *>(pixels.constScanLine(y)), stride);
+        rows.append((4 - stride % 4) % 4, '\0');
+    }
+    return rows;
+}
+
+} // namespace
+
+void EmfDevice::Engine::drawImage(const QRectF &target, const QImage &image, const QRectF &source,
+                                  Qt::ImageConversionFlags)
+{
+    // A metafile's pictures have no transparency and lie upright: what is seen through them is the white paper.
+    QImage pixels = image.copy(source.toAlignedRect());
+    if (!isUpright())
+        pixels = pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied)
+                     .scaled(target.size().expandedTo(QSizeF(1, 1)).toSize())
+                     .transformed(
+                         QTransform(m_transform.m11(), m_transform.m12(), m_transform.m21(), m_transform.m22(), 0, 0),
+                         Qt::SmoothTransformation);
+    else
+        pixels = pixels.mirrored(m_transform.m11() < 0, m_transform.m22() < 0);
+    QImage paper(pixels.size(), QImage::Format_RGB32);
+    if (paper.isNull())
+        return;
+    paper.fill(Qt::white);
+    QPainter painter(&paper);
+    painter.setOpacity(m_opacity);
+    painter.drawImage(0, 0, pixels);
+    painter.end();
+    const QRectF at = m_transform.mapRect(target);
+    m_canvas.image({at.left(), at.top()}, {at.right(), at.bottom()}, paper.width(), paper.height(),
+                   bottomUpRows(paper));
 }
 
 void EmfDevice::Engine::drawTextItem(const QPointF &at, const QTextItem &item)

@@ -7,8 +7,8 @@
 
 namespace brannock {
 
-/// A paint device that makes an enhanced metafile (.emf) for office programs. Knows shapes and text, no pixel images
-/// and no clipping; transparent colours are mixed with white.
+/// A paint device that makes an enhanced metafile (.emf) for office programs. Knows shapes, text and pictures of
+/// pixels, but no clipping; transparent colours and pixels are mixed with white.
 class EmfDevice : public QPaintDevice
 {
 public:

@@ -143,6 +143,46 @@ TEST(Emf, TurnedShapesPathsAndSeeThroughColoursAreKept)
     EXPECT_TRUE(EmfDevice(QSizeF(1, 1), 100, {}).bytes().isEmpty());
 }
 
+TEST(Emf, PicturesKeepPlacePixelsAndOrder)
+{
+    QImage image(3, 2, QImage::Format_ARGB32);
+    image.fill(Qt::red);
+    image.setPixelColor(2, 1, QColor(0, 0, 255, 0)); // shows the paper
+    EmfDevice device(QSizeF(4, 3), 100, u"t"_s);
+    QPainter painter(&device);
+    painter.drawImage(QRectF(10, 20, 30, 20), image);
+    painter.drawRect(QRectF(0, 0, 5, 5));
+    painter.scale(2, 2);
+    painter.setOpacity(0.5);
+    painter.drawPixmap(QPointF(50, 10), QPixmap::fromImage(image));
+    painter.resetTransform();
+    painter.rotate(90);
+    painter.drawImage(QPointF(100, -60), image);
+    painter.end();
+    const EmfReader emf(device.bytes());
+    constexpr quint32 kStretchBits = 81;
+    QList<EmfReader::Record> pictures;
+    for (const EmfReader::Record &record : emf.records)
+        if (record.type == kStretchBits || record.type == EmfReader::Rectangle)
+            pictures.append(record);
+    ASSERT_EQ(pictures.size(), 4);
+    EXPECT_EQ(pictures[1].type, quint32(EmfReader::Rectangle)) << "what is painted later lies above";
+    const auto fields = [&emf](qsizetype at, std::initializer_list<int> places) {
+        QList<int> values;
+        for (const int place : places)
+            values.append(int(emf.number(at + place)));
+        return values;
+    };
+    // Place and size in eighths of a pixel; width and height of the picture.
+    EXPECT_EQ(fields(pictures[0].at, {24, 28, 72, 76, 40, 44}), (QList<int>{80, 160, 240, 160, 3, 2}));
+    EXPECT_EQ(fields(pictures[2].at, {24, 28, 72, 76, 40, 44}), (QList<int>{800, 160, 48, 32, 3, 2}));
+    EXPECT_EQ(fields(pictures[3].at, {24, 28, 72, 76, 40, 44}), (QList<int>{464, 800, 16, 24, 2, 3}));
+    const qsizetype bits = pictures[0].at + emf.number(pictures[0].at + 56);
+    EXPECT_EQ(emf.number(bits) & 0xFFFFFF, 0xFF0000U) << "the lower row comes first";
+    EXPECT_EQ(emf.number(bits + 6) & 0xFFFFFF, 0xFFFFFFU);
+    EXPECT_EQ(emf.number(pictures[2].at + emf.number(pictures[2].at + 56)) & 0xFFFFFF, 0xFF8080U) << "half on white";
+}
+
 TEST(Emf, AFailureLeavesTheOldFile)
 {
     const QTemporaryDir folder;
