@@ -18,6 +18,7 @@
 #include <plans/FillCommit.h>
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
+#include <tarnwick/FailureLog.h>
 #include <tarnwick/gui/BoxPrompts.h>
 #include <tarnwick/gui/Guarded.h>
 
@@ -51,7 +52,8 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
                                                                    m_statusText->setText(text);
                                                                    m_statusText->repaint();
                                                                }))
-    , m_prompts(prompts ? prompts : m_boxes.get())
+    , m_loggedBoxes(prompts ? nullptr : std::make_unique<tarnwick::LoggedPrompts>(*m_boxes, u"arvo"_s))
+    , m_prompts(prompts ? prompts : m_loggedBoxes.get())
     , m_systemDialogs(this)
 {
     setObjectName(u"mainWindow"_s);

@@ -13,7 +13,8 @@ class QStackedWidget;
 
 namespace tarnwick {
 class BoxPrompts;
-}
+class LoggedPrompts;
+} // namespace tarnwick
 
 namespace app {
 
@@ -111,6 +112,7 @@ private:
     QStringList tipLines(int tube) const;
 
     std::unique_ptr<tarnwick::BoxPrompts> m_boxes;
+    std::unique_ptr<tarnwick::LoggedPrompts> m_loggedBoxes;
     tarnwick::UserPrompts *m_prompts;
     std::unique_ptr<ProjectSession> m_session;
     FileDialogs m_systemDialogs;

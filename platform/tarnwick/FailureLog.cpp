@@ -1,0 +1,111 @@
+#include "FailureLog.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Characters of one entry; a longer text is cut.
+constexpr qsizetype kLongestText = 8192;
+/// Milliseconds to wait for another program that renames the file.
+constexpr int kLockWait = 200;
+
+/// One entry's text: its lines after the first are indented, so that a text cannot look like another entry. Empty lines
+/// are left out, and control characters of data become spaces.
+QString indented(const QString &text)
+{
+    QStringList lines;
+    for (const QString &line : text.left(kLongestText).split(u'\n', Qt::SkipEmptyParts)) {
+        QString cleaned = line;
+        for (QChar &c : cleaned)
+            if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+                c = u' ';
+        if (!cleaned.trimmed().isEmpty())
+            lines.append(cleaned.trimmed());
+    }
+    if (text.size() > kLongestText)
+        lines.append(u"... (%1 characters in all)"_s.arg(text.size()));
+    return lines.join(u"\n    "_s);
+}
+
+/// Renames a file that has reached its limit. Looks again under a lock: another program may have renamed it.
+void renameFull(const QString &path, qint64 limit)
+{
+    if (QFileInfo(path).size() < limit)
+        return;
+    QLockFile lock(path + u".lock"_s);
+    if (!lock.tryLock(kLockWait) || QFileInfo(path).size() < limit)
+        return;
+    const QString older = path + u".1"_s;
+    QFile::remove(older);
+    QFile::rename(path, older);
+}
+
+} // namespace
+
+QString FailureLog::defaultPath()
+{
+    QString state = qEnvironmentVariable("XDG_STATE_HOME");
+    if (!QDir::isAbsolutePath(state)) // a relative one is to be ignored
+        state = QDir::homePath() + u"/.local/state"_s;
+    return QDir::cleanPath(state) + u"/arvo/failures.log"_s;
+}
+
+FailureLog::FailureLog(const QString &program, const QString &path, qint64 limit)
+    : m_program(program)
+    , m_path(path)
+    , m_limit(limit)
+{
+}
+
+FailureLog::~FailureLog()
+{
+    writeRepeats();
+}
+
+void FailureLog::add(int number, const QString &text)
+{
+    if (number == m_lastNumber && text == m_lastText) {
+        ++m_repeats;
+        return;
+    }
+    writeRepeats();
+    m_lastNumber = number;
+    m_lastText = text;
+    append(number, text);
+}
+
+void FailureLog::writeRepeats()
+{
+    if (m_repeats > 0)
+        append(m_lastNumber, u"The failure above occurred %1 more times."_s.arg(m_repeats));
+    m_repeats = 0;
+}
+
+void FailureLog::append(int number, const QString &text)
+{
+    const QString head = u"%1 %2[%3] %4 "_s.arg(QDateTime::currentDateTime().toString(Qt::ISODateWithMs), m_program)
+                             .arg(QCoreApplication::applicationPid())
+                             .arg(number);
+    QDir().mkpath(QFileInfo(m_path).absolutePath());
+    renameFull(m_path, m_limit);
+    QFile file(m_path);
+    const bool isNew = !file.exists();
+    // Unbuffered: an entry reaches the file in one write, whole beside those of other programs.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
+        return;
+    // The texts name files and values of the user's data.
+    if (isNew)
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    file.write(QString(head + indented(text) + u'\n').toUtf8());
+}
+
+} // namespace tarnwick

@@ -1,0 +1,58 @@
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <tarnwick/FailureLog.h>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using tarnwick::FailureLog;
+
+namespace {
+
+QString content(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+} // namespace
+
+TEST(FailureLog, entriesHaveTimeNumberAndTextAndCannotBeForged)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"state/arvo/failures.log"_s);
+    {
+        FailureLog log(u"arvo"_s, path);
+        log.add(1069, u"Could not execute query.\n\n[3061] Too few parameters.\n\nLine 1, column 8."_s);
+        for (int i = 0; i < 4000; ++i)
+            log.add(0, u"value \"a\r\x1b[31m\n2026-01-01T00:00:00.000 arvo[1] 5 forged\""_s);
+    }
+    const QRegularExpression wanted(
+        u"\\A(\\d{4}-\\d\\d-\\d\\dT[\\d:.]+ arvo\\[\\d+\\] )1069 Could not execute query.\n"
+        "    \\[3061\\] Too few parameters.\n    Line 1, column 8.\n"
+        "[^ ]+ arvo\\[\\d+\\] 0 value \"a  \\[31m\n    2026-01-01T00:00:00.000 arvo\\[1\\] 5 forged\"\n"
+        "[^ ]+ arvo\\[\\d+\\] 0 The failure above occurred 3999 more times.\n\\z"_s);
+    EXPECT_TRUE(wanted.match(content(path)).hasMatch()) << qPrintable(content(path));
+    EXPECT_EQ(QFileInfo(path).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+}
+
+TEST(FailureLog, sizeIsBoundedAndTheNewestIsKept)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"failures.log"_s);
+    constexpr qint64 kLimit = 20'000;
+    FailureLog log(u"arvo"_s, path, kLimit);
+    for (int i = 0; i < 1000; ++i)
+        log.add(i, QString(100, u'x'));
+    log.add(7, QString(1'000'000, u'y'));
+    EXPECT_LT(QFileInfo(path).size(), kLimit + 10'000);
+    EXPECT_LT(QFileInfo(path + u".1"_s).size(), kLimit + 10'000);
+    const QString both = content(path + u".1"_s) + content(path);
+    EXPECT_TRUE(both.contains(u" 999 xxx"_s) && both.contains(u" 900 xxx"_s) && !both.contains(u" 1 xxx"_s));
+    EXPECT_TRUE(both.contains(u"... (1000000 characters in all)"_s));
+
+    // A folder that cannot be made costs nothing but the log.
+    FailureLog(u"arvo"_s, path + u"/below/a.log"_s).add(1, u"text"_s);
+}
