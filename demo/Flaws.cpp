@@ -3,6 +3,8 @@
 #include "Bundle.h"
 #include "Random.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace demo {
@@ -32,13 +34,26 @@ double wearVolts(Random &random, int depth)
 
 } // namespace
 
+int Flaw::resolvedDepth(int outage) const
+{
+    if (depth == 0)
+        return 0;
+    // The sum of two draws: a standard deviation of 1.6 per cent, small differences more often than large ones.
+    Random random = Random::of(scatter, quint64(outage), 0);
+    return std::clamp(depthAt(outage) + random.between(-2, 2) + random.between(-1, 1), 1, 99);
+}
+
 bool Condition::isPlugged(int outage) const
 {
+    // Once out of service, a tube stays so: a later reading would not count.
     const auto isReason = [outage](const Flaw &flaw) {
-        const int before = outage - 1;
-        return flaw.isThere(before) && (flaw.kind == FlawKind::Crack || flaw.depthAt(before) >= kPluggingLimit);
+        for (int before = flaw.since; before < outage; ++before) {
+            if (flaw.kind == FlawKind::Crack || flaw.resolvedDepth(before) >= kPluggingLimit)
+                return true;
+        }
+        return false;
     };
-    return pluggedBefore || (outage > 0 && std::any_of(flaws.begin(), flaws.end(), isReason));
+    return pluggedBefore || std::any_of(flaws.begin(), flaws.end(), isReason);
 }
 
 Flaws::Flaws(const ellery::SteamGen &gen, const DemoOptions &options)
@@ -62,6 +77,7 @@ Flaws::Flaws(const ellery::SteamGen &gen, const DemoOptions &options)
 Condition Flaws::of(int tube) const
 {
     constexpr quint64 kAspect = 1;
+    constexpr quint64 kScatterAspect = 100; // and one more for each flaw of the tube
     Random random = Random::of(m_seed, quint64(tube), kAspect);
     const int row = m_gen[tube].address.row;
     Condition condition;
@@ -70,6 +86,7 @@ Condition Flaws::of(int tube) const
         Flaw flaw;
         flaw.kind = kind;
         flaw.landmark = landmark;
+        flaw.scatter = Random::of(m_seed, quint64(tube), kScatterAspect + quint64(condition.flaws.size())).next();
         condition.flaws.append(flaw);
         return condition.flaws.last();
     };

@@ -22,9 +22,13 @@ struct Flaw
     int phase = 0;
     bool circumferential = false; ///< of a crack
     bool several = false;         ///< of a crack
+    quint64 scatter = 0;          ///< seed of the differences between what it is and what is read
 
     bool isThere(int outage) const { return outage >= since; }
     int depthAt(int outage) const { return depth == 0 ? 0 : std::min(99, depth + growth * (outage - since)); }
+    /// The depth that the resolution reads in that outage; 0 where no depth can be told. Readings of one flaw repeat
+    /// within some per cent only, so the difference of two outages may be zero or negative.
+    int resolvedDepth(int outage) const;
 };
 
 /// Depth at which a tube is plugged.

@@ -25,6 +25,14 @@ constexpr int kPrimaries = 5;
 constexpr int kSecondaries = 4;
 constexpr int kResolutions = 3;
 
+/// Inches: how far from its place an indication is read.
+constexpr double kOffsetScatter = 0.04;
+
+// The present outage is in the middle of its work: shares of the tubes that the bobbin has passed, and of those whose
+// questions the rotating probe has answered.
+constexpr double kBobbinDone = 0.95;
+constexpr double kQuestionsDone = 0.75;
+
 // How many in a thousand indications each analyst calls.
 constexpr int kPrimaryFinds = 970;
 constexpr int kSecondaryFinds = 950;
@@ -98,15 +106,21 @@ public:
         : m_inspection(inspection)
         , m_outage(outage)
         , m_endless(endless)
-        , m_sample(int(double(inspection.m_tubes.size()) * kRotatingSample))
+        , m_bobbinEnd(inspection.m_tubes.size())
+        , m_specialEnd(m_bobbinEnd)
+        , m_sample(int(double(m_bobbinEnd) * kRotatingSample))
     {
+        if (outage == inspection.m_options.outages - 1) {
+            m_bobbinEnd = std::max<qsizetype>(1, qsizetype(double(m_bobbinEnd) * kBobbinDone));
+            m_specialEnd = qsizetype(double(m_specialEnd) * kQuestionsDone);
+        }
     }
 
     /// False at the end. rotating tells which probe the unit needs.
     bool next(Unit &unit, bool &rotating)
     {
         const QList<int> &tubes = m_inspection.m_tubes;
-        rotating = m_bobbin >= tubes.size();
+        rotating = m_bobbin >= m_bobbinEnd;
         if (!rotating) {
             unit = {tubes[m_bobbin++], QString()};
             return true;
@@ -128,7 +142,7 @@ private:
     bool nextSpecial(Unit &unit)
     {
         const QList<int> &tubes = m_inspection.m_tubes;
-        while (m_waiting.isEmpty() && m_special < tubes.size()) {
+        while (m_waiting.isEmpty() && m_special < m_specialEnd) {
             const int tube = tubes[m_special++];
             const Condition condition = m_inspection.m_flaws.of(tube);
             for (const Flaw &flaw : condition.flaws) {
@@ -148,9 +162,11 @@ private:
     const Inspection &m_inspection;
     int m_outage;
     bool m_endless;
+    qsizetype m_bobbinEnd;
+    qsizetype m_specialEnd;
     int m_sample;
-    int m_bobbin = 0;
-    int m_special = 0;
+    qsizetype m_bobbin = 0;
+    qsizetype m_special = 0;
     QList<Unit> m_waiting;
     qint64 m_swept = 0;
 };
@@ -305,10 +321,12 @@ ReportEntry Inspection::call(const Flaw &flaw, ReportEntry entry, Oper oper, con
                              Random &random) const
 {
     constexpr double kCountsPerVolt = 36.5;
-    // Two people never read quite the same; the resolution's figure is the one that stands.
+    // Two people never read quite the same, nor does one person twice; the resolution's figures are the ones that
+    // stand.
     const bool final = oper == Oper::Resolution;
     entry.defect = codeOf(flaw, cal.rotating, m_tubesheet);
-    entry.location = {flaw.landmark, float(rounded(flaw.offset + (final ? 0 : random.hundredths(-0.04, 0.04)))), 0, 0};
+    entry.location = {flaw.landmark, float(rounded(flaw.offset + random.hundredths(-kOffsetScatter, kOffsetScatter))),
+                      0, 0};
     if (flaw.kind == FlawKind::LoosePart)
         return entry;
     if (flaw.length > 0) {
@@ -317,18 +335,19 @@ ReportEntry Inspection::call(const Flaw &flaw, ReportEntry entry, Oper oper, con
         entry.to.offset = float(rounded(double(entry.from.offset) + flaw.length));
         entry.location.clear();
     }
-    const double spread = final ? 1 : random.between(96, 104) / 100.0;
+    const double spread = final ? random.between(98, 102) / 100.0 : random.between(96, 104) / 100.0;
     entry.meas.type = u"Vpp"_s;
     constexpr double kVoltsPerPercent = 0.045;
     const double volts = flaw.volts + kVoltsPerPercent * (flaw.depthAt(cal.outage) - flaw.depth);
     entry.meas.volts = rounded(volts * spread);
     entry.meas.digVolts = int(entry.meas.volts * kCountsPerVolt);
-    entry.meas.phase = flaw.phase + (final ? 0 : random.between(-2, 2));
+    entry.meas.phase = flaw.phase + (final ? random.between(-1, 1) : random.between(-2, 2));
     entry.channel = cal.rotating                                                  ? u"2"_s
                     : flaw.kind == FlawKind::Dent || flaw.kind == FlawKind::Bulge ? u"1"_s
                                                                                   : u"P1"_s;
     if (flaw.depth > 0)
-        entry.meas.percent = std::max(1, flaw.depthAt(cal.outage) + (final ? 0 : random.between(-2, 2)));
+        entry.meas.percent = final ? flaw.resolvedDepth(cal.outage)
+                                   : std::clamp(flaw.depthAt(cal.outage) + random.between(-3, 3), 1, 99);
     if (!final)
         return entry;
     if (flaw.kind == FlawKind::Crack && cal.rotating)
@@ -336,7 +355,8 @@ ReportEntry Inspection::call(const Flaw &flaw, ReportEntry entry, Oper oper, con
     else if (entry.meas.percent >= kPluggingLimit)
         entry.comment = u"At the limit, to be plugged"_s;
     else if (flaw.growth > 0 && cal.outage > flaw.since)
-        entry.comment = u"%1% in %2"_s.arg(flaw.depthAt(cal.outage - 1)).arg(m_project.outages[cal.outage - 1].name);
+        entry.comment =
+            u"%1% in %2"_s.arg(flaw.resolvedDepth(cal.outage - 1)).arg(m_project.outages[cal.outage - 1].name);
     return entry;
 }
 

@@ -62,11 +62,13 @@ constexpr Template kTemplates[] = {
      u"FROM report AS r INNER JOIN tubes AS t ON (r.sec = t.sec AND r.row = t.row AND r.col = t.col)\n"
      u"WHERE t.is_periph = True AND r.defect NOT IN ('NDD', 'PLG')\n"},
     {u"growth.qry", u"Growth of depth from %2 to %1",
-     u"SELECT b.sec, b.row, b.col, b.loc_land, a.pcnt AS before, b.pcnt AS after, b.pcnt - a.pcnt AS growth\n"
+     u"SELECT b.sec, b.row, b.col, b.loc_land, b.loc_off, a.pcnt AS before, b.pcnt AS after, b.pcnt - a.pcnt AS "
+     u"growth\n"
      u"FROM report AS a INNER JOIN report AS b\n"
-     u"    ON (a.sec = b.sec AND a.row = b.row AND a.col = b.col AND a.loc_land = b.loc_land)\n"
+     u"    ON (a.sec = b.sec AND a.row = b.row AND a.col = b.col AND a.loc_land = b.loc_land\n"
+     u"    AND a.probe_type = b.probe_type)\n"
      u"WHERE a.outage = '%2' AND b.outage = '%1' AND a.oper_type = 'RES' AND b.oper_type = 'RES'\n"
-     u"    AND a.pcnt > 0 AND b.pcnt > a.pcnt\n"
+     u"    AND Abs(b.loc_off - a.loc_off) <= 0.15 AND a.pcnt > 0 AND b.pcnt > 0\n"
      u"ORDER BY b.pcnt - a.pcnt DESC, b.sec, b.row, b.col\n"},
     {u"deepest_of_each_tube.qry", u"Deepest call of each tube, outage %1",
      u"SELECT sec, row, col, MAX(pcnt) AS deepest, COUNT(*) AS calls\n"

@@ -4,6 +4,7 @@
 #include <conversion/ReportConversion.h>
 #include <demo/DemoProject.h>
 #include <gmock/gmock.h>
+#include <numeric>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
@@ -154,12 +155,11 @@ TEST(DemoShares, CodesAndDepthsArePlausible)
     const Made made(options);
     QHash<QString, int> codes;
     using Place = std::tuple<int, int, QString, QString>;
-    std::map<Place, std::map<QString, int>> depths; // of the resolution, by outage
+    std::map<Place, std::map<QString, int>> depths; // of the resolution with the bobbin, by outage
     for (const ReportEntry &e : made.all()) {
         ++codes[e.defect];
-        if (e.operType == u"RES" && (e.defect == u"WAR" || e.defect == u"PCT"))
-            depths[{e.row, e.col, e.location.landmark, QString::number(double(e.location.offset))}][e.outage] =
-                e.meas.percent;
+        if (e.operType == u"RES" && e.probe.type == u"BOBBIN" && (e.defect == u"WAR" || e.defect == u"PCT"))
+            depths[{e.row, e.col, e.location.landmark, e.defect}][e.outage] = e.meas.percent;
     }
     const auto share = [&](std::initializer_list<QStringView> names) {
         int sum = 0;
@@ -178,16 +178,15 @@ TEST(DemoShares, CodesAndDepthsArePlausible)
     EXPECT_GT(share({u"PLG"}), 0.002);
     EXPECT_LT(share({u"PLG"}), 0.04);
 
-    int followed = 0;
-    for (const auto &[place, byOutage] : depths) {
-        int before = 0;
-        for (const auto &[outage, depth] : byOutage) {
-            EXPECT_GT(depth, before) << outage.toStdString();
-            before = depth;
-        }
-        followed += byOutage.size() > 1 ? 1 : 0;
-    }
-    EXPECT_GT(followed, 100) << "most wear is seen again in the next outage";
+    // Wear grows on the whole, but its readings scatter, as those of real probes do.
+    QList<int> growths;
+    for (const auto &[place, byOutage] : depths)
+        for (auto it = byOutage.begin(); it != byOutage.end() && std::next(it) != byOutage.end(); ++it)
+            growths.append(std::next(it)->second - it->second);
+    EXPECT_GT(growths.size(), 100) << "most wear is seen again in the next outage";
+    EXPECT_NEAR(std::accumulate(growths.begin(), growths.end(), 0.0) / double(growths.size()), 3.5, 1);
+    const auto shrunk = std::count_if(growths.begin(), growths.end(), [](int growth) { return growth < 0; });
+    EXPECT_NEAR(double(shrunk) / double(growths.size()), 0.07, 0.06);
 }
 
 TEST(DemoFiles, SameSeedSameBytesAnotherSeedOtherBytes)
