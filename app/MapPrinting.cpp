@@ -4,6 +4,7 @@
 
 #include <app/logic/Messages.h>
 #include <app/logic/SystemMacros.h>
+#include <app/picture/Paper.h>
 
 #include <brannock/gui/TubesheetMap.h>
 #include <tarnwick/gui/StateKeeper.h>
@@ -49,8 +50,10 @@ QPrinter &MapPrinting::printer()
     const QPrinterInfo info = chosen.isNull() ? QPrinterInfo::defaultPrinter() : chosen;
     m_printer = info.isNull() ? std::make_unique<QPrinter>(QPrinter::HighResolution)
                               : std::make_unique<QPrinter>(info, QPrinter::HighResolution);
-    if (info.isNull())
+    if (info.isNull()) {
         m_printer->setOutputFormat(QPrinter::PdfFormat);
+        m_printer->setPageSize(defaultPaper());
+    }
     // Tubesheets are as wide as high and the legend stands beside them.
     const bool landscape = kept.value(kLandscapeKey, true).toBool();
     m_printer->setPageOrientation(landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
@@ -70,6 +73,11 @@ void MapPrinting::keepSetup() const
     kept.setValue(kPrinterKey, m_printer->printerName());
 }
 
+QString MapPrinting::documentName() const
+{
+    return m_session.map().name().isEmpty() ? m_session.project().name : m_session.map().name();
+}
+
 QSizeF MapPrinting::paperSize()
 {
     return printer().pageLayout().fullRect(QPageLayout::Inch).size();
@@ -83,12 +91,13 @@ brannock::MapPicture MapPrinting::page(const MapHeader &header) const
     brannock::PictureContent content = pageContent(header, m_session.legend(), steamGen, options, macros);
     content.xOrientation = m_map.xOrientation();
     content.yOrientation = m_map.yOrientation();
+    content.documentName = documentName();
     return mapPage(steamGen, content, options, m_session.project().site.compCode);
 }
 
 bool MapPrinting::printOn(QPrinter &device, const tarnwick::Message &failure)
 {
-    device.setDocName(m_session.map().name().isEmpty() ? m_session.project().name : m_session.map().name());
+    device.setDocName(documentName());
     // The page's own margins are those of the options, measured from the paper's edge.
     device.setFullPage(true);
     QPainter painter;
@@ -133,7 +142,7 @@ void MapPrinting::offerPdfFile()
     // A name that the user has chosen stays; the one offered for an earlier map does not.
     if (printer().outputFormat() != QPrinter::PdfFormat || printer().outputFileName() != m_offeredPdf)
         return;
-    const QString name = m_session.map().name().isEmpty() ? m_session.project().name : m_session.map().name();
+    const QString name = documentName();
     const QString folder = m_session.project().pathOf(u"temp"_s);
     QDir().mkpath(folder); // where it cannot be made, the dialog refuses the name
     m_offeredPdf = folder + u'/' + tarnwick::validFileName(name) + u".pdf"_s;

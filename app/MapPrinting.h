@@ -44,6 +44,8 @@ private:
     /// Made when it is first needed: asking the system for printers takes time.
     QPrinter &printer();
     void keepSetup() const;
+    /// The map's name, or the project's for a map without one.
+    QString documentName() const;
     /// Where there is no printer, the page goes into a file: a name for it.
     void offerPdfFile();
     /// notMade: what is said when there is no picture, before any file is written.

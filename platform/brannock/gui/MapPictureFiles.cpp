@@ -33,6 +33,7 @@ QByteArray pdf(const MapPicture &picture, const QSizeF &inches, const QString &t
     QPdfWriter writer(&buffer);
     writer.setResolution(kPdfDpi);
     writer.setTitle(title);
+    writer.setCreator(u"ARVO"_s);
     // A page size of its own keeps the picture's width and height as they are: no orientation is involved.
     writer.setPageLayout(QPageLayout(QPageSize(inches, QPageSize::Inch, QString(), QPageSize::ExactMatch),
                                      QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
@@ -105,7 +106,8 @@ QImage MapPicture::toImage(const QSizeF &inches, int dpi) const
 void MapPicture::save(const QString &path, const QSizeF &inches, int dpi) const
 {
     const QString ending = QFileInfo(path).suffix().toLower();
-    const QString title = m_content.title.section(u'\n', 0, 0).trimmed();
+    const QString heading = m_content.title.section(u'\n', 0, 0).trimmed();
+    const QString title = heading.isEmpty() ? m_content.documentName : heading;
     QByteArray bytes;
     if (ending == u"emf") {
         bytes = emf(*this, inches, title);
