@@ -5,6 +5,7 @@
 
 #include <dao/values/DaoException.h>
 #include <tarnwick/Error.h>
+#include <tarnwick/FailureLog.h>
 
 namespace cli {
 
@@ -27,6 +28,12 @@ int runHelp(const Arguments &arguments)
 
 namespace {
 
+void showFailure(const QString &text)
+{
+    ConsolePrompts console;
+    tarnwick::LoggedPrompts(console, programName()).showError(tarnwick::kErrorSeverity, 0, text);
+}
+
 int runGuarded(const Command &command, const QStringList &arguments)
 {
     try {
@@ -38,9 +45,9 @@ int runGuarded(const Command &command, const QStringList &arguments)
                    QStringView(command.usage) + u'\n');
         return WrongUsage;
     } catch (const tarnwick::Error &error) {
-        printError(u"error: "_s + error.text() + u'\n');
+        showFailure(error.text());
     } catch (const dao::DaoException &error) {
-        printError(u"error: [%1] %2 %3\n"_s.arg(error.number()).arg(error.source(), error.description()));
+        showFailure(u"[%1] %2 %3"_s.arg(error.number()).arg(error.source(), error.description()));
     } catch (const tarnwick::Cancelled &) {
         printError(u"Cancelled; nothing was changed.\n");
     } catch (const dao::DaoCancelled &) {

@@ -90,7 +90,8 @@ constexpr OptionSpec kMapOptions[] = {
     {u"query", u"FILE.qry", u"mark the tubes of this query; may be repeated, later ones show over earlier ones", true},
     {u"param", u"NAME=VALUE", u"the value of a query's parameter; may be repeated", true},
     {u"out", u"FILE", u"the picture: .emf, .pdf, .svg, .bmp, .png or .jpg"},
-    {u"size", u"WxH", u"size of a .bmp, .png or .jpg in pixels, 150 an inch (1650x1275)"},
+    {u"paper", u"NAME", u"A3, A4, A5, Letter, Legal, Tabloid ..., lying across (the locale's)"},
+    {u"size", u"WxH", u"in place of a paper: width and height in pixels, 150 an inch"},
     {u"title", u"TEXT", u"a title above the map, in place of the header's upper text"},
     {u"flip", u"AXES", u"h, v or hv: flip horizontally, vertically, or both"},
     kDatabase,
@@ -182,6 +183,8 @@ QString helpOverview()
     for (const Command &command : kCommands)
         text += u"  %1%2\n"_s.arg(QStringView(command.name), -18).arg(QStringView(command.summary));
     text += u"\nDIR is a project's folder; most commands take a database file in its place."
+            u"\nA file is named from the current folder. One that is named with a backslash, or from [PALOMINE_DIR], is"
+            u"\nnamed from the project's folder: 'maps\\plan.map' (in quotes, since the shell drops the backslash)."
             u"\n\"arvo-cli help COMMAND\" explains one."
             u"\nExit status: 0 done, 1 failed (the reason is on the standard error stream), 2 wrong usage.\n"_s;
     return text;

@@ -1,7 +1,8 @@
 #include "Console.h"
 
 #include <csignal>
-#include <QHash>
+#include <QCoreApplication>
+#include <QRegularExpression>
 #include <tarnwick/Error.h>
 #include <unistd.h>
 
@@ -14,6 +15,25 @@ using tarnwick::Buttons;
 namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
+
+/// Of the messages of one kind: so many are printed.
+constexpr int kPrintedOfAKind = 10;
+
+/// What messages have in common that differ in numbers and names only: the first line without these, and the number of
+/// the engine's error.
+QString kindOf(const QString &text)
+{
+    static const QRegularExpression names(u"\"[^\"]*\""_s);
+    static const QRegularExpression numbers(u"[0-9][0-9,.]*"_s);
+    static const QRegularExpression engineNumber(u"\\n\\[[0-9]+\\]"_s);
+    QString kind = text.section(u'\n', 0, 0);
+    // A first line that is a heading says too little.
+    if (kind.endsWith(u':'))
+        kind = text.section(u'\n', 0, 1).simplified();
+    kind.replace(names, u"\"...\""_s).replace(numbers, u"..."_s);
+    const QString engine = engineNumber.match(text).captured().trimmed();
+    return engine.isEmpty() ? kind : kind + u' ' + engine;
+}
 
 void onInterrupt(int)
 {
@@ -53,6 +73,22 @@ ConsolePrompts::ConsolePrompts(const QList<Answer> &answers, Tell tell, const QS
 {
 }
 
+ConsolePrompts::~ConsolePrompts()
+{
+    for (const QString &kind : std::as_const(m_kindsInOrder))
+        if (const int more = m_kinds[kind] - kPrintedOfAKind; more > 0)
+            printError(u"%1\n    (%2 more like this, not printed)\n"_s.arg(kind).arg(more));
+}
+
+bool ConsolePrompts::isPrinted(const QString &lead, const QString &text)
+{
+    const QString kind = lead + kindOf(text);
+    int &count = m_kinds[kind];
+    if (++count == 1)
+        m_kindsInOrder.append(kind);
+    return count <= kPrintedOfAKind;
+}
+
 void ConsolePrompts::say(const QString &text) const
 {
     if (m_tell == Tell::AsResult)
@@ -65,7 +101,8 @@ void ConsolePrompts::showError(int, int number, const QString &text)
 {
     ++m_errorsShown;
     const QString lead = number > 0 ? u"error %1: "_s.arg(number) : u"error: "_s;
-    printError(lead + text + u'\n');
+    if (isPrinted(lead, text))
+        printError(lead + text + u'\n');
 }
 
 void ConsolePrompts::showInformation(const QString &text)
@@ -89,7 +126,8 @@ Answer ConsolePrompts::ask(Buttons buttons, const QString &text, int number)
         static const QHash<Answer, QString> names = {
             {Answer::Yes, u"Yes"_s}, {Answer::No, u"No"_s}, {Answer::Cancel, u"Cancel"_s}, {Answer::Ok, u"OK"_s}};
         const QString prefix = number > 0 ? u"question %1: "_s.arg(number) : u"question: "_s;
-        say(prefix + text + u"\nanswered: "_s + names[answer] + (answered ? QString() : u" ("_s + m_advice + u')'));
+        if (isPrinted(prefix, text))
+            say(prefix + text + u"\nanswered: "_s + names[answer] + (answered ? QString() : u" ("_s + m_advice + u')'));
     }
     return answer;
 }
@@ -99,6 +137,11 @@ void ConsolePrompts::showStatus(const QString &text)
     m_lastStatus = text;
     if (m_tell != Tell::Failures)
         say(text);
+}
+
+QString programName()
+{
+    return u"arvo-cli "_s + QCoreApplication::arguments().value(1);
 }
 
 ConsoleProgress::ConsoleProgress()

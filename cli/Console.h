@@ -1,5 +1,7 @@
 #pragma once
+#include <QHash>
 #include <QString>
+#include <QStringList>
 #include <tarnwick/Progress.h>
 #include <tarnwick/Prompts.h>
 
@@ -24,6 +26,9 @@ void flushOutput();
 
 /// The prompts of the command line. What is said goes to the standard error stream, where a command does not say
 /// otherwise; questions are answered from the command's flags, never by waiting.
+///
+/// A batch may fail thousands of times in the same way: of each kind of message the first ones are printed, the others
+/// are counted, and the counts are printed at the end.
 class ConsolePrompts : public tarnwick::UserPrompts
 {
 public:
@@ -37,6 +42,10 @@ public:
     /// where there is no Cancel, and is shown as the reason of the failure, with the advice how to answer it.
     explicit ConsolePrompts(const QList<tarnwick::Answer> &answers = {}, Tell tell = Tell::Failures,
                             const QString &advice = {});
+    /// Prints how many messages of each kind were left out.
+    ~ConsolePrompts() override;
+    ConsolePrompts(const ConsolePrompts &) = delete;
+    ConsolePrompts &operator=(const ConsolePrompts &) = delete;
 
     void showError(int severity, int number, const QString &text) override;
     void showInformation(const QString &text) override;
@@ -48,13 +57,20 @@ public:
 
 private:
     void say(const QString &text) const;
+    /// Counts a message under its kind. False when enough of that kind were printed.
+    bool isPrinted(const QString &lead, const QString &text);
 
     QList<tarnwick::Answer> m_answers;
     Tell m_tell;
     QString m_advice;
     int m_errorsShown = 0;
     QString m_lastStatus;
+    QHash<QString, int> m_kinds; ///< messages of each kind, printed or not
+    QStringList m_kindsInOrder;
 };
+
+/// "arvo-cli" and the command, as the log of failures names its source.
+QString programName();
 
 /// Writes progress to standard error when that is a terminal. Ctrl+C stops the work at its next look.
 class ConsoleProgress : public tarnwick::Progress

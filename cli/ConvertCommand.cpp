@@ -12,7 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kRemarksShown = 20;
+constexpr qsizetype kRemarksOfAText = 20;
+/// Of all texts together; further texts are summed up.
+constexpr qsizetype kRemarksOfABatch = 200;
 
 conversion::ConversionPrompts promptsOf(const Arguments &arguments)
 {
@@ -27,14 +29,44 @@ conversion::ConversionPrompts promptsOf(const Arguments &arguments)
     return prompts;
 }
 
-void showRemarks(const conversion::Remarks &remarks)
+/// What became of the texts of one command.
+class Batch
 {
-    for (const conversion::Remark &remark :
-         remarks.kept().first(std::min<qsizetype>(remarks.kept().size(), kRemarksShown)))
-        printError(remark.toString() + u'\n');
-    if (remarks.count() > kRemarksShown)
-        printError(u"... and %1 more remarks\n"_s.arg(remarks.count() - kRemarksShown));
-}
+public:
+    void addRemarks(const conversion::Remarks &remarks)
+    {
+        const qsizetype room = std::min(kRemarksOfAText, kRemarksOfABatch - m_printed);
+        const auto shown = remarks.kept().first(std::min<qsizetype>(remarks.kept().size(), room));
+        for (const conversion::Remark &remark : shown)
+            printError(remark.toString() + u'\n');
+        if (!shown.isEmpty() && remarks.count() > shown.size())
+            printError(u"... and %1 more remarks\n"_s.arg(remarks.count() - shown.size()));
+        m_printed += shown.size();
+        m_remarks += remarks.count();
+        m_textsWithRemarks += remarks.isEmpty() ? 0 : 1;
+    }
+    void addText(bool stored) { ++(stored ? m_stored : m_notStored); }
+    bool isWhole() const { return m_notStored == 0; }
+
+    /// For more than one text.
+    void printSummary() const
+    {
+        if (m_stored + m_notStored < 2)
+            return;
+        print(u"%1 texts: %2 stored, %3 not stored, %4 remarks in %5 texts\n"_s.arg(m_stored + m_notStored)
+                  .arg(m_stored)
+                  .arg(m_notStored)
+                  .arg(m_remarks)
+                  .arg(m_textsWithRemarks));
+    }
+
+private:
+    qsizetype m_printed = 0;
+    qint64 m_remarks = 0;
+    int m_textsWithRemarks = 0;
+    int m_stored = 0;
+    int m_notStored = 0;
+};
 
 int resultCount(const brannock::Report &report)
 {
@@ -49,39 +81,41 @@ int runConvert(const Arguments &arguments)
     Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::Project);
     arguments.positional(1, u"TEXT"_s);
     const conversion::ConversionPrompts prompts = promptsOf(arguments);
-    const QString spec = arguments.has(u"spec") ? QFileInfo(arguments.value(u"spec")).absoluteFilePath()
+    const QString spec = arguments.has(u"spec") ? target.pathOf(arguments.value(u"spec"))
                                                 : target.project().pathOf(u"report_formats\\default.fmt"_s);
     ConsoleProgress progress;
-    bool allStored = true;
+    Batch batch;
     for (const QString &path : arguments.positional().mid(1)) {
         // Each file by itself: what one text carries must not leak into the next.
         conversion::ReportConversion run(target.project());
         run.spec.loadFrom(spec);
         run.prompts = prompts;
         try {
-            run.convertFile(QFileInfo(path).absoluteFilePath(), &progress);
+            run.convertFile(target.pathOf(path), &progress);
         } catch (const tarnwick::FileError &error) {
             throw tarnwick::Error(QString::fromUtf16(conversion::messages::kCouldNotLoadText.text) + u"\n\n"_s +
                                   error.text());
         }
-        showRemarks(run.remarks());
+        batch.addRemarks(run.remarks());
         // A file name that carries no cal or type leaves the flags' values in force.
         if (run.prompts.cal < 1)
             run.prompts.cal = prompts.cal;
         if (run.prompts.operType.isEmpty())
             run.prompts.operType = prompts.operType;
         if (resultCount(run.report()) == 0) {
-            printError(u"error: %1 holds no results; nothing was stored\n"_s.arg(path));
-            allStored = false;
+            target.prompts().showError(tarnwick::kErrorSeverity, 0,
+                                       u"\"%1\" holds no results; nothing was stored"_s.arg(path));
+            batch.addText(false);
             continue;
         }
         const QString report = run.target().text();
-        const bool stored = run.store(target.console()) == conversion::StoreResult::Stored;
-        allStored = allStored && stored;
+        const bool stored = run.store(target.prompts()) == conversion::StoreResult::Stored;
+        batch.addText(stored);
         print(stored ? u"%1: stored %2 with %3 results\n"_s.arg(path, report).arg(resultCount(run.report()))
                      : u"%1: not stored\n"_s.arg(path));
     }
-    return allStored ? Done : Failed;
+    batch.printSummary();
+    return batch.isWhole() ? Done : Failed;
 }
 
 } // namespace cli

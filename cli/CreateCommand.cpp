@@ -4,6 +4,7 @@
 
 #include <db/CreateDatabase.h>
 #include <QFileInfo>
+#include <tarnwick/FailureLog.h>
 
 namespace cli {
 
@@ -16,8 +17,9 @@ int runCreate(const Arguments &arguments)
     const auto year = int(arguments.integer(u"format", db::kDefaultFormatYear, 1997, 2002));
     if (year != 1997 && year != 2000 && year != 2002)
         throw UsageError(u"--format is 1997, 2000 or 2002."_s);
-    ConsolePrompts prompts;
-    return db::createDatabase(prompts, path, year) && prompts.errorsShown() == 0 ? Done : Failed;
+    ConsolePrompts console;
+    tarnwick::LoggedPrompts prompts(console, programName());
+    return db::createDatabase(prompts, path, year) && console.errorsShown() == 0 ? Done : Failed;
 }
 
 } // namespace cli

@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 #include "CommandTable.h"
-#include "MapTarget.h"
+#include "LegendOutput.h"
+#include "Target.h"
 
 #include <app/logic/Commands.h>
 #include <app/logic/Messages.h>
@@ -170,7 +171,7 @@ int runFill(const Arguments &arguments)
         throw UsageError(u"--map is missing: the map that gets the fill."_s);
 
     Target target(folder, arguments, Target::Takes::Project);
-    const QString path = mapPath(target, arguments.value(u"map"));
+    const QString path = target.pathOf(arguments.value(u"map"));
     if (!path.endsWith(u".map"_s, Qt::CaseInsensitive))
         throw UsageError(u"--map needs a name that ends in .map."_s);
     if (!QFileInfo(path).absoluteDir().exists())

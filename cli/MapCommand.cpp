@@ -1,9 +1,11 @@
 #include "CommandLine.h"
 #include "CommandTable.h"
-#include "MapTarget.h"
+#include "LegendOutput.h"
+#include "Target.h"
 
 #include <app/logic/SystemMacros.h>
 #include <app/picture/MapPage.h>
+#include <app/picture/Paper.h>
 #include <plans/FillCommit.h>
 #include <QDir>
 #include <QFileInfo>
@@ -17,10 +19,22 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kDpi = 150;
+constexpr double kMillimetresOfAnInch = 25.4;
 
 QSizeF pageInches(const Arguments &arguments)
 {
-    const QStringList sides = arguments.value(u"size", u"1650x1275"_s).split(u'x');
+    if (!arguments.has(u"size")) {
+        const std::optional<QPageSize> paper =
+            arguments.has(u"paper") ? app::paperOfName(arguments.value(u"paper")) : app::defaultPaper();
+        if (!paper)
+            throw UsageError(u"--paper is the name of a paper: A3, A4, A5, Letter, Legal, Tabloid or another."_s);
+        // It lies across, as the window's does: tubesheets are as wide as high and the legend stands beside them.
+        const QSizeF upright = paper->size(QPageSize::Millimeter) / kMillimetresOfAnInch;
+        return {std::max(upright.width(), upright.height()), std::min(upright.width(), upright.height())};
+    }
+    if (arguments.has(u"paper"))
+        throw UsageError(u"Only one of --paper and --size can be given."_s);
+    const QStringList sides = arguments.value(u"size").split(u'x');
     bool widthOk = false;
     bool heightOk = false;
     const int width = sides.value(0).toInt(&widthOk);
@@ -33,15 +47,11 @@ QSizeF pageInches(const Arguments &arguments)
     return {double(width) / kDpi, double(height) / kDpi};
 }
 
-QString outputPath(const QString &path)
+void checkEnding(const QString &path)
 {
-    const QFileInfo info(path);
     static const QStringList kinds = {u"emf"_s, u"pdf"_s, u"svg"_s, u"bmp"_s, u"png"_s, u"jpg"_s};
-    if (!kinds.contains(info.suffix().toLower()))
+    if (!kinds.contains(QFileInfo(path).suffix().toLower()))
         throw UsageError(u"--out needs a name that ends in .emf, .pdf, .svg, .bmp, .png or .jpg."_s);
-    if (!info.absoluteDir().exists())
-        throw tarnwick::Error(u"The folder %1 does not exist."_s.arg(info.absolutePath()));
-    return info.absoluteFilePath();
 }
 
 void setFlips(const QString &axes, brannock::PictureContent &content)
@@ -58,7 +68,7 @@ bool addQuery(Target &target, const QString &path)
 {
     query::QueryDocument document;
     try {
-        query::readQueryFile(document, QFileInfo(path).absoluteFilePath(), target.project().roots());
+        query::readQueryFile(document, target.pathOf(path), target.project().roots());
     } catch (const tarnwick::FileError &error) {
         const tarnwick::Message &message = query::messages::kReadFile;
         target.prompts().showError(tarnwick::kErrorSeverity, message.number,
@@ -76,13 +86,16 @@ int runMap(const Arguments &arguments)
     const QString folder = arguments.positional(0, u"DIR"_s);
     if (!arguments.has(u"out"))
         throw UsageError(u"--out is missing."_s);
-    const QString out = outputPath(arguments.value(u"out"));
+    checkEnding(arguments.value(u"out"));
     const QSizeF inches = pageInches(arguments);
     brannock::PictureContent flips;
     setFlips(arguments.value(u"flip"), flips);
 
     Target target(folder, arguments, Target::Takes::Project);
-    if (arguments.has(u"map") && !openMap(target, arguments.value(u"map")))
+    const QString out = target.pathOf(arguments.value(u"out"));
+    if (const QDir at = QFileInfo(out).absoluteDir(); !at.exists())
+        throw tarnwick::Error(u"The folder %1 does not exist."_s.arg(at.path()));
+    if (arguments.has(u"map") && !target.map().readMap(target.pathOf(arguments.value(u"map"))))
         return Failed;
     if (arguments.has(u"query") && !target.connect())
         return Failed;
@@ -93,7 +106,7 @@ int runMap(const Arguments &arguments)
 
     app::MapHeader header = target.map().header;
     if (arguments.has(u"header"))
-        header = app::readHeaderFile(mapPath(target, arguments.value(u"header")));
+        header = app::readHeaderFile(target.pathOf(arguments.value(u"header")));
     if (arguments.has(u"title"))
         header.upperText = arguments.value(u"title");
     const query::ArvoOptions &options = target.options();
@@ -101,6 +114,7 @@ int runMap(const Arguments &arguments)
     brannock::PictureContent content = app::pageContent(header, target.legend(), target.steamGen(), options, macros);
     content.xOrientation = flips.xOrientation;
     content.yOrientation = flips.yOrientation;
+    content.documentName = target.map().name().isEmpty() ? target.project().name : target.map().name();
     app::mapPage(target.steamGen(), content, options, target.project().site.compCode).save(out, inches, kDpi);
     printLegend(target.legend());
     return Done;

@@ -100,8 +100,8 @@ int runSql(const Arguments &arguments)
         return Failed;
     CancelByConsole cancel;
     target.session().database().setProgress(&cancel);
-    const bool done =
-        hasScript ? runScript(target, arguments.value(u"file"), *writer) : runStatement(target, sql, *writer);
+    const bool done = hasScript ? runScript(target, target.pathOf(arguments.value(u"file")), *writer)
+                                : runStatement(target, sql, *writer);
     target.session().database().setProgress(nullptr);
     return done ? Done : Failed;
 }

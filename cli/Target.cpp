@@ -124,7 +124,8 @@ brannock::Project projectAt(const QString &path, Target::Takes takes)
 } // namespace
 
 Target::Target(const QString &path, const Arguments &arguments, Takes takes)
-    : m_prompts(consolePromptsOf(arguments))
+    : m_console(consolePromptsOf(arguments))
+    , m_prompts(m_console, programName())
     , m_project(projectAt(path, takes))
     , m_session(m_prompts)
     , m_legend(m_project.steamGen)
@@ -141,27 +142,34 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
     m_formatYear = hasOptions ? m_options.databaseFormat : m_project.databaseFormat;
     m_context.userMacros = m_options.userMacros;
     if (arguments.has(u"database"))
-        m_databasePath = QFileInfo(arguments.value(u"database")).absoluteFilePath();
+        m_databasePath = pathOf(arguments.value(u"database"));
     else
         m_databasePath = QFileInfo(path).isDir() ? m_project.databasePath() : QFileInfo(path).absoluteFilePath();
 }
 
+QString Target::pathOf(const QString &argument) const
+{
+    const bool isOfSuite = argument.contains(u'\\') || argument.startsWith(u"[PALOMINE_DIR]"_s, Qt::CaseInsensitive);
+    const QString path = isOfSuite ? tarnwick::SuitePath(argument).machinePath(m_context.roots) : argument;
+    return QFileInfo(path).absoluteFilePath();
+}
+
 bool Target::connect(Use use)
 {
-    const int errors = m_prompts.errorsShown();
+    const int errors = m_console.errorsShown();
     const bool ownAndMissing =
         m_project.isLoaded() && m_databasePath == m_project.databasePath() && !QFileInfo::exists(m_databasePath);
     if (use == Use::Store && ownAndMissing && !db::createProjectDatabase(m_prompts, m_project, m_formatYear))
         return false;
     // A table that could not be made has been said; a half-made schema is no place to store results.
-    if (m_prompts.errorsShown() > errors)
+    if (m_console.errorsShown() > errors)
         return false;
     ConsoleProgress progress;
     if (db::connectDatabase(m_session, m_databasePath,
                             {hasProject() ? &m_project : nullptr, nullptr, &progress, use == Use::Read,
                              use == Use::Import || use == Use::Store}))
         return true;
-    if (m_prompts.errorsShown() == errors)
+    if (m_console.errorsShown() == errors)
         throw tarnwick::Cancelled();
     return false;
 }

@@ -10,6 +10,7 @@
 #include <plans/ProjectQueries.h>
 #include <query/ArvoOptions.h>
 #include <query/ParameterResolver.h>
+#include <tarnwick/FailureLog.h>
 
 namespace cli {
 
@@ -45,6 +46,10 @@ public:
     Target(const QString &path, const Arguments &arguments, Takes takes);
 
     bool hasProject() const { return m_project.isLoaded(); }
+    /// The machine path of a file that an argument names, by the rule of all commands: the name is taken from the
+    /// current folder, as everywhere in a shell; one with a backslash, or that begins with [PALOMINE_DIR], is a path of
+    /// the suite and is taken from the project's folder. What exists where makes no difference.
+    QString pathOf(const QString &argument) const;
     /// The database of --database, of the project, or the file itself.
     const QString &databasePath() const { return m_databasePath; }
     enum class Use {
@@ -63,7 +68,8 @@ public:
     /// Header, description and file of the map.
     app::MapDocument &map() { return m_map; }
 
-    ConsolePrompts &console() { return m_prompts; }
+    /// What was said last and how often an error was shown; what is to be said goes through prompts().
+    const ConsolePrompts &console() const { return m_console; }
 
     brannock::Project &project() override { return m_project; }
     ellery::SteamGen &steamGen() override { return m_project.steamGen; }
@@ -78,7 +84,8 @@ public:
     tarnwick::JMacro userMacros() override { return m_context.userMacros; }
 
 private:
-    ConsolePrompts m_prompts;
+    ConsolePrompts m_console;
+    tarnwick::LoggedPrompts m_prompts;
     brannock::Project m_project;
     db::DatabaseSession m_session;
     plans::MapLegend m_legend;

@@ -10,13 +10,36 @@ namespace cli {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// "3, 5-12, 20": rising numbers, of thousands only the first ranges.
+QString rangesOf(const QList<int> &numbers)
+{
+    constexpr qsizetype kMostRanges = 20;
+    QStringList ranges;
+    for (qsizetype i = 0; i < numbers.size();) {
+        qsizetype end = i + 1;
+        while (end < numbers.size() && numbers[end] == numbers[end - 1] + 1)
+            ++end;
+        if (ranges.size() == kMostRanges) {
+            ranges.append(u"... and %1 more"_s.arg(numbers.size() - i));
+            break;
+        }
+        ranges.append(end - i == 1 ? QString::number(numbers[i]) : u"%1-%2"_s.arg(numbers[i]).arg(numbers[end - 1]));
+        i = end;
+    }
+    return ranges.join(u", "_s);
+}
+
+} // namespace
+
 int runUpload(const Arguments &arguments)
 {
     Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::Project);
     arguments.positional(1, u"REP"_s);
     QStringList paths;
     for (const QString &path : arguments.positional().mid(1))
-        paths.append(QFileInfo(path).absoluteFilePath());
+        paths.append(target.pathOf(path));
 
     // All files are read before anything is written: a damaged one must not be found half-way.
     for (const QString &path : std::as_const(paths))
@@ -30,7 +53,7 @@ int runUpload(const Arguments &arguments)
     bool allStored = true;
     results::ReportUpload upload(target.session(), target.project(), &progress);
     for (int i = 0; i < int(paths.size()); ++i) {
-        files.select(i, target.console());
+        files.select(i, target.prompts());
         brannock::Report report;
         report.loadReport(paths[i]);
         const results::UploadSummary summary = upload.uploadCurrent(files, report);
@@ -43,8 +66,8 @@ int runUpload(const Arguments &arguments)
                       .arg(summary.skipped)
                       .arg(summary.failed)
                       .arg(summary.replaced));
-        for (const int entry : summary.failedEntries)
-            printError(u"%1: entry %2 was not stored\n"_s.arg(name).arg(entry));
+        if (!summary.failedEntries.isEmpty())
+            printError(u"%1: not stored: entries %2\n"_s.arg(name, rangesOf(summary.failedEntries)));
         if (!summary.completed)
             return Failed;
         allStored = allStored && summary.failed == 0;

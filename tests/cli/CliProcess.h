@@ -21,12 +21,17 @@ struct CliResult
 class CliProcess
 {
 public:
-    CliProcess() { m_environment.insert(QStringLiteral("PALOMINE_DIR"), m_installation.path()); }
+    CliProcess()
+    {
+        m_environment.insert(QStringLiteral("PALOMINE_DIR"), m_installation.path());
+        m_environment.insert(QStringLiteral("XDG_STATE_HOME"), m_installation.filePath(QStringLiteral("state")));
+    }
 
     CliResult run(const QStringList &arguments) const
     {
         QProcess process;
         process.setProcessEnvironment(m_environment);
+        process.setWorkingDirectory(m_folder);
         process.start(QStringLiteral(ARVO_CLI), arguments);
         CliResult result;
         // Generous: the sanitizers' build is slow, a hang is what this catches.
@@ -47,9 +52,14 @@ public:
         return result;
     }
 
+    void setVariable(const QString &name, const QString &value) { m_environment.insert(name, value); }
+    /// The current folder of the runs; that of the test without it.
+    void setFolder(const QString &path) { m_folder = path; }
+    const QProcessEnvironment &environment() const { return m_environment; }
     QString installation() const { return m_installation.path(); }
 
 private:
     QTemporaryDir m_installation;
+    QString m_folder;
     QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
 };

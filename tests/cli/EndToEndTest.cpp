@@ -256,13 +256,64 @@ TEST_F(EndToEnd, FillsAreStoredInAMapAndPaintedInEveryForm)
             << qPrintable(wrong.join(u' '));
 }
 
-TEST_F(EndToEnd, NewMapsGoIntoTheProject)
+// The one rule for names of files: the current folder, or with a backslash the project's, whatever exists where.
+TEST_F(EndToEnd, FilesAreNamedFromTheCurrentFolderOrAsTheSuiteDoes)
 {
-    for (const QString &name : {u"maps\\with backslash.map"_s, u"maps/with slash.map"_s}) {
-        s_cli->mustRun({u"fill"_s, s_project, u"random"_s, u"--map"_s, name});
-        EXPECT_TRUE(QFile::exists(s_project + u'/' + QString(name).replace(u'\\', u'/'))) << qPrintable(name);
-    }
-    EXPECT_EQ(s_cli->run({u"fill"_s, s_project, u"random"_s, u"--map"_s, u"nowhere\\a.map"_s}).status, 1);
+    s_cli->mustRun({u"fill"_s, s_project, u"random"_s, u"--map"_s, u"maps\\of the suite.map"_s});
+    EXPECT_TRUE(QFile::exists(s_project + u"/maps/of the suite.map"_s));
+    CliProcess here;
+    here.setFolder(s_folder->path());
+    here.mustRun({u"fill"_s, s_project, u"random"_s, u"--map"_s, u"of the suite.map"_s});
+    EXPECT_TRUE(QFile::exists(s_folder->filePath(u"of the suite.map"_s)));
+    here.mustRun({u"map"_s, s_project, u"--map"_s, u"of the suite.map"_s, u"--out"_s, u"temp\\a.png"_s, u"--query"_s,
+                  u"queries\\plugged.qry"_s, u"--database"_s, u"arvo\\project.mdb"_s});
+    EXPECT_TRUE(QFile::exists(s_project + u"/temp/a.png"_s));
+    EXPECT_EQ(here.run({u"map"_s, s_project, u"--map"_s, u"maps/of the suite.map"_s, u"--out"_s, u"a.png"_s}).status, 1)
+        << "the project has it, the current folder does not";
+    EXPECT_EQ(here.run({u"fill"_s, s_project, u"random"_s, u"--map"_s, u"nowhere\\a.map"_s}).status, 1);
+}
+
+TEST_F(EndToEnd, PaperIsTheLocalesOrTheOneNamed)
+{
+    const QString out = s_folder->filePath(u"paper.pdf"_s);
+    const auto mediaBox = [&](const QString &locale, const QStringList &options) {
+        CliProcess cli;
+        cli.setVariable(u"LC_ALL"_s, locale);
+        cli.mustRun(QStringList{u"map"_s, s_project, u"--out"_s, out} + options);
+        QFile file(out);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+        // Texts of a PDF's properties are UTF-16 with the higher byte first.
+        for (const QByteArray &name : {QByteArray("\0S\0i\0t\0e\0 \0001", 12), QByteArray("\0A\0R\0V\0O", 8)})
+            EXPECT_TRUE(bytes.contains(name)) << name.constData() + 1;
+        const qsizetype at = bytes.indexOf("/MediaBox [");
+        return bytes.mid(at, bytes.indexOf(']', at) - at + 1).replace(".000000", "").toStdString();
+    };
+    EXPECT_EQ(mediaBox(u"en_US.UTF-8"_s, {}), "/MediaBox [0 0 792 612]");
+    EXPECT_EQ(mediaBox(u"de_DE.UTF-8"_s, {}), "/MediaBox [0 0 842 595]");
+    EXPECT_EQ(mediaBox(u"C"_s, {u"--paper"_s, u"a3"_s}), "/MediaBox [0 0 1191 842]");
+    EXPECT_EQ(s_cli->run({u"map"_s, s_project, u"--out"_s, out, u"--paper"_s, u"B17"_s}).status, 2);
+}
+
+// Thousands of failures of one kind are summed up, on the screen and in the log.
+TEST_F(EndToEnd, ABatchThatFailsPrintsASummary)
+{
+    const QStringList reports = filesIn(s_project + u"/reports"_s, u"R10_*.rep"_s);
+    const QString database = s_folder->filePath(u"strict.mdb"_s);
+    const CliProcess cli;
+    cli.mustRun({u"create"_s, database});
+    cli.mustRun({u"sql"_s, database, u"ALTER TABLE report ADD CONSTRAINT none CHECK (row > 999)"_s});
+    const CliResult upload =
+        cli.run(QStringList{u"upload"_s, s_project, u"--database"_s, database, u"--yes"_s} + reports);
+    EXPECT_EQ(upload.status, 1);
+    EXPECT_LT(upload.error.count(u'\n'), 120) << qPrintable(upload.error.left(2000));
+    EXPECT_TRUE(upload.error.contains(u"more like this, not printed"_s)) << qPrintable(upload.error.left(2000));
+    EXPECT_TRUE(upload.error.contains(u": not stored: entries 3-"_s)) << qPrintable(upload.error.left(2000));
+    QFile log(cli.installation() + u"/state/arvo/failures.log"_s);
+    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+    const QString entries = QString::fromUtf8(log.readAll());
+    EXPECT_TRUE(entries.contains(u"Could not upload report entry.\n    ["_s)) << qPrintable(entries.left(500));
+    EXPECT_LT(entries.size(), 10'000);
 }
 
 TEST_F(EndToEnd, AMapOfAnotherModelIsReplacedOnlyWhenToldTo)
