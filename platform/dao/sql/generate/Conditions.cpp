@@ -188,6 +188,11 @@ Generator::Piece Generator::truthOf(const InList &node)
 
 Generator::Piece Generator::truthOf(const InQuery &node)
 {
+    if (const Select *around = m_tests.value(&node)) {
+        const QString text = groupTestText(node, *around);
+        if (!text.isEmpty())
+            return {text, rank::Equality};
+    }
     const QString left = sortable(*node.operand);
     return {left + (node.negated ? u" NOT IN ("_s : u" IN ("_s) + queryText(*node.query, Shape::Subquery) + u')',
             rank::Equality};

@@ -4,9 +4,13 @@
 
 #include <dao/sql/Compiled.h>
 
+#include <QHash>
 #include <QSet>
 
 namespace dao::sql::generate {
+
+struct GroupTest;
+struct Reading;
 
 /// Writes the inner SQL of bound trees. All SQL text of the engine that follows from a user's text is made here.
 ///
@@ -104,6 +108,8 @@ private:
     Ranked rankedText(const bound::Select &select, const QStringList &cells);
     QStringList cellsOf(const bound::Select &select, Shape shape);
     QString tail(const bound::Select &select);
+    QString whereText(const bound::Select &select);
+    QString allText(const std::vector<bound::ExprPtr> &terms);
     QString fromText(const bound::Select &select);
     QString fromText(const bound::From &from, bool grouped);
     QString leafText(const bound::Source &source);
@@ -114,6 +120,18 @@ private:
     void markGrouped(const bound::From &from, bool inside);
     QString keyText(const bound::Source &source) const;
     QString aliasOf(const bound::Source &source) const;
+
+    // Tops.cpp
+    bool mayTie(const bound::Select &select) const;
+    QString topText(const bound::Select &select, const QStringList &cells, Shape shape);
+    QString firstRowsText(const bound::Select &select, const Reading &reading, Shape shape);
+    QString firstOfGroupText(const bound::Select &select, const QStringList &cells);
+    QString rowsByKeyText(const bound::Select &select, const QString &first, Shape shape);
+
+    // GroupTests.cpp
+    void noteTests(const bound::Select &select);
+    QString groupTestText(const bound::InQuery &node, const bound::Select &around);
+    QString groupsText(const bound::Select &inner, const GroupTest &test);
 
     // Transforms.cpp
     void planRows(CrosstabPlan &plan, const bound::Select &select);
@@ -136,6 +154,8 @@ private:
     QList<int> m_positions;
     QList<dao::sql::Parameter> m_parameters;
     QSet<const bound::Source *> m_grouped;
+    /// Tests that stand in a condition where false and unknown are the same, with the select whose condition it is.
+    QHash<const bound::InQuery *, const bound::Select *> m_tests;
     const bound::Select *m_asking = nullptr; ///< whose rows are to ask one by one whether to go on
     bool m_standalone = false;
     bool m_pure = true;

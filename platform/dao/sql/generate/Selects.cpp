@@ -1,3 +1,4 @@
+#include "Correlation.h"
 #include "Generator.h"
 #include "Rank.h"
 
@@ -83,8 +84,8 @@ QString Generator::selectText(const Select &select, Shape shape)
 {
     markGrouped(select);
     const QStringList cells = cellsOf(select, shape);
-    if (select.top && !select.order.empty())
-        return rankedText(select, cells).whole();
+    if (select.top && !select.order.empty() && mayTie(select))
+        return topText(select, cells, shape);
     QStringList list = cells;
     if (shape == Shape::Nested) {
         for (qsizetype i = 0; i < list.size(); ++i)
@@ -111,7 +112,10 @@ QString Generator::limitText(const Select &select, const QStringList &cells)
     return m_target.limit + u'(' + total + u" * "_s + count + u" + 99) / 100"_s;
 }
 
-// TOP with an order includes all rows that tie with the last one: rows are ranked, and cut by rank.
+// Rows that are none of a table are ranked, and cut by rank.
+//     SELECT TOP 1 a FROM t GROUP BY a ORDER BY Count(*)
+//     SELECT _c0 FROM (SELECT *, rank() OVER (ORDER BY _o0) AS _rank FROM (SELECT _s1.a AS _c0, count(*) AS _o0
+//         FROM t AS _s1 GROUP BY _s1.a)) WHERE _rank <= 1 ORDER BY _rank
 Generator::Ranked Generator::rankedText(const Select &select, const QStringList &cells)
 {
     QStringList inner = cells;
@@ -139,19 +143,44 @@ Generator::Ranked Generator::rankedText(const Select &select, const QStringList 
     }
     const QString rows = (select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s) + inner.join(u", ");
     const QString count = QString::number(qint64(select.top->count));
-    const QString limit = select.top->percent ? u"(_rows * "_s + count + u" + 99) / 100"_s : count;
+    const bool percent = select.top->percent;
+    const QString limit = percent ? u"(_rows * "_s + count + u" + 99) / 100"_s : count;
     return {u"SELECT "_s + outer.join(u", "),
-            u" FROM (SELECT *, rank() OVER (ORDER BY "_s + order.join(u", ") +
-                u") AS _rank, count(*) OVER () AS _rows FROM ("_s + rows,
+            u" FROM (SELECT *, rank() OVER (ORDER BY "_s + order.join(u", ") + u") AS _rank"_s +
+                (percent ? u", count(*) OVER () AS _rows"_s : QString()) + u" FROM ("_s + rows,
             tail(select) + u")) WHERE _rank <= "_s + limit + u" ORDER BY "_s + finalOrder.join(u", ")};
 }
 
+QString Generator::allText(const std::vector<ExprPtr> &terms)
+{
+    QStringList texts;
+    for (const ExprPtr &term : terms)
+        texts.append(terms.size() == 1 ? truth(*term).text : truthAt(*term, rank::And + 1));
+    return texts.join(u" AND ");
+}
+
+QString Generator::whereText(const Select &select)
+{
+    noteTests(select);
+    return select.where ? truth(*select.where).text : QString();
+}
+
+// What HAVING asks of a group key holds for all rows of the group or for none: rows that are left out need no group.
+//     SELECT a, Count(*) FROM t GROUP BY a HAVING a > 5 AND Count(*) > 1
+//     SELECT _s1.a, count(*) FROM t AS _s1 WHERE _s1.a > 5 GROUP BY _s1.a HAVING count(*) > 1
 QString Generator::tail(const Select &select)
 {
     QString text;
     if (!select.from.empty())
         text += u" FROM "_s + fromText(select);
-    QString condition = select.where ? truth(*select.where).text : QString();
+    QString condition = whereText(select);
+    std::vector<ExprPtr> ofKeys;
+    std::vector<ExprPtr> ofGroups;
+    for (const ExprPtr &term : termsOf(select.having))
+        (isConditionOnKey(*term, select) ? ofKeys : ofGroups).push_back(term);
+    if (!ofKeys.empty())
+        condition =
+            condition.isEmpty() ? allText(ofKeys) : QString(u'(' + condition + u") AND ("_s + allText(ofKeys) + u')');
     if (&select == m_asking)
         condition = asking(condition);
     if (!condition.isEmpty())
@@ -164,8 +193,8 @@ QString Generator::tail(const Select &select)
     for (const Source *source : select.rowSources)
         groups.append(keyText(*source));
     text += listed(u" GROUP BY ", groups);
-    if (select.having)
-        text += u" HAVING "_s + truth(*select.having).text;
+    if (!ofGroups.empty())
+        text += u" HAVING "_s + allText(ofGroups);
     return text;
 }
 

@@ -149,15 +149,15 @@ public:
                (chance(30) ? u" HAVING Count(*) > 1"_s : QString());
     }
 
-    QString order()
+    QString order() { return chance(60) ? u" ORDER BY "_s + orderKeys().join(u", "_s) : QString(); }
+
+    QStringList orderKeys()
     {
-        if (!chance(60))
-            return {};
         QStringList keys;
         for (int i = 0; i <= number(3); ++i)
             keys.append(field(one({u"t"_s, u"k"_s, u"d"_s, u"f"_s, u"b"_s})) + one({QString(), u" DESC"_s}));
         keys.removeDuplicates();
-        return u" ORDER BY "_s + keys.join(u", "_s);
+        return keys;
     }
 
 private:
@@ -242,6 +242,27 @@ protected:
         return number;
     }
 
+    /// The first rows of an ordered list, by the number of its key cells that lead, and those that tie.
+    static QStringList firstOf(const QStringList &all, qsizetype count, qsizetype keys)
+    {
+        const auto key = [&](qsizetype row) { return folded(all[row].section(u'|', 0, int(keys) - 1)); };
+        while (count > 0 && count < all.size() && key(count) == key(count - 1))
+            ++count;
+        return all.first(qMin(count, all.size()));
+    }
+    /// Two statements that mean the same give the same rows, also where there are indexes.
+    void expectSame(const QString &sql, const QString &otherSql)
+    {
+        QStringList expected = read(database, otherSql, Type::Snapshot);
+        EXPECT_FALSE(expected.value(0).startsWith(u"error"_s)) << expected.value(0).toStdString();
+        expected.sort();
+        for (Database *each : {&database, &indexed}) {
+            QStringList found = read(*each, sql, Type::Dynaset);
+            found.sort();
+            EXPECT_EQ(found, expected) << "seed " << GetParam() << ": " << sql.toStdString();
+        }
+    }
+
     Workspace otherWorkspace;
     Database indexed{otherWorkspace};
     Maker maker;
@@ -287,6 +308,69 @@ TEST_P(RandomQueriesTest, AConditionItsOppositeAndTheUnknownShareTheRows)
                              count(from, u'(' + condition + u") Is Null"_s);
         EXPECT_EQ(parts, all) << "seed " << GetParam() << ": " << from.toStdString() << " WHERE "
                               << condition.toStdString();
+    }
+}
+
+TEST_P(RandomQueriesTest, TopTakesTheFirstRowsAndThoseThatTie)
+{
+    for (int i = 0; i < queriesPerSeed; ++i) {
+        const QString from = maker.source();
+        const QStringList order = maker.orderKeys();
+        QStringList keys = order;
+        keys.replaceInStrings(u" DESC"_s, QString());
+        const bool distinct = maker.chance(25);
+        const QString where = maker.chance(50) ? u" WHERE "_s + maker.condition(2) : QString();
+        const QString rows = keys.join(u", "_s) + (distinct ? QString() : u", *"_s) + u" FROM "_s + from + where +
+                             u" ORDER BY "_s + (distinct ? order.first() : order.join(u", "_s));
+        const QString word = distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s;
+        const bool percent = maker.chance(25);
+        const int top = 1 + maker.number(percent ? 100 : 20);
+        const QString sql = word + u"TOP %1 "_s.arg(top) + (percent ? u"PERCENT "_s : QString()) + rows;
+        const QStringList all = read(database, word + rows, Type::Snapshot);
+        QStringList first = firstOf(all, percent ? (all.size() * top + 99) / 100 : top, distinct ? 1 : order.size());
+        for (Database *each : {&database, &indexed}) {
+            for (const Type type : {Type::Snapshot, Type::Dynaset}) {
+                QStringList found = read(*each, sql, type);
+                if (distinct) { // of texts that differ in case any may stand for the others, and ties have no order
+                    for (QStringList *list : {&found, &first}) {
+                        std::ranges::transform(*list, list->begin(), folded);
+                        list->sort();
+                    }
+                }
+                EXPECT_EQ(found, first) << "seed " << GetParam() << ": " << sql.toStdString();
+            }
+        }
+    }
+}
+
+TEST_P(RandomQueriesTest, ATestAgainstAGroupIsThatOfEachRow)
+{
+    for (int i = 0; i < queriesPerSeed; ++i) {
+        maker.setTables({u"@"_s});
+        const QString group = maker.one({u"k"_s, u"t"_s, u"d"_s, u"b"_s});
+        const QString key = maker.one({u"f"_s, u"k"_s, u"d"_s, u"t"_s});
+        const bool descending = maker.chance(50);
+        const QString condition = maker.chance(50) ? u" AND "_s + maker.condition(1) : QString();
+        const QString outer = maker.chance(50) ? maker.condition(1).replace(u"@."_s, u"t."_s) : u"True"_s;
+        const QString of = maker.one({u"t"_s, u"u"_s});
+        const auto named = [](QString text, const QString &alias) { return text.replace(u"@."_s, alias + u'.'); };
+        const QString before = descending ? u"(y.%1 > x.%1 OR (y.%1 Is Not Null AND x.%1 Is Null))"_s.arg(key)
+                                          : u"(y.%1 < x.%1 OR (y.%1 Is Null AND x.%1 Is Not Null))"_s.arg(key);
+        const int top = 1 + maker.number(3);
+        expectSame(u"SELECT id FROM t WHERE %1 AND id IN (SELECT TOP %2 x.id FROM %3 AS x WHERE x.%4 = t.%4%5 ORDER "
+                   "BY x.%6)"_s.arg(outer, QString::number(top), of, group, named(condition, u"x"_s),
+                                    key + (descending ? u" DESC"_s : QString())),
+                   u"SELECT id FROM t WHERE %1 AND EXISTS (SELECT * FROM %2 AS x WHERE x.id = t.id AND x.%3 = t.%3%4 "
+                   "AND (SELECT Count(*) FROM %2 AS y WHERE y.%3 = x.%3%5 AND %6) < %7)"_s
+                       .arg(outer, of, group, named(condition, u"x"_s), named(condition, u"y"_s), before)
+                       .arg(top));
+        expectSame(
+            u"SELECT id FROM t WHERE %1 AND k IN (SELECT k FROM t AS x WHERE True%2 GROUP BY k, %3 HAVING "
+            "Count(*) > 1 AND %3 = t.%3)"_s.arg(outer, named(condition, u"x"_s), group),
+            u"SELECT id FROM t WHERE %1 AND (SELECT Count(*) FROM t AS x WHERE x.k = t.k AND x.%2 = t.%2%3) > 1"_s.arg(
+                outer, group, named(condition, u"x"_s)));
+        expectSame(u"SELECT k, Count(*) AS n FROM t GROUP BY k HAVING k > 0 AND Count(*) > 1"_s,
+                   u"SELECT k, Count(*) AS n FROM t WHERE k > 0 GROUP BY k HAVING Count(*) > 1"_s);
     }
 }
 

@@ -1,0 +1,218 @@
+#include "Generator.h"
+#include "Rank.h"
+
+#include "Correlation.h"
+
+using namespace Qt::StringLiterals;
+
+// TOP n with an order returns the first n rows and all rows that tie with the last of them. The inner engine has LIMIT,
+// which does not know ties. Where a query has rows of tables, the first n of them are taken by LIMIT, which needs only
+// the keys and can follow an index; then the rows that tie are found by the values of the last one.
+
+namespace dao::sql::generate {
+namespace {
+
+using namespace bound;
+
+QString joined(const QString &condition, const QString &other)
+{
+    return condition.isEmpty() ? other : other.isEmpty() ? condition : QString(condition + u" AND "_s + other);
+}
+
+QString inAnd(const QString &condition)
+{
+    return condition.isEmpty() ? condition : QString(u'(' + condition + u')');
+}
+
+/// True when the fields hold a unique key, which is never Null: no two rows have the same values.
+bool holdUniqueKey(const Source &source, const QSet<int> &fields)
+{
+    const TableInfo &table = *source.table;
+    const auto has = [&](const IndexField &field) {
+        const int index = table.indexOf(field.name);
+        return fields.contains(index) && (table.fields[index].required || table.fields[index].isAutoIncrement());
+    };
+    for (const int field : fields) {
+        if (table.fields[field].isAutoIncrement())
+            return true;
+    }
+    return std::ranges::any_of(table.indexes, [&](const IndexInfo &index) {
+        return (index.primary || index.unique) && !index.fields.isEmpty() && std::ranges::all_of(index.fields, has);
+    });
+}
+
+bool isTableJoin(const From &from)
+{
+    return from.source ? from.source->table != nullptr
+                       : from.kind != JoinKind::Right && isTableJoin(*from.left) && isTableJoin(*from.right);
+}
+
+} // namespace
+
+bool Generator::mayTie(const Select &select) const
+{
+    const auto isInOrder = [&](const Expr &expr) {
+        return std::ranges::any_of(select.order, [&](const OrderKey &key) { return sameExpr(*key.expr, expr); });
+    };
+    if (select.distinct)
+        return !std::ranges::all_of(select.columns,
+                                    [&](const OutputColumn &column) { return isInOrder(*column.expr); });
+    if (select.aggregated)
+        return !std::ranges::all_of(select.groupBy, [&](const ExprPtr &key) { return isInOrder(*key); });
+    if (select.sources.size() != 1 || !select.sources.front()->table)
+        return true;
+    QSet<int> fields;
+    for (const OrderKey &key : select.order) {
+        if (const FieldRef *field = key.expr->as<FieldRef>())
+            fields.insert(field->field);
+    }
+    return !holdUniqueKey(*select.sources.front(), fields);
+}
+
+QString Generator::topText(const Select &select, const QStringList &cells, Shape shape)
+{
+    const bool ofTables = !select.aggregated && !select.distinct && select.rowSources.empty() &&
+                          !select.sources.empty() &&
+                          std::ranges::all_of(select.sources, [](const auto &source) { return source->table; });
+    if (!ofTables)
+        return rankedText(select, cells).whole();
+    const Reading reading = readingOf(select);
+    if (!reading.namesOuter)
+        return firstRowsText(select, reading, shape);
+    const bool simple = std::ranges::all_of(select.from, [](const FromPtr &from) { return isTableJoin(*from); });
+    if (simple && !reading.varies && !reading.hasTop && !select.top->percent)
+        return firstOfGroupText(select, cells);
+    return rankedText(select, cells).whole();
+}
+
+// The rows behind LIMIT, and those that tie, by keys of tables and of the order; the cells are read for these alone.
+//     SELECT TOP 2 a FROM t ORDER BY b DESC
+//     WITH "top.1" AS MATERIALIZED (SELECT _s1.key AS _t0, _s1.b AS _o0 FROM t AS _s1 ORDER BY _o0 DESC LIMIT 2),
+//          "last.1" AS MATERIALIZED (SELECT _o0 FROM "top.1" ORDER BY _o0 LIMIT 1)
+//     SELECT _s1.a FROM (SELECT * FROM "top.1" WHERE _o0 IS NOT (SELECT _o0 FROM "last.1")
+//                        UNION ALL SELECT _s1.key, _s1.b FROM t AS _s1 WHERE _s1.b IS (SELECT _o0 FROM "last.1"))
+//         AS _first CROSS JOIN t AS _s1 ON _s1.key = _t0 ORDER BY _o0 DESC, _t0
+// Where reading the rows twice would be dear, or give others the second time, they are kept as "all.1" first.
+QString Generator::firstRowsText(const Select &select, const Reading &reading, Shape shape)
+{
+    const QString number = QString::number(++m_derived);
+    const auto named = [&](const QString &name) { return quoted(QString(name + u'.' + number)); }; // no table has a dot
+    QStringList columns;
+    QStringList values;
+    QStringList order;
+    QStringList reversed;
+    QStringList differences;
+    QStringList ties;
+    for (const Source *source : keySources(select)) {
+        columns.append(u"_t"_s + QString::number(columns.size()));
+        values.append(keyText(*source));
+    }
+    const QStringList keys = columns;
+    for (size_t i = 0; i < select.order.size(); ++i) {
+        const QString name = u"_o"_s + QString::number(i);
+        const bool descending = select.order[i].descending;
+        const QString last = u"(SELECT "_s + name + u" FROM "_s + named(u"last"_s) + u')';
+        columns.append(name);
+        values.append(sortable(*select.order[i].expr));
+        order.append(descending ? name + u" DESC"_s : name);
+        reversed.append(descending ? name : name + u" DESC"_s);
+        differences.append(name + u" IS NOT "_s + last);
+        ties.append(name + u" IS "_s + last);
+    }
+    QStringList list;
+    for (qsizetype i = 0; i < columns.size(); ++i)
+        list.append(values[i] + u" AS "_s + columns[i]);
+    const QString from = u" FROM "_s + fromText(select);
+    const QString where = inAnd(whereText(select));
+    QString rows = u"SELECT "_s + list.join(u", ") + from + (where.isEmpty() ? where : QString(u" WHERE "_s + where));
+
+    QString with = u"WITH "_s;
+    QString rest;
+    const bool kept = reading.varies || reading.hasTop || reading.hasFreeSubquery || select.top->percent;
+    if (kept) {
+        with += named(u"all"_s) + u" AS MATERIALIZED ("_s + rows + u"), "_s;
+        rows = u"SELECT * FROM "_s + named(u"all"_s);
+        rest = rows + u" WHERE "_s + ties.join(u" AND ");
+    } else {
+        QString tie;
+        for (qsizetype i = 0; i < ties.size(); ++i)
+            tie = joined(tie, values[keys.size() + i] + ties[i].sliced(columns[keys.size() + i].size()));
+        rest = u"SELECT "_s + values.join(u", ") + from + u" WHERE "_s + joined(tie, where);
+    }
+    const QString count = QString::number(qint64(select.top->count));
+    const QString limit = select.top->percent
+                              ? u"(SELECT (count(*) * "_s + count + u" + 99) / 100 FROM "_s + named(u"all"_s) + u')'
+                              : count;
+    with += named(u"top"_s) + u" AS MATERIALIZED ("_s + rows + u" ORDER BY "_s + order.join(u", ") + m_target.limit +
+            limit + u"), "_s + named(u"last"_s) + u" AS MATERIALIZED (SELECT "_s +
+            columns.sliced(keys.size()).join(u", ") + u" FROM "_s + named(u"top"_s) + u" ORDER BY "_s +
+            reversed.join(u", ") + m_target.limit + u"1) "_s;
+    const QString first = u"(SELECT * FROM "_s + named(u"top"_s) + u" WHERE "_s + differences.join(u" OR ") +
+                          u" UNION ALL "_s + rest + u')';
+    const QString sorted = u" ORDER BY "_s + (order + keys).join(u", ");
+    if (shape == Shape::Keys)
+        return with + u"SELECT "_s + keys.join(u", ") + u" FROM "_s + first + sorted;
+    return with + rowsByKeyText(select, first, shape) + (shape == Shape::Subquery ? QString() : sorted);
+}
+
+// The cells of the rows whose keys `first` has as _t0 and so on.
+QString Generator::rowsByKeyText(const Select &select, const QString &first, Shape shape)
+{
+    // Here no table stands in parentheses of a join.
+    const auto grouped = std::exchange(m_grouped, {});
+    QString from = first + u" AS _first"_s;
+    int index = 0;
+    for (const Source *source : keySources(select))
+        from += (source->nullable ? u" LEFT JOIN "_s : u" CROSS JOIN "_s) + leafText(*source) + u" ON "_s +
+                keyText(*source) + u" = _t"_s + QString::number(index++);
+    QStringList cells = cellsOf(select, shape);
+    m_grouped = grouped;
+    for (qsizetype i = 0; shape == Shape::Nested && i < cells.size(); ++i)
+        cells[i] += u" AS "_s + m_target.columnPrefix + QString::number(i);
+    return u"SELECT "_s + cells.join(u", ") + u" FROM "_s + from;
+}
+
+// In a query that is run for each row of one around it: the values of the last row, then the rows not behind it.
+//     ... IN (SELECT TOP 2 a FROM t WHERE t.k = outer.k ORDER BY b DESC)
+//     ... IN (SELECT _s2.a FROM (SELECT _o0 FROM (SELECT _s2.b AS _o0 FROM t AS _s2 WHERE _s2.k = _s1.k
+//             ORDER BY _o0 DESC LIMIT 2) ORDER BY _o0 LIMIT 1) AS _last1 CROSS JOIN t AS _s2
+//             WHERE (_s2.b >= _last1._o0 OR _last1._o0 IS NULL) AND _s2.k = _s1.k)
+QString Generator::firstOfGroupText(const Select &select, const QStringList &cells)
+{
+    const QString last = u"_last"_s + QString::number(++m_derived);
+    QStringList list;
+    QStringList names;
+    QStringList order;
+    QStringList reversed;
+    QString notBehind;
+    for (size_t i = select.order.size(); i-- > 0;) {
+        const OrderKey &key = select.order[i];
+        const QString name = u"_o"_s + QString::number(i);
+        const QString value = sortable(*key.expr);
+        const QString bound = last + u'.' + name;
+        const QString missing = key.descending ? bound : value;
+        const QString present = key.descending ? value : bound;
+        list.prepend(value + u" AS "_s + name);
+        names.prepend(name);
+        order.prepend(key.descending ? name + u" DESC"_s : name);
+        reversed.prepend(key.descending ? name : name + u" DESC"_s);
+        // Null comes before all others.
+        const QString before = value + (key.descending ? u" > "_s : u" < "_s) + bound + u" OR ("_s + missing +
+                               u" IS NULL AND "_s + present + u" IS NOT NULL)"_s;
+        const QString same = joined(value + u" IS "_s + bound, notBehind);
+        notBehind = select.top->count <= 1 ? same : u'(' + before + u" OR "_s + same + u')';
+    }
+    const QString from = fromText(select);
+    const QString where = inAnd(whereText(select));
+    const QString rows = u"SELECT "_s + list.join(u", ") + u" FROM "_s + from +
+                         (where.isEmpty() ? where : QString(u" WHERE "_s + where)) + u" ORDER BY "_s +
+                         order.join(u", ") + m_target.limit + QString::number(qint64(select.top->count));
+    QStringList output = cells;
+    for (qsizetype i = 0; i < output.size(); ++i)
+        output[i] += u" AS "_s + m_target.columnPrefix + QString::number(i);
+    return u"SELECT "_s + output.join(u", ") + u" FROM (SELECT "_s + names.join(u", ") + u" FROM ("_s + rows +
+           u") ORDER BY "_s + reversed.join(u", ") + m_target.limit + u"1) AS "_s + last + u" CROSS JOIN "_s + from +
+           u" WHERE "_s + joined(notBehind, where);
+}
+
+} // namespace dao::sql::generate
