@@ -10,13 +10,11 @@ class Opened
 {
 public:
     explicit Opened(qint64 rows);
+    explicit Opened(const QString &path);
 
     PlainDatabase plain;
     dao::Workspace workspace;
     dao::Database database{workspace};
-
-private:
-    explicit Opened(const QString &path);
 };
 
 extern const QString kHistorySql;

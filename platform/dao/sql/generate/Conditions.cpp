@@ -77,6 +77,10 @@ Generator::Piece Generator::truthOf(const bound::Not &node)
 
 Generator::Piece Generator::truthOf(const Compare &node)
 {
+    if (const Source *unseen = m_numberTests.value(&node))
+        return {numberTestText(node, *unseen), rank::Primary};
+    if (const QString numbers = sameNumbersText(node); !numbers.isEmpty())
+        return {numbers, rank::And};
     const int rank = rankOf(node.op);
     const Piece left = comparable(*node.left, *node.right);
     const QString leftText = left.rank > rank ? left.text : u'(' + left.text + u')';
@@ -160,6 +164,44 @@ Generator::Piece Generator::truthOf(const bound::Chain &node)
     return {terms.join(word), rank};
 }
 
+// Whole numbers joined to texts by the same separators are the same when the numbers are, which an index can answer.
+//     a & '/' & b = c & '/' & d
+//     _s1.a IS _s2.c AND _s1.b IS _s2.d
+// Empty: the comparison is no such one.
+QString Generator::sameNumbersText(const Compare &node)
+{
+    const Concatenate *left = node.left->as<Concatenate>();
+    const Concatenate *right = node.right->as<Concatenate>();
+    if (node.op != BinaryOp::Equal || !left || !right || left->terms.size() != right->terms.size())
+        return {};
+    const auto numberOf = [](const Expr &term) -> const Expr * {
+        const Convert *text = term.as<Convert>();
+        const bool whole = text && text->conversion == Conversion::ToText && text->operand->as<FieldRef>() &&
+                           (text->operand->type == DataType::Byte || text->operand->type == DataType::Integer ||
+                            text->operand->type == DataType::Long);
+        return whole ? text->operand.get() : nullptr;
+    };
+    QStringList pairs;
+    for (size_t i = 0; i < left->terms.size(); ++i) {
+        const Expr *number = numberOf(*left->terms[i]);
+        const Expr *other = numberOf(*right->terms[i]);
+        if (i % 2 == 0 && number && other) {
+            pairs.append(value(*number).text + u" IS "_s + value(*other).text);
+            continue;
+        }
+        // A separator that begins like a number might be part of one.
+        const Literal *separator = left->terms[i]->as<Literal>();
+        const Literal *same = right->terms[i]->as<Literal>();
+        if (i % 2 == 0 || !separator || !same || separator->value.type() != Value::Type::Text ||
+            same->value.type() != Value::Type::Text || separator->value.text() != same->value.text())
+            return {};
+        const QChar first = separator->value.text().isEmpty() ? u'0' : separator->value.text().front();
+        if (first.isDigit() || first == u'-')
+            return {};
+    }
+    return pairs.size() > 1 ? pairs.join(u" AND ") : QString();
+}
+
 // The bounds hold in either order; literals are put in order here.
 Generator::Piece Generator::truthOf(const Between &node)
 {
@@ -206,7 +248,9 @@ Generator::Piece Generator::truthOf(const bound::IsNull &node)
 
 Generator::Piece Generator::truthOf(const Exists &node)
 {
-    return {u"EXISTS ("_s + queryText(*node.query, Shape::Subquery) + u')', rank::Primary};
+    const Select *select = node.query->singleSelect();
+    const bool plain = select && !select->top && !select->distinct && !select->aggregated;
+    return {u"EXISTS ("_s + queryText(*node.query, plain ? Shape::Exists : Shape::Subquery) + u')', rank::Primary};
 }
 
 Generator::Piece Generator::truthOf(const Same &node)

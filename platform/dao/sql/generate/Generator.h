@@ -53,7 +53,7 @@ private:
         QString rest;
         QString whole() const { return names + cells + rest; }
     };
-    enum class Shape { Plain, Nested, Keys, Subquery };
+    enum class Shape { Plain, Nested, Keys, Subquery, Exists };
 
     // Expressions.cpp
     Piece value(const bound::Expr &expr);
@@ -133,6 +133,12 @@ private:
     QString groupTestText(const bound::InQuery &node, const bound::Select &around);
     QString groupsText(const bound::Select &inner, const GroupTest &test);
 
+    // Unseen.cpp
+    void noteUnseen(const bound::Select &select, Shape shape);
+    bound::FromPtr seenOf(const bound::FromPtr &from) const;
+    QString numberTestText(const bound::Compare &node, const bound::Source &unseen);
+    QString sameNumbersText(const bound::Compare &node);
+
     // Transforms.cpp
     void planRows(CrosstabPlan &plan, const bound::Select &select);
 
@@ -156,6 +162,9 @@ private:
     QSet<const bound::Source *> m_grouped;
     /// Tests that stand in a condition where false and unknown are the same, with the select whose condition it is.
     QHash<const bound::InQuery *, const bound::Select *> m_tests;
+    /// Tables that are left out of FROM, and the terms in which they are named.
+    QSet<int> m_unseen;
+    QHash<const bound::Compare *, const bound::Source *> m_numberTests;
     const bound::Select *m_asking = nullptr; ///< whose rows are to ask one by one whether to go on
     bool m_standalone = false;
     bool m_pure = true;

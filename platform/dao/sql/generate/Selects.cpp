@@ -4,6 +4,8 @@
 
 #include "../bind/Types.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::generate {
@@ -68,6 +70,8 @@ QString Generator::queryText(const Query &query, Shape shape)
 QStringList Generator::cellsOf(const Select &select, Shape shape)
 {
     QStringList cells;
+    if (shape == Shape::Exists)
+        return {u"1"_s};
     if (shape == Shape::Keys) {
         for (const Source *source : keySources(select))
             cells.append(keyText(*source));
@@ -83,6 +87,7 @@ QStringList Generator::cellsOf(const Select &select, Shape shape)
 QString Generator::selectText(const Select &select, Shape shape)
 {
     markGrouped(select);
+    noteUnseen(select, shape);
     const QStringList cells = cellsOf(select, shape);
     if (select.top && !select.order.empty() && mayTie(select))
         return topText(select, cells, shape);
@@ -161,8 +166,21 @@ QString Generator::allText(const std::vector<ExprPtr> &terms)
 
 QString Generator::whereText(const Select &select)
 {
+    // In other places false and unknown may differ.
+    const auto outside = m_tests;
     noteTests(select);
-    return select.where ? truth(*select.where).text : QString();
+    std::vector<ExprPtr> terms = termsOf(select.where);
+    const auto isNumberTest = [this](const ExprPtr &term) { return m_numberTests.contains(term->as<Compare>()); };
+    QString text;
+    if (std::ranges::any_of(terms, isNumberTest)) {
+        // They hold for nearly all rows.
+        std::stable_partition(terms.begin(), terms.end(), [&](const ExprPtr &term) { return !isNumberTest(term); });
+        text = allText(terms);
+    } else if (select.where) {
+        text = truth(*select.where).text;
+    }
+    m_tests = outside;
+    return text;
 }
 
 // What HAVING asks of a group key holds for all rows of the group or for none: rows that are left out need no group.
@@ -201,8 +219,10 @@ QString Generator::tail(const Select &select)
 QString Generator::fromText(const Select &select)
 {
     QStringList tables;
-    for (const FromPtr &from : select.from)
-        tables.append(fromText(*from, from != select.from.front() && hasRightJoin(*from)));
+    for (const FromPtr &all : select.from) {
+        if (const FromPtr from = seenOf(all))
+            tables.append(fromText(*from, !tables.isEmpty() && hasRightJoin(*from)));
+    }
     return tables.join(u", ");
 }
 

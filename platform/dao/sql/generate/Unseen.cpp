@@ -1,0 +1,181 @@
+#include "Correlation.h"
+#include "Generator.h"
+
+#include "../bind/Types.h"
+
+using namespace Qt::StringLiterals;
+
+// A table that is joined by its key and not read otherwise, as the tables of labels in the program's views, only asks
+// whether there is such a number. It is left out of FROM, and the question asked of the numbers.
+
+namespace dao::sql::generate {
+namespace {
+
+using namespace bound;
+
+/// How often each source is named, by number.
+class Uses
+{
+public:
+    void count(const Select &select, bool cells)
+    {
+        for (const OutputColumn &column : select.columns) {
+            if (cells)
+                count(column.expr);
+        }
+        for (const FromPtr &from : select.from)
+            count(*from);
+        count(select.where);
+        for (const ExprPtr &key : select.groupBy)
+            count(key);
+        count(select.having);
+        for (const OrderKey &key : select.order)
+            count(key.expr);
+        for (const auto &source : select.sources) {
+            if (source->query)
+                forEachExpr(*source->query, [this](const Expr &expr) { count(expr); });
+        }
+    }
+    int of(const Source &source) const { return m_counts.value(source.number); }
+
+private:
+    void count(const ExprPtr &expr)
+    {
+        if (expr)
+            count(*expr);
+    }
+    void count(const From &from)
+    {
+        if (from.source)
+            return;
+        count(from.on);
+        count(*from.left);
+        count(*from.right);
+    }
+    void count(const Expr &expr)
+    {
+        anyPart(expr, [this](const Expr &part) {
+            if (const FieldRef *field = part.as<FieldRef>())
+                ++m_counts[field->source->number];
+            else if (const Key *key = part.as<Key>())
+                ++m_counts[key->source->number];
+            else if (const Aggregate *aggregate = part.as<Aggregate>())
+                count(*aggregate);
+            if (const Query *query = subqueryOf(part))
+                forEachExpr(*query, [this](const Expr &inner) { count(inner); });
+            return false;
+        });
+    }
+    void count(const Aggregate &aggregate)
+    {
+        if (aggregate.own)
+            ++m_counts[aggregate.own->number];
+        for (const Source *source : aggregate.order)
+            ++m_counts[source->number];
+    }
+
+    QHash<int, int> m_counts;
+};
+
+/// Whole numbers of 16 bits at most, each there once: few enough to be counted.
+bool isSmallKey(const FieldRef &field)
+{
+    const TableInfo &table = *field.source->table;
+    const FieldInfo &info = table.fields[field.field];
+    const bool unique = std::ranges::any_of(table.indexes, [&](const IndexInfo &index) {
+        return (index.primary || index.unique) && index.fields.size() == 1 &&
+               table.indexOf(index.fields.front().name) == field.field;
+    });
+    return unique && info.required && (info.type == DataType::Integer || info.type == DataType::Byte);
+}
+
+/// True when the source stands in a list of tables, or in a join of every row with every row.
+bool isCrossed(const From &from, const Source &source)
+{
+    if (from.source)
+        return false;
+    const auto is = [&](const From &side) { return side.source == &source; };
+    return is(*from.left) || is(*from.right) ? from.kind == JoinKind::Inner && !from.on
+                                             : isCrossed(*from.left, source) || isCrossed(*from.right, source);
+}
+
+bool canLeaveOut(const Select &select, const FieldRef &field, const Uses &uses)
+{
+    const Source &source = *field.source;
+    const auto isIt = [&](const auto &own) { return own.get() == &source; };
+    if (!source.table || source.nullable || uses.of(source) != 1 || !std::ranges::any_of(select.sources, isIt) ||
+        !isSmallKey(field))
+        return false;
+    return std::ranges::any_of(select.from, [&](const FromPtr &from) {
+        return isCrossed(*from, source) || (from->source == &source && select.from.size() > 1);
+    });
+}
+
+} // namespace
+
+void Generator::noteUnseen(const Select &select, Shape shape)
+{
+    // Rows that are shown or changed one by one have the keys of all their tables.
+    const bool keyed = (shape == Shape::Plain || shape == Shape::Keys) && !select.aggregated && !select.distinct;
+    if (keyed || select.top || !select.rowSources.empty() || select.sources.size() < 2)
+        return;
+    Uses uses;
+    uses.count(select, shape != Shape::Exists);
+    QSet<int> needed;
+    for (const ExprPtr &term : termsOf(select.where)) {
+        const Compare *compare = term->as<Compare>();
+        if (!compare || compare->op != BinaryOp::Equal)
+            continue;
+        const FieldRef *left = compare->left->as<FieldRef>();
+        const FieldRef *right = compare->right->as<FieldRef>();
+        if (!left || !right || left->source == right->source || !isIntegerType(compare->left->type) ||
+            !isIntegerType(compare->right->type))
+            continue;
+        for (const auto &[field, other] : {std::pair(right, left), std::pair(left, right)}) {
+            if (!canLeaveOut(select, *field, uses) || m_unseen.contains(other->source->number) ||
+                needed.contains(field->source->number))
+                continue;
+            m_unseen.insert(field->source->number);
+            needed.insert(other->source->number);
+            m_numberTests.insert(compare, field->source);
+            break;
+        }
+    }
+}
+
+FromPtr Generator::seenOf(const FromPtr &from) const
+{
+    if (m_unseen.isEmpty())
+        return from;
+    if (from->source)
+        return m_unseen.contains(from->source->number) ? nullptr : from;
+    const FromPtr left = seenOf(from->left);
+    const FromPtr right = seenOf(from->right);
+    if (!left || !right)
+        return left ? left : right;
+    auto join = std::make_shared<From>(*from);
+    join->left = left;
+    join->right = right;
+    return join;
+}
+
+// Numbers without a gap are compared by the first and the last of them.
+//     SELECT Count(*) FROM t, labels WHERE t.n = labels.n
+//     SELECT count(*) FROM t AS _s1 WHERE CASE WHEN (SELECT count(*) = max(n) - min(n) + 1 FROM labels)
+//         THEN _s1.n BETWEEN (SELECT min(n) FROM labels) AND (SELECT max(n) FROM labels)
+//         ELSE _s1.n IN (SELECT n FROM labels) END
+QString Generator::numberTestText(const Compare &node, const Source &unseen)
+{
+    const bool isRight = node.right->as<FieldRef>()->source == &unseen;
+    const FieldRef &field = *(isRight ? node.right : node.left)->as<FieldRef>();
+    const QString number = value(isRight ? *node.left : *node.right).text;
+    const QString name = quoted(unseen.table->fields[field.field].name);
+    const QString from = u" FROM "_s + quoted(unseen.table->name);
+    const QString first = u"min("_s + name + u')';
+    const QString last = u"max("_s + name + u')';
+    return u"CASE WHEN (SELECT count(*) = "_s + last + u" - "_s + first + u" + 1"_s + from + u") THEN "_s + number +
+           u" BETWEEN (SELECT "_s + first + from + u") AND (SELECT "_s + last + from + u") ELSE "_s + number +
+           u" IN (SELECT "_s + name + from + u") END"_s;
+}
+
+} // namespace dao::sql::generate
