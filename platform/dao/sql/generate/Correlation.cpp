@@ -144,7 +144,9 @@ void addFilter(GroupTest &test, const Select &around)
         if (names.varies || hasSubquery(*term) || names.named != QSet<int>{row->number})
             continue;
         const FieldRef *field = restricted(*term);
-        const auto isPaired = [&](const GroupTest::Pair &pair) { return sameExpr(*pair.outer, Expr{.node = *field}); };
+        const auto isPaired = [&](const GroupTest::Pair &pair) {
+            return pair.outer->as<FieldRef>()->field == field->field;
+        };
         restricts = restricts || (field && (leadsIndex(*field) || std::ranges::any_of(test.pairs, isPaired)));
         test.filter.push_back(term);
     }
