@@ -10,6 +10,7 @@
 #include <app/logic/SelectionCommands.h>
 #include <app/logic/SiblingTools.h>
 
+#include <plans/MapUpdate.h>
 #include <tarnwick/FileWriter.h>
 
 #include <QBuffer>
@@ -132,7 +133,7 @@ bool WindowCommands::runMap(int command)
 {
     switch (command) {
     case Undo:
-        m_session.undo().undo();
+        undo();
         return true;
     case DeleteAllEntries:
         m_legend.removeAll();
@@ -157,6 +158,32 @@ bool WindowCommands::runMap(int command)
     }
 }
 
+void WindowCommands::undo()
+{
+    const QString label = m_session.undo().undoLabel();
+    m_session.undo().undo();
+    m_session.prompts().status(messages::kUndone, label);
+}
+
+void WindowCommands::redo()
+{
+    const QString label = m_session.undo().redoLabel();
+    m_session.undo().redo();
+    m_session.prompts().status(messages::kRedone, label);
+}
+
+void WindowCommands::moveTo(int position)
+{
+    const int steps = position - m_session.undo().stack().position();
+    if (steps == -1)
+        return undo();
+    if (steps == 1)
+        return redo();
+    m_session.undo().moveTo(position);
+    if (steps != 0)
+        m_session.prompts().status(steps < 0 ? messages::kUndoneSeveral : messages::kRedoneSeveral, std::abs(steps));
+}
+
 void WindowCommands::select(int command)
 {
     m_host.undoCheckpoint(selectionLabel(command));
@@ -177,8 +204,14 @@ void WindowCommands::flip(int command)
 
 void WindowCommands::updateMap()
 {
-    const std::unique_ptr<tarnwick::Progress> progress = m_session.newProgress(u"Update Map"_s);
-    m_session.legend().updateAll(m_host, progress.get());
+    plans::MapUpdate update(m_host);
+    if (!update.confirm())
+        return;
+    std::unique_ptr<tarnwick::Progress> progress = m_session.newProgress(u"Update Map"_s);
+    if (!update.run(progress.get()))
+        return;
+    progress.reset();
+    update.tell();
 }
 
 bool WindowCommands::runDatabase(int command)

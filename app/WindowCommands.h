@@ -40,6 +40,9 @@ public:
     int pointedEntry = -1;
 
     void run(int command);
+    void redo();
+    /// As many changes of the map stand as this; the others are undone.
+    void moveTo(int position);
     void updateMap();
     void editHeader();
     /// Asks about unsaved changes of the map. False: the user wants to stay with it.
@@ -51,6 +54,7 @@ private:
     bool runDatabase(int command);
     bool runProject(int command);
     bool runProgram(int command);
+    void undo();
     void select(int command);
     void flip(int command);
     void openProject();

@@ -21,6 +21,7 @@ public:
     /// In the order in which tubes are first reached: by selected tube, then by index.
     bool pick(ellery::SteamGen &steamGen) override;
     bool compute(MapHost &host) override { return pick(host.steamGen()); }
+    Need need() const override { return Need::Selection; }
     QString entryLabel() const override;
     QString undoLabel() const override;
 

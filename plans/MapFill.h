@@ -43,6 +43,10 @@ public:
     /// not, or found nothing to choose from.
     virtual bool compute(MapHost &host) = 0;
 
+    /// What computing takes beside the component and the symbols on it.
+    enum class Need { Nothing, Selection, Database };
+    virtual Need need() const { return Need::Nothing; }
+
     /// The kind as its tool button calls it.
     QString typeName() const;
     /// What the legend calls an entry with these parameters.

@@ -189,7 +189,7 @@ void MapLegend::repaint()
     notify();
 }
 
-void MapLegend::computeAll(MapHost &host, tarnwick::Progress *progress)
+void MapLegend::computeAll(MapHost &host, tarnwick::Progress *progress, const QList<int> &left)
 {
     std::optional<BusyCursor> busy;
     if (!progress) // which is there to be clicked
@@ -205,12 +205,13 @@ void MapLegend::computeAll(MapHost &host, tarnwick::Progress *progress)
             if (progress->cancelled())
                 throw tarnwick::Cancelled();
         }
-        entry(i).compute(host);
+        if (!left.contains(i))
+            entry(i).compute(host);
         entry(i).paint(*m_steamGen);
     }
 }
 
-void MapLegend::updateAll(MapHost &host, tarnwick::Progress *progress)
+bool MapLegend::updateAll(MapHost &host, tarnwick::Progress *progress, const QList<int> &left)
 {
     host.undoCheckpoint(QStringLiteral("Update Map"));
     Entries before = copyEntries();
@@ -220,11 +221,11 @@ void MapLegend::updateAll(MapHost &host, tarnwick::Progress *progress)
         host.refreshLegend();
     };
     try {
-        computeAll(host, progress);
+        computeAll(host, progress, left);
     } catch (const tarnwick::Cancelled &) {
         takeBack();
         host.prompts().status(messages::kUpdateCancelled);
-        return;
+        return false;
     } catch (...) {
         takeBack();
         throw;
@@ -234,6 +235,7 @@ void MapLegend::updateAll(MapHost &host, tarnwick::Progress *progress)
     host.redrawMap();
     host.refreshLegend();
     host.prompts().status(messages::kUpdateDone);
+    return true;
 }
 
 MapLegend::Entries MapLegend::copyEntries() const

@@ -52,8 +52,8 @@ public:
     void repaint();
     /// Recomputes every entry in order, each seeing the symbols of those before it, then repaints ("Update Map"). The
     /// progress, which may be null, can stop it; the entries are then as they were, as they are after a failure, which
-    /// is thrown on.
-    void updateAll(MapHost &host, tarnwick::Progress *progress = nullptr);
+    /// is thrown on. Entries at the places of left are not computed, only painted. False when it was stopped.
+    bool updateAll(MapHost &host, tarnwick::Progress *progress = nullptr, const QList<int> &left = {});
 
     /// Deep copies of the entries, and back: for undo, files and loads that fail. Replacing repaints.
     Entries copyEntries() const;
@@ -79,7 +79,7 @@ public:
 private:
     void clearTubes(const MapFill &fill);
     void paintAll();
-    void computeAll(MapHost &host, tarnwick::Progress *progress);
+    void computeAll(MapHost &host, tarnwick::Progress *progress, const QList<int> &left);
     void notify();
     void noteEdit();
 

@@ -30,6 +30,7 @@ public:
     /// False, with no tubes, for an increment below 1, which only a damaged file can hold.
     bool pick(ellery::SteamGen &steamGen) override;
     bool compute(MapHost &host) override { return pick(host.steamGen()); }
+    Need need() const override { return parameters.filter.takesSelection() ? Need::Selection : Need::Nothing; }
     QString entryLabel() const override;
     QString undoLabel() const override;
 

@@ -53,6 +53,7 @@ public:
     bool pick(ellery::SteamGen &steamGen) override;
     /// Short samples are kept, with a message (1089).
     bool compute(MapHost &host) override;
+    Need need() const override { return parameters.filter.takesSelection() ? Need::Selection : Need::Nothing; }
     QString entryLabel() const override;
     /// Always with the percentage, in tube-count mode too.
     QString undoLabel() const override;

@@ -31,6 +31,7 @@ public:
     /// Runs the query and maps its result. False without a database and when the query failed, be it as late as when
     /// a value is read: the tubes are then as they were. True after mapping, whatever was said about it.
     bool compute(MapHost &host) override;
+    Need need() const override { return Need::Database; }
     /// The file-name part of the query's name.
     QString entryLabel() const override;
     QString undoLabel() const override;

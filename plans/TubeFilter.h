@@ -15,6 +15,7 @@ struct TubeFilter
 
     /// By the symbols and the selection on the map at this moment.
     bool accepts(const ellery::SteamGen &steamGen, int index) const;
+    bool takesSelection() const { return region == SelectedTubes; }
     bool operator==(const TubeFilter &) const = default;
 };
 

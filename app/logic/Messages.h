@@ -10,6 +10,8 @@ using tarnwick::Message;
 inline constexpr Message kCreateDatabase{0, u"Create database ..."};
 inline constexpr Message kConnectDatabase{0, u"Connect to a database ..."};
 inline constexpr Message kDisconnectDatabase{0, u"Disconnect from database"};
+inline constexpr Message kAskConnectAgain{0, u"Database \"%S\" was closed before that.\n\nDo you wish to connect to it "
+                                             u"again?"};
 inline constexpr Message kDatabaseFailed{0, u"The command failed in the database."};
 
 // Map files and headers.
@@ -50,6 +52,22 @@ inline constexpr Message kPrintedTo{0, u"Printed the map to \"%S\"."};
 inline constexpr Message kAskDeleteAllEntries{0, u"Are you sure you want to delete all entries?"};
 inline constexpr Message kAskSaveMap{0, u"Do you wish to save changes to the map?"};
 inline constexpr Message kAskClearRecent{0, u"Are you sure?"};
+inline constexpr Message kUndone{0, u"Undone: %S."};
+inline constexpr Message kRedone{0, u"Redone: %S."};
+inline constexpr Message kUndoneSeveral{0, u"Undone: %D changes."};
+inline constexpr Message kRedoneSeveral{0, u"Redone: %D changes."};
+inline constexpr Message kEntryShown{0, u"Shown: \"%S\"."};
+inline constexpr Message kEntryHidden{0, u"Hidden: \"%S\"."};
+inline constexpr Message kOnlyEntryShown{0, u"Shown alone: \"%S\"."};
+inline constexpr Message kAllEntriesShown{0, u"All entries are shown."};
+inline constexpr Message kShownSwapped{0, u"Hidden entries are shown now, and shown ones hidden."};
+inline constexpr Message kEntryMoved{0, u"Moved \"%S\" to place %d of %d."};
+inline constexpr Message kEntryDeleted{0, u"Deleted \"%S\"."};
+inline constexpr Message kEntriesDeleted{0, u"Deleted all entries (%D)."};
+inline constexpr Message kEntryRenamed{0, u"Renamed \"%S\" to \"%S\"."};
+inline constexpr Message kEntrySymbol{0, u"Changed the symbol of \"%S\" to %S."};
+inline constexpr Message kEntryAllSections{0, u"\"%S\" marks every section now."};
+inline constexpr Message kEntryOwnSections{0, u"\"%S\" marks only the sections of its tubes now."};
 inline constexpr Message kSymbolsDeleted{0, u"%D map symbols were deleted!"};
 inline constexpr Message kNoSuchTube{0, u"There is no tube \"%S\". %S"};
 inline constexpr Message kTubeFound{0, u"%S"};

@@ -97,7 +97,22 @@ TEST_F(LegendWindowTest, UpdateComputesTheLegendAnew)
     settle();
     EXPECT_GT(window.legend().entry(0).paintedCount, 0);
     EXPECT_EQ(said.lastStatus(), u"Done updating map."_s);
+    const QStringList told = said.texts(tarnwick::RecordingPrompts::Entry::Kind::Information);
+    EXPECT_TRUE(told.size() == 1 && told[0].contains(u"    1  Pattern 2x1: "_s)) << qPrintable(told.join(u'|'));
     EXPECT_EQ(command(Undo)->text(), u"Undo Update Map"_s);
+}
+
+TEST_F(LegendWindowTest, IgnoreSectionIsOfferedWhereThereAreSections)
+{
+    open();
+    addPattern(1);
+    QAction *ignore = command(IgnoreSection);
+    ASSERT_FALSE(window.steamGen().hasSections());
+    EXPECT_FALSE(ignore->isEnabled());
+    EXPECT_TRUE(ignore->toolTip().endsWith(u"\nThe component has no sections."_s));
+    window.steamGen().labels[int(ellery::Axis::Sec)] = {u"HOT"_s};
+    window.refreshAll();
+    EXPECT_TRUE(ignore->isEnabled());
 }
 
 TEST(LegendModel, IsAProperModelWhileTheLegendChanges)

@@ -1,6 +1,9 @@
 #include "TestHost.h"
 
+#include <plans/BoxFill.h>
+#include <plans/MapUpdate.h>
 #include <plans/PcntFill.h>
+#include <plans/QueryFill.h>
 
 using namespace Qt::StringLiterals;
 
@@ -139,6 +142,59 @@ TEST(MapLegend, AnUpdateThatFailsOrIsStoppedLeavesTheMapAsItWas)
 
     EXPECT_THROW(host.entries.replaceEntry(1, FailingFill(QList<qint32>{4}), host), tarnwick::Error);
     EXPECT_EQ(host.picture(), before);
+}
+
+TEST(MapUpdate, WarnsBeforeEntriesLoseTheirTubesAndTellsWhatChanged)
+{
+    using Kind = tarnwick::RecordingPrompts::Entry::Kind;
+    TestHost host(2, 5);
+    auto box = std::make_unique<BoxFill>();
+    box->label = u"box"_s;
+    box->tubes = {0, 1};
+    host.entries.addEntry(std::move(box), true);
+    auto query = std::make_unique<QueryFill>();
+    query->label = u"deep.qry"_s;
+    query->tubes = {5};
+    host.entries.addEntry(std::move(query), true);
+    auto other = std::make_unique<FixedFill>(QList<qint32>{3, 4, 6});
+    other->parameters.computed = {3, 7};
+    other->label = u"other"_s;
+    host.entries.addEntry(std::move(other), true);
+    host.source.ready = false;
+    const auto update = [&host] {
+        MapUpdate run(host);
+        if (run.confirm() && run.run(nullptr))
+            run.tell();
+    };
+
+    host.said.answerWith({tarnwick::Answer::Cancel, tarnwick::Answer::Yes, tarnwick::Answer::No});
+    const QString before = host.picture();
+    update();
+    EXPECT_EQ(host.picture(), before);
+    EXPECT_TRUE(host.checkpoints.isEmpty());
+    const QString asked = host.said.texts(Kind::Question).value(0);
+    EXPECT_TRUE(asked.contains(u"    1  box\n"_s) && asked.contains(u"    2  deep.qry\n"_s)) << qPrintable(asked);
+    EXPECT_EQ(host.said.lastStatus(), u"Update of the map cancelled."_s);
+
+    update();
+    EXPECT_EQ(host.entries.entry(0).tubes, (QList<qint32>{0, 1})) << "left as it was";
+    EXPECT_EQ(host.picture(), u"AA.C.B.C.."_s);
+    EXPECT_EQ(host.said.lastStatus(), u"Done updating map."_s);
+    EXPECT_EQ(
+        host.said.texts(Kind::Information),
+        QStringList{u"Entries that have other tubes now:\n\n    3  other: 1 tube added (ROW 2 COL 3), 2 tubes removed "
+                    u"(ROW 1 COL 5, ROW 2 COL 2)"_s});
+
+    host.said.clear();
+    host.said.answerWith({tarnwick::Answer::No});
+    update();
+    EXPECT_TRUE(host.entries.entry(0).tubes.isEmpty());
+    EXPECT_EQ(host.entries.entry(1).tubes, QList<qint32>{5}) << "nothing to compute it from";
+    host.said.clear();
+    host.said.answerWith({tarnwick::Answer::Yes});
+    update();
+    EXPECT_TRUE(host.said.texts(Kind::Question).value(0).contains(u"No database is connected"_s));
+    EXPECT_TRUE(host.said.texts(Kind::Information).isEmpty()) << "nothing has changed";
 }
 
 TEST(MapLegend, DropsTubesThatTheComponentDoesNotHave)
