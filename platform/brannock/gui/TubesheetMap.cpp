@@ -75,12 +75,16 @@ void TubesheetMap::refresh()
     const MapScene::Change change = m_scene.update(*m_steamGen);
     if (change.tubes.isEmpty())
         return;
+    const QRegion before = hoverRegion();
     const double ratio = devicePixelRatioF();
     for (const QRect &rect : m_cache.patch(m_scene, change)) {
         const QRectF logical(rect.x() / ratio, rect.y() / ratio, rect.width() / ratio, rect.height() / ratio);
         update(logical.toAlignedRect());
     }
+    if (change.selection)
+        followSelection();
     updateTip();
+    update(before | hoverRegion());
     updateAccessibility();
 }
 
@@ -134,7 +138,7 @@ void TubesheetMap::applyView(const MapView &view, bool joined)
     if (view == m_view)
         return;
     m_view = view;
-    m_history.add(m_view, joined);
+    m_history.add({m_view, m_fitted}, joined);
     viewMoved();
 }
 
@@ -220,18 +224,23 @@ void TubesheetMap::previousView()
 {
     if (!m_history.canGoBack())
         return;
-    m_fitted = false;
-    m_sinceZoom.invalidate();
-    applyView(m_history.back());
+    showStep(m_history.back());
 }
 
 void TubesheetMap::nextView()
 {
     if (!m_history.canGoForward())
         return;
-    m_fitted = false;
+    showStep(m_history.forward());
+}
+
+void TubesheetMap::showStep(const ViewHistory::Step &step)
+{
     m_sinceZoom.invalidate();
-    applyView(m_history.forward());
+    m_fitted = step.isFitted;
+    m_view = m_fitted ? fittedView() : step.view;
+    m_history.replace(m_view);
+    viewMoved();
 }
 
 void TubesheetMap::setXOrientation(int orientation)
@@ -251,6 +260,7 @@ void TubesheetMap::setOrientation(int x, int y)
     m_view.xOrientation = x;
     m_view.yOrientation = y;
     m_history.setOrientation(x, y);
+    refit(); // the rulers stay on their sides
     viewMoved();
 }
 

@@ -71,6 +71,8 @@ public:
     /// The card that names the tube under the pointer.
     void setTubeTip(bool on);
     bool hasTubeTip() const { return m_tubeTip; }
+    /// Hides the card, whatever is under the pointer: a dialog stands over the map.
+    void setTipHidden(bool hidden);
     /// Further lines of the card for a tube (the fill that marked it, its last indication, repairs).
     void setTipText(std::function<QStringList(int tube)> text) { m_tipText = std::move(text); }
     void setDragMode(DragMode mode);
@@ -124,6 +126,7 @@ private:
     void applyView(const MapView &view, bool joined = false);
     void setOrientation(int x, int y);
     void viewMoved();
+    void showStep(const ViewHistory::Step &step);
     MapView fittedView() const;
     /// After what a fitted view depends on has changed; does nothing for a view of the user's.
     void refit();
@@ -136,6 +139,10 @@ private:
     // Overlay.
     void setHovered(int tube, const QPointF &pointer);
     void updateTip();
+    /// The tube that the card names, or -1.
+    int tipTube() const;
+    /// After a change of the selection that the cursor had no part in: the cursor's card goes with the selection.
+    void followSelection();
     QRegion hoverRegion() const;
     QRegion bandRegion() const;
     void paintOverlay(QPainter &painter);
@@ -171,6 +178,9 @@ private:
     MapRulers::Layout m_rulerLayout;
 
     bool m_tubeTip = false;
+    bool m_tipHidden = false;
+    bool m_cursorTip = true;        // the card may name the cursor's tube
+    bool m_selectsAtCursor = false; // the change of the selection is the cursor's own
     std::function<QStringList(int)> m_tipText;
     int m_hovered = -1;
     int m_cursor = -1;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 
 namespace brannock {
 
@@ -74,10 +75,11 @@ QPointF directionOf(int key)
 
 void TubesheetMap::setCursorTube(int tube)
 {
-    if (tube == m_cursor || tube >= m_scene.numTube())
+    if ((tube == m_cursor && m_cursorTip) || tube >= m_scene.numTube())
         return;
     const QRegion before = hoverRegion();
     m_cursor = std::max(tube, -1);
+    m_cursorTip = true;
     updateTip();
     update(before | hoverRegion());
     ensureVisible(m_cursor);
@@ -142,6 +144,7 @@ void TubesheetMap::toggleCursor()
 {
     if (m_cursor < 0)
         return;
+    const QScopedValueRollback own(m_selectsAtCursor, true);
     select({m_cursor}, SelectMode::Toggle);
     Q_EMIT tubeClicked(m_cursor, Qt::ControlModifier);
 }

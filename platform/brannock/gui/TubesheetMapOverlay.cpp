@@ -70,11 +70,40 @@ void TubesheetMap::setTubeTip(bool on)
     update(before | hoverRegion());
 }
 
+void TubesheetMap::setTipHidden(bool hidden)
+{
+    if (hidden)
+        setHovered(-1, {}); // the pointer will be elsewhere by then
+    const QRegion before = hoverRegion();
+    m_tipHidden = hidden;
+    updateTip();
+    update(before | hoverRegion());
+}
+
+int TubesheetMap::tipTube() const
+{
+    if (m_hovered >= 0)
+        return m_hovered;
+    return m_cursorTip ? m_cursor : -1;
+}
+
+void TubesheetMap::followSelection()
+{
+    if (m_cursor < 0 || m_selectsAtCursor || m_steamGen->isSelected(m_cursor))
+        return;
+    m_cursorTip = m_steamGen->selectedCount() == 1;
+    if (!m_cursorTip)
+        return;
+    m_cursor = m_steamGen->selection().first();
+    if (m_hovered < 0)
+        Q_EMIT hovered(m_cursor);
+}
+
 void TubesheetMap::updateTip()
 {
-    const int tube = m_hovered >= 0 ? m_hovered : m_cursor;
+    const int tube = tipTube();
     m_tipRect = QRectF();
-    if (!m_tubeTip || !m_steamGen || tube < 0 || tube >= m_scene.numTube() || m_drag != Drag::None)
+    if (!m_tubeTip || m_tipHidden || !m_steamGen || tube < 0 || tube >= m_scene.numTube() || m_drag != Drag::None)
         return;
     const auto &address = m_scene.tube(tube).address;
     m_tip.mark = m_scene.mark(tube);

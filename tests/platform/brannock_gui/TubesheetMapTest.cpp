@@ -3,6 +3,7 @@
 #include <brannock/gui/TubesheetMap.h>
 #include <gmock/gmock.h>
 #include <QMarginsF>
+#include <QPaintEvent>
 #include <QSignalSpy>
 #include <QtTest>
 #include <QWheelEvent>
@@ -208,8 +209,10 @@ TEST_F(TubesheetMapTest, viewsOutlastAnotherSizeOfTheWidget)
     EXPECT_FALSE(map.hasPreviousView());
     map.nextView();
     map.nextView();
-    EXPECT_EQ(map.view().scale, whole.scale) << "as it was when it was left";
     EXPECT_FALSE(map.hasNextView());
+    const MapView again = map.view();
+    map.fit();
+    EXPECT_EQ(again, map.view()) << "the whole map, whatever the size is by now";
 }
 
 TEST_F(TubesheetMapTest, viewsBeforeAndAfterKeepTheFlip)
@@ -227,6 +230,24 @@ TEST_F(TubesheetMapTest, viewsBeforeAndAfterKeepTheFlip)
     map.nextView();
     EXPECT_GT(map.view().scale, whole);
     EXPECT_EQ(map.xOrientation(), 1);
+}
+
+TEST_F(TubesheetMapTest, aFittedMapIsFittedAnewByAFlip)
+{
+    const auto expectFitted = [this] {
+        const MapView shownView = map.view();
+        map.fit();
+        EXPECT_EQ(shownView, map.view());
+    };
+    map.setXOrientation(-1);
+    expectFitted();
+    map.setYOrientation(-1);
+    expectFitted();
+    map.zoomAt(QPointF(100, 100), 3);
+    map.setXOrientation(1);
+    map.resize(700, 400);
+    map.previousView();
+    expectFitted();
 }
 
 TEST_F(TubesheetMapTest, fitHistoryAndDragging)
@@ -329,6 +350,66 @@ TEST_F(TubesheetMapTest, hoveringNamesTheTube)
     hover(QPointF(630, 5));
     EXPECT_EQ(map.hoveredTube(), -1);
     EXPECT_EQ(shown(), before); // nothing is left behind
+}
+
+TEST_F(TubesheetMapTest, theCardFollowsTheSelectionAndHidesUnderDialogs)
+{
+    map.setTubeTip(true);
+    const auto card = [this] {
+        // What a card changes: the picture with it beside that without.
+        const QImage with = shown();
+        map.setTubeTip(false);
+        const QImage without = shown();
+        map.setTubeTip(true);
+        QRect changed;
+        for (int y = 0; y < with.height(); ++y) {
+            for (int x = 0; x < with.width(); ++x) {
+                if (with.pixel(x, y) != without.pixel(x, y))
+                    changed |= QRect(x, y, 1, 1);
+            }
+        }
+        return changed;
+    };
+    map.select({tube(2, 2)}, SelectMode::Replace);
+    map.setCursorTube(tube(2, 2));
+    const QRect first = card();
+    EXPECT_FALSE(first.isEmpty());
+    map.select({tube(8, 9)}, SelectMode::Replace);
+    EXPECT_EQ(map.cursorTube(), tube(8, 9));
+    EXPECT_FALSE(card().intersects(first));
+    map.setTipHidden(true);
+    EXPECT_TRUE(card().isEmpty());
+    map.setTipHidden(false);
+    EXPECT_FALSE(card().isEmpty());
+    QTest::keyClick(&map, Qt::Key_Space);
+    EXPECT_FALSE(steamGen.isSelected(tube(8, 9)));
+    EXPECT_FALSE(card().isEmpty()) << "deselected by the cursor itself";
+    map.select({tube(1, 1), tube(1, 2)}, SelectMode::Replace);
+    EXPECT_TRUE(card().isEmpty());
+    QTest::keyClick(&map, Qt::Key_Left, Qt::AltModifier);
+    EXPECT_FALSE(card().isEmpty()) << "the keyboard goes on from where it was";
+
+    // What the card says of the selection is painted at once.
+    hover(map.posOf(tube(5, 5)));
+    QCoreApplication::processEvents();
+    const QRect at = card();
+    QCoreApplication::processEvents();
+    steamGen.setSelected(tube(5, 5), true);
+    class Region : public QObject
+    {
+    public:
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            if (event->type() == QEvent::Paint)
+                painted |= static_cast<QPaintEvent *>(event)->region();
+            return false;
+        }
+        QRegion painted;
+    } region;
+    map.installEventFilter(&region);
+    map.refresh();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(region.painted.intersects(at));
 }
 
 TEST_F(TubesheetMapTest, zoomByRectangleAndContextMenu)
