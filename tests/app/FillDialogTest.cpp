@@ -253,12 +253,12 @@ TEST_F(FillDialogTest, EveryPartIsReachedByTabAndHasALetterOfItsOwn)
 TEST_F(FillDialogTest, SizeIsRemembered)
 {
     whenOpen([](QDialog &dialog) {
-        dialog.resize(900, 600);
+        dialog.resize(760, 620);
         dialog.reject();
     });
     pressFill(u"PATTERN"_s);
     whenOpen([](QDialog &dialog) {
-        EXPECT_EQ(dialog.size(), QSize(900, 600));
+        EXPECT_EQ(dialog.size(), QSize(760, 620));
         dialog.reject();
     });
     pressFill(u"PATTERN"_s);

@@ -1,5 +1,7 @@
 #include "StateKeeper.h"
 
+#include "OnScreen.h"
+
 #include <QEvent>
 #include <QHeaderView>
 #include <QSplitter>
@@ -47,6 +49,10 @@ bool StateKeeper::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_window && event->type() == QEvent::Hide && !event->spontaneous())
         store();
+    // The window system has given it its frame by then.
+    if (watched == m_window && event->type() == QEvent::Show && !event->spontaneous())
+        QMetaObject::invokeMethod(
+            this, [this] { moveOntoScreen(*m_window); }, Qt::QueuedConnection);
     return QObject::eventFilter(watched, event);
 }
 

@@ -15,7 +15,8 @@ class StateKeeper : public QObject
 public:
     /// Makes a keeper that belongs to the window. Call it when the window's children have been made, before it is
     /// shown: the place, size and splitters are restored now, column widths as soon as a table has as many columns as
-    /// were kept. All is stored whenever the window is hidden or destroyed.
+    /// were kept. Once shown, the window is brought onto the screen with its whole frame. All is stored whenever the
+    /// window is hidden or destroyed.
     static void keep(QWidget *window);
 
     /// "session.ini" below the user's configuration folder of the program.

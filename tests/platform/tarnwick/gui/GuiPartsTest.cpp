@@ -2,6 +2,7 @@
 #include <support/TemporaryFolder.h>
 #include <tarnwick/gui/BoxPrompts.h>
 #include <tarnwick/gui/Guarded.h>
+#include <tarnwick/gui/OnScreen.h>
 #include <tarnwick/gui/ProgressDialog.h>
 #include <tarnwick/gui/StateKeeper.h>
 
@@ -10,6 +11,7 @@
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QSplitter>
 #include <QStandardItemModel>
 #include <QTableView>
@@ -168,6 +170,24 @@ struct Window : QWidget
 };
 
 } // namespace
+
+TEST(StateKeeper, windowsAreOnTheScreenWithTheirWholeFrame)
+{
+    const support::TemporaryFolder folder;
+    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
+    Window window;
+    EXPECT_LT(sizeOnScreen(window, {9000, 9000}).height(), window.screen()->availableSize().height());
+    window.resize(9000, 300);
+    window.move(-50, 7000);
+    StateKeeper::keep(&window);
+    window.show();
+    QCoreApplication::processEvents();
+    const QRect room = window.screen()->availableGeometry();
+    EXPECT_TRUE(room.contains(window.frameGeometry()));
+    EXPECT_EQ(window.height(), 300) << "what fits stays";
+    window.hide();
+    qunsetenv("XDG_CONFIG_HOME");
+}
 
 TEST(StateKeeper, windowsComeBackAsTheyWereLeft)
 {
