@@ -49,6 +49,43 @@ bool TubeFinder::isAxisWord(QStringView word) const
     });
 }
 
+int TubeFinder::find(QStringView text) const
+{
+    const int tube = m_steamGen.parseTube(text);
+    return tube >= 0 ? tube : m_steamGen.parseTube(withAxesApart(text));
+}
+
+qsizetype TubeFinder::axisWordAt(QStringView text, qsizetype at) const
+{
+    for (const Axis axis : m_axes) {
+        const QStringView full = m_steamGen.axisNames[int(axis)];
+        for (const QStringView word : {full, full.left(1)}) {
+            if (!word.isEmpty() && text.sliced(at).startsWith(word, Qt::CaseInsensitive))
+                return word.size();
+        }
+    }
+    return 0;
+}
+
+QString TubeFinder::withAxesApart(QStringView text) const
+{
+    QString apart;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const qsizetype length = i > 0 && text[i - 1].isDigit() ? axisWordAt(text, i) : 0;
+        const QStringView rest = text.sliced(i + length).trimmed();
+        // A letter that no number follows belongs to a label; at the end, its number is still to be typed.
+        if (length == 0 || !(rest.isEmpty() || rest[0].isDigit())) {
+            apart += text[i];
+            continue;
+        }
+        apart += u' ' + text.sliced(i, length).toString();
+        if (rest.isEmpty())
+            apart += u' ';
+        i += length - 1;
+    }
+    return apart;
+}
+
 QStringList TubeFinder::words(QStringView text) const
 {
     static const QRegularExpression separators(u"[\\s,;=:/-]+"_s);
@@ -112,6 +149,12 @@ QString TubeFinder::name(const QList<int> &numbers) const
 
 QStringList TubeFinder::completions(QStringView text, int most) const
 {
+    const QStringList list = completionsOf(text, most);
+    return list.isEmpty() ? completionsOf(withAxesApart(text), most) : list;
+}
+
+QStringList TubeFinder::completionsOf(QStringView text, int most) const
+{
     const QStringList typed = words(text);
     if (text.trimmed().isEmpty() || typed.isEmpty() || typed.size() > m_axes.size())
         return {};
@@ -132,10 +175,37 @@ QStringList TubeFinder::completions(QStringView text, int most) const
     return list;
 }
 
+QString TubeFinder::numbersText(qsizetype place, const QList<int> &numbers) const
+{
+    constexpr qsizetype kMostListed = 5;
+    QStringList labels;
+    bool even = true; // the same step all along
+    for (qsizetype i = 0; i < numbers.size(); ++i) {
+        labels.append(m_steamGen.tubeLabel(m_axes[place], numbers[i]));
+        even = even && (i < 2 || numbers[i] - numbers[i - 1] == numbers[1] - numbers[0]);
+    }
+    if (labels.size() > 2 && even && numbers[1] - numbers[0] == 1)
+        return labels.first() + u" to "_s + labels.last();
+    if (labels.size() <= kMostListed)
+        return labels.join(u", "_s);
+    if (even)
+        return labels[0] + u", "_s + labels[1] + u" ... "_s + labels.last();
+    return labels.first() + u" to "_s + labels.last() + u", with gaps"_s;
+}
+
 QString TubeFinder::hint(QStringView text) const
 {
-    QStringList typed = words(text);
-    typed.removeAll(QString());
+    const auto typed = [this](QStringView address) {
+        QStringList list = words(address);
+        list.removeAll(QString());
+        return list;
+    };
+    const QStringList asTyped = typed(text);
+    return hintOf(asTyped.size() == m_axes.size() ? asTyped : typed(withAxesApart(text)));
+}
+
+QString TubeFinder::hintOf(const QStringList &typed) const
+{
     QStringList axes;
     for (qsizetype i = 0; i < m_axes.size(); ++i)
         axes.append(axisName(i));
@@ -149,11 +219,15 @@ QString TubeFinder::hint(QStringView text) const
             numbers.append(number);
             continue;
         }
-        if (i == 0 || inUse.isEmpty())
-            return tarnwick::format(u"There is no %S %S.", axes[i], typed[i]);
-        return tarnwick::format(u"%Shas %S %S to %S.", name(numbers).chopped(axes[i].size() + 1), axes[i],
-                                m_steamGen.tubeLabel(m_axes[i], inUse.first()),
-                                m_steamGen.tubeLabel(m_axes[i], inUse.last()));
+        // Where the plant has no labels of its own, "R" is no part of the number.
+        const bool hasLabels = !m_steamGen.labels[int(m_axes[i])].isEmpty();
+        const QString word = hasLabels ? typed[i] : withoutAxis(typed[i], i);
+        if (inUse.isEmpty())
+            return tarnwick::format(u"There is no %S %S.", axes[i], word);
+        if (i == 0)
+            return tarnwick::format(u"There is no %S %S, only %S %S.", axes[i], word, axes[i], numbersText(i, inUse));
+        return tarnwick::format(u"%Shas %S %S.", name(numbers).chopped(axes[i].size() + 1), axes[i],
+                                numbersText(i, inUse));
     }
     return {};
 }
