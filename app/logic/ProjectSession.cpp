@@ -194,12 +194,25 @@ void ProjectSession::databaseConnected(const QString &path)
     notify();
 }
 
-bool ProjectSession::connectDatabase(const QString &machinePath)
+bool ProjectSession::connect(const QString &machinePath)
 {
     const std::unique_ptr<tarnwick::Progress> progress = newProgress(kConnectTitle);
     const bool connected = db::connectDatabase(m_database, machinePath, {m_project.get(), this, progress.get()});
     notify();
     return connected;
+}
+
+bool ProjectSession::connectDatabase(const QString &machinePath)
+{
+    const QString former = m_database.isOpen() ? m_database.path() : QString();
+    if (connect(machinePath))
+        return true;
+    if (former.isEmpty() || QFileInfo(former) == QFileInfo(machinePath))
+        return false;
+    const QString name = tarnwick::SuitePath::fromMachine(former, roots()).shown(u"arvo"_s);
+    if (m_prompts.question(tarnwick::Buttons::YesNo, messages::kAskConnectAgain, name) == tarnwick::Answer::Yes)
+        connect(former);
+    return false;
 }
 
 bool ProjectSession::createDatabase(const QString &machinePath)

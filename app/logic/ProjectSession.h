@@ -79,6 +79,7 @@ public:
     void clearRecentMaps();
 
     // Commands on the database. What fails is said.
+    /// When it fails, the database that was open before is offered again.
     bool connectDatabase(const QString &machinePath);
     bool createDatabase(const QString &machinePath);
     void closeDatabase();
@@ -100,6 +101,7 @@ public:
 
 private:
     void databaseConnected(const QString &path) override;
+    bool connect(const QString &machinePath);
     void closeDatabase(const tarnwick::Message &failure);
     void load(tarnwick::OptionFile &options);
     /// Changes a recent list, which other running windows keep in the same file.
