@@ -31,12 +31,6 @@ QMenu *addSubmenu(QWidget *top, const QString &text)
 
 } // namespace
 
-MenuText splitMenuText(const QString &text)
-{
-    const qsizetype tab = text.indexOf(u'\t');
-    return tab < 0 ? MenuText{text, {}} : MenuText{text.left(tab), text.mid(tab + 1)};
-}
-
 void CommandActions::buildMenuBar(QMenuBar *bar, std::span<const MenuItem> items)
 {
     build(bar, items, true);
@@ -64,10 +58,10 @@ void CommandActions::build(QWidget *top, std::span<const MenuItem> items, bool i
             break;
         case MenuItem::Item: {
             auto *menu = qobject_cast<QMenu *>(open.last());
-            const MenuText text = splitMenuText(QString::fromUtf16(item.text));
-            QAction *action = addAction(item.command, text.label, menu, isMenuBar ? u"command"_s : u"popup"_s);
-            if (isMenuBar && !text.accelerator.isEmpty())
-                action->setShortcut(QKeySequence(text.accelerator, QKeySequence::PortableText));
+            const QString label = QString::fromUtf16(item.text).section(u'\t', 0, 0);
+            QAction *action = addAction(item.command, label, menu, isMenuBar ? u"command"_s : u"popup"_s);
+            if (const QString keys = menuKeys(item); isMenuBar && !keys.isEmpty())
+                action->setShortcut(QKeySequence(keys, QKeySequence::PortableText));
             menu->addAction(action);
             m_menus.insert(item.command, menu);
             break;
@@ -149,8 +143,8 @@ void CommandActions::refresh(const CommandContext &context)
         const ExtraInfo &info = extraInfo(Extra(it.key()));
         it.value()->setEnabled(isEnabled(info.when, context));
         const QString keys = it.value()->shortcut().toString(QKeySequence::NativeText);
-        const QString name =
-            QString::fromUtf16(info.text) + (keys.isEmpty() ? QString() : QString(u" ("_s + keys + u")"_s));
+        const QString name = QString::fromUtf16(info.text).remove(u'&') +
+                             (keys.isEmpty() ? QString() : QString(u" ("_s + keys + u")"_s));
         it.value()->setToolTip(name + u'\n' + tipText(info.tip, info.when, context));
     }
 }

@@ -58,12 +58,4 @@ private:
     QHash<int, QString> m_unavailable; ///< with the reasons
 };
 
-/// A menu text without its accelerator, and the accelerator.
-struct MenuText
-{
-    QString label;
-    QString accelerator;
-};
-MenuText splitMenuText(const QString &text);
-
 } // namespace app

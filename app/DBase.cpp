@@ -6,6 +6,7 @@
 #include "MainToolBar.h"
 #include "RecentMenus.h"
 #include "SidePanel.h"
+#include "StatusLine.h"
 #include "ViewBar.h"
 #include "WindowProgress.h"
 
@@ -21,6 +22,7 @@
 #include <tarnwick/FailureLog.h>
 #include <tarnwick/gui/BoxPrompts.h>
 #include <tarnwick/gui/Guarded.h>
+#include <tarnwick/gui/OnScreen.h>
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -43,13 +45,21 @@ constexpr int kMapShare = 66;
 /// Milliseconds from a change to the copy for the case of a crash, so that changes in a row are written once.
 constexpr int kRecoveryDelay = 300;
 
+/// Commands that change only what is seen of the map and the window.
+bool isOnlyView(Extra extra)
+{
+    constexpr Extra kViews[] = {Extra::ZoomIn,   Extra::ZoomOut, Extra::ZoomFit,  Extra::PreviousView, Extra::NextView,
+                                Extra::FindTube, Extra::Changes, Extra::NextPart, Extra::Keys};
+    return std::find(std::begin(kViews), std::end(kViews), extra) != std::end(kViews);
+}
+
 } // namespace
 
 DBase::DBase(tarnwick::UserPrompts *prompts)
     : m_boxes(prompts ? nullptr
                       : std::make_unique<tarnwick::BoxPrompts>(this,
                                                                [this](const QString &text) {
-                                                                   m_statusText->setText(text);
+                                                                   m_statusText->say(text);
                                                                    m_statusText->repaint();
                                                                }))
     , m_loggedBoxes(prompts ? nullptr : std::make_unique<tarnwick::LoggedPrompts>(*m_boxes, u"arvo"_s))
@@ -74,7 +84,7 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
         if (!m_isTryingOut)
             guard([this] { m_session->updateRecoveryCopy(); });
     });
-    resize(kFirstSize.boundedTo(screen()->availableSize()));
+    resize(tarnwick::sizeOnScreen(*this, kFirstSize));
     projectChanged();
 }
 
@@ -91,9 +101,8 @@ DBase::~DBase()
 
 void DBase::makeStatusBar()
 {
-    m_statusText = new QLabel;
+    m_statusText = new StatusLine;
     m_statusText->setObjectName(u"statusText"_s);
-    m_statusText->setTextFormat(Qt::PlainText);
     m_tubeText = new QLabel;
     m_tubeText->setObjectName(u"tubeText"_s);
     m_mapText = new QLabel;
@@ -128,6 +137,9 @@ void DBase::makeActions()
         if (info.scope == Scope::Window)
             m_actions->addExtra(info.extra, this);
     }
+    QMenu *help = m_actions->menuOf(About);
+    help->addSeparator();
+    help->addAction(m_actions->extra(Extra::Keys));
     m_recent = new RecentMenus(*m_actions, this);
     // A file may go, and come again, while the program runs.
     for (const int placeholder : {NoRecentProject, NoRecentDatabase, NoRecentMap})
@@ -137,8 +149,9 @@ void DBase::makeActions()
         });
     connect(m_actions, &CommandActions::triggered, this,
             [this](int command) { perform([this, command] { m_commands->run(command); }); });
-    connect(m_actions, &CommandActions::extraTriggered, this,
-            [this](Extra extra) { perform([this, extra] { runExtra(extra); }); });
+    connect(m_actions, &CommandActions::extraTriggered, this, [this](Extra extra) {
+        perform([this, extra] { runExtra(extra); }, isOnlyView(extra) ? Words::Keep : Words::Forget);
+    });
 }
 
 void DBase::makeCentre()
@@ -168,8 +181,7 @@ void DBase::makeCentre()
     m_centre->addWidget(hint);
     m_splitter->addWidget(m_centre);
     m_splitter->addWidget(m_side);
-    m_splitter->setStretchFactor(0, 1);
-    m_splitter->setStretchFactor(1, 0);
+    // No part has a stretch factor: each keeps its share of the width in a window of another size.
     m_splitter->setSizes({kFirstSize.width() * kMapShare / 100, kFirstSize.width() * (100 - kMapShare) / 100});
     setCentralWidget(m_splitter);
     applyMapOptions();
@@ -184,6 +196,7 @@ void DBase::connectMap()
     connect(m_map, &TubesheetMap::viewChanged, this, &DBase::refreshViewCommands);
     connect(m_map, &TubesheetMap::contextMenuRequested, this, &DBase::showMapMenu);
     m_map->installEventFilter(this);
+    menuBar()->installEventFilter(this);
     m_map->setTipText([this](int tube) { return tipLines(tube); });
     m_session->undo().captureExtras = [this] {
         return plans::MapExtras{m_map->xOrientation(), m_map->yOrientation(), m_session->map().headerRecord()};
@@ -231,16 +244,26 @@ void DBase::connectLegend()
             [this](int entry) { perform([this, entry] { chooseSymbol(entry); }); });
 }
 
-void DBase::perform(const std::function<void()> &work)
+void DBase::perform(const std::function<void()> &work, Words words)
 {
     m_side->legendView().endRename();
+    if (words == Words::Forget)
+        m_statusText->forget();
     attempt(work);
 }
 
 void DBase::attempt(const std::function<void()> &work)
 {
     guard(work);
+    m_statusText->endWork();
     scheduleRefresh();
+}
+
+void DBase::undoCheckpoint(const QString &label)
+{
+    m_session->undo().checkpoint(label);
+    // What was said last is about the map before this change.
+    m_statusText->forget();
 }
 
 void DBase::guard(const std::function<void()> &work)
@@ -286,7 +309,7 @@ void DBase::connectBars()
         m_viewBar->setChanges(changes.labels(), changes.position(), hasFile ? changes.cleanPosition() : -1);
     });
     connect(m_viewBar, &ViewBar::changesRequested, this,
-            [this](int position) { perform([this, position] { m_session->undo().moveTo(position); }); });
+            [this](int position) { perform([this, position] { m_commands->moveTo(position); }); });
 }
 
 void DBase::setFileDialogs(FileDialogs *dialogs)
@@ -298,7 +321,12 @@ bool DBase::openProject(const QString &folder)
 {
     if (!m_session->openProject(projectFolder(folder)))
         return false;
-    m_session->openMapAtStart();
+    {
+        // What was said about the database is still to be read when the map has been opened.
+        const auto end = qScopeGuard([this] { m_statusText->setJoins(false); });
+        m_statusText->setJoins(true);
+        m_session->openMapAtStart();
+    }
     m_map->setFocus();
     return true;
 }
@@ -325,8 +353,42 @@ bool DBase::addQueryFile(const QString &machinePath)
     return plans::addFillOfQuery(*this, document);
 }
 
+bool DBase::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::ShortcutOverride: {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        // Taken from the shortcut, the key goes to what has the focus.
+        if (key->key() == Qt::Key_Escape && (key->isAutoRepeat() || !isEscForFullScreen())) {
+            event->accept();
+            return true;
+        }
+        break;
+    }
+    case QEvent::WindowBlocked:
+        m_map->setTipHidden(true);
+        break;
+    case QEvent::WindowUnblocked:
+        m_map->setTipHidden(false);
+        m_sinceReturn.start();
+        break;
+    default:
+        break;
+    }
+    return QMainWindow::event(event);
+}
+
 bool DBase::eventFilter(QObject *watched, QEvent *event)
 {
+    const bool isFocus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
+    if (isFocus && watched == menuBar() && m_isFullScreen &&
+        static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
+        showMenuBar(event->type() == QEvent::FocusIn);
+    if (watched == m_map && event->type() == QEvent::FocusIn) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        if (reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason)
+            m_sinceReturn.start();
+    }
     // Esc while something is dragged on the map ends the drag and not the window's usual view.
     if (watched == m_map && event->type() == QEvent::ShortcutOverride &&
         static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape && QGuiApplication::mouseButtons() != Qt::NoButton)

@@ -4,6 +4,7 @@
 
 #include <app/logic/Commands.h>
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
 
@@ -21,6 +22,7 @@ namespace app {
 class CommandActions;
 class MainToolBar;
 class SidePanel;
+class StatusLine;
 class ViewBar;
 
 /// The program's one main window: the tubesheet map, the legend, the panels, menus and tool bars. It wires these parts;
@@ -40,8 +42,10 @@ public:
     ProjectSession &projectSession() { return *m_session; }
     brannock::TubesheetMap &map() { return *m_map; }
     CommandActions &commands() { return *m_actions; }
+    /// What becomes of the words in the status line when a command begins.
+    enum class Words { Forget, Keep };
     /// What the user asked for by a command. What fails in it is said and never ends the program.
-    void perform(const std::function<void()> &work);
+    void perform(const std::function<void()> &work, Words words = Words::Forget);
     /// Tests put their own in place of the system's.
     void setFileDialogs(FileDialogs *dialogs);
     /// Brings what follows from map and legend up to date now; changes do it by themselves a moment later.
@@ -54,7 +58,7 @@ public:
     db::DatabaseSession &session() override { return m_session->database(); }
     tarnwick::UserPrompts &prompts() override { return *m_prompts; }
     plans::QuerySource &queries() override { return m_session->queries(); }
-    void undoCheckpoint(const QString &label) override { m_session->undo().checkpoint(label); }
+    void undoCheckpoint(const QString &label) override;
     void redrawMap() override;
     void refreshLegend() override;
     tarnwick::JMacro systemMacros() override { return m_session->systemMacros(); }
@@ -64,6 +68,7 @@ public:
 protected:
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -81,7 +86,10 @@ private:
     void showAbout() override;
     void showProjectInfo() override;
 
-    /// The same for what is no command of its own: a description that is being typed is left alone.
+    void showMenuBar(bool shown);
+    /// Esc goes to the full screen and back, and not to something else that has the focus.
+    bool isEscForFullScreen() const;
+    /// The same as perform() for what is no command of its own: a description that is being typed is left alone.
     void attempt(const std::function<void()> &work);
     /// Nothing else: what fails is said.
     void guard(const std::function<void()> &work);
@@ -126,7 +134,7 @@ private:
     SidePanel *m_side = nullptr;
     QMenu *m_mapMenu = nullptr;
     QMenu *m_legendMenu = nullptr;
-    QLabel *m_statusText = nullptr;
+    StatusLine *m_statusText = nullptr;
     QLabel *m_tubeText = nullptr;
     QLabel *m_mapText = nullptr; ///< whether the map has unsaved changes
     QLabel *m_selectionText = nullptr;
@@ -135,7 +143,9 @@ private:
     int m_tubeShown = -1; ///< in the status bar
     bool m_refreshScheduled = false;
     bool m_isFullScreen = false;
-    bool m_isTryingOut = false; ///< the map shows what has not been decided upon
+    QList<int> m_sharesBefore;   ///< of map and side panel, before the full screen
+    QElapsedTimer m_sinceReturn; ///< from a menu or dialog to this window
+    bool m_isTryingOut = false;  ///< the map shows what has not been decided upon
 };
 
 } // namespace app

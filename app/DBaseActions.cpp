@@ -7,6 +7,7 @@
 #include "SidePanel.h"
 #include "ViewBar.h"
 
+#include <app/logic/KeyList.h>
 #include <app/logic/Messages.h>
 #include <app/logic/SelectionCommands.h>
 #include <app/logic/TubeFinder.h>
@@ -27,6 +28,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QToolButton>
 #include <QToolTip>
@@ -72,8 +74,14 @@ void showTextBox(QWidget *parent, const QString &title, const QString &text)
 void DBase::toggleFullScreen()
 {
     m_isFullScreen = !m_isFullScreen;
-    for (QWidget *part : std::initializer_list<QWidget *>{menuBar(), m_mainBar, m_viewBar, m_side, statusBar()})
+    if (m_isFullScreen)
+        m_sharesBefore = m_splitter->sizes();
+    for (QWidget *part :
+         std::initializer_list<QWidget *>{m_mainBar, m_viewBar, m_side, statusBar(), m_viewBar->findField()})
         part->setVisible(!m_isFullScreen);
+    if (!m_isFullScreen)
+        m_splitter->setSizes(m_sharesBefore);
+    showMenuBar(!m_isFullScreen);
     setWindowState(windowState().setFlag(Qt::WindowFullScreen, m_isFullScreen));
     m_map->setFocus();
     // Without the bars nothing else says how to leave.
@@ -81,6 +89,24 @@ void DBase::toggleFullScreen()
     if (m_isFullScreen)
         QToolTip::showText(m_map->mapToGlobal(QPoint(m_map->width() / 2, 0)), u"Esc leaves the full screen"_s, m_map,
                            {}, kNoticeMs);
+}
+
+void DBase::showMenuBar(bool shown)
+{
+    // Hidden, it would not hear Alt; without any height it does.
+    if (shown)
+        menuBar()->setMaximumHeight(QWIDGETSIZE_MAX);
+    else
+        menuBar()->setFixedHeight(0);
+    menuBar()->setMinimumHeight(0);
+}
+
+bool DBase::isEscForFullScreen() const
+{
+    // Who closes menus and boxes with Esc may press it once more than needed.
+    constexpr int kPauseMs = 600;
+    const bool isJustBack = m_sinceReturn.isValid() && m_sinceReturn.elapsed() < kPauseMs;
+    return focusWidget() == m_map && !isJustBack;
 }
 
 void DBase::showAbout()
@@ -105,34 +131,7 @@ void DBase::showProjectInfo()
 
 void DBase::showKeys()
 {
-    QList<QStringList> rows;
-    const auto add = [&rows](const QString &keys, const QString &text) { rows.append({keys, text}); };
-    for (const MenuItem &item : kMenuBar) {
-        if (item.kind != MenuItem::Item)
-            continue;
-        const MenuText text = splitMenuText(QString::fromUtf16(item.text));
-        if (!text.accelerator.isEmpty())
-            add(text.accelerator, QString(text.label).remove(u'&'));
-    }
-    for (const ExtraInfo &info : kExtras) {
-        if (!info.keys)
-            continue;
-        const QString place = info.scope == Scope::Legend ? u"In the legend: "_s : QString();
-        add(QString::fromUtf16(info.keys).replace(u'|', u", "_s), place + QString::fromUtf16(info.tip));
-    }
-    add(u"Return"_s, u"In the legend: edit the current entry"_s);
-    add(u"Space"_s, u"In the legend: show or hide the current entry; on the map: select or deselect the tube"_s);
-    add(u"Alt+Arrows"_s, u"On the map: go from tube to tube"_s);
-    add(u"Arrows"_s, u"On the map: move it"_s);
-    add(u"Ctrl+drag"_s, u"On the map: toggle tubes in a rectangle; with Shift add, with Alt by lasso"_s);
-    add(u"Alt+Shift+Arrows"_s, u"On the map: select tubes on the way"_s);
-    qsizetype width = 0;
-    for (const QStringList &row : std::as_const(rows))
-        width = std::max(width, row[0].size());
-    QStringList lines;
-    for (const QStringList &row : std::as_const(rows))
-        lines.append(row[0].leftJustified(width + 2) + row[1]);
-    showTextBox(this, u"Keys"_s, lines.join(u'\n'));
+    showTextBox(this, u"Keys"_s, keyListText());
 }
 
 void DBase::editOptions()
@@ -160,7 +159,7 @@ void DBase::runExtra(Extra extra)
     };
     switch (extra) {
     case Extra::Redo:
-        m_session->undo().redo();
+        m_commands->redo();
         break;
     case Extra::ZoomIn:
         m_map->zoomIn();
@@ -225,9 +224,10 @@ void DBase::runExtra(Extra extra)
 void DBase::findTube(const QString &address)
 {
     const ellery::SteamGen &sg = m_session->project().steamGen;
-    const int tube = sg.parseTube(address);
+    const TubeFinder finder(sg);
+    const int tube = finder.find(address);
     if (tube < 0) {
-        const QString hint = TubeFinder(sg).hint(address);
+        const QString hint = finder.hint(address);
         m_prompts->status(messages::kNoSuchTube, address.trimmed(), hint);
         m_viewBar->showFindProblem(tarnwick::format(messages::kNoSuchTube.text, address.trimmed(), hint));
         return;

@@ -2,6 +2,8 @@
 
 #include "PagePreview.h"
 
+#include <tarnwick/gui/ReturnKey.h>
+
 #include <QBoxLayout>
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -132,15 +134,24 @@ QWidget *HeaderDlg::makeTexts()
     m_upper->setAccessibleName(u"Upper text"_s);
     m_lower = makeText(u"lowerText"_s, 4);
     m_lower->setAccessibleName(u"Lower text"_s);
-    layout->addWidget(makeFont(u"Font &1"_s, u"font1"_s, &MapHeader::upperFont, &MapHeader::upperSize));
-    layout->addWidget(m_upper, 1);
-    layout->addWidget(makeFont(u"Font &2"_s, u"font2"_s, &MapHeader::lowerFont, &MapHeader::lowerSize));
-    layout->addWidget(m_lower, 1);
+    const auto addText = [layout](const QString &label, QPlainTextEdit *edit, QWidget *font) {
+        auto *text = new QLabel(label);
+        text->setBuddy(edit);
+        auto *row = new QHBoxLayout;
+        row->addWidget(text);
+        row->addWidget(font, 1);
+        layout->addLayout(row);
+        layout->addWidget(edit, 1);
+    };
+    addText(u"&Upper text"_s, m_upper,
+            makeFont(u"Font &1"_s, u"font1"_s, &MapHeader::upperFont, &MapHeader::upperSize));
+    addText(u"&Lower text"_s, m_lower,
+            makeFont(u"Font &2"_s, u"font2"_s, &MapHeader::lowerFont, &MapHeader::lowerSize));
 
-    m_expand = new QCheckBox(u"Expand macros."_s);
+    m_expand = new QCheckBox(u"E&xpand macros."_s);
     m_expand->setObjectName(u"expandMacros"_s);
     m_expand->setToolTip(u"Show the values that are printed in place of the keywords"_s);
-    m_template = new QCheckBox(u"Show template."_s);
+    m_template = new QCheckBox(u"Show &template."_s);
     m_template->setObjectName(u"showTemplate"_s);
     m_template->setToolTip(u"Show the texts as they are written, and edit them"_s);
     auto *either = new QButtonGroup(this);
@@ -150,7 +161,8 @@ QWidget *HeaderDlg::makeTexts()
     connect(m_expand, &QCheckBox::toggled, this, [this](bool on) { fill(on); });
     m_keywords = new QToolButton;
     m_keywords->setObjectName(u"keywords"_s);
-    m_keywords->setText(u"Insert Keyword"_s);
+    m_keywords->setText(u"Insert &Keyword"_s);
+    tarnwick::pressWithReturn(m_keywords);
     m_keywords->setToolButtonStyle(Qt::ToolButtonTextOnly);
     m_keywords->setPopupMode(QToolButton::InstantPopup);
     makeKeywords(m_keywords);
@@ -213,10 +225,10 @@ QWidget *HeaderDlg::makeButtons()
     auto *row = new QWidget;
     auto *layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto *set = new QPushButton(u"Set Map Header"_s);
+    auto *set = new QPushButton(u"&Set Map Header"_s);
     set->setObjectName(u"setHeader"_s);
     set->setDefault(true);
-    auto *close = new QPushButton(u"Close"_s);
+    auto *close = new QPushButton(u"Clos&e"_s);
     close->setObjectName(u"closeHeader"_s);
     close->setAutoDefault(false);
     layout->addStretch(1);

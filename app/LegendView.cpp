@@ -23,7 +23,8 @@ public:
     void setEditorData(QWidget *editor, const QModelIndex &index) const override
     {
         const auto *line = qobject_cast<const QLineEdit *>(editor);
-        if (!line || !line->isModified())
+        // Setting the same text again would take its selection away.
+        if (!line || (!line->isModified() && line->text() != index.data(Qt::EditRole).toString()))
             QStyledItemDelegate::setEditorData(editor, index);
     }
 };

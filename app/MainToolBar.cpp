@@ -1,6 +1,7 @@
 #include "MainToolBar.h"
 
 #include <plans/MapFill.h>
+#include <tarnwick/gui/ReturnKey.h>
 
 #include <QToolButton>
 
@@ -34,6 +35,7 @@ QToolButton *MainToolBar::add(const QString &text, const QString &name, When whe
     button->setAccessibleName(text.trimmed());
     button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     button->setFocusPolicy(Qt::TabFocus);
+    tarnwick::pressWithReturn(button);
     addWidget(button);
     m_buttons.append({button, when, tip});
     return button;

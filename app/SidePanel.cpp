@@ -39,6 +39,8 @@ SidePanel::SidePanel(CommandActions &actions, QWidget *parent)
     , m_view(new LegendView(m_model))
 {
     setObjectName(u"sidePanel"_s);
+    // Part of a count would be another number.
+    m_status->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     auto *panels = new QHBoxLayout;
     panels->setSpacing(6);
     panels->addWidget(m_project, 1);

@@ -3,6 +3,7 @@
 #include "LineIcon.h"
 
 #include <brannock/gui/MapColours.h>
+#include <tarnwick/gui/ReturnKey.h>
 
 #include <QAbstractItemView>
 #include <QActionGroup>
@@ -31,8 +32,10 @@ ViewBar::ViewBar(CommandActions &actions, QWidget *parent)
     addView(actions);
     addDragModes();
     // Tool bars leave their buttons out of the order of Tab; nothing here may be for the mouse alone.
-    for (auto *button : findChildren<QToolButton *>())
+    for (auto *button : findChildren<QToolButton *>()) {
         button->setFocusPolicy(Qt::TabFocus);
+        tarnwick::pressWithReturn(button);
+    }
     makeFind();
 }
 

@@ -64,7 +64,7 @@ constexpr std::array kCommands{
     CommandInfo{UploadComponent, When::Project, u"Store the tubes and landmarks of the component in the database"},
     CommandInfo{ClearRecentDatabases, When::Project, u"Forget the databases that were connected"},
     CommandInfo{ClearRecentMaps, When::Project, u"Forget the maps that were opened"},
-    CommandInfo{IgnoreSection, When::Entries, u"Let the entry mark its rows and columns in every section"},
+    CommandInfo{IgnoreSection, When::Sections, u"Let the entry mark its rows and columns in every section"},
     CommandInfo{AdministrationTool, When::Project, u"Start the suite's administration tool"},
     CommandInfo{ComponentMaker, When::Project, u"Start the suite's component maker"},
     CommandInfo{ConvertReports, When::Later, u"Convert text reports of other systems into report files"},

@@ -118,6 +118,10 @@ struct MenuItem
     int command = -1;
 };
 
+/// The accelerator of an item of the menu bar, portable: that of its text, or one that the text does not name. Empty
+/// without one.
+QString menuKeys(const MenuItem &item);
+
 extern const std::span<const MenuItem> kMenuBar;
 extern const std::span<const MenuItem> kMapMenu;
 extern const std::span<const MenuItem> kLegendMenu;

@@ -13,6 +13,11 @@ bool LegendEditor::has(int entry) const
     return entry >= 0 && entry < m_host.legend().count();
 }
 
+QString LegendEditor::name(int entry) const
+{
+    return m_host.legend().entry(entry).label.trimmed();
+}
+
 void LegendEditor::finish()
 {
     m_host.redrawMap();
@@ -26,6 +31,7 @@ void LegendEditor::setShown(int entry, bool shown)
     m_host.undoCheckpoint(shown ? u"Show Entry"_s : u"Hide Entry"_s);
     m_host.legend().setShown(entry, shown);
     finish();
+    m_host.prompts().status(shown ? messages::kEntryShown : messages::kEntryHidden, name(entry));
 }
 
 void LegendEditor::setShown(const QList<bool> &shown, const QString &undoLabel)
@@ -42,11 +48,13 @@ void LegendEditor::showOnly(int entry)
     QList<bool> shown(m_host.legend().count(), false);
     shown[entry] = true;
     setShown(shown, u"Show Only One Entry"_s);
+    m_host.prompts().status(messages::kOnlyEntryShown, name(entry));
 }
 
 void LegendEditor::showAll()
 {
     setShown(QList<bool>(m_host.legend().count(), true), u"Show All Entries"_s);
+    m_host.prompts().status(messages::kAllEntriesShown);
 }
 
 void LegendEditor::swapShown()
@@ -55,6 +63,7 @@ void LegendEditor::swapShown()
     for (int i = 0; i < m_host.legend().count(); ++i)
         shown.append(!m_host.legend().entry(i).shown);
     setShown(shown, u"Swap Shown Entries"_s);
+    m_host.prompts().status(messages::kShownSwapped);
 }
 
 int LegendEditor::move(int from, int to)
@@ -67,6 +76,7 @@ int LegendEditor::move(int from, int to)
     m_host.undoCheckpoint(u"Move Entry"_s);
     m_host.legend().moveEntry(from, to);
     finish();
+    m_host.prompts().status(messages::kEntryMoved, name(to), to + 1, m_host.legend().count());
     return to;
 }
 
@@ -75,8 +85,10 @@ void LegendEditor::remove(int entry)
     if (!has(entry))
         return;
     m_host.undoCheckpoint(u"Delete Entry"_s);
+    const QString deleted = name(entry);
     m_host.legend().deleteEntry(entry);
     finish();
+    m_host.prompts().status(messages::kEntryDeleted, deleted);
 }
 
 void LegendEditor::removeAll()
@@ -85,8 +97,10 @@ void LegendEditor::removeAll()
         m_host.prompts().question(tarnwick::Buttons::YesNo, messages::kAskDeleteAllEntries) != tarnwick::Answer::Yes)
         return;
     m_host.undoCheckpoint(u"Delete All Entries"_s);
+    const int deleted = m_host.legend().count();
     m_host.legend().clear();
     finish();
+    m_host.prompts().status(messages::kEntriesDeleted, deleted);
 }
 
 void LegendEditor::setSymbol(int entry, char16_t symbol, quint32 colour)
@@ -97,6 +111,8 @@ void LegendEditor::setSymbol(int entry, char16_t symbol, quint32 colour)
     if (fill.symbol == symbol && fill.colour == colour)
         return;
     m_host.undoCheckpoint(u"Change Symbol"_s);
+    // Said first: that the symbol cannot be remembered must not be overwritten.
+    m_host.prompts().status(messages::kEntrySymbol, name(entry), QString(QChar(symbol)));
     m_host.legend().setSymbol(entry, symbol, colour, m_host);
     finish();
 }
@@ -110,9 +126,11 @@ void LegendEditor::rename(int entry, const QString &label)
     // Labels may begin with blanks, which editing must not count as a change.
     if (text.trimmed() == fill.label.trimmed())
         return;
+    const QString before = name(entry);
     m_host.undoCheckpoint(u"Rename Entry"_s);
     m_host.legend().setLabel(entry, text);
     finish();
+    m_host.prompts().status(messages::kEntryRenamed, before, name(entry));
 }
 
 void LegendEditor::setAllSections(int entry, bool allSections)
@@ -122,6 +140,7 @@ void LegendEditor::setAllSections(int entry, bool allSections)
     m_host.undoCheckpoint(u"Ignore Section"_s);
     m_host.legend().setAllSections(entry, allSections);
     finish();
+    m_host.prompts().status(allSections ? messages::kEntryAllSections : messages::kEntryOwnSections, name(entry));
 }
 
 } // namespace app

@@ -30,6 +30,7 @@ public:
 private:
     bool has(int entry) const;
     void setShown(const QList<bool> &shown, const QString &undoLabel);
+    QString name(int entry) const;
     void finish();
 
     plans::MapHost &m_host;

@@ -131,6 +131,17 @@ constexpr std::array kToolButtonItems{
     ToolButton{u"UPDATE", u"updateButton", When::Entries, u"Compute every entry of the legend anew, in order"},
 };
 
+/// Accelerators of items whose texts name none.
+struct CommandKeys
+{
+    int command;
+    const char16_t *keys;
+};
+constexpr std::array kCommandKeys{
+    CommandKeys{SelectAllTubes, u"Ctrl+A"},
+    CommandKeys{Exit, u"Ctrl+Q"},
+};
+
 struct FillButton
 {
     const char16_t *key;
@@ -187,7 +198,7 @@ constexpr std::array kExtraItems{
               u"Show the hidden entries and hide the shown ones"},
     ExtraInfo{Extra::EntryDelete, Scope::Legend, u"entryDelete", u"Delete", u"Del", When::Entries,
               u"Delete the current entry"},
-    ExtraInfo{Extra::Keys, Scope::Window, u"keys", u"Keys", u"F1", When::Always, u"List the keys of this window"},
+    ExtraInfo{Extra::Keys, Scope::Window, u"keys", u"&Keys", u"F1", When::Always, u"List the keys of this window"},
 };
 
 } // namespace
@@ -197,6 +208,16 @@ const std::span<const MenuItem> kMapMenu(kMapMenuItems);
 const std::span<const MenuItem> kLegendMenu(kLegendMenuItems);
 const std::span<const ToolButton> kToolButtons(kToolButtonItems);
 const std::span<const ExtraInfo> kExtras(kExtraItems);
+
+QString menuKeys(const MenuItem &item)
+{
+    if (item.kind != MenuItem::Item)
+        return {};
+    const auto found = std::find_if(kCommandKeys.begin(), kCommandKeys.end(),
+                                    [&item](const CommandKeys &keys) { return keys.command == item.command; });
+    return found == kCommandKeys.end() ? QString::fromUtf16(item.text).section(u'\t', 1)
+                                       : QString::fromUtf16(found->keys);
+}
 
 const char16_t *fillButtonTip(QStringView key)
 {

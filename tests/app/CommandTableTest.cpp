@@ -38,11 +38,6 @@ std::string outline(std::span<const MenuItem> items)
     return QString(text + u"not ended\n"_s).toStdString();
 }
 
-QString accelerator(const MenuItem &item)
-{
-    return item.text ? QString::fromUtf16(item.text).section(u'\t', 1) : QString();
-}
-
 } // namespace
 
 TEST(CommandTable, MenuBarIsTheOneUsersKnow)
@@ -193,7 +188,7 @@ TEST(CommandTable, KeysDoNotConflict)
         used.insert(sequence, by);
     };
     for (const MenuItem &item : kMenuBar) {
-        if (const QString keys = accelerator(item); !keys.isEmpty())
+        if (const QString keys = menuKeys(item); !keys.isEmpty())
             use(keys, QString::fromUtf16(item.text));
     }
     for (const ExtraInfo &extra : kExtras) {

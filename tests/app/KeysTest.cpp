@@ -1,0 +1,184 @@
+// What keys do in the main window: the full screen, menus, buttons, names.
+#include "WindowFixture.h"
+
+#include <app/HeaderDlg.h>
+#include <app/LegendView.h>
+#include <app/logic/KeyList.h>
+
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+namespace {
+
+class KeysTest : public WindowFixture
+{
+protected:
+    KeysTest()
+    {
+        EXPECT_TRUE(window.openProject(projectFolder()));
+        window.resize(1700, 800); // every button of the bars is seen
+        showActive();
+        settle();
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(window.focusWidget(), key, modifiers);
+        settle();
+    }
+    bool isFullScreen() { return window.windowState() & Qt::WindowFullScreen; }
+    static constexpr int kAfterReturn = 700; // ms
+};
+
+} // namespace
+
+TEST_F(KeysTest, EscGoesToTheFullScreenFromTheMapOnly)
+{
+    auto *legend = find<LegendView>(u"legend"_s);
+    legend->setFocus();
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(isFullScreen());
+    window.map().setFocus();
+    QTimer::singleShot(0, &window, [] {
+        QWidget *box = QApplication::activeModalWidget();
+        ASSERT_NE(box, nullptr);
+        QTest::keyClick(box, Qt::Key_Escape);
+    });
+    window.commands().extra(Extra::Keys)->trigger();
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(isFullScreen()) << "one Esc too many after a box";
+    QTest::qWait(kAfterReturn);
+
+    auto *menu = find<QMenu>(u"mapMenu"_s);
+    Q_EMIT window.map().contextMenuRequested(window.map().mapToGlobal(QPoint(10, 10)), -1);
+    EXPECT_TRUE(menu->isVisible());
+    QTest::keyClick(menu, Qt::Key_Escape);
+    EXPECT_FALSE(menu->isVisible());
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(isFullScreen()) << "one Esc too many after a menu";
+    window.activateWindow(); // which this platform does not do by itself after a menu
+    QTest::qWait(kAfterReturn);
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(isFullScreen());
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(isFullScreen());
+}
+
+TEST_F(KeysTest, MenusOpenOnTheFullScreenAndTheSidePanelComesBackAsWide)
+{
+    auto *splitter = find<QSplitter>(u"mainSplitter"_s);
+    const int before = splitter->sizes()[1] * 100 / splitter->width();
+    run(MapFullScreen);
+    EXPECT_EQ(window.menuBar()->height(), 0);
+    press(Qt::Key_V, Qt::AltModifier);
+    auto *view = find<QMenu>(u"menuView"_s);
+    EXPECT_TRUE(view->isVisible());
+    QTest::keyClick(view, Qt::Key_Escape);
+    view->hide();
+    run(MapFullScreen);
+    EXPECT_GT(window.menuBar()->height(), 0);
+    EXPECT_TRUE(find<QLineEdit>(u"findTube"_s)->isVisible());
+    EXPECT_NEAR(splitter->sizes()[1] * 100 / splitter->width(), before, 1);
+    // In another width the panel keeps its share.
+    window.resize(1300, 800);
+    settle();
+    EXPECT_NEAR(splitter->sizes()[1] * 100 / splitter->width(), before, 1);
+}
+
+TEST_F(KeysTest, ReturnPressesTheButtonWithTheFocus)
+{
+    auto *flip = qobject_cast<QToolButton *>(find<QToolBar>(u"viewBar"_s)->widgetForAction(command(FlipVertical)));
+    ASSERT_NE(flip, nullptr);
+    flip->setFocus();
+    press(Qt::Key_Return);
+    EXPECT_EQ(window.map().yOrientation(), -1);
+    addPattern(1);
+    auto *update = find<QToolButton>(u"updateButton"_s);
+    update->setFocus();
+    press(Qt::Key_Enter);
+    EXPECT_EQ(said.lastStatus(), u"Done updating map."_s);
+    auto *drag = find<QToolButton>(u"dragButton"_s);
+    drag->setFocus();
+    QTimer::singleShot(0, &window, [this] {
+        EXPECT_TRUE(find<QMenu>(u"dragModes"_s)->isVisible());
+        find<QMenu>(u"dragModes"_s)->close();
+    });
+    press(Qt::Key_Return);
+}
+
+TEST_F(KeysTest, UsualKeysSelectAllAndLeave)
+{
+    window.map().setFocus();
+    press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(window.steamGen().selectedCount(), window.steamGen().numTube());
+    EXPECT_EQ(command(Exit)->shortcut(), QKeySequence(u"Ctrl+Q"_s));
+}
+
+TEST_F(KeysTest, RenamingSelectsTheName)
+{
+    addPattern(1);
+    auto *legend = find<LegendView>(u"legend"_s);
+    legend->setCurrentEntry(0);
+    legend->setFocus();
+    press(Qt::Key_F2);
+    auto *editor = legend->viewport()->findChild<QLineEdit *>();
+    ASSERT_NE(editor, nullptr);
+    window.refreshAll(); // as what happens beside does
+    EXPECT_EQ(editor->selectedText(), window.legend().entry(0).label);
+}
+
+TEST_F(KeysTest, TheListOfKeysIsCompleteAndInTheHelpMenu)
+{
+    EXPECT_TRUE(find<QMenu>(u"menuHelp"_s)->actions().contains(window.commands().extra(Extra::Keys)));
+    QStringList listed;
+    for (const KeyGroup &group : keyList()) {
+        for (const KeyGroup::Line &line : group.lines)
+            listed += line.keys.split(u", "_s);
+    }
+    for (const QAction *action : window.findChildren<QAction *>()) {
+        for (const QKeySequence &keys : action->shortcuts()) {
+            EXPECT_TRUE(listed.contains(keys.toString(QKeySequence::PortableText)))
+                << qPrintable(action->text()) << qPrintable(keys.toString());
+        }
+    }
+    EXPECT_TRUE(keyListText().contains(u"\n\nLegend\n  F2 "_s)) << qPrintable(keyListText());
+}
+
+TEST_F(KeysTest, TheHeaderDialogHasAKeyForEveryPart)
+{
+    QTimer::singleShot(0, &window, [] {
+        auto *dialog = qobject_cast<HeaderDlg *>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        QSet<QChar> letters{u'f'}; // of its menu
+        const auto add = [&letters](const QString &text) {
+            const qsizetype mark = text.indexOf(u'&');
+            ASSERT_GE(mark, 0) << qPrintable(text);
+            const QChar letter = text[mark + 1].toLower();
+            EXPECT_FALSE(letters.contains(letter)) << qPrintable(text);
+            letters.insert(letter);
+        };
+        for (const auto *button : dialog->findChildren<QAbstractButton *>()) {
+            if (!button->text().isEmpty())
+                add(button->text());
+        }
+        for (const auto *label : dialog->findChildren<QLabel *>()) {
+            if (label->buddy())
+                add(label->text());
+        }
+        dialog->QDialog::done(0);
+    });
+    find<QToolButton>(u"headerButton"_s)->click();
+}
+
+} // namespace app
