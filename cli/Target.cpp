@@ -138,6 +138,9 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
     m_map.setProject(&m_project);
     m_context.prompt = &m_parameters;
     m_context.systemMacros = [this] { return systemMacros(); };
+    // Commands that take a project only work on its component.
+    if (const QString remark = m_project.tablesRemark(); takes == Takes::Project && !remark.isEmpty())
+        m_prompts.showInformation(remark);
     const bool hasOptions = tarnwick::loadOptions(m_options, m_context.roots, m_prompts);
     m_formatYear = hasOptions ? m_options.databaseFormat : m_project.databaseFormat;
     m_context.userMacros = m_options.userMacros;

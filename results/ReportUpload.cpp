@@ -10,6 +10,8 @@
 #include <db/ReportWriter.h>
 #include <db/SqlText.h>
 #include <db/TableGrowth.h>
+#include <fenwright/TableScanner.h>
+#include <QFileInfo>
 
 namespace results {
 
@@ -61,6 +63,8 @@ UploadSummary ReportUpload::upload(const Report &report)
     m_cal.reset();
     if (!db::checkConnected(*m_session) || !checkWritable() || !checkTubes(report) || !db::beginTrans(*m_session))
         return m_summary;
+    if (!report.isCounted)
+        m_session->prompts().showInformation(fenwright::uncountedRemark({QFileInfo(report.path).fileName()}));
     m_oneCal = isOneCal(report);
 
     Next outcome = Next::Stop;

@@ -52,6 +52,8 @@ QString projectInfoText(const brannock::Project &project, const DatabaseStatus &
         format(u"Database  : %S", databaseText(project, database)),
         QString(),
     };
+    if (const QString remark = project.tablesRemark(); !remark.isEmpty())
+        lines.insert(lines.size() - 1, u"Remark    : "_s + remark);
     for (const brannock::Project::Outage &outage : project.outages) {
         const QString mark = outage.name == project.outageName() ? u" (current)"_s : QString();
         lines.append(format(u"Outage    : %S  %{%m/%d/%Y}t%S", outage.name, outage.date, mark));

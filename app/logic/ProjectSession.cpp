@@ -131,6 +131,8 @@ bool ProjectSession::openProject(const QString &folder)
     change(m_system, [this] { m_system.addRecentProject(m_project->folder); });
     if (replaced)
         replaced();
+    if (const QString remark = m_project->tablesRemark(); !remark.isEmpty())
+        m_prompts.showStatus(remark);
     const std::unique_ptr<tarnwick::Progress> progress = newProgress(kConnectTitle);
     const db::ConnectContext context{m_project.get(), this, progress.get()};
     db::connectAtStart(m_database, recentFiles().databases, m_options.databaseFormat, context);

@@ -7,6 +7,7 @@
 #include <db/Errors.h>
 #include <db/FieldAccess.h>
 #include <db/SqlText.h>
+#include <fenwright/TableScanner.h>
 
 namespace db {
 
@@ -76,6 +77,14 @@ void upload(DatabaseSession &session, const ellery::SteamGen &steamGen, tarnwick
     transaction.commit();
 }
 
+bool ask(tarnwick::UserPrompts &prompts, const ellery::SteamGen &steamGen)
+{
+    QString text = QString::fromUtf16(messages::kAskUploadModel.text);
+    if (const QString remark = fenwright::uncountedRemark(steamGen.uncountedTables); !remark.isEmpty())
+        text += QStringLiteral("\n\n") + remark;
+    return prompts.ask(tarnwick::Buttons::YesNo, text, messages::kAskUploadModel.number) == tarnwick::Answer::Yes;
+}
+
 } // namespace
 
 bool uploadComponent(DatabaseSession &session, const ellery::SteamGen &steamGen, tarnwick::Progress *progress)
@@ -86,7 +95,7 @@ bool uploadComponent(DatabaseSession &session, const ellery::SteamGen &steamGen,
     try {
         if (!session.isUpdatable())
             throw dao::DaoException(dao::error::ReadOnly, u"DAO.Database"_s, dao::errorText(dao::error::ReadOnly));
-        if (prompts.question(tarnwick::Buttons::YesNo, messages::kAskUploadModel) != tarnwick::Answer::Yes)
+        if (!ask(prompts, steamGen))
             return false;
         upload(session, steamGen, progress);
         prompts.status(messages::kUploadedModel);

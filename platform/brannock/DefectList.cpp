@@ -97,7 +97,7 @@ DefectList DefectList::standard()
             if (standard.needs.contains(field.letter))
                 code.required.append(field.field);
         }
-        list.m_codes.append(code);
+        list.append(code);
     }
     return list;
 }
@@ -109,6 +109,7 @@ DefectList DefectList::read(const QString &machinePath)
     const int description = table.column(u"description");
     const int required = table.column(u"required");
     DefectList list;
+    list.m_isCounted = table.isCounted();
     while (table.next()) {
         table.requireCells();
         Code entry{table.text(code).trimmed(), table.text(description).trimmed(), requiredFields(table, required)};
@@ -116,16 +117,21 @@ DefectList DefectList::read(const QString &machinePath)
             table.fail(code, u"the cell is empty"_s);
         if (list.find(entry.code))
             table.fail(code, u"'%1' stands twice"_s.arg(entry.code));
-        list.m_codes.append(entry);
+        list.append(entry);
     }
     return list;
 }
 
+void DefectList::append(const Code &code)
+{
+    m_places.insert(code.code, m_codes.size());
+    m_codes.append(code);
+}
+
 const DefectList::Code *DefectList::find(QStringView code) const
 {
-    const auto found =
-        std::find_if(m_codes.begin(), m_codes.end(), [&](const Code &entry) { return entry.code == code; });
-    return found == m_codes.end() ? nullptr : &*found;
+    const auto found = m_places.constFind(code.toString());
+    return found == m_places.constEnd() ? nullptr : &m_codes[*found];
 }
 
 bool DefectList::isRequiredField(QStringView code, int field) const

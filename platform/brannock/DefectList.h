@@ -1,4 +1,5 @@
 #pragma once
+#include <QHash>
 #include <QList>
 #include <QString>
 
@@ -27,9 +28,15 @@ public:
     bool isRequiredField(QStringView code, int field) const;
     const Code *find(QStringView code) const;
     const QList<Code> &codes() const { return m_codes; }
+    /// False when the file it was read from does not state the number of its rows.
+    bool isCounted() const { return m_isCounted; }
 
 private:
+    void append(const Code &code);
+
     QList<Code> m_codes;
+    QHash<QString, qsizetype> m_places; ///< in the list, by code
+    bool m_isCounted = true;
 };
 
 } // namespace brannock

@@ -68,6 +68,7 @@ void History::load(const QString &machinePath)
 {
     TableScanner table = TableScanner::open(machinePath, {u"row"_s, u"col"_s, u"outage"_s, u"defect"_s});
     History read;
+    read.isCounted = table.isCounted();
     for (const SiteProperty &property : kSiteProperties)
         read.site.*property.member = table.property(property.name.toString());
     RowReader reader(table, fieldNames());

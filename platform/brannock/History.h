@@ -34,6 +34,8 @@ class History
 public:
     fenwright::SiteInfo site;
     QList<HistoryEntry> entries;
+    /// False when the file it was read from does not state the number of its rows.
+    bool isCounted = true;
 
     /// Throw tarnwick::FileError; a failed load leaves the history as before.
     void load(const QString &machinePath);

@@ -82,6 +82,7 @@ void InspPlan::loadPlan(const QString &machinePath)
     plan.createTime = createTimeOf(table);
     plan.order = orderOf(table);
     plan.entries = readEntries(table);
+    plan.isCounted = table.isCounted();
     *this = plan;
 }
 

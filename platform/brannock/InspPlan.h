@@ -35,6 +35,8 @@ public:
     tarnwick::JDateTime createTime;
     Order order = Order::Entry;
     QList<PlanEntry> entries;
+    /// False when the file it was read from does not state the number of its rows.
+    bool isCounted = true;
 
     /// Throw tarnwick::FileError; a failed load leaves the plan as before.
     void loadPlan(const QString &machinePath);

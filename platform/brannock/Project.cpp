@@ -3,8 +3,10 @@
 #include <ellery/ComponentFile.h>
 #include <fenwright/CellText.h>
 #include <fenwright/JsonSettings.h>
+#include <fenwright/TableScanner.h>
 #include <QDir>
 #include <QFileInfo>
+#include <QSet>
 #include <tarnwick/Error.h>
 
 using namespace Qt::StringLiterals;
@@ -38,13 +40,13 @@ void readSite(const JsonSettings &site, fenwright::SiteInfo &info)
 
 void readOutages(const JsonSettings &settings, Project &project)
 {
+    QSet<QString> names;
     for (const JsonSettings &entry : settings.list(u"outages"_s)) {
         Project::Outage outage;
         outage.name = entry.requiredText(u"name"_s);
-        for (const Project::Outage &other : std::as_const(project.outages)) {
-            if (other.name == outage.name)
-                entry.fail(u"name"_s, u"outage '%1' stands twice"_s.arg(outage.name));
-        }
+        if (names.contains(outage.name))
+            entry.fail(u"name"_s, u"outage '%1' stands twice"_s.arg(outage.name));
+        names.insert(outage.name);
         const QString date = entry.text(u"date"_s);
         const std::optional<JDateTime> parsed = fenwright::cellTime(date.toUtf8());
         if (!date.isEmpty() && !parsed)
@@ -53,8 +55,7 @@ void readOutages(const JsonSettings &settings, Project &project)
         project.outages.append(outage);
     }
     project.currentOutage = settings.text(u"current_outage"_s);
-    const auto isCurrent = [&](const Project::Outage &outage) { return outage.name == project.currentOutage; };
-    if (!project.currentOutage.isEmpty() && std::none_of(project.outages.begin(), project.outages.end(), isCurrent))
+    if (!project.currentOutage.isEmpty() && !names.contains(project.currentOutage))
         settings.fail(u"current_outage"_s, u"'%1' is not in the list of outages"_s.arg(project.currentOutage));
 }
 
@@ -156,6 +157,14 @@ void Project::makeFolders() const
 QString Project::outageName() const
 {
     return currentOutage.isEmpty() && !outages.isEmpty() ? outages.last().name : currentOutage;
+}
+
+QString Project::tablesRemark() const
+{
+    QStringList files = steamGen.uncountedTables;
+    if (!defects.isCounted())
+        files.append(u"defects.txt"_s);
+    return fenwright::uncountedRemark(files);
 }
 
 JDateTime Project::outageDate() const

@@ -46,6 +46,8 @@ public:
     ellery::SteamGen steamGen;
 
     QString outageName() const;
+    /// What is to be said of its tables: those that do not state the number of their rows. Empty when there is nothing.
+    QString tablesRemark() const;
     tarnwick::JDateTime outageDate() const;
     tarnwick::PathRoots roots() const;
     /// Machine path of a path of the suite.

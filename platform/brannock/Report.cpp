@@ -135,6 +135,7 @@ void Report::loadReport(const QString &machinePath)
     }
     entries.swap(read);
     path = machinePath;
+    isCounted = table.isCounted();
 }
 
 void Report::storeReport(const QString &machinePath, int mode) const

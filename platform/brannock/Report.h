@@ -70,6 +70,8 @@ public:
     QList<ReportEntry> entries;
     /// Where it was read from; empty for a new one.
     QString path;
+    /// False when the file it was read from does not state the number of its rows.
+    bool isCounted = true;
 
     int numEntry() const { return int(entries.size()); }
     void clear() { entries.clear(); }

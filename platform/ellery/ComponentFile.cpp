@@ -3,7 +3,7 @@
 #include <fenwright/JsonSettings.h>
 #include <fenwright/TableScanner.h>
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
 #include <tarnwick/FileWriter.h>
 
 using namespace Qt::StringLiterals;
@@ -55,9 +55,17 @@ void readSettings(const QString &path, SteamGen &gen)
     }
 }
 
-QList<Tube> readTubes(const QString &path)
+TableScanner openTable(const QString &path, const QStringList &requiredColumns, SteamGen &gen)
 {
-    TableScanner table = TableScanner::open(path, {u"row"_s, u"col"_s, u"x"_s, u"y"_s});
+    TableScanner table = TableScanner::open(path, requiredColumns);
+    if (!table.isCounted())
+        gen.uncountedTables.append(QFileInfo(path).fileName());
+    return table;
+}
+
+QList<Tube> readTubes(const QString &path, SteamGen &gen)
+{
+    TableScanner table = openTable(path, {u"row"_s, u"col"_s, u"x"_s, u"y"_s}, gen);
     const int sec = table.column(u"sec");
     const int row = table.column(u"row");
     const int col = table.column(u"col");
@@ -105,7 +113,7 @@ Axis axisOf(const TableScanner &table, int column)
 
 void readLabels(const QString &path, SteamGen &gen)
 {
-    TableScanner table = TableScanner::open(path, {u"axis"_s, u"number"_s, u"label"_s});
+    TableScanner table = openTable(path, {u"axis"_s, u"number"_s, u"label"_s}, gen);
     const int axisColumn = table.column(u"axis");
     const int numberColumn = table.column(u"number");
     const int labelColumn = table.column(u"label");
@@ -149,11 +157,17 @@ LandmarkSet &setOfNumber(const TableScanner &table, int column, SteamGen &gen)
 
 void readLandmarks(const QString &path, SteamGen &gen)
 {
-    TableScanner table = TableScanner::open(path, {u"type"_s, u"name"_s, u"pos"_s});
+    TableScanner table = openTable(path, {u"type"_s, u"name"_s, u"pos"_s}, gen);
     const int set = table.column(u"set");
     const int number = table.column(u"number");
     const int name = table.column(u"name");
     const int type = table.column(u"type");
+    const int leg = table.column(u"leg");
+    const int pos = table.column(u"pos");
+    const int angle = table.column(u"angle");
+    const int firstRow = table.column(u"first_row");
+    const int lastRow = table.column(u"last_row");
+    const int forward = table.column(u"forward");
     QHash<QString, int> lines;
     while (table.next()) {
         table.requireCells();
@@ -164,12 +178,12 @@ void readLandmarks(const QString &path, SteamGen &gen)
         landmark.name = table.text(name).trimmed();
         if (landmark.type.isEmpty() || landmark.name.isEmpty())
             table.fail(landmark.type.isEmpty() ? type : name, u"the cell is empty"_s);
-        landmark.leg = table.integer(table.column(u"leg"), -1, 2, 0);
-        landmark.pos = table.single(table.column(u"pos"));
-        landmark.angle = table.single(table.column(u"angle"), 0);
-        landmark.firstRow = table.integer(table.column(u"first_row"), 0, kMaxTubeNumber, 0);
-        landmark.lastRow = table.integer(table.column(u"last_row"), 0, kMaxTubeNumber, kMaxTubeNumber);
-        landmark.forward = table.flag(table.column(u"forward"), true);
+        landmark.leg = table.integer(leg, -1, 2, 0);
+        landmark.pos = table.single(pos);
+        landmark.angle = table.single(angle, 0);
+        landmark.firstRow = table.integer(firstRow, 0, kMaxTubeNumber, 0);
+        landmark.lastRow = table.integer(lastRow, 0, kMaxTubeNumber, kMaxTubeNumber);
+        landmark.forward = table.flag(forward, true);
         // The database tells landmarks of a set apart by name, case not counting.
         int &line = lines[u"%1 %2"_s.arg(owner.number).arg(landmark.name.toLower())];
         if (line != 0)
@@ -184,11 +198,13 @@ void readLandmarks(const QString &path, SteamGen &gen)
 
 void readMarks(const QString &path, SteamGen &gen)
 {
-    TableScanner table = TableScanner::open(path, {u"x"_s, u"y"_s});
+    TableScanner table = openTable(path, {u"x"_s, u"y"_s}, gen);
+    const int x = table.column(u"x");
+    const int y = table.column(u"y");
+    const int kind = table.column(u"kind");
     while (table.next()) {
         table.requireCells();
-        gen.stayRods.append(Mark{table.single(table.column(u"x")), table.single(table.column(u"y")),
-                                 table.integer(table.column(u"kind"), 0, kMaxTubeNumber, 0)});
+        gen.stayRods.append(Mark{table.single(x), table.single(y), table.integer(kind, 0, kMaxTubeNumber, 0)});
     }
 }
 
@@ -297,7 +313,7 @@ SteamGen readComponent(const QString &folder)
 {
     SteamGen gen;
     readSettings(fileIn(folder, u"component.json"), gen);
-    gen.setTubes(readTubes(fileIn(folder, u"tubes.txt")));
+    gen.setTubes(readTubes(fileIn(folder, u"tubes.txt"), gen));
     const std::pair<QStringView, void (*)(const QString &, SteamGen &)> optionalFiles[] = {
         {u"labels.txt", readLabels}, {u"landmarks.txt", readLandmarks}, {u"marks.txt", readMarks}};
     for (const auto &[name, read] : optionalFiles) {

@@ -28,6 +28,7 @@ public:
     float pitch = 1;         ///< distance of neighbouring tubes
     QList<LandmarkSet> landmarkSets;
     QList<Mark> stayRods;
+    QStringList uncountedTables; ///< files it was read from that do not state the number of their rows
     QString axisNames[4] = {QStringLiteral("ROW"), QStringLiteral("COL"), QStringLiteral("SEC"), QStringLiteral("LEG")};
     /// Labels by number; an empty label is a number that does not exist. No list: the number itself is the label, and
     /// legs are called OUTLET, INLET and UBEND.

@@ -14,6 +14,10 @@ namespace fenwright {
 
 namespace {
 
+constexpr int kVersion = 2;
+constexpr int kFirstCountedVersion = 2;
+constexpr QByteArrayView kRowsLead("!rows\t");
+
 QByteArray asUtf8(const QByteArray &content, const QString &name)
 {
     if (content.startsWith("\xEF\xBB\xBF"))
@@ -32,11 +36,13 @@ void checkUtf8(const QByteArray &content, const QString &name)
 {
     if (QUtf8StringView(content.constData(), content.size()).isValidUtf8())
         return;
-    int line = 0;
-    for (const QByteArray &part : content.split('\n')) {
-        ++line;
-        if (!QUtf8StringView(part.constData(), part.size()).isValidUtf8())
+    int line = 1;
+    QByteArrayView rest(content);
+    for (qsizetype end = rest.indexOf('\n'); end >= 0; end = rest.indexOf('\n')) {
+        if (!QUtf8StringView(rest.data(), end).isValidUtf8())
             break;
+        rest = rest.sliced(end + 1);
+        ++line;
     }
     throw FileError(name, line, u"The text is not UTF-8; save it as Unicode text."_s);
 }
@@ -49,7 +55,9 @@ TableScanner::TableScanner(const QByteArray &content, const QString &name, const
     , m_required(requiredColumns)
 {
     checkUtf8(m_content, name);
+    readEnd();
     readHeading();
+    readVersion();
 }
 
 TableScanner TableScanner::open(const QString &path, const QStringList &requiredColumns)
@@ -57,12 +65,32 @@ TableScanner TableScanner::open(const QString &path, const QStringList &required
     return TableScanner(tarnwick::readFile(path), path, requiredColumns);
 }
 
+void TableScanner::readEnd()
+{
+    const QByteArrayView text = QByteArrayView(m_content).trimmed();
+    if (text.isEmpty())
+        return;
+    if (!m_content.endsWith('\n'))
+        throw FileError(m_name, int(m_content.count('\n')) + 1,
+                        u"The last line has no line end, so the file may have been cut. If it is whole, add a "
+                        u"line end."_s);
+    m_end = m_content.size();
+    const qsizetype start = text.lastIndexOf('\n') + 1;
+    if (!text.sliced(start).startsWith(kRowsLead))
+        return;
+    const qsizetype offset = text.data() - m_content.constData() + start;
+    const std::optional<qint64> stated = cellInteger(text.sliced(start + kRowsLead.size()));
+    if (!stated || *stated < 0)
+        throw FileError(m_name, int(QByteArrayView(m_content).first(offset).count('\n')) + 1,
+                        u"The line that counts the rows holds no number."_s);
+    m_statedRows = *stated;
+    m_end = offset;
+}
+
 bool TableScanner::nextLine(QByteArrayView &line)
 {
-    while (m_offset < m_content.size()) {
-        qsizetype end = m_content.indexOf('\n', m_offset);
-        if (end < 0)
-            end = m_content.size();
+    while (m_offset < m_end) {
+        const qsizetype end = m_content.indexOf('\n', m_offset);
         line = QByteArrayView(m_content).sliced(m_offset, end - m_offset);
         m_offset = end + 1;
         ++m_line;
@@ -102,8 +130,11 @@ void TableScanner::readHeading()
         throw FileError(m_name, 0, u"The file has no heading line with column names."_s);
     for (const QByteArrayView cell : m_cells) {
         const QString name = cellText(cell).trimmed();
-        if (!name.isEmpty() && column(name) >= 0)
+        const QString key = name.toCaseFolded();
+        if (!name.isEmpty() && m_columnIndex.contains(key))
             throw FileError(m_name, m_line, u"The heading names column '%1' twice."_s.arg(name));
+        if (!m_columnIndex.contains(key))
+            m_columnIndex.insert(key, int(m_columns.size()));
         m_columns.append(name);
     }
     for (const QString &name : m_required) {
@@ -114,13 +145,25 @@ void TableScanner::readHeading()
     }
 }
 
+void TableScanner::readVersion()
+{
+    const QString text = property(u"version"_s);
+    const qint64 version = text.isEmpty() ? 1 : cellInteger(text.toUtf8()).value_or(0);
+    if (version < 1)
+        throw FileError(m_name, 0, u"Property 'version': '%1' is not a version."_s.arg(text));
+    if (version > kVersion)
+        throw FileError(
+            m_name, 0,
+            u"The file is of version %1; this program knows versions up to %2."_s.arg(version).arg(kVersion));
+    if (version >= kFirstCountedVersion && !isCounted())
+        throw FileError(m_name, 0,
+                        u"The file does not end with the line that counts its rows. It has been cut, or lines were "
+                        u"added behind that line."_s);
+}
+
 int TableScanner::column(QStringView name) const
 {
-    for (int i = 0; i < m_columns.size(); ++i) {
-        if (name.compare(m_columns[i], Qt::CaseInsensitive) == 0)
-            return i;
-    }
-    return -1;
+    return m_columnIndex.value(name.toString().toCaseFolded(), -1);
 }
 
 bool TableScanner::next()
@@ -128,8 +171,14 @@ bool TableScanner::next()
     QByteArrayView line;
     if (!nextLine(line)) {
         m_cells.clear();
+        if (isCounted() && m_rows != m_statedRows)
+            throw FileError(m_name, m_line + 1,
+                            u"The line counts %1 rows, but the file has %2. If rows were added or removed by hand, "
+                            u"correct the number."_s.arg(m_statedRows)
+                                .arg(m_rows));
         return false;
     }
+    ++m_rows;
     split(line);
     while (cellCount() > m_columns.size() && m_cells.back().trimmed().isEmpty())
         m_cells.pop_back();
@@ -218,6 +267,18 @@ void TableScanner::fail(const QString &reason) const
     throw FileError(m_name, m_line, reason);
 }
 
+QString uncountedRemark(const QStringList &files)
+{
+    if (files.isEmpty())
+        return {};
+    return files.join(u", "_s) + u": the number of rows is not stated, so missing rows cannot be noticed."_s;
+}
+
+TableWriter::TableWriter()
+{
+    property(u"version"_s, QString::number(kVersion));
+}
+
 void TableWriter::property(const QString &name, const QString &value)
 {
     m_bytes.append('!').append(name.toUtf8()).append('\t');
@@ -230,6 +291,7 @@ void TableWriter::heading(const QStringList &columns)
     for (const QString &name : columns)
         cell(name);
     endRow();
+    m_rows = 0;
 }
 
 void TableWriter::separate()
@@ -267,11 +329,17 @@ void TableWriter::endRow()
 {
     m_bytes.append('\n');
     m_inRow = false;
+    ++m_rows;
+}
+
+QByteArray TableWriter::bytes() const
+{
+    return m_bytes + kRowsLead + QByteArray::number(m_rows) + '\n';
 }
 
 void TableWriter::write(const QString &path) const
 {
-    tarnwick::writeFileAtomically(path, m_bytes);
+    tarnwick::writeFileAtomically(path, bytes());
 }
 
 } // namespace fenwright

@@ -14,6 +14,10 @@ namespace fenwright {
 /// the heading are properties of the whole file; the first other line is the heading with the column names, in any
 /// order, case not counting. Columns that nobody asks for are ignored.
 ///
+/// A file of version 2 (property "version") ends with the line "!rows<TAB>number", so that a file that was cut is told
+/// from a whole one. Files of version 1, such as tables made by hand, may have that line. In every file the last line
+/// has its line end.
+///
 /// Everything wrong is a tarnwick::FileError with file and line, and the column's name where there is one.
 class TableScanner
 {
@@ -27,10 +31,12 @@ public:
     int column(QStringView name) const; ///< -1 when it is not there
     /// Empty when the file has no such property.
     QString property(const QString &name) const { return m_properties.value(name.toLower()); }
-    QStringList propertyNames() const { return m_properties.keys(); }
+
+    /// Whether the file states the number of its rows. Where it does not, missing rows cannot be noticed.
+    bool isCounted() const { return m_statedRows >= 0; }
 
     /// Moves to the next row; false at the end. Throws for a row with more cells than the heading, unless they are
-    /// blank.
+    /// blank, and at the end when the number of rows is not the stated one.
     bool next();
     int line() const { return m_line; } ///< 1-based line of the row in the file
     qint64 bytesLeft() const { return m_content.size() - std::min(m_offset, m_content.size()); }
@@ -58,24 +64,34 @@ public:
 
 private:
     bool nextLine(QByteArrayView &line);
+    void readEnd();
     void readHeading();
+    void readVersion();
     void split(QByteArrayView line);
 
     QString m_name;
     QByteArray m_content;
     qsizetype m_offset = 0;
+    qsizetype m_end = 0; ///< of the rows
     int m_line = 0;
+    qint64 m_rows = 0;
+    qint64 m_statedRows = -1;
     QStringList m_columns;
+    QHash<QString, int> m_columnIndex; ///< by case-folded name
     QStringList m_required;
     int m_lastRequired = -1;
     QHash<QString, QString> m_properties;
     std::vector<QByteArrayView> m_cells;
 };
 
-/// Makes such a table text.
+/// What users are told about files that do not state the number of their rows; empty when there are none.
+QString uncountedRemark(const QStringList &files);
+
+/// Makes such a table text, of the newest version.
 class TableWriter
 {
 public:
+    TableWriter();
     /// Before the heading, so call it first.
     void property(const QString &name, const QString &value);
     void heading(const QStringList &columns);
@@ -84,12 +100,14 @@ public:
     void cell(double value);
     void cell(float value);
     void endRow();
-    const QByteArray &bytes() const { return m_bytes; }
+    /// The whole text, with the line that counts the rows.
+    QByteArray bytes() const;
     void write(const QString &path) const;
 
 private:
     void separate();
     QByteArray m_bytes;
+    qint64 m_rows = 0;
     bool m_inRow = false;
 };
 

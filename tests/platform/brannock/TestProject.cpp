@@ -3,6 +3,7 @@
 #include <ellery/ComponentFile.h>
 #include <gmock/gmock.h>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <tarnwick/FileWriter.h>
@@ -103,6 +104,27 @@ TEST_F(ProjectFolder, OwnDefectListReplacesTheStandardOne)
     EXPECT_FALSE(own.isRequiredField(u"DNT", DefectList::Volts));
     tarnwick::writeFileAtomically(dir.filePath(u"defects.txt"_s), "code\trequired\nGEO\tvolt\n");
     EXPECT_EQ(error(), u"defects.txt:2: Column 'required': 'volt' is not one of location, volts, phase, percent.");
+}
+
+TEST_F(ProjectFolder, LongListsOfOutagesAndCodesTakeNoTime)
+{
+    Project project = Project::load(dir.path());
+    QByteArray codes = "code\n";
+    for (int i = 0; i < 100'000; ++i) {
+        project.outages.append({u"X%1"_s.arg(i), JDateTime()});
+        codes += 'C' + QByteArray::number(i) + '\n';
+    }
+    project.store();
+    tarnwick::writeFileAtomically(dir.filePath(u"defects.txt"_s), codes);
+    QElapsedTimer timer;
+    timer.start();
+    const Project again = Project::load(dir.path());
+    EXPECT_EQ(again.outages.size(), 100'002);
+    EXPECT_TRUE(again.defects.find(u"C99999"));
+    EXPECT_EQ(again.tablesRemark(),
+              u"defects.txt: the number of rows is not stated, so missing rows cannot be noticed.");
+    // Comparing each with all others took minutes.
+    EXPECT_LT(timer.elapsed(), 20'000);
 }
 
 TEST(DefectList, StandardCodesNeedWhatTheTradeMeasures)

@@ -30,6 +30,14 @@ protected:
         }
         return u"no error"_s;
     }
+    template <typename Load>
+    void expectEveryCutRefused(Load load)
+    {
+        for (qsizetype size = tarnwick::readFile(path).size() - 1; size >= 0; --size) {
+            ASSERT_TRUE(QFile::resize(path, size));
+            EXPECT_NE(error(load), u"no error") << size;
+        }
+    }
     QTemporaryDir dir;
     QString path = dir.filePath(u"file"_s);
 };
@@ -109,6 +117,8 @@ TEST_F(ResultFiles, ReportComesBackWhole)
     EXPECT_TRUE(again[3].entryTime.isNull()) << "an entry without a value must not take it from the one before";
     EXPECT_TRUE(again[3].comment.isEmpty());
     EXPECT_FALSE(again[3].location.isValid());
+    EXPECT_TRUE(again.isCounted);
+    expectEveryCutRefused([&] { again.loadReport(path); });
 }
 
 TEST_F(ResultFiles, FailedReportLoadChangesNothing)
@@ -138,6 +148,7 @@ TEST_F(ResultFiles, FailedReportLoadChangesNothing)
     EXPECT_EQ(report[0].meas.volts, 1.5);
     EXPECT_EQ(report[0].leg, 1);
     EXPECT_EQ(report[0].entryTime, JDateTime::fromLocal(2020, 3, 4, 10));
+    EXPECT_FALSE(report.isCounted) << "files of the older version are read, and the user told";
 }
 
 TEST_F(ResultFiles, StoreInModeZeroKeepsAnExistingReport)
@@ -201,6 +212,7 @@ TEST_F(ResultFiles, HistoryComesBackWithItsSite)
     EXPECT_EQ(again.entries[0].to, e.to);
     EXPECT_EQ(again.entries[0].entryTime, e.entryTime);
     EXPECT_TRUE(again.entries[1].defect.isEmpty());
+    expectEveryCutRefused([&] { again.load(path); });
 
     put("row\tcol\toutage\n1\t1\tR10\n");
     EXPECT_THROW(again.load(path), FileError);
@@ -227,6 +239,7 @@ TEST_F(ResultFiles, PlanComesBackAndSortsStably)
     EXPECT_EQ(again.description, plan.description);
     EXPECT_EQ(again.createTime, plan.createTime);
     EXPECT_EQ(again.order, InspPlan::Order::Column);
+    expectEveryCutRefused([&] { again.loadPlan(path); });
 
     const auto numbers = [&](InspPlan::Order order) {
         again.sort(order);

@@ -44,6 +44,7 @@ TEST_F(ComponentFile, SpreadsheetMinimumIsEnough)
     EXPECT_FLOAT_EQ(gen[1].y, 1.5f);
     EXPECT_EQ(gen.modelName, u"SGA");
     EXPECT_FALSE(gen.hasSections());
+    EXPECT_EQ(gen.uncountedTables, QStringList{u"tubes.txt"_s});
 }
 
 TEST_F(ComponentFile, WhatIsWrittenComesBack)
@@ -95,6 +96,17 @@ TEST_F(ComponentFile, WhatIsWrittenComesBack)
     EXPECT_EQ(back.leg, -1);
     EXPECT_EQ(back.firstRow, 3);
     EXPECT_FALSE(back.forward);
+
+    EXPECT_TRUE(again.uncountedTables.isEmpty());
+
+    for (const QString &name : {u"tubes.txt"_s, u"labels.txt"_s, u"landmarks.txt"_s, u"marks.txt"_s}) {
+        const QByteArray whole = tarnwick::readFile(dir.filePath(name));
+        for (qsizetype size = whole.size() - 1; size >= 0; --size) {
+            ASSERT_TRUE(QFile::resize(dir.filePath(name), size));
+            EXPECT_TRUE(error().startsWith(name)) << qPrintable(name) << " cut at " << size;
+        }
+        put(name, whole);
+    }
 
     gen.stayRods.clear();
     ellery::writeComponent(gen, dir.path());

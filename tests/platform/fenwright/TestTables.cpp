@@ -4,6 +4,7 @@
 #include <fenwright/JsonSettings.h>
 #include <fenwright/TableScanner.h>
 #include <gmock/gmock.h>
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <tarnwick/FileWriter.h>
 
@@ -40,8 +41,8 @@ TEST(JFileTable, ReadsWhatSpreadsheetsWrite)
     EXPECT_EQ(table.integer(1, table.column(u"missing"), 0, 9, 5), 5);
 
     const QByteArray wide = QByteArray("\xFF\xFE", 2) + QByteArray("r\0o\0w\0\n\0"
-                                                                   "5\0",
-                                                                   10);
+                                                                   "5\0\n\0",
+                                                                   12);
     EXPECT_EQ(JFileTable::parse(wide, u"t.txt"_s, {u"row"_s}).text(0, 0), u"5");
 }
 
@@ -71,6 +72,61 @@ TEST(JFileTable, SaysWhatIsWrongAndWhere)
     EXPECT_EQ(readError("row\tcol\n1\n", {u"row"_s}, 2),
               u"2: The line has 1 columns where at least 2 are needed (column 'col' is missing).");
     EXPECT_EQ(readError("row\n1\nG\xF6\n"), u"3: The text is not UTF-8; save it as Unicode text.");
+}
+
+TEST(TableScanner, AFileOfThePresentVersionIsReadWholeOrNotAtAll)
+{
+    fenwright::TableWriter writer;
+    writer.property(u"name"_s, u"Plan A"_s);
+    writer.heading({u"row"_s, u"note"_s});
+    for (int row = 1; row <= 12; ++row) {
+        writer.cell(row);
+        writer.cell(u"größer"_s);
+        writer.endRow();
+    }
+    const QByteArray whole = writer.bytes();
+    ASSERT_TRUE(whole.endsWith("\n!rows\t12\n"));
+    // A spreadsheet may write it as UTF-16, with line ends of its own.
+    const QString text = QString::fromUtf8(whole).replace(u'\n', u"\r\n"_s);
+    const QByteArray wide = "\xFF\xFE" + QByteArray(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
+    for (const QByteArray &file : {whole, wide}) {
+        EXPECT_TRUE(TableScanner(file, u"t.txt"_s, {}).isCounted());
+        EXPECT_EQ(JFileTable::parse(file, u"t.txt"_s, {}).rowCount(), 12);
+        for (qsizetype size = 0; size < file.size(); ++size)
+            EXPECT_NE(readError(file.first(size)), u"no error") << size;
+    }
+    const auto changed = [&](const QByteArray &before, const QByteArray &after) {
+        return readError(QByteArray(whole).replace(before, after));
+    };
+    EXPECT_EQ(changed("\n3\t", "\n\n# 3\t"), u"17: The line counts 12 rows, but the file has 11. If rows were added or "
+                                             u"removed by hand, correct the number.");
+    EXPECT_EQ(changed("!rows\t12", "!rows\tmany"), u"16: The line that counts the rows holds no number.");
+    EXPECT_EQ(changed("!rows\t12\n", "!rows\t12\n13\tx\n"),
+              u"0: The file does not end with the line that counts its rows. It has been cut, or lines were added "
+              u"behind that line.");
+    EXPECT_EQ(changed("version\t2", "version\t3"),
+              u"0: The file is of version 3; this program knows versions up to 2.");
+    EXPECT_EQ(changed("version\t2", "version\tB"), u"0: Property 'version': 'B' is not a version.");
+    EXPECT_EQ(changed("!rows\t12\n", "!rows\t12\t\n \n"), u"no error");
+
+    // A table made by hand may lack the line, which can be asked for, but not the end of its last line.
+    EXPECT_FALSE(TableScanner("row\n1\n", u"t.txt"_s, {}).isCounted());
+    EXPECT_EQ(readError("row\n1\n!rows\t2\n").left(3), u"3: ");
+    EXPECT_EQ(readError("row\n1\n2"), u"3: The last line has no line end, so the file may have been cut. If it is "
+                                      u"whole, add a line end.");
+}
+
+TEST(TableScanner, AHundredThousandColumnsTakeNoTime)
+{
+    QByteArray heading = "row";
+    for (int i = 0; i < 100'000; ++i)
+        heading += "\tc" + QByteArray::number(i);
+    QElapsedTimer timer;
+    timer.start();
+    const TableScanner table(heading + '\n', u"t.txt"_s, {u"row"_s});
+    EXPECT_EQ(table.column(u"C99999"), 100'000);
+    // Comparing each name with all others took minutes.
+    EXPECT_LT(timer.elapsed(), 5'000);
 }
 
 TEST(TableScanner, NumbersAreChecked)
