@@ -129,6 +129,8 @@ JetError ReaderProcess::endedEarly() const
             return failure(u"it used up its processor time"_s);
         return failure(u"it was ended by signal "_s + QString::number(signal));
     }
+    if (m_process.exitCode() == wire::kNotConfined)
+        return failure(u"the system does not allow it to give up its rights"_s);
     return failure(u"its stream broke off, exit code "_s + QString::number(m_process.exitCode()));
 }
 

@@ -1,6 +1,8 @@
 #include "FileExport.h"
-#include "Limits.h"
 #include "MdbPages.h"
+
+#include <jet/confine/Confinement.h>
+#include <jet/confine/Limits.h>
 
 #include <cstdio>
 #include <cstring>
@@ -52,6 +54,8 @@ int main(int argc, char **argv)
         return kUsage;
     }
     const QString path = QFile::decodeName(argv[argc - 1]);
-    jet::reader::setLimits(QFileInfo(path).size());
+    jet::confine::setLimits(QFileInfo(path).size());
+    if (!jet::confine::confine())
+        return jet::wire::kNotConfined;
     return exportFile(path, schemaOnly);
 }

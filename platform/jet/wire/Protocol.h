@@ -25,6 +25,8 @@ enum class Frame : std::uint8_t {
 /// First number of the File frame: a child of another build is recognised before anything of it is believed.
 constexpr std::uint32_t kMagic = 0x4A455431;
 constexpr std::size_t kFrameHeader = 5;
+/// Exit code of a child that could not take from itself what a reader of foreign files must not have.
+constexpr int kNotConfined = 4;
 /// Rows are gathered into frames of about this size; one row with long values may exceed it.
 constexpr std::size_t kRowsFrame = 64 * 1024;
 
