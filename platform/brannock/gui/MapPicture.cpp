@@ -17,6 +17,9 @@ namespace {
 constexpr double kLegendPoints = 9;
 constexpr double kLeastLegendPoints = 5.5;
 constexpr double kLeastShare = 0.5;
+/// More than the title's share of a large sheet holds in the smallest letters. Each size that is tried breaks the whole
+/// text into lines, which takes a minute for texts of megabytes.
+constexpr qsizetype kMostTitleText = 20'000;
 /// Of the page's height: what the title may take before its letters become smaller.
 constexpr double kTitleShare = 0.3;
 constexpr double kLeastTitleScale = 0.3;
@@ -240,6 +243,17 @@ QRectF MapPicture::placeAround(Layout &layout, const QRectF &page, double dpi) c
     placeTitle(layout, body, dpi);
     placeFooter(layout, body, dpi);
     return body;
+}
+
+MapPicture::MapPicture(const MapScene &scene, const PictureContent &content)
+    : m_scene(scene)
+    , m_content(content)
+{
+    for (QString *text : {&m_content.title, &m_content.subtitle, &m_content.signatures}) {
+        *text = text->trimmed();
+        if (text->size() > kMostTitleText)
+            *text = text->first(kMostTitleText) + u" ...";
+    }
 }
 
 MapPicture::Layout MapPicture::layout(const QRectF &page, double dpi) const

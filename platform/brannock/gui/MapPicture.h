@@ -61,11 +61,8 @@ public:
         double titleScale = 1; ///< less than 1: the title's letters had to become smaller to fit
     };
 
-    MapPicture(const MapScene &scene, const PictureContent &content)
-        : m_scene(scene)
-        , m_content(content)
-    {
-    }
+    /// Titles and signatures longer than any page has room for end in "...".
+    MapPicture(const MapScene &scene, const PictureContent &content);
 
     /// dpi: painter's units per inch
     Layout layout(const QRectF &page, double dpi) const;

@@ -51,6 +51,35 @@ QByteArray pdf(const MapPicture &picture, const QSizeF &inches, const QString &t
     return bytes;
 }
 
+// The library writes the names of fonts into attributes as they are, and a header's fonts come out of a file.
+QFont plainFont(QFont font)
+{
+    QStringList families = font.families();
+    for (QString &family : families)
+        family.removeIf([](QChar c) { return c.category() == QChar::Other_Control || u"<>&\"'"_s.contains(c); });
+    font.setFamilies(families);
+    return font;
+}
+
+PictureContent withPlainFonts(PictureContent content)
+{
+    for (QFont *font : {&content.titleFont, &content.subtitleFont, &content.footerFont})
+        *font = plainFont(*font);
+    return content;
+}
+
+/// Without the characters that XML has no way to write, such as control characters: one of them, and no program opens
+/// the file.
+QByteArray validXml(const QByteArray &utf8)
+{
+    QString text = QString::fromUtf8(utf8);
+    text.removeIf([](QChar c) {
+        const bool isSpace = c == u'\t' || c == u'\n' || c == u'\r';
+        return (c < u' ' && !isSpace) || c == u'\uFFFE' || c == u'\uFFFF';
+    });
+    return text.toUtf8();
+}
+
 QByteArray svg(const MapPicture &picture, const QSizeF &inches, const QString &title)
 {
     QByteArray bytes;
@@ -62,14 +91,14 @@ QByteArray svg(const MapPicture &picture, const QSizeF &inches, const QString &t
     const QRectF page = pageRect(inches, kSvgDpi);
     generator.setSize(page.size().toSize());
     generator.setViewBox(page);
-    generator.setTitle(title);
+    generator.setTitle(title.toHtmlEscaped()); // which the library writes as it is
     QPainter painter;
     if (painter.begin(&generator)) {
         painter.fillRect(page, Qt::white);
         picture.paint(painter, page, kSvgDpi);
         painter.end();
     }
-    return bytes;
+    return validXml(bytes);
 }
 
 QByteArray emf(const MapPicture &picture, const QSizeF &inches, const QString &title)
@@ -114,7 +143,7 @@ void MapPicture::save(const QString &path, const QSizeF &inches, int dpi) const
     } else if (ending == u"pdf") {
         bytes = pdf(*this, inches, title);
     } else if (ending == u"svg") {
-        bytes = svg(*this, inches, title);
+        bytes = svg(MapPicture(m_scene, withPlainFonts(m_content)), inches, title);
     } else if (ending == u"png" || ending == u"bmp" || ending == u"jpg") {
         const QImage image = toImage(inches, dpi);
         if (image.isNull())

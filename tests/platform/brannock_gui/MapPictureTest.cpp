@@ -3,11 +3,13 @@
 #include <brannock/gui/MapPicture.h>
 #include <gmock/gmock.h>
 #include <QBuffer>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QImageReader>
 #include <QPainter>
 #include <QSvgGenerator>
 #include <QTemporaryDir>
+#include <QXmlStreamReader>
 #include <tarnwick/Error.h>
 #include <tarnwick/FileWriter.h>
 
@@ -131,6 +133,17 @@ TEST(MapPicture, titleSubtitleAndSignaturesFindTheirPlaces)
     EXPECT_EQ(MapPicture(scene, what).layout(page, 100).subtitle, MapPicture(scene, what).layout(page, 100).title);
 }
 
+TEST(MapPicture, aTitleOfMegabytesIsCutWhereNoPageHasRoom)
+{
+    PictureContent what = content(1);
+    what.title = u"line of text\n"_s.repeated(500'000);
+    what.subtitle = what.signatures = u"word "_s.repeated(1'000'000);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_FALSE(MapPicture(MapScene(sample::block(4, 4)), what).toImage(QSizeF(11, 8.5), 96).isNull());
+    EXPECT_LT(timer.elapsed(), 20'000);
+}
+
 TEST(MapPicture, aLegendThatFindsNoRoomGoesOnOnFurtherPages)
 {
     const MapScene scene(sample::block(4, 4));
@@ -189,6 +202,25 @@ TEST(MapPicture, writesEveryFormAndLeavesOldFilesOnFailure)
         << pdf.mid(pdf.indexOf("/MediaBox"), 60).constData();
     const QByteArray svg = bytes(u"d.svg"_s);
     EXPECT_TRUE(svg.contains("DESCRIPTION") && svg.contains("<circle"));
+
+    // Texts of a foreign map do not become markup, and the file stays one that programs open.
+    PictureContent foreign = content(2);
+    foreign.title = u"</title><script>a & b\x1b[31m\uFFFF"_s;
+    foreign.titleFont = QFont(u"F\" onload=\"x"_s);
+    foreign.legend[0].description = u"<script>\x01 & \"q\""_s;
+    MapPicture(MapScene(sample::block(4, 4)), foreign).save(folder.filePath(u"f.svg"_s));
+    QXmlStreamReader xml(tarnwick::readFile(folder.filePath(u"f.svg"_s)));
+    QStringList texts;
+    while (!xml.atEnd()) {
+        xml.readNext();
+        EXPECT_NE(xml.name(), u"script");
+        EXPECT_FALSE(xml.attributes().hasAttribute("onload"_L1));
+        if (xml.isCharacters())
+            texts.append(xml.text().toString());
+    }
+    EXPECT_FALSE(xml.hasError()) << qPrintable(xml.errorString());
+    EXPECT_TRUE(texts.contains(u"</title><script>a & b[31m"_s));
+    EXPECT_TRUE(texts.join(u'\n').contains(u"<script>"_s));
 
     EXPECT_THROW(picture.save(folder.filePath(u"e.gif"_s)), tarnwick::FileError);
     EXPECT_THROW(picture.save(folder.filePath(u"a.png"_s), QSizeF(9000, 9000), 600), PictureError);
