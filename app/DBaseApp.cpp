@@ -8,6 +8,7 @@
 #include <app/logic/StartUp.h>
 
 #include <tarnwick/gui/StateKeeper.h>
+#include <tarnwick/TerminalText.h>
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -39,7 +40,7 @@ bool parseSize(const QString &text, QSize &size)
 
 void say(const QString &text)
 {
-    fprintf(stderr, "%s\n", qUtf8Printable(text));
+    fprintf(stderr, "%s\n", qUtf8Printable(tarnwick::terminalText(text)));
 }
 
 QtMessageHandler usualHandler = nullptr;

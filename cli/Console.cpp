@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QRegularExpression>
 #include <tarnwick/Error.h>
+#include <tarnwick/TerminalText.h>
 #include <unistd.h>
 
 namespace cli {
@@ -13,6 +14,8 @@ using tarnwick::Answer;
 using tarnwick::Buttons;
 
 namespace {
+
+const QByteArray kClearLine = QByteArrayLiteral("\r\033[K");
 
 volatile std::sig_atomic_t interrupted = 0;
 
@@ -44,20 +47,28 @@ void onInterrupt(int)
 
 } // namespace
 
-void print(QStringView text)
+static void write(const QByteArray &bytes, std::FILE *stream)
 {
-    printBytes(text.toUtf8());
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream);
 }
 
-void printBytes(const QByteArray &bytes)
+void print(QStringView text)
 {
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    write(tarnwick::terminalText(text).toUtf8(), stdout);
+}
+
+void printData(const QByteArray &bytes)
+{
+    static const bool isTerminal = isatty(STDOUT_FILENO);
+    if (isTerminal)
+        print(QString::fromUtf8(bytes));
+    else
+        write(bytes, stdout);
 }
 
 void printError(QStringView text)
 {
-    const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
+    write(tarnwick::terminalText(text).toUtf8(), stderr);
 }
 
 void flushOutput()
@@ -154,7 +165,7 @@ ConsoleProgress::~ConsoleProgress()
 {
     std::signal(SIGINT, SIG_DFL);
     if (m_shown)
-        printError(u"\r\033[K");
+        write(kClearLine, stderr);
 }
 
 void ConsoleProgress::report(qint64 done, qint64 total, const QString &what)
@@ -162,8 +173,8 @@ void ConsoleProgress::report(qint64 done, qint64 total, const QString &what)
     if (!m_shows)
         return;
     m_shown = true;
-    printError(total > 0 ? u"\r\033[K%1 %2 of %3"_s.arg(what).arg(done).arg(total)
-                         : u"\r\033[K%1 %2"_s.arg(what).arg(done));
+    write(kClearLine, stderr);
+    printError(total > 0 ? u"%1 %2 of %3"_s.arg(what).arg(done).arg(total) : u"%1 %2"_s.arg(what).arg(done));
 }
 
 bool ConsoleProgress::cancelled()

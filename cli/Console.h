@@ -9,13 +9,19 @@
 
 namespace cli {
 
-/// UTF-8 to the standard streams. A closed or full output is an error, never silence.
+/// UTF-8 to the standard streams, for people: control characters become visible signs (tarnwick::terminalText). A
+/// closed or full output is an error, never silence.
 void print(QStringView text);
 inline void print(const QString &text)
 {
     print(QStringView(text));
 }
-void printBytes(const QByteArray &bytes);
+/// UTF-8 for other programs: as it is, unless the output is a terminal.
+void printData(const QByteArray &bytes);
+inline void printData(const QString &text)
+{
+    printData(text.toUtf8());
+}
 void printError(QStringView text);
 inline void printError(const QString &text)
 {

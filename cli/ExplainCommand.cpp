@@ -117,7 +117,7 @@ int runExplain(const Arguments &arguments)
     try {
         const dao::Explanation explanation = dao::explain(target.session().database(), sql);
         if (format == "json"_L1)
-            printBytes(QJsonDocument(json(explanation)).toJson());
+            printData(QJsonDocument(json(explanation)).toJson());
         else
             writeText(explanation);
         return Done;

@@ -230,7 +230,7 @@ int runSchema(const Arguments &arguments)
         return Failed;
     }
     if (format == "json"_L1)
-        printBytes(QJsonDocument(json(database, contents)).toJson());
+        printData(QJsonDocument(json(database, contents)).toJson());
     else
         TextListing().write(database, contents);
     return Done;

@@ -72,7 +72,7 @@ public:
         QStringList titles;
         for (int i = 0; i < rows.fieldCount(); ++i)
             titles.append(quoted(rows.field(i).name));
-        print(titles.join(u',') + u"\r\n"_s);
+        printData(titles.join(u',') + u"\r\n"_s);
     }
 
     void row(const dao::Recordset &rows) override
@@ -83,11 +83,11 @@ public:
                 line += u',';
             line += quoted(plainText(rows.value(i)));
         }
-        print(line + u"\r\n"_s);
+        printData(line + u"\r\n"_s);
     }
 
     void end() override {}
-    void affected(int count) override { print(u"affected\r\n%1\r\n"_s.arg(count)); }
+    void affected(int count) override { printData(u"affected\r\n%1\r\n"_s.arg(count)); }
 
 private:
     static QString quoted(QString cell)
@@ -110,7 +110,7 @@ public:
             text += (i > 0 ? u",{\"name\":"_s : u"{\"name\":"_s) + string(field.name) + u",\"type\":"_s +
                     string(db::daoTypeName(field.type)) + u'}';
         }
-        print(text + u"],\"rows\":["_s);
+        printData(text + u"],\"rows\":["_s);
         m_first = true;
     }
 
@@ -123,11 +123,11 @@ public:
                 text += u',';
             text += json(rows.value(i));
         }
-        print(text + u']');
+        printData(text + u']');
     }
 
-    void end() override { print(u"]}\n"); }
-    void affected(int count) override { print(u"{\"affected\":%1}\n"_s.arg(count)); }
+    void end() override { printData(u"]}\n"_s); }
+    void affected(int count) override { printData(u"{\"affected\":%1}\n"_s.arg(count)); }
 
 private:
     static QString string(const QString &text)

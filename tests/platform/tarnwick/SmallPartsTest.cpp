@@ -3,6 +3,7 @@
 #include <tarnwick/Progress.h>
 #include <tarnwick/Prompts.h>
 #include <tarnwick/StringToValue.h>
+#include <tarnwick/TerminalText.h>
 
 #include <gtest/gtest.h>
 
@@ -55,6 +56,12 @@ public:
 };
 
 } // namespace
+
+TEST(TerminalText, ShowsControlCharactersAndKeepsLines)
+{
+    EXPECT_EQ(terminalText(u"Größe\tx\ny\r\n"), u"Größe\tx\ny\r\n"_s);
+    EXPECT_EQ(terminalText(u"a\x1b[2J\rb\a\x7f\u009b1m"), u"a\u241b[2J\u240db\u2407\u2421\ufffd1m"_s);
+}
 
 TEST(RecordingPrompts, keepsWhatWasSaidAndAnswersFromItsScript)
 {
