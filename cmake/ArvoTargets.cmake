@@ -19,6 +19,19 @@ if(ARVO_FUZZ)
   target_compile_options(arvo_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# Programs that read foreign files are built so that a fault in them is hard to use: addresses differ at each start,
+# tables of the linker are read-only, overwritten stacks and overlong copies end the program. What costs time of the
+# compiler and nothing else is left to optimised builds, which are those that are delivered; the checks of copies need
+# the optimiser anyway. tests/cli/HardeningTest.cpp looks at the programs.
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fcf-protection ARVO_HAS_CF_PROTECTION)
+set(hardening -fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+if(ARVO_HAS_CF_PROTECTION)
+  list(APPEND hardening -fcf-protection)
+endif()
+target_compile_options(arvo_flags INTERFACE "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:${hardening}>")
+target_link_options(arvo_flags INTERFACE -pie -Wl,-z,relro,-z,now,-z,noexecstack)
+
 find_program(CCACHE ccache)
 if(CCACHE)
   # Without these a clone in another folder, or a precompiled header, would miss every time.
