@@ -61,6 +61,9 @@ QStringView TextSource::line(int index) const
 
 void TextSource::addLine(qsizetype start, qsizetype end)
 {
+    if (m_lines.size() == kMostLines)
+        throw tarnwick::FileError(m_path, 0,
+                                  u"has more than %1 lines, which is too many for a report."_s.arg(kMostLines));
     while (end > start && m_text[end - 1] == u'\r')
         --end;
     m_lines.append({start, end - start});

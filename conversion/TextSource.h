@@ -12,8 +12,12 @@ namespace conversion {
 class TextSource
 {
 public:
+    /// Texts with more lines are refused: each line becomes an entry of a report, with all of its fields.
+    static constexpr int kMostLines = 1'000'000;
+
     TextSource() = default;
-    /// Reads the file. Throws tarnwick::FileError; also for one that is no text (it holds zero bytes).
+    /// Reads the file. Throws tarnwick::FileError; also for one that is no text (it holds zero bytes) or has too many
+    /// lines.
     explicit TextSource(const QString &machinePath);
     TextSource(const QString &name, const QByteArray &content);
 

@@ -109,6 +109,13 @@ TEST(TextSource, takesLinesOfEverySystem)
     EXPECT_EQ(linesOf(""), QStringList());
 }
 
+TEST(TextSource, refusesMoreLinesThanAReportMayHave)
+{
+    const QByteArray most = "x\n" + QByteArray(TextSource::kMostLines - 1, '\n');
+    EXPECT_EQ(TextSource(u"a.txt"_s, most).lineCount(), TextSource::kMostLines);
+    EXPECT_THROW(TextSource(u"a.txt"_s, most + "x"), tarnwick::FileError);
+}
+
 TEST(TextSource, readsUtf8ElseCodePage1252)
 {
     EXPECT_EQ(linesOf("\xEF\xBB\xBFn\xC3\xA4h\xE2\x82\xAC"), QStringList{u"näh€"_s});
