@@ -1,9 +1,9 @@
 #include <brannock/Project.h>
 #include <brannock/SystemOption.h>
+#include <ctime>
 #include <ellery/ComponentFile.h>
 #include <gmock/gmock.h>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <tarnwick/FileWriter.h>
@@ -116,15 +116,14 @@ TEST_F(ProjectFolder, LongListsOfOutagesAndCodesTakeNoTime)
     }
     project.store();
     tarnwick::writeFileAtomically(dir.filePath(u"defects.txt"_s), codes);
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock();
     const Project again = Project::load(dir.path());
     EXPECT_EQ(again.outages.size(), 100'002);
     EXPECT_TRUE(again.defects.find(u"C99999"));
     EXPECT_EQ(again.tablesRemark(),
               u"defects.txt: the number of rows is not stated, so missing rows cannot be noticed.");
     // Comparing each with all others took minutes.
-    EXPECT_LT(timer.elapsed(), 20'000);
+    EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
 }
 
 TEST(DefectList, StandardCodesNeedWhatTheTradeMeasures)

@@ -1,9 +1,9 @@
 #include "SampleSteamGen.h"
 
 #include <brannock/gui/MapPicture.h>
+#include <ctime>
 #include <gmock/gmock.h>
 #include <QBuffer>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QImageReader>
 #include <QPainter>
@@ -138,10 +138,9 @@ TEST(MapPicture, aTitleOfMegabytesIsCutWhereNoPageHasRoom)
     PictureContent what = content(1);
     what.title = u"line of text\n"_s.repeated(500'000);
     what.subtitle = what.signatures = u"word "_s.repeated(1'000'000);
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock();
     EXPECT_FALSE(MapPicture(MapScene(sample::block(4, 4)), what).toImage(QSizeF(11, 8.5), 96).isNull());
-    EXPECT_LT(timer.elapsed(), 20'000);
+    EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
 }
 
 TEST(MapPicture, aLegendThatFindsNoRoomGoesOnOnFurtherPages)

@@ -1,10 +1,10 @@
+#include <ctime>
 #include <fenwright/CellText.h>
 #include <fenwright/Infos.h>
 #include <fenwright/JFileTable.h>
 #include <fenwright/JsonSettings.h>
 #include <fenwright/TableScanner.h>
 #include <gmock/gmock.h>
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <tarnwick/FileWriter.h>
 
@@ -121,12 +121,11 @@ TEST(TableScanner, AHundredThousandColumnsTakeNoTime)
     QByteArray heading = "row";
     for (int i = 0; i < 100'000; ++i)
         heading += "\tc" + QByteArray::number(i);
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock();
     const TableScanner table(heading + '\n', u"t.txt"_s, {u"row"_s});
     EXPECT_EQ(table.column(u"C99999"), 100'000);
     // Comparing each name with all others took minutes.
-    EXPECT_LT(timer.elapsed(), 5'000);
+    EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
 }
 
 TEST(TableScanner, NumbersAreChecked)
