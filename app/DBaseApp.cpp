@@ -7,11 +7,14 @@
 #include <app/logic/Messages.h>
 #include <app/logic/StartUp.h>
 
+#include <tarnwick/FileWriter.h>
 #include <tarnwick/gui/StateKeeper.h>
 #include <tarnwick/TerminalText.h>
 
 #include <QApplication>
+#include <QBuffer>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QPalette>
 #include <QPixmap>
 #include <QStyle>
@@ -168,11 +171,20 @@ bool DBaseApp::writePicture()
     m_window->refreshAll();
     QCoreApplication::processEvents();
     QCoreApplication::processEvents(); // layouts that follow from the first pass
-    const QPixmap picture = m_window->grab();
-    if (picture.save(m_options.picture))
+    QByteArray picture;
+    QBuffer buffer(&picture);
+    buffer.open(QIODevice::WriteOnly);
+    m_window->grab().save(&buffer, QFileInfo(m_options.picture).suffix().toLatin1().constData());
+    try {
+        if (picture.isEmpty())
+            throw tarnwick::FileError(m_options.picture, 0,
+                                      u"cannot be written: its ending names no kind of picture."_s);
+        tarnwick::writeFileAtomically(m_options.picture, picture);
         return true;
-    say(u"The picture could not be written to \"%1\"."_s.arg(m_options.picture));
-    return false;
+    } catch (const tarnwick::FileError &error) {
+        say(error.text());
+        return false;
+    }
 }
 
 void useDarkPalette()
@@ -199,6 +211,7 @@ void useDarkPalette()
 
 int runArvo(int argc, char **argv)
 {
+    tarnwick::makeFileSizeLimitAnError();
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));

@@ -158,13 +158,23 @@ void MapPrinting::print()
     if (dialog.exec() != QDialog::Accepted)
         return;
     keepSetup();
-    if (!printOn(printer(), messages::kPrinterFailed))
-        return;
-    const QString file = printer().outputFileName();
-    if (file.isEmpty())
+    if (printer().outputFormat() == QPrinter::PdfFormat && !printer().outputFileName().isEmpty())
+        printToFile(printer().outputFileName());
+    else if (printOn(printer(), messages::kPrinterFailed))
         m_session.prompts().status(messages::kPrinted);
-    else
+}
+
+void MapPrinting::printToFile(const QString &chosen)
+{
+    const bool isPdf = chosen.endsWith(u".pdf"_s, Qt::CaseInsensitive);
+    const QString file = isPdf ? chosen : QString(chosen + u".pdf"_s);
+    const plans::BusyCursor busy(m_host);
+    try {
+        page(m_session.map().header).save(file, paperSize());
         m_session.prompts().status(messages::kPrintedTo, QDir::toNativeSeparators(file));
+    } catch (const tarnwick::Error &error) {
+        messages::errorWithReason(m_session.prompts(), messages::kPrinterFailed, error);
+    }
 }
 
 void MapPrinting::storeMetafile()

@@ -40,6 +40,10 @@ public:
     /// False, said by the message, when the printer cannot be opened.
     bool printOn(QPrinter &printer, const tarnwick::Message &failure);
 
+    /// Into a PDF file, which replaces one of that name once it is whole; the printer's own way would not notice a full
+    /// disk.
+    void printToFile(const QString &chosen);
+
 private:
     /// Made when it is first needed: asking the system for printers takes time.
     QPrinter &printer();

@@ -1,17 +1,13 @@
 #include "UnfinishedFile.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
-#include <cstring>
 #include <dao/values/Errors.h>
 #include <fcntl.h>
-#include <QCoreApplication>
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
+#include <tarnwick/TemporaryName.h>
 #include <unistd.h>
 
 namespace db {
@@ -21,35 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString kSource = u"DAO.Workspace"_s;
-// Short, and not made from the wanted name: that may be as long as a name can be. The process, and which of its files.
-const QString kName = u"arvo-%1-%2.new"_s;
-
 const QString kJournal = u"-journal"_s;
-
-void removeWithJournal(const QString &path)
-{
-    QFile::remove(path);
-    QFile::remove(path + kJournal);
-}
-
-bool isAlive(qint64 process)
-{
-    return ::kill(pid_t(process), 0) == 0 || errno != ESRCH;
-}
-
-/// A program that was killed cannot remove its file. One that is at work writes to its file all the time, wherever it
-/// runs. Whatever else has a name of that kind is the user's.
-void removeAbandoned(const QDir &folder)
-{
-    constexpr qint64 kDay = 24 * 60 * 60;
-    static const QRegularExpression ours(u"^arvo-([1-9][0-9]{0,8})-[1-9][0-9]{0,8}\\.new$"_s);
-    for (const QFileInfo &file : folder.entryInfoList({kName.arg(u"*"_s, u"*"_s)}, QDir::Files)) {
-        const QRegularExpressionMatch name = ours.match(file.fileName());
-        if (name.hasMatch() && !isAlive(name.captured(1).toLongLong()) &&
-            file.lastModified().secsTo(QDateTime::currentDateTime()) > kDay)
-            removeWithJournal(file.filePath());
-    }
-}
 
 [[noreturn]] void fail(const QString &wanted, const QString &reason)
 {
@@ -60,24 +28,6 @@ void removeAbandoned(const QDir &folder)
 [[noreturn]] void fail(const QString &wanted, int cause)
 {
     fail(wanted, qt_error_string(cause));
-}
-
-bool flushed(const QString &path, int flags)
-{
-    const int descriptor = ::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC);
-    if (descriptor < 0)
-        return false;
-    const bool done = ::fsync(descriptor) == 0;
-    const int cause = errno;
-    ::close(descriptor);
-    errno = cause;
-    return done;
-}
-
-/// So that a new name is on the disk before anything is built on it. Not every file system knows of such a step.
-void flushFolder(const QString &path)
-{
-    flushed(QFileInfo(path).absolutePath(), O_RDONLY | O_DIRECTORY);
 }
 
 } // namespace
@@ -94,23 +44,23 @@ UnfinishedFile::UnfinishedFile(const QString &wanted)
 {
     if (!hasRoomForJournal(wanted))
         fail(wanted, u"its name is too long"_s);
-    static int made = 0;
-    const QDir folder = QFileInfo(wanted).absoluteDir();
-    removeAbandoned(folder);
-    do
-        m_path = folder.filePath(kName.arg(QCoreApplication::applicationPid()).arg(++made));
-    while (QFile::exists(m_path));
+    m_path = tarnwick::temporaryNameFor(wanted);
 }
 
 UnfinishedFile::~UnfinishedFile()
 {
-    removeWithJournal(m_path);
+    tarnwick::removeUnfinished(m_path);
 }
 
 void UnfinishedFile::flush() const
 {
-    if (!flushed(m_path, O_RDONLY))
+    const int descriptor = ::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0)
         fail(m_wanted, errno);
+    const int cause = tarnwick::syncFile(descriptor) ? 0 : errno;
+    ::close(descriptor);
+    if (cause != 0)
+        fail(m_wanted, cause);
 }
 
 void UnfinishedFile::finish()
@@ -118,7 +68,7 @@ void UnfinishedFile::finish()
     flush();
     // Unlike renaming, making a link never takes the place of a file. Not every file system has links.
     if (::link(QFile::encodeName(m_path).constData(), QFile::encodeName(m_wanted).constData()) == 0)
-        return flushFolder(m_wanted);
+        return tarnwick::syncFolderOf(m_wanted);
     if (errno == EEXIST || QFile::exists(m_wanted))
         throw dao::DaoException(dao::error::DatabaseExists, kSource,
                                 u"Database already exists: '%1'."_s.arg(QDir::toNativeSeparators(m_wanted)));
@@ -133,7 +83,7 @@ void UnfinishedFile::replace()
     flush();
     if (std::rename(QFile::encodeName(m_path).constData(), QFile::encodeName(m_wanted).constData()) != 0)
         fail(m_wanted, errno);
-    flushFolder(m_wanted);
+    tarnwick::syncFolderOf(m_wanted);
 }
 
 dao::DaoException UnfinishedFile::named(const dao::DaoException &exception) const

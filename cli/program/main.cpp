@@ -1,6 +1,7 @@
 #include <cli/CommandLine.h>
 #include <cstdio>
 #include <QGuiApplication>
+#include <tarnwick/FileWriter.h>
 
 namespace {
 
@@ -16,6 +17,7 @@ void onMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 int main(int argc, char **argv)
 {
     qInstallMessageHandler(onMessage);
+    tarnwick::makeFileSizeLimitAnError();
     // Pictures need fonts, not a display.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

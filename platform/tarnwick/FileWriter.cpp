@@ -1,11 +1,17 @@
 #include "FileWriter.h"
 
+#include "TemporaryName.h"
+
 #include <cerrno>
+#include <csignal>
+#include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace tarnwick {
 
@@ -18,27 +24,137 @@ void failWritesAfter(qint64 bytes)
     bytesUntilFailure = bytes;
 }
 
-// What the system said last; the file's own text where it said nothing.
-static QString reasonOf(const QFileDevice &file, int systemError)
+void makeFileSizeLimitAnError()
 {
-    return systemError != 0 ? QString::fromLocal8Bit(std::strerror(systemError)) : file.errorString();
+    // A handler and not SIG_IGN: programs that this one starts would inherit that.
+    struct sigaction action = {};
+    action.sa_handler = [](int) {};
+    action.sa_flags = SA_RESTART;
+    ::sigaction(SIGXFSZ, &action, nullptr);
 }
 
-static FileError cannotWrite(const QFileDevice &file, int systemError)
+WriteError::WriteError(const QString &file, int systemError)
+    : FileError(file, 0, u"cannot be written: %1."_s.arg(QString::fromLocal8Bit(std::strerror(systemError))))
+    , m_isDiskFull(systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG)
 {
-    return FileError(file.fileName(), 0, u"cannot be written: %1."_s.arg(reasonOf(file, systemError)));
+}
+
+// Every write of the program ends here; there is no buffer below it.
+static ssize_t systemWrite(int descriptor, const char *bytes, size_t count)
+{
+    if (bytesUntilFailure < 0)
+        return ::write(descriptor, bytes, count);
+    // A disk that fills up takes what it has room for.
+    const size_t room = std::min(count, size_t(bytesUntilFailure));
+    if (room == 0 && count > 0) {
+        errno = ENOSPC;
+        return -1;
+    }
+    const ssize_t written = ::write(descriptor, bytes, room);
+    if (written > 0)
+        bytesUntilFailure -= written;
+    return written;
 }
 
 struct AtomicFile::Impl
 {
-    explicit Impl(const QString &path)
-        : file(path)
+    explicit Impl(const QString &wanted)
+        : path(wanted)
     {
     }
-    QSaveFile file;
-    bool failed = false; ///< a write did; a part of it may stand in the file all the same
-    int systemError = 0; ///< and why
+    ~Impl()
+    {
+        if (descriptor >= 0)
+            ::close(descriptor);
+        if (isMade)
+            removeUnfinished(temporary);
+    }
+
+    void create(const QString &rightsOf);
+    void flush();
+    void finish();
+    [[noreturn]] void fail()
+    {
+        systemError = errno;
+        throw WriteError(path, systemError);
+    }
+
+    QString path;
+    QString temporary;
+    QByteArray buffer;
+    int descriptor = -1;
+    int systemError = 0; ///< of the first failure; nothing is written after it
+    bool isMade = false;
 };
+
+// What is no ordinary file is not replaced, and a link is not followed: a project that came from elsewhere would decide
+// which file of this user is written to.
+static void requireReplaceable(const QString &path, const struct stat &found)
+{
+    if (S_ISLNK(found.st_mode))
+        throw FileError(path, 0,
+                        u"cannot be written: it is a link to %1, and links are not followed."_s.arg(
+                            QDir::toNativeSeparators(QFileInfo(path).symLinkTarget())));
+    if (!S_ISREG(found.st_mode))
+        throw FileError(path, 0, u"cannot be written: it is not an ordinary file."_s);
+    if (::access(QFile::encodeName(path).constData(), W_OK) != 0)
+        throw WriteError(path, errno);
+}
+
+void AtomicFile::Impl::create(const QString &rightsOf)
+{
+    struct stat found = {};
+    const bool isThere = ::lstat(QFile::encodeName(path).constData(), &found) == 0;
+    if (isThere)
+        requireReplaceable(path, found);
+    bool hasRights = isThere;
+    if (!rightsOf.isEmpty())
+        hasRights = ::stat(QFile::encodeName(rightsOf).constData(), &found) == 0;
+    constexpr mode_t kAsUsual = 0666;
+    constexpr mode_t kRights = 0777;
+    const mode_t mode = hasRights ? found.st_mode & kRights : kAsUsual;
+    temporary = temporaryNameFor(path);
+    descriptor =
+        ::open(QFile::encodeName(temporary).constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+    if (descriptor < 0)
+        fail();
+    isMade = true;
+    // Where a file system knows no rights, it is as all files there are.
+    if (hasRights)
+        (void)::fchmod(descriptor, mode);
+}
+
+void AtomicFile::Impl::flush()
+{
+    qsizetype done = 0;
+    while (done < buffer.size()) {
+        const ssize_t written = systemWrite(descriptor, buffer.constData() + done, size_t(buffer.size() - done));
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written == 0)
+            errno = ENOSPC;
+        if (written <= 0)
+            fail();
+        done += written;
+    }
+    buffer.clear();
+}
+
+void AtomicFile::Impl::finish()
+{
+    flush();
+    if (!syncFile(descriptor))
+        fail();
+    // Some file systems tell only now what could not be written.
+    const int result = ::close(descriptor);
+    descriptor = -1;
+    if (result != 0 && errno != EINTR)
+        fail();
+    if (std::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(path).constData()) != 0)
+        fail();
+    isMade = false;
+    syncFolderOf(path);
+}
 
 // A folder of a project comes into being when the first file is put into it. What it lies in does not: a project that
 // has gone, with a drive that was taken away say, must not come back as an empty shell.
@@ -54,44 +170,30 @@ static void makeFolder(const QString &path)
         throw FileError(path, 0, u"the folder %1 cannot be made."_s.arg(QDir::toNativeSeparators(folder.path())));
 }
 
-AtomicFile::AtomicFile(const QString &path)
+AtomicFile::AtomicFile(const QString &path, const QString &rightsOf)
     : m_impl(std::make_unique<Impl>(path))
 {
     makeFolder(path);
-    errno = 0;
-    if (!m_impl->file.open(QIODevice::WriteOnly))
-        throw cannotWrite(m_impl->file, errno);
+    m_impl->create(rightsOf);
 }
 
 AtomicFile::~AtomicFile() = default;
 
-void AtomicFile::write(const QByteArray &bytes)
+void AtomicFile::write(QByteArrayView bytes)
 {
-    QSaveFile &file = m_impl->file;
-    if (bytesUntilFailure >= 0) {
-        if (bytes.size() > bytesUntilFailure) {
-            bytesUntilFailure = 0;
-            throw cannotWrite(file, ENOSPC);
-        }
-        bytesUntilFailure -= bytes.size();
-    }
-    errno = 0;
-    if (file.write(bytes) != bytes.size()) {
-        m_impl->failed = true;
-        m_impl->systemError = errno;
-        throw cannotWrite(file, m_impl->systemError);
-    }
+    constexpr qsizetype kFullBuffer = qsizetype(1) << 16;
+    if (m_impl->systemError != 0)
+        throw WriteError(m_impl->path, m_impl->systemError);
+    m_impl->buffer.append(bytes);
+    if (m_impl->buffer.size() >= kFullBuffer)
+        m_impl->flush();
 }
 
 void AtomicFile::commit()
 {
-    QSaveFile &file = m_impl->file;
-    if (m_impl->failed)
-        throw cannotWrite(file, m_impl->systemError);
-    errno = 0;
-    // QSaveFile flushes to the disk before it renames.
-    if (!file.commit())
-        throw cannotWrite(file, errno);
+    if (m_impl->systemError != 0)
+        throw WriteError(m_impl->path, m_impl->systemError);
+    m_impl->finish();
 }
 
 void writeFileAtomically(const QString &path, const QByteArray &content)

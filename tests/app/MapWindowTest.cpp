@@ -7,6 +7,7 @@
 #include <app/TextPanel.h>
 
 #include <support/TemporaryFolder.h>
+#include <tarnwick/FileWriter.h>
 
 #include <QCheckBox>
 #include <QFontComboBox>
@@ -204,6 +205,14 @@ TEST_F(MapWindowTest, PrintsOnAPrinterAndSaysWhenItCannotBeOpened)
     printer.setOutputFileName(folder.path(u"map.pdf"_s));
     EXPECT_TRUE(printing.printOn(printer, messages::kPrinterFailed));
     EXPECT_TRUE(folder.read(u"map.pdf"_s).startsWith("%PDF"));
+    printing.printToFile(folder.path(u"page"_s));
+    const QByteArray page = folder.read(u"page.pdf"_s);
+    EXPECT_TRUE(page.startsWith("%PDF"));
+    tarnwick::failWritesAfter(100);
+    printing.printToFile(folder.path(u"page.pdf"_s));
+    tarnwick::failWritesAfter(-1);
+    EXPECT_EQ(said.entries().last().number, 1018);
+    EXPECT_EQ(folder.read(u"page.pdf"_s), page);
     QPrinter nowhere;
     nowhere.setOutputFormat(QPrinter::PdfFormat);
     nowhere.setOutputFileName(folder.path(u"missing/map.pdf"_s));

@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <sys/resource.h>
 
 /// What one run of the real arvo-cli program gave.
 struct CliResult
@@ -27,11 +28,17 @@ public:
         m_environment.insert(QStringLiteral("XDG_STATE_HOME"), m_installation.filePath(QStringLiteral("state")));
     }
 
-    CliResult run(const QStringList &arguments) const
+    /// fileSizeLimit: no file can be written beyond so many bytes, as on a full disk; -1 for no limit.
+    CliResult run(const QStringList &arguments, qint64 fileSizeLimit = -1) const
     {
         QProcess process;
         process.setProcessEnvironment(m_environment);
         process.setWorkingDirectory(m_folder);
+        if (fileSizeLimit >= 0)
+            process.setChildProcessModifier([fileSizeLimit] {
+                const rlimit limit{rlim_t(fileSizeLimit), rlim_t(fileSizeLimit)};
+                ::setrlimit(RLIMIT_FSIZE, &limit);
+            });
         process.start(QStringLiteral(ARVO_CLI), arguments);
         CliResult result;
         // Generous: the sanitizers' build is slow, a hang is what this catches.

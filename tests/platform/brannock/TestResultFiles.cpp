@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <QFile>
 #include <QTemporaryDir>
+#include <support/FullDisk.h>
 #include <tarnwick/FileWriter.h>
 
 using namespace Qt::StringLiterals;
@@ -73,6 +74,20 @@ ReportEntry fullEntry()
     e.plan = u"Plan"_s;
     e.comment = u"two\nlines, größer"_s;
     return e;
+}
+
+TEST_F(ResultFiles, AFullDiskKeepsTheOldFile)
+{
+    Report report;
+    report.entries = {fullEntry()};
+    const std::function<void()> writers[] = {[&] { report.storeReport(path); }, [&] { History().store(path); },
+                                             [&] { InspPlan().storePlan(path); }};
+    put("old");
+    for (const std::function<void()> &write : writers) {
+        const support::FullDisk disk(0);
+        EXPECT_THAT(error(write).toStdString(), testing::HasSubstr("File too large"));
+        EXPECT_EQ(tarnwick::readFile(path), "old");
+    }
 }
 
 TEST_F(ResultFiles, ReportComesBackWhole)

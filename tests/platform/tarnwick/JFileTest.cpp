@@ -1,13 +1,14 @@
 #include <support/Damage.h>
+#include <support/FullDisk.h>
 #include <support/Printers.h>
 #include <support/TemporaryFolder.h>
 #include <tarnwick/FileWriter.h>
 #include <tarnwick/JFile.h>
 #include <tarnwick/JMacro.h>
+#include <tarnwick/TemporaryName.h>
 
-#include <csignal>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
@@ -163,33 +164,68 @@ TEST(FileWriter, saysWhatCannotBeReadOrWritten)
     EXPECT_THROW(writeFileAtomically(folder.path(), "x"), FileError);
 }
 
-TEST(FileWriter, keepsTheReasonOfTheSystem)
+TEST(FileWriter, whatTheSystemCannotWriteReplacesNothing)
 {
     const support::TemporaryFolder folder;
-    folder.write(u"file"_s, "old");
-    // Files may grow to so many bytes and no further, as on a disk that is nearly full.
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit small{1000, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    QString whileWriting;
-    QString atTheEnd;
-    AtomicFile file(folder.path(u"file"_s));
-    try {
-        file.write(QByteArray(1 << 20, 'x'));
-    } catch (const FileError &error) {
-        whileWriting = error.reason();
+    const QString path = folder.write(u"file"_s, "old");
+    const auto reasonOf = [&](const QByteArray &content) {
+        QString whileWriting;
+        AtomicFile file(path);
+        try {
+            file.write(content);
+        } catch (const FileError &error) {
+            whileWriting = error.reason();
+        }
+        try {
+            file.commit();
+        } catch (const FileError &error) {
+            EXPECT_TRUE(whileWriting.isEmpty() || whileWriting == error.reason());
+            return error.reason();
+        }
+        return u"written"_s;
+    };
+    for (const qsizetype size : {10, 700, 16'000, 1 << 20}) {
+        const support::FullDisk disk(size / 2);
+        EXPECT_EQ(reasonOf(QByteArray(size, 'x')), u"cannot be written: File too large."_s) << size;
     }
-    setrlimit(RLIMIT_FSIZE, &before);
-    try {
-        file.commit();
-    } catch (const FileError &error) {
-        atTheEnd = error.reason();
+    failSyncs(true);
+    EXPECT_EQ(reasonOf("new"), u"cannot be written: Input/output error."_s);
+    failSyncs(false);
+    EXPECT_EQ(readFile(path), "old");
+    EXPECT_EQ(folder.names(), QStringList{u"file"_s});
+    EXPECT_EQ(reasonOf("new"), u"written"_s);
+}
+
+TEST(FileWriter, keepsRightsAndFollowsNoLinks)
+{
+    const support::TemporaryFolder folder;
+    const QString mine = folder.write(u"mine"_s, "mine");
+    const auto rights = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+    QFile::setPermissions(mine, rights);
+    writeFileAtomically(mine, "mine too");
+    EXPECT_EQ(QFile::permissions(mine), rights);
+    AtomicFile copy(folder.path(u"copy"_s), mine);
+    copy.commit();
+    EXPECT_EQ(QFile::permissions(folder.path(u"copy"_s)), rights);
+
+    for (const QString &target : {mine, folder.path(u"nothing"_s)}) {
+        const QString link = folder.path(u"map of the project"_s);
+        ASSERT_TRUE(QFile::link(target, link));
+        EXPECT_THROW(writeFileAtomically(link, "not mine"), FileError);
+        EXPECT_TRUE(QFile::remove(link));
     }
-    EXPECT_EQ(whileWriting, u"cannot be written: File too large."_s);
-    EXPECT_EQ(atTheEnd, whileWriting);
-    EXPECT_EQ(readFile(folder.path(u"file"_s)), "old");
+    EXPECT_EQ(readFile(mine), "mine too");
+    EXPECT_EQ(folder.names(), (QStringList{u"copy"_s, u"mine"_s}));
+
+    // Nor where the unfinished file is to stand.
+    static const QRegularExpression number(u"-([0-9]+)\\.new$"_s);
+    const QString next = temporaryNameFor(mine);
+    QString ahead = next;
+    ahead.replace(number, u"-%1.new"_s.arg(number.match(next).captured(1).toInt() + 1));
+    ASSERT_TRUE(QFile::link(folder.path(u"nothing"_s), ahead));
+    writeFileAtomically(mine, "new");
+    EXPECT_FALSE(folder.has(u"nothing"_s));
+    EXPECT_EQ(readFile(mine), "new");
 }
 
 TEST(FileWriter, doesNotBringBackAFolderThatHasGone)

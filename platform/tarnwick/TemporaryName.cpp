@@ -1,0 +1,103 @@
+#include "TemporaryName.h"
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+static const QString kName = u"arvo-%1-%2.new"_s;
+static bool syncsFail = false;
+
+void failSyncs(bool fail)
+{
+    syncsFail = fail;
+}
+
+void removeUnfinished(const QString &path)
+{
+    QFile::remove(path);
+    QFile::remove(path + u"-journal"_s);
+}
+
+static bool isAlive(qint64 process)
+{
+    return ::kill(pid_t(process), 0) == 0 || errno != ESRCH;
+}
+
+// A program that was killed cannot remove its file. One that is at work writes to its file all the time, wherever it
+// runs. Whatever else has a name of that kind is the user's.
+static void removeAbandoned(const QDir &folder)
+{
+    constexpr qint64 kDay = 24 * 60 * 60;
+    static const QRegularExpression ours(u"^arvo-([1-9][0-9]{0,8})-[1-9][0-9]{0,8}\\.new$"_s);
+    for (const QFileInfo &file : folder.entryInfoList({kName.arg(u"*"_s, u"*"_s)}, QDir::Files)) {
+        const QRegularExpressionMatch name = ours.match(file.fileName());
+        if (name.hasMatch() && !isAlive(name.captured(1).toLongLong()) &&
+            file.lastModified().secsTo(QDateTime::currentDateTime()) > kDay)
+            removeUnfinished(file.filePath());
+    }
+}
+
+static bool isFree(const QString &path)
+{
+    struct stat found = {};
+    return ::lstat(QFile::encodeName(path).constData(), &found) != 0 && errno == ENOENT;
+}
+
+QString temporaryNameFor(const QString &wanted)
+{
+    static int made = 0;
+    // Once a folder: some are written to file by file, thousands of times.
+    static QSet<QString> cleared;
+    const QDir folder = QFileInfo(wanted).absoluteDir();
+    if (!cleared.contains(folder.path())) {
+        cleared.insert(folder.path());
+        removeAbandoned(folder);
+    }
+    constexpr int kMostTries = 10'000; // a folder that cannot be looked into has no free name at all
+    QString path;
+    for (int tries = 0; tries < kMostTries; ++tries) {
+        path = folder.filePath(kName.arg(QCoreApplication::applicationPid()).arg(++made));
+        if (isFree(path))
+            break;
+    }
+    return path;
+}
+
+bool syncFile(int descriptor)
+{
+    if (syncsFail) {
+        errno = EIO;
+        return false;
+    }
+    int result = 0;
+    do
+        result = ::fsync(descriptor);
+    while (result != 0 && errno == EINTR);
+    // Some file systems know of no such step: nothing has failed there.
+    return result == 0 || errno == EINVAL || errno == ENOSYS || errno == ENOTSUP;
+}
+
+void syncFolderOf(const QString &path)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
+    const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    syncFile(descriptor);
+    ::close(descriptor);
+}
+
+} // namespace tarnwick
