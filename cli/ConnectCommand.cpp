@@ -19,8 +19,8 @@ int runConnect(const Arguments &arguments)
         return Failed;
     // What was said on the way is printed: the question and its answer, the backup, what was converted.
     const db::ConversionState &conversion = target.session().conversion;
-    if (!conversion.approved && !conversion.list.isEmpty())
-        print(u"Not converted:\n"_s + conversion.list);
+    if (!conversion.approved && !conversion.requested.isEmpty())
+        print(u"Not converted:\n"_s + db::ConversionState::numbered(conversion.requested));
     if (!conversion.backup.isEmpty())
         print(u"Backup: %1\n"_s.arg(QDir::toNativeSeparators(conversion.backup)));
     print(u"Database: %1%2\n"_s.arg(QDir::toNativeSeparators(target.session().path()),

@@ -3,7 +3,25 @@
 #include "Errors.h"
 #include "Messages.h"
 
+#include <tarnwick/Format.h>
+
 namespace db {
+
+QStringList ConversionState::done() const
+{
+    QStringList steps = requested;
+    for (const QString &step : failed)
+        steps.removeOne(step);
+    return steps;
+}
+
+QString ConversionState::numbered(const QStringList &steps)
+{
+    QString list;
+    for (qsizetype i = 0; i < steps.size(); ++i)
+        list += tarnwick::format(u"    %d) %S\n", i + 1, steps[i]);
+    return list;
+}
 
 DatabaseSession::DatabaseSession(tarnwick::UserPrompts &prompts)
     : m_prompts(&prompts)

@@ -10,12 +10,16 @@ namespace db {
 /// most once per connection and its answer governs every later step.
 struct ConversionState
 {
-    int steps = 0; ///< requested so far
-    QString list;  ///< "    %d) %S\n" for each
+    QStringList requested; ///< a description of each step that was requested so far
+    QStringList failed;    ///< those of them that were tried and undone
     bool asked = false;
     bool approved = false;
     bool cancelled = false; ///< by the user, after it had begun
     QString backup;         ///< of the file as it was before the conversion; empty when none was made
+
+    QStringList done() const; ///< requested and not failed
+    /// "    %d) %S\n" for each step.
+    static QString numbered(const QStringList &steps);
 };
 
 /// The one database of the main window: whether it is open, where it lies, the workspace its transactions run on, and

@@ -19,11 +19,14 @@ void createAliasTables(ConversionPass &pass, const QList<const AliasSpec *> &req
 {
     for (const AliasSpec *spec : requested) {
         const QString name = QString::fromUtf16(spec->table);
+        bool isThere = pass.database().hasTable(name);
         const auto create = [&] {
-            if (!pass.database().hasTable(name))
-                createAliasTable(pass.prompts(), pass.database(), *spec);
+            if (!isThere)
+                isThere = createAliasTable(pass.prompts(), pass.database(), *spec);
         };
         pass.guarded([&] { pass.change(create); }, messages::kCreateAlias, name);
+        if (!isThere)
+            pass.markFailed(messages::kStepAlias, name);
     }
 }
 

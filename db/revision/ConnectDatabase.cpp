@@ -64,12 +64,17 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
     }
     // A change that was cut short is undone as the file is opened, whatever for.
     const bool mustUndo = QFileInfo::exists(path + u"-journal");
-    const bool mayWrite = (!context.onlyReads || mustUndo) && hasRoomForJournal(path);
+    const bool isElsewhere = context.project && leadsOutOfProject(path, *context.project);
+    const bool mayWrite = (!context.onlyReads || mustUndo) && hasRoomForJournal(path) && !isElsewhere;
     session.open(path, mayWrite ? dao::OpenMode::Update : dao::OpenMode::ReadOnly);
     if (context.onlyReads)
         return;
-    ConversionRequest request(session, context.project,
-                              [&](const QString &backup) { session.database().backupTo(backup); });
+    if (isElsewhere)
+        session.prompts().information(messages::kLinkedDatabase, QDir::toNativeSeparators(path),
+                                      QDir::toNativeSeparators(QFileInfo(path).symLinkTarget()));
+    ConversionRequest request(session, context.project, [&](const std::function<void(QByteArrayView)> &take) {
+        session.database().readFile(take);
+    });
     // A file that was left as it is, by the user's wish or by a failure, is not written to for speed's sake either.
     if (bringUpToDate(session, request, context) && session.conversion.asked == session.conversion.approved)
         completeStatistics(session.database());

@@ -2,6 +2,8 @@
 
 #include "Messages.h"
 
+#include <QDir>
+
 namespace db {
 
 ConversionPass::ConversionPass(DatabaseSession &session, ConversionRequest &request, tarnwick::Progress *progress)
@@ -11,6 +13,7 @@ ConversionPass::ConversionPass(DatabaseSession &session, ConversionRequest &requ
 {
     if (m_progress)
         database().setProgress(this);
+    m_stamp = database().changeStamp();
 }
 
 ConversionPass::~ConversionPass()
@@ -42,6 +45,36 @@ bool ConversionPass::cancelled()
     return m_progress->cancelled();
 }
 
+bool ConversionPass::requestStep(const QString &description)
+{
+    if (!m_request->request(description))
+        return false;
+    lock();
+    return m_request->backUp();
+}
+
+void ConversionPass::lock()
+{
+    if (m_locked)
+        return;
+    beginChanges();
+    try {
+        database().lockForChanges();
+    } catch (const dao::DaoException &exception) {
+        showDaoError(prompts(), exception, messages::kLockForConversion, QDir::toNativeSeparators(m_session->path()));
+        throw Aborted();
+    }
+    m_locked = true;
+    if (database().changeStamp() != m_stamp)
+        throw ChangedMeanwhile();
+}
+
+void ConversionPass::startAgain()
+{
+    m_session->conversion.requested.clear();
+    m_session->conversion.failed.clear();
+}
+
 void ConversionPass::beginChanges()
 {
     if (m_changing)
@@ -58,7 +91,7 @@ bool ConversionPass::commit()
         rollback();
         return false;
     }
-    m_changing = false;
+    m_changing = m_locked = false;
     return true;
 }
 
@@ -66,7 +99,7 @@ void ConversionPass::rollback()
 {
     if (!m_changing)
         return;
-    m_changing = false;
+    m_changing = m_locked = false;
     // A commit that failed may have ended the transaction itself.
     while (m_session->workspace().transactionDepth() > 0)
         rollbackTrans(*m_session, true);

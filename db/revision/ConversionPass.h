@@ -19,6 +19,12 @@ public:
     {
     };
 
+    /// Thrown by request() when another program has changed the file since the pass began to look at it: what needs to
+    /// be done is to be found out again. The file is locked against others from then on, so it happens once.
+    class ChangedMeanwhile : public std::exception
+    {
+    };
+
     /// Runs as the engine's progress while it lives. progress may be null.
     ConversionPass(DatabaseSession &session, ConversionRequest &request, tarnwick::Progress *progress);
     ~ConversionPass() override;
@@ -29,19 +35,24 @@ public:
     dao::Database &database() const { return m_session->database(); }
     tarnwick::UserPrompts &prompts() const { return m_session->prompts(); }
 
+    /// Whether a step may change the file. With the first that may, the file is locked against changes by others,
+    /// looked at again, and backed up, in this order: the backup is what is converted.
     template <typename... Args>
     bool request(const tarnwick::Message &description, const Args &...args)
     {
-        return (*m_request)(description, args...);
+        return requestStep(tarnwick::format(QStringView(description.text), args...));
     }
 
-    /// Runs a step; an engine exception is reported under the failure's number, and the pass goes on with the next.
+    /// Runs a step; an engine exception is reported under the failure's number, and the pass goes on with the next. The
+    /// steps that were requested in it have failed then.
     template <typename Step, typename... Args>
     void guarded(Step step, const tarnwick::Message &failure, const Args &...args)
     {
+        const qsizetype requested = m_session->conversion.requested.size();
         try {
             step();
         } catch (const dao::DaoException &exception) {
+            m_session->conversion.failed += m_session->conversion.requested.mid(requested);
             showDaoError(prompts(), exception, failure, args...);
             if (isOfWholeFile(exception))
                 throw Aborted();
@@ -67,13 +78,27 @@ public:
     bool commit();
     void rollback();
 
+    /// A requested step was not done, which has been said.
+    template <typename... Args>
+    void markFailed(const tarnwick::Message &description, const Args &...args)
+    {
+        m_session->conversion.failed += tarnwick::format(QStringView(description.text), args...);
+    }
+
+    /// After ChangedMeanwhile: forgets the steps, but not that the user was asked.
+    void startAgain();
+
 private:
     bool cancelled() override;
+    bool requestStep(const QString &description);
+    void lock();
 
     DatabaseSession *m_session;
     ConversionRequest *m_request;
     tarnwick::Progress *m_progress;
+    qint64 m_stamp = 0; ///< of the file when the pass began to look at it
     bool m_changing = false;
+    bool m_locked = false;
     int m_step = 0;
     int m_steps = 0;
 };

@@ -13,10 +13,35 @@ using tarnwick::Answer;
 using tarnwick::Buttons;
 using tarnwick::SuitePath;
 
-ConversionRequest::ConversionRequest(DatabaseSession &session, const brannock::Project *project, Backup backup)
+namespace {
+
+bool isBelowArvo(const QString &path, const QString &folder)
+{
+    return SuitePath(path).isBelow(SuitePath(folder).text() + u"\\arvo"_s);
+}
+
+bool isNamedInProject(const QString &path, const brannock::Project &project)
+{
+    return isBelowArvo(QDir::cleanPath(QFileInfo(path).absoluteFilePath()),
+                       QDir::cleanPath(QFileInfo(project.folder).absoluteFilePath()));
+}
+
+bool isReallyInProject(const QString &path, const brannock::Project &project)
+{
+    return isBelowArvo(QFileInfo(path).canonicalFilePath(), QFileInfo(project.folder).canonicalFilePath());
+}
+
+} // namespace
+
+bool leadsOutOfProject(const QString &path, const brannock::Project &project)
+{
+    return QFileInfo(path).isSymLink() && isNamedInProject(path, project) && !isReallyInProject(path, project);
+}
+
+ConversionRequest::ConversionRequest(DatabaseSession &session, const brannock::Project *project, FileContent original)
     : m_session(&session)
     , m_project(project)
-    , m_backup(std::move(backup))
+    , m_original(std::move(original))
 {
 }
 
@@ -24,26 +49,14 @@ bool ConversionRequest::isInProject() const
 {
     if (!m_project)
         return false;
-    const auto below = [](const QString &path, const QString &folder) {
-        return SuitePath(path).isBelow(SuitePath(folder).text() + u"\\arvo"_s);
-    };
-    const QString path = QDir::cleanPath(QFileInfo(m_session->path()).absoluteFilePath());
-    const QString folder = QDir::cleanPath(QFileInfo(m_project->folder).absoluteFilePath());
-    return below(path, folder) || below(QFileInfo(path).canonicalFilePath(), QFileInfo(folder).canonicalFilePath());
-}
-
-QString ConversionRequest::backupPath(const QString &databasePath)
-{
-    const QFileInfo file(databasePath);
-    // A backup that was opened as a database must not be its own backup.
-    const bool isBackup = file.suffix().compare(u"_db", Qt::CaseInsensitive) == 0;
-    return QDir(file.absolutePath()).filePath((isBackup ? file.fileName() : file.completeBaseName()) + u"._db"_s);
+    const QString path = m_session->path();
+    return isReallyInProject(path, *m_project) || (isNamedInProject(path, *m_project) && !QFileInfo(path).isSymLink());
 }
 
 bool ConversionRequest::request(const QString &description)
 {
     ConversionState &state = m_session->conversion;
-    state.list += tarnwick::format(messages::kStepLine.text, ++state.steps, description);
+    state.requested.append(description);
     if (!state.asked) {
         state.asked = true;
         state.approved = ask();
@@ -60,17 +73,32 @@ bool ConversionRequest::ask()
         prompts.information(messages::kNotInProject, shown, brannock::TOLVENMARK_REV);
         return false;
     }
-    const QString backup = backupPath(path);
-    const QString shownBackup = QDir::toNativeSeparators(backup);
-    if (prompts.question(Buttons::YesNo, messages::kAskConversion, shown, brannock::TOLVENMARK_REV, shownBackup) !=
-        Answer::Yes)
-        return false;
+    const BackupPlace place = BackupPlace::of(path, m_original);
+    QString shownBackup = QDir::toNativeSeparators(place.path);
+    QString question = tarnwick::format(messages::kAskConversion.text, shown, brannock::TOLVENMARK_REV, shownBackup);
+    if (!place.kept.isEmpty())
+        question += tarnwick::format(messages::kJetBackupKept.text, QDir::toNativeSeparators(place.kept));
+    return prompts.ask(Buttons::YesNo, question) == Answer::Yes;
+}
+
+bool ConversionRequest::backUp()
+{
+    ConversionState &state = m_session->conversion;
+    if (!state.approved || !state.backup.isEmpty())
+        return state.approved;
+    tarnwick::UserPrompts &prompts = m_session->prompts();
+    const QString path = m_session->path();
+    const QString shown = QDir::toNativeSeparators(path);
+    // Looked for once more: while the question waited, another program may have made a backup.
+    const BackupPlace place = BackupPlace::of(path, m_original);
+    const QString shownBackup = QDir::toNativeSeparators(place.path);
     prompts.status(messages::kBackingUp, shown, shownBackup);
     try {
-        m_backup(backup);
-        m_session->conversion.backup = backup;
+        db::backUp(place, m_original, path);
+        state.backup = place.path;
     } catch (const dao::DaoException &exception) {
         showDaoError(prompts, exception, messages::kBackUp, shown, shownBackup);
+        state.approved = false;
         return false;
     }
     prompts.status(messages::kConverting);
@@ -84,10 +112,20 @@ void resetConversion(DatabaseSession &session)
 
 void announceConversion(DatabaseSession &session)
 {
-    if (!session.conversion.approved)
+    const ConversionState &state = session.conversion;
+    if (!state.approved)
         return;
-    session.prompts().status(messages::kConversionComplete);
-    session.prompts().information(messages::kConversions, session.conversion.list);
+    tarnwick::UserPrompts &prompts = session.prompts();
+    const QString done = ConversionState::numbered(state.done());
+    const QString failed = ConversionState::numbered(state.failed);
+    if (!done.isEmpty()) {
+        prompts.status(messages::kConversionComplete);
+        prompts.information(messages::kConversions, failed.isEmpty() ? done : done + u"\nNot converted:\n"_s + failed);
+    } else if (!failed.isEmpty()) {
+        prompts.information(messages::kNothingConverted, failed);
+    } else {
+        prompts.status(messages::kConvertedElsewhere);
+    }
 }
 
 } // namespace db

@@ -1,48 +1,47 @@
 #pragma once
+#include "Backup.h"
+
 #include <brannock/Project.h>
 #include <db/DatabaseSession.h>
-#include <functional>
 #include <tarnwick/Format.h>
 
 namespace db {
 
 /// Asks once for all steps of a conversion. Every step asks here before it changes anything; the first that does puts
-/// the question to the user, and its answer governs the others. On yes the backup is made, before anything changes.
-/// What was asked is kept in the session's ConversionState.
+/// the question to the user, and its answer governs the others. What was asked is kept in the session's
+/// ConversionState.
 class ConversionRequest
 {
 public:
-    /// Writes the database, as it is, to that path; throws dao::DaoException.
-    using Backup = std::function<void(const QString &path)>;
+    /// original is what the file holds that is to be converted. project may be null: then no database lies in it.
+    ConversionRequest(DatabaseSession &session, const brannock::Project *project, FileContent original);
 
-    /// project may be null: then no database lies in it.
-    ConversionRequest(DatabaseSession &session, const brannock::Project *project, Backup backup);
-
-    /// Lists a step by its description. True when the user has agreed to convert. A backup that cannot be written is
-    /// said (1033), and nothing is converted.
-    template <typename... Args>
-    bool operator()(const tarnwick::Message &description, const Args &...args)
-    {
-        return request(tarnwick::format(QStringView(description.text), args...));
-    }
+    /// Lists a step by its description. True when the user has agreed to convert.
     bool request(const QString &description);
 
-    /// Whether the database lies in the project's arvo folder, where alone databases are converted.
+    /// Makes the backup, the first time that it is called after the user has agreed; to be called before each change,
+    /// once nobody else can change the file any more. False when it cannot be made, which is said (1033): nothing is
+    /// converted then.
+    bool backUp();
+
+    /// Whether the database lies in the project's arvo folder, where alone databases are converted. What counts for a
+    /// link is where it leads.
     bool isInProject() const;
-    /// The same folder and name with the extension "._db".
-    static QString backupPath(const QString &databasePath);
 
 private:
     bool ask();
 
     DatabaseSession *m_session;
     const brannock::Project *m_project;
-    Backup m_backup;
+    FileContent m_original;
 };
+
+/// Whether a database that is named as one of the project is a link that leads elsewhere.
+bool leadsOutOfProject(const QString &path, const brannock::Project &project);
 
 /// Forgets what was asked: at the start of every pass.
 void resetConversion(DatabaseSession &session);
-/// Says what was converted, when something was approved and done.
+/// Says what was converted and what was not, when something was approved.
 void announceConversion(DatabaseSession &session);
 
 } // namespace db

@@ -5,16 +5,13 @@
 #include "Messages.h"
 #include "RevisionConversion.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <dao/values/Errors.h>
 #include <db/Errors.h>
+#include <db/TableGrowth.h>
 #include <db/UnfinishedFile.h>
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QTemporaryDir>
 
 namespace db {
@@ -23,40 +20,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// systemError: what the system said; a file that could be written in part does not remember it.
-[[noreturn]] void failWriting(const QFileDevice &file, const QString &path, int systemError = 0)
+/// The content of a file of that size, with its reading reported. progress may be null.
+FileContent watched(const FileContent &content, qint64 size, const QString &what, tarnwick::Progress *progress)
 {
-    const bool isFull = systemError == ENOSPC || file.error() == QFileDevice::ResourceError;
-    const QString reason = systemError == 0 ? file.errorString() : QString::fromLocal8Bit(std::strerror(systemError));
-    throw dao::DaoException(isFull ? dao::error::DiskFull : dao::error::CannotOpenFile, u"DAO.Workspace"_s,
-                            u"The file '%1' cannot be written: %2"_s.arg(QDir::toNativeSeparators(path), reason));
-}
-
-/// For a working copy, and for the backup of a file that no session has open: who may not read the one may not read the
-/// other. progress may be null.
-void copyFile(const QString &from, const QString &to, tarnwick::Progress *progress)
-{
-    constexpr qint64 kPiece = qint64(1) << 20;
-    QFile source(from);
-    QSaveFile target(to);
-    if (!source.open(QIODevice::ReadOnly))
-        failWriting(source, from);
-    if (!target.open(QIODevice::WriteOnly))
-        failWriting(target, to);
-    target.setPermissions(source.permissions());
-    tarnwick::ProgressLoop loop(progress, source.size(),
-                                tarnwick::format(messages::kCopying.text, QDir::toNativeSeparators(to)));
-    while (!source.atEnd()) {
-        const QByteArray piece = source.read(kPiece);
-        if (piece.isEmpty())
-            failWriting(source, from);
-        errno = 0;
-        if (target.write(piece) != piece.size())
-            failWriting(target, to, errno);
-        loop.tick(source.pos());
-    }
-    if (!target.commit())
-        failWriting(target, to);
+    return [=](const std::function<void(QByteArrayView)> &take) {
+        tarnwick::ProgressLoop loop(progress, size, what);
+        qint64 done = 0;
+        content([&](QByteArrayView piece) {
+            take(piece);
+            done += piece.size();
+            loop.tick(std::min(done, size));
+        });
+    };
 }
 
 /// What tells a file that someone has written to from the one that was read.
@@ -100,13 +75,32 @@ public:
     }
     /// Where a finished file takes its place: behind a link, where the link leads to.
     const QString &itself() const { return m_file; }
-    /// Others may work on the file while the question waits for its answer. What they wrote, or are about to write,
-    /// must not be lost.
-    void refuseInUse() const
+    /// What the file holds; through the lock where there is one.
+    void read(const std::function<void(QByteArrayView)> &take) const
     {
-        if (JetUse(m_file).isInUse() || !(FileStamp(m_file) == m_asRead))
+        if (m_lock)
+            m_lock->read(take);
+        else
+            contentOf(m_file)(take);
+    }
+    qint64 size() const { return m_asRead.size; }
+    /// Others may work on the file while the question waits for its answer. What they wrote, or are about to write,
+    /// must not be lost: from here on they cannot, and the file must still be the one that was read.
+    void lock()
+    {
+        m_lock = std::make_unique<JetLock>(m_file);
+        refuseChanged();
+    }
+    void refuseChanged() const
+    {
+        if (!JetUse(m_file).lockFile.isEmpty())
             throw dao::DaoException(dao::error::FileInUse, u"DAO.Workspace"_s,
                                     dao::errorText(dao::error::FileInUse, {QDir::toNativeSeparators(m_path)}));
+        if (!(FileStamp(m_file) == m_asRead))
+            throw dao::DaoException(
+                dao::error::FileInUse, u"DAO.Workspace"_s,
+                u"Another program has changed the file '%1' since it was read. Connect again."_s.arg(
+                    QDir::toNativeSeparators(m_path)));
     }
 
 private:
@@ -114,6 +108,7 @@ private:
     QString m_file;
     FileStamp m_asRead;
     std::shared_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<JetLock> m_lock;
 };
 
 void tellRemarks(tarnwick::UserPrompts &prompts, const QString &path, const JetImportReport &report)
@@ -130,21 +125,36 @@ void tellRemarks(tarnwick::UserPrompts &prompts, const QString &path, const JetI
     prompts.information(messages::kJetRemarks, QDir::toNativeSeparators(path), list);
 }
 
+/// The next connection is to find the converted file as it would make it.
+void leaveNothingToWrite(DatabaseSession &session, const brannock::Project *project)
+{
+    refreshLabels(session, project);
+    completeStatistics(session.database());
+}
+
 /// Brings a further copy of the working copy up to date and puts it into the place of the file. False when that was not
 /// done, for a reason that has been said; the file is then as it was.
-bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, const JetFile &file,
+bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, JetFile &file,
                         const ConnectContext &context, BringUpToDate bringUpToDate)
 {
     tarnwick::UserPrompts &prompts = session.prompts();
     try {
+        file.lock();
+        if (!request.backUp())
+            return false;
         UnfinishedFile converted(file.itself());
-        copyFile(file.workingCopy(), converted.path(), context.progress);
+        const QString writing = tarnwick::format(messages::kCopying.text, QDir::toNativeSeparators(converted.path()));
+        const qint64 size = QFileInfo(file.workingCopy()).size();
+        writeContent(converted.path(), watched(contentOf(file.workingCopy()), size, writing, context.progress),
+                     file.itself());
         session.openCopy(file.path(), converted.path(), dao::OpenMode::Update);
         const bool isKept = bringUpToDate(session, request, context);
+        if (isKept)
+            leaveNothingToWrite(session, context.project);
         session.close();
         if (!isKept)
             return false;
-        file.refuseInUse();
+        file.refuseChanged();
         converted.replace();
         return true;
     } catch (const dao::DaoException &exception) {
@@ -174,7 +184,7 @@ bool isConversionWanted(DatabaseSession &session, ConversionRequest &request, co
         return false;
     }
     try {
-        if (request(messages::kStepJetFile))
+        if (request.request(QString::fromUtf16(messages::kStepJetFile.text)))
             return true;
     } catch (const dao::DaoCancelled &) {
         session.conversion.cancelled = true;
@@ -191,7 +201,7 @@ void openJetFile(DatabaseSession &session, const QString &path, const ConnectCon
                  BringUpToDate bringUpToDate)
 {
     session.prompts().status(messages::kReadingJet, QDir::toNativeSeparators(path));
-    const JetFile file(path);
+    JetFile file(path);
     const JetImportReport report = importJetFile(path, file.workingCopy(), context.progress);
     file.open(session, dao::OpenMode::Update);
     refreshLabels(session, context.project);
@@ -199,8 +209,9 @@ void openJetFile(DatabaseSession &session, const QString &path, const ConnectCon
     tellRemarks(session.prompts(), path, report);
     if (context.onlyReads || !file.mayBeReplaced())
         return;
-    ConversionRequest request(session, context.project,
-                              [&](const QString &backup) { copyFile(path, backup, context.progress); });
+    const FileContent content = [&](const std::function<void(QByteArrayView)> &take) { file.read(take); };
+    const QString reading = tarnwick::format(messages::kReadingJet.text, QDir::toNativeSeparators(path));
+    ConversionRequest request(session, context.project, watched(content, file.size(), reading, context.progress));
     if (!isConversionWanted(session, request, file))
         return;
     if (replaceByConverted(session, request, file, context, bringUpToDate)) {

@@ -1,5 +1,10 @@
 #include "JetUse.h"
 
+#include "Backup.h"
+
+#include <cerrno>
+#include <dao/values/DaoException.h>
+#include <dao/values/Errors.h>
 #include <fcntl.h>
 #include <QDir>
 #include <QFile>
@@ -43,6 +48,27 @@ JetUse::JetUse(const QString &jetFile)
     : lockFile(lockFileOf(jetFile))
     , isLocked(hasLock(jetFile) || (!lockFile.isEmpty() && hasLock(lockFile)))
 {
+}
+
+JetLock::JetLock(const QString &jetFile)
+    : m_file(std::make_unique<QFile>(jetFile))
+{
+    if (!m_file->open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered))
+        throw dao::DaoException(
+            dao::error::CannotOpenFile, u"DAO.Workspace"_s,
+            u"The file '%1' cannot be opened: %2"_s.arg(QDir::toNativeSeparators(jetFile), m_file->errorString()));
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    if (::fcntl(m_file->handle(), F_OFD_SETLK, &lock) != 0 && (errno == EAGAIN || errno == EACCES))
+        throw dao::DaoException(dao::error::FileInUse, u"DAO.Workspace"_s,
+                                dao::errorText(dao::error::FileInUse, {QDir::toNativeSeparators(jetFile)}));
+}
+
+void JetLock::read(const std::function<void(QByteArrayView)> &take) const
+{
+    m_file->seek(0);
+    readRest(*m_file, take);
 }
 
 } // namespace db

@@ -10,12 +10,10 @@ using brannock::ReportEntry;
 
 namespace {
 
-const QString kRowsSql = u"SELECT PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, EXAIVOLT, EXAIDEG,\n"
+const QString kColumns = u"PRIMEKEY, TUBEQUAD, TUBEROW, TUBECOL, EXAIVOLT, EXAIDEG,\n"
                          u"       EXAIDEPH, EXAMCHAN, EXAMINDN, EXAMLEG, EXAMOUT, EXAMPERS,\n"
                          u"       EXAMOPER, EXAILOC1, EXAILOC3, EXAILOC4, EXAMREEL, EXAMTECH,\n"
-                         u"       EXAMDEXT, EXAMINSP, USRTEXT1, USRTEXT2, NOTEPTR, EXAMLOG\n"
-                         u"FROM EXAMDATA\n"
-                         u"ORDER BY PRIMEKEY"_s;
+                         u"       EXAMDEXT, EXAMINSP, USRTEXT1, USRTEXT2, NOTEPTR, EXAMLOG"_s;
 
 QString orElse(const QString &text, const QString &otherwise)
 {
@@ -49,7 +47,15 @@ LegacyEntries::LegacyEntries(dao::Database &database, const LegacyIdent &ident, 
     , m_ident(ident)
     , m_project(&project)
 {
-    m_rows.open(dao::Recordset::Type::Snapshot, kRowsSql);
+    m_rows.open(dao::Recordset::Type::Snapshot, u"SELECT "_s + kColumns + u"\nFROM EXAMDATA\nORDER BY PRIMEKEY"_s);
+}
+
+QStringList LegacyEntries::columns()
+{
+    QStringList names = kColumns.split(u',');
+    for (QString &name : names)
+        name = name.trimmed();
+    return names;
 }
 
 bool LegacyEntries::next()

@@ -20,6 +20,9 @@ public:
     /// Opens the rows, ordered by PRIMEKEY. Throws the engine's exceptions.
     LegacyEntries(dao::Database &database, const LegacyIdent &ident, const brannock::Project &project);
 
+    /// What is read of EXAMDATA.
+    static QStringList columns();
+
     /// False when there are no more.
     bool next();
     // Throw dao::DaoException (3421) for a value that is no number of the size that is wanted, or no date.

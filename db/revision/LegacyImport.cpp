@@ -2,6 +2,7 @@
 
 #include "Messages.h"
 
+#include <dao/values/Errors.h>
 #include <db/EngineProgress.h>
 #include <db/Errors.h>
 #include <db/FieldAccess.h>
@@ -36,6 +37,50 @@ constexpr char16_t kMarkedSql[] = u"INSERT INTO tube_set_entry (name, entry_num,
                                   u"WHERE TUBESTAT = 'IN'";
 constexpr int kFilledCircle = 9679; // U+25CF
 constexpr int kBlue = 0xFF0000;     // 0x00BBGGRR
+
+/// What is read of each foreign table.
+struct ForeignTable
+{
+    QString name;
+    QStringList columns;
+
+    /// Throws dao::DaoException that says what is missing; a query would ask for it as for a parameter.
+    void require(const dao::Database &database) const
+    {
+        if (!database.hasTable(name))
+            throw dao::DaoException(dao::error::UnknownSource, u"DAO.Database"_s,
+                                    u"The foreign database has no table '%1'."_s.arg(name));
+        QStringList missing;
+        for (const QString &column : columns)
+            if (!database.table(name).field(column))
+                missing.append(column);
+        if (!missing.isEmpty())
+            throw dao::DaoException(dao::error::ItemNotFound, u"DAO.TableDef"_s,
+                                    u"The foreign table '%1' has no column '%2'."_s.arg(name, missing.join(u"', '"_s)));
+    }
+};
+
+const ForeignTable &identTable()
+{
+    static const ForeignTable table{u"IDENT"_s, {u"SITE"_s, u"COMP"_s}};
+    return table;
+}
+
+const ForeignTable &repairsTable()
+{
+    static const ForeignTable table{u"REPRDATA"_s,
+                                    {u"PRIMEKEY"_s, u"TUBEQUAD"_s, u"TUBEROW"_s, u"TUBECOL"_s, u"REPRDESC"_s,
+                                     u"PLUGTYPE"_s, u"REPRISUD"_s, u"REPRCMPD"_s, u"HEAT1"_s, u"HEAT2"_s, u"FLAWLOC1"_s,
+                                     u"FLAWLOC3"_s, u"REPROUT"_s, u"NOTEPTR"_s}};
+    return table;
+}
+
+const ForeignTable &tubesTable()
+{
+    static const ForeignTable table{u"TUBEDATA"_s,
+                                    {u"PRIMEKEY"_s, u"TUBEQUAD"_s, u"TUBEROW"_s, u"TUBECOL"_s, u"TUBESTAT"_s}};
+    return table;
+}
 
 /// One import: its steps share the session and what IDENT says.
 class Import
@@ -93,7 +138,8 @@ bool Import::importExamData()
         }
     } catch (const dao::DaoException &exception) {
         dao::DaoException named = exception;
-        named.withHint(u"Record %1 of EXAMDATA."_s.arg(record));
+        const QString lead = exception.hint().isEmpty() ? QString() : QString(exception.hint() + u' ');
+        named.withHint(lead + u"Record %1 of EXAMDATA."_s.arg(record));
         showDaoError(m_session->prompts(), named, messages::kUploadEntry);
         return false;
     }
@@ -107,6 +153,7 @@ void Import::importRepairs()
     const auto orProjects = [](const QString &own, const QString &projects) { return own.isEmpty() ? projects : own; };
     guarded(
         [&] {
+            repairsTable().require(m_session->database());
             executeSql(m_session->database(), sqlText(kRepairsSql, orProjects(m_ident.site, m_project->site.siteCode),
                                                       orProjects(m_ident.comp, m_project->site.compCode)));
         },
@@ -118,6 +165,7 @@ void Import::importTubeSets()
     dao::Database &database = m_session->database();
     guarded(
         [&] {
+            tubesTable().require(database);
             executeSql(database, sqlText(kPluggedSetSql));
             executeSql(database, sqlText(kPluggedSql, kFilledCircle));
             executeSql(database, sqlText(kMarkedSetSql));
@@ -146,14 +194,19 @@ bool importLegacyDatabase(DatabaseSession &session, const brannock::Project &pro
 {
     if (!checkConnected(session) || !session.isUpdatable())
         return false;
+    identTable().require(session.database());
+    ForeignTable{u"EXAMDATA"_s, LegacyEntries::columns()}.require(session.database());
     const EngineProgress stoppable(session.database(), progress);
     dao::Transaction transaction(session.workspace());
     createSchema(session.prompts(), session.database());
     seedStatistics(session.database());
     Import import(session, project, progress);
     // Without its results the import would be taken for whole at the next connection: nothing of it stays.
-    if (!import.importExamData())
+    if (!import.importExamData()) {
+        transaction.rollback();
+        session.prompts().information(messages::kImportUndone);
         return false;
+    }
     import.importRepairs();
     import.importTubeSets();
     transaction.commit();

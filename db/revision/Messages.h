@@ -11,6 +11,7 @@ inline constexpr Message kConvertTubes{1023, u"Could not convert ISIS TUBEDATA."
 inline constexpr Message kConvertingRecord{0, u"Converting ISIS record %5D ..."};
 inline constexpr Message kConvertingRecords{0, u"Converting ISIS records ..."};
 inline constexpr Message kImportDone{0, u"Done"};
+inline constexpr Message kImportUndone{0, u"The import failed. The database is as it was."};
 inline constexpr Message kNotImported{0, u"The foreign tables were not imported: %S"};
 
 // Steps of the revision conversion
@@ -33,18 +34,23 @@ inline constexpr Message kStepTubes{0, u"Modified tubes table."};
 inline constexpr Message kStepAlias{0, u"Created %U table."};
 
 // The request
-inline constexpr Message kStepLine{0, u"    %d) %S\n"};
 inline constexpr Message kNotInProject{
     0, u"Database %U\nwill not be converted to rev %U format\nsince it is not in the current project."};
 inline constexpr Message kAskConversion{
     0, u"Do you wish to convert:\n\n\t\"%U\"\n\nto %U format?\n\nWarning:\n\n"
        u"    Choosing NO  will cause some operations to fail.\n\n"
        u"    Choosing YES will cause modifications to the database.\n    A backup will be made to \"%U\""};
+inline constexpr Message kJetBackupKept{0, u"\n    The Jet file \"%U\", an earlier backup, is kept."};
 inline constexpr Message kBackingUp{0, u"Backing up \"%S\" to \"%U\" ..."};
 inline constexpr Message kBackUp{1033, u"Could not back up \"%S\" to \"%U\".\nThe database is not converted."};
+inline constexpr Message kLockForConversion{1043, u"Could not lock \"%U\" for the conversion."};
 inline constexpr Message kConverting{0, u"Converting database ..."};
 inline constexpr Message kConversionComplete{0, u"Conversion complete."};
 inline constexpr Message kConversions{0, u"Conversions:\n%S"};
+inline constexpr Message kNothingConverted{0, u"Nothing was converted:\n%S"};
+inline constexpr Message kConvertedElsewhere{0, u"Another program has converted the database meanwhile."};
+inline constexpr Message kLinkedDatabase{0, u"Database %U\nis a link to %U,\nwhich is not in the current project. "
+                                            u"It is opened for reading only."};
 inline constexpr Message kConversionCancelled{0, u"Conversion cancelled."};
 inline constexpr Message kConversionUndone{0, u"The conversion failed. The database is as it was."};
 

@@ -85,7 +85,12 @@ bool reviseDatabase(DatabaseSession &session, ConversionRequest &request, const 
     bool isCancelled = false;
     ConversionPass pass(session, request, progress);
     try {
-        runSteps(pass, project);
+        try {
+            runSteps(pass, project);
+        } catch (const ConversionPass::ChangedMeanwhile &) {
+            pass.startAgain();
+            runSteps(pass, project);
+        }
         if (pass.commit())
             return true;
     } catch (const ConversionPass::Aborted &) {

@@ -62,7 +62,10 @@ void createRepairs(ConversionPass &pass)
 {
     if (pass.database().hasTable(u"repairs") || !pass.request(messages::kStepRepairs))
         return;
-    pass.change([&] { createTable(pass.prompts(), pass.database(), tableSpec(u"repairs")); });
+    pass.change([&] {
+        if (!createTable(pass.prompts(), pass.database(), tableSpec(u"repairs")))
+            pass.markFailed(messages::kStepRepairs);
+    });
 }
 
 void convertReport(ConversionPass &pass)

@@ -4,7 +4,7 @@
 #include "QueryDef.h"
 
 #include <dao/store/ErrorTranslation.h>
-#include <dao/store/FileBackup.h>
+#include <dao/store/FileReading.h>
 #include <dao/store/Statistics.h>
 #include <dao/store/SystemTables.h>
 #include <dao/store/TableDefinition.h>
@@ -204,10 +204,23 @@ void Database::setProperty(const QString &name, const QString &value)
     define(u"DAO.Database"_s, [&](store::SchemaEditor &editor) { editor.setProperty(name, value); });
 }
 
-void Database::backupTo(const QString &path) const
+void Database::readFile(const std::function<void(QByteArrayView)> &take) const
 {
     m_impl->requireOpen();
-    store::backUpFile(m_impl->path, path, m_impl->connection.progress());
+    store::readFile(m_impl->path, take, m_impl->connection.progress());
+}
+
+qint64 Database::changeStamp() const
+{
+    m_impl->prepareStatement();
+    return m_impl->connection.number(u"PRAGMA data_version"_s);
+}
+
+void Database::lockForChanges()
+{
+    store::SourceScope scope(m_impl->connection, u"DAO.Database"_s);
+    m_impl->prepareStatement();
+    m_impl->connection.run(u"DELETE FROM _dao_properties WHERE 0"_s);
 }
 
 int Database::execute(const QString &sql)

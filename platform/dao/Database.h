@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <QByteArrayView>
 
 namespace dao {
 
@@ -95,10 +96,14 @@ public:
     QString property(const QString &name) const;
     void setProperty(const QString &name, const QString &value);
 
-    /// Copies the file, as it was last committed, to another, byte for byte; one that is there is replaced in one step,
-    /// and stays when the copy fails or is cancelled. Changes of a transaction in progress are not in it. Errors: 3026
-    /// disk full, 3051 no right, 3045 in use.
-    void backupTo(const QString &path) const;
+    /// The bytes of the file as it was last committed, from its beginning to its end, piece by piece. Changes of a
+    /// transaction in progress are not in them. Throws what take throws, too.
+    void readFile(const std::function<void(QByteArrayView)> &take) const;
+    /// A number that is another one once another program has changed the file.
+    qint64 changeStamp() const;
+    /// Within a transaction: from here to its end no other program changes the file. Changes nothing by itself. Throws
+    /// when another program is writing.
+    void lockForChanges();
 
     /// Runs an action statement without parameters, failing on the first error, the statement undone as a whole.
     /// Returns the rows affected. Error 3065 for a statement that returns rows, 3061 when it has parameters.

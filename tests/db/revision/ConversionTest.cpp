@@ -278,7 +278,7 @@ TEST_F(ConversionTest, AFileThatCannotBeUpdatedIsLeftAlone)
     make(old::Everything);
     const QByteArray before = bytes();
     session.open(path, dao::OpenMode::ReadOnly);
-    db::ConversionRequest request(session, &project, [](const QString &) { FAIL() << "no backup is wanted"; });
+    db::ConversionRequest request(session, &project, [](const auto &) { FAIL() << "no backup is wanted"; });
     EXPECT_FALSE(db::reviseDatabase(session, request, &project, nullptr));
     EXPECT_EQ(prompts.entries().size(), 0);
     EXPECT_EQ(bytes(), before);
@@ -289,7 +289,8 @@ struct FailureCase
     const char *name;
     QStringList obstacle; ///< statements that keep the step from being done
     QString error;
-    int doneSteps; ///< of the eleven, those that have no error
+    int doneSteps;       ///< of the eleven, those that have no error
+    QString failed = {}; ///< the step, where it had got so far as to be requested
 };
 
 class ConversionFailure : public ConversionTest, public ::testing::WithParamInterface<FailureCase>
@@ -303,7 +304,10 @@ TEST_P(ConversionFailure, StopsOnlyItsStep)
     old::executeAll(path, GetParam().obstacle);
     ASSERT_TRUE(convert());
     EXPECT_EQ(errors(), QStringList{GetParam().error});
-    EXPECT_EQ(informations().size(), 1);
+    ASSERT_EQ(informations().size(), 1);
+    const QString told = informations().first();
+    EXPECT_EQ(told.section(u"\nNot converted:\n    1) "_s, 1).trimmed(), GetParam().failed);
+    EXPECT_FALSE(told.section(u"\nNot converted:"_s, 0, 0).contains(u") "_s + GetParam().failed + u'\n'));
     int done = 0;
     done += !database().hasTable(u"display_format");
     done += database().hasTable(u"repairs");
@@ -324,14 +328,18 @@ TEST_P(ConversionFailure, StopsOnlyItsStep)
 INSTANTIATE_TEST_SUITE_P(
     EachStep, ConversionFailure,
     ::testing::Values(
-        FailureCase{
-            "Repairs", {u"CREATE VIEW repairs AS SELECT 1 AS a"_s}, u"1006 Could not create 'repairs' table."_s, 10},
+        FailureCase{"Repairs",
+                    {u"CREATE VIEW repairs AS SELECT 1 AS a"_s},
+                    u"1006 Could not create 'repairs' table."_s,
+                    10,
+                    u"Created repairs table."_s},
         FailureCase{"Report", {u"DROP TABLE report"_s}, u"1024 Could not modify 'report' table."_s, 10},
         FailureCase{"Landmarks",
                     {u"DROP INDEX name ON landmarks"_s,
                      u"INSERT INTO landmarks (number, type, name) VALUES (9, 'TE', 'TEH')"_s},
                     u"1025 Could not modify 'landmarks' table."_s,
-                    10},
+                    10,
+                    u"Modified landmarks table."_s},
         FailureCase{"TubeSets",
                     {u"DELETE FROM tube_sets"_s, u"ALTER TABLE tube_set_entry DROP CONSTRAINT tubes_rel"_s,
                      u"DROP TABLE tube_set_entry"_s},
@@ -345,11 +353,13 @@ INSTANTIATE_TEST_SUITE_P(
              u"INSERT INTO plans (site_code, comp, outage, plan_num, create_time) VALUES ('S1', 'SGA_R12', 'X', "
              "1, #1/1/2000#)"_s},
             u"1028 Could not modify 'plans' table."_s,
-            10},
+            10,
+            u"Modified plans and plan_entry tables."_s},
         FailureCase{"Alias",
                     {u"CREATE VIEW col_alias AS SELECT 1 AS a"_s},
                     u"1014 Could not create 'col_alias' alias table."_s,
-                    10},
+                    10,
+                    u"Created col_alias table."_s},
         FailureCase{"View", {u"CREATE TABLE [report#] (a LONG)"_s}, u"1030 Could not create view 'report#'."_s, 11}),
     [](const auto &shape) { return shape.param.name; });
 

@@ -1,38 +1,16 @@
 #include "RevisionFixture.h"
 
-#include <csignal>
 #include <db/CreateDatabase.h>
-#include <db/revision/ConversionRequest.h>
 #include <db/revision/JetImport.h>
 #include <db/SqlText.h>
 #include <db/UnfinishedFile.h>
 #include <QDir>
 #include <QFile>
-#include <sys/resource.h>
+#include <support/FullDisk.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// No file can be written beyond that size while this lives: what a full disk looks like to the program.
-class FullDisk
-{
-public:
-    explicit FullDisk(qint64 size)
-    {
-        ::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit limit = m_before;
-        limit.rlim_cur = rlim_t(size);
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
-    FullDisk(const FullDisk &) = delete;
-    FullDisk &operator=(const FullDisk &) = delete;
-
-private:
-    rlimit m_before{};
-};
 
 class FaultsTest : public RevisionTest
 {
@@ -50,6 +28,11 @@ protected:
         const QStringList names = folder.names(subfolder);
         return {names.begin(), names.end()};
     }
+    static QString backupOf(const QString &file)
+    {
+        const QFileInfo info(file);
+        return info.absoluteDir().filePath(info.completeBaseName() + u"._db"_s);
+    }
     static QString sample(const QString &name)
     {
         return QDir(qEnvironmentVariable("ARVO_TESTDATA")).filePath(name + u".mdb"_s);
@@ -62,7 +45,7 @@ TEST_F(FaultsTest, ABackupThatDoesNotFitKeepsTheConversionFromStarting)
 {
     const QByteArray before = makeOld();
     {
-        const FullDisk disk(before.size() / 2);
+        const support::FullDisk disk(before.size() / 2);
         ASSERT_TRUE(convert());
     }
     ASSERT_EQ(errors().size(), 1);
@@ -80,7 +63,7 @@ TEST_F(FaultsTest, ADiskThatFillsUpUndoesTheConversion)
     sizes.report = 3000;
     const QByteArray before = makeOld(sizes);
     {
-        const FullDisk disk(before.size() + 4096);
+        const support::FullDisk disk(before.size() + 4096);
         ASSERT_TRUE(convert());
     }
     EXPECT_FALSE(errors().isEmpty());
@@ -115,7 +98,7 @@ TEST_F(FaultsTest, OddPathsAreConvertedLikeOthers)
         ASSERT_EQ(questions().size(), 1);
         EXPECT_TRUE(questions().first().contains(u'"' + file + u'"'));
         EXPECT_TRUE(database().table(u"tubes").field(u"y"));
-        QFile backup(db::ConversionRequest::backupPath(file));
+        QFile backup(backupOf(file));
         ASSERT_TRUE(backup.open(QIODevice::ReadOnly)) << backup.fileName().toStdString();
         EXPECT_EQ(backup.readAll(), before);
         session.close();
@@ -288,7 +271,7 @@ TEST_F(FaultsTest, AnImportThatFailsLeavesNothing)
     if (qEnvironmentVariableIsEmpty("ARVO_TESTDATA"))
         GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
     {
-        const FullDisk disk(100'000);
+        const support::FullDisk disk(100'000);
         EXPECT_THROW(db::importJetFile(sample(u"suite-old-1"_s), path), dao::DaoException);
     }
     EXPECT_EQ(folder.names(u"arvo"_s), QStringList());

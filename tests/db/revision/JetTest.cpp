@@ -403,8 +403,8 @@ TEST_F(JetTest, StoppedByTheUserTheFileStaysAsItIs)
 
 TEST_F(JetTest, AFileBehindALinkIsConvertedWhereItLies)
 {
-    const QString real = folder.path(u"elsewhere/real.mdb"_s);
-    ASSERT_TRUE(QDir().mkpath(folder.path(u"elsewhere"_s)));
+    const QString real = folder.path(u"arvo/data/real.mdb"_s);
+    ASSERT_TRUE(QDir().mkpath(folder.path(u"arvo/data"_s)));
     ASSERT_TRUE(QFile::copy(sample(u"suite-old-2"_s), real));
     const auto rights = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
     QFile::setPermissions(real, rights);
@@ -415,5 +415,5 @@ TEST_F(JetTest, AFileBehindALinkIsConvertedWhereItLies)
     EXPECT_TRUE(QFileInfo(path).isSymLink());
     EXPECT_EQ(QFile::permissions(real) & rights, rights);
     EXPECT_EQ(QFile::permissions(folder.path(u"arvo/project._db"_s)), QFile::permissions(real));
-    EXPECT_EQ(folder.names(u"elsewhere"_s), QStringList{u"real.mdb"_s});
+    EXPECT_EQ(folder.names(u"arvo/data"_s), QStringList{u"real.mdb"_s});
 }

@@ -144,7 +144,11 @@ TEST_F(LegacyImportTest, AnEntryThatFailsUndoesTheWholeImport)
     const QByteArray before = bytes();
     ASSERT_TRUE(connect());
     EXPECT_EQ(errors(), QStringList{u"1021 Could not upload report entry."_s}) << "the same number twice";
-    EXPECT_TRUE(prompts.texts(Entry::Kind::Error).first().endsWith(u"\nRecord 7 of EXAMDATA."_s)) << "and says which";
+    EXPECT_EQ(informations(), QStringList{u"The import failed. The database is as it was."_s});
+    EXPECT_TRUE(said(Entry::Kind::Error)
+                    .first()
+                    .endsWith(u"\nIt is index 'recd_num' of table 'report'. Record 7 of EXAMDATA."_s))
+        << said(Entry::Kind::Error).first().toStdString();
     EXPECT_FALSE(database().hasTable(u"report"));
     session.close();
     EXPECT_EQ(bytes(), before);
@@ -201,11 +205,35 @@ TEST_F(LegacyImportTest, WithAReportItIsADatabaseOfOurs)
     EXPECT_FALSE(db::isLegacyDatabase(database()));
 }
 
-TEST_F(LegacyImportTest, WithoutItsTablesItIsNotConnected)
+TEST_F(LegacyImportTest, WhatIsMissingOrDoesNotFitIsNamed)
 {
-    old::executeAll(path, {u"DROP TABLE IDENT"_s});
-    const QByteArray before = bytes();
-    EXPECT_FALSE(connect());
-    EXPECT_EQ(errors(), QStringList{u"1032 Could not connect to database."_s});
-    EXPECT_EQ(bytes(), before);
+    struct Case
+    {
+        QStringList obstacle;
+        QString named;
+        bool isConnected;
+    };
+    const QString wide = u"ALTER TABLE EXAMDATA ALTER COLUMN EXAMTECH TEXT(90)"_s;
+    for (const Case &given : std::initializer_list<Case>{
+             {{u"DROP TABLE IDENT"_s}, u"[3078] DAO.Database The foreign database has no table 'IDENT'."_s, false},
+             {{u"ALTER TABLE EXAMDATA DROP COLUMN EXAIDEG"_s, u"ALTER TABLE EXAMDATA DROP COLUMN NOTEPTR"_s},
+              u"The foreign table 'EXAMDATA' has no column 'EXAIDEG', 'NOTEPTR'."_s,
+              false},
+             {{u"ALTER TABLE REPRDATA DROP COLUMN HEAT2"_s}, u"'REPRDATA' has no column 'HEAT2'."_s, true},
+             {{u"DROP TABLE TUBEDATA"_s}, u"has no table 'TUBEDATA'."_s, true},
+             {{wide, examination({{u"EXAMTECH"_s, u"'%1'"_s.arg(QString(80, u'x'))}})}, u"'report.probe_type'"_s, true},
+         }) {
+        SCOPED_TRACE(given.obstacle.first().toStdString());
+        session.close();
+        QFile::remove(path);
+        old::makeForeignDatabase(path);
+        old::executeAll(path, given.obstacle);
+        const QByteArray before = bytes();
+        EXPECT_EQ(connect(), given.isConnected);
+        ASSERT_EQ(errors().size(), 1);
+        EXPECT_TRUE(said(Entry::Kind::Error).first().contains(given.named))
+            << said(Entry::Kind::Error).first().toStdString();
+        session.close();
+        EXPECT_TRUE(given.isConnected || bytes() == before);
+    }
 }

@@ -1,14 +1,9 @@
-#include "FileBackup.h"
+#include "FileReading.h"
 
 #include "ErrorTranslation.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <memory>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QSaveFile>
 #include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
@@ -34,15 +29,6 @@ using Handle = std::unique_ptr<sqlite3, CloseDatabase>;
     failure.path = path;
     failure.source = sourceName;
     raise(failure);
-}
-
-/// systemError: what the system said; a file that could be written in part does not remember it.
-[[noreturn]] void failWriting(const QFileDevice &target, int systemError)
-{
-    const QString reason = systemError == 0 ? target.errorString() : QString::fromLocal8Bit(std::strerror(systemError));
-    if (systemError == ENOSPC || systemError == EDQUOT || target.error() == QFileDevice::ResourceError)
-        throw engineError(error::DiskFull, sourceName).withHint(reason);
-    throw engineError(error::CannotOpenFile, sourceName, {target.fileName()}).withHint(reason);
 }
 
 Handle openForReading(const QString &path)
@@ -103,7 +89,9 @@ private:
     QElapsedTimer m_sinceAsked;
 };
 
-void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target, CancelCheck &check)
+using Take = std::function<void(QByteArrayView)>;
+
+void giveBytes(sqlite3 *db, const QString &path, const Take &take, CancelCheck &check)
 {
     sqlite3_file *file = nullptr;
     int result = sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file);
@@ -115,78 +103,39 @@ void copyBytes(sqlite3 *db, const QString &path, QSaveFile &target, CancelCheck 
         check();
         const int length = int(std::min<sqlite3_int64>(bytesAtOnce, size - offset));
         result = file->pMethods->xRead(file, buffer.data(), length, offset);
-        errno = 0;
-        if (result == SQLITE_OK && target.write(buffer.constData(), length) != length)
-            failWriting(target, errno);
+        if (result == SQLITE_OK)
+            take(QByteArrayView(buffer).first(length));
     }
     if (result != SQLITE_OK)
         failReading(path, result);
 }
 
-/// By the inner engine's own means: the content is the same, the bytes need not be.
-void copyPages(sqlite3 *db, const QString &path, const QString &target, CancelCheck &check)
+/// File and log as one. Only other programs ask for a log, so the memory that this takes is seldom needed.
+void giveContent(sqlite3 *db, const QString &path, const Take &take, CancelCheck &check)
 {
-    constexpr int pagesAtOnce = 1000;
-    sqlite3 *copy = nullptr;
-    int result = sqlite3_open_v2(target.toUtf8().constData(), &copy,
-                                 SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXRESCODE, nullptr);
-    const Handle handle(copy);
-    if (result == SQLITE_OK) {
-        using Backup = std::unique_ptr<sqlite3_backup, decltype(&sqlite3_backup_finish)>;
-        Backup backup(sqlite3_backup_init(copy, "main", db, "main"), &sqlite3_backup_finish);
-        while (backup && sqlite3_backup_step(backup.get(), pagesAtOnce) == SQLITE_OK)
-            check();
-        result = backup ? sqlite3_backup_finish(backup.release()) : sqlite3_extended_errcode(copy);
+    using Content = std::unique_ptr<unsigned char, decltype(&sqlite3_free)>;
+    sqlite3_int64 size = 0;
+    const Content content(sqlite3_serialize(db, "main", &size, 0), &sqlite3_free);
+    if (!content)
+        failReading(path, SQLITE_NOMEM);
+    const QByteArrayView bytes(content.get(), qsizetype(size));
+    for (qsizetype offset = 0; offset < bytes.size(); offset += bytesAtOnce) {
+        check();
+        take(bytes.sliced(offset, std::min<qsizetype>(bytesAtOnce, bytes.size() - offset)));
     }
-    if (result != SQLITE_OK)
-        failReading(path, result);
-}
-
-/// Who may not read the file may not read its backup.
-void makeEmpty(const QString &made, const QString &path)
-{
-    QFile file(made);
-    errno = 0;
-    if (!file.open(QIODevice::WriteOnly))
-        failWriting(file, errno);
-    file.setPermissions(QFile::permissions(path));
-}
-
-void replace(const QString &made, const QString &target)
-{
-    if (std::rename(QFile::encodeName(made).constData(), QFile::encodeName(target).constData()) != 0)
-        throw engineError(error::CannotOpenFile, sourceName, {target});
 }
 
 } // namespace
 
-void backUpFile(const QString &path, const QString &target, Progress *progress)
+void readFile(const QString &path, const Take &take, Progress *progress)
 {
     CancelCheck check(progress);
     const Handle db = openForReading(path);
     beginReading(db.get(), path);
-    if (hasLog(db.get())) {
-        const QString made = target + u".new"_s;
-        QFile::remove(made);
-        try {
-            makeEmpty(made, path);
-            copyPages(db.get(), path, made, check);
-            replace(made, target);
-        } catch (...) {
-            QFile::remove(made);
-            throw;
-        }
-        return;
-    }
-    QSaveFile file(target);
-    errno = 0;
-    if (!file.open(QIODevice::WriteOnly))
-        failWriting(file, errno);
-    file.setPermissions(QFile::permissions(path));
-    copyBytes(db.get(), path, file, check);
-    errno = 0;
-    if (!file.commit())
-        failWriting(file, errno);
+    if (hasLog(db.get()))
+        giveContent(db.get(), path, take, check);
+    else
+        giveBytes(db.get(), path, take, check);
 }
 
 } // namespace dao::store

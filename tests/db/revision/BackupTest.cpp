@@ -1,0 +1,199 @@
+#include "RevisionFixture.h"
+
+#include <db/SqlText.h>
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Says yes, after something has happened while the question was open.
+class WhileAsked : public tarnwick::RecordingPrompts
+{
+public:
+    explicit WhileAsked(std::function<void()> work)
+        : m_work(std::move(work))
+    {
+    }
+    tarnwick::Answer ask(tarnwick::Buttons buttons, const QString &text, int number) override
+    {
+        answerWith({tarnwick::Answer::Yes});
+        m_work();
+        return RecordingPrompts::ask(buttons, text, number);
+    }
+
+private:
+    std::function<void()> m_work;
+};
+
+/// What is backed up before a conversion is the original, and stays.
+class BackupTest : public RevisionTest
+{
+protected:
+    /// An old database, of which only tables are left to convert.
+    QByteArray makeOld()
+    {
+        make(old::Everything);
+        connect({Answer::No});
+        session.close();
+        return bytes();
+    }
+    bool takeSample(const QString &name)
+    {
+        session.close();
+        QFile::remove(path);
+        const QString samples = qEnvironmentVariable("ARVO_TESTDATA");
+        return !samples.isEmpty() && QFile::copy(QDir(samples).filePath(name + u".mdb"_s), path) &&
+               QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    }
+    /// Connects and answers yes while something else happens; what was said is in prompts.
+    bool convertWhile(const std::function<void()> &work)
+    {
+        WhileAsked asked(work);
+        db::DatabaseSession other(asked);
+        const bool isConnected = db::connectDatabase(other, path, {&project, nullptr, nullptr});
+        isUpdatable = other.isUpdatable();
+        prompts.clear();
+        for (const Entry &entry : asked.entries()) {
+            if (entry.kind == Entry::Kind::Error)
+                prompts.showError(3, entry.number, entry.text);
+            else if (entry.kind == Entry::Kind::Information)
+                prompts.showInformation(entry.text);
+            else if (entry.kind == Entry::Kind::Status)
+                prompts.showStatus(entry.text);
+        }
+        return isConnected;
+    }
+    QByteArray backup(const QString &name = u"project._db"_s) const { return folder.read(u"arvo/"_s + name); }
+
+    bool isUpdatable = false;
+};
+
+} // namespace
+
+TEST_F(BackupTest, WhatASecondProgramConvertedIsNotBackedUp)
+{
+    const QByteArray before = makeOld();
+    ASSERT_TRUE(convertWhile([this] {
+        ASSERT_TRUE(convert());
+        session.close();
+    }));
+    EXPECT_EQ(backup(), before);
+    EXPECT_EQ(errors() + informations(), QStringList());
+    EXPECT_TRUE(said(Entry::Kind::Status).contains(u"Another program has converted the database meanwhile."_s));
+    EXPECT_TRUE(isUpdatable);
+
+    if (!takeSample(u"suite-old-2"_s))
+        GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
+    const QByteArray jet = bytes();
+    ASSERT_TRUE(convertWhile([this] {
+        ASSERT_TRUE(convert());
+        session.close();
+    }));
+    ASSERT_EQ(errors().size(), 1);
+    EXPECT_TRUE(said(Entry::Kind::Error).first().contains(u"has changed the file"_s));
+    EXPECT_EQ(backup(), jet);
+    EXPECT_FALSE(isUpdatable);
+    EXPECT_EQ(folder.names(u"arvo"_s), (QStringList{u"project._db"_s, u"project.mdb"_s}));
+}
+
+TEST_F(BackupTest, WhatASecondProgramWroteIsBackedUpAndKept)
+{
+    makeOld();
+    QByteArray changed;
+    ASSERT_TRUE(convertWhile([&] {
+        session.open(path);
+        db::executeSql(database(), u"UPDATE tubes SET is_marked = True"_s);
+        session.close();
+        changed = bytes();
+    }));
+    EXPECT_EQ(errors(), QStringList());
+    EXPECT_EQ(backup(), changed);
+    ASSERT_TRUE(connect());
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM tubes WHERE is_marked"_s), 4);
+    EXPECT_FALSE(database().hasTable(u"display_format"));
+}
+
+TEST_F(BackupTest, WhileASecondProgramWritesNothingIsBackedUpOrConverted)
+{
+    const QByteArray before = makeOld();
+    ASSERT_TRUE(convertWhile([this] {
+        session.open(path);
+        session.workspace().beginTrans();
+        db::executeSql(database(), u"UPDATE tubes SET is_marked = True"_s);
+    }));
+    EXPECT_EQ(errors(), QStringList{u"1043 Could not lock \"%1\" for the conversion."_s.arg(path)});
+    EXPECT_EQ(informations(), QStringList{u"The conversion failed. The database is as it was."_s});
+    session.close();
+    EXPECT_EQ(bytes(), before);
+    EXPECT_FALSE(hasBackup());
+}
+
+TEST_F(BackupTest, TheBackupOfAJetFileIsNeverReplaced)
+{
+    if (!takeSample(u"suite-old-2"_s))
+        GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
+    const QByteArray jet = bytes();
+    ASSERT_TRUE(convert());
+    db::executeSql(database(), u"DROP TABLE leg_alias"_s);
+    session.close();
+    const QByteArray second = bytes();
+    ASSERT_TRUE(convert());
+    EXPECT_TRUE(
+        questions().first().endsWith(u"A backup will be made to \"%1\"\n"
+                                     "    The Jet file \"%2\", an earlier backup, is kept."_s.arg(
+                                         folder.path(u"arvo/project-2._db"_s), folder.path(u"arvo/project._db"_s))))
+        << questions().first().toStdString();
+    EXPECT_EQ(backup(), jet);
+    EXPECT_EQ(backup(u"project-2._db"_s), second);
+
+    // The same Jet file once more has its backup; another gets one of its own.
+    for (const QString &name : {u"suite-old-2"_s, u"suite-old-1"_s}) {
+        ASSERT_TRUE(takeSample(name));
+        const QByteArray taken = bytes();
+        ASSERT_TRUE(convert());
+        EXPECT_EQ(errors(), QStringList());
+        EXPECT_EQ(backup(), jet);
+        EXPECT_EQ(backup(u"project-2._db"_s), second);
+        EXPECT_EQ(folder.has(u"arvo/project-3._db"_s), taken != jet);
+    }
+}
+
+TEST_F(BackupTest, LinksAreNotFollowed)
+{
+    const QByteArray before = makeOld();
+    const QString mine = folder.write(u"elsewhere/mine"_s, "mine");
+    ASSERT_TRUE(QFile::link(mine, folder.path(u"arvo/project._db"_s)));
+    ASSERT_TRUE(convert());
+    EXPECT_EQ(errors().size(), 1);
+    EXPECT_TRUE(said(Entry::Kind::Error).first().contains(u"is a link to"_s));
+    session.close();
+    EXPECT_EQ(bytes(), before);
+    EXPECT_EQ(folder.read(u"elsewhere/mine"_s), "mine");
+
+    // Nor one in the place of the database: where it leads, nothing is converted or written.
+    ASSERT_TRUE(QFile::rename(path, folder.path(u"elsewhere/other.mdb"_s)));
+    ASSERT_TRUE(QFile::link(folder.path(u"elsewhere/other.mdb"_s), path));
+    ASSERT_TRUE(connect());
+    EXPECT_FALSE(session.isUpdatable());
+    EXPECT_EQ(informations().size(), 1);
+    EXPECT_TRUE(informations().first().contains(u"opened for reading only."_s));
+    session.close();
+    EXPECT_EQ(folder.read(u"elsewhere/other.mdb"_s), before);
+}
+
+TEST_F(BackupTest, AfterAJetConversionTheNextConnectionWritesNothing)
+{
+    for (const QString &name : {u"suite-current"_s, u"suite-old-1"_s, u"suite-old-2"_s, u"foreign"_s}) {
+        if (!takeSample(name))
+            GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
+        ASSERT_TRUE(convert());
+        session.close();
+        const QByteArray converted = bytes();
+        ASSERT_TRUE(connect());
+        session.close();
+        EXPECT_EQ(errors() + questions() + informations(), QStringList()) << name.toStdString();
+        EXPECT_EQ(bytes(), converted) << name.toStdString();
+    }
+}
