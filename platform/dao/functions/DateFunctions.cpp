@@ -3,6 +3,7 @@
 
 #include <dao/values/Errors.h>
 #include <dao/values/OleDate.h>
+#include <limits>
 
 namespace dao::functions {
 
@@ -62,9 +63,18 @@ void weekday(Call &call)
     call.result(weekdayOf(call.date(0), WeekRule(call.integer(1, 1), 1)));
 }
 
+/// Year, month and day are given as 16-bit numbers.
+int datePart(const Call &call, int index)
+{
+    const int part = call.integer(index);
+    if (part < std::numeric_limits<qint16>::min() || part > std::numeric_limits<qint16>::max())
+        throw FunctionFault{error::Overflow};
+    return part;
+}
+
 void fromDateParts(Call &call)
 {
-    const auto date = dateSerial(call.integer(0), call.integer(1), call.integer(2));
+    const auto date = dateSerial(datePart(call, 0), datePart(call, 1), datePart(call, 2));
     if (!date)
         throw FunctionFault{error::InvalidProcedureCall};
     call.result(*date);

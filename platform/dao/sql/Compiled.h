@@ -116,6 +116,8 @@ struct ActionPlan
         /// The first column of what is gathered is a row key: rows without one are left out, of several with the same
         /// the last one stays.
         bool keyed = false;
+        /// Set: sql is a select, and a row of it ends the statement with this.
+        std::optional<DaoException> refusal = std::nullopt;
     };
     QList<Step> steps;
     /// The same for when the statement must not be interrupted but may have to stop all the same: reading, which can be

@@ -61,6 +61,11 @@ qint64 runSteps(Connection &connection, const QList<Step> &steps, Access access,
         // A step may only make sense to the inner engine once the one before has run, so each is prepared in its turn.
         Statement statement(connection, step.sql, access);
         bind(statement);
+        if (step.refusal) {
+            if (statement.step())
+                throw DaoException(*step.refusal);
+            continue;
+        }
         statement.run();
         if (step.countsRows)
             affected += connection.changes();

@@ -62,6 +62,34 @@ std::vector<const Expr *> childrenOf(const Expr &expr)
     return children;
 }
 
+void collectEqualities(const Expr &condition, QHash<const Source *, QSet<int>> &fields)
+{
+    if (const Chain *chain = condition.as<Chain>(); chain && chain->isAnd) {
+        for (const ExprPtr &term : chain->terms)
+            collectEqualities(*term, fields);
+        return;
+    }
+    const Compare *compare = condition.as<Compare>();
+    if (!compare || compare->op != BinaryOp::Equal)
+        return;
+    const FieldRef *left = compare->left->as<FieldRef>();
+    const FieldRef *right = compare->right->as<FieldRef>();
+    if (!left || !right || left->source == right->source)
+        return;
+    fields[left->source].insert(left->field);
+    fields[right->source].insert(right->field);
+}
+
+void collectJoins(const From &from, QHash<const Source *, QSet<int>> &fields)
+{
+    if (from.source)
+        return;
+    if (from.on)
+        collectEqualities(*from.on, fields);
+    collectJoins(*from.left, fields);
+    collectJoins(*from.right, fields);
+}
+
 } // namespace
 
 void forEachChild(const Expr &expr, const Visit &visit)
@@ -150,6 +178,78 @@ void forEachExpr(const Query &query, const std::function<void(const Expr &)> &vi
                 forEachExpr(*source->query, visit);
         }
     }
+}
+
+QHash<const Source *, QSet<int>> joinedFields(const Select &select)
+{
+    QHash<const Source *, QSet<int>> fields;
+    for (const FromPtr &from : select.from)
+        collectJoins(*from, fields);
+    return fields;
+}
+
+bool nests(const Query &query)
+{
+    for (const QueryPart &part : query.parts) {
+        if (part.nested)
+            return true;
+        for (const auto &source : part.select->sources) {
+            if (source->query)
+                return true;
+        }
+    }
+    bool found = false;
+    forEachExpr(query, [&found](const Expr &expr) {
+        found = found || anyPart(expr, [](const Expr &part) { return subqueryOf(part) != nullptr; });
+    });
+    return found;
+}
+
+bool standsAlone(const Query &query)
+{
+    // By number: a source may be there twice, in a query and in one within it that hides it.
+    QSet<int> own;
+    QSet<int> named;
+    std::function<void(const Query &)> visitQuery;
+    const auto visitSource = [&](const Source *source) {
+        if (source)
+            named.insert(source->number);
+    };
+    const auto visitPart = [&](const Expr &part) {
+        if (const FieldRef *field = part.as<FieldRef>())
+            visitSource(field->source);
+        if (const Output *output = part.as<Output>())
+            visitSource(output->source);
+        if (const Key *key = part.as<Key>())
+            visitSource(key->source);
+        if (const Aggregate *aggregate = part.as<Aggregate>()) {
+            visitSource(aggregate->own);
+            for (const Source *source : aggregate->order)
+                visitSource(source);
+        }
+        if (const Query *subquery = subqueryOf(part))
+            visitQuery(*subquery);
+        return false;
+    };
+    const std::function<void(const Query &)> visitSources = [&](const Query &of) {
+        for (const QueryPart &part : of.parts) {
+            if (part.nested) {
+                visitSources(*part.nested);
+                continue;
+            }
+            for (const auto &source : part.select->sources) {
+                own.insert(source->number);
+                if (source->query)
+                    visitSources(*source->query);
+            }
+        }
+    };
+    visitQuery = [&](const Query &of) {
+        visitSources(of);
+        forEachExpr(of, [&](const Expr &expr) { anyPart(expr, visitPart); });
+    };
+    visitQuery(query);
+    return own.contains(named);
 }
 
 bool anyPart(const Expr &expr, const std::function<bool(const Expr &)> &test)

@@ -6,6 +6,8 @@
 
 #include <functional>
 #include <memory>
+#include <QHash>
+#include <QSet>
 
 namespace dao::sql::bound {
 
@@ -332,10 +334,21 @@ struct Insert
     std::unique_ptr<Source> rows;
 };
 
+/// What becomes of rows in which an outer join has no row of a table that is to be changed.
+struct AbsentRows
+{
+    const Source *target;
+    bool added; ///< they are made of what is assigned to the table; else the statement is refused
+    std::vector<AssignedField> defaults; ///< of fields that the file cannot fill by itself
+    Range place;                         ///< of the first field that is assigned
+    QString hint;
+};
+
 struct Update
 {
     std::shared_ptr<Select> select; ///< sources and condition
     std::vector<AssignedField> fields;
+    std::vector<AbsentRows> absent;
 };
 
 struct Delete
@@ -348,6 +361,12 @@ struct Delete
 void forEachChild(const Expr &expr, const std::function<void(const ExprPtr &)> &visit);
 /// The subquery of an expression, or null.
 const Query *subqueryOf(const Expr &expr);
+/// For each table, its fields that the joins of a select equate with a field of another one.
+QHash<const Source *, QSet<int>> joinedFields(const Select &select);
+/// True when there is a query within the query, in FROM or in an expression.
+bool nests(const Query &query);
+/// True when nothing in the query names a source of a query around it.
+bool standsAlone(const Query &query);
 /// The expressions of all clauses of a query and of the sources in its FROM.
 void forEachExpr(const Query &query, const std::function<void(const Expr &)> &visit);
 /// True when the expression, or a part of it outside subqueries, satisfies the test.

@@ -20,6 +20,19 @@ bool isTopOfOneTable(const Query &query)
            !select->aggregated && !select->distinct;
 }
 
+bool isField(const OutputColumn &column)
+{
+    return column.expr->as<FieldRef>() || column.expr->as<Output>();
+}
+
+/// A table that has a row in every row of the select, or null.
+const Source *presentTable(const Select &select)
+{
+    const auto found = std::ranges::find_if(
+        select.sources, [](const std::unique_ptr<Source> &source) { return source->table && !source->nullable; });
+    return found == select.sources.end() ? nullptr : found->get();
+}
+
 /// True when the rows of a query are those of its tables, so that it can be melted into the query around it.
 bool canMelt(const Query &query, bool nullable)
 {
@@ -27,21 +40,19 @@ bool canMelt(const Query &query, bool nullable)
     if (!select || select->sources.empty() || select->aggregated || select->distinct || select->top ||
         !select->rowSources.empty())
         return false;
-    if (!nullable)
-        return true;
-    // On the null-supplied side a condition and a computed column must stay inside.
-    return !select->where &&
-           std::all_of(select->columns.begin(), select->columns.end(), [](const OutputColumn &column) {
-               return column.expr->as<FieldRef>() || column.expr->as<Output>();
-           });
+    // On the null-supplied side a computed column is Null where there is no row, and a table's key tells whether there
+    // is one.
+    return !nullable || presentTable(*select) || std::ranges::all_of(select->columns, isField);
 }
 
 } // namespace
 
 void SelectBinder::bindFrom(const std::vector<ast::TableRefPtr> &from)
 {
-    for (const ast::TableRefPtr &table : from)
+    for (const ast::TableRefPtr &table : from) {
         m_select->from.push_back(bindTable(*table, false));
+        addWhere(m_filters.take(m_select->from.back().get()));
+    }
     m_select->commaJoin = m_select->commaJoin || from.size() > 1;
     if (m_select->sources.size() > MaxJoined)
         m_context.fail(error::TooComplex, from.front()->range);
@@ -61,7 +72,7 @@ std::shared_ptr<From> SelectBinder::bindNode(const ast::NamedTable &node, const 
         return addBaseTable(*info, table.alias.isEmpty() ? info->name : table.alias, nameRange, nullable);
     if (const QueryInfo *info = m_context.schema().findQuery(node.name)) {
         const QString name = table.alias.isEmpty() ? info->name : table.alias;
-        return addQuery([&] { return bindStoredQuery(*info, nameRange); }, name, nameRange, nullable);
+        return addQuery(bindStoredQuery(*info, nameRange), name, nameRange, nullable);
     }
     m_context.fail(error::UnknownSource, nameRange, {node.name},
                    didYouMean(node.name, m_context.schema().sourceNames()));
@@ -69,8 +80,7 @@ std::shared_ptr<From> SelectBinder::bindNode(const ast::NamedTable &node, const 
 
 std::shared_ptr<From> SelectBinder::bindNode(const ast::DerivedTable &node, const ast::TableRef &table, bool nullable)
 {
-    return addQuery([&] { return QueryBinder(m_context, m_scope.outer()).bind(*node.query); }, table.alias, table.range,
-                    nullable);
+    return addQuery(QueryBinder(m_context, m_scope.outer()).bind(*node.query), table.alias, table.range, nullable);
 }
 
 std::shared_ptr<From> SelectBinder::bindNode(const ast::Join &node, const ast::TableRef &, bool nullable)
@@ -80,8 +90,30 @@ std::shared_ptr<From> SelectBinder::bindNode(const ast::Join &node, const ast::T
     join->kind = node.kind;
     join->left = bindTable(*node.left, nullable || node.kind == JoinKind::Right);
     join->right = bindTable(*node.right, nullable || node.kind == JoinKind::Left);
-    m_pending.push_back({join, node.on.get(), first, m_scope.sources().size()});
+    PendingJoin pending{join, node.on.get(), first, m_scope.sources().size(), {}};
+    // The condition of a melted query belongs to the join that supplies Null where it does not hold; until that is met
+    // it holds for the rows of the join as well.
+    const auto place = [&](const FromPtr &side, JoinKind supplying) {
+        const ExprPtr filter = m_filters.take(side.get());
+        if (!filter)
+            return;
+        if (node.kind == JoinKind::Inner || node.kind == supplying)
+            pending.filters.push_back(filter);
+        else
+            m_filters.insert(join.get(), filter);
+    };
+    place(join->left, JoinKind::Right);
+    place(join->right, JoinKind::Left);
+    m_pending.push_back(std::move(pending));
     return join;
+}
+
+void SelectBinder::addWhere(const ExprPtr &condition)
+{
+    if (!condition)
+        return;
+    const ExprPtr &where = m_select->where;
+    m_select->where = where ? m_context.make({}, DataType::Boolean, Chain{true, {where, condition}}) : condition;
 }
 
 void SelectBinder::bindPendingJoins()
@@ -90,6 +122,11 @@ void SelectBinder::bindPendingJoins()
         ExpressionBinder binder = expressions(clause::join);
         binder.limitTo(pending.first, pending.last);
         pending.join->on = binder.bindCondition(*pending.on);
+        if (pending.filters.empty())
+            continue;
+        std::vector<ExprPtr> terms{pending.join->on};
+        terms.insert(terms.end(), pending.filters.begin(), pending.filters.end());
+        pending.join->on = m_context.make(pending.on->range, DataType::Boolean, Chain{true, std::move(terms)});
     }
     m_pending.clear();
 }
@@ -147,11 +184,11 @@ std::shared_ptr<Query> SelectBinder::bindStoredTransform(const ast::Transform &n
     return query;
 }
 
-std::shared_ptr<From> SelectBinder::addQuery(const BindQuery &bind, const QString &name, Range range, bool nullable)
+std::shared_ptr<From> SelectBinder::addQuery(const std::shared_ptr<Query> &query, const QString &name, Range range,
+                                             bool nullable)
 {
-    const std::shared_ptr<Query> query = bind();
-    if (!nullable && isTopOfOneTable(*query))
-        replaceTop(*query->parts.front().select, bind, range);
+    if (isTopOfOneTable(*query))
+        replaceTop(*query->parts.front().select, range);
     ScopeSource scoped{name, {}};
     if (canMelt(*query, nullable)) {
         std::shared_ptr<From> from = meltQuery(*query, scoped, nullable);
@@ -189,21 +226,30 @@ std::vector<OrderKey> SelectBinder::orderOfOutput(const Query &query, const Scop
 }
 
 // The first rows of a table are those rows of it whose keys are among the first: said so, they can be changed like any
-// others.
-void SelectBinder::replaceTop(Select &select, const BindQuery &bindAgain, Range range)
+// others. The query of those keys has the table under the same number, which hides the one outside, so that the
+// condition and the order, which name that number, need no second copy.
+void SelectBinder::replaceTop(Select &select, Range range)
 {
     constexpr double WholePercent = 100;
     const Top top = *std::exchange(select.top, std::nullopt);
     if (top.percent && top.count >= WholePercent)
         return;
-    const std::shared_ptr<Query> first = bindAgain();
-    Select &rows = *first->parts.front().select;
+    auto rows = std::make_shared<Select>();
+    rows->sources.push_back(std::make_unique<Source>(*select.sources.front()));
+    auto leaf = std::make_shared<From>();
+    leaf->source = rows->sources.front().get();
+    rows->from.push_back(std::move(leaf));
+    rows->where = select.where;
+    rows->order = select.order;
+    rows->top = top;
     const auto keyOf = [&](const Select &of) {
         return m_context.make(range, DataType::Long, Key{of.sources.front().get()}, true);
     };
-    const ExprPtr key = keyOf(rows);
-    rows.columns.clear();
-    rows.columns.push_back({outputInfo({}, *key), key, true, {}});
+    const ExprPtr key = keyOf(*rows);
+    rows->columns.push_back({outputInfo({}, *key), key, true, {}});
+    auto first = std::make_shared<Query>();
+    first->parts.push_back({rows, nullptr, false});
+    QueryBinder(m_context, nullptr).measure(*first, range);
     select.where = m_context.make(range, DataType::Boolean, InQuery{keyOf(select), first, false});
 }
 
@@ -212,19 +258,17 @@ void SelectBinder::replaceTop(Select &select, const BindQuery &bindAgain, Range 
 std::shared_ptr<From> SelectBinder::meltQuery(const Query &query, ScopeSource &scoped, bool nullable)
 {
     const std::shared_ptr<Select> &inner = query.parts.front().select;
+    const Source *present = nullable ? presentTable(*inner) : nullptr;
     for (const OutputColumn &column : inner->columns)
-        scoped.columns.push_back({column.info.name, column.expr});
+        scoped.columns.push_back({column.info.name, present ? wherePresent(column, *present) : column.expr});
     for (std::unique_ptr<Source> &source : inner->sources) {
         source->nullable = source->nullable || nullable;
         m_select->sources.push_back(std::move(source));
     }
     inner->sources.clear();
     m_select->commaJoin = m_select->commaJoin || inner->commaJoin;
-    if (inner->where) {
-        const ExprPtr &where = m_select->where;
-        m_select->where =
-            where ? m_context.make({}, DataType::Boolean, Chain{true, {where, inner->where}}) : inner->where;
-    }
+    if (!nullable)
+        addWhere(inner->where);
     m_inheritedOrder = inner->order;
     FromPtr from = inner->from.front();
     for (size_t i = 1; i < inner->from.size(); ++i) {
@@ -233,7 +277,22 @@ std::shared_ptr<From> SelectBinder::meltQuery(const Query &query, ScopeSource &s
         join->right = inner->from[i];
         from = join;
     }
+    if (nullable && inner->where)
+        m_filters.insert(from.get(), inner->where);
     return std::const_pointer_cast<From>(from);
+}
+
+// What is computed is Null where there is no row to compute it from.
+ExprPtr SelectBinder::wherePresent(const OutputColumn &column, const Source &table)
+{
+    if (isField(column))
+        return column.expr;
+    const Range range = column.expr->range;
+    const ExprPtr key = m_context.make(range, DataType::Long, Key{&table}, true);
+    When there{m_context.make(range, DataType::Boolean, IsNull{key, true}), column.expr};
+    std::vector<When> branches;
+    branches.push_back(std::move(there));
+    return m_context.make(range, column.expr->type, Case{std::move(branches), nullptr}, column.expr->firm);
 }
 
 void SelectBinder::addToScope(ScopeSource source, Range range)

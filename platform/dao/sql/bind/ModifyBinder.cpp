@@ -4,6 +4,8 @@
 #include "RuleBinder.h"
 #include "Types.h"
 
+using namespace Qt::StringLiterals;
+
 namespace dao::sql::bound {
 namespace {
 
@@ -147,21 +149,30 @@ void ModifyBinder::bindInsertQuery(Insert &bound, const ast::Insert &insert)
 }
 
 // A default that the file cannot hold as a constant is part of the statement.
-void ModifyBinder::addComputedDefaults(Insert &bound)
+std::vector<std::pair<int, ExprPtr>> ModifyBinder::computedDefaults(const TableInfo &table, const QSet<int> &given)
 {
-    for (int i = 0; i < bound.table->fields.size(); ++i) {
-        const FieldInfo &field = bound.table->fields[i];
-        const bool given = std::find(bound.fields.begin(), bound.fields.end(), i) != bound.fields.end();
-        if (given || field.defaultValue.isEmpty() || field.isAutoIncrement())
+    std::vector<std::pair<int, ExprPtr>> defaults;
+    for (int i = 0; i < table.fields.size(); ++i) {
+        const FieldInfo &field = table.fields[i];
+        if (given.contains(i) || field.defaultValue.isEmpty() || field.isAutoIncrement())
             continue;
         const ExprPtr value = bindDefault(m_context, field.defaultValue, field);
-        if (value->as<Literal>())
-            continue;
-        bound.fields.push_back(i);
+        if (!value->as<Literal>())
+            defaults.emplace_back(i, value);
+    }
+    return defaults;
+}
+
+void ModifyBinder::addComputedDefaults(Insert &bound)
+{
+    const QSet<int> given(bound.fields.begin(), bound.fields.end());
+    for (const auto &[field, value] : computedDefaults(*bound.table, given)) {
+        bound.fields.push_back(field);
         if (bound.rows)
             bound.converted.push_back(value);
         else if (bound.query)
-            bound.query->parts.front().select->columns.push_back({outputInfo(field.name, *value), value, true, {}});
+            bound.query->parts.front().select->columns.push_back(
+                {outputInfo(bound.table->fields[field].name, *value), value, true, {}});
         else
             bound.values.push_back(value);
     }
@@ -190,7 +201,43 @@ Update ModifyBinder::bind(const ast::Update &update)
     }
     binder.bindWhere(update.where.get());
     bound.select = binder.select();
+    for (size_t i = 0; i < bound.fields.size(); ++i) {
+        const Source &target = *bound.fields[i].source;
+        const bool known =
+            std::ranges::any_of(bound.absent, [&target](const AbsentRows &absent) { return absent.target == &target; });
+        if (target.nullable && !known)
+            bindAbsent(bound, target, update.assignments[i].target->range);
+    }
     return bound;
+}
+
+// Where an outer join has no row of a table that is to be changed, there is one to be added, when it is told all that
+// joins it to the others; else there is nothing that could hold the values.
+void ModifyBinder::bindAbsent(Update &bound, const Source &target, Range place)
+{
+    const TableInfo &table = *target.table;
+    QSet<int> given;
+    for (const AssignedField &field : bound.fields) {
+        if (field.source == &target)
+            given.insert(field.field);
+    }
+    const QSet<int> joined = joinedFields(*bound.select).value(&target);
+    AbsentRows absent{&target, !joined.isEmpty() && given.contains(joined), {}, place, {}};
+    if (absent.added) {
+        for (const auto &[field, value] : computedDefaults(table, given))
+            absent.defaults.push_back({&target, field, value});
+    } else {
+        QStringList missing;
+        for (int i = 0; i < table.fields.size(); ++i) {
+            if (joined.contains(i) && !given.contains(i))
+                missing.append(target.name + u'.' + table.fields[i].name);
+        }
+        absent.hint = u"The join has rows without one of '%1'."_s.arg(target.name);
+        if (!missing.isEmpty())
+            absent.hint += u" Set %1 as well to add them, or leave them out: WHERE %2 Is Not Null."_s.arg(
+                missing.join(u", "_s), missing.constFirst());
+    }
+    bound.absent.push_back(std::move(absent));
 }
 
 void ModifyBinder::requireUpdatable(const Select &select, Range range)

@@ -16,6 +16,8 @@ public:
     }
 
     std::shared_ptr<Query> bind(const ast::Query &query);
+    /// Sets depth and size; error 3360 when they are too large.
+    void measure(Query &query, Range range) const;
 
 private:
     QueryPart bindPart(const ast::QueryPart &part);
@@ -23,7 +25,6 @@ private:
     void convertColumn(Query &query, size_t index, DataType type);
     void bindUnionOrder(Query &query, const ast::Query &source);
     int unionColumn(const Query &query, const ast::Expr &expr);
-    void measure(Query &query, Range range) const;
 
     BindContext &m_context;
     const Scope *m_outer;
@@ -59,6 +60,7 @@ private:
         const ast::Expr *on;
         size_t first;
         size_t last;
+        std::vector<ExprPtr> filters; ///< of melted queries, to hold besides
     };
 
     // FromBinder.cpp
@@ -67,11 +69,13 @@ private:
     std::shared_ptr<From> bindNode(const ast::DerivedTable &node, const ast::TableRef &table, bool nullable);
     std::shared_ptr<From> bindNode(const ast::Join &node, const ast::TableRef &table, bool nullable);
     std::shared_ptr<From> addBaseTable(const TableInfo &info, const QString &name, Range range, bool nullable);
-    using BindQuery = std::function<std::shared_ptr<Query>()>;
-    std::shared_ptr<From> addQuery(const BindQuery &bind, const QString &name, Range range, bool nullable);
+    std::shared_ptr<From> addQuery(const std::shared_ptr<Query> &query, const QString &name, Range range,
+                                   bool nullable);
     static std::vector<OrderKey> orderOfOutput(const Query &query, const ScopeSource &scoped);
-    void replaceTop(Select &select, const BindQuery &bindAgain, Range range);
+    void replaceTop(Select &select, Range range);
     std::shared_ptr<From> meltQuery(const Query &query, ScopeSource &source, bool nullable);
+    ExprPtr wherePresent(const OutputColumn &column, const Source &table);
+    void addWhere(const ExprPtr &condition);
     std::shared_ptr<Query> bindStoredQuery(const QueryInfo &info, Range range);
     std::shared_ptr<Query> bindStoredTransform(const ast::Transform &node);
     void addToScope(ScopeSource source, Range range);
@@ -96,6 +100,7 @@ private:
     Scope m_scope;
     std::shared_ptr<Select> m_select;
     std::vector<PendingJoin> m_pending;
+    QHash<const From *, ExprPtr> m_filters; ///< conditions of melted queries that no join has taken over yet
     std::vector<OrderKey> m_inheritedOrder;
     QHash<QString, Alias> m_aliases;
     int m_unnamed = 0;

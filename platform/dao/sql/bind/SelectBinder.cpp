@@ -7,7 +7,6 @@ namespace dao::sql::bound {
 namespace {
 
 constexpr int FirstUnnamed = 1000;
-constexpr size_t MaxKeys = 10;
 // What the inner engine has in a result.
 constexpr size_t MaxColumns = 2000;
 
@@ -172,8 +171,6 @@ ExprPtr SelectBinder::bindAlias(Alias &alias, const QString &name, Range where)
 
 void SelectBinder::bindGroupBy(const ast::Select &select)
 {
-    if (select.groupBy.size() > MaxKeys)
-        m_context.fail(error::GroupByTooMany, select.groupBy.back()->range);
     for (const ast::ExprPtr &expr : select.groupBy)
         m_select->groupBy.push_back(expressions(clause::groupBy).bind(*expr));
     if (select.having)
@@ -185,8 +182,6 @@ void SelectBinder::bindGroupBy(const ast::Select &select)
 
 void SelectBinder::bindOrderBy(const ast::Select &select)
 {
-    if (select.orderBy.size() > MaxKeys)
-        m_context.fail(error::OrderByTooMany, select.orderBy.back().expr->range);
     for (const ast::OrderItem &item : select.orderBy)
         m_select->order.push_back(bindOrderItem(item));
     if (select.orderBy.empty())

@@ -145,10 +145,15 @@ ActionPlan Generator::updateJoined(const Update &update)
         cells.append(value(*update.fields[i].value).text + u" AS "_s + m_target.columnPrefix + QString::number(i));
     const QString rows =
         u"SELECT "_s + cells.join(u", ") + tail(select) + u" ORDER BY "_s + tieBreakers(select).join(u", ");
-    const bool keyed = targets.size() == 1;
+    const bool keyed = targets.size() == 1 && update.absent.empty();
 
     ActionPlan plan;
     plan.steps.append(gather(rows, keyed));
+    for (const AbsentRows &absent : update.absent) {
+        const auto t = std::ranges::find(targets, absent.target) - targets.begin();
+        if (!absent.added)
+            plan.steps.append(refuseAbsent(absent, m_target.keyPrefix + QString::number(t)));
+    }
     plan.askingSteps = plan.steps;
     for (size_t t = 0; t < targets.size(); ++t) {
         const QString key = m_target.keyPrefix + QString::number(t);
@@ -169,10 +174,45 @@ ActionPlan Generator::updateJoined(const Update &update)
         plan.steps.append({set + match, t == 0, {}, false});
         plan.askingSteps.append({set + asking(match), t == 0, {}, false});
         plan.tables.append(targets[t]->table->name);
+        const auto absent = std::ranges::find(update.absent, targets[t], &AbsentRows::target);
+        if (absent == update.absent.end() || !absent->added)
+            continue;
+        const QString rest = key + u" IS NULL"_s;
+        plan.steps.append({addAbsent(update, *absent) + rest + u" ORDER BY rowid"_s, t == 0, {}, false});
+        plan.askingSteps.append({addAbsent(update, *absent) + asking(rest) + u" ORDER BY rowid"_s, t == 0, {}, false});
     }
     plan.steps.append(dropGathered());
     plan.askingSteps.append(dropGathered());
     return plan;
+}
+
+Step Generator::refuseAbsent(const AbsentRows &absent, const QString &key) const
+{
+    Step step{u"SELECT 1 FROM "_s + gathered() + u" WHERE "_s + key + u" IS NULL LIMIT 1"_s, false, {}, false};
+    step.refusal = DaoException(error::NotUpdatableQuery, u"DAO.Database"_s, errorText(error::NotUpdatableQuery),
+                                m_context.userPlace(absent.place))
+                       .withHint(absent.hint);
+    return step;
+}
+
+// A row for each of the gathered ones, up to its condition.
+QString Generator::addAbsent(const Update &update, const AbsentRows &absent)
+{
+    const TableInfo &table = *absent.target->table;
+    QStringList names;
+    QStringList cells;
+    for (size_t i = 0; i < update.fields.size(); ++i) {
+        if (update.fields[i].source != absent.target)
+            continue;
+        names.append(quoted(table.fields[update.fields[i].field].name));
+        cells.append(m_target.columnPrefix + QString::number(i));
+    }
+    for (const AssignedField &field : absent.defaults) {
+        names.append(quoted(table.fields[field.field].name));
+        cells.append(value(*field.value).text);
+    }
+    return u"INSERT INTO "_s + quoted(table.name) + u" ("_s + names.join(u", ") + u") SELECT "_s + cells.join(u", ") +
+           u" FROM "_s + gathered() + u" WHERE "_s;
 }
 
 ActionPlan Generator::remove(const Delete &statement)

@@ -236,7 +236,7 @@ Generator::Piece Generator::truthOf(const InQuery &node)
             return {text, rank::Equality};
     }
     const QString left = sortable(*node.operand);
-    return {left + (node.negated ? u" NOT IN ("_s : u" IN ("_s) + queryText(*node.query, Shape::Subquery) + u')',
+    return {left + (node.negated ? u" NOT IN ("_s : u" IN ("_s) + embedded(*node.query, Shape::Subquery) + u')',
             rank::Equality};
 }
 
@@ -250,7 +250,7 @@ Generator::Piece Generator::truthOf(const Exists &node)
 {
     const Select *select = node.query->singleSelect();
     const bool plain = select && !select->top && !select->distinct && !select->aggregated;
-    return {u"EXISTS ("_s + queryText(*node.query, plain ? Shape::Exists : Shape::Subquery) + u')', rank::Primary};
+    return {u"EXISTS ("_s + embedded(*node.query, plain ? Shape::Exists : Shape::Subquery) + u')', rank::Primary};
 }
 
 Generator::Piece Generator::truthOf(const Same &node)
@@ -267,7 +267,7 @@ Generator::Piece Generator::truthOf(const Quantified &node)
     const bool outside = std::exchange(m_inTestOfRows, ofGroup);
     const QString test = sortable(*node.operand) + u' ' + symbolOf(node.op) + u' ' + cell;
     m_inTestOfRows = outside;
-    const QString rows = u" FROM ("_s + queryText(*node.query, Shape::Nested) + u") AS "_s + derived;
+    const QString rows = u" FROM ("_s + embedded(*node.query, Shape::Nested) + u") AS "_s + derived;
     // The inner engine takes the aggregate of a query around it in a select list, but not in a condition.
     if (ofGroup)
         return {(node.all ? u"0 NOT IN"_s : u"1 IN"_s) + u" (SELECT ("_s + test + u") IS TRUE"_s + rows + u')',

@@ -309,10 +309,10 @@ Generator::Piece Generator::valueOf(const Concatenate &node, const Expr &)
 Generator::Piece Generator::valueOf(const ScalarQuery &node, const Expr &)
 {
     if (node.single)
-        return {u'(' + queryText(*node.query, Shape::Subquery) + u')', rank::Primary};
+        return {u'(' + embedded(*node.query, Shape::Subquery) + u')', rank::Primary};
     // The aggregate fails when there is a second row.
     const QString cell = m_target.columnPrefix + u'0';
-    const QString inner = queryText(*node.query, Shape::Nested);
+    const QString inner = embedded(*node.query, Shape::Nested);
     return {u"(SELECT "_s + ownFunction(u"single") + u'(' + cell + u") FROM ("_s + inner + u"))"_s, rank::Primary};
 }
 

@@ -4,6 +4,8 @@
 
 #include <dao/sql/Compiled.h>
 
+#include <functional>
+#include <optional>
 #include <QHash>
 #include <QSet>
 
@@ -103,6 +105,9 @@ private:
 
     // Selects.cpp
     QString queryText(const bound::Query &query, Shape shape);
+    QString partsText(const bound::Query &query, Shape shape);
+    QString embedded(const bound::Query &query, Shape shape);
+    QString withCommon(const std::function<QString()> &text);
     QString selectText(const bound::Select &select, Shape shape);
     QString limitText(const bound::Select &select, const QStringList &cells);
     Ranked rankedText(const bound::Select &select, const QStringList &cells);
@@ -123,7 +128,7 @@ private:
 
     // Tops.cpp
     bool mayTie(const bound::Select &select) const;
-    QString topText(const bound::Select &select, const QStringList &cells, Shape shape);
+    QString topText(const bound::Select &select, Shape shape);
     QString firstRowsText(const bound::Select &select, const Reading &reading, Shape shape);
     QString firstOfGroupText(const bound::Select &select, const QStringList &cells);
     QString rowsByKeyText(const bound::Select &select, const QString &first, Shape shape);
@@ -150,6 +155,8 @@ private:
 
     // Changes.cpp
     ActionPlan updateJoined(const bound::Update &update);
+    ActionPlan::Step refuseAbsent(const bound::AbsentRows &absent, const QString &key) const;
+    QString addAbsent(const bound::Update &update, const bound::AbsentRows &absent);
     QString asking(const QString &condition) const;
     QString gathered() const;
     ActionPlan::Step gather(const QString &rows, bool keyed) const;
@@ -159,7 +166,8 @@ private:
     const Target &m_target;
     QList<int> m_positions;
     QList<dao::sql::Parameter> m_parameters;
-    QSet<const bound::Source *> m_grouped;
+    QSet<int> m_grouped;                 ///< by number
+    std::optional<QStringList> m_common; ///< "name AS (query)" for the front of the text that is being written
     /// Tests that stand in a condition where false and unknown are the same, with the select whose condition it is.
     QHash<const bound::InQuery *, const bound::Select *> m_tests;
     /// Tables that are left out of FROM, and the terms in which they are named.

@@ -63,7 +63,7 @@ void Generator::planColumns(SelectPlan &plan, const Query &query) const
 
 void Generator::planKeys(SelectPlan &plan, const Select &select)
 {
-    plan.keySql = selectText(select, Shape::Keys);
+    plan.keySql = withCommon([&] { return selectText(select, Shape::Keys); });
     const std::vector<const Source *> sources = keySources(select);
     for (const Source *source : sources) {
         KeySource key;
@@ -98,7 +98,7 @@ void Generator::planAddedRows(SelectPlan &plan, const Select &select, const Sour
 // gives Null cells; a row that is gone gives no row at all.
 QString Generator::rowText(const Select &select, const std::vector<const Source *> &sources, bool anyAbsent)
 {
-    const QSet<const Source *> grouped = std::exchange(m_grouped, {});
+    const QSet<int> grouped = std::exchange(m_grouped, {});
     QString from;
     QStringList conditions;
     const auto add = [&](const Source &source, size_t index) {

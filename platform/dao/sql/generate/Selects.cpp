@@ -5,6 +5,7 @@
 #include "../bind/Types.h"
 
 #include <algorithm>
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +22,16 @@ bool isPlainJoin(const From &from)
 bool hasRightJoin(const From &from)
 {
     return !from.source && (from.kind == JoinKind::Right || hasRightJoin(*from.left) || hasRightJoin(*from.right));
+}
+
+bool hasAggregate(const Expr &expr)
+{
+    return anyPart(expr, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
+}
+
+bool hasSubquery(const Expr &expr)
+{
+    return anyPart(expr, [](const Expr &part) { return subqueryOf(part) != nullptr; });
 }
 
 QStringView joinText(JoinKind kind)
@@ -42,12 +53,40 @@ QString Generator::aliasOf(const Source &source) const
 
 QString Generator::keyText(const Source &source) const
 {
-    if (m_grouped.contains(&source))
+    if (m_grouped.contains(source.number))
         return aliasOf(source) + u'.' + m_target.keyPrefix;
     return aliasOf(source) + u'.' + quoted(source.table->keyColumn);
 }
 
 QString Generator::queryText(const Query &query, Shape shape)
+{
+    return withCommon([&] { return partsText(query, shape); });
+}
+
+// What stands at the front of a text can be named anywhere in it.
+QString Generator::withCommon(const std::function<QString()> &write)
+{
+    if (m_common)
+        return write();
+    m_common.emplace();
+    const QString text = write();
+    const QStringList common = *std::exchange(m_common, std::nullopt);
+    return common.isEmpty() ? text : QString(u"WITH "_s + common.join(u", ") + u' ' + text);
+}
+
+// The text of a query that goes in parentheses. The inner engine's parser takes few levels of those, so a query that
+// has others in it goes to the front and is only named here.
+QString Generator::embedded(const Query &query, Shape shape)
+{
+    if (!m_common || !nests(query) || !standsAlone(query))
+        return queryText(query, shape);
+    const QString text = queryText(query, shape);
+    const QString name = quoted(QString(u"query."_s + QString::number(++m_derived))); // a table has no dot in its name
+    m_common->append(name + u" AS ("_s + text + u')');
+    return u"SELECT * FROM "_s + name;
+}
+
+QString Generator::partsText(const Query &query, Shape shape)
 {
     if (const Select *single = query.singleSelect())
         return selectText(*single, shape);
@@ -81,16 +120,31 @@ QStringList Generator::cellsOf(const Select &select, Shape shape)
     const bool compares = select.distinct || shape == Shape::Nested;
     for (const OutputColumn &column : select.columns)
         cells.append(compares ? sortable(*column.expr) : value(*column.expr).text);
+    // The inner engine takes a HAVING without groups only where the list has an aggregate.
+    const bool lacksAggregate =
+        select.having && select.groupBy.empty() &&
+        std::ranges::none_of(select.columns, [](const OutputColumn &column) { return hasAggregate(*column.expr); });
+    if (lacksAggregate)
+        cells.front() = u"CASE WHEN count(*) >= 0 THEN "_s + cells.front() + u" END"_s;
     return cells;
 }
 
 QString Generator::selectText(const Select &select, Shape shape)
 {
+    const auto restore = qScopeGuard([this, outside = m_grouped] { m_grouped = outside; });
+    for (const auto &source : select.sources)
+        m_grouped.remove(source->number);
     markGrouped(select);
     noteUnseen(select, shape);
-    const QStringList cells = cellsOf(select, shape);
     if (select.top && !select.order.empty() && mayTie(select))
-        return topText(select, cells, shape);
+        return topText(select, shape);
+    const QStringList cells = cellsOf(select, shape);
+    // A share of the rows takes their number: counted apart, queries within each other would double with each.
+    const bool shareOfQuery = select.top && select.top->percent &&
+                              ((select.where && hasSubquery(*select.where)) ||
+                               std::ranges::any_of(select.sources, [](const auto &source) { return !source->table; }));
+    if (shareOfQuery)
+        return rankedText(select, cells).whole();
     QStringList list = cells;
     if (shape == Shape::Nested) {
         for (qsizetype i = 0; i < list.size(); ++i)
@@ -150,9 +204,11 @@ Generator::Ranked Generator::rankedText(const Select &select, const QStringList 
     const QString count = QString::number(qint64(select.top->count));
     const bool percent = select.top->percent;
     const QString limit = percent ? u"(_rows * "_s + count + u" + 99) / 100"_s : count;
+    const QString rank =
+        order.isEmpty() ? u"row_number() OVER ()"_s : QString(u"rank() OVER (ORDER BY "_s + order.join(u", ") + u')');
     return {u"SELECT "_s + outer.join(u", "),
-            u" FROM (SELECT *, rank() OVER (ORDER BY "_s + order.join(u", ") + u") AS _rank"_s +
-                (percent ? u", count(*) OVER () AS _rows"_s : QString()) + u" FROM ("_s + rows,
+            u" FROM (SELECT *, "_s + rank + u" AS _rank"_s + (percent ? u", count(*) OVER () AS _rows"_s : QString()) +
+                u" FROM ("_s + rows,
             tail(select) + u")) WHERE _rank <= "_s + limit + u" ORDER BY "_s + finalOrder.join(u", ")};
 }
 
@@ -269,7 +325,7 @@ void Generator::markGrouped(const From &from, bool inside)
 {
     if (from.source) {
         if (inside && from.source->table)
-            m_grouped.insert(from.source);
+            m_grouped.insert(from.source->number);
         return;
     }
     const bool linear = from.kind == JoinKind::Inner && isPlainJoin(*from.right);
@@ -280,8 +336,8 @@ void Generator::markGrouped(const From &from, bool inside)
 QString Generator::leafText(const Source &source)
 {
     if (!source.table)
-        return u'(' + queryText(*source.query, Shape::Nested) + u") AS "_s + aliasOf(source);
-    if (m_grouped.contains(&source))
+        return u'(' + embedded(*source.query, Shape::Nested) + u") AS "_s + aliasOf(source);
+    if (m_grouped.contains(source.number))
         return u"(SELECT "_s + quoted(source.table->keyColumn) + u" AS "_s + m_target.keyPrefix + u", * FROM "_s +
                quoted(source.table->name) + u") AS "_s + aliasOf(source);
     return quoted(source.table->name) + u" AS "_s + aliasOf(source);

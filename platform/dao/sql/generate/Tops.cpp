@@ -69,20 +69,23 @@ bool Generator::mayTie(const Select &select) const
     return !holdUniqueKey(*select.sources.front(), fields);
 }
 
-QString Generator::topText(const Select &select, const QStringList &cells, Shape shape)
+QString Generator::topText(const Select &select, Shape shape)
 {
     const bool ofTables = !select.aggregated && !select.distinct && select.rowSources.empty() &&
                           !select.sources.empty() &&
                           std::ranges::all_of(select.sources, [](const auto &source) { return source->table; });
     if (!ofTables)
-        return rankedText(select, cells).whole();
+        return rankedText(select, cellsOf(select, shape)).whole();
     const Reading reading = readingOf(select);
+    // What is named several times is compiled several times: with each TOP within another one the text would multiply.
+    if (reading.hasTop)
+        return rankedText(select, cellsOf(select, shape)).whole();
     if (!reading.namesOuter)
         return firstRowsText(select, reading, shape);
     const bool simple = std::ranges::all_of(select.from, [](const FromPtr &from) { return isTableJoin(*from); });
-    if (simple && !reading.varies && !reading.hasTop && !select.top->percent)
-        return firstOfGroupText(select, cells);
-    return rankedText(select, cells).whole();
+    if (simple && !reading.varies && !select.top->percent)
+        return firstOfGroupText(select, cellsOf(select, shape));
+    return rankedText(select, cellsOf(select, shape)).whole();
 }
 
 // The rows behind LIMIT, and those that tie, by keys of tables and of the order; the cells are read for these alone.
@@ -126,11 +129,10 @@ QString Generator::firstRowsText(const Select &select, const Reading &reading, S
     const QString where = inAnd(whereText(select));
     QString rows = u"SELECT "_s + list.join(u", ") + from + (where.isEmpty() ? where : QString(u" WHERE "_s + where));
 
-    QString with = u"WITH "_s;
     QString rest;
-    const bool kept = reading.varies || reading.hasTop || reading.hasFreeSubquery || select.top->percent;
+    const bool kept = reading.varies || reading.hasFreeSubquery || select.top->percent;
     if (kept) {
-        with += named(u"all"_s) + u" AS MATERIALIZED ("_s + rows + u"), "_s;
+        m_common->append(named(u"all"_s) + u" AS MATERIALIZED ("_s + rows + u')');
         rows = u"SELECT * FROM "_s + named(u"all"_s);
         rest = rows + u" WHERE "_s + ties.join(u" AND ");
     } else {
@@ -143,16 +145,16 @@ QString Generator::firstRowsText(const Select &select, const Reading &reading, S
     const QString limit = select.top->percent
                               ? u"(SELECT (count(*) * "_s + count + u" + 99) / 100 FROM "_s + named(u"all"_s) + u')'
                               : count;
-    with += named(u"top"_s) + u" AS MATERIALIZED ("_s + rows + u" ORDER BY "_s + order.join(u", ") + m_target.limit +
-            limit + u"), "_s + named(u"last"_s) + u" AS MATERIALIZED (SELECT "_s +
-            columns.sliced(keys.size()).join(u", ") + u" FROM "_s + named(u"top"_s) + u" ORDER BY "_s +
-            reversed.join(u", ") + m_target.limit + u"1) "_s;
+    m_common->append(named(u"top"_s) + u" AS MATERIALIZED ("_s + rows + u" ORDER BY "_s + order.join(u", ") +
+                     m_target.limit + limit + u')');
+    m_common->append(named(u"last"_s) + u" AS MATERIALIZED (SELECT "_s + columns.sliced(keys.size()).join(u", ") +
+                     u" FROM "_s + named(u"top"_s) + u" ORDER BY "_s + reversed.join(u", ") + m_target.limit + u"1)"_s);
     const QString first = u"(SELECT * FROM "_s + named(u"top"_s) + u" WHERE "_s + differences.join(u" OR ") +
                           u" UNION ALL "_s + rest + u')';
     const QString sorted = u" ORDER BY "_s + (order + keys).join(u", ");
     if (shape == Shape::Keys)
-        return with + u"SELECT "_s + keys.join(u", ") + u" FROM "_s + first + sorted;
-    return with + rowsByKeyText(select, first, shape) + (shape == Shape::Subquery ? QString() : sorted);
+        return u"SELECT "_s + keys.join(u", ") + u" FROM "_s + first + sorted;
+    return rowsByKeyText(select, first, shape) + (shape == Shape::Subquery ? QString() : sorted);
 }
 
 // The cells of the rows whose keys `first` has as _t0 and so on.

@@ -5,37 +5,10 @@ namespace {
 
 using namespace bound;
 
-using Fields = QHash<const Source *, QSet<int>>;
-
-/// Collects, for each source, the fields that equal a field of another source.
-void collectEqualities(const Expr &condition, Fields &fields)
+/// True when a join has no condition.
+bool isCrossed(const From &from)
 {
-    if (const bound::Chain *chain = condition.as<bound::Chain>(); chain && chain->isAnd) {
-        for (const ExprPtr &term : chain->terms)
-            collectEqualities(*term, fields);
-        return;
-    }
-    const Compare *compare = condition.as<Compare>();
-    if (!compare || compare->op != BinaryOp::Equal)
-        return;
-    const FieldRef *left = compare->left->as<FieldRef>();
-    const FieldRef *right = compare->right->as<FieldRef>();
-    if (!left || !right || left->source == right->source)
-        return;
-    fields[left->source].insert(left->field);
-    fields[right->source].insert(right->field);
-}
-
-void collectJoins(const From &from, Fields &fields, bool &crossed)
-{
-    if (from.source)
-        return;
-    if (from.on)
-        collectEqualities(*from.on, fields);
-    else
-        crossed = true;
-    collectJoins(*from.left, fields, crossed);
-    collectJoins(*from.right, fields, crossed);
+    return !from.source && (!from.on || isCrossed(*from.left) || isCrossed(*from.right));
 }
 
 /// True when the joined fields contain a unique key of the table: each row of the others meets one row of it at most.
@@ -60,12 +33,9 @@ bool hasSubquery(const Expr &expr)
 
 NotUpdatable joinedUpdatable(const Select &select, const Source *&deletable)
 {
-    Fields fields;
-    bool crossed = select.from.size() > 1;
-    for (const FromPtr &from : select.from)
-        collectJoins(*from, fields, crossed);
-    if (crossed || select.commaJoin)
+    if (select.from.size() > 1 || select.commaJoin || isCrossed(*select.from.front()))
         return NotUpdatable::CommaJoin;
+    const QHash<const Source *, QSet<int>> fields = joinedFields(select);
     std::vector<const Source *> free;
     for (const auto &source : select.sources) {
         if (!isDetermined(*source, fields.value(source.get())))

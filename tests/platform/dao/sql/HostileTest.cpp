@@ -96,6 +96,33 @@ TEST_F(HostileTest, StoredQueriesWithinEachOtherAddUp)
     EXPECT_EQ(errorOf(u"SELECT * FROM w38"_s), 3360) << "columns double with each";
 }
 
+TEST_F(HostileTest, FortyStoredQueriesStandWithinEachOther)
+{
+    const QString kinds[] = {
+        u"SELECT TOP 50 a, b FROM %1 ORDER BY a"_s,
+        u"SELECT TOP 50 PERCENT a, b FROM %1"_s,
+        u"SELECT DISTINCT TOP 5 a, b FROM %1 ORDER BY b"_s,
+        u"SELECT a, Max(x.b) AS b FROM %1 AS x GROUP BY a HAVING Count(*) > 0"_s,
+        u"SELECT a, b FROM %1 UNION SELECT a, b FROM t"_s,
+        u"SELECT a, b FROM t WHERE a IN (SELECT a FROM %1)"_s,
+        u"SELECT t.a, t.b FROM t WHERE EXISTS (SELECT a FROM %1)"_s,
+        u"SELECT t.a, t.b FROM t WHERE a >= ALL (SELECT a FROM %1)"_s,
+        u"SELECT t.a, t.b, (SELECT Max(a) FROM %1) AS m FROM t"_s,
+        u"SELECT TOP 5 t.a, t.b, (SELECT Max(a) FROM %1) AS m FROM t ORDER BY b"_s,
+        u"SELECT TOP 3 a, b FROM t WHERE a IN (SELECT TOP 2 x.a FROM %1 AS x WHERE x.b = t.b ORDER BY x.a) ORDER BY b"_s,
+        u"SELECT t.a, x.b FROM t LEFT JOIN (SELECT TOP 5 a, b FROM %1 ORDER BY a) AS x ON t.a = x.a WHERE x.a > 0"_s,
+    };
+    for (const QString &kind : kinds) {
+        QString inner = u"t"_s;
+        for (int i = 0; i < 40; ++i) {
+            const QString name = u"k%1_%2"_s.arg(&kind - kinds).arg(i);
+            m_database.addQuery(name, kind.arg(inner));
+            inner = name;
+        }
+        EXPECT_EQ(errorOf(u"SELECT * FROM "_s + inner), 0) << qPrintable(kind);
+    }
+}
+
 TEST_F(HostileTest, LongTextsEndInGoodTime)
 {
     QString names;

@@ -292,6 +292,11 @@ void TestDatabase::carryOut(const dao::sql::Plan &plan, const QList<Value> &valu
                     gather(step, values);
                     continue;
                 }
+                if (step.refusal) {
+                    if (!read(step.sql, values, QList<Column>(1)).isEmpty())
+                        throw dao::DaoException(*step.refusal);
+                    continue;
+                }
                 const int changed = execute(step.sql, values);
                 result.affected += step.countsRows ? changed : 0;
             }
