@@ -105,10 +105,10 @@ constexpr Command kCommands[] = {
      u"An existing file is left alone and is an error.", kCreateOptions, runCreate},
     {u"connect", u"DIR [--convert yes|no]", u"bring a project's database up to date",
      u"DIR is a project folder or a database file. Prints each step of the conversion, the answer, and the backup. "
-     u"Only "
-     u"a database in a project's arvo folder is converted; the backup stands beside it with the extension ._db. "
-     u"Without "
-     u"--convert the steps are listed and nothing is converted.",
+     u"Only a database in a project's arvo folder is converted; the backup stands beside it with the extension ._db, "
+     u"and "
+     u"that of a Jet file is never replaced by another. Without --convert the steps are listed and nothing is "
+     u"converted.",
      kConnectOptions, runConnect},
     {u"import", u"FILE.mdb --out DB [--damaged]", u"copy a Jet file into a new database",
      u"Jet 3 and Jet 4 (Access 97 to 2003). Prints the tables with their rows, and what could not be carried over. The "
