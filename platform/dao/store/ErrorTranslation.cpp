@@ -168,8 +168,7 @@ void raiseOwn(const EngineFailure &failure)
         raise(failure, error::DatabaseDamaged, {failure.path});
     if (!missingTable.isEmpty())
         raise(failure, error::UnknownSource, {missingTable});
-    // Limits of the inner engine's parser, planner and expressions. It finds no solution for more than 32,767
-    // conditions.
+    // Limits of the inner engine's parser, planner and expressions. Tens of thousands of conditions have no "solution".
     for (const QStringView limit : {u"parser stack overflow", u"Expression tree is too large", u"too many",
                                     u"at most 64 tables", u"no query solution"}) {
         if (failure.text.contains(limit))
