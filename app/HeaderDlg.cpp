@@ -16,6 +16,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSpinBox>
 #include <QToolButton>
 
@@ -34,6 +35,19 @@ void setShownText(QPlainTextEdit *edit, const QString &text, bool readOnly)
         edit->setPlainText(text);
 }
 
+/// Parts that scroll where the screen is too low for all of them.
+QScrollArea *scrolling(QWidget *parts)
+{
+    auto *area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setWidget(parts);
+    area->setMinimumWidth(parts->minimumSizeHint().width() + area->style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    area->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Expanding);
+    return area;
+}
+
 } // namespace
 
 HeaderDlg::HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPicture(const MapHeader &)> &page,
@@ -46,11 +60,13 @@ HeaderDlg::HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPict
     auto *layout = new QVBoxLayout(this);
     makeMenu(layout);
     auto *columns = new QHBoxLayout;
-    auto *fields = new QVBoxLayout;
+    auto *parts = new QWidget;
+    auto *fields = new QVBoxLayout(parts);
+    fields->setContentsMargins(0, 0, 0, 0);
     fields->addWidget(makeTexts(), 1);
     fields->addWidget(makeFooter());
     fields->addWidget(makeMapFields());
-    columns->addLayout(fields, 0);
+    columns->addWidget(scrolling(parts), 0);
     columns->addWidget(m_preview, 1);
     layout->addLayout(columns, 1);
     layout->addWidget(makeButtons());

@@ -52,7 +52,8 @@ QSize TextPanel::sizeHint() const
 
 QSize TextPanel::minimumSizeHint() const
 {
-    return QSize(sizeHint().width() / 2, sizeHint().height());
+    // Less would leave the labels and nothing of what they stand before.
+    return QSize(sizeHint().width() * 5 / 6, sizeHint().height());
 }
 
 void TextPanel::paintEvent(QPaintEvent *event)

@@ -23,11 +23,12 @@ inline constexpr Message kUpdatingEntry{0, u"Updating entry %d %S ..."};
 inline constexpr Message kUpdateCancelled{0, u"Update of the map cancelled."};
 inline constexpr Message kUpdateDone{0, u"Done updating map."};
 inline constexpr Message kUpdateChanged{0, u"Entries that have other tubes now:\n\n%S"};
-inline constexpr Message kEntriesLoseTubes{0, u"These entries take tubes that are selected. No tube is selected now, "
-                                              u"and map\nfiles do not keep the selection, so "
-                                              u"the entries would lose all their tubes:\n\n%S\n\n"};
+inline constexpr Message kEntriesLoseTubes{
+    0,
+    u"These entries take tubes that are selected. No tube is selected now, and map files do not keep the selection, so "
+    u"the entries would lose all their tubes:\n\n%S\n\n"};
 inline constexpr Message kEntriesNotComputed{
-    0, u"These entries take the tubes of a query. No database is connected, so they\nkeep the tubes that they have:\n\n"
+    0, u"These entries take the tubes of a query. No database is connected, so they keep the tubes that they have:\n\n"
        u"%S\n\n"};
 inline constexpr Message kAskLeaveEntries{
     0,
