@@ -6,6 +6,7 @@
 #include <db/revision/ConnectDatabase.h>
 #include <QDir>
 #include <QFileInfo>
+#include <tarnwick/Leftovers.h>
 #include <tarnwick/OptionPrompts.h>
 
 namespace cli {
@@ -136,6 +137,8 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
 {
     m_context.roots = m_project.isLoaded() ? m_project.roots() : tarnwick::PathRoots::fromEnvironment();
     m_map.setProject(&m_project);
+    if (m_project.isLoaded())
+        tarnwick::removeLeftoversBelow(m_project.folder);
     m_context.prompt = &m_parameters;
     m_context.systemMacros = [this] { return systemMacros(); };
     // Commands that take a project only work on its component.

@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <tarnwick/Leftovers.h>
 
 namespace db {
 
@@ -48,6 +49,13 @@ struct FileStamp
     QDateTime modified;
 };
 
+/// A folder for a working copy. Copies may be large: those of killed programs go first.
+std::shared_ptr<QTemporaryDir> makeWorkFolder()
+{
+    tarnwick::removeWorkFolders();
+    return std::make_shared<QTemporaryDir>(tarnwick::workFolderPattern());
+}
+
 /// A Jet file that is open through its working copy.
 class JetFile
 {
@@ -56,7 +64,7 @@ public:
         : m_path(path)
         , m_file(QFileInfo(path).canonicalFilePath())
         , m_asRead(m_file)
-        , m_folder(std::make_shared<QTemporaryDir>())
+        , m_folder(makeWorkFolder())
     {
         if (!m_folder->isValid())
             throw dao::DaoException(dao::error::DiskError, u"DAO.Workspace"_s,

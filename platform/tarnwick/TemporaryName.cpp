@@ -1,14 +1,13 @@
 #include "TemporaryName.h"
 
+#include "Leftovers.h"
+
 #include <cerrno>
-#include <csignal>
 #include <fcntl.h>
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QSet>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -31,25 +30,6 @@ void removeUnfinished(const QString &path)
     QFile::remove(path + u"-journal"_s);
 }
 
-static bool isAlive(qint64 process)
-{
-    return ::kill(pid_t(process), 0) == 0 || errno != ESRCH;
-}
-
-// A program that was killed cannot remove its file. One that is at work writes to its file all the time, wherever it
-// runs. Whatever else has a name of that kind is the user's.
-static void removeAbandoned(const QDir &folder)
-{
-    constexpr qint64 kDay = 24 * 60 * 60;
-    static const QRegularExpression ours(u"^arvo-([1-9][0-9]{0,8})-[1-9][0-9]{0,8}\\.new$"_s);
-    for (const QFileInfo &file : folder.entryInfoList({kName.arg(u"*"_s, u"*"_s)}, QDir::Files)) {
-        const QRegularExpressionMatch name = ours.match(file.fileName());
-        if (name.hasMatch() && !isAlive(name.captured(1).toLongLong()) &&
-            file.lastModified().secsTo(QDateTime::currentDateTime()) > kDay)
-            removeUnfinished(file.filePath());
-    }
-}
-
 static bool isFree(const QString &path)
 {
     struct stat found = {};
@@ -64,7 +44,7 @@ QString temporaryNameFor(const QString &wanted)
     const QDir folder = QFileInfo(wanted).absoluteDir();
     if (!cleared.contains(folder.path())) {
         cleared.insert(folder.path());
-        removeAbandoned(folder);
+        removeLeftovers(folder.path());
     }
     constexpr int kMostTries = 10'000; // a folder that cannot be looked into has no free name at all
     QString path;

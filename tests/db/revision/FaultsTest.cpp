@@ -4,6 +4,7 @@
 #include <db/revision/JetImport.h>
 #include <db/SqlText.h>
 #include <db/UnfinishedFile.h>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <support/FullDisk.h>
@@ -204,16 +205,19 @@ TEST_F(FaultsTest, WithoutConsentNoStatisticsAreMade)
 
 TEST_F(FaultsTest, UnfinishedFilesNeverBearTheWantedName)
 {
-    // Of a program that was killed long ago: no process has so high a number.
+    // Of a program that was killed: no process has so high a number.
     const QString abandoned = u"arvo-999999999-1.new"_s;
-    // Of one that may be at work, and what users called so.
-    const QStringList kept{u"arvo-1-1.new"_s, u"arvo-notes-2019.new"_s, u"arvo-notes-2019.new-journal"_s,
-                           u"arvo-2019-04-01.new"_s, u"myarvo-999999999-1.new"_s};
-    for (const QString &name : kept + QStringList{abandoned, abandoned + u"-journal"}) {
-        QFile file(folder.write(u"arvo/"_s + name, "two days old"));
-        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        file.setFileTime(QDateTime::currentDateTime().addDays(-2), QFileDevice::FileModificationTime);
-    }
+    // Of one whose number a later process has now.
+    const QString older = u"arvo-1-1.new"_s;
+    // Of one that is at work, and what users called so.
+    const QStringList kept{u"arvo-%1-77.new"_s.arg(QCoreApplication::applicationPid()), u"arvo-notes-2019.new"_s,
+                           u"arvo-notes-2019.new-journal"_s, u"arvo-2019-04-01.new"_s, u"myarvo-999999999-1.new"_s};
+    for (const QString &name : kept + QStringList{abandoned, abandoned + u"-journal", older})
+        folder.write(u"arvo/"_s + name, "left");
+    QFile old(folder.path(u"arvo/"_s + older));
+    ASSERT_TRUE(old.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(old.setFileTime(QDateTime::fromSecsSinceEpoch(1000), QFileDevice::FileModificationTime));
+    old.close();
     {
         const db::UnfinishedFile file(path);
         EXPECT_NE(file.path(), path);
