@@ -79,6 +79,8 @@ QString LegendModel::explanation(int row) const
     QString text = u"%1: %2\n%3 tubes, %4 of them shown with symbol %5"_s.arg(
         fill.typeName(), fill.label.trimmed(), grouped(fill.fillCount), grouped(fill.paintedCount),
         QString(QChar(fill.symbol)));
+    if (const QString detail = fill.detail(); !detail.isEmpty())
+        text += u'\n' + detail;
     if (!fill.shown)
         text += u"\nHidden"_s;
     if (fill.allSections)

@@ -2,6 +2,7 @@
 #include "CommandTable.h"
 #include "LegendOutput.h"
 #include "Target.h"
+#include "TubeFile.h"
 
 #include <app/logic/Commands.h>
 #include <app/logic/Messages.h>
@@ -10,7 +11,7 @@
 #include <plans/FillCommit.h>
 #include <plans/PatternFill.h>
 #include <plans/PcntFill.h>
-#include <QDir>
+#include <plans/TubeText.h>
 #include <QFileInfo>
 
 #include <limits>
@@ -24,9 +25,8 @@ namespace {
 constexpr quint32 kBlue = 0xFF0000;
 
 /// One of some words, as its place in the list. UsageError for another.
-int choice(const Arguments &arguments, QStringView option, const QStringList &words)
+int choice(QStringView option, const QString &word, const QStringList &words)
 {
-    const QString word = arguments.value(option, words.first());
     const qsizetype place = words.indexOf(word);
     if (place < 0)
         throw UsageError(u"--%1 is one of: %2."_s.arg(option.toString(), words.join(u", "_s)));
@@ -42,11 +42,33 @@ double radiusOf(const Arguments &arguments)
     return radius;
 }
 
+/// --tubes names the tubes to choose from, or a file for those that were chosen.
+bool isFileName(const QString &word)
+{
+    return word.contains(u'.');
+}
+
+/// Empty when none is named.
+QString tubesFile(const Arguments &arguments)
+{
+    QString name;
+    for (const QString &word : arguments.values(u"tubes")) {
+        if (isFileName(word))
+            name = word;
+    }
+    if (!name.isEmpty())
+        checkTubesEnding(name);
+    return name;
+}
+
 plans::TubeFilter filterOf(const Arguments &arguments)
 {
     plans::TubeFilter filter;
-    filter.region = choice(arguments, u"region", {u"map"_s, u"selected"_s});
-    filter.tube = choice(arguments, u"tubes", {u"all"_s, u"symbols"_s, u"open"_s});
+    filter.region = choice(u"region", arguments.value(u"region", u"map"_s), {u"map"_s, u"selected"_s});
+    for (const QString &word : arguments.values(u"tubes")) {
+        if (!isFileName(word))
+            filter.tube = choice(u"tubes", word, {u"all"_s, u"symbols"_s, u"open"_s});
+    }
     return filter;
 }
 
@@ -170,12 +192,13 @@ int runFill(const Arguments &arguments)
     if (!arguments.has(u"map"))
         throw UsageError(u"--map is missing: the map that gets the fill."_s);
 
+    const QString tubes = tubesFile(arguments);
     Target target(folder, arguments, Target::Takes::Project);
-    const QString path = target.pathOf(arguments.value(u"map"));
+    const QString path = placeToWrite(target, arguments.value(u"map"));
     if (!path.endsWith(u".map"_s, Qt::CaseInsensitive))
         throw UsageError(u"--map needs a name that ends in .map."_s);
-    if (!QFileInfo(path).absoluteDir().exists())
-        throw tarnwick::Error(u"The folder %1 does not exist."_s.arg(QFileInfo(path).absolutePath()));
+    if (!tubes.isEmpty())
+        placeToWrite(target, tubes);
     if (QFileInfo::exists(path) && !readForChange(target, path))
         return Failed;
     selectTubes(arguments, target.steamGen());
@@ -183,6 +206,11 @@ int runFill(const Arguments &arguments)
     setLook(arguments, target);
     if (!target.map().storeMap(path))
         return Failed;
+    if (!tubes.isEmpty()) {
+        const plans::TubeText csv(target.steamGen(), plans::TubeText::Form::Csv);
+        const plans::MapFill &made = target.legend().entry(target.legend().count() - 1);
+        writeTubes(target, tubes, csv.ofEntry(made));
+    }
     printLegend(target.legend());
     return Done;
 }

@@ -2,12 +2,13 @@
 #include "CommandTable.h"
 #include "LegendOutput.h"
 #include "Target.h"
+#include "TubeFile.h"
 
 #include <app/logic/SystemMacros.h>
 #include <app/picture/MapPage.h>
 #include <app/picture/Paper.h>
 #include <plans/FillCommit.h>
-#include <QDir>
+#include <plans/TubeText.h>
 #include <QFileInfo>
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
@@ -84,17 +85,22 @@ int runMap(const Arguments &arguments)
 {
     arguments.atMost(1);
     const QString folder = arguments.positional(0, u"DIR"_s);
-    if (!arguments.has(u"out"))
-        throw UsageError(u"--out is missing."_s);
-    checkEnding(arguments.value(u"out"));
+    if (!arguments.has(u"out") && !arguments.has(u"tubes"))
+        throw UsageError(u"--out is missing (or --tubes)."_s);
+    if (arguments.has(u"out"))
+        checkEnding(arguments.value(u"out"));
+    if (arguments.has(u"tubes"))
+        checkTubesEnding(arguments.value(u"tubes"));
     const QSizeF inches = pageInches(arguments);
     brannock::PictureContent flips;
     setFlips(arguments.value(u"flip"), flips);
 
     Target target(folder, arguments, Target::Takes::Project);
-    const QString out = target.pathOf(arguments.value(u"out"));
-    if (const QDir at = QFileInfo(out).absoluteDir(); !at.exists())
-        throw tarnwick::Error(u"The folder %1 does not exist."_s.arg(at.path()));
+    QString out;
+    if (arguments.has(u"out"))
+        out = placeToWrite(target, arguments.value(u"out"));
+    if (arguments.has(u"tubes"))
+        placeToWrite(target, arguments.value(u"tubes")); // before anything is done
     if (arguments.has(u"map") && !target.map().readMap(target.pathOf(arguments.value(u"map"))))
         return Failed;
     if (arguments.has(u"query") && !target.connect())
@@ -115,7 +121,12 @@ int runMap(const Arguments &arguments)
     content.xOrientation = flips.xOrientation;
     content.yOrientation = flips.yOrientation;
     content.documentName = target.map().name().isEmpty() ? target.project().name : target.map().name();
-    app::mapPage(target.steamGen(), content, options, target.project().site.compCode).save(out, inches, kDpi);
+    if (!out.isEmpty())
+        app::mapPage(target.steamGen(), content, options, target.project().site.compCode).save(out, inches, kDpi);
+    if (arguments.has(u"tubes")) {
+        const plans::TubeText text(target.steamGen(), plans::TubeText::Form::Csv);
+        writeTubes(target, arguments.value(u"tubes"), text.ofMap(target.legend()));
+    }
     printLegend(target.legend());
     return Done;
 }

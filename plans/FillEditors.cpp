@@ -54,6 +54,8 @@ QString PcntFillEditor::warning() const
         return emptyReason(parameters().filter, steamGen());
     if (sample.fillCount < sample.wantedCount)
         return tarnwick::format(u"%S would be too many.", tubeCount(sample.wantedCount));
+    if (sample.isCutShort())
+        return tarnwick::format(u"Drawn from the first %D of them.", PcntFill::kReach);
     return {};
 }
 

@@ -22,24 +22,42 @@ void MapFill::readOldFormat(tarnwick::JFile &file)
     file.fail(u"%1::readOldFormat not implemented"_s.arg(className()));
 }
 
-void MapFill::paint(ellery::SteamGen &steamGen)
+template <typename Function>
+void MapFill::forEachMarked(const ellery::SteamGen &steamGen, Function function) const
 {
-    paintedCount = 0;
-    if (!shown || steamGen.numTube() == 0)
+    if (steamGen.numTube() == 0)
         return;
     if (!allSections) {
-        for (const qint32 tube : std::as_const(tubes))
-            paintTube(steamGen, tube);
+        for (const qint32 tube : tubes)
+            function(tube);
         return;
     }
     const int sections = steamGen[steamGen.numTube() - 1].address.sec + 1;
-    for (const qint32 tube : std::as_const(tubes)) {
+    for (const qint32 tube : tubes) {
         const ellery::TubeAddress address = steamGen[tube].address;
         for (int section = 0; section < sections; ++section) {
             if (const int found = steamGen.findTube(address.row, address.col, section); found >= 0)
-                paintTube(steamGen, found);
+                function(found);
         }
     }
+}
+
+void MapFill::paint(ellery::SteamGen &steamGen)
+{
+    paintedCount = 0;
+    if (shown)
+        forEachMarked(steamGen, [this, &steamGen](int tube) { paintTube(steamGen, tube); });
+}
+
+QList<qint32> MapFill::markedTubes(const ellery::SteamGen &steamGen) const
+{
+    QList<bool> isListed(steamGen.numTube(), false);
+    QList<qint32> marked;
+    forEachMarked(steamGen, [&](int tube) {
+        if (!std::exchange(isListed[tube], true))
+            marked.append(tube);
+    });
+    return marked;
 }
 
 void MapFill::paintTube(ellery::SteamGen &steamGen, int tube)

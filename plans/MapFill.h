@@ -51,11 +51,15 @@ public:
     QString typeName() const;
     /// What the legend calls an entry with these parameters.
     virtual QString entryLabel() const = 0;
+    /// What else of the entry a user may want to know, for its tip; empty for nothing.
+    virtual QString detail() const { return {}; }
     /// What Undo calls the making of such an entry.
     virtual QString undoLabel() const = 0;
 
     /// Gives every tube without a symbol this entry's, and counts them as painted. Does nothing when hidden.
     void paint(ellery::SteamGen &steamGen);
+    /// The tubes that painting looks at, each once: those of every section where sections are ignored.
+    QList<qint32> markedTubes(const ellery::SteamGen &steamGen) const;
     /// Removes tube indices outside the steam generator; returns how many.
     int dropInvalidTubes(int tubeCount);
 
@@ -67,6 +71,8 @@ protected:
     bool hasSameFields(const MapFill &other) const;
 
 private:
+    template <typename Function>
+    void forEachMarked(const ellery::SteamGen &steamGen, Function function) const;
     void paintTube(ellery::SteamGen &steamGen, int tube);
 };
 

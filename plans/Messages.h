@@ -16,6 +16,9 @@ inline constexpr Message kQueryTubesMissing{
           u"tubes in the map.\n\nChoose \"Cancel\" to see the invalid tubes highlighted\nin the query results."};
 inline constexpr Message kQueryNotExecuted{1092, u"Must execute a valid query first!"};
 
+inline constexpr Message kDrawsFromFirst{0, u"The sample is drawn from the first %D tubes only.\n\n\"%S\" has %D tubes "
+                                            u"to choose from; its random numbers do not reach further."};
+
 inline constexpr Message kFillDone{0, u"%S: %D tubes."};
 
 inline constexpr Message kUpdateBegins{0, u"Execute ..."};

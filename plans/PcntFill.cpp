@@ -99,6 +99,8 @@ bool PcntFill::compute(MapHost &host)
         return false;
     if (fillCount < wantedCount)
         host.prompts().error(messages::kNotEnoughTubes);
+    if (isCutShort())
+        host.prompts().information(messages::kDrawsFromFirst, kReach, entryLabel().trimmed(), candidateCount);
     return true;
 }
 
@@ -106,6 +108,11 @@ QString PcntFill::entryLabel() const
 {
     return parameters.percentMode ? tarnwick::format(u"%3d%% Fill", parameters.percent)
                                   : tarnwick::format(u"%d Tubes Fill", parameters.tubeCount);
+}
+
+QString PcntFill::detail() const
+{
+    return tarnwick::format(u"Seed %u", parameters.seed);
 }
 
 QString PcntFill::undoLabel() const

@@ -58,6 +58,13 @@ public:
     /// Always with the percentage, in tube-count mode too.
     QString undoLabel() const override;
 
+    /// Random numbers end before this: of more tubes only the first so many can be drawn.
+    static constexpr int kReach = 32'768;
+    /// The last computation drew from a part of the tubes that qualified.
+    bool isCutShort() const { return candidateCount > kReach && wantedCount > 0; }
+    /// The seed.
+    QString detail() const override;
+
     // Of the last computation; not stored.
     qint32 candidateCount = 0; ///< tubes that qualified
     qint32 wantedCount = 0;    ///< how many of them were to be drawn

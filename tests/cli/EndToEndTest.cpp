@@ -214,10 +214,26 @@ TEST_F(EndToEnd, FillsAreStoredInAMapAndPaintedInEveryForm)
     };
     const QString first = fill({u"random"_s, u"--percent"_s, u"20"_s, u"--seed"_s, u"5"_s, u"--colour"_s, u"0072B2"_s});
     EXPECT_TRUE(first.startsWith(u"A  RANDOM     20% Fill"_s)) << qPrintable(first);
-    const QString second = fill({u"pattern"_s, u"--row-inc"_s, u"3"_s, u"--tubes"_s, u"open"_s});
+    const QString second = fill({u"pattern"_s, u"--row-inc"_s, u"3"_s, u"--tubes"_s, u"open"_s, u"--tubes"_s,
+                                 s_folder->filePath(u"new.csv"_s)});
     const QString third = fill({u"box"_s, u"--select"_s, u"5 8"_s, u"--radius"_s, u"2.5"_s, u"--symbol"_s, u"*"_s});
     EXPECT_TRUE(third.contains(u"\n*  BOX  "_s)) << qPrintable(third);
     EXPECT_EQ(third.count(u'\n'), 3);
+
+    // Tubes as text: as many lines as the legend counts, and no picture unless one is asked for.
+    const auto lines = [](const QString &name) {
+        QFile file(s_folder->filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QByteArrayList();
+    };
+    const QString pattern = second.section(u'\n', 1, 1).simplified();
+    EXPECT_EQ(lines(u"new.csv"_s).size() - 2, pattern.section(u' ', -2, -2).remove(u',').toInt())
+        << qPrintable(pattern);
+    s_cli->mustRun({u"map"_s, s_project, u"--map"_s, map, u"--tubes"_s, s_folder->filePath(u"all.csv"_s)});
+    int hits = 0;
+    for (const QString &line : third.split(u'\n', Qt::SkipEmptyParts))
+        hits += line.simplified().section(u' ', -1).toInt();
+    EXPECT_EQ(lines(u"all.csv"_s).size() - 2, hits);
+    EXPECT_TRUE(lines(u"all.csv"_s)[0].endsWith("ROW,COL,SYMBOL,TYPE,DESCRIPTION\r"));
 
     // The same seed on another map gives the same sample.
     const QString again = s_project + u"/maps/again.map"_s;

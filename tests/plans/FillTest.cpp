@@ -115,6 +115,13 @@ TEST(PcntFill, CannotReachBeyondTheGeneratorsRange)
     EXPECT_LE(fill.fillCount, 32768);
     EXPECT_LT(*std::max_element(fill.tubes.begin(), fill.tubes.end()), 32768);
     EXPECT_EQ(host.said.entries().value(0).number, 1089);
+    EXPECT_TRUE(
+        host.said.entries().value(1).text.startsWith(u"The sample is drawn from the first 32,768 tubes only."_s));
+    EXPECT_EQ(fill.detail(), u"Seed 5"_s);
+    host.said.clear();
+    fill.parameters.percent = 0;
+    EXPECT_TRUE(fill.compute(host));
+    EXPECT_TRUE(host.said.entries().isEmpty());
 }
 
 TEST(PcntFill, WithoutCandidatesHasNoTubes)

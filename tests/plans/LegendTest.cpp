@@ -4,6 +4,7 @@
 #include <plans/MapUpdate.h>
 #include <plans/PcntFill.h>
 #include <plans/QueryFill.h>
+#include <plans/TubeText.h>
 
 using namespace Qt::StringLiterals;
 
@@ -227,6 +228,29 @@ TEST(MapLegend, TellsOfEveryChange)
     EXPECT_EQ(changes, 4);
     host.entries.moveEntry(0, 0);
     EXPECT_EQ(changes, 4);
+}
+
+TEST(TubeText, NamesTubesByTheirLabelsInTheOrderOfTheirAddresses)
+{
+    TestHost host(2, 2);
+    host.record.steamGen.labels[int(ellery::Axis::Row)] = {QString(), u"A,1"_s, u"B"_s};
+    const TubeText tabs(host.record.steamGen, TubeText::Form::Tabs);
+    EXPECT_EQ(tabs.ofTubes({3, 0, 1}), u"A,1\t1\nA,1\t2\nB\t2\n"_s);
+
+    // Sections only where there are some; each tube once, by the entry that shows there.
+    TestHost large(1, 2, 2);
+    auto everywhere = fixed({large.tube(1, 2, 0), large.tube(1, 2, 1)});
+    everywhere->allSections = true;
+    everywhere->label = u" 10% Fill"_s;
+    large.entries.addEntry(std::move(everywhere), true);
+    large.entries.addEntry(fixed({large.tube(1, 2, 1)}), true);
+    large.entries.setLabel(1, u"say \"x\""_s);
+    const TubeText csv(large.record.steamGen, TubeText::Form::Csv);
+    EXPECT_EQ(csv.ofEntry(large.entries.entry(0)), u"SEC,ROW,COL\r\n0,1,2\r\n1,1,2\r\n"_s);
+    EXPECT_EQ(csv.ofMap(large.entries), u"SEC,ROW,COL,SYMBOL,TYPE,DESCRIPTION\r\n0,1,2,A,FIXED,10% Fill\r\n"
+                                        u"1,1,2,B,FIXED,\"say \"\"x\"\"\"\r\n"_s);
+    large.entries.setShown(1, false);
+    EXPECT_TRUE(csv.ofMap(large.entries).endsWith(u"1,1,2,A,FIXED,10% Fill\r\n"_s));
 }
 
 } // namespace plans
