@@ -1,6 +1,7 @@
 #include "MapHeader.h"
 
 #include <algorithm>
+#include <QDir>
 #include <QFileInfo>
 #include <QStringList>
 
@@ -54,6 +55,54 @@ MapHeader MapHeader::expanded(const tarnwick::JMacro &macros) const
     for (QString *text : {&result.upperText, &result.lowerText, &result.preparedBy, &result.checkedBy})
         *text = macros.expand(*text);
     return result;
+}
+
+/// Values may be missing, a map's name say; what stood round them goes with them.
+static QString withoutGaps(const QString &text)
+{
+    QStringList lines;
+    for (const QString &line : text.split(u'\n')) {
+        QStringList parts = line.split(u", "_s);
+        parts.removeIf([](const QString &part) { return part.trimmed().isEmpty(); });
+        if (!parts.isEmpty())
+            lines.append(parts.join(u", "_s));
+    }
+    return lines.join(u'\n');
+}
+
+MapHeader MapHeader::printed(const tarnwick::JMacro &macros) const
+{
+    if (!upperText.isEmpty() || !lowerText.isEmpty())
+        return expanded(macros);
+    MapHeader result = *this;
+    result.upperText = standard().upperText;
+    result.lowerText = standard().lowerText;
+    result = result.expanded(macros);
+    result.upperText = withoutGaps(result.upperText);
+    result.lowerText = withoutGaps(result.lowerText);
+    return result;
+}
+
+MapHeader MapHeader::standard()
+{
+    MapHeader header;
+    header.name = u"standard"_s;
+    header.upperText = u"[SITE CODE], [COMPONENT NAME], [OUTAGE NAME]"_s;
+    header.lowerText = u"[MAP NAME], [CUR DATETIME]"_s;
+    return header;
+}
+
+void shipStandardHeader(const tarnwick::PathRoots &roots)
+{
+    const QDir folder(roots.palomineDir + u"/user/map_headers"_s);
+    if (!folder.exists() || !folder.entryList({u"*.hdr"_s}, QDir::Files).isEmpty())
+        return;
+    try {
+        const MapHeader header = MapHeader::standard();
+        writeHeaderFile(header, folder.filePath(header.name + u".hdr"_s));
+    } catch (const tarnwick::Error &) {
+        // An installation that is closed to writing.
+    }
 }
 
 MapHeader readHeaderFile(const QString &machinePath)

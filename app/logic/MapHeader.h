@@ -1,6 +1,7 @@
 #pragma once
 #include <tarnwick/JFile.h>
 #include <tarnwick/JMacro.h>
+#include <tarnwick/Paths.h>
 
 namespace app {
 
@@ -31,12 +32,20 @@ struct MapHeader
     void clearSignatures();
     /// With the texts' keywords replaced.
     MapHeader expanded(const tarnwick::JMacro &macros) const;
+    /// The same as it is printed: where both texts are empty, with those of the standard header.
+    MapHeader printed(const tarnwick::JMacro &macros) const;
+    /// Site, component, outage, map and date. Installations are shipped with it.
+    static MapHeader standard();
     bool operator==(const MapHeader &) const = default;
 };
 
 /// Throws tarnwick::FileError. The header takes the file's name.
 MapHeader readHeaderFile(const QString &machinePath);
 void writeHeaderFile(const MapHeader &header, const QString &machinePath);
+
+/// Stores the standard header among the user's templates when there is none at all. Where that is not possible, nothing
+/// happens: nobody has asked for it.
+void shipStandardHeader(const tarnwick::PathRoots &roots);
 
 /// "Prepared by A     Checked by B", without the part that is empty.
 QString signatureLine(const MapHeader &header);

@@ -16,7 +16,7 @@ brannock::PictureContent pageContent(const MapHeader &header, const plans::MapLe
                                      const ellery::SteamGen &steamGen, const query::ArvoOptions &options,
                                      const tarnwick::JMacro &macros)
 {
-    const MapHeader shown = header.expanded(macros);
+    const MapHeader shown = header.printed(macros);
     brannock::PictureContent content;
     content.title = shown.upperText;
     content.titleFont = QFont(shown.upperFont, shown.upperSize);
@@ -40,6 +40,7 @@ brannock::MapPicture mapPage(const ellery::SteamGen &steamGen, const brannock::P
 {
     brannock::MapScene scene(steamGen, plans::mapOptions(options));
     scene.watermark = watermark;
+    scene.deselect(); // a matter of the screen: on paper its marks would look like a finding
     return brannock::MapPicture(scene, content);
 }
 

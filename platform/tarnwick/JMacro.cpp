@@ -61,25 +61,44 @@ void JMacro::merge(const JMacro &other)
     }
 }
 
-QString JMacro::expand(const QString &text) const
+/// Calls visit with each bracketed part, and with the index of its entry, -1 for none.
+template <typename Visitor>
+void JMacro::visitNames(const QString &text, Visitor visit) const
 {
-    QString expanded;
-    qsizetype copied = 0; // everything before is in the result
     qsizetype open = -1;
     for (qsizetype i = 0; i < text.size(); ++i) {
         if (text[i] == u'[') {
             open = i; // of "[a [b]" only "[b]" can be a name
         } else if (text[i] == u']' && open >= 0) {
-            const qsizetype entry = indexOf(m_entries, QStringView(text).sliced(open, i + 1 - open));
-            if (entry >= 0) {
-                expanded += QStringView(text).sliced(copied, open - copied);
-                expanded += m_entries[entry].value;
-                copied = i + 1;
-            }
+            const Span span{open, i + 1 - open};
+            visit(span, indexOf(m_entries, QStringView(text).sliced(span.start, span.length)));
             open = -1;
         }
     }
+}
+
+QString JMacro::expand(const QString &text) const
+{
+    QString expanded;
+    qsizetype copied = 0; // everything before is in the result
+    visitNames(text, [&](const Span &span, qsizetype entry) {
+        if (entry < 0)
+            return;
+        expanded += QStringView(text).sliced(copied, span.start - copied);
+        expanded += m_entries[entry].value;
+        copied = span.start + span.length;
+    });
     return expanded + QStringView(text).sliced(copied);
+}
+
+QList<JMacro::Span> JMacro::unknownNames(const QString &text) const
+{
+    QList<Span> unknown;
+    visitNames(text, [&](const Span &span, qsizetype entry) {
+        if (entry < 0)
+            unknown.append(span);
+    });
+    return unknown;
 }
 
 void JMacro::serialize(JFile &file)

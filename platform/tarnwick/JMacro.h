@@ -30,10 +30,22 @@ public:
     void merge(const JMacro &other);
     /// Replaces every bracketed name that the table has; other bracketed text stays. Values are not expanded again.
     QString expand(const QString &text) const;
+    /// A part of a text.
+    struct Span
+    {
+        qsizetype start;
+        qsizetype length;
+        bool operator==(const Span &) const = default;
+    };
+    /// The bracketed parts that expand() would leave as they are.
+    QList<Span> unknownNames(const QString &text) const;
     void serialize(JFile &file);
     bool operator==(const JMacro &) const = default;
 
 private:
+    template <typename Visitor>
+    void visitNames(const QString &text, Visitor visit) const;
+
     QList<Entry> m_entries;
 };
 

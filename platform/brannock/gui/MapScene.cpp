@@ -67,6 +67,12 @@ quint32 MapScene::markIndex(const TubeMark &mark)
     return *found;
 }
 
+void MapScene::deselect()
+{
+    for (quint32 &look : m_looks)
+        look &= ~quint32(1);
+}
+
 MapScene::Change MapScene::update(const ellery::SteamGen &steamGen)
 {
     Change change;

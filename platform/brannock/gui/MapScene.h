@@ -40,6 +40,8 @@ public:
     void setModel(const ellery::SteamGen &steamGen);
     /// Takes over symbols, colours and selection of the same tubes.
     Change update(const ellery::SteamGen &steamGen);
+    /// No tube is painted as selected until the next update().
+    void deselect();
     void clear() { *this = MapScene(); }
 
     MapOptions options;
