@@ -6,6 +6,7 @@ class QPainter;
 namespace app {
 
 /// The Fusion style with check boxes that can be seen in dark palettes: their frame is drawn in the colour of the text.
+/// Greyed texts are drawn once, without a light copy below them.
 class CheckStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -13,6 +14,8 @@ public:
     CheckStyle();
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget = nullptr) const override;
+    int styleHint(StyleHint hint, const QStyleOption *option = nullptr, const QWidget *widget = nullptr,
+                  QStyleHintReturn *data = nullptr) const override;
 };
 
 /// A check box by itself. ink: of frame and tick; ground: what it stands on.

@@ -1,5 +1,6 @@
 #include "LegendView.h"
 
+#include "HintText.h"
 #include "LegendModel.h"
 #include "SymbolDelegate.h"
 
@@ -190,7 +191,7 @@ void LegendView::paintEvent(QPaintEvent *event)
     if (!isEnabled() || model()->rowCount() > 0)
         return;
     QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setPen(hintColour(palette()));
     const int margin = fontMetrics().height();
     painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
                      Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,

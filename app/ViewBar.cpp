@@ -1,5 +1,6 @@
 #include "ViewBar.h"
 
+#include "HintText.h"
 #include "LineIcon.h"
 
 #include <brannock/gui/MapColours.h>
@@ -153,6 +154,7 @@ void ViewBar::makeFind()
     m_find->setAccessibleName(u"Find tube by its address"_s);
     m_find->setToolTip(u"Row and column of a tube, with the section before them where there are sections (Ctrl+F)"_s);
     m_find->setClearButtonEnabled(true);
+    keepHintReadable(m_find);
     m_find->addAction(lineIcon(Picture::FindTube), QLineEdit::LeadingPosition);
     m_find->setFixedWidth(fontMetrics().averageCharWidth() * 24);
     m_find->installEventFilter(this);

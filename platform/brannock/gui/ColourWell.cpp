@@ -14,8 +14,8 @@ ColourWell::ColourWell(QWidget *parent)
 {
     setFixedSize(kSide, kSide);
     setAutoDefault(false);
-    setText(u"&Color ..."_s);
-    setToolTip(u"Choose another color"_s);
+    setText(u"&Colour ..."_s);
+    setToolTip(u"Choose another colour"_s);
 }
 
 void ColourWell::setMark(char16_t symbol, const QColor &colour)
