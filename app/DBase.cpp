@@ -83,6 +83,7 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
     connect(&m_recoveryDelay, &QTimer::timeout, this, [this] {
         if (!m_isTryingOut)
             guard([this] { m_session->updateRecoveryCopy(); });
+        refreshProtection();
     });
     resize(tarnwick::sizeOnScreen(*this, kFirstSize));
     projectChanged();
@@ -109,10 +110,14 @@ void DBase::makeStatusBar()
     m_mapText->setObjectName(u"mapText"_s);
     m_selectionText = new QLabel;
     m_selectionText->setObjectName(u"selectionText"_s);
-    for (QLabel *label : {m_tubeText, m_mapText, m_selectionText})
+    m_protectionText = new QLabel(u"No crash protection"_s);
+    m_protectionText->setObjectName(u"protectionText"_s);
+    m_protectionText->hide();
+    for (QLabel *label : {m_tubeText, m_protectionText, m_mapText, m_selectionText})
         label->setContentsMargins(fontMetrics().height(), 0, 0, 0);
     statusBar()->addWidget(m_statusText, 1);
     statusBar()->addPermanentWidget(m_tubeText);
+    statusBar()->addPermanentWidget(m_protectionText);
     statusBar()->addPermanentWidget(m_mapText);
     statusBar()->addPermanentWidget(m_selectionText);
 }
@@ -140,6 +145,9 @@ void DBase::makeActions()
     QMenu *help = m_actions->menuOf(About);
     help->addSeparator();
     help->addAction(m_actions->extra(Extra::Keys));
+    m_legendMenu->addSeparator();
+    m_actions->addExtra(Extra::EntrySelect, m_legendMenu);
+    m_legendMenu->addAction(m_actions->extra(Extra::CopyTubes));
     m_recent = new RecentMenus(*m_actions, this);
     // A file may go, and come again, while the program runs.
     for (const int placeholder : {NoRecentProject, NoRecentDatabase, NoRecentMap})
@@ -328,6 +336,10 @@ bool DBase::openProject(const QString &folder)
         m_session->openMapAtStart();
     }
     m_map->setFocus();
+    // Once the window is there with what was restored.
+    if (m_session->headerDraft)
+        QMetaObject::invokeMethod(
+            this, [this] { perform([this] { m_commands->editHeader(); }); }, Qt::QueuedConnection);
     return true;
 }
 

@@ -85,6 +85,7 @@ private:
     void closeWindow() override { close(); }
     void showAbout() override;
     void showProjectInfo() override;
+    void keepWork() override;
 
     void showMenuBar(bool shown);
     /// Esc goes to the full screen and back, and not to something else that has the focus.
@@ -98,6 +99,7 @@ private:
     void editOptions();
     void findTube(const QString &address);
     void goToNextPart();
+    void copyTubes();
     void showKeys();
     void makeFill(const QString &key);
     void editEntry(int entry);
@@ -115,6 +117,7 @@ private:
     /// Recent lists, and which menus open: after a project or database was opened or closed.
     void refreshMenus();
     void refreshPanels();
+    void refreshProtection();
     void refreshTitle();
     void applyMapOptions();
     QStringList tipLines(int tube) const;
@@ -138,6 +141,7 @@ private:
     QLabel *m_tubeText = nullptr;
     QLabel *m_mapText = nullptr; ///< whether the map has unsaved changes
     QLabel *m_selectionText = nullptr;
+    QLabel *m_protectionText = nullptr; ///< that a crash would cost the unsaved changes
     std::unique_ptr<WindowCommands> m_commands;
     QTimer m_recoveryDelay;
     int m_tubeShown = -1; ///< in the status bar

@@ -14,12 +14,15 @@
 
 #include <brannock/gui/ColourChooser.h>
 #include <plans/gui/MapLook.h>
+#include <plans/TubeText.h>
 #include <query/dialogs/ArvoOptionsDlg.h>
 #include <tarnwick/gui/StateKeeper.h>
 
 #include <QBoxLayout>
+#include <QClipboard>
 #include <QDialogButtonBox>
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QKeySequence>
 #include <QLabel>
 #include <QMenu>
@@ -205,6 +208,12 @@ void DBase::runExtra(Extra extra)
     case Extra::EntryDelete:
         legend.remove(entry);
         break;
+    case Extra::EntrySelect:
+        legend.selectTubes(entry);
+        break;
+    case Extra::CopyTubes:
+        copyTubes();
+        break;
     case Extra::EntrySolo:
         legend.showOnly(entry);
         break;
@@ -219,6 +228,26 @@ void DBase::runExtra(Extra extra)
         break;
     }
     scheduleRefresh();
+}
+
+void DBase::copyTubes()
+{
+    const LegendView &view = m_side->legendView();
+    const plans::MapLegend &legend = m_session->legend();
+    const plans::TubeText text(steamGen(), plans::TubeText::Form::Tabs);
+    const QList<qint32> selection = steamGen().selection();
+    QString copied;
+    if (view.hasFocus() && view.currentEntry() >= 0)
+        copied = text.ofEntry(legend.entry(view.currentEntry()));
+    else
+        copied = selection.isEmpty() ? text.ofMap(legend) : text.ofTubes(selection);
+    if (copied.isEmpty()) {
+        m_prompts->status(messages::kNothingToCopy);
+        return;
+    }
+    QGuiApplication::clipboard()->setText(copied);
+    const auto count = int(copied.count(u'\n'));
+    m_prompts->status(messages::kCopiedTubes, count == 1 ? u"1 tube"_s : tarnwick::format(u"%D tubes", count));
 }
 
 void DBase::findTube(const QString &address)

@@ -7,6 +7,7 @@
 #include "SidePanel.h"
 #include "ViewBar.h"
 
+#include <app/logic/Messages.h>
 #include <app/logic/StartUp.h>
 
 #include <plans/gui/MapLook.h>
@@ -38,8 +39,21 @@ void DBase::refreshAll()
     refreshPanels();
     showTube(m_tubeShown); // its symbol may be another one now
     refreshCommands();
+    refreshProtection();
+    keepWork();
+}
+
+void DBase::keepWork()
+{
     if (!m_recoveryDelay.isActive())
         m_recoveryDelay.start();
+}
+
+void DBase::refreshProtection()
+{
+    const QString problem = m_session->recoveryProblem();
+    m_protectionText->setVisible(!problem.isEmpty());
+    m_protectionText->setToolTip(tarnwick::format(messages::kRecoveryFailed.text, problem));
 }
 
 void DBase::sessionChanged()

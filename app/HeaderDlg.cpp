@@ -1,5 +1,7 @@
 #include "HeaderDlg.h"
 
+#include "HintText.h"
+#include "KeywordMarks.h"
 #include "PagePreview.h"
 
 #include <tarnwick/gui/ReturnKey.h>
@@ -18,6 +20,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QSpinBox>
+#include <QStyle>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -51,10 +54,10 @@ QScrollArea *scrolling(QWidget *parts)
 } // namespace
 
 HeaderDlg::HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPicture(const MapHeader &)> &page,
-                     const QSizeF &inches, QWidget *parent)
+                     const QSizeF &inches, double dpi, QWidget *parent)
     : QDialog(parent)
     , m_editor(editor)
-    , m_preview(new PagePreview([this, page] { return page(m_editor.header); }, inches))
+    , m_preview(new PagePreview([this, page] { return page(m_editor.header); }, inches, dpi))
 {
     setObjectName(u"headerDlg"_s);
     auto *layout = new QVBoxLayout(this);
@@ -103,6 +106,7 @@ QPlainTextEdit *HeaderDlg::makeText(const QString &name, int lines)
     auto *edit = new QPlainTextEdit;
     edit->setObjectName(name);
     edit->setTabChangesFocus(true);
+    keepHintReadable(edit);
     const int height = edit->fontMetrics().lineSpacing() * lines + 2 * int(edit->document()->documentMargin()) +
                        2 * edit->frameWidth();
     edit->setMinimumHeight(height);
@@ -182,12 +186,23 @@ QWidget *HeaderDlg::makeTexts()
     m_keywords->setToolButtonStyle(Qt::ToolButtonTextOnly);
     m_keywords->setPopupMode(QToolButton::InstantPopup);
     makeKeywords(m_keywords);
+    // The arrow of its menu stands over the text otherwise.
+    m_keywords->setMinimumWidth(m_keywords->sizeHint().width() +
+                                m_keywords->style()->pixelMetric(QStyle::PM_MenuButtonIndicator));
     auto *row = new QHBoxLayout;
     row->addWidget(m_keywords);
     row->addStretch(1);
     row->addWidget(m_template);
     row->addWidget(m_expand);
     layout->addLayout(row);
+    m_unknown = new QLabel;
+    m_unknown->setObjectName(u"unknownKeywords"_s);
+    m_unknown->setTextFormat(Qt::PlainText);
+    m_unknown->setWordWrap(true);
+    m_unknown->hide();
+    layout->addWidget(m_unknown);
+    for (QPlainTextEdit *text : {m_upper, m_lower})
+        new KeywordMarks(m_editor.macros(), text->document());
     return box;
 }
 
@@ -223,6 +238,7 @@ QWidget *HeaderDlg::makeMapFields()
         auto *edit = new QLineEdit;
         edit->setObjectName(name);
         edit->setPlaceholderText(u"Emptied when the legend changes"_s);
+        keepHintReadable(edit);
         connect(edit, &QLineEdit::textChanged, this, &HeaderDlg::changed);
         layout->addRow(label, edit);
         return edit;
@@ -276,8 +292,7 @@ void HeaderDlg::fill(bool expanded)
         choice.size->setValue(template_.*choice.sizeField);
     }
     m_isFilling = false;
-    setWindowTitle(m_editor.title());
-    m_preview->pageChanged();
+    showChanges();
 }
 
 void HeaderDlg::take()
@@ -299,13 +314,38 @@ void HeaderDlg::take()
     }
 }
 
+void HeaderDlg::showStandard()
+{
+    // Printed only where both are empty.
+    const bool isPrinted = m_editor.header.upperText.isEmpty() && m_editor.header.lowerText.isEmpty();
+    const MapHeader standard = isPrinted ? MapHeader::standard() : MapHeader();
+    m_upper->setPlaceholderText(standard.upperText);
+    m_lower->setPlaceholderText(standard.lowerText);
+}
+
+void HeaderDlg::showUnknown()
+{
+    const QStringList words = m_editor.unknownKeywords();
+    m_unknown->setVisible(!words.isEmpty());
+    m_unknown->setText(u"No keyword, printed as it is: "_s + words.join(u", "_s));
+}
+
+void HeaderDlg::showChanges()
+{
+    setWindowTitle(m_editor.title());
+    m_preview->pageChanged();
+    showStandard();
+    showUnknown();
+    if (m_editor.edited)
+        m_editor.edited();
+}
+
 void HeaderDlg::changed()
 {
     if (m_isFilling)
         return;
     take();
-    setWindowTitle(m_editor.title());
-    m_preview->pageChanged();
+    showChanges();
 }
 
 void HeaderDlg::run(const std::function<bool()> &fileCommand)

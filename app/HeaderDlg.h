@@ -7,6 +7,7 @@
 
 class QCheckBox;
 class QFontComboBox;
+class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QSpinBox;
@@ -22,9 +23,9 @@ class HeaderDlg : public QDialog
 {
     Q_OBJECT
 public:
-    /// page: the page with a header; inches: of the paper.
+    /// page: the page with a header; inches, dpi: of paper and printer.
     HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPicture(const MapHeader &)> &page,
-              const QSizeF &inches, QWidget *parent = nullptr);
+              const QSizeF &inches, double dpi, QWidget *parent = nullptr);
 
     void reject() override;
 
@@ -51,6 +52,9 @@ private:
     void fill(bool expanded);
     void take();
     void changed();
+    void showChanges();
+    void showStandard();
+    void showUnknown();
     void run(const std::function<bool()> &fileCommand);
 
     HeaderEditor &m_editor;
@@ -63,6 +67,7 @@ private:
     QCheckBox *m_expand = nullptr;
     QCheckBox *m_template = nullptr;
     QToolButton *m_keywords = nullptr;
+    QLabel *m_unknown = nullptr;          ///< what looks like a keyword and is none
     QPlainTextEdit *m_lastText = nullptr; ///< where keywords go
     QList<FontChoice> m_fonts;
     bool m_isFilling = false;

@@ -83,6 +83,11 @@ QSizeF MapPrinting::paperSize()
     return printer().pageLayout().fullRect(QPageLayout::Inch).size();
 }
 
+double MapPrinting::resolution()
+{
+    return printer().resolution();
+}
+
 brannock::MapPicture MapPrinting::page(const MapHeader &header) const
 {
     const query::ArvoOptions &options = m_session.options();

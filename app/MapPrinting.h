@@ -37,6 +37,8 @@ public:
     brannock::MapPicture page(const MapHeader &header) const;
     /// Of the paper, in inches, as it lies.
     QSizeF paperSize();
+    /// Dots per inch of the printer.
+    double resolution();
     /// False, said by the message, when the printer cannot be opened.
     bool printOn(QPrinter &printer, const tarnwick::Message &failure);
 

@@ -11,10 +11,11 @@ constexpr int kMargin = 6;
 
 } // namespace
 
-PagePreview::PagePreview(std::function<brannock::MapPicture()> page, const QSizeF &inches, QWidget *parent)
+PagePreview::PagePreview(std::function<brannock::MapPicture()> page, const QSizeF &inches, double dpi, QWidget *parent)
     : QWidget(parent)
     , m_page(std::move(page))
     , m_inches(inches)
+    , m_dpi(dpi)
 {
     setObjectName(QStringLiteral("pagePreview"));
     setAccessibleName(QStringLiteral("Preview of the page"));
@@ -29,12 +30,14 @@ void PagePreview::renew()
     const QSizeF pixels = m_inches.scaled(room, Qt::KeepAspectRatio);
     if (pixels.isEmpty())
         return;
-    const double dpi = pixels.width() / m_inches.width();
+    const QSizeF paper = m_inches * m_dpi;
     QImage image(pixels.toSize(), QImage::Format_RGB32);
     image.fill(Qt::white);
     {
         QPainter painter(&image);
-        m_page().paint(painter, QRectF(image.rect()), dpi);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+        painter.scale(image.width() / paper.width(), image.height() / paper.height());
+        m_page().paint(painter, QRectF(QPointF(0, 0), paper), m_dpi);
     }
     m_picture = QPixmap::fromImage(image);
     m_picture.setDevicePixelRatio(devicePixelRatioF());

@@ -13,8 +13,9 @@ class PagePreview : public QWidget
 {
     Q_OBJECT
 public:
-    /// inches: of the paper
-    PagePreview(std::function<brannock::MapPicture()> page, const QSizeF &inches, QWidget *parent = nullptr);
+    /// inches: of the paper. dpi: of the printer; fonts take whole pixels there, and lines break by them.
+    PagePreview(std::function<brannock::MapPicture()> page, const QSizeF &inches, double dpi,
+                QWidget *parent = nullptr);
     void pageChanged() { m_delay.start(); }
 
     QSize sizeHint() const override { return QSize(460, 380); }
@@ -29,6 +30,7 @@ private:
 
     std::function<brannock::MapPicture()> m_page;
     QSizeF m_inches;
+    double m_dpi;
     QTimer m_delay;
     QPixmap m_picture;
 };

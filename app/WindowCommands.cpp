@@ -124,9 +124,21 @@ bool WindowCommands::runFile(int command)
 void WindowCommands::editHeader()
 {
     HeaderEditor editor(m_session.map(), m_host, *m_dialogs, m_session.roots());
+    if (m_session.headerDraft) { // of a dialog that a crash ended
+        editor.header = m_session.headerDraft->header;
+        editor.description = m_session.headerDraft->description;
+    }
+    editor.edited = [this, &editor] {
+        m_session.headerDraft.reset();
+        if (editor.isModified())
+            m_session.headerDraft = HeaderDraft{editor.header, editor.description};
+        m_window.keepWork();
+    };
     HeaderDlg dialog(
-        editor, [this](const MapHeader &header) { return m_printing.page(header); }, m_printing.paperSize(), m_parent);
+        editor, [this](const MapHeader &header) { return m_printing.page(header); }, m_printing.paperSize(),
+        m_printing.resolution(), m_parent);
     dialog.exec();
+    m_session.headerDraft.reset();
 }
 
 bool WindowCommands::runMap(int command)

@@ -22,6 +22,8 @@ public:
     virtual void closeWindow() = 0;
     virtual void showAbout() = 0;
     virtual void showProjectInfo() = 0;
+    /// Work that is in no file has changed: the copy for the case of a crash follows.
+    virtual void keepWork() = 0;
 };
 
 /// Carries out the numbered commands.

@@ -156,6 +156,8 @@ enum class Extra {
     EntryUp,
     EntryDown,
     EntryDelete,
+    EntrySelect,
+    CopyTubes,
     EntrySolo,
     EntriesAll,
     EntriesInvert,
@@ -165,7 +167,8 @@ enum class Extra {
 enum class Scope {
     Window, ///< to the window; everywhere
     Side,   ///< to the buttons above the legend; everywhere
-    Legend  ///< to the same; while the legend has the focus
+    Legend, ///< to the same; while the legend has the focus
+    Menu    ///< to the legend's menu; no key
 };
 struct ExtraInfo
 {

@@ -56,6 +56,17 @@ tarnwick::JMacro HeaderEditor::macros() const
     return printMacros(m_host.systemMacros(), m_host.userMacros());
 }
 
+QStringList HeaderEditor::unknownKeywords() const
+{
+    QStringList words;
+    for (const QString &text : {header.upperText, header.lowerText, header.preparedBy, header.checkedBy}) {
+        for (const tarnwick::JMacro::Span &span : macros().unknownNames(text))
+            words.append(text.mid(span.start, span.length));
+    }
+    words.removeDuplicates();
+    return words;
+}
+
 QString HeaderEditor::suiteText(const QString &machinePath) const
 {
     return tarnwick::SuitePath::fromMachine(machinePath, m_roots).text();

@@ -2,6 +2,7 @@
 #include "FileChoosers.h"
 #include "MapDocument.h"
 
+#include <functional>
 #include <plans/MapHost.h>
 
 namespace app {
@@ -16,12 +17,17 @@ public:
     MapHeader header;
     QString description;
 
+    /// After changes of header or description in a dialog.
+    std::function<void()> edited;
+
     /// The edited header is not the map's.
     bool isModified() const;
     /// "Map Header - %S%c": name, and "*" or a blank.
     QString title() const;
     /// Everything that keywords may stand for.
     tarnwick::JMacro macros() const;
+    /// Bracketed words in the texts that are no keywords and would be printed as they are, each once.
+    QStringList unknownKeywords() const;
 
     // Header files: the project's and those of the user folder. False when nothing was chosen or done. Before another
     // header takes the place of edited texts that are kept nowhere, the user is asked about them. Signatures belong to

@@ -143,4 +143,15 @@ void LegendEditor::setAllSections(int entry, bool allSections)
     m_host.prompts().status(allSections ? messages::kEntryAllSections : messages::kEntryOwnSections, name(entry));
 }
 
+void LegendEditor::selectTubes(int entry)
+{
+    if (!has(entry))
+        return;
+    const QList<qint32> tubes = m_host.legend().entry(entry).markedTubes(m_host.steamGen());
+    m_host.undoCheckpoint(u"Select Tubes"_s);
+    m_host.steamGen().clearSelection();
+    m_host.steamGen().setSelection(tubes);
+    m_host.redrawMap();
+}
+
 } // namespace app

@@ -26,6 +26,8 @@ public:
     /// An empty text brings the fill's own description back.
     void rename(int entry, const QString &label);
     void setAllSections(int entry, bool allSections);
+    /// The tubes that the entry marks become the selection.
+    void selectTubes(int entry);
 
 private:
     bool has(int entry) const;

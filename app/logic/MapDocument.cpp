@@ -38,6 +38,11 @@ bool MapDocument::isFileChanged() const
     return !m_stored.at.isNull() && info.exists() && info.lastModified() != m_stored.at;
 }
 
+bool MapDocument::isFileGone() const
+{
+    return !m_stored.at.isNull() && !QFileInfo::exists(tarnwick::SuitePath(m_file).machinePath(m_project->roots()));
+}
+
 bool MapDocument::isOfOtherModel() const
 {
     return !m_stored.at.isNull() && m_stored.site.model != m_project->steamGen.modelName;

@@ -29,6 +29,8 @@ public:
     tarnwick::JDateTime storedAt() const;
     /// Somebody else has written the file since.
     bool isFileChanged() const;
+    /// The file that the map was read from or stored to last is not there any more.
+    bool isFileGone() const;
     /// The file was made for another model: its places meant other tubes there, and some may not be in this map.
     bool isOfOtherModel() const;
 

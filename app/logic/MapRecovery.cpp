@@ -8,8 +8,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
+#include <QStandardPaths>
 #include <tarnwick/FileWriter.h>
+#include <tarnwick/Leftovers.h>
 
 using namespace Qt::StringLiterals;
 
@@ -18,9 +19,10 @@ namespace app {
 namespace {
 
 const QString kIdentifier = u"MapRecovery"_s;
-constexpr int kFileVersion = 2;
+constexpr int kFileVersion = 3;
 constexpr int kFirstWithStored = 2;
-/// More programs than this do not work on one project from one installation.
+constexpr int kFirstWithWork = 3;
+/// More programs than this do not work on one project.
 constexpr int kMostSlots = 64;
 
 QString slotName(const QString &projectFolder, int number)
@@ -41,16 +43,41 @@ static void serialize(tarnwick::JFile &file, MapDocument::Stored &stored)
         stored.at = time > 0 && time < kLatest ? QDateTime::fromMSecsSinceEpoch(qint64(time)) : QDateTime();
 }
 
+static void serialize(tarnwick::JFile &file, UnsavedWork &work)
+{
+    file.serialize(work.isModified);
+    file.serialize(work.selection);
+    bool hasDraft = work.draft.has_value();
+    file.serialize(hasDraft);
+    if (!hasDraft)
+        return;
+    if (file.isReading())
+        work.draft.emplace();
+    work.draft->header.serialize(file);
+    file.serialize(work.draft->description);
+}
+
 /// The content of a copy.
 struct MapRecovery::Kept
 {
     QString project;
     QString mapFile;
     MapDocument::Stored stored;
+    UnsavedWork work{true, {}, {}};
     MapFile map;
-};
 
-MapRecovery::Slot::~Slot() = default;
+    /// All but the map itself.
+    void serializeHead(tarnwick::JFile &file)
+    {
+        const int version = file.header(kIdentifier, kFileVersion);
+        file.serialize(project);
+        file.serialize(mapFile);
+        if (version >= kFirstWithStored)
+            serialize(file, stored);
+        if (version >= kFirstWithWork)
+            serialize(file, work);
+    }
+};
 
 MapRecovery::MapRecovery(tarnwick::UserPrompts &prompts)
     : m_prompts(prompts)
@@ -59,119 +86,127 @@ MapRecovery::MapRecovery(tarnwick::UserPrompts &prompts)
 
 MapRecovery::~MapRecovery() = default;
 
-QString MapRecovery::folder(const tarnwick::PathRoots &roots)
+QString MapRecovery::folder()
 {
-    return roots.palomineDir + u"/config/arvo/recovery"_s;
+    // Not in the installation: that may be shared, or closed to writing, and what is unsaved is nobody else's business.
+    return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + u"/recovery"_s;
 }
 
-void MapRecovery::begin(const tarnwick::PathRoots &roots)
+void MapRecovery::begin(const QString &projectFolder)
 {
     end();
-    m_roots = roots;
-    const QDir dir(folder(roots));
-    if (!dir.mkpath(u"."_s)) {
-        m_prompts.status(messages::kRecoveryFailed, dir.path());
-        return;
+    m_project = projectFolder;
+    try {
+        findSlots();
+    } catch (const tarnwick::Error &error) {
+        fail(error.text());
     }
+}
+
+void MapRecovery::findSlots()
+{
+    const QDir dir(folder());
+    if (!dir.mkpath(u"."_s))
+        throw tarnwick::FileError(dir.path(), 0, u"the folder cannot be made."_s);
+    QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    tarnwick::removeLeftovers(dir.path());
     for (int number = 0; number < kMostSlots && !m_own; ++number) {
         auto slot = std::make_unique<Slot>();
-        slot->path = dir.filePath(slotName(roots.projectDir, number) + u".map"_s);
-        slot->lock = std::make_unique<QLockFile>(dir.filePath(slotName(roots.projectDir, number) + u".lock"_s));
-        // Held for as long as the program runs; only the death of its holder frees it.
-        slot->lock->setStaleLockTime(0);
-        if (!slot->lock->tryLock(0))
+        slot->path = dir.filePath(slotName(m_project, number) + u".map"_s);
+        slot->lock = tarnwick::ProcessLock::tryTake(dir.filePath(slotName(m_project, number) + u".lock"_s));
+        if (!slot->lock)
             continue;
         if (QFileInfo::exists(slot->path))
             m_left.push_back(std::move(slot));
         else
             m_own = std::move(slot);
     }
+    if (!m_own)
+        throw tarnwick::FileError(dir.path(), 0, u"it holds too many copies for this project."_s);
+}
+
+void MapRecovery::fail(const QString &reason)
+{
+    if (m_problem.isEmpty())
+        m_prompts.status(messages::kRecoveryFailed, reason);
+    m_problem = reason;
 }
 
 bool MapRecovery::readKept(const QString &path, int tubeCount, Kept &kept) const
 {
     tarnwick::JFile file = tarnwick::JFile::openForReading(path);
-    const int version = file.header(kIdentifier, kFileVersion);
-    file.serialize(kept.project);
-    file.serialize(kept.mapFile);
-    if (version >= kFirstWithStored)
-        serialize(file, kept.stored);
+    kept.serializeHead(file);
     kept.map.read(file, tubeCount);
-    return kept.project == m_roots.projectDir;
+    kept.work.selection.removeIf([tubeCount](qint32 tube) { return tube < 0 || tube >= tubeCount; });
+    return kept.project == m_project;
 }
 
-bool MapRecovery::offer(MapDocument &map)
+std::optional<UnsavedWork> MapRecovery::offer(MapDocument &map)
 {
     std::sort(m_left.begin(), m_left.end(), [](const auto &a, const auto &b) {
         return QFileInfo(a->path).lastModified() > QFileInfo(b->path).lastModified();
     });
-    bool restored = false;
+    std::optional<UnsavedWork> restored;
     for (size_t i = 0; i < m_left.size() && !restored; ++i)
         restored = offerOne(m_left[i], map);
     m_left.clear(); // what was not decided upon is free for the next start
     return restored;
 }
 
-bool MapRecovery::offerOne(std::unique_ptr<Slot> &slot, MapDocument &map)
+std::optional<UnsavedWork> MapRecovery::offerOne(std::unique_ptr<Slot> &slot, MapDocument &map)
 {
     Kept kept;
     try {
         if (!readKept(slot->path, map.tubeCount(), kept))
-            return false;
+            return {};
     } catch (const tarnwick::Error &error) {
         messages::errorWithReason(m_prompts, messages::kReadMapFailed, error);
         QFile::rename(slot->path, slot->path + u".bad"_s);
-        return false;
+        return {};
     }
     const auto time = tarnwick::JDateTime::fromSeconds(QFileInfo(slot->path).lastModified().toSecsSinceEpoch());
     const QString name = kept.mapFile.isEmpty() ? u"<New>"_s : kept.mapFile;
     switch (m_prompts.question(tarnwick::Buttons::YesNoCancel, messages::kAskRestoreMap, name, time)) {
     case tarnwick::Answer::Yes:
         map.restoreContent(std::move(kept.map), kept.mapFile, kept.stored);
+        // The copy is the only file that holds it once the map's own has changed or gone.
+        kept.work.isModified = kept.work.isModified || map.isFileChanged() || map.isFileGone();
         m_own = std::move(slot); // the copy stays until the map is saved or the program ends well
         m_prompts.status(messages::kRestoredMap, name);
-        return true;
+        return kept.work;
     case tarnwick::Answer::No:
         QFile::remove(slot->path);
-        return false;
+        return {};
     default:
-        return false;
+        return {};
     }
 }
 
-void MapRecovery::update(const MapDocument &map, bool isModified)
+void MapRecovery::update(const MapDocument &map, const UnsavedWork &work)
 {
     if (!m_own)
         return;
-    if (!isModified) {
+    if (work.isEmpty()) {
         if (QFileInfo::exists(m_own->path))
             QFile::remove(m_own->path);
         m_written.clear();
         return;
     }
-    tarnwick::JFile file = tarnwick::JFile::forWriting({});
+    tarnwick::JFile file = tarnwick::JFile::forWriting(m_own->path);
+    Kept{m_project, map.file(), map.stored(), work, {}}.serializeHead(file);
     map.content().write(file);
     if (file.bytes() != m_written)
-        write(map, file.bytes());
+        write(file.bytes());
 }
 
-void MapRecovery::write(const MapDocument &map, const QByteArray &content)
+void MapRecovery::write(const QByteArray &content)
 {
-    tarnwick::JFile file = tarnwick::JFile::forWriting(m_own->path);
-    file.header(kIdentifier, kFileVersion);
-    QString project = m_roots.projectDir;
-    QString mapFile = map.file();
-    file.serialize(project);
-    file.serialize(mapFile);
-    MapDocument::Stored stored = map.stored();
-    serialize(file, stored);
     try {
-        tarnwick::writeFileAtomically(m_own->path, file.bytes() + content);
+        tarnwick::writeFileAtomically(m_own->path, content);
         m_written = content;
-        m_failureSaid = false;
+        m_problem.clear();
     } catch (const tarnwick::Error &error) {
-        if (!std::exchange(m_failureSaid, true))
-            m_prompts.status(messages::kRecoveryFailed, error.text());
+        fail(error.text());
     }
 }
 
@@ -182,6 +217,7 @@ void MapRecovery::end()
     m_own.reset();
     m_left.clear();
     m_written.clear();
+    m_problem.clear();
 }
 
 } // namespace app

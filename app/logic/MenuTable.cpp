@@ -184,7 +184,7 @@ constexpr std::array kExtraItems{
     ExtraInfo{Extra::EntryEdit, Scope::Legend, u"entryEdit", u"Edit ...", nullptr, When::Entries,
               u"Open the current entry in the dialog it was made with (Return, or double click)"},
     ExtraInfo{Extra::EntrySymbol, Scope::Side, u"entrySymbol", u"Symbol ...", u"Alt+S", When::Entries,
-              u"Choose symbol and color of the current entry; a click on its symbol does the same"},
+              u"Choose symbol and colour of the current entry; a click on its symbol does the same"},
     ExtraInfo{Extra::EntryRename, Scope::Legend, u"entryRename", u"Rename", u"F2", When::Entries,
               u"Type another description for the current entry; an empty one brings its own back"},
     ExtraInfo{Extra::EntryUp, Scope::Legend, u"entryUp", u"Move Up", u"Alt+Up", When::Entries,
@@ -198,6 +198,11 @@ constexpr std::array kExtraItems{
               u"Show the hidden entries and hide the shown ones"},
     ExtraInfo{Extra::EntryDelete, Scope::Legend, u"entryDelete", u"Delete", u"Del", When::Entries,
               u"Delete the current entry"},
+    ExtraInfo{Extra::EntrySelect, Scope::Menu, u"entrySelect", u"Select Tubes", nullptr, When::Entries,
+              u"Select the tubes that the entry marks"},
+    ExtraInfo{Extra::CopyTubes, Scope::Window, u"copyTubes", u"Copy Tubes", u"Ctrl+C", When::Project,
+              u"Copy tubes as text for spreadsheets: in the legend those of the current entry, else the selected ones, "
+              u"and without a selection all with a symbol"},
     ExtraInfo{Extra::Keys, Scope::Window, u"keys", u"&Keys", u"F1", When::Always, u"List the keys of this window"},
 };
 

@@ -71,6 +71,8 @@ inline constexpr Message kEntryOwnSections{0, u"\"%S\" marks only the sections o
 inline constexpr Message kSymbolsDeleted{0, u"%D map symbols were deleted!"};
 inline constexpr Message kNoSuchTube{0, u"There is no tube \"%S\". %S"};
 inline constexpr Message kTubeFound{0, u"%S"};
+inline constexpr Message kCopiedTubes{0, u"Copied %S."};
+inline constexpr Message kNothingToCopy{0, u"There are no tubes to copy."};
 inline constexpr Message kNoFillDialog{0, u"\"%S\" cannot be edited in this version."};
 
 // Projects, files, programs. These have no numbers of the suite.

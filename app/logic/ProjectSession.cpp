@@ -10,6 +10,7 @@
 #include <db/revision/ComponentUpload.h>
 #include <db/revision/ConnectDatabase.h>
 #include <ellery/ComponentFile.h>
+#include <tarnwick/Leftovers.h>
 #include <tarnwick/OptionPrompts.h>
 
 #include <QDir>
@@ -44,6 +45,7 @@ ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
     } catch (const tarnwick::Error &error) {
         m_prompts.error(tarnwick::messages::kOptionsNotStored, error.text());
     }
+    shipStandardHeader(m_queryContext.roots);
     load(m_system);
     load(m_options);
     load(m_recent);
@@ -127,7 +129,11 @@ bool ProjectSession::openProject(const QString &folder)
     m_options.setProjectFormat(m_project->databaseFormat);
     m_queryContext.roots = roots();
     if (keepsRecoveryCopies)
-        m_recovery.begin(roots());
+        m_recovery.begin(m_project->folder);
+    headerDraft.reset();
+    tarnwick::removeLeftoversBelow(m_project->folder);
+    tarnwick::removeLeftoversBelow(roots().palomineDir + u"/config"_s);
+    tarnwick::removeLeftoversBelow(roots().palomineDir + u"/user"_s);
     change(m_system, [this] { m_system.addRecentProject(m_project->folder); });
     if (replaced)
         replaced();
@@ -273,11 +279,19 @@ void ProjectSession::noteMapFile(const tarnwick::Message &status)
     m_prompts.status(status, m_map.file());
 }
 
+void ProjectSession::updateRecoveryCopy()
+{
+    m_recovery.update(m_map, {m_undo.isModified(), m_project->steamGen.selection(), headerDraft});
+}
+
 void ProjectSession::openMapAtStart()
 {
-    if (m_recovery.offer(m_map)) {
+    if (const std::optional<UnsavedWork> work = m_recovery.offer(m_map)) {
+        m_project->steamGen.setSelection(work->selection);
+        headerDraft = work->draft;
         m_undo.reset(m_project->steamGen);
-        m_undo.setNeverSaved();
+        if (work->isModified)
+            m_undo.setNeverSaved();
         notify();
         return;
     }

@@ -66,7 +66,11 @@ public:
     /// Off: what is opened stays out of the recent lists that the next start goes by.
     bool keepsRecentFiles = true;
     /// After changes: brings the copy up to date.
-    void updateRecoveryCopy() { m_recovery.update(m_map, m_undo.isModified()); }
+    void updateRecoveryCopy();
+    /// Why a crash would cost the unsaved changes although copies are to be kept; empty when it would not.
+    const QString &recoveryProblem() const { return m_recovery.problem(); }
+    /// What stands in the header dialog, not yet set; after a crash, what stood there.
+    std::optional<HeaderDraft> headerDraft;
     /// The work on the map has come to its proper end.
     void endRecovery() { m_recovery.end(); }
 

@@ -45,11 +45,15 @@ public:
     }
 };
 
-/// An installation folder of its own for each test, and a small project made once.
+/// An installation and a user's folder of its own for each test, and a small project made once.
 class AppTest : public testing::Test
 {
 protected:
-    AppTest() { qputenv("PALOMINE_DIR", m_installation.path().toLocal8Bit()); }
+    AppTest()
+    {
+        qputenv("PALOMINE_DIR", m_installation.path().toLocal8Bit());
+        qputenv("XDG_DATA_HOME", m_userData.path().toLocal8Bit());
+    }
 
     /// Tests change the map in memory; what reaches the disk is its database.
     static QString projectFolder()
@@ -71,6 +75,7 @@ protected:
 
 private:
     QTemporaryDir m_installation;
+    QTemporaryDir m_userData;
 };
 
 } // namespace app

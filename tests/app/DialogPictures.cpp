@@ -3,6 +3,8 @@
 #include "AppFixture.h"
 
 #include <app/DBaseApp.h>
+#include <app/HeaderDlg.h>
+#include <app/MapPrinting.h>
 
 #include <brannock/gui/ChooseSymbolDlg.h>
 #include <plans/dialogs/BoxFillDlg.h>
@@ -14,6 +16,7 @@
 #include <QCoreApplication>
 #include <QLabel>
 #include <QPixmap>
+#include <QPlainTextEdit>
 
 using namespace Qt::StringLiterals;
 
@@ -81,6 +84,7 @@ protected:
         }
     }
 
+    ScriptedDialogs dialogs;
     DBase window{&said};
 
 private:
@@ -130,6 +134,18 @@ TEST_F(DialogPictures, ChooseSymbol)
     brannock::ColourChooser colours(window.projectSession().roots(), said);
     brannock::ChooseSymbolDlg dialog({u'B', 0x009FE6}, window.map().options(), colours);
     look(dialog, u"choose-symbol"_s);
+}
+
+TEST_F(DialogPictures, Header)
+{
+    HeaderEditor editor(window.projectSession().map(), window, dialogs, window.projectSession().roots());
+    MapPrinting printing(window.projectSession(), window, window.map(), &window);
+    const auto page = [&printing](const MapHeader &header) { return printing.page(header); };
+    HeaderDlg dialog(editor, page, printing.paperSize(), printing.resolution(), &window);
+    look(dialog, u"header"_s);
+    dialog.findChild<QPlainTextEdit *>(u"upperText"_s)->setPlainText(u"[SITE CODE] [OUTAGE NMAE]"_s);
+    QCoreApplication::processEvents(); // the line with the unknown word takes its room
+    look(dialog, u"header-unknown"_s);
 }
 
 TEST_F(DialogPictures, Window)

@@ -219,20 +219,22 @@ TEST_F(MapCommandsTest, TheMapOpenedLastIsOpenedAtTheStart)
 
 namespace {
 
+const UnsavedWork kModified{true, {}, {}};
+
 class RecoveryTest : public MapCommandsTest
 {
 protected:
-    QString copies() const { return MapRecovery::folder(session.roots()); }
+    QString copies() const { return MapRecovery::folder(); }
     QStringList names() const { return QDir(copies()).entryList({u"*.map"_s}, QDir::Files); }
 
     /// Another program on this project is killed while its map has unsaved changes.
-    void leaveCopyOfDeadProgram()
+    void leaveCopyOfDeadProgram(const UnsavedWork &work = kModified)
     {
         const pid_t child = fork();
         if (child == 0) {
             MapRecovery dead(said);
-            dead.begin(session.roots());
-            dead.update(session.map(), true);
+            dead.begin(session.project().folder);
+            dead.update(session.map(), work);
             kill(getpid(), SIGKILL);
         }
         int status = 0;
@@ -254,30 +256,66 @@ protected:
 TEST_F(RecoveryTest, ACopyIsKeptWhileSomethingIsUnsavedAndGoesWithTheCleanEnd)
 {
     MapRecovery recovery(said);
-    recovery.update(session.map(), true);
+    recovery.update(session.map(), kModified);
     EXPECT_TRUE(names().isEmpty()) << "not asked for";
-    recovery.begin(session.roots());
-    recovery.update(session.map(), false);
+    recovery.begin(session.project().folder);
+    recovery.update(session.map(), {});
     EXPECT_TRUE(names().isEmpty());
     addFill({1});
-    recovery.update(session.map(), true);
+    recovery.update(session.map(), kModified);
     EXPECT_EQ(names().size(), 1);
-    recovery.update(session.map(), false);
+    recovery.update(session.map(), {});
     EXPECT_TRUE(names().isEmpty()) << "saved";
-    recovery.update(session.map(), true);
+    recovery.update(session.map(), kModified);
     EXPECT_EQ(names().size(), 1);
     recovery.end();
     EXPECT_TRUE(QDir(copies()).entryList(QDir::Files).isEmpty());
 
     // A folder that cannot be written to is told once, in the status line, and stops nobody.
-    recovery.begin(session.roots());
+    recovery.begin(session.project().folder);
     said.clear();
     tarnwick::failWritesAfter(0);
-    recovery.update(session.map(), true);
-    recovery.update(session.map(), true);
+    recovery.update(session.map(), kModified);
+    recovery.update(session.map(), kModified);
     tarnwick::failWritesAfter(-1);
     EXPECT_EQ(said.entries().size(), 1);
     EXPECT_TRUE(said.lastStatus().startsWith(u"The changes of the map cannot be kept"_s));
+    EXPECT_FALSE(recovery.problem().isEmpty());
+    addFill({2});
+    recovery.update(session.map(), kModified);
+    EXPECT_TRUE(recovery.problem().isEmpty()) << "there is room again";
+    recovery.end();
+
+    const QByteArray home = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", "/proc");
+    said.clear();
+    recovery.begin(session.project().folder);
+    qputenv("XDG_DATA_HOME", home);
+    EXPECT_FALSE(recovery.isOn());
+    EXPECT_EQ(said.entries().size(), 1);
+    EXPECT_FALSE(recovery.problem().isEmpty());
+}
+
+TEST_F(RecoveryTest, SelectionAndHeaderTextsBeingEditedComeBackOnAMachineOfAnotherName)
+{
+    addFill({1});
+    ASSERT_TRUE(session.saveMap(inFolder(u"mine.map"_s)));
+    HeaderDraft draft{session.map().header, u"half a sen"_s};
+    draft.header.upperText = u"Outage"_s;
+    leaveCopyOfDeadProgram({false, {3, 5, 1'000'000}, draft});
+    // What the machine was called is written nowhere, and nobody but the user may look.
+    const QStringList locks = QDir(copies()).entryList({u"*.lock"_s}, QDir::Files);
+    ASSERT_EQ(locks.size(), 1);
+    EXPECT_EQ(QFileInfo(copies() + u'/' + locks[0]).size(), 0);
+    EXPECT_EQ(int(QFile::permissions(copies()) & (QFile::ReadGroup | QFile::ReadOther | QFile::ExeOther)), 0);
+
+    said.answerWith({Answer::Yes});
+    ProjectSession next(said);
+    ASSERT_TRUE(startAgain(next));
+    EXPECT_EQ(next.project().steamGen.selection(), (QList<qint32>{3, 5}));
+    EXPECT_EQ(next.headerDraft, draft);
+    EXPECT_FALSE(next.undo().isModified()) << "the map is as its file";
+    EXPECT_EQ(next.legend().count(), 1);
 }
 
 TEST_F(RecoveryTest, WhatADeadProgramLeftIsOfferedAndNeverTouchesTheFile)
@@ -367,8 +405,8 @@ TEST_F(RecoveryTest, DeclinedAndDamagedCopiesGoAndLivingProgramsKeepTheirs)
     }
     // Two programs on one project: neither is offered the other's copy.
     MapRecovery living(said);
-    living.begin(session.roots());
-    living.update(session.map(), true);
+    living.begin(session.project().folder);
+    living.update(session.map(), kModified);
     said.clear();
     ProjectSession second(said);
     ASSERT_TRUE(startAgain(second));

@@ -10,6 +10,7 @@
 #include <tarnwick/FileWriter.h>
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QFontComboBox>
 #include <QImageReader>
 #include <QLabel>
@@ -18,7 +19,9 @@
 #include <QPlainTextEdit>
 #include <QPrinter>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSpinBox>
+#include <QTableView>
 #include <QTimer>
 #include <QToolButton>
 
@@ -151,6 +154,20 @@ TEST_F(MapWindowTest, HeaderDialogShowsValuesForKeywordsAndSetsTheHeader)
     pressHeader();
     EXPECT_TRUE(window.projectSession().map().description.isEmpty());
 
+    // What looks like a keyword and is none is named, and what is being typed outlives a crash.
+    whenOpen<HeaderDlg>([this](HeaderDlg &dialog) {
+        const auto *unknown = dialog.findChild<QLabel *>(u"unknownKeywords"_s);
+        EXPECT_TRUE(unknown->isHidden());
+        dialog.findChild<QPlainTextEdit *>(u"lowerText"_s)->setPlainText(u"[MAP NAME] [MAP NMAE]"_s);
+        EXPECT_TRUE(unknown->text().endsWith(u": [MAP NMAE]"_s));
+        ASSERT_TRUE(window.projectSession().headerDraft.has_value());
+        EXPECT_EQ(window.projectSession().headerDraft->header.lowerText, u"[MAP NAME] [MAP NMAE]"_s);
+        said.answerWith({Answer::No});
+        dialog.findChild<QPushButton *>(u"closeHeader"_s)->click();
+    });
+    pressHeader();
+    EXPECT_FALSE(window.projectSession().headerDraft.has_value());
+
     // A font that is being typed is a change, too; and keywords go where the focus is.
     said.clear();
     said.answerWith({Answer::Yes});
@@ -171,8 +188,20 @@ TEST_F(MapWindowTest, PicturesGoThroughTheirChoosersAndCarryTheLegendsCounts)
 {
     addPattern(1);
     addPattern(1);
+    dialogs.next = folder.path(u"plain.svg"_s);
+    run(StoreMetafile);
+    const brannock::Project &project = window.projectSession().project();
+    for (const QString &name : {project.site.siteCode, project.site.compName, project.outageName()})
+        EXPECT_TRUE(folder.read(u"plain.svg"_s).contains(name.toUtf8())) << qPrintable(name);
+    dialogs.asked.clear();
+    // A selection is no part of the page.
+    run(SelectAllTubes);
     dialogs.next = folder.path(u"map.svg"_s);
     run(StoreMetafile);
+    const auto timeless = [this](const QString &name) {
+        return QString::fromUtf8(folder.read(name)).remove(QRegularExpression(u"\\d+:\\d\\d(:\\d\\d)?"_s));
+    };
+    EXPECT_EQ(timeless(u"map.svg"_s), timeless(u"plain.svg"_s));
     EXPECT_EQ(dialogs.asked, QStringList{u"Metafiles (*.emf)"_s});
     EXPECT_TRUE(said.lastStatus().startsWith(u"Stored picture"_s));
     const QString svg = QString::fromUtf8(folder.read(u"map.svg"_s));
@@ -194,6 +223,30 @@ TEST_F(MapWindowTest, PicturesGoThroughTheirChoosersAndCarryTheLegendsCounts)
     QFile(folder.path(u"no folder"_s)).open(QIODevice::WriteOnly);
     run(StoreMetafile);
     EXPECT_TRUE(said.entries().last().text.startsWith(u"Could not store the picture.\n\n"_s));
+}
+
+TEST_F(MapWindowTest, TubesAreCopiedAsText)
+{
+    addPattern(1);
+    const auto copied = [this] {
+        window.commands().extra(Extra::CopyTubes)->trigger();
+        return QGuiApplication::clipboard()->text();
+    };
+    EXPECT_EQ(copied().count(u'\n'), window.legend().entry(0).fillCount) << "the whole map";
+    EXPECT_TRUE(copied().contains(u"\tA\tPATTERN\t"_s));
+    window.steamGen().setSelection({0});
+    EXPECT_EQ(copied().count(u'\n'), 1);
+    EXPECT_EQ(said.lastStatus(), u"Copied 1 tube."_s);
+    showActive();
+    auto *legend = find<QTableView>(u"legend"_s);
+    legend->setFocus();
+    legend->setCurrentIndex(legend->model()->index(0, 1));
+    QTest::keyClick(legend, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text().count(u'\n'), window.legend().entry(0).fillCount);
+    window.commands().extra(Extra::EntrySelect)->trigger();
+    EXPECT_EQ(window.steamGen().selectedCount(), window.legend().entry(0).fillCount);
+    settle();
+    EXPECT_EQ(command(Undo)->text(), u"Undo Select Tubes"_s);
 }
 
 TEST_F(MapWindowTest, PrintsOnAPrinterAndSaysWhenItCannotBeOpened)
@@ -238,7 +291,7 @@ TEST_F(MapWindowTest, ACopyForTheCaseOfACrashFollowsTheChangesAndGoesWithTheWind
 {
     window.projectSession().keepsRecoveryCopies = true;
     ASSERT_TRUE(window.openProject(projectFolder()));
-    const QDir copies(MapRecovery::folder(window.projectSession().roots()));
+    const QDir copies(MapRecovery::folder());
     const auto count = [&copies] { return copies.entryList({u"*.map"_s}, QDir::Files).size(); };
     addPattern(1);
     EXPECT_TRUE(QTest::qWaitFor([&count] { return count() == 1; }));
