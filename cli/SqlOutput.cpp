@@ -3,6 +3,8 @@
 #include "ColumnPrinter.h"
 #include "Console.h"
 
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <dao/values/Decimal.h>
 #include <dao/values/OleDate.h>
@@ -152,21 +154,43 @@ private:
         case Value::Type::Binary:
             return string(QString::fromLatin1(value.binary().toBase64()));
         case Value::Type::Float:
-            return number(dao::singleText(value.real()).toDouble());
+            return number(float(value.real()));
         case Value::Type::Double:
-        case Value::Type::Currency:
             return number(value.real());
+        case Value::Type::Currency:
+            return currency(value.integer());
         default:
             return plainText(value);
         }
     }
 
-    /// All of its digits, with an exponent only where they would be many noughts.
-    static QString number(double value)
+    /// The shortest digits that are this number again, with an exponent only where they would be many noughts. JSON has
+    /// no word for what is not finite.
+    template <typename Number>
+    static QString number(Number value)
     {
-        const double size = std::abs(value);
+        if (!std::isfinite(value))
+            return u"null"_s;
+        constexpr size_t longest = 64;
+        std::array<char, longest> digits;
+        const double size = std::abs(double(value));
         const bool plain = size >= 1E-5 && size < 1E15;
-        return QString::number(value, plain ? 'f' : 'g', QLocale::FloatingPointShortest);
+        const auto format = plain ? std::chars_format::fixed : std::chars_format::general;
+        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, format).ptr;
+        return QString::fromLatin1(digits.data(), end - digits.data());
+    }
+
+    /// Exact, also where a number of floating point is not.
+    static QString currency(qint64 tenThousandths)
+    {
+        constexpr quint64 scale = 10'000;
+        constexpr int places = 4;
+        const quint64 size = tenThousandths < 0 ? 0 - quint64(tenThousandths) : quint64(tenThousandths);
+        QString fraction = QString::number(size % scale).rightJustified(places, u'0');
+        while (fraction.endsWith(u'0'))
+            fraction.chop(1);
+        return (tenThousandths < 0 ? u"-"_s : QString()) + QString::number(size / scale) +
+               (fraction.isEmpty() ? QString() : QString(u'.' + fraction));
     }
 
     bool m_first = true;

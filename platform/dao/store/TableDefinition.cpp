@@ -40,6 +40,11 @@ QString typeCondition(const FieldInfo &field, const QString &column)
         return u"typeof("_s + column + u") IN ('integer', 'null') AND "_s + column + u" BETWEEN "_s + low + u" AND "_s +
                high;
     };
+    // Null passes each of them.
+    const auto real = [&](const QString &range) -> QString {
+        return u"typeof("_s + column + u") IN ('real', 'null') AND "_s + range;
+    };
+    const QString size = u"abs("_s + column + u')';
     switch (field.type) {
     case DataType::Boolean:
         return column + u" IN (-1, 0)"_s;
@@ -49,12 +54,15 @@ QString typeCondition(const FieldInfo &field, const QString &column)
         return whole(u"-32768"_s, u"32767"_s);
     case DataType::Long:
         return whole(u"-2147483648"_s, u"2147483647"_s);
-    case DataType::Currency:
-    case DataType::Single:
+    case DataType::Currency: // 64 bits of ten-thousandths, and what the nearest real is rounded by
+        return real(size + u" < 922337203685478.0"_s);
+    case DataType::Single: // what is nearer to the largest one than to the next there would be
+        return real(size + u" < 3.4028235677973366e38"_s);
     case DataType::Double:
-    case DataType::Date:
     case DataType::Decimal:
-        return u"typeof("_s + column + u") IN ('real', 'null')"_s;
+        return real(size + u" < 9e999"_s); // infinity
+    case DataType::Date:                   // from the year 100 to the year 9999
+        return real(column + u" > -657435.0 AND "_s + column + u" < 2958466.0"_s);
     case DataType::Text:
     case DataType::Memo:
     case DataType::Guid:
@@ -62,6 +70,13 @@ QString typeCondition(const FieldInfo &field, const QString &column)
     default:
         return u"typeof("_s + column + u") IN ('blob', 'null')"_s;
     }
+}
+
+// length() ends at a NUL; the bytes behind it count.
+QString sizeCondition(const QString &column, int size)
+{
+    return u"length(%1) <= %2 AND (instr(CAST(%1 AS BLOB), x'00') = 0 OR length(CAST(%1 AS BLOB)) <= %2)"_s.arg(column)
+        .arg(size);
 }
 
 QString lateRequiredTriggerName(const QString &table, const QString &field, const QString &event)
@@ -120,7 +135,7 @@ QList<ColumnCheck> columnChecks(const StoredTable &table, const FieldInfo &field
     };
     add(constraint::type, typeCondition(field, column));
     if (field.type == DataType::Text)
-        add(constraint::size, u"length(%1) <= %2"_s.arg(column).arg(field.size));
+        add(constraint::size, sizeCondition(column, field.size));
     if (isTextType(field.type) && !field.allowZeroLength)
         add(constraint::empty, column + u" <> ''"_s);
     if (!field.validationRule.trimmed().isEmpty()) {

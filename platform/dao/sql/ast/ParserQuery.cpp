@@ -145,6 +145,10 @@ void Parser::parseClauses(Select &select)
 {
     if (accept(Keyword::From))
         select.from = parseFrom();
+    else if (current().isName() && !endsExpression(current().keyword))
+        throw DaoException(error::SyntaxInSelect, u"DAO.Database"_s, errorText(error::SyntaxInSelect),
+                           SourceRange::of(m_text, current().range.start, current().range.length))
+            .withHint(u"FROM is expected here."_s);
     if (accept(Keyword::Where))
         select.where = parseClause(error::SyntaxInWhere);
     if (accept(Keyword::Group)) {

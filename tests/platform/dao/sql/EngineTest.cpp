@@ -3,7 +3,9 @@
 #include <dao/values/Errors.h>
 
 #include <gtest/gtest.h>
+#include <limits>
 #include <QTemporaryDir>
+#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 using dao::Value;
@@ -184,6 +186,35 @@ TEST_F(EngineTest, WholeNumbersGoOnBeyondTheirType)
     } catch (const dao::DaoException &exception) {
         EXPECT_EQ(exception.number(), 3349);
     }
+}
+
+TEST_F(EngineTest, TheFileDefendsRangesWhoeverWrites)
+{
+    m_database.execute(u"CREATE TABLE r (s SINGLE, d DOUBLE, c CURRENCY, w DATETIME, t TEXT(3))"_s);
+    m_database.close();
+    sqlite3 *file = nullptr;
+    ASSERT_EQ(sqlite3_open(m_folder.filePath(u"test.mdb"_s).toUtf8().constData(), &file), SQLITE_OK);
+    const std::pair<const char *, bool> rows[] = {
+        {"3.4028234663852886e38, -1.7976931348623157e308, 922337203685477.5807, 2958465.99, 'abc'", true},
+        {"-1.5, 1e-300, -922337203685477.5808, -657434.5, NULL", true},
+        {"3.5e38, 0, 0, 0, 'a'", false},
+        {"1, -9e999, 0, 0, 'a'", false},
+        {"1, 0, 1e15, 0, 'a'", false},
+        {"1, 0, 0, 2958466, 'a'", false},
+        {"1, 0, 0, -700000, 'a'", false},
+        {"1, 0, 0, 0, 'a' || char(0) || 'bc'", false},
+    };
+    for (const auto &[values, taken] : rows) {
+        const QByteArray sql = QByteArray("INSERT INTO r VALUES (") + values + ')';
+        EXPECT_EQ(sqlite3_exec(file, sql, nullptr, nullptr, nullptr) == SQLITE_OK, taken) << values;
+    }
+    sqlite3_close(file);
+    m_database.open(m_folder.filePath(u"test.mdb"_s));
+    dao::Recordset set(m_database);
+    set.open(dao::Recordset::Type::Snapshot, u"SELECT c FROM r ORDER BY c DESC"_s);
+    EXPECT_EQ(set.value(0).integer(), std::numeric_limits<qint64>::max());
+    set.moveNext();
+    EXPECT_EQ(set.value(0).integer(), std::numeric_limits<qint64>::min());
 }
 
 TEST_F(EngineTest, AGroupedQueryShowsNoFieldOutsideItsKeysThroughASubquery)
