@@ -80,7 +80,7 @@ void runPair(benchmark::State &state)
 }
 BENCHMARK(runPair)
     ->UseManualTime()
-    ->Iterations(5)
+    ->Iterations(3)
     ->DenseRange(0, int64_t(statementPairs().size()) - 1)
     ->Unit(benchmark::kMillisecond);
 

@@ -92,7 +92,7 @@ constexpr StatementPair kPairs[] = {
      "SELECT recd_num FROM report WHERE recd_num IN (SELECT TOP 1 recd_num FROM report AS r WHERE " TUBE(
          "r", "report") " ORDER BY volts DESC)",
      "SELECT recd_num FROM (SELECT recd_num, rank() OVER (PARTITION BY sec, row, col ORDER BY volts DESC) AS n "
-     "FROM report) WHERE n <= 1"},
+     "FROM report) WHERE n <= 1 ORDER BY recd_num"},
     {"first two of group",
      "SELECT * FROM report WHERE recd_num IN (SELECT TOP 2 recd_num FROM report AS r WHERE " TUBE(
          "r", "report") " ORDER BY pcnt DESC, volts DESC)",
@@ -103,7 +103,7 @@ constexpr StatementPair kPairs[] = {
      "WHERE " TUBE("r", "report") " ORDER BY volts DESC)",
      "SELECT recd_num FROM (SELECT recd_num, cal_num, rank() OVER (PARTITION BY sec, row, col ORDER BY volts DESC) AS "
      "n FROM report WHERE (sec, row, col) IN (SELECT sec, row, col FROM report WHERE cal_num = 7)) "
-     "WHERE n <= 3 AND cal_num = 7"},
+     "WHERE n <= 3 AND cal_num = 7 ORDER BY recd_num"},
     {"first of one group",
      "SELECT recd_num FROM report WHERE sec = 0 AND row = 9 AND col = 9 AND recd_num IN (SELECT TOP 3 recd_num FROM "
      "report AS r WHERE " TUBE("r", "report") " ORDER BY volts DESC)",
@@ -149,11 +149,13 @@ constexpr StatementPair kPairs[] = {
     {"join of texts",
      "SELECT r.recd_num, p.repair_type FROM report AS r INNER JOIN repairs AS p "
      "ON r.row & '/' & r.col = p.row & '/' & p.col",
-     "SELECT r.recd_num, p.repair_type FROM repairs p JOIN report r ON r.row = p.row AND r.col = p.col"},
+     "SELECT r.recd_num, p.repair_type FROM repairs p JOIN report r ON r.row = p.row AND r.col = p.col ORDER BY "
+     "r.recd_num, p.rowid"},
     {"outer join of texts",
      "SELECT r.recd_num, p.repair_type FROM report AS r LEFT JOIN repairs AS p "
      "ON r.row & '/' & r.col = p.row & '/' & p.col",
-     "SELECT r.recd_num, p.repair_type FROM report r LEFT JOIN repairs p ON p.row = r.row AND p.col = r.col"},
+     "SELECT r.recd_num, p.repair_type FROM report r LEFT JOIN repairs p ON p.row = r.row AND p.col = r.col ORDER BY "
+     "r.recd_num, p.rowid"},
     {"join of texts in where",
      "SELECT Count(*) AS n FROM report AS r, repairs AS p WHERE r.sec & '-' & r.row & '-' & r.col = p.sec & '-' & "
      "p.row & '-' & p.col",

@@ -81,6 +81,13 @@ Generator::Piece Generator::truthOf(const Compare &node)
         return {numberTestText(node, *unseen), rank::Primary};
     if (const QString numbers = sameNumbersText(node); !numbers.isEmpty())
         return {numbers, rank::And};
+    for (auto hash = m_hashes.cbegin(); hash != m_hashes.cend(); ++hash) {
+        if (hash->test == &node) {
+            const Expr &other = hash->value == node.left.get() ? *node.right : *node.left;
+            return {m_target.sourcePrefix + QString::number(hash.key()) + u"._h = "_s + sortable(other),
+                    rank::Equality};
+        }
+    }
     const int rank = rankOf(node.op);
     const Piece left = comparable(*node.left, *node.right);
     const QString leftText = left.rank > rank ? left.text : u'(' + left.text + u')';
@@ -181,6 +188,13 @@ QString Generator::sameNumbersText(const Compare &node)
                             text->operand->type == DataType::Long);
         return whole ? text->operand.get() : nullptr;
     };
+    const auto mustBe = [&](const ExprPtr &term) {
+        const Expr *number = numberOf(*term);
+        const FieldRef *field = number ? number->as<FieldRef>() : nullptr;
+        return !field || field->source->table->fields[field->field].required;
+    };
+    // Nothing beside a minus might be taken for a sign.
+    const bool required = std::ranges::all_of(left->terms, mustBe) && std::ranges::all_of(right->terms, mustBe);
     QStringList pairs;
     for (size_t i = 0; i < left->terms.size(); ++i) {
         const Expr *number = numberOf(*left->terms[i]);
@@ -196,7 +210,7 @@ QString Generator::sameNumbersText(const Compare &node)
             same->value.type() != Value::Type::Text || separator->value.text() != same->value.text())
             return {};
         const QChar first = separator->value.text().isEmpty() ? u'0' : separator->value.text().front();
-        if (first.isDigit() || first == u'-')
+        if (first.isDigit() || (first == u'-' && !required))
             return {};
     }
     return pairs.size() > 1 ? pairs.join(u" AND ") : QString();

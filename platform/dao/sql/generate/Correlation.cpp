@@ -199,6 +199,14 @@ bool namesOwn(const Expr &expr, const Select &select)
     return names.named.intersects(numbersOf(select));
 }
 
+int onlySourceOf(const Expr &expr)
+{
+    Names names;
+    names.visit(expr);
+    const bool plain = !names.varies && !hasSubquery(expr) && !hasAggregate(expr) && names.named.size() == 1;
+    return plain ? *names.named.cbegin() : -1;
+}
+
 std::vector<ExprPtr> termsOf(const ExprPtr &condition)
 {
     if (!condition)

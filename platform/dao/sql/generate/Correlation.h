@@ -21,6 +21,9 @@ bool namesOthers(const bound::Expr &expr, const bound::Select &select);
 /// True when the expression, or a query in it, names a source of the select.
 bool namesOwn(const bound::Expr &expr, const bound::Select &select);
 
+/// The number of the only source that an expression names, which is the same each time; -1 for another expression.
+int onlySourceOf(const bound::Expr &expr);
+
 /// The terms of a condition that all have to hold; none for null.
 std::vector<bound::ExprPtr> termsOf(const bound::ExprPtr &condition);
 

@@ -144,6 +144,11 @@ private:
     QString numberTestText(const bound::Compare &node, const bound::Source &unseen);
     QString sameNumbersText(const bound::Compare &node);
 
+    // Hashes.cpp
+    void noteHashes(const bound::Select &select);
+    void noteHash(const bound::Expr &term, const bound::Select &select, const bound::Source *nullable);
+    QString hashedLeafText(const bound::Source &source);
+
     // Transforms.cpp
     void planRows(CrosstabPlan &plan, const bound::Select &select);
 
@@ -173,6 +178,13 @@ private:
     /// Tables that are left out of FROM, and the terms in which they are named.
     QSet<int> m_unseen;
     QHash<const bound::Compare *, const bound::Source *> m_numberTests;
+    /// Values that are computed once for each row of a table, to be looked up in a join.
+    struct Hash
+    {
+        const bound::Compare *test;
+        const bound::Expr *value;
+    };
+    QHash<int, Hash> m_hashes;               ///< by number of the table
     const bound::Select *m_asking = nullptr; ///< whose rows are to ask one by one whether to go on
     bool m_standalone = false;
     bool m_pure = true;

@@ -136,6 +136,7 @@ QString Generator::selectText(const Select &select, Shape shape)
         m_grouped.remove(source->number);
     markGrouped(select);
     noteUnseen(select, shape);
+    noteHashes(select);
     if (select.top && !select.order.empty() && mayTie(select))
         return topText(select, shape);
     const QStringList cells = cellsOf(select, shape);
@@ -337,6 +338,8 @@ QString Generator::leafText(const Source &source)
 {
     if (!source.table)
         return u'(' + embedded(*source.query, Shape::Nested) + u") AS "_s + aliasOf(source);
+    if (m_grouped.contains(source.number) && m_hashes.contains(source.number))
+        return hashedLeafText(source);
     if (m_grouped.contains(source.number))
         return u"(SELECT "_s + quoted(source.table->keyColumn) + u" AS "_s + m_target.keyPrefix + u", * FROM "_s +
                quoted(source.table->name) + u") AS "_s + aliasOf(source);

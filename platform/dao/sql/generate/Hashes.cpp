@@ -1,0 +1,103 @@
+#include "Correlation.h"
+#include "Generator.h"
+
+using namespace Qt::StringLiterals;
+
+// The inner engine makes an index for a join of fields when it needs one, but not of what is computed from them: it
+// would compare every row with every row. So one side is computed first, once for each row, as a field of its own.
+
+namespace dao::sql::generate {
+namespace {
+
+using namespace bound;
+
+const Source *sourceOf(const Select &select, int number)
+{
+    const auto found = std::ranges::find_if(
+        select.sources, [number](const auto &source) { return source->number == number && source->table; });
+    return found == select.sources.end() ? nullptr : found->get();
+}
+
+void collect(const From &from, const std::function<void(const ExprPtr &, const Source *)> &take)
+{
+    if (from.source)
+        return;
+    const From *absent = from.kind == JoinKind::Left    ? from.right.get()
+                         : from.kind == JoinKind::Right ? from.left.get()
+                                                        : nullptr;
+    for (const ExprPtr &term : termsOf(from.on))
+        take(term, absent ? absent->source : nullptr);
+    collect(*from.left, take);
+    collect(*from.right, take);
+}
+
+/// True for an equality that the inner engine finds the rows of the source by.
+bool finds(const Expr &term, const Source &source)
+{
+    const Compare *compare = term.as<Compare>();
+    if (!compare || compare->op != BinaryOp::Equal)
+        return false;
+    const auto isField = [&](const Expr &side) {
+        const FieldRef *field = side.as<FieldRef>();
+        return field && field->source->number == source.number;
+    };
+    return isField(*compare->left) || isField(*compare->right);
+}
+
+} // namespace
+
+void Generator::noteHashes(const Select &select)
+{
+    if (select.sources.size() < 2)
+        return;
+    for (const FromPtr &from : select.from)
+        collect(*from, [&](const ExprPtr &term, const Source *absent) { noteHash(*term, select, absent); });
+    for (const ExprPtr &term : termsOf(select.where))
+        noteHash(*term, select, nullptr);
+}
+
+// nullable: the table that the term supplies with Null.
+void Generator::noteHash(const Expr &term, const Select &select, const Source *nullable)
+{
+    const Compare *compare = term.as<Compare>();
+    if (!compare || compare->op != BinaryOp::Equal || !sameNumbersText(*compare).isEmpty())
+        return;
+    const Source *left = sourceOf(select, onlySourceOf(*compare->left));
+    const Source *right = sourceOf(select, onlySourceOf(*compare->right));
+    if (!left || !right || left == right)
+        return;
+    // A table of fewer fields tends to be the smaller one.
+    const bool takesLeft = nullable ? nullable == left : left->table->fields.size() < right->table->fields.size();
+    const Source &source = takesLeft ? *left : *right;
+    const Expr &computed = takesLeft ? *compare->left : *compare->right;
+    if ((source.nullable && nullable != &source) || computed.as<FieldRef>())
+        return;
+    if (m_hashes.contains(source.number)) {
+        if (m_hashes[source.number].test == compare)
+            m_grouped.insert(source.number);
+        return;
+    }
+    bool found = false;
+    const auto look = [&](const ExprPtr &other) { found = found || finds(*other, source); };
+    for (const FromPtr &from : select.from)
+        collect(*from, [&](const ExprPtr &other, const Source *) { look(other); });
+    for (const ExprPtr &other : termsOf(select.where))
+        look(other);
+    if (found)
+        return;
+    m_hashes.insert(source.number, {compare, &computed});
+    m_grouped.insert(source.number);
+}
+
+// The limit keeps the inner engine from melting the query into the one around it.
+//     ... FROM t INNER JOIN u ON t.a * 2 = u.b * 3
+//     ... FROM t AS _s1 JOIN (SELECT key AS _k, *, _s2.b * 3 AS _h FROM u AS _s2 LIMIT -1) AS _s2 ON _s2._h = _s1.a * 2
+QString Generator::hashedLeafText(const Source &source)
+{
+    const QString alias = aliasOf(source);
+    return u"(SELECT "_s + quoted(source.table->keyColumn) + u" AS "_s + m_target.keyPrefix + u", *, "_s +
+           sortable(*m_hashes[source.number].value) + u" AS _h FROM "_s + quoted(source.table->name) + u" AS "_s +
+           alias + m_target.limit + u"-1) AS "_s + alias;
+}
+
+} // namespace dao::sql::generate
