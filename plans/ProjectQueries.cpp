@@ -22,12 +22,12 @@ public:
     int columnCount() const override { return result.columnCount(); }
     QString columnName(int column) const override { return result.column(column).name; }
     int rowCount() const override { return int(result.rowCount()); }
-    QString cellText(int row, int column) override
+    dao::Value value(int row, int column) override
     {
         constexpr int kCellsBetweenLooks = 256;
         if (m_progress && ++m_cells % kCellsBetweenLooks == 0 && m_progress->cancelled())
             throw tarnwick::Cancelled();
-        return result.cellText(row, column);
+        return result.value(row, column);
     }
     void setColours(int row, quint32 foreground, quint32 background) override
     {
@@ -62,6 +62,7 @@ std::unique_ptr<QueryRecords> ProjectQueries::run(const QString &name, const QSt
 
 std::optional<FillMark> ProjectQueries::rememberedMark(const QString &name) const
 {
+    m_context.history.refresh(m_context.roots);
     const query::QueryHistoryList::Entry *entry = m_context.history.find(name);
     if (!entry || entry->symbol == 0)
         return std::nullopt;
@@ -72,7 +73,7 @@ void ProjectQueries::rememberMark(const QString &name, const FillMark &mark)
 {
     m_context.history.setSymbol(name, mark.symbol, mark.colour);
     try {
-        m_context.history.store(m_context.roots);
+        m_context.history.storeChanges(m_context.roots);
     } catch (const tarnwick::Error &error) {
         m_session.prompts().status(query::messages::kStoringHistory, error.text());
     }

@@ -5,6 +5,7 @@
 
 #include <db/Errors.h>
 #include <query/Messages.h>
+#include <query/TubeColumns.h>
 #include <tarnwick/Paths.h>
 
 using namespace Qt::StringLiterals;
@@ -15,51 +16,27 @@ namespace {
 
 constexpr int kOwnVersion = 2;
 
-int findColumn(const QueryRecords &records, QLatin1StringView name)
+query::TubeColumns addressColumns(const QueryRecords &records, const ellery::SteamGen &steamGen)
 {
-    for (int i = 0; i < records.columnCount(); ++i) {
-        if (records.columnName(i).compare(name, Qt::CaseInsensitive) == 0)
-            return i;
-    }
-    return -1;
+    QStringList names;
+    for (int i = 0; i < records.columnCount(); ++i)
+        names.append(records.columnName(i));
+    return {names, steamGen};
+}
+
+QString missingFields(const query::TubeColumns &columns)
+{
+    QString text;
+    if (!columns.hasRow())
+        text += u"\t'row'\n"_s;
+    if (!columns.hasCol())
+        text += u"\t'col'\n"_s;
+    if (!columns.hasSec())
+        text += u"\t'sec'"_s;
+    return text;
 }
 
 } // namespace
-
-/// The columns that hold the parts of a tube's address.
-struct QueryFill::AddressColumns
-{
-    int row = -1;
-    int col = -1;
-    int sec = -1;
-
-    explicit AddressColumns(const QueryRecords &records)
-        : row(findColumn(records, "row"_L1))
-        , col(findColumn(records, "col"_L1))
-        , sec(findColumn(records, "sec"_L1))
-    {
-    }
-
-    QString missing(bool hasSections) const
-    {
-        QString text;
-        if (row < 0)
-            text += u"\t'row'\n"_s;
-        if (col < 0)
-            text += u"\t'col'\n"_s;
-        if (sec < 0 && hasSections)
-            text += u"\t'sec'"_s;
-        return text;
-    }
-
-    int findTube(const ellery::SteamGen &steamGen, QueryRecords &records, int record) const
-    {
-        const int tubeRow = steamGen.stringToRow(records.cellText(record, row));
-        const int tubeCol = steamGen.stringToCol(records.cellText(record, col));
-        const int tubeSec = sec < 0 ? 0 : steamGen.stringToSec(records.cellText(record, sec));
-        return steamGen.findTube(tubeRow, tubeCol, tubeSec);
-    }
-};
 
 QueryFill::QueryFill()
 {
@@ -121,8 +98,8 @@ bool QueryFill::compute(MapHost &host)
 
 std::optional<tarnwick::Answer> QueryFill::mapResult(MapHost &host, QueryRecords &records)
 {
-    const AddressColumns columns(records);
-    if (const QString missing = columns.missing(host.steamGen().hasSections()); !missing.isEmpty()) {
+    const query::TubeColumns columns = addressColumns(records, host.steamGen());
+    if (const QString missing = missingFields(columns); !missing.isEmpty()) {
         tubes.clear();
         host.prompts().error(messages::kQueryFieldsMissing, missing);
         return tarnwick::Answer::No;
@@ -143,7 +120,7 @@ std::optional<tarnwick::Answer> QueryFill::mapResult(MapHost &host, QueryRecords
                                    plural);
 }
 
-int QueryFill::takeTubes(MapHost &host, QueryRecords &records, const AddressColumns &columns)
+int QueryFill::takeTubes(MapHost &host, QueryRecords &records, const query::TubeColumns &columns)
 {
     const BusyCursor busy(host);
     ellery::SteamGen &steamGen = host.steamGen();
@@ -152,7 +129,7 @@ int QueryFill::takeTubes(MapHost &host, QueryRecords &records, const AddressColu
     const int count = records.rowCount();
     int invalid = 0;
     for (int record = 0; record < count; ++record) {
-        const int tube = columns.findTube(steamGen, records, record);
+        const int tube = columns.tube([&records, record](int column) { return records.value(record, column); });
         if (tube < 0) {
             ++invalid;
             records.setColours(record, kInvalidForeground, kInvalidBackground);

@@ -4,6 +4,10 @@
 #include <optional>
 #include <query/QueryDocument.h>
 
+namespace query {
+class TubeColumns;
+}
+
 namespace plans {
 
 class QueryRecords;
@@ -46,9 +50,8 @@ protected:
     QString className() const override;
 
 private:
-    struct AddressColumns;
     /// Returns how many records name a tube that does not exist. Throws the engine's exceptions; nothing is taken then.
-    int takeTubes(MapHost &host, QueryRecords &records, const AddressColumns &columns);
+    int takeTubes(MapHost &host, QueryRecords &records, const query::TubeColumns &columns);
 };
 
 } // namespace plans

@@ -1,4 +1,5 @@
 #pragma once
+#include <dao/values/Value.h>
 #include <memory>
 #include <optional>
 #include <QString>
@@ -9,7 +10,8 @@ class Progress;
 
 namespace plans {
 
-/// The records of an executed query, as a fill needs them: cells as text, and colours that the result table shows.
+/// The records of an executed query, as a fill needs them: values in their types, and colours that the result table
+/// shows.
 class QueryRecords
 {
 public:
@@ -17,7 +19,8 @@ public:
     virtual int columnCount() const = 0;
     virtual QString columnName(int column) const = 0;
     virtual int rowCount() const = 0;
-    virtual QString cellText(int row, int column) = 0;
+    /// Throws the engine's exceptions.
+    virtual dao::Value value(int row, int column) = 0;
     /// 0x00BBGGRR
     virtual void setColours(int row, quint32 foreground, quint32 background) = 0;
 };

@@ -1,21 +1,34 @@
 #include "TubeColumns.h"
 
+#include <cmath>
+#include <dao/values/Errors.h>
+
 namespace query {
 
 using ellery::Axis;
 
-TubeColumns::TubeColumns(const QueryResult &result, const ellery::SteamGen &steamGen)
-    : m_result(&result)
-    , m_steamGen(&steamGen)
-    , m_row(result.findColumn(u"row"))
-    , m_col(result.findColumn(u"col"))
-    , m_sec(result.findColumn(u"sec"))
+namespace {
+
+int find(const QStringList &columns, QLatin1StringView name)
+{
+    for (qsizetype i = 0; i < columns.size(); ++i)
+        if (columns[i].compare(name, Qt::CaseInsensitive) == 0)
+            return int(i);
+    return -1;
+}
+
+} // namespace
+
+TubeColumns::TubeColumns(const QStringList &columns, const ellery::SteamGen &steamGen)
+    : m_steamGen(&steamGen)
+    , m_row(find(columns, QLatin1StringView("row")))
+    , m_col(find(columns, QLatin1StringView("col")))
+    , m_sec(find(columns, QLatin1StringView("sec")))
 {
 }
 
-int TubeColumns::number(qint64 row, int column, Axis axis) const
+int TubeColumns::number(const dao::Value &value, Axis axis) const
 {
-    const dao::Value value = m_result->value(row, column);
     switch (value.type()) {
     case dao::Value::Type::Short:
     case dao::Value::Type::Long:
@@ -24,7 +37,8 @@ int TubeColumns::number(qint64 row, int column, Axis axis) const
     case dao::Value::Type::Text:
         return m_steamGen->stringToNumber(axis, value.text());
     case dao::Value::Type::Float:
-    case dao::Value::Type::Double: {
+    case dao::Value::Type::Double:
+    case dao::Value::Type::Currency: {
         // Aggregates and arithmetic give whole numbers as reals.
         const double number = value.real();
         return number >= 0 && number <= INT16_MAX && number == std::floor(number) ? int(number) : -1;
@@ -34,31 +48,32 @@ int TubeColumns::number(qint64 row, int column, Axis axis) const
     }
 }
 
-TubeColumns::Address TubeColumns::address(qint64 row) const
+int TubeColumns::tube(const Cell &cell) const
 {
-    Address address;
-    address.row = number(row, m_row, Axis::Row);
-    address.col = number(row, m_col, Axis::Col);
-    if (m_sec >= 0)
-        address.sec = number(row, m_sec, Axis::Sec);
-    return address;
-}
-
-int TubeColumns::tube(qint64 row) const
-{
-    const Address at = address(row);
-    return m_steamGen->findTube(at.row, at.col, at.sec);
+    try {
+        const int row = number(cell(m_row), Axis::Row);
+        const int col = number(cell(m_col), Axis::Col);
+        const int sec = m_sec < 0 ? 0 : number(cell(m_sec), Axis::Sec);
+        return m_steamGen->findTube(row, col, sec);
+    } catch (const dao::DaoException &exception) {
+        if (exception.number() == dao::error::RecordDeleted)
+            return -1;
+        throw;
+    }
 }
 
 int totalTubes(const QueryResult &result, ellery::SteamGen &steamGen)
 {
-    const TubeColumns columns(result, steamGen);
+    QStringList names;
+    for (int i = 0; i < result.columnCount(); ++i)
+        names.append(result.column(i).name);
+    const TubeColumns columns(names, steamGen);
     if (!columns.isComplete())
         return -1;
     steamGen.clearMarks();
     int count = 0;
     for (qint64 row = 0; row < result.rowCount(); ++row) {
-        const int tube = columns.tube(row);
+        const int tube = columns.tube([&result, row](int column) { return result.value(row, column); });
         if (tube < 0 || steamGen.isMarked(tube))
             continue;
         steamGen.setMarked(tube, true);

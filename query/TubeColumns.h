@@ -5,11 +5,15 @@
 
 namespace query {
 
-/// The columns of a result that name tubes: "row", "col" and, where the component has sections, "sec".
+/// The columns of a result that name tubes: "row", "col" and, where the component has sections, "sec". Everything that
+/// reads tubes from a query's records reads them through here.
 class TubeColumns
 {
 public:
-    TubeColumns(const QueryResult &result, const ellery::SteamGen &steamGen);
+    /// The value of one of the columns in the record that is read. May throw the engine's exceptions.
+    using Cell = std::function<dao::Value(int column)>;
+
+    TubeColumns(const QStringList &columns, const ellery::SteamGen &steamGen);
 
     bool hasRow() const { return m_row >= 0; }
     bool hasCol() const { return m_col >= 0; }
@@ -17,22 +21,14 @@ public:
     bool hasSec() const { return m_sec >= 0 || !m_steamGen->hasSections(); }
     bool isComplete() const { return hasRow() && hasCol() && hasSec(); }
 
-    /// The address that a row names: whole numbers as they are, texts through the component's labels, -1 for what is
-    /// none; a missing "sec" is section 0.
-    struct Address
-    {
-        int sec = 0;
-        int row = -1;
-        int col = -1;
-    };
-    Address address(qint64 row) const;
-    /// Index of the tube a row names, or -1.
-    int tube(qint64 row) const;
+    /// Index of the tube that a record names, or -1. Whole numbers are the numbers of row, column and section, whatever
+    /// the component's labels are; texts are its labels. No display format has a part in it. Without a "sec" column the
+    /// section is 0. A record that was deleted meanwhile names no tube.
+    int tube(const Cell &cell) const;
 
 private:
-    int number(qint64 row, int column, ellery::Axis axis) const;
+    int number(const dao::Value &value, ellery::Axis axis) const;
 
-    const QueryResult *m_result;
     const ellery::SteamGen *m_steamGen;
     int m_row;
     int m_col;

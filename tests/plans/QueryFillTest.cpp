@@ -2,7 +2,9 @@
 
 #include <dao/values/DaoException.h>
 #include <plans/FillCommit.h>
+#include <plans/ProjectQueries.h>
 #include <plans/QueryFill.h>
+#include <support/DatabaseFixture.h>
 
 using namespace Qt::StringLiterals;
 using tarnwick::Answer;
@@ -94,11 +96,11 @@ TEST(QueryFill, AValueThatFailsWhenItIsReadLeavesTheTubes)
     {
     public:
         using RecordedResult::RecordedResult;
-        QString cellText(int row, int column) override
+        dao::Value value(int row, int column) override
         {
             if (row > 0)
                 throw dao::DaoException(11, u"DAO.Field"_s, u"Division by zero."_s);
-            return RecordedResult::cellText(row, column);
+            return RecordedResult::value(row, column);
         }
     };
     TestHost host(2, 3);
@@ -130,6 +132,34 @@ TEST(QueryFill, TakesTheSymbolItsQueryHadLast)
     addNewQueryFill(host, fill);
     EXPECT_EQ(host.entries.entry(1).symbol, u'W');
     EXPECT_EQ(host.entries.entry(1).colour, 0x00FF00U);
+}
+
+using QueryFillOnDatabase = support::DatabaseTest;
+
+TEST_F(QueryFillOnDatabase, NumbersAreNumbersAndTextsAreLabelsWhateverTheDisplayFormat)
+{
+    TestHost host(3, 4, 2);
+    ellery::SteamGen &steamGen = host.steamGen();
+    steamGen.labels[int(ellery::Axis::Sec)] = QStringList{u"HOT"_s, u"COLD"_s};
+    // Labels that look like numbers of other rows.
+    steamGen.labels[int(ellery::Axis::Row)] = QStringList{{}, u"3"_s, u"2"_s, u"1"_s};
+    execute(u"INSERT INTO tubes (sec, row, col, x, y, is_periph, is_marked) VALUES (1, 3, 4, 0, 0, 0, 0)"_s);
+    query::QueryContext context;
+    context.formats.rebuild(database());
+    for (query::FormatList::Table &table : context.formats.tables)
+        for (db::ColumnFormat &field : table.fields)
+            field.format = field.type == dao::DataType::Integer ? u"<%02X>"_s : field.format;
+    ProjectQueries queries(session, context);
+    const QList<qint32> tube{host.tube(3, 4, 1)};
+    for (const QString &sql :
+         {u"SELECT sec, row, col FROM tubes"_s, u"SELECT 'cold' AS sec, '1' AS row, col FROM tubes"_s,
+          u"SELECT Max(tubes.sec) AS sec, CCur(Max(tubes.row)) AS row, Avg(tubes.col) AS col FROM tubes"_s}) {
+        const auto records = queries.run(u"q"_s, sql);
+        ASSERT_TRUE(records) << sql.toStdString();
+        QueryFill fill;
+        EXPECT_EQ(fill.mapResult(host, *records), Answer::Yes) << sql.toStdString();
+        EXPECT_EQ(fill.tubes, tube) << sql.toStdString();
+    }
 }
 
 } // namespace plans

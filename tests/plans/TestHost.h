@@ -3,14 +3,9 @@
 #include <gmock/gmock.h>
 #include <plans/MapLegend.h>
 #include <plans/QuerySource.h>
+#include <support/Printers.h>
 
 #include <QCoreApplication>
-
-/// Readable in failures.
-inline void PrintTo(const QString &text, std::ostream *out)
-{
-    *out << '"' << text.toStdString() << '"';
-}
 
 namespace plans {
 
@@ -26,7 +21,7 @@ public:
     int columnCount() const override { return int(m_columns.size()); }
     QString columnName(int column) const override { return m_columns[column]; }
     int rowCount() const override { return int(m_rows.size()); }
-    QString cellText(int row, int column) override { return m_rows[row].value(column); }
+    dao::Value value(int row, int column) override { return dao::Value::fromText(m_rows[row].value(column)); }
     void setColours(int row, quint32 foreground, quint32 background) override
     {
         colours.append({row, foreground, background});
