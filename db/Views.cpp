@@ -8,6 +8,10 @@
 #include "SqlText.h"
 #include "StoredQueries.h"
 
+#include <dao/sql/ast/Parser.h>
+#include <dao/sql/ast/Printer.h>
+#include <dao/sql/ast/PrintText.h>
+#include <optional>
 #include <QMap>
 
 namespace db {
@@ -35,10 +39,24 @@ const QList<AliasedField> &aliasedFields()
     return fields;
 }
 
-bool isPlainName(const QString &name)
+/// The field of an alias table that holds the number; that of the label is called as the field that it stands for.
+const QString kNumberField = u"index"_s;
+
+/// In brackets where a list of fields would not take the bare word for a name.
+QString listedName(const QString &name)
 {
-    const auto isPlain = [](QChar c) { return c.isLetterOrNumber() || c == u'_'; };
-    return std::all_of(name.begin(), name.end(), isPlain) && !name.front().isDigit();
+    namespace ast = dao::sql::ast;
+    const QString safe = ast::nameText(name);
+    if (safe == name)
+        return name;
+    const auto list = [](const QString &field) {
+        return ast::printStatement(ast::Parser(u"SELECT %1, %1 FROM r"_s.arg(field)).parseStatement());
+    };
+    try {
+        return list(name) == list(safe) ? name : safe;
+    } catch (const dao::DaoException &) {
+        return safe;
+    }
 }
 
 QString selectedField(const QString &name)
@@ -46,7 +64,9 @@ QString selectedField(const QString &name)
     for (const AliasedField &aliased : aliasedFields())
         if (name.compare(aliased.field, Qt::CaseInsensitive) == 0)
             return aliased.alias + u'.' + aliased.field;
-    return isPlainName(name) ? name : QString(u'[' + name + u']');
+    // The alias tables have a field of that name, too.
+    const bool isAmbiguous = name.compare(kNumberField, Qt::CaseInsensitive) == 0;
+    return isAmbiguous ? u"r."_s + name : listedName(name);
 }
 
 /// Labels by number, as an alias table holds them.
@@ -64,25 +84,38 @@ Labels wantedLabels(const ellery::SteamGen &steamGen, Axis axis)
     return labels;
 }
 
-Labels storedLabels(dao::Database &database, const QString &table)
+QString tableOf(const AliasedField &aliased)
+{
+    return aliased.field + u"_alias"_s;
+}
+
+/// Fields are found by name: tables of other origin have them in another order. Rows without a number, and numbers that
+/// stand there twice, are no labels of ours: nothing is returned then.
+std::optional<Labels> storedLabels(dao::Database &database, const AliasedField &aliased)
 {
     Labels labels;
     dao::Recordset rows(database);
-    for (rows.open(dao::Recordset::Type::Snapshot, table); !rows.isEof(); rows.moveNext())
-        labels.insert(getField<qint32>(rows, 0), getField<QString>(rows, 1));
+    for (rows.open(dao::Recordset::Type::Snapshot, tableOf(aliased)); !rows.isEof(); rows.moveNext()) {
+        const qint32 number = getField<qint32>(rows, kNumberField);
+        if (rows.value(kNumberField).isNull() || labels.contains(number))
+            return std::nullopt;
+        labels.insert(number, getField<QString>(rows, aliased.field));
+    }
     return labels;
 }
 
-void storeLabels(DatabaseSession &session, const QString &table, const Labels &labels)
+void storeLabels(DatabaseSession &session, const AliasedField &aliased, const Labels &labels)
 {
     dao::Transaction transaction(session.workspace());
-    executeSql(session.database(), sqlText(u"DELETE FROM %S", table));
+    executeSql(session.database(), sqlText(u"DELETE FROM %S", tableOf(aliased)));
     dao::Recordset rows(session.database());
-    rows.open(dao::Recordset::Type::TableAppend, table);
+    rows.open(dao::Recordset::Type::TableAppend, tableOf(aliased));
+    const int number = requireField(rows, kNumberField);
+    const int text = requireField(rows, aliased.field);
     for (auto label = labels.cbegin(); label != labels.cend(); ++label) {
         rows.addNew();
-        setField(rows, 0, label.key());
-        setField(rows, 1, label.value());
+        setField(rows, number, label.key());
+        setField(rows, text, label.value());
         rows.update();
     }
     rows.close();
@@ -131,13 +164,13 @@ bool refreshViews(DatabaseSession &session)
 bool refreshAliases(DatabaseSession &session, const ellery::SteamGen &steamGen)
 {
     for (const AliasedField &aliased : aliasedFields()) {
-        const QString table = aliased.field + u"_alias"_s;
+        const QString table = tableOf(aliased);
         if (!session.database().hasTable(table))
             continue;
         try {
             const Labels wanted = wantedLabels(steamGen, aliased.axis);
-            if (storedLabels(session.database(), table) != wanted)
-                storeLabels(session, table, wanted);
+            if (storedLabels(session.database(), aliased) != wanted)
+                storeLabels(session, aliased, wanted);
         } catch (const dao::DaoException &exception) {
             showDaoError(session.prompts(), exception, messages::kModifyAlias, table);
             if (isOfWholeFile(exception))

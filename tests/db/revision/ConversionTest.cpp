@@ -232,6 +232,38 @@ TEST_F(ConversionTest, ViewsShowLabelsAndFollowTheTables)
     EXPECT_EQ(number(u"SELECT COUNT(*) FROM row_alias WHERE row = 'X'"_s), 0);
 }
 
+TEST_F(ConversionTest, FieldsAreFoundByNameAndMayBeCalledByWordsOfTheGrammar)
+{
+    make(old::Current);
+    ASSERT_TRUE(connect());
+    const auto shown = [this] {
+        return rows(u"SELECT row, col, [order], r.index FROM [tubes#] r ORDER BY row, col"_s);
+    };
+    for (const QString &field : {u"order"_s, u"true"_s, u"index"_s, u"a]b"_s})
+        database().addField(u"tubes", {.name = field, .type = dao::DataType::Long});
+    session.close();
+    ASSERT_TRUE(connect());
+    EXPECT_TRUE(database().query(u"tubes#").sql.contains(u"is_marked, [order], [true], r.index, `a]b`\n"_s));
+    const QStringList before = shown();
+    EXPECT_EQ(before.size(), project.steamGen.numTube());
+
+    // The fields of a foreign program's table stand in the other order, and its rows have no key.
+    database().deleteTable(u"row_alias");
+    db::executeSql(database(), u"CREATE TABLE row_alias (row TEXT(50), [index] SHORT, note TEXT(9))"_s);
+    for (int copy = 0; copy < 2; ++copy)
+        db::executeSql(database(), u"INSERT INTO row_alias (row, [index]) VALUES ('B', 1)"_s);
+    session.close();
+    ASSERT_TRUE(connect());
+    EXPECT_EQ(errors(), QStringList());
+    EXPECT_EQ(shown(), before);
+    session.close();
+    const QByteArray refilled = bytes();
+    ASSERT_TRUE(connect());
+    EXPECT_EQ(rows(u"SELECT index, row FROM row_alias ORDER BY index"_s), (QStringList{u"0|A"_s, u"1|B"_s, u"3|D"_s}));
+    session.close();
+    EXPECT_EQ(bytes(), refilled) << "nothing differs, so nothing is written";
+}
+
 TEST_F(ConversionTest, ADatabaseElsewhereIsNeverConverted)
 {
     const QString elsewhere = folder.path(u"old.mdb"_s);
