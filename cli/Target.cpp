@@ -75,27 +75,21 @@ FlagParameters::FlagParameters(const QStringList &assignments, tarnwick::UserPro
     }
 }
 
-// What is missing of a parameter, for the message.
-QString FlagParameters::lackOf(const query::ParameterEntry &entry) const
-{
-    const QString name = u'[' + entry.name + u']';
-    const auto given = m_values.constFind(entry.name.toLower());
-    if (given != m_values.constEnd() && !given->isEmpty())
-        return u"%1 (\"%2\" is no value of type %3)"_s.arg(name, *given, db::daoTypeName(entry.type));
-    return entry.suggestion.isEmpty() ? name : u"%1 (perhaps a slip of %2)"_s.arg(name, entry.suggestion);
-}
-
 bool FlagParameters::confirm(const QString &, QList<query::ParameterEntry> &entries, query::QueryContext &)
 {
     QStringList missing;
     for (query::ParameterEntry &entry : entries) {
         const auto given = m_values.constFind(entry.name.toLower());
+        const bool isRemembered = entry.source == query::ParameterEntry::Source::SqlQuery && entry.hasValue();
         if (given != m_values.constEnd()) {
             entry.setText(*given, *m_prompts);
             entry.source = query::ParameterEntry::Source::SystemMacro; // of this run only, not to be remembered
+        } else if (isRemembered) {
+            missing.append(u"[%1] (last time \"%2\")"_s.arg(entry.name, entry.text));
+            continue;
         }
         if (!entry.hasValue())
-            missing.append(lackOf(entry));
+            missing.append(entry.lack());
     }
     if (missing.isEmpty())
         return true;
@@ -147,6 +141,8 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
     const bool hasOptions = tarnwick::loadOptions(m_options, m_context.roots, m_prompts);
     m_formatYear = hasOptions ? m_options.databaseFormat : m_project.databaseFormat;
     m_context.userMacros = m_options.userMacros;
+    tarnwick::loadOptions(m_context.history, m_context.roots, m_prompts);
+    tarnwick::loadOptions(m_context.formats, m_context.roots, m_prompts);
     if (arguments.has(u"database"))
         m_databasePath = pathOf(arguments.value(u"database"));
     else

@@ -19,7 +19,8 @@ QList<tarnwick::Answer> answersOf(const Arguments &arguments);
 /// The prompts of a command: its answers, and how much it says. Throws UsageError.
 ConsolePrompts consolePromptsOf(const Arguments &arguments);
 
-/// Takes the values of parameters from "--param NAME=VALUE"; a parameter that has none afterwards refuses the query.
+/// Takes the values of parameters from "--param NAME=VALUE"; a parameter that has none afterwards refuses the query. A
+/// value that the window remembers is named, but not taken: a run must not depend on what somebody typed last.
 class FlagParameters : public query::ParameterPrompt
 {
 public:
@@ -29,8 +30,6 @@ public:
                  query::QueryContext &context) override;
 
 private:
-    QString lackOf(const query::ParameterEntry &entry) const;
-
     QHash<QString, QString> m_values; ///< by lower-case name
     tarnwick::UserPrompts *m_prompts;
 };

@@ -8,6 +8,9 @@ using tarnwick::Message;
 
 inline constexpr Message kFormatInfo{1060, u"Could not fetch format info."};
 inline constexpr Message kQueryParameters{1062, u"Could not get query parameters."};
+inline constexpr Message kParametersUnknown{
+    1062, u"Could not get query parameters.\n\nNo value is known for %S.\n\nA user macro of the same name (in the "
+          u"options, tab \"User Macros\") gives a parameter its value."};
 inline constexpr Message kExportResults{1063, u"Could not export query results to a text file."};
 inline constexpr Message kDeleteRecord{1064, u"Could not delete record."};
 inline constexpr Message kConvertText{1065, u"Could not convert string to value."};

@@ -3,6 +3,7 @@
 #include "Messages.h"
 
 #include <db/Errors.h>
+#include <db/FieldDefinition.h>
 #include <db/ValueText.h>
 
 namespace query {
@@ -32,6 +33,14 @@ void ParameterEntry::setText(const QString &typed, tarnwick::UserPrompts &prompt
         db::textToValue(prompts, value, type, typed);
 }
 
+QString ParameterEntry::lack() const
+{
+    const QString bracketed = u'[' + name + u']';
+    if (!text.isEmpty())
+        return u"%1 (\"%2\" is no value of type %3)"_s.arg(bracketed, text, db::daoTypeName(type));
+    return suggestion.isEmpty() ? bracketed : u"%1 (perhaps a slip of %2)"_s.arg(bracketed, suggestion);
+}
+
 bool ParameterResolver::resolve(const QString &queryName, dao::QueryDef &query)
 {
     QList<ParameterEntry> entries;
@@ -52,6 +61,7 @@ bool ParameterResolver::resolve(const QString &queryName, dao::QueryDef &query)
 
 QList<ParameterEntry> ParameterResolver::collect(const QString &queryName, const dao::QueryDef &query)
 {
+    m_context->history.refresh(m_context->roots);
     const tarnwick::JMacro systemMacros = m_context->currentSystemMacros();
     QList<ParameterEntry> entries;
     for (int i = 0; i < query.parameterCount(); ++i) {
@@ -80,9 +90,16 @@ QList<ParameterEntry> ParameterResolver::collect(const QString &queryName, const
 bool ParameterResolver::confirm(const QString &queryName, QList<ParameterEntry> &entries)
 {
     const bool allKnown = std::all_of(entries.begin(), entries.end(), std::mem_fn(&ParameterEntry::hasValue));
-    if (!m_context->prompt || (m_context->quiet && allKnown))
+    if (m_context->prompt && !(m_context->quiet && allKnown))
+        return m_context->prompt->confirm(queryName, entries, *m_context);
+    if (allKnown)
         return true;
-    return m_context->prompt->confirm(queryName, entries, *m_context);
+    QStringList missing;
+    for (const ParameterEntry &entry : std::as_const(entries))
+        if (!entry.hasValue())
+            missing.append(entry.lack());
+    m_prompts->error(messages::kParametersUnknown, missing.join(u", "_s));
+    return false;
 }
 
 // Values of macros are not remembered, even when the user edited them.
@@ -90,10 +107,8 @@ void ParameterResolver::hand(const QString &queryName, const QList<ParameterEntr
 {
     for (int i = 0; i < entries.size(); ++i) {
         const ParameterEntry &entry = entries[i];
-        // With nobody to ask, a parameter without a value stays unset, and the engine says how many are missing.
-        if (m_context->prompt || entry.hasValue())
-            query.setParameter(i, entry.value.hasNoValue() ? dao::Value::null() : entry.value);
-        if (entry.source == ParameterEntry::Source::SqlQuery && (m_context->prompt || entry.hasValue()))
+        query.setParameter(i, entry.value.hasNoValue() ? dao::Value::null() : entry.value);
+        if (entry.source == ParameterEntry::Source::SqlQuery)
             m_context->history.remember(queryName, entry.name, entry.text);
     }
 }
@@ -101,7 +116,7 @@ void ParameterResolver::hand(const QString &queryName, const QList<ParameterEntr
 void ParameterResolver::storeHistory()
 {
     try {
-        m_context->history.store(m_context->roots);
+        m_context->history.storeChanges(m_context->roots);
     } catch (const tarnwick::FileError &error) {
         m_prompts->error(messages::kStoringHistory, error.text());
     }

@@ -21,6 +21,8 @@ struct ParameterEntry
     bool hasValue() const { return !value.hasNoValue() && !text.isEmpty(); }
     /// "SQL Query", "Sys Macro" or "User Macro".
     QString sourceText() const;
+    /// What is missing of one without a value: its name, and why it may have none.
+    QString lack() const;
     /// Takes a typed text over; prompts is told of a date or currency that cannot be read.
     void setText(const QString &typed, tarnwick::UserPrompts &prompts);
 };
@@ -45,7 +47,8 @@ public:
     {
     }
 
-    /// True when the query may be opened; false when the user refused, or its parameters cannot be read (1062).
+    /// True when the query may be opened; false when the user refused, or its parameters cannot be read (1062), or
+    /// there is nobody to ask for one that has no value (1062, too: it is named).
     bool resolve(const QString &queryName, dao::QueryDef &query);
 
 private:

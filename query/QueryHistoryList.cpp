@@ -1,5 +1,7 @@
 #include "QueryHistoryList.h"
 
+#include <tarnwick/OptionPrompts.h>
+
 namespace query {
 
 using namespace Qt::StringLiterals;
@@ -70,10 +72,45 @@ QueryHistoryList::Entry *QueryHistoryList::findOrAppend(const QString &queryName
     return &m_entries.last();
 }
 
+void QueryHistoryList::make(const Change &change)
+{
+    change(*this);
+    m_changes.push_back(change);
+}
+
+void QueryHistoryList::repeatChanges()
+{
+    for (const Change &change : m_changes)
+        change(*this);
+}
+
+void QueryHistoryList::refresh(const tarnwick::PathRoots &roots)
+{
+    try {
+        if (loadIfChanged(roots))
+            repeatChanges();
+    } catch (const tarnwick::Error &) {
+        // Said at the start of the program, or when it is stored.
+    }
+}
+
+void QueryHistoryList::storeChanges(const tarnwick::PathRoots &roots)
+{
+    if (m_changes.empty())
+        return;
+    tarnwick::changeStoredOptions(*this, roots, [this] { repeatChanges(); });
+    m_changes.clear();
+}
+
 void QueryHistoryList::remember(const QString &queryName, const QString &parameter, const QString &value)
 {
     if (queryName.isEmpty() || parameter.isEmpty())
         return;
+    make([=](QueryHistoryList &list) { list.setValue(queryName, parameter, value); });
+}
+
+void QueryHistoryList::setValue(const QString &queryName, const QString &parameter, const QString &value)
+{
     Entry *entry = findOrAppend(queryName);
     for (Parameter &known : entry->parameters) {
         if (sameName(known.name, parameter)) {
@@ -84,23 +121,28 @@ void QueryHistoryList::remember(const QString &queryName, const QString &paramet
     entry->parameters.append({parameter, value});
 }
 
-void QueryHistoryList::forget(QStringView queryName)
+void QueryHistoryList::forget(const QString &queryName)
 {
-    m_entries.removeIf([queryName](const Entry &entry) { return sameName(entry.queryName, queryName); });
+    make([queryName](QueryHistoryList &list) {
+        list.m_entries.removeIf([&](const Entry &entry) { return sameName(entry.queryName, queryName); });
+    });
 }
 
 void QueryHistoryList::forgetAll()
 {
-    m_entries.clear();
+    m_changes.clear();
+    make([](QueryHistoryList &list) { list.m_entries.clear(); });
 }
 
 void QueryHistoryList::setSymbol(const QString &queryName, char16_t symbol, quint32 colour)
 {
     if (queryName.isEmpty())
         return;
-    Entry *entry = findOrAppend(queryName);
-    entry->symbol = symbol;
-    entry->colour = colour;
+    make([=](QueryHistoryList &list) {
+        Entry *entry = list.findOrAppend(queryName);
+        entry->symbol = symbol;
+        entry->colour = colour;
+    });
 }
 
 void QueryHistoryList::serializeBody(JFile &file, int)

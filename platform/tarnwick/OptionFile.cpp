@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <sys/stat.h>
 
 namespace tarnwick {
 
@@ -42,13 +43,17 @@ static void putAside(const QString &path)
         throw FileError(path, 0, u"is damaged, and cannot be put aside as %1"_s.arg(aside));
 }
 
-// Size and time of a file; empty for none.
+// Which file it is, with its size and time; empty for none. Every writer puts a new file in the place of the old one.
 static QByteArray stampOf(const QString &path)
 {
-    const QFileInfo file(path);
-    if (!file.exists())
+    struct stat file = {};
+    if (::stat(QFile::encodeName(path).constData(), &file) != 0)
         return {};
-    return QByteArray::number(file.size()) + ' ' + QByteArray::number(file.lastModified().toMSecsSinceEpoch());
+    QByteArray stamp;
+    for (const qint64 part :
+         {qint64(file.st_ino), qint64(file.st_size), qint64(file.st_mtim.tv_sec), qint64(file.st_mtim.tv_nsec)})
+        stamp += QByteArray::number(part) + ' ';
+    return stamp;
 }
 
 OptionFile::OptionFile(const QString &path, const QString &title, int version)

@@ -1,5 +1,7 @@
 #include "OptionPrompts.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QLockFile>
 
 namespace tarnwick {
@@ -23,13 +25,14 @@ void storeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prom
     }
 }
 
-void changeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts,
-                   const std::function<void()> &change)
+void changeStoredOptions(OptionFile &options, const PathRoots &roots, const std::function<void()> &change)
 {
     // Another holds the lock for the moment of writing a small file. Where no lock can be made (a folder that cannot be
     // written to) nothing will be stored either.
     constexpr int kPatienceMs = 1000;
-    QLockFile lock(options.path().installationPath(roots) + QStringLiteral(".lock"));
+    const QString path = options.path().installationPath(roots);
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QLockFile lock(path + QStringLiteral(".lock"));
     lock.tryLock(kPatienceMs);
     try {
         options.loadIfChanged(roots);
@@ -37,7 +40,17 @@ void changeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &pro
         // What is damaged or newer has been said at the start, and storing treats it with care.
     }
     change();
-    storeOptions(options, roots, prompts);
+    options.store(roots);
+}
+
+void changeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts,
+                   const std::function<void()> &change)
+{
+    try {
+        changeStoredOptions(options, roots, change);
+    } catch (const Error &error) {
+        prompts.status(messages::kOptionsNotStored, error.text());
+    }
 }
 
 } // namespace tarnwick

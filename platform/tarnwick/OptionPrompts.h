@@ -20,7 +20,9 @@ bool loadOptions(OptionFile &options, const PathRoots &roots, UserPrompts &promp
 /// be written must not bring up a box at every step.
 void storeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts);
 /// Changes a record that several running programs keep in one file, and stores it: what another has stored meanwhile is
-/// taken over first, and no other one changes the file between the two.
+/// taken over first, and no other one changes the file between the two. Throws FileError when it could not be stored.
+void changeStoredOptions(OptionFile &options, const PathRoots &roots, const std::function<void()> &change);
+/// The same; a failure is said as storeOptions() does.
 void changeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts,
                    const std::function<void()> &change);
 

@@ -6,6 +6,7 @@
 #include <support/Damage.h>
 #include <support/Printers.h>
 #include <support/TemporaryFolder.h>
+#include <tarnwick/FileWriter.h>
 
 using namespace Qt::StringLiterals;
 using query::QueryDocument;
@@ -236,6 +237,41 @@ TEST_F(OptionsTest, ArvoOptionsComeBackAndOldOnesTakeTheProjectsFormat)
     EXPECT_FALSE(read.drawMapRect);
 }
 
+TEST_F(OptionsTest, ProgramsThatRunTogetherKeepEachOthersHistory)
+{
+    query::QueryHistoryList one;
+    query::QueryHistoryList other; // neither has loaded anything, as nothing is there yet
+    one.remember(u"a"_s, u"x"_s, u"1"_s);
+    one.remember(u"gone"_s, u"x"_s, u"1"_s);
+    one.storeChanges(roots);
+    other.setSymbol(u"b"_s, u'W', 0x00FF00);
+    other.storeChanges(roots);
+    one.remember(u"A"_s, u"y"_s, u"2"_s);
+    one.forget(u"gone"_s);
+    one.storeChanges(roots);
+
+    other.remember(u"c"_s, u"z"_s, u"3"_s); // not stored yet
+    other.refresh(roots);
+    EXPECT_EQ(other.value(u"a", u"y"), u"2"_s);
+    EXPECT_EQ(other.value(u"c", u"z"), u"3"_s);
+    EXPECT_FALSE(other.find(u"gone"));
+    other.storeChanges(roots);
+    query::QueryHistoryList read;
+    ASSERT_TRUE(read.load(roots));
+    EXPECT_EQ(read.entries(), other.entries());
+    EXPECT_EQ(read.entries().size(), 3);
+
+    // What could not be stored is stored with what comes next.
+    tarnwick::failWritesAfter(0);
+    one.remember(u"a"_s, u"x"_s, u"9"_s);
+    EXPECT_THROW(one.storeChanges(roots), tarnwick::FileError);
+    tarnwick::failWritesAfter(-1);
+    one.storeChanges(roots);
+    ASSERT_TRUE(read.load(roots));
+    EXPECT_EQ(read.value(u"a", u"x"), u"9"_s);
+    EXPECT_EQ(read.value(u"c", u"z"), u"3"_s);
+}
+
 TEST_F(OptionsTest, HistoryMatchesNamesWithoutCaseAndForgetsInOrder)
 {
     query::QueryHistoryList history;
@@ -256,7 +292,7 @@ TEST_F(OptionsTest, HistoryMatchesNamesWithoutCaseAndForgetsInOrder)
     query::QueryHistoryList read;
     EXPECT_TRUE(read.load(roots));
     EXPECT_EQ(read.entries(), history.entries());
-    read.forget(u"A");
+    read.forget(u"A"_s);
     ASSERT_EQ(read.entries().size(), 2);
     EXPECT_EQ(read.entries()[0].queryName, u"b");
     read.forgetAll();

@@ -224,8 +224,11 @@ TEST_F(QueryResultTest, RefusedParametersRunNothing)
     parameters.typed = {{u"a"_s, u"2"_s}};
     EXPECT_EQ(run(u"DELETE FROM tubes WHERE row = [a]"_s, u"q"_s).affected, 1);
     context.prompt = nullptr;
-    EXPECT_EQ(run(u"SELECT row FROM tubes WHERE row = [unheard]"_s).outcome, Execution::Outcome::Failed);
-    EXPECT_TRUE(prompts.texts(Kind::Error)[0].contains(u"[3061]"));
+    EXPECT_EQ(run(u"SELECT row FROM tubes WHERE row = [unheard] OR col = [cool]"_s).outcome,
+              Execution::Outcome::Cancelled);
+    EXPECT_EQ(prompts.entries().last().number, 1062);
+    EXPECT_TRUE(prompts.texts(Kind::Error)[0].startsWith(
+        u"Could not get query parameters.\n\nNo value is known for [unheard], [cool] (perhaps a slip of col)."));
 }
 
 TEST_F(QueryResultTest, CellsAreEditedInTheirTypes)
