@@ -22,6 +22,8 @@ constexpr OptionSpec kConnectOptions[] = {
     {u"convert", u"ANSWER",
      u"yes or no: whether to convert a database of an older revision or a Jet file, and to import a foreign one (no)"}};
 
+constexpr OptionSpec kCheckOptions[] = {{u"quick", nullptr, u"look at structure and rows only"}, kDatabase};
+
 constexpr OptionSpec kImportOptions[] = {
     {u"out", u"DB", u"the new database; it must not exist"},
     {u"damaged", nullptr, u"take over what can be read of a damaged file, and list what is lost"}};
@@ -112,6 +114,12 @@ constexpr Command kCommands[] = {
      u"that of a Jet file is never replaced by another. Without --convert the steps are listed and nothing is "
      u"converted.",
      kConnectOptions, runConnect},
+    {u"check", u"DIR [options]", u"look for damage inside a database",
+     u"DIR is a project folder or a database file. Reads the whole file: its structure, the rows, and whether each "
+     u"index has the rows of its table. Changes nothing. Damage is listed and is a failure; values that a rule of "
+     u"their table refuses are listed as remarks. --quick leaves out the comparison of the indexes, which takes most "
+     u"of the time.",
+     kCheckOptions, runCheck},
     {u"import", u"FILE.mdb --out DB [--damaged]", u"copy a Jet file into a new database",
      u"Jet 3 and Jet 4 (Access 97 to 2003). Prints the tables with their rows, and what could not be carried over. The "
      u"file is only read, and a damaged one is refused without --damaged.",

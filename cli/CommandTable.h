@@ -25,6 +25,7 @@ QString helpOf(const Command &command);
 
 // The commands, each in a file of its own.
 int runCreate(const Arguments &arguments);
+int runCheck(const Arguments &arguments);
 int runConnect(const Arguments &arguments);
 int runConvert(const Arguments &arguments);
 int runDemo(const Arguments &arguments);

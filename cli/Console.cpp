@@ -173,8 +173,11 @@ void ConsoleProgress::report(qint64 done, qint64 total, const QString &what)
     if (!m_shows)
         return;
     m_shown = true;
+    QString count = total > 0 ? u"%1 of %2"_s.arg(done).arg(total) : QString::number(done);
+    if (total == 0 && done == 0)
+        count.clear();
     write(kClearLine, stderr);
-    printError(total > 0 ? u"%1 %2 of %3"_s.arg(what).arg(done).arg(total) : u"%1 %2"_s.arg(what).arg(done));
+    printError(u"%1 %2"_s.arg(what, count));
 }
 
 bool ConsoleProgress::cancelled()

@@ -12,7 +12,9 @@
 #include <plans/PatternFill.h>
 #include <plans/PcntFill.h>
 #include <plans/TubeText.h>
+#include <QElapsedTimer>
 #include <QFileInfo>
+#include <QLockFile>
 
 #include <limits>
 
@@ -172,6 +174,36 @@ void setLook(const Arguments &arguments, Target &target)
     legend.setSymbol(entry, symbol, colour, target);
 }
 
+/// Keeps other runs of the command from changing a map between its reading and its storing. Waits for them; throws
+/// tarnwick::Error when it cannot have the map, and Cancelled when the user does not want to wait.
+class MapLock
+{
+public:
+    explicit MapLock(const QString &path)
+        : m_lock(path + u".lock"_s)
+    {
+        constexpr int kLookEveryMs = 100;
+        constexpr int kPatienceMs = 60'000;
+        ConsoleProgress progress;
+        QElapsedTimer waiting;
+        waiting.start();
+        // Only the end of the other run makes its lock void, however long it takes.
+        m_lock.setStaleLockTime(0);
+        while (!m_lock.tryLock(kLookEveryMs)) {
+            if (m_lock.error() == QLockFile::PermissionError)
+                throw tarnwick::Error(u"The folder of %1 cannot be written to."_s.arg(path));
+            if (m_lock.error() != QLockFile::LockFailedError || waiting.hasExpired(kPatienceMs))
+                throw tarnwick::Error(u"Another program has %1 locked by the file %1.lock."_s.arg(path));
+            if (progress.cancelled())
+                throw tarnwick::Cancelled();
+            progress.report(0, 0, u"Waiting for another program that changes the map ..."_s);
+        }
+    }
+
+private:
+    QLockFile m_lock;
+};
+
 /// Reads the map that is to be replaced. False when it cannot or is better left as it is, which has been said.
 bool readForChange(Target &target, const QString &path)
 {
@@ -199,6 +231,7 @@ int runFill(const Arguments &arguments)
         throw UsageError(u"--map needs a name that ends in .map."_s);
     if (!tubes.isEmpty())
         placeToWrite(target, tubes);
+    MapLock lock(path);
     if (QFileInfo::exists(path) && !readForChange(target, path))
         return Failed;
     selectTubes(arguments, target.steamGen());

@@ -4,6 +4,8 @@
 #include "Target.h"
 
 #include <db/FieldDefinition.h>
+#include <db/UnfinishedFile.h>
+#include <jet/JetReader.h>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -95,12 +97,19 @@ Contents contentsOf(const dao::Database &database, const QString &name, bool all
     return contents;
 }
 
+/// Whether the file could be changed: the command itself has it open for reading only.
+bool canBeWritten(const Target &target)
+{
+    const QString &path = target.databasePath();
+    return !jet::isJetFile(path) && dao::Database::mayWrite(path) && db::hasRoomForJournal(path);
+}
+
 class TextListing
 {
 public:
-    void write(const dao::Database &database, const Contents &contents) const
+    void write(const Target &target, const Contents &contents) const
     {
-        print(u"%1%2\n"_s.arg(database.name(), database.isUpdatable() ? QString() : u" (read only)"_s));
+        print(u"%1%2\n"_s.arg(target.databasePath(), canBeWritten(target) ? QString() : u" (read only)"_s));
         for (const dao::TableInfo &table : contents.tables)
             writeTable(table);
         if (!contents.relations.isEmpty())
@@ -166,6 +175,16 @@ QJsonObject fieldJson(const dao::FieldInfo &field)
             {u"ruleText"_s, field.validationText}};
 }
 
+/// All fields of an index, or those that it has in descending order.
+QJsonArray fieldNames(const dao::IndexInfo &index, bool descendingOnly)
+{
+    QJsonArray names;
+    for (const dao::IndexField &field : index.fields)
+        if (field.descending || !descendingOnly)
+            names.append(field.name);
+    return names;
+}
+
 QJsonObject tableJson(const dao::TableInfo &table)
 {
     QJsonArray fields;
@@ -174,7 +193,8 @@ QJsonObject tableJson(const dao::TableInfo &table)
     QJsonArray indexes;
     for (const dao::IndexInfo &index : table.indexes)
         indexes.append(QJsonObject{{u"name"_s, index.name},
-                                   {u"fields"_s, fieldsText(index)},
+                                   {u"fields"_s, fieldNames(index, false)},
+                                   {u"descending"_s, fieldNames(index, true)},
                                    {u"kind"_s, QJsonArray::fromStringList(indexTraits(index))}});
     return {{u"name"_s, table.name},
             {u"system"_s, isSystemTable(table)},
@@ -185,7 +205,7 @@ QJsonObject tableJson(const dao::TableInfo &table)
             {u"ruleText"_s, table.validationText}};
 }
 
-QJsonObject json(const dao::Database &database, const Contents &contents)
+QJsonObject json(const Target &target, const Contents &contents)
 {
     QJsonArray tables;
     for (const dao::TableInfo &table : contents.tables)
@@ -204,7 +224,7 @@ QJsonObject json(const dao::Database &database, const Contents &contents)
     QJsonArray queries;
     for (const dao::QueryInfo &query : contents.queries)
         queries.append(QJsonObject{{u"name"_s, query.name}, {u"sql"_s, query.sql}});
-    return {{u"readOnly"_s, !database.isUpdatable()},
+    return {{u"readOnly"_s, !canBeWritten(target)},
             {u"tables"_s, tables},
             {u"relations"_s, relations},
             {u"queries"_s, queries}};
@@ -230,9 +250,9 @@ int runSchema(const Arguments &arguments)
         return Failed;
     }
     if (format == "json"_L1)
-        printData(QJsonDocument(json(database, contents)).toJson());
+        printData(QJsonDocument(json(target, contents)).toJson());
     else
-        TextListing().write(database, contents);
+        TextListing().write(target, contents);
     return Done;
 }
 

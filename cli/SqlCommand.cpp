@@ -6,6 +6,7 @@
 
 #include <dao/QueryDef.h>
 #include <db/Errors.h>
+#include <db/Messages.h>
 #include <QStringDecoder>
 #include <query/Messages.h>
 #include <tarnwick/FileWriter.h>
@@ -22,6 +23,7 @@ class CancelByConsole : public dao::Progress
 {
 public:
     bool cancelled() override { return m_console.cancelled(); }
+    void waiting() override { m_console.report(0, 0, QString::fromUtf16(db::messages::kWaiting.text)); }
 
 private:
     ConsoleProgress m_console;
@@ -70,7 +72,7 @@ QString readScript(const QString &path)
 bool runScript(Target &target, const QString &path, RowWriter &writer)
 {
     const QString text = readScript(path);
-    if (!db::beginTrans(target.session()))
+    if (!db::beginTrans(target.session(), false, db::Begin::Writing))
         return false;
     for (const ScriptStatement &statement : splitScript(text)) {
         if (!runStatement(target, statement.sql, writer)) {

@@ -1,5 +1,6 @@
 #include "DatabaseSession.h"
 
+#include "EngineProgress.h"
 #include "Errors.h"
 #include "Messages.h"
 
@@ -48,11 +49,14 @@ QString DatabaseSession::path() const
     return m_copiedPath.isEmpty() ? m_database->name() : m_copiedPath;
 }
 
-void DatabaseSession::open(const QString &path, dao::OpenMode mode)
+void DatabaseSession::open(const QString &path, dao::OpenMode mode, tarnwick::Progress *progress)
 {
     close();
     auto database = std::make_unique<dao::Database>(*m_workspace);
-    database->open(path, mode);
+    {
+        const EngineProgress stoppable(*database, progress);
+        database->open(path, mode);
+    }
     m_database = std::move(database);
 }
 
@@ -102,10 +106,10 @@ bool onWorkspace(DatabaseSession &session, bool rethrow, const tarnwick::Message
 
 } // namespace
 
-bool beginTrans(DatabaseSession &session, bool rethrow)
+bool beginTrans(DatabaseSession &session, bool rethrow, Begin begin)
 {
     return onWorkspace(session, rethrow, messages::kBeginTransaction,
-                       [](dao::Workspace &workspace) { workspace.beginTrans(); });
+                       [begin](dao::Workspace &workspace) { workspace.beginTrans(begin); });
 }
 
 bool commitTrans(DatabaseSession &session, bool rethrow)

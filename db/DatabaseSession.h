@@ -1,5 +1,6 @@
 #pragma once
 #include <dao/Database.h>
+#include <tarnwick/Progress.h>
 #include <tarnwick/Prompts.h>
 
 #include <memory>
@@ -42,7 +43,8 @@ public:
     QString path() const; ///< machine path, empty when none is open
 
     /// Opens in place of what is open, which is closed first. Throws dao::DaoException; then none is open.
-    void open(const QString &path, dao::OpenMode mode = dao::OpenMode::Update);
+    /// progress: who is told, and may cancel (DaoCancelled), while another program has the file locked; may be null.
+    void open(const QString &path, dao::OpenMode mode = dao::OpenMode::Update, tarnwick::Progress *progress = nullptr);
     /// Opens a working copy that stands for the file at path, which is of a format that can only be read: path() is
     /// that file's. keeper is let go when the session closes the copy.
     void openCopy(const QString &path, const QString &copy, dao::OpenMode mode, std::shared_ptr<void> keeper = {});
@@ -63,9 +65,11 @@ private:
 /// True when a database is open; otherwise says "Connect to a database first." (1053).
 bool checkConnected(DatabaseSession &session);
 
-/// Transactions on the session's workspace. An engine exception is reported (1054, 1055, 1056) and false returned, or,
-/// with rethrow, passes on unreported.
-bool beginTrans(DatabaseSession &session, bool rethrow = false);
+/// Transactions on the session's workspace. Begin::Writing and the commit wait for other programs that use the file,
+/// and may be cancelled, while the database has a progress object (EngineProgress): DaoCancelled passes on. An engine
+/// exception is reported (1054, 1055, 1056) and false returned, or, with rethrow, passes on unreported.
+using Begin = dao::Workspace::Begin;
+bool beginTrans(DatabaseSession &session, bool rethrow = false, Begin begin = Begin::AsNeeded);
 bool commitTrans(DatabaseSession &session, bool rethrow = false);
 bool rollbackTrans(DatabaseSession &session, bool rethrow = false);
 

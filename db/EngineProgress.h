@@ -1,4 +1,6 @@
 #pragma once
+#include "Messages.h"
+
 #include <dao/Database.h>
 #include <tarnwick/Progress.h>
 
@@ -25,6 +27,7 @@ public:
     EngineProgress &operator=(const EngineProgress &) = delete;
 
     bool cancelled() override { return m_progress->cancelled(); }
+    void waiting() override { m_progress->report(0, 0, QString::fromUtf16(messages::kWaiting.text)); }
 
 private:
     dao::Database *m_database;

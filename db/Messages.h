@@ -35,7 +35,17 @@ inline constexpr Message kConnectCancelled{0, u"Connecting was cancelled."};
 // Rows of 'report'
 inline constexpr Message kUploadEntry{1021, u"Could not upload report entry."};
 
+// Damage
+inline constexpr Message kCheckDatabase{0, u"Could not look for damage in the database."};
+inline constexpr Message kDatabaseDamaged{0, u"The database \"%S\" is damaged:\n\n%S\n%S"};
+inline constexpr Message kReadOnlyAsDamaged{0, u"It is open for reading only. Restore a backup of it."};
+inline constexpr Message kNotConvertedAsDamaged{0, u"It is not converted. Restore a backup of it."};
+inline constexpr Message kDamageLine{0, u"    %S\n"};
+inline constexpr Message kMoreDamage{0, u"    and %D more\n"};
+inline constexpr Message kCheckingDatabase{0, u"Looking for damage ..."};
+
 // Access
+inline constexpr Message kWaiting{0, u"Waiting for another program that uses the database ..."};
 inline constexpr Message kConnectFirst{1053, u"Connect to a database first."};
 inline constexpr Message kBeginTransaction{1054, u"Could not begin transaction."};
 inline constexpr Message kCommitTransaction{1055, u"Could not commit transaction."};

@@ -61,28 +61,31 @@ UploadSummary ReportUpload::upload(const Report &report)
     m_firstCal = true;
     m_siteAsked = false;
     m_cal.reset();
-    if (!db::checkConnected(*m_session) || !checkWritable() || !checkTubes(report) || !db::beginTrans(*m_session))
+    if (!db::checkConnected(*m_session) || !checkWritable() || !checkTubes(report))
         return m_summary;
     if (!report.isCounted)
         m_session->prompts().showInformation(fenwright::uncountedRemark({QFileInfo(report.path).fileName()}));
     m_oneCal = isOneCal(report);
 
-    Next outcome = Next::Stop;
+    // The whole upload can be stopped: it may have to wait for others as it begins and as it is committed.
+    const db::EngineProgress stoppable(m_session->database(), m_progress);
     try {
-        const db::EngineProgress stoppable(m_session->database(), m_progress);
-        outcome = walk(report);
+        if (!db::beginTrans(*m_session, false, db::Begin::Writing))
+            return m_summary;
+        const Next outcome = walk(report);
+        m_writer.reset();
+        m_summary.completed = outcome == Next::GoOn && commit();
     } catch (const tarnwick::Cancelled &) {
         m_session->prompts().status(messages::kUploadCancelled);
     } catch (const dao::DaoCancelled &) {
         m_session->prompts().status(messages::kUploadCancelled);
     } catch (...) {
         // A failure of the program itself must not leave a transaction open behind it.
-        m_writer.reset();
-        finish(Next::Stop);
+        undo();
         throw;
     }
-    m_writer.reset();
-    m_summary.completed = finish(outcome);
+    if (!m_summary.completed)
+        undo();
     return m_summary;
 }
 
@@ -286,21 +289,22 @@ ReportUpload::Next ReportUpload::store(ReportEntry &entry, int position)
                                                                                                       : Next::Stop;
 }
 
-bool ReportUpload::finish(Next outcome)
+bool ReportUpload::commit()
 {
-    tarnwick::UserPrompts &prompts = m_session->prompts();
-    if (outcome == Next::GoOn) {
-        db::noteTableGrowth(m_session->database(), u"report"_s, m_summary.stored);
-        if (db::commitTrans(*m_session)) {
-            prompts.status(messages::kUploaded, m_summary.counted());
-            return true;
-        }
-    }
+    db::noteTableGrowth(m_session->database(), u"report"_s, m_summary.stored);
+    if (!db::commitTrans(*m_session))
+        return false;
+    m_session->prompts().status(messages::kUploaded, m_summary.counted());
+    return true;
+}
+
+void ReportUpload::undo()
+{
+    m_writer.reset();
     // A commit that failed may have ended the transaction itself.
     if (m_session->workspace().transactionDepth() > 0)
         db::rollbackTrans(*m_session);
-    prompts.status(messages::kTerminated);
-    return false;
+    m_session->prompts().status(messages::kTerminated);
 }
 
 std::optional<UploadQuestion> uploadQuestion(QStringView question)

@@ -58,7 +58,8 @@ private:
     Next compareSite(const brannock::ReportEntry &entry);
     Next store(brannock::ReportEntry &entry, int position);
     void setLocationDistance(brannock::ReportEntry &entry) const;
-    bool finish(Next outcome);
+    bool commit();
+    void undo();
 
     db::DatabaseSession *m_session;
     const brannock::Project *m_project;

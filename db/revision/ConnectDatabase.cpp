@@ -6,6 +6,7 @@
 #include "RevisionConversion.h"
 
 #include <db/CreateDatabase.h>
+#include <db/DamageCheck.h>
 #include <db/Errors.h>
 #include <db/TableGrowth.h>
 #include <db/UnfinishedFile.h>
@@ -66,7 +67,13 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
     const bool mustUndo = QFileInfo::exists(path + u"-journal");
     const bool isElsewhere = context.project && leadsOutOfProject(path, *context.project);
     const bool mayWrite = (!context.onlyReads || mustUndo) && hasRoomForJournal(path) && !isElsewhere;
-    session.open(path, mayWrite ? dao::OpenMode::Update : dao::OpenMode::ReadOnly);
+    session.open(path, mayWrite ? dao::OpenMode::Update : dao::OpenMode::ReadOnly, context.progress);
+    // Where the journal is still there it belongs to another program that is at work.
+    const bool wasUndone = mustUndo && !QFileInfo::exists(path + u"-journal");
+    if (wasUndone && !refuseDamaged(session, QString::fromUtf16(messages::kReadOnlyAsDamaged.text), context.progress)) {
+        session.open(path, dao::OpenMode::ReadOnly, context.progress);
+        return;
+    }
     if (context.onlyReads)
         return;
     if (isElsewhere)

@@ -2,6 +2,7 @@
 
 #include "Messages.h"
 
+#include <db/DamageCheck.h>
 #include <QDir>
 
 namespace db {
@@ -50,7 +51,19 @@ bool ConversionPass::requestStep(const QString &description)
     if (!m_request->request(description))
         return false;
     lock();
+    if (m_session->conversion.backup.isEmpty())
+        requireUndamaged();
     return m_request->backUp();
+}
+
+void ConversionPass::requireUndamaged()
+{
+    // A working copy of a Jet file was made just now. What others made may have been damaged for long.
+    const bool isCopy = database().name() != m_session->path();
+    if (isCopy || refuseDamaged(*m_session, QString::fromUtf16(messages::kNotConvertedAsDamaged.text), nullptr))
+        return;
+    m_session->conversion.approved = false;
+    throw Aborted();
 }
 
 void ConversionPass::lock()

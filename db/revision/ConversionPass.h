@@ -91,6 +91,7 @@ public:
 private:
     bool cancelled() override;
     bool requestStep(const QString &description);
+    void requireUndamaged();
     void lock();
 
     DatabaseSession *m_session;

@@ -3,11 +3,14 @@
 #include "DatabaseImpl.h"
 #include "QueryDef.h"
 
+#include <dao/store/DamageCheck.h>
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/FileReading.h>
 #include <dao/store/Statistics.h>
 #include <dao/store/SystemTables.h>
 #include <dao/store/TableDefinition.h>
+
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -226,6 +229,20 @@ void Database::lockForChanges()
 int Database::execute(const QString &sql)
 {
     return QueryDef(*this, sql).execute();
+}
+
+bool Database::mayWrite(const QString &path)
+{
+    // A change needs its journal beside the file.
+    const QFileInfo file(path);
+    return file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
+}
+
+QList<DamageFinding> Database::check(Check kind) const
+{
+    store::SourceScope scope(m_impl->connection, u"DAO.Database"_s);
+    m_impl->prepareStatement();
+    return store::lookForDamage(m_impl->connection, kind == Check::Whole);
 }
 
 void Database::analyze(const QString &table)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <dao/sql/Compiled.h>
+#include <dao/values/Damage.h>
 #include <dao/values/DaoException.h>
 #include <dao/values/Progress.h>
 #include <dao/values/Schema.h>
@@ -29,8 +30,14 @@ public:
     Workspace(const Workspace &) = delete;
     Workspace &operator=(const Workspace &) = delete;
 
-    /// Errors: 3003 nested too deep; 3034 commit or rollback without begin.
-    void beginTrans();
+    /// AsNeeded locks nothing before something is read or changed, and what was read before the first change may then
+    /// keep the change from waiting for another writer. What is sure to write begins as Writing: it waits for other
+    /// writers first (see Progress), and then no other one comes in between.
+    enum class Begin { AsNeeded, Writing };
+    /// Errors: 3003 nested too deep; 3034 commit or rollback without begin; 3260 locked by another program; 3024 at the
+    /// commit, when another file has taken the place of the open one. After a commit that failed the transaction is
+    /// still there, to be committed again or rolled back.
+    void beginTrans(Begin begin = Begin::AsNeeded);
     void commitTrans();
     void rollback();
     int transactionDepth() const;
@@ -65,6 +72,8 @@ public:
     void close();
     bool isOpen() const;
     bool isUpdatable() const;
+    /// Whether the rights to a file and its folder allow it to be opened for changes. Opens nothing.
+    static bool mayWrite(const QString &path);
     QString name() const; ///< the file's path; empty when closed
     FileFormat fileFormat() const;
 
@@ -109,6 +118,13 @@ public:
     /// Returns the rows affected. Error 3065 for a statement that returns rows, 3061 when it has parameters.
     int execute(const QString &sql);
 
+    enum class Check {
+        Quick, ///< the structure of the file and the types of its rows: reads the file once
+        Whole  ///< also that each index has the rows of its table
+    };
+    /// Looks for damage inside the file, which reading may not notice.
+    QList<DamageFinding> check(Check kind) const;
+
     /// Brings the planner's statistics up to date; call after large changes. No table name: all tables.
     void analyze(const QString &table = {});
     /// Whether the planner knows anything of the table.
@@ -135,14 +151,14 @@ private:
     std::shared_ptr<DatabaseImpl> m_impl;
 };
 
-/// A begun transaction that rolls back when it is left without commit().
+/// A transaction that will write, begun; it rolls back when it is left without commit().
 class Transaction
 {
 public:
     explicit Transaction(Workspace &workspace)
         : m_workspace(&workspace)
     {
-        workspace.beginTrans();
+        workspace.beginTrans(Workspace::Begin::Writing);
     }
     ~Transaction();
     Transaction(const Transaction &) = delete;

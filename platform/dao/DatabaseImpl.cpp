@@ -101,9 +101,7 @@ void DatabaseImpl::open(const QString &existingPath, OpenMode mode)
         throw store::engineError(error::FileNotFound, source, {existingPath});
     if (!file.isFile() || !file.isReadable())
         throw store::engineError(error::CannotOpenFile, source, {existingPath});
-    // A change needs its journal beside the file: without the right to write there, nothing is attempted.
-    const bool mayWrite = file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
-    openFile(existingPath, mode == OpenMode::ReadOnly || !mayWrite);
+    openFile(existingPath, mode == OpenMode::ReadOnly || !Database::mayWrite(existingPath));
 }
 
 void DatabaseImpl::openFile(const QString &file, bool readOnly)

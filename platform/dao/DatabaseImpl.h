@@ -66,7 +66,7 @@ struct Workspace::Impl
     std::vector<DatabaseImpl *> databases;
     int depth = 0;
 
-    void begin();
+    void begin(Workspace::Begin kind);
     void commit();
     void rollback();
     /// A database that is opened while transactions run takes part in them.

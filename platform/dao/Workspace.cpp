@@ -16,10 +16,10 @@ QString savepointName(int level)
     return u"dao_level_%1"_s.arg(level);
 }
 
-void beginLevel(DatabaseImpl &database, int level)
+void beginLevel(DatabaseImpl &database, int level, Workspace::Begin kind = Workspace::Begin::AsNeeded)
 {
     if (level == 0)
-        database.connection.beginProgramTransaction();
+        database.connection.beginProgramTransaction(kind == Workspace::Begin::Writing);
     else
         database.connection.run(u"SAVEPOINT "_s + savepointName(level));
 }
@@ -38,7 +38,7 @@ void rollbackLevel(DatabaseImpl &database, int level)
 
 } // namespace
 
-void Workspace::Impl::begin()
+void Workspace::Impl::begin(Workspace::Begin kind)
 {
     if (depth >= deepestNesting)
         throw store::engineError(error::TooManyTransactions, source);
@@ -46,7 +46,7 @@ void Workspace::Impl::begin()
     try {
         for (; begun < databases.size(); ++begun) {
             store::SourceScope scope(databases[begun]->connection, source);
-            beginLevel(*databases[begun], depth);
+            beginLevel(*databases[begun], depth, kind);
         }
     } catch (...) {
         while (begun > 0)
@@ -105,9 +105,9 @@ Workspace::~Workspace()
     }
 }
 
-void Workspace::beginTrans()
+void Workspace::beginTrans(Begin begin)
 {
-    m_impl->begin();
+    m_impl->begin(begin);
 }
 
 void Workspace::commitTrans()

@@ -31,15 +31,26 @@ public:
     /// fileSizeLimit: no file can be written beyond so many bytes, as on a full disk; -1 for no limit.
     CliResult run(const QStringList &arguments, qint64 fileSizeLimit = -1) const
     {
-        QProcess process;
-        process.setProcessEnvironment(m_environment);
-        process.setWorkingDirectory(m_folder);
+        const auto process = start(arguments, fileSizeLimit);
+        return resultOf(*process, arguments);
+    }
+
+    /// For runs at the same time.
+    std::unique_ptr<QProcess> start(const QStringList &arguments, qint64 fileSizeLimit = -1) const
+    {
+        auto process = std::make_unique<QProcess>();
+        process->setProcessEnvironment(m_environment);
+        process->setWorkingDirectory(m_folder);
         if (fileSizeLimit >= 0)
-            process.setChildProcessModifier([fileSizeLimit] {
+            process->setChildProcessModifier([fileSizeLimit] {
                 const rlimit limit{rlim_t(fileSizeLimit), rlim_t(fileSizeLimit)};
                 ::setrlimit(RLIMIT_FSIZE, &limit);
             });
-        process.start(QStringLiteral(ARVO_CLI), arguments);
+        process->start(QStringLiteral(ARVO_CLI), arguments);
+        return process;
+    }
+    static CliResult resultOf(QProcess &process, const QStringList &arguments)
+    {
         CliResult result;
         // Generous: the sanitizers' build is slow, a hang is what this catches.
         if (!process.waitForFinished(300'000) || process.exitStatus() != QProcess::NormalExit) {

@@ -356,6 +356,50 @@ TEST_F(ReportUploadTest, CancellingLeavesNoTrace)
     EXPECT_EQ(session.workspace().transactionDepth(), 0);
 }
 
+/// Another program reads the file until the upload has waited for it a while, or for as long as the user waits.
+class Reader : public tarnwick::Progress
+{
+public:
+    Reader(const QString &path, bool staysLonger)
+        : m_staysLonger(staysLonger)
+    {
+        m_database.open(path);
+        m_workspace.beginTrans();
+        db::firstValue(m_database, QStringLiteral("SELECT COUNT(*) FROM report"));
+    }
+    void report(qint64, qint64, const QString &what) override { m_waits += what.startsWith(u"Waiting for another"); }
+    bool cancelled() override
+    {
+        if (m_waits > 2 && !m_staysLonger)
+            m_database.close();
+        return m_waits > 5;
+    }
+
+private:
+    dao::Workspace m_workspace;
+    dao::Database m_database{m_workspace};
+    bool m_staysLonger;
+    int m_waits = 0;
+};
+
+TEST_F(ReportUploadTest, AReaderDelaysTheEndOfAnUploadAndDoesNotUndoIt)
+{
+    Report report;
+    report.entries = {entry(), entry(1, 2)};
+    Reader goes(path, false);
+    EXPECT_TRUE(results::ReportUpload(session, project, &goes).upload(report).completed);
+    EXPECT_EQ(rowCount(), 2);
+    EXPECT_EQ(prompts.texts(Kind::Error), QStringList());
+
+    prompts.clear();
+    prompts.answerWith({Answer::No});
+    Reader stays(path, true);
+    EXPECT_FALSE(results::ReportUpload(session, project, &stays).upload(report).completed);
+    EXPECT_EQ(prompts.texts(Kind::Status), (QStringList{u"Upload cancelled."_s, u"Upload terminated."_s}));
+    EXPECT_EQ(session.workspace().transactionDepth(), 0);
+    EXPECT_EQ(rowCount(), 2);
+}
+
 TEST_F(ReportUploadTest, TheFileListKeepsTheCurrentFileAndWhatIsDone)
 {
     results::UploadFileList files;

@@ -5,8 +5,10 @@
 
 #include <dao/functions/Functions.h>
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
+#include <QScopeGuard>
 #include <QThread>
 #include <sqlite3.h>
 #include <utility>
@@ -24,6 +26,9 @@ constexpr char cancelFunction[] = "dao_cancelled"; // asked row by row by change
 constexpr char proceedFunction[] = "dao_proceed";  // the same for the rows of an index that is being made
 constexpr int operationsPerLook = 10'000;          // some tenth of a millisecond
 constexpr int consultEveryMilliseconds = 100;
+constexpr int patienceMilliseconds = 10 * 60 * 1000; // for other programs, while a user can stop the waiting
+constexpr int sayWaitingAfterMilliseconds = 300;
+constexpr int longestSleepMilliseconds = 20;
 
 bool isProtectedTable(const char *name)
 {
@@ -74,6 +79,8 @@ struct ConnectionCallbacks
         const bool mayInterrupt = !connection->m_writing || !connection->m_programTransaction;
         return connection->m_cancelRequested && mayInterrupt ? 1 : 0;
     }
+
+    static int busy(void *self, int calls) { return static_cast<Connection *>(self)->waitForOthers(calls) ? 1 : 0; }
 
     // Fails once the user wants to stop. A statement that fails is undone by itself; one that is interrupted would take
     // the whole transaction with it.
@@ -136,7 +143,7 @@ void Connection::openScratch()
 
 void Connection::setUp()
 {
-    sqlite3_busy_timeout(m_db, busyMilliseconds);
+    sqlite3_busy_handler(m_db, &ConnectionCallbacks::busy, this);
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
@@ -210,17 +217,57 @@ qint64 Connection::totalChanges() const
     return sqlite3_total_changes64(m_db);
 }
 
-void Connection::beginProgramTransaction()
+void Connection::beginProgramTransaction(bool writing)
 {
-    run(u"BEGIN"_s);
+    if (writing)
+        releaseRead();
+    run(writing ? u"BEGIN IMMEDIATE"_s : u"BEGIN"_s);
     m_programTransaction = true;
     m_transactionLost = false;
 }
 
 void Connection::commitProgramTransaction()
 {
-    run(u"COMMIT"_s);
+    commit();
     m_programTransaction = false;
+}
+
+void Connection::commit()
+{
+    requireSameFile();
+    m_committing = true;
+    const auto ended = qScopeGuard([this] { m_committing = false; });
+    run(u"COMMIT"_s);
+}
+
+void Connection::requireSameFile() const
+{
+    int moved = 0;
+    if (!m_path.isEmpty() && sqlite3_file_control(m_db, "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved)
+        throw movedError(m_source, m_path);
+}
+
+// True: the inner engine tries again.
+bool Connection::waitForOthers(int calls)
+{
+    // Memory for changed rows runs out while somebody reads: the rows stay in memory then, and the work goes on.
+    if (!m_committing && inTransaction() && sqlite3_txn_state(m_db, "main") == SQLITE_TXN_WRITE)
+        return false;
+    if (calls == 0)
+        m_waiting.start();
+    const bool watched = m_progress && !m_consulting;
+    if (m_cancelRequested || m_waiting.hasExpired(watched ? patienceMilliseconds : busyMilliseconds))
+        return false;
+    if (watched && m_sinceConsulted.hasExpired(consultEveryMilliseconds)) {
+        m_consulting = true;
+        if (m_waiting.hasExpired(sayWaitingAfterMilliseconds))
+            m_progress->waiting();
+        m_cancelRequested = m_progress->cancelled();
+        m_consulting = false;
+        m_sinceConsulted.restart();
+    }
+    QThread::msleep(ulong(std::min(calls + 1, longestSleepMilliseconds)));
+    return !m_cancelRequested;
 }
 
 void Connection::requireTransaction() const
@@ -306,6 +353,9 @@ void Connection::fail(bool writing) const
 {
     EngineFailure failure;
     failure.extendedCode = sqlite3_extended_errcode(m_db);
+    // The user did not want to wait for others any longer.
+    if ((failure.extendedCode & 0xff) == SQLITE_BUSY && m_cancelRequested)
+        throw DaoCancelled();
     failure.text = QString::fromUtf8(sqlite3_errmsg(m_db));
     failure.path = m_path;
     failure.source = m_source;
@@ -345,7 +395,7 @@ Savepoint::Savepoint(Connection &connection)
     : m_connection(connection)
     , m_outermost(!connection.inTransaction())
 {
-    m_connection.run(u"SAVEPOINT dao_statement"_s);
+    m_connection.run(m_outermost ? u"BEGIN IMMEDIATE"_s : u"SAVEPOINT dao_statement"_s);
 }
 
 Savepoint::~Savepoint()
@@ -366,7 +416,10 @@ Savepoint::~Savepoint()
 
 void Savepoint::release()
 {
-    m_connection.run(u"RELEASE dao_statement"_s);
+    if (m_outermost)
+        m_connection.commit();
+    else
+        m_connection.run(u"RELEASE dao_statement"_s);
     m_open = false;
 }
 

@@ -52,10 +52,14 @@ public:
     qint64 totalChanges() const;
 
     /// A transaction of the program's: statements in it are not interrupted half-way, since the inner engine would roll
-    /// back the whole transaction; they end, and are undone by the statement's own savepoint.
-    void beginProgramTransaction();
+    /// back the whole transaction; they end, and are undone by the statement's own savepoint. writing: it waits for
+    /// other writers now, and not at its first change.
+    void beginProgramTransaction(bool writing);
     /// Also after a failed commit the transaction goes on, unless the inner engine has given it up.
     void commitProgramTransaction();
+    /// COMMIT: waits for those who read the file. Error 3024 when another file has taken the place of the open one, as
+    /// what is committed would be lost with it.
+    void commit();
     void rollbackProgramTransaction();
     bool inProgramTransaction() const { return m_programTransaction; }
     /// True when a user may want to stop a change, while interrupting it would take the program's transaction with it.
@@ -98,6 +102,8 @@ private:
 
     sqlite3 *open(const QByteArray &name, int flags);
     void setUp();
+    void requireSameFile() const;
+    bool waitForOthers(int calls);
     bool beforeStep(const Statement &statement);
     void afterFailure();
     [[noreturn]] void fail(bool writing) const;
@@ -111,6 +117,7 @@ private:
     std::vector<Statement *> m_statements;
     Progress *m_progress = nullptr;
     QElapsedTimer m_sinceConsulted;
+    QElapsedTimer m_waiting; ///< since another program was first found in the way
     bool m_readOnlyFile = false;
     bool m_opening = false;
     bool m_userText = false;
@@ -118,6 +125,7 @@ private:
     bool m_consulting = false;
     bool m_cancelRequested = false;
     bool m_programTransaction = false;
+    bool m_committing = false;
     bool m_transactionLost = false;
     Statement m_catalogVersion;
     Statement m_hold;
@@ -126,7 +134,7 @@ private:
     QObject m_context; ///< receives the call that ends a held read
 };
 
-/// A savepoint that is undone when it is left without release().
+/// A savepoint for changes, undone when it is left without release(). Outside of a transaction it is one of its own.
 class Savepoint
 {
 public:

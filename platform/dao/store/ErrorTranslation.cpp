@@ -211,6 +211,14 @@ DaoException fieldError(int number, const QString &source, const QString &table,
     return engineError(number, source).withHint(hint);
 }
 
+DaoException movedError(const QString &source, const QString &path)
+{
+    return engineError(error::FileNotFound, source, {path})
+        .withHint(
+            u"It was moved, deleted or replaced by another file while it was open. Nothing was stored in the file "
+            u"that is there now; connect to it again."_s);
+}
+
 QString raiseText(int number, const QString &text)
 {
     return u"dao:"_s + QString::number(number) + u':' + text;
@@ -233,7 +241,7 @@ QString raiseText(int number, const QString &text)
         raise(failure, error::DiskFull);
     case SQLITE_READONLY:
         if (failure.extendedCode == SQLITE_READONLY_DBMOVED)
-            raise(failure, error::FileNotFound, {failure.path});
+            throw movedError(failure.source, failure.path);
         // An interrupted change has to be undone first, which takes the right to write.
         if (failure.extendedCode == SQLITE_READONLY_ROLLBACK && failure.opening)
             throw engineError(error::CannotOpenFile, failure.source, {failure.path})

@@ -10,6 +10,9 @@ DaoException engineError(int number, const QString &source, const QStringList &a
 /// The same where the number's own text does not say which field (or index) it is about: that stands in the hint.
 DaoException fieldError(int number, const QString &source, const QString &table, const FieldInfo &field);
 
+/// The file is no longer the one that was opened (3024).
+DaoException movedError(const QString &source, const QString &path);
+
 /// What the inner engine reported, with what is needed to say it in the words of the engine.
 struct EngineFailure
 {

@@ -9,6 +9,9 @@ public:
     virtual ~Progress() = default;
     /// True stops the statement: it is undone and DaoCancelled is thrown.
     virtual bool cancelled() = 0;
+    /// Told as often while the engine waits for another program that has the file locked. It goes on when that one is
+    /// done, unless cancelled() says to stop. Without a progress object nothing waits for longer than a second.
+    virtual void waiting() {}
 };
 
 } // namespace dao

@@ -239,13 +239,15 @@ TEST_F(ConversionTest, FieldsAreFoundByNameAndMayBeCalledByWordsOfTheGrammar)
     const auto shown = [this] {
         return rows(u"SELECT row, col, [order], r.index FROM [tubes#] r ORDER BY row, col"_s);
     };
-    for (const QString &field : {u"order"_s, u"true"_s, u"index"_s, u"a]b"_s})
+    for (const QString &field : {u"order"_s, u"null"_s, u"index"_s, u"top"_s})
         database().addField(u"tubes", {.name = field, .type = dao::DataType::Long});
     session.close();
     ASSERT_TRUE(connect());
-    EXPECT_TRUE(database().query(u"tubes#").sql.contains(u"is_marked, [order], [true], r.index, `a]b`\n"_s));
+    EXPECT_TRUE(database().query(u"tubes#").sql.contains(u"is_marked, [order], [null], r.index, top\n"_s));
+    for (const int row : {0, 3})
+        db::executeSql(database(), u"INSERT INTO tubes (sec, row, col) VALUES (0, %1, 2)"_s.arg(row));
     const QStringList before = shown();
-    EXPECT_EQ(before.size(), project.steamGen.numTube());
+    EXPECT_TRUE(before.contains(u"B|2|-|-"_s)) << before.join(u' ').toStdString();
 
     // The fields of a foreign program's table stand in the other order, and its rows have no key.
     database().deleteTable(u"row_alias");
@@ -262,6 +264,22 @@ TEST_F(ConversionTest, FieldsAreFoundByNameAndMayBeCalledByWordsOfTheGrammar)
     EXPECT_EQ(rows(u"SELECT index, row FROM row_alias ORDER BY index"_s), (QStringList{u"0|A"_s, u"1|B"_s, u"3|D"_s}));
     session.close();
     EXPECT_EQ(bytes(), refilled) << "nothing differs, so nothing is written";
+}
+
+TEST_F(ConversionTest, ADamagedDatabaseIsNotConverted)
+{
+    make(old::Tubes, {.tubes = 400});
+    QByteArray damaged = bytes();
+    constexpr int kPage = 4096;
+    damaged.replace(damaged.size() - kPage, 100, QByteArray(100, 'z'));
+    folder.write(u"arvo/project.mdb"_s, damaged);
+    ASSERT_TRUE(convert());
+    ASSERT_FALSE(errors().isEmpty());
+    EXPECT_TRUE(errors().first().startsWith(u"0 The database "_s));
+    EXPECT_TRUE(said(Entry::Kind::Error).first().endsWith(u"It is not converted. Restore a backup of it."_s));
+    session.close();
+    EXPECT_EQ(bytes(), damaged);
+    EXPECT_FALSE(hasBackup());
 }
 
 TEST_F(ConversionTest, ADatabaseElsewhereIsNeverConverted)

@@ -1,5 +1,6 @@
 #include "Fixture.h"
 
+#include <gmock/gmock.h>
 #include <QCoreApplication>
 #include <QTimer>
 #include <sqlite3.h>
@@ -170,6 +171,129 @@ TEST_F(FilesTest, ACommitThatMeetsALockCanBeTriedAgain)
     sqlite3_close(other);
     workspace.commitTrans();
     EXPECT_EQ(rawRows(u"SELECT x FROM t"_s), u"1 2"_s);
+}
+
+/// Another program that has the file locked until the one who waits has looked up for the third time.
+class Waiting : public Progress
+{
+public:
+    Waiting(const QString &file, const char *statement)
+    {
+        sqlite3_open(file.toUtf8().constData(), &m_other);
+        sqlite3_exec(m_other, "BEGIN", nullptr, nullptr, nullptr);
+        sqlite3_exec(m_other, statement, nullptr, nullptr, nullptr);
+    }
+    ~Waiting() override { sqlite3_close(m_other); }
+    bool cancelled() override
+    {
+        if (++m_looks > 3 && !cancels)
+            sqlite3_exec(m_other, "COMMIT", nullptr, nullptr, nullptr);
+        return cancels && m_looks > 5;
+    }
+    void waiting() override { toldOfWaiting = true; }
+
+    bool cancels = false;
+    bool toldOfWaiting = false;
+
+private:
+    sqlite3 *m_other = nullptr;
+    int m_looks = 0;
+};
+
+TEST_F(FilesTest, WritersWaitForOthersAsLongAsTheUserDoes)
+{
+    const char *const read = "SELECT count(*) FROM t";
+    const char *const write = "INSERT INTO t VALUES (7)";
+    using Begin = Workspace::Begin;
+    database.open(path());
+    for (const char *other : {read, write}) {
+        Waiting progress(path(), other);
+        database.setProgress(&progress);
+        workspace.beginTrans(Begin::Writing);
+        append(u"t"_s, {{u"x"_s, number(2)}});
+        workspace.commitTrans();
+        EXPECT_TRUE(progress.toldOfWaiting) << other;
+        database.setProgress(nullptr);
+    }
+    {
+        Waiting progress(path(), write);
+        database.setProgress(&progress);
+        database.execute(u"UPDATE t SET x = x + 10"_s); // without a transaction of the program's
+        EXPECT_TRUE(progress.toldOfWaiting);
+        database.setProgress(nullptr);
+    }
+    EXPECT_EQ(rawRows(u"SELECT x FROM t"_s), u"11 12 17 12 17"_s);
+
+    Waiting writer(path(), write);
+    writer.cancels = true;
+    database.setProgress(&writer);
+    EXPECT_THROW(workspace.beginTrans(Begin::Writing), DaoCancelled);
+    EXPECT_EQ(workspace.transactionDepth(), 0);
+    database.setProgress(nullptr);
+}
+
+TEST_F(FilesTest, AFileThatTookThePlaceOfTheOpenOneIsNotTakenForIt)
+{
+    const QString aside = path(u"aside.mdb"_s);
+    ASSERT_TRUE(QFile::copy(path(), aside));
+    const QByteArray before = content(aside);
+    database.open(path());
+    workspace.beginTrans(Workspace::Begin::Writing);
+    append(u"t"_s, {{u"x"_s, number(2)}});
+    ASSERT_EQ(std::rename(QFile::encodeName(aside).constData(), QFile::encodeName(path()).constData()), 0);
+    const QString error = u"3024 DAO.Workspace: Could not find file '%1'."_s.arg(path());
+    EXPECT_EQ(errorOf([&] { workspace.commitTrans(); }), error);
+    workspace.rollback();
+    EXPECT_EQ(numberOf([&] { database.execute(u"DELETE FROM t"_s); }), 3024);
+    database.close();
+    EXPECT_EQ(content(path()), before);
+    database.open(path());
+    append(u"t"_s, {{u"x"_s, number(3)}});
+    EXPECT_EQ(rawRows(u"SELECT x FROM t"_s), u"1 3"_s);
+}
+
+TEST_F(FilesTest, DamageIsFoundByLookingForIt)
+{
+    database.open(path());
+    database.createTable(table(u"u"_s, {field(u"x"_s, DataType::Long), field(u"y"_s, DataType::Text, 50)},
+                               {build::index(u"by_x"_s, {u"x"_s})}));
+    database.execute(u"CREATE TABLE v (n SHORT)"_s);
+    workspace.beginTrans();
+    for (int i = 0; i < 500; ++i)
+        append(u"u"_s, {{u"x"_s, number(i)}, {u"y"_s, text(QString(40, u'y'))}});
+    workspace.commitTrans();
+    const auto findings = [this](Database::Check kind) {
+        QStringList texts;
+        for (const DamageFinding &finding : database.check(kind))
+            texts.append((finding.isDamage ? QString() : u"remark: "_s) + finding.text);
+        return texts;
+    };
+    using Check = Database::Check;
+    EXPECT_EQ(findings(Check::Whole), QStringList());
+    database.close();
+
+    // Rows that the index does not have: nothing but wrong answers would tell.
+    EXPECT_EQ(raw(u"DROP INDEX [u.by_x]; CREATE INDEX [u.by_x] ON u (x) WHERE x < 100; PRAGMA writable_schema = ON; "
+                  "UPDATE sqlite_schema SET sql = 'CREATE INDEX [u.by_x] ON u (x)' WHERE name = 'u.by_x'"_s),
+              QString());
+    EXPECT_EQ(raw(u"PRAGMA ignore_check_constraints = ON; INSERT INTO v VALUES (99999)"_s), QString());
+    database.open(path());
+    const QString remark = u"remark: Table 'v' holds values that its rules do not allow."_s;
+    EXPECT_EQ(findings(Check::Quick), QStringList{remark});
+    EXPECT_THAT(findings(Check::Whole),
+                testing::UnorderedElementsAre(
+                    remark, u"Index 'u.by_x' does not fit the rows of its table. Queries can give wrong results."_s));
+    database.close();
+
+    QByteArray bytes = content(path());
+    constexpr int kPage = 4096;
+    bytes.replace(bytes.lastIndexOf("yyyyyyyy") / kPage * kPage, 64, QByteArray(64, 'z'));
+    write(path(), bytes);
+    database.open(path());
+    ASSERT_FALSE(findings(Check::Quick).isEmpty());
+    for (const QString &finding : findings(Check::Quick).filter(u"remark"_s))
+        EXPECT_EQ(finding, remark);
+    EXPECT_TRUE(findings(Check::Quick).join(u' ').contains(u"of the file is damaged."_s));
 }
 
 TEST_F(FilesTest, WhatWasOpenFindsItsDatabaseClosed)

@@ -1,0 +1,58 @@
+#include "DamageCheck.h"
+
+#include "EngineProgress.h"
+#include "Messages.h"
+
+#include <QDir>
+
+namespace db {
+
+namespace {
+
+/// Says what the waiting is for.
+class CheckProgress : public EngineProgress
+{
+public:
+    CheckProgress(dao::Database &database, tarnwick::Progress *progress)
+        : EngineProgress(database, progress)
+        , m_shown(progress)
+    {
+    }
+
+    bool cancelled() override
+    {
+        m_shown->report(0, 0, QString::fromUtf16(messages::kCheckingDatabase.text));
+        return EngineProgress::cancelled();
+    }
+
+private:
+    tarnwick::Progress *m_shown;
+};
+
+} // namespace
+
+QList<dao::DamageFinding> lookForDamage(DatabaseSession &session, dao::Database::Check kind,
+                                        tarnwick::Progress *progress)
+{
+    const CheckProgress watched(session.database(), progress);
+    return session.database().check(kind);
+}
+
+bool refuseDamaged(DatabaseSession &session, const QString &consequence, tarnwick::Progress *progress)
+{
+    constexpr int kListed = 10;
+    QString list;
+    int count = 0;
+    for (const dao::DamageFinding &finding : lookForDamage(session, dao::Database::Check::Quick, progress)) {
+        if (finding.isDamage && ++count <= kListed)
+            list += tarnwick::format(messages::kDamageLine.text, finding.text);
+    }
+    if (count == 0)
+        return true;
+    if (count > kListed)
+        list += tarnwick::format(messages::kMoreDamage.text, count - kListed);
+    session.prompts().error(messages::kDatabaseDamaged, QDir::toNativeSeparators(session.path()), list, consequence);
+    return false;
+}
+
+} // namespace db
