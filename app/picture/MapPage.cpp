@@ -19,6 +19,7 @@ brannock::PictureContent pageContent(const MapHeader &header, const plans::MapLe
     const MapHeader shown = header.printed(macros);
     brannock::PictureContent content;
     content.title = shown.upperText;
+    content.isStandardTitle = header.upperText.isEmpty() && header.lowerText.isEmpty();
     content.titleFont = QFont(shown.upperFont, shown.upperSize);
     content.subtitle = shown.lowerText;
     content.subtitleFont = QFont(shown.lowerFont, shown.lowerSize);

@@ -24,8 +24,9 @@ struct PictureContent
     QString subtitle; ///< below the title, in the same frame; may have several lines
     QFont subtitleFont = QFont(QStringLiteral("Times New Roman"), 10);
     QList<LegendRow> legend;
-    QString modelText;    ///< see modelText()
-    QString documentName; ///< what the file calls itself inside when there is no title
+    QString modelText;            ///< see modelText()
+    bool isStandardTitle = false; ///< the title is that of every page without one of its own
+    QString documentName;         ///< what the file calls itself inside when it has no title of its own
     QString footer;
     QString signatures; ///< in the footer, on the right
     QFont footerFont = QFont(QStringLiteral("Times New Roman"), 8);

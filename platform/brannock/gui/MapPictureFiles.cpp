@@ -136,7 +136,8 @@ void MapPicture::save(const QString &path, const QSizeF &inches, int dpi) const
 {
     const QString ending = QFileInfo(path).suffix().toLower();
     const QString heading = m_content.title.section(u'\n', 0, 0).trimmed();
-    const QString title = heading.isEmpty() ? m_content.documentName : heading;
+    const bool isNamed = !heading.isEmpty() && !m_content.isStandardTitle;
+    const QString title = isNamed || m_content.documentName.isEmpty() ? heading : m_content.documentName;
     QByteArray bytes;
     if (ending == u"emf") {
         bytes = emf(*this, inches, title);
