@@ -101,7 +101,7 @@ TEST_F(Together, DatabasesAreCheckedAndTheirStateIsTold)
     EXPECT_TRUE(cli.mustRun({u"check"_s, project}).output.endsWith(u"project.mdb: no damage found\n"_s));
     const QJsonObject schema = cli.mustRun({u"schema"_s, project, u"tubes"_s, u"--format"_s, u"json"_s}).json();
     EXPECT_FALSE(schema[u"readOnly"].toBool(true));
-    EXPECT_EQ(schema[u"tables"][0][u"indexes"][0][u"fields"].toArray(), (QJsonArray{u"row"_s, u"col"_s, u"sec"_s}));
+    EXPECT_EQ(schema[u"tables"][0][u"indexes"][0][u"fields"].toArray(), (QJsonArray{u"sec"_s, u"row"_s, u"col"_s}));
     EXPECT_FALSE(cli.mustRun({u"schema"_s, project}).output.section(u'\n', 0, 0).contains(u"read only"));
 
     QFile file(database);
