@@ -1,5 +1,5 @@
 #pragma once
-#include <QColor>
+#include <tarnwick/gui/Colours.h>
 
 namespace brannock {
 
@@ -16,17 +16,11 @@ struct MapOptions
     bool operator==(const MapOptions &) const = default;
 };
 
-QColor fromColourRef(quint32 colour);
-quint32 toColourRef(const QColor &colour);
-
-/// From a (share 0) to b (share 1).
-QColor mixed(const QColor &a, const QColor &b, double share);
-/// Contrast ratio of two opaque colours, 1 to 21, by their relative luminance.
-double contrast(const QColor &a, const QColor &b);
-/// Black or white, whichever can be read better on the background.
-QColor inkOn(const QColor &background);
-/// The colour itself where it can be read on the background, else the same hue moved towards black or white until it
-/// can.
-QColor readable(const QColor &colour, const QColor &background, double minContrast = 3.5);
+using tarnwick::fromColourRef;
+using tarnwick::toColourRef;
+using tarnwick::mixed;
+using tarnwick::contrast;
+using tarnwick::inkOn;
+using tarnwick::readable;
 
 } // namespace brannock

@@ -1,9 +1,9 @@
-#include "MapColours.h"
+#include "Colours.h"
 
 #include <array>
 #include <cmath>
 
-namespace brannock {
+namespace tarnwick {
 
 QColor fromColourRef(quint32 colour)
 {
@@ -60,4 +60,4 @@ QColor readable(const QColor &colour, const QColor &background, double minContra
     return end;
 }
 
-} // namespace brannock
+} // namespace tarnwick
