@@ -1,0 +1,143 @@
+#include "GridCopy.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+/// Spreadsheets take a cell with a tab, a line end or a quote only in quotes.
+QString plainCell(const QString &text)
+{
+    const bool needsQuotes = std::any_of(text.begin(), text.end(),
+                                         [](QChar c) { return c == u'\t' || c == u'\n' || c == u'\r' || c == u'"'; });
+    return needsQuotes ? u'"' + QString(text).replace(u'"', u"\"\""_s) + u'"' : text;
+}
+
+QString htmlCell(const QString &text, ColumnAlign align, QStringView tag)
+{
+    static constexpr const char16_t *kNames[] = {u"center", u"left", u"right"};
+    const QString cell = text.toHtmlEscaped().replace(u'\n', u"<br>"_s);
+    return u"<%1 align=\"%2\">%3</%1>"_s.arg(tag, QString::fromUtf16(kNames[size_t(align)]), cell);
+}
+
+/// The rows and columns that a selection touches, ascending.
+struct Extent
+{
+    QList<int> columns;
+    std::vector<QItemSelectionRange> ranges; ///< by top row
+    int bottom = -1;
+};
+
+Extent extentOf(const QItemSelection &selection)
+{
+    Extent extent;
+    for (const QItemSelectionRange &range : selection) {
+        if (!range.isValid())
+            continue;
+        extent.ranges.push_back(range);
+        extent.bottom = std::max(extent.bottom, range.bottom());
+        for (int column = range.left(); column <= range.right(); ++column)
+            extent.columns.append(column);
+    }
+    std::sort(extent.columns.begin(), extent.columns.end());
+    extent.columns.erase(std::unique(extent.columns.begin(), extent.columns.end()), extent.columns.end());
+    std::sort(extent.ranges.begin(), extent.ranges.end(),
+              [](const QItemSelectionRange &a, const QItemSelectionRange &b) { return a.top() < b.top(); });
+    return extent;
+}
+
+/// Calls each(row, ranges that hold the row) for every row of the extent, top to bottom. The ranges are swept once, so
+/// the work grows with the rows and not with rows times ranges.
+template <typename Each>
+void forEachRow(const Extent &extent, Each each)
+{
+    std::vector<QItemSelectionRange> open;
+    size_t next = 0;
+    for (int row = extent.ranges.empty() ? 0 : extent.ranges.front().top(); row <= extent.bottom; ++row) {
+        while (next < extent.ranges.size() && extent.ranges[next].top() <= row)
+            open.push_back(extent.ranges[next++]);
+        std::erase_if(open, [row](const QItemSelectionRange &range) { return range.bottom() < row; });
+        if (!open.empty())
+            each(row, open);
+        else if (next < extent.ranges.size())
+            row = extent.ranges[next].top() - 1;
+    }
+}
+
+bool holds(const std::vector<QItemSelectionRange> &ranges, int column)
+{
+    return std::any_of(ranges.begin(), ranges.end(), [column](const QItemSelectionRange &range) {
+        return column >= range.left() && column <= range.right();
+    });
+}
+
+} // namespace
+
+GridClip copyCells(const GridModel &model, const QItemSelection &selection, bool withTitles, Progress *progress)
+{
+    const Extent extent = extentOf(selection);
+    GridClip clip;
+    clip.html = u"<table>"_s;
+    const auto addLine = [&](QStringView tag, const auto &cellText) {
+        QStringList cells;
+        clip.html += u"<tr>"_s;
+        for (const int column : extent.columns) {
+            const QString text = cellText(column);
+            cells.append(plainCell(text));
+            clip.html += htmlCell(text, model.column(column).align, tag);
+        }
+        clip.html += u"</tr>\n"_s;
+        clip.text += cells.join(u'\t') + u'\n';
+    };
+    if (withTitles)
+        addLine(u"th", [&](int column) { return model.column(column).title; });
+    ProgressLoop loop(progress, extent.bottom + 1, u"Copying ..."_s);
+    forEachRow(extent, [&](int row, const std::vector<QItemSelectionRange> &ranges) {
+        loop.tick(row);
+        addLine(u"td", [&](int column) {
+            return holds(ranges, column) ? model.data(model.index(row, column)).toString() : QString();
+        });
+    });
+    clip.html += u"</table>"_s;
+    return clip;
+}
+
+CellStatistics cellStatistics(const GridModel &model, const QItemSelection &selection, Progress *progress)
+{
+    CellStatistics figures;
+    const Extent extent = extentOf(selection);
+    ProgressLoop loop(progress, extent.bottom + 1, u"Adding up ..."_s);
+    forEachRow(extent, [&](int row, const std::vector<QItemSelectionRange> &ranges) {
+        loop.tick(row);
+        for (const int column : extent.columns) {
+            if (!holds(ranges, column))
+                continue;
+            ++figures.cells;
+            double number = 0;
+            const QVariant value = model.data(model.index(row, column), GridModel::ValueRole);
+            if (value.typeId() == QMetaType::Bool || value.isNull() || !numberOf(value, number))
+                continue;
+            figures.least = figures.numbers == 0 ? number : std::min(figures.least, number);
+            figures.largest = figures.numbers == 0 ? number : std::max(figures.largest, number);
+            figures.sum += number;
+            ++figures.numbers;
+        }
+    });
+    return figures;
+}
+
+QString CellStatistics::text() const
+{
+    if (cells < 2)
+        return {};
+    if (numbers == 0)
+        return u"Count %1"_s.arg(cells);
+    const auto shown = [](double number) { return QString::number(number, 'g', 10); };
+    return u"Count %1   Sum %2   Mean %3   Min %4   Max %5"_s.arg(QString::number(numbers), shown(sum), shown(mean()),
+                                                                  shown(least), shown(largest));
+}
+
+} // namespace tarnwick

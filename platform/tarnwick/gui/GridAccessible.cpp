@@ -1,0 +1,206 @@
+#include "GridAccessible.h"
+
+#include "JTableWin.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QPersistentModelIndex>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+class AccessibleGrid;
+
+/// One cell; made when a screen reader asks for it.
+class AccessibleCell : public QAccessibleInterface, public QAccessibleTableCellInterface
+{
+public:
+    AccessibleCell(JTableWin &table, const QModelIndex &index)
+        : m_table(&table)
+        , m_index(index)
+    {
+    }
+
+    bool isValid() const override { return m_table && m_index.isValid(); }
+    QObject *object() const override { return nullptr; }
+    QWindow *window() const override { return nullptr; }
+    QAccessibleInterface *parent() const override { return QAccessible::queryAccessibleInterface(m_table.data()); }
+    QAccessibleInterface *child(int) const override { return nullptr; }
+    QAccessibleInterface *childAt(int, int) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
+    QString text(QAccessible::Text kind) const override
+    {
+        if (!isValid())
+            return {};
+        // The value comes first: it is what a listener wants to hear when moving from cell to cell.
+        if (kind == QAccessible::Name || kind == QAccessible::Value)
+            return m_index.data().toString();
+        if (kind == QAccessible::Description)
+            return u"%1, row %2"_s.arg(m_table->grid().column(m_index.column()).title).arg(m_index.row() + 1);
+        return kind == QAccessible::Help ? m_index.data(Qt::ToolTipRole).toString() : QString();
+    }
+    void setText(QAccessible::Text kind, const QString &text) override
+    {
+        if (isValid() && kind == QAccessible::Value)
+            m_table->grid().setData(m_index, text);
+    }
+    QRect rect() const override
+    {
+        if (!isValid())
+            return {};
+        const QRect cell = m_table->visualRect(m_index);
+        return {m_table->viewport()->mapToGlobal(cell.topLeft()), cell.size()};
+    }
+    QAccessible::Role role() const override { return QAccessible::Cell; }
+    QAccessible::State state() const override
+    {
+        QAccessible::State state;
+        if (!isValid()) {
+            state.invalid = true;
+            return state;
+        }
+        state.focusable = true;
+        state.selectable = true;
+        state.focused = m_table->hasFocus() && m_table->currentIndex() == m_index;
+        state.selected = m_table->selectionModel()->isSelected(m_index);
+        state.editable = m_index.flags().testFlag(Qt::ItemIsEditable);
+        state.readOnly = !state.editable;
+        return state;
+    }
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::TableCellInterface ? static_cast<QAccessibleTableCellInterface *>(this) : nullptr;
+    }
+
+    bool isSelected() const override { return isValid() && m_table->selectionModel()->isSelected(m_index); }
+    QList<QAccessibleInterface *> columnHeaderCells() const override { return {}; }
+    QList<QAccessibleInterface *> rowHeaderCells() const override { return {}; }
+    int columnIndex() const override { return m_index.column(); }
+    int rowIndex() const override { return m_index.row(); }
+    int columnExtent() const override { return 1; }
+    int rowExtent() const override { return 1; }
+    QAccessibleInterface *table() const override { return parent(); }
+
+private:
+    QPointer<JTableWin> m_table;
+    QPersistentModelIndex m_index;
+};
+
+class AccessibleGrid : public QAccessibleWidget, public QAccessibleTableInterface
+{
+public:
+    explicit AccessibleGrid(JTableWin *table)
+        : QAccessibleWidget(table, QAccessible::Table)
+    {
+    }
+    ~AccessibleGrid() override { forget(); }
+
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::TableInterface ? static_cast<QAccessibleTableInterface *>(this)
+                                                   : QAccessibleWidget::interface_cast(type);
+    }
+    QAccessibleInterface *cellAt(int row, int column) const override
+    {
+        const QModelIndex index = view().grid().index(row, column);
+        if (!index.isValid())
+            return nullptr;
+        const qint64 key = qint64(row) * columnCount() + column;
+        if (const auto known = m_cells.constFind(key); known != m_cells.constEnd())
+            return QAccessible::accessibleInterface(*known);
+        // A reader that walks a million rows must not keep a million cells alive.
+        constexpr qsizetype kMaxCells = 5000;
+        if (m_cells.size() >= kMaxCells)
+            forget();
+        auto *cell = new AccessibleCell(view(), index);
+        m_cells.insert(key, QAccessible::registerAccessibleInterface(cell));
+        return cell;
+    }
+    int childCount() const override { return rowCount() * columnCount(); }
+    QAccessibleInterface *child(int index) const override
+    {
+        return columnCount() > 0 && index >= 0 ? cellAt(index / columnCount(), index % columnCount()) : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface *child) const override
+    {
+        auto *cell = const_cast<QAccessibleInterface *>(child)->tableCellInterface();
+        return cell ? cell->rowIndex() * columnCount() + cell->columnIndex() : -1;
+    }
+    QAccessibleInterface *childAt(int x, int y) const override
+    {
+        const QModelIndex index = view().indexAt(view().viewport()->mapFromGlobal(QPoint(x, y)));
+        return index.isValid() ? cellAt(index.row(), index.column()) : nullptr;
+    }
+    QAccessibleInterface *focusChild() const override
+    {
+        const QModelIndex index = view().currentIndex();
+        return index.isValid() ? cellAt(index.row(), index.column()) : nullptr;
+    }
+
+    QAccessibleInterface *caption() const override { return nullptr; }
+    QAccessibleInterface *summary() const override { return nullptr; }
+    QString columnDescription(int column) const override
+    {
+        return column < columnCount() ? view().grid().column(column).title : QString();
+    }
+    QString rowDescription(int row) const override { return QString::number(row + 1); }
+    int columnCount() const override { return view().grid().columnCount(); }
+    int rowCount() const override { return view().grid().rowCount(); }
+    int selectedCellCount() const override { return 0; }
+    int selectedColumnCount() const override { return 0; }
+    int selectedRowCount() const override { return int(view().selectedSourceRows().size()); }
+    QList<QAccessibleInterface *> selectedCells() const override { return {}; }
+    QList<int> selectedColumns() const override { return {}; }
+    QList<int> selectedRows() const override { return view().selectedSourceRows(); }
+    bool isColumnSelected(int) const override { return false; }
+    bool isRowSelected(int row) const override { return view().selectionModel()->isRowSelected(row); }
+    bool selectRow(int row) override
+    {
+        view().setCurrentIndex(view().grid().index(row, 0));
+        return true;
+    }
+    bool selectColumn(int) override { return false; }
+    bool unselectRow(int row) override
+    {
+        view().selectionModel()->select(view().grid().index(row, 0),
+                                        QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
+        return true;
+    }
+    bool unselectColumn(int) override { return false; }
+    void modelChange(QAccessibleTableModelChangeEvent *) override { forget(); }
+
+private:
+    JTableWin &view() const { return *static_cast<JTableWin *>(widget()); }
+    void forget() const
+    {
+        for (const QAccessible::Id id : std::as_const(m_cells))
+            QAccessible::deleteAccessibleInterface(id);
+        m_cells.clear();
+    }
+
+    mutable QHash<qint64, QAccessible::Id> m_cells;
+};
+
+QAccessibleInterface *makeInterface(const QString &className, QObject *object)
+{
+    if (className != QLatin1StringView("tarnwick::JTableWin"))
+        return nullptr;
+    return new AccessibleGrid(qobject_cast<JTableWin *>(object));
+}
+
+} // namespace
+
+void installGridAccessibility()
+{
+    static const bool isInstalled = [] {
+        QAccessible::installFactory(makeInterface);
+        return true;
+    }();
+    Q_UNUSED(isInstalled);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,23 @@
+#pragma once
+#include <QStyledItemDelegate>
+
+namespace tarnwick {
+
+/// Paints the cells of a JTableWin and makes their editors. Text is drawn directly, since a screen of cells is painted
+/// anew for each step of scrolling.
+class GridDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override;
+    void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
+
+    /// Room beside the text, in pixels, for a font of that height.
+    static int margin(const QFontMetrics &metrics) { return std::max(3, metrics.height() / 4); }
+};
+
+} // namespace tarnwick

@@ -1,0 +1,143 @@
+#pragma once
+#include "GridLayout.h"
+
+#include <tarnwick/GridModel.h>
+#include <tarnwick/Prompts.h>
+
+#include <QAbstractItemView>
+#include <QTimer>
+
+namespace tarnwick {
+
+class GridFilterRow;
+class GridFindBar;
+class GridHeader;
+
+/// Every table of the program: the rows of a GridSource below their titles, with an entry column that counts them,
+/// frozen columns, sorting, a filter row, find, copying and editing. All rows have one height, so that the table holds
+/// nothing for a row but what the model does, and a million rows open and scroll as ten do.
+///
+/// Keys: arrows, Page Up and Down, Home and End (with Ctrl: first and last row), Shift extends the selection, F2 or
+/// typing edits, Space sets or clears a mark, Ctrl+A, Ctrl+C (with Shift: with titles), Ctrl+F, F3, Ctrl+L filter,
+/// Insert and Ctrl+Del rows.
+class JTableWin : public QAbstractItemView
+{
+    Q_OBJECT
+public:
+    explicit JTableWin(UserPrompts &prompts, QWidget *parent = nullptr);
+    ~JTableWin() override;
+
+    /// The source must outlive the table or be replaced.
+    void setSource(GridSource *source);
+    GridModel &grid() { return m_grid; }
+    const GridModel &grid() const { return m_grid; }
+    /// The source was filled anew: shows it from its first row, with columns as they are now.
+    void reload();
+
+    /// width in characters; 0 for no entry column. format: of the entry number, printf style.
+    void setEntryColumn(const QString &title, int width, const QString &format = QStringLiteral("%5d"));
+    /// The first columns stay in sight.
+    void setFrozenColumns(int columns);
+    /// How many rows the table asks room for.
+    void setVisibleRows(int rows);
+
+    /// Row of the source that is current; -1 for none.
+    int currentSourceRow() const;
+    void setCurrentSourceRow(int sourceRow);
+    /// Rows of the source with a marked cell, ascending in the order shown.
+    QList<int> selectedSourceRows() const;
+
+    /// Widths of all columns in pixels, and back where there are as many; for keeping them between sessions.
+    QList<int> columnWidths() const { return m_layout.widths(); }
+    void setColumnWidths(const QList<int> &widths);
+    void fitColumn(int column);
+
+    /// What a context menu or a dialog's menu offers; named "copy", "copyWithTitles", "find", "findNext", "filter",
+    /// "insertRow", "deleteRows", "fitColumns".
+    QAction *action(const QString &name) const;
+
+    // QAbstractItemView
+    void setModel(QAbstractItemModel *model) override;
+    QRect visualRect(const QModelIndex &index) const override;
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
+    QModelIndex indexAt(const QPoint &point) const override;
+    void reset() override;
+    void keyboardSearch(const QString &) override {}
+    QSize sizeHint() const override;
+    QSize viewportSizeHint() const override { return sizeHint(); }
+
+    int rowHeight() const { return m_rowHeight; }
+    const GridLayout &gridLayout() const { return m_layout; }
+
+Q_SIGNALS:
+    /// Return or a double click on a row whose cell is not edited by that.
+    void rowActivated(int sourceRow);
+    /// Row or order or number of rows changed; for counts beside the table.
+    void rowsChanged();
+    /// The marked cells changed; told once a selection, after a short delay.
+    void selectionSettled();
+
+protected:
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    int horizontalOffset() const override { return m_layout.scroll(); }
+    int verticalOffset() const override;
+    bool isIndexHidden(const QModelIndex &) const override { return false; }
+    void setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags flags) override;
+    QRegion visualRegionForSelection(const QItemSelection &selection) const override;
+    void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void updateGeometries() override;
+    void rowsInserted(const QModelIndex &parent, int start, int end) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+
+private:
+    void makeActions();
+    void makeParts();
+    QAction *addTableAction(const QString &name, const QString &text, const QList<QKeySequence> &keys,
+                            const std::function<void()> &work);
+    void refreshActions();
+    void resetColumns();
+    int defaultWidth(const GridColumn &column) const;
+    void measureRows();
+    int firstRow() const;
+    /// Rows that fit into the viewport whole; at least 1.
+    int pageRows() const;
+    int rowAt(int y) const;
+    void paintRow(QPainter &painter, int row, int firstColumn, int lastColumn);
+    void paintEntry(QPainter &painter, int row);
+    QStyleOptionViewItem cellOption(const QModelIndex &index) const;
+    /// Runs work with a progress dialog; reports failures; Cancel leaves everything as it was.
+    void runLong(const QString &title, const std::function<void(Progress &)> &work);
+    void sortByColumn(int column, bool isFurther);
+    void applyFilter();
+    void showFilter(bool shown);
+    void showFind();
+    void findNext(bool forward);
+    void copy(bool withTitles);
+    void insertRow();
+    void deleteRows();
+    bool toggleMark(const QModelIndex &index);
+    void keepCurrent(const std::function<void()> &work);
+
+    UserPrompts &m_prompts;
+    GridModel m_grid;
+    GridLayout m_layout;
+    GridHeader *m_header = nullptr;
+    GridFilterRow *m_filterRow = nullptr;
+    GridFindBar *m_findBar = nullptr;
+    QTimer m_selectionDelay;
+    QString m_entryTitle;
+    QString m_entryFormat;
+    int m_entryCharacters = 0;
+    int m_visibleRows = 10;
+    int m_rowHeight = 20;
+};
+
+} // namespace tarnwick

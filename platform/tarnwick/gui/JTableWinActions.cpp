@@ -1,0 +1,370 @@
+// Keys, sorting, filter, find, copying and changes of tables.
+#include "GridDelegate.h"
+#include "GridFilterRow.h"
+#include "GridFindBar.h"
+#include "GridHeader.h"
+#include "Guarded.h"
+#include "JTableWin.h"
+#include "ProgressDialog.h"
+
+#include <tarnwick/GridCopy.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QToolTip>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+QAction *JTableWin::addTableAction(const QString &name, const QString &text, const QList<QKeySequence> &keys,
+                                   const std::function<void()> &work)
+{
+    auto *action = new QAction(text, this);
+    action->setObjectName(name);
+    action->setShortcuts(keys);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(action, &QAction::triggered, this, work);
+    addAction(action);
+    return action;
+}
+
+void JTableWin::makeActions()
+{
+    using Keys = QList<QKeySequence>;
+    addTableAction(u"copy"_s, u"&Copy"_s, QKeySequence::keyBindings(QKeySequence::Copy), [this] { copy(false); });
+    addTableAction(u"copyWithTitles"_s, u"Copy with &Titles"_s, Keys{Qt::CTRL | Qt::SHIFT | Qt::Key_C},
+                   [this] { copy(true); });
+    addTableAction(u"find"_s, u"&Find ..."_s, QKeySequence::keyBindings(QKeySequence::Find), [this] { showFind(); });
+    addTableAction(u"findNext"_s, u"Find &Next"_s, Keys{Qt::Key_F3}, [this] { findNext(true); });
+    addTableAction(u"findPrevious"_s, u"Find &Previous"_s, Keys{Qt::SHIFT | Qt::Key_F3}, [this] { findNext(false); });
+    QAction *filter = addTableAction(u"filter"_s, u"Fi&lter Row"_s, Keys{Qt::CTRL | Qt::Key_L},
+                                     [this] { showFilter(m_filterRow->isHidden()); });
+    filter->setCheckable(true);
+    addTableAction(u"fitColumns"_s, u"Fit Column &Widths"_s, {}, [this] {
+        for (int i = 0; i < m_layout.count(); ++i)
+            fitColumn(i);
+    });
+    addTableAction(u"insertRow"_s, u"&Insert Row"_s, Keys{Qt::Key_Insert}, [this] { insertRow(); });
+    addTableAction(u"deleteRows"_s, u"&Delete Rows"_s, Keys{Qt::CTRL | Qt::Key_Delete}, [this] { deleteRows(); });
+}
+
+QAction *JTableWin::action(const QString &name) const
+{
+    return findChild<QAction *>(name, Qt::FindDirectChildrenOnly);
+}
+
+void JTableWin::refreshActions()
+{
+    const auto offer = [this](const QString &name, const QString &whyNot) {
+        QAction *each = action(name);
+        each->setEnabled(whyNot.isEmpty());
+        each->setToolTip(whyNot.isEmpty() ? QString(each->text()).remove(u'&') : whyNot);
+    };
+    GridSource *source = m_grid.source();
+    offer(u"insertRow"_s, source ? source->whyNotInsertable() : u"There is no table."_s);
+    const int row = currentSourceRow();
+    offer(u"deleteRows"_s, row >= 0 ? source->whyNotDeletable(row) : u"No row is current."_s);
+    action(u"filter"_s)->setChecked(!m_filterRow->isHidden());
+}
+
+int JTableWin::currentSourceRow() const
+{
+    const QModelIndex index = currentIndex();
+    return index.isValid() ? m_grid.sourceRow(index.row()) : -1;
+}
+
+void JTableWin::setCurrentSourceRow(int sourceRow)
+{
+    const int row = m_grid.shownRow(sourceRow);
+    if (row >= 0 && m_grid.columnCount() > 0)
+        setCurrentIndex(m_grid.index(row, std::max(0, currentIndex().column())));
+}
+
+QList<int> JTableWin::selectedSourceRows() const
+{
+    std::vector<std::pair<int, int>> spans;
+    for (const QItemSelectionRange &range : selectionModel()->selection())
+        spans.emplace_back(range.top(), range.bottom());
+    std::sort(spans.begin(), spans.end());
+    QList<int> rows;
+    int next = 0;
+    for (const auto &[top, bottom] : spans) {
+        for (int row = std::max(top, next); row <= bottom; ++row)
+            rows.append(m_grid.sourceRow(row));
+        next = std::max(next, bottom + 1);
+    }
+    return rows;
+}
+
+void JTableWin::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
+{
+    QAbstractItemView::selectionChanged(selected, deselected);
+    refreshActions();
+    m_selectionDelay.start();
+}
+
+QModelIndex JTableWin::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const int rows = m_grid.rowCount();
+    const int columns = m_grid.columnCount();
+    if (rows == 0 || columns == 0)
+        return {};
+    const QModelIndex current = currentIndex();
+    if (!current.isValid())
+        return m_grid.index(0, 0);
+    const bool ctrl = modifiers.testFlag(Qt::ControlModifier);
+    int row = current.row();
+    int column = current.column();
+    switch (action) {
+    case MoveUp:
+        row = ctrl ? 0 : row - 1;
+        break;
+    case MoveDown:
+        row = ctrl ? rows - 1 : row + 1;
+        break;
+    case MovePrevious:
+    case MoveLeft:
+        column = ctrl ? 0 : column - 1;
+        break;
+    case MoveNext:
+    case MoveRight:
+        column = ctrl ? columns - 1 : column + 1;
+        break;
+    case MoveHome:
+        column = 0;
+        row = ctrl ? 0 : row;
+        break;
+    case MoveEnd:
+        column = columns - 1;
+        row = ctrl ? rows - 1 : row;
+        break;
+    case MovePageUp:
+        row -= pageRows();
+        break;
+    case MovePageDown:
+        row += pageRows();
+        break;
+    }
+    return m_grid.index(std::clamp(row, 0, rows - 1), std::clamp(column, 0, columns - 1));
+}
+
+void JTableWin::keyPressEvent(QKeyEvent *event)
+{
+    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (event->key() == Qt::Key_Space && isPlain && toggleMark(currentIndex()))
+        return;
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && isPlain && state() != EditingState && currentIndex().isValid()) {
+        Q_EMIT rowActivated(currentSourceRow());
+        return;
+    }
+    // A dialog's Esc is its Cancel; here it only ends an edit, which the editor sees first.
+    if (event->key() == Qt::Key_Escape) {
+        event->ignore();
+        return;
+    }
+    const QModelIndex before = currentIndex();
+    QAbstractItemView::keyPressEvent(event);
+    if (currentIndex() != before)
+        viewport()->update();
+}
+
+void JTableWin::mousePressEvent(QMouseEvent *event)
+{
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && event->position().x() < m_layout.entryWidth() && index.isValid()) {
+        setCurrentIndex(index);
+        selectionModel()->select(index, selectionCommand(index, event) | QItemSelectionModel::Rows);
+        viewport()->update();
+        return;
+    }
+    const QModelIndex before = currentIndex();
+    QAbstractItemView::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton)
+        toggleMark(index);
+    if (currentIndex() != before)
+        viewport()->update();
+}
+
+void JTableWin::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    QAbstractItemView::mouseDoubleClickEvent(event);
+    if (state() != EditingState && indexAt(event->position().toPoint()).isValid())
+        Q_EMIT rowActivated(currentSourceRow());
+}
+
+bool JTableWin::toggleMark(const QModelIndex &index)
+{
+    if (!index.isValid() || m_grid.column(index.column()).editor != GridColumn::Editor::Check ||
+        !(m_grid.flags(index) & Qt::ItemIsEditable))
+        return false;
+    const bool isSet = !index.data().toString().isEmpty();
+    return m_grid.setData(index, isSet ? u"0"_s : u"1"_s);
+}
+
+void JTableWin::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu menu(this);
+    menu.setToolTipsVisible(true);
+    refreshActions();
+    for (const char16_t *name : {u"copy", u"copyWithTitles", u"", u"find", u"findNext", u"filter", u"fitColumns", u"",
+                                 u"insertRow", u"deleteRows"}) {
+        if (*name)
+            menu.addAction(action(QString::fromUtf16(name)));
+        else
+            menu.addSeparator();
+    }
+    const QPoint below = visualRect(currentIndex()).bottomLeft();
+    menu.exec(event->reason() == QContextMenuEvent::Keyboard ? viewport()->mapToGlobal(below) : event->globalPos());
+}
+
+void JTableWin::runLong(const QString &title, const std::function<void(Progress &)> &work)
+{
+    guarded(m_prompts, [&] {
+        ProgressDialog progress(this, title);
+        work(progress);
+    });
+}
+
+void JTableWin::keepCurrent(const std::function<void()> &work)
+{
+    const int source = currentSourceRow();
+    const int column = std::max(0, currentIndex().column());
+    work();
+    const int shown = source >= 0 ? m_grid.shownRow(source) : -1;
+    if (m_grid.rowCount() > 0 && m_grid.columnCount() > 0)
+        setCurrentIndex(m_grid.index(std::max(0, shown), column));
+}
+
+void JTableWin::sortByColumn(int column, bool isFurther)
+{
+    QList<GridModel::SortKey> keys = m_grid.sortKeys();
+    const auto known =
+        std::find_if(keys.begin(), keys.end(), [column](const auto &key) { return key.column == column; });
+    // Ascending, then descending, then the stored order again.
+    std::optional<Qt::SortOrder> order = Qt::AscendingOrder;
+    if (known != keys.end())
+        order = known->order == Qt::AscendingOrder ? std::optional(Qt::DescendingOrder) : std::nullopt;
+    if (!isFurther)
+        keys = known != keys.end() ? QList{*known} : QList<GridModel::SortKey>();
+    const qsizetype place =
+        std::find_if(keys.begin(), keys.end(), [column](const auto &key) { return key.column == column; }) -
+        keys.begin();
+    if (!order)
+        keys.removeAt(place);
+    else if (place < keys.size())
+        keys[place].order = *order;
+    else
+        keys.append({column, *order});
+    runLong(u"Sort"_s, [&](Progress &progress) { keepCurrent([&] { m_grid.sortBy(keys, &progress); }); });
+}
+
+void JTableWin::applyFilter()
+{
+    runLong(u"Filter"_s,
+            [this](Progress &progress) { keepCurrent([&] { m_grid.filterBy(m_filterRow->texts(), &progress); }); });
+}
+
+void JTableWin::showFilter(bool shown)
+{
+    m_filterRow->setVisible(shown);
+    updateGeometries();
+    if (shown) {
+        m_filterRow->focusColumn(std::max(0, currentIndex().column()));
+    } else {
+        m_filterRow->clear();
+        if (m_grid.isFiltered())
+            applyFilter();
+        setFocus();
+    }
+    refreshActions();
+}
+
+void JTableWin::showFind()
+{
+    m_findBar->show();
+    updateGeometries();
+    m_findBar->begin();
+}
+
+void JTableWin::findNext(bool forward)
+{
+    const QString text = m_findBar->text();
+    if (text.isEmpty()) {
+        showFind();
+        return;
+    }
+    runLong(u"Find"_s, [&](Progress &progress) {
+        const QModelIndex from = currentIndex();
+        const QModelIndex found = m_grid.find(text, from, forward, &progress);
+        if (!found.isValid()) {
+            m_findBar->showNote(u"Not found"_s);
+            return;
+        }
+        const bool isRound = from.isValid() && (forward ? found.row() < from.row() : found.row() > from.row());
+        m_findBar->showNote(isRound ? u"Continued from the other end"_s : QString());
+        selectionModel()->setCurrentIndex(found, QItemSelectionModel::ClearAndSelect);
+        scrollTo(found);
+        viewport()->update();
+    });
+}
+
+void JTableWin::copy(bool withTitles)
+{
+    const QItemSelection selection = selectionModel()->selection();
+    if (selection.isEmpty())
+        return;
+    runLong(u"Copy"_s, [&](Progress &progress) {
+        GridClip clip = copyCells(m_grid, selection, withTitles, &progress);
+        auto content = std::make_unique<QMimeData>();
+        content->setText(clip.text);
+        content->setHtml(clip.html);
+        QApplication::clipboard()->setMimeData(content.release());
+    });
+}
+
+void JTableWin::insertRow()
+{
+    const int row = currentIndex().isValid() ? currentIndex().row() : m_grid.rowCount();
+    guarded(m_prompts, [&] {
+        if (m_grid.insertRows(row, 1))
+            setCurrentIndex(m_grid.index(row, std::max(0, currentIndex().column())));
+    });
+}
+
+void JTableWin::deleteRows()
+{
+    std::vector<std::pair<int, int>> spans;
+    for (const QItemSelectionRange &range : selectionModel()->selection())
+        spans.emplace_back(range.top(), range.bottom());
+    if (spans.empty() && currentIndex().isValid())
+        spans.emplace_back(currentIndex().row(), currentIndex().row());
+    std::sort(spans.begin(), spans.end(), std::greater<>());
+    const int column = std::max(0, currentIndex().column());
+    const int next = spans.empty() ? 0 : spans.back().first;
+    guarded(m_prompts, [&] {
+        // From the last row to the first, so that the numbers of the others stay; a row may lie in several spans.
+        int above = m_grid.rowCount();
+        for (const auto &[top, bottom] : spans) {
+            for (int row = std::min(bottom, above - 1); row >= top; --row) {
+                if (!m_grid.removeRows(row, 1))
+                    return;
+            }
+            above = std::min(above, top);
+        }
+    });
+    if (m_grid.rowCount() > 0)
+        setCurrentIndex(m_grid.index(std::min(next, m_grid.rowCount() - 1), column));
+    viewport()->update();
+}
+
+} // namespace tarnwick
