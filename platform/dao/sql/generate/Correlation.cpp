@@ -113,14 +113,6 @@ std::optional<GroupTest::Pair> pairOf(const Expr &term, const Select &inner, con
     return pair;
 }
 
-bool leadsIndex(const FieldRef &field)
-{
-    const TableInfo &table = *field.source->table;
-    return std::ranges::any_of(table.indexes, [&](const IndexInfo &index) {
-        return !index.fields.isEmpty() && table.indexOf(index.fields.front().name) == field.field;
-    });
-}
-
 /// The field that a term restricts to few values, or null.
 const FieldRef *restricted(const Expr &term)
 {
@@ -132,6 +124,20 @@ const FieldRef *restricted(const Expr &term)
         return list->operand->as<FieldRef>();
     const Between *between = term.as<Between>();
     return between && !between->negated ? between->operand->as<FieldRef>() : nullptr;
+}
+
+/// True for "key IN (SELECT TOP ... key FROM the same table ...)", all of whose pairs are of the row with that key.
+bool isOwnKey(const InQuery &test, const GroupTest &group)
+{
+    const FieldRef *mine = test.operand->as<FieldRef>();
+    const FieldRef *other = test.query->singleSelect()->columns.front().expr->as<FieldRef>();
+    if (!mine || !other || mine->field != other->field ||
+        other->source->number != group.pairs.front().inner->as<FieldRef>()->source->number)
+        return false;
+    const auto isOfRow = [&](const GroupTest::Pair &pair) {
+        return pair.outer->as<FieldRef>()->source->number == mine->source->number;
+    };
+    return isUniqueKey(*other) && std::ranges::all_of(group.pairs, isOfRow);
 }
 
 void addFilter(GroupTest &test, const Select &around)
@@ -207,6 +213,25 @@ int onlySourceOf(const Expr &expr)
     return plain ? *names.named.cbegin() : -1;
 }
 
+bool leadsIndex(const FieldRef &field)
+{
+    const TableInfo &table = *field.source->table;
+    return std::ranges::any_of(table.indexes, [&](const IndexInfo &index) {
+        return !index.fields.isEmpty() && table.indexOf(index.fields.front().name) == field.field;
+    });
+}
+
+bool isUniqueKey(const FieldRef &field)
+{
+    const TableInfo &table = *field.source->table;
+    const FieldInfo &info = table.fields[field.field];
+    const auto isIt = [&](const IndexInfo &index) {
+        return (index.primary || index.unique) && index.fields.size() == 1 &&
+               table.indexOf(index.fields.front().name) == field.field;
+    };
+    return info.isAutoIncrement() || (info.required && std::ranges::any_of(table.indexes, isIt));
+}
+
 std::vector<ExprPtr> termsOf(const ExprPtr &condition)
 {
     if (!condition)
@@ -256,6 +281,7 @@ std::optional<GroupTest> groupTestOf(const InQuery &test, const Select &around)
     if (result.pairs.empty())
         return std::nullopt;
     addFilter(result, around);
+    result.ofKey = firstRows && isOwnKey(test, result);
     return result;
 }
 

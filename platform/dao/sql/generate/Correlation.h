@@ -24,6 +24,12 @@ bool namesOwn(const bound::Expr &expr, const bound::Select &select);
 /// The number of the only source that an expression names, which is the same each time; -1 for another expression.
 int onlySourceOf(const bound::Expr &expr);
 
+/// True when the field is the first of an index.
+bool leadsIndex(const bound::FieldRef &field);
+
+/// True when the field alone is a unique key, which is never Null.
+bool isUniqueKey(const bound::FieldRef &field);
+
 /// The terms of a condition that all have to hold; none for null.
 std::vector<bound::ExprPtr> termsOf(const bound::ExprPtr &condition);
 
@@ -42,6 +48,8 @@ struct GroupTest
     /// Conditions of the row by its own fields, when one of them may be answered by an index: only groups of such rows
     /// are needed.
     std::vector<bound::ExprPtr> filter;
+    /// The test is of the row's own unique key: the row in the group is the row itself, so its groups are the same.
+    bool ofKey = false;
 };
 std::optional<GroupTest> groupTestOf(const bound::InQuery &test, const bound::Select &around);
 

@@ -27,6 +27,8 @@ QString Generator::groupTestText(const InQuery &node, const Select &around)
     const std::optional<GroupTest> test = groupTestOf(node, around);
     if (!test)
         return {};
+    if (test->ofKey)
+        return sortable(*node.operand) + u" IN ("_s + groupsText(*node.query->singleSelect(), *test) + u')';
     QStringList row{sortable(*node.operand)};
     for (const GroupTest::Pair &pair : test->pairs)
         row.append(sortable(*pair.outer));
@@ -36,16 +38,21 @@ QString Generator::groupTestText(const InQuery &node, const Select &around)
 //     SELECT * FROM t WHERE id IN (SELECT TOP 2 id FROM t AS u WHERE u.a = t.a ORDER BY b DESC)
 //     ... WHERE (_s1.id, _s1.a) IN (SELECT _c0, _g0 FROM (SELECT _s2.id AS _c0, _s2.a AS _g0,
 //         rank() OVER (PARTITION BY _s2.a ORDER BY _s2.b DESC) AS _rank FROM t AS _s2) WHERE _rank <= 2)
+// If id is a unique key, the row that is found is the row itself: only its key is compared, and its group is not Null.
+//     ... WHERE _s1.id IN (SELECT _c0 FROM (SELECT _s2.id AS _c0, rank() ... WHERE _s2.a IS NOT NULL) WHERE _rank <= 2)
 QString Generator::groupsText(const Select &inner, const GroupTest &test)
 {
     QStringList fields;
     QStringList rowFields;
+    QStringList conditions;
     for (const GroupTest::Pair &pair : test.pairs) {
         fields.append(value(*pair.inner).text);
+        const FieldRef &field = *pair.inner->as<FieldRef>();
+        if (test.ofKey && !field.source->table->fields[field.field].required)
+            conditions.append(fields.back() + u" IS NOT NULL"_s);
         rowFields.append(value(*pair.outer).text);
     }
     const QString from = u" FROM "_s + fromText(inner);
-    QStringList conditions;
     if (!test.where.empty())
         conditions.append(u'(' + allText(test.where) + u')');
     if (!test.filter.empty()) {
@@ -65,7 +72,7 @@ QString Generator::groupsText(const Select &inner, const GroupTest &test)
     }
     QStringList names{u"_c0"_s};
     QStringList list{cell + u" AS _c0"_s};
-    for (qsizetype i = 0; i < fields.size(); ++i) {
+    for (qsizetype i = 0; i < fields.size() && !test.ofKey; ++i) {
         names.append(u"_g"_s + QString::number(i));
         list.append(fields[i] + u" AS "_s + names.back());
     }

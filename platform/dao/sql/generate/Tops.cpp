@@ -47,6 +47,13 @@ bool isTableJoin(const From &from)
                        : from.kind != JoinKind::Right && isTableJoin(*from.left) && isTableJoin(*from.right);
 }
 
+/// True for all rows of a table in the order of an index.
+bool followsIndex(const Select &select)
+{
+    const FieldRef *first = select.order.front().expr->as<FieldRef>();
+    return first && !select.where && select.sources.size() == 1 && leadsIndex(*first);
+}
+
 } // namespace
 
 bool Generator::mayTie(const Select &select) const
@@ -95,7 +102,8 @@ QString Generator::topText(const Select &select, Shape shape)
 //     SELECT _s1.a FROM (SELECT * FROM "top.1" WHERE _o0 IS NOT (SELECT _o0 FROM "last.1")
 //                        UNION ALL SELECT _s1.key, _s1.b FROM t AS _s1 WHERE _s1.b IS (SELECT _o0 FROM "last.1"))
 //         AS _first CROSS JOIN t AS _s1 ON _s1.key = _t0 ORDER BY _o0 DESC, _t0
-// Where reading the rows twice would be dear, or give others the second time, they are kept as "all.1" first.
+// If reading the rows twice costs much, or may give others the second time, they are kept as "all.1" first. A share of
+// the rows (PERCENT) has to count them, which is cheap for all rows of a table.
 QString Generator::firstRowsText(const Select &select, const Reading &reading, Shape shape)
 {
     const QString number = QString::number(++m_derived);
@@ -127,10 +135,11 @@ QString Generator::firstRowsText(const Select &select, const Reading &reading, S
         list.append(values[i] + u" AS "_s + columns[i]);
     const QString from = u" FROM "_s + fromText(select);
     const QString where = inAnd(whereText(select));
-    QString rows = u"SELECT "_s + list.join(u", ") + from + (where.isEmpty() ? where : QString(u" WHERE "_s + where));
+    const QString condition = where.isEmpty() ? where : QString(u" WHERE "_s + where);
+    QString rows = u"SELECT "_s + list.join(u", ") + from + condition;
 
     QString rest;
-    const bool kept = reading.varies || reading.hasFreeSubquery || select.top->percent;
+    const bool kept = reading.varies || reading.hasFreeSubquery || (select.top->percent && !followsIndex(select));
     if (kept) {
         m_common->append(named(u"all"_s) + u" AS MATERIALIZED ("_s + rows + u')');
         rows = u"SELECT * FROM "_s + named(u"all"_s);
@@ -142,9 +151,9 @@ QString Generator::firstRowsText(const Select &select, const Reading &reading, S
         rest = u"SELECT "_s + values.join(u", ") + from + u" WHERE "_s + joined(tie, where);
     }
     const QString count = QString::number(qint64(select.top->count));
-    const QString limit = select.top->percent
-                              ? u"(SELECT (count(*) * "_s + count + u" + 99) / 100 FROM "_s + named(u"all"_s) + u')'
-                              : count;
+    const QString counted = kept ? QString(u" FROM "_s + named(u"all"_s)) : from + condition;
+    const QString limit =
+        select.top->percent ? u"(SELECT (count(*) * "_s + count + u" + 99) / 100"_s + counted + u')' : count;
     m_common->append(named(u"top"_s) + u" AS MATERIALIZED ("_s + rows + u" ORDER BY "_s + order.join(u", ") +
                      m_target.limit + limit + u')');
     m_common->append(named(u"last"_s) + u" AS MATERIALIZED (SELECT "_s + columns.sliced(keys.size()).join(u", ") +

@@ -80,13 +80,8 @@ private:
 /// Whole numbers of 16 bits at most, each there once: few enough to be counted.
 bool isSmallKey(const FieldRef &field)
 {
-    const TableInfo &table = *field.source->table;
-    const FieldInfo &info = table.fields[field.field];
-    const bool unique = std::ranges::any_of(table.indexes, [&](const IndexInfo &index) {
-        return (index.primary || index.unique) && index.fields.size() == 1 &&
-               table.indexOf(index.fields.front().name) == field.field;
-    });
-    return unique && info.required && (info.type == DataType::Integer || info.type == DataType::Byte);
+    const DataType type = field.source->table->fields[field.field].type;
+    return (type == DataType::Integer || type == DataType::Byte) && isUniqueKey(field);
 }
 
 /// True when the source stands in a list of tables, or in a join of every row with every row.
@@ -159,11 +154,12 @@ FromPtr Generator::seenOf(const FromPtr &from) const
     return join;
 }
 
-// Numbers without a gap are compared by the first and the last of them.
+// Numbers without a gap are compared by the first and the last of them. If there is a gap, the first one is Null, and
+// the list is asked. The subqueries run once for all rows.
 //     SELECT Count(*) FROM t, labels WHERE t.n = labels.n
-//     SELECT count(*) FROM t AS _s1 WHERE CASE WHEN (SELECT count(*) = max(n) - min(n) + 1 FROM labels)
-//         THEN _s1.n BETWEEN (SELECT min(n) FROM labels) AND (SELECT max(n) FROM labels)
-//         ELSE _s1.n IN (SELECT n FROM labels) END
+//     SELECT count(*) FROM t AS _s1 WHERE (_s1.n
+//         BETWEEN (SELECT CASE count(*) WHEN max(n) - min(n) + 1 THEN min(n) END FROM labels)
+//         AND (SELECT max(n) FROM labels) OR _s1.n IN (SELECT n FROM labels))
 QString Generator::numberTestText(const Compare &node, const Source &unseen)
 {
     const bool isRight = node.right->as<FieldRef>()->source == &unseen;
@@ -173,9 +169,9 @@ QString Generator::numberTestText(const Compare &node, const Source &unseen)
     const QString from = u" FROM "_s + quoted(unseen.table->name);
     const QString first = u"min("_s + name + u')';
     const QString last = u"max("_s + name + u')';
-    return u"CASE WHEN (SELECT count(*) = "_s + last + u" - "_s + first + u" + 1"_s + from + u") THEN "_s + number +
-           u" BETWEEN (SELECT "_s + first + from + u") AND (SELECT "_s + last + from + u") ELSE "_s + number +
-           u" IN (SELECT "_s + name + from + u") END"_s;
+    return u'(' + number + u" BETWEEN (SELECT CASE count(*) WHEN "_s + last + u" - "_s + first + u" + 1 THEN "_s +
+           first + u" END"_s + from + u") AND (SELECT "_s + last + from + u") OR "_s + number + u" IN (SELECT "_s +
+           name + from + u"))"_s;
 }
 
 } // namespace dao::sql::generate
