@@ -16,11 +16,11 @@ struct MapOptions
     bool operator==(const MapOptions &) const = default;
 };
 
-using tarnwick::fromColourRef;
-using tarnwick::toColourRef;
-using tarnwick::mixed;
 using tarnwick::contrast;
+using tarnwick::fromColourRef;
 using tarnwick::inkOn;
+using tarnwick::mixed;
 using tarnwick::readable;
+using tarnwick::toColourRef;
 
 } // namespace brannock

@@ -26,7 +26,8 @@ protected:
 
 private:
     class Sheet;
-    void addButton(class QLayout &layout, const QString &text, const QString &name, const std::function<void()> &pressed);
+    void addButton(class QLayout &layout, const QString &text, const QString &name,
+                   const std::function<void()> &pressed);
     void showPage(int page);
     void applyScale();
 

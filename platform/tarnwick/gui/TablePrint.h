@@ -24,12 +24,12 @@ struct PrintRows
     std::function<int(int)> row; ///< the source's row at a place; empty: the place itself
 };
 
-/// A table on paper: the seven sections of its print layout around rows of one height. Printer, PDF and preview paint the
-/// same pages, laid out at one fixed resolution. A row is never divided between pages; columns that do not fit beside each
-/// other go on to further pages, across before down, and the entry numbers stand on each of them.
+/// A table on paper: the seven sections of its print layout around rows of one height. Printer, PDF and preview paint
+/// the same pages, laid out at one fixed resolution. A row is never divided between pages; columns that do not fit
+/// beside each other go on to further pages, across before down, and the entry numbers stand on each of them.
 ///
-/// Report title and report header stand on the first page, page header, page footer and report version on every page, the
-/// report footer below the last row. Texts may hold macros, "[CUR_PAGE]" and "[NUM_PAGE]" among them.
+/// Report title and report header stand on the first page, page header, page footer and report version on every page,
+/// the report footer below the last row. Texts may hold macros, "[CUR_PAGE]" and "[NUM_PAGE]" among them.
 class TablePrint
 {
 public:
@@ -47,8 +47,8 @@ public:
     /// Paints page 0, 1, ... The painter's unit is 1/kDpi inch and its origin the corner of the paper. Returns how many
     /// cells were cut since their texts are far longer than their columns are wide.
     int paint(QPainter &painter, int page) const;
-    /// Prints all pages. Throws Error when the device fails, and Cancelled when the progress stops it. Returns the number
-    /// of cells that were cut.
+    /// Prints all pages. Throws Error when the device fails, and Cancelled when the progress stops it. Returns the
+    /// number of cells that were cut.
     qint64 printOn(QPagedPaintDevice &device, Progress *progress = nullptr) const;
 
 private:
@@ -86,7 +86,8 @@ private:
     int paintRow(QPainter &painter, const Band &band, int place, double y) const;
     int paintCell(QPainter &painter, const QRectF &cell, const QString &text, Qt::Alignment align) const;
     void paintLines(QPainter &painter, const Band &band, double top, int rows) const;
-    template <typename Each> void forEachColumn(const Band &band, Each each) const;
+    template <typename Each>
+    void forEachColumn(const Band &band, Each each) const;
 
     const GridSource &m_source;
     PrintRows m_rows;
