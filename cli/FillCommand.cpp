@@ -192,7 +192,9 @@ public:
         while (!m_lock.tryLock(kLookEveryMs)) {
             if (m_lock.error() == QLockFile::PermissionError)
                 throw tarnwick::Error(u"The folder of %1 cannot be written to."_s.arg(path));
-            if (m_lock.error() != QLockFile::LockFailedError || waiting.hasExpired(kPatienceMs))
+            if (m_lock.error() != QLockFile::LockFailedError)
+                throw tarnwick::Error(u"The file %1.lock cannot be written; the disk may be full."_s.arg(path));
+            if (waiting.hasExpired(kPatienceMs))
                 throw tarnwick::Error(u"Another program has %1 locked by the file %1.lock."_s.arg(path));
             if (progress.cancelled())
                 throw tarnwick::Cancelled();
