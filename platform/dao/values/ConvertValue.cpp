@@ -94,7 +94,7 @@ Value toSingle(const Value &value)
 
 Value convertValue(const Value &value, DataType type)
 {
-    if (value.isEmpty() || value.isError())
+    if (value.isEmpty())
         return {};
     if (value.isNull())
         return type == DataType::Boolean ? Value::fromBoolean(false) : value;
