@@ -77,8 +77,8 @@ public:
 class Computed : public GridSource
 {
 public:
-    explicit Computed(int rows)
-        : rows(rows)
+    explicit Computed(int count)
+        : rows(count)
     {
     }
     int rows;
