@@ -239,8 +239,12 @@ TEST_F(ConversionTest, FieldsAreFoundByNameAndMayBeCalledByWordsOfTheGrammar)
     const auto shown = [this] {
         return rows(u"SELECT row, col, [order], r.index FROM [tubes#] r ORDER BY row, col"_s);
     };
-    for (const QString &field : {u"order"_s, u"null"_s, u"index"_s, u"top"_s})
-        database().addField(u"tubes", {.name = field, .type = dao::DataType::Long});
+    for (const QString &name : {u"order"_s, u"null"_s, u"index"_s, u"top"_s}) {
+        dao::FieldInfo field;
+        field.name = name;
+        field.type = dao::DataType::Long;
+        database().addField(u"tubes", field);
+    }
     session.close();
     ASSERT_TRUE(connect());
     EXPECT_TRUE(database().query(u"tubes#").sql.contains(u"is_marked, [order], [null], r.index, top\n"_s));
