@@ -44,6 +44,12 @@ bool finds(const Expr &term, const Source &source)
     return isField(*compare->left) || isField(*compare->right);
 }
 
+/// True for an expression that asks whether its row is there: the key has its name only outside the computed table.
+bool namesKey(const Expr &expr)
+{
+    return anyPart(expr, [](const Expr &part) { return part.as<Key>() != nullptr; });
+}
+
 } // namespace
 
 void Generator::noteHashes(const Select &select)
@@ -70,7 +76,7 @@ void Generator::noteHash(const Expr &term, const Select &select, const Source *n
     const bool takesLeft = nullable ? nullable == left : left->table->fields.size() < right->table->fields.size();
     const Source &source = takesLeft ? *left : *right;
     const Expr &computed = takesLeft ? *compare->left : *compare->right;
-    if ((source.nullable && nullable != &source) || computed.as<FieldRef>())
+    if ((source.nullable && nullable != &source) || computed.as<FieldRef>() || namesKey(computed))
         return;
     if (m_hashes.contains(source.number)) {
         if (m_hashes[source.number].test == compare)
