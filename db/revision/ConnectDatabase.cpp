@@ -12,7 +12,9 @@
 #include <db/UnfinishedFile.h>
 #include <jet/JetReader.h>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <tarnwick/FileWriter.h>
 #include <tarnwick/Paths.h>
 
 namespace db {
@@ -47,6 +49,24 @@ void sayNotImported(DatabaseSession &session, const ConnectContext &context)
         session.prompts().information(messages::kNotImported, u"the database cannot be written to."_s);
 }
 
+/// Stands beside a database in which damage was found after a crash. The journal that told of the crash is gone by
+/// then, and without this mark the next connection would write into the damaged file.
+QString damageMark(const QString &path)
+{
+    return path + u".damaged"_s;
+}
+
+void setDamageMark(DatabaseSession &session, const QString &path)
+{
+    try {
+        tarnwick::writeFileAtomically(damageMark(path),
+                                      "Damage was found in this database. It is opened for reading only "
+                                      "until a connection finds none.\n");
+    } catch (const tarnwick::Error &error) {
+        session.prompts().showError(tarnwick::kErrorSeverity, 0, error.text());
+    }
+}
+
 /// Brings what is open up to date. The conversion state goes on from what was asked before.
 bool bringUpToDate(DatabaseSession &session, ConversionRequest &request, const ConnectContext &context)
 {
@@ -70,10 +90,15 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
     session.open(path, mayWrite ? dao::OpenMode::Update : dao::OpenMode::ReadOnly, context.progress);
     // Where the journal is still there it belongs to another program that is at work.
     const bool wasUndone = mustUndo && !QFileInfo::exists(path + u"-journal");
-    if (wasUndone && !refuseDamaged(session, QString::fromUtf16(messages::kReadOnlyAsDamaged.text), context.progress)) {
+    const bool isMarked = !context.onlyReads && QFileInfo::exists(damageMark(path));
+    if ((wasUndone || isMarked) &&
+        !refuseDamaged(session, QString::fromUtf16(messages::kReadOnlyAsDamaged.text), context.progress)) {
+        setDamageMark(session, path);
         session.open(path, dao::OpenMode::ReadOnly, context.progress);
         return;
     }
+    if (isMarked) // a backup has been restored
+        QFile::remove(damageMark(path));
     if (context.onlyReads)
         return;
     if (isElsewhere)

@@ -286,6 +286,29 @@ TEST_F(ConversionTest, ADamagedDatabaseIsNotConverted)
     EXPECT_FALSE(hasBackup());
 }
 
+TEST_F(ConversionTest, DamageFoundAfterACrashKeepsTheDatabaseReadOnlyUntilItIsRestored)
+{
+    make(old::Current, {.tubes = 400});
+    ASSERT_TRUE(connect());
+    session.close();
+    const QByteArray whole = bytes();
+    QByteArray damaged = whole;
+    constexpr int kPage = 4096;
+    damaged.replace(damaged.size() - kPage, 100, QByteArray(100, 'z'));
+    folder.write(u"arvo/project.mdb"_s, damaged);
+    const QString mark = folder.write(u"arvo/project.mdb.damaged"_s, "left by the connection after the crash\n");
+    for (int connection = 0; connection < 2; ++connection) {
+        ASSERT_TRUE(connect());
+        EXPECT_FALSE(session.isUpdatable());
+        session.close();
+        EXPECT_EQ(bytes(), damaged);
+    }
+    folder.write(u"arvo/project.mdb"_s, whole);
+    ASSERT_TRUE(connect());
+    EXPECT_TRUE(session.isUpdatable());
+    EXPECT_FALSE(QFileInfo::exists(mark));
+}
+
 TEST_F(ConversionTest, ADatabaseElsewhereIsNeverConverted)
 {
     const QString elsewhere = folder.path(u"old.mdb"_s);
