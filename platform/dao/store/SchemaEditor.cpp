@@ -144,6 +144,9 @@ bool SchemaEditor::canJustAppend(const StoredTable &table, const FieldInfo &fiel
     // The inner engine gives a new column its default in the rows that are there. Only a required field means that.
     if (field.isAutoIncrement() || table.info.keyColumn.compare(field.name, Qt::CaseInsensitive) == 0)
         return false;
+    // Appending a field of these names fails in the inner engine; a table made anew takes them.
+    if (field.name.compare(u"true", Qt::CaseInsensitive) == 0 || field.name.compare(u"false", Qt::CaseInsensitive) == 0)
+        return false;
     if (field.required && field.type != DataType::Boolean)
         return !constantDefault(field).isEmpty();
     return field.defaultValue.trimmed().isEmpty();

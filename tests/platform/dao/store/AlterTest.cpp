@@ -39,6 +39,15 @@ TEST_F(AlterTest, RowsGetTheDefaultOfARequiredField)
     expectSound();
 }
 
+TEST_F(AlterTest, FieldsAreAddedUnderNamesOfValues)
+{
+    database.execute(u"ALTER TABLE marks ADD COLUMN [true] LONG"_s);
+    database.execute(u"ALTER TABLE marks ADD COLUMN [False] YESNO"_s);
+    database.execute(u"UPDATE marks SET [true] = id + 10, [false] = True WHERE [true] Is Null AND id = 2"_s);
+    EXPECT_EQ(marks(u"id, name, marks.\"true\", marks.\"False\""_s), u"1|a|-|0 2|b|12|-1"_s);
+    expectSound();
+}
+
 TEST_F(AlterTest, ARequiredFieldWithoutAValueWaitsForOne)
 {
     database.addField(u"marks", field(u"plan"_s, DataType::Text, 50, "R"));
