@@ -35,9 +35,17 @@ void writeRows(Target &target, dao::QueryDef &query, RowWriter &writer)
     dao::Recordset rows(target.session().database());
     rows.open(dao::Recordset::Type::Snapshot, query);
     writer.begin(rows);
-    for (; !rows.isEof(); rows.moveNext())
+    qint64 failed = 0;
+    for (; !rows.isEof(); rows.moveNext()) {
         writer.row(rows);
+        for (int i = 0; i < rows.fieldCount(); ++i) {
+            if (rows.column(i).source < 0 && rows.value(i).isError())
+                ++failed;
+        }
+    }
     writer.end();
+    if (failed > 0)
+        printError(u"warning: %1 cell%2 could not be calculated\n"_s.arg(failed).arg(failed == 1 ? u""_s : u"s"_s));
 }
 
 // False when it failed, which has then been said.

@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <dao/values/CellFailure.h>
 #include <dao/values/Decimal.h>
 #include <dao/values/OleDate.h>
 #include <db/FieldDefinition.h>
@@ -159,6 +160,8 @@ private:
             return number(value.real());
         case Value::Type::Currency:
             return currency(value.integer());
+        case Value::Type::Error:
+            return u"{\"error\":%1}"_s.arg(value.integer());
         default:
             return plainText(value);
         }
@@ -215,6 +218,8 @@ QString plainText(const Value &value)
         return dateText(value.real(), u"MM/dd/yyyy HH:mm:ss");
     case Value::Type::Text:
         return value.text();
+    case Value::Type::Error:
+        return dao::failureWord(int(value.integer()));
     case Value::Type::Binary:
         return u"(%1 bytes)"_s.arg(value.binary().size());
     default:

@@ -4,6 +4,7 @@
 #include "FieldAccess.h"
 #include "Messages.h"
 
+#include <dao/values/CellFailure.h>
 #include <QLocale>
 #include <tarnwick/JFormatSpec.h>
 #include <tarnwick/StringToValue.h>
@@ -24,6 +25,8 @@ QString valueToText(const dao::Value &value, const QString &format)
     switch (value.type()) {
     case Type::Null:
         return {};
+    case Type::Error:
+        return dao::failureWord(int(value.integer()));
     case Type::Short:
     case Type::Long:
         return print(qint32(value.integer()), u"%d"_s);

@@ -1,5 +1,6 @@
 #include "CellText.h"
 
+#include <dao/values/CellFailure.h>
 #include <db/FieldAccess.h>
 #include <db/ValueText.h>
 #include <tarnwick/JFormatSpec.h>
@@ -42,6 +43,8 @@ QString cellText(const dao::Value &value, const QString &format)
     case Type::Long:
     case Type::Byte:
         return print(qint32(value.integer()), u"%d");
+    case Type::Error:
+        return dao::failureWord(int(value.integer()));
     case Type::Text:
         return print(value.text(), u"%U");
     case Type::Float:

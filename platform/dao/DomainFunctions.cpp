@@ -43,7 +43,10 @@ Value lookUp(DatabaseImpl &db, const QList<Value> &arguments)
         throw store::engineError(error::TooFewParameters, source, {QString::number(statement.parameters.size())});
     const auto &plan = std::get<sql::SelectPlan>(statement.plan);
     store::Statement rows(db.connection, plan.fullSql, store::Access::User);
-    return rows.step() ? store::columnValue(rows, 0, DataType::Unknown) : Value::null();
+    const bool found = rows.step();
+    if (const int failure = found ? store::failureOf(rows, 0, DataType::Unknown) : 0)
+        throw store::engineError(failure, source);
+    return found ? store::columnValue(rows, 0, DataType::Unknown) : Value::null();
 }
 
 } // namespace

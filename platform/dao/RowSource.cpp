@@ -17,8 +17,8 @@ void bindAll(store::Statement &statement, const QList<Value> &parameters)
 
 Value readCell(const store::Statement &statement, int column, CellType cell)
 {
-    if (cell.computed)
-        store::checkComputed(statement, column, cell.type);
+    if (const int failure = cell.computed ? store::failureOf(statement, column, cell.type) : 0)
+        return Value::fromError(failure);
     return store::columnValue(statement, column, cell.type);
 }
 

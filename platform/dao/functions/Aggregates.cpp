@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <dao/values/CellFailure.h>
 #include <dao/values/Errors.h>
 #include <QtGlobal>
 #include <sqlite3.h>
@@ -69,6 +70,28 @@ void keepSingle(sqlite3_context *context, int, sqlite3_value **arguments)
     kept->value = sqlite3_value_dup(arguments[0]);
 }
 
+// In a cell, the failure is a value: see Register.cpp.
+void keepSingleInCell(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    auto *kept = static_cast<KeptValue *>(sqlite3_aggregate_context(context, sizeof(KeptValue)));
+    if (!kept)
+        return;
+    kept->keys[0] += 1;
+    if (!kept->value)
+        kept->value = sqlite3_value_dup(arguments[0]);
+}
+
+void giveSingleInCell(sqlite3_context *context)
+{
+    const auto *kept = static_cast<KeptValue *>(sqlite3_aggregate_context(context, 0));
+    const bool several = kept && kept->keys[0] > 1;
+    giveKept(context);
+    if (!several)
+        return;
+    const QByteArray bytes = failureBytes(error::SubqueryRows);
+    sqlite3_result_blob(context, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+}
+
 // Welford's running mean and sum of squared differences: no cancellation for large means.
 struct Spread
 {
@@ -113,6 +136,7 @@ void registerAggregates(sqlite3 *connection)
     add("jet_first", -1, keep<false>, giveKept);
     add("jet_last", -1, keep<true>, giveKept);
     add("jet_single", 1, keepSingle, giveKept);
+    add("try_single", 1, keepSingleInCell, giveSingleInCell);
     add("jet_stdev", 1, addToSpread, giveSpread<false, true>);
     add("jet_stdevp", 1, addToSpread, giveSpread<true, true>);
     add("jet_var", 1, addToSpread, giveSpread<false, false>);

@@ -73,6 +73,8 @@ void kindName(Call &call)
         return call.result(u"Byte"_s);
     case Value::Type::Binary:
         return call.result(u"Byte()"_s);
+    case Value::Type::Error:
+        return call.result(u"Error"_s);
     case Value::Type::Empty:
         return call.result(u"Empty"_s);
     case Value::Type::Double:

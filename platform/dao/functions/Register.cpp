@@ -2,9 +2,11 @@
 #include "Call.h"
 #include "Functions.h"
 
+#include <dao/values/CellFailure.h>
 #include <dao/values/Errors.h>
 #include <new>
 #include <sqlite3.h>
+#include <utility>
 
 namespace dao::functions {
 
@@ -35,6 +37,85 @@ void callFunction(sqlite3_context *context, int count, sqlite3_value **arguments
     }
 }
 
+// What a calculated cell of a result does that fails: the functions in it note the failure and go on with Null, and the
+// cell becomes that failure instead of a value, so that the other rows stay. begin() is the first argument of cell(),
+// and remembers what was noted of a cell around it.
+thread_local int notedFailure = 0;
+
+void noteFailure(int number)
+{
+    if (notedFailure == 0)
+        notedFailure = number;
+}
+
+void callNoting(sqlite3_context *context, int count, sqlite3_value **arguments)
+{
+    const auto &entry = *static_cast<const Entry *>(sqlite3_user_data(context));
+    Call call(context, count, arguments);
+    call.resultNull();
+    const int nullsCount = entry.nullArguments < 0 ? count : std::min(count, entry.nullArguments);
+    for (int i = 0; i < nullsCount; ++i) {
+        if (call.isNull(i))
+            return;
+    }
+    try {
+        entry.run(call);
+    } catch (const FunctionFault &fault) {
+        call.resultNull();
+        noteFailure(fault.number);
+    } catch (const std::bad_alloc &) {
+        sqlite3_result_error_nomem(context);
+    }
+}
+
+int failureOf(sqlite3_value *value)
+{
+    if (sqlite3_value_type(value) != SQLITE_BLOB)
+        return 0;
+    return failureIn({static_cast<const char *>(sqlite3_value_blob(value)), sqlite3_value_bytes(value)});
+}
+
+void beginCell(sqlite3_context *context, int, sqlite3_value **)
+{
+    sqlite3_result_int(context, std::exchange(notedFailure, 0));
+}
+
+void endCell(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    const int failure = std::exchange(notedFailure, sqlite3_value_int(arguments[0]));
+    if (failure == 0) {
+        sqlite3_result_value(context, arguments[1]);
+        return;
+    }
+    const QByteArray bytes = failureBytes(failure);
+    sqlite3_result_blob(context, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+}
+
+// The value of a cell of another query: in a cell its failure goes on, elsewhere it ends the statement.
+template <bool inCell>
+void takeCell(sqlite3_context *context, int count, sqlite3_value **arguments)
+{
+    const int failure = failureOf(arguments[0]);
+    if (failure == 0)
+        sqlite3_result_value(context, arguments[0]);
+    else if (inCell)
+        noteFailure(failure);
+    else
+        Call(context, count, arguments).fail(failure);
+}
+
+void registerCells(sqlite3 *connection)
+{
+    const auto add = [connection](const char *name, int arguments, auto body) {
+        sqlite3_create_function_v2(connection, name, arguments, SQLITE_UTF8 | SQLITE_INNOCUOUS, nullptr, body, nullptr,
+                                   nullptr, nullptr);
+    };
+    add("cell_begin", 0, beginCell);
+    add("cell_end", 2, endCell);
+    add("cell_value", 1, takeCell<false>);
+    add("try_cell_value", 1, takeCell<true>);
+}
+
 void registerFamily(sqlite3 *connection, std::span<const Entry> family)
 {
     for (const Entry &entry : family) {
@@ -43,6 +124,10 @@ void registerFamily(sqlite3 *connection, std::span<const Entry> family)
         const int arguments = entry.minArguments == entry.maxArguments ? entry.minArguments : -1;
         sqlite3_create_function_v2(connection, name.constData(), arguments, flags, const_cast<Entry *>(&entry),
                                    callFunction, nullptr, nullptr, nullptr);
+        // Not deterministic to the inner engine, which would otherwise run it before the cell begins.
+        const QByteArray noting = QByteArray("try_") + entry.name;
+        sqlite3_create_function_v2(connection, noting.constData(), arguments, SQLITE_UTF8 | SQLITE_INNOCUOUS,
+                                   const_cast<Entry *>(&entry), callNoting, nullptr, nullptr, nullptr);
     }
 }
 
@@ -54,6 +139,7 @@ void registerAll(sqlite3 *connection)
          {conversionFunctions(), textFunctions(), formatFunctions(), dateFunctions(), numberFunctions(),
           logicFunctions(), moneyFunctions(), operatorFunctions(), assignmentFunctions()})
         registerFamily(connection, family);
+    registerCells(connection);
     registerAggregates(connection);
 }
 

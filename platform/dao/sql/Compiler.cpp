@@ -54,17 +54,20 @@ private:
     Plan plan(const ast::QueryPtr &query)
     {
         const std::shared_ptr<bound::Query> bound = bound::QueryBinder(m_context, nullptr).bind(*query);
-        SelectPlan select = Generator(m_context).select(*bound);
         const ast::Select *single = query->singleSelect();
-        if (!single || !single->into)
-            return select;
-        return selectInto(*single->into, *bound, std::move(select));
+        Generator generator(m_context);
+        if (single && single->into)
+            return selectInto(*single->into, *bound, generator.select(*bound));
+        generator.keepFailures();
+        return generator.select(*bound);
     }
 
     Plan plan(const ast::Transform &node)
     {
         const bound::Transform bound = bound::TransformBinder(m_context).bind(node);
-        return Generator(m_context).transform(bound);
+        Generator generator(m_context);
+        generator.keepFailures();
+        return generator.transform(bound);
     }
 
     Plan plan(const ast::Insert &node)

@@ -1,9 +1,10 @@
 #include "ValueBinding.h"
 
-#include "ErrorTranslation.h"
 #include "Statement.h"
 
+#include <dao/values/CellFailure.h>
 #include <dao/values/Decimal.h>
+#include <dao/values/Errors.h>
 #include <dao/values/OleDate.h>
 
 #include <cmath>
@@ -85,6 +86,7 @@ void bindValue(Statement &statement, int parameter, const Value &value)
 {
     switch (value.type()) {
     case Value::Type::Empty:
+    case Value::Type::Error:
     case Value::Type::Null:
         statement.bindNull(parameter);
         return;
@@ -148,16 +150,17 @@ Value columnValue(const Statement &statement, int column, DataType type)
     return untyped(statement, column);
 }
 
-void checkComputed(const Statement &statement, int column, DataType type)
+int failureOf(const Statement &statement, int column, DataType type)
 {
     const Statement::Storage storage = statement.storage(column);
+    if (storage == Statement::Storage::Blob)
+        return failureIn(statement.bytes(column));
     if (storage != Statement::Storage::Real && (storage != Statement::Storage::Integer || type != DataType::Date))
-        return;
+        return 0;
     const double number = statement.real(column);
     if (!std::isfinite(number))
-        throw engineError(error::Overflow, QStringLiteral("DAO.Recordset"));
-    if (type == DataType::Date && !isValidDate(number))
-        throw engineError(error::InvalidProcedureCall, QStringLiteral("DAO.Recordset"));
+        return error::Overflow;
+    return type == DataType::Date && !isValidDate(number) ? error::InvalidProcedureCall : 0;
 }
 
 } // namespace dao::store

@@ -12,8 +12,9 @@ void bindValue(Statement &statement, int parameter, const Value &value);
 /// it) comes as the kind in which it is stored; so does a column without a type.
 Value columnValue(const Statement &statement, int column, DataType type);
 
-/// The limits that the inner engine does not know, for a column that is an expression. Throws DaoException: error 6 for
-/// a number that is not finite, 5 for a date before the year 100 or after 9999.
-void checkComputed(const Statement &statement, int column, DataType type);
+/// Of a column that is an expression: the number of the error that its calculation ended with, or 0. That is also 6 for
+/// a number that is not finite, and 5 for a date before the year 100 or after 9999, limits that the inner engine does
+/// not know.
+int failureOf(const Statement &statement, int column, DataType type);
 
 } // namespace dao::store

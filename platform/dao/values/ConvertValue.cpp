@@ -94,7 +94,7 @@ Value toSingle(const Value &value)
 
 Value convertValue(const Value &value, DataType type)
 {
-    if (value.isEmpty())
+    if (value.isEmpty() || value.isError())
         return {};
     if (value.isNull())
         return type == DataType::Boolean ? Value::fromBoolean(false) : value;

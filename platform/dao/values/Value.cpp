@@ -99,6 +99,14 @@ Value Value::fromBinary(const QByteArray &bytes)
     return value;
 }
 
+Value Value::fromError(int number)
+{
+    Value value;
+    value.m_type = Type::Error;
+    value.m_data = qint64(number);
+    return value;
+}
+
 qint64 Value::integer() const
 {
     const qint64 *number = held<qint64>(m_data);
@@ -109,6 +117,8 @@ double Value::real() const
 {
     if (const double *number = held<double>(m_data))
         return *number;
+    if (m_type == Type::Error)
+        return 0;
     return m_type == Type::Currency ? double(integer()) / 10000.0 : double(integer());
 }
 

@@ -21,6 +21,7 @@ public:
         Currency = 6,
         Date = 7,
         Text = 8,
+        Error = 10, ///< a calculated cell that failed; integer() is the number of the error
         Boolean = 11,
         Byte = 17,
         Binary = 8209
@@ -40,14 +41,16 @@ public:
     static Value fromBoolean(bool value);
     static Value fromByte(quint8 value);
     static Value fromBinary(const QByteArray &bytes);
+    static Value fromError(int number);
 
     Type type() const { return m_type; }
     bool isNull() const { return m_type == Type::Null; }
     bool isEmpty() const { return m_type == Type::Empty; }
+    bool isError() const { return m_type == Type::Error; }
     /// Null or Empty
     bool hasNoValue() const { return m_type == Type::Null || m_type == Type::Empty; }
 
-    /// The integer held by Short, Long, Byte, Boolean (-1/0) and Currency (ten-thousandths); 0 otherwise.
+    /// The integer held by Short, Long, Byte, Boolean (-1/0), Currency (ten-thousandths) and Error; 0 otherwise.
     qint64 integer() const;
     /// Any numeric, Currency, Date or Boolean value as a double; 0 for the rest.
     double real() const;

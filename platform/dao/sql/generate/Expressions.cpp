@@ -5,6 +5,9 @@
 
 #include <cmath>
 
+#include <QScopedValueRollback>
+#include <QScopeGuard>
+
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::generate {
@@ -166,7 +169,7 @@ Generator::Piece Generator::comparable(const Expr &left, const Expr &right)
 QString Generator::ownFunction(QStringView name)
 {
     m_pure = false;
-    return m_target.functionPrefix + name.toString().toLower();
+    return (m_noting ? m_target.notingPrefix : m_target.functionPrefix) + name.toString().toLower();
 }
 
 Generator::Piece Generator::call(QStringView name, const QString &arguments)
@@ -207,7 +210,10 @@ Generator::Piece Generator::valueOf(const FieldRef &node, const Expr &)
 
 Generator::Piece Generator::valueOf(const Output &node, const Expr &)
 {
-    return {aliasOf(*node.source) + u'.' + m_target.columnPrefix + QString::number(node.index), rank::Primary};
+    const QString cell = aliasOf(*node.source) + u'.' + m_target.columnPrefix + QString::number(node.index);
+    if (!node.source->query || !keepsFailure(*node.source->query, size_t(node.index)))
+        return {cell, rank::Primary};
+    return {(m_noting ? u"try_cell_value("_s : u"cell_value("_s) + cell + u')', rank::Primary};
 }
 
 Generator::Piece Generator::valueOf(const Key &node, const Expr &)
@@ -219,6 +225,8 @@ Generator::Piece Generator::valueOf(const Key &node, const Expr &)
 Generator::Piece Generator::valueOf(const bound::ParameterRef &node, const Expr &expr)
 {
     m_usesParameters = true;
+    // A value that does not fit would fail in every row.
+    const QScopedValueRollback outsideCells(m_noting, false);
     const int position = m_positions[node.id];
     const QString text = m_target.parameterPrefix + QString::number(position);
     const DataType type = m_parameters[position - 1].type;
@@ -308,12 +316,26 @@ Generator::Piece Generator::valueOf(const Concatenate &node, const Expr &)
 
 Generator::Piece Generator::valueOf(const ScalarQuery &node, const Expr &)
 {
+    if (m_noting && (!node.single || keepsFailure(*node.query, 0)))
+        return notedQuery(node);
     if (node.single)
         return {u'(' + embedded(*node.query, Shape::Subquery) + u')', rank::Primary};
     // The aggregate fails when there is a second row.
     const QString cell = m_target.columnPrefix + u'0';
     const QString inner = embedded(*node.query, Shape::Nested);
     return {u"(SELECT "_s + ownFunction(u"single") + u'(' + cell + u") FROM ("_s + inner + u"))"_s, rank::Primary};
+}
+
+// In a cell: a failure of the subquery is that of the cell.
+Generator::Piece Generator::notedQuery(const ScalarQuery &node)
+{
+    const QSet<const Select *> shown = m_shown;
+    show(*node.query);
+    QString text = embedded(*node.query, node.single ? Shape::Subquery : Shape::Nested);
+    m_shown = shown;
+    if (!node.single)
+        text = u"SELECT try_single("_s + m_target.columnPrefix + u"0) FROM ("_s + text + u')';
+    return {u"try_cell_value(("_s + text + u"))"_s, rank::Primary};
 }
 
 // IIf within IIf becomes one ladder, so that dozens of them do not nest: in the place of "otherwise" it continues the
@@ -351,19 +373,23 @@ Generator::Piece Generator::valueOf(const Coalesce &node, const Expr &)
 Generator::Piece Generator::valueOf(const Call &node, const Expr &)
 {
     const QStringView name(node.function->name);
+    const bool isConstantRnd = name == u"Rnd" && (node.arguments.empty() || node.arguments.front()->as<Literal>());
+    const bool once = node.function->kind == FunctionKind::Moment || isConstantRnd;
+    const QScopedValueRollback inCell(m_noting, m_noting && !once);
     QString list = arguments(node.arguments);
     if (node.function->kind == FunctionKind::Typed)
         list.prepend(QString::number(int(node.arguments.front()->type)) + u", "_s);
     Piece piece = call(name, list);
-    const bool isConstantRnd = name == u"Rnd" && (node.arguments.empty() || node.arguments.front()->as<Literal>());
     // As a subquery it is evaluated once.
-    if (node.function->kind == FunctionKind::Moment || isConstantRnd)
+    if (once)
         piece.text = u"(SELECT "_s + piece.text + u')';
     return node.refusesNull ? call(u"not_null", piece.text) : piece;
 }
 
 Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
 {
+    const bool inCell = std::exchange(m_noting, false);
+    const auto restore = qScopeGuard([this, inCell] { m_noting = inCell; });
     const QStringView name(node.function->name);
     const bool extreme = name == u"Min" || name == u"Max";
     const bool counts = name == u"Count";
@@ -395,6 +421,7 @@ Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
             text = u"nullif("_s + text + u", 0)"_s;
     }
     const bool rounds = expr.type == DataType::Currency && native && !extreme;
+    m_noting = inCell;
     return rounds ? call(u"to_currency", text) : Piece{text, rank::Primary};
 }
 
@@ -407,6 +434,7 @@ Generator::Piece Generator::valueOf(const Heading &node, const Expr &)
 
 Generator::Piece Generator::valueOf(const DomainCall &node, const Expr &)
 {
+    const QScopedValueRollback outsideCells(m_noting, false);
     return call(u"domain", textLiteral(QString::fromUtf16(node.function->name)) + u", "_s + arguments(node.arguments));
 }
 

@@ -33,6 +33,8 @@ public:
     QString expression(const bound::Expr &expr);
     QString condition(const bound::Expr &expr);
 
+    /// Of a result that is shown: a calculated cell that fails does not end the statement, but becomes that failure.
+    void keepFailures() { m_keepsFailures = true; }
     /// For CHECK clauses: columns stand alone, and a function of ours makes the text unfit (isPure() is false).
     void setStandalone(bool standalone) { m_standalone = standalone; }
     bool isPure() const { return m_pure; }
@@ -148,6 +150,14 @@ private:
     void noteHashes(const bound::Select &select);
     void noteHash(const bound::Expr &term, const bound::Select &select, const bound::Source *nullable);
     QString hashedLeafText(const bound::Source &source);
+    // Cells.cpp
+    QString cellText(const bound::Select &select, size_t index, bool compares);
+    QString noting(const std::function<QString()> &text);
+    bool keepsFailure(const bound::Select &select, size_t index);
+    bool keepsFailure(const bound::Query &query, size_t index);
+    bool mayFail(const bound::Expr &expr);
+    void show(const bound::Query &query);
+    Piece notedQuery(const bound::ScalarQuery &node);
 
     // Transforms.cpp
     void planRows(CrosstabPlan &plan, const bound::Select &select);
@@ -184,8 +194,12 @@ private:
         const bound::Compare *test;
         const bound::Expr *value;
     };
-    QHash<int, Hash> m_hashes;               ///< by number of the table
-    const bound::Select *m_asking = nullptr; ///< whose rows are to ask one by one whether to go on
+    QHash<int, Hash> m_hashes;                                    ///< by number of the table
+    const bound::Select *m_asking = nullptr;                      ///< whose rows are to ask one by one whether to go on
+    QHash<std::pair<const bound::Select *, size_t>, bool> m_kept; ///< answers of keepsFailure()
+    bool m_keepsFailures = false;
+    bool m_noting = false;               ///< what is written stands in a cell that notes failures
+    QSet<const bound::Select *> m_shown; ///< whose lists may hold failures
     bool m_standalone = false;
     bool m_pure = true;
     bool m_usesParameters = false;

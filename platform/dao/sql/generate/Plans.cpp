@@ -27,6 +27,8 @@ SelectPlan Generator::select(const Query &query)
     SelectPlan plan;
     const Source *deletable = nullptr;
     plan.whyNot = whyNotUpdatable(query, deletable);
+    if (m_keepsFailures)
+        show(query);
     plan.fullSql = queryText(query, Shape::Plain);
     plan.keyed = isKeyed(query);
     if (plan.keyed) {

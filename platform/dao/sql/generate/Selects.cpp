@@ -5,6 +5,7 @@
 #include "../bind/Types.h"
 
 #include <algorithm>
+#include <QScopedValueRollback>
 #include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
@@ -60,6 +61,7 @@ QString Generator::keyText(const Source &source) const
 
 QString Generator::queryText(const Query &query, Shape shape)
 {
+    const QScopedValueRollback outsideCells(m_noting, false);
     return withCommon([&] { return partsText(query, shape); });
 }
 
@@ -118,8 +120,8 @@ QStringList Generator::cellsOf(const Select &select, Shape shape)
     }
     // Duplicates are recognised without case.
     const bool compares = select.distinct || shape == Shape::Nested;
-    for (const OutputColumn &column : select.columns)
-        cells.append(compares ? sortable(*column.expr) : value(*column.expr).text);
+    for (size_t i = 0; i < select.columns.size(); ++i)
+        cells.append(cellText(select, i, compares));
     // The inner engine takes a HAVING without groups only where the list has an aggregate.
     const bool lacksAggregate =
         select.having && select.groupBy.empty() &&
@@ -336,6 +338,8 @@ void Generator::markGrouped(const From &from, bool inside)
 
 QString Generator::leafText(const Source &source)
 {
+    if (!source.table && m_keepsFailures)
+        show(*source.query);
     if (!source.table)
         return u'(' + embedded(*source.query, Shape::Nested) + u") AS "_s + aliasOf(source);
     if (m_grouped.contains(source.number) && m_hashes.contains(source.number))

@@ -8,6 +8,7 @@ const Target &sqliteTarget()
 {
     static const Target target{
         .functionPrefix = u"jet_",
+        .notingPrefix = u"try_",
         .sourcePrefix = u"_s",
         .columnPrefix = u"_c",
         .keyPrefix = u"_k",

@@ -19,6 +19,8 @@ SelectPlan Generator::transform(const Transform &transform)
     plan.whyNot = NotUpdatable::Crosstab;
     Query query;
     query.parts.push_back({transform.select, nullptr, false});
+    if (m_keepsFailures)
+        show(query);
     planColumns(plan, query);
     const Select &select = *transform.select;
     if (!transform.cell) {
@@ -27,7 +29,9 @@ SelectPlan Generator::transform(const Transform &transform)
     }
     markGrouped(select);
     CrosstabPlan crosstab;
-    crosstab.cell = value(*transform.cell).text.split(headingMark);
+    const auto cellValue = [&] { return value(*transform.cell).text; };
+    const bool keeps = m_keepsFailures && mayFail(*transform.cell);
+    crosstab.cell = (keeps ? noting(cellValue) : cellValue()).split(headingMark);
     planRows(crosstab, select);
     crosstab.cellInfo = outputInfo({}, *transform.cell);
 

@@ -2,6 +2,7 @@
 
 #include <dao/functions/Functions.h>
 #include <dao/sql/ast/Keywords.h>
+#include <dao/values/CellFailure.h>
 #include <dao/values/Decimal.h>
 #include <dao/values/Errors.h>
 #include <dao/values/OleDate.h>
@@ -178,6 +179,11 @@ QString cellText(sqlite3_stmt *statement, int column, DataType type)
 {
     if (sqlite3_column_type(statement, column) == SQLITE_NULL)
         return u"Null"_s;
+    // The files of statements name errors by their numbers, those of cells like all others.
+    const QByteArrayView bytes(static_cast<const char *>(sqlite3_column_blob(statement, column)),
+                               sqlite3_column_bytes(statement, column));
+    if (const int failure = dao::failureIn(bytes); failure && type != DataType::LongBinary)
+        dao::raise(failure, u"DAO.Database"_s);
     switch (type) {
     case DataType::Date:
         return dao::generalDateText(sqlite3_column_double(statement, column));

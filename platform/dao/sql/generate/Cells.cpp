@@ -1,0 +1,92 @@
+#include "../bind/Types.h"
+#include "Generator.h"
+#include "Rank.h"
+
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
+
+// A calculated cell of a result that fails does not cost the other rows: its functions note the failure, and the cell
+// becomes that failure (see functions/Register.cpp). Conditions, sorting, grouping and changes end with the failure.
+//     SELECT a / b FROM t
+//     SELECT cell_end(cell_begin(), try_divide(_s1.a, _s1.b)) FROM t AS _s1
+
+namespace dao::sql::generate {
+
+using namespace bound;
+
+// Where failures have to be told apart from values, as duplicates or in an order, there are none.
+bool Generator::keepsFailure(const Select &select, size_t index)
+{
+    if (!m_keepsFailures || select.distinct)
+        return false;
+    const auto known = m_kept.constFind({&select, index});
+    if (known != m_kept.constEnd())
+        return *known;
+    const Expr &expr = *select.columns[index].expr;
+    const bool isKey =
+        std::ranges::any_of(select.order, [&](const OrderKey &key) { return key.output == int(index); }) ||
+        std::ranges::any_of(select.groupBy, [&](const ExprPtr &key) { return sameExpr(*key, expr); });
+    const bool keeps = !isKey && mayFail(expr);
+    m_kept.insert({&select, index}, keeps);
+    return keeps;
+}
+
+bool Generator::keepsFailure(const Query &query, size_t index)
+{
+    if (const Select *select = query.singleSelect())
+        return keepsFailure(*select, index);
+    const bool compares = !query.order.empty() || std::ranges::any_of(query.parts, [&](const QueryPart &part) {
+        return part.nested || (!part.all && &part != &query.parts.front());
+    });
+    return !compares &&
+           std::ranges::any_of(query.parts, [&](const QueryPart &part) { return keepsFailure(*part.select, index); });
+}
+
+bool Generator::mayFail(const Expr &expr)
+{
+    return anyPart(expr, [this](const Expr &part) {
+        if (const Output *output = part.as<Output>())
+            return output->source->query && keepsFailure(*output->source->query, size_t(output->index));
+        if (const ScalarQuery *scalar = part.as<ScalarQuery>())
+            return !scalar->single || keepsFailure(*scalar->query, 0);
+        const Convert *convert = part.as<Convert>();
+        return part.as<Arithmetic>() || part.as<AddAny>() || part.as<Call>() || part.as<Like>() ||
+               (convert && convert->conversion != Conversion::ToText) || part.type == DataType::Currency;
+    });
+}
+
+void Generator::show(const Query &query)
+{
+    for (const QueryPart &part : query.parts) {
+        bool keeps = part.select != nullptr;
+        for (size_t i = 0; keeps && query.isUnion() && i < query.columns.size(); ++i)
+            keeps = keepsFailure(query, i) || !mayFail(*part.select->columns[i].expr);
+        if (keeps)
+            m_shown.insert(part.select.get());
+    }
+}
+
+QString Generator::cellText(const Select &select, size_t index, bool compares)
+{
+    const Expr &expr = *select.columns[index].expr;
+    const auto plain = [&] { return compares ? sortable(expr) : value(expr).text; };
+    if (!m_shown.contains(&select) || !keepsFailure(select, index))
+        return plain();
+    // Handed on as it is.
+    if (expr.as<Output>())
+        return aliasOf(*expr.as<Output>()->source) + u'.' + m_target.columnPrefix +
+               QString::number(expr.as<Output>()->index);
+    QString text = noting(plain);
+    if (compares && familyOf(expr.type) == Family::Text)
+        text += m_target.caseless;
+    return text;
+}
+
+QString Generator::noting(const std::function<QString()> &text)
+{
+    const QScopedValueRollback inCell(m_noting, true);
+    return u"cell_end(cell_begin(), "_s + text() + u')';
+}
+
+} // namespace dao::sql::generate
