@@ -163,6 +163,15 @@ QString Generator::firstRowsText(const Select &select, const Reading &reading, S
     const QString sorted = u" ORDER BY "_s + (order + keys).join(u", ");
     if (shape == Shape::Keys)
         return u"SELECT "_s + keys.join(u", ") + u" FROM "_s + first + sorted;
+    // Fields that are all keys need no second look at the tables.
+    QStringList cells;
+    for (const OutputColumn &column : select.columns) {
+        const qsizetype index = column.expr->as<FieldRef>() ? values.indexOf(value(*column.expr).text) : -1;
+        if (index >= 0)
+            cells.append(columns[index]);
+    }
+    if (shape == Shape::Plain && cells.size() == qsizetype(select.columns.size()))
+        return u"SELECT "_s + cells.join(u", ") + u" FROM "_s + first + sorted;
     return rowsByKeyText(select, first, shape) + (shape == Shape::Subquery ? QString() : sorted);
 }
 

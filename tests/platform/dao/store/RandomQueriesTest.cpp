@@ -320,8 +320,9 @@ TEST_P(RandomQueriesTest, TopTakesTheFirstRowsAndThoseThatTie)
         keys.replaceInStrings(u" DESC"_s, QString());
         const bool distinct = maker.chance(25);
         const QString where = maker.chance(50) ? u" WHERE "_s + maker.condition(2) : QString();
-        const QString rows = keys.join(u", "_s) + (distinct ? QString() : u", *"_s) + u" FROM "_s + from + where +
-                             u" ORDER BY "_s + (distinct ? order.first() : order.join(u", "_s));
+        const QString others = distinct || maker.chance(30) ? QString() : u", *"_s;
+        const QString rows = keys.join(u", "_s) + others + u" FROM "_s + from + where + u" ORDER BY "_s +
+                             (distinct ? order.first() : order.join(u", "_s));
         const QString word = distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s;
         const bool percent = maker.chance(25);
         const int top = 1 + maker.number(percent ? 100 : 20);
