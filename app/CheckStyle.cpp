@@ -1,6 +1,6 @@
 #include "CheckStyle.h"
 
-#include <brannock/gui/MapColours.h>
+#include <brannock/paint/MapColours.h>
 
 #include <QPainter>
 #include <QStyleFactory>

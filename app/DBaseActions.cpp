@@ -13,7 +13,7 @@
 #include <app/logic/TubeFinder.h>
 
 #include <brannock/gui/ColourChooser.h>
-#include <plans/gui/MapLook.h>
+#include <plans/paint/MapLook.h>
 #include <plans/TubeText.h>
 #include <query/dialogs/ArvoOptionsDlg.h>
 #include <tarnwick/gui/StateKeeper.h>

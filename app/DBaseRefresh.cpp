@@ -10,7 +10,7 @@
 #include <app/logic/Messages.h>
 #include <app/logic/StartUp.h>
 
-#include <plans/gui/MapLook.h>
+#include <plans/paint/MapLook.h>
 
 #include <QDir>
 #include <QEvent>

@@ -1,6 +1,6 @@
 #include "HintText.h"
 
-#include <brannock/gui/MapColours.h>
+#include <brannock/paint/MapColours.h>
 
 #include <QEvent>
 #include <QPalette>

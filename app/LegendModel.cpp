@@ -1,6 +1,6 @@
 #include "LegendModel.h"
 
-#include <brannock/gui/MapColours.h>
+#include <brannock/paint/MapColours.h>
 #include <plans/MapLegend.h>
 
 #include <QFont>

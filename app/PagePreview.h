@@ -1,5 +1,5 @@
 #pragma once
-#include <brannock/gui/MapPicture.h>
+#include <brannock/paint/MapPicture.h>
 
 #include <functional>
 #include <QPixmap>

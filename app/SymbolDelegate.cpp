@@ -3,7 +3,7 @@
 #include "CheckStyle.h"
 #include "LegendModel.h"
 
-#include <brannock/gui/MapColours.h>
+#include <brannock/paint/MapColours.h>
 
 #include <QApplication>
 #include <QPainter>

@@ -3,7 +3,7 @@
 #include "HintText.h"
 #include "LineIcon.h"
 
-#include <brannock/gui/MapColours.h>
+#include <brannock/paint/MapColours.h>
 #include <tarnwick/gui/ReturnKey.h>
 
 #include <QAbstractItemView>

@@ -1,6 +1,6 @@
 #include "MapPage.h"
 
-#include <plans/gui/MapLook.h>
+#include <plans/paint/MapLook.h>
 #include <tarnwick/Format.h>
 
 using namespace Qt::StringLiterals;

@@ -1,7 +1,7 @@
 #pragma once
 #include <app/logic/MapDocument.h>
 
-#include <brannock/gui/MapPicture.h>
+#include <brannock/paint/MapPicture.h>
 #include <query/ArvoOptions.h>
 
 namespace app {

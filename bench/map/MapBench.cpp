@@ -2,8 +2,8 @@
 
 #include <array>
 #include <benchmark/benchmark.h>
-#include <brannock/gui/MapCache.h>
 #include <brannock/gui/TubesheetMap.h>
+#include <brannock/paint/MapCache.h>
 #include <QApplication>
 #include <QImage>
 #include <QMouseEvent>

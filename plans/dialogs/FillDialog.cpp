@@ -1,8 +1,8 @@
 #include "FillDialog.h"
 
 #include <brannock/gui/ChooseSymbolDlg.h>
-#include <brannock/gui/TubeArt.h>
 #include <brannock/gui/TubesheetMap.h>
+#include <brannock/paint/TubeArt.h>
 #include <tarnwick/gui/Guarded.h>
 #include <tarnwick/gui/StateKeeper.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 #include <brannock/gui/ColourChooser.h>
-#include <brannock/gui/MapColours.h>
+#include <brannock/paint/MapColours.h>
 #include <plans/FillEditor.h>
 
 #include <QDialog>

@@ -6,7 +6,7 @@
 #include <query/Messages.h>
 
 #include <brannock/gui/ColourButton.h>
-#include <brannock/gui/MapColours.h>
+#include <brannock/paint/MapColours.h>
 
 #include <QBoxLayout>
 #include <QCheckBox>

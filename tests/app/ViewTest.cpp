@@ -5,9 +5,9 @@
 #include <app/MainToolBar.h>
 
 #include <brannock/gui/ColourButton.h>
-#include <brannock/gui/MapColours.h>
+#include <brannock/paint/MapColours.h>
 #include <ellery/ComponentFile.h>
-#include <plans/gui/MapLook.h>
+#include <plans/paint/MapLook.h>
 #include <query/dialogs/ArvoOptionsDlg.h>
 
 #include <QComboBox>

@@ -60,6 +60,13 @@ TEST(Hardening, ProgramsAreBuiltSoThatFaultsAreHardToUse)
 #endif
 }
 
+TEST(Hardening, TheCommandLineLoadsNoWidgets)
+{
+    const QString text = elfText(QStringLiteral(ARVO_CLI));
+    EXPECT_TRUE(text.contains(u"[libQt6Gui.so"_s)) << "pictures are painted with Qt Gui";
+    EXPECT_FALSE(text.contains(u"[libQt6Widgets.so"_s) || text.contains(u"[libQt6PrintSupport.so"_s));
+}
+
 TEST(Hardening, ControlCharactersOfDataDoNotReachATerminal)
 {
     const CliProcess cli;

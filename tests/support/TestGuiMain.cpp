@@ -1,12 +1,11 @@
 #include <gmock/gmock.h>
-#include <QApplication>
-#include <QTimer>
+#include <QGuiApplication>
 
 int main(int argc, char **argv)
 {
     ::testing::InitGoogleMock(&argc, argv);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
+    QGuiApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,7 +1,7 @@
 #pragma once
 #include "ColourChooser.h"
-#include "MapScene.h"
 
+#include <brannock/paint/MapScene.h>
 #include <QDialog>
 
 class QDialogButtonBox;

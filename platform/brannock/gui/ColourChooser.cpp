@@ -1,8 +1,7 @@
 #include "ColourChooser.h"
 
-#include "MapColours.h"
-
 #include <brannock/CustomColours.h>
+#include <brannock/paint/MapColours.h>
 #include <QColorDialog>
 #include <tarnwick/OptionPrompts.h>
 

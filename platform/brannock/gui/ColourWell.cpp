@@ -1,8 +1,7 @@
 #include "ColourWell.h"
 
-#include "MapColours.h"
-#include "TubeArt.h"
-
+#include <brannock/paint/MapColours.h>
+#include <brannock/paint/TubeArt.h>
 #include <QPainter>
 
 using namespace Qt::StringLiterals;

@@ -1,7 +1,6 @@
 #include "SymbolGrid.h"
 
-#include "MapColours.h"
-
+#include <brannock/paint/MapColours.h>
 #include <brannock/SymbolNames.h>
 #include <brannock/SymbolTable.h>
 

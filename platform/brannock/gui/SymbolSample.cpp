@@ -1,7 +1,6 @@
 #include "SymbolSample.h"
 
-#include "TubeArt.h"
-
+#include <brannock/paint/TubeArt.h>
 #include <cmath>
 #include <QPainter>
 #include <QPainterPath>

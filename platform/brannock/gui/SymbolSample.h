@@ -1,6 +1,5 @@
 #pragma once
-#include "MapScene.h"
-
+#include <brannock/paint/MapScene.h>
 #include <QFrame>
 
 namespace brannock {

@@ -1,7 +1,6 @@
 #include "TubesheetMap.h"
 
-#include "WindowPixels.h"
-
+#include <brannock/paint/WindowPixels.h>
 #include <cmath>
 #include <QPaintEvent>
 

@@ -1,9 +1,9 @@
 #pragma once
-#include "MapCache.h"
-#include "MapOverlay.h"
-#include "MapRulers.h"
 #include "ViewHistory.h"
 
+#include <brannock/paint/MapCache.h>
+#include <brannock/paint/MapOverlay.h>
+#include <brannock/paint/MapRulers.h>
 #include <functional>
 #include <QElapsedTimer>
 #include <QTimer>

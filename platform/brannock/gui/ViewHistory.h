@@ -1,6 +1,5 @@
 #pragma once
-#include "MapView.h"
-
+#include <brannock/paint/MapView.h>
 #include <vector>
 
 namespace brannock {

@@ -1,8 +1,7 @@
 #include "GridDelegate.h"
 
-#include "Colours.h"
-
 #include <tarnwick/GridModel.h>
+#include <tarnwick/paint/Colours.h>
 
 #include <QAction>
 #include <QCalendarWidget>

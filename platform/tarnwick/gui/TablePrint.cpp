@@ -1,9 +1,8 @@
 #include "TablePrint.h"
 
-#include "Colours.h"
-
 #include <tarnwick/Error.h>
 #include <tarnwick/Format.h>
+#include <tarnwick/paint/Colours.h>
 
 #include <QFontMetricsF>
 #include <QPagedPaintDevice>

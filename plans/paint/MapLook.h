@@ -1,5 +1,5 @@
 #pragma once
-#include <brannock/gui/LegendTable.h>
+#include <brannock/paint/LegendTable.h>
 #include <plans/MapLegend.h>
 #include <query/ArvoOptions.h>
 

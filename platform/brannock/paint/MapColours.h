@@ -1,5 +1,5 @@
 #pragma once
-#include <tarnwick/gui/Colours.h>
+#include <tarnwick/paint/Colours.h>
 
 namespace brannock {
 

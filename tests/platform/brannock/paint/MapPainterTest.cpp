@@ -1,10 +1,9 @@
-#include "SampleSteamGen.h"
-
-#include <brannock/gui/MapCache.h>
-#include <brannock/gui/MapPainter.h>
+#include <brannock/paint/MapCache.h>
+#include <brannock/paint/MapPainter.h>
 #include <cmath>
 #include <gmock/gmock.h>
 #include <QMarginsF>
+#include <support/SampleSteamGen.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,5 @@
-#include "SampleSteamGen.h"
-
-#include <brannock/gui/EmfDevice.h>
-#include <brannock/gui/MapPicture.h>
+#include <brannock/paint/EmfDevice.h>
+#include <brannock/paint/MapPicture.h>
 #include <gmock/gmock.h>
 #include <QFile>
 #include <QMap>
@@ -9,6 +7,7 @@
 #include <QPainterPath>
 #include <QTemporaryDir>
 #include <QtEndian>
+#include <support/SampleSteamGen.h>
 #include <tarnwick/Error.h>
 #include <tarnwick/FileWriter.h>
 

@@ -1,9 +1,8 @@
-#include "SampleSteamGen.h"
-
-#include <brannock/gui/MapScene.h>
-#include <brannock/gui/TubesheetOutline.h>
+#include <brannock/paint/MapScene.h>
+#include <brannock/paint/TubesheetOutline.h>
 #include <cmath>
 #include <gmock/gmock.h>
+#include <support/SampleSteamGen.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,11 +1,10 @@
-#include "SampleSteamGen.h"
-
 #include <brannock/gui/TubesheetMap.h>
 #include <gmock/gmock.h>
 #include <QMarginsF>
 #include <QSignalSpy>
 #include <QtTest>
 #include <QWheelEvent>
+#include <support/SampleSteamGen.h>
 
 using namespace Qt::StringLiterals;
 

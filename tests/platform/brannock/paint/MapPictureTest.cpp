@@ -1,6 +1,4 @@
-#include "SampleSteamGen.h"
-
-#include <brannock/gui/MapPicture.h>
+#include <brannock/paint/MapPicture.h>
 #include <ctime>
 #include <gmock/gmock.h>
 #include <QBuffer>
@@ -10,6 +8,7 @@
 #include <QSvgGenerator>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
+#include <support/SampleSteamGen.h>
 #include <tarnwick/Error.h>
 #include <tarnwick/FileWriter.h>
 

@@ -1,17 +1,17 @@
-#include "SampleSteamGen.h"
-
+#pragma once
 #include <cmath>
+#include <ellery/SteamGen.h>
 #include <random>
-
-using namespace Qt::StringLiterals;
 
 namespace sample {
 
-ellery::SteamGen uBend(int rows, int cols, bool triangular)
+/// One leg of a recirculating steam generator with a U-bend: half a disc of rows above each other, on a triangular or a
+/// square pitch, with gaps for stay rods. The usual 46 rows and 94 columns have about 3,400 tubes.
+inline ellery::SteamGen uBend(int rows = 46, int cols = 94, bool triangular = false)
 {
     ellery::SteamGen steamGen;
-    steamGen.name = u"SGA"_s;
-    steamGen.modelName = u"UB-51"_s;
+    steamGen.name = QStringLiteral("SGA");
+    steamGen.modelName = QStringLiteral("UB-51");
     steamGen.triangular = triangular;
     steamGen.pitch = 1.281f;
     const double stepX = steamGen.pitch;
@@ -39,7 +39,8 @@ ellery::SteamGen uBend(int rows, int cols, bool triangular)
     return steamGen;
 }
 
-ellery::SteamGen block(int rows, int cols)
+/// A plain block of rows x cols tubes, one unit apart, row and column 0 at the origin.
+inline ellery::SteamGen block(int rows, int cols)
 {
     ellery::SteamGen steamGen;
     QList<ellery::Tube> tubes;
@@ -51,7 +52,8 @@ ellery::SteamGen block(int rows, int cols)
     return steamGen;
 }
 
-void markLikeAPlan(ellery::SteamGen &steamGen)
+/// Marks and selects tubes in shares as an inspection plan does.
+inline void markLikeAPlan(ellery::SteamGen &steamGen)
 {
     std::mt19937 random(7);
     const auto chance = [&](double share) { return double(random()) < share * double(std::mt19937::max()); };

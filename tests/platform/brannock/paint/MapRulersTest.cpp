@@ -1,10 +1,9 @@
-#include "SampleSteamGen.h"
-
-#include <brannock/gui/MapRulers.h>
+#include <brannock/paint/MapRulers.h>
 #include <cmath>
 #include <gmock/gmock.h>
-#include <QApplication>
+#include <QGuiApplication>
 #include <QMarginsF>
+#include <support/SampleSteamGen.h>
 
 using namespace Qt::StringLiterals;
 
@@ -44,7 +43,7 @@ MapView fitted(const MapScene &scene, const MapRulers &rulers, const QSizeF &siz
 TEST(MapRulers, labelsThinOutAndNeverOverlap)
 {
     const MapScene scene(sample::uBend());
-    const MapRulers rulers(scene, QApplication::font());
+    const MapRulers rulers(scene, QGuiApplication::font());
     for (const QSizeF size : {QSizeF(1500, 900), QSizeF(500, 400), QSizeF(200, 150), QSizeF(60, 50)}) {
         for (const double zoom : {1.0, 1.9, 7.0}) {
             MapView view = fitted(scene, rulers, size);
@@ -64,7 +63,7 @@ TEST(MapRulers, labelsThinOutAndNeverOverlap)
 TEST(MapRulers, stayAtTheEdgeWhenTheSheetReachesBeyondIt)
 {
     const MapScene scene(sample::uBend());
-    const MapRulers rulers(scene, QApplication::font());
+    const MapRulers rulers(scene, QGuiApplication::font());
     MapView view = fitted(scene, rulers, QSizeF(800, 500));
     const MapRulers::Layout fit = rulers.layout(scene, view);
     EXPECT_FALSE(fit.uprightPinned || fit.levelPinned);
@@ -91,7 +90,7 @@ TEST(MapRulers, askewNumberingIsNamedAtTheLines)
     const MapScene scene(steamGen);
     EXPECT_TRUE(scene.rows().straight);
     EXPECT_FALSE(scene.cols().straight);
-    const MapRulers rulers(scene, QApplication::font());
+    const MapRulers rulers(scene, QGuiApplication::font());
     const MapView view = fitted(scene, rulers, QSizeF(900, 600));
     const MapRulers::Layout layout = rulers.layout(scene, view);
     expectNoOverlap(layout, view);
