@@ -1,0 +1,226 @@
+#include <tarnwick/gui/CommandActions.h>
+
+#include <support/Printers.h>
+
+#include <gtest/gtest.h>
+#include <QAction>
+#include <QDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+enum Id : int { Open = 0, Save = 1, NoRecent = 2, FirstRecent = 3, Wrap = 8, Upload = 9, Copy = kFirstUnnumbered, Run };
+enum Condition : int { Always, Modified, Connected };
+enum Part : int { Whole, List };
+
+constexpr CommandRow kRows[] = {
+    {.id = Open, .text = u"&Open ...\tCtrl+O", .tip = u"Open a list"},
+    {.id = Save, .text = u"&Save\tCtrl+S", .tip = u"Save the list to its file", .condition = Modified},
+    {.id = NoRecent, .text = u"<None>", .tip = u"No list has been opened yet", .placeholderOf = FirstRecent},
+    {.id = FirstRecent, .tip = u"Open this list", .count = 3},
+    {.id = Wrap, .text = u"&Wrap Lines", .tip = u"Break long lines", .isCheckable = true},
+    {.id = Upload, .text = u"&Upload", .tip = u"Store the list", .condition = kNotYet},
+    {.id = Copy,
+     .text = u"Copy",
+     .tip = u"Copy the list",
+     .keys = u"Ctrl+C|Ctrl+Ins",
+     .name = u"copy",
+     .part = List,
+     .needsFocus = true},
+    {.id = Run, .text = u" RUN ", .tip = u"Run the list", .condition = Connected, .name = u"run"},
+};
+constexpr MenuItem kBar[] = {
+    openMenu(u"&File"), menuItem(Open),        menuItem(Save), kSeparator, openMenu(u"Recent Lists"),
+    menuItem(NoRecent), menuItem(FirstRecent), kCloseMenu,     kCloseMenu, openMenu(u"&Edit", Connected),
+    menuItem(Wrap),     menuItem(Upload),      kCloseMenu,     kEndOfMenu};
+constexpr MenuItem kPopUp[] = {menuItem(Copy), menuItem(Wrap, u"Wrap"), kEndOfMenu};
+constexpr MenuItem kTools[] = {menuItem(Run), kSeparator, menuItem(Wrap), kEndOfMenu};
+constexpr CommandLayout kLayouts[] = {{CommandLayout::Kind::MenuBar, u"menuBar", kBar},
+                                      {CommandLayout::Kind::Menu, u"listMenu", kPopUp},
+                                      {CommandLayout::Kind::ToolBar, u"tools", kTools}};
+constexpr CommandTable kTable(kRows, kLayouts);
+
+/// A dialog that is wholly made from the table.
+class ListDialog : public QDialog
+{
+public:
+    ListDialog()
+    {
+        handlers.setConditions([this](int condition) -> QString {
+            if (condition == Modified)
+                return isModified ? QString() : u"There are no changes."_s;
+            return condition == Connected && !isConnected ? u"Connect first."_s : QString();
+        });
+        handlers.setRunner([this](const CommandRow &row, const CommandHandlers::Action &work) {
+            done.append(row.objectName());
+            work();
+        });
+        handlers.bind(Open, [this] { isModified = true; });
+        handlers.bind(Save, [this] { isModified = false; });
+        handlers.bindList(
+            FirstRecent, [this](int place) { done.append(recent[place].text); }, [this] { return recent; });
+        handlers.bindCheckable(
+            Wrap, [this] { isWrapped = !isWrapped; }, [this] { return isWrapped; });
+        handlers.bind(Copy, [] {});
+        handlers.bind(Run, [] {});
+        auto *layout = new QVBoxLayout(this);
+        auto *bar = new QMenuBar(this);
+        actions.fillMenuBar(bar);
+        layout->setMenuBar(bar);
+        tools->setToolButtonStyle(Qt::ToolButtonTextOnly);
+        actions.fillToolBar(tools, u"tools");
+        layout->addWidget(tools);
+        list->setFocusPolicy(Qt::StrongFocus);
+        layout->addWidget(list);
+        actions.setPart(List, list);
+        popUp = actions.makeMenu(u"listMenu", this);
+        actions.refresh();
+    }
+
+    bool isModified = false;
+    bool isConnected = false;
+    bool isWrapped = false;
+    QStringList done;
+    QList<CommandHandlers::ListEntry> recent;
+    CommandHandlers handlers{kTable};
+    CommandActions actions{handlers, this};
+    QToolBar *tools = new QToolBar(this);
+    QWidget *list = new QWidget;
+    QMenu *popUp = nullptr;
+};
+
+} // namespace
+
+TEST(Commands, ACompleteDialogHasNoFaults)
+{
+    ListDialog dialog;
+    EXPECT_EQ(dialog.actions.faults(), QStringList());
+}
+
+TEST(Commands, EverythingOfACommandIsEnabledCheckedAndExplainedTogether)
+{
+    ListDialog dialog;
+    auto *button = dialog.tools->findChild<QToolButton *>(u"run"_s);
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->text(), u" RUN "_s);
+    EXPECT_EQ(button->toolTip(), u"Run the list\nConnect first."_s);
+    EXPECT_FALSE(button->isEnabled());
+    const QAction *save = dialog.actions.action(Save);
+    EXPECT_EQ(save->toolTip(), u"Save the list to its file\nThere are no changes."_s);
+    EXPECT_FALSE(dialog.actions.menuOf(Wrap)->menuAction()->isEnabled()) << "its submenu has a condition";
+    EXPECT_FALSE(dialog.actions.action(Upload)->isEnabled());
+
+    dialog.isConnected = true;
+    dialog.actions.refresh({Connected});
+    EXPECT_TRUE(button->isEnabled());
+    EXPECT_EQ(button->toolTip(), u"Run the list"_s);
+    dialog.actions.action(Open)->trigger();
+    EXPECT_TRUE(save->isEnabled()) << "refreshed after each command";
+    EXPECT_EQ(save->statusTip(), u"Save the list to its file"_s);
+    dialog.isModified = false;
+    EXPECT_FALSE(dialog.handlers.run(Save)) << "the condition counts when the command runs";
+    EXPECT_EQ(dialog.done, QStringList{u"command0"_s});
+
+    QAction *inPopUp = dialog.popUp->actions().last();
+    EXPECT_EQ(inPopUp->text(), u"Wrap"_s);
+    inPopUp->trigger();
+    EXPECT_TRUE(inPopUp->isChecked());
+    EXPECT_TRUE(dialog.actions.action(Wrap)->isChecked());
+    dialog.handlers.setText(Save, [] { return u"&Save \"a && b\""_s; });
+    dialog.actions.refresh();
+    EXPECT_EQ(save->text(), u"&Save \"a && b\""_s);
+    EXPECT_EQ(save->iconText(), u"Save \"a & b\""_s);
+}
+
+TEST(Commands, KeysWorkWhereTheTableSays)
+{
+    ListDialog dialog;
+    dialog.show();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    auto *button = dialog.tools->findChild<QToolButton *>(u"command8"_s);
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(dialog.done.isEmpty()) << "the list has no focus";
+    QTest::keyClick(button, Qt::Key_Return);
+    dialog.list->setFocus();
+    QTest::keyClick(dialog.list, Qt::Key_C, Qt::ControlModifier);
+    QTest::keyClick(dialog.list, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(dialog.done, (QStringList{u"command8"_s, u"copy"_s, u"command0"_s}));
+    EXPECT_EQ(kTable.row(u"copy")->keyList(), (QStringList{u"Ctrl+C"_s, u"Ctrl+Ins"_s}));
+}
+
+TEST(Commands, AListFillsItsMenuWhenItOpens)
+{
+    ListDialog dialog;
+    const QAction *none = dialog.actions.action(NoRecent);
+    QAction *second = dialog.actions.action(FirstRecent + 1);
+    EXPECT_TRUE(none->isVisible() && !none->isEnabled());
+    EXPECT_EQ(none->toolTip(), u"No list has been opened yet"_s);
+    dialog.recent = {{u"a & b"_s, {}}, {u"gone"_s, u"It is not there any more."_s}, {u"c"_s, {}}, {u"too many"_s, {}}};
+    Q_EMIT dialog.actions.menuOf(FirstRecent)->aboutToShow();
+    EXPECT_FALSE(none->isVisible());
+    EXPECT_EQ(dialog.actions.action(FirstRecent)->text(), u"&1 a && b"_s);
+    EXPECT_TRUE(second->isVisible() && !second->isEnabled());
+    EXPECT_EQ(second->toolTip(), u"Open this list\nIt is not there any more."_s);
+    dialog.actions.action(FirstRecent + 2)->trigger();
+    EXPECT_EQ(dialog.done, (QStringList{u"command3"_s, u"c"_s}));
+    EXPECT_FALSE(dialog.handlers.run(FirstRecent + 3)) << "no row: the list has three places";
+    dialog.recent.clear();
+    dialog.actions.refreshList(FirstRecent);
+    EXPECT_TRUE(none->isVisible() && !second->isVisible());
+}
+
+TEST(Commands, FaultsAreFound)
+{
+    static constexpr CommandRow rows[] = {
+        {.id = 0, .text = u"&Open", .tip = u"Open", .keys = u"Ctrl+O|Alt+F"},
+        {.id = 0, .text = u"&Save", .tip = u"Save", .condition = Modified, .keys = u"Ctrl+O"},
+        {.id = 2, .text = u"P&rint", .keys = u"Strg+P", .part = List},
+        {.id = kFirstUnnumbered, .text = u"Run", .tip = u"Run", .isCheckable = true},
+        {.id = 5, .text = u"Later", .tip = u"Later", .condition = kNotYet, .keys = u"F9"},
+    };
+    static constexpr MenuItem bar[] = {openMenu(u"&File"), menuItem(0), menuItem(7), menuItem(0), kEndOfMenu};
+    static constexpr CommandLayout layouts[] = {{CommandLayout::Kind::MenuBar, u"bar", bar}};
+    static constexpr CommandTable table(rows, layouts);
+    CommandHandlers handlers(table);
+    handlers.bind(0, [] {});
+    handlers.bind(0, [] {});
+    handlers.bind(5, [] {});
+    handlers.bind(99, [] {});
+    handlers.bind(kFirstUnnumbered, [] {});
+    QWidget window;
+    const CommandActions actions(handlers, &window);
+    QStringList faults = actions.faults();
+    faults.sort();
+    EXPECT_EQ(faults.join(u'\n'), uR"(an action is bound to 99, which is no row
+bar: ends inside a menu, or before its last item
+bar: item 7 has no row
+bar: nothing was made of this layout
+bar: two items have the mnemonic of "&Open"
+command0: Alt+F belongs to &File, too
+command0: Ctrl+O belongs to command0, too
+command0: nothing tells its condition
+command0: the id 0 has another row
+command0: the name has another row
+command0: two actions
+command1000: in no layout and without keys
+command1000: neither number nor name
+command1000: nothing tells whether it is checked
+command2: no action
+command2: no tip
+command2: no valid key: Strg+P
+command2: no widget carries its keys
+command5: an action that can never be used)"_s);
+}
+
+} // namespace tarnwick
