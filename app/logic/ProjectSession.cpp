@@ -137,8 +137,6 @@ bool ProjectSession::openProject(const QString &folder)
     change(m_system, [this] { m_system.addRecentProject(m_project->folder); });
     if (replaced)
         replaced();
-    if (const QString remark = m_project->tablesRemark(); !remark.isEmpty())
-        m_prompts.showStatus(remark);
     const std::unique_ptr<tarnwick::Progress> progress = newProgress(kConnectTitle);
     const db::ConnectContext context{m_project.get(), this, progress.get()};
     db::connectAtStart(m_database, recentFiles().databases, m_options.databaseFormat, context);
@@ -286,6 +284,9 @@ void ProjectSession::updateRecoveryCopy()
 
 void ProjectSession::openMapAtStart()
 {
+    // Only now: what is said while the database is connected replaces what was said before.
+    if (const QString remark = m_project->tablesRemark(); !remark.isEmpty())
+        m_prompts.showStatus(remark);
     if (const std::optional<UnsavedWork> work = m_recovery.offer(m_map)) {
         m_project->steamGen.setSelection(work->selection);
         headerDraft = work->draft;
