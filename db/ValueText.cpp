@@ -130,7 +130,19 @@ JDateTime parseDateTime(tarnwick::UserPrompts &prompts, const QString &text)
 
 QString currencyText(const dao::Value &value)
 {
-    return QLocale().toCurrencyString(value.real());
+    const QLocale locale;
+    // A real holds so many ten-thousandths with all their digits.
+    constexpr qint64 kExact = 1'000'000'000'000'000;
+    const qint64 amount = value.integer();
+    if (value.type() != dao::Value::Type::Currency || (amount < kExact && amount > -kExact))
+        return locale.toCurrencyString(value.real());
+    constexpr qint64 kCents = 100;
+    const qint64 cents = amount / kCents + (amount % kCents) / (kCents / 2);
+    QString text = locale.toCurrencyString(cents / kCents);
+    qsizetype end = text.size();
+    while (end > 0 && !text[end - 1].isDigit())
+        --end;
+    return text.insert(end, locale.decimalPoint() + QString::number(std::abs(cents % kCents)).rightJustified(2, u'0'));
 }
 
 std::optional<qint64> parseCurrency(const QString &text)

@@ -1,6 +1,7 @@
 #include "JetSink.h"
 
 #include <dao/sql/Compiler.h>
+#include <dao/values/Decimal.h>
 #include <dao/values/Errors.h>
 #include <db/CreateDatabase.h>
 #include <limits>
@@ -132,6 +133,7 @@ dao::TableInfo JetSink::adapted(const dao::TableInfo &given)
 void JetSink::beginTable(const dao::TableInfo &table)
 {
     m_tableName = table.name;
+    m_rounded.clear();
     m_load.reset();
     try {
         m_load =
@@ -151,8 +153,18 @@ void JetSink::row(const QList<dao::Value> &values)
         return;
     try {
         m_load->append(values);
+        countRounded(values);
     } catch (const dao::LoadError &error) {
         allow(error);
+    }
+}
+
+void JetSink::countRounded(const QList<dao::Value> &values)
+{
+    for (qsizetype i = 0; i < values.size(); ++i) {
+        const dao::Value &value = values[i];
+        if (value.type() == dao::Value::Type::Currency && dao::tenThousandths(value.real()) != value.integer())
+            ++m_rounded[i];
     }
 }
 
@@ -172,6 +184,12 @@ void JetSink::endTable(const dao::TableInfo &table, qint64 rows)
         allow(error);
     }
     m_load.reset();
+    for (auto rounded = m_rounded.cbegin(); rounded != m_rounded.cend(); ++rounded)
+        remark(
+            Kind::Changed, table.name,
+            u"Table '%1', field '%2': %3 amounts have more digits than can be kept; their last decimals were rounded."_s
+                .arg(table.name, table.fields[rounded.key()].name)
+                .arg(rounded.value()));
     m_report->tables.append({table.name, rows});
 }
 

@@ -3,6 +3,7 @@
 
 #include <dao/TableLoad.h>
 #include <map>
+#include <QMap>
 
 namespace db {
 
@@ -42,6 +43,7 @@ private:
     void adaptField(const dao::TableInfo &table, dao::FieldInfo &field);
     void createRelation(const dao::RelationInfo &relation);
     void createQuery(const dao::QueryInfo &query);
+    void countRounded(const QList<dao::Value> &values);
     void storeDescriptions(const jet::Table &table);
     [[noreturn]] void allow(const dao::LoadError &error);
     void remark(jet::Remark::Kind kind, const QString &object, const QString &text);
@@ -56,6 +58,7 @@ private:
     qint64 m_totalRows = 0;
     jet::Schema m_schema;
     QString m_tableName;
+    QMap<qsizetype, qint64> m_rounded; ///< amounts of the table that lost decimals, by field
     std::unique_ptr<dao::TableLoad> m_load;
 };
 

@@ -77,7 +77,7 @@ void toWhole(Call &call)
 void toCurrency(Call &call)
 {
     constexpr double kMost = 922337203685477.5807; // 64 bits of ten-thousandths
-    const double rounded = roundDecimal(numberOf(call), 4);
+    const double rounded = roundCurrency(numberOf(call));
     if (!(std::abs(rounded) <= kMost))
         throw FunctionFault{error::NumericOverflow};
     call.result(rounded);

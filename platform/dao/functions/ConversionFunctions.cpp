@@ -37,7 +37,7 @@ void toCurrency(Call &call)
 {
     // 64 bits of ten-thousandths
     constexpr double kMost = 922337203685477.5807;
-    const double rounded = roundDecimal(call.number(0), 4);
+    const double rounded = roundCurrency(call.number(0));
     if (std::abs(rounded) > kMost)
         throw FunctionFault{error::Overflow};
     call.result(rounded);

@@ -56,16 +56,6 @@ Value wholeValue(const Statement &statement, int column, DataType type)
     }
 }
 
-// The largest amounts have no real of their own: the nearest one is beyond them.
-qint64 tenThousandths(double amount)
-{
-    using Limits = std::numeric_limits<qint64>;
-    const double scaled = amount * currencyScale;
-    if (scaled >= double(Limits::max()))
-        return Limits::max();
-    return scaled <= double(Limits::min()) ? Limits::min() : std::llround(scaled);
-}
-
 Value realValue(double value, DataType type)
 {
     switch (type) {

@@ -17,6 +17,8 @@ QString textOf(const Value &value)
         return value.text();
     case Value::Type::Float:
         return singleText(value.real());
+    case Value::Type::Currency:
+        return currencyText(value.integer());
     case Value::Type::Date:
         return generalDateText(value.real());
     case Value::Type::Boolean:
@@ -76,10 +78,10 @@ Value toCurrency(const Value &value)
     if (value.type() == Value::Type::Currency)
         return value;
     const std::optional<double> number = numberOf(value);
-    constexpr double Limit = 922337203685477.0;
+    constexpr double Limit = 922337203685477.5807;
     if (!number || std::fabs(*number) > Limit)
         return {};
-    return Value::fromCurrencyScaled(std::llround(roundDecimal(*number, 4) * 10000.0));
+    return Value::fromCurrencyScaled(tenThousandths(roundCurrency(*number)));
 }
 
 Value toSingle(const Value &value)

@@ -1,12 +1,16 @@
 #include "Decimal.h"
 
 #include <cmath>
+#include <limits>
+
+using namespace Qt::StringLiterals;
 
 namespace dao {
 namespace {
 
 constexpr int DoubleDigits = 15;
 constexpr int SingleDigits = 7;
+constexpr double currencyScale = 10'000.0;
 
 std::optional<double> parseRadix(QStringView digits, int radix)
 {
@@ -104,6 +108,37 @@ double roundDecimal(double value, int places)
     Decimal decimal = Decimal::fromDouble(value);
     decimal.roundTo(places);
     return decimal.toDouble();
+}
+
+double roundCurrency(double amount)
+{
+    // Beyond these the decimals are more than the digits that are looked at.
+    constexpr double mostDigits = 1e11;
+    constexpr int places = 4;
+    return std::abs(amount) < mostDigits ? roundDecimal(amount, places)
+                                         : std::nearbyint(amount * currencyScale) / currencyScale;
+}
+
+// The largest amounts have no real of their own: the nearest one is beyond them.
+qint64 tenThousandths(double amount)
+{
+    using Limits = std::numeric_limits<qint64>;
+    const double scaled = amount * currencyScale;
+    if (scaled >= double(Limits::max()))
+        return Limits::max();
+    return scaled <= double(Limits::min()) ? Limits::min() : std::llround(scaled);
+}
+
+QString currencyText(qint64 tenThousandths)
+{
+    constexpr quint64 scale = 10'000;
+    constexpr int places = 4;
+    const quint64 size = tenThousandths < 0 ? 0 - quint64(tenThousandths) : quint64(tenThousandths);
+    QString fraction = QString::number(size % scale).rightJustified(places, u'0');
+    while (fraction.endsWith(u'0'))
+        fraction.chop(1);
+    return (tenThousandths < 0 ? u"-"_s : QString()) + QString::number(size / scale) +
+           (fraction.isEmpty() ? QString() : QString(u'.' + fraction));
 }
 
 QString numberText(double value)

@@ -36,6 +36,15 @@ double roundHalfEven(double value);
 /// Half to even on the decimal digits.
 double roundDecimal(double value, int places);
 
+// Amounts of Currency, which are stored as reals. Above 900,000,000,000 not every amount of four decimals has a real of
+// its own.
+/// To four decimals, keeping all digits that the number has.
+double roundCurrency(double amount);
+/// The nearest whole number of ten-thousandths; the limits of 64 bits for what is beyond them.
+qint64 tenThousandths(double amount);
+/// Exact: "-922337203685477.5808".
+QString currencyText(qint64 tenThousandths);
+
 /// A number as text: shortest, at most 15 digits, point as the decimal sign, exponent like "1.5E-07".
 QString numberText(double value);
 /// The same with the 7 digits of a Single.
