@@ -147,7 +147,9 @@ constexpr Command kCommands[] = {
      u"number "
      u"of rows affected. A parameter without a value is an error. With --file all statements run in one transaction; "
      u"json then gives one "
-     u"object a statement. The views and aliases of a project's database are brought up to date first, whatever the "
+     u"object a statement. A cell that cannot be calculated is \"#Div/0!\", \"#Num!\" or \"#Error\", in json an object "
+     u"with the number of its error; the object of a statement that fails has a member \"error\". The views and "
+     u"aliases of a project's database are brought up to date first, whatever the "
      u"statement.",
      kSqlOptions, runSql},
     {u"schema", u"DIR [NAME] [options]", u"list tables, fields, indexes, relations and stored queries",

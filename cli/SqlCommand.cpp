@@ -5,6 +5,8 @@
 #include "Target.h"
 
 #include <dao/QueryDef.h>
+#include <dao/values/CellFailure.h>
+#include <dao/values/Errors.h>
 #include <db/Errors.h>
 #include <db/Messages.h>
 #include <QStringDecoder>
@@ -35,17 +37,24 @@ void writeRows(Target &target, dao::QueryDef &query, RowWriter &writer)
     dao::Recordset rows(target.session().database());
     rows.open(dao::Recordset::Type::Snapshot, query);
     writer.begin(rows);
-    qint64 failed = 0;
+    dao::CellFailures failures;
+    QList<dao::Value> cells(rows.fieldCount());
     for (; !rows.isEof(); rows.moveNext()) {
-        writer.row(rows);
         for (int i = 0; i < rows.fieldCount(); ++i) {
-            if (rows.column(i).source < 0 && rows.value(i).isError())
-                ++failed;
+            cells[i] = rows.value(i);
+            if (cells[i].isError())
+                failures.add(int(cells[i].integer()));
         }
+        writer.row(cells);
     }
     writer.end();
-    if (failed > 0)
-        printError(u"warning: %1 cell%2 could not be calculated\n"_s.arg(failed).arg(failed == 1 ? u""_s : u"s"_s));
+    if (!failures.isEmpty())
+        printError(u"warning: "_s + failures.summary() + u'\n');
+}
+
+dao::DaoException engineError(int number, const QStringList &arguments = {})
+{
+    return {number, u"DAO.Database"_s, dao::errorText(number, arguments)};
 }
 
 // False when it failed, which has then been said.
@@ -55,16 +64,22 @@ bool runStatement(Target &target, const QString &sql, RowWriter &writer)
         dao::QueryDef query(target.session().database(), sql);
         const bool returnsRows = query.returnsRows();
         query::ParameterResolver resolver(target.queryContext(), target.prompts());
-        if (!resolver.resolve({}, query))
+        if (!resolver.resolve({}, query)) {
+            writer.fail(engineError(dao::error::TooFewParameters, {QString::number(query.parameterCount())}));
             return false;
+        }
         if (returnsRows)
             writeRows(target, query, writer);
         else
             writer.affected(query.execute());
         return true;
     } catch (const dao::DaoException &exception) {
+        writer.fail(exception);
         db::showDaoError(target.prompts(), exception, query::messages::kExecute);
         return false;
+    } catch (const dao::DaoCancelled &) {
+        writer.fail(engineError(dao::error::CancelledByUser));
+        throw;
     }
 }
 

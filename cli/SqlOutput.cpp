@@ -45,13 +45,13 @@ public:
         m_printer.emplace(titles, numeric);
     }
 
-    void row(const dao::Recordset &rows) override
+    void row(const QList<Value> &cells) override
     {
-        QStringList cells;
-        cells.reserve(rows.fieldCount());
-        for (int i = 0; i < rows.fieldCount(); ++i)
-            cells.append(plainText(rows.value(i)));
-        m_printer->row(cells);
+        QStringList texts;
+        texts.reserve(cells.size());
+        for (const Value &cell : cells)
+            texts.append(plainText(cell));
+        m_printer->row(texts);
     }
 
     void end() override
@@ -59,9 +59,20 @@ public:
         m_printer->end();
         const qint64 rows = m_printer->rows();
         print(u"(%1 row%2)\n"_s.arg(rows).arg(rows == 1 ? u""_s : u"s"_s));
+        m_printer.reset();
     }
 
     void affected(int count) override { print(u"%1 row%2 affected\n"_s.arg(count).arg(count == 1 ? u""_s : u"s"_s)); }
+
+    void fail(const dao::DaoException &) override
+    {
+        if (!m_printer)
+            return;
+        m_printer->end();
+        const qint64 rows = m_printer->rows();
+        print(u"(%1 row%2, incomplete)\n"_s.arg(rows).arg(rows == 1 ? u""_s : u"s"_s));
+        m_printer.reset();
+    }
 
 private:
     std::optional<ColumnPrinter> m_printer;
@@ -78,19 +89,20 @@ public:
         printData(titles.join(u',') + u"\r\n"_s);
     }
 
-    void row(const dao::Recordset &rows) override
+    void row(const QList<Value> &cells) override
     {
         QString line;
-        for (int i = 0; i < rows.fieldCount(); ++i) {
+        for (qsizetype i = 0; i < cells.size(); ++i) {
             if (i > 0)
                 line += u',';
-            line += quoted(plainText(rows.value(i)));
+            line += quoted(plainText(cells[i]));
         }
         printData(line + u"\r\n"_s);
     }
 
     void end() override {}
     void affected(int count) override { printData(u"affected\r\n%1\r\n"_s.arg(count)); }
+    void fail(const dao::DaoException &) override {}
 
 private:
     static QString quoted(QString cell)
@@ -114,23 +126,41 @@ public:
                     string(db::daoTypeName(field.type)) + u'}';
         }
         printData(text + u"],\"rows\":["_s);
+        m_begun = true;
         m_first = true;
     }
 
-    void row(const dao::Recordset &rows) override
+    void row(const QList<Value> &cells) override
     {
         QString text = m_first ? u"\n["_s : u",\n["_s;
         m_first = false;
-        for (int i = 0; i < rows.fieldCount(); ++i) {
+        for (qsizetype i = 0; i < cells.size(); ++i) {
             if (i > 0)
                 text += u',';
-            text += json(rows.value(i));
+            text += json(cells[i]);
         }
         printData(text + u']');
     }
 
-    void end() override { printData(u"]}\n"_s); }
+    void end() override
+    {
+        printData(u"]}\n"_s);
+        m_begun = false;
+    }
+
     void affected(int count) override { printData(u"{\"affected\":%1}\n"_s.arg(count)); }
+
+    void fail(const dao::DaoException &error) override
+    {
+        QString text = (m_begun ? u"],"_s : u"{"_s) + u"\"error\":{\"number\":"_s + QString::number(error.number()) +
+                       u",\"text\":"_s + string(error.description());
+        if (error.where().isValid())
+            text += u",\"line\":%1,\"column\":%2"_s.arg(error.where().line).arg(error.where().column);
+        if (!error.hint().isEmpty())
+            text += u",\"hint\":"_s + string(error.hint());
+        printData(text + u"}}\n"_s);
+        m_begun = false;
+    }
 
 private:
     static QString string(const QString &text)
@@ -159,7 +189,7 @@ private:
         case Value::Type::Double:
             return number(value.real());
         case Value::Type::Currency:
-            return currency(value.integer());
+            return dao::currencyText(value.integer());
         case Value::Type::Error:
             return u"{\"error\":%1}"_s.arg(value.integer());
         default:
@@ -183,19 +213,7 @@ private:
         return QString::fromLatin1(digits.data(), end - digits.data());
     }
 
-    /// Exact, also where a number of floating point is not.
-    static QString currency(qint64 tenThousandths)
-    {
-        constexpr quint64 scale = 10'000;
-        constexpr int places = 4;
-        const quint64 size = tenThousandths < 0 ? 0 - quint64(tenThousandths) : quint64(tenThousandths);
-        QString fraction = QString::number(size % scale).rightJustified(places, u'0');
-        while (fraction.endsWith(u'0'))
-            fraction.chop(1);
-        return (tenThousandths < 0 ? u"-"_s : QString()) + QString::number(size / scale) +
-               (fraction.isEmpty() ? QString() : QString(u'.' + fraction));
-    }
-
+    bool m_begun = false; ///< rows are being written
     bool m_first = true;
 };
 
@@ -212,8 +230,9 @@ QString plainText(const Value &value)
     case Value::Type::Float:
         return dao::singleText(value.real());
     case Value::Type::Double:
-    case Value::Type::Currency:
         return dao::numberText(value.real());
+    case Value::Type::Currency:
+        return dao::currencyText(value.integer());
     case Value::Type::Date:
         return dateText(value.real(), u"MM/dd/yyyy HH:mm:ss");
     case Value::Type::Text:

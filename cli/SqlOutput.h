@@ -11,10 +11,13 @@ class RowWriter
 public:
     virtual ~RowWriter() = default;
     virtual void begin(const dao::Recordset &rows) = 0;
-    virtual void row(const dao::Recordset &rows) = 0;
+    virtual void row(const QList<dao::Value> &cells) = 0;
     virtual void end() = 0;
     /// For a statement that returns no rows.
     virtual void affected(int count) = 0;
+    /// In place of end() or affected() when the statement failed; also before begin(). What was read stays in the
+    /// output.
+    virtual void fail(const dao::DaoException &error) = 0;
 };
 
 /// form: "table", "csv" or "json"; null for another.

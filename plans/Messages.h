@@ -14,6 +14,8 @@ inline constexpr Message kQueryFieldsMissing{
 inline constexpr Message kQueryTubesMissing{
     1091, u"Query \"%S\"\nreturned %D record%s\nnot exist in the current component.\n\nChoose \"OK\" to show the valid "
           u"tubes in the map.\n\nChoose \"Cancel\" to see the invalid tubes highlighted\nin the query results."};
+inline constexpr Message kQueryAddressFailed{
+    0, u"In %D of these records the address could not be calculated; the first is record %D, field '%S': %S"};
 inline constexpr Message kQueryNotExecuted{1092, u"Must execute a valid query first!"};
 
 inline constexpr Message kDrawsFromFirst{0, u"The sample is drawn from the first %D tubes only.\n\n\"%S\" has %D tubes "

@@ -4,6 +4,7 @@
 #include "QuerySource.h"
 
 #include <db/Errors.h>
+#include <query/CellText.h>
 #include <query/Messages.h>
 #include <query/TubeColumns.h>
 #include <tarnwick/Paths.h>
@@ -104,7 +105,7 @@ std::optional<tarnwick::Answer> QueryFill::mapResult(MapHost &host, QueryRecords
         host.prompts().error(messages::kQueryFieldsMissing, missing);
         return tarnwick::Answer::No;
     }
-    int invalid = 0;
+    Invalid invalid;
     try {
         invalid = takeTubes(host, records, columns);
     } catch (const dao::DaoException &exception) {
@@ -112,26 +113,37 @@ std::optional<tarnwick::Answer> QueryFill::mapResult(MapHost &host, QueryRecords
         db::showDaoError(host.prompts(), exception, query::messages::kExecute);
         return std::nullopt;
     }
-    if (invalid == 0)
+    if (invalid.count == 0)
         return tarnwick::Answer::Yes;
-    const QString plural = invalid < 2 ? u" that is for a tube that does"_s : u"s that are for tubes that do"_s;
-    return host.prompts().question(tarnwick::Buttons::OkCancel, messages::kQueryTubesMissing,
-                                   tarnwick::SuitePath(parameters.query.name).relativeTo(u"queries"_s), invalid,
-                                   plural);
+    const QString plural = invalid.count < 2 ? u" that is for a tube that does"_s : u"s that are for tubes that do"_s;
+    QString text =
+        tarnwick::format(messages::kQueryTubesMissing.text,
+                         tarnwick::SuitePath(parameters.query.name).relativeTo(u"queries"_s), invalid.count, plural);
+    if (invalid.failed > 0)
+        text += u"\n\n"_s + tarnwick::format(messages::kQueryAddressFailed.text, invalid.failed, invalid.record,
+                                             invalid.field, invalid.error);
+    return host.prompts().ask(tarnwick::Buttons::OkCancel, text, messages::kQueryTubesMissing.number);
 }
 
-int QueryFill::takeTubes(MapHost &host, QueryRecords &records, const query::TubeColumns &columns)
+QueryFill::Invalid QueryFill::takeTubes(MapHost &host, QueryRecords &records, const query::TubeColumns &columns)
 {
     const BusyCursor busy(host);
     ellery::SteamGen &steamGen = host.steamGen();
     steamGen.clearMarks();
     QList<qint32> found;
     const int count = records.rowCount();
-    int invalid = 0;
+    Invalid invalid;
     for (int record = 0; record < count; ++record) {
-        const int tube = columns.tube([&records, record](int column) { return records.value(record, column); });
+        const auto cell = [&records, record](int column) { return records.value(record, column); };
+        const int tube = columns.tube(cell);
         if (tube < 0) {
-            ++invalid;
+            ++invalid.count;
+            const int failed = columns.failedColumn(cell);
+            if (failed >= 0 && ++invalid.failed == 1) {
+                invalid.record = record + 1;
+                invalid.field = records.columnName(failed);
+                invalid.error = query::cellTip(records.value(record, failed));
+            }
             records.setColours(record, kInvalidForeground, kInvalidBackground);
         } else if (!steamGen.isMarked(tube)) {
             found.append(tube);

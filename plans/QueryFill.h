@@ -50,8 +50,17 @@ protected:
     QString className() const override;
 
 private:
-    /// Returns how many records name a tube that does not exist. Throws the engine's exceptions; nothing is taken then.
-    int takeTubes(MapHost &host, QueryRecords &records, const query::TubeColumns &columns);
+    /// The records that name no tube of the component.
+    struct Invalid
+    {
+        int count = 0;
+        int failed = 0; ///< those whose address could not be calculated ...
+        int record = 0; ///< ... and the first of them
+        QString field;
+        QString error;
+    };
+    /// Throws the engine's exceptions; nothing is taken then.
+    Invalid takeTubes(MapHost &host, QueryRecords &records, const query::TubeColumns &columns);
 };
 
 } // namespace plans

@@ -61,4 +61,9 @@ QString cellText(const dao::Value &value, const QString &format)
     }
 }
 
+QString cellTip(const dao::Value &value)
+{
+    return value.isError() ? dao::failureTip(int(value.integer())) : QString();
+}
+
 } // namespace query

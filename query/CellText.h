@@ -13,4 +13,7 @@ inline QString cellText(const dao::Value &value, const db::ColumnFormat &column)
     return cellText(value, column.format);
 }
 
+/// More about a cell: number and text of the error with which its calculation failed; empty for a cell with a value.
+QString cellTip(const dao::Value &value);
+
 } // namespace query

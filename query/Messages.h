@@ -21,6 +21,7 @@ inline constexpr Message kStoreFile{1071, u"Could not store query to file."};
 inline constexpr Message kClearRecords{1076, u"Could not clear records."};
 inline constexpr Message kCloseRecordset{1077, u"Could not close recordset."};
 
+inline constexpr Message kCellsFailed{0, u"Warning: %S"};
 inline constexpr Message kExecuting{0, u"Executing ..."};
 inline constexpr Message kExecuteTime{0, u"Execute time=%.3f sec."};
 inline constexpr Message kEntries{0, u"%D Entries"};

@@ -4,6 +4,7 @@
 #include "Messages.h"
 #include "RowMap.h"
 
+#include <dao/values/Errors.h>
 #include <db/EngineProgress.h>
 #include <db/Errors.h>
 #include <db/FieldAccess.h>
@@ -130,13 +131,21 @@ dao::Value QueryResult::value(qint64 row, int column) const
 
 QString QueryResult::cellText(qint64 row, int column) const
 {
-    constexpr int kRecordDeleted = 3167;
     try {
         return query::cellText(value(row, column), m_columns[column]);
     } catch (const dao::DaoException &exception) {
-        if (exception.number() == kRecordDeleted)
+        if (exception.number() == dao::error::RecordDeleted)
             return u"#Deleted"_s;
         throw;
+    }
+}
+
+QString QueryResult::cellTip(qint64 row, int column) const
+{
+    try {
+        return query::cellTip(value(row, column));
+    } catch (const dao::DaoException &exception) {
+        return QString::number(exception.number()) + u": "_s + exception.description();
     }
 }
 

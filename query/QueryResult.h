@@ -49,6 +49,9 @@ public:
     dao::Value value(qint64 row, int column) const;
     /// The value by the column's format; a row that was deleted elsewhere gives "#Deleted".
     QString cellText(qint64 row, int column) const;
+    /// The error of a cell that could not be calculated ("11: Division by zero."), for a GridSource's tip(); empty for
+    /// a cell with a value.
+    QString cellTip(qint64 row, int column) const;
     RowColours colours(qint64 row) const;
     void setColours(qint64 row, const RowColours &colours);
 

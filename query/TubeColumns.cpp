@@ -62,6 +62,19 @@ int TubeColumns::tube(const Cell &cell) const
     }
 }
 
+int TubeColumns::failedColumn(const Cell &cell) const
+{
+    try {
+        for (const int column : {m_sec, m_row, m_col})
+            if (column >= 0 && cell(column).isError())
+                return column;
+    } catch (const dao::DaoException &exception) {
+        if (exception.number() != dao::error::RecordDeleted)
+            throw;
+    }
+    return -1;
+}
+
 int totalTubes(const QueryResult &result, ellery::SteamGen &steamGen)
 {
     QStringList names;

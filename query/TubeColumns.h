@@ -25,6 +25,9 @@ public:
     /// the component's labels are; texts are its labels. No display format has a part in it. Without a "sec" column the
     /// section is 0. A record that was deleted meanwhile names no tube.
     int tube(const Cell &cell) const;
+    /// Of a record without a tube: the column of the address that could not be calculated, or -1. May throw the
+    /// engine's exceptions.
+    int failedColumn(const Cell &cell) const;
 
 private:
     int number(const dao::Value &value, ellery::Axis axis) const;

@@ -1,5 +1,6 @@
 #include "CliProcess.h"
 
+#include <csignal>
 #include <QDir>
 #include <QFile>
 
@@ -92,6 +93,57 @@ TEST_F(DatabaseCommands, RoundNumbersHaveNoExponent)
               u"a,b,c,d,e,f\r\n100000,0.3,1E+15,2.1,120000,0\r\n"_s);
     const QString json = cli.mustRun({u"sql"_s, project, statement, u"--format"_s, u"json"_s}).output;
     EXPECT_TRUE(json.contains(u"[100000,0.30000000000000004,1e+15,2.1,120000,0]"_s)) << qPrintable(json);
+}
+
+TEST_F(DatabaseCommands, FailuresOfAStatementLeaveWhatWasReadAndTheFormIntact)
+{
+    const QString made = folder.filePath(u"made.mdb"_s);
+    cli.mustRun({u"create"_s, made});
+    cli.mustRun({u"sql"_s, made, u"CREATE TABLE n (id LONG PRIMARY KEY, a DOUBLE)"_s});
+    for (const QString &row : {u"(1, 2)"_s, u"(2, 0)"_s, u"(3, -4)"_s})
+        cli.mustRun({u"sql"_s, made, u"INSERT INTO n VALUES "_s + row});
+    const auto run = [&](const QString &statement, const QString &format) {
+        return cli.run({u"sql"_s, made, statement, u"--format"_s, format});
+    };
+
+    const QString cells = u"SELECT id, 1 / a AS x, Sqr(a) AS y FROM n"_s;
+    EXPECT_EQ(run(cells, u"csv"_s).output, u"id,x,y\r\n1,0.5,1.4142135623731\r\n2,#Div/0!,0\r\n3,-0.25,#Error\r\n"_s);
+    const CliResult kept = run(cells, u"json"_s);
+    EXPECT_EQ(kept.status, 0);
+    EXPECT_EQ(kept.json()[u"rows"][1][1][u"error"].toInt(), 11);
+    EXPECT_EQ(kept.error,
+              u"warning: 2 cells could not be calculated: 1 by [5] Invalid procedure call or argument, 1 by "
+              u"[11] Division by zero.\n"_s);
+
+    const QString condition = u"SELECT id FROM n WHERE 1 / a > 0"_s;
+    const CliResult json = run(condition, u"json"_s);
+    EXPECT_EQ(json.status, 1);
+    EXPECT_EQ(json.json()[u"rows"].toArray().size(), 1);
+    EXPECT_EQ(json.json()[u"error"][u"number"].toInt(), 11) << qPrintable(json.output);
+    EXPECT_EQ(json.json()[u"error"][u"text"].toString(), u"Division by zero."_s);
+    const CliResult csv = run(condition, u"csv"_s);
+    EXPECT_EQ(csv.status, 1);
+    EXPECT_EQ(csv.output, u"id\r\n1\r\n"_s);
+    EXPECT_TRUE(csv.error.contains(u"[11] DAO."_s)) << qPrintable(csv.error);
+    EXPECT_EQ(run(condition, u"table"_s).output, u"id\n--\n 1\n(1 row, incomplete)\n"_s);
+    // Before the first row.
+    const std::pair<QString, int> refused[] = {{u"SELECT * FROM none"_s, 3078}, {u"SELECT [who] AS x"_s, 3061}};
+    for (const auto &[statement, number] : refused)
+        EXPECT_EQ(run(statement, u"json"_s).json()[u"error"][u"number"].toInt(), number) << qPrintable(statement);
+
+    // Ctrl+C in the middle of the rows.
+    QStringList many;
+    for (int i = 0; i < 16; ++i)
+        many.append(u"n AS n%1"_s.arg(i));
+    const QStringList arguments = {u"sql"_s, made, u"SELECT n1.id FROM "_s + many.join(u", "_s), u"--format"_s,
+                                   u"json"_s};
+    const auto process = cli.start(arguments);
+    ASSERT_TRUE(process->waitForReadyRead());
+    ::kill(pid_t(process->processId()), SIGINT);
+    const CliResult stopped = CliProcess::resultOf(*process, arguments);
+    EXPECT_EQ(stopped.status, 1);
+    EXPECT_EQ(stopped.json()[u"error"][u"number"].toInt(), 3059);
+    EXPECT_GT(stopped.json()[u"rows"].toArray().size(), 0);
 }
 
 TEST_F(DatabaseCommands, ConnectTellsStepsAnswerAndBackup)

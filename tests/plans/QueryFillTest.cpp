@@ -72,6 +72,24 @@ TEST(QueryFill, AsksAboutRecordsWithoutATubeAndHighlightsThem)
     RecordedResult two({u"row"_s, u"col"_s}, {{u"x"_s, u""_s}, {u"9"_s, u"1"_s}});
     EXPECT_EQ(fill.mapResult(host, two), Answer::Cancel);
     EXPECT_TRUE(host.said.entries()[1].text.contains(u"returned 2 records that are for tubes that do\nnot exist"_s));
+    EXPECT_FALSE(host.said.entries()[1].text.contains(u"calculated"_s));
+
+    class HalfFailed : public RecordedResult
+    {
+    public:
+        using RecordedResult::RecordedResult;
+        dao::Value value(int row, int column) override
+        {
+            return row > 0 && column == 1 ? dao::Value::fromError(11) : RecordedResult::value(row, column);
+        }
+    };
+    HalfFailed failed({u"row"_s, u"col"_s}, {{u"1"_s, u"1"_s}, {u"1"_s, u"1"_s}, {u"9"_s, u"9"_s}});
+    host.said.answerWith({Answer::Ok});
+    EXPECT_EQ(fill.mapResult(host, failed), Answer::Ok);
+    EXPECT_TRUE(host.said.entries()[2].text.endsWith(
+        u"query results.\n\nIn 2 of these records the address could not be calculated; the first is record 2, field "
+        u"'col': 11: Division by zero."_s))
+        << qPrintable(host.said.entries()[2].text);
 }
 
 TEST(QueryFill, KeepsItsTubesWhenTheQueryCannotRun)

@@ -2,6 +2,8 @@
 
 #include "Errors.h"
 
+#include <QStringList>
+
 namespace dao {
 
 using namespace Qt::StringLiterals;
@@ -29,6 +31,21 @@ QString failureWord(int number)
 QString failureTip(int number)
 {
     return QString::number(number) + u": "_s + errorText(number);
+}
+
+QString CellFailures::summary() const
+{
+    QStringList parts;
+    qint64 total = 0;
+    for (auto count = m_counts.cbegin(); count != m_counts.cend(); ++count) {
+        total += count.value();
+        QString text = errorText(count.key());
+        while (text.endsWith(u'.'))
+            text.chop(1);
+        parts.append(u"%1 by [%2] %3"_s.arg(count.value()).arg(count.key()).arg(text));
+    }
+    const QString cells = total == 1 ? u"1 cell"_s : QString::number(total) + u" cells"_s;
+    return cells + u" could not be calculated: "_s + parts.join(u", "_s) + u'.';
 }
 
 QByteArray failureBytes(int number)
