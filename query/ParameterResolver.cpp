@@ -38,7 +38,12 @@ QString ParameterEntry::lack() const
     const QString bracketed = u'[' + name + u']';
     if (!text.isEmpty())
         return u"%1 (\"%2\" is no value of type %3)"_s.arg(bracketed, text, db::daoTypeName(type));
-    return suggestion.isEmpty() ? bracketed : u"%1 (perhaps a slip of %2)"_s.arg(bracketed, suggestion);
+    QStringList reasons;
+    if (!suggestion.isEmpty())
+        reasons.append(u"perhaps a slip of %1"_s.arg(suggestion));
+    if (bareText)
+        reasons.append(u"a text needs quotes: '%1'"_s.arg(name));
+    return reasons.isEmpty() ? bracketed : u"%1 (%2)"_s.arg(bracketed, reasons.join(u"; "_s));
 }
 
 bool ParameterResolver::resolve(const QString &queryName, dao::QueryDef &query)
@@ -69,6 +74,7 @@ QList<ParameterEntry> ParameterResolver::collect(const QString &queryName, const
         entry.name = query.parameter(i).name;
         entry.type = query.parameter(i).type;
         entry.suggestion = query.parameter(i).suggestion;
+        entry.bareText = query.parameter(i).bareText;
         const QString macroName = u'[' + entry.name + u']';
         std::optional<QString> found = m_context->userMacros.value(macroName);
         entry.source = ParameterEntry::Source::UserMacro;

@@ -17,6 +17,7 @@ struct ParameterEntry
     QString text;
     Source source = Source::SqlQuery; ///< SqlQuery: typed by the user, or remembered
     QString suggestion;               ///< a column's name, when this one looks like a slip of it; else empty
+    bool bareText = false;            ///< a word without brackets where a text is expected
 
     bool hasValue() const { return !value.hasNoValue() && !text.isEmpty(); }
     /// "SQL Query", "Sys Macro" or "User Macro".

@@ -9,6 +9,7 @@
 #include <dao/store/ValueBinding.h>
 
 #include <algorithm>
+#include <QElapsedTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -17,6 +18,38 @@ namespace dao {
 namespace {
 
 const QString source = u"DAO.QueryDef"_s;
+
+/// While it lives, statements of the connection stop after some seconds, and when the user wants to stop.
+class SearchLimit : public Progress
+{
+public:
+    explicit SearchLimit(store::Connection &connection)
+        : m_connection(connection)
+        , m_outer(connection.progress())
+    {
+        m_timer.start();
+        connection.clearCancel();
+        connection.setProgress(this);
+    }
+    ~SearchLimit() override
+    {
+        m_connection.setProgress(m_outer);
+        m_connection.clearCancel();
+    }
+    SearchLimit(const SearchLimit &) = delete;
+    SearchLimit &operator=(const SearchLimit &) = delete;
+
+    bool cancelled() override
+    {
+        constexpr qint64 longest = 5000;
+        return m_timer.elapsed() > longest || (m_outer && m_outer->cancelled());
+    }
+
+private:
+    store::Connection &m_connection;
+    Progress *m_outer;
+    QElapsedTimer m_timer;
+};
 
 } // namespace
 
@@ -101,10 +134,64 @@ void QueryDef::Impl::setParameter(int index, const Value &value, const QString &
 
 void QueryDef::Impl::requireParameters(const QString &from)
 {
-    const auto missing =
-        std::count_if(parameters.begin(), parameters.end(), [](const Value &v) { return v.isEmpty(); });
-    if (missing > 0)
-        throw store::engineError(error::TooFewParameters, from, {QString::number(missing)});
+    const auto missing = std::ranges::count_if(parameters, &Value::isEmpty);
+    const auto firstMissing = std::ranges::find_if(parameters, &Value::isEmpty) - parameters.begin();
+    if (missing == 0)
+        return;
+    QStringList hints;
+    for (qsizetype i = 0; i < parameters.size(); ++i) {
+        const sql::Parameter &parameter = compiled->parameters[i];
+        if (!parameters[i].isEmpty())
+            continue;
+        if (!parameter.suggestion.isEmpty())
+            hints.append(u"Did you mean '%1'?"_s.arg(parameter.suggestion));
+        if (parameter.bareText)
+            hints.append(u"If %1 is a text, it needs quotes: '%1'."_s.arg(parameter.name));
+    }
+    const DaoException error = store::engineError(error::TooFewParameters, from, {QString::number(missing)});
+    // Of one parameter, the place; of many, the first ones.
+    constexpr qsizetype mostHints = 3;
+    const SourceRange where = missing == 1 ? compiled->parameters[firstMissing].where : SourceRange();
+    throw DaoException(error.number(), error.source(), error.description(), where)
+        .withHint(hints.first(qMin(hints.size(), mostHints)).join(u' '));
+}
+
+void QueryDef::Impl::rethrowWithPlace(const DaoException &exception)
+{
+    static constexpr int calculations[] = {error::InvalidProcedureCall, error::Overflow,         error::DivisionByZero,
+                                           error::TypeMismatch,         error::InvalidUseOfNull, error::SubqueryRows,
+                                           error::NumericOverflow,      error::ConversionFailed, error::FieldTooSmall};
+    const bool isCalculation = std::ranges::find(calculations, exception.number()) != std::end(calculations);
+    if (exception.where().isValid() || !isCalculation)
+        throw exception;
+    if (const std::optional<SourceRange> place = placeOf(exception))
+        throw DaoException(exception.number(), exception.source(), exception.description(), *place)
+            .withHint(exception.hint());
+    throw exception;
+}
+
+// The statement is read once more, this time by a text that tells places. What takes too long is given up.
+std::optional<SourceRange> QueryDef::Impl::placeOf(const DaoException &exception)
+{
+    const SearchLimit limit(db->connection);
+    try {
+        const QString text =
+            sql::placesSql(db->catalog, sql, syntax ? syntax : sql::checkSyntax(sql),
+                           [this](const sql::CrosstabPlan &crosstab) { return readHeadings(*db, crosstab); });
+        if (text.isEmpty())
+            return std::nullopt;
+        store::Statement statement(db->connection, text, store::Access::User);
+        for (int i = 0; i < qMin(statement.parameterCount(), int(parameters.size())); ++i)
+            store::bindValue(statement, i + 1, parameters[i]);
+        while (statement.step()) {
+        }
+    } catch (const DaoException &found) {
+        if (found.number() == exception.number() && found.where().length > 0)
+            return SourceRange::of(sql, found.where().start, found.where().length);
+    } catch (const DaoCancelled &) {
+        // The failure is told without a place.
+    }
+    return std::nullopt;
 }
 
 QList<sql::CrosstabHeading> readHeadings(DatabaseImpl &db, const sql::CrosstabPlan &crosstab,
@@ -219,7 +306,11 @@ int QueryDef::execute()
         throw store::engineError(error::CannotExecuteSelect, source);
     m_impl->compileForRun();
     m_impl->requireParameters(source);
-    return PlanExecution(*m_impl->database, *m_impl->db, *m_impl).run();
+    try {
+        return PlanExecution(*m_impl->database, *m_impl->db, *m_impl).run();
+    } catch (const DaoException &exception) {
+        m_impl->rethrowWithPlace(exception);
+    }
 }
 
 } // namespace dao

@@ -19,6 +19,8 @@ struct QueryDef::Impl
     int indexOfParameter(QStringView name) const;
     void setParameter(int index, const Value &value, const QString &from);
     void requireParameters(const QString &from); ///< 3061
+    /// A failure of a run goes on with the place of the expression that failed, where that can be found.
+    [[noreturn]] void rethrowWithPlace(const DaoException &exception);
 
     Database *database;
     std::shared_ptr<DatabaseImpl> db;
@@ -34,6 +36,7 @@ struct QueryDef::Impl
 
 private:
     void compile();
+    std::optional<SourceRange> placeOf(const DaoException &exception);
 };
 
 /// Runs the part of a cross table that tells its columns.

@@ -78,7 +78,11 @@ void Recordset::Impl::step(int direction)
             fail(error::InvalidOperation);
         requireRow();
         store::SourceScope scope(db->connection, source);
-        forward->next();
+        try {
+            forward->next();
+        } catch (const DaoException &exception) {
+            query->rethrowWithPlace(exception);
+        }
         return;
     }
     if (direction > 0 ? row >= count() && !onDeleted : row < 0)

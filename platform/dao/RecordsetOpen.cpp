@@ -70,6 +70,10 @@ void Recordset::Impl::openQuery(std::unique_ptr<QueryDef::Impl> definition)
         if (!query->ensureCompiled().returnsRows())
             throw store::engineError(error::InvalidOperation, source);
         run();
+    } catch (const DaoException &exception) {
+        const std::unique_ptr<QueryDef::Impl> failed = std::move(query);
+        close();
+        failed->rethrowWithPlace(exception);
     } catch (...) {
         close();
         throw;

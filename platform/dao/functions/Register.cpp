@@ -91,6 +91,21 @@ void endCell(sqlite3_context *context, int, sqlite3_value **arguments)
     sqlite3_result_blob(context, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
 }
 
+// cell_placed(cell_begin(), start, length, value): a failure that was noted in the value ends the statement, with a
+// place in the user's text.
+void placeFailure(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    const int failure = std::exchange(notedFailure, sqlite3_value_int(arguments[0]));
+    if (failure == 0) {
+        sqlite3_result_value(context, arguments[3]);
+        return;
+    }
+    const QByteArray place =
+        QByteArray::number(sqlite3_value_int(arguments[1])) + ',' + QByteArray::number(sqlite3_value_int(arguments[2]));
+    const QByteArray message = "dao:" + QByteArray::number(failure) + '@' + place + ':' + errorText(failure).toUtf8();
+    sqlite3_result_error(context, message.constData(), int(message.size()));
+}
+
 // The value of a cell of another query: in a cell its failure goes on, elsewhere it ends the statement.
 template <bool inCell>
 void takeCell(sqlite3_context *context, int count, sqlite3_value **arguments)
@@ -112,6 +127,7 @@ void registerCells(sqlite3 *connection)
     };
     add("cell_begin", 0, beginCell);
     add("cell_end", 2, endCell);
+    add("cell_placed", 4, placeFailure);
     add("cell_value", 1, takeCell<false>);
     add("try_cell_value", 1, takeCell<true>);
 }

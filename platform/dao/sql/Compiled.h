@@ -15,8 +15,9 @@ struct Parameter
     QString name;                   ///< without brackets
     DataType type = DataType::Text; ///< declared, or that of what it is compared with or assigned to; else Text
     bool declared = false;
-    SourceRange where;  ///< its first appearance
-    QString suggestion; ///< a column that is probably meant, when the name looks like a slip; else empty
+    SourceRange where;     ///< its first appearance
+    QString suggestion;    ///< a column that is probably meant, when the name looks like a slip; else empty
+    bool bareText = false; ///< a word without brackets in the place of a text: quotes may have been forgotten
 };
 
 /// Why rows of a result cannot be updated. Each has a text for the user (notUpdatableText).

@@ -6,7 +6,7 @@
 #include "bind/TransformBinder.h"
 #include "bind/Types.h"
 #include "generate/Generator.h"
-#include "NearestName.h"
+#include <dao/sql/ast/NearestName.h>
 
 #include <dao/sql/ast/Parser.h>
 
@@ -50,7 +50,50 @@ public:
         return result;
     }
 
+    QString places(const ast::Statement &statement)
+    {
+        for (const ast::ParameterDeclaration &declaration : statement.parameters)
+            m_context.declare(declaration);
+        return std::visit([this](const auto &node) { return places(node); }, statement.node);
+    }
+
 private:
+    template <typename Bound>
+    QString reading(const Bound &bound, bool keeps = false)
+    {
+        Generator generator(m_context);
+        generator.tellPlaces();
+        if (keeps)
+            generator.keepFailures();
+        return generator.reading(bound);
+    }
+
+    QString places(const ast::QueryPtr &query)
+    {
+        const std::shared_ptr<bound::Query> bound = bound::QueryBinder(m_context, nullptr).bind(*query);
+        const ast::Select *single = query->singleSelect();
+        return reading(*bound, !single || !single->into);
+    }
+
+    // The row heads tell of all clauses.
+    QString places(const ast::Transform &node)
+    {
+        const bound::Transform bound = bound::TransformBinder(m_context).bind(node);
+        bound::Query query;
+        query.parts.push_back({bound.select, nullptr, false});
+        return reading(query, true);
+    }
+
+    QString places(const ast::Insert &node) { return reading(bound::ModifyBinder(m_context).bind(node)); }
+    QString places(const ast::Update &node) { return reading(bound::ModifyBinder(m_context).bind(node)); }
+    QString places(const ast::Delete &node) { return reading(bound::ModifyBinder(m_context).bind(node)); }
+
+    template <typename Definition>
+    QString places(const Definition &)
+    {
+        return {};
+    }
+
     Plan plan(const ast::QueryPtr &query)
     {
         const std::shared_ptr<bound::Query> bound = bound::QueryBinder(m_context, nullptr).bind(*query);
@@ -242,6 +285,12 @@ CompiledStatement compile(const SchemaView &schema, const QString &text, const S
                           const HeadingReader &readHeadings)
 {
     return StatementCompiler(schema, text, readHeadings).compile(*tree);
+}
+
+QString placesSql(const SchemaView &schema, const QString &text, const SyntaxTree &tree,
+                  const HeadingReader &readHeadings)
+{
+    return StatementCompiler(schema, text, readHeadings).places(*tree);
 }
 
 SyntaxTree checkSyntax(const QString &text)

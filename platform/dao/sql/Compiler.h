@@ -19,6 +19,12 @@ CompiledStatement compile(const SchemaView &schema, const QString &text, const H
 CompiledStatement compile(const SchemaView &schema, const QString &text, const SyntaxTree &tree,
                           const HeadingReader &readHeadings = {});
 
+/// The statement as a text of the inner engine that reads what it would read, calculates what it would calculate, and
+/// changes nothing; when an expression outside the cells of a result fails, the DaoException has its start and length
+/// in the user's text, without line and column. Parameters are bound as in the plan. Empty for a definition.
+QString placesSql(const SchemaView &schema, const QString &text, const SyntaxTree &tree,
+                  const HeadingReader &readHeadings);
+
 /// The plan of a cross table with its headings. Throws 3205 when there are too many.
 SelectPlan withHeadings(const SelectPlan &plan, const QList<CrosstabHeading> &headings);
 

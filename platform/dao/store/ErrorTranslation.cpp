@@ -135,8 +135,17 @@ void raiseOwn(const EngineFailure &failure)
     const qsizetype colon = failure.text.indexOf(u':', 4);
     if (colon < 0)
         return;
-    throw DaoException(QStringView(failure.text).mid(4, colon - 4).toInt(), failure.source,
-                       failure.text.mid(colon + 1));
+    // "dao:11@7,5:Division by zero.": with start and length in the user's text, which is not known here.
+    const QStringView head = QStringView(failure.text).mid(4, colon - 4);
+    const qsizetype at = head.indexOf(u'@');
+    SourceRange where;
+    if (at >= 0) {
+        const QStringView place = head.mid(at + 1);
+        const qsizetype comma = place.indexOf(u',');
+        where.start = place.left(comma).toInt();
+        where.length = place.mid(comma + 1).toInt();
+    }
+    throw DaoException((at < 0 ? head : head.left(at)).toInt(), failure.source, failure.text.mid(colon + 1), where);
 }
 
 [[noreturn]] void raiseConstraint(const EngineFailure &failure)

@@ -1,5 +1,7 @@
 #include "Parser.h"
 
+#include "NearestName.h"
+
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::ast {
@@ -17,6 +19,7 @@ constexpr qsizetype MostTokens = 1500000;
 constexpr qsizetype LongestName = 64;
 
 const QString errorSource = u"DAO.Database"_s;
+const QString fromExpected = u"FROM is expected here."_s;
 
 } // namespace
 
@@ -44,6 +47,41 @@ Parser::Parser(const QString &text, QList<Token> tokens, int depth)
 }
 
 Statement Parser::parseStatement()
+{
+    try {
+        return parseWhole();
+    } catch (DaoException &exception) {
+        explain(exception);
+        throw;
+    }
+}
+
+// Slips that are known by the words at which the text could not be read further.
+void Parser::explain(DaoException &exception) const
+{
+    const auto tokenAt = [this](qsizetype at) { return at >= 0 && at < m_tokens.size() ? m_tokens[at] : Token(); };
+    const auto isWord = [](const Token &token) { return token.kind == Token::Kind::Word; };
+    const auto hint = [&](const Token &token, const QString &text) {
+        exception = DaoException(exception.number(), exception.source(), exception.description(),
+                                 SourceRange::of(m_text, token.range.start, token.range.length))
+                        .withHint(text);
+    };
+    if (!exception.hint().isEmpty())
+        return;
+    for (const qsizetype at : {m_at, m_at - 1}) {
+        const Token number = tokenAt(at + 1);
+        const bool isLimit = isWord(tokenAt(at)) && tokenAt(at).text.compare(u"LIMIT", Qt::CaseInsensitive) == 0;
+        if (isLimit && number.kind == Token::Kind::Number)
+            return hint(tokenAt(at), u"This SQL has no LIMIT; TOP asks for the first rows: SELECT TOP %1 ..."_s.arg(
+                                         textOf(number.range)));
+    }
+    const Token word = current();
+    const bool hasFrom = std::ranges::any_of(m_tokens, [](const Token &token) { return token.is(Keyword::From); });
+    if (!hasFrom && isWord(word) && !nearestName(word.text, {u"FROM"_s}).isEmpty())
+        hint(word, fromExpected);
+}
+
+Statement Parser::parseWhole()
 {
     Statement statement;
     checkCurrent();

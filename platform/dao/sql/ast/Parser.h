@@ -49,6 +49,8 @@ private:
     QString expressionText() const;
     void checkCurrent() const;
     void expectEnd();
+    Statement parseWhole();
+    void explain(DaoException &exception) const;
     template <typename Node>
     ExprPtr make(Range range, Node node);
     int depthOf(const std::vector<ExprPtr> &children) const;

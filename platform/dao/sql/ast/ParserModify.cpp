@@ -113,6 +113,10 @@ Delete Parser::parseDelete()
         fail(error::TopInDelete);
     if (at(Keyword::DistinctRow) && !ahead().is(Symbol::Dot))
         take();
+    // "DELETE FORM report": no list has two words side by side.
+    if (current().kind == Token::Kind::Word && !at(Keyword::From) && ahead().kind == Token::Kind::Word &&
+        !endsExpression(ahead().keyword))
+        fail(error::SyntaxInDelete);
     if (!at(Keyword::From))
         statement.items = parseSelectList(error::SyntaxInDelete);
     expect(Keyword::From, error::SyntaxInDelete);

@@ -90,7 +90,8 @@ int BindContext::parameter(const QString &name, Range where, const QString &sugg
     if (m_parameters.size() >= MaxParameters)
         fail(error::TooComplex, where);
     const int id = int(m_parameters.size());
-    m_parameters.push_back({name, DataType::Unknown, false, placeOf(where), suggestion});
+    const bool bare = !textOf(where).startsWith(u'[');
+    m_parameters.push_back({name, DataType::Unknown, false, placeOf(where), suggestion, bare});
     m_parameterIds.insert(keyOf(name), id);
     return id;
 }
@@ -146,6 +147,7 @@ QList<Parameter> BindContext::finalParameters() const
         parameter.declared = entry.declared;
         parameter.where = SourceRange::of(m_userText, entry.where.start, entry.where.length);
         parameter.suggestion = entry.suggestion;
+        parameter.bareText = entry.bare && !entry.declared && entry.type == DataType::Text;
         result.append(parameter);
     }
     return result;

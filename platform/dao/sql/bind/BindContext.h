@@ -16,6 +16,7 @@ struct BoundParameter
     bool declared = false;
     Range where;
     QString suggestion;
+    bool bare = false; ///< written without brackets
 };
 
 /// What all binders of one statement share: the schema, the text that places refer to, parameters, numbers of sources.
@@ -42,6 +43,7 @@ public:
     {
         auto expr = std::make_shared<Expr>();
         expr->range = range;
+        expr->place = placeOf(range);
         expr->type = type;
         expr->firm = firm;
         expr->node = std::move(node);
@@ -77,6 +79,7 @@ public:
     // Failures. Places inside a stored query are shown as the place of its name in the user's text.
     [[noreturn]] void fail(int number, Range where, const QStringList &arguments = {}, const QString &hint = {}) const;
     QString textOf(Range range) const;
+    Range placeOf(Range range) const { return m_place.value_or(range); }
     /// The same place in the user's text.
     SourceRange userPlace(Range range) const;
 
@@ -117,7 +120,6 @@ public:
 
 private:
     void limitDepth(Expr &expr) const;
-    Range placeOf(Range range) const { return m_place.value_or(range); }
     std::vector<int> parameterOrder() const;
 
     const SchemaView &m_schema;

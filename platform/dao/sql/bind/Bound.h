@@ -222,6 +222,7 @@ struct Convert
 struct Expr
 {
     Range range;
+    Range place; ///< the same in the user's text: of what stands in a stored query, where that is named
     DataType type = DataType::Unknown; ///< Unknown: Null, or known only from the value
     /// Columns, literals and declared parameters: their type counts as it stands. The rest are converted by content.
     bool firm = false;

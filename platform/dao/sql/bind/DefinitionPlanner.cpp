@@ -1,8 +1,8 @@
 #include "DefinitionPlanner.h"
 
-#include "../NearestName.h"
 #include "RuleBinder.h"
 #include "Types.h"
+#include <dao/sql/ast/NearestName.h>
 
 #include <dao/values/Names.h>
 

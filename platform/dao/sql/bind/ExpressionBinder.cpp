@@ -1,8 +1,8 @@
 #include "ExpressionBinder.h"
 
-#include "../NearestName.h"
 #include "QueryBinder.h"
 #include "Types.h"
+#include <dao/sql/ast/NearestName.h>
 
 #include <limits>
 
@@ -69,6 +69,7 @@ ExprPtr ExpressionBinder::bindNode(const ast::Name &node, const ast::Expr &expr)
         // Aliases and melted queries share what they stand for; here it has the place of its name.
         auto named = std::make_shared<Expr>(*found);
         named->range = expr.range;
+        named->place = m_context.placeOf(expr.range);
         return named;
     }
     checkSource(node, expr.range);

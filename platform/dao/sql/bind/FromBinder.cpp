@@ -1,7 +1,7 @@
-#include "../NearestName.h"
 #include "QueryBinder.h"
 #include "TransformBinder.h"
 #include "Types.h"
+#include <dao/sql/ast/NearestName.h>
 
 #include <dao/sql/ast/Parser.h>
 

@@ -1,7 +1,7 @@
-#include "../NearestName.h"
 #include "ExpressionBinder.h"
 #include "QueryBinder.h"
 #include "Types.h"
+#include <dao/sql/ast/NearestName.h>
 
 #include <dao/sql/ast/Parser.h>
 
@@ -65,7 +65,7 @@ const FunctionInfo *ExpressionBinder::chooseFunction(const ast::Call &node, Rang
     const QList<const FunctionInfo *> candidates = functionsNamed(node.name);
     if (candidates.isEmpty()) {
         const Range name{range.start, int(node.name.size())};
-        m_context.fail(error::UndefinedFunction, name, {node.name}, didYouMean(node.name, functionNames()));
+        m_context.fail(error::UndefinedFunction, name, {node.name}, didYouMeanFunction(node.name, functionNames()));
     }
     const int count = int(node.arguments.size());
     for (const FunctionInfo *candidate : candidates) {

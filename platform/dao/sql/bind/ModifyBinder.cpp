@@ -1,13 +1,31 @@
 #include "ModifyBinder.h"
 
-#include "../NearestName.h"
 #include "RuleBinder.h"
 #include "Types.h"
+#include <dao/sql/ast/NearestName.h>
 
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::bound {
 namespace {
+
+/// What FROM calls a source, and a field of it ("p.row"), which may stand in a stored query: the field is empty where
+/// that does not show it. field -1: any.
+std::pair<QString, QString> namesIn(const Scope &scope, const Source &target, int field)
+{
+    std::pair<QString, QString> names{target.name, {}};
+    for (const ScopeSource &source : scope.sources()) {
+        for (const ScopeColumn &column : source.columns) {
+            const FieldRef *shown = column.expr->as<FieldRef>();
+            if (!shown || shown->source != &target)
+                continue;
+            names.first = source.name;
+            if (shown->field == field)
+                return {source.name, source.name + u'.' + column.name};
+        }
+    }
+    return names;
+}
 
 Range rangeOf(const std::vector<ast::TableRefPtr> &from)
 {
@@ -206,14 +224,14 @@ Update ModifyBinder::bind(const ast::Update &update)
         const bool known =
             std::ranges::any_of(bound.absent, [&target](const AbsentRows &absent) { return absent.target == &target; });
         if (target.nullable && !known)
-            bindAbsent(bound, target, update.assignments[i].target->range);
+            bindAbsent(bound, binder.scope(), target, update.assignments[i].target->range);
     }
     return bound;
 }
 
 // Where an outer join has no row of a table that is to be changed, there is one to be added, when it is told all that
 // joins it to the others; else there is nothing that could hold the values.
-void ModifyBinder::bindAbsent(Update &bound, const Source &target, Range place)
+void ModifyBinder::bindAbsent(Update &bound, const Scope &scope, const Source &target, Range place)
 {
     const TableInfo &table = *target.table;
     QSet<int> given;
@@ -228,12 +246,16 @@ void ModifyBinder::bindAbsent(Update &bound, const Source &target, Range place)
             absent.defaults.push_back({&target, field, value});
     } else {
         QStringList missing;
+        bool canName = true;
         for (int i = 0; i < table.fields.size(); ++i) {
-            if (joined.contains(i) && !given.contains(i))
-                missing.append(target.name + u'.' + table.fields[i].name);
+            if (!joined.contains(i) || given.contains(i))
+                continue;
+            const QString name = namesIn(scope, target, i).second;
+            canName = canName && !name.isEmpty();
+            missing.append(name);
         }
-        absent.hint = u"The join has rows without one of '%1'."_s.arg(target.name);
-        if (!missing.isEmpty())
+        absent.hint = u"The join has rows without one of '%1'."_s.arg(namesIn(scope, target, -1).first);
+        if (!missing.isEmpty() && canName)
             absent.hint += u" Set %1 as well to add them, or leave them out: WHERE %2 Is Not Null."_s.arg(
                 missing.join(u", "_s), missing.constFirst());
     }

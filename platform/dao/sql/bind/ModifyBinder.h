@@ -29,7 +29,7 @@ private:
     void addComputedDefaults(Insert &bound);
     AssignedField bindAssignment(SelectBinder &binder, const ast::Assignment &assignment);
     void requireUpdatable(const Select &select, Range range);
-    void bindAbsent(Update &bound, const Source &target, Range place);
+    void bindAbsent(Update &bound, const Scope &scope, const Source &target, Range place);
     std::vector<std::pair<int, ExprPtr>> computedDefaults(const TableInfo &table, const QSet<int> &given);
     const Source *victimOf(const SelectBinder &binder, const ast::Delete &statement);
     const Source *tableOf(const SelectBinder &binder, const QString &name, Range range);

@@ -1,7 +1,7 @@
 #include "QueryBinder.h"
 
-#include "../NearestName.h"
 #include "Types.h"
+#include <dao/sql/ast/NearestName.h>
 
 using namespace Qt::StringLiterals;
 
@@ -172,7 +172,7 @@ int QueryBinder::unionColumn(const Query &query, const ast::Expr &expr)
         }
     }
     const QString text = m_context.textOf(expr.range);
-    m_context.fail(error::UnknownName, expr.range, {text}, didYouMean(text, names));
+    m_context.fail(error::UnionOrder, expr.range, {text}, didYouMean(text, names));
 }
 
 QString domainQuery(const FunctionInfo &function, const QStringList &texts)

@@ -56,6 +56,56 @@ bool Generator::mayFail(const Expr &expr)
     });
 }
 
+bool Generator::callsOwn(const Expr &expr)
+{
+    if (const Output *output = expr.as<Output>())
+        return output->source->query && keepsFailure(*output->source->query, size_t(output->index));
+    if (const ScalarQuery *scalar = expr.as<ScalarQuery>())
+        return !scalar->single;
+    return expr.as<Arithmetic>() || expr.as<AddAny>() || expr.as<Concatenate>() || expr.as<Call>() || expr.as<Like>() ||
+           expr.as<Convert>() || (expr.as<Aggregate>() && expr.type == DataType::Currency);
+}
+
+// The innermost expression that fails ends the statement, so that its place is told. A cell keeps its failure.
+Generator::Piece Generator::placed(const Expr &expr, const Piece &piece)
+{
+    if (!m_tellsPlaces || m_noting || expr.place.length == 0 || !callsOwn(expr))
+        return piece;
+    return {m_target.placing + u"(cell_begin(), "_s + QString::number(expr.place.start) + u", "_s +
+                QString::number(expr.place.length) + u", "_s + piece.text + u')',
+            rank::Primary};
+}
+
+QString Generator::reading(const Query &query)
+{
+    if (m_keepsFailures)
+        show(query);
+    return queryText(query, Shape::Plain);
+}
+
+QString Generator::reading(const Insert &insert)
+{
+    if (!insert.query)
+        return u"SELECT "_s + arguments(insert.values);
+    return insert.rows ? u"SELECT "_s + arguments(insert.converted) + u" FROM "_s + leafText(*insert.rows)
+                       : queryText(*insert.query, Shape::Plain);
+}
+
+QString Generator::reading(const Update &update)
+{
+    markGrouped(*update.select);
+    QStringList cells;
+    for (const AssignedField &field : update.fields)
+        cells.append(value(*field.value).text);
+    return u"SELECT "_s + cells.join(u", ") + tail(*update.select);
+}
+
+QString Generator::reading(const Delete &statement)
+{
+    markGrouped(*statement.select);
+    return u"SELECT 1"_s + tail(*statement.select);
+}
+
 void Generator::show(const Query &query)
 {
     for (const QueryPart &part : query.parts) {

@@ -105,7 +105,7 @@ QString Generator::condition(const Expr &expr)
 
 Generator::Piece Generator::value(const Expr &expr)
 {
-    return std::visit(
+    const Piece piece = std::visit(
         [&](const auto &node) -> Piece {
             if constexpr (Condition<std::decay_t<decltype(node)>>) {
                 const Piece condition = truthOf(node);
@@ -115,6 +115,7 @@ Generator::Piece Generator::value(const Expr &expr)
             }
         },
         expr.node);
+    return placed(expr, piece);
 }
 
 Generator::Piece Generator::truth(const Expr &expr)
@@ -122,7 +123,7 @@ Generator::Piece Generator::truth(const Expr &expr)
     return std::visit(
         [&](const auto &node) -> Piece {
             if constexpr (Condition<std::decay_t<decltype(node)>>)
-                return truthOf(node);
+                return placed(expr, truthOf(node));
             else
                 return {valueAt(expr, rank::Relation) + u" <> 0"_s, rank::Equality};
         },
@@ -169,7 +170,7 @@ Generator::Piece Generator::comparable(const Expr &left, const Expr &right)
 QString Generator::ownFunction(QStringView name)
 {
     m_pure = false;
-    return (m_noting ? m_target.notingPrefix : m_target.functionPrefix) + name.toString().toLower();
+    return (m_noting || m_tellsPlaces ? m_target.notingPrefix : m_target.functionPrefix) + name.toString().toLower();
 }
 
 Generator::Piece Generator::call(QStringView name, const QString &arguments)
@@ -213,7 +214,7 @@ Generator::Piece Generator::valueOf(const Output &node, const Expr &)
     const QString cell = aliasOf(*node.source) + u'.' + m_target.columnPrefix + QString::number(node.index);
     if (!node.source->query || !keepsFailure(*node.source->query, size_t(node.index)))
         return {cell, rank::Primary};
-    return {(m_noting ? u"try_cell_value("_s : u"cell_value("_s) + cell + u')', rank::Primary};
+    return {(m_noting || m_tellsPlaces ? u"try_cell_value("_s : u"cell_value("_s) + cell + u')', rank::Primary};
 }
 
 Generator::Piece Generator::valueOf(const Key &node, const Expr &)
@@ -316,7 +317,7 @@ Generator::Piece Generator::valueOf(const Concatenate &node, const Expr &)
 
 Generator::Piece Generator::valueOf(const ScalarQuery &node, const Expr &)
 {
-    if (m_noting && (!node.single || keepsFailure(*node.query, 0)))
+    if ((m_noting && (!node.single || keepsFailure(*node.query, 0))) || (m_tellsPlaces && !node.single))
         return notedQuery(node);
     if (node.single)
         return {u'(' + embedded(*node.query, Shape::Subquery) + u')', rank::Primary};
@@ -410,7 +411,9 @@ Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
     }
     for (const Source *source : node.order)
         list += u", "_s + keyText(*source);
-    QString text = (native ? name.toString().toLower() : ownFunction(name)) + u'(' + list + u')';
+    m_pure = m_pure && native;
+    QString text =
+        (native ? QString() : m_target.functionPrefix.toString()) + name.toString().toLower() + u'(' + list + u')';
     if (node.filter) {
         const QString filter = u" FILTER (WHERE "_s + truth(*node.filter).text + u')';
         text += filter;
@@ -435,7 +438,10 @@ Generator::Piece Generator::valueOf(const Heading &node, const Expr &)
 Generator::Piece Generator::valueOf(const DomainCall &node, const Expr &)
 {
     const QScopedValueRollback outsideCells(m_noting, false);
-    return call(u"domain", textLiteral(QString::fromUtf16(node.function->name)) + u", "_s + arguments(node.arguments));
+    m_pure = false;
+    return {m_target.functionPrefix + u"domain("_s + textLiteral(QString::fromUtf16(node.function->name)) + u", "_s +
+                arguments(node.arguments) + u')',
+            rank::Primary};
 }
 
 Generator::Piece Generator::valueOf(const Convert &node, const Expr &expr)

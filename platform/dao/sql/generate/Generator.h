@@ -35,6 +35,14 @@ public:
 
     /// Of a result that is shown: a calculated cell that fails does not end the statement, but becomes that failure.
     void keepFailures() { m_keepsFailures = true; }
+    /// What is written from now on fails with the place in the user's text of the expression that failed. Slower.
+    void tellPlaces() { m_tellsPlaces = true; }
+    /// A text that reads, and calculates, what the statement would, and changes nothing.
+    QString reading(const bound::Query &query);
+    QString reading(const bound::Insert &insert);
+    QString reading(const bound::Update &update);
+    QString reading(const bound::Delete &statement);
+
     /// For CHECK clauses: columns stand alone, and a function of ours makes the text unfit (isPure() is false).
     void setStandalone(bool standalone) { m_standalone = standalone; }
     bool isPure() const { return m_pure; }
@@ -156,6 +164,8 @@ private:
     bool keepsFailure(const bound::Select &select, size_t index);
     bool keepsFailure(const bound::Query &query, size_t index);
     bool mayFail(const bound::Expr &expr);
+    bool callsOwn(const bound::Expr &expr);
+    Piece placed(const bound::Expr &expr, const Piece &piece);
     void show(const bound::Query &query);
     Piece notedQuery(const bound::ScalarQuery &node);
 
@@ -198,6 +208,7 @@ private:
     const bound::Select *m_asking = nullptr;                      ///< whose rows are to ask one by one whether to go on
     QHash<std::pair<const bound::Select *, size_t>, bool> m_kept; ///< answers of keepsFailure()
     bool m_keepsFailures = false;
+    bool m_tellsPlaces = false;
     bool m_noting = false;               ///< what is written stands in a cell that notes failures
     QSet<const bound::Select *> m_shown; ///< whose lists may hold failures
     bool m_standalone = false;

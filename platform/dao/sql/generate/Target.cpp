@@ -9,6 +9,7 @@ const Target &sqliteTarget()
     static const Target target{
         .functionPrefix = u"jet_",
         .notingPrefix = u"try_",
+        .placing = u"cell_placed",
         .sourcePrefix = u"_s",
         .columnPrefix = u"_c",
         .keyPrefix = u"_k",

@@ -8,6 +8,7 @@ struct Target
 {
     QStringView functionPrefix;  ///< before the names of our own functions
     QStringView notingPrefix;    ///< likewise, of those that note a failure and go on
+    QStringView placing;         ///< function of a value whose failure, when noted, ends the statement with its place
     QStringView sourcePrefix;    ///< before the number of a source: its alias
     QStringView columnPrefix;    ///< before the number of an output column of a nested query
     QStringView keyPrefix;       ///< before the number of a key column

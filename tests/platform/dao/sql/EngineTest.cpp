@@ -236,6 +236,95 @@ TEST_F(EngineTest, ACellThatFailsLeavesTheOtherRows)
     EXPECT_EQ(rows(u"SELECT Count(*) AS c FROM n"_s), u"c\n3"_s);
 }
 
+TEST_F(EngineTest, FailuresOfARunHaveThePlaceOfTheirExpression)
+{
+    m_database.execute(u"CREATE TABLE n (id LONG PRIMARY KEY, a DOUBLE, b DOUBLE, t TEXT(5))"_s);
+    for (const QString &row : {u"(1, 6, 2, 'x')"_s, u"(2, 6, 0, '12')"_s, u"(3, Null, 1, Null)"_s})
+        m_database.execute(u"INSERT INTO n VALUES "_s + row);
+    m_database.createQuery({u"Parts"_s, u"SELECT id, a / b AS part FROM n"_s});
+    m_database.createQuery({u"Few"_s, u"SELECT id FROM n WHERE a / b > 1"_s});
+    // What stands between the marks is what failed.
+    const std::pair<QString, int> cases[] = {
+        {u"SELECT id FROM n\nWHERE id > 0 And «a / b» > 1"_s, 11},
+        {u"SELECT id, 1 / b AS y FROM n ORDER BY id + «a / b»"_s, 11},
+        {u"SELECT Count(*) FROM n GROUP BY «a / b»"_s, 11},
+        {u"SELECT Sum(«a / b») AS x FROM n"_s, 11},
+        {u"SELECT DISTINCT «CInt(t)» AS x FROM n"_s, 13},
+        {u"SELECT id FROM n WHERE Len(t) > 0 And 2 * «CLng(t)» > 1"_s, 13},
+        {u"SELECT id FROM n WHERE id = «(SELECT id FROM n AS m WHERE m.id < 3)»"_s, 3354},
+        {u"SELECT id FROM Parts WHERE «part» > 1"_s, 11},
+        {u"SELECT * FROM «Few»"_s, 11},
+        {u"SELECT «a / b» AS x FROM n UNION SELECT 1 FROM n"_s, 11},
+        {u"TRANSFORM Sum(a) SELECT id FROM n WHERE «a / b» > 1 GROUP BY id PIVOT t IN ('x')"_s, 11},
+        {u"UPDATE n SET a = 1, b = «a / b» WHERE id > 0"_s, 11},
+        {u"UPDATE n INNER JOIN n AS m ON n.id = m.id SET n.a = «m.a / m.b»"_s, 11},
+        {u"DELETE FROM n WHERE «a / b» > 1"_s, 11},
+        {u"INSERT INTO n (id, a) SELECT id + 10, «a / b» FROM n"_s, 11},
+        {u"INSERT INTO n (id, a) VALUES (9, 1 + «5 / [none]»)"_s, 11},
+        {u"SELECT id, «a / b» AS x INTO made FROM n"_s, 11},
+    };
+    for (const auto &[marked, number] : cases) {
+        QString sql = marked;
+        const qsizetype start = sql.indexOf(u'«');
+        sql.remove(start, 1);
+        const qsizetype length = sql.indexOf(u'»') - start;
+        sql.remove(start + length, 1);
+        try {
+            dao::QueryDef query(m_database, sql);
+            for (int i = 0; i < query.parameterCount(); ++i)
+                query.setParameter(i, Value::fromLong(0));
+            if (query.returnsRows()) {
+                dao::Recordset set(m_database);
+                for (set.open(dao::Recordset::Type::Snapshot, query); !set.isEof();)
+                    set.moveNext();
+            } else {
+                query.execute();
+            }
+            ADD_FAILURE() << qPrintable(sql);
+        } catch (const dao::DaoException &exception) {
+            EXPECT_EQ(exception.number(), number) << qPrintable(sql);
+            const QString found = sql.mid(exception.where().start, exception.where().length);
+            EXPECT_EQ(found.toStdString(), sql.mid(start, length).toStdString()) << qPrintable(sql);
+            EXPECT_EQ(exception.where().start, start) << qPrintable(sql);
+            EXPECT_EQ(exception.where().line, sql.left(start).count(u'\n') + 1) << qPrintable(sql);
+        }
+    }
+    EXPECT_EQ(rows(u"SELECT Count(*) AS c, Sum(a) AS s FROM n"_s), u"c|s\n3|12"_s) << "nothing was changed";
+}
+
+TEST_F(EngineTest, HintsNameWhatTheTextCanName)
+{
+    const auto hintOf = [this](const QString &sql) {
+        try {
+            rows(sql);
+        } catch (const dao::DaoException &exception) {
+            return QString(QString::number(exception.number()) + u' ' + exception.hint());
+        }
+        return QString();
+    };
+    EXPECT_EQ(hintOf(u"SELECT id FROM sales WHERE area = VOL"_s), u"3061 If VOL is a text, it needs quotes: 'VOL'."_s);
+    EXPECT_EQ(hintOf(u"SELECT id FROM sales WHERE area = [VOL]"_s), u"3061 "_s) << "meant as a parameter";
+    EXPECT_EQ(hintOf(u"SELECT id FROM sales WHERE id = VOL"_s), u"3061 "_s) << "no text is expected";
+    m_database.execute(u"CREATE TABLE marks (place LONG PRIMARY KEY, kind TEXT(5))"_s);
+    m_database.createQuery({u"Marked"_s, u"SELECT place AS at, kind FROM marks"_s});
+    try {
+        m_database.execute(u"UPDATE sales LEFT JOIN Marked AS m ON sales.id = m.at SET m.kind = 'x'"_s);
+        ADD_FAILURE();
+    } catch (const dao::DaoException &exception) {
+        EXPECT_EQ(exception.number(), 3073);
+        EXPECT_TRUE(exception.hint().startsWith(u"The join has rows without one of 'm'. Set m.at as well"_s))
+            << qPrintable(exception.hint());
+    }
+}
+
+TEST_F(EngineTest, LargeAmountsKeepTheirDigits)
+{
+    EXPECT_EQ(rows(u"SELECT CCur('922337203685477.5807') AS a, CCur('-922337203685477.5808') AS b"_s),
+              u"a|b\n922337203685477.5807|-922337203685477.5808"_s);
+    EXPECT_EQ(rows(u"SELECT CCur('123456789012.3456') AS a, CCur(0.00005) AS b, CCur(-2.50015) AS c"_s),
+              u"a|b|c\n123456789012.3456|0|-2.5002"_s);
+}
+
 TEST_F(EngineTest, TheFileDefendsRangesWhoeverWrites)
 {
     m_database.execute(u"CREATE TABLE r (s SINGLE, d DOUBLE, c CURRENCY, w DATETIME, t TEXT(3))"_s);

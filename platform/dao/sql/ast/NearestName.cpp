@@ -1,5 +1,6 @@
 #include "NearestName.h"
 
+#include <QHash>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -55,6 +56,20 @@ QString didYouMean(QStringView name, const QStringList &candidates)
 {
     const QString nearest = nearestName(name, candidates);
     return nearest.isEmpty() ? QString() : u"Did you mean '%1'?"_s.arg(nearest);
+}
+
+QString didYouMeanFunction(const QString &name, const QStringList &functions)
+{
+    static const QHash<QString, QString> elsewhere = {
+        {u"char"_s, u"Chr"_s},          {u"charindex"_s, u"InStr"_s}, {u"coalesce"_s, u"Nz"_s},
+        {u"current_date"_s, u"Date"_s}, {u"getdate"_s, u"Now"_s},     {u"ifnull"_s, u"Nz"_s},
+        {u"length"_s, u"Len"_s},        {u"lower"_s, u"LCase"_s},     {u"nvl"_s, u"Nz"_s},
+        {u"position"_s, u"InStr"_s},    {u"power"_s, u"^"_s},         {u"sqrt"_s, u"Sqr"_s},
+        {u"stddev"_s, u"StDev"_s},      {u"strlen"_s, u"Len"_s},      {u"substr"_s, u"Mid"_s},
+        {u"substring"_s, u"Mid"_s},     {u"truncate"_s, u"Fix"_s},    {u"upper"_s, u"UCase"_s},
+        {u"variance"_s, u"Var"_s}};
+    const QString known = elsewhere.value(name.toLower());
+    return known.isEmpty() ? didYouMean(name, functions) : u"Did you mean '%1'?"_s.arg(known);
 }
 
 } // namespace dao::sql

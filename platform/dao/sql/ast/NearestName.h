@@ -10,4 +10,7 @@ QString nearestName(QStringView name, const QStringList &candidates);
 /// "Did you mean 'row'?", or empty.
 QString didYouMean(QStringView name, const QStringList &candidates);
 
+/// The same for the name of a function: also where other systems call ours by that name ("LENGTH").
+QString didYouMeanFunction(const QString &name, const QStringList &functions);
+
 } // namespace dao::sql
