@@ -14,7 +14,8 @@ void CommandHandlers::bindCheckable(int id, Action run, std::function<bool()> is
     add(id, {std::move(run), {}, std::move(isChecked), {}});
 }
 
-void CommandHandlers::bindList(int id, std::function<void(int)> run, std::function<QList<ListEntry>()> entries)
+void CommandHandlers::bindList(int id, std::function<void(const ListEntry &)> run,
+                               std::function<QList<ListEntry>()> entries)
 {
     add(id, {{}, std::move(run), {}, std::move(entries)});
 }
@@ -43,7 +44,9 @@ bool CommandHandlers::run(int id)
         return false;
     // A copy: the action may end its owner.
     const Handler handler = m_handlers.value(row->id);
-    const Action work = row->isRange() ? [&handler, place = id - row->id] { handler.runAt(place); } : handler.run;
+    const Action work =
+        row->isList() ? [&handler, entry = m_entries.value(row->id).value(id - row->id)] { handler.runEntry(entry); }
+                      : handler.run;
     if (m_runner)
         m_runner(*row, work);
     else
@@ -66,7 +69,7 @@ QString CommandHandlers::whyNot(int id) const
         return u"There is no such command."_s;
     if (row->isPlaceholder())
         return QString::fromUtf16(row->tip);
-    if (row->isRange()) {
+    if (row->isList()) {
         const QList<ListEntry> list = m_entries.value(row->id);
         const int place = id - row->id;
         if (place >= list.size())
@@ -88,7 +91,7 @@ QString CommandHandlers::text(int id) const
     const CommandRow *row = m_table.row(id);
     if (!row)
         return {};
-    if (row->isRange())
+    if (row->isList())
         return m_entries.value(row->id).value(id - row->id).text;
     const auto text = m_texts.find(id);
     return text != m_texts.end() ? (*text)() : QString::fromUtf16(row->text).section(u'\t', 0, 0);
@@ -113,11 +116,11 @@ QString CommandHandlers::faultOf(const CommandRow &row) const
         return isBound ? u"an action that can never be used"_s : QString();
     if (!isBound)
         return u"no action"_s;
-    const bool isComplete = row.isRange() ? found->runAt && found->entries : bool(found->run);
+    const bool isComplete = row.isList() ? found->runEntry && found->entries : bool(found->run);
     if (!isComplete)
-        return row.isRange() ? u"a list is bound as a single command"_s : u"no action"_s;
-    if (row.isCheckable != bool(found->isChecked))
-        return row.isCheckable ? u"nothing tells whether it is checked"_s : u"checked, but not checkable"_s;
+        return row.isList() ? u"a list is bound as a single command"_s : u"no action"_s;
+    if (row.isCheckable() != bool(found->isChecked))
+        return row.isCheckable() ? u"nothing tells whether it is checked"_s : u"checked, but not checkable"_s;
     if (row.condition != kAlways && !m_whyNot)
         return u"nothing tells its condition"_s;
     return {};

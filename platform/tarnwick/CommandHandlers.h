@@ -18,10 +18,11 @@ public:
     {
     }
 
-    /// One entry of a range: a recent file, for instance.
+    /// One entry of a list: a recent file, for instance.
     struct ListEntry
     {
         QString text;
+        QString value;  ///< what the action needs to know: a path, for instance
         QString whyNot; ///< why it cannot be used; empty when it can
     };
     using Action = std::function<void()>;
@@ -29,8 +30,8 @@ public:
     void bind(int id, Action run);
     /// For a checkable row. isChecked tells whether the mark is set; the action has to change what it tells.
     void bindCheckable(int id, Action run, std::function<bool()> isChecked);
-    /// For a row with a range. run gets the place in the list, from 0; entries beyond the range are not shown.
-    void bindList(int id, std::function<void(int place)> run, std::function<QList<ListEntry>()> entries);
+    /// For the row of a list. run gets the entry as it was shown; entries beyond its last id are not shown.
+    void bindList(int id, std::function<void(const ListEntry &entry)> run, std::function<QList<ListEntry>()> entries);
     /// In place of the row's text: for commands that name what they act on ("Undo Move Entry").
     void setText(int id, std::function<QString()> text);
     /// Tells why a condition does not hold at the moment, in a sentence for the user; empty when it holds. Never asked
@@ -66,7 +67,7 @@ private:
     struct Handler
     {
         Action run;
-        std::function<void(int)> runAt;
+        std::function<void(const ListEntry &)> runEntry;
         std::function<bool()> isChecked;
         std::function<QList<ListEntry>()> entries;
     };

@@ -111,7 +111,7 @@ private:
                 add(who, u"neither number nor name"_s);
             if (QStringView(row.tip).isEmpty())
                 add(who, u"no tip"_s);
-            if (row.label().trimmed().isEmpty() && !row.isRange())
+            if (row.label().trimmed().isEmpty() && !row.isList())
                 add(who, u"no text"_s);
             checkList(row, who);
         }
@@ -120,9 +120,9 @@ private:
     void checkList(const CommandRow &row, const QString &who)
     {
         const CommandRow *list = row.isPlaceholder() ? m_table.row(row.placeholderOf) : nullptr;
-        if (row.isPlaceholder() && (!list || !list->isRange()))
+        if (row.isPlaceholder() && (!list || !list->isList()))
             add(who, u"placeholder of no list"_s);
-        if (row.isRange() && (row.isCheckable || !row.keyList().isEmpty()))
+        if (row.isList() && (row.isCheckable() || !row.keyList().isEmpty()))
             add(who, u"a list has neither keys nor a check mark"_s);
     }
 
@@ -179,7 +179,7 @@ private:
     {
         for (const CommandRow &row : m_table.rows()) {
             for (const QString &each : row.keyList()) {
-                const Key key{row.objectName(), row.part, row.needsFocus};
+                const Key key{row.objectName(), row.part, row.needsFocus()};
                 for (const Key &other : m_keys.value(each)) {
                     const bool isApart = key.needsFocus && other.needsFocus && key.part != other.part;
                     if (!isApart)

@@ -15,20 +15,27 @@ constexpr int kFirstUnnumbered = 1000;
 /// Everything there is to know about one command, except what it does (see CommandHandlers).
 struct CommandRow
 {
+    enum Flag {
+        Checkable = 1,     ///< has a check mark
+        ViewOnly = 2,      ///< changes only what is seen; the owner may want to know before it runs the command
+        KeysNeedFocus = 4, ///< the keys work only while the part has the focus
+    };
+
     int id = -1; ///< from an enum of the owner; below kFirstUnnumbered it is the command's documented number
     const char16_t *text = u""; ///< as in menus: the mnemonic marked by "&"; the first key after a tab
     const char16_t *tip = u"";
     int condition = kAlways;        ///< from an enum of the owner, or one of the two above
     const char16_t *keys = nullptr; ///< further portable key sequences, separated by "|"
     const char16_t *name = nullptr; ///< object name of the action; null: "command" and the number
-    int part = 0;                   ///< of the window: whose widget carries the keys; 0: the window itself
-    bool needsFocus = false;        ///< the keys work only while the part has the focus
-    bool isCheckable = false;
-    bool isViewOnly = false; ///< changes only what is seen; the owner may want to know before it runs the command
-    int count = 1;           ///< above 1: a list of so many commands (recent files), with ids counted up from this one
-    int placeholderOf = -1;  ///< shown while the list of this id is empty, never enabled, without an action
+    int flags = 0;
+    int part = 0;           ///< of the window: whose widget carries the keys; 0: the window itself
+    int count = 1;          ///< above 1: a list of so many commands, with ids counted up from this one
+    int placeholderOf = -1; ///< the list that this row stands for while it is empty
 
-    bool isRange() const { return count > 1; }
+    bool isCheckable() const { return flags & Checkable; }
+    bool isViewOnly() const { return flags & ViewOnly; }
+    bool needsFocus() const { return flags & KeysNeedFocus; }
+    bool isList() const { return count > 1; }
     bool isPlaceholder() const { return placeholderOf >= 0; }
     /// The text without mnemonic and key.
     QString label() const;
@@ -36,6 +43,20 @@ struct CommandRow
     /// Portable, the one of the text first.
     QStringList keyList() const;
 };
+/// The row of a list whose entries come and go, such as recent files, with ids from first to last.
+constexpr CommandRow commandList(int first, int last, const char16_t *tip, int condition = kAlways)
+{
+    CommandRow row{first, u"", tip, condition};
+    row.count = last - first + 1;
+    return row;
+}
+/// The row that is shown while a list is empty. It is never enabled and has no action.
+constexpr CommandRow placeholder(int id, int list, const char16_t *text, const char16_t *tip)
+{
+    CommandRow row{id, text, tip};
+    row.placeholderOf = list;
+    return row;
+}
 
 /// One item of a flat list that describes a menu bar, a menu or a tool bar.
 struct MenuItem
@@ -77,9 +98,9 @@ struct CommandLayout
 ///     enum Command : int { Open = 0, Save = 1, Copy = tarnwick::kFirstUnnumbered };
 ///     enum Condition : int { Always, Modified };
 ///     constexpr CommandRow kRows[] = {
-///         {.id = Open, .text = u"&Open ...\tCtrl+O", .tip = u"Open a list"},
-///         {.id = Save, .text = u"&Save\tCtrl+S", .tip = u"Save the list to its file", .condition = Modified},
-///         {.id = Copy, .text = u"Copy", .tip = u"Copy the list as text", .keys = u"Ctrl+C", .name = u"copy"},
+///         {Open, u"&Open ...\tCtrl+O", u"Open a list"},
+///         {Save, u"&Save\tCtrl+S", u"Save the list to its file", Modified},
+///         {Copy, u"Copy", u"Copy the list as text", tarnwick::kAlways, u"Ctrl+C", u"copy"},
 ///     };
 ///     constexpr MenuItem kBar[] = {openMenu(u"&File"), menuItem(Open), menuItem(Save), kCloseMenu, kEndOfMenu};
 ///     constexpr CommandLayout kLayouts[] = {{CommandLayout::Kind::MenuBar, u"menuBar", kBar}};
@@ -109,7 +130,7 @@ public:
 
     std::span<const CommandRow> rows() const { return m_rows; }
     std::span<const CommandLayout> layouts() const { return m_layouts; }
-    /// Null for an id that no row has. An id within a range has the range's row.
+    /// Null for an id that no row has. An id within a list has the list's row.
     const CommandRow *row(int id) const;
     /// By object name.
     const CommandRow *row(QStringView name) const;

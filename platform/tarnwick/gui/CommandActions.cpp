@@ -58,7 +58,7 @@ CommandActions::CommandActions(CommandHandlers &handlers, QWidget *window)
 
 void CommandActions::addRow(const CommandRow &row)
 {
-    if (!row.isRange()) {
+    if (!row.isList()) {
         makeAction(row.id, row.objectName(), false);
         addKeys(row);
         return;
@@ -73,7 +73,7 @@ QAction *CommandActions::makeAction(int id, const QString &name, bool hasOwnText
 {
     auto *action = new QAction(this);
     action->setObjectName(name);
-    action->setCheckable(m_handlers.table().row(id)->isCheckable);
+    action->setCheckable(m_handlers.table().row(id)->isCheckable());
     action->setMenuRole(QAction::NoRole);
     connect(action, &QAction::triggered, this, [this, id] { run(id); });
     m_shown.append({action, id, hasOwnText});
@@ -94,7 +94,7 @@ void CommandActions::addKeys(const CommandRow &row)
         return;
     QAction *action = m_actions.value(row.id);
     action->setShortcuts(keys);
-    action->setShortcutContext(row.needsFocus ? Qt::WidgetWithChildrenShortcut : Qt::WindowShortcut);
+    action->setShortcutContext(row.needsFocus() ? Qt::WidgetWithChildrenShortcut : Qt::WindowShortcut);
     part->addAction(action);
 }
 
@@ -102,7 +102,7 @@ void CommandActions::setPart(int part, QWidget *widget)
 {
     m_parts.insert(part, widget);
     for (const CommandRow &row : m_handlers.table().rows()) {
-        if (row.part == part && !row.isRange())
+        if (row.part == part && !row.isList())
             addKeys(row);
     }
 }
@@ -169,7 +169,7 @@ void CommandActions::addItem(QMenu *menu, const MenuItem &item, bool isMenuBar)
         m_menus.insert(row->id, menu);
     m_inMenus.insert(row->id);
     m_withText.insert(row->id);
-    if (row->isRange()) {
+    if (row->isList()) {
         addList(menu, *row);
     } else if (item.text) {
         QAction *action = makeAction(row->id, u"popup"_s + QString::number(row->id), true);
@@ -253,10 +253,10 @@ void CommandActions::update(const Shown &shown, const Reason &reason)
     const CommandRow *row = m_handlers.table().row(shown.id);
     QAction *action = shown.action;
     // A list's entries and placeholders have reasons of their own.
-    const bool isPlain = !row->isRange() && !row->isPlaceholder();
+    const bool isPlain = !row->isList() && !row->isPlaceholder();
     const QString whyNot = isPlain ? reason(row->condition) : m_handlers.whyNot(shown.id);
     action->setEnabled(whyNot.isEmpty());
-    if (row->isCheckable)
+    if (row->isCheckable())
         action->setChecked(m_handlers.isChecked(row->id));
     if (row->isPlaceholder())
         action->setVisible(m_handlers.entries(row->placeholderOf).isEmpty());

@@ -18,25 +18,29 @@ namespace tarnwick {
 
 namespace {
 
-enum Id : int { Open = 0, Save = 1, NoRecent = 2, FirstRecent = 3, Wrap = 8, Upload = 9, Copy = kFirstUnnumbered, Run };
+enum Id : int {
+    Open = 0,
+    Save = 1,
+    NoRecent = 2,
+    FirstRecent = 3,
+    LastRecent = 5,
+    Wrap = 8,
+    Upload = 9,
+    Copy = kFirstUnnumbered,
+    Run
+};
 enum Condition : int { Always, Modified, Connected };
 enum Part : int { Whole, List };
 
 constexpr CommandRow kRows[] = {
-    {.id = Open, .text = u"&Open ...\tCtrl+O", .tip = u"Open a list"},
-    {.id = Save, .text = u"&Save\tCtrl+S", .tip = u"Save the list to its file", .condition = Modified},
-    {.id = NoRecent, .text = u"<None>", .tip = u"No list has been opened yet", .placeholderOf = FirstRecent},
-    {.id = FirstRecent, .tip = u"Open this list", .count = 3},
-    {.id = Wrap, .text = u"&Wrap Lines", .tip = u"Break long lines", .isCheckable = true},
-    {.id = Upload, .text = u"&Upload", .tip = u"Store the list", .condition = kNotYet},
-    {.id = Copy,
-     .text = u"Copy",
-     .tip = u"Copy the list",
-     .keys = u"Ctrl+C|Ctrl+Ins",
-     .name = u"copy",
-     .part = List,
-     .needsFocus = true},
-    {.id = Run, .text = u" RUN ", .tip = u"Run the list", .condition = Connected, .name = u"run"},
+    {Open, u"&Open ...\tCtrl+O", u"Open a list"},
+    {Save, u"&Save\tCtrl+S", u"Save the list to its file", Modified},
+    placeholder(NoRecent, FirstRecent, u"<None>", u"No list has been opened yet"),
+    commandList(FirstRecent, LastRecent, u"Open this list"),
+    {Wrap, u"&Wrap Lines", u"Break long lines", Always, nullptr, nullptr, CommandRow::Checkable},
+    {Upload, u"&Upload", u"Store the list", kNotYet},
+    {Copy, u"Copy", u"Copy the list", Always, u"Ctrl+C|Ctrl+Ins", u"copy", CommandRow::KeysNeedFocus, List},
+    {Run, u" RUN ", u"Run the list", Connected, nullptr, u"run"},
 };
 constexpr MenuItem kBar[] = {
     openMenu(u"&File"), menuItem(Open),        menuItem(Save), kSeparator, openMenu(u"Recent Lists"),
@@ -67,7 +71,7 @@ public:
         handlers.bind(Open, [this] { isModified = true; });
         handlers.bind(Save, [this] { isModified = false; });
         handlers.bindList(
-            FirstRecent, [this](int place) { done.append(recent[place].text); }, [this] { return recent; });
+            FirstRecent, [this](const auto &entry) { done.append(entry.value); }, [this] { return recent; });
         handlers.bindCheckable(
             Wrap, [this] { isWrapped = !isWrapped; }, [this] { return isWrapped; });
         handlers.bind(Copy, [] {});
@@ -166,12 +170,13 @@ TEST(Commands, AListFillsItsMenuWhenItOpens)
     QAction *second = dialog.actions.action(FirstRecent + 1);
     EXPECT_TRUE(none->isVisible() && !none->isEnabled());
     EXPECT_EQ(none->toolTip(), u"No list has been opened yet"_s);
-    dialog.recent = {{u"a & b"_s, {}}, {u"gone"_s, u"It is not there any more."_s}, {u"c"_s, {}}, {u"too many"_s, {}}};
+    dialog.recent = {
+        {u"a & b"_s, u"a"_s, {}}, {u"b"_s, u"b"_s, u"It is gone."_s}, {u"c"_s, u"c"_s, {}}, {u"too many"_s, {}, {}}};
     Q_EMIT dialog.actions.menuOf(FirstRecent)->aboutToShow();
     EXPECT_FALSE(none->isVisible());
     EXPECT_EQ(dialog.actions.action(FirstRecent)->text(), u"&1 a && b"_s);
     EXPECT_TRUE(second->isVisible() && !second->isEnabled());
-    EXPECT_EQ(second->toolTip(), u"Open this list\nIt is not there any more."_s);
+    EXPECT_EQ(second->toolTip(), u"Open this list\nIt is gone."_s);
     dialog.actions.action(FirstRecent + 2)->trigger();
     EXPECT_EQ(dialog.done, (QStringList{u"command3"_s, u"c"_s}));
     EXPECT_FALSE(dialog.handlers.run(FirstRecent + 3)) << "no row: the list has three places";
@@ -183,11 +188,11 @@ TEST(Commands, AListFillsItsMenuWhenItOpens)
 TEST(Commands, FaultsAreFound)
 {
     static constexpr CommandRow rows[] = {
-        {.id = 0, .text = u"&Open", .tip = u"Open", .keys = u"Ctrl+O|Alt+F"},
-        {.id = 0, .text = u"&Save", .tip = u"Save", .condition = Modified, .keys = u"Ctrl+O"},
-        {.id = 2, .text = u"P&rint", .keys = u"Strg+P", .part = List},
-        {.id = kFirstUnnumbered, .text = u"Run", .tip = u"Run", .isCheckable = true},
-        {.id = 5, .text = u"Later", .tip = u"Later", .condition = kNotYet, .keys = u"F9"},
+        {0, u"&Open", u"Open", Always, u"Ctrl+O|Alt+F"},
+        {0, u"&Save", u"Save", Modified, u"Ctrl+O"},
+        {2, u"P&rint", u"", Always, u"Strg+P", nullptr, 0, List},
+        {kFirstUnnumbered, u"Run", u"Run", Always, nullptr, nullptr, CommandRow::Checkable},
+        {5, u"Later", u"Later", kNotYet, u"F9"},
     };
     static constexpr MenuItem bar[] = {openMenu(u"&File"), menuItem(0), menuItem(7), menuItem(0), kEndOfMenu};
     static constexpr CommandLayout layouts[] = {{CommandLayout::Kind::MenuBar, u"bar", bar}};
