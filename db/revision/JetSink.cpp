@@ -184,12 +184,12 @@ void JetSink::endTable(const dao::TableInfo &table, qint64 rows)
         allow(error);
     }
     m_load.reset();
-    for (auto rounded = m_rounded.cbegin(); rounded != m_rounded.cend(); ++rounded)
-        remark(
-            Kind::Changed, table.name,
-            u"Table '%1', field '%2': %3 amounts have more digits than can be kept; their last decimals were rounded."_s
-                .arg(table.name, table.fields[rounded.key()].name)
-                .arg(rounded.value()));
+    for (auto rounded = m_rounded.cbegin(); rounded != m_rounded.cend(); ++rounded) {
+        const QString amounts = rounded.value() == 1 ? u"1 amount has"_s : u"%1 amounts have"_s.arg(rounded.value());
+        remark(Kind::Changed, table.name,
+               u"Table '%1', field '%2': %3 more digits than can be kept; the last decimals were rounded."_s.arg(
+                   table.name, table.fields[rounded.key()].name, amounts));
+    }
     m_report->tables.append({table.name, rows});
 }
 

@@ -2,8 +2,9 @@
 
 #include <dao/Recordset.h>
 #include <dao/values/Errors.h>
-#include <db/revision/JetImport.h>
+#include <db/revision/JetSink.h>
 #include <fcntl.h>
+#include <limits>
 #include <QDir>
 #include <QFile>
 #include <random>
@@ -416,4 +417,41 @@ TEST_F(JetTest, AFileBehindALinkIsConvertedWhereItLies)
     EXPECT_EQ(QFile::permissions(real) & rights, rights);
     EXPECT_EQ(QFile::permissions(folder.path(u"arvo/project._db"_s)), QFile::permissions(real));
     EXPECT_EQ(folder.names(u"arvo/data"_s), QStringList{u"real.mdb"_s});
+}
+
+TEST(JetSink, RemarksOnAmountsThatItRounds)
+{
+    const QTemporaryDir folder;
+    dao::Workspace workspace;
+    dao::Database database(workspace);
+    db::JetAllowances allowances;
+    db::JetImportReport report;
+    jet::Table costs;
+    costs.info.name = u"costs"_s;
+    for (const QString &name : {u"small"_s, u"large"_s}) {
+        dao::FieldInfo field;
+        field.name = name;
+        field.type = dao::DataType::Currency;
+        costs.info.fields.append(field);
+    }
+    jet::Schema schema;
+    schema.jetVersion = 4;
+    schema.tables.append(costs);
+    {
+        db::JetSink sink(database, allowances, report, folder.filePath(u"new.mdb"_s), nullptr, {});
+        sink.schema(schema);
+        sink.beginTable(costs.info);
+        constexpr qint64 amounts[][2] = {{123'4567, std::numeric_limits<qint64>::max()},
+                                         {-1, 922'337'203'685'477'5801}};
+        for (const auto &[small, large] : amounts)
+            sink.row({dao::Value::fromCurrencyScaled(small), dao::Value::fromCurrencyScaled(large)});
+        sink.endTable(costs.info, 2);
+        sink.finish();
+    }
+    ASSERT_EQ(report.remarks.size(), 1);
+    EXPECT_EQ(report.remarks[0].text, u"Table 'costs', field 'large': 1 amount has more digits than can be kept; the "
+                                      "last decimals were rounded."_s);
+    dao::Recordset rows(database);
+    rows.open(dao::Recordset::Type::Snapshot, u"costs"_s);
+    EXPECT_EQ(rows.value(1).integer(), std::numeric_limits<qint64>::max());
 }
