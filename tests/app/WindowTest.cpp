@@ -320,7 +320,7 @@ TEST_F(WindowTest, MarksTheTubesOfAQueryFile)
     EXPECT_EQ(said.entries().size(), 1);
 
     // A row may fail as late as when it is read; an entry then keeps its tubes.
-    const QString failing = u"SELECT t.sec, 1/(t.row-5) AS row, t.col FROM tubes AS t"_s;
+    const QString failing = u"SELECT t.sec, t.row, t.col FROM tubes AS t WHERE 1/(t.row-5) < 2"_s;
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(failing.toUtf8());
     file.close();
