@@ -15,6 +15,7 @@ struct Recordset::Impl
     void openQuery(std::unique_ptr<QueryDef::Impl> definition);
     void openTable(const TableInfo &table);
     void run();
+    void runOnce();
     void close();
     void prepareWriting();
 

@@ -70,10 +70,6 @@ void Recordset::Impl::openQuery(std::unique_ptr<QueryDef::Impl> definition)
         if (!query->ensureCompiled().returnsRows())
             throw store::engineError(error::InvalidOperation, source);
         run();
-    } catch (const DaoException &exception) {
-        const std::unique_ptr<QueryDef::Impl> failed = std::move(query);
-        close();
-        failed->rethrowWithPlace(exception);
     } catch (...) {
         close();
         throw;
@@ -81,6 +77,15 @@ void Recordset::Impl::openQuery(std::unique_ptr<QueryDef::Impl> definition)
 }
 
 void Recordset::Impl::run()
+{
+    try {
+        runOnce();
+    } catch (const DaoException &exception) {
+        query->rethrowWithPlace(exception);
+    }
+}
+
+void Recordset::Impl::runOnce()
 {
     store::SourceScope scope(db->connection, source);
     query->compileForRun();

@@ -290,6 +290,17 @@ TEST_F(EngineTest, FailuresOfARunHaveThePlaceOfTheirExpression)
         }
     }
     EXPECT_EQ(rows(u"SELECT Count(*) AS c, Sum(a) AS s FROM n"_s), u"c|s\n3|12"_s) << "nothing was changed";
+
+    // A result that was open, and is run again.
+    dao::Recordset again(m_database);
+    again.open(dao::Recordset::Type::Dynaset, u"SELECT id FROM n WHERE id = 1 And a / b > 1"_s);
+    m_database.execute(u"UPDATE n SET b = 0"_s);
+    try {
+        again.requery();
+        ADD_FAILURE();
+    } catch (const dao::DaoException &exception) {
+        EXPECT_EQ(exception.where().column, 35);
+    }
 }
 
 TEST_F(EngineTest, HintsNameWhatTheTextCanName)
