@@ -121,8 +121,11 @@ int runSql(const Arguments &arguments)
     const QString sql = hasScript ? QString() : arguments.positional(1, u"STATEMENT"_s);
 
     Target target(path, arguments, Target::Takes::ProjectOrDatabase);
-    if (!target.connect())
+    if (!target.connect()) {
+        const tarnwick::Message &message = db::messages::kConnectDatabase;
+        writer->fail(dao::DaoException(message.number, programName(), QString::fromUtf16(message.text)));
         return Failed;
+    }
     CancelByConsole cancel;
     target.session().database().setProgress(&cancel);
     const bool done = hasScript ? runScript(target, target.pathOf(arguments.value(u"file")), *writer)

@@ -131,6 +131,10 @@ TEST_F(DatabaseCommands, FailuresOfAStatementLeaveWhatWasReadAndTheFormIntact)
     for (const auto &[statement, number] : refused)
         EXPECT_EQ(run(statement, u"json"_s).json()[u"error"][u"number"].toInt(), number) << qPrintable(statement);
 
+    const CliResult noFile =
+        cli.run({u"sql"_s, folder.filePath(u"none.mdb"_s), u"SELECT 1"_s, u"--format"_s, u"json"_s});
+    EXPECT_EQ(noFile.json()[u"error"][u"number"].toInt(), 1032) << qPrintable(noFile.output + noFile.error);
+
     // Ctrl+C in the middle of the rows.
     QStringList many;
     for (int i = 0; i < 16; ++i)
