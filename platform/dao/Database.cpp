@@ -219,13 +219,6 @@ qint64 Database::changeStamp() const
     return m_impl->connection.number(u"PRAGMA data_version"_s);
 }
 
-void Database::lockForChanges()
-{
-    store::SourceScope scope(m_impl->connection, u"DAO.Database"_s);
-    m_impl->prepareStatement();
-    m_impl->connection.run(u"DELETE FROM _dao_properties WHERE 0"_s);
-}
-
 int Database::execute(const QString &sql)
 {
     return QueryDef(*this, sql).execute();

@@ -110,9 +110,6 @@ public:
     void readFile(const std::function<void(QByteArrayView)> &take) const;
     /// A number that is another one once another program has changed the file.
     qint64 changeStamp() const;
-    /// Within a transaction: from here to its end no other program changes the file. Changes nothing by itself. Throws
-    /// when another program is writing.
-    void lockForChanges();
 
     /// Runs an action statement without parameters, failing on the first error, the statement undone as a whole.
     /// Returns the rows affected. Error 3065 for a statement that returns rows, 3061 when it has parameters.

@@ -6,6 +6,7 @@
 #include <dao/functions/Functions.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <memory>
 #include <QScopeGuard>
@@ -29,6 +30,18 @@ constexpr int consultEveryMilliseconds = 100;
 constexpr int patienceMilliseconds = 10 * 60 * 1000; // for other programs, while a user can stop the waiting
 constexpr int sayWaitingAfterMilliseconds = 300;
 constexpr int longestSleepMilliseconds = 20;
+
+/// What the system said when a file could not be written. After a commit the inner engine's own number may be that of
+/// the roll back that followed; the file itself keeps its last failure.
+int systemError(sqlite3 *db)
+{
+    const int cause = sqlite3_system_errno(db);
+    if (cause == ENOSPC || cause == EDQUOT || cause == EFBIG)
+        return cause;
+    int last = 0;
+    sqlite3_file_control(db, "main", SQLITE_FCNTL_LAST_ERRNO, &last);
+    return last != 0 ? last : cause;
+}
 
 bool isProtectedTable(const char *name)
 {
@@ -69,13 +82,9 @@ struct ConnectionCallbacks
     static int look(void *self)
     {
         auto *connection = static_cast<Connection *>(self);
-        if (!connection->m_cancelRequested && connection->m_sinceConsulted.hasExpired(consultEveryMilliseconds)) {
-            // Whoever is asked may let events in, and those must not run statements on this connection.
-            connection->m_consulting = true;
-            connection->m_cancelRequested = connection->m_progress && connection->m_progress->cancelled();
-            connection->m_consulting = false;
-            connection->m_sinceConsulted.restart();
-        }
+        if (connection->m_progress && !connection->m_cancelRequested &&
+            connection->m_sinceConsulted.hasExpired(consultEveryMilliseconds))
+            connection->consult(false);
         const bool mayInterrupt = !connection->m_writing || !connection->m_programTransaction;
         return connection->m_cancelRequested && mayInterrupt ? 1 : 0;
     }
@@ -235,6 +244,8 @@ void Connection::commitProgramTransaction()
 void Connection::commit()
 {
     requireSameFile();
+    if (m_thrownMeanwhile)
+        throwStopped();
     m_committing = true;
     const auto ended = qScopeGuard([this] { m_committing = false; });
     run(u"COMMIT"_s);
@@ -258,16 +269,40 @@ bool Connection::waitForOthers(int calls)
     const bool watched = m_progress && !m_consulting;
     if (m_cancelRequested || m_waiting.hasExpired(watched ? patienceMilliseconds : busyMilliseconds))
         return false;
-    if (watched && m_sinceConsulted.hasExpired(consultEveryMilliseconds)) {
-        m_consulting = true;
-        if (m_waiting.hasExpired(sayWaitingAfterMilliseconds))
-            m_progress->waiting();
-        m_cancelRequested = m_progress->cancelled();
-        m_consulting = false;
-        m_sinceConsulted.restart();
-    }
+    if (watched && m_sinceConsulted.hasExpired(consultEveryMilliseconds))
+        consult(m_waiting.hasExpired(sayWaitingAfterMilliseconds));
     QThread::msleep(ulong(std::min(calls + 1, longestSleepMilliseconds)));
     return !m_cancelRequested;
+}
+
+// Called from within the inner engine, through which nothing may be thrown.
+void Connection::consult(bool isWaiting) noexcept
+{
+    // Whoever is asked may let events in, and those must not run statements on this connection.
+    m_consulting = true;
+    try {
+        if (isWaiting)
+            m_progress->waiting();
+        m_cancelRequested = m_progress->cancelled();
+    } catch (...) {
+        throwAfterwards(std::current_exception());
+    }
+    m_consulting = false;
+    m_sinceConsulted.restart();
+}
+
+void Connection::throwAfterwards(std::exception_ptr thrown)
+{
+    m_thrownMeanwhile = std::move(thrown);
+    m_cancelRequested = true;
+}
+
+void Connection::throwStopped()
+{
+    m_cancelRequested = false;
+    if (m_thrownMeanwhile)
+        std::rethrow_exception(std::exchange(m_thrownMeanwhile, nullptr));
+    throw DaoCancelled();
 }
 
 void Connection::requireTransaction() const
@@ -303,10 +338,15 @@ void Connection::setProgress(Progress *progress)
 
 void Connection::throwIfCancelled()
 {
-    if (!m_cancelRequested)
-        return;
+    if (m_cancelRequested || m_thrownMeanwhile)
+        throwStopped();
+}
+
+void Connection::clearCancel()
+{
     m_cancelRequested = false;
-    throw DaoCancelled();
+    if (m_thrownMeanwhile)
+        throwStopped();
 }
 
 void Connection::holdRead()
@@ -349,20 +389,25 @@ void Connection::afterFailure()
         m_transactionLost = true;
 }
 
-void Connection::fail(bool writing) const
+void Connection::fail(bool writing)
 {
     EngineFailure failure;
     failure.extendedCode = sqlite3_extended_errcode(m_db);
     // The user did not want to wait for others any longer.
     if ((failure.extendedCode & 0xff) == SQLITE_BUSY && m_cancelRequested)
-        throw DaoCancelled();
+        throwStopped();
+    failure.systemError = systemError(m_db);
     failure.text = QString::fromUtf8(sqlite3_errmsg(m_db));
     failure.path = m_path;
     failure.source = m_source;
     failure.opening = m_opening;
     failure.writing = writing;
     failure.schema = m_schema;
-    raise(failure);
+    try {
+        raise(failure);
+    } catch (const DaoCancelled &) {
+        throwStopped();
+    }
 }
 
 void Connection::adopt(Statement *statement)

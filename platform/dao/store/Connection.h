@@ -6,6 +6,7 @@
 #include <dao/values/Schema.h>
 #include <dao/values/Value.h>
 
+#include <exception>
 #include <functional>
 #include <QElapsedTimer>
 #include <QObject>
@@ -85,10 +86,14 @@ public:
 
     void setProgress(Progress *progress);
     Progress *progress() const { return m_progress; }
-    /// Throws DaoCancelled when the user wanted to stop while a statement ran that could not be interrupted.
+    /// Throws DaoCancelled when the user wanted to stop while a statement ran that could not be interrupted, or what
+    /// the progress object has thrown.
     void throwIfCancelled();
-    /// At the start of a statement: what was wanted of the one before is past.
-    void clearCancel() { m_cancelRequested = false; }
+    /// At the start of a statement: a wish to stop the one before no longer counts. Throws what the progress object has
+    /// thrown and nobody was told.
+    void clearCancel();
+    /// For what the inner engine calls: the statement that runs ends with this exception.
+    void throwAfterwards(std::exception_ptr thrown);
 
     /// Keeps what is read consistent and cheap until the event loop is reached again: without it every row that is
     /// fetched locks and unlocks the file. Does nothing where no event loop runs, as nothing would end it there.
@@ -104,9 +109,11 @@ private:
     void setUp();
     void requireSameFile() const;
     bool waitForOthers(int calls);
+    void consult(bool isWaiting) noexcept;
+    [[noreturn]] void throwStopped();
     bool beforeStep(const Statement &statement);
     void afterFailure();
-    [[noreturn]] void fail(bool writing) const;
+    [[noreturn]] void fail(bool writing);
     void adopt(Statement *statement);
     void release(Statement *statement);
 
@@ -124,6 +131,7 @@ private:
     bool m_writing = false;
     bool m_consulting = false;
     bool m_cancelRequested = false;
+    std::exception_ptr m_thrownMeanwhile; ///< by the progress object or a function, while the inner engine was running
     bool m_programTransaction = false;
     bool m_committing = false;
     bool m_transactionLost = false;

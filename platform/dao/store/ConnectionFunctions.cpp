@@ -52,38 +52,50 @@ void give(sqlite3_context *context, const Value &value)
     }
 }
 
+struct AddedFunction
+{
+    Connection *connection;
+    Connection::Function body;
+};
+
 void callFunction(sqlite3_context *context, int count, sqlite3_value **values)
 {
+    const auto &function = *static_cast<const AddedFunction *>(sqlite3_user_data(context));
+    const auto stop = [context] {
+        // As an interruption it would take the whole transaction with it.
+        const QByteArray text = QString::fromUtf16(cancelText).toUtf8();
+        sqlite3_result_error(context, text.constData(), int(text.size()));
+    };
     // Nothing may be thrown through the inner engine.
     try {
-        const auto &body = *static_cast<const Connection::Function *>(sqlite3_user_data(context));
         QList<Value> arguments;
         for (int i = 0; i < count; ++i)
             arguments.append(argumentOf(values[i]));
-        give(context, body(arguments));
+        give(context, function.body(arguments));
     } catch (const DaoException &e) {
         const QByteArray text = raiseText(e.number(), e.description()).toUtf8();
         sqlite3_result_error(context, text.constData(), int(text.size()));
     } catch (const DaoCancelled &) {
-        // As an interruption it would take the whole transaction with it.
-        const QByteArray text = QString::fromUtf16(cancelText).toUtf8();
-        sqlite3_result_error(context, text.constData(), int(text.size()));
-    } catch (const std::exception &) {
+        stop();
+    } catch (const std::bad_alloc &) {
         sqlite3_result_error_nomem(context);
+    } catch (...) {
+        function.connection->throwAfterwards(std::current_exception());
+        stop();
     }
 }
 
 void forget(void *body)
 {
-    delete static_cast<Connection::Function *>(body);
+    delete static_cast<AddedFunction *>(body);
 }
 
 } // namespace
 
 void Connection::addFunction(const QByteArray &name, const Function &body)
 {
-    sqlite3_create_function_v2(m_db, name.constData(), -1, SQLITE_UTF8, new Function(body), &callFunction, nullptr,
-                               nullptr, &forget);
+    sqlite3_create_function_v2(m_db, name.constData(), -1, SQLITE_UTF8, new AddedFunction{this, body}, &callFunction,
+                               nullptr, nullptr, &forget);
 }
 
 } // namespace dao::store

@@ -3,6 +3,7 @@
 #include "SystemTables.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <QLoggingCategory>
 #include <sqlite3.h>
 
@@ -228,6 +229,24 @@ DaoException movedError(const QString &source, const QString &path)
             u"that is there now; connect to it again."_s);
 }
 
+/// Reading and writing that the system refused.
+[[noreturn]] static void raiseDisk(const EngineFailure &failure)
+{
+    switch (failure.systemError) {
+    case EFBIG:
+        throw engineError(error::DiskFull, failure.source)
+            .withHint(u"A file would become larger than this program may make it (limit on the size of files), or "
+                      u"than the file system allows."_s);
+    case EDQUOT:
+        throw engineError(error::DiskFull, failure.source)
+            .withHint(u"What this user may store on the disk (quota) is used up."_s);
+    case ENOSPC:
+        raise(failure, error::DiskFull);
+    default:
+        raise(failure, error::DiskError, {failure.path});
+    }
+}
+
 QString raiseText(int number, const QString &text)
 {
     return u"dao:"_s + QString::number(number) + u':' + text;
@@ -267,7 +286,7 @@ QString raiseText(int number, const QString &text)
     case SQLITE_PERM:
         raise(failure, error::CannotOpenFile, {failure.path});
     case SQLITE_IOERR:
-        raise(failure, error::DiskError, {failure.path});
+        raiseDisk(failure);
     case SQLITE_NOMEM:
         raise(failure, error::OutOfResources);
     case SQLITE_TOOBIG:

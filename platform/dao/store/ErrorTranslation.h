@@ -17,6 +17,7 @@ DaoException movedError(const QString &source, const QString &path);
 struct EngineFailure
 {
     int extendedCode = 0;
+    int systemError = 0;                ///< errno of a failure to read or write
     QString text;                       ///< the inner engine's own; read for names, never shown
     QString path;                       ///< of the database file
     QString source;                     ///< the object that failed, "DAO.Database"

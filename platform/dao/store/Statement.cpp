@@ -196,13 +196,7 @@ bool Statement::step()
         m_started = false;
         sqlite3_reset(m_statement);
     });
-    try {
-        m_connection->fail(isChange());
-    } catch (const DaoCancelled &) {
-        // Heard: what comes next has not been asked about.
-        m_connection->clearCancel();
-        throw;
-    }
+    m_connection->fail(isChange());
 }
 
 void Statement::reset()

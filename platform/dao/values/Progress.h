@@ -2,7 +2,8 @@
 
 namespace dao {
 
-/// Consulted about ten times a second while a statement runs.
+/// Consulted about ten times a second while a statement runs. An exception that it throws stops the statement like
+/// cancelled(), and is thrown to the caller of the statement in place of DaoCancelled.
 class Progress
 {
 public:

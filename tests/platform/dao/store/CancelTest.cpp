@@ -68,6 +68,28 @@ TEST_F(CancelTest, AStoppedSelectLeavesNothingOpen)
     EXPECT_EQ(database.execute(u"DELETE FROM n WHERE x = 0"_s), 1);
 }
 
+TEST_F(CancelTest, WhatTheProgressThrowsStopsTheStatementAndComesOut)
+{
+    StopAt stop(1);
+    stop.whenAsked = [] { throw std::runtime_error("from the window"); };
+    for (const bool inTransaction : {false, true}) {
+        for (const QString &sql : {longSelect, longUpdate}) {
+            SCOPED_TRACE(testing::Message() << inTransaction << sql.toStdString());
+            if (inTransaction)
+                workspace.beginTrans();
+            database.setProgress(&stop);
+            Recordset set(database);
+            EXPECT_THROW(sql == longSelect ? set.open(Recordset::Type::Dynaset, sql) : void(database.execute(sql)),
+                         std::runtime_error);
+            database.setProgress(nullptr);
+            EXPECT_EQ(database.execute(u"UPDATE n SET x = x WHERE x < 10"_s), 10) << "goes on";
+            if (inTransaction)
+                workspace.commitTrans();
+            EXPECT_EQ(sum(), before);
+        }
+    }
+}
+
 TEST_F(CancelTest, AStoppedChangeIsUndone)
 {
     StopAt stop(1);

@@ -190,9 +190,15 @@ public:
             sqlite3_exec(m_other, "COMMIT", nullptr, nullptr, nullptr);
         return cancels && m_looks > 5;
     }
-    void waiting() override { toldOfWaiting = true; }
+    void waiting() override
+    {
+        toldOfWaiting = true;
+        if (throws)
+            throw std::runtime_error("from the window");
+    }
 
     bool cancels = false;
+    bool throws = false;
     bool toldOfWaiting = false;
 
 private:
@@ -224,12 +230,37 @@ TEST_F(FilesTest, WritersWaitForOthersAsLongAsTheUserDoes)
     }
     EXPECT_EQ(rawRows(u"SELECT x FROM t"_s), u"11 12 17 12 17"_s);
 
-    Waiting writer(path(), write);
-    writer.cancels = true;
-    database.setProgress(&writer);
-    EXPECT_THROW(workspace.beginTrans(Begin::Writing), DaoCancelled);
+    {
+        Waiting writer(path(), write);
+        writer.cancels = true;
+        database.setProgress(&writer);
+        EXPECT_THROW(workspace.beginTrans(Begin::Writing), DaoCancelled);
+        EXPECT_EQ(workspace.transactionDepth(), 0);
+        database.setProgress(nullptr);
+    }
+    Waiting another(path(), write);
+    another.cancels = another.throws = true;
+    database.setProgress(&another);
+    EXPECT_THROW(workspace.beginTrans(Begin::Writing), std::runtime_error);
     EXPECT_EQ(workspace.transactionDepth(), 0);
     database.setProgress(nullptr);
+}
+
+TEST_F(FilesTest, ACommitThatIsStoppedByTheProgressCanBeTriedAgain)
+{
+    database.open(path());
+    {
+        Waiting reader(path(), "SELECT count(*) FROM t");
+        reader.throws = true;
+        database.setProgress(&reader);
+        workspace.beginTrans(Workspace::Begin::Writing);
+        append(u"t"_s, {{u"x"_s, number(2)}});
+        EXPECT_THROW(workspace.commitTrans(), std::runtime_error);
+        EXPECT_EQ(workspace.transactionDepth(), 1);
+        database.setProgress(nullptr);
+    }
+    workspace.commitTrans();
+    EXPECT_EQ(rawRows(u"SELECT x FROM t"_s), u"1 2"_s);
 }
 
 TEST_F(FilesTest, AFileThatTookThePlaceOfTheOpenOneIsNotTakenForIt)

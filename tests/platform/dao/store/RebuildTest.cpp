@@ -166,12 +166,11 @@ TEST_F(RebuildTest, ReadsTheCommittedFileByteForByte)
     EXPECT_EQ(raw(u"SELECT 1 FROM plans"_s, copy.fileName()), QString());
 }
 
-TEST_F(RebuildTest, ALockKeepsOthersFromChangingAndChangesNothing)
+TEST_F(RebuildTest, AWritingTransactionKeepsOthersFromChangingAndChangesNothing)
 {
     const QByteArray before = bytes(u"test.mdb"_s);
     const qint64 stamp = database.changeStamp();
-    workspace.beginTrans();
-    database.lockForChanges();
+    workspace.beginTrans(Workspace::Begin::Writing);
     EXPECT_EQ(database.changeStamp(), stamp);
     EXPECT_NE(raw(u"DELETE FROM plans"_s), QString());
     workspace.commitTrans();
