@@ -10,12 +10,12 @@
 #include <tarnwick/gui/StateKeeper.h>
 
 #include <QDir>
+#include <QJsonObject>
 #include <QPageSetupDialog>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QSettings>
 
 using namespace Qt::StringLiterals;
 
@@ -45,8 +45,8 @@ QPrinter &MapPrinting::printer()
 {
     if (m_printer)
         return *m_printer;
-    const QSettings kept(tarnwick::StateKeeper::sessionFile(), QSettings::IniFormat);
-    const QPrinterInfo chosen = QPrinterInfo::printerInfo(kept.value(kPrinterKey).toString());
+    const QJsonObject kept = tarnwick::StateKeeper::sessionFile().values();
+    const QPrinterInfo chosen = QPrinterInfo::printerInfo(kept[kPrinterKey].toString());
     const QPrinterInfo info = chosen.isNull() ? QPrinterInfo::defaultPrinter() : chosen;
     m_printer = info.isNull() ? std::make_unique<QPrinter>(QPrinter::HighResolution)
                               : std::make_unique<QPrinter>(info, QPrinter::HighResolution);
@@ -55,9 +55,9 @@ QPrinter &MapPrinting::printer()
         m_printer->setPageSize(defaultPaper());
     }
     // Tubesheets are as wide as high and the legend stands beside them.
-    const bool landscape = kept.value(kLandscapeKey, true).toBool();
+    const bool landscape = kept[kLandscapeKey].toBool(true);
     m_printer->setPageOrientation(landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
-    const int paper = kept.value(kPaperKey, -1).toInt();
+    const int paper = kept[kPaperKey].toInt(-1);
     if (paper >= 0 && paper < QPageSize::Custom)
         m_printer->setPageSize(QPageSize(QPageSize::PageSizeId(paper)));
     m_printer->setCreator(u"ARVO"_s);
@@ -66,11 +66,14 @@ QPrinter &MapPrinting::printer()
 
 void MapPrinting::keepSetup() const
 {
-    QSettings kept(tarnwick::StateKeeper::sessionFile(), QSettings::IniFormat);
     const QPageLayout layout = m_printer->pageLayout();
-    kept.setValue(kPaperKey, int(layout.pageSize().id()));
-    kept.setValue(kLandscapeKey, layout.orientation() == QPageLayout::Landscape);
-    kept.setValue(kPrinterKey, m_printer->printerName());
+    try {
+        tarnwick::StateKeeper::sessionFile().store({{kPaperKey, int(layout.pageSize().id())},
+                                                    {kLandscapeKey, layout.orientation() == QPageLayout::Landscape},
+                                                    {kPrinterKey, m_printer->printerName()}});
+    } catch (const tarnwick::FileError &error) {
+        m_session.prompts().showError(tarnwick::kErrorSeverity, 0, error.text());
+    }
 }
 
 QString MapPrinting::documentName() const

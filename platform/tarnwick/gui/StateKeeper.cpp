@@ -4,16 +4,20 @@
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QJsonArray>
+#include <QLoggingCategory>
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QTableView>
 #include <QTreeView>
-#include <QVariant>
 #include <QWidget>
+#include <tarnwick/Error.h>
 
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
+
+Q_LOGGING_CATEGORY(lcSession, "arvo.session", QtWarningMsg)
 
 static QHeaderView *columnHeader(const QAbstractItemView *view)
 {
@@ -32,17 +36,21 @@ void StateKeeper::keep(QWidget *window)
     window->installEventFilter(keeper);
 }
 
-QString StateKeeper::sessionFile()
+SessionFile StateKeeper::sessionFile()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + u"/session.ini"_s;
+    return SessionFile(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + u"/session.json"_s);
+}
+
+QString StateKeeper::keyOf(const QString &name) const
+{
+    return m_window->objectName() + u'/' + name;
 }
 
 StateKeeper::StateKeeper(QWidget *window)
     : QObject(window)
     , m_window(window)
-    , m_settings(sessionFile(), QSettings::IniFormat)
+    , m_kept(sessionFile().values())
 {
-    m_settings.beginGroup(window->objectName());
 }
 
 bool StateKeeper::eventFilter(QObject *watched, QEvent *event)
@@ -58,11 +66,11 @@ bool StateKeeper::eventFilter(QObject *watched, QEvent *event)
 
 void StateKeeper::restore()
 {
-    const QByteArray geometry = m_settings.value(u"geometry"_s).toByteArray();
+    const QByteArray geometry = SessionFile::toBytes(m_kept[keyOf(u"geometry"_s)]);
     if (!geometry.isEmpty())
         m_window->restoreGeometry(geometry);
     for (QSplitter *splitter : m_window->findChildren<QSplitter *>()) {
-        const QByteArray state = m_settings.value(u"splitter/"_s + splitter->objectName()).toByteArray();
+        const QByteArray state = SessionFile::toBytes(m_kept[keyOf(u"splitter/"_s + splitter->objectName())]);
         if (!splitter->objectName().isEmpty() && !state.isEmpty())
             splitter->restoreState(state);
     }
@@ -79,7 +87,7 @@ void StateKeeper::restore()
 
 void StateKeeper::restoreColumns(QHeaderView *header, const QString &name)
 {
-    const QVariantList widths = m_settings.value(u"columns/"_s + name).toList();
+    const QJsonArray widths = m_kept[keyOf(u"columns/"_s + name)].toArray();
     if (widths.isEmpty() || widths.size() != header->count())
         return;
     for (int i = 0; i < header->count(); ++i) {
@@ -89,23 +97,28 @@ void StateKeeper::restoreColumns(QHeaderView *header, const QString &name)
     }
 }
 
-void StateKeeper::store()
+void StateKeeper::store() const
 {
-    m_settings.setValue(u"geometry"_s, m_window->saveGeometry());
+    QJsonObject state;
+    state[keyOf(u"geometry"_s)] = SessionFile::fromBytes(m_window->saveGeometry());
     for (const QSplitter *splitter : m_window->findChildren<QSplitter *>()) {
         if (!splitter->objectName().isEmpty())
-            m_settings.setValue(u"splitter/"_s + splitter->objectName(), splitter->saveState());
+            state[keyOf(u"splitter/"_s + splitter->objectName())] = SessionFile::fromBytes(splitter->saveState());
     }
     for (const QAbstractItemView *view : m_window->findChildren<QAbstractItemView *>()) {
         const QHeaderView *header = columnHeader(view);
         if (!header || view->objectName().isEmpty() || header->count() == 0)
             continue;
-        QVariantList widths;
+        QJsonArray widths;
         for (int i = 0; i < header->count(); ++i)
             widths.append(header->isSectionHidden(i) ? 0 : header->sectionSize(i));
-        m_settings.setValue(u"columns/"_s + view->objectName(), widths);
+        state[keyOf(u"columns/"_s + view->objectName())] = widths;
     }
-    m_settings.sync();
+    try {
+        sessionFile().store(state);
+    } catch (const FileError &error) {
+        qCWarning(lcSession).noquote() << error.text(); // the next session begins as this one did
+    }
 }
 
 } // namespace tarnwick

@@ -1,6 +1,6 @@
 #pragma once
 #include <QObject>
-#include <QSettings>
+#include <tarnwick/SessionFile.h>
 
 class QHeaderView;
 class QWidget;
@@ -19,8 +19,8 @@ public:
     /// window is hidden or destroyed.
     static void keep(QWidget *window);
 
-    /// "session.ini" below the user's configuration folder of the program.
-    static QString sessionFile();
+    /// "session.json" below the user's configuration folder of the program.
+    static SessionFile sessionFile();
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -28,10 +28,11 @@ private:
     explicit StateKeeper(QWidget *window);
     void restore();
     void restoreColumns(QHeaderView *header, const QString &name);
-    void store();
+    void store() const;
+    QString keyOf(const QString &name) const;
 
     QWidget *m_window;
-    QSettings m_settings;
+    QJsonObject m_kept; ///< as it was when the window was made
 };
 
 } // namespace tarnwick
