@@ -9,6 +9,7 @@
 #include <dao/values/Errors.h>
 #include <db/Errors.h>
 #include <db/Messages.h>
+#include <db/SessionTransaction.h>
 #include <QStringDecoder>
 #include <query/Messages.h>
 #include <tarnwick/FileWriter.h>
@@ -95,17 +96,18 @@ QString readScript(const QString &path)
 bool runScript(Target &target, const QString &path, RowWriter &writer)
 {
     const QString text = readScript(path);
-    if (!db::beginTrans(target.session(), false, db::Begin::Writing))
+    db::SessionTransaction transaction(target.session());
+    if (!transaction.begin())
         return false;
     for (const ScriptStatement &statement : splitScript(text)) {
         if (!runStatement(target, statement.sql, writer)) {
             printError(
                 u"in the statement of line %1 of %2; nothing of the file was done\n"_s.arg(statement.line).arg(path));
-            db::rollbackTrans(target.session());
+            transaction.rollback();
             return false;
         }
     }
-    return db::commitTrans(target.session());
+    return transaction.commit();
 }
 
 } // namespace

@@ -133,6 +133,8 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
     m_map.setProject(&m_project);
     if (m_project.isLoaded())
         tarnwick::removeLeftoversBelow(m_project.folder);
+    for (const QString &kept : {u"/config"_s, u"/user"_s})
+        tarnwick::removeLeftoversBelow(m_context.roots.palomineDir + kept);
     m_context.prompt = &m_parameters;
     m_context.systemMacros = [this] { return systemMacros(); };
     // Commands that take a project only work on its component.

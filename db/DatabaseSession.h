@@ -15,8 +15,9 @@ struct ConversionState
     QStringList failed;    ///< those of them that were tried and undone
     bool asked = false;
     bool approved = false;
-    bool cancelled = false; ///< by the user, after it had begun
-    QString backup;         ///< of the file as it was before the conversion; empty when none was made
+    bool cancelled = false;        ///< by the user, after it had begun
+    bool refreshCancelled = false; ///< by the user: views and labels may be older than the project
+    QString backup;                ///< of the file as it was before the conversion; empty when none was made
 
     QStringList done() const; ///< requested and not failed
     /// "    %d) %S\n" for each step.
@@ -65,9 +66,10 @@ private:
 /// True when a database is open; otherwise says "Connect to a database first." (1053).
 bool checkConnected(DatabaseSession &session);
 
-/// Transactions on the session's workspace. Begin::Writing and the commit wait for other programs that use the file,
-/// and may be cancelled, while the database has a progress object (EngineProgress): DaoCancelled passes on. An engine
-/// exception is reported (1054, 1055, 1056) and false returned, or, with rethrow, passes on unreported.
+/// Transactions on the session's workspace; what writes uses SessionTransaction. Begin::Writing and the commit wait for
+/// other programs that use the file, and may be cancelled, while the database has a progress object (EngineProgress):
+/// DaoCancelled passes on. An engine exception is reported (1054, 1055, 1056) and false returned, or, with rethrow,
+/// passes on unreported.
 using Begin = dao::Workspace::Begin;
 bool beginTrans(DatabaseSession &session, bool rethrow = false, Begin begin = Begin::AsNeeded);
 bool commitTrans(DatabaseSession &session, bool rethrow = false);

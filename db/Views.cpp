@@ -8,6 +8,7 @@
 #include "SqlText.h"
 #include "StoredQueries.h"
 
+#include <algorithm>
 #include <dao/sql/ast/Parser.h>
 #include <dao/sql/ast/Printer.h>
 #include <dao/sql/ast/PrintText.h>
@@ -41,6 +42,18 @@ const QList<AliasedField> &aliasedFields()
 
 /// The field of an alias table that holds the number; that of the label is called as the field that it stands for.
 const QString kNumberField = u"index"_s;
+
+const QStringList kViewedTables{u"report"_s, u"repairs"_s, u"plan_entry"_s, u"tube_set_entry"_s, u"tubes"_s};
+
+QString viewOf(const QString &table)
+{
+    return table + u'#';
+}
+
+bool isViewCurrent(dao::Database &database, const QString &table, const QString &sql)
+{
+    return database.hasQuery(viewOf(table)) && database.query(viewOf(table)).sql == sql;
+}
 
 /// In brackets where a list of fields would not take the bare word for a name.
 QString listedName(const QString &name)
@@ -141,16 +154,39 @@ QString viewSql(const dao::TableInfo &table)
     return tarnwick::format(u"SELECT %S\n", fields.join(u", ")) + sources + tarnwick::format(u"\n%S", conditions);
 }
 
+bool areViewsCurrent(dao::Database &database)
+{
+    try {
+        return std::all_of(kViewedTables.begin(), kViewedTables.end(), [&](const QString &table) {
+            return !database.hasTable(table) || isViewCurrent(database, table, viewSql(database.table(table)));
+        });
+    } catch (const dao::DaoException &) {
+        return false; // making them says why
+    }
+}
+
+bool areAliasesCurrent(dao::Database &database, const ellery::SteamGen &steamGen)
+{
+    try {
+        return std::all_of(aliasedFields().begin(), aliasedFields().end(), [&](const AliasedField &aliased) {
+            return !database.hasTable(tableOf(aliased)) ||
+                   storedLabels(database, aliased) == wantedLabels(steamGen, aliased.axis);
+        });
+    } catch (const dao::DaoException &) {
+        return false;
+    }
+}
+
 bool refreshViews(DatabaseSession &session)
 {
     dao::Database &database = session.database();
-    for (const QString &table : {u"report"_s, u"repairs"_s, u"plan_entry"_s, u"tube_set_entry"_s, u"tubes"_s}) {
+    for (const QString &table : kViewedTables) {
         if (!database.hasTable(table))
             continue;
-        const QString view = table + u'#';
+        const QString view = viewOf(table);
         try {
             const QString sql = viewSql(database.table(table));
-            if (!database.hasQuery(view) || database.query(view).sql != sql)
+            if (!isViewCurrent(database, table, sql))
                 storeQueryDef(database, view, sql);
         } catch (const dao::DaoException &exception) {
             showDaoError(session.prompts(), exception, messages::kCreateView, view);

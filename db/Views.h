@@ -9,6 +9,11 @@ namespace db {
 /// columns, sections and legs.
 QString viewSql(const dao::TableInfo &table);
 
+/// Whether refreshViews() and refreshAliases() have nothing to do. Only reads. False also when that cannot be found
+/// out: refreshing then says why.
+bool areViewsCurrent(dao::Database &database);
+bool areAliasesCurrent(dao::Database &database, const ellery::SteamGen &steamGen);
+
 /// Creates or replaces the views ("report#" and so on) of the tables that exist, where they differ from what they
 /// should be. A failure is reported (1030) and does not stop the others, unless it is one of the whole file: then
 /// false.

@@ -2,6 +2,7 @@
 
 #include "Messages.h"
 
+#include <db/EngineProgress.h>
 #include <db/Errors.h>
 #include <db/FieldAccess.h>
 
@@ -37,19 +38,21 @@ QList<CalList::Row> readCals(dao::Database &database)
 
 } // namespace
 
-CalList::~CalList()
-{
-    if (m_open && m_session->isOpen())
-        end(false);
-}
-
 bool CalList::open()
 {
-    if (!db::checkConnected(*m_session) || !db::beginTrans(*m_session))
+    if (!db::checkConnected(*m_session))
         return false;
-    m_open = true;
-    fill();
-    return true;
+    const db::EngineProgress stoppable(m_session->database(), m_progress);
+    try {
+        if (!m_transaction.begin())
+            return false;
+        fill();
+        return true;
+    } catch (const dao::DaoCancelled &) {
+        m_transaction.rollback();
+        m_session->prompts().status(messages::kCalListCancelled);
+        return false;
+    }
 }
 
 bool CalList::fill()
@@ -109,15 +112,16 @@ bool CalList::closeWithCancel()
 
 void CalList::end(bool commit)
 {
-    if (!m_open)
+    if (!m_transaction.isOpen())
         return;
-    m_open = false;
-    if (!m_session->isOpen())
-        return;
-    if (commit && db::commitTrans(*m_session))
-        return;
-    if (m_session->workspace().transactionDepth() > 0)
-        db::rollbackTrans(*m_session);
+    const db::EngineProgress stoppable(m_session->database(), m_progress);
+    try {
+        if (commit && m_transaction.commit())
+            return;
+    } catch (const dao::DaoCancelled &) {
+        m_session->prompts().status(messages::kDeleteCalCancelled);
+    }
+    m_transaction.rollback();
 }
 
 QStringList CalList::columnTitles(const ellery::SteamGen &steamGen)

@@ -1,12 +1,13 @@
 #pragma once
 #include "Cal.h"
 
-#include <db/DatabaseSession.h>
+#include <db/SessionTransaction.h>
 #include <ellery/SteamGen.h>
 
 namespace results {
 
-/// The cals of table 'report' with their counts of rows. One transaction spans its life, from opening to closing.
+/// The cals of table 'report' with their counts of rows. One transaction spans its life, from opening to closing: other
+/// programs can read meanwhile, but not write.
 class CalList
 {
 public:
@@ -16,17 +17,19 @@ public:
         int count = 0;
     };
 
-    explicit CalList(db::DatabaseSession &session)
+    /// progress is told, and may cancel, while another program that uses the database is waited for; it may be null.
+    /// A list that was opened and not closed is rolled back when it is destroyed.
+    explicit CalList(db::DatabaseSession &session, tarnwick::Progress *progress = nullptr)
         : m_session(&session)
+        , m_progress(progress)
+        , m_transaction(session)
     {
     }
-    /// Rolls back when it was opened and not closed.
-    ~CalList();
     CalList(const CalList &) = delete;
     CalList &operator=(const CalList &) = delete;
 
-    /// Begins the transaction and fills the list. False without a connection or transaction; a list that cannot be read
-    /// is reported and stays empty.
+    /// Begins the transaction and fills the list. False without a connection or transaction, also when the user did not
+    /// want to wait for it; a list that cannot be read is reported and stays empty.
     bool open();
     bool fill();
 
@@ -40,7 +43,7 @@ public:
     /// Deletes the current cal after a question and fills the list again.
     void deleteCurrent();
 
-    /// Ends with a commit.
+    /// Ends with a commit; with a roll back when that fails or is cancelled, which is said.
     void closeWithOk();
     /// When something was deleted, asks whether to save: Yes commits, Cancel keeps the list open and returns false, No
     /// rolls back.
@@ -54,10 +57,11 @@ private:
     void end(bool commit);
 
     db::DatabaseSession *m_session;
+    tarnwick::Progress *m_progress;
+    db::SessionTransaction m_transaction;
     QList<Row> m_rows;
     int m_current = -1;
     bool m_changed = false;
-    bool m_open = false;
 };
 
 } // namespace results

@@ -36,6 +36,7 @@ inline constexpr Message kOldCalDeleted{0, u"Old cal was deleted."};
 inline constexpr Message kCalsCaption{0, u"Cals In - %U"};
 inline constexpr Message kUpdateCalList{0, u"Could not update Cal list."};
 inline constexpr Message kDeleteCal{0, u"Are you sure you wish to delete this cal?"};
+inline constexpr Message kCalListCancelled{0, u"Cal list cancelled."};
 inline constexpr Message kDeleteCalCancelled{0, u"Delete cal cancelled."};
 inline constexpr Message kSelectCal{0, u"Select a cal to delete!"};
 inline constexpr Message kCalDeleted{0, u"Cal deleted successfully!"};

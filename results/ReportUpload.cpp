@@ -8,6 +8,7 @@
 #include <db/Errors.h>
 #include <db/Messages.h>
 #include <db/ReportWriter.h>
+#include <db/SessionTransaction.h>
 #include <db/SqlText.h>
 #include <db/TableGrowth.h>
 #include <fenwright/TableScanner.h>
@@ -69,23 +70,24 @@ UploadSummary ReportUpload::upload(const Report &report)
 
     // The whole upload can be stopped: it may have to wait for others as it begins and as it is committed.
     const db::EngineProgress stoppable(m_session->database(), m_progress);
+    db::SessionTransaction transaction(*m_session);
     try {
-        if (!db::beginTrans(*m_session, false, db::Begin::Writing))
+        if (!transaction.begin())
             return m_summary;
         const Next outcome = walk(report);
         m_writer.reset();
-        m_summary.completed = outcome == Next::GoOn && commit();
+        m_summary.completed = outcome == Next::GoOn && commit(transaction);
     } catch (const tarnwick::Cancelled &) {
         m_session->prompts().status(messages::kUploadCancelled);
     } catch (const dao::DaoCancelled &) {
         m_session->prompts().status(messages::kUploadCancelled);
     } catch (...) {
         // A failure of the program itself must not leave a transaction open behind it.
-        undo();
+        undo(transaction);
         throw;
     }
     if (!m_summary.completed)
-        undo();
+        undo(transaction);
     return m_summary;
 }
 
@@ -289,21 +291,19 @@ ReportUpload::Next ReportUpload::store(ReportEntry &entry, int position)
                                                                                                       : Next::Stop;
 }
 
-bool ReportUpload::commit()
+bool ReportUpload::commit(db::SessionTransaction &transaction)
 {
     db::noteTableGrowth(m_session->database(), u"report"_s, m_summary.stored);
-    if (!db::commitTrans(*m_session))
+    if (!transaction.commit())
         return false;
     m_session->prompts().status(messages::kUploaded, m_summary.counted());
     return true;
 }
 
-void ReportUpload::undo()
+void ReportUpload::undo(db::SessionTransaction &transaction)
 {
     m_writer.reset();
-    // A commit that failed may have ended the transaction itself.
-    if (m_session->workspace().transactionDepth() > 0)
-        db::rollbackTrans(*m_session);
+    transaction.rollback();
     m_session->prompts().status(messages::kTerminated);
 }
 

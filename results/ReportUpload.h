@@ -7,7 +7,8 @@
 
 namespace db {
 class ReportWriter;
-}
+class SessionTransaction;
+} // namespace db
 
 namespace results {
 
@@ -58,8 +59,8 @@ private:
     Next compareSite(const brannock::ReportEntry &entry);
     Next store(brannock::ReportEntry &entry, int position);
     void setLocationDistance(brannock::ReportEntry &entry) const;
-    bool commit();
-    void undo();
+    bool commit(db::SessionTransaction &transaction);
+    void undo(db::SessionTransaction &transaction);
 
     db::DatabaseSession *m_session;
     const brannock::Project *m_project;

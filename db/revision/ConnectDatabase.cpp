@@ -10,7 +10,6 @@
 #include <db/Errors.h>
 #include <db/TableGrowth.h>
 #include <db/UnfinishedFile.h>
-#include <jet/JetReader.h>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -67,29 +66,60 @@ void setDamageMark(DatabaseSession &session, const QString &path)
     }
 }
 
+/// A program that is killed before it has changed the file leaves a journal that is empty or begins with a zero.
+/// Nothing is undone with it.
+bool isUnused(const QString &journal)
+{
+    QFile file(journal);
+    char first = 0;
+    return file.open(QIODevice::ReadOnly) && (file.read(&first, 1) == 0 || first == 0);
+}
+
+/// Without this it would stay until the next change of the file.
+void removeUnusedJournal(DatabaseSession &session, const QString &journal)
+{
+    if (!isUnused(journal))
+        return;
+    try {
+        // As long as this transaction lives, no other program begins a journal.
+        const dao::Transaction transaction(session.workspace());
+        if (isUnused(journal))
+            QFile::remove(journal);
+    } catch (const dao::DaoException &) {
+        // It belongs to another program that is at work.
+    }
+}
+
 /// Brings what is open up to date. The conversion state goes on from what was asked before.
 bool bringUpToDate(DatabaseSession &session, ConversionRequest &request, const ConnectContext &context)
 {
-    if (isLegacyDatabase(session.database()))
-        return context.project && context.importsForeign &&
-               importLegacyDatabase(session, *context.project, context.progress);
+    if (isLegacyDatabase(session.database())) {
+        if (!context.project || !context.importsForeign)
+            return false;
+        if (importLegacyDatabase(session, *context.project, context.progress))
+            return true;
+        if (isLegacyDatabase(session.database()))
+            return false;
+        // While this program waited to write, another one has done it.
+        session.prompts().status(messages::kImportedElsewhere);
+    }
     return reviseDatabase(session, request, context.project, context.progress);
 }
 
 void openDatabase(DatabaseSession &session, const QString &path, const ConnectContext &context)
 {
     resetConversion(session);
-    if (jet::isJetFile(path)) {
-        openJetFile(session, path, context, bringUpToDate);
+    if (openJetFile(session, path, context, bringUpToDate))
         return;
-    }
     // A change that was cut short is undone as the file is opened, whatever for.
     const bool mustUndo = QFileInfo::exists(path + u"-journal");
     const bool isElsewhere = context.project && leadsOutOfProject(path, *context.project);
     const bool mayWrite = (!context.onlyReads || mustUndo) && hasRoomForJournal(path) && !isElsewhere;
     session.open(path, mayWrite ? dao::OpenMode::Update : dao::OpenMode::ReadOnly, context.progress);
-    // Where the journal is still there it belongs to another program that is at work.
+    // A journal that is still there had nothing to undo, or belongs to another program that is at work.
     const bool wasUndone = mustUndo && !QFileInfo::exists(path + u"-journal");
+    if (mustUndo && !wasUndone && session.isUpdatable())
+        removeUnusedJournal(session, path + u"-journal"_s);
     const bool isMarked = !context.onlyReads && QFileInfo::exists(damageMark(path));
     if ((wasUndone || isMarked) &&
         !refuseDamaged(session, QString::fromUtf16(messages::kReadOnlyAsDamaged.text), context.progress)) {
@@ -128,6 +158,8 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
         session.prompts().status(messages::kConnectedStatus, pathBelowArvo(path, context));
         if (session.conversion.cancelled)
             session.prompts().status(messages::kConversionCancelled);
+        else if (session.conversion.refreshCancelled)
+            session.prompts().status(messages::kRefreshCancelled);
         return true;
     } catch (const dao::DaoException &exception) {
         showDaoError(session.prompts(), exception, messages::kConnectDatabase);

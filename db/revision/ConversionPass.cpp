@@ -4,6 +4,7 @@
 
 #include <db/DamageCheck.h>
 #include <QDir>
+#include <utility>
 
 namespace db {
 
@@ -11,6 +12,7 @@ ConversionPass::ConversionPass(DatabaseSession &session, ConversionRequest &requ
     : m_session(&session)
     , m_request(&request)
     , m_progress(progress)
+    , m_transaction(session)
 {
     if (m_progress)
         database().setProgress(this);
@@ -19,15 +21,8 @@ ConversionPass::ConversionPass(DatabaseSession &session, ConversionRequest &requ
 
 ConversionPass::~ConversionPass()
 {
-    if (!m_session->isOpen())
-        return;
-    if (m_progress)
+    if (m_progress && m_session->isOpen())
         database().setProgress(nullptr);
-    try {
-        rollback();
-    } catch (const std::exception &) {
-        // Left by an exception: that one is to be told. The session rolls back when it is closed.
-    }
 }
 
 void ConversionPass::enterStep(int step, int steps)
@@ -42,15 +37,24 @@ bool ConversionPass::cancelled()
 {
     if (!m_progress)
         return false;
-    m_progress->report(m_step, m_steps, QString::fromUtf16(messages::kConverting.text));
+    const auto &what = m_session->conversion.approved ? messages::kConverting : messages::kRefreshing;
+    // Asked right after waiting(): what that one reported is to stay.
+    if (!std::exchange(m_saysWaiting, false))
+        m_progress->report(m_step, m_steps, QString::fromUtf16(what.text));
     return m_progress->cancelled();
+}
+
+void ConversionPass::waiting()
+{
+    m_saysWaiting = true;
+    m_progress->report(m_step, m_steps, QString::fromUtf16(db::messages::kWaiting.text));
 }
 
 bool ConversionPass::requestStep(const QString &description)
 {
     if (!m_request->request(description))
         return false;
-    lock();
+    beginChanges();
     if (m_session->conversion.backup.isEmpty())
         requireUndamaged();
     return m_request->backUp();
@@ -66,56 +70,35 @@ void ConversionPass::requireUndamaged()
     throw Aborted();
 }
 
-void ConversionPass::lock()
-{
-    if (m_locked)
-        return;
-    beginChanges();
-    try {
-        database().lockForChanges();
-    } catch (const dao::DaoException &exception) {
-        showDaoError(prompts(), exception, messages::kLockForConversion, QDir::toNativeSeparators(m_session->path()));
-        throw Aborted();
-    }
-    m_locked = true;
-    if (database().changeStamp() != m_stamp)
-        throw ChangedMeanwhile();
-}
-
 void ConversionPass::startAgain()
 {
-    m_session->conversion.requested.clear();
-    m_session->conversion.failed.clear();
+    forgetSteps(*m_session);
 }
 
 void ConversionPass::beginChanges()
 {
-    if (m_changing)
+    if (isChanging())
         return;
-    beginTrans(*m_session, true);
-    m_changing = true;
+    try {
+        m_transaction.begin(true);
+    } catch (const dao::DaoException &exception) {
+        const bool isConverting = std::exchange(m_session->conversion.approved, false);
+        showDaoError(prompts(), exception, isConverting ? messages::kLockForConversion : messages::kLockForRefresh,
+                     QDir::toNativeSeparators(m_session->path()));
+        throw Aborted();
+    }
+    if (database().changeStamp() != m_stamp)
+        throw ChangedMeanwhile();
 }
 
 bool ConversionPass::commit()
 {
-    if (!m_changing)
-        return true;
-    if (!commitTrans(*m_session)) {
-        rollback();
-        return false;
-    }
-    m_changing = m_locked = false;
-    return true;
+    return !isChanging() || m_transaction.commit();
 }
 
 void ConversionPass::rollback()
 {
-    if (!m_changing)
-        return;
-    m_changing = m_locked = false;
-    // A commit that failed may have ended the transaction itself.
-    while (m_session->workspace().transactionDepth() > 0)
-        rollbackTrans(*m_session, true);
+    m_transaction.rollback();
 }
 
 } // namespace db

@@ -3,6 +3,7 @@
 
 #include <db/Errors.h>
 #include <db/FileFailure.h>
+#include <db/SessionTransaction.h>
 #include <tarnwick/Progress.h>
 
 namespace db {
@@ -19,8 +20,9 @@ public:
     {
     };
 
-    /// Thrown by request() when another program has changed the file since the pass began to look at it: what needs to
-    /// be done is to be found out again. The file is locked against others from then on, so it happens once.
+    /// Thrown by request() and beginChanges() when another program has changed the file since the pass began to look at
+    /// it: what needs to be done is to be found out again. The file is locked against others from then on, so it
+    /// happens once.
     class ChangedMeanwhile : public std::exception
     {
     };
@@ -69,9 +71,10 @@ public:
         transaction.commit();
     }
 
-    /// Begins the transaction of all changes, unless it is begun. Without a change it neither writes nor locks others
-    /// out.
+    /// Begins the transaction of all changes, unless it is begun. Waits for other programs that write, and keeps them
+    /// from writing from then on. Throws ChangedMeanwhile, and Aborted when waiting was in vain.
     void beginChanges();
+    bool isChanging() const { return m_transaction.isOpen(); }
     /// The step that the user sees as going on: its number, of how many.
     void enterStep(int step, int steps);
     /// Makes the changes of all steps final. False when that failed, which has been said; they are undone then.
@@ -90,16 +93,16 @@ public:
 
 private:
     bool cancelled() override;
+    void waiting() override;
     bool requestStep(const QString &description);
     void requireUndamaged();
-    void lock();
 
     DatabaseSession *m_session;
     ConversionRequest *m_request;
     tarnwick::Progress *m_progress;
     qint64 m_stamp = 0; ///< of the file when the pass began to look at it
-    bool m_changing = false;
-    bool m_locked = false;
+    SessionTransaction m_transaction;
+    bool m_saysWaiting = false;
     int m_step = 0;
     int m_steps = 0;
 };

@@ -110,6 +110,13 @@ void resetConversion(DatabaseSession &session)
     session.conversion = {};
 }
 
+void forgetSteps(DatabaseSession &session)
+{
+    session.conversion.requested.clear();
+    session.conversion.failed.clear();
+    session.conversion.backup.clear(); // that of the file as it was
+}
+
 void announceConversion(DatabaseSession &session)
 {
     const ConversionState &state = session.conversion;

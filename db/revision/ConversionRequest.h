@@ -41,6 +41,9 @@ bool leadsOutOfProject(const QString &path, const brannock::Project &project);
 
 /// Forgets what was asked: at the start of every pass.
 void resetConversion(DatabaseSession &session);
+/// Forgets the steps, but not that the user was asked and what the answer was: for a file that turned out to be
+/// another.
+void forgetSteps(DatabaseSession &session);
 /// Says what was converted and what was not, when something was approved.
 void announceConversion(DatabaseSession &session);
 

@@ -9,6 +9,7 @@
 #include <db/Errors.h>
 #include <db/TableGrowth.h>
 #include <db/UnfinishedFile.h>
+#include <jet/JetReader.h>
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
@@ -34,6 +35,11 @@ FileContent watched(const FileContent &content, qint64 size, const QString &what
         });
     };
 }
+
+/// Another program has changed the file since it was read: it is to be looked at anew.
+class ChangedMeanwhile : public std::exception
+{
+};
 
 /// What tells a file that someone has written to from the one that was read.
 struct FileStamp
@@ -94,21 +100,24 @@ public:
     qint64 size() const { return m_asRead.size; }
     /// Others may work on the file while the question waits for its answer. What they wrote, or are about to write,
     /// must not be lost: from here on they cannot, and the file must still be the one that was read.
-    void lock()
+    void lock(tarnwick::Progress *progress)
     {
-        m_lock = std::make_unique<JetLock>(m_file);
-        refuseChanged();
+        m_lock = std::make_unique<JetLock>(m_file, progress);
+        requireUnchanged();
     }
-    void refuseChanged() const
+    bool isChanged() const { return !(FileStamp(m_file) == m_asRead); }
+    /// Throws ChangedMeanwhile, and dao::DaoException (3045) when a program has opened the file since it was read.
+    void requireUnchanged() const
+    {
+        if (isChanged())
+            throw ChangedMeanwhile();
+        requireUnused();
+    }
+    void requireUnused() const
     {
         if (!JetUse(m_file).lockFile.isEmpty())
             throw dao::DaoException(dao::error::FileInUse, u"DAO.Workspace"_s,
                                     dao::errorText(dao::error::FileInUse, {QDir::toNativeSeparators(m_path)}));
-        if (!(FileStamp(m_file) == m_asRead))
-            throw dao::DaoException(
-                dao::error::FileInUse, u"DAO.Workspace"_s,
-                u"Another program has changed the file '%1' since it was read. Connect again."_s.arg(
-                    QDir::toNativeSeparators(m_path)));
     }
 
 private:
@@ -147,7 +156,7 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, Je
 {
     tarnwick::UserPrompts &prompts = session.prompts();
     try {
-        file.lock();
+        file.lock(context.progress);
         if (!request.backUp())
             return false;
         UnfinishedFile converted(file.itself());
@@ -162,7 +171,12 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, Je
         session.close();
         if (!isKept)
             return false;
-        file.refuseChanged();
+        file.requireUnused();
+        if (file.isChanged()) // by a program that knows nothing of locks
+            throw dao::DaoException(
+                dao::error::FileInUse, u"DAO.Workspace"_s,
+                u"Another program has changed the file '%1' while it was being converted. Connect again."_s.arg(
+                    QDir::toNativeSeparators(file.path())));
         converted.replace();
         return true;
     } catch (const dao::DaoException &exception) {
@@ -175,23 +189,35 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, Je
     return false;
 }
 
-/// Puts the question. False when the file is not to be converted, for a reason that has been said; the steps that it
-/// would need are listed then.
-bool isConversionWanted(DatabaseSession &session, ConversionRequest &request, const JetFile &file)
+/// Waits for a program that has locked the file, as another one that converts it does, and says it when that was in
+/// vain. One with a lock file has the file open for as long as its user works, and is not waited for.
+bool isUsedByOthers(tarnwick::UserPrompts &prompts, const JetFile &file, tarnwick::Progress *progress)
 {
-    tarnwick::UserPrompts &prompts = session.prompts();
+    const auto isFree = [&] {
+        const JetUse use(file.itself());
+        return !use.isLocked || !use.lockFile.isEmpty();
+    };
+    waitUntil(isFree, progress);
     const QString shown = QDir::toNativeSeparators(file.path());
     const JetUse use(file.itself());
-    // Elsewhere nothing is converted anyway.
-    if (request.isInProject() && use.isLocked) {
+    if (use.isLocked)
         prompts.information(messages::kJetLocked, shown);
-        return false;
-    }
-    if (request.isInProject() && use.isInUse()) {
+    else if (use.isInUse())
         prompts.information(messages::kJetLockFile, shown, QDir::toNativeSeparators(use.lockFile));
-        return false;
-    }
+    else
+        file.requireUnchanged();
+    return use.isInUse();
+}
+
+/// Puts the question. False when the file is not to be converted, for a reason that has been said; the steps that it
+/// would need are listed then.
+bool isConversionWanted(DatabaseSession &session, ConversionRequest &request, const JetFile &file,
+                        tarnwick::Progress *progress)
+{
     try {
+        // Elsewhere nothing is converted anyway.
+        if (request.isInProject() && isUsedByOthers(session.prompts(), file, progress))
+            return false;
         if (request.request(QString::fromUtf16(messages::kStepJetFile.text)))
             return true;
     } catch (const dao::DaoCancelled &) {
@@ -199,18 +225,28 @@ bool isConversionWanted(DatabaseSession &session, ConversionRequest &request, co
     } catch (const tarnwick::Cancelled &) {
         session.conversion.cancelled = true;
     }
-    listRevisionSteps(session, request);
+    if (session.conversion.asked)
+        listRevisionSteps(session, request);
     return false;
 }
 
-} // namespace
+/// Reads a file that other programs may be changing.
+JetImportReport readFile(const JetFile &file, tarnwick::Progress *progress)
+{
+    try {
+        return importJetFile(file.path(), file.workingCopy(), progress);
+    } catch (const dao::DaoException &) {
+        file.requireUnchanged();
+        throw;
+    }
+}
 
-void openJetFile(DatabaseSession &session, const QString &path, const ConnectContext &context,
-                 BringUpToDate bringUpToDate)
+void openThroughCopy(DatabaseSession &session, const QString &path, const ConnectContext &context,
+                     BringUpToDate bringUpToDate)
 {
     session.prompts().status(messages::kReadingJet, QDir::toNativeSeparators(path));
     JetFile file(path);
-    const JetImportReport report = importJetFile(path, file.workingCopy(), context.progress);
+    const JetImportReport report = readFile(file, context.progress);
     file.open(session, dao::OpenMode::Update);
     refreshLabels(session, context.project);
     file.open(session);
@@ -220,7 +256,7 @@ void openJetFile(DatabaseSession &session, const QString &path, const ConnectCon
     const FileContent content = [&](const std::function<void(QByteArrayView)> &take) { file.read(take); };
     const QString reading = tarnwick::format(messages::kReadingJet.text, QDir::toNativeSeparators(path));
     ConversionRequest request(session, context.project, watched(content, file.size(), reading, context.progress));
-    if (!isConversionWanted(session, request, file))
+    if (!isConversionWanted(session, request, file, context.progress))
         return;
     if (replaceByConverted(session, request, file, context, bringUpToDate)) {
         session.open(path);
@@ -229,6 +265,28 @@ void openJetFile(DatabaseSession &session, const QString &path, const ConnectCon
     }
     file.open(session);
     session.conversion.approved = false;
+}
+
+} // namespace
+
+bool openJetFile(DatabaseSession &session, const QString &path, const ConnectContext &context,
+                 BringUpToDate bringUpToDate)
+{
+    constexpr int kMostReadings = 3;
+    for (int readings = 0; jet::isJetFile(path); ++readings) {
+        if (readings == kMostReadings)
+            throw dao::DaoException(dao::error::FileInUse, u"DAO.Workspace"_s,
+                                    u"Another program keeps changing the file '%1'. Connect again later."_s.arg(
+                                        QDir::toNativeSeparators(path)));
+        try {
+            openThroughCopy(session, path, context, bringUpToDate);
+            return true;
+        } catch (const ChangedMeanwhile &) {
+            session.close();
+            forgetSteps(session);
+        }
+    }
+    return false;
 }
 
 } // namespace db

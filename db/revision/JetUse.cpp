@@ -5,10 +5,14 @@
 #include <cerrno>
 #include <dao/values/DaoException.h>
 #include <dao/values/Errors.h>
+#include <db/Messages.h>
 #include <fcntl.h>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
+#include <tarnwick/Error.h>
 #include <unistd.h>
 
 namespace db {
@@ -50,7 +54,26 @@ JetUse::JetUse(const QString &jetFile)
 {
 }
 
-JetLock::JetLock(const QString &jetFile)
+bool waitUntil(const std::function<bool()> &isFree, tarnwick::Progress *progress)
+{
+    constexpr int kSecond = 1000;
+    constexpr int kPatience = 10 * 60 * kSecond;
+    constexpr int kSleep = 20;
+    constexpr int kSayAfter = 300;
+    QElapsedTimer waited;
+    for (waited.start(); !isFree();) {
+        if (waited.hasExpired(progress ? kPatience : kSecond))
+            return false;
+        if (progress && waited.hasExpired(kSayAfter))
+            progress->report(0, 0, QString::fromUtf16(messages::kWaiting.text));
+        if (progress && progress->cancelled())
+            throw tarnwick::Cancelled();
+        QThread::msleep(kSleep);
+    }
+    return true;
+}
+
+JetLock::JetLock(const QString &jetFile, tarnwick::Progress *progress)
     : m_file(std::make_unique<QFile>(jetFile))
 {
     if (!m_file->open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered))
@@ -60,7 +83,10 @@ JetLock::JetLock(const QString &jetFile)
     struct flock lock = {};
     lock.l_type = F_WRLCK;
     lock.l_whence = SEEK_SET;
-    if (::fcntl(m_file->handle(), F_OFD_SETLK, &lock) != 0 && (errno == EAGAIN || errno == EACCES))
+    const auto isTaken = [&] {
+        return ::fcntl(m_file->handle(), F_OFD_SETLK, &lock) == 0 || (errno != EAGAIN && errno != EACCES);
+    };
+    if (!waitUntil(isTaken, progress))
         throw dao::DaoException(dao::error::FileInUse, u"DAO.Workspace"_s,
                                 dao::errorText(dao::error::FileInUse, {QDir::toNativeSeparators(jetFile)}));
 }

@@ -4,6 +4,7 @@
 #include <QByteArrayView>
 #include <QFile>
 #include <QString>
+#include <tarnwick/Progress.h>
 
 namespace db {
 
@@ -19,13 +20,18 @@ struct JetUse
     bool isLocked = false; ///< a program holds a lock on either of them now
 };
 
+/// Waits until a file is free, as long as the user does, but not for ever; without a progress for a second. False when
+/// that was in vain. Throws tarnwick::Cancelled.
+bool waitUntil(const std::function<bool()> &isFree, tarnwick::Progress *progress);
+
 /// Keeps other programs from changing a Jet file, and from opening it where they take locks, while it lives.
 class JetLock
 {
 public:
-    /// Throws dao::DaoException (3045) when another program holds a lock on the file, or 3051 when it cannot be opened
-    /// for writing. A file system that knows no locks is no hindrance.
-    explicit JetLock(const QString &jetFile);
+    /// Waits (see waitUntil()) while another program holds a lock on the file. Throws dao::DaoException: 3045 when the
+    /// lock stays, 3051 when the file cannot be opened for writing; and tarnwick::Cancelled. A file system that knows
+    /// no locks is no hindrance.
+    explicit JetLock(const QString &jetFile, tarnwick::Progress *progress = nullptr);
     /// Through the lock's own descriptor: on some file systems no other may read a locked file. Throws
     /// dao::DaoException.
     void read(const std::function<void(QByteArrayView)> &take) const;

@@ -198,6 +198,8 @@ bool importLegacyDatabase(DatabaseSession &session, const brannock::Project &pro
     ForeignTable{u"EXAMDATA"_s, LegacyEntries::columns()}.require(session.database());
     const EngineProgress stoppable(session.database(), progress);
     dao::Transaction transaction(session.workspace());
+    if (!isLegacyDatabase(session.database()))
+        return false;
     createSchema(session.prompts(), session.database());
     seedStatistics(session.database());
     Import import(session, project, progress);

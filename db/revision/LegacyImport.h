@@ -18,7 +18,8 @@ LegacyIdent readIdent(dao::Database &database);
 /// repairs become rows of repairs, and tubes that are plugged or otherwise marked become the tube sets PL and IN. All
 /// in one transaction: when an entry cannot be stored (1021), the file stays as it was and false is returned. Repairs
 /// or tube sets that cannot be made are said (1022, 1023) and left out. Needs a database that can be updated; another
-/// is left alone. Throws the engine's exceptions for foreign data that cannot be read, and dao::DaoCancelled or
+/// is left alone; so is one that another program has imported while this one waited to write, which also gives false.
+/// Throws the engine's exceptions for foreign data that cannot be read, and dao::DaoCancelled or
 /// tarnwick::Cancelled.
 bool importLegacyDatabase(DatabaseSession &session, const brannock::Project &project, tarnwick::Progress *progress);
 

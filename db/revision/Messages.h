@@ -43,8 +43,11 @@ inline constexpr Message kAskConversion{
 inline constexpr Message kJetBackupKept{0, u"\n    The Jet file \"%U\", an earlier backup, is kept."};
 inline constexpr Message kBackingUp{0, u"Backing up \"%S\" to \"%U\" ..."};
 inline constexpr Message kBackUp{1033, u"Could not back up \"%S\" to \"%U\".\nThe database is not converted."};
-inline constexpr Message kLockForConversion{1043, u"Could not lock \"%U\" for the conversion."};
+inline constexpr Message kLockForConversion{
+    1043, u"Could not lock \"%U\" for the conversion.\nThe database is not converted."};
+inline constexpr Message kLockForRefresh{1044, u"Could not lock \"%U\".\nIts views and labels are as they were."};
 inline constexpr Message kConverting{0, u"Converting database ..."};
+inline constexpr Message kRefreshing{0, u"Checking tables, views and labels ..."};
 inline constexpr Message kConversionComplete{0, u"Conversion complete."};
 inline constexpr Message kConversions{0, u"Conversions:\n%S"};
 inline constexpr Message kNothingConverted{0, u"Nothing was converted:\n%S"};
@@ -52,6 +55,8 @@ inline constexpr Message kConvertedElsewhere{0, u"Another program has converted 
 inline constexpr Message kLinkedDatabase{0, u"Database %U\nis a link to %U,\nwhich is not in the current project. "
                                             u"It is opened for reading only."};
 inline constexpr Message kConversionCancelled{0, u"Conversion cancelled."};
+inline constexpr Message kRefreshCancelled{0, u"Cancelled. Views and labels of the database are as they were."};
+inline constexpr Message kImportedElsewhere{0, u"Another program has imported the foreign tables meanwhile."};
 inline constexpr Message kConversionUndone{0, u"The conversion failed. The database is as it was."};
 
 // Jet files

@@ -37,6 +37,12 @@ bool isProjectDatabase(const dao::Database &database)
                        [&](const TableSpec &spec) { return database.hasTable(QStringView(spec.name)); });
 }
 
+bool areLabelsCurrent(DatabaseSession &session, const brannock::Project *project)
+{
+    return areViewsCurrent(session.database()) &&
+           (!project || areAliasesCurrent(session.database(), project->steamGen));
+}
+
 void runSteps(ConversionPass &pass, const brannock::Project *project)
 {
     constexpr int kOtherSteps = 2;
@@ -49,6 +55,8 @@ void runSteps(ConversionPass &pass, const brannock::Project *project)
     pass.enterStep(entered++, kSteps);
     // Asked for before the views, which are made unasked: a backup is to show the file before any change.
     const QList<const AliasSpec *> aliasTables = requestAliasTables(pass);
+    if (!pass.isChanging() && areLabelsCurrent(pass.session(), project))
+        return;
     pass.beginChanges();
     if (!refreshViews(pass.session()))
         throw ConversionPass::Aborted();
@@ -102,7 +110,8 @@ bool reviseDatabase(DatabaseSession &session, ConversionRequest &request, const 
     }
     pass.rollback();
     const bool wasConverting = std::exchange(session.conversion.approved, false);
-    session.conversion.cancelled = isCancelled;
+    session.conversion.cancelled = isCancelled && wasConverting;
+    session.conversion.refreshCancelled = isCancelled && !wasConverting;
     if (wasConverting && !isCancelled)
         session.prompts().information(messages::kConversionUndone);
     return false;

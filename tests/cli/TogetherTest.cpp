@@ -94,6 +94,39 @@ TEST_F(Together, TheWindowsHistoryStaysAndItsMarksAreTaken)
     EXPECT_EQ(read.entries(), history.entries());
 }
 
+TEST_F(Together, ConversionsWaitForOneAnother)
+{
+    const QString database = project + u"/arvo/project.mdb"_s;
+    const auto content = [](const QString &path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const QStringList convert{u"connect"_s, project, u"--convert"_s, u"yes"_s};
+    QStringList shapes{QString()};
+    if (qEnvironmentVariableIsSet("ARVO_TESTDATA"))
+        shapes.append(QDir(qEnvironmentVariable("ARVO_TESTDATA")).filePath(u"suite-old-2.mdb"_s));
+    for (const QString &sample : shapes) {
+        SCOPED_TRACE(sample.toStdString());
+        if (sample.isEmpty()) {
+            cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
+            cli.mustRun({u"sql"_s, project, u"ALTER TABLE tubes DROP COLUMN x"_s});
+            cli.mustRun({u"sql"_s, project, u"DROP TABLE repairs"_s});
+        } else {
+            for (const QString &name : {database, QString(project + u"/arvo/project._db"_s)})
+                EXPECT_TRUE(QFile::remove(name));
+            ASSERT_TRUE(QFile::copy(sample, database));
+            ASSERT_TRUE(QFile::setPermissions(database, QFile::ReadOwner | QFile::WriteOwner));
+        }
+        const QByteArray before = content(database);
+        mustRunAll(QList<QStringList>(4, convert));
+        EXPECT_EQ(content(project + u"/arvo/project._db"_s), before);
+        EXPECT_EQ(QDir(project + u"/arvo"_s).entryList({u"project*"_s}, QDir::Files),
+                  (QStringList{u"project._db"_s, u"project.mdb"_s}));
+        EXPECT_EQ(cli.mustRun({u"sql"_s, project, u"SELECT x FROM tubes WHERE row = -1"_s}).status, 0);
+        EXPECT_TRUE(cli.mustRun({u"check"_s, project}).output.endsWith(u"project.mdb: no damage found\n"_s));
+    }
+}
+
 TEST_F(Together, DatabasesAreCheckedAndTheirStateIsTold)
 {
     const QString database = project + u"/arvo/project.mdb"_s;

@@ -1,6 +1,9 @@
 #include "RevisionFixture.h"
 
+#include <dao/Database.h>
+#include <db/revision/JetUse.h>
 #include <db/SqlText.h>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 
@@ -25,6 +28,38 @@ public:
 
 private:
     std::function<void()> m_work;
+};
+
+/// Lets the other program end its work after some looks at the waiting; without any such work, the user cancels.
+class WaitsThenEnds : public tarnwick::Progress
+{
+public:
+    explicit WaitsThenEnds(std::function<void()> end)
+        : m_end(std::move(end))
+    {
+    }
+    void report(qint64, qint64, const QString &what) override
+    {
+        isWaiting = what.startsWith(u"Waiting");
+        if (told.isEmpty() || told.last() != what)
+            told.append(what);
+    }
+    bool cancelled() override
+    {
+        constexpr int kLooks = 3;
+        if (!std::exchange(isWaiting, false) || ++m_looks < kLooks)
+            return false;
+        if (m_looks == kLooks && m_end)
+            m_end();
+        return !m_end;
+    }
+
+    QStringList told;
+    bool isWaiting = false;
+
+private:
+    std::function<void()> m_end;
+    int m_looks = 0;
 };
 
 /// What is backed up before a conversion is the original, and stays.
@@ -52,7 +87,7 @@ protected:
     {
         WhileAsked asked(work);
         db::DatabaseSession other(asked);
-        const bool isConnected = db::connectDatabase(other, path, {&project, nullptr, nullptr});
+        const bool isConnected = db::connectDatabase(other, path, {&project, nullptr, progress});
         isUpdatable = other.isUpdatable();
         prompts.clear();
         for (const Entry &entry : asked.entries()) {
@@ -91,10 +126,10 @@ TEST_F(BackupTest, WhatASecondProgramConvertedIsNotBackedUp)
         ASSERT_TRUE(convert());
         session.close();
     }));
-    ASSERT_EQ(errors().size(), 1);
-    EXPECT_TRUE(said(Entry::Kind::Error).first().contains(u"has changed the file"_s));
+    EXPECT_EQ(errors() + informations().filter(u"Conversion"_s), QStringList());
+    EXPECT_TRUE(said(Entry::Kind::Status).contains(u"Another program has converted the database meanwhile."_s));
     EXPECT_EQ(backup(), jet);
-    EXPECT_FALSE(isUpdatable);
+    EXPECT_TRUE(isUpdatable);
     EXPECT_EQ(folder.names(u"arvo"_s), (QStringList{u"project._db"_s, u"project.mdb"_s}));
 }
 
@@ -124,10 +159,82 @@ TEST_F(BackupTest, WhileASecondProgramWritesNothingIsBackedUpOrConverted)
         db::executeSql(database(), u"UPDATE tubes SET is_marked = True"_s);
     }));
     EXPECT_EQ(errors(), QStringList{u"1043 Could not lock \"%1\" for the conversion."_s.arg(path)});
-    EXPECT_EQ(informations(), QStringList{u"The conversion failed. The database is as it was."_s});
+    EXPECT_EQ(informations(), QStringList());
     session.close();
     EXPECT_EQ(bytes(), before);
     EXPECT_FALSE(hasBackup());
+}
+
+TEST_F(BackupTest, AProgramThatWritesIsWaitedForUnlessTheUserCancels)
+{
+    const QString waiting = u"Waiting for another program that uses the database ..."_s;
+    for (const bool hasViewsOnly : {false, true}) {
+        for (const bool cancels : {true, false}) {
+            SCOPED_TRACE(testing::Message() << hasViewsOnly << cancels);
+            QFile::remove(path);
+            hasViewsOnly ? make(old::Current) : void(makeOld());
+            const QByteArray before = bytes();
+            dao::Workspace workspace;
+            dao::Database writer(workspace);
+            const auto write = [&] {
+                writer.open(path);
+                workspace.beginTrans();
+                writer.execute(u"UPDATE tubes SET is_marked = True"_s);
+            };
+            WaitsThenEnds others(cancels ? std::function<void()>() : [&] { workspace.commitTrans(); });
+            progress = &others;
+            if (hasViewsOnly)
+                write();
+            ASSERT_TRUE(hasViewsOnly ? connect() : convertWhile(write));
+            EXPECT_EQ(errors(), QStringList());
+            EXPECT_EQ(others.told.count(waiting), 1) << others.told.join(u'\n').toStdString();
+            session.close();
+            if (cancels) {
+                EXPECT_EQ(said(Entry::Kind::Status).last(),
+                          hasViewsOnly ? u"Cancelled. Views and labels of the database are as they were."_s
+                                       : u"Conversion cancelled."_s);
+                workspace.rollback();
+                EXPECT_EQ(bytes(), before);
+                continue;
+            }
+            progress = nullptr;
+            session.open(path);
+            EXPECT_EQ(number(u"SELECT COUNT(*) FROM [tubes#] WHERE is_marked"_s), 2) << "those with labels";
+            session.close();
+        }
+    }
+}
+
+TEST_F(BackupTest, ALockedJetFileIsWaitedForAndLookedAtAnew)
+{
+    if (!takeSample(u"suite-old-2"_s))
+        GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
+    const QByteArray jet = bytes();
+    std::unique_ptr<db::JetLock> lock;
+    const auto take = [&] { lock = std::make_unique<db::JetLock>(path); };
+    WaitsThenEnds others([&] {
+        QFile file(path); // another program's own save
+        EXPECT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFile::FileModificationTime) ||
+                    (file.open(QIODevice::ReadWrite) &&
+                     file.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFile::FileModificationTime)));
+        file.close();
+        lock.reset();
+    });
+    progress = &others;
+    ASSERT_TRUE(convertWhile(take));
+    EXPECT_EQ(errors(), QStringList());
+    EXPECT_TRUE(isUpdatable);
+    EXPECT_EQ(backup(), jet);
+
+    ASSERT_TRUE(takeSample(u"suite-old-2"_s));
+    WaitsThenEnds stays({});
+    progress = &stays;
+    take();
+    ASSERT_TRUE(connect());
+    EXPECT_EQ(errors() + questions(), QStringList());
+    EXPECT_EQ(said(Entry::Kind::Status).last(), u"Conversion cancelled."_s);
+    lock.reset();
+    EXPECT_EQ(bytes(), jet);
 }
 
 TEST_F(BackupTest, TheBackupOfAJetFileIsNeverReplaced)

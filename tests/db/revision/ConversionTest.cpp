@@ -6,6 +6,7 @@
 #include <db/SqlText.h>
 #include <QDir>
 #include <QFile>
+#include <QtEndian>
 
 using namespace Qt::StringLiterals;
 
@@ -286,6 +287,29 @@ TEST_F(ConversionTest, ADamagedDatabaseIsNotConverted)
     EXPECT_FALSE(hasBackup());
 }
 
+/// What a program that was killed leaves beside the file: the first page as it was before its change.
+static QByteArray journalOf(const QByteArray &firstPage)
+{
+    constexpr int kSector = 512;
+    constexpr quint32 kNonce = 7;
+    QByteArray journal = QByteArray::fromHex("d9d505f920a163d7");
+    const auto add = [&](quint32 number) {
+        for (int shift = 24; shift >= 0; shift -= 8)
+            journal.append(char(number >> shift));
+    };
+    const quint32 pages = qFromBigEndian<quint32>(firstPage.constData() + 28);
+    for (const quint32 number : {1U, kNonce, pages, quint32(kSector), quint32(firstPage.size())})
+        add(number);
+    journal.append(kSector - journal.size(), '\0');
+    add(1);
+    journal.append(firstPage);
+    quint32 sum = kNonce;
+    for (qsizetype at = firstPage.size() - 200; at > 0; at -= 200)
+        sum += quint8(firstPage[at]);
+    add(sum);
+    return journal;
+}
+
 TEST_F(ConversionTest, DamageFoundAfterACrashKeepsTheDatabaseReadOnlyUntilItIsRestored)
 {
     make(old::Current, {.tubes = 400});
@@ -296,7 +320,14 @@ TEST_F(ConversionTest, DamageFoundAfterACrashKeepsTheDatabaseReadOnlyUntilItIsRe
     constexpr int kPage = 4096;
     damaged.replace(damaged.size() - kPage, 100, QByteArray(100, 'z'));
     folder.write(u"arvo/project.mdb"_s, damaged);
-    const QString mark = folder.write(u"arvo/project.mdb.damaged"_s, "left by the connection after the crash\n");
+    folder.write(u"arvo/project.mdb-journal"_s, journalOf(damaged.first(kPage)));
+    const QString mark = folder.path(u"arvo/project.mdb.damaged"_s);
+    ASSERT_TRUE(connect());
+    ASSERT_EQ(errors().size(), 1);
+    EXPECT_TRUE(said(Entry::Kind::Error).first().endsWith(u"It is open for reading only. Restore a backup of it."_s));
+    EXPECT_FALSE(session.isUpdatable());
+    EXPECT_TRUE(QFileInfo::exists(mark));
+    EXPECT_FALSE(folder.has(u"arvo/project.mdb-journal"_s)) << "what the crash had begun is undone";
     for (int connection = 0; connection < 2; ++connection) {
         ASSERT_TRUE(connect());
         EXPECT_FALSE(session.isUpdatable());
@@ -462,7 +493,7 @@ TEST_F(ConversionTest, ALockedFileIsNamedOnceAndStaysAsItIs)
     ASSERT_TRUE(convert());
     ASSERT_EQ(errors().size(), 1);
     EXPECT_TRUE(prompts.texts(Entry::Kind::Error).first().contains(path));
-    EXPECT_EQ(informations(), QStringList{u"The conversion failed. The database is as it was."_s});
+    EXPECT_EQ(informations(), QStringList());
     other.rollback();
     EXPECT_EQ(bytes(), before);
     EXPECT_TRUE(session.isOpen());
@@ -476,7 +507,10 @@ TEST_F(ConversionTest, StoppedByTheUserNothingIsConverted)
         StopAt stop(looks);
         progress = &stop;
         ASSERT_TRUE(connect({Answer::Yes}));
-        EXPECT_EQ(said(Entry::Kind::Status).last(), u"Conversion cancelled."_s) << looks;
+        EXPECT_EQ(said(Entry::Kind::Status).last(),
+                  questions().isEmpty() ? u"Cancelled. Views and labels of the database are as they were."_s
+                                        : u"Conversion cancelled."_s)
+            << looks;
         EXPECT_EQ(informations(), QStringList());
         session.close();
         EXPECT_EQ(bytes(), before) << looks;

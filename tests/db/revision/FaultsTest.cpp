@@ -67,7 +67,9 @@ TEST_F(FaultsTest, ADiskThatFillsUpUndoesTheConversion)
         const support::FullDisk disk(before.size() + 4096);
         ASSERT_TRUE(convert());
     }
-    EXPECT_FALSE(errors().isEmpty());
+    ASSERT_FALSE(errors().isEmpty());
+    const QString error = said(Entry::Kind::Error).first();
+    EXPECT_TRUE(error.contains(u"[3026]"_s) && error.contains(u"limit on the size of files"_s)) << error.toStdString();
     EXPECT_EQ(informations(), QStringList{u"The conversion failed. The database is as it was."_s});
     EXPECT_EQ(said(Entry::Kind::Status).last(), u"Connected to \"project.mdb\"."_s);
     EXPECT_TRUE(database().hasTable(u"display_format"));
@@ -175,13 +177,39 @@ TEST_F(FaultsTest, ALockedFileIsSaidOnceAndConnected)
     dao::Transaction transaction(other);
     db::executeSql(writing, u"UPDATE tubes SET is_marked = True"_s);
     ASSERT_TRUE(connect());
-    EXPECT_EQ(errors(), QStringList{u"1030 Could not create view 'report#'."_s});
+    EXPECT_EQ(errors(), QStringList{u"1044 Could not lock \"%1\"."_s.arg(path)});
     EXPECT_EQ(informations() + questions(), QStringList()) << "nothing was to be converted";
     EXPECT_EQ(number(u"SELECT COUNT(*) FROM tubes"_s), 4);
     transaction.rollback();
     ASSERT_TRUE(connect());
     EXPECT_EQ(errors(), QStringList());
     EXPECT_TRUE(database().hasQuery(u"report#"));
+}
+
+TEST_F(FaultsTest, AJournalThatNobodyUsesIsRemoved)
+{
+    make(old::Current);
+    ASSERT_TRUE(connect());
+    for (const QByteArray &journal : {QByteArray(), QByteArray(512, '\0')}) {
+        session.close();
+        folder.write(u"arvo/project.mdb-journal"_s, journal);
+        ASSERT_TRUE(connect());
+        EXPECT_FALSE(folder.has(u"arvo/project.mdb-journal"_s));
+        EXPECT_EQ(errors(), QStringList());
+        EXPECT_TRUE(session.isUpdatable());
+    }
+    session.close();
+    dao::Workspace other;
+    dao::Database writing(other);
+    writing.open(path);
+    dao::Transaction transaction(other);
+    db::executeSql(writing, u"UPDATE tubes SET is_marked = True"_s);
+    ASSERT_TRUE(connect());
+    EXPECT_TRUE(folder.has(u"arvo/project.mdb-journal"_s));
+    session.close();
+    transaction.commit();
+    ASSERT_TRUE(connect());
+    EXPECT_EQ(number(u"SELECT COUNT(*) FROM tubes WHERE is_marked"_s), 4);
 }
 
 TEST_F(FaultsTest, TheBackupIsAsPrivateAsTheDatabase)
