@@ -3,6 +3,7 @@
 #include <bench/ReportTable.h>
 
 #include <malloc.h>
+#include <QCryptographicHash>
 #include <QFile>
 
 namespace bench {
@@ -54,6 +55,61 @@ qint64 readRow(const dao::Recordset &rows)
         sum += value.type() == dao::Value::Type::Text ? value.text().size() : qint64(value.real());
     }
     return sum;
+}
+
+namespace {
+
+// Cells are parted by the length of texts and by the kind.
+void addText(QByteArray &cells, const QByteArray &utf8)
+{
+    cells += 't' + QByteArray::number(utf8.size()) + ':' + utf8;
+}
+
+void addNumber(QByteArray &cells, double number)
+{
+    constexpr int kDigits = 10;
+    cells += 'n' + QByteArray::number(number == 0 ? 0.0 : number, 'g', kDigits); // no minus before zero
+}
+
+} // namespace
+
+void Checksum::addRow(const QByteArray &cells)
+{
+    const QByteArray hash = QCryptographicHash::hash(cells, QCryptographicHash::Md5);
+    quint64 number = 0;
+    memcpy(&number, hash.constData(), sizeof(number));
+    m_sum += number;
+    ++m_rows;
+}
+
+void Checksum::add(const dao::Recordset &row)
+{
+    QByteArray cells;
+    for (int i = 0; i < row.fieldCount(); ++i) {
+        const dao::Value value = row.value(i);
+        if (value.isNull())
+            cells += '-';
+        else if (value.type() == dao::Value::Type::Text)
+            addText(cells, value.text().toUtf8());
+        else
+            addNumber(cells, value.real());
+    }
+    addRow(cells);
+}
+
+void Checksum::add(const PlainStatement &row)
+{
+    QByteArray cells;
+    for (int i = 0; i < sqlite3_column_count(row.handle()); ++i) {
+        const int type = sqlite3_column_type(row.handle(), i);
+        if (type == SQLITE_NULL)
+            cells += '-';
+        else if (type == SQLITE_TEXT)
+            addText(cells, reinterpret_cast<const char *>(sqlite3_column_text(row.handle(), i)));
+        else
+            addNumber(cells, sqlite3_column_double(row.handle(), i));
+    }
+    addRow(cells);
 }
 
 qint64 residentBytes()

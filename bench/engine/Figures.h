@@ -23,6 +23,24 @@ extern const QString kCalListSql;
 /// Reads all cells of the current row; the sum is of no meaning but that all was read.
 qint64 readRow(const dao::Recordset &rows);
 
+/// A sum over the rows of a result that does not depend on their order: the same for the same rows, and, but for
+/// chance, no other. Numbers count to ten digits, since sums of reals depend on the order of the rows.
+class Checksum
+{
+public:
+    void add(const dao::Recordset &row);
+    void add(const PlainStatement &row);
+
+    bool operator==(const Checksum &other) const = default;
+    qint64 rows() const { return m_rows; }
+
+private:
+    void addRow(const QByteArray &cells);
+
+    quint64 m_sum = 0;
+    qint64 m_rows = 0;
+};
+
 /// Bytes that this process holds, and the most it held since resetPeak().
 qint64 residentBytes();
 qint64 peakBytes();

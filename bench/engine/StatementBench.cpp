@@ -64,6 +64,20 @@ double compileUs(dao::Database &database, const QString &sql)
     return (now().cpu - start) * 1e6 / kTimes;
 }
 
+/// Compares all values, in any order. A result without rows is no evidence.
+bool haveSameRows(Opened &opened, const dao::QueryDef &query, const char *expert)
+{
+    Checksum ours;
+    Recordset rows(opened.database);
+    for (rows.open(Recordset::Type::Snapshot, query); !rows.isEof(); rows.moveNext())
+        ours.add(rows);
+    Checksum plain;
+    PlainStatement plainRows(opened.plain, expert);
+    while (plainRows.step())
+        plain.add(plainRows);
+    return ours == plain && ours.rows() > 0;
+}
+
 /// Both sides prepare the inner engine's SQL and read all cells of all rows.
 void runPair(benchmark::State &state)
 {
@@ -73,26 +87,28 @@ void runPair(benchmark::State &state)
     const QString sql = QString::fromUtf8(pair.access);
     const dao::QueryDef query(opened.database, sql);
     query.compiled();
-    qint64 oursRows = 0;
-    qint64 plainRows = 0;
+    if (!haveSameRows(opened, query, pair.expert)) {
+        state.SkipWithError("the two do not have the same rows");
+        return;
+    }
+    qint64 count = 0;
     const auto ours = [&] {
         Recordset rows(opened.database);
-        for (oursRows = 0, rows.open(Recordset::Type::Snapshot, query); !rows.isEof(); rows.moveNext(), ++oursRows)
+        for (count = 0, rows.open(Recordset::Type::Snapshot, query); !rows.isEof(); rows.moveNext(), ++count)
             benchmark::DoNotOptimize(readRow(rows));
     };
     const auto plain = [&] {
         PlainStatement rows(opened.plain, pair.expert);
-        for (plainRows = 0; rows.step(); ++plainRows)
+        while (rows.step())
             benchmark::DoNotOptimize(rows.readRow());
     };
     SideBySide::run(state, 1, ours, plain);
     state.counters["compile_us"] = compileUs(opened.database, sql);
-    state.counters["rows"] = double(oursRows);
+    state.counters["rows"] = double(count);
     const double behind = state.counters["ours_us"] - state.counters["plain_us"];
-    if (oursRows != plainRows)
-        state.SkipWithError("the two do not have the same rows");
-    else if (state.counters["ratio"] > kGoal && behind > kMarginUs)
-        state.SetLabel(std::string(pair.name) + " BEHIND THE GOAL");
+    if (state.counters["ratio"] > kGoal)
+        state.SetLabel(std::string(pair.name) +
+                       (behind > kMarginUs ? " BEHIND THE GOAL" : " (behind, by less than 0.5 ms)"));
 }
 BENCHMARK(runPair)
     ->UseManualTime()

@@ -17,9 +17,9 @@ constexpr StatementPair kPairs[] = {
     {"top without index", "SELECT TOP 10 * FROM report ORDER BY loc_off DESC",
      "SELECT * FROM report WHERE loc_off >= (SELECT loc_off FROM report ORDER BY loc_off DESC LIMIT 1 OFFSET 9) "
      "ORDER BY loc_off DESC, recd_num"},
-    {"top of a sum", "SELECT TOP 10 recd_num, volts + pcnt AS both FROM report ORDER BY volts + pcnt DESC",
-     "SELECT recd_num, volts + pcnt FROM report WHERE volts + pcnt >= (SELECT volts + pcnt FROM report "
-     "ORDER BY volts + pcnt DESC LIMIT 1 OFFSET 9) ORDER BY volts + pcnt DESC, recd_num"},
+    {"top of a sum", "SELECT TOP 10 recd_num, volts + pcnt * 1.5 AS both FROM report ORDER BY volts + pcnt * 1.5 DESC",
+     "SELECT recd_num, volts + pcnt * 1.5 FROM report WHERE volts + pcnt * 1.5 >= (SELECT volts + pcnt * 1.5 FROM "
+     "report ORDER BY volts + pcnt * 1.5 DESC LIMIT 1 OFFSET 9) ORDER BY volts + pcnt * 1.5 DESC, recd_num"},
     {"top ascending", "SELECT TOP 10 recd_num, volts FROM report WHERE volts > 0.5 ORDER BY volts",
      "SELECT recd_num, volts FROM report WHERE volts > 0.5 AND volts <= (SELECT volts FROM report WHERE volts > 0.5 "
      "ORDER BY volts LIMIT 1 OFFSET 9) ORDER BY volts, recd_num"},
@@ -169,8 +169,8 @@ constexpr StatementPair kPairs[] = {
      "SELECT row, col FROM tubes WHERE EXISTS (SELECT * FROM [report#] AS v WHERE v.recd_num = tubes.row)",
      "SELECT row, col FROM tubes t WHERE EXISTS (SELECT * FROM report v WHERE v.recd_num = t.row)"},
     {"view in a list",
-     "SELECT recd_num FROM report WHERE recd_num IN (SELECT recd_num FROM [report#] WHERE pcnt >= 60)",
-     "SELECT recd_num FROM report WHERE recd_num IN (SELECT recd_num FROM report WHERE pcnt >= 60)"},
+     "SELECT recd_num FROM report WHERE recd_num IN (SELECT recd_num FROM [report#] WHERE pcnt >= 50)",
+     "SELECT recd_num FROM report WHERE recd_num IN (SELECT recd_num FROM report WHERE pcnt >= 50)"},
     {"groups of a view", "SELECT outage, defect, Count(*) AS n, Max(volts) AS m FROM [report#] GROUP BY outage, defect",
      "SELECT outage, defect, count(*), max(volts) FROM report GROUP BY outage, defect"},
     {"sum over a view", "SELECT Count(*) AS n, Avg(volts) AS v FROM [report#] WHERE defect = 'DNT'",
