@@ -261,6 +261,21 @@ bool anyPart(const Expr &expr, const std::function<bool(const Expr &)> &test)
     return found;
 }
 
+bool hasAggregate(const Expr &expr)
+{
+    return anyPart(expr, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
+}
+
+bool hasSubquery(const Expr &expr)
+{
+    return anyPart(expr, [](const Expr &part) { return subqueryOf(part) != nullptr; });
+}
+
+bool readsRows(const Expr &expr)
+{
+    return anyPart(expr, [](const Expr &part) { return subqueryOf(part) || part.as<DomainCall>(); });
+}
+
 bool sameExpr(const Expr &left, const Expr &right)
 {
     if (&left == &right)

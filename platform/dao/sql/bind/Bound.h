@@ -372,6 +372,12 @@ bool standsAlone(const Query &query);
 void forEachExpr(const Query &query, const std::function<void(const Expr &)> &visit);
 /// True when the expression, or a part of it outside subqueries, satisfies the test.
 bool anyPart(const Expr &expr, const std::function<bool(const Expr &)> &test);
+/// True when the expression, or a part of it outside subqueries, is an aggregate.
+bool hasAggregate(const Expr &expr);
+/// Likewise, a subquery.
+bool hasSubquery(const Expr &expr);
+/// Likewise, a subquery or a domain function: its value depends on rows other than the current one.
+bool readsRows(const Expr &expr);
 /// The same expression over the same sources. Subqueries are the same only when they are one tree.
 bool sameExpr(const Expr &left, const Expr &right);
 

@@ -410,7 +410,7 @@ ExprPtr ExpressionBinder::bindNode(const ast::Quantified &node, const ast::Expr 
     ExprPtr operand = bindAny(*node.operand);
     // Within the test, an aggregate needs a source to show whose it is.
     const bool sourceless = m_select && m_select->sources.empty();
-    if (sourceless && anyPart(*operand, [](const Expr &part) { return part.as<Aggregate>() != nullptr; }))
+    if (sourceless && hasAggregate(*operand))
         m_context.fail(error::TooComplexExpression, expr.range);
     QueryPtr query = bindSubquery(*node.query, true);
     reconcileWithQuery(operand, *query, expr.range);

@@ -213,8 +213,7 @@ ExprPtr ExpressionBinder::bindAggregate(const FunctionInfo &function, const ast:
     bool namesOwn = false;
     if (!node.star) {
         aggregate.argument = bindArgument(function, node, 0);
-        const bool nested =
-            anyPart(*aggregate.argument, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
+        const bool nested = hasAggregate(*aggregate.argument);
         if (nested)
             m_context.fail(error::NestedAggregate, range, {m_context.textOf(range)});
         namesOwn = anyPart(*aggregate.argument, [this](const Expr &part) { return isOwnColumn(part); });

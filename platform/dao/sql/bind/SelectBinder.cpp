@@ -10,11 +10,6 @@ constexpr int FirstUnnamed = 1000;
 // What the inner engine has in a result.
 constexpr size_t MaxColumns = 2000;
 
-bool hasAggregate(const Expr &expr)
-{
-    return anyPart(expr, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
-}
-
 } // namespace
 
 SelectBinder::SelectBinder(BindContext &context, const Scope *outer)

@@ -83,7 +83,7 @@ ExprPtr TransformBinder::cell(SelectBinder &binder, const ast::Transform &node, 
     const ExprPtr filter = m_context.make(node.pivot->range, DataType::Boolean, Same{pivot, std::move(heading)});
     values.setAggregateFilter(filter);
     ExprPtr value = values.bind(*node.value);
-    const bool aggregates = anyPart(*value, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
+    const bool aggregates = hasAggregate(*value);
     if (!aggregates)
         m_context.fail(error::NotGrouped, node.value->range, {m_context.textOf(node.value->range)});
     binder.checkGrouped(*value, value->range);

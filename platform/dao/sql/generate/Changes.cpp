@@ -19,12 +19,6 @@ using namespace bound;
 
 using Step = ActionPlan::Step;
 
-bool hasSubquery(const Expr &expr)
-{
-    // A domain function is one, too.
-    return anyPart(expr, [](const Expr &part) { return subqueryOf(part) || part.as<DomainCall>(); });
-}
-
 /// A domain function reads through a statement of its own, which the inner engine does not see: it would find the rows
 /// that the statement around it has written already.
 bool hasDomainCall(const Query &query)
@@ -44,10 +38,10 @@ bool isPlainWalk(const Query &query)
 {
     const Select *select = query.singleSelect();
     if (!select || select->sources.size() != 1 || !select->sources.front()->table || select->aggregated ||
-        select->distinct || select->top || !select->order.empty() || (select->where && hasSubquery(*select->where)))
+        select->distinct || select->top || !select->order.empty() || (select->where && readsRows(*select->where)))
         return false;
     return std::none_of(select->columns.begin(), select->columns.end(),
-                        [](const OutputColumn &column) { return hasSubquery(*column.expr); });
+                        [](const OutputColumn &column) { return readsRows(*column.expr); });
 }
 
 } // namespace
@@ -109,9 +103,9 @@ ActionPlan Generator::insert(const Insert &insert)
 ActionPlan Generator::update(const Update &update)
 {
     const Select &select = *update.select;
-    const bool reads = (select.where && hasSubquery(*select.where)) ||
+    const bool reads = (select.where && readsRows(*select.where)) ||
                        std::any_of(update.fields.begin(), update.fields.end(),
-                                   [](const AssignedField &field) { return hasSubquery(*field.value); });
+                                   [](const AssignedField &field) { return readsRows(*field.value); });
     if (select.sources.size() > 1 || reads)
         return updateJoined(update);
     QStringList assignments;
@@ -226,7 +220,7 @@ ActionPlan Generator::remove(const Delete &statement)
     const bool alone = select.sources.size() == 1;
     if (!alone)
         markGrouped(select);
-    if (alone && !(select.where && hasSubquery(*select.where))) {
+    if (alone && !(select.where && readsRows(*select.where))) {
         const QString remove = u"DELETE FROM "_s + leafText(victim);
         const QString condition = select.where ? truth(*select.where).text : QString();
         plan.steps.append({condition.isEmpty() ? remove : QString(remove + u" WHERE "_s + condition), true, {}, false});

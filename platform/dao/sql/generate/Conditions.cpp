@@ -277,7 +277,7 @@ Generator::Piece Generator::truthOf(const Quantified &node)
 {
     const QString derived = u"_q"_s + QString::number(++m_derived);
     const QString cell = derived + u'.' + m_target.columnPrefix + u'0';
-    const bool ofGroup = anyPart(*node.operand, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
+    const bool ofGroup = hasAggregate(*node.operand);
     const bool outside = std::exchange(m_inTestOfRows, ofGroup);
     const QString test = sortable(*node.operand) + u' ' + symbolOf(node.op) + u' ' + cell;
     m_inTestOfRows = outside;

@@ -79,16 +79,6 @@ void forEachCondition(const From &from, const std::function<void(const Expr &)> 
     forEachCondition(*from.right, visit);
 }
 
-bool hasAggregate(const Expr &expr)
-{
-    return anyPart(expr, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
-}
-
-bool hasSubquery(const Expr &expr)
-{
-    return anyPart(expr, [](const Expr &part) { return subqueryOf(part) || part.as<DomainCall>(); });
-}
-
 bool isGroupKey(const Expr &expr, const Select &select)
 {
     return expr.as<FieldRef>() &&
@@ -147,7 +137,7 @@ void addFilter(GroupTest &test, const Select &around)
     for (const ExprPtr &term : termsOf(around.where)) {
         Names names;
         names.visit(*term);
-        if (names.varies || hasSubquery(*term) || names.named != QSet<int>{row->number})
+        if (names.varies || readsRows(*term) || names.named != QSet<int>{row->number})
             continue;
         const FieldRef *field = restricted(*term);
         const auto isPaired = [&](const GroupTest::Pair &pair) {
@@ -209,7 +199,7 @@ int onlySourceOf(const Expr &expr)
 {
     Names names;
     names.visit(expr);
-    const bool plain = !names.varies && !hasSubquery(expr) && !hasAggregate(expr) && names.named.size() == 1;
+    const bool plain = !names.varies && !readsRows(expr) && !hasAggregate(expr) && names.named.size() == 1;
     return plain ? *names.named.cbegin() : -1;
 }
 
@@ -221,15 +211,23 @@ bool leadsIndex(const FieldRef &field)
     });
 }
 
+bool holdUniqueKey(const TableInfo &table, const QSet<int> &fields, Nulls nulls)
+{
+    if (std::ranges::any_of(fields, [&](int field) { return table.fields[field].isAutoIncrement(); }))
+        return true;
+    const auto has = [&](const IndexField &field) {
+        const int index = table.indexOf(field.name);
+        return fields.contains(index) &&
+               (nulls == Nulls::Ignored || table.fields[index].required || table.fields[index].isAutoIncrement());
+    };
+    return std::ranges::any_of(table.indexes, [&](const IndexInfo &index) {
+        return (index.primary || index.unique) && !index.fields.isEmpty() && std::ranges::all_of(index.fields, has);
+    });
+}
+
 bool isUniqueKey(const FieldRef &field)
 {
-    const TableInfo &table = *field.source->table;
-    const FieldInfo &info = table.fields[field.field];
-    const auto isIt = [&](const IndexInfo &index) {
-        return (index.primary || index.unique) && index.fields.size() == 1 &&
-               table.indexOf(index.fields.front().name) == field.field;
-    };
-    return info.isAutoIncrement() || (info.required && std::ranges::any_of(table.indexes, isIt));
+    return holdUniqueKey(*field.source->table, {field.field}, Nulls::Refused);
 }
 
 std::vector<ExprPtr> termsOf(const ExprPtr &condition)

@@ -27,6 +27,10 @@ int onlySourceOf(const bound::Expr &expr);
 /// True when the field is the first of an index.
 bool leadsIndex(const bound::FieldRef &field);
 
+enum class Nulls { Refused, Ignored };
+/// True when the fields hold a unique key of the table: no two rows have the same values in them. A unique index lets
+/// any number of rows be Null, so a key that has to tell all rows apart must refuse Null.
+bool holdUniqueKey(const TableInfo &table, const QSet<int> &fields, Nulls nulls);
 /// True when the field alone is a unique key, which is never Null.
 bool isUniqueKey(const bound::FieldRef &field);
 

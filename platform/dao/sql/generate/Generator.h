@@ -65,6 +65,15 @@ private:
         QString rest;
         QString whole() const { return names + cells + rest; }
     };
+    /// What identifies and orders the rows of a TOP: row keys first (_t0 ...), then the values of ORDER BY (_o0 ...).
+    struct FirstRows
+    {
+        QStringList names;
+        QStringList values;
+        qsizetype keys = 0; ///< how many of the names are row keys
+        QStringList order;  ///< terms of ORDER BY, by name
+        QString list() const;
+    };
     enum class Shape { Plain, Nested, Keys, Subquery, Exists };
 
     // Expressions.cpp
@@ -120,6 +129,8 @@ private:
     QString withCommon(const std::function<QString()> &text);
     QString selectText(const bound::Select &select, Shape shape);
     QString limitText(const bound::Select &select, const QStringList &cells);
+    static QString rankText(const bound::Top &top, const QStringList &order);
+    static QString lastRankText(const bound::Top &top);
     Ranked rankedText(const bound::Select &select, const QStringList &cells);
     QStringList cellsOf(const bound::Select &select, Shape shape);
     QString tail(const bound::Select &select);
@@ -141,7 +152,11 @@ private:
     QString topText(const bound::Select &select, Shape shape);
     QString firstRowsText(const bound::Select &select, const Reading &reading, Shape shape);
     QString firstOfGroupText(const bound::Select &select, const QStringList &cells);
-    QString rowsByKeyText(const bound::Select &select, const QString &first, Shape shape);
+    QString rankedRowsText(const bound::Select &select, Shape shape);
+    FirstRows firstRowsOf(const bound::Select &select);
+    QString cellsOfRowsText(const bound::Select &select, const FirstRows &first, const QString &rows,
+                            const QStringList &order, Shape shape);
+    QString rowsByKeyText(const bound::Select &select, const QString &rows, Shape shape);
 
     // GroupTests.cpp
     void noteTests(const bound::Select &select);

@@ -25,16 +25,6 @@ bool hasRightJoin(const From &from)
     return !from.source && (from.kind == JoinKind::Right || hasRightJoin(*from.left) || hasRightJoin(*from.right));
 }
 
-bool hasAggregate(const Expr &expr)
-{
-    return anyPart(expr, [](const Expr &part) { return part.as<Aggregate>() != nullptr; });
-}
-
-bool hasSubquery(const Expr &expr)
-{
-    return anyPart(expr, [](const Expr &part) { return subqueryOf(part) != nullptr; });
-}
-
 QStringView joinText(JoinKind kind)
 {
     return kind == JoinKind::Left ? u" LEFT JOIN " : kind == JoinKind::Right ? u" RIGHT JOIN " : u" JOIN ";
@@ -204,15 +194,22 @@ Generator::Ranked Generator::rankedText(const Select &select, const QStringList 
         finalOrder.append(u"_t"_s + QString::number(i));
     }
     const QString rows = (select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s) + inner.join(u", ");
-    const QString count = QString::number(qint64(select.top->count));
-    const bool percent = select.top->percent;
-    const QString limit = percent ? u"(_rows * "_s + count + u" + 99) / 100"_s : count;
+    return {
+        u"SELECT "_s + outer.join(u", "), u" FROM (SELECT *, "_s + rankText(*select.top, order) + u" FROM ("_s + rows,
+        tail(select) + u")) WHERE _rank <= "_s + lastRankText(*select.top) + u" ORDER BY "_s + finalOrder.join(u", ")};
+}
+
+QString Generator::rankText(const Top &top, const QStringList &order)
+{
     const QString rank =
         order.isEmpty() ? u"row_number() OVER ()"_s : QString(u"rank() OVER (ORDER BY "_s + order.join(u", ") + u')');
-    return {u"SELECT "_s + outer.join(u", "),
-            u" FROM (SELECT *, "_s + rank + u" AS _rank"_s + (percent ? u", count(*) OVER () AS _rows"_s : QString()) +
-                u" FROM ("_s + rows,
-            tail(select) + u")) WHERE _rank <= "_s + limit + u" ORDER BY "_s + finalOrder.join(u", ")};
+    return rank + u" AS _rank"_s + (top.percent ? u", count(*) OVER () AS _rows"_s : QString());
+}
+
+QString Generator::lastRankText(const Top &top)
+{
+    const QString count = QString::number(qint64(top.count));
+    return top.percent ? u"(_rows * "_s + count + u" + 99) / 100"_s : count;
 }
 
 QString Generator::allText(const std::vector<ExprPtr> &terms)

@@ -24,23 +24,6 @@ QString inAnd(const QString &condition)
     return condition.isEmpty() ? condition : QString(u'(' + condition + u')');
 }
 
-/// True when the fields hold a unique key, which is never Null: no two rows have the same values.
-bool holdUniqueKey(const Source &source, const QSet<int> &fields)
-{
-    const TableInfo &table = *source.table;
-    const auto has = [&](const IndexField &field) {
-        const int index = table.indexOf(field.name);
-        return fields.contains(index) && (table.fields[index].required || table.fields[index].isAutoIncrement());
-    };
-    for (const int field : fields) {
-        if (table.fields[field].isAutoIncrement())
-            return true;
-    }
-    return std::ranges::any_of(table.indexes, [&](const IndexInfo &index) {
-        return (index.primary || index.unique) && !index.fields.isEmpty() && std::ranges::all_of(index.fields, has);
-    });
-}
-
 bool isTableJoin(const From &from)
 {
     return from.source ? from.source->table != nullptr
@@ -73,7 +56,7 @@ bool Generator::mayTie(const Select &select) const
         if (const FieldRef *field = key.expr->as<FieldRef>())
             fields.insert(field->field);
     }
-    return !holdUniqueKey(*select.sources.front(), fields);
+    return !holdUniqueKey(*select.sources.front()->table, fields, Nulls::Refused);
 }
 
 QString Generator::topText(const Select &select, Shape shape)
@@ -85,6 +68,8 @@ QString Generator::topText(const Select &select, Shape shape)
         return rankedText(select, cellsOf(select, shape)).whole();
     const Reading reading = readingOf(select);
     // What is named several times is compiled several times: with each TOP within another one the text would multiply.
+    if (reading.hasTop && !reading.namesOuter)
+        return rankedRowsText(select, shape);
     if (reading.hasTop)
         return rankedText(select, cellsOf(select, shape)).whole();
     if (!reading.namesOuter)
@@ -108,79 +93,118 @@ QString Generator::firstRowsText(const Select &select, const Reading &reading, S
 {
     const QString number = QString::number(++m_derived);
     const auto named = [&](const QString &name) { return quoted(QString(name + u'.' + number)); }; // no table has a dot
-    QStringList columns;
-    QStringList values;
-    QStringList order;
+    const FirstRows first = firstRowsOf(select);
+    QStringList names;
     QStringList reversed;
     QStringList differences;
     QStringList ties;
-    for (const Source *source : keySources(select)) {
-        columns.append(u"_t"_s + QString::number(columns.size()));
-        values.append(keyText(*source));
-    }
-    const QStringList keys = columns;
     for (size_t i = 0; i < select.order.size(); ++i) {
-        const QString name = u"_o"_s + QString::number(i);
-        const bool descending = select.order[i].descending;
+        const QString name = first.names[first.keys + qsizetype(i)];
         const QString last = u"(SELECT "_s + name + u" FROM "_s + named(u"last"_s) + u')';
-        columns.append(name);
-        values.append(sortable(*select.order[i].expr));
-        order.append(descending ? name + u" DESC"_s : name);
-        reversed.append(descending ? name : name + u" DESC"_s);
+        names.append(name);
+        reversed.append(select.order[i].descending ? name : name + u" DESC"_s);
         differences.append(name + u" IS NOT "_s + last);
-        ties.append(name + u" IS "_s + last);
+        ties.append(u" IS "_s + last);
     }
-    QStringList list;
-    for (qsizetype i = 0; i < columns.size(); ++i)
-        list.append(values[i] + u" AS "_s + columns[i]);
     const QString from = u" FROM "_s + fromText(select);
     const QString where = inAnd(whereText(select));
     const QString condition = where.isEmpty() ? where : QString(u" WHERE "_s + where);
-    QString rows = u"SELECT "_s + list.join(u", ") + from + condition;
+    QString rows = u"SELECT "_s + first.list() + from + condition;
 
     QString rest;
+    QString tie;
     const bool kept = reading.varies || reading.hasFreeSubquery || (select.top->percent && !followsIndex(select));
+    for (qsizetype i = 0; i < ties.size(); ++i)
+        tie = joined(tie, (kept ? names[i] : first.values[first.keys + i]) + ties[i]);
     if (kept) {
         m_common->append(named(u"all"_s) + u" AS MATERIALIZED ("_s + rows + u')');
         rows = u"SELECT * FROM "_s + named(u"all"_s);
-        rest = rows + u" WHERE "_s + ties.join(u" AND ");
+        rest = rows + u" WHERE "_s + tie;
     } else {
-        QString tie;
-        for (qsizetype i = 0; i < ties.size(); ++i)
-            tie = joined(tie, values[keys.size() + i] + ties[i].sliced(columns[keys.size() + i].size()));
-        rest = u"SELECT "_s + values.join(u", ") + from + u" WHERE "_s + joined(tie, where);
+        rest = u"SELECT "_s + first.values.join(u", ") + from + u" WHERE "_s + joined(tie, where);
     }
     const QString count = QString::number(qint64(select.top->count));
     const QString counted = kept ? QString(u" FROM "_s + named(u"all"_s)) : from + condition;
     const QString limit =
         select.top->percent ? u"(SELECT (count(*) * "_s + count + u" + 99) / 100"_s + counted + u')' : count;
-    m_common->append(named(u"top"_s) + u" AS MATERIALIZED ("_s + rows + u" ORDER BY "_s + order.join(u", ") +
+    m_common->append(named(u"top"_s) + u" AS MATERIALIZED ("_s + rows + u" ORDER BY "_s + first.order.join(u", ") +
                      m_target.limit + limit + u')');
-    m_common->append(named(u"last"_s) + u" AS MATERIALIZED (SELECT "_s + columns.sliced(keys.size()).join(u", ") +
-                     u" FROM "_s + named(u"top"_s) + u" ORDER BY "_s + reversed.join(u", ") + m_target.limit + u"1)"_s);
-    const QString first = u"(SELECT * FROM "_s + named(u"top"_s) + u" WHERE "_s + differences.join(u" OR ") +
-                          u" UNION ALL "_s + rest + u')';
-    const QString sorted = u" ORDER BY "_s + (order + keys).join(u", ");
-    if (shape == Shape::Keys)
-        return u"SELECT "_s + keys.join(u", ") + u" FROM "_s + first + sorted;
-    // Fields that are all keys need no second look at the tables.
-    QStringList cells;
-    for (const OutputColumn &column : select.columns) {
-        const qsizetype index = column.expr->as<FieldRef>() ? values.indexOf(value(*column.expr).text) : -1;
-        if (index >= 0)
-            cells.append(columns[index]);
-    }
-    if (shape == Shape::Plain && cells.size() == qsizetype(select.columns.size()))
-        return u"SELECT "_s + cells.join(u", ") + u" FROM "_s + first + sorted;
-    return rowsByKeyText(select, first, shape) + (shape == Shape::Subquery ? QString() : sorted);
+    m_common->append(named(u"last"_s) + u" AS MATERIALIZED (SELECT "_s + names.join(u", ") + u" FROM "_s +
+                     named(u"top"_s) + u" ORDER BY "_s + reversed.join(u", ") + m_target.limit + u"1)"_s);
+    const QString text = u"(SELECT * FROM "_s + named(u"top"_s) + u" WHERE "_s + differences.join(u" OR ") +
+                         u" UNION ALL "_s + rest + u')';
+    return cellsOfRowsText(select, first, text, first.order + first.names.first(first.keys), shape);
 }
 
-// The cells of the rows whose keys `first` has as _t0 and so on.
-QString Generator::rowsByKeyText(const Select &select, const QString &first, Shape shape)
+// Rows that are found by another TOP are ranked by the keys of their tables; the cells are read for the first of them.
+//     SELECT TOP 2 a FROM t WHERE id IN (SELECT TOP 9 id FROM t ORDER BY b) ORDER BY c
+//     SELECT _s1.a FROM (SELECT _t0, _rank FROM (SELECT *, rank() OVER (ORDER BY _o0) AS _rank FROM
+//         (SELECT _s1.key AS _t0, _s1.c AS _o0 FROM t AS _s1 WHERE _s1.id IN (...))) WHERE _rank <= 2) AS _first
+//         CROSS JOIN t AS _s1 ON _s1.key = _t0 ORDER BY _rank, _t0
+QString Generator::rankedRowsText(const Select &select, Shape shape)
+{
+    FirstRows first = firstRowsOf(select);
+    const QString where = whereText(select);
+    const QString rows = u"SELECT "_s + first.list() + u" FROM "_s + fromText(select) +
+                         (where.isEmpty() ? where : QString(u" WHERE "_s + where));
+    const QString text = u"(SELECT "_s + first.names.join(u", ") + u", _rank FROM (SELECT *, "_s +
+                         rankText(*select.top, first.order) + u" FROM ("_s + rows + u")) WHERE _rank <= "_s +
+                         lastRankText(*select.top) + u')';
+    return cellsOfRowsText(select, first, text, QStringList{u"_rank"_s} + first.names.first(first.keys), shape);
+}
+
+Generator::FirstRows Generator::firstRowsOf(const Select &select)
+{
+    FirstRows first;
+    for (const Source *source : keySources(select)) {
+        first.names.append(u"_t"_s + QString::number(first.names.size()));
+        first.values.append(keyText(*source));
+    }
+    first.keys = first.names.size();
+    for (const OrderKey &key : select.order) {
+        const QString name = u"_o"_s + QString::number(first.order.size());
+        first.names.append(name);
+        first.values.append(sortable(*key.expr));
+        first.order.append(key.descending ? name + u" DESC"_s : name);
+    }
+    return first;
+}
+
+QString Generator::FirstRows::list() const
+{
+    QStringList list;
+    for (qsizetype i = 0; i < names.size(); ++i)
+        list.append(values[i] + u" AS "_s + names[i]);
+    return list.join(u", ");
+}
+
+// The cells of a select for the rows that `rows` returns under the names of `first`.
+QString Generator::cellsOfRowsText(const Select &select, const FirstRows &first, const QString &rows,
+                                   const QStringList &order, Shape shape)
+{
+    const QString sorted = shape == Shape::Subquery ? QString() : QString(u" ORDER BY "_s + order.join(u", "));
+    if (shape == Shape::Keys)
+        return u"SELECT "_s + first.names.first(first.keys).join(u", ") + u" FROM "_s + rows + sorted;
+    // Cells that are all there need no second look at the tables. In a comparison only a key, a number, can stand for
+    // the field itself: other values would lose the way in which the field is compared.
+    QStringList cells;
+    const qsizetype usable = shape == Shape::Plain ? first.names.size() : shape == Shape::Subquery ? first.keys : 0;
+    for (const OutputColumn &column : select.columns) {
+        const qsizetype index = column.expr->as<FieldRef>() ? first.values.indexOf(value(*column.expr).text) : -1;
+        if (index >= 0 && index < usable)
+            cells.append(first.names[index]);
+    }
+    if (cells.size() == qsizetype(select.columns.size()))
+        return u"SELECT "_s + cells.join(u", ") + u" FROM "_s + rows + sorted;
+    return rowsByKeyText(select, rows, shape) + sorted;
+}
+
+// The cells of the rows whose keys `rows` has as _t0 and so on.
+QString Generator::rowsByKeyText(const Select &select, const QString &rows, Shape shape)
 {
     // Here no table stands in parentheses of a join.
     const auto grouped = std::exchange(m_grouped, {});
-    QString from = first + u" AS _first"_s;
+    QString from = rows + u" AS _first"_s;
     int index = 0;
     for (const Source *source : keySources(select))
         from += (source->nullable ? u" LEFT JOIN "_s : u" CROSS JOIN "_s) + leafText(*source) + u" ON "_s +

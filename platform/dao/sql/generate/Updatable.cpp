@@ -1,3 +1,4 @@
+#include "Correlation.h"
 #include "Generator.h"
 
 namespace dao::sql::generate {
@@ -11,26 +12,6 @@ bool isCrossed(const From &from)
     return !from.source && (!from.on || isCrossed(*from.left) || isCrossed(*from.right));
 }
 
-/// True when the joined fields contain a unique key of the table: each row of the others meets one row of it at most.
-bool isDetermined(const Source &source, const QSet<int> &joined)
-{
-    const TableInfo &table = *source.table;
-    for (const int field : joined) {
-        if (table.fields[field].isAutoIncrement())
-            return true;
-    }
-    return std::any_of(table.indexes.begin(), table.indexes.end(), [&](const IndexInfo &index) {
-        return (index.primary || index.unique) && !index.fields.isEmpty() &&
-               std::all_of(index.fields.begin(), index.fields.end(),
-                           [&](const IndexField &field) { return joined.contains(table.indexOf(field.name)); });
-    });
-}
-
-bool hasSubquery(const Expr &expr)
-{
-    return anyPart(expr, [](const Expr &part) { return subqueryOf(part) != nullptr; });
-}
-
 NotUpdatable joinedUpdatable(const Select &select, const Source *&deletable)
 {
     if (select.from.size() > 1 || select.commaJoin || isCrossed(*select.from.front()))
@@ -38,7 +19,8 @@ NotUpdatable joinedUpdatable(const Select &select, const Source *&deletable)
     const QHash<const Source *, QSet<int>> fields = joinedFields(select);
     std::vector<const Source *> free;
     for (const auto &source : select.sources) {
-        if (!isDetermined(*source, fields.value(source.get())))
+        // By a unique key each row of the others meets one row of the table at most.
+        if (!holdUniqueKey(*source->table, fields.value(source.get()), Nulls::Ignored))
             free.push_back(source.get());
     }
     if (free.size() > 1)

@@ -319,7 +319,12 @@ TEST_P(RandomQueriesTest, TopTakesTheFirstRowsAndThoseThatTie)
         QStringList keys = order;
         keys.replaceInStrings(u" DESC"_s, QString());
         const bool distinct = maker.chance(25);
-        const QString where = maker.chance(50) ? u" WHERE "_s + maker.condition(2) : QString();
+        QStringList conditions;
+        if (maker.chance(50))
+            conditions.append(maker.condition(2));
+        if (maker.chance(30))
+            conditions.append(maker.field(u"id"_s) + u" IN (SELECT TOP 9 id FROM t AS other ORDER BY k, d DESC)"_s);
+        const QString where = conditions.isEmpty() ? QString() : u" WHERE "_s + conditions.join(u" AND "_s);
         const QString others = distinct || maker.chance(30) ? QString() : u", *"_s;
         const QString rows = keys.join(u", "_s) + others + u" FROM "_s + from + where + u" ORDER BY "_s +
                              (distinct ? order.first() : order.join(u", "_s));
