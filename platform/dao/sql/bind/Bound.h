@@ -355,7 +355,7 @@ struct Update
 struct Delete
 {
     std::shared_ptr<Select> select;
-    const Source *victim;
+    const Source *deleteTarget;
 };
 
 /// The parts of an expression, in order. Subqueries are not entered.

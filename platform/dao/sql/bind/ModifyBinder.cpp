@@ -298,14 +298,14 @@ Delete ModifyBinder::bind(const ast::Delete &statement)
     SelectBinder binder(m_context, nullptr);
     binder.bindFrom(statement.from);
     Delete bound;
-    bound.victim = victimOf(binder, statement);
+    bound.deleteTarget = deleteTargetOf(binder, statement);
     binder.bindWhere(statement.where.get());
     bound.select = binder.select();
     return bound;
 }
 
 // The first "t.*"; without one, the only table.
-const Source *ModifyBinder::victimOf(const SelectBinder &binder, const ast::Delete &statement)
+const Source *ModifyBinder::deleteTargetOf(const SelectBinder &binder, const ast::Delete &statement)
 {
     QString named;
     Range range = rangeOf(statement.from);
@@ -338,18 +338,18 @@ const Source *ModifyBinder::tableOf(const SelectBinder &binder, const QString &n
     if (!scoped)
         m_context.fail(error::UnknownSource, range, {name});
     // A stored query over one table deletes that table's rows.
-    const Source *victim = nullptr;
+    const Source *target = nullptr;
     for (const ScopeColumn &column : scoped->columns) {
         const FieldRef *field = column.expr->as<FieldRef>();
         if (!field)
             continue;
-        if (victim && victim != field->source)
+        if (target && target != field->source)
             m_context.fail(error::CannotDelete, range);
-        victim = field->source;
+        target = field->source;
     }
-    if (!victim)
+    if (!target)
         m_context.fail(error::CannotDelete, range);
-    return victim;
+    return target;
 }
 
 } // namespace dao::sql::bound

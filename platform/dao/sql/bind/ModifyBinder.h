@@ -31,7 +31,7 @@ private:
     void requireUpdatable(const Select &select, Range range);
     void bindAbsent(Update &bound, const Scope &scope, const Source &target, Range place);
     std::vector<std::pair<int, ExprPtr>> computedDefaults(const TableInfo &table, const QSet<int> &given);
-    const Source *victimOf(const SelectBinder &binder, const ast::Delete &statement);
+    const Source *deleteTargetOf(const SelectBinder &binder, const ast::Delete &statement);
     const Source *tableOf(const SelectBinder &binder, const QString &name, Range range);
 
     BindContext &m_context;

@@ -97,13 +97,13 @@ QString Generator::reading(const Update &update)
     QStringList cells;
     for (const AssignedField &field : update.fields)
         cells.append(value(*field.value).text);
-    return u"SELECT "_s + cells.join(u", ") + tail(*update.select);
+    return u"SELECT "_s + cells.join(u", ") + fromToHaving(*update.select);
 }
 
 QString Generator::reading(const Delete &statement)
 {
     markGrouped(*statement.select);
-    return u"SELECT 1"_s + tail(*statement.select);
+    return u"SELECT 1"_s + fromToHaving(*statement.select);
 }
 
 void Generator::show(const Query &query)

@@ -5,12 +5,13 @@
 
 using namespace Qt::StringLiterals;
 
-// Statements that change rows. Each has two forms. The plain one leaves as much as it can to the inner engine. The
-// asking one is for statements that must not be interrupted half-way (see ActionPlan): what may read for long without
-// writing a row becomes a select, which can be interrupted, and what writes asks at every row.
+// Statements that change rows. Each has two forms. The plain form leaves as much as possible to the inner engine. The
+// cancellable form is for statements that must not be interrupted half-way (see ActionPlan): reading that may take long
+// without writing a row becomes a SELECT, which can be interrupted, and each row that is written checks for a request
+// to stop.
 //
-// In both forms conditions and new values see the rows as they were before the statement: where they may read what it
-// writes, the rows are gathered first.
+// In both forms conditions and new values see the rows as they were before the statement. If they may read what the
+// statement writes, the rows are materialised first, in a temporary table.
 
 namespace dao::sql::generate {
 namespace {
@@ -18,6 +19,11 @@ namespace {
 using namespace bound;
 
 using Step = ActionPlan::Step;
+
+Step changeStep(const QString &sql, bool counts = true)
+{
+    return {.sql = sql, .countsRows = counts, .gathersInto = {}, .keyed = false, .refusal = std::nullopt};
+}
 
 /// A domain function reads through a statement of its own, which the inner engine does not see: it would find the rows
 /// that the statement around it has written already.
@@ -46,27 +52,33 @@ bool isPlainWalk(const Query &query)
 
 } // namespace
 
-QString Generator::asking(const QString &condition) const
+QString Generator::cancellable(const QString &condition) const
 {
     const QString question = m_target.stopFunction + u"() = 0"_s;
     return condition.isEmpty() ? question : QString(question + u" AND ("_s + condition + u')');
 }
 
-QString Generator::gathered() const
+QString Generator::materialised() const
 {
-    return m_target.temporary + u'.' + quoted(m_target.gatherTable);
+    return m_target.temporary + u'.' + quoted(m_target.materialisedTable);
 }
 
-Step Generator::gather(const QString &rows, bool keyed) const
+Step Generator::materialise(const QString &rows, bool keyed) const
 {
-    return {rows, false, m_target.gatherTable.toString(), keyed};
+    return {.sql = rows,
+            .countsRows = false,
+            .gathersInto = m_target.materialisedTable.toString(),
+            .keyed = keyed,
+            .refusal = std::nullopt};
 }
 
-Step Generator::dropGathered() const
+Step Generator::dropMaterialised() const
 {
-    return {u"DROP TABLE "_s + gathered(), false, {}, false};
+    return changeStep(u"DROP TABLE "_s + materialised(), false);
 }
 
+//     INSERT INTO v (a, b) SELECT a, b FROM t WHERE b > 1
+//     INSERT INTO "v" ("a", "b") SELECT _s1."a", _s1."b" FROM "t" AS _s1 WHERE _s1."b" > 1 ORDER BY _s1."id"
 ActionPlan Generator::insert(const Insert &insert)
 {
     QStringList names;
@@ -76,30 +88,32 @@ ActionPlan Generator::insert(const Insert &insert)
     plan.tables.append(insert.table->name);
     const QString into = u"INSERT INTO "_s + quoted(insert.table->name) + u" ("_s + names.join(u", "_s) + u") "_s;
     if (!insert.query) {
-        plan.steps.append({into + u"VALUES ("_s + arguments(insert.values) + u')', true, {}, false});
+        plan.steps.append(changeStep(into + u"VALUES ("_s + arguments(insert.values) + u')'));
         return plan;
     }
     const QString rows = insert.rows ? u"SELECT "_s + arguments(insert.converted) + u" FROM "_s + leafText(*insert.rows)
                                      : queryText(*insert.query, Shape::Plain);
     if (hasDomainCall(*insert.query))
-        plan.steps = {gather(rows, false),
-                      {into + u"SELECT * FROM "_s + gathered() + u" ORDER BY rowid"_s, true, {}, false},
-                      dropGathered()};
+        plan.steps = {materialise(rows, false),
+                      changeStep(into + u"SELECT * FROM "_s + materialised() + u" ORDER BY rowid"_s),
+                      dropMaterialised()};
     else
-        plan.steps.append({into + rows, true, {}, false});
+        plan.steps.append(changeStep(into + rows));
     if (!insert.rows && isPlainWalk(*insert.query)) {
-        m_asking = insert.query->singleSelect();
-        plan.askingSteps.append({into + queryText(*insert.query, Shape::Plain), true, {}, false});
-        m_asking = nullptr;
+        m_cancellableSelect = insert.query->singleSelect();
+        plan.askingSteps.append(changeStep(into + queryText(*insert.query, Shape::Plain)));
+        m_cancellableSelect = nullptr;
         return plan;
     }
     plan.askingSteps = {
-        gather(rows, false),
-        {into + u"SELECT * FROM "_s + gathered() + u" WHERE "_s + asking({}) + u" ORDER BY rowid"_s, true, {}, false},
-        dropGathered()};
+        materialise(rows, false),
+        changeStep(into + u"SELECT * FROM "_s + materialised() + u" WHERE "_s + cancellable({}) + u" ORDER BY rowid"_s),
+        dropMaterialised()};
     return plan;
 }
 
+//     UPDATE t SET a = b WHERE b > 1
+//     UPDATE "t" AS _s1 SET "a" = _s1."b" WHERE _s1."b" > 1
 ActionPlan Generator::update(const Update &update)
 {
     const Select &select = *update.select;
@@ -115,14 +129,19 @@ ActionPlan Generator::update(const Update &update)
     const QString set = u"UPDATE "_s + leafText(source) + u" SET "_s + assignments.join(u", ");
     const QString condition = select.where ? truth(*select.where).text : QString();
     ActionPlan plan;
-    plan.askingSteps.append({set + u" WHERE "_s + asking(condition), true, {}, false});
+    plan.askingSteps.append(changeStep(set + u" WHERE "_s + cancellable(condition)));
     plan.tables.append(source.table->name);
-    plan.steps.append({condition.isEmpty() ? set : QString(set + u" WHERE "_s + condition), true, {}, false});
+    plan.steps.append(changeStep(condition.isEmpty() ? set : QString(set + u" WHERE "_s + condition)));
     return plan;
 }
 
 // The new values are computed for all rows first, from the old ones, then written table by table. A row met several
 // times takes the last of its values.
+//     UPDATE t INNER JOIN v ON t.id = v.a SET t.b = v.b
+//     SELECT _s1."id" AS _k0, _s2."b" AS _c0 FROM "t" AS _s1 JOIN "v" AS _s2 ON _s1."id" = _s2."a" ORDER BY _s1."id",
+//         _s2."rowid"
+//     UPDATE "t" AS _old SET "b" = _new._c0 FROM temp."_gathered" AS _new WHERE _old."id" = _new._k0
+//     DROP TABLE temp."_gathered"
 ActionPlan Generator::updateJoined(const Update &update)
 {
     const Select &select = *update.select;
@@ -138,11 +157,11 @@ ActionPlan Generator::updateJoined(const Update &update)
     for (size_t i = 0; i < update.fields.size(); ++i)
         cells.append(value(*update.fields[i].value).text + u" AS "_s + m_target.columnPrefix + QString::number(i));
     const QString rows =
-        u"SELECT "_s + cells.join(u", ") + tail(select) + u" ORDER BY "_s + tieBreakers(select).join(u", ");
+        u"SELECT "_s + cells.join(u", ") + fromToHaving(select) + u" ORDER BY "_s + tieBreakers(select).join(u", ");
     const bool keyed = targets.size() == 1 && update.absent.empty();
 
     ActionPlan plan;
-    plan.steps.append(gather(rows, keyed));
+    plan.steps.append(materialise(rows, keyed));
     for (const AbsentRows &absent : update.absent) {
         const auto t = std::ranges::find(targets, absent.target) - targets.begin();
         if (!absent.added)
@@ -160,36 +179,40 @@ ActionPlan Generator::updateJoined(const Update &update)
             columns.append(cell);
             assignments.append(quoted(targets[t]->table->fields[update.fields[i].field].name) + u" = _new."_s + cell);
         }
-        const QString last = u"(SELECT "_s + columns.join(u", ") + u", max(rowid) FROM "_s + gathered() + u" WHERE "_s +
-                             key + u" IS NOT NULL GROUP BY "_s + key + u')';
+        const QString last = u"(SELECT "_s + columns.join(u", ") + u", max(rowid) FROM "_s + materialised() +
+                             u" WHERE "_s + key + u" IS NOT NULL GROUP BY "_s + key + u')';
         const QString set = u"UPDATE "_s + quoted(targets[t]->table->name) + u" AS _old SET "_s +
-                            assignments.join(u", ") + u" FROM "_s + (keyed ? gathered() : last) + u" AS _new WHERE "_s;
+                            assignments.join(u", ") + u" FROM "_s + (keyed ? materialised() : last) +
+                            u" AS _new WHERE "_s;
         const QString match = u"_old."_s + quoted(targets[t]->table->keyColumn) + u" = _new."_s + key;
-        plan.steps.append({set + match, t == 0, {}, false});
-        plan.askingSteps.append({set + asking(match), t == 0, {}, false});
+        plan.steps.append(changeStep(set + match, t == 0));
+        plan.askingSteps.append(changeStep(set + cancellable(match), t == 0));
         plan.tables.append(targets[t]->table->name);
         const auto absent = std::ranges::find(update.absent, targets[t], &AbsentRows::target);
         if (absent == update.absent.end() || !absent->added)
             continue;
         const QString rest = key + u" IS NULL"_s;
-        plan.steps.append({addAbsent(update, *absent) + rest + u" ORDER BY rowid"_s, t == 0, {}, false});
-        plan.askingSteps.append({addAbsent(update, *absent) + asking(rest) + u" ORDER BY rowid"_s, t == 0, {}, false});
+        plan.steps.append(changeStep(addAbsent(update, *absent) + rest + u" ORDER BY rowid"_s, t == 0));
+        plan.askingSteps.append(
+            changeStep(addAbsent(update, *absent) + cancellable(rest) + u" ORDER BY rowid"_s, t == 0));
     }
-    plan.steps.append(dropGathered());
-    plan.askingSteps.append(dropGathered());
+    plan.steps.append(dropMaterialised());
+    plan.askingSteps.append(dropMaterialised());
     return plan;
 }
 
 Step Generator::refuseAbsent(const AbsentRows &absent, const QString &key) const
 {
-    Step step{u"SELECT 1 FROM "_s + gathered() + u" WHERE "_s + key + u" IS NULL LIMIT 1"_s, false, {}, false};
+    Step step = changeStep(u"SELECT 1 FROM "_s + materialised() + u" WHERE "_s + key + u" IS NULL LIMIT 1"_s, false);
     step.refusal = DaoException(error::NotUpdatableQuery, u"DAO.Database"_s, errorText(error::NotUpdatableQuery),
                                 m_context.userPlace(absent.place))
                        .withHint(absent.hint);
     return step;
 }
 
-// A row for each of the gathered ones, up to its condition.
+// Inserts a row for each materialised row. Ends with WHERE; the caller adds the condition.
+//     UPDATE u RIGHT JOIN v ON u.k = v.a SET u.k = v.a, u.e = 'x'
+//     INSERT INTO "u" ("k", "e") SELECT _c0, _c1 FROM temp."_gathered" WHERE _k0 IS NULL ORDER BY rowid
 QString Generator::addAbsent(const Update &update, const AbsentRows &absent)
 {
     const TableInfo &table = *absent.target->table;
@@ -206,37 +229,37 @@ QString Generator::addAbsent(const Update &update, const AbsentRows &absent)
         cells.append(value(*field.value).text);
     }
     return u"INSERT INTO "_s + quoted(table.name) + u" ("_s + names.join(u", ") + u") SELECT "_s + cells.join(u", ") +
-           u" FROM "_s + gathered() + u" WHERE "_s;
+           u" FROM "_s + materialised() + u" WHERE "_s;
 }
 
+//     DELETE t.* FROM t INNER JOIN v ON t.id = v.a
+//     DELETE FROM "t" WHERE "id" IN (SELECT _s1."id" AS _k0 FROM "t" AS _s1 JOIN "v" AS _s2 ON _s1."id" = _s2."a")
 ActionPlan Generator::remove(const Delete &statement)
 {
     const Select &select = *statement.select;
-    const Source &victim = *statement.victim;
-    const QString table = quoted(victim.table->name);
-    const QString key = quoted(victim.table->keyColumn);
+    const Source &target = *statement.deleteTarget;
+    const QString table = quoted(target.table->name);
+    const QString key = quoted(target.table->keyColumn);
     ActionPlan plan;
-    plan.tables.append(victim.table->name);
+    plan.tables.append(target.table->name);
     const bool alone = select.sources.size() == 1;
     if (!alone)
         markGrouped(select);
     if (alone && !(select.where && readsRows(*select.where))) {
-        const QString remove = u"DELETE FROM "_s + leafText(victim);
+        const QString remove = u"DELETE FROM "_s + leafText(target);
         const QString condition = select.where ? truth(*select.where).text : QString();
-        plan.steps.append({condition.isEmpty() ? remove : QString(remove + u" WHERE "_s + condition), true, {}, false});
-        plan.askingSteps.append({remove + u" WHERE "_s + asking(condition), true, {}, false});
+        plan.steps.append(changeStep(condition.isEmpty() ? remove : QString(remove + u" WHERE "_s + condition)));
+        plan.askingSteps.append(changeStep(remove + u" WHERE "_s + cancellable(condition)));
         return plan;
     }
-    const QString rows = u"SELECT "_s + keyText(victim) + u" AS "_s + m_target.keyPrefix + u'0' + tail(select);
+    const QString rows = u"SELECT "_s + keyText(target) + u" AS "_s + m_target.keyPrefix + u'0' + fromToHaving(select);
     // The list of keys is complete before the first row goes.
-    plan.steps.append({u"DELETE FROM "_s + table + u" WHERE "_s + key + u" IN ("_s + rows + u')', true, {}, false});
-    plan.askingSteps = {gather(rows, true),
-                        {u"DELETE FROM "_s + table + u" WHERE "_s +
-                             asking(key + u" IN (SELECT "_s + m_target.keyPrefix + u"0 FROM "_s + gathered() + u')'),
-                         true,
-                         {},
-                         false},
-                        dropGathered()};
+    plan.steps.append(changeStep(u"DELETE FROM "_s + table + u" WHERE "_s + key + u" IN ("_s + rows + u')'));
+    plan.askingSteps = {
+        materialise(rows, true),
+        changeStep(u"DELETE FROM "_s + table + u" WHERE "_s +
+                   cancellable(key + u" IN (SELECT "_s + m_target.keyPrefix + u"0 FROM "_s + materialised() + u')')),
+        dropMaterialised()};
     return plan;
 }
 

@@ -70,11 +70,15 @@ bool areOrdered(const Expr &low, const Expr &high)
 
 } // namespace
 
+//     SELECT a FROM t WHERE NOT a > 1
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE NOT _s1."a" > 1 ORDER BY _s1."id"
 Generator::Piece Generator::truthOf(const bound::Not &node)
 {
     return {u"NOT "_s + truthAt(*node.operand, rank::Equality), rank::Not};
 }
 
+//     SELECT a FROM t WHERE c = 'x' AND b <> a
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."c" = 'x' AND _s1."b" <> _s1."a" ORDER BY _s1."id"
 Generator::Piece Generator::truthOf(const Compare &node)
 {
     if (const Source *unseen = m_numberTests.value(&node))
@@ -94,6 +98,9 @@ Generator::Piece Generator::truthOf(const Compare &node)
     return {leftText + u' ' + symbolOf(node.op) + u' ' + valueAt(*node.right, rank::Relation + 1), rank};
 }
 
+//     SELECT a FROM t WHERE c LIKE 'ab*'
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."c" >= 'ab' AND _s1."c" < 'ac' AND jet_like('ab*', _s1."c") ORDER BY
+//         _s1."id"
 Generator::Piece Generator::truthOf(const Like &node)
 {
     if (m_standalone) {
@@ -146,6 +153,8 @@ Generator::Piece Generator::standaloneLike(const Like &node)
     return {text + u" LIKE '"_s + inner + u"' ESCAPE '\\'"_s, rank::Equality};
 }
 
+//     SELECT a FROM t WHERE a > 1 IMP b > 1
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE NOT _s1."a" > 1 OR _s1."b" > 1 ORDER BY _s1."id"
 Generator::Piece Generator::truthOf(const Logic &node)
 {
     if (node.op == BinaryOp::Imp)
@@ -155,6 +164,8 @@ Generator::Piece Generator::truthOf(const Logic &node)
     return {truthAt(*node.left, rank::Primary) + symbol + truthAt(*node.right, rank::Primary), rank::Equality};
 }
 
+//     SELECT a FROM t WHERE a > 1 AND (b = 2 OR b = 3)
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."a" > 1 AND (_s1."b" = 2 OR _s1."b" = 3) ORDER BY _s1."id"
 Generator::Piece Generator::truthOf(const bound::Chain &node)
 {
     const int rank = node.isAnd ? rank::And : rank::Or;
@@ -172,8 +183,9 @@ Generator::Piece Generator::truthOf(const bound::Chain &node)
 }
 
 // Whole numbers joined to texts by the same separators are the same when the numbers are, which an index can answer.
-//     a & '/' & b = c & '/' & d
-//     _s1.a IS _s2.c AND _s1.b IS _s2.d
+//     SELECT t.a FROM t INNER JOIN v ON t.a & '/' & t.b = v.a & '/' & v.b
+//     SELECT _s1."a" FROM "t" AS _s1 JOIN "v" AS _s2 ON _s1."a" IS _s2."a" AND _s1."b" IS _s2."b" ORDER BY _s1."id",
+//         _s2."rowid"
 // Empty: the comparison is no such one.
 QString Generator::sameNumbersText(const Compare &node)
 {
@@ -217,6 +229,8 @@ QString Generator::sameNumbersText(const Compare &node)
 }
 
 // The bounds hold in either order; literals are put in order here.
+//     SELECT a FROM t WHERE a BETWEEN b AND 3
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."a" BETWEEN min(_s1."b", 3) AND max(_s1."b", 3) ORDER BY _s1."id"
 Generator::Piece Generator::truthOf(const Between &node)
 {
     Piece operand = comparable(*node.operand, *node.low);
@@ -236,12 +250,16 @@ Generator::Piece Generator::truthOf(const Between &node)
     return {left + (node.negated ? u" NOT BETWEEN "_s : u" BETWEEN "_s) + low + u" AND "_s + high, rank::Equality};
 }
 
+//     SELECT a FROM t WHERE a NOT IN (1, 2)
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."a" NOT IN (1, 2) ORDER BY _s1."id"
 Generator::Piece Generator::truthOf(const InList &node)
 {
     const QString left = sortable(*node.operand);
     return {left + (node.negated ? u" NOT IN ("_s : u" IN ("_s) + arguments(node.items) + u')', rank::Equality};
 }
 
+//     SELECT a FROM t WHERE a IN (SELECT b FROM v)
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."a" IN (SELECT _s2."b" FROM "v" AS _s2) ORDER BY _s1."id"
 Generator::Piece Generator::truthOf(const InQuery &node)
 {
     if (const Select *around = m_tests.value(&node)) {
@@ -254,12 +272,16 @@ Generator::Piece Generator::truthOf(const InQuery &node)
             rank::Equality};
 }
 
+//     SELECT a FROM t WHERE a IS NOT NULL
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."a" IS NOT NULL ORDER BY _s1."id"
 Generator::Piece Generator::truthOf(const bound::IsNull &node)
 {
     return {valueAt(*node.operand, rank::Relation) + (node.negated ? u" IS NOT NULL"_s : u" IS NULL"_s),
             rank::Equality};
 }
 
+//     SELECT a FROM t WHERE EXISTS (SELECT * FROM v WHERE v.a = t.a)
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE EXISTS (SELECT 1 FROM "v" AS _s2 WHERE _s2."a" = _s1."a") ORDER BY _s1."id"
 Generator::Piece Generator::truthOf(const Exists &node)
 {
     const Select *select = node.query->singleSelect();
@@ -273,6 +295,9 @@ Generator::Piece Generator::truthOf(const Same &node)
 }
 
 // x > ANY: there is a row for which it holds. x > ALL: there is none for which it does not, or is not known to.
+//     SELECT a FROM t WHERE a > ALL (SELECT a FROM v)
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE NOT EXISTS (SELECT 1 FROM (SELECT _s2."a" AS _c0 FROM "v" AS _s2) AS _q1
+//         WHERE (_s1."a" > _q1._c0) IS NOT 1) ORDER BY _s1."id"
 Generator::Piece Generator::truthOf(const Quantified &node)
 {
     const QString derived = u"_q"_s + QString::number(++m_derived);

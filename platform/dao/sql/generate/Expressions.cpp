@@ -223,6 +223,8 @@ Generator::Piece Generator::valueOf(const Key &node, const Expr &)
 }
 
 // A parameter has one type; a use that asks for another kind of value converts it.
+//     SELECT a FROM t WHERE a = [wanted]
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."a" = ?1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const bound::ParameterRef &node, const Expr &expr)
 {
     m_usesParameters = true;
@@ -254,6 +256,9 @@ Generator::Piece Generator::valueOf(const Arithmetic &node, const Expr &expr)
     return expr.type == DataType::Currency ? call(u"to_currency", result.text) : result;
 }
 
+//     SELECT a ^ 2 AS x, a - b AS y FROM t
+//     SELECT cell_end(cell_begin(), try_power(_s1."a", 2)), cell_end(cell_begin(), _s1."a" - _s1."b") FROM "t" AS _s1
+//         ORDER BY _s1."id"
 Generator::Piece Generator::arithmetic(const Arithmetic &node)
 {
     const auto infix = [&](QStringView symbol, int rank) -> Piece {
@@ -286,6 +291,8 @@ Generator::Piece Generator::arithmetic(const Arithmetic &node)
     return function(u"divide");
 }
 
+//     SELECT c + c AS x FROM t
+//     SELECT _s1."c" || _s1."c" FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const JoinText &node, const Expr &)
 {
     QStringList terms;
@@ -294,11 +301,16 @@ Generator::Piece Generator::valueOf(const JoinText &node, const Expr &)
     return {terms.join(u" || "), rank::Concatenation};
 }
 
+//     SELECT a + IIf(a > 1, b, c) AS x FROM t
+//     SELECT cell_end(cell_begin(), _s1."a" + try_as_number(CASE WHEN _s1."a" > 1 THEN try_as_text(_s1."b") ELSE
+//         _s1."c" END)) FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const AddAny &node, const Expr &)
 {
     return call(u"add", value(*node.left).text + u", "_s + value(*node.right).text);
 }
 
+//     SELECT a & '-' & c AS x FROM t
+//     SELECT jet_concatenate(jet_as_text(_s1."a"), '-', _s1."c") FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const Concatenate &node, const Expr &)
 {
     QStringList terms;
@@ -315,6 +327,8 @@ Generator::Piece Generator::valueOf(const Concatenate &node, const Expr &)
     return call(u"concatenate", terms.join(u", "));
 }
 
+//     SELECT (SELECT Max(b) FROM v WHERE v.a = t.a) AS x FROM t
+//     SELECT (SELECT max(_s2."b") FROM "v" AS _s2 WHERE _s2."a" = _s1."a") FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const ScalarQuery &node, const Expr &)
 {
     if ((m_noting && (!node.single || keepsFailure(*node.query, 0))) || (m_tellsPlaces && !node.single))
@@ -341,6 +355,8 @@ Generator::Piece Generator::notedQuery(const ScalarQuery &node)
 
 // IIf within IIf becomes one ladder, so that dozens of them do not nest: in the place of "otherwise" it continues the
 // ladder; in that of the value it stands behind the other value and its contrary condition.
+//     SELECT IIf(a > 1, b, c) AS x FROM t
+//     SELECT CASE WHEN _s1."a" > 1 THEN jet_as_text(_s1."b") ELSE _s1."c" END FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const Case &node, const Expr &)
 {
     QString text = u"CASE"_s;
@@ -366,11 +382,15 @@ Generator::Piece Generator::valueOf(const Case &node, const Expr &)
     return {text + u" END"_s, rank::Primary};
 }
 
+//     SELECT Nz(a, 0) AS x FROM t
+//     SELECT coalesce(_s1."a", 0) FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const Coalesce &node, const Expr &)
 {
     return {u"coalesce("_s + value(*node.value).text + u", "_s + value(*node.instead).text + u')', rank::Primary};
 }
 
+//     SELECT Len(c) AS x FROM t
+//     SELECT cell_end(cell_begin(), try_len(_s1."c")) FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const Call &node, const Expr &)
 {
     const QStringView name(node.function->name);
@@ -387,6 +407,8 @@ Generator::Piece Generator::valueOf(const Call &node, const Expr &)
     return node.refusesNull ? call(u"not_null", piece.text) : piece;
 }
 
+//     SELECT First(c) AS x, Sum(a) AS y FROM t
+//     SELECT jet_first(_s1."c", _s1."id"), sum(_s1."a") FROM "t" AS _s1
 Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
 {
     const bool inCell = std::exchange(m_noting, false);
@@ -435,6 +457,9 @@ Generator::Piece Generator::valueOf(const Heading &node, const Expr &)
     return {node.value, node.value.startsWith(u'-') ? rank::Sign : rank::Primary};
 }
 
+//     SELECT DCount('*', 'v', 'a = ' & a) AS x FROM t
+//     SELECT jet_domain('DCount', '*', 'v', jet_concatenate('a = ', jet_as_text(_s1."a"))) FROM "t" AS _s1 ORDER BY
+//         _s1."id"
 Generator::Piece Generator::valueOf(const DomainCall &node, const Expr &)
 {
     const QScopedValueRollback outsideCells(m_noting, false);
@@ -444,6 +469,8 @@ Generator::Piece Generator::valueOf(const DomainCall &node, const Expr &)
             rank::Primary};
 }
 
+//     SELECT a + c AS x FROM t
+//     SELECT cell_end(cell_begin(), _s1."a" + try_as_number(_s1."c")) FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const Convert &node, const Expr &expr)
 {
     const QString operand = value(*node.operand).text;

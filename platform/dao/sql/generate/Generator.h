@@ -16,6 +16,10 @@ struct Reading;
 
 /// Writes the inner SQL of bound trees. All SQL text of the engine that follows from a user's text is made here.
 ///
+/// The examples above the functions show an Access statement and the SQL that becomes of it, as `arvo-cli explain`
+/// prints it. Their tables: t (id COUNTER key, a LONG, b LONG, c TEXT, d DOUBLE), u (k LONG key, e TEXT), v (a LONG, b
+/// LONG), w (k SHORT required key, e TEXT).
+///
 /// Two emitters stand side by side: truth() for conditions, whose results are 1, 0 or Null as the inner engine has
 /// them, and value() for everything a user can see, where True is -1.
 class Generator
@@ -133,7 +137,7 @@ private:
     static QString lastRankText(const bound::Top &top);
     Ranked rankedText(const bound::Select &select, const QStringList &cells);
     QStringList cellsOf(const bound::Select &select, Shape shape);
-    QString tail(const bound::Select &select);
+    QString fromToHaving(const bound::Select &select);
     QString whereText(const bound::Select &select);
     QString allText(const std::vector<bound::ExprPtr> &terms);
     QString fromText(const bound::Select &select);
@@ -197,10 +201,10 @@ private:
     ActionPlan updateJoined(const bound::Update &update);
     ActionPlan::Step refuseAbsent(const bound::AbsentRows &absent, const QString &key) const;
     QString addAbsent(const bound::Update &update, const bound::AbsentRows &absent);
-    QString asking(const QString &condition) const;
-    QString gathered() const;
-    ActionPlan::Step gather(const QString &rows, bool keyed) const;
-    ActionPlan::Step dropGathered() const;
+    QString cancellable(const QString &condition) const;
+    QString materialised() const;
+    ActionPlan::Step materialise(const QString &rows, bool keyed) const;
+    ActionPlan::Step dropMaterialised() const;
 
     const bound::BindContext &m_context;
     const Target &m_target;
@@ -220,7 +224,7 @@ private:
         const bound::Expr *value;
     };
     QHash<int, Hash> m_hashes;                                    ///< by number of the table
-    const bound::Select *m_asking = nullptr;                      ///< whose rows are to ask one by one whether to go on
+    const bound::Select *m_cancellableSelect = nullptr;           ///< whose rows are to ask one by one whether to go on
     QHash<std::pair<const bound::Select *, size_t>, bool> m_kept; ///< answers of keepsFailure()
     bool m_keepsFailures = false;
     bool m_tellsPlaces = false;

@@ -19,8 +19,9 @@ void Generator::noteTests(const Select &select)
     }
 }
 
-//     SELECT * FROM t WHERE a IN (SELECT a FROM t AS u GROUP BY a, b HAVING Count(*) > 1 AND b = t.b)
-//     ... WHERE (_s1.a, _s1.b) IN (SELECT _s2.a, _s2.b FROM t AS _s2 GROUP BY _s2.a, _s2.b HAVING count(*) > 1)
+//     SELECT a FROM t WHERE a IN (SELECT a FROM t AS x GROUP BY a, b HAVING Count(*) > 1 AND b = t.b)
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE (_s1."a", _s1."b") IN (SELECT _s2."a", _s2."b" FROM "t" AS _s2 GROUP BY
+//         _s2."b", _s2."a" HAVING count(*) > 1) ORDER BY _s1."id"
 // Empty: the test is none of those.
 QString Generator::groupTestText(const InQuery &node, const Select &around)
 {
@@ -35,11 +36,11 @@ QString Generator::groupTestText(const InQuery &node, const Select &around)
     return u'(' + row.join(u", ") + u") IN ("_s + groupsText(*node.query->singleSelect(), *test) + u')';
 }
 
-//     SELECT * FROM t WHERE id IN (SELECT TOP 2 id FROM t AS u WHERE u.a = t.a ORDER BY b DESC)
-//     ... WHERE (_s1.id, _s1.a) IN (SELECT _c0, _g0 FROM (SELECT _s2.id AS _c0, _s2.a AS _g0,
-//         rank() OVER (PARTITION BY _s2.a ORDER BY _s2.b DESC) AS _rank FROM t AS _s2) WHERE _rank <= 2)
-// If id is a unique key, the row that is found is the row itself: only its key is compared, and its group is not Null.
-//     ... WHERE _s1.id IN (SELECT _c0 FROM (SELECT _s2.id AS _c0, rank() ... WHERE _s2.a IS NOT NULL) WHERE _rank <= 2)
+// A test of a unique key, as here, finds the row itself: only the key is compared, and the group is not Null.
+//     SELECT a FROM t WHERE id IN (SELECT TOP 2 id FROM t AS x WHERE x.a = t.a ORDER BY b DESC)
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."id" IN (SELECT _c0 FROM (SELECT _s2."id" AS _c0, rank() OVER (PARTITION
+//         BY _s2."a" ORDER BY _s2."b" DESC) AS _rank FROM "t" AS _s2 WHERE _s2."a" IS NOT NULL) WHERE _rank <= 2) ORDER
+//         BY _s1."id"
 QString Generator::groupsText(const Select &inner, const GroupTest &test)
 {
     QStringList fields;

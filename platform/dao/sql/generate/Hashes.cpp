@@ -96,8 +96,9 @@ void Generator::noteHash(const Expr &term, const Select &select, const Source *n
 }
 
 // The limit keeps the inner engine from melting the query into the one around it.
-//     ... FROM t INNER JOIN u ON t.a * 2 = u.b * 3
-//     ... FROM t AS _s1 JOIN (SELECT key AS _k, *, _s2.b * 3 AS _h FROM u AS _s2 LIMIT -1) AS _s2 ON _s2._h = _s1.a * 2
+//     SELECT t.a FROM t INNER JOIN v ON t.a * 2 = v.b * 3
+//     SELECT _s1."a" FROM "t" AS _s1 JOIN (SELECT "rowid" AS _k, *, _s2."b" * 3 AS _h FROM "v" AS _s2 LIMIT -1) AS _s2
+//         ON _s2._h = _s1."a" * 2 ORDER BY _s1."id", _s2._k
 QString Generator::hashedLeafText(const Source &source)
 {
     const QString alias = aliasOf(source);

@@ -22,6 +22,10 @@ bool isKeyed(const Query &query)
 
 // ---- queries ----------------------------------------------------------------------------------------------------
 
+//     SELECT a FROM t WHERE c = 'x' ORDER BY b
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."c" = 'x' ORDER BY _s1."b", _s1."id"
+//     SELECT _s1."id" FROM "t" AS _s1 WHERE _s1."c" = 'x' ORDER BY _s1."b", _s1."id"
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."id" = ?1
 SelectPlan Generator::select(const Query &query)
 {
     SelectPlan plan;
@@ -98,6 +102,9 @@ void Generator::planAddedRows(SelectPlan &plan, const Select &select, const Sour
 
 // Each table by its key alone: joins and conditions have decided already which rows belong together. A key that is Null
 // gives Null cells; a row that is gone gives no row at all.
+//     SELECT t.a, v.b FROM t LEFT JOIN v ON t.id = v.a
+//     SELECT _s1."a", _s2."b" FROM "t" AS _s1 LEFT JOIN "v" AS _s2 ON _s2."rowid" = ?2 WHERE _s1."id" = ?1 AND (?2 IS
+//         NULL OR _s2."rowid" IS NOT NULL)
 QString Generator::rowText(const Select &select, const std::vector<const Source *> &sources, bool anyAbsent)
 {
     const QSet<int> grouped = std::exchange(m_grouped, {});

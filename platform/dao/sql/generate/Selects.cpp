@@ -68,6 +68,9 @@ QString Generator::withCommon(const std::function<QString()> &write)
 
 // The text of a query that goes in parentheses. The inner engine's parser takes few levels of those, so a query that
 // has others in it goes to the front and is only named here.
+//     SELECT a FROM t WHERE a IN (SELECT a FROM v WHERE b IN (SELECT b FROM v AS x))
+//     WITH "query.1" AS (SELECT _s2."a" FROM "v" AS _s2 WHERE _s2."b" IN (SELECT _s3."b" FROM "v" AS _s3)) SELECT
+//         _s1."a" FROM "t" AS _s1 WHERE _s1."a" IN (SELECT * FROM "query.1") ORDER BY _s1."id"
 QString Generator::embedded(const Query &query, Shape shape)
 {
     if (!m_common || !nests(query) || !standsAlone(query))
@@ -78,6 +81,8 @@ QString Generator::embedded(const Query &query, Shape shape)
     return u"SELECT * FROM "_s + name;
 }
 
+//     SELECT a FROM t UNION SELECT b FROM v ORDER BY a
+//     SELECT _s1."a" AS _c0 FROM "t" AS _s1 UNION SELECT _s2."b" AS _c0 FROM "v" AS _s2 ORDER BY 1
 QString Generator::partsText(const Query &query, Shape shape)
 {
     if (const Select *single = query.singleSelect())
@@ -143,12 +148,15 @@ QString Generator::selectText(const Select &select, Shape shape)
         for (qsizetype i = 0; i < list.size(); ++i)
             list[i] += u" AS "_s + m_target.columnPrefix + QString::number(i);
     }
-    QString text = (select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s) + list.join(u", ") + tail(select);
+    QString text = (select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s) + list.join(u", ") + fromToHaving(select);
     text += listed(u" ORDER BY ", orderOf(select, shape));
     return text + limitText(select, cells);
 }
 
 // TOP without an order: so many rows, whichever they are.
+//     SELECT TOP 10 PERCENT a FROM t
+//     SELECT _s1."a" FROM "t" AS _s1 ORDER BY _s1."id" LIMIT ((SELECT count(*) FROM (SELECT 1 FROM "t" AS _s1)) * 10 +
+//         99) / 100
 QString Generator::limitText(const Select &select, const QStringList &cells)
 {
     if (!select.top)
@@ -160,14 +168,14 @@ QString Generator::limitText(const Select &select, const QStringList &cells)
     const QString rows = select.distinct     ? QString(u"SELECT DISTINCT "_s + cells.join(u", "))
                          : select.aggregated ? u"SELECT count(*)"_s
                                              : u"SELECT 1"_s;
-    const QString total = u"(SELECT count(*) FROM ("_s + rows + tail(select) + u"))"_s;
+    const QString total = u"(SELECT count(*) FROM ("_s + rows + fromToHaving(select) + u"))"_s;
     return m_target.limit + u'(' + total + u" * "_s + count + u" + 99) / 100"_s;
 }
 
 // Rows that are none of a table are ranked, and cut by rank.
 //     SELECT TOP 1 a FROM t GROUP BY a ORDER BY Count(*)
-//     SELECT _c0 FROM (SELECT *, rank() OVER (ORDER BY _o0) AS _rank FROM (SELECT _s1.a AS _c0, count(*) AS _o0
-//         FROM t AS _s1 GROUP BY _s1.a)) WHERE _rank <= 1 ORDER BY _rank
+//     SELECT _c0 FROM (SELECT *, rank() OVER (ORDER BY _o0) AS _rank FROM (SELECT _s1."a" AS _c0, count(*) AS _o0 FROM
+//         "t" AS _s1 GROUP BY _s1."a")) WHERE _rank <= 1 ORDER BY _rank
 Generator::Ranked Generator::rankedText(const Select &select, const QStringList &cells)
 {
     QStringList inner = cells;
@@ -194,9 +202,10 @@ Generator::Ranked Generator::rankedText(const Select &select, const QStringList 
         finalOrder.append(u"_t"_s + QString::number(i));
     }
     const QString rows = (select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s) + inner.join(u", ");
-    return {
-        u"SELECT "_s + outer.join(u", "), u" FROM (SELECT *, "_s + rankText(*select.top, order) + u" FROM ("_s + rows,
-        tail(select) + u")) WHERE _rank <= "_s + lastRankText(*select.top) + u" ORDER BY "_s + finalOrder.join(u", ")};
+    return {u"SELECT "_s + outer.join(u", "),
+            u" FROM (SELECT *, "_s + rankText(*select.top, order) + u" FROM ("_s + rows,
+            fromToHaving(select) + u")) WHERE _rank <= "_s + lastRankText(*select.top) + u" ORDER BY "_s +
+                finalOrder.join(u", ")};
 }
 
 QString Generator::rankText(const Top &top, const QStringList &order)
@@ -240,9 +249,9 @@ QString Generator::whereText(const Select &select)
 }
 
 // What HAVING asks of a group key holds for all rows of the group or for none: rows that are left out need no group.
-//     SELECT a, Count(*) FROM t GROUP BY a HAVING a > 5 AND Count(*) > 1
-//     SELECT _s1.a, count(*) FROM t AS _s1 WHERE _s1.a > 5 GROUP BY _s1.a HAVING count(*) > 1
-QString Generator::tail(const Select &select)
+//     SELECT a, Count(*) AS n FROM t GROUP BY a HAVING a > 5 AND Count(*) > 1
+//     SELECT _s1."a", count(*) FROM "t" AS _s1 WHERE _s1."a" > 5 GROUP BY _s1."a" HAVING count(*) > 1
+QString Generator::fromToHaving(const Select &select)
 {
     QString text;
     if (!select.from.empty())
@@ -255,8 +264,8 @@ QString Generator::tail(const Select &select)
     if (!ofKeys.empty())
         condition =
             condition.isEmpty() ? allText(ofKeys) : QString(u'(' + condition + u") AND ("_s + allText(ofKeys) + u')');
-    if (&select == m_asking)
-        condition = asking(condition);
+    if (&select == m_cancellableSelect)
+        condition = cancellable(condition);
     if (!condition.isEmpty())
         text += u" WHERE "_s + condition;
     QStringList groups;
@@ -282,6 +291,9 @@ QString Generator::fromText(const Select &select)
     return tables.join(u", ");
 }
 
+//     SELECT t.a FROM t, (u RIGHT JOIN v ON u.k = v.a)
+//     SELECT _s1."a" FROM "t" AS _s1, ((SELECT "rowid" AS _k, * FROM "u") AS _s2 RIGHT JOIN (SELECT "rowid" AS _k, *
+//         FROM "v") AS _s3 ON _s2."k" = _s3."a") ORDER BY _s1."id", _s2._k, _s3._k
 QString Generator::fromText(const From &from, bool grouped)
 {
     if (from.source)
@@ -353,6 +365,8 @@ QString Generator::orderKeyText(const OrderKey &key)
 }
 
 // The asked order, then that of the tables, so that equal rows come in the same order every time.
+//     SELECT a FROM t ORDER BY b DESC
+//     SELECT _s1."a" FROM "t" AS _s1 ORDER BY _s1."b" DESC, _s1."id"
 QStringList Generator::orderOf(const Select &select, Shape shape)
 {
     QStringList order;

@@ -18,9 +18,9 @@ struct Target
     QStringView limit;           ///< " LIMIT "
     QStringView lesser;          ///< scalar minimum of two values
     QStringView greater;
-    QStringView gatherTable;  ///< name of the temporary table of rows that a change reads first
-    QStringView temporary;    ///< schema of temporary tables
-    QStringView stopFunction; ///< gives 0, and fails once the user wants to stop
+    QStringView materialisedTable; ///< name of the temporary table of rows that a change reads first
+    QStringView temporary;         ///< schema of temporary tables
+    QStringView stopFunction;      ///< gives 0, and fails once the user wants to stop
 };
 
 /// SQLite.

@@ -82,11 +82,11 @@ QString Generator::topText(const Select &select, Shape shape)
 
 // The rows behind LIMIT, and those that tie, by keys of tables and of the order; the cells are read for these alone.
 //     SELECT TOP 2 a FROM t ORDER BY b DESC
-//     WITH "top.1" AS MATERIALIZED (SELECT _s1.key AS _t0, _s1.b AS _o0 FROM t AS _s1 ORDER BY _o0 DESC LIMIT 2),
-//          "last.1" AS MATERIALIZED (SELECT _o0 FROM "top.1" ORDER BY _o0 LIMIT 1)
-//     SELECT _s1.a FROM (SELECT * FROM "top.1" WHERE _o0 IS NOT (SELECT _o0 FROM "last.1")
-//                        UNION ALL SELECT _s1.key, _s1.b FROM t AS _s1 WHERE _s1.b IS (SELECT _o0 FROM "last.1"))
-//         AS _first CROSS JOIN t AS _s1 ON _s1.key = _t0 ORDER BY _o0 DESC, _t0
+//     WITH "top.1" AS MATERIALIZED (SELECT _s1."id" AS _t0, _s1."b" AS _o0 FROM "t" AS _s1 ORDER BY _o0 DESC LIMIT 2),
+//         "last.1" AS MATERIALIZED (SELECT _o0 FROM "top.1" ORDER BY _o0 LIMIT 1) SELECT _s1."a" FROM (SELECT * FROM
+//         "top.1" WHERE _o0 IS NOT (SELECT _o0 FROM "last.1") UNION ALL SELECT _s1."id", _s1."b" FROM "t" AS _s1 WHERE
+//         _s1."b" IS (SELECT _o0 FROM "last.1")) AS _first CROSS JOIN "t" AS _s1 ON _s1."id" = _t0 ORDER BY _o0 DESC,
+//         _t0
 // If reading the rows twice costs much, or may give others the second time, they are kept as "all.1" first. A share of
 // the rows (PERCENT) has to count them, which is cheap for all rows of a table.
 QString Generator::firstRowsText(const Select &select, const Reading &reading, Shape shape)
@@ -137,13 +137,16 @@ QString Generator::firstRowsText(const Select &select, const Reading &reading, S
 }
 
 // Rows that are found by another TOP are ranked by the keys of their tables; the cells are read for the first of them.
-//     SELECT TOP 2 a FROM t WHERE id IN (SELECT TOP 9 id FROM t ORDER BY b) ORDER BY c
-//     SELECT _s1.a FROM (SELECT _t0, _rank FROM (SELECT *, rank() OVER (ORDER BY _o0) AS _rank FROM
-//         (SELECT _s1.key AS _t0, _s1.c AS _o0 FROM t AS _s1 WHERE _s1.id IN (...))) WHERE _rank <= 2) AS _first
-//         CROSS JOIN t AS _s1 ON _s1.key = _t0 ORDER BY _rank, _t0
+//     SELECT TOP 2 a FROM t WHERE id IN (SELECT TOP 9 id FROM t ORDER BY b) ORDER BY d
+//     WITH "top.1" AS MATERIALIZED (SELECT _s2."id" AS _t0, _s2."b" AS _o0 FROM "t" AS _s2 ORDER BY _o0 LIMIT 9),
+//         "last.1" AS MATERIALIZED (SELECT _o0 FROM "top.1" ORDER BY _o0 DESC LIMIT 1) SELECT _s1."a" FROM (SELECT _t0,
+//         _o0, _rank FROM (SELECT *, rank() OVER (ORDER BY _o0) AS _rank FROM (SELECT _s1."id" AS _t0, _s1."d" AS _o0
+//         FROM "t" AS _s1 WHERE _s1."id" IN (SELECT _t0 FROM (SELECT * FROM "top.1" WHERE _o0 IS NOT (SELECT _o0 FROM
+//         "last.1") UNION ALL SELECT _s2."id", _s2."b" FROM "t" AS _s2 WHERE _s2."b" IS (SELECT _o0 FROM "last.1")))))
+//         WHERE _rank <= 2) AS _first CROSS JOIN "t" AS _s1 ON _s1."id" = _t0 ORDER BY _rank, _t0
 QString Generator::rankedRowsText(const Select &select, Shape shape)
 {
-    FirstRows first = firstRowsOf(select);
+    const FirstRows first = firstRowsOf(select);
     const QString where = whereText(select);
     const QString rows = u"SELECT "_s + first.list() + u" FROM "_s + fromText(select) +
                          (where.isEmpty() ? where : QString(u" WHERE "_s + where));
@@ -217,10 +220,11 @@ QString Generator::rowsByKeyText(const Select &select, const QString &rows, Shap
 }
 
 // In a query that is run for each row of one around it: the values of the last row, then the rows not behind it.
-//     ... IN (SELECT TOP 2 a FROM t WHERE t.k = outer.k ORDER BY b DESC)
-//     ... IN (SELECT _s2.a FROM (SELECT _o0 FROM (SELECT _s2.b AS _o0 FROM t AS _s2 WHERE _s2.k = _s1.k
-//             ORDER BY _o0 DESC LIMIT 2) ORDER BY _o0 LIMIT 1) AS _last1 CROSS JOIN t AS _s2
-//             WHERE (_s2.b >= _last1._o0 OR _last1._o0 IS NULL) AND _s2.k = _s1.k)
+//     SELECT a FROM t WHERE a IN (SELECT TOP 2 b FROM v WHERE v.a = t.b ORDER BY b DESC)
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."a" IN (SELECT _s2."b" AS _c0 FROM (SELECT _o0 FROM (SELECT _s2."b" AS
+//         _o0 FROM "v" AS _s2 WHERE (_s2."a" = _s1."b") ORDER BY _o0 DESC LIMIT 2) ORDER BY _o0 LIMIT 1) AS _last1
+//         CROSS JOIN "v" AS _s2 WHERE (_s2."b" > _last1._o0 OR (_last1._o0 IS NULL AND _s2."b" IS NOT NULL) OR _s2."b"
+//         IS _last1._o0) AND (_s2."a" = _s1."b")) ORDER BY _s1."id"
 QString Generator::firstOfGroupText(const Select &select, const QStringList &cells)
 {
     const QString last = u"_last"_s + QString::number(++m_derived);

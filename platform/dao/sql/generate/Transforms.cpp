@@ -13,6 +13,10 @@ namespace generate {
 
 using namespace bound;
 
+//     TRANSFORM Count(*) SELECT a FROM t GROUP BY a PIVOT b
+//     SELECT coalesce(jet_as_text(_p), '<>'), quote(_p) FROM (SELECT DISTINCT _s1."b" AS _p FROM "t" AS _s1) ORDER BY
+//         _p
+//     SELECT _s1."a" FROM "t" AS _s1 GROUP BY _s1."a"
 SelectPlan Generator::transform(const Transform &transform)
 {
     SelectPlan plan;
@@ -46,8 +50,8 @@ SelectPlan Generator::transform(const Transform &transform)
                              : transform.pivot->type == DataType::Single ? u"as_text_single"_s
                                                                          : u"as_text"_s;
     crosstab.valuesSql = u"SELECT coalesce("_s + call(function, cell).text + u", '<>'), quote("_s + cell +
-                         u") FROM (SELECT DISTINCT "_s + pivot + u" AS "_s + cell + tail(values) + u") ORDER BY "_s +
-                         cell;
+                         u") FROM (SELECT DISTINCT "_s + pivot + u" AS "_s + cell + fromToHaving(values) +
+                         u") ORDER BY "_s + cell;
     crosstab.valuesNeedParameters = m_usesParameters;
     plan.crosstab = crosstab;
     return plan;
@@ -65,7 +69,7 @@ void Generator::planRows(CrosstabPlan &plan, const Select &select)
     }
     plan.head = u"SELECT "_s + cells.join(u", ");
     const QStringList order = orderOf(select, Shape::Plain);
-    plan.tail = tail(select) + (order.isEmpty() ? QString() : QString(u" ORDER BY "_s + order.join(u", "))) +
+    plan.tail = fromToHaving(select) + (order.isEmpty() ? QString() : QString(u" ORDER BY "_s + order.join(u", "))) +
                 limitText(select, cells);
 }
 

@@ -156,10 +156,9 @@ FromPtr Generator::seenOf(const FromPtr &from) const
 
 // Numbers without a gap are compared by the first and the last of them. If there is a gap, the first one is Null, and
 // the list is asked. The subqueries run once for all rows.
-//     SELECT Count(*) FROM t, labels WHERE t.n = labels.n
-//     SELECT count(*) FROM t AS _s1 WHERE (_s1.n
-//         BETWEEN (SELECT CASE count(*) WHEN max(n) - min(n) + 1 THEN min(n) END FROM labels)
-//         AND (SELECT max(n) FROM labels) OR _s1.n IN (SELECT n FROM labels))
+//     SELECT Count(*) AS n FROM t, w WHERE t.a = w.k
+//     SELECT count(*) FROM "t" AS _s1 WHERE (_s1."a" BETWEEN (SELECT CASE count(*) WHEN max("k") - min("k") + 1 THEN
+//         min("k") END FROM "w") AND (SELECT max("k") FROM "w") OR _s1."a" IN (SELECT "k" FROM "w"))
 QString Generator::numberTestText(const Compare &node, const Source &unseen)
 {
     const bool isRight = node.right->as<FieldRef>()->source == &unseen;
