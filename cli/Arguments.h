@@ -6,16 +6,16 @@
 
 namespace cli {
 
-/// An option of a command: "--name VALUE", or a switch when it has no placeholder.
+/// An option of a command: "--name VALUE", or a switch if it has no placeholder.
 struct OptionSpec
 {
-    const char16_t *name;        ///< without the dashes
-    const char16_t *placeholder; ///< what stands for its value in the help; nullptr for a switch
+    const char16_t *name;        ///< without the leading dashes
+    const char16_t *placeholder; ///< shown for the value in the help; nullptr for a switch
     const char16_t *help;
     bool repeatable = false;
 };
 
-/// The arguments do not fit the command; the program then ends with status 2.
+/// The arguments are not valid for the command. The program then exits with status 2.
 class UsageError
 {
 public:
@@ -29,25 +29,25 @@ private:
     QString m_text;
 };
 
-/// The arguments of a command, taken apart by its options. Options may stand anywhere; "--" ends them.
+/// The parsed arguments of a command. Options may be anywhere; "--" ends them.
 class Arguments
 {
 public:
-    /// Throws UsageError for an unknown option, a missing value, an option given twice that may not be.
+    /// Throws UsageError for an unknown option, a missing value, or a repeated option that may be given only once.
     Arguments(const QStringList &arguments, std::span<const OptionSpec> options);
 
     const QStringList &positional() const { return m_positional; }
-    /// The only, or n-th, positional argument; UsageError naming it when it is not there.
+    /// The positional argument at index. Throws UsageError, which names it, if it is missing.
     QString positional(int index, const QString &what) const;
-    /// UsageError when there are more than that many.
+    /// Throws UsageError if there are more positional arguments.
     void atMost(int count) const;
 
     bool has(QStringView name) const { return m_values.contains(name.toString()); }
-    /// Whether the command has that option at all.
+    /// Returns true if the command has this option at all.
     bool knows(QStringView name) const;
     QString value(QStringView name, const QString &whenMissing = {}) const;
     QStringList values(QStringView name) const { return m_values.value(name.toString()); }
-    /// UsageError when it is given and is no whole number in the range.
+    /// Throws UsageError if the value is not a whole number in the range.
     qint64 integer(QStringView name, qint64 whenMissing, qint64 minimum, qint64 maximum) const;
 
 private:

@@ -52,7 +52,7 @@ void ColumnPrinter::printCells(const QStringList &cells) const
     QString line;
     for (qsizetype i = 0; i < cells.size(); ++i) {
         QString cell = cells[i];
-        // A line end or a tab inside a text would break the table.
+        // Line ends and tabs inside a text would break the table.
         cell.replace(u'\n', u' ').replace(u'\t', u' ').remove(u'\r');
         const bool last = i + 1 == cells.size();
         line += m_rightAligned[i] ? cell.rightJustified(m_widths[i]) : last ? cell : cell.leftJustified(m_widths[i]);

@@ -4,16 +4,16 @@
 
 namespace cli {
 
-/// Prints rows of text padded to columns under their titles. The widths are those of the first rows, which are held
-/// back until they are known, so that a million rows need no memory.
+/// Prints rows of text in aligned columns with titles. The widths are those of the first rows, which are held back
+/// until then; so memory does not depend on the number of rows.
 class ColumnPrinter
 {
 public:
-    /// Columns whose place in rightAligned is true stand to the right, as numbers do; missing places are false.
+    /// rightAligned: true for columns aligned to the right, such as numbers; missing elements are false.
     explicit ColumnPrinter(const QStringList &titles, const QList<bool> &rightAligned = {});
 
     void row(const QStringList &cells);
-    /// Prints what is still held back. Call once, after the last row.
+    /// Prints the rows that are still held back. Call once, after the last row.
     void end();
     qint64 rows() const { return m_rows; }
 
@@ -24,7 +24,7 @@ private:
     void printCells(const QStringList &cells) const;
 
     QList<bool> m_rightAligned;
-    QList<QStringList> m_held; ///< the titles first; empty once they are printed
+    QList<QStringList> m_held; ///< title row first; empty after printing
     QList<qsizetype> m_widths;
     qint64 m_rows = 0;
 };

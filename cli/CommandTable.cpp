@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Options that several commands share.
+// Options used by several commands.
 constexpr OptionSpec kYes{u"yes", nullptr, u"answer every question with Yes (OK)"};
 constexpr OptionSpec kNo{u"no", nullptr, u"answer every question with No"};
 constexpr OptionSpec kAnswers{u"answers", u"LIST",

@@ -6,13 +6,13 @@
 
 namespace cli {
 
-/// One command of arvo-cli: everything that parsing, help and running need.
+/// One command of arvo-cli: the data used by parsing, help and execution.
 struct Command
 {
     const char16_t *name;
     const char16_t *usage;   ///< the arguments after the name
     const char16_t *summary; ///< one line
-    const char16_t *details; ///< what the user must know beyond the options
+    const char16_t *details; ///< important information beyond the options
     std::span<const OptionSpec> options;
     int (*run)(const Arguments &arguments);
 };
@@ -23,7 +23,7 @@ const Command *findCommand(QStringView name);
 QString helpOverview();
 QString helpOf(const Command &command);
 
-// The commands, each in a file of its own.
+// The commands, each in its own source file.
 int runCreate(const Arguments &arguments);
 int runCheck(const Arguments &arguments);
 int runConnect(const Arguments &arguments);

@@ -17,7 +17,7 @@ int runConnect(const Arguments &arguments)
     const bool isWished = arguments.value(u"convert") == "yes"_L1;
     if (!target.connect(isWished ? Target::Use::Import : Target::Use::Change))
         return Failed;
-    // What was said on the way is printed: the question and its answer, the backup, what was converted.
+    // The question and its answer, the backup and the converted steps were printed by the prompts.
     const db::ConversionState &conversion = target.session().conversion;
     if (!conversion.approved && !conversion.requested.isEmpty())
         print(u"Not converted:\n"_s + db::ConversionState::numbered(conversion.requested));

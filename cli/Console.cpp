@@ -19,18 +19,18 @@ const QByteArray kClearLine = QByteArrayLiteral("\r\033[K");
 
 volatile std::sig_atomic_t interrupted = 0;
 
-/// Of the messages of one kind: so many are printed.
+/// Messages printed of each kind; the others are only counted.
 constexpr int kPrintedOfAKind = 10;
 
-/// What messages have in common that differ in numbers and names only: the first line without these, and the number of
-/// the engine's error.
+/// Reduces a message to its kind, so that messages that differ only in numbers and names are equal: the first line
+/// without these, and the number of the engine's error.
 QString kindOf(const QString &text)
 {
     static const QRegularExpression names(u"\"[^\"]*\""_s);
     static const QRegularExpression numbers(u"[0-9][0-9,.]*"_s);
     static const QRegularExpression engineNumber(u"\\n\\[[0-9]+\\]"_s);
     QString kind = text.section(u'\n', 0, 0);
-    // A first line that is a heading says too little.
+    // If the first line is a heading, the kind includes the next line.
     if (kind.endsWith(u':'))
         kind = text.section(u'\n', 0, 1).simplified();
     kind.replace(names, u"\"...\""_s).replace(numbers, u"..."_s);
@@ -40,7 +40,7 @@ QString kindOf(const QString &text)
 
 void onInterrupt(int)
 {
-    // A second Ctrl+C ends the program at once.
+    // With the default handler restored, a second Ctrl+C ends the program at once.
     interrupted = 1;
     std::signal(SIGINT, SIG_DFL);
 }

@@ -9,14 +9,14 @@
 
 namespace cli {
 
-/// UTF-8 to the standard streams, for people: control characters become visible signs (tarnwick::terminalText). A
-/// closed or full output is an error, never silence.
+/// Prints UTF-8 to the standard streams for people: control characters are replaced by visible ones
+/// (tarnwick::terminalText). If the output is closed or full, that is an error.
 void print(QStringView text);
 inline void print(const QString &text)
 {
     print(QStringView(text));
 }
-/// UTF-8 for other programs: as it is, unless the output is a terminal.
+/// Prints UTF-8 for other programs: unchanged, unless the output is a terminal.
 void printData(const QByteArray &bytes);
 inline void printData(const QString &text)
 {
@@ -27,28 +27,28 @@ inline void printError(const QString &text)
 {
     printError(QStringView(text));
 }
-/// Throws tarnwick::Error when something of the output was lost.
+/// Throws tarnwick::Error if part of the output could not be written.
 void flushOutput();
 
-/// The prompts of the command line. What is said goes to the standard error stream, where a command does not say
-/// otherwise; questions are answered from the command's flags, never by waiting.
+/// The prompts of the command line. Messages go to standard error unless a command selects otherwise. Questions are
+/// answered from the command's flags; the program never waits for input.
 ///
-/// A batch may fail thousands of times in the same way: of each kind of message the first ones are printed, the others
-/// are counted, and the counts are printed at the end.
+/// A batch can fail thousands of times in the same way. Of each kind of message only the first ones are printed; the
+/// others are counted, and the counts are printed at the end.
 class ConsolePrompts : public tarnwick::UserPrompts
 {
 public:
     enum class Tell {
         Failures,   ///< errors, information, and questions without an answer
-        Everything, ///< status lines and answered questions too
-        AsResult    ///< everything but errors to the standard output: it is what the command is asked for
+        Everything, ///< also status lines and answered questions
+        AsResult    ///< everything except errors goes to standard output, as the command's result
     };
 
-    /// answers: given in order, the last one for all further questions; none: every question is answered Cancel, or No
-    /// where there is no Cancel, and is shown as the reason of the failure, with the advice how to answer it.
+    /// answers: used in order; the last one answers all further questions. If empty, every question is answered Cancel
+    /// (or No if it has no Cancel) and printed as the reason of the failure, with a hint how to answer it.
     explicit ConsolePrompts(const QList<tarnwick::Answer> &answers = {}, Tell tell = Tell::Failures,
                             const QString &advice = {});
-    /// Prints how many messages of each kind were left out.
+    /// Prints how many messages of each kind were not printed.
     ~ConsolePrompts() override;
     ConsolePrompts(const ConsolePrompts &) = delete;
     ConsolePrompts &operator=(const ConsolePrompts &) = delete;
@@ -63,7 +63,7 @@ public:
 
 private:
     void say(const QString &text) const;
-    /// Counts a message under its kind. False when enough of that kind were printed.
+    /// Counts a message under its kind. Returns false if enough messages of that kind were printed.
     bool isPrinted(const QString &lead, const QString &text);
 
     QList<tarnwick::Answer> m_answers;
@@ -71,14 +71,14 @@ private:
     QString m_advice;
     int m_errorsShown = 0;
     QString m_lastStatus;
-    QHash<QString, int> m_kinds; ///< messages of each kind, printed or not
+    QHash<QString, int> m_kinds; ///< number of messages of each kind, printed or not
     QStringList m_kindsInOrder;
 };
 
-/// "arvo-cli" and the command, as the log of failures names its source.
+/// "arvo-cli" and the command: the source name in the log of failures.
 QString programName();
 
-/// Writes progress to standard error when that is a terminal. Ctrl+C stops the work at its next look.
+/// Writes progress to standard error if that is a terminal. Ctrl+C stops the work at its next check for cancellation.
 class ConsoleProgress : public tarnwick::Progress
 {
 public:

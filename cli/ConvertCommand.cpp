@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype kRemarksOfAText = 20;
-/// Of all texts together; further texts are summed up.
+/// Remarks printed for all texts together; further texts get a summary.
 constexpr qsizetype kRemarksOfABatch = 200;
 
 conversion::ConversionPrompts promptsOf(const Arguments &arguments)
@@ -29,7 +29,7 @@ conversion::ConversionPrompts promptsOf(const Arguments &arguments)
     return prompts;
 }
 
-/// What became of the texts of one command.
+/// Collects the results of all texts of one command.
 class Batch
 {
 public:
@@ -48,7 +48,7 @@ public:
     void addText(bool stored) { ++(stored ? m_stored : m_notStored); }
     bool isWhole() const { return m_notStored == 0; }
 
-    /// For more than one text.
+    /// Printed if there is more than one text.
     void printSummary() const
     {
         if (m_stored + m_notStored < 2)
@@ -86,7 +86,7 @@ int runConvert(const Arguments &arguments)
     ConsoleProgress progress;
     Batch batch;
     for (const QString &path : arguments.positional().mid(1)) {
-        // Each file by itself: what one text carries must not leak into the next.
+        // Each file is converted independently: values of one text must not be used for the next.
         conversion::ReportConversion run(target.project());
         run.spec.loadFrom(spec);
         run.prompts = prompts;
@@ -97,7 +97,7 @@ int runConvert(const Arguments &arguments)
                                   error.text());
         }
         batch.addRemarks(run.remarks());
-        // A file name that carries no cal or type leaves the flags' values in force.
+        // If the file name does not contain a cal or type, the values of the flags are used.
         if (run.prompts.cal < 1)
             run.prompts.cal = prompts.cal;
         if (run.prompts.operType.isEmpty())

@@ -23,7 +23,7 @@ QString typeText(const dao::FieldInfo &field)
     return field.type == dao::DataType::Text && field.size > 0 ? u"%1 %2"_s.arg(name).arg(field.size) : name;
 }
 
-/// Where a column's values come from: table and field, or that it is calculated.
+/// Source of a column's values: table and field, or "calculated".
 QString sourceText(const dao::sql::Column &column)
 {
     const dao::FieldInfo &info = column.info;

@@ -26,7 +26,7 @@ namespace {
 
 constexpr quint32 kBlue = 0xFF0000;
 
-/// One of some words, as its place in the list. UsageError for another.
+/// Position of a word in a list of allowed words. Throws UsageError for any other word.
 int choice(QStringView option, const QString &word, const QStringList &words)
 {
     const qsizetype place = words.indexOf(word);
@@ -44,13 +44,13 @@ double radiusOf(const Arguments &arguments)
     return radius;
 }
 
-/// --tubes names the tubes to choose from, or a file for those that were chosen.
+/// --tubes names either the tubes to choose from, or an output file for the chosen tubes.
 bool isFileName(const QString &word)
 {
     return word.contains(u'.');
 }
 
-/// Empty when none is named.
+/// Empty if no file is given.
 QString tubesFile(const Arguments &arguments)
 {
     QString name;
@@ -149,7 +149,7 @@ void selectTubes(const Arguments &arguments, ellery::SteamGen &steamGen)
     }
 }
 
-/// The look that the options ask for, where they do.
+/// Sets symbol and colour from the options, if given.
 void setLook(const Arguments &arguments, Target &target)
 {
     plans::MapLegend &legend = target.legend();
@@ -174,8 +174,8 @@ void setLook(const Arguments &arguments, Target &target)
     legend.setSymbol(entry, symbol, colour, target);
 }
 
-/// Keeps other runs of the command from changing a map between its reading and its storing. Waits for them; throws
-/// tarnwick::Error when it cannot have the map, and Cancelled when the user does not want to wait.
+/// Prevents other runs of the command from changing a map between reading and storing it. Waits for them. Throws
+/// tarnwick::Error if the lock cannot be taken, and Cancelled if the user stops the wait.
 class MapLock
 {
 public:
@@ -187,7 +187,7 @@ public:
         ConsoleProgress progress;
         QElapsedTimer waiting;
         waiting.start();
-        // Only the end of the other run makes its lock void, however long it takes.
+        // A lock never becomes stale by its age: the other run may take any time.
         m_lock.setStaleLockTime(0);
         while (!m_lock.tryLock(kLookEveryMs)) {
             if (m_lock.error() == QLockFile::PermissionError)
@@ -206,7 +206,7 @@ private:
     QLockFile m_lock;
 };
 
-/// Reads the map that is to be replaced. False when it cannot or is better left as it is, which has been said.
+/// Reads the map that is to be replaced. Returns false after reporting why it cannot be read or should not be replaced.
 bool readForChange(Target &target, const QString &path)
 {
     if (!target.map().readMap(path))

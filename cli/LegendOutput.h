@@ -3,7 +3,7 @@
 
 namespace cli {
 
-/// Prints one line an entry: symbol, type, description, tubes, hits.
+/// Prints one line per entry: symbol, type, description, tubes, hits.
 void printLegend(const plans::MapLegend &legend);
 
 } // namespace cli

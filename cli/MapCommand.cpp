@@ -29,7 +29,7 @@ QSizeF pageInches(const Arguments &arguments)
             arguments.has(u"paper") ? app::paperOfName(arguments.value(u"paper")) : app::defaultPaper();
         if (!paper)
             throw UsageError(u"--paper is the name of a paper: A3, A4, A5, Letter, Legal, Tabloid or another."_s);
-        // It lies across, as the window's does: tubesheets are as wide as high and the legend stands beside them.
+        // Landscape, as in the window: the legend is beside the tubesheet.
         const QSizeF upright = paper->size(QPageSize::Millimeter) / kMillimetresOfAnInch;
         return {std::max(upright.width(), upright.height()), std::min(upright.width(), upright.height())};
     }
@@ -64,7 +64,7 @@ void setFlips(const QString &axes, brannock::PictureContent &content)
     }
 }
 
-/// Marks the tubes of a query file. False when that failed, which has been said.
+/// Marks the tubes of a query file. Returns false after reporting the error.
 bool addQuery(Target &target, const QString &path)
 {
     query::QueryDocument document;
@@ -100,7 +100,7 @@ int runMap(const Arguments &arguments)
     if (arguments.has(u"out"))
         out = placeToWrite(target, arguments.value(u"out"));
     if (arguments.has(u"tubes"))
-        placeToWrite(target, arguments.value(u"tubes")); // before anything is done
+        placeToWrite(target, arguments.value(u"tubes")); // checked before any work is done
     if (arguments.has(u"map") && !target.map().readMap(target.pathOf(arguments.value(u"map"))))
         return Failed;
     if (arguments.has(u"query") && !target.connect())

@@ -31,7 +31,7 @@ QString yes(bool flag)
     return flag ? u"yes"_s : QString();
 }
 
-/// The fields of an index as a user writes them.
+/// The fields of an index in the notation of SQL.
 QString fieldsText(const dao::IndexInfo &index)
 {
     QStringList fields;
@@ -67,7 +67,7 @@ QStringList relationTraits(const dao::RelationInfo &relation)
     return texts;
 }
 
-/// What is to be listed.
+/// The objects to be listed.
 struct Contents
 {
     QList<dao::TableInfo> tables;
@@ -75,7 +75,7 @@ struct Contents
     QList<dao::QueryInfo> queries;
 };
 
-/// All of a database, or what one table or stored query is and is related to.
+/// All objects of a database, or one table or stored query with the objects related to it.
 Contents contentsOf(const dao::Database &database, const QString &name, bool all)
 {
     Contents contents;
@@ -97,7 +97,7 @@ Contents contentsOf(const dao::Database &database, const QString &name, bool all
     return contents;
 }
 
-/// Whether the file could be changed: the command itself has it open for reading only.
+/// Returns true if the file can be changed; the command itself opens it read-only.
 bool canBeWritten(const Target &target)
 {
     const QString &path = target.databasePath();
@@ -175,7 +175,7 @@ QJsonObject fieldJson(const dao::FieldInfo &field)
             {u"ruleText"_s, field.validationText}};
 }
 
-/// All fields of an index, or those that it has in descending order.
+/// All fields of an index, or only the descending ones.
 QJsonArray fieldNames(const dao::IndexInfo &index, bool descendingOnly)
 {
     QJsonArray names;

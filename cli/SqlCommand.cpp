@@ -58,7 +58,7 @@ dao::DaoException engineError(int number, const QStringList &arguments = {})
     return {number, u"DAO.Database"_s, dao::errorText(number, arguments)};
 }
 
-// False when it failed, which has then been said.
+// Returns false after reporting the error.
 bool runStatement(Target &target, const QString &sql, RowWriter &writer)
 {
     try {

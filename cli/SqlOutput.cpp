@@ -22,7 +22,7 @@ using dao::Value;
 
 namespace {
 
-// The parts as they are stored: a way through local time would move moments that a clock change skips.
+// Uses the stored parts directly: a conversion through local time would move times that a clock change skips.
 QString dateText(double days, QStringView form)
 {
     const dao::DateParts parts = dao::datePartsOf(days);
@@ -113,7 +113,7 @@ private:
     }
 };
 
-/// One object, written as it comes, so that a million rows need no memory.
+/// Writes one JSON object incrementally, so that memory does not depend on the number of rows.
 class JsonWriter : public RowWriter
 {
 public:
@@ -165,7 +165,7 @@ public:
 private:
     static QString string(const QString &text)
     {
-        // The library's escaping, taken from an array of the one text.
+        // Escaping by the JSON library, which only writes arrays and objects: the text is taken out of an array.
         const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
         return QString::fromUtf8(array.mid(1, array.size() - 2));
     }
@@ -197,8 +197,8 @@ private:
         }
     }
 
-    /// The shortest digits that are this number again, with an exponent only where they would be many noughts. JSON has
-    /// no word for what is not finite.
+    /// Shortest digits that give the same number when read, with an exponent only for very large or small numbers. JSON
+    /// cannot represent infinity and NaN.
     template <typename Number>
     static QString number(Number value)
     {
@@ -213,7 +213,7 @@ private:
         return QString::fromLatin1(digits.data(), end - digits.data());
     }
 
-    bool m_begun = false; ///< rows are being written
+    bool m_begun = false; ///< begin() was called
     bool m_first = true;
 };
 

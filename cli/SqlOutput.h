@@ -5,7 +5,7 @@
 
 namespace cli {
 
-/// Writes rows in one of the forms of the command "sql".
+/// Writes rows in one of the output formats of the command "sql".
 class RowWriter
 {
 public:
@@ -13,18 +13,18 @@ public:
     virtual void begin(const dao::Recordset &rows) = 0;
     virtual void row(const QList<dao::Value> &cells) = 0;
     virtual void end() = 0;
-    /// For a statement that returns no rows.
+    /// Call for a statement that returns no rows.
     virtual void affected(int count) = 0;
-    /// In place of end() or affected() when the statement failed; also before begin(). What was read stays in the
-    /// output.
+    /// Call instead of end() or affected() if the statement failed, also before begin(). Rows that were written stay in
+    /// the output.
     virtual void fail(const dao::DaoException &error) = 0;
 };
 
-/// form: "table", "csv" or "json"; null for another.
+/// form: "table", "csv" or "json". Returns null for any other.
 std::unique_ptr<RowWriter> makeRowWriter(QStringView form);
 
-/// A value as the command line's tables and CSV show it: numbers with a decimal point, dates "mm/dd/yyyy hh:mm:ss",
-/// Booleans True and False, Null as nothing.
+/// A value as text in tables and CSV of the command line: numbers with a decimal point, dates "mm/dd/yyyy hh:mm:ss",
+/// Booleans True and False, Null empty.
 QString plainText(const dao::Value &value);
 
 } // namespace cli

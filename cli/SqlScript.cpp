@@ -26,7 +26,7 @@ QList<ScriptStatement> splitScript(const QString &text)
     QList<ScriptStatement> statements;
     qsizetype begin = 0;
     QChar closing;
-    // These clauses end with a semicolon of their own, which may well end a line.
+    // These clauses end with a semicolon of their own, which may be at the end of a line.
     static const QRegularExpression clause(QStringLiteral("^(PARAMETERS|PROCEDURE)\\s"),
                                            QRegularExpression::CaseInsensitiveOption);
     const auto add = [&](qsizetype end) {

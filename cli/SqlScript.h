@@ -4,15 +4,15 @@
 
 namespace cli {
 
-/// One statement of a script and the line it begins on, from 1.
+/// One statement of a script and its first line, from 1.
 struct ScriptStatement
 {
     QString sql;
     int line = 1;
 };
 
-/// A text taken apart into statements, each ended by a semicolon at the end of a line; the last may lack it. A
-/// semicolon inside a quoted text or a bracketed name ends nothing.
+/// Splits a text into statements. Each ends with a semicolon at the end of a line, which the last may lack. Semicolons
+/// inside quoted texts and bracketed names are ignored.
 QList<ScriptStatement> splitScript(const QString &text);
 
 } // namespace cli

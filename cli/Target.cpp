@@ -83,7 +83,7 @@ bool FlagParameters::confirm(const QString &, QList<query::ParameterEntry> &entr
         const bool isRemembered = entry.source == query::ParameterEntry::Source::SqlQuery && entry.hasValue();
         if (given != m_values.constEnd()) {
             entry.setText(*given, *m_prompts);
-            entry.source = query::ParameterEntry::Source::SystemMacro; // of this run only, not to be remembered
+            entry.source = query::ParameterEntry::Source::SystemMacro; // valid for this run only: not remembered
         } else if (isRemembered) {
             missing.append(u"[%1] (last time \"%2\")"_s.arg(entry.name, entry.text));
             continue;
@@ -105,7 +105,7 @@ brannock::Project projectAt(const QString &path, Target::Takes takes)
     const QFileInfo info(path);
     if (info.isDir())
         return brannock::Project::load(info.absoluteFilePath());
-    // A database in a project's arvo folder stands for the project.
+    // A database in a project's arvo folder selects that project.
     QDir folder = info.absoluteDir();
     const bool inArvo = folder.dirName().compare("arvo"_L1, Qt::CaseInsensitive) == 0 && folder.cdUp();
     if (info.exists() && inArvo && brannock::Project::isProjectFolder(folder.path()))
@@ -137,7 +137,7 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
         tarnwick::removeLeftoversBelow(m_context.roots.palomineDir + kept);
     m_context.prompt = &m_parameters;
     m_context.systemMacros = [this] { return systemMacros(); };
-    // Commands that take a project only work on its component.
+    // Commands that take only a project work on its component.
     if (const QString remark = m_project.tablesRemark(); takes == Takes::Project && !remark.isEmpty())
         m_prompts.showInformation(remark);
     const bool hasOptions = tarnwick::loadOptions(m_options, m_context.roots, m_prompts);
@@ -165,7 +165,7 @@ bool Target::connect(Use use)
         m_project.isLoaded() && m_databasePath == m_project.databasePath() && !QFileInfo::exists(m_databasePath);
     if (use == Use::Store && ownAndMissing && !db::createProjectDatabase(m_prompts, m_project, m_formatYear))
         return false;
-    // A table that could not be made has been said; a half-made schema is no place to store results.
+    // Failed tables were reported; an incomplete schema must not receive results.
     if (m_console.errorsShown() > errors)
         return false;
     ConsoleProgress progress;

@@ -14,13 +14,13 @@
 
 namespace cli {
 
-/// The answers that --yes, --no and --answers give, or --convert. Throws UsageError.
+/// The answers given by --yes, --no and --answers, or --convert. Throws UsageError.
 QList<tarnwick::Answer> answersOf(const Arguments &arguments);
-/// The prompts of a command: its answers, and how much it says. Throws UsageError.
+/// The prompts of a command, with its answers and its verbosity. Throws UsageError.
 ConsolePrompts consolePromptsOf(const Arguments &arguments);
 
-/// Takes the values of parameters from "--param NAME=VALUE"; a parameter that has none afterwards refuses the query. A
-/// value that the window remembers is named, but not taken: a run must not depend on what somebody typed last.
+/// Sets parameters from "--param NAME=VALUE". If a parameter has no value afterwards, the query is refused. A value
+/// remembered by the window is mentioned but not used: the result must not depend on previous runs.
 class FlagParameters : public query::ParameterPrompt
 {
 public:
@@ -30,44 +30,43 @@ public:
                  query::QueryContext &context) override;
 
 private:
-    QHash<QString, QString> m_values; ///< by lower-case name
+    QHash<QString, QString> m_values; ///< by name in lower case
     tarnwick::UserPrompts *m_prompts;
 };
 
-/// What a command works on: a project's folder, or a database file alone. The command line's counterpart of the main
-/// window.
+/// The object of a command: a project's folder, or a single database file. Corresponds to the main window.
 class Target : public plans::MapHost
 {
 public:
     enum class Takes { Project, ProjectOrDatabase };
 
-    /// Loads the project; opens no database yet. Throws tarnwick::Error.
+    /// Loads the project; does not open the database. Throws tarnwick::Error.
     Target(const QString &path, const Arguments &arguments, Takes takes);
 
     bool hasProject() const { return m_project.isLoaded(); }
-    /// The machine path of a file that an argument names, by the rule of all commands: the name is taken from the
-    /// current folder, as everywhere in a shell; one with a backslash, or that begins with [PALOMINE_DIR], is a path of
-    /// the suite and is taken from the project's folder. What exists where makes no difference.
+    /// Machine path of a file argument; the rule is the same for all commands. A name is relative to the current
+    /// folder, as usual in a shell. A name that contains a backslash or begins with [PALOMINE_DIR] is a suite path,
+    /// relative to the project's folder. Whether files exist has no influence.
     QString pathOf(const QString &argument) const;
-    /// The database of --database, of the project, or the file itself.
+    /// The database given by --database, the project's, or the file itself.
     const QString &databasePath() const { return m_databasePath; }
     enum class Use {
-        Read,   ///< the database is neither brought up to date nor written to
-        Change, ///< it is brought up to date
-        Import, ///< the same; the tables of a foreign database are taken over
-        Store   ///< the same as Import; a project's own that is missing is made first
+        Read,   ///< neither brings the database up to date nor writes to it
+        Change, ///< brings it up to date
+        Import, ///< as Change, and imports the tables of a foreign database
+        Store   ///< as Import, and creates the project's own database if it is missing
     };
-    /// Connects to the database. False when that failed (which has then been said).
+    /// Connects to the database. Returns false after reporting the error.
     bool connect(Use use = Use::Change);
     query::QueryContext &queryContext() { return m_context; }
 
-    /// The program-wide options; defaults where their file cannot be read, which has been said.
+    /// The program's options; the defaults if their file cannot be read, which is reported.
     const query::ArvoOptions &options() const { return m_options; }
 
     /// Header, description and file of the map.
     app::MapDocument &map() { return m_map; }
 
-    /// What was said last and how often an error was shown; what is to be said goes through prompts().
+    /// The console itself, for the last message and the number of errors. Use prompts() to report something.
     const ConsolePrompts &console() const { return m_console; }
 
     brannock::Project &project() override { return m_project; }

@@ -3,11 +3,11 @@
 
 namespace cli {
 
-/// The machine path of a file that an argument names, to be written. Error when its folder is not there.
+/// Machine path of a file argument that will be written. Throws Error if its folder does not exist.
 QString placeToWrite(const Target &target, const QString &argument);
-/// UsageError when the file for tubes has another ending than ".csv".
+/// Throws UsageError if the tubes file has an extension other than ".csv".
 void checkTubesEnding(const QString &argument);
-/// Writes tubes as text to the file that the argument of --tubes names.
+/// Writes tubes as text to the file given by --tubes.
 void writeTubes(const Target &target, const QString &argument, const QString &text);
 
 } // namespace cli

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// "3, 5-12, 20": rising numbers, of thousands only the first ranges.
+/// "3, 5-12, 20": ascending numbers as ranges; only the first ranges of long lists.
 QString rangesOf(const QList<int> &numbers)
 {
     constexpr qsizetype kMostRanges = 20;
@@ -41,7 +41,7 @@ int runUpload(const Arguments &arguments)
     for (const QString &path : arguments.positional().mid(1))
         paths.append(target.pathOf(path));
 
-    // All files are read before anything is written: a damaged one must not be found half-way.
+    // All files are read before the first is uploaded, so that a damaged file is found before anything is written.
     for (const QString &path : std::as_const(paths))
         brannock::Report().loadReport(path);
     if (!target.connect(Target::Use::Store))

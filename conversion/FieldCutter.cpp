@@ -11,7 +11,7 @@ QStringView cutColumns(QStringView line, qint64 first, qint64 last)
     return line.sliced(start, end - start).trimmed();
 }
 
-// A value in quotes that begins at the line's start; i is left behind its closing quote.
+// Reads a quoted value at the beginning of the line. i is set behind its closing quote.
 static QString quotedValue(QStringView line, qsizetype &i)
 {
     QString value;
@@ -41,7 +41,7 @@ QStringList splitCommaDelimited(QStringView line)
             value = quotedValue(line, i);
         const qsizetype comma = line.indexOf(u',', i);
         const qsizetype end = comma < 0 ? line.size() : comma;
-        value += line.sliced(i, end - i); // behind a closing quote: what a careless writer put there
+        value += line.sliced(i, end - i); // text between the closing quote and the next comma: not valid, but kept
         values.append(value.trimmed());
         if (comma < 0)
             return values;
@@ -49,7 +49,7 @@ QStringList splitCommaDelimited(QStringView line)
     }
 }
 
-// Most values repeat from line to line: keeping the old text shares its memory among all entries.
+// Most values repeat from line to line. If the old text is kept, all entries share its memory.
 static void setValue(ConvField &field, QStringView value)
 {
     if (field.value != value)

@@ -5,15 +5,15 @@
 
 namespace conversion {
 
-/// The columns first to last (0-based, inclusive) of a line, as much of them as the line has, without blanks around.
+/// The columns first to last (0-based, inclusive) of a line, trimmed. If the line is shorter, as much as it has.
 QStringView cutColumns(QStringView line, qint64 first, qint64 last);
 
-/// The values of a comma-delimited line, without blanks around. A value in quotes may hold commas; a doubled quote in
-/// it is a quote. A quote that is never closed reaches to the line's end.
+/// The trimmed values of a comma-delimited line. A quoted value may contain commas; a doubled quote inside it is one
+/// quote. A quote that is not closed extends to the end of the line.
 QStringList splitCommaDelimited(QStringView line);
 
-/// Cuts the values of the conversion spec's report fields out of a result line. A field whose last column (or value
-/// number) the line does not reach keeps its value.
+/// Reads the values of the spec's report fields from a result line. If the line ends before a field's last column (or
+/// value number), the field keeps its value.
 class FieldCutter
 {
 public:

@@ -4,7 +4,7 @@
 
 namespace conversion {
 
-/// What a field of a result line fills in the report entry.
+/// Member of the report entry that a field of a result line sets.
 enum class ReportFieldType {
     Skip,
     Cal,
@@ -31,25 +31,24 @@ enum class ReportFieldType {
     Comment
 };
 
-/// What a part of the text file's path fills.
+/// Setting that a part of the text file's path gives.
 enum class FilenameFieldType { Cal, Analyst, OperType };
 enum class FilenamePart { Directory, Filename, Extension };
 
-/// What a text found in a header line fills.
+/// Setting that a text in a header line gives.
 enum class CommentFieldType { Cal, Probe, Analyst, DateTime };
 enum class CommentPart { Keyword, FixedCols };
 
 enum class FieldLayout { FixedFields, CommaDelimited };
 
-/// The label of a report field type as the conversion spec editor shows it ("Tube Sec"); "???" for a number that is
-/// none.
+/// Label of a report field type in the spec editor ("Tube Sec"); "???" for an unknown number.
 QString reportFieldLabel(int type);
-/// Its keyword in column titles and prints ("SEC"); "???" for a number that is none.
+/// Keyword of a report field type in column titles and prints ("SEC"); "???" for an unknown number.
 QString reportFieldKeyword(int type);
-/// The label in the print of a spec: as above, but "Field type %d" for a number that is none.
+/// Label of a report field type in the print of a spec; "Field type %d" for an unknown number.
 QString reportFieldPrintLabel(int type);
 
-// All labels of a choice, in the order of its numbers.
+// All labels, in the order of their numbers.
 const QStringList &reportFieldLabels();
 const QStringList &filenameFieldLabels();
 const QStringList &filenamePartLabels();

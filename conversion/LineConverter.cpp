@@ -14,10 +14,10 @@ using namespace Qt::StringLiterals;
 using brannock::ReportEntry;
 using ellery::Axis;
 
-// The code under which the defect list keeps what an entry with a depth needs.
+// Code in the defect list that holds the requirements of an entry with a depth.
 static const QString kPercentCode = u"PCNT"_s;
 
-// What report files hold.
+// Limits of the numbers in report files.
 static constexpr int kMostCal = std::numeric_limits<quint16>::max();
 static constexpr int kMostPercent = std::numeric_limits<qint16>::max();
 static constexpr int kLeastInt = std::numeric_limits<qint32>::min();
@@ -82,7 +82,8 @@ void LineConverter::applyField(ReportEntry &entry, const ConvField &field)
         entry.row = tubeNumber(Axis::Row, field);
         break;
     case ReportFieldType::Col:
-        entry.col = tubeNumber(Axis::Row, field); // columns are read by the row's rule, as they always were
+        // columns are parsed by the row's rule; the converted reports depend on it
+        entry.col = tubeNumber(Axis::Row, field);
         break;
     case ReportFieldType::Volts:
         entry.meas.volts = number(field);
@@ -187,7 +188,7 @@ int LineConverter::integer(const ConvField &field, int least, int most)
 
 double LineConverter::number(const ConvField &field)
 {
-    // Without a signal these columns are blank: nothing to remark on.
+    // Without a signal these columns are blank, which needs no remark.
     const double found = leadingNumber(field.value);
     const double held = std::isfinite(found) ? found : 0;
     if (!field.value.isEmpty() && !tarnwick::string_to_value<double>(field.value)) {
@@ -221,7 +222,7 @@ void LineConverter::applyCommentField(ConvField &field, QStringView line)
         return;
     switch (CommentFieldType(field.type)) {
     case CommentFieldType::Cal:
-        break; // a cal in a header line sets nothing
+        break; // a cal in a header line has no effect
     case CommentFieldType::Probe:
         m_prompts.probe = field.value;
         break;
@@ -237,8 +238,8 @@ void LineConverter::applyCommentField(ConvField &field, QStringView line)
     }
 }
 
-// A line without a tube is a heading, a rule or an empty line, unless a part of the address can be read and another
-// not.
+// A line without a tube is a heading, a rule or an empty line. It gets a remark only if a part of the address can be
+// read and another cannot.
 void LineConverter::remarkOnAddress(const ReportEntry &entry)
 {
     int readable = 0;

@@ -9,15 +9,15 @@
 
 namespace conversion {
 
-/// Turns the lines of one text, in their order, into report entries. Header lines can change the prompts; the values
-/// cut out are kept in the conversion spec's fields.
+/// Converts the lines of one text, in order, to report entries. Header lines can change the prompts. The values that
+/// were read stay in the spec's fields.
 class LineConverter
 {
 public:
     LineConverter(const brannock::Project &project, ReportConvSpec &spec, ConversionPrompts &prompts, Remarks &remarks,
                   const QString &file);
 
-    /// number: of the line in the text, from 1.
+    /// number: line number in the text, from 1.
     brannock::ReportEntry convert(int number, QStringView line);
 
 private:
@@ -25,7 +25,7 @@ private:
     void applyPercent(brannock::ReportEntry &entry, const ConvField &field);
     void applyLocation(brannock::ReportEntry &entry, const QString &value);
     int tubeNumber(ellery::Axis axis, const ConvField &field);
-    /// Held within the bounds that report files have for the number.
+    /// Limited to the range that report files allow for the number.
     int integer(const ConvField &field, int least, int most);
     double number(const ConvField &field);
     brannock::ReportEntry headerEntry(QStringView line);
@@ -41,11 +41,11 @@ private:
     QString m_file;
     FieldCutter m_cutter;
 
-    // Of the line being converted.
+    // State of the line being converted.
     int m_number = 0;
     bool m_hasVolts = false;
     QString m_codeText;
-    QStringList m_lineRemarks; ///< told only when the line is a result
+    QStringList m_lineRemarks; ///< added to the remarks only if the line is a result
 };
 
 } // namespace conversion

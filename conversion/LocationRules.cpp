@@ -15,7 +15,7 @@ bool isLandmarkCharacter(QChar c)
     return isDigit(c) || (c >= u'A' && c <= u'Z');
 }
 
-// Walks through a text as a scan format does: each step takes what fits at the place and says whether anything did.
+// Reads a text like scanf does: each step consumes matching characters and returns whether there were any.
 class Scanner
 {
 public:
@@ -49,7 +49,7 @@ public:
             ++m_at;
         return m_at > start;
     }
-    // %[+-]: a run of signs, of which only a single minus negates
+    // %[+-]: a run of signs; only a single minus negates
     bool sign(bool &negative)
     {
         const qsizetype start = m_at;
@@ -65,7 +65,7 @@ public:
         ++m_at;
         return true;
     }
-    // a blank in the format: any white space, also none
+    // a blank in the format: any amount of white space, or none
     void space()
     {
         while (m_at < m_text.size() && m_text[m_at].isSpace())
@@ -133,7 +133,7 @@ double leadingNumber(QStringView text, qsizetype *length)
         if (i < text.size() && (text[i] == u'+' || text[i] == u'-'))
             ++i;
         if (skipDigits() == 0)
-            i = mantissaEnd; // "1E" is a 1 and a letter
+            i = mantissaEnd; // "1E": the number 1 and a letter
     }
     if (length)
         *length = i;

@@ -5,7 +5,7 @@
 
 namespace conversion {
 
-/// What a location text says: one place, or the two ends of a stretch.
+/// The content of a location text: one location, or the two ends of a range.
 struct LocationText
 {
     brannock::TubeLoc location;
@@ -31,8 +31,8 @@ struct ExtentText
 };
 ExtentText parseExtent(QStringView text);
 
-/// Reads as much of a decimal number as stands at the text's beginning (blanks before it allowed), as the C library's
-/// atof. length receives how many characters were read, 0 when there is no number.
+/// Parses the decimal number at the beginning of the text like the C library's atof; leading blanks are allowed. length
+/// receives the number of characters parsed, 0 if there is no number.
 double leadingNumber(QStringView text, qsizetype *length = nullptr);
 
 } // namespace conversion

@@ -4,19 +4,19 @@
 
 namespace conversion {
 
-/// Something in a text that the reader of the report should look at. It changes nothing in what was converted.
+/// A remark on a converted text, for the reader of the report. It does not change the conversion.
 struct Remark
 {
     QString file;
-    int line = 0; ///< from 1; 0: the file as a whole
+    int line = 0; ///< from 1; 0: the whole file
     QString text;
 
     /// "file, line 12: text"
     QString toString() const;
 };
 
-/// The remarks of one conversion. Beyond a number they are counted only: a text read with the wrong spec has one on
-/// every line.
+/// The remarks of one conversion. Above a limit they are only counted: a text that is read with the wrong spec has one
+/// on every line.
 class Remarks
 {
 public:

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kSpecVersion = 1;
 constexpr int kElementVersion = 1;
-// The version and the members of an element whose texts are empty.
+// Smallest record of a field: version and members, with empty texts.
 constexpr int kLeastFieldBytes = 9 * 4;
 constexpr int kLeastPairBytes = 3 * 4;
 
@@ -20,8 +20,7 @@ struct DefaultField
     int last;
 };
 
-// The columns of the analysis program that most vendors print with. File index lies within the file name, whose last
-// characters it is.
+// Columns of the most widely used analysis program. File index is in the last characters of the file name.
 constexpr DefaultField kDefaultFields[] = {
     {ReportFieldType::Sec, 0, 2},          {ReportFieldType::Row, 4, 6},          {ReportFieldType::Col, 8, 10},
     {ReportFieldType::Volts, 12, 16},      {ReportFieldType::Phase, 18, 20},      {ReportFieldType::Percent, 22, 24},

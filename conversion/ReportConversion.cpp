@@ -90,7 +90,7 @@ void ReportConversion::applyFilenameFields(const QString &machinePath)
             prompts.operType = spec.mapOperType(field.value);
             break;
         case FilenameFieldType::Analyst:
-            break; // an analyst in the file name sets nothing
+            break; // an analyst in the file name has no effect
         }
     }
 }

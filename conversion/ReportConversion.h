@@ -13,8 +13,7 @@ namespace conversion {
 
 enum class StoreResult { Stored, Declined };
 
-/// Converts foreign text reports, one at a time, into the suite's report files. The dialog and the command line both
-/// drive it:
+/// Converts foreign text reports, one at a time, to the suite's report files. Used by the dialog and the command line:
 ///
 ///     ReportConversion conversion(project);
 ///     conversion.spec.loadFrom(project.pathOf(u"report_formats\\default.fmt"_s));
@@ -22,36 +21,36 @@ enum class StoreResult { Stored, Declined };
 ///     conversion.convertFile(path);      // report(), remarks()
 ///     conversion.store(prompts);         // reports\00012_PRI.rep
 ///
-/// The prompts, and the values kept in the conversion spec's fields, go on from file to file as they do in the dialog;
-/// who wants each file converted by itself sets them anew.
+/// The prompts, and the values in the spec's fields, are kept from file to file, as in the dialog. To convert each file
+/// independently, set them again before each file.
 class ReportConversion
 {
 public:
-    /// The project (its component, defect codes, site and outage) must outlive the object.
+    /// The project (component, defect codes, site, outage) must outlive the object.
     explicit ReportConversion(const brannock::Project &project);
 
     ReportConvSpec spec;
     ConversionPrompts prompts;
 
-    /// Reads the text, sets the prompts from its path and header lines, and makes the report of it. Throws
-    /// tarnwick::FileError when the text cannot be read and tarnwick::Cancelled; report and prompts are then as before.
+    /// Reads the text, sets the prompts from its path and header lines, and converts it to a report. Throws
+    /// tarnwick::FileError if the text cannot be read, and tarnwick::Cancelled; report and prompts are then unchanged.
     void convertFile(const QString &machinePath, tarnwick::Progress *progress = nullptr);
-    /// The same on the text that is there already, after the conversion spec or a prompt was changed.
+    /// Converts the current text again, after the spec or a prompt was changed.
     void convertAgain(tarnwick::Progress *progress = nullptr);
 
     const TextSource &text() const { return m_text; }
     brannock::Report &report() { return m_report; }
     const brannock::Report &report() const { return m_report; }
     const Remarks &remarks() const { return m_remarks; }
-    /// The text's line, from 1, that an entry was made of, and the entry made of a line; -1 where there is none. They
-    /// hold until entries are added to or removed from the report.
+    /// Line number, from 1, of the text that an entry was made from, and the entry made from a line; -1 if there is
+    /// none. Valid until entries are added to or removed from the report.
     int lineOfEntry(int entry) const;
     int entryOfLine(int line) const;
 
-    /// "reports\00012_PRI.rep": the cal in five digits and the operation type.
+    /// "reports\00012_PRI.rep": the cal with five digits and the operation type.
     tarnwick::SuitePath target() const;
-    /// Fills what the entries miss from the prompts and the project and writes the report. Asks before it overwrites;
-    /// any answer but Yes stores nothing. Throws tarnwick::FileError.
+    /// Fills missing members of the entries from the prompts and the project, and writes the report. Asks before it
+    /// overwrites a file; any answer except Yes stores nothing. Throws tarnwick::FileError.
     StoreResult store(tarnwick::UserPrompts &user);
 
 private:
@@ -62,7 +61,7 @@ private:
     const brannock::Project &m_project;
     TextSource m_text;
     brannock::Report m_report;
-    QList<int> m_lines; ///< of the entries, ascending
+    QList<int> m_lines; ///< line of each entry, ascending
     Remarks m_remarks;
 };
 

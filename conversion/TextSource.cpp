@@ -7,7 +7,7 @@ namespace conversion {
 
 using namespace Qt::StringLiterals;
 
-// The places where code page 1252 differs from Latin-1; 0 where it has no character.
+// Code page 1252 where it differs from Latin-1; 0: no character.
 static constexpr char16_t k1252[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                        0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
                                        0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,

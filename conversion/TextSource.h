@@ -6,24 +6,24 @@
 
 namespace conversion {
 
-/// A foreign text report as lines. Bytes are taken for UTF-8 when they are valid as such, else for code page 1252,
-/// which the analysis programs wrote; a byte order mark tells of UTF-16. Lines end with LF or CR LF, in texts without
-/// any LF with CR. The end-of-file mark of DOS texts (Ctrl-Z) is dropped.
+/// A foreign text report as lines. The bytes are read as UTF-8 if they are valid UTF-8, else as code page 1252, which
+/// the analysis programs used; a byte order mark selects UTF-16. Lines end with LF or CR LF, or with CR if the text has
+/// no LF. The DOS end-of-file character (Ctrl-Z) is removed.
 class TextSource
 {
 public:
-    /// Texts with more lines are refused: each line becomes an entry of a report, with all of its fields.
+    /// Texts with more lines are refused, since each line becomes a report entry with all of its fields in memory.
     static constexpr int kMostLines = 1'000'000;
 
     TextSource() = default;
-    /// Reads the file. Throws tarnwick::FileError; also for one that is no text (it holds zero bytes) or has too many
+    /// Reads the file. Throws tarnwick::FileError, also if it is not a text (contains zero bytes) or has too many
     /// lines.
     explicit TextSource(const QString &machinePath);
     TextSource(const QString &name, const QByteArray &content);
 
     const QString &path() const { return m_path; }
     int lineCount() const { return int(m_lines.size()); }
-    /// index from 0. Valid as long as this object.
+    /// index: from 0. The view is valid as long as this object.
     QStringView line(int index) const;
     int longestLine() const { return m_longest; }
 

@@ -42,7 +42,8 @@ qint32 defaultAlignment(DataType type)
     return type >= DataType::Byte && type <= DataType::Date ? ColumnFormat::Right : ColumnFormat::Left;
 }
 
-/// What a format is put back to, and the conversion letters that keep it: null where every format goes.
+/// The default format of a type, and the conversion letters that an edited format may use (null: any format is
+/// accepted).
 struct FormatRule
 {
     const char16_t *letters;

@@ -5,12 +5,12 @@
 
 namespace db {
 
-/// How one column of a result is shown: title, printf-style format, width in characters, alignment.
+/// Display format of one result column: title, printf-style format, width in characters, alignment.
 struct ColumnFormat
 {
     enum Alignment : qint32 { Center = 0, Left = 1, Right = 2 };
 
-    QString name; ///< of the field
+    QString name; ///< field name
     QString title;
     dao::DataType type = dao::DataType::Unknown;
     qint32 width = 0;
@@ -19,12 +19,12 @@ struct ColumnFormat
     qint32 alignment = Center;
 
     ColumnFormat() = default;
-    /// The default of a field: its name in capitals with blanks for underscores as title, the title's length as width,
-    /// the type's own format and alignment.
+    /// Default format of a field. Title: the name in capitals, with blanks for underscores. Width: the length of the
+    /// title. Format and alignment: those of the type.
     ColumnFormat(const QString &fieldName, dao::DataType fieldType);
 
-    /// After an edit of the format or a change of type: the width holds the title, and a format whose conversion does
-    /// not suit the type is put back to the type's own.
+    /// Call after the format or the type was changed. Widens the column to its title, and resets a format whose
+    /// conversion does not fit the type to the default of the type.
     void revalidate();
 
     /// Record version 1: name, title, format, type, width, alignment.

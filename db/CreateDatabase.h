@@ -7,21 +7,21 @@ namespace db {
 
 class DatabaseSession;
 
-/// The format that new databases ask for when no program option says otherwise.
+/// The format of new databases if no program option sets one.
 constexpr int kDefaultFormatYear = 2002;
-/// The one year that stands for the older format.
+/// The only year that selects the older format.
 constexpr int kOldFormatYear = 1997;
 
-/// Creates a database file with the whole schema and closes it again. formatYear 1997 gives the older file format, any
-/// other the newer. The file appears under its name only once it is complete. An engine exception is reported (1015)
-/// and gives false; an existing file is never touched.
+/// Creates a database file with the whole schema and closes it again. formatYear 1997 selects the older file format,
+/// any other year the newer one. The file gets its name only after it is complete. Reports an engine exception (1015)
+/// and returns false. Never changes an existing file.
 bool createDatabase(tarnwick::UserPrompts &prompts, const QString &path, int formatYear = kDefaultFormatYear);
 
-/// A new database file without tables, left open, that remembers the format that was asked for. Throws
+/// Creates a database file without tables and leaves it open. The requested format is stored in it. Throws
 /// dao::DaoException.
 void createEmptyDatabase(dao::Database &database, const QString &path, int formatYear);
 
-/// The year that was asked for when that database was created; 0 when it does not say.
+/// The format year that was requested when the database was created; 0 if the file does not hold it.
 int formatYear(const DatabaseSession &session);
 
 } // namespace db

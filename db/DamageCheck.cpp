@@ -9,7 +9,7 @@ namespace db {
 
 namespace {
 
-/// Says what the waiting is for.
+/// Shows in the status line that the check is running.
 class CheckProgress : public EngineProgress
 {
 public:

@@ -3,12 +3,13 @@
 
 namespace db {
 
-/// What is damaged in the session's database. progress may be null; DaoCancelled when it stops the looking.
+/// Checks the session's database and returns the damage found. progress may be null; throws DaoCancelled if it stops
+/// the check.
 QList<dao::DamageFinding> lookForDamage(DatabaseSession &session, dao::Database::Check kind,
                                         tarnwick::Progress *progress);
 
-/// Looks quickly, before the database is relied on: after a crash, before a conversion. False when it is damaged, which
-/// has been said, with what follows from it as the last line.
+/// Quick check before the database is used: after a crash, or before a conversion. Returns false after reporting the
+/// damage; the last line of the report is the consequence.
 bool refuseDamaged(DatabaseSession &session, const QString &consequence, tarnwick::Progress *progress);
 
 } // namespace db

@@ -7,25 +7,25 @@
 
 namespace db {
 
-/// Where a conversion of an older database stands. Reset at the start of every pass, so that the question is asked at
-/// most once per connection and its answer governs every later step.
+/// State of the conversion of an older database. Reset at the start of every pass, so the question is asked at most
+/// once per connection and its answer applies to all later steps.
 struct ConversionState
 {
-    QStringList requested; ///< a description of each step that was requested so far
-    QStringList failed;    ///< those of them that were tried and undone
+    QStringList requested; ///< description of each step requested so far
+    QStringList failed;    ///< requested steps that failed and were undone
     bool asked = false;
     bool approved = false;
-    bool cancelled = false;        ///< by the user, after it had begun
+    bool cancelled = false;        ///< the user stopped it after it had begun
     bool refreshCancelled = false; ///< by the user: views and labels may be older than the project
-    QString backup;                ///< of the file as it was before the conversion; empty when none was made
+    QString backup;                ///< path of the backup made before the conversion; empty if none was made
 
-    QStringList done() const; ///< requested and not failed
+    QStringList done() const; ///< requested steps that did not fail
     /// "    %d) %S\n" for each step.
     static QString numbered(const QStringList &steps);
 };
 
-/// The one database of the main window: whether it is open, where it lies, the workspace its transactions run on, and
-/// the state of a conversion in progress. Every operation on the database takes it and calls checkConnected() first.
+/// The database of the main window: whether it is open, its path, the workspace of its transactions, and the state of a
+/// running conversion. Every operation on the database takes the session and calls checkConnected() first.
 class DatabaseSession
 {
 public:
@@ -36,34 +36,34 @@ public:
 
     tarnwick::UserPrompts &prompts() const { return *m_prompts; }
     dao::Workspace &workspace() { return *m_workspace; }
-    /// Only while one is open.
+    /// Call only while a database is open.
     dao::Database &database() const { return *m_database; }
 
     bool isOpen() const;
     bool isUpdatable() const;
-    QString path() const; ///< machine path, empty when none is open
+    QString path() const; ///< machine path; empty if none is open
 
-    /// Opens in place of what is open, which is closed first. Throws dao::DaoException; then none is open.
-    /// progress: who is told, and may cancel (DaoCancelled), while another program has the file locked; may be null.
+    /// Closes the open database, then opens this one. If it throws (dao::DaoException), none is open. progress is
+    /// informed while another program has the file locked and may cancel the wait (DaoCancelled); it may be null.
     void open(const QString &path, dao::OpenMode mode = dao::OpenMode::Update, tarnwick::Progress *progress = nullptr);
-    /// Opens a working copy that stands for the file at path, which is of a format that can only be read: path() is
-    /// that file's. keeper is let go when the session closes the copy.
+    /// Opens a working copy in place of the file at path, whose format can only be read. path() returns the path of the
+    /// original. keeper is released when the session closes the copy.
     void openCopy(const QString &path, const QString &copy, dao::OpenMode mode, std::shared_ptr<void> keeper = {});
-    /// Rolls back what is not committed. Does nothing when none is open.
+    /// Rolls back uncommitted changes and closes. Does nothing if none is open.
     void close();
 
-    /// Outlives the closing of the database, since a conversion may close and open it.
+    /// Kept when the database is closed, since a conversion may close and reopen it.
     ConversionState conversion;
 
 private:
     tarnwick::UserPrompts *m_prompts;
     std::unique_ptr<dao::Workspace> m_workspace;
     std::unique_ptr<dao::Database> m_database;
-    QString m_copiedPath; ///< what the open database is a working copy of; empty when it is none
+    QString m_copiedPath; ///< path of the original if the open database is a working copy; else empty
     std::shared_ptr<void> m_copyKeeper;
 };
 
-/// True when a database is open; otherwise says "Connect to a database first." (1053).
+/// Returns true if a database is open; otherwise reports "Connect to a database first." (1053).
 bool checkConnected(DatabaseSession &session);
 
 /// Transactions on the session's workspace; what writes uses SessionTransaction. Begin::Writing and the commit wait for

@@ -6,7 +6,7 @@
 
 namespace db {
 
-/// Lets a progress of the program stop the statements of a database while this object lives.
+/// Connects a Progress to a database: while this object lives, the progress can stop the statements of the database.
 class EngineProgress : public dao::Progress
 {
 public:

@@ -5,11 +5,11 @@
 
 namespace db {
 
-/// A failure of the platform's value conversions (a date or currency text that cannot be read), with its status code.
+/// A value conversion of the platform failed (a date or currency text that cannot be read). Carries the status code.
 class OleException : public std::exception
 {
 public:
-    /// The status code of a text that is no value of the wanted type.
+    /// Status code: the text is not a value of the requested type.
     static constexpr int kTypeMismatch = int(0x80020005u);
 
     explicit OleException(int statusCode)
@@ -23,15 +23,15 @@ private:
     int m_statusCode;
 };
 
-/// The full text of a database failure: the message, an empty line, "[code] source description". An exception that is
-/// not the engine's gives the code -1 and "???". Where the engine knows the place in the SQL text, or has a hint, these
-/// stand below on lines of their own.
+/// Full text of a database failure: the message, an empty line, "[code] source description". An exception that is not
+/// the engine's has code -1 and "???". If the engine knows the place in the SQL text, or has a hint, each follows on a
+/// line of its own.
 QString daoErrorText(const QString &message, const std::exception &exception);
-/// The same for a value conversion: the message, an empty line, "SCODE[code]".
+/// Full text of a failed value conversion: the message, an empty line, "SCODE[code]".
 QString oleErrorText(const QString &message, const OleException &exception);
 
-/// Writes an error text to the program's log (category "arvo.database", information level, off unless the application
-/// or QT_LOGGING_RULES switches it on).
+/// Writes an error text to the program's log: category "arvo.database", information level. Off unless the application
+/// or QT_LOGGING_RULES enables it.
 void logError(const QString &text);
 
 /// Reports a database failure in an error box of severity 3 and in the log.
@@ -44,7 +44,7 @@ void showDaoError(tarnwick::UserPrompts &prompts, const std::exception &exceptio
     prompts.showError(tarnwick::kErrorSeverity, message.number, text);
 }
 
-/// Reports a failed value conversion the same way.
+/// Reports a failed value conversion in an error box of severity 3 and in the log.
 template <typename... Args>
 void showOleError(tarnwick::UserPrompts &prompts, const OleException &exception, const tarnwick::Message &message,
                   const Args &...args)

@@ -3,7 +3,8 @@
 
 namespace db {
 
-/// Whether the failure is one of the whole file, or of the disk: what is tried next on that database will fail as well.
+/// Returns true if the failure concerns the whole file or the disk, so every further operation on the database will
+/// fail too.
 bool isOfWholeFile(const dao::DaoException &exception);
 
 } // namespace db

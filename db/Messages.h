@@ -1,8 +1,8 @@
 #pragma once
 #include <tarnwick/Prompts.h>
 
-/// Every message of the project database, with its number. Numbers are unique in the program: 1005 to 1015 and 1021 to
-/// 1059 belong here. The texts are part of what users know the program by; they stay to the letter.
+/// Every message of the project database with its number. Numbers are unique in the program: 1005 to 1015 and 1021 to
+/// 1059 belong here. Users and support know the program by these texts: do not change them.
 namespace db::messages {
 
 using tarnwick::Message;

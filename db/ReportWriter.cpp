@@ -9,7 +9,7 @@ using brannock::ReportEntry;
 using brannock::TubeLoc;
 using dao::Value;
 
-/// The ordinals of the fields, so that no name is looked up for a row.
+/// Ordinals of the fields, looked up once instead of for every row.
 struct ReportWriter::Columns
 {
     explicit Columns(const dao::Recordset &report)
@@ -78,14 +78,14 @@ void ReportWriter::add(ReportEntry &entry, std::optional<qint32> recordNumber)
     }
 }
 
-// What an entry leaves out is set to Null rather than passed over: no field of these has a default, and the engine
-// keeps one prepared statement for each set of fields that is written.
+// Fields that an entry leaves out are set to Null explicitly. None of them has a default, and the engine keeps one
+// prepared statement for each set of fields written.
 void ReportWriter::setNull(int column)
 {
     m_recordset.setValue(column, Value::null());
 }
 
-// No text field of the table takes zero-length text.
+// No text field of the table allows zero-length text.
 void ReportWriter::setText(int column, const QString &text)
 {
     m_recordset.setValue(column, text.isEmpty() ? Value::null() : Value::fromText(text));
@@ -169,8 +169,8 @@ void ReportWriter::setTime(ReportEntry &entry)
 {
     if (entry.entryTime.isNull())
         entry.entryTime = tarnwick::JDateTime::fromSeconds(0);
-    // Entries of one tube share their time, and going through the local calendar and back is the dearest field of a
-    // row.
+    // Entries of one tube usually share their time, and the conversion through the local calendar is the slowest field
+    // of a row.
     if (m_lastTimeValue.isEmpty() || entry.entryTime != m_lastTime) {
         m_lastTime = entry.entryTime;
         m_lastTimeValue = toValue(entry.entryTime);

@@ -5,8 +5,8 @@
 
 namespace db {
 
-/// Adds report entries as rows of table 'report', field by field. Made once for many entries: the table's fields are
-/// resolved when it is made. Throws the engine's exceptions.
+/// Adds report entries as rows of table 'report', field by field. Create one writer for many entries: the constructor
+/// looks up the fields. Throws the engine's exceptions.
 class ReportWriter
 {
 public:
@@ -14,8 +14,8 @@ public:
     ~ReportWriter();
 
     /// Adds one row. An entry without a valid time gets the zero date-time, in the entry too. Channel, measurement and
-    /// locations of an entry "NDD" are left out, whatever it holds. Without a record number the table counts on by
-    /// itself. After an exception nothing of the row is stored and the next can be added.
+    /// locations of an "NDD" entry are not stored. Without a record number the table assigns the next one. After an
+    /// exception nothing of the row is stored, and further entries can be added.
     void add(brannock::ReportEntry &entry, std::optional<qint32> recordNumber = std::nullopt);
 
 private:

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Failures of the disk, by the engine's numbers: every further table would fail the same way.
+/// Engine numbers of disk failures: every further table would fail in the same way.
 bool isDiskFailure(const dao::DaoException &exception)
 {
     constexpr int kDiskFull = 3026;

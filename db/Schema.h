@@ -10,7 +10,7 @@ struct FieldSpec
 {
     const char16_t *name;
     dao::DataType type;
-    int size; ///< characters, Text only; 0 leaves the engine's default in force
+    int size; ///< in characters, Text only; 0: the engine's default
     const char16_t *defaultValue;
     const char16_t *validationRule;
     const char16_t *flags; ///< see createField()
@@ -22,8 +22,9 @@ struct IndexSpec
 
     const char16_t *name;
     int flags;                          ///< bits of IndexFlag
-    const char16_t *fields[kMaxFields]; ///< ends at the first null
-    /// Rows expected to share the first 1, 2, ... fields in a table of the expected size; all 0: not seeded.
+    const char16_t *fields[kMaxFields]; ///< ends at the first null pointer
+    /// Expected number of rows that share the first 1, 2, ... fields, in a table of the expected size. All 0: no
+    /// statistics are seeded.
     qint64 rowsPerKey[kMaxFields];
 
     QStringList fieldNames() const;
@@ -34,8 +35,8 @@ struct TableSpec
     const char16_t *name;
     std::span<const FieldSpec> fields;
     std::span<const IndexSpec> indexes;
-    const tarnwick::Message *failure; ///< what is said when the table cannot be created
-    qint64 expectedRows;              ///< of a project some outages old; 0: no statistics are seeded
+    const tarnwick::Message *failure; ///< message if the table cannot be created
+    qint64 expectedRows;              ///< in a project after some outages; 0: no statistics are seeded
 };
 
 struct AliasSpec
@@ -49,37 +50,37 @@ struct RelationSpec
     const char16_t *name;
     const char16_t *table;
     const char16_t *foreignTable;
-    const char16_t *field; ///< of both tables
+    const char16_t *field; ///< same name in both tables
     int attributes;
 };
 
-/// The tables in the order of creation, without the alias tables, which follow them.
+/// The tables in order of creation. The alias tables are created after them.
 std::span<const TableSpec> tableSpecs();
-/// Throws std::logic_error for a name that is no table of the schema.
+/// Throws std::logic_error if the schema has no such table.
 const TableSpec &tableSpec(QStringView name);
 /// The tables that map the numbers of rows, columns, sections and legs to the plant's labels.
 std::span<const AliasSpec> aliasSpecs();
 std::span<const RelationSpec> relationSpecs();
 
-/// Builds one table and appends it to the database. A failure is reported under the table's message number, the table
-/// is then not there at all, and false is returned. A full or failing disk is not reported here: that exception passes
-/// on, since no other table would fare better.
+/// Creates one table in the database. A failure is reported under the table's message number, leaves no table behind
+/// and returns false. A full or failing disk is not reported here: the exception is passed on, since every further
+/// table would fail too.
 bool createTable(tarnwick::UserPrompts &prompts, dao::Database &database, const TableSpec &spec);
 bool createAliasTable(tarnwick::UserPrompts &prompts, dao::Database &database, const AliasSpec &spec);
-/// All relations in one guarded block: the first that fails skips the rest.
+/// Creates all relations in one guarded block: the first failure skips the rest.
 bool createRelations(tarnwick::UserPrompts &prompts, dao::Database &database);
 
-/// One relation of the schema, by its name. Throws the engine's exception.
+/// Creates one relation of the schema, by name. Throws the engine's exception.
 void createRelation(dao::Database &database, QStringView name);
 
-/// Builds the whole schema in an empty database: the tables, the alias tables, the relations. A table that fails does
-/// not stop the others.
+/// Creates the whole schema in an empty database: tables, alias tables, relations. If one table fails, the others are
+/// still created.
 void createSchema(tarnwick::UserPrompts &prompts, dao::Database &database);
 
-/// Gives the planner the sizes and selectivities that project databases have, so that a new file plans its queries well
-/// before it holds data.
+/// Stores typical table sizes and selectivities of project databases in the planner's statistics, so that queries get
+/// good plans before the file holds data.
 void seedStatistics(dao::Database &database);
-/// The same for one table, as far as it has the indexes of the schema.
+/// Seeds one table, as far as it has the indexes of the schema.
 void seedStatistics(dao::Database &database, const TableSpec &spec);
 
 } // namespace db

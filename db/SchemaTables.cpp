@@ -64,8 +64,8 @@ constexpr FieldSpec kReportFields[] = {
     {u"comment", Memo, 0, u"", u"", u"---"},
 };
 
-// The selectivities are those of a component of some 3,400 tubes over several outages: the cal number and the tube tell
-// rows apart best, while half of the entries share an operation type and nearly all a section.
+// Selectivities of a component with about 3,400 tubes and several outages: cal number and tube are the most selective,
+// half of the entries share an operation type, and nearly all share a section.
 constexpr qint64 kReportRows = 1'000'000;
 constexpr IndexSpec kReportIndexes[] = {
     {u"recd_num", kUniqueKey, {u"recd_num"}, {1}},
@@ -104,7 +104,7 @@ constexpr FieldSpec kRepairsFields[] = {
     {u"comment", Memo, 0, u"", u"", u"-Z-"},
 };
 
-// Row, column, section: unlike every other tube index.
+// The order is row, column, section, unlike every other tube index.
 constexpr IndexSpec kRepairsIndexes[] = {
     {u"tube_id", kPlain, {u"row", u"col", u"sec"}, {25, 2, 2}},
     {u"repair", kPlain, {u"repair_type"}, {500}},

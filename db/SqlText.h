@@ -4,11 +4,12 @@
 
 namespace db {
 
-/// Throws an engine exception (3075) when a text argument holds a single quote.
+/// Throws an engine exception (3075) if a text argument contains a single quote.
 void refuseQuotes(std::span<const tarnwick::FormatArg> arguments);
 
-/// The one way to build SQL from a template ("... WHERE name = '%S' AND sec = %d"). Texts go in as they are, so one
-/// that holds a single quote, which would change the statement, is refused with an engine exception.
+/// Builds SQL from a template ("... WHERE name = '%S' AND sec = %d"). All SQL with inserted texts is built here. Texts
+/// are inserted unchanged; a text with a single quote would change the statement, so it is refused with an engine
+/// exception.
 template <typename... Args>
 QString sqlText(QStringView sqlTemplate, const Args &...args)
 {
@@ -18,10 +19,10 @@ QString sqlText(QStringView sqlTemplate, const Args &...args)
     return tarnwick::formatArgs(sqlTemplate, used);
 }
 
-/// Runs an action as a temporary unnamed query definition, fail-on-error; returns the rows affected.
+/// Executes an action query as a temporary unnamed query definition with fail-on-error. Returns the rows affected.
 int executeSql(dao::Database &database, const QString &sql);
 
-/// The first field of the first row of a select statement; Null without rows.
+/// The first field of the first row of a select statement; Null if there are no rows.
 dao::Value firstValue(dao::Database &database, const QString &sql);
 
 } // namespace db

@@ -3,14 +3,15 @@
 
 namespace db {
 
-/// Stores a query under a name: replaces the SQL of the one that has it, or makes a new one.
+/// Stores a query under a name. Replaces the SQL of an existing query of that name.
 void storeQueryDef(dao::Database &database, const QString &name, const QString &sql);
 
-/// Names that end with "#" are views made by the program: never listed among a user's queries, never overwritten.
+/// Names that end with "#" are views made by the program. They are never listed among a user's queries and never
+/// overwritten.
 bool isViewName(QStringView name);
 
-/// The stored queries a user sees, in the database's order: no views, none of the hidden ones whose names begin with
-/// "~".
+/// The stored queries shown to a user, in the order of the database: without views and without hidden queries, whose
+/// names begin with "~".
 QStringList storedQueryNames(const dao::Database &database);
 
 } // namespace db

@@ -25,7 +25,7 @@ void noteTableGrowth(dao::Database &database, const QString &table, qint64 rowsA
         database.setProperty(analyzedKey, QString::number(analyzed + added));
         database.setProperty(addedKey, u"0"_s);
     } catch (const dao::DaoException &) {
-        // Statistics only make queries quicker: the rows themselves decide whether the upload succeeds.
+        // A failure here is ignored: statistics only affect speed, not whether the rows are stored.
     }
 }
 
@@ -42,7 +42,7 @@ void completeStatistics(dao::Database &database)
                 seedStatistics(database, spec);
         }
     } catch (const dao::DaoException &) {
-        // As above.
+        // Ignored for the same reason.
     }
 }
 

@@ -66,7 +66,7 @@ void UnfinishedFile::flush() const
 void UnfinishedFile::finish()
 {
     flush();
-    // Unlike renaming, making a link never takes the place of a file. Not every file system has links.
+    // Unlike rename(), link() never replaces an existing file. Not every file system has links.
     if (::link(QFile::encodeName(m_path).constData(), QFile::encodeName(m_wanted).constData()) == 0)
         return tarnwick::syncFolderOf(m_wanted);
     if (errno == EEXIST || QFile::exists(m_wanted))
@@ -77,7 +77,7 @@ void UnfinishedFile::finish()
 
 void UnfinishedFile::replace()
 {
-    // Whoever could read and write the file before still can. Without the right to say so it is as new files are.
+    // The new file gets the permissions of the old one. If they cannot be set, it keeps the default permissions.
     if (QFile::exists(m_wanted))
         QFile::setPermissions(m_path, QFile::permissions(m_wanted));
     flush();

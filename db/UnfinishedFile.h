@@ -4,29 +4,30 @@
 
 namespace db {
 
-/// Whether a file of that name can be written to as a database: its journal stands beside it under a longer name.
+/// Returns true if a database of this name can be written: the journal beside it has a longer name, which must also be
+/// valid.
 bool hasRoomForJournal(const QString &path);
 
-/// A database file while it is being made: it stands under a name of its own in the folder of the wanted file, and gets
-/// that name once it is whole. So whatever happens, no file that bears the wanted name is half of one. Removed when it
-/// is left unfinished; what a killed program left behind is removed by a later one.
+/// A database file under construction. It has a temporary name in the folder of the wanted file and is renamed when it
+/// is complete, so a file with the wanted name is never incomplete. Removed if it is not finished; files left behind by
+/// a killed program are removed by a later run.
 class UnfinishedFile
 {
 public:
-    /// Throws dao::DaoException (3051) when the wanted name leaves no room for a journal.
+    /// Throws dao::DaoException (3051) if the wanted name is too long to have a journal beside it.
     explicit UnfinishedFile(const QString &wanted);
     ~UnfinishedFile();
     UnfinishedFile(const UnfinishedFile &) = delete;
     UnfinishedFile &operator=(const UnfinishedFile &) = delete;
 
-    /// Of the unfinished file, which does not exist yet.
+    /// Path of the unfinished file. The file does not exist yet.
     const QString &path() const { return m_path; }
 
-    // The finished file, closed, is flushed to the disk and gets the wanted name. Throw dao::DaoException (3051).
-    void finish();  ///< there must be no file of that name (3204)
-    void replace(); ///< in place of the file of that name, with its permissions, in one step
+    // Both flush the closed file to the disk and give it the wanted name. Throw dao::DaoException (3051).
+    void finish();  ///< a file of that name must not exist (3204)
+    void replace(); ///< replaces a file of that name in one step and keeps its permissions
 
-    /// The exception as it reads for the file that the user asked for.
+    /// The same exception with the wanted file's name in place of the temporary one.
     dao::DaoException named(const dao::DaoException &exception) const;
 
 private:

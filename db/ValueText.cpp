@@ -131,7 +131,7 @@ JDateTime parseDateTime(tarnwick::UserPrompts &prompts, const QString &text)
 QString currencyText(const dao::Value &value)
 {
     const QLocale locale;
-    // A real holds so many ten-thousandths with all their digits.
+    // Below this amount a double holds every ten-thousandth exactly enough to print all digits.
     constexpr qint64 kExact = 1'000'000'000'000'000;
     const qint64 amount = value.integer();
     if (value.type() != dao::Value::Type::Currency || (amount < kExact && amount > -kExact))

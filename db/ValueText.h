@@ -5,22 +5,22 @@
 
 namespace db {
 
-/// A value as text. Null is empty; an empty format stands for the kind's own ("%d", "%f", "%t", "%U", "%u"). Booleans,
-/// currency and every other kind print as "???".
+/// Formats a value as text. Null gives an empty text. An empty format selects the default of the type ("%d", "%f",
+/// "%t", "%U", "%u"). Booleans, currency and every other type give "???".
 QString valueToText(const dao::Value &value, const QString &format = {});
 
-/// A typed text as a value for a field of that type. Where the text cannot be read the value stays as it was (callers
-/// pass an Empty one). Boolean: NO, N, F, FALSE, OFF and 0 in either case are false, everything else true, the empty
-/// text too. A currency or date text that cannot be read is reported (1058, 1059).
+/// Parses a typed text as a value for a field of that type. If the text cannot be parsed, the value is not changed
+/// (callers pass an Empty one). Boolean: NO, N, F, FALSE, OFF and 0, in any case, are false; everything else is true,
+/// including the empty text. A currency or date text that cannot be parsed is reported (1058, 1059).
 void textToValue(tarnwick::UserPrompts &prompts, dao::Value &value, dao::DataType type, const QString &text);
 
-/// A free text as a date-time; null, after a report (1057), when it is none.
+/// Parses a date-time. If the text is not one, reports it (1057) and returns null.
 tarnwick::JDateTime parseDateTime(tarnwick::UserPrompts &prompts, const QString &text);
 
-/// A currency amount as the user's locale writes it.
+/// Formats a currency amount in the user's locale.
 QString currencyText(const dao::Value &value);
-/// Ten-thousandths of an amount typed in the user's locale, with or without its currency sign, or with a decimal point;
-/// brackets around it mean minus. Empty optional when it is none or out of range.
+/// Parses an amount in the user's locale, with or without currency sign, or with a decimal point; brackets mean
+/// negative. Returns ten-thousandths; empty optional if it is not an amount or out of range.
 std::optional<qint64> parseCurrency(const QString &text);
 
 } // namespace db

@@ -25,7 +25,7 @@ namespace {
 struct AliasedField
 {
     QString field;
-    QString alias; ///< of its alias table in a view
+    QString alias; ///< alias of its alias table in the view
     Axis axis;
 };
 
@@ -40,7 +40,7 @@ const QList<AliasedField> &aliasedFields()
     return fields;
 }
 
-/// The field of an alias table that holds the number; that of the label is called as the field that it stands for.
+/// Field of an alias table that holds the number. The label's field has the name of the field that it replaces.
 const QString kNumberField = u"index"_s;
 
 const QStringList kViewedTables{u"report"_s, u"repairs"_s, u"plan_entry"_s, u"tube_set_entry"_s, u"tubes"_s};
@@ -55,7 +55,7 @@ bool isViewCurrent(dao::Database &database, const QString &table, const QString 
     return database.hasQuery(viewOf(table)) && database.query(viewOf(table)).sql == sql;
 }
 
-/// In brackets where a list of fields would not take the bare word for a name.
+/// Brackets the name if a field list would not accept the bare word as a name.
 QString listedName(const QString &name)
 {
     namespace ast = dao::sql::ast;
@@ -77,12 +77,12 @@ QString selectedField(const QString &name)
     for (const AliasedField &aliased : aliasedFields())
         if (name.compare(aliased.field, Qt::CaseInsensitive) == 0)
             return aliased.alias + u'.' + aliased.field;
-    // The alias tables have a field of that name, too.
+    // The alias tables also have a field of this name.
     const bool isAmbiguous = name.compare(kNumberField, Qt::CaseInsensitive) == 0;
     return isAmbiguous ? u"r."_s + name : listedName(name);
 }
 
-/// Labels by number, as an alias table holds them.
+/// Labels by number, as stored in an alias table.
 using Labels = QMap<qint32, QString>;
 
 Labels wantedLabels(const ellery::SteamGen &steamGen, Axis axis)
@@ -102,8 +102,8 @@ QString tableOf(const AliasedField &aliased)
     return aliased.field + u"_alias"_s;
 }
 
-/// Fields are found by name: tables of other origin have them in another order. Rows without a number, and numbers that
-/// stand there twice, are no labels of ours: nothing is returned then.
+/// Fields are found by name, since tables of other origin have another order. Returns nothing if a row has no number or
+/// a number occurs twice: such labels were not written by this program.
 std::optional<Labels> storedLabels(dao::Database &database, const AliasedField &aliased)
 {
     Labels labels;

@@ -5,8 +5,8 @@
 
 namespace db {
 
-/// The SQL of the view of a table: all of its fields in order, with the plant's labels in place of the numbers of rows,
-/// columns, sections and legs.
+/// SQL of a table's view: all fields in order, with the plant's labels in place of the numbers of rows, columns,
+/// sections and legs.
 QString viewSql(const dao::TableInfo &table);
 
 /// Whether refreshViews() and refreshAliases() have nothing to do. Only reads. False also when that cannot be found
@@ -14,14 +14,13 @@ QString viewSql(const dao::TableInfo &table);
 bool areViewsCurrent(dao::Database &database);
 bool areAliasesCurrent(dao::Database &database, const ellery::SteamGen &steamGen);
 
-/// Creates or replaces the views ("report#" and so on) of the tables that exist, where they differ from what they
-/// should be. A failure is reported (1030) and does not stop the others, unless it is one of the whole file: then
-/// false.
+/// Creates or updates the views ("report#" and so on) of the tables that exist. A failure is reported (1030) and the
+/// other views are still processed. If the whole file fails, returns false.
 bool refreshViews(DatabaseSession &session);
 
-/// Fills the alias tables that exist with the component's labels, where they differ: numbers without a label leave a
-/// gap, and leg -1 is "NONE". A failure is reported (1029), leaves that table as it was and does not stop the others,
-/// unless it is one of the whole file: then false.
+/// Writes the component's labels into the alias tables that exist, where they differ. A number without a label is left
+/// out; leg -1 is "NONE". A failure is reported (1029), leaves that table unchanged, and the other tables are still
+/// processed. If the whole file fails, returns false.
 bool refreshAliases(DatabaseSession &session, const ellery::SteamGen &steamGen);
 
 } // namespace db

@@ -5,13 +5,13 @@
 
 namespace query {
 
-/// The program-wide options. Colours are 0x00BBGGRR, margins inches, tick sizes points.
+/// The program's options. Colours are 0x00BBGGRR, margins in inches, tick sizes in points.
 class ArvoOptions : public tarnwick::OptionFile
 {
 public:
     static constexpr int kMaxRecent = 5;
 
-    /// A listing that the tube dialog shows.
+    /// A query whose rows the tube dialog shows in a tab.
     struct TubeInfoTab
     {
         QString name;
@@ -19,7 +19,7 @@ public:
         bool operator==(const TubeInfoTab &) const = default;
     };
 
-    /// projectFormat: what a file too old to say takes as format of new databases.
+    /// projectFormat: format of new databases, used for option files of version 1, which do not hold it.
     explicit ArvoOptions(int projectFormat = kDefaultFormat);
 
     static constexpr qint32 kDefaultFormat = 2002;
@@ -43,7 +43,7 @@ public:
 
     void addRecentDatabase(const QString &machinePath, const tarnwick::PathRoots &roots);
     void addRecentMap(const QString &machinePath, const tarnwick::PathRoots &roots);
-    /// Tells the format that files of version 1 take, whether they are loaded later or are loaded already.
+    /// Sets the format for option files of version 1. May be called before or after loading.
     void setProjectFormat(int year);
 
 protected:
@@ -52,7 +52,7 @@ protected:
 
 private:
     int m_projectFormat;
-    bool m_isWithoutFormat = false; ///< read from a file of version 1
+    bool m_isWithoutFormat = false; ///< loaded from a file of version 1
 };
 
 } // namespace query

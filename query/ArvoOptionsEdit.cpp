@@ -10,7 +10,7 @@ namespace query {
 
 namespace {
 
-/// All that the dialog can change but the macros.
+/// Everything that the dialog can change, except the macros.
 auto values(const ArvoOptions &options)
 {
     return std::tie(options.margins, options.drawTitleRect, options.drawLegendRect, options.drawMapRect,

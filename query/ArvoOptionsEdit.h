@@ -3,13 +3,13 @@
 
 namespace query {
 
-/// The program's options while they are edited: a draft beside what is stored, and the rules of the lists in it.
+/// The program's options while they are edited: a draft beside the stored values, and the rules of its lists.
 class ArvoOptionsEdit
 {
 public:
-    static constexpr double kLargestMargin = 5.0; ///< inches
+    static constexpr double kLargestMargin = 5.0; ///< in inches
     static constexpr double kMarginStep = 0.05;
-    static constexpr int kSmallestTick = 4; ///< points
+    static constexpr int kSmallestTick = 4; ///< in points
     static constexpr int kLargestTick = 20;
     static constexpr int kNameChars = 20;
 
@@ -23,24 +23,26 @@ public:
 
     explicit ArvoOptionsEdit(const ArvoOptions &stored);
 
-    /// Everything but the user macros, which have their own operations; result() has both.
+    /// Everything except the user macros, which have their own functions. result() includes both.
     ArvoOptions draft;
     ArvoOptions result() const;
-    /// Whether a Cancel would lose something: a value differs from the stored one, or a tab was added or removed.
+    /// Returns true if Cancel would discard changes: a value differs from the stored one, or a tab was added or
+    /// removed.
     bool isModified() const;
 
     // Tabs of tube information.
-    /// Appends "Tab %d" with the new count and an empty text; returns its place.
+    /// Appends "Tab %d" with the new count and an empty text. Returns its index.
     int addTab();
-    /// False when there is no such tab.
+    /// Returns false if there is no such tab.
     bool removeTab(int tab);
-    /// False, and nothing changed, for an empty name.
+    /// An empty name is refused: returns false and changes nothing.
     bool renameTab(int tab, const QString &name);
 
-    // User macros, in the order of their table. The place after the last one is where a new one is typed.
+    // User macros, in the order of their table. The row after the last one is where a new macro is typed.
     int macroCount() const { return int(m_macros.size()); }
     const tarnwick::JMacro::Entry &macro(int row) const { return m_macros[row]; }
-    /// Names get their brackets. Why it cannot be: the name is empty or stands already; empty when it was done.
+    /// Adds brackets to the name if it has none. Returns an empty text if it was set, else the reason: the name is
+    /// empty or already used.
     QString setMacroName(int row, const QString &name);
     void setMacroValue(int row, const QString &value);
     void removeMacro(int row);

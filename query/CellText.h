@@ -4,16 +4,16 @@
 
 namespace query {
 
-/// A cell of a result as text, by its column's format: numbers and texts printf style, dates by strftime's rules,
-/// currency as the locale writes it, a Boolean as one of the format's two words ("T F"), or as a number when the format
-/// is one. Null is empty.
+/// Formats a cell of a result by the format of its column: numbers and texts in printf style, dates by strftime's
+/// rules, currency in the user's locale, a Boolean as one of the format's two words ("T F"), or as a number if the
+/// format is numeric. Null gives an empty text.
 QString cellText(const dao::Value &value, const QString &format);
 inline QString cellText(const dao::Value &value, const db::ColumnFormat &column)
 {
     return cellText(value, column.format);
 }
 
-/// More about a cell: number and text of the error with which its calculation failed; empty for a cell with a value.
+/// Number and text of the error if the calculation of the cell failed; else empty.
 QString cellTip(const dao::Value &value);
 
 } // namespace query

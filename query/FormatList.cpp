@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kFileVersion = 1;
 constexpr int kEntryVersion = 1;
-// Version, byte counts of texts, numbers.
+// Smallest record: version, byte counts of texts, numbers.
 constexpr int kSmallestFormat = 28;
 constexpr int kSmallestTable = 12;
 

@@ -5,10 +5,10 @@
 
 namespace query {
 
-/// Where the program-wide display formats are kept.
+/// Path of the program-wide display formats.
 extern const QString DEFAULT_DISPLAY_FORMAT;
 
-/// The display formats of every field, by table. Names are matched without regard to case, types exactly.
+/// Display formats of all fields, by table. Names are compared ignoring case, types exactly.
 class FormatList : public tarnwick::OptionFile
 {
 public:
@@ -24,14 +24,15 @@ public:
     QList<Table> tables;
 
     const db::ColumnFormat *find(QStringView table, QStringView field, dao::DataType type) const;
-    /// The format of a query's column, through its source table and field; the type's default for an expression or a
-    /// field that is not listed. Its name is the column's.
+    /// Display format of a query's column, found by its source table and field. An expression, or a field that is not
+    /// listed, gets the default format of its type. The format's name is the column's name.
     db::ColumnFormat formatOf(const dao::FieldInfo &column) const;
-    /// Puts back every format that does not suit its type, and widens columns to their titles.
+    /// Resets every format that does not fit its type, and widens columns to their titles.
     void revalidate();
 
-    /// Exactly the database's present tables (no system or hidden ones) and fields in order: known ones keep their
-    /// formats, others get the default. True when any got one. Throws the engine's exceptions.
+    /// Updates the list to the database's current tables (without system and hidden ones) and fields, in order. Known
+    /// fields keep their formats, others get the default. Returns true if any field got the default. Throws the
+    /// engine's exceptions.
     bool rebuild(const dao::Database &database);
 
 protected:

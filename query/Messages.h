@@ -1,7 +1,7 @@
 #pragma once
 #include <tarnwick/Prompts.h>
 
-/// Every text of queries, their parameters, results and options that logic shows. Number 0: the message has none.
+/// Texts of queries, parameters, results and options that logic shows. Number 0: the message has none.
 namespace query::messages {
 
 using tarnwick::Message;

@@ -108,7 +108,7 @@ bool ParameterResolver::confirm(const QString &queryName, QList<ParameterEntry> 
     return false;
 }
 
-// Values of macros are not remembered, even when the user edited them.
+// Values that come from macros are not remembered, even if the user edited them.
 void ParameterResolver::hand(const QString &queryName, const QList<ParameterEntry> &entries, dao::QueryDef &query)
 {
     for (int i = 0; i < entries.size(); ++i) {

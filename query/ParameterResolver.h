@@ -13,32 +13,33 @@ struct ParameterEntry
 
     QString name; ///< without brackets
     dao::DataType type = dao::DataType::Text;
-    dao::Value value; ///< Empty when none was found, or its text is none of that type
+    dao::Value value; ///< Empty if no value was found, or its text cannot be converted to the type.
     QString text;
     Source source = Source::SqlQuery; ///< SqlQuery: typed by the user, or remembered
-    QString suggestion;               ///< a column's name, when this one looks like a slip of it; else empty
-    bool bareText = false;            ///< a word without brackets where a text is expected
+    QString suggestion;               ///< name of a column that the parameter may be a misspelling of; else empty
+    bool bareText = false;            ///< an unbracketed word in a place where a text is expected
 
     bool hasValue() const { return !value.hasNoValue() && !text.isEmpty(); }
     /// "SQL Query", "Sys Macro" or "User Macro".
     QString sourceText() const;
-    /// What is missing of one without a value: its name, and why it may have none.
+    /// Explains a parameter without a value: its name, and the probable reason.
     QString lack() const;
-    /// Takes a typed text over; prompts is told of a date or currency that cannot be read.
+    /// Sets the value from a typed text. A date or currency that cannot be parsed is reported to prompts.
     void setText(const QString &typed, tarnwick::UserPrompts &prompts);
 };
 
-/// Shows the parameters of a query for the user to confirm or change.
+/// Shows the parameters of a query, so that the user can confirm or change them.
 class ParameterPrompt
 {
 public:
     virtual ~ParameterPrompt() = default;
-    /// False: the user refused, the query is not opened.
+    /// Returns false if the user refused; the query is then not opened.
     virtual bool confirm(const QString &queryName, QList<ParameterEntry> &entries, QueryContext &context) = 0;
 };
 
-/// Gives every parameter of a query a value: from the user macros, the system macros, or the value it was given last
-/// time; shows them unless it may be quiet; hands them to the query definition and remembers those the user gave.
+/// Gives every parameter of a query a value: from the user macros, the system macros, or the value last used. Unless
+/// quiet mode applies, it shows them to the user. Then sets them in the query definition and remembers the values that
+/// the user gave.
 class ParameterResolver
 {
 public:
@@ -48,8 +49,8 @@ public:
     {
     }
 
-    /// True when the query may be opened; false when the user refused, or its parameters cannot be read (1062), or
-    /// there is nobody to ask for one that has no value (1062, too: it is named).
+    /// Returns true if the query may be opened. Returns false if the user refused, if the parameters cannot be read
+    /// (1062), or if a parameter has no value and nobody can be asked (1062, with its name).
     bool resolve(const QString &queryName, dao::QueryDef &query);
 
 private:

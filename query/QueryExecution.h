@@ -3,32 +3,32 @@
 
 namespace query {
 
-/// What executing a statement came to.
+/// Outcome of executing a statement.
 struct Execution
 {
     enum class Outcome {
-        Rows,      ///< a select: the result holds its rows
-        Changed,   ///< an action was carried out
-        Cancelled, ///< the parameters were refused, or the user stopped it; nothing was done
-        Failed     ///< reported already; nothing was done
+        Rows,      ///< a select statement: the result holds its rows
+        Changed,   ///< an action query was executed
+        Cancelled, ///< the user refused the parameters or stopped it; nothing was changed
+        Failed     ///< the error was reported; nothing was changed
     };
 
     Outcome outcome = Outcome::Failed;
-    int affected = 0; ///< rows changed by an action
+    int affected = 0; ///< rows changed by an action query
     double seconds = -1;
 };
 
-/// Executes a statement as the editor does: a statement that returns rows fills the result; an action is carried out,
-/// with its parameters resolved first. An engine exception is reported (1069) with its place in the text. Without a
-/// connection nothing is done but the warning.
+/// Executes a statement as the SQL editor does. Rows go into the result; an action query is executed after its
+/// parameters were resolved. An engine exception is reported (1069) with its place in the text. Without a connection
+/// only the warning is shown.
 Execution executeStatement(db::DatabaseSession &session, QueryContext &context, const QString &name, const QString &sql,
                            QueryResult &result, tarnwick::Progress *progress = nullptr);
 
-/// The editor's message line and second field after an execution.
+/// Text of the editor's message line and of the field beside it, after an execution.
 struct ExecutionStatus
 {
     QString line;    ///< "Execute time=%.3f sec." or "Cancelled."
-    QString entries; ///< "%D Entries", empty when nothing was run
+    QString entries; ///< "%D Entries"; empty if nothing was executed
 };
 ExecutionStatus executionStatus(const QueryResult &result);
 

@@ -12,7 +12,7 @@ namespace {
 constexpr int kFileVersion = 1;
 constexpr int kEntryVersion = 1;
 constexpr int kPairVersion = 1;
-// The fixed parts of a record: versions, byte counts of texts, symbol, colour, count.
+// Fixed parts of a record: versions, byte counts of texts, symbol, colour, count.
 constexpr int kSmallestPair = 12;
 constexpr int kSmallestEntry = 18;
 
@@ -90,7 +90,7 @@ void QueryHistoryList::refresh(const tarnwick::PathRoots &roots)
         if (loadIfChanged(roots))
             repeatChanges();
     } catch (const tarnwick::Error &) {
-        // Said at the start of the program, or when it is stored.
+        // Already reported at the start of the program; otherwise storing reports it.
     }
 }
 

@@ -6,9 +6,9 @@
 
 namespace query {
 
-/// What is remembered of each query: the values last given to its parameters, and the symbol and colour that the query
-/// fill last gave it. Names of queries and parameters are matched without regard to case. Several running programs keep
-/// theirs in one file: what each changes is put into what the file then holds.
+/// Remembers for each query the last values of its parameters, and the symbol and colour last used by its query fill.
+/// Names of queries and parameters are compared ignoring case. Several running programs share one file: each adds its
+/// own changes to the file's current content.
 class QueryHistoryList : public tarnwick::OptionFile
 {
 public:
@@ -30,22 +30,22 @@ public:
 
     QueryHistoryList();
 
-    /// Takes over what another program has stored since; what was changed here and is not stored yet stays. A file that
-    /// cannot be read changes nothing.
+    /// Reads what other programs have stored since. Changes made here and not stored yet are kept. If the file cannot
+    /// be read, nothing changes.
     void refresh(const tarnwick::PathRoots &roots);
-    /// Puts what was changed here since the last call into the file, if anything was. Throws FileError; the changes
-    /// are then still to be stored.
+    /// Adds the changes made here since the last call to the file, if there are any. Throws FileError; the changes are
+    /// then still pending.
     void storeChanges(const tarnwick::PathRoots &roots);
 
     const QList<Entry> &entries() const { return m_entries; }
     const Entry *find(QStringView queryName) const;
 
     std::optional<QString> value(QStringView queryName, QStringView parameter) const;
-    /// An empty name of query or parameter remembers nothing.
+    /// Does nothing if the name of the query or parameter is empty.
     void remember(const QString &queryName, const QString &parameter, const QString &value);
     void forget(const QString &queryName);
     void forgetAll();
-    /// The symbol memory of the query fill. An empty name remembers nothing.
+    /// Last symbol and colour of the query's fill. Does nothing if the name is empty.
     void setSymbol(const QString &queryName, char16_t symbol, quint32 colour);
 
 protected:
@@ -61,7 +61,7 @@ private:
     void setValue(const QString &queryName, const QString &parameter, const QString &value);
 
     QList<Entry> m_entries;
-    std::vector<Change> m_changes; ///< not stored yet, in order
+    std::vector<Change> m_changes; ///< pending changes, in order
 };
 
 } // namespace query

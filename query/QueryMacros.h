@@ -7,13 +7,13 @@
 
 namespace query {
 
-/// The macros for the expansion and the printing of a query: the user macros, the system macros refreshed, and those of
-/// the query itself ("[QUERY FILE]", "[QUERY NAME]", "[QUERY RECORDS]", "[QUERY TOTAL TUBES]", "[TOLVENMARK REV]").
-/// Marks the tubes of the result.
+/// Macros used to expand and print a query: the user macros, the refreshed system macros, and those of the query itself
+/// ("[QUERY FILE]", "[QUERY NAME]", "[QUERY RECORDS]", "[QUERY TOTAL TUBES]", "[TOLVENMARK REV]"). Marks the tubes of
+/// the result.
 tarnwick::JMacro queryMacros(const QueryDocument &document, const QueryResult &result, const QueryContext &context,
                              ellery::SteamGen &steamGen);
 
-/// Copies the margins and the separator flag of the options into the document's layout.
+/// Copies margins and separator flag from the options into the document's layout.
 void applyPrintOptions(QueryDocument &document, const SQLOptions &options);
 
 /// The document with the SQL and the section texts expanded.

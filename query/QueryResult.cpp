@@ -71,7 +71,7 @@ void QueryResult::build(dao::QueryDef &query)
 {
     auto recordset = std::make_unique<dao::Recordset>(m_session->database());
     recordset->open(dao::Recordset::Type::Dynaset, query);
-    // Of what was opened: the columns of a cross table are told by the data of that moment.
+    // Columns of the opened record set: those of a crosstab depend on its data at that moment.
     for (int i = 0; i < recordset->fieldCount(); ++i)
         m_columns.append(m_context->formats.formatOf(recordset->field(i)));
     m_recordset = std::move(recordset);
@@ -185,7 +185,7 @@ bool QueryResult::convert(int column, const QString &text, dao::Value &value) co
     return !value.isEmpty();
 }
 
-// A text that is no value is not set, and the record is updated all the same.
+// If the text cannot be converted, the field is not set, but the record is still updated.
 bool QueryResult::editRecord(qint64 place, int column, const QString &text)
 {
     dao::Value value;
@@ -250,7 +250,7 @@ void QueryResult::deleteRow(qint64 row)
     }
     try {
         moveTo(id);
-        // The record set then stands on the deleted record, not on the one that moved up to its place.
+        // The record set is then on the deleted record, not on the one that moved up.
         m_place = -1;
         m_recordset->deleteRow();
         m_rows->removeWithRecord(row);

@@ -7,9 +7,9 @@
 
 namespace query {
 
-/// The rows of an executed select query. No value is held: a row is a place in the open record set, and a cell is read
-/// when it is asked for, so a result of any size opens in the time the engine needs to find its keys. Stays open until
-/// the next run or clear().
+/// The rows of an executed select query. Values are not stored: a row is a position in the open record set, and a cell
+/// is read when requested. So the time to open a result depends only on the engine finding its keys, not on its
+/// columns. Stays open until the next run or clear().
 class QueryResult
 {
 public:
@@ -25,46 +25,48 @@ public:
     QueryResult(const QueryResult &) = delete;
     QueryResult &operator=(const QueryResult &) = delete;
 
-    /// Runs a select query. False when no database is connected (reported) or the parameters were refused; elapsed() is
-    /// then -1. Throws the engine's exceptions (the result is then empty), and DaoCancelled when the progress stops it.
+    /// Runs a select query. Returns false if no database is connected (reported) or the parameters were refused;
+    /// elapsed() is then -1. Throws the engine's exceptions (the result is then empty), and DaoCancelled if the
+    /// progress stops it.
     bool run(const QString &name, const QString &sql, tarnwick::Progress *progress = nullptr);
-    /// The same for a query definition that is prepared already.
+    /// Runs a query definition that is already prepared.
     bool run(const QString &name, dao::QueryDef &query, tarnwick::Progress *progress = nullptr);
-    /// Empties rows and columns and closes the record set. A failure is reported (1076).
+    /// Clears rows and columns and closes the record set. A failure is reported (1076).
     void clear();
 
     const QString &name() const { return m_name; }
-    /// Seconds of the last run, -1 when none took place.
+    /// Seconds of the last run; -1 if there was none.
     double elapsed() const { return m_elapsed; }
     qint64 rowCount() const;
     int columnCount() const { return int(m_columns.size()); }
     const db::ColumnFormat &column(int column) const { return m_columns[column]; }
     db::ColumnFormat &column(int column) { return m_columns[column]; }
-    /// What the engine knows of the column: source table and field, size, whether it can be written.
+    /// The engine's information about the column: source table and field, size, whether it can be written.
     const dao::sql::Column &source(int column) const;
-    /// First column of that name without regard to case, or -1.
+    /// First column of that name, ignoring case, or -1.
     int findColumn(QStringView name) const;
 
-    /// The value in its type; Null in a row that was inserted and is not stored yet. Throws the engine's exceptions.
+    /// The value in its type; Null in an inserted row that is not stored yet. Throws the engine's exceptions.
     dao::Value value(qint64 row, int column) const;
-    /// The value by the column's format; a row that was deleted elsewhere gives "#Deleted".
+    /// The value in the column's format; "#Deleted" for a row that was deleted elsewhere.
     QString cellText(qint64 row, int column) const;
-    /// The error of a cell that could not be calculated ("11: Division by zero."), for a GridSource's tip(); empty for
-    /// a cell with a value.
+    /// Error text of a cell that could not be calculated ("11: Division by zero."), for GridSource::tip(); empty for a
+    /// cell with a value.
     QString cellTip(qint64 row, int column) const;
     RowColours colours(qint64 row) const;
     void setColours(qint64 row, const RowColours &colours);
 
-    /// Whether the rows can be changed, and why not.
+    /// Whether the rows can be changed; if not, the reason.
     dao::sql::NotUpdatable whyNotUpdatable() const;
 
-    /// Stores a typed text in a cell. A text that is no value of the field's type leaves the field as it was; an empty
-    /// text is Null where the field takes no zero-length text. In an inserted row values are kept until all required
-    /// fields have one, then the row is added. Failures are reported (1065); false when nothing was stored.
+    /// Stores a typed text in a cell. A text that cannot be converted to the field's type does not change the field. An
+    /// empty text becomes Null if the field does not allow zero-length text. In an inserted row the values are
+    /// collected until all required fields have one; then the row is added. Failures are reported (1065); returns false
+    /// if nothing was stored.
     bool setCell(qint64 row, int column, const QString &text);
-    /// Deletes the record and removes the row; a failure is reported (1064), the row is removed all the same.
+    /// Deletes the record and removes the row. A failure is reported (1064); the row is removed anyway.
     void deleteRow(qint64 row);
-    /// An empty row that has no record yet.
+    /// Inserts an empty row without a record.
     void insertRow(qint64 position);
 
 private:
@@ -74,7 +76,7 @@ private:
     void moveTo(qint64 place) const;
     bool editRecord(qint64 place, int column, const QString &text);
     bool editInserted(qint64 row, int column, const QString &text);
-    /// Ends an edit or addNew that was begun; a failure takes it back.
+    /// Finishes an edit or addNew that was begun; cancels it if it fails.
     void store(const std::function<void()> &setValues);
     bool convert(int column, const QString &text, dao::Value &value) const;
     bool hasRequiredValues(const QHash<int, dao::Value> &values) const;
@@ -86,7 +88,7 @@ private:
     QList<db::ColumnFormat> m_columns;
     std::unique_ptr<dao::Recordset> m_recordset;
     std::unique_ptr<RowMap> m_rows;
-    mutable qint64 m_place = -1; ///< where the record set stands, -1 when that is not known
+    mutable qint64 m_place = -1; ///< position of the record set; -1 if unknown
 };
 
 } // namespace query

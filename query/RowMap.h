@@ -6,9 +6,9 @@
 
 namespace query {
 
-/// Which place of the record set each row of a result stands for. Costs nothing until the two part: as long as rows are
-/// only deleted with their records, a row's number is its place. An inserted row has a negative id until its record is
-/// added; every other id is a place.
+/// Maps each row of a result to its position in the record set. Uses no memory while row number and position are equal,
+/// that is, as long as rows are only deleted together with their records. An inserted row has a negative id until its
+/// record is added; every other id is a position.
 class QueryResult::RowMap
 {
 public:
@@ -23,7 +23,7 @@ public:
     qint64 id(qint64 row) const { return m_parted ? m_ids[size_t(row)] : row; }
     static bool isInserted(qint64 id) { return id < 0; }
 
-    /// The row goes; what it stood for stays.
+    /// Removes the row but not its record.
     void remove(qint64 row)
     {
         const qint64 gone = id(row);
@@ -33,7 +33,7 @@ public:
         m_values.remove(gone);
     }
 
-    /// The row goes with its record: the places behind it move up.
+    /// Removes the row and its record: the positions behind it move up.
     void removeWithRecord(qint64 row)
     {
         const qint64 gone = id(row);
@@ -58,7 +58,7 @@ public:
         m_ids.insert(m_ids.begin() + row, --m_lastInserted);
     }
 
-    /// An inserted row has its record now.
+    /// Sets the position after the record of an inserted row was added.
     void setPlace(qint64 row, qint64 place)
     {
         const qint64 before = id(row);
@@ -70,7 +70,7 @@ public:
 
     RowColours colours(qint64 row) const { return m_colours.value(id(row)); }
     void setColours(qint64 row, const RowColours &colours) { m_colours.insert(id(row), colours); }
-    /// The values typed into an inserted row so far.
+    /// Values typed so far into an inserted row.
     Values &values(qint64 row) { return m_values[id(row)]; }
     const Values values(qint64 row) const { return m_values.value(id(row)); }
 

@@ -15,7 +15,7 @@ constexpr int kVersion = 3;
 constexpr int kFirstVersionWithMargins = 2;
 constexpr int kFirstVersionWithSectionLines = 3;
 
-/// A count of lines or characters, held within what the options dialog offers.
+/// Limits a count of lines or characters to the range of the options dialog.
 void serializeCount(tarnwick::JFile &file, qint32 &count, qint32 least, qint32 most)
 {
     file.serialize(count);

@@ -4,19 +4,20 @@
 
 namespace query {
 
-/// The settings of one user of the SQL editor.
+/// Settings of the SQL editor, per user.
 class SQLOptions : public tarnwick::OptionFile
 {
 public:
     static constexpr int kMaxRecentQueries = 10;
 
-    /// name: "sql" for the editor of the main window, "query_fill" for that of the query fill.
+    /// name: "sql" for the editor of the main window, "query_fill" for the editor of the query fill.
     explicit SQLOptions(const QString &name = QStringLiteral("sql"));
 
     qint32 editorLines = 15;
     qint32 editorCharacters = 80;
     qint32 resultLines = 15;
-    /// Lines of the editors of report title, report header, page header, page footer, report footer, report version.
+    /// Heights in lines of the editors of report title, report header, page header, page footer, report footer, report
+    /// version.
     struct SectionLines
     {
         qint32 reportTitle = 5;
@@ -30,9 +31,9 @@ public:
     tarnwick::PrintMargins margins;
     bool drawSeparators = true;
     QStringList queryButtons;  ///< query files, in the suite's form
-    QStringList recentQueries; ///< the same, most recent first
+    QStringList recentQueries; ///< query files, most recent first
 
-    /// Only query files enter the recent list.
+    /// Adds a query file to the recent list; other names are ignored.
     void addRecentQuery(const QString &name);
 
 protected:

@@ -39,7 +39,7 @@ int TubeColumns::number(const dao::Value &value, Axis axis) const
     case dao::Value::Type::Float:
     case dao::Value::Type::Double:
     case dao::Value::Type::Currency: {
-        // Aggregates and arithmetic give whole numbers as reals.
+        // Aggregates and arithmetic return whole numbers as reals.
         const double number = value.real();
         return number >= 0 && number <= INT16_MAX && number == std::floor(number) ? int(number) : -1;
     }

@@ -4,8 +4,8 @@
 
 namespace results {
 
-/// The identity of a cal, a calibration group of eddy-current data: the rows of 'report' that agree in these six
-/// columns. Texts are compared exactly, case included.
+/// Identity of a cal (a calibration group of eddy-current data): the rows of 'report' with equal values in these six
+/// columns. Texts are compared exactly, including case.
 struct Cal
 {
     QString siteCode;
@@ -16,17 +16,18 @@ struct Cal
     int calNum = 0;
 
     static Cal of(const brannock::ReportEntry &entry);
-    /// All texts are there, the section is 0 or more, the cal number greater than 0.
+    /// All texts are filled in, the section is at least 0 and the cal number greater than 0.
     bool isValid() const;
     bool operator==(const Cal &) const = default;
 };
 
-/// Whether an entry belongs to that cal, without making one.
+/// Returns true if the entry belongs to the cal. Does not build a Cal of the entry, which would be slower.
 bool belongsTo(const brannock::ReportEntry &entry, const Cal &cal);
 
-/// Rows of 'report' that belong to the cal. Throws the engine's exceptions, and one for a text with a single quote.
+/// Counts the rows of 'report' that belong to the cal. Throws the engine's exceptions, also if a text contains a single
+/// quote.
 qint64 countCalRows(dao::Database &database, const Cal &cal);
-/// Deletes them and returns how many they were.
+/// Deletes these rows and returns their number.
 int deleteCalRows(dao::Database &database, const Cal &cal);
 
 } // namespace results

@@ -40,16 +40,16 @@ public:
     void setCurrent(int row) { m_current = row; }
     bool isChanged() const { return m_changed; }
 
-    /// Deletes the current cal after a question and fills the list again.
+    /// Asks the user, deletes the current cal and reads the list again.
     void deleteCurrent();
 
     /// Ends with a commit; with a roll back when that fails or is cancelled, which is said.
     void closeWithOk();
-    /// When something was deleted, asks whether to save: Yes commits, Cancel keeps the list open and returns false, No
-    /// rolls back.
+    /// If something was deleted, asks whether to save: Yes commits, No rolls back, Cancel keeps the list open and
+    /// returns false.
     bool closeWithCancel();
 
-    /// Column titles; the section has its own only where the component has sections.
+    /// Column titles. There is a section column only if the component has sections.
     static QStringList columnTitles(const ellery::SteamGen &steamGen);
     static QStringList cells(const Row &row, int index, const ellery::SteamGen &steamGen);
 

@@ -4,14 +4,14 @@
 
 namespace results {
 
-/// What the upload dialog keeps between runs.
+/// Settings that the upload dialog keeps between runs.
 class ReportImportOptions : public tarnwick::OptionFile
 {
 public:
     ReportImportOptions();
 
     QString printTitle;
-    /// Two settings of the suite's files that this program keeps as they are.
+    /// Two settings of the suite's files that this program does not use; they are written back unchanged.
     qint32 firstSetting = 0;
     qint32 secondSetting = 1;
     tarnwick::JTablePrintArg print;

@@ -68,7 +68,7 @@ UploadSummary ReportUpload::upload(const Report &report)
         m_session->prompts().showInformation(fenwright::uncountedRemark({QFileInfo(report.path).fileName()}));
     m_oneCal = isOneCal(report);
 
-    // The whole upload can be stopped: it may have to wait for others as it begins and as it is committed.
+    // The upload can be cancelled while it waits for other programs, at its begin and at its commit.
     const db::EngineProgress stoppable(m_session->database(), m_progress);
     db::SessionTransaction transaction(*m_session);
     try {
@@ -82,7 +82,7 @@ UploadSummary ReportUpload::upload(const Report &report)
     } catch (const dao::DaoCancelled &) {
         m_session->prompts().status(messages::kUploadCancelled);
     } catch (...) {
-        // A failure of the program itself must not leave a transaction open behind it.
+        // An unexpected exception must not leave the transaction open.
         undo(transaction);
         throw;
     }
@@ -91,7 +91,7 @@ UploadSummary ReportUpload::upload(const Report &report)
     return m_summary;
 }
 
-// Said once, not for every entry.
+// Checked once for the file, so that it is not reported for every entry.
 bool ReportUpload::checkWritable() const
 {
     if (m_session->isUpdatable())
@@ -185,7 +185,7 @@ ReportUpload::Next ReportUpload::walk(const Report &report)
     return Next::GoOn;
 }
 
-// In a file of several cals only the first one met is looked up in the database: that is intended.
+// If a file contains several cals, only the first is looked up in the database. This is intended.
 ReportUpload::Next ReportUpload::enterCal(const ReportEntry &entry)
 {
     const Cal cal = Cal::of(entry);
@@ -193,7 +193,7 @@ ReportUpload::Next ReportUpload::enterCal(const ReportEntry &entry)
         m_session->prompts().information(messages::kFillInCal);
         return Next::Stop;
     }
-    // A quote would keep the cal's rows from ever being found again by the statements that look for them.
+    // If a text contained a quote, the statements that look for the cal could never find its rows again.
     try {
         const tarnwick::FormatArg texts[] = {cal.siteCode, cal.comp, cal.operType, cal.outage};
         db::refuseQuotes(texts);
@@ -263,7 +263,7 @@ void ReportUpload::setLocationDistance(ReportEntry &entry) const
     entry.location.dist = landmark.pos + (landmark.forward ? entry.location.offset : -entry.location.offset);
 }
 
-// A failure that the next entry would meet as well: there is nothing to ask.
+// A failure of the whole file: every further entry would fail too, so the user is not asked.
 static bool meansTheFile(int number)
 {
     namespace error = dao::error;

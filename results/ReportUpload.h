@@ -14,34 +14,34 @@ namespace results {
 
 class UploadFileList;
 
-/// What became of one file. When completed, read = stored + skipped + failed; otherwise everything was rolled back and
-/// the counts say how far the walk came.
+/// Result of uploading one file. If completed, read = stored + skipped + failed. Otherwise everything was rolled back,
+/// and the counts show how far the upload got.
 struct UploadSummary
 {
     bool completed = false;
-    int headers = 0;          ///< header and standard entries, which are never uploaded
-    int read = 0;             ///< result entries reached
+    int headers = 0;          ///< header and standard entries, never uploaded
+    int read = 0;             ///< result entries processed
     int stored = 0;           ///< rows added
-    int skipped = 0;          ///< passed over because their tube does not exist
-    int failed = 0;           ///< could not be stored, passed over by the user's choice
+    int skipped = 0;          ///< skipped, since their tube does not exist
+    int failed = 0;           ///< could not be stored; the user chose to continue
     int replaced = 0;         ///< old rows of the cal that were deleted first
-    QList<int> failedEntries; ///< their 1-based positions in the file
+    QList<int> failedEntries; ///< 1-based positions in the file
 
-    /// The number the user is told: failed entries that were passed over are counted too.
+    /// The number shown to the user. It includes failed entries that the user chose to skip.
     int counted() const { return stored + failed; }
 };
 
-/// Uploads one report into table 'report', all of its entries or none: checks the tubes, asks about unknown ones, about
-/// a cal that is there already and about another site, and stores the entries in file order within one transaction.
+/// Uploads one report into table 'report', either all entries or none: checks the tubes, asks about unknown tubes, an
+/// existing cal and a different site, and stores the entries in file order in one transaction.
 class ReportUpload
 {
 public:
-    /// progress may be null. All are borrowed and outlive the upload.
+    /// progress may be null. The references must outlive the upload.
     ReportUpload(db::DatabaseSession &session, const brannock::Project &project,
                  tarnwick::Progress *progress = nullptr);
     ~ReportUpload();
 
-    /// Uploads the current file of the list, as edited by the user, and marks it done.
+    /// Uploads the current file of the list, with the user's edits, and marks it done.
     UploadSummary uploadCurrent(UploadFileList &files, const brannock::Report &report);
     UploadSummary upload(const brannock::Report &report);
 
@@ -66,7 +66,7 @@ private:
     const brannock::Project *m_project;
     tarnwick::Progress *m_progress;
 
-    // Of the upload in progress.
+    // Result of the current upload.
     UploadSummary m_summary;
     std::unique_ptr<db::ReportWriter> m_writer;
     std::vector<qint32> m_tubes; ///< tube index of each entry; empty when the component has no tubes
@@ -74,7 +74,7 @@ private:
     bool m_oneCal = false;
     bool m_firstCal = true;
     bool m_siteAsked = false;
-    std::optional<Cal> m_cal; ///< the current one
+    std::optional<Cal> m_cal; ///< current cal
 };
 
 /// Which question of the upload a text is, for front ends that answer from flags.

@@ -5,28 +5,28 @@
 
 namespace results {
 
-/// The report files of one upload: in order, each uploaded or not, and which is the current one.
+/// The report files of one upload, in order: which are uploaded, and which is current.
 class UploadFileList
 {
 public:
     struct File
     {
-        QString path; ///< of the machine
+        QString path; ///< machine path
         bool done = false;
     };
 
-    /// Replaces the list; none is done, the first is current.
+    /// Replaces the list. No file is done; the first is current.
     void open(const QStringList &paths);
-    /// Makes a file current and says so. False for an index that is not in the list.
+    /// Makes a file current and reports it. Returns false if the index is not in the list.
     bool select(int index, tarnwick::UserPrompts &prompts);
 
     const QList<File> &files() const { return m_files; }
     int current() const { return m_current; }
-    /// True when the current index is in the list; otherwise says that it is not valid.
+    /// Returns true if the current index is in the list; otherwise reports that it is not valid.
     bool checkCurrent(tarnwick::UserPrompts &prompts) const;
     void markCurrentDone();
 
-    /// "DONE" for a file that was uploaded, else empty.
+    /// "DONE" if the file was uploaded, else empty.
     QString statusText(int index) const;
 
 private:

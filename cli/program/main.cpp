@@ -5,7 +5,7 @@
 
 namespace {
 
-// The standard error stream carries the command's own words; the platform's chatter about displays is not for users.
+// Standard error is for the command's own messages; the platform's messages about displays are dropped.
 void onMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     if (type == QtCriticalMsg || type == QtFatalMsg)
@@ -18,7 +18,7 @@ int main(int argc, char **argv)
 {
     qInstallMessageHandler(onMessage);
     tarnwick::makeFileSizeLimitAnError();
-    // Pictures need fonts, not a display.
+    // Pictures need fonts but no display.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);

@@ -5,9 +5,9 @@
 
 namespace db {
 
-/// Those of the alias tables that are missing and that the user agrees to create.
+/// Requests the creation of missing alias tables. Returns the ones that the user agrees to create.
 QList<const AliasSpec *> requestAliasTables(ConversionPass &pass);
-/// Creates them, each by itself.
+/// Creates each table; a failure does not affect the others.
 void createAliasTables(ConversionPass &pass, const QList<const AliasSpec *> &requested);
 
 } // namespace db

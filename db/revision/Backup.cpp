@@ -16,14 +16,14 @@ namespace {
 
 const QString kSource = u"DAO.Workspace"_s;
 
-/// Thrown by a comparison to end the reading at the first difference.
+/// Thrown by a comparison to stop reading at the first difference.
 struct Different
 {
 };
 
 QString nameOf(const QFileInfo &database, int number)
 {
-    // A backup that was opened as a database must not be its own backup.
+    // If a backup itself was opened as the database, its backup must have another name.
     const bool isBackup = database.suffix().compare(u"_db", Qt::CaseInsensitive) == 0;
     const QString base = isBackup ? database.fileName() : database.completeBaseName();
     return number == 1 ? base + u"._db"_s : u"%1-%2._db"_s.arg(base).arg(number);
@@ -102,7 +102,7 @@ BackupPlace BackupPlace::of(const QString &databasePath, const FileContent &cont
         if (!found.exists() && !found.isSymLink())
             return place;
         const bool isJet = jet::isJetFile(place.path);
-        // What cannot be read may be anything.
+        // If the file cannot be read, it may still be the only original: keep it.
         if (number == 1 && !isJet && (found.isReadable() || found.isSymLink()))
             return place;
         place.isDone = isJet && !found.isSymLink() && hasContent(place.path, content);

@@ -6,36 +6,37 @@
 
 namespace db {
 
-/// What a file holds, from its beginning to its end, piece by piece. It is asked more than once. Throws
-/// dao::DaoException, and what take throws.
+/// Passes the whole content of a file to take, piece by piece. May be called more than once. Throws dao::DaoException
+/// and whatever take throws.
 using FileContent = std::function<void(const std::function<void(QByteArrayView)> &take)>;
 
-/// Of a file that no database connection of this program has open: closing it would drop that connection's locks.
+/// Content of a file that no database connection of this program has open: closing the file would release the
+/// connection's locks (POSIX).
 FileContent contentOf(const QString &path);
 
-/// Gives what is left of an open file.
+/// Passes the rest of an open file to take.
 void readRest(QFile &file, const std::function<void(QByteArrayView)> &take);
 
-/// Writes content to a file, with the permissions of the file rightsOf: who may not read the one may not read the
-/// other. A file that is there is replaced in one step. Throws dao::DaoException (3026 disk full, 3051).
+/// Writes content to a file, with the permissions of the file rightsOf, so that nobody can read the copy who cannot
+/// read the original. An existing file is replaced in one step. Throws dao::DaoException (3026 disk full, 3051).
 void writeContent(const QString &path, const FileContent &content, const QString &rightsOf);
 
-/// Whether the file has exactly that content.
+/// Returns true if the file has exactly this content.
 bool hasContent(const QString &path, const FileContent &content);
 
-/// Where a database is backed up before it is converted.
+/// Location of the backup made before a conversion.
 struct BackupPlace
 {
-    /// "project._db" beside "project.mdb", which replaces an older one. The backup of a Jet file is the only original
-    /// that there is, so none is ever replaced: then it is "project-2._db" or the next name that is free.
+    /// "project._db" beside "project.mdb"; an older backup is replaced. A backup of a Jet file is the only original, so
+    /// it is never replaced: then the name is "project-2._db" or the next free one.
     static BackupPlace of(const QString &databasePath, const FileContent &content);
 
     QString path;
-    QString kept;        ///< the backup of a Jet file for whose sake the first name was not taken; empty without one
-    bool isDone = false; ///< what stands there is the backup of a Jet file, and has the same content already
+    QString kept;        ///< backup of a Jet file that occupies the first name; empty if none
+    bool isDone = false; ///< the file is a backup of a Jet file and already has the same content
 };
 
-/// Makes the backup and reads it again: it has the same content, byte for byte. Throws dao::DaoException.
+/// Makes the backup, then reads it back and compares it byte by byte. Throws dao::DaoException.
 void backUp(const BackupPlace &place, const FileContent &content, const QString &databasePath);
 
 } // namespace db

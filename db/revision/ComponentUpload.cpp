@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Rows of one table, by the ordinals of the fields that are given.
+/// Writes rows of one table; the ordinals of the fields are looked up once.
 class Rows
 {
 public:
@@ -28,7 +28,7 @@ public:
             m_fields.append(requireField(m_rows, field));
     }
 
-    /// One value for each of the fields.
+    /// Takes one value for each of the fields.
     template <typename... Values>
     void add(const Values &...values)
     {

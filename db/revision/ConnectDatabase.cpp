@@ -35,7 +35,7 @@ bool samePath(const QString &one, const QString &other)
     return SuitePath(one).text().compare(SuitePath(other).text(), Qt::CaseInsensitive) == 0;
 }
 
-/// Nobody is to take foreign tables for imported that are not. An import that failed has said so itself.
+/// Warns that foreign tables were not imported. An import that failed has already reported it.
 void sayNotImported(DatabaseSession &session, const ConnectContext &context)
 {
     if (context.onlyReads || session.conversion.asked || !isLegacyDatabase(session.database()))
@@ -48,8 +48,8 @@ void sayNotImported(DatabaseSession &session, const ConnectContext &context)
         session.prompts().information(messages::kNotImported, u"the database cannot be written to."_s);
 }
 
-/// Stands beside a database in which damage was found after a crash. The journal that told of the crash is gone by
-/// then, and without this mark the next connection would write into the damaged file.
+/// Marker file beside a database in which damage was found after a crash. The journal that indicated the crash is gone
+/// by then; without the marker the next connection would write into the damaged file.
 QString damageMark(const QString &path)
 {
     return path + u".damaged"_s;
@@ -90,7 +90,7 @@ void removeUnusedJournal(DatabaseSession &session, const QString &journal)
     }
 }
 
-/// Brings what is open up to date. The conversion state goes on from what was asked before.
+/// Brings the open database up to date. The conversion state continues from earlier questions.
 bool bringUpToDate(DatabaseSession &session, ConversionRequest &request, const ConnectContext &context)
 {
     if (isLegacyDatabase(session.database())) {
@@ -111,7 +111,7 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
     resetConversion(session);
     if (openJetFile(session, path, context, bringUpToDate))
         return;
-    // A change that was cut short is undone as the file is opened, whatever for.
+    // An interrupted change is rolled back whenever the file is opened.
     const bool mustUndo = QFileInfo::exists(path + u"-journal");
     const bool isElsewhere = context.project && leadsOutOfProject(path, *context.project);
     const bool mayWrite = (!context.onlyReads || mustUndo) && hasRoomForJournal(path) && !isElsewhere;
@@ -127,7 +127,7 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
         session.open(path, dao::OpenMode::ReadOnly, context.progress);
         return;
     }
-    if (isMarked) // a backup has been restored
+    if (isMarked) // a backup was restored in its place
         QFile::remove(damageMark(path));
     if (context.onlyReads)
         return;
@@ -137,7 +137,7 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
     ConversionRequest request(session, context.project, [&](const std::function<void(QByteArrayView)> &take) {
         session.database().readFile(take);
     });
-    // A file that was left as it is, by the user's wish or by a failure, is not written to for speed's sake either.
+    // If the conversion was declined or failed, the file is not written to, not even to store statistics.
     if (bringUpToDate(session, request, context) && session.conversion.asked == session.conversion.approved)
         completeStatistics(session.database());
     announceConversion(session);
@@ -175,7 +175,7 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
 bool createProjectDatabase(tarnwick::UserPrompts &prompts, const brannock::Project &project, int formatYear)
 {
     const QString path = project.databasePath();
-    QDir().mkpath(QFileInfo(path).path()); // creating the file says why when there is no such folder
+    QDir().mkpath(QFileInfo(path).path()); // if the folder cannot be made, creating the file reports the reason
     return createDatabase(prompts, path, formatYear);
 }
 
@@ -191,14 +191,14 @@ bool connectAtStart(DatabaseSession &session, const QStringList &recentDatabases
             standardTried = samePath(recent, standard);
         }
     }
-    // Who did not want to wait gets no other database in place of that one.
+    // If the user cancelled the wait for a lock, no other database is opened instead.
     if (!session.isOpen() && context.progress && context.progress->cancelled())
         return false;
     if (!session.isOpen() && !standardTried && QFileInfo::exists(standard))
         connectDatabase(session, standard, context);
     if (session.isOpen())
         return true;
-    // A file that is there but could not be connected was reported just now, and stays as it is.
+    // The file exists but could not be opened; this was reported above, and the file is left unchanged.
     if (QFileInfo::exists(standard))
         return false;
     if (!createProjectDatabase(session.prompts(), *context.project, formatYear))

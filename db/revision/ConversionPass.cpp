@@ -62,7 +62,8 @@ bool ConversionPass::requestStep(const QString &description)
 
 void ConversionPass::requireUndamaged()
 {
-    // A working copy of a Jet file was made just now. What others made may have been damaged for long.
+    // A working copy of a Jet file was just created by this program. Files of other programs may have been damaged
+    // earlier.
     const bool isCopy = database().name() != m_session->path();
     if (isCopy || refuseDamaged(*m_session, QString::fromUtf16(messages::kNotConvertedAsDamaged.text), nullptr))
         return;

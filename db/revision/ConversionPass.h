@@ -8,14 +8,13 @@
 
 namespace db {
 
-/// One pass of a conversion over the session's database: what its steps share. The changes of all steps are in one
-/// transaction, which is begun with the first of them, so that a file is either as it was or wholly converted, and one
-/// that needs no change is neither written to nor locked.
+/// One pass of a conversion over the session's database; holds what its steps share. All changes are in one
+/// transaction, which begins with the first change. So a file is either unchanged or fully converted, and a file that
+/// needs no change is neither written to nor locked.
 class ConversionPass : private dao::Progress
 {
 public:
-    /// Thrown when nothing more can be done: the disk is full, the file is locked, the transaction is lost. What went
-    /// wrong has been said.
+    /// Thrown after reporting an error that makes further steps impossible: disk full, file locked, transaction lost.
     class Aborted : public std::exception
     {
     };
@@ -27,7 +26,7 @@ public:
     {
     };
 
-    /// Runs as the engine's progress while it lives. progress may be null.
+    /// Installs itself as the engine's progress while it lives. progress may be null.
     ConversionPass(DatabaseSession &session, ConversionRequest &request, tarnwick::Progress *progress);
     ~ConversionPass() override;
     ConversionPass(const ConversionPass &) = delete;
@@ -37,16 +36,17 @@ public:
     dao::Database &database() const { return m_session->database(); }
     tarnwick::UserPrompts &prompts() const { return m_session->prompts(); }
 
-    /// Whether a step may change the file. With the first that may, the file is locked against changes by others,
-    /// looked at again, and backed up, in this order: the backup is what is converted.
+    /// Returns true if a step may change the file. Before the first change it does the following, in this order: locks
+    /// the file against other programs, checks whether it has changed, and makes the backup. So the backup is exactly
+    /// the file that is converted.
     template <typename... Args>
     bool request(const tarnwick::Message &description, const Args &...args)
     {
         return requestStep(tarnwick::format(QStringView(description.text), args...));
     }
 
-    /// Runs a step; an engine exception is reported under the failure's number, and the pass goes on with the next. The
-    /// steps that were requested in it have failed then.
+    /// Runs a step. An engine exception is reported under the failure's number, the steps requested in it count as
+    /// failed, and the pass continues with the next step.
     template <typename Step, typename... Args>
     void guarded(Step step, const tarnwick::Message &failure, const Args &...args)
     {
@@ -61,7 +61,7 @@ public:
         }
     }
 
-    /// Carries out the changes of a step, all or none.
+    /// Applies all changes of a step or none.
     template <typename Changes>
     void change(Changes changes)
     {
@@ -75,20 +75,20 @@ public:
     /// from writing from then on. Throws ChangedMeanwhile, and Aborted when waiting was in vain.
     void beginChanges();
     bool isChanging() const { return m_transaction.isOpen(); }
-    /// The step that the user sees as going on: its number, of how many.
+    /// Shows the current step as "step of steps".
     void enterStep(int step, int steps);
-    /// Makes the changes of all steps final. False when that failed, which has been said; they are undone then.
+    /// Commits the changes of all steps. Returns false after reporting the error; the changes are then rolled back.
     bool commit();
     void rollback();
 
-    /// A requested step was not done, which has been said.
+    /// Marks a requested step as not done, after reporting the error.
     template <typename... Args>
     void markFailed(const tarnwick::Message &description, const Args &...args)
     {
         m_session->conversion.failed += tarnwick::format(QStringView(description.text), args...);
     }
 
-    /// After ChangedMeanwhile: forgets the steps, but not that the user was asked.
+    /// Call after ChangedMeanwhile: clears the list of steps; the user's answer is kept.
     void startAgain();
 
 private:
@@ -100,7 +100,7 @@ private:
     DatabaseSession *m_session;
     ConversionRequest *m_request;
     tarnwick::Progress *m_progress;
-    qint64 m_stamp = 0; ///< of the file when the pass began to look at it
+    qint64 m_stamp = 0; ///< identifies the file's state when the pass began
     SessionTransaction m_transaction;
     bool m_saysWaiting = false;
     int m_step = 0;

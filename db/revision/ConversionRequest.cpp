@@ -89,7 +89,7 @@ bool ConversionRequest::backUp()
     tarnwick::UserPrompts &prompts = m_session->prompts();
     const QString path = m_session->path();
     const QString shown = QDir::toNativeSeparators(path);
-    // Looked for once more: while the question waited, another program may have made a backup.
+    // Looked up again, since another program may have made a backup while the question was open.
     const BackupPlace place = BackupPlace::of(path, m_original);
     const QString shownBackup = QDir::toNativeSeparators(place.path);
     prompts.status(messages::kBackingUp, shown, shownBackup);

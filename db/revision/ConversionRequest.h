@@ -7,25 +7,25 @@
 
 namespace db {
 
-/// Asks once for all steps of a conversion. Every step asks here before it changes anything; the first that does puts
-/// the question to the user, and its answer governs the others. What was asked is kept in the session's
+/// Asks the user once for all steps of a conversion. Every step calls request() before it changes anything; the first
+/// call asks the user, and the answer applies to all later ones. Questions and answers are kept in the session's
 /// ConversionState.
 class ConversionRequest
 {
 public:
-    /// original is what the file holds that is to be converted. project may be null: then no database lies in it.
+    /// original: content of the file to be converted. If project is null, no database counts as part of a project.
     ConversionRequest(DatabaseSession &session, const brannock::Project *project, FileContent original);
 
-    /// Lists a step by its description. True when the user has agreed to convert.
+    /// Adds a step to the list by its description. Returns true if the user has agreed to convert.
     bool request(const QString &description);
 
-    /// Makes the backup, the first time that it is called after the user has agreed; to be called before each change,
-    /// once nobody else can change the file any more. False when it cannot be made, which is said (1033): nothing is
+    /// Makes the backup on the first call after the user has agreed. Call it before each change, after the file was
+    /// locked against other programs. If the backup cannot be made, reports it (1033) and returns false; nothing is
     /// converted then.
     bool backUp();
 
-    /// Whether the database lies in the project's arvo folder, where alone databases are converted. What counts for a
-    /// link is where it leads.
+    /// Returns true if the database lies in the project's arvo folder. Only such databases are converted. Links are
+    /// resolved first.
     bool isInProject() const;
 
 private:
@@ -36,15 +36,15 @@ private:
     FileContent m_original;
 };
 
-/// Whether a database that is named as one of the project is a link that leads elsewhere.
+/// Returns true if a database path inside the project is a link to a file outside of it.
 bool leadsOutOfProject(const QString &path, const brannock::Project &project);
 
-/// Forgets what was asked: at the start of every pass.
+/// Clears the state at the start of every pass.
 void resetConversion(DatabaseSession &session);
 /// Forgets the steps, but not that the user was asked and what the answer was: for a file that turned out to be
 /// another.
 void forgetSteps(DatabaseSession &session);
-/// Says what was converted and what was not, when something was approved.
+/// Reports the converted and the failed steps if the user approved any.
 void announceConversion(DatabaseSession &session);
 
 } // namespace db

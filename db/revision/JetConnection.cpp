@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The content of a file of that size, with its reading reported. progress may be null.
+/// Wraps content so that reading it reports progress. progress may be null.
 FileContent watched(const FileContent &content, qint64 size, const QString &what, tarnwick::Progress *progress)
 {
     return [=](const std::function<void(QByteArrayView)> &take) {
@@ -41,7 +41,7 @@ class ChangedMeanwhile : public std::exception
 {
 };
 
-/// What tells a file that someone has written to from the one that was read.
+/// Identifies the version of a file, to notice that another program has written to it.
 struct FileStamp
 {
     explicit FileStamp(const QString &path)
@@ -55,14 +55,14 @@ struct FileStamp
     QDateTime modified;
 };
 
-/// A folder for a working copy. Copies may be large: those of killed programs go first.
+/// Makes a folder for a working copy. Copies may be large, so those left behind by killed programs are removed first.
 std::shared_ptr<QTemporaryDir> makeWorkFolder()
 {
     tarnwick::removeWorkFolders();
     return std::make_shared<QTemporaryDir>(tarnwick::workFolderPattern());
 }
 
-/// A Jet file that is open through its working copy.
+/// A Jet file that is opened through a working copy.
 class JetFile
 {
 public:
@@ -77,7 +77,7 @@ public:
                                     u"No temporary folder could be made: %1"_s.arg(m_folder->errorString()));
     }
 
-    const QString &path() const { return m_path; } ///< as the user named it
+    const QString &path() const { return m_path; } ///< as given by the user
     QString workingCopy() const { return m_folder->filePath(u"copy.mdb"_s); }
     void open(DatabaseSession &session, dao::OpenMode mode = dao::OpenMode::ReadOnly) const
     {
@@ -87,9 +87,9 @@ public:
     {
         return QFileInfo(m_file).isWritable() && QFileInfo(QFileInfo(m_file).absolutePath()).isWritable();
     }
-    /// Where a finished file takes its place: behind a link, where the link leads to.
+    /// Path of the file itself, with links resolved: the finished file replaces it there.
     const QString &itself() const { return m_file; }
-    /// What the file holds; through the lock where there is one.
+    /// Passes the content of the file to take; reads through the lock if there is one.
     void read(const std::function<void(QByteArrayView)> &take) const
     {
         if (m_lock)
@@ -98,8 +98,8 @@ public:
             contentOf(m_file)(take);
     }
     qint64 size() const { return m_asRead.size; }
-    /// Others may work on the file while the question waits for its answer. What they wrote, or are about to write,
-    /// must not be lost: from here on they cannot, and the file must still be the one that was read.
+    /// Other programs may write to the file while the question is open, and their changes must not be lost. So the file
+    /// is locked after the answer and compared with the version that was read.
     void lock(tarnwick::Progress *progress)
     {
         m_lock = std::make_unique<JetLock>(m_file, progress);
@@ -142,15 +142,15 @@ void tellRemarks(tarnwick::UserPrompts &prompts, const QString &path, const JetI
     prompts.information(messages::kJetRemarks, QDir::toNativeSeparators(path), list);
 }
 
-/// The next connection is to find the converted file as it would make it.
+/// Brings views, aliases and statistics up to date, so that the next connection has nothing to write.
 void leaveNothingToWrite(DatabaseSession &session, const brannock::Project *project)
 {
     refreshLabels(session, project);
     completeStatistics(session.database());
 }
 
-/// Brings a further copy of the working copy up to date and puts it into the place of the file. False when that was not
-/// done, for a reason that has been said; the file is then as it was.
+/// Converts another copy of the working copy and replaces the file with it. Returns false after reporting the reason;
+/// the file is then unchanged.
 bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, JetFile &file,
                         const ConnectContext &context, BringUpToDate bringUpToDate)
 {
@@ -209,13 +209,13 @@ bool isUsedByOthers(tarnwick::UserPrompts &prompts, const JetFile &file, tarnwic
     return use.isInUse();
 }
 
-/// Puts the question. False when the file is not to be converted, for a reason that has been said; the steps that it
-/// would need are listed then.
+/// Asks the user. Returns false after reporting the reason why the file is not converted; the steps it would need are
+/// then listed.
 bool isConversionWanted(DatabaseSession &session, ConversionRequest &request, const JetFile &file,
                         tarnwick::Progress *progress)
 {
     try {
-        // Elsewhere nothing is converted anyway.
+        // Outside of a project nothing is converted, so a locked file needs no message.
         if (request.isInProject() && isUsedByOthers(session.prompts(), file, progress))
             return false;
         if (request.request(QString::fromUtf16(messages::kStepJetFile.text)))

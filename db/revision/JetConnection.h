@@ -4,7 +4,8 @@
 
 namespace db {
 
-/// Brings the session's database up to date, asking through the request. False when nothing of it was kept.
+/// Brings the session's database up to date and asks through the request. Returns false if none of the changes was
+/// kept.
 using BringUpToDate = bool (*)(DatabaseSession &session, ConversionRequest &request, const ConnectContext &context);
 
 /// Opens a Jet file for the session; false when the file is none, and nothing was done. Its content is read into a

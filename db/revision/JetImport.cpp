@@ -45,7 +45,7 @@ void refuseLosses(const QString &jetPath, const JetImportReport &report)
             u"The file '%1' is damaged. It cannot be read whole:"_s.arg(QDir::toNativeSeparators(jetPath)) + losses);
 }
 
-/// One reading of the file from its beginning to its end. False when it must be read again with more allowances.
+/// Reads the file once. Returns false if it must be read again with more allowances.
 bool readOnce(const QString &jetPath, const QString &newPath, tarnwick::Progress *progress,
               const JetImportOptions &options, JetAllowances &allowances, JetImportReport &report)
 {

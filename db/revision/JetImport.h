@@ -5,7 +5,7 @@
 
 namespace db {
 
-/// What came over from a Jet file, and what did not.
+/// Counts of what was copied from a Jet file, and remarks on what was not.
 struct JetImportReport
 {
     struct Table
@@ -20,22 +20,22 @@ struct JetImportReport
     QList<jet::Remark> remarks;
 
     bool hasLosses() const;
-    /// One line for each remark.
+    /// One line per remark.
     QStringList remarkLines() const;
 };
 
 struct JetImportOptions
 {
-    /// A damaged file whose content is not whole is carried over as far as it goes; its losses are among the remarks.
-    /// Otherwise it is refused.
+    /// If true, a damaged file is copied as far as it can be read, and the losses are listed in the remarks. If false,
+    /// it is refused.
     bool acceptLosses = false;
     jet::ReadOptions reading;
 };
 
-/// Copies a Jet database into a new database file of this program: tables with their fields, rules, rows and indexes,
-/// relations and stored queries. The Jet file is only read. progress may be null. The new file must not exist, and does
-/// not before it is whole. Throws dao::DaoException for a file that cannot be read whole (3049, 3343, 3051) or a copy
-/// that cannot be written, dao::DaoCancelled.
+/// Copies a Jet database into a new database file of this program: tables with fields, rules, rows and indexes;
+/// relations; stored queries. The Jet file is only read. progress may be null. The new file must not exist; it appears
+/// only when it is complete. Throws dao::DaoException if a file cannot be read completely (3049, 3343, 3051) or the
+/// copy cannot be written, and dao::DaoCancelled.
 JetImportReport importJetFile(const QString &jetPath, const QString &newPath, tarnwick::Progress *progress = nullptr,
                               const JetImportOptions &options = {});
 

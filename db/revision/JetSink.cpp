@@ -174,7 +174,7 @@ void JetSink::endTable(const dao::TableInfo &table, qint64 rows)
         return;
     try {
         if (const jet::Table *facts = find(m_schema, table.name)) {
-            // Random numbers go beyond the range, and nothing can be counted on from them.
+            // Random autonumbers use the whole range, so there is no next number to continue from.
             if (facts->lastAutoNumber > 0 && facts->lastAutoNumber <= std::numeric_limits<qint32>::max())
                 m_load->setLastAutoNumber(facts->lastAutoNumber);
             storeDescriptions(*facts);
@@ -207,7 +207,7 @@ void JetSink::storeDescriptions(const jet::Table &table)
 void JetSink::allow(const dao::LoadError &error)
 {
     const auto add = [&](QStringList &list, const QString &object) {
-        // What was allowed before and still is not possible will not become so.
+        // If nothing new could be allowed for this object, another reading would fail in the same way.
         if (list.contains(object))
             throw error;
         list.append(object);

@@ -7,20 +7,20 @@
 
 namespace db {
 
-/// What a Jet file holds although its own definitions forbid it, found while its rows were read. The copy is then begun
-/// anew with definitions that admit it.
+/// Content that violates the Jet file's own definitions, found while its rows were read. The copy is then restarted
+/// with definitions that allow it.
 struct JetAllowances
 {
-    std::map<QString, QStringList> nullFields;   ///< required fields with Nulls, by table
-    std::map<QString, QStringList> plainIndexes; ///< unique indexes with duplicate keys, by table
-    QStringList plainNumbers;                    ///< tables whose autonumber repeats
+    std::map<QString, QStringList> nullFields;   ///< required fields that contain Nulls, by table
+    std::map<QString, QStringList> plainIndexes; ///< unique indexes that contain duplicate keys, by table
+    QStringList plainNumbers;                    ///< tables with repeated autonumbers
 };
 
-/// Takes the content of a Jet file into a new database.
+/// Writes the content of a Jet file into a new database.
 class JetSink : public jet::Sink, public dao::Progress
 {
 public:
-    /// An allowance was added: read again, into a new file.
+    /// Thrown after an allowance was added: read the file again, into a new database.
     class StartAgain : public std::exception
     {
     };
@@ -29,7 +29,7 @@ public:
             tarnwick::Progress *progress, const QString &progressText);
     ~JetSink() override;
 
-    /// After the last table: relations and stored queries.
+    /// Call after the last table: creates relations and stored queries.
     void finish();
 
     void schema(const jet::Schema &schema) override;
@@ -58,7 +58,7 @@ private:
     qint64 m_totalRows = 0;
     jet::Schema m_schema;
     QString m_tableName;
-    QMap<qsizetype, qint64> m_rounded; ///< amounts of the table that lost decimals, by field
+    QMap<qsizetype, qint64> m_rounded; ///< number of rounded amounts in the current table, by field
     std::unique_ptr<dao::TableLoad> m_load;
 };
 

@@ -27,14 +27,14 @@ bool hasLock(const QString &path)
     if (descriptor < 0)
         return false;
     struct flock lock = {};
-    lock.l_type = F_WRLCK; // what any other lock is in the way of
+    lock.l_type = F_WRLCK; // asks for conflicts with any other lock, shared or exclusive
     lock.l_whence = SEEK_SET;
     const bool isLocked = ::fcntl(descriptor, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
     ::close(descriptor);
     return isLocked;
 }
 
-/// Written by other systems, which do not tell small letters from capitals.
+/// Names written by other systems: upper and lower case are not distinguished.
 QString lockFileOf(const QString &jetFile)
 {
     const QFileInfo file(jetFile);

@@ -76,7 +76,7 @@ QString LegacyEntries::text(const QString &field) const
     return getField<QString>(m_rows, field).trimmed();
 }
 
-/// As it is read elsewhere a value that does not fit counts as 0, which here would pass for a result.
+/// Stricter than fieldAs(), where a value that does not fit gives 0, which would look like a result.
 template <typename T>
 T LegacyEntries::value(const QString &field, dao::DataType type) const
 {

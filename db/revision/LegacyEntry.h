@@ -5,14 +5,14 @@
 
 namespace db {
 
-/// The site and component of a foreign database, as its table IDENT gives them.
+/// Site and component of a foreign database, from its table IDENT.
 struct LegacyIdent
 {
     QString site;
     QString comp;
 };
 
-/// The rows of EXAMDATA as report entries. project supplies the outage, site and component where the foreign data has
+/// Reads the rows of EXAMDATA as report entries. project supplies outage, site and component if the foreign data has
 /// none.
 class LegacyEntries
 {
@@ -20,12 +20,12 @@ public:
     /// Opens the rows, ordered by PRIMEKEY. Throws the engine's exceptions.
     LegacyEntries(dao::Database &database, const LegacyIdent &ident, const brannock::Project &project);
 
-    /// What is read of EXAMDATA.
+    /// The columns of EXAMDATA that are read.
     static QStringList columns();
 
-    /// False when there are no more.
+    /// Moves to the next row. Returns false at the end.
     bool next();
-    // Throw dao::DaoException (3421) for a value that is no number of the size that is wanted, or no date.
+    // Throw dao::DaoException (3421) if a value is not a number of the required size, or not a date.
     qint32 recordNumber() const;
     brannock::ReportEntry entry() const;
 
@@ -44,10 +44,10 @@ private:
     bool m_started = false;
 };
 
-/// The digits of a reel's name ("R012A": 12) as a file number; 0 without digits, or with too many for a number.
+/// The digits of a reel's name ("R012A": 12) as file number; 0 if there are none or too many.
 int fileNumberOf(const QString &reel);
-/// A test extent as its begin and end: six characters are two landmarks of three ("TEHTEC"), except full-length ones
-/// ("F/L..."); everything else is the begin alone.
+/// Splits a test extent into begin and end: six characters are two landmarks of three characters ("TEHTEC"), except
+/// full-length extents ("F/L..."). Any other text is the begin.
 void splitExtent(const QString &extent, QString &begin, QString &end);
 
 } // namespace db

@@ -38,13 +38,13 @@ constexpr char16_t kMarkedSql[] = u"INSERT INTO tube_set_entry (name, entry_num,
 constexpr int kFilledCircle = 9679; // U+25CF
 constexpr int kBlue = 0xFF0000;     // 0x00BBGGRR
 
-/// What is read of each foreign table.
+/// The columns read from each foreign table.
 struct ForeignTable
 {
     QString name;
     QStringList columns;
 
-    /// Throws dao::DaoException that says what is missing; a query would ask for it as for a parameter.
+    /// Throws dao::DaoException naming missing columns; a query would treat them as parameters.
     void require(const dao::Database &database) const
     {
         if (!database.hasTable(name))
@@ -82,7 +82,7 @@ const ForeignTable &tubesTable()
     return table;
 }
 
-/// One import: its steps share the session and what IDENT says.
+/// One import; its steps share the session and the content of IDENT.
 class Import
 {
 public:
@@ -203,7 +203,8 @@ bool importLegacyDatabase(DatabaseSession &session, const brannock::Project &pro
     createSchema(session.prompts(), session.database());
     seedStatistics(session.database());
     Import import(session, project, progress);
-    // Without its results the import would be taken for whole at the next connection: nothing of it stays.
+    // If only the other tables were kept, the next connection would take the import for complete. So everything is
+    // rolled back.
     if (!import.importExamData()) {
         transaction.rollback();
         session.prompts().information(messages::kImportUndone);

@@ -6,11 +6,11 @@
 
 namespace db {
 
-/// True for a database of the foreign inspection data system: a table EXAMDATA and no table report.
+/// Returns true for a database of the foreign inspection data system: it has a table EXAMDATA and no table report.
 bool isLegacyDatabase(const dao::Database &database);
 
-/// The site and component of a foreign database: the texts of the last row of IDENT, without the blanks around them.
-/// Throws the engine's exceptions.
+/// Site and component of a foreign database: the trimmed texts of the last row of IDENT. Throws the engine's
+/// exceptions.
 LegacyIdent readIdent(dao::Database &database);
 
 /// Imports the tables of a foreign system's database (IDENT, EXAMDATA, REPRDATA, TUBEDATA) into the present schema,

@@ -1,8 +1,8 @@
 #pragma once
 #include <db/Messages.h>
 
-/// The texts of the conversion of older databases, the import of foreign ones, and the upload of the component; to the
-/// letter what users know the program by.
+/// Texts of the conversion of older databases, the import of foreign ones, and the upload of the component. Users know
+/// the program by these texts: do not change them.
 namespace db::messages {
 
 // Foreign import. 1021 is db::messages::kUploadEntry.
@@ -22,7 +22,7 @@ inline constexpr Message kModifyTubes{1027, u"Could not modify 'tubes' table."};
 inline constexpr Message kModifyPlans{1028, u"Could not modify 'plans' table."};
 inline constexpr Message kDeleteDisplayFormat{1040, u"Could not delete 'display_format' table."};
 
-// What the steps are called where they are listed
+// Descriptions of the steps in lists
 inline constexpr Message kStepJetFile{0, u"Converted Jet database file."};
 inline constexpr Message kStepDisplayFormat{0, u"Deleted display_format table."};
 inline constexpr Message kStepRepairs{0, u"Created repairs table."};

@@ -16,11 +16,11 @@ constexpr int kUnique = PrimaryIndex | UniqueIndex;
 
 const QStringList kNumbering{u"site_code"_s, u"comp"_s, u"outage"_s, u"plan_num"_s};
 
-/// "%S_%S_%S_%d" of the old numbering; a missing text is empty and a missing number 0.
+/// Name made of the old numbering: "%S_%S_%S_%d". A missing text counts as empty, a missing number as 0.
 const QString kNameExpression =
     u"[site_code] & '_' & [comp] & '_' & [outage] & '_' & IIf([plan_num] IS NULL, 0, [plan_num])"_s;
 
-/// What one of the two tables loses and gets.
+/// Fields and indexes removed from and added to one of the two tables.
 struct Change
 {
     QString table;
@@ -48,7 +48,7 @@ void convertTable(dao::Database &database, const Change &change)
         return field.name.compare(change.unusedField, Qt::CaseInsensitive) == 0 ||
                kNumbering.contains(field.name, Qt::CaseInsensitive);
     };
-    // An index over a field that goes cannot stay: that of the old relation, for one, may stand there under any name.
+    // An index over a removed field must be removed too. The index of the old relation, for example, can have any name.
     const auto isOld = [&](const dao::IndexInfo &index) {
         return change.oldIndexes.contains(index.name, Qt::CaseInsensitive) ||
                std::any_of(index.fields.begin(), index.fields.end(),

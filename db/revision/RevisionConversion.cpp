@@ -29,7 +29,7 @@ constexpr TableStep kTableSteps[] = {
     {convertTubes, &messages::kModifyTubes},
 };
 
-/// A file may hold anything: what has no table of a project has nothing that could be brought up to date.
+/// A file without any project table is not converted, since it may be any database.
 bool isProjectDatabase(const dao::Database &database)
 {
     const std::span<const TableSpec> specs = tableSpecs();
@@ -53,7 +53,8 @@ void runSteps(ConversionPass &pass, const brannock::Project *project)
         pass.guarded([&] { step.run(pass); }, *step.failure);
     }
     pass.enterStep(entered++, kSteps);
-    // Asked for before the views, which are made unasked: a backup is to show the file before any change.
+    // Requested before the views are created (views need no question), since the backup must show the file before any
+    // change.
     const QList<const AliasSpec *> aliasTables = requestAliasTables(pass);
     if (!pass.isChanging() && areLabelsCurrent(pass.session(), project))
         return;
@@ -77,7 +78,7 @@ void listRevisionSteps(DatabaseSession &session, ConversionRequest &request)
         try {
             step.run(pass);
         } catch (const dao::DaoException &) {
-            // A table that is not there has nothing to list; nobody has asked to change it.
+            // A missing table has no steps to list, and the user has not asked to change it.
         }
     }
     requestAliasTables(pass);
@@ -102,7 +103,7 @@ bool reviseDatabase(DatabaseSession &session, ConversionRequest &request, const 
         if (pass.commit())
             return true;
     } catch (const ConversionPass::Aborted &) {
-        // What went wrong has been said.
+        // Already reported.
     } catch (const dao::DaoCancelled &) {
         isCancelled = true;
     } catch (const tarnwick::Cancelled &) {

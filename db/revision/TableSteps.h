@@ -1,21 +1,21 @@
 #pragma once
 #include "ConversionPass.h"
 
-/// The steps of the revision conversion that change tables, each by itself: what is to be done follows from the
-/// structure that is found, as no database says of which revision it is. A step that finds nothing to do neither asks
-/// nor writes. What cannot be done is thrown as the engine's exception.
+/// The steps of the revision conversion that change tables. Databases do not store their revision, so each step checks
+/// the structure it finds. A step with nothing to do neither asks nor writes. Throws the engine's exception if a change
+/// fails.
 namespace db {
 
-/// Display formats were kept in a table once; they are files now.
+/// Removes the table of display formats; they are files now.
 void deleteDisplayFormat(ConversionPass &pass);
 void createRepairs(ConversionPass &pass);
 /// Adds util1, util2 and plan to report.
 void convertReport(ConversionPass &pass);
-/// Landmarks were numbered in one set; now they are named within several.
+/// Landmarks were numbered in one set; now each has a name within one of several sets.
 void convertLandmarks(ConversionPass &pass);
-/// The entries of tube sets get numbers, colours and symbols.
+/// Adds numbers, colours and symbols to the entries of tube sets.
 void convertTubeSetEntry(ConversionPass &pass);
-/// Tubes get their place on the map.
+/// Adds the map position to the tubes.
 void convertTubes(ConversionPass &pass);
 
 } // namespace db

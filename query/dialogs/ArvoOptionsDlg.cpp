@@ -23,7 +23,7 @@ namespace query {
 
 namespace {
 
-/// Labels stand above each other, fields take the width they need.
+/// Form with labels above each other and fields as wide as they need.
 QFormLayout *formIn(QWidget *page)
 {
     auto *form = new QFormLayout(page);
@@ -57,7 +57,7 @@ ArvoOptionsDlg::ArvoOptionsDlg(const ArvoOptions &options, const tarnwick::JMacr
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(tabs, 1);
     layout->addWidget(buttons);
-    // Room for the widest pages: a macro's name and value, the SQL of a tab.
+    // Wide enough for the widest pages: name and value of a macro, SQL of a tab.
     const int wide = fontMetrics().averageCharWidth() * 110;
     resize(sizeHint().expandedTo(QSize(wide, 0)));
 }

@@ -15,22 +15,22 @@ namespace query {
 
 class MacroPage;
 
-/// The program's options: margins, how the map is drawn, listings of the tube dialog, macros. Accepted when they are to
-/// be stored, which is the opener's work; rejected, and said so, when they stay as they were.
+/// Dialog of the program's options: margins, appearance of the map, listings of the tube dialog, macros. If accepted,
+/// the caller stores them. If rejected, the dialog has reported that nothing is stored.
 class ArvoOptionsDlg : public QDialog
 {
     Q_OBJECT
 public:
-    /// chooser: for the colours; like the prompts it outlives the dialog.
+    /// chooser: selects colours. It and the prompts must outlive the dialog.
     ArvoOptionsDlg(const ArvoOptions &options, const tarnwick::JMacro &systemMacros, tarnwick::UserPrompts &prompts,
                    brannock::ColourChooser &chooser, QWidget *parent = nullptr);
-    /// As the controls stand.
+    /// The options as currently shown in the controls.
     ArvoOptions options() const { return m_edit.result(); }
     void accept() override;
     void reject() override;
 
 Q_SIGNALS:
-    /// Something that shows on the map is different: time to try it out there.
+    /// An option that changes the map's appearance was edited: update the preview on the map.
     void lookChanged(const query::ArvoOptions &options);
 
 private:

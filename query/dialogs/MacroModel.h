@@ -5,17 +5,17 @@
 
 namespace query {
 
-/// Macros as a table: ENTRY, MACRO NAME, MACRO VALUE. Those of the system are shown as they are; those of the user are
-/// edited, with one empty row at the end in which a new one is typed.
+/// Macros as a table: ENTRY, MACRO NAME, MACRO VALUE. System macros are read-only. User macros can be edited; an empty
+/// last row takes a new one.
 class MacroModel : public QAbstractTableModel
 {
     Q_OBJECT
 public:
     enum Column { EntryColumn, NameColumn, ValueColumn, ColumnCount };
 
-    /// Of the system.
+    /// System macros.
     explicit MacroModel(const tarnwick::JMacro &macros, QObject *parent = nullptr);
-    /// Of the user; edit outlives the model.
+    /// User macros; edit must outlive the model.
     explicit MacroModel(ArvoOptionsEdit &edit, QObject *parent = nullptr);
 
     void remove(int row);
@@ -27,7 +27,7 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 Q_SIGNALS:
-    /// Why a name was not taken.
+    /// Emitted with the reason if a name was refused.
     void refused(const QString &reason);
 
 private:

@@ -46,7 +46,7 @@ MacroPage::MacroPage(MacroModel *model, const QString &name, bool isEditable, QW
         m_hint->setText(u"Type in the last row to add a macro; Del removes the current one."_s);
         connect(model, &MacroModel::refused, m_hint, &QLabel::setText);
         addDelete();
-        // Where typing begins a macro.
+        // The empty last row, where a new macro is typed.
         m_table->setCurrentIndex(model->index(model->rowCount() - 1, MacroModel::NameColumn));
     } else {
         m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -66,7 +66,7 @@ void MacroPage::addDelete()
 
 void MacroPage::finishEditing()
 {
-    // A cell is taken over when its editor loses the focus.
+    // The edited text is stored when the cell's editor loses the focus.
     if (QWidget *editor = QApplication::focusWidget(); editor && m_table->isAncestorOf(editor))
         m_table->setFocus();
 }

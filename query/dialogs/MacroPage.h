@@ -8,13 +8,13 @@ class QTableView;
 
 namespace query {
 
-/// A table of macros as a page of the options; Del removes one of the user's.
+/// A table of macros as a page of the options dialog. Del removes a user macro.
 class MacroPage : public QWidget
 {
     Q_OBJECT
 public:
     MacroPage(MacroModel *model, const QString &name, bool isEditable, QWidget *parent = nullptr);
-    /// Takes over what is typed in a cell at the moment.
+    /// Stores the text of the cell that is being edited.
     void finishEditing();
 
 private:

@@ -42,7 +42,7 @@ TubeInfoPage::TubeInfoPage(ArvoOptionsEdit &edit, QWidget *parent)
     m_sql->setTabChangesFocus(true);
     m_sql->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     const QFontMetrics metrics(m_sql->font());
-    // Room for the whole editor where the screen has it; a smaller window scrolls.
+    // The minimum shows the whole editor if the screen is large enough; a smaller window scrolls.
     m_sql->setMinimumSize(metrics.averageCharWidth() * kEditorChars / 2, metrics.lineSpacing() * kEditorLines / 2);
 
     auto *label = new QLabel(u"&Tab Name"_s);
@@ -59,7 +59,7 @@ TubeInfoPage::TubeInfoPage(ArvoOptionsEdit &edit, QWidget *parent)
 
     connect(m_name, &QComboBox::currentIndexChanged, this, &TubeInfoPage::showTab);
     connect(m_name->lineEdit(), &QLineEdit::textEdited, this, [this](const QString &name) {
-        // The list keeps the name as typed; one that is empty stays the old one.
+        // An empty name is refused; the list then keeps the old one.
         const int tab = m_name->currentIndex();
         if (m_edit.renameTab(tab, name))
             m_name->setItemText(tab, name);

@@ -9,16 +9,16 @@ class QPushButton;
 
 namespace query {
 
-/// The listings of the tube dialog: their names and their SQL texts.
+/// Page of the tube dialog's listings: their names and SQL texts.
 class TubeInfoPage : public QWidget
 {
     Q_OBJECT
 public:
-    /// edit outlives the page.
+    /// edit must outlive the page.
     explicit TubeInfoPage(ArvoOptionsEdit &edit, QWidget *parent = nullptr);
 
 private:
-    /// Shows the list anew with this tab chosen, -1 for none.
+    /// Refills the list and selects this tab; -1 for none.
     void refresh(int tab);
     void showTab();
     void addTab();
@@ -28,7 +28,7 @@ private:
     QComboBox *m_name;
     QPushButton *m_delete;
     QPlainTextEdit *m_sql;
-    bool m_isShowing = false; ///< what changes now is not the user's doing
+    bool m_isShowing = false; ///< true while the program fills the controls: change signals are ignored
 };
 
 } // namespace query
