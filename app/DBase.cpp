@@ -198,8 +198,7 @@ void DBase::makeCentre()
 void DBase::connectMap()
 {
     using brannock::TubesheetMap;
-    connect(m_map, &TubesheetMap::selectionAboutToChange, this, [this] { undoCheckpoint(u"Select Tubes"_s); });
-    connect(m_map, &TubesheetMap::selectionChanged, this, &DBase::scheduleRefresh);
+    connect(m_map, &TubesheetMap::selectionWanted, this, &DBase::selectTubes);
     connect(m_map, &TubesheetMap::hovered, this, &DBase::showTube);
     connect(m_map, &TubesheetMap::viewChanged, this, &DBase::refreshViewCommands);
     connect(m_map, &TubesheetMap::contextMenuRequested, this, &DBase::showMapMenu);
@@ -345,7 +344,7 @@ bool DBase::openProject(const QString &folder)
 
 void DBase::projectChanged()
 {
-    m_map->setSteamGen(m_session->hasProject() ? &m_session->project().steamGen : nullptr);
+    m_map->setSteamGen(m_session->hasProject() ? &m_session->project().steamGen : nullptr, &tubes());
     m_centre->setCurrentIndex(m_session->hasProject() ? 0 : 1);
     m_side->legendModel().setLegend(&m_session->legend());
     sessionChanged();

@@ -53,7 +53,8 @@ public:
 
     // For fills and dialogs.
     brannock::Project &project() override { return m_session->project(); }
-    ellery::SteamGen &steamGen() override { return m_session->project().steamGen; }
+    const ellery::SteamGen &steamGen() override { return m_session->project().steamGen; }
+    ellery::TubeStates &tubes() override { return m_session->legend().tubes(); }
     plans::MapLegend &legend() override { return m_session->legend(); }
     db::DatabaseSession &session() override { return m_session->database(); }
     tarnwick::UserPrompts &prompts() override { return *m_prompts; }
@@ -97,6 +98,7 @@ private:
     void pressButton(const QString &name);
     void runExtra(Extra extra);
     void editOptions();
+    void selectTubes(const QList<qint32> &tubes, ellery::SelectMode mode);
     void findTube(const QString &address);
     void goToNextPart();
     void copyTubes();

@@ -235,7 +235,7 @@ void DBase::copyTubes()
     const LegendView &view = m_side->legendView();
     const plans::MapLegend &legend = m_session->legend();
     const plans::TubeText text(steamGen(), plans::TubeText::Form::Tabs);
-    const QList<qint32> selection = steamGen().selection();
+    const QList<qint32> selection = tubes().selection();
     QString copied;
     if (view.hasFocus() && view.currentEntry() >= 0)
         copied = text.ofEntry(legend.entry(view.currentEntry()));
@@ -250,6 +250,18 @@ void DBase::copyTubes()
     m_prompts->status(messages::kCopiedTubes, count == 1 ? u"1 tube"_s : tarnwick::format(u"%D tubes", count));
 }
 
+void DBase::selectTubes(const QList<qint32> &wanted, ellery::SelectMode mode)
+{
+    ellery::TubeStates changed = tubes();
+    changed.select(wanted, mode);
+    const QList<qint32> selection = changed.selection();
+    if (selection == tubes().selection())
+        return;
+    undoCheckpoint(u"Select Tubes"_s);
+    tubes().setSelection(selection);
+    redrawMap();
+}
+
 void DBase::findTube(const QString &address)
 {
     const ellery::SteamGen &sg = m_session->project().steamGen;
@@ -261,7 +273,7 @@ void DBase::findTube(const QString &address)
         m_viewBar->showFindProblem(tarnwick::format(messages::kNoSuchTube.text, address.trimmed(), hint));
         return;
     }
-    m_map->select({tube}, brannock::TubesheetMap::SelectMode::Replace);
+    selectTubes({tube}, ellery::SelectMode::Replace);
     m_map->ensureVisible(tube);
     m_map->setCursorTube(tube);
     const ellery::TubeAddress found = sg[tube].address;
@@ -311,8 +323,8 @@ void DBase::showTube(int tube)
     }
     const ellery::TubeAddress address = sg[tube].address;
     QStringList parts{sg.tubeName(address.row, address.col, address.sec)};
-    if (!sg.isOpen(tube))
-        parts << QString(QChar(sg.symbol(tube))) << tipLines(tube);
+    if (!tubes().isOpen(tube))
+        parts << QString(QChar(tubes().symbol(tube))) << tipLines(tube);
     m_tubeText->setText(parts.join(u"   "));
 }
 

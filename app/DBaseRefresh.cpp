@@ -59,7 +59,7 @@ void DBase::refreshProtection()
 void DBase::sessionChanged()
 {
     if (m_session->hasProject() && !m_map->steamGen())
-        m_map->setSteamGen(&steamGen()); // the component was read again
+        m_map->setSteamGen(&steamGen(), &tubes()); // the component was read again
     refreshMenus();
     refreshTitle();
     refreshAll();
@@ -96,8 +96,8 @@ void DBase::refreshPanels()
     }
     const brannock::Project &project = m_session->project();
     m_side->setProjectText(projectPanelText(project, m_session->map().name(), m_session->databaseStatus()));
-    m_side->setStatusText(statusPanelText(project.steamGen));
-    m_selectionText->setText(selectionText(project.steamGen));
+    m_side->setStatusText(statusPanelText(tubes()));
+    m_selectionText->setText(selectionText(tubes()));
     m_mapText->setText(m_session->undo().isModified() ? u"Map not saved"_s : QString());
 }
 
@@ -112,7 +112,7 @@ CommandContext DBase::commandContext()
     context.canUndo = m_session->undo().canUndo();
     context.canRedo = m_session->undo().canRedo();
     context.hasPointedTube = pointed >= 0 && pointed < sg.numTube();
-    context.pointedTubeHasSymbol = context.hasPointedTube && !sg.isOpen(pointed);
+    context.pointedTubeHasSymbol = context.hasPointedTube && !tubes().isOpen(pointed);
     return context;
 }
 
@@ -187,13 +187,14 @@ void DBase::applyMapOptions()
 QStringList DBase::tipLines(int tube) const
 {
     const ellery::SteamGen &sg = m_session->project().steamGen;
-    if (sg.isOpen(tube))
-        return {};
     const plans::MapLegend &legend = m_session->legend();
+    const ellery::TubeMark mark = legend.tubes().mark(tube);
+    if (mark.isOpen())
+        return {};
     const ellery::TubeAddress address = sg[tube].address;
     for (int i = legend.count() - 1; i >= 0; --i) {
         const plans::MapFill &fill = legend.entry(i);
-        if (!fill.shown || fill.symbol != sg.symbol(tube) || fill.colour != sg.colour(tube))
+        if (!fill.shown || fill.symbol != mark.symbol || fill.colour != mark.colour)
             continue;
         const auto marks = [&](qint32 other) {
             return other == tube ||

@@ -100,7 +100,7 @@ brannock::MapPicture MapPrinting::page(const MapHeader &header) const
     content.xOrientation = m_map.xOrientation();
     content.yOrientation = m_map.yOrientation();
     content.documentName = documentName();
-    return mapPage(steamGen, content, options, m_session.project().site.compCode);
+    return mapPage(steamGen, m_session.legend().tubes(), content, options, m_session.project().site.compCode);
 }
 
 bool MapPrinting::printOn(QPrinter &device, const tarnwick::Message &failure)

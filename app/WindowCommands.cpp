@@ -199,7 +199,7 @@ void WindowCommands::moveTo(int position)
 void WindowCommands::select(int command)
 {
     m_host.undoCheckpoint(selectionLabel(command));
-    applySelection(command, m_session.project().steamGen, pointedTube);
+    applySelection(command, m_session.project().steamGen, m_session.legend().tubes(), pointedTube);
     m_host.redrawMap();
 }
 

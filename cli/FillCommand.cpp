@@ -131,7 +131,7 @@ std::unique_ptr<plans::MapFill> fillOf(const QString &kind, const Arguments &arg
     throw UsageError(u"A fill is random, box or pattern, not \"%1\"."_s.arg(kind));
 }
 
-void selectTubes(const Arguments &arguments, ellery::SteamGen &steamGen)
+void selectTubes(const Arguments &arguments, const ellery::SteamGen &steamGen, ellery::TubeStates &tubes)
 {
     static const QHash<QString, int> words{{u"all"_s, app::SelectAllTubes},
                                            {u"symbols"_s, app::SelectAllSymbols},
@@ -139,13 +139,13 @@ void selectTubes(const Arguments &arguments, ellery::SteamGen &steamGen)
                                            {u"periph"_s, app::SelectPeriph}};
     for (const QString &text : arguments.values(u"select")) {
         if (const auto word = words.constFind(text); word != words.constEnd()) {
-            app::applySelection(*word, steamGen, -1);
+            app::applySelection(*word, steamGen, tubes, -1);
             continue;
         }
         const int tube = steamGen.parseTube(text);
         if (tube < 0)
             throw tarnwick::Error(u"There is no tube \"%1\"."_s.arg(text));
-        steamGen.setSelected(tube, true);
+        tubes.setSelected(tube, true);
     }
 }
 
@@ -236,7 +236,7 @@ int runFill(const Arguments &arguments)
     MapLock lock(path);
     if (QFileInfo::exists(path) && !readForChange(target, path))
         return Failed;
-    selectTubes(arguments, target.steamGen());
+    selectTubes(arguments, target.steamGen(), target.tubes());
     plans::addNewFill(target, *fill);
     setLook(arguments, target);
     if (!target.map().storeMap(path))

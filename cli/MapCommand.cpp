@@ -122,7 +122,8 @@ int runMap(const Arguments &arguments)
     content.yOrientation = flips.yOrientation;
     content.documentName = target.map().name().isEmpty() ? target.project().name : target.map().name();
     if (!out.isEmpty())
-        app::mapPage(target.steamGen(), content, options, target.project().site.compCode).save(out, inches, kDpi);
+        app::mapPage(target.steamGen(), target.tubes(), content, options, target.project().site.compCode)
+            .save(out, inches, kDpi);
     if (arguments.has(u"tubes")) {
         const plans::TubeText text(target.steamGen(), plans::TubeText::Form::Csv);
         writeTubes(target, arguments.value(u"tubes"), text.ofMap(target.legend()));

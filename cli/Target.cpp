@@ -182,7 +182,7 @@ tarnwick::JMacro Target::systemMacros()
 {
     if (!m_project.isLoaded())
         return {};
-    return app::systemMacros(m_project, m_map.file(),
+    return app::systemMacros(m_project, m_legend.tubes(), m_map.file(),
                              {m_session.path(), m_session.isOpen() && m_session.isUpdatable()});
 }
 

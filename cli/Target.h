@@ -70,7 +70,8 @@ public:
     const ConsolePrompts &console() const { return m_console; }
 
     brannock::Project &project() override { return m_project; }
-    ellery::SteamGen &steamGen() override { return m_project.steamGen; }
+    const ellery::SteamGen &steamGen() override { return m_project.steamGen; }
+    ellery::TubeStates &tubes() override { return m_legend.tubes(); }
     plans::MapLegend &legend() override { return m_legend; }
     db::DatabaseSession &session() override { return m_session; }
     tarnwick::UserPrompts &prompts() override { return m_prompts; }

@@ -29,17 +29,13 @@ void BoxFill::serialize(tarnwick::JFile &file, int version)
     file.serialize(parameters.radius);
 }
 
-bool BoxFill::pick(ellery::SteamGen &steamGen)
+bool BoxFill::pick(const ellery::SteamGen &steamGen, const ellery::TubeStates &states)
 {
-    steamGen.clearMarks();
     tubes.clear();
-    UntakenTubes untaken(steamGen);
-    for (const qint32 centre : steamGen.selection()) {
+    UntakenTubes untaken(steamGen, states);
+    for (const qint32 centre : states.selection()) {
         const ellery::Tube &tube = steamGen[centre];
-        for (const qint32 near : untaken.take(double(tube.x), double(tube.y), parameters.radius)) {
-            tubes.append(near);
-            steamGen.setMarked(near, true);
-        }
+        tubes += untaken.take(double(tube.x), double(tube.y), parameters.radius);
         if (untaken.isEmpty())
             break;
     }

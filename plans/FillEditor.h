@@ -52,6 +52,7 @@ protected:
     void refresh();
 
     const ellery::SteamGen &steamGen() const { return m_host.steamGen(); }
+    const ellery::TubeStates &tubes() const { return m_host.tubes(); }
     /// "1 tube", "1,234 tubes"
     static QString tubeCount(int count);
 

@@ -11,9 +11,9 @@ namespace plans {
 namespace {
 
 /// What the filter leaves nothing to choose from for.
-QString emptyReason(const TubeFilter &filter, const ellery::SteamGen &steamGen)
+QString emptyReason(const TubeFilter &filter, const ellery::TubeStates &states)
 {
-    if (filter.region == TubeFilter::SelectedTubes && steamGen.selectedCount() == 0)
+    if (filter.region == TubeFilter::SelectedTubes && states.selectedCount() == 0)
         return u"No tubes are selected on the map."_s;
     return u"No tubes qualify."_s;
 }
@@ -51,7 +51,7 @@ QString PcntFillEditor::warning() const
 {
     const auto &sample = static_cast<const PcntFill &>(preview().shown());
     if (sample.candidateCount == 0)
-        return emptyReason(parameters().filter, steamGen());
+        return emptyReason(parameters().filter, tubes());
     if (sample.fillCount < sample.wantedCount)
         return tarnwick::format(u"%S would be too many.", tubeCount(sample.wantedCount));
     if (sample.isCutShort())
@@ -93,7 +93,7 @@ QString BoxFillEditor::summary() const
 
 QString BoxFillEditor::warning() const
 {
-    if (steamGen().selectedCount() == 0)
+    if (tubes().selectedCount() == 0)
         return u"No tubes are selected on the map."_s;
     if (preview().shown().fillCount == 0 && parameters().radius < m_pitch)
         return tarnwick::format(u"The nearest tubes are %.3f away.", m_pitch);
@@ -130,7 +130,7 @@ QString PatternFillEditor::warning() const
 {
     if (preview().shown().fillCount > 0)
         return {};
-    return emptyReason(parameters().filter, steamGen());
+    return emptyReason(parameters().filter, tubes());
 }
 
 void PatternFillEditor::settle()

@@ -17,15 +17,16 @@ quint32 faded(quint32 colour)
 } // namespace
 
 FillPreview::FillPreview(const ellery::SteamGen &steamGen, const MapLegend &legend, int entry)
-    : m_before(steamGen)
-    , m_shown(steamGen)
-    , m_legend(m_shown)
+    : m_steamGen(steamGen)
+    , m_before(legend.tubes())
+    , m_legend(steamGen)
     , m_entry(entry)
 {
     if (entry >= 0) {
         for (const qint32 tube : legend.entry(entry).tubes)
-            m_before.setSymbol(tube, 0, 0);
+            m_before.setMark(tube, {});
     }
+    m_legend.tubes() = legend.tubes();
     MapLegend::Entries copies = legend.copyEntries();
     for (const auto &copy : copies)
         copy->colour = faded(copy->colour);
@@ -35,7 +36,7 @@ FillPreview::FillPreview(const ellery::SteamGen &steamGen, const MapLegend &lege
 void FillPreview::show(const MapFill &fill)
 {
     auto copy = fill.clone();
-    copy->pick(m_before);
+    copy->pick(m_steamGen, m_before);
     if (m_entry < 0) {
         m_entry = m_legend.count();
         m_legend.addEntry(std::move(copy), false);

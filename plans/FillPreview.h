@@ -17,12 +17,12 @@ public:
     /// The copy that was shown last, with its counts.
     const MapFill &shown() const { return m_legend.entry(m_entry); }
     /// The map as it would be.
-    ellery::SteamGen &map() { return m_shown; }
+    const ellery::TubeStates &tubes() const { return m_legend.tubes(); }
 
 private:
-    ellery::SteamGen m_before; ///< the map that the fill picks from: the edited entry's tubes are open
-    ellery::SteamGen m_shown;
-    MapLegend m_legend; ///< paints m_shown
+    const ellery::SteamGen &m_steamGen;
+    ellery::TubeStates m_before; ///< that the fill picks from: the edited entry's tubes are open
+    MapLegend m_legend;          ///< paints what is shown
     int m_entry;
 };
 

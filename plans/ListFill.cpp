@@ -51,8 +51,8 @@ void ListFill::serialize(tarnwick::JFile &file, int version)
 
 bool ListFill::compute(MapHost &host)
 {
-    ellery::SteamGen &steamGen = host.steamGen();
-    steamGen.clearMarks();
+    const ellery::SteamGen &steamGen = host.steamGen();
+    std::vector<bool> taken(size_t(steamGen.numTube()));
     tubes.clear();
     fillCount = qint32(parameters.entries.size());
     bool invalid = false;
@@ -60,9 +60,9 @@ bool ListFill::compute(MapHost &host)
         const int tube = steamGen.findTube(entry.row, entry.col, entry.sec);
         if (tube < 0) {
             invalid = true;
-        } else if (!steamGen.isMarked(tube)) {
+        } else if (!taken[size_t(tube)]) {
             tubes.append(tube);
-            steamGen.setMarked(tube, true);
+            taken[size_t(tube)] = true;
         }
     }
     tubes.squeeze();

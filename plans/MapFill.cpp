@@ -42,11 +42,11 @@ void MapFill::forEachMarked(const ellery::SteamGen &steamGen, Function function)
     }
 }
 
-void MapFill::paint(ellery::SteamGen &steamGen)
+void MapFill::paint(const ellery::SteamGen &steamGen, ellery::TubeStates &states)
 {
     paintedCount = 0;
     if (shown)
-        forEachMarked(steamGen, [this, &steamGen](int tube) { paintTube(steamGen, tube); });
+        forEachMarked(steamGen, [this, &states](int tube) { paintTube(states, tube); });
 }
 
 QList<qint32> MapFill::markedTubes(const ellery::SteamGen &steamGen) const
@@ -60,11 +60,11 @@ QList<qint32> MapFill::markedTubes(const ellery::SteamGen &steamGen) const
     return marked;
 }
 
-void MapFill::paintTube(ellery::SteamGen &steamGen, int tube)
+void MapFill::paintTube(ellery::TubeStates &states, int tube)
 {
-    if (!steamGen.isOpen(tube))
+    if (!states.isOpen(tube))
         return;
-    steamGen.setSymbol(tube, symbol, colour);
+    states.setMark(tube, {symbol, colour});
     ++paintedCount;
 }
 

@@ -37,8 +37,8 @@ public:
     /// The kind's parameters from a map file of version 2 or lower. The base refuses by throwing JFileError.
     virtual void readOldFormat(tarnwick::JFile &file);
     /// Recomputes the tubes for kinds that need no more than the steam generator and its map, saying nothing: for
-    /// previews. False when the kind needs more, could not, or found nothing to choose from. Uses the tubes' marks.
-    virtual bool pick(ellery::SteamGen &) { return false; }
+    /// previews. False when the kind needs more, could not, or found nothing to choose from.
+    virtual bool pick(const ellery::SteamGen &, const ellery::TubeStates &) { return false; }
     /// Recomputes the tubes from the parameters and the present state of steam generator and map. False when it could
     /// not, or found nothing to choose from.
     virtual bool compute(MapHost &host) = 0;
@@ -57,7 +57,7 @@ public:
     virtual QString undoLabel() const = 0;
 
     /// Gives every tube without a symbol this entry's, and counts them as painted. Does nothing when hidden.
-    void paint(ellery::SteamGen &steamGen);
+    void paint(const ellery::SteamGen &steamGen, ellery::TubeStates &states);
     /// The tubes that painting looks at, each once: those of every section where sections are ignored.
     QList<qint32> markedTubes(const ellery::SteamGen &steamGen) const;
     /// Removes tube indices outside the steam generator; returns how many.
@@ -73,7 +73,7 @@ protected:
 private:
     template <typename Function>
     void forEachMarked(const ellery::SteamGen &steamGen, Function function) const;
-    void paintTube(ellery::SteamGen &steamGen, int tube);
+    void paintTube(ellery::TubeStates &states, int tube);
 };
 
 /// What every kind of fill has in common: copying, and comparing its Parameters (a struct with ==).

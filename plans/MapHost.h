@@ -1,6 +1,7 @@
 #pragma once
 #include <db/DatabaseSession.h>
 #include <ellery/SteamGen.h>
+#include <ellery/TubeStates.h>
 #include <tarnwick/JMacro.h>
 #include <tarnwick/Progress.h>
 #include <tarnwick/Prompts.h>
@@ -22,7 +23,8 @@ public:
     virtual ~MapHost() = default;
 
     virtual brannock::Project &project() = 0;
-    virtual ellery::SteamGen &steamGen() = 0;
+    virtual const ellery::SteamGen &steamGen() = 0;
+    virtual ellery::TubeStates &tubes() = 0;
     virtual MapLegend &legend() = 0;
     virtual db::DatabaseSession &session() = 0;
     virtual tarnwick::UserPrompts &prompts() = 0;

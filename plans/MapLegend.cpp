@@ -35,10 +35,11 @@ private:
 
 } // namespace
 
-void MapLegend::setSteamGen(ellery::SteamGen &steamGen)
+void MapLegend::setSteamGen(const ellery::SteamGen &steamGen)
 {
     m_entries.clear();
     m_steamGen = &steamGen;
+    m_tubes = ellery::TubeStates(steamGen.numTube());
     repaint();
 }
 
@@ -72,7 +73,7 @@ void MapLegend::addEntry(std::unique_ptr<MapFill> fill, bool autoSymbol)
 void MapLegend::clearTubes(const MapFill &fill)
 {
     for (const qint32 tube : fill.tubes)
-        m_steamGen->setSymbol(tube, 0, 0);
+        m_tubes.setMark(tube, {});
 }
 
 void MapLegend::deleteEntry(int index)
@@ -178,9 +179,9 @@ int MapLegend::dropInvalidTubes()
 
 void MapLegend::paintAll()
 {
-    m_steamGen->clearSymbols();
+    m_tubes.clearMarks();
     for (auto fill = m_entries.rbegin(); fill != m_entries.rend(); ++fill)
-        (*fill)->paint(*m_steamGen);
+        (*fill)->paint(*m_steamGen, m_tubes);
 }
 
 void MapLegend::repaint()
@@ -196,7 +197,7 @@ void MapLegend::computeAll(MapHost &host, tarnwick::Progress *progress, const QL
         busy.emplace(host);
     const QuietQueries quiet(host.queries(), progress);
     host.prompts().status(messages::kUpdateBegins);
-    m_steamGen->clearSymbols();
+    m_tubes.clearMarks();
     for (int i = 0; i < count(); ++i) {
         const QString status = tarnwick::format(messages::kUpdatingEntry.text, i + 1, entry(i).label);
         host.prompts().showStatus(status);
@@ -207,7 +208,7 @@ void MapLegend::computeAll(MapHost &host, tarnwick::Progress *progress, const QL
         }
         if (!left.contains(i))
             entry(i).compute(host);
-        entry(i).paint(*m_steamGen);
+        entry(i).paint(*m_steamGen, m_tubes);
     }
 }
 

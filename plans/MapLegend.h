@@ -15,12 +15,16 @@ public:
     /// Entries from here on keep the symbol they came with.
     static constexpr int kAutoSymbols = 26;
 
-    explicit MapLegend(ellery::SteamGen &steamGen)
+    explicit MapLegend(const ellery::SteamGen &steamGen)
         : m_steamGen(&steamGen)
+        , m_tubes(steamGen.numTube())
     {
     }
-    /// Another component: the legend is emptied.
-    void setSteamGen(ellery::SteamGen &steamGen);
+    /// Another component: the legend is emptied, nothing is selected.
+    void setSteamGen(const ellery::SteamGen &steamGen);
+    /// The marks that the entries paint, and the selection.
+    ellery::TubeStates &tubes() { return m_tubes; }
+    const ellery::TubeStates &tubes() const { return m_tubes; }
 
     int count() const { return int(m_entries.size()); }
     MapFill &entry(int index) { return *m_entries[size_t(index)]; }
@@ -83,7 +87,8 @@ private:
     void notify();
     void noteEdit();
 
-    ellery::SteamGen *m_steamGen;
+    const ellery::SteamGen *m_steamGen;
+    ellery::TubeStates m_tubes;
     Entries m_entries;
 };
 

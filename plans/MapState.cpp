@@ -27,27 +27,26 @@ SharedFill sharedCopy(const MapFill &fill, size_t place, const std::vector<Share
 
 } // namespace
 
-MapState MapState::capture(const MapLegend &legend, const ellery::SteamGen &steamGen, const MapExtras &extras,
-                           const MapState &previous)
+MapState MapState::capture(const MapLegend &legend, const MapExtras &extras, const MapState &previous)
 {
     MapState state;
     state.m_entries.reserve(size_t(legend.count()));
     for (int i = 0; i < legend.count(); ++i)
         state.m_entries.push_back(sharedCopy(legend.entry(i), size_t(i), previous.m_entries));
-    state.m_selection = steamGen.selection();
+    state.m_selection = legend.tubes().selection();
     if (state.m_selection == previous.m_selection)
         state.m_selection = previous.m_selection;
     state.m_extras = extras == previous.m_extras ? previous.m_extras : extras;
     return state;
 }
 
-void MapState::restore(MapLegend &legend, ellery::SteamGen &steamGen) const
+void MapState::restore(MapLegend &legend) const
 {
     MapLegend::Entries entries;
     entries.reserve(m_entries.size());
     for (const SharedFill &fill : m_entries)
         entries.push_back(fill->clone());
-    steamGen.setSelection(m_selection);
+    legend.tubes().setSelection(m_selection);
     legend.replaceEntries(std::move(entries));
 }
 

@@ -18,9 +18,8 @@ class MapState
 public:
     MapState() = default;
     /// previous: the moment before, whose data is shared where it is still the same.
-    static MapState capture(const MapLegend &legend, const ellery::SteamGen &steamGen, const MapExtras &extras,
-                            const MapState &previous);
-    void restore(MapLegend &legend, ellery::SteamGen &steamGen) const;
+    static MapState capture(const MapLegend &legend, const MapExtras &extras, const MapState &previous);
+    void restore(MapLegend &legend) const;
 
     const MapExtras &extras() const { return m_extras; }
     bool operator==(const MapState &other) const;

@@ -23,15 +23,13 @@ private:
     MapState m_after;
 };
 
-MapUndo::MapUndo(MapLegend &legend, ellery::SteamGen &steamGen)
+MapUndo::MapUndo(MapLegend &legend)
     : m_legend(&legend)
-    , m_steamGen(&steamGen)
 {
 }
 
-void MapUndo::reset(ellery::SteamGen &steamGen)
+void MapUndo::reset()
 {
-    m_steamGen = &steamGen;
     m_stack.clear();
     m_isUnderWay = false;
     m_change = nullptr;
@@ -41,12 +39,12 @@ void MapUndo::reset(ellery::SteamGen &steamGen)
 
 MapState MapUndo::capture(const MapState &previous) const
 {
-    return MapState::capture(*m_legend, *m_steamGen, captureExtras ? captureExtras() : MapExtras(), previous);
+    return MapState::capture(*m_legend, captureExtras ? captureExtras() : MapExtras(), previous);
 }
 
 void MapUndo::restore(const MapState &state)
 {
-    state.restore(*m_legend, *m_steamGen);
+    state.restore(*m_legend);
     if (restoreExtras)
         restoreExtras(state.extras());
 }

@@ -11,9 +11,9 @@ namespace plans {
 class MapUndo
 {
 public:
-    MapUndo(MapLegend &legend, ellery::SteamGen &steamGen);
+    explicit MapUndo(MapLegend &legend);
     /// Another component or another map: everything is forgotten, and the present state is the saved one.
-    void reset(ellery::SteamGen &steamGen);
+    void reset();
 
     /// Set by the owner of what else belongs to the map.
     std::function<MapExtras()> captureExtras;
@@ -53,7 +53,6 @@ private:
     UndoStack &settled();
 
     MapLegend *m_legend;
-    ellery::SteamGen *m_steamGen;
     UndoStack m_stack;
     MapState m_before; ///< at the last checkpoint
     std::optional<MapState> m_saved;

@@ -76,7 +76,7 @@ bool MapUpdate::confirm()
     QList<int> keeping;
     for (int i = 0; i < legend.count(); ++i) {
         const MapFill &fill = legend.entry(i);
-        if (fill.need() == MapFill::Need::Selection && m_host.steamGen().selectedCount() == 0 && !fill.tubes.isEmpty())
+        if (fill.need() == MapFill::Need::Selection && m_host.tubes().selectedCount() == 0 && !fill.tubes.isEmpty())
             losing.append(i);
         else if (fill.need() == MapFill::Need::Database && !m_host.queries().isReady())
             keeping.append(i);

@@ -45,14 +45,13 @@ void PatternFill::serialize(tarnwick::JFile &file, int version)
     parameters.serialize(file);
 }
 
-bool PatternFill::pick(ellery::SteamGen &steamGen)
+bool PatternFill::pick(const ellery::SteamGen &steamGen, const ellery::TubeStates &states)
 {
     const Parameters &p = parameters;
     tubes.clear();
     fillCount = 0;
     if (p.rowIncrement < 1 || p.colIncrement < 1)
         return false;
-    steamGen.clearMarks();
     const QList<int> &order = steamGen.sortRowCol();
     for (qsizetype i = 0; i < order.size(); ++i) {
         const ellery::TubeAddress address = steamGen[order[i]].address;
@@ -61,7 +60,7 @@ bool PatternFill::pick(ellery::SteamGen &steamGen)
         const bool isLast = i + 1 == order.size() || steamGen[order[i + 1]].address.row != address.row;
         const bool isTaken = (p.includeFirstTube && address.col == 1) || (p.includeLastTube && isLast) ||
                              isOnGrid(address.col, p.firstCol, p.colIncrement);
-        if (isTaken && p.filter.accepts(steamGen, order[i]))
+        if (isTaken && p.filter.accepts(states, order[i]))
             tubes.append(order[i]);
     }
     tubes.squeeze();

@@ -28,8 +28,8 @@ public:
     PatternFill();
     void serialize(tarnwick::JFile &file, int version) override;
     /// False, with no tubes, for an increment below 1, which only a damaged file can hold.
-    bool pick(ellery::SteamGen &steamGen) override;
-    bool compute(MapHost &host) override { return pick(host.steamGen()); }
+    bool pick(const ellery::SteamGen &steamGen, const ellery::TubeStates &states) override;
+    bool compute(MapHost &host) override { return pick(host.steamGen(), host.tubes()); }
     Need need() const override { return parameters.filter.takesSelection() ? Need::Selection : Need::Nothing; }
     QString entryLabel() const override;
     QString undoLabel() const override;

@@ -60,11 +60,11 @@ qint32 PcntFill::target(qint64 candidates) const
     return parameters.percentMode ? qint32(parameters.percent * candidates / 100) : parameters.tubeCount;
 }
 
-bool PcntFill::pick(ellery::SteamGen &steamGen)
+bool PcntFill::pick(const ellery::SteamGen &steamGen, const ellery::TubeStates &states)
 {
     QList<qint32> candidates;
     for (int i = 0; i < steamGen.numTube(); ++i) {
-        if (parameters.filter.accepts(steamGen, i))
+        if (parameters.filter.accepts(states, i))
             candidates.append(i);
     }
     tubes.clear();
@@ -95,7 +95,7 @@ bool PcntFill::pick(ellery::SteamGen &steamGen)
 
 bool PcntFill::compute(MapHost &host)
 {
-    if (!pick(host.steamGen()))
+    if (!pick(host.steamGen(), host.tubes()))
         return false;
     if (fillCount < wantedCount)
         host.prompts().error(messages::kNotEnoughTubes);

@@ -50,7 +50,7 @@ public:
     void serialize(tarnwick::JFile &file, int version) override;
     void readOldFormat(tarnwick::JFile &file) override;
     /// With a fresh seed, where one is wanted, that is kept in the parameters.
-    bool pick(ellery::SteamGen &steamGen) override;
+    bool pick(const ellery::SteamGen &steamGen, const ellery::TubeStates &states) override;
     /// Short samples are kept, with a message (1089).
     bool compute(MapHost &host) override;
     Need need() const override { return parameters.filter.takesSelection() ? Need::Selection : Need::Nothing; }

@@ -128,8 +128,7 @@ std::optional<tarnwick::Answer> QueryFill::mapResult(MapHost &host, QueryRecords
 QueryFill::Invalid QueryFill::takeTubes(MapHost &host, QueryRecords &records, const query::TubeColumns &columns)
 {
     const BusyCursor busy(host);
-    ellery::SteamGen &steamGen = host.steamGen();
-    steamGen.clearMarks();
+    std::vector<bool> taken(size_t(host.steamGen().numTube()));
     QList<qint32> found;
     const int count = records.rowCount();
     Invalid invalid;
@@ -145,9 +144,9 @@ QueryFill::Invalid QueryFill::takeTubes(MapHost &host, QueryRecords &records, co
                 invalid.error = query::cellTip(records.value(record, failed));
             }
             records.setColours(record, kInvalidForeground, kInvalidBackground);
-        } else if (!steamGen.isMarked(tube)) {
+        } else if (!taken[size_t(tube)]) {
             found.append(tube);
-            steamGen.setMarked(tube, true);
+            taken[size_t(tube)] = true;
         }
     }
     found.squeeze();

@@ -2,18 +2,18 @@
 
 namespace plans {
 
-bool TubeFilter::accepts(const ellery::SteamGen &steamGen, int index) const
+bool TubeFilter::accepts(const ellery::TubeStates &states, int index) const
 {
-    const bool inRegion = region == EntireMap || (region == SelectedTubes && steamGen.isSelected(index));
+    const bool inRegion = region == EntireMap || (region == SelectedTubes && states.isSelected(index));
     if (!inRegion)
         return false;
     switch (tube) {
     case SymbolsAndOpen:
         return true;
     case SymbolsOnly:
-        return !steamGen.isOpen(index);
+        return !states.isOpen(index);
     case OpenTubesOnly:
-        return steamGen.isOpen(index);
+        return states.isOpen(index);
     default:
         return false;
     }

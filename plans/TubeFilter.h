@@ -1,5 +1,5 @@
 #pragma once
-#include <ellery/SteamGen.h>
+#include <ellery/TubeStates.h>
 
 namespace plans {
 
@@ -14,7 +14,7 @@ struct TubeFilter
     qint32 tube = SymbolsAndOpen;
 
     /// By the symbols and the selection on the map at this moment.
-    bool accepts(const ellery::SteamGen &steamGen, int index) const;
+    bool accepts(const ellery::TubeStates &states, int index) const;
     bool takesSelection() const { return region == SelectedTubes; }
     bool operator==(const TubeFilter &) const = default;
 };

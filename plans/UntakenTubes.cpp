@@ -8,13 +8,13 @@
 
 namespace plans {
 
-UntakenTubes::UntakenTubes(const ellery::SteamGen &steamGen)
+UntakenTubes::UntakenTubes(const ellery::SteamGen &steamGen, const ellery::TubeStates &states)
 {
     double top = 0;
     for (int i = 0; i < steamGen.numTube(); ++i) {
         const double x = double(steamGen[i].x);
         const double y = double(steamGen[i].y);
-        if (steamGen.isSelected(i) || !std::isfinite(x) || !std::isfinite(y))
+        if (states.isSelected(i) || !std::isfinite(x) || !std::isfinite(y))
             continue;
         m_bottom = m_entries.empty() ? y : std::min(m_bottom, y);
         top = m_entries.empty() ? y : std::max(top, y);

@@ -1,5 +1,6 @@
 #pragma once
 #include <ellery/SteamGen.h>
+#include <ellery/TubeStates.h>
 
 #include <vector>
 
@@ -10,7 +11,7 @@ namespace plans {
 class UntakenTubes
 {
 public:
-    explicit UntakenTubes(const ellery::SteamGen &steamGen);
+    UntakenTubes(const ellery::SteamGen &steamGen, const ellery::TubeStates &states);
 
     bool isEmpty() const { return m_left == 0; }
     /// Takes the tubes whose distance (square root of dx² + dy² in double precision) is not greater than the radius;

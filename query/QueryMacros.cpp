@@ -9,7 +9,7 @@ namespace query {
 using namespace Qt::StringLiterals;
 
 tarnwick::JMacro queryMacros(const QueryDocument &document, const QueryResult &result, const QueryContext &context,
-                             ellery::SteamGen &steamGen)
+                             const ellery::SteamGen &steamGen)
 {
     tarnwick::JMacro macros = context.userMacros;
     macros.merge(context.currentSystemMacros());

@@ -8,10 +8,9 @@
 namespace query {
 
 /// Macros used to expand and print a query: the user macros, the refreshed system macros, and those of the query itself
-/// ("[QUERY FILE]", "[QUERY NAME]", "[QUERY RECORDS]", "[QUERY TOTAL TUBES]", "[TOLVENMARK REV]"). Marks the tubes of
-/// the result.
+/// ("[QUERY FILE]", "[QUERY NAME]", "[QUERY RECORDS]", "[QUERY TOTAL TUBES]", "[TOLVENMARK REV]").
 tarnwick::JMacro queryMacros(const QueryDocument &document, const QueryResult &result, const QueryContext &context,
-                             ellery::SteamGen &steamGen);
+                             const ellery::SteamGen &steamGen);
 
 /// Copies margins and separator flag from the options into the document's layout.
 void applyPrintOptions(QueryDocument &document, const SQLOptions &options);

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <dao/values/Errors.h>
+#include <vector>
 
 namespace query {
 
@@ -75,7 +76,7 @@ int TubeColumns::failedColumn(const Cell &cell) const
     return -1;
 }
 
-int totalTubes(const QueryResult &result, ellery::SteamGen &steamGen)
+int totalTubes(const QueryResult &result, const ellery::SteamGen &steamGen)
 {
     QStringList names;
     for (int i = 0; i < result.columnCount(); ++i)
@@ -83,13 +84,13 @@ int totalTubes(const QueryResult &result, ellery::SteamGen &steamGen)
     const TubeColumns columns(names, steamGen);
     if (!columns.isComplete())
         return -1;
-    steamGen.clearMarks();
+    std::vector<bool> counted(size_t(steamGen.numTube()));
     int count = 0;
     for (qint64 row = 0; row < result.rowCount(); ++row) {
         const int tube = columns.tube([&result, row](int column) { return result.value(row, column); });
-        if (tube < 0 || steamGen.isMarked(tube))
+        if (tube < 0 || counted[size_t(tube)])
             continue;
-        steamGen.setMarked(tube, true);
+        counted[size_t(tube)] = true;
         ++count;
     }
     return count;

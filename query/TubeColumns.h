@@ -38,8 +38,7 @@ private:
     int m_sec;
 };
 
-/// Number of distinct tubes of the component in a result; -1 if the result does not identify tubes. The tubes stay
-/// marked.
-int totalTubes(const QueryResult &result, ellery::SteamGen &steamGen);
+/// Number of distinct tubes of the component in a result; -1 if the result does not identify tubes.
+int totalTubes(const QueryResult &result, const ellery::SteamGen &steamGen);
 
 } // namespace query

@@ -149,8 +149,7 @@ void LegendEditor::selectTubes(int entry)
         return;
     const QList<qint32> tubes = m_host.legend().entry(entry).markedTubes(m_host.steamGen());
     m_host.undoCheckpoint(u"Select Tubes"_s);
-    m_host.steamGen().clearSelection();
-    m_host.steamGen().setSelection(tubes);
+    m_host.tubes().setSelection(tubes);
     m_host.redrawMap();
 }
 

@@ -10,11 +10,10 @@ namespace app {
 
 using tarnwick::format;
 
-QString statusPanelText(const ellery::SteamGen &steamGen)
+QString statusPanelText(const ellery::TubeStates &tubes)
 {
-    return format(u"Tube Count  : %6D\n", steamGen.numTube()) + format(u"Symbol Count: %6D\n", steamGen.symbolCount()) +
-           format(u"Open Tubes  : %6D\n", steamGen.openCount()) +
-           format(u"Selected    : %6D\n", steamGen.selectedCount());
+    return format(u"Tube Count  : %6D\n", tubes.count()) + format(u"Symbol Count: %6D\n", tubes.symbolCount()) +
+           format(u"Open Tubes  : %6D\n", tubes.openCount()) + format(u"Selected    : %6D\n", tubes.selectedCount());
 }
 
 QString databaseText(const brannock::Project &project, const DatabaseStatus &database)
@@ -35,9 +34,9 @@ QString projectPanelText(const brannock::Project &project, const QString &mapNam
            format(u"Map Name : %S\n", mapName) + format(u"Database : %S", databaseText(project, database));
 }
 
-QString selectionText(const ellery::SteamGen &steamGen)
+QString selectionText(const ellery::TubeStates &tubes)
 {
-    return format(u"%D of %D selected", steamGen.selectedCount(), steamGen.numTube());
+    return format(u"%D of %D selected", tubes.selectedCount(), tubes.count());
 }
 
 QString projectInfoText(const brannock::Project &project, const DatabaseStatus &database)

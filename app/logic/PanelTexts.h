@@ -4,7 +4,7 @@
 namespace app {
 
 /// The counts of the map: four lines, each a label and a count six wide.
-QString statusPanelText(const ellery::SteamGen &steamGen);
+QString statusPanelText(const ellery::TubeStates &tubes);
 /// The widest the status panel gets; its size is measured on it.
 inline constexpr const char16_t *kStatusPanelSample = u"Symbol Count: 000000\n\n\n\n\n";
 
@@ -21,7 +21,7 @@ QString databaseText(const brannock::Project &project, const DatabaseStatus &dat
 /// Site, component, model, outage, map and database: six lines.
 QString projectPanelText(const brannock::Project &project, const QString &mapName, const DatabaseStatus &database);
 /// What the status line says of the selection.
-QString selectionText(const ellery::SteamGen &steamGen);
+QString selectionText(const ellery::TubeStates &tubes);
 /// What "Project Info" shows.
 QString projectInfoText(const brannock::Project &project, const DatabaseStatus &database);
 

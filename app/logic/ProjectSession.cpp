@@ -31,7 +31,7 @@ ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
     , m_project(std::make_unique<brannock::Project>())
     , m_legend(m_project->steamGen)
     , m_map(m_legend, prompts)
-    , m_undo(m_legend, m_project->steamGen)
+    , m_undo(m_legend)
     , m_recovery(prompts)
     , m_database(prompts)
     , m_queries(m_database, m_queryContext)
@@ -123,7 +123,7 @@ bool ProjectSession::openProject(const QString &folder)
     m_recovery.end();
     m_legend.setSteamGen(loaded->steamGen);
     m_map.setProject(loaded.get());
-    m_undo.reset(loaded->steamGen);
+    m_undo.reset();
     m_project = std::move(loaded);
     m_componentStamp = componentStamp(componentFolder());
     m_options.setProjectFormat(m_project->databaseFormat);
@@ -172,10 +172,11 @@ int ProjectSession::reloadComponent()
     const int dropped = followTubes(entries, before, present);
     if (dropped > 0)
         m_map.header.clearSignatures(); // they were given for other entries
+    const QList<qint32> selection = followTubes(m_legend.tubes().selection(), before, present);
     m_legend.setSteamGen(present);
     m_legend.replaceEntries(std::move(entries));
-    present.setSelection(followTubes(before.selection(), before, present));
-    m_undo.reset(present);
+    m_legend.tubes().setSelection(selection);
+    m_undo.reset();
     // Map files hold tubes by their place in the component: a map with entries has to be saved anew.
     if (wasModified || m_legend.count() > 0)
         m_undo.setNeverSaved();
@@ -190,7 +191,7 @@ DatabaseStatus ProjectSession::databaseStatus() const
 
 tarnwick::JMacro ProjectSession::systemMacros() const
 {
-    return app::systemMacros(*m_project, m_map.file(), databaseStatus());
+    return app::systemMacros(*m_project, m_legend.tubes(), m_map.file(), databaseStatus());
 }
 
 void ProjectSession::databaseConnected(const QString &path)
@@ -247,7 +248,7 @@ void ProjectSession::closeDatabase(const tarnwick::Message &failure)
 void ProjectSession::newMap()
 {
     m_map.clear();
-    m_undo.reset(m_project->steamGen);
+    m_undo.reset();
     notify();
 }
 
@@ -255,7 +256,7 @@ bool ProjectSession::openMap(const QString &machinePath)
 {
     if (!m_map.readMap(machinePath))
         return false;
-    m_undo.reset(m_project->steamGen);
+    m_undo.reset();
     noteMapFile(messages::kOpenedMap);
     return true;
 }
@@ -279,7 +280,7 @@ void ProjectSession::noteMapFile(const tarnwick::Message &status)
 
 void ProjectSession::updateRecoveryCopy()
 {
-    m_recovery.update(m_map, {m_undo.isModified(), m_project->steamGen.selection(), headerDraft});
+    m_recovery.update(m_map, {m_undo.isModified(), m_legend.tubes().selection(), headerDraft});
 }
 
 void ProjectSession::openMapAtStart()
@@ -288,9 +289,9 @@ void ProjectSession::openMapAtStart()
     if (const QString remark = m_project->tablesRemark(); !remark.isEmpty())
         m_prompts.showStatus(remark);
     if (const std::optional<UnsavedWork> work = m_recovery.offer(m_map)) {
-        m_project->steamGen.setSelection(work->selection);
+        m_legend.tubes().setSelection(work->selection);
         headerDraft = work->draft;
-        m_undo.reset(m_project->steamGen);
+        m_undo.reset();
         if (work->isModified)
             m_undo.setNeverSaved();
         notify();

@@ -19,11 +19,11 @@ constexpr double kNeighbourDistance = 1.2;
 
 using Rule = std::function<bool(int)>;
 
-void selectWhere(ellery::SteamGen &steamGen, bool selected, const Rule &rule)
+void selectWhere(ellery::TubeStates &tubes, bool selected, const Rule &rule)
 {
-    for (int tube = 0; tube < steamGen.numTube(); ++tube) {
+    for (int tube = 0; tube < tubes.count(); ++tube) {
         if (rule(tube))
-            steamGen.setSelected(tube, selected);
+            tubes.setSelected(tube, selected);
     }
 }
 
@@ -75,15 +75,15 @@ QString ruleName(int command)
 }
 
 /// Rules of the whole map; empty for one that needs the tube pointed at.
-Rule mapRule(int command, const ellery::SteamGen &steamGen)
+Rule mapRule(int command, const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes)
 {
     switch (selecting(command)) {
     case SelectAllTubes:
         return [](int) { return true; };
     case SelectAllSymbols:
-        return [&steamGen](int tube) { return !steamGen.isOpen(tube); };
+        return [&tubes](int tube) { return !tubes.isOpen(tube); };
     case SelectOpenTubes:
-        return [&steamGen](int tube) { return steamGen.isOpen(tube); };
+        return [&tubes](int tube) { return tubes.isOpen(tube); };
     case SelectPeriph:
         return [&steamGen](int tube) { return steamGen[tube].periphery; };
     default:
@@ -91,13 +91,13 @@ Rule mapRule(int command, const ellery::SteamGen &steamGen)
     }
 }
 
-Rule pointedRule(int command, const ellery::SteamGen &steamGen, int pointed)
+Rule pointedRule(int command, const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes, int pointed)
 {
     const ellery::TubeAddress address = steamGen[pointed].address;
     switch (selecting(command)) {
     case SelectSymbol:
-        return [&steamGen, pointed](int tube) {
-            return !steamGen.isOpen(pointed) && steamGen.symbol(tube) == steamGen.symbol(pointed);
+        return [&tubes, pointed](int tube) {
+            return !tubes.isOpen(pointed) && tubes.symbol(tube) == tubes.symbol(pointed);
         };
     case SelectSection:
         return [&steamGen, address](int tube) { return steamGen[tube].address.sec == address.sec; };
@@ -106,7 +106,7 @@ Rule pointedRule(int command, const ellery::SteamGen &steamGen, int pointed)
             return steamGen[tube].address.row == address.row && steamGen[tube].address.sec == address.sec;
         };
     case SelectGroup: {
-        const QList<qint32> group = connectedGroup(steamGen, pointed);
+        const QList<qint32> group = connectedGroup(steamGen, tubes, pointed);
         return [group](int tube) { return std::binary_search(group.begin(), group.end(), tube); };
     }
     default:
@@ -126,16 +126,16 @@ QString selectionLabel(int command)
     return (selecting(command) == command ? u"Select "_s : u"Deselect "_s) + ruleName(command);
 }
 
-void applySelection(int command, ellery::SteamGen &steamGen, int pointed)
+void applySelection(int command, const ellery::SteamGen &steamGen, ellery::TubeStates &tubes, int pointed)
 {
     const bool selected = selecting(command) == command;
-    if (const Rule rule = mapRule(command, steamGen))
-        selectWhere(steamGen, selected, rule);
+    if (const Rule rule = mapRule(command, steamGen, tubes))
+        selectWhere(tubes, selected, rule);
     else if (pointed >= 0)
-        selectWhere(steamGen, selected, pointedRule(command, steamGen, pointed));
+        selectWhere(tubes, selected, pointedRule(command, steamGen, tubes, pointed));
 }
 
-QList<qint32> connectedGroup(const ellery::SteamGen &steamGen, int tube)
+QList<qint32> connectedGroup(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes, int tube)
 {
     const ellery::TubeGrid grid(steamGen.tubes());
     const double reach = grid.spacing() * kNeighbourDistance;
@@ -146,8 +146,7 @@ QList<qint32> connectedGroup(const ellery::SteamGen &steamGen, int tube)
     for (qsizetype i = 0; i < group.size(); ++i) {
         const ellery::Tube &centre = steamGen[group[i]];
         for (const qint32 near : grid.within(double(centre.x), double(centre.y), reach)) {
-            if (seen[size_t(near)] || steamGen[near].address.sec != section ||
-                steamGen.symbol(near) != steamGen.symbol(tube))
+            if (seen[size_t(near)] || steamGen[near].address.sec != section || tubes.symbol(near) != tubes.symbol(tube))
                 continue;
             seen[size_t(near)] = true;
             group.append(near);

@@ -1,5 +1,6 @@
 #pragma once
 #include <ellery/SteamGen.h>
+#include <ellery/TubeStates.h>
 
 namespace app {
 
@@ -9,10 +10,10 @@ bool isSelectionCommand(int command);
 QString selectionLabel(int command);
 /// Carries it out. pointed is the tube that the pop-up menu was opened on, -1 without one; the commands that need it
 /// then do nothing.
-void applySelection(int command, ellery::SteamGen &steamGen, int pointed);
+void applySelection(int command, const ellery::SteamGen &steamGen, ellery::TubeStates &tubes, int pointed);
 
 /// The tubes that hang together with a tube by neighbours (a pitch apart, in the same section) that look like it: all
 /// with its symbol, or all open. Ascending.
-QList<qint32> connectedGroup(const ellery::SteamGen &steamGen, int tube);
+QList<qint32> connectedGroup(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes, int tube);
 
 } // namespace app

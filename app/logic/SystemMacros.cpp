@@ -6,7 +6,8 @@ using namespace Qt::StringLiterals;
 
 namespace app {
 
-tarnwick::JMacro systemMacros(const brannock::Project &project, const QString &mapFile, const DatabaseStatus &database)
+tarnwick::JMacro systemMacros(const brannock::Project &project, const ellery::TubeStates &tubes, const QString &mapFile,
+                              const DatabaseStatus &database)
 {
     const ellery::SteamGen &steamGen = project.steamGen;
     const bool connected = !database.path.isEmpty();
@@ -23,9 +24,9 @@ tarnwick::JMacro systemMacros(const brannock::Project &project, const QString &m
     macros.set(u"[COMPONENT NAME]"_s, project.site.compName);
     macros.set(u"[COMPONENT MODEL]"_s, steamGen.modelName);
     macros.set(u"[MAP NAME]"_s, tarnwick::SuitePath(mapFile).baseName());
-    macros.set(u"[MAP OPEN TUBES]"_s, QString::number(steamGen.openCount()));
-    macros.set(u"[MAP SELECT COUNT]"_s, QString::number(steamGen.selectedCount()));
-    macros.set(u"[MAP SYMBOL COUNT]"_s, QString::number(steamGen.symbolCount()));
+    macros.set(u"[MAP OPEN TUBES]"_s, QString::number(tubes.openCount()));
+    macros.set(u"[MAP SELECT COUNT]"_s, QString::number(tubes.selectedCount()));
+    macros.set(u"[MAP SYMBOL COUNT]"_s, QString::number(tubes.symbolCount()));
     macros.set(u"[MAP TUBE COUNT]"_s, QString::number(steamGen.numTube()));
     for (const auto *name : {u"[QUERY FILE]", u"[QUERY NAME]", u"[QUERY RECORDS]", u"[QUERY TOTAL TUBES]"})
         macros.set(QString::fromUtf16(name), QString());

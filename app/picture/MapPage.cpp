@@ -26,7 +26,7 @@ brannock::PictureContent pageContent(const MapHeader &header, const plans::MapLe
     content.footer = macros.expand(footerText());
     content.signatures = signatureLine(shown);
     content.footerFont = QFont(shown.footerFont, shown.footerSize);
-    content.modelText = brannock::modelText(steamGen);
+    content.modelText = brannock::modelText(steamGen, legend.tubes());
     content.legend = plans::legendRows(legend);
     content.margins =
         QMarginsF(options.margins.left, options.margins.top, options.margins.right, options.margins.bottom);
@@ -36,10 +36,11 @@ brannock::PictureContent pageContent(const MapHeader &header, const plans::MapLe
     return content;
 }
 
-brannock::MapPicture mapPage(const ellery::SteamGen &steamGen, const brannock::PictureContent &content,
-                             const query::ArvoOptions &options, const QString &watermark)
+brannock::MapPicture mapPage(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes,
+                             const brannock::PictureContent &content, const query::ArvoOptions &options,
+                             const QString &watermark)
 {
-    brannock::MapScene scene(steamGen, plans::mapOptions(options));
+    brannock::MapScene scene(steamGen, tubes, plans::mapOptions(options));
     scene.watermark = watermark;
     scene.deselect(); // a matter of the screen: on paper its marks would look like a finding
     return brannock::MapPicture(scene, content);

@@ -16,7 +16,8 @@ brannock::PictureContent pageContent(const MapHeader &header, const plans::MapLe
                                      const tarnwick::JMacro &macros);
 
 /// The tubes as they are marked now, on a page. watermark: behind them, may be empty.
-brannock::MapPicture mapPage(const ellery::SteamGen &steamGen, const brannock::PictureContent &content,
-                             const query::ArvoOptions &options, const QString &watermark);
+brannock::MapPicture mapPage(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes,
+                             const brannock::PictureContent &content, const query::ArvoOptions &options,
+                             const QString &watermark);
 
 } // namespace app

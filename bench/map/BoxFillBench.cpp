@@ -6,37 +6,38 @@
 #include <plans/BoxFill.h>
 
 using ellery::SteamGen;
+using ellery::TubeStates;
 
 namespace {
 
 /// As many selected tubes, scattered over the whole bundle.
-SteamGen withSelection(int tubes, int selected)
+TubeStates withSelection(int count, int selected)
 {
-    SteamGen steamGen = bundle(tubes);
+    TubeStates tubes(count);
     quint32 state = 1;
-    while (steamGen.selectedCount() < selected) {
+    while (tubes.selectedCount() < selected) {
         state = state * 1664525U + 1013904223U;
-        steamGen.setSelected(int((state >> 8) % quint32(steamGen.numTube())), true);
+        tubes.setSelected(int((state >> 8) % quint32(count)), true);
     }
-    return steamGen;
+    return tubes;
 }
 
-QList<qint32> doubleLoop(SteamGen &sg, double radius)
+QList<qint32> doubleLoop(const SteamGen &sg, const TubeStates &tubes, double radius)
 {
     QList<qint32> found;
-    sg.clearMarks();
+    std::vector<bool> taken(size_t(sg.numTube()));
     for (int a = 0; a < sg.numTube(); ++a) {
-        if (!sg.isSelected(a))
+        if (!tubes.isSelected(a))
             continue;
         for (int b = 0; b < sg.numTube(); ++b) {
-            if (sg.isSelected(b))
+            if (tubes.isSelected(b))
                 continue;
             const double dx = double(sg[a].x) - double(sg[b].x);
             const double dy = double(sg[a].y) - double(sg[b].y);
-            if (std::sqrt(dx * dx + dy * dy) > radius || sg.isMarked(b))
+            if (std::sqrt(dx * dx + dy * dy) > radius || taken[size_t(b)])
                 continue;
             found.append(b);
-            sg.setMarked(b, true);
+            taken[size_t(b)] = true;
         }
     }
     return found;
@@ -50,25 +51,27 @@ void sizes(benchmark::internal::Benchmark *benchmark)
 
 void boxFill(benchmark::State &state)
 {
-    SteamGen steamGen = withSelection(int(state.range(0)), int(state.range(1)));
+    const SteamGen steamGen = bundle(int(state.range(0)));
+    const TubeStates tubes = withSelection(steamGen.numTube(), int(state.range(1)));
     plans::BoxFill fill;
     fill.parameters.radius = double(state.range(2));
-    fill.pick(steamGen);
-    if (fill.tubes != doubleLoop(steamGen, fill.parameters.radius)) {
+    fill.pick(steamGen, tubes);
+    if (fill.tubes != doubleLoop(steamGen, tubes, fill.parameters.radius)) {
         state.SkipWithError("other tubes than the double loop, or another order");
         return;
     }
     for (auto _ : state)
-        fill.pick(steamGen);
+        fill.pick(steamGen, tubes);
     state.counters["found"] = double(fill.tubes.size());
 }
 BENCHMARK(boxFill)->Apply(sizes);
 
 void boxFillDoubleLoop(benchmark::State &state)
 {
-    SteamGen steamGen = withSelection(int(state.range(0)), int(state.range(1)));
+    const SteamGen steamGen = bundle(int(state.range(0)));
+    const TubeStates tubes = withSelection(steamGen.numTube(), int(state.range(1)));
     for (auto _ : state)
-        benchmark::DoNotOptimize(doubleLoop(steamGen, double(state.range(2))));
+        benchmark::DoNotOptimize(doubleLoop(steamGen, tubes, double(state.range(2))));
 }
 BENCHMARK(boxFillDoubleLoop)->Apply(sizes);
 

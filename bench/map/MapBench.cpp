@@ -26,13 +26,15 @@ MapView fitted(const MapScene &scene, const QSize &size)
 struct Setup
 {
     ellery::SteamGen steamGen;
+    ellery::TubeStates tubes;
     MapScene scene;
     QImage image;
     MapView view;
 
     explicit Setup(const benchmark::State &state)
         : steamGen(bundle(int(state.range(0))))
-        , scene(steamGen)
+        , tubes(marks(steamGen))
+        , scene(steamGen, tubes)
         , image(int(state.range(1)), int(state.range(1)) * 9 / 16, QImage::Format_RGB32)
         , view(fitted(scene, image.size()))
     {
@@ -135,10 +137,11 @@ class WindowFrame
 public:
     explicit WindowFrame(benchmark::State &state)
         : steamGen(bundle(int(state.range(0))))
+        , tubes(marks(steamGen))
         , window(int(state.range(1)), int(state.range(1)) * 9 / 16, QImage::Format_RGB32)
     {
         map.resize(window.size());
-        map.setSteamGen(&steamGen);
+        map.setSteamGen(&steamGen, &tubes);
         map.setTubeTip(true);
         show();
     }
@@ -151,6 +154,7 @@ public:
     }
 
     ellery::SteamGen steamGen;
+    ellery::TubeStates tubes;
     QImage window;
     TubesheetMap map;
 };
@@ -201,19 +205,21 @@ void atlas(benchmark::State &state)
 }
 BENCHMARK(atlas)->Apply(cases);
 
-/// From the change of the selection in the steam generator to pixels in the window.
+/// From the change of the selection to pixels in the window.
 void selectionChange(benchmark::State &state)
 {
-    ellery::SteamGen steamGen = bundle(int(state.range(0)));
+    const ellery::SteamGen steamGen = bundle(int(state.range(0)));
+    ellery::TubeStates tubes = marks(steamGen);
     TubesheetMap map;
     map.resize(int(state.range(1)), int(state.range(1)) * 9 / 16);
-    map.setSteamGen(&steamGen);
+    map.setSteamGen(&steamGen, &tubes);
     QImage window(map.size(), QImage::Format_RGB32);
     map.render(&window);
     const QList<qint32> some = map.scene().grid().within(0, 0, 6);
     bool add = true;
     for (auto _ : state) {
-        map.select(add ? some : QList<qint32>(), TubesheetMap::SelectMode::Replace);
+        tubes.select(add ? some : QList<qint32>(), ellery::SelectMode::Replace);
+        map.refresh();
         add = !add;
         map.render(&window, {}, QRegion(map.rect().center().x() - 120, map.rect().center().y() - 120, 240, 240));
     }
@@ -231,8 +237,8 @@ void selectAll(benchmark::State &state)
     for (auto _ : state) {
         on = !on;
         for (int i = 0; i < setup.steamGen.numTube(); ++i)
-            setup.steamGen.setSelected(i, on);
-        cache.patch(setup.scene, setup.scene.update(setup.steamGen));
+            setup.tubes.setSelected(i, on);
+        cache.patch(setup.scene, setup.scene.update(setup.tubes));
         cache.update(setup.scene, setup.view, Qt::white);
     }
 }
@@ -247,8 +253,8 @@ void recolour(benchmark::State &state)
     for (auto _ : state) {
         colour += 0x010203;
         for (int i = 0; i < setup.steamGen.numTube(); i += 5)
-            setup.steamGen.setSymbol(i, u'R', colour & 0xFFFFFF);
-        cache.patch(setup.scene, setup.scene.update(setup.steamGen));
+            setup.tubes.setMark(i, {u'R', colour & 0xFFFFFF});
+        cache.patch(setup.scene, setup.scene.update(setup.tubes));
         cache.update(setup.scene, setup.view, Qt::white);
     }
     goal(state, {8, 8, 0, 0});
@@ -258,11 +264,12 @@ BENCHMARK(recolour)->Apply(cases);
 /// The pointer goes from one tube to the next: ring, names on the rulers and the card, old and new.
 void hover(benchmark::State &state)
 {
-    ellery::SteamGen steamGen = bundle(int(state.range(0)));
+    const ellery::SteamGen steamGen = bundle(int(state.range(0)));
+    ellery::TubeStates tubes = marks(steamGen);
     TubesheetMap map;
     map.resize(int(state.range(1)), int(state.range(1)) * 9 / 16);
     map.setTubeTip(true);
-    map.setSteamGen(&steamGen);
+    map.setSteamGen(&steamGen, &tubes);
     map.show();
     QCoreApplication::processEvents();
     int tube = 0;

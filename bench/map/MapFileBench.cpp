@@ -50,7 +50,7 @@ public:
         document.setProject(&record);
         changes.captureExtras = [this] { return plans::MapExtras{1, 1, document.headerRecord()}; };
         changes.restoreExtras = [this](const plans::MapExtras &extras) { document.setHeaderRecord(extras.header); };
-        changes.reset(record.steamGen);
+        changes.reset();
     }
 
     /// Entries with every tube each, in different orders.
@@ -68,7 +68,7 @@ public:
             fills.push_back(std::move(fill));
         }
         entries.replaceEntries(std::move(fills));
-        changes.reset(record.steamGen);
+        changes.reset();
     }
 
     QTemporaryDir folder;
@@ -77,10 +77,11 @@ public:
     brannock::Project record;
     plans::MapLegend entries{record.steamGen};
     app::MapDocument document{entries, silent};
-    plans::MapUndo changes{entries, record.steamGen};
+    plans::MapUndo changes{entries};
 
     brannock::Project &project() override { return record; }
-    ellery::SteamGen &steamGen() override { return record.steamGen; }
+    const ellery::SteamGen &steamGen() override { return record.steamGen; }
+    ellery::TubeStates &tubes() override { return entries.tubes(); }
     plans::MapLegend &legend() override { return entries; }
     db::DatabaseSession &session() override { qFatal("no database here"); }
     tarnwick::UserPrompts &prompts() override { return silent; }
@@ -102,7 +103,7 @@ void openMap(benchmark::State &state)
     bench.document.storeMap(path);
     for (auto _ : state) {
         bench.document.readMap(path);
-        bench.changes.reset(bench.record.steamGen);
+        bench.changes.reset();
     }
     state.counters["MB"] = double(QFileInfo(path).size()) / 1e6;
 }
@@ -122,7 +123,7 @@ void updateMap(benchmark::State &state)
 {
     Bench bench;
     for (int i = 0; i < bench.record.steamGen.numTube(); i += 80)
-        bench.record.steamGen.setSelected(i, true);
+        bench.entries.tubes().setSelected(i, true);
     for (int n = 0; n < 50; ++n) {
         std::unique_ptr<plans::MapFill> fill;
         if (n % 3 == 0) {
@@ -188,7 +189,7 @@ void undoMemory(benchmark::State &state)
             fill.parameters.percent = 50;
             bench.entries.replaceEntry(n % 20, fill, bench);
             for (int i = 0; i < 500; ++i)
-                bench.record.steamGen.setSelected((n * 131 + i * 7) % bench.record.steamGen.numTube(), true);
+                bench.entries.tubes().setSelected((n * 131 + i * 7) % bench.record.steamGen.numTube(), true);
             bench.entries.moveEntry(n % 20, (n * 7) % 20);
         }
         bench.changes.canUndo();

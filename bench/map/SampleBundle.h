@@ -1,9 +1,10 @@
 #pragma once
 #include <ellery/SteamGen.h>
+#include <ellery/TubeStates.h>
 
 #include <cmath>
 
-/// A round bundle of about this many tubes on a triangular pitch, every tube marked: 8 colours, 26 symbols.
+/// A round bundle of about this many tubes on a triangular pitch.
 inline ellery::SteamGen bundle(int count)
 {
     const double step = std::sqrt(3.0) / 2;
@@ -19,9 +20,16 @@ inline ellery::SteamGen bundle(int count)
     }
     ellery::SteamGen steamGen;
     steamGen.setTubes(tubes);
+    return steamGen;
+}
+
+/// Every tube marked: 8 colours, 26 symbols.
+inline ellery::TubeStates marks(const ellery::SteamGen &steamGen)
+{
     static constexpr quint32 kColours[] = {0x009FE6, 0xE9B456, 0x739E00, 0x42E4F0,
                                            0xB27200, 0x005ED5, 0xA779CC, 0x0000D0};
-    for (int i = 0; i < steamGen.numTube(); ++i)
-        steamGen.setSymbol(i, char16_t(u'A' + i % 26), kColours[i / 26 % 8]);
-    return steamGen;
+    ellery::TubeStates tubes(steamGen.numTube());
+    for (int i = 0; i < tubes.count(); ++i)
+        tubes.setMark(i, {char16_t(u'A' + i % 26), kColours[i / 26 % 8]});
+    return tubes;
 }

@@ -44,6 +44,7 @@ QIcon tubeIcon(const brannock::TubeMark &mark, const brannock::MapOptions &look,
 FillDialog::FillDialog(FillEditor &editor, const FillDialogContext &context, const QString &name, const QString &title)
     : QDialog(context.parent)
     , m_editor(editor)
+    , m_component(context.host.steamGen())
     , m_prompts(context.host.prompts())
     , m_colours(context.roots, m_prompts)
     , m_look(context.look)
@@ -136,7 +137,7 @@ void FillDialog::finish(QWidget *first)
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout()->addWidget(buttons);
     connect(m_symbol, &QPushButton::clicked, this, &FillDialog::chooseSymbol);
-    m_map->setSteamGen(&m_editor.preview().map());
+    m_map->setSteamGen(&m_component, &m_editor.preview().tubes());
     m_editor.changed = [this] { refresh(); };
     refresh();
     first->setFocus();

@@ -54,6 +54,7 @@ private:
     void chooseSymbol();
 
     FillEditor &m_editor;
+    const ellery::SteamGen &m_component;
     tarnwick::UserPrompts &m_prompts;
     brannock::ColourChooser m_colours;
     brannock::MapOptions m_look;

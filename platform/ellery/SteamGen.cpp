@@ -22,13 +22,6 @@ void SteamGen::setTubes(const QList<Tube> &tubes)
         m_numSection = std::max(m_numSection, address.sec + 1);
         m_severalSections = m_severalSections || address.sec != tubes[0].address.sec;
     }
-    const size_t count = size_t(tubes.size());
-    m_symbols.assign(count, 0);
-    m_colours.assign(count, 0);
-    m_selected.assign(count, 0);
-    m_marked.assign(count, 0);
-    m_symbolCount = 0;
-    m_selectedCount = 0;
 }
 
 quint64 SteamGen::key(int row, int col, int sec)
@@ -79,59 +72,6 @@ const LandmarkSet *SteamGen::getLandmarkSet(int tubeIndex) const
             return &set;
     }
     return nullptr;
-}
-
-void SteamGen::setSymbol(int tube, char16_t symbol, quint32 colour)
-{
-    char16_t &current = m_symbols[size_t(tube)];
-    m_symbolCount += int(symbol != 0) - int(current != 0);
-    current = symbol;
-    m_colours[size_t(tube)] = colour;
-}
-
-void SteamGen::clearSymbols()
-{
-    std::fill(m_symbols.begin(), m_symbols.end(), char16_t(0));
-    std::fill(m_colours.begin(), m_colours.end(), 0u);
-    m_symbolCount = 0;
-}
-
-void SteamGen::setSelected(int tube, bool selected)
-{
-    quint8 &current = m_selected[size_t(tube)];
-    m_selectedCount += int(selected) - int(current);
-    current = selected ? 1 : 0;
-}
-
-void SteamGen::clearSelection()
-{
-    std::fill(m_selected.begin(), m_selected.end(), quint8(0));
-    m_selectedCount = 0;
-}
-
-void SteamGen::clearMarks()
-{
-    std::fill(m_marked.begin(), m_marked.end(), quint8(0));
-}
-
-QList<qint32> SteamGen::selection() const
-{
-    QList<qint32> indices;
-    indices.reserve(m_selectedCount);
-    for (int i = 0; i < numTube(); ++i) {
-        if (isSelected(i))
-            indices.append(i);
-    }
-    return indices;
-}
-
-void SteamGen::setSelection(const QList<qint32> &tubes)
-{
-    clearSelection();
-    for (const qint32 tube : tubes) {
-        if (tube >= 0 && tube < numTube())
-            setSelected(tube, true);
-    }
 }
 
 } // namespace ellery

@@ -6,16 +6,14 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
-#include <vector>
 
 namespace ellery {
 
 /// Which of a tube's numbers a label stands for.
 enum class Axis { Row = 0, Col = 1, Sec = 2, Leg = 3 };
 
-/// The steam generator: its tubes, the labels the plant uses for rows, columns, sections and legs, its landmarks, and
-/// the state of each tube on the map (symbol, colour, selection, a mark for algorithms). Counts of symbols and of
-/// selected tubes are kept with every change, so they cost nothing to show.
+/// The steam generator: its tubes, the labels the plant uses for rows, columns, sections and legs, and its landmarks.
+/// How tubes are marked on a map is in TubeStates.
 class SteamGen
 {
 public:
@@ -34,7 +32,7 @@ public:
     /// legs are called OUTLET, INLET and UBEND.
     QStringList labels[4];
 
-    /// Takes the tubes in their order, all open and not selected. Of tubes with the same address the first is found.
+    /// Takes the tubes in their order. Of tubes with the same address the first is found.
     void setTubes(const QList<Tube> &tubes);
 
     // Tubes.
@@ -73,25 +71,6 @@ public:
     // Landmarks.
     const LandmarkSet *getLandmarkSet(int tubeIndex) const;
 
-    // Map state.
-    char16_t symbol(int tube) const { return m_symbols[size_t(tube)]; }
-    quint32 colour(int tube) const { return m_colours[size_t(tube)]; }
-    bool isOpen(int tube) const { return symbol(tube) == 0; }
-    bool isSelected(int tube) const { return m_selected[size_t(tube)]; }
-    bool isMarked(int tube) const { return m_marked[size_t(tube)]; }
-    void setSymbol(int tube, char16_t symbol, quint32 colour);
-    void clearSymbols();
-    void setSelected(int tube, bool selected);
-    void clearSelection();
-    void setMarked(int tube, bool marked) { m_marked[size_t(tube)] = marked; }
-    void clearMarks();
-    int symbolCount() const { return m_symbolCount; }
-    int openCount() const { return numTube() - m_symbolCount; }
-    int selectedCount() const { return m_selectedCount; }
-    /// Indices of the selected tubes, ascending; and back (indices that are none are passed over).
-    QList<qint32> selection() const;
-    void setSelection(const QList<qint32> &tubes);
-
 private:
     static quint64 key(int row, int col, int sec);
     const QStringList &axisLabels(Axis axis) const;
@@ -104,12 +83,6 @@ private:
     mutable QList<int> m_rowCol;
     bool m_severalSections = false;
     int m_numSection = 1;
-    std::vector<char16_t> m_symbols;
-    std::vector<quint32> m_colours;
-    std::vector<quint8> m_selected;
-    std::vector<quint8> m_marked;
-    int m_symbolCount = 0;
-    int m_selectedCount = 0;
     // Numbers by lower-case label, and the label lists they were made from.
     mutable QHash<QString, int> m_numbers[4];
     mutable QStringList m_numberedLabels[4];

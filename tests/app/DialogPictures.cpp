@@ -80,7 +80,7 @@ protected:
         const int col = sg.maxNumber(ellery::Axis::Col) / 2;
         for (int i = 0; i < sg.numTube(); ++i) {
             if (std::abs(sg[i].address.row - row) <= 1 && std::abs(sg[i].address.col - col) <= 2)
-                window.steamGen().setSelected(i, true);
+                window.tubes().setSelected(i, true);
         }
     }
 

@@ -180,7 +180,7 @@ TEST_F(FillDialogTest, RandomFillByMouseAndKeys)
 
 TEST_F(FillDialogTest, BoxFillAroundTheSelection)
 {
-    window.steamGen().setSelected(window.steamGen().numTube() / 2, true);
+    window.tubes().setSelected(window.steamGen().numTube() / 2, true);
     whenOpen([](QDialog &dialog) {
         EXPECT_EQ(dialog.windowTitle(), u"Box Fill"_s);
         auto *radius = part<NumberField>(dialog, u"radius"_s);
@@ -299,7 +299,7 @@ TEST_F(FillDialogTest, SymbolIsChosenByAClickOnItAndByKey)
     const QRect symbol = legend().visualRect(legend().model()->index(0, LegendModel::Symbol));
     whenOpen([this](QDialog &dialog) {
         QTest::keyClicks(part<QLineEdit>(dialog, u"findSymbol"_s), u"Q"_s);
-        EXPECT_EQ(window.steamGen().symbol(window.legend().entry(0).tubes.first()), u'Q') << "shown at once";
+        EXPECT_EQ(window.tubes().symbol(window.legend().entry(0).tubes.first()), u'Q') << "shown at once";
         enter(dialog);
     });
     QTest::mouseClick(legend().viewport(), Qt::LeftButton, {}, {symbol.right() - 8, symbol.center().y()});

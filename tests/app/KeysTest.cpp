@@ -102,7 +102,7 @@ TEST_F(KeysTest, ReturnPressesTheButtonWithTheFocusAndCtrlASelectsAll)
 {
     window.map().setFocus();
     press(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(window.steamGen().selectedCount(), window.steamGen().numTube());
+    EXPECT_EQ(window.tubes().selectedCount(), window.steamGen().numTube());
     auto *flip = qobject_cast<QToolButton *>(find<QToolBar>(u"viewBar"_s)->widgetForAction(command(FlipVertical)));
     ASSERT_NE(flip, nullptr);
     flip->setFocus();

@@ -110,7 +110,7 @@ TEST_F(LegendWindowTest, IgnoreSectionIsOfferedWhereThereAreSections)
     ASSERT_FALSE(window.steamGen().hasSections());
     EXPECT_FALSE(ignore->isEnabled());
     EXPECT_TRUE(ignore->toolTip().endsWith(u"\nThe component has no sections."_s));
-    window.steamGen().labels[int(ellery::Axis::Sec)] = {u"HOT"_s};
+    window.project().steamGen.labels[int(ellery::Axis::Sec)] = {u"HOT"_s};
     window.refreshAll();
     EXPECT_TRUE(ignore->isEnabled());
 }

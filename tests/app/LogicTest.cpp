@@ -90,12 +90,12 @@ ellery::SteamGen smallSteamGen()
 
 TEST(PanelTexts, StatusPanelPadsLabelsAndCounts)
 {
-    ellery::SteamGen sg = smallSteamGen();
-    sg.setSymbol(3, u'A', 0);
-    sg.setSelection({1, 2});
-    EXPECT_EQ(statusPanelText(sg),
+    ellery::TubeStates tubes(12);
+    tubes.setMark(3, {u'A', 0});
+    tubes.setSelection({1, 2});
+    EXPECT_EQ(statusPanelText(tubes),
               u"Tube Count  :     12\nSymbol Count:      1\nOpen Tubes  :     11\nSelected    :      2\n"_s);
-    EXPECT_EQ(selectionText(sg), u"2 of 12 selected"_s);
+    EXPECT_EQ(selectionText(tubes), u"2 of 12 selected"_s);
 }
 
 TEST(PanelTexts, ProjectPanelNamesTheDatabaseFromTheArvoFolder)
@@ -120,8 +120,9 @@ TEST(SystemMacros, StandSortedWithTheStateOfTheMap)
     project.name = u"North"_s;
     project.outages = {{u"R12"_s, tarnwick::JDateTime::fromLocal(2024, 3, 9)}};
     project.steamGen = smallSteamGen();
-    project.steamGen.setSymbol(0, u'A', 0);
-    const tarnwick::JMacro macros = systemMacros(project, u"maps\\worn.map"_s, {});
+    ellery::TubeStates tubes(project.steamGen.numTube());
+    tubes.setMark(0, {u'A', 0});
+    const tarnwick::JMacro macros = systemMacros(project, tubes, u"maps\\worn.map"_s, {});
     QStringList names;
     for (const auto &entry : macros.entries())
         names.append(entry.name);
@@ -136,13 +137,14 @@ TEST(SystemMacros, StandSortedWithTheStateOfTheMap)
 
 TEST(SelectionCommands, SelectAndDeselectByRule)
 {
-    ellery::SteamGen sg = smallSteamGen();
-    sg.setSymbol(0, u'A', 1);
-    sg.setSymbol(7, u'A', 2);
-    sg.setSymbol(1, u'B', 1);
-    const auto selectedAfter = [&sg](int command, int pointed = -1) {
-        applySelection(command, sg, pointed);
-        return sg.selection();
+    const ellery::SteamGen sg = smallSteamGen();
+    ellery::TubeStates tubes(sg.numTube());
+    tubes.setMark(0, {u'A', 1});
+    tubes.setMark(7, {u'A', 2});
+    tubes.setMark(1, {u'B', 1});
+    const auto selectedAfter = [&](int command, int pointed = -1) {
+        applySelection(command, sg, tubes, pointed);
+        return tubes.selection();
     };
     EXPECT_THAT(selectedAfter(37), ElementsAre(0, 1, 7));
     EXPECT_THAT(selectedAfter(46, 0), ElementsAre(1));
@@ -165,12 +167,13 @@ TEST(SelectionCommands, SelectAndDeselectByRule)
 
 TEST(SelectionCommands, AGroupHangsTogetherAndLooksAlike)
 {
-    ellery::SteamGen sg = smallSteamGen();
-    sg.setSymbol(1, u'X', 1);
-    sg.setSymbol(4, u'X', 1);
-    EXPECT_THAT(connectedGroup(sg, 0), ElementsAre(0, 3));
-    EXPECT_THAT(connectedGroup(sg, 4), ElementsAre(1, 4));
-    EXPECT_THAT(connectedGroup(sg, 6), ElementsAre(6, 7, 8, 9, 10, 11));
+    const ellery::SteamGen sg = smallSteamGen();
+    ellery::TubeStates tubes(sg.numTube());
+    tubes.setMark(1, {u'X', 1});
+    tubes.setMark(4, {u'X', 1});
+    EXPECT_THAT(connectedGroup(sg, tubes, 0), ElementsAre(0, 3));
+    EXPECT_THAT(connectedGroup(sg, tubes, 4), ElementsAre(1, 4));
+    EXPECT_THAT(connectedGroup(sg, tubes, 6), ElementsAre(6, 7, 8, 9, 10, 11));
 }
 
 class RecentFilesTest : public AppTest

@@ -30,7 +30,8 @@ public:
     {
     }
     brannock::Project &project() override { return m_session.project(); }
-    ellery::SteamGen &steamGen() override { return m_session.project().steamGen; }
+    const ellery::SteamGen &steamGen() override { return m_session.project().steamGen; }
+    ellery::TubeStates &tubes() override { return m_session.legend().tubes(); }
     plans::MapLegend &legend() override { return m_session.legend(); }
     db::DatabaseSession &session() override { return m_session.database(); }
     tarnwick::UserPrompts &prompts() override { return m_session.prompts(); }
@@ -312,7 +313,7 @@ TEST_F(RecoveryTest, SelectionAndHeaderTextsBeingEditedComeBackOnAMachineOfAnoth
     said.answerWith({Answer::Yes});
     ProjectSession next(said);
     ASSERT_TRUE(startAgain(next));
-    EXPECT_EQ(next.project().steamGen.selection(), (QList<qint32>{3, 5}));
+    EXPECT_EQ(next.legend().tubes().selection(), (QList<qint32>{3, 5}));
     EXPECT_EQ(next.headerDraft, draft);
     EXPECT_FALSE(next.undo().isModified()) << "the map is as its file";
     EXPECT_EQ(next.legend().count(), 1);

@@ -181,7 +181,7 @@ protected:
     {
         QString text;
         for (int i = 0; i < 8; ++i)
-            text += session.project().steamGen.isOpen(i) ? u'.' : QChar(session.project().steamGen.symbol(i));
+            text += session.legend().tubes().isOpen(i) ? u'.' : QChar(session.legend().tubes().symbol(i));
         return text;
     }
     void addFill(const QList<qint32> &tubes)
@@ -298,7 +298,7 @@ TEST_F(MapDocumentTest, WhatNoFileHoldsDoesNotMakeTheMapModified)
     addFill({1});
     ASSERT_TRUE(session.saveMap(folder.path(u"c.map"_s)));
     session.undo().checkpoint(u"Select All Tubes"_s);
-    session.project().steamGen.setSelected(3, true);
+    session.legend().tubes().setSelected(3, true);
     EXPECT_TRUE(session.undo().canUndo());
     EXPECT_FALSE(session.undo().isModified());
     session.undo().checkpoint(u"Hide Entry"_s);

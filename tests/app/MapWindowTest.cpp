@@ -212,7 +212,7 @@ TEST_F(MapWindowTest, PicturesGoThroughTheirChoosersAndCarryTheLegendsCounts)
     }
     EXPECT_EQ(window.legend().entry(0).paintedCount, 0) << "the later entry shows";
     EXPECT_TRUE(svg.contains(u"Palomine International Corp., ARVO Rev %1, "_s.arg(brannock::TOLVENMARK_REV)));
-    EXPECT_TRUE(svg.contains(tarnwick::format(u"%D open tubes", window.steamGen().openCount())));
+    EXPECT_TRUE(svg.contains(tarnwick::format(u"%D open tubes", window.tubes().openCount())));
 
     dialogs.next = folder.path(u"map.bmp"_s);
     run(StoreBitmap);
@@ -234,7 +234,7 @@ TEST_F(MapWindowTest, TubesAreCopiedAsText)
     };
     EXPECT_EQ(copied().count(u'\n'), window.legend().entry(0).fillCount) << "the whole map";
     EXPECT_TRUE(copied().contains(u"\tA\tPATTERN\t"_s));
-    window.steamGen().setSelection({0});
+    window.tubes().setSelection({0});
     EXPECT_EQ(copied().count(u'\n'), 1);
     EXPECT_EQ(said.lastStatus(), u"Copied 1 tube."_s);
     showActive();
@@ -244,7 +244,7 @@ TEST_F(MapWindowTest, TubesAreCopiedAsText)
     QTest::keyClick(legend, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text().count(u'\n'), window.legend().entry(0).fillCount);
     window.commands().extra(Extra::EntrySelect)->trigger();
-    EXPECT_EQ(window.steamGen().selectedCount(), window.legend().entry(0).fillCount);
+    EXPECT_EQ(window.tubes().selectedCount(), window.legend().entry(0).fillCount);
     settle();
     EXPECT_EQ(command(Undo)->text(), u"Undo Select Tubes"_s);
 }

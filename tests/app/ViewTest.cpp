@@ -215,10 +215,10 @@ TEST_F(ViewTest, TheFindFieldCompletesAndSaysWhatIsWrong)
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_TRUE(said.lastStatus().contains(u"has COL"_s)) << qPrintable(said.lastStatus());
     EXPECT_EQ(field->accessibleDescription(), said.lastStatus());
-    EXPECT_TRUE(window.steamGen().selection().isEmpty());
+    EXPECT_TRUE(window.tubes().selection().isEmpty());
     field->setText(whole);
     QTest::keyClick(field, Qt::Key_Return);
-    EXPECT_EQ(window.steamGen().selection(), QList<qint32>{40});
+    EXPECT_EQ(window.tubes().selection(), QList<qint32>{40});
     EXPECT_EQ(field->accessibleDescription(), QString());
 
     // A row chosen from the list leads on to its columns.
@@ -278,7 +278,7 @@ TEST_F(ViewTest, KeysLeadThroughThePartsOfTheWindow)
         changes->close();
     });
     QTest::keyClick(&window, Qt::Key_H, Qt::ControlModifier);
-    EXPECT_EQ(window.steamGen().selectedCount(), 0);
+    EXPECT_EQ(window.tubes().selectedCount(), 0);
 }
 
 namespace {
@@ -328,8 +328,8 @@ TEST_F(ComponentTest, LegendFollowsAComponentThatTheMakerHasChanged)
     fill.parameters.colIncrement = 1;
     plans::addNewFill(window, fill);
     const int before = int(window.legend().entry(0).tubes.size());
-    window.steamGen().setSelected(window.steamGen().findTube(kept), true);
-    window.steamGen().setSelected(window.steamGen().findTube(gone), true);
+    window.tubes().setSelected(window.steamGen().findTube(kept), true);
+    window.tubes().setSelected(window.steamGen().findTube(gone), true);
     window.projectSession().map().header.preparedBy = u"A. Alder"_s;
     said.clear();
 
@@ -340,7 +340,7 @@ TEST_F(ComponentTest, LegendFollowsAComponentThatTheMakerHasChanged)
     EXPECT_EQ(window.legend().entry(0).tubes.size(), before - 1);
     EXPECT_EQ(window.legend().entry(0).paintedCount, before - 1);
     EXPECT_TRUE(window.projectSession().map().header.preparedBy.isEmpty()) << "signed for other tubes";
-    EXPECT_EQ(window.steamGen().selection(), QList<qint32>{window.steamGen().findTube(kept)});
+    EXPECT_EQ(window.tubes().selection(), QList<qint32>{window.steamGen().findTube(kept)});
     EXPECT_EQ(window.map().scene().numTube(), fewer.numTube());
     EXPECT_EQ(window.map().steamGen(), &window.steamGen());
     EXPECT_TRUE(window.projectSession().undo().isModified()) << "map files hold the places of tubes";

@@ -110,17 +110,17 @@ TEST_F(WindowTest, SelectionCommandsShowTheirCountsAndCanBeUndone)
     open();
     const int tubes = window.steamGen().numTube();
     run(SelectAllTubes);
-    EXPECT_EQ(window.steamGen().selectedCount(), tubes);
+    EXPECT_EQ(window.tubes().selectedCount(), tubes);
     EXPECT_TRUE(find<TextPanel>(u"statusPanel"_s)->text().contains(u"Selected    : %1\n"_s.arg(tubes, 6)));
     EXPECT_EQ(find<QLabel>(u"selectionText"_s)->text(), u"%1 of %1 selected"_s.arg(tubes));
     EXPECT_EQ(command(Undo)->text(), u"Undo Select All Tubes"_s);
     EXPECT_EQ(command(Undo)->shortcut(), QKeySequence(u"Ctrl+Z"_s));
     run(DeselectAllTubes);
-    EXPECT_EQ(window.steamGen().selectedCount(), 0);
+    EXPECT_EQ(window.tubes().selectedCount(), 0);
     run(DeselectAllTubes);
     EXPECT_EQ(window.projectSession().undo().stack().count(), 2) << "deselecting nothing is no change";
     run(Undo);
-    EXPECT_EQ(window.steamGen().selectedCount(), tubes);
+    EXPECT_EQ(window.tubes().selectedCount(), tubes);
     run(Undo);
     EXPECT_EQ(command(Undo)->text(), u"Undo"_s);
     EXPECT_FALSE(command(Undo)->isEnabled());
@@ -209,7 +209,7 @@ TEST_F(WindowTest, FindsATubeByItsAddress)
     field->setText(u"%1 %2"_s.arg(address.row).arg(address.col));
     QTest::keyClick(field, Qt::Key_Return);
     settle();
-    EXPECT_EQ(window.steamGen().selection(), QList<qint32>{7});
+    EXPECT_EQ(window.tubes().selection(), QList<qint32>{7});
     field->setText(u"999 999"_s);
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_TRUE(said.lastStatus().startsWith(u"There is no tube \"999 999\". There is no ROW 999, only ROW 1 to "_s));
@@ -218,7 +218,7 @@ TEST_F(WindowTest, FindsATubeByItsAddress)
     QTest::keyClick(field, Qt::Key_Escape);
     EXPECT_TRUE(window.menuBar()->isVisible());
     EXPECT_TRUE(window.map().hasFocus());
-    EXPECT_EQ(window.steamGen().selection(), QList<qint32>{7});
+    EXPECT_EQ(window.tubes().selection(), QList<qint32>{7});
 }
 
 TEST_F(WindowTest, MapMenuSelectsFromTheTubePointedAt)
@@ -235,9 +235,9 @@ TEST_F(WindowTest, MapMenuSelectsFromTheTubePointedAt)
     row->trigger();
     settle();
     const int inRow = window.steamGen()[5].address.row;
-    for (const qint32 tube : window.steamGen().selection())
+    for (const qint32 tube : window.tubes().selection())
         EXPECT_EQ(window.steamGen()[tube].address.row, inRow);
-    EXPECT_GT(window.steamGen().selectedCount(), 0);
+    EXPECT_GT(window.tubes().selectedCount(), 0);
     menu->hide();
 }
 
@@ -312,9 +312,9 @@ TEST_F(WindowTest, MarksTheTubesOfAQueryFile)
     settle();
     EXPECT_EQ(window.legend().entry(0).label, u"edge.qry"_s);
     EXPECT_EQ(find<LegendView>(u"legend"_s)->model()->index(0, LegendModel::Type).data().toString(), u"QUERY"_s);
-    EXPECT_GT(window.steamGen().symbolCount(), 0);
+    EXPECT_GT(window.tubes().symbolCount(), 0);
     for (int i = 0; i < window.steamGen().numTube(); ++i)
-        EXPECT_EQ(window.steamGen().isOpen(i), window.steamGen()[i].address.row > 2);
+        EXPECT_EQ(window.tubes().isOpen(i), window.steamGen()[i].address.row > 2);
     said.clear();
     EXPECT_FALSE(window.addQueryFile(folder.filePath(u"missing.qry"_s)));
     EXPECT_EQ(said.entries().size(), 1);
@@ -335,7 +335,7 @@ TEST_F(WindowTest, MarksTheTubesOfAQueryFile)
     find<QToolButton>(u"updateButton"_s)->click();
     EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error).size(), 1);
     EXPECT_EQ(static_cast<plans::QueryFill &>(window.legend().entry(0)).tubes, tubes);
-    EXPECT_GT(window.steamGen().symbolCount(), 0);
+    EXPECT_GT(window.tubes().symbolCount(), 0);
 }
 
 TEST_F(WindowTest, RecentListsAreClearedAfterAQuestion)

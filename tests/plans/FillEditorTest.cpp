@@ -19,7 +19,7 @@ class UndoingHost : public TestHost
 {
 public:
     using TestHost::TestHost;
-    MapUndo undo{entries, record.steamGen};
+    MapUndo undo{entries};
     void undoCheckpoint(const QString &label) override
     {
         TestHost::undoCheckpoint(label);
@@ -169,11 +169,11 @@ TEST_F(FillEditorTest, PreviewShowsTheMapAsItWouldBeAndLeavesItAlone)
     values.filter.tube = TubeFilter::OpenTubesOnly;
     editor.setParameters(values);
     EXPECT_EQ(editor.summary(), u"6 tubes"_s) << "those of rows 2 and 4";
-    EXPECT_EQ(editor.preview().map().symbol(host.tube(2, 1)), u'B');
+    EXPECT_EQ(editor.preview().tubes().symbol(host.tube(2, 1)), u'B');
     EXPECT_EQ(host.picture(), before);
     editor.accept();
     for (int i = 0; i < host.steamGen().numTube(); ++i)
-        EXPECT_EQ(editor.preview().map().symbol(i), host.steamGen().symbol(i)) << i;
+        EXPECT_EQ(editor.preview().tubes().symbol(i), host.tubes().symbol(i)) << i;
 
     // An edited entry sees its own tubes open.
     PatternFillEditor again(host, roots, 1);
@@ -196,7 +196,7 @@ TEST_F(FillEditorTest, RandomFillSaysWhatQualifiesAndWhatWouldBeTooMany)
     EXPECT_EQ(editor.maxValue(), 20);
     EXPECT_EQ(editor.value(), 0);
     EXPECT_EQ(editor.warning(), u"No tubes are selected on the map."_s);
-    host.steamGen().setSelection({3, 4});
+    host.tubes().setSelection({3, 4});
     PcntFillEditor withSelection(host, roots);
     withSelection.setParameters(values);
     withSelection.setValue(7);
@@ -240,7 +240,7 @@ TEST_F(FillEditorTest, ASeedOfZeroBecomesOne)
 TEST_F(FillEditorTest, BoxFillKnowsPitchAndLimits)
 {
     EXPECT_EQ(BoxFillEditor(host, roots).warning(), u"No tubes are selected on the map."_s);
-    host.steamGen().setSelection({host.tube(2, 2)});
+    host.tubes().setSelection({host.tube(2, 2)});
     BoxFillEditor editor(host, roots);
     EXPECT_EQ(editor.pitch(), 1.0);
     EXPECT_EQ(editor.maxRadius(), 5.0); // of 4 by 3

@@ -27,12 +27,12 @@ TEST(FillTypes, StandInTheOrderOfTheToolButtons)
 TEST(TubeFilter, TakesRegionAndSymbolsAndRefusesUnknownNumbers)
 {
     TestHost host(1, 3);
-    host.steamGen().setSymbol(0, u'A', 1);
-    host.steamGen().setSelected(1, true);
+    host.tubes().setMark(0, {u'A', 1});
+    host.tubes().setSelected(1, true);
     const auto accepted = [&host](qint32 region, qint32 tube) {
         QString text;
         for (int i = 0; i < 3; ++i)
-            text += TubeFilter{region, tube}.accepts(host.steamGen(), i) ? u'x' : u'.';
+            text += TubeFilter{region, tube}.accepts(host.tubes(), i) ? u'x' : u'.';
         return text;
     };
     EXPECT_EQ(accepted(TubeFilter::EntireMap, TubeFilter::SymbolsAndOpen), u"xxx"_s);
@@ -88,7 +88,7 @@ TEST(PcntFill, TruncatesThePercentage)
     fill.parameters = {10, 0, {}, true, false, 7};
     fill.compute(host);
     EXPECT_EQ(fill.fillCount, 1);
-    host.steamGen().setSelection({0, 1, 2, 3, 4, 5, 6, 7, 8});
+    host.tubes().setSelection({0, 1, 2, 3, 4, 5, 6, 7, 8});
     fill.parameters.filter.region = TubeFilter::SelectedTubes;
     EXPECT_TRUE(fill.compute(host));
     EXPECT_EQ(fill.fillCount, 0);
@@ -164,7 +164,7 @@ TEST(ListFill, MarksATubeOnceAndWarnsOfMissingOnes)
 TEST(BoxFill, TakesTheUnselectedTubesAroundInTheOrderReached)
 {
     TestHost host(3, 5);
-    host.steamGen().setSelection({host.tube(2, 2), host.tube(2, 3)});
+    host.tubes().setSelection({host.tube(2, 2), host.tube(2, 3)});
     BoxFill fill;
     EXPECT_TRUE(fill.compute(host));
     // Around (2, 2) by index first, then what (2, 3) adds; exactly a radius away counts.
@@ -184,16 +184,16 @@ TEST(BoxFill, EqualsThePlainDoubleLoop)
     quint32 state = 1;
     for (int i = 0; i < 60; ++i) {
         state = state * 1664525U + 1013904223U;
-        host.steamGen().setSelected(int((state >> 8) % 600), true);
+        host.tubes().setSelected(int((state >> 8) % 600), true);
     }
     const ellery::SteamGen &sg = host.steamGen();
     for (const double radius : {0.0, 1.0, std::sqrt(2.0), 1.5, 3.0, 12.0, 1000.0, HUGE_VAL, -1.0}) {
         QList<qint32> expected;
-        for (const qint32 a : sg.selection()) {
+        for (const qint32 a : host.tubes().selection()) {
             for (int b = 0; b < sg.numTube(); ++b) {
                 const double dx = double(sg[a].x) - double(sg[b].x);
                 const double dy = double(sg[a].y) - double(sg[b].y);
-                if (!sg.isSelected(b) && std::sqrt(dx * dx + dy * dy) <= radius && !expected.contains(b))
+                if (!host.tubes().isSelected(b) && std::sqrt(dx * dx + dy * dy) <= radius && !expected.contains(b))
                     expected.append(b);
             }
         }
@@ -212,14 +212,15 @@ TEST(BoxFill, LeavesOutTubesWithoutAPlace)
     for (const float x : {0.0F, 1.0F, float(NAN), HUGE_VALF, -HUGE_VALF, 1e30F, 2.0F})
         tubes.append({{0, 1, qint16(tubes.size() + 1)}, x, 5, false});
     host.record.steamGen.setTubes(tubes);
-    host.steamGen().setSelection({1, 2});
+    host.entries.setSteamGen(host.record.steamGen);
+    host.tubes().setSelection({1, 2});
     BoxFill fill;
     EXPECT_TRUE(fill.compute(host));
     EXPECT_THAT(fill.tubes, ElementsAre(0, 6));
     fill.parameters.radius = double(NAN);
     EXPECT_TRUE(fill.compute(host));
     EXPECT_TRUE(fill.tubes.isEmpty());
-    host.steamGen().setSelection({2, 3});
+    host.tubes().setSelection({2, 3});
     fill.parameters.radius = HUGE_VAL;
     EXPECT_TRUE(fill.compute(host));
     EXPECT_TRUE(fill.tubes.isEmpty()) << "no selected tube has a place";
@@ -238,7 +239,7 @@ TEST(PatternFill, TakesARegularGridAndTheEndsOfItsRows)
     fill.parameters.includeLastTube = true;
     EXPECT_TRUE(fill.compute(host));
     EXPECT_THAT(fill.tubes, ElementsAre(host.tube(2, 1), host.tube(2, 2), host.tube(2, 4)));
-    host.steamGen().setSymbol(host.tube(2, 2), u'X', 0);
+    host.tubes().setMark(host.tube(2, 2), {u'X', 0});
     fill.parameters.filter.tube = TubeFilter::OpenTubesOnly;
     EXPECT_TRUE(fill.compute(host));
     EXPECT_EQ(fill.fillCount, 2);
@@ -252,6 +253,7 @@ TEST(PatternFill, FirstTubeMeansColumnOneNotTheFirstPresent)
     for (const int col : {3, 4, 5})
         tubes.append({{0, 1, qint16(col)}, float(col), 1, false});
     host.record.steamGen.setTubes(tubes);
+    host.entries.setSteamGen(host.record.steamGen);
     PatternFill fill;
     fill.parameters.firstCol = 100;
     fill.parameters.includeFirstTube = true;

@@ -157,7 +157,7 @@ using QueryFillOnDatabase = support::DatabaseTest;
 TEST_F(QueryFillOnDatabase, NumbersAreNumbersAndTextsAreLabelsWhateverTheDisplayFormat)
 {
     TestHost host(3, 4, 2);
-    ellery::SteamGen &steamGen = host.steamGen();
+    ellery::SteamGen &steamGen = host.record.steamGen;
     steamGen.labels[int(ellery::Axis::Sec)] = QStringList{u"HOT"_s, u"COLD"_s};
     // Labels that look like numbers of other rows.
     steamGen.labels[int(ellery::Axis::Row)] = QStringList{{}, u"3"_s, u"2"_s, u"1"_s};

@@ -91,7 +91,8 @@ public:
     }
 
     brannock::Project &project() override { return record; }
-    ellery::SteamGen &steamGen() override { return record.steamGen; }
+    const ellery::SteamGen &steamGen() override { return record.steamGen; }
+    ellery::TubeStates &tubes() override { return entries.tubes(); }
     MapLegend &legend() override { return entries; }
     db::DatabaseSession &session() override { qFatal("no database in this test"); }
     tarnwick::UserPrompts &prompts() override { return said; }
@@ -108,7 +109,7 @@ public:
     {
         QString text;
         for (int i = 0; i < record.steamGen.numTube(); ++i)
-            text += record.steamGen.isOpen(i) ? u'.' : QChar(record.steamGen.symbol(i));
+            text += entries.tubes().isOpen(i) ? u'.' : QChar(entries.tubes().symbol(i));
         return text;
     }
     int tube(int row, int col, int sec = 0) const { return record.steamGen.findTube(row, col, sec); }
@@ -134,7 +135,7 @@ public:
     }
     bool compute(MapHost &host) override
     {
-        seen.append(host.steamGen().symbolCount());
+        seen.append(host.tubes().symbolCount());
         tubes = parameters.computed;
         return true;
     }

@@ -12,7 +12,7 @@ namespace {
 class MapUndoTest : public testing::Test
 {
 protected:
-    MapUndoTest() { undo.reset(host.steamGen()); }
+    MapUndoTest() { undo.reset(); }
 
     void addFill(const QString &label, const QList<qint32> &tubes)
     {
@@ -21,7 +21,7 @@ protected:
     }
 
     TestHost host{1, 6};
-    MapUndo undo{host.entries, host.steamGen()};
+    MapUndo undo{host.entries};
 };
 
 } // namespace
@@ -61,7 +61,7 @@ TEST_F(MapUndoTest, AChangeThatChangesNothingLeavesNoEntry)
     addFill(u"one"_s, {0});
     undo.checkpoint(u"repaint"_s);
     host.entries.repaint();
-    host.steamGen().setSelection({});
+    host.tubes().setSelection({});
     undo.checkpoint(u"there and back"_s);
     host.entries.setShown(0, false);
     EXPECT_EQ(undo.undoLabel(), u"there and back"_s);
@@ -75,18 +75,18 @@ TEST_F(MapUndoTest, SelectionAndFlipsAreChangesToo)
     undo.captureExtras = [&extras] { return extras; };
     undo.restoreExtras = [&extras](const MapExtras &restored) { extras = restored; };
     undo.checkpoint(u"Select"_s);
-    host.steamGen().setSelection({1, 4});
+    host.tubes().setSelection({1, 4});
     undo.checkpoint(u"Flip"_s);
     extras.xOrientation = -1;
     undo.undo();
     EXPECT_EQ(extras.xOrientation, 1);
-    EXPECT_EQ(host.steamGen().selection(), (QList<qint32>{1, 4}));
+    EXPECT_EQ(host.tubes().selection(), (QList<qint32>{1, 4}));
     undo.undo();
-    EXPECT_EQ(host.steamGen().selectedCount(), 0);
+    EXPECT_EQ(host.tubes().selectedCount(), 0);
     undo.redo();
     undo.redo();
     EXPECT_EQ(extras.xOrientation, -1);
-    EXPECT_EQ(host.steamGen().selectedCount(), 2);
+    EXPECT_EQ(host.tubes().selectedCount(), 2);
 }
 
 TEST_F(MapUndoTest, LongChangesMayBeLookedAtHalfWay)
@@ -173,19 +173,19 @@ TEST_F(MapUndoTest, EverythingUndoneIsTheStart)
             host.entries.setShown(random(n), random(2) == 1);
             break;
         default:
-            host.steamGen().setSelected(random(6), random(2) == 1);
+            host.tubes().setSelected(random(6), random(2) == 1);
             break;
         }
     }
     const QString end = host.picture();
-    const QList<qint32> selectedAtEnd = host.steamGen().selection();
+    const QList<qint32> selectedAtEnd = host.tubes().selection();
     undo.moveTo(0);
     EXPECT_EQ(host.picture(), u"......"_s);
     EXPECT_EQ(host.entries.count(), 0);
-    EXPECT_EQ(host.steamGen().selectedCount(), 0);
+    EXPECT_EQ(host.tubes().selectedCount(), 0);
     undo.moveTo(undo.stack().count());
     EXPECT_EQ(host.picture(), end);
-    EXPECT_EQ(host.steamGen().selection(), selectedAtEnd);
+    EXPECT_EQ(host.tubes().selection(), selectedAtEnd);
 }
 
 TEST_F(MapUndoTest, WhatIsTriedOutAfterAChangeHasEndedIsNone)

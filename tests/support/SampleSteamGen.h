@@ -1,6 +1,7 @@
 #pragma once
 #include <cmath>
 #include <ellery/SteamGen.h>
+#include <ellery/TubeStates.h>
 #include <random>
 
 namespace sample {
@@ -53,27 +54,29 @@ inline ellery::SteamGen block(int rows, int cols)
 }
 
 /// Marks and selects tubes in shares as an inspection plan does.
-inline void markLikeAPlan(ellery::SteamGen &steamGen)
+inline ellery::TubeStates markLikeAPlan(const ellery::SteamGen &steamGen)
 {
+    ellery::TubeStates tubes(steamGen.numTube());
     std::mt19937 random(7);
     const auto chance = [&](double share) { return double(random()) < share * double(std::mt19937::max()); };
     for (int i = 0; i < steamGen.numTube(); ++i) {
         const ellery::Tube &tube = steamGen[i];
         if (chance(0.012))
-            steamGen.setSymbol(i, u'\u25CF', 0x0000D0);
+            tubes.setMark(i, {u'\u25CF', 0x0000D0});
         else if (tube.periphery)
-            steamGen.setSymbol(i, u'P', 0xB27200);
+            tubes.setMark(i, {u'P', 0xB27200});
         else if (tube.address.row % 10 == 0 && tube.address.col % 2 == 0)
-            steamGen.setSymbol(i, u'B', 0x73D09E);
+            tubes.setMark(i, {u'B', 0x73D09E});
         else if (chance(0.2))
-            steamGen.setSymbol(i, u'A', 0x009FE6);
+            tubes.setMark(i, {u'A', 0x009FE6});
         else if (chance(0.03))
-            steamGen.setSymbol(i, u'W', 0xA779CC);
+            tubes.setMark(i, {u'W', 0xA779CC});
         if (tube.address.row > 30 && tube.address.row < 36 && tube.address.col > 40 && tube.address.col < 52)
-            steamGen.setSelected(i, true);
+            tubes.setSelected(i, true);
         if (chance(0.01))
-            steamGen.setSelected(i, true);
+            tubes.setSelected(i, true);
     }
+    return tubes;
 }
 
 } // namespace sample

@@ -31,10 +31,11 @@ TubesheetMap::TubesheetMap(QWidget *parent)
     updateAccessibility();
 }
 
-void TubesheetMap::setSteamGen(ellery::SteamGen *steamGen)
+void TubesheetMap::setSteamGen(const ellery::SteamGen *steamGen, const ellery::TubeStates *tubes)
 {
     cancelDrag();
-    m_steamGen = steamGen;
+    m_steamGen = tubes ? steamGen : nullptr;
+    m_tubes = tubes;
     m_hovered = -1;
     m_cursor = -1;
     sceneChanged();
@@ -50,7 +51,7 @@ void TubesheetMap::setSteamGen(ellery::SteamGen *steamGen)
 void TubesheetMap::sceneChanged()
 {
     if (m_steamGen) {
-        m_scene.setModel(*m_steamGen);
+        m_scene.setModel(*m_steamGen, *m_tubes);
     } else {
         const MapOptions options = m_scene.options;
         m_scene.clear();
@@ -63,15 +64,21 @@ void TubesheetMap::sceneChanged()
     updateAccessibility();
 }
 
+void TubesheetMap::setTubes(const ellery::TubeStates *tubes)
+{
+    m_tubes = tubes;
+    refresh();
+}
+
 void TubesheetMap::refresh()
 {
     if (!m_steamGen)
         return;
     if (m_steamGen->numTube() != m_scene.numTube()) {
-        setSteamGen(m_steamGen);
+        setSteamGen(m_steamGen, m_tubes);
         return;
     }
-    const MapScene::Change change = m_scene.update(*m_steamGen);
+    const MapScene::Change change = m_scene.update(*m_tubes);
     if (change.tubes.isEmpty())
         return;
     const QRegion before = hoverRegion();
@@ -342,9 +349,9 @@ void TubesheetMap::updateAccessibility()
     }
     QString text = u"Model %1: %2 tubes, %3 with symbols, %4 open, %5 selected"_s.arg(m_steamGen->modelName)
                        .arg(m_steamGen->numTube())
-                       .arg(m_steamGen->symbolCount())
-                       .arg(m_steamGen->openCount())
-                       .arg(m_steamGen->selectedCount());
+                       .arg(m_tubes->symbolCount())
+                       .arg(m_tubes->openCount())
+                       .arg(m_tubes->selectedCount());
     if (m_cursor >= 0) {
         const auto &address = (*m_steamGen)[m_cursor].address;
         text += u"; cursor on %1"_s.arg(m_steamGen->tubeName(address.row, address.col, address.sec));

@@ -20,25 +20,25 @@ namespace brannock {
 /// previous view; Alt+arrow leads a cursor from tube to tube, with Shift selecting them on its way, Space selects or
 /// deselects there, Return activates the tube.
 ///
-/// The widget does not watch the steam generator: call refresh() after a change.
+/// The widget changes nothing itself: it tells which tubes the user wants to select. Call refresh() after a change of
+/// the tubes' states.
 class TubesheetMap : public QWidget
 {
     Q_OBJECT
 public:
-    /// How tubes join the selection.
-    enum class SelectMode { Replace, Add, Toggle, Remove };
+    using SelectMode = ellery::SelectMode;
     /// What dragging with the left button does; modifiers and the middle button work in all of them.
     enum class DragMode { Rectangle, Lasso, Zoom, Pan };
-    Q_ENUM(SelectMode)
     Q_ENUM(DragMode)
 
     explicit TubesheetMap(QWidget *parent = nullptr);
 
-    /// Not owned; null for an empty map. Shows all of it.
-    void setSteamGen(ellery::SteamGen *steamGen);
-    ellery::SteamGen *steamGen() const { return m_steamGen; }
-    /// Symbols, colours or selection have changed: repaints the tubes concerned. Other tubes than before: takes them
-    /// all over.
+    /// Shows all of a component. Neither is owned; null for an empty map.
+    void setSteamGen(const ellery::SteamGen *steamGen, const ellery::TubeStates *tubes = nullptr);
+    const ellery::SteamGen *steamGen() const { return m_steamGen; }
+    /// Shows other states of the same tubes. Not owned.
+    void setTubes(const ellery::TubeStates *tubes);
+    /// Marks or selection have changed: repaints the tubes concerned. Other tubes than before: takes them all over.
     void refresh();
     void setOptions(const MapOptions &options);
     const MapOptions &options() const { return m_scene.options; }
@@ -84,8 +84,6 @@ public:
     int hoveredTube() const { return m_hovered; }
     int cursorTube() const { return m_cursor; }
     void setCursorTube(int tube);
-    /// Changes the steam generator's selection; says so before and after when it does change.
-    void select(const QList<qint32> &tubes, SelectMode mode);
 
     QSize sizeHint() const override { return QSize(900, 640); }
     QSize minimumSizeHint() const override { return QSize(160, 120); }
@@ -94,9 +92,8 @@ Q_SIGNALS:
     void tubeClicked(int tube, Qt::KeyboardModifiers modifiers);
     /// Double click or Return.
     void tubeActivated(int tube);
-    /// The user is about to change the selection: time for an undo checkpoint.
-    void selectionAboutToChange();
-    void selectionChanged();
+    /// The user wants these tubes to join the selection in this way.
+    void selectionWanted(const QList<qint32> &tubes, ellery::SelectMode mode);
     /// The tube under the pointer or the keyboard's cursor; -1: none.
     void hovered(int tube);
     /// tube: -1 on free ground
@@ -166,7 +163,8 @@ private:
     void toggleCursor();
     void updateAccessibility();
 
-    ellery::SteamGen *m_steamGen = nullptr;
+    const ellery::SteamGen *m_steamGen = nullptr;
+    const ellery::TubeStates *m_tubes = nullptr;
     MapScene m_scene;
     MapCache m_cache;
     MapView m_view;

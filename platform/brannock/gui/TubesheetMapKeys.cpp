@@ -145,7 +145,7 @@ void TubesheetMap::toggleCursor()
     if (m_cursor < 0)
         return;
     const QScopedValueRollback own(m_selectsAtCursor, true);
-    select({m_cursor}, SelectMode::Toggle);
+    Q_EMIT selectionWanted({m_cursor}, SelectMode::Toggle);
     Q_EMIT tubeClicked(m_cursor, Qt::ControlModifier);
 }
 
@@ -161,7 +161,7 @@ void TubesheetMap::keyPressEvent(QKeyEvent *event)
     const int from = m_cursor;
     if (held == Qt::AltModifier && moveCursor(event->key())) {
         if (event->modifiers() & Qt::ShiftModifier)
-            select({from, m_cursor}, SelectMode::Add);
+            Q_EMIT selectionWanted({from, m_cursor}, SelectMode::Add);
         return;
     }
     if (held != Qt::NoModifier)

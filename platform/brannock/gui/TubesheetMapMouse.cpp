@@ -27,31 +27,6 @@ TubesheetMap::SelectMode TubesheetMap::modeFor(Qt::KeyboardModifiers modifiers, 
     return modifiers & Qt::ShiftModifier ? SelectMode::Add : plain;
 }
 
-void TubesheetMap::select(const QList<qint32> &tubes, SelectMode mode)
-{
-    if (!m_steamGen)
-        return;
-    std::vector<quint8> wanted(size_t(m_steamGen->numTube()), 0);
-    for (int i = 0; mode != SelectMode::Replace && i < m_steamGen->numTube(); ++i)
-        wanted[size_t(i)] = m_steamGen->isSelected(i);
-    for (const qint32 tube : tubes) {
-        if (tube >= 0 && tube < m_steamGen->numTube())
-            wanted[size_t(tube)] = mode == SelectMode::Toggle ? !wanted[size_t(tube)] : mode != SelectMode::Remove;
-    }
-    QList<qint32> changed;
-    for (int i = 0; i < m_steamGen->numTube(); ++i) {
-        if (m_steamGen->isSelected(i) != bool(wanted[size_t(i)]))
-            changed.append(i);
-    }
-    if (changed.isEmpty())
-        return;
-    Q_EMIT selectionAboutToChange();
-    for (const qint32 tube : std::as_const(changed))
-        m_steamGen->setSelected(tube, wanted[size_t(tube)]);
-    refresh();
-    Q_EMIT selectionChanged();
-}
-
 void TubesheetMap::setDragMode(DragMode mode)
 {
     cancelDrag();
@@ -174,7 +149,7 @@ void TubesheetMap::finishDrag(const QPointF &pos, Qt::KeyboardModifiers modifier
     if (drag == Drag::Zoom)
         zoomTo(area);
     else if (drag != Drag::Pan)
-        select(tubes, modeFor(modifiers, SelectMode::Replace));
+        Q_EMIT selectionWanted(tubes, modeFor(modifiers, SelectMode::Replace));
     setHovered(tubeAt(pos), pos);
 }
 
@@ -193,11 +168,11 @@ void TubesheetMap::click(const QPointF &pos, Qt::KeyboardModifiers modifiers)
     const int tube = tubeAt(pos);
     if (tube < 0) {
         if (!(modifiers & (Qt::ControlModifier | Qt::ShiftModifier)))
-            select({}, SelectMode::Replace);
+            Q_EMIT selectionWanted({}, SelectMode::Replace);
         return;
     }
     setCursorTube(-1);
-    select({tube}, modeFor(modifiers, SelectMode::Replace));
+    Q_EMIT selectionWanted({tube}, modeFor(modifiers, SelectMode::Replace));
     Q_EMIT tubeClicked(tube, modifiers);
 }
 

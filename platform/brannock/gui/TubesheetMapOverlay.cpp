@@ -89,12 +89,12 @@ int TubesheetMap::tipTube() const
 
 void TubesheetMap::followSelection()
 {
-    if (m_cursor < 0 || m_selectsAtCursor || m_steamGen->isSelected(m_cursor))
+    if (m_cursor < 0 || m_selectsAtCursor || m_tubes->isSelected(m_cursor))
         return;
-    m_cursorTip = m_steamGen->selectedCount() == 1;
+    m_cursorTip = m_tubes->selectedCount() == 1;
     if (!m_cursorTip)
         return;
-    m_cursor = m_steamGen->selection().first();
+    m_cursor = m_tubes->selection().first();
     if (m_hovered < 0)
         Q_EMIT hovered(m_cursor);
 }

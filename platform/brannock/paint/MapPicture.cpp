@@ -65,10 +65,10 @@ void frame(QPainter &painter, const QRectF &rect, double dpi)
 
 } // namespace
 
-QString modelText(const ellery::SteamGen &steamGen)
+QString modelText(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes)
 {
     return tarnwick::format(u"Model %S (%D tubes)\n%D open tubes\n", steamGen.modelName, steamGen.numTube(),
-                            steamGen.openCount());
+                            tubes.openCount());
 }
 
 QFont MapPicture::tickFont(double dpi) const

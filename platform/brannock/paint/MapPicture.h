@@ -39,7 +39,7 @@ struct PictureContent
 };
 
 /// "Model %S (%D tubes)\n%D open tubes\n"
-QString modelText(const ellery::SteamGen &steamGen);
+QString modelText(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes);
 
 /// A whole picture of the map: title, tubesheet with its rulers, legend, model line and footer on one page. One layout
 /// and one painter for bitmaps, PDF, SVG, printer, preview and metafile. The legend stands beside the map or below it,

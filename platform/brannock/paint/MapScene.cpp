@@ -13,10 +13,10 @@ static constexpr double kEdgePerPitch = 1.25;
 /// Colours tried out one after the other leave marks behind that no tube has; beyond this many they are swept up.
 static constexpr size_t kMaxMarks = 8192;
 
-MapScene::MapScene(const ellery::SteamGen &steamGen, const MapOptions &mapOptions)
+MapScene::MapScene(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes, const MapOptions &mapOptions)
     : options(mapOptions)
 {
-    setModel(steamGen);
+    setModel(steamGen, tubes);
 }
 
 double MapScene::radius() const
@@ -24,7 +24,7 @@ double MapScene::radius() const
     return m_pitch * kRadiusPerPitch;
 }
 
-void MapScene::setModel(const ellery::SteamGen &steamGen)
+void MapScene::setModel(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes)
 {
     m_tubes = steamGen.tubes();
     m_stayRods = steamGen.stayRods;
@@ -51,7 +51,7 @@ void MapScene::setModel(const ellery::SteamGen &steamGen)
     m_marks.assign(1, TubeMark());
     m_markIndex.clear();
     ++m_generation;
-    update(steamGen);
+    update(tubes);
 }
 
 quint32 MapScene::markIndex(const TubeMark &mark)
@@ -73,7 +73,7 @@ void MapScene::deselect()
         look &= ~quint32(1);
 }
 
-MapScene::Change MapScene::update(const ellery::SteamGen &steamGen)
+MapScene::Change MapScene::update(const ellery::TubeStates &tubes)
 {
     Change change;
     if (m_marks.size() > kMaxMarks) {
@@ -82,12 +82,12 @@ MapScene::Change MapScene::update(const ellery::SteamGen &steamGen)
         m_looks.assign(m_looks.size(), ~quint32(1));
         ++m_generation;
     }
-    const int count = std::min(numTube(), steamGen.numTube());
+    const int count = std::min(numTube(), tubes.count());
     for (int i = 0; i < count; ++i) {
-        const TubeMark now{steamGen.symbol(i), steamGen.symbol(i) != 0 ? steamGen.colour(i) : 0};
+        const TubeMark now = tubes.isOpen(i) ? TubeMark() : tubes.mark(i);
         const quint32 before = m_looks[size_t(i)];
         const bool known = (before >> 1) < m_marks.size() && m_marks[before >> 1] == now;
-        const quint32 after = (known ? before & ~quint32(1) : markIndex(now) << 1) | quint32(steamGen.isSelected(i));
+        const quint32 after = (known ? before & ~quint32(1) : markIndex(now) << 1) | quint32(tubes.isSelected(i));
         if (before == after)
             continue;
         m_looks[size_t(i)] = after;

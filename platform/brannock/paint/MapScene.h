@@ -3,6 +3,7 @@
 #include "TickAxis.h"
 
 #include <ellery/TubeGrid.h>
+#include <ellery/TubeStates.h>
 #include <QHash>
 #include <QList>
 #include <QPolygonF>
@@ -11,17 +12,10 @@
 
 namespace brannock {
 
-/// What marks a tube: the symbol (0 for an open tube) and its colour (0x00BBGGRR).
-struct TubeMark
-{
-    char16_t symbol = 0;
-    quint32 colour = 0;
-    bool operator==(const TubeMark &) const = default;
-};
+using ellery::TubeMark;
 
 /// What the painter paints: a copy of a steam generator's tubes and of their state on the map, prepared for painting,
-/// with the options. Plain data: it does not watch the steam generator; call setModel() and update() when that has
-/// changed.
+/// with the options. Plain data: it does not watch the sources; call setModel() and update() when they have changed.
 class MapScene
 {
 public:
@@ -34,12 +28,14 @@ public:
     };
 
     MapScene() = default;
-    explicit MapScene(const ellery::SteamGen &steamGen, const MapOptions &mapOptions = {});
+    /// Without states all tubes are open.
+    explicit MapScene(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes = {},
+                      const MapOptions &mapOptions = {});
 
     /// Takes over tubes, stay rods and labels, then the state.
-    void setModel(const ellery::SteamGen &steamGen);
-    /// Takes over symbols, colours and selection of the same tubes.
-    Change update(const ellery::SteamGen &steamGen);
+    void setModel(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes);
+    /// Takes over marks and selection of the same tubes.
+    Change update(const ellery::TubeStates &tubes);
     /// No tube is painted as selected until the next update().
     void deselect();
     void clear() { *this = MapScene(); }

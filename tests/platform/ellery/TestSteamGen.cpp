@@ -1,10 +1,13 @@
 #include <ellery/SteamGen.h>
+#include <ellery/TubeStates.h>
 #include <gmock/gmock.h>
 
 using namespace Qt::StringLiterals;
 using ellery::Axis;
+using ellery::SelectMode;
 using ellery::SteamGen;
 using ellery::Tube;
+using ellery::TubeStates;
 using testing::ElementsAre;
 
 namespace {
@@ -44,27 +47,30 @@ TEST(SteamGen, FindsTubesByAddressOnly)
     EXPECT_EQ(SteamGen().maxNumber(Axis::Row), -1);
 }
 
-TEST(SteamGen, CountsFollowEveryChange)
+TEST(TubeStates, CountsFollowEveryChange)
 {
-    SteamGen gen = plain();
-    gen.setSymbol(0, u'A', 0xFF);
-    gen.setSymbol(0, u'B', 0xFF);
-    gen.setSymbol(2, u'C', 0xFF);
-    EXPECT_EQ(gen.symbolCount(), 2);
-    EXPECT_EQ(gen.openCount(), 2);
-    gen.setSymbol(0, 0, 0);
-    EXPECT_EQ(gen.symbolCount(), 1);
-    gen.clearSymbols();
-    EXPECT_EQ(gen.openCount(), 4);
+    TubeStates tubes(4);
+    tubes.setMark(0, {u'A', 0xFF});
+    tubes.setMark(0, {u'B', 0xFF});
+    tubes.setMark(2, {u'C', 0xFF});
+    EXPECT_EQ(tubes.symbolCount(), 2);
+    EXPECT_EQ(tubes.openCount(), 2);
+    tubes.setMark(0, {});
+    EXPECT_EQ(tubes.symbolCount(), 1);
+    tubes.clearMarks();
+    EXPECT_EQ(tubes.openCount(), 4);
 
-    gen.setSelection({3, 1, 1, 99, -1});
-    EXPECT_EQ(gen.selectedCount(), 2);
-    EXPECT_THAT(gen.selection(), ElementsAre(1, 3));
-    gen.setSelected(3, false);
-    gen.setSelected(3, false);
-    EXPECT_EQ(gen.selectedCount(), 1);
-    gen.setTubes({tube(0, 1, 1)});
-    EXPECT_EQ(gen.selectedCount(), 0);
+    tubes.setSelection({3, 1, 1, 99, -1});
+    EXPECT_EQ(tubes.selectedCount(), 2);
+    EXPECT_THAT(tubes.selection(), ElementsAre(1, 3));
+    tubes.setSelected(3, false);
+    tubes.setSelected(3, false);
+    EXPECT_EQ(tubes.selectedCount(), 1);
+    tubes.select({0, 1}, SelectMode::Toggle);
+    EXPECT_THAT(tubes.selection(), ElementsAre(0));
+    tubes.select({2, 3}, SelectMode::Add);
+    tubes.select({0, 3}, SelectMode::Remove);
+    EXPECT_THAT(tubes.selection(), ElementsAre(2));
 }
 
 TEST(SteamGen, NumbersAreTheirOwnLabelsUnlessThereAreSome)

@@ -95,11 +95,12 @@ PictureContent content()
 TEST(Emf, TheMapsPageIsAllThereAsShapesAndText)
 {
     ellery::SteamGen steamGen = sample::block(6, 6);
+    ellery::TubeStates tubes(steamGen.numTube());
     for (int i = 0; i < 12; ++i)
-        steamGen.setSymbol(i, u'A', 0x009FE6);
+        tubes.setMark(i, {u'A', 0x009FE6});
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.emf"_s);
-    MapPicture(MapScene(steamGen), content()).save(path, QSizeF(11, 8.5));
+    MapPicture(MapScene(steamGen, tubes), content()).save(path, QSizeF(11, 8.5));
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const EmfReader emf(file.readAll());

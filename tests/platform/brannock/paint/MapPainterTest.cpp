@@ -76,12 +76,13 @@ QColor rimColour(const QImage &image, const MapScene &scene, const MapView &view
 TEST(MapPainter, discsHaveTheirColoursWhereverTheyStand)
 {
     ellery::SteamGen steamGen = sample::block(8, 10);
+    ellery::TubeStates tubes(steamGen.numTube());
     const int marked = steamGen.findTube(2, 3, 0);
     const int dark = steamGen.findTube(7, 9, 0);
-    steamGen.setSymbol(marked, u'A', 0x3C78F0);
-    steamGen.setSymbol(dark, u'\u25CF', 0x800000);
-    steamGen.setSelected(steamGen.findTube(4, 4, 0), true);
-    const MapScene scene(steamGen);
+    tubes.setMark(marked, {u'A', 0x3C78F0});
+    tubes.setMark(dark, {u'\u25CF', 0x800000});
+    tubes.setSelected(steamGen.findTube(4, 4, 0), true);
+    const MapScene scene(steamGen, tubes);
     for (const int x : {1, -1}) {
         for (const int y : {1, -1}) {
             MapView view = viewOf(scene, QSize(420, 360));
@@ -103,9 +104,10 @@ TEST(MapPainter, discsHaveTheirColoursWhereverTheyStand)
 TEST(MapPainter, everySizeFromDotsToBigDiscsIsPainted)
 {
     ellery::SteamGen steamGen = sample::block(6, 6);
+    ellery::TubeStates tubes(steamGen.numTube());
     const int tube = steamGen.findTube(3, 3, 0);
-    steamGen.setSymbol(tube, u'(', 0x2040C0);
-    const MapScene scene(steamGen);
+    tubes.setMark(tube, {u'(', 0x2040C0});
+    const MapScene scene(steamGen, tubes);
     for (const double pitch : {1.5, 2.0, 3.3, 4.7, 6.0, 9.1, 24.0, 90.0, 300.0}) {
         MapView view = viewOf(scene, QSize(400, 400));
         view.scale = pitch / scene.pitch();
@@ -123,10 +125,11 @@ TEST(MapPainter, everySizeFromDotsToBigDiscsIsPainted)
 TEST(MapPainter, tellsWhatItPaints)
 {
     ellery::SteamGen steamGen = sample::block(2, 3);
+    ellery::TubeStates tubes(steamGen.numTube());
     steamGen.stayRods.append({2, 1, 0});
-    steamGen.setSymbol(1, u'Q', 0x0000FF);
-    steamGen.setSelected(1, true);
-    MapScene scene(steamGen);
+    tubes.setMark(1, {u'Q', 0x0000FF});
+    tubes.setSelected(1, true);
+    MapScene scene(steamGen, tubes);
     scene.watermark = u"DRAFT"_s;
     MapView view;
     view.size = QSizeF(200, 100);
@@ -143,9 +146,8 @@ TEST(MapPainter, tellsWhatItPaints)
 
 TEST(MapPainter, leavesEverythingOutsideTheExposedRectangleAlone)
 {
-    ellery::SteamGen steamGen = sample::uBend();
-    sample::markLikeAPlan(steamGen);
-    const MapScene scene(steamGen);
+    const ellery::SteamGen steamGen = sample::uBend();
+    const MapScene scene(steamGen, sample::markLikeAPlan(steamGen));
     for (const double zoom : {1.0, 4.0, 20.0}) {
         MapView view = viewOf(scene, QSize(700, 400));
         view.zoomAt({300, 200}, zoom);
@@ -166,12 +168,13 @@ TEST(MapPainter, leavesEverythingOutsideTheExposedRectangleAlone)
 TEST(MapPainter, tubesOnThePlainSheetLookLikeThoseThatAreBlended)
 {
     ellery::SteamGen plain = sample::block(40, 60);
+    ellery::TubeStates tubes(plain.numTube());
     for (int i = 0; i < plain.numTube(); i += 3)
-        plain.setSymbol(i, char16_t(u'A' + i % 5), 0x2040C0U * unsigned(1 + i % 7) & 0xFFFFFF);
+        tubes.setMark(i, {char16_t(u'A' + i % 5), 0x2040C0U * unsigned(1 + i % 7) & 0xFFFFFF});
     ellery::SteamGen crowded = plain;
     crowded.stayRods = {{0, 0, 0}}; // on top of the first tube
-    const MapScene freely(plain);
-    const MapScene blended(crowded);
+    const MapScene freely(plain, tubes);
+    const MapScene blended(crowded, tubes);
     ASSERT_TRUE(freely.rodsKeepClear());
     ASSERT_FALSE(blended.rodsKeepClear());
     for (const double zoom : {1.0, 1.7, 3.1, 6.0}) {
@@ -187,9 +190,9 @@ class MapCacheTest : public testing::Test
 protected:
     MapCacheTest()
         : steamGen(sample::uBend(30, 60, true))
+        , tubes(sample::markLikeAPlan(steamGen))
     {
-        sample::markLikeAPlan(steamGen);
-        scene = MapScene(steamGen);
+        scene = MapScene(steamGen, tubes);
         view = viewOf(scene, QSize(640, 400));
         view.zoomAt({320, 200}, 2);
         cache.update(scene, view, kBackground);
@@ -202,6 +205,7 @@ protected:
     }
 
     ellery::SteamGen steamGen;
+    ellery::TubeStates tubes;
     MapScene scene;
     MapView view;
     MapCache cache;
@@ -230,7 +234,7 @@ TEST_F(MapCacheTest, pannedPictureEqualsAFreshOne)
 TEST_F(MapCacheTest, patchesEqualAFreshPicture)
 {
     const auto patched = [&] {
-        const MapScene::Change change = scene.update(steamGen);
+        const MapScene::Change change = scene.update(tubes);
         const QRegion region = cache.patch(scene, change);
         EXPECT_FALSE(region.isEmpty());
         EXPECT_EQ(cache.update(scene, view, kBackground), MapCache::Work::None);
@@ -241,20 +245,20 @@ TEST_F(MapCacheTest, patchesEqualAFreshPicture)
         return region;
     };
     const int middle = scene.grid().nearest(view.centre.x(), view.centre.y(), 10);
-    steamGen.setSymbol(middle, u'\u25B2', 0x112233);
+    tubes.setMark(middle, {u'\u25B2', 0x112233});
     EXPECT_LT(patched().boundingRect().width(), 60);
-    steamGen.setSelected(middle, !steamGen.isSelected(middle));
+    tubes.setSelected(middle, !tubes.isSelected(middle));
     patched();
     for (const qint32 tube : scene.grid().within(view.centre.x(), view.centre.y(), 8 * scene.pitch()))
-        steamGen.setSymbol(tube, 0, 0);
+        tubes.setMark(tube, {});
     patched();
 }
 
 TEST_F(MapCacheTest, selectedTubesAreAddedInPlace)
 {
     for (int i = 0; i < steamGen.numTube(); ++i)
-        steamGen.setSelected(i, true);
-    const MapScene::Change change = scene.update(steamGen);
+        tubes.setSelected(i, true);
+    const MapScene::Change change = scene.update(tubes);
     ASSERT_TRUE(change.onlySelected);
     cache.patch(scene, change);
     ASSERT_EQ(cache.update(scene, view, kBackground), MapCache::Work::None);
@@ -264,8 +268,8 @@ TEST_F(MapCacheTest, selectedTubesAreAddedInPlace)
 
 TEST_F(MapCacheTest, largeChangesWaitForTheNextPainting)
 {
-    steamGen.clearSymbols();
-    EXPECT_EQ(cache.patch(scene, scene.update(steamGen)).boundingRect(), QRect(0, 0, 640, 400));
+    tubes.clearMarks();
+    EXPECT_EQ(cache.patch(scene, scene.update(tubes)).boundingRect(), QRect(0, 0, 640, 400));
     expectAsPaintedAnew("all symbols gone");
     scene = MapScene();
     cache.invalidate();

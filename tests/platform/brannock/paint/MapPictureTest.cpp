@@ -81,9 +81,10 @@ TEST(LegendTable, elidesLongTextsAndCountsWhatDoesNotFit)
 TEST(MapPicture, showsTubesAndLegendInTheirColours)
 {
     ellery::SteamGen steamGen = sample::block(6, 6);
+    ellery::TubeStates tubes(steamGen.numTube());
     for (int i = 0; i < steamGen.numTube(); ++i)
-        steamGen.setSymbol(i, u'-', 0x20C040);
-    const MapScene scene(steamGen);
+        tubes.setMark(i, {u'-', 0x20C040});
+    const MapScene scene(steamGen, tubes);
     PictureContent what = content(1);
     what.legend[0].colour = 0x4000F0;
     const QImage image = MapPicture(scene, what).toImage(QSizeF(11, 8.5), 96);
@@ -176,8 +177,9 @@ TEST(MapPicture, aLegendThatFindsNoRoomGoesOnOnFurtherPages)
 TEST(MapPicture, modelLineCountsInGroups)
 {
     ellery::SteamGen steamGen = sample::uBend();
-    steamGen.setSymbol(0, u'A', 1);
-    EXPECT_EQ(modelText(steamGen), u"Model UB-51 (3,394 tubes)\n3,393 open tubes\n"_s);
+    ellery::TubeStates tubes(steamGen.numTube());
+    tubes.setMark(0, {u'A', 1});
+    EXPECT_EQ(modelText(steamGen, tubes), u"Model UB-51 (3,394 tubes)\n3,393 open tubes\n"_s);
 }
 
 TEST(MapPicture, writesEveryFormAndLeavesOldFilesOnFailure)

@@ -14,31 +14,32 @@ using testing::ElementsAre;
 TEST(MapScene, updateNamesTheTubesThatLookDifferent)
 {
     ellery::SteamGen steamGen = sample::block(5, 5);
-    MapScene scene(steamGen);
-    EXPECT_TRUE(scene.update(steamGen).tubes.isEmpty());
+    ellery::TubeStates tubes(steamGen.numTube());
+    MapScene scene(steamGen, tubes);
+    EXPECT_TRUE(scene.update(tubes).tubes.isEmpty());
 
-    steamGen.setSelected(3, true);
-    steamGen.setSelected(9, true);
-    MapScene::Change change = scene.update(steamGen);
+    tubes.setSelected(3, true);
+    tubes.setSelected(9, true);
+    MapScene::Change change = scene.update(tubes);
     EXPECT_THAT(change.tubes, ElementsAre(3, 9));
     EXPECT_TRUE(change.onlySelected && change.selection);
     EXPECT_TRUE(scene.isSelected(9));
 
-    steamGen.setSelected(3, false);
-    EXPECT_FALSE(scene.update(steamGen).onlySelected);
+    tubes.setSelected(3, false);
+    EXPECT_FALSE(scene.update(tubes).onlySelected);
 
-    steamGen.setSymbol(4, u'X', 0x123456);
-    steamGen.setSymbol(9, u'X', 0x123456);
-    change = scene.update(steamGen);
+    tubes.setMark(4, {u'X', 0x123456});
+    tubes.setMark(9, {u'X', 0x123456});
+    change = scene.update(tubes);
     EXPECT_THAT(change.tubes, ElementsAre(4, 9));
     EXPECT_FALSE(change.onlySelected || change.selection);
     EXPECT_EQ(scene.mark(9), (TubeMark{u'X', 0x123456}));
     EXPECT_EQ(scene.look(9), scene.look(4) | 1);
 
-    steamGen.setSymbol(4, u'X', 0x654321);
-    EXPECT_THAT(scene.update(steamGen).tubes, ElementsAre(4));
-    steamGen.clearSymbols();
-    EXPECT_THAT(scene.update(steamGen).tubes, ElementsAre(4, 9));
+    tubes.setMark(4, {u'X', 0x654321});
+    EXPECT_THAT(scene.update(tubes).tubes, ElementsAre(4));
+    tubes.clearMarks();
+    EXPECT_THAT(scene.update(tubes).tubes, ElementsAre(4, 9));
     EXPECT_EQ(scene.mark(4).symbol, 0);
     EXPECT_TRUE(scene.isSelected(9));
 }
@@ -46,11 +47,12 @@ TEST(MapScene, updateNamesTheTubesThatLookDifferent)
 TEST(MapScene, manyColoursOneAfterTheOtherStayBounded)
 {
     ellery::SteamGen steamGen = sample::block(2, 2);
-    MapScene scene(steamGen);
-    steamGen.setSelected(1, true);
+    ellery::TubeStates tubes(steamGen.numTube());
+    MapScene scene(steamGen, tubes);
+    tubes.setSelected(1, true);
     for (quint32 colour = 0; colour < 30000; ++colour) {
-        steamGen.setSymbol(0, u'A', colour);
-        scene.update(steamGen);
+        tubes.setMark(0, {u'A', colour});
+        scene.update(tubes);
     }
     EXPECT_LT(scene.numLooks(), 20000u);
     EXPECT_EQ(scene.mark(0).colour, 29999u);
