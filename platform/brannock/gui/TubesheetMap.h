@@ -1,11 +1,10 @@
 #pragma once
-#include "ViewHistory.h"
+#include "MapMarks.h"
+#include "MapTools.h"
 
 #include <brannock/paint/MapCache.h>
-#include <brannock/paint/MapOverlay.h>
-#include <brannock/paint/MapRulers.h>
 #include <functional>
-#include <QElapsedTimer>
+#include <memory>
 #include <QTimer>
 #include <QWidget>
 
@@ -42,11 +41,10 @@ public:
     void refresh();
     void setOptions(const MapOptions &options);
     const MapOptions &options() const { return m_scene.options; }
-    void setWatermark(const QString &text);
     const MapScene &scene() const { return m_scene; }
 
     // View.
-    const MapView &view() const { return m_view; }
+    const MapView &view() const { return m_viewport.view(); }
     void setView(const MapView &view);
     void fit();
     void zoomIn();
@@ -59,11 +57,11 @@ public:
     void ensureVisible(int tube);
     void previousView();
     void nextView();
-    bool hasPreviousView() const { return m_history.canGoBack(); }
-    bool hasNextView() const { return m_history.canGoForward(); }
+    bool hasPreviousView() const { return m_viewport.canGoBack(); }
+    bool hasNextView() const { return m_viewport.canGoForward(); }
     /// 1 or -1 (flipped). Previous and next view leave them as they are.
-    int xOrientation() const { return m_view.xOrientation; }
-    int yOrientation() const { return m_view.yOrientation; }
+    int xOrientation() const { return view().xOrientation; }
+    int yOrientation() const { return view().yOrientation; }
     void setXOrientation(int orientation);
     void setYOrientation(int orientation);
 
@@ -80,9 +78,9 @@ public:
     /// The tube at this place of the widget, or -1.
     int tubeAt(const QPointF &pos) const;
     /// Where the tube stands in the widget.
-    QPointF posOf(int tube) const { return m_view.toView(m_scene.position(tube)); }
-    int hoveredTube() const { return m_hovered; }
-    int cursorTube() const { return m_cursor; }
+    QPointF posOf(int tube) const { return view().toView(m_scene.position(tube)); }
+    int hoveredTube() const { return m_marks.hovered; }
+    int cursorTube() const { return m_marks.cursor; }
     void setCursorTube(int tube);
 
     QSize sizeHint() const override { return QSize(900, 640); }
@@ -117,44 +115,34 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
-    enum class Drag { None, Rectangle, Lasso, Zoom, Pan };
+    /// The left button is down.
+    struct Press
+    {
+        QPointF pos;
+        Qt::KeyboardModifiers modifiers;
+    };
+    enum class Space { Up, Down, Used };
 
     // View.
-    void applyView(const MapView &view, bool joined = false);
-    void setOrientation(int x, int y);
     void viewMoved();
-    void showStep(const ViewHistory::Step &step);
-    MapView fittedView() const;
-    /// After what a fitted view depends on has changed; does nothing for a view of the user's.
-    void refit();
-    void boundScale(MapView &view, const QPointF &anchor) const;
-    void updateRulers();
     void sceneChanged();
+    MapRulers makeRulers() const;
     bool paintZoomed(QPainter &painter, const QRegion &region, const MapView &pixelView);
     void paintCached(QPainter &painter, const QRegion &region, const MapView &pixelView);
 
-    // Overlay.
-    void setHovered(int tube, const QPointF &pointer);
-    void updateTip();
-    /// The tube that the card names, or -1.
-    int tipTube() const;
+    // Marks over the map.
+    void setHovered(int tube);
+    void updateCard();
     /// After a change of the selection that the cursor had no part in: the cursor's card goes with the selection.
     void followSelection();
-    QRegion hoverRegion() const;
-    QRegion bandRegion() const;
-    void paintOverlay(QPainter &painter);
-    void paintRulerMarks(QPainter &painter);
-    QList<MapRulers::Label> hoverLabels() const;
-    double ringRadius() const;
 
     // Mouse.
-    void startDrag(QMouseEvent *event);
-    void continueDrag(const QPointF &pos);
-    void finishDrag(const QPointF &pos, Qt::KeyboardModifiers modifiers);
+    std::unique_ptr<MapTool> toolFor(const Press &press);
+    void moveTool(const QPointF &pos);
+    void finishTool(const QPointF &pos, Qt::KeyboardModifiers modifiers);
     void cancelDrag();
     void click(const QPointF &pos, Qt::KeyboardModifiers modifiers);
-    QList<qint32> tubesInBand() const;
-    static SelectMode modeFor(Qt::KeyboardModifiers modifiers, SelectMode plain);
+    static SelectMode modeFor(Qt::KeyboardModifiers modifiers);
     void updateShape();
 
     // Keyboard.
@@ -166,37 +154,20 @@ private:
     const ellery::SteamGen *m_steamGen = nullptr;
     const ellery::TubeStates *m_tubes = nullptr;
     MapScene m_scene;
+    MapViewport m_viewport{m_scene};
     MapCache m_cache;
-    MapView m_view;
-    bool m_fitted = true; // the view follows the widget's size
-    ViewHistory m_history;
-    QElapsedTimer m_sinceZoom;
     QTimer m_zooming; // active while steps of zooming follow each other
-    MapRulers m_rulers;
-    MapRulers::Layout m_rulerLayout;
 
+    MapMarks m_marks{m_scene, m_viewport};
     bool m_tubeTip = false;
     bool m_tipHidden = false;
-    bool m_cursorTip = true;        // the card may name the cursor's tube
-    bool m_selectsAtCursor = false; // the change of the selection is the cursor's own
     std::function<QStringList(int)> m_tipText;
-    int m_hovered = -1;
-    int m_cursor = -1;
-    QPointF m_pointer;
-    TubeTip m_tip;
-    QRectF m_tipRect;
+    bool m_selectsAtCursor = false; // the change of the selection is the cursor's own
 
     DragMode m_dragMode = DragMode::Rectangle;
-    Drag m_drag = Drag::None;
-    bool m_pressed = false; // left button down, not yet moved far enough for a drag
-    QPointF m_pressPos;
-    Qt::KeyboardModifiers m_pressModifiers;
-    MapView m_pressView;
-    QPolygonF m_band;
-    QString m_bandCount;
-    QRectF m_bandCountRect;
-    bool m_spaceDown = false;
-    bool m_spaceUsed = false;
+    std::optional<Press> m_press;
+    std::unique_ptr<MapTool> m_tool; // while the mouse drags
+    Space m_space = Space::Up;
     bool m_showFocus = false;
 };
 

@@ -75,17 +75,17 @@ QPointF directionOf(int key)
 
 void TubesheetMap::setCursorTube(int tube)
 {
-    if ((tube == m_cursor && m_cursorTip) || tube >= m_scene.numTube())
+    if ((tube == m_marks.cursor && m_marks.isCursorNamed) || tube >= m_scene.numTube())
         return;
-    const QRegion before = hoverRegion();
-    m_cursor = std::max(tube, -1);
-    m_cursorTip = true;
-    updateTip();
-    update(before | hoverRegion());
-    ensureVisible(m_cursor);
+    const QRegion before = m_marks.region();
+    m_marks.cursor = std::max(tube, -1);
+    m_marks.isCursorNamed = true;
+    updateCard();
+    update(before | m_marks.region());
+    ensureVisible(m_marks.cursor);
     updateAccessibility();
-    if (m_cursor >= 0)
-        Q_EMIT hovered(m_cursor);
+    if (m_marks.cursor >= 0)
+        Q_EMIT hovered(m_marks.cursor);
 }
 
 bool TubesheetMap::moveCursor(int key)
@@ -93,13 +93,13 @@ bool TubesheetMap::moveCursor(int key)
     const QPointF direction = directionOf(key);
     if (direction.isNull() || m_scene.isEmpty())
         return false;
-    setHovered(-1, {});
-    if (m_cursor < 0) {
+    setHovered(-1);
+    if (m_marks.cursor < 0) {
         const double everywhere = m_scene.bounds().width() + m_scene.bounds().height();
-        setCursorTube(m_scene.grid().nearest(m_view.centre.x(), m_view.centre.y(), everywhere));
+        setCursorTube(m_scene.grid().nearest(view().centre.x(), view().centre.y(), everywhere));
         return true;
     }
-    const int next = Neighbour(m_scene, m_view, m_cursor, direction).find(m_cursor);
+    const int next = Neighbour(m_scene, view(), m_marks.cursor, direction).find(m_marks.cursor);
     if (next >= 0)
         setCursorTube(next);
     return true;
@@ -109,15 +109,10 @@ bool TubesheetMap::viewKey(QKeyEvent *event)
 {
     const QPointF direction = directionOf(event->key());
     if (!direction.isNull() && !m_scene.isEmpty()) {
-        MapView view = m_view;
-        const double ratio = devicePixelRatioF();
         const double step = event->modifiers() & Qt::ShiftModifier ? 0.5 : 0.1;
-        view.panBy({-direction.x() * std::round(width() * step * ratio) / ratio,
-                    -direction.y() * std::round(height() * step * ratio) / ratio});
-        m_fitted = false;
-        const bool joined = m_sinceZoom.isValid() && m_sinceZoom.elapsed() < 700;
-        m_sinceZoom.start();
-        applyView(view, joined);
+        const QPointF by(-direction.x() * width() * step, -direction.y() * height() * step);
+        if (m_viewport.panBy(wholePixels(by, devicePixelRatioF())))
+            viewMoved();
         return true;
     }
     switch (event->key()) {
@@ -142,40 +137,42 @@ bool TubesheetMap::viewKey(QKeyEvent *event)
 
 void TubesheetMap::toggleCursor()
 {
-    if (m_cursor < 0)
+    if (m_marks.cursor < 0)
         return;
     const QScopedValueRollback own(m_selectsAtCursor, true);
-    Q_EMIT selectionWanted({m_cursor}, SelectMode::Toggle);
-    Q_EMIT tubeClicked(m_cursor, Qt::ControlModifier);
+    Q_EMIT selectionWanted({m_marks.cursor}, SelectMode::Toggle);
+    Q_EMIT tubeClicked(m_marks.cursor, Qt::ControlModifier);
 }
 
 void TubesheetMap::keyPressEvent(QKeyEvent *event)
 {
     const auto held = event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
-    if (event->key() == Qt::Key_Escape && (m_drag != Drag::None || m_pressed)) {
-        if (m_drag == Drag::Pan)
-            applyView(m_pressView, true);
+    if (event->key() == Qt::Key_Escape && (m_tool || m_press)) {
+        const MapView before = view();
+        if (m_tool)
+            m_tool->takeBack();
         cancelDrag();
+        if (view() != before)
+            viewMoved();
         return;
     }
-    const int from = m_cursor;
+    const int from = m_marks.cursor;
     if (held == Qt::AltModifier && moveCursor(event->key())) {
         if (event->modifiers() & Qt::ShiftModifier)
-            Q_EMIT selectionWanted({from, m_cursor}, SelectMode::Add);
+            Q_EMIT selectionWanted({from, m_marks.cursor}, SelectMode::Add);
         return;
     }
     if (held != Qt::NoModifier)
         return event->ignore();
     if (event->key() == Qt::Key_Space) {
         if (!event->isAutoRepeat()) {
-            m_spaceDown = true;
-            m_spaceUsed = false;
+            m_space = Space::Down;
             updateShape();
         }
         return;
     }
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && m_cursor >= 0) {
-        Q_EMIT tubeActivated(m_cursor);
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && m_marks.cursor >= 0) {
+        Q_EMIT tubeActivated(m_marks.cursor);
         return;
     }
     if (!viewKey(event))
@@ -187,9 +184,9 @@ void TubesheetMap::keyReleaseEvent(QKeyEvent *event)
     if (event->key() != Qt::Key_Space || event->isAutoRepeat())
         return event->ignore();
     // Space alone selects at the cursor; held while dragging it has moved the map.
-    if (m_spaceDown && !m_spaceUsed)
+    if (m_space == Space::Down)
         toggleCursor();
-    m_spaceDown = false;
+    m_space = Space::Up;
     updateShape();
 }
 
@@ -202,8 +199,8 @@ void TubesheetMap::focusInEvent(QFocusEvent *event)
 
 void TubesheetMap::focusOutEvent(QFocusEvent *)
 {
-    m_spaceDown = false;
-    if (m_drag != Drag::None)
+    m_space = Space::Up;
+    if (m_tool)
         cancelDrag();
     updateShape();
     update();

@@ -15,16 +15,16 @@ static constexpr double kSmallestTarget = 4; // pixels
 
 int TubesheetMap::tubeAt(const QPointF &pos) const
 {
-    const QPointF map = m_view.toMap(pos);
-    const double reach = std::max(m_scene.radius(), std::min(m_scene.pitch() / 2, kSmallestTarget / m_view.scale));
+    const QPointF map = view().toMap(pos);
+    const double reach = std::max(m_scene.radius(), std::min(m_scene.pitch() / 2, kSmallestTarget / view().scale));
     return m_scene.grid().nearest(map.x(), map.y(), reach);
 }
 
-TubesheetMap::SelectMode TubesheetMap::modeFor(Qt::KeyboardModifiers modifiers, SelectMode plain)
+TubesheetMap::SelectMode TubesheetMap::modeFor(Qt::KeyboardModifiers modifiers)
 {
     if (modifiers & Qt::ControlModifier)
         return SelectMode::Toggle;
-    return modifiers & Qt::ShiftModifier ? SelectMode::Add : plain;
+    return modifiers & Qt::ShiftModifier ? SelectMode::Add : SelectMode::Replace;
 }
 
 void TubesheetMap::setDragMode(DragMode mode)
@@ -36,9 +36,10 @@ void TubesheetMap::setDragMode(DragMode mode)
 
 void TubesheetMap::updateShape()
 {
-    if (m_drag == Drag::Pan)
-        setCursor(Qt::ClosedHandCursor);
-    else if (m_spaceDown || m_dragMode == DragMode::Pan)
+    const std::optional<Qt::CursorShape> ofTool = m_tool ? m_tool->cursor() : std::nullopt;
+    if (ofTool)
+        setCursor(*ofTool);
+    else if (m_space != Space::Up || m_dragMode == DragMode::Pan)
         setCursor(Qt::OpenHandCursor);
     else if (m_dragMode == DragMode::Rectangle)
         unsetCursor();
@@ -52,114 +53,90 @@ void TubesheetMap::mousePressEvent(QMouseEvent *event)
         return previousView();
     if (event->button() == Qt::ForwardButton)
         return nextView();
-    if (m_pressed || m_drag != Drag::None || m_scene.isEmpty())
+    if (m_press || m_tool || m_scene.isEmpty())
         return;
-    if (event->button() == Qt::MiddleButton || (event->button() == Qt::LeftButton && m_spaceDown)) {
-        m_spaceUsed = m_spaceDown;
-        startDrag(event);
-        m_drag = Drag::Pan;
+    const bool isSpace = m_space != Space::Up;
+    if (event->button() == Qt::MiddleButton || (event->button() == Qt::LeftButton && isSpace)) {
+        if (isSpace)
+            m_space = Space::Used;
+        m_tool = std::make_unique<PanTool>(m_viewport, event->position(), devicePixelRatioF());
         updateShape();
     } else if (event->button() == Qt::LeftButton) {
-        startDrag(event);
-        m_pressed = true;
+        m_press = Press{event->position(), event->modifiers()};
     }
 }
 
-void TubesheetMap::startDrag(QMouseEvent *event)
+std::unique_ptr<MapTool> TubesheetMap::toolFor(const Press &press)
 {
-    m_pressPos = event->position();
-    m_pressModifiers = event->modifiers();
-    m_pressView = m_view;
+    switch (press.modifiers & Qt::AltModifier ? DragMode::Lasso : m_dragMode) {
+    case DragMode::Lasso:
+        return std::make_unique<LassoTool>(m_scene, m_viewport, press.pos, font());
+    case DragMode::Zoom:
+        return std::make_unique<ZoomTool>(m_viewport, press.pos);
+    case DragMode::Pan:
+        return std::make_unique<PanTool>(m_viewport, press.pos, devicePixelRatioF());
+    case DragMode::Rectangle:
+        break;
+    }
+    return std::make_unique<RectangleTool>(m_scene, m_viewport, press.pos, font());
 }
 
 void TubesheetMap::mouseMoveEvent(QMouseEvent *event)
 {
     const QPointF pos = event->position();
-    const double moved = (pos - m_pressPos).manhattanLength();
-    if (m_pressed && m_drag == Drag::None && moved >= QApplication::startDragDistance()) {
-        static constexpr Drag kDrags[] = {Drag::Rectangle, Drag::Lasso, Drag::Zoom, Drag::Pan};
-        m_drag = m_pressModifiers & Qt::AltModifier ? Drag::Lasso : kDrags[int(m_dragMode)];
-        setHovered(-1, pos);
-        m_band = m_drag == Drag::Lasso ? QPolygonF{m_pressPos} : QPolygonF();
+    if (m_press && !m_tool && (pos - m_press->pos).manhattanLength() >= QApplication::startDragDistance()) {
+        m_tool = toolFor(*m_press);
+        setHovered(-1);
         updateShape();
     }
-    if (m_drag != Drag::None)
-        continueDrag(pos);
+    if (m_tool)
+        moveTool(pos);
     else if (event->buttons() == Qt::NoButton)
-        setHovered(tubeAt(pos), pos);
+        setHovered(tubeAt(pos));
 }
 
-void TubesheetMap::continueDrag(const QPointF &pos)
+void TubesheetMap::moveTool(const QPointF &pos)
 {
-    if (m_drag == Drag::Pan) {
-        // Whole device pixels, so that the picture can be shifted instead of painted.
-        const double ratio = devicePixelRatioF();
-        const QPointF by = (pos - m_pressPos) * ratio;
-        MapView view = m_pressView;
-        view.panBy(QPointF(std::round(by.x()), std::round(by.y())) / ratio);
-        m_fitted = false;
-        applyView(view, m_view != m_pressView);
-        return;
-    }
-    const QRegion before = bandRegion();
-    if (m_drag == Drag::Lasso)
-        m_band.append(pos);
-    else
-        m_band = QPolygonF(QRectF(m_pressPos, pos).normalized());
-    m_bandCountRect = QRectF();
-    if (m_drag != Drag::Zoom) {
-        const qsizetype count = tubesInBand().size();
-        m_bandCount = count == 1 ? u"1 tube"_s : u"%1 tubes"_s.arg(count);
-        m_bandCountRect = countRect(m_bandCount, font(), pos, m_view.size);
-    }
-    update(before | bandRegion());
-}
-
-QList<qint32> TubesheetMap::tubesInBand() const
-{
-    if (m_drag == Drag::Lasso) {
-        QList<QPointF> points;
-        for (const QPointF &point : m_band)
-            points.append(m_view.toMap(point));
-        return m_scene.grid().inPolygon(points);
-    }
-    const QRectF area = m_view.toMap(m_band.boundingRect());
-    return m_scene.grid().inRect(area.left(), area.top(), area.right(), area.bottom());
+    const QRegion before = m_tool->region();
+    const MapView viewBefore = view();
+    m_tool->moveTo(pos);
+    update(before | m_tool->region());
+    if (view() != viewBefore)
+        viewMoved();
 }
 
 void TubesheetMap::mouseReleaseEvent(QMouseEvent *event)
 {
-    const bool panEnds = m_drag == Drag::Pan && !m_pressed && !(event->buttons() & (Qt::LeftButton | Qt::MiddleButton));
-    if (event->button() != Qt::LeftButton && !panEnds)
+    // A tool that the left button did not start ends when neither of the buttons that may have started it is down.
+    const bool ends = m_tool && !m_press && !(event->buttons() & (Qt::LeftButton | Qt::MiddleButton));
+    if (event->button() != Qt::LeftButton && !ends)
         return;
-    if (m_drag != Drag::None)
-        finishDrag(event->position(), event->modifiers());
-    else if (m_pressed)
+    const bool isClick = m_press && !m_tool;
+    if (m_tool)
+        finishTool(event->position(), event->modifiers());
+    m_press.reset();
+    if (isClick)
         click(event->position(), event->modifiers());
-    m_pressed = false;
 }
 
-void TubesheetMap::finishDrag(const QPointF &pos, Qt::KeyboardModifiers modifiers)
+void TubesheetMap::finishTool(const QPointF &pos, Qt::KeyboardModifiers modifiers)
 {
-    continueDrag(pos);
-    const Drag drag = m_drag;
-    const QRectF area = m_view.toMap(m_band.boundingRect());
-    const QList<qint32> tubes = drag == Drag::Rectangle || drag == Drag::Lasso ? tubesInBand() : QList<qint32>();
+    moveTool(pos);
+    const MapTool::Result wanted = m_tool->result();
     cancelDrag();
-    if (drag == Drag::Zoom)
-        zoomTo(area);
-    else if (drag != Drag::Pan)
-        Q_EMIT selectionWanted(tubes, modeFor(modifiers, SelectMode::Replace));
-    setHovered(tubeAt(pos), pos);
+    if (wanted.area)
+        zoomTo(*wanted.area);
+    if (wanted.tubes)
+        Q_EMIT selectionWanted(*wanted.tubes, modeFor(modifiers));
+    setHovered(tubeAt(pos));
 }
 
 void TubesheetMap::cancelDrag()
 {
-    update(bandRegion());
-    m_drag = Drag::None;
-    m_pressed = false;
-    m_band.clear();
-    m_bandCountRect = QRectF();
+    if (m_tool)
+        update(m_tool->region());
+    m_tool.reset();
+    m_press.reset();
     updateShape();
 }
 
@@ -172,7 +149,7 @@ void TubesheetMap::click(const QPointF &pos, Qt::KeyboardModifiers modifiers)
         return;
     }
     setCursorTube(-1);
-    Q_EMIT selectionWanted({tube}, modeFor(modifiers, SelectMode::Replace));
+    Q_EMIT selectionWanted({tube}, modeFor(modifiers));
     Q_EMIT tubeClicked(tube, modifiers);
 }
 
@@ -188,24 +165,24 @@ void TubesheetMap::mouseDoubleClickEvent(QMouseEvent *event)
 void TubesheetMap::wheelEvent(QWheelEvent *event)
 {
     const double delta = event->angleDelta().y() != 0 ? event->angleDelta().y() : event->angleDelta().x();
-    if (delta == 0 || m_drag != Drag::None)
+    if (delta == 0 || m_tool)
         return event->ignore();
     // One notch is 120; touch pads send many small steps.
     zoomAt(event->position(), std::pow(1.25, delta / 120));
-    setHovered(tubeAt(event->position()), event->position());
+    setHovered(tubeAt(event->position()));
     event->accept();
 }
 
 void TubesheetMap::leaveEvent(QEvent *)
 {
-    setHovered(-1, {});
+    setHovered(-1);
 }
 
 void TubesheetMap::contextMenuEvent(QContextMenuEvent *event)
 {
     cancelDrag();
-    if (event->reason() == QContextMenuEvent::Keyboard && m_cursor >= 0) {
-        Q_EMIT contextMenuRequested(mapToGlobal(posOf(m_cursor).toPoint()), m_cursor);
+    if (event->reason() == QContextMenuEvent::Keyboard && m_marks.cursor >= 0) {
+        Q_EMIT contextMenuRequested(mapToGlobal(posOf(m_marks.cursor).toPoint()), m_marks.cursor);
         return;
     }
     Q_EMIT contextMenuRequested(event->globalPos(), tubeAt(event->pos()));

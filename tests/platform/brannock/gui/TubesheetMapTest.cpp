@@ -142,6 +142,43 @@ TEST_F(TubesheetMapTest, rubberBandAndLassoSelectWhatTheyHold)
     EXPECT_EQ(tubes.selection(), kept);
 }
 
+TEST_F(TubesheetMapTest, aDragTellsItsWishAtItsEndAndNoneWhenItIsCancelled)
+{
+    using Mode = TubesheetMap::DragMode;
+    const struct
+    {
+        Mode mode;
+        int told;
+        bool movesView;
+        Qt::CursorShape cursor;
+    } cases[] = {{Mode::Rectangle, 1, false, Qt::ArrowCursor},
+                 {Mode::Lasso, 1, false, Qt::CrossCursor},
+                 {Mode::Zoom, 0, true, Qt::CrossCursor},
+                 {Mode::Pan, 0, true, Qt::ClosedHandCursor}};
+    const QList<QPoint> way{pos(1, 1) + QPoint(-9, 9), pos(6, 2), pos(5, 7)};
+    for (const auto &test : cases) {
+        map.setDragMode(test.mode);
+        map.fit();
+        select({}, SelectMode::Replace);
+        const MapView whole = map.view();
+        const QImage before = shown();
+        wishes = 0;
+        for (const bool cancelled : {true, false}) {
+            QTest::mousePress(&map, Qt::LeftButton, {}, way.first());
+            for (const QPoint &point : way)
+                QTest::mouseMove(&map, point);
+            EXPECT_NE(shown(), before);
+            EXPECT_EQ(map.cursor().shape(), test.cursor) << int(test.mode);
+            EXPECT_EQ(wishes, 0) << "nothing is selected while the mouse moves";
+            if (cancelled)
+                QTest::keyClick(&map, Qt::Key_Escape);
+            QTest::mouseRelease(&map, Qt::LeftButton, {}, way.last());
+            EXPECT_EQ(wishes, cancelled ? 0 : test.told) << int(test.mode);
+            EXPECT_EQ(map.view() != whole, !cancelled && test.movesView) << int(test.mode);
+        }
+    }
+}
+
 TEST_F(TubesheetMapTest, wheelKeepsThePlaceUnderThePointer)
 {
     const QPointF at(211, 307);
