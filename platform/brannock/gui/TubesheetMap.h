@@ -87,7 +87,6 @@ public:
     QSize minimumSizeHint() const override { return QSize(160, 120); }
 
 Q_SIGNALS:
-    void tubeClicked(int tube, Qt::KeyboardModifiers modifiers);
     /// Double click or Return.
     void tubeActivated(int tube);
     /// The user wants these tubes to join the selection in this way.
@@ -162,7 +161,7 @@ private:
     bool m_tubeTip = false;
     bool m_tipHidden = false;
     std::function<QStringList(int)> m_tipText;
-    bool m_selectsAtCursor = false; // the change of the selection is the cursor's own
+    bool m_selectsAtCursor = false; // the next change of the selection is the cursor's own
 
     DragMode m_dragMode = DragMode::Rectangle;
     std::optional<Press> m_press;

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <QKeyEvent>
-#include <QScopedValueRollback>
 
 namespace brannock {
 
@@ -139,9 +138,8 @@ void TubesheetMap::toggleCursor()
 {
     if (m_marks.cursor < 0)
         return;
-    const QScopedValueRollback own(m_selectsAtCursor, true);
+    m_selectsAtCursor = true;
     Q_EMIT selectionWanted({m_marks.cursor}, SelectMode::Toggle);
-    Q_EMIT tubeClicked(m_marks.cursor, Qt::ControlModifier);
 }
 
 void TubesheetMap::keyPressEvent(QKeyEvent *event)

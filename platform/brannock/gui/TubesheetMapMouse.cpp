@@ -150,7 +150,6 @@ void TubesheetMap::click(const QPointF &pos, Qt::KeyboardModifiers modifiers)
     }
     setCursorTube(-1);
     Q_EMIT selectionWanted({tube}, modeFor(modifiers));
-    Q_EMIT tubeClicked(tube, modifiers);
 }
 
 void TubesheetMap::mouseDoubleClickEvent(QMouseEvent *event)

@@ -35,7 +35,8 @@ void TubesheetMap::setTipHidden(bool hidden)
 
 void TubesheetMap::followSelection()
 {
-    if (m_marks.cursor < 0 || m_selectsAtCursor || m_tubes->isSelected(m_marks.cursor))
+    const bool isOwn = std::exchange(m_selectsAtCursor, false);
+    if (m_marks.cursor < 0 || isOwn || m_tubes->isSelected(m_marks.cursor))
         return;
     m_marks.isCursorNamed = m_tubes->selectedCount() == 1;
     if (!m_marks.isCursorNamed)

@@ -79,7 +79,6 @@ protected:
 
 TEST_F(TubesheetMapTest, clicksSelectToggleAndAdd)
 {
-    QSignalSpy clicked(&map, &TubesheetMap::tubeClicked);
     click(3, 4);
     EXPECT_THAT(tubes.selection(), ElementsAre(tube(3, 4)));
     click(5, 6);
@@ -89,8 +88,6 @@ TEST_F(TubesheetMapTest, clicksSelectToggleAndAdd)
     EXPECT_THAT(tubes.selection(), ElementsAre(tube(3, 4), tube(3, 5), tube(5, 6)));
     click(3, 4, Qt::ControlModifier);
     EXPECT_THAT(tubes.selection(), ElementsAre(tube(3, 5), tube(5, 6)));
-    EXPECT_EQ(clicked.size(), 5);
-    EXPECT_EQ(clicked.last().first().toInt(), tube(3, 4));
     EXPECT_EQ(wishes, 5);
     QTest::mouseClick(&map, Qt::LeftButton, {}, QPoint(620, 10));
     EXPECT_TRUE(tubes.selection().isEmpty());
