@@ -66,10 +66,10 @@ private:
 /// Returns true if a database is open; otherwise reports "Connect to a database first." (1053).
 bool checkConnected(DatabaseSession &session);
 
-/// Transactions on the session's workspace; what writes uses SessionTransaction. Begin::Writing and the commit wait for
-/// other programs that use the file, and may be cancelled, while the database has a progress object (EngineProgress):
-/// DaoCancelled passes on. An engine exception is reported (1054, 1055, 1056) and false returned, or, with rethrow,
-/// passes on unreported.
+/// Transactions on the session's workspace. Code that writes uses SessionTransaction. While the database has a progress
+/// object (EngineProgress), Begin::Writing and the commit wait for other programs that use the file and can be
+/// cancelled; DaoCancelled is passed on. An engine exception is reported (1054, 1055, 1056) and false is returned; with
+/// rethrow it is passed on unreported.
 using Begin = dao::Workspace::Begin;
 bool beginTrans(DatabaseSession &session, bool rethrow = false, Begin begin = Begin::AsNeeded);
 bool commitTrans(DatabaseSession &session, bool rethrow = false);

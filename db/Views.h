@@ -9,8 +9,8 @@ namespace db {
 /// sections and legs.
 QString viewSql(const dao::TableInfo &table);
 
-/// Whether refreshViews() and refreshAliases() have nothing to do. Only reads. False also when that cannot be found
-/// out: refreshing then says why.
+/// Returns true if refreshViews() and refreshAliases() have nothing to do. Only reads. Returns false also if this
+/// cannot be determined; refreshing then reports the error.
 bool areViewsCurrent(dao::Database &database);
 bool areAliasesCurrent(dao::Database &database, const ellery::SteamGen &steamGen);
 

@@ -6,8 +6,8 @@
 
 namespace results {
 
-/// The cals of table 'report' with their counts of rows. One transaction spans its life, from opening to closing: other
-/// programs can read meanwhile, but not write.
+/// The cals of table 'report' with their row counts. Holds one transaction from opening to closing: other programs can
+/// read meanwhile, but not write.
 class CalList
 {
 public:
@@ -17,8 +17,8 @@ public:
         int count = 0;
     };
 
-    /// progress is told, and may cancel, while another program that uses the database is waited for; it may be null.
-    /// A list that was opened and not closed is rolled back when it is destroyed.
+    /// progress shows and can cancel the wait for another program that uses the database; it may be null. The
+    /// destructor rolls back a list that was opened and not closed.
     explicit CalList(db::DatabaseSession &session, tarnwick::Progress *progress = nullptr)
         : m_session(&session)
         , m_progress(progress)
@@ -28,8 +28,8 @@ public:
     CalList(const CalList &) = delete;
     CalList &operator=(const CalList &) = delete;
 
-    /// Begins the transaction and fills the list. False without a connection or transaction, also when the user did not
-    /// want to wait for it; a list that cannot be read is reported and stays empty.
+    /// Begins the transaction and reads the list. Returns false if there is no connection or transaction, or the user
+    /// cancelled the wait for it. If the list cannot be read, reports it and stays empty.
     bool open();
     bool fill();
 
@@ -43,7 +43,7 @@ public:
     /// Asks the user, deletes the current cal and reads the list again.
     void deleteCurrent();
 
-    /// Ends with a commit; with a roll back when that fails or is cancelled, which is said.
+    /// Commits. If the commit fails or is cancelled, reports it and rolls back.
     void closeWithOk();
     /// If something was deleted, asks whether to save: Yes commits, No rolls back, Cancel keeps the list open and
     /// returns false.

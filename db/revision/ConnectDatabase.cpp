@@ -66,8 +66,8 @@ void setDamageMark(DatabaseSession &session, const QString &path)
     }
 }
 
-/// A program that is killed before it has changed the file leaves a journal that is empty or begins with a zero.
-/// Nothing is undone with it.
+/// If a program is killed before it has changed the file, its journal is empty or begins with a zero; there is nothing
+/// to roll back.
 bool isUnused(const QString &journal)
 {
     QFile file(journal);
@@ -116,7 +116,7 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
     const bool isElsewhere = context.project && leadsOutOfProject(path, *context.project);
     const bool mayWrite = (!context.onlyReads || mustUndo) && hasRoomForJournal(path) && !isElsewhere;
     session.open(path, mayWrite ? dao::OpenMode::Update : dao::OpenMode::ReadOnly, context.progress);
-    // A journal that is still there had nothing to undo, or belongs to another program that is at work.
+    // If the journal is still there, it had nothing to roll back or belongs to another program that is running.
     const bool wasUndone = mustUndo && !QFileInfo::exists(path + u"-journal");
     if (mustUndo && !wasUndone && session.isUpdatable())
         removeUnusedJournal(session, path + u"-journal"_s);

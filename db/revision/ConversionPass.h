@@ -19,9 +19,8 @@ public:
     {
     };
 
-    /// Thrown by request() and beginChanges() when another program has changed the file since the pass began to look at
-    /// it: what needs to be done is to be found out again. The file is locked against others from then on, so it
-    /// happens once.
+    /// Thrown by request() and beginChanges() if another program has changed the file since the pass began: the pass
+    /// must start again. The file is locked from then on, so this happens at most once.
     class ChangedMeanwhile : public std::exception
     {
     };
@@ -71,8 +70,8 @@ public:
         transaction.commit();
     }
 
-    /// Begins the transaction of all changes, unless it is begun. Waits for other programs that write, and keeps them
-    /// from writing from then on. Throws ChangedMeanwhile, and Aborted when waiting was in vain.
+    /// Begins the transaction of all changes if it has not begun. Waits for other programs that write, and prevents
+    /// them from writing afterwards. Throws ChangedMeanwhile, and Aborted if the lock was not released.
     void beginChanges();
     bool isChanging() const { return m_transaction.isOpen(); }
     /// Shows the current step as "step of steps".

@@ -106,7 +106,7 @@ public:
         requireUnchanged();
     }
     bool isChanged() const { return !(FileStamp(m_file) == m_asRead); }
-    /// Throws ChangedMeanwhile, and dao::DaoException (3045) when a program has opened the file since it was read.
+    /// Throws ChangedMeanwhile, or dao::DaoException (3045) if a program has opened the file since it was read.
     void requireUnchanged() const
     {
         if (isChanged())
@@ -172,7 +172,7 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, Je
         if (!isKept)
             return false;
         file.requireUnused();
-        if (file.isChanged()) // by a program that knows nothing of locks
+        if (file.isChanged()) // by a program that does not use locks
             throw dao::DaoException(
                 dao::error::FileInUse, u"DAO.Workspace"_s,
                 u"Another program has changed the file '%1' while it was being converted. Connect again."_s.arg(
@@ -189,8 +189,8 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, Je
     return false;
 }
 
-/// Waits for a program that has locked the file, as another one that converts it does, and says it when that was in
-/// vain. One with a lock file has the file open for as long as its user works, and is not waited for.
+/// Waits for a program that has locked the file, such as another conversion, and reports if the wait was in vain. A
+/// program with a lock file keeps the file open as long as its user works, so it is not waited for.
 bool isUsedByOthers(tarnwick::UserPrompts &prompts, const JetFile &file, tarnwick::Progress *progress)
 {
     const auto isFree = [&] {
@@ -215,7 +215,7 @@ bool isConversionWanted(DatabaseSession &session, ConversionRequest &request, co
                         tarnwick::Progress *progress)
 {
     try {
-        // Outside of a project nothing is converted, so a locked file needs no message.
+        // Outside of a project nothing is converted, whether or not the file is locked.
         if (request.isInProject() && isUsedByOthers(session.prompts(), file, progress))
             return false;
         if (request.request(QString::fromUtf16(messages::kStepJetFile.text)))

@@ -8,14 +8,13 @@ namespace db {
 /// kept.
 using BringUpToDate = bool (*)(DatabaseSession &session, ConversionRequest &request, const ConnectContext &context);
 
-/// Opens a Jet file for the session; false when the file is none, and nothing was done. Its content is read into a
-/// working copy in this program's own format, which can only be read, with its views and aliases up to date; what could
-/// not be carried over is told. Where the file and its folder can be written to, and no other program has the file
-/// open, the user is asked whether to convert it: on yes it is backed up, its copy is brought up to date beside it, and
-/// takes its place in one step. So the file is the old one or the new one, whole, whatever happens. Another program
-/// that works on the file is waited for; when it has changed the file, the file is read again, and the user is not
-/// asked twice. Throws dao::DaoException for a file that cannot be read whole, dao::DaoCancelled and
-/// tarnwick::Cancelled.
+/// Opens a Jet file for the session. Returns false, without doing anything, if it is not a Jet file. Its content is
+/// read into a read-only working copy in this program's format, with current views and aliases; losses are reported. If
+/// the file and its folder are writable and no other program has the file open, the user is asked whether to convert
+/// it. If yes, the file is backed up, a copy is converted beside it and replaces it in one step, so the file is always
+/// complete, old or new. If another program is working on the file, waits for it; if that program has changed the file,
+/// it is read again without asking the user again. Throws dao::DaoException if the file cannot be read completely,
+/// dao::DaoCancelled and tarnwick::Cancelled.
 bool openJetFile(DatabaseSession &session, const QString &path, const ConnectContext &context,
                  BringUpToDate bringUpToDate);
 

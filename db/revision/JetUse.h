@@ -20,17 +20,17 @@ struct JetUse
     bool isLocked = false; ///< another program holds a lock on one of the two files
 };
 
-/// Waits until a file is free, as long as the user does, but not for ever; without a progress for a second. False when
-/// that was in vain. Throws tarnwick::Cancelled.
+/// Waits until a file is free, up to a limit or until the user cancels; without a progress, for one second. Returns
+/// false if the file is still in use. Throws tarnwick::Cancelled.
 bool waitUntil(const std::function<bool()> &isFree, tarnwick::Progress *progress);
 
 /// While it lives, other programs cannot change the Jet file, and cannot open it if they take locks.
 class JetLock
 {
 public:
-    /// Waits (see waitUntil()) while another program holds a lock on the file. Throws dao::DaoException: 3045 when the
-    /// lock stays, 3051 when the file cannot be opened for writing; and tarnwick::Cancelled. A file system that knows
-    /// no locks is no hindrance.
+    /// Waits (see waitUntil()) while another program holds a lock on the file. Throws dao::DaoException (3045 if the
+    /// lock is not released, 3051 if the file cannot be opened for writing) and tarnwick::Cancelled. If the file system
+    /// does not support locks, continues without one.
     explicit JetLock(const QString &jetFile, tarnwick::Progress *progress = nullptr);
     /// Reads through the lock's own descriptor: on some file systems no other descriptor can read a locked file. Throws
     /// dao::DaoException.

@@ -14,13 +14,12 @@ bool isLegacyDatabase(const dao::Database &database);
 LegacyIdent readIdent(dao::Database &database);
 
 /// Imports the tables of a foreign system's database (IDENT, EXAMDATA, REPRDATA, TUBEDATA) into the present schema,
-/// which is created beside them in the same file: results become entries of report, stored as uploaded ones are,
-/// repairs become rows of repairs, and tubes that are plugged or otherwise marked become the tube sets PL and IN. All
-/// in one transaction: when an entry cannot be stored (1021), the file stays as it was and false is returned. Repairs
-/// or tube sets that cannot be made are said (1022, 1023) and left out. Needs a database that can be updated; another
-/// is left alone; so is one that another program has imported while this one waited to write, which also gives false.
-/// Throws the engine's exceptions for foreign data that cannot be read, and dao::DaoCancelled or
-/// tarnwick::Cancelled.
+/// which is created beside them in the same file. Results become entries of report, like uploaded ones; repairs become
+/// rows of repairs; plugged and otherwise marked tubes become the tube sets PL and IN. Uses one transaction: if an
+/// entry cannot be stored (1021), the file stays unchanged and false is returned. Repairs or tube sets that cannot be
+/// created are reported (1022, 1023) and skipped. A database that cannot be updated is left unchanged; so is one that
+/// another program imported while this one waited to write, which also returns false. Throws the engine's exceptions if
+/// foreign data cannot be read, and dao::DaoCancelled or tarnwick::Cancelled.
 bool importLegacyDatabase(DatabaseSession &session, const brannock::Project &project, tarnwick::Progress *progress);
 
 } // namespace db

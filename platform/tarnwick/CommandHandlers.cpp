@@ -42,7 +42,7 @@ bool CommandHandlers::run(int id)
     const CommandRow *row = m_table.row(id);
     if (!row || !m_handlers.contains(row->id) || !whyNot(id).isEmpty())
         return false;
-    // A copy: the action may end its owner.
+    // Copied, since the action may destroy its owner.
     const Handler handler = m_handlers.value(row->id);
     const Action work =
         row->isList() ? [&handler, entry = m_entries.value(row->id).value(id - row->id)] { handler.runEntry(entry); }

@@ -7,8 +7,8 @@
 
 namespace tarnwick {
 
-/// What the commands of a table do, and when they can be used: every row is bound to one action. Without widgets, so
-/// that tests and other front ends can run commands as the window does.
+/// Actions and conditions of a table of commands: every row is bound to one action. Uses no widgets, so tests and other
+/// front ends run commands in the same way as the window.
 class CommandHandlers
 {
 public:
@@ -18,49 +18,50 @@ public:
     {
     }
 
-    /// One entry of a list: a recent file, for instance.
+    /// One entry of a list, such as a recent file.
     struct ListEntry
     {
         QString text;
-        QString value;  ///< what the action needs to know: a path, for instance
-        QString whyNot; ///< why it cannot be used; empty when it can
+        QString value;  ///< passed to the action, such as a path
+        QString whyNot; ///< reason why it cannot be used; empty if it can
     };
     using Action = std::function<void()>;
 
     void bind(int id, Action run);
-    /// For a checkable row. isChecked tells whether the mark is set; the action has to change what it tells.
+    /// Binds a checkable row. isChecked returns the state of the check mark; the action must change that state.
     void bindCheckable(int id, Action run, std::function<bool()> isChecked);
-    /// For the row of a list. run gets the entry as it was shown; entries beyond its last id are not shown.
+    /// Binds the row of a list. run receives the entry as it was shown. Entries beyond the last id of the row are not
+    /// shown.
     void bindList(int id, std::function<void(const ListEntry &entry)> run, std::function<QList<ListEntry>()> entries);
-    /// In place of the row's text: for commands that name what they act on ("Undo Move Entry").
+    /// Replaces the row's text, for commands that name the object they act on ("Undo Move Entry").
     void setText(int id, std::function<QString()> text);
-    /// Tells why a condition does not hold at the moment, in a sentence for the user; empty when it holds. Never asked
-    /// about kAlways.
+    /// Sets a function that returns the reason why a condition does not hold, as a sentence for the user, or an empty
+    /// text if it holds. Never called for kAlways.
     void setConditions(std::function<QString(int condition)> whyNot) { m_whyNot = std::move(whyNot); }
-    /// Every action runs through this function, which has to call work and to keep exceptions from leaving it. Without
-    /// a runner actions run directly.
+    /// Sets a function through which every action runs. It must call work and catch its exceptions. Without a runner
+    /// actions run directly.
     void setRunner(std::function<void(const CommandRow &row, const Action &work)> runner)
     {
         m_runner = std::move(runner);
     }
 
     const CommandTable &table() const { return m_table; }
-    /// Runs a command if its condition holds now; false when it does not, or when there is no such command.
+    /// Runs a command if its condition holds. Returns false if it does not, or if there is no such command.
     bool run(int id);
-    /// Why a command cannot be used at the moment; empty when it can.
+    /// Reason why a command cannot be used now; empty if it can.
     QString whyNot(int id) const;
     bool isEnabled(int id) const { return whyNot(id).isEmpty(); }
     bool isChecked(int id) const;
-    /// What a menu calls it, without the key.
+    /// The command's text in menus, without the key.
     QString text(int id) const;
-    /// What a condition says; empty when it holds.
+    /// Reason why a condition does not hold; empty if it holds.
     QString conditionReason(int condition) const;
-    /// Asks for the entries of a list again.
+    /// Reads the entries of a list again.
     void refreshList(int id);
     QList<ListEntry> entries(int id) const { return m_entries.value(id); }
 
-    /// What is wrong with the table, and: rows without an action, actions without a row, rows bound twice, check marks
-    /// without a state.
+    /// Errors of the table and its bindings: rows without an action, actions without a row, rows bound twice, check
+    /// marks without a state.
     QStringList faults() const;
 
 private:
@@ -80,7 +81,7 @@ private:
     QHash<int, QList<ListEntry>> m_entries;
     std::function<QString(int)> m_whyNot;
     std::function<void(const CommandRow &, const Action &)> m_runner;
-    QStringList m_faults; ///< of binding
+    QStringList m_faults; ///< errors found by the bind functions
 };
 
 } // namespace tarnwick

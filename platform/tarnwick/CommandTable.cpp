@@ -65,7 +65,7 @@ QList<int> CommandTable::idsIn(const CommandLayout &layout) const
 
 namespace {
 
-/// Goes through a table once and notes what is wrong.
+/// Checks a table and collects its errors.
 class TableCheck
 {
 public:
@@ -81,7 +81,7 @@ public:
     const QStringList &faults() const { return m_faults; }
 
 private:
-    /// Keys and where they work.
+    /// A key sequence and the widget in which it works.
     struct Key
     {
         QString by;

@@ -7,30 +7,31 @@ namespace tarnwick {
 
 /// The condition that always holds.
 constexpr int kAlways = 0;
-/// The condition of a command whose action does not exist yet: it is shown, never enabled, and must not be bound.
+/// The condition of a command whose action is not implemented yet: the command is shown but never enabled, and must not
+/// be bound.
 constexpr int kNotYet = -1;
 /// Ids from here on belong to commands without a documented number.
 constexpr int kFirstUnnumbered = 1000;
 
-/// Everything there is to know about one command, except what it does (see CommandHandlers).
+/// The description of one command. Its action is bound in CommandHandlers.
 struct CommandRow
 {
     enum Flag {
         Checkable = 1,     ///< has a check mark
-        ViewOnly = 2,      ///< changes only what is seen; the owner may want to know before it runs the command
+        ViewOnly = 2,      ///< changes only the view; the owner may want to know before it runs the command
         KeysNeedFocus = 4, ///< the keys work only while the part has the focus
     };
 
     int id = -1; ///< from an enum of the owner; below kFirstUnnumbered it is the command's documented number
     const char16_t *text = u""; ///< as in menus: the mnemonic marked by "&"; the first key after a tab
     const char16_t *tip = u"";
-    int condition = kAlways;        ///< from an enum of the owner, or one of the two above
+    int condition = kAlways;        ///< from an enum of the owner, or kAlways or kNotYet
     const char16_t *keys = nullptr; ///< further portable key sequences, separated by "|"
     const char16_t *name = nullptr; ///< object name of the action; null: "command" and the number
     int flags = 0;
-    int part = 0;           ///< of the window: whose widget carries the keys; 0: the window itself
-    int count = 1;          ///< above 1: a list of so many commands, with ids counted up from this one
-    int placeholderOf = -1; ///< the list that this row stands for while it is empty
+    int part = 0;           ///< part of the window whose widget has the keys; 0: the window itself
+    int count = 1;          ///< above 1: a list of this many commands; ids count up from this one
+    int placeholderOf = -1; ///< id of the list that this row replaces while the list is empty
 
     bool isCheckable() const { return flags & Checkable; }
     bool isViewOnly() const { return flags & ViewOnly; }
@@ -40,17 +41,17 @@ struct CommandRow
     /// The text without mnemonic and key.
     QString label() const;
     QString objectName() const;
-    /// Portable, the one of the text first.
+    /// In portable form; the key in the text comes first.
     QStringList keyList() const;
 };
-/// The row of a list whose entries come and go, such as recent files, with ids from first to last.
+/// Row of a list with changing entries, such as recent files; its ids are first to last.
 constexpr CommandRow commandList(int first, int last, const char16_t *tip, int condition = kAlways)
 {
     CommandRow row{first, u"", tip, condition};
     row.count = last - first + 1;
     return row;
 }
-/// The row that is shown while a list is empty. It is never enabled and has no action.
+/// Row that is shown while a list is empty. It is never enabled and has no action.
 constexpr CommandRow placeholder(int id, int list, const char16_t *text, const char16_t *tip)
 {
     CommandRow row{id, text, tip};
@@ -63,9 +64,9 @@ struct MenuItem
 {
     enum Kind { End = 0, Open = 1, Item = 2, Separator = 3, Close = 4 };
     Kind kind = End;
-    const char16_t *text = nullptr; ///< of a submenu; of an item that is called differently here, else null
+    const char16_t *text = nullptr; ///< text of a submenu; for an item, a different text than the row's, or null
     int command = -1;
-    int condition = kAlways; ///< of a submenu: greyed as a whole while the condition does not hold
+    int condition = kAlways; ///< of a submenu: the whole submenu is disabled while the condition does not hold
 };
 constexpr MenuItem openMenu(const char16_t *text, int condition = kAlways)
 {
@@ -79,16 +80,17 @@ constexpr MenuItem kSeparator{MenuItem::Separator};
 constexpr MenuItem kCloseMenu{MenuItem::Close};
 constexpr MenuItem kEndOfMenu{MenuItem::End};
 
-/// Where commands stand. Rows appear in any number of layouts; a row with keys may appear in none.
+/// Places commands in a menu bar, menu or tool bar. A row may appear in any number of layouts; a row with keys may
+/// appear in none.
 struct CommandLayout
 {
     enum class Kind {
         MenuBar,
         Menu,    ///< a pop-up menu, or the menu of a button
-        ToolBar, ///< of any widget that holds buttons
+        ToolBar, ///< buttons of any widget
     };
     Kind kind = Kind::Menu;
-    const char16_t *name = u""; ///< object name of the widget that is made of it
+    const char16_t *name = u""; ///< object name of the widget made from it
     std::span<const MenuItem> items;
 };
 
@@ -130,17 +132,17 @@ public:
 
     std::span<const CommandRow> rows() const { return m_rows; }
     std::span<const CommandLayout> layouts() const { return m_layouts; }
-    /// Null for an id that no row has. An id within a list has the list's row.
+    /// Null if no row has this id. An id within a list returns the row of the list.
     const CommandRow *row(int id) const;
-    /// By object name.
+    /// Finds a row by object name.
     const CommandRow *row(QStringView name) const;
-    /// Ends the program for a name that no layout has.
+    /// Terminates the program if no layout has this name.
     const CommandLayout &layout(QStringView name) const;
     /// Ids of the items of a layout, in order.
     QList<int> idsIn(const CommandLayout &layout) const;
 
-    /// Whatever is wrong with the table itself: ids or names used twice, keys or mnemonics in conflict, no tip, items
-    /// that name no row, rows that can be reached neither by a layout nor by a key, lists that are not closed.
+    /// Errors of the table: repeated ids or names, conflicting keys or mnemonics, missing tips, items without a row,
+    /// rows that neither a layout nor a key reaches, lists without an end.
     QStringList faults() const;
 
 private:

@@ -22,7 +22,7 @@ enum class Order { DayMonthYear, MonthDayYear, YearMonthDay };
 
 } // namespace
 
-// Takes the time of day out of the text. False when there is one that is out of range.
+// Removes the time of day from the text. Returns false if there is one that is out of range.
 static bool takeTime(QString &text, std::optional<TimeOfDay> &time)
 {
     static const QRegularExpression pattern(
@@ -34,7 +34,7 @@ static bool takeTime(QString &text, std::optional<TimeOfDay> &time)
         const bool hasMinutes = match.capturedLength(2) > 0;
         const bool hasHalf = match.capturedLength(4) > 0;
         if (!hasMinutes && !hasHalf)
-            continue; // a number by itself is no time
+            continue; // a number alone is not a time
         TimeOfDay found{match.capturedView(1).toInt(), match.capturedView(2).toInt(), match.capturedView(3).toInt()};
         if (hasHalf) {
             if (found.hour < 1 || found.hour > 12)
@@ -53,7 +53,7 @@ static bool takeTime(QString &text, std::optional<TimeOfDay> &time)
 
 static int fullYear(QStringView digits)
 {
-    // Two digits mean 1930 to 2029, as the platform's own parser has it.
+    // Two digits mean 1930 to 2029, as in OLE automation.
     const int year = digits.toInt();
     if (digits.size() > 2)
         return year;
@@ -76,7 +76,7 @@ static NumericForm localeForm()
 {
     const QLocale locale;
     if (locale.language() == QLocale::C)
-        return {}; // Qt writes the month's name there; the C library's own form is mm/dd/yy
+        return {}; // Qt returns a format with the month's name; the C library's form is mm/dd/yy
     const QString format = locale.dateFormat(QLocale::ShortFormat);
     NumericForm form;
     for (const QChar c : format) {
@@ -118,14 +118,15 @@ static QDate numericDate(const QString &text)
         }
         return dateOf(last, first.toInt(), middle.toInt());
     };
-    // 09/05/2002 is September where dates are written with dots, and May where they are written so with slashes.
+    // 09/05/2002 is in September in locales with dots between the parts of a date, and in May in locales with slashes
+    // and the day first.
     const NumericForm form = localeForm();
     const bool likeLocale = match.capturedView(2) == form.separator;
     const QDate date = inOrder(likeLocale ? form.order : Order::MonthDayYear);
     return date.isValid() ? date : inOrder(likeLocale ? Order::MonthDayYear : form.order);
 }
 
-// 1 to count when the word is a name, or its beginning of three letters and more, in the user's language or in English.
+// Number from 1 if the word is a name, or its first three or more letters, in the user's language or in English.
 template <typename NameOf>
 static int indexOfName(QStringView word, int count, NameOf nameOf)
 {
@@ -152,8 +153,8 @@ static bool isWeekday(QStringView word)
            }) > 0;
 }
 
-// A date with the month's name: "Sep 12, 2002", "12 September 2002", "12-Sep-02", with the day of the week before it or
-// not.
+// A date with the name of the month: "Sep 12, 2002", "12 September 2002", "12-Sep-02", with or without the day of the
+// week before it.
 static QDate namedDate(const QString &text)
 {
     static const QRegularExpression separators(uR"([\s,.\-/]+)"_s);
@@ -193,7 +194,7 @@ std::optional<JDateTime> JDateTime::parse(QStringView text)
     if (rest.isEmpty()) {
         if (!time)
             return std::nullopt;
-        date = QDate(1899, 12, 30); // the day that a time alone stands for
+        date = QDate(1899, 12, 30); // date that a time without a date has
     } else {
         date = numericDate(rest);
         if (!date.isValid())

@@ -5,7 +5,7 @@
 
 namespace tarnwick {
 
-/// A failure with a sentence for the user. Base of the program's own exceptions.
+/// A failure with a sentence for the user. Base class of the program's own exceptions.
 class Error : public std::exception
 {
 public:
@@ -29,11 +29,11 @@ public:
     const char *what() const noexcept override { return "cancelled"; }
 };
 
-/// A file that cannot be read or written, or whose content is wrong: which file, where in it, why.
+/// A file cannot be read or written, or its content is wrong. The text contains the file, the place and the reason.
 class FileError : public Error
 {
 public:
-    /// line: 1-based, 0 when the place is not a line
+    /// line: 1-based; 0 if the place is not a line
     FileError(const QString &file, int line, const QString &reason);
     const QString &file() const { return m_file; }
     int line() const { return m_line; }

@@ -13,13 +13,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Characters of one entry; a longer text is cut.
+/// Maximum length of one entry in characters; longer texts are cut.
 constexpr qsizetype kLongestText = 8192;
-/// Milliseconds to wait for another program that renames the file.
+/// Milliseconds to wait while another program renames the file.
 constexpr int kLockWait = 200;
 
-/// One entry's text: its lines after the first are indented, so that a text cannot look like another entry. Empty lines
-/// are left out, and control characters of data become spaces.
+/// Indents all lines after the first, so that no text can look like another entry. Empty lines are removed, and control
+/// characters in data become spaces.
 QString indented(const QString &text)
 {
     QStringList lines;
@@ -36,7 +36,7 @@ QString indented(const QString &text)
     return lines.join(u"\n    "_s);
 }
 
-/// Renames a file that has reached its limit. Looks again under a lock: another program may have renamed it.
+/// Renames a full file. Checks its size again under the lock, since another program may have renamed it.
 void renameFull(const QString &path, qint64 limit)
 {
     if (QFileInfo(path).size() < limit)
@@ -54,7 +54,7 @@ void renameFull(const QString &path, qint64 limit)
 QString FailureLog::defaultPath()
 {
     QString state = qEnvironmentVariable("XDG_STATE_HOME");
-    if (!QDir::isAbsolutePath(state)) // a relative one is to be ignored
+    if (!QDir::isAbsolutePath(state)) // the XDG specification says to ignore relative paths
         state = QDir::homePath() + u"/.local/state"_s;
     return QDir::cleanPath(state) + u"/arvo/failures.log"_s;
 }
@@ -99,10 +99,10 @@ void FailureLog::append(int number, const QString &text)
     renameFull(m_path, m_limit);
     QFile file(m_path);
     const bool isNew = !file.exists();
-    // Unbuffered: an entry reaches the file in one write, whole beside those of other programs.
+    // Unbuffered: each entry is one write, so that entries of several programs do not mix.
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
         return;
-    // The texts name files and values of the user's data.
+    // Private to the user: the texts contain file names and values of the user's data.
     if (isNew)
         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     file.write(QString(head + indented(text) + u'\n').toUtf8());

@@ -5,12 +5,12 @@
 
 namespace tarnwick {
 
-/// A text file of the failures that were shown to the user, for support and for later. Each entry has its time, the
-/// program, the process, the message number (0: none) and the text, with the lines after the first indented. The file
-/// is bounded: when it reaches its limit it is renamed, in place of the one that was renamed before, and a new one
-/// begins. Several programs may write to it at the same time.
+/// Log file of the failures shown to the user, for support. Each entry has the time, the program, the process, the
+/// message number (0: none) and the text, with the lines after the first indented. If the file reaches its size limit,
+/// it is renamed, replacing the previously renamed one, and a new file is started. Several programs may write to it at
+/// the same time.
 ///
-/// A log that cannot be written is left alone without a message, since what it would hold was shown to the user.
+/// If the log cannot be written, this is not reported, since the user has already seen the messages.
 class FailureLog
 {
 public:
@@ -19,14 +19,14 @@ public:
     /// "arvo/failures.log" in the user's state folder (XDG_STATE_HOME, else .local/state in the home folder).
     static QString defaultPath();
 
-    /// program: what each entry names as its source. limit: bytes.
+    /// program: source name in each entry. limit: in bytes.
     explicit FailureLog(const QString &program, const QString &path = defaultPath(), qint64 limit = kDefaultLimit);
     /// Writes how often the last entry was repeated.
     ~FailureLog();
     FailureLog(const FailureLog &) = delete;
     FailureLog &operator=(const FailureLog &) = delete;
 
-    /// Writes an entry. A failure that is the same as the one before is counted, not written again.
+    /// Writes an entry. If the failure is equal to the previous one, it is only counted.
     void add(int number, const QString &text);
 
 private:
@@ -41,11 +41,11 @@ private:
     qint64 m_repeats = 0;
 };
 
-/// Passes everything on to other prompts, and writes every error to the log before it is shown.
+/// Passes all calls on to other prompts, and writes every error to the log before it is shown.
 class LoggedPrompts : public UserPrompts
 {
 public:
-    /// prompts is borrowed and outlives this.
+    /// prompts must outlive this object.
     LoggedPrompts(UserPrompts &prompts, const QString &program)
         : m_prompts(prompts)
         , m_log(program)

@@ -26,7 +26,7 @@ void failWritesAfter(qint64 bytes)
 
 void makeFileSizeLimitAnError()
 {
-    // A handler and not SIG_IGN: programs that this one starts would inherit that.
+    // A handler instead of SIG_IGN, since child processes would inherit SIG_IGN.
     struct sigaction action = {};
     action.sa_handler = [](int) {};
     action.sa_flags = SA_RESTART;
@@ -39,12 +39,12 @@ WriteError::WriteError(const QString &file, int systemError)
 {
 }
 
-// Every write of the program ends here; there is no buffer below it.
+// All writes of the program end here, without a buffer below.
 static ssize_t systemWrite(int descriptor, const char *bytes, size_t count)
 {
     if (bytesUntilFailure < 0)
         return ::write(descriptor, bytes, count);
-    // A disk that fills up takes what it has room for.
+    // A disk that becomes full accepts as much as it has room for.
     const size_t room = std::min(count, size_t(bytesUntilFailure));
     if (room == 0 && count > 0) {
         errno = ENOSPC;
@@ -83,12 +83,12 @@ struct AtomicFile::Impl
     QString temporary;
     QByteArray buffer;
     int descriptor = -1;
-    int systemError = 0; ///< of the first failure; nothing is written after it
+    int systemError = 0; ///< errno of the first failure; afterwards nothing more is written
     bool isMade = false;
 };
 
-// What is no ordinary file is not replaced, and a link is not followed: a project that came from elsewhere would decide
-// which file of this user is written to.
+// Only ordinary files are replaced, and links are not followed: otherwise a project from elsewhere could make the
+// program overwrite any file of this user.
 static void requireReplaceable(const QString &path, const struct stat &found)
 {
     if (S_ISLNK(found.st_mode))
@@ -119,7 +119,7 @@ void AtomicFile::Impl::create(const QString &rightsOf)
     if (descriptor < 0)
         fail();
     isMade = true;
-    // Where a file system knows no rights, it is as all files there are.
+    // On a file system without permissions this fails, and the file keeps the default ones.
     if (hasRights)
         (void)::fchmod(descriptor, mode);
 }
@@ -145,7 +145,7 @@ void AtomicFile::Impl::finish()
     flush();
     if (!syncFile(descriptor))
         fail();
-    // Some file systems tell only now what could not be written.
+    // Some file systems report write errors only on close().
     const int result = ::close(descriptor);
     descriptor = -1;
     if (result != 0 && errno != EINTR)
@@ -156,8 +156,8 @@ void AtomicFile::Impl::finish()
     syncFolderOf(path);
 }
 
-// A folder of a project comes into being when the first file is put into it. What it lies in does not: a project that
-// has gone, with a drive that was taken away say, must not come back as an empty shell.
+// A folder of a project is created when its first file is written, but its parent is not: a project that has
+// disappeared, for example with a removed drive, must not come back as an empty folder.
 static void makeFolder(const QString &path)
 {
     const QDir folder(QFileInfo(path).absolutePath());
@@ -215,7 +215,7 @@ QByteArray readFile(const QString &path, qint64 limit)
     if (file.size() > limit)
         throw FileError(path, 0, u"is too large (%1 bytes)."_s.arg(file.size()));
 
-    // In pieces, since the size of a device or a pipe is not known before.
+    // Read in pieces, since the size of a device or pipe is not known in advance.
     QByteArray content;
     content.reserve(file.size());
     for (;;) {

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Text with the sign or prefix before it, which zeros come between.
+// Text and its sign or prefix; padding zeros go between them.
 struct Piece
 {
     QString prefix;
@@ -104,7 +104,7 @@ void Formatter::appendConversion(FormatSpec spec)
         spec.width = std::abs(width);
     }
     if (spec.precisionFromArgument)
-        spec.precision = nextWidth(); // below zero: as if it were not given
+        spec.precision = nextWidth(); // a negative precision counts as not given
     append(spec, convert(spec));
 }
 
@@ -140,7 +140,7 @@ Piece Formatter::convert(const FormatSpec &spec)
     }
 }
 
-// Characters as a user counts them: one outside the basic plane is two units and one character.
+// Number of Unicode code points; a character outside the basic plane is two UTF-16 units.
 static qsizetype characterCount(QStringView text)
 {
     qsizetype count = text.size();
@@ -229,7 +229,7 @@ Piece Formatter::integer(const FormatSpec &spec, const FormatArg &arg) const
         magnitude = negative ? 0 - magnitude : magnitude;
         piece.prefix = signOf(spec, negative);
     } else {
-        // A negative number shows its bits, in the size it was given in but at least that of an int.
+        // As in C, a negative number is printed as its bits, in its own size but at least that of an int.
         if (!arg.isUnsigned() && arg.bits() <= 32)
             magnitude = quint32(magnitude);
         base = letter == u'o' ? 8 : letter == u'u' ? 10 : 16;
@@ -266,7 +266,7 @@ Piece Formatter::number(const FormatSpec &spec, const FormatArg &arg) const
                        : letter == u'e' ? std::chars_format::scientific
                                         : std::chars_format::general;
     const int precision = spec.precision < 0 ? 6 : spec.precision;
-    // Not the C library's printf: its decimal point follows the process's locale.
+    // printf is not used, since its decimal point depends on the process's locale.
     std::vector<char> buffer(size_t(precision) + std::numeric_limits<double>::max_exponent10 + 32);
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::abs(*value), style, precision);
     piece.body = QString::fromLatin1(buffer.data(), qsizetype(result.ptr - buffer.data()));

@@ -10,14 +10,14 @@
 
 namespace tarnwick {
 
-/// A format text and its arguments do not fit: unknown conversion, wrong type, too few or too many arguments.
+/// A format text and its arguments do not match: unknown conversion, wrong type, too few or too many arguments.
 class FormatError : public Error
 {
 public:
     using Error::Error;
 };
 
-/// One argument of a format, in one of the few kinds that the conversions know.
+/// One argument of a format, of one of the types that the conversions support.
 class FormatArg
 {
 public:

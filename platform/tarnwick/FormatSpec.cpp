@@ -2,7 +2,7 @@
 
 namespace tarnwick {
 
-// Digits at i, or -1 when there are none; more than kMostWidth stands for any greater number.
+// Reads digits at i; -1 if there are none. Numbers above kMostWidth are limited to a value above it.
 static int digits(QStringView text, qsizetype &i)
 {
     int number = -1;
@@ -64,7 +64,7 @@ std::optional<FormatSpec> parseFormatSpec(QStringView format, qsizetype start)
         spec.dateFormat = format.sliced(i + 1, close - i - 1);
         i = close + 1;
     }
-    // The sizes of the C library mean nothing here: an argument knows its own.
+    // The size modifiers of C are ignored: an argument knows its own size.
     while (at(i) == u'l' || at(i) == u'h' || at(i) == u'L')
         ++i;
     if (i >= format.size() || spec.width > kMostWidth || spec.precision > kMostWidth)

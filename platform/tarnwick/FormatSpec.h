@@ -4,7 +4,7 @@
 
 namespace tarnwick {
 
-/// One conversion of a format text, taken apart: "%-6.2f", "%*S", "%{%m/%d/%Y}t".
+/// One parsed conversion of a format text: "%-6.2f", "%*S", "%{%m/%d/%Y}t".
 struct FormatSpec
 {
     bool left = false;  ///< "-"
@@ -16,16 +16,16 @@ struct FormatSpec
     bool widthFromArgument = false;
     int precision = -1;
     bool precisionFromArgument = false;
-    QStringView dateFormat; ///< what stands in braces
+    QStringView dateFormat; ///< text in braces
     QChar conversion;       ///< '%' for "%%"
-    qsizetype end = 0;      ///< behind the conversion letter
+    qsizetype end = 0;      ///< index behind the conversion letter
 };
 
-/// The widest field and the greatest precision: more is taken for a mistake.
+/// Largest width and precision; a larger number is taken for a mistake.
 constexpr int kMostWidth = 4096;
 
-/// Takes the conversion apart that begins with the per cent sign at start. Empty optional when the text ends within it
-/// or a number in it is out of range. Any letter is accepted as conversion.
+/// Parses the conversion that begins with the per cent sign at start. Empty optional if the text ends within it or a
+/// number is out of range. Any letter is accepted as conversion.
 std::optional<FormatSpec> parseFormatSpec(QStringView format, qsizetype start);
 
 } // namespace tarnwick

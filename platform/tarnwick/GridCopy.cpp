@@ -8,7 +8,7 @@ namespace tarnwick {
 
 namespace {
 
-/// Spreadsheets take a cell with a tab, a line end or a quote only in quotes.
+/// In spreadsheet format a cell with a tab, a line end or a quote must be quoted.
 QString plainCell(const QString &text)
 {
     const bool needsQuotes = std::any_of(text.begin(), text.end(),
@@ -23,11 +23,11 @@ QString htmlCell(const QString &text, ColumnAlign align, QStringView tag)
     return u"<%1 align=\"%2\">%3</%1>"_s.arg(tag, QString::fromUtf16(kNames[size_t(align)]), cell);
 }
 
-/// The rows and columns that a selection touches, ascending.
+/// The rows and columns that contain selected cells, ascending.
 struct Extent
 {
     QList<int> columns;
-    std::vector<QItemSelectionRange> ranges; ///< by top row
+    std::vector<QItemSelectionRange> ranges; ///< sorted by top row
     int bottom = -1;
 };
 
@@ -49,8 +49,8 @@ Extent extentOf(const QItemSelection &selection)
     return extent;
 }
 
-/// Calls each(row, ranges that hold the row) for every row of the extent, top to bottom. The ranges are swept once, so
-/// the work grows with the rows and not with rows times ranges.
+/// Calls each(row, ranges that contain the row) for every row of the extent, top to bottom. The ranges are swept once,
+/// so the time grows with the number of rows, not with rows times ranges.
 template <typename Each>
 void forEachRow(const Extent &extent, Each each)
 {

@@ -6,29 +6,29 @@
 
 namespace tarnwick {
 
-/// The marked cells of a table as a spreadsheet takes them.
+/// Selected cells in the formats that spreadsheets accept.
 struct GridClip
 {
-    QString text; ///< lines of cells with tabs between
-    QString html; ///< the same as an HTML table, with the columns' alignment
+    QString text; ///< lines of cells separated by tabs
+    QString html; ///< HTML table with the alignment of the columns
 };
 
-/// Copies the smallest set of whole rows and columns that holds the selection: a cell of it that is not marked is left
-/// empty. withTitles puts the column titles first. Throws Cancelled when the progress stops it.
+/// Copies the smallest set of whole rows and columns that contains the selection; its cells that are not selected are
+/// left empty. withTitles adds the column titles. Throws Cancelled if the progress stops it.
 GridClip copyCells(const GridModel &model, const QItemSelection &selection, bool withTitles,
                    Progress *progress = nullptr);
 
-/// Figures over the marked cells that hold numbers.
+/// Statistics of the selected cells that contain numbers.
 struct CellStatistics
 {
-    qint64 cells = 0; ///< marked
+    qint64 cells = 0; ///< number of selected cells
     qint64 numbers = 0;
     double sum = 0;
     double least = 0;
     double largest = 0;
 
     double mean() const { return numbers > 0 ? sum / double(numbers) : 0; }
-    /// "Count 3   Sum 120   Mean 40   Min 20   Max 60"; only the count where no cell holds a number; empty for less
+    /// "Count 3   Sum 120   Mean 40   Min 20   Max 60"; only the count if no cell contains a number; empty for fewer
     /// than two cells.
     QString text() const;
 };

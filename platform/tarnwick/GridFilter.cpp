@@ -9,7 +9,7 @@ namespace tarnwick {
 
 namespace {
 
-/// "*" any text, "?" one character; letter case does not matter. Linear in the text for each star, without recursion.
+/// "*" matches any text, "?" one character; case is ignored. No recursion; linear in the text for each star.
 bool matchesPattern(QStringView text, QStringView pattern)
 {
     qsizetype t = 0;
@@ -110,7 +110,7 @@ int GridFilter::compare(const QVariant &value, const QString &text) const
 
 bool GridFilter::matches(const QVariant &value, const QString &text) const
 {
-    // Nothing is before or after an empty cell, so a comparison leaves it out.
+    // An empty cell is neither less nor greater than anything, so comparisons exclude it.
     const bool isEmptyCell = text.trimmed().isEmpty();
     switch (m_kind) {
     case Kind::None:

@@ -16,11 +16,11 @@ class GridFilter
 {
 public:
     GridFilter() = default;
-    /// Every text is a condition; what is no operator is searched for.
+    /// Every text is a valid condition; a text without an operator is searched for.
     explicit GridFilter(const QString &typed);
 
     bool isEmpty() const { return m_kind == Kind::None; }
-    /// value: as GridSource::value(); text: as the cell is shown.
+    /// value: from GridSource::value(); text: the cell as shown.
     bool matches(const QVariant &value, const QString &text) const;
 
 private:
@@ -32,11 +32,11 @@ private:
     Kind m_kind = Kind::None;
     QString m_text;
     double m_number = 0;
-    double m_upper = 0; ///< of Between
+    double m_upper = 0; ///< upper limit of Between
     bool m_isNumber = false;
 };
 
-/// The value as a number. False for texts that are none, dates and empty cells.
+/// Converts the value to a number. Returns false for dates, empty cells and texts that are not numbers.
 bool numberOf(const QVariant &value, double &number);
 
 } // namespace tarnwick

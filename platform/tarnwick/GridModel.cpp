@@ -141,7 +141,7 @@ bool GridModel::setData(const QModelIndex &index, const QVariant &value, int rol
     if (text == m_source->editText(row, index.column()))
         return true;
     const bool isStored = m_source->setText(row, index.column(), text);
-    // Other cells of the row may follow from this one, and a refused text must not stay on the screen.
+    // The edit may change other cells of the row, and the text of a refused edit must be replaced.
     Q_EMIT dataChanged(this->index(index.row(), 0), this->index(index.row(), columnCount() - 1));
     return isStored;
 }
@@ -179,7 +179,7 @@ bool GridModel::removeRows(int row, int count, const QModelIndex &parent)
     return true;
 }
 
-/// From here on the rows of the source are as they are now, while the model still has as many rows as before.
+/// From here on the source already has its new rows, while the model still reports the old number.
 void GridModel::beginShift(int row, int by)
 {
     if (!m_hasOrder) {
@@ -204,7 +204,7 @@ void GridModel::endShift(int row, int by)
         m_order.erase(m_order.begin() + row);
 }
 
-/// A row at or behind the one that was inserted or deleted; -1 for the deleted one.
+/// New number of a row at or behind the inserted or deleted one; -1 for the deleted row.
 int GridModel::movedRow(int row) const
 {
     return m_shift < 0 && row == m_changedRow ? -1 : row + m_shift;
@@ -233,8 +233,8 @@ void GridModel::setOrder(const QList<SortKey> &keys, const QStringList &filters,
         order = filteredRows(filters, progress);
         sortRows(order, keys, progress);
     }
-    // A reset, since the selection model would keep one persistent index for each selected cell through a layout
-    // change.
+    // A reset instead of a layout change, since the selection model would keep one persistent index for each selected
+    // cell.
     beginResetModel();
     m_order = std::move(order);
     m_hasOrder = hasOrder;
@@ -273,8 +273,7 @@ std::vector<qint32> GridModel::filteredRows(const QStringList &typed, Progress *
 
 namespace {
 
-/// The values of one column by which rows are sorted: numbers where every cell is one, else texts. Empty cells come
-/// first.
+/// Sort keys of one column: numbers if every cell is a number, else texts. Empty cells come first.
 class KeyColumn
 {
 public:
@@ -326,8 +325,8 @@ private:
         }
     }
 
-    std::vector<double> m_numbers; ///< by source row; NaN for an empty cell
-    std::vector<QString> m_texts;  ///< by source row; in use when it is not empty
+    std::vector<double> m_numbers; ///< indexed by source row; NaN for an empty cell
+    std::vector<QString> m_texts;  ///< indexed by source row; used if not empty
 };
 
 } // namespace

@@ -10,8 +10,8 @@
 
 namespace tarnwick {
 
-/// The model of every table of the program: a GridSource in stored, sorted or filtered order. In stored order nothing
-/// is kept for a row; a sorted or filtered order keeps four bytes for each row that is shown.
+/// Model of all tables of the program: a GridSource in stored, sorted or filtered order. In stored order it uses no
+/// memory per row; a sorted or filtered order uses four bytes for each shown row.
 class GridModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
     enum Role {
         ValueRole = Qt::UserRole, ///< GridSource::value()
         ColoursRole,              ///< RowColours as QVariant
-        WhyNotEditableRole        ///< empty when the cell can be edited
+        WhyNotEditableRole        ///< empty if the cell can be edited
     };
     struct SortKey
     {
@@ -32,21 +32,21 @@ public:
         : QAbstractTableModel(parent)
     {
     }
-    /// The source must outlive the model or be replaced. Null for an empty table.
+    /// The source must outlive the model or be replaced first. Null for an empty table.
     void setSource(GridSource *source);
     GridSource *source() const { return m_source; }
 
-    /// The source has other rows or columns than before. Sorting and filter are given up.
+    /// Call after the source has other rows or columns. Removes sorting and filter.
     void reload();
-    /// Rows were added at the end of the source; the order that is shown does not contain them when it is sorted or
-    /// filtered. For sources that still grow while they are shown.
+    /// Call after rows were added at the end of a source that grows while it is shown. A sorted or filtered order does
+    /// not contain them.
     void noteAppended();
-    /// Cells of the source's row changed otherwise than by setData().
+    /// Call after cells of the source's row changed, except by setData().
     void noteRowChanged(int sourceRow);
-    /// Cells of every row may have changed; rows and order are as before.
+    /// Call after cells of any rows changed, while rows and order stayed the same.
     void noteAllChanged();
 
-    /// From the row that is shown to the row of the source, and back; -1 for one that is not shown.
+    /// Converts between shown rows and source rows; -1 for a row that is not shown.
     int sourceRow(int row) const
     {
         return m_hasOrder ? m_order[size_t(row)] : row < m_changedRow ? row : movedRow(row);
@@ -55,16 +55,16 @@ public:
     int totalRows() const { return m_source ? m_source->rowCount() : 0; }
     bool isFiltered() const { return !m_filters.isEmpty(); }
 
-    /// Sorts by several keys, the first one counting most; rows that are equal keep their stored order. Empty for the
-    /// stored order. Throws Cancelled when the progress stops it; the order is then as before.
+    /// Sorts by several keys, the most significant first. Rows with equal keys keep their stored order. An empty list
+    /// restores the stored order. Throws Cancelled if the progress stops it; the order is then unchanged.
     void sortBy(const QList<SortKey> &keys, Progress *progress = nullptr);
     const QList<SortKey> &sortKeys() const { return m_keys; }
-    /// Shows the rows that meet every condition, one text a column (see GridFilter). Cancels as sortBy().
+    /// Shows the rows that meet all conditions, one text per column (see GridFilter). Throws Cancelled like sortBy().
     void filterBy(const QStringList &typed, Progress *progress = nullptr);
     const QStringList &filters() const { return m_filters; }
 
-    /// The next cell whose text contains the text, in reading order after (or before) `from`, going round at the end.
-    /// Letter case does not matter. Invalid when there is none.
+    /// Next cell that contains the text, in reading order after (or before) `from`, continuing at the other end. Case
+    /// is ignored. Invalid if there is none.
     QModelIndex find(const QString &text, const QModelIndex &from, bool forward, Progress *progress = nullptr) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -78,7 +78,7 @@ public:
     const GridColumn &column(int column) const { return m_columns[column]; }
 
 Q_SIGNALS:
-    /// The shown order was changed by sorting or filtering (after the model was reset).
+    /// Emitted after sorting or filtering has changed the order and the model was reset.
     void orderChanged();
 
 private:
@@ -92,11 +92,11 @@ private:
 
     GridSource *m_source = nullptr;
     QList<GridColumn> m_columns;
-    std::vector<qint32> m_order; ///< source rows in the order shown, when m_hasOrder
+    std::vector<qint32> m_order; ///< source rows in shown order; used if m_hasOrder
     bool m_hasOrder = false;
-    int m_rows = 0; ///< of the source, as views know it
-    /// While views are told of a row that the source has inserted or deleted already: its place, and by how many rows
-    /// those behind it have moved.
+    int m_rows = 0; ///< number of source rows as known to the views
+    /// Valid while views are informed of a row that the source has already inserted or deleted: its number, and the
+    /// shift of the rows behind it.
     int m_changedRow = std::numeric_limits<int>::max();
     int m_shift = 0;
     QList<SortKey> m_keys;

@@ -5,29 +5,29 @@
 
 namespace tarnwick {
 
-/// Horizontal alignment of a column. The numbers are those of stored display formats.
+/// Horizontal alignment of a column. The numbers are stored in display formats.
 enum class ColumnAlign : qint32 { Center = 0, Left = 1, Right = 2 };
 
-/// One column of a table as it is shown.
+/// Display properties of one column of a table.
 struct GridColumn
 {
-    /// How a cell is edited.
+    /// Editor used for the cells.
     enum class Editor {
         Line,   ///< a line of text
-        Choice, ///< one of choices, or another text where hasFreeText is set
-        Check,  ///< a mark; the texts are those of setText(): "1" and "0"
-        Date    ///< a line of text with a calendar beside it
+        Choice, ///< a list of choices; also other texts if hasFreeText is set
+        Check,  ///< check box; setText() receives "1" or "0"
+        Date    ///< a line of text and a calendar
     };
 
     QString title = {};
-    int width = 0; ///< in characters; 0 or less: the width of the title, at least 8
+    int width = 0; ///< in characters; 0 or less: width of the title, at least 8
     ColumnAlign align = ColumnAlign::Left;
     Editor editor = Editor::Line;
-    QStringList choices = {}; ///< of Editor::Choice
-    bool hasFreeText = false; ///< Editor::Choice: texts that are not among the choices are taken, too
+    QStringList choices = {}; ///< for Editor::Choice
+    bool hasFreeText = false; ///< for Editor::Choice: texts other than the choices are accepted
 };
 
-/// Colours of one row, 0x00BBGGRR. Black on white stands for the colours of the theme.
+/// Colours of one row, 0x00BBGGRR. Black on white means the colours of the theme.
 struct RowColours
 {
     quint32 foreground = 0x000000;
@@ -35,8 +35,8 @@ struct RowColours
     bool operator==(const RowColours &) const = default;
 };
 
-/// The rows behind a table of the program. Cells are read when they are shown, so a source keeps no texts. Rows and
-/// columns count from 0. A source reports failures of changes through the prompts and returns false.
+/// Data of a table. Cells are read when they are shown, so a source stores no texts. Rows and columns count from 0. A
+/// source reports failed changes through the prompts and returns false.
 class GridSource
 {
 public:
@@ -46,27 +46,27 @@ public:
     virtual int columnCount() const = 0;
     virtual GridColumn column(int column) const = 0;
 
-    /// The cell as it is shown, copied and found.
+    /// Text of the cell for display, copying and find.
     virtual QString text(int row, int column) const = 0;
-    /// The cell as it is sorted, filtered and summed: a number, date, bool or text; invalid for an empty cell.
+    /// Value of the cell for sorting, filtering and sums: a number, date, bool or text; invalid for an empty cell.
     virtual QVariant value(int row, int column) const { return text(row, column); }
-    /// The text that an editor starts with.
+    /// Initial text of the cell's editor.
     virtual QString editText(int row, int column) const { return text(row, column); }
     virtual RowColours colours(int) const { return {}; }
-    /// More about the cell, shown when the mouse rests on it; empty for none.
+    /// Tool tip of the cell; empty for none.
     virtual QString tip(int, int) const { return {}; }
 
-    /// Why the cell cannot be edited, as a sentence; empty when it can.
+    /// Reason why the cell cannot be edited, as a sentence; empty if it can.
     virtual QString whyNotEditable(int row, int column) const;
-    /// Stores an edited text. False when it was refused; the cell is then as before.
+    /// Stores an edited text. Returns false if it was refused; the cell is then unchanged.
     virtual bool setText(int row, int column, const QString &text);
-    /// Why no row can be inserted, as a sentence; empty when one can.
+    /// Reason why no row can be inserted, as a sentence; empty if one can.
     virtual QString whyNotInsertable() const;
     /// Inserts an empty row before `row`; row may be rowCount().
     virtual bool insertRow(int row);
-    /// Why the row cannot be deleted, as a sentence; empty when it can.
+    /// Reason why the row cannot be deleted, as a sentence; empty if it can.
     virtual QString whyNotDeletable(int row) const;
-    /// True when the row has left the source.
+    /// Returns true if the row was removed from the source.
     virtual bool deleteRow(int row);
 };
 

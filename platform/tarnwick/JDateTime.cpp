@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 static const QDate kOleZero(1899, 12, 30);
 static constexpr int kSecondsPerDay = 86400;
 
-// mktime, where -1 may be a time or a failure: a failure leaves the day of the week alone.
+// mktime() returns -1 for an error and for a valid time; on error it does not set the day of the week.
 static std::optional<qint64> madeTime(std::tm &parts)
 {
     parts.tm_wday = -1;
@@ -37,7 +37,7 @@ JDateTime JDateTime::fromSeconds(qint64 secondsSinceEpoch)
 
 JDateTime JDateTime::fromLocal(int year, int month, int day, int hour, int minute, int second)
 {
-    // The structure counts years from 1900 and months from 0; at the ends of int that must not wrap.
+    // The structure counts years from 1900 and months from 0; the subtraction must not overflow.
     constexpr int least = std::numeric_limits<int>::min();
     std::tm parts{};
     parts.tm_year = int(qMax<qint64>(qint64(year) - 1900, least));
@@ -64,7 +64,7 @@ JDateTime JDateTime::invalidDate()
 
 JDateTime JDateTime::fromOleDate(double days)
 {
-    // The years 100 to 9999, as automation dates have them.
+    // Years 100 to 9999, the range of automation dates.
     constexpr double kFirst = -657435.0;
     constexpr double kAfterLast = 2958466.0;
     if (!(days > kFirst && days < kAfterLast))
@@ -96,7 +96,7 @@ std::tm JDateTime::local() const
     return parts;
 }
 
-// The C locale's forms whatever language the program runs in: the library follows the process's locale otherwise.
+// The C locale, whatever the language of the program: strftime would use the process's locale.
 static locale_t plainLocale()
 {
     static const locale_t locale = newlocale(LC_ALL_MASK, "C", locale_t(nullptr));
@@ -133,16 +133,16 @@ QString JDateTime::toString(QStringView strftimeFormat) const
         const qsizetype start = i++;
         QChar flag;
         if (i < size && (strftimeFormat[i] == u'#' || strftimeFormat[i] == u'-')) {
-            flag = u'-'; // both spellings of "no leading zeros"
+            flag = u'-'; // both are spellings of "no leading zeros"
             ++i;
         } else if (i < size && (strftimeFormat[i] == u'E' || strftimeFormat[i] == u'O')) {
-            ++i; // a locale's other forms: the C locale has none
+            ++i; // alternative forms of a locale, which the C locale does not have
         }
         if (i < size && letters.contains(strftimeFormat[i]))
             text += oneConversion(parts, flag, strftimeFormat[i]);
         else if (i < size && strftimeFormat[i] == u'%')
             text += u'%';
-        else // not a conversion: as it was typed
+        else // not a conversion: copied unchanged
             text += strftimeFormat.sliced(start, qMin(i + 1, size) - start);
     }
     return text;

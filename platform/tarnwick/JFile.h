@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// What is wrong in a record file, with the file's name and the offset in bytes.
+/// An error in a record file, with the file's name and the offset in bytes.
 class JFileError : public FileError
 {
 public:
@@ -19,17 +19,17 @@ private:
 };
 
 /// The toolkit's record files: 32-bit little-endian integers, 16-bit characters, 8-byte doubles, text as a 32-bit byte
-/// count and UTF-8. One object reads or writes; serialise() calls go both ways, so that a record states its layout
-/// once. A reader trusts nothing: every count is checked against what is left in the file before memory is taken.
+/// count and UTF-8. One object either reads or writes; serialize() works in both directions, so each record defines its
+/// layout once. Input is not trusted: every count is checked against the remaining bytes before memory is allocated.
 class JFile
 {
 public:
     static constexpr quint32 kMagic = 0x12345678;
 
-    /// Reads the file at once. Throws FileError.
+    /// Reads the whole file. Throws FileError.
     static JFile openForReading(const QString &path);
     static JFile fromBytes(const QByteArray &bytes, const QString &name);
-    /// Collects what is written; nothing reaches the disk before commit().
+    /// Collects the output; nothing is written to the disk before commit().
     static JFile forWriting(const QString &path);
 
     bool isReading() const { return m_reading; }
@@ -38,13 +38,13 @@ public:
     qint64 bytesLeft() const { return m_reading ? m_bytes.size() - m_offset : 0; }
     const QByteArray &bytes() const { return m_bytes; }
 
-    /// Magic, identifier, header version. On reading, throws JFileError when the magic or the identifier is another, or
-    /// the version is newer than the given one; returns the version read.
+    /// Magic number, identifier, header version. When reading, throws JFileError if magic number or identifier differ
+    /// or the version is newer than the given one. Returns the version read.
     int header(const QString &identifier, int version);
-    /// True when the first four bytes are the magic number; the position stays.
+    /// Returns true if the first four bytes are the magic number; does not change the position.
     bool startsWithMagic() const;
 
-    // Each reads into the value, or writes it.
+    // Each reads or writes the value.
     void serialize(qint32 &value);
     void serialize(quint32 &value);
     void serialize(qint16 &value);
@@ -60,10 +60,11 @@ public:
     void serialize(QList<qint32> &value);
     /// A flag of one byte.
     void serializeByte(bool &value);
-    /// A 32-bit record version: writes the newest; on reading refuses one below 1 or above the newest. Returns it.
+    /// A 32-bit record version. Writes the newest; when reading, throws if it is below 1 or above the newest. Returns
+    /// it.
     int version(int newest);
-    /// A 32-bit element count for elements of at least that many bytes each: on reading it is refused when the file
-    /// cannot hold so many.
+    /// A 32-bit element count. When reading, throws if the file cannot contain so many elements of at least
+    /// minimumBytesEach bytes.
     qint32 count(qint64 elements, int minimumBytesEach);
 
     /// A list of records: the count, then each element through element(file, record).
@@ -90,7 +91,8 @@ public:
     void commit();
 
 private:
-    /// A record takes more memory than its shortest form on the disk; a false count must not ask for all of it at once.
+    /// In memory a record is larger than its shortest form on the disk, so a wrong count must not allocate all elements
+    /// at once.
     static constexpr qint32 kMostReserved = 4096;
 
     JFile(const QString &name, const QByteArray &bytes, bool reading);

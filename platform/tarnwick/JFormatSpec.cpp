@@ -21,7 +21,7 @@ JFormatSpec::JFormatSpec(const QString &format)
 
 QString JFormatSpec::apply(const FormatArg &value) const
 {
-    // In a date's format every letter is a part of the date; only "%t" and "%{...}t" are the formatter's own.
+    // In a date format every letter is a part of the date; only "%t" and "%{...}t" are conversions of the formatter.
     const auto *time = std::get_if<JDateTime>(&value.value());
     if (time && m_conversion != u't')
         return time->toString(m_format);

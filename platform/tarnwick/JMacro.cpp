@@ -61,14 +61,14 @@ void JMacro::merge(const JMacro &other)
     }
 }
 
-/// Calls visit with each bracketed part, and with the index of its entry, -1 for none.
+/// Calls visit with each bracketed part and the index of its entry, -1 if the table has none.
 template <typename Visitor>
 void JMacro::visitNames(const QString &text, Visitor visit) const
 {
     qsizetype open = -1;
     for (qsizetype i = 0; i < text.size(); ++i) {
         if (text[i] == u'[') {
-            open = i; // of "[a [b]" only "[b]" can be a name
+            open = i; // in "[a [b]" only "[b]" can be a name
         } else if (text[i] == u']' && open >= 0) {
             const Span span{open, i + 1 - open};
             visit(span, indexOf(m_entries, QStringView(text).sliced(span.start, span.length)));
@@ -80,7 +80,7 @@ void JMacro::visitNames(const QString &text, Visitor visit) const
 QString JMacro::expand(const QString &text) const
 {
     QString expanded;
-    qsizetype copied = 0; // everything before is in the result
+    qsizetype copied = 0; // everything before this index is in the result
     visitNames(text, [&](const Span &span, qsizetype entry) {
         if (entry < 0)
             return;

@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// A table of macros: names with their brackets ("[MAP NAME]") and values. Names are matched without regard to case.
+/// A table of macros: names with brackets ("[MAP NAME]") and values. Names are compared ignoring case.
 class JMacro
 {
 public:
@@ -20,15 +20,15 @@ public:
 
     const QList<Entry> &entries() const { return m_entries; }
     bool isEmpty() const { return m_entries.isEmpty(); }
-    /// Sets or adds. A name without brackets gets them.
+    /// Sets or adds a macro. Adds brackets to a name without them.
     void set(const QString &name, const QString &value);
     std::optional<QString> value(QStringView name) const;
     void remove(QStringView name);
     void clear() { m_entries.clear(); }
     void sort();
-    /// Adds the other's entries; where both have a name, this table's value stays.
+    /// Adds the entries of the other table. If both have a name, this table's value is kept.
     void merge(const JMacro &other);
-    /// Replaces every bracketed name that the table has; other bracketed text stays. Values are not expanded again.
+    /// Replaces every bracketed name in the table; other bracketed text is kept. Values are not expanded again.
     QString expand(const QString &text) const;
     /// A part of a text.
     struct Span
@@ -37,7 +37,7 @@ public:
         qsizetype length;
         bool operator==(const Span &) const = default;
     };
-    /// The bracketed parts that expand() would leave as they are.
+    /// The bracketed parts that expand() would not replace.
     QList<Span> unknownNames(const QString &text) const;
     void serialize(JFile &file);
     bool operator==(const JMacro &) const = default;

@@ -6,12 +6,12 @@
 
 namespace tarnwick {
 
-/// One section of a printed table: its text, with bracketed macros, and how it is set.
+/// One section of a printed table: its text, with bracketed macros, and its font and alignment.
 struct PrintSection
 {
     enum class Align : qint32 { Left = 0, Right = 1, Center = 2 };
 
-    QString text; ///< lines end with "\n"; the report body has none, its body is the table
+    QString text; ///< lines end with "\n"; unused by the report body, which is the table itself
     QString font = QStringLiteral("Times New Roman");
     qint32 size = 10;   ///< points
     quint32 colour = 0; ///< 0x00BBGGRR
@@ -37,7 +37,7 @@ struct PrintMargins
     bool operator==(const PrintMargins &) const = default;
 };
 
-/// How a table is printed: the texts around it, the margins, and whether lines separate its cells.
+/// Print layout of a table: the texts around it, the margins, and whether cells are separated by lines.
 struct JTablePrintArg
 {
     enum Section { ReportTitle, ReportHeader, PageHeader, ReportBody, PageFooter, ReportFooter, ReportVersion };
@@ -45,13 +45,13 @@ struct JTablePrintArg
     /// "Report Title", "Report Header", ...
     static QString sectionName(int section);
 
-    QString title; ///< of the print job
+    QString title; ///< title of the print job
     std::array<PrintSection, kSections> sections;
     PrintMargins margins;
     bool separators = true;
 
-    /// What lists of results are printed with until the user sets something else: the date above, page numbers below,
-    /// and a line for the analyst's signature at the end.
+    /// Default layout for lists of results: date at the top, page numbers at the bottom, and a line for the analyst's
+    /// signature at the end.
     static JTablePrintArg forResults();
 
     /// Record version 1: title, the seven sections, the margins (left, top, right, bottom), the separator flag.

@@ -19,9 +19,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString kWorkFolder = u"arvo-work-%1-XXXXXX"_s;
-constexpr int kProjectDepth = 2; ///< history/palomine
+constexpr int kProjectDepth = 2; ///< deep enough for history/palomine
 
-/// Seconds since 1970 at which the process began; 0 where the system does not say.
+/// Start time of the process in seconds since 1970; 0 if the system does not provide it.
 qint64 startOf(qint64 process)
 {
     const auto content = [](const QString &path) {
@@ -30,18 +30,18 @@ qint64 startOf(qint64 process)
     };
     const QByteArray boot = content(u"/proc/stat"_s);
     const qsizetype at = boot.indexOf("\nbtime ");
-    // The second field is the program's name in brackets, which may hold blanks and brackets.
+    // The second field is the program's name in brackets, which may itself contain blanks and brackets.
     const QByteArray status = content(u"/proc/%1/stat"_s.arg(process));
     const QByteArrayList fields = status.mid(status.lastIndexOf(')') + 2).split(' ');
-    constexpr int kStart = 19; // of the fields after the name, in clock ticks since the boot
+    constexpr int kStart = 19; // index among the fields after the name; in clock ticks since boot
     if (at < 0 || fields.size() <= kStart)
         return 0;
     const QByteArray seconds = boot.mid(at + 7, boot.indexOf('\n', at + 1) - at - 7);
     return seconds.toLongLong() + fields[kStart].toLongLong() / ::sysconf(_SC_CLK_TCK);
 }
 
-/// Whether the process that wrote the file last may still be at work. Numbers of processes are used again: one that
-/// began after the last write is another.
+/// Returns true if the process that wrote the file last may still be running. Process numbers are reused: a process
+/// that started after the last write is a different one.
 bool isAtWork(qint64 process, const QFileInfo &file)
 {
     constexpr qint64 kClockError = 2; // seconds
@@ -51,7 +51,7 @@ bool isAtWork(qint64 process, const QFileInfo &file)
 
 bool isShared(const QString &folder)
 {
-    // Numbers of file systems, as the kernel defines them.
+    // Magic numbers of network file systems, as defined by the kernel.
     static const QSet<quint32> shared{0x6969,     0x517B,     0xFF534D42, 0xFE534D42, 0x65735546,
                                       0x01021997, 0x00C36400, 0x5346414F, 0x7461636F, 0x47504653};
     struct statfs facts
@@ -72,7 +72,7 @@ bool isAbandoned(const QFileInfo &file, qint64 process)
 
 void removeLeftovers(const QString &folder)
 {
-    // Whatever else has a name of that kind is the user's.
+    // Any other file with a similar name belongs to the user.
     static const QRegularExpression ours(u"^arvo-([1-9][0-9]{0,8})-[1-9][0-9]{0,8}\\.new(-journal)?$"_s);
     for (const QFileInfo &file : QDir(folder).entryInfoList({u"arvo-*.new*"_s}, QDir::Files)) {
         const QRegularExpressionMatch name = ours.match(file.fileName());
@@ -105,7 +105,7 @@ void removeWorkFolders()
     static const QRegularExpression ours(u"^arvo-work-([1-9][0-9]{0,8})-[A-Za-z0-9]{6}$"_s);
     for (const QFileInfo &folder : QDir::temp().entryInfoList({u"arvo-work-*"_s}, QDir::Dirs | QDir::NoSymLinks)) {
         const QRegularExpressionMatch name = ours.match(folder.fileName());
-        // Everybody may put things there; what others made is not ours to remove.
+        // The folder is shared by all users: only this user's folders are removed.
         if (name.hasMatch() && folder.ownerId() == ::geteuid() && isAbandoned(folder, name.captured(1).toLongLong()))
             QDir(folder.filePath()).removeRecursively();
     }

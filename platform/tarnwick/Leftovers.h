@@ -3,19 +3,19 @@
 
 namespace tarnwick {
 
-// Files and folders that stand only while a program works on them bear the number of its process, so that a later run
-// can tell what a killed one left behind.
+// Temporary files and folders have the process number in their name, so that a later run can identify those of a killed
+// process.
 
-/// Removes what killed programs left directly in that folder: files of temporaryNameFor() with their journals. On a
-/// file system that other machines may share, only what is older than a day, since their processes cannot be seen from
-/// here. What cannot be removed stays.
+/// Removes files that killed programs left directly in this folder: files of temporaryNameFor() and their journals. On
+/// a file system that may be shared with other machines, whose processes are not visible here, only files older than a
+/// day are removed. Files that cannot be removed are skipped.
 void removeLeftovers(const QString &folder);
-/// The same in that folder and below it, as deep as a project's folders are.
+/// Does the same in this folder and below it, as deep as project folders are.
 void removeLeftoversBelow(const QString &folder);
 
-/// For QTemporaryDir: the pattern of a working folder among the system's temporary ones.
+/// Name pattern of a temporary working folder, for QTemporaryDir.
 QString workFolderPattern();
-/// Removes this user's working folders of killed programs.
+/// Removes this user's working folders left by killed programs.
 void removeWorkFolders();
 
 } // namespace tarnwick

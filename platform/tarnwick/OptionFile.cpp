@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 static const QString kIdentifier = u"OptionFile"_s;
 static constexpr int kHeaderVersion = 1;
 
-// What stands before the body.
+// Reads the header: everything before the body.
 static int readLead(JFile &file, const QString &title)
 {
     file.header(kIdentifier, kHeaderVersion);
@@ -43,7 +43,7 @@ static void putAside(const QString &path)
         throw FileError(path, 0, u"is damaged, and cannot be put aside as %1"_s.arg(aside));
 }
 
-// Which file it is, with its size and time; empty for none. Every writer puts a new file in the place of the old one.
+// Identity, size and time of a file; empty if there is none. Every writer replaces the file, so its identity changes.
 static QByteArray stampOf(const QString &path)
 {
     struct stat file = {};
@@ -86,7 +86,7 @@ void OptionFile::noteStamp(const QString &machinePath)
 void OptionFile::store(const PathRoots &roots)
 {
     const QString path = m_path.installationPath(roots);
-    // An installation comes into being with the first options that are stored in it.
+    // The installation folder is created when the first options are stored in it.
     QDir().mkpath(QFileInfo(path).absolutePath());
     storeTo(path);
     noteStamp(path);
@@ -121,7 +121,7 @@ void OptionFile::storeTo(const QString &machinePath)
             JFile there = JFile::openForReading(machinePath);
             found = readLead(there, m_title);
         } catch (const FileError &) {
-            // What cannot be read may still be of use to someone: it is put aside, not overwritten.
+            // A file that cannot be read may still be useful: it is renamed instead of overwritten.
             putAside(machinePath);
         }
         if (found > m_version)

@@ -4,8 +4,8 @@
 
 namespace tarnwick {
 
-/// Settings kept between runs: one record file with a title and a version before the body. The path is in the suite's
-/// form, relative to the installation ("config\arvo\sql.opt").
+/// Settings that are kept between runs, in one record file with a title and a version before the body. The path is in
+/// the suite's form, relative to the installation ("config\arvo\sql.opt").
 class OptionFile
 {
 public:
@@ -17,21 +17,21 @@ public:
     const QString &title() const { return m_title; }
     int version() const { return m_version; }
 
-    /// Loads the file when it is there; returns false and keeps the defaults when it is not. Throws JFileError for a
-    /// damaged file or one of another title, and for one of a newer version, which is then never overwritten by
-    /// store(). The record is as before when it throws.
+    /// Loads the file if it exists; otherwise returns false and keeps the defaults. Throws JFileError if the file is
+    /// damaged, has another title, or is of a newer version, which store() then never overwrites. If it throws, the
+    /// record is unchanged.
     bool load(const PathRoots &roots);
-    /// The same, but only when the file is another than this record last read or wrote: what another running program
-    /// has stored meanwhile is taken over.
+    /// Loads the file only if it has changed since this record last read or wrote it, that is, if another program has
+    /// stored it.
     bool loadIfChanged(const PathRoots &roots);
-    /// Throws FileError; also when the file there is of a newer version.
+    /// Throws FileError, also if the existing file is of a newer version.
     void store(const PathRoots &roots);
-    /// The same on a file of the machine chosen by the user.
+    /// Load and store a file chosen by the user, by its machine path.
     void loadFrom(const QString &machinePath);
     void storeTo(const QString &machinePath);
 
 protected:
-    /// Reads or writes the body. version is that of the file read, or the newest when writing.
+    /// Reads or writes the body. version is the version of the file when reading, the newest when writing.
     virtual void serializeBody(JFile &file, int version) = 0;
     virtual void resetToDefaults() = 0;
 
@@ -41,7 +41,7 @@ private:
     SuitePath m_path;
     QString m_title;
     int m_version;
-    QByteArray m_stamp; ///< of the file as it was last read or written here
+    QByteArray m_stamp; ///< identifies the file as last read or written by this object
 };
 
 } // namespace tarnwick

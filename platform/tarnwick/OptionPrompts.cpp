@@ -27,8 +27,8 @@ void storeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prom
 
 void changeStoredOptions(OptionFile &options, const PathRoots &roots, const std::function<void()> &change)
 {
-    // Another holds the lock for the moment of writing a small file. Where no lock can be made (a folder that cannot be
-    // written to) nothing will be stored either.
+    // The lock is held only while a small file is written. If the lock cannot be created (folder not writable), the
+    // store fails too and reports it.
     constexpr int kPatienceMs = 1000;
     const QString path = options.path().installationPath(roots);
     QDir().mkpath(QFileInfo(path).absolutePath());
@@ -37,7 +37,7 @@ void changeStoredOptions(OptionFile &options, const PathRoots &roots, const std:
     try {
         options.loadIfChanged(roots);
     } catch (const Error &) {
-        // What is damaged or newer has been said at the start, and storing treats it with care.
+        // A damaged or newer file was reported at start, and store() does not overwrite it.
     }
     change();
     options.store(roots);

@@ -13,16 +13,16 @@ inline constexpr Message kOptionsNotStored{0, u"Could not store the options.\n\n
 
 } // namespace messages
 
-/// Loads a record; what is wrong with its file is said, and the record keeps its values. True when it was loaded, false
-/// also without a file.
+/// Loads a record. An error in its file is reported and the record keeps its values. Returns true if it was loaded;
+/// false also if there is no file.
 bool loadOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts);
-/// Stores a record that is kept by the way: that it could not be is said in the status line, since a folder that cannot
-/// be written must not bring up a box at every step.
+/// Stores a record in the background of another action: a failure is reported in the status line only, since with a
+/// read-only folder a message box would appear again and again.
 void storeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts);
-/// Changes a record that several running programs keep in one file, and stores it: what another has stored meanwhile is
-/// taken over first, and no other one changes the file between the two. Throws FileError when it could not be stored.
+/// Changes a record that several running programs keep in one file, and stores it. First loads what other programs have
+/// stored; a lock prevents changes by others until it is stored. Throws FileError if it cannot be stored.
 void changeStoredOptions(OptionFile &options, const PathRoots &roots, const std::function<void()> &change);
-/// The same; a failure is said as storeOptions() does.
+/// changeStoredOptions(), but a failure is reported in the status line.
 void changeOptions(OptionFile &options, const PathRoots &roots, UserPrompts &prompts,
                    const std::function<void()> &change);
 

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 static const QString kInstallationMacro = u"[PALOMINE_DIR]"_s;
 
-/// Makes the sub-folders of an installation that are missing; those that could not be made.
+/// Creates the missing sub-folders of an installation. Returns those that could not be created.
 static QStringList makeFolders(const QString &installation)
 {
     QStringList failed;
@@ -25,7 +25,7 @@ static QStringList makeFolders(const QString &installation)
 
 PathRoots PathRoots::fromEnvironment(const QString &projectDir)
 {
-    // Asked for at every other step, perhaps for a folder across a network: once for each installation is enough.
+    // Called often, perhaps for a folder on a network: done once per installation.
     static QString made;
     PathRoots roots;
     if (!projectDir.isEmpty())
@@ -33,7 +33,7 @@ PathRoots PathRoots::fromEnvironment(const QString &projectDir)
     const QString fromEnvironment = qEnvironmentVariable("PALOMINE_DIR");
     if (!fromEnvironment.isEmpty()) {
         roots.palomineDir = QDir::cleanPath(QDir(QDir::fromNativeSeparators(fromEnvironment)).absolutePath());
-        // One that is shared and read-only stays as it is.
+        // A shared read-only installation is left as it is.
         if (roots.palomineDir != made && QFileInfo(roots.palomineDir).isWritable())
             makeFolders(roots.palomineDir);
     } else {
@@ -62,8 +62,8 @@ static bool isAbsolute(const QString &text)
     return text.startsWith(u'\\') || (text.size() >= 3 && text[0].isLetter() && text[1] == u':' && text[2] == u'\\');
 }
 
-// The suite's paths come from systems where the case of names does not count: a part that is not there as it is written
-// but is there in another case means that one.
+// The suite's paths come from systems that ignore case in file names: if a part does not exist as written, an existing
+// name that differs only in case is used.
 static QString resolveBelow(const QString &root, const QString &suiteText)
 {
     const QString relative = QDir::cleanPath(QString(suiteText).replace(u'\\', u'/'));
@@ -207,7 +207,7 @@ QString validFileName(const QString &text)
         if (c.unicode() < 0x20 || c.unicode() == 0x7f || forbidden.contains(c))
             c = u'_';
     }
-    // A trailing dot or blank is dropped by some systems, so that two names would be one file.
+    // Some systems drop a trailing dot or blank, so two names could denote the same file.
     for (qsizetype i = name.size() - 1; i >= 0 && (name[i] == u'.' || name[i] == u' '); --i)
         name[i] = u'_';
     const QString base = name.section(u'.', 0, 0).toLower();

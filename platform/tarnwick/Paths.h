@@ -4,47 +4,48 @@
 
 namespace tarnwick {
 
-/// The folders that the suite's paths are relative to, as absolute paths of the machine with forward slashes.
+/// Base folders of the suite's paths, as absolute machine paths with forward slashes.
 struct PathRoots
 {
     QString palomineDir; ///< the installation: option files, user folders
-    QString projectDir;  ///< empty without a project
+    QString projectDir;  ///< empty if there is no project
 
-    /// palomineDir from the environment (PALOMINE_DIR), else a folder "palomine" in the user's data folder, which is
-    /// made on first use. Its sub-folders (config\arvo, user\queries, user\map_templates, user\map_headers,
-    /// user\display_formats) are made where they are missing and can be; what needs them says so when it cannot write.
+    /// palomineDir comes from the environment variable PALOMINE_DIR; if it is not set, it is a folder "palomine" in the
+    /// user's data folder, created on first use. Missing sub-folders (config\arvo, user\queries, user\map_templates,
+    /// user\map_headers, user\display_formats) are created if possible; otherwise the first write into them reports the
+    /// error.
     static PathRoots fromEnvironment(const QString &projectDir = {});
-    /// Makes the installation's sub-folders where they are missing. Throws FileError.
+    /// Creates missing sub-folders of the installation. Throws FileError.
     void makeInstallationFolders() const;
 };
 
-/// A path in the suite's form: backslashes, relative to the project folder, or beginning with "[PALOMINE_DIR]", or
-/// absolute. The only class that knows of separators; records keep text(), the machine gets machinePath().
+/// A path in the suite's form: with backslashes; relative to the project folder, beginning with "[PALOMINE_DIR]", or
+/// absolute. Only this class handles separators: records store text(), the system gets machinePath().
 class SuitePath
 {
 public:
     SuitePath() = default;
-    /// From the suite's form; slashes are taken as backslashes.
+    /// From the suite's form; slashes are converted to backslashes.
     explicit SuitePath(const QString &text);
-    /// From a path of the machine: relative to the project when it lies in it, "[PALOMINE_DIR]\..." when it lies in the
-    /// installation, else absolute.
+    /// From a machine path: relative if it is inside the project, "[PALOMINE_DIR]\..." if inside the installation, else
+    /// absolute.
     static SuitePath fromMachine(const QString &machinePath, const PathRoots &roots);
 
     const QString &text() const { return m_text; }
     bool isEmpty() const { return m_text.isEmpty(); }
-    /// For a path relative to the project (or absolute, or [PALOMINE_DIR]).
+    /// A relative path is taken below the project folder.
     QString machinePath(const PathRoots &roots) const;
-    /// The same, but a relative path is taken below the installation, as those of option files are.
+    /// A relative path is taken below the installation, as for option files.
     QString installationPath(const PathRoots &roots) const;
 
     QString fileName() const;  ///< the part after the last separator
     QString baseName() const;  ///< fileName() without its extension
-    QString extension() const; ///< with its dot, empty without one
-    QString folder() const;    ///< the part before the last separator, empty without one
-    /// The text without the given leading folder ("queries"), when it has it; case and kind of separator do not count.
+    QString extension() const; ///< with its dot; empty if there is none
+    QString folder() const;    ///< the part before the last separator; empty if there is none
+    /// The text without the given leading folder ("queries"), if it has it; case and kind of separator are ignored.
     QString relativeTo(const QString &folder) const;
     bool isBelow(const QString &folder) const;
-    /// For the eye: relativeTo(folder); an absolute path as this machine writes it.
+    /// For display: relativeTo(folder); an absolute path in the machine's notation.
     QString shown(const QString &folder = {}) const;
     SuitePath withExtension(const QString &extensionWithDot) const;
 
@@ -54,7 +55,7 @@ private:
     QString m_text;
 };
 
-/// A text made into a valid file name on every system: forbidden characters become "_".
+/// Converts a text to a file name that is valid on every system: forbidden characters become "_".
 QString validFileName(const QString &text);
 
 } // namespace tarnwick

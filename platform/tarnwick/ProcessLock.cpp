@@ -12,7 +12,7 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-/// The one who held the lock before may have removed the file between our opening and locking it.
+/// The previous owner may have removed the file after this process opened it and before it was locked.
 static bool isStillThere(int descriptor, const char *path)
 {
     struct stat open

@@ -6,12 +6,12 @@
 
 namespace tarnwick {
 
-/// A lock file. The system frees it when its process ends, however that happens, and neither the machine's name nor
-/// numbers of processes count. Removed with the object.
+/// A lock file. The system releases the lock when the process ends for any reason; host names and process numbers are
+/// not used. The destructor removes the file.
 class ProcessLock
 {
 public:
-    /// Null when another process holds it. Throws FileError when the file cannot be made.
+    /// Returns null if another process holds the lock. Throws FileError if the file cannot be created.
     static std::unique_ptr<ProcessLock> tryTake(const QString &path);
     ~ProcessLock();
     ProcessLock(const ProcessLock &) = delete;

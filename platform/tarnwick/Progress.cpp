@@ -22,7 +22,7 @@ void ProgressLoop::look(qint64 done)
     constexpr qint64 kLookEvery = 10;    // ms
     constexpr int kMostCalls = 4096;
 
-    // Loops differ in speed by a factor of a million: find the number of calls that take about a hundredth of a second.
+    // Loops differ in speed by a factor of a million: determine how many calls take about a hundredth of a second.
     if (m_sinceLook.restart() < kLookEvery)
         m_callsBetweenLooks = qMin(m_callsBetweenLooks * 2, kMostCalls);
     else

@@ -4,18 +4,18 @@
 
 namespace tarnwick {
 
-/// Long work reports here and learns whether to stop. Logic never sees a window.
+/// Long work reports its progress here and checks whether it should stop. Logic uses this interface instead of a
+/// window.
 class Progress
 {
 public:
     virtual ~Progress() = default;
-    /// total 0: not known.
+    /// total 0: unknown.
     virtual void report(qint64 done, qint64 total, const QString &what) = 0;
     virtual bool cancelled() = 0;
 };
 
-/// A progress seen from a loop: cheap ticks, at most ten reports a second. Throws Cancelled from tick() when asked to
-/// stop.
+/// Progress of a loop: cheap ticks, at most ten reports per second. tick() throws Cancelled if the work should stop.
 class ProgressLoop
 {
 public:

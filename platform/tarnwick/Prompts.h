@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// A numbered message of the program. Each subsystem keeps its own in one table; numbers are unique in the program.
+/// A numbered message of the program. Each subsystem has a table of its messages; numbers are unique in the program.
 struct Message
 {
     int number; ///< 0: the message has none
@@ -19,24 +19,24 @@ constexpr int kErrorSeverity = 3;
 enum class Answer { Yes, No, Cancel, Ok };
 enum class Buttons {
     YesNo,
-    NoYes, ///< the same; who only presses Return says No, since Yes would destroy something
+    NoYes, ///< Yes and No with No as default, for questions whose Yes destroys something
     YesNoCancel,
     OkCancel
 };
-/// What was answered when nothing was: closing the box, nobody there to ask.
+/// The answer if the user gives none: the box was closed, or nobody can be asked.
 constexpr Answer declined(Buttons buttons)
 {
     return buttons == Buttons::YesNo || buttons == Buttons::NoYes ? Answer::No : Answer::Cancel;
 }
 
-/// Every error box, question, information box and status line of the program goes through here. The window shows them,
-/// the command line prints them and answers from its flags, tests script the answers and read what was said.
+/// All error boxes, questions, information boxes and status texts of the program use this interface. The window shows
+/// them; the command line prints them and answers from its flags; tests script the answers and check the texts.
 class UserPrompts
 {
 public:
     virtual ~UserPrompts() = default;
 
-    /// An error or warning box. severity 3 for every failure and warning of this program.
+    /// Shows an error or warning. severity is 3 for every failure and warning of this program.
     virtual void showError(int severity, int number, const QString &text) = 0;
     virtual void showInformation(const QString &text) = 0;
     /// number 0: the question has none.
@@ -65,7 +65,7 @@ public:
     }
 };
 
-/// Keeps what was said and answers from a script. For tests.
+/// Records all messages and answers from a script. For tests.
 class RecordingPrompts : public UserPrompts
 {
 public:
@@ -81,7 +81,7 @@ public:
     Answer ask(Buttons buttons, const QString &text, int number) override;
     void showStatus(const QString &text) override;
 
-    /// The next answers, in order. A question without a scripted answer throws Error, which fails the test.
+    /// Sets the next answers, in order. A question without a scripted answer throws Error, so the test fails.
     void answerWith(std::initializer_list<Answer> answers);
     const QList<Entry> &entries() const { return m_entries; }
     /// The texts of one kind, in order.

@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-// The text as plain characters, or nothing when it has others than ASCII: those are never part of a number.
+// The text as ASCII characters; empty optional if it contains others, which are never part of a number.
 static std::optional<std::string> plainText(QStringView text)
 {
     const QStringView trimmed = text.trimmed();

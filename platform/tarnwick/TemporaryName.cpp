@@ -39,14 +39,14 @@ static bool isFree(const QString &path)
 QString temporaryNameFor(const QString &wanted)
 {
     static int made = 0;
-    // Once a folder: some are written to file by file, thousands of times.
+    // Once per folder, since thousands of files may be written to one folder.
     static QSet<QString> cleared;
     const QDir folder = QFileInfo(wanted).absoluteDir();
     if (!cleared.contains(folder.path())) {
         cleared.insert(folder.path());
         removeLeftovers(folder.path());
     }
-    constexpr int kMostTries = 10'000; // a folder that cannot be looked into has no free name at all
+    constexpr int kMostTries = 10'000; // in a folder that cannot be read, every name looks used
     QString path;
     for (int tries = 0; tries < kMostTries; ++tries) {
         path = folder.filePath(kName.arg(QCoreApplication::applicationPid()).arg(++made));
@@ -66,7 +66,7 @@ bool syncFile(int descriptor)
     do
         result = ::fsync(descriptor);
     while (result != 0 && errno == EINTR);
-    // Some file systems know of no such step: nothing has failed there.
+    // Some file systems do not support syncing a folder; that is not an error.
     return result == 0 || errno == EINVAL || errno == ENOSYS || errno == ENOTSUP;
 }
 

@@ -6,7 +6,8 @@ namespace tarnwick {
 
 namespace {
 
-constexpr char16_t kPictures = 0x2400; ///< a sign for each control character, in their order
+/// first of the Unicode pictures of control characters, which have the same order
+constexpr char16_t kPictures = 0x2400;
 constexpr char16_t kPictureOfDelete = 0x2421;
 constexpr char16_t kDelete = 0x7F;
 constexpr char16_t kLastControl = 0x9F;

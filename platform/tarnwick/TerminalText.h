@@ -4,8 +4,8 @@
 
 namespace tarnwick {
 
-/// A text as it can be shown in a terminal: control characters, by which data could change what stands there or make
-/// the terminal act, are replaced by visible signs of the same length. Line ends and tabs stay.
+/// Converts a text for output in a terminal: control characters, with which data could control the terminal, are
+/// replaced by visible characters, so the length stays the same. Line ends and tabs are kept.
 QString terminalText(QStringView text);
 
 } // namespace tarnwick

@@ -14,7 +14,7 @@ BoxPrompts::BoxPrompts(QWidget *parent, StatusFunction showStatus)
 {
 }
 
-// A box belongs over the dialog that is open, even when the prompts were made for the main window.
+// A box belongs over the active dialog, even if the prompts were created for the main window.
 QWidget *BoxPrompts::boxParent() const
 {
     QWidget *modal = QApplication::activeModalWidget();
@@ -23,7 +23,7 @@ QWidget *BoxPrompts::boxParent() const
 
 namespace {
 
-/// The usual cursor while a box is open: work that shows the wait cursor waits for the user now.
+/// Shows the normal cursor while a box is open, since the work with the wait cursor now waits for the user.
 class UsualCursor
 {
 public:
@@ -60,7 +60,7 @@ static void prepare(QMessageBox &box, QMessageBox::Icon icon, int number, const 
     box.setObjectName(u"messageBox"_s);
     box.setIcon(icon);
     box.setTextFormat(Qt::PlainText);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse); // to send the engine's words to those who can help
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse); // so that the user can copy the engine's text for support
     box.setText(text);
 }
 

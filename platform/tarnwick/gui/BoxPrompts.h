@@ -7,19 +7,19 @@
 
 namespace tarnwick {
 
-/// The prompts of a window: errors, questions and informations as message boxes over it, status texts to a function.
+/// Prompts of a window: errors, questions and information as message boxes over it; status texts go to a function.
 class BoxPrompts : public UserPrompts
 {
 public:
     using StatusFunction = std::function<void(const QString &)>;
 
-    /// parent may be null; boxes then stand by themselves. showStatus may be empty.
+    /// parent may be null; boxes then have no parent. showStatus may be empty.
     explicit BoxPrompts(QWidget *parent, StatusFunction showStatus = {});
 
-    /// The number stands in the box's title; the text is shown as it is, never as mark-up.
+    /// The number is in the box's title. The text is shown as plain text, never as markup.
     void showError(int severity, int number, const QString &text) override;
     void showInformation(const QString &text) override;
-    /// Closing the box answers Cancel where there is such a button, else No.
+    /// Closing the box answers Cancel if there is such a button, else No.
     Answer ask(Buttons buttons, const QString &text, int number) override;
     void showStatus(const QString &text) override;
 

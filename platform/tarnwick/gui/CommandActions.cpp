@@ -18,7 +18,7 @@ namespace tarnwick {
 
 namespace {
 
-/// Of an entry of a list: the first nine have digits to press, the tenth has the 0.
+/// Text of a list entry with a mnemonic: digits 1 to 9, and 0 for the tenth.
 QString numbered(int place, QString text)
 {
     text.replace(u'&', u"&&"_s);
@@ -34,7 +34,7 @@ QString withoutMnemonic(QString text)
     return text.remove(mark);
 }
 
-/// What tool bars do without: the button is reached with Tab and pressed with Return.
+/// Tool bar buttons cannot take the focus by default: makes the button reachable with Tab and Return.
 void makePressable(QToolButton *button, const CommandRow &row)
 {
     button->setObjectName(row.objectName());
@@ -210,7 +210,7 @@ void CommandActions::fillToolBar(QToolBar *bar, QStringView layout)
         if (!action)
             continue;
         bar->addAction(action);
-        // What a command is called stands in its tip where a picture stands in place of the text.
+        // If a button shows a picture instead of its text, the text is added to the tip.
         if (bar->toolButtonStyle() != Qt::ToolButtonIconOnly)
             m_withText.insert(item.command);
         makePressable(qobject_cast<QToolButton *>(bar->widgetForAction(action)), *m_handlers.table().row(item.command));
@@ -226,7 +226,7 @@ void CommandActions::setIcon(int id, const QIcon &icon)
 
 void CommandActions::run(int id)
 {
-    // The command may end the window, and this object with it.
+    // The command may destroy the window and this object with it.
     const QPointer<CommandActions> self(this);
     m_handlers.run(id);
     if (self)
@@ -252,7 +252,7 @@ void CommandActions::update(const Shown &shown, const Reason &reason)
 {
     const CommandRow *row = m_handlers.table().row(shown.id);
     QAction *action = shown.action;
-    // A list's entries and placeholders have reasons of their own.
+    // Entries and placeholder of a list have reasons of their own.
     const bool isPlain = !row->isList() && !row->isPlaceholder();
     const QString whyNot = isPlain ? reason(row->condition) : m_handlers.whyNot(shown.id);
     action->setEnabled(whyNot.isEmpty());
@@ -262,7 +262,7 @@ void CommandActions::update(const Shown &shown, const Reason &reason)
         action->setVisible(m_handlers.entries(row->placeholderOf).isEmpty());
     if (!shown.hasOwnText && isPlain) {
         action->setText(m_handlers.text(shown.id));
-        action->setIconText(withoutMnemonic(action->text())); // Qt's own would be trimmed
+        action->setIconText(withoutMnemonic(action->text())); // Qt would trim the text it derives itself
     }
     const QString text = tip(shown.id, whyNot);
     action->setToolTip(text);
@@ -272,7 +272,7 @@ void CommandActions::update(const Shown &shown, const Reason &reason)
 
 void CommandActions::refresh()
 {
-    // Each condition is asked for once.
+    // Each condition is evaluated once.
     QHash<int, QString> known;
     const auto reason = [this, &known](int condition) {
         const auto found = known.find(condition);

@@ -14,47 +14,47 @@ class QWidget;
 
 namespace tarnwick {
 
-/// The actions of a table of commands, and the menus, tool bars and keys made of them. All that belongs to a command is
+/// Actions of a table of commands, and the menus, tool bars and keys made from them. All widgets of a command are
 /// enabled, checked and explained together. See CommandTable for an example.
 class CommandActions : public QObject
 {
     Q_OBJECT
 public:
-    /// Makes one action for each row. handlers: must outlive this object. window: carries the keys of part 0, so that
+    /// Creates one action for each row. handlers: must outlive this object. window: has the keys of part 0, so that
     /// they work while the menu bar is hidden.
     CommandActions(CommandHandlers &handlers, QWidget *window);
 
-    /// The widget that carries the keys of a part. Keys of a hidden or disabled widget do not work.
+    /// Sets the widget that has the keys of a part. Keys of a hidden or disabled widget do not work.
     void setPart(int part, QWidget *widget);
 
-    /// Makes the menus of the table's one menu bar. A submenu's object name is "menu" and its text.
+    /// Creates the menus of the table's only menu bar. A submenu's object name is "menu" followed by its text.
     void fillMenuBar(QMenuBar *bar);
-    /// Makes a pop-up menu of the layout with this name, which becomes its object name.
+    /// Creates a pop-up menu from the layout with this name, which becomes its object name.
     QMenu *makeMenu(QStringView layout, QWidget *parent);
-    /// Makes the buttons of the layout with this name, in the style that the bar has. They are reached with Tab and
-    /// pressed with Space or Return.
+    /// Creates the buttons of the layout with this name, in the bar's style. They can be reached with Tab and pressed
+    /// with Space or Return.
     void fillToolBar(QToolBar *bar, QStringView layout);
-    /// Makes the buttons of such a layout for a widget that is no tool bar, without separators.
+    /// Creates the buttons of a layout for a widget that is not a tool bar, without separators.
     QList<QToolButton *> makeButtons(QStringView layout, QWidget *parent);
 
-    /// The action of a command. Items with texts of their own ("All Tubes" in a pop-up menu) have others beside it.
+    /// The action of a command. Items with a text of their own ("All Tubes" in a pop-up menu) have separate actions.
     QAction *action(int id) const { return m_actions.value(id); }
     /// The submenu of the menu bar that holds a command, or the pop-up menu.
     QMenu *menuOf(int id) const { return m_menus.value(id); }
-    /// For tool bars that show pictures.
+    /// Sets the icon shown by tool bars with pictures.
     void setIcon(int id, const QIcon &icon);
     CommandHandlers &handlers() { return m_handlers; }
 
-    /// Enables, checks and explains everything anew, without asking for lists. Call it when a condition, a check mark
-    /// or a text may have changed; it is done by itself after each command.
+    /// Updates the state and tip of all commands, but does not read lists. Call it when a condition, a check mark or a
+    /// text may have changed. Called automatically after each command.
     void refresh();
-    /// The same for commands with one of these conditions: for conditions that change often.
+    /// Updates only commands with one of these conditions, for conditions that change often.
     void refresh(std::initializer_list<int> conditions);
-    /// Asks for the entries of a list and shows them. Done by itself when its menu opens.
+    /// Reads the entries of a list and shows them. Called automatically when its menu opens.
     void refreshList(int id);
 
-    /// What is wrong: in the table, with its handlers, or here (layouts never made, parts without a widget). Empty in
-    /// a window that is complete.
+    /// Errors of the table, its handlers, and its widgets (layouts never made, parts without a widget). Must be empty
+    /// in a complete window.
     QStringList faults() const;
 
 private:
@@ -81,10 +81,10 @@ private:
     QHash<int, QAction *> m_actions;
     QList<Shown> m_shown;
     QHash<int, QMenu *> m_menus;
-    QList<std::pair<QMenu *, MenuItem>> m_submenus; ///< with conditions
+    QList<std::pair<QMenu *, MenuItem>> m_submenus; ///< submenus that have a condition
     QHash<int, QWidget *> m_parts;
     QSet<int> m_inMenus;  ///< ids
-    QSet<int> m_withText; ///< ids whose text is seen where their tip is
+    QSet<int> m_withText; ///< ids whose text is visible beside their tip
     QSet<QString> m_madeLayouts;
 };
 

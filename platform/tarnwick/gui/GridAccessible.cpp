@@ -14,7 +14,7 @@ namespace {
 
 class AccessibleGrid;
 
-/// One cell; made when a screen reader asks for it.
+/// One cell; created when a screen reader requests it.
 class AccessibleCell : public QAccessibleInterface, public QAccessibleTableCellInterface
 {
 public:
@@ -36,7 +36,7 @@ public:
     {
         if (!isValid())
             return {};
-        // The value comes first: it is what a listener wants to hear when moving from cell to cell.
+        // The value comes first, since users want to hear it when they move from cell to cell.
         if (kind == QAccessible::Name || kind == QAccessible::Value)
             return m_index.data().toString();
         if (kind == QAccessible::Description)
@@ -112,7 +112,7 @@ public:
         const qint64 key = qint64(row) * columnCount() + column;
         if (const auto known = m_cells.constFind(key); known != m_cells.constEnd())
             return QAccessible::accessibleInterface(*known);
-        // A reader that walks a million rows must not keep a million cells alive.
+        // Limits the cached cells: a screen reader may walk through a million rows.
         constexpr qsizetype kMaxCells = 5000;
         if (m_cells.size() >= kMaxCells)
             forget();

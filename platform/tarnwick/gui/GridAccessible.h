@@ -2,7 +2,8 @@
 
 namespace tarnwick {
 
-/// Lets screen readers see every JTableWin as a table with titles, entry numbers and cells. May be called often.
+/// Registers accessibility of JTableWin: screen readers see a table with titles, entry numbers and cells. May be called
+/// repeatedly.
 void installGridAccessibility();
 
 } // namespace tarnwick

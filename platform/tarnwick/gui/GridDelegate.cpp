@@ -18,8 +18,8 @@ namespace tarnwick {
 
 namespace {
 
-/// Text and background of a cell. Black on white stands for the theme's colours; another colour of the text is moved
-/// towards black or white until it can be read on the background.
+/// Text and background colour of a cell. Black on white means the theme's colours. Any other text colour is moved
+/// towards black or white until its contrast with the background is sufficient.
 std::pair<QColor, QColor> cellColours(const RowColours &colours, const QPalette &palette, QPalette::ColorGroup group)
 {
     constexpr RowColours kTheme;
@@ -85,7 +85,7 @@ void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, 
     } else if (!shown.isEmpty()) {
         const int around = margin(option.fontMetrics);
         const QRect room = option.rect.adjusted(around, 0, -around, 0);
-        // A cell shows one line: an elided text tells that there is more.
+        // A cell shows one line; an ellipsis indicates further lines.
         const qsizetype end = shown.indexOf(u'\n');
         QString line = end < 0 ? shown : QString(shown.left(end) + u"…"_s);
         if (option.fontMetrics.horizontalAdvance(line) > room.width())

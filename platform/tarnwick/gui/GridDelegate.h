@@ -3,8 +3,8 @@
 
 namespace tarnwick {
 
-/// Paints the cells of a JTableWin and makes their editors. Text is drawn directly, since a screen of cells is painted
-/// anew for each step of scrolling.
+/// Paints the cells of a JTableWin and creates their editors. Text is drawn directly for speed, since each scroll step
+/// repaints a screen of cells.
 class GridDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ public:
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
 
-    /// Room beside the text, in pixels, for a font of that height.
+    /// Margin beside the text in pixels, for a font of that height.
     static int margin(const QFontMetrics &metrics) { return std::max(3, metrics.height() / 4); }
 };
 

@@ -10,7 +10,7 @@ class QLineEdit;
 
 namespace tarnwick {
 
-/// A line of fields below the titles of a table, one a column, in which conditions are typed (see GridFilter).
+/// A row of input fields below the titles of a table, one per column, for filter conditions (see GridFilter).
 class GridFilterRow : public QWidget
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
 
     /// One empty field a column.
     void setColumns(const GridModel &model);
-    /// Puts the fields below their columns, after these were moved or made wider.
+    /// Aligns the fields with their columns after these were moved or resized.
     void place();
     QStringList texts() const;
     void clear();
@@ -27,9 +27,9 @@ public:
     QSize sizeHint() const override;
 
 Q_SIGNALS:
-    /// Some time after the last letter, or at once with Return.
+    /// Emitted a short time after the last key press, or at once with Return.
     void filterTyped();
-    /// With Esc.
+    /// Emitted when Esc is pressed.
     void closed();
 
 protected:
@@ -37,7 +37,7 @@ protected:
 
 private:
     const GridLayout &m_layout;
-    QWidget *m_scrolled; ///< clips the fields of columns that scroll
+    QWidget *m_scrolled; ///< clips the fields of scrolling columns
     QList<QLineEdit *> m_fields;
     QTimer m_delay;
 };

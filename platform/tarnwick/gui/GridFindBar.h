@@ -6,7 +6,7 @@ class QLineEdit;
 
 namespace tarnwick {
 
-/// The line below a table or text in which a text to find is typed.
+/// Input line for the text to find, below a table or text.
 class GridFindBar : public QWidget
 {
     Q_OBJECT
@@ -14,13 +14,13 @@ public:
     explicit GridFindBar(QWidget *parent);
 
     QString text() const;
-    /// Takes the focus, with the last text marked.
+    /// Takes the focus and selects the last text.
     void begin();
     void showNote(const QString &note);
 
 Q_SIGNALS:
     void findRequested(bool forward);
-    /// With Esc or the button.
+    /// Emitted when Esc or the close button is pressed.
     void closed();
 
 protected:

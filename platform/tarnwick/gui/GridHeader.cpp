@@ -12,7 +12,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr int kEdgeReach = 4; ///< pixels to each side of an edge that take hold of it
+constexpr int kEdgeReach = 4; ///< distance in pixels within which the mouse grabs a column edge
 
 } // namespace
 

@@ -3,8 +3,8 @@
 
 namespace tarnwick {
 
-/// Where the columns of a table lie, in pixels of the viewport: first the entry column, then the frozen columns, which
-/// stay where they are, then the others, which scroll below them.
+/// Horizontal positions of a table's columns, in pixels of the viewport: the entry column, the frozen columns, which do
+/// not scroll, and the others, which scroll behind them.
 class GridLayout
 {
 public:
@@ -22,21 +22,21 @@ public:
     const QList<int> &widths() const { return m_widths; }
     /// Left edge in the viewport.
     int x(int column) const;
-    /// The edge between what stays and what scrolls.
+    /// Width of the part that does not scroll.
     int fixedWidth() const;
-    /// The entry column and all columns.
+    /// Width of the entry column and all columns.
     int totalWidth() const;
     bool isFrozen(int column) const { return column < m_frozen; }
-    /// -1 where there is none; the entry column is none.
+    /// -1 if there is no column; the entry column does not count as one.
     int columnAt(int x) const;
-    /// The first and last column that scroll and are in sight in a viewport of that width; first > last when none is.
+    /// First and last scrolling column that is visible in a viewport of that width; first > last if none is.
     std::pair<int, int> scrolledInSight(int viewportWidth) const;
 
 private:
     void update();
 
     QList<int> m_widths;
-    QList<int> m_starts; ///< left edges without scrolling, beginning at 0; one more than columns
+    QList<int> m_starts; ///< left edges without scrolling, beginning at 0; one more element than columns
     int m_entry = 0;
     int m_frozen = 0;
     int m_scroll = 0;

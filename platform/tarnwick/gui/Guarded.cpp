@@ -8,7 +8,7 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-// The reason why the work did not reach its end; empty when it did or was cancelled.
+// Reason of the failure; empty if the work succeeded or was cancelled.
 static QString reasonOfFailure(const std::function<void()> &work, bool &done)
 {
     done = false;
@@ -16,7 +16,7 @@ static QString reasonOfFailure(const std::function<void()> &work, bool &done)
         work();
         done = true;
     } catch (const Cancelled &) {
-        // the user knows
+        // the user stopped the work and needs no message
     } catch (const Error &error) {
         return error.text();
     } catch (const std::bad_alloc &) {

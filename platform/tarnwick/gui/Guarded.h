@@ -5,14 +5,14 @@
 
 namespace tarnwick {
 
-/// Runs what a slot has to do. No exception may cross an event handler: a Cancelled is silent, every other failure is
-/// shown through the prompts. False when it did not reach its end.
+/// Runs the body of a slot. No exception may leave an event handler: Cancelled is ignored, any other exception is shown
+/// through the prompts. Returns false if the work did not complete.
 bool guarded(UserPrompts &prompts, const std::function<void()> &work);
 
-/// The same, with the command's own message and number first and the reason below it.
+/// Shows the command's own message and number first and the reason below it.
 bool guarded(UserPrompts &prompts, const Message &message, const std::function<void()> &work);
 
-/// The wait cursor while the object lives.
+/// Shows the wait cursor while the object lives.
 class WaitCursor
 {
 public:

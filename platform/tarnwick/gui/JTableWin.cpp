@@ -23,9 +23,9 @@ namespace tarnwick {
 namespace {
 
 constexpr int kDefaultCharacters = 8;
-/// Wider columns are cut at first; the user can widen them.
+/// Initial maximum width of columns; the user can widen them.
 constexpr int kMaxCharacters = 60;
-/// Rows that are measured when a column is fitted: those in sight and some more, never all of a million.
+/// Number of rows measured to fit a column: the visible ones and some more, never all of a million.
 constexpr int kFittedRows = 500;
 
 } // namespace
@@ -39,7 +39,7 @@ JTableWin::JTableWin(UserPrompts &prompts, QWidget *parent)
     setItemDelegate(new GridDelegate(this));
     setSelectionMode(ExtendedSelection);
     setEditTriggers(EditKeyPressed | AnyKeyPressed | DoubleClicked);
-    setTabKeyNavigation(false); // Tab leaves the table, as a dialog's keys must reach everything.
+    setTabKeyNavigation(false); // Tab leaves the table, so that the keyboard reaches all of a dialog
     setMouseTracking(true);
     makeParts();
     makeActions();
@@ -49,7 +49,7 @@ JTableWin::JTableWin(UserPrompts &prompts, QWidget *parent)
 
 JTableWin::~JTableWin()
 {
-    // The base class would ask the layout and the model, which are gone by then.
+    // The base class would use the layout and the model, which are already destroyed.
     disconnect(&m_grid, nullptr, this, nullptr);
     QAbstractItemView::setModel(nullptr);
 }
@@ -254,7 +254,7 @@ QRect JTableWin::visualRect(const QModelIndex &index) const
 QModelIndex JTableWin::indexAt(const QPoint &point) const
 {
     const int row = rowAt(point.y());
-    // The entry number stands for its row.
+    // A click on the entry number selects its row.
     const int column = point.x() < m_layout.entryWidth() ? 0 : m_layout.columnAt(point.x());
     if (row < 0 || row >= m_grid.rowCount() || column < 0)
         return {};
@@ -322,7 +322,7 @@ void JTableWin::scrollContentsBy(int dx, int dy)
         m_filterRow->place();
         viewport()->update();
     } else {
-        // Whole rows move, so what is still in sight is copied and only the new rows are painted.
+        // Scrolling moves whole rows: the rows that stay visible are copied and only the new ones are painted.
         viewport()->scroll(0, dy * m_rowHeight);
     }
     updateEditorGeometries();
@@ -401,7 +401,7 @@ void JTableWin::setSelection(const QRect &rect, QItemSelectionModel::SelectionFl
     };
     const int top = std::clamp(rowAt(rect.top()), 0, rows - 1);
     const int bottom = std::clamp(rowAt(rect.bottom()), 0, rows - 1);
-    // Dragging along the entry numbers marks whole rows.
+    // Dragging along the entry numbers selects whole rows.
     const bool isEntry = rect.left() < m_layout.entryWidth();
     const int left = isEntry ? 0 : column(rect.left());
     const int right = isEntry ? columns - 1 : column(rect.right());
@@ -432,8 +432,8 @@ void JTableWin::changeEvent(QEvent *event)
 
 bool JTableWin::viewportEvent(QEvent *event)
 {
-    // The base class would show the reason why a cell cannot be edited for every cell that the mouse rests on; it is
-    // worth telling only where something else in the table can be edited.
+    // The base class would show the reason why a cell cannot be edited for every cell under the mouse. It is shown only
+    // if other cells of the table can be edited.
     if (event->type() == QEvent::ToolTip) {
         const auto *help = static_cast<QHelpEvent *>(event);
         const QModelIndex index = indexAt(help->pos());

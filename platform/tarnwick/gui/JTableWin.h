@@ -13,13 +13,13 @@ class GridFilterRow;
 class GridFindBar;
 class GridHeader;
 
-/// Every table of the program: the rows of a GridSource below their titles, with an entry column that counts them,
-/// frozen columns, sorting, a filter row, find, copying and editing. All rows have one height, so that the table holds
-/// nothing for a row but what the model does, and a million rows open and scroll as ten do.
+/// All tables of the program: the rows of a GridSource below their titles, with an entry column that numbers them,
+/// frozen columns, sorting, a filter row, find, copying and editing. All rows have the same height, so the table itself
+/// uses no memory per row, and a million rows open and scroll like ten.
 ///
 /// Keys: arrows, Page Up and Down, Home and End (with Ctrl: first and last row), Shift extends the selection, F2 or
-/// typing edits, Space sets or clears a mark, Ctrl+A, Ctrl+C (with Shift: with titles), Ctrl+F, F3, Ctrl+L filter,
-/// Insert and Ctrl+Del rows.
+/// typing edits, Space sets or clears a check mark, Ctrl+A, Ctrl+C (with Shift: with titles), Ctrl+F, F3, Ctrl+L
+/// filter, Insert and Ctrl+Del insert and delete rows.
 class JTableWin : public QAbstractItemView
 {
     Q_OBJECT
@@ -27,32 +27,33 @@ public:
     explicit JTableWin(UserPrompts &prompts, QWidget *parent = nullptr);
     ~JTableWin() override;
 
-    /// The source must outlive the table or be replaced.
+    /// The source must outlive the table or be replaced first.
     void setSource(GridSource *source);
     GridModel &grid() { return m_grid; }
     const GridModel &grid() const { return m_grid; }
-    /// The source was filled anew: shows it from its first row, with columns as they are now.
+    /// Call after the source was filled again: shows it from its first row, with its current columns.
     void reload();
 
-    /// width in characters; 0 for no entry column. format: of the entry number, printf style.
+    /// width: in characters; 0 for no entry column. format: printf style, for the entry number.
     void setEntryColumn(const QString &title, int width, const QString &format = QStringLiteral("%5d"));
-    /// The first columns stay in sight.
+    /// Number of columns, from the first, that do not scroll.
     void setFrozenColumns(int columns);
-    /// How many rows the table asks room for.
+    /// Number of rows used for the table's size hint.
     void setVisibleRows(int rows);
 
-    /// Row of the source that is current; -1 for none.
+    /// Source row of the current cell; -1 if none.
     int currentSourceRow() const;
     void setCurrentSourceRow(int sourceRow);
-    /// Rows of the source with a marked cell, ascending in the order shown.
+    /// Source rows with a selected cell, in the order shown.
     QList<int> selectedSourceRows() const;
 
-    /// Widths of all columns in pixels, and back where there are as many; for keeping them between sessions.
+    /// Get and set the widths of all columns in pixels, to keep them between sessions. Ignored if the number of columns
+    /// differs.
     QList<int> columnWidths() const { return m_layout.widths(); }
     void setColumnWidths(const QList<int> &widths);
     void fitColumn(int column);
 
-    /// What a context menu or a dialog's menu offers; named "copy", "copyWithTitles", "find", "findNext", "filter",
+    /// Actions for a context menu or a dialog's menu: "copy", "copyWithTitles", "find", "findNext", "filter",
     /// "insertRow", "deleteRows", "fitColumns".
     QAction *action(const QString &name) const;
 
@@ -70,11 +71,11 @@ public:
     const GridLayout &gridLayout() const { return m_layout; }
 
 Q_SIGNALS:
-    /// Return or a double click on a row whose cell is not edited by that.
+    /// Return or a double click on a row whose cell cannot be edited by it.
     void rowActivated(int sourceRow);
-    /// Row or order or number of rows changed; for counts beside the table.
+    /// The current row, the order or the number of rows has changed; for counts beside the table.
     void rowsChanged();
-    /// The marked cells changed; told once a selection, after a short delay.
+    /// The selection has changed; emitted once per change, after a short delay.
     void selectionSettled();
 
 protected:
@@ -107,13 +108,13 @@ private:
     int defaultWidth(const GridColumn &column) const;
     void measureRows();
     int firstRow() const;
-    /// Rows that fit into the viewport whole; at least 1.
+    /// Number of rows that fit completely into the viewport; at least 1.
     int pageRows() const;
     int rowAt(int y) const;
     void paintRow(QPainter &painter, int row, int firstColumn, int lastColumn);
     void paintEntry(QPainter &painter, int row);
     QStyleOptionViewItem cellOption(const QModelIndex &index) const;
-    /// Runs work with a progress dialog; reports failures; Cancel leaves everything as it was.
+    /// Runs work with a progress dialog and reports failures. After Cancel everything is as before.
     void runLong(const QString &title, const std::function<void(Progress &)> &work);
     void sortByColumn(int column, bool isFurther);
     void applyFilter();

@@ -167,7 +167,7 @@ void JTableWin::keyPressEvent(QKeyEvent *event)
         Q_EMIT rowActivated(currentSourceRow());
         return;
     }
-    // A dialog's Esc is its Cancel; here it only ends an edit, which the editor sees first.
+    // In a dialog Esc means Cancel. While a cell is edited, the editor receives Esc first and only ends the edit.
     if (event->key() == Qt::Key_Escape) {
         event->ignore();
         return;
@@ -250,7 +250,7 @@ void JTableWin::sortByColumn(int column, bool isFurther)
     QList<GridModel::SortKey> keys = m_grid.sortKeys();
     const auto known =
         std::find_if(keys.begin(), keys.end(), [column](const auto &key) { return key.column == column; });
-    // Ascending, then descending, then the stored order again.
+    // Cycles through ascending, descending and stored order.
     std::optional<Qt::SortOrder> order = Qt::AscendingOrder;
     if (known != keys.end())
         order = known->order == Qt::AscendingOrder ? std::optional(Qt::DescendingOrder) : std::nullopt;
@@ -352,7 +352,8 @@ void JTableWin::deleteRows()
     const int column = std::max(0, currentIndex().column());
     const int next = spans.empty() ? 0 : spans.back().first;
     guarded(m_prompts, [&] {
-        // From the last row to the first, so that the numbers of the others stay; a row may lie in several spans.
+        // Deletes from the last row to the first, so that the numbers of remaining rows stay valid. A row may be in
+        // several ranges.
         int above = m_grid.rowCount();
         for (const auto &[top, bottom] : spans) {
             for (int row = std::min(bottom, above - 1); row >= top; --row) {

@@ -18,7 +18,8 @@ NumberField::NumberField(QWidget *parent)
 {
     setDecimals(0);
     setAlignment(Qt::AlignRight);
-    setFocusPolicy(Qt::StrongFocus); // the wheel over a field that is scrolled past must not change it
+    // only a field with the focus uses the wheel, so that scrolling a page changes no values
+    setFocusPolicy(Qt::StrongFocus);
     setToolTip(u"Click to step up, right-click to step down, middle-click for the least.\n"
                u"Ten steps with Shift, a hundred with Ctrl, a thousand with both."_s);
     lineEdit()->installEventFilter(this);
@@ -58,7 +59,7 @@ void NumberField::setLimits(double minimum, double maximum, double step)
 
 void NumberField::setNumber(double number)
 {
-    // While a number is being typed it must not be written out under the user's hands.
+    // The text must not be reformatted while the user types.
     if (number == value())
         return;
     const QScopedValueRollback guard(m_isSetting, true);
@@ -70,7 +71,7 @@ QString NumberField::textFromValue(double value) const
     return decimals() == 0 ? tarnwick::format(m_format, qRound64(value)) : tarnwick::format(m_format, value);
 }
 
-// A comma is a decimal point, or between whole numbers one of their groups.
+// A comma is either the decimal point or, between whole numbers, a group separator.
 bool NumberField::parse(const QString &text, double &number) const
 {
     static const QRegularExpression form(u"^\\s*([0-9]*[0-9.,]*)\\s*(\\D*)$"_s);
@@ -218,7 +219,7 @@ void NumberField::wheelEvent(QWheelEvent *event)
         event->ignore();
         return;
     }
-    // With Shift or Alt systems turn the wheel sideways.
+    // With Shift or Alt some systems report the wheel as horizontal.
     const QPoint turned = event->angleDelta();
     const int delta = turned.y() != 0 ? turned.y() : turned.x();
     if (delta != 0)

@@ -6,12 +6,11 @@
 
 namespace tarnwick {
 
-/// A numeric field of the suite: a click with the left button adds the step, with the right one subtracts it, with the
-/// middle one sets the minimum; held down they repeat. The arrows beside the number, the arrow keys and the wheel do
-/// the same. The step is taken ten times with Shift, a hundred times with Ctrl, a thousand times with both. Stepping
-/// goes round at the ends. Numbers can be typed, too.
+/// Numeric field of the suite. A left click adds the step, a right click subtracts it, a middle click sets the minimum;
+/// holding a button repeats. The arrow buttons, the arrow keys and the wheel work as well. Shift multiplies the step by
+/// 10, Ctrl by 100, both by 1000. Values wrap around at the ends. Numbers can also be typed.
 ///
-/// Emits stepped() and typed() only for what the user does; setNumber() is silent.
+/// stepped() and typed() are emitted only for the user's changes, not by setNumber().
 class NumberField : public QDoubleSpinBox
 {
     Q_OBJECT
@@ -21,13 +20,13 @@ public:
 
     explicit NumberField(QWidget *parent = nullptr);
 
-    /// How numbers are shown: one conversion, "%d" or "%u" for whole numbers, "%.3f" for others, with text around it.
+    /// Display format: one conversion, "%d" or "%u" for whole numbers, "%.3f" for others, with text around it.
     void setFormat(const QString &format);
-    /// In steps of the last decimal.
+    /// step: the amount added by one click or key.
     void setLimits(double minimum, double maximum, double step = 1);
-    /// Held within the limits on the screen.
+    /// The number is limited to the range.
     void setNumber(double number);
-    /// The number, when it is a whole one.
+    /// The number as a whole number.
     qint64 whole() const { return qRound64(value()); }
 
     void stepBy(int steps) override;
@@ -36,7 +35,7 @@ public:
     QValidator::State validate(QString &text, int &pos) const override;
 
 protected:
-    /// At the ends, too, since stepping goes round.
+    /// Always both, since values wrap around.
     StepEnabled stepEnabled() const override { return StepUpEnabled | StepDownEnabled; }
 
 Q_SIGNALS:
@@ -62,7 +61,7 @@ private:
     bool parse(const QString &text, double &number) const;
 
     QString m_format = QStringLiteral("%d");
-    QString m_unit; ///< what stands behind the number
+    QString m_unit; ///< text behind the number
     QTimer m_repeat;
     bool m_backwards = false;
     bool m_isSetting = false;

@@ -6,7 +6,7 @@
 
 namespace tarnwick {
 
-/// The frame is known only when the window is shown; until then as much as window managers usually take.
+/// The frame's size is known only when the window is shown; before, an estimate is used.
 static QSize usualFrame(const QWidget &window)
 {
     constexpr int kBorder = 8;
@@ -32,7 +32,7 @@ void moveOntoScreen(QWidget &window)
     const QSize whole = window.size() + frame;
     const QPoint least = room.topLeft();
     const QPoint most(room.right() + 1 - whole.width(), room.bottom() + 1 - whole.height());
-    // What is too large even so begins at the screen's left upper corner.
+    // A window that is still too large starts at the upper left corner of the screen.
     const QPoint place(std::max(std::min(window.x(), most.x()), least.x()),
                        std::max(std::min(window.y(), most.y()), least.y()));
     if (place != window.pos())

@@ -34,7 +34,7 @@ public:
         connect(buttons, &QDialogButtonBox::rejected, this, &Dialog::reject);
     }
 
-    // Escape, the close button and Cancel. The dialog stays until the work has noticed.
+    // Called for Escape, the close button and Cancel. The dialog stays open until the work has noticed the request.
     void reject() override
     {
         isCancelled = true;
@@ -65,7 +65,7 @@ const QDialog *ProgressDialog::dialog() const
 
 void ProgressDialog::report(qint64 done, qint64 total, const QString &what)
 {
-    constexpr int kSteps = 1000; // counts of rows may be beyond the bar's integers
+    constexpr int kSteps = 1000; // row counts can exceed the range of the bar's int
     if (!m_dialog->isCancelled)
         m_dialog->what->setText(what);
     m_dialog->bar->setRange(0, total > 0 ? kSteps : 0);
@@ -83,8 +83,8 @@ void ProgressDialog::showWhenLate()
 
 bool ProgressDialog::cancelled()
 {
-    constexpr qint64 kPumpEvery = 50; // ms; Cancel must not wait for the next report
-    // A single long step (a statement of the database) reports nothing, but asks.
+    constexpr qint64 kPumpEvery = 50; // ms; Cancel is handled even if no report arrives
+    // A single long step, such as a database statement, never reports, but checks for cancellation.
     showWhenLate();
     if (m_dialog->isVisible() && m_sincePump.elapsed() >= kPumpEvery)
         pumpEvents();
@@ -96,7 +96,7 @@ void ProgressDialog::pumpEvents()
     if (m_pumping)
         return;
     const QScopedValueRollback guard(m_pumping, true);
-    // Being modal, the dialog alone gets the input. Before it is there, input waits.
+    // While the modal dialog is visible, only it receives input. Before, input stays in the queue.
     QCoreApplication::processEvents(m_dialog->isVisible() ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
     m_sincePump.restart();
 }

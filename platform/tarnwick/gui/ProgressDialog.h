@@ -11,9 +11,8 @@ class QProgressBar;
 
 namespace tarnwick {
 
-/// Shows long work with a bar and Cancel. It appears only when the work lasts longer than the delay, so that quick work
-/// does not flicker. While it lives, the user's input reaches this dialog only: the rest of the program is painted, but
-/// nothing else can be clicked or typed while the work is under way.
+/// Shows long work with a progress bar and Cancel. It appears only after a delay, so that short work does not make it
+/// flicker. While it lives, only this dialog receives input; the rest of the program is repainted but does not react.
 class ProgressDialog : public Progress
 {
 public:

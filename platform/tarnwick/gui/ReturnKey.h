@@ -4,7 +4,7 @@ class QToolButton;
 
 namespace tarnwick {
 
-/// Return and Enter press the button while it has the focus, as Space does.
+/// Return and Enter press the button while it has the focus, like Space.
 void pressWithReturn(QToolButton *button);
 
 } // namespace tarnwick

@@ -57,7 +57,7 @@ bool StateKeeper::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_window && event->type() == QEvent::Hide && !event->spontaneous())
         store();
-    // The window system has given it its frame by then.
+    // The frame of the window exists when it is shown.
     if (watched == m_window && event->type() == QEvent::Show && !event->spontaneous())
         QMetaObject::invokeMethod(
             this, [this] { moveOntoScreen(*m_window); }, Qt::QueuedConnection);

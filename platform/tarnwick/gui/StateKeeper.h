@@ -7,15 +7,15 @@ class QWidget;
 
 namespace tarnwick {
 
-/// Remembers between sessions how a window or dialog stood: its place and size, its splitters and the column widths of
-/// its tables. Everything is found by object name, so the window, and each splitter and table to be kept, must have
-/// one; what has none is left alone. The state is kept in the user's session file, never in a project.
+/// Saves and restores the state of a window or dialog between sessions: position, size, splitters and column widths of
+/// tables. Objects are identified by object name; splitters and tables without a name are ignored. The state is stored
+/// in the user's session file, never in a project.
 class StateKeeper : public QObject
 {
 public:
-    /// Makes a keeper that belongs to the window. Call it when the window's children have been made, before it is
-    /// shown: the place, size and splitters are restored now, column widths as soon as a table has as many columns as
-    /// were kept. Once shown, the window is brought onto the screen with its whole frame. All is stored whenever the
+    /// Creates a keeper owned by the window. Call it after the window's children were created and before it is shown.
+    /// Position, size and splitters are restored at once; column widths as soon as a table has the stored number of
+    /// columns. When shown, the window is moved onto the screen with its whole frame. The state is stored whenever the
     /// window is hidden or destroyed.
     static void keep(QWidget *window);
 

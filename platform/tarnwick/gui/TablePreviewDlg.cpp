@@ -20,13 +20,13 @@ namespace tarnwick {
 namespace {
 
 constexpr int kShadow = 4;
-/// Entries of the scale box; a positive one is in percent of the paper's size.
+/// Entries of the scale box; a positive value is a percentage of the paper's size.
 constexpr int kFitPage = 0;
 constexpr int kFitWidth = -1;
 
 } // namespace
 
-/// One page on a grey ground.
+/// Shows one page on a grey background.
 class TablePreviewDlg::Sheet : public QWidget
 {
 public:

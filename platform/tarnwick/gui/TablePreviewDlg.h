@@ -10,13 +10,13 @@ class QSpinBox;
 
 namespace tarnwick {
 
-/// Shows the pages of a table print one at a time, so that the first is there at once however many there are. Accepted
-/// means: print it.
+/// Previews a table print page by page, so that the first page appears at once, however many there are. If accepted,
+/// the caller prints.
 class TablePreviewDlg : public QDialog
 {
     Q_OBJECT
 public:
-    /// The print must outlive the dialog. storePdf: carries out the PDF button.
+    /// print must outlive the dialog. storePdf: called by the PDF button.
     TablePreviewDlg(const TablePrint &print, const QString &title, const std::function<void()> &storePdf,
                     QWidget *parent = nullptr);
 

@@ -17,9 +17,9 @@ namespace tarnwick {
 
 namespace {
 
-constexpr double kRowSpacing = 1.25;  ///< height of a row in lines of its font
-constexpr double kCellMargin = 0.04;  ///< inches beside a cell's text
-constexpr double kLeastStretch = 0.6; ///< longer texts are set narrower down to this, then cut
+constexpr double kRowSpacing = 1.25;  ///< height of a row in font heights
+constexpr double kCellMargin = 0.04;  ///< in inches, on both sides of a cell's text
+constexpr double kLeastStretch = 0.6; ///< longer texts are condensed down to this factor, then cut
 constexpr int kDefaultCharacters = 8;
 constexpr double kLineWidth = TablePrint::kDpi / 200.0;
 
@@ -87,7 +87,7 @@ void TablePrint::arrange()
     const double everywhere = height(JTablePrintArg::PageHeader) + height(JTablePrintArg::PageFooter) +
                               height(JTablePrintArg::ReportVersion) + m_rowHeight;
     const double onFirst = height(JTablePrintArg::ReportTitle) + height(JTablePrintArg::ReportHeader);
-    // Texts that leave no room for a row still get one, below them, so that paging always comes to an end.
+    // If the texts leave no room for rows, each page still gets one row, so that paging terminates.
     const auto rows = [this](double room) { return std::max(1, int(room / m_rowHeight)); };
     m_otherRows = rows(m_area.height() - everywhere);
     m_firstRows = rows(m_area.height() - everywhere - onFirst);
@@ -187,7 +187,7 @@ int TablePrint::paint(QPainter &painter, int page) const
     const Band &band = m_bands[size_t(page % bands)];
     double y = m_area.top();
     if (rowPage == 0) {
-        // On the further pages of the first rows the room is kept, so that the rows stand side by side.
+        // On the following pages of the first rows the space stays empty, so that the rows are aligned across pages.
         for (const auto section : {JTablePrintArg::ReportTitle, JTablePrintArg::ReportHeader}) {
             const Block text = block(section, page);
             y = page == 0 ? paintBlock(painter, text, y) : y + text.height();

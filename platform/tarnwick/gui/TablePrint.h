@@ -17,42 +17,42 @@ class QPainter;
 
 namespace tarnwick {
 
-/// Which rows of a source are printed, in order: all, those in sight, or those selected.
+/// The rows of a source that are printed, in order: all, the visible or the selected ones.
 struct PrintRows
 {
     int count = 0;
-    std::function<int(int)> row; ///< the source's row at a place; empty: the place itself
+    std::function<int(int)> row; ///< source row at a position; if empty, the position itself
 };
 
-/// A table on paper: the seven sections of its print layout around rows of one height. Printer, PDF and preview paint
-/// the same pages, laid out at one fixed resolution. A row is never divided between pages; columns that do not fit
-/// beside each other go on to further pages, across before down, and the entry numbers stand on each of them.
+/// Prints a table: the seven sections of its print layout around rows of equal height. Printer, PDF and preview paint
+/// the same pages, laid out in one fixed resolution. A row is never split between pages. If the columns do not fit side
+/// by side, they continue on further pages, across before down; the entry numbers are repeated on each of them.
 ///
-/// Report title and report header stand on the first page, page header, page footer and report version on every page,
-/// the report footer below the last row. Texts may hold macros, "[CUR_PAGE]" and "[NUM_PAGE]" among them.
+/// Report title and report header are on the first page; page header, page footer and report version on every page; the
+/// report footer follows the last row. Texts may contain macros, including "[CUR_PAGE]" and "[NUM_PAGE]".
 class TablePrint
 {
 public:
-    /// Units of paint() in an inch.
+    /// Units of paint() per inch.
     static constexpr int kDpi = 600;
 
-    /// paper: in inches, as it lies. The source must outlive the object.
+    /// paper: size in inches, in its orientation. The source must outlive the object.
     TablePrint(const GridSource &source, PrintRows rows, const JTablePrintArg &layout, const JMacro &macros,
                const QSizeF &paper);
-    /// A first column that counts the printed rows; width in characters, format printf style.
+    /// Adds a first column with the number of the printed row; width in characters, format in printf style.
     void setEntryColumn(const QString &title, int width, const QString &format);
 
     int pageCount() const { return m_rowPages * int(m_bands.size()); }
     QSizeF paper() const { return m_paper; }
-    /// Paints page 0, 1, ... The painter's unit is 1/kDpi inch and its origin the corner of the paper. Returns how many
-    /// cells were cut since their texts are far longer than their columns are wide.
+    /// Paints page 0, 1, ... The painter's unit is 1/kDpi inch, its origin the corner of the paper. Returns the number
+    /// of cells that were cut because their text is much longer than the column is wide.
     int paint(QPainter &painter, int page) const;
-    /// Prints all pages. Throws Error when the device fails, and Cancelled when the progress stops it. Returns the
-    /// number of cells that were cut.
+    /// Prints all pages. Throws Error if the device fails, and Cancelled if the progress stops it. Returns the number
+    /// of cells that were cut.
     qint64 printOn(QPagedPaintDevice &device, Progress *progress = nullptr) const;
 
 private:
-    /// A section's text as it stands on a page.
+    /// Text of a section as laid out on a page.
     struct Block
     {
         QStringList lines;
@@ -64,12 +64,12 @@ private:
     };
     struct Column
     {
-        int index; ///< in the source; -1 for the entry numbers
+        int index; ///< column of the source; -1 for the entry numbers
         QString title;
         double width;
         Qt::Alignment align;
     };
-    /// Columns that stand beside each other on a page: from begin up to end.
+    /// Columns side by side on one page: from begin to before end.
     struct Band
     {
         size_t begin;
@@ -80,7 +80,7 @@ private:
     void arrangeColumns();
     Block block(JTablePrintArg::Section section, int page) const;
     double paintBlock(QPainter &painter, const Block &block, double y) const;
-    /// The first printed row of a page of rows, and how many stand on it.
+    /// First printed row of a page of rows, and their number.
     std::pair<int, int> rowsOn(int rowPage) const;
     void paintTitles(QPainter &painter, const Band &band, double y) const;
     int paintRow(QPainter &painter, const Band &band, int place, double y) const;
@@ -94,14 +94,14 @@ private:
     JTablePrintArg m_layout;
     JMacro m_macros;
     QSizeF m_paper;
-    QRectF m_area; ///< within the margins
-    QFont m_font;  ///< of the rows
+    QRectF m_area; ///< page area within the margins
+    QFont m_font;  ///< font of the rows
     double m_rowHeight = 0;
     std::vector<Column> m_columns;
     bool m_hasEntry = false;
     QString m_entryFormat;
     std::vector<Band> m_bands;
-    int m_firstRows = 1; ///< that fit on the first page
+    int m_firstRows = 1; ///< number of rows that fit on the first page
     int m_otherRows = 1;
     int m_rowPages = 1;
 };

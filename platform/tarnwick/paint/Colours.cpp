@@ -21,10 +21,10 @@ QColor mixed(const QColor &a, const QColor &b, double share)
     return QColor(part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue()));
 }
 
-/// Relative luminance as defined for accessible contrast of text.
+/// Relative luminance as defined by WCAG 2.
 static double luminance(const QColor &colour)
 {
-    // Asked for with every picture of a tube, so the powers are worked out once.
+    // Called for every tube picture, so the powers are calculated once.
     static const std::array<double, 256> linear = [] {
         std::array<double, 256> table{};
         for (size_t i = 0; i < table.size(); ++i) {

@@ -3,18 +3,18 @@
 
 namespace tarnwick {
 
-/// Colours of records are 0x00BBGGRR.
+/// Converts a colour of a record, 0x00BBGGRR.
 QColor fromColourRef(quint32 colour);
 quint32 toColourRef(const QColor &colour);
 
-/// From a (share 0) to b (share 1).
+/// Linear mix: share 0 gives a, share 1 gives b.
 QColor mixed(const QColor &a, const QColor &b, double share);
-/// Contrast ratio of two opaque colours, 1 to 21, by their relative luminance.
+/// Contrast ratio of two opaque colours by their relative luminance (WCAG 2), 1 to 21.
 double contrast(const QColor &a, const QColor &b);
-/// Black or white, whichever can be read better on the background.
+/// Black or white, whichever has the higher contrast with the background.
 QColor inkOn(const QColor &background);
-/// The colour itself where it can be read on the background, else the same hue moved towards black or white until it
-/// can.
+/// The colour itself if its contrast with the background is sufficient; otherwise moved towards black or white, keeping
+/// the hue, until it is.
 QColor readable(const QColor &colour, const QColor &background, double minContrast = 3.5);
 
 } // namespace tarnwick
