@@ -14,15 +14,15 @@ namespace demo {
 
 namespace {
 
-constexpr double kSquarePitch = 1.25;     // inches
+constexpr double kSquarePitch = 1.25;     // in inches
 constexpr double kTriangularPitch = 1.0;  //
 constexpr double kOnceThroughPitch = 0.9; //
-constexpr double kLane = 1.0;             // half the divider lane, in pitches
-constexpr double kDefaultRadius = 47.2;   // of 46 rows and 94 columns, in pitches
+constexpr double kLane = 1.0;             // half of the divider lane, in pitches
+constexpr double kDefaultRadius = 47.2;   // for 46 rows and 94 columns, in pitches
 constexpr int kDefaultTriangular = 3400;
 constexpr int kDefaultOnceThrough = 15500;
 
-/// A place of the lattice. k counts half pitches from the middle line, so that -k is the mirrored place.
+/// A position of the lattice. k counts half pitches from the centre line; -k is the mirrored position.
 struct Place
 {
     int k = 0;
@@ -43,7 +43,7 @@ public:
 
     double rowHeight() const { return m_triangular ? std::numbers::sqrt3 / 2 : 1; }
     QList<Place> within(double radius) const;
-    /// Radius that holds about so many places.
+    /// Radius that contains about that many positions.
     double radiusFor(int places) const
     {
         const double area = double(places) * rowHeight() * (m_round ? 1 : 2);
@@ -59,7 +59,7 @@ public:
     }
 
 private:
-    /// Half pitches from the middle line of a row's places are all even or all odd.
+    /// The positions of a row are all at even or all at odd half pitches from the centre line.
     int parity(int row) const { return m_triangular ? row & 1 : 1; }
     static bool isRod(int k, int row);
 
@@ -94,7 +94,7 @@ QList<Place> Lattice::within(double radius) const
     return places;
 }
 
-/// Takes pairs of mirrored places off the bundle's edge until no more tubes than wanted are left.
+/// Removes pairs of mirrored positions from the bundle's edge until at most the wanted number is left.
 void cutToSize(QList<Place> &places, int wanted)
 {
     std::stable_sort(places.begin(), places.end(), [](const Place &a, const Place &b) {
@@ -106,7 +106,7 @@ void cutToSize(QList<Place> &places, int wanted)
         const Place last = places.takeLast();
         tubes -= last.rod ? 0 : 1;
         if (last.k != 0) {
-            places.removeLast(); // its mirror, which sorts next to it
+            places.removeLast(); // its mirrored position, which is next to it in the sort order
             tubes -= last.rod ? 0 : 1;
         }
     }
@@ -134,7 +134,7 @@ QList<Place> choosePlaces(const DemoOptions &options, const Lattice &lattice, bo
 
 int sectorOf(const Place &place, int sections)
 {
-    // Clockwise from the top, as one reads a clock.
+    // Clockwise from the top.
     const double turn = std::atan2(place.x, place.y) / (2 * std::numbers::pi);
     const double share = turn < 0 ? turn + 1 : turn;
     return std::min(int(share * sections), sections - 1);
@@ -150,7 +150,7 @@ QList<Tube> numberTubes(const QList<Place> &places, const QList<bool> &edge, con
     const int firstK = leftmost->k;
     const int columns = (rightmost->k - firstK) / (triangular ? 1 : 2) + 1;
     QList<Tube> tubes;
-    QHash<int, int> columnsUsed; // in a row, by section
+    QHash<int, int> columnsUsed; // used columns of a row, by section
     int row = -1;
     for (int i = 0; i < places.size(); ++i) {
         const Place &place = places[i];
@@ -164,7 +164,7 @@ QList<Tube> numberTubes(const QList<Place> &places, const QList<bool> &edge, con
         if (options.sections > 1)
             tube.address.sec =
                 qint16(1 + (round ? sectorOf(place, options.sections) : (bandColumn - 1) * options.sections / columns));
-        // A stay rod keeps its column's number free, so that neighbours stay neighbours.
+        // The column number of a stay rod stays unused, so that neighbouring columns have neighbouring numbers.
         tube.address.col = qint16(round ? ++columnsUsed[tube.address.sec] : bandColumn);
         tube.x = float(place.x * pitch);
         tube.y = float(place.y * pitch);
@@ -184,7 +184,7 @@ QList<bool> edges(const QList<Place> &places, const Lattice &lattice, bool round
     QList<bool> edge;
     for (const Place &place : places) {
         const auto isOutside = [&](const std::pair<int, int> &other) {
-            // The tubes along the divider lane are not on the bundle's edge.
+            // The tubes along the divider lane do not count as edge tubes.
             return !taken.contains(other) && (round || other.second >= 1);
         };
         const auto around = lattice.neighbours(place);

@@ -14,7 +14,7 @@ namespace {
 constexpr int kOutlet = 0;
 constexpr int kInlet = 1;
 constexpr int kBend = 2;
-constexpr float kTubesheet = 21; // thickness, inches
+constexpr float kTubesheet = 21; // thickness in inches
 constexpr int kPlates = 7;
 constexpr float kFirstPlate = 48; // above the tubesheet's lower face
 constexpr float kPlateSpacing = 50;
@@ -63,7 +63,7 @@ LandmarkSet bendSet(int number, int firstRow, int lastRow, bool bars, float bend
     for (int bar = 0; bars && bar < int(std::size(kBarAngles)); ++bar)
         maker.add(u"AVB"_s, u"AV%1"_s.arg(bar + 1), kBend, kStraight + bend * kBarAngles[bar] / 180, true,
                   kBarAngles[bar]);
-    // On the outlet leg offsets count upwards too, that is towards the bend.
+    // On the outlet leg offsets also count upwards, towards the bend.
     for (int plate = kPlates; plate >= 1; --plate)
         maker.add(u"SUPPORT"_s, numbered(plate, u'C'), kOutlet, whole - kFirstPlate - kPlateSpacing * float(plate - 1),
                   false);
@@ -76,7 +76,7 @@ LandmarkSet straightSet()
 {
     const float length = kOnceThroughSpacing * (kOnceThroughPlates + 1) + 2 * kTubesheet;
     SetMaker maker;
-    // Offsets count upwards, the primary water flows down: the upper end is the inlet.
+    // Offsets count upwards but the primary water flows down: the upper end is the inlet.
     maker.add(u"TUBE END"_s, u"UTE"_s, kInlet, 0, false);
     maker.add(u"TUBESHEET"_s, u"UTS"_s, kInlet, kTubesheet, false);
     for (int plate = kOnceThroughPlates; plate >= 1; --plate)

@@ -44,7 +44,7 @@ void check(const DemoOptions &options)
     within(u"sections"_s, options.sections, 0, DemoOptions::kMostSections);
 }
 
-/// A path of the suite would be looked up among the files that are there, which takes long where there are thousands.
+/// A suite path would be resolved by searching the existing files, which is slow with thousands of files.
 QString fileIn(const Project &project, const QString &name)
 {
     return project.folder + u'/' + name;
@@ -58,7 +58,7 @@ ReportEntry headerEntry(const QString &text)
     return entry;
 }
 
-/// The run of the calibration standard that opens and closes a cal: a wall hole at a known phase.
+/// The measurement of the calibration standard that opens and closes a cal: a through-wall hole at a known phase.
 ReportEntry standardEntry(const InspectedCal &cal, const ReportEntry &like)
 {
     ReportEntry entry = like;
@@ -89,7 +89,7 @@ void writeReport(const Project &project, const InspectedCal &cal, Oper oper)
     report.entries.append(standardEntry(cal, results.first()));
     report.entries += results;
     report.entries.append(standardEntry(cal, results.last()));
-    // Cals count anew in each outage, and the conversion writes those of the present one as 00001_PRI.rep.
+    // Cal numbers start at 1 in each outage, and the conversion writes those of the present one as 00001_PRI.rep.
     const QString name =
         u"reports/%1_%2_%3.rep"_s.arg(outage).arg(cal.number, 5, 10, QLatin1Char('0')).arg(operCode(oper));
     report.storeReport(fileIn(project, name));
@@ -117,7 +117,7 @@ void writeResults(const Project &project, const DemoOptions &options, tarnwick::
     inspection.run(write, progress);
 }
 
-/// Empties the folder that did not exist or was empty before.
+/// Removes everything from a folder that did not exist or was empty before.
 void removeAll(const QString &folder, bool existed)
 {
     QDir dir(folder);
@@ -145,7 +145,7 @@ void makeFiles(const DemoOptions &options, const QString &folder, tarnwick::Prog
     const Flaws flaws(project.steamGen, options);
     writeTubeLists(project, flaws);
     writePlans(project, flaws);
-    // Last, so that a folder cut off half way is not taken for a project.
+    // Stored last, so that an interrupted folder is not taken for a project.
     project.store();
 }
 
@@ -161,7 +161,7 @@ Project inventProject(const DemoOptions &options, const QString &folder)
                     QString()};
     project.name = u"Site 1, steam generator A"_s;
     for (int i = 0; i < options.outages; ++i) {
-        // Spring and autumn in turn, the present one in spring.
+        // Outages alternate between spring and autumn; the present one is in spring.
         const int monthsBack = (options.outages - 1 - i) * kMonthsBetween;
         const int months = kPresentYear * 12 + 3 - monthsBack;
         project.outages.append({u"R%1"_s.arg(kFirstOutage + i), JDateTime::fromLocal(months / 12, months % 12 + 1, 8)});

@@ -6,21 +6,21 @@
 namespace demo {
 
 enum class Kind {
-    Recirculating, ///< U-bend tubes, a half-round bundle
-    OnceThrough    ///< straight tubes, a round bundle divided into sections
+    Recirculating, ///< U-bend tubes, semicircular bundle
+    OnceThrough    ///< straight tubes, circular bundle divided into sections
 };
 
-/// What kind of project to make. The same options give the same files, byte for byte.
+/// Options of a demo project. The same options always give identical files.
 struct DemoOptions
 {
     Kind kind = Kind::Recirculating;
-    /// About so many tubes; 0: some 3,400 in 46 rows and 94 columns, once-through some 15,500.
+    /// Approximate number of tubes; 0: about 3,400 in 46 rows and 94 columns, once-through about 15,500.
     int tubes = 0;
-    /// Exactly so many results over all outages, texts of the present one included; 0: as many as full inspections
+    /// Exact number of results over all outages, including the texts of the present one; 0: as many as full inspections
     /// give.
     qint64 entries = 0;
     int outages = 3;
-    /// Sections of the tubesheet; 0: none, once-through 4.
+    /// Number of sections of the tubesheet; 0: none, once-through 4.
     int sections = 0;
     quint64 seed = 1;
     /// Pitch of the U-bend bundle; the once-through bundle is always triangular.
@@ -33,15 +33,15 @@ struct DemoOptions
     static constexpr int kMostSections = 12;
 };
 
-/// The project as it would be made in that folder, without a file of it: component, outages, users, probes.
+/// Builds the project for that folder in memory, without writing files: component, outages, users, probes.
 brannock::Project inventProject(const DemoOptions &options, const QString &folder);
 
-/// Makes a project of invented data: project.json, the component, reports of the earlier outages (reports\*.rep), text
-/// reports of the present outage in two layouts (foreign, foreign2) with the specs that read them (report_formats),
-/// queries, tube lists and plans.
+/// Creates a project with generated data: project.json, the component, reports of the earlier outages (reports\*.rep),
+/// text reports of the present outage in two layouts (foreign, foreign2) with the specs that read them
+/// (report_formats), queries, tube lists and plans.
 ///
-/// The folder must not exist, or be empty. Throws tarnwick::Error for options out of range, tarnwick::FileError, and
-/// tarnwick::Cancelled; what was made until then is removed.
+/// The folder must not exist or be empty. Throws tarnwick::Error if options are out of range, tarnwick::FileError, and
+/// tarnwick::Cancelled; the files written so far are then removed.
 void makeProject(const DemoOptions &options, const QString &folder, tarnwick::Progress *progress = nullptr);
 
 } // namespace demo

@@ -13,7 +13,8 @@ namespace {
 
 constexpr int kInlet = 1;
 
-// How many tubes in a thousand have one; wear at bars grows with the row, up to the second figure in the longest bends.
+// Number of affected tubes per thousand. Wear at bars increases with the row, up to the second number in the longest
+// bends.
 constexpr int kPluggedBefore = 7;
 constexpr int kDents = 60;
 constexpr int kBarWearLow = 30;
@@ -38,14 +39,14 @@ int Flaw::resolvedDepth(int outage) const
 {
     if (depth == 0)
         return 0;
-    // The sum of two draws: a standard deviation of 1.6 per cent, small differences more often than large ones.
+    // Sum of two uniform draws: standard deviation 1.6 per cent; small differences are more frequent than large ones.
     Random random = Random::of(scatter, quint64(outage), 0);
     return std::clamp(depthAt(outage) + random.between(-2, 2) + random.between(-1, 1), 1, 99);
 }
 
 bool Condition::isPlugged(int outage) const
 {
-    // Once out of service, a tube stays so: a later reading would not count.
+    // Once a tube is out of service it stays so; later readings do not count.
     const auto isReason = [outage](const Flaw &flaw) {
         for (int before = flaw.since; before < outage; ++before) {
             if (flaw.kind == FlawKind::Crack || flaw.resolvedDepth(before) >= kPluggingLimit)
@@ -77,7 +78,7 @@ Flaws::Flaws(const ellery::SteamGen &gen, const DemoOptions &options)
 Condition Flaws::of(int tube) const
 {
     constexpr quint64 kAspect = 1;
-    constexpr quint64 kScatterAspect = 100; // and one more for each flaw of the tube
+    constexpr quint64 kScatterAspect = 100; // plus one for each flaw of the tube
     Random random = Random::of(m_seed, quint64(tube), kAspect);
     const int row = m_gen[tube].address.row;
     Condition condition;
@@ -120,7 +121,7 @@ Condition Flaws::of(int tube) const
         const bool atTubesheet = random.permille(750);
         Flaw &crack = add(FlawKind::Crack, atTubesheet ? m_tubesheet : anySupport());
         crack.offset = atTubesheet ? random.hundredths(-3, 0.5) : random.hundredths(-0.4, 0.4);
-        // They come on late, and more of them from outage to outage.
+        // Cracks begin late, and their number grows from outage to outage.
         crack.since = std::max(random.between(0, m_outages - 1), random.between(0, m_outages - 1));
         crack.volts = random.hundredths(0.3, 2.4);
         crack.phase = random.between(45, 115);

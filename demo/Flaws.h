@@ -8,44 +8,44 @@ namespace demo {
 
 enum class FlawKind { Dent, BarWear, SupportWear, Crack, Volumetric, Bulge, BuffMark, LoosePart, Noise };
 
-/// Something in a tube that a probe sees, and how it comes on.
+/// A flaw in a tube that a probe can detect, and its growth.
 struct Flaw
 {
     FlawKind kind = FlawKind::Dent;
     QString landmark;
     double offset = 0; ///< inches from the landmark
-    double length = 0; ///< of one with an extent; 0: a point
-    int since = 0;     ///< index of the outage that finds it first
-    int depth = 0;     ///< per cent of the wall then; 0: no depth can be told
-    int growth = 0;    ///< per cent from one outage to the next
+    double length = 0; ///< in inches; 0: a point
+    int since = 0;     ///< index of the first outage that finds it
+    int depth = 0;     ///< initial depth in per cent of the wall; 0: no depth can be determined
+    int growth = 0;    ///< in per cent per outage
     double volts = 0;
     int phase = 0;
-    bool circumferential = false; ///< of a crack
-    bool several = false;         ///< of a crack
-    quint64 scatter = 0;          ///< seed of the differences between what it is and what is read
+    bool circumferential = false; ///< cracks only
+    bool several = false;         ///< cracks only
+    quint64 scatter = 0;          ///< seed of the differences between the true and the measured values
 
     bool isThere(int outage) const { return outage >= since; }
     int depthAt(int outage) const { return depth == 0 ? 0 : std::min(99, depth + growth * (outage - since)); }
-    /// The depth that the resolution reads in that outage; 0 where no depth can be told. Readings of one flaw repeat
-    /// within some per cent only, so the difference of two outages may be zero or negative.
+    /// The depth reported by the resolution in that outage; 0 if no depth can be determined. Readings of one flaw
+    /// repeat within some per cent, so the difference between two outages may be zero or negative.
     int resolvedDepth(int outage) const;
 };
 
 /// Depth at which a tube is plugged.
 constexpr int kPluggingLimit = 40;
 
-/// What is in one tube over the years.
+/// The flaws of one tube over the years.
 struct Condition
 {
     bool pluggedBefore = false; ///< before the first outage
     QList<Flaw> flaws;
 
-    /// Whether the tube has been taken out of service before that outage: by an earlier one that found a crack or a
-    /// depth at the limit.
+    /// Returns true if the tube was plugged before that outage, since an earlier one found a crack or a depth at the
+    /// limit.
     bool isPlugged(int outage) const;
 };
 
-/// The conditions of a component's tubes. Each depends on the seed and the tube alone, so nothing is kept.
+/// The conditions of a component's tubes. Each depends only on the seed and the tube, so nothing is stored.
 class Flaws
 {
 public:
@@ -59,7 +59,7 @@ private:
     bool m_onceThrough;
     int m_rows;
     int m_firstBarRow;
-    QString m_tubesheet; // at the inlet, where it is hottest
+    QString m_tubesheet; // at the inlet, the hottest place
     QStringList m_supports;
     QStringList m_bars;
 };

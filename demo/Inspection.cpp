@@ -10,13 +10,13 @@ namespace demo {
 
 namespace {
 
-// A tube gives one entry or more of the primary and of the secondary analyst, and some of the resolution.
+// A tube has one or more entries each of the primary and the secondary analyst, and some of the resolution.
 constexpr double kEntriesPerTube = 2.3;
 constexpr double kBobbinShare = 0.85;
 constexpr double kRotatingSample = 0.2;
 constexpr int kLeastTubesInCal = 150;
 constexpr int kMostTubesInCal = 250;
-// Cal numbers of the conversion's prompt end at 999.
+// The conversion accepts cal numbers up to 999.
 constexpr int kMostCals = 900;
 constexpr int kFirstDay = 13;
 constexpr int kLastDay = 28;
@@ -25,15 +25,15 @@ constexpr int kPrimaries = 5;
 constexpr int kSecondaries = 4;
 constexpr int kResolutions = 3;
 
-/// Inches: how far from its place an indication is read.
+/// Scatter in inches of the position at which an indication is reported.
 constexpr double kOffsetScatter = 0.04;
 
-// The present outage is in the middle of its work: shares of the tubes that the bobbin has passed, and of those whose
-// questions the rotating probe has answered.
+// The present outage is in progress: shares of the tubes finished by the bobbin probe, and of follow-ups finished by
+// the rotating probe.
 constexpr double kBobbinDone = 0.95;
 constexpr double kQuestionsDone = 0.75;
 
-// How many in a thousand indications each analyst calls.
+// Number of indications per thousand that each analyst reports.
 constexpr int kPrimaryFinds = 970;
 constexpr int kSecondaryFinds = 950;
 
@@ -42,7 +42,7 @@ double rounded(double value)
     return double(qRound64(value * 100)) / 100;
 }
 
-/// Whether a probe sees the flaw at all.
+/// Returns true if the probe can detect the flaw.
 bool sees(const Flaw &flaw, bool rotating, const QString &place)
 {
     return rotating ? flaw.landmark == place && flaw.kind != FlawKind::Noise && flaw.kind != FlawKind::BuffMark : true;
@@ -58,7 +58,7 @@ QString codeOf(const Flaw &flaw, bool rotating, const QString &tubesheet)
     case FlawKind::SupportWear:
         return u"PCT"_s;
     case FlawKind::Crack:
-        // The bobbin only sees that something is wrong there.
+        // The bobbin probe only detects that there is something.
         if (!rotating)
             return flaw.landmark == tubesheet ? u"DTI"_s : u"DSI"_s;
         if (flaw.circumferential)
@@ -97,8 +97,8 @@ QString operWord(Oper oper)
     return oper == Oper::Primary ? u"primary"_s : oper == Oper::Secondary ? u"secondary"_s : u"resolution"_s;
 }
 
-/// What one outage does, unit by unit: the bobbin's tubes, then the rotating probe's places. Where more entries are
-/// asked for than one inspection gives, rotating probes go on from support to support.
+/// The work of one outage as units: the bobbin's tubes, then the rotating probe's locations. If more entries are
+/// requested than one inspection gives, rotating probes continue from support to support.
 class Inspection::Units
 {
 public:
@@ -116,7 +116,7 @@ public:
         }
     }
 
-    /// False at the end. rotating tells which probe the unit needs.
+    /// Returns false at the end. rotating receives the kind of probe of the unit.
     bool next(Unit &unit, bool &rotating)
     {
         const QList<int> &tubes = m_inspection.m_tubes;
@@ -130,7 +130,7 @@ public:
         const QStringList &places = m_inspection.m_places;
         if (!m_endless && m_swept >= m_sample)
             return false;
-        // An uneven stride, so that a sample is not all of one row.
+        // A prime stride, so that a sample is not limited to some rows.
         constexpr qint64 kStride = 7919;
         const qint64 pass = m_swept / tubes.size();
         unit = {tubes[int(m_swept * kStride % tubes.size())], places[int(pass % places.size())]};
@@ -253,7 +253,7 @@ void Inspection::runOutage(int outage, qint64 quota, const std::function<void(co
                 called += results.size();
             more = units.next(unit, rotating);
         }
-        // The asked number holds to the entry: what the last tube gave too many goes.
+        // The requested number is exact: superfluous entries of the last tube are removed.
         for (int oper = kOpers - 1; oper >= 0 && endless; --oper) {
             QList<ReportEntry> &results = cal.results[size_t(oper)];
             const qint64 extra = std::clamp<qint64>(called - left, 0, results.size());
@@ -276,7 +276,7 @@ InspectedCal Inspection::openCal(int outage, int number, bool rotating, Random &
     cal.probe = probes[rotating ? 1 : 0];
     cal.probe.serialNumber = QString::number(104000 + random.between(0, 999));
     const std::tm date = m_project.outages[outage].date.local();
-    // The first tubes on the first day; several acquisition stations work at a time, day shift only.
+    // The first tubes are on the first day; several acquisition stations work in parallel, on the day shift only.
     const int day = std::min(kFirstDay + (number - 1) / 8, kLastDay);
     cal.start = JDateTime::fromLocal(date.tm_year + 1900, date.tm_mon + 1, day, random.between(6, 17),
                                      random.between(0, 59), random.between(0, 59));
@@ -308,7 +308,7 @@ ReportEntry Inspection::blankEntry(const Unit &unit, int rank, Oper oper, const 
     entry.operType = operCode(oper);
     entry.analystId = cal.analysts[size_t(oper)];
     entry.operatorId = cal.operatorId;
-    // The resolution sits down an hour after the others began.
+    // The resolution starts an hour after the analysts.
     entry.entryTime = JDateTime::fromSeconds(cal.start.seconds() + qint64(rank) * kSecondsPerTube + int(oper) * 1200);
     entry.fileName = u"%1HC%2.%3"_s.arg(entry.outage)
                          .arg(cal.number, 5, 10, QLatin1Char('0'))
@@ -321,8 +321,7 @@ ReportEntry Inspection::call(const Flaw &flaw, ReportEntry entry, Oper oper, con
                              Random &random) const
 {
     constexpr double kCountsPerVolt = 36.5;
-    // Two people never read quite the same, nor does one person twice; the resolution's figures are the ones that
-    // stand.
+    // Two readings never agree exactly, not even of one person. The values of the resolution are final.
     const bool final = oper == Oper::Resolution;
     entry.defect = codeOf(flaw, cal.rotating, m_tubesheet);
     entry.location = {flaw.landmark, float(rounded(flaw.offset + random.hundredths(-kOffsetScatter, kOffsetScatter))),
@@ -389,7 +388,7 @@ void Inspection::inspect(const Unit &unit, int rank, InspectedCal &cal, Random &
             results.append(blankEntry(unit, rank, oper, cal));
     }
     for (const Flaw *flaw : std::as_const(found)) {
-        // Small dents and noise are not worth the resolution's time.
+        // The resolution ignores small dents and noise.
         if (flaw->kind != FlawKind::Noise && !(flaw->kind == FlawKind::Dent && flaw->volts < 5))
             cal.results[size_t(Oper::Resolution)].append(
                 call(*flaw, blankEntry(unit, rank, Oper::Resolution, cal), Oper::Resolution, cal, random));

@@ -13,12 +13,12 @@ namespace demo {
 enum class Oper { Primary, Secondary, Resolution };
 constexpr int kOpers = 3;
 
-/// The operation as the suite's code ("PRI") and as the word of foreign reports ("primary").
+/// The operation as the suite's code ("PRI") and as the word in foreign reports ("primary").
 QString operCode(Oper oper);
 QString operWord(Oper oper);
 
-/// One calibration group: the tubes acquired between two runs of the calibration standard, and what each analyst
-/// called.
+/// One calibration group: the tubes acquired between two measurements of the calibration standard, and the results of
+/// each analyst.
 struct InspectedCal
 {
     int outage = 0; ///< index
@@ -31,25 +31,25 @@ struct InspectedCal
     std::array<QList<brannock::ReportEntry>, kOpers> results;
 };
 
-/// Inspects the project's component outage by outage: a bobbin probe through the whole length of the tubes, then
-/// rotating probes where the bobbin left a question and at the tubesheet. Two analysts call every tube independently;
-/// the resolution decides on what they found.
+/// Simulates the inspections of the project's component, outage by outage: a bobbin probe over the full length of the
+/// tubes, then rotating probes at ambiguous bobbin results and at the tubesheet. Two analysts evaluate every tube
+/// independently; the resolution decides about their results.
 class Inspection
 {
 public:
     Inspection(const brannock::Project &project, const DemoOptions &options);
 
-    /// Hands over each cal as it is made, so that memory does not grow with the number of entries.
+    /// Passes on each cal as it is generated, so that memory does not depend on the number of entries.
     void run(const std::function<void(const InspectedCal &)> &take, tarnwick::Progress *progress);
 
-    /// Tubes that are inspected, in their order; all of them unless fewer entries were asked for.
+    /// The inspected tubes in order; all tubes unless fewer entries were requested.
     const QList<int> &tubes() const { return m_tubes; }
 
 private:
     struct Unit
     {
         int tube;
-        QString place; ///< landmark that a rotating probe looks at; empty: the whole length
+        QString place; ///< landmark inspected by a rotating probe; empty: the whole length
     };
     class Units;
 
@@ -70,7 +70,7 @@ private:
     QString m_inletEnd;
     QString m_outletEnd;
     QString m_tubesheet;
-    QStringList m_places; ///< where rotating probes look, tubesheet first
+    QStringList m_places; ///< locations of rotating probes, tubesheet first
     qint64 m_done = 0;
 };
 

@@ -3,7 +3,8 @@
 
 namespace demo {
 
-/// A small generator of its own (splitmix64), so that a seed gives the same numbers on every machine and library.
+/// A small random number generator (splitmix64), so that a seed gives the same numbers on every machine and with every
+/// library.
 class Random
 {
 public:
@@ -11,7 +12,7 @@ public:
         : m_state(seed)
     {
     }
-    /// A generator of its own for one subject (a tube, a cal), which does not depend on what was drawn for others.
+    /// A separate generator for one subject (a tube, a cal), independent of the numbers drawn for others.
     static Random of(quint64 seed, quint64 subject, quint64 aspect)
     {
         Random mixer(seed ^ (aspect * 0x9E3779B97F4A7C15u));
@@ -29,9 +30,9 @@ public:
     }
     /// From low to high, both included.
     int between(int low, int high) { return low + int(next() % quint64(high - low + 1)); }
-    /// True so many times in a thousand.
+    /// True with a probability of share in a thousand.
     bool permille(int share) { return between(0, 999) < share; }
-    /// From low to high in hundredths.
+    /// From low to high, in hundredths.
     double hundredths(double low, double high) { return between(int(low * 100), int(high * 100)) / 100.0; }
 
 private:

@@ -11,10 +11,10 @@ struct StoredQuery
     QString sql;      ///< Access SQL
 };
 
-/// Queries that inspection engineers ask of such a project. Those with a tube address can be used as query fills of the
-/// map.
+/// Typical queries of inspection engineers on such a project. Those that return a tube address can be used as query
+/// fills.
 QList<StoredQuery> storedQueries(const brannock::Project &project);
-/// Writes them as query files into the project's folder "queries".
+/// Writes the queries as query files into the project's folder "queries".
 void writeQueries(const brannock::Project &project);
 
 } // namespace demo

@@ -33,7 +33,7 @@ ConvField filenameField(FilenameFieldType type, int first, int last)
 
 ConvField keywordField(CommentFieldType type, const QString &keyword, int last)
 {
-    ConvField made = field(type, 1, last); // a blank stands behind the keyword
+    ConvField made = field(type, 1, last); // a blank follows the keyword
     made.part = qint32(CommentPart::Keyword);
     made.keyword = keyword;
     return made;
@@ -52,7 +52,7 @@ QString placeText(const ReportEntry &entry)
     return entry.location.isValid() ? place(entry.location) : QString();
 }
 
-/// The text that the converter will read back for the field.
+/// The text that the converter will read for the field.
 QString fieldText(const ConvField &field, const ReportEntry &entry, const TextLayout &layout,
                   const ellery::SteamGen &gen)
 {
@@ -122,7 +122,7 @@ void put(QString &line, const ConvField &field, QString text)
     line.replace(field.firstColumn, width, text);
 }
 
-/// Titles of the columns, each cut to its field; of fields that overlap the first has the title.
+/// Column titles, each cut to its field. If fields overlap, the first has the title.
 QString titleLine(const TextLayout &layout)
 {
     QString line(layout.width, u' ');
@@ -227,7 +227,7 @@ QByteArray textReport(const TextLayout &layout, const InspectedCal &cal, Oper op
         QString line(layout.width, u' ');
         for (const ConvField &field : layout.spec.reportFields)
             put(line, field, fieldText(field, entry, layout, project.steamGen));
-        // A mark at the end keeps editors from cutting blank columns off.
+        // A final mark prevents editors from removing trailing blanks.
         if (line.endsWith(u' '))
             line.back() = u'|';
         text += line.toLatin1() + "\r\n";

@@ -5,24 +5,23 @@
 
 namespace demo {
 
-/// A layout in which another system prints its reports: the conversion spec that reads it, and what stands around the
-/// fields.
+/// Report layout of another system: the conversion spec that reads it, and the lines around the fields.
 struct TextLayout
 {
     enum class Vendor { Plain, Titled };
 
     Vendor vendor = Vendor::Plain;
-    QString folder;   ///< of the texts, relative to the project
-    QString specFile; ///< in report_formats
+    QString folder;   ///< folder of the texts, relative to the project
+    QString specFile; ///< file name in report_formats
     conversion::ReportConvSpec spec;
-    int width = 0; ///< characters of a line
+    int width = 0; ///< If an entry has no depth, the depth column contains its code.
     /// The column of the depth shows the code where there is no depth.
     bool codeInPercent = false;
 };
 
-/// The default layout of the conversion, with code, operator, cal and operation added where the default leaves room.
+/// The default layout of the conversion, extended by code, operator, cal and operation in its free columns.
 TextLayout plainLayout();
-/// Another one: titled headers with keywords, cal and operation only in the file's name.
+/// A second layout: titled headers with keywords; cal and operation only in the file name.
 TextLayout titledLayout();
 
 /// The text of one analyst's results in one cal, and the file name that the layout's spec expects.

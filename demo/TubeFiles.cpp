@@ -36,7 +36,7 @@ QByteArray listText(const Project &project, const QString &suitePath, const QStr
     return text.toUtf8();
 }
 
-/// The same without entry numbers, as plants exchange them.
+/// A tube list without entry numbers, as plants exchange them.
 QByteArray plainText(const Project &project, const QString &notes, const QList<int> &tubes)
 {
     const ellery::SteamGen &gen = project.steamGen;

@@ -11,7 +11,7 @@ namespace {
 using namespace bench;
 using namespace Qt::StringLiterals;
 
-/// The same results again and again, each time of another outage.
+/// Repeats the same results, each time with another outage.
 template <typename Add>
 void addRows(const brannock::Report &results, qint64 rows, Add add)
 {
@@ -23,7 +23,7 @@ void addRows(const brannock::Report &results, qint64 rows, Add add)
     }
 }
 
-/// Rows added to a new 'report' with its eleven indexes, in one transaction that is committed.
+/// Time to add rows to a new 'report' with its eleven indexes, in one transaction including the commit.
 void appendRows(benchmark::State &state)
 {
     constexpr qint64 kResults = 100'000;

@@ -17,7 +17,7 @@ QString madeSql(const dao::QueryDef &query)
     return std::get<dao::sql::SelectPlan>(query.compiled().plan).fullSql;
 }
 
-/// From text to the prepared statement, against preparing the SQL that came out.
+/// Compares the compilation from text to prepared statement with preparing the generated SQL alone.
 void compare(benchmark::State &state, const QStringList &texts)
 {
     constexpr int kTimes = 100;

@@ -12,8 +12,8 @@ using dao::Recordset;
 
 constexpr qint64 kMillion = 1'000'000;
 
-/// Opening a dynaset, all keys collected, against one walk over the same row ids in the same order; and the bytes a row
-/// that it takes: when it is open, and at most while it was opened.
+/// Compares opening a dynaset, with all keys read, with reading the same row ids in the same order. Also reports the
+/// bytes per row used by the open dynaset and at most while opening.
 void openAgainstWalk(benchmark::State &state, const QString &sql, const char *walkSql)
 {
     const qint64 rows = state.range(0);
@@ -56,7 +56,7 @@ void openInHistoryOrder(benchmark::State &state)
 BENCHMARK(openInHistoryOrder)->UseManualTime()->Iterations(3)->Arg(kMillion)->Unit(benchmark::kMillisecond);
 BENCHMARK(openInHistoryOrder)->UseManualTime()->Iterations(1)->Arg(5 * kMillion)->Unit(benchmark::kMillisecond);
 
-/// One row by its bookmark, all of its columns, rows in random order.
+/// Reads single rows by bookmark, all columns, in random order.
 void readByBookmark(benchmark::State &state)
 {
     constexpr int kReads = 50'000;

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A line of /proc/self/status, which counts in kibibytes.
+/// A line of /proc/self/status, in bytes (the file uses KiB).
 qint64 statusBytes(const QByteArray &name)
 {
     constexpr qint64 kKibibyte = 1024;
@@ -114,7 +114,7 @@ void Checksum::add(const PlainStatement &row)
 
 qint64 residentBytes()
 {
-    malloc_trim(0); // what was given back is not held
+    malloc_trim(0); // returns freed memory to the system
     return statusBytes("VmRSS:");
 }
 

@@ -5,7 +5,7 @@
 
 namespace bench {
 
-/// Table 'report' of that many rows, open both ways.
+/// A 'report' table with that many rows, opened by the engine and by plain SQLite.
 class Opened
 {
 public:
@@ -20,7 +20,7 @@ public:
 extern const QString kHistorySql;
 extern const QString kCalListSql;
 
-/// Reads all cells of the current row; the sum is of no meaning but that all was read.
+/// Reads all cells of the current row. The sum only ensures that every cell is read.
 qint64 readRow(const dao::Recordset &rows);
 
 /// A sum over the rows of a result that does not depend on their order: the same for the same rows, and, but for
@@ -41,7 +41,7 @@ private:
     qint64 m_rows = 0;
 };
 
-/// Bytes that this process holds, and the most it held since resetPeak().
+/// Resident memory of this process in bytes, and its maximum since resetPeak().
 qint64 residentBytes();
 qint64 peakBytes();
 void resetPeak();

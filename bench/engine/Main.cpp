@@ -2,7 +2,7 @@
 #include <QCoreApplication>
 #include <QTimer>
 
-// Inside an event loop, as the window reads: there the engine keeps what it reads in one piece.
+// Runs in an event loop, as the window does; there the engine keeps a read transaction open between reads.
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);

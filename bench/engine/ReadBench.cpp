@@ -10,7 +10,7 @@ using dao::Recordset;
 
 constexpr qint64 kMillion = 1'000'000;
 
-/// Every cell of a query's rows in one pass forward, against stepping the same select.
+/// Compares reading every cell of a query in one forward pass with stepping through the same statement in SQLite.
 void readAgainstStepping(benchmark::State &state, const QString &sql, qint64 items)
 {
     Opened opened(kMillion);

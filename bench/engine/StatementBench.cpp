@@ -14,11 +14,12 @@ using namespace Qt::StringLiterals;
 using dao::Recordset;
 
 constexpr qint64 kRows = 300'000;
-/// The most that the engine's way may take of the expert's; what is behind by less than the margin is within the goal.
+/// Maximum ratio of the engine's time to that of expert SQL. If the engine is slower by less than the margin, the ratio
+/// does not matter.
 constexpr double kGoal = 1.5;
 constexpr double kMarginUs = 500;
 
-/// The report table, and beside it tubes, repairs, labels of all numbers, and the views with labels.
+/// Database with the report table, tubes, repairs, labels of all numbers, and the views with labels.
 QString wholeDatabase()
 {
     const QString path = reportDatabase(kRows) + u".whole-1"_s;
@@ -54,7 +55,8 @@ QString wholeDatabase()
     return path;
 }
 
-/// From the text to the plan, which a stored query or an open recordset has already: not part of the rounds.
+/// Compile time of a statement. A stored query or an open recordset is already compiled, so this is not part of the
+/// measured rounds.
 double compileUs(dao::Database &database, const QString &sql)
 {
     constexpr int kTimes = 20;

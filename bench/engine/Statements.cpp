@@ -5,7 +5,7 @@ namespace {
 
 #define TUBE(a, b) a ".sec = " b ".sec AND " a ".row = " b ".row AND " a ".col = " b ".col"
 
-// The expert knows that rows, columns, sections and legs all have labels, and which fields may be Null.
+// The expert knows that all rows, columns, sections and legs have labels, and which fields may be Null.
 constexpr StatementPair kPairs[] = {
     // TOP
     {"top two keys", "SELECT TOP 10 * FROM report ORDER BY pcnt DESC, volts DESC",

@@ -3,7 +3,7 @@
 
 namespace bench {
 
-/// A statement as a user writes it, and what someone who knows the inner engine well writes for the same rows.
+/// A statement as a user writes it, and the equivalent written by an expert for SQLite.
 struct StatementPair
 {
     const char *name;

@@ -1,5 +1,5 @@
-// The table of the program beside QTableView over the same model: opening, jumping and paging through many rows.
-// With --picture FILE it writes a picture of a table instead; --dark and QT_SCALE_FACTOR change how it looks.
+// Compares the program's table with QTableView on the same model: opening, jumping and paging through many rows. With
+// --picture FILE it writes a picture of a table instead; --dark and QT_SCALE_FACTOR change its appearance.
 #include <benchmark/benchmark.h>
 #include <QAction>
 #include <QApplication>
@@ -16,7 +16,7 @@ using namespace tarnwick;
 
 namespace {
 
-/// Fifteen columns of an inspection's results, computed from the row number as if read from a database.
+/// Fifteen columns of inspection results, computed from the row number as if read from a database.
 class Results : public GridSource
 {
 public:

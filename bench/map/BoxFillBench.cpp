@@ -1,4 +1,4 @@
-// The box fill beside the plain double loop over selected and other tubes.
+// Compares the box fill with a plain double loop over selected and other tubes.
 #include "SampleBundle.h"
 
 #include <benchmark/benchmark.h>
@@ -10,7 +10,7 @@ using ellery::TubeStates;
 
 namespace {
 
-/// As many selected tubes, scattered over the whole bundle.
+/// A bundle with that many selected tubes, distributed over the whole bundle.
 TubeStates withSelection(int count, int selected)
 {
     TubeStates tubes(count);

@@ -41,8 +41,8 @@ struct Setup
     }
 };
 
-/// Says beside the figure what it is to stay below, in milliseconds of CPU time: for 16,000 tubes on a screen of 1920
-/// or 3840 pixels, and for 100,000.
+/// Adds the limit of the result in milliseconds of CPU time: for 16,000 tubes on a screen of 1920 or 3840 pixels, and
+/// for 100,000 tubes.
 void goal(benchmark::State &state, const std::array<int, 4> &milliseconds)
 {
     const size_t place = size_t(state.range(0) > 16000 ? 2 : 0) + size_t(state.range(1) > 1920 ? 1 : 0);
@@ -50,7 +50,7 @@ void goal(benchmark::State &state, const std::array<int, 4> &milliseconds)
         state.SetLabel("goal " + std::to_string(milliseconds[place]) + " ms");
 }
 
-/// A frame of 60 in a second.
+/// Time of a frame at 60 Hz.
 constexpr std::array<int, 4> kFrame = {16, 16, 16, 16};
 
 void cases(benchmark::internal::Benchmark *benchmark)
@@ -101,7 +101,7 @@ void fullRepaint(benchmark::State &state)
 }
 BENCHMARK(fullRepaint)->Apply(cases);
 
-/// Every frame at another scale, as a turning wheel makes them: new sprites each time.
+/// Every frame has another scale, as with a turning wheel, and needs new sprites.
 void zoomFrame(benchmark::State &state)
 {
     Setup setup(state);
@@ -131,7 +131,7 @@ void panFrame(benchmark::State &state)
 }
 BENCHMARK(panFrame)->Apply(cases);
 
-/// A frame as the window shows it: events, rulers and the copy onto the window's own picture included.
+/// A complete frame of the window: events, rulers and the copy to the window's buffer included.
 class WindowFrame
 {
 public:
@@ -145,7 +145,7 @@ public:
         map.setTubeTip(true);
         show();
     }
-    // As a window asks a widget that paints all of itself: without a background first.
+    // As for a widget that paints its whole area: without erasing the background first.
     void show() { map.render(&window, {}, {}, QWidget::DrawChildren); }
     void mouse(QEvent::Type type, const QPointF &pos, Qt::MouseButton button)
     {
@@ -165,7 +165,7 @@ void wheelInWindow(benchmark::State &state)
     const QPointF at = frame.map.rect().center() + QPointF(40, 30);
     int step = 0;
     for (auto _ : state) {
-        const int turn = step++ / 12 % 2 ? -30 : 30; // a touch pad: fine steps, every one at a new scale
+        const int turn = step++ / 12 % 2 ? -30 : 30; // touch pad: fine steps, each with a new scale
         QWheelEvent event(at, frame.map.mapToGlobal(at), QPoint(), QPoint(0, turn), Qt::NoButton, Qt::NoModifier,
                           Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(&frame.map, &event);
@@ -261,7 +261,7 @@ void recolour(benchmark::State &state)
 }
 BENCHMARK(recolour)->Apply(cases);
 
-/// The pointer goes from one tube to the next: ring, names on the rulers and the card, old and new.
+/// The pointer moves from tube to tube: ring, names on the rulers and card, old and new.
 void hover(benchmark::State &state)
 {
     const ellery::SteamGen steamGen = bundle(int(state.range(0)));

@@ -1,8 +1,8 @@
-// Conversion of old databases with a million rows beside a plain copy of the same table by the inner engine, the
-// connection to a current database, and the import of a Jet file (ARVO_BENCH_JET names one; grow-jet-file makes a large
-// one) beside the export of its tables by the mdbtools programs.
+// Compares the conversion of old databases with a million rows with a plain copy of the same table by SQLite, and the
+// import of a Jet file (named by ARVO_BENCH_JET; grow-jet-file makes a large one) with the export of its tables by
+// mdbtools. Also measures the connection to a current database.
 //
-// Rows: ARVO_BENCH_ROWS, a million by default.
+// Number of rows: ARVO_BENCH_ROWS, a million by default.
 #include "OldDatabases.h"
 
 #include <benchmark/benchmark.h>
@@ -30,14 +30,14 @@ qint64 wantedRows()
     return rows > 0 ? rows : kMillion;
 }
 
-/// Says yes to everything.
+/// Answers Yes to every question.
 class Yes : public tarnwick::RecordingPrompts
 {
 public:
     tarnwick::Answer ask(tarnwick::Buttons, const QString &, int) override { return tarnwick::Answer::Yes; }
 };
 
-/// A project folder whose database is put back to an old shape for each run; made once for each shape.
+/// A project folder whose database is reset to an old shape for each run; created once for each shape.
 class Workshop
 {
 public:
@@ -95,7 +95,7 @@ void convert(benchmark::State &state, int shapes)
     state.SetItemsProcessed(state.iterations() * wantedRows());
 }
 
-/// For each index of a table, the statement that makes the same of its copy.
+/// For each index of a table, the statement that creates the same index on its copy.
 QList<QByteArray> indexesOfCopy(sqlite3 *db, const QByteArray &table)
 {
     QList<QByteArray> statements;
@@ -113,7 +113,7 @@ QList<QByteArray> indexesOfCopy(sqlite3 *db, const QByteArray &table)
     return statements;
 }
 
-/// The yardstick: the table written once more by plain statements, its rows alone or with its indexes.
+/// Baseline: the table copied by plain SQL statements, without or with its indexes.
 void copyTable(benchmark::State &state, int shapes, const char *table, bool withIndexes)
 {
     for (auto _ : state) {
@@ -170,7 +170,7 @@ void importJet(benchmark::State &state)
     state.SetBytesProcessed(state.iterations() * QFileInfo(file).size());
 }
 
-/// The same file by other programs: every table as text, to nowhere.
+/// Export of the same file by other programs: every table as text, output discarded.
 void exportJet(benchmark::State &state)
 {
     const QString file = qEnvironmentVariable("ARVO_BENCH_JET");
@@ -217,7 +217,7 @@ BENCHMARK(exportJet)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime(
 
 int main(int argc, char **argv)
 {
-    // The reading process is looked for beside the program.
+    // The reading process is expected beside the program.
     const QCoreApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))

@@ -8,7 +8,7 @@ namespace bench {
 PlainDatabase::PlainDatabase(const QString &path)
 {
     require(sqlite3_open(path.toUtf8().constData(), &m_database) == SQLITE_OK);
-    // As the engine has them.
+    // Same settings as the engine.
     run("PRAGMA foreign_keys = ON");
     run("PRAGMA cache_size = -65536");
     run("PRAGMA secure_delete = OFF");

@@ -4,7 +4,7 @@
 
 namespace bench {
 
-/// A database file as a program without an engine of its own would use it. Any failure ends the bench.
+/// A database file used directly through SQLite, without the engine. Any failure ends the benchmark.
 class PlainDatabase
 {
 public:
@@ -15,7 +15,7 @@ public:
 
     sqlite3 *handle() const { return m_database; }
     void run(const char *sql);
-    /// Ends the bench with the database's message unless good.
+    /// Ends the benchmark with the database's message unless good.
     void require(bool good) const;
 
 private:
@@ -33,7 +33,7 @@ public:
     sqlite3_stmt *handle() const { return m_statement; }
     bool step();
     void reset() { sqlite3_reset(m_statement); }
-    /// Reads every column of the row by its kind; the sum is of no meaning but that all was read.
+    /// Reads every column of the row by its type. The sum only ensures that every cell is read.
     qint64 readRow() const;
 
 private:

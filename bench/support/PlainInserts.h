@@ -6,8 +6,8 @@
 
 namespace bench {
 
-/// Inserts the rows of 'report' that an upload would make by one prepared statement straight on the inner engine, in
-/// one transaction: the least that storing them can cost. Aborts on any error.
+/// Inserts the rows of 'report' that an upload would store, with one prepared statement of SQLite in one transaction:
+/// the lower bound of the cost. Aborts on any error.
 class PlainInserts
 {
 public:

@@ -25,7 +25,7 @@ demo::DemoOptions options(qint64 rows)
     return options;
 }
 
-/// Indexes are made after the rows: in half the time, and with the same result.
+/// Creates the indexes after the rows: half the time for the same result.
 class IndexesLeftOut
 {
 public:
@@ -102,7 +102,7 @@ void makeDatabase(const QString &path)
 
 QString reportDatabase(qint64 rows)
 {
-    // The name tells the form of the data: another form, another name.
+    // The name contains the version of the data, so that other data get another file.
     const QDir folder(QDir::tempPath() + u"/arvo-bench"_s);
     const QString path = folder.filePath(u"report-1-%1.mdb"_s.arg(rows));
     if (QFile::exists(path))

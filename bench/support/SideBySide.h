@@ -9,19 +9,19 @@ namespace bench {
 struct Spent
 {
     double wall = 0;
-    double cpu = 0; ///< of this process: what tells on a machine with other work
+    double cpu = 0; ///< of this process; independent of other work on the machine
 };
 
-/// Now, to be subtracted.
+/// The current times; subtract two results.
 Spent now();
 
-/// The same work done by the program and by hand on plain SQLite, in one run and in turn, so that the machine's moods
-/// meet both. A first round warms up and does not count.
+/// Runs the same work by the program and by plain SQLite alternately in one run, so that changes in the machine's load
+/// affect both. The first round warms up and is not counted.
 class SideBySide
 {
 public:
-    /// Runs the rounds of the state, which must be one of UseManualTime(); the time of the program's way is its time.
-    /// items: what one round does, for times per item.
+    /// Runs the rounds of the state, which must use UseManualTime(); its time is that of the program. items: number of
+    /// items per round, for times per item.
     template <typename Ours, typename Plain>
     static void run(benchmark::State &state, qint64 items, Ours ours, Plain plain)
     {
@@ -50,7 +50,7 @@ private:
         const Spent end = now();
         return {end.wall - start.wall, end.cpu - start.cpu};
     }
-    /// Counters: ours_us and plain_us, the medians of processor time per item; ratio, that of the medians, with the
+    /// Adds counters: ours_us and plain_us, the medians of processor time per item; ratio, of the medians, with the
     /// lowest and highest of single rounds; wall_ratio.
     void report(benchmark::State &state, qint64 items) const;
 

@@ -16,7 +16,7 @@ constexpr int kEntries = 100'000;
 constexpr int kRows = 46;
 constexpr int kCols = 94;
 
-/// Says nothing and lets everything pass.
+/// Shows nothing and answers Yes.
 class YesPrompts : public tarnwick::UserPrompts
 {
 public:

@@ -4,14 +4,14 @@
 
 namespace brannock {
 
-/// The colours that the user has mixed in colour choosers, kept between runs.
+/// The colours that the user has defined in colour choosers, kept between runs.
 class CustomColours : public tarnwick::OptionFile
 {
 public:
     static constexpr int kCount = 16;
 
     CustomColours();
-    /// kCount of them, 0x00BBGGRR; white where none was mixed.
+    /// kCount colours, 0x00BBGGRR; white if not defined.
     QList<quint32> colours;
 
 protected:

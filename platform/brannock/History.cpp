@@ -49,7 +49,7 @@ QStringList fieldNames()
     return collector.names;
 }
 
-/// The file's properties and what they hold, in the order in which they are written.
+/// The file's properties and their members, in the order of writing.
 struct SiteProperty
 {
     QStringView name;

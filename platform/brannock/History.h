@@ -3,7 +3,7 @@
 
 namespace brannock {
 
-/// One past result of a tube, as histories keep it.
+/// One past result of a tube.
 struct HistoryEntry
 {
     qint16 sec = 0;
@@ -34,10 +34,10 @@ class History
 public:
     fenwright::SiteInfo site;
     QList<HistoryEntry> entries;
-    /// False when the file it was read from does not state the number of its rows.
+    /// False if the file does not state its number of rows.
     bool isCounted = true;
 
-    /// Throw tarnwick::FileError; a failed load leaves the history as before.
+    /// Throw tarnwick::FileError. If loading fails, the history is unchanged.
     void load(const QString &machinePath);
     void store(const QString &machinePath) const;
 };

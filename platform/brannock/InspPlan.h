@@ -12,7 +12,7 @@ struct PlanEntry
     qint16 row = 0;
     qint16 col = 0;
     qint16 sec = 0;
-    qint16 acquired = 0; ///< counts as acquired when 1 or more
+    qint16 acquired = 0; ///< acquired if 1 or more
     quint8 analyzed = 0; ///< not stored in the database
 
     static constexpr quint32 doit_color = 0x0000FF; ///< 0x00BBGGRR
@@ -20,7 +20,7 @@ struct PlanEntry
     bool operator==(const PlanEntry &) const = default;
 };
 
-/// An inspection plan: an ordered list of tubes with a probe and the extent to be tested. Stored as a text file
+/// An inspection plan: an ordered list of tubes, each with a probe and the extent to be tested. Stored as a text file
 /// (*.pln).
 class InspPlan
 {
@@ -35,13 +35,13 @@ public:
     tarnwick::JDateTime createTime;
     Order order = Order::Entry;
     QList<PlanEntry> entries;
-    /// False when the file it was read from does not state the number of its rows.
+    /// False if the file does not state its number of rows.
     bool isCounted = true;
 
-    /// Throw tarnwick::FileError; a failed load leaves the plan as before.
+    /// Throw tarnwick::FileError. If loading fails, the plan is unchanged.
     void loadPlan(const QString &machinePath);
     void storePlan(const QString &machinePath) const;
-    /// Appends with the next entry number (the highest plus one).
+    /// Appends the entry with the next entry number (the highest plus one).
     void addEntry(PlanEntry entry);
     void sort(Order order);
 };

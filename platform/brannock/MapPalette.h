@@ -3,9 +3,9 @@
 
 namespace brannock {
 
-/// Colours for map entries that people who see no difference between red and green can tell apart, red first.
+/// Colours for map entries that remain distinguishable with red-green colour blindness; red comes first.
 inline constexpr int kPaletteSize = 8;
-/// 0x00BBGGRR; the palette begins again after its end.
+/// 0x00BBGGRR; repeats after the end of the palette.
 quint32 paletteColour(int place);
 QString paletteColourName(int place);
 

@@ -184,7 +184,7 @@ tarnwick::PathRoots Project::roots() const
 QString Project::pathOf(const QString &suitePath) const
 {
     const tarnwick::SuitePath path(suitePath);
-    // Only a path of the installation needs to know where that is.
+    // The installation folder is determined only if the path needs it.
     return path.machinePath(path.isBelow(u"[PALOMINE_DIR]"_s) ? roots() : tarnwick::PathRoots{QString(), folder});
 }
 

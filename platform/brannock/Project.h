@@ -8,10 +8,10 @@
 
 namespace brannock {
 
-/// The suite's revision as footers, questions and macros show it.
+/// The suite's revision, shown in footers, questions and macros.
 extern const QString TOLVENMARK_REV;
 
-/// One inspection project: a folder with one site, one component and its outages. project.json holds the settings;
+/// One inspection project: a folder with one site, one component and its outages. The settings are in project.json;
 /// docs/file-formats.md describes the folder.
 class Project
 {
@@ -22,21 +22,21 @@ public:
         tarnwick::JDateTime date;
     };
 
-    /// Reads project.json and the component. Throws tarnwick::FileError naming what is missing or wrong.
+    /// Reads project.json and the component. Throws tarnwick::FileError, which names the missing or wrong item.
     static Project load(const QString &folder);
     void store() const; ///< project.json
-    /// True when the folder holds a project.json.
+    /// True if the folder contains a project.json.
     static bool isProjectFolder(const QString &folder);
-    /// Makes the project's sub-folders (arvo, maps, map_headers, plans, queries, reports, report_formats, tube_lists,
+    /// Creates the project's sub-folders (arvo, maps, map_headers, plans, queries, reports, report_formats, tube_lists,
     /// history, temp).
     void makeFolders() const;
 
     bool isLoaded() const { return !folder.isEmpty(); }
 
-    QString folder; ///< absolute path of the machine
+    QString folder; ///< absolute machine path
     QString name;
     fenwright::SiteInfo site;
-    QList<Outage> outages; ///< ascending; the last is the present one unless currentOutage says otherwise
+    QList<Outage> outages; ///< ascending; the last is the present one unless currentOutage is set
     QString currentOutage;
     QList<fenwright::UserInfo> users;
     QList<fenwright::ProbeInfo> probes;
@@ -46,13 +46,13 @@ public:
     ellery::SteamGen steamGen;
 
     QString outageName() const;
-    /// What is to be said of its tables: those that do not state the number of their rows. Empty when there is nothing.
+    /// Remark for the user about tables that do not state their number of rows; empty if there are none.
     QString tablesRemark() const;
     tarnwick::JDateTime outageDate() const;
     tarnwick::PathRoots roots() const;
-    /// Machine path of a path of the suite.
+    /// Machine path of a suite path.
     QString pathOf(const QString &suitePath) const;
-    /// arvo\project.mdb on this machine.
+    /// Machine path of arvo\project.mdb.
     QString databasePath() const;
 };
 

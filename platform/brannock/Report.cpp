@@ -17,7 +17,7 @@ constexpr QStringView kKindColumn = u"kind";
 constexpr QStringView kHeaderColumn = u"header";
 constexpr QStringView kKindWords[] = {u"RESULT", u"HEADER", u"STANDARD"};
 
-/// Every column of a report file but the first two, kind and header.
+/// All columns of a report file except the first two, kind and header.
 template <typename Entry, typename Visitor>
 void visitFields(Entry &entry, Visitor &visit)
 {
@@ -116,7 +116,7 @@ void Report::loadReport(const QString &machinePath)
     const int col = table.column(u"col");
     RowReader reader(table, fieldNames());
     QList<ReportEntry> read;
-    // A guess that a damaged file cannot blow up: an entry is hardly ever shorter than this.
+    // Lower bound of an entry's length, so that the reserved memory is limited by the file's size.
     constexpr qint64 kBytesPerEntry = 100;
     read.reserve(table.bytesLeft() / kBytesPerEntry);
     while (table.next()) {

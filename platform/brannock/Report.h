@@ -8,15 +8,14 @@
 
 namespace brannock {
 
-/// One line of an analysis report: a result for a tube, a header line (its raw text), or a line of a calibration
-/// standard.
+/// One line of an analysis report: a result for a tube, a header line (raw text), or a line of a calibration standard.
 class ReportEntry
 {
 public:
     enum class Kind { Result, Header, Standard };
 
     Kind kind = Kind::Result;
-    QString headerText; ///< of a header entry: the raw line
+    QString headerText; ///< raw line of a header entry
 
     QString outage;
     fenwright::SiteInfo site;
@@ -45,7 +44,7 @@ public:
     QString util2;
     QString plan;
     QString comment;
-    int tubeIndex = -1; ///< set by the upload; not stored
+    int tubeIndex = -1; ///< set by the upload, not stored
 
     bool isHeader() const { return kind == Kind::Header; }
     bool isStd() const { return kind == Kind::Standard; }
@@ -53,11 +52,11 @@ public:
     bool isNdd() const { return defect == QLatin1String("NDD"); }
 };
 
-/// The report layout: columns of a report file, and how many of them hold the characters of a header line.
+/// The layout of report files: their columns, and how many characters of a header line are kept.
 class ReportSchema
 {
 public:
-    /// Characters that a header entry keeps of its line, one a column.
+    /// Number of characters that a header entry keeps of its line, one per column.
     static constexpr int kHeaderColumns = 132;
     /// Column names of a report file, in order.
     static const QStringList &columns();
@@ -68,9 +67,9 @@ class Report
 {
 public:
     QList<ReportEntry> entries;
-    /// Where it was read from; empty for a new one.
+    /// Path of the file it was read from; empty for a new report.
     QString path;
-    /// False when the file it was read from does not state the number of its rows.
+    /// False if the file does not state its number of rows.
     bool isCounted = true;
 
     int numEntry() const { return int(entries.size()); }
@@ -78,7 +77,7 @@ public:
     const ReportEntry &operator[](int index) const { return entries[index]; }
 
     /// Reads a report file (docs/file-formats.md). Throws tarnwick::FileError with line and reason; the report is then
-    /// as before.
+    /// unchanged.
     void loadReport(const QString &machinePath);
     /// mode 1 replaces an existing file. Throws tarnwick::FileError.
     void storeReport(const QString &machinePath, int mode = 1) const;

@@ -8,7 +8,7 @@ using tarnwick::JDateTime;
 namespace brannock {
 
 namespace {
-constexpr int kIsoSize = 19; // yyyy-mm-ddThh:mm:ss
+constexpr int kIsoSize = 19; // length of yyyy-mm-ddThh:mm:ss
 }
 
 RowReader::RowReader(const fenwright::TableScanner &scanner, const QStringList &fieldNames)
@@ -78,7 +78,7 @@ void RowReader::field(QStringView, JDateTime &value)
     const QByteArrayView raw = m_scanner.raw(column);
     if (raw.trimmed().isEmpty())
         return;
-    // The library looks at the zone's rules on every call; entries of a report mostly follow within the hour.
+    // mktime() reads the time zone's rules on every call. Consecutive entries of a report are usually in the same hour.
     std::optional<JDateTime> time = sameHour(raw);
     if (!time) {
         time = fenwright::cellTime(raw);

@@ -18,11 +18,11 @@ constexpr IntRange kSigned16 = {-0x8000, 0x7FFF};
 constexpr IntRange kUnsigned16 = {0, 0xFFFF};
 constexpr IntRange kSigned32 = {-0x7FFFFFFF, 0x7FFFFFFF};
 
-// A results file states its columns once, in a function that shows every field of an entry to a visitor, in order:
+// Each results file defines its columns once, in a function that passes every field of an entry to a visitor, in order:
 //     template <typename Entry, typename Visitor> void visitFields(Entry &entry, Visitor &visit);
-// The three visitors below collect the names, read a row and write one.
+// The three visitors below collect the names, read a row and write a row.
 
-/// Collects the columns' names.
+/// Collects the column names.
 class FieldNames
 {
 public:
@@ -49,8 +49,8 @@ public:
     QStringList names;
 };
 
-/// Reads the cells of the scanner's row into an entry's fields; an empty cell keeps the field's value. Texts are shared
-/// with the row before where they are the same, which makes large files quick to read and small in memory.
+/// Reads the cells of the scanner's row into the fields of an entry. An empty cell does not change the field. A text
+/// equal to that of the previous row shares its memory, so large files are read quickly and need little memory.
 class RowReader
 {
 public:
@@ -86,7 +86,7 @@ private:
     tarnwick::JDateTime m_hourTime;
 };
 
-/// Writes an entry's fields as the cells of a row.
+/// Writes the fields of an entry as the cells of a row.
 class RowWriter
 {
 public:
@@ -100,7 +100,7 @@ public:
     void field(QStringView, double value) { m_table.cell(value); }
     void field(QStringView, float value) { m_table.cell(value); }
     void field(QStringView, const tarnwick::JDateTime &value);
-    /// Zero is left out: results files hold no number for what was not measured.
+    /// Zero is not written: in results files an empty number means "not measured".
     template <typename T>
     void sparse(QStringView, T value)
     {

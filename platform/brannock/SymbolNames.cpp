@@ -128,7 +128,8 @@ constexpr Named kNames[] = {
     {0x266B, u"notes, music"},
 };
 
-/// The number typed as a code; -1 when it is none. Letters alone are a word first, so a bare code has four digits.
+/// The typed code as a number; -1 if it is not one. Without "U+" or "0x" it must have four digits, since "a" or "be" may
+/// begin a name.
 int typedCode(QStringView text)
 {
     const bool hasMark = text.startsWith(u"U+", Qt::CaseInsensitive) || text.startsWith(u"0x", Qt::CaseInsensitive);
@@ -174,7 +175,7 @@ QList<int> findSymbols(QStringView text)
         return places;
     const QList<QStringView> words = text.split(u' ', Qt::SkipEmptyParts);
     const int code = typedCode(text);
-    // Lower is better; those without a rank do not fit.
+    // Rank of a match, lower is better; no rank if it does not match.
     const auto rank = [&](int place) {
         const char16_t symbol = symbolTable()[size_t(place)];
         if (text.size() == 1 && text[0] == QChar(symbol))

@@ -4,12 +4,12 @@
 
 namespace brannock {
 
-/// What people call a symbol: "letter A", "capital delta", "arrow left". For symbols outside the table, its code.
+/// Name of a symbol: "letter A", "capital delta", "arrow left". For a symbol outside the table, its code.
 QString symbolName(char16_t symbol);
 /// "0x0394"
 QString symbolCode(char16_t symbol);
-/// Places in the table that fit what was typed, best first: the symbol itself, its code ("0394", "U+0394", "0x0394"),
-/// or words of its name, each of them somewhere in it. All places for an empty text.
+/// Table positions that match the typed text, best first: the symbol itself, its code ("0394", "U+0394", "0x0394"), or
+/// words that all occur in its name. An empty text matches all.
 QList<int> findSymbols(QStringView text);
 
 } // namespace brannock

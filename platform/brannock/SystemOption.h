@@ -4,7 +4,7 @@
 
 namespace brannock {
 
-/// The newest first, without doubles (case and separators do not count), cut to the limit.
+/// Inserts the entry at the front, removes duplicates of it (ignoring case and separators), and limits the list.
 void addRecent(QStringList &list, const QString &entry, int limit);
 
 /// The suite's own options, shared by its programs: config\system.opt.

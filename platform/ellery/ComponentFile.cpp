@@ -117,7 +117,7 @@ void readLabels(const QString &path, SteamGen &gen)
     const int axisColumn = table.column(u"axis");
     const int numberColumn = table.column(u"number");
     const int labelColumn = table.column(u"label");
-    QHash<QString, int> lines; // by "axis number" and by "axis=label"
+    QHash<QString, int> lines; // keys "axis number" and "axis=label"
     const auto onlyOnce = [&](const QString &what, const QString &key) {
         int &line = lines[key];
         if (line != 0)
@@ -148,7 +148,7 @@ LandmarkSet &setOfNumber(const TableScanner &table, int column, SteamGen &gen)
         if (set.number == number)
             return set;
     }
-    // The first set needs no entry in component.json: it holds for all rows.
+    // The first set needs no entry in component.json: it applies to all rows.
     if (!gen.landmarkSets.isEmpty() || number != 0)
         table.fail(column, u"component.json has no landmark set %1"_s.arg(number));
     gen.landmarkSets.append(LandmarkSet());
@@ -184,7 +184,7 @@ void readLandmarks(const QString &path, SteamGen &gen)
         landmark.firstRow = table.integer(firstRow, 0, kMaxTubeNumber, 0);
         landmark.lastRow = table.integer(lastRow, 0, kMaxTubeNumber, kMaxTubeNumber);
         landmark.forward = table.flag(forward, true);
-        // The database tells landmarks of a set apart by name, case not counting.
+        // In the database the names of a set's landmarks must be unique, ignoring case.
         int &line = lines[u"%1 %2"_s.arg(owner.number).arg(landmark.name.toLower())];
         if (line != 0)
             table.fail(u"Landmark '%1' stands twice in set %2, in lines %3 and %4."_s.arg(landmark.name)
@@ -247,13 +247,13 @@ QByteArray tubesText(const SteamGen &gen)
     return table.bytes();
 }
 
-/// Empty when there are none.
+/// Empty if there are none.
 QByteArray labelsText(const SteamGen &gen)
 {
     TableWriter table;
     table.heading({u"axis"_s, u"number"_s, u"label"_s});
     bool any = false;
-    // Labels of legs stand in component.json.
+    // Labels of legs are in component.json.
     for (const Axis axis : {Axis::Row, Axis::Col, Axis::Sec}) {
         const QStringList &list = gen.labels[int(axis)];
         for (int number = 0; number < list.size(); ++number) {

@@ -31,7 +31,7 @@ quint64 SteamGen::key(int row, int col, int sec)
 
 int SteamGen::findTube(int row, int col, int sec) const
 {
-    // A number beyond 16 bits would otherwise find the tube of its lower half.
+    // Without this check, a number beyond 16 bits would find the tube of its lower half.
     if (row != qint16(row) || col != qint16(col) || sec != qint16(sec))
         return -1;
     return m_index.value(key(row, col, sec), -1);

@@ -9,7 +9,7 @@
 
 namespace ellery {
 
-/// Which of a tube's numbers a label stands for.
+/// The kinds of numbers that have labels.
 enum class Axis { Row = 0, Col = 1, Sec = 2, Leg = 3 };
 
 /// The steam generator: its tubes, the labels the plant uses for rows, columns, sections and legs, and its landmarks.
@@ -19,17 +19,17 @@ class SteamGen
 public:
     SteamGen() = default;
 
-    // The model. Set by the reader of component files and by the maker of demo projects.
-    QString name;            ///< of the component as warnings call it ("SGA")
-    QString modelName;       ///< of the design; maps are bound to it
+    // The model. Set by the reader of component files and by the generator of demo projects.
+    QString name;            ///< name of the component in warnings ("SGA")
+    QString modelName;       ///< name of the design; maps refer to it
     bool triangular = false; ///< pitch: triangular or square
-    float pitch = 1;         ///< distance of neighbouring tubes
+    float pitch = 1;         ///< distance between neighbouring tubes
     QList<LandmarkSet> landmarkSets;
     QList<Mark> stayRods;
-    QStringList uncountedTables; ///< files it was read from that do not state the number of their rows
+    QStringList uncountedTables; ///< files read that do not state their number of rows
     QString axisNames[4] = {QStringLiteral("ROW"), QStringLiteral("COL"), QStringLiteral("SEC"), QStringLiteral("LEG")};
-    /// Labels by number; an empty label is a number that does not exist. No list: the number itself is the label, and
-    /// legs are called OUTLET, INLET and UBEND.
+    /// Labels by number; an empty label means that the number does not exist. Without a list the number is its own
+    /// label, and legs are called OUTLET, INLET and UBEND.
     QStringList labels[4];
 
     /// Takes the tubes in their order. Of tubes with the same address the first is found.
@@ -39,33 +39,33 @@ public:
     int numTube() const { return int(m_tubes.size()); }
     const Tube &operator[](int index) const { return m_tubes[index]; }
     const QList<Tube> &tubes() const { return m_tubes; }
-    /// Index of the tube, or -1; constant time.
+    /// Index of the tube, or -1. Constant time.
     int findTube(int row, int col, int sec) const;
     int findTube(const TubeAddress &address) const { return findTube(address.row, address.col, address.sec); }
-    /// Indices of all tubes in row, then column order (then section).
+    /// Indices of all tubes, sorted by row, column, section.
     const QList<int> &sortRowCol() const;
-    /// More than one section number, or section labels of its own.
+    /// True if there is more than one section number, or sections have labels.
     bool hasSections() const { return m_severalSections || !labels[int(Axis::Sec)].isEmpty(); }
     /// Highest section number plus one; at least 1.
     int numSection() const { return m_numSection; }
-    int maxNumber(Axis axis) const; ///< highest number in use on the axis; -1 without tubes
+    int maxNumber(Axis axis) const; ///< highest number used on the axis; -1 if there are no tubes
 
     // Labels.
-    /// The plant's label of a number: empty when the axis has labels and none for it.
+    /// The plant's label of a number; empty if the axis has labels but none for this number.
     QString tubeLabel(Axis axis, int number) const;
-    /// All labels from number 0 to the highest in use; numbers without one give an empty text.
+    /// Labels from number 0 to the highest used; empty text for a number without a label.
     QStringList labelList(Axis axis) const;
-    /// A typed or read label as its number, blanks around it ignored, case too; a plain number where the axis has no
-    /// labels. -1 when it is none.
+    /// Converts a label to its number, ignoring blanks around it and case; without labels a plain number. -1 if it is
+    /// not valid.
     int stringToRow(QStringView text) const { return stringToNumber(Axis::Row, text); }
     int stringToCol(QStringView text) const { return stringToNumber(Axis::Col, text); }
     int stringToSec(QStringView text) const { return stringToNumber(Axis::Sec, text); }
     int stringToNumber(Axis axis, QStringView text) const;
-    /// The tube's name as people write it: "ROW 12 COL 47", with the section first where there are sections.
+    /// Display name of a tube: "ROW 12 COL 47", with the section first if there are sections.
     QString tubeName(int row, int col, int sec) const;
-    /// A typed address: two numbers or labels (row, col), three where there are sections (sec, row, col), apart by
-    /// blanks, commas, dashes or slashes, or with the axis names or their first letters before them ("R12 C47"). Index
-    /// or -1.
+    /// Parses a typed address: two numbers or labels (row, col), or three if there are sections (sec, row, col),
+    /// separated by blanks, commas, dashes or slashes, or preceded by the axis names or their first letters ("R12
+    /// C47"). Returns the index or -1.
     int parseTube(QStringView text) const;
 
     // Landmarks.
@@ -83,7 +83,7 @@ private:
     mutable QList<int> m_rowCol;
     bool m_severalSections = false;
     int m_numSection = 1;
-    // Numbers by lower-case label, and the label lists they were made from.
+    // Numbers by lower-case label, and the label lists they were built from.
     mutable QHash<QString, int> m_numbers[4];
     mutable QStringList m_numberedLabels[4];
 };

@@ -13,16 +13,16 @@ struct TubeAddress
     auto operator<=>(const TubeAddress &) const = default;
 };
 
-/// One tube: its address and its place on the tubesheet map.
+/// One tube: its address and its position on the tubesheet map.
 struct Tube
 {
     TubeAddress address;
-    float x = 0;            ///< map coordinates, in the component's length unit (inches as a rule)
+    float x = 0;            ///< map coordinates, in the component's length unit (usually inches)
     float y = 0;            ///< upwards
-    bool periphery = false; ///< on the bundle's edge
+    bool periphery = false; ///< on the edge of the bundle
 };
 
-/// A stretch of the map between tubes where there is none: a stay rod, or the tube lane.
+/// A location on the map without a tube: a stay rod, or the tube lane.
 struct Mark
 {
     float x = 0;

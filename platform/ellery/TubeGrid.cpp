@@ -24,7 +24,7 @@ TubeGrid::TubeGrid(const QList<Tube> &tubes)
     measure(tubes);
     if (m_numCol == 0)
         return;
-    // A counting sort: count each cell's tubes, turn the counts into starts, then put every tube into its place.
+    // Counting sort: count the tubes of each cell, convert the counts to start indices, then place each tube.
     std::vector<qint32> fill(size_t(m_numCol) * size_t(m_numRow) + 1, 0);
     for (const Tube &tube : tubes) {
         if (isPlaced(tube))
@@ -61,7 +61,7 @@ void TubeGrid::measure(const QList<Tube> &tubes)
     const double width = m_bounds.right - m_bounds.left;
     const double height = m_bounds.top - m_bounds.bottom;
     const double share = kTubesPerCell / double(placed);
-    // The second bound keeps the number of cells below that of the tubes when all stand on one line.
+    // The second bound keeps the number of cells below the number of tubes if all tubes are in one line.
     m_cell = std::max(std::sqrt(width) * std::sqrt(height) * std::sqrt(share), std::max(width, height) * share);
     if (!(m_cell > 0) || !std::isfinite(m_cell))
         m_cell = 1;
@@ -117,8 +117,7 @@ int TubeGrid::nearest(double x, double y, double maxDistance) const
 QList<qint32> TubeGrid::within(double x, double y, double radius) const
 {
     QList<qint32> found;
-    // The rectangle is a little larger: its rounded edge must not drop a tube whose rounded distance is the radius
-    // itself.
+    // The rectangle is slightly larger, so that rounding of its edge excludes no tube at exactly the radius.
     const double reach = radius + (std::abs(radius) + std::abs(x) + std::abs(y)) * 1e-12;
     visit(x - reach, y - reach, x + reach, y + reach, [&](const Entry &entry) {
         if (distance(x, y, entry) <= radius)
@@ -137,7 +136,7 @@ QList<qint32> TubeGrid::inRect(double x1, double y1, double x2, double y2) const
     return found;
 }
 
-/// How often the closed line goes round the point: counted where its edges cross the ray to the right.
+/// Winding number of the closed line around the point: counts the edges that cross the ray to the right.
 static int windings(const QList<QPointF> &points, double x, double y)
 {
     int count = 0;

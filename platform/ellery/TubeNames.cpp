@@ -1,4 +1,4 @@
-// The names of tubes: labels of rows, columns, sections and legs, both ways.
+// Names of tubes: conversion between numbers and labels of rows, columns, sections and legs.
 #include "SteamGen.h"
 
 #include <tarnwick/StringToValue.h>
@@ -44,7 +44,7 @@ QString SteamGen::tubeLabel(Axis axis, int number) const
 
 QStringList SteamGen::labelList(Axis axis) const
 {
-    // Without tubes there is still the one section.
+    // Even without tubes there is one section.
     const int highest = axis == Axis::Sec ? m_numSection - 1 : maxNumber(axis);
     QStringList list;
     for (int number = 0; number <= highest; ++number)
@@ -88,7 +88,7 @@ QString SteamGen::tubeName(int row, int col, int sec) const
 
 int SteamGen::parseTube(QStringView text) const
 {
-    // Labels may hold dashes or slashes, so these separate only when the text does not make sense otherwise.
+    // Labels may contain dashes or slashes, so these are separators only if the text cannot be parsed otherwise.
     for (const QStringView separators : {QStringView(u",;=:"), QStringView(u",;=:-/")}) {
         const QList<QStringView> words = splitWords(text, separators);
         const int inOrder = parseInOrder(words);
@@ -104,7 +104,7 @@ int SteamGen::parseInOrder(const QList<QStringView> &words) const
     const int first = hasSections() ? 0 : 1;
     if (words.size() != 3 - first)
         return -1;
-    // A component whose only section is not 0 still has tubes that are called by row and column.
+    // If the only section of a component is not 0, its tubes are still addressed by row and column.
     int numbers[] = {m_tubes.isEmpty() ? 0 : m_tubes[0].address.sec, -1, -1};
     for (int i = first; i < 3; ++i)
         numbers[i] = stringToNumber(kAddressAxes[i], words[i - first]);

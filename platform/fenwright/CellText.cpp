@@ -74,7 +74,7 @@ QString unescaped(QString text)
     return text;
 }
 
-/// Takes digits off the front: exactly that many, or one or two where count is 0.
+/// Removes digits from the front: exactly count digits, or one or two if count is 0.
 std::optional<int> takeDigits(QByteArrayView &text, int count)
 {
     int value = 0;
@@ -151,7 +151,7 @@ std::optional<qint64> cellInteger(QByteArrayView cell)
 std::optional<double> cellNumber(QByteArrayView cell)
 {
     const std::optional<double> value = parse<double>(cell);
-    // The words "inf" and "nan" are numbers to the library, but no measurement.
+    // from_chars() accepts "inf" and "nan", which are not measurements.
     return value && std::isfinite(*value) ? value : std::nullopt;
 }
 

@@ -8,24 +8,25 @@
 
 namespace fenwright {
 
-/// A cell's bytes as a whole number: blanks around it and a leading plus allowed. Empty optional when it is none.
+/// Parses a cell as a whole number; blanks around it and a leading plus are allowed. Empty optional if it is not one.
 std::optional<qint64> cellInteger(QByteArrayView cell);
-/// A cell's bytes as a finite number with a decimal point.
+/// Parses a cell as a finite number with a decimal point.
 std::optional<double> cellNumber(QByteArrayView cell);
 
-/// A cell's bytes as a date, with or without a time of day: yyyy-mm-dd or mm/dd/yyyy, then after a blank or T hh:mm or
-/// hh:mm:ss. Unlike a typed date it does not depend on the user's locale, so that a file means the same on every desk.
+/// Parses a cell as a date, with or without a time of day: yyyy-mm-dd or mm/dd/yyyy, then after a blank or T hh:mm or
+/// hh:mm:ss. Unlike a typed date it does not depend on the user's locale, so a file has the same meaning for every
+/// user.
 std::optional<tarnwick::JDateTime> cellTime(QByteArrayView cell);
 
-/// A text as it stands in a cell: tab, line end, carriage return and backslash as \t, \n, \r, \\; a leading quote, "#"
-/// or
-/// "!" after a backslash, so that it is not taken for a quoted cell, a comment or a property.
+/// Appends a text in the form of a cell: tab, line end, carriage return and backslash become \t, \n, \r, \\. A leading
+/// quote, "#" or "!" is preceded by a backslash, so that it does not begin a quoted cell, a comment or a property.
 void appendCell(QByteArray &out, QStringView text);
-/// Shortest text that gives the same number back.
+/// Appends the shortest text that gives the same number when read.
 void appendCell(QByteArray &out, double value);
 void appendCell(QByteArray &out, float value);
 
-/// The text of a cell. A cell in double quotes, as spreadsheets write cells with commas or quotes, loses them.
+/// The text of a cell. If the cell is in double quotes (spreadsheets quote cells with commas or quotes), they are
+/// removed.
 QString cellText(QByteArrayView cell);
 
 } // namespace fenwright

@@ -4,7 +4,7 @@
 
 namespace fenwright {
 
-/// Where and when: the site, the component, the outage.
+/// Site, component and outage.
 struct SiteInfo
 {
     QString siteCode;
@@ -15,14 +15,14 @@ struct SiteInfo
     QString model;
     QString outage;
 
-    /// Site code and component code are there.
+    /// True if site code and component code are not empty.
     bool isValid() const { return !siteCode.isEmpty() && !compCode.isEmpty(); }
     /// Record version 1, then the seven texts in the order above.
     void serialize(tarnwick::JFile &file);
     bool operator==(const SiteInfo &) const = default;
 };
 
-/// The probe an entry was measured with. size in thousandths of an inch.
+/// The probe used for an entry. size in thousandths of an inch.
 struct ProbeInfo
 {
     QString type; ///< "BOBBIN", "RPC", ...

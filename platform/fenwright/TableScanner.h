@@ -9,51 +9,51 @@
 
 namespace fenwright {
 
-/// Walks a table text row by row without keeping the rows: UTF-8 (a spreadsheet's UTF-16 with its mark is taken too),
-/// lines of tab-separated cells. Lines that begin with "#" and blank lines are skipped; lines "!name<TAB>value" before
-/// the heading are properties of the whole file; the first other line is the heading with the column names, in any
-/// order, case not counting. Columns that nobody asks for are ignored.
+/// Reads a table text row by row without keeping the rows: UTF-8 (or UTF-16 with byte order mark, as spreadsheets write
+/// it), lines of tab-separated cells. Lines that begin with "#" and blank lines are skipped. Lines "!name<TAB>value"
+/// before the heading are properties of the whole file. The first other line is the heading with the column names, in
+/// any order, ignoring case. Columns that are not requested are ignored.
 ///
-/// A file of version 2 (property "version") ends with the line "!rows<TAB>number", so that a file that was cut is told
-/// from a whole one. Files of version 1, such as tables made by hand, may have that line. In every file the last line
-/// has its line end.
+/// A file of version 2 (property "version") ends with the line "!rows<TAB>number", so that a truncated file is
+/// detected. In files of version 1, for example tables made by hand, this line is optional. In every file the last line
+/// must end with a line end.
 ///
-/// Everything wrong is a tarnwick::FileError with file and line, and the column's name where there is one.
+/// Every error is a tarnwick::FileError with file, line and, if there is one, the column's name.
 class TableScanner
 {
 public:
-    /// Reads the heading. Throws for no heading, a column name twice, a required column that is missing.
+    /// Reads the heading. Throws if there is none, a column name is repeated, or a required column is missing.
     TableScanner(const QByteArray &content, const QString &name, const QStringList &requiredColumns);
     static TableScanner open(const QString &path, const QStringList &requiredColumns);
 
     const QString &fileName() const { return m_name; }
     const QStringList &columns() const { return m_columns; }
-    int column(QStringView name) const; ///< -1 when it is not there
-    /// Empty when the file has no such property.
+    int column(QStringView name) const; ///< -1 if there is none
+    /// Empty if the file has no such property.
     QString property(const QString &name) const { return m_properties.value(name.toLower()); }
 
-    /// Whether the file states the number of its rows. Where it does not, missing rows cannot be noticed.
+    /// True if the file states its number of rows. If it does not, missing rows cannot be detected.
     bool isCounted() const { return m_statedRows >= 0; }
 
-    /// Moves to the next row; false at the end. Throws for a row with more cells than the heading, unless they are
-    /// blank, and at the end when the number of rows is not the stated one.
+    /// Moves to the next row; returns false at the end. Throws if a row has more non-blank cells than the heading, and
+    /// at the end if the number of rows differs from the stated one.
     bool next();
     int line() const { return m_line; } ///< 1-based line of the row in the file
     qint64 bytesLeft() const { return m_content.size() - std::min(m_offset, m_content.size()); }
     int cellCount() const { return int(m_cells.size()); }
-    /// Throws when the row ends before its last required column, or has fewer cells than that.
+    /// Throws if the row ends before its last required column or has fewer than minimumCells cells.
     void requireCells(int minimumCells = 0) const;
 
-    /// The cell's bytes as they stand; empty for column -1 and beyond the row's end. Valid as long as the scanner.
+    /// Unchanged bytes of the cell; empty for column -1 and beyond the end of the row. Valid as long as the scanner.
     QByteArrayView raw(int column) const;
     QString text(int column) const;
-    /// Throws when it is no whole number within the bounds; an empty cell gives whenEmpty.
+    /// Throws if the cell is not a whole number within the bounds; an empty cell gives whenEmpty.
     int integer(int column, int minimum, int maximum, int whenEmpty) const;
-    /// The same, an empty cell refused.
+    /// As above, but an empty cell throws.
     int integer(int column, int minimum, int maximum) const;
     double number(int column, double whenEmpty) const;
     double number(int column) const;
-    /// The same for single precision.
+    /// As number(), in single precision.
     float single(int column, float whenEmpty) const;
     float single(int column) const;
     /// yes/no, true/false, 1/0, x or a blank.
@@ -72,27 +72,27 @@ private:
     QString m_name;
     QByteArray m_content;
     qsizetype m_offset = 0;
-    qsizetype m_end = 0; ///< of the rows
+    qsizetype m_end = 0; ///< end of the rows
     int m_line = 0;
     qint64 m_rows = 0;
     qint64 m_statedRows = -1;
     QStringList m_columns;
-    QHash<QString, int> m_columnIndex; ///< by case-folded name
+    QHash<QString, int> m_columnIndex; ///< by column name in case-folded form
     QStringList m_required;
     int m_lastRequired = -1;
     QHash<QString, QString> m_properties;
     std::vector<QByteArrayView> m_cells;
 };
 
-/// What users are told about files that do not state the number of their rows; empty when there are none.
+/// Remark for the user about files that do not state their number of rows; empty if there are none.
 QString uncountedRemark(const QStringList &files);
 
-/// Makes such a table text, of the newest version.
+/// Writes such a table text in the newest version.
 class TableWriter
 {
 public:
     TableWriter();
-    /// Before the heading, so call it first.
+    /// Call before the heading.
     void property(const QString &name, const QString &value);
     void heading(const QStringList &columns);
     void cell(QStringView text);
@@ -100,7 +100,7 @@ public:
     void cell(double value);
     void cell(float value);
     void endRow();
-    /// The whole text, with the line that counts the rows.
+    /// The whole text, including the line with the number of rows.
     QByteArray bytes() const;
     void write(const QString &path) const;
 

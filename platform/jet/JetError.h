@@ -5,20 +5,20 @@
 
 namespace jet {
 
-/// A Jet file that could not be read to its end. text() is a sentence for the user that names the file.
+/// A Jet file could not be read completely. text() is a sentence for the user that names the file.
 class JetError : public std::exception
 {
 public:
     enum class Reason {
-        CannotOpen,    ///< no such file, no right, or not accepted by the library below
+        CannotOpen,    ///< missing file, no permission, or refused by the library below
         NotJet,        ///< not a Jet file
         NewerFormat,   ///< Access 2007 and later
-        CutShort,      ///< pages are missing
+        CutShort,      ///< pages are missing at the end
         Damaged,       ///< the list of objects cannot be read
         OutOfMemory,   ///< in the reading process
-        ReaderMissing, ///< the reading program is not there
-        ReaderFailed,  ///< the reading process ended by a signal or a limit, or sent nonsense
-        ReaderStuck    ///< it sent nothing for too long
+        ReaderMissing, ///< the reading program is missing
+        ReaderFailed,  ///< the reading process was ended by a signal or a limit, or sent invalid data
+        ReaderStuck    ///< the reading process sent nothing for too long
     };
 
     JetError(Reason reason, const QString &text)

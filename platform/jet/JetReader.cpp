@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kRowsBetweenAsking = 256;
 
-// Follows the stream from its first frame to its last and holds each to its place.
+// Parses the stream from the first to the last frame and checks the order of frames.
 class StreamParser
 {
 public:
@@ -47,7 +47,7 @@ private:
     QList<dao::Value> m_row;
 };
 
-// Remarks may stand between any two frames, an error ends the reading.
+// Remarks may occur between any two frames; an error ends the reading.
 StreamParser::Next StreamParser::next()
 {
     for (;;) {

@@ -102,7 +102,7 @@ QString faultText(Fault fault, quint32 page)
     return u"reason unknown"_s;
 }
 
-// One pass: a name that holds a percent sign and a digit is not expanded again.
+// Replaces all placeholders in one pass, so that a name that contains "%1" is not expanded again.
 QString fill(const char16_t *pattern, const QStringList &arguments)
 {
     QString text;

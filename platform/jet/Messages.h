@@ -5,7 +5,7 @@
 
 namespace jet {
 
-/// The texts of this subsystem: each error and remark for the user, made from what the reading process sent.
+/// The texts of this subsystem: errors and remarks for the user, made from the codes sent by the reading process.
 JetError errorFor(const QString &path, JetError::Reason reason, const QString &detail = {});
 JetError errorFor(const QString &path, const wire::Note &note);
 Remark remarkFor(const wire::Note &note);

@@ -15,7 +15,7 @@ constexpr int kAskEvery = 100;     // milliseconds
 constexpr int kStartTime = 10'000; // milliseconds
 constexpr int kEndTime = 5'000;    // milliseconds
 constexpr qsizetype kCompactAt = 1 << 20;
-// A frame holds a row, and a row no more than its file: as text twice that, with room for schema and heads.
+// A frame holds one row, which cannot be larger than its file: twice that for text, plus room for schema and headers.
 constexpr quint64 kFrameRoom = 16 * 1024 * 1024;
 constexpr quint64 kFramePerByte = 4;
 
@@ -41,8 +41,8 @@ ReaderProcess::ReaderProcess(const QString &path, const ReadOptions &options, bo
         arguments.append(u"--schema"_s);
     arguments.append(QFileInfo(path).absoluteFilePath());
     m_process.setStandardInputFile(QProcess::nullDevice());
-    // Nothing there is for users, and waiting for the other stream does not end while this one is printed to without
-    // end.
+    // Standard error holds nothing for users. It is discarded, since an endless output there would keep
+    // waitForReadyRead() from returning.
     m_process.setStandardErrorFile(QProcess::nullDevice());
     m_process.start(program, arguments, QIODevice::ReadOnly);
     if (!m_process.waitForStarted(kStartTime))

@@ -9,27 +9,27 @@
 
 namespace jet {
 
-/// The reading process and the frames it sends. Destroying it ends the process.
+/// The reading process and the frames that it sends. The destructor ends the process.
 class ReaderProcess
 {
 public:
-    /// JetError when the program cannot be started.
+    /// Throws JetError if the program cannot be started.
     ReaderProcess(const QString &path, const ReadOptions &options, bool schemaOnly, dao::Progress *progress);
     ~ReaderProcess();
 
     struct Frame
     {
         wire::Frame kind;
-        std::span<const uchar> payload; ///< lives until the next call
+        std::span<const uchar> payload; ///< valid until the next call
     };
-    /// JetError when there is none before the stream ends, JetCancelled.
+    /// Returns the next frame. Throws JetError if the stream ends, and JetCancelled.
     Frame next();
-    /// After the last frame: JetError unless the stream ends here and the process ended well.
+    /// Call after the last frame: throws JetError unless the stream ends here and the process succeeded.
     void finish();
-    /// Of the last frame, for a fault in it.
+    /// Error for a fault in the last frame.
     JetError failure(const QString &detail) const;
 
-    /// For work on a frame that takes long: JetCancelled when the user stops.
+    /// Call during long work on one frame: throws JetCancelled if the user stops it.
     void checkCancelled();
 
 private:

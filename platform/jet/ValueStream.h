@@ -4,7 +4,7 @@
 
 namespace jet {
 
-/// The next value of a row, for a field of that type. wire::ProtocolError when it is none of that type.
+/// Reads the next value of a row, for a field of that type. Throws wire::ProtocolError if its type differs.
 dao::Value takeValue(wire::WireReader &reader, dao::DataType type);
 
 } // namespace jet

@@ -27,7 +27,7 @@ constexpr int kSwatch = 16;
 
 QIcon swatch(const QColor &colour)
 {
-    // Drawn larger than shown, so that it is sharp on dense screens.
+    // Drawn larger than shown, so that it is sharp on high-resolution screens.
     constexpr int kDensity = 4;
     QPixmap picture(kSwatch * kDensity, kSwatch * kDensity);
     picture.fill(Qt::transparent);

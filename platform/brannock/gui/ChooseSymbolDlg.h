@@ -15,20 +15,20 @@ class ColourWell;
 class SymbolGrid;
 class SymbolSample;
 
-/// "Choose Symbol": one symbol and a colour for an entry of the map's legend.
+/// Dialog "Choose Symbol": symbol and colour of a legend entry.
 class ChooseSymbolDlg : public QDialog
 {
     Q_OBJECT
 public:
-    /// colours must live as long as the dialog. options: how the map looks, for the sample.
+    /// colours must outlive the dialog. options: appearance of the map, for the sample.
     ChooseSymbolDlg(const TubeMark &mark, const MapOptions &options, ColourChooser &colours, QWidget *parent = nullptr);
-    /// What is chosen so far; that of the caller when the dialog was cancelled.
+    /// The current choice; the initial one if the dialog was cancelled.
     const TubeMark &mark() const { return m_mark; }
 
     void reject() override;
 
 Q_SIGNALS:
-    /// Another symbol or colour was chosen; nothing is decided before the dialog ends.
+    /// Emitted when another symbol or colour was selected, before the dialog is accepted.
     void markChanged(const brannock::TubeMark &mark);
 
 private:

@@ -6,21 +6,21 @@
 
 namespace brannock {
 
-/// Shows a colour and lets the user choose another. While the chooser is open the colour follows it, so that what is
-/// painted with it can be seen; cancelling brings the one before back.
+/// Shows a colour and lets the user select another. While the chooser is open, the colour follows it as a preview;
+/// Cancel restores the previous colour.
 class ColourButton : public QPushButton
 {
     Q_OBJECT
 public:
-    /// chooser outlives the button.
+    /// chooser must outlive the button.
     explicit ColourButton(ColourChooser &chooser, QWidget *parent = nullptr);
     QColor colour() const { return m_colour; }
-    /// Does not say so by colourChanged().
+    /// Does not emit colourChanged().
     void setColour(const QColor &colour);
     QSize sizeHint() const override;
 
 Q_SIGNALS:
-    /// By the user.
+    /// Emitted when the user changed the colour.
     void colourChanged(const QColor &colour);
 
 protected:

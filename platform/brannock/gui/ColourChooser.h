@@ -13,16 +13,16 @@ namespace brannock {
 class ColourChooser
 {
 public:
-    /// prompts must live as long as this object.
+    /// prompts must outlive this object.
     ColourChooser(const tarnwick::PathRoots &roots, tarnwick::UserPrompts &prompts)
         : m_roots(roots)
         , m_prompts(prompts)
     {
     }
     virtual ~ColourChooser() = default;
-    /// Empty when the user cancels.
+    /// Empty if the user cancels.
     virtual std::optional<QColor> choose(QWidget *parent, const QColor &now);
-    /// The same; tried hears of every colour that is looked at on the way.
+    /// Calls tried with every colour selected while the chooser is open. Empty if the user cancels.
     std::optional<QColor> chooseTrying(QWidget *parent, const QColor &now,
                                        const std::function<void(const QColor &)> &tried);
 

@@ -4,7 +4,7 @@
 
 namespace brannock {
 
-/// A push button painted in a colour, with the symbol as it stands on it.
+/// A push button painted in a colour, with the symbol on it.
 class ColourWell : public QPushButton
 {
     Q_OBJECT

@@ -139,7 +139,7 @@ void SymbolGrid::userChose(const QModelIndex &cell)
 
 void SymbolGrid::focusInEvent(QFocusEvent *event)
 {
-    // A view without a current cell takes the first one now, which nobody has chosen.
+    // Without a current cell the view now selects the first one; this is not a choice of the user.
     const QScopedValueRollback guard(m_isEntered, true);
     QTableView::focusInEvent(event);
 }
@@ -182,7 +182,7 @@ QSize SymbolGrid::minimumSizeHint() const
 
 void SymbolGrid::fitCells()
 {
-    // Square cells: symbols in a stretched table are hard to look over.
+    // Square cells, since symbols in a stretched table are hard to scan.
     const int side =
         std::max(leastCell(), std::min(viewport()->width() / kSymbolColumns, viewport()->height() / kRows));
     horizontalHeader()->setDefaultSectionSize(std::max(side, viewport()->width() / kSymbolColumns));
@@ -204,7 +204,7 @@ void SymbolGrid::changeEvent(QEvent *event)
 
 void SymbolGrid::keyPressEvent(QKeyEvent *event)
 {
-    // Return is for the dialog.
+    // Return is handled by the dialog.
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         event->ignore();
         return;

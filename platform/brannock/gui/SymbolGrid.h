@@ -4,8 +4,8 @@
 
 namespace brannock {
 
-/// The table of symbols, sixteen in a row, drawn in the chosen colour. The chosen one is sunken; the one chosen before
-/// it goes back to the colour of the text. Arrow keys and clicks choose.
+/// The table of symbols, 16 per row, drawn in the selected colour. The selected cell is sunken; the previous one
+/// returns to the text colour. Selection by arrow keys and clicks.
 class SymbolGrid : public QTableView
 {
     Q_OBJECT
@@ -13,10 +13,10 @@ public:
     explicit SymbolGrid(QWidget *parent = nullptr);
     void setColour(const QColor &colour);
     QColor colour() const { return m_colour; }
-    /// Place in the table of symbols, -1: none.
+    /// Index in the table of symbols; -1: none.
     int chosen() const { return m_chosen; }
     void choose(int place);
-    /// Symbols that are looked for; the others are drawn faintly.
+    /// Search results; all other symbols are drawn faintly.
     void setFound(const QList<int> &places);
 
     QSize sizeHint() const override { return minimumSizeHint(); }
@@ -24,7 +24,7 @@ public:
 
 Q_SIGNALS:
     void symbolChosen(int place);
-    /// The beginning of a name, typed while the grid has the focus.
+    /// Emitted when the user types a letter of a name while the grid has the focus.
     void typed(const QString &text);
 
 protected:
@@ -42,8 +42,8 @@ private:
 
     QColor m_colour;
     int m_chosen = -1;
-    bool m_isEntered = false; ///< the focus is just coming
-    QList<int> m_left;        ///< chosen before, since the colour was set
+    bool m_isEntered = false; ///< true while the grid receives the focus
+    QList<int> m_left;        ///< selected earlier, since the colour was set
     QList<bool> m_found;
 };
 

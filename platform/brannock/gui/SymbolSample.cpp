@@ -25,7 +25,7 @@ void SymbolSample::setMark(const TubeMark &mark)
 
 void SymbolSample::paintTubes(QPainter &painter, const QRectF &area, double pitch) const
 {
-    // In device pixels, as the map does, so that discs are as sharp as there.
+    // Painted in device pixels, like the map, so that discs are equally sharp.
     const double ratio = devicePixelRatioF();
     const TubeArt art = TubeArt::forPixels(m_options, pitch * ratio);
     painter.save();

@@ -4,7 +4,7 @@
 
 namespace brannock {
 
-/// Some tubes as the map paints them, marked and open, at two sizes; one marked tube is selected.
+/// Sample of tubes as the map paints them, marked and open, in two sizes; one marked tube is selected.
 class SymbolSample : public QFrame
 {
     Q_OBJECT

@@ -8,7 +8,7 @@ namespace brannock {
 
 using namespace Qt::StringLiterals;
 
-/// Steps of zooming this close to each other are one movement.
+/// Zoom steps within this time are one movement.
 static constexpr int kZoomingMs = 150;
 static constexpr double kZoomStep = 1.25;
 
@@ -187,13 +187,13 @@ void TubesheetMap::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
 }
 
-/// A step of zooming is shown once, so it is painted into the window and not kept: at 3840 pixels keeping it would take
-/// the time of every second frame. When no further step comes the kept picture is made right.
+/// While zooming, each picture is shown once, so it is painted directly into the window and not cached: at 3840 pixels
+/// caching would take half of the frame time. After the last step the cached picture is updated.
 bool TubesheetMap::paintZoomed(QPainter &painter, const QRegion &region, const MapView &pixelView)
 {
     if (!m_zooming.isActive() && !m_cache.isOtherScale(pixelView))
         return false;
-    if (region != QRegion(rect())) // only a part, or something lies over the map
+    if (region != QRegion(rect())) // only a part, or another widget is over the map
         return false;
     QImage pixels = windowPixels(painter, rect());
     if (pixels.isNull())

@@ -7,7 +7,7 @@ namespace brannock {
 
 namespace {
 
-/// The nearest tube in a direction of the screen; what lies aside counts as further away.
+/// Finds the nearest tube in a direction of the screen; a sideways offset counts as additional distance.
 class Neighbour
 {
 public:
@@ -22,7 +22,7 @@ public:
     int find(int from) const
     {
         const QPointF at = m_scene.position(from);
-        // Nearly always the next tube is a pitch away; only across gaps the search widens.
+        // The next tube is nearly always one pitch away; the search widens only across gaps.
         for (double radius = 2.2; radius <= 1024; radius *= 4) {
             int best = -1;
             double bestCost = 0;
@@ -181,7 +181,7 @@ void TubesheetMap::keyReleaseEvent(QKeyEvent *event)
 {
     if (event->key() != Qt::Key_Space || event->isAutoRepeat())
         return event->ignore();
-    // Space alone selects at the cursor; held while dragging it has moved the map.
+    // Space alone selects at the cursor. If it was held while dragging, it has moved the map instead.
     if (m_space == Space::Down)
         toggleCursor();
     m_space = Space::Up;

@@ -10,7 +10,7 @@ namespace brannock {
 
 using namespace Qt::StringLiterals;
 
-/// Where tubes are smaller than this, a click need not hit them exactly.
+/// If tubes are smaller than this, a click near them counts.
 static constexpr double kSmallestTarget = 4; // pixels
 
 int TubesheetMap::tubeAt(const QPointF &pos) const

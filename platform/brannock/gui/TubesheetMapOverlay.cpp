@@ -26,7 +26,7 @@ void TubesheetMap::setTubeTip(bool on)
 void TubesheetMap::setTipHidden(bool hidden)
 {
     if (hidden)
-        setHovered(-1); // the pointer will be elsewhere by then
+        setHovered(-1); // the pointer may have moved
     const QRegion before = m_marks.region();
     m_tipHidden = hidden;
     updateCard();

@@ -4,8 +4,8 @@
 
 namespace brannock {
 
-/// The views a user has looked at, to go back and forth between. Small steps that follow each other closely (a turning
-/// wheel, a drag) are one view.
+/// History of the views of the map, for going back and forward. Small steps in quick succession (wheel, drag) are
+/// merged into one.
 class ViewHistory
 {
 public:
@@ -14,7 +14,7 @@ public:
     struct Step
     {
         MapView view;
-        bool isFitted = false; ///< shows the whole map, whatever size and flips are by now
+        bool isFitted = false; ///< shows the whole map, independent of size and flips
     };
 
     void clear(const MapView &fitted)
@@ -22,7 +22,7 @@ public:
         m_steps.assign(1, {fitted, true});
         m_at = 0;
     }
-    /// The view has changed. joined: it continues the change before, whose view it replaces.
+    /// Adds a view. joined: it continues the previous change and replaces its view.
     void add(const Step &step, bool joined)
     {
         if (m_steps.empty() || m_steps[m_at].view == step.view)
@@ -37,15 +37,15 @@ public:
             m_steps.erase(m_steps.begin());
         m_at = m_steps.size() - 1;
     }
-    /// The present view has become this one without being a step of the user's.
+    /// Changes the current view without adding a step.
     void replace(const MapView &view) { m_steps[m_at].view = view; }
-    /// The viewport has another size, for all views.
+    /// Sets the viewport size in all views.
     void setSize(const QSizeF &size)
     {
         for (Step &step : m_steps)
             step.view.size = size;
     }
-    /// Flips are no part of the history; they hold for every view in it.
+    /// Sets the flips in all views; they are not part of the history.
     void setOrientation(int x, int y)
     {
         for (Step &step : m_steps) {

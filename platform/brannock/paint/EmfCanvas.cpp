@@ -1,4 +1,4 @@
-// The only source that sees libEMF: its header defines thousands of macros and comes last.
+// The only source that includes the libEMF header, which defines thousands of macros and is therefore the last include.
 #include "EmfCanvas.h"
 
 #include <cmath>
@@ -14,7 +14,7 @@ namespace brannock {
 
 namespace {
 
-/// Recorded units per pixel: places between pixels are kept.
+/// Recorded units per pixel, for positions between pixels.
 constexpr int kUnits = 8;
 constexpr double kHundredthsOfMm = 2540; // per inch
 
@@ -44,7 +44,7 @@ const WCHAR *wide(const std::u16string &text)
 
 } // namespace
 
-/// A file in memory, as the library knows only files.
+/// A file in memory, since the library only writes files.
 struct EmfCanvas::Stream
 {
     char *bytes = nullptr;
@@ -74,12 +74,12 @@ EmfCanvas::EmfCanvas(double width, double height, double pixelsPerInch, const st
         return int(std::lround(pixels / pixelsPerInch * kHundredthsOfMm));
     };
     const RECT size = {0, 0, frame(width), frame(height)};
-    // Program and title, each ended by a zero, and one more at the end.
+    // Program and title, each followed by a zero, and a final zero.
     const std::u16string description = u"ARVO" + std::u16string(1, u'\0') + title + std::u16string(2, u'\0');
     m_context = CreateEnhMetaFileWithFILEW(0, m_stream->file, &size, wide(description));
     if (!m_context)
         return;
-    // The frame in pixels of the device that the metafile claims to have been made on.
+    // The frame in pixels of the reference device in the metafile's header.
     const auto onDevice = [this](double inches, int pixels, int millimetres) {
         return int(
             std::lround(inches * 25.4 * GetDeviceCaps(m_context, pixels) / GetDeviceCaps(m_context, millimetres)));
@@ -108,20 +108,20 @@ std::string EmfCanvas::finish()
         const HENHMETAFILE metafile = CloseEnhMetaFileWithFILE(context);
         DeleteEnhMetaFile(metafile);
     } catch (const std::runtime_error &) {
-        return {}; // thrown when it could not write
+        return {}; // the library throws if it cannot write
     }
-    // The library went back to complete the header; a memory stream counts up to where it stands.
+    // The library went back to complete the header; a memory stream's size is its current position.
     fseek(m_stream->file, 0, SEEK_END);
     fflush(m_stream->file);
     return withImages(std::string(m_stream->bytes, m_stream->size));
 }
 
-// Places in the file format: of a record's fields, from its start.
+// Offsets in the file format, from the start of a record.
 namespace emf {
 
 constexpr uint32_t kSetPixelRecord = 15;
 constexpr uint32_t kStretchBitsRecord = 81;
-constexpr size_t kFileSize = 48; // of the header
+constexpr size_t kFileSize = 48; // in the header
 constexpr uint32_t kRecordBytes = 80;
 constexpr uint32_t kBitmapInfoBytes = 40;
 constexpr uint32_t kCopyPixels = 0x00CC0020;
@@ -175,7 +175,7 @@ std::string EmfCanvas::imageRecord(const Image &image) const
     return record + image.rows;
 }
 
-// Puts the pictures in the place of the single pixels that stand for them.
+// Replaces the placeholder pixels by the pictures.
 std::string EmfCanvas::withImages(const std::string &recorded) const
 {
     if (m_images.empty())
@@ -197,8 +197,8 @@ std::string EmfCanvas::withImages(const std::string &recorded) const
     return whole.replace(emf::kFileSize, fileSize.size(), fileSize);
 }
 
-// The library has no records for pictures: its function for them does nothing. A pixel, which nothing else records,
-// keeps the place among the other records.
+// The library's function for pictures does nothing. A SetPixel record, used for nothing else, is recorded as a
+// placeholder that keeps the order.
 void EmfCanvas::image(Point topLeft, Point bottomRight, int width, int height, std::string rows)
 {
     if (!m_context || width <= 0 || height <= 0)
@@ -319,7 +319,7 @@ void EmfCanvas::text(Point start, const std::u16string &text, const std::vector<
     select(m_font, fontHandle(font));
     if (std::exchange(m_textColour, int64_t(colour)) != int64_t(colour))
         SetTextColor(m_context, colour);
-    // Each advance is rounded with what the ones before were off, so that long lines do not drift.
+    // The rounding error is carried over to the next advance, so that long lines do not drift.
     std::vector<INT> dx;
     dx.reserve(advances.size());
     double end = 0;

@@ -8,8 +8,8 @@
 
 namespace brannock {
 
-/// Records an enhanced metafile in memory. Nothing of the library behind it shows here, since its headers do not go
-/// together with others. Lengths and places are pixels, fractions count; colours are 0x00BBGGRR.
+/// Records an enhanced metafile in memory. This header does not include the library, whose headers conflict with
+/// others. Lengths and positions are pixels, with fractions; colours are 0x00BBGGRR.
 class EmfCanvas
 {
 public:
@@ -39,7 +39,7 @@ public:
         double angle = 0; ///< degrees, counter-clockwise
         auto operator<=>(const Font &) const = default;
     };
-    /// A piece of a path, from where the one before ended.
+    /// A segment of a path, from the end of the previous one.
     struct PathStep
     {
         enum Kind { Move, Line, Curve } kind;
@@ -58,15 +58,15 @@ public:
     void polyline(const std::vector<Point> &points);
     void polygon(const std::vector<Point> &points, bool winding);
     void path(const std::vector<PathStep> &steps, bool winding);
-    /// From a place on the base line; advances: of each character.
+    /// Draws text from a position on the base line; advances: width of each character.
     void text(Point start, const std::u16string &text, const std::vector<double> &advances, const Font &font,
               uint32_t colour);
 
-    /// A picture of pixels, stretched to the rectangle. rows: from the bottom up, three bytes a pixel (blue, green,
-    /// red), each row filled up to a multiple of four bytes.
+    /// Draws a picture, stretched to the rectangle. rows: bottom-up, three bytes per pixel (blue, green, red), each row
+    /// padded to a multiple of four bytes.
     void image(Point topLeft, Point bottomRight, int width, int height, std::string rows);
 
-    /// Ends the recording. Empty when it could not be made.
+    /// Ends the recording. Returns an empty string if it failed.
     std::string finish();
 
 private:
@@ -91,8 +91,8 @@ private:
     Handle m_font = 0;
     int m_winding = -1;
     int64_t m_textColour = -1;
-    std::vector<Image> m_images; ///< in the order of their places in the recording
-    double m_deviceScale = 1;    ///< device pixels of a recorded unit
+    std::vector<Image> m_images; ///< in the order of their placeholders in the recording
+    double m_deviceScale = 1;    ///< device pixels per recorded unit
 };
 
 } // namespace brannock

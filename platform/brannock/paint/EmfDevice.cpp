@@ -14,12 +14,12 @@
 
 namespace brannock {
 
-/// Hands what a painter paints on to the recorder.
+/// Passes a painter's output to the recorder.
 class EmfDevice::Engine : public QPaintEngine
 {
 public:
     Engine(const QSizeF &size, int dpi, const QString &title)
-        // What is claimed here keeps the painter from falling back to images, which a recording of shapes is not for.
+        // The features declared here prevent QPainter from falling back to images, since shapes are recorded.
         : QPaintEngine(PrimitiveTransform | PixmapTransform | PainterPaths | AlphaBlend | Antialiasing | BrushStroke |
                        ConstantOpacity)
         , m_canvas(size.width(), size.height(), dpi, title.toStdU16String())
@@ -157,7 +157,7 @@ void EmfDevice::Engine::drawPath(const QPainterPath &path)
 
 namespace {
 
-/// Rows as a metafile has them: from the bottom up, blue, green and red, each filled up to four bytes.
+/// Rows in the metafile's order: bottom-up, blue, green, red, each padded to four bytes.
 std::string bottomUpRows(const QImage &opaque)
 {
     const QImage pixels = opaque.convertToFormat(QImage::Format_BGR888);
@@ -176,7 +176,7 @@ std::string bottomUpRows(const QImage &opaque)
 void EmfDevice::Engine::drawImage(const QRectF &target, const QImage &image, const QRectF &source,
                                   Qt::ImageConversionFlags)
 {
-    // A metafile's pictures have no transparency and lie upright: what is seen through them is the white paper.
+    // Pictures in a metafile have no transparency, so they are blended with white paper.
     QImage pixels = image.copy(source.toAlignedRect());
     if (!isUpright())
         pixels = pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied)
@@ -204,7 +204,7 @@ void EmfDevice::Engine::drawTextItem(const QPointF &at, const QTextItem &item)
     const QFont font = item.font();
     const QString text = item.text();
     EmfCanvas::Font wanted;
-    // The first family is what was asked for; the reader chooses its own where it does not have it.
+    // The first family is the requested one; if the reader does not have it, it selects its own substitute.
     wanted.family = font.families().value(0, font.family()).toStdU16String();
     const double size = font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF() * m_dpi / 72;
     wanted.size = size * scale();
@@ -212,7 +212,7 @@ void EmfDevice::Engine::drawTextItem(const QPointF &at, const QTextItem &item)
     wanted.italic = font.italic();
     wanted.angle = -std::atan2(m_transform.m12(), m_transform.m11()) * 180 / std::acos(-1.0);
     const QFontMetricsF metrics(font);
-    // Metrics of fonts set in points count in the screen's dots.
+    // Metrics of fonts with point sizes use the resolution of the screen.
     const double perUnit = scale() * size / std::max(1.0, QFontInfo(font).pixelSize() * 1.0);
     std::vector<double> advances;
     double before = 0;

@@ -7,8 +7,8 @@
 
 namespace brannock {
 
-/// A paint device that makes an enhanced metafile (.emf) for office programs. Knows shapes, text and pictures of
-/// pixels, but no clipping; transparent colours and pixels are mixed with white.
+/// A paint device that writes an enhanced metafile (.emf) for office programs. Supports shapes, text and pictures, but
+/// no clipping; transparent colours and pixels are blended with white.
 class EmfDevice : public QPaintDevice
 {
 public:
@@ -17,7 +17,7 @@ public:
     ~EmfDevice() override;
 
     QPaintEngine *paintEngine() const override;
-    /// The file's content, once painting has ended; empty when it could not be made.
+    /// The file's content after painting has ended; empty if it failed.
     QByteArray bytes() const;
 
 protected:

@@ -78,7 +78,7 @@ int LegendTable::rowsWithin(double height) const
     const int lines = linesWithin(height);
     if (lines >= m_rows.size())
         return int(m_rows.size());
-    return std::max(0, lines - 1); // one line for the count of the others
+    return std::max(0, lines - 1); // one line shows the number of the others
 }
 
 QStringList LegendTable::texts(double width, double height) const

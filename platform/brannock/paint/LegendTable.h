@@ -17,31 +17,30 @@ struct LegendRow
     QString description;
     int tubes = 0;
     int hits = 0;
-    bool shown = true; ///< hidden entries are listed, but said to be hidden
+    bool shown = true; ///< hidden entries are listed with a remark
 };
 
-/// The legend as it stands in pictures and on paper: columns TYPE, DESCRIPTION, TUBES and HITS in "Courier New".
-/// Descriptions that are too long end in an ellipsis; rows that do not fit are counted in a last line instead of
-/// vanishing.
+/// The legend in pictures and on paper: columns TYPE, DESCRIPTION, TUBES and HITS in "Courier New". Descriptions that
+/// are too long are elided. If rows do not fit, a last line shows their number.
 class LegendTable
 {
 public:
-    /// pixelSize: of the letters, in the painter's units
+    /// pixelSize: font size in the painter's units
     LegendTable(const QList<LegendRow> &rows, int pixelSize);
 
     double rowHeight() const { return m_row; }
-    /// Width at which no description is cut, and the least that leaves room for the beginning of each.
+    /// Width in which no description is cut, and the minimum that shows the beginning of each.
     double fullWidth() const { return widthWith(m_longest); }
     double leastWidth() const { return widthWith(std::min(m_longest, 12)); }
-    /// Of heading and all rows.
+    /// Height of the heading and all rows.
     double fullHeight() const { return m_row * double(m_rows.size() + 1) + m_row * 0.4; }
-    /// How many lines below the heading there is room for within this height.
+    /// Number of lines below the heading that fit into this height.
     int linesWithin(double height) const;
-    /// How many rows are shown within this height: one line fewer when some are only counted.
+    /// Number of rows shown in this height; one fewer if a line is needed for the number of hidden rows.
     int rowsWithin(double height) const;
 
     void paint(QPainter &painter, const QRectF &rect, const MapOptions &options) const;
-    /// The rows' texts as they are painted, one line each; for tests.
+    /// The texts of the rows as painted, one line each; for tests.
     QStringList texts(double width, double height) const;
 
 private:
@@ -51,7 +50,7 @@ private:
     };
     double widthWith(int descriptionChars) const;
     Columns columns(double left, double width) const;
-    /// In at most so many characters; that an entry is hidden is never cut off.
+    /// Limits the description to this many characters; the remark on a hidden entry is never cut.
     static QString descriptionOf(const LegendRow &row, qsizetype room);
     qsizetype descriptionRoom(const Columns &columns) const;
     void paintHeading(QPainter &painter, const Columns &columns, double top) const;

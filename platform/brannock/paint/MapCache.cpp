@@ -6,12 +6,12 @@ namespace brannock {
 
 namespace {
 
-/// Painting everything is quicker when more than one in so many tubes has changed: a patch paints the neighbours, too.
+/// If more than one in this many tubes changed, painting everything is faster: a patch also repaints neighbours.
 constexpr qsizetype kPatchShare = 12;
-/// As many tubes of all those around may be painted for every one that has changed.
+/// A patch may repaint this many tubes for each changed one.
 constexpr double kTogether = 4;
 constexpr qsizetype kMostRects = 64;
-/// Pixels on each side of the picture in the store: how far the view can be panned before everything is painted again.
+/// Margin of the stored picture in pixels: how far the view can be panned before everything is repainted.
 constexpr int kMargin = 256;
 
 QSize pixelSize(const MapView &view)
@@ -43,7 +43,7 @@ QRegion MapCache::patch(const MapScene &scene, const MapScene::Change &change)
     }
     const double pitch = scene.pitch() * m_view.scale;
     const double tubesAround = double(around.width()) * around.height() / (pitch * pitch);
-    // Every patch paints the neighbours, too: tubes that stand together are painted together.
+    // Every patch also repaints neighbours, so adjacent tubes are painted together.
     if (tubesAround < kTogether * double(rects.size()))
         rects = {around};
     if (change.onlySelected)
@@ -52,7 +52,7 @@ QRegion MapCache::patch(const MapScene &scene, const MapScene::Change &change)
         for (const QRect &rect : std::as_const(rects))
             m_painter.paint(picture, scene, m_view, rect, m_background);
     }
-    // A region of thousands of rectangles costs more than the rectangle around them.
+    // A region of thousands of rectangles costs more than its bounding rectangle.
     if (rects.size() > kMostRects)
         return around;
     QRegion changed;

@@ -6,28 +6,27 @@
 
 namespace brannock {
 
-/// The tubesheet as it was last painted for a screen, in device pixels, and the cheapest way to make it right again:
-/// when the view was panned only what has come into sight is painted, where tubes have changed only these, everything
-/// otherwise.
+/// Cached picture of the tubesheet for a screen, in device pixels, with the cheapest way to update it: after panning
+/// only the newly visible part is painted, after changes only the changed tubes, otherwise everything.
 class MapCache
 {
 public:
-    /// How the picture was brought up to date, for tests and benchmarks.
+    /// How the last update was done; for tests and benchmarks.
     enum class Work { None, Shifted, Painted };
 
     /// The next update() paints everything.
     void invalidate() { m_valid = false; }
-    /// Patches the looks of these tubes into the picture, or leaves it to the next update() when painting all is
-    /// quicker. Returns the part of the picture that has changed.
+    /// Repaints these tubes in the picture. If painting everything is faster, leaves it to the next update(). Returns
+    /// the changed part of the picture.
     QRegion patch(const MapScene &scene, const MapScene::Change &change);
-    /// Makes the picture show this view, whose units are device pixels.
+    /// Updates the picture to this view, in device pixels.
     Work update(const MapScene &scene, const MapView &view, const QColor &background);
-    /// Whether the picture is one of the same tubes at another scale, as between two steps of zooming.
+    /// True if the picture shows the same tubes at another scale, as between two zoom steps.
     bool isOtherScale(const MapView &view) const { return m_valid && m_view.scale != view.scale; }
-    /// Paints the view onto an image of its size; nothing of it is kept, and the picture is out of date.
+    /// Paints the view onto an image of its size without caching it; the cache is then out of date.
     void paintAside(QImage &image, const MapScene &scene, const MapView &view, const QColor &background);
 
-    /// The picture; it shares the cache's pixels and holds until the next call of anything here.
+    /// The picture. It shares the cache's pixels and is valid until the next call of any function.
     QImage image();
     QSize size() const { return m_size; }
 
@@ -35,8 +34,8 @@ private:
     bool shift(const MapScene &scene, const MapView &view);
     void reserve(const QSize &size);
 
-    // The store is larger than the picture, which wanders about in it while the view is panned: moving millions of
-    // pixels would take as long as painting them.
+    // The store is larger than the picture, whose position in it changes with panning: moving millions of pixels would
+    // take as long as painting them.
     QImage m_store;
     QPoint m_origin;
     QSize m_size;

@@ -3,11 +3,11 @@
 
 namespace brannock {
 
-/// How the map looks: colours as files and options hold them (0x00BBGGRR), tick sizes in points.
+/// Appearance of the map: colours as stored in files and options (0x00BBGGRR), tick sizes in points.
 struct MapOptions
 {
     quint32 mapColour = 0xD0FFFD;  ///< the tubesheet itself
-    quint32 fillColour = 0x000000; ///< the ink of tubes, stay rods and the tubesheet's edge
+    quint32 fillColour = 0x000000; ///< lines of tubes, stay rods and the tubesheet's edge
     quint32 tickColour = 0x000080;
     quint32 selectColour = 0x00FF00;
     quint32 watermarkColour = 0xC0C0C0;

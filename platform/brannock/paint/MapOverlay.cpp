@@ -26,7 +26,7 @@ double padding(const QFont &font)
     return std::round(QFontMetricsF(font).height() * 0.5);
 }
 
-/// Beside the point, on its other side where there is no room.
+/// Beside the point; if there is no room, on its other side.
 double besides(double at, double size, double away, double limit)
 {
     const double place = at + away + size <= limit ? at + away : at - away - size;
@@ -124,7 +124,7 @@ void paintBand(QPainter &painter, const QPolygonF &band, const QPalette &palette
     painter.setRenderHint(QPainter::Antialiasing, band.size() > 5);
     painter.setBrush(Qt::NoBrush);
     QColor filling = palette.color(QPalette::Highlight);
-    // White beneath the line keeps it in sight on selected tubes, too.
+    // A white line below keeps it visible on selected tubes.
     painter.setPen(QPen(QColor(255, 255, 255, 160), 3));
     painter.drawPolygon(band, Qt::WindingFill);
     painter.setPen(QPen(filling, 1));

@@ -10,7 +10,7 @@ class QPainter;
 
 namespace brannock {
 
-/// The card beside the pointer that names a tube: its picture, its name and further lines.
+/// Tool tip card of a tube: its picture, its name and further lines.
 struct TubeTip
 {
     TubeMark mark;
@@ -19,16 +19,16 @@ struct TubeTip
     QStringList lines;
 
     QSizeF size(const QFont &font) const;
-    /// Where the card stands: beside the point by this distance, within the viewport.
+    /// Position of the card: at this distance from the point, within the viewport.
     QRectF place(const QFont &font, const QPointF &point, double away, const QSizeF &viewport) const;
     void paint(QPainter &painter, const QRectF &rect, const QFont &font, const QPalette &palette,
                const MapOptions &options) const;
 };
 
-/// Rings round single tubes, seen on any colour.
+/// Rings around single tubes, visible on any colour.
 void paintHoverRing(QPainter &painter, const QPointF &centre, double radius);
 void paintCursor(QPainter &painter, const QPointF &centre, double radius, const QPalette &palette);
-/// The rectangle or lasso being drawn, and a small count beside its end.
+/// The rectangle or lasso being drawn, with a count beside its end.
 void paintBand(QPainter &painter, const QPolygonF &band, const QPalette &palette);
 QRectF countRect(const QString &text, const QFont &font, const QPointF &pointer, const QSizeF &viewport);
 void paintCount(QPainter &painter, const QRectF &rect, const QString &text, const QFont &font, const QPalette &palette);

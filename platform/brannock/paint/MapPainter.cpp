@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Above this diameter making a picture costs more than drawing the few discs that are visible then.
+/// Above this diameter a sprite costs more than drawing the few visible discs.
 constexpr double kLargestSprite = 56;
 constexpr int kBandBytes = 2 << 20;
 
@@ -28,9 +28,9 @@ int oddness(const TubeArt &art)
     return int(art.diameter()) % 2;
 }
 
-/// Twice the nearest whole pixel (for even discs) or pixel middle (for odd ones). The small shift keeps rows that fall
-/// on the middle between two pixels together, whatever the last bits of their coordinates are. A cast is much quicker
-/// than floor(), hence the detour above zero; tubes that far outside are never painted.
+/// Twice the nearest whole pixel (even discs) or pixel centre (odd discs). The small offset keeps rows at the boundary
+/// between two pixels together, despite rounding errors in their coordinates. A cast is much faster than floor(), so
+/// the value is shifted above zero first; tubes that far outside are never painted.
 int snapped2(double coordinate, int odd)
 {
     static constexpr int kAboveZero = 1 << 20;
@@ -42,7 +42,7 @@ QPointF snapped(const QPointF &centre, int odd)
     return QPointF(snapped2(centre.x(), odd), snapped2(centre.y(), odd)) / 2;
 }
 
-/// Map coordinates of everything that may reach into the exposed rectangle.
+/// Map coordinates of everything that can overlap the exposed rectangle.
 QRectF reached(const MapView &view, const QRectF &exposed, const TubeArt &art)
 {
     const double reach = art.reach() + 1;
@@ -64,7 +64,7 @@ void visitRods(const MapScene &scene, const MapView &view, const QRectF &area, V
     }
 }
 
-/// The outline is convex: what holds the corners holds the rectangle.
+/// The outline is convex: if it contains the corners, it contains the rectangle.
 bool coversWholly(const QPolygonF &outline, const QRectF &rect)
 {
     const auto holds = [&](const QPointF &point) { return outline.containsPoint(point, Qt::WindingFill); };
@@ -80,8 +80,7 @@ QPolygonF outlineInView(const MapScene &scene, const MapView &view)
     return outline;
 }
 
-/// The part of a convex polygon on the side of the line where the coordinate (x or y, times sign) is not below the
-/// limit.
+/// The part of a convex polygon where the coordinate (x or y, times sign) is not below the limit.
 QPolygonF cut(const QPolygonF &polygon, bool alongX, double sign, double limit)
 {
     QPolygonF part;
@@ -99,7 +98,8 @@ QPolygonF cut(const QPolygonF &polygon, bool alongX, double sign, double limit)
     return part;
 }
 
-/// The outline as far as it matters for the rectangle: what is far outside costs as much to paint as what is seen.
+/// Clips the outline to the surroundings of the rectangle, since parts far outside cost as much to paint as visible
+/// ones.
 QPolygonF cutTo(QPolygonF polygon, const QRectF &rect)
 {
     polygon = cut(polygon, true, 1, rect.left());
@@ -108,7 +108,7 @@ QPolygonF cutTo(QPolygonF polygon, const QRectF &rect)
     return cut(polygon, false, -1, -rect.bottom());
 }
 
-/// background: none for devices that have their own.
+/// background: none for devices with their own.
 void paintSheet(QPainter &painter, const MapScene &scene, const QPolygonF &outline, const QRectF &exposed, double line,
                 const QColor &background)
 {
@@ -125,7 +125,7 @@ void paintSheet(QPainter &painter, const MapScene &scene, const QPolygonF &outli
     painter.drawPolygon(cutTo(outline, exposed.adjusted(-4 * line, -4 * line, 4 * line, 4 * line)));
 }
 
-/// The columns of the band that the sheet covers from top to bottom, edge line and all; empty when there are none.
+/// The columns of the band that the sheet covers from top to bottom, including the edge line; empty if there are none.
 QRect coveredPart(const QPolygonF &outline, const QRect &band, double line)
 {
     double left = band.left();
@@ -195,7 +195,7 @@ void MapPainter::paint(QImage &image, const MapScene &scene, const MapView &view
                        const QColor &background)
 {
     const QRect clip = exposed & image.rect();
-    // Band by band, each small enough to stay in the processor's cache from its background to its last tube.
+    // Painted in bands that fit into the processor's cache, from background to tubes.
     const int height = std::max(16, kBandBytes / std::max(1, clip.width() * 4));
     for (int top = clip.top(); top <= clip.bottom(); top += height) {
         const QRect band(clip.left(), top, clip.width(), height);
@@ -211,7 +211,7 @@ void MapPainter::paintBand(QImage &image, const MapScene &scene, const MapView &
     const QRectF area = reached(view, band, art);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    // Beside the edge background and sheet are painted over each other; where there is only sheet, once is enough.
+    // Near the edge, background and sheet are painted over each other; where only the sheet is visible, once is enough.
     const QPolygonF &outline = outlineOf(scene, view);
     const QRect covered = coveredPart(outline, band, edgeWidth(art));
     painter.fillRect(covered, fromColourRef(scene.options.mapColour));
@@ -249,7 +249,7 @@ void MapPainter::paintTubes(QImage &image, const MapScene &scene, const MapView 
 
 const QPolygonF &MapPainter::outlineOf(const MapScene &scene, const MapView &view)
 {
-    // The copy of the scene's points keeps their memory from being used for others, so the address tells them.
+    // The copy keeps the points' memory allocated, so its address identifies them.
     if (m_outlinePoints.constData() != scene.outline().constData() || !(m_outlineView == view)) {
         m_outlinePoints = scene.outline();
         m_outlineView = view;
@@ -260,7 +260,7 @@ const QPolygonF &MapPainter::outlineOf(const MapScene &scene, const MapView &vie
 
 bool MapPainter::standOnPlainSheet(const MapScene &scene) const
 {
-    // Discs keep clear of each other and of the sheet's edge; the rings of selected tubes reach to their neighbours.
+    // Discs do not overlap each other or the sheet's edge, but the rings of selected tubes touch their neighbours.
     return scene.watermark.isEmpty() && scene.rodsKeepClear() &&
            std::none_of(m_placed.begin(), m_placed.end(), [](const Placed &tube) { return tube.look & 1; });
 }

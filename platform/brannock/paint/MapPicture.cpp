@@ -17,10 +17,10 @@ namespace {
 constexpr double kLegendPoints = 9;
 constexpr double kLeastLegendPoints = 5.5;
 constexpr double kLeastShare = 0.5;
-/// More than the title's share of a large sheet holds in the smallest letters. Each size that is tried breaks the whole
-/// text into lines, which takes a minute for texts of megabytes.
+/// More text than the title area of a large sheet holds in the smallest font. Each size that is tried breaks the whole
+/// text into lines, which would take a minute for megabytes of text.
 constexpr qsizetype kMostTitleText = 20'000;
-/// Of the page's height: what the title may take before its letters become smaller.
+/// Share of the page's height that the title may use before its font becomes smaller.
 constexpr double kTitleShare = 0.3;
 constexpr double kLeastTitleScale = 0.3;
 
@@ -35,7 +35,7 @@ QFont scaled(QFont font, double dpi, double scale = 1)
     return font;
 }
 
-/// Height of a text that is broken into lines of this width.
+/// Height of a text broken into lines of this width.
 double heightOf(const QString &text, const QFont &font, double width)
 {
     return text.isEmpty() ? 0
@@ -113,7 +113,7 @@ double MapPicture::mapHeightFor(double width, double dpi) const
     return bounds.height() * room / bounds.width() + margins.top() + margins.bottom();
 }
 
-/// Model text at the foot of the legend's block; the block becomes what is left for the table.
+/// Places the model text at the bottom of the legend's block and reduces the block to the room for the table.
 void MapPicture::placeModel(Layout &layout, QRectF &block, double height) const
 {
     if (height <= 0)
@@ -140,7 +140,7 @@ void MapPicture::placeBeside(Layout &layout, const QRectF &body, double dpi) con
         if (points <= kLeastLegendPoints || table.fullHeight() <= block.height())
             break;
     }
-    // A short table gets a short frame, and the model text comes right below it.
+    // A short table gets a short frame, with the model text directly below.
     if (!layout.legend.isEmpty()) {
         const LegendTable table(m_content.legend, layout.legendPixels);
         layout.legend.setHeight(std::min(layout.legend.height(), table.fullHeight()));
@@ -158,12 +158,12 @@ void MapPicture::placeBelow(Layout &layout, const QRectF &body, double dpi) cons
         const QSizeF model = modelSize(layout.legendPixels);
         const double tableHeight = m_content.legend.isEmpty() ? 0 : table.fullHeight();
         const double tableWidth = std::min(table.fullWidth(), body.width());
-        // The model text stands beside the table when there is room, else below it.
+        // The model text is beside the table if there is room, else below it.
         const bool beside = tableWidth + model.width() <= body.width();
         const double wanted = beside ? std::max(tableHeight, model.height()) : tableHeight + model.height();
         const double mapWish = mapHeightFor(body.width(), dpi);
         const double height = std::min(std::max(body.height() * 0.45, body.height() - mapWish - gap(dpi)), wanted);
-        // No more height for the map than its width can use.
+        // The map needs no more height than its width allows.
         const double mapHeight = std::min(body.height() - height - gap(dpi), mapWish);
         layout.map = QRectF(body.left(), body.top(), body.width(), mapHeight);
         QRectF block(body.left(), layout.map.bottom() + gap(dpi), tableWidth, height);
@@ -224,7 +224,7 @@ void MapPicture::placeFooter(Layout &layout, QRectF &body, double dpi) const
     if (!footer.isEmpty())
         layout.footer = takeLine();
     if (!signatures.isEmpty()) {
-        // A little more than measured: rounding must not cut the last letter.
+        // A little more than measured, so that rounding does not cut the last letter.
         const double width = metrics.horizontalAdvance(signatures) + height * 0.2;
         const double free = body.width() - metrics.horizontalAdvance(footer) - height;
         if (!footer.isEmpty() && width <= free) {
@@ -270,7 +270,7 @@ MapPicture::Layout MapPicture::layout(const QRectF &page, double dpi) const
     placeBelow(below, body, dpi);
     const double besideScale = mapScale(beside.map, dpi);
     const double belowScale = mapScale(below.map, dpi);
-    // A legend without gaps is worth more than a larger map, as long as the map does not shrivel.
+    // A complete legend is preferred to a larger map, as long as the map does not become too small.
     const int gain = rowsShown(below) - rowsShown(beside);
     if (gain > 0 && belowScale > besideScale * kLeastShare)
         return below;
@@ -334,7 +334,7 @@ void MapPicture::paintFooter(QPainter &painter, const Layout &at, double dpi) co
 QRectF MapPicture::placeFurther(Layout &layout, const QRectF &page, double dpi) const
 {
     QRectF body = placeAround(layout, page, dpi);
-    // However little the margins leave: a page for each entry is of no use to anybody.
+    // Minimum height, so that large margins do not give one page per entry.
     body.setHeight(std::max(body.height(), 2 * dpi));
     return body;
 }

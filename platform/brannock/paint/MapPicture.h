@@ -9,78 +9,78 @@
 
 namespace brannock {
 
-/// A picture that cannot be painted at all: it is too large, or has no size.
+/// A picture that cannot be painted: it is too large, or has no size.
 class PictureError : public tarnwick::FileError
 {
 public:
     using FileError::FileError;
 };
 
-/// Everything a picture of the map shows beside the map itself.
+/// Content of a picture beside the map itself.
 struct PictureContent
 {
     QString title; ///< may have several lines
     QFont titleFont = QFont(QStringLiteral("Times New Roman"), 14);
-    QString subtitle; ///< below the title, in the same frame; may have several lines
+    QString subtitle; ///< below the title in its frame; may have several lines
     QFont subtitleFont = QFont(QStringLiteral("Times New Roman"), 10);
     QList<LegendRow> legend;
     QString modelText;            ///< see modelText()
-    bool isStandardTitle = false; ///< the title is that of every page without one of its own
-    QString documentName;         ///< what the file calls itself inside when it has no title of its own
+    bool isStandardTitle = false; ///< true if the title is the default one for pages without their own
+    QString documentName;         ///< title inside the file if the picture has none
     QString footer;
     QString signatures; ///< in the footer, on the right
     QFont footerFont = QFont(QStringLiteral("Times New Roman"), 8);
-    QMarginsF margins = QMarginsF(0.5, 0.5, 0.5, 0.5); ///< inches
-    bool titleRect = true;                             ///< a frame round the title, the legend, the map
+    QMarginsF margins = QMarginsF(0.5, 0.5, 0.5, 0.5); ///< in inches
+    bool titleRect = true;                             ///< frame around the title, the legend, the map
     bool legendRect = true;
     bool mapRect = true;
-    int xOrientation = 1; ///< -1: flipped, as on the screen
+    int xOrientation = 1; ///< -1: flipped, as on screen
     int yOrientation = 1;
 };
 
 /// "Model %S (%D tubes)\n%D open tubes\n"
 QString modelText(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes);
 
-/// A whole picture of the map: title, tubesheet with its rulers, legend, model line and footer on one page. One layout
-/// and one painter for bitmaps, PDF, SVG, printer, preview and metafile. The legend stands beside the map or below it,
+/// A picture of the map on one page: title, tubesheet with rulers, legend, model text and footer. One layout and one
+/// painter serve bitmaps, PDF, SVG, printer, preview and metafile. The legend is placed beside or below the map,
 /// whichever leaves the map larger; nothing overlaps.
 class MapPicture
 {
 public:
-    /// Where things stand on the page, in the painter's units; empty rectangles for what there is not.
+    /// Positions on the page in the painter's units; empty rectangles for missing parts.
     struct Layout
     {
-        QRectF title;    ///< with the subtitle
+        QRectF title;    ///< including the subtitle
         QRectF subtitle; ///< the lower part of the title
         QRectF map;
         QRectF legend;
         QRectF model;
         QRectF footer;
-        QRectF signatures; ///< the right part of the footer, or a line of its own above it
+        QRectF signatures; ///< the right part of the footer, or a separate line above it
         bool legendBelow = false;
-        int legendPixels = 0;  ///< size of the legend's letters
-        double titleScale = 1; ///< less than 1: the title's letters had to become smaller to fit
+        int legendPixels = 0;  ///< font size of the legend
+        double titleScale = 1; ///< less than 1 if the title's font was reduced to fit
     };
 
-    /// Titles and signatures longer than any page has room for end in "...".
+    /// Titles and signatures that are too long for any page end in "...".
     MapPicture(const MapScene &scene, const PictureContent &content);
 
     /// dpi: painter's units per inch
     Layout layout(const QRectF &page, double dpi) const;
-    /// Paints the page; the paper itself is left as it is.
+    /// Paints the page, but not the paper's background.
     void paint(QPainter &painter, const QRectF &page, double dpi) const;
 
-    /// The entries of further pages, for devices that have them: a legend that finds no room for all its entries goes
-    /// on there. None when the first page has them all.
+    /// Legend entries of further pages, for devices with several pages, if the first page does not have room for all.
+    /// Empty if it has.
     QList<QList<LegendRow>> furtherPages(const QRectF &page, double dpi) const;
-    /// Paints one of these.
+    /// Paints one of the further pages.
     void paintFurther(QPainter &painter, const QRectF &page, double dpi, const QList<LegendRow> &rows) const;
 
-    /// A page of that many inches.
+    /// Renders a page of that size in inches.
     QImage toImage(const QSizeF &inches, int dpi) const;
-    /// Writes the picture in the form that the file's ending asks for: emf, pdf, svg, bmp, png or jpg (dpi counts for
-    /// images only). Throws PictureError, and tarnwick::FileError for other endings and when the file cannot be
-    /// written; an older file is then still there.
+    /// Writes the picture in the format of the file's extension: emf, pdf, svg, bmp, png or jpg (dpi is used for images
+    /// only). Throws PictureError, and tarnwick::FileError for other extensions and if the file cannot be written; an
+    /// existing file is then unchanged.
     void save(const QString &path, const QSizeF &inches = QSizeF(11, 8.5), int dpi = 150) const;
 
 private:
@@ -93,9 +93,9 @@ private:
     void placeModel(Layout &layout, QRectF &block, double height) const;
     QSizeF modelSize(int pixelSize) const;
     int rowsShown(const Layout &layout) const;
-    /// What title and footer leave of the page, which are placed in the layout.
+    /// Places title and footer in the layout. Returns the rest of the page.
     QRectF placeAround(Layout &layout, const QRectF &page, double dpi) const;
-    /// The same for a further page: the room for its entries.
+    /// Places title and footer on a further page. Returns the room for its entries.
     QRectF placeFurther(Layout &layout, const QRectF &page, double dpi) const;
     QMarginsF mapMargins(double dpi) const;
     double mapHeightFor(double width, double dpi) const;

@@ -15,9 +15,9 @@ namespace {
 
 constexpr int kPdfDpi = 1200;
 constexpr int kSvgDpi = 96;
-/// Fine enough for hinted widths of letters, and a large sheet still fits short numbers.
+/// Fine enough for hinted letter widths; the coordinates of a large sheet still fit into 16-bit numbers.
 constexpr int kEmfDpi = 192;
-/// Larger images than this are refused: a typing error would take all memory.
+/// Larger images are refused: a typing error would use all memory.
 constexpr qint64 kMostPixels = qint64(1) << 28;
 
 QRectF pageRect(const QSizeF &inches, int dpi)
@@ -34,7 +34,7 @@ QByteArray pdf(const MapPicture &picture, const QSizeF &inches, const QString &t
     writer.setResolution(kPdfDpi);
     writer.setTitle(title);
     writer.setCreator(u"ARVO"_s);
-    // A page size of its own keeps the picture's width and height as they are: no orientation is involved.
+    // A custom page size keeps width and height as they are, without an orientation.
     writer.setPageLayout(QPageLayout(QPageSize(inches, QPageSize::Inch, QString(), QPageSize::ExactMatch),
                                      QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
     QPainter painter;
@@ -51,7 +51,7 @@ QByteArray pdf(const MapPicture &picture, const QSizeF &inches, const QString &t
     return bytes;
 }
 
-// The library writes the names of fonts into attributes as they are, and a header's fonts come out of a file.
+// QSvgGenerator writes font names into attributes without escaping, and fonts can come from a header file.
 QFont plainFont(QFont font)
 {
     QStringList families = font.families();
@@ -68,8 +68,8 @@ PictureContent withPlainFonts(PictureContent content)
     return content;
 }
 
-/// Without the characters that XML has no way to write, such as control characters: one of them, and no program opens
-/// the file.
+/// Removes characters that XML cannot represent, such as control characters: with one of them no program opens the
+/// file.
 QByteArray validXml(const QByteArray &utf8)
 {
     QString text = QString::fromUtf8(utf8);
@@ -91,7 +91,7 @@ QByteArray svg(const MapPicture &picture, const QSizeF &inches, const QString &t
     const QRectF page = pageRect(inches, kSvgDpi);
     generator.setSize(page.size().toSize());
     generator.setViewBox(page);
-    generator.setTitle(title.toHtmlEscaped()); // which the library writes as it is
+    generator.setTitle(title.toHtmlEscaped()); // QSvgGenerator does not escape it
     QPainter painter;
     if (painter.begin(&generator)) {
         painter.fillRect(page, Qt::white);

@@ -13,7 +13,7 @@ using ellery::Axis;
 
 namespace {
 
-/// Marks closer than this share of the text's height would run together into a bar.
+/// Marks closer than this share of the text height would merge into a bar.
 constexpr double kClosestMarks = 0.25;
 
 const TickAxis *straightAxis(const MapScene &scene, bool vertical)
@@ -25,7 +25,7 @@ const TickAxis *straightAxis(const MapScene &scene, bool vertical)
     return nullptr;
 }
 
-/// Tries one step; empty when labels would come too close or hardly any would be left.
+/// Tries one step. Returns an empty list if labels would be too close or hardly any would remain.
 std::vector<bool> withStep(const std::vector<Tick> &ticks, const std::vector<double> &places, double room, int step)
 {
     std::vector<bool> chosen(ticks.size(), false);
@@ -130,7 +130,7 @@ QRectF MapRulers::labelRect(const Layout &layout, bool vertical, double place, d
     return QRectF(place - width / 2, layout.level.top() + m_tick + 2 * m_gap, width, m_height);
 }
 
-/// The stretch of a ruler on which labels may stand.
+/// The range of a ruler on which labels may be placed.
 static std::pair<double, double> stretch(const MapRulers::Layout &layout, const MapView &view, bool vertical)
 {
     if (vertical)

@@ -4,13 +4,13 @@
 
 namespace brannock {
 
-/// A disc touches its neighbours at half a pitch; the rest is room for the mark of selected tubes.
+/// At half a pitch discs would touch; the rest is for the ring of selected tubes.
 static constexpr double kRadiusPerPitch = 0.43;
-/// From a stay rod's centre to that of a tube beside which it stands freely.
+/// Minimum distance between a stay rod's centre and a tube at which they do not touch.
 static constexpr double kClearPerPitch = 0.9;
-/// From the outermost tube centres to the tubesheet's edge.
+/// Distance from the outermost tube centres to the tubesheet's edge.
 static constexpr double kEdgePerPitch = 1.25;
-/// Colours tried out one after the other leave marks behind that no tube has; beyond this many they are swept up.
+/// Previewed colours leave marks that no tube uses; above this number unused marks are removed.
 static constexpr size_t kMaxMarks = 8192;
 
 MapScene::MapScene(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes, const MapOptions &mapOptions)

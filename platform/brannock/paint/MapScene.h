@@ -19,12 +19,12 @@ using ellery::TubeMark;
 class MapScene
 {
 public:
-    /// What update() found.
+    /// Result of update().
     struct Change
     {
-        QList<qint32> tubes;      ///< whose look has changed, ascending
-        bool onlySelected = true; ///< every one of them has been selected, nothing else has changed
-        bool selection = false;   ///< some tube has been selected or deselected
+        QList<qint32> tubes;      ///< tubes whose look has changed, ascending
+        bool onlySelected = true; ///< true if the only change is that these tubes were selected
+        bool selection = false;   ///< true if any tube was selected or deselected
     };
 
     MapScene() = default;
@@ -32,16 +32,16 @@ public:
     explicit MapScene(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes = {},
                       const MapOptions &mapOptions = {});
 
-    /// Takes over tubes, stay rods and labels, then the state.
+    /// Copies tubes, stay rods and labels, then the map state.
     void setModel(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes);
     /// Takes over marks and selection of the same tubes.
     Change update(const ellery::TubeStates &tubes);
-    /// No tube is painted as selected until the next update().
+    /// Paints no tube as selected until the next update().
     void deselect();
     void clear() { *this = MapScene(); }
 
     MapOptions options;
-    QString watermark; ///< faint large text on the tubesheet, behind the tubes
+    QString watermark; ///< large faint text on the tubesheet, behind the tubes
 
     int numTube() const { return int(m_looks.size()); }
     bool isEmpty() const { return m_looks.empty(); }
@@ -49,25 +49,25 @@ public:
     QPointF position(int tube) const { return {m_tubes[tube].x, m_tubes[tube].y}; }
     const ellery::Tube &tube(int index) const { return m_tubes[index]; }
     const QList<ellery::Mark> &stayRods() const { return m_stayRods; }
-    /// No stay rod is drawn so near a tube that the two could touch.
+    /// True if no stay rod is so near to a tube that they could touch.
     bool rodsKeepClear() const { return m_rodsKeepClear; }
-    /// Distance of neighbouring tubes, measured on the tubes themselves; never 0.
+    /// Distance between neighbouring tubes, measured from their positions; never 0.
     double pitch() const { return m_pitch; }
-    /// Radius of the discs that stand for the tubes, in map coordinates.
+    /// Radius of the tubes' discs, in map coordinates.
     double radius() const;
-    /// The tubesheet's edge and the rectangle round it.
+    /// Edge of the tubesheet and its bounding rectangle.
     const QPolygonF &outline() const { return m_outline; }
     QRectF bounds() const { return m_outline.boundingRect(); }
     const TickAxis &rows() const { return m_rows; }
     const TickAxis &cols() const { return m_cols; }
 
-    /// Small number that stands for how a tube looks: twice the index of its mark, plus 1 when it is selected.
+    /// Number of a tube's look: twice the index of its mark, plus 1 if it is selected.
     quint32 look(int tube) const { return m_looks[size_t(tube)]; }
     bool isSelected(int tube) const { return look(tube) & 1; }
     const TubeMark &mark(int tube) const { return m_marks[look(tube) >> 1]; }
     const TubeMark &markOfLook(quint32 look) const { return m_marks[look >> 1]; }
     quint32 numLooks() const { return quint32(m_marks.size()) * 2; }
-    /// Raised whenever looks get new numbers, so that what is kept by look is outdated.
+    /// Incremented when looks are renumbered; caches by look are then invalid.
     quint32 looksGeneration() const { return m_generation; }
 
 private:

@@ -5,10 +5,10 @@
 
 namespace brannock {
 
-/// 64 MB of pixels: some 100,000 looks at a usual size.
+/// 64 MB of pixels: about 100,000 looks at a usual size.
 static constexpr size_t kMostPixels = size_t(16) << 20;
 
-/// source (premultiplied) over an opaque pixel, two channels at a time.
+/// Blends source (premultiplied) over an opaque pixel, two channels at a time.
 static inline quint32 blended(quint32 source, quint32 below)
 {
     const quint32 keep = 255 - (source >> 24);
@@ -19,7 +19,7 @@ static inline quint32 blended(quint32 source, quint32 below)
     return 0xFF000000 | (source + (odd | even));
 }
 
-/// A run is a dozen pixels as a rule: calling memcpy() for it takes longer than the copying.
+/// Runs are about a dozen pixels long; the call of memcpy() would take longer than the copying.
 static inline void copyRun(quint32 *target, const quint32 *source, int count)
 {
     constexpr int kStep = 4;
@@ -31,7 +31,7 @@ static inline void copyRun(quint32 *target, const quint32 *source, int count)
     int i = 0;
     for (; i + kStep <= count; i += kStep)
         std::memcpy(target + i, source + i, kStep * sizeof(quint32));
-    // The rest together with some that are there already.
+    // The remaining pixels, together with some already copied.
     std::memcpy(target + count - kStep, source + count - kStep, kStep * sizeof(quint32));
 }
 
@@ -44,7 +44,7 @@ void SpriteAtlas::prepare(const MapScene &scene, const TubeArt &art, std::option
     m_art = art;
     m_ground = ground;
     m_generation = scene.looksGeneration();
-    // Even and odd discs need tiles of the same parity, or the middle would fall between two pixels.
+    // The tile has the parity of the disc, so that the centre is not between two pixels.
     m_tile = 2 * int(std::ceil(art.reach())) + int(art.diameter()) % 2;
     m_used = 0;
     m_slots.assign(scene.numLooks(), -1);
@@ -105,7 +105,7 @@ void SpriteAtlas::put(QImage &image, const QRect &clip, int x, int y, quint32 lo
     const Line *lines = &m_lines[size_t(m_slots[look]) * size_t(m_tile)];
     const int firstLine = std::max(0, clip.top() - y);
     const int endLine = std::min(m_tile, clip.bottom() + 1 - y);
-    // A picture at the edge of the clip takes the slow way through each pixel.
+    // A picture at the edge of the clip is copied pixel by pixel (slow path).
     const bool inside = x >= clip.left() && x + m_tile <= clip.right() + 1;
     const qsizetype stride = image.bytesPerLine();
     uchar *row = image.bits() + qsizetype(y + firstLine) * stride;

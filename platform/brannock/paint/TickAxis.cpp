@@ -11,7 +11,7 @@ using ellery::Tube;
 
 namespace {
 
-/// The tubes of one row (or column) of one section, summed up.
+/// Summary of the tubes of one row (or column) of one section.
 struct Line
 {
     int count = 0;
@@ -64,7 +64,7 @@ QPointF outwardOf(const Line &line)
     return length > 0 ? along / length : QPointF(-1, 0);
 }
 
-/// Sections that continue each other's rows give the same label at the same place: one of them is enough.
+/// Sections that continue each other's rows give equal labels at the same position: keeps one of them.
 void dropDoubles(std::vector<Tick> &ticks, double tolerance)
 {
     const auto same = [tolerance](const Tick &a, const Tick &b) {
@@ -88,7 +88,8 @@ TickAxis makeTickAxis(const ellery::SteamGen &steamGen, Axis axis, double pitch)
         alongY += line.deviationY();
     }
     result.vertical = alongY < alongX || (alongY == alongX && axis == Axis::Row);
-    // Columns of a triangular pitch go to and fro by half a pitch from row to row; they still count as straight.
+    // In a triangular pitch the tubes of a column alternate by half a pitch from row to row; it still counts as
+    // straight.
     result.straight = std::min(alongX, alongY) / double(lines.size()) < 0.75 * pitch;
     for (const auto &[key, line] : lines) {
         const QString label = steamGen.tubeLabel(axis, key.first);

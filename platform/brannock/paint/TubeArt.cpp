@@ -14,8 +14,8 @@ namespace {
 constexpr double kDiameterPerPitch = 0.86;
 /// Less than half a pitch beyond the neighbour's disc: halos may touch each other but never cover a neighbour.
 constexpr double kHaloPerPitch = 0.56;
-constexpr int kDotPixels = 4;    // discs up to this diameter are dots without an outline
-constexpr int kSymbolPixels = 8; // from this diameter on a letter can be read
+constexpr int kDotPixels = 4;    // discs up to this diameter are dots without outline
+constexpr int kSymbolPixels = 8; // minimum diameter at which a letter is readable
 
 constexpr double kReferenceSize = 128;
 
@@ -26,7 +26,7 @@ QFont symbolFont()
     return font;
 }
 
-/// A symbol's ink at the reference size, relative to the start of its base line.
+/// Bounding box of a symbol's ink at the reference size, relative to the start of its base line.
 struct Glyph
 {
     QPainterPath path;
@@ -48,7 +48,7 @@ const Glyph &glyphOf(char16_t symbol)
     return *found;
 }
 
-/// Font size at which the symbol fills a circle of this radius well: letters all get one height, wide ones less.
+/// Font size at which the symbol fills a circle of this radius: all letters get the same height, wide ones are smaller.
 double fittingSize(const QRectF &ink, double radius)
 {
     static const double letterHeight = glyphOf(u'H').ink.height();
@@ -60,7 +60,7 @@ double fittingSize(const QRectF &ink, double radius)
 
 bool wantsText(const QPainter &painter)
 {
-    // Printers and files keep symbols as text; pixels get outlines, which can be centred exactly.
+    // Printers and files keep symbols as text; on pixel devices outlines are used, which can be centred exactly.
     return painter.paintEngine() && painter.paintEngine()->type() != QPaintEngine::Raster;
 }
 
@@ -74,7 +74,7 @@ void paintSymbol(QPainter &painter, const QPointF &centre, double radius, char16
     const QPointF start = centre - glyph.ink.center() * factor;
     if (wantsText(painter)) {
         QFont font = symbolFont();
-        // Only point sizes may be fractions.
+        // Only point sizes can be fractional.
         font.setPointSizeF(std::max(0.1, size * 72 / std::max(1, painter.device()->logicalDpiY())));
         painter.setFont(font);
         painter.setPen(colour);
@@ -179,7 +179,7 @@ void TubeArt::paintStayRod(QPainter &painter, const QPointF &centre) const
     painter.drawEllipse(centre, radius, radius);
     if (m_detail != Detail::Full)
         return;
-    // A slot as on the end of a tie bolt tells the rod from a tube at a glance.
+    // A slot, as on a tie bolt, distinguishes the rod from a tube.
     painter.setPen(QPen(mixed(metal, fromColourRef(m_options.mapColour), 0.75), std::max(1.0, m_diameter * 0.08)));
     const double reach = radius * 0.55;
     painter.drawLine(centre - QPointF(reach, 0), centre + QPointF(reach, 0));

@@ -6,30 +6,30 @@
 
 namespace brannock {
 
-/// How single tubes, stay rods and symbols are drawn at one size, on any device. Lengths are in the painter's units.
+/// Draws single tubes, stay rods and symbols in one size, on any device. Lengths are in the painter's units.
 ///
-///  - An open tube is a ring with a light filling, a marked one a disc in its colour with the symbol on it, black or
+///  - An open tube is a ring with a light filling; a marked tube is a disc in its colour with its symbol, black or
 ///  white.
-///  - A selected tube lies on a ring in the select colour that reaches to its neighbours, so that selected tubes form
+///  - A selected tube has a ring in the select colour that reaches its neighbours, so that selected tubes form
 ///  an area.
-///  - The smaller the tubes, the less is drawn: first the symbols go, then the outlines.
+///  - The smaller the tubes, the less is drawn: first without symbols, then without outlines.
 class TubeArt
 {
 public:
-    /// How much of a tube is drawn.
+    /// Level of detail of a tube.
     enum class Detail { Dot, Disc, Full };
 
     TubeArt() = default;
-    /// pitch: distance of neighbouring tubes in the painter's units
+    /// pitch: distance between neighbouring tubes in the painter's units
     TubeArt(const MapOptions &options, double pitch, double diameter, Detail detail);
-    /// For screens, where the unit is a device pixel: whole diameters, and detail as it can still be seen.
+    /// For screens, where the unit is a device pixel: whole diameters, and as much detail as is visible.
     static TubeArt forPixels(const MapOptions &options, double pitch);
-    /// For devices of high resolution and for drawings that may be enlarged: full detail at any size.
+    /// For high-resolution devices and drawings that may be enlarged: full detail in any size.
     static TubeArt forVectors(const MapOptions &options, double pitch);
 
     double diameter() const { return m_diameter; }
     Detail detail() const { return m_detail; }
-    /// How far from a tube's centre its picture reaches, the mark of selected tubes included.
+    /// Radius of a tube's picture, including the ring of selected tubes.
     double reach() const { return m_halo + 0.5; }
 
     void paintTube(QPainter &painter, const QPointF &centre, const TubeMark &mark, bool selected) const;
@@ -50,7 +50,7 @@ private:
     Detail m_detail = Detail::Dot;
 };
 
-/// Draws a symbol centred (by its ink, not by its advance) within a circle of this radius.
+/// Draws a symbol within a circle of this radius, centred by its ink instead of its advance.
 void paintSymbol(QPainter &painter, const QPointF &centre, double radius, char16_t symbol, const QColor &colour);
 
 } // namespace brannock

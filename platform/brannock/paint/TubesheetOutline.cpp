@@ -50,8 +50,8 @@ static void appendArc(QPolygonF &outline, const QPointF &centre, double radius, 
     }
 }
 
-/// Rounds the corners, so that the steps of a bundle's edge look like the circle they follow. Each corner becomes a
-/// curve that stays within the depth of it: gentle corners are rounded over half their edges, sharp ones only at the
+/// Rounds the corners, so that the stepped edge of a bundle resembles the circle that it follows. Each corner becomes a
+/// curve that stays within the corner's depth: flat corners are rounded over half their edges, sharp ones only at the
 /// tip.
 static std::vector<QPointF> rounded(const std::vector<QPointF> &hull, double depth)
 {
@@ -67,7 +67,7 @@ static std::vector<QPointF> rounded(const std::vector<QPointF> &hull, double dep
         const double aheadLength = std::hypot(ahead.x(), ahead.y());
         const QPointF middle = (back / backLength + ahead / aheadLength) / 2;
         const double bend = std::hypot(middle.x(), middle.y());
-        // The curve's middle lies half as far from the corner as the line between its ends.
+        // The middle of the curve is half as far from the corner as the line between its ends.
         const double reach = std::min({backLength / 2, aheadLength / 2, 2 * depth / std::max(bend, 1e-9)});
         const QPointF from = corner + back / backLength * reach;
         const QPointF to = corner + ahead / aheadLength * reach;

@@ -4,10 +4,10 @@
 
 namespace brannock {
 
-/// The pixels that a painter on a widget writes to for this rectangle of the widget, as an image that shares them: for
-/// painting of whole windows, where a picture of one's own and its copy would cost as much as the painting itself. Null
-/// when they are not to be had (another kind of device, a rectangle that does not fall on whole pixels). Whoever asks
-/// must know that nothing lies over the rectangle, and must write opaque pixels only.
+/// The pixels of the window behind a rectangle of the painted widget, as an image that shares them. For painting a
+/// whole window, where an intermediate picture and its copy would cost as much as the painting. Null if not available
+/// (another kind of device, or the rectangle is not on whole pixels). The caller must ensure that nothing lies over the
+/// rectangle, and must write opaque pixels only.
 QImage windowPixels(const QPainter &painter, const QRectF &rect);
 
 } // namespace brannock

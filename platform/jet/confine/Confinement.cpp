@@ -13,8 +13,8 @@
 namespace jet::confine {
 namespace {
 
-// What reading a file, converting its texts and writing to a pipe need, and what the libraries below ask the system
-// for. A call that is not here is refused, also one that a later system brings.
+// System calls needed to read a file, convert its texts and write to a pipe, and those of the libraries below. All
+// other calls are refused, including those of future kernels.
 constexpr auto kAllowed = std::to_array<int>({
     SCMP_SYS(read),
     SCMP_SYS(readv),
@@ -81,7 +81,7 @@ constexpr auto kAllowed = std::to_array<int>({
 });
 
 constexpr int kFileCommands[] = {F_GETFD, F_SETFD, F_GETFL, F_SETPIPE_SZ};
-// An unnamed temporary file needs a way of access that is refused already.
+// O_TMPFILE needs a write access mode, which is refused by this mask.
 constexpr scmp_datum_t kWritingFlags = O_ACCMODE | O_CREAT | O_TRUNC | O_APPEND;
 
 using Filter = std::unique_ptr<void, decltype(&seccomp_release)>;
@@ -91,7 +91,7 @@ bool allow(const Filter &filter, int call)
     return seccomp_rule_add(filter.get(), SCMP_ACT_ALLOW, call, 0) == 0;
 }
 
-/// The call is allowed where the bits of its argument in the mask are these.
+/// Allows the call if the masked bits of its argument have the given value.
 bool allow(const Filter &filter, int call, unsigned argument, scmp_datum_t value, scmp_datum_t mask = ~scmp_datum_t(0))
 {
     const scmp_arg_cmp compared{argument, SCMP_CMP_MASKED_EQ, mask, value};
@@ -109,7 +109,7 @@ bool fillFilter(const Filter &filter)
     }
     ok = ok && allow(filter, SCMP_SYS(open), 1, O_RDONLY, kWritingFlags);
     ok = ok && allow(filter, SCMP_SYS(openat), 2, O_RDONLY, kWritingFlags);
-    // Limits may be read, not set; and the only process to be ended is this one, by abort().
+    // Limits may be read but not set. The only process that may be signalled is this one (abort()).
     ok = ok && allow(filter, SCMP_SYS(prlimit64), 2, 0);
     return ok && allow(filter, SCMP_SYS(tgkill), 0, scmp_datum_t(getpid()));
 }

@@ -2,12 +2,12 @@
 
 namespace jet::confine {
 
-/// Whether confine() does anything: an address sanitizer needs more of the system than a reader may have.
+/// Whether confine() has an effect: an address sanitizer needs system calls that a reader must not have.
 extern const bool kCanConfine;
 
-/// Takes from this process, without a way back, everything but reading files and writing to what is open: no file is
-/// made, changed or removed, no connection opened, no process or thread started, no program run, no other process
-/// reached, and no right gained. Such a call fails with "not permitted". False when the system refused to do so.
+/// Irrevocably restricts this process to reading files and writing to open descriptors: it cannot create, change or
+/// remove files, open connections, start processes, threads or programs, signal other processes, or gain permissions.
+/// Such calls fail with "not permitted". Returns false if the system refused the restriction.
 bool confine();
 
 } // namespace jet::confine

@@ -11,9 +11,9 @@ constexpr rlim_t kMegabyte = 1024 * 1024;
 constexpr rlim_t kLeastSeconds = 15;
 constexpr rlim_t kSecondsPerMegabyte = 1;
 constexpr rlim_t kLeastMemory = 512 * kMegabyte;
-// A value may be as long as the file; it is held as bytes, as text of twice the size, and in the frame to send.
+// A value may be as long as the file. It is held as bytes, as text of twice the size, and in the output frame.
 constexpr rlim_t kMemoryPerByte = 8;
-// The file, the three streams, and the tables of a character set.
+// The file, the three standard streams, and the tables of a character set.
 constexpr rlim_t kOpenFiles = 16;
 
 void limit(decltype(RLIMIT_CPU) resource, rlim_t value)

@@ -3,9 +3,8 @@
 
 namespace jet::confine {
 
-/// Bounds this process before it touches a file of that many bytes: processor time, memory, open files; no core file,
-/// no byte written to a file, no further process. What loops or grows without end is killed by the system, and the
-/// program that started it learns so.
+/// Limits this process before it opens a file of that size: processor time, memory, open files; no core file, no file
+/// output, no child processes. If a limit is exceeded, the system ends the process and the parent is informed.
 void setLimits(qint64 fileSize);
 
 } // namespace jet::confine

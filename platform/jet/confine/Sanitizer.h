@@ -8,7 +8,7 @@
 
 namespace jet::confine {
 
-/// It maps terabytes at its start, and looks for leaks at the end with the help of another process.
+/// An address sanitizer maps terabytes at start, and uses another process to check for leaks at exit.
 #ifdef __SANITIZE_ADDRESS__
 constexpr bool kAddressSanitizer = true;
 #else

@@ -10,7 +10,7 @@ namespace jet::format {
 using wire::Fault;
 using Bytes = std::span<const uchar>;
 
-/// A part of the file that is not what it should be, and the page it was found on (0: not on one page).
+/// Thrown if a part of the file is invalid; holds the page (0: not on one page).
 class Damage : public std::exception
 {
 public:
@@ -28,7 +28,7 @@ private:
     quint32 m_page;
 };
 
-/// Part of a run of bytes; Damage when it does not lie inside.
+/// A part of a byte range. Throws Damage if it is not inside the range.
 inline Bytes part(Bytes bytes, size_t at, size_t length)
 {
     if (at > bytes.size() || length > bytes.size() - at)
@@ -36,7 +36,7 @@ inline Bytes part(Bytes bytes, size_t at, size_t length)
     return bytes.subspan(at, length);
 }
 
-/// Little-endian numbers; Damage when they do not lie inside.
+/// Read little-endian numbers. Throw Damage if they are not inside the range.
 inline quint8 u8At(Bytes bytes, size_t at)
 {
     return part(bytes, at, 1)[0];
@@ -52,7 +52,7 @@ inline quint32 u32At(Bytes bytes, size_t at)
     return quint32(b[0]) | quint32(b[1]) << 8 | quint32(b[2]) << 16 | quint32(b[3]) << 24;
 }
 
-/// Reads forward through a run of bytes.
+/// Reads sequentially from a byte range.
 class ByteCursor
 {
 public:

@@ -5,7 +5,7 @@ using namespace Qt::StringLiterals;
 namespace jet::format {
 namespace {
 
-// The definition of the catalog's own table stands on this page in every file.
+// Page of the definition of the catalog table; the same in every file.
 constexpr quint32 kCatalogPage = 2;
 constexpr qsizetype kMostRelationFields = 32;
 

@@ -6,7 +6,7 @@
 
 namespace jet::format {
 
-/// Kinds of objects by the numbers of the file's catalog.
+/// Kinds of objects, with the numbers used in the file's catalog.
 enum class ObjectKind : qint16 {
     Table = 1,
     Database = 2,
@@ -31,13 +31,13 @@ struct CatalogEntry
     ObjectKind kind = ObjectKind::Table;
     quint32 flags = 0;
     QByteArray properties;
-    QString linkTarget; ///< of a linked table: file or connection, and the table there
+    QString linkTarget; ///< for a linked table: file or connection, and the table there
 
-    /// The page on which a table's definition begins.
+    /// First page of a table's definition.
     quint32 definitionPage() const { return id & 0x00FFFFFF; }
     bool isSystem() const { return flags & 0x80000002; }
     bool isHidden() const { return flags & 0x00000008; }
-    /// Deleted objects and those that belong to forms and reports have names that begin with a tilde.
+    /// Names of deleted objects, and of objects that belong to forms and reports, begin with a tilde.
     bool isInternal() const { return name.startsWith(u'~'); }
 };
 
@@ -50,7 +50,7 @@ struct Catalog
     const CatalogEntry *table(QStringView name) const;
 };
 
-/// Damage when the catalog cannot be read at all.
+/// Throws Damage if the catalog cannot be read at all.
 Catalog readCatalog(Pages &pages, const TextCodec &text);
 
 struct Relations
@@ -59,10 +59,10 @@ struct Relations
     SystemTableState state;
 };
 
-/// The relations, those between system tables left out.
+/// Reads the relations, except those between system tables.
 Relations readRelations(Pages &pages, const TextCodec &text, const Catalog &catalog);
 
-/// A row of the table that holds the stored queries.
+/// One row of the table of stored queries.
 struct QueryRow
 {
     int attribute = 0;
@@ -73,7 +73,7 @@ struct QueryRow
     QByteArray order;
 };
 
-/// The rows of all stored queries by the ids of their objects, each in the order in which they are to be read.
+/// The rows of all stored queries by object id, each list in its reading order.
 struct QueryRows
 {
     QHash<quint32, QList<QueryRow>> queries;

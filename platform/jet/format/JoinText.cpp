@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace jet::format {
 namespace {
 
-// Sources that are joined already, with the text of their join but for its last condition, to which terms may be added.
+// Sources that are already joined, and the text of their join without its last condition, to which terms may be added.
 struct Fragment
 {
     QStringList names;
@@ -76,7 +76,8 @@ bool samePair(const JoinTerm &a, const JoinTerm &b)
            ((same(a.left, b.left) && same(a.right, b.right)) || (same(a.left, b.right) && same(a.right, b.left)));
 }
 
-// A term between sources that are joined already over others (a ring of joins) goes to the outermost join.
+// If the sources of a term are already joined through others (a ring of joins), the term is added to the outermost
+// join.
 void join(QList<Fragment> &fragments, const JoinTerm &term, const QStringList &conditions)
 {
     const QString keyword = joinKeyword(term.kind);

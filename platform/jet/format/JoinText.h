@@ -4,7 +4,7 @@
 
 namespace jet::format {
 
-/// A source of a stored query: a table or query with an alias, or a derived table with its statement.
+/// A source of a stored query: a table or query with an alias, or a derived table with its SQL.
 struct JoinSource
 {
     QString table;
@@ -12,7 +12,7 @@ struct JoinSource
     QString statement;
 };
 
-/// A join term between two sources, called by alias or name. Several terms of one pair are joined by AND.
+/// A join condition between two sources, given by alias or name. Several conditions of one pair are combined with AND.
 struct JoinTerm
 {
     QString left;
@@ -21,8 +21,8 @@ struct JoinTerm
     int kind = 1; ///< 1 inner, 2 left, 3 right
 };
 
-/// What stands behind FROM or UPDATE: joined sources in parentheses as the dialect asks, the others after commas.
-/// Damage when a term names no source.
+/// Text after FROM or UPDATE: joined sources in parentheses as the dialect requires, the others after commas. Throws
+/// Damage if a term refers to an unknown source.
 QString joinText(const QList<JoinSource> &sources, const QList<JoinTerm> &terms);
 
 } // namespace jet::format

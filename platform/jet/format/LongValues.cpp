@@ -51,7 +51,7 @@ Bytes LongValues::rowAt(RowPointer pointer)
     return m_pages.row(page, pointer.slot);
 }
 
-// Every link carries at least a byte, so the chain ends with the length that was stated.
+// Every link contains at least one byte, so the chain ends once the stated length is reached.
 void LongValues::readChain(RowPointer first, size_t length)
 {
     m_value.clear();

@@ -3,14 +3,14 @@
 
 namespace jet::format {
 
-/// Memo and OLE values, which lie in the row, in one row of another page, or in a chain of such rows.
+/// Reads Memo and OLE values, which are stored in the row, in one row of another page, or in a chain of such rows.
 class LongValues
 {
 public:
     explicit LongValues(Pages &pages);
 
-    /// The whole value; it lives until the next call. Damage when it is not there as its length says. No two values of
-    /// a file share their bytes, so all values together cannot be longer than the file: what asks for more is damaged.
+    /// Returns the whole value, valid until the next call. Throws Damage if it is shorter than its length. Values never
+    /// share bytes, so if all values together are longer than the file, the file is damaged.
     Bytes read(Bytes field);
 
 private:

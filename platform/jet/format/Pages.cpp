@@ -44,7 +44,7 @@ quint16 Pages::slot(Bytes page, int slot) const
     return u16At(page, slotTable() + 2 + size_t(slot) * 2);
 }
 
-// Rows fill a page from its end: a row reaches up to where the one before it begins.
+// Rows fill a page from its end: a row ends where the previous one begins.
 Bytes Pages::row(Bytes page, int slot) const
 {
     const size_t start = this->slot(page, slot) & kSlotOffset;

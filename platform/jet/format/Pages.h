@@ -7,13 +7,13 @@
 
 namespace jet::format {
 
-/// Where pages come from, already decoded where the file is encoded.
+/// Source of pages; pages of encoded files are already decoded.
 class PageSource
 {
 public:
     virtual ~PageSource() = default;
     virtual wire::FileFacts facts() const = 0;
-    /// Fills a buffer of one page's size; false when the page cannot be had.
+    /// Fills a buffer of one page. Returns false if the page cannot be read.
     virtual bool read(quint32 page, uchar *buffer) = 0;
 };
 
@@ -21,13 +21,13 @@ constexpr uchar kDataPage = 1;
 constexpr uchar kDefinitionPage = 2;
 constexpr uchar kMapPage = 5;
 
-/// Bits of a row's slot on a data page.
-constexpr quint16 kSlotHidden = 0x8000;  ///< the row is reached through a pointer only
-constexpr quint16 kSlotPointer = 0x4000; ///< the row has moved: its place holds a pointer
+/// Flags of a row's slot on a data page.
+constexpr quint16 kSlotHidden = 0x8000;  ///< the row is only reached through a pointer
+constexpr quint16 kSlotPointer = 0x4000; ///< the row was moved: the slot holds a pointer
 constexpr quint16 kSlotDeleted = kSlotHidden | kSlotPointer;
 constexpr quint16 kSlotOffset = 0x1FFF;
 
-/// A row by its page and its slot there, as the file writes it: the slot in the lowest byte.
+/// Location of a row, page and slot, as stored in the file: the slot is the lowest byte.
 struct RowPointer
 {
     quint32 page = 0;
@@ -35,7 +35,7 @@ struct RowPointer
     static RowPointer of(quint32 value) { return {value >> 8, int(value & 0xFF)}; }
 };
 
-/// The pages of a file with a small cache. A view lives until the next call.
+/// The pages of a file with a small cache. A view is valid until the next call.
 class Pages
 {
 public:
@@ -46,16 +46,16 @@ public:
     size_t pageSize() const { return m_facts.pageSize; }
     quint32 count() const { return m_facts.pageCount; }
 
-    /// Damage when the page lies beyond the end or cannot be read.
+    /// Throws Damage if the page is beyond the end or cannot be read.
     Bytes view(quint32 page);
-    /// The same into a buffer of the caller's.
+    /// Copies the page into the caller's buffer.
     void copy(quint32 page, std::vector<uchar> &buffer);
 
-    /// The owner of a data page: the page of its table's definition, or the mark of long values.
+    /// Owner of a data page: the definition page of its table, or the mark of long values.
     static quint32 owner(Bytes page) { return u32At(page, 4); }
     int slotCount(Bytes page) const;
     quint16 slot(Bytes page, int slot) const;
-    /// The bytes of a slot's row, without regard to its flags.
+    /// The bytes of a slot's row; its flags are ignored.
     Bytes row(Bytes page, int slot) const;
 
 private:
@@ -73,7 +73,7 @@ private:
     std::array<Slot, 64> m_cache;
 };
 
-/// What stands in place of the owner on pages that hold long values: "LVAL".
+/// Owner value of pages with long values: "LVAL".
 constexpr quint32 kLongValueOwner = 0x4C41564C;
 
 } // namespace jet::format

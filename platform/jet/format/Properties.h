@@ -5,15 +5,15 @@
 
 namespace jet::format {
 
-/// What a block of properties says: those of the object itself under the empty name, those of its fields under theirs.
-/// Names are kept in lower case. Booleans are "1" or "0".
+/// Parsed block of properties: those of the object itself under the empty name, those of its fields under the field
+/// names. Names are in lower case. Booleans are "1" or "0".
 class Properties
 {
 public:
-    /// False when the block breaks off; what stood before is kept.
+    /// Returns false if the block is truncated; the properties before are kept.
     bool parse(Bytes block, bool jet4, const TextCodec &text);
 
-    /// Empty when there is no such property.
+    /// Empty if there is no such property.
     QString text(const QString &owner, const QString &property) const;
     bool flag(const QString &owner, const QString &property) const;
 

@@ -37,7 +37,7 @@ public:
 
 private:
     QList<QueryRow> rowsOf(int attribute) const;
-    /// The first row of an attribute, or one without content.
+    /// First row of an attribute, or an empty row.
     QueryRow rowOf(int attribute) const { return rowsOf(attribute).value(0); }
     bool option(int bit) const { return rowOf(kOptions).flag & bit; }
 
@@ -283,7 +283,7 @@ QString StatementText::build() const
     const QueryRow statement = rowOf(kStatement);
     QString text;
     switch (statement.flag) {
-    case 0: // no row of this attribute: programs other than Access leave it out
+    case 0: // no row of this attribute, as written by programs other than Access
         if (rowsOf(kSource).isEmpty() && rowsOf(kColumn).isEmpty())
             throw Damage(Fault::BadCount);
         [[fallthrough]];
@@ -321,7 +321,7 @@ QString StatementText::build() const
     return text;
 }
 
-// Lines end as everywhere in this program, and one semicolon ends the statement; the file may hold a zero there.
+// Normalises the line ends and the final semicolon; the file may contain a zero character there.
 QString tidy(QString text)
 {
     text.replace(u"\r\n"_s, u"\n"_s);

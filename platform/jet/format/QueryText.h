@@ -3,11 +3,11 @@
 
 namespace jet::format {
 
-/// The SQL text of a stored query, put together again from its rows: clauses on lines of their own, a semicolon at the
-/// end. Damage when the rows do not make a statement.
+/// Builds the SQL text of a stored query from its rows: each clause on its own line, a semicolon at the end. Throws
+/// Damage if the rows do not form a statement.
 QString queryText(const QList<QueryRow> &rows);
 
-/// Whether the statement is meant for another server, whose dialect it is written in.
+/// Returns true if the statement is passed to another server and written in that server's dialect.
 bool isPassThrough(const QList<QueryRow> &rows);
 
 } // namespace jet::format

@@ -2,12 +2,12 @@
 
 namespace jet::format {
 
-// The parts of a row: its column count, the fixed values, the variable values, their offsets, the null mask.
+// Layout of a row: column count, fixed values, variable values, their offsets, null mask.
 struct Row::Frame
 {
-    size_t columns = 0;   ///< that the table had when the row was written
-    size_t variables = 0; ///< entries in the table of offsets, one less than it has
-    size_t valuesEnd = 0; ///< where the values end and the table of offsets begins
+    size_t columns = 0;   ///< number of columns of the table when the row was written
+    size_t variables = 0; ///< number of variable values; the offset table has one more entry
+    size_t valuesEnd = 0; ///< end of the values and begin of the offset table
     Bytes mask;
 };
 
@@ -22,7 +22,7 @@ size_t maskSize(size_t columns)
 
 } // namespace
 
-// Offsets stand from last to first, each two bytes, before their count and the null mask.
+// Offsets are stored from last to first, two bytes each, before their count and the null mask.
 Row::Frame Row::frameJet4(Bytes bytes, bool variable)
 {
     Frame frame;
@@ -44,7 +44,7 @@ Row::Frame Row::frameJet4(Bytes bytes, bool variable)
     return frame;
 }
 
-// One byte an offset; a second table says from which variable column on 256 is to be added, and once more, and so on.
+// Offsets have one byte. A second table lists the variable columns from which on another 256 must be added.
 Row::Frame Row::frameJet3(Bytes bytes, bool variable, std::array<quint16, 257> &offsets)
 {
     Frame frame;
@@ -60,10 +60,10 @@ Row::Frame Row::frameJet3(Bytes bytes, bool variable, std::array<quint16, 257> &
     size_t jumps = (bytes.size() - 1) / 256;
     if (frame.valuesEnd < 1 + jumps + frame.variables + 2)
         throw Damage(Fault::BadCount);
-    const size_t jumpTable = frame.valuesEnd - 2; // the first jump; the others stand before it
-    const size_t offsetTable = jumpTable - jumps; // the first offset; the others stand before it
+    const size_t jumpTable = frame.valuesEnd - 2; // the first jump; the others precede it
+    const size_t offsetTable = jumpTable - jumps; // the first offset; the others precede it
     if ((offsetTable - frame.variables) / 256 < jumps)
-        --jumps; // the last entry is there for the sake of the length only
+        --jumps; // the last entry only encodes the length
     size_t used = 0;
     for (size_t i = 0; i <= frame.variables; ++i) {
         while (used < jumps && i == bytes[jumpTable - used])
@@ -104,7 +104,7 @@ void Row::parse(Bytes bytes, const TableDefinition &table, bool jet4)
         const ColumnDefinition &column = table.columns.at(qsizetype(i));
         Field &field = m_fields[i];
         const size_t number = size_t(column.number);
-        // A row older than the column has no bit for it: Null, or False.
+        // A row written before the column was added has no bit for it: Null, or False.
         field.bit = number < frame.columns && (frame.mask[number / 8] & (1 << (number % 8)));
         field.bytes = {};
         if (field.bit && column.type != ColumnType::Boolean)

@@ -3,16 +3,15 @@
 
 namespace jet::format {
 
-/// A row taken apart: for each column of the definition whether it has a value, and its bytes. The bytes are those of
-/// the page, so a row lives as long as they do.
+/// A parsed row: for each column of the definition whether it has a value, and its bytes. The bytes are those of the
+/// page, so a row is valid as long as the page.
 class Row
 {
 public:
-    /// Damage when the row's own tables do not fit together.
+    /// Throws Damage if the row's internal tables are inconsistent.
     void parse(Bytes bytes, const TableDefinition &table, bool jet4);
 
-    /// The bit of the null mask: for a Boolean its value, for all others whether there is a value (an empty text is
-    /// one).
+    /// Bit of the null mask: the value of a Boolean; for other types whether there is a value (an empty text is one).
     bool bit(qsizetype column) const { return m_fields[size_t(column)].bit; }
     bool isNull(qsizetype column) const { return !bit(column); }
     Bytes bytes(qsizetype column) const { return m_fields[size_t(column)].bytes; }

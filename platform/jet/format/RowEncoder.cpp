@@ -11,7 +11,7 @@ using wire::Tag;
 
 namespace {
 
-// Digits that a Double keeps whatever the number.
+// Number of digits that a Double preserves for every number.
 constexpr qsizetype kExactDigits = 15;
 
 void encodePlain(Tag tag, Bytes bytes, wire::WireWriter &to)
@@ -36,7 +36,7 @@ qsizetype significantDigits(const QByteArray &decimal)
 
 QByteArray decimalText(Bytes bytes, int scale)
 {
-    // Four words, the highest first; divided by ten digit by digit.
+    // Four words, most significant first; divided by ten for each digit.
     std::array<quint32, 4> words{};
     for (size_t i = 0; i < words.size(); ++i)
         words[i] = u32At(bytes, 1 + 4 * i);

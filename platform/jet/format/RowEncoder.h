@@ -7,16 +7,16 @@
 
 namespace jet::format {
 
-/// What happened to the values of one column. A damaged value is written as Null.
+/// Faults in the values of one column. A damaged value is written as Null.
 struct ColumnFaults
 {
     qint64 damaged = 0;
     std::optional<Damage> first;
-    qint64 undecodable = 0; ///< texts with bytes that mean no character
-    qint64 rounded = 0;     ///< decimals of more digits than a Double holds
+    qint64 undecodable = 0; ///< texts with invalid bytes
+    qint64 rounded = 0;     ///< decimals with more digits than a Double holds
 };
 
-/// Writes rows as the stream wants them: a tag and the value for each column of the definition.
+/// Writes rows in the format of the stream: a tag and the value for each column of the definition.
 class RowEncoder
 {
 public:

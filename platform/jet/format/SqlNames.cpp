@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 namespace jet::format {
 namespace {
 
-// Words that cannot stand as a bare name. A word too many costs two brackets, a word too few the query.
+// Words that must be bracketed as names. A superfluous word only adds brackets; a missing one makes the query invalid.
 const QSet<QString> &reservedWords()
 {
     static const QSet<QString> words = [] {

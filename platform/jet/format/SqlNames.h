@@ -3,10 +3,10 @@
 
 namespace jet::format {
 
-/// A name as it stands in SQL text: in brackets when it is no plain name or a word of the language.
+/// A name in SQL text: bracketed if it is not a plain name or is a reserved word.
 QString sqlName(const QString &name);
-/// A field, perhaps behind a table and a dot, as the file holds it in one text: taken as it is when it is bracketed
-/// already, else each part as a name.
+/// A field, optionally preceded by a table and a dot, stored in the file as one text. A bracketed text is used
+/// unchanged; otherwise each part is converted like a name.
 QString sqlPath(const QString &path);
 /// A text literal.
 QString sqlText(const QString &text);

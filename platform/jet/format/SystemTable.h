@@ -5,7 +5,7 @@
 
 namespace jet::format {
 
-/// What was read of a table of the file's own, against what it states.
+/// Result of reading a system table, compared with its stated row count.
 struct SystemTableState
 {
     qint64 rowsRead = 0;
@@ -13,22 +13,22 @@ struct SystemTableState
     bool damaged = false; ///< pages, rows or values could not be read
 };
 
-/// A table of the file's own, read by the names of its columns. Damage when the table cannot be read or lacks a column
-/// that is asked for; a single value that cannot be read counts as a fault and reads as empty.
+/// Reads a system table by column names. Throws Damage if the table cannot be read or a required column is missing. A
+/// single value that cannot be read counts as a fault and is returned as empty.
 class SystemTable
 {
 public:
     SystemTable(Pages &pages, const TextCodec &text, quint32 definitionPage);
 
-    /// The number of a column for the calls below; Damage when there is none.
+    /// Column number for the functions below. Throws Damage if there is none.
     qsizetype column(QStringView name) const;
 
     bool next();
-    qint32 integer(qsizetype column) const; ///< Byte, Integer or Long; 0 when Null
-    QString text(qsizetype column);         ///< Text or Memo; empty when Null
-    QByteArray bytes(qsizetype column);     ///< Binary or OLE; empty when Null
+    qint32 integer(qsizetype column) const; ///< Byte, Integer or Long; 0 if Null
+    QString text(qsizetype column);         ///< Text or Memo; empty if Null
+    QByteArray bytes(qsizetype column);     ///< Binary or OLE; empty if Null
 
-    /// To be asked after the last row.
+    /// Call after the last row.
     SystemTableState state() const;
 
 private:

@@ -8,14 +8,14 @@
 namespace jet::format {
 namespace {
 
-// No table has more; what asks for more memory than this is no definition.
+// No valid definition is larger; this limits memory.
 constexpr size_t kLongestDefinition = 4 * 1024 * 1024;
 constexpr int kMostColumns = 255;
 constexpr quint32 kMostIndexes = 4096;
 constexpr quint16 kNoColumn = 0xFFFF;
 constexpr int kKeySlots = 10;
 
-// Where things stand in a definition, in one column entry, in one index.
+// Offsets in a definition, in a column entry and in an index entry.
 struct Layout
 {
     size_t rowCount, lastAutoNumber, variableColumns, columns, indexes, realIndexes, ownedPages, start, realEntry;
@@ -29,7 +29,7 @@ constexpr uchar kColumnFixed = 0x01;
 constexpr uchar kColumnAutoNumber = 0x04;
 constexpr uchar kColumnAutoGuid = 0x40;
 
-// A definition that does not fit on its page goes on on others, behind the eight bytes of their heads.
+// A definition that does not fit on its page continues on others, after the eight bytes of their headers.
 std::vector<uchar> joinPages(Pages &pages, quint32 page)
 {
     std::vector<uchar> joined;
@@ -98,7 +98,7 @@ QString readName(ByteCursor &cursor, bool jet4, const TextCodec &text)
     return text.name(cursor.take(length));
 }
 
-// Two columns on the same bytes would both be read, the one of them wrongly.
+// If two columns used the same bytes, one of them would be read wrongly.
 void checkPlaces(const QList<ColumnDefinition> &columns)
 {
     QList<std::pair<int, int>> fixed;
@@ -164,7 +164,7 @@ RealIndex readRealIndex(Bytes bytes, const Layout &layout, const TableDefinition
     return index;
 }
 
-// What users call an index is a logical one; several may share a real one, which holds keys and flags.
+// An index as users see it is a logical index. Several may share one physical index, which has the keys and flags.
 QList<IndexDefinition> readIndexes(ByteCursor &cursor, quint32 logicalCount, quint32 realCount, bool jet4,
                                    const TextCodec &text, const TableDefinition &table)
 {

@@ -9,7 +9,7 @@ namespace jet::format {
 
 class TextCodec;
 
-/// Types of columns by the numbers of the file format.
+/// Column types, with the numbers of the file format.
 enum class ColumnType : quint8 {
     Boolean = 1,
     Byte = 2,
@@ -31,14 +31,14 @@ struct ColumnDefinition
 {
     QString name;
     ColumnType type = ColumnType::Long;
-    int number = 0;       ///< counts deleted columns too; the bit of the null mask
-    int variableSlot = 0; ///< place in a row's table of variable columns
-    int position = 0;     ///< in the order that users see
+    int number = 0;       ///< counts deleted columns too; also the bit number in the null mask
+    int variableSlot = 0; ///< index in a row's table of variable columns
+    int position = 0;     ///< in the order shown to users
     int fixedOffset = 0;  ///< from the first byte after a row's column count
     int size = 0;         ///< bytes
     bool fixed = false;
     bool autoNumber = false;
-    int scale = 0; ///< of Decimal
+    int scale = 0; ///< for Decimal
 
     bool isKnownType() const;
     bool isLongValue() const { return type == ColumnType::Memo || type == ColumnType::LongBinary; }
@@ -58,25 +58,25 @@ struct IndexDefinition
     int flags = 0; ///< 1 unique, 2 ignores nulls, 8 required
 };
 
-/// What the definition pages of a table say.
+/// Content of a table's definition pages.
 struct TableDefinition
 {
     quint32 page = 0;
     quint32 rowCount = 0;
     quint32 lastAutoNumber = 0;
-    int variableColumns = 0; ///< deleted ones included; 0: rows carry no table of variable columns
+    int variableColumns = 0; ///< including deleted ones; 0: rows have no table of variable columns
     RowPointer ownedPages;
-    QList<ColumnDefinition> columns; ///< in the order that users see
+    QList<ColumnDefinition> columns; ///< in the order shown to users
     QList<IndexDefinition> indexes;
-    std::optional<Damage> indexFault; ///< the indexes could not be read; the rest stands
+    std::optional<Damage> indexFault; ///< set if the indexes could not be read; the other members are valid
 
-    /// By name without regard to case; null when there is none.
+    /// Finds a column by name, ignoring case; null if there is none.
     const ColumnDefinition *column(QStringView name) const;
     const ColumnDefinition *columnByNumber(int number) const;
 };
 
-/// Reads the definition that begins on a page. Damage when columns cannot be had; a fault in the indexes is kept
-/// beside.
+/// Reads the definition that begins on a page. Throws Damage if the columns cannot be read. A fault in the indexes is
+/// stored in indexFault.
 TableDefinition readTableDefinition(Pages &pages, const TextCodec &text, quint32 page);
 
 } // namespace jet::format

@@ -30,7 +30,7 @@ const Row *TableScan::next()
     }
 }
 
-// Pages of long values may stand in a table's map; they hold no rows.
+// Pages of long values can be in a table's map; they contain no rows.
 bool TableScan::nextPage()
 {
     while (m_nextPage < m_owned.pages.size()) {

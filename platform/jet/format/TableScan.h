@@ -4,7 +4,7 @@
 
 namespace jet::format {
 
-/// What went wrong in a table's rows, as far as it was seen.
+/// Faults found in a table's rows.
 struct ScanFaults
 {
     int pages = 0;
@@ -13,14 +13,14 @@ struct ScanFaults
     std::optional<Damage> firstRow;
 };
 
-/// Goes through a table's rows in the order of their pages. A row that was moved stands at its first place.
+/// Reads a table's rows in the order of their pages. A moved row is returned at its original place.
 class TableScan
 {
 public:
-    /// Damage when the table's map of pages cannot be read.
+    /// Throws Damage if the table's page map cannot be read.
     TableScan(Pages &pages, const TableDefinition &table);
 
-    /// The next row that can be read, or null. It lives until the next call; pages may be viewed meanwhile.
+    /// The next readable row, or null at the end. Valid until the next call; pages may be viewed meanwhile.
     const Row *next();
     qint64 rowsRead() const { return m_rows; }
     const ScanFaults &faults() const { return m_faults; }

@@ -14,7 +14,7 @@ DataType dataType(ColumnType type)
     return type == ColumnType::Decimal ? DataType::Decimal : DataType(int(type));
 }
 
-// Text in characters, the rest in bytes; long values have no size.
+// Size in characters for text, in bytes for other types; long values have no size.
 int fieldSize(const ColumnDefinition &column, bool jet4)
 {
     switch (column.type) {
@@ -62,7 +62,8 @@ dao::IndexInfo indexInfo(const IndexDefinition &definition, const TableDefinitio
     return index;
 }
 
-// The referenced side of a relation keeps an entry of its own, named with a leading dot, which nobody sees.
+// The referenced side of a relation has an index entry of its own, with a leading dot in its name. It is not shown to
+// users.
 bool isBookkeeping(const IndexDefinition &definition)
 {
     return definition.foreign && definition.name.startsWith(u'.');

@@ -5,7 +5,7 @@
 
 namespace jet::format {
 
-/// A table as the engine describes one, from its entry, its definition and its properties.
+/// Describes a table for the engine, from its catalog entry, definition and properties.
 wire::TableFacts tableSchema(const CatalogEntry &entry, const TableDefinition &table, const Properties &properties,
                              bool jet4);
 

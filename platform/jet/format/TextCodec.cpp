@@ -10,8 +10,7 @@ const iconv_t kNoConverter = iconv_t(-1);
 constexpr int kWindowsLatin = 1252;
 constexpr qsizetype kLongestName = 64;
 
-// Characters 0x80 to 0x9F of code page 1252. Its five unused bytes are what Windows makes of them: the control
-// characters.
+// Characters 0x80 to 0x9F of code page 1252. Its five unused bytes map to control characters, as on Windows.
 constexpr char16_t kWindowsLatinUpper[32] = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -67,7 +66,7 @@ bool TextCodec::decodeUnicode(Bytes bytes, QString &to) const
     return false;
 }
 
-// One-byte characters and pairs of bytes take turns; a zero byte changes from the one to the other.
+// One-byte characters and two-byte characters alternate; a zero byte switches between the modes.
 bool TextCodec::decodeCompressed(Bytes bytes, QString &to) const
 {
     bool oneByte = true;

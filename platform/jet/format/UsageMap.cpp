@@ -6,8 +6,8 @@ namespace {
 constexpr uchar kInline = 0;
 constexpr uchar kByReference = 1;
 
-// Bits beyond the end of the file are allocated in advance in healthy files only where no page was written yet; a table
-// owns written pages alone, so such a bit says that the file was cut short.
+// In an intact file, a bit beyond the end only marks pages allocated in advance. A table owns only written pages, so
+// such a bit means that the file was truncated.
 void addPages(OwnedPages &owned, Bytes bitmap, quint64 first, quint32 pageCount)
 {
     for (size_t byte = 0; byte < bitmap.size(); ++byte) {

@@ -9,12 +9,12 @@ namespace jet::format {
 struct OwnedPages
 {
     std::vector<quint32> pages;
-    /// Parts of the map that could not be read, and the first reason.
+    /// Number of map parts that could not be read, and the first reason.
     int faults = 0;
     std::optional<Damage> firstFault;
 };
 
-/// Reads the map of pages that a table's definition points at. Damage when there is none at all.
+/// Reads the page map that a table's definition points to. Throws Damage if there is none at all.
 OwnedPages readOwnedPages(Pages &pages, RowPointer map);
 
 } // namespace jet::format

@@ -62,7 +62,7 @@ void FileExport::remarkState(const format::SystemTableState &state, RemarkCode d
         remarkCount(table, state.rowsRead, state.rowsStated);
 }
 
-// Healthy files exist whose count is wrong by one. What goes beyond that are pages that their table has lost.
+// Intact files exist whose count is wrong by one. A larger difference means lost pages.
 void FileExport::remarkCount(const QString &table, qint64 read, qint64 stated)
 {
     if (read + 1 < stated)
@@ -109,8 +109,8 @@ void FileExport::sortObjects(const format::Catalog &catalog)
     remarkObjects(catalog, ObjectKind::Module, RemarkCode::Modules);
 }
 
-// The pages at the end of a file may be of tables that nobody asks for. That they are gone says all the same that the
-// file is not whole.
+// The pages at the end of a file may belong to tables that are not exported. If they are missing, the file is still
+// incomplete.
 void FileExport::checkSystemTable(const CatalogEntry &entry)
 {
     if (!entry.name.startsWith(u"MSys", Qt::CaseInsensitive))

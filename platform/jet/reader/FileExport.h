@@ -12,14 +12,14 @@ class TableScan;
 
 namespace jet::reader {
 
-/// Sends a whole file: schema first, then the rows of each table, and a remark on everything that is not carried over
-/// or could not be read.
+/// Sends a whole file: the schema, the rows of each table, and a remark on everything that is not carried over or could
+/// not be read.
 class FileExport
 {
 public:
     FileExport(format::Pages &pages, FrameWriter &out);
 
-    /// format::Damage when the catalog cannot be read.
+    /// Throws format::Damage if the catalog cannot be read.
     void run(bool schemaOnly);
 
 private:

@@ -30,7 +30,7 @@ void writeAll(const char *data, size_t size)
 FrameWriter::FrameWriter()
 {
 #ifdef F_SETPIPE_SZ
-    fcntl(STDOUT_FILENO, F_SETPIPE_SZ, kPipeSize); // fewer changes between the two processes; no matter if refused
+    fcntl(STDOUT_FILENO, F_SETPIPE_SZ, kPipeSize); // reduces task switches between the two processes; optional
 #endif
 }
 

@@ -4,7 +4,7 @@
 
 namespace jet::reader {
 
-/// Writes frames to the standard output. A reader that has gone away ends this process.
+/// Writes frames to standard output. If the receiver has ended, this process ends too.
 class FrameWriter
 {
 public:

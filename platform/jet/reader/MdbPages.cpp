@@ -1,6 +1,6 @@
 #include "MdbPages.h"
 
-// mdbtools.h includes glib.h between the braces of extern "C", where its templates are errors; so it goes first.
+// mdbtools.h includes glib.h inside extern "C", where its templates are errors, so glib.h is included first.
 #include <glib.h>
 #include <mdbtools.h>
 
@@ -14,7 +14,7 @@ namespace {
 
 constexpr qint64 kLeastPages = 3;
 
-// The library is asked only for what it can open.
+// Only files that the library supports are passed to it.
 int jetVersionOf(const QString &path)
 {
     switch (wire::fileHead(path)) {

@@ -5,7 +5,7 @@
 
 namespace jet::reader {
 
-/// Why a file was not opened.
+/// Reason why a file was not opened.
 class OpenFailure : public std::exception
 {
 public:
@@ -20,12 +20,12 @@ private:
     wire::ErrorCode m_code;
 };
 
-/// The pages of a file through libmdb, which also undoes the encoding of encoded files. Nothing else of that library is
-/// used: above the page it gives up rows and texts without a word where a file is damaged, or does not come to an end.
+/// Reads the pages of a file through libmdb, which also decodes encoded files. Nothing else of that library is used: in
+/// damaged files its higher levels skip rows and texts without reporting it, or loop without end.
 class MdbPages : public format::PageSource
 {
 public:
-    /// OpenFailure. The file's size is checked against the size of its pages.
+    /// Throws OpenFailure. The file's size is checked against its page size.
     explicit MdbPages(const QString &path);
     ~MdbPages() override;
 

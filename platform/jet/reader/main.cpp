@@ -44,8 +44,8 @@ int exportFile(const QString &path, bool schemaOnly)
 
 } // namespace
 
-/// arvo-jet-reader [--schema] FILE: writes what a Jet 3 or Jet 4 file holds to the standard output, in the frames of
-/// jet/wire/Protocol.h. Started by jet::JetReader; not meant for users.
+/// arvo-jet-reader [--schema] FILE: writes the content of a Jet 3 or Jet 4 file to standard output, in the frames of
+/// jet/wire/Protocol.h. Started by jet::JetReader; not intended for users.
 int main(int argc, char **argv)
 {
     const bool schemaOnly = argc == 3 && std::strcmp(argv[1], "--schema") == 0;

@@ -11,22 +11,22 @@ namespace jet::wire {
 struct FileFacts
 {
     int jetVersion = 0; ///< 3 or 4
-    int codePage = 0;   ///< of the text of Jet 3 files
+    int codePage = 0;   ///< for the text of Jet 3 files
     quint32 pageSize = 0;
     quint32 pageCount = 0;
 };
 
-/// A table: what the engine knows of one, and what only Jet keeps.
+/// A table: its description for the engine, and the data that only Jet has.
 struct TableFacts
 {
     dao::TableInfo info;
     QString description;
     QStringList fieldDescriptions; ///< in the order of info.fields
-    quint32 rowCount = 0;          ///< as the file states it
-    quint32 lastAutoNumber = 0;    ///< the last number given to an autonumber field; 0 when there is none
+    quint32 rowCount = 0;          ///< as stated in the file
+    quint32 lastAutoNumber = 0;    ///< last number assigned by an autonumber field; 0 if there is none
 };
 
-/// A remark or an error: its code, whom it concerns, how often, and the fault behind it with its page.
+/// A remark or an error: its code, the object, a count, and the cause with its page.
 struct Note
 {
     std::uint16_t code = 0;
@@ -44,7 +44,7 @@ void put(WireWriter &writer, const dao::RelationInfo &relation);
 void put(WireWriter &writer, const dao::QueryInfo &query);
 void put(WireWriter &writer, const Note &note);
 
-/// The opposite ways; ProtocolError when a payload does not hold what it should.
+/// Inverse functions. Throw ProtocolError if the payload is invalid.
 FileFacts takeFileFacts(WireReader &reader);
 TableFacts takeTableFacts(WireReader &reader);
 dao::RelationInfo takeRelation(WireReader &reader);

@@ -3,9 +3,9 @@
 
 namespace jet::wire {
 
-/// What a file's first bytes say it is.
+/// Kind of file according to its first bytes.
 enum class FileHead {
-    Unreadable, ///< there is no such file, or no right to read it
+    Unreadable, ///< the file does not exist or may not be read
     Other,
     Jet3,
     Jet4,

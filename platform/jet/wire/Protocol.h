@@ -4,10 +4,11 @@
 
 namespace jet::wire {
 
-/// The stream of the child: frames, each a kind (1 byte), the length of its payload (4 bytes) and the payload. Numbers
-/// are little-endian, text is a count of UTF-16 units and the units, bytes a count and the bytes. The order of frames:
-/// File, then Table, Relation and Query in any number, SchemaEnd; for each table TableBegin, Rows in any number,
-/// TableEnd; End. Remark may stand anywhere after File; Error is the last frame of a stream that failed.
+/// The stream of the child process: frames, each with a kind (1 byte), the length of its payload (4 bytes) and the
+/// payload. Numbers are little-endian; a text is a count of UTF-16 units followed by the units; bytes are a count
+/// followed by the bytes. Order of frames: File; any number of Table, Relation and Query; SchemaEnd; for each table
+/// TableBegin, any number of Rows, TableEnd; End. Remark may occur anywhere after File. Error is the last frame of a
+/// failed stream.
 enum class Frame : std::uint8_t {
     File = 1,
     Table,
@@ -22,15 +23,15 @@ enum class Frame : std::uint8_t {
     End
 };
 
-/// First number of the File frame: a child of another build is recognised before anything of it is believed.
+/// First number of the File frame, so that a child of another build is detected before any of its data is used.
 constexpr std::uint32_t kMagic = 0x4A455431;
 constexpr std::size_t kFrameHeader = 5;
-/// Exit code of a child that could not take from itself what a reader of foreign files must not have.
+/// Exit code of a child that could not restrict its own permissions.
 constexpr int kNotConfined = 4;
-/// Rows are gathered into frames of about this size; one row with long values may exceed it.
+/// Rows are collected into frames of about this size; a single row with long values may exceed it.
 constexpr std::size_t kRowsFrame = 64 * 1024;
 
-/// How one value of a row is written; the field's type decides which are allowed for it.
+/// Encoding of one value of a row; the field's type determines which tags are allowed.
 enum class Tag : std::uint8_t {
     Null = 0,
     False,
@@ -47,7 +48,7 @@ enum class Tag : std::uint8_t {
     Decimal
 };
 
-/// Why a part of a file could not be read.
+/// Reason why a part of a file could not be read.
 enum class Fault : std::uint16_t {
     None = 0,
     PageBeyondEnd,
@@ -64,10 +65,10 @@ enum class Fault : std::uint16_t {
     Overlapping
 };
 
-/// What ends the reading of a file.
+/// Errors that end the reading of a file.
 enum class ErrorCode : std::uint16_t { CannotOpen = 1, NotJet, NewerFormat, CutShort, CatalogDamaged, OutOfMemory };
 
-/// What is told beside the content. The texts stand in the table of messages of the library.
+/// Remarks on the content. The texts are in the message table of the library.
 enum class RemarkCode : std::uint16_t {
     LinkedTable = 1,
     Forms,

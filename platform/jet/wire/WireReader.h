@@ -6,14 +6,15 @@
 
 namespace jet::wire {
 
-/// The stream does not hold what it says: never a fault of the file that is read, always one of the child.
+/// The stream is invalid. This is always a fault of the child process, never of the file that is read.
 class ProtocolError : public std::exception
 {
 public:
     const char *what() const noexcept override { return "the stream of the reading process is damaged"; }
 };
 
-/// Takes numbers, texts and bytes from a payload. Every read is checked against what is left; ProtocolError.
+/// Reads numbers, texts and bytes from a payload. Every read is checked against the remaining bytes; throws
+/// ProtocolError.
 class WireReader
 {
 public:
@@ -31,12 +32,13 @@ public:
     bool flag();
     QString text();
     QByteArray blob();
-    /// A count of items of at least that many bytes each, checked against what is left before anything is reserved.
+    /// Reads a count of items of at least leastBytesEach bytes, checked against the remaining bytes before memory is
+    /// reserved.
     quint32 count(size_t leastBytesEach);
 
     size_t left() const { return m_rest.size(); }
     bool atEnd() const { return m_rest.empty(); }
-    /// ProtocolError unless everything was read.
+    /// Throws ProtocolError unless everything was read.
     void expectEnd() const;
 
 private:

@@ -5,7 +5,7 @@
 
 namespace jet::wire {
 
-/// Puts numbers, texts and bytes one behind the other (see Protocol.h for their form).
+/// Writes numbers, texts and bytes one after the other (format: Protocol.h).
 class WireWriter
 {
 public:
@@ -15,13 +15,13 @@ public:
     void i64(qint64 value) { raw(value); }
     void text(QStringView value);
     void blob(std::span<const uchar> value);
-    /// Bytes as they are, without a count.
+    /// Appends bytes without a count.
     void append(std::span<const uchar> value)
     {
         m_bytes.append(reinterpret_cast<const char *>(value.data()), qsizetype(value.size()));
     }
 
-    /// Writes a number that is known only later.
+    /// Overwrites a number that is known only later.
     void patchU32(qsizetype at, quint32 value);
 
     QByteArray &bytes() { return m_bytes; }
