@@ -28,7 +28,7 @@ CancelTriggers::~CancelTriggers()
         for (const QString &name : m_names)
             m_connection.run(u"DROP TRIGGER IF EXISTS temp."_s + name);
     } catch (const std::exception &) {
-        // Gone with the transaction, then.
+        // If DROP fails, the transaction was rolled back, which removed the temporary triggers as well.
     }
 }
 

@@ -3,13 +3,13 @@
 
 namespace dao {
 
-/// Lets a user stop a statement that changes many rows within the program's transaction. The inner engine's own way of
-/// interrupting would roll back the whole transaction; a trigger that fails undoes the statement alone. Temporary, and
-/// only as long as this object lives.
+/// Lets a user stop a statement that changes many rows inside the program's transaction. sqlite3_interrupt() would roll
+/// back the whole transaction; a trigger that raises an error undoes only the statement. The triggers are temporary and
+/// exist as long as this object.
 class CancelTriggers
 {
 public:
-    /// No tables: does nothing.
+    /// An empty list installs no triggers.
     CancelTriggers(store::Connection &connection, const QStringList &tables);
     ~CancelTriggers();
     CancelTriggers(const CancelTriggers &) = delete;

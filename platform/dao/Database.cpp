@@ -226,7 +226,7 @@ int Database::execute(const QString &sql)
 
 bool Database::mayWrite(const QString &path)
 {
-    // A change needs its journal beside the file.
+    // SQLite creates its rollback journal beside the file, so the folder must be writable as well.
     const QFileInfo file(path);
     return file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
 }

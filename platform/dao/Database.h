@@ -20,8 +20,8 @@ namespace store {
 class SchemaEditor;
 }
 
-/// A workspace: the transactions over all of its open databases. Nested up to five levels; an inner commit is undone by
-/// an outer roll back. Destroying it rolls back what is open.
+/// A workspace: transactions that span all of its open databases, nested up to five levels. Rolling back an outer
+/// transaction also undoes inner ones that were committed. The destructor rolls back what is still open.
 class Workspace
 {
 public:
@@ -30,13 +30,13 @@ public:
     Workspace(const Workspace &) = delete;
     Workspace &operator=(const Workspace &) = delete;
 
-    /// AsNeeded locks nothing before something is read or changed, and what was read before the first change may then
-    /// keep the change from waiting for another writer. What is sure to write begins as Writing: it waits for other
-    /// writers first (see Progress), and then no other one comes in between.
+    /// AsNeeded takes no lock until something is read or changed. If another program writes between the first read and
+    /// the first change, the change fails. Use Writing when the transaction is certain to write: it waits for other
+    /// writers at its start (see Progress) and then holds the write lock.
     enum class Begin { AsNeeded, Writing };
     /// Errors: 3003 nested too deep; 3034 commit or rollback without begin; 3260 locked by another program; 3024 at the
-    /// commit, when another file has taken the place of the open one. After a commit that failed the transaction is
-    /// still there, to be committed again or rolled back.
+    /// commit, if the path now names another file than the open one. After a failed commit the transaction is still
+    /// open: commit again or roll back.
     void beginTrans(Begin begin = Begin::AsNeeded);
     void commitTrans();
     void rollback();
@@ -49,12 +49,13 @@ private:
     std::shared_ptr<Impl> m_impl;
 };
 
-/// What a new file remembers of the format that was asked for (see docs/decisions): 32 Jet 3.x, 64 Jet 4.0.
+/// The file format that was requested at creation, kept as a property of the file (see docs/decisions): 32 Jet 3.x, 64
+/// Jet 4.0. It does not change how the file is stored.
 enum class FileFormat : int { Jet3 = 32, Jet4 = 64 };
 
 enum class OpenMode { Update, ReadOnly };
 
-/// One open database file. Paths are those of the machine.
+/// One open database file. Paths are native paths of the operating system.
 class Database
 {
 public:
@@ -63,16 +64,17 @@ public:
     Database(const Database &) = delete;
     Database &operator=(const Database &) = delete;
 
-    /// A new empty database, left open. locale is kept as a property. Errors: 3204 exists, 3044 no such folder, 3051 no
-    /// right.
+    /// Creates an empty database and leaves it open. locale is stored as a property. Errors: 3204 exists, 3044 no such
+    /// folder, 3051 no write permission.
     void create(const QString &path, const QString &locale, FileFormat format = FileFormat::Jet4);
-    /// Errors: 3024 no such file, 3343 not a database of ours, 3051 no right, 3045 in use. A file or folder without the
-    /// right to write is opened read-only (isUpdatable() is false) without an attempt to write.
+    /// Errors: 3024 no such file, 3343 not a database of this engine, 3051 no permission, 3045 in use. If the file or
+    /// its folder is not writable, the database is opened read-only (isUpdatable() is false) without an attempt to
+    /// write.
     void open(const QString &path, OpenMode mode = OpenMode::Update);
     void close();
     bool isOpen() const;
     bool isUpdatable() const;
-    /// Whether the rights to a file and its folder allow it to be opened for changes. Opens nothing.
+    /// True if the permissions of the file and its folder allow it to be opened for changes. Does not open the file.
     static bool mayWrite(const QString &path);
     QString name() const; ///< the file's path; empty when closed
     FileFormat fileFormat() const;
@@ -84,9 +86,10 @@ public:
     const TableInfo &table(QStringView name) const; ///< error 3265
     void createTable(const TableInfo &table);
     void deleteTable(QStringView name);
-    /// Gives a table another definition in one pass over its rows: fields match by name, fields that are new get the
-    /// values of fills, else their default when they are required, else Null; fields that newShape lacks go. Indexes
-    /// are those of newShape; relations stay, and what they need must. Takes time in proportion to the rows.
+    /// Replaces the definition of a table in one pass over its rows. Fields are matched by name. New fields get the
+    /// values of fills, otherwise their default if they are required, otherwise Null; fields missing in newShape are
+    /// dropped. Indexes become those of newShape. Relations are kept, so the fields and indexes that they need must
+    /// remain. The time is proportional to the number of rows.
     void alterTable(QStringView name, const TableInfo &newShape, const QList<FieldFill> &fills = {});
     void addField(QStringView table, const FieldInfo &field);
     void deleteField(QStringView table, QStringView field);
@@ -105,29 +108,31 @@ public:
     QString property(const QString &name) const;
     void setProperty(const QString &name, const QString &value);
 
-    /// The bytes of the file as it was last committed, from its beginning to its end, piece by piece. Changes of a
-    /// transaction in progress are not in them. Throws what take throws, too.
+    /// Passes the bytes of the file, as last committed, to take in consecutive pieces. Changes of a transaction in
+    /// progress are not included. Exceptions of take are passed on.
     void readFile(const std::function<void(QByteArrayView)> &take) const;
-    /// A number that is another one once another program has changed the file.
+    /// A number that changes when another program has changed the file.
     qint64 changeStamp() const;
 
-    /// Runs an action statement without parameters, failing on the first error, the statement undone as a whole.
-    /// Returns the rows affected. Error 3065 for a statement that returns rows, 3061 when it has parameters.
+    /// Runs an action statement without parameters and returns the number of affected rows. The first error undoes the
+    /// whole statement. Errors: 3065 for a statement that returns rows, 3061 if it has parameters.
     int execute(const QString &sql);
 
     enum class Check {
-        Quick, ///< the structure of the file and the types of its rows: reads the file once
-        Whole  ///< also that each index has the rows of its table
+        Quick, ///< checks the structure of the file and the types of its rows; reads the file once
+        Whole  ///< also checks that each index contains all rows of its table
     };
-    /// Looks for damage inside the file, which reading may not notice.
+    /// Looks for damage inside the file that normal reading may not detect.
     QList<DamageFinding> check(Check kind) const;
 
-    /// Brings the planner's statistics up to date; call after large changes. No table name: all tables.
+    /// Updates the query planner's statistics (SQL ANALYZE). Call after large changes. Without a table name: all
+    /// tables.
     void analyze(const QString &table = {});
-    /// Whether the planner knows anything of the table.
+    /// True if the planner has statistics for the table.
     bool hasStatistics(const QString &table) const;
-    /// Statistics for a table that is still empty: expected rows, and for each index the rows that share the first 1,
-    /// 2, ... of its fields. So a new database plans its queries well before it holds data.
+    /// Statistics for a table that is still empty: the expected number of rows, and for each index the average number
+    /// of rows that share its first 1, 2, ... fields. With them a new database gets good query plans before it holds
+    /// data.
     struct IndexStatistics
     {
         QString index;
@@ -135,7 +140,7 @@ public:
     };
     void seedStatistics(const QString &table, qint64 rows, const QList<IndexStatistics> &indexes);
 
-    /// The progress object that running statements consult; null for none. Not owned.
+    /// The progress object that running statements call; null for none. Not owned.
     void setProgress(Progress *progress);
 
     DatabaseImpl &impl() const;
@@ -148,7 +153,7 @@ private:
     std::shared_ptr<DatabaseImpl> m_impl;
 };
 
-/// A transaction that will write, begun; it rolls back when it is left without commit().
+/// Begins a writing transaction; the destructor rolls it back unless commit() was called.
 class Transaction
 {
 public:

@@ -15,9 +15,9 @@ namespace dao {
 
 namespace {
 
-const QString source = u"DAO.Workspace"_s;
+const QString kSource = u"DAO.Workspace"_s;
 
-/// Errors of the file itself are told as those of opening it.
+/// While it exists, errors of the file are reported as errors of opening it.
 class Opening
 {
 public:
@@ -37,7 +37,7 @@ private:
 void requireFolder(const QFileInfo &file)
 {
     if (!file.absoluteDir().exists())
-        throw store::engineError(error::PathNotValid, source, {file.filePath()});
+        throw store::engineError(error::PathNotValid, kSource, {file.filePath()});
 }
 
 void fillNewFile(store::Connection &connection, store::Catalog &catalog, const QString &locale, FileFormat format)
@@ -69,21 +69,22 @@ void DatabaseImpl::create(const QString &newPath, const QString &locale, FileFor
     const QFileInfo file(newPath);
     requireFolder(file);
     if (file.exists())
-        throw store::engineError(error::DatabaseExists, source);
+        throw store::engineError(error::DatabaseExists, kSource);
     if (!QFileInfo(file.absolutePath()).isWritable())
-        throw store::engineError(error::CannotOpenFile, source, {newPath});
-    // Made under another name and moved into place, so that there never is half a database of this name.
+        throw store::engineError(error::CannotOpenFile, kSource, {newPath});
+    // The file is created under another name and renamed, so that a crash never leaves an incomplete database under
+    // this name.
     const QString unfinished = newPath + u".new"_s;
     QFile::remove(unfinished);
     try {
         store::Connection maker;
         store::Catalog makerCatalog(maker);
-        store::SourceScope scope(maker, source);
+        store::SourceScope scope(maker, kSource);
         maker.open(unfinished, store::Connection::Mode::Create);
         fillNewFile(maker, makerCatalog, locale, format);
         maker.close();
         if (!QFile::rename(unfinished, newPath))
-            throw store::engineError(QFile::exists(newPath) ? error::DatabaseExists : error::CannotOpenFile, source,
+            throw store::engineError(QFile::exists(newPath) ? error::DatabaseExists : error::CannotOpenFile, kSource,
                                      {newPath});
     } catch (...) {
         QFile::remove(unfinished);
@@ -98,24 +99,24 @@ void DatabaseImpl::open(const QString &existingPath, OpenMode mode)
     const QFileInfo file(existingPath);
     requireFolder(file);
     if (!file.exists())
-        throw store::engineError(error::FileNotFound, source, {existingPath});
+        throw store::engineError(error::FileNotFound, kSource, {existingPath});
     if (!file.isFile() || !file.isReadable())
-        throw store::engineError(error::CannotOpenFile, source, {existingPath});
+        throw store::engineError(error::CannotOpenFile, kSource, {existingPath});
     openFile(existingPath, mode == OpenMode::ReadOnly || !Database::mayWrite(existingPath));
 }
 
 void DatabaseImpl::openFile(const QString &file, bool readOnly)
 {
-    store::SourceScope scope(connection, source);
+    store::SourceScope scope(connection, kSource);
     Opening opening(connection);
     try {
         using Mode = store::Connection::Mode;
         connection.open(file, readOnly ? Mode::ReadOnly : Mode::ReadWrite);
-        if (connection.number(u"PRAGMA application_id"_s) != store::applicationId)
-            throw store::engineError(error::UnrecognizedFormat, source, {file});
+        if (connection.number(u"PRAGMA application_id"_s) != store::kApplicationId)
+            throw store::engineError(error::UnrecognizedFormat, kSource, {file});
         catalog.load();
-        if (catalog.property(u"Layout"_s).toInt() > store::fileLayoutVersion)
-            throw store::engineError(error::UnrecognizedFormat, source, {file});
+        if (catalog.property(u"Layout"_s).toInt() > store::kFileLayoutVersion)
+            throw store::engineError(error::UnrecognizedFormat, kSource, {file});
         connection.setSchema(&catalog);
         registerDomainFunctions(*this);
         m_workspace->join(*this);

@@ -6,17 +6,17 @@
 
 namespace dao {
 
-/// Someone who is in the middle of reading rows from the file.
+/// A reader that still has rows to fetch from the file.
 class OpenReader
 {
 public:
     virtual ~OpenReader() = default;
-    /// Brings the rows that are still to be read to a safe place: definitions are about to change, or a transaction is
-    /// about to be rolled back.
+    /// Copies the remaining rows to the scratch database. Called before definitions change and before a rollback,
+    /// because both end the reading statement.
     virtual void secure() = 0;
 };
 
-/// What an open database is made of. Shared with its definitions and recordsets, which find it closed when it is.
+/// State of an open database. Shared with its query definitions and recordsets; after close() they get error 3420.
 class DatabaseImpl
 {
 public:
@@ -29,16 +29,16 @@ public:
     bool isOpen() const { return connection.isOpen(); }
 
     void requireOpen() const; ///< 3420
-    /// Before a statement: open, and the catalog as the file has it now.
+    /// Call before each statement: requires an open database and reloads the catalog if another connection changed it.
     void prepareStatement();
-    /// Before a rollback and a change of definitions.
+    /// Lets all open readers copy their remaining rows. Call before a rollback and before a change of definitions.
     void secureReaders();
-    /// After a rollback.
+    /// Updates the catalog after a rollback.
     void rolledBack();
-    /// Moves on whenever rows may have changed under a reader.
+    /// Changes whenever rows may have changed since a reader read them.
     quint64 changeStamp() const;
 
-    /// Where results are put that cannot be found again by keys.
+    /// The database on the temporary disk for results whose rows cannot be found again by key.
     store::Connection &scratch();
     qint64 nextScratchTable() { return ++m_scratchTables; }
 
@@ -60,7 +60,7 @@ private:
     quint64 m_rollbacks = 0;
 };
 
-/// The transactions of a workspace over its databases.
+/// Implementation of Workspace: the transaction state of all its databases.
 struct Workspace::Impl
 {
     std::vector<DatabaseImpl *> databases;
@@ -69,7 +69,7 @@ struct Workspace::Impl
     void begin(Workspace::Begin kind);
     void commit();
     void rollback();
-    /// A database that is opened while transactions run takes part in them.
+    /// Starts the open transactions in a database that is opened while they run.
     void join(DatabaseImpl &database);
 };
 

@@ -24,10 +24,12 @@ QString literal(const Value &value)
     return u'"' + text + u'"';
 }
 
-// A stored query may ask for itself by a text that only its rows make.
-constexpr int mostNested = 16;
+// A stored query can call itself through a text that is built from its rows. The compiler cannot detect that, so the
+// nesting of calls is limited at run time.
+constexpr int kMaxNesting = 16;
 
-// name, expression, domain and, where there is one, criteria: with literal texts the call is compiled into a subquery.
+// Arguments: function name, expression, domain and optionally criteria. Calls with literal texts do not come here: the
+// compiler turns them into subqueries.
 Value lookUp(DatabaseImpl &db, const QList<Value> &arguments)
 {
     if (arguments.size() < 3)
@@ -55,7 +57,7 @@ void registerDomainFunctions(DatabaseImpl &db)
 {
     const auto nested = std::make_shared<int>(0);
     db.connection.addFunction("jet_domain", [&db, nested](const QList<Value> &arguments) {
-        if (*nested >= mostNested)
+        if (*nested >= kMaxNesting)
             throw store::engineError(error::CircularQuery, source, {arguments.value(2).text()});
         ++*nested;
         const auto leave = qScopeGuard([nested] { --*nested; });

@@ -4,7 +4,8 @@ namespace dao {
 
 class DatabaseImpl;
 
-/// DLookup and its family, where their texts are only known when a row is read: each call is a query of its own.
+/// Registers DLookup and the other domain functions for calls whose texts are known only when a row is read. Each call
+/// runs a query.
 void registerDomainFunctions(DatabaseImpl &db);
 
 } // namespace dao

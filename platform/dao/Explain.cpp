@@ -53,7 +53,7 @@ public:
 
     void operator()(const sql::ExecutePlan &plan)
     {
-        // Nested calls end: the compiler refuses stored queries that call themselves.
+        // The recursion ends because the compiler refuses stored queries that call themselves.
         m_out.kind = u"EXECUTE of query %1"_s.arg(plan.query);
         QueryDef query = QueryDef::stored(m_database, plan.query);
         m_out.steps = explain(m_database, query.sql()).steps;
@@ -106,7 +106,7 @@ private:
         try {
             step.plan = queryPlan(m_database, sql);
         } catch (const DaoException &) {
-            // It reads a working table that only the step before makes.
+            // The statement reads a temporary table that an earlier step creates, so SQLite cannot prepare it here.
         }
         m_out.steps.append(step);
     }

@@ -3,31 +3,31 @@
 
 namespace dao {
 
-/// What the engine makes of a statement: for whoever wants to know what it reads, why it is slow, or why its rows
-/// cannot be edited.
+/// The result of explain(): what a statement reads, how it is run, and why its rows cannot be edited.
 struct Explanation
 {
-    /// One text that the inner engine is given, and how it goes about it.
+    /// One SQL text that is passed to SQLite, and SQLite's plan for it.
     struct Step
     {
         QString purpose; ///< one or a few words: "rows", "keys", "step 2"
         QString sql;
-        QStringList plan; ///< the inner engine's plan, a line each, indented; empty when only the step before tells
+        QStringList plan; ///< one line of EXPLAIN QUERY PLAN each, indented; empty if the text reads a table that an
+                          ///< earlier step creates
     };
 
     QString kind; ///< "SELECT", "UPDATE" and so on, or what a definition does
     QList<sql::Parameter> parameters;
-    QList<sql::Column> columns; ///< of a select, also one INTO a table; a cross table has only its row heads here
+    QList<sql::Column> columns; ///< for SELECT and SELECT INTO; for a cross table only the row headings
     bool returnsRows = false;
-    /// Of the statement itself; a database that was opened for reading is another matter.
+    /// For the statement itself; the read-only state of the database is not considered.
     sql::NotUpdatable whyNot = sql::NotUpdatable::No;
     QList<Step> steps;
 };
 
-/// Compiles a statement and asks for the plans; runs nothing. Throws as the statement itself would when it is compiled.
+/// Compiles a statement and queries the plans without running it. Throws the same errors as compiling.
 Explanation explain(Database &database, const QString &sql);
 
-/// The inner engine's plan for one of its own texts: a line each, indented by depth.
+/// SQLite's plan for a text of SQLite SQL, one line per entry, indented by depth.
 QStringList queryPlan(Database &database, const QString &innerSql);
 
 } // namespace dao

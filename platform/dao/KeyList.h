@@ -7,8 +7,8 @@
 
 namespace dao {
 
-/// Row keys one after another, millions of them. Grows where it lies as far as the system can, so that collecting keys
-/// takes hardly more memory than keeping them; a std::vector would hold them twice while it grows.
+/// A growing array of row keys for millions of rows. It grows with realloc(), in place where the system can, so
+/// collecting keys needs little more memory than keeping them. A std::vector holds both copies while it grows.
 class KeyList
 {
 public:
@@ -17,7 +17,7 @@ public:
     void push_back(qint64 key)
     {
         if (m_size == m_capacity)
-            resize(m_capacity + std::max(m_capacity / 2, fewKeys));
+            resize(m_capacity + std::max(m_capacity / 2, kFewKeys));
         m_keys.get()[m_size++] = key;
     }
     void append(std::span<const qint64> keys)
@@ -28,13 +28,13 @@ public:
     void shrink_to_fit() { resize(std::max(m_size, size_t(1))); }
 
 private:
-    static constexpr size_t fewKeys = 64;
+    static constexpr size_t kFewKeys = 64;
     struct Free
     {
         void operator()(qint64 *keys) const { std::free(keys); }
     };
 
-    void resize(size_t capacity); ///< std::bad_alloc
+    void resize(size_t capacity); ///< throws std::bad_alloc
 
     std::unique_ptr<qint64, Free> m_keys;
     size_t m_size = 0;

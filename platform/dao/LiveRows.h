@@ -4,9 +4,9 @@
 
 namespace dao {
 
-/// Which of a fixed list of slots are still there, and the positions of those that are: slots are numbered once, the
-/// positions behind one that goes move up. Costs nothing until a slot goes; from then on each question takes a time
-/// in proportion to the logarithm of their number.
+/// Maps positions to slots while rows are deleted. Slots are numbered once; when one is removed, the positions after it
+/// move up by one. Needs no memory until the first removal; afterwards each call takes O(log n), with a Fenwick tree
+/// (binary indexed tree) over blocks of 64 slots.
 class LiveRows
 {
 public:
@@ -21,7 +21,7 @@ public:
     void remove(qint64 slot);
     bool isLive(qint64 slot) const;
     qint64 slotAt(qint64 position) const;
-    /// Of a slot that is live.
+    /// The slot must be live.
     qint64 positionOf(qint64 slot) const;
 
 private:
@@ -30,8 +30,8 @@ private:
 
     qint64 m_slots;
     qint64 m_live;
-    std::vector<quint64> m_bits;  ///< one for each slot; empty as long as all are live
-    std::vector<qint64> m_counts; ///< live slots of blocks of 64, summed up as a binary indexed tree
+    std::vector<quint64> m_bits;  ///< one bit per slot; empty while all slots are live
+    std::vector<qint64> m_counts; ///< number of live slots per block of 64, as a Fenwick tree
 };
 
 } // namespace dao

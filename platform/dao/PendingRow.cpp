@@ -11,8 +11,8 @@ namespace dao {
 namespace {
 
 const QString source = u"DAO.Field"_s;
-constexpr double currencyScale = 10'000.0;
-constexpr qsizetype firstReserve = 1024;
+constexpr double kCurrencyScale = 10'000.0;
+constexpr qsizetype kFirstReserve = 1024;
 
 } // namespace
 
@@ -32,7 +32,7 @@ void PendingRow::reserve(qsizetype bytes)
 {
     const auto needed = size_t(m_used + bytes);
     if (m_bytes.size() < needed)
-        m_bytes.resize(std::max({needed, m_bytes.size() * 2, size_t(firstReserve)}));
+        m_bytes.resize(std::max({needed, m_bytes.size() * 2, size_t(kFirstReserve)}));
 }
 
 void PendingRow::setText(Cell &cell, const QString &text)
@@ -81,7 +81,7 @@ void PendingRow::set(int field, const FieldInfo &info, const Value &given)
         cell = {Kind::Integer, value->integer(), 0, 0, 0};
         break;
     case Value::Type::Currency:
-        cell = {Kind::Real, 0, double(value->integer()) / currencyScale, 0, 0};
+        cell = {Kind::Real, 0, double(value->integer()) / kCurrencyScale, 0, 0};
         break;
     case Value::Type::Float:
     case Value::Type::Double:

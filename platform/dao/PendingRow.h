@@ -8,8 +8,8 @@
 
 namespace dao {
 
-/// The values given to fields since edit or addNew, in the form in which they are stored. Built for many rows: nothing
-/// is allocated per row once it has grown to the size of the largest.
+/// The field values set since edit() or addNew(), in stored form. Used for bulk loading: the buffers are reused, so
+/// nothing is allocated per row once they have grown to the largest row.
 class PendingRow
 {
 public:
@@ -17,13 +17,13 @@ public:
     using Mask = std::vector<quint64>;
 
     void reset(int fieldCount);
-    /// The value converted to the field's type. Errors: 3421 cannot be converted, 3163 too long.
+    /// Stores the value converted to the field's type. Errors: 3421 cannot be converted, 3163 too long.
     void set(int field, const FieldInfo &info, const Value &value);
     bool isSet(int field) const { return m_mask[size_t(field) / 64] >> (field % 64) & 1; }
     bool isEmpty() const;
     const Mask &mask() const { return m_mask; }
     Value value(int field, DataType type) const;
-    /// What is bound stays valid until the next set().
+    /// The bound memory stays valid until the next set().
     void bind(store::Statement &statement, int parameter, int field) const;
 
 private:

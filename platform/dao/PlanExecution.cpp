@@ -13,11 +13,12 @@ namespace dao {
 
 namespace {
 
-/// Where a value goes into a table that is made of a query. What is computed has to keep to the limits of its type.
+/// The VALUES term for a field of a table that is created from a query. Computed values must be converted, because they
+/// can lie outside the range of their type.
 QString placeFor(const FieldInfo &field, bool computed)
 {
     switch (field.type) {
-    case DataType::Boolean: // holds no Null, an outer join may
+    case DataType::Boolean: // a Boolean field holds no Null, but an outer join can return one
         return u"coalesce(?, 0)"_s;
     case DataType::Date:
         return computed ? u"jet_to_date(?)"_s : u"?"_s;
@@ -77,14 +78,14 @@ int PlanExecution::carryOut(const sql::ActionPlan &plan)
 {
     store::Connection &connection = m_db.connection;
     const bool asks = connection.mustAskToStop() && !plan.askingSteps.isEmpty();
-    // Where rows are gathered first, they are also sorted so that a user can get in between.
+    // If rows are materialised first, they are also sorted in small pieces, so that the user can stop the sort.
     const bool gathers = connection.progress() && plan.askingSteps.size() > 1;
     const auto &steps = asks || gathers ? plan.askingSteps : plan.steps;
     const bool alone = plan.steps.size() == 1 && !asks && !gathers;
-    // What undoes a statement may end the reading of those who are in the middle of it.
+    // Undoing a statement can end statements that are still reading, so open readers are secured first.
     if (!alone || connection.progress())
         m_db.secureReaders();
-    // A single statement is undone by itself when it fails.
+    // SQLite undoes a single failed statement itself; it needs no savepoint.
     if (alone)
         return runAlone(plan.steps.first());
     const CancelTriggers triggers(connection, asks ? reachedFrom(plan.tables) : QStringList());
@@ -106,7 +107,7 @@ int PlanExecution::runAlone(const sql::ActionPlan::Step &step)
     return step.countsRows ? int(m_db.connection.changes()) : 0;
 }
 
-/// The tables, and those that a change of them reaches by cascades.
+/// Returns the tables and all tables that cascades of their relations change.
 QStringList PlanExecution::reachedFrom(const QStringList &tables) const
 {
     QStringList reached = tables;
@@ -126,7 +127,7 @@ int PlanExecution::carryOut(const sql::SelectIntoPlan &plan)
     qint64 rows = 0;
     m_db.editor.asOne([&] {
         m_db.editor.createTable(plan.table);
-        // Row by row: the reading half can be interrupted without the inner engine giving up the whole transaction.
+        // Copies row by row: the SELECT can then be interrupted without SQLite rolling back the whole transaction.
         store::Statement select(m_db.connection, plan.select.fullSql, store::Access::User);
         bindParameters(select);
         QStringList places;
@@ -150,7 +151,7 @@ void PlanExecution::addParts(const QString &tableName, const QList<IndexInfo> &i
     }
 }
 
-/// The two tables, and a number where they are related already.
+/// Builds the name from both table names, with a number appended if that name is in use.
 QString PlanExecution::freeRelationName(const RelationInfo &relation) const
 {
     const QString plain = relation.table + relation.foreignTable;

@@ -3,12 +3,12 @@
 
 namespace dao {
 
-/// Carries out the plan of a statement that returns no rows, as a whole or not at all.
+/// Executes the plan of a statement that returns no rows, inside a savepoint: a failure undoes all of it.
 class PlanExecution
 {
 public:
     PlanExecution(Database &database, DatabaseImpl &db, QueryDef::Impl &query);
-    /// The rows affected.
+    /// Returns the number of affected rows.
     int run();
 
 private:

@@ -17,9 +17,9 @@ namespace dao {
 
 namespace {
 
-const QString source = u"DAO.QueryDef"_s;
+const QString kSource = u"DAO.QueryDef"_s;
 
-/// While it lives, statements of the connection stop after some seconds, and when the user wants to stop.
+/// While it exists, statements of the connection are stopped after kLongestMilliseconds or when the user cancels.
 class SearchLimit : public Progress
 {
 public:
@@ -41,8 +41,8 @@ public:
 
     bool cancelled() override
     {
-        constexpr qint64 longest = 5000;
-        return m_timer.elapsed() > longest || (m_outer && m_outer->cancelled());
+        constexpr qint64 kLongestMilliseconds = 5000;
+        return m_timer.elapsed() > kLongestMilliseconds || (m_outer && m_outer->cancelled());
     }
 
 private:
@@ -149,19 +149,21 @@ void QueryDef::Impl::requireParameters(const QString &from)
             hints.append(u"If %1 is a text, it needs quotes: '%1'."_s.arg(parameter.name));
     }
     const DaoException error = store::engineError(error::TooFewParameters, from, {QString::number(missing)});
-    // Of one parameter, the place; of many, the first ones.
-    constexpr qsizetype mostHints = 3;
+    // For one parameter its place is reported; for several the hints of the first ones.
+    constexpr qsizetype kMaxHints = 3;
     const SourceRange where = missing == 1 ? compiled->parameters[firstMissing].where : SourceRange();
     throw DaoException(error.number(), error.source(), error.description(), where)
-        .withHint(hints.first(qMin(hints.size(), mostHints)).join(u' '));
+        .withHint(hints.first(qMin(hints.size(), kMaxHints)).join(u' '));
 }
 
 void QueryDef::Impl::rethrowWithPlace(const DaoException &exception)
 {
-    static constexpr int calculations[] = {error::InvalidProcedureCall, error::Overflow,         error::DivisionByZero,
-                                           error::TypeMismatch,         error::InvalidUseOfNull, error::SubqueryRows,
-                                           error::NumericOverflow,      error::ConversionFailed, error::FieldTooSmall};
-    const bool isCalculation = std::ranges::find(calculations, exception.number()) != std::end(calculations);
+    static constexpr int kCalculationErrors[] = {
+        error::InvalidProcedureCall, error::Overflow,         error::DivisionByZero,
+        error::TypeMismatch,         error::InvalidUseOfNull, error::SubqueryRows,
+        error::NumericOverflow,      error::ConversionFailed, error::FieldTooSmall};
+    const bool isCalculation =
+        std::ranges::find(kCalculationErrors, exception.number()) != std::end(kCalculationErrors);
     if (exception.where().isValid() || !isCalculation)
         throw exception;
     if (const std::optional<SourceRange> place = placeOf(exception))
@@ -170,7 +172,7 @@ void QueryDef::Impl::rethrowWithPlace(const DaoException &exception)
     throw exception;
 }
 
-// The statement is read once more, this time by a text that tells places. What takes too long is given up.
+// Runs the statement again in a form that reports the place of a failed expression. Stops after a time limit.
 std::optional<SourceRange> QueryDef::Impl::placeOf(const DaoException &exception)
 {
     const SearchLimit limit(db->connection);
@@ -189,7 +191,7 @@ std::optional<SourceRange> QueryDef::Impl::placeOf(const DaoException &exception
         if (found.number() == exception.number() && found.where().length > 0)
             return SourceRange::of(sql, found.where().start, found.where().length);
     } catch (const DaoCancelled &) {
-        // The failure is told without a place.
+        // Without a place the error is still correct, so failures of the search are ignored.
     }
     return std::nullopt;
 }
@@ -201,8 +203,8 @@ QList<sql::CrosstabHeading> readHeadings(DatabaseImpl &db, const sql::CrosstabPl
     for (int i = 0; i < qMin(values.parameterCount(), int(parameters.size())); ++i)
         store::bindValue(values, i + 1, parameters[i]);
     QList<sql::CrosstabHeading> headings;
-    // More than a table holds are as good as any number of them.
-    while (headings.size() <= sql::maxCrosstabColumns && values.step())
+    // Reading stops after one heading more than allowed: withHeadings() then reports error 3205.
+    while (headings.size() <= sql::kMaxCrosstabColumns && values.step())
         headings.append({store::columnValue(values, 0, DataType::Text).text(),
                          store::columnValue(values, 1, DataType::Text).text()});
     return headings;
@@ -247,7 +249,7 @@ QString QueryDef::sql() const
 
 const sql::CompiledStatement &QueryDef::compiled() const
 {
-    store::SourceScope scope(m_impl->db->connection, source);
+    store::SourceScope scope(m_impl->db->connection, kSource);
     return m_impl->ensureCompiled();
 }
 
@@ -265,19 +267,19 @@ const sql::Parameter &QueryDef::parameter(int index) const
 {
     const sql::CompiledStatement &statement = compiled();
     if (index < 0 || index >= statement.parameters.size())
-        throw store::engineError(error::ItemNotFound, source);
+        throw store::engineError(error::ItemNotFound, kSource);
     return statement.parameters[index];
 }
 
 void QueryDef::setParameter(int index, const Value &value)
 {
-    m_impl->setParameter(index, value, source);
+    m_impl->setParameter(index, value, kSource);
 }
 
 void QueryDef::setParameter(const QString &name, const Value &value)
 {
     compiled();
-    m_impl->setParameter(m_impl->indexOfParameter(name), value, source);
+    m_impl->setParameter(m_impl->indexOfParameter(name), value, kSource);
 }
 
 Value QueryDef::parameterValue(int index) const
@@ -288,24 +290,24 @@ Value QueryDef::parameterValue(int index) const
 
 int QueryDef::fieldCount() const
 {
-    store::SourceScope scope(m_impl->db->connection, source);
+    store::SourceScope scope(m_impl->db->connection, kSource);
     return int(m_impl->describedPlan().columns.size());
 }
 
 const FieldInfo &QueryDef::field(int index) const
 {
     if (index < 0 || index >= fieldCount())
-        throw store::engineError(error::ItemNotFound, source);
+        throw store::engineError(error::ItemNotFound, kSource);
     return m_impl->describedPlan().columns[index].info;
 }
 
 int QueryDef::execute()
 {
-    store::SourceScope scope(m_impl->db->connection, source);
+    store::SourceScope scope(m_impl->db->connection, kSource);
     if (m_impl->ensureCompiled().returnsRows())
-        throw store::engineError(error::CannotExecuteSelect, source);
+        throw store::engineError(error::CannotExecuteSelect, kSource);
     m_impl->compileForRun();
-    m_impl->requireParameters(source);
+    m_impl->requireParameters(kSource);
     try {
         return PlanExecution(*m_impl->database, *m_impl->db, *m_impl).run();
     } catch (const DaoException &exception) {

@@ -3,11 +3,12 @@
 
 namespace dao {
 
-/// A query definition: temporary (no name) or stored. Compiled when first asked for its fields or parameters.
+/// A query definition: temporary (no name) or stored. It is compiled when its fields or parameters are first read.
 class QueryDef
 {
 public:
-    /// A temporary definition; syntax errors are thrown here, unknown names when fields or parameters are first read.
+    /// Creates a temporary definition. Syntax errors are thrown here; unknown names are reported when fields or
+    /// parameters are first read.
     QueryDef(Database &database, const QString &sql);
     /// The stored query of that name; error 3265.
     static QueryDef stored(Database &database, QStringView name);
@@ -22,18 +23,19 @@ public:
 
     int parameterCount() const;
     const sql::Parameter &parameter(int index) const;
-    /// Converts to the parameter's type; error 3421 when it cannot be. Values stay for later runs.
+    /// Converts the value to the parameter's type; error 3421 if it cannot be converted. Values are kept for later
+    /// runs.
     void setParameter(int index, const Value &value);
     void setParameter(const QString &name, const Value &value); ///< error 3265
     Value parameterValue(int index) const;
 
-    /// The columns of what it returns. Those of a cross table are told by its data: it is looked at now, and only the
-    /// row heads are known while parameters have no values.
+    /// The columns of the result. Those of a cross table depend on its data, which is read by this call; while
+    /// parameters have no values only the row headings are known.
     int fieldCount() const;
     const FieldInfo &field(int index) const;
 
-    /// Runs an action statement, fail-on-error: a failure undoes the statement. Returns the rows affected.
-    /// Errors: 3065 for a statement that returns rows, 3061 "Too few parameters. Expected n." when one has no value.
+    /// Runs an action statement and returns the number of affected rows. An error undoes the statement. Errors: 3065
+    /// for a statement that returns rows, 3061 "Too few parameters. Expected n." if one has no value.
     int execute();
 
 private:

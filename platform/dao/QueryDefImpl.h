@@ -10,16 +10,17 @@ struct QueryDef::Impl
 {
     Impl(Database &owner, std::shared_ptr<DatabaseImpl> ownerImpl, const QString &text);
 
-    /// Compiles when it has not been, or when the schema is another by now. Values of parameters stay.
+    /// Compiles the statement if it is not compiled yet or the schema has changed. Parameter values are kept.
     const sql::CompiledStatement &ensureCompiled();
-    /// Before a run: also when the data may be other by now than that which told the columns.
+    /// Like ensureCompiled(), but also compiles again if the columns depend on data that may have changed.
     void compileForRun();
-    /// The columns; of a cross table those that its data gives now, or only the row heads while parameters lack values.
+    /// The plan with its columns. For a cross table: the columns that its data gives now, or only the row headings
+    /// while parameters have no values.
     const sql::SelectPlan &describedPlan();
     int indexOfParameter(QStringView name) const;
     void setParameter(int index, const Value &value, const QString &from);
     void requireParameters(const QString &from); ///< 3061
-    /// A failure of a run goes on with the place of the expression that failed, where that can be found.
+    /// Rethrows an error of a run with the place of the failed expression, if that can be determined.
     [[noreturn]] void rethrowWithPlace(const DaoException &exception);
 
     Database *database;
@@ -29,8 +30,8 @@ struct QueryDef::Impl
     std::optional<sql::CompiledStatement> compiled;
     quint64 generation = 0;
     QList<Value> parameters;             ///< Empty: not set
-    std::vector<store::Statement> steps; ///< of an action, prepared at its first run
-    bool fitsData = false;               ///< compiled since the last run
+    std::vector<store::Statement> steps; ///< statements of an action query, prepared at its first run
+    bool fitsData = false; ///< true if it was compiled since the last run, so that its columns fit the data
     std::optional<sql::SelectPlan> described;
     quint64 describedAt = 0;
 
@@ -39,10 +40,10 @@ private:
     std::optional<SourceRange> placeOf(const DaoException &exception);
 };
 
-/// Runs the part of a cross table that tells its columns.
+/// Runs the query that returns the column headings of a cross table.
 QList<sql::CrosstabHeading> readHeadings(DatabaseImpl &db, const sql::CrosstabPlan &crosstab,
                                          const QList<Value> &parameters = {});
-/// Compiles a text against the database as it is. syntax: of the text, when it is known already.
+/// Compiles a text against the current schema. syntax: the parsed text, if the caller has it.
 sql::CompiledStatement compileIn(DatabaseImpl &db, const QString &text, const sql::SyntaxTree &syntax = {});
 
 } // namespace dao

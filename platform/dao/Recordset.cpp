@@ -10,11 +10,11 @@ namespace dao {
 
 namespace {
 
-const QString source = u"DAO.Recordset"_s;
+const QString kSource = u"DAO.Recordset"_s;
 
 [[noreturn]] void fail(int number, const QStringList &arguments = {})
 {
-    throw store::engineError(number, source, arguments);
+    throw store::engineError(number, kSource, arguments);
 }
 
 } // namespace
@@ -77,7 +77,7 @@ void Recordset::Impl::step(int direction)
         if (direction < 0)
             fail(error::InvalidOperation);
         requireRow();
-        store::SourceScope scope(db->connection, source);
+        store::SourceScope scope(db->connection, kSource);
         try {
             forward->next();
         } catch (const DaoException &exception) {
@@ -87,7 +87,7 @@ void Recordset::Impl::step(int direction)
     }
     if (direction > 0 ? row >= count() && !onDeleted : row < 0)
         fail(error::NoCurrentRecord);
-    // The row after a deleted one has already taken its place.
+    // After a deletion the next row already has the position of the deleted one.
     moveTo(onDeleted && direction > 0 ? row : row + direction);
 }
 
@@ -108,7 +108,7 @@ void Recordset::Impl::load()
         fail(error::RecordDeleted);
     if (loadedRow == row && loadedAt == db->changeStamp())
         return;
-    store::SourceScope scope(db->connection, source);
+    store::SourceScope scope(db->connection, kSource);
     loadedRow = -1;
     if (!rows->read(row, cells))
         fail(error::RecordDeleted);
@@ -135,7 +135,7 @@ Value Recordset::Impl::value(int index)
 
 int Recordset::Impl::requireField(const QString &name)
 {
-    // Programs ask by the same few names for every row.
+    // Caches name lookups: programs read the same few columns in every row.
     const auto known = places.constFind(name);
     if (known != places.cend())
         return *known;
@@ -188,7 +188,7 @@ void Recordset::setParameter(const QString &name, const Value &value)
     if (!m_impl->query)
         fail(error::ItemNotFound);
     m_impl->query->ensureCompiled();
-    m_impl->query->setParameter(m_impl->query->indexOfParameter(name), value, source);
+    m_impl->query->setParameter(m_impl->query->indexOfParameter(name), value, kSource);
 }
 
 void Recordset::setParameter(int index, const Value &value)
@@ -196,7 +196,7 @@ void Recordset::setParameter(int index, const Value &value)
     m_impl->requireOpen();
     if (!m_impl->query)
         fail(error::ItemNotFound);
-    m_impl->query->setParameter(index, value, source);
+    m_impl->query->setParameter(index, value, kSource);
 }
 
 void Recordset::requery()

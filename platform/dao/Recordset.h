@@ -6,18 +6,18 @@
 namespace dao {
 
 /// The rows of a query or a table.
-/// A dynaset holds one key per row (8 bytes a row for one table) and reads cells on demand: its membership and order
-/// are fixed when it is opened, its values are live. A row is read anew after every move, and after every change made
-/// through this database. Others can write to the file between the reads; only while an event loop runs is what is read
-/// until it is reached again (one painting of a grid) read in one piece.
-/// A snapshot reads in one pass forward; others cannot commit until it has come to its end or is closed.
-/// A table-append set only adds rows.
+/// A dynaset holds one key per row (8 bytes per row and table) and reads cells on demand: its members and their order
+/// are fixed when it is opened, its values are current. A row is read again after each move and after each change made
+/// through this database. Other programs can write between two reads; while an event loop runs, all reads until control
+/// returns to it (one painting of a grid) see the same state.
+/// A snapshot reads forward in one pass; other programs cannot commit until it reaches its end or is closed.
+/// A table-append recordset only adds rows.
 class Recordset
 {
 public:
     enum class Type {
         Dynaset,
-        Snapshot,   ///< forward only: moveNext, no bookmarks, the quickest way through many rows
+        Snapshot,   ///< forward only: moveNext, no bookmarks; the fastest way to read many rows
         TableAppend ///< addNew/update on one table, no rows to read
     };
 
@@ -26,31 +26,31 @@ public:
     Recordset(const Recordset &) = delete;
     Recordset &operator=(const Recordset &) = delete;
 
-    /// sql: a select statement, or the name of a table or stored query. Stands on the first row, if there is one.
+    /// sql: a SELECT statement, or the name of a table or stored query. Moves to the first row, if there is one.
     void open(Type type, const QString &sql);
-    /// The definition's parameter values are copied. Error 3061 when one has none, 3219 for an action statement.
+    /// Copies the parameter values of the definition. Errors: 3061 if one has no value, 3219 for an action statement.
     void open(Type type, const QueryDef &query);
     void close();
     bool isOpen() const;
 
-    // Parameters of the recordset's own copy, for requery().
+    // Parameters of the recordset's own copy, used by requery().
     void setParameter(const QString &name, const Value &value);
     void setParameter(int index, const Value &value);
     void requery();
 
-    // Position. A pending edit is dropped by every move.
+    // Position. Each move discards a pending edit.
     bool isEof() const;
     bool isBof() const;
     void moveFirst();
     void moveNext();
     void movePrevious();
     void moveLast();
-    /// Rows of a dynaset (all of them are known once it is open); rows read so far of a snapshot.
+    /// The number of rows of a dynaset; for a snapshot the number of rows read so far.
     qint64 recordCount() const;
-    /// Opaque, of this recordset only, not valid after requery. Error 3021 without a current row.
+    /// An opaque value for this recordset only; invalid after requery. Error 3021 without a current row.
     QByteArray bookmark() const;
     void setBookmark(const QByteArray &bookmark); ///< error 3159
-    /// 0-based position of the current row in a dynaset, and a move there.
+    /// The 0-based position of the current row in a dynaset. setPosition() moves there.
     qint64 position() const;
     void setPosition(qint64 row);
 
@@ -58,10 +58,9 @@ public:
     int fieldCount() const;
     const FieldInfo &field(int index) const;
     const sql::Column &column(int index) const;
-    /// Ordinal of the first field of exactly this name (case counts), or -1.
+    /// Index of the first field with exactly this name (case-sensitive), or -1.
     int fieldIndex(QStringView name) const;
-    /// Errors: 3021 no current row, 3167 the row was deleted, 3265 unknown name (which is matched without regard to
-    /// case).
+    /// Errors: 3021 no current row, 3167 the row was deleted, 3265 unknown name (matched without regard to case).
     Value value(int index) const;
     Value value(const QString &name) const;
 

@@ -53,21 +53,22 @@ struct Recordset::Impl
     std::shared_ptr<DatabaseImpl> db;
     Type type = Type::Dynaset;
     bool opened = false;
-    std::unique_ptr<QueryDef::Impl> query; ///< null for a table that is only appended to
+    std::unique_ptr<QueryDef::Impl> query; ///< null for a table-append recordset
     QList<sql::Column> columns;
-    QHash<QString, int> places; ///< of columns by name as written; filled as they are asked for
+    QHash<QString, int> places; ///< column indexes by name as written; filled on demand
     QList<sql::KeySource> sources;
     sql::NotUpdatable whyNot = sql::NotUpdatable::No;
-    quint64 stamp = 0; ///< of this run; bookmarks of another are not valid
+    quint64 stamp = 0; ///< identifies this run; bookmarks of other runs are refused
 
     std::unique_ptr<RowSource> rows;
-    KeyedRows *keyed = nullptr; ///< rows, when they are found by keys
+    KeyedRows *keyed = nullptr; ///< points to rows if they are found by keys, else null
     std::unique_ptr<ForwardRows> forward;
 
-    qint64 row = -1;        ///< -1 before the first, count() behind the last
-    bool onDeleted = false; ///< the current row was deleted here; row is the one that followed it
+    qint64 row = -1; ///< -1 before the first row, count() after the last
+    bool onDeleted =
+        false; ///< the current row was deleted through this recordset; row is the position of its successor
 
-    std::vector<Value> cells; ///< of the current row
+    std::vector<Value> cells; ///< cells of the current row
     qint64 loadedRow = -1;
     quint64 loadedAt = 0;
 
@@ -79,7 +80,7 @@ struct Recordset::Impl
         int column;
         QString sql;
     };
-    std::vector<ComputedDefault> computedDefaults; ///< not left to the file: Date(), Now(), ...
+    std::vector<ComputedDefault> computedDefaults; ///< defaults that SQLite cannot evaluate itself: Date(), Now(), ...
     QByteArray lastModified;
 };
 

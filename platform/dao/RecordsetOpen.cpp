@@ -10,7 +10,7 @@ namespace dao {
 
 namespace {
 
-const QString source = u"DAO.Recordset"_s;
+const QString kSource = u"DAO.Recordset"_s;
 
 quint64 nextStamp()
 {
@@ -29,7 +29,7 @@ void Recordset::Impl::open(Type asked, const QString &text)
 {
     close();
     type = asked;
-    store::SourceScope scope(db->connection, source);
+    store::SourceScope scope(db->connection, kSource);
     db->prepareStatement();
     const QString name = text.trimmed();
     const TableInfo *table = db->catalog.findTable(name);
@@ -37,7 +37,8 @@ void Recordset::Impl::open(Type asked, const QString &text)
         openTable(*table);
         return;
     }
-    // A stored query is opened as its own text says: it may be a cross table, whose columns no other query could know.
+    // Uses the text of the stored query itself instead of SELECT * FROM it: it can be a cross table, whose columns
+    // would be unknown to an outer query.
     const QueryInfo *stored = table ? nullptr : db->catalog.findQuery(name);
     const QString sql = table ? QString(u"SELECT * FROM "_s + bracketed(name)) : stored ? stored->sql : text;
     openQuery(std::make_unique<QueryDef::Impl>(*database, db, sql));
@@ -63,12 +64,12 @@ void Recordset::Impl::openTable(const TableInfo &table)
 
 void Recordset::Impl::openQuery(std::unique_ptr<QueryDef::Impl> definition)
 {
-    store::SourceScope scope(db->connection, source);
+    store::SourceScope scope(db->connection, kSource);
     query = std::move(definition);
     opened = true;
     try {
         if (!query->ensureCompiled().returnsRows())
-            throw store::engineError(error::InvalidOperation, source);
+            throw store::engineError(error::InvalidOperation, kSource);
         run();
     } catch (...) {
         close();
@@ -87,9 +88,9 @@ void Recordset::Impl::run()
 
 void Recordset::Impl::runOnce()
 {
-    store::SourceScope scope(db->connection, source);
+    store::SourceScope scope(db->connection, kSource);
     query->compileForRun();
-    query->requireParameters(source);
+    query->requireParameters(kSource);
     const auto &compiled = std::get<sql::SelectPlan>(query->compiled->plan);
     const sql::SelectPlan plan =
         compiled.crosstab ? sql::withHeadings(compiled, readHeadings(*db, *compiled.crosstab, query->parameters))

@@ -11,11 +11,11 @@ namespace dao {
 
 namespace {
 
-const QString source = u"DAO.Recordset"_s;
+const QString kSource = u"DAO.Recordset"_s;
 
 [[noreturn]] void fail(int number, const QStringList &arguments = {})
 {
-    throw store::engineError(number, source, arguments);
+    throw store::engineError(number, kSource, arguments);
 }
 
 Value evaluate(store::Connection &connection, const QString &expression)
@@ -60,10 +60,10 @@ void Recordset::Impl::setValue(int index, const Value &value)
     if (index < 0 || index >= columns.size())
         fail(error::ItemNotFound);
     const sql::Column &column = columns[index];
-    // A new row may be given the number that would have been counted, as conversions of other data do.
+    // An autonumber can be set in a new row, as conversions need; an existing one cannot be changed.
     const bool numbersNewRow = column.info.isAutoIncrement() && pendingKind == Pending::Add && column.source >= 0;
     if (!numbersNewRow && column.info.isAutoIncrement())
-        throw store::engineError(error::FieldCannotBeSet, source)
+        throw store::engineError(error::FieldCannotBeSet, kSource)
             .withHint(u"Field '%1' is an autonumber."_s.arg(column.info.name));
     if (!numbersNewRow && (!column.updatable || column.source < 0))
         fail(error::FieldNotUpdatable, {column.info.name});
@@ -92,7 +92,7 @@ void Recordset::Impl::update()
     requireOpen();
     if (pendingKind == Pending::None)
         fail(error::UpdateWithoutEdit);
-    store::SourceScope scope(db->connection, source);
+    store::SourceScope scope(db->connection, kSource);
     db->connection.throwIfCancelled();
     if (pendingKind == Pending::Add)
         insertRow();
@@ -103,7 +103,7 @@ void Recordset::Impl::update()
 
 int Recordset::Impl::sourceToInsertInto() const
 {
-    // A row of a join is added through its many side, whose row carries the key of the other.
+    // A new row of a join is inserted into the table on the many side, whose row holds the key of the other table.
     int target = -1;
     for (int i = 0; i < int(sources.size()); ++i) {
         if (sources[i].deletable && target < 0)
@@ -146,11 +146,11 @@ void Recordset::Impl::updateRow()
             changed.push_back(i);
     }
     for (const int i : changed) {
-        if (keys[size_t(i)] == KeyedRows::absent)
+        if (keys[size_t(i)] == KeyedRows::kAbsent)
             fail(error::JoinKeyNotInRecordset, {sources[i].table});
     }
     const auto write = [&](int i) {
-        // Statements are kept for the fields that are set, so each table's writer sees only its own.
+        // Each table's writer caches its statements by the set of changed fields of that table.
         if (!writer(i).update(pending, keys[size_t(i)]))
             fail(error::RecordDeleted);
     };
@@ -170,14 +170,14 @@ void Recordset::Impl::deleteRow()
     if (onDeleted)
         fail(error::RecordDeleted);
     dropEdit();
-    store::SourceScope scope(db->connection, source);
+    store::SourceScope scope(db->connection, kSource);
     const auto keys = keyed->keys(row);
     int target = -1;
     for (int i = 0; i < int(sources.size()) && target < 0; ++i) {
         if (sources[i].deletable)
             target = i;
     }
-    if (target < 0 || keys[size_t(target)] == KeyedRows::absent)
+    if (target < 0 || keys[size_t(target)] == KeyedRows::kAbsent)
         fail(error::ReadOnly);
     if (!writer(target).remove(keys[size_t(target)]))
         fail(error::RecordDeleted);

@@ -32,7 +32,7 @@ void readCells(const store::Statement &statement, const std::vector<CellType> &t
 qint64 keyIn(const store::Statement &statement, size_t column)
 {
     const bool missing = statement.storage(int(column)) == store::Statement::Storage::Null;
-    return missing ? KeyedRows::absent : statement.integer(int(column));
+    return missing ? KeyedRows::kAbsent : statement.integer(int(column));
 }
 
 } // namespace
@@ -71,7 +71,7 @@ bool KeyedRows::read(qint64 row, std::vector<Value> &cells)
     store::Statement &statement = m_addedRow && isOutsideJoin(wanted) ? *m_addedRow : m_row;
     int parameter = int(m_parameters.size());
     for (const qint64 key : wanted) {
-        if (key == absent)
+        if (key == kAbsent)
             statement.bindNull(++parameter);
         else
             statement.bind(++parameter, key);
@@ -93,7 +93,7 @@ store::Statement KeyedRows::prepared(const QString &sql) const
 bool KeyedRows::isOutsideJoin(std::span<const qint64> keys) const
 {
     for (size_t i = 0; i < m_width; ++i) {
-        if (keys[i] == absent && !m_sources[qsizetype(i)].nullable)
+        if (keys[i] == kAbsent && !m_sources[qsizetype(i)].nullable)
             return true;
     }
     return false;
@@ -101,7 +101,7 @@ bool KeyedRows::isOutsideJoin(std::span<const qint64> keys) const
 
 void KeyedRows::appendAdded(int source, qint64 key)
 {
-    std::vector<qint64> keys(m_width, absent);
+    std::vector<qint64> keys(m_width, kAbsent);
     keys[size_t(source)] = key;
     if (!m_addedKeySql.isEmpty()) {
         store::Statement join = prepared(m_addedKeySql);
@@ -134,7 +134,7 @@ MaterialisedRows::MaterialisedRows(DatabaseImpl &db, const std::vector<CellType>
     QStringList columns;
     for (size_t i = 0; i < types.size(); ++i)
         columns.append(u"c%1"_s.arg(i));
-    // Columns without a type: every value stays as it came.
+    // Columns are declared without a type, so SQLite applies no type affinity and stores every value unchanged.
     m_scratch.run(u"CREATE TABLE "_s + m_table + u" ("_s + columns.join(u", "_s) + u')');
 }
 
@@ -146,7 +146,7 @@ MaterialisedRows::~MaterialisedRows()
     try {
         m_scratch.run(u"DROP TABLE "_s + m_table);
     } catch (const std::exception &) {
-        // It goes with the scratch file.
+        // If DROP fails, the table is removed with the scratch database.
     }
 }
 
@@ -195,7 +195,7 @@ bool ForwardRows::next()
     } else {
         m_onRow = m_statement.step();
         if (!m_onRow)
-            m_statement.reset(); // lets the file go
+            m_statement.reset(); // releases the read lock
     }
     m_rowsRead += m_onRow ? 1 : 0;
     return m_onRow;

@@ -12,40 +12,42 @@ namespace dao {
 struct CellType
 {
     DataType type = DataType::Unknown;
-    bool computed = false; ///< what the file holds is shown as it is; what is computed keeps to the limits of its type
+    bool computed =
+        false; ///< a stored value is returned unchanged; a computed value is checked against the limits of its type
 };
 
 std::vector<CellType> typesOf(const QList<sql::Column> &columns);
 
-/// The rows of an open recordset, found by their position.
+/// Random access to the rows of an open recordset by position.
 class RowSource
 {
 public:
     virtual ~RowSource() = default;
     virtual qint64 count() const = 0;
-    /// Reads a row into cells; false when it is no longer there.
+    /// Reads a row into cells. Returns false if the row no longer exists.
     virtual bool read(qint64 row, std::vector<Value> &cells) = 0;
 };
 
-/// The rows of a result that is updatable, by the keys of their base tables: 8 bytes a row and table. Which rows, and
-/// their order, is fixed; what is in them is read when it is wanted.
+/// The rows of an updatable result, as the keys of their base tables: 8 bytes per row and table. The rows and their
+/// order are fixed; their values are read on demand.
 class KeyedRows : public RowSource
 {
 public:
-    /// Stands for the key of the absent side of an outer join.
-    static constexpr qint64 absent = std::numeric_limits<qint64>::min();
+    /// Stored instead of a key on the null-supplied side of an outer join.
+    static constexpr qint64 kAbsent = std::numeric_limits<qint64>::min();
 
     KeyedRows(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<Value> &parameters);
 
     qint64 count() const override { return m_live.count(); }
     bool read(qint64 row, std::vector<Value> &cells) override;
     std::span<const qint64> keys(qint64 row) const { return keysAt(m_live.slotAt(row)); }
-    /// A row that was added to a source. In a join it has the others' rows that the join gives it, or none of them.
+    /// Appends a row for a row that was inserted into a source. In a join it gets the rows of the other tables that the
+    /// join condition matches, or none.
     void appendAdded(int source, qint64 key);
     void erase(qint64 row) { m_live.remove(m_live.slotAt(row)); }
-    /// A number that stays with the row while others are deleted.
+    /// An identifier of the row that stays the same while other rows are deleted.
     qint64 slotOf(qint64 row) const { return m_live.slotAt(row); }
-    /// The row of that number and those keys; -1 when it is gone.
+    /// The position of the row with that slot and those keys; -1 if it was deleted.
     qint64 find(std::span<const qint64> keys, qint64 slot) const;
 
 private:
@@ -65,10 +67,10 @@ private:
     QList<sql::KeySource> m_sources;
     QString m_addedKeySql;
     QString m_addedRowSql;
-    std::optional<store::Statement> m_addedRow; ///< once there is a row that the join did not return
+    std::optional<store::Statement> m_addedRow; ///< prepared when the first row exists that the join did not return
 };
 
-/// Rows kept in the scratch file.
+/// Rows that were copied into the scratch database.
 class MaterialisedRows : public RowSource
 {
 public:
@@ -77,7 +79,7 @@ public:
     MaterialisedRows(const MaterialisedRows &) = delete;
     MaterialisedRows &operator=(const MaterialisedRows &) = delete;
 
-    /// Takes over the statement's current row, when it stands on one, and all that follow.
+    /// Copies the current row of the statement, if there is one, and all following rows.
     void fill(store::Statement &statement);
     qint64 count() const override { return m_count; }
     bool read(qint64 row, std::vector<Value> &cells) override;
@@ -90,7 +92,7 @@ private:
     store::Statement m_row;
 };
 
-/// One pass forward, each row read from the statement itself.
+/// One forward pass; each row is read from the running statement.
 class ForwardRows : public OpenReader
 {
 public:
@@ -99,7 +101,7 @@ public:
     ForwardRows(const ForwardRows &) = delete;
     ForwardRows &operator=(const ForwardRows &) = delete;
 
-    /// False at the end.
+    /// Moves to the next row; false at the end.
     bool next();
     bool isOnRow() const { return m_onRow; }
     qint64 rowsRead() const { return m_rowsRead; }
@@ -114,7 +116,7 @@ private:
     qint64 m_rowsRead = 0;
     std::unique_ptr<MaterialisedRows> m_secured;
     qint64 m_securedRow = 0;
-    std::vector<Value> m_cells; ///< of the current row, once secured
+    std::vector<Value> m_cells; ///< cells of the current row after secure()
 };
 
 } // namespace dao

@@ -26,9 +26,9 @@ store::Statement &RowWriter::prepared(std::vector<Prepared> &cache, const Pendin
         if (entry.mask == row.mask())
             return entry.statement;
     }
-    // Programs write few sets of fields; one that writes many must not fill the memory with statements.
-    constexpr size_t mostStatements = 64;
-    if (cache.size() >= mostStatements)
+    // Limits the cache: programs normally use few sets of fields, and each cached statement takes memory.
+    constexpr size_t kMaxStatements = 64;
+    if (cache.size() >= kMaxStatements)
         cache.clear();
     cache.push_back({row.mask(), store::Statement(m_connection, (this->*text)(row))});
     return cache.back().statement;

@@ -5,7 +5,7 @@
 
 namespace dao {
 
-/// Writes rows of one base table. Statements are prepared once for each set of fields that is written.
+/// Writes rows of one base table. Statements are prepared once for each set of written fields.
 class RowWriter
 {
 public:
@@ -19,9 +19,9 @@ public:
     RowWriter(store::Connection &connection, const TableInfo &table, const std::vector<Field> &fields);
 
     bool hasChanges(const PendingRow &row) const;
-    /// The key of the new row.
+    /// Returns the key of the new row.
     qint64 insert(const PendingRow &row);
-    /// False when there is no such row.
+    /// Returns false if the row does not exist.
     bool update(const PendingRow &row, qint64 key);
     bool remove(qint64 key);
 

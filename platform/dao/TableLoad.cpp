@@ -15,7 +15,7 @@ namespace dao {
 
 namespace {
 
-const QString source = u"DAO.TableDef"_s;
+const QString kSource = u"DAO.TableDef"_s;
 
 QString insertSql(const TableInfo &table)
 {
@@ -37,7 +37,7 @@ QSet<QString> foldedNames(const QStringList &names)
 
 store::StoredTable create(DatabaseImpl &db, const TableInfo &table, const QStringList &nullFields)
 {
-    store::SourceScope scope(db.connection, source);
+    store::SourceScope scope(db.connection, kSource);
     db.prepareStatement();
     return db.editor.createUnindexed(table, foldedNames(nullFields));
 }
@@ -63,7 +63,7 @@ struct TableLoad::Impl
 
     [[noreturn]] void refuse(int number, int field, const QStringList &arguments = {}) const
     {
-        throw LoadError(store::engineError(number, source, arguments), table.info.fields[field].name);
+        throw LoadError(store::engineError(number, kSource, arguments), table.info.fields[field].name);
     }
 
     void bind(int i, const Value &value)
@@ -99,13 +99,13 @@ TableLoad::~TableLoad() = default;
 void TableLoad::append(const QList<Value> &values)
 {
     if (values.size() != qsizetype(m_impl->fields.size()))
-        throw store::engineError(error::InvalidArgument, source);
+        throw store::engineError(error::InvalidArgument, kSource);
     for (int i = 0; i < int(values.size()); ++i)
         m_impl->bind(i, values[i]);
     try {
         m_impl->insert.run();
     } catch (const DaoException &exception) {
-        // Without its indexes nothing but the row key can be there twice.
+        // The indexes do not exist yet, so only the row key can be a duplicate.
         if (exception.number() == error::DuplicateKey)
             throw LoadError(exception, m_impl->table.info.keyColumn);
         throw;

@@ -3,7 +3,7 @@
 
 namespace dao {
 
-/// Why a row or an index was refused, and which field or index it was.
+/// The error for a refused row or index, with the name of the field or index.
 class LoadError : public DaoException
 {
 public:
@@ -18,25 +18,25 @@ private:
     QString m_object;
 };
 
-/// Makes a table and fills it with rows from elsewhere: the quickest way in. Rows stay as they are, even those that
-/// break a rule of the table, which the table had to admit where they come from; whoever changes such a row is held to
-/// the rules. Belongs into a transaction of the program, which is rolled back when any of this throws.
+/// Creates a table and bulk-loads rows into it. Rows are stored unchanged, even if they break a rule of the table: the
+/// source database admitted them. Later changes to such a row must follow the rules. Use it inside a transaction and
+/// roll that back when a function throws.
 class TableLoad
 {
 public:
-    /// nullFields: required fields in which rows may hold Null.
+    /// nullFields: required fields in which rows may contain Null.
     TableLoad(Database &database, const TableInfo &table, const QStringList &nullFields = {});
     ~TableLoad();
     TableLoad(const TableLoad &) = delete;
     TableLoad &operator=(const TableLoad &) = delete;
 
-    /// One value for each field in order, of the field's kind or Null (in a Boolean field: False). Errors, with the
-    /// field: 3421 another kind of value, 3314 Null in a required field, 3022 an autonumber that was there before.
+    /// Appends a row: one value per field in field order, of the field's type or Null (False for a Boolean field).
+    /// Errors, with the field: 3421 value of another type, 3314 Null in a required field, 3022 duplicate autonumber.
     void append(const QList<Value> &values);
     qint64 rows() const { return m_rows; }
-    /// The autonumber counts on from here, when that is beyond the rows' own.
+    /// The next autonumber is at least number + 1, more if the rows contain larger ones.
     void setLastAutoNumber(qint64 number);
-    /// Makes the indexes. Error, with the index: 3022 two rows of one key.
+    /// Creates the indexes. Error, with the index: 3022 two rows have the same key.
     void finish();
 
 private:

@@ -8,7 +8,7 @@ namespace dao {
 
 namespace {
 
-constexpr int deepestNesting = 5;
+constexpr int kDeepestNesting = 5;
 const QString source = u"DAO.Workspace"_s;
 
 QString savepointName(int level)
@@ -40,7 +40,7 @@ void rollbackLevel(DatabaseImpl &database, int level)
 
 void Workspace::Impl::begin(Workspace::Begin kind)
 {
-    if (depth >= deepestNesting)
+    if (depth >= kDeepestNesting)
         throw store::engineError(error::TooManyTransactions, source);
     size_t begun = 0;
     try {
@@ -101,7 +101,7 @@ Workspace::~Workspace()
         while (m_impl->depth > 0)
             m_impl->rollback();
     } catch (const std::exception &) {
-        // Closing the files rolls back what is left.
+        // A destructor must not throw. Closing the files rolls back what is still open.
     }
 }
 
@@ -132,7 +132,7 @@ Transaction::~Transaction()
     try {
         m_workspace->rollback();
     } catch (const std::exception &) {
-        // Left by an exception: that one is to be told.
+        // The transaction is left by an exception, which is more useful to the caller than this failure.
     }
 }
 

@@ -11,7 +11,7 @@ namespace dao::functions {
 
 namespace {
 
-// First and Last: the group's memory is one copied value and the keys of its row.
+// State of First and Last: one copied value and the key of its row.
 struct KeptValue
 {
     static constexpr int kMostKeys = 8;
@@ -70,7 +70,7 @@ void keepSingle(sqlite3_context *context, int, sqlite3_value **arguments)
     kept->value = sqlite3_value_dup(arguments[0]);
 }
 
-// In a cell, the failure is a value: see Register.cpp.
+// Inside a result cell a failure becomes a value: see Register.cpp.
 void keepSingleInCell(sqlite3_context *context, int, sqlite3_value **arguments)
 {
     auto *kept = static_cast<KeptValue *>(sqlite3_aggregate_context(context, sizeof(KeptValue)));
@@ -92,7 +92,8 @@ void giveSingleInCell(sqlite3_context *context)
     sqlite3_result_blob(context, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
 }
 
-// Welford's running mean and sum of squared differences: no cancellation for large means.
+// Welford's algorithm: running mean and sum of squared differences. The naive sum of squares loses its digits to
+// cancellation when the mean is large.
 struct Spread
 {
     qint64 count;
@@ -120,7 +121,7 @@ void giveSpread(sqlite3_context *context)
     const auto *spread = static_cast<Spread *>(sqlite3_aggregate_context(context, 0));
     const qint64 divisor = spread ? spread->count - (population ? 0 : 1) : 0;
     if (divisor < 1)
-        return; // Null
+        return; // no rows: Null
     const double variance = spread->squares / double(divisor);
     sqlite3_result_double(context, root ? std::sqrt(variance) : variance);
 }

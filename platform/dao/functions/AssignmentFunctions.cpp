@@ -7,9 +7,8 @@
 #include <limits>
 #include <sqlite3.h>
 
-// Conversions that the compiler puts round a value: "to_" into a field of a type when a statement stores it, "as_"
-// where a value of another kind stands in an expression. A text that is no such value does not match (3464); a number
-// beyond the field's range overflows (3349).
+// Conversions that the compiler inserts: "to_" for a value that is stored in a field, "as_" for a value used where
+// another type is needed. Text that cannot be converted is error 3464, a number outside the field's range 3349.
 
 namespace dao::functions {
 
@@ -76,7 +75,7 @@ void toWhole(Call &call)
 
 void toCurrency(Call &call)
 {
-    constexpr double kMost = 922337203685477.5807; // 64 bits of ten-thousandths
+    constexpr double kMost = 922337203685477.5807; // 64 bits, in ten-thousandths
     const double rounded = roundCurrency(numberOf(call));
     if (!(std::abs(rounded) <= kMost))
         throw FunctionFault{error::NumericOverflow};
@@ -93,7 +92,7 @@ void toSingle(Call &call)
 
 void toNumber(Call &call)
 {
-    // Whole numbers stay whole, so that they compare and print as such.
+    // Integers stay integers, so that they compare and print as integers.
     if (call.isInteger(0))
         call.resultArgument(0);
     else
@@ -115,7 +114,8 @@ void toBinary(Call &call)
     call.resultArgument(0);
 }
 
-// Sizes count UTF-16 units. A text that is too long by the file's own count goes to its check, which knows the field.
+// Sizes count UTF-16 units. A text that is also too long for the CHECK constraint is passed on: the error of the
+// constraint names the field.
 void toText(Call &call)
 {
     const int size = call.integer(1);
@@ -151,7 +151,7 @@ void asTextSingle(Call &call)
     call.result(call.isText(0) ? call.text(0) : singleText(call.number(0)));
 }
 
-constexpr Entry entries[] = {
+constexpr Entry kEntries[] = {
     {"to_boolean", 1, 1, toBoolean, 0},
     {"to_byte", 1, 1, toWhole<0, 255>},
     {"to_integer", 1, 1, toWhole<std::numeric_limits<qint16>::min(), std::numeric_limits<qint16>::max()>},
@@ -174,7 +174,7 @@ constexpr Entry entries[] = {
 
 std::span<const Entry> assignmentFunctions()
 {
-    return entries;
+    return kEntries;
 }
 
 } // namespace dao::functions

@@ -93,7 +93,7 @@ double Call::date(int index) const
 
 void Call::result(double number)
 {
-    // A result beyond the range of numbers is an error in the dialect; infinity is no value of it.
+    // The dialect has no infinity: an infinite result is error 6 (overflow).
     if (!std::isfinite(number))
         throw FunctionFault{error::Overflow};
     sqlite3_result_double(m_context, number);

@@ -7,17 +7,16 @@ struct sqlite3_value;
 
 namespace dao::functions {
 
-/// Texts made of others that are longer than this are an overflow, not a full memory.
+/// Limit for texts that functions build. Longer ones raise error 6 (overflow) instead of running out of memory.
 inline constexpr qint64 kLongestText = 16 * 1024 * 1024;
 
-/// Thrown by a function; the engine's number tells the text.
+/// Thrown by a function to report an error by its number.
 struct FunctionFault
 {
     int number;
 };
 
-/// One call of an expression function by the inner engine: its arguments, read as the dialect reads them, and its
-/// result.
+/// One call of an expression function by SQLite: its arguments, converted by the rules of the dialect, and its result.
 class Call
 {
 public:
@@ -33,15 +32,15 @@ public:
     bool isNull(int index) const;
     bool isText(int index) const;
     bool isInteger(int index) const;
-    /// A number, or a text that reads as one; fault 13 for other text, 94 for Null.
+    /// The argument as a number. Text must be numeric. Fault 13 for other text, 94 for Null.
     double number(int index) const;
-    /// The same rounded half to even; fault 6 beyond 32 bits.
+    /// The argument as a number rounded half to even; fault 6 outside 32 bits.
     int integer(int index) const;
     int integer(int index, int whenMissing) const { return has(index) ? integer(index) : whenMissing; }
-    qint64 wholeNumber(int index) const; ///< of an argument for which isInteger() holds
-    /// Numbers as text of at most 15 digits; Null is empty.
+    qint64 wholeNumber(int index) const; ///< requires isInteger()
+    /// The argument as text; numbers with at most 15 digits; Null is empty.
     QString text(int index) const;
-    /// A date: a number of days, or a text that reads as a date (or as a number); fault 13, 94.
+    /// The argument as a date: a number of days, or text that is a date or a number; faults 13, 94.
     double date(int index) const;
     bool condition(int index) const { return number(index) != 0; }
 
@@ -64,14 +63,14 @@ private:
     sqlite3_value **m_arguments;
 };
 
-/// A function of the inner engine. It is registered as "jet_" and its name.
+/// A function for SQLite. It is registered as "jet_" + name.
 struct Entry
 {
     const char *name;
     int minArguments;
     int maxArguments; ///< -1: any number
     void (*run)(Call &call);
-    /// Null among the first so many arguments gives Null without a call; -1: among any of them.
+    /// If one of the first nullArguments arguments is Null, the result is Null without a call; -1: any argument.
     int nullArguments = -1;
     bool deterministic = true;
 };

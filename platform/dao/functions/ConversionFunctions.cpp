@@ -35,7 +35,7 @@ void toWhole(Call &call)
 
 void toCurrency(Call &call)
 {
-    // 64 bits of ten-thousandths
+    // 64 bits, in ten-thousandths
     constexpr double kMost = 922337203685477.5807;
     const double rounded = roundCurrency(call.number(0));
     if (std::abs(rounded) > kMost)
@@ -66,7 +66,7 @@ void identity(Call &call)
     call.resultArgument(0);
 }
 
-// (type, value)
+// Arguments: (type, value).
 void toText(Call &call)
 {
     if (call.isNull(1))
@@ -74,7 +74,7 @@ void toText(Call &call)
     call.result(textOf(call, 0, 1));
 }
 
-// Reads a number at the beginning, skipping blanks wherever they stand.
+// Val: parses the number at the start of a text; blanks are skipped everywhere, also between digits.
 void leadingNumber(Call &call)
 {
     QString text = call.text(0);
@@ -97,7 +97,7 @@ void leadingNumber(Call &call)
         const quint64 bits = text.mid(2, end - 2).toULongLong(&ok, hex ? 16 : 8);
         if (!ok)
             return call.result(0.0);
-        // Up to 16 bits are a signed 16-bit number, up to 32 a signed 32-bit one.
+        // Hexadecimal numbers of up to 16 bits are signed 16-bit values, those of up to 32 bits signed 32-bit values.
         const double value = bits <= 0xFFFF       ? double(qint16(bits))
                              : bits <= 0xFFFFFFFF ? double(qint32(bits))
                                                   : double(bits);
@@ -120,14 +120,14 @@ void leadingNumber(Call &call)
     call.result(QLocale::c().toDouble(text.left(end)));
 }
 
-// (type, value). A blank stands in the place of a plus sign.
+// Str. Arguments: (type, value). Positive numbers start with a blank in place of the sign.
 void numberAsText(Call &call)
 {
     const QString text = numberTextOf(call.number(1), typeArgument(call, 0));
     call.result(text.startsWith(u'-') ? text : QString(u' ' + text));
 }
 
-// (type, value). A negative number has the bits of its type, 16 or 32.
+// Hex and Oct. Arguments: (type, value). Negative numbers are shown in two's complement of 16 or 32 bits, by type.
 template <int base>
 void digits(Call &call)
 {
@@ -138,7 +138,7 @@ void digits(Call &call)
     call.result(QString::number(isShort ? quint16(number) : quint32(number), base).toUpper());
 }
 
-constexpr Entry entries[] = {
+constexpr Entry kEntries[] = {
     {"cbool", 1, 1, toBoolean, 0},
     {"cbyte", 1, 1, toWhole<0, 255>, 0},
     {"cint", 1, 1, toWhole<std::numeric_limits<qint16>::min(), std::numeric_limits<qint16>::max()>, 0},
@@ -161,7 +161,7 @@ constexpr Entry entries[] = {
 
 std::span<const Entry> conversionFunctions()
 {
-    return entries;
+    return kEntries;
 }
 
 } // namespace dao::functions

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kSecondsPerDay = 86400;
 
-// The generator has each place that calls one of these evaluated once for a statement.
+// The generator caches the result of each call of Date, Time and Now for the statement.
 void today(Call &call)
 {
     call.result(double(dayOf(currentDateTime())));
@@ -63,7 +63,7 @@ void weekday(Call &call)
     call.result(weekdayOf(call.date(0), WeekRule(call.integer(1, 1), 1)));
 }
 
-/// Year, month and day are given as 16-bit numbers.
+/// The arguments of DateSerial and TimeSerial are 16-bit integers.
 int datePart(const Call &call, int index)
 {
     const int part = call.integer(index);
@@ -106,7 +106,7 @@ void nameOfMonth(Call &call)
     call.result(monthName(month, call.has(1) && call.condition(1)));
 }
 
-// (weekday[, abbreviate[, first day]]): the weekday is counted from the first day.
+// WeekdayName. Arguments: (weekday[, abbreviate[, first day]]). weekday counts from the first day.
 void nameOfWeekday(Call &call)
 {
     const int place = call.integer(0);
@@ -116,7 +116,7 @@ void nameOfWeekday(Call &call)
     call.result(weekdayName((place - 1 + rule.firstDay - 1) % 7 + 1, call.has(1) && call.condition(1)));
 }
 
-constexpr Entry entries[] = {
+constexpr Entry kEntries[] = {
     {"date", 0, 0, today, 0, false},
     {"time", 0, 0, timeOfDay, 0, false},
     {"now", 0, 0, now, 0, false},
@@ -143,7 +143,7 @@ constexpr Entry entries[] = {
 
 std::span<const Entry> dateFunctions()
 {
-    return entries;
+    return kEntries;
 }
 
 } // namespace dao::functions

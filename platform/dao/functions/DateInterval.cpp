@@ -52,23 +52,23 @@ double addSeconds(double date, qint64 seconds)
     return checked(dateFrom(int(day), int(total - day * kSecondsPerDay)));
 }
 
-// Day 1 is a Sunday.
+// Day 1 of the calendar (31 December 1899) is a Sunday.
 qint64 weekIndex(qint64 day, int firstDay)
 {
     return floorDivide(day - firstDay, 7);
 }
 
-// Also of the year before the first: the last week of that one may reach into it.
+// Also called for year 99, before the first valid year: its last week can extend into year 100.
 qint64 firstOfYear(int year)
 {
-    constexpr int FirstYear = 100;
-    constexpr int DaysOfYear99 = 365;
-    if (year < FirstYear)
-        return dayOf(checked(dateSerial(FirstYear, 1, 1))) - DaysOfYear99;
+    constexpr int kFirstYear = 100;
+    constexpr int kDaysOfYear99 = 365;
+    if (year < kFirstYear)
+        return dayOf(checked(dateSerial(kFirstYear, 1, 1))) - kDaysOfYear99;
     return dayOf(checked(dateSerial(year, 1, 1)));
 }
 
-// Where week 1 of a year begins.
+// The first day of week 1 of a year.
 qint64 firstWeekOf(int year, const WeekRule &rule)
 {
     const qint64 january1 = firstOfYear(year);

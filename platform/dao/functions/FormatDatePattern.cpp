@@ -37,7 +37,8 @@ public:
                 i += mark;
             } else {
                 const QChar letter = m_pattern[i].toLower();
-                // Looking further than the longest placeholder would take quadratic time for thousands of one letter.
+                // The search is limited to the longest placeholder; otherwise thousands of equal letters take quadratic
+                // time.
                 const qsizetype last = std::min(m_pattern.size(), i + kLongestRun);
                 qsizetype end = i + 1;
                 while (end < last && m_pattern[end].toLower() == letter)
@@ -49,7 +50,7 @@ public:
     }
 
 private:
-    // The marks of a twelve-hour clock, the longest first.
+    // The placeholders of the 12-hour clock, longest first.
     static QList<QStringView> allMarks() { return {u"AM/PM", u"am/pm", u"AMPM", u"ampm", u"A/P", u"a/p"}; }
 
     QStringView halfDayMarks() const
@@ -81,7 +82,7 @@ private:
         return 1;
     }
 
-    // Writes as many letters of a run as make one placeholder; returns how many those are.
+    // Writes the longest placeholder that a run of one letter starts with; returns its length.
     qsizetype writeRun(QChar letter, int run)
     {
         const bool afterHour = std::exchange(m_lastWasHour, false);
@@ -166,7 +167,7 @@ private:
     WeekRule m_rule;
     QString m_result;
     bool m_twelveHours = false;
-    bool m_lastWasHour = false; ///< an "m" now means minutes
+    bool m_lastWasHour = false; ///< a following "m" means minutes
 };
 
 } // namespace

@@ -12,15 +12,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Called with (type, value[, format[, first day of week[, first week of year]]]).
+// Format. Arguments: (type, value[, format[, first day of week[, first week of year]]]).
 constexpr int kType = 0;
 constexpr int kValue = 1;
 constexpr int kFormat = 2;
 
-// Each letter of a pattern may become a whole date.
+// Limits the size of the result: each letter of a pattern can become a whole date.
 constexpr qsizetype kLongestPattern = 65535;
 
-// The pairs of words that a number becomes.
+// The word for a number in the formats "Yes/No", "True/False" and "On/Off".
 QString wordFor(double number, QStringView format)
 {
     const auto pick = [number](const QString &yes, const QString &no) { return number != 0 ? yes : no; };
@@ -33,7 +33,7 @@ QString wordFor(double number, QStringView format)
     return {};
 }
 
-// A value that a number pattern, or a date pattern, can take: texts too when they read as one.
+// The value as a number for a number or date pattern; text must be a number or a date.
 std::optional<double> asNumber(const Call &call)
 {
     if (!call.isText(kValue))
@@ -97,7 +97,7 @@ void format(Call &call)
     call.result(plain);
 }
 
-// Three-way settings: -1 yes, 0 no, -2 the system's, which is given.
+// Reads a three-way setting: -1 yes, 0 no, -2 the system's default, passed as systems.
 bool setting(const Call &call, int index, bool systems)
 {
     const int value = call.integer(index, -2);
@@ -106,7 +106,8 @@ bool setting(const Call &call, int index, bool systems)
     return value == -2 ? systems : value == -1;
 }
 
-// (number[, digits[, leading zero[, parentheses[, group]]]]) with what stands around the digits.
+// FormatNumber and similar. Arguments: (number[, digits[, leading zero[, parentheses[, group]]]]); before and behind
+// are written around the digits.
 QString withDecimals(const Call &call, const QString &before, const QString &behind, bool parenthesesBySystem)
 {
     int digits = call.integer(1, -1);
@@ -142,14 +143,14 @@ void formatPercent(Call &call)
 
 void formatDateTime(Call &call)
 {
-    static constexpr QStringView names[] = {u"general date", u"long date", u"short date", u"long time", u"short time"};
+    static constexpr QStringView kNames[] = {u"general date", u"long date", u"short date", u"long time", u"short time"};
     const int kind = call.integer(1, 0);
     if (kind < 0 || kind > 4)
         throw FunctionFault{error::InvalidProcedureCall};
-    call.result(formatDate(call.date(0), namedDatePattern(names[kind]), WeekRule(1, 1)));
+    call.result(formatDate(call.date(0), namedDatePattern(kNames[kind]), WeekRule(1, 1)));
 }
 
-constexpr Entry entries[] = {
+constexpr Entry kEntries[] = {
     {"format", 2, 5, format, 0},
     {"formatnumber", 1, 5, formatPlainNumber},
     {"formatcurrency", 1, 5, formatCurrency},
@@ -161,7 +162,7 @@ constexpr Entry entries[] = {
 
 std::span<const Entry> formatFunctions()
 {
-    return entries;
+    return kEntries;
 }
 
 } // namespace dao::functions

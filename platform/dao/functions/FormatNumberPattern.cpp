@@ -9,14 +9,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// One section of a number pattern taken apart.
+// One parsed section of a number pattern.
 struct NumberSection
 {
     struct Piece
     {
         enum class Kind { Literal, Digit, Point, Exponent } kind;
-        QString text;      ///< of a literal; the sign rule "+" or "-" of an exponent, with its letter
-        bool zero = false; ///< a digit placeholder that pads with 0
+        QString text;      ///< literal text; for an exponent its letter and sign rule, "E+" or "E-"
+        bool zero = false; ///< a 0: digit placeholder that pads with 0
     };
     QList<Piece> pieces;
     int wholeDigits = 0;
@@ -56,7 +56,7 @@ NumberSection::NumberSection(QStringView text)
         const bool exponentHere =
             (c == u'E' || c == u'e') && i + 1 < text.size() && (text[i + 1] == u'+' || text[i + 1] == u'-');
         if (c == u'0' || c == u'#') {
-            // A comma between digits groups them; one behind the last digit before the point divides by a thousand.
+            // A comma between digits groups them; a comma after the last digit before the point divides by a thousand.
             if (pendingCommas > 0 && !afterPoint)
                 groups = true;
             pendingCommas = 0;
@@ -81,7 +81,7 @@ NumberSection::NumberSection(QStringView text)
     thousandsDropped += pendingCommas;
 }
 
-// Writes one number's digits into the places of a section.
+// Writes the digits of a number into the placeholders of a section.
 class SectionWriter
 {
 public:
@@ -127,10 +127,10 @@ public:
     }
 
 private:
-    // Digits left of the point fill their places from the right; the first place takes all that are too many.
+    // Digits before the point fill the placeholders from the right; the first placeholder takes all remaining digits.
     void writeLeft(const QString &digits, int places, int place, bool zero, bool groups)
     {
-        const qsizetype fromRight = places - place; // this place and those behind it
+        const qsizetype fromRight = places - place; // this placeholder and those after it
         const qsizetype first = digits.size() - fromRight;
         if (place == 0)
             for (qsizetype i = 0; i < first; ++i)
@@ -184,7 +184,7 @@ Decimal roundedFor(const NumberSection &section, double magnitude, int &exponent
         exponent = number.exponent() - wholeDigits + 1;
         number.shift(-exponent);
         number.roundTo(section.fractionDigits);
-        // Rounding 9.99 up gives a digit more.
+        // Rounding can add a digit: 9.99 becomes 10.0.
         if (number.exponent() >= wholeDigits) {
             number.shift(-1);
             ++exponent;
@@ -209,7 +209,7 @@ QString formatNumber(double number, const QString &pattern)
     NumberSection section(number == 0 && hasSection(2) ? sections[2] : ownNegative ? sections[1] : sections[0]);
     int exponent = 0;
     Decimal rounded = roundedFor(section, std::abs(number), exponent);
-    // What rounds to nothing is shown as zero is.
+    // A number that rounds to zero uses the zero section.
     if (number != 0 && rounded.isZero() && hasSection(2)) {
         section = NumberSection(sections[2]);
         rounded = roundedFor(section, 0, exponent);

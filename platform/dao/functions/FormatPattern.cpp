@@ -25,9 +25,9 @@ qsizetype takeLiteral(QStringView pattern, qsizetype index, QString &text)
 
 PatternKind patternKind(QStringView pattern)
 {
-    static constexpr QStringView numbers = u"0#%";
-    static constexpr QStringView dates = u"dwmqyhnsct/:";
-    static constexpr QStringView texts = u"@&<>!";
+    static constexpr QStringView kNumberCharacters = u"0#%";
+    static constexpr QStringView kDateCharacters = u"dwmqyhnsct/:";
+    static constexpr QStringView kTextCharacters = u"@&<>!";
     QString skipped;
     for (qsizetype i = 0; i < pattern.size();) {
         const qsizetype behind = takeLiteral(pattern, i, skipped);
@@ -36,11 +36,11 @@ PatternKind patternKind(QStringView pattern)
             continue;
         }
         const QChar c = pattern[i++];
-        if (numbers.contains(c))
+        if (kNumberCharacters.contains(c))
             return PatternKind::Number;
-        if (texts.contains(c))
+        if (kTextCharacters.contains(c))
             return PatternKind::Text;
-        if (dates.contains(c.toLower()))
+        if (kDateCharacters.contains(c.toLower()))
             return PatternKind::Date;
     }
     return PatternKind::None;
@@ -109,11 +109,11 @@ QString formatText(const QString &text, const QString &pattern)
         fromLeft = fromLeft || c == u'!';
         places += c == u'@' || c == u'&';
         if (c == u'<' || c == u'>')
-            fold = c; // the last one holds
+            fold = c; // the last one applies
     }
     const QString given = fold == u'<' ? lowerCaseOf(text) : fold == u'>' ? upperCaseOf(text) : text;
 
-    // Places before the text when it is filled from the right, behind it otherwise, stay empty.
+    // Unused placeholders are before the text if it is filled from the right, else after it.
     const qsizetype empty = std::max<qsizetype>(0, places - given.size());
     const qsizetype surplus = std::max<qsizetype>(0, given.size() - places);
     QString result;
@@ -140,7 +140,7 @@ QString formatText(const QString &text, const QString &pattern)
             result += c;
         }
     }
-    // A section with nothing to fill, but literals, is shown alone; one with only case marks shows the text.
+    // A section without placeholders shows only its literals; one with only case marks shows the text.
     if (taken < given.size() && (places > 0 || patternKind(section) == PatternKind::Text))
         result += QStringView(given).mid(taken);
     return result;

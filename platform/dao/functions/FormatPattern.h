@@ -6,34 +6,33 @@
 
 namespace dao::functions {
 
-/// What a user-made format is for, by its first placeholder outside quotes.
+/// The kind of a user-defined format, determined by its first placeholder outside quotes.
 enum class PatternKind { None, Number, Date, Text };
 PatternKind patternKind(QStringView pattern);
 
-/// The parts between semicolons that stand outside quotes and escapes.
+/// The sections of a pattern: separated by semicolons outside quotes and escapes.
 QStringList patternSections(QStringView pattern);
 
-/// A number in a pattern of up to three sections (positive; negative; zero): 0 and # are digits, "," groups or divides
-/// by a thousand, "%" multiplies by hundred, E+ and E- give an exponent, quoted and escaped characters stand for
-/// themselves.
+/// Formats a number with a pattern of up to three sections (positive; negative; zero). 0 and # are digits, "," groups
+/// digits or divides by a thousand, "%" multiplies by a hundred, E+ and E- write an exponent; quoted and escaped
+/// characters are literals.
 QString formatNumber(double number, const QString &pattern);
 
-/// A date in a pattern: d to dddddd, w, ww, m to mmmm (minutes right after hours), q, y, yy, yyyy, h, hh, n, nn, s, ss,
-/// ttttt, c, AM/PM, am/pm, A/P, a/p, AMPM.
+/// Formats a date. Placeholders: d to dddddd, w, ww, m to mmmm (minutes directly after hours), q, y, yy, yyyy, h, hh,
+/// n, nn, s, ss, ttttt, c, AM/PM, am/pm, A/P, a/p, AMPM.
 QString formatDate(double date, QStringView pattern, const WeekRule &rule);
 
-/// A text in a pattern: "@" a character or a blank, "&" a character or nothing, filled from the right unless "!" stands
-/// in it;
-/// "<" and ">" change case. The second section is for empty text.
+/// Formats a text. "@" is a character or a blank, "&" a character or nothing; placeholders are filled from the right,
+/// with "!" from the left. "<" and ">" change the case. The second section applies to empty text.
 QString formatText(const QString &text, const QString &pattern);
 
-/// A named format as its pattern; empty when the name is none. "General Number", "Yes/No" and their like have no
+/// The pattern of a named format; empty if the name is unknown. "General Number", "Yes/No" and similar formats have no
 /// pattern and are not found here.
 QString namedNumberPattern(QStringView name);
 QString namedDatePattern(QStringView name);
 
-/// One literal at that place of a pattern (a quoted stretch or an escaped character) appended to text; returns the
-/// index behind it, or the same index when there is none.
+/// Appends the literal at index (a quoted part or an escaped character) to text and returns the index after it; returns
+/// index if there is no literal.
 qsizetype takeLiteral(QStringView pattern, qsizetype index, QString &text);
 
 } // namespace dao::functions

@@ -6,9 +6,8 @@ struct sqlite3;
 
 namespace dao::functions {
 
-/// Registers every expression function and aggregate on a connection, under the names of which the generator knows.
-/// A function that fails leaves an error text of the form "dao:<number>:<text>", which the seam turns into a
-/// DaoException.
+/// Registers every expression function and aggregate on a connection, with the names that the generator uses. A failing
+/// function reports the error text "dao:<number>:<text>", which store translates into a DaoException.
 void registerAll(sqlite3 *connection);
 
 } // namespace dao::functions

@@ -9,24 +9,24 @@ namespace dao::functions {
 
 namespace {
 
-// A row's pattern may be as long as a memo; what takes longer than a second or so is nobody's pattern.
-constexpr qsizetype LongestPattern = 1000 * 1000;
-constexpr qint64 MostSteps = 50 * 1000 * 1000;
+// Limits for patterns from data: a pattern can be a memo value, and longer matching takes more than about a second.
+constexpr qsizetype kLongestPattern = 1000 * 1000;
+constexpr qint64 kMaxSteps = 50 * 1000 * 1000;
 
-// Signs outside of A to Z that fold to one of these letters (the Kelvin sign to k) are not that letter: so all that a
-// plain pattern matches lies in one range of the inner engine's order.
+// Characters outside A to Z whose fold is a letter of a to z (the Kelvin sign folds to k) are not folded. All matches
+// of a plain pattern are then one range in SQLite's NOCASE order, so an index can be used.
 char16_t folded(QChar c)
 {
-    constexpr char16_t FirstBeyond = 0x80;
+    constexpr char16_t kFirstBeyondAscii = 0x80;
     const char16_t folded = c.toCaseFolded().unicode();
-    return c.unicode() >= FirstBeyond && folded < FirstBeyond ? c.unicode() : folded;
+    return c.unicode() >= kFirstBeyondAscii && folded < kFirstBeyondAscii ? c.unicode() : folded;
 }
 
 } // namespace
 
 LikePattern::LikePattern(const QString &pattern, Form form)
 {
-    if (pattern.size() > LongestPattern)
+    if (pattern.size() > kLongestPattern)
         throw FunctionFault{error::TooComplexExpression};
     const QChar run = form == Form::Star ? u'*' : u'%';
     const QChar any = form == Form::Star ? u'?' : u'_';
@@ -55,7 +55,7 @@ LikePattern::LikePattern(const QString &pattern, Form form)
 bool LikePattern::addClass(QStringView inside)
 {
     if (inside.isEmpty())
-        return true; // "[]" stands for nothing
+        return true; // "[]" matches the empty text
     Element element{Element::Kind::Class, 0, false, {}};
     if (inside.size() > 1 && inside.startsWith(u'!')) {
         element.negated = true;
@@ -63,7 +63,7 @@ bool LikePattern::addClass(QStringView inside)
     }
     for (qsizetype i = 0; i < inside.size(); ++i) {
         const char16_t first = folded(inside[i]);
-        // A dash at either end stands for itself.
+        // A dash at the start or end of a class is a literal.
         if (i + 2 < inside.size() && inside[i + 1] == u'-') {
             const char16_t last = folded(inside[i + 2]);
             if (last < first)
@@ -103,8 +103,8 @@ bool LikePattern::matches(QStringView text) const
 {
     if (!m_valid)
         return false;
-    // Only the last run seen needs to be tried with more characters: what an earlier one could still take, it can take
-    // too.
+    // Only the last "*" needs backtracking: any text that an earlier one could consume, the last one can consume as
+    // well.
     qsizetype element = 0;
     qsizetype at = 0;
     qsizetype runElement = -1;
@@ -112,7 +112,7 @@ bool LikePattern::matches(QStringView text) const
     qint64 steps = 0;
     while (at < text.size()) {
         steps += element < m_elements.size() ? 1 + m_elements[element].ranges.size() : 1;
-        if (steps > MostSteps)
+        if (steps > kMaxSteps)
             throw FunctionFault{error::TooComplexExpression};
         if (element < m_elements.size() && m_elements[element].kind == Element::Kind::Run) {
             runElement = element++;

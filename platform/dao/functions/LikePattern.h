@@ -4,14 +4,15 @@
 
 namespace dao::functions {
 
-/// A pattern of the Like operator: "*" any run, "?" one character, "#" one digit, "[abc]", "[a-z]", "[!a-z]" one
-/// character of a class; special characters in brackets stand for themselves. Case does not count. A pattern with an
-/// unclosed bracket or a range that runs backwards matches nothing. Matching takes time in proportion to text times
-/// pattern at worst, and gives up (FunctionFault 3071) where that would take seconds.
+/// A pattern of the Like operator: "*" any number of characters, "?" one character, "#" one digit, "[abc]", "[a-z]",
+/// "[!a-z]" one character of a class; special characters in brackets are literals. Case is ignored. A pattern with an
+/// unclosed bracket or a descending range matches nothing. Matching takes O(text length x pattern length) steps and
+/// raises FunctionFault 3071 if that would take seconds.
 class LikePattern
 {
 public:
-    /// Percent: the run is "%", one character "_", and "*", "?", "#" stand for themselves.
+    /// Star: the wildcards above. Percent (ANSI): "%" any number of characters, "_" one character; "*", "?" and "#" are
+    /// literals.
     enum class Form { Star, Percent };
     explicit LikePattern(const QString &pattern, Form form = Form::Star);
     bool matches(QStringView text) const;

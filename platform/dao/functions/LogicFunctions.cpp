@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// All are called with (type, value).
+// Arguments of all: (type, value).
 
 void isNumeric(Call &call)
 {
@@ -83,7 +83,8 @@ void kindName(Call &call)
     call.result(u"Double"_s);
 }
 
-// (number, start, stop, interval): the range that holds the number, as "10: 19", padded so that ranges sort.
+// Partition. Arguments: (number, start, stop, interval). Returns the range that contains the number as "10: 19", padded
+// so that ranges sort as text.
 void partition(Call &call)
 {
     const int number = call.integer(0);
@@ -108,7 +109,7 @@ void partition(Call &call)
     call.result(QString(lower.rightJustified(width) + u':' + upper.rightJustified(width)));
 }
 
-constexpr Entry entries[] = {
+constexpr Entry kEntries[] = {
     {"isnumeric", 2, 2, isNumeric, 0}, {"isdate", 2, 2, isDate, 0},    {"isempty", 2, 2, never, 0},
     {"iserror", 2, 2, never, 0},       {"isobject", 2, 2, never, 0},   {"vartype", 2, 2, kind, 0},
     {"typename", 2, 2, kindName, 0},   {"partition", 4, 4, partition},
@@ -118,7 +119,7 @@ constexpr Entry entries[] = {
 
 std::span<const Entry> logicFunctions()
 {
-    return entries;
+    return kEntries;
 }
 
 } // namespace dao::functions

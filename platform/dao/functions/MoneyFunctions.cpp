@@ -12,13 +12,13 @@ double optional(const Call &call, int index, double whenMissing = 0)
     return call.has(index) ? call.number(index) : whenMissing;
 }
 
-// Payments at the begin of a period (due) bear interest once more.
+// Payments at the beginning of a period (due) bear interest for one more period.
 double dueFactor(const Call &call, double rate, int index)
 {
     return optional(call, index) != 0 ? 1 + rate : 1;
 }
 
-// What one unit paid each period grows to.
+// The future value of one unit paid in each period.
 double annuity(double rate, double periods)
 {
     return rate == 0 ? periods : (std::pow(1 + rate, periods) - 1) / rate;
@@ -57,7 +57,7 @@ void pmt(Call &call)
     call.result(payment(rate, call.number(1), call.number(2), optional(call, 3), dueFactor(call, rate, 4)));
 }
 
-// (rate, period, periods, present[, future[, due]])
+// IPmt and PPmt. Arguments: (rate, period, periods, present[, future[, due]]).
 double interestOf(const Call &call)
 {
     const double rate = call.number(0);
@@ -102,7 +102,7 @@ void nper(Call &call)
     call.result(std::log(ratio) / std::log(1 + rate));
 }
 
-// (periods, payment, present[, future[, due[, guess]]]), by the secant method.
+// Rate. Arguments: (periods, payment, present[, future[, due[, guess]]]). Solved by the secant method.
 void rate(Call &call)
 {
     constexpr int kMostSteps = 128;
@@ -160,7 +160,7 @@ void ddb(Call &call)
     call.result(std::max(0.0, before - after));
 }
 
-constexpr Entry entries[] = {
+constexpr Entry kEntries[] = {
     {"fv", 3, 5, fv},     {"pv", 3, 5, pv},     {"pmt", 3, 5, pmt}, {"ipmt", 4, 6, ipmt}, {"ppmt", 4, 6, ppmt},
     {"nper", 3, 5, nper}, {"rate", 3, 6, rate}, {"sln", 3, 3, sln}, {"syd", 4, 4, syd},   {"ddb", 4, 5, ddb},
 };
@@ -169,7 +169,7 @@ constexpr Entry entries[] = {
 
 std::span<const Entry> moneyFunctions()
 {
-    return entries;
+    return kEntries;
 }
 
 } // namespace dao::functions

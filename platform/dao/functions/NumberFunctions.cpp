@@ -12,7 +12,7 @@ namespace {
 
 void absolute(Call &call)
 {
-    // The smallest whole number has no counterpart among them.
+    // The smallest 64-bit integer has no positive counterpart.
     if (call.isInteger(0) && call.wholeNumber(0) > std::numeric_limits<qint64>::min())
         call.result(std::abs(call.wholeNumber(0)));
     else
@@ -47,7 +47,7 @@ void apply(Call &call)
     call.result(function(call.number(0)));
 }
 
-// Both keep whole numbers as they are.
+// Int and Fix. Integers are returned unchanged.
 template <double (*function)(double)>
 void toWhole(Call &call)
 {
@@ -68,7 +68,7 @@ void round(Call &call)
         call.result(roundDecimal(call.number(0), std::min(places, 22)));
 }
 
-// A linear congruential generator of 24 bits. The series is the program's, as it was the original engine's.
+// Rnd: a 24-bit linear congruential generator. Its state belongs to the process, as in the original engine.
 quint32 randomState = 0x50000;
 
 void random(Call &call)
@@ -84,7 +84,7 @@ void random(Call &call)
     call.result(double(randomState) / (kMask + 1));
 }
 
-constexpr Entry entries[] = {
+constexpr Entry kEntries[] = {
     {"abs", 1, 1, absolute},
     {"sgn", 1, 1, sign},
     {"sqr", 1, 1, squareRoot},
@@ -104,7 +104,7 @@ constexpr Entry entries[] = {
 
 std::span<const Entry> numberFunctions()
 {
-    return entries;
+    return kEntries;
 }
 
 } // namespace dao::functions

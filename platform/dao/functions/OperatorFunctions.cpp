@@ -12,7 +12,7 @@ namespace dao::functions {
 
 namespace {
 
-// Beyond 64 bits the sum goes on as a number with a point.
+// If the sum overflows 64 bits it continues as a double.
 void addWhole(Call &call)
 {
     qint64 sum = 0;
@@ -22,7 +22,8 @@ void addWhole(Call &call)
         call.result(sum);
 }
 
-// "+": texts are joined; a number and a text that reads as one are added.
+// "+" on values whose type is known only at run time: two texts are concatenated; a number and a numeric text are
+// added.
 void add(Call &call)
 {
     if (call.isText(0) && call.isText(1)) {
@@ -73,7 +74,7 @@ void power(Call &call)
     call.result(std::pow(base, exponent));
 }
 
-// "&" of two or more: Null counts as empty, but nothing but Null is Null.
+// "&" of two or more operands: Null counts as empty text, but the result is Null if all operands are Null.
 void join(Call &call)
 {
     QString result;
@@ -95,7 +96,7 @@ void deletePattern(void *pattern)
     delete static_cast<LikePattern *>(pattern);
 }
 
-// (pattern, text): 1 or 0, a condition of the inner engine. A pattern that is the same for all rows is compiled once.
+// Like. Arguments: (pattern, text). Returns 1 or 0. A pattern that is constant for all rows is compiled once.
 template <LikePattern::Form form>
 void like(Call &call)
 {
@@ -110,7 +111,7 @@ void like(Call &call)
     sqlite3_set_auxdata(call.context(), 0, compiled.release(), deletePattern);
 }
 
-// (number[, text]): the error, wherever it is evaluated.
+// Arguments: (number[, text]). Raises this error when it is evaluated.
 void raiseError(Call &call)
 {
     call.fail(call.integer(0), call.has(1) ? call.text(1) : QString());
@@ -123,7 +124,7 @@ void refuseNull(Call &call)
     call.resultArgument(0);
 }
 
-constexpr Entry entries[] = {
+constexpr Entry kEntries[] = {
     {"add", 2, 2, add},
     {"divide", 2, 2, divide},
     {"int_divide", 2, 2, integerDivide},
@@ -140,7 +141,7 @@ constexpr Entry entries[] = {
 
 std::span<const Entry> operatorFunctions()
 {
-    return entries;
+    return kEntries;
 }
 
 } // namespace dao::functions

@@ -27,7 +27,7 @@ void callFunction(sqlite3_context *context, int count, sqlite3_value **arguments
             return;
         }
     }
-    // Nothing may be thrown through the inner engine.
+    // Exceptions must not pass through SQLite's C code.
     try {
         entry.run(call);
     } catch (const FunctionFault &fault) {
@@ -37,9 +37,9 @@ void callFunction(sqlite3_context *context, int count, sqlite3_value **arguments
     }
 }
 
-// What a calculated cell of a result does that fails: the functions in it note the failure and go on with Null, and the
-// cell becomes that failure instead of a value, so that the other rows stay. begin() is the first argument of cell(),
-// and remembers what was noted of a cell around it.
+// Error handling of calculated result cells: a function that fails inside a cell stores its error number here and
+// returns Null. cell() then returns the failure instead of the value, so that the other rows of the result are kept.
+// cell_begin(), the first argument of cell(), clears the number and returns that of the enclosing cell.
 thread_local int notedFailure = 0;
 
 void noteFailure(int number)
@@ -91,7 +91,7 @@ void endCell(sqlite3_context *context, int, sqlite3_value **arguments)
     sqlite3_result_blob(context, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
 }
 
-// cell_placed(cell_begin(), start, length, value): a failure that was noted in the value ends the statement, with a
+// cell_placed(cell_begin(), start, length, value): if the value failed, ends the statement with an error that has the
 // place in the user's text.
 void placeFailure(sqlite3_context *context, int, sqlite3_value **arguments)
 {
@@ -106,7 +106,7 @@ void placeFailure(sqlite3_context *context, int, sqlite3_value **arguments)
     sqlite3_result_error(context, message.constData(), int(message.size()));
 }
 
-// The value of a cell of another query: in a cell its failure goes on, elsewhere it ends the statement.
+// Reads a cell of a nested query: inside a cell its failure is passed on, elsewhere it ends the statement.
 template <bool inCell>
 void takeCell(sqlite3_context *context, int count, sqlite3_value **arguments)
 {
@@ -140,7 +140,8 @@ void registerFamily(sqlite3 *connection, std::span<const Entry> family)
         const int arguments = entry.minArguments == entry.maxArguments ? entry.minArguments : -1;
         sqlite3_create_function_v2(connection, name.constData(), arguments, flags, const_cast<Entry *>(&entry),
                                    callFunction, nullptr, nullptr, nullptr);
-        // Not deterministic to the inner engine, which would otherwise run it before the cell begins.
+        // Registered as not deterministic: SQLite would otherwise evaluate calls with constant arguments before the
+        // cell begins.
         const QByteArray noting = QByteArray("try_") + entry.name;
         sqlite3_create_function_v2(connection, noting.constData(), arguments, SQLITE_UTF8 | SQLITE_INNOCUOUS,
                                    const_cast<Entry *>(&entry), callNoting, nullptr, nullptr, nullptr);

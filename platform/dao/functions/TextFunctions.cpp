@@ -20,7 +20,7 @@ int countArgument(const Call &call, int index)
     return count;
 }
 
-// 0 minds case; 1 (text) and 2 (the database's own way) do not.
+// The compare argument: 0 is case-sensitive; 1 (text) and 2 (database) are not.
 Qt::CaseSensitivity compareArgument(const Call &call, int index)
 {
     const int kind = call.integer(index, 2);
@@ -52,7 +52,7 @@ void length(Call &call)
     call.result(qint64(call.text(0).size()));
 }
 
-// (text, part) or (start, text, part[, compare])
+// InStr. Arguments: (text, part) or (start, text, part[, compare]).
 void inString(Call &call)
 {
     const int first = call.count() > 2 ? 1 : 0;
@@ -66,7 +66,7 @@ void inString(Call &call)
     call.result(qint64(findText(text, part, start - 1, compareArgument(call, 3)) + 1));
 }
 
-// The part must end at or before the start.
+// InStrRev: the match must end at or before the start position.
 void inStringFromEnd(Call &call)
 {
     const QString text = call.text(0);
@@ -94,7 +94,7 @@ void upperCase(Call &call)
     call.result(upperCaseOf(call.text(0)));
 }
 
-// Blanks only: tabs and line ends stay.
+// Trim, LTrim and RTrim remove blanks only, not tabs and line ends.
 template <bool atStart, bool atEnd>
 void trim(Call &call)
 {
@@ -140,7 +140,7 @@ void reverse(Call &call)
     call.result(text);
 }
 
-// (text, find, with[, start[, count[, compare]]]): the result begins at start.
+// Replace. Arguments: (text, find, with[, start[, count[, compare]]]). The result begins at start.
 void replace(Call &call)
 {
     for (int i = 0; i < 3; ++i)
@@ -180,11 +180,11 @@ void compare(Call &call)
 
 QString properCase(QString text)
 {
-    static constexpr QStringView separators = u"\t\n\v\f\r ";
+    static constexpr QStringView kSeparators = u"\t\n\v\f\r ";
     bool atStart = true;
     for (QChar &c : text) {
         c = atStart ? c.toUpper() : c.toLower();
-        atStart = c.isNull() || separators.contains(c);
+        atStart = c.isNull() || kSeparators.contains(c);
     }
     return text;
 }
@@ -200,14 +200,14 @@ void convertCase(Call &call)
     case 3:
         return call.result(properCase(text));
     case 64:
-    case 128: // to and from Unicode: texts are Unicode already
+    case 128: // conversion to and from Unicode: no effect, texts are Unicode
         return call.result(text);
     default:
         throw FunctionFault{error::InvalidProcedureCall};
     }
 }
 
-// What code page 1252 has in the place of the control codes 128 to 159; 0 where it has nothing.
+// Characters of code page 1252 for the codes 128 to 159; 0 where the code is not assigned.
 constexpr char16_t kWestern[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
                                    0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -252,7 +252,7 @@ void codeOf(Call &call)
     call.result(wide ? int(text[0].unicode()) : westernCode(text[0]));
 }
 
-constexpr Entry entries[] = {
+constexpr Entry kEntries[] = {
     {"left", 2, 2, left},
     {"right", 2, 2, right},
     {"mid", 2, 3, mid},
@@ -280,7 +280,7 @@ constexpr Entry entries[] = {
 
 std::span<const Entry> textFunctions()
 {
-    return entries;
+    return kEntries;
 }
 
 } // namespace dao::functions

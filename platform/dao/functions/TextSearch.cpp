@@ -5,15 +5,15 @@
 namespace dao::functions {
 namespace {
 
-// Below this many steps at worst the library's search is quick enough, and on common texts the quicker one.
-constexpr qint64 ManySteps = 100 * 1000 * 1000;
+// Limit of the worst case (text length x part length) for QString::indexOf(), which is faster on ordinary texts.
+constexpr qint64 kManySteps = 100 * 1000 * 1000;
 
 bool isLong(const QString &text, const QString &part)
 {
-    return qint64(text.size()) * part.size() > ManySteps;
+    return qint64(text.size()) * part.size() > kManySteps;
 }
 
-// A copy in which equal characters are those that count as equal.
+// Folds the case of a text unless the comparison is case-sensitive.
 QString folded(const QString &text, Qt::CaseSensitivity sensitivity)
 {
     QString copy = text;
@@ -24,7 +24,7 @@ QString folded(const QString &text, Qt::CaseSensitivity sensitivity)
     return copy;
 }
 
-// After Knuth, Morris and Pratt: a character of the text is looked at once, and once more for each step back.
+// Knuth-Morris-Pratt search: linear in the length of text and part.
 qsizetype findLong(const QString &text, const QString &part, qsizetype from)
 {
     std::vector<qsizetype> borders(size_t(part.size()) + 1, -1);

@@ -3,11 +3,11 @@
 
 namespace dao::functions {
 
-/// Where a part first stands in a text at or behind a place; -1 when it does not. However the two are made, it takes
-/// time in proportion to their lengths once they are long.
+/// The index of the first occurrence of part at or after from; -1 if there is none. Long texts are searched in linear
+/// time, whatever their content.
 qsizetype findText(const QString &text, const QString &part, qsizetype from, Qt::CaseSensitivity sensitivity);
 
-/// Where it last stands at or before a place.
+/// The index of the last occurrence that starts at or before from; -1 if there is none.
 qsizetype findLastText(const QString &text, const QString &part, qsizetype from, Qt::CaseSensitivity sensitivity);
 
 } // namespace dao::functions

@@ -9,20 +9,21 @@
 
 namespace dao::sql {
 
-/// A parameter of a statement: declared in PARAMETERS, or a name that resolved to nothing.
+/// A parameter of a statement: declared in PARAMETERS, or a name that is no field, alias or source.
 struct Parameter
 {
     QString name;                   ///< without brackets
-    DataType type = DataType::Text; ///< declared, or that of what it is compared with or assigned to; else Text
+    DataType type = DataType::Text; ///< the declared type, else that of the operand it is compared with or the field it
+                                    ///< is assigned to, else Text
     bool declared = false;
-    SourceRange where;     ///< its first appearance
-    QString suggestion;    ///< a column that is probably meant, when the name looks like a slip; else empty
-    bool bareText = false; ///< a word without brackets in the place of a text: quotes may have been forgotten
+    SourceRange where;     ///< its first occurrence
+    QString suggestion;    ///< a column with a similar name, if the parameter is probably a typing error; else empty
+    bool bareText = false; ///< a word without brackets where a text is expected: quotes may be missing
 };
 
-/// Why rows of a result cannot be updated. Each has a text for the user (notUpdatableText).
+/// The reason why rows of a result cannot be updated. notUpdatableText() gives the text for the user.
 enum class NotUpdatable {
-    No, ///< it can
+    No, ///< updatable
     Distinct,
     Grouped,
     Aggregate,
@@ -40,34 +41,34 @@ QString notUpdatableText(NotUpdatable reason);
 /// An output column.
 struct Column
 {
-    FieldInfo info;  ///< name, type, size; sourceTable and sourceField when it is a plain field; its rule, default, ...
-    int source = -1; ///< index into SelectPlan::sources of the table the field is read from; -1 for an expression
+    FieldInfo info;  ///< name, type, size; for a plain field also sourceTable, sourceField, rule, default, ...
+    int source = -1; ///< index into SelectPlan::sources of the table that contains the field; -1 for an expression
     bool updatable = false;
 };
 
-/// A base table whose rows make up a result row.
+/// A base table that contributes a row to each result row.
 struct KeySource
 {
     QString table;          ///< table name
-    QString alias;          ///< as the user calls it
+    QString alias;          ///< its name in the statement
     bool nullable = false;  ///< on the null-supplied side of an outer join: its key may be Null
-    bool deletable = false; ///< deleting the result row deletes this table's row
+    bool deletable = false; ///< deleting a result row deletes the row of this table
 };
 
-/// A cross table whose columns only its data can tell. Run valuesSql first (parameters as everywhere): each row is the
-/// name of a column and its value as inner SQL; then withHeadings() (Compiler.h) completes the plan.
+/// A cross table whose columns depend on its data. Run valuesSql first (with the parameters): each row is the name of a
+/// column and its value as SQLite SQL. withHeadings() (Compiler.h) then completes the plan.
 struct CrosstabPlan
 {
     QString valuesSql;
-    QString names;      ///< of the row heads; goes before the head, and takes names of the cells; empty: not needed
-    QString head;       ///< the SELECT with its row heads
-    QStringList cell;   ///< the text of one cell, to be joined by the heading's value
-    QString tail;       ///< FROM and the rest
-    FieldInfo cellInfo; ///< what all cells have in common; their names are the headings
+    QString names;      ///< WITH clause that names the row headings; precedes head; empty if not needed
+    QString head;       ///< SELECT with the row headings
+    QStringList cell;   ///< the text of one cell, split where the heading's value is inserted
+    QString tail;       ///< FROM clause to the end of the statement
+    FieldInfo cellInfo; ///< type and size of all cells; the headings are their names
     bool valuesNeedParameters = false;
 };
 
-inline constexpr qsizetype maxCrosstabColumns = 255;
+inline constexpr qsizetype kMaxCrosstabColumns = 255;
 
 /// A heading of a cross table: a row of CrosstabPlan::valuesSql.
 struct CrosstabHeading
@@ -76,76 +77,78 @@ struct CrosstabHeading
     QString valueSql;
 };
 
-/// Runs the valuesSql of a cross table that needs no parameters, and returns its rows.
+/// Runs valuesSql of a cross table without parameters and returns its rows.
 using HeadingReader = std::function<QList<CrosstabHeading>(const CrosstabPlan &)>;
 
-/// A row-returning statement. In every SQL text (also in the steps of an ActionPlan) the parameters are bound as ?1..?n
-/// in the order of CompiledStatement::parameters, and the row's keys, where there are any, as ?n+1..?n+k in the order
+/// A statement that returns rows. In every SQL text (also in the steps of an ActionPlan) the parameters are bound as
+/// ?1..?n in the order of CompiledStatement::parameters, and the keys of the row, if used, as ?n+1..?n+k in the order
 /// of sources. A text need not use all of them.
 struct SelectPlan
 {
     QList<Column> columns;
-    /// The select list, all rows, one pass.
+    /// Returns the select list for all rows.
     QString fullSql;
-    /// True when a row can be found again by the keys of its sources; else it must be materialised.
+    /// True if a row can be found again by the keys of its sources; otherwise the result must be materialised.
     bool keyed = false;
     QList<KeySource> sources;
-    /// Only the keys of the sources (one integer column each), all rows, in the asked order, else in the table's own.
+    /// Returns only the keys of the sources (one integer column each) for all rows, in the requested order, else in
+    /// table order.
     QString keySql;
-    /// The select list of the one row with the given keys.
+    /// Returns the select list of the row with the given keys.
     QString rowSql;
-    /// For rows that are added to an updatable join, else empty. The keys of the join's rows (one or none) in which the
+    /// For rows added to an updatable join, else empty: returns the keys of the join's rows (one or none) in which the
     /// deletable source has the key ?n+1.
     QString addedKeySql;
-    /// Likewise: as rowSql, but any of the keys may be Null, as the join need not return the row.
+    /// For rows added to an updatable join, else empty: like rowSql, but each key can be Null, because the join need
+    /// not return the row.
     QString addedRowSql;
     NotUpdatable whyNot = NotUpdatable::No;
-    /// Set: the plan has only the row heads as columns and no SQL yet.
+    /// If set, the plan has only the row headings as columns and no SQL yet.
     std::optional<CrosstabPlan> crosstab;
     bool updatable() const { return whyNot == NotUpdatable::No; }
 };
 
-/// A statement that changes rows: steps of inner SQL run in order inside one savepoint.
+/// A statement that changes rows: steps of SQLite SQL that run in order inside one savepoint.
 struct ActionPlan
 {
     struct Step
     {
         QString sql;
-        bool countsRows = false; ///< the rows it changes are those reported as affected
+        bool countsRows = false; ///< the number of affected rows is that of this step
         /// Not empty: sql is a select, whose rows go into a new temporary table of this name.
         QString gathersInto;
-        /// The first column of what is gathered is a row key: rows without one are left out, of several with the same
-        /// the last one stays.
+        /// The first column of the select is a row key: rows without a key are skipped; of several rows with the same
+        /// key the last one is kept.
         bool keyed = false;
-        /// Set: sql is a select, and a row of it ends the statement with this.
+        /// If set, sql is a select that checks the change: if it returns a row, the statement ends with this error.
         std::optional<DaoException> refusal = std::nullopt;
     };
     QList<Step> steps;
-    /// The same for when the statement must not be interrupted but may have to stop all the same: reading, which can be
-    /// interrupted, is done by selects, and what is written asks dao_cancelled() row by row. Empty for a statement that
+    /// The steps for a statement that must not be interrupted but must be cancellable: rows are read by separate
+    /// selects, which can be interrupted, and writing steps call dao_cancelled() for each row. Empty if the statement
     /// cannot take long.
     QList<Step> askingSteps;
-    QStringList tables; ///< those changed
+    QStringList tables; ///< the changed tables
 };
 
-/// SELECT ... INTO: the new table with the types of the select list, then filled from the select.
+/// SELECT ... INTO: creates a table with the types of the select list and fills it from the select.
 struct SelectIntoPlan
 {
     TableInfo table;
     SelectPlan select;
 };
 
-// Definitions: what to do, carried out by the catalog.
+// Changes of definitions, which the catalog executes.
 struct NamedCheck
 {
-    QString name; ///< may be empty
+    QString name; ///< may be empty: unnamed
     QString condition;
 };
 struct CreateTablePlan
 {
     TableInfo table;
     QList<RelationInfo> relations;
-    QList<NamedCheck> checks; ///< besides the table's own rule
+    QList<NamedCheck> checks; ///< in addition to the table's rule
 };
 struct AddFieldPlan
 {
@@ -170,18 +173,18 @@ struct AddConstraintPlan
     QString table;
     QList<IndexInfo> indexes;
     QList<RelationInfo> relations;
-    NamedCheck check; ///< no text: none
+    NamedCheck check; ///< empty condition: none
 };
 struct DropConstraintPlan
 {
     QString table;
     QString name;
-    SourceRange where; ///< of the name in the text
+    SourceRange where; ///< place of the name in the text
 };
 struct DropTablePlan
 {
     QString name;
-}; ///< a table or stored query of that name
+}; ///< deletes the table or stored query of that name
 struct CreateIndexPlan
 {
     QString table;
@@ -200,7 +203,7 @@ struct DropQueryPlan
 {
     QString name;
 };
-/// EXECUTE of a stored query; the arguments' inner SQL expressions go to its parameters in order.
+/// EXECUTE of a stored query; arguments are SQLite expressions for its parameters, in order.
 struct ExecutePlan
 {
     QString query;
@@ -213,10 +216,10 @@ using Plan = std::variant<SelectPlan, ActionPlan, SelectIntoPlan, CreateTablePla
 
 struct CompiledStatement
 {
-    QList<Parameter> parameters; ///< declared ones first, then the others in order of appearance
+    QList<Parameter> parameters; ///< declared ones first, then the others by first occurrence
     Plan plan;
-    /// It reads a cross table whose columns are those that the data gave while it was compiled: compile it again before
-    /// each run.
+    /// The statement reads a cross table whose columns were taken from the data while it was compiled; compile it again
+    /// before each run.
     bool dependsOnData = false;
 
     bool returnsRows() const { return std::holds_alternative<SelectPlan>(plan); }

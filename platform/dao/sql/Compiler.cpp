@@ -18,8 +18,8 @@ namespace {
 using bound::BindContext;
 using generate::Generator;
 
-/// Carries one statement through binder and generator. Binding comes first throughout: only then are the parameters
-/// known.
+/// Runs binder and generator for one statement. Binding is always complete before generation starts, because only then
+/// all parameters are known.
 class StatementCompiler
 {
 public:
@@ -75,7 +75,7 @@ private:
         return reading(*bound, !single || !single->into);
     }
 
-    // The row heads tell of all clauses.
+    // The query of the row headings contains all clauses.
     QString places(const ast::Transform &node)
     {
         const bound::Transform bound = bound::TransformBinder(m_context).bind(node);
@@ -138,7 +138,7 @@ private:
             m_context.fail(error::UnknownSource, node.query.range, {node.query.name},
                            didYouMean(node.query.name, m_context.schema().sourceNames()));
         checkArguments(node, *query);
-        bound::ExpressionBinder binder(m_context, nullptr, bound::clause::values);
+        bound::ExpressionBinder binder(m_context, nullptr, bound::clause::kValues);
         std::vector<bound::ExprPtr> arguments;
         for (const ast::ExprPtr &argument : node.arguments)
             arguments.push_back(binder.bind(*argument));
@@ -162,10 +162,10 @@ private:
 
     qsizetype parametersOf(const QueryInfo &query, bound::Range where)
     {
-        constexpr qsizetype MaxCalls = 40;
+        constexpr qsizetype kMaxCalls = 40;
         if (m_callers.contains(query.name))
             m_context.fail(error::CircularQuery, where, {query.name});
-        if (m_callers.size() >= MaxCalls)
+        if (m_callers.size() >= kMaxCalls)
             m_context.fail(error::TooComplex, where);
         const BindContext::Substitution substitution(m_context, query.name, query.sql, where);
         try {
@@ -183,8 +183,7 @@ private:
         return bound::DefinitionPlanner(m_context).plan(node);
     }
 
-    // The new table has the types and sizes of the select list, and nothing else of its sources but the automatic
-    // number.
+    // The new table gets names, types and sizes of the select list; of other field properties only the autonumber.
     Plan selectInto(const ast::NameAt &into, const bound::Query &query, SelectPlan select)
     {
         const bound::Select &source = *query.singleSelect();
@@ -196,10 +195,10 @@ private:
             m_context.fail(error::TableExists, into.range, {into.name});
         SelectIntoPlan plan;
         plan.table.name = into.name;
-        bool counted = false; // a table has one automatic number
+        bool counted = false; // a table has at most one autonumber
         for (const Column &column : select.columns) {
             FieldInfo field;
-            // "report.sec" of two tables that have the field: a field has no dot in its name.
+            // Two tables have the field, so the column is named "report.sec"; a field name must not contain a dot.
             field.name = column.info.name;
             if (!column.info.sourceField.isEmpty() && field.name.endsWith(u'.' + column.info.sourceField))
                 field.name.replace(u'.', u'_');
@@ -221,7 +220,7 @@ private:
 
     BindContext m_context;
     HeadingReader m_readHeadings;
-    QStringList m_callers; ///< the stored queries that are being executed, outermost first
+    QStringList m_callers; ///< names of the stored queries being executed, outermost first
 };
 
 struct RuleText
@@ -230,15 +229,16 @@ struct RuleText
     bool pure = false;
 };
 
-/// A rule or default stands in no statement, so that an error in it has no place; instead it is named.
+/// A rule or default belongs to no statement, so an error in it has no place in a text; the message names the field or
+/// table instead.
 template <typename Compile>
 auto withoutPlace(const QString &what, const QString &text, const Compile &compileText)
 {
-    constexpr qsizetype Longest = 1000;
+    constexpr qsizetype kLongestName = 1000;
     try {
         return compileText();
     } catch (const DaoException &exception) {
-        QString hint = u"In the %1 '%2'"_s.arg(what, text.left(Longest));
+        QString hint = u"In the %1 '%2'"_s.arg(what, text.left(kLongestName));
         hint += exception.hint().isEmpty() ? u"."_s : QString(u": "_s + exception.hint());
         throw DaoException(exception.number(), exception.source(), exception.description()).withHint(hint);
     }
@@ -330,7 +330,7 @@ DefaultExpression defaultExpression(const QString &text, const FieldInfo &field)
     const bound::ExprPtr value =
         withoutPlace(u"default"_s, text, [&] { return bound::bindDefault(context, text, field); });
     const QString sql = Generator(context).expression(*value);
-    // A text with control characters is spelled as a conversion, which a DEFAULT clause does not take.
+    // A text with control characters is generated as a CAST, which a DEFAULT clause does not accept.
     const bool constant = value->as<bound::Literal>() && !sql.startsWith(u"CAST"_s);
     return {sql, constant};
 }

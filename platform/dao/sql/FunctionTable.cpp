@@ -8,13 +8,10 @@ namespace {
 
 using enum DataType;
 using enum FunctionKind;
-constexpr auto Fixed = ResultRule::Fixed;
-constexpr auto FirstNumber = ResultRule::FirstNumber;
-constexpr auto FirstAny = ResultRule::FirstAny;
-constexpr auto Common = ResultRule::Common;
+using enum ResultRule;
 
 // clang-format off
-constexpr FunctionInfo table[] = {
+constexpr FunctionInfo kFunctions[] = {
     // conversion
     {u"CBool", u"a", Fixed, Boolean, Plain, u"CBool(value)", u"The value as True or False."},
     {u"CByte", u"a", Fixed, Byte, Plain, u"CByte(value)", u"The value as a whole number from 0 to 255, rounded half to even."},
@@ -192,14 +189,14 @@ char16_t FunctionInfo::parameterAt(int index) const
 
 std::span<const FunctionInfo> functionTable()
 {
-    return table;
+    return kFunctions;
 }
 
 QList<const FunctionInfo *> functionsNamed(QStringView name)
 {
     static const QMultiHash<QString, const FunctionInfo *> hash = [] {
         QMultiHash<QString, const FunctionInfo *> result;
-        for (const FunctionInfo &entry : table)
+        for (const FunctionInfo &entry : kFunctions)
             result.insert(keyOf(QStringView(entry.name)), &entry);
         return result;
     }();
@@ -209,7 +206,7 @@ QList<const FunctionInfo *> functionsNamed(QStringView name)
 QStringList functionNames()
 {
     QStringList names;
-    for (const FunctionInfo &entry : table)
+    for (const FunctionInfo &entry : kFunctions)
         names.append(QString::fromUtf16(entry.name));
     names.removeDuplicates();
     return names;

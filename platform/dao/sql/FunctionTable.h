@@ -7,28 +7,28 @@
 
 namespace dao::sql {
 
-/// What the type of a function's result follows from.
+/// Determines the type of a function's result.
 enum class ResultRule {
     Fixed,       ///< FunctionInfo::result
-    FirstNumber, ///< the type of the first argument, when it is a number; else Double
+    FirstNumber, ///< the type of the first argument if it is a number, else Double
     FirstAny,    ///< the type of the first argument
     Common       ///< the common type of the values (IIf, Switch, Choose, Nz)
 };
 
 enum class FunctionKind {
-    Plain,     ///< a function of the inner engine of the same name, with our prefix
-    Typed,     ///< the same, with the type number of the first argument as an additional first argument
-    Moment,    ///< without a value of its own for each row: evaluated once for a statement
-    Special,   ///< lowered by the binder to conditions of the inner engine
+    Plain,     ///< an SQLite function with the same name and the prefix "jet_"
+    Typed,     ///< as Plain, with the type number of the first argument as additional first argument
+    Moment,    ///< evaluated once per statement: Date, Time, Now
+    Special,   ///< translated by the binder to SQLite expressions
     Aggregate, ///< over the rows of a group
-    Domain     ///< DLookup and its family: a query written as texts
+    Domain     ///< DLookup and the like: a query whose parts are texts
 };
 
-/// A function of expressions. Overloads stand as several entries of one name.
+/// A function for expressions. Overloads are several entries with the same name.
 struct FunctionInfo
 {
     const char16_t *name;
-    /// One letter an argument: t text, n number, d date, b condition, a anything; after '?' they may be left out; '*'
+    /// One letter per argument: t text, n number, d date, b condition, a any. Arguments after '?' are optional; '*'
     /// repeats the letter before it.
     const char16_t *parameters;
     ResultRule rule;
@@ -39,14 +39,14 @@ struct FunctionInfo
 
     int minArguments() const;
     int maxArguments() const; ///< -1: any number
-    /// Letter of the argument at that place.
+    /// The letter of the argument at that index.
     char16_t parameterAt(int index) const;
 };
 
-/// Every function of the dialect, in the order of families.
+/// All functions of the dialect, grouped by family.
 std::span<const FunctionInfo> functionTable();
 
-/// All entries of a name, without regard to case; "Left$" is found as "Left".
+/// All entries with that name, without regard to case; "Left$" finds "Left".
 QList<const FunctionInfo *> functionsNamed(QStringView name);
 QStringList functionNames();
 

@@ -12,7 +12,7 @@ namespace {
 
 using Step = sql::ActionPlan::Step;
 
-/// The columns of the temporary table: by position where the select has no usable name for one.
+/// Names the columns of the temporary table; by position if the select gives no usable name.
 QStringList columnsOf(const Statement &select, bool keyed)
 {
     QStringList names;
@@ -27,8 +27,8 @@ QStringList columnsOf(const Statement &select, bool keyed)
     return names;
 }
 
-// Reading is what takes the time. Done by a select of its own, it can be interrupted without the inner engine giving up
-// the whole transaction.
+// Copies the rows of a select into a temporary table. Reading takes most of the time of a change; as a separate SELECT
+// it can be interrupted without SQLite rolling back the whole transaction.
 void gather(Connection &connection, const Step &step, Access access, const std::function<void(Statement &)> &bind)
 {
     Statement select(connection, step.sql, access);
@@ -58,7 +58,7 @@ qint64 runSteps(Connection &connection, const QList<Step> &steps, Access access,
             gather(connection, step, access, bind);
             continue;
         }
-        // A step may only make sense to the inner engine once the one before has run, so each is prepared in its turn.
+        // A step can read a table that an earlier step creates, so each is prepared just before it runs.
         Statement statement(connection, step.sql, access);
         bind(statement);
         if (step.refusal) {

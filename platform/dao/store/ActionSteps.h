@@ -7,8 +7,8 @@
 
 namespace dao::store {
 
-/// Carries out the steps of a change, inside a savepoint of the caller's; bind gives each statement its parameters.
-/// Returns the rows affected.
+/// Runs the steps of a change inside the caller's savepoint. bind sets the parameters of each statement. Returns the
+/// number of affected rows.
 qint64 runSteps(Connection &connection, const QList<sql::ActionPlan::Step> &steps, Access access,
                 const std::function<void(Statement &)> &bind);
 

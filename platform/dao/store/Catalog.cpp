@@ -11,7 +11,7 @@ namespace dao::store {
 
 namespace {
 
-// A change made of several may have loaded what is undone with it.
+// Reloads the catalog if a change fails: its steps may have loaded definitions that were undone.
 class ReloadOnFailure
 {
 public:
@@ -25,7 +25,7 @@ public:
             if (m_catalog)
                 m_catalog->refresh();
         } catch (const std::exception &) {
-            // The failure that brought us here is the one to be told; the next statement looks again.
+            // The original error must be reported; the next statement checks the version again.
         }
     }
     ReloadOnFailure(const ReloadOnFailure &) = delete;
@@ -41,9 +41,9 @@ private:
 void Catalog::create()
 {
     createSystemTables(m_connection);
-    m_connection.run(u"PRAGMA application_id = %1"_s.arg(applicationId));
+    m_connection.run(u"PRAGMA application_id = %1"_s.arg(kApplicationId));
     m_connection.run(u"PRAGMA user_version = 1"_s);
-    writeProperty(m_connection, u"Layout"_s, QString::number(fileLayoutVersion));
+    writeProperty(m_connection, u"Layout"_s, QString::number(kFileLayoutVersion));
 }
 
 void Catalog::load()
@@ -144,7 +144,7 @@ void Catalog::change(const std::function<void()> &steps)
     if (m_beforeChange)
         m_beforeChange();
     m_connection.releaseRead();
-    // Declared first, so that it looks at the file after the savepoint has been undone.
+    // Declared before the savepoint, so that its destructor runs after the savepoint was undone.
     ReloadOnFailure reload(*this);
     Savepoint savepoint(m_connection);
     steps();

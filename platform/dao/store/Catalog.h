@@ -7,8 +7,8 @@ namespace dao::store {
 
 class Connection;
 
-/// The schema of one open file, cached. Every change of it, by whatever connection, moves a version in the file on,
-/// which is looked at before each statement.
+/// The cached schema of one open file. Every change of the schema, by any connection, increments a version number in
+/// the file, which is compared before each statement.
 class Catalog : public SchemaView
 {
 public:
@@ -17,15 +17,16 @@ public:
     {
     }
 
-    /// The system tables of a new file.
+    /// Creates the system tables of a new file.
     void create();
     void load();
-    /// Reloads when another connection, or a roll back, has changed the schema. True when it did.
+    /// Reloads the schema if another connection or a rollback has changed it. Returns true if it was reloaded.
     bool refresh();
-    /// After a roll back: what it took away of the schema, and of the temporary triggers, is brought back into step.
+    /// Call after a rollback: reloads the schema and installs the temporary triggers again if the rollback removed
+    /// them.
     void rolledBack();
     void clear();
-    /// Moves on with every load; what was compiled against an older one must be compiled again.
+    /// Increases with every load. Statements compiled for an older generation must be compiled again.
     quint64 generation() const { return m_generation; }
 
     const TableInfo *findTable(QStringView name) const override;
@@ -39,9 +40,9 @@ public:
     QStringList queryNames() const;
     QString property(const QString &name) const;
 
-    /// Runs a change of the schema as a whole or not at all, moves the version on and loads what came out.
+    /// Runs a schema change inside a savepoint, increments the version and reloads the schema.
     void change(const std::function<void()> &steps);
-    /// Called before every change: whoever reads from the file lets go of it.
+    /// The handler is called before every change, so that open readers can release the file.
     void setBeforeChange(const std::function<void()> &handler) { m_beforeChange = handler; }
 
 private:

@@ -63,7 +63,7 @@ void readTables(Connection &connection, CatalogContents &contents)
         places.insert(table.id, qsizetype(contents.tables.size()));
         contents.tables.push_back(std::move(table));
     }
-    // A row without its table is none of ours; it is left alone.
+    // Rows that refer to no known table are ignored and left in the file.
     const auto tableOf = [&](const Statement &row) -> StoredTable * {
         const auto place = places.constFind(row.integer(0));
         return place == places.cend() ? nullptr : &contents.tables[size_t(*place)];

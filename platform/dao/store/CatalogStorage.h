@@ -16,17 +16,17 @@ inline QString folded(QStringView name)
     return name.toString().toCaseFolded();
 }
 
-/// A table as the catalog keeps it.
+/// A table as stored in the catalog.
 struct StoredTable
 {
     qint64 id = 0; ///< in order of creation
     TableInfo info;
-    /// Folded names of required fields that came to rows without a value for them: those rows stay as they are, and
-    /// triggers instead of NOT NULL refuse any row that is written without one.
+    /// Case-folded names of fields that became required while rows had no value in them. These rows are kept; triggers
+    /// instead of NOT NULL refuse any later write without a value.
     QSet<QString> lateRequired;
 };
 
-/// All that the system tables hold.
+/// The content of the system tables.
 struct CatalogContents
 {
     std::vector<StoredTable> tables; ///< in order of creation
@@ -37,7 +37,7 @@ struct CatalogContents
 
 CatalogContents readCatalog(Connection &connection);
 
-/// A new table gets its id; one that has an id is replaced.
+/// Inserts a table without an id and sets its id; replaces the stored definition of a table with an id.
 void writeTable(Connection &connection, StoredTable &table);
 void removeTable(Connection &connection, const StoredTable &table);
 void writeRelation(Connection &connection, const RelationInfo &relation);
@@ -46,7 +46,7 @@ void writeQuery(Connection &connection, const QueryInfo &query);
 void removeQuery(Connection &connection, const QString &name);
 void writeProperty(Connection &connection, const QString &name, const QString &value);
 void removeProperty(Connection &connection, const QString &name);
-/// All whose names begin so.
+/// Removes all properties whose names start with this text.
 void removeProperties(Connection &connection, const QString &beginning);
 
 } // namespace dao::store

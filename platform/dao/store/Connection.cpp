@@ -20,19 +20,20 @@ namespace dao::store {
 
 namespace {
 
-constexpr int cacheKibibytes = 64 * 1024;
-constexpr int sortingKibibytes = 4 * 1024; // a tenth of a second's work
-constexpr int busyMilliseconds = 1000;
-constexpr char cancelFunction[] = "dao_cancelled"; // asked row by row by changes that must not be interrupted
-constexpr char proceedFunction[] = "dao_proceed";  // the same for the rows of an index that is being made
-constexpr int operationsPerLook = 10'000;          // some tenth of a millisecond
-constexpr int consultEveryMilliseconds = 100;
-constexpr int patienceMilliseconds = 10 * 60 * 1000; // for other programs, while a user can stop the waiting
-constexpr int sayWaitingAfterMilliseconds = 300;
-constexpr int longestSleepMilliseconds = 20;
+constexpr int kCacheKibibytes = 64 * 1024;
+constexpr int kSortingKibibytes = 4 * 1024; // sorted in about 0.1 s
+constexpr int kBusyMilliseconds = 1000;
+// SQL functions called for each row of a change that must not be interrupted, and of an index that is being created.
+constexpr char kCancelFunction[] = "dao_cancelled";
+constexpr char kProceedFunction[] = "dao_proceed";
+constexpr int kOperationsPerCheck = 10'000; // about 0.1 ms
+constexpr int kConsultEveryMilliseconds = 100;
+constexpr int kLongestWaitMilliseconds = 10 * 60 * 1000; // limit for waiting for other programs if the user can cancel
+constexpr int kReportWaitingAfterMilliseconds = 300;
+constexpr int kLongestSleepMilliseconds = 20;
 
-/// What the system said when a file could not be written. After a commit the inner engine's own number may be that of
-/// the roll back that followed; the file itself keeps its last failure.
+/// The errno of the failed write. After a COMMIT sqlite3_system_errno() can be that of the following rollback; the file
+/// control returns the last error of the file itself.
 int systemError(sqlite3 *db)
 {
     const int cause = sqlite3_system_errno(db);
@@ -45,7 +46,7 @@ int systemError(sqlite3 *db)
 
 bool isProtectedTable(const char *name)
 {
-    return name && (sqlite3_strnicmp(name, systemTablePrefixLatin1, int(std::strlen(systemTablePrefixLatin1))) == 0 ||
+    return name && (sqlite3_strnicmp(name, kSystemTablePrefix, int(std::strlen(kSystemTablePrefix))) == 0 ||
                     sqlite3_strnicmp(name, "sqlite_", 7) == 0);
 }
 
@@ -53,7 +54,7 @@ bool isProtectedTable(const char *name)
 
 struct ConnectionCallbacks
 {
-    // Users' statements change rows of their own tables and temporary ones, and nothing else.
+    // Authorizer: a user's statement may change rows of user tables and temporary tables and nothing else.
     static int authorize(void *self, int action, const char *table, const char *, const char *database, const char *)
     {
         if (!static_cast<Connection *>(self)->m_userText)
@@ -83,7 +84,7 @@ struct ConnectionCallbacks
     {
         auto *connection = static_cast<Connection *>(self);
         if (connection->m_progress && !connection->m_cancelRequested &&
-            connection->m_sinceConsulted.hasExpired(consultEveryMilliseconds))
+            connection->m_sinceConsulted.hasExpired(kConsultEveryMilliseconds))
             connection->consult(false);
         const bool mayInterrupt = !connection->m_writing || !connection->m_programTransaction;
         return connection->m_cancelRequested && mayInterrupt ? 1 : 0;
@@ -91,14 +92,14 @@ struct ConnectionCallbacks
 
     static int busy(void *self, int calls) { return static_cast<Connection *>(self)->waitForOthers(calls) ? 1 : 0; }
 
-    // Fails once the user wants to stop. A statement that fails is undone by itself; one that is interrupted would take
-    // the whole transaction with it.
+    // Raises an error once the user cancels. A statement that fails is undone alone; an interrupted one would roll back
+    // the whole transaction.
     template <int otherwise>
     static void ask(sqlite3_context *context, int, sqlite3_value **)
     {
         const auto *connection = static_cast<const Connection *>(sqlite3_user_data(context));
         if (connection->m_cancelRequested) {
-            const QByteArray text = QString::fromUtf16(cancelText).toUtf8();
+            const QByteArray text = QString::fromUtf16(kCancelText).toUtf8();
             sqlite3_result_error(context, text.constData(), int(text.size()));
             return;
         }
@@ -114,7 +115,7 @@ Connection::~Connection()
 sqlite3 *Connection::open(const QByteArray &name, int flags)
 {
     sqlite3 *db = nullptr;
-    // There are no threads that a lock around every cell would keep apart.
+    // NOMUTEX: connections are used by one thread, so SQLite need not lock a mutex for each cell.
     const int result =
         sqlite3_open_v2(name.constData(), &db, flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (result == SQLITE_OK)
@@ -161,17 +162,17 @@ void Connection::setUp()
     sqlite3_limit(m_db, SQLITE_LIMIT_ATTACHED, 0);
     sqlite3_set_authorizer(m_db, &ConnectionCallbacks::authorize, this);
     functions::registerAll(m_db);
-    sqlite3_create_function_v2(m_db, cancelFunction, 0, SQLITE_UTF8, this, &ConnectionCallbacks::ask<0>, nullptr,
+    sqlite3_create_function_v2(m_db, kCancelFunction, 0, SQLITE_UTF8, this, &ConnectionCallbacks::ask<0>, nullptr,
                                nullptr, nullptr);
-    // As the condition of an index it has to pass for a function of its argument alone.
-    sqlite3_create_function_v2(m_db, proceedFunction, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, this,
+    // Declared deterministic because SQLite requires that of functions in the condition of a partial index.
+    sqlite3_create_function_v2(m_db, kProceedFunction, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, this,
                                &ConnectionCallbacks::ask<1>, nullptr, nullptr, nullptr);
     setProgress(m_progress);
-    run(u"PRAGMA cache_size = -"_s + QString::number(cacheKibibytes));
+    run(u"PRAGMA cache_size = -"_s + QString::number(kCacheKibibytes));
     run(u"PRAGMA foreign_keys = ON"_s);
     run(u"PRAGMA recursive_triggers = ON"_s);
     run(u"PRAGMA synchronous = FULL"_s);
-    // Deleted rows need not be wiped from the disk, which costs a third of every large delete.
+    // Without secure_delete large deletes take a third less time; deleted rows need not be overwritten on the disk.
     run(u"PRAGMA secure_delete = OFF"_s);
 }
 
@@ -258,27 +259,28 @@ void Connection::requireSameFile() const
         throw movedError(m_source, m_path);
 }
 
-// True: the inner engine tries again.
+// Busy handler: returning true lets SQLite try again.
 bool Connection::waitForOthers(int calls)
 {
-    // Memory for changed rows runs out while somebody reads: the rows stay in memory then, and the work goes on.
+    // The page cache is full while another program reads: returning false keeps the changed pages in memory, and the
+    // statement continues.
     if (!m_committing && inTransaction() && sqlite3_txn_state(m_db, "main") == SQLITE_TXN_WRITE)
         return false;
     if (calls == 0)
         m_waiting.start();
     const bool watched = m_progress && !m_consulting;
-    if (m_cancelRequested || m_waiting.hasExpired(watched ? patienceMilliseconds : busyMilliseconds))
+    if (m_cancelRequested || m_waiting.hasExpired(watched ? kLongestWaitMilliseconds : kBusyMilliseconds))
         return false;
-    if (watched && m_sinceConsulted.hasExpired(consultEveryMilliseconds))
-        consult(m_waiting.hasExpired(sayWaitingAfterMilliseconds));
-    QThread::msleep(ulong(std::min(calls + 1, longestSleepMilliseconds)));
+    if (watched && m_sinceConsulted.hasExpired(kConsultEveryMilliseconds))
+        consult(m_waiting.hasExpired(kReportWaitingAfterMilliseconds));
+    QThread::msleep(ulong(std::min(calls + 1, kLongestSleepMilliseconds)));
     return !m_cancelRequested;
 }
 
 // Called from within the inner engine, through which nothing may be thrown.
 void Connection::consult(bool isWaiting) noexcept
 {
-    // Whoever is asked may let events in, and those must not run statements on this connection.
+    // The progress object may process events, which must not run statements on this connection.
     m_consulting = true;
     try {
         if (isWaiting)
@@ -333,7 +335,7 @@ void Connection::setProgress(Progress *progress)
     m_cancelRequested = false;
     m_sinceConsulted.start();
     if (m_db)
-        sqlite3_progress_handler(m_db, progress ? operationsPerLook : 0, &ConnectionCallbacks::look, this);
+        sqlite3_progress_handler(m_db, progress ? kOperationsPerCheck : 0, &ConnectionCallbacks::look, this);
 }
 
 void Connection::throwIfCancelled()
@@ -377,14 +379,14 @@ bool Connection::beforeStep(const Statement &statement)
     const bool writing = !statement.m_readOnly;
     if (writing)
         requireTransaction();
-    // A function may run a statement in the middle of another: what that one changes is still in danger.
+    // A function can run a statement inside another one, so an outer change stays marked as writing.
     return std::exchange(m_writing, m_writing || writing);
 }
 
 void Connection::afterFailure()
 {
-    // A full disk or a failed write can make the inner engine give up the transaction that the program began. What
-    // would come now would be kept although what went before is gone.
+    // After a full disk or an I/O error SQLite can roll back the program's transaction. Statements after that would be
+    // committed without the earlier ones.
     if (m_programTransaction && !inTransaction())
         m_transactionLost = true;
 }
@@ -393,7 +395,7 @@ void Connection::fail(bool writing)
 {
     EngineFailure failure;
     failure.extendedCode = sqlite3_extended_errcode(m_db);
-    // The user did not want to wait for others any longer.
+    // The user cancelled the waiting for another program.
     if ((failure.extendedCode & 0xff) == SQLITE_BUSY && m_cancelRequested)
         throwStopped();
     failure.systemError = systemError(m_db);
@@ -422,7 +424,7 @@ void Connection::release(Statement *statement)
 
 void Connection::rewriteIndex(const QString &name, const QString &sql)
 {
-    // The inner engine guards its own table against every statement but those of a connection that asks for it.
+    // sqlite_schema is writable only with defensive mode off and writable_schema on.
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
     const auto guardAgain = [this](Connection *) {
         sqlite3_exec(m_db, "PRAGMA writable_schema = RESET", nullptr, nullptr, nullptr);
@@ -455,7 +457,7 @@ Savepoint::~Savepoint()
             m_connection.run(u"RELEASE dao_statement"_s);
         }
     } catch (const std::exception &) {
-        // The failure that brought us here is the one to be told.
+        // The original error must be reported, not this one.
     }
 }
 
@@ -471,17 +473,17 @@ void Savepoint::release()
 SmallSorts::SmallSorts(Connection &connection)
     : m_connection(connection)
 {
-    setCache(sortingKibibytes);
+    setCache(kSortingKibibytes);
 }
 
 SmallSorts::~SmallSorts()
 {
-    setCache(cacheKibibytes);
+    setCache(kCacheKibibytes);
 }
 
 void SmallSorts::setCache(int kibibytes)
 {
-    // Were it refused, all would go on as before.
+    // If the pragma fails, the cache keeps its size, which is correct but less responsive.
     const QByteArray sql = "PRAGMA cache_size = -" + QByteArray::number(kibibytes);
     sqlite3_exec(m_connection.m_db, sql.constData(), nullptr, nullptr, nullptr);
 }
@@ -498,7 +500,7 @@ UncheckedWrites::~UncheckedWrites()
         if (m_connection.isOpen())
             m_connection.run(u"PRAGMA ignore_check_constraints = OFF"_s);
     } catch (const std::exception &) {
-        // A connection that cannot even do this writes nothing any more.
+        // If even this fails, the connection cannot write any more.
     }
 }
 

@@ -16,8 +16,8 @@ struct sqlite3;
 
 namespace dao::store {
 
-/// The seam to the inner engine: one open file. With Statement it is all that the rest of the engine knows of it, so
-/// that another engine could stand behind the same operations.
+/// Connection and Statement are the only interface to SQLite that the rest of the engine uses; one Connection is one
+/// open file.
 class Connection
 {
 public:
@@ -28,75 +28,76 @@ public:
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
-    /// Opens and sets the connection up: defensive, durable, impatient with locks. Says nothing about what is in the
-    /// file.
+    /// Opens the file and configures the connection: defensive mode, synchronous = FULL, busy timeout 1 s. The content
+    /// of the file is not checked.
     void open(const QString &path, Mode mode);
-    /// A private place for results on this machine's temporary disk, gone when closed.
+    /// Opens a private database on the temporary disk for results; it is deleted when it is closed.
     void openScratch();
-    /// Every statement is finished and becomes invalid; an open transaction is rolled back.
+    /// Finalizes every statement, which becomes invalid, and rolls back an open transaction.
     void close();
     bool isOpen() const { return m_db != nullptr; }
     QString path() const { return m_path; }
     bool isReadOnly() const { return m_readOnlyFile; }
-    /// The counter that every change of the catalog moves on, whoever made it.
+    /// The version counter in the file that every change of the catalog increments, by any program.
     qint64 catalogVersion();
 
     void run(const QString &sql);
-    /// The first column of the first row, 0 without a row.
+    /// Returns the first column of the first row, 0 if there is no row.
     qint64 number(const QString &sql);
 
-    /// False while each statement is its own transaction.
+    /// False in autocommit mode.
     bool inTransaction() const;
     qint64 lastRowId() const;
-    /// Rows changed by the last statement that changed some (its triggers' not counted), and by all so far.
+    /// Rows changed by the last changing statement (without those of its triggers), and by all statements so far.
     qint64 changes() const;
     qint64 totalChanges() const;
 
-    /// A transaction of the program's: statements in it are not interrupted half-way, since the inner engine would roll
-    /// back the whole transaction; they end, and are undone by the statement's own savepoint. writing: it waits for
-    /// other writers now, and not at its first change.
+    /// Begins a transaction of the program. Statements in it are not interrupted, because SQLite would roll back the
+    /// whole transaction: they run to their end and are undone by the statement's savepoint. writing: waits for other
+    /// writers here and not at the first change.
     void beginProgramTransaction(bool writing);
-    /// Also after a failed commit the transaction goes on, unless the inner engine has given it up.
+    /// After a failed commit the transaction is still open, unless SQLite has rolled it back.
     void commitProgramTransaction();
-    /// COMMIT: waits for those who read the file. Error 3024 when another file has taken the place of the open one, as
-    /// what is committed would be lost with it.
+    /// Executes COMMIT and waits for readers of the file. Error 3024 if the path now names another file than the open
+    /// one: the committed data would be lost with the open one.
     void commit();
     void rollbackProgramTransaction();
     bool inProgramTransaction() const { return m_programTransaction; }
-    /// True when a user may want to stop a change, while interrupting it would take the program's transaction with it.
-    /// Such a change stops where it asks dao_cancelled().
+    /// True if the user can cancel but an interrupt would roll back the program's transaction. Changes then call
+    /// dao_cancelled() for each row and stop there.
     bool mustAskToStop() const { return m_progress && m_programTransaction; }
-    /// Throws when the inner engine has given up the program's transaction: what is left of it must not be kept.
+    /// Throws if SQLite has rolled back the program's transaction by itself: later changes must not be committed
+    /// without the earlier ones.
     void requireTransaction() const;
 
-    /// Names fields and rules in errors. Not owned.
+    /// The schema that error messages take names of fields and rules from. Not owned.
     void setSchema(const SchemaView *schema) { m_schema = schema; }
     const SchemaView *schema() const { return m_schema; }
-    /// The object named as the source of errors; returns the one before.
+    /// Sets the object that errors name as their source; returns the previous one.
     QString setSource(const QString &source);
     QString source() const { return m_source; }
     void setOpening(bool opening) { m_opening = opening; }
 
-    /// A function of the inner engine that is answered here. It may run statements on this connection. Errors it throws
-    /// become those of the statement that called it.
+    /// An SQL function implemented here. It may run statements on this connection. Its exceptions become errors of the
+    /// calling statement.
     using Function = std::function<Value(const QList<Value> &)>;
     void addFunction(const QByteArray &name, const Function &body);
-    /// Replaces the text of an index's definition by one that means the same (see makeIndex()).
+    /// Replaces the stored definition of an index by an equivalent one (see makeIndex()).
     void rewriteIndex(const QString &name, const QString &sql);
 
     void setProgress(Progress *progress);
     Progress *progress() const { return m_progress; }
-    /// Throws DaoCancelled when the user wanted to stop while a statement ran that could not be interrupted, or what
-    /// the progress object has thrown.
+    /// Throws DaoCancelled if the user cancelled while a statement ran that could not be interrupted.
     void throwIfCancelled();
-    /// At the start of a statement: a wish to stop the one before no longer counts. Throws what the progress object has
-    /// thrown and nobody was told.
+    /// Clears a pending cancel request. Call before each statement. Rethrows an exception of the progress object that
+    /// has not been reported yet.
     void clearCancel();
-    /// For what the inner engine calls: the statement that runs ends with this exception.
+    /// For callbacks that SQLite calls: the running statement ends with this exception.
     void throwAfterwards(std::exception_ptr thrown);
 
-    /// Keeps what is read consistent and cheap until the event loop is reached again: without it every row that is
-    /// fetched locks and unlocks the file. Does nothing where no event loop runs, as nothing would end it there.
+    /// Holds a read lock until control returns to the event loop, so that all reads until then are consistent and need
+    /// not lock and unlock the file for each row. Does nothing without a running event loop, because nothing would
+    /// release the lock.
     void holdRead();
     void releaseRead();
 
@@ -124,7 +125,7 @@ private:
     std::vector<Statement *> m_statements;
     Progress *m_progress = nullptr;
     QElapsedTimer m_sinceConsulted;
-    QElapsedTimer m_waiting; ///< since another program was first found in the way
+    QElapsedTimer m_waiting; ///< since another program's lock was first found
     bool m_readOnlyFile = false;
     bool m_opening = false;
     bool m_userText = false;
@@ -137,12 +138,13 @@ private:
     bool m_transactionLost = false;
     Statement m_catalogVersion;
     Statement m_hold;
-    TextPool m_texts; ///< of the cells that are read
+    TextPool m_texts; ///< shares equal texts of cells
     bool m_holding = false;
-    QObject m_context; ///< receives the call that ends a held read
+    QObject m_context; ///< receives the queued call that releases the held read lock
 };
 
-/// A savepoint for changes, undone when it is left without release(). Outside of a transaction it is one of its own.
+/// A savepoint; the destructor undoes its changes unless release() was called. Outside of a transaction it is a
+/// transaction of its own.
 class Savepoint
 {
 public:
@@ -158,8 +160,9 @@ private:
     bool m_open = true;
 };
 
-/// Sorting takes as much memory at a time as there is for pages of the file, and cannot be interrupted meanwhile. As
-/// long as this lives it is done in small pieces, which takes no longer and lets a user in between.
+/// SQLite's sorter cannot be interrupted while it sorts one piece, and a piece is as large as the page cache. While
+/// this object exists the cache is small, so sorting is done in small pieces, which takes no longer and lets the user
+/// cancel.
 class SmallSorts
 {
 public:
@@ -174,8 +177,8 @@ private:
     Connection &m_connection;
 };
 
-/// Rows are written without a look at CHECK constraints, as long as it lives: for rows that were looked at before, or
-/// that shall stay as they are.
+/// While it exists, CHECK constraints are not evaluated: for rows that were checked before or that must be stored
+/// unchanged.
 class UncheckedWrites
 {
 public:
@@ -188,7 +191,7 @@ private:
     Connection &m_connection;
 };
 
-/// Names the object that errors come from, as long as it lives.
+/// While it exists, errors name this object as their source.
 class SourceScope
 {
 public:

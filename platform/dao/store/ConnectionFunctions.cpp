@@ -62,11 +62,11 @@ void callFunction(sqlite3_context *context, int count, sqlite3_value **values)
 {
     const auto &function = *static_cast<const AddedFunction *>(sqlite3_user_data(context));
     const auto stop = [context] {
-        // As an interruption it would take the whole transaction with it.
-        const QByteArray text = QString::fromUtf16(cancelText).toUtf8();
+        // Reported as an error of the function: an interrupt would roll back the whole transaction.
+        const QByteArray text = QString::fromUtf16(kCancelText).toUtf8();
         sqlite3_result_error(context, text.constData(), int(text.size()));
     };
-    // Nothing may be thrown through the inner engine.
+    // Exceptions must not pass through SQLite's C code.
     try {
         QList<Value> arguments;
         for (int i = 0; i < count; ++i)

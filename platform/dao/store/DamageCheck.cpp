@@ -10,7 +10,8 @@ namespace dao::store {
 
 namespace {
 
-/// What the inner engine reports, and how it is told. Its first capture is the name or number in the text.
+/// A pattern of a message of PRAGMA integrity_check and the text for the user. The first capture is the name or number
+/// in the text.
 struct Report
 {
     const char16_t *pattern;
@@ -29,8 +30,8 @@ constexpr Report kReports[] = {
     {u"(?i)page (\\d+)", u"Page %1 of the file is damaged."},
 };
 
-// Each row that an index lacks is a line, and must not keep what follows from being found.
-constexpr int mostLines = 1'000'000;
+// Every row missing in an index is one message; with SQLite's default limit of 100 they would hide all later messages.
+constexpr int kMaxLines = 1'000'000;
 
 DamageFinding findingOf(const QString &line)
 {
@@ -54,14 +55,14 @@ QList<DamageFinding> lookForDamage(Connection &connection, bool withIndexes)
     connection.releaseRead();
     try {
         Statement check(connection,
-                        u"PRAGMA %1(%2)"_s.arg(withIndexes ? u"integrity_check"_s : u"quick_check"_s).arg(mostLines));
+                        u"PRAGMA %1(%2)"_s.arg(withIndexes ? u"integrity_check"_s : u"quick_check"_s).arg(kMaxLines));
         while (check.step()) {
             for (const QString &line : check.text(0).split(u'\n', Qt::SkipEmptyParts))
                 if (line != "ok"_L1 && !line.startsWith(u"***"))
                     add(findingOf(line));
         }
     } catch (const DaoException &exception) {
-        // Damage can be such that the looking itself comes to an end.
+        // Severe damage ends the check itself with this error.
         if (exception.number() != error::DatabaseDamaged)
             throw;
         add({u"The structure of the file is damaged."_s});

@@ -5,7 +5,7 @@
 
 namespace dao::store {
 
-/// See Database::check(). The inner engine's own words are not in the texts.
+/// Implements Database::check(). The texts do not contain SQLite's wording.
 QList<DamageFinding> lookForDamage(Connection &connection, bool withIndexes);
 
 } // namespace dao::store

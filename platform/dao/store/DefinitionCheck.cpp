@@ -14,7 +14,7 @@ namespace dao::store {
 
 namespace {
 
-constexpr int largestText = 255;
+constexpr int kLargestText = 255;
 
 } // namespace
 
@@ -92,7 +92,7 @@ FieldInfo DefinitionCheck::field(const FieldInfo &given) const
     }
     if (field.isAutoIncrement() && field.type != DataType::Long)
         fail(error::InvalidFieldType);
-    if (field.type == DataType::Text && field.size > largestText)
+    if (field.type == DataType::Text && field.size > kLargestText)
         fail(error::InvalidArgument);
     field.size = sizeOf(field.type, field.size);
     const bool variable =
@@ -101,7 +101,7 @@ FieldInfo DefinitionCheck::field(const FieldInfo &given) const
     field.allowZeroLength = field.allowZeroLength && isTextType(field.type);
     field.sourceTable.clear();
     field.sourceField.clear();
-    // A text that is no rule, or no default, is refused now and not when the first row comes.
+    // Invalid rules and defaults are refused here and not when the first row is written.
     if (!field.validationRule.trimmed().isEmpty())
         needsEngine(field);
     constantDefault(field);

@@ -3,8 +3,8 @@
 
 namespace dao::store {
 
-/// Definitions as they are given, made complete and refused where they cannot be: each function returns what is to be
-/// stored, with names as the catalog spells them and sizes and attributes filled in.
+/// Completes definitions and refuses invalid ones. Each function returns the definition to be stored: names spelled as
+/// in the catalog, sizes and attributes set.
 class DefinitionCheck
 {
 public:
@@ -14,11 +14,11 @@ public:
     {
     }
 
-    /// Of a table or stored query: 3125.
+    /// The name of a table or stored query. Error 3125.
     void name(const QString &name) const;
-    /// Of a new table: 3010, 3012 when the name is taken.
+    /// A new table. Errors 3010 or 3012 if the name is in use.
     TableInfo table(const TableInfo &given) const;
-    /// The same for a table that is there already.
+    /// A new definition for an existing table.
     TableInfo shape(const TableInfo &given) const;
     FieldInfo field(const FieldInfo &given) const;
     IndexInfo index(const TableInfo &table, const IndexInfo &given) const;
@@ -33,10 +33,10 @@ private:
     QString m_source;
 };
 
-/// Folded names.
+/// Case-folded names.
 QSet<QString> fieldNames(const IndexInfo &index);
 QSet<QString> keyFieldNames(const RelationInfo &relation);
-/// The primary side has a unique index on exactly the relation's fields.
+/// True if the primary table has a unique index on exactly the fields of the relation.
 bool hasUniqueIndex(const TableInfo &table, const RelationInfo &relation);
 
 } // namespace dao::store

@@ -12,15 +12,15 @@ namespace dao::store {
 
 namespace {
 
-/// set: what the rule is set for.
+/// set: the field or table that the rule belongs to.
 QString brokenText(const QString &text, const QString &rule, const QString &set)
 {
     return text.isEmpty() ? raiseText(error::ValidationRule, errorText(error::ValidationRule, {rule, set}))
                           : raiseText(error::ValidationText, text);
 }
 
-/// The rule names its fields plainly; an inner select lends them those names. Null passes, as it does in the file's
-/// rules.
+/// The rule uses plain field names; an inner SELECT gives the NEW values these names. Null passes, as in CHECK
+/// constraints.
 void install(Connection &connection, const TableInfo &table, const QString &name, const QList<FieldInfo> &fields,
              const QString &rule, const QString &broken)
 {

@@ -3,11 +3,11 @@
 
 namespace dao::store {
 
-/// Validation rules that need functions of this engine cannot stand in the file, where other tools could not run them.
-/// They are enforced by temporary triggers of each connection instead.
+/// Validation rules that use functions of this engine cannot be CHECK constraints: other SQLite tools could no longer
+/// write to the file. Temporary triggers of each connection enforce them.
 void installEngineRules(Connection &connection, const CatalogContents &contents);
 
-/// True when the rule is one of those.
+/// True if the rule needs functions of this engine.
 bool needsEngine(const FieldInfo &field);
 bool needsEngine(const TableInfo &table);
 

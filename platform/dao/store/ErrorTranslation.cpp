@@ -55,7 +55,7 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
     throw fieldError(number, failure.source, table->name, *field);
 }
 
-/// The names behind the colon: "UNIQUE constraint failed: report.sec, report.row".
+/// Parses the names after the colon: "UNIQUE constraint failed: report.sec, report.row".
 [[noreturn]] void raiseDuplicate(const EngineFailure &failure)
 {
     const QStringList columns = failure.text.mid(failure.text.indexOf(u": "_s) + 2).split(u", "_s);
@@ -74,7 +74,7 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
         if (same)
             throw DaoException(error).withHint(u"It is index '%1' of table '%2'."_s.arg(index.name, table->name));
     }
-    // An index that was about to be made.
+    // The index that is being created.
     throw DaoException(error).withHint(
         u"Rows of table '%1' are the same in '%2'."_s.arg(table->name, fields.join(u"', '"_s)));
 }
@@ -85,7 +85,7 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
     const FieldInfo *field = fieldOf(failure, name);
     if (field && !field->required)
         raiseForField(failure, error::NullKey, name);
-    // A table that is being made anew goes by another name for a moment.
+    // While a table is rebuilt it has a temporary name.
     if (const TableInfo *table = tableOf(failure, name))
         name.table = table->name;
     raise(failure, error::RequiredField, {name.full()});
@@ -114,11 +114,11 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
     const qsizetype colon = constraintName.indexOf(u':');
     const QStringView kind = QStringView(constraintName).left(qMax<qsizetype>(colon, 0));
     const FieldName name = splitName(QStringView(constraintName).mid(colon + 1));
-    if (kind == constraint::size)
+    if (kind == constraint::kSize)
         raiseForField(failure, error::FieldTooSmall, name);
-    if (kind == constraint::empty)
+    if (kind == constraint::kEmpty)
         raise(failure, error::ZeroLength, {name.full()});
-    if (kind == constraint::type) {
+    if (kind == constraint::kType) {
         const FieldInfo *field = fieldOf(failure, name);
         raiseForField(failure, field && isNumericType(field->type) ? error::NumericOverflow : error::ConversionFailed,
                       name);
@@ -126,17 +126,18 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
     raiseRule(failure, name);
 }
 
-/// Errors that triggers and functions report by text. Returns when it is none of them.
+/// Translates errors that triggers and functions report as text. Returns if the text is not one of these.
 void raiseOwn(const EngineFailure &failure)
 {
     if (!failure.text.startsWith(u"dao:"_s))
         return;
-    if (failure.text == cancelText)
+    if (failure.text == kCancelText)
         throw DaoCancelled();
     const qsizetype colon = failure.text.indexOf(u':', 4);
     if (colon < 0)
         return;
-    // "dao:11@7,5:Division by zero.": with start and length in the user's text, which is not known here.
+    // "dao:11@7,5:Division by zero.": number, start and length in the user's text. The text is not known here, so line
+    // and column are set later.
     const QStringView head = QStringView(failure.text).mid(4, colon - 4);
     const qsizetype at = head.indexOf(u'@');
     SourceRange where;
@@ -169,16 +170,16 @@ void raiseOwn(const EngineFailure &failure)
 
 [[noreturn]] void raiseSqlError(const EngineFailure &failure)
 {
-    static const QString noTable = u"no such table: "_s;
+    static const QString kNoTable = u"no such table: "_s;
     QString missingTable;
-    if (failure.text.startsWith(noTable))
-        missingTable = failure.text.mid(noTable.size()).remove(u"main."_s);
-    // What the engine itself names and the file does not have: something else has changed the file.
+    if (failure.text.startsWith(kNoTable))
+        missingTable = failure.text.mid(kNoTable.size()).remove(u"main."_s);
+    // SQLite does not find a name that the catalog contains: another program has changed the file.
     if (failure.opening || failure.text.startsWith(u"no such column"_s) || isSystemTableName(missingTable))
         raise(failure, error::DatabaseDamaged, {failure.path});
     if (!missingTable.isEmpty())
         raise(failure, error::UnknownSource, {missingTable});
-    // Limits of the inner engine's parser, planner and expressions. Tens of thousands of conditions have no "solution".
+    // Messages of SQLite's limits for parser, planner and expressions; all become 3360 "too complex".
     for (const QStringView limit : {u"parser stack overflow", u"Expression tree is too large", u"too many",
                                     u"at most 64 tables", u"no query solution"}) {
         if (failure.text.contains(limit))
@@ -270,7 +271,7 @@ QString raiseText(int number, const QString &text)
     case SQLITE_READONLY:
         if (failure.extendedCode == SQLITE_READONLY_DBMOVED)
             throw movedError(failure.source, failure.path);
-        // An interrupted change has to be undone first, which takes the right to write.
+        // The rollback journal of an interrupted change must be rolled back first, which needs write permission.
         if (failure.extendedCode == SQLITE_READONLY_ROLLBACK && failure.opening)
             throw engineError(error::CannotOpenFile, failure.source, {failure.path})
                 .withHint(

@@ -12,8 +12,8 @@ namespace dao::store {
 
 namespace {
 
-constexpr int busyMilliseconds = 1000;
-constexpr int bytesAtOnce = 1 << 20;
+constexpr int kBusyMilliseconds = 1000;
+constexpr int kBytesPerRead = 1 << 20;
 const QString sourceName = u"DAO.Database"_s;
 
 struct CloseDatabase
@@ -39,11 +39,11 @@ Handle openForReading(const QString &path)
     Handle handle(db);
     if (result != SQLITE_OK)
         failReading(path, result);
-    sqlite3_busy_timeout(db, busyMilliseconds);
+    sqlite3_busy_timeout(db, kBusyMilliseconds);
     return handle;
 }
 
-/// Nobody commits to the file while the transaction lives.
+/// Begins a read transaction: other programs cannot commit until it ends.
 void beginReading(sqlite3 *db, const QString &path)
 {
     int result = sqlite3_exec(db, "BEGIN", nullptr, nullptr, nullptr);
@@ -53,7 +53,7 @@ void beginReading(sqlite3 *db, const QString &path)
         failReading(path, result);
 }
 
-/// What is committed may stand beside the file, in a log that other programs may have asked for.
+/// True if committed pages may be in a write-ahead log beside the file; another program may have switched to WAL mode.
 bool hasLog(sqlite3 *db)
 {
     const auto take = [](void *out, int, char **values, char **) {
@@ -65,7 +65,7 @@ bool hasLog(sqlite3 *db)
     return log;
 }
 
-/// Asks about ten times a second whether to go on.
+/// Asks the progress object about ten times a second.
 class CancelCheck
 {
 public:
@@ -76,8 +76,8 @@ public:
     }
     void operator()()
     {
-        constexpr int askEveryMilliseconds = 100;
-        if (!m_progress || !m_sinceAsked.hasExpired(askEveryMilliseconds))
+        constexpr int kAskEveryMilliseconds = 100;
+        if (!m_progress || !m_sinceAsked.hasExpired(kAskEveryMilliseconds))
             return;
         if (m_progress->cancelled())
             throw DaoCancelled();
@@ -98,10 +98,10 @@ void giveBytes(sqlite3 *db, const QString &path, const Take &take, CancelCheck &
     sqlite3_int64 size = 0;
     if (result == SQLITE_OK)
         result = file->pMethods->xFileSize(file, &size);
-    QByteArray buffer(bytesAtOnce, Qt::Uninitialized);
-    for (sqlite3_int64 offset = 0; result == SQLITE_OK && offset < size; offset += bytesAtOnce) {
+    QByteArray buffer(kBytesPerRead, Qt::Uninitialized);
+    for (sqlite3_int64 offset = 0; result == SQLITE_OK && offset < size; offset += kBytesPerRead) {
         check();
-        const int length = int(std::min<sqlite3_int64>(bytesAtOnce, size - offset));
+        const int length = int(std::min<sqlite3_int64>(kBytesPerRead, size - offset));
         result = file->pMethods->xRead(file, buffer.data(), length, offset);
         if (result == SQLITE_OK)
             take(QByteArrayView(buffer).first(length));
@@ -110,7 +110,8 @@ void giveBytes(sqlite3 *db, const QString &path, const Take &take, CancelCheck &
         failReading(path, result);
 }
 
-/// File and log as one. Only other programs ask for a log, so the memory that this takes is seldom needed.
+/// Combines file and log with sqlite3_serialize(), which needs memory for the whole file. Rarely used: only other
+/// programs switch to WAL mode.
 void giveContent(sqlite3 *db, const QString &path, const Take &take, CancelCheck &check)
 {
     using Content = std::unique_ptr<unsigned char, decltype(&sqlite3_free)>;
@@ -119,9 +120,9 @@ void giveContent(sqlite3 *db, const QString &path, const Take &take, CancelCheck
     if (!content)
         failReading(path, SQLITE_NOMEM);
     const QByteArrayView bytes(content.get(), qsizetype(size));
-    for (qsizetype offset = 0; offset < bytes.size(); offset += bytesAtOnce) {
+    for (qsizetype offset = 0; offset < bytes.size(); offset += kBytesPerRead) {
         check();
-        take(bytes.sliced(offset, std::min<qsizetype>(bytesAtOnce, bytes.size() - offset)));
+        take(bytes.sliced(offset, std::min<qsizetype>(kBytesPerRead, bytes.size() - offset)));
     }
 }
 

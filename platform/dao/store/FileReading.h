@@ -6,10 +6,9 @@
 
 namespace dao::store {
 
-/// Gives the bytes of a database file, as it was last committed, from its beginning to its end. The file is read
-/// through a connection of the inner engine, since closing any other descriptor of it would drop the locks that this
-/// process holds on the file. Throws the engine's exceptions, what take throws, and DaoCancelled when progress (may be
-/// null) says so.
+/// Passes the bytes of a database file, as last committed, to take in consecutive pieces. Uses an SQLite connection,
+/// because closing any other file descriptor of the file would release the POSIX locks of this process. Throws the
+/// engine's exceptions, those of take, and DaoCancelled if progress (may be null) cancels.
 void readFile(const QString &path, const std::function<void(QByteArrayView)> &take, Progress *progress);
 
 } // namespace dao::store

@@ -22,9 +22,9 @@ void makeIndex(Connection &connection, const QString &name, const QString &sql, 
         connection.run(sql);
         return;
     }
-    // The inner engine makes an index in one go. As an index of those rows for which a function of ours holds it asks
-    // us at every row; the function holds for all of them, so what comes out is the index that was wanted, and its
-    // definition can say so.
+    // CREATE INDEX cannot be stopped without an interrupt. As a partial index whose condition calls dao_proceed() it
+    // asks the engine for each row. The function returns true for every row, so the index is complete, and the stored
+    // definition is then replaced by one without the condition.
     connection.run(sql + u" WHERE dao_proceed("_s + sql::quotedName(field) + u')');
     connection.rewriteIndex(name, sql);
 }

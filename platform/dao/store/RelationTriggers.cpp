@@ -12,7 +12,7 @@ namespace dao::store {
 namespace {
 
 enum class Event { ForeignInsert, ForeignUpdate, KeyDelete, KeyUpdate };
-constexpr Event events[] = {Event::ForeignInsert, Event::ForeignUpdate, Event::KeyDelete, Event::KeyUpdate};
+constexpr Event kEvents[] = {Event::ForeignInsert, Event::ForeignUpdate, Event::KeyDelete, Event::KeyUpdate};
 
 QString triggerName(const RelationInfo &relation, Event event)
 {
@@ -46,7 +46,7 @@ QString trigger(const RelationInfo &relation, Event event, const QString &when, 
 
 QString foreignTrigger(const RelationInfo &relation, Event event)
 {
-    // A row with a Null in its foreign key has no related row and needs none.
+    // A foreign key that contains Null needs no related row.
     const QString given = joined(relation, u" AND "_s, [](const QString &, const QString &foreign) -> QString {
         return u"NEW."_s + foreign + u" IS NOT NULL"_s;
     });
@@ -90,7 +90,7 @@ QString deleteTrigger(const RelationInfo &relation)
 QString updateTrigger(const RelationInfo &relation)
 {
     const bool cascade = relation.attributes & UpdateCascade;
-    // A key that changes in case only is the same key; but what cascades is its spelling.
+    // A change in letter case only leaves the key equal, but the new spelling must be cascaded.
     const QString collation = cascade ? u" COLLATE BINARY"_s : QString();
     const QString changed = joined(relation, u" OR "_s, [&](const QString &key, const QString &) -> QString {
         return u"OLD."_s + key + collation + u" IS NOT NEW."_s + key;
@@ -122,7 +122,7 @@ QStringList relationTriggers(const RelationInfo &relation)
 QStringList relationTriggerNames(const RelationInfo &relation)
 {
     QStringList names;
-    for (const Event event : events)
+    for (const Event event : kEvents)
         names.append(triggerName(relation, event));
     return names;
 }

@@ -5,17 +5,17 @@
 
 namespace dao::store {
 
-/// A relation as triggers of the file: a related row is required, and changes of a key are refused or passed on.
-/// Triggers rather than foreign keys, since relations come and go while the tables stay, and since every tool obeys
-/// them unasked.
+/// The triggers that enforce a relation: a related row is required, and changes of a key are refused or cascaded.
+/// Triggers instead of foreign keys, because relations can be added and removed without rebuilding the table, and
+/// because every SQLite tool runs triggers, while foreign keys must be switched on.
 QStringList relationTriggers(const RelationInfo &relation);
 QStringList relationTriggerNames(const RelationInfo &relation);
 
-/// The index of the foreign table by which cascades find their rows, kept for the relation alone.
+/// The index of the foreign table that cascades use to find their rows; it belongs to the relation.
 QString relationIndexName(const RelationInfo &relation);
 QString relationIndexSql(const RelationInfo &relation);
 
-/// Rows of the foreign table without their related row, as a query that returns one when there is any.
+/// A query that returns a row if the foreign table has rows without a related row.
 QString relationViolationSql(const RelationInfo &relation);
 
 } // namespace dao::store

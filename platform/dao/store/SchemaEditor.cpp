@@ -38,13 +38,13 @@ bool involves(const RelationInfo &relation, QStringView table, QStringView field
     return false;
 }
 
-/// The property of the file under which the text of a named condition stands.
+/// The name of the file property that stores the text of a named condition.
 QString checkProperty(const TableInfo &table, const QString &name)
 {
     return u"Check:"_s + table.name + u'.' + name;
 }
 
-/// True when the index leads with the fields of the relation's foreign key.
+/// True if the first fields of the index are the relation's foreign key.
 bool servesForeignKey(const TableInfo &table, const IndexInfo &index, const RelationInfo &relation)
 {
     if (!isKeptAsIndex(table, index) || index.fields.size() < relation.fields.size())
@@ -141,10 +141,10 @@ void SchemaEditor::deleteTable(QStringView name)
 
 bool SchemaEditor::canJustAppend(const StoredTable &table, const FieldInfo &field) const
 {
-    // The inner engine gives a new column its default in the rows that are there. Only a required field means that.
+    // ADD COLUMN gives existing rows the default of the new column, which is wanted only for required fields.
     if (field.isAutoIncrement() || table.info.keyColumn.compare(field.name, Qt::CaseInsensitive) == 0)
         return false;
-    // Appending a field of these names fails in the inner engine; a table made anew takes them.
+    // ADD COLUMN of SQLite fails for columns with these names; a rebuilt table accepts them.
     if (field.name.compare(u"true", Qt::CaseInsensitive) == 0 || field.name.compare(u"false", Qt::CaseInsensitive) == 0)
         return false;
     if (field.required && field.type != DataType::Boolean)
@@ -177,7 +177,7 @@ void SchemaEditor::requireOneRow(const StoredTable &table, const FieldInfo &fiel
         if (m_connection.number(u"SELECT EXISTS (SELECT 1 FROM (SELECT * FROM %1 LIMIT 1) WHERE NOT (%2))"_s.arg(
                 sql::quotedName(table.info.name), check.condition)) == 0)
             continue;
-        if (check.name.startsWith(QStringView(constraint::rule)))
+        if (check.name.startsWith(QStringView(constraint::kRule)))
             fail(error::ValidationRule, {field.validationRule, table.info.name + u'.' + field.name});
         raiseCheck(check.name, m_connection.source(), m_connection.schema());
     }
@@ -234,7 +234,7 @@ void SchemaEditor::addField(QStringView tableName, const FieldInfo &given)
             return;
         }
         {
-            // The inner engine would look at every constraint of every row, those of the other fields too.
+            // SQLite would check every constraint of every row, also those of unchanged fields.
             const UncheckedWrites unchecked(m_connection);
             m_connection.run(u"ALTER TABLE "_s + sql::quotedName(before.info.name) + u" ADD COLUMN "_s +
                              columnSql(after, field));
@@ -435,7 +435,7 @@ void SchemaEditor::setQuerySql(QStringView name, const QString &sql)
     const QueryInfo *found = m_catalog.findQuery(name);
     if (!found)
         fail(error::ItemNotFound);
-    // Views are refreshed at every connection; a file whose views are right stays as it is.
+    // Views are written at every connection; an unchanged view must not change the file.
     if (found->sql == sql)
         return;
     const QueryInfo query{found->name, sql};

@@ -8,7 +8,7 @@ namespace dao::store {
 class Connection;
 class DefinitionCheck;
 
-/// Changes of the schema: the file's definitions and the catalog together, each change as a whole or not at all.
+/// Changes the schema: definitions in the file and in the catalog together, each change completely or not at all.
 class SchemaEditor
 {
 public:
@@ -18,21 +18,21 @@ public:
     {
     }
 
-    /// checks: further conditions that every row must meet.
+    /// checks: additional conditions for every row.
     void createTable(const TableInfo &table, const QList<sql::NamedCheck> &checks = {});
-    /// A new table in the file and the catalog whose indexes are not made yet: for filling it first.
+    /// Creates a table without its indexes, so that it can be filled first.
     StoredTable createUnindexed(const TableInfo &table, const QSet<QString> &lateRequired);
-    /// Another definition for a table, its rows brought over in one pass.
+    /// Replaces the definition of a table and copies its rows in one pass.
     void alterTable(QStringView name, const TableInfo &newShape, const QList<FieldFill> &fills);
     void deleteTable(QStringView name);
-    /// Rows that are there get the default value when the field is required, else Null (False in a Boolean field).
+    /// Existing rows get the default value if the field is required, else Null (False in a Boolean field).
     void addField(QStringView table, const FieldInfo &field);
-    /// Another type, size or rule for a field of that name; its values are converted.
+    /// Changes type, size or rules of the field of that name; converts its values.
     void alterField(QStringView table, const FieldInfo &field);
     void deleteField(QStringView table, QStringView field);
-    /// One more condition that every row must meet.
+    /// Adds a condition for every row.
     void addCheck(QStringView table, const sql::NamedCheck &check);
-    /// False when the table has no condition of that name.
+    /// Returns false if the table has no condition of that name.
     bool deleteCheck(QStringView table, const QString &name);
     void createIndex(QStringView table, const IndexInfo &index);
     void deleteIndex(QStringView table, QStringView index);
@@ -43,7 +43,7 @@ public:
     void deleteQuery(QStringView name);
     void setProperty(const QString &name, const QString &value);
 
-    /// Several changes as one.
+    /// Runs several changes as one.
     void asOne(const std::function<void()> &changes) { m_catalog.change(changes); }
 
 private:
@@ -52,7 +52,7 @@ private:
     void nameCheck(const TableInfo &table, const sql::NamedCheck &check);
     const StoredTable &stored(QStringView name) const;
     DefinitionCheck check() const;
-    /// A field that was just added: its value, the same in all rows, keeps its own rules.
+    /// Checks the rules of a field that was just added on one row, because its value is the same in all rows.
     void requireOneRow(const StoredTable &table, const FieldInfo &field) const;
     void requireRelations(const StoredTable &before, const TableInfo &after) const;
     void replaceTable(const StoredTable &before, StoredTable &after, const QList<FieldFill> &fills = {});

@@ -13,7 +13,7 @@ namespace dao::store {
 
 namespace {
 
-/// True when rows are put in order by sorting them, and not by the way they are found.
+/// True if SQLite's plan sorts with a temporary B-tree instead of reading an index in order.
 bool sorts(sqlite3 *db, const QByteArray &text)
 {
     sqlite3_stmt *explain = nullptr;
@@ -99,7 +99,7 @@ void Statement::check(int result) const
 
 bool Statement::isChange() const
 {
-    // Committing counts as well, although the inner engine calls it read-only.
+    // COMMIT writes to the file, although sqlite3_stmt_readonly() reports it as read-only.
     return !m_readOnly || sqlite3_column_count(m_statement) == 0;
 }
 
@@ -176,7 +176,7 @@ void Statement::bindColumn(int parameter, const Statement &from, int column)
 bool Statement::step()
 {
     requireOpen();
-    // What is sorted is sorted before the first row comes.
+    // SQLite sorts all rows before it returns the first one, so the small cache is only needed for the first step.
     std::optional<SmallSorts> small;
     if (m_sorts && !m_started)
         small.emplace(*m_connection);

@@ -9,15 +9,15 @@ namespace dao::store {
 
 class Connection;
 
-/// Whose text a statement runs: that of users may change no system table and define nothing.
+/// The origin of a statement's text. A user's statement may change no system table and define nothing.
 enum class Access { Engine, User };
 
-/// A prepared statement of the inner engine. Parameters count from 1, columns from 0. Every failure is thrown as the
-/// engine's own DaoException. A statement whose connection was closed throws 3420 from then on.
+/// A prepared statement of SQLite. Parameters count from 1, columns from 0. Errors are thrown as DaoException. After
+/// its connection was closed a statement throws 3420.
 class Statement
 {
 public:
-    /// How a value is stored, whatever the column says.
+    /// The storage class of a value, independent of the column's declared type.
     enum class Storage { Integer = 1, Real = 2, Text = 3, Blob = 4, Null = 5 };
 
     Statement() = default;
@@ -38,17 +38,17 @@ public:
     void bind(int parameter, double value);
     void bind(int parameter, const QString &text);
     void bind(int parameter, const QByteArray &bytes);
-    /// UTF-8 that stays where it is until the statement is reset; nothing is copied.
+    /// Binds UTF-8 without copying; it must stay valid until the statement is reset.
     void bindUtf8(int parameter, const char *text, qsizetype length);
-    /// Bytes that stay where they are until the statement is reset.
+    /// Binds bytes without copying; they must stay valid until the statement is reset.
     void bindBytes(int parameter, const char *bytes, qsizetype length);
-    /// A column of another statement's current row, as it is stored; that statement may be of another connection.
+    /// Binds a column of another statement's current row as stored. That statement may belong to another connection.
     void bindColumn(int parameter, const Statement &from, int column);
 
-    /// True while there is a row.
+    /// Moves to the next row; returns false at the end.
     bool step();
     void reset();
-    /// Runs to the end, dropping rows, and resets.
+    /// Runs to the end, ignores rows, and resets.
     void run();
 
     Storage storage(int column) const;
@@ -69,12 +69,12 @@ private:
     bool m_readOnly = true;
     bool m_onRow = false;
     bool m_started = false;
-    bool m_sorts = false; ///< reading, a user's, and one who may want to stop it
+    bool m_sorts = false; ///< a user's SELECT that sorts and can be cancelled
 };
 
-/// Adds the rows that a statement is to give, or still has to give when it stands on one, to a table of as many
-/// columns, each value as it is stored. The table's name is quoted; places, when given, are the terms of VALUES.
-/// Returns how many.
+/// Copies the current row of a statement, if there is one, and all following rows to a table with the same number of
+/// columns; values are stored unchanged. The table name is quoted. places, if given, are the terms of VALUES. Returns
+/// the number of rows.
 qint64 copyRows(Statement &from, Connection &to, const QString &table, const QStringList &places = {});
 
 } // namespace dao::store

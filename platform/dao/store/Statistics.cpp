@@ -38,7 +38,7 @@ QList<StatisticsLine> readStatistics(Connection &connection, const QString &tabl
 void writeStatistics(Connection &connection, const QString &table, const QList<StatisticsLine> &lines)
 {
     connection.releaseRead();
-    // The inner engine makes its table of statistics only when it is asked to gather some.
+    // SQLite creates sqlite_stat1 only when ANALYZE runs.
     if (!haveStatistics(connection))
         connection.run(u"ANALYZE main."_s + sql::quotedName(table));
     Statement remove(connection, u"DELETE FROM sqlite_stat1 WHERE tbl = ?1 COLLATE NOCASE"_s);

@@ -6,11 +6,11 @@ namespace dao::store {
 
 class Connection;
 
-/// The planner's statistics. Empty table: of the whole file.
+/// Gathers the query planner's statistics (ANALYZE). Empty table name: of the whole file.
 void analyze(Connection &connection, const QString &table);
 
-/// A line of statistics: the index by its name in the file, empty for the table itself; rows, then rows for each
-/// prefix.
+/// A row of sqlite_stat1: the name of the index in the file, empty for the table itself; number of rows, then average
+/// rows per key for each prefix of the index.
 struct StatisticsLine
 {
     QString index;
@@ -18,7 +18,7 @@ struct StatisticsLine
 };
 
 QList<StatisticsLine> readStatistics(Connection &connection, const QString &table);
-/// Replaces those of the table and makes the planner take note.
+/// Replaces the statistics of the table and lets the planner load them.
 void writeStatistics(Connection &connection, const QString &table, const QList<StatisticsLine> &lines);
 
 } // namespace dao::store

@@ -20,7 +20,7 @@ struct SystemTable
 {
     const char16_t *name;
     QList<SystemField> fields;
-    const char16_t *key; ///< its primary key
+    const char16_t *key; ///< the columns of its primary key
 };
 
 const QList<SystemTable> &layout()
@@ -85,7 +85,7 @@ TableInfo infoOf(const SystemTable &table)
 
 bool isSystemTableName(QStringView name)
 {
-    return name.startsWith(QLatin1StringView(systemTablePrefixLatin1), Qt::CaseInsensitive) ||
+    return name.startsWith(QLatin1StringView(kSystemTablePrefix), Qt::CaseInsensitive) ||
            name.startsWith(u"sqlite_", Qt::CaseInsensitive);
 }
 

@@ -7,18 +7,18 @@ namespace dao::store {
 
 class Connection;
 
-/// Tables of this prefix keep what the inner engine cannot: declared types, sizes, rules, stored queries, relations and
-/// properties. They are ordinary tables of the file, so that any tool can read them.
-inline constexpr char systemTablePrefixLatin1[] = "_dao_";
+/// Tables with this prefix store what SQLite's schema cannot: declared types, sizes, rules, stored queries, relations
+/// and properties. They are ordinary tables, so that any tool can read them.
+inline constexpr char kSystemTablePrefix[] = "_dao_";
 
-/// Marks a file as one of this engine.
-inline constexpr qint64 applicationId = 0x44414F31;
-/// Grows when an older engine could no longer read the file.
-inline constexpr int fileLayoutVersion = 1;
+/// PRAGMA application_id of files of this engine ("DAO1").
+inline constexpr qint64 kApplicationId = 0x44414F31;
+/// Increased when an older engine could no longer read the file.
+inline constexpr int kFileLayoutVersion = 1;
 
 bool isSystemTableName(QStringView name);
 
-/// As they are listed beside the tables of users.
+/// Definitions of the system tables, as listed with the user's tables.
 const QList<TableInfo> &systemTables();
 
 void createSystemTables(Connection &connection);

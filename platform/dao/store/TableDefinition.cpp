@@ -40,7 +40,7 @@ QString typeCondition(const FieldInfo &field, const QString &column)
         return u"typeof("_s + column + u") IN ('integer', 'null') AND "_s + column + u" BETWEEN "_s + low + u" AND "_s +
                high;
     };
-    // Null passes each of them.
+    // Each condition admits Null, which NOT NULL handles.
     const auto real = [&](const QString &range) -> QString {
         return u"typeof("_s + column + u") IN ('real', 'null') AND "_s + range;
     };
@@ -54,9 +54,9 @@ QString typeCondition(const FieldInfo &field, const QString &column)
         return whole(u"-32768"_s, u"32767"_s);
     case DataType::Long:
         return whole(u"-2147483648"_s, u"2147483647"_s);
-    case DataType::Currency: // 64 bits of ten-thousandths, and what the nearest real is rounded by
+    case DataType::Currency: // range of 64-bit ten-thousandths, plus the rounding error of a double
         return real(size + u" < 922337203685478.0"_s);
-    case DataType::Single: // what is nearer to the largest one than to the next there would be
+    case DataType::Single: // largest double that rounds to a finite 32-bit float
         return real(size + u" < 3.4028235677973366e38"_s);
     case DataType::Double:
     case DataType::Decimal:
@@ -72,7 +72,7 @@ QString typeCondition(const FieldInfo &field, const QString &column)
     }
 }
 
-// length() ends at a NUL; the bytes behind it count.
+// length() stops at a NUL character, so the size in bytes is checked too.
 QString sizeCondition(const QString &column, int size)
 {
     return u"length(%1) <= %2 AND (instr(CAST(%1 AS BLOB), x'00') = 0 OR length(CAST(%1 AS BLOB)) <= %2)"_s.arg(column)
@@ -133,14 +133,14 @@ QList<ColumnCheck> columnChecks(const StoredTable &table, const FieldInfo &field
     const auto add = [&](const char16_t *kind, const QString &condition) {
         checks.append({constraint::name(kind, table.info.name, field.name), condition});
     };
-    add(constraint::type, typeCondition(field, column));
+    add(constraint::kType, typeCondition(field, column));
     if (field.type == DataType::Text)
-        add(constraint::size, sizeCondition(column, field.size));
+        add(constraint::kSize, sizeCondition(column, field.size));
     if (isTextType(field.type) && !field.allowZeroLength)
-        add(constraint::empty, column + u" <> ''"_s);
+        add(constraint::kEmpty, column + u" <> ''"_s);
     if (!field.validationRule.trimmed().isEmpty()) {
         if (const auto rule = sql::ruleAsCheck(field.validationRule, field))
-            add(constraint::rule, *rule);
+            add(constraint::kRule, *rule);
     }
     return checks;
 }
@@ -170,7 +170,7 @@ QString createTableSql(const StoredTable &table, const QString &physicalName)
         columns.append(u"  "_s + columnSql(table, field));
     const QString rule = tableRuleCondition(table.info);
     if (!rule.isEmpty())
-        columns.append(u"  CONSTRAINT "_s + sql::quotedName(constraint::name(constraint::rule, table.info.name, {})) +
+        columns.append(u"  CONSTRAINT "_s + sql::quotedName(constraint::name(constraint::kRule, table.info.name, {})) +
                        u" CHECK ("_s + rule + u')');
     return u"CREATE TABLE "_s + sql::quotedName(physicalName) + u" (\n"_s + columns.join(u",\n"_s) + u"\n)"_s;
 }
@@ -184,7 +184,7 @@ QString tableRuleCondition(const TableInfo &table)
 
 QString indexNameInFile(const QString &table, const QString &index)
 {
-    // A name of a table holds no '.', so two tables cannot meet in one name.
+    // Table names contain no '.', so the names of two tables' indexes cannot be equal.
     return table + u'.' + index;
 }
 

@@ -3,13 +3,13 @@
 
 namespace dao::store {
 
-/// Definitions of the catalog as definitions of the inner engine. Type, size, zero length and validation rules become
-/// named CHECK constraints of plain SQLite, so that the file refuses what the schema refuses whoever writes to it.
+/// Translates definitions of the catalog to SQLite DDL. Type, size, zero length and validation rules become named CHECK
+/// constraints of plain SQLite, so that every program that writes to the file must follow them.
 
-/// The name of the row key, chosen so that no field hides it; empty when fields hide every one.
+/// The name of the row key (rowid, oid or _rowid_) that no field hides; empty if fields hide all three.
 QString keyColumnFor(const TableInfo &table);
 
-/// True when a column holds no Null: its own rule, or an index that admits none.
+/// True if a column must not be Null: it is required, or an index refuses Null.
 bool isNotNull(const StoredTable &table, const FieldInfo &field);
 
 /// A CHECK constraint of a column: its name in the file and its condition.
@@ -21,28 +21,28 @@ struct ColumnCheck
 };
 QList<ColumnCheck> columnChecks(const StoredTable &table, const FieldInfo &field);
 
-/// One column with its constraints.
+/// The definition of one column with its constraints.
 QString columnSql(const StoredTable &table, const FieldInfo &field);
-/// physicalName: the name under which the table is made; its constraints always carry the table's own.
+/// physicalName: the name of the created table; its constraints always contain the table's final name.
 QString createTableSql(const StoredTable &table, const QString &physicalName);
 
-/// The condition of the table's own validation rule; empty without one, and for one that needs the engine.
+/// The condition of the table's validation rule; empty if there is none or if it needs functions of this engine.
 QString tableRuleCondition(const TableInfo &table);
 
-/// The index's name in the file, where names of indexes are of one space.
+/// The name of the index in the file: SQLite has one name space for the indexes of all tables.
 QString indexNameInFile(const QString &table, const QString &index);
-/// False for a unique index on the autonumber alone, which is the row key itself.
+/// False for a unique index on the autonumber alone, because that field is the row key.
 bool isKeptAsIndex(const TableInfo &table, const IndexInfo &index);
 QString createIndexSql(const TableInfo &table, const IndexInfo &index);
 
-/// Triggers that stand in for NOT NULL on lateRequired fields.
+/// Triggers that replace NOT NULL for the lateRequired fields.
 QStringList lateRequiredTriggers(const StoredTable &table);
 QStringList lateRequiredTriggerNames(const StoredTable &table);
 
-/// The default value as inner SQL when it is a constant; empty when there is none or it must be computed.
+/// The default value as SQLite SQL if it is a constant; empty if there is none or if it must be computed.
 QString constantDefault(const FieldInfo &field);
 
-/// A text as inner SQL literal.
+/// A text as an SQLite literal.
 QString literal(const QString &text);
 
 } // namespace dao::store

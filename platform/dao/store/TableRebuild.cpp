@@ -19,7 +19,7 @@ namespace {
 
 const QString newName = u"_dao_rebuild"_s;
 
-// What a row of the new table breaks is a rule of the new table.
+// The schema for error messages: rules of the new definition, which is not in the catalog yet.
 class NewDefinition : public SchemaView
 {
 public:
@@ -48,7 +48,7 @@ private:
     const TableInfo &m_table;
 };
 
-/// What the expressions of fills may name: the table as it was, and the new one to be written to.
+/// The schema for the expressions of fills: the old table, and the new one as target.
 class FillScope : public SchemaView
 {
 public:
@@ -112,7 +112,7 @@ void TableRebuild::findLateRequired()
     for (const FieldInfo &field : m_after.info.fields) {
         if (!field.required || field.isAutoIncrement() || field.type == DataType::Boolean)
             continue;
-        // A field that was required before stays strict; one that became required meets rows as they are.
+        // A field that was required stays NOT NULL; one that becomes required may have Null in existing rows.
         const FieldInfo *old = m_before.info.field(field.name);
         const bool wasStrict = old && isNotNull(m_before, *old);
         if (!wasStrict && !isFilled(field) && hasNull(sourceOf(field)))
@@ -143,7 +143,7 @@ void TableRebuild::copyRows()
         sources.append(sourceOf(field));
         converting = converting || needsConversion(field);
     }
-    // The rows' keys stay, so that what points at rows still does; with an autonumber they are its values.
+    // Row keys are copied, so that references to rows stay valid. With an autonumber they are its values.
     if (m_after.info.indexOf(m_after.info.keyColumn) < 0) {
         targets.append(sql::quotedName(m_after.info.keyColumn));
         sources.append(sql::quotedName(m_before.info.keyColumn));
@@ -217,10 +217,10 @@ void TableRebuild::checkChangedFields()
             if (!before.contains(check))
                 verify(check);
         }
-        // A rule that the file cannot keep is kept by the engine, also for the rows that are there.
+        // Rules that need functions of this engine are checked by the engine, also for existing rows.
         const bool changed = !old || isFilled(field) || old->validationRule != field.validationRule;
         if (changed && needsEngine(field))
-            verify({constraint::name(constraint::rule, m_after.info.name, field.name),
+            verify({constraint::name(constraint::kRule, m_after.info.name, field.name),
                     sql::ruleWithFunctions(field.validationRule, field)});
     }
     const QList<FieldInfo> &fields = m_after.info.fields;
@@ -228,7 +228,7 @@ void TableRebuild::checkChangedFields()
         m_before.info.validationRule != m_after.info.validationRule || !m_fills.isEmpty() ||
         std::any_of(fields.begin(), fields.end(), [this](const FieldInfo &field) { return needsConversion(field); });
     if (changed && !m_after.info.validationRule.trimmed().isEmpty())
-        verify({constraint::name(constraint::rule, m_after.info.name, {}),
+        verify({constraint::name(constraint::kRule, m_after.info.name, {}),
                 sql::tableRuleWithFunctions(m_after.info.validationRule, m_after.info)});
 }
 
@@ -242,7 +242,7 @@ void TableRebuild::verify(const ColumnCheck &check)
 
 void TableRebuild::keepSequence()
 {
-    // Present in files that have, or once had, a table with an autonumber.
+    // sqlite_sequence exists only if the file has, or had, a table with AUTOINCREMENT.
     if (m_connection.number(u"SELECT count(*) FROM sqlite_schema WHERE name = 'sqlite_sequence'"_s) == 0)
         return;
     const QString name = literal(m_before.info.name);

@@ -6,16 +6,17 @@ namespace dao::store {
 
 class Connection;
 
-/// Makes a table anew with another definition and brings its rows over. Call inside a savepoint, with the relations of
-/// the table taken off. Rows keep their keys; the autonumber keeps its place, and the planner its statistics.
+/// Creates a table with a new definition, copies the rows and replaces the old table, the procedure that SQLite
+/// documents for changes that ALTER TABLE cannot do. Call inside a savepoint, with the triggers of its relations
+/// removed. Row keys, the autonumber sequence and the planner's statistics are kept.
 class TableRebuild
 {
 public:
-    /// after: fields match those of before by name; new ones get their default when they are required, else Null. Its
-    /// lateRequired is brought up to date. Rows are checked for the rules of fields that are new or changed only: one
-    /// that breaks another rule, as rows from elsewhere may, stays as it is.
+    /// after: fields are matched by name; new ones get their default if they are required, else Null. Its lateRequired
+    /// is updated. Only the rules of new or changed fields are checked: a row that breaks another rule, as imported
+    /// rows can, is kept.
     TableRebuild(Connection &connection, const StoredTable &before, StoredTable &after);
-    /// The fields named by fills get the values of their expressions, converted as an assignment does.
+    /// The fields named in fills get the values of their expressions, converted as in an assignment.
     void fillWith(const QList<FieldFill> &fills) { m_fills = fills; }
     void run();
 

@@ -8,7 +8,7 @@ namespace dao::store {
 
 namespace {
 
-/// Where the parenthesis that opens at a place closes, texts and bracketed names left out; -1 when it does not.
+/// The index of the parenthesis that closes the one at open, skipping texts and bracketed names; -1 if there is none.
 qsizetype closingOf(const QString &text, qsizetype open)
 {
     int depth = 0;
@@ -31,7 +31,7 @@ qsizetype closingOf(const QString &text, qsizetype open)
     return -1;
 }
 
-/// The rules that withRule() put together; a rule that is one of its own comes back as it is.
+/// Splits a rule that withRule() combined; returns any other rule unchanged.
 QStringList rulesOf(const QString &rules)
 {
     static const QString separator = u" And "_s;

@@ -1,12 +1,12 @@
 #pragma once
 #include <QString>
 
-// The validation rule of a table may be made of several, as constraints add their own: "(a) And (b) And (c)".
+// A table has one validation rule. Named constraints are added to it in the form "(a) And (b) And (c)".
 
 namespace dao::store {
 
 QString withRule(const QString &rules, const QString &added);
-/// Without one of them; unchanged when it is not among them.
+/// Removes one condition; the rule is unchanged if it does not contain that condition.
 QString withoutRule(const QString &rules, const QString &removed);
 
 } // namespace dao::store

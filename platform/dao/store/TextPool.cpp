@@ -17,11 +17,11 @@ quint64 word(const char *bytes)
 
 } // namespace
 
-// Both ends, which overlap in short texts, tell enough; what falls into one slot pushes the other out.
+// Hashes the first and last 8 bytes, which overlap in short texts. A new text replaces the old one in its slot.
 size_t TextPool::slotOf(const char *bytes, qsizetype length)
 {
-    constexpr quint64 mixer = 0x9E3779B97F4A7C15u;
-    constexpr int wordBits = 64;
+    constexpr quint64 kMixer = 0x9E3779B97F4A7C15u;
+    constexpr int kWordBits = 64;
     quint64 first = 0;
     quint64 last = 0;
     if (length >= 8) {
@@ -34,16 +34,16 @@ size_t TextPool::slotOf(const char *bytes, qsizetype length)
         first = quint8(bytes[0]);
         last = (quint64(quint8(bytes[length / 2])) << 8) | quint8(bytes[length - 1]);
     }
-    const quint64 mixed = (first ^ (last * mixer) ^ quint64(length)) * mixer;
-    return size_t((mixed ^ (mixed >> 29)) * mixer >> (wordBits - slotBits));
+    const quint64 mixed = (first ^ (last * kMixer) ^ quint64(length)) * kMixer;
+    return size_t((mixed ^ (mixed >> 29)) * kMixer >> (kWordBits - kSlotBits));
 }
 
 QString TextPool::text(const char *utf8, qsizetype length)
 {
-    if (length <= 0 || length > longest)
+    if (length <= 0 || length > kLongest)
         return QString::fromUtf8(utf8, length);
     QString &known = m_slots[slotOf(utf8, length)];
-    // Only texts of ASCII are kept, so that bytes can be compared as they are.
+    // Only ASCII texts are cached, so that the bytes can be compared directly.
     if (known == QLatin1StringView(utf8, length))
         return known;
     QString made = QString::fromUtf8(utf8, length);

@@ -14,7 +14,7 @@ namespace dao::store {
 
 namespace {
 
-constexpr double currencyScale = 10'000.0;
+constexpr double kCurrencyScale = 10'000.0;
 
 Value untyped(const Statement &statement, int column)
 {
@@ -89,7 +89,7 @@ void bindValue(Statement &statement, int parameter, const Value &value)
         statement.bind(parameter, value.integer());
         return;
     case Value::Type::Currency:
-        statement.bind(parameter, double(value.integer()) / currencyScale);
+        statement.bind(parameter, double(value.integer()) / kCurrencyScale);
         return;
     case Value::Type::Float:
     case Value::Type::Double:
@@ -128,7 +128,7 @@ Value columnValue(const Statement &statement, int column, DataType type)
     case DataType::Text:
     case DataType::Memo:
     case DataType::Guid:
-        // A number where only the values tell their kind: as this engine writes it, not the inner one.
+        // A number in a column whose type depends on its values: formatted by this engine, not by SQLite.
         return Value::fromText(number ? numberText(statement.real(column)) : statement.text(column));
     case DataType::Binary:
     case DataType::LongBinary:

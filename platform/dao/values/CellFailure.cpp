@@ -10,9 +10,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// No picture or document begins like this, and none is as short.
-constexpr QByteArrayView mark = "\xffjet cell\xfe\x01";
-constexpr qsizetype digits = 5;
+// No picture or document starts with these bytes, and none is that short.
+constexpr QByteArrayView kMark = "\xffjet cell\xfe\x01";
+constexpr qsizetype kDigits = 5;
 
 } // namespace
 
@@ -50,13 +50,13 @@ QString CellFailures::summary() const
 
 QByteArray failureBytes(int number)
 {
-    return mark + QByteArray::number(number).rightJustified(digits, '0');
+    return kMark + QByteArray::number(number).rightJustified(kDigits, '0');
 }
 
 int failureIn(QByteArrayView bytes)
 {
-    const bool failed = bytes.size() == mark.size() + digits && bytes.startsWith(mark);
-    return failed ? bytes.sliced(mark.size()).toInt() : 0;
+    const bool failed = bytes.size() == kMark.size() + kDigits && bytes.startsWith(kMark);
+    return failed ? bytes.sliced(kMark.size()).toInt() : 0;
 }
 
 } // namespace dao

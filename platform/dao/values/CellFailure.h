@@ -5,12 +5,12 @@
 
 namespace dao {
 
-/// What stands in the place of a value that could not be calculated: "#Div/0!", "#Num!" or "#Error".
+/// The text shown instead of a value that could not be calculated: "#Div/0!", "#Num!" or "#Error".
 QString failureWord(int number);
-/// Number and text of the error, for the tip of the cell: "11: Division by zero."
+/// Number and text of the error for the cell's tool tip: "11: Division by zero."
 QString failureTip(int number);
 
-/// The failed cells of a result, counted while they are read.
+/// Counts the failed cells of a result while they are read.
 class CellFailures
 {
 public:
@@ -20,10 +20,10 @@ public:
     QString summary() const;
 
 private:
-    QMap<int, qint64> m_counts; ///< by number of the error
+    QMap<int, qint64> m_counts; ///< count per error number
 };
 
-/// The form in which a failed cell passes through the inner engine, and the number in it; 0 for other bytes.
+/// Encodes a failed cell as a BLOB that passes through SQLite; failureOf() returns its error number, 0 for other bytes.
 QByteArray failureBytes(int number);
 int failureIn(QByteArrayView bytes);
 

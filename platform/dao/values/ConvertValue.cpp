@@ -78,8 +78,8 @@ Value toCurrency(const Value &value)
     if (value.type() == Value::Type::Currency)
         return value;
     const std::optional<double> number = numberOf(value);
-    constexpr double Limit = 922337203685477.5807;
-    if (!number || std::fabs(*number) > Limit)
+    constexpr double kCurrencyLimit = 922337203685477.5807;
+    if (!number || std::fabs(*number) > kCurrencyLimit)
         return {};
     return Value::fromCurrencyScaled(tenThousandths(roundCurrency(*number)));
 }

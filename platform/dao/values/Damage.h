@@ -3,11 +3,11 @@
 
 namespace dao {
 
-/// Something that is not right inside a database file.
+/// One finding of a damage check.
 struct DamageFinding
 {
     QString text;
-    bool isDamage = true; ///< false: a value that a rule of its table refuses, which another program has written
+    bool isDamage = true; ///< false: a value that violates a rule of its table, written by another program
     bool operator==(const DamageFinding &) const = default;
 };
 

@@ -8,7 +8,7 @@ SourceRange SourceRange::of(QStringView text, int start, int length)
     SourceRange range{std::clamp(start, 0, end), 0, 1, 1};
     range.length = std::clamp(length, 0, end - range.start);
     const QStringView before = text.first(range.start);
-    // A line ends with CR LF, LF or CR alone; the column counts from the last of them.
+    // A line ends with CR LF, LF or CR; the column counts from the last line end.
     qsizetype lineStart = 0;
     for (qsizetype i = 0; i < before.size(); ++i) {
         const bool ends = before[i] == u'\n' || (before[i] == u'\r' && (i + 1 >= text.size() || text[i + 1] != u'\n'));

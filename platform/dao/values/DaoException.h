@@ -4,7 +4,7 @@
 
 namespace dao {
 
-/// A place in the user's own SQL text, in UTF-16 units. length 0: no place known.
+/// A place in the user's SQL text, in UTF-16 units. length 0: unknown.
 struct SourceRange
 {
     int start = 0;
@@ -17,8 +17,8 @@ struct SourceRange
     static SourceRange of(QStringView text, int start, int length);
 };
 
-/// Every failure of the engine: the engine's usual number, the object that failed ("DAO.Database"), and a description
-/// for the user. Nothing of the inner engine's wording is in it.
+/// Every error of the engine: its number, the object that failed ("DAO.Database") and a description for the user. It
+/// never contains SQLite's wording.
 class DaoException : public std::exception
 {
 public:
@@ -27,9 +27,9 @@ public:
     int number() const { return m_number; }
     const QString &source() const { return m_source; }
     const QString &description() const { return m_description; }
-    /// Where in the SQL text, when the error has a place there.
+    /// The place in the SQL text, if the error has one.
     const SourceRange &where() const { return m_where; }
-    /// A further line for the user ("Did you mean 'row'?"); shown below the message, never inside it.
+    /// An additional line for the user ("Did you mean 'row'?"), shown below the message and not part of it.
     const QString &hint() const { return m_hint; }
     DaoException &withHint(const QString &hint);
 
@@ -44,7 +44,7 @@ private:
     QByteArray m_what;
 };
 
-/// The user stopped a running statement. Never shown in an error box.
+/// The user cancelled a running statement. Never shown in an error box.
 class DaoCancelled : public std::exception
 {
 public:

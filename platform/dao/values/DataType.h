@@ -10,22 +10,22 @@ enum class DataType : int {
     Byte = 2,     ///< unsigned 8 bits
     Integer = 3,  ///< signed 16 bits
     Long = 4,     ///< signed 32 bits
-    Currency = 5, ///< fixed point, 4 decimals; stored as a real rounded to four places
+    Currency = 5, ///< 4 decimals; stored as a real rounded to four decimals
     Single = 6,   ///< stored as the nearest 32-bit float, widened
     Double = 7,
-    Date = 8, ///< days since 1899-12-30, the fraction is the time of day
+    Date = 8, ///< days since 1899-12-30; the fraction is the time of day
     Binary = 9,
     Text = 10, ///< up to 255 characters, or the field's size
     LongBinary = 11,
     Memo = 12, ///< text of any length
     Guid = 15,
-    Decimal = 20 ///< kept as Double
+    Decimal = 20 ///< stored as Double
 };
 
 /// Bits of a field's attribute word.
 enum FieldAttribute : int { FixedField = 1, VariableField = 2, AutoIncrement = 16, Updatable = 32 };
 
-/// Bits of a table's attribute word. Tables with one of the first two are not listed to users.
+/// Bits of a table's attribute word. Tables with one of the first two bits are hidden from users.
 enum TableAttribute : int { HiddenObject = 1, SystemObject = int(0x80000002), AttachedTable = 0x40000000 };
 
 /// Bits of a relation's attribute word.

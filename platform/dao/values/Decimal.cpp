@@ -8,9 +8,9 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-constexpr int DoubleDigits = 15;
-constexpr int SingleDigits = 7;
-constexpr double currencyScale = 10'000.0;
+constexpr int kDoubleDigits = 15;
+constexpr int kSingleDigits = 7;
+constexpr double kCurrencyScale = 10'000.0;
 
 std::optional<double> parseRadix(QStringView digits, int radix)
 {
@@ -18,7 +18,7 @@ std::optional<double> parseRadix(QStringView digits, int radix)
     const quint64 value = digits.toULongLong(&ok, radix);
     if (!ok || value > 0xFFFFFFFFu)
         return {};
-    // 16-bit forms are signed: &HFFFF is -1.
+    // Hexadecimal numbers of up to 16 bits are signed: &HFFFF is -1.
     if (value <= 0xFFFF)
         return double(qint16(value));
     return double(qint32(value));
@@ -33,7 +33,7 @@ Decimal Decimal::fromDouble(double value)
         return result;
     result.m_negative = value < 0;
     // "d.dddde+xx": the mantissa without its point, then the exponent.
-    const QByteArray text = QByteArray::number(std::fabs(value), 'e', DoubleDigits - 1);
+    const QByteArray text = QByteArray::number(std::fabs(value), 'e', kDoubleDigits - 1);
     const qsizetype e = text.indexOf('e');
     result.m_digits = text.first(1) + text.sliced(2, e - 2);
     result.m_point = text.sliced(e + 1).toInt() + 1;
@@ -112,18 +112,18 @@ double roundDecimal(double value, int places)
 
 double roundCurrency(double amount)
 {
-    // Beyond these the decimals are more than the digits that are looked at.
-    constexpr double mostDigits = 1e11;
-    constexpr int places = 4;
-    return std::abs(amount) < mostDigits ? roundDecimal(amount, places)
-                                         : std::nearbyint(amount * currencyScale) / currencyScale;
+    // Above this limit four decimals need more than the 15 digits of Decimal.
+    constexpr double kMostDigits = 1e11;
+    constexpr int kPlaces = 4;
+    return std::abs(amount) < kMostDigits ? roundDecimal(amount, kPlaces)
+                                          : std::nearbyint(amount * kCurrencyScale) / kCurrencyScale;
 }
 
-// The largest amounts have no real of their own: the nearest one is beyond them.
+// The limits of 64 bits are not exact as doubles, so a comparison comes before the conversion.
 qint64 tenThousandths(double amount)
 {
     using Limits = std::numeric_limits<qint64>;
-    const double scaled = amount * currencyScale;
+    const double scaled = amount * kCurrencyScale;
     if (scaled >= double(Limits::max()))
         return Limits::max();
     return scaled <= double(Limits::min()) ? Limits::min() : std::llround(scaled);
@@ -131,24 +131,24 @@ qint64 tenThousandths(double amount)
 
 QString currencyText(qint64 tenThousandths)
 {
-    constexpr quint64 scale = 10'000;
-    constexpr int places = 4;
+    constexpr quint64 kScale = 10'000;
+    constexpr int kPlaces = 4;
     const quint64 size = tenThousandths < 0 ? 0 - quint64(tenThousandths) : quint64(tenThousandths);
-    QString fraction = QString::number(size % scale).rightJustified(places, u'0');
+    QString fraction = QString::number(size % kScale).rightJustified(kPlaces, u'0');
     while (fraction.endsWith(u'0'))
         fraction.chop(1);
-    return (tenThousandths < 0 ? u"-"_s : QString()) + QString::number(size / scale) +
+    return (tenThousandths < 0 ? u"-"_s : QString()) + QString::number(size / kScale) +
            (fraction.isEmpty() ? QString() : QString(u'.' + fraction));
 }
 
 QString numberText(double value)
 {
-    return QString::number(value == 0 ? 0.0 : value, 'G', DoubleDigits);
+    return QString::number(value == 0 ? 0.0 : value, 'G', kDoubleDigits);
 }
 
 QString singleText(double value)
 {
-    return QString::number(value == 0 ? 0.0 : value, 'G', SingleDigits);
+    return QString::number(value == 0 ? 0.0 : value, 'G', kSingleDigits);
 }
 
 std::optional<double> parseNumber(QStringView text)

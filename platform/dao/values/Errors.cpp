@@ -14,7 +14,7 @@ struct Entry
 };
 
 // clang-format off
-constexpr Entry table[] = {
+constexpr Entry kTexts[] = {
     {error::InvalidProcedureCall, u"Invalid procedure call or argument."},
     {error::Overflow, u"Overflow."},
     {error::DivisionByZero, u"Division by zero."},
@@ -161,18 +161,18 @@ const QHash<int, QString> &texts()
 {
     static const QHash<int, QString> map = [] {
         QHash<int, QString> result;
-        for (const Entry &entry : table)
+        for (const Entry &entry : kTexts)
             result.insert(entry.number, QString::fromUtf16(entry.text));
         return result;
     }();
     return map;
 }
 
-// A user's own text of megabytes is not repeated in a message.
+// Shortens a long text of the user for a message.
 QString shownArgument(const QString &argument)
 {
-    constexpr qsizetype Longest = 1000;
-    return argument.size() <= Longest ? argument : QString(argument.first(Longest) + u"..."_s);
+    constexpr qsizetype kLongestArgument = 1000;
+    return argument.size() <= kLongestArgument ? argument : QString(argument.first(kLongestArgument) + u"..."_s);
 }
 
 } // namespace
@@ -180,7 +180,7 @@ QString shownArgument(const QString &argument)
 QString errorText(int number, const QStringList &arguments)
 {
     const QString pattern = texts().value(number, u"Reserved error (%1)."_s);
-    // Arguments may hold %1 themselves (users' expressions), so they are put in one pass.
+    // All arguments are inserted in one pass, because they can contain %1 themselves (users' expressions).
     QString result;
     for (qsizetype i = 0; i < pattern.size(); ++i) {
         if (pattern[i] == u'%' && i + 1 < pattern.size() && pattern[i + 1].isDigit()) {

@@ -5,7 +5,7 @@
 
 namespace dao {
 
-/// The engine's error numbers. Each has one text, in Errors.cpp.
+/// The engine's error numbers. Their texts are in Errors.cpp.
 namespace error {
 enum Number : int {
     InvalidProcedureCall = 5,
@@ -150,7 +150,7 @@ enum Number : int {
 };
 } // namespace error
 
-/// The text of an error number; %1, %2 in it are replaced by the arguments.
+/// The text of an error number with %1, %2 replaced by the arguments.
 QString errorText(int number, const QStringList &arguments = {});
 
 /// Throws a DaoException with the text of the number.

@@ -6,7 +6,7 @@ namespace dao {
 
 namespace {
 
-constexpr qsizetype longestName = 64;
+constexpr qsizetype kLongestName = 64;
 
 bool isForbiddenInName(QChar c)
 {
@@ -17,7 +17,7 @@ bool isForbiddenInName(QChar c)
 
 bool isValidName(QStringView name)
 {
-    return !name.isEmpty() && name.size() <= longestName && name.front() != u' ' &&
+    return !name.isEmpty() && name.size() <= kLongestName && name.front() != u' ' &&
            std::none_of(name.begin(), name.end(), isForbiddenInName);
 }
 

@@ -3,8 +3,8 @@
 
 namespace dao {
 
-/// True for what can be the name of a table, a field, an index, a relation or a query: not too long, no leading blank,
-/// no control characters and none of . ! ` [ ].
+/// True if the text is a valid name of a table, field, index, relation or query: not too long, no leading blank, no
+/// control characters and none of . ! ` [ ].
 bool isValidName(QStringView name);
 
 } // namespace dao

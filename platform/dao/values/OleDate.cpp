@@ -10,16 +10,16 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-constexpr qint64 JulianOfDayZero = 2415019; // 1899-12-30
-constexpr int SecondsOfDay = 86400;
-constexpr int FirstDay = -657434; // 1 January 100
-constexpr int LastDay = 2958465;  // 31 December 9999
+constexpr qint64 kJulianOfDayZero = 2415019; // 1899-12-30
+constexpr int kSecondsOfDay = 86400;
+constexpr int kFirstDay = -657434; // 1 January 100
+constexpr int kLastDay = 2958465;  // 31 December 9999
 
-constexpr const char16_t *monthNames[] = {u"January", u"February", u"March",     u"April",   u"May",      u"June",
-                                          u"July",    u"August",   u"September", u"October", u"November", u"December"};
-constexpr const char16_t *weekdayNames[] = {u"Sunday",   u"Monday", u"Tuesday", u"Wednesday",
-                                            u"Thursday", u"Friday", u"Saturday"};
-constexpr int AbbreviationLength = 3;
+constexpr const char16_t *kMonthNames[] = {u"January", u"February", u"March",     u"April",   u"May",      u"June",
+                                           u"July",    u"August",   u"September", u"October", u"November", u"December"};
+constexpr const char16_t *kWeekdayNames[] = {u"Sunday",   u"Monday", u"Tuesday", u"Wednesday",
+                                             u"Thursday", u"Friday", u"Saturday"};
+constexpr int kAbbreviationLength = 3;
 
 struct Split
 {
@@ -29,12 +29,12 @@ struct Split
 
 Split split(double date)
 {
-    // What is far beyond the calendar, or no number, is no date; it must only not do harm.
-    constexpr double Farthest = 10 * LastDay;
-    date = std::isnan(date) ? 0 : std::clamp(date, -Farthest, Farthest);
+    // Values far outside the calendar, infinities and NaN must not overflow the conversion to int.
+    constexpr double kFarthest = 10 * kLastDay;
+    date = std::isnan(date) ? 0 : std::clamp(date, -kFarthest, kFarthest);
     const double whole = std::trunc(date);
-    Split result{int(whole), int(std::lround(std::fabs(date - whole) * SecondsOfDay))};
-    if (result.seconds == SecondsOfDay) {
+    Split result{int(whole), int(std::lround(std::fabs(date - whole) * kSecondsOfDay))};
+    if (result.seconds == kSecondsOfDay) {
         ++result.day;
         result.seconds = 0;
     }
@@ -44,9 +44,9 @@ Split split(double date)
 int monthFromName(QStringView word)
 {
     for (int i = 0; i < 12; ++i) {
-        const QStringView name(monthNames[i]);
+        const QStringView name(kMonthNames[i]);
         if (word.compare(name, Qt::CaseInsensitive) == 0 ||
-            word.compare(name.first(AbbreviationLength), Qt::CaseInsensitive) == 0)
+            word.compare(name.first(kAbbreviationLength), Qt::CaseInsensitive) == 0)
             return i + 1;
     }
     return word.compare(u"sept", Qt::CaseInsensitive) == 0 ? 9 : 0;
@@ -54,9 +54,9 @@ int monthFromName(QStringView word)
 
 bool isWeekdayName(QStringView word)
 {
-    return std::any_of(std::begin(weekdayNames), std::end(weekdayNames), [word](QStringView name) {
+    return std::any_of(std::begin(kWeekdayNames), std::end(kWeekdayNames), [word](QStringView name) {
         return word.compare(name, Qt::CaseInsensitive) == 0 ||
-               word.compare(name.first(AbbreviationLength), Qt::CaseInsensitive) == 0;
+               word.compare(name.first(kAbbreviationLength), Qt::CaseInsensitive) == 0;
     });
 }
 
@@ -69,7 +69,7 @@ int fullYear(int year)
     return year;
 }
 
-/// Reads a date text from left to right; each operation takes what it can or fails.
+/// Parses a date text from left to right. Each operation consumes what it recognises or sets m_failed.
 class DateReader
 {
 public:
@@ -139,7 +139,7 @@ private:
         } else {
             m_failed = true;
         }
-        // One separator may follow a date part.
+        // One separator may follow a part of the date.
         if (m_at < m_text.size() && (m_text[m_at] == u'/' || m_text[m_at] == u'-')) {
             ++m_at;
             m_failed = m_failed || m_at >= m_text.size() || m_haveTime;
@@ -173,7 +173,7 @@ private:
         }
     }
 
-    // "7 AM": a lone number is an hour only when AM or PM follows.
+    // "7 AM": a single number is an hour only if AM or PM follows.
     bool tryMeridiemHour(int number)
     {
         const qsizetype saved = m_at;
@@ -223,7 +223,7 @@ private:
         }
         m_failed = m_failed || m_haveTime || hour > 23 || minute > 59 || second > 59;
         m_haveTime = true;
-        if (!m_failed) // numbers of any size are read
+        if (!m_failed) // numbers of any size are parsed, so the range is checked here
             m_seconds = hour * 3600 + minute * 60 + second;
     }
 
@@ -262,7 +262,7 @@ private:
             std::swap(month, day);
         if (year < 100 || year > 9999 || !QDate::isValid(year, month, day))
             return {};
-        return int(QDate(year, month, day).toJulianDay() - JulianOfDayZero);
+        return int(QDate(year, month, day).toJulianDay() - kJulianOfDayZero);
     }
 
     QStringView m_text;
@@ -291,19 +291,19 @@ int secondsOf(double date)
 
 double dateFrom(int day, int seconds)
 {
-    const double fraction = double(seconds) / SecondsOfDay;
+    const double fraction = double(seconds) / kSecondsOfDay;
     return day < 0 ? day - fraction : day + fraction;
 }
 
 bool isValidDate(double date)
 {
-    return date > FirstDay - 1.0 && date < LastDay + 1.0;
+    return date > kFirstDay - 1.0 && date < kLastDay + 1.0;
 }
 
 DateParts datePartsOf(double date)
 {
     const Split parts = split(date);
-    const QDate day = QDate::fromJulianDay(parts.day + JulianOfDayZero);
+    const QDate day = QDate::fromJulianDay(parts.day + kJulianOfDayZero);
     DateParts result;
     day.getDate(&result.year, &result.month, &result.day);
     result.hour = parts.seconds / 3600;
@@ -320,8 +320,8 @@ std::optional<double> dateSerial(int year, int month, int day)
     const qint64 realYear = months >= 0 ? months / 12 : -1;
     if (realYear < 1 || realYear > 20000)
         return {};
-    const qint64 result = QDate(int(realYear), int(months % 12) + 1, 1).toJulianDay() - JulianOfDayZero + day - 1;
-    if (result < FirstDay || result > LastDay)
+    const qint64 result = QDate(int(realYear), int(months % 12) + 1, 1).toJulianDay() - kJulianOfDayZero + day - 1;
+    if (result < kFirstDay || result > kLastDay)
         return {};
     return double(result);
 }
@@ -329,9 +329,10 @@ std::optional<double> dateSerial(int year, int month, int day)
 double timeSerial(int hour, int minute, int second)
 {
     const qint64 seconds = qint64(hour) * 3600 + qint64(minute) * 60 + second;
-    // Before midnight the time of day still counts forward; within one day before it, the day does not count.
-    const qint64 day = seconds / SecondsOfDay - (seconds % SecondsOfDay < 0 ? 1 : 0);
-    return dateFrom(day == -1 ? 0 : int(day), int(seconds - day * qint64(SecondsOfDay)));
+    // Rounds the day down, so that the time of day is positive. A time less than one day before day 0 keeps only its
+    // time of day: TimeSerial(-1, 0, 0) is 23:00 on day 0.
+    const qint64 day = seconds / kSecondsOfDay - (seconds % kSecondsOfDay < 0 ? 1 : 0);
+    return dateFrom(day == -1 ? 0 : int(day), int(seconds - day * qint64(kSecondsOfDay)));
 }
 
 int daysInMonth(int year, int month)
@@ -346,14 +347,14 @@ std::optional<double> parseDate(QStringView text)
 
 QString monthName(int month, bool abbreviated)
 {
-    const QString name = QString::fromUtf16(monthNames[month - 1]);
-    return abbreviated ? name.first(AbbreviationLength) : name;
+    const QString name = QString::fromUtf16(kMonthNames[month - 1]);
+    return abbreviated ? name.first(kAbbreviationLength) : name;
 }
 
 QString weekdayName(int weekday, bool abbreviated)
 {
-    const QString name = QString::fromUtf16(weekdayNames[weekday - 1]);
-    return abbreviated ? name.first(AbbreviationLength) : name;
+    const QString name = QString::fromUtf16(kWeekdayNames[weekday - 1]);
+    return abbreviated ? name.first(kAbbreviationLength) : name;
 }
 
 QString shortDateText(double date)
@@ -383,7 +384,7 @@ QString generalDateText(double date)
 double currentDateTime()
 {
     const QDateTime now = QDateTime::currentDateTime();
-    return dateFrom(int(now.date().toJulianDay() - JulianOfDayZero), now.time().msecsSinceStartOfDay() / 1000);
+    return dateFrom(int(now.date().toJulianDay() - kJulianOfDayZero), now.time().msecsSinceStartOfDay() / 1000);
 }
 
 } // namespace dao

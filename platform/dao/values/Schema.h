@@ -8,12 +8,12 @@
 
 namespace dao {
 
-/// What is known of a field: of a table, or of the output of a query.
+/// The description of a field of a table or of an output column of a query.
 struct FieldInfo
 {
     QString name;
     DataType type = DataType::Unknown;
-    int size = 0; ///< characters for Text, else the bytes of the type; 0 when it has none
+    int size = 0; ///< characters for Text, else the bytes of the type; 0 if the type has no size
     int ordinal = 0;
     int attributes = 0;
     bool required = false;
@@ -27,8 +27,8 @@ struct FieldInfo
     bool isAutoIncrement() const { return attributes & AutoIncrement; }
 };
 
-/// A value for a field that a change of its table gives to every row: an expression of Access SQL over the row as it
-/// was.
+/// A value that a change of the table definition assigns to a field in every row: an Access SQL expression over the old
+/// row.
 struct FieldFill
 {
     QString field;
@@ -54,8 +54,8 @@ struct IndexInfo
 
 struct RelationField
 {
-    QString field;        ///< of the primary table
-    QString foreignField; ///< of the foreign table
+    QString field;        ///< field of the primary table
+    QString foreignField; ///< field of the foreign table
 };
 
 struct RelationInfo
@@ -75,10 +75,10 @@ struct TableInfo
     QList<IndexInfo> indexes;
     QString validationRule;
     QString validationText;
-    /// The inner engine's name of the row key, chosen so that no field of the table hides it.
+    /// SQLite's name of the row key that no field of the table hides.
     QString keyColumn = QStringLiteral("rowid");
 
-    /// Ordinal of a field by name without regard to case, or -1.
+    /// The index of a field by name, without regard to case, or -1.
     int indexOf(QStringView fieldName) const;
     const FieldInfo *field(QStringView fieldName) const;
     const IndexInfo *index(QStringView indexName) const;
@@ -90,7 +90,7 @@ struct QueryInfo
     QString sql;
 };
 
-/// The schema as the compiler sees it. Names are matched without regard to case. The pointers live until the next
+/// The schema as the compiler uses it. Names are matched without regard to case. Pointers are valid until the next
 /// change of the schema.
 class SchemaView
 {
@@ -98,7 +98,7 @@ public:
     virtual ~SchemaView() = default;
     virtual const TableInfo *findTable(QStringView name) const = 0;
     virtual const QueryInfo *findQuery(QStringView name) const = 0;
-    /// For "did you mean": all names of tables and stored queries that users see.
+    /// Names of all tables and stored queries that users see, for "Did you mean".
     virtual QStringList sourceNames() const = 0;
 };
 

@@ -4,7 +4,7 @@ namespace dao {
 
 int sizeOf(DataType type, int declaredSize)
 {
-    constexpr int defaultLength = 255;
+    constexpr int kDefaultLength = 255;
     switch (type) {
     case DataType::Boolean:
     case DataType::Byte:
@@ -23,7 +23,7 @@ int sizeOf(DataType type, int declaredSize)
         return 16;
     case DataType::Text:
     case DataType::Binary:
-        return declaredSize > 0 ? declaredSize : defaultLength;
+        return declaredSize > 0 ? declaredSize : kDefaultLength;
     default:
         return 0;
     }

@@ -3,7 +3,7 @@
 
 namespace dao {
 
-/// Bytes of a value, characters of a Text field (255 when none are declared), 0 for types without a size.
+/// The size in bytes; for Text the number of characters (255 if not declared); 0 for types without a size.
 int sizeOf(DataType type, int declaredSize = 0);
 
 } // namespace dao

@@ -3,7 +3,7 @@
 namespace dao {
 namespace {
 
-// The constructors stay private to the class; this keeps each factory one line.
+// Keeps each factory function to one line, as the members are private.
 template <typename T>
 const T *held(const std::variant<std::monostate, qint64, double, QString, QByteArray> &data)
 {

@@ -12,7 +12,7 @@ struct Word
     Keyword keyword;
 };
 
-constexpr Word words[] = {
+constexpr Word kWords[] = {
     {u"ACTION", Keyword::Action},
     {u"ADD", Keyword::Add},
     {u"ALL", Keyword::All},
@@ -103,7 +103,7 @@ struct TypeWord
     TypeName name;
 };
 
-constexpr TypeWord typeWords[] = {
+constexpr TypeWord kTypeWords[] = {
     {u"BIT", {DataType::Boolean}},
     {u"BOOLEAN", {DataType::Boolean}},
     {u"LOGICAL", {DataType::Boolean}},
@@ -165,7 +165,7 @@ constexpr TypeWord typeWords[] = {
     {u"VALUE", {DataType::Unknown}},
 };
 
-constexpr qsizetype LongestWord = 16;
+constexpr qsizetype kLongestWord = 16;
 
 constexpr char16_t upper(char16_t c)
 {
@@ -176,8 +176,8 @@ constexpr char16_t upper(char16_t c)
 std::array<const Word *, 26> firstWords()
 {
     std::array<const Word *, 26> firsts;
-    firsts.fill(std::end(words));
-    for (const Word *word = std::end(words); word-- != std::begin(words);)
+    firsts.fill(std::end(kWords));
+    for (const Word *word = std::end(kWords); word-- != std::begin(kWords);)
         firsts[*word->text - u'A'] = word;
     return firsts;
 }
@@ -206,12 +206,12 @@ QHash<QString, Result> hashOf(const Table &table, Result (*pick)(const decltype(
 Keyword keywordOf(QStringView word)
 {
     static const auto firsts = firstWords();
-    if (word.isEmpty() || word.size() > LongestWord)
+    if (word.isEmpty() || word.size() > kLongestWord)
         return Keyword::None;
     const char16_t initial = upper(word.front().unicode());
     if (initial < u'A' || initial > u'Z')
         return Keyword::None;
-    for (const Word *entry = firsts[initial - u'A']; entry != std::end(words) && *entry->text == initial; ++entry) {
+    for (const Word *entry = firsts[initial - u'A']; entry != std::end(kWords) && *entry->text == initial; ++entry) {
         if (isSameWord(word, entry->text))
             return entry->keyword;
     }
@@ -220,7 +220,7 @@ Keyword keywordOf(QStringView word)
 
 std::optional<TypeName> typeNameOf(QStringView word)
 {
-    static const auto hash = hashOf<TypeName>(typeWords, [](const TypeWord &entry) { return entry.name; });
+    static const auto hash = hashOf<TypeName>(kTypeWords, [](const TypeWord &entry) { return entry.name; });
     const auto found = hash.constFind(word.toString().toUpper());
     return found == hash.constEnd() ? std::nullopt : std::optional(*found);
 }

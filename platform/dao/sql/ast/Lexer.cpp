@@ -7,7 +7,7 @@
 namespace dao::sql::ast {
 namespace {
 
-constexpr double LargestLong = 2147483647.0;
+constexpr double kLargestLong = 2147483647.0;
 
 struct SymbolText
 {
@@ -17,7 +17,7 @@ struct SymbolText
 };
 
 // Longer ones first.
-constexpr SymbolText symbols[] = {
+constexpr SymbolText kSymbols[] = {
     {u'<', u'>', Symbol::NotEqual}, {u'<', u'=', Symbol::LessEqual}, {u'>', u'=', Symbol::GreaterEqual},
     {u'.', 0, Symbol::Dot},         {u'!', 0, Symbol::Bang},         {u',', 0, Symbol::Comma},
     {u'(', 0, Symbol::LeftParen},   {u')', 0, Symbol::RightParen},   {u';', 0, Symbol::Semicolon},
@@ -181,7 +181,7 @@ private:
         Token token;
         token.kind = Token::Kind::Number;
         token.number = m_text.sliced(m_start, m_at - m_start).toDouble();
-        token.whole = !fraction && token.number <= LargestLong;
+        token.whole = !fraction && token.number <= kLargestLong;
         if (!std::isfinite(token.number))
             return fault(Fault::Number, 0);
         return token;
@@ -225,7 +225,7 @@ private:
 
     Token symbol()
     {
-        for (const SymbolText &entry : symbols) {
+        for (const SymbolText &entry : kSymbols) {
             if (at() != QChar(entry.first) || (entry.second != 0 && at(1) != QChar(entry.second)))
                 continue;
             m_at += entry.second == 0 ? 1 : 2;

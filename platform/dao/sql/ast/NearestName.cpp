@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 namespace dao::sql {
 namespace {
 
-constexpr qsizetype LongestName = 64;
+constexpr qsizetype kLongestName = 64;
 
 int distance(const QString &a, const QString &b)
 {
@@ -35,13 +35,13 @@ int distance(const QString &a, const QString &b)
 
 QString nearestName(QStringView name, const QStringList &candidates)
 {
-    if (name.size() < 2 || name.size() > LongestName)
+    if (name.size() < 2 || name.size() > kLongestName)
         return {};
     const QString wanted = name.toString().toLower();
     int best = std::max(1, int(wanted.size()) / 3) + 1;
     QString nearest;
     for (const QString &candidate : candidates) {
-        if (candidate.size() > LongestName || std::abs(candidate.size() - wanted.size()) >= best)
+        if (candidate.size() > kLongestName || std::abs(candidate.size() - wanted.size()) >= best)
             continue;
         const int found = distance(wanted, candidate.toLower());
         if (found > 0 && found < best) {

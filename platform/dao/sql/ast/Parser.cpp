@@ -8,34 +8,34 @@ namespace dao::sql::ast {
 namespace {
 
 // The inner engine allows expressions a thousand levels deep; ours are spelled with up to two of its levels.
-constexpr int MaxTreeDepth = 480;
-constexpr int MaxNesting = 150;
+constexpr int kMaxTreeDepth = 480;
+constexpr int kMaxNesting = 150;
 
 // A list of all tubes of a large steam generator is a tenth of it.
-constexpr qsizetype LongestText = 4000000;
-constexpr qsizetype MostTokens = 1500000;
+constexpr qsizetype kLongestText = 4000000;
+constexpr qsizetype kMaxTokens = 1500000;
 
 // What a message shows of a name that does not end.
-constexpr qsizetype LongestName = 64;
+constexpr qsizetype kLongestName = 64;
 
-const QString errorSource = u"DAO.Database"_s;
-const QString fromExpected = u"FROM is expected here."_s;
+const QString kErrorSource = u"DAO.Database"_s;
+const QString kFromExpected = u"FROM is expected here."_s;
 
 } // namespace
 
 Parser::DepthGuard::DepthGuard(Parser &parser)
     : m_parser(parser)
 {
-    if (m_parser.m_depth >= MaxNesting)
+    if (m_parser.m_depth >= kMaxNesting)
         m_parser.fail(error::TooComplex);
     ++m_parser.m_depth;
 }
 
 Parser::Parser(const QString &text)
     : m_text(text)
-    , m_tokens(tokenize(QStringView(m_text).first(std::min(m_text.size(), LongestText + 1))))
+    , m_tokens(tokenize(QStringView(m_text).first(std::min(m_text.size(), kLongestText + 1))))
 {
-    if (m_text.size() > LongestText || m_tokens.size() > MostTokens)
+    if (m_text.size() > kLongestText || m_tokens.size() > kMaxTokens)
         fail(error::TooComplex);
 }
 
@@ -78,7 +78,7 @@ void Parser::explain(DaoException &exception) const
     const Token word = current();
     const bool hasFrom = std::ranges::any_of(m_tokens, [](const Token &token) { return token.is(Keyword::From); });
     if (!hasFrom && isWord(word) && !nearestName(word.text, {u"FROM"_s}).isEmpty())
-        hint(word, fromExpected);
+        hint(word, kFromExpected);
 }
 
 Statement Parser::parseWhole()
@@ -242,7 +242,7 @@ void Parser::fail(int number, const QStringList &arguments) const
 
 void Parser::failAt(Range range, int number, const QStringList &arguments) const
 {
-    raise(number, errorSource, arguments, SourceRange::of(m_text, range.start, range.length));
+    raise(number, kErrorSource, arguments, SourceRange::of(m_text, range.start, range.length));
 }
 
 void Parser::failExpression(const QString &what) const
@@ -264,7 +264,7 @@ void Parser::failFaulty() const
         refuse(u"Syntax error in number"_s);
         break;
     case Fault::Bracket:
-        fail(error::InvalidBracketing, {textOf(current().range).section(u'\n', 0, 0).left(LongestName).trimmed()});
+        fail(error::InvalidBracketing, {textOf(current().range).section(u'\n', 0, 0).left(kLongestName).trimmed()});
     case Fault::Comment:
         try {
             refuse(u"Syntax error (missing operator)"_s);
@@ -318,7 +318,7 @@ int Parser::depthOf(const std::vector<ExprPtr> &children) const
 void Parser::limitDepth(int depth, Range range)
 {
     m_deepest = std::max(m_deepest, depth);
-    if (depth > MaxTreeDepth)
+    if (depth > kMaxTreeDepth)
         failAt(range, error::TooComplex);
 }
 

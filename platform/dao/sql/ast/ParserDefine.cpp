@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace dao::sql::ast {
 namespace {
 
-constexpr int DefaultTextSize = 255;
+constexpr int kDefaultTextSize = 255;
 
 /// What the expression names without the name of a table before it, in lower case.
 QSet<QString> namesIn(const Expr &expr)
@@ -139,7 +139,7 @@ void Parser::parseFieldType(FieldDefinition &field)
         fail(error::SyntaxInFieldDefinition);
     take();
     field.type = *type;
-    field.size = type->type == DataType::Text || type->type == DataType::Binary ? DefaultTextSize : 0;
+    field.size = type->type == DataType::Text || type->type == DataType::Binary ? kDefaultTextSize : 0;
     if (!accept(Symbol::LeftParen))
         return;
     // A text's size; the seed and step of a counter and the digits of a decimal are read and have no effect.
@@ -152,7 +152,7 @@ void Parser::parseFieldType(FieldDefinition &field)
         take();
         const bool sized = field.type.type == DataType::Text || field.type.type == DataType::Binary;
         if (numbers++ == 0 && sized) {
-            if (number.number < 1 || number.number > DefaultTextSize)
+            if (number.number < 1 || number.number > kDefaultTextSize)
                 failAt(number.range, error::SyntaxInFieldDefinition);
             field.size = int(number.number);
         }

@@ -5,8 +5,8 @@ using namespace Qt::StringLiterals;
 namespace dao::sql::ast {
 namespace {
 
-const QString missingOperator = u"Syntax error (missing operator)"_s;
-const QString missingParenthesis = u"Missing ), ], or Item"_s;
+const QString kMissingOperator = u"Syntax error (missing operator)"_s;
+const QString kMissingParenthesis = u"Missing ), ], or Item"_s;
 
 struct KeywordOperator
 {
@@ -15,9 +15,9 @@ struct KeywordOperator
 };
 
 // Lowest first; Or and And stand between these and Not.
-constexpr KeywordOperator logicalLevels[] = {
+constexpr KeywordOperator kLogicalOperators[] = {
     {Keyword::Imp, BinaryOp::Imp}, {Keyword::Eqv, BinaryOp::Eqv}, {Keyword::Xor, BinaryOp::Xor}};
-constexpr int LogicalLevels = int(std::size(logicalLevels));
+constexpr int kLogicalLevels = int(std::size(kLogicalOperators));
 
 struct ArithmeticOperator
 {
@@ -27,14 +27,14 @@ struct ArithmeticOperator
     BinaryOp op;
 };
 
-constexpr ArithmeticOperator arithmetic[] = {{0, Symbol::Ampersand, Keyword::None, BinaryOp::Concatenate},
-                                             {1, Symbol::Plus, Keyword::None, BinaryOp::Add},
-                                             {1, Symbol::Minus, Keyword::None, BinaryOp::Subtract},
-                                             {2, Symbol::None, Keyword::Mod, BinaryOp::Mod},
-                                             {3, Symbol::Backslash, Keyword::None, BinaryOp::IntegerDivide},
-                                             {4, Symbol::Star, Keyword::None, BinaryOp::Multiply},
-                                             {4, Symbol::Slash, Keyword::None, BinaryOp::Divide}};
-constexpr int ArithmeticLevels = 5;
+constexpr ArithmeticOperator kArithmeticOperators[] = {{0, Symbol::Ampersand, Keyword::None, BinaryOp::Concatenate},
+                                                       {1, Symbol::Plus, Keyword::None, BinaryOp::Add},
+                                                       {1, Symbol::Minus, Keyword::None, BinaryOp::Subtract},
+                                                       {2, Symbol::None, Keyword::Mod, BinaryOp::Mod},
+                                                       {3, Symbol::Backslash, Keyword::None, BinaryOp::IntegerDivide},
+                                                       {4, Symbol::Star, Keyword::None, BinaryOp::Multiply},
+                                                       {4, Symbol::Slash, Keyword::None, BinaryOp::Divide}};
+constexpr int kArithmeticLevels = 5;
 
 struct RelationOperator
 {
@@ -42,7 +42,7 @@ struct RelationOperator
     BinaryOp op;
 };
 
-constexpr RelationOperator relations[] = {
+constexpr RelationOperator kRelationOperators[] = {
     {Symbol::Equal, BinaryOp::Equal},         {Symbol::NotEqual, BinaryOp::NotEqual},
     {Symbol::Less, BinaryOp::Less},           {Symbol::Greater, BinaryOp::Greater},
     {Symbol::LessEqual, BinaryOp::LessEqual}, {Symbol::GreaterEqual, BinaryOp::GreaterEqual}};
@@ -53,12 +53,12 @@ struct ConstantWord
     int value;
 };
 
-constexpr ConstantWord constants[] = {{Keyword::True, -1}, {Keyword::Yes, -1}, {Keyword::On, -1},
-                                      {Keyword::False, 0}, {Keyword::No, 0},   {Keyword::Off, 0}};
+constexpr ConstantWord kConstantWords[] = {{Keyword::True, -1}, {Keyword::Yes, -1}, {Keyword::On, -1},
+                                           {Keyword::False, 0}, {Keyword::No, 0},   {Keyword::Off, 0}};
 
 const ArithmeticOperator *arithmeticOperator(const Token &token, int level)
 {
-    for (const ArithmeticOperator &entry : arithmetic) {
+    for (const ArithmeticOperator &entry : kArithmeticOperators) {
         const bool matches = entry.keyword == Keyword::None ? token.is(entry.symbol) : token.is(entry.keyword);
         if (entry.level == level && matches)
             return &entry;
@@ -68,7 +68,7 @@ const ArithmeticOperator *arithmeticOperator(const Token &token, int level)
 
 const RelationOperator *relationOperator(const Token &token)
 {
-    for (const RelationOperator &entry : relations) {
+    for (const RelationOperator &entry : kRelationOperators) {
         if (token.is(entry.symbol))
             return &entry;
     }
@@ -82,7 +82,7 @@ ExprPtr Parser::parseClauseExpression()
     const ExpressionScope scope(*this);
     ExprPtr expr = parseExpression();
     if (beginsOperand())
-        failExpression(missingOperator);
+        failExpression(kMissingOperator);
     if (at(Symbol::RightParen) && m_open == 0)
         failExpression(u"Extra )"_s);
     return expr;
@@ -145,13 +145,13 @@ ExprPtr Parser::parsePivot()
 
 ExprPtr Parser::parseLogical(int level)
 {
-    if (level == LogicalLevels)
+    if (level == kLogicalLevels)
         return parseChain(false);
     ExprPtr left = parseLogical(level + 1);
-    while (accept(logicalLevels[level].keyword)) {
+    while (accept(kLogicalOperators[level].keyword)) {
         ExprPtr right = parseLogical(level + 1);
         const Range range = left->range.to(right->range);
-        left = make(range, Binary{logicalLevels[level].op, std::move(left), std::move(right)});
+        left = make(range, Binary{kLogicalOperators[level].op, std::move(left), std::move(right)});
     }
     return left;
 }
@@ -209,7 +209,7 @@ ExprPtr Parser::parseComparisonTail(ExprPtr left, bool &found)
     if (accept(Keyword::Is)) {
         const bool negated = accept(Keyword::Not);
         if (!accept(Keyword::Null))
-            failExpression(missingOperator);
+            failExpression(kMissingOperator);
         const Range range = {left->range.start, since(first).end() - left->range.start};
         return make(range, IsNull{std::move(left), negated});
     }
@@ -270,7 +270,7 @@ ExprPtr Parser::parseIn(ExprPtr left, bool negated)
     }
     std::vector<ExprPtr> items = parseExpressionList();
     if (!accept(Symbol::RightParen))
-        failExpression(beginsOperand() ? missingOperator : missingParenthesis);
+        failExpression(beginsOperand() ? kMissingOperator : kMissingParenthesis);
     const Range range = {left->range.start, since(open).end() - left->range.start};
     return make(range, InList{std::move(left), std::move(items), negated});
 }
@@ -288,7 +288,7 @@ std::vector<ExprPtr> Parser::parseExpressionList()
 
 ExprPtr Parser::parseArithmetic(int level)
 {
-    if (level == ArithmeticLevels)
+    if (level == kArithmeticLevels)
         return parseUnary();
     ExprPtr left = parseArithmetic(level + 1);
     while (const ArithmeticOperator *found = arithmeticOperator(current(), level)) {
@@ -354,7 +354,7 @@ ExprPtr Parser::parsePrimary()
     }
     if (token.is(Symbol::Comma))
         failExpression(u"Syntax error (comma)"_s);
-    failExpression(missingOperator);
+    failExpression(kMissingOperator);
 }
 
 ExprPtr Parser::parseWord()
@@ -367,7 +367,7 @@ ExprPtr Parser::parseWord()
         take();
         return make(token.range, Literal{Value::null()});
     }
-    for (const ConstantWord &constant : constants) {
+    for (const ConstantWord &constant : kConstantWords) {
         if (!token.is(constant.keyword))
             continue;
         take();
@@ -384,7 +384,7 @@ ExprPtr Parser::parseWord()
     const bool wantsQuery =
         token.is(Keyword::Exists) || token.is(Keyword::All) || token.is(Keyword::Any) || token.is(Keyword::Some);
     if (endsExpression(token.keyword) || (wantsQuery && ahead().is(Keyword::Select)))
-        failExpression(missingOperator);
+        failExpression(kMissingOperator);
     return parseName();
 }
 
@@ -422,7 +422,7 @@ ExprPtr Parser::parseCall()
         call.arguments = parseExpressionList();
     }
     if (!accept(Symbol::RightParen))
-        failExpression(beginsOperand() ? missingOperator : missingParenthesis);
+        failExpression(beginsOperand() ? kMissingOperator : kMissingParenthesis);
     return make(since(first), std::move(call));
 }
 
@@ -435,7 +435,7 @@ ExprPtr Parser::parseParenthesis()
     }
     ExprPtr inner = parseExpression();
     if (!accept(Symbol::RightParen))
-        failExpression(beginsOperand() ? missingOperator : missingParenthesis);
+        failExpression(beginsOperand() ? kMissingOperator : kMissingParenthesis);
     return inner;
 }
 
@@ -451,7 +451,7 @@ QueryPtr Parser::parseSubquery()
     }
     --m_open;
     if (!accept(Symbol::RightParen))
-        failExpression(missingParenthesis);
+        failExpression(kMissingParenthesis);
     refuseInto(*query);
     return query;
 }

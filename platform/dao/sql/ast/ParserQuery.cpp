@@ -226,8 +226,8 @@ TableRefPtr Parser::parseJoins()
     TableRefPtr left = parseTable();
     while (atJoin()) {
         // The tree is walked by recursion, and no engine joins that many tables anyway.
-        constexpr int MaxJoins = 100;
-        if (++joins > MaxJoins)
+        constexpr int kMaxJoins = 100;
+        if (++joins > kMaxJoins)
             fail(error::TooComplex);
         Join join{parseJoinKind(), std::move(left), nullptr, nullptr};
         join.right = parseTable();

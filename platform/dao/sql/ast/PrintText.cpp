@@ -17,7 +17,7 @@ struct Operator
     Rank rank;
 };
 
-constexpr Operator operators[] = {
+constexpr Operator kOperators[] = {
     {BinaryOp::Power, u"^", Rank::Power},
     {BinaryOp::Multiply, u"*", Rank::Product},
     {BinaryOp::Divide, u"/", Rank::Product},
@@ -41,7 +41,7 @@ constexpr Operator operators[] = {
 
 const Operator &operatorOf(BinaryOp op)
 {
-    return *std::find_if(std::begin(operators), std::end(operators), [op](const Operator &o) { return o.op == op; });
+    return *std::find_if(std::begin(kOperators), std::end(kOperators), [op](const Operator &o) { return o.op == op; });
 }
 
 // A whole number that is negative can only have come from a hexadecimal one; 16 bits and 32 bits are told apart by how

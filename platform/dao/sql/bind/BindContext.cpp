@@ -9,22 +9,22 @@ using namespace Qt::StringLiterals;
 namespace dao::sql::bound {
 namespace {
 
-const QString errorSource = u"DAO.Database"_s;
+const QString kErrorSource = u"DAO.Database"_s;
 
 // Inlined queries can multiply each other; no sensible statement reads that many tables.
-constexpr int MaxSources = 2000;
-constexpr int MaxNestedQueries = 40;
-constexpr int MaxDepth = 900;
+constexpr int kMaxSources = 2000;
+constexpr int kMaxNestedQueries = 40;
+constexpr int kMaxDepth = 900;
 
 // An alias that uses another twice, which uses another twice ... doubles with each step.
-constexpr qint64 MaxSize = 1000000;
+constexpr qint64 kMaxSize = 1000000;
 
 // Each level of binding takes some kilobytes of the stack.
-constexpr int MaxLevel = 800;
+constexpr int kMaxLevel = 800;
 
 // What the inner engine can bind, less some for keys.
-constexpr size_t MaxParameters = 32000;
-constexpr size_t MostSuggestions = 50;
+constexpr size_t kMaxParameters = 32000;
+constexpr size_t kMaxSuggestions = 50;
 
 QString keyOf(const QString &name)
 {
@@ -35,7 +35,7 @@ QString keyOf(const QString &name)
 
 std::unique_ptr<Source> BindContext::newSource(const QString &name, Range where)
 {
-    if (++m_sources > MaxSources)
+    if (++m_sources > kMaxSources)
         fail(error::TooComplex, where);
     auto source = std::make_unique<Source>();
     source->number = m_sources;
@@ -60,14 +60,14 @@ void BindContext::limitDepth(Expr &expr) const
 
 void BindContext::limit(int depth, qint64 size, Range where) const
 {
-    if (depth > MaxDepth || size > MaxSize)
+    if (depth > kMaxDepth || size > kMaxSize)
         fail(error::TooComplex, where);
 }
 
 BindContext::Level::Level(BindContext &context, Range where)
     : m_context(context)
 {
-    if (context.m_level >= MaxLevel)
+    if (context.m_level >= kMaxLevel)
         context.fail(error::TooComplex, where);
     ++context.m_level;
 }
@@ -87,7 +87,7 @@ int BindContext::parameter(const QString &name, Range where, const QString &sugg
         return *found;
     if (m_parametersForbidden)
         fail(error::UnknownName, where, {name});
-    if (m_parameters.size() >= MaxParameters)
+    if (m_parameters.size() >= kMaxParameters)
         fail(error::TooComplex, where);
     const int id = int(m_parameters.size());
     const bool bare = !textOf(where).startsWith(u'[');
@@ -103,7 +103,7 @@ bool BindContext::isParameter(const QString &name) const
 
 bool BindContext::wantsSuggestion(const QString &name) const
 {
-    return m_parameters.size() < MostSuggestions && !isParameter(name);
+    return m_parameters.size() < kMaxSuggestions && !isParameter(name);
 }
 
 QList<CrosstabHeading> BindContext::readHeadings(const Transform &transform)
@@ -164,7 +164,7 @@ QList<int> BindContext::parameterPositions() const
 
 void BindContext::fail(int number, Range where, const QStringList &arguments, const QString &hint) const
 {
-    DaoException exception(number, errorSource, errorText(number, arguments), userPlace(where));
+    DaoException exception(number, kErrorSource, errorText(number, arguments), userPlace(where));
     if (!hint.isEmpty())
         exception.withHint(hint);
     throw exception;
@@ -208,7 +208,7 @@ BindContext::Substitution::Substitution(BindContext &context, const QString &nam
 {
     if (context.m_queryStack.contains(name, Qt::CaseInsensitive))
         context.fail(error::CircularQuery, where, {name});
-    if (context.m_queryStack.size() >= MaxNestedQueries)
+    if (context.m_queryStack.size() >= kMaxNestedQueries)
         context.fail(error::TooComplex, where);
     context.m_place = context.placeOf(where);
     context.m_text = text;

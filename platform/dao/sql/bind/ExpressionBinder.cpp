@@ -298,8 +298,8 @@ ExprPtr ExpressionBinder::bindNode(const ast::Chain &node, const ast::Expr &expr
 // x = 1 Or x = 2 Or ... is x In (1, 2, ...): for lists of thousands the inner engine finds its way only in this form.
 void ExpressionBinder::gatherEqualities(Chain &chain)
 {
-    constexpr size_t Worthwhile = 16;
-    if (chain.terms.size() < Worthwhile)
+    constexpr size_t kMinEqualities = 16;
+    if (chain.terms.size() < kMinEqualities)
         return;
     QHash<std::pair<const Source *, int>, size_t> places;
     std::vector<ExprPtr> terms;

@@ -13,14 +13,14 @@ struct Clause
 };
 
 namespace clause {
-inline constexpr Clause selectList{};
-inline constexpr Clause where{error::AggregateInWhere};
-inline constexpr Clause join{error::AggregateInJoin, error::JoinTypeMismatch, error::TableNotInFrom};
-inline constexpr Clause groupBy{error::AggregateInGroupBy};
-inline constexpr Clause having{};
-inline constexpr Clause orderBy{};
-inline constexpr Clause orderByUngrouped{error::AggregateInOrderBy};
-inline constexpr Clause values{error::AggregateInWhere};
+inline constexpr Clause kSelectList{};
+inline constexpr Clause kWhere{error::AggregateInWhere};
+inline constexpr Clause kJoin{error::AggregateInJoin, error::JoinTypeMismatch, error::TableNotInFrom};
+inline constexpr Clause kGroupBy{error::AggregateInGroupBy};
+inline constexpr Clause kHaving{};
+inline constexpr Clause kOrderBy{};
+inline constexpr Clause kOrderByUngrouped{error::AggregateInOrderBy};
+inline constexpr Clause kValues{error::AggregateInWhere};
 } // namespace clause
 
 /// Binds expressions of one clause: names to columns or parameters, operators and functions to typed nodes.

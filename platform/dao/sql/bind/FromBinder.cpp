@@ -11,7 +11,7 @@ namespace dao::sql::bound {
 namespace {
 
 // What the inner engine can join.
-constexpr size_t MaxJoined = 60;
+constexpr size_t kMaxJoined = 60;
 
 bool isTopOfOneTable(const Query &query)
 {
@@ -54,7 +54,7 @@ void SelectBinder::bindFrom(const std::vector<ast::TableRefPtr> &from)
         addWhere(m_filters.take(m_select->from.back().get()));
     }
     m_select->commaJoin = m_select->commaJoin || from.size() > 1;
-    if (m_select->sources.size() > MaxJoined)
+    if (m_select->sources.size() > kMaxJoined)
         m_context.fail(error::TooComplex, from.front()->range);
     bindPendingJoins();
 }
@@ -119,7 +119,7 @@ void SelectBinder::addWhere(const ExprPtr &condition)
 void SelectBinder::bindPendingJoins()
 {
     for (const PendingJoin &pending : m_pending) {
-        ExpressionBinder binder = expressions(clause::join);
+        ExpressionBinder binder = expressions(clause::kJoin);
         binder.limitTo(pending.first, pending.last);
         pending.join->on = binder.bindCondition(*pending.on);
         if (pending.filters.empty())
@@ -230,9 +230,9 @@ std::vector<OrderKey> SelectBinder::orderOfOutput(const Query &query, const Scop
 // condition and the order, which name that number, need no second copy.
 void SelectBinder::replaceTop(Select &select, Range range)
 {
-    constexpr double WholePercent = 100;
+    constexpr double kWholePercent = 100;
     const Top top = *std::exchange(select.top, std::nullopt);
-    if (top.percent && top.count >= WholePercent)
+    if (top.percent && top.count >= kWholePercent)
         return;
     auto rows = std::make_shared<Select>();
     rows->sources.push_back(std::make_unique<Source>(*select.sources.front()));

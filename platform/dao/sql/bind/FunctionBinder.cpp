@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace dao::sql::bound {
 namespace {
 
-const QString wrongCount = u"Wrong number of arguments used with function"_s;
+const QString kWrongCount = u"Wrong number of arguments used with function"_s;
 
 bool isNamed(const FunctionInfo &function, QStringView name)
 {
@@ -74,7 +74,7 @@ const FunctionInfo *ExpressionBinder::chooseFunction(const ast::Call &node, Rang
         if (isCount || (!node.star && count >= candidate->minArguments() && (most < 0 || count <= most)))
             return candidate;
     }
-    m_context.fail(error::SyntaxInExpression, range, {wrongCount, m_context.textOf(range)},
+    m_context.fail(error::SyntaxInExpression, range, {kWrongCount, m_context.textOf(range)},
                    QString::fromUtf16(candidates.constLast()->signature));
 }
 
@@ -144,7 +144,7 @@ ExprPtr ExpressionBinder::bindIIf(const ast::Call &node, Range range)
 ExprPtr ExpressionBinder::bindSwitch(const ast::Call &node, Range range)
 {
     if (node.arguments.size() % 2 != 0)
-        m_context.fail(error::SyntaxInExpression, range, {wrongCount, m_context.textOf(range)});
+        m_context.fail(error::SyntaxInExpression, range, {kWrongCount, m_context.textOf(range)});
     std::vector<When> branches;
     for (size_t i = 0; i < node.arguments.size(); i += 2)
         branches.push_back({bindCondition(*node.arguments[i]), bind(*node.arguments[i + 1])});

@@ -129,7 +129,7 @@ void ModifyBinder::bindValues(Insert &bound, const ast::Insert &insert)
 {
     if (insert.values.size() != bound.fields.size())
         m_context.fail(error::InsertCount, insert.values.front()->range.to(insert.values.back()->range));
-    ExpressionBinder binder(m_context, nullptr, clause::values);
+    ExpressionBinder binder(m_context, nullptr, clause::kValues);
     for (size_t i = 0; i < insert.values.size(); ++i)
         bound.values.push_back(fitted(binder.bindFor(*insert.values[i], bound.table->fields[bound.fields[i]]),
                                       bound.table->fields[bound.fields[i]]));
@@ -145,7 +145,7 @@ void ModifyBinder::bindInsertQuery(Insert &bound, const ast::Insert &insert)
     }
     if (columns.size() != bound.fields.size())
         m_context.fail(error::InsertCount, insert.query->range);
-    ExpressionBinder binder(m_context, nullptr, clause::values);
+    ExpressionBinder binder(m_context, nullptr, clause::kValues);
     const std::shared_ptr<Select> &select = bound.query->parts.front().select;
     const bool direct = !bound.query->isUnion() && select && !select->distinct;
     if (direct) {
@@ -287,7 +287,7 @@ AssignedField ModifyBinder::bindAssignment(SelectBinder &binder, const ast::Assi
     const FieldInfo &field = column->source->table->fields[column->field];
     if (field.isAutoIncrement())
         m_context.fail(error::FieldNotUpdatable, range, {name.text});
-    ExpressionBinder values = binder.expressions(clause::where);
+    ExpressionBinder values = binder.expressions(clause::kWhere);
     return {column->source, column->field, fitted(values.bindFor(*assignment.value, field), field)};
 }
 

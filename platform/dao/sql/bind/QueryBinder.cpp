@@ -9,14 +9,14 @@ namespace dao::sql::bound {
 namespace {
 
 // What the inner engine unites.
-constexpr size_t MaxUnited = 500;
+constexpr size_t kMaxUnited = 500;
 
 } // namespace
 
 std::shared_ptr<Query> QueryBinder::bind(const ast::Query &query)
 {
     const BindContext::Level level(m_context, query.range);
-    if (query.parts.size() > MaxUnited)
+    if (query.parts.size() > kMaxUnited)
         m_context.fail(error::TooComplex, query.range);
     auto bound = std::make_shared<Query>();
     for (const ast::QueryPart &part : query.parts) {
@@ -133,7 +133,7 @@ void QueryBinder::mergeColumns(Query &query, Range range)
 // Where one part has text, the others become text, so that duplicates are found and dates read as dates.
 void QueryBinder::convertColumn(Query &query, size_t index, DataType type)
 {
-    ExpressionBinder binder(m_context, nullptr, clause::values);
+    ExpressionBinder binder(m_context, nullptr, clause::kValues);
     for (QueryPart &part : query.parts) {
         if (part.nested) {
             convertColumn(*std::const_pointer_cast<Query>(part.nested), index, type);

@@ -14,7 +14,7 @@ ExprPtr tryBindDefault(BindContext &context, const QString &text, const FieldInf
         const bool isBareWord = expr->as<ast::Name>() != nullptr;
         if (isBareWord)
             return nullptr;
-        ExpressionBinder binder(context, nullptr, clause::values);
+        ExpressionBinder binder(context, nullptr, clause::kValues);
         return binder.bindFor(*expr, field);
     } catch (const DaoException &) {
         return nullptr;
@@ -44,7 +44,7 @@ ExprPtr bindRule(BindContext &context, const Source &source, const FieldInfo *im
         scoped.columns.push_back({field.name, context.make({}, field.type, FieldRef{&source, i}, true)});
     }
     context.forbidParameters();
-    ExpressionBinder binder(context, nullptr, clause::where);
+    ExpressionBinder binder(context, nullptr, clause::kWhere);
     Scope scope;
     if (implied)
         binder.setImpliedField(scoped.columns[size_t(source.table->indexOf(implied->name))].expr);

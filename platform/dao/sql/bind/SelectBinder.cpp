@@ -6,9 +6,9 @@ using namespace Qt::StringLiterals;
 namespace dao::sql::bound {
 namespace {
 
-constexpr int FirstUnnamed = 1000;
+constexpr int kFirstUnnamed = 1000;
 // What the inner engine has in a result.
-constexpr size_t MaxColumns = 2000;
+constexpr size_t kMaxColumns = 2000;
 
 } // namespace
 
@@ -45,7 +45,7 @@ void SelectBinder::bindWhere(const ast::Expr *where)
 {
     if (!where)
         return;
-    ExprPtr condition = expressions(clause::where).bindCondition(*where);
+    ExprPtr condition = expressions(clause::kWhere).bindCondition(*where);
     const ExprPtr &melted = m_select->where;
     m_select->where =
         melted ? m_context.make(where->range, DataType::Boolean, Chain{true, {melted, condition}}) : condition;
@@ -65,7 +65,7 @@ void SelectBinder::bindList(const std::vector<ast::SelectItem> &items)
             addStar(item);
         else
             addItem(item);
-        if (m_select->columns.size() > MaxColumns)
+        if (m_select->columns.size() > kMaxColumns)
             m_context.fail(error::TooComplex, item.range);
     }
     nameColumns();
@@ -96,7 +96,7 @@ void SelectBinder::addItem(const ast::SelectItem &item)
         column.info = outputInfo(item.alias, *column.expr);
         column.named = true;
     } else {
-        ExpressionBinder binder = expressions(clause::selectList);
+        ExpressionBinder binder = expressions(clause::kSelectList);
         binder.setAliases([this](const QString &name, Range where) { return aliasNamed(name, where); });
         column.expr = binder.bind(*item.expr);
         const ast::Name *name = item.expr->as<ast::Name>();
@@ -111,7 +111,7 @@ void SelectBinder::addItem(const ast::SelectItem &item)
             if (!found.column)
                 column.named = true;
         } else {
-            column.info = outputInfo(u"Expr%1"_s.arg(FirstUnnamed + m_unnamed++), *column.expr);
+            column.info = outputInfo(u"Expr%1"_s.arg(kFirstUnnamed + m_unnamed++), *column.expr);
         }
     }
     m_select->columns.push_back(std::move(column));
@@ -155,7 +155,7 @@ ExprPtr SelectBinder::bindAlias(Alias &alias, const QString &name, Range where)
         m_context.fail(error::CircularAlias, where, {name});
     }
     alias.binding = true;
-    ExpressionBinder binder = expressions(clause::selectList);
+    ExpressionBinder binder = expressions(clause::kSelectList);
     binder.setAliases([this](const QString &other, Range place) { return aliasNamed(other, place); });
     const ExprPtr bound = binder.bind(*alias.expr);
     Alias &entry = m_aliases[name.toLower()];
@@ -167,9 +167,9 @@ ExprPtr SelectBinder::bindAlias(Alias &alias, const QString &name, Range where)
 void SelectBinder::bindGroupBy(const ast::Select &select)
 {
     for (const ast::ExprPtr &expr : select.groupBy)
-        m_select->groupBy.push_back(expressions(clause::groupBy).bind(*expr));
+        m_select->groupBy.push_back(expressions(clause::kGroupBy).bind(*expr));
     if (select.having)
-        m_select->having = expressions(clause::having).bindCondition(*select.having);
+        m_select->having = expressions(clause::kHaving).bindCondition(*select.having);
     m_select->aggregated = !m_select->groupBy.empty() || (m_select->having && hasAggregate(*m_select->having)) ||
                            std::any_of(m_select->columns.begin(), m_select->columns.end(),
                                        [](const OutputColumn &column) { return hasAggregate(*column.expr); });
@@ -196,7 +196,7 @@ OrderKey SelectBinder::bindOrderItem(const ast::OrderItem &item)
         key.expr = m_select->columns[size_t(key.output)].expr;
         return key;
     }
-    key.expr = expressions(m_select->aggregated ? clause::orderBy : clause::orderByUngrouped).bind(*item.expr);
+    key.expr = expressions(m_select->aggregated ? clause::kOrderBy : clause::kOrderByUngrouped).bind(*item.expr);
     for (size_t i = 0; i < m_select->columns.size() && key.output < 0; ++i) {
         if (sameExpr(*m_select->columns[i].expr, *key.expr))
             key.output = int(i);

@@ -38,7 +38,7 @@ std::shared_ptr<Select> TransformBinder::bindSource(const ast::Transform &node)
         return bound.select;
     const QList<CrosstabHeading> headings = m_context.readHeadings(bound);
     const qsizetype count = qsizetype(bound.select->columns.size()) + headings.size();
-    if (count > maxCrosstabColumns)
+    if (count > kMaxCrosstabColumns)
         m_context.fail(error::TooManyCrosstabColumns, node.pivot->range, {QString::number(count)});
     for (const CrosstabHeading &heading : headings) {
         const ExprPtr value = m_context.make(node.pivot->range, bound.pivot->type, Heading{heading.valueSql}, true);
@@ -55,7 +55,7 @@ Transform TransformBinder::bindWith(SelectBinder &binder, const ast::Transform &
     const auto restore = qScopeGuard([&] { m_context.forbidParameters(before); });
     Transform bound;
     bound.select = binder.bind(node.select);
-    bound.pivot = binder.expressions(clause::groupBy).bind(*node.pivot);
+    bound.pivot = binder.expressions(clause::kGroupBy).bind(*node.pivot);
     if (node.headings.empty())
         bound.cell =
             cell(binder, node, bound.pivot, m_context.make(node.pivot->range, bound.pivot->type, Heading{}, true));
@@ -79,7 +79,7 @@ void TransformBinder::checkClauses(const ast::Transform &node) const
 // The value over those rows of the group that have the heading.
 ExprPtr TransformBinder::cell(SelectBinder &binder, const ast::Transform &node, const ExprPtr &pivot, ExprPtr heading)
 {
-    ExpressionBinder values = binder.expressions(clause::selectList);
+    ExpressionBinder values = binder.expressions(clause::kSelectList);
     const ExprPtr filter = m_context.make(node.pivot->range, DataType::Boolean, Same{pivot, std::move(heading)});
     values.setAggregateFilter(filter);
     ExprPtr value = values.bind(*node.value);
@@ -106,7 +106,7 @@ void TransformBinder::addFixedHeadings(Transform &bound, SelectBinder &binder, c
 {
     QStringList names;
     for (const ast::ExprPtr &item : node.headings) {
-        ExpressionBinder literals(m_context, nullptr, clause::values);
+        ExpressionBinder literals(m_context, nullptr, clause::kValues);
         FieldInfo kind;
         kind.type = bound.pivot->type;
         const ExprPtr heading = kind.type == DataType::Unknown ? literals.bind(*item) : literals.bindFor(*item, kind);

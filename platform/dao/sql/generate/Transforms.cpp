@@ -80,7 +80,7 @@ SelectPlan withHeadings(const SelectPlan &plan, const QList<CrosstabHeading> &he
     SelectPlan complete = plan;
     const CrosstabPlan &crosstab = *plan.crosstab;
     const qsizetype count = plan.columns.size() + headings.size();
-    if (count > maxCrosstabColumns)
+    if (count > kMaxCrosstabColumns)
         raise(error::TooManyCrosstabColumns, u"DAO.Database"_s, {QString::number(count)});
     QString names = crosstab.names;
     QString cells = crosstab.head;
