@@ -19,7 +19,7 @@ int runCheck(const Arguments &arguments)
     ConsoleProgress progress;
     try {
         const auto kind = arguments.has(u"quick") ? dao::Database::Check::Quick : dao::Database::Check::Whole;
-        const QList<dao::DamageFinding> findings = db::lookForDamage(target.session(), kind, &progress);
+        const QList<dao::DamageFinding> findings = db::findDamage(target.session(), kind, &progress);
         bool isDamaged = false;
         for (const dao::DamageFinding &finding : findings) {
             print(u"%1%2\n"_s.arg(finding.isDamage ? QString() : u"Remark: "_s, finding.text));

@@ -31,8 +31,7 @@ private:
 
 } // namespace
 
-QList<dao::DamageFinding> lookForDamage(DatabaseSession &session, dao::Database::Check kind,
-                                        tarnwick::Progress *progress)
+QList<dao::DamageFinding> findDamage(DatabaseSession &session, dao::Database::Check kind, tarnwick::Progress *progress)
 {
     const CheckProgress watched(session.database(), progress);
     return session.database().check(kind);
@@ -43,7 +42,7 @@ bool refuseDamaged(DatabaseSession &session, const QString &consequence, tarnwic
     constexpr int kListed = 10;
     QString list;
     int count = 0;
-    for (const dao::DamageFinding &finding : lookForDamage(session, dao::Database::Check::Quick, progress)) {
+    for (const dao::DamageFinding &finding : findDamage(session, dao::Database::Check::Quick, progress)) {
         if (finding.isDamage && ++count <= kListed)
             list += tarnwick::format(messages::kDamageLine.text, finding.text);
     }

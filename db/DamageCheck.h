@@ -5,8 +5,7 @@ namespace db {
 
 /// Checks the session's database and returns the damage found. progress may be null; throws DaoCancelled if it stops
 /// the check.
-QList<dao::DamageFinding> lookForDamage(DatabaseSession &session, dao::Database::Check kind,
-                                        tarnwick::Progress *progress);
+QList<dao::DamageFinding> findDamage(DatabaseSession &session, dao::Database::Check kind, tarnwick::Progress *progress);
 
 /// Quick check before the database is used: after a crash, or before a conversion. Returns false after reporting the
 /// damage; the last line of the report is the consequence.

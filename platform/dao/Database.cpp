@@ -235,7 +235,7 @@ QList<DamageFinding> Database::check(Check kind) const
 {
     store::SourceScope scope(m_impl->connection, u"DAO.Database"_s);
     m_impl->prepareStatement();
-    return store::lookForDamage(m_impl->connection, kind == Check::Whole);
+    return store::findDamage(m_impl->connection, kind == Check::Whole);
 }
 
 void Database::analyze(const QString &table)

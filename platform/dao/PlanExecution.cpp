@@ -74,21 +74,24 @@ int PlanExecution::carryOut(const sql::SelectPlan &)
     fail(error::CannotExecuteSelect);
 }
 
+// Chooses one of the two forms of a change. Inside the program's transaction an interrupt would undo the whole
+// transaction, so the cancellable steps run there; they call dao_cancelled() for each row. The plain steps let SQLite
+// do the whole change in one statement, which is faster.
 int PlanExecution::carryOut(const sql::ActionPlan &plan)
 {
     store::Connection &connection = m_db.connection;
-    const bool asks = connection.mustAskToStop() && !plan.askingSteps.isEmpty();
+    const bool polls = connection.mustPollForCancel() && !plan.cancellableSteps.isEmpty();
     // If rows are materialised first, they are also sorted in small pieces, so that the user can stop the sort.
-    const bool gathers = connection.progress() && plan.askingSteps.size() > 1;
-    const auto &steps = asks || gathers ? plan.askingSteps : plan.steps;
-    const bool alone = plan.steps.size() == 1 && !asks && !gathers;
+    const bool materialises = connection.progress() && plan.cancellableSteps.size() > 1;
+    const auto &steps = polls || materialises ? plan.cancellableSteps : plan.steps;
+    const bool alone = plan.steps.size() == 1 && !polls && !materialises;
     // Undoing a statement can end statements that are still reading, so open readers are secured first.
     if (!alone || connection.progress())
         m_db.secureReaders();
     // SQLite undoes a single failed statement itself; it needs no savepoint.
     if (alone)
         return runAlone(plan.steps.first());
-    const CancelTriggers triggers(connection, asks ? reachedFrom(plan.tables) : QStringList());
+    const CancelTriggers triggers(connection, polls ? withCascadeTargets(plan.tables) : QStringList());
     store::Savepoint savepoint(connection);
     const qint64 affected = store::runSteps(connection, steps, store::Access::User,
                                             [this](store::Statement &statement) { bindParameters(statement); });
@@ -97,6 +100,7 @@ int PlanExecution::carryOut(const sql::ActionPlan &plan)
     return int(affected);
 }
 
+// The most frequent case, prepared once per query definition, so that a program can execute it in a loop.
 int PlanExecution::runAlone(const sql::ActionPlan::Step &step)
 {
     if (m_query.steps.empty())
@@ -108,7 +112,7 @@ int PlanExecution::runAlone(const sql::ActionPlan::Step &step)
 }
 
 /// Returns the tables and all tables that cascades of their relations change.
-QStringList PlanExecution::reachedFrom(const QStringList &tables) const
+QStringList PlanExecution::withCascadeTargets(const QStringList &tables) const
 {
     QStringList reached = tables;
     for (qsizetype i = 0; i < reached.size(); ++i) {
@@ -208,6 +212,8 @@ int PlanExecution::carryOut(const sql::AddConstraintPlan &plan)
     return 0;
 }
 
+// A constraint name is searched among relations, indexes and checks, in this order: each of them can be named in
+// CONSTRAINT.
 int PlanExecution::carryOut(const sql::DropConstraintPlan &plan)
 {
     const TableInfo &owner = table(plan.table);
@@ -260,6 +266,7 @@ int PlanExecution::carryOut(const sql::DropQueryPlan &plan)
     return 0;
 }
 
+// The arguments are evaluated by SQLite first, because they can be any expression over parameters.
 int PlanExecution::carryOut(const sql::ExecutePlan &plan)
 {
     QueryDef query = QueryDef::stored(m_database, plan.query);

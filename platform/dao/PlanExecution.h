@@ -29,7 +29,7 @@ private:
     int carryOut(const sql::ExecutePlan &plan);
 
     int runAlone(const sql::ActionPlan::Step &step);
-    QStringList reachedFrom(const QStringList &tables) const;
+    QStringList withCascadeTargets(const QStringList &tables) const;
     void bindParameters(store::Statement &statement) const;
     void addParts(const QString &table, const QList<IndexInfo> &indexes, const QList<RelationInfo> &relations);
     QString freeRelationName(const RelationInfo &relation) const;

@@ -81,6 +81,7 @@ void QueryDef::Impl::compile()
     if (!syntax)
         syntax = sql::checkSyntax(sql);
     sql::CompiledStatement fresh = compileIn(*db, sql, syntax);
+    // Keeps the values of parameters that still exist after a change of the schema, by name.
     QList<Value> values(fresh.parameters.size());
     for (qsizetype i = 0; compiled && i < fresh.parameters.size(); ++i) {
         const int old = indexOfParameter(fresh.parameters[i].name);
@@ -156,6 +157,8 @@ void QueryDef::Impl::requireParameters(const QString &from)
         .withHint(hints.first(qMin(hints.size(), kMaxHints)).join(u' '));
 }
 
+// SQLite reports no position for errors of functions and arithmetic, so the statement is run again in a form that does.
+// Only errors that a calculation can raise are searched: others have their place already or have none.
 void QueryDef::Impl::rethrowWithPlace(const DaoException &exception)
 {
     static constexpr int kCalculationErrors[] = {

@@ -91,6 +91,8 @@ void Recordset::Impl::step(int direction)
     moveTo(onDeleted && direction > 0 ? row : row + direction);
 }
 
+// A bookmark contains the run, the slot and the row keys. The keys detect a bookmark whose row was deleted and
+// replaced.
 QByteArray Recordset::Impl::bookmarkOf(qint64 at) const
 {
     std::vector<qint64> parts{qint64(stamp), keyed ? keyed->slotOf(at) : at};
@@ -106,6 +108,7 @@ void Recordset::Impl::load()
     requireRow();
     if (onDeleted)
         fail(error::RecordDeleted);
+    // The cached row is valid until a change through this database.
     if (loadedRow == row && loadedAt == db->changeStamp())
         return;
     store::SourceScope scope(db->connection, kSource);
@@ -317,6 +320,7 @@ const sql::Column &Recordset::column(int index) const
     return m_impl->columns[index];
 }
 
+// Exact comparison: two columns can differ in letter case only.
 int Recordset::fieldIndex(QStringView name) const
 {
     for (qsizetype i = 0; i < m_impl->columns.size(); ++i) {

@@ -86,6 +86,8 @@ void Recordset::Impl::run()
     }
 }
 
+// Compiles, runs and chooses the row source: a snapshot reads forward, a result with keys is read by key, any other
+// result is copied to the scratch database.
 void Recordset::Impl::runOnce()
 {
     store::SourceScope scope(db->connection, kSource);
@@ -148,6 +150,7 @@ void Recordset::Impl::close()
     loadedRow = -1;
 }
 
+// Collects the defaults that must be evaluated for each new row. Constant defaults are in the table definition.
 void Recordset::Impl::prepareWriting()
 {
     computedDefaults.clear();

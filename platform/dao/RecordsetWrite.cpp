@@ -32,6 +32,7 @@ void Recordset::Impl::requireUpdatable() const
         fail(error::ReadOnly);
 }
 
+// The value that a field of a new row shows before it is set.
 Value Recordset::Impl::defaultOf(int index)
 {
     const FieldInfo &info = columns[index].info;
@@ -137,6 +138,7 @@ void Recordset::Impl::appendNewRow(int sourceIndex, qint64 key)
         row = count();
 }
 
+// A row of a join can change several tables; a savepoint keeps these changes together.
 void Recordset::Impl::updateRow()
 {
     const auto keys = keyed->keys(row);
@@ -146,6 +148,7 @@ void Recordset::Impl::updateRow()
             changed.push_back(i);
     }
     for (const int i : changed) {
+        // The outer join supplied no row to update in this table.
         if (keys[size_t(i)] == KeyedRows::kAbsent)
             fail(error::JoinKeyNotInRecordset, {sources[i].table});
     }

@@ -90,6 +90,7 @@ store::Statement KeyedRows::prepared(const QString &sql) const
     return statement;
 }
 
+// An absent key in a table that the join always supplies: the row was inserted but the join does not return it.
 bool KeyedRows::isOutsideJoin(std::span<const qint64> keys) const
 {
     for (size_t i = 0; i < m_width; ++i) {
@@ -99,6 +100,7 @@ bool KeyedRows::isOutsideJoin(std::span<const qint64> keys) const
     return false;
 }
 
+// Looks up the keys of the other tables, so that the new row shows the fields that the join adds.
 void KeyedRows::appendAdded(int source, qint64 key)
 {
     std::vector<qint64> keys(m_width, kAbsent);
@@ -208,6 +210,7 @@ Value ForwardRows::value(int column) const
     return readCell(m_statement, column, m_types[size_t(column)]);
 }
 
+// Reads the remaining rows now; afterwards they come from the scratch database.
 void ForwardRows::secure()
 {
     if (m_secured || !m_onRow)

@@ -116,7 +116,7 @@ struct ActionPlan
         QString sql;
         bool countsRows = false; ///< the number of affected rows is that of this step
         /// Not empty: sql is a select, whose rows go into a new temporary table of this name.
-        QString gathersInto;
+        QString materialiseInto;
         /// The first column of the select is a row key: rows without a key are skipped; of several rows with the same
         /// key the last one is kept.
         bool keyed = false;
@@ -127,7 +127,7 @@ struct ActionPlan
     /// The steps for a statement that must not be interrupted but must be cancellable: rows are read by separate
     /// selects, which can be interrupted, and writing steps call dao_cancelled() for each row. Empty if the statement
     /// cannot take long.
-    QList<Step> askingSteps;
+    QList<Step> cancellableSteps;
     QStringList tables; ///< the changed tables
 };
 

@@ -29,12 +29,12 @@ QStringList columnsOf(const Statement &select, bool keyed)
 
 // Copies the rows of a select into a temporary table. Reading takes most of the time of a change; as a separate SELECT
 // it can be interrupted without SQLite rolling back the whole transaction.
-void gather(Connection &connection, const Step &step, Access access, const std::function<void(Statement &)> &bind)
+void materialise(Connection &connection, const Step &step, Access access, const std::function<void(Statement &)> &bind)
 {
     Statement select(connection, step.sql, access);
     bind(select);
     const int columns = select.columnCount();
-    const QString table = u"temp."_s + sql::quotedName(step.gathersInto);
+    const QString table = u"temp."_s + sql::quotedName(step.materialiseInto);
     connection.run(u"CREATE TABLE "_s + table + u" ("_s + columnsOf(select, step.keyed).join(u", "_s) + u')');
     Statement insert(connection, u"INSERT OR REPLACE INTO "_s + table + u" VALUES ("_s +
                                      QStringList(columns, u"?"_s).join(u", "_s) + u')');
@@ -54,8 +54,8 @@ qint64 runSteps(Connection &connection, const QList<Step> &steps, Access access,
 {
     qint64 affected = 0;
     for (const Step &step : steps) {
-        if (!step.gathersInto.isEmpty()) {
-            gather(connection, step, access, bind);
+        if (!step.materialiseInto.isEmpty()) {
+            materialise(connection, step, access, bind);
             continue;
         }
         // A step can read a table that an earlier step creates, so each is prepared just before it runs.

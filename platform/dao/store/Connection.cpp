@@ -80,6 +80,8 @@ struct ConnectionCallbacks
         }
     }
 
+    // Progress handler, called every kOperationsPerCheck virtual machine operations. A result other than 0 interrupts
+    // the statement. A change inside the program's transaction is not interrupted (see mustPollForCancel()).
     static int look(void *self)
     {
         auto *connection = static_cast<Connection *>(self);
@@ -155,10 +157,14 @@ void Connection::setUp()
 {
     sqlite3_busy_handler(m_db, &ConnectionCallbacks::busy, this);
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    // A file can come from anywhere: its schema must not call functions with side effects, and no statement may corrupt
+    // the file or load code.
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    // Without this SQLite treats an unknown name in double quotes as a text.
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+    // ATTACH could open other files.
     sqlite3_limit(m_db, SQLITE_LIMIT_ATTACHED, 0);
     sqlite3_set_authorizer(m_db, &ConnectionCallbacks::authorize, this);
     functions::registerAll(m_db);
@@ -170,6 +176,7 @@ void Connection::setUp()
     setProgress(m_progress);
     run(u"PRAGMA cache_size = -"_s + QString::number(kCacheKibibytes));
     run(u"PRAGMA foreign_keys = ON"_s);
+    // Without recursive triggers REPLACE runs no delete triggers, and a cascade stops at the first table.
     run(u"PRAGMA recursive_triggers = ON"_s);
     run(u"PRAGMA synchronous = FULL"_s);
     // Without secure_delete large deletes take a third less time; deleted rows need not be overwritten on the disk.
@@ -252,6 +259,7 @@ void Connection::commit()
     run(u"COMMIT"_s);
 }
 
+// SQLite keeps writing to a file that was renamed or deleted; the result would be lost.
 void Connection::requireSameFile() const
 {
     int moved = 0;
@@ -273,6 +281,7 @@ bool Connection::waitForOthers(int calls)
         return false;
     if (watched && m_sinceConsulted.hasExpired(kConsultEveryMilliseconds))
         consult(m_waiting.hasExpired(kReportWaitingAfterMilliseconds));
+    // Waits 1, 2, ... up to 20 ms: short at first, because most locks are released within milliseconds.
     QThread::msleep(ulong(std::min(calls + 1, kLongestSleepMilliseconds)));
     return !m_cancelRequested;
 }
@@ -355,6 +364,7 @@ void Connection::holdRead()
 {
     if (m_holding || inTransaction() || QThread::currentThread()->loopLevel() == 0)
         return;
+    // A SELECT that stays on its row holds SQLite's shared lock.
     if (!m_hold.isValid())
         m_hold = Statement(*this, u"SELECT 1 FROM sqlite_schema"_s);
     if (!m_hold.step())
@@ -438,6 +448,8 @@ void Connection::rewriteIndex(const QString &name, const QString &sql)
     update.run();
 }
 
+// BEGIN IMMEDIATE takes the write lock at once. With a plain BEGIN another program could write between the first read
+// and the first change, and the change would fail.
 Savepoint::Savepoint(Connection &connection)
     : m_connection(connection)
     , m_outermost(!connection.inTransaction())

@@ -65,7 +65,7 @@ public:
     bool inProgramTransaction() const { return m_programTransaction; }
     /// True if the user can cancel but an interrupt would roll back the program's transaction. Changes then call
     /// dao_cancelled() for each row and stop there.
-    bool mustAskToStop() const { return m_progress && m_programTransaction; }
+    bool mustPollForCancel() const { return m_progress && m_programTransaction; }
     /// Throws if SQLite has rolled back the program's transaction by itself: later changes must not be committed
     /// without the earlier ones.
     void requireTransaction() const;

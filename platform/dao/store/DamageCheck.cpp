@@ -45,7 +45,7 @@ DamageFinding findingOf(const QString &line)
 
 } // namespace
 
-QList<DamageFinding> lookForDamage(Connection &connection, bool withIndexes)
+QList<DamageFinding> findDamage(Connection &connection, bool withIndexes)
 {
     QList<DamageFinding> findings;
     const auto add = [&findings](const DamageFinding &finding) {

@@ -6,6 +6,6 @@
 namespace dao::store {
 
 /// Implements Database::check(). The texts do not contain SQLite's wording.
-QList<DamageFinding> lookForDamage(Connection &connection, bool withIndexes);
+QList<DamageFinding> findDamage(Connection &connection, bool withIndexes);
 
 } // namespace dao::store

@@ -35,6 +35,7 @@ void install(Connection &connection, const TableInfo &table, const QString &name
     }
 }
 
+// A rule that plain SQLite can check is a CHECK constraint already (see TableDefinition.h).
 void installRules(Connection &connection, const TableInfo &table)
 {
     for (const FieldInfo &field : table.fields) {
@@ -48,6 +49,7 @@ void installRules(Connection &connection, const TableInfo &table)
                 brokenText(table.validationText, table.validationRule, table.name));
 }
 
+// Temporary triggers are listed in temp.sqlite_schema only.
 void dropRules(Connection &connection)
 {
     QStringList names;

@@ -18,7 +18,7 @@ void makeIndex(Connection &connection, const TableInfo &table, const IndexInfo &
 void makeIndex(Connection &connection, const QString &name, const QString &sql, const QString &field)
 {
     const SmallSorts small(connection);
-    if (!connection.mustAskToStop()) {
+    if (!connection.mustPollForCancel()) {
         connection.run(sql);
         return;
     }

@@ -44,6 +44,9 @@ QString trigger(const RelationInfo &relation, Event event, const QString &when, 
     return sql + u" BEGIN "_s + body + u" END"_s;
 }
 
+// Refuses rows of the foreign table without a related row. Example, relation report.sec -> section.sec:
+//     CREATE TRIGGER "relation:r:insert" AFTER INSERT ON "report" WHEN NEW."sec" IS NOT NULL AND NOT EXISTS (SELECT 1
+//         FROM "section" AS _p WHERE _p."sec" = NEW."sec") BEGIN SELECT RAISE(ABORT, 'dao:3201:...'); END
 QString foreignTrigger(const RelationInfo &relation, Event event)
 {
     // A foreign key that contains Null needs no related row.
@@ -76,6 +79,7 @@ QString existsRelated(const RelationInfo &relation)
            u')';
 }
 
+// Deletes the related rows, or refuses the deletion of a row that has some.
 QString deleteTrigger(const RelationInfo &relation)
 {
     if (relation.attributes & DeleteCascade) {
@@ -87,6 +91,7 @@ QString deleteTrigger(const RelationInfo &relation)
                    raise(error::RelatedRecords, relation.foreignTable));
 }
 
+// Passes a changed key on to the related rows, or refuses the change.
 QString updateTrigger(const RelationInfo &relation)
 {
     const bool cascade = relation.attributes & UpdateCascade;

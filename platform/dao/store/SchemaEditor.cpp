@@ -139,6 +139,8 @@ void SchemaEditor::deleteTable(QStringView name)
     });
 }
 
+// True if ALTER TABLE ADD COLUMN gives the wanted result. It changes only the schema, so it takes no time even in a
+// table of millions of rows.
 bool SchemaEditor::canJustAppend(const StoredTable &table, const FieldInfo &field) const
 {
     // ADD COLUMN gives existing rows the default of the new column, which is wanted only for required fields.
@@ -152,6 +154,7 @@ bool SchemaEditor::canJustAppend(const StoredTable &table, const FieldInfo &fiel
     return field.defaultValue.trimmed().isEmpty();
 }
 
+// Triggers and indexes of relations name the table, so they are removed before the rebuild and created again after it.
 void SchemaEditor::replaceTable(const StoredTable &before, StoredTable &after, const QList<FieldFill> &fills)
 {
     QList<RelationInfo> relations;
@@ -183,6 +186,7 @@ void SchemaEditor::requireOneRow(const StoredTable &table, const FieldInfo &fiel
     }
 }
 
+// Refuses a definition that would leave a relation without its fields or without the unique index that it refers to.
 void SchemaEditor::requireRelations(const StoredTable &before, const TableInfo &after) const
 {
     for (const RelationInfo &relation : m_catalog.relations()) {
@@ -326,6 +330,7 @@ void SchemaEditor::createIndex(QStringView tableName, const IndexInfo &given)
     }
     StoredTable after = before;
     after.info.indexes.append(index);
+    // An index that refuses Null makes its fields NOT NULL, which needs a new table definition.
     const bool tightens = std::any_of(after.info.fields.begin(), after.info.fields.end(), [&](const FieldInfo &field) {
         return isNotNull(after, field) != isNotNull(before, field);
     });
@@ -340,6 +345,7 @@ void SchemaEditor::createIndex(QStringView tableName, const IndexInfo &given)
     });
 }
 
+// True if a relation refers to this unique index and no other unique index has the same fields.
 bool SchemaEditor::isReferenced(const TableInfo &table, const IndexInfo &index) const
 {
     if (!index.unique)
@@ -366,6 +372,7 @@ void SchemaEditor::deleteIndex(QStringView tableName, QStringView indexName)
         fail(error::IndexInUse);
     StoredTable after = before;
     after.info.indexes.removeIf([&](const IndexInfo &other) { return sameName(other.name, indexName); });
+    // Without the index its fields may be Null again, which needs a new table definition.
     const bool loosens = std::any_of(after.info.fields.begin(), after.info.fields.end(), [&](const FieldInfo &field) {
         return isNotNull(after, field) != isNotNull(before, field);
     });

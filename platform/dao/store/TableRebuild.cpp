@@ -17,7 +17,7 @@ namespace dao::store {
 
 namespace {
 
-const QString newName = u"_dao_rebuild"_s;
+const QString kNewName = u"_dao_rebuild"_s;
 
 // The schema for error messages: rules of the new definition, which is not in the catalog yet.
 class NewDefinition : public SchemaView
@@ -36,7 +36,7 @@ public:
 
     const TableInfo *findTable(QStringView name) const override
     {
-        const bool isNew = name == newName || name.compare(m_table.name, Qt::CaseInsensitive) == 0;
+        const bool isNew = name == kNewName || name.compare(m_table.name, Qt::CaseInsensitive) == 0;
         return isNew ? &m_table : m_before ? m_before->findTable(name) : nullptr;
     }
     const QueryInfo *findQuery(QStringView) const override { return nullptr; }
@@ -56,12 +56,12 @@ public:
         : m_before(before)
         , m_target(after)
     {
-        m_target.name = newName;
+        m_target.name = kNewName;
     }
 
     const TableInfo *findTable(QStringView name) const override
     {
-        if (name.compare(newName, Qt::CaseInsensitive) == 0)
+        if (name.compare(kNewName, Qt::CaseInsensitive) == 0)
             return &m_target;
         return name.compare(m_before.name, Qt::CaseInsensitive) == 0 ? &m_before : nullptr;
     }
@@ -88,6 +88,7 @@ TableRebuild::TableRebuild(Connection &connection, const StoredTable &before, St
     m_after.info.keyColumn = keyColumnFor(m_after.info);
 }
 
+// The SQL expression over the old row that gives the value of a new field.
 QString TableRebuild::sourceOf(const FieldInfo &field) const
 {
     if (const FieldInfo *old = m_before.info.field(field.name))
@@ -148,10 +149,12 @@ void TableRebuild::copyRows()
         targets.append(sql::quotedName(m_after.info.keyColumn));
         sources.append(sql::quotedName(m_before.info.keyColumn));
     }
-    const QString insert = u"INSERT INTO "_s + sql::quotedName(newName) + u" ("_s + targets.join(u", "_s) + u") "_s;
-    const QString condition = m_connection.mustAskToStop() && !converting ? u" WHERE dao_cancelled() = 0"_s : QString();
+    const QString insert = u"INSERT INTO "_s + sql::quotedName(kNewName) + u" ("_s + targets.join(u", "_s) + u") "_s;
+    const QString condition =
+        m_connection.mustPollForCancel() && !converting ? u" WHERE dao_cancelled() = 0"_s : QString();
     const QString select = u"SELECT "_s + sources.join(u", "_s) + u" FROM "_s + sql::quotedName(m_before.info.name) +
                            condition + u" ORDER BY "_s + sql::quotedName(m_before.info.keyColumn);
+    // One INSERT ... SELECT; SQLite copies whole rows without passing the values through the program.
     if (!converting) {
         m_connection.run(insert + select);
         return;
@@ -160,6 +163,8 @@ void TableRebuild::copyRows()
     copyConverted(select, insert + u"VALUES ("_s + places.join(u", "_s) + u')');
 }
 
+// Converts values with the rules of an assignment. A value that cannot be converted ends the change with the name of
+// its field.
 void TableRebuild::copyConverted(const QString &select, const QString &insert)
 {
     Statement rows(m_connection, select);
@@ -182,6 +187,7 @@ void TableRebuild::copyConverted(const QString &select, const QString &insert)
     }
 }
 
+// The expressions are Access SQL, so they are compiled as the select list of an INSERT ... SELECT.
 void TableRebuild::copyFilled()
 {
     QStringList targets;
@@ -198,13 +204,13 @@ void TableRebuild::copyFilled()
     }
     const FillScope scope(m_before.info, m_after.info);
     const sql::CompiledStatement statement =
-        sql::compile(scope, u"INSERT INTO "_s + bracketed(newName) + u" ("_s + targets.join(u", "_s) + u") SELECT "_s +
+        sql::compile(scope, u"INSERT INTO "_s + bracketed(kNewName) + u" ("_s + targets.join(u", "_s) + u") SELECT "_s +
                                 sources.join(u", "_s) + u" FROM "_s + bracketed(m_before.info.name));
     if (!statement.parameters.isEmpty())
         throw engineError(error::NoSuchField, m_connection.source(),
                           {statement.parameters.first().name, m_before.info.name});
     const auto &plan = std::get<sql::ActionPlan>(statement.plan);
-    runSteps(m_connection, m_connection.mustAskToStop() ? plan.askingSteps : plan.steps, Access::Engine,
+    runSteps(m_connection, m_connection.mustPollForCancel() ? plan.cancellableSteps : plan.steps, Access::Engine,
              [](Statement &) {});
 }
 
@@ -234,12 +240,13 @@ void TableRebuild::checkChangedFields()
 
 void TableRebuild::verify(const ColumnCheck &check)
 {
-    const bool broken = m_connection.number(u"SELECT EXISTS (SELECT 1 FROM "_s + sql::quotedName(newName) +
+    const bool broken = m_connection.number(u"SELECT EXISTS (SELECT 1 FROM "_s + sql::quotedName(kNewName) +
                                             u" WHERE NOT ("_s + check.condition + u"))"_s) != 0;
     if (broken)
         raiseCheck(check.name, m_connection.source(), m_connection.schema());
 }
 
+// The new table must not reuse an autonumber of a deleted row.
 void TableRebuild::keepSequence()
 {
     // sqlite_sequence exists only if the file has, or had, a table with AUTOINCREMENT.
@@ -248,15 +255,16 @@ void TableRebuild::keepSequence()
     const QString name = literal(m_before.info.name);
     m_connection.run(
         u"UPDATE sqlite_sequence SET seq = max(seq, coalesce((SELECT seq FROM sqlite_sequence WHERE name = "_s + name +
-        u"), 0)) WHERE name = "_s + literal(newName));
+        u"), 0)) WHERE name = "_s + literal(kNewName));
 }
 
+// The statistics are restored instead of gathered again: ANALYZE reads every index, and DROP TABLE deletes them.
 void TableRebuild::run()
 {
     findLateRequired();
     const NewDefinition naming(m_connection, m_after.info);
     const QList<StatisticsLine> statistics = readStatistics(m_connection, m_before.info.name);
-    m_connection.run(createTableSql(m_after, newName));
+    m_connection.run(createTableSql(m_after, kNewName));
     {
         const UncheckedWrites unchecked(m_connection);
         if (m_fills.isEmpty())
@@ -267,7 +275,7 @@ void TableRebuild::run()
     checkChangedFields();
     keepSequence();
     m_connection.run(u"DROP TABLE "_s + sql::quotedName(m_before.info.name));
-    m_connection.run(u"ALTER TABLE "_s + sql::quotedName(newName) + u" RENAME TO "_s +
+    m_connection.run(u"ALTER TABLE "_s + sql::quotedName(kNewName) + u" RENAME TO "_s +
                      sql::quotedName(m_after.info.name));
     for (const IndexInfo &index : m_after.info.indexes) {
         if (isKeptAsIndex(m_after.info, index))

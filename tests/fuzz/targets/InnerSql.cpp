@@ -99,11 +99,12 @@ void InnerSql::runKeyed(const SelectPlan &plan, const Rows &expected)
 void InnerSql::runSteps(const QList<ActionPlan::Step> &steps)
 {
     for (const ActionPlan::Step &step : steps) {
-        const bool gathers = !step.gathersInto.isEmpty();
+        const bool materialises = !step.materialiseInto.isEmpty();
         // What follows may need what this one makes.
-        if (!read(gathers ? u"CREATE TEMP TABLE "_s + step.gathersInto + u" AS "_s + step.sql : step.sql).complete)
+        if (!read(materialises ? u"CREATE TEMP TABLE "_s + step.materialiseInto + u" AS "_s + step.sql : step.sql)
+                 .complete)
             return;
-        const QString table = u"temp."_s + step.gathersInto;
+        const QString table = u"temp."_s + step.materialiseInto;
         if (step.keyed &&
             !read(u"DELETE FROM "_s + table + u" WHERE _k0 IS NULL OR rowid NOT IN (SELECT max(rowid) FROM "_s + table +
                   u" GROUP BY _k0)"_s)
@@ -116,7 +117,7 @@ void InnerSql::runAction(const ActionPlan &plan)
 {
     runSteps(plan.steps);
     sqlite3_exec(m_handle, "ROLLBACK TO fuzz", nullptr, nullptr, nullptr);
-    runSteps(plan.askingSteps);
+    runSteps(plan.cancellableSteps);
 }
 
 InnerSql::Rows InnerSql::read(const QString &sql, const QList<qint64> &keys)

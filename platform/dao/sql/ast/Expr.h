@@ -42,7 +42,7 @@ struct Literal
     Value value;
 };
 
-/// A column, an alias or a parameter: the binder finds out which. More than two parts never name a column.
+/// A column, an alias or a parameter; the binder decides. A name of more than two parts is always a parameter.
 struct Name
 {
     QStringList parts;
@@ -62,7 +62,8 @@ struct Binary
     ExprPtr right;
 };
 
-/// a And b And c ..., or with Or: one node, so that thousands of terms make no deep tree.
+/// "a And b And c ...", or the same with Or. One node with many terms, so that thousands of terms do not make a deep
+/// tree.
 struct Chain
 {
     bool isAnd;
@@ -123,13 +124,12 @@ struct ScalarQuery
     QueryPtr query;
 };
 
-/// The left operand that a validation rule leaves out.
+/// The field as left operand where a validation rule omits it.
 struct ImpliedField
 {
 };
 
-/// A node of an expression. The parser bounds the depth of the tree, so that it may be walked and destroyed by
-/// recursion.
+/// A node of an expression. The parser limits the depth of the tree, so recursive functions cannot overflow the stack.
 struct Expr
 {
     Range range;

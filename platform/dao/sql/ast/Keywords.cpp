@@ -172,7 +172,7 @@ constexpr char16_t upper(char16_t c)
     return c >= u'a' && c <= u'z' ? char16_t(c - u'a' + u'A') : c;
 }
 
-/// For each letter the first of the words that begin with it; they are in order.
+/// The first keyword for each initial letter; kWords is sorted.
 std::array<const Word *, 26> firstWords()
 {
     std::array<const Word *, 26> firsts;
@@ -202,7 +202,7 @@ QHash<QString, Result> hashOf(const Table &table, Result (*pick)(const decltype(
 
 } // namespace
 
-// Asked for every word of every text: looks only at the words with the same initial, and makes nothing.
+// Called for each word of each text: compares only with keywords with the same initial and allocates nothing.
 Keyword keywordOf(QStringView word)
 {
     static const auto firsts = firstWords();

@@ -6,7 +6,7 @@
 
 namespace dao::sql::ast {
 
-/// The words with a meaning in the grammar. Any of them is a plain name where the grammar cannot use it as a word.
+/// The keywords of the grammar. Each of them is an ordinary name where the grammar does not allow the keyword.
 enum class Keyword {
     None,
     Action,
@@ -93,15 +93,15 @@ enum class Keyword {
     Yes
 };
 
-/// The keyword of a bare word, without regard to case; None when it is none.
+/// The keyword for a word without brackets, without regard to case; None if it is not a keyword.
 Keyword keywordOf(QStringView word);
 
-/// Words that end an expression or a list: where one of them stands, no operand can begin.
+/// True for keywords that end an expression or a list: no operand can start with them.
 bool endsExpression(Keyword keyword);
-/// Words that cannot be an alias written without AS.
+/// True for keywords that cannot be an alias without AS.
 bool endsTableName(Keyword keyword);
 
-/// A type name of PARAMETERS and of field definitions, with the synonyms of the dialect.
+/// A type name in PARAMETERS and in field definitions, including the synonyms of the dialect.
 struct TypeName
 {
     DataType type = DataType::Unknown;

@@ -16,7 +16,7 @@ struct SymbolText
     Symbol symbol;
 };
 
-// Longer ones first.
+// Longer symbols first, so that "<=" is not read as "<".
 constexpr SymbolText kSymbols[] = {
     {u'<', u'>', Symbol::NotEqual}, {u'<', u'=', Symbol::LessEqual}, {u'>', u'=', Symbol::GreaterEqual},
     {u'.', 0, Symbol::Dot},         {u'!', 0, Symbol::Bang},         {u',', 0, Symbol::Comma},
@@ -97,8 +97,8 @@ private:
         return symbol();
     }
 
-    // A double minus is two operators only where a number or a parenthesis follows at once; otherwise it is the comment
-    // of other dialects, which this one does not have.
+    // "--" is two operators only before a number or a parenthesis. Otherwise it is a comment of other SQL dialects,
+    // which this one does not have, and an error.
     bool isComment() const
     {
         if (at() == u'/' && at(1) == u'*')
@@ -212,13 +212,13 @@ private:
         ++m_at;
         while (m_at < m_text.size() && continuesWord(at()))
             ++m_at;
-        // Left$(...) and its like: the mark belongs to the name of a function.
+        // Left$(...): the "$" belongs to the name of the function.
         if (at() == u'$' && at(1) == u'(')
             ++m_at;
         Token token;
         token.kind = Token::Kind::Word;
         token.text = m_text.sliced(m_start, m_at - m_start).toString();
-        // Behind a dot every word is a plain name.
+        // After a dot each word is a plain name.
         token.keyword = m_afterDot ? Keyword::None : keywordOf(token.text);
         return token;
     }

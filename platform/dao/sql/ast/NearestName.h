@@ -3,14 +3,14 @@
 
 namespace dao::sql {
 
-/// The name that a mistyped one probably means: the nearest by letters inserted, left out, changed or swapped. Empty
-/// when none is near enough.
+/// The candidate that a mistyped name probably means: the one with the smallest edit distance (insertions, deletions,
+/// substitutions, transpositions). Empty if none is near enough.
 QString nearestName(QStringView name, const QStringList &candidates);
 
-/// "Did you mean 'row'?", or empty.
+/// The text "Did you mean 'row'?", or empty.
 QString didYouMean(QStringView name, const QStringList &candidates);
 
-/// The same for the name of a function: also where other systems call ours by that name ("LENGTH").
+/// didYouMean() for a function name; it also knows names that other SQL systems use for our functions ("LENGTH").
 QString didYouMeanFunction(const QString &name, const QStringList &functions);
 
 } // namespace dao::sql

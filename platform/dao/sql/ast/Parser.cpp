@@ -7,15 +7,15 @@ using namespace Qt::StringLiterals;
 namespace dao::sql::ast {
 namespace {
 
-// The inner engine allows expressions a thousand levels deep; ours are spelled with up to two of its levels.
+// SQLite limits expressions to 1000 levels; an expression of the dialect needs up to two SQLite levels per level.
 constexpr int kMaxTreeDepth = 480;
 constexpr int kMaxNesting = 150;
 
-// A list of all tubes of a large steam generator is a tenth of it.
+// Ten times the length of a list of all tubes of a large steam generator.
 constexpr qsizetype kLongestText = 4000000;
 constexpr qsizetype kMaxTokens = 1500000;
 
-// What a message shows of a name that does not end.
+// Length of an unterminated name that a message shows.
 constexpr qsizetype kLongestName = 64;
 
 const QString kErrorSource = u"DAO.Database"_s;
@@ -56,7 +56,7 @@ Statement Parser::parseStatement()
     }
 }
 
-// Slips that are known by the words at which the text could not be read further.
+// Adds hints for common mistakes, recognised by the words at which parsing stopped.
 void Parser::explain(DaoException &exception) const
 {
     const auto tokenAt = [this](qsizetype at) { return at >= 0 && at < m_tokens.size() ? m_tokens[at] : Token(); };
@@ -212,7 +212,7 @@ std::vector<NameAt> Parser::nameList(int error)
     expect(Symbol::LeftParen, error);
     do {
         names.push_back(expectName(error));
-        // "t.f" stands for "f" here.
+        // "t.f" means "f" here.
         while (at(Symbol::Dot)) {
             take();
             names.back() = expectName(error);
@@ -235,7 +235,7 @@ QString Parser::textOf(Range range) const
 
 void Parser::fail(int number, const QStringList &arguments) const
 {
-    // At the end of the text there is nothing to mark but what stands last.
+    // At the end of the text the last token is marked.
     const bool atEnd = current().kind == Token::Kind::End && m_at > 0;
     failAt(atEnd ? m_tokens[m_at - 1].range : current().range, number, arguments);
 }
@@ -280,7 +280,7 @@ void Parser::failFaulty() const
     Q_UNREACHABLE();
 }
 
-// The expression around the current token, as written, up to where its clause ends.
+// The text of the expression around the current token, up to the end of its clause.
 QString Parser::expressionText() const
 {
     const qsizetype first = m_expressionStart >= 0 ? m_expressionStart : m_at;

@@ -5,19 +5,19 @@
 
 namespace dao::sql::ast {
 
-/// Recursive descent over the tokens of one text: one function for each production of the grammar, which leaves the
-/// first token behind it current. Every failure is a DaoException with a place; the productions themselves never
-/// recover.
+/// Recursive descent parser for the tokens of one text. There is one function per production of the grammar; it leaves
+/// the token after the production as the current one. Every error is a DaoException with a place. There is no error
+/// recovery.
 class Parser
 {
 public:
     explicit Parser(const QString &text);
 
     Statement parseStatement();
-    /// The whole text as one expression.
+    /// Parses the whole text as one expression.
     ExprPtr parseLoneExpression();
-    /// The whole text as a validation rule: comparisons may lack their left side (an ImpliedField takes its place), and
-    /// a bare operand stands for equality with the field. And and Or distribute.
+    /// Parses the whole text as a validation rule. Comparisons may omit the left operand (an ImpliedField replaces it);
+    /// a single operand means equality with the field. This applies to each term of And and Or.
     ExprPtr parseCriterion();
 
 private:
@@ -139,13 +139,14 @@ private:
     qsizetype m_at = 0;
     qsizetype m_expressionStart = -1;
     int m_depth = 0;
-    int m_deepest = 0; ///< of the trees made for the query at hand
-    int m_open = 0;    ///< parentheses around queries and joins
+    int m_deepest = 0; ///< greatest depth of the trees of the current query
+    int m_open = 0;    ///< number of open parentheses around queries and joins
     bool m_criterion = false;
-    bool m_headingsFollow = false; ///< "In (" begins the headings of a cross table; as an operator it needs parentheses
+    bool m_headingsFollow =
+        false; ///< "In (" starts the headings of a cross table; the In operator needs parentheses there
 };
 
-/// Counts a level of nesting; too many are refused, so that no text can exhaust the stack.
+/// Counts the nesting levels and refuses too many of them, so that no text can overflow the stack.
 class Parser::DepthGuard
 {
 public:
@@ -158,7 +159,7 @@ private:
     Parser &m_parser;
 };
 
-/// While it lives, syntax errors quote the expression that began here.
+/// While it exists, syntax errors quote the expression that starts here.
 class Parser::ExpressionScope
 {
 public:

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kDefaultTextSize = 255;
 
-/// What the expression names without the name of a table before it, in lower case.
+/// The unqualified names in an expression, in lower case.
 QSet<QString> namesIn(const Expr &expr)
 {
     QSet<QString> names;
@@ -25,8 +25,8 @@ QSet<QString> namesIn(const Expr &expr)
     return names;
 }
 
-/// Gives the columns of a query the names that stand behind that of its view. False when their numbers differ, or when
-/// another expression of the list would read such a name, or the one it replaces, as the column's.
+/// Gives the columns of a view's query the names after the view's name. Returns false if the numbers differ, or if
+/// another expression of the list would then take such a name, or the replaced one, for the column.
 bool nameColumns(Statement &statement, const std::vector<NameAt> &names)
 {
     const QueryPtr *query = std::get_if<QueryPtr>(&statement.node);
@@ -88,7 +88,7 @@ CreateTable Parser::parseCreateTable()
     return create;
 }
 
-// A field may have the name of a constraint's first word, so what follows decides.
+// A field can have a constraint's first keyword as its name, so the next token decides.
 bool Parser::atConstraint(bool ofTable) const
 {
     if (at(Keyword::Constraint))
@@ -142,7 +142,7 @@ void Parser::parseFieldType(FieldDefinition &field)
     field.size = type->type == DataType::Text || type->type == DataType::Binary ? kDefaultTextSize : 0;
     if (!accept(Symbol::LeftParen))
         return;
-    // A text's size; the seed and step of a counter and the digits of a decimal are read and have no effect.
+    // The size of a Text field. Seed and increment of a counter and the digits of a decimal are parsed and ignored.
     int numbers = 0;
     do {
         accept(Symbol::Minus);
@@ -270,7 +270,7 @@ AlterTable Parser::parseAlterTable()
     return alter;
 }
 
-// Keys, references and checks are added and dropped by themselves. Whether a value is required is the field's own.
+// ALTER COLUMN accepts only NOT NULL: keys, references and checks are added and dropped as separate constraints.
 void Parser::refuseConstraints(const FieldDefinition &field) const
 {
     for (const Constraint &constraint : field.constraints) {
@@ -310,8 +310,8 @@ CreateIndex Parser::parseCreateIndex(bool unique)
     return create;
 }
 
-// VIEW name [(column, ...)] AS query, PROCEDURE name [(parameter type, ...)] AS statement. The text behind AS is kept
-// as the stored query, with the parameters as its PARAMETERS clause.
+// CREATE VIEW name [(column, ...)] AS query, CREATE PROCEDURE name [(parameter type, ...)] AS statement. The text after
+// AS is stored as the query; the parameters become its PARAMETERS clause.
 CreateQuery Parser::parseCreateQuery()
 {
     const bool isView = take().is(Keyword::View);
@@ -348,7 +348,7 @@ CreateQuery Parser::parseCreateQuery()
     return create;
 }
 
-// A view has rows; what changes something is a procedure.
+// A view must return rows; a statement that changes data can only be a procedure.
 void Parser::refuseAction(const Statement &stored, Range place) const
 {
     const QueryPtr *query = std::get_if<QueryPtr>(&stored.node);

@@ -14,7 +14,7 @@ struct KeywordOperator
     BinaryOp op;
 };
 
-// Lowest first; Or and And stand between these and Not.
+// Lowest precedence first. Or and And have their own production, between these and Not.
 constexpr KeywordOperator kLogicalOperators[] = {
     {Keyword::Imp, BinaryOp::Imp}, {Keyword::Eqv, BinaryOp::Eqv}, {Keyword::Xor, BinaryOp::Xor}};
 constexpr int kLogicalLevels = int(std::size(kLogicalOperators));
@@ -88,7 +88,7 @@ ExprPtr Parser::parseClauseExpression()
     return expr;
 }
 
-// Where a clause ends that nothing stands in.
+// True if the clause is empty: its end follows at once.
 bool Parser::atClauseEnd() const
 {
     if (current().kind == Token::Kind::End || at(Symbol::Semicolon) || at(Symbol::RightParen))
@@ -315,7 +315,7 @@ ExprPtr Parser::parsePower()
 {
     ExprPtr left = parsePrimary();
     while (accept(Symbol::Caret)) {
-        // 2 ^ -1: a sign may stand before the exponent, though it binds less than the power.
+        // 2 ^ -1: the exponent may have a sign, although a sign binds less tightly than "^".
         const Token sign = current();
         const bool hasSign = accept(Symbol::Minus) || accept(Symbol::Plus);
         ExprPtr right = parsePrimary();
@@ -439,7 +439,7 @@ ExprPtr Parser::parseParenthesis()
     return inner;
 }
 
-// Behind its opening parenthesis; takes the closing one.
+// Called after the opening parenthesis; consumes the closing one.
 QueryPtr Parser::parseSubquery()
 {
     const DepthGuard guard(*this);
@@ -456,7 +456,7 @@ QueryPtr Parser::parseSubquery()
     return query;
 }
 
-// A bare operand of a rule means equality with the field.
+// A single operand of a rule means equality with the field.
 ExprPtr Parser::withImpliedField(ExprPtr expr)
 {
     if (auto *chain = std::get_if<Chain>(&expr->node)) {

@@ -12,7 +12,7 @@ void Parser::parseParameters(Statement &statement)
     expect(Symbol::Semicolon, error::SyntaxInParameter);
 }
 
-// PROCEDURE name [parameter type, ...] ; the name itself has no use.
+// PROCEDURE name [parameter type, ...] ; the name is ignored.
 void Parser::parseProcedure(Statement &statement)
 {
     take();
@@ -113,7 +113,7 @@ Delete Parser::parseDelete()
         fail(error::TopInDelete);
     if (at(Keyword::DistinctRow) && !ahead().is(Symbol::Dot))
         take();
-    // "DELETE FORM report": no list has two words side by side.
+    // "DELETE FORM report" is a misspelled FROM: a list never has two adjacent words.
     if (current().kind == Token::Kind::Word && !at(Keyword::From) && ahead().kind == Token::Kind::Word &&
         !endsExpression(ahead().keyword))
         fail(error::SyntaxInDelete);
@@ -142,7 +142,7 @@ Execute Parser::parseExecute()
     return execute;
 }
 
-// ... IN 'path': no other database can be reached from a statement.
+// ... IN 'path': other databases are not supported.
 void Parser::refuseOtherDatabase()
 {
     if (!at(Keyword::In))

@@ -17,7 +17,7 @@ QueryPtr Parser::parseQuery()
         query->parts.push_back(parseQueryPart());
         query->parts.back().all = all;
     }
-    // What follows the last part of a union orders the whole of it.
+    // ORDER BY after the last part of a union applies to the whole union.
     if (query->isUnion() && query->parts.back().select)
         query->orderBy = std::move(query->parts.back().select->orderBy);
     if (at(Keyword::Order) && !query->singleSelect()) {
@@ -33,7 +33,7 @@ QueryPtr Parser::parseQuery()
     return query;
 }
 
-// Only a lone select at the outside can make a table.
+// INTO is allowed only in an outermost query with a single SELECT.
 void Parser::refuseInto(const Query &query) const
 {
     for (const QueryPart &part : query.parts) {
@@ -218,14 +218,14 @@ JoinKind Parser::parseJoinKind()
     return word.is(Keyword::Inner) ? JoinKind::Inner : word.is(Keyword::Left) ? JoinKind::Left : JoinKind::Right;
 }
 
-// Joins without parentheses are read from left to right, though the original dialect asks for parentheses.
+// Joins without parentheses are parsed from left to right, although the original dialect requires parentheses.
 TableRefPtr Parser::parseJoins()
 {
     const Token first = current();
     int joins = 0;
     TableRefPtr left = parseTable();
     while (atJoin()) {
-        // The tree is walked by recursion, and no engine joins that many tables anyway.
+        // Limits the recursion over the tree; SQLite joins at most 64 tables in any case.
         constexpr int kMaxJoins = 100;
         if (++joins > kMaxJoins)
             fail(error::TooComplex);
@@ -279,12 +279,13 @@ TableRefPtr Parser::parseParenthesisedTable()
     return makeTable(since(open), {std::move(query)});
 }
 
-// [SELECT ...]. AS alias: the older spelling of a derived table. Its text is cut into tokens anew, in place.
+// [SELECT ...]. AS alias: the old syntax of a derived table. The text in brackets is tokenised again and inserted in
+// place.
 TableRefPtr Parser::parseBracketedQuery()
 {
     const Token first = take();
     take();
-    // Behind a dot the lexer takes every word for a name.
+    // The lexer treats each word after a dot as a name, so keywords are restored here.
     if (current().kind == Token::Kind::Word)
         m_tokens[m_at].keyword = keywordOf(current().text);
     const int offset = first.range.start + 1;

@@ -44,8 +44,7 @@ const Operator &operatorOf(BinaryOp op)
     return *std::find_if(std::begin(kOperators), std::end(kOperators), [op](const Operator &o) { return o.op == op; });
 }
 
-// A whole number that is negative can only have come from a hexadecimal one; 16 bits and 32 bits are told apart by how
-// many are needed.
+// Negative literals come only from hexadecimal numbers. The 16-bit form is used if the value fits.
 QString longText(qint64 number)
 {
     if (number >= 0)
@@ -55,7 +54,7 @@ QString longText(qint64 number)
     return u"&H"_s + digits.toUpper();
 }
 
-// With a point or an exponent, so that it is not read as a whole number.
+// Always written with a point or an exponent, so that it is not parsed as an integer.
 QString doubleText(double number)
 {
     QString text = QString::number(number, 'g', QLocale::FloatingPointShortest);
@@ -103,7 +102,7 @@ QString nameText(const QString &name)
 {
     if (isPlainName(name) && keywordOf(name) == Keyword::None)
         return name;
-    // Neither form has a way to write its own closing mark, so no name can hold both.
+    // Neither form can escape its closing mark, so a name never contains both.
     return name.contains(u']') ? QString(u'`' + name + u'`') : QString(u'[' + name + u']');
 }
 
@@ -113,7 +112,7 @@ QString nameText(const Name &name)
     qsizetype at = name.parts.constFirst().size();
     for (const QString &part : name.parts.sliced(1)) {
         text += name.text[at];
-        // Behind a dot every word is a plain name.
+        // After a dot each word is a plain name.
         text += isPlainName(part) ? part : nameText(part);
         at += 1 + part.size();
     }

@@ -4,8 +4,8 @@
 
 namespace dao::sql::ast {
 
-/// Binding strength of the dialect's operators, weakest first: an operand that binds less than its place asks for
-/// stands in parentheses.
+/// Precedence of the dialect's operators, lowest first. An operand with a lower rank than its place requires is put in
+/// parentheses.
 enum class Rank {
     Lowest,
     Imp,
@@ -28,9 +28,9 @@ enum class Rank {
 Rank rankOf(BinaryOp op);
 Rank rankOf(const Expr &expr);
 QStringView operatorText(BinaryOp op);
-/// In brackets, or between grave accents, unless it can stand alone wherever a name can.
+/// The name in brackets, or in grave accents, unless it is a valid name without them.
 QString nameText(const QString &name);
-/// A name of several parts, with the dots and bangs between them.
+/// A qualified name, with the dots and exclamation marks between its parts.
 QString nameText(const Name &name);
 QString literalText(const Value &value);
 QString typeText(DataType type, bool autoIncrement);

@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 namespace dao::sql::ast {
 namespace {
 
-/// Appends to one text; a function for each kind of node, as the parser has one for each production.
+/// Appends to one text; one function per kind of node, as the parser has one per production.
 class Printer
 {
 public:
@@ -21,7 +21,7 @@ public:
             text += u";\n"_s;
         }
         std::visit([this](const auto &node) { print(node); }, statement.node);
-        // The text of a stored query goes on to the very end.
+        // The text of a stored query extends to the end, so no semicolon follows.
         if (!std::holds_alternative<CreateQuery>(statement.node))
             text += u';';
     }
@@ -63,7 +63,7 @@ private:
         text += u')';
     }
 
-    /// An operand in a place that asks for this rank at least.
+    /// Prints an operand; in parentheses if its rank is lower than required.
     void operand(const Expr &expr, Rank rank)
     {
         if (rankOf(expr) < rank)
@@ -88,7 +88,7 @@ private:
             return;
         }
         text += node.op == UnaryOp::Minus ? u'-' : u'+';
-        // Two of them side by side would be a comment elsewhere, and are refused here.
+        // Two adjacent minus signs are a comment in other SQL systems; our lexer refuses them.
         const Unary *inner = node.operand->as<Unary>();
         if (inner && inner->op == UnaryOp::Minus)
             text += u' ';
@@ -98,14 +98,14 @@ private:
     void print(const Binary &node)
     {
         const Rank rank = rankOf(node.op);
-        // All bind from left to right.
+        // All binary operators are left-associative.
         if (!node.left->as<ImpliedField>()) {
             operand(*node.left, rank);
             text += u' ';
         }
         text += operatorText(node.op);
         text += u' ';
-        // The right side of a comparison holds no comparison itself.
+        // Comparisons are not associative: one on the right side needs parentheses.
         operand(*node.right, above(rank));
     }
 
@@ -116,7 +116,7 @@ private:
             node.terms, [&](const ExprPtr &term) { operand(*term, above(rank)); }, node.isAnd ? u" And " : u" Or ");
     }
 
-    // A function with the name of a word of the grammar is one only where the word itself could not stand.
+    // A function whose name is a keyword needs brackets where the keyword would be parsed.
     void print(const Call &node)
     {
         const Keyword keyword = keywordOf(node.name);
@@ -190,7 +190,7 @@ private:
         text += u')';
     }
 
-    /// The word that begins a clause.
+    /// Starts a clause with its keyword.
     void clause(QStringView word)
     {
         text += m_nesting == 0 ? u'\n' : u' ';

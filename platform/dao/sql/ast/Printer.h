@@ -3,14 +3,14 @@
 
 namespace dao::sql::ast {
 
-/// The statement as text of the dialect in one canonical form: words of the grammar in capitals, names as they were
-/// written, in brackets where they need them, parentheses only where the meaning asks for them, each clause of the
-/// outermost query on a line of its own, a semicolon at the end. Parsing it gives the same tree again. What has no
-/// meaning to the engine (WITH OWNERACCESS OPTION, the name of a PROCEDURE clause, the sizes of parameters) is not in
-/// the tree and is not printed; the texts of stored queries, defaults and CHECK conditions are printed as they stand.
+/// The statement as dialect text in canonical form: keywords in capitals, names as written (in brackets if necessary),
+/// parentheses only where necessary, each clause of the outermost query on its own line, a final semicolon. Parsing the
+/// text gives the same tree. Elements without meaning for the engine (WITH OWNERACCESS OPTION, the name in a PROCEDURE
+/// clause, sizes of parameters) are not in the tree and are not printed. The texts of stored queries, defaults and
+/// CHECK conditions are printed unchanged.
 QString printStatement(const Statement &statement);
 
-/// An expression in the same form.
+/// An expression in canonical form.
 QString printExpression(const Expr &expr);
 
 } // namespace dao::sql::ast

@@ -5,7 +5,7 @@
 
 namespace dao::sql::ast {
 
-/// A name with its place.
+/// A name and its place in the text.
 struct NameAt
 {
     QString name;
@@ -53,7 +53,7 @@ struct Join
 struct TableRef
 {
     Range range;
-    int depth = 1; ///< of the joins and queries in it
+    int depth = 1; ///< depth of the joins and queries in it
     QString alias; ///< empty when there is none
     std::variant<NamedTable, DerivedTable, Join> node;
 };
@@ -86,15 +86,15 @@ struct QueryPart
     std::unique_ptr<Select> select;
     QueryPtr nested;
     std::optional<NameAt> table;
-    bool all = false; ///< joined to what stands before it by UNION ALL
+    bool all = false; ///< combined with the previous part by UNION ALL
 };
 
 struct Query
 {
     Range range;
-    int depth = 1; ///< of all that is in it: expressions, joins, further queries
+    int depth = 1; ///< depth of all expressions, joins and queries in it
     std::vector<QueryPart> parts;
-    std::vector<OrderItem> orderBy; ///< of a union; a single select has its own
+    std::vector<OrderItem> orderBy; ///< for a union; a single select has its own
 
     bool isUnion() const { return parts.size() > 1; }
     const Select *singleSelect() const { return isUnion() ? nullptr : parts.front().select.get(); }
@@ -114,7 +114,7 @@ struct Transform
 struct Insert
 {
     NameAt table;
-    std::vector<NameAt> columns; ///< empty: none written
+    std::vector<NameAt> columns; ///< empty: no list
     std::vector<ExprPtr> values;
     QueryPtr query; ///< null: VALUES
 };
@@ -134,7 +134,7 @@ struct Update
 
 struct Delete
 {
-    std::vector<SelectItem> items; ///< what stands between DELETE and FROM
+    std::vector<SelectItem> items; ///< the list between DELETE and FROM
     std::vector<TableRefPtr> from;
     ExprPtr where;
 };
@@ -152,7 +152,7 @@ struct Constraint
     bool cascadeUpdate = false;
     bool cascadeDelete = false;
     QString check;
-    Range checkRange; ///< of its condition
+    Range checkRange; ///< place of its condition
     Range range;
 };
 
@@ -222,11 +222,11 @@ struct DropIndex
     NameAt index;
     NameAt table;
 };
-/// A view, or a procedure, which is a stored query of any kind.
+/// CREATE VIEW or CREATE PROCEDURE: stores a query.
 struct CreateQuery
 {
     NameAt query;
-    QString sql; ///< its own text
+    QString sql; ///< its text
 };
 struct DropQuery
 {
@@ -243,7 +243,7 @@ struct ParameterDeclaration
 {
     NameAt name;
     DataType type = DataType::Text;
-    bool variant = false; ///< declared as VALUE
+    bool variant = false; ///< declared with type VALUE
 };
 
 struct Statement

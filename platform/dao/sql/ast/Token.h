@@ -12,7 +12,7 @@ struct Range
     int start = 0;
     int length = 0;
     int end() const { return start + length; }
-    /// From the start of this one to the end of the other.
+    /// The range from the start of this one to the end of last.
     Range to(Range last) const { return {start, std::max(last.end() - start, 0)}; }
 };
 
@@ -39,7 +39,7 @@ enum class Symbol {
     GreaterEqual
 };
 
-/// What is wrong with a piece of text that is no token.
+/// The reason why a piece of text is not a token.
 enum class Fault { None, Text, Date, Bracket, Character, Comment, Number };
 
 struct Token
@@ -60,11 +60,11 @@ struct Token
     bool isName() const { return kind == Kind::Word || kind == Kind::Quoted; }
 };
 
-/// Cuts a text into tokens. Text that is no token becomes a Faulty token, which the parser reports when it comes there;
-/// the last token is End.
+/// Splits a text into tokens. Text that is not a token becomes a Faulty token, which the parser reports when it reaches
+/// it; the last token is End.
 QList<Token> tokenize(QStringView text);
 
-/// True for a text that is one bare word, be it a keyword or not.
+/// True if the text is a single word that needs no brackets; it can be a keyword.
 bool isPlainName(QStringView text);
 
 } // namespace dao::sql::ast

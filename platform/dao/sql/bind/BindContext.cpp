@@ -11,18 +11,18 @@ namespace {
 
 const QString kErrorSource = u"DAO.Database"_s;
 
-// Inlined queries can multiply each other; no sensible statement reads that many tables.
+// Stored queries that use each other several times multiply the number of tables.
 constexpr int kMaxSources = 2000;
 constexpr int kMaxNestedQueries = 40;
 constexpr int kMaxDepth = 900;
 
-// An alias that uses another twice, which uses another twice ... doubles with each step.
+// Aliases that each use another one twice double the size of the tree at every step.
 constexpr qint64 kMaxSize = 1000000;
 
-// Each level of binding takes some kilobytes of the stack.
+// Each level needs some kilobytes of stack.
 constexpr int kMaxLevel = 800;
 
-// What the inner engine can bind, less some for keys.
+// SQLite's limit of 32766 variables, minus some for row keys.
 constexpr size_t kMaxParameters = 32000;
 constexpr size_t kMaxSuggestions = 50;
 
@@ -118,7 +118,7 @@ void BindContext::noteUse(int id, DataType type)
     if (entry.declared || type == DataType::Unknown)
         return;
     const bool sameFamily = entry.type == DataType::Unknown || familyOf(entry.type) == familyOf(type);
-    // Used as different kinds of things, it stays a text, converted where it is used.
+    // A parameter used with several type families is a text, converted at each use.
     entry.type = sameFamily ? commonType(entry.type, type) : DataType::Text;
 }
 

@@ -8,7 +8,7 @@
 
 namespace dao::sql::bound {
 
-/// A parameter while the statement is bound. Its type follows from where it is used, unless it is declared.
+/// A parameter during binding. Unless it is declared, its type is determined by its uses.
 struct BoundParameter
 {
     QString name;
@@ -19,7 +19,7 @@ struct BoundParameter
     bool bare = false; ///< written without brackets
 };
 
-/// What all binders of one statement share: the schema, the text that places refer to, parameters, numbers of sources.
+/// State shared by all binders of one statement: schema, source text, parameters, numbers of sources.
 class BindContext
 {
 public:
@@ -34,18 +34,18 @@ public:
 
     std::unique_ptr<Source> newSource(const QString &name, Range where);
 
-    /// Error 3360 when trees become too deep, or a text too long, for the inner engine.
+    /// Error 3360 if a tree becomes too deep or a text too long for SQLite.
     void limit(int depth, qint64 size, Range where) const;
 
-    /// A node over bound children; error 3360 when the tree becomes too deep.
+    /// Creates a node with bound children; error 3360 if the tree becomes too deep.
     template <typename Node>
-    ExprPtr make(Range range, DataType type, Node node, bool firm = false)
+    ExprPtr make(Range range, DataType type, Node node, bool fixedType = false)
     {
         auto expr = std::make_shared<Expr>();
         expr->range = range;
         expr->place = placeOf(range);
         expr->type = type;
-        expr->firm = firm;
+        expr->hasFixedType = fixedType;
         expr->node = std::move(node);
         limitDepth(*expr);
         return expr;
@@ -53,37 +53,38 @@ public:
 
     // Parameters.
     void declare(const ast::ParameterDeclaration &declaration);
-    /// The parameter of that name, made when it is new.
+    /// The id of the parameter of that name, created if it is new.
     int parameter(const QString &name, Range where, const QString &suggestion = {});
-    /// True for one that is declared, or has been named before.
+    /// True if the parameter is declared or was used before.
     bool isParameter(const QString &name) const;
-    /// True where a name that is new deserves a look for what is meant.
+    /// True if a similar name should be suggested for this new name.
     bool wantsSuggestion(const QString &name) const;
     void noteUse(int id, DataType type);
     const BoundParameter &parameterAt(int id) const { return m_parameters[size_t(id)]; }
-    /// Declared ones first, then by their first appearance in the text; the type of one without any context is Text.
+    /// Declared parameters first, then the others by first occurrence. A parameter without any type information is
+    /// Text.
     QList<Parameter> finalParameters() const;
-    /// Position (from 1) of each parameter id in finalParameters().
+    /// The 1-based position of each parameter id in finalParameters().
     QList<int> parameterPositions() const;
-    /// Returns what held before.
+    /// Returns the previous setting.
     bool forbidParameters(bool forbid = true) { return std::exchange(m_parametersForbidden, forbid); }
 
     // Cross tables as sources.
     using ReadHeadings = std::function<QList<CrosstabHeading>(const Transform &)>;
     void setReadHeadings(ReadHeadings read) { m_readHeadings = std::move(read); }
     bool canReadHeadings() const { return bool(m_readHeadings); }
-    /// Looks into the data: what is bound afterwards fits this moment only.
+    /// Reads the headings from the data, so the bound tree is valid only for the current data.
     QList<CrosstabHeading> readHeadings(const Transform &transform);
     bool dependsOnData() const { return m_dependsOnData; }
 
-    // Failures. Places inside a stored query are shown as the place of its name in the user's text.
+    // Errors. A place inside a stored query is reported as the place of the query's name in the user's text.
     [[noreturn]] void fail(int number, Range where, const QStringList &arguments = {}, const QString &hint = {}) const;
     QString textOf(Range range) const;
     Range placeOf(Range range) const { return m_place.value_or(range); }
-    /// The same place in the user's text.
+    /// Converts a place in the bound text to one in the user's text.
     SourceRange userPlace(Range range) const;
 
-    /// While it lives, another text is bound: that of a stored query, or of a domain function.
+    /// While it exists, another text is bound: that of a stored query or a domain function.
     class Substitution
     {
     public:
@@ -98,7 +99,7 @@ public:
         std::optional<Range> m_outerPlace;
     };
 
-    /// A level of recursion while binding, as long as it lives: stored queries within each other add up.
+    /// A recursion level of binding. Levels of nested stored queries add up.
     class Level
     {
     public:
@@ -111,10 +112,10 @@ public:
         BindContext &m_context;
     };
 
-    /// The text being bound, and the same as an exception of another stage: keeps number and text, moves the place.
+    /// The text that is being bound. rethrow() passes on an exception of another stage with its place converted.
     const QString &text() const { return m_text; }
     [[noreturn]] void rethrow(const DaoException &exception) const;
-    /// The same for a part of this text that was bound by itself: its places count from where the part begins.
+    /// Like rethrow(), for a part of this text that was bound separately: places count from the start of the part.
     [[noreturn]] void rethrowWithin(const DaoException &exception, Range part) const;
     bool isSubstituted() const { return m_place.has_value(); }
 

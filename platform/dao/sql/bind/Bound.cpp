@@ -19,7 +19,7 @@ void visitAll(const std::vector<ExprPtr> &list, const Visit &visit)
         visit(expr);
 }
 
-/// What an operator node holds besides its children, for comparing two of them.
+/// The attributes of a node besides its children, to compare two nodes.
 QList<int> tagsOf(const Expr &expr)
 {
     return std::visit(Overloaded{
@@ -80,7 +80,7 @@ void collectEqualities(const Expr &condition, QHash<const Source *, QSet<int>> &
     fields[right->source].insert(right->field);
 }
 
-void collectJoins(const From &from, QHash<const Source *, QSet<int>> &fields)
+void collectJoins(const JoinTree &from, QHash<const Source *, QSet<int>> &fields)
 {
     if (from.source)
         return;
@@ -150,7 +150,7 @@ void forEachExpr(const Query &query, const std::function<void(const Expr &)> &vi
         if (expr)
             visit(*expr);
     };
-    const std::function<void(const From &)> visitFrom = [&](const From &from) {
+    const std::function<void(const JoinTree &)> visitFrom = [&](const JoinTree &from) {
         if (from.source)
             return;
         visitOne(from.on);
@@ -165,7 +165,7 @@ void forEachExpr(const Query &query, const std::function<void(const Expr &)> &vi
         const Select &select = *part.select;
         for (const OutputColumn &column : select.columns)
             visitOne(column.expr);
-        for (const FromPtr &from : select.from)
+        for (const JoinTreePtr &from : select.from)
             visitFrom(*from);
         visitOne(select.where);
         for (const ExprPtr &key : select.groupBy)
@@ -183,7 +183,7 @@ void forEachExpr(const Query &query, const std::function<void(const Expr &)> &vi
 QHash<const Source *, QSet<int>> joinedFields(const Select &select)
 {
     QHash<const Source *, QSet<int>> fields;
-    for (const FromPtr &from : select.from)
+    for (const JoinTreePtr &from : select.from)
         collectJoins(*from, fields);
     return fields;
 }
@@ -205,9 +205,9 @@ bool nests(const Query &query)
     return found;
 }
 
-bool standsAlone(const Query &query)
+bool isUncorrelated(const Query &query)
 {
-    // By number: a source may be there twice, in a query and in one within it that hides it.
+    // Compares sources by number: one source can occur twice, in a query and in a nested one that hides it.
     QSet<int> own;
     QSet<int> named;
     std::function<void(const Query &)> visitQuery;

@@ -19,15 +19,15 @@ using ast::Top;
 struct Expr;
 struct Query;
 struct Select;
-/// Bound expressions never change once made, so they are shared: an alias used twice is one tree with two owners.
+/// Bound expressions are immutable, so they can be shared: an alias that is used twice is one tree with two owners.
 using ExprPtr = std::shared_ptr<const Expr>;
 using QueryPtr = std::shared_ptr<const Query>;
 
-/// What rows come from: a base table, or a query that could not be melted into the one around it.
+/// A source of rows: a base table, or a subquery that could not be flattened into the outer query.
 struct Source
 {
-    int number = 0;                   ///< unique in the statement
-    QString name;                     ///< as the user calls it
+    int number = 0;                   ///< unique within the statement
+    QString name;                     ///< its name in the statement
     const TableInfo *table = nullptr; ///< null for a nested query
     QueryPtr query;
     bool nullable = false; ///< on the null-supplied side of an outer join
@@ -73,18 +73,18 @@ struct Arithmetic
     ExprPtr left;
     ExprPtr right;
 };
-/// + of two texts: Null when one is Null.
+/// "+" of texts: Null if one of them is Null.
 struct JoinText
 {
     std::vector<ExprPtr> terms;
 };
-/// + of operands of which only the values can tell whether they are numbers.
+/// "+" of operands whose type is known only at run time.
 struct AddAny
 {
     ExprPtr left;
     ExprPtr right;
 };
-/// &: Null counts as nothing.
+/// "&": Null counts as empty text.
 struct Concatenate
 {
     std::vector<ExprPtr> terms;
@@ -178,26 +178,27 @@ struct Aggregate
 {
     const FunctionInfo *function;
     ExprPtr argument; ///< null: Count(*)
-    /// The rows' sources; First and Last go by the order of their keys.
+    /// Sources of the rows: First and Last use the order of their keys.
     std::vector<const Source *> order;
-    ExprPtr filter; ///< only rows for which it holds; null: all
-    /// A source of the query whose rows it runs over, where the argument names none; null when that query has none.
+    ExprPtr filter; ///< aggregates only rows that satisfy it; null: all
+    /// If the argument names no source of the query that is aggregated: one of its sources, null if it has none.
     const Source *own = nullptr;
-    /// The argument may name fields of a query around it alone, which would make it that query's to the inner engine.
+    /// True if the argument may name only fields of an outer query; SQLite would then assign the aggregate to the outer
+    /// query.
     bool namesOuter = false;
 };
-/// Equal, Null being equal to Null.
+/// Equality with Null equal to Null (SQLite IS).
 struct Same
 {
     ExprPtr left;
     ExprPtr right;
 };
-/// The value of a cross table's heading: as inner SQL, or empty when it is only known once the table is run.
+/// The value of a heading of a cross table: SQLite SQL, or empty if it is known only at run time.
 struct Heading
 {
     QString value;
 };
-/// A domain function whose texts are only known when a row is read; run through the engine again.
+/// A domain function whose texts are known only when a row is read; it runs a query through the engine.
 struct DomainCall
 {
     const FunctionInfo *function;
@@ -205,12 +206,12 @@ struct DomainCall
 };
 
 enum class Conversion {
-    ToText,   ///< as CStr, after the type of the operand
-    ToNumber, ///< numeric text becomes a number; other text is a mismatch
+    ToText,   ///< like CStr, by the type of the operand
+    ToNumber, ///< numeric text becomes a number; other text is a type mismatch
     ToDate,
     ToTruth, ///< a number or numeric text as a condition
-    Assign,  ///< as an assignment to a field of the node's type converts
-    Fit      ///< a text that goes into a field of a size
+    Assign,  ///< like an assignment to a field of the node's type
+    Fit      ///< limits a text to the size of a field
 };
 struct Convert
 {
@@ -222,12 +223,13 @@ struct Convert
 struct Expr
 {
     Range range;
-    Range place; ///< the same in the user's text: of what stands in a stored query, where that is named
-    DataType type = DataType::Unknown; ///< Unknown: Null, or known only from the value
-    /// Columns, literals and declared parameters: their type counts as it stands. The rest are converted by content.
-    bool firm = false;
+    Range place; ///< the place in the user's text; for parts of a stored query the place of its name
+    DataType type = DataType::Unknown; ///< Unknown: Null, or known only at run time
+    /// True for columns, literals and declared parameters: their type is used in comparisons. Other expressions are
+    /// converted by their values.
+    bool hasFixedType = false;
     int depth = 1;
-    /// Nodes of the tree, those of shared parts as often as they stand in it: what the text of it will be long.
+    /// Number of nodes, with shared subtrees counted at each use: a measure of the length of the SQL text.
     qint64 size = 1;
     std::variant<Literal, FieldRef, Output, Key, ParameterRef, Negate, Not, Arithmetic, JoinText, AddAny, Concatenate,
                  Compare, Like, Logic, Chain, Between, InList, InQuery, IsNull, Exists, Quantified, ScalarQuery, Case,
@@ -241,44 +243,45 @@ struct Expr
     }
 };
 
-struct From;
-using FromPtr = std::shared_ptr<const From>;
-/// A source, or a join of two.
-struct From
+struct JoinTree;
+using JoinTreePtr = std::shared_ptr<const JoinTree>;
+/// A leaf with a source, or a join of two trees.
+struct JoinTree
 {
     const Source *source = nullptr;
     JoinKind kind = JoinKind::Inner;
-    FromPtr left;
-    FromPtr right;
-    ExprPtr on; ///< null: every row with every row
+    JoinTreePtr left;
+    JoinTreePtr right;
+    ExprPtr on; ///< null: cross join
 };
 
 struct OutputColumn
 {
     FieldInfo info;
     ExprPtr expr;
-    bool named = false; ///< by an alias or a field; not "Expr1000"
-    QString qualifier;  ///< of a plain field: its source as the user calls it
+    bool named = false; ///< named by an alias or a field; false for "Expr1000"
+    QString qualifier;  ///< for a plain field: the name of its source in the statement
 };
 
 struct OrderKey
 {
     ExprPtr expr;
     bool descending = false;
-    int output = -1; ///< the output column that it is, when it is one
+    int output = -1; ///< index of the output column with this expression, or -1
 };
 
 struct Select
 {
     std::vector<std::unique_ptr<Source>> sources;
-    std::vector<FromPtr> from;
+    std::vector<JoinTreePtr> from;
     ExprPtr where;
     std::vector<ExprPtr> groupBy;
     ExprPtr having;
-    bool aggregated = false; ///< GROUP BY, or an aggregate
+    bool aggregated = false; ///< has GROUP BY or an aggregate
     bool distinct = false;
     bool commaJoin = false;
-    /// DISTINCTROW with sources that contribute no output: one row for each combination of these.
+    /// DISTINCTROW if some sources contribute no output column: the result has one row per combination of rows of these
+    /// sources.
     std::vector<const Source *> rowSources;
     std::optional<Top> top;
     std::vector<OutputColumn> columns;
@@ -294,11 +297,11 @@ struct QueryPart
 
 struct Query
 {
-    int depth = 1;   ///< of all that is in it, queries in FROM included
+    int depth = 1;   ///< depth of all that is in it, including queries in FROM
     qint64 size = 1; ///< likewise
     std::vector<QueryPart> parts;
-    std::vector<OrderKey> order;       ///< of a union: output columns only
-    std::vector<OutputColumn> columns; ///< of a union: the merged ones, without expressions
+    std::vector<OrderKey> order;       ///< for a union: output columns only
+    std::vector<OutputColumn> columns; ///< for a union: the merged columns, without expressions
 
     bool isUnion() const { return parts.size() > 1; }
     const Select *singleSelect() const { return isUnion() ? nullptr : parts.front().select.get(); }
@@ -309,8 +312,9 @@ struct Query
     }
 };
 
-/// A cross table: one row for each group of the row heads, one column for each value of the pivot. With fixed headings
-/// the select has all of its columns; else only the row heads, and `cell` is what stands under every heading.
+/// A cross table: one row per group of the row headings, one column per value of the pivot expression. With fixed
+/// headings the select has all columns; otherwise only the row headings, and `cell` is the expression under each
+/// heading.
 struct Transform
 {
     std::shared_ptr<Select> select;
@@ -320,7 +324,7 @@ struct Transform
 
 struct AssignedField
 {
-    const Source *source; ///< null in an INSERT
+    const Source *source; ///< null for INSERT
     int field;
     ExprPtr value;
 };
@@ -329,19 +333,19 @@ struct Insert
 {
     const TableInfo *table;
     std::vector<int> fields;
-    std::vector<ExprPtr> values;    ///< of VALUES
-    std::shared_ptr<Query> query;   ///< or the rows of a query, one output a field ...
-    std::vector<ExprPtr> converted; ///< ... as the fields need them, in terms of `rows`
+    std::vector<ExprPtr> values;    ///< for INSERT ... VALUES
+    std::shared_ptr<Query> query;   ///< for INSERT ... SELECT: one output column per field
+    std::vector<ExprPtr> converted; ///< the columns of `rows` converted to the types of the fields
     std::unique_ptr<Source> rows;
 };
 
-/// What becomes of rows in which an outer join has no row of a table that is to be changed.
+/// How UPDATE treats rows in which an outer join has no row of an updated table.
 struct AbsentRows
 {
     const Source *target;
-    bool added; ///< they are made of what is assigned to the table; else the statement is refused
-    std::vector<AssignedField> defaults; ///< of fields that the file cannot fill by itself
-    Range place;                         ///< of the first field that is assigned
+    bool added; ///< they are inserted with the assigned values; false: the statement is refused
+    std::vector<AssignedField> defaults; ///< for fields whose default SQLite cannot evaluate
+    Range place;                         ///< place of the first assigned field
     QString hint;
 };
 
@@ -358,27 +362,27 @@ struct Delete
     const Source *deleteTarget;
 };
 
-/// The parts of an expression, in order. Subqueries are not entered.
+/// Visits the direct operands of an expression, in order. Subqueries are not entered.
 void forEachChild(const Expr &expr, const std::function<void(const ExprPtr &)> &visit);
 /// The subquery of an expression, or null.
 const Query *subqueryOf(const Expr &expr);
-/// For each table, its fields that the joins of a select equate with a field of another one.
+/// For each source the fields that joins equate with fields of another source.
 QHash<const Source *, QSet<int>> joinedFields(const Select &select);
-/// True when there is a query within the query, in FROM or in an expression.
+/// True if the query contains another query, in FROM or in an expression.
 bool nests(const Query &query);
-/// True when nothing in the query names a source of a query around it.
-bool standsAlone(const Query &query);
-/// The expressions of all clauses of a query and of the sources in its FROM.
+/// True if the query does not refer to an outer query.
+bool isUncorrelated(const Query &query);
+/// Visits the expressions of all clauses of a query and of the queries in its FROM.
 void forEachExpr(const Query &query, const std::function<void(const Expr &)> &visit);
-/// True when the expression, or a part of it outside subqueries, satisfies the test.
+/// True if the expression, or a part of it outside of subqueries, satisfies the test.
 bool anyPart(const Expr &expr, const std::function<bool(const Expr &)> &test);
-/// True when the expression, or a part of it outside subqueries, is an aggregate.
+/// True if the expression, or a part of it outside of subqueries, is an aggregate.
 bool hasAggregate(const Expr &expr);
 /// Likewise, a subquery.
 bool hasSubquery(const Expr &expr);
 /// Likewise, a subquery or a domain function: its value depends on rows other than the current one.
 bool readsRows(const Expr &expr);
-/// The same expression over the same sources. Subqueries are the same only when they are one tree.
+/// True for equal expressions over the same sources. Subqueries are equal only if they are the same tree.
 bool sameExpr(const Expr &left, const Expr &right);
 
 } // namespace dao::sql::bound

@@ -1,7 +1,8 @@
 #include "ExpressionBinder.h"
 #include "Types.h"
 
-// What operators, functions and fields need of a value, and what a parameter learns from being needed so.
+// Converts operands to the types that operators, functions and fields need, and determines the types of parameters from
+// these uses.
 
 namespace dao::sql::bound {
 
@@ -11,6 +12,7 @@ bool ExpressionBinder::isOpenParameter(const Expr &expr) const
     return parameter && expr.type == DataType::Unknown && !m_context.parameterAt(parameter->id).declared;
 }
 
+// Gives an undeclared parameter the type of the operand it is used with; returns other expressions unchanged.
 ExprPtr ExpressionBinder::typed(ExprPtr expr, DataType type)
 {
     if (!isOpenParameter(*expr) || type == DataType::Unknown)
@@ -20,8 +22,8 @@ ExprPtr ExpressionBinder::typed(ExprPtr expr, DataType type)
     return m_context.make(expr->range, type, ParameterRef{id});
 }
 
-// Where nothing tells the type of a parameter, it is what other uses say, else a text; this use itself says nothing.
-ExprPtr ExpressionBinder::settled(ExprPtr expr)
+// If this use does not determine the type of a parameter, other uses do; without any it is Text.
+ExprPtr ExpressionBinder::withDefaultType(ExprPtr expr)
 {
     if (!isOpenParameter(*expr))
         return expr;
@@ -70,6 +72,7 @@ ExprPtr ExpressionBinder::asDate(ExprPtr expr)
     return m_context.make(range, DataType::Date, Convert{Conversion::ToDate, std::move(expr)});
 }
 
+// Numbers are conditions as they are: any value except 0 is true.
 ExprPtr ExpressionBinder::asTruth(ExprPtr expr)
 {
     expr = typed(std::move(expr), DataType::Boolean);
@@ -79,7 +82,7 @@ ExprPtr ExpressionBinder::asTruth(ExprPtr expr)
             m_context.fail(m_clause.mismatchError, expr->range);
         return expr;
     }
-    if (family == Family::Binary || (family == Family::Text && expr->firm))
+    if (family == Family::Binary || (family == Family::Text && expr->hasFixedType))
         m_context.fail(m_clause.mismatchError, expr->range);
     const Range range = expr->range;
     return m_context.make(range, DataType::Boolean, Convert{Conversion::ToTruth, std::move(expr)});
@@ -91,6 +94,7 @@ ExprPtr ExpressionBinder::asType(ExprPtr expr, DataType type)
     return familyOf(type) == Family::Text ? asText(std::move(expr)) : expr;
 }
 
+// A literal is converted now, so that an impossible value is an error with a place and not a failure of each row.
 ExprPtr ExpressionBinder::assigned(ExprPtr expr, const FieldInfo &field)
 {
     expr = typed(std::move(expr), field.type);

@@ -154,8 +154,8 @@ void DefinitionPlanner::verifyCheck(const ast::Constraint &constraint, const Tab
     verifyPart(constraint.checkRange, [&source](BindContext &part) { bindRule(part, source, nullptr); });
 }
 
-// Conditions and defaults are kept as texts, which are bound where the table is made. Done here as well, an error in
-// one of them has its place in the statement.
+// Conditions and defaults are stored as text and bound again when the table is created. Binding them here gives their
+// errors a place in the statement.
 void DefinitionPlanner::verifyPart(Range range, const std::function<void(BindContext &)> &bind) const
 {
     if (range.length == 0)
@@ -183,7 +183,7 @@ RelationInfo DefinitionPlanner::relationOf(const ast::Constraint &constraint, co
     QStringList referenced;
     for (const ast::NameAt &name : constraint.referencedFields)
         referenced.append(name.name);
-    // Without a list, the primary key is meant.
+    // Without a list of fields the primary key is referenced.
     for (const IndexInfo &index : primary.indexes) {
         for (const IndexField &field : index.fields) {
             if (index.primary && constraint.referencedFields.empty())
@@ -252,7 +252,7 @@ Plan DefinitionPlanner::change(const ast::AlterTable::AlterField &change, const 
     AlterFieldPlan plan{table.name, fieldOf(change.field)};
     plan.field.name = old->name;
     plan.field.ordinal = old->ordinal;
-    // What is left of constraints here is a NOT NULL with a name.
+    // The parser has left only a named NOT NULL here.
     plan.field.required = !change.field.constraints.empty() || change.field.notNull.value_or(old->required);
     if (isTextType(old->type) && isTextType(plan.field.type))
         plan.field.allowZeroLength = old->allowZeroLength;
@@ -274,7 +274,7 @@ Plan DefinitionPlanner::change(const ast::Constraint &change, const TableInfo &t
     addConstraint(constraints, change, table);
     AddConstraintPlan plan{table.name, constraints.indexes, constraints.relations, constraints.checks.value(0)};
     if (change.kind == ast::Constraint::Kind::NotNull) {
-        // One field that must have a value: the field as it is, but required.
+        // NOT NULL for one field: changes the field to required.
         AlterFieldPlan alter{table.name, *table.field(change.fields.front().name)};
         alter.field.required = true;
         return alter;

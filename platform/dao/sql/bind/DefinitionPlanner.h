@@ -3,8 +3,8 @@
 
 namespace dao::sql::bound {
 
-/// Turns the statements that change the schema into plans for the catalog; names are checked here, where they have a
-/// place in the text.
+/// Translates statements that change the schema into plans for the catalog. Names are checked here, where their place
+/// in the text is known.
 class DefinitionPlanner
 {
 public:

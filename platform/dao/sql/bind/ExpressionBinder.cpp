@@ -29,7 +29,7 @@ DataType typeOfLiteral(const Value &value)
     }
 }
 
-/// Of two texts put together: what is made of a long text may be as long.
+/// The type of concatenated texts: Memo if one of them is a Memo.
 DataType joinedType(const Expr &left, const Expr &right)
 {
     return left.type == DataType::Memo || right.type == DataType::Memo ? DataType::Memo : DataType::Text;
@@ -39,7 +39,7 @@ DataType joinedType(const Expr &left, const Expr &right)
 
 ExprPtr ExpressionBinder::bind(const ast::Expr &expr)
 {
-    return settled(bindAny(expr));
+    return withDefaultType(bindAny(expr));
 }
 
 ExprPtr ExpressionBinder::bindCondition(const ast::Expr &expr)
@@ -66,7 +66,7 @@ ExprPtr ExpressionBinder::bindNode(const ast::Literal &node, const ast::Expr &ex
 ExprPtr ExpressionBinder::bindNode(const ast::Name &node, const ast::Expr &expr)
 {
     if (ExprPtr found = lookUp(node, expr.range)) {
-        // Aliases and melted queries share what they stand for; here it has the place of its name.
+        // Aliases and flattened queries share the expression; the copy gets the place of the name.
         auto named = std::make_shared<Expr>(*found);
         named->range = expr.range;
         named->place = m_context.placeOf(expr.range);
@@ -76,10 +76,11 @@ ExprPtr ExpressionBinder::bindNode(const ast::Name &node, const ast::Expr &expr)
     const QString suggestion = m_context.wantsSuggestion(node.text) ? suggestionFor(node) : QString();
     const int id = m_context.parameter(node.text, expr.range, suggestion);
     const BoundParameter &parameter = m_context.parameterAt(id);
-    // A declared parameter of a type counts like a column of it.
+    // A declared parameter is treated like a column of its type.
     return m_context.make(expr.range, parameter.declared ? parameter.type : DataType::Unknown, ParameterRef{id});
 }
 
+// Searches this query first, then the outer queries. Within an ON clause only the tables of the join may be named.
 ExprPtr ExpressionBinder::lookUp(const ast::Name &name, Range where)
 {
     if (name.parts.size() == 1)
@@ -98,6 +99,7 @@ ExprPtr ExpressionBinder::lookUp(const ast::Name &name, Range where)
     return nullptr;
 }
 
+// Aliases of the select list have priority over fields.
 ExprPtr ExpressionBinder::lookUpSimple(const QString &name, Range where)
 {
     if (m_aliases) {
@@ -132,7 +134,7 @@ bool ExpressionBinder::isSource(const QString &name) const
     return false;
 }
 
-// What tables are joined on are their fields, so that an unknown table is a slip there. "Forms!F" names no table.
+// In ON clauses an unknown table is an error, not a parameter. "Forms!F" is not a table name.
 void ExpressionBinder::checkSource(const ast::Name &name, Range where) const
 {
     const bool qualified = name.parts.size() == 2 && !name.text.contains(u'!');
@@ -144,7 +146,7 @@ void ExpressionBinder::checkSource(const ast::Name &name, Range where) const
     m_context.fail(m_clause.unknownSourceError, where, {name.parts[0]}, didYouMean(name.parts[0], names));
 }
 
-// Of a field of a named source: one of that source, or the field of that name in another one.
+// Suggests a field for "source.field": a similar one of that source, or the same field of another source.
 QString ExpressionBinder::suggestionFor(const ast::Name &name) const
 {
     const QString &field = name.parts.constLast();
@@ -177,7 +179,7 @@ ExprPtr ExpressionBinder::bindNode(const ast::Unary &node, const ast::Expr &expr
     ExprPtr operand = asNumber(bindAny(*node.operand));
     if (node.op == ast::UnaryOp::Plus)
         return operand;
-    // The smallest Long has no counterpart among them.
+    // The smallest Long has no positive counterpart.
     const Literal *whole = operand->as<Literal>();
     if (whole && operand->type == DataType::Long && whole->value.integer() > std::numeric_limits<qint32>::min())
         return m_context.make(expr.range, DataType::Long, Literal{Value::fromLong(qint32(-whole->value.integer()))},
@@ -228,7 +230,7 @@ ExprPtr ExpressionBinder::bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr righ
     if (op == BinaryOp::Concatenate) {
         const DataType type = joinedType(*left, *right);
         Concatenate node;
-        // a & b & c is one node, so that a long chain makes no deep tree.
+        // "a & b & c" becomes one node, so that a long chain does not make a deep tree.
         if (const Concatenate *chain = left->as<Concatenate>())
             node.terms = chain->terms;
         else
@@ -244,12 +246,13 @@ ExprPtr ExpressionBinder::bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr righ
     return m_context.make(range, type, Arithmetic{op, std::move(left), std::move(right)});
 }
 
+// "+" concatenates two texts, adds numbers and dates, and is decided at run time if the type of an operand is unknown.
 ExprPtr ExpressionBinder::bindAdd(ExprPtr left, ExprPtr right, Range range)
 {
     left = typed(std::move(left), contextType(*right));
     right = typed(std::move(right), contextType(*left));
-    left = settled(std::move(left));
-    right = settled(std::move(right));
+    left = withDefaultType(std::move(left));
+    right = withDefaultType(std::move(right));
     const auto isNull = [](const ExprPtr &e) { return e->as<Literal>() && e->type == DataType::Unknown; };
     const Family leftFamily = familyOf(left->type);
     const Family rightFamily = familyOf(right->type);
@@ -289,14 +292,15 @@ ExprPtr ExpressionBinder::bindNode(const ast::Chain &node, const ast::Expr &expr
     for (const ast::ExprPtr &term : node.terms)
         chain.terms.push_back(bindCondition(*term));
     if (!node.isAnd)
-        gatherEqualities(chain);
+        collectEqualities(chain);
     if (chain.terms.size() == 1)
         return chain.terms.front();
     return m_context.make(expr.range, DataType::Boolean, std::move(chain));
 }
 
-// x = 1 Or x = 2 Or ... is x In (1, 2, ...): for lists of thousands the inner engine finds its way only in this form.
-void ExpressionBinder::gatherEqualities(Chain &chain)
+// Translates "x = 1 Or x = 2 Or ..." into "x In (1, 2, ...)": SQLite uses an index for lists of thousands only in this
+// form.
+void ExpressionBinder::collectEqualities(Chain &chain)
 {
     constexpr size_t kMinEqualities = 16;
     if (chain.terms.size() < kMinEqualities)
@@ -325,17 +329,19 @@ void ExpressionBinder::gatherEqualities(Chain &chain)
     chain.terms = std::move(terms);
 }
 
-// Both sides become comparable. Columns and literals of different kinds are a mismatch; what is computed is converted
-// by its content.
+// Makes both operands comparable. Columns and literals of different type families are an error; computed operands are
+// converted by value.
 void ExpressionBinder::reconcile(ExprPtr &left, ExprPtr &right, Range range)
 {
     left = typed(std::move(left), contextType(*right));
-    right = settled(typed(std::move(right), contextType(*left)));
-    left = settled(typed(std::move(left), contextType(*right)));
+    right = withDefaultType(typed(std::move(right), contextType(*left)));
+    left = withDefaultType(typed(std::move(left), contextType(*right)));
     convertTo(left, right, range);
     convertTo(right, left, range);
 }
 
+// Converts one operand to the family of the other. A number and a date can be compared without conversion: a date is
+// stored as a number.
 void ExpressionBinder::convertTo(ExprPtr &side, const ExprPtr &other, Range range)
 {
     const Family mine = familyOf(side->type);
@@ -350,11 +356,11 @@ void ExpressionBinder::convertTo(ExprPtr &side, const ExprPtr &other, Range rang
     const bool otherIsText = wanted == Family::Text;
     if (otherIsText && mine == Family::Any)
         side = asText(std::move(side));
-    else if (otherIsText && other->firm)
+    else if (otherIsText && other->hasFixedType)
         m_context.fail(m_clause.mismatchError, range);
     else if (otherIsText)
-        return; // the other side will be converted
-    else if (side->firm)
+        return; // the other operand is converted
+    else if (side->hasFixedType)
         m_context.fail(m_clause.mismatchError, range);
     else
         side = wanted == Family::Date ? asDate(std::move(side)) : asNumber(std::move(side));
@@ -366,7 +372,7 @@ ExprPtr ExpressionBinder::bindNode(const ast::Between &node, const ast::Expr &ex
     ExprPtr low = bindAny(*node.low);
     ExprPtr high = bindAny(*node.high);
     operand = typed(std::move(operand), contextType(*low));
-    operand = settled(typed(std::move(operand), contextType(*high)));
+    operand = withDefaultType(typed(std::move(operand), contextType(*high)));
     reconcile(operand, low, expr.range);
     reconcile(operand, high, expr.range);
     return m_context.make(expr.range, DataType::Boolean,
@@ -408,7 +414,7 @@ ExprPtr ExpressionBinder::bindNode(const ast::Exists &node, const ast::Expr &exp
 ExprPtr ExpressionBinder::bindNode(const ast::Quantified &node, const ast::Expr &expr)
 {
     ExprPtr operand = bindAny(*node.operand);
-    // Within the test, an aggregate needs a source to show whose it is.
+    // Inside the subquery of a test an aggregate needs a source that shows which query it belongs to.
     const bool sourceless = m_select && m_select->sources.empty();
     if (sourceless && hasAggregate(*operand))
         m_context.fail(error::TooComplexExpression, expr.range);
@@ -449,11 +455,11 @@ QueryPtr ExpressionBinder::bindSubquery(const ast::Query &query, bool oneColumn)
 void ExpressionBinder::reconcileWithQuery(ExprPtr &operand, const Query &query, Range range)
 {
     const OutputColumn &column = query.output().front();
-    operand = settled(typed(std::move(operand), column.info.type));
-    // A stand-in of the column's type: only the operand can be converted.
-    const bool firm = !column.expr || column.expr->firm;
-    const ExprPtr standIn = m_context.make(range, column.info.type, Literal{Value::null()}, firm);
-    if (familyOf(column.info.type) == Family::Text && !firm && familyOf(operand->type) != Family::Text)
+    operand = withDefaultType(typed(std::move(operand), column.info.type));
+    // A placeholder with the type of the column: only the operand can be converted.
+    const bool fixedType = !column.expr || column.expr->hasFixedType;
+    const ExprPtr standIn = m_context.make(range, column.info.type, Literal{Value::null()}, fixedType);
+    if (familyOf(column.info.type) == Family::Text && !fixedType && familyOf(operand->type) != Family::Text)
         operand = asText(std::move(operand));
     else
         convertTo(operand, standIn, range);

@@ -4,12 +4,12 @@
 
 namespace dao::sql::bound {
 
-/// What a clause allows, and the error when it is not kept.
+/// The restrictions of a clause, and the errors for violating them.
 struct Clause
 {
     int aggregateError = 0; ///< 0: aggregates are allowed
     int mismatchError = error::CriteriaMismatch;
-    int unknownSourceError = 0; ///< of "x.f" where there is no x; 0: it is a parameter
+    int unknownSourceError = 0; ///< error for "x.f" without a source x; 0: it is a parameter
 };
 
 namespace clause {
@@ -23,11 +23,11 @@ inline constexpr Clause kOrderByUngrouped{error::AggregateInOrderBy};
 inline constexpr Clause kValues{error::AggregateInWhere};
 } // namespace clause
 
-/// Binds expressions of one clause: names to columns or parameters, operators and functions to typed nodes.
+/// Binds the expressions of one clause: names to columns or parameters, operators and functions to typed nodes.
 class ExpressionBinder
 {
 public:
-    /// scope: null where no column can be named.
+    /// scope: null if no column can be named.
     ExpressionBinder(BindContext &context, const Scope *scope, const Clause &clause)
         : m_context(context)
         , m_scope(scope)
@@ -36,27 +36,28 @@ public:
     }
 
     void setScope(const Scope *scope) { m_scope = scope; }
-    /// The select whose rows aggregates run over.
+    /// The select whose rows are aggregated.
     void setSelect(const Select *select) { m_select = select; }
-    /// Asked first for an unqualified name: an alias of the same select list. Null answers: not one.
+    /// Looks up an unqualified name as an alias of the same select list first; returns null if it is none.
     using AliasLookup = std::function<ExprPtr(const QString &name, Range where)>;
     void setAliases(AliasLookup aliases) { m_aliases = std::move(aliases); }
-    /// Only sources of these places may be named (of the tables under a join), else error 3082.
+    /// Restricts names to the sources with these indexes (the tables of a join); else error 3082.
     void limitTo(size_t first, size_t last) { m_first = first, m_last = last; }
-    /// Aggregates see only the rows for which it holds.
+    /// Aggregates use only the rows that satisfy the filter.
     void setAggregateFilter(ExprPtr filter) { m_filter = std::move(filter); }
-    /// The field that a validation rule implies.
+    /// The field that a validation rule refers to implicitly.
     void setImpliedField(ExprPtr field) { m_implied = std::move(field); }
 
-    /// As a value. A parameter without context is a text.
+    /// Binds a value. A parameter without type information is Text.
     ExprPtr bind(const ast::Expr &expr);
-    /// As a condition.
+    /// Binds a condition.
     ExprPtr bindCondition(const ast::Expr &expr);
-    /// As a value for a field: converted as an assignment converts; literals are converted here and now.
+    /// Binds a value for a field, converted like an assignment; literals are converted at compile time.
     ExprPtr bindFor(const ast::Expr &expr, const FieldInfo &field);
     ExprPtr assigned(ExprPtr expr, const FieldInfo &field);
 
-    // Conversions of bound values to what an operator or a function needs. A parameter without context takes the type.
+    // Conversions of bound values to the type that an operator or a function needs. A parameter without type
+    // information gets this type.
     ExprPtr asText(ExprPtr expr);
     ExprPtr asNumber(ExprPtr expr, DataType parameterType = DataType::Double);
     ExprPtr asDate(ExprPtr expr);
@@ -87,13 +88,13 @@ private:
     QString suggestionFor(const ast::Name &name) const;
     bool isOpenParameter(const Expr &expr) const;
     ExprPtr typed(ExprPtr expr, DataType type);
-    ExprPtr settled(ExprPtr expr);
+    ExprPtr withDefaultType(ExprPtr expr);
     DataType contextType(const Expr &expr) const;
 
     ExprPtr bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr right, Range range);
     ExprPtr bindAdd(ExprPtr left, ExprPtr right, Range range);
     ExprPtr bindLogic(const ast::Binary &node, Range range);
-    void gatherEqualities(Chain &chain);
+    void collectEqualities(Chain &chain);
     void reconcile(ExprPtr &left, ExprPtr &right, Range range);
     void convertTo(ExprPtr &side, const ExprPtr &other, Range range);
     QueryPtr bindSubquery(const ast::Query &query, bool oneColumn);

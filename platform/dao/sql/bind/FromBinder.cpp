@@ -10,9 +10,10 @@ using namespace Qt::StringLiterals;
 namespace dao::sql::bound {
 namespace {
 
-// What the inner engine can join.
+// SQLite joins at most 64 tables; some are reserved for tables that the generator adds.
 constexpr size_t kMaxJoined = 60;
 
+// See replaceTop().
 bool isTopOfOneTable(const Query &query)
 {
     const Select *select = query.singleSelect();
@@ -25,7 +26,7 @@ bool isField(const OutputColumn &column)
     return column.expr->as<FieldRef>() || column.expr->as<Output>();
 }
 
-/// A table that has a row in every row of the select, or null.
+/// A table that contributes a row to every row of the select, or null.
 const Source *presentTable(const Select &select)
 {
     const auto found = std::ranges::find_if(
@@ -33,15 +34,16 @@ const Source *presentTable(const Select &select)
     return found == select.sources.end() ? nullptr : found->get();
 }
 
-/// True when the rows of a query are those of its tables, so that it can be melted into the query around it.
-bool canMelt(const Query &query, bool nullable)
+/// True if each row of the query is a combination of rows of its tables, so that it can be flattened into the outer
+/// query.
+bool canFlatten(const Query &query, bool nullable)
 {
     const Select *select = query.singleSelect();
     if (!select || select->sources.empty() || select->aggregated || select->distinct || select->top ||
         !select->rowSources.empty())
         return false;
-    // On the null-supplied side a computed column is Null where there is no row, and a table's key tells whether there
-    // is one.
+    // On the null-supplied side of a join computed columns must be Null if there is no row; the key of a table tells
+    // whether there is one.
     return !nullable || presentTable(*select) || std::ranges::all_of(select->columns, isField);
 }
 
@@ -59,13 +61,13 @@ void SelectBinder::bindFrom(const std::vector<ast::TableRefPtr> &from)
     bindPendingJoins();
 }
 
-std::shared_ptr<From> SelectBinder::bindTable(const ast::TableRef &table, bool nullable)
+std::shared_ptr<JoinTree> SelectBinder::bindTable(const ast::TableRef &table, bool nullable)
 {
     const BindContext::Level level(m_context, table.range);
     return std::visit([&](const auto &node) { return bindNode(node, table, nullable); }, table.node);
 }
 
-std::shared_ptr<From> SelectBinder::bindNode(const ast::NamedTable &node, const ast::TableRef &table, bool nullable)
+std::shared_ptr<JoinTree> SelectBinder::bindNode(const ast::NamedTable &node, const ast::TableRef &table, bool nullable)
 {
     const Range nameRange{table.range.start, table.range.length};
     if (const TableInfo *info = m_context.schema().findTable(node.name))
@@ -78,22 +80,23 @@ std::shared_ptr<From> SelectBinder::bindNode(const ast::NamedTable &node, const 
                    didYouMean(node.name, m_context.schema().sourceNames()));
 }
 
-std::shared_ptr<From> SelectBinder::bindNode(const ast::DerivedTable &node, const ast::TableRef &table, bool nullable)
+std::shared_ptr<JoinTree> SelectBinder::bindNode(const ast::DerivedTable &node, const ast::TableRef &table,
+                                                 bool nullable)
 {
     return addQuery(QueryBinder(m_context, m_scope.outer()).bind(*node.query), table.alias, table.range, nullable);
 }
 
-std::shared_ptr<From> SelectBinder::bindNode(const ast::Join &node, const ast::TableRef &, bool nullable)
+std::shared_ptr<JoinTree> SelectBinder::bindNode(const ast::Join &node, const ast::TableRef &, bool nullable)
 {
     const size_t first = m_scope.sources().size();
-    auto join = std::make_shared<From>();
+    auto join = std::make_shared<JoinTree>();
     join->kind = node.kind;
     join->left = bindTable(*node.left, nullable || node.kind == JoinKind::Right);
     join->right = bindTable(*node.right, nullable || node.kind == JoinKind::Left);
     PendingJoin pending{join, node.on.get(), first, m_scope.sources().size(), {}};
-    // The condition of a melted query belongs to the join that supplies Null where it does not hold; until that is met
-    // it holds for the rows of the join as well.
-    const auto place = [&](const FromPtr &side, JoinKind supplying) {
+    // The condition of a flattened query belongs to the ON clause of the join that supplies Null for it; without such a
+    // join it becomes part of the condition of the whole.
+    const auto place = [&](const JoinTreePtr &side, JoinKind supplying) {
         const ExprPtr filter = m_filters.take(side.get());
         if (!filter)
             return;
@@ -116,6 +119,7 @@ void SelectBinder::addWhere(const ExprPtr &condition)
     m_select->where = where ? m_context.make({}, DataType::Boolean, Chain{true, {where, condition}}) : condition;
 }
 
+// ON clauses are bound after all sources of FROM are known, because names are resolved by scope, not by position.
 void SelectBinder::bindPendingJoins()
 {
     for (const PendingJoin &pending : m_pending) {
@@ -131,24 +135,25 @@ void SelectBinder::bindPendingJoins()
     m_pending.clear();
 }
 
-std::shared_ptr<From> SelectBinder::addBaseTable(const TableInfo &info, const QString &name, Range range, bool nullable)
+std::shared_ptr<JoinTree> SelectBinder::addBaseTable(const TableInfo &info, const QString &name, Range range,
+                                                     bool nullable)
 {
     std::unique_ptr<Source> source = m_context.newSource(name, range);
     source->table = &info;
     source->nullable = nullable;
     ScopeSource scoped{name, {}};
     scoped.columns.reserve(size_t(info.fields.size()));
-    // Wide tables are named for a few of their columns: all of these are made in one piece.
+    // Creates the expressions of all columns in one allocation: a query uses few columns of a wide table.
     const auto columns = std::make_shared<std::vector<Expr>>(size_t(info.fields.size()));
     for (int i = 0; i < info.fields.size(); ++i) {
         Expr &column = (*columns)[size_t(i)];
         column.type = info.fields[i].type;
-        column.firm = true;
+        column.hasFixedType = true;
         column.node = FieldRef{source.get(), i};
         scoped.columns.push_back({info.fields[i].name, ExprPtr(columns, &column)});
     }
     addToScope(std::move(scoped), range);
-    auto leaf = std::make_shared<From>();
+    auto leaf = std::make_shared<JoinTree>();
     leaf->source = source.get();
     m_select->sources.push_back(std::move(source));
     return leaf;
@@ -173,7 +178,7 @@ std::shared_ptr<Query> SelectBinder::bindStoredQuery(const QueryInfo &info, Rang
     }
 }
 
-// What is read by another query must have its columns known before it is run.
+// A query that is a source needs its columns at compile time, so dynamic headings are read now.
 std::shared_ptr<Query> SelectBinder::bindStoredTransform(const ast::Transform &node)
 {
     if (node.headings.empty() && !m_context.canReadHeadings())
@@ -184,14 +189,14 @@ std::shared_ptr<Query> SelectBinder::bindStoredTransform(const ast::Transform &n
     return query;
 }
 
-std::shared_ptr<From> SelectBinder::addQuery(const std::shared_ptr<Query> &query, const QString &name, Range range,
-                                             bool nullable)
+std::shared_ptr<JoinTree> SelectBinder::addQuery(const std::shared_ptr<Query> &query, const QString &name, Range range,
+                                                 bool nullable)
 {
     if (isTopOfOneTable(*query))
         replaceTop(*query->parts.front().select, range);
     ScopeSource scoped{name, {}};
-    if (canMelt(*query, nullable)) {
-        std::shared_ptr<From> from = meltQuery(*query, scoped, nullable);
+    if (canFlatten(*query, nullable)) {
+        std::shared_ptr<JoinTree> from = flattenSubquery(*query, scoped, nullable);
         addToScope(std::move(scoped), range);
         return from;
     }
@@ -200,19 +205,19 @@ std::shared_ptr<From> SelectBinder::addQuery(const std::shared_ptr<Query> &query
     source->nullable = nullable;
     const std::vector<OutputColumn> &columns = query->output();
     for (size_t i = 0; i < columns.size(); ++i) {
-        const bool firm = !columns[i].expr || columns[i].expr->firm;
+        const bool fixedType = !columns[i].expr || columns[i].expr->hasFixedType;
         scoped.columns.push_back(
-            {columns[i].info.name, m_context.make({}, columns[i].info.type, Output{source.get(), int(i)}, firm)});
+            {columns[i].info.name, m_context.make({}, columns[i].info.type, Output{source.get(), int(i)}, fixedType)});
     }
     m_inheritedOrder = orderOfOutput(*query, scoped);
     addToScope(std::move(scoped), range);
-    auto leaf = std::make_shared<From>();
+    auto leaf = std::make_shared<JoinTree>();
     leaf->source = source.get();
     m_select->sources.push_back(std::move(source));
     return leaf;
 }
 
-// As far as what the query is ordered by can be seen from outside.
+// Translates the order of the query to its output columns, as far as they contain the order keys.
 std::vector<OrderKey> SelectBinder::orderOfOutput(const Query &query, const ScopeSource &scoped)
 {
     const Select *select = query.singleSelect();
@@ -225,9 +230,8 @@ std::vector<OrderKey> SelectBinder::orderOfOutput(const Query &query, const Scop
     return order;
 }
 
-// The first rows of a table are those rows of it whose keys are among the first: said so, they can be changed like any
-// others. The query of those keys has the table under the same number, which hides the one outside, so that the
-// condition and the order, which name that number, need no second copy.
+// Replaces TOP over a table by "key IN (keys of the first rows)", which keeps the rows updatable. The inner query uses
+// the same source number, which hides the outer one, so condition and order need no copy.
 void SelectBinder::replaceTop(Select &select, Range range)
 {
     constexpr double kWholePercent = 100;
@@ -236,7 +240,7 @@ void SelectBinder::replaceTop(Select &select, Range range)
         return;
     auto rows = std::make_shared<Select>();
     rows->sources.push_back(std::make_unique<Source>(*select.sources.front()));
-    auto leaf = std::make_shared<From>();
+    auto leaf = std::make_shared<JoinTree>();
     leaf->source = rows->sources.front().get();
     rows->from.push_back(std::move(leaf));
     rows->where = select.where;
@@ -253,9 +257,9 @@ void SelectBinder::replaceTop(Select &select, Range range)
     select.where = m_context.make(range, DataType::Boolean, InQuery{keyOf(select), first, false});
 }
 
-// The tables of the inner query become tables of this one, its condition one more term, its columns names for what they
-// stand for.
-std::shared_ptr<From> SelectBinder::meltQuery(const Query &query, ScopeSource &scoped, bool nullable)
+// Moves the tables of the inner query to this one, adds its condition as a term, and makes its column names aliases of
+// their expressions.
+std::shared_ptr<JoinTree> SelectBinder::flattenSubquery(const Query &query, ScopeSource &scoped, bool nullable)
 {
     const std::shared_ptr<Select> &inner = query.parts.front().select;
     const Source *present = nullable ? presentTable(*inner) : nullptr;
@@ -270,19 +274,19 @@ std::shared_ptr<From> SelectBinder::meltQuery(const Query &query, ScopeSource &s
     if (!nullable)
         addWhere(inner->where);
     m_inheritedOrder = inner->order;
-    FromPtr from = inner->from.front();
+    JoinTreePtr from = inner->from.front();
     for (size_t i = 1; i < inner->from.size(); ++i) {
-        auto join = std::make_shared<From>();
+        auto join = std::make_shared<JoinTree>();
         join->left = from;
         join->right = inner->from[i];
         from = join;
     }
     if (nullable && inner->where)
         m_filters.insert(from.get(), inner->where);
-    return std::const_pointer_cast<From>(from);
+    return std::const_pointer_cast<JoinTree>(from);
 }
 
-// What is computed is Null where there is no row to compute it from.
+// A computed column is Null if the join has no row to compute it from.
 ExprPtr SelectBinder::wherePresent(const OutputColumn &column, const Source &table)
 {
     if (isField(column))
@@ -292,7 +296,7 @@ ExprPtr SelectBinder::wherePresent(const OutputColumn &column, const Source &tab
     When there{m_context.make(range, DataType::Boolean, IsNull{key, true}), column.expr};
     std::vector<When> branches;
     branches.push_back(std::move(there));
-    return m_context.make(range, column.expr->type, Case{std::move(branches), nullptr}, column.expr->firm);
+    return m_context.make(range, column.expr->type, Case{std::move(branches), nullptr}, column.expr->hasFixedType);
 }
 
 void SelectBinder::addToScope(ScopeSource source, Range range)

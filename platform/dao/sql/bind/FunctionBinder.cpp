@@ -31,7 +31,7 @@ QueryPtr bindDomainQuery(BindContext &context, const FunctionInfo &function, con
     }
 }
 
-/// Of a call of which only the condition is open. What is wrong with it shows when it is run.
+/// The type of a domain call whose criteria are known only at run time. Errors in its texts are reported when it runs.
 DataType domainType(BindContext &context, const FunctionInfo &function, const QStringList &texts, Range range)
 {
     const bool before = context.forbidParameters();
@@ -177,7 +177,7 @@ ExprPtr ExpressionBinder::bindCase(std::vector<When> branches, ExprPtr otherwise
     return m_context.make(range, type, Case{std::move(branches), std::move(otherwise)});
 }
 
-// Without a second argument Null becomes 0 for a number and "" for the rest.
+// Nz without a second argument replaces Null by 0 for numbers, else by "".
 ExprPtr ExpressionBinder::bindNz(const ast::Call &node, Range range)
 {
     ExprPtr value = bind(*node.arguments[0]);
@@ -238,7 +238,7 @@ ExprPtr ExpressionBinder::bindAggregate(const FunctionInfo &function, const ast:
     return m_context.make(range, type, std::move(aggregate));
 }
 
-// The texts of a domain function, when they are literals, are a query of their own: compiled here as a subquery.
+// If all texts of a domain function are literals, they are compiled as a subquery.
 ExprPtr ExpressionBinder::bindDomain(const FunctionInfo &function, const ast::Call &node, Range range)
 {
     QStringList texts;

@@ -9,8 +9,8 @@ using namespace Qt::StringLiterals;
 namespace dao::sql::bound {
 namespace {
 
-/// What FROM calls a source, and a field of it ("p.row"), which may stand in a stored query: the field is empty where
-/// that does not show it. field -1: any.
+/// The names of a source and of its field in FROM ("p.row"). Inside a stored query the field is empty if the query does
+/// not show it. field -1: any field.
 std::pair<QString, QString> namesIn(const Scope &scope, const Source &target, int field)
 {
     std::pair<QString, QString> names{target.name, {}};
@@ -49,7 +49,7 @@ Insert ModifyBinder::bind(const ast::Insert &insert)
     return bound;
 }
 
-// The table itself, or the one table of a stored query that shows its fields.
+// The table of that name, or the only table of a stored query that shows its fields.
 const TableInfo *ModifyBinder::targetTable(const ast::NameAt &name)
 {
     if (const TableInfo *table = m_context.schema().findTable(name.name))
@@ -85,7 +85,8 @@ int ModifyBinder::fieldNamed(const TableInfo &table, const ast::NameAt &name)
     return field;
 }
 
-// The file's own check of a text's size counts characters up to the first NUL, which functions can make.
+// SQLite's length() in the CHECK constraint counts up to the first NUL character, which functions can produce, so the
+// size is checked here too.
 ExprPtr ModifyBinder::fitted(ExprPtr value, const FieldInfo &field)
 {
     if (field.type != DataType::Text || field.size <= 0)
@@ -116,7 +117,7 @@ void ModifyBinder::bindInsertFields(Insert &bound, const ast::Insert &insert)
 {
     for (const ast::NameAt &name : insert.columns)
         addField(bound, fieldNamed(*bound.table, name), name.range);
-    // Without a list, values go by place and the rows of a query by name.
+    // Without a field list VALUES are assigned by position and columns of a query by name.
     if (insert.columns.empty() && !insert.query) {
         for (const int field : m_queryFields)
             addField(bound, field, insert.table.range);
@@ -155,7 +156,7 @@ void ModifyBinder::bindInsertQuery(Insert &bound, const ast::Insert &insert)
         }
         return;
     }
-    // Duplicates are dropped before the values are converted.
+    // DISTINCT and UNION compare values before the conversion to the fields' types.
     bound.rows = m_context.newSource({}, insert.query->range);
     bound.rows->query = bound.query;
     for (size_t i = 0; i < columns.size(); ++i) {
@@ -166,7 +167,7 @@ void ModifyBinder::bindInsertQuery(Insert &bound, const ast::Insert &insert)
     }
 }
 
-// A default that the file cannot hold as a constant is part of the statement.
+// Defaults that are not constants are added to the statement.
 std::vector<std::pair<int, ExprPtr>> ModifyBinder::computedDefaults(const TableInfo &table, const QSet<int> &given)
 {
     std::vector<std::pair<int, ExprPtr>> defaults;
@@ -229,8 +230,8 @@ Update ModifyBinder::bind(const ast::Update &update)
     return bound;
 }
 
-// Where an outer join has no row of a table that is to be changed, there is one to be added, when it is told all that
-// joins it to the others; else there is nothing that could hold the values.
+// Handles rows of an outer join without a row of an updated table: a row is inserted if all of its join fields are
+// assigned; otherwise the statement is refused, because nothing can hold the values.
 void ModifyBinder::bindAbsent(Update &bound, const Scope &scope, const Source &target, Range place)
 {
     const TableInfo &table = *target.table;
@@ -304,7 +305,7 @@ Delete ModifyBinder::bind(const ast::Delete &statement)
     return bound;
 }
 
-// The first "t.*"; without one, the only table.
+// The table of the first "t.*"; without one, the only table.
 const Source *ModifyBinder::deleteTargetOf(const SelectBinder &binder, const ast::Delete &statement)
 {
     QString named;
@@ -318,7 +319,7 @@ const Source *ModifyBinder::deleteTargetOf(const SelectBinder &binder, const ast
     }
     const std::vector<ScopeSource> &sources = binder.scope().sources();
     if (named.isEmpty() && sources.size() > 1) {
-        // Fields alone name their table as well.
+        // A list of fields: the first qualified field determines the table.
         for (const ast::SelectItem &item : statement.items) {
             const ast::Name *name = item.isStar() ? nullptr : item.expr->as<ast::Name>();
             if (name && name->parts.size() == 2 && named.isEmpty()) {
@@ -337,7 +338,7 @@ const Source *ModifyBinder::tableOf(const SelectBinder &binder, const QString &n
     const ScopeSource *scoped = binder.scope().source(name);
     if (!scoped)
         m_context.fail(error::UnknownSource, range, {name});
-    // A stored query over one table deletes that table's rows.
+    // For a stored query over one table: the rows of that table.
     const Source *target = nullptr;
     for (const ScopeColumn &column : scoped->columns) {
         const FieldRef *field = column.expr->as<FieldRef>();

@@ -5,7 +5,7 @@
 
 namespace dao::sql::bound {
 
-/// Binds the statements that change rows.
+/// Binds INSERT, UPDATE and DELETE.
 class ModifyBinder
 {
 public:
@@ -35,9 +35,9 @@ private:
     const Source *tableOf(const SelectBinder &binder, const QString &name, Range range);
 
     BindContext &m_context;
-    /// What INSERT through a stored query calls the fields of its table; empty for a table.
+    /// Field names of the table by their column names in the stored query that INSERT uses; empty for a table.
     QHash<QString, int> m_throughQuery;
-    std::vector<int> m_queryFields; ///< the same fields in the order of the query's columns
+    std::vector<int> m_queryFields; ///< these fields in the order of the query's columns
 };
 
 } // namespace dao::sql::bound

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 namespace dao::sql::bound {
 namespace {
 
-// What the inner engine unites.
+// SQLite's limit for terms of a compound SELECT.
 constexpr size_t kMaxUnited = 500;
 
 } // namespace
@@ -23,7 +23,7 @@ std::shared_ptr<Query> QueryBinder::bind(const ast::Query &query)
         bound->parts.push_back(bindPart(part));
         bound->parts.back().all = part.all;
     }
-    // A lone query in parentheses is that query.
+    // A single query in parentheses is the query itself.
     if (!bound->isUnion() && bound->parts.front().nested)
         return std::const_pointer_cast<Query>(bound->parts.front().nested);
     if (bound->isUnion()) {
@@ -34,7 +34,7 @@ std::shared_ptr<Query> QueryBinder::bind(const ast::Query &query)
     return bound;
 }
 
-// The inner SQL of a query holds that of all queries in it.
+// The SQL of a query contains that of all nested queries.
 void QueryBinder::measure(Query &query, Range range) const
 {
     const auto add = [&query](int depth, qint64 size) {
@@ -88,7 +88,7 @@ QueryPart QueryBinder::bindPart(const ast::QueryPart &part)
     return bound;
 }
 
-// Names from the first part, types that hold the values of all.
+// Output columns have the names of the first part and the common types of all parts.
 void QueryBinder::mergeColumns(Query &query, Range range)
 {
     const auto columnsOf = [](const QueryPart &part) -> const std::vector<OutputColumn> & {
@@ -130,7 +130,8 @@ void QueryBinder::mergeColumns(Query &query, Range range)
     }
 }
 
-// Where one part has text, the others become text, so that duplicates are found and dates read as dates.
+// If one part has text, the others are converted to text, so that equal values are recognised as duplicates and dates
+// are formatted as dates.
 void QueryBinder::convertColumn(Query &query, size_t index, DataType type)
 {
     ExpressionBinder binder(m_context, nullptr, clause::kValues);
@@ -152,7 +153,7 @@ void QueryBinder::bindUnionOrder(Query &query, const ast::Query &source)
         query.order.push_back({nullptr, item.descending, unionColumn(query, *item.expr)});
 }
 
-// A union is ordered by its output columns: by name, with or without the name of a table, or by place.
+// The column that an ORDER BY term of a union names: by name, qualified or not, or by position.
 int QueryBinder::unionColumn(const Query &query, const ast::Expr &expr)
 {
     if (const ast::Literal *literal = expr.as<ast::Literal>(); literal && literal->value.type() == Value::Type::Long) {

@@ -5,7 +5,7 @@
 
 namespace dao::sql::bound {
 
-/// Binds a query: a select, or a union of several.
+/// Binds a query: a single select or a union.
 class QueryBinder
 {
 public:
@@ -16,7 +16,7 @@ public:
     }
 
     std::shared_ptr<Query> bind(const ast::Query &query);
-    /// Sets depth and size; error 3360 when they are too large.
+    /// Sets depth and size; error 3360 if they are too large.
     void measure(Query &query, Range range) const;
 
 private:
@@ -30,7 +30,7 @@ private:
     const Scope *m_outer;
 };
 
-/// Binds one select: first what FROM brings, then the clauses over it.
+/// Binds one select: first FROM, then the clauses that use its sources.
 class SelectBinder
 {
 public:
@@ -38,13 +38,13 @@ public:
 
     std::shared_ptr<Select> bind(const ast::Select &select);
 
-    // The steps of it, for statements that have only some of the clauses.
+    // The steps of bind(), for statements that have only some clauses.
     void bindFrom(const std::vector<ast::TableRefPtr> &from);
     void bindWhere(const ast::Expr *where);
     ExpressionBinder expressions(const Clause &clause);
     const Scope &scope() const { return m_scope; }
     const std::shared_ptr<Select> &select() const { return m_select; }
-    /// Error 3122 for a column outside aggregates and group keys. place: of the whole expression in the text.
+    /// Error 3122 for a column that is neither aggregated nor a group key. place: of the whole expression in the text.
     void checkGrouped(const Expr &expr, Range place) const { checkGrouped(expr, place, false); }
 
 private:
@@ -56,24 +56,24 @@ private:
     };
     struct PendingJoin
     {
-        std::shared_ptr<From> join;
+        std::shared_ptr<JoinTree> join;
         const ast::Expr *on;
         size_t first;
         size_t last;
-        std::vector<ExprPtr> filters; ///< of melted queries, to hold besides
+        std::vector<ExprPtr> filters; ///< conditions of flattened queries, added to ON
     };
 
     // FromBinder.cpp
-    std::shared_ptr<From> bindTable(const ast::TableRef &table, bool nullable);
-    std::shared_ptr<From> bindNode(const ast::NamedTable &node, const ast::TableRef &table, bool nullable);
-    std::shared_ptr<From> bindNode(const ast::DerivedTable &node, const ast::TableRef &table, bool nullable);
-    std::shared_ptr<From> bindNode(const ast::Join &node, const ast::TableRef &table, bool nullable);
-    std::shared_ptr<From> addBaseTable(const TableInfo &info, const QString &name, Range range, bool nullable);
-    std::shared_ptr<From> addQuery(const std::shared_ptr<Query> &query, const QString &name, Range range,
-                                   bool nullable);
+    std::shared_ptr<JoinTree> bindTable(const ast::TableRef &table, bool nullable);
+    std::shared_ptr<JoinTree> bindNode(const ast::NamedTable &node, const ast::TableRef &table, bool nullable);
+    std::shared_ptr<JoinTree> bindNode(const ast::DerivedTable &node, const ast::TableRef &table, bool nullable);
+    std::shared_ptr<JoinTree> bindNode(const ast::Join &node, const ast::TableRef &table, bool nullable);
+    std::shared_ptr<JoinTree> addBaseTable(const TableInfo &info, const QString &name, Range range, bool nullable);
+    std::shared_ptr<JoinTree> addQuery(const std::shared_ptr<Query> &query, const QString &name, Range range,
+                                       bool nullable);
     static std::vector<OrderKey> orderOfOutput(const Query &query, const ScopeSource &scoped);
     void replaceTop(Select &select, Range range);
-    std::shared_ptr<From> meltQuery(const Query &query, ScopeSource &source, bool nullable);
+    std::shared_ptr<JoinTree> flattenSubquery(const Query &query, ScopeSource &source, bool nullable);
     ExprPtr wherePresent(const OutputColumn &column, const Source &table);
     void addWhere(const ExprPtr &condition);
     std::shared_ptr<Query> bindStoredQuery(const QueryInfo &info, Range range);
@@ -100,13 +100,13 @@ private:
     Scope m_scope;
     std::shared_ptr<Select> m_select;
     std::vector<PendingJoin> m_pending;
-    QHash<const From *, ExprPtr> m_filters; ///< conditions of melted queries that no join has taken over yet
+    QHash<const JoinTree *, ExprPtr> m_filters; ///< conditions of flattened queries that are not in a join yet
     std::vector<OrderKey> m_inheritedOrder;
     QHash<QString, Alias> m_aliases;
     int m_unnamed = 0;
 };
 
-/// The query that a domain function with these texts stands for.
+/// The query for a domain function with these texts.
 QString domainQuery(const FunctionInfo &function, const QStringList &texts);
 
 } // namespace dao::sql::bound

@@ -5,7 +5,7 @@
 namespace dao::sql::bound {
 namespace {
 
-/// Names nothing: only literals, operators and functions.
+/// Binds an expression without names: only literals, operators and functions.
 ExprPtr tryBindDefault(BindContext &context, const QString &text, const FieldInfo &field)
 {
     try {

@@ -3,7 +3,7 @@
 
 namespace dao::sql::bound {
 
-/// A schema without anything, for texts that name nothing but the fields they are given.
+/// An empty schema, for texts that can name only the given fields.
 class NoSchema : public SchemaView
 {
 public:
@@ -12,11 +12,12 @@ public:
     QStringList sourceNames() const override { return {}; }
 };
 
-/// A default value, converted to its field. What is no expression, or names something, counts as text.
+/// Binds a default value, converted to its field. Text that is not an expression, or that contains a name, is a text
+/// literal.
 ExprPtr bindDefault(BindContext &context, const QString &text, const FieldInfo &field);
 
-/// A validation rule, which is the text of the context, over the fields of a table. implied: the field that a
-/// comparison without left side means; null for the rule of a table.
+/// Binds the validation rule in context.text() over the fields of a table. implied: the field for comparisons without a
+/// left operand; null for the rule of a table.
 ExprPtr bindRule(BindContext &context, const Source &source, const FieldInfo *implied);
 
 } // namespace dao::sql::bound

@@ -23,14 +23,14 @@ const ScopeSource *Scope::source(QStringView name) const
 
 Scope::Found Scope::find(QStringView field, size_t first, size_t last) const
 {
-    // A query names few of the columns it could name: looking through them costs less than a table of their names.
+    // Linear search: a query uses few names, so building a hash of all columns would take longer.
     Found found;
     for (size_t i = first; i < std::min(last, m_sources.size()); ++i) {
         const ScopeSource &source = m_sources[i];
         const auto named = std::ranges::find_if(source.columns, [field](const ScopeColumn &column) {
             return column.name.size() == field.size() && field.compare(column.name, Qt::CaseInsensitive) == 0;
         });
-        // Two columns of one name in one source: the first of them is meant.
+        // If a source has two columns with the same name, the first one is used.
         if (named != source.columns.end() && found.count++ == 0)
             found = {1, &*named, &source};
     }

@@ -9,14 +9,14 @@ struct ScopeColumn
     ExprPtr expr;
 };
 
-/// What the user can name in FROM: a table, a stored query or a derived table, by its alias.
+/// A source that expressions can name: a table, a stored query or a derived table, by its alias.
 struct ScopeSource
 {
     QString name;
     std::vector<ScopeColumn> columns;
 };
 
-/// The names that one FROM clause brings, and those of the queries around it.
+/// The names of one FROM clause, and those of the outer queries.
 class Scope
 {
 public:
@@ -27,7 +27,7 @@ public:
 
     const Scope *outer() const { return m_outer; }
     const std::vector<ScopeSource> &sources() const { return m_sources; }
-    /// False when there is a source of that name already.
+    /// Returns false if a source of that name exists.
     bool add(ScopeSource source);
 
     struct Found
@@ -36,7 +36,7 @@ public:
         const ScopeColumn *column = nullptr;
         const ScopeSource *source = nullptr;
     };
-    /// A column of any source from first to before last.
+    /// Finds a column in the sources from first to before last.
     Found find(QStringView field, size_t first, size_t last) const;
     Found find(QStringView source, QStringView field) const;
     const ScopeSource *source(QStringView name) const;

@@ -7,7 +7,7 @@ namespace dao::sql::bound {
 namespace {
 
 constexpr int kFirstUnnamed = 1000;
-// What the inner engine has in a result.
+// SQLite's limit for columns of a result.
 constexpr size_t kMaxColumns = 2000;
 
 } // namespace
@@ -46,9 +46,9 @@ void SelectBinder::bindWhere(const ast::Expr *where)
     if (!where)
         return;
     ExprPtr condition = expressions(clause::kWhere).bindCondition(*where);
-    const ExprPtr &melted = m_select->where;
+    const ExprPtr &flattened = m_select->where;
     m_select->where =
-        melted ? m_context.make(where->range, DataType::Boolean, Chain{true, {melted, condition}}) : condition;
+        flattened ? m_context.make(where->range, DataType::Boolean, Chain{true, {flattened, condition}}) : condition;
 }
 
 void SelectBinder::bindList(const std::vector<ast::SelectItem> &items)
@@ -102,7 +102,7 @@ void SelectBinder::addItem(const ast::SelectItem &item)
         const ast::Name *name = item.expr->as<ast::Name>();
         const bool isField = name && !column.expr->as<ParameterRef>();
         if (isField) {
-            // The spelling of the schema, not that of the statement.
+            // Output names have the spelling of the schema, not that of the statement.
             const Scope::Found found = name->parts.size() == 2 ? m_scope.find(name->parts[0], name->parts[1])
                                                                : m_scope.find(name->parts[0], 0, size_t(-1));
             column.named = found.count > 0;
@@ -117,7 +117,7 @@ void SelectBinder::addItem(const ast::SelectItem &item)
     m_select->columns.push_back(std::move(column));
 }
 
-// Fields of one name from different sources are told apart by their sources' names.
+// Fields with the same name from different sources are qualified with the names of their sources.
 void SelectBinder::nameColumns()
 {
     if (m_scope.sources().size() < 2)
@@ -148,7 +148,7 @@ ExprPtr SelectBinder::bindAlias(Alias &alias, const QString &name, Range where)
     if (alias.bound)
         return alias.bound;
     if (alias.binding) {
-        // "x AS x" is the column itself; anything else that needs itself can have no value.
+        // "x AS x" refers to the column; any other alias that refers to itself is a circular reference.
         const ast::Name *self = alias.expr->as<ast::Name>();
         if (self && self->parts.size() == 1 && self->text.compare(name, Qt::CaseInsensitive) == 0)
             return nullptr;
@@ -206,7 +206,7 @@ OrderKey SelectBinder::bindOrderItem(const ast::OrderItem &item)
     return key;
 }
 
-// Rows of a single ordered query come in its order.
+// Rows of a single ordered source keep its order.
 void SelectBinder::inheritOrder()
 {
     if (m_scope.sources().size() != 1 || m_select->aggregated || m_select->distinct)
@@ -215,7 +215,8 @@ void SelectBinder::inheritOrder()
         m_select->order.push_back({key.expr, key.descending, -1});
 }
 
-// Drops repeated combinations of rows of those tables that have an output field; nothing to do when all of them have.
+// DISTINCTROW: removes repeated combinations of rows of the tables that have an output field. Nothing to do if all
+// tables have one.
 void SelectBinder::bindDistinctRow()
 {
     if (m_select->aggregated || m_select->sources.size() < 2)
@@ -224,7 +225,7 @@ void SelectBinder::bindDistinctRow()
     for (const auto &source : m_select->sources) {
         if (!source->table)
             return;
-        // A subquery may read any of them.
+        // A subquery can refer to any source.
         const auto reads = [&source](const Expr &part) {
             const FieldRef *column = part.as<FieldRef>();
             return (column && column->source == source.get()) || subqueryOf(part);
@@ -257,11 +258,11 @@ void SelectBinder::checkClauses(const ast::Select &select)
         checkGrouped(*key.expr, key.expr->range);
 }
 
-// Every column outside an aggregate must be part of a group key, also where a subquery refers to it: there, its own
-// aggregates run over other rows.
+// Each column outside an aggregate must be part of a group key, also if a subquery refers to it, because the aggregates
+// of the subquery use other rows.
 void SelectBinder::checkGrouped(const Expr &expr, Range place, bool inSubquery) const
 {
-    // Parts of a melted query have places in its text, not in this one.
+    // Parts of a flattened query have places in the query's text, not in this one.
     if (expr.range.start >= place.start && expr.range.end() <= place.end())
         place = expr.range;
     const bool isKey = std::any_of(m_select->groupBy.begin(), m_select->groupBy.end(),

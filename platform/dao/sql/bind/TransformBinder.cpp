@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace dao::sql::bound {
 namespace {
 
-/// True for an expression that says what to make of an aggregate that is Null.
+/// True if the expression handles a Null result of an aggregate itself.
 bool handlesNull(const Expr &expr)
 {
     if (expr.as<Coalesce>() || expr.as<Case>() || expr.as<IsNull>())
@@ -50,7 +50,7 @@ std::shared_ptr<Select> TransformBinder::bindSource(const ast::Transform &node)
 Transform TransformBinder::bindWith(SelectBinder &binder, const ast::Transform &node)
 {
     checkClauses(node);
-    // A name that resolves to nothing is no parameter here: those must be declared.
+    // Parameters of a cross table must be declared, so an unknown name is an error here.
     const bool before = m_context.forbidParameters();
     const auto restore = qScopeGuard([&] { m_context.forbidParameters(before); });
     Transform bound;
@@ -76,7 +76,7 @@ void TransformBinder::checkClauses(const ast::Transform &node) const
         m_context.fail(error::SyntaxInTransform, node.select.range);
 }
 
-// The value over those rows of the group that have the heading.
+// The value, aggregated over the rows of the group that have the heading.
 ExprPtr TransformBinder::cell(SelectBinder &binder, const ast::Transform &node, const ExprPtr &pivot, ExprPtr heading)
 {
     ExpressionBinder values = binder.expressions(clause::kSelectList);
@@ -90,7 +90,7 @@ ExprPtr TransformBinder::cell(SelectBinder &binder, const ast::Transform &node, 
     return value->as<Aggregate>() || handlesNull(*value) ? value : nullWithoutRows(std::move(value), filter);
 }
 
-// A cell without rows is Null, whatever functions make of Null.
+// A cell without rows is Null, even if a function in it would replace Null.
 ExprPtr TransformBinder::nullWithoutRows(ExprPtr value, const ExprPtr &filter) const
 {
     const Range range = value->range;

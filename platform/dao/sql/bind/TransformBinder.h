@@ -13,7 +13,7 @@ public:
     }
 
     Transform bind(const ast::Transform &node);
-    /// As the source of another query, with all of its columns: where the headings are not fixed, the data tells them.
+    /// Binds it as a source of another query, with all columns: dynamic headings are read from the data.
     std::shared_ptr<Select> bindSource(const ast::Transform &node);
 
 private:

@@ -3,7 +3,7 @@
 namespace dao::sql::bound {
 namespace {
 
-/// Higher holds lower, for sums; products rank Double above Currency.
+/// Ranks numeric types: a higher one holds a lower one. For products Double ranks above Currency.
 int rankOf(DataType type, bool product)
 {
     switch (type) {
@@ -128,8 +128,8 @@ FieldInfo outputInfo(const QString &name, const Expr &expr)
 bool fitsField(const Expr &expr, DataType field)
 {
     const DataType type = expr.type;
-    // A computed number may lie outside of its nominal type.
-    const bool exact = expr.firm || expr.as<FieldRef>() || expr.as<Output>();
+    // A computed number can be outside the range of its nominal type.
+    const bool exact = expr.hasFixedType || expr.as<FieldRef>() || expr.as<Output>();
     switch (field) {
     case DataType::Text:
     case DataType::Memo:

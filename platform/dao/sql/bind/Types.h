@@ -5,22 +5,23 @@
 
 namespace dao::sql::bound {
 
-/// What may be compared with what.
+/// Type families: values of the same family can be compared.
 enum class Family { Any, Number, Date, Text, Binary };
 Family familyOf(DataType type);
 
-/// Type of + - * / \ Mod ^ on numbers and dates. Sums of whole numbers are Long at least, so that they hold the result.
+/// The type of + - * / \ Mod ^ on numbers and dates. Sums of integers are at least Long, so that they do not overflow
+/// easily.
 DataType arithmeticType(BinaryOp op, DataType left, DataType right);
-/// The type that holds values of both; Unknown counts as nothing. Text, when only text holds both.
+/// The type that holds the values of both; Unknown is ignored. Text if no other type can hold both.
 DataType commonType(DataType left, DataType right);
 
-/// What the user sees of an output column: of a plain field all that the table knows, of an expression its type. A
-/// truth value that is no field is a number, -1 or 0.
+/// The description of an output column: for a plain field that of the table's field, for an expression its type. A
+/// computed truth value is a number, -1 or 0.
 FieldInfo outputInfo(const QString &name, const Expr &expr);
 
 QStringList fieldNames(const TableInfo &table);
 
-/// True when values of the expression can go into a field of that type as they are.
+/// True if values of the expression can be stored in a field of that type without conversion.
 bool fitsField(const Expr &expr, DataType field);
 
 } // namespace dao::sql::bound

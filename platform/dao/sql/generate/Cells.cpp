@@ -15,7 +15,7 @@ namespace dao::sql::generate {
 
 using namespace bound;
 
-// Where failures have to be told apart from values, as duplicates or in an order, there are none.
+// Where values are compared, as for duplicates or an order, failures are not allowed: they would be compared as values.
 bool Generator::keepsFailure(const Select &select, size_t index)
 {
     if (!m_keepsFailures || select.distinct)
@@ -66,7 +66,7 @@ bool Generator::callsOwn(const Expr &expr)
            expr.as<Convert>() || (expr.as<Aggregate>() && expr.type == DataType::Currency);
 }
 
-// The innermost expression that fails ends the statement, so that its place is told. A cell keeps its failure.
+// The innermost failing expression ends the statement and reports its place. A cell keeps its failure.
 Generator::Piece Generator::placed(const Expr &expr, const Piece &piece)
 {
     if (!m_tellsPlaces || m_noting || expr.place.length == 0 || !callsOwn(expr))
@@ -123,7 +123,7 @@ QString Generator::cellText(const Select &select, size_t index, bool compares)
     const auto plain = [&] { return compares ? sortable(expr) : value(expr).text; };
     if (!m_shown.contains(&select) || !keepsFailure(select, index))
         return plain();
-    // Handed on as it is.
+    // Passed on unchanged.
     if (expr.as<Output>())
         return aliasOf(*expr.as<Output>()->source) + u'.' + m_target.columnPrefix +
                QString::number(expr.as<Output>()->index);

@@ -22,11 +22,11 @@ using Step = ActionPlan::Step;
 
 Step changeStep(const QString &sql, bool counts = true)
 {
-    return {.sql = sql, .countsRows = counts, .gathersInto = {}, .keyed = false, .refusal = std::nullopt};
+    return {.sql = sql, .countsRows = counts, .materialiseInto = {}, .keyed = false, .refusal = std::nullopt};
 }
 
-/// A domain function reads through a statement of its own, which the inner engine does not see: it would find the rows
-/// that the statement around it has written already.
+/// A domain function runs its own statement, of which SQLite knows nothing: it would see rows that the outer statement
+/// has already written.
 bool hasDomainCall(const Query &query)
 {
     bool found = false;
@@ -39,7 +39,7 @@ bool hasDomainCall(const Query &query)
     return found;
 }
 
-/// The rows of one table in its own order, each looked at once.
+/// A scan of one table in key order that visits each row once.
 bool isPlainWalk(const Query &query)
 {
     const Select *select = query.singleSelect();
@@ -67,7 +67,7 @@ Step Generator::materialise(const QString &rows, bool keyed) const
 {
     return {.sql = rows,
             .countsRows = false,
-            .gathersInto = m_target.materialisedTable.toString(),
+            .materialiseInto = m_target.materialisedTable.toString(),
             .keyed = keyed,
             .refusal = std::nullopt};
 }
@@ -101,11 +101,11 @@ ActionPlan Generator::insert(const Insert &insert)
         plan.steps.append(changeStep(into + rows));
     if (!insert.rows && isPlainWalk(*insert.query)) {
         m_cancellableSelect = insert.query->singleSelect();
-        plan.askingSteps.append(changeStep(into + queryText(*insert.query, Shape::Plain)));
+        plan.cancellableSteps.append(changeStep(into + queryText(*insert.query, Shape::Plain)));
         m_cancellableSelect = nullptr;
         return plan;
     }
-    plan.askingSteps = {
+    plan.cancellableSteps = {
         materialise(rows, false),
         changeStep(into + u"SELECT * FROM "_s + materialised() + u" WHERE "_s + cancellable({}) + u" ORDER BY rowid"_s),
         dropMaterialised()};
@@ -129,7 +129,7 @@ ActionPlan Generator::update(const Update &update)
     const QString set = u"UPDATE "_s + leafText(source) + u" SET "_s + assignments.join(u", ");
     const QString condition = select.where ? truth(*select.where).text : QString();
     ActionPlan plan;
-    plan.askingSteps.append(changeStep(set + u" WHERE "_s + cancellable(condition)));
+    plan.cancellableSteps.append(changeStep(set + u" WHERE "_s + cancellable(condition)));
     plan.tables.append(source.table->name);
     plan.steps.append(changeStep(condition.isEmpty() ? set : QString(set + u" WHERE "_s + condition)));
     return plan;
@@ -167,7 +167,7 @@ ActionPlan Generator::updateJoined(const Update &update)
         if (!absent.added)
             plan.steps.append(refuseAbsent(absent, m_target.keyPrefix + QString::number(t)));
     }
-    plan.askingSteps = plan.steps;
+    plan.cancellableSteps = plan.steps;
     for (size_t t = 0; t < targets.size(); ++t) {
         const QString key = m_target.keyPrefix + QString::number(t);
         QStringList assignments;
@@ -186,18 +186,18 @@ ActionPlan Generator::updateJoined(const Update &update)
                             u" AS _new WHERE "_s;
         const QString match = u"_old."_s + quoted(targets[t]->table->keyColumn) + u" = _new."_s + key;
         plan.steps.append(changeStep(set + match, t == 0));
-        plan.askingSteps.append(changeStep(set + cancellable(match), t == 0));
+        plan.cancellableSteps.append(changeStep(set + cancellable(match), t == 0));
         plan.tables.append(targets[t]->table->name);
         const auto absent = std::ranges::find(update.absent, targets[t], &AbsentRows::target);
         if (absent == update.absent.end() || !absent->added)
             continue;
         const QString rest = key + u" IS NULL"_s;
         plan.steps.append(changeStep(addAbsent(update, *absent) + rest + u" ORDER BY rowid"_s, t == 0));
-        plan.askingSteps.append(
+        plan.cancellableSteps.append(
             changeStep(addAbsent(update, *absent) + cancellable(rest) + u" ORDER BY rowid"_s, t == 0));
     }
     plan.steps.append(dropMaterialised());
-    plan.askingSteps.append(dropMaterialised());
+    plan.cancellableSteps.append(dropMaterialised());
     return plan;
 }
 
@@ -249,13 +249,13 @@ ActionPlan Generator::remove(const Delete &statement)
         const QString remove = u"DELETE FROM "_s + leafText(target);
         const QString condition = select.where ? truth(*select.where).text : QString();
         plan.steps.append(changeStep(condition.isEmpty() ? remove : QString(remove + u" WHERE "_s + condition)));
-        plan.askingSteps.append(changeStep(remove + u" WHERE "_s + cancellable(condition)));
+        plan.cancellableSteps.append(changeStep(remove + u" WHERE "_s + cancellable(condition)));
         return plan;
     }
     const QString rows = u"SELECT "_s + keyText(target) + u" AS "_s + m_target.keyPrefix + u'0' + fromToHaving(select);
-    // The list of keys is complete before the first row goes.
+    // SQLite completes the list of keys before it deletes the first row.
     plan.steps.append(changeStep(u"DELETE FROM "_s + table + u" WHERE "_s + key + u" IN ("_s + rows + u')'));
-    plan.askingSteps = {
+    plan.cancellableSteps = {
         materialise(rows, true),
         changeStep(u"DELETE FROM "_s + table + u" WHERE "_s +
                    cancellable(key + u" IN (SELECT "_s + m_target.keyPrefix + u"0 FROM "_s + materialised() + u')')),

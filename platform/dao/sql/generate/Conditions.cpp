@@ -10,8 +10,9 @@ namespace {
 
 using namespace bound;
 
-// Flat chains make trees as deep as they are long; the inner engine allows a thousand levels.
-constexpr qsizetype MaxFlatTerms = 64;
+// SQLite parses a chain of n terms into a tree of depth n and limits the depth to 1000, so long chains are split into
+// groups.
+constexpr qsizetype kMaxFlatTerms = 64;
 
 QStringView symbolOf(BinaryOp op)
 {
@@ -36,7 +37,7 @@ int rankOf(BinaryOp op)
     return op == BinaryOp::Equal || op == BinaryOp::NotEqual ? rank::Equality : rank::Relation;
 }
 
-/// True when both are literals and the first is the greater one.
+/// True if both are literals and the first is the greater one.
 bool isReversed(const Expr &low, const Expr &high)
 {
     const Literal *first = low.as<Literal>();
@@ -48,8 +49,8 @@ bool isReversed(const Expr &low, const Expr &high)
     return first->value.real() > second->value.real();
 }
 
-/// The plain beginning of a pattern, in lower case: what every match begins with, in the inner engine's own folding of
-/// A to Z.
+/// The literal prefix of a pattern in lower case: each match starts with it, ignoring the case of A to Z as SQLite's
+/// NOCASE does.
 QString plainPrefix(const QString &pattern)
 {
     QString prefix;
@@ -81,8 +82,8 @@ Generator::Piece Generator::truthOf(const bound::Not &node)
 //     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."c" = 'x' AND _s1."b" <> _s1."a" ORDER BY _s1."id"
 Generator::Piece Generator::truthOf(const Compare &node)
 {
-    if (const Source *unseen = m_numberTests.value(&node))
-        return {numberTestText(node, *unseen), rank::Primary};
+    if (const Source *pruned = m_numberTests.value(&node))
+        return {numberTestText(node, *pruned), rank::Primary};
     if (const QString numbers = sameNumbersText(node); !numbers.isEmpty())
         return {numbers, rank::And};
     for (auto hash = m_hashes.cbegin(); hash != m_hashes.cend(); ++hash) {
@@ -114,14 +115,15 @@ Generator::Piece Generator::truthOf(const Like &node)
     const QString prefix = pattern && node.text->as<FieldRef>() ? plainPrefix(pattern->value.text()) : QString();
     if (prefix.isEmpty())
         return match;
-    // A range that the index of the field can answer, and within it the pattern.
+    // A range that an index on the field can answer, and the pattern for the rows in it.
     const QString field = value(*node.text).text;
     QString end = prefix;
     end.back() = QChar(char16_t(end.back().unicode() + 1));
     return {field + u" >= '"_s + prefix + u"' AND "_s + field + u" < '"_s + end + u"' AND "_s + match.text, rank::And};
 }
 
-// A pattern in the inner engine's own terms: LIKE knows runs and single characters, GLOB also digits and classes.
+// The pattern as SQLite's LIKE (any number of characters and single characters) or GLOB (also digits and classes), for
+// CHECK constraints.
 Generator::Piece Generator::standaloneLike(const Like &node)
 {
     const Literal *literal = node.pattern->as<Literal>();
@@ -173,10 +175,10 @@ Generator::Piece Generator::truthOf(const bound::Chain &node)
     QStringList terms;
     for (const ExprPtr &term : node.terms)
         terms.append(truthAt(*term, rank + 1));
-    while (terms.size() > MaxFlatTerms) {
+    while (terms.size() > kMaxFlatTerms) {
         QStringList groups;
-        for (qsizetype i = 0; i < terms.size(); i += MaxFlatTerms)
-            groups.append(u'(' + terms.sliced(i, std::min(MaxFlatTerms, terms.size() - i)).join(word) + u')');
+        for (qsizetype i = 0; i < terms.size(); i += kMaxFlatTerms)
+            groups.append(u'(' + terms.sliced(i, std::min(kMaxFlatTerms, terms.size() - i)).join(word) + u')');
         terms = groups;
     }
     return {terms.join(word), rank};
@@ -205,7 +207,7 @@ QString Generator::sameNumbersText(const Compare &node)
         const FieldRef *field = number ? number->as<FieldRef>() : nullptr;
         return !field || field->source->table->fields[field->field].required;
     };
-    // Nothing beside a minus might be taken for a sign.
+    // An empty term before a "-" separator would make it a minus sign, so all terms must be required numbers.
     const bool required = std::ranges::all_of(left->terms, mustBe) && std::ranges::all_of(right->terms, mustBe);
     QStringList pairs;
     for (size_t i = 0; i < left->terms.size(); ++i) {
@@ -215,7 +217,7 @@ QString Generator::sameNumbersText(const Compare &node)
             pairs.append(value(*number).text + u" IS "_s + value(*other).text);
             continue;
         }
-        // A separator that begins like a number might be part of one.
+        // A separator that starts like a number could be read as part of one.
         const Literal *separator = left->terms[i]->as<Literal>();
         const Literal *same = right->terms[i]->as<Literal>();
         if (i % 2 == 0 || !separator || !same || separator->value.type() != Value::Type::Text ||
@@ -242,7 +244,7 @@ Generator::Piece Generator::truthOf(const Between &node)
         const QString list = u'(' + sortable(*node.low) + u", "_s + high + u')';
         low = m_target.lesser + list;
         high = m_target.greater + list;
-        // A bound that is a field hands on its way of comparing, but not out of a function.
+        // A field passes its collation on to a comparison, but min() and max() drop it.
         if (familyOf(node.operand->type) == Family::Text)
             operand = {sortable(*node.operand), rank::Collation};
     }
@@ -307,7 +309,7 @@ Generator::Piece Generator::truthOf(const Quantified &node)
     const QString test = sortable(*node.operand) + u' ' + symbolOf(node.op) + u' ' + cell;
     m_inTestOfRows = outside;
     const QString rows = u" FROM ("_s + embedded(*node.query, Shape::Nested) + u") AS "_s + derived;
-    // The inner engine takes the aggregate of a query around it in a select list, but not in a condition.
+    // SQLite accepts an aggregate of an outer query in a select list, but not in a condition.
     if (ofGroup)
         return {(node.all ? u"0 NOT IN"_s : u"1 IN"_s) + u" (SELECT ("_s + test + u") IS TRUE"_s + rows + u')',
                 rank::Equality};

@@ -7,7 +7,7 @@ namespace {
 
 using namespace bound;
 
-/// Sources by number: a source may be there twice, in a query and in one within it that hides it.
+/// Compares sources by number: one source can occur twice, in a query and in a nested one that hides it.
 class Names
 {
 public:
@@ -69,7 +69,7 @@ QSet<int> numbersOf(const Select &select)
     return numbers;
 }
 
-void forEachCondition(const From &from, const std::function<void(const Expr &)> &visit)
+void forEachCondition(const JoinTree &from, const std::function<void(const Expr &)> &visit)
 {
     if (from.source)
         return;
@@ -85,7 +85,7 @@ bool isGroupKey(const Expr &expr, const Select &select)
            std::ranges::any_of(select.groupBy, [&](const ExprPtr &key) { return sameExpr(*key, expr); });
 }
 
-/// The pair of a term "field = the same field of the row around", of one table.
+/// The pair of fields of a term "field = the same field of the outer row", both of one table.
 std::optional<GroupTest::Pair> pairOf(const Expr &term, const Select &inner, const Select &around)
 {
     const Compare *compare = term.as<Compare>();
@@ -116,7 +116,7 @@ const FieldRef *restricted(const Expr &term)
     return between && !between->negated ? between->operand->as<FieldRef>() : nullptr;
 }
 
-/// True for "key IN (SELECT TOP ... key FROM the same table ...)", all of whose pairs are of the row with that key.
+/// True for "key IN (SELECT TOP ... key FROM the same table ...)" if all pairs belong to the row with that key.
 bool isOwnKey(const InQuery &test, const GroupTest &group)
 {
     const FieldRef *mine = test.operand->as<FieldRef>();
@@ -168,7 +168,7 @@ Reading readingOf(const Select &select)
             return false;
         });
     };
-    for (const FromPtr &from : select.from)
+    for (const JoinTreePtr &from : select.from)
         forEachCondition(*from, visit);
     if (select.where)
         visit(*select.where);

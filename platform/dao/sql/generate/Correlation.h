@@ -9,36 +9,36 @@ namespace dao::sql::generate {
 /// What FROM, WHERE and ORDER BY of a select read besides its own rows.
 struct Reading
 {
-    bool namesOuter = false;      ///< a source of a query around it
-    bool hasFreeSubquery = false; ///< a subquery that names nothing outside itself: run once for all rows
-    bool hasTop = false;          ///< a TOP with an order, somewhere in a subquery
-    bool varies = false;          ///< Rnd and domain functions: may give another value the second time
+    bool namesOuter = false;      ///< refers to a source of an outer query
+    bool hasFreeSubquery = false; ///< has an uncorrelated subquery, which runs once for all rows
+    bool hasTop = false;          ///< has a TOP with ORDER BY in a subquery
+    bool varies = false;          ///< calls Rnd or a domain function, which can return another value the second time
 };
 Reading readingOf(const bound::Select &select);
 
-/// True when the expression names a source that is none of the select's own, or of queries in the expression.
+/// True if the expression refers to a source that belongs neither to the select nor to a query inside the expression.
 bool namesOthers(const bound::Expr &expr, const bound::Select &select);
-/// True when the expression, or a query in it, names a source of the select.
+/// True if the expression, or a query in it, refers to a source of the select.
 bool namesOwn(const bound::Expr &expr, const bound::Select &select);
 
-/// The number of the only source that an expression names, which is the same each time; -1 for another expression.
+/// The number of the only source that a deterministic expression refers to; -1 for other expressions.
 int onlySourceOf(const bound::Expr &expr);
 
-/// True when the field is the first of an index.
+/// True if the field is the first of an index.
 bool leadsIndex(const bound::FieldRef &field);
 
 enum class Nulls { Refused, Ignored };
-/// True when the fields hold a unique key of the table: no two rows have the same values in them. A unique index lets
-/// any number of rows be Null, so a key that has to tell all rows apart must refuse Null.
+/// True if the fields contain a unique key of the table, so no two rows have equal values in them. A unique index
+/// admits any number of Null rows, so a key that must distinguish all rows must refuse Null.
 bool holdUniqueKey(const TableInfo &table, const QSet<int> &fields, Nulls nulls);
-/// True when the field alone is a unique key, which is never Null.
+/// True if the field alone is a unique key that refuses Null.
 bool isUniqueKey(const bound::FieldRef &field);
 
-/// The terms of a condition that all have to hold; none for null.
+/// The terms of a conjunction; none for null.
 std::vector<bound::ExprPtr> termsOf(const bound::ExprPtr &condition);
 
-/// A test of a row against a query over the same table, which names the row by equal fields only: "the first two of
-/// its tube", "a duplicate". All rows' answers follow from one run of that query.
+/// A test of a row against a correlated query over the same table that is correlated only by equal fields: "the first
+/// two results of its tube", "a duplicate". One run of the query gives the result for all rows.
 struct GroupTest
 {
     struct Pair
@@ -47,18 +47,17 @@ struct GroupTest
         bound::ExprPtr outer;
     };
     std::vector<Pair> pairs;
-    std::vector<bound::ExprPtr> where;  ///< other terms of the query's conditions
-    std::vector<bound::ExprPtr> having; ///< likewise
-    /// Conditions of the row by its own fields, when one of them may be answered by an index: only groups of such rows
-    /// are needed.
+    std::vector<bound::ExprPtr> where;  ///< other terms of the query's WHERE
+    std::vector<bound::ExprPtr> having; ///< other terms of the query's HAVING
+    /// Conditions on the outer row's own fields, if an index can answer one of them: only groups of such rows are
+    /// needed.
     std::vector<bound::ExprPtr> filter;
-    /// The test is of the row's own unique key: the row in the group is the row itself, so its groups are the same.
+    /// The test compares the row's own unique key: the found row is the row itself, so its group is the same.
     bool ofKey = false;
 };
 std::optional<GroupTest> groupTestOf(const bound::InQuery &test, const bound::Select &around);
 
-/// True for a term of HAVING that can as well be a term of WHERE: the comparison of a group key with something that is
-/// not of the group.
+/// True if a HAVING term can be moved to WHERE: it compares a group key with a value from outside of the group.
 bool isConditionOnKey(const bound::Expr &term, const bound::Select &select);
 
 } // namespace dao::sql::generate

@@ -15,10 +15,10 @@ namespace {
 
 using namespace bound;
 
-// The inner engine takes at most 127 arguments.
-constexpr size_t MaxArguments = 100;
+// SQLite allows at most 127 arguments.
+constexpr size_t kMaxArguments = 100;
 
-/// Nodes that are conditions of the inner engine.
+/// Nodes that are conditions in SQLite.
 template <typename Node>
 concept Condition = std::is_same_v<Node, bound::Not> || std::is_same_v<Node, Compare> || std::is_same_v<Node, Like> ||
     std::is_same_v<Node, Logic> || std::is_same_v<Node, bound::Chain> || std::is_same_v<Node, Between> ||
@@ -150,14 +150,14 @@ QString Generator::arguments(const std::vector<ExprPtr> &list)
     return texts.join(u", ");
 }
 
-// Text that is no column of a table has no collation of its own.
+// Only columns of tables have a collation; other text needs an explicit one.
 QString Generator::sortable(const Expr &expr)
 {
     const bool needed = familyOf(expr.type) == Family::Text && !expr.as<FieldRef>();
     return needed ? valueAt(expr, rank::Collation) + m_target.caseless : valueAt(expr, rank::Relation);
 }
 
-// The left side of a comparison with the right.
+// Generates the left operand of a comparison with the right one.
 Generator::Piece Generator::comparable(const Expr &left, const Expr &right)
 {
     const bool text = familyOf(left.type) == Family::Text || familyOf(right.type) == Family::Text ||
@@ -228,7 +228,7 @@ Generator::Piece Generator::valueOf(const Key &node, const Expr &)
 Generator::Piece Generator::valueOf(const bound::ParameterRef &node, const Expr &expr)
 {
     m_usesParameters = true;
-    // A value that does not fit would fail in every row.
+    // The value is the same for all rows, so a failed conversion ends the statement and is not noted per cell.
     const QScopedValueRollback outsideCells(m_noting, false);
     const int position = m_positions[node.id];
     const QString text = m_target.parameterPrefix + QString::number(position);
@@ -244,7 +244,7 @@ Generator::Piece Generator::valueOf(const bound::ParameterRef &node, const Expr 
 
 Generator::Piece Generator::valueOf(const Negate &node, const Expr &)
 {
-    // Two signs side by side would begin a comment.
+    // Two adjacent minus signs would start a comment.
     const Piece operand = value(*node.operand);
     const bool needed = operand.rank < rank::Sign || operand.text.startsWith(u'-');
     return {u'-' + (needed ? u'(' + operand.text + u')' : operand.text), rank::Sign};
@@ -283,7 +283,7 @@ Generator::Piece Generator::arithmetic(const Arithmetic &node)
     default:
         break;
     }
-    // By a constant that is not zero nothing can go wrong, once it is no integer division.
+    // Division by a constant other than zero cannot fail, except for integer division.
     const Literal *divisor = node.right->as<Literal>();
     if (divisor && divisor->value.real() > 0)
         return {valueAt(*node.left, rank::Multiplicative) + u" / "_s + realText(divisor->value.real()),
@@ -316,11 +316,11 @@ Generator::Piece Generator::valueOf(const Concatenate &node, const Expr &)
     QStringList terms;
     for (const ExprPtr &term : node.terms)
         terms.append(value(*term).text);
-    while (terms.size() > qsizetype(MaxArguments)) {
+    while (terms.size() > qsizetype(kMaxArguments)) {
         QStringList groups;
-        for (qsizetype i = 0; i < terms.size(); i += MaxArguments)
+        for (qsizetype i = 0; i < terms.size(); i += kMaxArguments)
             groups.append(
-                call(u"concatenate", terms.sliced(i, std::min<qsizetype>(MaxArguments, terms.size() - i)).join(u", "))
+                call(u"concatenate", terms.sliced(i, std::min<qsizetype>(kMaxArguments, terms.size() - i)).join(u", "))
                     .text);
         terms = groups;
     }
@@ -335,13 +335,13 @@ Generator::Piece Generator::valueOf(const ScalarQuery &node, const Expr &)
         return notedQuery(node);
     if (node.single)
         return {u'(' + embedded(*node.query, Shape::Subquery) + u')', rank::Primary};
-    // The aggregate fails when there is a second row.
+    // The aggregate raises an error if there is a second row.
     const QString cell = m_target.columnPrefix + u'0';
     const QString inner = embedded(*node.query, Shape::Nested);
     return {u"(SELECT "_s + ownFunction(u"single") + u'(' + cell + u") FROM ("_s + inner + u"))"_s, rank::Primary};
 }
 
-// In a cell: a failure of the subquery is that of the cell.
+// Inside a cell a failure of the subquery becomes the failure of the cell.
 Generator::Piece Generator::notedQuery(const ScalarQuery &node)
 {
     const QSet<const Select *> shown = m_shown;
@@ -401,7 +401,7 @@ Generator::Piece Generator::valueOf(const Call &node, const Expr &)
     if (node.function->kind == FunctionKind::Typed)
         list.prepend(QString::number(int(node.arguments.front()->type)) + u", "_s);
     Piece piece = call(name, list);
-    // As a subquery it is evaluated once.
+    // SQLite evaluates an uncorrelated subquery only once.
     if (once)
         piece.text = u"(SELECT "_s + piece.text + u')';
     return node.refusesNull ? call(u"not_null", piece.text) : piece;
@@ -418,7 +418,7 @@ Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
     const bool counts = name == u"Count";
     const bool native = extreme || counts || name == u"Sum" || name == u"Avg";
     QString list = !node.argument ? u"*"_s : extreme ? sortable(*node.argument) : value(*node.argument).text;
-    // Whole numbers that are computed may be larger than those of a field, and their sum than the inner engine holds.
+    // Computed integers can exceed the range of a field, and their sum 64 bits; the sum is calculated as a double.
     if (name == u"Sum" && node.argument->as<Arithmetic>() && isIntegerType(node.argument->type))
         list = u"1.0 * ("_s + list + u')';
     if (node.own && (node.namesOuter || m_inTestOfRows)) {
@@ -426,7 +426,8 @@ Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
             list = u"1"_s;
         const QString column =
             node.own->table ? keyText(*node.own) : aliasOf(*node.own) + u'.' + m_target.columnPrefix + u'0';
-        // Nothing equals Null; a test that the inner engine sees through would not do.
+        // CASE x WHEN NULL is never true but SQLite does not simplify it, so the aggregate keeps a reference to a
+        // column of its own query.
         list = u"CASE "_s + column + u" WHEN NULL THEN NULL ELSE "_s + list + u" END"_s;
         if (extreme && node.argument && familyOf(node.argument->type) == Family::Text)
             list += m_target.caseless;
@@ -439,7 +440,7 @@ Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
     if (node.filter) {
         const QString filter = u" FILTER (WHERE "_s + truth(*node.filter).text + u')';
         text += filter;
-        // A cell of a cross table without rows is Null; one whose rows have no value is 0.
+        // In a cross table Count of a cell without rows is Null; of a cell whose rows have no value it is 0.
         if (counts && node.argument)
             text = u"CASE WHEN count(*)"_s + filter + u" > 0 THEN "_s + text + u" END"_s;
         else if (counts)
@@ -453,7 +454,7 @@ Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
 Generator::Piece Generator::valueOf(const Heading &node, const Expr &)
 {
     if (node.value.isEmpty())
-        return {QString(headingMark), rank::Primary};
+        return {QString(kHeadingMark), rank::Primary};
     return {node.value, node.value.startsWith(u'-') ? rank::Sign : rank::Primary};
 }
 

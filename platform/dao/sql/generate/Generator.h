@@ -14,22 +14,19 @@ namespace dao::sql::generate {
 struct GroupTest;
 struct Reading;
 
-/// Writes the inner SQL of bound trees. All SQL text of the engine that follows from a user's text is made here.
-///
-/// The examples above the functions show an Access statement and the SQL that becomes of it, as `arvo-cli explain`
-/// prints it. Their tables: t (id COUNTER key, a LONG, b LONG, c TEXT, d DOUBLE), u (k LONG key, e TEXT), v (a LONG, b
-/// LONG), w (k SHORT required key, e TEXT).
-///
-/// Two emitters stand side by side: truth() for conditions, whose results are 1, 0 or Null as the inner engine has
-/// them, and value() for everything a user can see, where True is -1.
+/// Generates SQLite SQL from bound trees. All SQL that depends on a user's text is generated here. The examples above
+/// the functions show an Access statement and the resulting SQL, as `arvo-cli explain` prints it. Their tables: t (id
+/// COUNTER key, a LONG, b LONG, c TEXT, d DOUBLE), u (k LONG key, e TEXT), v (a LONG, b LONG), w (k SHORT required key,
+/// e TEXT). There are two emitters: truth() for conditions, whose results are 1, 0 or Null as in SQLite, and value()
+/// for values that the user sees, where True is -1.
 class Generator
 {
 public:
-    /// Parameters are those of the context when it is finished.
+    /// Positions of parameters are final: the context must have bound the whole statement.
     explicit Generator(const bound::BindContext &context);
 
     SelectPlan select(const bound::Query &query);
-    /// Without fixed headings the plan is finished by withHeadings() when it is run.
+    /// If the headings are not fixed, withHeadings() completes the plan when it runs.
     SelectPlan transform(const bound::Transform &transform);
     ActionPlan insert(const bound::Insert &insert);
     ActionPlan update(const bound::Update &update);
@@ -37,44 +34,46 @@ public:
     QString expression(const bound::Expr &expr);
     QString condition(const bound::Expr &expr);
 
-    /// Of a result that is shown: a calculated cell that fails does not end the statement, but becomes that failure.
+    /// For a result that is displayed: a failed calculated cell becomes a failure value and does not end the statement.
     void keepFailures() { m_keepsFailures = true; }
-    /// What is written from now on fails with the place in the user's text of the expression that failed. Slower.
+    /// SQL that is generated after this call reports errors with the place of the failed expression in the user's text.
+    /// It runs slower.
     void tellPlaces() { m_tellsPlaces = true; }
-    /// A text that reads, and calculates, what the statement would, and changes nothing.
+    /// A query that reads and calculates the same as the statement and changes nothing.
     QString reading(const bound::Query &query);
     QString reading(const bound::Insert &insert);
     QString reading(const bound::Update &update);
     QString reading(const bound::Delete &statement);
 
-    /// For CHECK clauses: columns stand alone, and a function of ours makes the text unfit (isPure() is false).
+    /// For CHECK clauses: columns are not qualified, and a function of this engine makes isPure() false.
     void setStandalone(bool standalone) { m_standalone = standalone; }
     bool isPure() const { return m_pure; }
 
 private:
-    /// A piece of SQL with the rank of its outermost operator, so that only needed parentheses are written: the inner
-    /// engine's parser has a small stack.
+    /// A piece of SQL with the rank of its outermost operator. Only necessary parentheses are written, because the
+    /// stack of SQLite's parser is small (100 levels).
     struct Piece
     {
         QString text;
         int rank;
     };
-    /// Stands in the text for the value of a heading that is not known yet.
-    static constexpr QChar headingMark = QChar(1);
-    /// A select by rank, parted where its two lists of columns end.
+    /// Placeholder for the value of a heading that is not known yet.
+    static constexpr QChar kHeadingMark = QChar(1);
+    /// A select by rank, split where its two lists of columns end.
     struct Ranked
     {
         QString names;
-        QString cells; ///< and what is between
+        QString cells; ///< the text between the two lists
         QString rest;
         QString whole() const { return names + cells + rest; }
     };
-    /// What identifies and orders the rows of a TOP: row keys first (_t0 ...), then the values of ORDER BY (_o0 ...).
+    /// The columns that identify and order the rows of a TOP: row keys first (_t0 ...), then the values of ORDER BY
+    /// (_o0 ...).
     struct FirstRows
     {
         QStringList names;
         QStringList values;
-        qsizetype keys = 0; ///< how many of the names are row keys
+        qsizetype keys = 0; ///< number of names that are row keys
         QStringList order;  ///< terms of ORDER BY, by name
         QString list() const;
     };
@@ -141,13 +140,13 @@ private:
     QString whereText(const bound::Select &select);
     QString allText(const std::vector<bound::ExprPtr> &terms);
     QString fromText(const bound::Select &select);
-    QString fromText(const bound::From &from, bool grouped);
+    QString fromText(const bound::JoinTree &from, bool grouped);
     QString leafText(const bound::Source &source);
     QString orderKeyText(const bound::OrderKey &key);
     QStringList orderOf(const bound::Select &select, Shape shape);
     QStringList tieBreakers(const bound::Select &select) const;
     void markGrouped(const bound::Select &select);
-    void markGrouped(const bound::From &from, bool inside);
+    void markGrouped(const bound::JoinTree &from, bool inside);
     QString keyText(const bound::Source &source) const;
     QString aliasOf(const bound::Source &source) const;
 
@@ -167,10 +166,10 @@ private:
     QString groupTestText(const bound::InQuery &node, const bound::Select &around);
     QString groupsText(const bound::Select &inner, const GroupTest &test);
 
-    // Unseen.cpp
-    void noteUnseen(const bound::Select &select, Shape shape);
-    bound::FromPtr seenOf(const bound::FromPtr &from) const;
-    QString numberTestText(const bound::Compare &node, const bound::Source &unseen);
+    // PrunedJoins.cpp
+    void notePruned(const bound::Select &select, Shape shape);
+    bound::JoinTreePtr withoutPruned(const bound::JoinTreePtr &from) const;
+    QString numberTestText(const bound::Compare &node, const bound::Source &pruned);
     QString sameNumbersText(const bound::Compare &node);
 
     // Hashes.cpp
@@ -210,37 +209,37 @@ private:
     const Target &m_target;
     QList<int> m_positions;
     QList<dao::sql::Parameter> m_parameters;
-    QSet<int> m_grouped;                 ///< by number
-    std::optional<QStringList> m_common; ///< "name AS (query)" for the front of the text that is being written
-    /// Tests that stand in a condition where false and unknown are the same, with the select whose condition it is.
+    QSet<int> m_grouped;                 ///< source numbers
+    std::optional<QStringList> m_common; ///< WITH entries "name AS (query)" of the text that is being generated
+    /// Tests in a condition that treats false and unknown alike, with the select of the condition.
     QHash<const bound::InQuery *, const bound::Select *> m_tests;
-    /// Tables that are left out of FROM, and the terms in which they are named.
-    QSet<int> m_unseen;
+    /// Tables omitted from FROM, and the terms that refer to them.
+    QSet<int> m_pruned;
     QHash<const bound::Compare *, const bound::Source *> m_numberTests;
-    /// Values that are computed once for each row of a table, to be looked up in a join.
+    /// A value computed once for each row of a table, used as a join key.
     struct Hash
     {
         const bound::Compare *test;
         const bound::Expr *value;
     };
-    QHash<int, Hash> m_hashes;                                    ///< by number of the table
-    const bound::Select *m_cancellableSelect = nullptr;           ///< whose rows are to ask one by one whether to go on
-    QHash<std::pair<const bound::Select *, size_t>, bool> m_kept; ///< answers of keepsFailure()
+    QHash<int, Hash> m_hashes;                                    ///< by source number of the table
+    const bound::Select *m_cancellableSelect = nullptr;           ///< select whose rows call the cancel function
+    QHash<std::pair<const bound::Select *, size_t>, bool> m_kept; ///< cached results of keepsFailure()
     bool m_keepsFailures = false;
     bool m_tellsPlaces = false;
-    bool m_noting = false;               ///< what is written stands in a cell that notes failures
-    QSet<const bound::Select *> m_shown; ///< whose lists may hold failures
+    bool m_noting = false;               ///< true while a cell is generated whose functions note failures
+    QSet<const bound::Select *> m_shown; ///< selects whose lists can contain failures
     bool m_standalone = false;
     bool m_pure = true;
     bool m_usesParameters = false;
-    bool m_inTestOfRows = false; ///< aggregates stand within a subquery whose rows are not theirs
+    bool m_inTestOfRows = false; ///< true while aggregates are inside a subquery over other rows
     int m_derived = 0;
 };
 
-/// The sources of a select whose rows make up a result row, in order.
+/// The sources of a select that contribute a row to each result row, in order.
 std::vector<const bound::Source *> keySources(const bound::Select &select);
-/// Why the rows of a query cannot be changed, and, by joins over unique keys, which source's rows a deletion removes
-/// (null when it cannot be changed).
+/// The reason why the rows of a query cannot be changed. deletable: the source whose row a deletion removes, determined
+/// by joins over unique keys; null if rows cannot be deleted.
 NotUpdatable whyNotUpdatable(const bound::Query &query, const bound::Source *&deletable);
 
 } // namespace dao::sql::generate

@@ -4,8 +4,8 @@
 
 using namespace Qt::StringLiterals;
 
-// Tests of a row against other rows of its group, as a user writes them: by a subquery that is run for each row. Where
-// the groups are those of one table by equal fields, the subquery is run once, for all groups.
+// Tests of a row against the other rows of its group, written as a correlated subquery that runs once per row. If the
+// groups are those of one table by equal fields, the subquery is replaced by one that runs once for all groups.
 
 namespace dao::sql::generate {
 

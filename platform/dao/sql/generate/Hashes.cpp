@@ -3,8 +3,8 @@
 
 using namespace Qt::StringLiterals;
 
-// The inner engine makes an index for a join of fields when it needs one, but not of what is computed from them: it
-// would compare every row with every row. So one side is computed first, once for each row, as a field of its own.
+// SQLite creates an automatic index for a join of fields but not for computed values; it would compare all pairs of
+// rows. So one side is computed first, once per row, as a column of a subquery that can be indexed.
 
 namespace dao::sql::generate {
 namespace {
@@ -18,20 +18,20 @@ const Source *sourceOf(const Select &select, int number)
     return found == select.sources.end() ? nullptr : found->get();
 }
 
-void collect(const From &from, const std::function<void(const ExprPtr &, const Source *)> &take)
+void collect(const JoinTree &from, const std::function<void(const ExprPtr &, const Source *)> &take)
 {
     if (from.source)
         return;
-    const From *absent = from.kind == JoinKind::Left    ? from.right.get()
-                         : from.kind == JoinKind::Right ? from.left.get()
-                                                        : nullptr;
+    const JoinTree *absent = from.kind == JoinKind::Left    ? from.right.get()
+                             : from.kind == JoinKind::Right ? from.left.get()
+                                                            : nullptr;
     for (const ExprPtr &term : termsOf(from.on))
         take(term, absent ? absent->source : nullptr);
     collect(*from.left, take);
     collect(*from.right, take);
 }
 
-/// True for an equality that the inner engine finds the rows of the source by.
+/// True for an equality that SQLite can use to find the rows of the source.
 bool finds(const Expr &term, const Source &source)
 {
     const Compare *compare = term.as<Compare>();
@@ -44,7 +44,7 @@ bool finds(const Expr &term, const Source &source)
     return isField(*compare->left) || isField(*compare->right);
 }
 
-/// True for an expression that asks whether its row is there: the key has its name only outside the computed table.
+/// True for an expression that refers to the row key: its name exists only outside of the computed table.
 bool namesKey(const Expr &expr)
 {
     return anyPart(expr, [](const Expr &part) { return part.as<Key>() != nullptr; });
@@ -56,13 +56,13 @@ void Generator::noteHashes(const Select &select)
 {
     if (select.sources.size() < 2)
         return;
-    for (const FromPtr &from : select.from)
+    for (const JoinTreePtr &from : select.from)
         collect(*from, [&](const ExprPtr &term, const Source *absent) { noteHash(*term, select, absent); });
     for (const ExprPtr &term : termsOf(select.where))
         noteHash(*term, select, nullptr);
 }
 
-// nullable: the table that the term supplies with Null.
+// nullable: the null-supplied table of the term.
 void Generator::noteHash(const Expr &term, const Select &select, const Source *nullable)
 {
     const Compare *compare = term.as<Compare>();
@@ -72,7 +72,7 @@ void Generator::noteHash(const Expr &term, const Select &select, const Source *n
     const Source *right = sourceOf(select, onlySourceOf(*compare->right));
     if (!left || !right || left == right)
         return;
-    // A table of fewer fields tends to be the smaller one.
+    // The table with fewer fields is usually the smaller one.
     const bool takesLeft = nullable ? nullable == left : left->table->fields.size() < right->table->fields.size();
     const Source &source = takesLeft ? *left : *right;
     const Expr &computed = takesLeft ? *compare->left : *compare->right;
@@ -85,7 +85,7 @@ void Generator::noteHash(const Expr &term, const Select &select, const Source *n
     }
     bool found = false;
     const auto look = [&](const ExprPtr &other) { found = found || finds(*other, source); };
-    for (const FromPtr &from : select.from)
+    for (const JoinTreePtr &from : select.from)
         collect(*from, [&](const ExprPtr &other, const Source *) { look(other); });
     for (const ExprPtr &other : termsOf(select.where))
         look(other);
@@ -95,7 +95,7 @@ void Generator::noteHash(const Expr &term, const Select &select, const Source *n
     m_grouped.insert(source.number);
 }
 
-// The limit keeps the inner engine from melting the query into the one around it.
+// LIMIT -1 keeps SQLite from flattening the subquery, which would drop the computed column.
 //     SELECT t.a FROM t INNER JOIN v ON t.a * 2 = v.b * 3
 //     SELECT _s1."a" FROM "t" AS _s1 JOIN (SELECT "rowid" AS _k, *, _s2."b" * 3 AS _h FROM "v" AS _s2 LIMIT -1) AS _s2
 //         ON _s2._h = _s1."a" * 2 ORDER BY _s1."id", _s2._k

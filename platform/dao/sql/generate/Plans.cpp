@@ -81,7 +81,7 @@ void Generator::planKeys(SelectPlan &plan, const Select &select)
     plan.rowSql = rowText(select, sources, false);
 }
 
-// A row that is added belongs to the result whether the join returns it or not.
+// An added row belongs to the result even if the join does not return it.
 void Generator::planAddedRows(SelectPlan &plan, const Select &select, const Source &addedTo)
 {
     const std::vector<const Source *> sources = keySources(select);
@@ -94,7 +94,7 @@ void Generator::planAddedRows(SelectPlan &plan, const Select &select, const Sour
     }
     if (match.isEmpty())
         return;
-    const QString rows = quoted(u"join.rows"); // no table has a dot in its name
+    const QString rows = quoted(u"join.rows"); // table names contain no dot, so this name is free
     plan.addedKeySql = u"WITH "_s + rows + u" ("_s + names.join(u", ") + u") AS ("_s + plan.keySql +
                        u") SELECT * FROM "_s + rows + u" WHERE "_s + match;
     plan.addedRowSql = rowText(select, sources, true);
@@ -119,7 +119,7 @@ QString Generator::rowText(const Select &select, const std::vector<const Source 
             conditions.append(u'(' + parameter + u" IS NULL OR "_s + keyText(source) + u" IS NOT NULL)"_s);
         else if (from.isEmpty())
             conditions.append(match);
-        // Where all keys may be Null there is still a row.
+        // If all keys can be Null there is still one row.
         if (from.isEmpty() && nullable)
             from = u"(SELECT 1) AS _one"_s;
         if (from.isEmpty())

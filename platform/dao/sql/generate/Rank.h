@@ -2,7 +2,7 @@
 
 namespace dao::sql::generate::rank {
 
-/// Binding strength of the inner engine's operators, weakest first.
+/// Precedence of SQLite's operators, lowest first.
 enum Rank : int {
     Lowest,
     Or,

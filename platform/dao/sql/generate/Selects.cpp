@@ -15,12 +15,12 @@ namespace {
 
 using namespace bound;
 
-bool isPlainJoin(const From &from)
+bool isPlainJoin(const JoinTree &from)
 {
     return from.source || (from.kind == JoinKind::Inner && isPlainJoin(*from.left) && isPlainJoin(*from.right));
 }
 
-bool hasRightJoin(const From &from)
+bool hasRightJoin(const JoinTree &from)
 {
     return !from.source && (from.kind == JoinKind::Right || hasRightJoin(*from.left) || hasRightJoin(*from.right));
 }
@@ -55,7 +55,7 @@ QString Generator::queryText(const Query &query, Shape shape)
     return withCommon([&] { return partsText(query, shape); });
 }
 
-// What stands at the front of a text can be named anywhere in it.
+// Queries in the WITH clause can be named anywhere in the text.
 QString Generator::withCommon(const std::function<QString()> &write)
 {
     if (m_common)
@@ -73,10 +73,11 @@ QString Generator::withCommon(const std::function<QString()> &write)
 //         _s1."a" FROM "t" AS _s1 WHERE _s1."a" IN (SELECT * FROM "query.1") ORDER BY _s1."id"
 QString Generator::embedded(const Query &query, Shape shape)
 {
-    if (!m_common || !nests(query) || !standsAlone(query))
+    if (!m_common || !nests(query) || !isUncorrelated(query))
         return queryText(query, shape);
     const QString text = queryText(query, shape);
-    const QString name = quoted(QString(u"query."_s + QString::number(++m_derived))); // a table has no dot in its name
+    const QString name =
+        quoted(QString(u"query."_s + QString::number(++m_derived))); // table names contain no dot, so this name is free
     m_common->append(name + u" AS ("_s + text + u')');
     return u"SELECT * FROM "_s + name;
 }
@@ -91,7 +92,7 @@ QString Generator::partsText(const Query &query, Shape shape)
     for (const QueryPart &part : query.parts) {
         if (!text.isEmpty())
             text += part.all ? u" UNION ALL "_s : u" UNION "_s;
-        // The columns of the first part name those of the whole, and give them their way of comparing.
+        // The first part determines the column names and collations of a compound SELECT.
         const bool plain = part.select && !part.select->top;
         const QString inner =
             part.select ? selectText(*part.select, Shape::Nested) : queryText(*part.nested, Shape::Nested);
@@ -113,11 +114,11 @@ QStringList Generator::cellsOf(const Select &select, Shape shape)
             cells.append(keyText(*source));
         return cells;
     }
-    // Duplicates are recognised without case.
+    // Duplicates are compared without case.
     const bool compares = select.distinct || shape == Shape::Nested;
     for (size_t i = 0; i < select.columns.size(); ++i)
         cells.append(cellText(select, i, compares));
-    // The inner engine takes a HAVING without groups only where the list has an aggregate.
+    // SQLite accepts HAVING without GROUP BY only if the select list has an aggregate.
     const bool lacksAggregate =
         select.having && select.groupBy.empty() &&
         std::ranges::none_of(select.columns, [](const OutputColumn &column) { return hasAggregate(*column.expr); });
@@ -132,12 +133,13 @@ QString Generator::selectText(const Select &select, Shape shape)
     for (const auto &source : select.sources)
         m_grouped.remove(source->number);
     markGrouped(select);
-    noteUnseen(select, shape);
+    notePruned(select, shape);
     noteHashes(select);
     if (select.top && !select.order.empty() && mayTie(select))
         return topText(select, shape);
     const QStringList cells = cellsOf(select, shape);
-    // A share of the rows takes their number: counted apart, queries within each other would double with each.
+    // TOP n PERCENT needs the number of rows. Counting with a copy of the query would double the text at each nesting
+    // level.
     const bool shareOfQuery = select.top && select.top->percent &&
                               ((select.where && hasSubquery(*select.where)) ||
                                std::ranges::any_of(select.sources, [](const auto &source) { return !source->table; }));
@@ -164,7 +166,7 @@ QString Generator::limitText(const Select &select, const QStringList &cells)
     const QString count = QString::number(qint64(select.top->count));
     if (!select.top->percent)
         return m_target.limit + count;
-    // Without groups an aggregate makes one row of none.
+    // An aggregate without GROUP BY returns one row even if there are no rows.
     const QString rows = select.distinct     ? QString(u"SELECT DISTINCT "_s + cells.join(u", "))
                          : select.aggregated ? u"SELECT count(*)"_s
                                              : u"SELECT 1"_s;
@@ -231,14 +233,14 @@ QString Generator::allText(const std::vector<ExprPtr> &terms)
 
 QString Generator::whereText(const Select &select)
 {
-    // In other places false and unknown may differ.
+    // Elsewhere false and unknown can have different results.
     const auto outside = m_tests;
     noteTests(select);
     std::vector<ExprPtr> terms = termsOf(select.where);
     const auto isNumberTest = [this](const ExprPtr &term) { return m_numberTests.contains(term->as<Compare>()); };
     QString text;
     if (std::ranges::any_of(terms, isNumberTest)) {
-        // They hold for nearly all rows.
+        // Number tests are true for nearly all rows, so they are evaluated last.
         std::stable_partition(terms.begin(), terms.end(), [&](const ExprPtr &term) { return !isNumberTest(term); });
         text = allText(terms);
     } else if (select.where) {
@@ -270,7 +272,7 @@ QString Generator::fromToHaving(const Select &select)
         text += u" WHERE "_s + condition;
     QStringList groups;
     for (const ExprPtr &key : select.groupBy) {
-        // A constant would be read as the number of a column.
+        // GROUP BY and ORDER BY treat an integer constant as a column number.
         groups.append(key->as<Literal>() ? u"NULL"_s : sortable(*key));
     }
     for (const Source *source : select.rowSources)
@@ -284,8 +286,8 @@ QString Generator::fromToHaving(const Select &select)
 QString Generator::fromText(const Select &select)
 {
     QStringList tables;
-    for (const FromPtr &all : select.from) {
-        if (const FromPtr from = seenOf(all))
+    for (const JoinTreePtr &all : select.from) {
+        if (const JoinTreePtr from = withoutPruned(all))
             tables.append(fromText(*from, !tables.isEmpty() && hasRightJoin(*from)));
     }
     return tables.join(u", ");
@@ -294,13 +296,13 @@ QString Generator::fromText(const Select &select)
 //     SELECT t.a FROM t, (u RIGHT JOIN v ON u.k = v.a)
 //     SELECT _s1."a" FROM "t" AS _s1, ((SELECT "rowid" AS _k, * FROM "u") AS _s2 RIGHT JOIN (SELECT "rowid" AS _k, *
 //         FROM "v") AS _s3 ON _s2."k" = _s3."a") ORDER BY _s1."id", _s2._k, _s3._k
-QString Generator::fromText(const From &from, bool grouped)
+QString Generator::fromText(const JoinTree &from, bool grouped)
 {
     if (from.source)
         return leafText(*from.source);
     if (grouped)
         return u'(' + fromText(from, false) + u')';
-    // Inner joins on the right of an inner join need no parentheses: their conditions go to the last of them.
+    // Inner joins on the right side of an inner join need no parentheses: their conditions move to the last one.
     const bool linear = from.kind == JoinKind::Inner && isPlainJoin(*from.right) && !from.right->source;
     QString text = fromText(*from.left, false) + joinText(from.kind);
     if (!linear) {
@@ -311,7 +313,7 @@ QString Generator::fromText(const From &from, bool grouped)
     if (from.on)
         conditions.append(truthAt(*from.on, rank::Not));
     QStringList leaves;
-    const std::function<void(const From &)> flatten = [&](const From &part) {
+    const std::function<void(const JoinTree &)> flatten = [&](const JoinTree &part) {
         if (part.source) {
             leaves.append(leafText(*part.source));
             return;
@@ -328,12 +330,12 @@ QString Generator::fromText(const From &from, bool grouped)
 
 void Generator::markGrouped(const Select &select)
 {
-    for (const FromPtr &from : select.from)
+    for (const JoinTreePtr &from : select.from)
         markGrouped(*from, from != select.from.front() && hasRightJoin(*from));
 }
 
-// Inside parentheses of a join the inner engine hides the row key, so it is selected under a name of its own.
-void Generator::markGrouped(const From &from, bool inside)
+// SQLite hides the row key of tables inside a parenthesised join, so it is selected under another name.
+void Generator::markGrouped(const JoinTree &from, bool inside)
 {
     if (from.source) {
         if (inside && from.source->table)
@@ -374,7 +376,7 @@ QStringList Generator::orderOf(const Select &select, Shape shape)
     if (!matters)
         return order;
     for (const OrderKey &key : select.order) {
-        // A constant orders nothing, and would be read as the number of a column.
+        // A constant has no effect on the order and would be treated as a column number.
         if (!select.distinct && key.expr->as<Literal>())
             continue;
         order.append(select.distinct ? QString::number(key.output + 1) + (key.descending ? u" DESC"_s : QString())

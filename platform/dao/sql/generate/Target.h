@@ -3,24 +3,24 @@
 
 namespace dao::sql::generate {
 
-/// How the inner engine spells what the generator needs: the seam at which another server engine would be added.
+/// The spellings of the target SQL dialect: another database server would be added here.
 struct Target
 {
-    QStringView functionPrefix;  ///< before the names of our own functions
-    QStringView notingPrefix;    ///< likewise, of those that note a failure and go on
-    QStringView placing;         ///< function of a value whose failure, when noted, ends the statement with its place
-    QStringView sourcePrefix;    ///< before the number of a source: its alias
-    QStringView columnPrefix;    ///< before the number of an output column of a nested query
-    QStringView keyPrefix;       ///< before the number of a key column
-    QStringView parameterPrefix; ///< before the position of a parameter
-    QStringView caseless;        ///< behind a text expression: compare without case
-    QStringView trueValue;       ///< a condition that always holds
+    QStringView functionPrefix;  ///< prefix of the engine's functions
+    QStringView notingPrefix;    ///< prefix of the functions that note a failure and return Null
+    QStringView placing;         ///< function that ends the statement with the place of a noted failure
+    QStringView sourcePrefix;    ///< prefix of source aliases, followed by the source number
+    QStringView columnPrefix;    ///< prefix of output columns of nested queries
+    QStringView keyPrefix;       ///< prefix of key columns
+    QStringView parameterPrefix; ///< prefix of parameters
+    QStringView caseless;        ///< suffix of a text expression that is compared without case
+    QStringView trueValue;       ///< a condition that is always true
     QStringView limit;           ///< " LIMIT "
     QStringView lesser;          ///< scalar minimum of two values
     QStringView greater;
-    QStringView materialisedTable; ///< name of the temporary table of rows that a change reads first
+    QStringView materialisedTable; ///< name of the temporary table of materialised rows
     QStringView temporary;         ///< schema of temporary tables
-    QStringView stopFunction;      ///< gives 0, and fails once the user wants to stop
+    QStringView stopFunction;      ///< returns 0; fails after the user has cancelled
 };
 
 /// SQLite.

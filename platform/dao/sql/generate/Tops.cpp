@@ -24,7 +24,7 @@ QString inAnd(const QString &condition)
     return condition.isEmpty() ? condition : QString(u'(' + condition + u')');
 }
 
-bool isTableJoin(const From &from)
+bool isTableJoin(const JoinTree &from)
 {
     return from.source ? from.source->table != nullptr
                        : from.kind != JoinKind::Right && isTableJoin(*from.left) && isTableJoin(*from.right);
@@ -67,14 +67,14 @@ QString Generator::topText(const Select &select, Shape shape)
     if (!ofTables)
         return rankedText(select, cellsOf(select, shape)).whole();
     const Reading reading = readingOf(select);
-    // What is named several times is compiled several times: with each TOP within another one the text would multiply.
+    // SQLite expands a WITH entry at each use: nested TOPs would multiply the text.
     if (reading.hasTop && !reading.namesOuter)
         return rankedRowsText(select, shape);
     if (reading.hasTop)
         return rankedText(select, cellsOf(select, shape)).whole();
     if (!reading.namesOuter)
         return firstRowsText(select, reading, shape);
-    const bool simple = std::ranges::all_of(select.from, [](const FromPtr &from) { return isTableJoin(*from); });
+    const bool simple = std::ranges::all_of(select.from, [](const JoinTreePtr &from) { return isTableJoin(*from); });
     if (simple && !reading.varies && !select.top->percent)
         return firstOfGroupText(select, cellsOf(select, shape));
     return rankedText(select, cellsOf(select, shape)).whole();
@@ -92,7 +92,9 @@ QString Generator::topText(const Select &select, Shape shape)
 QString Generator::firstRowsText(const Select &select, const Reading &reading, Shape shape)
 {
     const QString number = QString::number(++m_derived);
-    const auto named = [&](const QString &name) { return quoted(QString(name + u'.' + number)); }; // no table has a dot
+    const auto named = [&](const QString &name) {
+        return quoted(QString(name + u'.' + number));
+    }; // table names contain no dot
     const FirstRows first = firstRowsOf(select);
     QStringList names;
     QStringList reversed;
@@ -181,15 +183,15 @@ QString Generator::FirstRows::list() const
     return list.join(u", ");
 }
 
-// The cells of a select for the rows that `rows` returns under the names of `first`.
+// Selects the cells for the rows that `rows` returns under the names of `first`.
 QString Generator::cellsOfRowsText(const Select &select, const FirstRows &first, const QString &rows,
                                    const QStringList &order, Shape shape)
 {
     const QString sorted = shape == Shape::Subquery ? QString() : QString(u" ORDER BY "_s + order.join(u", "));
     if (shape == Shape::Keys)
         return u"SELECT "_s + first.names.first(first.keys).join(u", ") + u" FROM "_s + rows + sorted;
-    // Cells that are all there need no second look at the tables. In a comparison only a key, a number, can stand for
-    // the field itself: other values would lose the way in which the field is compared.
+    // If `rows` contains all cells, the tables are not read again. In comparisons only a key (a number) can replace the
+    // field: other values would lose the field's collation.
     QStringList cells;
     const qsizetype usable = shape == Shape::Plain ? first.names.size() : shape == Shape::Subquery ? first.keys : 0;
     for (const OutputColumn &column : select.columns) {
@@ -202,10 +204,10 @@ QString Generator::cellsOfRowsText(const Select &select, const FirstRows &first,
     return rowsByKeyText(select, rows, shape) + sorted;
 }
 
-// The cells of the rows whose keys `rows` has as _t0 and so on.
+// Selects the cells of the rows whose keys `rows` returns as _t0 and so on.
 QString Generator::rowsByKeyText(const Select &select, const QString &rows, Shape shape)
 {
-    // Here no table stands in parentheses of a join.
+    // No table is inside a parenthesised join here.
     const auto grouped = std::exchange(m_grouped, {});
     QString from = rows + u" AS _first"_s;
     int index = 0;
@@ -244,7 +246,7 @@ QString Generator::firstOfGroupText(const Select &select, const QStringList &cel
         names.prepend(name);
         order.prepend(key.descending ? name + u" DESC"_s : name);
         reversed.prepend(key.descending ? name : name + u" DESC"_s);
-        // Null comes before all others.
+        // Null sorts before all other values.
         const QString before = value + (key.descending ? u" > "_s : u" < "_s) + bound + u" OR ("_s + missing +
                                u" IS NULL AND "_s + present + u" IS NOT NULL)"_s;
         const QString same = joined(value + u" IS "_s + bound, notBehind);

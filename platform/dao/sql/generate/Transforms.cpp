@@ -35,11 +35,11 @@ SelectPlan Generator::transform(const Transform &transform)
     CrosstabPlan crosstab;
     const auto cellValue = [&] { return value(*transform.cell).text; };
     const bool keeps = m_keepsFailures && mayFail(*transform.cell);
-    crosstab.cell = (keeps ? noting(cellValue) : cellValue()).split(headingMark);
+    crosstab.cell = (keeps ? noting(cellValue) : cellValue()).split(kHeadingMark);
     planRows(crosstab, select);
     crosstab.cellInfo = outputInfo({}, *transform.cell);
 
-    // The distinct values, as names and as literals of the inner engine.
+    // The distinct values of the pivot, as names and as SQLite literals.
     Select values;
     values.from = select.from;
     values.where = select.where;

@@ -6,8 +6,8 @@ namespace {
 
 using namespace bound;
 
-/// True when a join has no condition.
-bool isCrossed(const From &from)
+/// True if the join has no condition.
+bool isCrossed(const JoinTree &from)
 {
     return !from.source && (!from.on || isCrossed(*from.left) || isCrossed(*from.right));
 }
@@ -19,13 +19,13 @@ NotUpdatable joinedUpdatable(const Select &select, const Source *&deletable)
     const QHash<const Source *, QSet<int>> fields = joinedFields(select);
     std::vector<const Source *> free;
     for (const auto &source : select.sources) {
-        // By a unique key each row of the others meets one row of the table at most.
+        // Joined by a unique key each row of the other tables matches at most one row of this table.
         if (!holdUniqueKey(*source->table, fields.value(source.get()), Nulls::Ignored))
             free.push_back(source.get());
     }
     if (free.size() > 1)
         return NotUpdatable::ManyToMany;
-    // One to one: the first table that always has a row.
+    // One-to-one join: the first table that always has a row.
     for (const auto &source : select.sources) {
         if (free.empty() && !source->nullable)
             free.push_back(source.get());

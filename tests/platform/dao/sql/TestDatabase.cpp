@@ -263,10 +263,10 @@ TestDatabase::Result TestDatabase::run(const QString &sql, const Parameters &par
     return result;
 }
 
-void TestDatabase::gather(const dao::sql::ActionPlan::Step &step, const QList<Value> &values)
+void TestDatabase::materialise(const dao::sql::ActionPlan::Step &step, const QList<Value> &values)
 {
-    const QString table = u"temp."_s + step.gathersInto;
-    execute(u"CREATE TEMP TABLE "_s + step.gathersInto + u" AS "_s + step.sql, values);
+    const QString table = u"temp."_s + step.materialiseInto;
+    execute(u"CREATE TEMP TABLE "_s + step.materialiseInto + u" AS "_s + step.sql, values);
     if (step.keyed)
         execute(u"DELETE FROM "_s + table + u" WHERE _k0 IS NULL OR rowid NOT IN (SELECT max(rowid) FROM "_s + table +
                 u" GROUP BY _k0)"_s);
@@ -294,8 +294,8 @@ void TestDatabase::carryOut(const dao::sql::Plan &plan, const QList<Value> &valu
         execute(u"SAVEPOINT s"_s);
         try {
             for (const ActionPlan::Step &step : action->steps) {
-                if (!step.gathersInto.isEmpty()) {
-                    gather(step, values);
+                if (!step.materialiseInto.isEmpty()) {
+                    materialise(step, values);
                     continue;
                 }
                 if (step.refusal) {

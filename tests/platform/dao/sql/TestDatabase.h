@@ -51,7 +51,7 @@ private:
                             const QList<dao::sql::Column> &columns);
     QList<QStringList> readByKeys(const dao::sql::SelectPlan &plan, const QList<dao::Value> &values);
     [[noreturn]] void fail(const QString &sql) const;
-    void gather(const dao::sql::ActionPlan::Step &step, const QList<dao::Value> &values);
+    void materialise(const dao::sql::ActionPlan::Step &step, const QList<dao::Value> &values);
     void carryOut(const dao::sql::Plan &plan, const QList<dao::Value> &values, Result &result);
 
     sqlite3 *m_handle = nullptr;

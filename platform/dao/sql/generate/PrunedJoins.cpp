@@ -5,15 +5,16 @@
 
 using namespace Qt::StringLiterals;
 
-// A table that is joined by its key and not read otherwise, as the tables of labels in the program's views, only asks
-// whether there is such a number. It is left out of FROM, and the question asked of the numbers.
+// Join pruning: a table that is joined by its key and not read otherwise, like the label tables in the program's views,
+// only tests whether the key exists. It is omitted from FROM, and the other side of the join is tested against its
+// keys.
 
 namespace dao::sql::generate {
 namespace {
 
 using namespace bound;
 
-/// How often each source is named, by number.
+/// Counts the references to each source, by source number.
 class Uses
 {
 public:
@@ -23,7 +24,7 @@ public:
             if (cells)
                 count(column.expr);
         }
-        for (const FromPtr &from : select.from)
+        for (const JoinTreePtr &from : select.from)
             count(*from);
         count(select.where);
         for (const ExprPtr &key : select.groupBy)
@@ -44,7 +45,7 @@ private:
         if (expr)
             count(*expr);
     }
-    void count(const From &from)
+    void count(const JoinTree &from)
     {
         if (from.source)
             return;
@@ -77,19 +78,19 @@ private:
     QHash<int, int> m_counts;
 };
 
-/// Whole numbers of 16 bits at most, each there once: few enough to be counted.
+/// True for a unique integer key of at most 16 bits, of which there are few enough to count.
 bool isSmallKey(const FieldRef &field)
 {
     const DataType type = field.source->table->fields[field.field].type;
     return (type == DataType::Integer || type == DataType::Byte) && isUniqueKey(field);
 }
 
-/// True when the source stands in a list of tables, or in a join of every row with every row.
-bool isCrossed(const From &from, const Source &source)
+/// True if the source is in a list of tables or in a cross join.
+bool isCrossed(const JoinTree &from, const Source &source)
 {
     if (from.source)
         return false;
-    const auto is = [&](const From &side) { return side.source == &source; };
+    const auto is = [&](const JoinTree &side) { return side.source == &source; };
     return is(*from.left) || is(*from.right) ? from.kind == JoinKind::Inner && !from.on
                                              : isCrossed(*from.left, source) || isCrossed(*from.right, source);
 }
@@ -101,16 +102,16 @@ bool canLeaveOut(const Select &select, const FieldRef &field, const Uses &uses)
     if (!source.table || source.nullable || uses.of(source) != 1 || !std::ranges::any_of(select.sources, isIt) ||
         !isSmallKey(field))
         return false;
-    return std::ranges::any_of(select.from, [&](const FromPtr &from) {
+    return std::ranges::any_of(select.from, [&](const JoinTreePtr &from) {
         return isCrossed(*from, source) || (from->source == &source && select.from.size() > 1);
     });
 }
 
 } // namespace
 
-void Generator::noteUnseen(const Select &select, Shape shape)
+void Generator::notePruned(const Select &select, Shape shape)
 {
-    // Rows that are shown or changed one by one have the keys of all their tables.
+    // Rows that are displayed or changed individually need the keys of all their tables.
     const bool keyed = (shape == Shape::Plain || shape == Shape::Keys) && !select.aggregated && !select.distinct;
     if (keyed || select.top || !select.rowSources.empty() || select.sources.size() < 2)
         return;
@@ -127,10 +128,10 @@ void Generator::noteUnseen(const Select &select, Shape shape)
             !isIntegerType(compare->right->type))
             continue;
         for (const auto &[field, other] : {std::pair(right, left), std::pair(left, right)}) {
-            if (!canLeaveOut(select, *field, uses) || m_unseen.contains(other->source->number) ||
+            if (!canLeaveOut(select, *field, uses) || m_pruned.contains(other->source->number) ||
                 needed.contains(field->source->number))
                 continue;
-            m_unseen.insert(field->source->number);
+            m_pruned.insert(field->source->number);
             needed.insert(other->source->number);
             m_numberTests.insert(compare, field->source);
             break;
@@ -138,17 +139,17 @@ void Generator::noteUnseen(const Select &select, Shape shape)
     }
 }
 
-FromPtr Generator::seenOf(const FromPtr &from) const
+JoinTreePtr Generator::withoutPruned(const JoinTreePtr &from) const
 {
-    if (m_unseen.isEmpty())
+    if (m_pruned.isEmpty())
         return from;
     if (from->source)
-        return m_unseen.contains(from->source->number) ? nullptr : from;
-    const FromPtr left = seenOf(from->left);
-    const FromPtr right = seenOf(from->right);
+        return m_pruned.contains(from->source->number) ? nullptr : from;
+    const JoinTreePtr left = withoutPruned(from->left);
+    const JoinTreePtr right = withoutPruned(from->right);
     if (!left || !right)
         return left ? left : right;
-    auto join = std::make_shared<From>(*from);
+    auto join = std::make_shared<JoinTree>(*from);
     join->left = left;
     join->right = right;
     return join;
@@ -159,13 +160,13 @@ FromPtr Generator::seenOf(const FromPtr &from) const
 //     SELECT Count(*) AS n FROM t, w WHERE t.a = w.k
 //     SELECT count(*) FROM "t" AS _s1 WHERE (_s1."a" BETWEEN (SELECT CASE count(*) WHEN max("k") - min("k") + 1 THEN
 //         min("k") END FROM "w") AND (SELECT max("k") FROM "w") OR _s1."a" IN (SELECT "k" FROM "w"))
-QString Generator::numberTestText(const Compare &node, const Source &unseen)
+QString Generator::numberTestText(const Compare &node, const Source &pruned)
 {
-    const bool isRight = node.right->as<FieldRef>()->source == &unseen;
+    const bool isRight = node.right->as<FieldRef>()->source == &pruned;
     const FieldRef &field = *(isRight ? node.right : node.left)->as<FieldRef>();
     const QString number = value(isRight ? *node.left : *node.right).text;
-    const QString name = quoted(unseen.table->fields[field.field].name);
-    const QString from = u" FROM "_s + quoted(unseen.table->name);
+    const QString name = quoted(pruned.table->fields[field.field].name);
+    const QString from = u" FROM "_s + quoted(pruned.table->name);
     const QString first = u"min("_s + name + u')';
     const QString last = u"max("_s + name + u')';
     return u'(' + number + u" BETWEEN (SELECT CASE count(*) WHEN "_s + last + u" - "_s + first + u" + 1 THEN "_s +
