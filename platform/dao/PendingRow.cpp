@@ -28,6 +28,7 @@ bool PendingRow::isEmpty() const
     return std::all_of(m_mask.begin(), m_mask.end(), [](quint64 bits) { return bits == 0; });
 }
 
+// Doubles the buffer, so that many small texts do not reallocate it each time.
 void PendingRow::reserve(qsizetype bytes)
 {
     const auto needed = size_t(m_used + bytes);
@@ -35,6 +36,7 @@ void PendingRow::reserve(qsizetype bytes)
         m_bytes.resize(std::max({needed, m_bytes.size() * 2, size_t(kFirstReserve)}));
 }
 
+// Encodes into the buffer directly; toUtf8() would allocate a QByteArray per cell.
 void PendingRow::setText(Cell &cell, const QString &text)
 {
     reserve(m_encoder.requiredSpace(text.size()) + 1);
@@ -52,6 +54,7 @@ void PendingRow::setBytes(Cell &cell, const QByteArray &bytes)
     m_used += cell.length;
 }
 
+// A value of the field's own type, the usual case, is used without a conversion.
 void PendingRow::set(int field, const FieldInfo &info, const Value &given)
 {
     Value converted;

@@ -31,6 +31,7 @@ double checked(std::optional<double> date)
     return *date;
 }
 
+// The day is limited to the last day of the month: 31 January plus one month is 28 or 29 February.
 double addMonths(double date, qint64 months)
 {
     const DateParts parts = datePartsOf(date);
@@ -43,6 +44,7 @@ double addMonths(double date, qint64 months)
     return dateFrom(dayOf(checked(dateSerial(int(year), monthOfYear, day))), secondsOf(date));
 }
 
+// Integer arithmetic on seconds: sums of day fractions would lose seconds by rounding.
 double addSeconds(double date, qint64 seconds)
 {
     const qint64 total = totalSeconds(date) + seconds;
@@ -53,6 +55,7 @@ double addSeconds(double date, qint64 seconds)
 }
 
 // Day 1 of the calendar (31 December 1899) is a Sunday.
+// The number of the week since day 1, for weeks that start on firstDay.
 qint64 weekIndex(qint64 day, int firstDay)
 {
     return floorDivide(day - firstDay, 7);
@@ -78,6 +81,7 @@ qint64 firstWeekOf(int year, const WeekRule &rule)
     return counts ? begin : begin + 7;
 }
 
+// The last days of a year can belong to week 1 of the next year, the first ones to the last week of the previous one.
 int weekOfYear(double date, const WeekRule &rule)
 {
     const qint64 day = dayOf(date);

@@ -39,6 +39,7 @@ void NumberSection::addDigit(bool zero, bool afterPoint, bool inExponent)
     pieces.append({Piece::Kind::Digit, {}, zero});
 }
 
+// Parses a section in one pass. Commas are only counted at first: the next placeholder decides what they mean.
 NumberSection::NumberSection(QStringView text)
 {
     bool afterPoint = false;

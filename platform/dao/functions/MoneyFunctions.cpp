@@ -24,6 +24,8 @@ double annuity(double rate, double periods)
     return rate == 0 ? periods : (std::pow(1 + rate, periods) - 1) / rate;
 }
 
+// The usual equation of annuities, here and below solved for one of its terms:
+//     present * (1 + rate)^periods + payment * due * ((1 + rate)^periods - 1) / rate + future = 0
 double futureValue(double rate, double periods, double payment, double present, double due)
 {
     return -(present * std::pow(1 + rate, periods) + payment * due * annuity(rate, periods));
@@ -58,6 +60,7 @@ void pmt(Call &call)
 }
 
 // IPmt and PPmt. Arguments: (rate, period, periods, present[, future[, due]]).
+// The interest of a period is the balance before it times the rate.
 double interestOf(const Call &call)
 {
     const double rate = call.number(0);
@@ -85,6 +88,7 @@ void ppmt(Call &call)
     call.result(whole - interestOf(call));
 }
 
+// The equation solved for periods; without interest it is linear.
 void nper(Call &call)
 {
     const double rate = call.number(0);

@@ -58,6 +58,7 @@ void Catalog::load()
     installEngineRules(m_connection, m_contents);
 }
 
+// The version is PRAGMA user_version, a field of the file header, so the check reads no table.
 bool Catalog::refresh()
 {
     if (m_connection.catalogVersion() == m_version)
@@ -68,6 +69,7 @@ bool Catalog::refresh()
 
 void Catalog::rolledBack()
 {
+    // The schema is the same, but temporary triggers that were created inside the transaction are gone.
     if (!refresh())
         installEngineRules(m_connection, m_contents);
 }
@@ -149,6 +151,7 @@ void Catalog::change(const std::function<void()> &steps)
     Savepoint savepoint(m_connection);
     steps();
     m_connection.throwIfCancelled();
+    // The version is part of the transaction: other connections see it together with the change.
     m_connection.run(u"PRAGMA user_version = %1"_s.arg((m_connection.catalogVersion() + 1) & 0x7fffffff));
     savepoint.release();
     reload.disarm();

@@ -46,6 +46,7 @@ void DefinitionCheck::fail(int number, const QStringList &arguments) const
     throw engineError(number, m_source, arguments);
 }
 
+// Fields, indexes and relations can have names that are reserved for tables.
 void DefinitionCheck::plainName(const QString &name) const
 {
     if (!isValidName(name))
@@ -67,6 +68,7 @@ const TableInfo &DefinitionCheck::storedTable(const QString &name) const
     return table->info;
 }
 
+// Sets size and attributes from the type, so that definitions from all sources (DDL, DAO, conversion) are equal.
 FieldInfo DefinitionCheck::field(const FieldInfo &given) const
 {
     FieldInfo field = given;
@@ -97,6 +99,7 @@ FieldInfo DefinitionCheck::field(const FieldInfo &given) const
     field.size = sizeOf(field.type, field.size);
     const bool variable =
         isTextType(field.type) || field.type == DataType::Binary || field.type == DataType::LongBinary;
+    // DAO reports text and binary fields as variable, all others as fixed.
     field.attributes |= Updatable | (variable ? VariableField : FixedField);
     field.allowZeroLength = field.allowZeroLength && isTextType(field.type);
     field.sourceTable.clear();
@@ -161,6 +164,7 @@ TableInfo DefinitionCheck::shape(const TableInfo &given) const
         1)
         fail(error::PrimaryKeyExists);
     table.keyColumn = keyColumnFor(table);
+    // Fields named rowid, oid and _rowid_ hide all names of the row key.
     if (table.keyColumn.isEmpty())
         fail(error::InvalidName, {u"rowid"_s});
     return table;
@@ -183,6 +187,7 @@ RelationInfo DefinitionCheck::relation(const RelationInfo &given) const
         const FieldInfo *foreign = foreignTable.field(field.foreignField);
         if (!key || !foreign)
             fail(error::InvalidIndexField, {key ? field.foreignField : field.field});
+        // SQLite compares a number and a text as unequal, so keys of different types would never match.
         if (key->type != foreign->type)
             fail(error::RelationTypes);
         field = {key->name, foreign->name};

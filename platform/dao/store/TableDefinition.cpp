@@ -25,6 +25,7 @@ QString storageClass(const FieldInfo &field)
     case DataType::Decimal:
         return u"REAL"_s;
     case DataType::Text:
+        // NOCASE makes comparisons and indexes ignore the case of A to Z, as the dialect does.
         return u"TEXT(%1) COLLATE NOCASE"_s.arg(field.size);
     case DataType::Memo:
     case DataType::Guid:
@@ -34,6 +35,8 @@ QString storageClass(const FieldInfo &field)
     }
 }
 
+// A CHECK condition for the type and range. SQLite's column types only convert values; any value can be stored in any
+// column.
 QString typeCondition(const FieldInfo &field, const QString &column)
 {
     const auto whole = [&](const QString &low, const QString &high) -> QString {
@@ -86,6 +89,7 @@ QString lateRequiredTriggerName(const QString &table, const QString &field, cons
 
 } // namespace
 
+// An autonumber is the INTEGER PRIMARY KEY and thus the row key itself.
 QString keyColumnFor(const TableInfo &table)
 {
     for (const FieldInfo &field : table.fields) {
@@ -99,6 +103,7 @@ QString keyColumnFor(const TableInfo &table)
     return {};
 }
 
+// A Boolean field is never Null. Late required fields use triggers instead (see StoredTable).
 bool isNotNull(const StoredTable &table, const FieldInfo &field)
 {
     if (field.type == DataType::Boolean)

@@ -10,6 +10,7 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
+// The same text as CStr.
 QString textOf(const Value &value)
 {
     switch (value.type()) {
@@ -28,6 +29,7 @@ QString textOf(const Value &value)
     }
 }
 
+// Text is read as a number or as one of the words for a truth value.
 std::optional<double> numberOf(const Value &value)
 {
     if (value.type() != Value::Type::Text)
@@ -46,6 +48,7 @@ std::optional<double> numberOf(const Value &value)
     return {};
 }
 
+// Rounds half to even before the range check: 32767.4 is an Integer. The comparison is false for NaN.
 std::optional<qint64> wholeOf(const Value &value, double low, double high)
 {
     const std::optional<double> number = numberOf(value);
@@ -73,6 +76,7 @@ Value toDate(const Value &value)
     return number && isValidDate(*number) ? Value::fromDate(*number) : Value();
 }
 
+// The limits are those of a 64-bit integer in ten-thousandths.
 Value toCurrency(const Value &value)
 {
     if (value.type() == Value::Type::Currency)

@@ -27,6 +27,7 @@ struct Split
     int seconds;
 };
 
+// The fraction counts forward also for negative dates: -1.25 is day -1, 06:00. Rounding can reach the next day.
 Split split(double date)
 {
     // Values far outside the calendar, infinities and NaN must not overflow the conversion to int.
@@ -41,6 +42,7 @@ Split split(double date)
     return result;
 }
 
+// Full names, the first three letters, and "sept".
 int monthFromName(QStringView word)
 {
     for (int i = 0; i < 12; ++i) {
@@ -60,6 +62,7 @@ bool isWeekdayName(QStringView word)
     });
 }
 
+// Two-digit years: 0 to 29 are 2000 to 2029, 30 to 99 are 1930 to 1999.
 int fullYear(int year)
 {
     if (year >= 0 && year <= 29)
@@ -106,6 +109,7 @@ private:
 
     bool atDigit() const { return m_at < m_text.size() && m_text[m_at] >= u'0' && m_text[m_at] <= u'9'; }
 
+    // At most four digits: a longer number is neither a year nor a day.
     int readNumber()
     {
         const qsizetype start = m_at;
@@ -125,6 +129,7 @@ private:
         return m_text.sliced(start, m_at - start);
     }
 
+    // A number before ":" is an hour, before AM or PM an hour too, otherwise a part of the date.
     void readItem()
     {
         if (atDigit()) {

@@ -57,6 +57,8 @@ public:
                 ++m_at;
             Token token = next();
             token.range = {int(m_start), int(m_at - m_start)};
+            // Whether an operand precedes decides if "." starts a number and "&" a radix mark: "t.5" and "a&H1" against
+            // ".5" and "&H1".
             const bool plainWord = token.kind == Token::Kind::Word && token.keyword == Keyword::None;
             m_afterOperand = plainWord || token.kind == Token::Kind::Quoted || token.kind == Token::Kind::Number ||
                              token.kind == Token::Kind::Text || token.kind == Token::Kind::Date ||
@@ -115,6 +117,7 @@ private:
         return token;
     }
 
+    // 'text' or "text"; a doubled quote is one quote character.
     Token text(QChar quote)
     {
         Token token;
@@ -133,6 +136,7 @@ private:
         return fault(Fault::Text, 0);
     }
 
+    // [name] or `name`.
     Token bracketed(QChar closing)
     {
         const qsizetype end = m_text.indexOf(closing, m_at + 1);
@@ -145,6 +149,7 @@ private:
         return token;
     }
 
+    // #date#, in US order or ISO form.
     Token date()
     {
         const qsizetype end = m_text.indexOf(u'#', m_at + 1);
@@ -160,6 +165,7 @@ private:
         return token;
     }
 
+    // 12, 1.5, .5, 1E-3. A number without point and exponent that fits a Long is an integer.
     Token number()
     {
         bool fraction = false;
@@ -189,6 +195,7 @@ private:
 
     static bool isRadixMark(QChar c) { return c == u'H' || c == u'h' || c == u'O' || c == u'o'; }
 
+    // &HFF and &O17. Up to 16 bits are a signed 16-bit value, up to 32 bits a signed 32-bit value.
     Token radixNumber()
     {
         const bool hex = at(1).toUpper() == u'H';
@@ -207,6 +214,7 @@ private:
         return token;
     }
 
+    // A keyword or a name without brackets.
     Token word()
     {
         ++m_at;

@@ -55,6 +55,7 @@ bool nameColumns(Statement &statement, const std::vector<NameAt> &names)
 
 } // namespace
 
+// CREATE [UNIQUE] INDEX | CREATE TABLE | CREATE VIEW | CREATE PROCEDURE
 void Parser::parseCreate(Statement &statement)
 {
     take();
@@ -102,6 +103,7 @@ bool Parser::atConstraint(bool ofTable) const
     return !ofTable && (at(Keyword::References) || at(Keyword::Not) || at(Keyword::Null));
 }
 
+// field type { NOT NULL | NULL | DEFAULT value | WITH COMPRESSION | constraint }
 FieldDefinition Parser::parseFieldDefinition()
 {
     FieldDefinition field;
@@ -116,6 +118,7 @@ FieldDefinition Parser::parseFieldDefinition()
             field.notNull = false;
         } else if (accept(Keyword::Default)) {
             const Token first = current();
+            // Only the text of the default is stored; parsing it finds its end.
             parseArithmetic(0);
             field.defaultRange = since(first);
             field.defaultValue = textOf(field.defaultRange);
@@ -131,6 +134,7 @@ FieldDefinition Parser::parseFieldDefinition()
     }
 }
 
+// type [ ( number { , number } ) ]
 void Parser::parseFieldType(FieldDefinition &field)
 {
     const std::optional<TypeName> type =
@@ -160,6 +164,7 @@ void Parser::parseFieldType(FieldDefinition &field)
     expect(Symbol::RightParen, error::SyntaxInFieldDefinition);
 }
 
+// [CONSTRAINT name] body. A constraint of a table lists its fields; that of a field applies to the field.
 Constraint Parser::parseConstraint(bool ofTable)
 {
     const Token first = current();
@@ -171,6 +176,7 @@ Constraint Parser::parseConstraint(bool ofTable)
     return constraint;
 }
 
+// PRIMARY KEY | UNIQUE | NOT NULL | CHECK (condition) | [FOREIGN KEY] REFERENCES ...
 void Parser::parseConstraintBody(Constraint &constraint, bool ofTable)
 {
     bool listed = ofTable;
@@ -205,6 +211,7 @@ void Parser::parseConstraintBody(Constraint &constraint, bool ofTable)
         parseReferences(constraint);
 }
 
+// ( condition ). The text is stored and bound when the table is created.
 Range Parser::parseCheck()
 {
     expect(Symbol::LeftParen, error::SyntaxInConstraint);
@@ -218,6 +225,7 @@ Range Parser::parseCheck()
     return condition;
 }
 
+// REFERENCES table [(fields)] { ON (UPDATE | DELETE) (CASCADE | NO ACTION) }
 void Parser::parseReferences(Constraint &constraint)
 {
     expect(Keyword::References, error::SyntaxInConstraint);
@@ -237,6 +245,8 @@ void Parser::parseReferences(Constraint &constraint)
     }
 }
 
+// ALTER TABLE name (ADD [COLUMN] field | ADD constraint | ALTER [COLUMN] field | DROP [COLUMN] name | DROP CONSTRAINT
+// name)
 AlterTable Parser::parseAlterTable()
 {
     AlterTable alter;
@@ -279,6 +289,7 @@ void Parser::refuseConstraints(const FieldDefinition &field) const
     }
 }
 
+// INDEX name ON table (field [ASC | DESC], ...) [WITH (PRIMARY | DISALLOW NULL | IGNORE NULL)]
 CreateIndex Parser::parseCreateIndex(bool unique)
 {
     CreateIndex create;

@@ -77,6 +77,7 @@ const RelationOperator *relationOperator(const Token &token)
 
 } // namespace
 
+// The expression of a clause. Whatever follows must end the clause, so an operand here means a missing operator.
 ExprPtr Parser::parseClauseExpression()
 {
     const ExpressionScope scope(*this);
@@ -98,6 +99,7 @@ bool Parser::atClauseEnd() const
     return startsNext && !ahead().is(Symbol::Dot) && !ahead().is(Symbol::Bang);
 }
 
+// The expression of a clause that must not be empty.
 ExprPtr Parser::parseClause(int errorWhenEmpty)
 {
     if (atClauseEnd())
@@ -105,6 +107,7 @@ ExprPtr Parser::parseClause(int errorWhenEmpty)
     return parseClauseExpression();
 }
 
+// True if the current token can start an operand: used to report the right error.
 bool Parser::beginsOperand() const
 {
     const Token &token = current();
@@ -125,6 +128,7 @@ bool Parser::beginsOperand() const
     }
 }
 
+// expression := logical
 ExprPtr Parser::parseExpression()
 {
     const DepthGuard guard(*this);
@@ -134,6 +138,7 @@ ExprPtr Parser::parseExpression()
     return expr;
 }
 
+// PIVOT expression [IN (heading, ...)]: an unparenthesised IN starts the headings.
 ExprPtr Parser::parsePivot()
 {
     const DepthGuard guard(*this);
@@ -143,6 +148,8 @@ ExprPtr Parser::parsePivot()
     return expr;
 }
 
+// logical := logical IMP logical | logical EQV logical | logical XOR logical | disjunction
+// Lowest precedence first; all three are left-associative.
 ExprPtr Parser::parseLogical(int level)
 {
     if (level == kLogicalLevels)
@@ -156,6 +163,8 @@ ExprPtr Parser::parseLogical(int level)
     return left;
 }
 
+// disjunction := conjunction { OR conjunction }
+// conjunction := negation { AND negation }
 ExprPtr Parser::parseChain(bool isAnd)
 {
     const Keyword keyword = isAnd ? Keyword::And : Keyword::Or;
@@ -170,6 +179,7 @@ ExprPtr Parser::parseChain(bool isAnd)
     return make(range, std::move(chain));
 }
 
+// negation := NOT negation | comparison
 ExprPtr Parser::parseNot()
 {
     const Token first = current();
@@ -182,6 +192,7 @@ ExprPtr Parser::parseNot()
     return make(since(first), Unary{UnaryOp::Not, std::move(operand)});
 }
 
+// True at an operator that lacks its left operand in a validation rule (">= 0").
 bool Parser::atCriterionOperator() const
 {
     if (relationOperator(current()))
@@ -189,6 +200,7 @@ bool Parser::atCriterionOperator() const
     return at(Keyword::Like) || at(Keyword::ALike) || at(Keyword::Between) || at(Keyword::In) || at(Keyword::Is);
 }
 
+// comparison := arithmetic { comparison tail }
 ExprPtr Parser::parseComparison()
 {
     ExprPtr left =
@@ -199,6 +211,7 @@ ExprPtr Parser::parseComparison()
     return left;
 }
 
+// comparison tail := relation | IS [NOT] NULL | [NOT] LIKE arithmetic | [NOT] BETWEEN ... | [NOT] IN (...)
 ExprPtr Parser::parseComparisonTail(ExprPtr left, bool &found)
 {
     if (const RelationOperator *relation = relationOperator(current())) {
@@ -232,6 +245,7 @@ ExprPtr Parser::parseComparisonTail(ExprPtr left, bool &found)
     return left;
 }
 
+// relation := operator (ALL | ANY | SOME) (query) | operator arithmetic
 ExprPtr Parser::parseRelation(ExprPtr left, BinaryOp op)
 {
     const bool all = at(Keyword::All);
@@ -248,6 +262,7 @@ ExprPtr Parser::parseRelation(ExprPtr left, BinaryOp op)
     return make(range, Binary{op, std::move(left), std::move(right)});
 }
 
+// BETWEEN arithmetic AND arithmetic. The bounds are below AND in precedence, so that AND ends the first one.
 ExprPtr Parser::parseBetween(ExprPtr left, bool negated)
 {
     ExprPtr low = parseArithmetic(0);
@@ -258,6 +273,7 @@ ExprPtr Parser::parseBetween(ExprPtr left, bool negated)
     return make(range, Between{std::move(left), std::move(low), std::move(high), negated});
 }
 
+// IN (query) | IN (expression, ...)
 ExprPtr Parser::parseIn(ExprPtr left, bool negated)
 {
     if (!at(Symbol::LeftParen))
@@ -275,6 +291,7 @@ ExprPtr Parser::parseIn(ExprPtr left, bool negated)
     return make(range, InList{std::move(left), std::move(items), negated});
 }
 
+// expression { , expression }
 std::vector<ExprPtr> Parser::parseExpressionList()
 {
     std::vector<ExprPtr> items;
@@ -286,6 +303,7 @@ std::vector<ExprPtr> Parser::parseExpressionList()
     return items;
 }
 
+// Levels, lowest precedence first: & | + - | MOD | \ | * /. All operators are left-associative.
 ExprPtr Parser::parseArithmetic(int level)
 {
     if (level == kArithmeticLevels)
@@ -300,6 +318,7 @@ ExprPtr Parser::parseArithmetic(int level)
     return left;
 }
 
+// unary := (- | +) unary | power
 ExprPtr Parser::parseUnary()
 {
     const Token first = current();
@@ -311,6 +330,7 @@ ExprPtr Parser::parseUnary()
     return make(since(first), Unary{first.is(Symbol::Minus) ? UnaryOp::Minus : UnaryOp::Plus, std::move(operand)});
 }
 
+// power := primary { ^ [- | +] primary }. Left-associative: 2 ^ 3 ^ 2 is 64. "-2 ^ 2" is -4.
 ExprPtr Parser::parsePower()
 {
     ExprPtr left = parsePrimary();
@@ -327,6 +347,7 @@ ExprPtr Parser::parsePower()
     return left;
 }
 
+// primary := literal | name | call | ( expression ) | ( query )
 ExprPtr Parser::parsePrimary()
 {
     const Token token = current();
@@ -357,6 +378,7 @@ ExprPtr Parser::parsePrimary()
     failExpression(kMissingOperator);
 }
 
+// A word as an operand: NULL, TRUE, FALSE and the like, NOT, EXISTS (query), else a name.
 ExprPtr Parser::parseWord()
 {
     const Token token = current();
@@ -388,6 +410,7 @@ ExprPtr Parser::parseWord()
     return parseName();
 }
 
+// name := part { (. | !) part }. Form references such as Forms!Main!Field are parameters.
 ExprPtr Parser::parseName()
 {
     const Token first = current();
@@ -409,6 +432,7 @@ ExprPtr Parser::parseName()
     return make(since(first), std::move(name));
 }
 
+// call := word ( [ * | expression { , expression } ] )
 ExprPtr Parser::parseCall()
 {
     const DepthGuard guard(*this);
@@ -426,6 +450,7 @@ ExprPtr Parser::parseCall()
     return make(since(first), std::move(call));
 }
 
+// ( query ) is a scalar subquery; ( expression ) only groups and has no node.
 ExprPtr Parser::parseParenthesis()
 {
     const Token open = take();

@@ -42,6 +42,7 @@ void Parser::refuseInto(const Query &query) const
     }
 }
 
+// part := TABLE name | ( query ) | select
 QueryPart Parser::parseQueryPart()
 {
     QueryPart part;
@@ -59,6 +60,7 @@ QueryPart Parser::parseQueryPart()
     return part;
 }
 
+// select := SELECT [predicates] list [INTO name] clauses
 std::unique_ptr<Select> Parser::parseSelect()
 {
     const Token first = take();
@@ -74,6 +76,7 @@ std::unique_ptr<Select> Parser::parseSelect()
     return select;
 }
 
+// ALL | DISTINCT | DISTINCTROW | TOP n [PERCENT]. If a comma, FROM, AS or a dot follows, the word is a column.
 void Parser::parsePredicates(Select &select)
 {
     while (true) {
@@ -92,6 +95,7 @@ void Parser::parsePredicates(Select &select)
     }
 }
 
+// TOP n [PERCENT]
 void Parser::parseTop(Select &select)
 {
     take();
@@ -114,6 +118,7 @@ std::vector<SelectItem> Parser::parseSelectList(int error)
     return items;
 }
 
+// * | name.* | expression [AS alias]
 SelectItem Parser::parseSelectItem(int error)
 {
     const Token first = current();
@@ -141,6 +146,7 @@ SelectItem Parser::parseSelectItem(int error)
     return item;
 }
 
+// [FROM tables] [WHERE condition] [GROUP BY expressions] [HAVING condition] [ORDER BY expressions]
 void Parser::parseClauses(Select &select)
 {
     if (accept(Keyword::From))
@@ -164,6 +170,7 @@ void Parser::parseClauses(Select &select)
     parseOwnerAccess();
 }
 
+// WITH OWNERACCESS OPTION is accepted and ignored: the engine has no user accounts.
 void Parser::parseOwnerAccess()
 {
     if (!at(Keyword::With) || !ahead().is(Keyword::OwnerAccess))
@@ -173,6 +180,7 @@ void Parser::parseOwnerAccess()
     expect(Keyword::Option, error::SyntaxInSelect);
 }
 
+// ORDER BY expression [ASC | DESC], ...
 std::vector<OrderItem> Parser::parseOrderBy()
 {
     take();
@@ -189,6 +197,7 @@ std::vector<OrderItem> Parser::parseOrderBy()
     return items;
 }
 
+// joins { , joins }. A word after the last table that starts no clause is an error here, where its place is known.
 std::vector<TableRefPtr> Parser::parseFrom()
 {
     std::vector<TableRefPtr> tables;
@@ -202,6 +211,7 @@ std::vector<TableRefPtr> Parser::parseFrom()
     return tables;
 }
 
+// LEFT and RIGHT are also functions and possible names, so the next word decides.
 bool Parser::atJoin() const
 {
     if (at(Keyword::Inner))
@@ -209,6 +219,7 @@ bool Parser::atJoin() const
     return (at(Keyword::Left) || at(Keyword::Right)) && (ahead().is(Keyword::Join) || ahead().is(Keyword::Outer));
 }
 
+// INNER JOIN | (LEFT | RIGHT) [OUTER] JOIN
 JoinKind Parser::parseJoinKind()
 {
     const Token word = take();
@@ -244,6 +255,7 @@ TableRefPtr Parser::parseJoins()
     return left;
 }
 
+// table := name [[AS] alias] | ( joins ) | ( query ) [AS] alias | [query]. AS alias
 TableRefPtr Parser::parseTable()
 {
     const DepthGuard guard(*this);
@@ -264,6 +276,7 @@ TableRefPtr Parser::parseTable()
     return table;
 }
 
+// ( joins ) only groups; ( query ) is a derived table.
 TableRefPtr Parser::parseParenthesisedTable()
 {
     const Token open = take();

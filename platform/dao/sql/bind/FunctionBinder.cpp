@@ -19,6 +19,7 @@ bool isNamed(const FunctionInfo &function, QStringView name)
     return QStringView(function.name) == name;
 }
 
+// Compiles a domain function as a query of its own text. Places in this text are reported as the place of the call.
 QueryPtr bindDomainQuery(BindContext &context, const FunctionInfo &function, const QStringList &texts, Range range)
 {
     const QString sql = domainQuery(function, texts);
@@ -60,6 +61,7 @@ ExprPtr ExpressionBinder::bindNode(const ast::Call &node, const ast::Expr &expr)
     }
 }
 
+// Overloads differ only in the number of arguments.
 const FunctionInfo *ExpressionBinder::chooseFunction(const ast::Call &node, Range range) const
 {
     const QList<const FunctionInfo *> candidates = functionsNamed(node.name);
@@ -78,6 +80,7 @@ const FunctionInfo *ExpressionBinder::chooseFunction(const ast::Call &node, Rang
                    QString::fromUtf16(candidates.constLast()->signature));
 }
 
+// Converts an argument to the type that the function table declares for its position.
 ExprPtr ExpressionBinder::bindArgument(const FunctionInfo &function, const ast::Call &node, int index)
 {
     const ast::Expr &argument = *node.arguments[size_t(index)];
@@ -95,6 +98,7 @@ ExprPtr ExpressionBinder::bindArgument(const FunctionInfo &function, const ast::
     }
 }
 
+// The static type of a call, which determines the type of an output column and of comparisons.
 DataType ExpressionBinder::resultType(const FunctionInfo &function, const std::vector<ExprPtr> &arguments) const
 {
     const DataType first = arguments.empty() ? DataType::Unknown : arguments.front()->type;

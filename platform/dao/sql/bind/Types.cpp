@@ -28,6 +28,7 @@ int rankOf(DataType type, bool product)
     }
 }
 
+// Types whose sums and products can exceed their own range.
 bool isSmall(DataType type)
 {
     return type == DataType::Byte || type == DataType::Integer || type == DataType::Single || type == DataType::Boolean;
