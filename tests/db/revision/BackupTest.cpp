@@ -189,6 +189,7 @@ TEST_F(BackupTest, AProgramThatWritesIsWaitedForUnlessTheUserCancels)
             EXPECT_EQ(errors(), QStringList());
             EXPECT_EQ(others.told.count(waiting), 1) << others.told.join(u'\n').toStdString();
             session.close();
+            progress = nullptr;
             if (cancels) {
                 EXPECT_EQ(said(Entry::Kind::Status).last(),
                           hasViewsOnly ? u"Cancelled. Views and labels of the database are as they were."_s
@@ -197,7 +198,6 @@ TEST_F(BackupTest, AProgramThatWritesIsWaitedForUnlessTheUserCancels)
                 EXPECT_EQ(bytes(), before);
                 continue;
             }
-            progress = nullptr;
             session.open(path);
             EXPECT_EQ(number(u"SELECT COUNT(*) FROM [tubes#] WHERE is_marked"_s), 2) << "those with labels";
             session.close();
