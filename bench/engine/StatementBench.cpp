@@ -80,7 +80,7 @@ bool haveSameRows(Opened &opened, const dao::QueryDef &query, const char *expert
     return ours == plain && ours.rows() > 0;
 }
 
-/// Both sides prepare the inner engine's SQL and read all cells of all rows.
+/// Both sides prepare SQLite's SQL and read all cells of all rows.
 void runPair(benchmark::State &state)
 {
     const StatementPair &pair = statementPairs()[size_t(state.range(0))];

@@ -15,7 +15,7 @@ namespace dao {
 
 namespace {
 
-const QString source = u"DAO.Database"_s;
+const QString kSource = u"DAO.Database"_s;
 
 QString literal(const Value &value)
 {
@@ -33,7 +33,8 @@ constexpr int kMaxNesting = 16;
 Value lookUp(DatabaseImpl &db, const QList<Value> &arguments)
 {
     if (arguments.size() < 3)
-        throw store::engineError(error::InvalidProcedureCall, source);
+        throw store::engineError(error::InvalidProcedureCall, kSource);
+    // Builds a call with literal texts, which the compiler turns into a subquery.
     QStringList texts;
     for (const Value &value : arguments.mid(1)) {
         if (!value.hasNoValue())
@@ -42,12 +43,12 @@ Value lookUp(DatabaseImpl &db, const QList<Value> &arguments)
     const sql::CompiledStatement statement =
         compileIn(db, u"SELECT "_s + arguments[0].text() + u'(' + texts.join(u", "_s) + u") AS found"_s);
     if (!statement.parameters.isEmpty())
-        throw store::engineError(error::TooFewParameters, source, {QString::number(statement.parameters.size())});
+        throw store::engineError(error::TooFewParameters, kSource, {QString::number(statement.parameters.size())});
     const auto &plan = std::get<sql::SelectPlan>(statement.plan);
     store::Statement rows(db.connection, plan.fullSql, store::Access::User);
     const bool found = rows.step();
     if (const int failure = found ? store::failureOf(rows, 0, DataType::Unknown) : 0)
-        throw store::engineError(failure, source);
+        throw store::engineError(failure, kSource);
     return found ? store::columnValue(rows, 0, DataType::Unknown) : Value::null();
 }
 
@@ -58,7 +59,7 @@ void registerDomainFunctions(DatabaseImpl &db)
     const auto nested = std::make_shared<int>(0);
     db.connection.addFunction("jet_domain", [&db, nested](const QList<Value> &arguments) {
         if (*nested >= kMaxNesting)
-            throw store::engineError(error::CircularQuery, source, {arguments.value(2).text()});
+            throw store::engineError(error::CircularQuery, kSource, {arguments.value(2).text()});
         ++*nested;
         const auto leave = qScopeGuard([nested] { --*nested; });
         return lookUp(db, arguments);

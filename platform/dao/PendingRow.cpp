@@ -10,7 +10,7 @@ namespace dao {
 
 namespace {
 
-const QString source = u"DAO.Field"_s;
+const QString kSource = u"DAO.Field"_s;
 constexpr double kCurrencyScale = 10'000.0;
 constexpr qsizetype kFirstReserve = 1024;
 
@@ -62,7 +62,7 @@ void PendingRow::set(int field, const FieldInfo &info, const Value &given)
     if (given.type() != valueTypeOf(info.type)) {
         converted = convertValue(given, info.type);
         if (converted.isEmpty())
-            throw store::fieldError(error::ConversionFailed, source, info.sourceTable, info);
+            throw store::fieldError(error::ConversionFailed, kSource, info.sourceTable, info);
         value = &converted;
     }
     Cell &cell = m_cells[size_t(field)];
@@ -70,7 +70,7 @@ void PendingRow::set(int field, const FieldInfo &info, const Value &given)
     case Value::Type::Text: {
         const QString text = value->text();
         if (info.type == DataType::Text && info.size > 0 && text.size() > info.size)
-            throw store::fieldError(error::FieldTooSmall, source, info.sourceTable, info);
+            throw store::fieldError(error::FieldTooSmall, kSource, info.sourceTable, info);
         setText(cell, text);
         break;
     }

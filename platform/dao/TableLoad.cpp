@@ -70,6 +70,7 @@ struct TableLoad::Impl
     {
         const Field &field = fields[size_t(i)];
         if (!value.hasNoValue()) {
+            // Values must have the exact type: the caller knows the source format and converts once.
             if (value.type() != field.type)
                 refuse(error::ConversionFailed, i);
             store::bindValue(insert, i + 1, value);
@@ -84,6 +85,8 @@ struct TableLoad::Impl
 
     DatabaseImpl &db;
     store::StoredTable table;
+    // Rows of the source database are stored even if they break a rule; PRAGMA ignore_check_constraints is set for the
+    // time of the load.
     store::UncheckedWrites unchecked{db.connection};
     store::Statement insert;
     std::vector<Field> fields;

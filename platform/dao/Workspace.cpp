@@ -9,7 +9,7 @@ namespace dao {
 namespace {
 
 constexpr int kDeepestNesting = 5;
-const QString source = u"DAO.Workspace"_s;
+const QString kSource = u"DAO.Workspace"_s;
 
 QString savepointName(int level)
 {
@@ -41,11 +41,11 @@ void rollbackLevel(DatabaseImpl &database, int level)
 void Workspace::Impl::begin(Workspace::Begin kind)
 {
     if (depth >= kDeepestNesting)
-        throw store::engineError(error::TooManyTransactions, source);
+        throw store::engineError(error::TooManyTransactions, kSource);
     size_t begun = 0;
     try {
         for (; begun < databases.size(); ++begun) {
-            store::SourceScope scope(databases[begun]->connection, source);
+            store::SourceScope scope(databases[begun]->connection, kSource);
             beginLevel(*databases[begun], depth, kind);
         }
     } catch (...) {
@@ -59,10 +59,10 @@ void Workspace::Impl::begin(Workspace::Begin kind)
 void Workspace::Impl::commit()
 {
     if (depth == 0)
-        throw store::engineError(error::NoTransaction, source);
+        throw store::engineError(error::NoTransaction, kSource);
     const int level = depth - 1;
     for (DatabaseImpl *database : databases) {
-        store::SourceScope scope(database->connection, source);
+        store::SourceScope scope(database->connection, kSource);
         database->connection.requireTransaction();
         if (level > 0)
             database->connection.run(u"RELEASE "_s + savepointName(level));
@@ -75,10 +75,10 @@ void Workspace::Impl::commit()
 void Workspace::Impl::rollback()
 {
     if (depth == 0)
-        throw store::engineError(error::NoTransaction, source);
+        throw store::engineError(error::NoTransaction, kSource);
     --depth;
     for (DatabaseImpl *database : databases) {
-        store::SourceScope scope(database->connection, source);
+        store::SourceScope scope(database->connection, kSource);
         rollbackLevel(*database, depth);
     }
 }

@@ -19,6 +19,7 @@ struct KeptValue
     sqlite3_int64 keys[kMostKeys];
 };
 
+// First and Last are defined by the order of the row keys, not by the order in which SQLite delivers the rows.
 int compareKeys(const KeptValue &kept, int count, sqlite3_value **keys)
 {
     for (int i = 0; i < count; ++i) {
@@ -116,12 +117,13 @@ void addToSpread(sqlite3_context *context, int, sqlite3_value **arguments)
 }
 
 template <bool population, bool root>
+// The sample variants divide by n - 1 and are Null for one row; the population variants divide by n.
 void giveSpread(sqlite3_context *context)
 {
     const auto *spread = static_cast<Spread *>(sqlite3_aggregate_context(context, 0));
     const qint64 divisor = spread ? spread->count - (population ? 0 : 1) : 0;
     if (divisor < 1)
-        return; // no rows: Null
+        return; // too few rows: Null
     const double variance = spread->squares / double(divisor);
     sqlite3_result_double(context, root ? std::sqrt(variance) : variance);
 }

@@ -93,6 +93,7 @@ void partition(Call &call)
     const int interval = call.integer(3);
     if (start < 0 || stop <= start || interval < 1)
         throw FunctionFault{error::InvalidProcedureCall};
+    // Both bounds are padded to the width of the longest one, so that the ranges sort as text.
     const qsizetype width =
         std::max(QString::number(qint64(start) - 1).size(), QString::number(qint64(stop) + 1).size());
     QString lower;

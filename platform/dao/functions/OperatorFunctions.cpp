@@ -38,6 +38,7 @@ void add(Call &call)
     }
 }
 
+// "/" always gives a real number; division by zero is error 11.
 void divide(Call &call)
 {
     const double divisor = call.number(1);
@@ -46,6 +47,7 @@ void divide(Call &call)
     call.result(call.number(0) / divisor);
 }
 
+// Integer division: operands are rounded to integers first, the result is truncated towards zero.
 void integerDivide(Call &call)
 {
     const qint64 divisor = call.integer(1);
@@ -57,6 +59,7 @@ void integerDivide(Call &call)
     call.result(quotient);
 }
 
+// Mod: operands are rounded to integers first; the result has the sign of the left one.
 void modulo(Call &call)
 {
     const qint64 divisor = call.integer(1);
@@ -91,6 +94,7 @@ void join(Call &call)
         call.result(result);
 }
 
+// SQLite calls this when it discards a compiled pattern.
 void deletePattern(void *pattern)
 {
     delete static_cast<LikePattern *>(pattern);
@@ -117,6 +121,7 @@ void raiseError(Call &call)
     call.fail(call.integer(0), call.has(1) ? call.text(1) : QString());
 }
 
+// The "$" forms of functions (Left$) do not accept Null: error 94.
 void refuseNull(Call &call)
 {
     if (call.isNull(0))

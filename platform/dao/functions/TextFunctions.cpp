@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// A number of characters; negative numbers are an error.
 int countArgument(const Call &call, int index)
 {
     const int count = call.integer(index);
@@ -84,6 +85,7 @@ void inStringFromEnd(Call &call)
     call.result(from < 0 ? 0 : qint64(findLastText(text, part, from, compareArgument(call, 3)) + 1));
 }
 
+// See lowerCaseOf(): the length does not change.
 void lowerCase(Call &call)
 {
     call.result(lowerCaseOf(call.text(0)));
@@ -108,6 +110,7 @@ void trim(Call &call)
     call.result(text.mid(first, end - first));
 }
 
+// Fails with an overflow instead of allocating gigabytes: see kLongestText.
 QString repeated(int count, QChar character)
 {
     if (count > kLongestText)

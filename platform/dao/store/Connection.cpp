@@ -286,7 +286,7 @@ bool Connection::waitForOthers(int calls)
     return !m_cancelRequested;
 }
 
-// Called from within the inner engine, through which nothing may be thrown.
+// Called from within SQLite, through which nothing may be thrown.
 void Connection::consult(bool isWaiting) noexcept
 {
     // The progress object may process events, which must not run statements on this connection.

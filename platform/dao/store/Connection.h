@@ -132,7 +132,7 @@ private:
     bool m_writing = false;
     bool m_consulting = false;
     bool m_cancelRequested = false;
-    std::exception_ptr m_thrownMeanwhile; ///< by the progress object or a function, while the inner engine was running
+    std::exception_ptr m_thrownMeanwhile; ///< by the progress object or a function, while SQLite was running
     bool m_programTransaction = false;
     bool m_committing = false;
     bool m_transactionLost = false;

@@ -27,6 +27,7 @@ struct FieldName
     QString full() const { return field.isEmpty() ? table : QString(table + u'.' + field); }
 };
 
+// "table.field", as SQLite names columns in its messages.
 FieldName splitName(QStringView name)
 {
     const qsizetype dot = name.indexOf(u'.');
@@ -79,6 +80,7 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
         u"Rows of table '%1' are the same in '%2'."_s.arg(table->name, fields.join(u"', '"_s)));
 }
 
+// Parses "NOT NULL constraint failed: report.sec". A field that is not required is part of a key.
 [[noreturn]] void raiseNotNull(const EngineFailure &failure)
 {
     FieldName name = splitName(QStringView(failure.text).mid(failure.text.indexOf(u": "_s) + 2));
@@ -91,6 +93,7 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
     raise(failure, error::RequiredField, {name.full()});
 }
 
+// The text of the rule's author has priority over the standard text.
 [[noreturn]] void raiseRule(const EngineFailure &failure, const FieldName &name)
 {
     QString rule;
@@ -109,6 +112,7 @@ const FieldInfo *fieldOf(const EngineFailure &failure, const FieldName &name)
     raise(failure, error::ValidationRule, {rule, name.full()});
 }
 
+// Parses the name of a constraint: see the namespace constraint.
 [[noreturn]] void raiseCheck(const EngineFailure &failure, const QString &constraintName)
 {
     const qsizetype colon = constraintName.indexOf(u':');

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kBusyMilliseconds = 1000;
 constexpr int kBytesPerRead = 1 << 20;
-const QString sourceName = u"DAO.Database"_s;
+const QString kSource = u"DAO.Database"_s;
 
 struct CloseDatabase
 {
@@ -27,7 +27,7 @@ using Handle = std::unique_ptr<sqlite3, CloseDatabase>;
     EngineFailure failure;
     failure.extendedCode = result;
     failure.path = path;
-    failure.source = sourceName;
+    failure.source = kSource;
     raise(failure);
 }
 

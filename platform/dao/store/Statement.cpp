@@ -17,6 +17,7 @@ namespace {
 bool sorts(sqlite3 *db, const QByteArray &text)
 {
     sqlite3_stmt *explain = nullptr;
+    // SQLite's plan names a temporary B-tree for ORDER BY, GROUP BY and DISTINCT.
     const QByteArray question = "EXPLAIN QUERY PLAN " + text;
     bool found = false;
     if (sqlite3_prepare_v2(db, question.constData(), int(question.size()) + 1, &explain, nullptr) == SQLITE_OK) {
@@ -37,8 +38,10 @@ Statement::Statement(Connection &connection, const QString &sql, Access access)
     if (!connection.isOpen() || connection.m_consulting)
         throw engineError(connection.isOpen() ? error::StatementRunning : error::ObjectInvalid, connection.m_source,
                           connection.isOpen() ? QStringList{connection.m_path} : QStringList{});
+    // SQLite calls the authorizer while it prepares a statement, not while it runs.
     connection.m_userText = access == Access::User;
     const QByteArray text = sql.toUtf8();
+    // The length includes the terminating NUL, which saves SQLite a copy of the text.
     const int result = sqlite3_prepare_v3(connection.m_db, text.constData(), int(text.size()) + 1,
                                           SQLITE_PREPARE_PERSISTENT, &m_statement, nullptr);
     connection.m_userText = false;
@@ -77,6 +80,7 @@ Statement &Statement::operator=(Statement &&other) noexcept
     return *this;
 }
 
+// Called when the statement is destroyed and when its connection is closed.
 void Statement::finish()
 {
     if (!m_statement)
@@ -139,6 +143,7 @@ void Statement::bind(int parameter, double value)
     check(sqlite3_bind_double(m_statement, parameter, value));
 }
 
+// SQLITE_TRANSIENT: SQLite copies the bytes, which exist only during this call.
 void Statement::bind(int parameter, const QString &text)
 {
     requireOpen();

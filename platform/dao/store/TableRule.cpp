@@ -34,7 +34,7 @@ qsizetype closingOf(const QString &text, qsizetype open)
 /// Splits a rule that withRule() combined; returns any other rule unchanged.
 QStringList rulesOf(const QString &rules)
 {
-    static const QString separator = u" And "_s;
+    static const QString kSeparator = u" And "_s;
     QStringList parts;
     qsizetype start = 0;
     while (start < rules.size() && rules[start] == u'(') {
@@ -45,9 +45,9 @@ QStringList rulesOf(const QString &rules)
         start = end + 1;
         if (start == rules.size())
             return parts.size() > 1 ? parts : QStringList{rules};
-        if (QStringView(rules).mid(start, separator.size()) != separator)
+        if (QStringView(rules).mid(start, kSeparator.size()) != kSeparator)
             break;
-        start += separator.size();
+        start += kSeparator.size();
     }
     return rules.trimmed().isEmpty() ? QStringList() : QStringList{rules};
 }

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-// The same text as CStr.
+// Converts to text as CStr does.
 QString textOf(const Value &value)
 {
     switch (value.type()) {

@@ -43,6 +43,7 @@ std::unique_ptr<Source> BindContext::newSource(const QString &name, Range where)
     return source;
 }
 
+// Sets depth and size from the children, so that no later pass has to walk the tree to check them.
 void BindContext::limitDepth(Expr &expr) const
 {
     int depth = 0;
@@ -80,6 +81,7 @@ void BindContext::declare(const ast::ParameterDeclaration &declaration)
     entry.type = declaration.type;
 }
 
+// Equal names are one parameter, without regard to case.
 int BindContext::parameter(const QString &name, Range where, const QString &suggestion)
 {
     const auto found = m_parameterIds.constFind(keyOf(name));
@@ -122,6 +124,8 @@ void BindContext::noteUse(int id, DataType type)
     entry.type = sameFamily ? commonType(entry.type, type) : DataType::Text;
 }
 
+// The order in which programs set parameters by index: the PARAMETERS clause first, then the order in the text. Clauses
+// are not bound in text order, so the places are sorted.
 std::vector<int> BindContext::parameterOrder() const
 {
     std::vector<int> order(m_parameters.size());
@@ -170,6 +174,8 @@ void BindContext::fail(int number, Range where, const QStringList &arguments, co
     throw exception;
 }
 
+// The user does not see the text of a stored query, so the error gets the place of the query's name and the name as a
+// hint.
 void BindContext::rethrow(const DaoException &exception) const
 {
     if (!m_place)
@@ -201,6 +207,7 @@ QString BindContext::textOf(Range range) const
     return m_text.mid(range.start, range.length);
 }
 
+// A query that is already being bound refers to itself.
 BindContext::Substitution::Substitution(BindContext &context, const QString &name, const QString &text, Range where)
     : m_context(context)
     , m_outerText(context.m_text)

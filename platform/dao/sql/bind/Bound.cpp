@@ -205,6 +205,7 @@ bool nests(const Query &query)
     return found;
 }
 
+// Collects the sources that the query defines and those that its expressions refer to.
 bool isUncorrelated(const Query &query)
 {
     // Compares sources by number: one source can occur twice, in a query and in a nested one that hides it.
@@ -276,6 +277,7 @@ bool readsRows(const Expr &expr)
     return anyPart(expr, [](const Expr &part) { return subqueryOf(part) || part.as<DomainCall>(); });
 }
 
+// Compares structurally: GROUP BY x + 1 groups the output column x + 1.
 bool sameExpr(const Expr &left, const Expr &right)
 {
     if (&left == &right)

@@ -378,9 +378,10 @@ void forEachExpr(const Query &query, const std::function<void(const Expr &)> &vi
 bool anyPart(const Expr &expr, const std::function<bool(const Expr &)> &test);
 /// True if the expression, or a part of it outside of subqueries, is an aggregate.
 bool hasAggregate(const Expr &expr);
-/// Likewise, a subquery.
+/// True if the expression, or a part of it, is a subquery.
 bool hasSubquery(const Expr &expr);
-/// Likewise, a subquery or a domain function: its value depends on rows other than the current one.
+/// True if the expression contains a subquery or a domain function: its value depends on rows other than the current
+/// one.
 bool readsRows(const Expr &expr);
 /// True for equal expressions over the same sources. Subqueries are equal only if they are the same tree.
 bool sameExpr(const Expr &left, const Expr &right);

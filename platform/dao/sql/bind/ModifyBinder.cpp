@@ -57,6 +57,7 @@ const TableInfo *ModifyBinder::targetTable(const ast::NameAt &name)
     if (!m_context.schema().findQuery(name.name))
         m_context.fail(error::OutputTableNotFound, name.range, {name.name},
                        didYouMean(name.name, m_context.schema().sourceNames()));
+    // Binds "FROM query" as a select would, which flattens the query if its rows are those of one table.
     auto reference = std::make_unique<ast::TableRef>();
     reference->range = name.range;
     reference->node = ast::NamedTable{name.name};
@@ -76,6 +77,7 @@ const TableInfo *ModifyBinder::targetTable(const ast::NameAt &name)
     return select.sources.front()->table;
 }
 
+// A stored query can rename the fields of its table.
 int ModifyBinder::fieldNamed(const TableInfo &table, const ast::NameAt &name)
 {
     const int field =

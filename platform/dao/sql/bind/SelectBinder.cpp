@@ -51,6 +51,7 @@ void SelectBinder::bindWhere(const ast::Expr *where)
         flattened ? m_context.make(where->range, DataType::Boolean, Chain{true, {flattened, condition}}) : condition;
 }
 
+// All aliases are known before the first item is bound: an item may use an alias that is defined after it.
 void SelectBinder::bindList(const std::vector<ast::SelectItem> &items)
 {
     for (const ast::SelectItem &item : items) {
@@ -71,6 +72,7 @@ void SelectBinder::bindList(const std::vector<ast::SelectItem> &items)
     nameColumns();
 }
 
+// Expands "*" and "t.*" to the columns of the sources, in their order.
 void SelectBinder::addStar(const ast::SelectItem &item)
 {
     bool found = false;
@@ -88,6 +90,7 @@ void SelectBinder::addStar(const ast::SelectItem &item)
     m_context.fail(error::UnknownName, item.range, {item.starQualifier + u".*"});
 }
 
+// Names the column by its alias, else by its field, else "Expr1000", "Expr1001", ...
 void SelectBinder::addItem(const ast::SelectItem &item)
 {
     OutputColumn column;

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-// Statements that change rows. Each has two forms. The plain form leaves as much as possible to the inner engine. The
+// Statements that change rows. Each has two forms. The plain form leaves as much as possible to SQLite. The
 // cancellable form is for statements that must not be interrupted half-way (see ActionPlan): reading that may take long
 // without writing a row becomes a SELECT, which can be interrupted, and each row that is written checks for a request
 // to stop.
@@ -135,8 +135,8 @@ ActionPlan Generator::update(const Update &update)
     return plan;
 }
 
-// The new values are computed for all rows first, from the old ones, then written table by table. A row met several
-// times takes the last of its values.
+// The new values of all rows are computed first, from the old values, then written table by table. A row that the join
+// returns several times gets the last value.
 //     UPDATE t INNER JOIN v ON t.id = v.a SET t.b = v.b
 //     SELECT _s1."id" AS _k0, _s2."b" AS _c0 FROM "t" AS _s1 JOIN "v" AS _s2 ON _s1."id" = _s2."a" ORDER BY _s1."id",
 //         _s2."rowid"

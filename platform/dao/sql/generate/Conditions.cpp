@@ -184,7 +184,7 @@ Generator::Piece Generator::truthOf(const bound::Chain &node)
     return {terms.join(word), rank};
 }
 
-// Whole numbers joined to texts by the same separators are the same when the numbers are, which an index can answer.
+// Concatenations of integers with equal separators are equal if the integers are equal, which an index can answer.
 //     SELECT t.a FROM t INNER JOIN v ON t.a & '/' & t.b = v.a & '/' & v.b
 //     SELECT _s1."a" FROM "t" AS _s1 JOIN "v" AS _s2 ON _s1."a" IS _s2."a" AND _s1."b" IS _s2."b" ORDER BY _s1."id",
 //         _s2."rowid"
@@ -230,7 +230,7 @@ QString Generator::sameNumbersText(const Compare &node)
     return pairs.size() > 1 ? pairs.join(u" AND ") : QString();
 }
 
-// The bounds hold in either order; literals are put in order here.
+// The dialect accepts the bounds in either order; literal bounds are sorted here, others at run time.
 //     SELECT a FROM t WHERE a BETWEEN b AND 3
 //     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."a" BETWEEN min(_s1."b", 3) AND max(_s1."b", 3) ORDER BY _s1."id"
 Generator::Piece Generator::truthOf(const Between &node)
@@ -296,7 +296,7 @@ Generator::Piece Generator::truthOf(const Same &node)
     return {sortable(*node.left) + u" IS "_s + valueAt(*node.right, rank::Relation + 1), rank::Equality};
 }
 
-// x > ANY: there is a row for which it holds. x > ALL: there is none for which it does not, or is not known to.
+// x > ANY: a row exists for which the comparison is true. x > ALL: no row exists for which it is false or Null.
 //     SELECT a FROM t WHERE a > ALL (SELECT a FROM v)
 //     SELECT _s1."a" FROM "t" AS _s1 WHERE NOT EXISTS (SELECT 1 FROM (SELECT _s2."a" AS _c0 FROM "v" AS _s2) AS _q1
 //         WHERE (_s1."a" > _q1._c0) IS NOT 1) ORDER BY _s1."id"

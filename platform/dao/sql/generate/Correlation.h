@@ -6,7 +6,7 @@
 
 namespace dao::sql::generate {
 
-/// What FROM, WHERE and ORDER BY of a select read besides its own rows.
+/// Everything besides its own rows that FROM, WHERE and ORDER BY of a select depend on.
 struct Reading
 {
     bool namesOuter = false;      ///< refers to a source of an outer query

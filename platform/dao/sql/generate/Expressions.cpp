@@ -222,7 +222,7 @@ Generator::Piece Generator::valueOf(const Key &node, const Expr &)
     return {keyText(*node.source), rank::Primary};
 }
 
-// A parameter has one type; a use that asks for another kind of value converts it.
+// A parameter has one type; a use that needs another type converts it.
 //     SELECT a FROM t WHERE a = [wanted]
 //     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."a" = ?1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const bound::ParameterRef &node, const Expr &expr)
@@ -353,8 +353,8 @@ Generator::Piece Generator::notedQuery(const ScalarQuery &node)
     return {u"try_cell_value(("_s + text + u"))"_s, rank::Primary};
 }
 
-// IIf within IIf becomes one ladder, so that dozens of them do not nest: in the place of "otherwise" it continues the
-// ladder; in that of the value it stands behind the other value and its contrary condition.
+// Nested IIf calls become one CASE, because SQLite limits the nesting depth: an IIf as "otherwise" adds branches; an
+// IIf as value is moved after a branch with the negated condition.
 //     SELECT IIf(a > 1, b, c) AS x FROM t
 //     SELECT CASE WHEN _s1."a" > 1 THEN jet_as_text(_s1."b") ELSE _s1."c" END FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const Case &node, const Expr &)

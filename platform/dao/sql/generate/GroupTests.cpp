@@ -36,7 +36,8 @@ QString Generator::groupTestText(const InQuery &node, const Select &around)
     return u'(' + row.join(u", ") + u") IN ("_s + groupsText(*node.query->singleSelect(), *test) + u')';
 }
 
-// A test of a unique key, as here, finds the row itself: only the key is compared, and the group is not Null.
+// A test of a unique key, as in this example, finds the row itself: only the key is compared, and Null groups are
+// excluded.
 //     SELECT a FROM t WHERE id IN (SELECT TOP 2 id FROM t AS x WHERE x.a = t.a ORDER BY b DESC)
 //     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."id" IN (SELECT _c0 FROM (SELECT _s2."id" AS _c0, rank() OVER (PARTITION
 //         BY _s2."a" ORDER BY _s2."b" DESC) AS _rank FROM "t" AS _s2 WHERE _s2."a" IS NOT NULL) WHERE _rank <= 2) ORDER

@@ -100,8 +100,8 @@ void Generator::planAddedRows(SelectPlan &plan, const Select &select, const Sour
     plan.addedRowSql = rowText(select, sources, true);
 }
 
-// Each table by its key alone: joins and conditions have decided already which rows belong together. A key that is Null
-// gives Null cells; a row that is gone gives no row at all.
+// Reads each table by its key alone: joins and conditions have been evaluated when the keys were read. A Null key
+// gives Null cells; if a row was deleted, no row is returned.
 //     SELECT t.a, v.b FROM t LEFT JOIN v ON t.id = v.a
 //     SELECT _s1."a", _s2."b" FROM "t" AS _s1 LEFT JOIN "v" AS _s2 ON _s2."rowid" = ?2 WHERE _s1."id" = ?1 AND (?2 IS
 //         NULL OR _s2."rowid" IS NOT NULL)

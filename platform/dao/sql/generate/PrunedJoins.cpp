@@ -155,8 +155,8 @@ JoinTreePtr Generator::withoutPruned(const JoinTreePtr &from) const
     return join;
 }
 
-// Numbers without a gap are compared by the first and the last of them. If there is a gap, the first one is Null, and
-// the list is asked. The subqueries run once for all rows.
+// Keys without a gap are tested as a range from the first to the last one. If there is a gap, the lower bound is Null
+// and the list of keys is tested instead. The subqueries run once for all rows.
 //     SELECT Count(*) AS n FROM t, w WHERE t.a = w.k
 //     SELECT count(*) FROM "t" AS _s1 WHERE (_s1."a" BETWEEN (SELECT CASE count(*) WHEN max("k") - min("k") + 1 THEN
 //         min("k") END FROM "w") AND (SELECT max("k") FROM "w") OR _s1."a" IN (SELECT "k" FROM "w"))

@@ -66,8 +66,8 @@ QString Generator::withCommon(const std::function<QString()> &write)
     return common.isEmpty() ? text : QString(u"WITH "_s + common.join(u", ") + u' ' + text);
 }
 
-// The text of a query that goes in parentheses. The inner engine's parser takes few levels of those, so a query that
-// has others in it goes to the front and is only named here.
+// The text of a subquery. The stack of SQLite's parser admits few nested parentheses, so a query that contains
+// subqueries is moved to the WITH clause and referred to by name.
 //     SELECT a FROM t WHERE a IN (SELECT a FROM v WHERE b IN (SELECT b FROM v AS x))
 //     WITH "query.1" AS (SELECT _s2."a" FROM "v" AS _s2 WHERE _s2."b" IN (SELECT _s3."b" FROM "v" AS _s3)) SELECT
 //         _s1."a" FROM "t" AS _s1 WHERE _s1."a" IN (SELECT * FROM "query.1") ORDER BY _s1."id"
@@ -155,7 +155,7 @@ QString Generator::selectText(const Select &select, Shape shape)
     return text + limitText(select, cells);
 }
 
-// TOP without an order: so many rows, whichever they are.
+// TOP without ORDER BY: any n rows.
 //     SELECT TOP 10 PERCENT a FROM t
 //     SELECT _s1."a" FROM "t" AS _s1 ORDER BY _s1."id" LIMIT ((SELECT count(*) FROM (SELECT 1 FROM "t" AS _s1)) * 10 +
 //         99) / 100
@@ -174,7 +174,7 @@ QString Generator::limitText(const Select &select, const QStringList &cells)
     return m_target.limit + u'(' + total + u" * "_s + count + u" + 99) / 100"_s;
 }
 
-// Rows that are none of a table are ranked, and cut by rank.
+// TOP over rows that have no row key, such as groups: rows are ranked and limited by rank.
 //     SELECT TOP 1 a FROM t GROUP BY a ORDER BY Count(*)
 //     SELECT _c0 FROM (SELECT *, rank() OVER (ORDER BY _o0) AS _rank FROM (SELECT _s1."a" AS _c0, count(*) AS _o0 FROM
 //         "t" AS _s1 GROUP BY _s1."a")) WHERE _rank <= 1 ORDER BY _rank
@@ -250,7 +250,8 @@ QString Generator::whereText(const Select &select)
     return text;
 }
 
-// What HAVING asks of a group key holds for all rows of the group or for none: rows that are left out need no group.
+// A HAVING condition on a group key is true for all rows of a group or for none, so it is moved to WHERE: rows that it
+// excludes need not be grouped.
 //     SELECT a, Count(*) AS n FROM t GROUP BY a HAVING a > 5 AND Count(*) > 1
 //     SELECT _s1."a", count(*) FROM "t" AS _s1 WHERE _s1."a" > 5 GROUP BY _s1."a" HAVING count(*) > 1
 QString Generator::fromToHaving(const Select &select)
@@ -366,7 +367,7 @@ QString Generator::orderKeyText(const OrderKey &key)
     return sortable(*key.expr) + (key.descending ? u" DESC"_s : QString());
 }
 
-// The asked order, then that of the tables, so that equal rows come in the same order every time.
+// The requested order, then the row keys of the tables, so that the order of equal rows is repeatable.
 //     SELECT a FROM t ORDER BY b DESC
 //     SELECT _s1."a" FROM "t" AS _s1 ORDER BY _s1."b" DESC, _s1."id"
 QStringList Generator::orderOf(const Select &select, Shape shape)

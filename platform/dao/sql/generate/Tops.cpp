@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-// TOP n with an order returns the first n rows and all rows that tie with the last of them. The inner engine has LIMIT,
+// TOP n with an order returns the first n rows and all rows that tie with the last of them. SQLite has LIMIT,
 // which does not know ties. Where a query has rows of tables, the first n of them are taken by LIMIT, which needs only
 // the keys and can follow an index; then the rows that tie are found by the values of the last one.
 
@@ -80,7 +80,8 @@ QString Generator::topText(const Select &select, Shape shape)
     return rankedText(select, cellsOf(select, shape)).whole();
 }
 
-// The rows behind LIMIT, and those that tie, by keys of tables and of the order; the cells are read for these alone.
+// Selects the rows of LIMIT and those that tie with the last one, by row keys and order keys; cells are read only for
+// these rows.
 //     SELECT TOP 2 a FROM t ORDER BY b DESC
 //     WITH "top.1" AS MATERIALIZED (SELECT _s1."id" AS _t0, _s1."b" AS _o0 FROM "t" AS _s1 ORDER BY _o0 DESC LIMIT 2),
 //         "last.1" AS MATERIALIZED (SELECT _o0 FROM "top.1" ORDER BY _o0 LIMIT 1) SELECT _s1."a" FROM (SELECT * FROM
@@ -138,7 +139,7 @@ QString Generator::firstRowsText(const Select &select, const Reading &reading, S
     return cellsOfRowsText(select, first, text, first.order + first.names.first(first.keys), shape);
 }
 
-// Rows that are found by another TOP are ranked by the keys of their tables; the cells are read for the first of them.
+// Rows that another TOP selects are ranked by row keys alone; cells are read only for the first ones.
 //     SELECT TOP 2 a FROM t WHERE id IN (SELECT TOP 9 id FROM t ORDER BY b) ORDER BY d
 //     WITH "top.1" AS MATERIALIZED (SELECT _s2."id" AS _t0, _s2."b" AS _o0 FROM "t" AS _s2 ORDER BY _o0 LIMIT 9),
 //         "last.1" AS MATERIALIZED (SELECT _o0 FROM "top.1" ORDER BY _o0 DESC LIMIT 1) SELECT _s1."a" FROM (SELECT _t0,
@@ -221,7 +222,7 @@ QString Generator::rowsByKeyText(const Select &select, const QString &rows, Shap
     return u"SELECT "_s + cells.join(u", ") + u" FROM "_s + from;
 }
 
-// In a query that is run for each row of one around it: the values of the last row, then the rows not behind it.
+// TOP in a correlated subquery: finds the order values of the n-th row, then the rows that do not sort after it.
 //     SELECT a FROM t WHERE a IN (SELECT TOP 2 b FROM v WHERE v.a = t.b ORDER BY b DESC)
 //     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."a" IN (SELECT _s2."b" AS _c0 FROM (SELECT _o0 FROM (SELECT _s2."b" AS
 //         _o0 FROM "v" AS _s2 WHERE (_s2."a" = _s1."b") ORDER BY _o0 DESC LIMIT 2) ORDER BY _o0 LIMIT 1) AS _last1

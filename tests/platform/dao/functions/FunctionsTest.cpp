@@ -6,7 +6,7 @@
 
 namespace {
 
-// The functions as the inner engine calls them, without the compiler between.
+// Calls the functions through SQLite, without the compiler.
 class Functions : public ::testing::Test
 {
 protected:
@@ -44,7 +44,7 @@ protected:
         for (const Case &c : cases)
             EXPECT_EQ(value(c.expression), c.expected) << c.expression;
     }
-    // Only the number counts; the text comes from the table of errors.
+    // Checks only the error number; the text comes from the table of errors.
     void checkFaults(int number, std::initializer_list<const char *> expressions)
     {
         const std::string prefix = "dao:" + std::to_string(number) + ":";
@@ -99,7 +99,7 @@ TEST_F(Functions, LikeMatchesPatternsOfTheDialect)
            {"jet_like('a[]b','ab')", "1"},
            {"jet_like('[a-]','-')", "1"},
            {"jet_like(NULL,'a')", "Null"}});
-    // A pattern made to be slow must not be.
+    // A pattern with exponential backtracking in a naive matcher.
     const std::string text(20000, 'a');
     EXPECT_EQ(value("jet_like('*a*a*a*a*a*a*a*a*b','" + text + "')"), "0");
 }
@@ -252,7 +252,7 @@ TEST_F(Functions, NumbersAndMoney)
            {"jet_isdate(10,'200')", "0"},
            {"jet_typename(3,1)", "Integer"}});
     checkFaults(5, {"jet_sqr(-1)", "jet_log(0)", "jet_round(1,-1)", "jet_partition(1,5,5,1)"});
-    // The same seed gives the same series.
+    // Equal seeds give equal series.
     const std::string first = value("jet_rnd(-3)");
     EXPECT_NE(value("jet_rnd()"), first);
     EXPECT_EQ(value("jet_rnd(-3)"), first);

@@ -160,7 +160,7 @@ TEST_F(CompilerTest, AMistypedColumnIsAParameterWithASuggestion)
     select(u"SELECT row FROM report WHERE volt > 2"_s);
     ASSERT_EQ(m_compiled.parameters.size(), 1);
     EXPECT_EQ(m_compiled.parameters[0].suggestion, u"volts"_s);
-    // The source that is named comes first, then the field of that name in another one.
+    // The named source is preferred, then the same field of another source.
     const std::pair<QString, QString> qualified[] = {{u"p.nmae"_s, u"p.name"_s},
                                                      {u"p.volts"_s, u"r.volts"_s},
                                                      {u"q.volts"_s, u"r.volts"_s},
@@ -238,7 +238,7 @@ TEST_F(CompilerTest, WhatTheInnerEngineCannotParseIsTooComplex)
             }
         },
         dao::DaoException);
-    // A ladder of conditions is no nesting.
+    // A chain of IIf calls becomes one CASE and is not nested.
     QString ladder = u"0"_s;
     for (int i = 0; i < 60; ++i)
         ladder = u"IIf(row = %1, %1, %2)"_s.arg(i).arg(ladder);

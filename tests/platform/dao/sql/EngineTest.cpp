@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 using dao::Value;
 
-// Statements through the whole engine, where the compiler and the recordset have to work hand in hand.
+// Statements that need compiler and recordset together.
 
 namespace {
 
@@ -113,7 +113,7 @@ TEST_F(EngineTest, ACrossTableIsReadByOtherQueries)
     dao::QueryDef query(m_database, u"SELECT * FROM Areas WHERE North > [least]"_s);
     query.setParameter(0, Value::fromDouble(8));
     EXPECT_EQ(query.fieldCount(), 3) << "a name that is not found is a parameter of the query around it";
-    // The columns are those of the data at the time of the run.
+    // The columns are those of the data when the statement runs.
     m_database.execute(u"INSERT INTO sales (who, area, amount) VALUES ('Bob', 'East', 1)"_s);
     dao::Recordset set(m_database);
     set.open(dao::Recordset::Type::Dynaset, query);
@@ -124,7 +124,7 @@ TEST_F(EngineTest, ACrossTableIsReadByOtherQueries)
     EXPECT_EQ(set.recordCount(), 1);
     EXPECT_EQ(m_database.execute(u"SELECT * INTO kept FROM Areas"_s), 2);
     EXPECT_EQ(rows(u"SELECT * FROM kept WHERE East = 1"_s), u"who|East|North|South|West\nBob|1|7.25|-|-"_s);
-    // Headings that depend on a value nobody has given yet cannot be known.
+    // Headings that depend on a parameter without a value are unknown.
     m_database.createQuery({u"Above"_s, u"PARAMETERS [least] Currency; TRANSFORM Sum(amount) SELECT who FROM sales "
                                         "WHERE amount > [least] GROUP BY who PIVOT area"_s});
     EXPECT_EQ(errorOf(u"SELECT * FROM Above"_s), 3143);
@@ -222,7 +222,7 @@ TEST_F(EngineTest, ACellThatFailsLeavesTheOtherRows)
             }
         }
     }
-    // Conditions, sorting, grouping and changes end with the failure.
+    // In conditions, sorting, grouping and changes a failure ends the statement.
     for (const QString &sql :
          {u"SELECT id FROM n WHERE a / b > 1"_s, u"SELECT id, a / b AS x FROM n ORDER BY a / b"_s,
           u"SELECT DISTINCT a / b AS x FROM n"_s, u"SELECT Count(*) FROM n GROUP BY a / b"_s,
@@ -243,7 +243,7 @@ TEST_F(EngineTest, FailuresOfARunHaveThePlaceOfTheirExpression)
         m_database.execute(u"INSERT INTO n VALUES "_s + row);
     m_database.createQuery({u"Parts"_s, u"SELECT id, a / b AS part FROM n"_s});
     m_database.createQuery({u"Few"_s, u"SELECT id FROM n WHERE a / b > 1"_s});
-    // What stands between the marks is what failed.
+    // The text between the marks is the failed expression.
     const std::pair<QString, int> cases[] = {
         {u"SELECT id FROM n\nWHERE id > 0 And «a / b» > 1"_s, 11},
         {u"SELECT id, 1 / b AS y FROM n ORDER BY id + «a / b»"_s, 11},
@@ -291,7 +291,7 @@ TEST_F(EngineTest, FailuresOfARunHaveThePlaceOfTheirExpression)
     }
     EXPECT_EQ(rows(u"SELECT Count(*) AS c, Sum(a) AS s FROM n"_s), u"c|s\n3|12"_s) << "nothing was changed";
 
-    // A result that was open, and is run again.
+    // requery() of an open result.
     dao::Recordset again(m_database);
     again.open(dao::Recordset::Type::Dynaset, u"SELECT id FROM n WHERE id = 1 And a / b > 1"_s);
     m_database.execute(u"UPDATE n SET b = 0"_s);
@@ -385,7 +385,7 @@ TEST_F(EngineTest, ATextThatIsTooDeepForTheInnerEngineIsTooComplex)
     for (int i = 0; i < 45; ++i)
         nested = u"Abs(%1) + 1 - (2 * (1 + Abs(1)))"_s.arg(nested);
     EXPECT_EQ(errorOf(u"SELECT "_s + nested), 3360);
-    // It makes no plan for so many conditions on fields without an index.
+    // SQLite cannot plan that many conditions on fields without an index.
     EXPECT_EQ(errorOf(u"SELECT id FROM sales WHERE amount=1"_s + u" AND amount=1"_s.repeated(40'000)), 3360);
 }
 

@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-// Texts that were made to do harm: each ends soon, with a number, or works.
+// Malicious texts: each statement must end soon, with an error number or a result.
 
 namespace {
 
@@ -21,7 +21,7 @@ protected:
 
     int errorOf(const QString &sql)
     {
-        // The processor's time: how busy the machine is must not decide. What hangs goes far beyond the limit.
+        // Measures CPU time, because other load must not affect the test. A hanging statement exceeds the limit by far.
         const std::clock_t start = std::clock();
         int number = 0;
         try {
@@ -38,7 +38,7 @@ protected:
     TestDatabase m_database;
 };
 
-/// Something around something around ... a kernel.
+/// Nests a text depth times.
 QString nested(const QString &before, const QString &kernel, const QString &behind, int depth)
 {
     return before.repeated(depth) + kernel + behind.repeated(depth);
@@ -70,7 +70,7 @@ TEST_F(HostileTest, NestingOfEveryKindIsTooComplexAndNothingWorse)
         const int error = errorOf(nested(test.before, test.kernel, test.behind, 10000));
         EXPECT_TRUE(error == 3360 || error == 3075) << test.before.toStdString() << error;
     }
-    // Trees that are deep by long chains, each beginning with the next.
+    // Deep trees of long chains that each start with the next one.
     EXPECT_EQ(errorOf(u"SELECT "_s + nested(u"(SELECT "_s, u"1"_s, chain + u')', 40)), 3360);
     EXPECT_EQ(errorOf(u"SELECT * FROM "_s + nested(u"("_s, u"t"_s, u" INNER JOIN t ON 1=1"_s.repeated(90) + u')', 100)),
               3360);
@@ -150,7 +150,7 @@ TEST_F(HostileTest, CharactersOfNoAlphabetStandForThemselves)
     EXPECT_EQ(errorOf(u"SELECT [%1]"_s.arg(odd)), 3061);
     EXPECT_EQ(errorOf(u"SELECT "_s + QChar(0) + u"1"), 3075);
     EXPECT_EQ(errorOf(u"SELECT 1 "_s + QChar(1)), 3075);
-    // The mark of a heading that is not known yet is a character that a text may hold.
+    // The placeholder of an unknown heading is a character that texts can contain.
     m_database.run(u"INSERT INTO t (a, b) VALUES (1, 'x')"_s);
     EXPECT_EQ(m_database.run(u"TRANSFORM First(a & '%1') SELECT b FROM t GROUP BY b PIVOT a"_s.arg(QChar(1))).rows,
               (QList<QStringList>{{u"x"_s, u"1"_s + QChar(1)}}));
@@ -182,7 +182,7 @@ TEST_F(HostileTest, NestsThatPeopleWriteWork)
     EXPECT_EQ(first(both), "deep");
     EXPECT_EQ(first(replaced), "x");
     EXPECT_EQ(first(sum), "33");
-    // Null conditions count as not met, wherever the ladder puts them.
+    // A Null condition counts as false, wherever the CASE contains it.
     EXPECT_EQ(first(u"IIf(Null, IIf(True, 1, 2), 3)"_s), "3");
     EXPECT_EQ(first(u"IIf(a = 7, IIf(Null, 1, IIf(a = 7, 4, 5)), 3)"_s), "4");
     EXPECT_EQ(first(u"IIf(a = 8, IIf(a = 7, 1, 2), IIf(a = 7, 4, IIf(True, 5, 6)))"_s), "4");

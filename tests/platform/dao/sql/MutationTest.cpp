@@ -6,8 +6,8 @@
 using namespace Qt::StringLiterals;
 using namespace dao::sql;
 
-// Statements from which a token was taken, doubled, or exchanged with its neighbour: each is refused with a number and
-// a text, or compiles to something that the inner engine can prepare. Whatever it refuses is a fault of the generator.
+// Statements with one token removed, doubled or exchanged with its neighbour: each must fail with a number and a text,
+// or compile to SQL that SQLite can prepare. SQL that SQLite refuses is a bug of the generator.
 
 namespace {
 

@@ -7,7 +7,7 @@ using namespace dao::sql;
 
 namespace {
 
-/// A tree as text: operators in front, everything in parentheses.
+/// A tree as text in prefix notation with all parentheses.
 std::string shape(const ast::Expr &expr);
 
 std::string list(const std::vector<ast::ExprPtr> &items)
@@ -119,7 +119,7 @@ TEST(Parser, SyntaxIsCheckedWithoutASchema)
     EXPECT_THROW(checkSyntax(u"BEGIN TRANSACTION"_s), dao::DaoException);
 }
 
-// Every prefix of a statement is parsed or refused with a place in it; nothing else may happen.
+// Each prefix of a statement must be parsed or refused with a place inside it.
 TEST(Parser, EveryPrefixOfAStatementEndsWell)
 {
     const QString statements[] = {

@@ -7,7 +7,7 @@ using build::index;
 using build::relation;
 using build::table;
 
-/// Fields and indexes that come and go while there are rows.
+/// Adds and removes fields and indexes of tables with rows.
 class AlterTest : public StoreTest
 {
 protected:
@@ -60,7 +60,7 @@ TEST_F(AlterTest, ARequiredFieldWithoutAValueWaitsForOne)
               "field is set to True.  Enter a value in this field."_s);
     EXPECT_NE(raw(u"UPDATE marks SET name = 'x' WHERE id = 1"_s), QString());
     EXPECT_EQ(raw(u"UPDATE marks SET plan = 'p' || id"_s), QString());
-    // Once every row has one, a change of the table makes it as strict as any.
+    // If every row has a value, the next change of the table makes the field NOT NULL.
     database.createIndex(u"marks", index(u"plans"_s, {u"plan"_s, u"id"_s}, false, true));
     database.deleteField(u"marks", u"old");
     EXPECT_EQ(rawRows(u"SELECT count(*) FROM sqlite_schema WHERE type = 'trigger'"_s), u"0"_s);

@@ -11,7 +11,7 @@ using build::table;
 
 namespace {
 
-/// Wants to stop at the n-th time it is asked.
+/// Cancels at the n-th call.
 class StopAt : public Progress
 {
 public:

@@ -150,7 +150,7 @@ TEST_F(DynasetTest, NewRowsComeLast)
     EXPECT_EQ(set->position(), 3);
     EXPECT_EQ(set->value(u"x"_s), Value::fromShort(5));
     EXPECT_EQ(set->value(u"id"_s), Value::fromLong(4));
-    // An empty result takes new rows too.
+    // New rows can be added to an empty result.
     open(u"SELECT * FROM t WHERE x > 1000"_s);
     set->addNew();
     set->setValue(u"name"_s, text(u"y"_s));
@@ -198,7 +198,7 @@ TEST_F(DynasetTest, ThousandsOfRowsAreDeletedOneByOne)
     std::vector<QByteArray> bookmarks;
     for (; !set->isEof(); set->moveNext())
         bookmarks.push_back(set->bookmark());
-    // Every third row, then every row that is left of the first half from its end.
+    // Deletes every third row, then the remaining rows of the first half from its end.
     for (set->moveFirst(); !set->isEof(); set->moveNext()) {
         if (x() % 3 == 0)
             set->deleteRow();
@@ -262,7 +262,7 @@ TEST_F(DynasetTest, ResultsThatCannotBeUpdatedAreReadAllTheSame)
         set->setBookmark(last);
         EXPECT_EQ(textOf(set->value(0)), name);
     }
-    // Kept apart from the file, so a roll back does not take it away.
+    // The copy is in the scratch database, so a rollback does not remove it.
     workspace.beginTrans();
     open(u"SELECT DISTINCT x FROM t ORDER BY x"_s);
     workspace.rollback();

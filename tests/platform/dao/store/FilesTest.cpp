@@ -173,7 +173,7 @@ TEST_F(FilesTest, ACommitThatMeetsALockCanBeTriedAgain)
     EXPECT_EQ(rawRows(u"SELECT x FROM t"_s), u"1 2"_s);
 }
 
-/// Another program that has the file locked until the one who waits has looked up for the third time.
+/// Another program that locks the file until waiting() was called three times.
 class Waiting : public Progress
 {
 public:
@@ -303,7 +303,7 @@ TEST_F(FilesTest, DamageIsFoundByLookingForIt)
     EXPECT_EQ(findings(Check::Whole), QStringList());
     database.close();
 
-    // Rows that the index does not have: nothing but wrong answers would tell.
+    // Rows missing in the index: without the check only wrong results would show it.
     EXPECT_EQ(raw(u"DROP INDEX [u.by_x]; CREATE INDEX [u.by_x] ON u (x) WHERE x < 100; PRAGMA writable_schema = ON; "
                   "UPDATE sqlite_schema SET sql = 'CREATE INDEX [u.by_x] ON u (x)' WHERE name = 'u.by_x'"_s),
               QString());

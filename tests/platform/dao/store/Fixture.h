@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <QTemporaryDir>
 
-/// A database in a folder of its own, and ways to fill and look at it past the engine.
+/// A database in a temporary folder, and functions that fill and read it without the engine.
 class StoreTest : public ::testing::Test
 {
 protected:
@@ -14,7 +14,7 @@ protected:
     QString path(const QString &name = QStringLiteral("test.mdb")) const;
     /// Runs statements on the file as any SQLite tool would; returns its error text, empty when all went well.
     QString raw(const QString &sql, const QString &file = {}) const;
-    /// The rows of a select, made by such a tool: fields joined by '|', rows by blanks; Null is "-".
+    /// The rows of a select through raw(): fields separated by '|', rows by blanks; Null is "-".
     QString rawRows(const QString &sql) const;
 
     /// Adds one row; fields in pairs of name and value.
@@ -42,7 +42,7 @@ dao::RelationInfo relation(const QString &name, const QString &table, const QStr
 
 QString textOf(const dao::Value &value);
 
-/// No more pages than this in the file: the next one that is needed meets a full disk.
+/// Limits the number of pages of the file: the next page that is needed causes a full disk.
 void setMaxPageCount(dao::Database &database, int pages);
 
 inline dao::Value text(const QString &value)

@@ -7,7 +7,7 @@ using build::index;
 using build::relation;
 using build::table;
 
-/// Changes of a table with many rows that fail half-way, within a transaction that has done something before.
+/// Changes of a large table that fail half-way, inside a transaction with earlier changes.
 class LargeTableTest : public StoreTest
 {
 protected:
@@ -88,7 +88,7 @@ TEST_F(LargeTableTest, AFullDiskLosesNothing)
             }
             EXPECT_EQ(numberOf(change), 3026) << name;
             if (inTransaction) {
-                // The inner engine may have had to give up the whole transaction; then its commit says so.
+                // SQLite can have rolled back the whole transaction; commit then reports it.
                 const int committed = numberOf([&] { workspace.commitTrans(); });
                 if (committed != 0) {
                     EXPECT_EQ(committed, 3034) << name;

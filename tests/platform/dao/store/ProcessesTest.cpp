@@ -12,11 +12,11 @@ using build::field;
 using build::index;
 using build::table;
 
-// Several programs at one file.
+// Several processes use one file.
 
 namespace {
 
-/// Another process at work on the file. It speaks and listens in single characters.
+/// Another process that uses the file. The processes exchange single characters.
 class OtherProcess
 {
 public:
@@ -40,7 +40,7 @@ public:
         int m_out;
     };
 
-    /// No database may be open in this process yet: locks do not outlive a fork.
+    /// No database may be open in this process yet: SQLite's locks do not survive a fork.
     template <typename Body>
     explicit OtherProcess(Body &&body)
     {
@@ -97,7 +97,7 @@ void addRows(Database &database, int count, int value)
     }
 }
 
-/// The same, giving way to others; who is kept out for too long tries again.
+/// Adds rows and yields to the other process; after a timeout it tries again.
 void addRowsInTurn(Database &database, int count, int value)
 {
     for (int i = 0; i < count; ++i) {
@@ -191,7 +191,7 @@ TEST_F(ProcessesTest, AWriterThatIsKilledLeavesTheDataAsItWas)
         Database same(own);
         same.open(path());
         own.beginTrans();
-        // More than is kept in memory: half of it stands in the file when the end comes.
+        // More changes than the page cache holds: some are in the file when the process is killed.
         same.execute(u"UPDATE t SET m = m & 'more', x = x + 1"_s);
         same.execute(u"CREATE TABLE half (y LONG)"_s);
         line.say('w');

@@ -7,8 +7,8 @@ using namespace Qt::StringLiterals;
 using namespace dao;
 using Type = Recordset::Type;
 
-// Queries made by chance over rows made by chance, and what must hold for all of them. A failure names the seed and the
-// query; the seed alone makes both again.
+// Property tests with random queries over random rows. A failure reports the seed and the query; the seed reproduces
+// both.
 
 namespace {
 
@@ -35,7 +35,7 @@ public:
     QString truth() { return one({u"True"_s, u"False"_s}); }
     QString orNull(const QString &value, int percent = 25) { return chance(percent) ? u"Null"_s : value; }
 
-    /// A field of the tables in FROM, by its kind.
+    /// A random field of that kind from the tables in FROM.
     QString field(const QString &kind) { return one(m_tables) + u'.' + kind; }
     void setTables(const QStringList &aliases) { m_tables = aliases; }
 
@@ -242,7 +242,7 @@ protected:
         return number;
     }
 
-    /// The first rows of an ordered list, by the number of its key cells that lead, and those that tie.
+    /// The first rows of an ordered list and those that tie, by the number of leading key cells.
     static QStringList firstOf(const QStringList &all, qsizetype count, qsizetype keys)
     {
         const auto key = [&](qsizetype row) { return folded(all[row].section(u'|', 0, int(keys) - 1)); };
@@ -250,7 +250,7 @@ protected:
             ++count;
         return all.first(qMin(count, all.size()));
     }
-    /// Two statements that mean the same give the same rows, also where there are indexes.
+    /// Equivalent statements must give equal rows, with and without indexes.
     void expectSame(const QString &sql, const QString &otherSql)
     {
         QStringList expected = read(database, otherSql, Type::Snapshot);
@@ -287,7 +287,7 @@ TEST_P(RandomQueriesTest, AnIndexChangesNoRows)
         QStringList without = read(database, sql, Type::Snapshot);
         QStringList with = read(indexed, sql, Type::Snapshot);
         if (!plain) {
-            // Of texts that differ in case any may stand for their group.
+            // Any spelling of texts that differ only in case can represent the group.
             for (QStringList *rows : {&without, &with}) {
                 for (QString &row : *rows)
                     row = folded(row);

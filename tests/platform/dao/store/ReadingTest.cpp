@@ -17,11 +17,11 @@ TEST(TextPool, EveryTextIsTheOneThatWasRead)
 {
     dao::store::TextPool pool;
     QList<QByteArray> texts{"", "a", "A", "NDD", "NDE", QByteArray("ab\0c", 4), "R10HC00001.003", "R10HC00001.004"};
-    // The bytes of one are, taken as characters, the text of another.
+    // The UTF-8 bytes of one text are the Latin-1 characters of another.
     texts.append(u"é"_s.toUtf8());
     texts.append(u"Ã©"_s.toUtf8());
     texts.append(QByteArray(40, 'x'));
-    // More than it keeps, so that they push one another out.
+    // More texts than slots, so that they replace each other.
     for (int i = 0; i < 3000; ++i)
         texts.append("cal " + QByteArray::number(i * 7919 % 3000));
     for (int pass = 0; pass < 2; ++pass) {

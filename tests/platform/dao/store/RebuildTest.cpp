@@ -12,7 +12,7 @@ using build::index;
 using build::relation;
 using build::table;
 
-/// Whole tables that are given another definition, or come from elsewhere; and copies of the file.
+/// Tables with a new definition or from another database; copies of the file.
 class RebuildTest : public StoreTest
 {
 protected:
@@ -100,7 +100,7 @@ TEST_F(RebuildTest, LoadedRowsStayAsTheyAreAndSurviveARebuild)
     EXPECT_EQ(load.rows(), 2);
     workspace.commitTrans();
     EXPECT_EQ(rawRows(u"SELECT id, pcnt, who FROM marks ORDER BY id"_s), u"3|7|- 5|200|a"_s);
-    // Whoever changes such a row is held to the rules, and so is a new one.
+    // A change of such a row must follow the rules, and so must a new row.
     EXPECT_NE(raw(u"UPDATE marks SET pcnt = 300 WHERE id = 5"_s), QString());
     EXPECT_NE(raw(u"INSERT INTO marks (pcnt) VALUES (1)"_s), QString());
     append(u"marks"_s, {{u"who"_s, text(u"b"_s)}});
@@ -146,7 +146,7 @@ TEST_F(RebuildTest, ReadsTheCommittedFileByteForByte)
     const QByteArray before = bytes(u"test.mdb"_s);
     EXPECT_EQ(content(), before);
 
-    // What a transaction in progress has changed is not in it, and the file stays locked for others.
+    // Changes of the open transaction are not included, and the file stays locked for others.
     workspace.beginTrans();
     append(u"plans"_s, {{u"site"_s, text(u"T"_s)}, {u"num"_s, number(1)}});
     EXPECT_EQ(content(), before);
@@ -154,7 +154,7 @@ TEST_F(RebuildTest, ReadsTheCommittedFileByteForByte)
     workspace.commitTrans();
     EXPECT_EQ(rawRows(u"SELECT count(*) FROM plans"_s), u"3"_s);
 
-    // With a log, what is in it counts.
+    // With a write-ahead log its content is included.
     EXPECT_EQ(raw(u"PRAGMA journal_mode = WAL"_s), QString());
     database.changeStamp(); // so that it has the log open when the other closes it
     EXPECT_EQ(raw(u"DELETE FROM plans"_s), QString());

@@ -11,14 +11,14 @@ using build::index;
 using build::relation;
 using build::table;
 
-// Statements over many rows, of every kind, that a user stops in the middle: they end soon, and leave everything as it
-// was, also what the program's transaction did before them.
+// A user cancels statements of every kind over many rows: they must end soon and undo all of their changes, but no
+// earlier change of the program's transaction.
 
 namespace {
 
 const int rowCount = qMax(300'000, qEnvironmentVariableIntValue("ARVO_TEST_ROWS"));
 
-/// Lets work go on for a while, then wants it to stop, and knows how long that took.
+/// Cancels after a while and measures how long the statement takes to stop.
 class StopSoon : public Progress
 {
 public:
@@ -140,7 +140,7 @@ protected:
         fill(u"INSERT INTO small (y) SELECT i FROM n"_s, 300);
         fill(u"INSERT INTO keys (x) SELECT i FROM n"_s, rowCount);
         fill(u"INSERT INTO parents (p) SELECT i FROM n"_s, 1);
-        // Deleting is quick, and has to last until the first look at the user.
+        // Deleting is fast and must last until the first call of the progress object.
         fill(u"INSERT INTO children (p, n) SELECT 0, i FROM n"_s, 3 * rowCount);
     }
     ~StopTest() override { database.setProgress(nullptr); }
@@ -166,7 +166,7 @@ TEST_P(StopTest, EveryKindOfStatementStopsSoonAndLeavesAllAsItWas)
     const QString before = content();
     qint64 longest = 0;
     QList<Work> all = works();
-    // By itself that one takes no time at all.
+    // Outside of a transaction this statement takes no time.
     if (inTransaction) {
         all.append(statement("delete of all", u"DELETE FROM children"_s));
     }
@@ -189,7 +189,7 @@ TEST_P(StopTest, EveryKindOfStatementStopsSoonAndLeavesAllAsItWas)
     }
     EXPECT_EQ(rawRows(u"SELECT count(*) FROM small WHERE y = 1000"_s), inTransaction ? u"1"_s : u"0"_s);
     EXPECT_EQ(rawRows(u"PRAGMA integrity_check"_s), u"ok"_s);
-    // What was stopped can be done.
+    // A cancelled statement can be run again.
     database.execute(u"CREATE INDEX i ON big (name, x)"_s);
     EXPECT_EQ(database.execute(u"UPDATE big SET y = 1 WHERE x < 10"_s), 10);
 }
@@ -197,7 +197,7 @@ TEST_P(StopTest, EveryKindOfStatementStopsSoonAndLeavesAllAsItWas)
 INSTANTIATE_TEST_SUITE_P(Store, StopTest, testing::Bool(),
                          [](const auto &mode) { return std::string(mode.param ? "InATransaction" : "Alone"); });
 
-/// Never wants to stop.
+/// Never cancels.
 class GoOn : public Progress
 {
 public:

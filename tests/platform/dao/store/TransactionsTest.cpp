@@ -120,7 +120,7 @@ TEST_F(TransactionsTest, ADiskThatIsFullLosesNothingThatWasCommitted)
 {
     database.createTable(table(u"big"_s, {field(u"m"_s, DataType::Memo)}));
     add(1);
-    // The same limit as a full disk gives, for this connection's file.
+    // Simulates a full disk for the file of this connection.
     Transaction transaction(workspace);
     ASSERT_EQ(raw(u"SELECT 1"_s), QString());
     setMaxPageCount(database, 40);
