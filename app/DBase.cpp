@@ -278,8 +278,6 @@ void DBase::guard(const std::function<void()> &work)
     tarnwick::guarded(*m_prompts, [&work, this] {
         try {
             work();
-        } catch (const dao::DaoCancelled &) {
-            throw tarnwick::Cancelled();
         } catch (const dao::DaoException &exception) {
             db::showDaoError(*m_prompts, exception, messages::kDatabaseFailed);
         }

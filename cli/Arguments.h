@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <span>
+#include <tarnwick/base/Error.h>
 
 namespace cli {
 
@@ -16,17 +17,10 @@ struct OptionSpec
 };
 
 /// The arguments are not valid for the command. The program then exits with status 2.
-class UsageError
+class UsageError : public tarnwick::Error
 {
 public:
-    explicit UsageError(const QString &text)
-        : m_text(text)
-    {
-    }
-    const QString &text() const { return m_text; }
-
-private:
-    QString m_text;
+    using Error::Error;
 };
 
 /// The parsed arguments of a command. Options may be anywhere; "--" ends them.

@@ -30,8 +30,6 @@ int runCheck(const Arguments &arguments)
     } catch (const dao::DaoException &exception) {
         db::showDaoError(target.prompts(), exception, db::messages::kCheckDatabase);
         return Failed;
-    } catch (const dao::DaoCancelled &) {
-        throw tarnwick::Cancelled();
     }
 }
 

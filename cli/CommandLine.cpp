@@ -4,7 +4,7 @@
 #include "Console.h"
 
 #include <dao/values/DaoException.h>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 #include <tarnwick/FailureLog.h>
 
 namespace cli {
@@ -44,13 +44,11 @@ int runGuarded(const Command &command, const QStringList &arguments)
         printError(error.text() + u"\nUsage: arvo-cli "_s + QStringView(command.name) + u' ' +
                    QStringView(command.usage) + u'\n');
         return WrongUsage;
-    } catch (const tarnwick::Error &error) {
-        showFailure(error.text());
     } catch (const dao::DaoException &error) {
         showFailure(u"[%1] %2 %3"_s.arg(error.number()).arg(error.source(), error.description()));
+    } catch (const tarnwick::Error &error) {
+        showFailure(error.text());
     } catch (const tarnwick::Cancelled &) {
-        printError(u"Cancelled; nothing was changed.\n");
-    } catch (const dao::DaoCancelled &) {
         printError(u"Cancelled; nothing was changed.\n");
     }
     return Failed;

@@ -3,7 +3,7 @@
 #include <csignal>
 #include <QCoreApplication>
 #include <QRegularExpression>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 #include <tarnwick/TerminalText.h>
 #include <unistd.h>
 

@@ -2,7 +2,7 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 #include <tarnwick/Prompts.h>
 
 #include <cstdio>

@@ -4,6 +4,7 @@
 #include "SqlScript.h"
 #include "Target.h"
 
+#include <dao/ProgressScope.h>
 #include <dao/QueryDef.h>
 #include <dao/values/CellFailure.h>
 #include <dao/values/Errors.h>
@@ -21,16 +22,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 kLargestScript = 64 * 1024 * 1024;
-
-class CancelByConsole : public dao::Progress
-{
-public:
-    bool cancelled() override { return m_console.cancelled(); }
-    void waiting() override { m_console.report(0, 0, QString::fromUtf16(db::messages::kWaiting.text)); }
-
-private:
-    ConsoleProgress m_console;
-};
 
 void writeRows(Target &target, dao::QueryDef &query, RowWriter &writer)
 {
@@ -78,7 +69,7 @@ bool runStatement(Target &target, const QString &sql, RowWriter &writer)
         writer.fail(exception);
         db::showDaoError(target.prompts(), exception, query::messages::kExecute);
         return false;
-    } catch (const dao::DaoCancelled &) {
+    } catch (const tarnwick::Cancelled &) {
         writer.fail(engineError(dao::error::CancelledByUser));
         throw;
     }
@@ -128,11 +119,10 @@ int runSql(const Arguments &arguments)
         writer->fail(dao::DaoException(message.number, programName(), QString::fromUtf16(message.text)));
         return Failed;
     }
-    CancelByConsole cancel;
-    target.session().database().setProgress(&cancel);
+    ConsoleProgress progress;
+    const dao::ProgressScope cancellable(target.session().database(), &progress);
     const bool done = hasScript ? runScript(target, target.pathOf(arguments.value(u"file")), *writer)
                                 : runStatement(target, sql, *writer);
-    target.session().database().setProgress(nullptr);
     return done ? Done : Failed;
 }
 

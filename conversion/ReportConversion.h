@@ -6,7 +6,7 @@
 
 #include <brannock/Project.h>
 #include <brannock/Report.h>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 #include <tarnwick/Prompts.h>
 
 namespace conversion {

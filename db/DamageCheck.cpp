@@ -1,39 +1,17 @@
 #include "DamageCheck.h"
 
-#include "EngineProgress.h"
 #include "Messages.h"
 
+#include <dao/ProgressScope.h>
 #include <QDir>
 
 namespace db {
 
-namespace {
-
-/// Shows in the status line that the check is running.
-class CheckProgress : public EngineProgress
-{
-public:
-    CheckProgress(dao::Database &database, tarnwick::Progress *progress)
-        : EngineProgress(database, progress)
-        , m_shown(progress)
-    {
-    }
-
-    bool cancelled() override
-    {
-        m_shown->report(0, 0, QString::fromUtf16(messages::kCheckingDatabase.text));
-        return EngineProgress::cancelled();
-    }
-
-private:
-    tarnwick::Progress *m_shown;
-};
-
-} // namespace
-
 QList<dao::DamageFinding> findDamage(DatabaseSession &session, dao::Database::Check kind, tarnwick::Progress *progress)
 {
-    const CheckProgress watched(session.database(), progress);
+    if (progress)
+        progress->report(0, 0, QString::fromUtf16(messages::kCheckingDatabase.text));
+    const dao::ProgressScope cancellable(session.database(), progress);
     return session.database().check(kind);
 }
 

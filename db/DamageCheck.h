@@ -3,8 +3,8 @@
 
 namespace db {
 
-/// Checks the session's database and returns the damage found. progress may be null; throws DaoCancelled if it stops
-/// the check.
+/// Checks the session's database and returns the damage found. progress may be null; throws tarnwick::Cancelled if it
+/// stops the check.
 QList<dao::DamageFinding> findDamage(DatabaseSession &session, dao::Database::Check kind, tarnwick::Progress *progress);
 
 /// Quick check before the database is used: after a crash, or before a conversion. Returns false after reporting the

@@ -1,9 +1,9 @@
 #include "DatabaseSession.h"
 
-#include "EngineProgress.h"
 #include "Errors.h"
 #include "Messages.h"
 
+#include <dao/ProgressScope.h>
 #include <tarnwick/Format.h>
 
 namespace db {
@@ -54,7 +54,7 @@ void DatabaseSession::open(const QString &path, dao::OpenMode mode, tarnwick::Pr
     close();
     auto database = std::make_unique<dao::Database>(*m_workspace);
     {
-        const EngineProgress stoppable(*database, progress);
+        const dao::ProgressScope stoppable(*database, progress);
         database->open(path, mode);
     }
     m_database = std::move(database);

@@ -1,6 +1,6 @@
 #pragma once
 #include <dao/Database.h>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 #include <tarnwick/Prompts.h>
 
 #include <memory>
@@ -44,7 +44,8 @@ public:
     QString path() const; ///< machine path; empty if none is open
 
     /// Closes the open database, then opens this one. If it throws (dao::DaoException), none is open. progress is
-    /// informed while another program has the file locked and may cancel the wait (DaoCancelled); it may be null.
+    /// informed while another program has the file locked and may cancel the wait (tarnwick::Cancelled); it may be
+    /// null.
     void open(const QString &path, dao::OpenMode mode = dao::OpenMode::Update, tarnwick::Progress *progress = nullptr);
     /// Opens a working copy in place of the file at path, whose format can only be read. path() returns the path of the
     /// original. keeper is released when the session closes the copy.
@@ -67,9 +68,9 @@ private:
 bool checkConnected(DatabaseSession &session);
 
 /// Transactions on the session's workspace. Code that writes uses SessionTransaction. While the database has a progress
-/// object (EngineProgress), Begin::Writing and the commit wait for other programs that use the file and can be
-/// cancelled; DaoCancelled is passed on. An engine exception is reported (1054, 1055, 1056) and false is returned; with
-/// rethrow it is passed on unreported.
+/// object (dao::ProgressScope), Begin::Writing and the commit wait for other programs that use the file and can be
+/// cancelled; tarnwick::Cancelled is passed on. An engine exception is reported (1054, 1055, 1056) and false is
+/// returned; with rethrow it is passed on unreported.
 using Begin = dao::Workspace::Begin;
 bool beginTrans(DatabaseSession &session, bool rethrow = false, Begin begin = Begin::AsNeeded);
 bool commitTrans(DatabaseSession &session, bool rethrow = false);

@@ -1,26 +1,21 @@
 #pragma once
 #include <dao/values/DaoException.h>
-#include <exception>
 #include <tarnwick/Prompts.h>
 
 namespace db {
 
 /// A value conversion of the platform failed (a date or currency text that cannot be read). Carries the status code.
-class OleException : public std::exception
+class OleException : public tarnwick::Error
 {
 public:
     /// Status code: the text is not a value of the requested type.
     static constexpr int kTypeMismatch = int(0x80020005u);
 
     explicit OleException(int statusCode)
-        : m_statusCode(statusCode)
+        : Error(QStringLiteral("A value cannot be converted."), statusCode)
     {
     }
-    int statusCode() const { return m_statusCode; }
-    const char *what() const noexcept override { return "value conversion failed"; }
-
-private:
-    int m_statusCode;
+    int statusCode() const { return number(); }
 };
 
 /// Full text of a database failure: the message, an empty line, "[code] source description". An exception that is not

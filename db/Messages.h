@@ -45,7 +45,6 @@ inline constexpr Message kMoreDamage{0, u"    and %D more\n"};
 inline constexpr Message kCheckingDatabase{0, u"Looking for damage ..."};
 
 // Access
-inline constexpr Message kWaiting{0, u"Waiting for another program that uses the database ..."};
 inline constexpr Message kConnectFirst{1053, u"Connect to a database first."};
 inline constexpr Message kBeginTransaction{1054, u"Could not begin transaction."};
 inline constexpr Message kCommitTransaction{1055, u"Could not commit transaction."};

@@ -20,8 +20,8 @@ public:
     /// gives false, or, with rethrow, passes on unreported.
     bool begin(bool rethrow = false);
     bool isOpen() const;
-    /// False after a failure, which is reported (1055); the transaction is rolled back then. DaoCancelled passes on,
-    /// and the transaction goes on.
+    /// False after a failure, which is reported (1055); the transaction is rolled back then. tarnwick::Cancelled passes
+    /// on, and the transaction goes on.
     bool commit();
     /// A failure is reported (1056). Does nothing when none is open.
     void rollback();

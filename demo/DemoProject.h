@@ -1,7 +1,7 @@
 #pragma once
 #include <brannock/Project.h>
 #include <QString>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 
 namespace demo {
 

@@ -6,7 +6,7 @@
 #include <brannock/Project.h>
 #include <brannock/Report.h>
 #include <functional>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 
 namespace demo {
 

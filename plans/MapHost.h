@@ -2,8 +2,8 @@
 #include <db/DatabaseSession.h>
 #include <ellery/SteamGen.h>
 #include <ellery/TubeStates.h>
+#include <tarnwick/base/Progress.h>
 #include <tarnwick/JMacro.h>
-#include <tarnwick/Progress.h>
 #include <tarnwick/Prompts.h>
 
 namespace brannock {

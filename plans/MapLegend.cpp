@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <optional>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 
 namespace plans {
 

@@ -52,8 +52,6 @@ std::unique_ptr<QueryRecords> ProjectQueries::run(const QString &name, const QSt
         auto records = std::make_unique<ResultRecords>(m_session, m_context, m_progress);
         if (records->result.run(name, sql, m_progress))
             return records;
-    } catch (const dao::DaoCancelled &) {
-        throw tarnwick::Cancelled();
     } catch (const dao::DaoException &exception) {
         db::showDaoError(m_session.prompts(), exception, query::messages::kExecute);
     }

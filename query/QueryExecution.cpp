@@ -2,7 +2,7 @@
 
 #include "Messages.h"
 
-#include <db/EngineProgress.h>
+#include <dao/ProgressScope.h>
 #include <db/Errors.h>
 #include <QElapsedTimer>
 
@@ -17,7 +17,7 @@ Execution runAction(db::DatabaseSession &session, QueryContext &context, const Q
         return {Execution::Outcome::Cancelled};
     QElapsedTimer timer;
     timer.start();
-    const db::EngineProgress stoppable(session.database(), progress);
+    const dao::ProgressScope stoppable(session.database(), progress);
     Execution done{Execution::Outcome::Changed};
     done.affected = query.execute();
     constexpr double kNanoseconds = 1e9;
@@ -42,7 +42,7 @@ Execution executeStatement(db::DatabaseSession &session, QueryContext &context, 
     } catch (const dao::DaoException &exception) {
         db::showDaoError(session.prompts(), exception, messages::kExecute);
         return {};
-    } catch (const dao::DaoCancelled &) {
+    } catch (const tarnwick::Cancelled &) {
         return {Execution::Outcome::Cancelled};
     }
 }

@@ -4,8 +4,8 @@
 #include "Messages.h"
 #include "RowMap.h"
 
+#include <dao/ProgressScope.h>
 #include <dao/values/Errors.h>
-#include <db/EngineProgress.h>
 #include <db/Errors.h>
 #include <db/FieldAccess.h>
 #include <db/ValueText.h>
@@ -56,7 +56,7 @@ bool QueryResult::run(const QString &name, dao::QueryDef &query, tarnwick::Progr
     QElapsedTimer timer;
     timer.start();
     try {
-        const db::EngineProgress stoppable(m_session->database(), progress);
+        const dao::ProgressScope stoppable(m_session->database(), progress);
         build(query);
     } catch (...) {
         clear();

@@ -3,7 +3,7 @@
 
 #include <dao/Recordset.h>
 #include <db/DatabaseSession.h>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 
 namespace query {
 
@@ -26,7 +26,7 @@ public:
     QueryResult &operator=(const QueryResult &) = delete;
 
     /// Runs a select query. Returns false if no database is connected (reported) or the parameters were refused;
-    /// elapsed() is then -1. Throws the engine's exceptions (the result is then empty), and DaoCancelled if the
+    /// elapsed() is then -1. Throws the engine's exceptions (the result is then empty), and tarnwick::Cancelled if the
     /// progress stops it.
     bool run(const QString &name, const QString &sql, tarnwick::Progress *progress = nullptr);
     /// Runs a query definition that is already prepared.

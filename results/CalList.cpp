@@ -2,7 +2,7 @@
 
 #include "Messages.h"
 
-#include <db/EngineProgress.h>
+#include <dao/ProgressScope.h>
 #include <db/Errors.h>
 #include <db/FieldAccess.h>
 
@@ -42,13 +42,13 @@ bool CalList::open()
 {
     if (!db::checkConnected(*m_session))
         return false;
-    const db::EngineProgress stoppable(m_session->database(), m_progress);
+    const dao::ProgressScope stoppable(m_session->database(), m_progress);
     try {
         if (!m_transaction.begin())
             return false;
         fill();
         return true;
-    } catch (const dao::DaoCancelled &) {
+    } catch (const tarnwick::Cancelled &) {
         m_transaction.rollback();
         m_session->prompts().status(messages::kCalListCancelled);
         return false;
@@ -114,11 +114,11 @@ void CalList::end(bool commit)
 {
     if (!m_transaction.isOpen())
         return;
-    const db::EngineProgress stoppable(m_session->database(), m_progress);
+    const dao::ProgressScope stoppable(m_session->database(), m_progress);
     try {
         if (commit && m_transaction.commit())
             return;
-    } catch (const dao::DaoCancelled &) {
+    } catch (const tarnwick::Cancelled &) {
         m_session->prompts().status(messages::kDeleteCalCancelled);
     }
     m_transaction.rollback();

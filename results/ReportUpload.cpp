@@ -3,8 +3,8 @@
 #include "Messages.h"
 #include "UploadFileList.h"
 
+#include <dao/ProgressScope.h>
 #include <dao/values/Errors.h>
-#include <db/EngineProgress.h>
 #include <db/Errors.h>
 #include <db/Messages.h>
 #include <db/ReportWriter.h>
@@ -69,7 +69,7 @@ UploadSummary ReportUpload::upload(const Report &report)
     m_oneCal = isOneCal(report);
 
     // The upload can be cancelled while it waits for other programs, at its begin and at its commit.
-    const db::EngineProgress stoppable(m_session->database(), m_progress);
+    const dao::ProgressScope stoppable(m_session->database(), m_progress);
     db::SessionTransaction transaction(*m_session);
     try {
         if (!transaction.begin())
@@ -78,8 +78,6 @@ UploadSummary ReportUpload::upload(const Report &report)
         m_writer.reset();
         m_summary.completed = outcome == Next::GoOn && commit(transaction);
     } catch (const tarnwick::Cancelled &) {
-        m_session->prompts().status(messages::kUploadCancelled);
-    } catch (const dao::DaoCancelled &) {
         m_session->prompts().status(messages::kUploadCancelled);
     } catch (...) {
         // An unexpected exception must not leave the transaction open.

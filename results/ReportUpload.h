@@ -3,7 +3,7 @@
 
 #include <brannock/Project.h>
 #include <db/DatabaseSession.h>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 
 namespace db {
 class ReportWriter;

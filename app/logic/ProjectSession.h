@@ -8,7 +8,7 @@
 #include <plans/MapUndo.h>
 #include <plans/ProjectQueries.h>
 #include <query/ArvoOptions.h>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 
 namespace app {
 

@@ -1,6 +1,6 @@
 #pragma once
+#include <tarnwick/base/Progress.h>
 #include <tarnwick/Paths.h>
-#include <tarnwick/Progress.h>
 #include <tarnwick/Prompts.h>
 
 namespace app {

@@ -2,8 +2,8 @@
 
 #include "Messages.h"
 
+#include <dao/ProgressScope.h>
 #include <dao/values/Errors.h>
-#include <db/EngineProgress.h>
 #include <db/Errors.h>
 #include <db/FieldAccess.h>
 #include <db/SqlText.h>
@@ -68,7 +68,7 @@ void uploadLandmarks(dao::Database &database, const ellery::SteamGen &steamGen)
 void upload(DatabaseSession &session, const ellery::SteamGen &steamGen, tarnwick::Progress *progress)
 {
     dao::Database &database = session.database();
-    const EngineProgress stoppable(database, progress);
+    const dao::ProgressScope stoppable(database, progress);
     dao::Transaction transaction(session.workspace());
     session.prompts().status(messages::kUploadingModel);
     uploadTubes(database, steamGen, progress);
@@ -102,8 +102,6 @@ bool uploadComponent(DatabaseSession &session, const ellery::SteamGen &steamGen,
         return true;
     } catch (const dao::DaoException &exception) {
         showDaoError(prompts, exception, messages::kUploadModel);
-    } catch (const dao::DaoCancelled &) {
-        prompts.status(messages::kUploadModelCancelled);
     } catch (const tarnwick::Cancelled &) {
         prompts.status(messages::kUploadModelCancelled);
     }

@@ -1,7 +1,7 @@
 #pragma once
 #include <db/DatabaseSession.h>
 #include <ellery/SteamGen.h>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 
 namespace db {
 

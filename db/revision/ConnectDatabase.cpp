@@ -163,8 +163,6 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
         return true;
     } catch (const dao::DaoException &exception) {
         showDaoError(session.prompts(), exception, messages::kConnectDatabase);
-    } catch (const dao::DaoCancelled &) {
-        session.prompts().status(messages::kConnectCancelled);
     } catch (const tarnwick::Cancelled &) {
         session.prompts().status(messages::kConnectCancelled);
     }

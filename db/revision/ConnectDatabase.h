@@ -1,7 +1,7 @@
 #pragma once
 #include <brannock/Project.h>
 #include <db/DatabaseSession.h>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 
 namespace db {
 

@@ -12,42 +12,26 @@ ConversionPass::ConversionPass(DatabaseSession &session, ConversionRequest &requ
     : m_session(&session)
     , m_request(&request)
     , m_progress(progress)
+    , m_cancellable(session.database(), progress)
     , m_transaction(session)
 {
-    if (m_progress)
-        database().setProgress(this);
     m_stamp = database().changeStamp();
-}
-
-ConversionPass::~ConversionPass()
-{
-    if (m_progress && m_session->isOpen())
-        database().setProgress(nullptr);
 }
 
 void ConversionPass::enterStep(int step, int steps)
 {
     m_step = step;
     m_steps = steps;
-    if (cancelled())
+    reportStep();
+    if (m_progress && m_progress->cancelled())
         throw tarnwick::Cancelled();
 }
 
-bool ConversionPass::cancelled()
+void ConversionPass::reportStep()
 {
-    if (!m_progress)
-        return false;
     const auto &what = m_session->conversion.approved ? messages::kConverting : messages::kRefreshing;
-    // Asked right after waiting(): what that one reported is to stay.
-    if (!std::exchange(m_saysWaiting, false))
+    if (m_progress)
         m_progress->report(m_step, m_steps, QString::fromUtf16(what.text));
-    return m_progress->cancelled();
-}
-
-void ConversionPass::waiting()
-{
-    m_saysWaiting = true;
-    m_progress->report(m_step, m_steps, QString::fromUtf16(db::messages::kWaiting.text));
 }
 
 bool ConversionPass::requestStep(const QString &description)
@@ -88,6 +72,7 @@ void ConversionPass::beginChanges()
                      QDir::toNativeSeparators(m_session->path()));
         throw Aborted();
     }
+    reportStep(); // the wait may have been reported last
     if (database().changeStamp() != m_stamp)
         throw ChangedMeanwhile();
 }

@@ -1,17 +1,18 @@
 #pragma once
 #include "ConversionRequest.h"
 
+#include <dao/ProgressScope.h>
 #include <db/Errors.h>
 #include <db/FileFailure.h>
 #include <db/SessionTransaction.h>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 
 namespace db {
 
 /// One pass of a conversion over the session's database; holds what its steps share. All changes are in one
 /// transaction, which begins with the first change. So a file is either unchanged or fully converted, and a file that
 /// needs no change is neither written to nor locked.
-class ConversionPass : private dao::Progress
+class ConversionPass
 {
 public:
     /// Thrown after reporting an error that makes further steps impossible: disk full, file locked, transaction lost.
@@ -25,9 +26,8 @@ public:
     {
     };
 
-    /// Installs itself as the engine's progress while it lives. progress may be null.
+    /// The engine's statements consult progress too while the pass lives. progress may be null.
     ConversionPass(DatabaseSession &session, ConversionRequest &request, tarnwick::Progress *progress);
-    ~ConversionPass() override;
     ConversionPass(const ConversionPass &) = delete;
     ConversionPass &operator=(const ConversionPass &) = delete;
 
@@ -91,17 +91,16 @@ public:
     void startAgain();
 
 private:
-    bool cancelled() override;
-    void waiting() override;
+    void reportStep();
     bool requestStep(const QString &description);
     void requireUndamaged();
 
     DatabaseSession *m_session;
     ConversionRequest *m_request;
     tarnwick::Progress *m_progress;
+    dao::ProgressScope m_cancellable;
     qint64 m_stamp = 0; ///< identifies the file's state when the pass began
     SessionTransaction m_transaction;
-    bool m_saysWaiting = false;
     int m_step = 0;
     int m_steps = 0;
 };

@@ -181,8 +181,6 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, Je
         return true;
     } catch (const dao::DaoException &exception) {
         showDaoError(prompts, exception, messages::kConvertJet, QDir::toNativeSeparators(file.path()));
-    } catch (const dao::DaoCancelled &) {
-        session.conversion.cancelled = true;
     } catch (const tarnwick::Cancelled &) {
         session.conversion.cancelled = true;
     }
@@ -220,8 +218,6 @@ bool isConversionWanted(DatabaseSession &session, ConversionRequest &request, co
             return false;
         if (request.request(QString::fromUtf16(messages::kStepJetFile.text)))
             return true;
-    } catch (const dao::DaoCancelled &) {
-        session.conversion.cancelled = true;
     } catch (const tarnwick::Cancelled &) {
         session.conversion.cancelled = true;
     }

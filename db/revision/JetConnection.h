@@ -14,7 +14,7 @@ using BringUpToDate = bool (*)(DatabaseSession &session, ConversionRequest &requ
 /// it. If yes, the file is backed up, a copy is converted beside it and replaces it in one step, so the file is always
 /// complete, old or new. If another program is working on the file, waits for it; if that program has changed the file,
 /// it is read again without asking the user again. Throws dao::DaoException if the file cannot be read completely,
-/// dao::DaoCancelled and tarnwick::Cancelled.
+/// tarnwick::Cancelled.
 bool openJetFile(DatabaseSession &session, const QString &path, const ConnectContext &context,
                  BringUpToDate bringUpToDate);
 

@@ -56,7 +56,7 @@ bool readOnce(const QString &jetPath, const QString &newPath, tarnwick::Progress
     jet::JetReader reader(jetPath, options.reading);
     try {
         dao::Transaction transaction(workspace);
-        reader.read(sink, &sink);
+        reader.read(sink, progress);
         report.remarks = reader.remarks() + report.remarks;
         if (!options.acceptLosses)
             refuseLosses(jetPath, report);
@@ -68,8 +68,6 @@ bool readOnce(const QString &jetPath, const QString &newPath, tarnwick::Progress
         return false;
     } catch (const jet::JetError &error) {
         throw dao::DaoException(engineNumber(error.reason()), kSource, error.text());
-    } catch (const jet::JetCancelled &) {
-        throw dao::DaoCancelled();
     }
 }
 

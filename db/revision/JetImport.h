@@ -1,7 +1,7 @@
 #pragma once
 #include <dao/Database.h>
 #include <jet/JetReader.h>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 
 namespace db {
 
@@ -35,7 +35,7 @@ struct JetImportOptions
 /// Copies a Jet database into a new database file of this program: tables with fields, rules, rows and indexes;
 /// relations; stored queries. The Jet file is only read. progress may be null. The new file must not exist; it appears
 /// only when it is complete. Throws dao::DaoException if a file cannot be read completely (3049, 3343, 3051) or the
-/// copy cannot be written, and dao::DaoCancelled.
+/// copy cannot be written, and tarnwick::Cancelled.
 JetImportReport importJetFile(const QString &jetPath, const QString &newPath, tarnwick::Progress *progress = nullptr,
                               const JetImportOptions &options = {});
 

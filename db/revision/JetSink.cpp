@@ -46,15 +46,16 @@ JetSink::JetSink(dao::Database &database, JetAllowances &allowances, JetImportRe
     , m_allowances(&allowances)
     , m_report(&report)
     , m_newPath(newPath)
+    , m_cancellable(database, progress)
     , m_progress(progress)
     , m_progressText(progressText)
+    , m_watch(progress, 0, progressText)
 {
 }
 
 JetSink::~JetSink()
 {
     m_load.reset();
-    m_database->setProgress(nullptr);
 }
 
 void JetSink::remark(Kind kind, const QString &object, const QString &text)
@@ -62,23 +63,16 @@ void JetSink::remark(Kind kind, const QString &object, const QString &text)
     m_report->remarks.append({kind, object, text});
 }
 
-bool JetSink::cancelled()
-{
-    if (!m_progress)
-        return false;
-    m_progress->report(m_rows, m_totalRows, m_progressText);
-    return m_progress->cancelled();
-}
-
 void JetSink::schema(const jet::Schema &schema)
 {
     constexpr int kOldVersion = 3;
     m_schema = schema;
+    qint64 rows = 0;
     m_report->jetVersion = schema.jetVersion;
     for (const jet::Table &table : schema.tables)
-        m_totalRows += table.rowCount;
+        rows += table.rowCount;
+    m_watch = tarnwick::ProgressLoop(m_progress, rows, m_progressText);
     createEmptyDatabase(*m_database, m_newPath, schema.jetVersion == kOldVersion ? kOldFormatYear : kDefaultFormatYear);
-    m_database->setProgress(this);
 }
 
 void JetSink::adaptField(const dao::TableInfo &table, dao::FieldInfo &field)
@@ -148,7 +142,7 @@ void JetSink::beginTable(const dao::TableInfo &table)
 
 void JetSink::row(const QList<dao::Value> &values)
 {
-    ++m_rows;
+    m_watch.tick(++m_rows);
     if (!m_load)
         return;
     try {

@@ -1,6 +1,7 @@
 #pragma once
 #include "JetImport.h"
 
+#include <dao/ProgressScope.h>
 #include <dao/TableLoad.h>
 #include <map>
 #include <QMap>
@@ -17,7 +18,7 @@ struct JetAllowances
 };
 
 /// Writes the content of a Jet file into a new database.
-class JetSink : public jet::Sink, public dao::Progress
+class JetSink : public jet::Sink
 {
 public:
     /// Thrown after an allowance was added: read the file again, into a new database.
@@ -36,7 +37,6 @@ public:
     void beginTable(const dao::TableInfo &table) override;
     void row(const QList<dao::Value> &values) override;
     void endTable(const dao::TableInfo &table, qint64 rows) override;
-    bool cancelled() override;
 
 private:
     dao::TableInfo adapted(const dao::TableInfo &table);
@@ -52,10 +52,11 @@ private:
     JetAllowances *m_allowances;
     JetImportReport *m_report;
     QString m_newPath;
+    dao::ProgressScope m_cancellable;
     tarnwick::Progress *m_progress;
     QString m_progressText;
+    tarnwick::ProgressLoop m_watch;
     qint64 m_rows = 0;
-    qint64 m_totalRows = 0;
     jet::Schema m_schema;
     QString m_tableName;
     QMap<qsizetype, qint64> m_rounded; ///< number of rounded amounts in the current table, by field

@@ -12,7 +12,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QThread>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 #include <unistd.h>
 
 namespace db {
@@ -65,7 +65,7 @@ bool waitUntil(const std::function<bool()> &isFree, tarnwick::Progress *progress
         if (waited.hasExpired(progress ? kPatience : kSecond))
             return false;
         if (progress && waited.hasExpired(kSayAfter))
-            progress->report(0, 0, QString::fromUtf16(messages::kWaiting.text));
+            progress->waiting();
         if (progress && progress->cancelled())
             throw tarnwick::Cancelled();
         QThread::msleep(kSleep);

@@ -4,7 +4,7 @@
 #include <QByteArrayView>
 #include <QFile>
 #include <QString>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 
 namespace db {
 

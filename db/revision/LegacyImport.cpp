@@ -2,8 +2,8 @@
 
 #include "Messages.h"
 
+#include <dao/ProgressScope.h>
 #include <dao/values/Errors.h>
-#include <db/EngineProgress.h>
 #include <db/Errors.h>
 #include <db/FieldAccess.h>
 #include <db/ReportWriter.h>
@@ -196,7 +196,7 @@ bool importLegacyDatabase(DatabaseSession &session, const brannock::Project &pro
         return false;
     identTable().require(session.database());
     ForeignTable{u"EXAMDATA"_s, LegacyEntries::columns()}.require(session.database());
-    const EngineProgress stoppable(session.database(), progress);
+    const dao::ProgressScope stoppable(session.database(), progress);
     dao::Transaction transaction(session.workspace());
     if (!isLegacyDatabase(session.database()))
         return false;

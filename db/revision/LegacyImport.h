@@ -2,7 +2,7 @@
 #include "LegacyEntry.h"
 
 #include <db/DatabaseSession.h>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 
 namespace db {
 
@@ -19,7 +19,7 @@ LegacyIdent readIdent(dao::Database &database);
 /// entry cannot be stored (1021), the file stays unchanged and false is returned. Repairs or tube sets that cannot be
 /// created are reported (1022, 1023) and skipped. A database that cannot be updated is left unchanged; so is one that
 /// another program imported while this one waited to write, which also returns false. Throws the engine's exceptions if
-/// foreign data cannot be read, and dao::DaoCancelled or tarnwick::Cancelled.
+/// foreign data cannot be read, and tarnwick::Cancelled.
 bool importLegacyDatabase(DatabaseSession &session, const brannock::Project &project, tarnwick::Progress *progress);
 
 } // namespace db

@@ -104,8 +104,6 @@ bool reviseDatabase(DatabaseSession &session, ConversionRequest &request, const 
             return true;
     } catch (const ConversionPass::Aborted &) {
         // Already reported.
-    } catch (const dao::DaoCancelled &) {
-        isCancelled = true;
     } catch (const tarnwick::Cancelled &) {
         isCancelled = true;
     }

@@ -7,7 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 
 using namespace Qt::StringLiterals;
 using fenwright::JsonSettings;

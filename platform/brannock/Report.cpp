@@ -3,7 +3,7 @@
 #include "RowFields.h"
 
 #include <QFile>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 
 using namespace Qt::StringLiterals;
 using fenwright::TableScanner;

@@ -270,9 +270,11 @@ void Database::seedStatistics(const QString &tableName, qint64 rows, const QList
     savepoint.release();
 }
 
-void Database::setProgress(Progress *progress)
+tarnwick::Progress *Database::setProgress(tarnwick::Progress *progress)
 {
+    tarnwick::Progress *before = m_impl->connection.progress();
     m_impl->connection.setProgress(progress);
+    return before;
 }
 
 DatabaseImpl &Database::impl() const

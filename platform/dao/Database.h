@@ -3,9 +3,9 @@
 #include <dao/sql/Compiled.h>
 #include <dao/values/Damage.h>
 #include <dao/values/DaoException.h>
-#include <dao/values/Progress.h>
 #include <dao/values/Schema.h>
 #include <dao/values/Value.h>
+#include <tarnwick/base/Progress.h>
 
 #include <functional>
 #include <memory>
@@ -140,8 +140,9 @@ public:
     };
     void seedStatistics(const QString &table, qint64 rows, const QList<IndexStatistics> &indexes);
 
-    /// The progress object that running statements call; null for none. Not owned.
-    void setProgress(Progress *progress);
+    /// The progress object that running statements call; null for none. Not owned. Returns the
+    /// previous one. See ProgressScope.
+    tarnwick::Progress *setProgress(tarnwick::Progress *progress);
 
     DatabaseImpl &impl() const;
 

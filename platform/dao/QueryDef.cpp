@@ -20,7 +20,7 @@ namespace {
 const QString kSource = u"DAO.QueryDef"_s;
 
 /// While it exists, statements of the connection are stopped after kLongestMilliseconds or when the user cancels.
-class SearchLimit : public Progress
+class SearchLimit : public tarnwick::Progress
 {
 public:
     explicit SearchLimit(store::Connection &connection)
@@ -44,10 +44,15 @@ public:
         constexpr qint64 kLongestMilliseconds = 5000;
         return m_timer.elapsed() > kLongestMilliseconds || (m_outer && m_outer->cancelled());
     }
+    void waiting() override
+    {
+        if (m_outer)
+            m_outer->waiting();
+    }
 
 private:
     store::Connection &m_connection;
-    Progress *m_outer;
+    tarnwick::Progress *m_outer;
     QElapsedTimer m_timer;
 };
 
@@ -193,7 +198,7 @@ std::optional<SourceRange> QueryDef::Impl::placeOf(const DaoException &exception
     } catch (const DaoException &found) {
         if (found.number() == exception.number() && found.where().length > 0)
             return SourceRange::of(sql, found.where().start, found.where().length);
-    } catch (const DaoCancelled &) {
+    } catch (const tarnwick::Cancelled &) {
         // Without a place the error is still correct, so failures of the search are ignored.
     }
     return std::nullopt;

@@ -3,7 +3,7 @@
 #include "CellText.h"
 #include "TableScanner.h"
 
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 #include <tarnwick/FileWriter.h>
 
 using namespace Qt::StringLiterals;

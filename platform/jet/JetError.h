@@ -1,12 +1,10 @@
 #pragma once
-#include <exception>
-#include <QByteArray>
-#include <QString>
+#include <tarnwick/base/Error.h>
 
 namespace jet {
 
 /// A Jet file could not be read completely. text() is a sentence for the user that names the file.
-class JetError : public std::exception
+class JetError : public tarnwick::Error
 {
 public:
     enum class Reason {
@@ -22,26 +20,14 @@ public:
     };
 
     JetError(Reason reason, const QString &text)
-        : m_reason(reason)
-        , m_text(text)
-        , m_what(text.toUtf8())
+        : Error(text)
+        , m_reason(reason)
     {
     }
     Reason reason() const { return m_reason; }
-    const QString &text() const { return m_text; }
-    const char *what() const noexcept override { return m_what.constData(); }
 
 private:
     Reason m_reason;
-    QString m_text;
-    QByteArray m_what;
-};
-
-/// The user stopped the reading. Never shown in an error box.
-class JetCancelled : public std::exception
-{
-public:
-    const char *what() const noexcept override { return "cancelled"; }
 };
 
 } // namespace jet

@@ -190,19 +190,19 @@ JetReader::JetReader(const QString &path, const ReadOptions &options)
 
 JetReader::~JetReader() = default;
 
-void JetReader::run(Sink &sink, dao::Progress *progress, bool schemaOnly)
+void JetReader::run(Sink &sink, tarnwick::Progress *progress, bool schemaOnly)
 {
     m_remarks.clear();
     ReaderProcess process(m_path, m_options, schemaOnly, progress);
     StreamParser(m_path, process, sink, m_remarks).run(schemaOnly);
 }
 
-void JetReader::read(Sink &sink, dao::Progress *progress)
+void JetReader::read(Sink &sink, tarnwick::Progress *progress)
 {
     run(sink, progress, false);
 }
 
-Schema JetReader::readSchema(dao::Progress *progress)
+Schema JetReader::readSchema(tarnwick::Progress *progress)
 {
     SchemaSink sink;
     run(sink, progress, true);

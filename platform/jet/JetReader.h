@@ -1,9 +1,9 @@
 #pragma once
 #include "JetError.h"
 
-#include <dao/values/Progress.h>
 #include <dao/values/Schema.h>
 #include <dao/values/Value.h>
+#include <tarnwick/base/Progress.h>
 
 #include <memory>
 
@@ -79,11 +79,11 @@ public:
     JetReader(const JetReader &) = delete;
     JetReader &operator=(const JetReader &) = delete;
 
-    /// Reads the whole file. Throws JetError, or JetCancelled if progress (may be null) requests it; it is checked
-    /// about ten times a second. If it throws, the data passed to the sink is incomplete and must be discarded.
-    void read(Sink &sink, dao::Progress *progress = nullptr);
+    /// Reads the whole file. Throws JetError, or tarnwick::Cancelled if progress (may be null) requests it; it is
+    /// checked about ten times a second. If it throws, the data passed to the sink is incomplete and must be discarded.
+    void read(Sink &sink, tarnwick::Progress *progress = nullptr);
     /// Reads only the schema; the time does not depend on the file's size. There are no remarks about rows.
-    Schema readSchema(dao::Progress *progress = nullptr);
+    Schema readSchema(tarnwick::Progress *progress = nullptr);
 
     /// Remarks of the last reading.
     const QList<Remark> &remarks() const { return m_remarks; }
@@ -91,7 +91,7 @@ public:
     bool hasRemark(Remark::Kind kind) const;
 
 private:
-    void run(Sink &sink, dao::Progress *progress, bool schemaOnly);
+    void run(Sink &sink, tarnwick::Progress *progress, bool schemaOnly);
 
     QString m_path;
     ReadOptions m_options;

@@ -29,7 +29,8 @@ QString programPath(const QString &asked)
 
 } // namespace
 
-ReaderProcess::ReaderProcess(const QString &path, const ReadOptions &options, bool schemaOnly, dao::Progress *progress)
+ReaderProcess::ReaderProcess(const QString &path, const ReadOptions &options, bool schemaOnly,
+                             tarnwick::Progress *progress)
     : m_path(path)
     , m_patience(options.patience)
     , m_progress(progress)
@@ -63,7 +64,7 @@ void ReaderProcess::checkCancelled()
         return;
     m_sinceAsked.start();
     if (m_progress->cancelled())
-        throw JetCancelled();
+        throw tarnwick::Cancelled();
 }
 
 bool ReaderProcess::readMore()

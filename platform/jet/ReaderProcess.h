@@ -14,7 +14,7 @@ class ReaderProcess
 {
 public:
     /// Throws JetError if the program cannot be started.
-    ReaderProcess(const QString &path, const ReadOptions &options, bool schemaOnly, dao::Progress *progress);
+    ReaderProcess(const QString &path, const ReadOptions &options, bool schemaOnly, tarnwick::Progress *progress);
     ~ReaderProcess();
 
     struct Frame
@@ -22,14 +22,14 @@ public:
         wire::Frame kind;
         std::span<const uchar> payload; ///< valid until the next call
     };
-    /// Returns the next frame. Throws JetError if the stream ends, and JetCancelled.
+    /// Returns the next frame. Throws JetError if the stream ends, and tarnwick::Cancelled.
     Frame next();
     /// Call after the last frame: throws JetError unless the stream ends here and the process succeeded.
     void finish();
     /// Error for a fault in the last frame.
     JetError failure(const QString &detail) const;
 
-    /// Call during long work on one frame: throws JetCancelled if the user stops it.
+    /// Call during long work on one frame: throws tarnwick::Cancelled if the user stops it.
     void checkCancelled();
 
 private:
@@ -39,7 +39,7 @@ private:
 
     QString m_path;
     int m_patience;
-    dao::Progress *m_progress;
+    tarnwick::Progress *m_progress;
     QElapsedTimer m_sinceAsked;
     quint64 m_longestFrame;
     QProcess m_process;

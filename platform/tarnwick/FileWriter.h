@@ -1,5 +1,5 @@
 #pragma once
-#include "Error.h"
+#include "base/Error.h"
 
 #include <memory>
 #include <QByteArray>

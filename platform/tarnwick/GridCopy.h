@@ -1,6 +1,6 @@
 #pragma once
+#include "base/Progress.h"
 #include "GridModel.h"
-#include "Progress.h"
 
 #include <QItemSelection>
 

@@ -1,7 +1,7 @@
 #pragma once
+#include "base/Progress.h"
 #include "GridFilter.h"
 #include "GridSource.h"
-#include "Progress.h"
 
 #include <QAbstractTableModel>
 

@@ -1,6 +1,6 @@
 #include "Paths.h"
 
-#include "Error.h"
+#include "base/Error.h"
 
 #include <QDir>
 #include <QFileInfo>

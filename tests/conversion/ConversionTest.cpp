@@ -1,7 +1,7 @@
 #include "ConversionFixture.h"
 
+#include <tarnwick/base/Progress.h>
 #include <tarnwick/FileWriter.h>
-#include <tarnwick/Progress.h>
 
 using namespace Qt::StringLiterals;
 using namespace conversion;

@@ -2,7 +2,7 @@
 #include <conversion/LocationRules.h>
 #include <conversion/TextSource.h>
 #include <support/Printers.h>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 
 #include <gtest/gtest.h>
 

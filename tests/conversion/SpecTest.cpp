@@ -3,7 +3,7 @@
 #include <support/Damage.h>
 #include <support/Printers.h>
 #include <support/TemporaryFolder.h>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 
 #include <gtest/gtest.h>
 

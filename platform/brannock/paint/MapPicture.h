@@ -5,7 +5,7 @@
 #include <QFont>
 #include <QImage>
 #include <QMarginsF>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 
 namespace brannock {
 

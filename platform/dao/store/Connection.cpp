@@ -313,7 +313,7 @@ void Connection::throwStopped()
     m_cancelRequested = false;
     if (m_thrownMeanwhile)
         std::rethrow_exception(std::exchange(m_thrownMeanwhile, nullptr));
-    throw DaoCancelled();
+    throw tarnwick::Cancelled();
 }
 
 void Connection::requireTransaction() const
@@ -338,7 +338,7 @@ QString Connection::setSource(const QString &source)
     return before;
 }
 
-void Connection::setProgress(Progress *progress)
+void Connection::setProgress(tarnwick::Progress *progress)
 {
     m_progress = progress;
     m_cancelRequested = false;
@@ -417,7 +417,7 @@ void Connection::fail(bool writing)
     failure.schema = m_schema;
     try {
         raise(failure);
-    } catch (const DaoCancelled &) {
+    } catch (const tarnwick::Cancelled &) {
         throwStopped();
     }
 }

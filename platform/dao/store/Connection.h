@@ -2,9 +2,9 @@
 #include "Statement.h"
 #include "TextPool.h"
 
-#include <dao/values/Progress.h>
 #include <dao/values/Schema.h>
 #include <dao/values/Value.h>
+#include <tarnwick/base/Progress.h>
 
 #include <exception>
 #include <functional>
@@ -85,9 +85,9 @@ public:
     /// Replaces the stored definition of an index by an equivalent one (see makeIndex()).
     void rewriteIndex(const QString &name, const QString &sql);
 
-    void setProgress(Progress *progress);
-    Progress *progress() const { return m_progress; }
-    /// Throws DaoCancelled if the user cancelled while a statement ran that could not be interrupted.
+    void setProgress(tarnwick::Progress *progress);
+    tarnwick::Progress *progress() const { return m_progress; }
+    /// Throws tarnwick::Cancelled if the user cancelled while a statement ran that could not be interrupted.
     void throwIfCancelled();
     /// Clears a pending cancel request. Call before each statement. Rethrows an exception of the progress object that
     /// has not been reported yet.
@@ -123,7 +123,7 @@ private:
     QString m_source = QStringLiteral("DAO.Database");
     const SchemaView *m_schema = nullptr;
     std::vector<Statement *> m_statements;
-    Progress *m_progress = nullptr;
+    tarnwick::Progress *m_progress = nullptr;
     QElapsedTimer m_sinceConsulted;
     QElapsedTimer m_waiting; ///< since another program's lock was first found
     bool m_readOnlyFile = false;

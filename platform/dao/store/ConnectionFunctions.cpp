@@ -75,7 +75,7 @@ void callFunction(sqlite3_context *context, int count, sqlite3_value **values)
     } catch (const DaoException &e) {
         const QByteArray text = raiseText(e.number(), e.description()).toUtf8();
         sqlite3_result_error(context, text.constData(), int(text.size()));
-    } catch (const DaoCancelled &) {
+    } catch (const tarnwick::Cancelled &) {
         stop();
     } catch (const std::bad_alloc &) {
         sqlite3_result_error_nomem(context);

@@ -136,7 +136,7 @@ void raiseOwn(const EngineFailure &failure)
     if (!failure.text.startsWith(u"dao:"_s))
         return;
     if (failure.text == kCancelText)
-        throw DaoCancelled();
+        throw tarnwick::Cancelled();
     const qsizetype colon = failure.text.indexOf(u':', 4);
     if (colon < 0)
         return;
@@ -265,7 +265,7 @@ QString raiseText(int number, const QString &text)
     case SQLITE_CONSTRAINT:
         raiseConstraint(failure);
     case SQLITE_INTERRUPT:
-        throw DaoCancelled();
+        throw tarnwick::Cancelled();
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
     case SQLITE_PROTOCOL:

@@ -26,8 +26,8 @@ struct EngineFailure
     const SchemaView *schema = nullptr; ///< to name rules and fields; may be null
 };
 
-/// The only place that translates errors of SQLite to errors of the engine. Throws DaoException, or DaoCancelled if the
-/// user cancelled the statement.
+/// The only place that translates errors of SQLite to errors of the engine. Throws DaoException, or tarnwick::Cancelled
+/// if the user cancelled the statement.
 [[noreturn]] void raise(const EngineFailure &failure);
 
 /// Throws the error for a violated CHECK constraint of that name.

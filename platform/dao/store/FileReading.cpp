@@ -69,7 +69,7 @@ bool hasLog(sqlite3 *db)
 class CancelCheck
 {
 public:
-    explicit CancelCheck(Progress *progress)
+    explicit CancelCheck(tarnwick::Progress *progress)
         : m_progress(progress)
     {
         m_sinceAsked.start();
@@ -80,12 +80,12 @@ public:
         if (!m_progress || !m_sinceAsked.hasExpired(kAskEveryMilliseconds))
             return;
         if (m_progress->cancelled())
-            throw DaoCancelled();
+            throw tarnwick::Cancelled();
         m_sinceAsked.restart();
     }
 
 private:
-    Progress *m_progress;
+    tarnwick::Progress *m_progress;
     QElapsedTimer m_sinceAsked;
 };
 
@@ -128,7 +128,7 @@ void giveContent(sqlite3 *db, const QString &path, const Take &take, CancelCheck
 
 } // namespace
 
-void readFile(const QString &path, const Take &take, Progress *progress)
+void readFile(const QString &path, const Take &take, tarnwick::Progress *progress)
 {
     CancelCheck check(progress);
     const Handle db = openForReading(path);

@@ -22,12 +22,17 @@ SourceRange SourceRange::of(QStringView text, int start, int length)
 }
 
 DaoException::DaoException(int number, const QString &source, const QString &description, const SourceRange &where)
-    : m_number(number)
+    : Error(description, number, QString::number(number) + u' ' + source + u": " + description)
     , m_source(source)
-    , m_description(description)
     , m_where(where)
-    , m_what(QString(QString::number(number) + u' ' + source + u": " + description).toUtf8())
 {
+}
+
+QString DaoException::place() const
+{
+    if (!m_where.isValid())
+        return {};
+    return QStringLiteral("line %1, column %2").arg(m_where.line).arg(m_where.column);
 }
 
 DaoException &DaoException::withHint(const QString &hint)

@@ -1,5 +1,5 @@
 #pragma once
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Progress.h>
 
 #include <chrono>
 #include <memory>

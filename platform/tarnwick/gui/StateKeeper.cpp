@@ -11,7 +11,7 @@
 #include <QTableView>
 #include <QTreeView>
 #include <QWidget>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 
 namespace tarnwick {
 

@@ -1,6 +1,6 @@
 #include "TablePrint.h"
 
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 #include <tarnwick/Format.h>
 #include <tarnwick/paint/Colours.h>
 

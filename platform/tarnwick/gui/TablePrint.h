@@ -1,8 +1,8 @@
 #pragma once
+#include <tarnwick/base/Progress.h>
 #include <tarnwick/GridSource.h>
 #include <tarnwick/JMacro.h>
 #include <tarnwick/JTablePrintArg.h>
-#include <tarnwick/Progress.h>
 
 #include <QColor>
 #include <QFont>

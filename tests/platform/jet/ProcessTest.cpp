@@ -144,7 +144,7 @@ TEST_F(JetProcess, FilesThatAreNotWhatTheySeem)
     EXPECT_THROW(JetReader(m_folder.filePath(u"none.mdb"_s)).read(content), JetError);
 }
 
-class StopAtOnce : public dao::Progress
+class StopAtOnce : public tarnwick::Progress
 {
 public:
     bool cancelled() override
@@ -167,7 +167,7 @@ TEST_F(JetProcess, CanBeStoppedByTheUserAndByTheSink)
     JetReader reader(dataFile(u"suite-current.mdb"_s));
     Collector content;
     StopAtOnce progress;
-    EXPECT_THROW(reader.read(content, &progress), JetCancelled);
+    EXPECT_THROW(reader.read(content, &progress), tarnwick::Cancelled);
     EXPECT_EQ(progress.asked, 1);
     FailingSink sink;
     EXPECT_THROW(reader.read(sink), std::runtime_error);

@@ -1,6 +1,6 @@
 #include <support/Printers.h>
 #include <support/TemporaryFolder.h>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 #include <tarnwick/Paths.h>
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include <support/Printers.h>
-#include <tarnwick/Error.h>
-#include <tarnwick/Progress.h>
+#include <tarnwick/base/Error.h>
+#include <tarnwick/base/Progress.h>
 #include <tarnwick/Prompts.h>
 #include <tarnwick/StringToValue.h>
 #include <tarnwick/TerminalText.h>

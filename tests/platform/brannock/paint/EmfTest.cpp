@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 #include <QtEndian>
 #include <support/SampleSteamGen.h>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 #include <tarnwick/FileWriter.h>
 
 using namespace Qt::StringLiterals;

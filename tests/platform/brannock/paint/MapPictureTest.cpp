@@ -9,7 +9,7 @@
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <support/SampleSteamGen.h>
-#include <tarnwick/Error.h>
+#include <tarnwick/base/Error.h>
 #include <tarnwick/FileWriter.h>
 
 using namespace Qt::StringLiterals;

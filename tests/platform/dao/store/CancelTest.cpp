@@ -12,7 +12,7 @@ using build::table;
 namespace {
 
 /// Cancels at the n-th call.
-class StopAt : public Progress
+class StopAt : public tarnwick::Progress
 {
 public:
     explicit StopAt(int times)
@@ -125,7 +125,7 @@ TEST_F(CancelTest, WithinATransactionOnlyTheStatementIsUndone)
 
 TEST_F(CancelTest, WhatComesAfterAStopIsNotStoppedToo)
 {
-    class StopOnce : public Progress
+    class StopOnce : public tarnwick::Progress
     {
     public:
         bool cancelled() override { return !std::exchange(m_asked, true); }

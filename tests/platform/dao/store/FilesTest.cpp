@@ -174,7 +174,7 @@ TEST_F(FilesTest, ACommitThatMeetsALockCanBeTriedAgain)
 }
 
 /// Another program that locks the file until waiting() was called three times.
-class Waiting : public Progress
+class Waiting : public tarnwick::Progress
 {
 public:
     Waiting(const QString &file, const char *statement)
@@ -234,7 +234,7 @@ TEST_F(FilesTest, WritersWaitForOthersAsLongAsTheUserDoes)
         Waiting writer(path(), write);
         writer.cancels = true;
         database.setProgress(&writer);
-        EXPECT_THROW(workspace.beginTrans(Begin::Writing), DaoCancelled);
+        EXPECT_THROW(workspace.beginTrans(Begin::Writing), tarnwick::Cancelled);
         EXPECT_EQ(workspace.transactionDepth(), 0);
         database.setProgress(nullptr);
     }

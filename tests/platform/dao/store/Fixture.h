@@ -62,7 +62,7 @@ QString errorOf(Action &&action)
         action();
     } catch (const dao::DaoException &e) {
         return QString::number(e.number()) + QLatin1Char(' ') + e.source() + QLatin1String(": ") + e.description();
-    } catch (const dao::DaoCancelled &) {
+    } catch (const tarnwick::Cancelled &) {
         return QStringLiteral("cancelled");
     }
     return {};
@@ -75,7 +75,7 @@ int numberOf(Action &&action)
         action();
     } catch (const dao::DaoException &e) {
         return e.number();
-    } catch (const dao::DaoCancelled &) {
+    } catch (const tarnwick::Cancelled &) {
         return -1;
     }
     return 0;

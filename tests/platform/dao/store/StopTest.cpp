@@ -19,7 +19,7 @@ namespace {
 const int rowCount = qMax(300'000, qEnvironmentVariableIntValue("ARVO_TEST_ROWS"));
 
 /// Cancels after a while and measures how long the statement takes to stop.
-class StopSoon : public Progress
+class StopSoon : public tarnwick::Progress
 {
 public:
     StopSoon() { m_sinceStart.start(); }
@@ -198,7 +198,7 @@ INSTANTIATE_TEST_SUITE_P(Store, StopTest, testing::Bool(),
                          [](const auto &mode) { return std::string(mode.param ? "InATransaction" : "Alone"); });
 
 /// Never cancels.
-class GoOn : public Progress
+class GoOn : public tarnwick::Progress
 {
 public:
     bool cancelled() override { return false; }
@@ -290,7 +290,7 @@ TEST_F(StoreTest, AStatementThatFailsOrStopsDoesNotEndTheReadingOfOthers)
 
 TEST_F(StoreTest, ReadingAFileCanBeStopped)
 {
-    class Stop : public Progress
+    class Stop : public tarnwick::Progress
     {
     public:
         bool cancelled() override { return true; }

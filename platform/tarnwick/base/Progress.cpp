@@ -4,6 +4,15 @@
 
 namespace tarnwick {
 
+void Progress::report(qint64, qint64, const QString &)
+{
+}
+
+void Progress::waiting()
+{
+    report(0, 0, QStringLiteral("Waiting for another program that uses the database ..."));
+}
+
 ProgressLoop::ProgressLoop(Progress *progress, qint64 total, const QString &what)
     : m_progress(progress)
     , m_total(total)

@@ -5,24 +5,37 @@
 
 namespace tarnwick {
 
-/// A failure with a sentence for the user. Base class of the program's own exceptions.
+/// Base of all failures that a user is told about: a sentence for the user, and a number and a place where it has them.
 class Error : public std::exception
 {
 public:
-    explicit Error(const QString &text)
-        : m_text(text)
-        , m_what(text.toUtf8())
+    explicit Error(const QString &text, int number = 0)
+        : Error(text, number, text)
     {
     }
     const QString &text() const { return m_text; }
+    /// 0: none.
+    int number() const { return m_number; }
+    /// Where the fault is ("line 3, column 7"); empty when it has no place.
+    virtual QString place() const { return {}; }
     const char *what() const noexcept override { return m_what.constData(); }
+
+protected:
+    /// what: for logs and debuggers, where it says more than the text.
+    Error(const QString &text, int number, const QString &what)
+        : m_text(text)
+        , m_number(number)
+        , m_what(what.toUtf8())
+    {
+    }
 
 private:
     QString m_text;
+    int m_number;
     QByteArray m_what;
 };
 
-/// The user stopped the work. Never shown in an error box.
+/// The user stopped the work. Not an Error: it is never shown in an error box.
 class Cancelled : public std::exception
 {
 public:
@@ -38,6 +51,8 @@ public:
     const QString &file() const { return m_file; }
     int line() const { return m_line; }
     const QString &reason() const { return m_reason; }
+    /// The file, with the line where there is one. text() starts with it.
+    QString place() const override;
 
 private:
     QString m_file;

@@ -6,20 +6,23 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-static QString placedText(const QString &file, int line, const QString &reason)
+static QString placeIn(const QString &file, int line)
 {
     const QString name = QDir::toNativeSeparators(file);
-    if (line > 0)
-        return u"%1, line %2: %3"_s.arg(name, QString::number(line), reason);
-    return u"%1: %2"_s.arg(name, reason);
+    return line > 0 ? u"%1, line %2"_s.arg(name, QString::number(line)) : name;
 }
 
 FileError::FileError(const QString &file, int line, const QString &reason)
-    : Error(placedText(file, line, reason))
+    : Error(placeIn(file, line) + u": " + reason)
     , m_file(file)
     , m_line(line)
     , m_reason(reason)
 {
+}
+
+QString FileError::place() const
+{
+    return placeIn(m_file, m_line);
 }
 
 } // namespace tarnwick
