@@ -104,7 +104,7 @@ int runConvert(const Arguments &arguments)
             run.prompts.operType = prompts.operType;
         if (resultCount(run.report()) == 0) {
             target.prompts().showError(tarnwick::kErrorSeverity, 0,
-                                       u"\"%1\" holds no results; nothing was stored"_s.arg(path));
+                                       u"\"%1\" contains no results; nothing was stored"_s.arg(path));
             batch.addText(false);
             continue;
         }

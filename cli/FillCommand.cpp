@@ -224,7 +224,7 @@ int runFill(const Arguments &arguments)
     const QString folder = arguments.positional(0, u"DIR"_s);
     const auto fill = fillOf(arguments.positional(1, u"random, box or pattern"_s), arguments);
     if (!arguments.has(u"map"))
-        throw UsageError(u"--map is missing: the map that gets the fill."_s);
+        throw UsageError(u"--map is missing: the map to which the fill is added."_s);
 
     const QString tubes = tubesFile(arguments);
     Target target(folder, arguments, Target::Takes::Project);

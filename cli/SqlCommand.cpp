@@ -92,8 +92,8 @@ bool runScript(Target &target, const QString &path, RowWriter &writer)
         return false;
     for (const ScriptStatement &statement : splitScript(text)) {
         if (!runStatement(target, statement.sql, writer)) {
-            printError(
-                u"in the statement of line %1 of %2; nothing of the file was done\n"_s.arg(statement.line).arg(path));
+            printError(u"in the statement of line %1 of %2; nothing of the file was carried out\n"_s.arg(statement.line)
+                           .arg(path));
             transaction.rollback();
             return false;
         }

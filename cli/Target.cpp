@@ -24,7 +24,7 @@ Answer answerOf(const QString &word)
         return Answer::No;
     if (word == "cancel"_L1)
         return Answer::Cancel;
-    throw UsageError(u"\"%1\" is no answer; there are yes, no and cancel."_s.arg(word));
+    throw UsageError(u"\"%1\" is not a valid answer; use yes, no or cancel."_s.arg(word));
 }
 
 } // namespace

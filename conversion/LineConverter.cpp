@@ -179,7 +179,7 @@ int LineConverter::integer(const ConvField &field, int least, int most)
     const int found = tarnwick::leadingInteger(field.value);
     const int held = std::clamp(found, least, most);
     if (held != found || !tarnwick::string_to_value<qint32>(field.value)) {
-        m_lineRemarks.append(u"%1 \"%2\" is not a whole number from %3 to %4; %5 was taken"_s.arg(
+        m_lineRemarks.append(u"%1 \"%2\" is not a whole number from %3 to %4; %5 is used"_s.arg(
             reportFieldKeyword(field.type), field.value, QString::number(least), QString::number(most),
             QString::number(held)));
     }
@@ -193,7 +193,7 @@ double LineConverter::number(const ConvField &field)
     const double held = std::isfinite(found) ? found : 0;
     if (!field.value.isEmpty() && !tarnwick::string_to_value<double>(field.value)) {
         m_lineRemarks.append(
-            u"%1 \"%2\" is not a number; %3 was taken"_s.arg(reportFieldKeyword(field.type), field.value).arg(held));
+            u"%1 \"%2\" is not a number; %3 is used"_s.arg(reportFieldKeyword(field.type), field.value).arg(held));
     }
     return held;
 }
@@ -261,7 +261,7 @@ void LineConverter::remarkOnAddress(const ReportEntry &entry)
             unreadable.append(u"%1 \"%2\""_s.arg(reportFieldKeyword(field.type), field.value));
     }
     if (readable > 0 && !unreadable.isEmpty())
-        remark(u"taken as a header line, since it has no such number as %1"_s.arg(unreadable.join(u", "_s)));
+        remark(u"treated as a header line; not a number: %1"_s.arg(unreadable.join(u", "_s)));
 }
 
 void LineConverter::remarkOnResult(const ReportEntry &entry)
@@ -274,7 +274,7 @@ void LineConverter::remarkOnResult(const ReportEntry &entry)
                 fields.append(u"%1 \"%2\""_s.arg(reportFieldKeyword(field.type), field.value));
         }
         if (!fields.isEmpty())
-            remark(u"too short; an earlier value was taken for %1"_s.arg(fields.join(u", "_s)));
+            remark(u"too short; an earlier value is used for %1"_s.arg(fields.join(u", "_s)));
     }
     for (const QString &text : std::as_const(m_lineRemarks))
         remark(text);

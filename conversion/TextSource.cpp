@@ -67,7 +67,6 @@ void TextSource::addLine(qsizetype start, qsizetype end)
     while (end > start && m_text[end - 1] == u'\r')
         --end;
     m_lines.append({start, end - start});
-    m_longest = qMax(m_longest, int(end - start));
 }
 
 void TextSource::split()

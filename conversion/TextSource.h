@@ -25,7 +25,6 @@ public:
     int lineCount() const { return int(m_lines.size()); }
     /// index: from 0. The view is valid as long as this object.
     QStringView line(int index) const;
-    int longestLine() const { return m_longest; }
 
 private:
     struct Span
@@ -39,7 +38,6 @@ private:
     QString m_path;
     QString m_text;
     QList<Span> m_lines;
-    int m_longest = 0;
 };
 
 } // namespace conversion

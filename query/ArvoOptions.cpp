@@ -1,7 +1,5 @@
 #include "ArvoOptions.h"
 
-#include <brannock/SystemOption.h>
-
 namespace query {
 
 using namespace Qt::StringLiterals;
@@ -26,16 +24,6 @@ ArvoOptions::ArvoOptions(int projectFormat)
     , m_projectFormat(projectFormat)
 {
     ArvoOptions::resetToDefaults();
-}
-
-void ArvoOptions::addRecentDatabase(const QString &machinePath, const tarnwick::PathRoots &roots)
-{
-    brannock::addRecent(recentDatabases, tarnwick::SuitePath::fromMachine(machinePath, roots).text(), kMaxRecent);
-}
-
-void ArvoOptions::addRecentMap(const QString &machinePath, const tarnwick::PathRoots &roots)
-{
-    brannock::addRecent(recentMaps, tarnwick::SuitePath::fromMachine(machinePath, roots).text(), kMaxRecent);
 }
 
 void ArvoOptions::setProjectFormat(int year)

@@ -9,8 +9,6 @@ namespace query {
 class ArvoOptions : public tarnwick::OptionFile
 {
 public:
-    static constexpr int kMaxRecent = 5;
-
     /// A query whose rows the tube dialog shows in a tab.
     struct TubeInfoTab
     {
@@ -41,8 +39,6 @@ public:
     QStringList recentDatabases;
     QStringList recentMaps;
 
-    void addRecentDatabase(const QString &machinePath, const tarnwick::PathRoots &roots);
-    void addRecentMap(const QString &machinePath, const tarnwick::PathRoots &roots);
     /// Sets the format for option files of version 1. May be called before or after loading.
     void setProjectFormat(int year);
 

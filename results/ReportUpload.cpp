@@ -305,26 +305,4 @@ void ReportUpload::undo(db::SessionTransaction &transaction)
     m_session->prompts().status(messages::kTerminated);
 }
 
-std::optional<UploadQuestion> uploadQuestion(QStringView question)
-{
-    static const struct
-    {
-        const tarnwick::Message *message;
-        UploadQuestion kind;
-    } questions[] = {
-        {&messages::kUnknownTubes, UploadQuestion::UnknownTubes},
-        {&messages::kCalExists, UploadQuestion::CalExists},
-        {&messages::kAreYouSure, UploadQuestion::AreYouSure},
-        {&messages::kOtherSite, UploadQuestion::OtherSite},
-        {&messages::kContinueAfterFailure, UploadQuestion::ContinueAfterFailure},
-    };
-    for (const auto &known : questions) {
-        const QStringView whole(known.message->text);
-        const qsizetype firstArgument = whole.indexOf(u'%');
-        if (firstArgument < 0 ? question == whole : question.startsWith(whole.first(firstArgument)))
-            return known.kind;
-    }
-    return std::nullopt;
-}
-
 } // namespace results

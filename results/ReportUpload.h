@@ -77,8 +77,4 @@ private:
     std::optional<Cal> m_cal; ///< current cal
 };
 
-/// Which question of the upload a text is, for front ends that answer from flags.
-enum class UploadQuestion { UnknownTubes, CalExists, AreYouSure, OtherSite, ContinueAfterFailure };
-std::optional<UploadQuestion> uploadQuestion(QStringView text);
-
 } // namespace results

@@ -116,7 +116,7 @@ DefectList DefectList::read(const QString &machinePath)
         if (entry.code.isEmpty())
             table.fail(code, u"the cell is empty"_s);
         if (list.find(entry.code))
-            table.fail(code, u"'%1' stands twice"_s.arg(entry.code));
+            table.fail(code, u"'%1' occurs twice"_s.arg(entry.code));
         list.append(entry);
     }
     return list;

@@ -61,7 +61,7 @@ QList<PlanEntry> readEntries(TableScanner &table)
         int &line = lines[entry.entryNum];
         if (line != 0)
             table.fail(
-                u"Entry number %1 stands twice, in lines %2 and %3."_s.arg(entry.entryNum).arg(line).arg(table.line()));
+                u"Entry number %1 occurs twice, in lines %2 and %3."_s.arg(entry.entryNum).arg(line).arg(table.line()));
         line = table.line();
         entries.append(entry);
     }

@@ -45,7 +45,7 @@ void readOutages(const JsonSettings &settings, Project &project)
         Project::Outage outage;
         outage.name = entry.requiredText(u"name"_s);
         if (names.contains(outage.name))
-            entry.fail(u"name"_s, u"outage '%1' stands twice"_s.arg(outage.name));
+            entry.fail(u"name"_s, u"outage '%1' occurs twice"_s.arg(outage.name));
         names.insert(outage.name);
         const QString date = entry.text(u"date"_s);
         const std::optional<JDateTime> parsed = fenwright::cellTime(date.toUtf8());

@@ -49,7 +49,7 @@ void readSettings(const QString &path, SteamGen &gen)
         set.bendLengthPerRow = float(entry.number(u"bend_length_per_row"_s, 0));
         for (const LandmarkSet &other : std::as_const(gen.landmarkSets)) {
             if (other.number == set.number)
-                entry.fail(u"number"_s, u"landmark set %1 stands twice"_s.arg(set.number));
+                entry.fail(u"number"_s, u"landmark set %1 occurs twice"_s.arg(set.number));
         }
         gen.landmarkSets.append(set);
     }
@@ -87,7 +87,7 @@ QList<Tube> readTubes(const QString &path, SteamGen &gen)
             lines[quint64(tube.address.sec) << 32 | quint64(tube.address.row) << 16 | quint64(tube.address.col)];
         if (line != 0) {
             table.fail(
-                u"The tube of section %1, row %2, column %3 stands twice, in lines %4 and %5."_s.arg(tube.address.sec)
+                u"The tube of section %1, row %2, column %3 occurs twice, in lines %4 and %5."_s.arg(tube.address.sec)
                     .arg(tube.address.row)
                     .arg(tube.address.col)
                     .arg(line)
@@ -121,7 +121,7 @@ void readLabels(const QString &path, SteamGen &gen)
     const auto onlyOnce = [&](const QString &what, const QString &key) {
         int &line = lines[key];
         if (line != 0)
-            table.fail(u"%1 stands twice, in lines %2 and %3."_s.arg(what).arg(line).arg(table.line()));
+            table.fail(u"%1 occurs twice, in lines %2 and %3."_s.arg(what).arg(line).arg(table.line()));
         line = table.line();
     };
     while (table.next()) {
@@ -187,7 +187,7 @@ void readLandmarks(const QString &path, SteamGen &gen)
         // In the database the names of a set's landmarks must be unique, ignoring case.
         int &line = lines[u"%1 %2"_s.arg(owner.number).arg(landmark.name.toLower())];
         if (line != 0)
-            table.fail(u"Landmark '%1' stands twice in set %2, in lines %3 and %4."_s.arg(landmark.name)
+            table.fail(u"Landmark '%1' occurs twice in set %2, in lines %3 and %4."_s.arg(landmark.name)
                            .arg(owner.number)
                            .arg(line)
                            .arg(table.line()));

@@ -40,7 +40,7 @@ JsonSettings JsonSettings::read(const QString &path, const QString &format, int 
     if (version > newestVersion)
         throw FileError(
             path, 0,
-            u"The file is of version %1; this program knows versions up to %2."_s.arg(version).arg(newestVersion));
+            u"The file is of version %1; this program reads versions up to %2."_s.arg(version).arg(newestVersion));
     return settings;
 }
 

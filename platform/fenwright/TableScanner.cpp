@@ -72,7 +72,7 @@ void TableScanner::readEnd()
         return;
     if (!m_content.endsWith('\n'))
         throw FileError(m_name, int(m_content.count('\n')) + 1,
-                        u"The last line has no line end, so the file may have been cut. If it is whole, add a "
+                        u"The last line has no line end, so the file may be truncated. If it is complete, add a "
                         u"line end."_s);
     m_end = m_content.size();
     const qsizetype start = text.lastIndexOf('\n') + 1;
@@ -82,7 +82,7 @@ void TableScanner::readEnd()
     const std::optional<qint64> stated = cellInteger(text.sliced(start + kRowsLead.size()));
     if (!stated || *stated < 0)
         throw FileError(m_name, int(QByteArrayView(m_content).first(offset).count('\n')) + 1,
-                        u"The line that counts the rows holds no number."_s);
+                        u"The line with the number of rows contains no number."_s);
     m_statedRows = *stated;
     m_end = offset;
 }
@@ -140,7 +140,7 @@ void TableScanner::readHeading()
     for (const QString &name : m_required) {
         const int index = column(name);
         if (index < 0)
-            throw FileError(m_name, m_line, u"The heading lacks column '%1'."_s.arg(name));
+            throw FileError(m_name, m_line, u"The heading has no column '%1'."_s.arg(name));
         m_lastRequired = std::max(m_lastRequired, index);
     }
 }
@@ -154,11 +154,12 @@ void TableScanner::readVersion()
     if (version > kVersion)
         throw FileError(
             m_name, 0,
-            u"The file is of version %1; this program knows versions up to %2."_s.arg(version).arg(kVersion));
+            u"The file is of version %1; this program reads versions up to %2."_s.arg(version).arg(kVersion));
     if (version >= kFirstCountedVersion && !isCounted())
-        throw FileError(m_name, 0,
-                        u"The file does not end with the line that counts its rows. It has been cut, or lines were "
-                        u"added behind that line."_s);
+        throw FileError(
+            m_name, 0,
+            u"The file does not end with the line that contains its number of rows. It is truncated, or lines were "
+            u"added behind that line."_s);
 }
 
 int TableScanner::column(QStringView name) const
@@ -173,7 +174,7 @@ bool TableScanner::next()
         m_cells.clear();
         if (isCounted() && m_rows != m_statedRows)
             throw FileError(m_name, m_line + 1,
-                            u"The line counts %1 rows, but the file has %2. If rows were added or removed by hand, "
+                            u"The line states %1 rows, but the file has %2. If rows were added or removed by hand, "
                             u"correct the number."_s.arg(m_statedRows)
                                 .arg(m_rows));
         return false;
@@ -271,7 +272,7 @@ QString uncountedRemark(const QStringList &files)
 {
     if (files.isEmpty())
         return {};
-    return files.join(u", "_s) + u": the number of rows is not stated, so missing rows cannot be noticed."_s;
+    return files.join(u", "_s) + u": the number of rows is not stated, so missing rows cannot be detected."_s;
 }
 
 TableWriter::TableWriter()

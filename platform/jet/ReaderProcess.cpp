@@ -110,7 +110,7 @@ ReaderProcess::Frame ReaderProcess::next()
     const auto kind = wire::Frame(head.u8());
     const quint32 length = head.u32();
     if (kind < wire::Frame::File || kind > wire::Frame::End || length > m_longestFrame)
-        throw failure(u"a frame of its stream cannot be right"_s);
+        throw failure(u"a frame of its stream is invalid"_s);
     return {kind, take(length)};
 }
 

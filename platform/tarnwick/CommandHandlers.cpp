@@ -24,7 +24,7 @@ void CommandHandlers::add(int id, Handler handler)
 {
     const CommandRow *row = m_table.row(id);
     if (!row || row->id != id)
-        m_faults.append(u"an action is bound to %1, which is no row"_s.arg(id));
+        m_faults.append(u"an action is bound to %1, which is not a row"_s.arg(id));
     else if (m_handlers.contains(id))
         m_faults.append(row->objectName() + u": two actions"_s);
     m_handlers.insert(id, std::move(handler));
@@ -33,7 +33,7 @@ void CommandHandlers::add(int id, Handler handler)
 void CommandHandlers::setText(int id, std::function<QString()> text)
 {
     if (!m_table.row(id))
-        m_faults.append(u"a text is bound to %1, which is no row"_s.arg(id));
+        m_faults.append(u"a text is bound to %1, which is not a row"_s.arg(id));
     m_texts.insert(id, std::move(text));
 }
 
@@ -120,9 +120,9 @@ QString CommandHandlers::faultOf(const CommandRow &row) const
     if (!isComplete)
         return row.isList() ? u"a list is bound as a single command"_s : u"no action"_s;
     if (row.isCheckable() != bool(found->isChecked))
-        return row.isCheckable() ? u"nothing tells whether it is checked"_s : u"checked, but not checkable"_s;
+        return row.isCheckable() ? u"its check state is not bound"_s : u"checked, but not checkable"_s;
     if (row.condition != kAlways && !m_whyNot)
-        return u"nothing tells its condition"_s;
+        return u"its condition is not bound"_s;
     return {};
 }
 

@@ -31,7 +31,7 @@ static int readLead(JFile &file, const QString &title)
 
 static QString newerText(int found, int known)
 {
-    return u"the file is of version %1, written by a newer program; this one knows versions up to %2"_s.arg(found).arg(
+    return u"the file is of version %1, written by a newer program; this one reads versions up to %2"_s.arg(found).arg(
         known);
 }
 
@@ -40,7 +40,7 @@ static void putAside(const QString &path)
     const QString aside = path + u".bad"_s;
     QFile::remove(aside);
     if (!QFile::rename(path, aside))
-        throw FileError(path, 0, u"is damaged, and cannot be put aside as %1"_s.arg(aside));
+        throw FileError(path, 0, u"is damaged, and cannot be renamed to %1"_s.arg(aside));
 }
 
 // Identity, size and time of a file; empty if there is none. Every writer replaces the file, so its identity changes.

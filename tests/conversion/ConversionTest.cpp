@@ -122,8 +122,8 @@ TEST_F(ConversionTest, shortLinesTakeEarlierValues)
     EXPECT_EQ(conversion.report()[1].analystId, u"J7"_s);
     EXPECT_EQ(conversion.report()[2].row, 13);
     EXPECT_EQ(conversion.report()[2].col, 8);
-    const QStringList expected{u"2: too short; an earlier value was taken for ANA \"J7\""_s,
-                               u"3: too short; an earlier value was taken for COL \"8\", ANA \"J7\""_s};
+    const QStringList expected{u"2: too short; an earlier value is used for ANA \"J7\""_s,
+                               u"3: too short; an earlier value is used for COL \"8\", ANA \"J7\""_s};
     EXPECT_EQ(remarks(), expected);
 }
 
@@ -144,7 +144,7 @@ TEST_F(ConversionTest, linesWithoutATubeAreHeaderLines)
     EXPECT_EQ(kinds, (QStringList{u"0 12 "_s, u"- -- "_s, u"result"_s, u"0 1O "_s, u"End o"_s}));
     EXPECT_EQ(conversion.report().entries.last().headerText.size(), brannock::ReportSchema::kHeaderColumns);
     // A rule and an ending have no tube; a mistyped number is worth a look.
-    EXPECT_EQ(remarks(), QStringList{u"5: taken as a header line, since it has no such number as ROW \"1O\""_s});
+    EXPECT_EQ(remarks(), QStringList{u"5: treated as a header line; not a number: ROW \"1O\""_s});
     EXPECT_EQ(conversion.lineOfEntry(2), 4);
     EXPECT_EQ(conversion.entryOfLine(4), 2);
     EXPECT_EQ(conversion.entryOfLine(2), -1);
@@ -176,9 +176,9 @@ TEST_F(ConversionTest, doubtfulValuesAreRemarkedOn)
     EXPECT_EQ(entry.meas.volts, 1);
     EXPECT_EQ(entry.calNumber, 7);
     EXPECT_EQ(entry.meas.percent, 32767);
-    const QStringList expected{u"1: VOLT \"1,25\" is not a number; 1 was taken"_s,
-                               u"1: CAL \"7x\" is not a whole number from -1 to 65535; 7 was taken"_s,
-                               u"1: % \"99999\" is not a whole number from 0 to 32767; 32767 was taken"_s,
+    const QStringList expected{u"1: VOLT \"1,25\" is not a number; 1 is used"_s,
+                               u"1: CAL \"7x\" is not a whole number from -1 to 65535; 7 is used"_s,
+                               u"1: % \"99999\" is not a whole number from 0 to 32767; 32767 is used"_s,
                                u"1: ROW 12 COL 99 does not exist in SGA"_s};
     EXPECT_EQ(remarks(), expected);
 }

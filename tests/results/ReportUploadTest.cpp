@@ -421,21 +421,6 @@ TEST_F(ReportUploadTest, TheFileListKeepsTheCurrentFileAndWhatIsDone)
     EXPECT_EQ(files.statusText(0), u"");
 }
 
-TEST_F(ReportUploadTest, QuestionsAreToldApart)
-{
-    using results::UploadQuestion;
-    ASSERT_TRUE(upload({entry(1)}).completed);
-    ReportEntry other = entry(50, 1);
-    other.analystId.clear();
-    upload({entry(), other}, {Answer::Yes, Answer::Yes, Answer::Yes, Answer::No});
-    QList<UploadQuestion> asked;
-    for (const QString &question : questions())
-        asked.append(results::uploadQuestion(question).value());
-    EXPECT_EQ(asked, (QList<UploadQuestion>{UploadQuestion::UnknownTubes, UploadQuestion::CalExists,
-                                            UploadQuestion::AreYouSure, UploadQuestion::ContinueAfterFailure}));
-    EXPECT_EQ(results::uploadQuestion(u"Are you sure you wish to delete this cal?"), std::nullopt);
-}
-
 TEST_F(ReportUploadTest, ARecordNumberCanBeGiven)
 {
     db::ReportWriter writer(database());

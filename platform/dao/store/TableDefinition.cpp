@@ -229,18 +229,6 @@ QStringList lateRequiredTriggers(const StoredTable &table)
     return triggers;
 }
 
-QStringList lateRequiredTriggerNames(const StoredTable &table)
-{
-    QStringList names;
-    for (const FieldInfo &field : table.info.fields) {
-        if (table.lateRequired.contains(folded(field.name))) {
-            names.append(lateRequiredTriggerName(table.info.name, field.name, u"INSERT"_s));
-            names.append(lateRequiredTriggerName(table.info.name, field.name, u"UPDATE"_s));
-        }
-    }
-    return names;
-}
-
 QString literal(const QString &text)
 {
     QString quoted = text;

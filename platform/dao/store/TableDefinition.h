@@ -37,7 +37,6 @@ QString createIndexSql(const TableInfo &table, const IndexInfo &index);
 
 /// Triggers that replace NOT NULL for the lateRequired fields.
 QStringList lateRequiredTriggers(const StoredTable &table);
-QStringList lateRequiredTriggerNames(const StoredTable &table);
 
 /// The default value as SQLite SQL if it is a constant; empty if there is none or if it must be computed.
 QString constantDefault(const FieldInfo &field);

@@ -315,7 +315,7 @@ QStringList CommandActions::faults() const
     for (const CommandLayout &layout : m_handlers.table().layouts()) {
         const QString name = QString::fromUtf16(layout.name);
         if (!m_madeLayouts.contains(name))
-            all.append(name + u": nothing was made of this layout"_s);
+            all.append(name + u": no widget was made from this layout"_s);
     }
     for (const CommandRow &row : m_handlers.table().rows()) {
         if (!row.keyList().isEmpty() && !m_parts.contains(row.part))

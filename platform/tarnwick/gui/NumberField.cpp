@@ -20,7 +20,7 @@ NumberField::NumberField(QWidget *parent)
     setAlignment(Qt::AlignRight);
     // only a field with the focus uses the wheel, so that scrolling a page changes no values
     setFocusPolicy(Qt::StrongFocus);
-    setToolTip(u"Click to step up, right-click to step down, middle-click for the least.\n"
+    setToolTip(u"Click to step up, right-click to step down, middle-click for the minimum.\n"
                u"Ten steps with Shift, a hundred with Ctrl, a thousand with both."_s);
     lineEdit()->installEventFilter(this);
     connect(&m_repeat, &QTimer::timeout, this, [this] {

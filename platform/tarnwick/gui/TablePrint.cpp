@@ -294,7 +294,7 @@ qint64 TablePrint::printOn(QPagedPaintDevice &device, Progress *progress) const
     for (int i = 0; i < pageCount(); ++i) {
         loop.tick(i);
         if (i > 0 && !device.newPage())
-            throw Error(u"The printer takes no further page."_s);
+            throw Error(u"The printer does not accept another page."_s);
         cut += paint(painter, i);
     }
     if (!painter.end())

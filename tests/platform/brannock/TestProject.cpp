@@ -121,7 +121,7 @@ TEST_F(ProjectFolder, LongListsOfOutagesAndCodesTakeNoTime)
     EXPECT_EQ(again.outages.size(), 100'002);
     EXPECT_TRUE(again.defects.find(u"C99999"));
     EXPECT_EQ(again.tablesRemark(),
-              u"defects.txt: the number of rows is not stated, so missing rows cannot be noticed.");
+              u"defects.txt: the number of rows is not stated, so missing rows cannot be detected.");
     // Comparing each with all others took minutes.
     EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
 }

@@ -149,7 +149,7 @@ TEST_F(ResultFiles, FailedReportLoadChangesNothing)
     put("kind\trow\tcol\tdefect\nDONE\t1\t1\tNDD\n");
     EXPECT_EQ(error(load), u"2: Column 'kind': 'DONE' is not one of RESULT, HEADER, STANDARD.");
     put("row\tcol\n");
-    EXPECT_EQ(error(load), u"1: The heading lacks column 'kind'.");
+    EXPECT_EQ(error(load), u"1: The heading has no column 'kind'.");
     put("kind\trow\tcol\tdefect\tentry_time\tvolts\nresult\t1\t1\tNDD\tyesterday\t\n");
     EXPECT_EQ(error(load), u"2: Column 'entry_time': 'yesterday' is not a date and time.");
     put("kind\trow\tcol\tdefect\tentry_time\tvolts\nresult\t1\t1\tNDD\t2020-02-31 10:00:00\t\n");
@@ -270,7 +270,7 @@ TEST_F(ResultFiles, PlanComesBackAndSortsStably)
     EXPECT_EQ(numbers(InspPlan::Order::Entry), (QList<int>{1, 2, 3}));
 
     put("entry_num\trow\tcol\n4\t1\t1\n4\t1\t2\n");
-    EXPECT_EQ(error([&] { again.loadPlan(path); }), u"3: Entry number 4 stands twice, in lines 2 and 3.");
+    EXPECT_EQ(error([&] { again.loadPlan(path); }), u"3: Entry number 4 occurs twice, in lines 2 and 3.");
     EXPECT_EQ(again.entries.size(), 3);
     put("row\tcol\n1\t1\n1\t2\n");
     again.loadPlan(path);

@@ -116,7 +116,7 @@ TEST_F(ComponentFile, WhatIsWrittenComesBack)
 TEST_F(ComponentFile, WrongTubesAreNamedWithTheirLines)
 {
     put(u"tubes.txt"_s, "row\tcol\tx\ty\n1\t1\t0\t0\n# note\n1\t2\t0\t0\n1\t1\t5\t5\n");
-    EXPECT_EQ(error(), u"tubes.txt:5: The tube of section 0, row 1, column 1 stands twice, in lines 2 and 5.");
+    EXPECT_EQ(error(), u"tubes.txt:5: The tube of section 0, row 1, column 1 occurs twice, in lines 2 and 5.");
     put(u"tubes.txt"_s, "row\tcol\tx\ty\n1000\t1\t0\t0\n");
     EXPECT_EQ(error(), u"tubes.txt:2: Column 'row': '1000' is not a whole number from 0 to 999.");
     put(u"tubes.txt"_s, "row\tcol\tx\ty\n1\t\t0\t0\n");
@@ -132,12 +132,12 @@ TEST_F(ComponentFile, WrongTubesAreNamedWithTheirLines)
 TEST_F(ComponentFile, WrongLabelsAndLandmarksAreNamedWithTheirLines)
 {
     put(u"labels.txt"_s, "axis\tnumber\tlabel\nrow\t1\tA\nrow\t2\ta\n");
-    EXPECT_EQ(error(), u"labels.txt:3: The row label 'a' stands twice, in lines 2 and 3.");
+    EXPECT_EQ(error(), u"labels.txt:3: The row label 'a' occurs twice, in lines 2 and 3.");
     put(u"labels.txt"_s, "axis\tnumber\tlabel\ndepth\t1\tA\n");
     EXPECT_EQ(error(), u"labels.txt:2: Column 'axis': 'depth' is not one of row, col, sec, leg.");
     QFile::remove(dir.filePath(u"labels.txt"_s));
     put(u"landmarks.txt"_s, "set\ttype\tname\tpos\n0\tSUPPORT\t01H\t40\n1\tSUPPORT\t01H\t40\n1\tSUPPORT\t01h\t80\n");
-    EXPECT_EQ(error(), u"landmarks.txt:4: Landmark '01h' stands twice in set 1, in lines 3 and 4.");
+    EXPECT_EQ(error(), u"landmarks.txt:4: Landmark '01h' occurs twice in set 1, in lines 3 and 4.");
     put(u"landmarks.txt"_s, "set\ttype\tname\tpos\n2\tSUPPORT\t01H\t40\n");
     EXPECT_EQ(error(), u"landmarks.txt:2: Column 'set': component.json has no landmark set 2.");
     put(u"landmarks.txt"_s, "type\tname\tpos\tleg\nSUPPORT\t01H\t40\t3\n");

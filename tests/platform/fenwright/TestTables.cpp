@@ -64,7 +64,7 @@ TEST(JFileTable, WrittenCellsComeBack)
 TEST(JFileTable, SaysWhatIsWrongAndWhere)
 {
     EXPECT_EQ(readError(""), u"0: The file has no heading line with column names.");
-    EXPECT_EQ(readError("col\n1\n"), u"1: The heading lacks column 'row'.");
+    EXPECT_EQ(readError("col\n1\n"), u"1: The heading has no column 'row'.");
     EXPECT_EQ(readError("row\tcol\tROW\n"), u"1: The heading names column 'ROW' twice.");
     EXPECT_EQ(readError("row\n1\n1\t2\n"), u"3: The line has 2 cells, the heading only 1 columns.");
     EXPECT_EQ(readError("col\tsec\trow\n1\t2\n"),
@@ -98,22 +98,22 @@ TEST(TableScanner, AFileOfThePresentVersionIsReadWholeOrNotAtAll)
     const auto changed = [&](const QByteArray &before, const QByteArray &after) {
         return readError(QByteArray(whole).replace(before, after));
     };
-    EXPECT_EQ(changed("\n3\t", "\n\n# 3\t"), u"17: The line counts 12 rows, but the file has 11. If rows were added or "
+    EXPECT_EQ(changed("\n3\t", "\n\n# 3\t"), u"17: The line states 12 rows, but the file has 11. If rows were added or "
                                              u"removed by hand, correct the number.");
-    EXPECT_EQ(changed("!rows\t12", "!rows\tmany"), u"16: The line that counts the rows holds no number.");
-    EXPECT_EQ(changed("!rows\t12\n", "!rows\t12\n13\tx\n"),
-              u"0: The file does not end with the line that counts its rows. It has been cut, or lines were added "
-              u"behind that line.");
+    EXPECT_EQ(changed("!rows\t12", "!rows\tmany"), u"16: The line with the number of rows contains no number.");
+    EXPECT_EQ(changed("!rows\t12\n", "!rows\t12\n13\tx\n"), u"0: The file does not end with the line that contains its "
+                                                            u"number of rows. It is truncated, or lines were added "
+                                                            u"behind that line.");
     EXPECT_EQ(changed("version\t2", "version\t3"),
-              u"0: The file is of version 3; this program knows versions up to 2.");
+              u"0: The file is of version 3; this program reads versions up to 2.");
     EXPECT_EQ(changed("version\t2", "version\tB"), u"0: Property 'version': 'B' is not a version.");
     EXPECT_EQ(changed("!rows\t12\n", "!rows\t12\t\n \n"), u"no error");
 
     // A table made by hand may lack the line, which can be asked for, but not the end of its last line.
     EXPECT_FALSE(TableScanner("row\n1\n", u"t.txt"_s, {}).isCounted());
     EXPECT_EQ(readError("row\n1\n!rows\t2\n").left(3), u"3: ");
-    EXPECT_EQ(readError("row\n1\n2"), u"3: The last line has no line end, so the file may have been cut. If it is "
-                                      u"whole, add a line end.");
+    EXPECT_EQ(readError("row\n1\n2"), u"3: The last line has no line end, so the file may be truncated. If it is "
+                                      u"complete, add a line end.");
 }
 
 TEST(TableScanner, AHundredThousandColumnsTakeNoTime)
@@ -184,7 +184,7 @@ TEST(JsonSettings, RefusesOtherKindsTypesAndVersions)
     EXPECT_TRUE(reason("{\n \"format\": \"thing\",\n oops\n}", nothing).startsWith(u"3: The file is not valid JSON"));
     EXPECT_EQ(reason("[1]", nothing), u"0: The file is not of the kind \"thing\".");
     EXPECT_EQ(reason("{\"format\":\"thing\",\"version\":3}", nothing),
-              u"0: The file is of version 3; this program knows versions up to 2.");
+              u"0: The file is of version 3; this program reads versions up to 2.");
     const QByteArray good = "{\"format\":\"thing\",\"a\":{\"n\":1.5,\"t\":7}}";
     EXPECT_EQ(reason(good, [](const JsonSettings &s) { s.section(u"a"_s).integer(u"n"_s, 0, 9, 0); }),
               u"0: Setting 'a.n': a whole number from 0 to 9 is needed.");

@@ -207,20 +207,20 @@ TEST(Commands, FaultsAreFound)
     const CommandActions actions(handlers, &window);
     QStringList faults = actions.faults();
     faults.sort();
-    EXPECT_EQ(faults.join(u'\n'), uR"(an action is bound to 99, which is no row
+    EXPECT_EQ(faults.join(u'\n'), uR"(an action is bound to 99, which is not a row
 bar: ends inside a menu, or before its last item
 bar: item 7 has no row
-bar: nothing was made of this layout
+bar: no widget was made from this layout
 bar: two items have the mnemonic of "&Open"
 command0: Alt+F belongs to &File, too
 command0: Ctrl+O belongs to command0, too
-command0: nothing tells its condition
+command0: its condition is not bound
 command0: the id 0 has another row
 command0: the name has another row
 command0: two actions
 command1000: in no layout and without keys
 command1000: neither number nor name
-command1000: nothing tells whether it is checked
+command1000: its check state is not bound
 command2: no action
 command2: no tip
 command2: no valid key: Strg+P
