@@ -9,10 +9,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Databases come and go, through the real program.
-class DatabaseCommands : public ::testing::Test
+class DatabaseCommandsTest : public ::testing::Test
 {
 protected:
-    DatabaseCommands()
+    DatabaseCommandsTest()
     {
         cli.mustRun({u"demo"_s, project, u"--tubes"_s, u"150"_s, u"--entries"_s, u"60"_s, u"--outages"_s, u"1"_s});
     }
@@ -47,7 +47,7 @@ protected:
 
 } // namespace
 
-TEST_F(DatabaseCommands, ComponentIsUploadedAfterAQuestion)
+TEST_F(DatabaseCommandsTest, ComponentIsUploadedAfterAQuestion)
 {
     const CliResult asked = cli.run({u"upload-component"_s, project});
     EXPECT_EQ(asked.status, 1);
@@ -65,14 +65,14 @@ TEST_F(DatabaseCommands, ComponentIsUploadedAfterAQuestion)
     EXPECT_EQ(number(project, u"SELECT COUNT(*) FROM tubes"_s), tubes);
 }
 
-TEST_F(DatabaseCommands, TheProjectsDatabaseIsMadeWithItsFolder)
+TEST_F(DatabaseCommandsTest, TheProjectsDatabaseIsMadeWithItsFolder)
 {
     ASSERT_TRUE(QDir(project + u"/arvo"_s).removeRecursively());
     cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
     EXPECT_GT(number(project, u"SELECT COUNT(*) FROM tubes"_s), 100);
 }
 
-TEST_F(DatabaseCommands, LookingAtADatabaseDoesNotChangeIt)
+TEST_F(DatabaseCommandsTest, LookingAtADatabaseDoesNotChangeIt)
 {
     const QString made = folder.filePath(u"made.mdb"_s);
     cli.mustRun({u"create"_s, made});
@@ -84,7 +84,7 @@ TEST_F(DatabaseCommands, LookingAtADatabaseDoesNotChangeIt)
     EXPECT_NE(bytes(made), before) << "its views are made when it is worked with";
 }
 
-TEST_F(DatabaseCommands, RoundNumbersHaveNoExponent)
+TEST_F(DatabaseCommandsTest, RoundNumbersHaveNoExponent)
 {
     cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
     const QString statement =
@@ -95,7 +95,7 @@ TEST_F(DatabaseCommands, RoundNumbersHaveNoExponent)
     EXPECT_TRUE(json.contains(u"[100000,0.30000000000000004,1e+15,2.1,120000,0]"_s)) << qPrintable(json);
 }
 
-TEST_F(DatabaseCommands, FailuresOfAStatementLeaveWhatWasReadAndTheFormIntact)
+TEST_F(DatabaseCommandsTest, FailuresOfAStatementLeaveWhatWasReadAndTheFormIntact)
 {
     const QString made = folder.filePath(u"made.mdb"_s);
     cli.mustRun({u"create"_s, made});
@@ -150,7 +150,7 @@ TEST_F(DatabaseCommands, FailuresOfAStatementLeaveWhatWasReadAndTheFormIntact)
     EXPECT_GT(stopped.json()[u"rows"].toArray().size(), 0);
 }
 
-TEST_F(DatabaseCommands, ConnectTellsStepsAnswerAndBackup)
+TEST_F(DatabaseCommandsTest, ConnectTellsStepsAnswerAndBackup)
 {
     cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
     for (const QString &field : {u"x"_s, u"y"_s})
@@ -198,7 +198,7 @@ TEST_F(DatabaseCommands, ConnectTellsStepsAnswerAndBackup)
     EXPECT_EQ(bytes(elsewhere), before);
 }
 
-TEST_F(DatabaseCommands, JetFilesAreReadAndConverted)
+TEST_F(DatabaseCommandsTest, JetFilesAreReadAndConverted)
 {
     if (qEnvironmentVariableIsEmpty("ARVO_TESTDATA"))
         GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
@@ -223,7 +223,7 @@ TEST_F(DatabaseCommands, JetFilesAreReadAndConverted)
     EXPECT_EQ(number(project, u"SELECT COUNT(*) FROM report"_s), 1200);
 }
 
-TEST_F(DatabaseCommands, JetFilesAreImportedWhole)
+TEST_F(DatabaseCommandsTest, JetFilesAreImportedWhole)
 {
     if (qEnvironmentVariableIsEmpty("ARVO_TESTDATA"))
         GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";

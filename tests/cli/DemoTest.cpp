@@ -13,7 +13,7 @@ namespace {
 const QString kSources = QStringLiteral(ARVO_SOURCES);
 
 // What is promised to people who try the program: the demo project of ./run, and the examples of the documents.
-class Promises : public ::testing::Test
+class PromisesTest : public ::testing::Test
 {
 protected:
     /// Runs a line as a shell does, in the test's folder.
@@ -41,7 +41,7 @@ protected:
 
 } // namespace
 
-TEST_F(Promises, EveryQueryOfTheDemoFindsRows)
+TEST_F(PromisesTest, EveryQueryOfTheDemoFindsRows)
 {
     shell(u"'%1/scripts/make-demo' arvo-cli demo"_s.arg(kSources));
     const QString project = folder.filePath(u"demo"_s);
@@ -78,7 +78,7 @@ TEST_F(Promises, EveryQueryOfTheDemoFindsRows)
             << qPrintable(query[u"name"].toString());
 }
 
-TEST_F(Promises, ExamplesOfTheDocumentsRunAsPrinted)
+TEST_F(PromisesTest, ExamplesOfTheDocumentsRunAsPrinted)
 {
     const bool hasSample = !qEnvironmentVariableIsEmpty("ARVO_TESTDATA");
     if (hasSample)

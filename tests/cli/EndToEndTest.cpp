@@ -18,7 +18,7 @@ QStringList filesIn(const QString &folder, const QString &pattern)
 }
 
 // One job from a foreign text to marked tubes, through the real program; the demo project is made once.
-class EndToEnd : public ::testing::Test
+class EndToEndTest : public ::testing::Test
 {
 protected:
     static void SetUpTestSuite()
@@ -47,7 +47,7 @@ protected:
 
 } // namespace
 
-TEST_F(EndToEnd, ForeignTextBecomesMarkedTubes)
+TEST_F(EndToEndTest, ForeignTextBecomesMarkedTubes)
 {
     // Convert: the foreign texts of the present outage become report files.
     const QStringList texts = filesIn(s_project + u"/foreign"_s, u"*.txt"_s);
@@ -95,7 +95,7 @@ TEST_F(EndToEnd, ForeignTextBecomesMarkedTubes)
     EXPECT_GT(image.width(), 800);
 }
 
-TEST_F(EndToEnd, FailuresAreToldAndLeaveFilesAsTheyWere)
+TEST_F(EndToEndTest, FailuresAreToldAndLeaveFilesAsTheyWere)
 {
     const QString bad = s_folder->filePath(u"bad.rep"_s);
     QFile file(bad);
@@ -124,7 +124,7 @@ TEST_F(EndToEnd, FailuresAreToldAndLeaveFilesAsTheyWere)
     EXPECT_TRUE(notOurs.readAll().startsWith("this is no database"));
 }
 
-TEST_F(EndToEnd, StatementsChangeRowsAndCanTakeParameters)
+TEST_F(EndToEndTest, StatementsChangeRowsAndCanTakeParameters)
 {
     const QString database = s_folder->filePath(u"new.mdb"_s);
     s_cli->mustRun({u"create"_s, database});
@@ -181,7 +181,7 @@ TEST_F(EndToEnd, StatementsChangeRowsAndCanTakeParameters)
     EXPECT_TRUE(latin.error.contains(u"is not text in UTF-8"_s)) << qPrintable(latin.error);
 }
 
-TEST_F(EndToEnd, SchemaAndExplanation)
+TEST_F(EndToEndTest, SchemaAndExplanation)
 {
     const QString database = s_folder->filePath(u"schema.mdb"_s);
     s_cli->mustRun({u"create"_s, database});
@@ -206,7 +206,7 @@ TEST_F(EndToEnd, SchemaAndExplanation)
     EXPECT_EQ(told[u"parameters"][0][u"type"].toString(), u"Text"_s);
 }
 
-TEST_F(EndToEnd, FillsAreStoredInAMapAndPaintedInEveryForm)
+TEST_F(EndToEndTest, FillsAreStoredInAMapAndPaintedInEveryForm)
 {
     const QString map = s_project + u"/maps/plan.map"_s;
     const auto fill = [&](const QStringList &arguments) {
@@ -273,7 +273,7 @@ TEST_F(EndToEnd, FillsAreStoredInAMapAndPaintedInEveryForm)
 }
 
 // The one rule for names of files: the current folder, or with a backslash the project's, whatever exists where.
-TEST_F(EndToEnd, FilesAreNamedFromTheCurrentFolderOrAsTheSuiteDoes)
+TEST_F(EndToEndTest, FilesAreNamedFromTheCurrentFolderOrAsTheSuiteDoes)
 {
     s_cli->mustRun({u"fill"_s, s_project, u"random"_s, u"--map"_s, u"maps\\of the suite.map"_s});
     EXPECT_TRUE(QFile::exists(s_project + u"/maps/of the suite.map"_s));
@@ -289,7 +289,7 @@ TEST_F(EndToEnd, FilesAreNamedFromTheCurrentFolderOrAsTheSuiteDoes)
     EXPECT_EQ(here.run({u"fill"_s, s_project, u"random"_s, u"--map"_s, u"nowhere\\a.map"_s}).status, 1);
 }
 
-TEST_F(EndToEnd, PaperIsTheLocalesOrTheOneNamed)
+TEST_F(EndToEndTest, PaperIsTheLocalesOrTheOneNamed)
 {
     const QString out = s_folder->filePath(u"paper.pdf"_s);
     const auto mediaBox = [&](const QString &locale, const QStringList &options) {
@@ -312,7 +312,7 @@ TEST_F(EndToEnd, PaperIsTheLocalesOrTheOneNamed)
 }
 
 // Thousands of failures of one kind are summed up, on the screen and in the log.
-TEST_F(EndToEnd, ABatchThatFailsPrintsASummary)
+TEST_F(EndToEndTest, ABatchThatFailsPrintsASummary)
 {
     const QStringList reports = filesIn(s_project + u"/reports"_s, u"R10_*.rep"_s);
     const QString database = s_folder->filePath(u"strict.mdb"_s);
@@ -332,7 +332,7 @@ TEST_F(EndToEnd, ABatchThatFailsPrintsASummary)
     EXPECT_LT(entries.size(), 10'000);
 }
 
-TEST_F(EndToEnd, AMapOfAnotherModelIsReplacedOnlyWhenToldTo)
+TEST_F(EndToEndTest, AMapOfAnotherModelIsReplacedOnlyWhenToldTo)
 {
     const QString other = s_folder->filePath(u"other project"_s);
     s_cli->mustRun({u"demo"_s, other, u"--kind"_s, u"once-through"_s, u"--tubes"_s, u"400"_s, u"--entries"_s, u"10"_s,
@@ -355,7 +355,7 @@ TEST_F(EndToEnd, AMapOfAnotherModelIsReplacedOnlyWhenToldTo)
     EXPECT_EQ(s_cli->mustRun(box).error, QString()) << "it is of this model now";
 }
 
-TEST_F(EndToEnd, DamagedOptionsAreSaidAndDefaultsHold)
+TEST_F(EndToEndTest, DamagedOptionsAreSaidAndDefaultsHold)
 {
     const CliProcess cli;
     ASSERT_TRUE(QDir(cli.installation()).mkpath(u"config/arvo"_s));
@@ -369,7 +369,7 @@ TEST_F(EndToEnd, DamagedOptionsAreSaidAndDefaultsHold)
     EXPECT_FALSE(QImage(out).isNull());
 }
 
-TEST_F(EndToEnd, WrongUsageIsStatusTwo)
+TEST_F(EndToEndTest, WrongUsageIsStatusTwo)
 {
     for (const QStringList &arguments : {QStringList{},
                                          {u"fly"_s},

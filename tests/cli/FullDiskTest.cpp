@@ -9,10 +9,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// On a full disk every command that writes says so and leaves each file as it was, whole.
-class FullDisk : public ::testing::Test
+class FullDiskTest : public ::testing::Test
 {
 protected:
-    FullDisk()
+    FullDiskTest()
     {
         cli.mustRun({u"demo"_s, project, u"--tubes"_s, u"150"_s, u"--entries"_s, u"60"_s, u"--outages"_s, u"1"_s});
         cli.mustRun(QStringList{u"convert"_s, project, u"--yes"_s} + below(u"foreign"_s, u"*.txt"_s));
@@ -57,7 +57,7 @@ protected:
 
 } // namespace
 
-TEST_F(FullDisk, NoCommandSaysThatItWroteWhatItDidNot)
+TEST_F(FullDiskTest, NoCommandSaysThatItWroteWhatItDidNot)
 {
     QList<QStringList> commands{
         {u"create"_s, folder.filePath(u"new.mdb"_s)},
@@ -88,7 +88,7 @@ TEST_F(FullDisk, NoCommandSaysThatItWroteWhatItDidNot)
     }
 }
 
-TEST_F(FullDisk, AReallyFullFileSystemKeepsTheOldMap)
+TEST_F(FullDiskTest, AReallyFullFileSystemKeepsTheOldMap)
 {
     // In a name space of its own, where that is allowed: two pages, one for the map, one to fill the rest.
     const QString script =

@@ -28,7 +28,7 @@ bool isOptimisedBuild()
 } // namespace
 
 // What the linker and the compiler were asked for is seen in the programs themselves.
-TEST(Hardening, ProgramsAreBuiltSoThatFaultsAreHardToUse)
+TEST(HardeningTest, ProgramsAreBuiltSoThatFaultsAreHardToUse)
 {
     const QDir folder = QFileInfo(QStringLiteral(ARVO_CLI)).dir();
     for (const QString &name : {u"arvo-cli"_s, u"arvo-jet-reader"_s, u"arvo"_s}) {
@@ -60,14 +60,14 @@ TEST(Hardening, ProgramsAreBuiltSoThatFaultsAreHardToUse)
 #endif
 }
 
-TEST(Hardening, TheCommandLineLoadsNoWidgets)
+TEST(HardeningTest, TheCommandLineLoadsNoWidgets)
 {
     const QString text = elfText(QStringLiteral(ARVO_CLI));
     EXPECT_TRUE(text.contains(u"[libQt6Gui.so"_s)) << "pictures are painted with Qt Gui";
     EXPECT_FALSE(text.contains(u"[libQt6Widgets.so"_s) || text.contains(u"[libQt6PrintSupport.so"_s));
 }
 
-TEST(Hardening, ControlCharactersOfDataDoNotReachATerminal)
+TEST(HardeningTest, ControlCharactersOfDataDoNotReachATerminal)
 {
     const CliProcess cli;
     const QTemporaryDir folder;

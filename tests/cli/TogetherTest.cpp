@@ -9,10 +9,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Several runs of the program, and the window beside them, work on the same files.
-class Together : public ::testing::Test
+class TogetherTest : public ::testing::Test
 {
 protected:
-    Together()
+    TogetherTest()
     {
         cli.mustRun({u"demo"_s, project, u"--tubes"_s, u"150"_s, u"--entries"_s, u"600"_s, u"--outages"_s, u"1"_s});
     }
@@ -42,7 +42,7 @@ protected:
 
 } // namespace
 
-TEST_F(Together, UploadsAndFillsWaitForOneAnother)
+TEST_F(TogetherTest, UploadsAndFillsWaitForOneAnother)
 {
     const QString foreign = project + u"/foreign/"_s;
     QStringList convert{u"convert"_s, project};
@@ -74,7 +74,7 @@ TEST_F(Together, UploadsAndFillsWaitForOneAnother)
     EXPECT_EQ(QDir(project + u"/maps"_s).entryList({u"*.lock"_s}), QStringList());
 }
 
-TEST_F(Together, TheWindowsHistoryStaysAndItsMarksAreTaken)
+TEST_F(TogetherTest, TheWindowsHistoryStaysAndItsMarksAreTaken)
 {
     const QString query = u"depth_40_and_above.qry"_s;
     ASSERT_TRUE(QFile::exists(project + u"/queries/"_s + query));
@@ -94,7 +94,7 @@ TEST_F(Together, TheWindowsHistoryStaysAndItsMarksAreTaken)
     EXPECT_EQ(read.entries(), history.entries());
 }
 
-TEST_F(Together, ConversionsWaitForOneAnother)
+TEST_F(TogetherTest, ConversionsWaitForOneAnother)
 {
     const QString database = project + u"/arvo/project.mdb"_s;
     const auto content = [](const QString &path) {
@@ -127,7 +127,7 @@ TEST_F(Together, ConversionsWaitForOneAnother)
     }
 }
 
-TEST_F(Together, DatabasesAreCheckedAndTheirStateIsTold)
+TEST_F(TogetherTest, DatabasesAreCheckedAndTheirStateIsTold)
 {
     const QString database = project + u"/arvo/project.mdb"_s;
     cli.mustRun({u"upload-component"_s, project, u"--yes"_s});

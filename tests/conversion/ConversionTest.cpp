@@ -38,7 +38,7 @@ public:
 
 } // namespace
 
-TEST_F(ConversionTest, everyFieldFillsItsPartOfTheEntry)
+TEST_F(ConversionTest, EveryFieldFillsItsPartOfTheEntry)
 {
     const QList<std::pair<Type, QString>> values{
         {Type::Sec, u"0"_s},         {Type::Row, u"12"_s},      {Type::Col, u"7"_s},
@@ -77,7 +77,7 @@ TEST_F(ConversionTest, everyFieldFillsItsPartOfTheEntry)
     EXPECT_EQ(remarks(), QStringList());
 }
 
-TEST_F(ConversionTest, percentsAreDepthsOrCodes)
+TEST_F(ConversionTest, PercentsAreDepthsOrCodes)
 {
     setFields({kSec, kRow, kCol, {Type::Volts, 8, 10}, {Type::Percent, 12, 14}});
     convert(u"0 12  7 1.5  42\n"
@@ -94,7 +94,7 @@ TEST_F(ConversionTest, percentsAreDepthsOrCodes)
     EXPECT_EQ(report[2].meas.type, u"V"_s);
 }
 
-TEST_F(ConversionTest, measurementsNeedVoltsAndACodeThatWantsThem)
+TEST_F(ConversionTest, MeasurementsNeedVoltsAndACodeThatWantsThem)
 {
     setFields({kSec, kRow, kCol, {Type::Volts, 8, 10}, {Type::Code, 12, 14}});
     convert(u"0 12  7 1.5 NDD\n0 12  7 1.5 DNT\n"_s);
@@ -105,7 +105,7 @@ TEST_F(ConversionTest, measurementsNeedVoltsAndACodeThatWantsThem)
     EXPECT_EQ(conversion.report()[0].meas.type, QString());
 }
 
-TEST_F(ConversionTest, laterFieldsOfATypeWin)
+TEST_F(ConversionTest, LaterFieldsOfATypeWin)
 {
     setFields({kSec, kRow, kCol, {Type::Analyst, 8, 9}, {Type::Analyst, 11, 12}, {Type::OperType, 14, 20}});
     convert(u"0 12  7 AA BB primary\n"_s);
@@ -113,7 +113,7 @@ TEST_F(ConversionTest, laterFieldsOfATypeWin)
     EXPECT_EQ(conversion.report()[0].operType, u"PRI"_s);
 }
 
-TEST_F(ConversionTest, shortLinesTakeEarlierValues)
+TEST_F(ConversionTest, ShortLinesTakeEarlierValues)
 {
     setFields({kSec, kRow, kCol, {Type::Analyst, 8, 9}});
     convert(u"0 12  7 J7\n"
@@ -127,7 +127,7 @@ TEST_F(ConversionTest, shortLinesTakeEarlierValues)
     EXPECT_EQ(remarks(), expected);
 }
 
-TEST_F(ConversionTest, linesWithoutATubeAreHeaderLines)
+TEST_F(ConversionTest, LinesWithoutATubeAreHeaderLines)
 {
     setFields({kSec, kRow, kCol});
     conversion.spec.headerLines = 1;
@@ -151,14 +151,14 @@ TEST_F(ConversionTest, linesWithoutATubeAreHeaderLines)
     EXPECT_EQ(conversion.lineOfEntry(5), -1);
 }
 
-TEST_F(ConversionTest, withoutASectionFieldEveryLineIsAHeader)
+TEST_F(ConversionTest, WithoutASectionFieldEveryLineIsAHeader)
 {
     setFields({kRow, kCol});
     for (const ReportEntry &entry : convert(u"0 12  7\n0 12  8\n"_s))
         EXPECT_TRUE(entry.isHeader());
 }
 
-TEST_F(ConversionTest, columnsAreReadByTheRowsLabels)
+TEST_F(ConversionTest, ColumnsAreReadByTheRowsLabels)
 {
     project.steamGen.labels[int(ellery::Axis::Row)] = {QString(), u"A"_s, u"B"_s};
     project.steamGen.labels[int(ellery::Axis::Col)] = {u"B"_s, u"A"_s};
@@ -168,7 +168,7 @@ TEST_F(ConversionTest, columnsAreReadByTheRowsLabels)
     EXPECT_EQ(conversion.report()[0].col, 2);
 }
 
-TEST_F(ConversionTest, doubtfulValuesAreRemarkedOn)
+TEST_F(ConversionTest, DoubtfulValuesAreRemarkedOn)
 {
     setFields({kSec, kRow, kCol, {Type::Volts, 8, 11}, {Type::Cal, 13, 17}, {Type::Percent, 19, 23}});
     convert(u"0 12 99 1,25    7x 99999\n"_s);
@@ -183,7 +183,7 @@ TEST_F(ConversionTest, doubtfulValuesAreRemarkedOn)
     EXPECT_EQ(remarks(), expected);
 }
 
-TEST_F(ConversionTest, remarksWithoutEndAreCountedOnly)
+TEST_F(ConversionTest, RemarksWithoutEndAreCountedOnly)
 {
     setFields({kSec, kRow, kCol});
     convert(u"0 12 99\n"_s.repeated(Remarks::kMostKept + 5));
@@ -191,7 +191,7 @@ TEST_F(ConversionTest, remarksWithoutEndAreCountedOnly)
     EXPECT_EQ(conversion.remarks().count(), Remarks::kMostKept + 5);
 }
 
-TEST_F(ConversionTest, commaDelimitedLinesAreCutByNumber)
+TEST_F(ConversionTest, CommaDelimitedLinesAreCutByNumber)
 {
     conversion.spec.layout = qint32(FieldLayout::CommaDelimited);
     setFields({{Type::Sec, 0, 99}, {Type::Row, 1, 0}, {Type::Col, 2, 0}, {Type::Comment, 4, 0}, {Type::Util1, 9, 0}});
@@ -201,7 +201,7 @@ TEST_F(ConversionTest, commaDelimitedLinesAreCutByNumber)
     EXPECT_EQ(conversion.report()[1].comment, u"dent, small"_s); // too few values: the earlier one stays
 }
 
-TEST_F(ConversionTest, pathAndHeaderLinesSetThePrompts)
+TEST_F(ConversionTest, PathAndHeaderLinesSetThePrompts)
 {
     conversion.spec.filenameFields = {field(0, 1, {}, 3, 5), field(2, 0, {}, 0, 6), field(1, 2, {}, 0, 2)};
     conversion.spec.commentFields = {field(1, 0, u"Probe:"_s, 1, 3), field(2, 1, {}, 12, 14),
@@ -220,7 +220,7 @@ TEST_F(ConversionTest, pathAndHeaderLinesSetThePrompts)
     EXPECT_EQ(remarks(), QStringList{u"1: \"the 5th of Sep\" is not a date and time"_s});
 }
 
-TEST_F(ConversionTest, storeFillsWhatIsMissing)
+TEST_F(ConversionTest, StoreFillsWhatIsMissing)
 {
     setFields({kSec, kRow, kCol, {Type::Analyst, 8, 9}, {Type::Cal, 11, 12}});
     conversion.spec.headerLines = 1;
@@ -247,7 +247,7 @@ TEST_F(ConversionTest, storeFillsWhatIsMissing)
     EXPECT_EQ(entry.leg, ReportEntry().leg); // the prompt's leg reaches no entry
 }
 
-TEST_F(ConversionTest, storeAsksBeforeItOverwrites)
+TEST_F(ConversionTest, StoreAsksBeforeItOverwrites)
 {
     setFields({kSec, kRow, kCol});
     convert(u"0 12  7\n"_s);
@@ -275,14 +275,14 @@ TEST_F(ConversionTest, storeAsksBeforeItOverwrites)
     EXPECT_NE(folder.read(file), first);
 }
 
-TEST_F(ConversionTest, theTargetIsAFileNameWhateverTheOperationType)
+TEST_F(ConversionTest, TheTargetIsAFileNameWhateverTheOperationType)
 {
     conversion.prompts.cal = 7;
     conversion.prompts.operType = u"A/B:C"_s;
     EXPECT_EQ(conversion.target().text(), u"reports\\00007_A_B_C.rep"_s);
 }
 
-TEST_F(ConversionTest, whatCannotBeReadLeavesTheReportAsItWas)
+TEST_F(ConversionTest, WhatCannotBeReadLeavesTheReportAsItWas)
 {
     setFields({kSec, kRow, kCol});
     convert(u"0 12  7\n"_s);

@@ -33,7 +33,7 @@ QString shown(const ReportEntry &entry)
 
 // A text as an analysis program prints it, with page heads, a short line, a mistyped row and a total, by a spec that
 // reads its path and head. The expected lines stand beside it.
-TEST_F(ConversionTest, aWholeReportIsConvertedAsExpected)
+TEST_F(ConversionTest, AWholeReportIsConvertedAsExpected)
 {
     ReportConvSpec &spec = conversion.spec;
     spec.resetToDefaults();

@@ -34,7 +34,7 @@ QStringList linesOf(const QByteArray &content)
 
 } // namespace
 
-TEST(LocationRules, onePlace)
+TEST(LocationRulesTest, OnePlace)
 {
     EXPECT_EQ(location(u"TSH +1.25"_s), u"TSH 1.25||"_s);
     EXPECT_EQ(location(u"  TSH   -1.25  "_s), u"TSH -1.25||"_s);
@@ -45,7 +45,7 @@ TEST(LocationRules, onePlace)
     EXPECT_EQ(location(u"TSH +1E"_s), u"TSH 1||"_s);
 }
 
-TEST(LocationRules, aStretch)
+TEST(LocationRulesTest, AStretch)
 {
     EXPECT_EQ(location(u"TSH +1.0 TEH -2.0"_s), u"|TSH 1|TEH -2"_s);
     EXPECT_EQ(location(u"TSH 1.0 TEH 2.0"_s), u"|TSH 1|TEH 2"_s);
@@ -53,7 +53,7 @@ TEST(LocationRules, aStretch)
     EXPECT_EQ(location(u"TSH +1.0 TO TEH -2.0"_s), u"TSH 1||"_s);
 }
 
-TEST(LocationRules, otherTextsAreTheLandmark)
+TEST(LocationRulesTest, OtherTextsAreTheLandmark)
 {
     EXPECT_EQ(location(u"01-02"_s), u"01-02 0||"_s);
     EXPECT_EQ(location(u"01-02 +3"_s), u"01-02 +3 0||"_s);
@@ -64,7 +64,7 @@ TEST(LocationRules, otherTextsAreTheLandmark)
     EXPECT_EQ(location(u""_s), u"||"_s);
 }
 
-TEST(LocationRules, extentsAreTwoWords)
+TEST(LocationRulesTest, ExtentsAreTwoWords)
 {
     EXPECT_EQ(parseExtent(u"  TEH   TEC x").begin, u"TEH"_s);
     EXPECT_EQ(parseExtent(u"  TEH   TEC x").end, u"TEC"_s);
@@ -73,7 +73,7 @@ TEST(LocationRules, extentsAreTwoWords)
     EXPECT_EQ(parseExtent(u"").begin, QString());
 }
 
-TEST(LocationRules, numbersAreReadAsFarAsTheyGo)
+TEST(LocationRulesTest, NumbersAreReadAsFarAsTheyGo)
 {
     EXPECT_EQ(leadingNumber(u" -1.5e2V"), -150);
     EXPECT_EQ(leadingNumber(u".5."), 0.5);
@@ -81,7 +81,7 @@ TEST(LocationRules, numbersAreReadAsFarAsTheyGo)
         EXPECT_EQ(leadingNumber(text), 0);
 }
 
-TEST(FieldCutter, columnsEndWithTheLine)
+TEST(FieldCutterTest, ColumnsEndWithTheLine)
 {
     EXPECT_EQ(cutColumns(u"ab cd ef", 2, 5), u"cd");
     EXPECT_EQ(cutColumns(u"ab cd", 3, 100), u"cd");
@@ -91,7 +91,7 @@ TEST(FieldCutter, columnsEndWithTheLine)
     EXPECT_TRUE(cutColumns(u"ab", -9, -3).isEmpty());
 }
 
-TEST(FieldCutter, commaDelimitedValuesMayStandInQuotes)
+TEST(FieldCutterTest, CommaDelimitedValuesMayStandInQuotes)
 {
     const QStringList expected{u"1"_s, u"a, \"b\""_s, QString(), u"x y"_s, QString()};
     EXPECT_EQ(splitCommaDelimited(u" 1 , \"a, \"\"b\"\"\" ,, x y,"), expected);
@@ -100,7 +100,7 @@ TEST(FieldCutter, commaDelimitedValuesMayStandInQuotes)
     EXPECT_EQ(splitCommaDelimited(u""), QStringList{QString()});
 }
 
-TEST(TextSource, takesLinesOfEverySystem)
+TEST(TextSourceTest, TakesLinesOfEverySystem)
 {
     const QStringList expected{u"a"_s, QString(), u" b"_s};
     EXPECT_EQ(linesOf("a\n\n b\n"), expected);
@@ -109,14 +109,14 @@ TEST(TextSource, takesLinesOfEverySystem)
     EXPECT_EQ(linesOf(""), QStringList());
 }
 
-TEST(TextSource, refusesMoreLinesThanAReportMayHave)
+TEST(TextSourceTest, RefusesMoreLinesThanAReportMayHave)
 {
     const QByteArray most = "x\n" + QByteArray(TextSource::kMostLines - 1, '\n');
     EXPECT_EQ(TextSource(u"a.txt"_s, most).lineCount(), TextSource::kMostLines);
     EXPECT_THROW(TextSource(u"a.txt"_s, most + "x"), tarnwick::FileError);
 }
 
-TEST(TextSource, readsUtf8ElseCodePage1252)
+TEST(TextSourceTest, ReadsUtf8ElseCodePage1252)
 {
     EXPECT_EQ(linesOf("\xEF\xBB\xBFn\xC3\xA4h\xE2\x82\xAC"), QStringList{u"näh€"_s});
     EXPECT_EQ(linesOf("n\xE4h\x80 \x93q\x94\x81"), QStringList{u"näh€ “q”\uFFFD"_s});

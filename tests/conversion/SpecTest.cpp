@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 using namespace conversion;
 
-TEST(ReportConvSpec, defaultsFitTheUsualLayout)
+TEST(ReportConvSpecTest, DefaultsFitTheUsualLayout)
 {
     const ReportConvSpec spec;
     EXPECT_EQ(spec.headerLines, 3);
@@ -22,7 +22,7 @@ TEST(ReportConvSpec, defaultsFitTheUsualLayout)
     EXPECT_TRUE(spec.filenameFields.isEmpty() && spec.commentFields.isEmpty() && spec.fileTypes.isEmpty());
 }
 
-TEST(ReportConvSpec, mapsOperatorTypesExactlyElseToUpperCase)
+TEST(ReportConvSpecTest, MapsOperatorTypesExactlyElseToUpperCase)
 {
     ReportConvSpec spec;
     EXPECT_EQ(spec.mapOperType(u"primary"_s), u"PRI"_s);
@@ -34,7 +34,7 @@ TEST(ReportConvSpec, mapsOperatorTypesExactlyElseToUpperCase)
     EXPECT_EQ(spec.mapOperType(QString()), u"NONE"_s);
 }
 
-TEST(ReportConvSpec, unknownFieldTypesAreShownAsSuch)
+TEST(ReportConvSpecTest, UnknownFieldTypesAreShownAsSuch)
 {
     EXPECT_EQ(reportFieldLabel(10), u"Location"_s);
     EXPECT_EQ(reportFieldLabel(23), u"???"_s);
@@ -61,7 +61,7 @@ ReportConvSpec fullSpec()
 
 } // namespace
 
-TEST(ReportConvSpec, isKeptAsFormatFile)
+TEST(ReportConvSpecTest, IsKeptAsFormatFile)
 {
     const support::TemporaryFolder folder;
     const QString path = folder.path(u"report_formats/a.fmt"_s);
@@ -84,7 +84,7 @@ TEST(ReportConvSpec, isKeptAsFormatFile)
     support::expectDamageIsSurvived<tarnwick::FileError>(good, load);
 }
 
-TEST(ReportConvOptions, areKeptBetweenRuns)
+TEST(ReportConvOptionsTest, AreKeptBetweenRuns)
 {
     const support::TemporaryFolder folder;
     const tarnwick::PathRoots roots{folder.path(), {}};

@@ -347,7 +347,7 @@ TEST_F(SchemaTest, ATableThatFailsIsReportedAndDoesNotStopTheOthers)
     EXPECT_TRUE(other.relations().isEmpty());
 }
 
-TEST(SchemaMessages, HaveTheirNumbersAndTexts)
+TEST(SchemaMessagesTest, HaveTheirNumbersAndTexts)
 {
     const QMap<QString, int> numbers{{u"report"_s, 1005},         {u"repairs"_s, 1006},    {u"landmarks"_s, 1007},
                                      {u"plans"_s, 1008},          {u"plan_entry"_s, 1009}, {u"tube_sets"_s, 1010},

@@ -24,7 +24,7 @@ Value read(const QString &text, DataType type)
     return value;
 }
 
-TEST(ValueText, PrintsEachKindByItsOwnFormatOrTheGivenOne)
+TEST(ValueTextTest, PrintsEachKindByItsOwnFormatOrTheGivenOne)
 {
     EXPECT_EQ(db::valueToText(Value::null()), u"");
     EXPECT_EQ(db::valueToText(Value::fromShort(-7)), u"-7");
@@ -41,7 +41,7 @@ TEST(ValueText, PrintsEachKindByItsOwnFormatOrTheGivenOne)
         EXPECT_EQ(db::valueToText(unprintable), u"???");
 }
 
-TEST(ValueText, ReadsBooleansAsTrueUnlessTheySayNo)
+TEST(ValueTextTest, ReadsBooleansAsTrueUnlessTheySayNo)
 {
     for (const QString &no : {u"NO"_s, u"n"_s, u"F"_s, u"False"_s, u"off"_s, u"0"_s})
         EXPECT_EQ(read(no, DataType::Boolean), Value::fromBoolean(false)) << no.toStdString();
@@ -49,7 +49,7 @@ TEST(ValueText, ReadsBooleansAsTrueUnlessTheySayNo)
         EXPECT_EQ(read(yes, DataType::Boolean), Value::fromBoolean(true)) << yes.toStdString();
 }
 
-TEST(ValueText, ReadsNumbersWithinTheirRange)
+TEST(ValueTextTest, ReadsNumbersWithinTheirRange)
 {
     EXPECT_EQ(read(u"255"_s, DataType::Byte), Value::fromByte(255));
     for (const QString &text : {u"256"_s, u"-1"_s, u"x"_s, u""_s})
@@ -69,7 +69,7 @@ TEST(ValueText, ReadsNumbersWithinTheirRange)
     EXPECT_EQ(kept, Value::fromLong(5));
 }
 
-TEST(ValueText, ReadsCurrencyAndDatesInSeveralForms)
+TEST(ValueTextTest, ReadsCurrencyAndDatesInSeveralForms)
 {
     EXPECT_EQ(read(u"$1,234.5"_s, DataType::Currency), Value::fromCurrencyScaled(12'345'000));
     EXPECT_EQ(read(u"(2.25)"_s, DataType::Currency), Value::fromCurrencyScaled(-22'500));
@@ -78,7 +78,7 @@ TEST(ValueText, ReadsCurrencyAndDatesInSeveralForms)
     EXPECT_EQ(read(u"2021-04-05"_s, DataType::Date), day);
 }
 
-TEST(ValueText, ReportsCurrencyAndDateTextsItCannotRead)
+TEST(ValueTextTest, ReportsCurrencyAndDateTextsItCannotRead)
 {
     tarnwick::RecordingPrompts prompts;
     Value value;
@@ -95,7 +95,7 @@ TEST(ValueText, ReportsCurrencyAndDateTextsItCannotRead)
     EXPECT_TRUE(prompts.entries()[2].text.startsWith(u"Could not parse date/time.\n\nSCODE["));
 }
 
-TEST(FieldValues, BecomeTypedResults)
+TEST(FieldValuesTest, BecomeTypedResults)
 {
     EXPECT_EQ(db::fieldAs<qint32>(Value::null()), 0);
     EXPECT_EQ(db::fieldAs<qint32>(Value::fromText(u"12"_s)), 12);
@@ -112,7 +112,7 @@ TEST(FieldValues, BecomeTypedResults)
     EXPECT_TRUE(db::toValue(JDateTime()).isNull());
 }
 
-TEST(FieldValues, EmptyTextIsNullUnlessTheFieldTakesIt)
+TEST(FieldValuesTest, EmptyTextIsNullUnlessTheFieldTakesIt)
 {
     dao::FieldInfo field;
     field.type = DataType::Text;
@@ -122,7 +122,7 @@ TEST(FieldValues, EmptyTextIsNullUnlessTheFieldTakesIt)
     EXPECT_EQ(db::textForField({}, field), Value::fromText({}));
 }
 
-TEST(ColumnFormat, TakesItsDefaultsFromNameAndType)
+TEST(ColumnFormatTest, TakesItsDefaultsFromNameAndType)
 {
     const db::ColumnFormat model(u"probe_model"_s, DataType::Text);
     EXPECT_EQ(model.title, u"PROBE MODEL");
@@ -150,7 +150,7 @@ TEST(ColumnFormat, TakesItsDefaultsFromNameAndType)
     }
 }
 
-TEST(ColumnFormat, RevalidationPutsBackWhatDoesNotFit)
+TEST(ColumnFormatTest, RevalidationPutsBackWhatDoesNotFit)
 {
     const auto revalidated = [](DataType type, const QString &format) {
         db::ColumnFormat column(u"x"_s, type);
@@ -174,7 +174,7 @@ TEST(ColumnFormat, RevalidationPutsBackWhatDoesNotFit)
     EXPECT_EQ(column.width, 6);
 }
 
-TEST(ColumnFormat, RecordsComeBackAndDamagedOnesAreRefused)
+TEST(ColumnFormatTest, RecordsComeBackAndDamagedOnesAreRefused)
 {
     db::ColumnFormat column(u"volts"_s, DataType::Single);
     column.width = 12;
@@ -191,7 +191,7 @@ TEST(ColumnFormat, RecordsComeBackAndDamagedOnesAreRefused)
     support::expectDamageIsSurvived<tarnwick::JFileError>(file.bytes(), readBack);
 }
 
-TEST(FieldDefinition, NamesTypesAndReadsFlags)
+TEST(FieldDefinitionTest, NamesTypesAndReadsFlags)
 {
     EXPECT_EQ(db::daoTypeName(1), u"Boolean");
     EXPECT_EQ(db::daoTypeName(8), u"Date");
@@ -220,7 +220,7 @@ TEST(FieldDefinition, NamesTypesAndReadsFlags)
     EXPECT_TRUE(index.primary && index.unique && index.ignoreNulls && index.required && index.foreign);
 }
 
-TEST(SqlText, RefusesTextsThatWouldChangeTheStatement)
+TEST(SqlTextTest, RefusesTextsThatWouldChangeTheStatement)
 {
     EXPECT_EQ(db::sqlText(u"... '%S' = %d", u"S\"1"_s, 3), u"... 'S\"1' = 3");
     try {
@@ -231,7 +231,7 @@ TEST(SqlText, RefusesTextsThatWouldChangeTheStatement)
     }
 }
 
-TEST(Errors, TextHasMessageCodeSourceAndDescription)
+TEST(ErrorsTest, TextHasMessageCodeSourceAndDescription)
 {
     const dao::DaoException known(3022, u"DAO.Recordset"_s, u"Duplicate."_s);
     EXPECT_EQ(db::daoErrorText(u"Could not."_s, known), u"Could not.\n\n[3022] DAO.Recordset Duplicate.");

@@ -14,13 +14,13 @@ struct Target
     void (*run)(fuzz::Bytes);
 };
 
-class Corpus : public testing::TestWithParam<Target>
+class CorpusTest : public testing::TestWithParam<Target>
 {
 };
 
 } // namespace
 
-TEST_P(Corpus, HoldsNothingThatGoesWrong)
+TEST_P(CorpusTest, HoldsNothingThatGoesWrong)
 {
     // A larger corpus, such as a fuzzer leaves behind, can be given instead.
     const QString root = qEnvironmentVariable("ARVO_FUZZ_CORPUS", QStringLiteral(ARVO_TEST_DATA "/corpus"));
@@ -37,7 +37,7 @@ TEST_P(Corpus, HoldsNothingThatGoesWrong)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Fuzz, Corpus,
+INSTANTIATE_TEST_SUITE_P(Fuzz, CorpusTest,
                          testing::Values(Target{"compile", fuzz::compileText}, Target{"catalog", fuzz::openCatalog},
                                          Target{"functions", fuzz::callFunction}),
                          [](const auto &target) { return std::string(target.param.name); });

@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 using query::ArvoOptions;
 using query::ArvoOptionsEdit;
 
-TEST(ArvoOptionsEdit, IsModifiedOnlyByWhatDiffers)
+TEST(ArvoOptionsEditTest, IsModifiedOnlyByWhatDiffers)
 {
     ArvoOptions stored;
     stored.userMacros.set(u"LIMIT"_s, u"40"_s);
@@ -25,7 +25,7 @@ TEST(ArvoOptionsEdit, IsModifiedOnlyByWhatDiffers)
     EXPECT_EQ(stored.userMacros.value(u"[LIMIT]").value_or(QString()), u"40"_s);
 }
 
-TEST(ArvoOptionsEdit, TabsAreNamedByTheirCountAndRemovedByPlace)
+TEST(ArvoOptionsEditTest, TabsAreNamedByTheirCountAndRemovedByPlace)
 {
     ArvoOptions stored;
     stored.tubeInfoTabs = {{u"Calls"_s, u"SELECT 1"_s}};
@@ -50,7 +50,7 @@ TEST(ArvoOptionsEdit, TabsAreNamedByTheirCountAndRemovedByPlace)
     EXPECT_TRUE(back.isModified()) << "both buttons count as a change";
 }
 
-TEST(ArvoOptionsEdit, MacroNamesGetBracketsAndStandOnce)
+TEST(ArvoOptionsEditTest, MacroNamesGetBracketsAndStandOnce)
 {
     ArvoOptionsEdit edit{ArvoOptions()};
     EXPECT_EQ(edit.setMacroName(0, u" limit "_s), QString());

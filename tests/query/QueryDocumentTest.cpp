@@ -83,7 +83,7 @@ TEST_F(QueryFileTest, ADamagedFileLeavesTheDocumentAsItIs)
     EXPECT_EQ(document, sample());
 }
 
-TEST(QueryDocument, ADamagedRecordIsReadOrRefused)
+TEST(QueryDocumentTest, ADamagedRecordIsReadOrRefused)
 {
     JFile file = JFile::forWriting({});
     sample().serialize(file);
@@ -95,7 +95,7 @@ TEST(QueryDocument, ADamagedRecordIsReadOrRefused)
     support::expectDamageIsSurvived<tarnwick::JFileError>(file.bytes(), readBack);
 }
 
-TEST(QueryDocument, OnlyTheExtensionMakesAFile)
+TEST(QueryDocumentTest, OnlyTheExtensionMakesAFile)
 {
     EXPECT_TRUE(QueryDocument::isFileName(u"queries\\A.QRY"));
     EXPECT_FALSE(QueryDocument::isFileName(u"deep wear"));
@@ -103,7 +103,7 @@ TEST(QueryDocument, OnlyTheExtensionMakesAFile)
     EXPECT_FALSE(QueryDocument::isFileName(u""));
 }
 
-TEST(QueryDocument, OlderRecordsHaveNoLayout)
+TEST(QueryDocumentTest, OlderRecordsHaveNoLayout)
 {
     JFile file = JFile::forWriting({});
     qint32 version = 2;

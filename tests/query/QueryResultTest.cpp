@@ -74,7 +74,7 @@ protected:
     QueryResult result;
 };
 
-TEST(CellText, FollowsTheColumnsFormat)
+TEST(CellTextTest, FollowsTheColumnsFormat)
 {
     using query::cellText;
     EXPECT_EQ(cellText(Value::null(), u"%d"_s), u"");

@@ -128,7 +128,7 @@ TEST_F(CalListTest, FailuresAreReportedAndChangeNothing)
     EXPECT_FALSE(closed.open());
 }
 
-TEST(ReportImportOptions, ComeBackAsTheyWereStored)
+TEST(ReportImportOptionsTest, ComeBackAsTheyWereStored)
 {
     support::TemporaryFolder folder;
     const tarnwick::PathRoots roots{folder.path(), {}};

@@ -43,11 +43,11 @@ static void PrintTo(const StepCase &step, std::ostream *out)
     *out << step.name;
 }
 
-class ConversionStep : public ConversionTest, public ::testing::WithParamInterface<StepCase>
+class ConversionStepTest : public ConversionTest, public ::testing::WithParamInterface<StepCase>
 {
 };
 
-TEST_P(ConversionStep, AsksBacksUpAndConverts)
+TEST_P(ConversionStepTest, AsksBacksUpAndConverts)
 {
     make(GetParam().shapes);
     const QByteArray before = bytes();
@@ -69,7 +69,7 @@ TEST_P(ConversionStep, AsksBacksUpAndConverts)
     EXPECT_EQ(folder.names(u"arvo"_s), (QStringList{u"project._db"_s, u"project.mdb"_s}));
 }
 
-TEST_P(ConversionStep, DeclinedLeavesTheFileAsItIs)
+TEST_P(ConversionStepTest, DeclinedLeavesTheFileAsItIs)
 {
     makeWithViews(GetParam().shapes);
     const QByteArray before = bytes();
@@ -92,7 +92,7 @@ static const QStringList kReportFields{
     u"util2"_s,       u"plan"_s};
 
 INSTANTIATE_TEST_SUITE_P(
-    EachAlone, ConversionStep,
+    EachAlone, ConversionStepTest,
     ::testing::Values(
         StepCase{
             "DisplayFormat", old::DisplayFormat, u"    1) Deleted display_format table.\n", {u"!display_format"_s}},
@@ -401,12 +401,12 @@ struct FailureCase
     QString failed = {}; ///< the step, where it had got so far as to be requested
 };
 
-class ConversionFailure : public ConversionTest, public ::testing::WithParamInterface<FailureCase>
+class ConversionFailureTest : public ConversionTest, public ::testing::WithParamInterface<FailureCase>
 {
 };
 
 // A step that fails is undone and said under its number; the others go on.
-TEST_P(ConversionFailure, StopsOnlyItsStep)
+TEST_P(ConversionFailureTest, StopsOnlyItsStep)
 {
     make(old::Everything);
     old::executeAll(path, GetParam().obstacle);
@@ -434,7 +434,7 @@ TEST_P(ConversionFailure, StopsOnlyItsStep)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    EachStep, ConversionFailure,
+    EachStep, ConversionFailureTest,
     ::testing::Values(
         FailureCase{"Repairs",
                     {u"CREATE VIEW repairs AS SELECT 1 AS a"_s},

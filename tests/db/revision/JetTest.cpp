@@ -419,7 +419,7 @@ TEST_F(JetTest, AFileBehindALinkIsConvertedWhereItLies)
     EXPECT_EQ(folder.names(u"arvo/data"_s), QStringList{u"real.mdb"_s});
 }
 
-TEST(JetSink, RemarksOnAmountsThatItRounds)
+TEST(JetSinkTest, RemarksOnAmountsThatItRounds)
 {
     const QTemporaryDir folder;
     dao::Workspace workspace;

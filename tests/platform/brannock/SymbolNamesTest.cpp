@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace brannock {
 
-TEST(SymbolNames, everySymbolHasANameOfItsOwn)
+TEST(SymbolNamesTest, EverySymbolHasANameOfItsOwn)
 {
     QSet<QString> names;
     for (const char16_t symbol : symbolTable()) {
@@ -23,7 +23,7 @@ TEST(SymbolNames, everySymbolHasANameOfItsOwn)
     EXPECT_EQ(symbolName(u'\u0416'), u"0x0416"_s);
 }
 
-TEST(SymbolNames, areFoundBySymbolCodeAndWords)
+TEST(SymbolNamesTest, AreFoundBySymbolCodeAndWords)
 {
     const auto first = [](QStringView text) -> QString {
         const QList<int> found = findSymbols(text);
@@ -44,7 +44,7 @@ TEST(SymbolNames, areFoundBySymbolCodeAndWords)
     EXPECT_EQ(findSymbols(u"\u03BB").size(), 3) << "the two small ones, then the capital";
 }
 
-TEST(MapPalette, beginsWithRedAndStartsAgainAfterItsEnd)
+TEST(MapPaletteTest, BeginsWithRedAndStartsAgainAfterItsEnd)
 {
     EXPECT_EQ(paletteColour(0), 0x0000FFu);
     EXPECT_EQ(paletteColour(kPaletteSize), paletteColour(0));
@@ -54,7 +54,7 @@ TEST(MapPalette, beginsWithRedAndStartsAgainAfterItsEnd)
     EXPECT_EQ(colours.size(), kPaletteSize);
 }
 
-TEST(CustomColours, comeBackFromTheirFileWhateverTheirNumber)
+TEST(CustomColoursTest, ComeBackFromTheirFileWhateverTheirNumber)
 {
     const QTemporaryDir folder;
     const tarnwick::PathRoots roots{folder.path(), {}};

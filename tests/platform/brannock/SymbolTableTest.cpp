@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <QSet>
 
-TEST(SymbolTable, rowsOfSixteenWithOneSymbolTwice)
+TEST(SymbolTableTest, RowsOfSixteenWithOneSymbolTwice)
 {
     const auto &symbols = brannock::symbolTable();
     EXPECT_EQ(symbols.size() % brannock::kSymbolColumns, 0u);

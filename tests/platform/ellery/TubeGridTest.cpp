@@ -90,7 +90,7 @@ void compareWithNaive(const QList<Tube> &tubes, std::mt19937 &random, double rea
     }
 }
 
-TEST(TubeGrid, findsWhatALoopOverAllTubesFinds)
+TEST(TubeGridTest, FindsWhatALoopOverAllTubesFinds)
 {
     std::mt19937 random(20);
     compareWithNaive(scattered(random, 1, 10, 10), random, 10);
@@ -101,7 +101,7 @@ TEST(TubeGrid, findsWhatALoopOverAllTubesFinds)
     compareWithNaive(outlier, random, 1.5);
 }
 
-TEST(TubeGrid, radiusOfWholePitchesTakesTheTubesOnItsEdge)
+TEST(TubeGridTest, RadiusOfWholePitchesTakesTheTubesOnItsEdge)
 {
     const QList<Tube> tubes = lattice(40, 40);
     const TubeGrid grid(tubes);
@@ -115,7 +115,7 @@ TEST(TubeGrid, radiusOfWholePitchesTakesTheTubesOnItsEdge)
     }
 }
 
-TEST(TubeGrid, equallyNearTubesGiveTheFirst)
+TEST(TubeGridTest, EquallyNearTubesGiveTheFirst)
 {
     const QList<Tube> tubes = {{{0, 0, 0}, 2, 0, false}, {{0, 0, 1}, 0, 0, false}, {{1, 0, 0}, 0, 0, false}};
     const TubeGrid grid(tubes);
@@ -125,7 +125,7 @@ TEST(TubeGrid, equallyNearTubesGiveTheFirst)
     EXPECT_DOUBLE_EQ(grid.spacing(), 2); // tubes in one place say nothing about the pitch
 }
 
-TEST(TubeGrid, badPlacesAndEmptyListsFindNothing)
+TEST(TubeGridTest, BadPlacesAndEmptyListsFindNothing)
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float infinite = std::numeric_limits<float>::infinity();

@@ -40,7 +40,7 @@ int outcome(const std::function<long()> &call)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
-TEST(JetConfinement, AReaderReadsAndWritesToItsPipeAndDoesNothingElse)
+TEST(JetConfinementTest, AReaderReadsAndWritesToItsPipeAndDoesNothingElse)
 {
     if (!confine::kCanConfine)
         GTEST_SKIP() << "the address sanitizer needs what is taken away here";
@@ -97,7 +97,7 @@ TEST(JetConfinement, AReaderReadsAndWritesToItsPipeAndDoesNothingElse)
 }
 
 // The real program, held up where it opens its file, which is a pipe that nobody writes to.
-TEST(JetConfinement, TheReadingProgramConfinesItselfBeforeItOpensTheFile)
+TEST(JetConfinementTest, TheReadingProgramConfinesItselfBeforeItOpensTheFile)
 {
     QTemporaryDir folder;
     const QString path = folder.filePath(u"fifo.mdb"_s);

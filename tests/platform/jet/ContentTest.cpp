@@ -88,12 +88,12 @@ QByteArray asExported(const dao::Value &value, DataType type)
     }
 }
 
-class Content : public ::testing::TestWithParam<std::string>
+class ContentTest : public ::testing::TestWithParam<std::string>
 {
 };
-GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Content);
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(ContentTest);
 
-TEST_P(Content, EveryValueIsTheOneThatMdbExportPrints)
+TEST_P(ContentTest, EveryValueIsTheOneThatMdbExportPrints)
 {
     const QString file = dataFile(QString::fromStdString(GetParam()));
     Collector content;
@@ -140,7 +140,7 @@ std::string testName(const ::testing::TestParamInfo<std::string> &file)
     std::replace(name.begin(), name.end(), '-', '_');
     return name;
 }
-INSTANTIATE_TEST_SUITE_P(RealFiles, Content, ::testing::ValuesIn(dataFiles()), testName);
+INSTANTIATE_TEST_SUITE_P(RealFiles, ContentTest, ::testing::ValuesIn(dataFiles()), testName);
 
 const dao::Value &cell(const TableContent &table, qsizetype row, const QString &field)
 {
@@ -166,7 +166,7 @@ Texts countTexts(const TableContent &table)
     return count;
 }
 
-TEST(JetValues, EmptyTextAndNullAreTwoThings)
+TEST(JetValuesTest, EmptyTextAndNullAreTwoThings)
 {
     ARVO_NEEDS_TESTDATA();
     Collector suite;
@@ -180,7 +180,7 @@ TEST(JetValues, EmptyTextAndNullAreTwoThings)
     EXPECT_EQ(countTexts(*suite.table(u"report"_s)).empty, 0);
 }
 
-TEST(JetValues, DatesOutsideOfOurCentury)
+TEST(JetValuesTest, DatesOutsideOfOurCentury)
 {
     ARVO_NEEDS_TESTDATA();
     Collector content;
@@ -193,7 +193,7 @@ TEST(JetValues, DatesOutsideOfOurCentury)
     EXPECT_EQ(days.mid(0, 4), (QList<double>{44532, 2958101, -728, -463126}));
 }
 
-TEST(JetValues, LongMemoOfManyPages)
+TEST(JetValuesTest, LongMemoOfManyPages)
 {
     ARVO_NEEDS_TESTDATA();
     Collector content;

@@ -92,7 +92,7 @@ void PrintTo(const Sample &sample, std::ostream *out)
     *out << sample.file;
 }
 
-class DamagedFile : public ::testing::TestWithParam<Sample>
+class DamagedFileTest : public ::testing::TestWithParam<Sample>
 {
 protected:
     void SetUp() override
@@ -117,7 +117,7 @@ protected:
     QTemporaryDir m_folder;
 };
 
-TEST_P(DamagedFile, CutShort)
+TEST_P(DamagedFileTest, CutShort)
 {
     std::mt19937 random(7);
     for (int i = 0; i < GetParam().runs; ++i) {
@@ -137,7 +137,7 @@ TEST_P(DamagedFile, CutShort)
     }
 }
 
-TEST_P(DamagedFile, BitsFlipped)
+TEST_P(DamagedFileTest, BitsFlipped)
 {
     std::mt19937 random(11);
     for (int i = 0; i < 2 * GetParam().runs; ++i) {
@@ -150,7 +150,7 @@ TEST_P(DamagedFile, BitsFlipped)
     }
 }
 
-TEST_P(DamagedFile, PagesOverwritten)
+TEST_P(DamagedFileTest, PagesOverwritten)
 {
     std::mt19937 random(13);
     const qsizetype pageSize = GetParam().pageSize;
@@ -166,7 +166,7 @@ TEST_P(DamagedFile, PagesOverwritten)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(RealFiles, DamagedFile,
+INSTANTIATE_TEST_SUITE_P(RealFiles, DamagedFileTest,
                          ::testing::Values(Sample{"indexTestV1997.mdb", 2048, 40},
                                            Sample{"indexTestV2003.mdb", 4096, 30}, Sample{"suite-old-2.mdb", 4096, 12},
                                            Sample{"nwind.mdb", 2048, 4}));

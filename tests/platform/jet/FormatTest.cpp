@@ -40,7 +40,7 @@ TableDefinition smallTable()
     return table;
 }
 
-TEST(JetRow, NullMaskTellsNullFromEmptyText)
+TEST(JetRowTest, NullMaskTellsNullFromEmptyText)
 {
     // 4 columns; 7; "ab" and ""; end of values, offsets from last to first, their count; mask: all but the third
     const QByteArray row = QByteArray::fromHex("0400"
@@ -66,7 +66,7 @@ TEST(JetRow, NullMaskTellsNullFromEmptyText)
     EXPECT_FALSE(parsed.bit(3));
 }
 
-TEST(JetRow, AColumnAddedLaterIsNullInOlderRows)
+TEST(JetRowTest, AColumnAddedLaterIsNullInOlderRows)
 {
     TableDefinition table = smallTable();
     table.columns.append(column(9, ColumnType::Long, 4, true, 4));
@@ -83,7 +83,7 @@ TEST(JetRow, AColumnAddedLaterIsNullInOlderRows)
     EXPECT_TRUE(parsed.isNull(4));
 }
 
-TEST(JetRow, EveryShortenedOrTwistedRowIsFoundOutOrReadInside)
+TEST(JetRowTest, EveryShortenedOrTwistedRowIsFoundOutOrReadInside)
 {
     const QByteArray row = QByteArray::fromHex("0400"
                                                "07000000"
@@ -115,7 +115,7 @@ TEST(JetRow, EveryShortenedOrTwistedRowIsFoundOutOrReadInside)
     }
 }
 
-TEST(JetRow, OldRowsBeyond256BytesUseTheJumpTable)
+TEST(JetRowTest, OldRowsBeyond256BytesUseTheJumpTable)
 {
     // 4 columns, 7, 300 times "x", "yz": offsets 5, 305, 307 in one byte each; from the second offset on 256 is added
     QByteArray row = QByteArray::fromHex("04"
@@ -134,7 +134,7 @@ TEST(JetRow, OldRowsBeyond256BytesUseTheJumpTable)
     EXPECT_EQ(parsed.bytes(2)[0], 'y');
 }
 
-TEST(JetText, PlainCompressedAndCodePage)
+TEST(JetTextTest, PlainCompressedAndCodePage)
 {
     const TextCodec jet4(true, 1252);
     const TextCodec jet3(false, 1252);
@@ -155,7 +155,7 @@ TEST(JetText, PlainCompressedAndCodePage)
     EXPECT_THROW(jet4.name(bytesOf(QByteArray(200, 'a'))), Damage);
 }
 
-TEST(JetValuesOfRows, DecimalsAndReplicationIds)
+TEST(JetValuesOfRowsTest, DecimalsAndReplicationIds)
 {
     const auto decimal = [](const char *hex, int scale) {
         return decimalText(bytesOf(QByteArray::fromHex(hex)), scale);
@@ -194,7 +194,7 @@ public:
     QList<QByteArray> pages{QByteArray(4096, '\0')};
 };
 
-TEST(JetLongValues, InTheRowOnAPageAndInAChain)
+TEST(JetLongValuesTest, InTheRowOnAPageAndInAChain)
 {
     MemoryPages file;
     file.add("elsewhere");
@@ -218,7 +218,7 @@ TEST(JetLongValues, InTheRowOnAPageAndInAChain)
     EXPECT_THROW(read("04000080 00000000 00000000 616263"), Damage);
 }
 
-TEST(JetLongValues, ARingComesToAnEndAndSoDoValuesThatShareBytes)
+TEST(JetLongValuesTest, ARingComesToAnEndAndSoDoValuesThatShareBytes)
 {
     MemoryPages file;
     file.add(QByteArray::fromHex("00010000") + "x"); // goes on with itself
@@ -229,7 +229,7 @@ TEST(JetLongValues, ARingComesToAnEndAndSoDoValuesThatShareBytes)
     EXPECT_THROW(values.read(bytesOf(field)), Damage);
 }
 
-TEST(JetProperties, ARecordOfNoLengthEndsTheReading)
+TEST(JetPropertiesTest, ARecordOfNoLengthEndsTheReading)
 {
     const TextCodec text(false, 1252);
     QByteArray block = "KKD" +
@@ -259,7 +259,7 @@ QueryRow queryRow(int attribute, int flag, const QString &expression, const QStr
     return {attribute, flag, expression, name1, name2, {}};
 }
 
-TEST(JetQueries, FormsThatTheSampleFilesDoNotShow)
+TEST(JetQueriesTest, FormsThatTheSampleFilesDoNotShow)
 {
     EXPECT_EQ(queryText({queryRow(1, 3, {}, u"log"_s), queryRow(6, 0x8000, u"Now()"_s, {}, u"when"_s),
                          queryRow(6, 0x8000, u"'x'"_s, {}, u"what kind"_s)}),
@@ -280,7 +280,7 @@ TEST(JetQueries, FormsThatTheSampleFilesDoNotShow)
     EXPECT_THROW(joinText({{u"a"_s, {}, {}}}, {{u"a"_s, u"b"_s, u"a.x=b.x"_s, 1}}), Damage);
 }
 
-TEST(JetQueries, NamesThatNeedBrackets)
+TEST(JetQueriesTest, NamesThatNeedBrackets)
 {
     EXPECT_EQ(sqlName(u"report#"_s), u"[report#]");
     EXPECT_EQ(sqlName(u"19 MB"_s), u"[19 MB]");

@@ -12,7 +12,7 @@ namespace {
 using wire::Frame;
 
 // Stands in for the reading program: a script that does what a test asks.
-class JetProcess : public ::testing::Test
+class JetProcessTest : public ::testing::Test
 {
 protected:
     JetError::Reason reasonWith(const QString &script, int patience = 20)
@@ -89,7 +89,7 @@ QByteArray smallStream(quint32 tables = 1, qint64 rowsStated = 1, wire::Tag tag 
            numberFrame(Frame::TableEnd, rowsStated) + numberFrame(Frame::End, 1);
 }
 
-TEST_F(JetProcess, AProgramThatIsMissingCrashesHangsOrPrintsWithoutEnd)
+TEST_F(JetProcessTest, AProgramThatIsMissingCrashesHangsOrPrintsWithoutEnd)
 {
     EXPECT_EQ(reasonOf({m_folder.filePath(u"none"_s), 5}), JetError::Reason::ReaderMissing);
     EXPECT_EQ(reasonWith(u"kill -SEGV $$"_s), JetError::Reason::ReaderFailed);
@@ -99,14 +99,14 @@ TEST_F(JetProcess, AProgramThatIsMissingCrashesHangsOrPrintsWithoutEnd)
     EXPECT_EQ(reasonWith(u"exec yes"_s), JetError::Reason::ReaderFailed);
 }
 
-TEST_F(JetProcess, EveryPrefixOfAStreamIsAnError)
+TEST_F(JetProcessTest, EveryPrefixOfAStreamIsAnError)
 {
     const QByteArray whole = smallStream();
     for (qsizetype length = 0; length < whole.size(); length += 7)
         EXPECT_EQ(reasonWithStream(whole.left(length)), JetError::Reason::ReaderFailed) << length;
 }
 
-TEST_F(JetProcess, AStreamThatContradictsItselfIsAnError)
+TEST_F(JetProcessTest, AStreamThatContradictsItselfIsAnError)
 {
     EXPECT_EQ(reasonWithStream(smallStream(2)), JetError::Reason::ReaderFailed);
     EXPECT_EQ(reasonWithStream(smallStream(1, 2)), JetError::Reason::ReaderFailed);
@@ -121,7 +121,7 @@ TEST_F(JetProcess, AStreamThatContradictsItselfIsAnError)
     EXPECT_EQ(reasonWithStream(smallStream().left(25) + frame(Frame::Table, fields)), JetError::Reason::ReaderFailed);
 }
 
-TEST_F(JetProcess, FilesThatAreNotWhatTheySeem)
+TEST_F(JetProcessTest, FilesThatAreNotWhatTheySeem)
 {
     const auto reasonOfFile = [&](const QByteArray &bytes) {
         Collector content;
@@ -161,7 +161,7 @@ public:
     void row(const QList<dao::Value> &) override { throw std::runtime_error("full"); }
 };
 
-TEST_F(JetProcess, CanBeStoppedByTheUserAndByTheSink)
+TEST_F(JetProcessTest, CanBeStoppedByTheUserAndByTheSink)
 {
     ARVO_NEEDS_TESTDATA();
     JetReader reader(dataFile(u"suite-current.mdb"_s));
@@ -173,7 +173,7 @@ TEST_F(JetProcess, CanBeStoppedByTheUserAndByTheSink)
     EXPECT_THROW(reader.read(sink), std::runtime_error);
 }
 
-TEST_F(JetProcess, PathsOfAnyKind)
+TEST_F(JetProcessTest, PathsOfAnyKind)
 {
     ARVO_NEEDS_TESTDATA();
     const QString folder = m_folder.filePath(u"o'Brien \"x\" Ünïcode "_s + QString(150, u'n'));

@@ -6,7 +6,7 @@ using dao::DataType;
 namespace jet::test {
 namespace {
 
-class JetSchema : public ::testing::Test
+class JetSchemaTest : public ::testing::Test
 {
 protected:
     void SetUp() override { ARVO_NEEDS_TESTDATA(); }
@@ -75,7 +75,7 @@ QStringList relationTexts(const Schema &schema)
     return texts;
 }
 
-TEST_F(JetSchema, FieldsWithTheirProperties)
+TEST_F(JetSchemaTest, FieldsWithTheirProperties)
 {
     const Schema &schema = open(u"suite-current.mdb"_s);
     EXPECT_EQ(schema.jetVersion, 4);
@@ -109,7 +109,7 @@ TEST_F(JetSchema, FieldsWithTheirProperties)
     EXPECT_EQ(table(u"repairs"_s).info.field(u"is_perm")->type, DataType::Boolean);
 }
 
-TEST_F(JetSchema, TextsOfOldFiles)
+TEST_F(JetSchemaTest, TextsOfOldFiles)
 {
     EXPECT_EQ(open(u"nwind.mdb"_s).jetVersion, 3);
     const Table &details = table(u"Order Details"_s);
@@ -123,7 +123,7 @@ TEST_F(JetSchema, TextsOfOldFiles)
     EXPECT_EQ(table(u"Umsätze"_s).info.fields.isEmpty(), false);
 }
 
-TEST_F(JetSchema, Indexes)
+TEST_F(JetSchemaTest, Indexes)
 {
     open(u"suite-current.mdb"_s);
     EXPECT_EQ(indexTexts(table(u"report"_s)),
@@ -140,7 +140,7 @@ TEST_F(JetSchema, Indexes)
               (QStringList{u"PUR PrimaryKey: row"_s, u"U DataIndex: data1, data2"_s}));
 }
 
-TEST_F(JetSchema, RelationsOfBothVersions)
+TEST_F(JetSchemaTest, RelationsOfBothVersions)
 {
     const QStringList expected{u"Table2Table1 Table2 Table1 1000 id=otherfk1"_s,
                                u"Table3Table1 Table3 Table1 100 id=otherfk2"_s};
@@ -151,7 +151,7 @@ TEST_F(JetSchema, RelationsOfBothVersions)
                   u"plans_rel plans plan_entry 1100 site_code=site_code,comp=comp,outage=outage,plan_num=plan_num"_s}));
 }
 
-TEST_F(JetSchema, WhatIsNotCarriedOverIsTold)
+TEST_F(JetSchemaTest, WhatIsNotCarriedOverIsTold)
 {
     open(u"nwind.mdb"_s);
     EXPECT_EQ(remarks().size(), 4);
@@ -160,7 +160,7 @@ TEST_F(JetSchema, WhatIsNotCarriedOverIsTold)
     EXPECT_FALSE(m_reader->hasRemark(Remark::Kind::Lost));
 }
 
-TEST(JetFiles, KnownByTheirFirstBytes)
+TEST(JetFilesTest, KnownByTheirFirstBytes)
 {
     ARVO_NEEDS_TESTDATA();
     EXPECT_TRUE(isJetFile(dataFile(u"nwind.mdb"_s)));
@@ -169,7 +169,7 @@ TEST(JetFiles, KnownByTheirFirstBytes)
     EXPECT_FALSE(isJetFile(dataFile(u"no such file.mdb"_s)));
 }
 
-TEST_F(JetSchema, StoredQueriesOfEachKind)
+TEST_F(JetSchemaTest, StoredQueriesOfEachKind)
 {
     const QStringList files{u"queryTestV1997.mdb"_s, u"queryTestV2000.mdb"_s};
     for (const QString &file : files) {
@@ -216,7 +216,7 @@ TEST_F(JetSchema, StoredQueriesOfEachKind)
     }
 }
 
-TEST_F(JetSchema, StoredQueriesOfTheTrade)
+TEST_F(JetSchemaTest, StoredQueriesOfTheTrade)
 {
     QMap<QString, QString> sql;
     for (const dao::QueryInfo &query : open(u"suite-current.mdb"_s).queries)
@@ -238,7 +238,7 @@ TEST_F(JetSchema, StoredQueriesOfTheTrade)
               "UNION SELECT sec, row, col\nFROM repairs\nORDER BY sec, row, col;");
 }
 
-TEST_F(JetSchema, StoredQueriesWithJoinsWithinJoins)
+TEST_F(JetSchemaTest, StoredQueriesWithJoinsWithinJoins)
 {
     QMap<QString, QString> sql;
     for (const dao::QueryInfo &query : open(u"nwind.mdb"_s).queries)

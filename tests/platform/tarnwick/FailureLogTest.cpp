@@ -19,7 +19,7 @@ QString content(const QString &path)
 
 } // namespace
 
-TEST(FailureLog, entriesHaveTimeNumberAndTextAndCannotBeForged)
+TEST(FailureLogTest, EntriesHaveTimeNumberAndTextAndCannotBeForged)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"state/arvo/failures.log"_s);
@@ -38,7 +38,7 @@ TEST(FailureLog, entriesHaveTimeNumberAndTextAndCannotBeForged)
     EXPECT_EQ(QFileInfo(path).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
 }
 
-TEST(FailureLog, sizeIsBoundedAndTheNewestIsKept)
+TEST(FailureLogTest, SizeIsBoundedAndTheNewestIsKept)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"failures.log"_s);

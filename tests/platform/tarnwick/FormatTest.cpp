@@ -22,7 +22,7 @@ QString byLibrary(const char *spec, T number)
 
 } // namespace
 
-TEST(Format, fillsTheProgramsMessages)
+TEST(FormatTest, FillsTheProgramsMessages)
 {
     EXPECT_EQ(format(u"%S\n\n[%d] %S", u"Could not."_s, 3022, u"Engine text"_s), u"Could not.\n\n[3022] Engine text"_s);
     EXPECT_EQ(format(u"reports\\%05d_%S.rep", 1, u"PRI"_s), u"reports\\00001_PRI.rep"_s);
@@ -38,7 +38,7 @@ TEST(Format, fillsTheProgramsMessages)
     EXPECT_EQ(format(u"Unicode 0x%04X", char16_t(0x2126)), u"Unicode 0x2126"_s);
 }
 
-TEST(Format, groupsThousandsWithCommas)
+TEST(FormatTest, GroupsThousandsWithCommas)
 {
     EXPECT_EQ(format(u"%D %D %D %D", 0, 999, 1000, 16000), u"0 999 1,000 16,000"_s);
     EXPECT_EQ(format(u"%D", -1234567), u"-1,234,567"_s);
@@ -46,7 +46,7 @@ TEST(Format, groupsThousandsWithCommas)
     EXPECT_EQ(format(u"%D", std::numeric_limits<qint64>::min()), u"-9,223,372,036,854,775,808"_s);
 }
 
-TEST(Format, countsAndCutsCharactersNotUnits)
+TEST(FormatTest, CountsAndCutsCharactersNotUnits)
 {
     const QString clef = u"\U0001D11E\U0001D11Eabc"_s;
     EXPECT_EQ(format(u"%7S|", clef), u"  "_s + clef + u"|"_s);
@@ -55,7 +55,7 @@ TEST(Format, countsAndCutsCharactersNotUnits)
 }
 
 // The C library is the measure for numbers; this process runs with a decimal point.
-TEST(Format, printsNumbersAsTheCLibraryDoes)
+TEST(FormatTest, PrintsNumbersAsTheCLibraryDoes)
 {
     const double numbers[] = {0.0, -0.0, 1.0, -1.5, 0.125, 2.5, 123456789.0, 1e-7, 1e21, 9.995, 1e300, 5e-324};
     for (const char *spec : {"%f", "%.0f", "%.2f", "%8.3f", "%-12.1f|", "%+012.2f", "% .3f", "%e", "%.0e", "%#.0f",
@@ -75,7 +75,7 @@ TEST(Format, printsNumbersAsTheCLibraryDoes)
     EXPECT_EQ(format(u"%u %x", quint64(-1), qint64(-1)), u"18446744073709551615 ffffffffffffffff"_s);
 }
 
-TEST(Format, printsDates)
+TEST(FormatTest, PrintsDates)
 {
     const JDateTime date = JDateTime::fromLocal(2002, 9, 5, 14, 3, 9);
     EXPECT_EQ(format(u"REPAIRS %t", date), u"REPAIRS 09/05/2002 14:03:09"_s);
@@ -84,7 +84,7 @@ TEST(Format, printsDates)
     EXPECT_EQ(format(u"[%t][%{%Y}t]", JDateTime(), JDateTime()), u"[][]"_s);
 }
 
-TEST(Format, refusesArgumentsThatDoNotFit)
+TEST(FormatTest, RefusesArgumentsThatDoNotFit)
 {
     EXPECT_THROW(format(u"%d"), FormatError);
     EXPECT_THROW(format(u"none", 1), FormatError);
@@ -101,7 +101,7 @@ TEST(Format, refusesArgumentsThatDoNotFit)
     EXPECT_THROW(format(u"%.*f", std::numeric_limits<qint64>::max(), 1.0), FormatError);
 }
 
-TEST(JFormatSpec, appliesDisplayFormats)
+TEST(JFormatSpecTest, AppliesDisplayFormats)
 {
     EXPECT_EQ(JFormatSpec(u"%3d%%"_s).apply(7), u"  7%"_s);
     EXPECT_EQ(JFormatSpec(u"depth %.1f mm"_s).apply(0.25), u"depth 0.2 mm"_s);
@@ -112,14 +112,14 @@ TEST(JFormatSpec, appliesDisplayFormats)
     EXPECT_EQ(JFormatSpec(u"%m/%d/%Y"_s).apply(JDateTime()), QString());
 }
 
-TEST(JFormatSpec, leavesAFormatThatDoesNotFitAsItStands)
+TEST(JFormatSpecTest, LeavesAFormatThatDoesNotFitAsItStands)
 {
     for (const QString &text : {u"T F"_s, u"%S"_s, u"%d %d"_s, u"%"_s, u"%99999999d"_s, u"%*d"_s, QString()})
         EXPECT_EQ(JFormatSpec(text).apply(1), text);
     EXPECT_EQ(JFormatSpec(u"%d"_s).apply(JDateTime::fromLocal(2020, 1, 31)), u"31"_s);
 }
 
-TEST(JFormatSpec, findsTheConversionLetter)
+TEST(JFormatSpecTest, FindsTheConversionLetter)
 {
     EXPECT_EQ(JFormatSpec(u"%-8.2f"_s).conversion(), u'f');
     EXPECT_EQ(JFormatSpec(u"100%% %*U"_s).conversion(), u'U');
@@ -131,7 +131,7 @@ TEST(JFormatSpec, findsTheConversionLetter)
 }
 
 // Users type formats: whatever they type, a text comes out.
-TEST(JFormatSpec, survivesAnyText)
+TEST(JFormatSpecTest, SurvivesAnyText)
 {
     std::mt19937 random(20020905);
     const QString alphabet = u"%%%%dDfegSUtXxYmc{}*.-+ #0123456789hl€\U0001D11E\0a"_s;

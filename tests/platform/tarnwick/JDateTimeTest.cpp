@@ -25,7 +25,7 @@ QString parsed(const QString &text)
 
 } // namespace
 
-TEST(JDateTime, nullIsNoTime)
+TEST(JDateTimeTest, NullIsNoTime)
 {
     EXPECT_TRUE(JDateTime().isNull());
     EXPECT_EQ(JDateTime().toString(), QString());
@@ -34,7 +34,7 @@ TEST(JDateTime, nullIsNoTime)
     EXPECT_FALSE(JDateTime::fromSeconds(-1).isNull());
 }
 
-TEST(JDateTime, carriesPartsOverAndSurvivesAnyYear)
+TEST(JDateTimeTest, CarriesPartsOverAndSurvivesAnyYear)
 {
     EXPECT_EQ(JDateTime::fromLocal(2021, 2, 29, 24, 60, 60).toIso(), u"2021-03-02T01:01:00"_s);
     EXPECT_EQ(JDateTime::fromLocal(1850, 7, 4, 12).toIso(), u"1850-07-04T12:00:00"_s);
@@ -44,7 +44,7 @@ TEST(JDateTime, carriesPartsOverAndSurvivesAnyYear)
     EXPECT_FALSE(JDateTime::invalidDate().isNull());
 }
 
-TEST(JDateTime, convertsToAutomationDatesAndBack)
+TEST(JDateTimeTest, ConvertsToAutomationDatesAndBack)
 {
     EXPECT_EQ(JDateTime::fromLocal(1899, 12, 30).toOleDate(), 0.0);
     EXPECT_EQ(JDateTime::fromLocal(1900, 1, 1, 6).toOleDate(), 2.25);
@@ -60,7 +60,7 @@ TEST(JDateTime, convertsToAutomationDatesAndBack)
         EXPECT_EQ(JDateTime::fromOleDate(wrong), JDateTime::invalidDate());
 }
 
-TEST(JDateTime, formatsByTheLibrarysRulesInPlainEnglish)
+TEST(JDateTimeTest, FormatsByTheLibrarysRulesInPlainEnglish)
 {
     const JDateTime time = JDateTime::fromLocal(2002, 9, 5, 14, 3, 9);
     EXPECT_EQ(time.toString(), u"09/05/2002 14:03:09"_s);
@@ -69,7 +69,7 @@ TEST(JDateTime, formatsByTheLibrarysRulesInPlainEnglish)
     EXPECT_EQ(time.toString(u"%9999999Y %#"), u"%9999999Y %#"_s);
 }
 
-TEST(JDateTime, readsTheCommonFormInEveryLocale)
+TEST(JDateTimeTest, ReadsTheCommonFormInEveryLocale)
 {
     for (const QLocale &locale : {QLocale::c(), QLocale(u"en_US"_s), QLocale(u"de_DE"_s), QLocale(u"ja_JP"_s)}) {
         const LocaleGuard guard(locale);
@@ -91,7 +91,7 @@ TEST(JDateTime, readsTheCommonFormInEveryLocale)
     }
 }
 
-TEST(JDateTime, readsTheUsersOwnOrder)
+TEST(JDateTimeTest, ReadsTheUsersOwnOrder)
 {
     {
         const LocaleGuard guard(QLocale(u"en_GB"_s));
@@ -106,7 +106,7 @@ TEST(JDateTime, readsTheUsersOwnOrder)
     EXPECT_EQ(parsed(u"3. März 1999"_s), u"1999-03-03T00:00:00"_s);
 }
 
-TEST(JDateTime, refusesWhatIsNoDate)
+TEST(JDateTimeTest, RefusesWhatIsNoDate)
 {
     const LocaleGuard guard(QLocale(u"en_US"_s));
     for (const QString &text :

@@ -66,12 +66,12 @@ Record readBack(const QByteArray &bytes)
 
 } // namespace
 
-TEST(JFile, readsWhatItWrote)
+TEST(JFileTest, ReadsWhatItWrote)
 {
     EXPECT_EQ(readBack(written(Record())), Record());
 }
 
-TEST(JFile, layoutIsLittleEndianWithCountedUtf8)
+TEST(JFileTest, LayoutIsLittleEndianWithCountedUtf8)
 {
     JFile file = JFile::forWriting(u"x"_s);
     file.header(u"Ab"_s, 3);
@@ -82,13 +82,13 @@ TEST(JFile, layoutIsLittleEndianWithCountedUtf8)
     EXPECT_EQ(file.bytes().toHex(' '), "78 56 34 12 02 00 00 00 41 62 03 00 00 00 26 21 02 00 00 00 c3 a9");
 }
 
-TEST(JFile, refusesEveryTruncationAndSurvivesDamage)
+TEST(JFileTest, RefusesEveryTruncationAndSurvivesDamage)
 {
     support::expectEveryTruncationThrows<JFileError>(written(Record()), readBack);
     support::expectDamageIsSurvived<JFileError>(written(Record()), readBack);
 }
 
-TEST(JFile, errorsNameFileOffsetAndReason)
+TEST(JFileTest, ErrorsNameFileOffsetAndReason)
 {
     QByteArray bytes = written(Record());
     bytes.replace("Test", "Tesa");
@@ -105,7 +105,7 @@ TEST(JFile, errorsNameFileOffsetAndReason)
     EXPECT_THROW(text.header(u"Test"_s, 1), JFileError);
 }
 
-TEST(JFile, refusesNewerVersionsAndReadsOlderOnes)
+TEST(JFileTest, RefusesNewerVersionsAndReadsOlderOnes)
 {
     JFile file = JFile::forWriting(u"x"_s);
     file.header(u"Test"_s, 2);
@@ -115,7 +115,7 @@ TEST(JFile, refusesNewerVersionsAndReadsOlderOnes)
     EXPECT_THROW(JFile::fromBytes(QByteArray(4, '\0'), u"x"_s).version(1), JFileError);
 }
 
-TEST(JFile, falseCountsTakeNoMemory)
+TEST(JFileTest, FalseCountsTakeNoMemory)
 {
     const QByteArray huge = QByteArray::fromHex("ffffff7f").leftJustified(20, 'x');
     for (const QByteArray &bytes : {huge, QByteArray::fromHex("ffffffff"), QByteArray("\x05\0\0\0abcd", 8)}) {
@@ -128,7 +128,7 @@ TEST(JFile, falseCountsTakeNoMemory)
     }
 }
 
-TEST(FileWriter, replacesWholeFilesOnly)
+TEST(FileWriterTest, ReplacesWholeFilesOnly)
 {
     const support::TemporaryFolder folder;
     const QString path = folder.path(u"new/file.txt"_s);
@@ -152,7 +152,7 @@ TEST(FileWriter, replacesWholeFilesOnly)
     EXPECT_EQ(readFile(path), "two pieces");
 }
 
-TEST(FileWriter, saysWhatCannotBeReadOrWritten)
+TEST(FileWriterTest, SaysWhatCannotBeReadOrWritten)
 {
     const support::TemporaryFolder folder;
     folder.write(u"file"_s, "12345");
@@ -164,7 +164,7 @@ TEST(FileWriter, saysWhatCannotBeReadOrWritten)
     EXPECT_THROW(writeFileAtomically(folder.path(), "x"), FileError);
 }
 
-TEST(FileWriter, whatTheSystemCannotWriteReplacesNothing)
+TEST(FileWriterTest, WhatTheSystemCannotWriteReplacesNothing)
 {
     const support::TemporaryFolder folder;
     const QString path = folder.write(u"file"_s, "old");
@@ -196,7 +196,7 @@ TEST(FileWriter, whatTheSystemCannotWriteReplacesNothing)
     EXPECT_EQ(reasonOf("new"), u"written"_s);
 }
 
-TEST(FileWriter, keepsRightsAndFollowsNoLinks)
+TEST(FileWriterTest, KeepsRightsAndFollowsNoLinks)
 {
     const support::TemporaryFolder folder;
     const QString mine = folder.write(u"mine"_s, "mine");
@@ -228,14 +228,14 @@ TEST(FileWriter, keepsRightsAndFollowsNoLinks)
     EXPECT_EQ(readFile(mine), "new");
 }
 
-TEST(FileWriter, doesNotBringBackAFolderThatHasGone)
+TEST(FileWriterTest, DoesNotBringBackAFolderThatHasGone)
 {
     const support::TemporaryFolder folder;
     EXPECT_THROW(writeFileAtomically(folder.path(u"gone/plans/file.txt"_s), "x"), FileError);
     EXPECT_FALSE(QFileInfo::exists(folder.path(u"gone"_s)));
 }
 
-TEST(JMacro, expandsKnownNamesOnce)
+TEST(JMacroTest, ExpandsKnownNamesOnce)
 {
     JMacro macros;
     macros.set(u"MAP NAME"_s, u"[Unit 1]"_s);
@@ -251,7 +251,7 @@ TEST(JMacro, expandsKnownNamesOnce)
     EXPECT_EQ(macros.expand(u"[EMPTY]"_s), u"[EMPTY]"_s);
 }
 
-TEST(JMacro, mergesSortsAndIsKept)
+TEST(JMacroTest, MergesSortsAndIsKept)
 {
     JMacro user;
     user.set(u"[B]"_s, u"user"_s);

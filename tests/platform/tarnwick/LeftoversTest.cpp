@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-TEST(Leftovers, OfAKilledProgramGoAndThoseOfTheLivingStay)
+TEST(LeftoversTest, OfAKilledProgramGoAndThoseOfTheLivingStay)
 {
     const support::TemporaryFolder folder;
     const QByteArray before = qgetenv("TMPDIR");
@@ -44,7 +44,7 @@ TEST(Leftovers, OfAKilledProgramGoAndThoseOfTheLivingStay)
     EXPECT_EQ(folder.names(u"history/palomine"_s).size(), 1);
 }
 
-TEST(ProcessLock, IsHeldByOneProcessAndGoesWithIt)
+TEST(ProcessLockTest, IsHeldByOneProcessAndGoesWithIt)
 {
     const support::TemporaryFolder folder;
     const QString path = folder.path(u"a.lock"_s);

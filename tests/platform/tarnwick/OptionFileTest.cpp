@@ -57,7 +57,7 @@ protected:
 
 } // namespace
 
-TEST_F(OptionFileTest, isKeptBelowTheInstallation)
+TEST_F(OptionFileTest, IsKeptBelowTheInstallation)
 {
     BoxOptions options;
     options.radius = 9;
@@ -71,7 +71,7 @@ TEST_F(OptionFileTest, isKeptBelowTheInstallation)
     EXPECT_FALSE(options.added);
 }
 
-TEST_F(OptionFileTest, olderVersionsGetDefaultsForNewFields)
+TEST_F(OptionFileTest, OlderVersionsGetDefaultsForNewFields)
 {
     storeChanged(1);
     BoxOptions options;
@@ -81,7 +81,7 @@ TEST_F(OptionFileTest, olderVersionsGetDefaultsForNewFields)
     EXPECT_TRUE(options.added);
 }
 
-TEST_F(OptionFileTest, newerVersionsAreRefusedAndNeverOverwritten)
+TEST_F(OptionFileTest, NewerVersionsAreRefusedAndNeverOverwritten)
 {
     storeChanged(2);
     const QByteArray before = folder.read(file);
@@ -96,7 +96,7 @@ TEST_F(OptionFileTest, newerVersionsAreRefusedAndNeverOverwritten)
     EXPECT_EQ(folder.read(file), before);
 }
 
-TEST_F(OptionFileTest, damageLeavesTheRecordAsItWas)
+TEST_F(OptionFileTest, DamageLeavesTheRecordAsItWas)
 {
     storeChanged(2);
     const QByteArray good = folder.read(file);
@@ -123,7 +123,7 @@ TEST_F(OptionFileTest, damageLeavesTheRecordAsItWas)
     EXPECT_EQ(folder.read(file), good);
 }
 
-TEST_F(OptionFileTest, aFullDiskLeavesTheOldFile)
+TEST_F(OptionFileTest, AFullDiskLeavesTheOldFile)
 {
     storeChanged(2);
     const QByteArray before = folder.read(file);

@@ -8,7 +8,7 @@
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
 
-TEST(SuitePath, leadsToPathsOfTheMachine)
+TEST(SuitePathTest, LeadsToPathsOfTheMachine)
 {
     const PathRoots roots{u"/opt/palomine"_s, u"/data/unit1"_s};
     EXPECT_EQ(SuitePath(u"queries\\a.qry"_s).machinePath(roots), u"/data/unit1/queries/a.qry"_s);
@@ -20,7 +20,7 @@ TEST(SuitePath, leadsToPathsOfTheMachine)
     EXPECT_EQ(SuitePath().machinePath(roots), QString());
 }
 
-TEST(SuitePath, comesFromPathsOfTheMachine)
+TEST(SuitePathTest, ComesFromPathsOfTheMachine)
 {
     const PathRoots roots{u"/opt/palomine"_s, u"/data/unit1"_s};
     const QStringList paths{u"/data/unit1/reports/1.rep"_s, u"/opt/palomine/user/q.qry"_s, u"/data/unit10/x"_s};
@@ -34,7 +34,7 @@ TEST(SuitePath, comesFromPathsOfTheMachine)
     EXPECT_EQ(texts, expected);
 }
 
-TEST(SuitePath, findsFilesWrittenInAnotherCase)
+TEST(SuitePathTest, FindsFilesWrittenInAnotherCase)
 {
     const support::TemporaryFolder folder;
     folder.write(u"Reports/00001_PRI.REP"_s, "x");
@@ -43,7 +43,7 @@ TEST(SuitePath, findsFilesWrittenInAnotherCase)
     EXPECT_EQ(SuitePath(u"reports\\new\\a.rep"_s).machinePath(roots), folder.path(u"Reports/new/a.rep"_s));
 }
 
-TEST(SuitePath, takesNamesApart)
+TEST(SuitePathTest, TakesNamesApart)
 {
     const SuitePath path(u"report_formats/sub.d\\default.v2.fmt"_s);
     EXPECT_EQ(path.folder(), u"report_formats\\sub.d"_s);
@@ -55,7 +55,7 @@ TEST(SuitePath, takesNamesApart)
     EXPECT_EQ(SuitePath(u"name"_s).folder(), QString());
 }
 
-TEST(SuitePath, isComparedWithoutCaseAndSeparators)
+TEST(SuitePathTest, IsComparedWithoutCaseAndSeparators)
 {
     EXPECT_EQ(SuitePath(u"Queries\\sub\\a.qry"_s).relativeTo(u"queries/"_s), u"sub\\a.qry"_s);
     EXPECT_EQ(SuitePath(u".\\queries\\a.qry"_s).relativeTo(u"queries"_s), u"a.qry"_s);
@@ -67,7 +67,7 @@ TEST(SuitePath, isComparedWithoutCaseAndSeparators)
     EXPECT_EQ(SuitePath(u"/data/a.mdb"_s).shown(u"arvo"_s), u"/data/a.mdb"_s);
 }
 
-TEST(PathRoots, comeFromTheEnvironment)
+TEST(PathRootsTest, ComeFromTheEnvironment)
 {
     const support::TemporaryFolder folder;
     qputenv("PALOMINE_DIR", folder.path(u"inst/"_s).toUtf8());
@@ -87,7 +87,7 @@ TEST(PathRoots, comeFromTheEnvironment)
     qunsetenv("XDG_DATA_HOME");
 }
 
-TEST(ValidFileName, givesNamesForEverySystem)
+TEST(ValidFileNameTest, GivesNamesForEverySystem)
 {
     EXPECT_EQ(validFileName(u"Unit 1: A/B?\t"_s), u"Unit 1_ A_B_"_s);
     EXPECT_EQ(validFileName(u"name. ."_s), u"name___"_s);

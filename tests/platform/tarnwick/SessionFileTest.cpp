@@ -7,7 +7,7 @@
 using namespace Qt::StringLiterals;
 using tarnwick::SessionFile;
 
-TEST(SessionFile, keepsWhatOtherWindowsStoredAndLosesNothingOnAFullDisk)
+TEST(SessionFileTest, KeepsWhatOtherWindowsStoredAndLosesNothingOnAFullDisk)
 {
     const support::TemporaryFolder folder;
     const QString path = folder.path(u"config/arvo/session.json"_s);

@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
 
-TEST(StringToValue, readsWholeNumbersOfTheRange)
+TEST(StringToValueTest, ReadsWholeNumbersOfTheRange)
 {
     EXPECT_EQ(string_to_value<qint16>(u" -32768 "), -32768);
     EXPECT_EQ(string_to_value<qint16>(u"+7"), 7);
@@ -22,7 +22,7 @@ TEST(StringToValue, readsWholeNumbersOfTheRange)
     EXPECT_FALSE(string_to_value<quint16>(u"-1").has_value());
 }
 
-TEST(StringToValue, readsNumbersWithADecimalPoint)
+TEST(StringToValueTest, ReadsNumbersWithADecimalPoint)
 {
     EXPECT_EQ(string_to_value<double>(u" -1.5e3 "), -1500.0);
     EXPECT_EQ(string_to_value<double>(u".5"), 0.5);
@@ -32,7 +32,7 @@ TEST(StringToValue, readsNumbersWithADecimalPoint)
     EXPECT_FALSE(string_to_value<float>(u"1e39").has_value());
 }
 
-TEST(StringToValue, takesLeadingDigits)
+TEST(StringToValueTest, TakesLeadingDigits)
 {
     EXPECT_EQ(leadingInteger(u"  12abc"), 12);
     EXPECT_EQ(leadingInteger(u"-3.9"), -3);
@@ -57,13 +57,13 @@ public:
 
 } // namespace
 
-TEST(TerminalText, ShowsControlCharactersAndKeepsLines)
+TEST(TerminalTextTest, ShowsControlCharactersAndKeepsLines)
 {
     EXPECT_EQ(terminalText(u"Größe\tx\ny\r\n"), u"Größe\tx\ny\r\n"_s);
     EXPECT_EQ(terminalText(u"a\x1b[2J\rb\a\x7f\u009b1m"), u"a\u241b[2J\u240db\u2407\u2421\ufffd1m"_s);
 }
 
-TEST(RecordingPrompts, keepsWhatWasSaidAndAnswersFromItsScript)
+TEST(RecordingPromptsTest, KeepsWhatWasSaidAndAnswersFromItsScript)
 {
     RecordingPrompts prompts;
     prompts.answerWith({Answer::No});
@@ -77,7 +77,7 @@ TEST(RecordingPrompts, keepsWhatWasSaidAndAnswersFromItsScript)
     EXPECT_EQ(prompts.texts(RecordingPrompts::Entry::Kind::Error), QStringList{u"Report \"a.rep\" already exists."_s});
 }
 
-TEST(ProgressLoop, stopsWhenAskedTo)
+TEST(ProgressLoopTest, StopsWhenAskedTo)
 {
     CountingProgress progress;
     ProgressLoop loop(&progress, 1000000, u"Reading"_s);

@@ -114,7 +114,7 @@ TEST_F(ChooseSymbolTest, EscapeGivesTheCallersMarkBack)
     EXPECT_EQ(dialog.mark(), (TubeMark{u'B', 0x112233}));
 }
 
-TEST(ChooseSymbol, KeepsASymbolThatTheTableDoesNotHave)
+TEST(SymbolChoiceTest, KeepsASymbolThatTheTableDoesNotHave)
 {
     const QTemporaryDir folder;
     tarnwick::RecordingPrompts said;

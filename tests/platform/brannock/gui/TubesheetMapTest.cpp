@@ -77,7 +77,7 @@ protected:
     int wishes = 0; ///< of selection
 };
 
-TEST_F(TubesheetMapTest, clicksSelectToggleAndAdd)
+TEST_F(TubesheetMapTest, ClicksSelectToggleAndAdd)
 {
     click(3, 4);
     EXPECT_THAT(tubes.selection(), ElementsAre(tube(3, 4)));
@@ -94,7 +94,7 @@ TEST_F(TubesheetMapTest, clicksSelectToggleAndAdd)
     EXPECT_EQ(wishes, 6);
 }
 
-TEST_F(TubesheetMapTest, theSelectionIsSeenAtOnce)
+TEST_F(TubesheetMapTest, TheSelectionIsSeenAtOnce)
 {
     const auto rim = [&](int row, int col) {
         const QPointF aside(map.scene().pitch() * map.view().scale / 2, 0);
@@ -112,7 +112,7 @@ TEST_F(TubesheetMapTest, theSelectionIsSeenAtOnce)
     EXPECT_EQ(rim(4, 4), QColor(0x33, 0x22, 0x11));
 }
 
-TEST_F(TubesheetMapTest, rubberBandAndLassoSelectWhatTheyHold)
+TEST_F(TubesheetMapTest, RubberBandAndLassoSelectWhatTheyHold)
 {
     const QPoint half(int(map.view().scale / 2), int(-map.view().scale / 2));
     drag(pos(1, 1) - half, pos(2, 3) + half);
@@ -139,7 +139,7 @@ TEST_F(TubesheetMapTest, rubberBandAndLassoSelectWhatTheyHold)
     EXPECT_EQ(tubes.selection(), kept);
 }
 
-TEST_F(TubesheetMapTest, aDragTellsItsWishAtItsEndAndNoneWhenItIsCancelled)
+TEST_F(TubesheetMapTest, ADragTellsItsWishAtItsEndAndNoneWhenItIsCancelled)
 {
     using Mode = TubesheetMap::DragMode;
     const struct
@@ -176,7 +176,7 @@ TEST_F(TubesheetMapTest, aDragTellsItsWishAtItsEndAndNoneWhenItIsCancelled)
     }
 }
 
-TEST_F(TubesheetMapTest, wheelKeepsThePlaceUnderThePointer)
+TEST_F(TubesheetMapTest, WheelKeepsThePlaceUnderThePointer)
 {
     const QPointF at(211, 307);
     const QPointF place = map.view().toMap(at);
@@ -193,7 +193,7 @@ TEST_F(TubesheetMapTest, wheelKeepsThePlaceUnderThePointer)
     EXPECT_GT(map.view().scale, scale / 3);
 }
 
-TEST_F(TubesheetMapTest, stepsOfZoomingShowWhatTheKeptPictureShows)
+TEST_F(TubesheetMapTest, StepsOfZoomingShowWhatTheKeptPictureShows)
 {
     // In a window, so that the map's pixels lie within those of the window.
     QWidget window;
@@ -226,7 +226,7 @@ TEST_F(TubesheetMapTest, stepsOfZoomingShowWhatTheKeptPictureShows)
     map.setParent(nullptr);
 }
 
-TEST_F(TubesheetMapTest, viewsOutlastAnotherSizeOfTheWidget)
+TEST_F(TubesheetMapTest, ViewsOutlastAnotherSizeOfTheWidget)
 {
     const auto resize = [this](int width, int height) {
         map.resize(width, height);
@@ -254,7 +254,7 @@ TEST_F(TubesheetMapTest, viewsOutlastAnotherSizeOfTheWidget)
     EXPECT_EQ(again, map.view()) << "the whole map, whatever the size is by now";
 }
 
-TEST_F(TubesheetMapTest, viewsBeforeAndAfterKeepTheFlip)
+TEST_F(TubesheetMapTest, ViewsBeforeAndAfterKeepTheFlip)
 {
     const double whole = map.view().scale;
     map.zoomTo(QRectF(2, 2, 3, 3));
@@ -271,7 +271,7 @@ TEST_F(TubesheetMapTest, viewsBeforeAndAfterKeepTheFlip)
     EXPECT_EQ(map.xOrientation(), 1);
 }
 
-TEST_F(TubesheetMapTest, aFittedMapIsFittedAnewByAFlip)
+TEST_F(TubesheetMapTest, AFittedMapIsFittedAnewByAFlip)
 {
     const auto expectFitted = [this] {
         const MapView shownView = map.view();
@@ -289,7 +289,7 @@ TEST_F(TubesheetMapTest, aFittedMapIsFittedAnewByAFlip)
     expectFitted();
 }
 
-TEST_F(TubesheetMapTest, fitHistoryAndDragging)
+TEST_F(TubesheetMapTest, FitHistoryAndDragging)
 {
     QSignalSpy changed(&map, &TubesheetMap::viewChanged);
     const MapView whole = map.view();
@@ -326,7 +326,7 @@ TEST_F(TubesheetMapTest, fitHistoryAndDragging)
     EXPECT_GT(sheet.height(), 200);
 }
 
-TEST_F(TubesheetMapTest, spaceDragsOrTogglesTheCursorTube)
+TEST_F(TubesheetMapTest, SpaceDragsOrTogglesTheCursorTube)
 {
     const MapView before = map.view();
     QTest::keyPress(&map, Qt::Key_Space);
@@ -359,7 +359,7 @@ TEST_F(TubesheetMapTest, spaceDragsOrTogglesTheCursorTube)
     EXPECT_THAT(tubes.selection(), ElementsAre(tube(0, 4), tube(1, 4), tube(2, 4)));
 }
 
-TEST_F(TubesheetMapTest, cursorCrossesGapsAndStaysInSight)
+TEST_F(TubesheetMapTest, CursorCrossesGapsAndStaysInSight)
 {
     steamGen = sample::uBend();
     tubes = ellery::TubeStates(steamGen.numTube());
@@ -371,7 +371,7 @@ TEST_F(TubesheetMapTest, cursorCrossesGapsAndStaysInSight)
     EXPECT_TRUE(map.rect().contains(map.posOf(map.cursorTube()).toPoint()));
 }
 
-TEST_F(TubesheetMapTest, hoveringNamesTheTube)
+TEST_F(TubesheetMapTest, HoveringNamesTheTube)
 {
     QSignalSpy hovered(&map, &TubesheetMap::hovered);
     int asked = -1;
@@ -392,7 +392,7 @@ TEST_F(TubesheetMapTest, hoveringNamesTheTube)
     EXPECT_EQ(shown(), before); // nothing is left behind
 }
 
-TEST_F(TubesheetMapTest, theCardFollowsTheSelectionAndHidesUnderDialogs)
+TEST_F(TubesheetMapTest, TheCardFollowsTheSelectionAndHidesUnderDialogs)
 {
     map.setTubeTip(true);
     const auto hasCard = [this] {
@@ -419,7 +419,7 @@ TEST_F(TubesheetMapTest, theCardFollowsTheSelectionAndHidesUnderDialogs)
     EXPECT_TRUE(hasCard()) << "the keyboard goes on from where it was";
 }
 
-TEST_F(TubesheetMapTest, zoomByRectangleAndContextMenu)
+TEST_F(TubesheetMapTest, ZoomByRectangleAndContextMenu)
 {
     QSignalSpy menu(&map, &TubesheetMap::contextMenuRequested);
     QContextMenuEvent onTube(QContextMenuEvent::Mouse, pos(2, 2), map.mapToGlobal(pos(2, 2)));
@@ -436,7 +436,7 @@ TEST_F(TubesheetMapTest, zoomByRectangleAndContextMenu)
     EXPECT_TRUE(tubes.selection().isEmpty());
 }
 
-TEST_F(TubesheetMapTest, anotherModelOrNoneIsTakenOver)
+TEST_F(TubesheetMapTest, AnotherModelOrNoneIsTakenOver)
 {
     hover(pos(9, 11));
     map.setCursorTube(tube(9, 11));

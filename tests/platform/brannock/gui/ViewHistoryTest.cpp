@@ -5,7 +5,7 @@ namespace {
 
 using namespace brannock;
 
-TEST(ViewHistory, goesBackAndForthAndForgetsWhatWasAhead)
+TEST(ViewHistoryTest, GoesBackAndForthAndForgetsWhatWasAhead)
 {
     MapView v;
     v.size = QSizeF(400, 300);

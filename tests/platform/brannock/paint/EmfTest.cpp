@@ -92,7 +92,7 @@ PictureContent content()
 
 } // namespace
 
-TEST(Emf, TheMapsPageIsAllThereAsShapesAndText)
+TEST(EmfTest, TheMapsPageIsAllThereAsShapesAndText)
 {
     ellery::SteamGen steamGen = sample::block(6, 6);
     ellery::TubeStates tubes(steamGen.numTube());
@@ -117,7 +117,7 @@ TEST(Emf, TheMapsPageIsAllThereAsShapesAndText)
     EXPECT_EQ(emf.texts.count(u"A"_s), 13);
 }
 
-TEST(Emf, TurnedShapesPathsAndSeeThroughColoursAreKept)
+TEST(EmfTest, TurnedShapesPathsAndSeeThroughColoursAreKept)
 {
     EmfDevice device(QSizeF(4, 3), 100, u"t"_s);
     QPainter painter(&device);
@@ -143,7 +143,7 @@ TEST(Emf, TurnedShapesPathsAndSeeThroughColoursAreKept)
     EXPECT_TRUE(EmfDevice(QSizeF(1, 1), 100, {}).bytes().isEmpty());
 }
 
-TEST(Emf, PicturesKeepPlacePixelsAndOrder)
+TEST(EmfTest, PicturesKeepPlacePixelsAndOrder)
 {
     QImage image(3, 2, QImage::Format_ARGB32);
     image.fill(Qt::red);
@@ -183,7 +183,7 @@ TEST(Emf, PicturesKeepPlacePixelsAndOrder)
     EXPECT_EQ(emf.number(pictures[2].at + emf.number(pictures[2].at + 56)) & 0xFFFFFF, 0xFF8080U) << "half on white";
 }
 
-TEST(Emf, AFailureLeavesTheOldFile)
+TEST(EmfTest, AFailureLeavesTheOldFile)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.emf"_s);

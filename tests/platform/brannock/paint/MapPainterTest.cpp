@@ -73,7 +73,7 @@ QColor rimColour(const QImage &image, const MapScene &scene, const MapView &view
     return image.pixelColor(pixelOf(MapPainter::pixelPosition(scene, view, tube) + QPointF(aside, 0)));
 }
 
-TEST(MapPainter, discsHaveTheirColoursWhereverTheyStand)
+TEST(MapPainterTest, DiscsHaveTheirColoursWhereverTheyStand)
 {
     ellery::SteamGen steamGen = sample::block(8, 10);
     ellery::TubeStates tubes(steamGen.numTube());
@@ -101,7 +101,7 @@ TEST(MapPainter, discsHaveTheirColoursWhereverTheyStand)
     }
 }
 
-TEST(MapPainter, everySizeFromDotsToBigDiscsIsPainted)
+TEST(MapPainterTest, EverySizeFromDotsToBigDiscsIsPainted)
 {
     ellery::SteamGen steamGen = sample::block(6, 6);
     ellery::TubeStates tubes(steamGen.numTube());
@@ -122,7 +122,7 @@ TEST(MapPainter, everySizeFromDotsToBigDiscsIsPainted)
     }
 }
 
-TEST(MapPainter, tellsWhatItPaints)
+TEST(MapPainterTest, TellsWhatItPaints)
 {
     ellery::SteamGen steamGen = sample::block(2, 3);
     ellery::TubeStates tubes(steamGen.numTube());
@@ -144,7 +144,7 @@ TEST(MapPainter, tellsWhatItPaints)
                 testing::Contains(u"tube 100.0,53.0 #ff0000 selected"_s)); // too small for symbols
 }
 
-TEST(MapPainter, leavesEverythingOutsideTheExposedRectangleAlone)
+TEST(MapPainterTest, LeavesEverythingOutsideTheExposedRectangleAlone)
 {
     const ellery::SteamGen steamGen = sample::uBend();
     const MapScene scene(steamGen, sample::markLikeAPlan(steamGen));
@@ -165,7 +165,7 @@ TEST(MapPainter, leavesEverythingOutsideTheExposedRectangleAlone)
     }
 }
 
-TEST(MapPainter, tubesOnThePlainSheetLookLikeThoseThatAreBlended)
+TEST(MapPainterTest, TubesOnThePlainSheetLookLikeThoseThatAreBlended)
 {
     ellery::SteamGen plain = sample::block(40, 60);
     ellery::TubeStates tubes(plain.numTube());
@@ -211,7 +211,7 @@ protected:
     MapCache cache;
 };
 
-TEST_F(MapCacheTest, pannedPictureEqualsAFreshOne)
+TEST_F(MapCacheTest, PannedPictureEqualsAFreshOne)
 {
     int shifted = 0;
     for (int step = 0; step < 60; ++step) {
@@ -231,7 +231,7 @@ TEST_F(MapCacheTest, pannedPictureEqualsAFreshOne)
     expectAsPaintedAnew("parts of pixels");
 }
 
-TEST_F(MapCacheTest, patchesEqualAFreshPicture)
+TEST_F(MapCacheTest, PatchesEqualAFreshPicture)
 {
     const auto patched = [&] {
         const MapScene::Change change = scene.update(tubes);
@@ -254,7 +254,7 @@ TEST_F(MapCacheTest, patchesEqualAFreshPicture)
     patched();
 }
 
-TEST_F(MapCacheTest, selectedTubesAreAddedInPlace)
+TEST_F(MapCacheTest, SelectedTubesAreAddedInPlace)
 {
     for (int i = 0; i < steamGen.numTube(); ++i)
         tubes.setSelected(i, true);
@@ -266,7 +266,7 @@ TEST_F(MapCacheTest, selectedTubesAreAddedInPlace)
     EXPECT_LT(compare(cache.image(), paint(scene, view)).pixels, 640 * 400 / 200);
 }
 
-TEST_F(MapCacheTest, largeChangesWaitForTheNextPainting)
+TEST_F(MapCacheTest, LargeChangesWaitForTheNextPainting)
 {
     tubes.clearMarks();
     EXPECT_EQ(cache.patch(scene, scene.update(tubes)).boundingRect(), QRect(0, 0, 640, 400));

@@ -38,7 +38,7 @@ PictureContent content(int entries)
     return content;
 }
 
-TEST(MapPicture, nothingOverlapsOnAnyPage)
+TEST(MapPictureTest, NothingOverlapsOnAnyPage)
 {
     const MapScene scene(sample::uBend());
     for (const int entries : {0, 1, 8, 40, 200}) {
@@ -63,7 +63,7 @@ TEST(MapPicture, nothingOverlapsOnAnyPage)
     }
 }
 
-TEST(LegendTable, elidesLongTextsAndCountsWhatDoesNotFit)
+TEST(LegendTableTest, ElidesLongTextsAndCountsWhatDoesNotFit)
 {
     QList<LegendRow> rows = legend(6);
     rows[1].description = u"A description that goes on and on until nobody reads it any more"_s;
@@ -78,7 +78,7 @@ TEST(LegendTable, elidesLongTextsAndCountsWhatDoesNotFit)
     EXPECT_THAT(table.texts(width, table.rowHeight() * 4.5).mid(2), ElementsAre(u"... and 4 more"_s));
 }
 
-TEST(MapPicture, showsTubesAndLegendInTheirColours)
+TEST(MapPictureTest, ShowsTubesAndLegendInTheirColours)
 {
     ellery::SteamGen steamGen = sample::block(6, 6);
     ellery::TubeStates tubes(steamGen.numTube());
@@ -104,7 +104,7 @@ TEST(MapPicture, showsTubesAndLegendInTheirColours)
     EXPECT_EQ(image.pixelColor(2, 2), QColor(Qt::white));
 }
 
-TEST(MapPicture, titleSubtitleAndSignaturesFindTheirPlaces)
+TEST(MapPictureTest, TitleSubtitleAndSignaturesFindTheirPlaces)
 {
     const MapScene scene(sample::block(4, 4));
     const QRectF page(0, 0, 1100, 850);
@@ -133,7 +133,7 @@ TEST(MapPicture, titleSubtitleAndSignaturesFindTheirPlaces)
     EXPECT_EQ(MapPicture(scene, what).layout(page, 100).subtitle, MapPicture(scene, what).layout(page, 100).title);
 }
 
-TEST(MapPicture, aTitleOfMegabytesIsCutWhereNoPageHasRoom)
+TEST(MapPictureTest, ATitleOfMegabytesIsCutWhereNoPageHasRoom)
 {
     PictureContent what = content(1);
     what.title = u"line of text\n"_s.repeated(500'000);
@@ -143,7 +143,7 @@ TEST(MapPicture, aTitleOfMegabytesIsCutWhereNoPageHasRoom)
     EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
 }
 
-TEST(MapPicture, aLegendThatFindsNoRoomGoesOnOnFurtherPages)
+TEST(MapPictureTest, ALegendThatFindsNoRoomGoesOnOnFurtherPages)
 {
     const MapScene scene(sample::block(4, 4));
     const QSizeF inches(11, 8.5);
@@ -174,7 +174,7 @@ TEST(MapPicture, aLegendThatFindsNoRoomGoesOnOnFurtherPages)
         EXPECT_EQ(all.count(u">Entry number %1 "_s.arg(i)), 1) << i;
 }
 
-TEST(MapPicture, modelLineCountsInGroups)
+TEST(MapPictureTest, ModelLineCountsInGroups)
 {
     ellery::SteamGen steamGen = sample::uBend();
     ellery::TubeStates tubes(steamGen.numTube());
@@ -182,7 +182,7 @@ TEST(MapPicture, modelLineCountsInGroups)
     EXPECT_EQ(modelText(steamGen, tubes), u"Model UB-51 (3,394 tubes)\n3,393 open tubes\n"_s);
 }
 
-TEST(MapPicture, writesEveryFormAndLeavesOldFilesOnFailure)
+TEST(MapPictureTest, WritesEveryFormAndLeavesOldFilesOnFailure)
 {
     const QTemporaryDir folder;
     const MapPicture picture(MapScene(sample::block(4, 4)), content(2));

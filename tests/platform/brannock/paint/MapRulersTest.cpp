@@ -40,7 +40,7 @@ MapView fitted(const MapScene &scene, const MapRulers &rulers, const QSizeF &siz
     return view;
 }
 
-TEST(MapRulers, labelsThinOutAndNeverOverlap)
+TEST(MapRulersTest, LabelsThinOutAndNeverOverlap)
 {
     const MapScene scene(sample::uBend());
     const MapRulers rulers(scene, QGuiApplication::font());
@@ -60,7 +60,7 @@ TEST(MapRulers, labelsThinOutAndNeverOverlap)
     EXPECT_THAT(few, testing::Not(testing::Contains(u"11"_s)));
 }
 
-TEST(MapRulers, stayAtTheEdgeWhenTheSheetReachesBeyondIt)
+TEST(MapRulersTest, StayAtTheEdgeWhenTheSheetReachesBeyondIt)
 {
     const MapScene scene(sample::uBend());
     const MapRulers rulers(scene, QGuiApplication::font());
@@ -79,7 +79,7 @@ TEST(MapRulers, stayAtTheEdgeWhenTheSheetReachesBeyondIt)
     EXPECT_NEAR(label.rect.center().y(), view.toView(scene.position(tube)).y(), 0.5);
 }
 
-TEST(MapRulers, askewNumberingIsNamedAtTheLines)
+TEST(MapRulersTest, AskewNumberingIsNamedAtTheLines)
 {
     // Columns that lean: each row is shifted by half a dozen pitches against the one below.
     ellery::SteamGen steamGen = sample::block(12, 12);
@@ -105,7 +105,7 @@ TEST(MapRulers, askewNumberingIsNamedAtTheLines)
     EXPECT_GE(contrast(colours.onSheet, fromColourRef(scene.options.mapColour)), 4.5);
 }
 
-TEST(ThinnedLabels, keepEndsAndRoundNumbers)
+TEST(ThinnedLabelsTest, KeepEndsAndRoundNumbers)
 {
     std::vector<Tick> ticks;
     std::vector<double> places;

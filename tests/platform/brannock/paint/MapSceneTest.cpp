@@ -11,7 +11,7 @@ namespace {
 using namespace brannock;
 using testing::ElementsAre;
 
-TEST(MapScene, updateNamesTheTubesThatLookDifferent)
+TEST(MapSceneTest, UpdateNamesTheTubesThatLookDifferent)
 {
     ellery::SteamGen steamGen = sample::block(5, 5);
     ellery::TubeStates tubes(steamGen.numTube());
@@ -44,7 +44,7 @@ TEST(MapScene, updateNamesTheTubesThatLookDifferent)
     EXPECT_TRUE(scene.isSelected(9));
 }
 
-TEST(MapScene, manyColoursOneAfterTheOtherStayBounded)
+TEST(MapSceneTest, ManyColoursOneAfterTheOtherStayBounded)
 {
     ellery::SteamGen steamGen = sample::block(2, 2);
     ellery::TubeStates tubes(steamGen.numTube());
@@ -59,7 +59,7 @@ TEST(MapScene, manyColoursOneAfterTheOtherStayBounded)
     EXPECT_TRUE(scene.isSelected(1));
 }
 
-TEST(MapScene, ticksNameRowsAndColumnsByTheirLabels)
+TEST(MapSceneTest, TicksNameRowsAndColumnsByTheirLabels)
 {
     ellery::SteamGen steamGen = sample::uBend(46, 94, true);
     const MapScene scene(steamGen);
@@ -81,7 +81,7 @@ TEST(MapScene, ticksNameRowsAndColumnsByTheirLabels)
     EXPECT_EQ(side.rows().ticks[2].label, u"D"_s);
 }
 
-TEST(TubesheetOutline, holdsEveryTubeAtADistance)
+TEST(TubesheetOutlineTest, HoldsEveryTubeAtADistance)
 {
     const ellery::SteamGen steamGen = sample::uBend();
     std::vector<QPointF> points;

@@ -22,7 +22,7 @@ bool close(const QPointF &a, const QPointF &b)
     return (a - b).manhattanLength() < 1e-9;
 }
 
-TEST(MapView, leadsThereAndBackInEveryOrientation)
+TEST(MapViewTest, LeadsThereAndBackInEveryOrientation)
 {
     for (const int x : {1, -1}) {
         for (const int y : {1, -1}) {
@@ -40,7 +40,7 @@ TEST(MapView, leadsThereAndBackInEveryOrientation)
     }
 }
 
-TEST(MapView, fitsWithinTheMargins)
+TEST(MapViewTest, FitsWithinTheMargins)
 {
     const QRectF map(-5, 10, 30, 8);
     const QMarginsF margins(40, 5, 10, 25);

@@ -7,16 +7,16 @@
 namespace {
 
 // Calls the functions through SQLite, without the compiler.
-class Functions : public ::testing::Test
+class FunctionsTest : public ::testing::Test
 {
 protected:
-    Functions()
+    FunctionsTest()
     {
         sqlite3_open(":memory:", &m_connection);
         dao::functions::registerAll(m_connection);
         execute("CREATE TABLE n(x); INSERT INTO n VALUES (2),(4),(4),(4),(5),(5),(7),(9),(NULL);");
     }
-    ~Functions() override { sqlite3_close(m_connection); }
+    ~FunctionsTest() override { sqlite3_close(m_connection); }
 
     void execute(const char *sql) { ASSERT_EQ(sqlite3_exec(m_connection, sql, nullptr, nullptr, nullptr), SQLITE_OK); }
 
@@ -57,7 +57,7 @@ protected:
 
 } // namespace
 
-TEST_F(Functions, OperatorsFollowTheDialect)
+TEST_F(FunctionsTest, OperatorsFollowTheDialect)
 {
     check({{"jet_divide(7,2)", "3.5"},
            {"jet_int_divide(7,2)", "3"},
@@ -82,7 +82,7 @@ TEST_F(Functions, OperatorsFollowTheDialect)
     checkFaults(3354, {"jet_raise(3354)"});
 }
 
-TEST_F(Functions, LikeMatchesPatternsOfTheDialect)
+TEST_F(FunctionsTest, LikeMatchesPatternsOfTheDialect)
 {
     check({{"jet_like('A*','abc')", "1"},
            {"jet_like('a#','a1')", "1"},
@@ -104,7 +104,7 @@ TEST_F(Functions, LikeMatchesPatternsOfTheDialect)
     EXPECT_EQ(value("jet_like('*a*a*a*a*a*a*a*a*b','" + text + "')"), "0");
 }
 
-TEST_F(Functions, Conversions)
+TEST_F(FunctionsTest, Conversions)
 {
     check({{"jet_cint(2.5)", "2"},
            {"jet_cint(3.5)", "4"},
@@ -132,7 +132,7 @@ TEST_F(Functions, Conversions)
     checkFaults(13, {"jet_cdbl('abc')", "jet_cdate('no date')"});
 }
 
-TEST_F(Functions, Texts)
+TEST_F(FunctionsTest, Texts)
 {
     check({{"jet_instr('AFOOBAR','foo')", "2"},
            {"jet_instr(1,'AFOOBAR','foo',0)", "0"},
@@ -162,7 +162,7 @@ TEST_F(Functions, Texts)
     checkFaults(6, {"jet_space(100000000)"});
 }
 
-TEST_F(Functions, Dates)
+TEST_F(FunctionsTest, Dates)
 {
     // 35095 is 1/31/1996; 37623 is 1/2/2003; 43103 is 1/3/2018
     check({{"jet_format(8,jet_dateadd('m',1,35095),'Short Date')", "2/29/1996"},
@@ -185,7 +185,7 @@ TEST_F(Functions, Dates)
     checkFaults(5, {"jet_dateadd('x',1,1)", "jet_dateadd('yyyy',9000,37623)", "jet_weekday(1,8)", "jet_monthname(13)"});
 }
 
-TEST_F(Functions, FormatOfNumbers)
+TEST_F(FunctionsTest, FormatOfNumbers)
 {
     check({{"jet_format(7,-12345.6789,'Currency')", "($12,345.68)"},
            {"jet_format(7,12345.6789,'Standard')", "12,345.68"},
@@ -213,7 +213,7 @@ TEST_F(Functions, FormatOfNumbers)
            {"jet_format(7,5)", "5"}});
 }
 
-TEST_F(Functions, FormatOfDatesAndTexts)
+TEST_F(FunctionsTest, FormatOfDatesAndTexts)
 {
     check({{"jet_format(8,37623.7916666667,'Short Time')", "19:00"},
            {"jet_format(8,37623,'Long Date')", "Thursday, January 02, 2003"},
@@ -234,7 +234,7 @@ TEST_F(Functions, FormatOfDatesAndTexts)
            {"jet_formatdatetime(37623,2)", "1/2/2003"}});
 }
 
-TEST_F(Functions, NumbersAndMoney)
+TEST_F(FunctionsTest, NumbersAndMoney)
 {
     check({{"jet_round(2.5)", "2.0"},
            {"jet_round(0.125,2)", "0.12"},
@@ -259,7 +259,7 @@ TEST_F(Functions, NumbersAndMoney)
     EXPECT_EQ(value("jet_rnd(0)"), first);
 }
 
-TEST_F(Functions, AssignmentsConvertOrRefuse)
+TEST_F(FunctionsTest, AssignmentsConvertOrRefuse)
 {
     check({{"jet_to_integer(2.5)", "2"},
            {"jet_to_long('1,025')", "1025"},
@@ -281,7 +281,7 @@ TEST_F(Functions, AssignmentsConvertOrRefuse)
     checkFaults(94, {"jet_not_null(NULL)"});
 }
 
-TEST_F(Functions, Aggregates)
+TEST_F(FunctionsTest, Aggregates)
 {
     checkFaults(3354, {"SELECT jet_single(x) FROM n"});
     check({{"SELECT jet_single(x) FROM n WHERE x = 9", "9"},

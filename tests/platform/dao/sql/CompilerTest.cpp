@@ -267,7 +267,7 @@ TEST_F(CompilerTest, EveryFunctionOfTheTableIsRegistered)
 
 // ---- rules and defaults of fields --------------------------------------------------------------------------------
 
-TEST(Rules, AComparisonTakesTheFieldAsItsLeftSide)
+TEST(RulesTest, AComparisonTakesTheFieldAsItsLeftSide)
 {
     EXPECT_EQ(check(u">= 0 and <= 999"_s), R"("f" IS NULL OR ("f" >= 0 AND "f" <= 999))");
     EXPECT_EQ(check(u"Between 1 And 0"_s), R"("f" IS NULL OR ("f" BETWEEN 0 AND 1))");
@@ -278,19 +278,19 @@ TEST(Rules, AComparisonTakesTheFieldAsItsLeftSide)
     EXPECT_EQ(check(u"[F] > 3 And f < 9"_s), R"("f" IS NULL OR ("f" > 3 AND "f" < 9))");
 }
 
-TEST(Rules, PatternsBecomeThoseOfTheInnerEngine)
+TEST(RulesTest, PatternsBecomeThoseOfTheInnerEngine)
 {
     EXPECT_EQ(check(u"Like \"x*_\""_s, DataType::Text), R"("f" IS NULL OR ("f" LIKE 'x%\_' ESCAPE '\'))");
     EXPECT_EQ(check(u"Like \"[A-F]#*\""_s, DataType::Text), R"("f" IS NULL OR (lower("f") GLOB '[a-f][0-9]*'))");
 }
 
-TEST(Rules, OneThatNeedsAFunctionIsNoCheck)
+TEST(RulesTest, OneThatNeedsAFunctionIsNoCheck)
 {
     EXPECT_EQ(check(u"< Date()"_s, DataType::Date), "(not pure)");
     EXPECT_THAT(ruleWithFunctions(u"< Date()"_s, field(DataType::Date)).toStdString(), HasSubstr("jet_date()"));
 }
 
-TEST(Rules, WhatIsNoRuleIsRefused)
+TEST(RulesTest, WhatIsNoRuleIsRefused)
 {
     const auto errorOf = [](const QString &rule) {
         try {
@@ -305,7 +305,7 @@ TEST(Rules, WhatIsNoRuleIsRefused)
     EXPECT_EQ(errorOf(u"> 'abc'"_s), 3464);
 }
 
-TEST(Rules, ARuleOfATableSpeaksOfItsFields)
+TEST(RulesTest, ARuleOfATableSpeaksOfItsFields)
 {
     dao::TableInfo table;
     table.name = u"t"_s;
@@ -314,7 +314,7 @@ TEST(Rules, ARuleOfATableSpeaksOfItsFields)
               uR"("a" < "b c" * 2 OR "a" IS NULL)"_s);
 }
 
-TEST(Defaults, AreConvertedToTheirField)
+TEST(DefaultsTest, AreConvertedToTheirField)
 {
     const auto sqlOf = [](const QString &text, DataType type) { return defaultExpression(text, field(type)).sql; };
     EXPECT_EQ(sqlOf(u"0"_s, DataType::Integer), u"0"_s);

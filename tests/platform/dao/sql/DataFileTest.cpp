@@ -197,17 +197,17 @@ QStringList dataFiles()
     return paths;
 }
 
-class DataFile : public testing::TestWithParam<QString>
+class DataFileTest : public testing::TestWithParam<QString>
 {
 };
 
 } // namespace
 
-TEST_P(DataFile, StatementsGiveWhatTheFileSays)
+TEST_P(DataFileTest, StatementsGiveWhatTheFileSays)
 {
     SqlFile file(GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(Sql, DataFile, testing::ValuesIn(dataFiles()), [](const auto &file) {
+INSTANTIATE_TEST_SUITE_P(Sql, DataFileTest, testing::ValuesIn(dataFiles()), [](const auto &file) {
     return QString(QFileInfo(file.param).completeBaseName()).replace(u'-', u'_').toStdString();
 });

@@ -188,7 +188,7 @@ TEST_F(HostileTest, NestsThatPeopleWriteWork)
     EXPECT_EQ(first(u"IIf(a = 8, IIf(a = 7, 1, 2), IIf(a = 7, 4, IIf(True, 5, 6)))"_s), "4");
 }
 
-TEST(HostileStoredQuery, ThatAsksForItselfByATextIsCircular)
+TEST(HostileStoredQueryTest, ThatAsksForItselfByATextIsCircular)
 {
     QTemporaryDir folder;
     dao::Workspace workspace;

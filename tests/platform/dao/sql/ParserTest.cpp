@@ -61,7 +61,7 @@ std::string criterion(const QString &text)
 
 } // namespace
 
-TEST(Parser, OperatorsBindInTheOrderOfTheDialect)
+TEST(ParserTest, OperatorsBindInTheOrderOfTheDialect)
 {
     EXPECT_EQ(parsed(u"-a ^ 2 ^ b"_s), "(neg (^ (^ a 2) b))");
     EXPECT_EQ(parsed(u"a + b * c \\ d Mod e & f"_s), "(& (+ a (mod (\\ (* b c) d) e)) f)");
@@ -75,7 +75,7 @@ TEST(Parser, OperatorsBindInTheOrderOfTheDialect)
     EXPECT_EQ(parsed(u"a - -b - c"_s), "(- (- a (neg b)) c)");
 }
 
-TEST(Parser, WordsOfTheGrammarAreNamesWhereTheyCanBeNothingElse)
+TEST(ParserTest, WordsOfTheGrammarAreNamesWhereTheyCanBeNothingElse)
 {
     EXPECT_EQ(parsed(u"ra.index + r.desc"_s), "(+ ra.index r.desc)");
     EXPECT_EQ(parsed(u"desc & index & Left & [select]"_s), "(& (& (& desc index) Left) select)");
@@ -85,7 +85,7 @@ TEST(Parser, WordsOfTheGrammarAreNamesWhereTheyCanBeNothingElse)
     EXPECT_EQ(parsed(u"@p + Count(*)"_s), "(+ @p (Count *))");
 }
 
-TEST(Parser, CriteriaOfRulesImplyTheField)
+TEST(ParserTest, CriteriaOfRulesImplyTheField)
 {
     EXPECT_EQ(criterion(u">= 0 and <= 999"_s), "(and (>= _ 0) (<= _ 999))");
     EXPECT_EQ(criterion(u"5"_s), "(= _ 5)");
@@ -94,7 +94,7 @@ TEST(Parser, CriteriaOfRulesImplyTheField)
     EXPECT_EQ(criterion(u"Between 1 And 5"_s), "(between _ 1 5)");
 }
 
-TEST(Parser, NodesKnowTheirPlace)
+TEST(ParserTest, NodesKnowTheirPlace)
 {
     const QString text = u"  a + (b * 3)"_s;
     const ast::ExprPtr expr = ast::Parser(text).parseLoneExpression();
@@ -104,7 +104,7 @@ TEST(Parser, NodesKnowTheirPlace)
     EXPECT_EQ(text.mid(sum->right->range.start, sum->right->range.length), u"b * 3"_s);
 }
 
-TEST(Parser, SyntaxIsCheckedWithoutASchema)
+TEST(ParserTest, SyntaxIsCheckedWithoutASchema)
 {
     EXPECT_NO_THROW(checkSyntax(u"SELECT anything FROM anywhere WHERE Foo(1) = [x];"_s));
     EXPECT_NO_THROW(checkSyntax(u"PROCEDURE p [a] Long, [b] Text ( 20 ); UPDATE t SET a = [a] WHERE b = [b]"_s));
@@ -120,7 +120,7 @@ TEST(Parser, SyntaxIsCheckedWithoutASchema)
 }
 
 // Each prefix of a statement must be parsed or refused with a place inside it.
-TEST(Parser, EveryPrefixOfAStatementEndsWell)
+TEST(ParserTest, EveryPrefixOfAStatementEndsWell)
 {
     const QString statements[] = {
         u"PARAMETERS [x] Long; SELECT DISTINCT TOP 5 PERCENT a.[b c], Count(*) AS n, (SELECT Max(x) FROM u) FROM (t AS "

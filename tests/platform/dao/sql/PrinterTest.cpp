@@ -28,7 +28,7 @@ std::string statement(const char *text)
 
 } // namespace
 
-TEST(Printer, ParenthesesStandWhereTheMeaningAsksForThem)
+TEST(PrinterTest, ParenthesesStandWhereTheMeaningAsksForThem)
 {
     const Printed cases[] = {
         {"((a + b)) * (c * d)", "(a + b) * (c * d)"},
@@ -56,7 +56,7 @@ TEST(Printer, ParenthesesStandWhereTheMeaningAsksForThem)
     }
 }
 
-TEST(Printer, NamesAndLiteralsAreWrittenAsTheyAreRead)
+TEST(PrinterTest, NamesAndLiteralsAreWrittenAsTheyAreRead)
 {
     const Printed cases[] = {
         {"[row] + [a b] + `x]y` + [12]", "row + [a b] + `x]y` + [12]"},
@@ -78,7 +78,7 @@ TEST(Printer, NamesAndLiteralsAreWrittenAsTheyAreRead)
     }
 }
 
-TEST(Printer, StatementsOfEveryKind)
+TEST(PrinterTest, StatementsOfEveryKind)
 {
     const Printed cases[] = {
         {"parameters [x y] long, z text ( 20 ), v value; select distinct top 5 percent t.*, *, a+1 b1 from t", nullptr},

@@ -13,7 +13,7 @@ QString pooled(dao::store::TextPool &pool, const QByteArray &utf8)
     return pool.text(utf8.constData(), utf8.size());
 }
 
-TEST(TextPool, EveryTextIsTheOneThatWasRead)
+TEST(TextPoolTest, EveryTextIsTheOneThatWasRead)
 {
     dao::store::TextPool pool;
     QList<QByteArray> texts{"", "a", "A", "NDD", "NDE", QByteArray("ab\0c", 4), "R10HC00001.003", "R10HC00001.004"};
@@ -30,14 +30,14 @@ TEST(TextPool, EveryTextIsTheOneThatWasRead)
     }
 }
 
-TEST(TextPool, ACodeThatComesAgainIsNotMadeAgain)
+TEST(TextPoolTest, ACodeThatComesAgainIsNotMadeAgain)
 {
     dao::store::TextPool pool;
     const QString first = pooled(pool, "NDD");
     EXPECT_EQ(pooled(pool, "NDD").constData(), first.constData());
 }
 
-TEST(KeyList, KeepsItsKeysAsItGrowsAndShrinks)
+TEST(KeyListTest, KeepsItsKeysAsItGrowsAndShrinks)
 {
     constexpr size_t kKeys = 10'000;
     dao::KeyList keys;

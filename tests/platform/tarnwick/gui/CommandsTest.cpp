@@ -104,13 +104,13 @@ public:
 
 } // namespace
 
-TEST(Commands, ACompleteDialogHasNoFaults)
+TEST(CommandsTest, ACompleteDialogHasNoFaults)
 {
     ListDialog dialog;
     EXPECT_EQ(dialog.actions.faults(), QStringList());
 }
 
-TEST(Commands, EverythingOfACommandIsEnabledCheckedAndExplainedTogether)
+TEST(CommandsTest, EverythingOfACommandIsEnabledCheckedAndExplainedTogether)
 {
     ListDialog dialog;
     auto *button = dialog.tools->findChild<QToolButton *>(u"run"_s);
@@ -145,7 +145,7 @@ TEST(Commands, EverythingOfACommandIsEnabledCheckedAndExplainedTogether)
     EXPECT_EQ(save->iconText(), u"Save \"a & b\""_s);
 }
 
-TEST(Commands, KeysWorkWhereTheTableSays)
+TEST(CommandsTest, KeysWorkWhereTheTableSays)
 {
     ListDialog dialog;
     dialog.show();
@@ -163,7 +163,7 @@ TEST(Commands, KeysWorkWhereTheTableSays)
     EXPECT_EQ(kTable.row(u"copy")->keyList(), (QStringList{u"Ctrl+C"_s, u"Ctrl+Ins"_s}));
 }
 
-TEST(Commands, AListFillsItsMenuWhenItOpens)
+TEST(CommandsTest, AListFillsItsMenuWhenItOpens)
 {
     ListDialog dialog;
     const QAction *none = dialog.actions.action(NoRecent);
@@ -185,7 +185,7 @@ TEST(Commands, AListFillsItsMenuWhenItOpens)
     EXPECT_TRUE(none->isVisible() && !second->isVisible());
 }
 
-TEST(Commands, FaultsAreFound)
+TEST(CommandsTest, FaultsAreFound)
 {
     static constexpr CommandRow rows[] = {
         {0, u"&Open", u"Open", Always, u"Ctrl+O|Alt+F"},

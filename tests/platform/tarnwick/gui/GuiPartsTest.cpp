@@ -53,7 +53,7 @@ void pressEscape(QMessageBox &box)
 
 } // namespace
 
-TEST(BoxPrompts, showsNumberAndTextAsTheyAre)
+TEST(BoxPromptsTest, ShowsNumberAndTextAsTheyAre)
 {
     QGuiApplication::setApplicationDisplayName(u"ARVO"_s);
     QStringList status;
@@ -68,7 +68,7 @@ TEST(BoxPrompts, showsNumberAndTextAsTheyAre)
     EXPECT_EQ(status, QStringList{u"Stored 3."_s});
 }
 
-TEST(BoxPrompts, givesTheAnswerOfTheButtonOrOfClosing)
+TEST(BoxPromptsTest, GivesTheAnswerOfTheButtonOrOfClosing)
 {
     QWidget parent;
     BoxPrompts prompts(&parent);
@@ -93,7 +93,7 @@ TEST(BoxPrompts, givesTheAnswerOfTheButtonOrOfClosing)
     EXPECT_EQ(prompts.question(Buttons::NoYes, question), Answer::No);
 }
 
-TEST(BoxPrompts, takeTheWaitCursorAwayWhileTheyAreOpen)
+TEST(BoxPromptsTest, TakeTheWaitCursorAwayWhileTheyAreOpen)
 {
     BoxPrompts prompts(nullptr);
     SeenBox seen;
@@ -107,14 +107,14 @@ TEST(BoxPrompts, takeTheWaitCursorAwayWhileTheyAreOpen)
     EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
 }
 
-TEST(ProgressDialog, opensForWorkThatOnlyAsks)
+TEST(ProgressDialogTest, OpensForWorkThatOnlyAsks)
 {
     ProgressDialog progress(nullptr, u"Update Map"_s, std::chrono::milliseconds(0));
     EXPECT_FALSE(progress.cancelled());
     EXPECT_TRUE(progress.dialog()->isVisible());
 }
 
-TEST(ProgressDialog, quickWorkShowsNothing)
+TEST(ProgressDialogTest, QuickWorkShowsNothing)
 {
     ProgressDialog progress(nullptr, u"Upload"_s, std::chrono::hours(1));
     progress.report(1, 10, u"Reading"_s);
@@ -122,7 +122,7 @@ TEST(ProgressDialog, quickWorkShowsNothing)
     EXPECT_FALSE(progress.cancelled());
 }
 
-TEST(ProgressDialog, isModalAndItsCancelStopsTheWork)
+TEST(ProgressDialogTest, IsModalAndItsCancelStopsTheWork)
 {
     ProgressDialog progress(nullptr, u"Upload"_s, std::chrono::milliseconds(0));
     progress.report(5'000'000'000, 10'000'000'000, u"Reading"_s);
@@ -136,7 +136,7 @@ TEST(ProgressDialog, isModalAndItsCancelStopsTheWork)
     EXPECT_THROW(loop.tick(1), Cancelled);
 }
 
-TEST(Guarded, letsNoExceptionPass)
+TEST(GuardedTest, LetsNoExceptionPass)
 {
     RecordingPrompts prompts;
     EXPECT_TRUE(guarded(prompts, [] {}));
@@ -171,7 +171,7 @@ struct Window : QWidget
 
 } // namespace
 
-TEST(StateKeeper, windowsAreOnTheScreenWithTheirWholeFrame)
+TEST(StateKeeperTest, WindowsAreOnTheScreenWithTheirWholeFrame)
 {
     const support::TemporaryFolder folder;
     qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
@@ -189,7 +189,7 @@ TEST(StateKeeper, windowsAreOnTheScreenWithTheirWholeFrame)
     qunsetenv("XDG_CONFIG_HOME");
 }
 
-TEST(StateKeeper, windowsComeBackAsTheyWereLeft)
+TEST(StateKeeperTest, WindowsComeBackAsTheyWereLeft)
 {
     const support::TemporaryFolder folder;
     qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());

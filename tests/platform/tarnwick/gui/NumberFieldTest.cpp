@@ -12,7 +12,7 @@
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
 
-TEST(StepRange, goesRoundWhereAWholeStepDoesNotFit)
+TEST(StepRangeTest, GoesRoundWhereAWholeStepDoesNotFit)
 {
     const StepRange percent{0, 100};
     EXPECT_EQ(percent.increased(99, 1), 100);
@@ -50,7 +50,7 @@ protected:
     QSignalSpy edited{&field, &NumberField::numberEdited};
 };
 
-TEST_F(NumberFieldTest, stepsByTheButtonsOfTheMouse)
+TEST_F(NumberFieldTest, StepsByTheButtonsOfTheMouse)
 {
     EXPECT_EQ(field.text(), u" 10%"_s);
     click(Qt::LeftButton);
@@ -70,7 +70,7 @@ TEST_F(NumberFieldTest, stepsByTheButtonsOfTheMouse)
     EXPECT_EQ(field.whole(), 1100);
 }
 
-TEST_F(NumberFieldTest, repeatsWhileHeldDown)
+TEST_F(NumberFieldTest, RepeatsWhileHeldDown)
 {
     QElapsedTimer clock;
     clock.start();
@@ -87,7 +87,7 @@ TEST_F(NumberFieldTest, repeatsWhileHeldDown)
     EXPECT_EQ(field.whole(), stopped);
 }
 
-TEST_F(NumberFieldTest, stepsByArrowsKeysAndWheel)
+TEST_F(NumberFieldTest, StepsByArrowsKeysAndWheel)
 {
     const QRect face = field.rect();
     QTest::mouseClick(&field, Qt::LeftButton, {}, {face.right() - 6, face.bottom() - 6});
@@ -105,7 +105,7 @@ TEST_F(NumberFieldTest, stepsByArrowsKeysAndWheel)
     EXPECT_EQ(edited.count(), 6);
 }
 
-TEST_F(NumberFieldTest, takesTypedNumbersWithinItsLimits)
+TEST_F(NumberFieldTest, TakesTypedNumbersWithinItsLimits)
 {
     const auto type = [this](const QString &keys) {
         field.selectAll();
@@ -131,7 +131,7 @@ TEST_F(NumberFieldTest, takesTypedNumbersWithinItsLimits)
 }
 
 /// A dialog writes every field anew at each key.
-TEST_F(NumberFieldTest, isNotWrittenOverWhileANumberIsTyped)
+TEST_F(NumberFieldTest, IsNotWrittenOverWhileANumberIsTyped)
 {
     QObject::connect(&field, &NumberField::numberEdited, &field, [this](double number) {
         field.setFormat(u"%3d%%"_s);
@@ -143,7 +143,7 @@ TEST_F(NumberFieldTest, isNotWrittenOverWhileANumberIsTyped)
     EXPECT_EQ(field.whole(), 25);
 }
 
-TEST_F(NumberFieldTest, takesNumbersWithoutAUnit)
+TEST_F(NumberFieldTest, TakesNumbersWithoutAUnit)
 {
     NumberField plain;
     plain.setLimits(1, 50);
@@ -155,7 +155,7 @@ TEST_F(NumberFieldTest, takesNumbersWithoutAUnit)
     EXPECT_EQ(plain.text(), u"37"_s);
 }
 
-TEST_F(NumberFieldTest, speaksOfTheUsersChangesOnly)
+TEST_F(NumberFieldTest, SpeaksOfTheUsersChangesOnly)
 {
     field.setNumber(42);
     field.setLimits(0, 30);

@@ -27,7 +27,7 @@ QString readError(const QByteArray &content, const QStringList &required = {u"ro
     return u"no error"_s;
 }
 
-TEST(JFileTable, ReadsWhatSpreadsheetsWrite)
+TEST(JFileTableTest, ReadsWhatSpreadsheetsWrite)
 {
     // Byte order mark, Windows line ends, quoted cells, blanks in the heading, an empty column at the end, short lines.
     const JFileTable table = JFileTable::parse(
@@ -46,7 +46,7 @@ TEST(JFileTable, ReadsWhatSpreadsheetsWrite)
     EXPECT_EQ(JFileTable::parse(wide, u"t.txt"_s, {u"row"_s}).text(0, 0), u"5");
 }
 
-TEST(JFileTable, WrittenCellsComeBack)
+TEST(JFileTableTest, WrittenCellsComeBack)
 {
     JFileTable table({u"a"_s, u"b"_s});
     const QStringList texts = {u"#1"_s,      u"!note"_s, u"\"quoted\""_s, u"tab\tand\nline\r\\end"_s,
@@ -61,7 +61,7 @@ TEST(JFileTable, WrittenCellsComeBack)
     }
 }
 
-TEST(JFileTable, SaysWhatIsWrongAndWhere)
+TEST(JFileTableTest, SaysWhatIsWrongAndWhere)
 {
     EXPECT_EQ(readError(""), u"0: The file has no heading line with column names.");
     EXPECT_EQ(readError("col\n1\n"), u"1: The heading has no column 'row'.");
@@ -74,7 +74,7 @@ TEST(JFileTable, SaysWhatIsWrongAndWhere)
     EXPECT_EQ(readError("row\n1\nG\xF6\n"), u"3: The text is not UTF-8; save it as Unicode text.");
 }
 
-TEST(TableScanner, AFileOfThePresentVersionIsReadWholeOrNotAtAll)
+TEST(TableScannerTest, AFileOfThePresentVersionIsReadWholeOrNotAtAll)
 {
     fenwright::TableWriter writer;
     writer.property(u"name"_s, u"Plan A"_s);
@@ -116,7 +116,7 @@ TEST(TableScanner, AFileOfThePresentVersionIsReadWholeOrNotAtAll)
                                       u"complete, add a line end.");
 }
 
-TEST(TableScanner, AHundredThousandColumnsTakeNoTime)
+TEST(TableScannerTest, AHundredThousandColumnsTakeNoTime)
 {
     QByteArray heading = "row";
     for (int i = 0; i < 100'000; ++i)
@@ -128,7 +128,7 @@ TEST(TableScanner, AHundredThousandColumnsTakeNoTime)
     EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
 }
 
-TEST(TableScanner, NumbersAreChecked)
+TEST(TableScannerTest, NumbersAreChecked)
 {
     TableScanner table("!Name\tPlan A\nn\tx\n+7\t 1.5 \n1e3\tnan\n\t1,5\n99999999999999999999\t1e999\n", u"t.txt"_s,
                        {u"n"_s});
@@ -155,7 +155,7 @@ TEST(TableScanner, NumbersAreChecked)
     EXPECT_FALSE(table.next());
 }
 
-TEST(CellTime, FilesMeanTheSameInEveryLocale)
+TEST(CellTimeTest, FilesMeanTheSameInEveryLocale)
 {
     const auto noon = tarnwick::JDateTime::fromLocal(2020, 3, 4, 12);
     for (const char *text :
@@ -167,7 +167,7 @@ TEST(CellTime, FilesMeanTheSameInEveryLocale)
         EXPECT_FALSE(fenwright::cellTime(text)) << text;
 }
 
-TEST(JsonSettings, RefusesOtherKindsTypesAndVersions)
+TEST(JsonSettingsTest, RefusesOtherKindsTypesAndVersions)
 {
     const QTemporaryDir dir;
     const QString path = dir.filePath(u"s.json"_s);
@@ -196,7 +196,7 @@ TEST(JsonSettings, RefusesOtherKindsTypesAndVersions)
     EXPECT_EQ(fenwright::jsonNumber(0.1f), 0.1);
 }
 
-TEST(SiteInfo, RecordComesBackAndNewerVersionsAreRefused)
+TEST(SiteInfoTest, RecordComesBackAndNewerVersionsAreRefused)
 {
     fenwright::SiteInfo site{u"S1"_s, u"Site"_s, u"1"_s, u"SGA"_s, u"A"_s, u"M"_s, u"R10"_s};
     tarnwick::JFile out = tarnwick::JFile::forWriting(u"site"_s);

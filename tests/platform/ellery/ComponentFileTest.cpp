@@ -10,7 +10,7 @@ using ellery::SteamGen;
 
 namespace {
 
-class ComponentFile : public testing::Test
+class ComponentFileTest : public testing::Test
 {
 protected:
     void SetUp() override
@@ -36,7 +36,7 @@ protected:
     QTemporaryDir dir;
 };
 
-TEST_F(ComponentFile, SpreadsheetMinimumIsEnough)
+TEST_F(ComponentFileTest, SpreadsheetMinimumIsEnough)
 {
     const SteamGen gen = ellery::readComponent(dir.path());
     ASSERT_EQ(gen.numTube(), 2);
@@ -47,7 +47,7 @@ TEST_F(ComponentFile, SpreadsheetMinimumIsEnough)
     EXPECT_EQ(gen.uncountedTables, QStringList{u"tubes.txt"_s});
 }
 
-TEST_F(ComponentFile, WhatIsWrittenComesBack)
+TEST_F(ComponentFileTest, WhatIsWrittenComesBack)
 {
     SteamGen gen;
     gen.name = u"SGB"_s;
@@ -113,7 +113,7 @@ TEST_F(ComponentFile, WhatIsWrittenComesBack)
     EXPECT_FALSE(QFile::exists(dir.filePath(u"marks.txt"_s))) << "marks that are gone must not come back";
 }
 
-TEST_F(ComponentFile, WrongTubesAreNamedWithTheirLines)
+TEST_F(ComponentFileTest, WrongTubesAreNamedWithTheirLines)
 {
     put(u"tubes.txt"_s, "row\tcol\tx\ty\n1\t1\t0\t0\n# note\n1\t2\t0\t0\n1\t1\t5\t5\n");
     EXPECT_EQ(error(), u"tubes.txt:5: The tube of section 0, row 1, column 1 occurs twice, in lines 2 and 5.");
@@ -129,7 +129,7 @@ TEST_F(ComponentFile, WrongTubesAreNamedWithTheirLines)
     EXPECT_TRUE(error().startsWith(u"tubes.txt:0: "));
 }
 
-TEST_F(ComponentFile, WrongLabelsAndLandmarksAreNamedWithTheirLines)
+TEST_F(ComponentFileTest, WrongLabelsAndLandmarksAreNamedWithTheirLines)
 {
     put(u"labels.txt"_s, "axis\tnumber\tlabel\nrow\t1\tA\nrow\t2\ta\n");
     EXPECT_EQ(error(), u"labels.txt:3: The row label 'a' occurs twice, in lines 2 and 3.");

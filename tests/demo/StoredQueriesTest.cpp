@@ -12,7 +12,7 @@
 using namespace Qt::StringLiterals;
 
 // That each finds rows is tested with the project that ./run makes.
-TEST(StoredQueries, EveryQueryIsTheSameWhenItIsPrinted)
+TEST(StoredQueriesTest, EveryQueryIsTheSameWhenItIsPrinted)
 {
     using namespace dao::sql;
     const QTemporaryDir folder;

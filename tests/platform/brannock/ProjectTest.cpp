@@ -16,7 +16,7 @@ using tarnwick::JDateTime;
 
 namespace {
 
-class ProjectFolder : public testing::Test
+class ProjectFolderTest : public testing::Test
 {
 protected:
     void SetUp() override
@@ -55,7 +55,7 @@ protected:
     QTemporaryDir dir;
 };
 
-TEST_F(ProjectFolder, SettingsComeBack)
+TEST_F(ProjectFolderTest, SettingsComeBack)
 {
     const Project project = Project::load(dir.path());
     EXPECT_TRUE(project.isLoaded());
@@ -75,7 +75,7 @@ TEST_F(ProjectFolder, SettingsComeBack)
     EXPECT_TRUE(QDir(dir.filePath(u"map_headers"_s)).exists());
 }
 
-TEST_F(ProjectFolder, WrongSettingsAreNamed)
+TEST_F(ProjectFolderTest, WrongSettingsAreNamed)
 {
     replace("\"date\": \"2016-04-01\"", "\"date\": \"April\"");
     EXPECT_EQ(error(), u"project.json:0: Setting 'outages[0].date': 'April' is not a date.");
@@ -94,7 +94,7 @@ TEST_F(ProjectFolder, WrongSettingsAreNamed)
     EXPECT_EQ(error(), u"project.json:0: The folder is not a project: it has no project.json.");
 }
 
-TEST_F(ProjectFolder, OwnDefectListReplacesTheStandardOne)
+TEST_F(ProjectFolderTest, OwnDefectListReplacesTheStandardOne)
 {
     EXPECT_TRUE(Project::load(dir.path()).defects.isRequiredField(u"DNT", DefectList::Volts));
     tarnwick::writeFileAtomically(dir.filePath(u"defects.txt"_s), "code\trequired\nGEO\tvolts, phase\n");
@@ -106,7 +106,7 @@ TEST_F(ProjectFolder, OwnDefectListReplacesTheStandardOne)
     EXPECT_EQ(error(), u"defects.txt:2: Column 'required': 'volt' is not one of location, volts, phase, percent.");
 }
 
-TEST_F(ProjectFolder, LongListsOfOutagesAndCodesTakeNoTime)
+TEST_F(ProjectFolderTest, LongListsOfOutagesAndCodesTakeNoTime)
 {
     Project project = Project::load(dir.path());
     QByteArray codes = "code\n";
@@ -126,7 +126,7 @@ TEST_F(ProjectFolder, LongListsOfOutagesAndCodesTakeNoTime)
     EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
 }
 
-TEST(DefectList, StandardCodesNeedWhatTheTradeMeasures)
+TEST(DefectListTest, StandardCodesNeedWhatTheTradeMeasures)
 {
     const DefectList list = DefectList::standard();
     for (const QStringView code : {u"PCNT", u"DNT", u"SAI", u"VOL", u"WAR"})
@@ -135,7 +135,7 @@ TEST(DefectList, StandardCodesNeedWhatTheTradeMeasures)
         EXPECT_FALSE(list.isRequiredField(code, 2)) << code.toString().toStdString();
 }
 
-TEST(SystemOption, RecentProjectsAreStoredWithoutDoubles)
+TEST(SystemOptionTest, RecentProjectsAreStoredWithoutDoubles)
 {
     const QTemporaryDir dir;
     brannock::SystemOption options;

@@ -35,7 +35,7 @@ SteamGen sectioned()
     return gen;
 }
 
-TEST(SteamGen, FindsTubesByAddressOnly)
+TEST(SteamGenTest, FindsTubesByAddressOnly)
 {
     const SteamGen gen = plain();
     EXPECT_EQ(gen.findTube(1, 2, 0), 1);
@@ -47,7 +47,7 @@ TEST(SteamGen, FindsTubesByAddressOnly)
     EXPECT_EQ(SteamGen().maxNumber(Axis::Row), -1);
 }
 
-TEST(TubeStates, CountsFollowEveryChange)
+TEST(TubeStatesTest, CountsFollowEveryChange)
 {
     TubeStates tubes(4);
     tubes.setMark(0, {u'A', 0xFF});
@@ -73,7 +73,7 @@ TEST(TubeStates, CountsFollowEveryChange)
     EXPECT_THAT(tubes.selection(), ElementsAre(2));
 }
 
-TEST(SteamGen, NumbersAreTheirOwnLabelsUnlessThereAreSome)
+TEST(SteamGenTest, NumbersAreTheirOwnLabelsUnlessThereAreSome)
 {
     const SteamGen gen = plain();
     EXPECT_FALSE(gen.hasSections());
@@ -96,7 +96,7 @@ TEST(SteamGen, NumbersAreTheirOwnLabelsUnlessThereAreSome)
     EXPECT_EQ(labelled.stringToSec(u"A"), -1);
 }
 
-TEST(SteamGen, NamesAndTypedAddressesAgree)
+TEST(SteamGenTest, NamesAndTypedAddressesAgree)
 {
     const SteamGen gen = plain();
     EXPECT_EQ(gen.tubeName(12, 47, 0), u"ROW 12 COL 47");
@@ -115,7 +115,7 @@ TEST(SteamGen, NamesAndTypedAddressesAgree)
     EXPECT_EQ(labelled.parseTube(u"R3 5"), -1) << "the section is needed";
 }
 
-TEST(Landmarks, LongerBendsMoveTheOutletSide)
+TEST(LandmarksTest, LongerBendsMoveTheOutletSide)
 {
     ellery::Landmark bar;
     bar.pos = 400;

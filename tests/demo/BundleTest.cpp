@@ -49,7 +49,7 @@ std::pair<int, int> faults(const SteamGen &gen)
     return {close, alone};
 }
 
-TEST(Bundle, DefaultIsAHalfRoundBundleOf46RowsAnd94Columns)
+TEST(BundleTest, DefaultIsAHalfRoundBundleOf46RowsAnd94Columns)
 {
     const SteamGen gen = demo::makeBundle(DemoOptions());
     SCOPED_TRACE(rowLengths(gen));
@@ -74,7 +74,7 @@ TEST(Bundle, DefaultIsAHalfRoundBundleOf46RowsAnd94Columns)
     EXPECT_TRUE(gen[gen.findTube(46, 47, 0)].periphery);
 }
 
-TEST(Bundle, AskedNumberOfTubesIsMetInEveryShape)
+TEST(BundleTest, AskedNumberOfTubesIsMetInEveryShape)
 {
     for (const int tubes : {10, 37, 800, 3388, 16000}) {
         for (const bool triangular : {false, true}) {
@@ -91,7 +91,7 @@ TEST(Bundle, AskedNumberOfTubesIsMetInEveryShape)
     }
 }
 
-TEST(Bundle, OnceThroughIsRoundAndItsSectionsCountTheirOwnColumns)
+TEST(BundleTest, OnceThroughIsRoundAndItsSectionsCountTheirOwnColumns)
 {
     for (const int sections : {2, 4, 5}) {
         DemoOptions options;
@@ -122,7 +122,7 @@ TEST(Bundle, OnceThroughIsRoundAndItsSectionsCountTheirOwnColumns)
     }
 }
 
-TEST(Bundle, LandmarksFollowTheTubeFromEndToEnd)
+TEST(BundleTest, LandmarksFollowTheTubeFromEndToEnd)
 {
     for (const Kind kind : {Kind::Recirculating, Kind::OnceThrough}) {
         DemoOptions options;

@@ -17,7 +17,7 @@ using tarnwick::JDateTime;
 
 namespace {
 
-class ResultFiles : public testing::Test
+class ResultFilesTest : public testing::Test
 {
 protected:
     void put(const QByteArray &content) { tarnwick::writeFileAtomically(path, content); }
@@ -76,7 +76,7 @@ ReportEntry fullEntry()
     return e;
 }
 
-TEST_F(ResultFiles, AFullDiskKeepsTheOldFile)
+TEST_F(ResultFilesTest, AFullDiskKeepsTheOldFile)
 {
     Report report;
     report.entries = {fullEntry()};
@@ -90,7 +90,7 @@ TEST_F(ResultFiles, AFullDiskKeepsTheOldFile)
     }
 }
 
-TEST_F(ResultFiles, ReportComesBackWhole)
+TEST_F(ResultFilesTest, ReportComesBackWhole)
 {
     Report report;
     ReportEntry header;
@@ -136,7 +136,7 @@ TEST_F(ResultFiles, ReportComesBackWhole)
     expectEveryCutRefused([&] { again.loadReport(path); });
 }
 
-TEST_F(ResultFiles, FailedReportLoadChangesNothing)
+TEST_F(ResultFilesTest, FailedReportLoadChangesNothing)
 {
     Report report;
     report.entries = {fullEntry()};
@@ -166,7 +166,7 @@ TEST_F(ResultFiles, FailedReportLoadChangesNothing)
     EXPECT_FALSE(report.isCounted) << "files of the older version are read, and the user told";
 }
 
-TEST_F(ResultFiles, StoreInModeZeroKeepsAnExistingReport)
+TEST_F(ResultFilesTest, StoreInModeZeroKeepsAnExistingReport)
 {
     put("mine");
     EXPECT_EQ(error([&] { Report().storeReport(path, 0); }), u"0: The file exists already.");
@@ -177,7 +177,7 @@ TEST_F(ResultFiles, StoreInModeZeroKeepsAnExistingReport)
     EXPECT_EQ(report.numEntry(), 0);
 }
 
-TEST_F(ResultFiles, LargeReportComesBack)
+TEST_F(ResultFilesTest, LargeReportComesBack)
 {
     Report report;
     for (int i = 0; i < 5000; ++i) {
@@ -199,7 +199,7 @@ TEST_F(ResultFiles, LargeReportComesBack)
     }
 }
 
-TEST_F(ResultFiles, HistoryComesBackWithItsSite)
+TEST_F(ResultFilesTest, HistoryComesBackWithItsSite)
 {
     History history;
     history.site = fullEntry().site;
@@ -234,7 +234,7 @@ TEST_F(ResultFiles, HistoryComesBackWithItsSite)
     EXPECT_EQ(again.entries.size(), 2);
 }
 
-TEST_F(ResultFiles, PlanComesBackAndSortsStably)
+TEST_F(ResultFilesTest, PlanComesBackAndSortsStably)
 {
     InspPlan plan;
     plan.name = u"Bars\t2"_s;

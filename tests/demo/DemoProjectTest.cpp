@@ -96,11 +96,11 @@ DemoOptions small(demo::Kind kind = demo::Kind::Recirculating)
     return options;
 }
 
-class DemoProject : public testing::TestWithParam<demo::Kind>
+class DemoProjectTest : public testing::TestWithParam<demo::Kind>
 {
 };
 
-TEST_P(DemoProject, EveryResultIsWhatAnUploadNeeds)
+TEST_P(DemoProjectTest, EveryResultIsWhatAnUploadNeeds)
 {
     const Made made(small(GetParam()));
     EXPECT_EQ(made.all().size(), 6000) << "the asked number, texts of the present outage included";
@@ -143,12 +143,12 @@ TEST_P(DemoProject, EveryResultIsWhatAnUploadNeeds)
         ASSERT_EQ(e.entryTime.toString(u"%m/%Y"), made.project.outageDate().toString(u"%m/%Y"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, DemoProject, testing::Values(demo::Kind::Recirculating, demo::Kind::OnceThrough),
+INSTANTIATE_TEST_SUITE_P(Kinds, DemoProjectTest, testing::Values(demo::Kind::Recirculating, demo::Kind::OnceThrough),
                          [](const auto &kind) {
                              return kind.param == demo::Kind::OnceThrough ? "OnceThrough" : "Recirculating";
                          });
 
-TEST(DemoShares, CodesAndDepthsArePlausible)
+TEST(DemoSharesTest, CodesAndDepthsArePlausible)
 {
     DemoOptions options;
     options.entries = 20000;
@@ -189,7 +189,7 @@ TEST(DemoShares, CodesAndDepthsArePlausible)
     EXPECT_NEAR(double(shrunk) / double(growths.size()), 0.07, 0.06);
 }
 
-TEST(DemoFiles, SameSeedSameBytesAnotherSeedOtherBytes)
+TEST(DemoFilesTest, SameSeedSameBytesAnotherSeedOtherBytes)
 {
     const QTemporaryDir dir;
     DemoOptions options = small();
@@ -202,7 +202,7 @@ TEST(DemoFiles, SameSeedSameBytesAnotherSeedOtherBytes)
     EXPECT_NE(fingerprint(dir.filePath(u"a"_s)), fingerprint(dir.filePath(u"c"_s)));
 }
 
-TEST(DemoFiles, PlansListsAndQueriesCanBeUsed)
+TEST(DemoFilesTest, PlansListsAndQueriesCanBeUsed)
 {
     const QTemporaryDir dir;
     const QString folder = dir.filePath(u"demo"_s);
@@ -234,7 +234,7 @@ public:
     int looks = 0;
 };
 
-TEST(DemoFiles, NothingIsLeftOfAFailedProjectAndNothingIsOverwritten)
+TEST(DemoFilesTest, NothingIsLeftOfAFailedProjectAndNothingIsOverwritten)
 {
     const QTemporaryDir dir;
     const QString folder = dir.filePath(u"demo"_s);
