@@ -14,8 +14,8 @@ int runConnect(const Arguments &arguments)
     arguments.atMost(1);
     Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::ProjectOrDatabase);
     const int errors = target.console().errorsShown();
-    const bool isWished = arguments.value(u"convert") == "yes"_L1;
-    if (!target.connect(isWished ? Target::Use::Import : Target::Use::Change))
+    const bool isConversionRequested = arguments.value(u"convert") == "yes"_L1;
+    if (!target.connect(isConversionRequested ? Target::Use::Import : Target::Use::Change))
         return Failed;
     // The question and its answer, the backup and the converted steps were printed by the prompts.
     const db::ConversionState &conversion = target.session().conversion;
@@ -25,10 +25,12 @@ int runConnect(const Arguments &arguments)
         print(u"Backup: %1\n"_s.arg(QDir::toNativeSeparators(conversion.backup)));
     print(u"Database: %1%2\n"_s.arg(QDir::toNativeSeparators(target.session().path()),
                                     target.session().isUpdatable() ? QString() : u" READ ONLY"_s));
-    if (isWished && !target.session().isUpdatable())
+    if (isConversionRequested && !target.session().isUpdatable())
         printError(u"The database cannot be written to, so it was not converted.\n");
-    const bool isRefused = isWished && (!target.session().isUpdatable() || (conversion.asked && !conversion.approved));
-    const bool isNotImported = isWished && !conversion.asked && db::isLegacyDatabase(target.session().database());
+    const bool isRefused =
+        isConversionRequested && (!target.session().isUpdatable() || (conversion.asked && !conversion.approved));
+    const bool isNotImported =
+        isConversionRequested && !conversion.asked && db::isLegacyDatabase(target.session().database());
     return isRefused || isNotImported || target.console().errorsShown() > errors ? Failed : Done;
 }
 

@@ -182,19 +182,19 @@ public:
     explicit MapLock(const QString &path)
         : m_lock(path + u".lock"_s)
     {
-        constexpr int kLookEveryMs = 100;
-        constexpr int kPatienceMs = 60'000;
+        constexpr int kPollIntervalMs = 100;
+        constexpr int kLockTimeoutMs = 60'000;
         ConsoleProgress progress;
         QElapsedTimer waiting;
         waiting.start();
         // A lock never becomes stale by its age: the other run may take any time.
         m_lock.setStaleLockTime(0);
-        while (!m_lock.tryLock(kLookEveryMs)) {
+        while (!m_lock.tryLock(kPollIntervalMs)) {
             if (m_lock.error() == QLockFile::PermissionError)
                 throw tarnwick::Error(u"The folder of %1 cannot be written to."_s.arg(path));
             if (m_lock.error() != QLockFile::LockFailedError)
                 throw tarnwick::Error(u"The file %1.lock cannot be written; the disk may be full."_s.arg(path));
-            if (waiting.hasExpired(kPatienceMs))
+            if (waiting.hasExpired(kLockTimeoutMs))
                 throw tarnwick::Error(u"Another program has %1 locked by the file %1.lock."_s.arg(path));
             if (progress.cancelled())
                 throw tarnwick::Cancelled();

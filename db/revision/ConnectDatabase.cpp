@@ -36,7 +36,7 @@ bool samePath(const QString &one, const QString &other)
 }
 
 /// Warns that foreign tables were not imported. An import that failed has already reported it.
-void sayNotImported(DatabaseSession &session, const ConnectContext &context)
+void reportNotImported(DatabaseSession &session, const ConnectContext &context)
 {
     if (context.onlyReads || session.conversion.asked || !isLegacyDatabase(session.database()))
         return;
@@ -113,8 +113,8 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
         return;
     // An interrupted change is rolled back whenever the file is opened.
     const bool mustUndo = QFileInfo::exists(path + u"-journal");
-    const bool isElsewhere = context.project && leadsOutOfProject(path, *context.project);
-    const bool mayWrite = (!context.onlyReads || mustUndo) && hasRoomForJournal(path) && !isElsewhere;
+    const bool isOutOfProject = context.project && leadsOutOfProject(path, *context.project);
+    const bool mayWrite = (!context.onlyReads || mustUndo) && hasRoomForJournal(path) && !isOutOfProject;
     session.open(path, mayWrite ? dao::OpenMode::Update : dao::OpenMode::ReadOnly, context.progress);
     // If the journal is still there, it had nothing to roll back or belongs to another program that is running.
     const bool wasUndone = mustUndo && !QFileInfo::exists(path + u"-journal");
@@ -131,7 +131,7 @@ void openDatabase(DatabaseSession &session, const QString &path, const ConnectCo
         QFile::remove(damageMark(path));
     if (context.onlyReads)
         return;
-    if (isElsewhere)
+    if (isOutOfProject)
         session.prompts().information(messages::kLinkedDatabase, QDir::toNativeSeparators(path),
                                       QDir::toNativeSeparators(QFileInfo(path).symLinkTarget()));
     ConversionRequest request(session, context.project, [&](const std::function<void(QByteArrayView)> &take) {
@@ -152,7 +152,7 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
     try {
         session.close();
         openDatabase(session, path, context);
-        sayNotImported(session, context);
+        reportNotImported(session, context);
         if (context.listener)
             context.listener->databaseConnected(path);
         session.prompts().status(messages::kConnectedStatus, pathBelowArvo(path, context));

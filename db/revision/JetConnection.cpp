@@ -87,8 +87,8 @@ public:
     {
         return QFileInfo(m_file).isWritable() && QFileInfo(QFileInfo(m_file).absolutePath()).isWritable();
     }
-    /// Path of the file itself, with links resolved: the finished file replaces it there.
-    const QString &itself() const { return m_file; }
+    /// Path of the file with links resolved: the finished file replaces it there.
+    const QString &resolvedPath() const { return m_file; }
     /// Passes the content of the file to take; reads through the lock if there is one.
     void read(const std::function<void(QByteArrayView)> &take) const
     {
@@ -143,7 +143,7 @@ void tellRemarks(tarnwick::UserPrompts &prompts, const QString &path, const JetI
 }
 
 /// Brings views, aliases and statistics up to date, so that the next connection has nothing to write.
-void leaveNothingToWrite(DatabaseSession &session, const brannock::Project *project)
+void updateLabelsAndStatistics(DatabaseSession &session, const brannock::Project *project)
 {
     refreshLabels(session, project);
     completeStatistics(session.database());
@@ -159,15 +159,15 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, Je
         file.lock(context.progress);
         if (!request.backUp())
             return false;
-        UnfinishedFile converted(file.itself());
+        UnfinishedFile converted(file.resolvedPath());
         const QString writing = tarnwick::format(messages::kCopying.text, QDir::toNativeSeparators(converted.path()));
         const qint64 size = QFileInfo(file.workingCopy()).size();
         writeContent(converted.path(), watched(contentOf(file.workingCopy()), size, writing, context.progress),
-                     file.itself());
+                     file.resolvedPath());
         session.openCopy(file.path(), converted.path(), dao::OpenMode::Update);
         const bool isKept = bringUpToDate(session, request, context);
         if (isKept)
-            leaveNothingToWrite(session, context.project);
+            updateLabelsAndStatistics(session, context.project);
         session.close();
         if (!isKept)
             return false;
@@ -192,12 +192,12 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, Je
 bool isUsedByOthers(tarnwick::UserPrompts &prompts, const JetFile &file, tarnwick::Progress *progress)
 {
     const auto isFree = [&] {
-        const JetUse use(file.itself());
+        const JetUse use(file.resolvedPath());
         return !use.isLocked || !use.lockFile.isEmpty();
     };
     waitUntil(isFree, progress);
     const QString shown = QDir::toNativeSeparators(file.path());
-    const JetUse use(file.itself());
+    const JetUse use(file.resolvedPath());
     if (use.isLocked)
         prompts.information(messages::kJetLocked, shown);
     else if (use.isInUse())

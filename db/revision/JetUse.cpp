@@ -57,12 +57,12 @@ JetUse::JetUse(const QString &jetFile)
 bool waitUntil(const std::function<bool()> &isFree, tarnwick::Progress *progress)
 {
     constexpr int kSecond = 1000;
-    constexpr int kPatience = 10 * 60 * kSecond;
+    constexpr int kLockTimeout = 10 * 60 * kSecond;
     constexpr int kSleep = 20;
     constexpr int kSayAfter = 300;
     QElapsedTimer waited;
     for (waited.start(); !isFree();) {
-        if (waited.hasExpired(progress ? kPatience : kSecond))
+        if (waited.hasExpired(progress ? kLockTimeout : kSecond))
             return false;
         if (progress && waited.hasExpired(kSayAfter))
             progress->waiting();

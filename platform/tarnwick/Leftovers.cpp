@@ -22,7 +22,7 @@ const QString kWorkFolder = u"arvo-work-%1-XXXXXX"_s;
 constexpr int kProjectDepth = 2; ///< deep enough for history/palomine
 
 /// Start time of the process in seconds since 1970; 0 if the system does not provide it.
-qint64 startOf(qint64 process)
+qint64 processStartTime(qint64 process)
 {
     const auto content = [](const QString &path) {
         QFile file(path);
@@ -42,11 +42,11 @@ qint64 startOf(qint64 process)
 
 /// Returns true if the process that wrote the file last may still be running. Process numbers are reused: a process
 /// that started after the last write is a different one.
-bool isAtWork(qint64 process, const QFileInfo &file)
+bool mayStillRun(qint64 process, const QFileInfo &file)
 {
     constexpr qint64 kClockError = 2; // seconds
     const bool exists = ::kill(pid_t(process), 0) == 0 || errno != ESRCH;
-    return exists && startOf(process) <= file.lastModified().toSecsSinceEpoch() + kClockError;
+    return exists && processStartTime(process) <= file.lastModified().toSecsSinceEpoch() + kClockError;
 }
 
 bool isShared(const QString &folder)
@@ -63,7 +63,7 @@ bool isShared(const QString &folder)
 bool isAbandoned(const QFileInfo &file, qint64 process)
 {
     constexpr qint64 kDay = 24 * 60 * 60;
-    if (isAtWork(process, file))
+    if (mayStillRun(process, file))
         return false;
     return !isShared(file.absolutePath()) || file.lastModified().secsTo(QDateTime::currentDateTime()) > kDay;
 }

@@ -29,11 +29,11 @@ void changeStoredOptions(OptionFile &options, const PathRoots &roots, const std:
 {
     // The lock is held only while a small file is written. If the lock cannot be created (folder not writable), the
     // store fails too and reports it.
-    constexpr int kPatienceMs = 1000;
+    constexpr int kLockTimeoutMs = 1000;
     const QString path = options.path().installationPath(roots);
     QDir().mkpath(QFileInfo(path).absolutePath());
     QLockFile lock(path + QStringLiteral(".lock"));
-    lock.tryLock(kPatienceMs);
+    lock.tryLock(kLockTimeoutMs);
     try {
         options.loadIfChanged(roots);
     } catch (const Error &) {

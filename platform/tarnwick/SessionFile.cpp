@@ -28,11 +28,11 @@ QJsonObject SessionFile::values() const
 
 void SessionFile::store(const QJsonObject &values) const
 {
-    constexpr int kPatience = 1000; // milliseconds; others hold the lock for the time of one write
+    constexpr int kLockTimeout = 1000; // milliseconds; others hold the lock for the time of one write
     QDir().mkpath(QFileInfo(m_path).absolutePath());
     QLockFile lock(m_path + u".lock"_s);
     // Without a lock the last one who writes wins, as in a folder that knows none.
-    lock.tryLock(kPatience);
+    lock.tryLock(kLockTimeout);
     const QJsonObject before = read(m_path);
     QJsonObject merged = before;
     for (auto value = values.begin(); value != values.end(); ++value)

@@ -27,12 +27,12 @@ ProgressLoop::ProgressLoop(Progress *progress, qint64 total, const QString &what
 
 void ProgressLoop::look(qint64 done)
 {
-    constexpr qint64 kReportEvery = 100; // ms
-    constexpr qint64 kLookEvery = 10;    // ms
+    constexpr qint64 kReportInterval = 100; // ms
+    constexpr qint64 kCheckInterval = 10;   // ms
     constexpr int kMostCalls = 4096;
 
     // Loops differ in speed by a factor of a million: determine how many calls take about a hundredth of a second.
-    if (m_sinceLook.restart() < kLookEvery)
+    if (m_sinceLook.restart() < kCheckInterval)
         m_callsBetweenLooks = qMin(m_callsBetweenLooks * 2, kMostCalls);
     else
         m_callsBetweenLooks = qMax(m_callsBetweenLooks / 2, 1);
@@ -40,7 +40,7 @@ void ProgressLoop::look(qint64 done)
 
     if (m_progress->cancelled())
         throw Cancelled();
-    if (m_sinceReport.elapsed() >= kReportEvery) {
+    if (m_sinceReport.elapsed() >= kReportInterval) {
         m_progress->report(done, m_total, m_what);
         m_sinceReport.restart();
     }
