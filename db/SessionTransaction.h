@@ -3,8 +3,8 @@
 
 namespace db {
 
-/// A transaction on the session's workspace, for work that will write. One that is neither committed nor rolled back is
-/// rolled back with this object; the session's close() ends it, too.
+/// A transaction on the session's workspace, for work that writes. If it is neither committed nor rolled back, the
+/// destructor rolls it back; so does the session's close().
 class SessionTransaction
 {
 public:
@@ -17,18 +17,18 @@ public:
     SessionTransaction &operator=(const SessionTransaction &) = delete;
 
     /// Begins as Begin::Writing: waits for other writers (see beginTrans()). An engine exception is reported (1054) and
-    /// gives false, or, with rethrow, passes on unreported.
+    /// false is returned; with rethrow it is passed on unreported.
     bool begin(bool rethrow = false);
     bool isOpen() const;
-    /// False after a failure, which is reported (1055); the transaction is rolled back then. tarnwick::Cancelled passes
-    /// on, and the transaction goes on.
+    /// If the commit fails, reports it (1055), rolls back and returns false. tarnwick::Cancelled is passed on, and the
+    /// transaction stays open.
     bool commit();
-    /// A failure is reported (1056). Does nothing when none is open.
+    /// A failure is reported (1056). Does nothing if no transaction is open.
     void rollback();
 
 private:
     DatabaseSession *m_session;
-    int m_depth = 0; ///< of the workspace's transactions, with this one; 0: not begun, or ended
+    int m_depth = 0; ///< depth of the workspace's transactions including this one; 0: not begun, or ended
 };
 
 } // namespace db

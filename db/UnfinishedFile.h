@@ -27,7 +27,7 @@ public:
     void finish();  ///< a file of that name must not exist (3204)
     void replace(); ///< replaces a file of that name in one step and keeps its permissions
 
-    /// The same exception with the wanted file's name in place of the temporary one.
+    /// Copy of the exception with the wanted file's name in place of the temporary one.
     dao::DaoException named(const dao::DaoException &exception) const;
 
 private:

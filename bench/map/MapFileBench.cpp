@@ -176,7 +176,7 @@ void afterChange(benchmark::State &state)
 }
 BENCHMARK(afterChange)->Unit(benchmark::kMillisecond);
 
-/// What 100 changes keep: each computes one sample of half the tubes anew, selects 500 tubes, and moves an entry.
+/// Memory used by 100 changes; each recomputes one sample of half the tubes, selects 500 tubes, and moves an entry.
 void undoMemory(benchmark::State &state)
 {
     for (auto _ : state) {

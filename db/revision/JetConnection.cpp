@@ -36,7 +36,7 @@ FileContent watched(const FileContent &content, qint64 size, const QString &what
     };
 }
 
-/// Another program has changed the file since it was read: it is to be looked at anew.
+/// Thrown if another program has changed the file since it was read: it must be read again.
 class ChangedMeanwhile : public std::exception
 {
 };

@@ -5,8 +5,8 @@
 
 namespace tarnwick {
 
-/// What a user's windows remember between sessions: values by key, in one JSON file that every window and every running
-/// program reads and writes.
+/// Window settings that a user keeps between sessions: values by key, in one JSON file that all windows and all running
+/// programs read and write.
 class SessionFile
 {
 public:
@@ -15,16 +15,16 @@ public:
     {
     }
 
-    /// The values as they stand in the file now. None without a file, and none of one that cannot be read: what is kept
-    /// here is worth no error.
+    /// The current values in the file. Empty if there is no file or it cannot be read, since losing these values needs
+    /// no error message.
     QJsonObject values() const;
 
-    /// Puts these values in place of those with the same keys, and leaves the others as they are, also those that
-    /// another window has stored meanwhile. The file is replaced in one step; when all values are there already it is
-    /// not written. Throws FileError; the file is then as it was.
+    /// Replaces the values of these keys and keeps all others, including those that another window has stored
+    /// meanwhile. The file is replaced in one step; if all values are already in it, it is not written. Throws
+    /// FileError; the file is then unchanged.
     void store(const QJsonObject &values) const;
 
-    /// Bytes as a value and back.
+    /// Convert bytes to a value and back.
     static QJsonValue fromBytes(const QByteArray &bytes);
     static QByteArray toBytes(const QJsonValue &value);
 

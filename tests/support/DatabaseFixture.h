@@ -9,7 +9,7 @@
 
 namespace support {
 
-/// A session on a new database with the whole schema, and what was said since.
+/// A session on a new database with the whole schema, and recorded prompts.
 class DatabaseTest : public ::testing::Test
 {
 protected:

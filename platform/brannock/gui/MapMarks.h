@@ -5,7 +5,7 @@
 
 namespace brannock {
 
-/// What is marked over the map: the tube under the pointer and the tube of the keyboard's cursor, each with a ring, the
+/// Marks painted over the map: the tube under the pointer and the tube of the keyboard's cursor, each with a ring, the
 /// names of row and column on the rulers, and a card that names the tube.
 class MapMarks
 {
@@ -27,7 +27,7 @@ public:
     void showCard(const TubeTip &card, const QFont &font);
     void hideCard() { m_cardRect = QRectF(); }
 
-    /// Where paint() paints.
+    /// The area painted by paint().
     QRegion region() const;
     void paint(QPainter &painter, const QFont &font, const QPalette &palette) const;
 

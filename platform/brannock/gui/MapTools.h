@@ -7,8 +7,8 @@
 
 namespace brannock {
 
-/// One gesture with the mouse, from its start until the button is released: a class for each kind. A tool shows itself
-/// over the map and may move the view; beyond that it changes nothing, and only tells at the end what the user wants.
+/// One mouse gesture, from its start until the button is released; one class for each kind. A tool paints itself over
+/// the map and may move the view. It changes nothing else and returns the user's request at the end.
 class MapTool
 {
 public:
@@ -25,11 +25,11 @@ public:
 
     virtual void moveTo(const QPointF &pos) = 0;
     virtual Result result() const { return {}; }
-    /// The user gives up: puts the view back.
+    /// Called if the user cancels: restores the view.
     virtual void takeBack() {}
-    /// The pointer's shape where it is another than that of the widget.
+    /// The pointer's shape, if it differs from that of the widget.
     virtual std::optional<Qt::CursorShape> cursor() const { return std::nullopt; }
-    /// Where paint() paints.
+    /// The area painted by paint().
     virtual QRegion region() const { return {}; }
     virtual void paint(QPainter &, const QPalette &) const {}
 };
@@ -50,7 +50,7 @@ private:
     MapView m_startView;
 };
 
-/// Draws a band over the map: the rectangle between the start and the pointer.
+/// Draws a band over the map: the rectangle from the start to the pointer.
 class BandTool : public MapTool
 {
 public:
@@ -64,10 +64,10 @@ protected:
 
     const MapViewport &m_viewport;
     QPointF m_start;
-    QPolygonF m_band; // in the viewport
+    QPolygonF m_band; // in viewport coordinates
 };
 
-/// Shows what is in the rectangle.
+/// Zooms to the rectangle.
 class ZoomTool : public BandTool
 {
 public:
@@ -75,7 +75,7 @@ public:
     Result result() const override { return {std::nullopt, area()}; }
 };
 
-/// Selects the tubes in the rectangle; their number stands beside the pointer.
+/// Selects the tubes in the rectangle and shows their number beside the pointer.
 class RectangleTool : public BandTool
 {
 public:
@@ -97,7 +97,7 @@ private:
     QRectF m_countRect;
 };
 
-/// Selects the tubes within a line that is drawn round them.
+/// Selects the tubes inside a freehand line.
 class LassoTool : public RectangleTool
 {
 public:

@@ -6,15 +6,14 @@
 
 namespace brannock {
 
-/// Which part of the map a widget shows, with the rulers that belong to it and the views before and after. Bounds the
-/// scale. A view of the whole map stays one when the size, the flips or the rulers change.
+/// The visible part of the map in a widget, its rulers, and the history of views. Limits the scale. A view of the whole
+/// map remains one when the size, the flips or the rulers change.
 ///
-/// Functions that return bool return true if there is something new to show: another view, or another place among the
-/// views before and after.
+/// Functions that return bool return true if the display has changed: another view, or another position in the history.
 class MapViewport
 {
 public:
-    /// scene must live as long as this object.
+    /// scene must outlive this object.
     explicit MapViewport(const MapScene &scene)
         : m_scene(scene)
     {
@@ -24,24 +23,25 @@ public:
     const MapRulers &rulers() const { return m_rulers; }
     const MapRulers::Layout &rulerLayout() const { return m_rulerLayout; }
 
-    /// The scene has other tubes: shows all of them and forgets the views before.
+    /// Call when the scene has other tubes: shows all of them and clears the history.
     void reset(const QSizeF &size, const MapRulers &rulers);
     void setRulers(const MapRulers &rulers);
     void setSize(const QSizeF &size);
-    /// 1 or -1 (flipped). Holds for the views before and after, too.
+    /// 1 or -1 (flipped). Applies to all views of the history.
     bool setOrientation(int x, int y);
 
     bool setView(const MapView &view);
     bool fit();
-    /// The point of the map under this place stays there. Steps that follow each other closely are one step back.
+    /// Zooms so that the map point at this position does not move. Steps in quick succession are one step of the
+    /// history.
     bool zoomAt(const QPointF &pos, double factor);
     /// A rectangle in map coordinates.
     bool zoomTo(const QRectF &mapRect);
-    /// Moves the picture. Steps that follow each other closely are one step back.
+    /// Moves the picture. Steps in quick succession are one step of the history.
     bool panBy(const QPointF &delta);
-    /// Shows a view of the same scale. joined: as part of the step before.
+    /// Shows a view of the same scale. joined: as part of the previous step.
     bool panTo(const MapView &view, bool joined);
-    /// Moves the picture by whole pixels until the point of the map is in sight.
+    /// Moves the picture by whole pixels until the map point is visible.
     bool reveal(const QPointF &mapPoint, double pixelRatio);
     bool goBack();
     bool goForward();
@@ -59,14 +59,14 @@ private:
 
     const MapScene &m_scene;
     MapView m_view;
-    bool m_fitted = true; // shows the whole map and follows the size
+    bool m_fitted = true; // shows the whole map and follows the widget's size
     ViewHistory m_history;
     QElapsedTimer m_sinceStep;
     MapRulers m_rulers;
     MapRulers::Layout m_rulerLayout;
 };
 
-/// The nearest vector of whole device pixels: a picture that moves by it can be shifted instead of painted.
+/// The nearest vector of whole device pixels: a picture moved by it can be shifted instead of repainted.
 QPointF wholePixels(const QPointF &vector, double pixelRatio);
 
 } // namespace brannock

@@ -82,7 +82,7 @@ protected:
         return !samples.isEmpty() && QFile::copy(QDir(samples).filePath(name + u".mdb"_s), path) &&
                QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
     }
-    /// Connects and answers yes while something else happens; what was said is in prompts.
+    /// Connects and answers yes while something else happens; the messages are in prompts.
     bool convertWhile(const std::function<void()> &work)
     {
         WhileAsked asked(work);

@@ -24,7 +24,7 @@ protected:
         return u"INSERT INTO EXAMDATA (%1) VALUES (%2)"_s.arg(fields, list);
     }
 
-    /// Imports one row of EXAMDATA and gives the named columns of what came of it.
+    /// Imports one row of EXAMDATA and returns the named columns of the result.
     QString imported(const QList<std::pair<QString, QString>> &values, const QString &columns)
     {
         const QString file = folder.path(u"arvo/one.mdb"_s);

@@ -8,7 +8,7 @@
 #include <support/Printers.h>
 #include <support/TemporaryFolder.h>
 
-/// A project folder with a database in it, a session, and what was said.
+/// A project folder with a database in it, a session, and recorded prompts.
 class RevisionTest : public ::testing::Test, public db::ConnectionListener
 {
 protected:

@@ -24,7 +24,7 @@ namespace {
 constexpr int kDone = 100;
 constexpr int kNotConfined = 101;
 
-// What comes of the call in a process that has confined itself: the error's number, or that it was done.
+// Result of the call in a process that has confined itself: the error number, or success.
 int outcome(const std::function<long()> &call)
 {
     const pid_t child = fork();

@@ -130,7 +130,7 @@ TEST_F(NumberFieldTest, TakesTypedNumbersWithinItsLimits)
     EXPECT_EQ(field.text(), u"2.600"_s);
 }
 
-/// A dialog writes every field anew at each key.
+/// A dialog rewrites every field at each key press.
 TEST_F(NumberFieldTest, IsNotWrittenOverWhileANumberIsTyped)
 {
     QObject::connect(&field, &NumberField::numberEdited, &field, [this](double number) {
