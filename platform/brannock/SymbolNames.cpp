@@ -128,8 +128,8 @@ constexpr Named kNames[] = {
     {0x266B, u"notes, music"},
 };
 
-/// The typed code as a number; -1 if it is not one. Without "U+" or "0x" it must have four digits, since "a" or "be" may
-/// begin a name.
+/// The typed code as a number; -1 if it is not one. Without "U+" or "0x" it must have four digits, since "a" or "be"
+/// may begin a name.
 int typedCode(QStringView text)
 {
     const bool hasMark = text.startsWith(u"U+", Qt::CaseInsensitive) || text.startsWith(u"0x", Qt::CaseInsensitive);
