@@ -16,6 +16,7 @@ public:
     {
     }
     int statusCode() const { return number(); }
+    QString details() const override { return tarnwick::format(u"SCODE[%d]", statusCode()); }
 };
 
 /// Full text of a database failure: the message, an empty line, "[code] source description". An exception that is not

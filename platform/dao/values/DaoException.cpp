@@ -35,6 +35,17 @@ QString DaoException::place() const
     return QStringLiteral("line %1, column %2").arg(m_where.line).arg(m_where.column);
 }
 
+QString DaoException::details() const
+{
+    QString below;
+    if (m_where.isValid())
+        below = QStringLiteral("Line %1, column %2.").arg(m_where.line).arg(m_where.column);
+    if (!m_hint.isEmpty())
+        below += (below.isEmpty() ? QString() : QStringLiteral(" ")) + m_hint;
+    const QString text = u'[' + QString::number(number()) + QStringLiteral("] ") + m_source + u' ' + description();
+    return below.isEmpty() ? text : QString(text + QStringLiteral("\n\n") + below);
+}
+
 DaoException &DaoException::withHint(const QString &hint)
 {
     m_hint = hint;

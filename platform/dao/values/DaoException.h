@@ -30,6 +30,8 @@ public:
     /// The place in the SQL text, if the error has one.
     const SourceRange &where() const { return m_where; }
     QString place() const override;
+    /// "[number] source description", and below it place and hint, if there are any.
+    QString details() const override;
     /// An additional line for the user ("Did you mean 'row'?"), shown below the message and not part of it.
     const QString &hint() const { return m_hint; }
     DaoException &withHint(const QString &hint);

@@ -18,6 +18,8 @@ public:
     int number() const { return m_number; }
     /// Where the fault is ("line 3, column 7"); empty when it has no place.
     virtual QString place() const { return {}; }
+    /// The reason as an error box shows it below the message of the command that failed.
+    virtual QString details() const { return m_text; }
     const char *what() const noexcept override { return m_what.constData(); }
 
 protected:
