@@ -36,7 +36,8 @@ public:
     /// Replaces the row's text, for commands that name the object they act on ("Undo Move Entry").
     void setText(int id, std::function<QString()> text);
     /// Sets a function that returns the reason why a condition does not hold, as a sentence for the user, or an empty
-    /// text if it holds. Never called for kAlways.
+    /// text if it holds. Never called for kAlways. Like the functions for check marks and texts it is called often and
+    /// must not throw.
     void setConditions(std::function<QString(int condition)> whyNot) { m_whyNot = std::move(whyNot); }
     /// Sets a function through which every action runs. It must call work and catch its exceptions. Without a runner
     /// actions run directly.

@@ -71,12 +71,13 @@ void CommandActions::addRow(const CommandRow &row)
 
 QAction *CommandActions::makeAction(int id, const QString &name, bool hasOwnText)
 {
+    const CommandRow *row = m_handlers.table().row(id);
     auto *action = new QAction(this);
     action->setObjectName(name);
-    action->setCheckable(m_handlers.table().row(id)->isCheckable());
+    action->setCheckable(row->isCheckable());
     action->setMenuRole(QAction::NoRole);
     connect(action, &QAction::triggered, this, [this, id] { run(id); });
-    m_shown.append({action, id, hasOwnText});
+    m_shown.append({action, row, id, hasOwnText});
     if (!hasOwnText) {
         m_actions.insert(id, action);
         action->setText(m_handlers.text(id));
@@ -202,6 +203,7 @@ QList<QToolButton *> CommandActions::makeButtons(QStringView layout, QWidget *pa
 
 void CommandActions::fillToolBar(QToolBar *bar, QStringView layout)
 {
+    bar->setObjectName(layout.toString());
     m_madeLayouts.insert(layout.toString());
     for (const MenuItem &item : m_handlers.table().layout(layout).items) {
         QAction *action = item.kind == MenuItem::Item ? m_actions.value(item.command) : nullptr;
@@ -233,14 +235,13 @@ void CommandActions::run(int id)
         refresh();
 }
 
-QString CommandActions::tip(int id, const QString &whyNot) const
+QString CommandActions::tip(const CommandRow &row, const QString &whyNot) const
 {
-    const CommandRow *row = m_handlers.table().row(id);
-    const QString tip = QString::fromUtf16(row->tip);
+    const QString tip = QString::fromUtf16(row.tip);
     QStringList lines{tip};
-    if (!m_withText.contains(row->id)) {
-        const QString keys = m_actions.value(row->id)->shortcut().toString(QKeySequence::NativeText);
-        lines.prepend(row->label() + (keys.isEmpty() ? QString() : QString(u" ("_s + keys + u')')));
+    if (!m_withText.contains(row.id)) {
+        const QString keys = m_actions.value(row.id)->shortcut().toString(QKeySequence::NativeText);
+        lines.prepend(row.label() + (keys.isEmpty() ? QString() : QString(u" ("_s + keys + u')')));
     }
     if (!whyNot.isEmpty() && whyNot != tip)
         lines.append(whyNot);
@@ -250,23 +251,23 @@ QString CommandActions::tip(int id, const QString &whyNot) const
 template <typename Reason>
 void CommandActions::update(const Shown &shown, const Reason &reason)
 {
-    const CommandRow *row = m_handlers.table().row(shown.id);
+    const CommandRow &row = *shown.row;
     QAction *action = shown.action;
     // Entries and placeholder of a list have reasons of their own.
-    const bool isPlain = !row->isList() && !row->isPlaceholder();
-    const QString whyNot = isPlain ? reason(row->condition) : m_handlers.whyNot(shown.id);
+    const bool isPlain = !row.isList() && !row.isPlaceholder();
+    const QString whyNot = isPlain ? reason(row.condition) : m_handlers.whyNot(shown.id);
     action->setEnabled(whyNot.isEmpty());
-    if (row->isCheckable())
-        action->setChecked(m_handlers.isChecked(row->id));
-    if (row->isPlaceholder())
-        action->setVisible(m_handlers.entries(row->placeholderOf).isEmpty());
+    if (row.isCheckable())
+        action->setChecked(m_handlers.isChecked(row.id));
+    if (row.isPlaceholder())
+        action->setVisible(m_handlers.entries(row.placeholderOf).isEmpty());
     if (!shown.hasOwnText && isPlain) {
-        action->setText(m_handlers.text(shown.id));
+        action->setText(m_handlers.text(row.id));
         action->setIconText(withoutMnemonic(action->text())); // Qt would trim the text it derives itself
     }
-    const QString text = tip(shown.id, whyNot);
+    const QString text = tip(row, whyNot);
     action->setToolTip(text);
-    if (m_inMenus.contains(row->id))
+    if (m_inMenus.contains(row.id))
         action->setStatusTip(QString(text).replace(u'\n', u' '));
 }
 
@@ -281,7 +282,7 @@ void CommandActions::refresh()
     for (const Shown &shown : std::as_const(m_shown))
         update(shown, reason);
     for (const auto &[menu, item] : std::as_const(m_submenus)) {
-        menu->menuAction()->setEnabled(reason(item.condition).isEmpty());
+        menu->setEnabled(reason(item.condition).isEmpty());
         menu->menuAction()->setToolTip(reason(item.condition));
     }
 }
@@ -289,8 +290,7 @@ void CommandActions::refresh()
 void CommandActions::refresh(std::initializer_list<int> conditions)
 {
     for (const Shown &shown : std::as_const(m_shown)) {
-        const int condition = m_handlers.table().row(shown.id)->condition;
-        if (std::find(conditions.begin(), conditions.end(), condition) != conditions.end())
+        if (std::find(conditions.begin(), conditions.end(), shown.row->condition) != conditions.end())
             update(shown, [this](int each) { return m_handlers.conditionReason(each); });
     }
 }
@@ -298,15 +298,19 @@ void CommandActions::refresh(std::initializer_list<int> conditions)
 void CommandActions::refreshList(int id)
 {
     m_handlers.refreshList(id);
-    const CommandRow *row = m_handlers.table().row(id);
+    const CommandRow *list = m_handlers.table().row(id);
     const QList<CommandHandlers::ListEntry> entries = m_handlers.entries(id);
-    for (int place = 0; place < row->count; ++place) {
+    for (int place = 0; place < list->count; ++place) {
         QAction *action = m_actions.value(id + place);
         action->setVisible(place < entries.size());
         if (place < entries.size())
             action->setText(numbered(place, entries[place].text));
     }
-    refresh();
+    const auto reason = [this](int condition) { return m_handlers.conditionReason(condition); };
+    for (const Shown &shown : std::as_const(m_shown)) {
+        if (shown.row == list || shown.row->placeholderOf == id)
+            update(shown, reason);
+    }
 }
 
 QStringList CommandActions::faults() const

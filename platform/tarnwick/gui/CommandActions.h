@@ -31,8 +31,8 @@ public:
     void fillMenuBar(QMenuBar *bar);
     /// Creates a pop-up menu from the layout with this name, which becomes its object name.
     QMenu *makeMenu(QStringView layout, QWidget *parent);
-    /// Creates the buttons of the layout with this name, in the bar's style. They can be reached with Tab and pressed
-    /// with Space or Return.
+    /// Creates the buttons of the layout with this name, in the bar's style. The name becomes the bar's object name.
+    /// The buttons can be reached with Tab and pressed with Space or Return.
     void fillToolBar(QToolBar *bar, QStringView layout);
     /// Creates the buttons of a layout for a widget that is not a tool bar, without separators.
     QList<QToolButton *> makeButtons(QStringView layout, QWidget *parent);
@@ -61,7 +61,8 @@ private:
     struct Shown
     {
         QAction *action;
-        int id;
+        const CommandRow *row;
+        int id; ///< of an entry of a list another than the row's
         bool hasOwnText;
     };
     void addRow(const CommandRow &row);
@@ -74,7 +75,7 @@ private:
     void run(int id);
     template <typename Reason>
     void update(const Shown &shown, const Reason &reason);
-    QString tip(int id, const QString &whyNot) const;
+    QString tip(const CommandRow &row, const QString &whyNot) const;
 
     CommandHandlers &m_handlers;
     QWidget *m_window;
