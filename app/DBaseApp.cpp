@@ -130,7 +130,7 @@ bool DBaseApp::openProject()
     if (m_options.project.isEmpty() && !brannock::Project::isProjectFolder(folder)) {
         // A project that was moved since the last time is no reason to greet the user with an error.
         if (!folder.isEmpty())
-            m_window->prompts().status(messages::kRecentNotThere, folder);
+            m_window->projectSession().prompts().status(messages::kRecentNotThere, folder);
         return true;
     }
     return m_window->openProject(folder);
@@ -152,7 +152,7 @@ void DBaseApp::start()
     QMetaObject::invokeMethod(
         m_window.get(),
         [this] {
-            m_window->perform([this] {
+            m_window->runner().perform([this] {
                 if (openProject())
                     addQueries();
             });
@@ -164,7 +164,7 @@ bool DBaseApp::writePicture()
 {
     m_window->resize(m_options.size);
     bool shown = false;
-    m_window->perform([this, &shown] { shown = openProject() && addQueries(); });
+    m_window->runner().perform([this, &shown] { shown = openProject() && addQueries(); });
     if (!shown)
         return false;
     m_window->show();

@@ -53,7 +53,7 @@ QScrollArea *scrolling(QWidget *parts)
 
 } // namespace
 
-HeaderDlg::HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPicture(const MapHeader &)> &page,
+HeaderDlg::HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPicture(const map::MapHeader &)> &page,
                      const QSizeF &inches, double dpi, QWidget *parent)
     : QDialog(parent)
     , m_editor(editor)
@@ -120,8 +120,8 @@ QPlainTextEdit *HeaderDlg::makeText(const QString &name, int lines)
     return edit;
 }
 
-QWidget *HeaderDlg::makeFont(const QString &label, const QString &name, QString MapHeader::*family,
-                             qint32 MapHeader::*size)
+QWidget *HeaderDlg::makeFont(const QString &label, const QString &name, QString map::MapHeader::*family,
+                             qint32 map::MapHeader::*size)
 {
     auto *row = new QWidget;
     auto *layout = new QHBoxLayout(row);
@@ -131,7 +131,7 @@ QWidget *HeaderDlg::makeFont(const QString &label, const QString &name, QString 
     choice.family->setAccessibleName(label);
     choice.size->setObjectName(name + u"Size"_s);
     choice.size->setAccessibleName(label + u" size"_s);
-    choice.size->setRange(MapHeader::kLeastSize, MapHeader::kMostSize);
+    choice.size->setRange(map::MapHeader::kLeastSize, map::MapHeader::kMostSize);
     choice.size->setSuffix(u" pts"_s);
     auto *text = new QLabel(label);
     text->setBuddy(choice.family);
@@ -164,9 +164,9 @@ QWidget *HeaderDlg::makeTexts()
         layout->addWidget(edit, 1);
     };
     addText(u"&Upper text"_s, m_upper,
-            makeFont(u"Font &1"_s, u"font1"_s, &MapHeader::upperFont, &MapHeader::upperSize));
+            makeFont(u"Font &1"_s, u"font1"_s, &map::MapHeader::upperFont, &map::MapHeader::upperSize));
     addText(u"&Lower text"_s, m_lower,
-            makeFont(u"Font &2"_s, u"font2"_s, &MapHeader::lowerFont, &MapHeader::lowerSize));
+            makeFont(u"Font &2"_s, u"font2"_s, &map::MapHeader::lowerFont, &map::MapHeader::lowerSize));
 
     m_expand = new QCheckBox(u"E&xpand macros."_s);
     m_expand->setObjectName(u"expandMacros"_s);
@@ -226,7 +226,7 @@ QWidget *HeaderDlg::makeFooter()
 {
     auto *box = new QGroupBox(u"Footer"_s);
     auto *layout = new QVBoxLayout(box);
-    layout->addWidget(makeFont(u"F&ont"_s, u"footerFont"_s, &MapHeader::footerFont, &MapHeader::footerSize));
+    layout->addWidget(makeFont(u"F&ont"_s, u"footerFont"_s, &map::MapHeader::footerFont, &map::MapHeader::footerSize));
     return box;
 }
 
@@ -278,8 +278,8 @@ QWidget *HeaderDlg::makeButtons()
 void HeaderDlg::fill(bool expanded)
 {
     m_isFilling = true;
-    const MapHeader &template_ = m_editor.header;
-    const MapHeader shown = expanded ? template_.expanded(m_editor.macros()) : template_;
+    const map::MapHeader &template_ = m_editor.header;
+    const map::MapHeader shown = expanded ? template_.expanded(m_editor.macros()) : template_;
     setShownText(m_upper, shown.upperText, expanded);
     setShownText(m_lower, shown.lowerText, expanded);
     m_keywords->setEnabled(!expanded);
@@ -297,7 +297,7 @@ void HeaderDlg::fill(bool expanded)
 
 void HeaderDlg::take()
 {
-    MapHeader &header = m_editor.header;
+    map::MapHeader &header = m_editor.header;
     if (!m_expand->isChecked()) {
         header.upperText = m_upper->toPlainText();
         header.lowerText = m_lower->toPlainText();
@@ -318,7 +318,7 @@ void HeaderDlg::showStandard()
 {
     // Printed only where both are empty.
     const bool isPrinted = m_editor.header.upperText.isEmpty() && m_editor.header.lowerText.isEmpty();
-    const MapHeader standard = isPrinted ? MapHeader::standard() : MapHeader();
+    const map::MapHeader standard = isPrinted ? map::MapHeader::standard() : map::MapHeader();
     m_upper->setPlaceholderText(standard.upperText);
     m_lower->setPlaceholderText(standard.lowerText);
 }

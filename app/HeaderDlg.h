@@ -24,7 +24,7 @@ class HeaderDlg : public QDialog
     Q_OBJECT
 public:
     /// page: the page with a header; inches, dpi: of paper and printer.
-    HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPicture(const MapHeader &)> &page,
+    HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPicture(const map::MapHeader &)> &page,
               const QSizeF &inches, double dpi, QWidget *parent = nullptr);
 
     void reject() override;
@@ -35,8 +35,8 @@ private:
     {
         QFontComboBox *family;
         QSpinBox *size;
-        QString MapHeader::*familyField;
-        qint32 MapHeader::*sizeField;
+        QString map::MapHeader::*familyField;
+        qint32 map::MapHeader::*sizeField;
     };
 
     void makeMenu(QVBoxLayout *layout);
@@ -44,7 +44,8 @@ private:
     QWidget *makeFooter();
     QWidget *makeMapFields();
     QWidget *makeButtons();
-    QWidget *makeFont(const QString &label, const QString &name, QString MapHeader::*family, qint32 MapHeader::*size);
+    QWidget *makeFont(const QString &label, const QString &name, QString map::MapHeader::*family,
+                      qint32 map::MapHeader::*size);
     QPlainTextEdit *makeText(const QString &name, int lines);
     void makeKeywords(QToolButton *button);
 

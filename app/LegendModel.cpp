@@ -1,7 +1,7 @@
 #include "LegendModel.h"
 
 #include <brannock/paint/MapColours.h>
-#include <plans/MapLegend.h>
+#include <tarnwick/Format.h>
 
 #include <QFont>
 #include <QLocale>
@@ -22,17 +22,26 @@ QString grouped(int number)
 
 } // namespace
 
-void LegendModel::setLegend(const plans::MapLegend *legend)
+void LegendModel::setDocument(map::MapDocument *document)
 {
     beginResetModel();
-    m_legend = legend;
-    m_rows = legend ? legend->count() : 0;
+    m_document = document;
+    m_rows = document ? document->count() : 0;
+    m_subscription = {};
+    if (document)
+        m_subscription = document->subscribe([this](const map::MapEvent &event) { mapChanged(event); });
     endResetModel();
+}
+
+void LegendModel::mapChanged(const map::MapEvent &event)
+{
+    if (event.has(map::MapEvent::kLegend))
+        refresh();
 }
 
 void LegendModel::refresh()
 {
-    const int rows = m_legend ? m_legend->count() : 0;
+    const int rows = m_document ? m_document->count() : 0;
     if (rows > m_rows) {
         beginInsertRows({}, m_rows, rows - 1);
         m_rows = rows;
@@ -44,6 +53,18 @@ void LegendModel::refresh()
     }
     if (m_rows > 0)
         Q_EMIT dataChanged(index(0, 0), index(m_rows - 1, ColumnCount - 1));
+}
+
+void LegendModel::showTrial(int place, const std::optional<ellery::TubeMark> &mark)
+{
+    m_trialPlace = place;
+    m_trial = mark;
+    Q_EMIT dataChanged(index(place, Symbol), index(place, Symbol));
+}
+
+ellery::TubeMark LegendModel::mark(int row) const
+{
+    return m_trial && row == m_trialPlace ? *m_trial : m_document->entry(row).mark;
 }
 
 int LegendModel::rowCount(const QModelIndex &parent) const
@@ -58,7 +79,7 @@ int LegendModel::columnCount(const QModelIndex &parent) const
 
 QVariant LegendModel::text(int row, int column) const
 {
-    const plans::MapFill &fill = m_legend->entry(row);
+    const plans::MapFill &fill = m_document->entry(row);
     switch (column) {
     case Type:
         return fill.typeName();
@@ -67,7 +88,7 @@ QVariant LegendModel::text(int row, int column) const
     case Tubes:
         return grouped(fill.fillCount);
     case Hits:
-        return grouped(fill.paintedCount);
+        return grouped(m_document->hits(row));
     default:
         return {};
     }
@@ -75,10 +96,10 @@ QVariant LegendModel::text(int row, int column) const
 
 QString LegendModel::explanation(int row) const
 {
-    const plans::MapFill &fill = m_legend->entry(row);
+    const plans::MapFill &fill = m_document->entry(row);
     QString text = u"%1: %2\n%3 tubes, %4 of them shown with symbol %5"_s.arg(
-        fill.typeName(), fill.label.trimmed(), grouped(fill.fillCount), grouped(fill.paintedCount),
-        QString(QChar(fill.symbol)));
+        fill.typeName(), fill.label.trimmed(), grouped(fill.fillCount), grouped(m_document->hits(row)),
+        QString(QChar(fill.mark.symbol)));
     if (const QString detail = fill.detail(); !detail.isEmpty())
         text += u'\n' + detail;
     if (!fill.shown)
@@ -90,9 +111,9 @@ QString LegendModel::explanation(int row) const
 
 QVariant LegendModel::data(const QModelIndex &index, int role) const
 {
-    if (!m_legend || !checkIndex(index, CheckIndexOption::IndexIsValid) || index.row() >= m_legend->count())
+    if (!m_document || !checkIndex(index, CheckIndexOption::IndexIsValid) || index.row() >= m_document->count())
         return {};
-    const plans::MapFill &fill = m_legend->entry(index.row());
+    const plans::MapFill &fill = m_document->entry(index.row());
     switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
@@ -111,9 +132,9 @@ QVariant LegendModel::data(const QModelIndex &index, int role) const
         return font;
     }
     case SymbolRole:
-        return QChar(fill.symbol);
+        return QChar(mark(index.row()).symbol);
     case ColourRole:
-        return brannock::fromColourRef(fill.colour);
+        return brannock::fromColourRef(mark(index.row()).colour);
     default:
         return {};
     }

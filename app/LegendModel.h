@@ -1,14 +1,11 @@
 #pragma once
 #include <QAbstractTableModel>
 
-namespace plans {
-class MapLegend;
-}
+#include <map/MapDocument.h>
 
 namespace app {
 
-/// The entries of the legend as a table. The view shows what the legend holds and asks for changes by signals: whoever
-/// owns the legend makes them, with undo, and calls refresh().
+/// The entries of a map as a table. Follows the document by itself and asks for changes by signals.
 class LegendModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -24,9 +21,9 @@ public:
     {
     }
     /// Not owned; null for none.
-    void setLegend(const plans::MapLegend *legend);
-    /// The legend has changed. The current row of views stays where it is.
-    void refresh();
+    void setDocument(map::MapDocument *document);
+    /// Shows another mark for an entry while the user is still choosing; nothing: its own.
+    void showTrial(int place, const std::optional<ellery::TubeMark> &mark);
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -49,11 +46,18 @@ Q_SIGNALS:
     void renameRequested(int entry, const QString &label);
 
 private:
+    void mapChanged(const map::MapEvent &event);
+    /// The current row of views stays where it is.
+    void refresh();
     QVariant text(int row, int column) const;
     QString explanation(int row) const;
+    ellery::TubeMark mark(int row) const;
 
-    const plans::MapLegend *m_legend = nullptr;
+    const map::MapDocument *m_document = nullptr;
     int m_rows = 0; ///< as views know it
+    int m_trialPlace = -1;
+    std::optional<ellery::TubeMark> m_trial;
+    map::Subscription m_subscription;
 };
 
 } // namespace app

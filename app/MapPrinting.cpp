@@ -3,10 +3,9 @@
 #include "MapPreviewDlg.h"
 
 #include <app/logic/Messages.h>
-#include <app/logic/SystemMacros.h>
 #include <app/picture/Paper.h>
 
-#include <brannock/gui/TubesheetMap.h>
+#include <tarnwick/gui/Guarded.h>
 #include <tarnwick/gui/StateKeeper.h>
 
 #include <QDir>
@@ -31,10 +30,8 @@ const QString kPrinterKey = u"print/printer"_s;
 
 } // namespace
 
-MapPrinting::MapPrinting(ProjectSession &session, plans::MapHost &host, brannock::TubesheetMap &map, QWidget *parent)
+MapPrinting::MapPrinting(ProjectSession &session, QWidget *parent)
     : m_session(session)
-    , m_host(host)
-    , m_map(map)
     , m_parent(parent)
 {
 }
@@ -91,16 +88,15 @@ double MapPrinting::resolution()
     return printer().resolution();
 }
 
-brannock::MapPicture MapPrinting::page(const MapHeader &header) const
+brannock::MapPicture MapPrinting::page(const map::MapHeader &header) const
 {
     const query::ArvoOptions &options = m_session.options();
-    const tarnwick::JMacro macros = printMacros(m_host.systemMacros(), m_host.userMacros());
-    const ellery::SteamGen &steamGen = m_session.project().steamGen;
-    brannock::PictureContent content = pageContent(header, m_session.legend(), steamGen, options, macros);
-    content.xOrientation = m_map.xOrientation();
-    content.yOrientation = m_map.yOrientation();
+    const map::MapDocument &document = m_session.map();
+    brannock::PictureContent content = pageContent(header, document, options, m_session.printMacros());
+    content.xOrientation = document.state().xOrientation;
+    content.yOrientation = document.state().yOrientation;
     content.documentName = documentName();
-    return mapPage(steamGen, m_session.legend().tubes(), content, options, m_session.project().site.compCode);
+    return mapPage(document, content, options, m_session.project().site.compCode);
 }
 
 bool MapPrinting::printOn(QPrinter &device, const tarnwick::Message &failure)
@@ -113,10 +109,10 @@ bool MapPrinting::printOn(QPrinter &device, const tarnwick::Message &failure)
         m_session.prompts().error(failure);
         return false;
     }
-    const plans::BusyCursor busy(m_host);
+    const tarnwick::WaitCursor wait;
     const double dpi = device.resolution();
     const QRectF paper(QPointF(0, 0), device.pageLayout().fullRect(QPageLayout::Inch).size() * dpi);
-    const brannock::MapPicture picture = page(m_session.map().header);
+    const brannock::MapPicture picture = page(m_session.map().header());
     picture.paint(painter, paper, dpi);
     for (const QList<brannock::LegendRow> &rows : picture.furtherPages(paper, dpi)) {
         if (!device.newPage())
@@ -176,9 +172,9 @@ void MapPrinting::printToFile(const QString &chosen)
 {
     const bool isPdf = chosen.endsWith(u".pdf"_s, Qt::CaseInsensitive);
     const QString file = isPdf ? chosen : QString(chosen + u".pdf"_s);
-    const plans::BusyCursor busy(m_host);
+    const tarnwick::WaitCursor wait;
     try {
-        page(m_session.map().header).save(file, paperSize());
+        page(m_session.map().header()).save(file, paperSize());
         m_session.prompts().status(messages::kPrintedTo, QDir::toNativeSeparators(file));
     } catch (const tarnwick::Error &error) {
         messages::errorWithReason(m_session.prompts(), messages::kPrinterFailed, error);
@@ -202,9 +198,9 @@ void MapPrinting::store(const FileChooserInfo &chooser, const QString &title, co
     const QString path = m_choice->saveFile(chooser, title, m_session.roots(), offered);
     if (path.isEmpty())
         return;
-    const plans::BusyCursor busy(m_host);
+    const tarnwick::WaitCursor wait;
     try {
-        page(m_session.map().header).save(path, paperSize(), kBitmapDpi);
+        page(m_session.map().header()).save(path, paperSize(), kBitmapDpi);
         m_session.prompts().status(messages::kStoredPicture,
                                    tarnwick::SuitePath::fromMachine(path, m_session.roots()).text());
     } catch (const brannock::PictureError &error) {

@@ -3,16 +3,10 @@
 #include <app/logic/ProjectSession.h>
 #include <app/picture/MapPage.h>
 
-#include <plans/MapHost.h>
-
 #include <memory>
 
 class QPrinter;
 class QWidget;
-
-namespace brannock {
-class TubesheetMap;
-}
 
 namespace app {
 
@@ -20,8 +14,8 @@ namespace app {
 class MapPrinting
 {
 public:
-    /// map: whose flips the page takes over. parent: of the dialogs.
-    MapPrinting(ProjectSession &session, plans::MapHost &host, brannock::TubesheetMap &map, QWidget *parent);
+    /// parent: of the dialogs.
+    MapPrinting(ProjectSession &session, QWidget *parent);
     ~MapPrinting();
     MapPrinting(const MapPrinting &) = delete;
     MapPrinting &operator=(const MapPrinting &) = delete;
@@ -34,7 +28,7 @@ public:
     void storeBitmap();
 
     /// The page with this header in place of the map's.
-    brannock::MapPicture page(const MapHeader &header) const;
+    brannock::MapPicture page(const map::MapHeader &header) const;
     /// Of the paper, in inches, as it lies.
     QSizeF paperSize();
     /// Dots per inch of the printer.
@@ -58,8 +52,6 @@ private:
     void store(const FileChooserInfo &chooser, const QString &title, const tarnwick::Message &notMade);
 
     ProjectSession &m_session;
-    plans::MapHost &m_host;
-    brannock::TubesheetMap &m_map;
     QWidget *m_parent;
     FileChoice *m_choice = nullptr;
     std::unique_ptr<QPrinter> m_printer;

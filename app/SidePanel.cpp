@@ -5,7 +5,7 @@
 #include "LineIcon.h"
 #include "TextPanel.h"
 
-#include <app/logic/PanelTexts.h>
+#include <app/logic/ProjectSession.h>
 
 #include <QBoxLayout>
 #include <QToolButton>
@@ -76,14 +76,15 @@ QWidget *SidePanel::makeLegendHead(CommandActions &actions)
     return head;
 }
 
-void SidePanel::setProjectText(const QString &text)
+void SidePanel::refresh(const ProjectSession &session)
 {
-    m_project->setText(text);
-}
-
-void SidePanel::setStatusText(const QString &text)
-{
-    m_status->setText(text);
+    if (!session.hasProject()) {
+        m_project->setText({});
+        m_status->setText({});
+        return;
+    }
+    m_project->setText(projectPanelText(session.project(), session.map().name(), session.databaseStatus()));
+    m_status->setText(statusPanelText(session.map().tubes()));
 }
 
 } // namespace app

@@ -3,14 +3,11 @@
 
 #include <QWidget>
 
-namespace plans {
-class MapLegend;
-}
-
 namespace app {
 
 class LegendModel;
 class LegendView;
+class ProjectSession;
 class TextPanel;
 
 /// Beside the map: the project, the counts, and the legend with its buttons.
@@ -22,8 +19,8 @@ public:
 
     LegendModel &legendModel() { return *m_model; }
     LegendView &legendView() { return *m_view; }
-    void setProjectText(const QString &text);
-    void setStatusText(const QString &text);
+    /// Shows project and counts.
+    void refresh(const ProjectSession &session);
 
 private:
     QWidget *makeLegendHead(CommandActions &actions);

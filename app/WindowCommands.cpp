@@ -10,7 +10,7 @@
 #include <app/logic/SelectionCommands.h>
 #include <app/logic/SiblingTools.h>
 
-#include <plans/MapUpdate.h>
+#include <map/MapUpdate.h>
 #include <tarnwick/FileWriter.h>
 
 #include <QBuffer>
@@ -47,17 +47,15 @@ QString storeIcon(const QString &installation)
 
 } // namespace
 
-WindowCommands::WindowCommands(ProjectSession &session, plans::MapHost &host, brannock::TubesheetMap &map,
-                               RecentMenus &recent, WindowActions &window, QWidget *parent)
+WindowCommands::WindowCommands(ProjectSession &session, brannock::TubesheetMap &map, RecentMenus &recent,
+                               QWidget *parent)
     : m_session(session)
-    , m_host(host)
     , m_map(map)
     , m_recent(recent)
-    , m_window(window)
     , m_parent(parent)
-    , m_legend(host)
+    , m_legend(session.map(), session.fillRunner())
     , m_files(session)
-    , m_printing(session, host, map, parent)
+    , m_printing(session, parent)
 {
 }
 
@@ -123,7 +121,8 @@ bool WindowCommands::runFile(int command)
 
 void WindowCommands::editHeader()
 {
-    HeaderEditor editor(m_session.map(), m_host, *m_dialogs, m_session.roots());
+    HeaderEditor editor({m_session.map(), m_session.prompts(), *m_dialogs, m_session.roots(),
+                         [this] { return m_session.printMacros(); }});
     if (m_session.headerDraft) { // of a dialog that a crash ended
         editor.header = m_session.headerDraft->header;
         editor.description = m_session.headerDraft->description;
@@ -132,10 +131,10 @@ void WindowCommands::editHeader()
         m_session.headerDraft.reset();
         if (editor.isModified())
             m_session.headerDraft = HeaderDraft{editor.header, editor.description};
-        m_window.keepWork();
+        Q_EMIT workChanged();
     };
     HeaderDlg dialog(
-        editor, [this](const MapHeader &header) { return m_printing.page(header); }, m_printing.paperSize(),
+        editor, [this](const map::MapHeader &header) { return m_printing.page(header); }, m_printing.paperSize(),
         m_printing.resolution(), m_parent);
     dialog.exec();
     m_session.headerDraft.reset();
@@ -151,11 +150,11 @@ bool WindowCommands::runMap(int command)
         m_legend.removeAll();
         return true;
     case IgnoreSection:
-        if (pointedEntry >= 0 && pointedEntry < m_session.legend().count())
-            m_legend.setAllSections(pointedEntry, !m_session.legend().entry(pointedEntry).allSections);
+        if (pointedEntry >= 0 && pointedEntry < m_session.map().count())
+            m_legend.setAllSections(pointedEntry, !m_session.map().entry(pointedEntry).allSections);
         return true;
     case MapFullScreen:
-        m_window.toggleFullScreen();
+        Q_EMIT fullScreenWanted();
         return true;
     case FlipHorizontal:
     case FlipVertical:
@@ -163,7 +162,6 @@ bool WindowCommands::runMap(int command)
         return true;
     case ShowFloatingId:
         m_map.setTubeTip(!m_map.hasTubeTip());
-        m_host.redrawMap();
         return true;
     default:
         return false;
@@ -172,51 +170,50 @@ bool WindowCommands::runMap(int command)
 
 void WindowCommands::undo()
 {
-    const QString label = m_session.undo().undoLabel();
-    m_session.undo().undo();
+    const QString label = m_session.map().undoLabel();
+    m_session.map().undo();
     m_session.prompts().status(messages::kUndone, label);
 }
 
 void WindowCommands::redo()
 {
-    const QString label = m_session.undo().redoLabel();
-    m_session.undo().redo();
+    const QString label = m_session.map().redoLabel();
+    m_session.map().redo();
     m_session.prompts().status(messages::kRedone, label);
 }
 
 void WindowCommands::moveTo(int position)
 {
-    const int steps = position - m_session.undo().stack().position();
+    const int steps = position - m_session.map().history().position();
     if (steps == -1)
         return undo();
     if (steps == 1)
         return redo();
-    m_session.undo().moveTo(position);
+    m_session.map().moveTo(position);
     if (steps != 0)
         m_session.prompts().status(steps < 0 ? messages::kUndoneSeveral : messages::kRedoneSeveral, std::abs(steps));
 }
 
 void WindowCommands::select(int command)
 {
-    m_host.undoCheckpoint(selectionLabel(command));
-    applySelection(command, m_session.project().steamGen, m_session.legend().tubes(), pointedTube);
-    m_host.redrawMap();
+    map::MapDocument &document = m_session.map();
+    const QList<qint32> selection = selectionAfter(command, document.component(), document.tubes(), pointedTube);
+    document.change(selectionLabel(command), [&selection](map::MapEdit &edit) { edit.setSelection(selection); });
 }
 
 void WindowCommands::flip(int command)
 {
     const bool horizontal = command == FlipHorizontal;
-    m_host.undoCheckpoint(horizontal ? u"Flip Horizontal"_s : u"Flip Vertical"_s);
-    if (horizontal)
-        m_map.setXOrientation(-m_map.xOrientation());
-    else
-        m_map.setYOrientation(-m_map.yOrientation());
-    m_host.redrawMap();
+    m_session.map().change(horizontal ? u"Flip Horizontal"_s : u"Flip Vertical"_s, [horizontal](map::MapEdit &edit) {
+        const int x = edit.state().xOrientation;
+        const int y = edit.state().yOrientation;
+        edit.setOrientation(horizontal ? -x : x, horizontal ? y : -y);
+    });
 }
 
 void WindowCommands::updateMap()
 {
-    plans::MapUpdate update(m_host);
+    map::MapUpdate update(m_session.map(), m_session.fillRunner());
     if (!update.confirm())
         return;
     std::unique_ptr<tarnwick::Progress> progress = m_session.newProgress(u"Update Map"_s);
@@ -290,7 +287,7 @@ bool WindowCommands::runProject(int command)
             m_session.clearRecentProjects();
         return true;
     case ProjectInfo:
-        m_window.showProjectInfo();
+        Q_EMIT projectInfoWanted();
         return true;
     default:
         return false;
@@ -309,7 +306,7 @@ void WindowCommands::openProject()
 void WindowCommands::openProjectFolder(const QString &folder)
 {
     if (mayReplaceMap())
-        m_window.openProjectFolder(folder);
+        Q_EMIT projectWanted(folder);
 }
 
 bool WindowCommands::confirmClear()
@@ -321,10 +318,10 @@ bool WindowCommands::runProgram(int command)
 {
     switch (command) {
     case Exit:
-        m_window.closeWindow();
+        Q_EMIT closeWanted();
         return true;
     case About:
-        m_window.showAbout();
+        Q_EMIT aboutWanted();
         return true;
     case AdministrationTool:
         startTool(kAdministrationTool, m_session.roots(), m_session.prompts());

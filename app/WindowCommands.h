@@ -1,38 +1,26 @@
 #pragma once
 #include "MapPrinting.h"
 
-#include <app/logic/LegendEditor.h>
 #include <app/logic/MapCommands.h>
 #include <app/logic/ProjectSession.h>
 
+#include <map/LegendCommands.h>
+
 #include <brannock/gui/TubesheetMap.h>
+#include <QObject>
 
 namespace app {
 
 class FileDialogs;
 class RecentMenus;
 
-/// What the window itself does for commands, since only a window can.
-class WindowActions
-{
-public:
-    virtual ~WindowActions() = default;
-    virtual void openProjectFolder(const QString &folder) = 0;
-    virtual void toggleFullScreen() = 0;
-    virtual void closeWindow() = 0;
-    virtual void showAbout() = 0;
-    virtual void showProjectInfo() = 0;
-    /// Work that is in no file has changed: the copy for the case of a crash follows.
-    virtual void keepWork() = 0;
-};
-
 /// Carries out the numbered commands.
-class WindowCommands
+class WindowCommands : public QObject
 {
+    Q_OBJECT
 public:
     /// parent: of the dialogs
-    WindowCommands(ProjectSession &session, plans::MapHost &host, brannock::TubesheetMap &map, RecentMenus &recent,
-                   WindowActions &window, QWidget *parent);
+    WindowCommands(ProjectSession &session, brannock::TubesheetMap &map, RecentMenus &recent, QWidget *parent);
     /// Tests put their own in place of the system's.
     void setFileDialogs(FileDialogs *dialogs);
 
@@ -49,6 +37,16 @@ public:
     void editHeader();
     /// Asks about unsaved changes of the map. False: the user wants to stay with it.
     bool mayReplaceMap() { return m_files.mayReplaceMap(); }
+
+Q_SIGNALS:
+    // What only the window can do.
+    void projectWanted(const QString &folder);
+    void fullScreenWanted();
+    void closeWanted();
+    void aboutWanted();
+    void projectInfoWanted();
+    /// Work that is in no file has changed.
+    void workChanged();
 
 private:
     bool runFile(int command);
@@ -68,13 +66,11 @@ private:
     void createShortcut();
 
     ProjectSession &m_session;
-    plans::MapHost &m_host;
     brannock::TubesheetMap &m_map;
     RecentMenus &m_recent;
-    WindowActions &m_window;
     FileDialogs *m_dialogs = nullptr;
     QWidget *m_parent;
-    LegendEditor m_legend;
+    map::LegendCommands m_legend;
     MapCommands m_files;
     MapPrinting m_printing;
 };

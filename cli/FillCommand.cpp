@@ -7,11 +7,12 @@
 #include <app/logic/Commands.h>
 #include <app/logic/Messages.h>
 #include <app/logic/SelectionCommands.h>
+#include <map/FillCommit.h>
+#include <map/MapFiles.h>
+#include <map/TubeText.h>
 #include <plans/BoxFill.h>
-#include <plans/FillCommit.h>
 #include <plans/PatternFill.h>
 #include <plans/PcntFill.h>
-#include <plans/TubeText.h>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLockFile>
@@ -99,8 +100,7 @@ std::unique_ptr<plans::MapFill> boxFill(const Arguments &arguments)
 {
     auto fill = std::make_unique<plans::BoxFill>();
     fill->parameters.radius = radiusOf(arguments);
-    fill->symbol = u'D';
-    fill->colour = kBlue;
+    fill->mark = {u'D', kBlue};
     return fill;
 }
 
@@ -115,8 +115,7 @@ std::unique_ptr<plans::MapFill> patternFill(const Arguments &arguments)
     pattern.colIncrement = atLeastOne(arguments, u"col-inc", 2);
     pattern.includeFirstTube = arguments.has(u"first-tube");
     pattern.includeLastTube = arguments.has(u"last-tube");
-    fill->symbol = u'D';
-    fill->colour = kBlue;
+    fill->mark = {u'D', kBlue};
     return fill;
 }
 
@@ -131,36 +130,35 @@ std::unique_ptr<plans::MapFill> fillOf(const QString &kind, const Arguments &arg
     throw UsageError(u"A fill is random, box or pattern, not \"%1\"."_s.arg(kind));
 }
 
-void selectTubes(const Arguments &arguments, const ellery::SteamGen &steamGen, ellery::TubeStates &tubes)
+void selectTubes(const Arguments &arguments, map::MapDocument &document)
 {
     static const QHash<QString, int> words{{u"all"_s, app::SelectAllTubes},
                                            {u"symbols"_s, app::SelectAllSymbols},
                                            {u"open"_s, app::SelectOpenTubes},
                                            {u"periph"_s, app::SelectPeriph}};
+    const ellery::SteamGen &component = document.component();
+    ellery::TubeStates tubes = document.tubes();
     for (const QString &text : arguments.values(u"select")) {
         if (const auto word = words.constFind(text); word != words.constEnd()) {
-            app::applySelection(*word, steamGen, tubes, -1);
+            tubes.setSelection(app::selectionAfter(*word, component, tubes, -1));
             continue;
         }
-        const int tube = steamGen.parseTube(text);
+        const int tube = component.parseTube(text);
         if (tube < 0)
             throw tarnwick::Error(u"There is no tube \"%1\"."_s.arg(text));
         tubes.setSelected(tube, true);
     }
+    document.change(u"Select Tubes"_s, [&tubes](map::MapEdit &edit) { edit.setSelection(tubes.selection()); });
 }
 
-/// Sets symbol and colour from the options, if given.
-void setLook(const Arguments &arguments, Target &target)
+/// The mark with symbol and colour from the options, if given.
+ellery::TubeMark lookOf(const Arguments &arguments, ellery::TubeMark mark)
 {
-    plans::MapLegend &legend = target.legend();
-    const int entry = legend.count() - 1;
-    char16_t symbol = legend.entry(entry).symbol;
-    quint32 colour = legend.entry(entry).colour;
     if (arguments.has(u"symbol")) {
         const QString text = arguments.value(u"symbol");
         if (text.size() != 1 || text[0].isSpace())
             throw UsageError(u"--symbol is one character."_s);
-        symbol = text[0].unicode();
+        mark.symbol = text[0].unicode();
     }
     if (arguments.has(u"colour")) {
         const QString text = arguments.value(u"colour");
@@ -169,9 +167,9 @@ void setLook(const Arguments &arguments, Target &target)
         constexpr int kDigits = 6;
         if (!ok || text.size() != kDigits)
             throw UsageError(u"--colour is RRGGBB in hexadecimal digits."_s);
-        colour = (rgb & 0xFF) << 16 | (rgb & 0xFF00) | rgb >> 16;
+        mark.colour = (rgb & 0xFF) << 16 | (rgb & 0xFF00) | rgb >> 16;
     }
-    legend.setSymbol(entry, symbol, colour, target);
+    return mark;
 }
 
 /// Prevents other runs of the command from changing a map between reading and storing it. Waits for them. Throws
@@ -209,7 +207,7 @@ private:
 /// Reads the map that is to be replaced. Returns false after reporting why it cannot be read or should not be replaced.
 bool readForChange(Target &target, const QString &path)
 {
-    if (!target.map().readMap(path))
+    if (!map::readMap(target.map(), path, target.prompts()))
         return false;
     return !target.map().isOfOtherModel() ||
            target.prompts().question(tarnwick::Buttons::NoYes, app::messages::kAskReplaceOtherModel,
@@ -236,17 +234,19 @@ int runFill(const Arguments &arguments)
     MapLock lock(path);
     if (QFileInfo::exists(path) && !readForChange(target, path))
         return Failed;
-    selectTubes(arguments, target.steamGen(), target.tubes());
-    plans::addNewFill(target, *fill);
-    setLook(arguments, target);
-    if (!target.map().storeMap(path))
+    map::MapDocument &document = target.map();
+    selectTubes(arguments, document);
+    map::addNewFill(document, target.fillRunner(), *fill);
+    const int place = document.count() - 1;
+    const ellery::TubeMark look = lookOf(arguments, document.entry(place).mark);
+    document.change(u"Change Symbol"_s, [&](map::MapEdit &edit) { edit.setMark(place, look); });
+    if (!map::storeMap(document, path, target.prompts()))
         return Failed;
     if (!tubes.isEmpty()) {
-        const plans::TubeText csv(target.steamGen(), plans::TubeText::Form::Csv);
-        const plans::MapFill &made = target.legend().entry(target.legend().count() - 1);
-        writeTubes(target, tubes, csv.ofEntry(made));
+        const map::TubeText csv(document.component(), map::TubeText::Form::Csv);
+        writeTubes(target, tubes, csv.ofEntry(document.entry(place)));
     }
-    printLegend(target.legend());
+    printLegend(document);
     return Done;
 }
 

@@ -1,9 +1,9 @@
 #pragma once
-#include <plans/MapLegend.h>
+#include <map/MapDocument.h>
 
 namespace cli {
 
 /// Prints one line per entry: symbol, type, description, tubes, hits.
-void printLegend(const plans::MapLegend &legend);
+void printLegend(const map::MapDocument &document);
 
 } // namespace cli

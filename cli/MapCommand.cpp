@@ -7,8 +7,9 @@
 #include <app/logic/SystemMacros.h>
 #include <app/picture/MapPage.h>
 #include <app/picture/Paper.h>
-#include <plans/FillCommit.h>
-#include <plans/TubeText.h>
+#include <map/FillCommit.h>
+#include <map/MapFiles.h>
+#include <map/TubeText.h>
 #include <QFileInfo>
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
@@ -76,7 +77,7 @@ bool addQuery(Target &target, const QString &path)
                                    QString::fromUtf16(message.text) + u"\n\n"_s + error.text());
         return false;
     }
-    return plans::addFillOfQuery(target, document);
+    return map::addFillOfQuery(target.map(), target.fillRunner(), document);
 }
 
 } // namespace
@@ -101,7 +102,7 @@ int runMap(const Arguments &arguments)
         out = placeToWrite(target, arguments.value(u"out"));
     if (arguments.has(u"tubes"))
         placeToWrite(target, arguments.value(u"tubes")); // checked before any work is done
-    if (arguments.has(u"map") && !target.map().readMap(target.pathOf(arguments.value(u"map"))))
+    if (arguments.has(u"map") && !map::readMap(target.map(), target.pathOf(arguments.value(u"map")), target.prompts()))
         return Failed;
     if (arguments.has(u"query") && !target.connect())
         return Failed;
@@ -110,25 +111,24 @@ int runMap(const Arguments &arguments)
             return Failed;
     }
 
-    app::MapHeader header = target.map().header;
+    map::MapHeader header = target.map().header();
     if (arguments.has(u"header"))
-        header = app::readHeaderFile(target.pathOf(arguments.value(u"header")));
+        header = map::readHeaderFile(target.pathOf(arguments.value(u"header")));
     if (arguments.has(u"title"))
         header.upperText = arguments.value(u"title");
     const query::ArvoOptions &options = target.options();
     const tarnwick::JMacro macros = app::printMacros(target.systemMacros(), target.userMacros());
-    brannock::PictureContent content = app::pageContent(header, target.legend(), target.steamGen(), options, macros);
+    brannock::PictureContent content = app::pageContent(header, target.map(), options, macros);
     content.xOrientation = flips.xOrientation;
     content.yOrientation = flips.yOrientation;
     content.documentName = target.map().name().isEmpty() ? target.project().name : target.map().name();
     if (!out.isEmpty())
-        app::mapPage(target.steamGen(), target.tubes(), content, options, target.project().site.compCode)
-            .save(out, inches, kDpi);
+        app::mapPage(target.map(), content, options, target.project().site.compCode).save(out, inches, kDpi);
     if (arguments.has(u"tubes")) {
-        const plans::TubeText text(target.steamGen(), plans::TubeText::Form::Csv);
-        writeTubes(target, arguments.value(u"tubes"), text.ofMap(target.legend()));
+        const map::TubeText text(target.map().component(), map::TubeText::Form::Csv);
+        writeTubes(target, arguments.value(u"tubes"), text.ofMap(target.map().entries()));
     }
-    printLegend(target.legend());
+    printLegend(target.map());
     return Done;
 }
 

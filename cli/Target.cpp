@@ -123,10 +123,9 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
     , m_prompts(m_console, programName())
     , m_project(projectAt(path, takes))
     , m_session(m_prompts)
-    , m_legend(m_project.steamGen)
-    , m_map(m_legend, m_prompts)
     , m_parameters(arguments.values(u"param"), m_prompts)
     , m_queries(m_session, m_context)
+    , m_runner(m_queries, m_prompts)
     , m_options(m_project.databaseFormat)
 {
     m_context.roots = m_project.isLoaded() ? m_project.roots() : tarnwick::PathRoots::fromEnvironment();
@@ -178,11 +177,11 @@ bool Target::connect(Use use)
     return false;
 }
 
-tarnwick::JMacro Target::systemMacros()
+tarnwick::JMacro Target::systemMacros() const
 {
     if (!m_project.isLoaded())
         return {};
-    return app::systemMacros(m_project, m_legend.tubes(), m_map.file(),
+    return app::systemMacros(m_project, m_map.tubes(), m_map.file(),
                              {m_session.path(), m_session.isOpen() && m_session.isUpdatable()});
 }
 

@@ -2,11 +2,10 @@
 #include "Arguments.h"
 #include "Console.h"
 
-#include <app/logic/MapDocument.h>
 #include <brannock/Project.h>
 #include <db/DatabaseSession.h>
-#include <plans/MapHost.h>
-#include <plans/MapLegend.h>
+#include <map/FillRunner.h>
+#include <map/MapDocument.h>
 #include <plans/ProjectQueries.h>
 #include <query/ArvoOptions.h>
 #include <query/ParameterResolver.h>
@@ -35,7 +34,7 @@ private:
 };
 
 /// The object of a command: a project's folder, or a single database file. Corresponds to the main window.
-class Target : public plans::MapHost
+class Target
 {
 public:
     enum class Takes { Project, ProjectOrDatabase };
@@ -63,35 +62,29 @@ public:
     /// The program's options; the defaults if their file cannot be read, which is reported.
     const query::ArvoOptions &options() const { return m_options; }
 
-    /// Header, description and file of the map.
-    app::MapDocument &map() { return m_map; }
+    /// The map of the project's component.
+    map::MapDocument &map() { return m_map; }
+    const map::FillRunner &fillRunner() const { return m_runner; }
 
     /// The console itself, for the last message and the number of errors. Use prompts() to report something.
     const ConsolePrompts &console() const { return m_console; }
 
-    brannock::Project &project() override { return m_project; }
-    const ellery::SteamGen &steamGen() override { return m_project.steamGen; }
-    ellery::TubeStates &tubes() override { return m_legend.tubes(); }
-    plans::MapLegend &legend() override { return m_legend; }
-    db::DatabaseSession &session() override { return m_session; }
-    tarnwick::UserPrompts &prompts() override { return m_prompts; }
-    plans::QuerySource &queries() override { return m_queries; }
-    void undoCheckpoint(const QString &) override {}
-    void redrawMap() override {}
-    void refreshLegend() override {}
-    tarnwick::JMacro systemMacros() override;
-    tarnwick::JMacro userMacros() override { return m_context.userMacros; }
+    brannock::Project &project() { return m_project; }
+    db::DatabaseSession &session() { return m_session; }
+    tarnwick::UserPrompts &prompts() { return m_prompts; }
+    tarnwick::JMacro systemMacros() const;
+    const tarnwick::JMacro &userMacros() const { return m_context.userMacros; }
 
 private:
     ConsolePrompts m_console;
     tarnwick::LoggedPrompts m_prompts;
     brannock::Project m_project;
     db::DatabaseSession m_session;
-    plans::MapLegend m_legend;
-    app::MapDocument m_map;
+    map::MapDocument m_map;
     FlagParameters m_parameters;
     query::QueryContext m_context;
     plans::ProjectQueries m_queries;
+    map::FillRunner m_runner;
     QString m_databasePath;
     query::ArvoOptions m_options;
     int m_formatYear = 0; ///< the program's option for new databases

@@ -15,13 +15,13 @@ int runUploadComponent(const Arguments &arguments)
     if (!target.connect(Target::Use::Store))
         return Failed;
     ConsoleProgress progress;
-    if (!db::uploadComponent(target.session(), target.steamGen(), &progress))
+    if (!db::uploadComponent(target.session(), target.map().component(), &progress))
         return Failed;
     qint64 landmarks = 0;
-    for (const ellery::LandmarkSet &set : std::as_const(target.steamGen().landmarkSets))
+    for (const ellery::LandmarkSet &set : std::as_const(target.map().component().landmarkSets))
         landmarks += set.landmarks.size();
     print(u"%1 %2 tubes, %3 landmarks.\n"_s.arg(target.console().lastStatus())
-              .arg(target.steamGen().numTube())
+              .arg(target.map().component().numTube())
               .arg(landmarks));
     return Done;
 }

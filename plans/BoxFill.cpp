@@ -2,6 +2,8 @@
 
 #include "UntakenTubes.h"
 
+#include <tarnwick/Format.h>
+
 using namespace Qt::StringLiterals;
 
 namespace plans {
@@ -29,19 +31,19 @@ void BoxFill::serialize(tarnwick::JFile &file, int version)
     file.serialize(parameters.radius);
 }
 
-bool BoxFill::pick(const ellery::SteamGen &steamGen, const ellery::TubeStates &states)
+FillResult BoxFill::pick(const FillInput &input) const
 {
-    tubes.clear();
-    UntakenTubes untaken(steamGen, states);
-    for (const qint32 centre : states.selection()) {
-        const ellery::Tube &tube = steamGen[centre];
-        tubes += untaken.take(double(tube.x), double(tube.y), parameters.radius);
+    FillResult result;
+    UntakenTubes untaken(input.component, input.tubes);
+    for (const qint32 centre : input.tubes.selection()) {
+        const ellery::Tube &tube = input.component[centre];
+        result.tubes += untaken.take(double(tube.x), double(tube.y), parameters.radius);
         if (untaken.isEmpty())
             break;
     }
-    tubes.squeeze();
-    fillCount = qint32(tubes.size());
-    return true;
+    result.tubes.squeeze();
+    result.fillCount = qint32(result.tubes.size());
+    return result;
 }
 
 QString BoxFill::entryLabel() const

@@ -19,8 +19,7 @@ public:
     BoxFill();
     void serialize(tarnwick::JFile &file, int version) override;
     /// In the order in which tubes are first reached: by selected tube, then by index.
-    bool pick(const ellery::SteamGen &steamGen, const ellery::TubeStates &states) override;
-    bool compute(MapHost &host) override { return pick(host.steamGen(), host.tubes()); }
+    FillResult pick(const FillInput &input) const override;
     Need need() const override { return Need::Selection; }
     QString entryLabel() const override;
     QString undoLabel() const override;

@@ -49,26 +49,25 @@ void ListFill::serialize(tarnwick::JFile &file, int version)
         file.serialize(parameters.description);
 }
 
-bool ListFill::compute(MapHost &host)
+FillResult ListFill::pick(const FillInput &input) const
 {
-    const ellery::SteamGen &steamGen = host.steamGen();
-    std::vector<bool> taken(size_t(steamGen.numTube()));
-    tubes.clear();
-    fillCount = qint32(parameters.entries.size());
+    FillResult result;
+    result.fillCount = qint32(parameters.entries.size());
+    std::vector<bool> taken(size_t(input.component.numTube()));
     bool invalid = false;
-    for (const ListFillTube &entry : std::as_const(parameters.entries)) {
-        const int tube = steamGen.findTube(entry.row, entry.col, entry.sec);
+    for (const ListFillTube &entry : parameters.entries) {
+        const int tube = input.component.findTube(entry.row, entry.col, entry.sec);
         if (tube < 0) {
             invalid = true;
         } else if (!taken[size_t(tube)]) {
-            tubes.append(tube);
+            result.tubes.append(tube);
             taken[size_t(tube)] = true;
         }
     }
-    tubes.squeeze();
+    result.tubes.squeeze();
     if (invalid)
-        host.prompts().error(messages::kListTubesMissing);
-    return true;
+        result.remarks.append(remark(FillRemark::Kind::Error, messages::kListTubesMissing));
+    return result;
 }
 
 QString ListFill::entryLabel() const

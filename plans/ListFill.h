@@ -34,8 +34,8 @@ public:
 
     ListFill();
     void serialize(tarnwick::JFile &file, int version) override;
-    /// Each tube once, in list order; the fill count is that of the entries. Warns (1079) of tubes that do not exist.
-    bool compute(MapHost &host) override;
+    /// Each tube once, in list order; the fill count is that of the entries. A remark tells of tubes that do not exist.
+    FillResult pick(const FillInput &input) const override;
     QString entryLabel() const override;
     QString undoLabel() const override;
 

@@ -7,8 +7,8 @@ namespace plans {
 void MapFill::serialize(tarnwick::JFile &file, int version)
 {
     file.serialize(shown);
-    file.serialize(symbol);
-    file.serialize(colour);
+    file.serialize(mark.symbol);
+    file.serialize(mark.colour);
     file.serialize(label);
     file.serialize(tubes);
     if (version >= 3)
@@ -42,11 +42,24 @@ void MapFill::forEachMarked(const ellery::SteamGen &steamGen, Function function)
     }
 }
 
-void MapFill::paint(const ellery::SteamGen &steamGen, ellery::TubeStates &states)
+void MapFill::take(const FillResult &result)
 {
-    paintedCount = 0;
-    if (shown)
-        forEachMarked(steamGen, [this, &states](int tube) { paintTube(states, tube); });
+    tubes = result.tubes;
+    fillCount = result.fillCount;
+}
+
+int MapFill::paint(const ellery::SteamGen &steamGen, ellery::TubeStates &states) const
+{
+    int painted = 0;
+    if (!shown)
+        return painted;
+    forEachMarked(steamGen, [&](int tube) {
+        if (!states.isOpen(tube))
+            return;
+        states.setMark(tube, mark);
+        ++painted;
+    });
+    return painted;
 }
 
 QList<qint32> MapFill::markedTubes(const ellery::SteamGen &steamGen) const
@@ -58,14 +71,6 @@ QList<qint32> MapFill::markedTubes(const ellery::SteamGen &steamGen) const
             marked.append(tube);
     });
     return marked;
-}
-
-void MapFill::paintTube(ellery::TubeStates &states, int tube)
-{
-    if (!states.isOpen(tube))
-        return;
-    states.setMark(tube, {symbol, colour});
-    ++paintedCount;
 }
 
 QString MapFill::typeName() const
@@ -81,9 +86,8 @@ int MapFill::dropInvalidTubes(int tubeCount)
 
 bool MapFill::hasSameFields(const MapFill &other) const
 {
-    return typeKey == other.typeKey && shown == other.shown && symbol == other.symbol && colour == other.colour &&
-           label == other.label && fillCount == other.fillCount && allSections == other.allSections &&
-           tubes == other.tubes;
+    return typeKey == other.typeKey && shown == other.shown && mark == other.mark && label == other.label &&
+           fillCount == other.fillCount && allSections == other.allSections && tubes == other.tubes;
 }
 
 } // namespace plans

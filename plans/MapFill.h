@@ -1,6 +1,7 @@
 #pragma once
-#include "MapHost.h"
+#include "FillInput.h"
 
+#include <memory>
 #include <tarnwick/JFile.h>
 
 namespace plans {
@@ -14,13 +15,11 @@ public:
 
     QString typeKey;   ///< key of the kind, written before the fill in map files
     bool shown = true; ///< hidden entries are not painted
-    char16_t symbol = u'A';
-    quint32 colour = 0x0000FF; ///< 0x00BBGGRR
-    QString label;             ///< the entry's description in the legend
-    QList<qint32> tubes;       ///< indices into the steam generator's tubes, in the order the fill produced them
-    qint32 fillCount = 0;      ///< tubes (records) of the last computation: TUBES in the legend
-    bool allSections = false;  ///< painting marks the same row and column in every section
-    qint32 paintedCount = 0;   ///< tubes actually painted in the last paint: HITS in the legend; not stored
+    ellery::TubeMark mark{u'A', 0x0000FF};
+    QString label;            ///< the entry's description in the legend
+    QList<qint32> tubes;      ///< indices into the steam generator's tubes, in the order the fill produced them
+    qint32 fillCount = 0;     ///< tubes (records) of the last computation: TUBES in the legend
+    bool allSections = false; ///< painting marks the same row and column in every section
 
     /// Entry version written. Older ones lack the flag of all sections, the oldest the fill count too.
     static constexpr int kVersion = 4;
@@ -28,20 +27,15 @@ public:
     virtual void serialize(tarnwick::JFile &file, int version);
     /// A deep copy of the same kind.
     virtual std::unique_ptr<MapFill> clone() const = 0;
-    /// Takes over everything of another fill of the same kind.
-    virtual void assign(const MapFill &other) = 0;
-    /// Whether a user could tell the two apart: what painting counted is left out.
+    /// Whether a user could not tell the two apart. The other must be of the same kind.
     virtual bool isSameAs(const MapFill &other) const = 0;
-    /// The legend changed symbol or colour.
-    virtual void symbolChanged(MapHost &) {}
     /// The kind's parameters from a map file of version 2 or lower. The base refuses by throwing JFileError.
     virtual void readOldFormat(tarnwick::JFile &file);
-    /// Recomputes the tubes for kinds that need no more than the steam generator and its map, saying nothing: for
-    /// previews. False when the kind needs more, could not, or found nothing to choose from.
-    virtual bool pick(const ellery::SteamGen &, const ellery::TubeStates &) { return false; }
-    /// Recomputes the tubes from the parameters and the present state of steam generator and map. False when it could
-    /// not, or found nothing to choose from.
-    virtual bool compute(MapHost &host) = 0;
+    /// Picks the tubes by the parameters. Changes nothing; see take(). A fill whose input lacks what it needs picks the
+    /// tubes that it has.
+    virtual FillResult pick(const FillInput &input) const = 0;
+    /// Takes over picked tubes, with the parameters that came of picking them.
+    virtual void take(const FillResult &result);
 
     /// What computing takes beside the component and the symbols on it.
     enum class Need { Nothing, Selection, Database };
@@ -55,9 +49,11 @@ public:
     virtual QString detail() const { return {}; }
     /// What Undo calls the making of such an entry.
     virtual QString undoLabel() const = 0;
+    /// The query whose symbol and colour the entry's are remembered as; empty when they are not remembered.
+    virtual QString queryName() const { return {}; }
 
-    /// Gives every tube without a symbol this entry's, and counts them as painted. Does nothing when hidden.
-    void paint(const ellery::SteamGen &steamGen, ellery::TubeStates &states);
+    /// Gives every open tube of the entry its mark; returns how many. Does nothing when hidden.
+    int paint(const ellery::SteamGen &steamGen, ellery::TubeStates &states) const;
     /// The tubes that painting looks at, each once: those of every section where sections are ignored.
     QList<qint32> markedTubes(const ellery::SteamGen &steamGen) const;
     /// Removes tube indices outside the steam generator; returns how many.
@@ -73,7 +69,6 @@ protected:
 private:
     template <typename Function>
     void forEachMarked(const ellery::SteamGen &steamGen, Function function) const;
-    void paintTube(ellery::TubeStates &states, int tube);
 };
 
 /// What every kind of fill has in common: copying, and comparing its Parameters (a struct with ==).
@@ -82,7 +77,6 @@ class FillKind : public MapFill
 {
 public:
     std::unique_ptr<MapFill> clone() const override { return std::make_unique<Kind>(self()); }
-    void assign(const MapFill &other) override { static_cast<Kind &>(*this) = static_cast<const Kind &>(other); }
     bool isSameAs(const MapFill &other) const override
     {
         return hasSameFields(other) && self().parameters == static_cast<const Kind &>(other).parameters;

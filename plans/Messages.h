@@ -1,4 +1,6 @@
 #pragma once
+#include "FillInput.h"
+
 #include <tarnwick/Prompts.h>
 
 /// What fills, legend and map say. Numbers are unique in the program.
@@ -21,24 +23,15 @@ inline constexpr Message kQueryNotExecuted{1092, u"Must execute a valid query fi
 inline constexpr Message kDrawsFromFirst{0, u"The sample is drawn from the first %D tubes only.\n\n\"%S\" has %D tubes "
                                             u"to choose from; its random numbers do not reach further."};
 
-inline constexpr Message kFillDone{0, u"%S: %D tubes."};
-
-inline constexpr Message kUpdateBegins{0, u"Execute ..."};
-inline constexpr Message kUpdatingEntry{0, u"Updating entry %d %S ..."};
-inline constexpr Message kUpdateCancelled{0, u"Update of the map cancelled."};
-inline constexpr Message kUpdateDone{0, u"Done updating map."};
-inline constexpr Message kUpdateChanged{0, u"Entries that have other tubes now:\n\n%S"};
-inline constexpr Message kEntriesLoseTubes{
-    0,
-    u"These entries take tubes that are selected. No tube is selected now, and map files do not keep the selection, so "
-    u"the entries would lose all their tubes:\n\n%S\n\n"};
-inline constexpr Message kEntriesNotComputed{
-    0, u"These entries take the tubes of a query. No database is connected, so they keep the tubes that they have:\n\n"
-       u"%S\n\n"};
-inline constexpr Message kAskLeaveEntries{
-    0,
-    u"Choose \"Yes\" to leave these entries as they are and update the others.\n\nChoose \"No\" to update the entries "
-    u"that take selected tubes, too.\n\nChoose \"Cancel\" to change nothing."};
-inline constexpr Message kAskUpdate{0, u"Do you wish to update the other entries?"};
-
 } // namespace plans::messages
+
+namespace plans {
+
+/// A remark of a fill with the text of a message.
+template <typename... Args>
+FillRemark remark(FillRemark::Kind kind, const tarnwick::Message &message, const Args &...args)
+{
+    return {kind, message.number, tarnwick::format(QStringView(message.text), args...)};
+}
+
+} // namespace plans

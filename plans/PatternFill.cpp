@@ -1,5 +1,7 @@
 #include "PatternFill.h"
 
+#include <tarnwick/Format.h>
+
 using namespace Qt::StringLiterals;
 
 namespace plans {
@@ -45,27 +47,27 @@ void PatternFill::serialize(tarnwick::JFile &file, int version)
     parameters.serialize(file);
 }
 
-bool PatternFill::pick(const ellery::SteamGen &steamGen, const ellery::TubeStates &states)
+FillResult PatternFill::pick(const FillInput &input) const
 {
     const Parameters &p = parameters;
-    tubes.clear();
-    fillCount = 0;
+    const ellery::SteamGen &component = input.component;
+    FillResult result;
     if (p.rowIncrement < 1 || p.colIncrement < 1)
-        return false;
-    const QList<int> &order = steamGen.sortRowCol();
+        return result;
+    const QList<int> &order = component.sortRowCol();
     for (qsizetype i = 0; i < order.size(); ++i) {
-        const ellery::TubeAddress address = steamGen[order[i]].address;
+        const ellery::TubeAddress address = component[order[i]].address;
         if (!isOnGrid(address.row, p.firstRow, p.rowIncrement))
             continue;
-        const bool isLast = i + 1 == order.size() || steamGen[order[i + 1]].address.row != address.row;
+        const bool isLast = i + 1 == order.size() || component[order[i + 1]].address.row != address.row;
         const bool isTaken = (p.includeFirstTube && address.col == 1) || (p.includeLastTube && isLast) ||
                              isOnGrid(address.col, p.firstCol, p.colIncrement);
-        if (isTaken && p.filter.accepts(states, order[i]))
-            tubes.append(order[i]);
+        if (isTaken && p.filter.accepts(input.tubes, order[i]))
+            result.tubes.append(order[i]);
     }
-    tubes.squeeze();
-    fillCount = qint32(tubes.size());
-    return true;
+    result.tubes.squeeze();
+    result.fillCount = qint32(result.tubes.size());
+    return result;
 }
 
 QString PatternFill::entryLabel() const

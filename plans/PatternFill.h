@@ -27,9 +27,8 @@ public:
 
     PatternFill();
     void serialize(tarnwick::JFile &file, int version) override;
-    /// False, with no tubes, for an increment below 1, which only a damaged file can hold.
-    bool pick(const ellery::SteamGen &steamGen, const ellery::TubeStates &states) override;
-    bool compute(MapHost &host) override { return pick(host.steamGen(), host.tubes()); }
+    /// No tubes for an increment below 1, which only a damaged file can hold.
+    FillResult pick(const FillInput &input) const override;
     Need need() const override { return parameters.filter.takesSelection() ? Need::Selection : Need::Nothing; }
     QString entryLabel() const override;
     QString undoLabel() const override;

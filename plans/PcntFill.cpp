@@ -60,48 +60,52 @@ qint32 PcntFill::target(qint64 candidates) const
     return parameters.percentMode ? qint32(parameters.percent * candidates / 100) : parameters.tubeCount;
 }
 
-bool PcntFill::pick(const ellery::SteamGen &steamGen, const ellery::TubeStates &states)
+FillResult PcntFill::pick(const FillInput &input) const
 {
     QList<qint32> candidates;
-    for (int i = 0; i < steamGen.numTube(); ++i) {
-        if (parameters.filter.accepts(states, i))
+    for (int i = 0; i < input.tubes.count(); ++i) {
+        if (parameters.filter.accepts(input.tubes, i))
             candidates.append(i);
     }
-    tubes.clear();
-    fillCount = 0;
-    candidateCount = qint32(candidates.size());
-    wantedCount = 0;
+    FillResult result;
+    result.candidateCount = qint32(candidates.size());
     if (candidates.isEmpty())
-        return false;
+        return result;
 
-    if (parameters.randomSeed)
-        parameters.seed = seedFromClock();
-    SampleGenerator generator(parameters.seed);
+    result.seed = parameters.randomSeed ? seedFromClock() : parameters.seed;
+    SampleGenerator generator(*result.seed);
 
-    wantedCount = target(candidates.size());
-    tubes.reserve(std::clamp<qsizetype>(wantedCount, 0, candidates.size()));
+    result.wantedCount = target(candidates.size());
+    result.tubes.reserve(std::clamp<qsizetype>(result.wantedCount, 0, candidates.size()));
     std::vector<bool> taken(size_t(candidates.size()));
-    for (int draws = 0; tubes.size() < wantedCount && draws < kMaxDraws; ++draws) {
+    for (int draws = 0; result.tubes.size() < result.wantedCount && draws < kMaxDraws; ++draws) {
         const qsizetype drawn = generator.next() % candidates.size();
         if (taken[size_t(drawn)])
             continue;
         taken[size_t(drawn)] = true;
-        tubes.append(candidates[drawn]);
+        result.tubes.append(candidates[drawn]);
     }
-    tubes.squeeze();
-    fillCount = qint32(tubes.size());
-    return true;
+    result.tubes.squeeze();
+    result.fillCount = qint32(result.tubes.size());
+    addRemarks(result);
+    return result;
 }
 
-bool PcntFill::compute(MapHost &host)
+void PcntFill::addRemarks(FillResult &result) const
 {
-    if (!pick(host.steamGen(), host.tubes()))
-        return false;
-    if (fillCount < wantedCount)
-        host.prompts().error(messages::kNotEnoughTubes);
-    if (isCutShort())
-        host.prompts().information(messages::kDrawsFromFirst, kReach, entryLabel().trimmed(), candidateCount);
-    return true;
+    using Kind = FillRemark::Kind;
+    if (result.fillCount < result.wantedCount)
+        result.remarks.append(remark(Kind::Error, messages::kNotEnoughTubes));
+    if (isCutShort(result))
+        result.remarks.append(remark(Kind::Information, messages::kDrawsFromFirst, kReach, entryLabel().trimmed(),
+                                     result.candidateCount));
+}
+
+void PcntFill::take(const FillResult &result)
+{
+    MapFill::take(result);
+    if (result.seed)
+        parameters.seed = *result.seed;
 }
 
 QString PcntFill::entryLabel() const

@@ -49,10 +49,9 @@ public:
     PcntFill();
     void serialize(tarnwick::JFile &file, int version) override;
     void readOldFormat(tarnwick::JFile &file) override;
-    /// With a fresh seed, where one is wanted, that is kept in the parameters.
-    bool pick(const ellery::SteamGen &steamGen, const ellery::TubeStates &states) override;
-    /// Short samples are kept, with a message (1089).
-    bool compute(MapHost &host) override;
+    /// With a fresh seed, where one is wanted. Short samples are kept, with a remark.
+    FillResult pick(const FillInput &input) const override;
+    void take(const FillResult &result) override;
     Need need() const override { return parameters.filter.takesSelection() ? Need::Selection : Need::Nothing; }
     QString entryLabel() const override;
     /// Always with the percentage, in tube-count mode too.
@@ -60,20 +59,20 @@ public:
 
     /// Random numbers end before this: of more tubes only the first so many can be drawn.
     static constexpr int kReach = 32'768;
-    /// The last computation drew from a part of the tubes that qualified.
-    bool isCutShort() const { return candidateCount > kReach && wantedCount > 0; }
+    /// Only a part of the tubes that qualified could be drawn.
+    static bool isCutShort(const FillResult &result)
+    {
+        return result.candidateCount > kReach && result.wantedCount > 0;
+    }
     /// The seed.
     QString detail() const override;
-
-    // Of the last computation; not stored.
-    qint32 candidateCount = 0; ///< tubes that qualified
-    qint32 wantedCount = 0;    ///< how many of them were to be drawn
 
 protected:
     QString className() const override;
 
 private:
     qint32 target(qint64 candidates) const;
+    void addRemarks(FillResult &result) const;
 };
 
 /// The dialog's values between runs.

@@ -22,7 +22,7 @@ public:
     int columnCount() const override { return result.columnCount(); }
     QString columnName(int column) const override { return result.column(column).name; }
     int rowCount() const override { return int(result.rowCount()); }
-    dao::Value value(int row, int column) override
+    dao::Value value(int row, int column) const override
     {
         constexpr int kCellsBetweenLooks = 256;
         if (m_progress && ++m_cells % kCellsBetweenLooks == 0 && m_progress->cancelled())
@@ -36,7 +36,7 @@ public:
 
 private:
     tarnwick::Progress *m_progress;
-    int m_cells = 0;
+    mutable int m_cells = 0;
 };
 
 } // namespace
@@ -58,16 +58,16 @@ std::unique_ptr<QueryRecords> ProjectQueries::run(const QString &name, const QSt
     return nullptr;
 }
 
-std::optional<FillMark> ProjectQueries::rememberedMark(const QString &name) const
+std::optional<ellery::TubeMark> ProjectQueries::rememberedMark(const QString &name) const
 {
     m_context.history.refresh(m_context.roots);
     const query::QueryHistoryList::Entry *entry = m_context.history.find(name);
     if (!entry || entry->symbol == 0)
         return std::nullopt;
-    return FillMark{entry->symbol, entry->colour};
+    return ellery::TubeMark{entry->symbol, entry->colour};
 }
 
-void ProjectQueries::rememberMark(const QString &name, const FillMark &mark)
+void ProjectQueries::rememberMark(const QString &name, const ellery::TubeMark &mark)
 {
     m_context.history.setSymbol(name, mark.symbol, mark.colour);
     try {

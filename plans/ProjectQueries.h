@@ -24,8 +24,8 @@ public:
     std::unique_ptr<QueryRecords> run(const QString &name, const QString &sql) override;
     void setQuiet(bool quiet) override { m_context.quiet = quiet; }
     void setProgress(tarnwick::Progress *progress) override { m_progress = progress; }
-    std::optional<FillMark> rememberedMark(const QString &name) const override;
-    void rememberMark(const QString &name, const FillMark &mark) override;
+    std::optional<ellery::TubeMark> rememberedMark(const QString &name) const override;
+    void rememberMark(const QString &name, const ellery::TubeMark &mark) override;
 
 private:
     db::DatabaseSession &m_session;

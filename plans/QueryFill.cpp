@@ -3,9 +3,7 @@
 #include "Messages.h"
 #include "QuerySource.h"
 
-#include <db/Errors.h>
 #include <query/CellText.h>
-#include <query/Messages.h>
 #include <query/TubeColumns.h>
 #include <tarnwick/Paths.h>
 
@@ -82,39 +80,28 @@ void QueryFill::readOldFormat(tarnwick::JFile &file)
     });
 }
 
-void QueryFill::symbolChanged(MapHost &host)
+FillResult QueryFill::pick(const FillInput &input) const
 {
-    host.queries().rememberMark(parameters.query.name, {symbol, colour});
-}
-
-bool QueryFill::compute(MapHost &host)
-{
-    if (!host.queries().isReady())
-        return false;
-    const auto records = host.queries().run(parameters.query.name, parameters.query.sql);
-    if (!records)
-        return false;
-    return mapResult(host, *records).has_value();
-}
-
-std::optional<tarnwick::Answer> QueryFill::mapResult(MapHost &host, QueryRecords &records)
-{
-    const query::TubeColumns columns = addressColumns(records, host.steamGen());
+    FillResult result;
+    result.tubes = tubes;
+    result.fillCount = fillCount;
+    if (!input.records)
+        return result;
+    const query::TubeColumns columns = addressColumns(*input.records, input.component);
     if (const QString missing = missingFields(columns); !missing.isEmpty()) {
-        tubes.clear();
-        host.prompts().error(messages::kQueryFieldsMissing, missing);
-        return tarnwick::Answer::No;
+        result.tubes.clear();
+        result.remarks.append(remark(FillRemark::Kind::Error, messages::kQueryFieldsMissing, missing));
+        return result;
     }
     Invalid invalid;
-    try {
-        invalid = takeTubes(host, records, columns);
-    } catch (const dao::DaoException &exception) {
-        // A value may fail as late as when it is read.
-        db::showDaoError(host.prompts(), exception, query::messages::kExecute);
-        return std::nullopt;
-    }
-    if (invalid.count == 0)
-        return tarnwick::Answer::Yes;
+    pickTubes(input, columns, result, invalid);
+    if (invalid.count > 0)
+        result.remarks.append({FillRemark::Kind::Question, messages::kQueryTubesMissing.number, questionOf(invalid)});
+    return result;
+}
+
+QString QueryFill::questionOf(const Invalid &invalid) const
+{
     const QString plural = invalid.count < 2 ? u" that is for a tube that does"_s : u"s that are for tubes that do"_s;
     QString text =
         tarnwick::format(messages::kQueryTubesMissing.text,
@@ -122,17 +109,17 @@ std::optional<tarnwick::Answer> QueryFill::mapResult(MapHost &host, QueryRecords
     if (invalid.failed > 0)
         text += u"\n\n"_s + tarnwick::format(messages::kQueryAddressFailed.text, invalid.failed, invalid.record,
                                              invalid.field, invalid.error);
-    return host.prompts().ask(tarnwick::Buttons::OkCancel, text, messages::kQueryTubesMissing.number);
+    return text;
 }
 
-QueryFill::Invalid QueryFill::takeTubes(MapHost &host, QueryRecords &records, const query::TubeColumns &columns)
+void QueryFill::pickTubes(const FillInput &input, const query::TubeColumns &columns, FillResult &result,
+                          Invalid &invalid)
 {
-    const BusyCursor busy(host);
-    std::vector<bool> taken(size_t(host.steamGen().numTube()));
-    QList<qint32> found;
-    const int count = records.rowCount();
-    Invalid invalid;
-    for (int record = 0; record < count; ++record) {
+    const QueryRecords &records = *input.records;
+    std::vector<bool> taken(size_t(input.component.numTube()));
+    result.tubes.clear();
+    result.fillCount = records.rowCount();
+    for (int record = 0; record < result.fillCount; ++record) {
         const auto cell = [&records, record](int column) { return records.value(record, column); };
         const int tube = columns.tube(cell);
         if (tube < 0) {
@@ -143,16 +130,13 @@ QueryFill::Invalid QueryFill::takeTubes(MapHost &host, QueryRecords &records, co
                 invalid.field = records.columnName(failed);
                 invalid.error = query::cellTip(records.value(record, failed));
             }
-            records.setColours(record, kInvalidForeground, kInvalidBackground);
+            result.recordsWithoutTube.append(record);
         } else if (!taken[size_t(tube)]) {
-            found.append(tube);
+            result.tubes.append(tube);
             taken[size_t(tube)] = true;
         }
     }
-    found.squeeze();
-    tubes = std::move(found);
-    fillCount = count;
-    return invalid;
+    result.tubes.squeeze();
 }
 
 QString QueryFill::entryLabel() const

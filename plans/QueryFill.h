@@ -1,7 +1,6 @@
 #pragma once
 #include "MapFill.h"
 
-#include <optional>
 #include <query/QueryDocument.h>
 
 namespace query {
@@ -9,8 +8,6 @@ class TubeColumns;
 }
 
 namespace plans {
-
-class QueryRecords;
 
 /// The tubes that the records of a query against the project database name.
 class QueryFill : public FillKind<QueryFill>
@@ -31,20 +28,15 @@ public:
     QueryFill();
     void serialize(tarnwick::JFile &file, int version) override;
     void readOldFormat(tarnwick::JFile &file) override;
-    void symbolChanged(MapHost &host) override;
-    /// Runs the query and maps its result. False without a database and when the query failed, be it as late as when
-    /// a value is read: the tubes are then as they were. True after mapping, whatever was said about it.
-    bool compute(MapHost &host) override;
+    /// Picks the tubes that the records name by their columns "row", "col" and, where there are sections, "sec", each
+    /// tube once. Missing columns are an error, records of tubes that do not exist a question. Throws the engine's
+    /// exceptions when a value cannot be read.
+    FillResult pick(const FillInput &input) const override;
     Need need() const override { return Need::Database; }
     /// The file-name part of the query's name.
     QString entryLabel() const override;
     QString undoLabel() const override;
-
-    /// Takes the tubes that the records name by their columns "row", "col" and, where there are sections, "sec", each
-    /// tube once. Missing columns are said (1090, answer No); records of tubes that do not exist are highlighted and
-    /// asked about (1091: Ok or Cancel). Yes when all went well. No answer when a value failed as it was read: that is
-    /// said, too (1069), and the tubes are as they were.
-    std::optional<tarnwick::Answer> mapResult(MapHost &host, QueryRecords &records);
+    QString queryName() const override { return parameters.query.name; }
 
 protected:
     QString className() const override;
@@ -59,8 +51,9 @@ private:
         QString field;
         QString error;
     };
-    /// Throws the engine's exceptions; nothing is taken then.
-    Invalid takeTubes(MapHost &host, QueryRecords &records, const query::TubeColumns &columns);
+    static void pickTubes(const FillInput &input, const query::TubeColumns &columns, FillResult &result,
+                          Invalid &invalid);
+    QString questionOf(const Invalid &invalid) const;
 };
 
 } // namespace plans

@@ -1,5 +1,6 @@
 #pragma once
 #include <dao/values/Value.h>
+#include <ellery/TubeStates.h>
 #include <memory>
 #include <optional>
 #include <QString>
@@ -20,17 +21,9 @@ public:
     virtual QString columnName(int column) const = 0;
     virtual int rowCount() const = 0;
     /// Throws the engine's exceptions.
-    virtual dao::Value value(int row, int column) = 0;
+    virtual dao::Value value(int row, int column) const = 0;
     /// 0x00BBGGRR
     virtual void setColours(int row, quint32 foreground, quint32 background) = 0;
-};
-
-/// The symbol and colour that a query's fill last had.
-struct FillMark
-{
-    char16_t symbol = 0;
-    quint32 colour = 0;
-    bool operator==(const FillMark &) const = default;
 };
 
 /// Where a query fill gets its records, and where it remembers its symbol.
@@ -48,8 +41,8 @@ public:
     /// nobody watches.
     virtual void setProgress(tarnwick::Progress *) {}
     /// Query names are matched without regard to case. Empty when the query has none, or symbol 0.
-    virtual std::optional<FillMark> rememberedMark(const QString &name) const = 0;
-    virtual void rememberMark(const QString &name, const FillMark &mark) = 0;
+    virtual std::optional<ellery::TubeMark> rememberedMark(const QString &name) const = 0;
+    virtual void rememberMark(const QString &name, const ellery::TubeMark &mark) = 0;
 };
 
 } // namespace plans

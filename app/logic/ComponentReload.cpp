@@ -21,27 +21,4 @@ QByteArray componentStamp(const QString &componentFolder)
     return hash.result();
 }
 
-QList<qint32> followTubes(const QList<qint32> &tubes, const ellery::SteamGen &before, const ellery::SteamGen &after)
-{
-    QList<qint32> followed;
-    followed.reserve(tubes.size());
-    for (const qint32 tube : tubes) {
-        const int place = tube >= 0 && tube < before.numTube() ? after.findTube(before[tube].address) : -1;
-        if (place >= 0)
-            followed.append(place);
-    }
-    return followed;
-}
-
-int followTubes(plans::MapLegend::Entries &entries, const ellery::SteamGen &before, const ellery::SteamGen &after)
-{
-    qsizetype dropped = 0;
-    for (const auto &fill : entries) {
-        const QList<qint32> followed = followTubes(fill->tubes, before, after);
-        dropped += fill->tubes.size() - followed.size();
-        fill->tubes = followed;
-    }
-    return int(dropped);
-}
-
 } // namespace app

@@ -2,7 +2,6 @@
 
 #include "AskToSave.h"
 #include "Messages.h"
-#include "SystemMacros.h"
 
 #include <QFileInfo>
 
@@ -12,18 +11,15 @@ using tarnwick::Buttons;
 
 namespace app {
 
-HeaderEditor::HeaderEditor(MapDocument &map, plans::MapHost &host, FileChoice &choice, const tarnwick::PathRoots &roots)
-    : header(map.header)
-    , description(map.description)
-    , m_map(map)
-    , m_host(host)
-    , m_choice(choice)
-    , m_roots(roots)
+HeaderEditor::HeaderEditor(const Context &context)
+    : header(context.map.header())
+    , description(context.map.description())
+    , m_context(context)
 {
     noteKept();
 }
 
-static MapHeader withoutSignatures(MapHeader header)
+static map::MapHeader withoutSignatures(map::MapHeader header)
 {
     header.clearSignatures();
     return header;
@@ -38,22 +34,17 @@ bool HeaderEditor::mayReplaceTexts()
 {
     if (withoutSignatures(header) == m_kept)
         return true;
-    return saveOrLetGo(m_host.prompts(), messages::kAskSaveChanges, [this] { return save(); });
+    return saveOrLetGo(m_context.prompts, messages::kAskSaveChanges, [this] { return save(); });
 }
 
 bool HeaderEditor::isModified() const
 {
-    return !(header == m_map.header) || description != m_map.description;
+    return !(header == m_context.map.header()) || description != m_context.map.description();
 }
 
 QString HeaderEditor::title() const
 {
     return tarnwick::format(u"Map Header - %S%c", header.name, QChar(isModified() ? u'*' : u' '));
-}
-
-tarnwick::JMacro HeaderEditor::macros() const
-{
-    return printMacros(m_host.systemMacros(), m_host.userMacros());
 }
 
 QStringList HeaderEditor::unknownKeywords() const
@@ -69,19 +60,19 @@ QStringList HeaderEditor::unknownKeywords() const
 
 QString HeaderEditor::suiteText(const QString &machinePath) const
 {
-    return tarnwick::SuitePath::fromMachine(machinePath, m_roots).text();
+    return tarnwick::SuitePath::fromMachine(machinePath, m_context.roots).text();
 }
 
-bool HeaderEditor::read(const QString &machinePath, MapHeader &result)
+bool HeaderEditor::read(const QString &machinePath, map::MapHeader &result)
 {
     try {
-        MapHeader loaded = readHeaderFile(machinePath);
+        map::MapHeader loaded = map::readHeaderFile(machinePath);
         loaded.preparedBy = header.preparedBy;
         loaded.checkedBy = header.checkedBy;
         result = loaded;
         return true;
     } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(m_host.prompts(), messages::kLoadHeaderFailed, error);
+        messages::errorWithReason(m_context.prompts, messages::kLoadHeaderFailed, error);
         return false;
     }
 }
@@ -89,10 +80,10 @@ bool HeaderEditor::read(const QString &machinePath, MapHeader &result)
 bool HeaderEditor::write(const QString &machinePath)
 {
     try {
-        writeHeaderFile(header, machinePath);
+        map::writeHeaderFile(header, machinePath);
         return true;
     } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(m_host.prompts(), messages::kStoreHeaderFailed, error);
+        messages::errorWithReason(m_context.prompts, messages::kStoreHeaderFailed, error);
         return false;
     }
 }
@@ -100,19 +91,19 @@ bool HeaderEditor::write(const QString &machinePath)
 bool HeaderEditor::mayReplace(const QString &machinePath)
 {
     return !QFileInfo::exists(machinePath) ||
-           m_host.prompts().question(Buttons::NoYes, messages::kAskReplaceFile, suiteText(machinePath)) == Answer::Yes;
+           m_context.prompts.question(Buttons::NoYes, messages::kAskReplaceFile, suiteText(machinePath)) == Answer::Yes;
 }
 
 bool HeaderEditor::open()
 {
     if (!mayReplaceTexts())
         return false;
-    const QString path = m_choice.openFile(kHeaderChooser, u"Open Map Header"_s, m_roots);
+    const QString path = m_context.choice.openFile(kHeaderChooser, u"Open Map Header"_s, m_context.roots);
     if (path.isEmpty() || !read(path, header))
         return false;
     noteKept();
     m_path = path;
-    m_host.prompts().status(messages::kOpenedHeader, suiteText(path));
+    m_context.prompts.status(messages::kOpenedHeader, suiteText(path));
     return true;
 }
 
@@ -121,7 +112,7 @@ bool HeaderEditor::save()
     QString path = m_path;
     if (path.isEmpty() && !header.name.isEmpty()) {
         path = tarnwick::SuitePath(u"map_headers\\"_s + tarnwick::validFileName(header.name) + u".hdr"_s)
-                   .machinePath(m_roots);
+                   .machinePath(m_context.roots);
         // The name came with the map; the file of that name may hold something else.
         if (!mayReplace(path))
             return false;
@@ -132,20 +123,20 @@ bool HeaderEditor::save()
         return false;
     noteKept();
     m_path = path;
-    m_host.prompts().status(messages::kStoredHeader, suiteText(path));
+    m_context.prompts.status(messages::kStoredHeader, suiteText(path));
     return true;
 }
 
 bool HeaderEditor::saveAs()
 {
     const QString name = header.name.isEmpty() ? QString() : QString(header.name + u".hdr"_s);
-    const QString path = m_choice.saveFile(kHeaderChooser, u"Save Map Header As"_s, m_roots, name);
+    const QString path = m_context.choice.saveFile(kHeaderChooser, u"Save Map Header As"_s, m_context.roots, name);
     if (path.isEmpty() || !write(path))
         return false;
     m_path = path;
     header.name = QFileInfo(path).completeBaseName();
     noteKept();
-    m_host.prompts().status(messages::kStoredHeader, suiteText(path));
+    m_context.prompts.status(messages::kStoredHeader, suiteText(path));
     return true;
 }
 
@@ -153,11 +144,12 @@ bool HeaderEditor::importHeader()
 {
     if (!mayReplaceTexts())
         return false;
-    const QString from = m_choice.openFile(kHeaderTemplateChooser, u"Import From User"_s, m_roots);
-    MapHeader imported;
+    const QString from = m_context.choice.openFile(kHeaderTemplateChooser, u"Import From User"_s, m_context.roots);
+    map::MapHeader imported;
     if (from.isEmpty() || !read(from, imported))
         return false;
-    const QString to = tarnwick::SuitePath(u"map_headers\\"_s + QFileInfo(from).fileName()).machinePath(m_roots);
+    const QString to =
+        tarnwick::SuitePath(u"map_headers\\"_s + QFileInfo(from).fileName()).machinePath(m_context.roots);
     if (QFileInfo(from) != QFileInfo(to)) {
         if (!mayReplace(to))
             return false;
@@ -171,39 +163,41 @@ bool HeaderEditor::importHeader()
     }
     noteKept();
     m_path = to;
-    m_host.prompts().status(messages::kImported, suiteText(to));
+    m_context.prompts.status(messages::kImported, suiteText(to));
     return true;
 }
 
 void HeaderEditor::exportHeader()
 {
     const QString name = header.name.isEmpty() ? QString() : QString(header.name + u".hdr"_s);
-    const QString path = m_choice.saveFile(kHeaderTemplateChooser, u"Export To User As"_s, m_roots, name);
+    const QString path =
+        m_context.choice.saveFile(kHeaderTemplateChooser, u"Export To User As"_s, m_context.roots, name);
     if (!path.isEmpty() && write(path))
-        m_host.prompts().status(messages::kExported, suiteText(path));
+        m_context.prompts.status(messages::kExported, suiteText(path));
 }
 
 void HeaderEditor::setMapHeader()
 {
-    m_host.undoCheckpoint(u"Set Map Header"_s);
-    m_map.header = header;
+    m_context.map.change(u"Set Map Header"_s, [this](map::MapEdit &edit) {
+        edit.setHeader(header);
+        edit.setDescription(description);
+    });
     noteKept();
-    m_map.description = description;
-    m_host.prompts().status(messages::kSetHeader);
+    m_context.prompts.status(messages::kSetHeader);
 }
 
 bool HeaderEditor::mayClose()
 {
     if (!isModified()) {
-        m_host.prompts().status(messages::kHeaderUnchanged);
+        m_context.prompts.status(messages::kHeaderUnchanged);
         return true;
     }
-    switch (m_host.prompts().question(Buttons::YesNoCancel, messages::kAskSaveChanges)) {
+    switch (m_context.prompts.question(Buttons::YesNoCancel, messages::kAskSaveChanges)) {
     case Answer::Yes:
         setMapHeader();
         return true;
     case Answer::No:
-        m_host.prompts().status(messages::kHeaderUnchanged);
+        m_context.prompts.status(messages::kHeaderUnchanged);
         return true;
     default:
         return false;

@@ -1,9 +1,9 @@
 #pragma once
 #include "FileChoosers.h"
-#include "MapDocument.h"
 
 #include <functional>
-#include <plans/MapHost.h>
+#include <map/MapDocument.h>
+#include <tarnwick/Prompts.h>
 
 namespace app {
 
@@ -12,9 +12,18 @@ namespace app {
 class HeaderEditor
 {
 public:
-    HeaderEditor(MapDocument &map, plans::MapHost &host, FileChoice &choice, const tarnwick::PathRoots &roots);
+    /// What an editor works with. All must live as long as the editor.
+    struct Context
+    {
+        map::MapDocument &map;
+        tarnwick::UserPrompts &prompts;
+        FileChoice &choice;
+        tarnwick::PathRoots roots;
+        std::function<tarnwick::JMacro()> macros; ///< all that may stand in a header
+    };
+    explicit HeaderEditor(const Context &context);
 
-    MapHeader header;
+    map::MapHeader header;
     QString description;
 
     /// After changes of header or description in a dialog.
@@ -25,7 +34,7 @@ public:
     /// "Map Header - %S%c": name, and "*" or a blank.
     QString title() const;
     /// Everything that keywords may stand for.
-    tarnwick::JMacro macros() const;
+    tarnwick::JMacro macros() const { return m_context.macros(); }
     /// Bracketed words in the texts that are no keywords and would be printed as they are, each once.
     QStringList unknownKeywords() const;
 
@@ -46,19 +55,16 @@ public:
 
 private:
     QString suiteText(const QString &machinePath) const;
-    bool read(const QString &machinePath, MapHeader &result);
+    bool read(const QString &machinePath, map::MapHeader &result);
     bool write(const QString &machinePath);
     bool mayReplace(const QString &machinePath);
     /// Asks about texts that are neither the map's nor in a header file. False: stay with them.
     bool mayReplaceTexts();
     void noteKept();
 
-    MapDocument &m_map;
-    plans::MapHost &m_host;
-    FileChoice &m_choice;
-    tarnwick::PathRoots m_roots;
-    MapHeader m_kept; ///< without signatures: as it was opened, stored or set last
-    QString m_path;   ///< of the header file opened or saved last, on this machine
+    const Context m_context;
+    map::MapHeader m_kept; ///< without signatures: as it was opened, stored or set last
+    QString m_path;        ///< of the header file opened or saved last, on this machine
 };
 
 } // namespace app

@@ -4,6 +4,7 @@
 #include "Messages.h"
 #include "ProjectSession.h"
 
+#include <map/MapFiles.h>
 #include <QFileInfo>
 #include <tarnwick/FileWriter.h>
 
@@ -15,7 +16,7 @@ namespace app {
 
 bool MapCommands::mayReplaceMap()
 {
-    if (!m_session.hasProject() || !m_session.undo().isModified())
+    if (!m_session.hasProject() || !m_session.map().isModified())
         return true;
     return saveOrLetGo(m_session.prompts(), messages::kAskSaveMap, [this] { return save(); });
 }
@@ -90,9 +91,9 @@ bool MapCommands::copyIntoProject(const QString &from, const QString &to)
 {
     tarnwick::UserPrompts &prompts = m_session.prompts();
     try {
-        MapFile().readMap(from, m_session.project().steamGen.numTube());
+        map::MapFile().readMap(from, m_session.map().component().numTube());
     } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(prompts, messages::kReadMapFailed, error);
+        messages::errorWithReason(prompts, map::messages::kReadMapFailed, error);
         return false;
     }
     if (QFileInfo::exists(to) &&
@@ -103,7 +104,7 @@ bool MapCommands::copyIntoProject(const QString &from, const QString &to)
         tarnwick::writeFileAtomically(to, tarnwick::readFile(from));
         return true;
     } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(prompts, messages::kStoreMapFailed, error);
+        messages::errorWithReason(prompts, map::messages::kStoreMapFailed, error);
         return false;
     }
 }
@@ -112,7 +113,7 @@ void MapCommands::exportMap()
 {
     const tarnwick::PathRoots roots = m_session.roots();
     const QString path = m_choice->saveFile(kMapTemplateChooser, u"Export To User As"_s, roots, offeredName());
-    if (!path.isEmpty() && m_session.map().exportMap(path))
+    if (!path.isEmpty() && map::exportMap(m_session.map(), path, m_session.prompts()))
         m_session.prompts().status(messages::kExported, tarnwick::SuitePath::fromMachine(path, roots).text());
 }
 

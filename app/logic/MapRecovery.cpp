@@ -3,6 +3,7 @@
 #include "Messages.h"
 
 #include <algorithm>
+#include <map/MapFiles.h>
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
@@ -33,7 +34,7 @@ QString slotName(const QString &projectFolder, int number)
 
 } // namespace
 
-static void serialize(tarnwick::JFile &file, MapDocument::Stored &stored)
+static void serialize(tarnwick::JFile &file, map::MapDocument::Stored &stored)
 {
     stored.site.serialize(file);
     double time = stored.at.isNull() ? 0 : double(stored.at.toMSecsSinceEpoch());
@@ -62,9 +63,9 @@ struct MapRecovery::Kept
 {
     QString project;
     QString mapFile;
-    MapDocument::Stored stored;
+    map::MapDocument::Stored stored;
     UnsavedWork work{true, {}, {}};
-    MapFile map;
+    map::MapFile map;
 
     /// All but the map itself.
     void serializeHead(tarnwick::JFile &file)
@@ -141,7 +142,7 @@ bool MapRecovery::readKept(const QString &path, int tubeCount, Kept &kept) const
     return kept.project == m_project;
 }
 
-std::optional<UnsavedWork> MapRecovery::offer(MapDocument &map)
+std::optional<UnsavedWork> MapRecovery::offer(map::MapDocument &map)
 {
     std::sort(m_left.begin(), m_left.end(), [](const auto &a, const auto &b) {
         return QFileInfo(a->path).lastModified() > QFileInfo(b->path).lastModified();
@@ -153,14 +154,14 @@ std::optional<UnsavedWork> MapRecovery::offer(MapDocument &map)
     return restored;
 }
 
-std::optional<UnsavedWork> MapRecovery::offerOne(std::unique_ptr<Slot> &slot, MapDocument &map)
+std::optional<UnsavedWork> MapRecovery::offerOne(std::unique_ptr<Slot> &slot, map::MapDocument &map)
 {
     Kept kept;
     try {
-        if (!readKept(slot->path, map.tubeCount(), kept))
+        if (!readKept(slot->path, map.component().numTube(), kept))
             return {};
     } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(m_prompts, messages::kReadMapFailed, error);
+        messages::errorWithReason(m_prompts, map::messages::kReadMapFailed, error);
         QFile::rename(slot->path, slot->path + u".bad"_s);
         return {};
     }
@@ -168,9 +169,12 @@ std::optional<UnsavedWork> MapRecovery::offerOne(std::unique_ptr<Slot> &slot, Ma
     const QString name = kept.mapFile.isEmpty() ? u"<New>"_s : kept.mapFile;
     switch (m_prompts.question(tarnwick::Buttons::YesNoCancel, messages::kAskRestoreMap, name, time)) {
     case tarnwick::Answer::Yes:
-        map.restoreContent(std::move(kept.map), kept.mapFile, kept.stored);
+        map::reportOtherModel(map, kept.map, m_prompts);
+        map.restore(kept.map, kept.mapFile, kept.stored, kept.work.selection);
         // The copy is the only file that holds it once the map's own has changed or gone.
         kept.work.isModified = kept.work.isModified || map.isFileChanged() || map.isFileGone();
+        if (kept.work.isModified)
+            map.setNeverSaved();
         m_own = std::move(slot); // the copy stays until the map is saved or the program ends well
         m_prompts.status(messages::kRestoredMap, name);
         return kept.work;
@@ -182,7 +186,7 @@ std::optional<UnsavedWork> MapRecovery::offerOne(std::unique_ptr<Slot> &slot, Ma
     }
 }
 
-void MapRecovery::update(const MapDocument &map, const UnsavedWork &work)
+void MapRecovery::update(const map::MapDocument &map, const UnsavedWork &work)
 {
     if (!m_own)
         return;

@@ -1,16 +1,16 @@
 #pragma once
-#include "MapDocument.h"
-
+#include <map/MapDocument.h>
 #include <memory>
 #include <optional>
 #include <tarnwick/ProcessLock.h>
+#include <tarnwick/Prompts.h>
 
 namespace app {
 
 /// Header and description as they stand in the header dialog, not yet set.
 struct HeaderDraft
 {
-    MapHeader header;
+    map::MapHeader header;
     QString description;
     bool operator==(const HeaderDraft &) const = default;
 };
@@ -43,9 +43,9 @@ public:
     const QString &problem() const { return m_problem; }
     /// Offers what a dead program has left, the newest first. Yes: the map becomes the copy, and the work that was in
     /// no file is returned. No: the copy is thrown away. Cancel: it is offered again the next time.
-    std::optional<UnsavedWork> offer(MapDocument &map);
+    std::optional<UnsavedWork> offer(map::MapDocument &map);
     /// Brings the copy up to date: written while there is something unsaved, removed when there is not.
-    void update(const MapDocument &map, const UnsavedWork &work);
+    void update(const map::MapDocument &map, const UnsavedWork &work);
     /// The clean end of the work on this project: the copy is removed.
     void end();
 
@@ -62,7 +62,7 @@ private:
     struct Kept;
     void findSlots();
     bool readKept(const QString &path, int tubeCount, Kept &kept) const;
-    std::optional<UnsavedWork> offerOne(std::unique_ptr<Slot> &slot, MapDocument &map);
+    std::optional<UnsavedWork> offerOne(std::unique_ptr<Slot> &slot, map::MapDocument &map);
     void write(const QByteArray &content);
     void fail(const QString &reason);
 

@@ -1,5 +1,5 @@
 #pragma once
-#include <tarnwick/Prompts.h>
+#include <map/Messages.h>
 
 /// What the application and its main window say. Numbers are unique in the program.
 namespace app::messages {
@@ -17,9 +17,6 @@ inline constexpr Message kDatabaseFailed{0, u"The command failed in the database
 // Map files and headers.
 inline constexpr Message kLoadHeaderFailed{1037, u"Could not load map header."};
 inline constexpr Message kStoreHeaderFailed{1038, u"Could not store map header."};
-inline constexpr Message kReadMapFailed{1039, u"Could not read map file."};
-inline constexpr Message kStoreMapFailed{0, u"Could not store map."};
-inline constexpr Message kOtherModel{1041, u"Map was created using model '%S.' but the current model is '%S'"};
 inline constexpr Message kAskReplaceOtherModel{0, u"Do you wish to replace \"%S\" by a map of the current model?"};
 inline constexpr Message kImported{0, u"Imported \"%S\"."};
 inline constexpr Message kExported{0, u"Exported \"%S\"."};
@@ -49,25 +46,12 @@ inline constexpr Message kPrinted{0, u"Printed the map."};
 inline constexpr Message kPrintedTo{0, u"Printed the map to \"%S\"."};
 
 // Map and legend.
-inline constexpr Message kAskDeleteAllEntries{0, u"Are you sure you want to delete all entries?"};
 inline constexpr Message kAskSaveMap{0, u"Do you wish to save changes to the map?"};
 inline constexpr Message kAskClearRecent{0, u"Are you sure?"};
 inline constexpr Message kUndone{0, u"Undone: %S."};
 inline constexpr Message kRedone{0, u"Redone: %S."};
 inline constexpr Message kUndoneSeveral{0, u"Undone: %D changes."};
 inline constexpr Message kRedoneSeveral{0, u"Redone: %D changes."};
-inline constexpr Message kEntryShown{0, u"Shown: \"%S\"."};
-inline constexpr Message kEntryHidden{0, u"Hidden: \"%S\"."};
-inline constexpr Message kOnlyEntryShown{0, u"Shown alone: \"%S\"."};
-inline constexpr Message kAllEntriesShown{0, u"All entries are shown."};
-inline constexpr Message kShownSwapped{0, u"Hidden entries are shown now, and shown ones hidden."};
-inline constexpr Message kEntryMoved{0, u"Moved \"%S\" to place %d of %d."};
-inline constexpr Message kEntryDeleted{0, u"Deleted \"%S\"."};
-inline constexpr Message kEntriesDeleted{0, u"Deleted all entries (%D)."};
-inline constexpr Message kEntryRenamed{0, u"Renamed \"%S\" to \"%S\"."};
-inline constexpr Message kEntrySymbol{0, u"Changed the symbol of \"%S\" to %S."};
-inline constexpr Message kEntryAllSections{0, u"\"%S\" marks every section now."};
-inline constexpr Message kEntryOwnSections{0, u"\"%S\" marks only the sections of its tubes now."};
 inline constexpr Message kSymbolsDeleted{0, u"%D map symbols were deleted!"};
 inline constexpr Message kNoSuchTube{0, u"There is no tube \"%S\". %S"};
 inline constexpr Message kTubeFound{0, u"%S"};
@@ -87,11 +71,6 @@ inline constexpr Message kToolLeftOpen{0, u"\"%S\" is still open. What it change
 inline constexpr Message kShortcutCreated{0, u"Created the desktop shortcut \"%S\"."};
 inline constexpr Message kShortcutFailed{0, u"Could not create the desktop shortcut.\n\n%S"};
 
-/// The message, and below it what a file or the toolkit says.
-inline void errorWithReason(tarnwick::UserPrompts &prompts, const Message &message, const tarnwick::Error &error)
-{
-    prompts.showError(tarnwick::kErrorSeverity, message.number,
-                      QString::fromUtf16(message.text) + QStringLiteral("\n\n") + error.text());
-}
+using map::messages::errorWithReason;
 
 } // namespace app::messages

@@ -60,18 +60,18 @@ QString projectInfoText(const brannock::Project &project, const DatabaseStatus &
     return lines.join(u'\n');
 }
 
-QString mapInfoText(const MapDocument &map)
+QString mapInfoText(const map::MapDocument &map)
 {
     QStringList lines;
     if (!map.file().isEmpty())
         lines.append(format(u"Map       : %S", map.file()));
     if (!map.storedAt().isNull()) {
-        const fenwright::SiteInfo &site = map.storedSite();
+        const fenwright::SiteInfo &site = map.stored().site;
         const QString inspection = QStringList{site.siteCode, site.compCode, site.outage}.join(u' ').simplified();
         lines.append(format(u"Map saved : %t%S%S", map.storedAt(), inspection.isEmpty() ? u"" : u" for ", inspection));
     }
-    if (!map.description.isEmpty())
-        lines.append(format(u"Map notes : %S", QString(map.description).replace(u'\n', u"\n            "_s)));
+    if (!map.description().isEmpty())
+        lines.append(format(u"Map notes : %S", QString(map.description()).replace(u'\n', u"\n            "_s)));
     return lines.join(u'\n');
 }
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "MapDocument.h"
+#include <map/MapDocument.h>
 
 namespace app {
 
@@ -27,6 +27,6 @@ QString projectInfoText(const brannock::Project &project, const DatabaseStatus &
 
 /// What "Project Info" adds about the map: its file, when and for which inspection it was stored, its description.
 /// Empty for a map that has neither.
-QString mapInfoText(const MapDocument &map);
+QString mapInfoText(const map::MapDocument &map);
 
 } // namespace app

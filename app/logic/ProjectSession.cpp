@@ -10,6 +10,7 @@
 #include <db/revision/ComponentUpload.h>
 #include <db/revision/ConnectDatabase.h>
 #include <ellery/ComponentFile.h>
+#include <map/MapFiles.h>
 #include <tarnwick/Leftovers.h>
 #include <tarnwick/OptionPrompts.h>
 
@@ -29,23 +30,19 @@ const QString kConnectTitle = u"Connect to Database"_s;
 ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
     : m_prompts(prompts)
     , m_project(std::make_unique<brannock::Project>())
-    , m_legend(m_project->steamGen)
-    , m_map(m_legend, prompts)
-    , m_undo(m_legend)
     , m_recovery(prompts)
     , m_database(prompts)
     , m_queries(m_database, m_queryContext)
+    , m_runner(m_queries, prompts)
 {
     m_queryContext.roots = roots();
     m_queryContext.systemMacros = [this] { return systemMacros(); };
-    m_undo.captureExtras = [this] { return plans::MapExtras{1, 1, m_map.headerRecord()}; };
-    m_undo.restoreExtras = [this](const plans::MapExtras &extras) { m_map.setHeaderRecord(extras.header); };
     try {
         m_queryContext.roots.makeInstallationFolders();
     } catch (const tarnwick::Error &error) {
         m_prompts.error(tarnwick::messages::kOptionsNotStored, error.text());
     }
-    shipStandardHeader(m_queryContext.roots);
+    map::shipStandardHeader(m_queryContext.roots);
     load(m_system);
     load(m_options);
     load(m_recent);
@@ -118,13 +115,11 @@ bool ProjectSession::openProject(const QString &folder)
         return false;
     }
     closeDatabase(db::messages::kCloseDatabase);
-    if (replacing)
-        replacing();
     m_recovery.end();
-    m_legend.setSteamGen(loaded->steamGen);
-    m_map.setProject(loaded.get());
-    m_undo.reset();
-    m_project = std::move(loaded);
+    // The former project stays until nothing looks at its component any more.
+    m_project.swap(loaded);
+    m_map.setProject(m_project.get());
+    loaded.reset();
     m_componentStamp = componentStamp(componentFolder());
     m_options.setProjectFormat(m_project->databaseFormat);
     m_queryContext.roots = roots();
@@ -162,24 +157,10 @@ int ProjectSession::reloadComponent()
         return 0;
     }
     m_componentStamp = stamp;
-    const bool wasModified = m_undo.isModified();
-    if (replacing)
-        replacing();
-    plans::MapLegend::Entries entries = m_legend.copyEntries();
     ellery::SteamGen &present = m_project->steamGen;
     const ellery::SteamGen before = std::exchange(present, std::move(loaded));
     m_project->site.model = present.modelName;
-    const int dropped = followTubes(entries, before, present);
-    if (dropped > 0)
-        m_map.header.clearSignatures(); // they were given for other entries
-    const QList<qint32> selection = followTubes(m_legend.tubes().selection(), before, present);
-    m_legend.setSteamGen(present);
-    m_legend.replaceEntries(std::move(entries));
-    m_legend.tubes().setSelection(selection);
-    m_undo.reset();
-    // Map files hold tubes by their place in the component: a map with entries has to be saved anew.
-    if (wasModified || m_legend.count() > 0)
-        m_undo.setNeverSaved();
+    const int dropped = m_map.followComponent(before);
     notify();
     return dropped;
 }
@@ -191,7 +172,12 @@ DatabaseStatus ProjectSession::databaseStatus() const
 
 tarnwick::JMacro ProjectSession::systemMacros() const
 {
-    return app::systemMacros(*m_project, m_legend.tubes(), m_map.file(), databaseStatus());
+    return app::systemMacros(*m_project, m_map.tubes(), m_map.file(), databaseStatus());
+}
+
+tarnwick::JMacro ProjectSession::printMacros() const
+{
+    return app::printMacros(systemMacros(), m_options.userMacros);
 }
 
 void ProjectSession::databaseConnected(const QString &path)
@@ -248,24 +234,21 @@ void ProjectSession::closeDatabase(const tarnwick::Message &failure)
 void ProjectSession::newMap()
 {
     m_map.clear();
-    m_undo.reset();
     notify();
 }
 
 bool ProjectSession::openMap(const QString &machinePath)
 {
-    if (!m_map.readMap(machinePath))
+    if (!map::readMap(m_map, machinePath, m_prompts))
         return false;
-    m_undo.reset();
     noteMapFile(messages::kOpenedMap);
     return true;
 }
 
 bool ProjectSession::saveMap(const QString &machinePath)
 {
-    if (!m_map.storeMap(machinePath))
+    if (!map::storeMap(m_map, machinePath, m_prompts))
         return false;
-    m_undo.setSaved();
     updateRecoveryCopy();
     noteMapFile(messages::kStoredMap);
     return true;
@@ -280,7 +263,7 @@ void ProjectSession::noteMapFile(const tarnwick::Message &status)
 
 void ProjectSession::updateRecoveryCopy()
 {
-    m_recovery.update(m_map, {m_undo.isModified(), m_legend.tubes().selection(), headerDraft});
+    m_recovery.update(m_map, {m_map.isModified(), m_map.selection(), headerDraft});
 }
 
 void ProjectSession::openMapAtStart()
@@ -289,11 +272,7 @@ void ProjectSession::openMapAtStart()
     if (const QString remark = m_project->tablesRemark(); !remark.isEmpty())
         m_prompts.showStatus(remark);
     if (const std::optional<UnsavedWork> work = m_recovery.offer(m_map)) {
-        m_legend.tubes().setSelection(work->selection);
         headerDraft = work->draft;
-        m_undo.reset();
-        if (work->isModified)
-            m_undo.setNeverSaved();
         notify();
         return;
     }

@@ -5,14 +5,14 @@
 
 #include <brannock/SystemOption.h>
 #include <db/revision/ConnectDatabase.h>
-#include <plans/MapUndo.h>
+#include <map/FillRunner.h>
 #include <plans/ProjectQueries.h>
 #include <query/ArvoOptions.h>
 #include <tarnwick/base/Progress.h>
 
 namespace app {
 
-/// The open project with everything that belongs to it: component, database, legend, undo, options and recent lists.
+/// The open project with everything that belongs to it: component, database, map, options and recent lists.
 /// Knows no window.
 class ProjectSession : private db::ConnectionListener
 {
@@ -36,11 +36,9 @@ public:
     /// are not there any more.
     int reloadComponent();
 
-    plans::MapLegend &legend() { return m_legend; }
-    plans::MapUndo &undo() { return m_undo; }
-    /// Header, description and file of the map.
-    MapDocument &map() { return m_map; }
-    const MapDocument &map() const { return m_map; }
+    map::MapDocument &map() { return m_map; }
+    const map::MapDocument &map() const { return m_map; }
+    const map::FillRunner &fillRunner() const { return m_runner; }
 
     tarnwick::UserPrompts &prompts() { return m_prompts; }
     db::DatabaseSession &database() { return m_database; }
@@ -53,6 +51,8 @@ public:
     void setOptions(const query::ArvoOptions &options);
     tarnwick::PathRoots roots() const;
     tarnwick::JMacro systemMacros() const;
+    /// Everything that keywords on the printed page may stand for.
+    tarnwick::JMacro printMacros() const;
 
     // The map's file (machine paths). Undo begins anew with a map that was opened.
     void newMap();
@@ -92,8 +92,6 @@ public:
     /// The end of the program: closes the database.
     void end();
 
-    /// The present component is about to go: nothing may look at it any more.
-    std::function<void()> replacing;
     /// Another project stands in its place; its database is about to be connected.
     std::function<void()> replaced;
     /// Makes what shows work that may take long, and lets the user stop it; its title is given. None: nobody watches.
@@ -118,9 +116,7 @@ private:
     tarnwick::UserPrompts &m_prompts;
     std::unique_ptr<brannock::Project> m_project;
     QByteArray m_componentStamp; ///< of the files that the present component was read from
-    plans::MapLegend m_legend;
-    MapDocument m_map;
-    plans::MapUndo m_undo;
+    map::MapDocument m_map;
     MapRecovery m_recovery;
     brannock::SystemOption m_system;
     query::ArvoOptions m_options;
@@ -128,6 +124,7 @@ private:
     query::QueryContext m_queryContext;
     db::DatabaseSession m_database;
     plans::ProjectQueries m_queries;
+    map::FillRunner m_runner;
 };
 
 } // namespace app

@@ -126,13 +126,16 @@ QString selectionLabel(int command)
     return (selecting(command) == command ? u"Select "_s : u"Deselect "_s) + ruleName(command);
 }
 
-void applySelection(int command, const ellery::SteamGen &steamGen, ellery::TubeStates &tubes, int pointed)
+QList<qint32> selectionAfter(int command, const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes,
+                             int pointed)
 {
-    const bool selected = selecting(command) == command;
-    if (const Rule rule = mapRule(command, steamGen, tubes))
-        selectWhere(tubes, selected, rule);
-    else if (pointed >= 0)
-        selectWhere(tubes, selected, pointedRule(command, steamGen, tubes, pointed));
+    Rule rule = mapRule(command, steamGen, tubes);
+    if (!rule && pointed >= 0)
+        rule = pointedRule(command, steamGen, tubes, pointed);
+    ellery::TubeStates changed = tubes;
+    if (rule)
+        selectWhere(changed, selecting(command) == command, rule);
+    return changed.selection();
 }
 
 QList<qint32> connectedGroup(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes, int tube)

@@ -8,9 +8,10 @@ namespace app {
 bool isSelectionCommand(int command);
 /// What Undo calls it: "Select Row".
 QString selectionLabel(int command);
-/// Carries it out. pointed is the tube that the pop-up menu was opened on, -1 without one; the commands that need it
-/// then do nothing.
-void applySelection(int command, const ellery::SteamGen &steamGen, ellery::TubeStates &tubes, int pointed);
+/// The tubes that are selected after it. pointed is the tube that the pop-up menu was opened on, -1 without one; the
+/// commands that need it then change nothing.
+QList<qint32> selectionAfter(int command, const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes,
+                             int pointed);
 
 /// The tubes that hang together with a tube by neighbours (a pitch apart, in the same section) that look like it: all
 /// with its symbol, or all open. Ascending.

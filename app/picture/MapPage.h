@@ -1,7 +1,6 @@
 #pragma once
-#include <app/logic/MapDocument.h>
-
 #include <brannock/paint/MapPicture.h>
+#include <map/MapDocument.h>
 #include <query/ArvoOptions.h>
 
 namespace app {
@@ -11,13 +10,11 @@ QString footerText();
 
 /// What stands on the page round the tubes: the legend with the counts that the window shows, the model line, and the
 /// header with its keywords replaced.
-brannock::PictureContent pageContent(const MapHeader &header, const plans::MapLegend &legend,
-                                     const ellery::SteamGen &steamGen, const query::ArvoOptions &options,
-                                     const tarnwick::JMacro &macros);
+brannock::PictureContent pageContent(const map::MapHeader &header, const map::MapDocument &document,
+                                     const query::ArvoOptions &options, const tarnwick::JMacro &macros);
 
 /// The tubes as they are marked now, on a page. watermark: behind them, may be empty.
-brannock::MapPicture mapPage(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes,
-                             const brannock::PictureContent &content, const query::ArvoOptions &options,
-                             const QString &watermark);
+brannock::MapPicture mapPage(const map::MapDocument &document, const brannock::PictureContent &content,
+                             const query::ArvoOptions &options, const QString &watermark);
 
 } // namespace app

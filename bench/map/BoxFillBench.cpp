@@ -55,14 +55,15 @@ void boxFill(benchmark::State &state)
     const TubeStates tubes = withSelection(steamGen.numTube(), int(state.range(1)));
     plans::BoxFill fill;
     fill.parameters.radius = double(state.range(2));
-    fill.pick(steamGen, tubes);
-    if (fill.tubes != doubleLoop(steamGen, tubes, fill.parameters.radius)) {
+    const plans::FillInput input{steamGen, tubes, nullptr};
+    const QList<qint32> found = fill.pick(input).tubes;
+    if (found != doubleLoop(steamGen, tubes, fill.parameters.radius)) {
         state.SkipWithError("other tubes than the double loop, or another order");
         return;
     }
     for (auto _ : state)
-        fill.pick(steamGen, tubes);
-    state.counters["found"] = double(fill.tubes.size());
+        benchmark::DoNotOptimize(fill.pick(input));
+    state.counters["found"] = double(found.size());
 }
 BENCHMARK(boxFill)->Apply(sizes);
 

@@ -1,11 +1,12 @@
 // Map files, "Update Map" and undo, without a window.
 #include "SampleBundle.h"
 
-#include <app/logic/MapDocument.h>
 #include <benchmark/benchmark.h>
 #include <malloc.h>
+#include <map/FillCommit.h>
+#include <map/MapFiles.h>
+#include <map/MapUpdate.h>
 #include <plans/BoxFill.h>
-#include <plans/MapUndo.h>
 #include <plans/PatternFill.h>
 #include <plans/PcntFill.h>
 #include <plans/QuerySource.h>
@@ -24,8 +25,8 @@ public:
     bool isReady() const override { return false; }
     std::unique_ptr<plans::QueryRecords> run(const QString &, const QString &) override { return nullptr; }
     void setQuiet(bool) override {}
-    std::optional<plans::FillMark> rememberedMark(const QString &) const override { return std::nullopt; }
-    void rememberMark(const QString &, const plans::FillMark &) override {}
+    std::optional<ellery::TubeMark> rememberedMark(const QString &) const override { return std::nullopt; }
+    void rememberMark(const QString &, const ellery::TubeMark &) override {}
 };
 
 class Silent : public tarnwick::UserPrompts
@@ -37,60 +38,52 @@ public:
     void showStatus(const QString &) override {}
 };
 
-/// A map with its undo, as the window has them.
-class Bench : public plans::MapHost
+/// A map with what fills need.
+struct Bench
 {
-public:
     Bench()
     {
         qputenv("PALOMINE_DIR", folder.path().toLocal8Bit()); // nothing of this user's is touched
         record.steamGen = bundle(kTubes);
         record.folder = folder.path();
-        entries.setSteamGen(record.steamGen);
         document.setProject(&record);
-        changes.captureExtras = [this] { return plans::MapExtras{1, 1, document.headerRecord()}; };
-        changes.restoreExtras = [this](const plans::MapExtras &extras) { document.setHeaderRecord(extras.header); };
-        changes.reset();
     }
 
     /// Entries with every tube each, in different orders.
     void addWholeFills(int count)
     {
-        plans::MapLegend::Entries fills;
+        map::MapFile content;
         const int all = record.steamGen.numTube();
         for (int n = 0; n < count; ++n) {
             auto fill = std::make_unique<plans::PcntFill>();
-            fill->colour = quint32(n) * 0x010305;
+            fill->mark.colour = quint32(n) * 0x010305;
             fill->tubes.reserve(all);
             for (int i = 0; i < all; ++i)
                 fill->tubes.append((i + n) % all);
             fill->fillCount = all;
-            fills.push_back(std::move(fill));
+            content.entries.push_back(std::move(fill));
         }
-        entries.replaceEntries(std::move(fills));
-        changes.reset();
+        document.setContent(content, {}, {});
+    }
+    void add(std::unique_ptr<plans::MapFill> fill)
+    {
+        document.change(u"Fill"_s, [&fill](map::MapEdit &edit) { edit.addEntry(std::move(fill), true); });
+    }
+    void move(int from, int to)
+    {
+        document.change(u"Move Entry"_s, [from, to](map::MapEdit &edit) { edit.moveEntry(from, to); });
+    }
+    void select(const QList<qint32> &tubes)
+    {
+        document.change(u"Select Tubes"_s, [&tubes](map::MapEdit &edit) { edit.setSelection(tubes); });
     }
 
     QTemporaryDir folder;
     Silent silent;
     NoQueries none;
     brannock::Project record;
-    plans::MapLegend entries{record.steamGen};
-    app::MapDocument document{entries, silent};
-    plans::MapUndo changes{entries};
-
-    brannock::Project &project() override { return record; }
-    const ellery::SteamGen &steamGen() override { return record.steamGen; }
-    ellery::TubeStates &tubes() override { return entries.tubes(); }
-    plans::MapLegend &legend() override { return entries; }
-    db::DatabaseSession &session() override { qFatal("no database here"); }
-    tarnwick::UserPrompts &prompts() override { return silent; }
-    plans::QuerySource &queries() override { return none; }
-    void undoCheckpoint(const QString &label) override { changes.checkpoint(label); }
-    void redrawMap() override {}
-    void refreshLegend() override {}
-    tarnwick::JMacro systemMacros() override { return {}; }
-    tarnwick::JMacro userMacros() override { return {}; }
+    map::MapDocument document;
+    map::FillRunner runner{none, silent};
 };
 
 constexpr int kFills = 100;
@@ -100,11 +93,9 @@ void openMap(benchmark::State &state)
     Bench bench;
     bench.addWholeFills(kFills);
     const QString path = bench.folder.filePath(u"a.map"_s);
-    bench.document.storeMap(path);
-    for (auto _ : state) {
-        bench.document.readMap(path);
-        bench.changes.reset();
-    }
+    map::storeMap(bench.document, path, bench.silent);
+    for (auto _ : state)
+        map::readMap(bench.document, path, bench.silent);
     state.counters["MB"] = double(QFileInfo(path).size()) / 1e6;
 }
 BENCHMARK(openMap)->Unit(benchmark::kMillisecond);
@@ -114,7 +105,7 @@ void storeMap(benchmark::State &state)
     Bench bench;
     bench.addWholeFills(kFills);
     for (auto _ : state)
-        bench.document.storeMap(bench.folder.filePath(u"a.map"_s));
+        map::storeMap(bench.document, bench.folder.filePath(u"a.map"_s), bench.silent);
 }
 BENCHMARK(storeMap)->Unit(benchmark::kMillisecond);
 
@@ -122,8 +113,10 @@ BENCHMARK(storeMap)->Unit(benchmark::kMillisecond);
 void updateMap(benchmark::State &state)
 {
     Bench bench;
+    QList<qint32> some;
     for (int i = 0; i < bench.record.steamGen.numTube(); i += 80)
-        bench.entries.tubes().setSelected(i, true);
+        some.append(i);
+    bench.select(some);
     for (int n = 0; n < 50; ++n) {
         std::unique_ptr<plans::MapFill> fill;
         if (n % 3 == 0) {
@@ -139,10 +132,10 @@ void updateMap(benchmark::State &state)
             box->parameters.radius = 3;
             fill = std::move(box);
         }
-        bench.entries.addEntry(std::move(fill), true);
+        bench.add(std::move(fill));
     }
     for (auto _ : state)
-        bench.entries.updateAll(bench);
+        map::MapUpdate(bench.document, bench.runner).run(nullptr);
 }
 BENCHMARK(updateMap)->Unit(benchmark::kMillisecond);
 
@@ -151,11 +144,10 @@ void undoRedo(benchmark::State &state)
 {
     Bench bench;
     bench.addWholeFills(kFills);
-    bench.changes.checkpoint(u"Move Entry"_s);
-    bench.entries.moveEntry(0, kFills - 1);
+    bench.move(0, kFills - 1);
     for (auto _ : state) {
-        bench.changes.undo();
-        bench.changes.redo();
+        bench.document.undo();
+        bench.document.redo();
     }
 }
 BENCHMARK(undoRedo)->Unit(benchmark::kMillisecond);
@@ -167,11 +159,10 @@ void afterChange(benchmark::State &state)
     bench.addWholeFills(kFills);
     bool there = false;
     for (auto _ : state) {
-        bench.changes.checkpoint(u"Move Entry"_s);
-        bench.entries.moveEntry(there ? kFills - 1 : 0, there ? 0 : kFills - 1);
+        bench.move(there ? kFills - 1 : 0, there ? 0 : kFills - 1);
         there = !there;
-        benchmark::DoNotOptimize(bench.changes.canUndo());
-        benchmark::DoNotOptimize(bench.changes.isModified());
+        benchmark::DoNotOptimize(bench.document.canUndo());
+        benchmark::DoNotOptimize(bench.document.isModified());
     }
 }
 BENCHMARK(afterChange)->Unit(benchmark::kMillisecond);
@@ -184,17 +175,20 @@ void undoMemory(benchmark::State &state)
         bench.addWholeFills(20);
         const size_t before = mallinfo2().uordblks;
         for (int n = 0; n < 100; ++n) {
-            bench.changes.checkpoint(u"Random"_s);
-            plans::PcntFill fill;
-            fill.parameters.percent = 50;
-            bench.entries.replaceEntry(n % 20, fill, bench);
+            auto fill = std::make_unique<plans::PcntFill>();
+            fill->parameters.percent = 50;
+            bench.runner.compute(*fill, bench.record.steamGen, bench.document.tubes());
+            QList<qint32> selection = bench.document.selection();
             for (int i = 0; i < 500; ++i)
-                bench.entries.tubes().setSelected((n * 131 + i * 7) % bench.record.steamGen.numTube(), true);
-            bench.entries.moveEntry(n % 20, (n * 7) % 20);
+                selection.append((n * 131 + i * 7) % bench.record.steamGen.numTube());
+            bench.document.change(u"Random"_s, [&](map::MapEdit &edit) {
+                edit.replaceEntry(n % 20, std::move(fill));
+                edit.setSelection(selection);
+                edit.moveEntry(n % 20, (n * 7) % 20);
+            });
         }
-        bench.changes.canUndo();
         state.counters["MB"] = double(mallinfo2().uordblks - before) / 1e6;
-        state.counters["levels"] = bench.changes.stack().count();
+        state.counters["levels"] = bench.document.history().count();
     }
 }
 BENCHMARK(undoMemory)->Unit(benchmark::kMillisecond)->Iterations(1);

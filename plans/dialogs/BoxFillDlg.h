@@ -1,7 +1,7 @@
 #pragma once
 #include "FillDialog.h"
 
-#include <plans/FillEditors.h>
+#include <map/FillEditors.h>
 
 namespace tarnwick {
 class NumberField;
@@ -14,13 +14,13 @@ class BoxFillDlg : public FillDialog
 {
     Q_OBJECT
 public:
-    BoxFillDlg(BoxFillEditor &editor, const FillDialogContext &context);
+    BoxFillDlg(map::BoxFillEditor &editor, const FillDialogContext &context);
 
 protected:
     void showFields() override;
 
 private:
-    BoxFillEditor &m_editor;
+    map::BoxFillEditor &m_editor;
     tarnwick::NumberField *m_radius;
     QLabel *m_pitches;
 };

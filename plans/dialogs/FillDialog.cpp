@@ -41,12 +41,12 @@ QIcon tubeIcon(const brannock::TubeMark &mark, const brannock::MapOptions &look,
 
 } // namespace
 
-FillDialog::FillDialog(FillEditor &editor, const FillDialogContext &context, const QString &name, const QString &title)
+FillDialog::FillDialog(map::FillEditor &editor, const FillDialogContext &context, const QString &name,
+                       const QString &title)
     : QDialog(context.parent)
     , m_editor(editor)
-    , m_component(context.host.steamGen())
-    , m_prompts(context.host.prompts())
-    , m_colours(context.roots, m_prompts)
+    , m_prompts(context.editing.runner.prompts())
+    , m_colours(context.editing.roots, m_prompts)
     , m_look(context.look)
     , m_groups(new QVBoxLayout)
     , m_symbol(new QPushButton(u"&Symbol ..."_s))
@@ -66,8 +66,8 @@ FillDialog::FillDialog(FillEditor &editor, const FillDialogContext &context, con
     layout->setSpacing(12);
     layout->addLayout(columns, 1);
     m_map->setOptions(context.look);
-    m_map->setXOrientation(context.xOrientation);
-    m_map->setYOrientation(context.yOrientation);
+    m_map->setXOrientation(context.editing.document.state().xOrientation);
+    m_map->setYOrientation(context.editing.document.state().yOrientation);
 }
 
 FillDialog::~FillDialog()
@@ -137,7 +137,7 @@ void FillDialog::finish(QWidget *first)
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout()->addWidget(buttons);
     connect(m_symbol, &QPushButton::clicked, this, &FillDialog::chooseSymbol);
-    m_map->setSteamGen(&m_component, &m_editor.preview().tubes());
+    m_map->setSteamGen(&m_editor.document().component(), &m_editor.preview().tubes());
     m_editor.changed = [this] { refresh(); };
     refresh();
     first->setFocus();
@@ -149,7 +149,7 @@ void FillDialog::refresh()
 {
     showFields();
     m_label->setText(m_editor.label().trimmed());
-    m_symbol->setIcon(tubeIcon({m_editor.symbol(), m_editor.colour()}, m_look, devicePixelRatioF()));
+    m_symbol->setIcon(tubeIcon(m_editor.mark(), m_look, devicePixelRatioF()));
     m_summary->setText(m_editor.summary());
     m_warning->setText(m_editor.warning());
     m_map->refresh();
@@ -157,9 +157,9 @@ void FillDialog::refresh()
 
 void FillDialog::chooseSymbol()
 {
-    brannock::ChooseSymbolDlg dialog({m_editor.symbol(), m_editor.colour()}, m_look, m_colours, this);
+    brannock::ChooseSymbolDlg dialog(m_editor.mark(), m_look, m_colours, this);
     if (dialog.exec() == QDialog::Accepted)
-        m_editor.setMark(dialog.mark().symbol, dialog.mark().colour);
+        m_editor.setMark(dialog.mark());
 }
 
 void FillDialog::accept()

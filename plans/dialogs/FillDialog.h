@@ -1,7 +1,7 @@
 #pragma once
 #include <brannock/gui/ColourChooser.h>
 #include <brannock/paint/MapColours.h>
-#include <plans/FillEditor.h>
+#include <map/FillEditor.h>
 
 #include <QDialog>
 
@@ -19,11 +19,8 @@ namespace plans {
 /// What the dialogs of fills get from the window that opens them.
 struct FillDialogContext
 {
-    MapHost &host;
-    tarnwick::PathRoots roots;
+    map::FillEditorContext editing;
     brannock::MapOptions look; ///< of the map, for the preview
-    int xOrientation = 1;
-    int yOrientation = 1;
     QWidget *parent = nullptr;
 };
 
@@ -38,7 +35,7 @@ public:
 
 protected:
     /// The editor must live as long as the dialog. name: of the widget, by which its size is remembered.
-    FillDialog(FillEditor &editor, const FillDialogContext &context, const QString &name, const QString &title);
+    FillDialog(map::FillEditor &editor, const FillDialogContext &context, const QString &name, const QString &title);
     /// A framed group of labelled fields below those that are there.
     QFormLayout *addGroup(const QString &title);
     void addGroup(QWidget *group);
@@ -53,8 +50,7 @@ private:
     void refresh();
     void chooseSymbol();
 
-    FillEditor &m_editor;
-    const ellery::SteamGen &m_component;
+    map::FillEditor &m_editor;
     tarnwick::UserPrompts &m_prompts;
     brannock::ColourChooser m_colours;
     brannock::MapOptions m_look;

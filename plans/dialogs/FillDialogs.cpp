@@ -14,7 +14,7 @@ namespace {
 template <typename Editor, typename Dialog>
 bool run(const FillDialogContext &context, int entry)
 {
-    Editor editor(context.host, context.roots, entry);
+    Editor editor(context.editing, entry);
     Dialog dialog(editor, context);
     return dialog.exec() == QDialog::Accepted;
 }
@@ -26,9 +26,9 @@ struct KindDialog
 };
 
 constexpr KindDialog kDialogs[] = {
-    {u"RAND FILL", run<PcntFillEditor, PercentFillDlg>},
-    {u"BOX", run<BoxFillEditor, BoxFillDlg>},
-    {u"PATTERN", run<PatternFillEditor, PatternFillDlg>},
+    {u"RAND FILL", run<map::PcntFillEditor, PercentFillDlg>},
+    {u"BOX", run<map::BoxFillEditor, BoxFillDlg>},
+    {u"PATTERN", run<map::PatternFillEditor, PatternFillDlg>},
 };
 
 bool runDialog(const FillDialogContext &context, QStringView key, int entry)
@@ -53,7 +53,7 @@ bool openNewFill(const FillDialogContext &context, QStringView key)
 
 bool openFill(const FillDialogContext &context, int entry)
 {
-    return runDialog(context, context.host.legend().entry(entry).typeKey, entry);
+    return runDialog(context, context.editing.document.entry(entry).typeKey, entry);
 }
 
 } // namespace plans

@@ -14,7 +14,7 @@ namespace plans {
 using ellery::Axis;
 using Parameters = PatternFill::Parameters;
 
-PatternFillDlg::PatternFillDlg(PatternFillEditor &editor, const FillDialogContext &context)
+PatternFillDlg::PatternFillDlg(map::PatternFillEditor &editor, const FillDialogContext &context)
     : FillDialog(editor, context, u"patternFillDlg"_s, u"Pattern Fill"_s)
     , m_editor(editor)
     , m_filter(new FilterGroup)

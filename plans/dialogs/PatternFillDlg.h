@@ -1,7 +1,7 @@
 #pragma once
 #include "FillDialog.h"
 
-#include <plans/FillEditors.h>
+#include <map/FillEditors.h>
 
 class QCheckBox;
 
@@ -18,7 +18,7 @@ class PatternFillDlg : public FillDialog
 {
     Q_OBJECT
 public:
-    PatternFillDlg(PatternFillEditor &editor, const FillDialogContext &context);
+    PatternFillDlg(map::PatternFillEditor &editor, const FillDialogContext &context);
 
 protected:
     void showFields() override;
@@ -41,7 +41,7 @@ private:
     template <typename Value>
     void change(Value PatternFill::Parameters::*value, Value now);
 
-    PatternFillEditor &m_editor;
+    map::PatternFillEditor &m_editor;
     FilterGroup *m_filter;
     QList<Number> m_numbers;
     QList<Option> m_options;

@@ -36,7 +36,7 @@ protected:
 
 } // namespace
 
-PercentFillDlg::PercentFillDlg(PcntFillEditor &editor, const FillDialogContext &context)
+PercentFillDlg::PercentFillDlg(map::PcntFillEditor &editor, const FillDialogContext &context)
     : FillDialog(editor, context, u"percentFillDlg"_s, u"Random Fill"_s)
     , m_editor(editor)
     , m_filter(new FilterGroup)

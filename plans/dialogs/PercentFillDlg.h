@@ -1,7 +1,7 @@
 #pragma once
 #include "FillDialog.h"
 
-#include <plans/FillEditors.h>
+#include <map/FillEditors.h>
 
 class QCheckBox;
 
@@ -18,7 +18,7 @@ class PercentFillDlg : public FillDialog
 {
     Q_OBJECT
 public:
-    PercentFillDlg(PcntFillEditor &editor, const FillDialogContext &context);
+    PercentFillDlg(map::PcntFillEditor &editor, const FillDialogContext &context);
 
 protected:
     void showFields() override;
@@ -28,7 +28,7 @@ private:
     void makeScope();
     void toggleMode();
 
-    PcntFillEditor &m_editor;
+    map::PcntFillEditor &m_editor;
     FilterGroup *m_filter;
     QCheckBox *m_randomSeed;
     tarnwick::NumberField *m_seed;

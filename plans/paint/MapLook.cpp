@@ -28,24 +28,24 @@ brannock::MapOptions mapOptions(const query::ArvoOptions &options)
     return map;
 }
 
-brannock::LegendRow legendRow(const MapFill &fill)
+brannock::LegendRow legendRow(const MapFill &fill, int hits)
 {
     brannock::LegendRow row;
-    row.symbol = fill.symbol;
-    row.colour = fill.colour;
+    row.symbol = fill.mark.symbol;
+    row.colour = fill.mark.colour;
     row.type = fill.typeName();
     row.description = fill.label;
     row.tubes = fill.fillCount;
-    row.hits = fill.paintedCount;
+    row.hits = hits;
     row.shown = fill.shown;
     return row;
 }
 
-QList<brannock::LegendRow> legendRows(const MapLegend &legend)
+QList<brannock::LegendRow> legendRows(const map::MapDocument &document)
 {
     QList<brannock::LegendRow> rows;
-    for (int i = 0; i < legend.count(); ++i)
-        rows.append(legendRow(legend.entry(i)));
+    for (int i = 0; i < document.count(); ++i)
+        rows.append(legendRow(document.entry(i), document.hits(i)));
     return rows;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 #include <brannock/paint/LegendTable.h>
-#include <plans/MapLegend.h>
+#include <map/MapDocument.h>
 #include <query/ArvoOptions.h>
 
 namespace plans {
@@ -9,7 +9,7 @@ namespace plans {
 brannock::MapOptions mapOptions(const query::ArvoOptions &options);
 
 /// A legend entry, and the whole legend, as pictures show them.
-brannock::LegendRow legendRow(const MapFill &fill);
-QList<brannock::LegendRow> legendRows(const MapLegend &legend);
+brannock::LegendRow legendRow(const MapFill &fill, int hits);
+QList<brannock::LegendRow> legendRows(const map::MapDocument &document);
 
 } // namespace plans

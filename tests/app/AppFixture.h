@@ -2,6 +2,7 @@
 #include <app/DBase.h>
 #include <demo/DemoProject.h>
 #include <gmock/gmock.h>
+#include <map/FillCommit.h>
 #include <QTemporaryDir>
 
 inline void PrintTo(const QString &text, std::ostream *out)
@@ -10,6 +11,33 @@ inline void PrintTo(const QString &text, std::ostream *out)
 }
 
 namespace app {
+
+inline map::MapDocument &mapOf(DBase &window)
+{
+    return window.projectSession().map();
+}
+
+inline void addFill(DBase &window, const plans::MapFill &fill)
+{
+    map::addNewFill(mapOf(window), window.projectSession().fillRunner(), fill);
+}
+
+inline map::LegendCommands legendOf(DBase &window)
+{
+    return {mapOf(window), window.projectSession().fillRunner()};
+}
+
+inline void selectTubes(map::MapDocument &map, const QList<qint32> &tubes)
+{
+    map.change(QStringLiteral("Select"), [&tubes](map::MapEdit &edit) { edit.setSelection(tubes); });
+}
+
+inline void setHeaderText(map::MapDocument &map, QString map::MapHeader::*field, const QString &text)
+{
+    map::MapHeader header = map.header();
+    header.*field = text;
+    map.change(QStringLiteral("Header"), [&header](map::MapEdit &edit) { edit.setHeader(header); });
+}
 
 /// Answers file dialogs from a script.
 class ScriptedDialogs : public FileDialogs

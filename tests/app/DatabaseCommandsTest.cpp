@@ -74,11 +74,11 @@ TEST_F(DatabaseCommandsTest, AnOldDatabaseIsConvertedWhenTheUserAgrees)
     const QString path = makeOldDatabase(u"old.mdb"_s);
     open(path, {Answer::No});
     EXPECT_EQ(said.texts(Kind::Question).size(), 1);
-    EXPECT_FALSE(window.session().database().table(u"tubes").field(u"x"));
+    EXPECT_FALSE(window.projectSession().database().database().table(u"tubes").field(u"x"));
     EXPECT_TRUE(panel().endsWith(u"Database : old.mdb"_s));
 
     open(path, {Answer::Yes});
-    EXPECT_TRUE(window.session().database().table(u"tubes").field(u"x"));
+    EXPECT_TRUE(window.projectSession().database().database().table(u"tubes").field(u"x"));
     EXPECT_EQ(said.texts(Kind::Information), QStringList{u"Conversions:\n    1) Modified tubes table.\n"_s});
     EXPECT_TRUE(QFile::exists(project + u"/arvo/old._db"_s));
     EXPECT_EQ(said.lastStatus(), u"Connected to \"old.mdb\"."_s);
@@ -95,14 +95,15 @@ TEST_F(DatabaseCommandsTest, LongWorkCanBeStopped)
     open(path, {Answer::Yes});
     const QString stopped = u"Cancelled. Views and labels of the database are as they were."_s; // before the question
     EXPECT_TRUE(said.texts(Kind::Status).contains(stopped));
-    EXPECT_FALSE(window.session().database().table(u"tubes").field(u"x"));
+    EXPECT_FALSE(window.projectSession().database().database().table(u"tubes").field(u"x"));
     EXPECT_TRUE(said.texts(Kind::Error).isEmpty());
 
-    open(window.project().databasePath());
+    open(window.projectSession().project().databasePath());
     said.answerWith({Answer::Yes});
     run(UploadComponent);
     EXPECT_EQ(said.lastStatus(), u"Upload of the model cancelled."_s);
-    EXPECT_EQ(db::firstValue(window.session().database(), u"SELECT COUNT(*) FROM tubes"_s).integer(), 0);
+    EXPECT_EQ(db::firstValue(window.projectSession().database().database(), u"SELECT COUNT(*) FROM tubes"_s).integer(),
+              0);
     EXPECT_EQ(titles, (QStringList{u"Connect to Database"_s, u"Connect to Database"_s, u"Upload Component"_s}));
 }
 
@@ -119,14 +120,15 @@ TEST_F(DatabaseCommandsTest, AJetFileIsOpenedReadOnly)
     run(UploadComponent);
     ASSERT_EQ(said.entries().size(), 1);
     EXPECT_EQ(said.entries().first().number, 1031);
-    EXPECT_EQ(db::firstValue(window.session().database(), u"SELECT COUNT(*) FROM report"_s).integer(), 2000);
+    EXPECT_EQ(db::firstValue(window.projectSession().database().database(), u"SELECT COUNT(*) FROM report"_s).integer(),
+              2000);
 }
 
 TEST_F(DatabaseCommandsTest, RecentDatabasesThatAreGoneAreGreyedAndComeBack)
 {
     const QString path = makeOldDatabase(u"old.mdb"_s);
     open(path, {Answer::No});
-    open(window.project().databasePath());
+    open(window.projectSession().project().databasePath());
     QAction *second = window.commands().action(FirstRecentDatabase + 1);
     ASSERT_NE(second, nullptr);
     EXPECT_TRUE(second->text().endsWith(u"arvo\\old.mdb"_s));
@@ -166,12 +168,13 @@ TEST_F(DatabaseCommandsTest, AnExistingDatabaseIsNeverReplacedByANewOne)
     run(NewDatabase);
     ASSERT_EQ(said.texts(Kind::Error).size(), 1);
     EXPECT_TRUE(said.lastStatus().isEmpty()) << "nothing is being created any more";
-    EXPECT_EQ(window.session().path(), window.project().databasePath()) << "the connection stays";
+    EXPECT_EQ(window.projectSession().database().path(), window.projectSession().project().databasePath())
+        << "the connection stays";
 }
 
 TEST_F(DatabaseCommandsTest, TheTitleFollowsTheWindowAndTheProject)
 {
-    const QString name = window.project().name;
+    const QString name = window.projectSession().project().name;
     window.show();
     window.showMinimized();
     QCoreApplication::processEvents();
@@ -191,10 +194,10 @@ TEST_F(DatabaseCommandsTest, TheTitleFollowsTheWindowAndTheProject)
     };
     ASSERT_TRUE(window.openProject(projectFolder()));
     EXPECT_EQ(shown, QStringList{u"ARVO - "_s + projectFolder()});
-    EXPECT_EQ(window.session().path(), window.project().databasePath());
+    EXPECT_EQ(window.projectSession().database().path(), window.projectSession().project().databasePath());
     EXPECT_EQ(window.projectSession().recentProjects().mid(0, 2), (QStringList{projectFolder(), project}));
     ASSERT_TRUE(window.openProject(project));
-    EXPECT_EQ(window.session().path(), project + u"/arvo/project.mdb"_s);
+    EXPECT_EQ(window.projectSession().database().path(), project + u"/arvo/project.mdb"_s);
 }
 
 } // namespace app

@@ -10,7 +10,6 @@
 #include <plans/dialogs/BoxFillDlg.h>
 #include <plans/dialogs/PatternFillDlg.h>
 #include <plans/dialogs/PercentFillDlg.h>
-#include <plans/FillCommit.h>
 
 #include <QAbstractButton>
 #include <QCoreApplication>
@@ -34,7 +33,7 @@ protected:
         ASSERT_TRUE(window.openProject(m_pictures.isEmpty() ? projectFolder() : largeProject()));
         plans::PatternFill fill;
         fill.parameters.rowIncrement = 3;
-        plans::addNewFill(window, fill);
+        addFill(window, fill);
     }
 
     QString largeProject()
@@ -47,10 +46,12 @@ protected:
         return m_folder.filePath(u"project"_s);
     }
 
-    plans::FillDialogContext context()
+    map::FillEditorContext editing()
     {
-        return {window, window.projectSession().roots(), window.map().options(), 1, 1, &window};
+        ProjectSession &session = window.projectSession();
+        return {session.map(), session.fillRunner(), session.roots()};
     }
+    plans::FillDialogContext context() { return {editing(), window.map().options(), &window}; }
 
     void look(QWidget &widget, const QString &name)
     {
@@ -75,13 +76,15 @@ protected:
     /// A rectangle of tubes in the middle.
     void selectSome()
     {
-        const ellery::SteamGen &sg = window.steamGen();
+        const ellery::SteamGen &sg = mapOf(window).component();
         const int row = sg.maxNumber(ellery::Axis::Row) / 2;
         const int col = sg.maxNumber(ellery::Axis::Col) / 2;
+        QList<qint32> some;
         for (int i = 0; i < sg.numTube(); ++i) {
             if (std::abs(sg[i].address.row - row) <= 1 && std::abs(sg[i].address.col - col) <= 2)
-                window.tubes().setSelected(i, true);
+                some.append(i);
         }
+        selectTubes(mapOf(window), some);
     }
 
     ScriptedDialogs dialogs;
@@ -96,7 +99,7 @@ private:
 
 TEST_F(DialogPictures, RandomFill)
 {
-    plans::PcntFillEditor editor(window, window.projectSession().roots());
+    map::PcntFillEditor editor(editing());
     plans::PercentFillDlg dialog(editor, context());
     look(dialog, u"random-fill"_s);
     plans::PcntFill::Parameters counted = editor.parameters();
@@ -111,12 +114,12 @@ TEST_F(DialogPictures, RandomFill)
 TEST_F(DialogPictures, BoxFill)
 {
     {
-        plans::BoxFillEditor editor(window, window.projectSession().roots());
+        map::BoxFillEditor editor(editing());
         plans::BoxFillDlg dialog(editor, context());
         look(dialog, u"box-fill-empty"_s);
     }
     selectSome();
-    plans::BoxFillEditor editor(window, window.projectSession().roots());
+    map::BoxFillEditor editor(editing());
     editor.setParameters({editor.pitch() * 4});
     plans::BoxFillDlg dialog(editor, context());
     look(dialog, u"box-fill"_s);
@@ -124,7 +127,7 @@ TEST_F(DialogPictures, BoxFill)
 
 TEST_F(DialogPictures, PatternFill)
 {
-    plans::PatternFillEditor editor(window, window.projectSession().roots());
+    map::PatternFillEditor editor(editing());
     plans::PatternFillDlg dialog(editor, context());
     look(dialog, u"pattern-fill"_s);
 }
@@ -138,9 +141,10 @@ TEST_F(DialogPictures, ChooseSymbol)
 
 TEST_F(DialogPictures, Header)
 {
-    HeaderEditor editor(window.projectSession().map(), window, dialogs, window.projectSession().roots());
-    MapPrinting printing(window.projectSession(), window, window.map(), &window);
-    const auto page = [&printing](const MapHeader &header) { return printing.page(header); };
+    ProjectSession &session = window.projectSession();
+    HeaderEditor editor({session.map(), said, dialogs, session.roots(), [&session] { return session.printMacros(); }});
+    MapPrinting printing(session, &window);
+    const auto page = [&printing](const map::MapHeader &header) { return printing.page(header); };
     HeaderDlg dialog(editor, page, printing.paperSize(), printing.resolution(), &window);
     look(dialog, u"header"_s);
     dialog.findChild<QPlainTextEdit *>(u"upperText"_s)->setPlainText(u"[SITE CODE] [OUTAGE NMAE]"_s);

@@ -6,9 +6,8 @@
 #include <app/LegendView.h>
 
 #include <brannock/gui/ChooseSymbolDlg.h>
+#include <map/FillEditors.h>
 #include <plans/dialogs/FillDialog.h>
-#include <plans/FillCommit.h>
-#include <plans/FillEditors.h>
 #include <tarnwick/gui/NumberField.h>
 
 #include <QAction>
@@ -90,7 +89,7 @@ protected:
     {
         plans::PatternFill fill;
         fill.parameters.firstRow = firstRow;
-        plans::addNewFill(window, fill);
+        addFill(window, fill);
         QCoreApplication::processEvents();
     }
 
@@ -156,8 +155,8 @@ TEST_F(FillDialogTest, RandomFillByMouseAndKeys)
     });
     pressFill(u"RANDOM"_s);
     ASSERT_EQ(opened, 1);
-    ASSERT_EQ(window.legend().count(), 1);
-    const auto &fill = static_cast<const plans::PcntFill &>(window.legend().entry(0));
+    ASSERT_EQ(mapOf(window).count(), 1);
+    const auto &fill = static_cast<const plans::PcntFill &>(mapOf(window).entry(0));
     EXPECT_EQ(fill.label, u"25 Tubes Fill"_s);
     EXPECT_EQ(fill.tubes.size(), 25);
     EXPECT_EQ(fill.parameters.seed, 19u);
@@ -174,13 +173,13 @@ TEST_F(FillDialogTest, RandomFillByMouseAndKeys)
     });
     pressFill(u"RANDOM"_s);
     EXPECT_EQ(opened, 2);
-    EXPECT_EQ(window.legend().count(), 1);
-    EXPECT_EQ(window.projectSession().undo().stack().count(), 1);
+    EXPECT_EQ(mapOf(window).count(), 1);
+    EXPECT_EQ(mapOf(window).history().count(), 1);
 }
 
 TEST_F(FillDialogTest, BoxFillAroundTheSelection)
 {
-    window.tubes().setSelected(window.steamGen().numTube() / 2, true);
+    selectTubes(mapOf(window), {mapOf(window).component().numTube() / 2});
     whenOpen([](QDialog &dialog) {
         EXPECT_EQ(dialog.windowTitle(), u"Box Fill"_s);
         auto *radius = part<NumberField>(dialog, u"radius"_s);
@@ -191,10 +190,10 @@ TEST_F(FillDialogTest, BoxFillAroundTheSelection)
         QTest::mouseClick(dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
     });
     pressFill(u"BOX"_s);
-    ASSERT_EQ(window.legend().count(), 1);
-    EXPECT_GT(window.legend().entry(0).fillCount, 0);
-    EXPECT_EQ(window.legend().entry(0).colour, 0xFF0000u);
-    EXPECT_EQ(window.legend().entry(0).symbol, u'A');
+    ASSERT_EQ(mapOf(window).count(), 1);
+    EXPECT_GT(mapOf(window).entry(0).fillCount, 0);
+    EXPECT_EQ(mapOf(window).entry(0).mark.colour, 0xFF0000u);
+    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, u'A');
     EXPECT_EQ(undoText(), u"Undo Box Fill"_s);
 }
 
@@ -222,11 +221,11 @@ TEST_F(FillDialogTest, PatternFillByItsMnemonicsAndSymbol)
     });
     pressFill(u"PATTERN"_s);
     EXPECT_EQ(opened, 2);
-    ASSERT_EQ(window.legend().count(), 1);
-    const auto &fill = static_cast<const plans::PatternFill &>(window.legend().entry(0));
+    ASSERT_EQ(mapOf(window).count(), 1);
+    const auto &fill = static_cast<const plans::PatternFill &>(mapOf(window).entry(0));
     EXPECT_EQ(fill.label, u"Pattern 3x2"_s);
     EXPECT_TRUE(fill.parameters.includeLastTube);
-    EXPECT_EQ(fill.symbol, u'\u2660') << "in place of the automatic letter";
+    EXPECT_EQ(fill.mark.symbol, u'\u2660') << "in place of the automatic letter";
 }
 
 TEST_F(FillDialogTest, EveryPartIsReachedByTabAndHasALetterOfItsOwn)
@@ -279,7 +278,7 @@ TEST_F(FillDialogTest, EntryIsEditedByDoubleClickAndReturn)
     QTest::mouseDClick(legend().viewport(), Qt::LeftButton, {}, place);
     QCoreApplication::processEvents();
     EXPECT_EQ(cell(0, LegendModel::Description), u"Pattern 2x3"_s);
-    EXPECT_EQ(window.projectSession().undo().stack().count(), 2);
+    EXPECT_EQ(mapOf(window).history().count(), 2);
 
     // OK without a change is no change.
     whenOpen([](QDialog &dialog) { enter(dialog); });
@@ -287,7 +286,7 @@ TEST_F(FillDialogTest, EntryIsEditedByDoubleClickAndReturn)
     QTest::keyClick(&legend(), Qt::Key_Return);
     QCoreApplication::processEvents();
     EXPECT_EQ(opened, 2);
-    EXPECT_EQ(window.projectSession().undo().stack().count(), 2);
+    EXPECT_EQ(mapOf(window).history().count(), 2);
     window.commands().action(Undo)->trigger();
     QCoreApplication::processEvents();
     EXPECT_EQ(cell(0, LegendModel::Description), u"Pattern 2x2"_s);
@@ -299,21 +298,21 @@ TEST_F(FillDialogTest, SymbolIsChosenByAClickOnItAndByKey)
     const QRect symbol = legend().visualRect(legend().model()->index(0, LegendModel::Symbol));
     whenOpen([this](QDialog &dialog) {
         QTest::keyClicks(part<QLineEdit>(dialog, u"findSymbol"_s), u"Q"_s);
-        EXPECT_EQ(window.tubes().symbol(window.legend().entry(0).tubes.first()), u'Q') << "shown at once";
+        EXPECT_EQ(window.map().scene().mark(mapOf(window).entry(0).tubes.first()).symbol, u'Q') << "shown at once";
         enter(dialog);
     });
     QTest::mouseClick(legend().viewport(), Qt::LeftButton, {}, {symbol.right() - 8, symbol.center().y()});
     QCoreApplication::processEvents();
-    EXPECT_EQ(window.legend().entry(0).symbol, u'Q');
-    EXPECT_TRUE(window.legend().entry(0).shown);
+    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, u'Q');
+    EXPECT_TRUE(mapOf(window).entry(0).shown);
     EXPECT_EQ(undoText(), u"Undo Change Symbol"_s);
     // The box beside it hides and asks for nothing.
     QTest::mouseClick(legend().viewport(), Qt::LeftButton, {}, {symbol.left() + 9, symbol.center().y()});
     QCoreApplication::processEvents();
-    EXPECT_FALSE(window.legend().entry(0).shown);
+    EXPECT_FALSE(mapOf(window).entry(0).shown);
     EXPECT_EQ(opened, 1);
     activate(window);
-    const int steps = window.projectSession().undo().stack().count();
+    const int steps = mapOf(window).history().count();
     whenOpen([](QDialog &dialog) {
         part<QToolButton>(dialog, u"palette3"_s)->click();
         QCoreApplication::processEvents();
@@ -323,13 +322,13 @@ TEST_F(FillDialogTest, SymbolIsChosenByAClickOnItAndByKey)
     QTest::keyClick(&legend(), Qt::Key_S, Qt::AltModifier);
     QCoreApplication::processEvents();
     EXPECT_EQ(opened, 2);
-    EXPECT_EQ(window.legend().entry(0).symbol, u'Q');
-    EXPECT_EQ(window.legend().entry(0).colour, 0x0000FFu);
-    EXPECT_EQ(window.projectSession().undo().stack().count(), steps) << "what was only tried out is no change";
+    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, u'Q');
+    EXPECT_EQ(mapOf(window).entry(0).mark.colour, 0x0000FFu);
+    EXPECT_EQ(mapOf(window).history().count(), steps) << "what was only tried out is no change";
     window.commands().action(Undo)->trigger();
     window.commands().action(Undo)->trigger();
     QCoreApplication::processEvents();
-    EXPECT_EQ(window.legend().entry(0).symbol, u'A');
+    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, u'A');
 }
 
 TEST_F(FillDialogTest, EntryIsRenamedInPlace)
@@ -351,15 +350,15 @@ TEST_F(FillDialogTest, EntryIsRenamedInPlace)
         QCoreApplication::processEvents();
     };
     rename(u"Edge tubes"_s);
-    EXPECT_EQ(window.legend().entry(1).label, u"Edge tubes"_s);
+    EXPECT_EQ(mapOf(window).entry(1).label, u"Edge tubes"_s);
     EXPECT_EQ(undoText(), u"Undo Rename Entry"_s);
     EXPECT_EQ(opened, 0) << "Return ends the typing and opens nothing";
     rename(QString());
-    EXPECT_EQ(window.legend().entry(1).label, u"Pattern 2x2"_s);
-    const int steps = window.projectSession().undo().stack().count();
+    EXPECT_EQ(mapOf(window).entry(1).label, u"Pattern 2x2"_s);
+    const int steps = mapOf(window).history().count();
     rename(u"Pattern 2x2"_s);
-    EXPECT_EQ(window.projectSession().undo().stack().count(), steps);
-    EXPECT_EQ(window.legend().count(), 2) << "Delete in the field deletes text, not the entry";
+    EXPECT_EQ(mapOf(window).history().count(), steps);
+    EXPECT_EQ(mapOf(window).count(), 2) << "Delete in the field deletes text, not the entry";
 }
 
 TEST_F(FillDialogTest, ADescriptionBeingTypedIsPartOfWhatFollows)
@@ -377,65 +376,44 @@ TEST_F(FillDialogTest, ADescriptionBeingTypedIsPartOfWhatFollows)
     type(u"first"_s);
     window.commands().action(FlipHorizontal)->trigger();
     QCoreApplication::processEvents();
-    EXPECT_EQ(window.legend().entry(0).label, u"first"_s);
-    EXPECT_EQ(window.projectSession().undo().stack().labels(),
+    EXPECT_EQ(mapOf(window).entry(0).label, u"first"_s);
+    EXPECT_EQ(mapOf(window).history().labels(),
               (QStringList{u"Pattern Fill"_s, u"Rename Entry"_s, u"Flip Horizontal"_s}));
-    window.projectSession().undo().setSaved();
+    const QTemporaryDir folder;
+    mapOf(window).setStored(folder.filePath(u"a.map"_s));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     type(u"second"_s);
     said.answerWith({tarnwick::Answer::Cancel});
     EXPECT_FALSE(window.close());
-    EXPECT_EQ(window.legend().entry(0).label, u"second"_s);
-}
-
-TEST_F(FillDialogTest, ACancelledSymbolLeavesWhatCanBeRedone)
-{
-    addPattern(1);
-    addPattern(2);
-    window.commands().action(Undo)->trigger();
-    // A change that changes nothing: it is still under way when the next begins.
-    window.undoCheckpoint(u"Nothing"_s);
-    QCoreApplication::processEvents();
-    whenOpen([this](QDialog &dialog) {
-        part<QToolButton>(dialog, u"palette3"_s)->click();
-        QCoreApplication::processEvents();
-        window.refreshAll();
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    });
-    legend().setCurrentEntry(0);
-    legend().setFocus();
-    QTest::keyClick(&legend(), Qt::Key_S, Qt::AltModifier);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(opened, 1);
-    EXPECT_TRUE(window.projectSession().undo().canRedo());
+    EXPECT_EQ(mapOf(window).entry(0).label, u"second"_s);
 }
 
 TEST_F(FillDialogTest, StaysOpenWhenTheFillFails)
 {
-    plans::MapUndo &undo = window.projectSession().undo();
-    const auto capture = undo.captureExtras;
+    bool fails = false;
+    const map::Subscription failing = mapOf(window).subscribe([&fails](const map::MapEvent &) {
+        if (std::exchange(fails, false))
+            throw std::bad_alloc();
+    });
     whenOpen([&](QDialog &dialog) {
         said.clear();
-        undo.captureExtras = []() -> plans::MapExtras { throw std::bad_alloc(); };
+        fails = true;
         enter(dialog);
-        undo.captureExtras = capture;
         EXPECT_EQ(said.entries().value(0).text, u"There is not enough memory."_s);
         EXPECT_TRUE(dialog.isVisible());
-        EXPECT_EQ(window.legend().count(), 0);
         enter(dialog);
     });
     pressFill(u"PATTERN"_s);
     EXPECT_EQ(opened, 1);
-    EXPECT_EQ(window.legend().count(), 1);
 }
 
 TEST_F(FillDialogTest, EveryChangeIsInTheListToJumpIn)
 {
     addPattern(1);
     addPattern(2);
-    LegendEditor editor(window);
+    map::LegendCommands editor = legendOf(window);
     editor.move(0, 1);
-    editor.setSymbol(0, u'#', 0x123456);
+    editor.setMark(0, {u'#', 0x123456});
     editor.setShown(1, false);
     editor.rename(0, u"x & y"_s);
     editor.remove(0);
@@ -454,14 +432,14 @@ TEST_F(FillDialogTest, EveryChangeIsInTheListToJumpIn)
     });
     QTest::keyClick(&window, Qt::Key_H, Qt::ControlModifier);
     QCoreApplication::processEvents();
-    EXPECT_EQ(window.legend().count(), 2);
+    EXPECT_EQ(mapOf(window).count(), 2);
     EXPECT_EQ(undoText(), u"Undo Move Entry"_s);
     EXPECT_EQ(cell(0, LegendModel::Tubes), cell(0, LegendModel::Hits));
-    EXPECT_TRUE(window.legend().entry(1).shown);
+    EXPECT_TRUE(mapOf(window).entry(1).shown);
     activate(window);
     QTest::keyClick(&window, Qt::Key_Y, Qt::ControlModifier);
     QCoreApplication::processEvents();
-    EXPECT_EQ(window.legend().entry(0).symbol, u'#');
+    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, u'#');
 }
 
 } // namespace app

@@ -102,7 +102,7 @@ TEST_F(KeysTest, ReturnPressesTheButtonWithTheFocusAndCtrlASelectsAll)
 {
     window.map().setFocus();
     press(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(window.tubes().selectedCount(), window.steamGen().numTube());
+    EXPECT_EQ(mapOf(window).tubes().selectedCount(), mapOf(window).component().numTube());
     auto *flip = qobject_cast<QToolButton *>(find<QToolBar>(u"viewBar"_s)->widgetForAction(command(FlipVertical)));
     ASSERT_NE(flip, nullptr);
     flip->setFocus();
@@ -127,7 +127,7 @@ TEST_F(KeysTest, RenamingSelectsTheName)
     auto *editor = legend->viewport()->findChild<QLineEdit *>();
     ASSERT_NE(editor, nullptr);
     window.refreshAll(); // as what happens beside does
-    EXPECT_EQ(editor->selectedText(), window.legend().entry(0).label);
+    EXPECT_EQ(editor->selectedText(), mapOf(window).entry(0).label);
 }
 
 TEST_F(KeysTest, TheListOfKeysIsCompleteAndInTheHelpMenu)

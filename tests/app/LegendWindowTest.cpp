@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QMimeData>
+#include <QSignalSpy>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -20,8 +21,8 @@ protected:
     QString legendOrder()
     {
         QString text;
-        for (int i = 0; i < window.legend().count(); ++i)
-            text += QChar(window.legend().entry(i).symbol);
+        for (int i = 0; i < mapOf(window).count(); ++i)
+            text += QChar(mapOf(window).entry(i).mark.symbol);
         return text;
     }
 };
@@ -68,22 +69,22 @@ TEST_F(LegendWindowTest, ShowsHidesAndDeletesByKeys)
     legend->setCurrentEntry(0);
     QTest::keyClick(legend, Qt::Key_Space);
     settle();
-    EXPECT_FALSE(window.legend().entry(0).shown);
+    EXPECT_FALSE(mapOf(window).entry(0).shown);
     EXPECT_EQ(model.index(0, LegendModel::Hits).data().toString(), u"0"_s);
     EXPECT_EQ(command(Undo)->text(), u"Undo Hide Entry"_s);
     window.commands().extra(Extra::EntriesInvert)->trigger();
     settle();
-    EXPECT_TRUE(window.legend().entry(0).shown);
-    EXPECT_FALSE(window.legend().entry(1).shown);
+    EXPECT_TRUE(mapOf(window).entry(0).shown);
+    EXPECT_FALSE(mapOf(window).entry(1).shown);
     QTest::keyClick(legend, Qt::Key_Delete);
     settle();
     EXPECT_EQ(legendOrder(), u"B"_s);
 
     said.answerWith({Answer::No, Answer::Yes});
     run(DeleteAllEntries);
-    EXPECT_EQ(window.legend().count(), 1);
+    EXPECT_EQ(mapOf(window).count(), 1);
     run(DeleteAllEntries);
-    EXPECT_EQ(window.legend().count(), 0);
+    EXPECT_EQ(mapOf(window).count(), 0);
     EXPECT_FALSE(command(DeleteAllEntries)->isEnabled());
 }
 
@@ -91,15 +92,60 @@ TEST_F(LegendWindowTest, UpdateComputesTheLegendAnew)
 {
     open();
     addPattern(1, 2);
-    window.legend().entry(0).tubes.clear();
+    auto emptied = mapOf(window).entry(0).clone();
+    emptied->tubes.clear();
+    mapOf(window).change(u"Empty"_s, [&](map::MapEdit &edit) { edit.replaceEntry(0, std::move(emptied)); });
     said.clear();
     find<QToolButton>(u"updateButton"_s)->click();
     settle();
-    EXPECT_GT(window.legend().entry(0).paintedCount, 0);
+    EXPECT_GT(mapOf(window).hits(0), 0);
     EXPECT_EQ(said.lastStatus(), u"Done updating map."_s);
     const QStringList told = said.texts(tarnwick::RecordingPrompts::Entry::Kind::Information);
     EXPECT_TRUE(told.size() == 1 && told[0].contains(u"    1  Pattern 2x1: "_s)) << qPrintable(told.join(u'|'));
     EXPECT_EQ(command(Undo)->text(), u"Undo Update Map"_s);
+}
+
+namespace {
+
+/// Counts how often a widget is painted.
+class Paints : public QObject
+{
+public:
+    explicit Paints(QWidget &widget) { widget.installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint;
+        return false;
+    }
+    int count = 0;
+};
+
+} // namespace
+
+TEST_F(LegendWindowTest, OneEditPaintsTheMapOnceAndRefreshesTheLegendOnce)
+{
+    open();
+    addPattern(1);
+    addPattern(2);
+    showActive();
+    QTest::qWait(50);
+    Paints paints(window.map());
+    QSignalSpy legend(find<LegendView>(u"legend"_s)->model(), &QAbstractItemModel::dataChanged);
+    int seen = 0;
+    const auto counts = [&](const std::function<void()> &edit) {
+        edit();
+        QTest::qWait(20);
+        return std::pair(std::exchange(paints.count, 0), int(legend.size() - std::exchange(seen, int(legend.size()))));
+    };
+    using Counts = std::pair<int, int>;
+    map::LegendCommands commands = legendOf(window);
+    EXPECT_EQ(counts([&] { commands.setShown(0, false); }), Counts(1, 1));
+    EXPECT_EQ(counts([&] { commands.setMark(1, {u'?', 0x00FF00}); }), Counts(1, 1));
+    EXPECT_EQ(counts([&] { commands.move(0, 1); }), Counts(0, 1));
+    EXPECT_EQ(counts([&] { commands.rename(0, u"other"_s); }), Counts(0, 1));
+    EXPECT_EQ(counts([&] { selectTubes(mapOf(window), {1, 2, 3}); }), Counts(1, 0));
+    EXPECT_EQ(counts([&] { command(FlipHorizontal)->trigger(); }), Counts(1, 0));
+    EXPECT_EQ(counts([&] { command(Undo)->trigger(); }), Counts(1, 0));
 }
 
 TEST_F(LegendWindowTest, IgnoreSectionIsOfferedWhereThereAreSections)
@@ -107,46 +153,47 @@ TEST_F(LegendWindowTest, IgnoreSectionIsOfferedWhereThereAreSections)
     open();
     addPattern(1);
     QAction *ignore = command(IgnoreSection);
-    ASSERT_FALSE(window.steamGen().hasSections());
+    ASSERT_FALSE(mapOf(window).component().hasSections());
     EXPECT_FALSE(ignore->isEnabled());
     EXPECT_TRUE(ignore->toolTip().endsWith(u"\nThe component has no sections."_s));
-    window.project().steamGen.labels[int(ellery::Axis::Sec)] = {u"HOT"_s};
+    window.projectSession().project().steamGen.labels[int(ellery::Axis::Sec)] = {u"HOT"_s};
     window.refreshAll();
     EXPECT_TRUE(ignore->isEnabled());
 }
 
 TEST(LegendModel, IsAProperModelWhileTheLegendChanges)
 {
-    ellery::SteamGen sg;
-    sg.setTubes({{{0, 1, 1}, 1, 1, false}, {{0, 1, 2}, 2, 1, false}});
-    plans::MapLegend legend(sg);
+    brannock::Project project;
+    project.steamGen.setTubes({{{0, 1, 1}, 1, 1, false}, {{0, 1, 2}, 2, 1, false}});
+    map::MapDocument document;
+    document.setProject(&project);
     LegendModel model;
     const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
-    model.setLegend(&legend);
-    legend.changed = [&model] { model.refresh(); };
+    model.setDocument(&document);
     for (int i = 0; i < 3; ++i) {
         auto fill = std::make_unique<plans::PatternFill>();
         fill->tubes = {i % 2};
         fill->label = u"entry %1"_s.arg(i);
-        legend.addEntry(std::move(fill), true);
+        document.change(u"Fill"_s, [&fill](map::MapEdit &edit) { edit.addEntry(std::move(fill), true); });
     }
     EXPECT_EQ(model.rowCount(), 3);
     EXPECT_EQ(model.index(1, LegendModel::Description).data().toString(), u"entry 1"_s);
-    legend.moveEntry(0, 2);
-    legend.deleteEntry(1);
+    document.change(u"Move"_s, [](map::MapEdit &edit) { edit.moveEntry(0, 2); });
+    document.change(u"Delete"_s, [](map::MapEdit &edit) { edit.removeEntry(1); });
     EXPECT_EQ(model.rowCount(), 2);
-    model.setLegend(nullptr);
+    model.setDocument(nullptr);
     EXPECT_EQ(model.rowCount(), 0);
 }
 
 TEST(LegendModel, DropsBetweenRowsAndAsksForTheMove)
 {
-    ellery::SteamGen sg;
-    plans::MapLegend legend(sg);
-    for (int i = 0; i < 4; ++i)
-        legend.addEntry(std::make_unique<plans::PatternFill>(), true);
+    map::MapDocument document;
+    document.change(u"Fills"_s, [](map::MapEdit &edit) {
+        for (int i = 0; i < 4; ++i)
+            edit.addEntry(std::make_unique<plans::PatternFill>(), true);
+    });
     LegendModel model;
-    model.setLegend(&legend);
+    model.setDocument(&document);
     QList<std::pair<int, int>> moves;
     QObject::connect(&model, &LegendModel::moveRequested, &model, [&moves](int from, int to) {
         moves.append({from, to});

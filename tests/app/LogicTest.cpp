@@ -143,7 +143,7 @@ TEST(SelectionCommands, SelectAndDeselectByRule)
     tubes.setMark(7, {u'A', 2});
     tubes.setMark(1, {u'B', 1});
     const auto selectedAfter = [&](int command, int pointed = -1) {
-        applySelection(command, sg, tubes, pointed);
+        tubes.setSelection(selectionAfter(command, sg, tubes, pointed));
         return tubes.selection();
     };
     EXPECT_THAT(selectedAfter(37), ElementsAre(0, 1, 7));

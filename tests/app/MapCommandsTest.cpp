@@ -21,31 +21,6 @@ namespace app {
 
 namespace {
 
-/// The session without a window, as a host for what changes the map.
-class SessionHost : public plans::MapHost
-{
-public:
-    explicit SessionHost(ProjectSession &session)
-        : m_session(session)
-    {
-    }
-    brannock::Project &project() override { return m_session.project(); }
-    const ellery::SteamGen &steamGen() override { return m_session.project().steamGen; }
-    ellery::TubeStates &tubes() override { return m_session.legend().tubes(); }
-    plans::MapLegend &legend() override { return m_session.legend(); }
-    db::DatabaseSession &session() override { return m_session.database(); }
-    tarnwick::UserPrompts &prompts() override { return m_session.prompts(); }
-    plans::QuerySource &queries() override { return m_session.queries(); }
-    void undoCheckpoint(const QString &label) override { m_session.undo().checkpoint(label); }
-    void redrawMap() override {}
-    void refreshLegend() override {}
-    tarnwick::JMacro systemMacros() override { return m_session.systemMacros(); }
-    tarnwick::JMacro userMacros() override { return m_session.options().userMacros; }
-
-private:
-    ProjectSession &m_session;
-};
-
 class MapCommandsTest : public AppTest
 {
 protected:
@@ -57,10 +32,9 @@ protected:
     }
     void addFill(const QList<qint32> &tubes)
     {
-        session.undo().checkpoint(u"Fill"_s);
         auto fill = std::make_unique<plans::PatternFill>();
         fill->tubes = tubes;
-        session.legend().addEntry(std::move(fill), true);
+        session.map().change(u"Fill"_s, [&fill](map::MapEdit &edit) { edit.addEntry(std::move(fill), true); });
     }
     QString inFolder(const QString &name) const { return folder.path(name); }
     QString questions() const { return said.texts(Kind::Question).join(u'|'); }
@@ -68,7 +42,10 @@ protected:
     support::TemporaryFolder folder;
     ScriptedDialogs dialogs;
     ProjectSession session{said};
-    SessionHost host{session};
+    HeaderEditor::Context context()
+    {
+        return {session.map(), said, dialogs, session.roots(), [this] { return session.printMacros(); }};
+    }
     MapCommands commands{session};
 };
 
@@ -85,17 +62,17 @@ TEST_F(MapCommandsTest, UnsavedChangesAreAskedAboutBeforeTheyWouldBeLost)
     said.answerWith({Answer::Cancel});
     commands.newMap();
     EXPECT_EQ(questions(), kAsk);
-    EXPECT_EQ(session.legend().count(), 1);
+    EXPECT_EQ(session.map().count(), 1);
 
     // Yes, but no file was chosen: that is no way to lose the map either.
     said.answerWith({Answer::Yes});
     commands.newMap();
-    EXPECT_EQ(session.legend().count(), 1);
+    EXPECT_EQ(session.map().count(), 1);
 
     dialogs.next = inFolder(u"kept.map"_s);
     said.answerWith({Answer::Yes});
     commands.newMap();
-    EXPECT_EQ(session.legend().count(), 0);
+    EXPECT_EQ(session.map().count(), 0);
     EXPECT_TRUE(folder.has(u"kept.map"_s));
 
     addFill({2});
@@ -103,7 +80,7 @@ TEST_F(MapCommandsTest, UnsavedChangesAreAskedAboutBeforeTheyWouldBeLost)
     said.answerWith({Answer::No});
     commands.open(dialogs.next);
     EXPECT_EQ(questions(), kAsk);
-    EXPECT_EQ(session.legend().entry(0).tubes, QList<qint32>{1});
+    EXPECT_EQ(session.map().entry(0).tubes, QList<qint32>{1});
     EXPECT_EQ(said.lastStatus(), u"Opened map \"%1\"."_s.arg(session.map().file()));
 }
 
@@ -162,20 +139,20 @@ TEST_F(MapCommandsTest, AMapOfAnotherModelIsReplacedOnlyWhenToldTo)
 TEST_F(MapCommandsTest, ExportLeavesTheMapItsFileAndImportOpensACopyInTheProject)
 {
     addFill({4, 5});
-    session.map().header.upperText = u"from the template"_s;
+    setHeaderText(session.map(), &map::MapHeader::upperText, u"from the template"_s);
     const QString user = session.roots().palomineDir + u"/user/map_templates/sample.map"_s;
     dialogs.next = user;
     commands.exportMap();
     EXPECT_EQ(said.lastStatus(), u"Exported \"[PALOMINE_DIR]\\user\\map_templates\\sample.map\"."_s);
     EXPECT_TRUE(session.map().file().isEmpty());
-    EXPECT_TRUE(session.undo().isModified());
+    EXPECT_TRUE(session.map().isModified());
 
     said.answerWith({Answer::No});
     commands.importMap();
     EXPECT_EQ(said.lastStatus(), u"Imported \"maps\\sample.map\"."_s);
     EXPECT_EQ(session.map().file(), u"maps\\sample.map"_s);
-    EXPECT_EQ(session.legend().entry(0).tubes, (QList<qint32>{4, 5}));
-    EXPECT_EQ(session.map().header.upperText, u"from the template"_s);
+    EXPECT_EQ(session.map().entry(0).tubes, (QList<qint32>{4, 5}));
+    EXPECT_EQ(session.map().header().upperText, u"from the template"_s);
     EXPECT_EQ(dialogs.asked, QStringList(2, u"Map Template (*.map)"_s));
 
     // The project has a map of that name now; it is not overwritten unasked.
@@ -185,14 +162,14 @@ TEST_F(MapCommandsTest, ExportLeavesTheMapItsFileAndImportOpensACopyInTheProject
     said.answerWith({Answer::No});
     commands.importMap();
     EXPECT_EQ(questions(), u"\"maps\\sample.map\" is there already.\n\nDo you wish to replace it?"_s);
-    EXPECT_EQ(session.legend().count(), 2);
+    EXPECT_EQ(session.map().count(), 2);
 
     // A template that is none changes neither map nor project.
     dialogs.next = folder.write(u"none.map"_s, "no map at all");
     said.clear();
     commands.importMap();
     EXPECT_EQ(said.entries()[0].number, 1039);
-    EXPECT_EQ(session.legend().count(), 2);
+    EXPECT_EQ(session.map().count(), 2);
     EXPECT_FALSE(QFile::exists(projectFolder() + u"/maps/none.map"_s));
 }
 
@@ -205,15 +182,15 @@ TEST_F(MapCommandsTest, TheMapOpenedLastIsOpenedAtTheStart)
         ProjectSession next(said);
         ASSERT_TRUE(next.openProject(projectFolder()));
         next.openMapAtStart();
-        EXPECT_EQ(next.legend().count(), 1);
-        EXPECT_FALSE(next.undo().isModified());
+        EXPECT_EQ(next.map().count(), 1);
+        EXPECT_FALSE(next.map().isModified());
     }
     QFile::remove(path);
     said.clear();
     ProjectSession next(said);
     ASSERT_TRUE(next.openProject(projectFolder()));
     next.openMapAtStart();
-    EXPECT_EQ(next.legend().count(), 0);
+    EXPECT_EQ(next.map().count(), 0);
     EXPECT_TRUE(said.lastStatus().endsWith(u"is not there any more."_s));
     EXPECT_TRUE(said.texts(Kind::Error).isEmpty());
 }
@@ -301,7 +278,7 @@ TEST_F(RecoveryTest, SelectionAndHeaderTextsBeingEditedComeBackOnAMachineOfAnoth
 {
     addFill({1});
     ASSERT_TRUE(session.saveMap(inFolder(u"mine.map"_s)));
-    HeaderDraft draft{session.map().header, u"half a sen"_s};
+    HeaderDraft draft{session.map().header(), u"half a sen"_s};
     draft.header.upperText = u"Outage"_s;
     leaveCopyOfDeadProgram({false, {3, 5, 1'000'000}, draft});
     // What the machine was called is written nowhere, and nobody but the user may look.
@@ -313,10 +290,10 @@ TEST_F(RecoveryTest, SelectionAndHeaderTextsBeingEditedComeBackOnAMachineOfAnoth
     said.answerWith({Answer::Yes});
     ProjectSession next(said);
     ASSERT_TRUE(startAgain(next));
-    EXPECT_EQ(next.legend().tubes().selection(), (QList<qint32>{3, 5}));
+    EXPECT_EQ(next.map().selection(), (QList<qint32>{3, 5}));
     EXPECT_EQ(next.headerDraft, draft);
-    EXPECT_FALSE(next.undo().isModified()) << "the map is as its file";
-    EXPECT_EQ(next.legend().count(), 1);
+    EXPECT_FALSE(next.map().isModified()) << "the map is as its file";
+    EXPECT_EQ(next.map().count(), 1);
 }
 
 TEST_F(RecoveryTest, WhatADeadProgramLeftIsOfferedAndNeverTouchesTheFile)
@@ -326,7 +303,7 @@ TEST_F(RecoveryTest, WhatADeadProgramLeftIsOfferedAndNeverTouchesTheFile)
     ASSERT_TRUE(session.saveMap(path));
     const QByteArray stored = folder.read(u"mine.map"_s);
     addFill({2});
-    session.map().header.upperText = u"unsaved"_s;
+    setHeaderText(session.map(), &map::MapHeader::upperText, u"unsaved"_s);
     leaveCopyOfDeadProgram();
     ASSERT_EQ(names().size(), 1);
 
@@ -335,17 +312,17 @@ TEST_F(RecoveryTest, WhatADeadProgramLeftIsOfferedAndNeverTouchesTheFile)
     said.answerWith({Answer::Cancel});
     ASSERT_TRUE(startAgain(later));
     EXPECT_TRUE(said.texts(Kind::Question)[0].contains(session.map().file()));
-    EXPECT_EQ(later.legend().count(), 1) << "the map opened last, as it was saved";
+    EXPECT_EQ(later.map().count(), 1) << "the map opened last, as it was saved";
     later.endRecovery();
     EXPECT_EQ(names().size(), 1) << "not decided yet";
 
     ProjectSession next(said);
     said.answerWith({Answer::Yes});
     ASSERT_TRUE(startAgain(next));
-    EXPECT_EQ(next.legend().count(), 2);
-    EXPECT_EQ(next.map().header.upperText, u"unsaved"_s);
+    EXPECT_EQ(next.map().count(), 2);
+    EXPECT_EQ(next.map().header().upperText, u"unsaved"_s);
     EXPECT_EQ(next.map().file(), session.map().file());
-    EXPECT_TRUE(next.undo().isModified());
+    EXPECT_TRUE(next.map().isModified());
     EXPECT_EQ(names().size(), 1) << "the copy stays until the map is saved";
     EXPECT_EQ(folder.read(u"mine.map"_s), stored);
     ASSERT_TRUE(next.saveMap(path));
@@ -357,7 +334,7 @@ TEST_F(RecoveryTest, ARestoredCopyKnowsItsFileAndModel)
 {
     const QString path = inFolder(u"mine.map"_s);
     ASSERT_TRUE(session.saveMap(path));
-    const fenwright::SiteInfo stored = session.map().storedSite();
+    const fenwright::SiteInfo stored = session.map().stored().site;
     addFill({2});
     session.project().steamGen.modelName = u"Other"_s;
     leaveCopyOfDeadProgram();
@@ -372,7 +349,7 @@ TEST_F(RecoveryTest, ARestoredCopyKnowsItsFileAndModel)
     ASSERT_TRUE(startAgain(next));
     ASSERT_EQ(said.texts(Kind::Error).size(), 1);
     EXPECT_TRUE(said.texts(Kind::Error)[0].startsWith(u"Map was created using model 'Other.'"_s));
-    EXPECT_EQ(next.map().storedSite(), stored);
+    EXPECT_EQ(next.map().stored().site, stored);
     EXPECT_FALSE(next.map().storedAt().isNull());
     MapCommands(next).save();
     EXPECT_TRUE(said.texts(Kind::Question).value(1).contains(u"was changed by another program"_s));
@@ -386,7 +363,7 @@ TEST_F(RecoveryTest, DeclinedAndDamagedCopiesGoAndLivingProgramsKeepTheirs)
         ProjectSession next(said);
         said.answerWith({Answer::No});
         ASSERT_TRUE(startAgain(next));
-        EXPECT_EQ(next.legend().count(), 0);
+        EXPECT_EQ(next.map().count(), 0);
         EXPECT_TRUE(names().isEmpty());
         next.endRecovery();
     }
@@ -412,16 +389,15 @@ TEST_F(RecoveryTest, DeclinedAndDamagedCopiesGoAndLivingProgramsKeepTheirs)
     ProjectSession second(said);
     ASSERT_TRUE(startAgain(second));
     EXPECT_TRUE(said.texts(Kind::Question).isEmpty());
-    plans::MapLegend &legend = second.legend();
-    second.undo().checkpoint(u"Fill"_s);
-    legend.addEntry(std::make_unique<plans::PatternFill>(), true);
+    second.map().change(u"Fill"_s,
+                        [](map::MapEdit &edit) { edit.addEntry(std::make_unique<plans::PatternFill>(), true); });
     second.updateRecoveryCopy();
     EXPECT_EQ(names().size(), 2);
 }
 
 TEST_F(MapCommandsTest, HeaderIsEditedApartFromTheMapAndSetWithUndo)
 {
-    HeaderEditor editor(session.map(), host, dialogs, session.roots());
+    HeaderEditor editor(context());
     EXPECT_EQ(editor.title(), u"Map Header -  "_s) << "no name, no mark";
     EXPECT_TRUE(editor.mayClose());
     EXPECT_EQ(said.lastStatus(), u"Header unchanged."_s);
@@ -430,20 +406,20 @@ TEST_F(MapCommandsTest, HeaderIsEditedApartFromTheMapAndSetWithUndo)
     said.answerWith({Answer::Cancel, Answer::No, Answer::Yes});
     EXPECT_FALSE(editor.mayClose());
     EXPECT_TRUE(editor.mayClose());
-    EXPECT_TRUE(session.map().header.name.isEmpty());
+    EXPECT_TRUE(session.map().header().name.isEmpty());
     EXPECT_TRUE(editor.mayClose());
     EXPECT_EQ(questions(), QStringList(3, u"Do you wish to save changes?"_s).join(u'|'));
     EXPECT_EQ(said.lastStatus(), u"Set new map header."_s);
-    EXPECT_EQ(session.map().header.name, u"plant"_s);
-    EXPECT_EQ(session.undo().undoLabel(), u"Set Map Header"_s);
+    EXPECT_EQ(session.map().header().name, u"plant"_s);
+    EXPECT_EQ(session.map().undoLabel(), u"Set Map Header"_s);
     EXPECT_EQ(editor.title(), u"Map Header - plant "_s);
-    session.undo().undo();
-    EXPECT_TRUE(session.map().header.name.isEmpty());
+    session.map().undo();
+    EXPECT_TRUE(session.map().header().name.isEmpty());
 }
 
 TEST_F(MapCommandsTest, EditedHeadersAreAskedAboutBeforeAnotherTakesTheirPlace)
 {
-    HeaderEditor editor(session.map(), host, dialogs, session.roots());
+    HeaderEditor editor(context());
     dialogs.next = inFolder(u"first.hdr"_s);
     editor.header.upperText = u"first"_s;
     editor.header.preparedBy = u"A. Alder"_s;
@@ -468,7 +444,7 @@ TEST_F(MapCommandsTest, EditedHeadersAreAskedAboutBeforeAnotherTakesTheirPlace)
 
 TEST_F(MapCommandsTest, HeadersAreStoredOpenedImportedAndExported)
 {
-    HeaderEditor editor(session.map(), host, dialogs, session.roots());
+    HeaderEditor editor(context());
     editor.header.upperText = u"Site [SITE CODE], [map tube count] tubes, [NO SUCH]"_s;
     const QString tubes = QString::number(session.project().steamGen.numTube());
     EXPECT_EQ(editor.header.expanded(editor.macros()).upperText,
@@ -484,7 +460,7 @@ TEST_F(MapCommandsTest, HeadersAreStoredOpenedImportedAndExported)
     EXPECT_EQ(said.lastStatus(), u"Exported \"[PALOMINE_DIR]\\user\\map_headers\\all.hdr\"."_s);
     EXPECT_EQ(editor.header.name, u"wear"_s);
 
-    HeaderEditor other(session.map(), host, dialogs, session.roots());
+    HeaderEditor other(context());
     ASSERT_TRUE(other.importHeader());
     EXPECT_EQ(said.lastStatus(), u"Imported \"map_headers\\all.hdr\"."_s);
     EXPECT_EQ(other.header.name, u"all"_s);

@@ -1,8 +1,7 @@
 #include "AppFixture.h"
 
-#include <app/logic/MapDocument.h>
+#include <app/logic/ProjectSession.h>
 
-#include <plans/FillCommit.h>
 #include <plans/PatternFill.h>
 #include <plans/PcntFill.h>
 #include <support/Damage.h>
@@ -13,6 +12,9 @@ using namespace Qt::StringLiterals;
 using Kind = tarnwick::RecordingPrompts::Entry::Kind;
 
 namespace app {
+
+using map::MapFile;
+using map::MapHeader;
 
 namespace {
 
@@ -115,7 +117,7 @@ TEST(MapFile, EveryVersionIsReadAndOlderOnesResetWhatTheyLack)
         EXPECT_EQ(map.description, version >= 5 ? u"what it is for"_s : QString()) << version;
         ASSERT_EQ(map.entries.size(), 1U) << version;
         EXPECT_EQ(map.entries[0]->tubes, (QList<qint32>{1, 3})) << version;
-        EXPECT_EQ(static_cast<plans::PcntFill &>(*map.entries[0]).parameters.percent, 35) << version;
+        EXPECT_EQ(static_cast<const plans::PcntFill &>(*map.entries[0]).parameters.percent, 35) << version;
     }
     EXPECT_THROW(read(mapOf(6)), tarnwick::JFileError);
     EXPECT_THROW(read(mapOf(0)), tarnwick::JFileError);
@@ -181,15 +183,22 @@ protected:
     {
         QString text;
         for (int i = 0; i < 8; ++i)
-            text += session.legend().tubes().isOpen(i) ? u'.' : QChar(session.legend().tubes().symbol(i));
+            text += session.map().tubes().isOpen(i) ? u'.' : QChar(session.map().tubes().symbol(i));
         return text;
     }
     void addFill(const QList<qint32> &tubes)
     {
-        session.undo().checkpoint(u"Fill"_s);
         auto fill = std::make_unique<plans::PatternFill>();
         fill->tubes = tubes;
-        session.legend().addEntry(std::move(fill), true);
+        session.map().change(u"Fill"_s, [&fill](map::MapEdit &edit) { edit.addEntry(std::move(fill), true); });
+    }
+    void setDescription(const QString &text)
+    {
+        session.map().change(u"Description"_s, [&text](map::MapEdit &edit) { edit.setDescription(text); });
+    }
+    void hideFirst()
+    {
+        session.map().change(u"Hide Entry"_s, [](map::MapEdit &edit) { edit.setShown(0, false); });
     }
 
     support::TemporaryFolder folder;
@@ -206,19 +215,19 @@ TEST_F(MapDocumentTest, AMapOfAnotherModelIsSaidAndReadAllTheSame)
     EXPECT_EQ(said.entries()[0].number, 1041);
     EXPECT_EQ(said.texts(Kind::Error)[0], u"Map was created using model 'MODEL.' but the current model is '%1'"_s.arg(
                                               session.project().steamGen.modelName));
-    EXPECT_EQ(session.legend().count(), 1);
+    EXPECT_EQ(session.map().count(), 1);
     EXPECT_EQ(session.map().name(), u"a"_s);
-    EXPECT_EQ(session.map().storedSite().outage, u"R12"_s);
+    EXPECT_EQ(session.map().stored().site.outage, u"R12"_s);
     EXPECT_FALSE(session.map().storedAt().isNull());
     EXPECT_TRUE(mapInfoText(session.map()).contains(u" for S1 SGA R12\nMap notes : what it is for"_s));
-    EXPECT_FALSE(session.undo().isModified());
+    EXPECT_FALSE(session.map().isModified());
 }
 
 TEST_F(MapDocumentTest, AFileThatCannotBeReadLeavesTheMapAsItWas)
 {
     addFill({0, 2});
-    session.map().header.upperText = u"mine"_s;
-    session.map().description = u"too"_s;
+    setHeaderText(session.map(), &MapHeader::upperText, u"mine"_s);
+    setDescription(u"too"_s);
     const QByteArray whole = mapOf(5);
     const auto expectRefused = [&](const QByteArray &bytes, const char *what) {
         said.clear();
@@ -227,9 +236,9 @@ TEST_F(MapDocumentTest, AFileThatCannotBeReadLeavesTheMapAsItWas)
         EXPECT_EQ(said.entries()[0].number, 1039);
         EXPECT_TRUE(said.entries()[0].text.startsWith(u"Could not read map file.\n\n"_s)) << what;
         EXPECT_EQ(picture(), u"A.A....."_s) << what;
-        EXPECT_EQ(session.map().header.upperText, u"mine"_s);
-        EXPECT_EQ(session.map().description, u"too"_s);
-        EXPECT_TRUE(session.undo().isModified());
+        EXPECT_EQ(session.map().header().upperText, u"mine"_s);
+        EXPECT_EQ(session.map().description(), u"too"_s);
+        EXPECT_TRUE(session.map().isModified());
         EXPECT_TRUE(session.map().file().isEmpty());
     };
     expectRefused(whole.left(whole.size() - 1), "cut short");
@@ -246,12 +255,12 @@ TEST_F(MapDocumentTest, AFileThatCannotBeReadLeavesTheMapAsItWas)
 TEST_F(MapDocumentTest, StoresWithTheInspectionItBelongsToAndAFailureLeavesTheOldFile)
 {
     addFill({1});
-    session.map().description = u"first"_s;
+    setDescription(u"first"_s);
     const QString path = folder.path(u"b.map"_s);
     ASSERT_TRUE(session.saveMap(path));
-    EXPECT_FALSE(session.undo().isModified());
-    EXPECT_EQ(session.map().storedSite().siteCode, session.project().site.siteCode);
-    EXPECT_EQ(session.map().storedSite().outage, session.project().outageName());
+    EXPECT_FALSE(session.map().isModified());
+    EXPECT_EQ(session.map().stored().site.siteCode, session.project().site.siteCode);
+    EXPECT_EQ(session.map().stored().site.outage, session.project().outageName());
     EXPECT_EQ(session.recentFiles().maps.value(0), session.map().file());
     const QByteArray before = folder.read(u"b.map"_s);
 
@@ -261,53 +270,54 @@ TEST_F(MapDocumentTest, StoresWithTheInspectionItBelongsToAndAFailureLeavesTheOl
     EXPECT_FALSE(session.saveMap(path));
     tarnwick::failWritesAfter(-1);
     EXPECT_TRUE(said.entries()[0].text.startsWith(u"Could not store map.\n\n"_s));
-    EXPECT_TRUE(session.undo().isModified());
+    EXPECT_TRUE(session.map().isModified());
     EXPECT_EQ(folder.read(u"b.map"_s), before);
     EXPECT_EQ(folder.names(), QStringList{u"b.map"_s});
 
     session.newMap();
     EXPECT_EQ(picture(), u"........"_s);
-    EXPECT_TRUE(session.map().description.isEmpty() && session.map().file().isEmpty());
+    EXPECT_TRUE(session.map().description().isEmpty() && session.map().file().isEmpty());
     ASSERT_TRUE(session.openMap(path));
     EXPECT_EQ(picture(), u".A......"_s);
-    EXPECT_EQ(session.map().description, u"first"_s);
+    EXPECT_EQ(session.map().description(), u"first"_s);
 }
 
 TEST_F(MapDocumentTest, AChangeOfTheLegendEmptiesTheSignaturesAndUndoBringsThemBack)
 {
     addFill({1});
-    session.undo().checkpoint(u"Set Map Header"_s);
-    session.map().header.preparedBy = u"A"_s;
-    session.map().header.checkedBy = u"B"_s;
-    session.map().header.upperText = u"stays"_s;
-    session.legend().setShown(0, false);
-    EXPECT_EQ(session.map().header.checkedBy, u"B"_s) << "what is shown is not what was checked";
+    session.map().change(u"Set Map Header"_s, [](map::MapEdit &edit) {
+        MapHeader header;
+        header.preparedBy = u"A"_s;
+        header.checkedBy = u"B"_s;
+        header.upperText = u"stays"_s;
+        edit.setHeader(header);
+    });
+    hideFirst();
+    EXPECT_EQ(session.map().header().checkedBy, u"B"_s) << "what is shown is not what was checked";
     addFill({2});
-    EXPECT_TRUE(session.map().header.preparedBy.isEmpty() && session.map().header.checkedBy.isEmpty());
-    EXPECT_EQ(session.map().header.upperText, u"stays"_s);
-    session.undo().undo();
-    EXPECT_EQ(session.map().header.preparedBy, u"A"_s);
-    session.undo().undo();
-    EXPECT_TRUE(session.map().header.upperText.isEmpty());
-    session.undo().redo();
-    EXPECT_EQ(session.map().header.checkedBy, u"B"_s);
+    EXPECT_TRUE(session.map().header().preparedBy.isEmpty() && session.map().header().checkedBy.isEmpty());
+    EXPECT_EQ(session.map().header().upperText, u"stays"_s);
+    session.map().undo();
+    EXPECT_EQ(session.map().header().preparedBy, u"A"_s);
+    session.map().moveTo(1);
+    EXPECT_TRUE(session.map().header().upperText.isEmpty());
+    session.map().redo();
+    EXPECT_EQ(session.map().header().checkedBy, u"B"_s);
 }
 
 TEST_F(MapDocumentTest, WhatNoFileHoldsDoesNotMakeTheMapModified)
 {
     addFill({1});
     ASSERT_TRUE(session.saveMap(folder.path(u"c.map"_s)));
-    session.undo().checkpoint(u"Select All Tubes"_s);
-    session.legend().tubes().setSelected(3, true);
-    EXPECT_TRUE(session.undo().canUndo());
-    EXPECT_FALSE(session.undo().isModified());
-    session.undo().checkpoint(u"Hide Entry"_s);
-    session.legend().setShown(0, false);
-    EXPECT_TRUE(session.undo().isModified());
-    session.undo().undo();
-    EXPECT_FALSE(session.undo().isModified());
-    session.undo().moveTo(0);
-    EXPECT_TRUE(session.undo().isModified());
+    selectTubes(session.map(), {3});
+    EXPECT_TRUE(session.map().canUndo());
+    EXPECT_FALSE(session.map().isModified());
+    hideFirst();
+    EXPECT_TRUE(session.map().isModified());
+    session.map().undo();
+    EXPECT_FALSE(session.map().isModified());
+    session.map().moveTo(0);
+    EXPECT_TRUE(session.map().isModified());
 }
 
 TEST_F(MapDocumentTest, HeaderFilesKeepTheTemplateWithoutSignatures)
@@ -316,16 +326,16 @@ TEST_F(MapDocumentTest, HeaderFilesKeepTheTemplateWithoutSignatures)
     header.upperText = u"Site [SITE CODE]"_s;
     header.lowerSize = 7;
     header.preparedBy = u"A"_s;
-    writeHeaderFile(header, folder.path(u"plant.hdr"_s));
-    const MapHeader again = readHeaderFile(folder.path(u"plant.hdr"_s));
+    map::writeHeaderFile(header, folder.path(u"plant.hdr"_s));
+    const MapHeader again = map::readHeaderFile(folder.path(u"plant.hdr"_s));
     EXPECT_EQ(again.name, u"plant"_s);
     EXPECT_EQ(again.upperText, header.upperText);
     EXPECT_EQ(again.lowerSize, 7);
     EXPECT_TRUE(again.preparedBy.isEmpty());
     const QByteArray whole = folder.read(u"plant.hdr"_s);
     support::expectEveryTruncationThrows<tarnwick::FileError>(
-        whole, [this](const QByteArray &bytes) { readHeaderFile(folder.write(u"cut.hdr"_s, bytes)); });
-    EXPECT_THROW(readHeaderFile(folder.write(u"long.hdr"_s, whole + "x")), tarnwick::FileError);
+        whole, [this](const QByteArray &bytes) { map::readHeaderFile(folder.write(u"cut.hdr"_s, bytes)); });
+    EXPECT_THROW(map::readHeaderFile(folder.write(u"long.hdr"_s, whole + "x")), tarnwick::FileError);
 }
 
 } // namespace app

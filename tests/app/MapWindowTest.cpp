@@ -69,7 +69,7 @@ TEST_F(MapWindowTest, ClosingAsksAboutTheMapAndStaysWhenToldTo)
     said.answerWith({Answer::Cancel, Answer::Yes});
     EXPECT_FALSE(window.close());
     EXPECT_TRUE(window.isVisible());
-    EXPECT_TRUE(window.session().isOpen());
+    EXPECT_TRUE(window.projectSession().database().isOpen());
     dialogs.next = folder.path(u"closing.map"_s);
     EXPECT_TRUE(window.close());
     EXPECT_TRUE(folder.has(u"closing.map"_s));
@@ -92,11 +92,11 @@ TEST_F(MapWindowTest, MapsAreSavedListedAndOpenedAgain)
     EXPECT_EQ(listed, (QStringList{u"Pattern Fill"_s, u"Pattern Fill\tsaved"_s, u"Start"_s}));
     run(Undo);
     run(NewMap);
-    EXPECT_EQ(window.legend().count(), 0);
+    EXPECT_EQ(mapOf(window).count(), 0);
     EXPECT_FALSE(command(Undo)->isEnabled());
     ASSERT_NE(command(FirstRecentMap), nullptr);
     run(FirstRecentMap);
-    EXPECT_EQ(window.legend().count(), 1);
+    EXPECT_EQ(mapOf(window).count(), 1);
     EXPECT_TRUE(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Question).isEmpty());
 
     // Another project is another map.
@@ -104,7 +104,7 @@ TEST_F(MapWindowTest, MapsAreSavedListedAndOpenedAgain)
     said.answerWith({Answer::Cancel});
     dialogs.next = projectFolder();
     run(OpenProject);
-    EXPECT_EQ(window.legend().count(), 2);
+    EXPECT_EQ(mapOf(window).count(), 2);
 }
 
 TEST_F(MapWindowTest, HeaderDialogShowsValuesForKeywordsAndSetsTheHeader)
@@ -128,17 +128,17 @@ TEST_F(MapWindowTest, HeaderDialogShowsValuesForKeywordsAndSetsTheHeader)
         dialog.findChild<QPushButton *>(u"setHeader"_s)->click();
     });
     pressHeader();
-    const MapHeader &header = window.projectSession().map().header;
+    const map::MapHeader &header = mapOf(window).header();
     EXPECT_EQ(header.upperText, u"Site [SITE CODE]"_s);
     EXPECT_EQ(header.lowerSize, 20);
     EXPECT_EQ(header.upperFont, u"Times New Roman"_s) << "a font that this machine does not have stays";
     EXPECT_EQ(header.preparedBy, u"Me"_s);
     EXPECT_EQ(said.lastStatus(), u"Set new map header."_s);
-    EXPECT_TRUE(window.projectSession().undo().isModified());
+    EXPECT_TRUE(mapOf(window).isModified());
     QCoreApplication::processEvents();
     EXPECT_EQ(command(Undo)->text(), u"Undo Set Map Header"_s);
     run(Undo);
-    EXPECT_TRUE(window.projectSession().map().header.upperText.isEmpty());
+    EXPECT_TRUE(mapOf(window).header().upperText.isEmpty());
 
     whenOpen<HeaderDlg>([](HeaderDlg &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
     pressHeader();
@@ -152,7 +152,7 @@ TEST_F(MapWindowTest, HeaderDialogShowsValuesForKeywordsAndSetsTheHeader)
         EXPECT_FALSE(dialog.isVisible());
     });
     pressHeader();
-    EXPECT_TRUE(window.projectSession().map().description.isEmpty());
+    EXPECT_TRUE(mapOf(window).description().isEmpty());
 
     // What looks like a keyword and is none is named, and what is being typed outlives a crash.
     whenOpen<HeaderDlg>([this](HeaderDlg &dialog) {
@@ -207,12 +207,12 @@ TEST_F(MapWindowTest, PicturesGoThroughTheirChoosersAndCarryTheLegendsCounts)
     const QString svg = QString::fromUtf8(folder.read(u"map.svg"_s));
     const auto counted = [](int number) -> QString { return u">"_s + tarnwick::format(u"%D", number) + u"<"_s; };
     for (int i = 0; i < 2; ++i) {
-        EXPECT_TRUE(svg.contains(counted(window.legend().entry(i).fillCount)));
-        EXPECT_TRUE(svg.contains(counted(window.legend().entry(i).paintedCount)));
+        EXPECT_TRUE(svg.contains(counted(mapOf(window).entry(i).fillCount)));
+        EXPECT_TRUE(svg.contains(counted(mapOf(window).hits(i))));
     }
-    EXPECT_EQ(window.legend().entry(0).paintedCount, 0) << "the later entry shows";
+    EXPECT_EQ(mapOf(window).hits(0), 0) << "the later entry shows";
     EXPECT_TRUE(svg.contains(u"Palomine International Corp., ARVO Rev %1, "_s.arg(brannock::TOLVENMARK_REV)));
-    EXPECT_TRUE(svg.contains(tarnwick::format(u"%D open tubes", window.tubes().openCount())));
+    EXPECT_TRUE(svg.contains(tarnwick::format(u"%D open tubes", mapOf(window).tubes().openCount())));
 
     dialogs.next = folder.path(u"map.bmp"_s);
     run(StoreBitmap);
@@ -232,9 +232,9 @@ TEST_F(MapWindowTest, TubesAreCopiedAsText)
         window.commands().extra(Extra::CopyTubes)->trigger();
         return QGuiApplication::clipboard()->text();
     };
-    EXPECT_EQ(copied().count(u'\n'), window.legend().entry(0).fillCount) << "the whole map";
+    EXPECT_EQ(copied().count(u'\n'), mapOf(window).entry(0).fillCount) << "the whole map";
     EXPECT_TRUE(copied().contains(u"\tA\tPATTERN\t"_s));
-    window.tubes().setSelection({0});
+    selectTubes(mapOf(window), {0});
     EXPECT_EQ(copied().count(u'\n'), 1);
     EXPECT_EQ(said.lastStatus(), u"Copied 1 tube."_s);
     showActive();
@@ -242,9 +242,9 @@ TEST_F(MapWindowTest, TubesAreCopiedAsText)
     legend->setFocus();
     legend->setCurrentIndex(legend->model()->index(0, 1));
     QTest::keyClick(legend, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QGuiApplication::clipboard()->text().count(u'\n'), window.legend().entry(0).fillCount);
+    EXPECT_EQ(QGuiApplication::clipboard()->text().count(u'\n'), mapOf(window).entry(0).fillCount);
     window.commands().extra(Extra::EntrySelect)->trigger();
-    EXPECT_EQ(window.tubes().selectedCount(), window.legend().entry(0).fillCount);
+    EXPECT_EQ(mapOf(window).tubes().selectedCount(), mapOf(window).entry(0).fillCount);
     settle();
     EXPECT_EQ(command(Undo)->text(), u"Undo Select Tubes"_s);
 }
@@ -252,7 +252,7 @@ TEST_F(MapWindowTest, TubesAreCopiedAsText)
 TEST_F(MapWindowTest, PrintsOnAPrinterAndSaysWhenItCannotBeOpened)
 {
     addPattern(2);
-    MapPrinting printing(window.projectSession(), window, window.map(), &window);
+    MapPrinting printing(window.projectSession(), &window);
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(folder.path(u"map.pdf"_s));

@@ -53,7 +53,7 @@ TEST_F(StatusTest, WordsOfStartUpStayBesideTheMapAndGoWithTheNextChange)
     ASSERT_TRUE(window.openProject(project));
     ASSERT_TRUE(window.projectSession().saveMap(project + u"/maps/first.map"_s));
     window.projectSession().closeDatabase();
-    ASSERT_TRUE(QFile::remove(window.project().databasePath()));
+    ASSERT_TRUE(QFile::remove(window.projectSession().project().databasePath()));
     window.projectSession().clearRecentDatabases();
     // Tables as they were before they counted their rows.
     QFile tubes(project + u"/component/tubes.txt"_s);
@@ -106,7 +106,7 @@ TEST_F(StatusTest, ChangesOfTheLegendSayWhatTheyDid)
     auto *model = legend->model();
     model->setData(model->index(1, 0), Qt::Unchecked, Qt::CheckStateRole);
     EXPECT_EQ(said.lastStatus(), u"Hidden: \"Pattern 2x1\"."_s);
-    LegendEditor(window).rename(1, u"odd rows"_s);
+    legendOf(window).rename(1, u"odd rows"_s);
     EXPECT_EQ(said.lastStatus(), u"Renamed \"Pattern 2x1\" to \"odd rows\"."_s);
 }
 
@@ -128,10 +128,10 @@ TEST_F(StatusTest, ADatabaseThatCannotBeOpenedOffersTheFormerOne)
     EXPECT_EQ(
         said.texts(Kind::Question),
         QStringList{u"Database \"project.mdb\" was closed before that.\n\nDo you wish to connect to it again?"_s});
-    EXPECT_FALSE(window.session().isOpen());
+    EXPECT_FALSE(window.projectSession().database().isOpen());
     run(FirstRecentDatabase);
     run(OpenDatabase);
-    EXPECT_EQ(window.session().path(), window.project().databasePath());
+    EXPECT_EQ(window.projectSession().database().path(), window.projectSession().project().databasePath());
     EXPECT_EQ(said.lastStatus(), u"Connected to \"project.mdb\"."_s);
     EXPECT_FALSE(said.unusedAnswers());
 }

@@ -100,7 +100,7 @@ TEST_F(ViewTest, OptionsAreTriedOutOnTheMapAndStoredWithOk)
     ASSERT_TRUE(read.load(window.projectSession().roots()));
     EXPECT_EQ(read.mapColour, 0x112233U);
     EXPECT_EQ(read.margins.left, 1.25) << "what was just typed counts";
-    EXPECT_FALSE(window.projectSession().undo().canUndo()) << "options are no change of the map";
+    EXPECT_FALSE(mapOf(window).canUndo()) << "options are no change of the map";
 }
 
 TEST_F(ViewTest, CancelledOptionsLeaveAllAsItWas)
@@ -167,7 +167,7 @@ TEST_F(ViewTest, OptionsHoldTabsAndMacros)
     const query::ArvoOptions &options = window.projectSession().options();
     EXPECT_EQ(options.tubeInfoTabs, (QList<query::ArvoOptions::TubeInfoTab>{{u"Plugs"_s, u"SELECT 1"_s}}));
     EXPECT_EQ(options.userMacros.value(u"[LIMIT]").value_or(QString()), u"40"_s);
-    EXPECT_EQ(window.userMacros(), options.userMacros);
+    EXPECT_EQ(window.projectSession().options().userMacros, options.userMacros);
     EXPECT_EQ(window.projectSession().queryContext().userMacros, options.userMacros) << "queries see them at once";
 }
 
@@ -203,11 +203,11 @@ TEST_F(ViewTest, TheFindFieldCompletesAndSaysWhatIsWrong)
     auto *field = find<QLineEdit>(u"findTube"_s);
     QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
     EXPECT_TRUE(field->hasFocus());
-    const ellery::TubeAddress address = window.steamGen()[40].address;
+    const ellery::TubeAddress address = mapOf(window).component()[40].address;
     QTest::keyClicks(field, u"%1 %2"_s.arg(address.row).arg(address.col));
     const QAbstractItemModel &found = *field->completer()->model();
     ASSERT_GT(found.rowCount(), 0);
-    const QString whole = window.steamGen().tubeName(address.row, address.col, address.sec);
+    const QString whole = mapOf(window).component().tubeName(address.row, address.col, address.sec);
     EXPECT_EQ(found.index(0, 0).data().toString(), whole);
     field->completer()->popup()->hide();
 
@@ -215,10 +215,10 @@ TEST_F(ViewTest, TheFindFieldCompletesAndSaysWhatIsWrong)
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_TRUE(said.lastStatus().contains(u"has COL"_s)) << qPrintable(said.lastStatus());
     EXPECT_EQ(field->accessibleDescription(), said.lastStatus());
-    EXPECT_TRUE(window.tubes().selection().isEmpty());
+    EXPECT_TRUE(mapOf(window).tubes().selection().isEmpty());
     field->setText(whole);
     QTest::keyClick(field, Qt::Key_Return);
-    EXPECT_EQ(window.tubes().selection(), QList<qint32>{40});
+    EXPECT_EQ(mapOf(window).tubes().selection(), QList<qint32>{40});
     EXPECT_EQ(field->accessibleDescription(), QString());
 
     // A row chosen from the list leads on to its columns.
@@ -278,7 +278,7 @@ TEST_F(ViewTest, KeysLeadThroughThePartsOfTheWindow)
         changes->close();
     });
     QTest::keyClick(&window, Qt::Key_H, Qt::ControlModifier);
-    EXPECT_EQ(window.tubes().selectedCount(), 0);
+    EXPECT_EQ(mapOf(window).tubes().selectedCount(), 0);
 }
 
 namespace {
@@ -317,8 +317,8 @@ protected:
 TEST_F(ComponentTest, LegendFollowsAComponentThatTheMakerHasChanged)
 {
     ASSERT_TRUE(window.openProject(project));
-    ellery::SteamGen fewer = window.steamGen();
-    QList<ellery::Tube> tubes = window.steamGen().tubes();
+    ellery::SteamGen fewer = mapOf(window).component();
+    QList<ellery::Tube> tubes = mapOf(window).component().tubes();
     const ellery::TubeAddress gone = tubes.takeFirst().address;
     const ellery::TubeAddress kept = tubes.last().address;
     fewer.setTubes(tubes);
@@ -326,25 +326,25 @@ TEST_F(ComponentTest, LegendFollowsAComponentThatTheMakerHasChanged)
     plans::PatternFill fill;
     fill.parameters.rowIncrement = 1;
     fill.parameters.colIncrement = 1;
-    plans::addNewFill(window, fill);
-    const int before = int(window.legend().entry(0).tubes.size());
-    window.tubes().setSelected(window.steamGen().findTube(kept), true);
-    window.tubes().setSelected(window.steamGen().findTube(gone), true);
-    window.projectSession().map().header.preparedBy = u"A. Alder"_s;
+    addFill(window, fill);
+    const int before = int(mapOf(window).entry(0).tubes.size());
+    const ellery::SteamGen &component = mapOf(window).component();
+    selectTubes(mapOf(window), {component.findTube(kept), component.findTube(gone)});
+    setHeaderText(mapOf(window), &map::MapHeader::preparedBy, u"A. Alder"_s);
     said.clear();
 
     window.commands().action(ComponentMaker)->trigger();
     QCoreApplication::processEvents();
     EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Information),
               QStringList{u"1 map symbols were deleted!"_s});
-    EXPECT_EQ(window.legend().entry(0).tubes.size(), before - 1);
-    EXPECT_EQ(window.legend().entry(0).paintedCount, before - 1);
-    EXPECT_TRUE(window.projectSession().map().header.preparedBy.isEmpty()) << "signed for other tubes";
-    EXPECT_EQ(window.tubes().selection(), QList<qint32>{window.steamGen().findTube(kept)});
+    EXPECT_EQ(mapOf(window).entry(0).tubes.size(), before - 1);
+    EXPECT_EQ(mapOf(window).hits(0), before - 1);
+    EXPECT_TRUE(mapOf(window).header().preparedBy.isEmpty()) << "signed for other tubes";
+    EXPECT_EQ(mapOf(window).tubes().selection(), QList<qint32>{mapOf(window).component().findTube(kept)});
     EXPECT_EQ(window.map().scene().numTube(), fewer.numTube());
-    EXPECT_EQ(window.map().steamGen(), &window.steamGen());
-    EXPECT_TRUE(window.projectSession().undo().isModified()) << "map files hold the places of tubes";
-    EXPECT_FALSE(window.projectSession().undo().canUndo()) << "nothing before it fits these tubes";
+    EXPECT_EQ(window.map().steamGen(), &mapOf(window).component());
+    EXPECT_TRUE(mapOf(window).isModified()) << "map files hold the places of tubes";
+    EXPECT_FALSE(mapOf(window).canUndo()) << "nothing before it fits these tubes";
 
     said.clear();
     window.commands().action(ComponentMaker)->trigger();
@@ -354,23 +354,22 @@ TEST_F(ComponentTest, LegendFollowsAComponentThatTheMakerHasChanged)
 TEST_F(ComponentTest, WhatIsUnsavedStaysUnsavedUnderAnotherComponent)
 {
     ASSERT_TRUE(window.openProject(project));
-    ellery::SteamGen fewer = window.steamGen();
+    ellery::SteamGen fewer = mapOf(window).component();
     QList<ellery::Tube> tubes = fewer.tubes();
     tubes.removeFirst();
     fewer.setTubes(tubes);
     makeTool(fewer);
-    window.undoCheckpoint(u"Description"_s);
-    window.projectSession().map().description = u"words"_s;
+    mapOf(window).change(u"Description"_s, [](map::MapEdit &edit) { edit.setDescription(u"words"_s); });
     window.commands().action(ComponentMaker)->trigger();
-    EXPECT_EQ(window.steamGen().numTube(), fewer.numTube());
-    EXPECT_TRUE(window.projectSession().undo().isModified());
+    EXPECT_EQ(mapOf(window).component().numTube(), fewer.numTube());
+    EXPECT_TRUE(mapOf(window).isModified());
 }
 
 TEST_F(ComponentTest, ADamagedComponentIsSaidAndTheOldOneStays)
 {
     ASSERT_TRUE(window.openProject(project));
-    const int tubes = window.steamGen().numTube();
-    makeTool(window.steamGen());
+    const int tubes = mapOf(window).component().numTube();
+    makeTool(mapOf(window).component());
     QFile result(m_folder.filePath(u"result/tubes.txt"_s));
     ASSERT_TRUE(result.open(QIODevice::WriteOnly));
     result.write("no heading here\n");
@@ -378,7 +377,7 @@ TEST_F(ComponentTest, ADamagedComponentIsSaidAndTheOldOneStays)
     said.clear();
     window.commands().action(ComponentMaker)->trigger();
     EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error).size(), 1);
-    EXPECT_EQ(window.steamGen().numTube(), tubes);
+    EXPECT_EQ(mapOf(window).component().numTube(), tubes);
     EXPECT_EQ(window.map().scene().numTube(), tubes);
 }
 

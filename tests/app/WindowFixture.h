@@ -2,7 +2,6 @@
 #include "AppFixture.h"
 
 #include <app/CommandActions.h>
-#include <plans/FillCommit.h>
 #include <plans/PatternFill.h>
 #include <QTest>
 
@@ -39,7 +38,7 @@ protected:
         fill.parameters.firstRow = firstRow;
         fill.parameters.rowIncrement = rowIncrement;
         fill.parameters.colIncrement = 1;
-        plans::addNewFill(window, fill);
+        addFill(window, fill);
         settle();
     }
     template <typename Widget>

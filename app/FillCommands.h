@@ -1,0 +1,42 @@
+#pragma once
+#include <QString>
+
+class QWidget;
+
+namespace app {
+
+class MapPane;
+class ProjectSession;
+class SidePanel;
+
+/// The dialogs of fills, and the symbol of an entry.
+class FillCommands
+{
+public:
+    /// parent: of the dialogs. All must live as long as this object.
+    FillCommands(ProjectSession &session, MapPane &map, SidePanel &panel, QWidget *parent)
+        : m_session(session)
+        , m_map(map)
+        , m_panel(panel)
+        , m_parent(parent)
+    {
+    }
+
+    /// Opens the dialog of a kind of fills. A new entry becomes the legend's current one.
+    void make(const QString &key);
+    /// Runs a query file and adds its tubes. Returns false after reporting why it cannot.
+    bool addQueryFile(const QString &machinePath);
+    void edit(int place);
+    /// Map and legend show each choice at once.
+    void chooseMark(int place);
+
+private:
+    bool has(int place) const;
+
+    ProjectSession &m_session;
+    MapPane &m_map;
+    SidePanel &m_panel;
+    QWidget *m_parent;
+};
+
+} // namespace app

@@ -1,0 +1,114 @@
+#include "MapPane.h"
+
+#include <brannock/gui/TubesheetMap.h>
+#include <map/TubeText.h>
+#include <plans/paint/MapLook.h>
+
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace app {
+
+namespace {
+
+QLabel *makeHint()
+{
+    auto *hint = new QLabel(u"No project is open.\n\nOpen one with \"File | Open Project ...\",\nor choose one of "
+                            u"\"File | Recent Projects\"."_s);
+    hint->setObjectName(u"noProject"_s);
+    hint->setAlignment(Qt::AlignCenter);
+    // The pane is disabled without a project; the hint must be readable all the same.
+    QPalette readable = hint->palette();
+    readable.setColor(QPalette::Disabled, QPalette::WindowText, readable.color(QPalette::Active, QPalette::WindowText));
+    hint->setPalette(readable);
+    return hint;
+}
+
+QStringList linesOf(const QString &text)
+{
+    return text.isEmpty() ? QStringList() : QStringList{text};
+}
+
+} // namespace
+
+MapPane::MapPane(map::MapDocument &document, QWidget *parent)
+    : QStackedWidget(parent)
+    , m_document(document)
+    , m_map(new brannock::TubesheetMap)
+    , m_subscription(document.subscribe([this](const map::MapEvent &event) { mapChanged(event); }))
+{
+    m_map->setObjectName(u"map"_s);
+    m_map->setTubeTip(true);
+    m_map->setTipText([this](int tube) { return linesOf(map::markedBy(m_document, tube)); });
+    addWidget(m_map);
+    addWidget(makeHint());
+    connect(m_map, &brannock::TubesheetMap::selectionWanted, this, &MapPane::select);
+    connect(m_map, &brannock::TubesheetMap::hovered, this, [this](int tube) {
+        m_pointed = tube;
+        Q_EMIT pointedAt(tube);
+    });
+}
+
+MapPane::~MapPane()
+{
+    m_map->setSteamGen(nullptr);
+}
+
+void MapPane::setProjectOpen(bool isOpen)
+{
+    if (!isOpen)
+        m_map->setSteamGen(nullptr);
+    setCurrentIndex(isOpen ? 0 : 1);
+}
+
+void MapPane::setOptions(const query::ArvoOptions &options)
+{
+    m_map->setOptions(plans::mapOptions(options));
+}
+
+void MapPane::mapChanged(const map::MapEvent &event)
+{
+    using map::MapEvent;
+    if (event.has(MapEvent::Component))
+        m_map->setSteamGen(&m_document.component(), &m_document.tubes());
+    if (event.has(MapEvent::Orientation | MapEvent::Component)) {
+        m_map->setXOrientation(m_document.state().xOrientation);
+        m_map->setYOrientation(m_document.state().yOrientation);
+    }
+    if (event.has(MapEvent::kLook))
+        m_map->refresh();
+}
+
+void MapPane::showTrial(const ellery::TubeStates *tubes)
+{
+    m_map->setTubes(tubes ? tubes : &m_document.tubes());
+}
+
+void MapPane::select(const QList<qint32> &tubes, ellery::SelectMode mode)
+{
+    ellery::TubeStates changed = m_document.tubes();
+    changed.select(tubes, mode);
+    m_document.change(u"Select Tubes"_s, [&changed](map::MapEdit &edit) { edit.setSelection(changed.selection()); });
+}
+
+void MapPane::showTube(int tube)
+{
+    select({tube}, ellery::SelectMode::Replace);
+    m_map->ensureVisible(tube);
+    m_map->setCursorTube(tube);
+}
+
+QString MapPane::pointedText() const
+{
+    const ellery::SteamGen &component = m_document.component();
+    if (m_pointed < 0 || m_pointed >= component.numTube())
+        return {};
+    const ellery::TubeAddress address = component[m_pointed].address;
+    QStringList parts{component.tubeName(address.row, address.col, address.sec)};
+    if (!m_document.tubes().isOpen(m_pointed))
+        parts << QString(QChar(m_document.tubes().symbol(m_pointed))) << linesOf(map::markedBy(m_document, m_pointed));
+    return parts.join(u"   ");
+}
+
+} // namespace app
