@@ -219,8 +219,8 @@ command0: the id 0 has another row
 command0: the name has another row
 command0: two actions
 command1000: in no layout and without keys
-command1000: neither number nor name
 command1000: its check state is not bound
+command1000: neither number nor name
 command2: no action
 command2: no tip
 command2: no valid key: Strg+P
