@@ -1,37 +1,38 @@
 #include "DBase.h"
 
-#include "CommandActions.h"
 #include "CommandState.h"
 #include "FillCommands.h"
 #include "FullScreen.h"
 #include "LegendModel.h"
 #include "LegendPart.h"
 #include "LegendView.h"
-#include "MainToolBar.h"
 #include "MapPane.h"
 #include "OptionsCommand.h"
-#include "RecentMenus.h"
 #include "RecoveryKeeper.h"
 #include "SidePanel.h"
 #include "StatusLine.h"
-#include "TextBox.h"
 #include "ViewBar.h"
 #include "ViewCommands.h"
-#include "WindowMenus.h"
 #include "WindowProgress.h"
 
 #include <app/logic/StartUp.h>
+#include <app/logic/WindowConditions.h>
+
+#include <brannock/gui/TubesheetMap.h>
 
 #include <tarnwick/FailureLog.h>
 #include <tarnwick/gui/BoxPrompts.h>
+#include <tarnwick/gui/CommandActions.h>
 #include <tarnwick/gui/OnScreen.h>
 
 #include <QCloseEvent>
 #include <QDir>
+#include <QMenu>
 #include <QMenuBar>
 #include <QScopeGuard>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QToolBar>
 
 using namespace Qt::StringLiterals;
 
@@ -61,9 +62,7 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
 {
     setObjectName(u"mainWindow"_s);
     setWindowTitle(QString::fromUtf16(kTitleAtCreation));
-    m_actions = new CommandActions(this);
-    m_menus = std::make_unique<WindowMenus>(*m_actions, *this);
-    m_recent = new RecentMenus(*m_actions, this);
+    makeActions();
     makeCentre();
     makeCommands();
     connectMap();
@@ -89,9 +88,26 @@ brannock::TubesheetMap &DBase::map()
     return m_map->map();
 }
 
+void DBase::makeActions()
+{
+    m_handlers.setConditions(
+        [this](int condition) { return whyNot(condition, commandContext(*m_session, map(), *m_commands)); });
+    m_handlers.setRunner([this](const tarnwick::CommandRow &row, const std::function<void()> &work) {
+        using Words = CommandRunner::Words;
+        m_runner.perform(work, row.isViewOnly() ? Words::Keep : Words::Forget);
+    });
+    m_actions = new tarnwick::CommandActions(m_handlers, this);
+    m_actions->fillMenuBar(menuBar());
+    m_mapMenu = m_actions->makeMenu(kMapMenu, this);
+    m_legendMenu = m_actions->makeMenu(kLegendMenu, this);
+}
+
 void DBase::makeCentre()
 {
-    m_mainBar = new MainToolBar(this);
+    m_mainBar = new QToolBar(u"Tools"_s, this);
+    m_mainBar->setMovable(false);
+    m_mainBar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    m_actions->fillToolBar(m_mainBar, kMainBar);
     m_viewBar = new ViewBar(*m_actions, this);
     addToolBar(m_mainBar);
     addToolBar(m_viewBar);
@@ -114,31 +130,36 @@ void DBase::makeCentre()
 void DBase::makeCommands()
 {
     m_recovery = new RecoveryKeeper(*m_session, m_runner, this);
-    m_commands = std::make_unique<WindowCommands>(*m_session, map(), *m_recent, this);
+    m_commands = std::make_unique<WindowCommands>(*m_session, this);
     m_commands->setFileDialogs(&m_systemDialogs);
     m_fills = std::make_unique<FillCommands>(*m_session, *m_map, *m_side, this);
     m_legend = new LegendPart(m_session->map(), m_session->fillRunner(), *m_fills, *m_side, m_runner, this);
     m_view =
         std::make_unique<ViewCommands>(*m_session, ViewCommands::Parts{*this, *m_map, *m_side, *m_mainBar, *m_viewBar,
                                                                        *m_fullScreen, *m_commands, m_runner});
-    m_state =
-        std::make_unique<CommandState>(*m_session, CommandState::Parts{*m_actions, *m_recent, *m_mainBar, *m_viewBar,
-                                                                       *menuBar(), *m_splitter, map(), *m_commands});
+    m_commands->bind(m_handlers);
+    m_fills->bind(m_handlers);
+    m_legend->bind(m_handlers);
+    m_view->bind(m_handlers);
+    m_handlers.bind(EditOptions, [this] { editOptions(*m_session, *m_map, this); });
 }
 
 void DBase::connectMap()
 {
     m_subscription = m_session->map().subscribe([this](const map::MapEvent &event) { mapChanged(event); });
     connect(m_map, &MapPane::pointedAt, this, [this] { m_status.showTube(m_map->pointedText()); });
-    connect(&map(), &brannock::TubesheetMap::viewChanged, this, [this] { m_state->refreshView(); });
+    connect(&map(), &brannock::TubesheetMap::viewChanged, this, [this] {
+        m_actions->refresh({When::ViewBefore, When::ViewAfter});
+    });
     connect(&map(), &brannock::TubesheetMap::contextMenuRequested, this, [this](const QPoint &globalPos, int tube) {
         m_commands->pointedTube = tube;
-        m_state->refresh();
-        m_menus->showMapMenu(globalPos);
+        m_actions->refresh();
+        m_mapMenu->popup(globalPos);
     });
     connect(&m_side->legendView(), &LegendView::contextMenuRequested, this, [this](const QPoint &globalPos, int place) {
         m_commands->pointedEntry = place;
-        m_menus->showLegendMenu(globalPos, m_session->map().entry(place).allSections);
+        m_actions->refresh({When::Sections});
+        m_legendMenu->popup(globalPos);
     });
 }
 
@@ -164,46 +185,9 @@ void DBase::connectCommands()
         m_status.line().endWork();
         scheduleRefresh();
     });
-    connect(m_actions, &CommandActions::triggered, this,
-            [this](int command) { m_runner.perform([this, command] { m_commands->run(command); }); });
-    connect(m_actions, &CommandActions::extraTriggered, this, [this](Extra extra) {
-        using Words = CommandRunner::Words;
-        m_runner.perform([this, extra] { runExtra(extra); },
-                         ViewCommands::isOnlyView(extra) ? Words::Keep : Words::Forget);
-    });
-    connect(m_mainBar, &MainToolBar::buttonPressed, this,
-            [this](const QString &name) { m_runner.perform([this, &name] { pressButton(name); }); });
-    connect(m_mainBar, &MainToolBar::fillRequested, this,
-            [this](const QString &key) { m_runner.perform([this, &key] { m_fills->make(key); }); });
     connect(m_commands.get(), &WindowCommands::projectWanted, this, &DBase::openProject);
-    connect(m_commands.get(), &WindowCommands::fullScreenWanted, m_fullScreen, &FullScreen::toggle);
-    connect(m_commands.get(), &WindowCommands::closeWanted, this, &QWidget::close);
-    connect(m_commands.get(), &WindowCommands::aboutWanted, this, [this] { showAbout(this); });
-    connect(m_commands.get(), &WindowCommands::projectInfoWanted, this, [this] { showProjectInfo(this, *m_session); });
     connect(m_commands.get(), &WindowCommands::workChanged, m_recovery, &RecoveryKeeper::noteChange);
     connect(m_recovery, &RecoveryKeeper::kept, this, [this] { m_status.showProtection(*m_session); });
-    // A file may go, and come again, while the program runs.
-    for (const QMenu *menu : m_menus->recentMenus())
-        connect(menu, &QMenu::aboutToShow, this, [this] {
-            m_state->refreshMenus();
-            m_state->refresh();
-        });
-}
-
-void DBase::runExtra(Extra extra)
-{
-    if (!m_view->run(extra))
-        m_legend->run(extra);
-}
-
-void DBase::pressButton(const QString &name)
-{
-    if (name == u"updateButton"_s)
-        m_commands->updateMap();
-    else if (name == u"headerButton"_s)
-        m_commands->editHeader();
-    else if (name == u"optionsButton"_s)
-        editOptions(*m_session, *m_map, this);
 }
 
 bool DBase::openProject(const QString &folder)
@@ -240,7 +224,8 @@ void DBase::mapChanged(const map::MapEvent &event)
 void DBase::sessionChanged()
 {
     m_map->setProjectOpen(m_session->hasProject());
-    m_state->refreshMenus();
+    for (const int list : {FirstRecentProject, FirstRecentDatabase, FirstRecentMap})
+        m_actions->refreshList(list);
     refreshTitle();
     refreshAll();
 }
@@ -259,7 +244,9 @@ void DBase::refreshAll()
     m_status.showTube(m_map->pointedText()); // its symbol may be another one now
     m_status.showMap(*m_session);
     m_status.showProtection(*m_session);
-    m_state->refresh();
+    m_actions->refresh();
+    for (QWidget *part : std::initializer_list<QWidget *>{m_viewBar, m_viewBar->findField(), m_mainBar, m_splitter})
+        part->setEnabled(m_session->hasProject());
     m_recovery->noteChange();
 }
 

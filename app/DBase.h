@@ -4,31 +4,35 @@
 #include "StatusBar.h"
 #include "WindowCommands.h"
 
-#include <app/logic/Commands.h>
+#include <app/logic/WindowCommandTable.h>
+
+#include <tarnwick/CommandHandlers.h>
 
 #include <QMainWindow>
 
 class QSplitter;
+class QToolBar;
+
+namespace brannock {
+class TubesheetMap;
+}
 
 namespace tarnwick {
 class BoxPrompts;
+class CommandActions;
 class LoggedPrompts;
 } // namespace tarnwick
 
 namespace app {
 
-class CommandActions;
-class CommandState;
 class FillCommands;
 class FullScreen;
 class LegendPart;
-class MainToolBar;
 class MapPane;
 class RecoveryKeeper;
 class SidePanel;
 class ViewBar;
 class ViewCommands;
-class WindowMenus;
 
 /// The program's one main window. It makes its parts and connects them; what they do is in their own classes and,
 /// without widgets, in logic.
@@ -46,7 +50,7 @@ public:
     bool addQueryFile(const QString &machinePath);
     ProjectSession &projectSession() { return *m_session; }
     brannock::TubesheetMap &map();
-    CommandActions &commands() { return *m_actions; }
+    tarnwick::CommandActions &commands() { return *m_actions; }
     CommandRunner &runner() { return m_runner; }
     /// Tests put their own in place of the system's.
     void setFileDialogs(FileDialogs *dialogs) { m_commands->setFileDialogs(dialogs); }
@@ -58,14 +62,12 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void makeActions();
     void makeCentre();
     void makeCommands();
     void connectMap();
     void connectSession();
     void connectCommands();
-
-    void runExtra(Extra extra);
-    void pressButton(const QString &name);
 
     void mapChanged(const map::MapEvent &event);
     void sessionChanged();
@@ -79,9 +81,11 @@ private:
     std::unique_ptr<ProjectSession> m_session;
     FileDialogs m_systemDialogs;
     CommandRunner m_runner;
-    CommandActions *m_actions = nullptr;
-    RecentMenus *m_recent = nullptr;
-    MainToolBar *m_mainBar = nullptr;
+    tarnwick::CommandHandlers m_handlers{kWindowCommands};
+    tarnwick::CommandActions *m_actions = nullptr;
+    QMenu *m_mapMenu = nullptr;
+    QMenu *m_legendMenu = nullptr;
+    QToolBar *m_mainBar = nullptr;
     ViewBar *m_viewBar = nullptr;
     QSplitter *m_splitter = nullptr;
     MapPane *m_map = nullptr;
@@ -89,11 +93,9 @@ private:
     FullScreen *m_fullScreen = nullptr;
     LegendPart *m_legend = nullptr;
     RecoveryKeeper *m_recovery = nullptr;
-    std::unique_ptr<WindowMenus> m_menus;
     std::unique_ptr<WindowCommands> m_commands;
     std::unique_ptr<FillCommands> m_fills;
     std::unique_ptr<ViewCommands> m_view;
-    std::unique_ptr<CommandState> m_state;
     bool m_refreshScheduled = false;
     map::Subscription m_subscription;
 };

@@ -7,6 +7,8 @@
 
 #include <app/logic/Messages.h>
 #include <app/logic/ProjectSession.h>
+#include <app/logic/WindowCommandTable.h>
+#include <app/logic/WindowConditions.h>
 
 #include <brannock/gui/ChooseSymbolDlg.h>
 #include <brannock/gui/TubesheetMap.h>
@@ -17,6 +19,7 @@
 #include <plans/dialogs/FillDialogs.h>
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
+#include <tarnwick/CommandHandlers.h>
 #include <tarnwick/gui/Guarded.h>
 
 #include <QScopeGuard>
@@ -31,6 +34,15 @@ static plans::FillDialogContext dialogContext(ProjectSession &session, MapPane &
 bool FillCommands::has(int place) const
 {
     return place >= 0 && place < m_session.map().count();
+}
+
+void FillCommands::bind(tarnwick::CommandHandlers &handlers)
+{
+    for (const plans::MapFillType *type : plans::MapFillType::all()) {
+        const tarnwick::CommandRow *row = kWindowCommands.row(QString(u"fill" + type->name));
+        if (row && row->condition != When::Later)
+            handlers.bind(row->id, [this, key = type->key] { make(key); });
+    }
 }
 
 void FillCommands::make(const QString &key)

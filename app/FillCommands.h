@@ -3,6 +3,10 @@
 
 class QWidget;
 
+namespace tarnwick {
+class CommandHandlers;
+}
+
 namespace app {
 
 class MapPane;
@@ -22,6 +26,8 @@ public:
     {
     }
 
+    /// Binds the command of each kind of fills.
+    void bind(tarnwick::CommandHandlers &handlers);
     /// Opens the dialog of a kind of fills. A new entry becomes the legend's current one.
     void make(const QString &key);
     /// Runs a query file and adds its tubes. Returns false after reporting why it cannot.

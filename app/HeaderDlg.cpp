@@ -31,6 +31,33 @@ namespace {
 
 constexpr QSize kFirstSize(1040, 640);
 
+enum HeaderCommand : int {
+    OpenHeader = tarnwick::kFirstUnnumbered,
+    SaveHeader,
+    SaveHeaderAs,
+    ImportHeader,
+    ExportHeader,
+};
+
+constexpr tarnwick::CommandRow kRows[] = {
+    {OpenHeader, u"&Open ...", u"Open a header file of the project", tarnwick::kAlways, u"Ctrl+O", u"openHeader"},
+    {SaveHeader, u"&Save", u"Save the header to its file", tarnwick::kAlways, u"Ctrl+S", u"saveHeader"},
+    {SaveHeaderAs, u"Save &As ...", u"Save the header to another file", tarnwick::kAlways, nullptr, u"saveHeaderAs"},
+    {ImportHeader, u"&Import ...", u"Copy a header of the user folder into the project and open it", tarnwick::kAlways,
+     nullptr, u"importHeader"},
+    {ExportHeader, u"&Export ...", u"Store this header in the user folder", tarnwick::kAlways, nullptr,
+     u"exportHeader"},
+};
+constexpr tarnwick::MenuItem kMenuBarItems[] = {
+    tarnwick::openMenu(u"&File"),     tarnwick::menuItem(OpenHeader), tarnwick::menuItem(SaveHeader),
+    tarnwick::menuItem(SaveHeaderAs), tarnwick::kSeparator,           tarnwick::menuItem(ImportHeader),
+    tarnwick::menuItem(ExportHeader), tarnwick::kCloseMenu,           tarnwick::kEndOfMenu,
+};
+constexpr tarnwick::CommandLayout kLayouts[] = {
+    {tarnwick::CommandLayout::Kind::MenuBar, u"headerMenu", kMenuBarItems},
+};
+constinit const tarnwick::CommandTable kCommands(kRows, kLayouts);
+
 void setShownText(QPlainTextEdit *edit, const QString &text, bool readOnly)
 {
     edit->setReadOnly(readOnly);
@@ -57,6 +84,8 @@ HeaderDlg::HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPict
                      const QSizeF &inches, double dpi, QWidget *parent)
     : QDialog(parent)
     , m_editor(editor)
+    , m_handlers(kCommands)
+    , m_actions(m_handlers, this)
     , m_preview(new PagePreview([this, page] { return page(m_editor.header); }, inches, dpi))
 {
     setObjectName(u"headerDlg"_s);
@@ -81,23 +110,14 @@ HeaderDlg::HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPict
 
 void HeaderDlg::makeMenu(QVBoxLayout *layout)
 {
+    m_handlers.bind(OpenHeader, [this] { run([this] { return m_editor.open(); }); });
+    m_handlers.bind(SaveHeader, [this] { run([this] { return m_editor.save(); }); });
+    m_handlers.bind(SaveHeaderAs, [this] { run([this] { return m_editor.saveAs(); }); });
+    m_handlers.bind(ImportHeader, [this] { run([this] { return m_editor.importHeader(); }); });
+    m_handlers.bind(ExportHeader, [this] { run([this] { m_editor.exportHeader(); }); });
     auto *bar = new QMenuBar(this);
-    QMenu *file = bar->addMenu(u"&File"_s);
-    const auto add = [&](const QString &text, const QString &name, const QKeySequence &key,
-                         const std::function<bool()> &command) {
-        QAction *action = file->addAction(text, this, [this, command] { run(command); });
-        action->setObjectName(name);
-        action->setShortcut(key);
-    };
-    add(u"&Open ..."_s, u"openHeader"_s, QKeySequence::Open, [this] { return m_editor.open(); });
-    add(u"&Save"_s, u"saveHeader"_s, QKeySequence::Save, [this] { return m_editor.save(); });
-    add(u"Save &As ..."_s, u"saveHeaderAs"_s, {}, [this] { return m_editor.saveAs(); });
-    file->addSeparator();
-    add(u"&Import ..."_s, u"importHeader"_s, {}, [this] { return m_editor.importHeader(); });
-    add(u"&Export ..."_s, u"exportHeader"_s, {}, [this] {
-        m_editor.exportHeader();
-        return false;
-    });
+    m_actions.fillMenuBar(bar);
+    m_actions.refresh();
     layout->setMenuBar(bar);
 }
 
@@ -348,7 +368,7 @@ void HeaderDlg::changed()
     showChanges();
 }
 
-void HeaderDlg::run(const std::function<bool()> &fileCommand)
+void HeaderDlg::run(const std::function<void()> &fileCommand)
 {
     take(); // also a font that is being typed
     fileCommand();

@@ -2,6 +2,7 @@
 #include <app/logic/HeaderEditor.h>
 
 #include <brannock/paint/MapPicture.h>
+#include <tarnwick/gui/CommandActions.h>
 
 #include <QDialog>
 
@@ -56,9 +57,11 @@ private:
     void showChanges();
     void showStandard();
     void showUnknown();
-    void run(const std::function<bool()> &fileCommand);
+    void run(const std::function<void()> &fileCommand);
 
     HeaderEditor &m_editor;
+    tarnwick::CommandHandlers m_handlers;
+    tarnwick::CommandActions m_actions;
     PagePreview *m_preview;
     QPlainTextEdit *m_upper = nullptr;
     QPlainTextEdit *m_lower = nullptr;

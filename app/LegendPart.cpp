@@ -7,8 +7,10 @@
 #include "SidePanel.h"
 
 #include <app/logic/Messages.h>
+#include <app/logic/WindowCommandTable.h>
 
 #include <map/TubeText.h>
+#include <tarnwick/CommandHandlers.h>
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -46,53 +48,28 @@ void LegendPart::move(int from, int to)
     m_view.setCurrentEntry(m_commands.move(from, to));
 }
 
-bool LegendPart::run(Extra extra)
+void LegendPart::bind(tarnwick::CommandHandlers &handlers)
 {
-    switch (extra) {
-    case Extra::EntriesAll:
-        m_commands.showAll();
-        return true;
-    case Extra::EntriesInvert:
-        m_commands.swapShown();
-        return true;
-    case Extra::CopyTubes:
-        copyTubes();
-        return true;
-    default:
-        return runEntry(extra, m_view.currentEntry());
-    }
+    bindEntry(handlers);
+    handlers.bind(EntriesAll, [this] { m_commands.showAll(); });
+    handlers.bind(EntriesInvert, [this] { m_commands.swapShown(); });
+    handlers.bind(DeleteAllEntries, [this] { m_commands.removeAll(); });
+    handlers.bind(CopyTubes, [this] { copyTubes(); });
 }
 
-bool LegendPart::runEntry(Extra extra, int place)
+void LegendPart::bindEntry(tarnwick::CommandHandlers &handlers)
 {
-    switch (extra) {
-    case Extra::EntryEdit:
-        m_fills.edit(place);
-        return true;
-    case Extra::EntrySymbol:
-        m_fills.chooseMark(place);
-        return true;
-    case Extra::EntryRename:
-        m_view.renameCurrent();
-        return true;
-    case Extra::EntryUp:
-        move(place, place - 1);
-        return true;
-    case Extra::EntryDown:
-        move(place, place + 1);
-        return true;
-    case Extra::EntryDelete:
-        m_commands.remove(place);
-        return true;
-    case Extra::EntrySelect:
-        m_commands.selectTubes(place);
-        return true;
-    case Extra::EntrySolo:
-        m_commands.showOnly(place);
-        return true;
-    default:
-        return false;
-    }
+    const auto bind = [this, &handlers](int command, const std::function<void(int)> &work) {
+        handlers.bind(command, [this, work] { work(m_view.currentEntry()); });
+    };
+    bind(EntryEdit, [this](int place) { m_fills.edit(place); });
+    bind(EntrySymbol, [this](int place) { m_fills.chooseMark(place); });
+    bind(EntryRename, [this](int) { m_view.renameCurrent(); });
+    bind(EntryUp, [this](int place) { move(place, place - 1); });
+    bind(EntryDown, [this](int place) { move(place, place + 1); });
+    bind(EntryDelete, [this](int place) { m_commands.remove(place); });
+    bind(EntrySelect, [this](int place) { m_commands.selectTubes(place); });
+    bind(EntrySolo, [this](int place) { m_commands.showOnly(place); });
 }
 
 void LegendPart::copyTubes()

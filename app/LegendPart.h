@@ -1,5 +1,5 @@
 #pragma once
-#include <app/logic/Commands.h>
+#include <tarnwick/CommandHandlers.h>
 
 #include <map/LegendCommands.h>
 
@@ -21,14 +21,14 @@ public:
     LegendPart(map::MapDocument &document, const map::FillRunner &runner, FillCommands &fills, SidePanel &panel,
                CommandRunner &commands, QObject *parent);
 
-    /// Runs a command of the legend. False when it is another's.
-    bool run(Extra extra);
+    /// Binds the commands of the legend and its entries to their actions.
+    void bind(tarnwick::CommandHandlers &handlers);
     /// The tubes as lines for the clipboard: those of the current entry when the legend has the focus, else the
     /// selected ones, else the whole map's.
     void copyTubes();
 
 private:
-    bool runEntry(Extra extra, int place);
+    void bindEntry(tarnwick::CommandHandlers &handlers);
     void move(int from, int to);
 
     map::MapDocument &m_document;

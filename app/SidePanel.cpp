@@ -6,6 +6,9 @@
 #include "TextPanel.h"
 
 #include <app/logic/ProjectSession.h>
+#include <app/logic/WindowCommandTable.h>
+
+#include <tarnwick/gui/CommandActions.h>
 
 #include <QBoxLayout>
 #include <QToolButton>
@@ -19,19 +22,9 @@ namespace {
 /// Room for usual names of sites, components and databases.
 const QString kProjectSample = u"Component: 0000000000000\n\n\n\n\nDatabase : project.mdb"_s;
 
-QToolButton *iconButton(QAction *action, Picture picture)
-{
-    action->setIcon(lineIcon(picture));
-    auto *button = new QToolButton;
-    button->setDefaultAction(action);
-    button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::NoFocus);
-    return button;
-}
-
 } // namespace
 
-SidePanel::SidePanel(CommandActions &actions, QWidget *parent)
+SidePanel::SidePanel(tarnwick::CommandActions &actions, QWidget *parent)
     : QWidget(parent)
     , m_project(new TextPanel(u"projectPanel"_s, u"Project"_s, kProjectSample))
     , m_status(new TextPanel(u"statusPanel"_s, u"Counts"_s, QString::fromUtf16(kStatusPanelSample)))
@@ -54,7 +47,7 @@ SidePanel::SidePanel(CommandActions &actions, QWidget *parent)
     layout->addWidget(m_view, 1);
 }
 
-QWidget *SidePanel::makeLegendHead(CommandActions &actions)
+QWidget *SidePanel::makeLegendHead(tarnwick::CommandActions &actions)
 {
     auto *head = new QWidget;
     auto *layout = new QHBoxLayout(head);
@@ -65,14 +58,19 @@ QWidget *SidePanel::makeLegendHead(CommandActions &actions)
     bold.setBold(true);
     title->setFont(bold);
     layout->addWidget(title, 1);
-    actions.addExtra(Extra::EntryRename, m_view);
-    const std::pair<Extra, Picture> buttons[] = {
-        {Extra::EntryEdit, Picture::Edit},     {Extra::EntrySymbol, Picture::Symbol}, {Extra::EntryUp, Picture::Up},
-        {Extra::EntryDown, Picture::Down},     {Extra::EntrySolo, Picture::Solo},     {Extra::EntriesAll, Picture::All},
-        {Extra::EntriesInvert, Picture::Swap}, {Extra::EntryDelete, Picture::Delete},
+    static constexpr std::pair<int, Picture> kPictures[] = {
+        {EntryEdit, Picture::Edit},     {EntrySymbol, Picture::Symbol}, {EntryUp, Picture::Up},
+        {EntryDown, Picture::Down},     {EntrySolo, Picture::Solo},     {EntriesAll, Picture::All},
+        {EntriesInvert, Picture::Swap}, {EntryDelete, Picture::Delete},
     };
-    for (const auto &[extra, picture] : buttons)
-        layout->addWidget(iconButton(actions.addExtra(extra, m_view), picture));
+    for (const auto &[command, picture] : kPictures)
+        actions.setIcon(command, lineIcon(picture));
+    actions.setPart(LegendArea, m_view);
+    for (QToolButton *button : actions.makeButtons(kLegendBar, head)) {
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::NoFocus);
+        layout->addWidget(button);
+    }
     return head;
 }
 

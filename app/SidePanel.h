@@ -1,7 +1,9 @@
 #pragma once
-#include "CommandActions.h"
-
 #include <QWidget>
+
+namespace tarnwick {
+class CommandActions;
+}
 
 namespace app {
 
@@ -15,7 +17,7 @@ class SidePanel : public QWidget
 {
     Q_OBJECT
 public:
-    explicit SidePanel(CommandActions &actions, QWidget *parent = nullptr);
+    explicit SidePanel(tarnwick::CommandActions &actions, QWidget *parent = nullptr);
 
     LegendModel &legendModel() { return *m_model; }
     LegendView &legendView() { return *m_view; }
@@ -23,7 +25,7 @@ public:
     void refresh(const ProjectSession &session);
 
 private:
-    QWidget *makeLegendHead(CommandActions &actions);
+    QWidget *makeLegendHead(tarnwick::CommandActions &actions);
 
     TextPanel *m_project;
     TextPanel *m_status;

@@ -3,7 +3,10 @@
 #include "HintText.h"
 #include "LineIcon.h"
 
+#include <app/logic/WindowCommandTable.h>
+
 #include <brannock/paint/MapColours.h>
+#include <tarnwick/gui/CommandActions.h>
 #include <tarnwick/gui/ReturnKey.h>
 
 #include <QAbstractItemView>
@@ -17,23 +20,23 @@
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
+using tarnwick::CommandActions;
 
 namespace app {
 
 ViewBar::ViewBar(CommandActions &actions, QWidget *parent)
     : QToolBar(u"View"_s, parent)
 {
-    setObjectName(u"viewBar"_s);
     setMovable(false);
     setToolButtonStyle(Qt::ToolButtonIconOnly);
     const int side = fontMetrics().height() + 2;
     setIconSize(QSize(side, side));
+    setPictures(actions);
     addUndo(actions);
-    addSeparator();
-    addView(actions);
-    addDragModes();
+    actions.fillToolBar(this, kViewBar);
+    addDragModes(actions);
     // Tool bars leave their buttons out of the order of Tab; nothing here may be for the mouse alone.
-    for (auto *button : findChildren<QToolButton *>()) {
+    for (QToolButton *button : {m_undo, m_drag}) {
         button->setFocusPolicy(Qt::TabFocus);
         tarnwick::pressWithReturn(button);
     }
@@ -43,8 +46,7 @@ ViewBar::ViewBar(CommandActions &actions, QWidget *parent)
 void ViewBar::addUndo(CommandActions &actions)
 {
     QAction *undo = actions.action(Undo);
-    undo->setIcon(lineIcon(Picture::Undo));
-    undo->setIconVisibleInMenu(false);
+    QAction *redo = actions.action(Redo);
     m_changes = new QMenu(this);
     m_changes->setObjectName(u"changes"_s);
     m_changes->setToolTipsVisible(true);
@@ -55,9 +57,6 @@ void ViewBar::addUndo(CommandActions &actions)
     m_undo->setMenu(m_changes);
     m_undo->setPopupMode(QToolButton::MenuButtonPopup);
     addWidget(m_undo);
-    QAction *redo = actions.extra(Extra::Redo);
-    redo->setIcon(lineIcon(Picture::Redo));
-    addAction(redo);
     connect(m_undo, &QToolButton::clicked, undo, &QAction::trigger);
     for (QAction *action : {undo, redo})
         connect(action, &QAction::changed, this, [this, undo, redo] { refreshUndo(*undo, *redo); });
@@ -72,73 +71,56 @@ void ViewBar::refreshUndo(const QAction &undo, const QAction &redo)
     m_undo->setAccessibleName(QString(undo.text()).remove(u'&'));
 }
 
-void ViewBar::addView(CommandActions &actions)
+void ViewBar::setPictures(CommandActions &actions)
 {
-    const auto extra = [&](Extra which, Picture picture) {
-        QAction *action = actions.extra(which);
-        action->setIcon(lineIcon(picture));
-        addAction(action);
+    static constexpr std::pair<int, Picture> kPictures[] = {
+        {Undo, Picture::Undo},
+        {Redo, Picture::Redo},
+        {ZoomIn, Picture::ZoomIn},
+        {ZoomOut, Picture::ZoomOut},
+        {ZoomFit, Picture::Fit},
+        {PreviousView, Picture::PreviousView},
+        {NextView, Picture::NextView},
+        {FlipHorizontal, Picture::FlipHorizontal},
+        {FlipVertical, Picture::FlipVertical},
+        {ShowFloatingId, Picture::FloatingId},
+        {MapFullScreen, Picture::FullScreen},
     };
-    const auto command = [&](Command which, Picture picture) {
-        QAction *action = actions.action(which);
-        action->setIcon(lineIcon(picture));
-        action->setIconVisibleInMenu(false);
-        addAction(action);
-    };
-    extra(Extra::ZoomIn, Picture::ZoomIn);
-    extra(Extra::ZoomOut, Picture::ZoomOut);
-    extra(Extra::ZoomFit, Picture::Fit);
-    extra(Extra::PreviousView, Picture::PreviousView);
-    extra(Extra::NextView, Picture::NextView);
-    addSeparator();
-    command(FlipHorizontal, Picture::FlipHorizontal);
-    command(FlipVertical, Picture::FlipVertical);
-    command(ShowFloatingId, Picture::FloatingId);
-    command(MapFullScreen, Picture::FullScreen);
+    for (const auto &[command, picture] : kPictures)
+        actions.setIcon(command, lineIcon(picture));
 }
 
-void ViewBar::addDragModes()
+void ViewBar::addDragModes(CommandActions &actions)
 {
-    using Mode = brannock::TubesheetMap::DragMode;
-    struct Choice
-    {
-        Mode mode;
-        Picture picture;
-        const char16_t *text;
-        const char16_t *tip;
+    static constexpr std::pair<int, Picture> kPictures[] = {
+        {DragRectangle, Picture::SelectRectangle},
+        {DragLasso, Picture::Lasso},
+        {DragZoom, Picture::ZoomRectangle},
+        {DragMove, Picture::MoveMap},
     };
-    static constexpr Choice kChoices[] = {
-        {Mode::Rectangle, Picture::SelectRectangle, u"Select by &Rectangle",
-         u"Dragging on the map selects a rectangle"},
-        {Mode::Lasso, Picture::Lasso, u"Select by &Lasso", u"Dragging on the map selects what the line goes round"},
-        {Mode::Zoom, Picture::ZoomRectangle, u"&Zoom to Rectangle", u"Dragging on the map shows the rectangle larger"},
-        {Mode::Pan, Picture::MoveMap, u"&Move the Map", u"Dragging moves the map"},
-    };
-    auto *menu = new QMenu(this);
-    menu->setObjectName(u"dragModes"_s);
-    menu->setToolTipsVisible(true);
+    QMenu *menu = actions.makeMenu(kDragMenu, this);
     auto *group = new QActionGroup(menu);
-    auto *button = new QToolButton(this);
-    button->setObjectName(u"dragButton"_s);
-    button->setMenu(menu);
-    button->setPopupMode(QToolButton::InstantPopup);
-    for (const Choice &choice : kChoices) {
-        QAction *action = menu->addAction(lineIcon(choice.picture), QString::fromUtf16(choice.text));
-        action->setCheckable(true);
-        action->setToolTip(QString::fromUtf16(choice.tip));
+    m_drag = new QToolButton(this);
+    m_drag->setObjectName(u"dragButton"_s);
+    m_drag->setMenu(menu);
+    m_drag->setPopupMode(QToolButton::InstantPopup);
+    for (const auto &[command, picture] : kPictures) {
+        QAction *action = actions.action(command);
+        action->setIcon(lineIcon(picture));
         group->addAction(action);
-        connect(action, &QAction::toggled, this, [this, button, action, mode = choice.mode](bool on) {
-            if (!on)
-                return;
-            button->setIcon(action->icon());
-            button->setToolTip(u"What dragging on the map does\n"_s + action->toolTip());
-            button->setAccessibleName(QString(action->text()).remove(u'&'));
-            Q_EMIT dragModeChosen(mode);
+        connect(action, &QAction::changed, this, [this, action] {
+            if (action->isChecked())
+                showDragMode(*action);
         });
     }
-    group->actions().first()->setChecked(true);
-    addSeparator();
-    addWidget(button);
+    addWidget(m_drag);
+}
+
+void ViewBar::showDragMode(const QAction &mode)
+{
+    m_drag->setIcon(mode.icon());
+    m_drag->setToolTip(u"What dragging on the map does\n"_s + mode.toolTip());
+    m_drag->setAccessibleName(mode.iconText());
 }
 
 void ViewBar::showChanges()

@@ -1,8 +1,4 @@
 #pragma once
-#include "CommandActions.h"
-
-#include <brannock/gui/TubesheetMap.h>
-
 #include <QToolBar>
 
 #include <functional>
@@ -10,6 +6,10 @@
 class QLineEdit;
 class QStringListModel;
 class QToolButton;
+
+namespace tarnwick {
+class CommandActions;
+}
 
 namespace app {
 
@@ -19,7 +19,7 @@ class ViewBar : public QToolBar
 {
     Q_OBJECT
 public:
-    explicit ViewBar(CommandActions &actions, QWidget *parent = nullptr);
+    explicit ViewBar(tarnwick::CommandActions &actions, QWidget *parent = nullptr);
     /// Opens the list of changes.
     void showChanges();
     /// Puts the cursor into the field to find a tube by its address.
@@ -44,18 +44,17 @@ Q_SIGNALS:
     void findLeft();
     /// As many changes are to stand.
     void changesRequested(int position);
-    /// What dragging with the left button is to do on the map.
-    void dragModeChosen(brannock::TubesheetMap::DragMode mode);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void addUndo(CommandActions &actions);
+    void addUndo(tarnwick::CommandActions &actions);
     /// The button serves both Undo and the list of changes, in which undone ones stand, too.
     void refreshUndo(const QAction &undo, const QAction &redo);
-    void addView(CommandActions &actions);
-    void addDragModes();
+    void setPictures(tarnwick::CommandActions &actions);
+    void addDragModes(tarnwick::CommandActions &actions);
+    void showDragMode(const QAction &mode);
     void makeFind();
     /// Return, or a choice from the list.
     void enter();
@@ -64,6 +63,7 @@ private:
 
     QMenu *m_changes = nullptr;
     QToolButton *m_undo = nullptr;
+    QToolButton *m_drag = nullptr;
     QLineEdit *m_find = nullptr;
     QStringListModel *m_found = nullptr;
     std::function<QStringList(const QString &)> m_completions;

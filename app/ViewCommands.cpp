@@ -3,7 +3,6 @@
 #include "CommandRunner.h"
 #include "FullScreen.h"
 #include "LegendView.h"
-#include "MainToolBar.h"
 #include "MapPane.h"
 #include "SidePanel.h"
 #include "TextBox.h"
@@ -12,11 +11,25 @@
 
 #include <app/logic/Messages.h>
 #include <app/logic/TubeFinder.h>
+#include <app/logic/WindowCommandTable.h>
+
+#include <brannock/gui/TubesheetMap.h>
+#include <tarnwick/CommandHandlers.h>
 
 #include <QMainWindow>
+#include <QToolBar>
 #include <QToolButton>
 
 namespace app {
+
+/// The first that can be pressed, for the keyboard to start at.
+static QWidget *firstButton(const QToolBar &bar)
+{
+    const QList<QAction *> actions = bar.actions();
+    const auto first = std::find_if(actions.begin(), actions.end(),
+                                    [](QAction *each) { return each->isEnabled() && !each->isSeparator(); });
+    return bar.widgetForAction(first == actions.end() ? actions.first() : *first);
+}
 
 ViewCommands::ViewCommands(ProjectSession &session, const Parts &parts)
     : m_session(session)
@@ -39,16 +52,7 @@ void ViewCommands::connectBar()
     QObject::connect(&bar, &ViewBar::changesRequested, &bar, [this](int position) {
         m_parts.runner.perform([this, position] { m_parts.commands.moveTo(position); });
     });
-    brannock::TubesheetMap &map = m_parts.map.map();
-    QObject::connect(&bar, &ViewBar::dragModeChosen, &map, &brannock::TubesheetMap::setDragMode);
-    QObject::connect(&bar, &ViewBar::findLeft, &map, qOverload<>(&QWidget::setFocus));
-}
-
-bool ViewCommands::isOnlyView(Extra extra)
-{
-    constexpr Extra kViews[] = {Extra::ZoomIn,   Extra::ZoomOut, Extra::ZoomFit,  Extra::PreviousView, Extra::NextView,
-                                Extra::FindTube, Extra::Changes, Extra::NextPart, Extra::Keys};
-    return std::find(std::begin(kViews), std::end(kViews), extra) != std::end(kViews);
+    QObject::connect(&bar, &ViewBar::findLeft, &m_parts.map.map(), qOverload<>(&QWidget::setFocus));
 }
 
 void ViewCommands::showChanges()
@@ -58,53 +62,43 @@ void ViewCommands::showChanges()
     m_parts.viewBar.setChanges(changes.labels(), changes.position(), hasFile ? changes.savedPosition() : -1);
 }
 
-bool ViewCommands::run(Extra extra)
+void ViewCommands::bind(tarnwick::CommandHandlers &handlers)
 {
-    switch (extra) {
-    case Extra::Redo:
-        m_parts.commands.redo();
-        return true;
-    case Extra::FindTube:
-        if (m_parts.fullScreen.isOn()) // which hides the field
-            m_parts.fullScreen.toggle();
-        m_parts.viewBar.focusFind();
-        return true;
-    case Extra::Changes:
-        m_parts.viewBar.showChanges();
-        return true;
-    case Extra::NextPart:
-        goToNextPart();
-        return true;
-    case Extra::Keys:
-        showKeys(&m_parts.window);
-        return true;
-    default:
-        return runZoom(extra);
-    }
+    bindMap(handlers);
+    handlers.bind(MapFullScreen, [this] { m_parts.fullScreen.toggle(); });
+    handlers.bind(FindTube, [this] { startFind(); });
+    handlers.bind(ListOfChanges, [this] { m_parts.viewBar.showChanges(); });
+    handlers.bind(NextPart, [this] { goToNextPart(); });
+    handlers.bind(ListOfKeys, [this] { showKeys(&m_parts.window); });
+    handlers.bind(ProjectInfo, [this] { showProjectInfo(&m_parts.window, m_session); });
+    handlers.bind(About, [this] { showAbout(&m_parts.window); });
+    handlers.bind(Exit, [this] { m_parts.window.close(); });
 }
 
-bool ViewCommands::runZoom(Extra extra)
+void ViewCommands::bindMap(tarnwick::CommandHandlers &handlers)
 {
     brannock::TubesheetMap &map = m_parts.map.map();
-    switch (extra) {
-    case Extra::ZoomIn:
-        map.zoomIn();
-        return true;
-    case Extra::ZoomOut:
-        map.zoomOut();
-        return true;
-    case Extra::ZoomFit:
-        map.fit();
-        return true;
-    case Extra::PreviousView:
-        map.previousView();
-        return true;
-    case Extra::NextView:
-        map.nextView();
-        return true;
-    default:
-        return false;
-    }
+    handlers.bind(ZoomIn, [&map] { map.zoomIn(); });
+    handlers.bind(ZoomOut, [&map] { map.zoomOut(); });
+    handlers.bind(ZoomFit, [&map] { map.fit(); });
+    handlers.bind(PreviousView, [&map] { map.previousView(); });
+    handlers.bind(NextView, [&map] { map.nextView(); });
+    handlers.bindCheckable(
+        ShowFloatingId, [&map] { map.setTubeTip(!map.hasTubeTip()); }, [&map] { return map.hasTubeTip(); });
+    using Mode = brannock::TubesheetMap::DragMode;
+    for (const auto &[command, dragMode] :
+         {std::pair(DragRectangle, Mode::Rectangle), std::pair(DragLasso, Mode::Lasso), std::pair(DragZoom, Mode::Zoom),
+          std::pair(DragMove, Mode::Pan)})
+        handlers.bindCheckable(
+            command, [&map, mode = dragMode] { map.setDragMode(mode); },
+            [&map, mode = dragMode] { return map.dragMode() == mode; });
+}
+
+void ViewCommands::startFind()
+{
+    if (m_parts.fullScreen.isOn()) // which hides the field
+        m_parts.fullScreen.toggle();
+    m_parts.viewBar.focusFind();
 }
 
 void ViewCommands::findTube(const QString &address)
@@ -126,7 +120,7 @@ void ViewCommands::findTube(const QString &address)
 void ViewCommands::goToNextPart()
 {
     const std::initializer_list<QWidget *> parts = {&m_parts.map.map(), &m_parts.side.legendView(),
-                                                    m_parts.mainBar.firstButton(), m_parts.viewBar.findField()};
+                                                    firstButton(m_parts.mainBar), m_parts.viewBar.findField()};
     const QWidget *focus = m_parts.window.focusWidget();
     const auto holdsFocus = [focus](const QWidget *part) {
         return part == focus || part->isAncestorOf(focus) ||

@@ -1,13 +1,17 @@
 #pragma once
-#include <app/logic/Commands.h>
+#include <QString>
 
 class QMainWindow;
+class QToolBar;
+
+namespace tarnwick {
+class CommandHandlers;
+}
 
 namespace app {
 
 class CommandRunner;
 class FullScreen;
-class MainToolBar;
 class MapPane;
 class ProjectSession;
 class SidePanel;
@@ -23,7 +27,7 @@ public:
         QMainWindow &window;
         MapPane &map;
         SidePanel &side;
-        MainToolBar &mainBar;
+        QToolBar &mainBar;
         ViewBar &viewBar;
         FullScreen &fullScreen;
         WindowCommands &commands;
@@ -31,16 +35,15 @@ public:
     };
     ViewCommands(ProjectSession &session, const Parts &parts);
 
-    /// Runs a command. False when it is another's.
-    bool run(Extra extra);
-    /// Whether a command changes only what is seen of the map and the window.
-    static bool isOnlyView(Extra extra);
+    /// Binds the commands to their actions.
+    void bind(tarnwick::CommandHandlers &handlers);
     /// Selects the tube with a typed address, or reports why there is none.
     void findTube(const QString &address);
 
 private:
     void connectBar();
-    bool runZoom(Extra extra);
+    void bindMap(tarnwick::CommandHandlers &handlers);
+    void startFind();
     void goToNextPart();
     void showChanges();
 

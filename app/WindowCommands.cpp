@@ -3,12 +3,13 @@
 #include "FileDialogs.h"
 #include "HeaderDlg.h"
 #include "LineIcon.h"
-#include "RecentMenus.h"
 
 #include <app/logic/DesktopShortcut.h>
 #include <app/logic/Messages.h>
+#include <app/logic/RecentLists.h>
 #include <app/logic/SelectionCommands.h>
 #include <app/logic/SiblingTools.h>
+#include <app/logic/WindowCommandTable.h>
 
 #include <map/MapUpdate.h>
 #include <tarnwick/FileWriter.h>
@@ -22,6 +23,7 @@
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
+using tarnwick::CommandHandlers;
 
 namespace app {
 
@@ -47,11 +49,8 @@ QString storeIcon(const QString &installation)
 
 } // namespace
 
-WindowCommands::WindowCommands(ProjectSession &session, brannock::TubesheetMap &map, RecentMenus &recent,
-                               QWidget *parent)
+WindowCommands::WindowCommands(ProjectSession &session, QWidget *parent)
     : m_session(session)
-    , m_map(map)
-    , m_recent(recent)
     , m_parent(parent)
     , m_legend(session.map(), session.fillRunner())
     , m_files(session)
@@ -66,57 +65,82 @@ void WindowCommands::setFileDialogs(FileDialogs *dialogs)
     m_printing.setFileChoice(dialogs);
 }
 
-void WindowCommands::run(int command)
+void WindowCommands::bind(CommandHandlers &handlers)
 {
-    if (isSelectionCommand(command))
-        select(command);
-    else if (!runFile(command) && !runMap(command) && !runDatabase(command) && !runProject(command))
-        runProgram(command);
+    bindFiles(handlers);
+    bindMap(handlers);
+    bindDatabase(handlers);
+    bindProgram(handlers);
 }
 
-bool WindowCommands::runFile(int command)
+void WindowCommands::bindFiles(CommandHandlers &handlers)
 {
-    if (command >= FirstRecentMap && command <= LastRecentMap) {
-        m_files.open(m_recent.path(command));
-        return true;
-    }
-    switch (command) {
-    case NewMap:
-        m_files.newMap();
-        return true;
-    case OpenMap:
-        m_files.open();
-        return true;
-    case SaveMap:
-        m_files.save();
-        return true;
-    case SaveMapAs:
-        m_files.saveAs();
-        return true;
-    case ImportMap:
-        m_files.importMap();
-        return true;
-    case ExportMap:
-        m_files.exportMap();
-        return true;
-    case PrintSetup:
-        m_printing.setUp();
-        return true;
-    case PrintPreview:
-        m_printing.preview();
-        return true;
-    case Print:
-        m_printing.print();
-        return true;
-    case StoreMetafile:
-        m_printing.storeMetafile();
-        return true;
-    case StoreBitmap:
-        m_printing.storeBitmap();
-        return true;
-    default:
-        return false;
-    }
+    handlers.bind(NewMap, [this] { m_files.newMap(); });
+    handlers.bind(OpenMap, [this] { m_files.open(); });
+    handlers.bind(SaveMap, [this] { m_files.save(); });
+    handlers.bind(SaveMapAs, [this] { m_files.saveAs(); });
+    handlers.bind(ImportMap, [this] { m_files.importMap(); });
+    handlers.bind(ExportMap, [this] { m_files.exportMap(); });
+    handlers.bind(PrintSetup, [this] { m_printing.setUp(); });
+    handlers.bind(PrintPreview, [this] { m_printing.preview(); });
+    handlers.bind(Print, [this] { m_printing.print(); });
+    handlers.bind(StoreMetafile, [this] { m_printing.storeMetafile(); });
+    handlers.bind(StoreBitmap, [this] { m_printing.storeBitmap(); });
+    handlers.bindList(
+        FirstRecentMap, [this](const auto &map) { m_files.open(map.value); },
+        [this] { return recentMapEntries(m_session); });
+    handlers.bind(ClearRecentMaps, [this] { m_session.clearRecentMaps(); });
+    handlers.bind(EditMapHeader, [this] { editHeader(); });
+}
+
+void WindowCommands::bindMap(CommandHandlers &handlers)
+{
+    handlers.bind(Undo, [this] { undo(); });
+    handlers.setText(Undo, [this] {
+        // A name may hold "&", which a menu would take for the mark of a key.
+        const QString label = m_session.map().undoLabel().replace(u'&', u"&&"_s);
+        return label.isEmpty() ? u"Undo"_s : tarnwick::format(u"Undo %S", label);
+    });
+    handlers.bind(Redo, [this] { redo(); });
+    for (int command = SelectAllTubes; command <= DeselectPeriph; ++command)
+        handlers.bind(command, [this, command] { select(command); });
+    handlers.bindCheckable(
+        IgnoreSection, [this] { ignoreSection(); },
+        [this] {
+            return pointedEntry >= 0 && pointedEntry < m_session.map().count() &&
+                   m_session.map().entry(pointedEntry).allSections;
+        });
+    handlers.bindCheckable(
+        FlipHorizontal, [this] { flip(FlipHorizontal); },
+        [this] { return m_session.map().state().xOrientation == -1; });
+    handlers.bindCheckable(
+        FlipVertical, [this] { flip(FlipVertical); }, [this] { return m_session.map().state().yOrientation == -1; });
+    handlers.bind(UpdateMap, [this] { updateMap(); });
+}
+
+void WindowCommands::bindDatabase(CommandHandlers &handlers)
+{
+    handlers.bind(NewDatabase, [this] { newDatabase(); });
+    handlers.bind(OpenDatabase, [this] { openDatabase(); });
+    handlers.bind(CloseDatabase, [this] { closeDatabase(); });
+    handlers.bind(UploadComponent, [this] { m_session.uploadComponent(); });
+    handlers.bindList(
+        FirstRecentDatabase, [this](const auto &database) { m_session.connectDatabase(database.value); },
+        [this] { return recentDatabaseEntries(m_session); });
+    handlers.bind(ClearRecentDatabases, [this] { m_session.clearRecentDatabases(); });
+}
+
+void WindowCommands::bindProgram(CommandHandlers &handlers)
+{
+    handlers.bind(OpenProject, [this] { openProject(); });
+    handlers.bindList(
+        FirstRecentProject, [this](const auto &folder) { openProjectFolder(folder.value); },
+        [this] { return recentProjectEntries(m_session); });
+    handlers.bind(ClearRecentProjects, [this] { clearProjects(); });
+    handlers.bind(AdministrationTool,
+                  [this] { startTool(kAdministrationTool, m_session.roots(), m_session.prompts()); });
+    handlers.bind(ComponentMaker, [this] { startComponentMaker(); });
+    handlers.bind(DesktopShortcut, [this] { createShortcut(); });
 }
 
 void WindowCommands::editHeader()
@@ -140,32 +164,10 @@ void WindowCommands::editHeader()
     m_session.headerDraft.reset();
 }
 
-bool WindowCommands::runMap(int command)
+void WindowCommands::ignoreSection()
 {
-    switch (command) {
-    case Undo:
-        undo();
-        return true;
-    case DeleteAllEntries:
-        m_legend.removeAll();
-        return true;
-    case IgnoreSection:
-        if (pointedEntry >= 0 && pointedEntry < m_session.map().count())
-            m_legend.setAllSections(pointedEntry, !m_session.map().entry(pointedEntry).allSections);
-        return true;
-    case MapFullScreen:
-        Q_EMIT fullScreenWanted();
-        return true;
-    case FlipHorizontal:
-    case FlipVertical:
-        flip(command);
-        return true;
-    case ShowFloatingId:
-        m_map.setTubeTip(!m_map.hasTubeTip());
-        return true;
-    default:
-        return false;
-    }
+    if (pointedEntry >= 0 && pointedEntry < m_session.map().count())
+        m_legend.setAllSections(pointedEntry, !m_session.map().entry(pointedEntry).allSections);
 }
 
 void WindowCommands::undo()
@@ -198,7 +200,8 @@ void WindowCommands::select(int command)
 {
     map::MapDocument &document = m_session.map();
     const QList<qint32> selection = selectionAfter(command, document.component(), document.tubes(), pointedTube);
-    document.change(selectionLabel(command), [&selection](map::MapEdit &edit) { edit.setSelection(selection); });
+    document.change(kWindowCommands.row(command)->label(),
+                    [&selection](map::MapEdit &edit) { edit.setSelection(selection); });
 }
 
 void WindowCommands::flip(int command)
@@ -223,37 +226,12 @@ void WindowCommands::updateMap()
     update.tell();
 }
 
-bool WindowCommands::runDatabase(int command)
+void WindowCommands::closeDatabase()
 {
-    if (command >= FirstRecentDatabase && command <= LastRecentDatabase) {
-        m_session.connectDatabase(m_recent.path(command));
-        return true;
-    }
-    switch (command) {
-    case NewDatabase:
-        newDatabase();
-        return true;
-    case OpenDatabase:
-        openDatabase();
-        return true;
-    case CloseDatabase:
-        if (db::checkConnected(m_session.database())) {
-            m_session.prompts().status(messages::kDisconnectDatabase);
-            m_session.closeDatabase();
-        }
-        return true;
-    case UploadComponent:
-        m_session.uploadComponent();
-        return true;
-    case ClearRecentDatabases:
-        m_session.clearRecentDatabases();
-        return true;
-    case ClearRecentMaps:
-        m_session.clearRecentMaps();
-        return true;
-    default:
-        return false;
-    }
+    if (!db::checkConnected(m_session.database()))
+        return;
+    m_session.prompts().status(messages::kDisconnectDatabase);
+    m_session.closeDatabase();
 }
 
 void WindowCommands::newDatabase()
@@ -272,28 +250,6 @@ void WindowCommands::openDatabase()
         m_session.connectDatabase(path);
 }
 
-bool WindowCommands::runProject(int command)
-{
-    if (command >= FirstRecentProject && command <= LastRecentProject) {
-        openProjectFolder(m_recent.path(command));
-        return true;
-    }
-    switch (command) {
-    case OpenProject:
-        openProject();
-        return true;
-    case ClearRecentProjects:
-        if (confirmClear())
-            m_session.clearRecentProjects();
-        return true;
-    case ProjectInfo:
-        Q_EMIT projectInfoWanted();
-        return true;
-    default:
-        return false;
-    }
-}
-
 void WindowCommands::openProject()
 {
     const QString start = m_session.hasProject() ? QFileInfo(m_session.project().folder).absolutePath()
@@ -309,32 +265,10 @@ void WindowCommands::openProjectFolder(const QString &folder)
         Q_EMIT projectWanted(folder);
 }
 
-bool WindowCommands::confirmClear()
+void WindowCommands::clearProjects()
 {
-    return m_session.prompts().question(tarnwick::Buttons::YesNo, messages::kAskClearRecent) == tarnwick::Answer::Yes;
-}
-
-bool WindowCommands::runProgram(int command)
-{
-    switch (command) {
-    case Exit:
-        Q_EMIT closeWanted();
-        return true;
-    case About:
-        Q_EMIT aboutWanted();
-        return true;
-    case AdministrationTool:
-        startTool(kAdministrationTool, m_session.roots(), m_session.prompts());
-        return true;
-    case ComponentMaker:
-        startComponentMaker();
-        return true;
-    case DesktopShortcut:
-        createShortcut();
-        return true;
-    default:
-        return false;
-    }
+    if (m_session.prompts().question(tarnwick::Buttons::YesNo, messages::kAskClearRecent) == tarnwick::Answer::Yes)
+        m_session.clearRecentProjects();
 }
 
 void WindowCommands::startComponentMaker()

@@ -6,21 +6,23 @@
 
 #include <map/LegendCommands.h>
 
-#include <brannock/gui/TubesheetMap.h>
+#include <tarnwick/CommandHandlers.h>
+
 #include <QObject>
 
 namespace app {
 
 class FileDialogs;
-class RecentMenus;
 
-/// Carries out the numbered commands.
+/// What the commands of files, map, database and program do.
 class WindowCommands : public QObject
 {
     Q_OBJECT
 public:
     /// parent: of the dialogs
-    WindowCommands(ProjectSession &session, brannock::TubesheetMap &map, RecentMenus &recent, QWidget *parent);
+    WindowCommands(ProjectSession &session, QWidget *parent);
+    /// Binds the commands to their actions.
+    void bind(tarnwick::CommandHandlers &handlers);
     /// Tests put their own in place of the system's.
     void setFileDialogs(FileDialogs *dialogs);
 
@@ -29,45 +31,39 @@ public:
     /// The legend's entry that its pop-up menu was opened on.
     int pointedEntry = -1;
 
-    void run(int command);
-    void redo();
     /// As many changes of the map stand as this; the others are undone.
     void moveTo(int position);
-    void updateMap();
     void editHeader();
     /// Asks about unsaved changes of the map. False: the user wants to stay with it.
     bool mayReplaceMap() { return m_files.mayReplaceMap(); }
 
 Q_SIGNALS:
-    // What only the window can do.
+    /// Only the window can open a project.
     void projectWanted(const QString &folder);
-    void fullScreenWanted();
-    void closeWanted();
-    void aboutWanted();
-    void projectInfoWanted();
     /// Work that is in no file has changed.
     void workChanged();
 
 private:
-    bool runFile(int command);
-    bool runMap(int command);
-    bool runDatabase(int command);
-    bool runProject(int command);
-    bool runProgram(int command);
+    void bindFiles(tarnwick::CommandHandlers &handlers);
+    void bindMap(tarnwick::CommandHandlers &handlers);
+    void bindDatabase(tarnwick::CommandHandlers &handlers);
+    void bindProgram(tarnwick::CommandHandlers &handlers);
+    void ignoreSection();
     void undo();
+    void redo();
+    void updateMap();
     void select(int command);
     void flip(int command);
     void openProject();
     void openProjectFolder(const QString &folder);
+    void closeDatabase();
     void newDatabase();
     void openDatabase();
-    bool confirmClear();
+    void clearProjects();
     void startComponentMaker();
     void createShortcut();
 
     ProjectSession &m_session;
-    brannock::TubesheetMap &m_map;
-    RecentMenus &m_recent;
     FileDialogs *m_dialogs = nullptr;
     QWidget *m_parent;
     map::LegendCommands m_legend;

@@ -4,9 +4,9 @@
 #include "Target.h"
 #include "TubeFile.h"
 
-#include <app/logic/Commands.h>
 #include <app/logic/Messages.h>
 #include <app/logic/SelectionCommands.h>
+#include <app/logic/WindowCommandTable.h>
 #include <map/FillCommit.h>
 #include <map/MapFiles.h>
 #include <map/TubeText.h>

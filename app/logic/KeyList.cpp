@@ -1,6 +1,6 @@
 #include "KeyList.h"
 
-#include "Commands.h"
+#include "WindowCommandTable.h"
 
 #include <span>
 
@@ -63,23 +63,31 @@ void add(KeyGroup &group, std::span<const KeyLine> lines)
         group.lines.append({QString::fromUtf16(line.keys), QString::fromUtf16(line.text)});
 }
 
-void addExtras(KeyGroup &group, Scope scope)
+using tarnwick::CommandRow;
+
+bool isInMenuBar(const CommandRow &row)
 {
-    for (const ExtraInfo &info : kExtras) {
-        if (info.scope == scope && info.keys)
-            group.lines.append({QString::fromUtf16(info.keys).replace(u'|', u", "_s), QString::fromUtf16(info.tip)});
+    static const QList<int> ids = kWindowCommands.idsIn(kWindowCommands.layout(kMenuBar));
+    return ids.contains(row.id);
+}
+
+/// Commands that stand in no menu of the bar are explained by their tips.
+template <typename Predicate>
+void addRows(KeyGroup &group, Predicate isWanted)
+{
+    for (const CommandRow &row : kWindowCommands.rows()) {
+        if (const QStringList keys = row.keyList(); !keys.isEmpty() && !isInMenuBar(row) && isWanted(row))
+            group.lines.append({keys.join(u", "_s), QString::fromUtf16(row.tip)});
     }
 }
 
 KeyGroup menuKeys()
 {
     KeyGroup group{u"Menus"_s, {}};
-    for (const MenuItem &item : kMenuBar) {
-        if (item.kind != MenuItem::Item)
-            continue;
-        const QString label = QString::fromUtf16(item.text).section(u'\t', 0, 0).remove(u'&');
-        if (const QString keys = menuKeys(item); !keys.isEmpty())
-            group.lines.append({keys, label});
+    for (const int id : kWindowCommands.idsIn(kWindowCommands.layout(kMenuBar))) {
+        const CommandRow *row = kWindowCommands.row(id);
+        if (const QStringList keys = row->keyList(); !keys.isEmpty())
+            group.lines.append({keys.join(u", "_s), row->label()});
     }
     add(group, kMenuLines);
     return group;
@@ -90,17 +98,17 @@ KeyGroup menuKeys()
 QList<KeyGroup> keyList()
 {
     KeyGroup window{u"Window"_s, {}};
-    addExtras(window, Scope::Window);
+    addRows(window, [](const CommandRow &row) { return row.part == WholeWindow; });
     add(window, kWindowLines);
     KeyGroup map{u"Map"_s, {}};
     add(map, kMapLines);
     KeyGroup mouse{u"Mouse on the map"_s, {}};
     add(mouse, kMouseLines);
     KeyGroup legend{u"Legend"_s, {}};
-    addExtras(legend, Scope::Legend);
+    addRows(legend, [](const CommandRow &row) { return row.part == LegendArea && row.needsFocus(); });
     add(legend, kLegendLines);
     KeyGroup shown{u"Legend, from everywhere"_s, {}};
-    addExtras(shown, Scope::Side);
+    addRows(shown, [](const CommandRow &row) { return row.part == LegendArea && !row.needsFocus(); });
     KeyGroup find{u"Find field"_s, {}};
     add(find, kFindLines);
     return {menuKeys(), window, map, mouse, legend, shown, find};

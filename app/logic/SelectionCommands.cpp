@@ -1,13 +1,11 @@
 #include "SelectionCommands.h"
 
-#include "Commands.h"
+#include "WindowCommandTable.h"
 
 #include <ellery/TubeGrid.h>
 
 #include <algorithm>
 #include <functional>
-
-using namespace Qt::StringLiterals;
 
 namespace app {
 
@@ -27,51 +25,10 @@ void selectWhere(ellery::TubeStates &tubes, bool selected, const Rule &rule)
     }
 }
 
-/// The selecting twin of a deselecting command.
+/// The selecting counterpart of a deselecting command; the two series of numbers have the same order.
 int selecting(int command)
 {
-    switch (command) {
-    case DeselectAllTubes:
-        return SelectAllTubes;
-    case DeselectAllSymbols:
-        return SelectAllSymbols;
-    case DeselectSymbol:
-        return SelectSymbol;
-    case DeselectOpenTubes:
-        return SelectOpenTubes;
-    case DeselectSection:
-        return SelectSection;
-    case DeselectGroup:
-        return SelectGroup;
-    case DeselectRow:
-        return SelectRow;
-    case DeselectPeriph:
-        return SelectPeriph;
-    default:
-        return command;
-    }
-}
-
-QString ruleName(int command)
-{
-    switch (selecting(command)) {
-    case SelectAllTubes:
-        return u"All Tubes"_s;
-    case SelectAllSymbols:
-        return u"All Symbols"_s;
-    case SelectSymbol:
-        return u"Symbol"_s;
-    case SelectOpenTubes:
-        return u"Open Tubes"_s;
-    case SelectSection:
-        return u"Section"_s;
-    case SelectGroup:
-        return u"Group"_s;
-    case SelectRow:
-        return u"Row"_s;
-    default:
-        return u"Periph"_s;
-    }
+    return command >= DeselectAllTubes ? command - DeselectAllTubes + SelectAllTubes : command;
 }
 
 /// Rules of the whole map; empty for one that needs the tube pointed at.
@@ -115,16 +72,6 @@ Rule pointedRule(int command, const ellery::SteamGen &steamGen, const ellery::Tu
 }
 
 } // namespace
-
-bool isSelectionCommand(int command)
-{
-    return command >= SelectAllTubes && command <= DeselectPeriph;
-}
-
-QString selectionLabel(int command)
-{
-    return (selecting(command) == command ? u"Select "_s : u"Deselect "_s) + ruleName(command);
-}
 
 QList<qint32> selectionAfter(int command, const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes,
                              int pointed)

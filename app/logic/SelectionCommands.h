@@ -4,12 +4,8 @@
 
 namespace app {
 
-/// The commands that select or deselect tubes by a rule (36 to 51).
-bool isSelectionCommand(int command);
-/// What Undo calls it: "Select Row".
-QString selectionLabel(int command);
-/// The tubes that are selected after it. pointed is the tube that the pop-up menu was opened on, -1 without one; the
-/// commands that need it then change nothing.
+/// The tubes that are selected after a command from SelectAllTubes to DeselectPeriph. pointed is the tube that the
+/// pop-up menu was opened on, -1 without one; the commands that need it then change nothing.
 QList<qint32> selectionAfter(int command, const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes,
                              int pointed);
 

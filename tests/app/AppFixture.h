@@ -1,5 +1,6 @@
 #pragma once
 #include <app/DBase.h>
+#include <brannock/gui/TubesheetMap.h>
 #include <demo/DemoProject.h>
 #include <gmock/gmock.h>
 #include <map/FillCommit.h>

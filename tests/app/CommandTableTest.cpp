@@ -1,10 +1,10 @@
 #include "AppFixture.h"
 
-#include <app/logic/Commands.h>
+#include <app/logic/WindowCommandTable.h>
+#include <app/logic/WindowConditions.h>
+
 #include <gmock/gmock.h>
 #include <plans/MapFill.h>
-#include <QKeySequence>
-#include <QSet>
 
 using namespace Qt::StringLiterals;
 
@@ -12,30 +12,30 @@ namespace app {
 
 namespace {
 
-/// A flat list as text: submenus indent, items carry their number.
-std::string outline(std::span<const MenuItem> items)
+/// A layout as text: submenus indent, items have their number, or the name where they have none.
+std::string outline(const char16_t *name)
 {
+    using tarnwick::MenuItem;
     QString text;
     int depth = 0;
-    for (const MenuItem &item : items) {
+    for (const MenuItem &item : kWindowCommands.layout(name).items) {
         if (item.kind == MenuItem::End)
-            return QString(text + u"end\n"_s).toStdString();
+            break;
         if (item.kind == MenuItem::Close) {
             --depth;
             continue;
         }
-        text += QString(depth * 2, u' ');
-        if (item.kind == MenuItem::Separator)
-            text += u"--"_s;
-        else
-            text += QString::fromUtf16(item.text).replace(u'\t', u"\\t"_s);
-        if (item.kind == MenuItem::Item)
-            text += u" [%1]"_s.arg(item.command);
+        const tarnwick::CommandRow *row = item.kind == MenuItem::Item ? kWindowCommands.row(item.command) : nullptr;
+        QString line = item.kind == MenuItem::Separator ? u"--"_s : QString::fromUtf16(row ? row->text : item.text);
+        if (row && item.text)
+            line = QString::fromUtf16(item.text);
+        if (row)
+            line += u" [%1]"_s.arg(row->name ? row->objectName() : QString::number(row->id));
+        text += QString(depth * 2, u' ') + line.replace(u'\t', u"\\t"_s) + u'\n';
         if (item.kind == MenuItem::Open)
             ++depth;
-        text += u'\n';
     }
-    return QString(text + u"not ended\n"_s).toStdString();
+    return text.toStdString();
 }
 
 } // namespace
@@ -63,10 +63,13 @@ TEST(CommandTable, MenuBarIsTheOneUsersKnow)
   --
   Recent Projects
     <None> [11]
+     [12]
   Recent Databases
     <None> [22]
+     [23]
   Recent Maps
     <None> [28]
+     [29]
   --
   E&xit ... [34]
 &Edit
@@ -109,7 +112,8 @@ TEST(CommandTable, MenuBarIsTheOneUsersKnow)
 &Help
   &Project Info [74]
   &About ARVO [75]
-end
+  --
+  &Keys [keys]
 )");
 }
 
@@ -135,105 +139,63 @@ Deselect
   Periph [51]
 --
 Repairs ... [53]
-end
 )");
-    EXPECT_EQ(outline(kLegendMenu), "Ignore Section [68]\nend\n");
+    EXPECT_EQ(outline(kLegendMenu), R"(Ignore Section [68]
+--
+Select Tubes [entrySelect]
+Copy Tubes [copyTubes]
+)");
 }
 
-TEST(CommandTable, ToolBarFollowsTheFillsWithTheProgramsOwnButtons)
+TEST(CommandTable, ToolBarHasTheFillsInOrderThenTheProgramsOwnButtons)
 {
-    QStringList texts;
-    for (const ToolButton &button : kToolButtons)
-        texts.append(QString::fromUtf16(button.text));
-    EXPECT_EQ(texts, (QStringList{u"HEADER"_s, u"OPTIONS"_s, u" SQL "_s, u"PLANS"_s, u"UPDATE"_s}));
-}
-
-TEST(CommandTable, EveryActionHasATip)
-{
-    QSet<int> numbers;
-    for (const auto items : {kMenuBar, kMapMenu, kLegendMenu}) {
-        for (const MenuItem &item : items) {
-            if (item.kind != MenuItem::Item)
-                continue;
-            numbers.insert(item.command);
-            const CommandInfo *info = commandInfo(item.command);
-            ASSERT_NE(info, nullptr) << item.command;
-            EXPECT_GT(QStringView(info->tip).size(), 10) << item.command;
-        }
-    }
-    for (int number = 0; number <= LastCommand; ++number) {
-        const bool isRecent = (number >= FirstRecentProject && number <= LastRecentProject) ||
-                              (number >= FirstRecentDatabase && number <= LastRecentDatabase) ||
-                              (number >= FirstRecentMap && number <= LastRecentMap);
-        const bool isFree = number == 73;
-        EXPECT_EQ(numbers.contains(number), !isRecent && !isFree) << number;
-        EXPECT_EQ(commandInfo(number) != nullptr, !isFree) << number;
-    }
-    for (const ToolButton &button : kToolButtons)
-        EXPECT_GT(QStringView(button.tip).size(), 10);
+    QString fills;
     for (const plans::MapFillType *type : plans::MapFillType::all())
-        EXPECT_GT(QStringView(fillButtonTip(type->key)).size(), 10) << qPrintable(type->key);
-    for (const ExtraInfo &extra : kExtras)
-        EXPECT_GT(QStringView(extra.tip).size(), 10);
+        fills += type->name + u" [fill"_s + type->name + u"]\n"_s;
+    EXPECT_EQ(outline(kMainBar), fills.toStdString() + R"(--
+HEADER [headerButton]
+OPTIONS [optionsButton]
+ SQL  [sqlButton]
+PLANS [plansButton]
+UPDATE [updateButton]
+)");
 }
 
-TEST(CommandTable, KeysDoNotConflict)
+TEST(CommandTable, HasEveryNumberOnceAndNoFaults)
 {
-    QHash<QKeySequence, QString> used;
-    const auto use = [&used](const QString &keys, const QString &by) {
-        const QKeySequence sequence(keys, QKeySequence::PortableText);
-        EXPECT_FALSE(sequence.isEmpty()) << qPrintable(keys);
-        EXPECT_FALSE(used.contains(sequence))
-            << qPrintable(keys) << ": " << qPrintable(by) << ", " << qPrintable(used.value(sequence));
-        used.insert(sequence, by);
+    EXPECT_EQ(kWindowCommands.faults(), QStringList());
+    for (int number = 0; number <= About; ++number)
+        EXPECT_EQ(kWindowCommands.row(number) != nullptr, number != 73) << number;
+    EXPECT_EQ(kWindowCommands.row(About + 1), nullptr);
+}
+
+TEST(CommandTable, ConditionsSayWhyNot)
+{
+    struct Case
+    {
+        int condition;
+        CommandContext context;
+        QString whyNot;
     };
-    for (const MenuItem &item : kMenuBar) {
-        if (const QString keys = menuKeys(item); !keys.isEmpty())
-            use(keys, QString::fromUtf16(item.text));
-    }
-    for (const ExtraInfo &extra : kExtras) {
-        if (extra.keys) {
-            for (const QString &keys : QString::fromUtf16(extra.keys).split(u'|'))
-                use(keys, QString::fromUtf16(extra.text));
-        }
-    }
-    for (const auto *key : {u"Alt+F", u"Alt+E", u"Alt+P", u"Alt+V", u"Alt+D", u"Alt+T", u"Alt+U", u"Alt+H"})
-        use(QString::fromUtf16(key), u"menu"_s);
-}
-
-TEST(CommandTable, MnemonicsAreUniqueWithinAMenu)
-{
-    QList<QSet<QChar>> open{{}};
-    for (const MenuItem &item : kMenuBar) {
-        if (item.kind == MenuItem::Close)
-            open.removeLast();
-        if (!item.text)
-            continue;
-        const QString text = QString::fromUtf16(item.text);
-        if (const qsizetype mark = text.indexOf(u'&'); mark >= 0) {
-            const QChar key = text[mark + 1].toLower();
-            EXPECT_FALSE(open.last().contains(key)) << qPrintable(text);
-            open.last().insert(key);
-        }
-        if (item.kind == MenuItem::Open)
-            open.append(QSet<QChar>());
-    }
-}
-
-TEST(CommandTable, GreyedCommandsSayWhy)
-{
-    CommandContext context;
-    EXPECT_EQ(tipText(u"Do it", When::Project, context), u"Do it\nOpen a project first."_s);
-    EXPECT_EQ(tipText(u"Do it", When::Always, context), u"Do it"_s);
-    context.hasProject = true;
-    EXPECT_EQ(tipText(u"Do it", When::Project, context), u"Do it"_s);
-    EXPECT_EQ(tipText(u"Do it", When::Later, context), u"Do it\nComes with a later version."_s);
-    EXPECT_EQ(tipText(u"Do it", When::PointedSection, context), u"Do it\nThe component has no sections."_s);
-    context.hasSections = true;
-    EXPECT_FALSE(isEnabled(When::PointedSection, context));
-    context.hasPointedTube = true;
-    EXPECT_TRUE(isEnabled(When::PointedSection, context));
-    EXPECT_FALSE(isEnabled(When::PointedSymbol, context));
+    CommandContext project;
+    project.hasProject = true;
+    CommandContext tube = project;
+    tube.hasPointedTube = true;
+    tube.hasSections = true;
+    const Case cases[] = {
+        {When::Always, {}, {}},
+        {When::Project, {}, u"Open a project first."_s},
+        {When::ViewAfter, {}, u"Open a project first."_s},
+        {When::Project, project, {}},
+        {When::Later, project, u"Comes with a later version."_s},
+        {When::PointedSection, project, u"The component has no sections."_s},
+        {When::PointedTube, project, u"There is no tube under the pointer."_s},
+        {When::PointedSection, tube, {}},
+        {When::PointedSymbol, tube, u"There is no tube with a symbol under the pointer."_s},
+        {When::CanUndo, project, u"There is no change to take back."_s},
+    };
+    for (const Case &each : cases)
+        EXPECT_EQ(whyNot(each.condition, each.context), each.whyNot) << each.condition;
 }
 
 } // namespace app

@@ -10,6 +10,7 @@
 #include <plans/dialogs/BoxFillDlg.h>
 #include <plans/dialogs/PatternFillDlg.h>
 #include <plans/dialogs/PercentFillDlg.h>
+#include <tarnwick/gui/CommandActions.h>
 
 #include <QAbstractButton>
 #include <QCoreApplication>
@@ -57,6 +58,8 @@ protected:
     {
         widget.show();
         QCoreApplication::processEvents();
+        for (const auto *actions : widget.findChildren<tarnwick::CommandActions *>())
+            EXPECT_EQ(actions->faults(), QStringList()) << qPrintable(name);
         for (const QWidget *part : widget.findChildren<QWidget *>()) {
             const auto *button = qobject_cast<const QAbstractButton *>(part);
             const auto *label = qobject_cast<const QLabel *>(part);

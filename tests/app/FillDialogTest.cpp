@@ -1,9 +1,9 @@
 // The dialogs of fills as users drive them: from the tool bar and the legend, by mouse and keys.
 #include "AppFixture.h"
 
-#include <app/CommandActions.h>
 #include <app/LegendModel.h>
 #include <app/LegendView.h>
+#include <tarnwick/gui/CommandActions.h>
 
 #include <brannock/gui/ChooseSymbolDlg.h>
 #include <map/FillEditors.h>

@@ -56,7 +56,7 @@ TEST_F(KeysTest, EscGoesToTheFullScreenFromTheMapOnly)
         EXPECT_NE(window.map().grab().toImage(), withCard) << "the card hides under a box";
         QTest::keyClick(box, Qt::Key_Escape);
     });
-    window.commands().extra(Extra::Keys)->trigger();
+    window.commands().action(ListOfKeys)->trigger();
     EXPECT_EQ(window.map().grab().toImage(), withCard);
     press(Qt::Key_Escape);
     EXPECT_FALSE(isFullScreen()) << "one Esc too many after a box";
@@ -132,7 +132,7 @@ TEST_F(KeysTest, RenamingSelectsTheName)
 
 TEST_F(KeysTest, TheListOfKeysIsCompleteAndInTheHelpMenu)
 {
-    EXPECT_TRUE(find<QMenu>(u"menuHelp"_s)->actions().contains(window.commands().extra(Extra::Keys)));
+    EXPECT_TRUE(find<QMenu>(u"menuHelp"_s)->actions().contains(window.commands().action(ListOfKeys)));
     QStringList listed;
     for (const KeyGroup &group : keyList()) {
         for (const KeyGroup::Line &line : group.lines)

@@ -72,7 +72,7 @@ TEST_F(LegendWindowTest, ShowsHidesAndDeletesByKeys)
     EXPECT_FALSE(mapOf(window).entry(0).shown);
     EXPECT_EQ(model.index(0, LegendModel::Hits).data().toString(), u"0"_s);
     EXPECT_EQ(command(Undo)->text(), u"Undo Hide Entry"_s);
-    window.commands().extra(Extra::EntriesInvert)->trigger();
+    window.commands().action(EntriesInvert)->trigger();
     settle();
     EXPECT_TRUE(mapOf(window).entry(0).shown);
     EXPECT_FALSE(mapOf(window).entry(1).shown);

@@ -8,6 +8,7 @@
 #include <app/logic/SiblingTools.h>
 #include <app/logic/StartUp.h>
 #include <app/logic/SystemMacros.h>
+#include <app/logic/WindowCommandTable.h>
 #include <tarnwick/OptionPrompts.h>
 
 #include <QDir>
@@ -162,7 +163,7 @@ TEST(SelectionCommands, SelectAndDeselectByRule)
     EXPECT_THAT(selectedAfter(44), ElementsAre());
     EXPECT_THAT(selectedAfter(42), ElementsAre()) << "nothing was pointed at";
     EXPECT_THAT(selectedAfter(38, 4), ElementsAre()) << "an open tube has no symbol";
-    EXPECT_EQ(selectionLabel(47), u"Deselect Open Tubes"_s);
+    EXPECT_EQ(kWindowCommands.row(DeselectOpenTubes)->label(), u"Deselect Open Tubes"_s);
 }
 
 TEST(SelectionCommands, AGroupHangsTogetherAndLooksAlike)

@@ -229,7 +229,7 @@ TEST_F(MapWindowTest, TubesAreCopiedAsText)
 {
     addPattern(1);
     const auto copied = [this] {
-        window.commands().extra(Extra::CopyTubes)->trigger();
+        window.commands().action(CopyTubes)->trigger();
         return QGuiApplication::clipboard()->text();
     };
     EXPECT_EQ(copied().count(u'\n'), mapOf(window).entry(0).fillCount) << "the whole map";
@@ -243,7 +243,7 @@ TEST_F(MapWindowTest, TubesAreCopiedAsText)
     legend->setCurrentIndex(legend->model()->index(0, 1));
     QTest::keyClick(legend, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text().count(u'\n'), mapOf(window).entry(0).fillCount);
-    window.commands().extra(Extra::EntrySelect)->trigger();
+    window.commands().action(EntrySelect)->trigger();
     EXPECT_EQ(mapOf(window).tubes().selectedCount(), mapOf(window).entry(0).fillCount);
     settle();
     EXPECT_EQ(command(Undo)->text(), u"Undo Select Tubes"_s);

@@ -70,7 +70,7 @@ TEST_F(StatusTest, WordsOfStartUpStayBesideTheMapAndGoWithTheNextChange)
     EXPECT_TRUE(status->text().startsWith(u"Created database \""_s)) << qPrintable(status->text());
     EXPECT_TRUE(status->text().contains(u"  tubes.txt: the number of rows"_s)) << qPrintable(status->text());
     EXPECT_TRUE(status->text().endsWith(u"  Opened map \"maps\\first.map\"."_s)) << qPrintable(status->text());
-    other.commands().extra(Extra::ZoomIn)->trigger();
+    other.commands().action(ZoomIn)->trigger();
     EXPECT_FALSE(status->text().isEmpty()) << "still true";
     other.commands().action(SelectAllTubes)->trigger();
     EXPECT_EQ(status->text(), QString());
@@ -90,14 +90,14 @@ TEST_F(StatusTest, ChangesOfTheLegendSayWhatTheyDid)
     addPattern(2, 3);
     auto *legend = find<LegendView>(u"legend"_s);
     legend->setCurrentEntry(0);
-    const std::pair<Extra, QString> words[] = {
-        {Extra::EntryDown, u"Moved \"Pattern 2x1\" to place 2 of 2."_s},
-        {Extra::EntrySolo, u"Shown alone: \"Pattern 2x1\"."_s},
-        {Extra::EntriesAll, u"All entries are shown."_s},
-        {Extra::EntryDelete, u"Deleted \"Pattern 2x1\"."_s},
+    const std::pair<Command, QString> words[] = {
+        {EntryDown, u"Moved \"Pattern 2x1\" to place 2 of 2."_s},
+        {EntrySolo, u"Shown alone: \"Pattern 2x1\"."_s},
+        {EntriesAll, u"All entries are shown."_s},
+        {EntryDelete, u"Deleted \"Pattern 2x1\"."_s},
     };
-    for (const auto &[extra, text] : words) {
-        window.commands().extra(extra)->trigger();
+    for (const auto &[command, text] : words) {
+        window.commands().action(command)->trigger();
         settle();
         EXPECT_EQ(said.lastStatus(), text);
     }

@@ -1,9 +1,9 @@
 #pragma once
 #include "AppFixture.h"
 
-#include <app/CommandActions.h>
 #include <plans/PatternFill.h>
 #include <QTest>
+#include <tarnwick/gui/CommandActions.h>
 
 namespace app {
 

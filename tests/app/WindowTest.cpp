@@ -2,7 +2,6 @@
 
 #include <app/LegendModel.h>
 #include <app/LegendView.h>
-#include <app/MainToolBar.h>
 #include <app/TextPanel.h>
 
 #include <db/SqlText.h>
@@ -13,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QToolBar>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -43,7 +43,7 @@ TEST_F(WindowTest, WithoutAProjectOnlyOpeningAboutAndLeavingAreOffered)
     EXPECT_EQ(window.windowTitle(), u"ARVO - No Project Loaded"_s);
     EXPECT_EQ(enabledMenus(), (QStringList{u"File"_s, u"Util"_s, u"Help"_s}));
     QList<int> enabled;
-    for (int number = 0; number <= LastCommand; ++number) {
+    for (int number = 0; number <= About; ++number) {
         if (command(number) && command(number)->isEnabled())
             enabled.append(number);
     }
@@ -94,12 +94,17 @@ TEST_F(WindowTest, LaterCommandsAreGreyedWithTheReasonInTheTip)
     }
 }
 
+TEST_F(WindowTest, EveryCommandHasOneActionAndEveryActionOneCommand)
+{
+    EXPECT_EQ(window.commands().faults(), QStringList());
+}
+
 TEST_F(WindowTest, ToolBarHasTheFillsInOrderThenTheProgramsButtons)
 {
     QStringList texts;
-    for (const QAction *action : find<MainToolBar>(u"mainBar"_s)->actions()) {
+    for (const QAction *action : find<QToolBar>(u"mainBar"_s)->actions()) {
         if (const auto *button = qobject_cast<QToolButton *>(
-                find<MainToolBar>(u"mainBar"_s)->widgetForAction(const_cast<QAction *>(action))))
+                find<QToolBar>(u"mainBar"_s)->widgetForAction(const_cast<QAction *>(action))))
             texts.append(button->text());
     }
     EXPECT_EQ(texts.join(u'|'), u"RANDOM|QUERY|LIST|BOX|PATTERN|HEADER|OPTIONS| SQL |PLANS|UPDATE"_s);
@@ -165,7 +170,7 @@ TEST_F(WindowTest, CommandsThatFailAreSaidAndEndNothing)
     failsIn([&] { command(FlipHorizontal)->trigger(); });
     failsIn([&] { model->setData(model->index(0, LegendModel::Symbol), Qt::Unchecked, Qt::CheckStateRole); });
     failsIn([&] { model->setData(model->index(0, LegendModel::Description), u"name"_s); });
-    failsIn([&] { window.commands().extra(Extra::EntryDelete)->trigger(); });
+    failsIn([&] { window.commands().action(EntryDelete)->trigger(); });
     EXPECT_TRUE(window.isEnabled());
 }
 
