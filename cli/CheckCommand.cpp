@@ -3,8 +3,8 @@
 #include "Target.h"
 
 #include <db/DamageCheck.h>
-#include <db/Errors.h>
 #include <db/Messages.h>
+#include <tarnwick/Failures.h>
 
 namespace cli {
 
@@ -17,20 +17,17 @@ int runCheck(const Arguments &arguments)
     if (!target.connect(Target::Use::Read))
         return Failed;
     ConsoleProgress progress;
-    try {
+    bool isDamaged = false;
+    const auto check = [&] {
         const auto kind = arguments.has(u"quick") ? dao::Database::Check::Quick : dao::Database::Check::Whole;
         const QList<dao::DamageFinding> findings = db::findDamage(target.session(), kind, &progress);
-        bool isDamaged = false;
         for (const dao::DamageFinding &finding : findings) {
             print(u"%1%2\n"_s.arg(finding.isDamage ? QString() : u"Remark: "_s, finding.text));
             isDamaged = isDamaged || finding.isDamage;
         }
         print(u"%1: %2\n"_s.arg(target.databasePath(), isDamaged ? u"damaged"_s : u"no damage found"_s));
-        return isDamaged ? Failed : Done;
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(target.prompts(), exception, db::messages::kCheckDatabase);
-        return Failed;
-    }
+    };
+    return tarnwick::attempt(target.prompts(), check, db::messages::kCheckDatabase) && !isDamaged ? Done : Failed;
 }
 
 } // namespace cli

@@ -4,12 +4,12 @@
 #include "Target.h"
 
 #include <dao/Explain.h>
-#include <db/Errors.h>
 #include <db/FieldDefinition.h>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <query/Messages.h>
+#include <tarnwick/Failures.h>
 
 namespace cli {
 
@@ -114,17 +114,14 @@ int runExplain(const Arguments &arguments)
     Target target(path, arguments, Target::Takes::ProjectOrDatabase);
     if (!target.connect(Target::Use::Read))
         return Failed;
-    try {
+    const auto explain = [&] {
         const dao::Explanation explanation = dao::explain(target.session().database(), sql);
         if (format == "json"_L1)
             printData(QJsonDocument(json(explanation)).toJson());
         else
             writeText(explanation);
-        return Done;
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(target.prompts(), exception, query::messages::kExecute);
-        return Failed;
-    }
+    };
+    return tarnwick::attempt(target.prompts(), explain, query::messages::kExecute) ? Done : Failed;
 }
 
 } // namespace cli

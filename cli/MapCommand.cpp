@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
+#include <tarnwick/Failures.h>
 
 namespace cli {
 
@@ -69,14 +70,9 @@ void setFlips(const QString &axes, brannock::PictureContent &content)
 bool addQuery(Target &target, const QString &path)
 {
     query::QueryDocument document;
-    try {
-        query::readQueryFile(document, target.pathOf(path), target.project().roots());
-    } catch (const tarnwick::FileError &error) {
-        const tarnwick::Message &message = query::messages::kReadFile;
-        target.prompts().showError(tarnwick::kErrorSeverity, message.number,
-                                   QString::fromUtf16(message.text) + u"\n\n"_s + error.text());
+    const auto read = [&] { query::readQueryFile(document, target.pathOf(path), target.project().roots()); };
+    if (!tarnwick::attempt(target.prompts(), read, query::messages::kReadFile))
         return false;
-    }
     return map::addFillOfQuery(target.map(), target.fillRunner(), document);
 }
 

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <tarnwick/Format.h>
 #include <tarnwick/StringToValue.h>
 
@@ -33,34 +34,31 @@ void ReportConversion::convertAgain(tarnwick::Progress *progress)
 
 void ReportConversion::convert(const TextSource &text, tarnwick::Progress *progress)
 {
-    const ConversionPrompts promptsBefore = prompts;
-    const ReportConvSpec specBefore = spec;
-    try {
-        applyFilenameFields(text.path());
-        QList<ReportEntry> entries;
-        QList<int> lines;
-        entries.reserve(text.lineCount());
-        lines.reserve(text.lineCount());
-        Remarks remarks;
-        LineConverter converter(m_project, spec, prompts, remarks, text.path());
-        tarnwick::ProgressLoop loop(progress, text.lineCount(), QFileInfo(text.path()).fileName());
-        for (int i = 0; i < text.lineCount(); ++i) {
-            loop.tick(i);
-            const QStringView line = text.line(i);
-            if (line.isEmpty())
-                continue;
-            entries.append(converter.convert(i + 1, line));
-            lines.append(i + 1);
-        }
-        m_report.clear();
-        m_report.entries = std::move(entries);
-        m_lines = std::move(lines);
-        m_remarks = std::move(remarks);
-    } catch (...) {
+    auto restoring = qScopeGuard([this, promptsBefore = prompts, specBefore = spec] {
         prompts = promptsBefore;
         spec.assignSettings(specBefore);
-        throw;
+    });
+    applyFilenameFields(text.path());
+    QList<ReportEntry> entries;
+    QList<int> lines;
+    entries.reserve(text.lineCount());
+    lines.reserve(text.lineCount());
+    Remarks remarks;
+    LineConverter converter(m_project, spec, prompts, remarks, text.path());
+    tarnwick::ProgressLoop loop(progress, text.lineCount(), QFileInfo(text.path()).fileName());
+    for (int i = 0; i < text.lineCount(); ++i) {
+        loop.tick(i);
+        const QStringView line = text.line(i);
+        if (line.isEmpty())
+            continue;
+        entries.append(converter.convert(i + 1, line));
+        lines.append(i + 1);
     }
+    m_report.clear();
+    m_report.entries = std::move(entries);
+    m_lines = std::move(lines);
+    m_remarks = std::move(remarks);
+    restoring.dismiss();
 }
 
 static QString pathPart(const QFileInfo &file, int part)

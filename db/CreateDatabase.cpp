@@ -42,20 +42,13 @@ void refuseExisting(const QString &path)
 bool createDatabase(tarnwick::UserPrompts &prompts, const QString &path, int formatYear)
 {
     prompts.status(messages::kCreatingStatus, path);
-    try {
+    const auto create = [&] {
         refuseExisting(path);
         UnfinishedFile file(path);
-        try {
-            fillNewFile(prompts, file.path(), formatYear);
-        } catch (const dao::DaoException &exception) {
-            throw file.named(exception);
-        }
+        file.fill([&] { fillNewFile(prompts, file.path(), formatYear); });
         file.finish();
-        return true;
-    } catch (const dao::DaoException &exception) {
-        showDaoError(prompts, exception, messages::kCreateDatabase);
-        return false;
-    }
+    };
+    return tarnwick::attempt(prompts, create, messages::kCreateDatabase);
 }
 
 void createEmptyDatabase(dao::Database &database, const QString &path, int formatYear)

@@ -93,15 +93,11 @@ namespace {
 template <typename Operation>
 bool onWorkspace(DatabaseSession &session, bool rethrow, const tarnwick::Message &message, Operation operation)
 {
-    try {
-        operation(session.workspace());
-        return true;
-    } catch (const dao::DaoException &exception) {
-        if (rethrow)
-            throw;
-        showDaoError(session.prompts(), exception, message);
-        return false;
-    }
+    const auto run = [&] { operation(session.workspace()); };
+    if (!rethrow)
+        return tarnwick::attempt(session.prompts(), run, message);
+    run();
+    return true;
 }
 
 } // namespace

@@ -1,16 +1,8 @@
 #include "Errors.h"
 
-#include <QLoggingCategory>
-
 namespace db {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-Q_LOGGING_CATEGORY(lcDatabase, "arvo.database", QtWarningMsg)
-
-} // namespace
 
 QString daoErrorText(const QString &message, const std::exception &exception)
 {
@@ -21,11 +13,6 @@ QString daoErrorText(const QString &message, const std::exception &exception)
 QString oleErrorText(const QString &message, const OleException &exception)
 {
     return message + u"\n\n"_s + exception.details();
-}
-
-void logError(const QString &text)
-{
-    qCInfo(lcDatabase).noquote() << text;
 }
 
 } // namespace db

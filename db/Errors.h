@@ -1,6 +1,6 @@
 #pragma once
 #include <dao/values/DaoException.h>
-#include <tarnwick/Prompts.h>
+#include <tarnwick/Failures.h>
 
 namespace db {
 
@@ -26,18 +26,13 @@ QString daoErrorText(const QString &message, const std::exception &exception);
 /// Full text of a failed value conversion: the message, an empty line, "SCODE[code]".
 QString oleErrorText(const QString &message, const OleException &exception);
 
-/// Writes an error text to the program's log: category "arvo.database", information level. Off unless the application
-/// or QT_LOGGING_RULES enables it.
-void logError(const QString &text);
-
 /// Reports a database failure in an error box of severity 3 and in the log.
 template <typename... Args>
 void showDaoError(tarnwick::UserPrompts &prompts, const std::exception &exception, const tarnwick::Message &message,
                   const Args &...args)
 {
-    const QString text = daoErrorText(tarnwick::format(QStringView(message.text), args...), exception);
-    logError(text);
-    prompts.showError(tarnwick::kErrorSeverity, message.number, text);
+    tarnwick::showFailure(prompts, message.number,
+                          daoErrorText(tarnwick::format(QStringView(message.text), args...), exception));
 }
 
 /// Reports a failed value conversion in an error box of severity 3 and in the log.
@@ -45,9 +40,8 @@ template <typename... Args>
 void showOleError(tarnwick::UserPrompts &prompts, const OleException &exception, const tarnwick::Message &message,
                   const Args &...args)
 {
-    const QString text = oleErrorText(tarnwick::format(QStringView(message.text), args...), exception);
-    logError(text);
-    prompts.showError(tarnwick::kErrorSeverity, message.number, text);
+    tarnwick::showFailure(prompts, message.number,
+                          oleErrorText(tarnwick::format(QStringView(message.text), args...), exception));
 }
 
 } // namespace db

@@ -23,14 +23,23 @@ public:
     /// Path of the unfinished file. The file does not exist yet.
     const QString &path() const { return m_path; }
 
+    /// Runs the work that makes the file. Its exceptions name the wanted file, not the temporary one.
+    template <typename Work>
+    void fill(const Work &work) const
+    {
+        try {
+            work();
+        } catch (const dao::DaoException &exception) {
+            throw named(exception);
+        }
+    }
+
     // Both flush the closed file to the disk and give it the wanted name. Throw dao::DaoException (3051).
     void finish();  ///< a file of that name must not exist (3204)
     void replace(); ///< replaces a file of that name in one step and keeps its permissions
 
-    /// Copy of the exception with the wanted file's name in place of the temporary one.
-    dao::DaoException named(const dao::DaoException &exception) const;
-
 private:
+    dao::DaoException named(const dao::DaoException &exception) const;
     void flush() const;
 
     QString m_wanted;

@@ -184,15 +184,13 @@ bool refreshViews(DatabaseSession &session)
         if (!database.hasTable(table))
             continue;
         const QString view = viewOf(table);
-        try {
+        const auto refresh = [&] {
             const QString sql = viewSql(database.table(table));
             if (!isViewCurrent(database, table, sql))
                 storeQueryDef(database, view, sql);
-        } catch (const dao::DaoException &exception) {
-            showDaoError(session.prompts(), exception, messages::kCreateView, view);
-            if (isOfWholeFile(exception))
-                return false;
-        }
+        };
+        if (attemptStep(session.prompts(), refresh, messages::kCreateView, view) == StepOutcome::FileFailed)
+            return false;
     }
     return true;
 }
@@ -203,15 +201,13 @@ bool refreshAliases(DatabaseSession &session, const ellery::SteamGen &steamGen)
         const QString table = tableOf(aliased);
         if (!session.database().hasTable(table))
             continue;
-        try {
+        const auto refresh = [&] {
             const Labels wanted = wantedLabels(steamGen, aliased.axis);
             if (storedLabels(session.database(), aliased) != wanted)
                 storeLabels(session, aliased, wanted);
-        } catch (const dao::DaoException &exception) {
-            showDaoError(session.prompts(), exception, messages::kModifyAlias, table);
-            if (isOfWholeFile(exception))
-                return false;
-        }
+        };
+        if (attemptStep(session.prompts(), refresh, messages::kModifyAlias, table) == StepOutcome::FileFailed)
+            return false;
     }
     return true;
 }

@@ -10,6 +10,7 @@
 #include <ellery/ComponentFile.h>
 #include <QDir>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <tarnwick/FileWriter.h>
 
 using namespace Qt::StringLiterals;
@@ -189,12 +190,9 @@ void makeProject(const DemoOptions &options, const QString &folder, tarnwick::Pr
         (!info.isDir() || !QDir(folder).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System)))
         throw tarnwick::FileError(folder, 0,
                                   u"A demo project is made in a new or empty folder; this one has something in it."_s);
-    try {
-        makeFiles(used, folder, progress);
-    } catch (...) {
-        removeAll(folder, existed);
-        throw;
-    }
+    auto removing = qScopeGuard([&] { removeAll(folder, existed); });
+    makeFiles(used, folder, progress);
+    removing.dismiss();
 }
 
 } // namespace demo

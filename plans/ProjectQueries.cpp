@@ -1,8 +1,8 @@
 #include "ProjectQueries.h"
 
-#include <db/Errors.h>
 #include <query/Messages.h>
 #include <query/QueryResult.h>
+#include <tarnwick/Failures.h>
 
 namespace plans {
 
@@ -48,14 +48,13 @@ bool ProjectQueries::isReady() const
 
 std::unique_ptr<QueryRecords> ProjectQueries::run(const QString &name, const QString &sql)
 {
-    try {
-        auto records = std::make_unique<ResultRecords>(m_session, m_context, m_progress);
-        if (records->result.run(name, sql, m_progress))
-            return records;
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_session.prompts(), exception, query::messages::kExecute);
-    }
-    return nullptr;
+    auto records = std::make_unique<ResultRecords>(m_session, m_context, m_progress);
+    bool hasRun = false;
+    const auto execute = [&] { hasRun = records->result.run(name, sql, m_progress); };
+    tarnwick::attempt(m_session.prompts(), execute, query::messages::kExecute);
+    if (!hasRun)
+        records.reset();
+    return records;
 }
 
 std::optional<ellery::TubeMark> ProjectQueries::rememberedMark(const QString &name) const

@@ -2,9 +2,9 @@
 
 #include "Messages.h"
 
-#include <db/Errors.h>
 #include <db/FieldDefinition.h>
 #include <db/ValueText.h>
+#include <tarnwick/Failures.h>
 
 namespace query {
 
@@ -49,14 +49,16 @@ QString ParameterEntry::lack() const
 bool ParameterResolver::resolve(const QString &queryName, dao::QueryDef &query)
 {
     QList<ParameterEntry> entries;
-    try {
-        if (query.parameterCount() == 0)
-            return true;
-        entries = collect(queryName, query);
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(*m_prompts, exception, messages::kQueryParameters);
+    bool hasParameters = false;
+    const auto look = [&] {
+        hasParameters = query.parameterCount() > 0;
+        if (hasParameters)
+            entries = collect(queryName, query);
+    };
+    if (!tarnwick::attempt(*m_prompts, look, messages::kQueryParameters))
         return false;
-    }
+    if (!hasParameters)
+        return true;
     if (!confirm(queryName, entries))
         return false;
     hand(queryName, entries, query);

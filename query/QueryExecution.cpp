@@ -3,8 +3,8 @@
 #include "Messages.h"
 
 #include <dao/ProgressScope.h>
-#include <db/Errors.h>
 #include <QElapsedTimer>
+#include <tarnwick/Failures.h>
 
 namespace query {
 
@@ -32,19 +32,19 @@ Execution executeStatement(db::DatabaseSession &session, QueryContext &context, 
 {
     if (!db::checkConnected(session))
         return {};
-    try {
+    Execution execution;
+    const auto run = [&] {
         dao::QueryDef query(session.database(), sql);
         if (!query.returnsRows())
-            return runAction(session, context, name, query, progress);
-        if (!result.run(name, query, progress))
-            return {Execution::Outcome::Cancelled};
-        return {Execution::Outcome::Rows, 0, result.elapsed()};
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(session.prompts(), exception, messages::kExecute);
-        return {};
-    } catch (const tarnwick::Cancelled &) {
-        return {Execution::Outcome::Cancelled};
-    }
+            execution = runAction(session, context, name, query, progress);
+        else if (result.run(name, query, progress))
+            execution = {Execution::Outcome::Rows, 0, result.elapsed()};
+        else
+            execution = {Execution::Outcome::Cancelled};
+    };
+    if (attemptCancellable(session.prompts(), run, messages::kExecute) == tarnwick::Outcome::Cancelled)
+        execution = {Execution::Outcome::Cancelled};
+    return execution;
 }
 
 ExecutionStatus executionStatus(const QueryResult &result)

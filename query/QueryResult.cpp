@@ -10,6 +10,7 @@
 #include <db/FieldAccess.h>
 #include <db/ValueText.h>
 #include <QElapsedTimer>
+#include <QScopeGuard>
 
 namespace query {
 
@@ -26,11 +27,8 @@ QueryResult::~QueryResult()
 {
     if (!m_recordset || !m_session->isOpen())
         return;
-    try {
-        m_recordset->close();
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_session->prompts(), exception, messages::kCloseRecordset);
-    }
+    tarnwick::attempt(
+        m_session->prompts(), [this] { m_recordset->close(); }, messages::kCloseRecordset);
 }
 
 bool QueryResult::run(const QString &name, const QString &sql, tarnwick::Progress *progress)
@@ -55,13 +53,12 @@ bool QueryResult::run(const QString &name, dao::QueryDef &query, tarnwick::Progr
 
     QElapsedTimer timer;
     timer.start();
-    try {
-        const dao::ProgressScope stoppable(m_session->database(), progress);
+    auto clearing = qScopeGuard([this] { clear(); });
+    {
+        const dao::ProgressScope cancellable(m_session->database(), progress);
         build(query);
-    } catch (...) {
-        clear();
-        throw;
     }
+    clearing.dismiss();
     constexpr double kNanoseconds = 1e9;
     m_elapsed = double(timer.nsecsElapsed()) / kNanoseconds;
     return true;
@@ -86,11 +83,8 @@ void QueryResult::clear()
     const std::unique_ptr<dao::Recordset> recordset = std::move(m_recordset);
     if (!recordset || !m_session->isOpen())
         return;
-    try {
-        recordset->close();
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_session->prompts(), exception, messages::kClearRecords);
-    }
+    tarnwick::attempt(
+        m_session->prompts(), [&] { recordset->close(); }, messages::kClearRecords);
 }
 
 qint64 QueryResult::rowCount() const
@@ -166,13 +160,12 @@ dao::sql::NotUpdatable QueryResult::whyNotUpdatable() const
 
 bool QueryResult::setCell(qint64 row, int column, const QString &text)
 {
-    try {
+    bool isChanged = false;
+    const auto edit = [&] {
         const qint64 id = m_rows->id(row);
-        return RowMap::isInserted(id) ? editInserted(row, column, text) : editRecord(id, column, text);
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_session->prompts(), exception, messages::kConvertText);
-        return false;
-    }
+        isChanged = RowMap::isInserted(id) ? editInserted(row, column, text) : editRecord(id, column, text);
+    };
+    return tarnwick::attempt(m_session->prompts(), edit, messages::kConvertText) && isChanged;
 }
 
 bool QueryResult::convert(int column, const QString &text, dao::Value &value) const
@@ -248,16 +241,16 @@ void QueryResult::deleteRow(qint64 row)
         m_rows->remove(row);
         return;
     }
-    try {
+    const auto remove = [&] {
+        auto removing = qScopeGuard([&] { m_rows->remove(row); }); // from the list, even if the record stays
         moveTo(id);
         // The record set is then on the deleted record, not on the one that moved up.
         m_place = -1;
         m_recordset->deleteRow();
         m_rows->removeWithRecord(row);
-    } catch (const dao::DaoException &exception) {
-        m_rows->remove(row);
-        db::showDaoError(m_session->prompts(), exception, messages::kDeleteRecord);
-    }
+        removing.dismiss();
+    };
+    tarnwick::attempt(m_session->prompts(), remove, messages::kDeleteRecord);
 }
 
 void QueryResult::insertRow(qint64 position)

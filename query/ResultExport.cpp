@@ -2,7 +2,7 @@
 
 #include "Messages.h"
 
-#include <db/Errors.h>
+#include <tarnwick/Failures.h>
 #include <tarnwick/FileWriter.h>
 
 namespace query {
@@ -33,20 +33,15 @@ dao::CellFailures exportText(const QueryResult &result, const QString &machinePa
 bool exportText(const QueryResult &result, const QString &machinePath, tarnwick::UserPrompts &prompts,
                 tarnwick::Progress *progress)
 {
-    try {
+    const auto write = [&] {
         const dao::CellFailures failures = exportText(result, machinePath, progress);
         if (!failures.isEmpty())
             prompts.information(messages::kCellsFailed, failures.summary());
-        return true;
-    } catch (const tarnwick::FileError &error) {
-        prompts.showError(tarnwick::kErrorSeverity, messages::kExportResults.number,
-                          QString::fromUtf16(messages::kExportResults.text) + u"\n\n"_s + error.text());
-    } catch (const tarnwick::Cancelled &) {
+    };
+    const tarnwick::Outcome outcome = attemptCancellable(prompts, write, messages::kExportResults);
+    if (outcome == tarnwick::Outcome::Cancelled)
         prompts.status(messages::kCancelled);
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(prompts, exception, messages::kExportResults);
-    }
-    return false;
+    return outcome == tarnwick::Outcome::Done;
 }
 
 } // namespace query

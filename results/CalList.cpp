@@ -3,8 +3,8 @@
 #include "Messages.h"
 
 #include <dao/ProgressScope.h>
-#include <db/Errors.h>
 #include <db/FieldAccess.h>
+#include <tarnwick/Failures.h>
 
 namespace results {
 
@@ -57,14 +57,11 @@ bool CalList::open()
 
 bool CalList::fill()
 {
-    try {
+    const auto read = [this] {
         m_rows = readCals(m_session->database());
         m_current = qMin(m_current, int(m_rows.size()) - 1);
-        return true;
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_session->prompts(), exception, messages::kUpdateCalList);
-        return false;
-    }
+    };
+    return tarnwick::attempt(m_session->prompts(), read, messages::kUpdateCalList);
 }
 
 QString CalList::caption() const
@@ -83,12 +80,9 @@ void CalList::deleteCurrent()
         prompts.information(messages::kSelectCal);
         return;
     }
-    try {
-        deleteCalRows(m_session->database(), m_rows[m_current].cal);
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(prompts, exception, messages::kCouldNotDeleteCal);
+    const auto remove = [this] { deleteCalRows(m_session->database(), m_rows[m_current].cal); };
+    if (!tarnwick::attempt(prompts, remove, messages::kCouldNotDeleteCal))
         return;
-    }
     m_changed = true;
     if (fill())
         prompts.status(messages::kCalDeleted);

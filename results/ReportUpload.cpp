@@ -13,6 +13,7 @@
 #include <db/TableGrowth.h>
 #include <fenwright/TableScanner.h>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 namespace results {
 
@@ -71,6 +72,8 @@ UploadSummary ReportUpload::upload(const Report &report)
     // The upload can be cancelled while it waits for other programs, at its begin and at its commit.
     const dao::ProgressScope stoppable(m_session->database(), m_progress);
     db::SessionTransaction transaction(*m_session);
+    // If an unexpected exception leaves this function, the record set is closed before the transaction is rolled back.
+    const auto closing = qScopeGuard([this] { m_writer.reset(); });
     try {
         if (!transaction.begin())
             return m_summary;
@@ -79,10 +82,6 @@ UploadSummary ReportUpload::upload(const Report &report)
         m_summary.completed = outcome == Next::GoOn && commit(transaction);
     } catch (const tarnwick::Cancelled &) {
         m_session->prompts().status(messages::kUploadCancelled);
-    } catch (...) {
-        // An unexpected exception must not leave the transaction open.
-        undo(transaction);
-        throw;
     }
     if (!m_summary.completed)
         undo(transaction);
@@ -192,13 +191,10 @@ ReportUpload::Next ReportUpload::enterCal(const ReportEntry &entry)
         return Next::Stop;
     }
     // If a text contained a quote, the statements that look for the cal could never find its rows again.
-    try {
-        const tarnwick::FormatArg texts[] = {cal.siteCode, cal.comp, cal.operType, cal.outage};
-        db::refuseQuotes(texts);
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_session->prompts(), exception, messages::kCheckCal);
+    const tarnwick::FormatArg texts[] = {cal.siteCode, cal.comp, cal.operType, cal.outage};
+    if (!tarnwick::attempt(
+            m_session->prompts(), [&] { db::refuseQuotes(texts); }, messages::kCheckCal))
         return Next::Stop;
-    }
     m_cal = cal;
     if ((m_firstCal || m_oneCal) && testDuplicate(cal) == Next::Stop)
         return Next::Stop;
@@ -208,13 +204,12 @@ ReportUpload::Next ReportUpload::enterCal(const ReportEntry &entry)
 
 ReportUpload::Next ReportUpload::testDuplicate(const Cal &cal)
 {
-    try {
+    Next next = Next::Stop;
+    const auto look = [&] {
         const qint64 rows = countCalRows(m_session->database(), cal);
-        return rows == 0 ? Next::GoOn : askToReplace(cal, rows);
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_session->prompts(), exception, messages::kCheckCal);
-        return Next::Stop;
-    }
+        next = rows == 0 ? Next::GoOn : askToReplace(cal, rows);
+    };
+    return tarnwick::attempt(m_session->prompts(), look, messages::kCheckCal) ? next : Next::Stop;
 }
 
 ReportUpload::Next ReportUpload::askToReplace(const Cal &cal, qint64 rows)

@@ -92,20 +92,19 @@ bool uploadComponent(DatabaseSession &session, const ellery::SteamGen &steamGen,
     if (!checkConnected(session))
         return false;
     tarnwick::UserPrompts &prompts = session.prompts();
-    try {
+    bool isUploaded = false;
+    const auto askAndUpload = [&] {
         if (!session.isUpdatable())
             throw dao::DaoException(dao::error::ReadOnly, u"DAO.Database"_s, dao::errorText(dao::error::ReadOnly));
         if (!ask(prompts, steamGen))
-            return false;
+            return;
         upload(session, steamGen, progress);
         prompts.status(messages::kUploadedModel);
-        return true;
-    } catch (const dao::DaoException &exception) {
-        showDaoError(prompts, exception, messages::kUploadModel);
-    } catch (const tarnwick::Cancelled &) {
+        isUploaded = true;
+    };
+    if (attemptCancellable(prompts, askAndUpload, messages::kUploadModel) == tarnwick::Outcome::Cancelled)
         prompts.status(messages::kUploadModelCancelled);
-    }
-    return false;
+    return isUploaded;
 }
 
 } // namespace db

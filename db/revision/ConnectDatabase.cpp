@@ -57,13 +57,12 @@ QString damageMark(const QString &path)
 
 void setDamageMark(DatabaseSession &session, const QString &path)
 {
-    try {
+    const auto write = [&] {
         tarnwick::writeFileAtomically(damageMark(path),
                                       "Damage was found in this database. It is opened for reading only "
                                       "until a connection finds none.\n");
-    } catch (const tarnwick::Error &error) {
-        session.prompts().showError(tarnwick::kErrorSeverity, 0, error.text());
-    }
+    };
+    tarnwick::attempt(session.prompts(), write, {0, u""});
 }
 
 /// If a program is killed before it has changed the file, its journal is empty or begins with a zero; there is nothing
@@ -149,7 +148,7 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
 {
     if (path.isEmpty())
         return false;
-    try {
+    const auto connect = [&] {
         session.close();
         openDatabase(session, path, context);
         reportNotImported(session, context);
@@ -160,12 +159,12 @@ bool connectDatabase(DatabaseSession &session, const QString &path, const Connec
             session.prompts().status(messages::kConversionCancelled);
         else if (session.conversion.refreshCancelled)
             session.prompts().status(messages::kRefreshCancelled);
+    };
+    const tarnwick::Outcome outcome = attemptCancellable(session.prompts(), connect, messages::kConnectDatabase);
+    if (outcome == tarnwick::Outcome::Done)
         return true;
-    } catch (const dao::DaoException &exception) {
-        showDaoError(session.prompts(), exception, messages::kConnectDatabase);
-    } catch (const tarnwick::Cancelled &) {
+    if (outcome == tarnwick::Outcome::Cancelled)
         session.prompts().status(messages::kConnectCancelled);
-    }
     session.close();
     return false;
 }

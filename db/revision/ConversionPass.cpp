@@ -64,12 +64,11 @@ void ConversionPass::beginChanges()
 {
     if (isChanging())
         return;
-    try {
-        m_transaction.begin(true);
-    } catch (const dao::DaoException &exception) {
-        const bool isConverting = std::exchange(m_session->conversion.approved, false);
-        showDaoError(prompts(), exception, isConverting ? messages::kLockForConversion : messages::kLockForRefresh,
-                     QDir::toNativeSeparators(m_session->path()));
+    const bool isConverting = m_session->conversion.approved;
+    const tarnwick::Message &failure = isConverting ? messages::kLockForConversion : messages::kLockForRefresh;
+    const auto begin = [this] { m_transaction.begin(true); };
+    if (!tarnwick::attempt(prompts(), begin, failure, QDir::toNativeSeparators(m_session->path()))) {
+        m_session->conversion.approved = false;
         throw Aborted();
     }
     reportStep(); // the wait may have been reported last

@@ -50,14 +50,12 @@ public:
     void guarded(Step step, const tarnwick::Message &failure, const Args &...args)
     {
         const qsizetype requested = m_session->conversion.requested.size();
-        try {
-            step();
-        } catch (const dao::DaoException &exception) {
-            m_session->conversion.failed += m_session->conversion.requested.mid(requested);
-            showDaoError(prompts(), exception, failure, args...);
-            if (isOfWholeFile(exception))
-                throw Aborted();
-        }
+        const StepOutcome outcome = attemptStep(prompts(), step, failure, args...);
+        if (outcome == StepOutcome::Done)
+            return;
+        m_session->conversion.failed += m_session->conversion.requested.mid(requested);
+        if (outcome == StepOutcome::FileFailed)
+            throw Aborted();
     }
 
     /// Applies all changes of a step or none.

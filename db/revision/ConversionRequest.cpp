@@ -93,14 +93,11 @@ bool ConversionRequest::backUp()
     const BackupPlace place = BackupPlace::of(path, m_original);
     const QString shownBackup = QDir::toNativeSeparators(place.path);
     prompts.status(messages::kBackingUp, shown, shownBackup);
-    try {
-        db::backUp(place, m_original, path);
-        state.backup = place.path;
-    } catch (const dao::DaoException &exception) {
-        showDaoError(prompts, exception, messages::kBackUp, shown, shownBackup);
-        state.approved = false;
+    const auto copy = [&] { db::backUp(place, m_original, path); };
+    state.approved = tarnwick::attempt(prompts, copy, messages::kBackUp, shown, shownBackup);
+    if (!state.approved)
         return false;
-    }
+    state.backup = place.path;
     prompts.status(messages::kConverting);
     return true;
 }

@@ -155,10 +155,11 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, Je
                         const ConnectContext &context, BringUpToDate bringUpToDate)
 {
     tarnwick::UserPrompts &prompts = session.prompts();
-    try {
+    bool isReplaced = false;
+    const auto replace = [&] {
         file.lock(context.progress);
         if (!request.backUp())
-            return false;
+            return;
         UnfinishedFile converted(file.resolvedPath());
         const QString writing = tarnwick::format(messages::kCopying.text, QDir::toNativeSeparators(converted.path()));
         const qint64 size = QFileInfo(file.workingCopy()).size();
@@ -170,7 +171,7 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, Je
             updateLabelsAndStatistics(session, context.project);
         session.close();
         if (!isKept)
-            return false;
+            return;
         file.requireUnused();
         if (file.isChanged()) // by a program that does not use locks
             throw dao::DaoException(
@@ -178,13 +179,12 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, Je
                 u"Another program has changed the file '%1' while it was being converted. Connect again."_s.arg(
                     QDir::toNativeSeparators(file.path())));
         converted.replace();
-        return true;
-    } catch (const dao::DaoException &exception) {
-        showDaoError(prompts, exception, messages::kConvertJet, QDir::toNativeSeparators(file.path()));
-    } catch (const tarnwick::Cancelled &) {
+        isReplaced = true;
+    };
+    const QString shown = QDir::toNativeSeparators(file.path());
+    if (attemptCancellable(prompts, replace, messages::kConvertJet, shown) == tarnwick::Outcome::Cancelled)
         session.conversion.cancelled = true;
-    }
-    return false;
+    return isReplaced;
 }
 
 /// Waits for a program that has locked the file, such as another conversion, and reports if the wait was in vain. A

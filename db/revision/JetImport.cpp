@@ -95,15 +95,15 @@ JetImportReport importJetFile(const QString &jetPath, const QString &newPath, ta
     JetAllowances allowances;
     for (;;) {
         UnfinishedFile file(newPath);
-        try {
-            JetImportReport report;
-            if (!readOnce(jetPath, file.path(), progress, options, allowances, report))
-                continue;
-            file.finish();
+        JetImportReport report;
+        bool isWhole = false;
+        file.fill([&] {
+            isWhole = readOnce(jetPath, file.path(), progress, options, allowances, report);
+            if (isWhole)
+                file.finish();
+        });
+        if (isWhole)
             return report;
-        } catch (const dao::DaoException &exception) {
-            throw file.named(exception);
-        }
     }
 }
 

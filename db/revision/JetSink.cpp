@@ -219,25 +219,22 @@ void JetSink::allow(const dao::LoadError &error)
 
 void JetSink::createRelation(const dao::RelationInfo &relation)
 {
-    try {
-        m_database->createRelation(relation);
+    const QString error = errorOf([&] { m_database->createRelation(relation); });
+    if (error.isEmpty())
         m_report->relations.append(relation.name);
-    } catch (const dao::DaoException &exception) {
+    else
         remark(Kind::NotCarried, relation.name,
                u"Relation '%1' between '%2' and '%3'. %4"_s.arg(relation.name, relation.table, relation.foreignTable,
-                                                                exception.description()));
-    }
+                                                                error));
 }
 
 void JetSink::createQuery(const dao::QueryInfo &query)
 {
-    try {
-        m_database->createQuery(query);
-        m_report->queries.append(query.name);
-    } catch (const dao::DaoException &exception) {
-        remark(Kind::NotCarried, query.name, u"Query '%1'. %2"_s.arg(query.name, exception.description()));
+    if (const QString error = errorOf([&] { m_database->createQuery(query); }); !error.isEmpty()) {
+        remark(Kind::NotCarried, query.name, u"Query '%1'. %2"_s.arg(query.name, error));
         return;
     }
+    m_report->queries.append(query.name);
     if (const QString error = errorOf([&] { dao::sql::checkSyntax(query.sql); }); !error.isEmpty())
         remark(Kind::Suspect, query.name, u"Query '%1' cannot be run here. %2"_s.arg(query.name, error));
 }

@@ -102,13 +102,12 @@ private:
     template <typename Step>
     void guarded(Step step, const tarnwick::Message &failure)
     {
-        try {
+        const auto inTransaction = [&] {
             dao::Transaction transaction(m_session->workspace());
             step();
             transaction.commit();
-        } catch (const dao::DaoException &exception) {
-            showDaoError(m_session->prompts(), exception, failure);
-        }
+        };
+        tarnwick::attempt(m_session->prompts(), inTransaction, failure);
     }
 
     DatabaseSession *m_session;
