@@ -20,6 +20,7 @@
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
 #include <tarnwick/CommandHandlers.h>
+#include <tarnwick/Failures.h>
 #include <tarnwick/gui/Guarded.h>
 
 #include <QScopeGuard>
@@ -54,12 +55,9 @@ void FillCommands::make(const QString &key)
 bool FillCommands::addQueryFile(const QString &machinePath)
 {
     query::QueryDocument query;
-    try {
-        query::readQueryFile(query, machinePath, m_session.roots());
-    } catch (const tarnwick::Error &error) {
-        map::messages::errorWithReason(m_session.prompts(), query::messages::kReadFile, error);
+    const auto read = [&] { query::readQueryFile(query, machinePath, m_session.roots()); };
+    if (!tarnwick::attempt(m_session.prompts(), read, query::messages::kReadFile))
         return false;
-    }
     const tarnwick::WaitCursor wait;
     return map::addFillOfQuery(m_session.map(), m_session.fillRunner(), query);
 }

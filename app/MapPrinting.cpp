@@ -5,6 +5,7 @@
 #include <app/logic/Messages.h>
 #include <app/picture/Paper.h>
 
+#include <tarnwick/Failures.h>
 #include <tarnwick/gui/Guarded.h>
 #include <tarnwick/gui/StateKeeper.h>
 
@@ -64,13 +65,12 @@ QPrinter &MapPrinting::printer()
 void MapPrinting::keepSetup() const
 {
     const QPageLayout layout = m_printer->pageLayout();
-    try {
+    const auto store = [&] {
         tarnwick::StateKeeper::sessionFile().store({{kPaperKey, int(layout.pageSize().id())},
                                                     {kLandscapeKey, layout.orientation() == QPageLayout::Landscape},
                                                     {kPrinterKey, m_printer->printerName()}});
-    } catch (const tarnwick::FileError &error) {
-        m_session.prompts().showError(tarnwick::kErrorSeverity, 0, error.text());
-    }
+    };
+    tarnwick::attempt(m_session.prompts(), store, {0, u""});
 }
 
 QString MapPrinting::documentName() const
@@ -173,12 +173,11 @@ void MapPrinting::printToFile(const QString &chosen)
     const bool isPdf = chosen.endsWith(u".pdf"_s, Qt::CaseInsensitive);
     const QString file = isPdf ? chosen : QString(chosen + u".pdf"_s);
     const tarnwick::WaitCursor wait;
-    try {
+    const auto print = [&] {
         page(m_session.map().header()).save(file, paperSize());
         m_session.prompts().status(messages::kPrintedTo, QDir::toNativeSeparators(file));
-    } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(m_session.prompts(), messages::kPrinterFailed, error);
-    }
+    };
+    tarnwick::attempt(m_session.prompts(), print, messages::kPrinterFailed);
 }
 
 void MapPrinting::storeMetafile()
@@ -204,9 +203,9 @@ void MapPrinting::store(const FileChooserInfo &chooser, const QString &title, co
         m_session.prompts().status(messages::kStoredPicture,
                                    tarnwick::SuitePath::fromMachine(path, m_session.roots()).text());
     } catch (const brannock::PictureError &error) {
-        messages::errorWithReason(m_session.prompts(), notMade, error);
+        tarnwick::showFailure(m_session.prompts(), error, notMade);
     } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(m_session.prompts(), messages::kStorePictureFailed, error);
+        tarnwick::showFailure(m_session.prompts(), error, messages::kStorePictureFailed);
     }
 }
 

@@ -12,6 +12,7 @@
 #include <app/logic/WindowCommandTable.h>
 
 #include <map/MapUpdate.h>
+#include <tarnwick/Failures.h>
 #include <tarnwick/FileWriter.h>
 
 #include <QBuffer>
@@ -283,7 +284,7 @@ void WindowCommands::startComponentMaker()
 
 void WindowCommands::createShortcut()
 {
-    try {
+    const auto create = [this] {
         const QString installation = m_session.roots().palomineDir;
         const ShortcutTarget target{QCoreApplication::applicationFilePath(),
                                     qEnvironmentVariableIsEmpty("PALOMINE_DIR") ? QString() : installation,
@@ -291,9 +292,8 @@ void WindowCommands::createShortcut()
         const QString path =
             createDesktopShortcut(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation), target);
         m_session.prompts().status(messages::kShortcutCreated, QDir::toNativeSeparators(path));
-    } catch (const tarnwick::Error &error) {
-        m_session.prompts().error(messages::kShortcutFailed, error.text());
-    }
+    };
+    tarnwick::attempt(m_session.prompts(), create, messages::kShortcutFailed);
 }
 
 } // namespace app

@@ -1,8 +1,8 @@
 #include "FillRunner.h"
 
-#include <db/Errors.h>
 #include <plans/QueryFill.h>
 #include <query/Messages.h>
+#include <tarnwick/Failures.h>
 
 namespace map {
 
@@ -29,12 +29,9 @@ std::optional<Answer> FillRunner::takeRecords(plans::QueryFill &fill, plans::Que
 {
     const ellery::TubeStates unused;
     plans::FillResult result;
-    try {
-        result = fill.pick({component, unused, &records});
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_prompts, exception, query::messages::kExecute);
+    const auto pick = [&] { result = fill.pick({component, unused, &records}); };
+    if (!tarnwick::attempt(m_prompts, pick, query::messages::kExecute))
         return std::nullopt;
-    }
     for (const int record : std::as_const(result.recordsWithoutTube))
         records.setColours(record, plans::QueryFill::kInvalidForeground, plans::QueryFill::kInvalidBackground);
     fill.take(result);

@@ -2,6 +2,8 @@
 
 #include "Messages.h"
 
+#include <tarnwick/Failures.h>
+
 namespace map {
 
 void reportOtherModel(const MapDocument &document, const MapFile &map, tarnwick::UserPrompts &prompts)
@@ -14,12 +16,9 @@ void reportOtherModel(const MapDocument &document, const MapFile &map, tarnwick:
 bool readMap(MapDocument &document, const QString &machinePath, tarnwick::UserPrompts &prompts)
 {
     MapFile map;
-    try {
-        map.readMap(machinePath, document.component().numTube());
-    } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(prompts, messages::kReadMapFailed, error);
+    const auto read = [&] { map.readMap(machinePath, document.component().numTube()); };
+    if (!tarnwick::attempt(prompts, read, messages::kReadMapFailed))
         return false;
-    }
     reportOtherModel(document, map, prompts);
     document.setRead(map, machinePath);
     return true;
@@ -27,13 +26,8 @@ bool readMap(MapDocument &document, const QString &machinePath, tarnwick::UserPr
 
 bool exportMap(const MapDocument &document, const QString &machinePath, tarnwick::UserPrompts &prompts)
 {
-    try {
-        document.content().storeMap(machinePath);
-        return true;
-    } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(prompts, messages::kStoreMapFailed, error);
-        return false;
-    }
+    const auto store = [&] { document.content().storeMap(machinePath); };
+    return tarnwick::attempt(prompts, store, messages::kStoreMapFailed);
 }
 
 bool storeMap(MapDocument &document, const QString &machinePath, tarnwick::UserPrompts &prompts)

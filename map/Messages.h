@@ -46,11 +46,4 @@ inline constexpr Message kReadMapFailed{1039, u"Could not read map file."};
 inline constexpr Message kStoreMapFailed{0, u"Could not store map."};
 inline constexpr Message kOtherModel{1041, u"Map was created using model '%S.' but the current model is '%S'"};
 
-/// The message, and below it what a file or the toolkit says.
-inline void errorWithReason(tarnwick::UserPrompts &prompts, const Message &message, const tarnwick::Error &error)
-{
-    prompts.showError(tarnwick::kErrorSeverity, message.number,
-                      QString::fromUtf16(message.text) + QStringLiteral("\n\n") + error.text());
-}
-
 } // namespace map::messages

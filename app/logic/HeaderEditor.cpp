@@ -4,6 +4,7 @@
 #include "Messages.h"
 
 #include <QFileInfo>
+#include <tarnwick/Failures.h>
 
 using namespace Qt::StringLiterals;
 using tarnwick::Answer;
@@ -65,27 +66,19 @@ QString HeaderEditor::suiteText(const QString &machinePath) const
 
 bool HeaderEditor::read(const QString &machinePath, map::MapHeader &result)
 {
-    try {
+    const auto load = [&] {
         map::MapHeader loaded = map::readHeaderFile(machinePath);
         loaded.preparedBy = header.preparedBy;
         loaded.checkedBy = header.checkedBy;
         result = loaded;
-        return true;
-    } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(m_context.prompts, messages::kLoadHeaderFailed, error);
-        return false;
-    }
+    };
+    return tarnwick::attempt(m_context.prompts, load, messages::kLoadHeaderFailed);
 }
 
 bool HeaderEditor::write(const QString &machinePath)
 {
-    try {
-        map::writeHeaderFile(header, machinePath);
-        return true;
-    } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(m_context.prompts, messages::kStoreHeaderFailed, error);
-        return false;
-    }
+    const auto store = [&] { map::writeHeaderFile(header, machinePath); };
+    return tarnwick::attempt(m_context.prompts, store, messages::kStoreHeaderFailed);
 }
 
 bool HeaderEditor::mayReplace(const QString &machinePath)

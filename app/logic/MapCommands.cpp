@@ -6,6 +6,7 @@
 
 #include <map/MapFiles.h>
 #include <QFileInfo>
+#include <tarnwick/Failures.h>
 #include <tarnwick/FileWriter.h>
 
 using namespace Qt::StringLiterals;
@@ -90,23 +91,15 @@ void MapCommands::importMap()
 bool MapCommands::copyIntoProject(const QString &from, const QString &to)
 {
     tarnwick::UserPrompts &prompts = m_session.prompts();
-    try {
-        map::MapFile().readMap(from, m_session.map().component().numTube());
-    } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(prompts, map::messages::kReadMapFailed, error);
+    const auto read = [&] { map::MapFile().readMap(from, m_session.map().component().numTube()); };
+    if (!tarnwick::attempt(prompts, read, map::messages::kReadMapFailed))
         return false;
-    }
     if (QFileInfo::exists(to) &&
         prompts.question(Buttons::NoYes, messages::kAskReplaceFile,
                          tarnwick::SuitePath::fromMachine(to, m_session.roots()).text()) != Answer::Yes)
         return false;
-    try {
-        tarnwick::writeFileAtomically(to, tarnwick::readFile(from));
-        return true;
-    } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(prompts, map::messages::kStoreMapFailed, error);
-        return false;
-    }
+    const auto copy = [&] { tarnwick::writeFileAtomically(to, tarnwick::readFile(from)); };
+    return tarnwick::attempt(prompts, copy, map::messages::kStoreMapFailed);
 }
 
 void MapCommands::exportMap()

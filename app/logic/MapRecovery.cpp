@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <tarnwick/Failures.h>
 #include <tarnwick/FileWriter.h>
 #include <tarnwick/Leftovers.h>
 
@@ -161,7 +162,7 @@ std::optional<UnsavedWork> MapRecovery::offerOne(std::unique_ptr<Slot> &slot, ma
         if (!readKept(slot->path, map.component().numTube(), kept))
             return {};
     } catch (const tarnwick::Error &error) {
-        messages::errorWithReason(m_prompts, map::messages::kReadMapFailed, error);
+        tarnwick::showFailure(m_prompts, error, map::messages::kReadMapFailed);
         QFile::rename(slot->path, slot->path + u".bad"_s);
         return {};
     }

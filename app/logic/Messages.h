@@ -61,16 +61,14 @@ inline constexpr Message kNoFillDialog{0, u"\"%S\" cannot be edited in this vers
 
 // Projects, files, programs. These have no numbers of the suite.
 inline constexpr Message kProjectNotThere{0, u"\"%S\" is not a project folder."};
-inline constexpr Message kProjectUnreadable{0, u"Could not open project \"%S\".\n\n%S"};
-inline constexpr Message kComponentUnreadable{0, u"Could not read the changed component.\n\n%S"};
+inline constexpr Message kProjectUnreadable{0, u"Could not open project \"%S\"."};
+inline constexpr Message kComponentUnreadable{0, u"Could not read the changed component."};
 inline constexpr Message kRecentNotThere{0, u"\"%S\" is not there any more."};
 inline constexpr Message kToolNotThere{0, u"The program \"%S\" is not in \"%S\"."};
 inline constexpr Message kToolNotStarted{0, u"The program \"%S\" could not be started.\n\n%S"};
 inline constexpr Message kToolLeftOpen{0, u"\"%S\" is still open. What it changes is read when the project is opened "
                                           u"again."};
 inline constexpr Message kShortcutCreated{0, u"Created the desktop shortcut \"%S\"."};
-inline constexpr Message kShortcutFailed{0, u"Could not create the desktop shortcut.\n\n%S"};
-
-using map::messages::errorWithReason;
+inline constexpr Message kShortcutFailed{0, u"Could not create the desktop shortcut."};
 
 } // namespace app::messages

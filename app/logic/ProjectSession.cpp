@@ -5,12 +5,12 @@
 #include "SystemMacros.h"
 
 #include <db/CreateDatabase.h>
-#include <db/Errors.h>
 #include <db/Messages.h>
 #include <db/revision/ComponentUpload.h>
 #include <db/revision/ConnectDatabase.h>
 #include <ellery/ComponentFile.h>
 #include <map/MapFiles.h>
+#include <tarnwick/Failures.h>
 #include <tarnwick/Leftovers.h>
 #include <tarnwick/OptionPrompts.h>
 
@@ -108,12 +108,9 @@ bool ProjectSession::openProject(const QString &folder)
         return false;
     }
     std::unique_ptr<brannock::Project> loaded;
-    try {
-        loaded = std::make_unique<brannock::Project>(brannock::Project::load(folder));
-    } catch (const tarnwick::Error &error) {
-        m_prompts.error(messages::kProjectUnreadable, QDir::toNativeSeparators(folder), error.text());
+    const auto read = [&] { loaded = std::make_unique<brannock::Project>(brannock::Project::load(folder)); };
+    if (!tarnwick::attempt(m_prompts, read, messages::kProjectUnreadable, QDir::toNativeSeparators(folder)))
         return false;
-    }
     closeDatabase(db::messages::kCloseDatabase);
     m_recovery.end();
     // The former project stays until nothing looks at its component any more.
@@ -150,12 +147,9 @@ int ProjectSession::reloadComponent()
     if (!hasProject() || stamp == m_componentStamp)
         return 0;
     ellery::SteamGen loaded;
-    try {
-        loaded = ellery::readComponent(componentFolder());
-    } catch (const tarnwick::Error &error) {
-        m_prompts.error(messages::kComponentUnreadable, error.text());
+    const auto read = [&] { loaded = ellery::readComponent(componentFolder()); };
+    if (!tarnwick::attempt(m_prompts, read, messages::kComponentUnreadable))
         return 0;
-    }
     m_componentStamp = stamp;
     ellery::SteamGen &present = m_project->steamGen;
     const ellery::SteamGen before = std::exchange(present, std::move(loaded));
@@ -223,11 +217,8 @@ void ProjectSession::closeDatabase()
 
 void ProjectSession::closeDatabase(const tarnwick::Message &failure)
 {
-    try {
-        m_database.close();
-    } catch (const dao::DaoException &exception) {
-        db::showDaoError(m_prompts, exception, failure);
-    }
+    tarnwick::attempt(
+        m_prompts, [this] { m_database.close(); }, failure);
     notify();
 }
 
