@@ -102,16 +102,28 @@ public:
     /// is locked after the answer and compared with the version that was read.
     void lock(tarnwick::Progress *progress)
     {
-        m_lock = std::make_unique<JetLock>(m_file, progress);
+        m_lock = std::make_unique<JetLock>(m_file, progress, [this] { requireAsRead(); });
         requireUnchanged();
+    }
+    /// Checks who uses the file. Throws ChangedMeanwhile if it is no longer the file that was read: a lock on a file
+    /// that was put in its place by another conversion says nothing.
+    JetUse currentUse() const
+    {
+        JetUse use(m_file);
+        requireAsRead(); // after the look at the locks, which may have been those of a new file
+        return use;
     }
     bool isChanged() const { return !(FileStamp(m_file) == m_asRead); }
     /// Throws ChangedMeanwhile, or dao::DaoException (3045) if a program has opened the file since it was read.
     void requireUnchanged() const
     {
+        requireAsRead();
+        requireUnused();
+    }
+    void requireAsRead() const
+    {
         if (isChanged())
             throw ChangedMeanwhile();
-        requireUnused();
     }
     void requireUnused() const
     {
@@ -191,19 +203,18 @@ bool replaceByConverted(DatabaseSession &session, ConversionRequest &request, Je
 /// program with a lock file keeps the file open as long as its user works, so it is not waited for.
 bool isUsedByOthers(tarnwick::UserPrompts &prompts, const JetFile &file, tarnwick::Progress *progress)
 {
+    // What was seen last is reported. A second look could find the next program at work.
+    JetUse use = file.currentUse();
     const auto isFree = [&] {
-        const JetUse use(file.resolvedPath());
+        use = file.currentUse();
         return !use.isLocked || !use.lockFile.isEmpty();
     };
     waitUntil(isFree, progress);
     const QString shown = QDir::toNativeSeparators(file.path());
-    const JetUse use(file.resolvedPath());
     if (use.isLocked)
         prompts.information(messages::kJetLocked, shown);
     else if (use.isInUse())
         prompts.information(messages::kJetLockFile, shown, QDir::toNativeSeparators(use.lockFile));
-    else
-        file.requireUnchanged();
     return use.isInUse();
 }
 
@@ -232,6 +243,9 @@ JetImportReport readFile(const JetFile &file, tarnwick::Progress *progress)
     try {
         return importJetFile(file.path(), file.workingCopy(), progress);
     } catch (const dao::DaoException &) {
+        // Another program may have converted it before its state was noted.
+        if (!jet::isJetFile(file.path()))
+            throw ChangedMeanwhile();
         file.requireUnchanged();
         throw;
     }

@@ -73,7 +73,7 @@ bool waitUntil(const std::function<bool()> &isFree, tarnwick::Progress *progress
     return true;
 }
 
-JetLock::JetLock(const QString &jetFile, tarnwick::Progress *progress)
+JetLock::JetLock(const QString &jetFile, tarnwick::Progress *progress, const std::function<void()> &beforeEachTry)
     : m_file(std::make_unique<QFile>(jetFile))
 {
     if (!m_file->open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered))
@@ -84,6 +84,8 @@ JetLock::JetLock(const QString &jetFile, tarnwick::Progress *progress)
     lock.l_type = F_WRLCK;
     lock.l_whence = SEEK_SET;
     const auto isTaken = [&] {
+        if (beforeEachTry)
+            beforeEachTry();
         return ::fcntl(m_file->handle(), F_OFD_SETLK, &lock) == 0 || (errno != EAGAIN && errno != EACCES);
     };
     if (!waitUntil(isTaken, progress))

@@ -30,8 +30,10 @@ class JetLock
 public:
     /// Waits (see waitUntil()) while another program holds a lock on the file. Throws dao::DaoException (3045 if the
     /// lock is not released, 3051 if the file cannot be opened for writing) and tarnwick::Cancelled. If the file system
-    /// does not support locks, continues without one.
-    explicit JetLock(const QString &jetFile, tarnwick::Progress *progress = nullptr);
+    /// does not support locks, continues without one. beforeEachTry may throw to end the wait: the program that holds
+    /// the lock may have put another file in the place of this one.
+    explicit JetLock(const QString &jetFile, tarnwick::Progress *progress = nullptr,
+                     const std::function<void()> &beforeEachTry = {});
     /// Reads through the lock's own descriptor: on some file systems no other descriptor can read a locked file. Throws
     /// dao::DaoException.
     void read(const std::function<void(QByteArrayView)> &take) const;

@@ -3,6 +3,7 @@
 #include <dao/Database.h>
 #include <db/revision/JetUse.h>
 #include <db/SqlText.h>
+#include <fcntl.h>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -235,6 +236,53 @@ TEST_F(BackupTest, ALockedJetFileIsWaitedForAndLookedAtAnew)
     EXPECT_EQ(said(Entry::Kind::Status).last(), u"Conversion cancelled."_s);
     lock.reset();
     EXPECT_EQ(bytes(), jet);
+}
+
+TEST_F(BackupTest, AJetFileThatWasConvertedMeanwhileIsNotInUse)
+{
+    // The other program has the new file open. Its lock must neither be waited for nor stop the connection.
+    QFile user(path);
+    const auto convertAndRead = [&] {
+        ASSERT_TRUE(convert());
+        session.close();
+        struct flock reading = {};
+        reading.l_type = F_RDLCK;
+        reading.l_start = 0x40000002;
+        reading.l_len = 510;
+        ASSERT_TRUE(user.open(QIODevice::ReadOnly));
+        ASSERT_EQ(::fcntl(user.handle(), F_OFD_SETLK, &reading), 0);
+    };
+    class WhileReading : public tarnwick::Progress
+    {
+    public:
+        std::function<void()> work;
+        void report(qint64, qint64, const QString &what) override
+        {
+            isWaiting = isWaiting || what.startsWith(u"Waiting");
+            if (what.startsWith(u"Reading") && work)
+                std::exchange(work, {})();
+        }
+        bool cancelled() override { return isWaiting; }
+        bool isWaiting = false;
+    };
+    for (const bool isWhileReading : {true, false}) {
+        SCOPED_TRACE(isWhileReading);
+        user.close();
+        if (!takeSample(u"suite-old-2"_s))
+            GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
+        WhileReading reading;
+        const auto whileReading = [&] {
+            progress = nullptr; // of the other program
+            convertAndRead();
+        };
+        if (isWhileReading)
+            reading.work = whileReading;
+        progress = &reading;
+        ASSERT_TRUE(convertWhile(isWhileReading ? std::function<void()>([] {}) : whileReading));
+        EXPECT_FALSE(reading.isWaiting);
+        EXPECT_EQ(errors() + informations().filter(u"will not be converted"_s), QStringList());
+        EXPECT_TRUE(isUpdatable);
+    }
 }
 
 TEST_F(BackupTest, TheBackupOfAJetFileIsNeverReplaced)
