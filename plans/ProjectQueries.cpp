@@ -61,14 +61,14 @@ std::optional<ellery::TubeMark> ProjectQueries::rememberedMark(const QString &na
 {
     m_context.history.refresh(m_context.roots);
     const query::QueryHistoryList::Entry *entry = m_context.history.find(name);
-    if (!entry || entry->symbol == 0)
+    if (!entry || entry->mark.isOpen())
         return std::nullopt;
-    return ellery::TubeMark{entry->symbol, entry->colour};
+    return entry->mark;
 }
 
 void ProjectQueries::rememberMark(const QString &name, const ellery::TubeMark &mark)
 {
-    m_context.history.setSymbol(name, mark.symbol, mark.colour);
+    m_context.history.setMark(name, mark);
     try {
         m_context.history.storeChanges(m_context.roots);
     } catch (const tarnwick::Error &error) {

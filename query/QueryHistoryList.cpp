@@ -27,8 +27,8 @@ void serializeEntry(JFile &file, QueryHistoryList::Entry &entry)
 {
     file.version(kEntryVersion);
     file.serialize(entry.queryName);
-    file.serialize(entry.symbol);
-    file.serialize(entry.colour);
+    file.serialize(entry.mark.symbol);
+    file.serialize(entry.mark.colour);
     file.list(entry.parameters, kSmallestPair, serializeParameter);
 }
 
@@ -134,14 +134,13 @@ void QueryHistoryList::forgetAll()
     make([](QueryHistoryList &list) { list.m_entries.clear(); });
 }
 
-void QueryHistoryList::setSymbol(const QString &queryName, char16_t symbol, quint32 colour)
+void QueryHistoryList::setMark(const QString &queryName, const ellery::TubeMark &mark)
 {
     if (queryName.isEmpty())
         return;
     make([=](QueryHistoryList &list) {
         Entry *entry = list.findOrAppend(queryName);
-        entry->symbol = symbol;
-        entry->colour = colour;
+        entry->mark = mark;
     });
 }
 

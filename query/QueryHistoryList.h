@@ -1,4 +1,5 @@
 #pragma once
+#include <ellery/TubeStates.h>
 #include <functional>
 #include <optional>
 #include <tarnwick/OptionFile.h>
@@ -22,8 +23,7 @@ public:
     struct Entry
     {
         QString queryName;
-        char16_t symbol = 0; ///< 0: none
-        quint32 colour = 0;  ///< 0x00BBGGRR
+        ellery::TubeMark mark; ///< open: none is remembered
         QList<Parameter> parameters;
         bool operator==(const Entry &) const = default;
     };
@@ -46,7 +46,7 @@ public:
     void forget(const QString &queryName);
     void forgetAll();
     /// Last symbol and colour of the query's fill. Does nothing if the name is empty.
-    void setSymbol(const QString &queryName, char16_t symbol, quint32 colour);
+    void setMark(const QString &queryName, const ellery::TubeMark &mark);
 
 protected:
     void serializeBody(tarnwick::JFile &file, int version) override;

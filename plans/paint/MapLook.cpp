@@ -31,8 +31,7 @@ brannock::MapOptions mapOptions(const query::ArvoOptions &options)
 brannock::LegendRow legendRow(const MapFill &fill, int hits)
 {
     brannock::LegendRow row;
-    row.symbol = fill.mark.symbol;
-    row.colour = fill.mark.colour;
+    row.mark = fill.mark;
     row.type = fill.typeName();
     row.description = fill.label;
     row.tubes = fill.fillCount;

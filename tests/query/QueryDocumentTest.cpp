@@ -243,7 +243,7 @@ TEST_F(OptionsTest, ProgramsThatRunTogetherKeepEachOthersHistory)
     one.remember(u"a"_s, u"x"_s, u"1"_s);
     one.remember(u"gone"_s, u"x"_s, u"1"_s);
     one.storeChanges(roots);
-    other.setSymbol(u"b"_s, u'W', 0x00FF00);
+    other.setMark(u"b"_s, {u'W', 0x00FF00});
     other.storeChanges(roots);
     one.remember(u"A"_s, u"y"_s, u"2"_s);
     one.forget(u"gone"_s);
@@ -279,13 +279,13 @@ TEST_F(OptionsTest, HistoryMatchesNamesWithoutCaseAndForgetsInOrder)
     history.remember(u"A"_s, u"Outage"_s, u"R3"_s);
     history.remember({}, u"x"_s, u"1"_s);
     history.remember(u"a"_s, {}, u"1"_s);
-    history.setSymbol(u"c"_s, u'W', 0x00FF00);
-    history.setSymbol({}, u'X', 1);
+    history.setMark(u"c"_s, {u'W', 0x00FF00});
+    history.setMark({}, {u'X', 1});
     EXPECT_EQ(history.entries().size(), 3);
     EXPECT_EQ(history.value(u"a", u"outage"), u"R3"_s);
     EXPECT_EQ(history.value(u"B", u"OUTAGE"), u"R2"_s);
     EXPECT_EQ(history.value(u"c", u"OUTAGE"), std::nullopt);
-    EXPECT_EQ(history.find(u"C")->symbol, u'W');
+    EXPECT_EQ(history.find(u"C")->mark.symbol, u'W');
 
     history.store(roots);
     query::QueryHistoryList read;

@@ -1,6 +1,7 @@
 #pragma once
 #include "MapColours.h"
 
+#include <ellery/TubeStates.h>
 #include <QFont>
 #include <QList>
 #include <QPainter>
@@ -11,8 +12,7 @@ namespace brannock {
 /// One line of a picture's legend.
 struct LegendRow
 {
-    char16_t symbol = 0;
-    quint32 colour = 0; ///< 0x00BBGGRR
+    ellery::TubeMark mark;
     QString type;
     QString description;
     int tubes = 0;

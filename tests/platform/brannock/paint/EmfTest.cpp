@@ -82,8 +82,8 @@ PictureContent content()
 {
     PictureContent content;
     content.title = u"Größe & Ω"_s;
-    content.legend = {{u'A', 0x009FE6, u"RANDOM"_s, u"a sample"_s, 1234, 12},
-                      {u'B', 0xB27200, u"QUERY"_s, u"worn"_s, 7, 3, false}};
+    content.legend = {{{u'A', 0x009FE6}, u"RANDOM"_s, u"a sample"_s, 1234, 12},
+                      {{u'B', 0xB27200}, u"QUERY"_s, u"worn"_s, 7, 3, false}};
     content.modelText = u"Model UB (36 tubes)\n24 open tubes\n"_s;
     content.footer = u"the footer"_s;
     content.signatures = u"Checked by X"_s;

@@ -23,8 +23,11 @@ QList<LegendRow> legend(int count)
 {
     QList<LegendRow> rows;
     for (int i = 0; i < count; ++i)
-        rows.append({char16_t(u'A' + i % 26), 0x009FE6, u"RAND FILL"_s, u"Entry number %1 of the legend"_s.arg(i),
-                     i * 1000, i});
+        rows.append({{char16_t(u'A' + i % 26), 0x009FE6},
+                     u"RAND FILL"_s,
+                     u"Entry number %1 of the legend"_s.arg(i),
+                     i * 1000,
+                     i});
     return rows;
 }
 
@@ -86,7 +89,7 @@ TEST(MapPictureTest, ShowsTubesAndLegendInTheirColours)
         tubes.setMark(i, {u'-', 0x20C040});
     const MapScene scene(steamGen, tubes);
     PictureContent what = content(1);
-    what.legend[0].colour = 0x4000F0;
+    what.legend[0].mark.colour = 0x4000F0;
     const QImage image = MapPicture(scene, what).toImage(QSizeF(11, 8.5), 96);
     ASSERT_EQ(image.size(), QSize(1056, 816));
     const MapPicture::Layout at = MapPicture(scene, what).layout(image.rect(), 96);
