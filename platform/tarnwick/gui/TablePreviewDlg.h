@@ -1,5 +1,5 @@
 #pragma once
-#include "TablePrint.h"
+#include <tarnwick/paint/TablePrint.h>
 
 #include <QDialog>
 

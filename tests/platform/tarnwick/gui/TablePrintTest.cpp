@@ -1,4 +1,4 @@
-#include <tarnwick/gui/TablePrint.h>
+#include <tarnwick/paint/TablePrint.h>
 
 #include <support/Printers.h>
 

@@ -1,8 +1,9 @@
 #include "TablePrint.h"
 
+#include "Colours.h"
+
 #include <tarnwick/base/Error.h>
 #include <tarnwick/Format.h>
-#include <tarnwick/paint/Colours.h>
 
 #include <QFontMetricsF>
 #include <QPagedPaintDevice>
