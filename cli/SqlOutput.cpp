@@ -6,14 +6,11 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <dao/values/CellFailure.h>
 #include <dao/values/Decimal.h>
-#include <dao/values/OleDate.h>
 #include <db/FieldDefinition.h>
-#include <QDateTime>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QLocale>
+#include <query/PlainText.h>
 
 namespace cli {
 
@@ -21,15 +18,6 @@ using namespace Qt::StringLiterals;
 using dao::Value;
 
 namespace {
-
-// Uses the stored parts directly: a conversion through local time would move times that a clock change skips.
-QString dateText(double days, QStringView form)
-{
-    const dao::DateParts parts = dao::datePartsOf(days);
-    const QDateTime moment(QDate(parts.year, parts.month, parts.day), QTime(parts.hour, parts.minute, parts.second),
-                           Qt::UTC);
-    return moment.toString(form);
-}
 
 class TableWriter : public RowWriter
 {
@@ -50,7 +38,7 @@ public:
         QStringList texts;
         texts.reserve(cells.size());
         for (const Value &cell : cells)
-            texts.append(plainText(cell));
+            texts.append(query::plainText(cell));
         m_printer->row(texts);
     }
 
@@ -85,32 +73,22 @@ public:
     {
         QStringList titles;
         for (int i = 0; i < rows.fieldCount(); ++i)
-            titles.append(quoted(rows.field(i).name));
-        printData(titles.join(u',') + u"\r\n"_s);
+            titles.append(rows.field(i).name);
+        printData(query::csvLine(titles));
     }
 
     void row(const QList<Value> &cells) override
     {
-        QString line;
-        for (qsizetype i = 0; i < cells.size(); ++i) {
-            if (i > 0)
-                line += u',';
-            line += quoted(plainText(cells[i]));
-        }
-        printData(line + u"\r\n"_s);
+        QStringList texts;
+        texts.reserve(cells.size());
+        for (const Value &cell : cells)
+            texts.append(query::plainText(cell));
+        printData(query::csvLine(texts));
     }
 
     void end() override {}
     void affected(int count) override { printData(u"affected\r\n%1\r\n"_s.arg(count)); }
     void fail(const dao::DaoException &) override {}
-
-private:
-    static QString quoted(QString cell)
-    {
-        static constexpr QStringView special = u",\"\r\n";
-        const bool quotes = std::any_of(cell.cbegin(), cell.cend(), [](QChar c) { return special.contains(c); });
-        return quotes ? u'"' + cell.replace(u'"', u"\"\""_s) + u'"' : cell;
-    }
 };
 
 /// Writes one JSON object incrementally, so that memory does not depend on the number of rows.
@@ -179,7 +157,7 @@ private:
         case Value::Type::Boolean:
             return value.boolean() ? u"true"_s : u"false"_s;
         case Value::Type::Date:
-            return string(dateText(value.real(), u"yyyy-MM-ddTHH:mm:ss"));
+            return string(query::plainDate(value.real(), u"yyyy-MM-ddTHH:mm:ss"));
         case Value::Type::Text:
             return string(value.text());
         case Value::Type::Binary:
@@ -193,7 +171,7 @@ private:
         case Value::Type::Error:
             return u"{\"error\":%1}"_s.arg(value.integer());
         default:
-            return plainText(value);
+            return query::plainText(value);
         }
     }
 
@@ -218,33 +196,6 @@ private:
 };
 
 } // namespace
-
-QString plainText(const Value &value)
-{
-    switch (value.type()) {
-    case Value::Type::Empty:
-    case Value::Type::Null:
-        return {};
-    case Value::Type::Boolean:
-        return value.boolean() ? u"True"_s : u"False"_s;
-    case Value::Type::Float:
-        return dao::singleText(value.real());
-    case Value::Type::Double:
-        return dao::numberText(value.real());
-    case Value::Type::Currency:
-        return dao::currencyText(value.integer());
-    case Value::Type::Date:
-        return dateText(value.real(), u"MM/dd/yyyy HH:mm:ss");
-    case Value::Type::Text:
-        return value.text();
-    case Value::Type::Error:
-        return dao::failureWord(int(value.integer()));
-    case Value::Type::Binary:
-        return u"(%1 bytes)"_s.arg(value.binary().size());
-    default:
-        return QString::number(value.integer());
-    }
-}
 
 std::unique_ptr<RowWriter> makeRowWriter(QStringView form)
 {

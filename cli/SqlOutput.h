@@ -23,8 +23,4 @@ public:
 /// form: "table", "csv" or "json". Returns null for any other.
 std::unique_ptr<RowWriter> makeRowWriter(QStringView form);
 
-/// A value as text in tables and CSV of the command line: numbers with a decimal point, dates "mm/dd/yyyy hh:mm:ss",
-/// Booleans True and False, Null empty.
-QString plainText(const dao::Value &value);
-
 } // namespace cli

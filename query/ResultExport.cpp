@@ -1,7 +1,10 @@
 #include "ResultExport.h"
 
 #include "Messages.h"
+#include "PlainText.h"
+#include "XlsxFile.h"
 
+#include <QFileInfo>
 #include <tarnwick/Failures.h>
 #include <tarnwick/FileWriter.h>
 
@@ -9,13 +12,62 @@ namespace query {
 
 using namespace Qt::StringLiterals;
 
-dao::CellFailures exportText(const QueryResult &result, const QString &machinePath, tarnwick::Progress *progress)
+namespace {
+
+QStringList columnNames(const QueryResult &result)
 {
-    dao::CellFailures failures;
-    tarnwick::AtomicFile file(machinePath);
+    QStringList names;
+    for (int column = 0; column < result.columnCount(); ++column)
+        names.append(result.column(column).name);
+    return names;
+}
+
+/// In a spreadsheet, a date or number that is wider than its column shows as "####".
+QList<int> spreadsheetWidths(const QueryResult &result)
+{
+    constexpr int kDate = 18;
+    constexpr int kNumber = 8;
+    QList<int> widths;
+    for (int column = 0; column < result.columnCount(); ++column) {
+        const db::ColumnFormat &format = result.column(column);
+        const int least = format.type == dao::DataType::Date ? kDate : dao::isNumericType(format.type) ? kNumber : 0;
+        widths.append(qMax(format.width, least));
+    }
+    return widths;
+}
+
+QList<dao::Value> valuesOf(const QueryResult &result, qint64 row)
+{
+    QList<dao::Value> values;
+    values.reserve(result.columnCount());
+    for (int column = 0; column < result.columnCount(); ++column)
+        values.append(result.value(row, column));
+    return values;
+}
+
+void countFailures(const QList<dao::Value> &values, dao::CellFailures &failures)
+{
+    for (const dao::Value &value : values)
+        if (value.isError())
+            failures.add(int(value.integer()));
+}
+
+/// Calls write(row) for every row.
+template <typename Write>
+void forEachRow(const QueryResult &result, tarnwick::Progress *progress, Write write)
+{
     tarnwick::ProgressLoop loop(progress, result.rowCount(), u"Exporting"_s);
     for (qint64 row = 0; row < result.rowCount(); ++row) {
         loop.tick(row);
+        write(row);
+    }
+}
+
+dao::CellFailures writeText(const QueryResult &result, const QString &machinePath, tarnwick::Progress *progress)
+{
+    dao::CellFailures failures;
+    tarnwick::AtomicFile file(machinePath);
+    forEachRow(result, progress, [&](qint64 row) {
         QString line = u"|"_s;
         for (int column = 0; column < result.columnCount(); ++column) {
             line += result.cellText(row, column).rightJustified(result.column(column).width) + u'|';
@@ -25,16 +77,76 @@ dao::CellFailures exportText(const QueryResult &result, const QString &machinePa
         }
         line += u'\n';
         file.write(line.toUtf8());
-    }
+    });
     file.commit();
     return failures;
 }
 
-bool exportText(const QueryResult &result, const QString &machinePath, tarnwick::UserPrompts &prompts,
-                tarnwick::Progress *progress)
+dao::CellFailures writeCsv(const QueryResult &result, const QString &machinePath, tarnwick::Progress *progress)
+{
+    dao::CellFailures failures;
+    tarnwick::AtomicFile file(machinePath);
+    file.write(csvLine(columnNames(result)).toUtf8());
+    forEachRow(result, progress, [&](qint64 row) {
+        const QList<dao::Value> values = valuesOf(result, row);
+        countFailures(values, failures);
+        QStringList cells;
+        cells.reserve(values.size());
+        for (const dao::Value &value : values)
+            cells.append(plainText(value));
+        file.write(csvLine(cells).toUtf8());
+    });
+    file.commit();
+    return failures;
+}
+
+dao::CellFailures writeXlsx(const QueryResult &result, const QString &machinePath, tarnwick::Progress *progress)
+{
+    dao::CellFailures failures;
+    XlsxFile file(machinePath, columnNames(result), spreadsheetWidths(result));
+    forEachRow(result, progress, [&](qint64 row) {
+        const QList<dao::Value> values = valuesOf(result, row);
+        countFailures(values, failures);
+        file.row(values);
+    });
+    file.commit();
+    return failures;
+}
+
+} // namespace
+
+std::optional<ExportForm> exportFormOf(const QString &path)
+{
+    const QString extension = QFileInfo(path).suffix().toLower();
+    if (extension == "txt"_L1)
+        return ExportForm::Text;
+    if (extension == "csv"_L1)
+        return ExportForm::Csv;
+    if (extension == "xlsx"_L1)
+        return ExportForm::Xlsx;
+    return std::nullopt;
+}
+
+dao::CellFailures exportRows(const QueryResult &result, ExportForm form, const QString &machinePath,
+                             tarnwick::Progress *progress)
+{
+    switch (form) {
+    case ExportForm::Csv:
+        return writeCsv(result, machinePath, progress);
+    case ExportForm::Xlsx:
+        return writeXlsx(result, machinePath, progress);
+    case ExportForm::Text:
+        break;
+    }
+    return writeText(result, machinePath, progress);
+}
+
+bool exportResult(const QueryResult &result, const QString &machinePath, tarnwick::UserPrompts &prompts,
+                  tarnwick::Progress *progress)
 {
     const auto write = [&] {
-        const dao::CellFailures failures = exportText(result, machinePath, progress);
+        const ExportForm form = exportFormOf(machinePath).value_or(ExportForm::Text);
+        const dao::CellFailures failures = exportRows(result, form, machinePath, progress);
         if (!failures.isEmpty())
             prompts.information(messages::kCellsFailed, failures.summary());
     };

@@ -292,18 +292,18 @@ TEST_F(QueryResultTest, ExportsRowsInTheirWidths)
 {
     run(u"SELECT row, col, 'longer than its width' AS t FROM tubes WHERE row < 3 ORDER BY row"_s);
     const QString file = folder.path(u"temp/out.txt"_s);
-    EXPECT_TRUE(query::exportText(result, file, prompts));
+    EXPECT_TRUE(query::exportResult(result, file, prompts));
     EXPECT_EQ(folder.read(u"temp/out.txt"_s), "|  1| 10|longer than its width|\n|  2| 20|longer than its width|\n");
 
     run(u"SELECT row, 1 / (row - 2) AS part FROM tubes WHERE row < 3 ORDER BY row"_s);
     EXPECT_EQ(result.cellTip(0, 1) + u'|' + result.cellTip(1, 1), u"|11: Division by zero."_s);
-    EXPECT_TRUE(query::exportText(result, file, prompts));
+    EXPECT_TRUE(query::exportResult(result, file, prompts));
     EXPECT_TRUE(folder.read(u"temp/out.txt"_s).contains("#Div/0!|\n"));
     EXPECT_EQ(prompts.entries().last().text, u"Warning: 1 cell could not be calculated: 1 by [11] Division by zero."_s);
 
     const QByteArray before = folder.read(u"temp/out.txt"_s);
     tarnwick::failWritesAfter(10);
-    EXPECT_FALSE(query::exportText(result, file, prompts));
+    EXPECT_FALSE(query::exportResult(result, file, prompts));
     tarnwick::failWritesAfter(-1);
     EXPECT_EQ(prompts.entries().last().number, 1063);
     EXPECT_EQ(folder.read(u"temp/out.txt"_s), before);

@@ -1,0 +1,64 @@
+#include "PlainText.h"
+
+#include <algorithm>
+#include <dao/values/CellFailure.h>
+#include <dao/values/Decimal.h>
+#include <dao/values/OleDate.h>
+#include <QDateTime>
+
+namespace query {
+
+using namespace Qt::StringLiterals;
+using dao::Value;
+
+// Uses the stored parts directly: a conversion through local time would move times that a clock change skips.
+QString plainDate(double days, QStringView form)
+{
+    const dao::DateParts parts = dao::datePartsOf(days);
+    const QDateTime moment(QDate(parts.year, parts.month, parts.day), QTime(parts.hour, parts.minute, parts.second),
+                           Qt::UTC);
+    return moment.toString(form);
+}
+
+QString plainText(const Value &value)
+{
+    switch (value.type()) {
+    case Value::Type::Empty:
+    case Value::Type::Null:
+        return {};
+    case Value::Type::Boolean:
+        return value.boolean() ? u"True"_s : u"False"_s;
+    case Value::Type::Float:
+        return dao::singleText(value.real());
+    case Value::Type::Double:
+        return dao::numberText(value.real());
+    case Value::Type::Currency:
+        return dao::currencyText(value.integer());
+    case Value::Type::Date:
+        return plainDate(value.real(), u"MM/dd/yyyy HH:mm:ss");
+    case Value::Type::Text:
+        return value.text();
+    case Value::Type::Error:
+        return dao::failureWord(int(value.integer()));
+    case Value::Type::Binary:
+        return u"(%1 bytes)"_s.arg(value.binary().size());
+    default:
+        return QString::number(value.integer());
+    }
+}
+
+QString csvLine(const QStringList &cells)
+{
+    static constexpr QStringView special = u",\"\r\n";
+    QString line;
+    for (qsizetype i = 0; i < cells.size(); ++i) {
+        if (i > 0)
+            line += u',';
+        QString cell = cells[i];
+        const bool quotes = std::any_of(cell.cbegin(), cell.cend(), [](QChar c) { return special.contains(c); });
+        line += quotes ? u'"' + cell.replace(u'"', u"\"\""_s) + u'"' : cell;
+    }
+    return line + u"\r\n"_s;
+}
+
+} // namespace query

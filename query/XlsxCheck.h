@@ -1,0 +1,11 @@
+#pragma once
+#include <QString>
+
+namespace query {
+
+/// Checks that a spreadsheet file with one sheet is complete: every part of the archive can be read and has its end,
+/// and the sheet has as many bytes of rows as were written. Needed because libxlsxwriter does not look whether its
+/// temporary files could be written. Throws tarnwick::FileError.
+void checkXlsxFile(const QString &path, qint64 rowBytes);
+
+} // namespace query
