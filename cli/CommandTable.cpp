@@ -59,6 +59,34 @@ constexpr OptionSpec kSqlOptions[] = {
     {u"file", u"F", u"run the statements of a file, each ended by a semicolon at the end of a line"},
     kDatabase};
 
+constexpr OptionSpec kQueryOptions[] = {{u"param", u"NAME=VALUE", u"the value of a parameter; may be repeated", true},
+                                        {u"format", u"FORM", u"table (the default), csv or json"},
+                                        {u"out", u"FILE", u"write the rows to a file: .txt, .csv, .xlsx or .pdf"},
+                                        kDatabase};
+
+constexpr OptionSpec kQueriesOptions[] = {
+    {u"format", u"FORM", u"text (the default) or json"},
+    {u"versions", u"NAME", u"print the former texts of this query instead, the newest first"},
+    kDatabase};
+
+constexpr OptionSpec kStoreQueryOptions[] = {
+    {u"version", u"N", u"store a former text of the query again (1: the newest); FILE is left out"},
+    kDatabase,
+    kYes,
+    kNo,
+    kAnswers,
+    kVerbose};
+
+constexpr OptionSpec kDeleteQueryOptions[] = {kDatabase};
+
+constexpr OptionSpec kTubeOptions[] = {
+    {u"param", u"NAME=VALUE", u"the value of a parameter of a tab's query; may be repeated", true}, kDatabase};
+
+constexpr OptionSpec kFormatsOptions[] = {
+    {u"import", u"FILE", u"replace the program's display formats by those of a file"},
+    {u"export", u"FILE", u"write the display formats to a file"},
+    kDatabase};
+
 constexpr OptionSpec kSchemaOptions[] = {
     {u"format", u"FORM", u"text (the default) or json"}, {u"all", nullptr, u"system and hidden tables too"}, kDatabase};
 
@@ -153,6 +181,35 @@ constexpr Command kCommands[] = {
      u"member "
      u"\"error\". For every statement, the views and aliases of a project's database are brought up to date first.",
      kSqlOptions, runSql},
+    {u"query", u"DIR NAME|FILE.qry [options]", u"run a stored query or a query file",
+     u"A name that ends in .qry is a file, any other a query of the database. Rows go to the standard output in the "
+     u"form of --format. With --out they go to a file, whose ending says the form, and the number of rows is printed: "
+     u".txt has every row as the window exports it, in the widths of the display formats; .csv the values; .xlsx the "
+     u"values with their types; .pdf the page that the window prints. An existing file is replaced. A query without "
+     u"rows is run, and the number of rows affected printed; with --out it is refused. A parameter without a value is "
+     u"an error.",
+     kQueryOptions, runQuery},
+    {u"queries", u"DIR [options]", u"list the stored queries with their kinds and parameters",
+     u"The database is only read. Views, whose names end with #, are not listed. The last 20 texts of a query that was "
+     u"stored over or deleted are kept beside the "
+     u"database; --versions prints them.",
+     kQueriesOptions, runQueries},
+    {u"store-query", u"DIR NAME FILE|- [options]", u"store a query in the database",
+     u"NAME has at most 30 characters. FILE is a query file or any text file with one statement; - is the standard "
+     u"input. Asks before it replaces a query of that name; the replaced text is kept as a version. A name that ends "
+     u"with # belongs to a view and is refused, and so is a text with a syntax error.",
+     kStoreQueryOptions, runStoreQuery},
+    {u"delete-query", u"DIR NAME [options]", u"delete a stored query",
+     u"Asks nothing; the text is kept as a version, which \"arvo-cli store-query DIR NAME --version 1\" stores again.",
+     kDeleteQueryOptions, runDeleteQuery},
+    {u"tube", u"DIR ROW COL [SEC] [options]", u"print what the database holds about a tube",
+     u"The rows of each tab of the tube dialog: the report entries, then the tabs of the options. ROW, COL and SEC are "
+     u"numbers, or labels where the component has labels.",
+     kTubeOptions, runTube},
+    {u"formats", u"DIR [--import FILE|--export FILE]", u"list, import or export the display formats",
+     u"Without an option the formats of all fields are listed. An imported entry with a width or alignment that is not "
+     u"possible is refused and named; the others are taken. Fields that the file does not have get the default.",
+     kFormatsOptions, runFormats},
     {u"schema", u"DIR [NAME] [options]", u"list tables, fields, indexes, relations and stored queries",
      u"With NAME only that table or stored query, and the relations of the table. The database is only read.",
      kSchemaOptions, runSchema},

@@ -143,7 +143,7 @@ Target::Target(const QString &path, const Arguments &arguments, Takes takes)
     m_formatYear = hasOptions ? m_options.databaseFormat : m_project.databaseFormat;
     m_context.userMacros = m_options.userMacros;
     tarnwick::loadOptions(m_context.history, m_context.roots, m_prompts);
-    tarnwick::loadOptions(m_context.formats, m_context.roots, m_prompts);
+    query::loadFormats(m_context.formats, m_context.roots, m_prompts);
     if (arguments.has(u"database"))
         m_databasePath = pathOf(arguments.value(u"database"));
     else

@@ -98,7 +98,6 @@ void ColumnFormat::revalidate()
 
 void ColumnFormat::serialize(tarnwick::JFile &file)
 {
-    constexpr qint32 kMaxWidth = 4096;
     file.version(1);
     file.serialize(name);
     file.serialize(title);
@@ -108,10 +107,16 @@ void ColumnFormat::serialize(tarnwick::JFile &file)
     type = DataType(typeNumber);
     file.serialize(width);
     file.serialize(alignment);
-    if (file.isReading() && (width < 0 || width > kMaxWidth))
-        file.fail(u"the width of column '%1' is out of range"_s.arg(name));
-    if (file.isReading() && (alignment < Center || alignment > Right))
-        file.fail(u"the alignment of column '%1' is unknown"_s.arg(name));
+}
+
+QString ColumnFormat::fault() const
+{
+    constexpr qint32 kMaxWidth = 4096;
+    if (width < 0 || width > kMaxWidth)
+        return u"the width %1 is out of range"_s.arg(width);
+    if (alignment < Center || alignment > Right)
+        return u"the alignment %1 is unknown"_s.arg(alignment);
+    return {};
 }
 
 } // namespace db

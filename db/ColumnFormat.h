@@ -27,8 +27,10 @@ struct ColumnFormat
     /// conversion does not fit the type to the default of the type.
     void revalidate();
 
-    /// Record version 1: name, title, format, type, width, alignment.
+    /// Record version 1: name, title, format, type, width, alignment. Takes every width and alignment; see fault().
     void serialize(tarnwick::JFile &file);
+    /// What is wrong with a record that was read, as part of a sentence; empty if nothing is.
+    QString fault() const;
     bool operator==(const ColumnFormat &) const = default;
 };
 

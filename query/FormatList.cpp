@@ -1,5 +1,7 @@
 #include "FormatList.h"
 
+#include "Messages.h"
+
 namespace query {
 
 using namespace Qt::StringLiterals;
@@ -14,13 +16,6 @@ constexpr int kEntryVersion = 1;
 // Smallest record: version, byte counts of texts, numbers.
 constexpr int kSmallestFormat = 28;
 constexpr int kSmallestTable = 12;
-
-void serializeTable(tarnwick::JFile &file, FormatList::Table &table)
-{
-    file.version(kEntryVersion);
-    file.serialize(table.name);
-    file.list(table.fields, kSmallestFormat, [](tarnwick::JFile &to, ColumnFormat &format) { format.serialize(to); });
-}
 
 bool sameName(QStringView one, QStringView other)
 {
@@ -85,11 +80,49 @@ bool FormatList::rebuild(const dao::Database &database)
     return anyNew;
 }
 
+void FormatList::resetToDefaults()
+{
+    tables.clear();
+    m_refused.clear();
+}
+
+void FormatList::serializeTable(tarnwick::JFile &file, Table &table)
+{
+    file.version(kEntryVersion);
+    file.serialize(table.name);
+    file.list(table.fields, kSmallestFormat, [](tarnwick::JFile &to, ColumnFormat &format) { format.serialize(to); });
+    if (!file.isReading())
+        return;
+    table.fields.removeIf([&](const ColumnFormat &format) {
+        const QString fault = format.fault();
+        if (!fault.isEmpty())
+            m_refused.append(u"%1.%2: %3"_s.arg(table.name, format.name, fault));
+        return !fault.isEmpty();
+    });
+}
+
 void FormatList::serializeBody(tarnwick::JFile &file, int)
 {
-    file.list(tables, kSmallestTable, serializeTable);
+    file.list(tables, kSmallestTable, [this](tarnwick::JFile &to, Table &table) { serializeTable(to, table); });
     if (file.isReading())
         revalidate();
+}
+
+void showRefused(const FormatList &formats, tarnwick::UserPrompts &prompts)
+{
+    constexpr qsizetype kMostShown = 20;
+    QStringList lines = formats.refused().first(qMin(kMostShown, formats.refused().size()));
+    if (lines.isEmpty())
+        return;
+    if (const qsizetype more = formats.refused().size() - lines.size(); more > 0)
+        lines.append(u"... and %1 more"_s.arg(more));
+    prompts.information(messages::kFormatsRefused, lines.join(u'\n'));
+}
+
+void loadFormats(FormatList &formats, const tarnwick::PathRoots &roots, tarnwick::UserPrompts &prompts)
+{
+    if (tarnwick::loadOptions(formats, roots, prompts))
+        showRefused(formats, prompts);
 }
 
 } // namespace query

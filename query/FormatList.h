@@ -1,7 +1,7 @@
 #pragma once
 #include <dao/Database.h>
 #include <db/ColumnFormat.h>
-#include <tarnwick/OptionFile.h>
+#include <tarnwick/OptionPrompts.h>
 
 namespace query {
 
@@ -30,6 +30,10 @@ public:
     /// Resets every format that does not fit its type, and widens columns to their titles.
     void revalidate();
 
+    /// Entries of the file last read that were left out because of a fault, each with its table, field and reason. The
+    /// other entries of the file are there.
+    const QStringList &refused() const { return m_refused; }
+
     /// Updates the list to the database's current tables (without system and hidden ones) and fields, in order. Known
     /// fields keep their formats, others get the default. Returns true if any field got the default. Throws the
     /// engine's exceptions.
@@ -37,7 +41,17 @@ public:
 
 protected:
     void serializeBody(tarnwick::JFile &file, int version) override;
-    void resetToDefaults() override { tables.clear(); }
+    void resetToDefaults() override;
+
+private:
+    void serializeTable(tarnwick::JFile &file, Table &table);
+
+    QStringList m_refused;
 };
+
+/// Tells which entries of the file last read were refused, if any were.
+void showRefused(const FormatList &formats, tarnwick::UserPrompts &prompts);
+/// Loads the display formats of the program. A file that cannot be read and entries that were refused are reported.
+void loadFormats(FormatList &formats, const tarnwick::PathRoots &roots, tarnwick::UserPrompts &prompts);
 
 } // namespace query

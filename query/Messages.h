@@ -18,6 +18,10 @@ inline constexpr Message kQueryList{1068, u"Could not set query list."};
 inline constexpr Message kExecute{1069, u"Could not execute query."};
 inline constexpr Message kReadFile{1070, u"Could not read query file."};
 inline constexpr Message kStoreFile{1071, u"Could not store query to file."};
+inline constexpr Message kViewName{1072, u"Will not overwrite view!"};
+inline constexpr Message kStoreQuery{1073, u"Could not store query."};
+inline constexpr Message kFetchQuery{1074, u"Could not fetch query."};
+inline constexpr Message kDeleteQuery{1075, u"Could not delete query."};
 inline constexpr Message kClearRecords{1076, u"Could not clear records."};
 inline constexpr Message kCloseRecordset{1077, u"Could not close recordset."};
 
@@ -30,6 +34,12 @@ inline constexpr Message kAskSaveChanges{0, u"Do you wish to save changes?"};
 inline constexpr Message kParametersUnchanged{0, u"Parameters unchanged."};
 inline constexpr Message kLoaded{0, u"Loaded \"%S\"."};
 inline constexpr Message kStored{0, u"Stored \"%S\"."};
+inline constexpr Message kStoredQuery{0, u"Stored ARVO query \"%S\"."};
+inline constexpr Message kDeletedQuery{0, u"Deleted query \"%S\" from the database."};
+inline constexpr Message kAskOverwriteQuery{
+    0, u"Query \"%S\" already exists in the database.\nDo you wish to overwrite it?"};
+inline constexpr Message kFormatsRefused{0,
+                                         u"Some display formats were refused; these fields have their defaults.\n\n%S"};
 inline constexpr Message kStoringHistory{0, u"Could not store the query history.\n\n%S"};
 
 } // namespace query::messages

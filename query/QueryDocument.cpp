@@ -16,14 +16,26 @@ constexpr int kEditorVersion = 1;
 constexpr int kRecordVersion = 3;
 constexpr int kFirstVersionWithLayout = 3;
 
-QString decodeText(const QByteArray &bytes)
-{
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringConverter::Flag::Stateless);
-    const QString text = utf8(bytes);
-    return utf8.hasError() ? QString::fromLatin1(bytes) : text;
-}
+// The characters of code page 1252 from 0x80 to 0x9F; the others are those of Latin-1. Five are not defined and stay.
+constexpr char16_t kCodePage1252[] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                      0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                      0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 } // namespace
+
+QString textOfQuery(const QByteArray &bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringConverter::Flag::Stateless);
+    QString text = utf8(bytes);
+    if (!utf8.hasError())
+        return text;
+    text = QString::fromLatin1(bytes);
+    for (QChar &c : text)
+        if (c.unicode() >= 0x80 && c.unicode() < 0xA0)
+            c = QChar(kCodePage1252[c.unicode() - 0x80]);
+    return text;
+}
 
 bool QueryDocument::isFileName(QStringView name)
 {
@@ -48,7 +60,7 @@ void readQueryFile(QueryDocument &document, const QString &machinePath, const ta
         file.version(kEditorVersion);
         read.serialize(file);
     } else {
-        read.sql = decodeText(file.bytes());
+        read.sql = textOfQuery(file.bytes());
     }
     read.name = tarnwick::SuitePath::fromMachine(machinePath, roots).text();
     document = std::move(read);

@@ -25,8 +25,11 @@ struct QueryDocument
     bool operator==(const QueryDocument &) const = default;
 };
 
+/// The text of a query that is kept as plain text: UTF-8, otherwise code page 1252.
+QString textOfQuery(const QByteArray &bytes);
+
 /// Reads a query file: either the structured format, recognised by its first four bytes, or any text file with one SQL
-/// statement (UTF-8, otherwise 8-bit characters), which does not change the layout. The document's name becomes the
+/// statement (UTF-8, otherwise code page 1252), which does not change the layout. The document's name becomes the
 /// file's path relative to the project. Throws tarnwick::FileError; the document is then unchanged.
 void readQueryFile(QueryDocument &document, const QString &machinePath, const tarnwick::PathRoots &roots);
 

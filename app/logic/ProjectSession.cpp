@@ -47,7 +47,7 @@ ProjectSession::ProjectSession(tarnwick::UserPrompts &prompts)
     load(m_options);
     load(m_recent);
     load(m_queryContext.history);
-    load(m_queryContext.formats);
+    query::loadFormats(m_queryContext.formats, m_queryContext.roots, m_prompts);
     m_queryContext.userMacros = m_options.userMacros;
 }
 

@@ -20,10 +20,16 @@ protected:
         cli.mustRun({u"fill"_s, project, u"random"_s, u"--percent"_s, u"20"_s, u"--map"_s, map});
         for (const QString &field : {u"x"_s, u"y"_s})
             cli.mustRun({u"sql"_s, project, u"ALTER TABLE tubes DROP COLUMN "_s + field});
-        for (const QString &name : {u"p.pdf"_s, u"p.svg"_s, u"p.emf"_s, u"p.png"_s, u"p.bmp"_s, u"p.jpg"_s}) {
-            QFile file(folder.filePath(name));
+        QFile query(tubes);
+        EXPECT_TRUE(query.open(QIODevice::WriteOnly));
+        query.write("SELECT row, col FROM tubes");
+        query.close();
+        cli.mustRun({u"store-query"_s, project, u"tubes of it"_s, tubes});
+        cli.mustRun({u"formats"_s, project, u"--export"_s, formats});
+        for (const QString &ending : QStringList{u"svg"_s, u"emf"_s, u"png"_s, u"bmp"_s, u"jpg"_s} + kExports) {
+            QFile file(folder.filePath(u"p."_s + ending));
             EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write("an older picture");
+            file.write("an older file");
         }
     }
 
@@ -53,6 +59,9 @@ protected:
     QTemporaryDir folder;
     QString project = folder.filePath(u"project"_s);
     QString map = project + u"/maps/plan.map"_s;
+    QString tubes = project + u"/queries/tubes.qry"_s;
+    QString formats = folder.filePath(u"formats.opt"_s);
+    const QStringList kExports{u"txt"_s, u"csv"_s, u"xlsx"_s, u"pdf"_s};
 };
 
 } // namespace
@@ -66,9 +75,15 @@ TEST_F(FullDiskTest, NoCommandSaysThatItWroteWhatItDidNot)
         QStringList{u"upload"_s, project, u"--yes"_s} + below(u"reports"_s, u"*.rep"_s),
         {u"upload-component"_s, project, u"--yes"_s},
         {u"sql"_s, project, u"UPDATE tubes SET is_marked = True"_s},
+        {u"store-query"_s, project, u"tubes of it"_s, project + u"/queries/cracks.qry"_s, u"--yes"_s},
+        {u"delete-query"_s, project, u"tubes of it"_s},
+        {u"formats"_s, project, u"--import"_s, formats},
+        {u"formats"_s, project, u"--export"_s, formats},
         {u"connect"_s, project, u"--convert"_s, u"yes"_s},
         {u"fill"_s, project, u"pattern"_s, u"--row-inc"_s, u"3"_s, u"--map"_s, map},
     };
+    for (const QString &ending : kExports)
+        commands.append({u"query"_s, project, u"tubes of it"_s, u"--out"_s, folder.filePath(u"p."_s + ending)});
     for (const QString &ending : {u"pdf"_s, u"svg"_s, u"emf"_s, u"png"_s, u"bmp"_s, u"jpg"_s})
         commands.append({u"map"_s, project, u"--map"_s, map, u"--out"_s, folder.filePath(u"p."_s + ending)});
     const QString samples = qEnvironmentVariable("ARVO_TESTDATA");

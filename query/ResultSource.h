@@ -1,0 +1,36 @@
+#pragma once
+#include "QueryResult.h"
+
+#include <tarnwick/GridSource.h>
+
+namespace query {
+
+/// The rows of a result as a table that is only read: for printing.
+class ResultSource : public tarnwick::GridSource
+{
+public:
+    /// The result must live as long as this object.
+    explicit ResultSource(const QueryResult &result)
+        : m_result(&result)
+    {
+    }
+
+    int rowCount() const override { return int(m_result->rowCount()); }
+    int columnCount() const override { return m_result->columnCount(); }
+    tarnwick::GridColumn column(int column) const override
+    {
+        const db::ColumnFormat &format = m_result->column(column);
+        tarnwick::GridColumn grid;
+        grid.title = format.title;
+        grid.width = format.width;
+        grid.align = tarnwick::ColumnAlign(format.alignment);
+        return grid;
+    }
+    QString text(int row, int column) const override { return m_result->cellText(row, column); }
+    QString tip(int row, int column) const override { return m_result->cellTip(row, column); }
+
+private:
+    const QueryResult *m_result;
+};
+
+} // namespace query
