@@ -39,6 +39,7 @@ void visitFields(Entry &entry, Visitor &visit)
     visit.field(u"analyst_id", entry.analystId);
     visit.field(u"oper_id", entry.operatorId);
     visit.field(u"entry_time", entry.entryTime);
+    visit.field(u"edited", entry.edited);
 }
 
 QStringList fieldNames()
@@ -62,38 +63,66 @@ constexpr SiteProperty kSiteProperties[] = {
     {u"outage", &fenwright::SiteInfo::outage},
 };
 
+struct OriginProperty
+{
+    QStringView name;
+    QString History::Origin::*member;
+};
+constexpr OriginProperty kOriginProperties[] = {
+    {u"database", &History::Origin::database},
+    {u"outages", &History::Origin::outages},
+    {u"codes", &History::Origin::codes},
+};
+
 } // namespace
 
-void History::load(const QString &machinePath)
+void History::read(const QString &machinePath, const std::function<void(HistoryEntry &)> &take)
 {
     TableScanner table = TableScanner::open(machinePath, {u"row"_s, u"col"_s, u"outage"_s, u"defect"_s});
-    History read;
-    read.isCounted = table.isCounted();
+    isCounted = table.isCounted();
     for (const SiteProperty &property : kSiteProperties)
-        read.site.*property.member = table.property(property.name.toString());
+        site.*property.member = table.property(property.name.toString());
+    for (const OriginProperty &property : kOriginProperties)
+        origin.*property.member = table.property(property.name.toString());
     RowReader reader(table, fieldNames());
     while (table.next()) {
         table.requireCells();
         HistoryEntry entry;
         reader.startRow();
         visitFields(entry, reader);
-        read.entries.append(std::move(entry));
+        take(entry);
     }
-    std::swap(*this, read);
 }
 
-void History::store(const QString &machinePath) const
+void History::load(const QString &machinePath)
+{
+    History loaded;
+    loaded.read(machinePath, [&](HistoryEntry &entry) { loaded.entries.append(std::move(entry)); });
+    std::swap(*this, loaded);
+}
+
+void History::write(const QString &machinePath, const std::function<const HistoryEntry *()> &next) const
 {
     TableWriter table;
     for (const SiteProperty &property : kSiteProperties)
         table.property(property.name.toString(), site.*property.member);
+    for (const OriginProperty &property : kOriginProperties) {
+        if (!(origin.*property.member).isEmpty())
+            table.property(property.name.toString(), origin.*property.member);
+    }
     table.heading(fieldNames());
     RowWriter writer(table);
-    for (const HistoryEntry &entry : entries) {
-        visitFields(entry, writer);
+    while (const HistoryEntry *entry = next()) {
+        visitFields(*entry, writer);
         table.endRow();
     }
     table.write(machinePath);
+}
+
+void History::store(const QString &machinePath) const
+{
+    qsizetype written = 0;
+    write(machinePath, [&] { return written < entries.size() ? &entries[written++] : nullptr; });
 }
 
 } // namespace brannock

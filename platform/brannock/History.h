@@ -1,6 +1,8 @@
 #pragma once
 #include "Report.h"
 
+#include <functional>
+
 namespace brannock {
 
 /// One past result of a tube.
@@ -26,6 +28,7 @@ struct HistoryEntry
     QString outage;
     TubeLoc location;
     TubeLoc to;
+    bool edited = false; ///< a user changed it after it came from the database
 };
 
 /// The results of past outages (*.hst). Stored as a tab-separated table.
@@ -37,9 +40,22 @@ public:
     /// False if the file does not state its number of rows.
     bool isCounted = true;
 
+    /// Where the entries come from, in words: the database, the outages and the codes of indications. May be empty.
+    struct Origin
+    {
+        QString database;
+        QString outages;
+        QString codes;
+    } origin;
+
     /// Throw tarnwick::FileError. If loading fails, the history is unchanged.
     void load(const QString &machinePath);
     void store(const QString &machinePath) const;
+
+    /// As load() and store(), for histories that are kept in another form: each entry is passed on when it is read, or
+    /// asked for when it is written. The entries here are not used. next() returns null after the last one.
+    void read(const QString &machinePath, const std::function<void(HistoryEntry &)> &take);
+    void write(const QString &machinePath, const std::function<const HistoryEntry *()> &next) const;
 };
 
 } // namespace brannock

@@ -59,6 +59,11 @@ void RowReader::field(QStringView, float &value)
         value = m_scanner.single(column, value);
 }
 
+void RowReader::field(QStringView, bool &value)
+{
+    value = m_scanner.flag(m_columns[m_next++].index, value);
+}
+
 std::optional<JDateTime> RowReader::sameHour(QByteArrayView cell) const
 {
     if (m_hour.isEmpty() || cell.size() != kIsoSize || !cell.startsWith(m_hour) || cell[13] != ':' || cell[16] != ':')

@@ -63,6 +63,7 @@ public:
     void field(QStringView, double &value);
     void field(QStringView, float &value);
     void field(QStringView, tarnwick::JDateTime &value);
+    void field(QStringView, bool &value);
     template <typename T>
     void sparse(QStringView name, T &value)
     {
@@ -100,6 +101,7 @@ public:
     void field(QStringView, double value) { m_table.cell(value); }
     void field(QStringView, float value) { m_table.cell(value); }
     void field(QStringView, const tarnwick::JDateTime &value);
+    void field(QStringView, bool value) { m_table.cell(value ? QStringView(u"1") : QStringView()); }
     /// Zero is not written: in results files an empty number means "not measured".
     template <typename T>
     void sparse(QStringView, T value)

@@ -68,6 +68,7 @@ void Recordset::Impl::moveTo(qint64 target)
     dropEdit();
     onDeleted = false;
     row = target;
+    loadedRow = -1; // another program may have changed the row since
 }
 
 void Recordset::Impl::step(int direction)

@@ -1,0 +1,331 @@
+#include "HistoryList.h"
+
+#include "HistoryFetch.h"
+#include "Messages.h"
+
+#include <QElapsedTimer>
+#include <tarnwick/OptionPrompts.h>
+
+namespace results {
+
+using namespace Qt::StringLiterals;
+using tarnwick::Answer;
+using tarnwick::Buttons;
+
+namespace {
+
+const tarnwick::Message &sortMessage(HistorySort sort)
+{
+    switch (sort) {
+    case HistorySort::Tube:
+        return messages::kSortTube;
+    case HistorySort::Column:
+        return messages::kSortColumn;
+    case HistorySort::Indication:
+        return messages::kSortIndication;
+    case HistorySort::Volts:
+        return messages::kSortVolts;
+    case HistorySort::Phase:
+        return messages::kSortPhase;
+    case HistorySort::Percent:
+        return messages::kSortPcnt;
+    case HistorySort::Fetched:
+        break;
+    }
+    return messages::kSortFetched;
+}
+
+} // namespace
+
+bool HistoryList::fetchFilters()
+{
+    if (!db::checkConnected(*m_session))
+        return false;
+    tarnwick::UserPrompts &prompts = m_session->prompts();
+    QList<OutageChoice> outages;
+    const auto readOutages = [&] { outages = fetchOutages(m_session->database(), choices().outages); };
+    const auto readDefects = [&] { choices().defects = fetchDefects(m_session->database(), choices().defects); };
+    if (!tarnwick::attempt(prompts, readOutages, messages::kFetchOutages) ||
+        !tarnwick::attempt(prompts, readDefects, messages::kFetchDefects))
+        return false;
+    choices().outages = outages;
+    return true;
+}
+
+tarnwick::Outcome HistoryList::fetch()
+{
+    if (!db::checkConnected(*m_session))
+        return tarnwick::Outcome::Failed;
+    tarnwick::UserPrompts &prompts = m_session->prompts();
+    QElapsedTimer timer;
+    timer.start();
+    HistoryRows rows;
+    const auto read = [&] { fetchHistoryRows(*m_session, rows, m_progress); };
+    const auto outcome = tarnwick::attemptCancellable(prompts, read, messages::kFetchHistory);
+    if (outcome == tarnwick::Outcome::Cancelled)
+        prompts.status(messages::kFetchCancelled);
+    if (outcome != tarnwick::Outcome::Done)
+        return outcome;
+    replace(std::move(rows));
+    m_file.clear();
+    m_loaded = {};
+    m_changed = true;
+    applyFilter();
+    constexpr double kMsPerSecond = 1000;
+    prompts.status(messages::kFetchTime, double(timer.elapsed()) / kMsPerSecond);
+    return tarnwick::Outcome::Done;
+}
+
+void HistoryList::replace(HistoryRows &&rows)
+{
+    m_rows = std::move(rows);
+    m_order.clear();
+    m_undo.clear();
+    m_kept = m_rows.count();
+}
+
+bool HistoryList::open(const QString &machinePath)
+{
+    HistoryRows rows;
+    brannock::History file;
+    const auto read = [&] {
+        file.read(machinePath, [&](brannock::HistoryEntry &entry) { rows.append(rows.packed(entry)); });
+    };
+    if (!tarnwick::attempt(m_session->prompts(), read, messages::kCouldNotLoadHistory))
+        return false;
+    rows.numberInAnyOrder();
+    replace(std::move(rows));
+    m_file = machinePath;
+    m_loaded = file;
+    m_changed = false;
+    addMissingChoices();
+    sort();
+    if (!file.isCounted)
+        m_session->prompts().information(messages::kHistoryUncounted);
+    m_session->prompts().status(messages::kHistoryLoaded);
+    return true;
+}
+
+void HistoryList::addMissingChoices()
+{
+    QHash<quint32, qint32> outages;
+    QHash<quint32, qint32> codes;
+    for (size_t i = 0; i < m_rows.count(); ++i) {
+        ++outages[m_rows.texts.folded(m_rows[i].outage)];
+        ++codes[m_rows.texts.folded(m_rows[i].defect)];
+    }
+    for (const OutageChoice &known : std::as_const(choices().outages))
+        outages.remove(quint32(m_rows.texts.findFolded(known.outage)));
+    for (const DefectChoice &known : std::as_const(choices().defects))
+        codes.remove(quint32(m_rows.texts.findFolded(known.code)));
+    for (auto it = outages.cbegin(); it != outages.cend(); ++it)
+        choices().outages.append({m_rows.texts[it.key()], true});
+    for (auto it = codes.cbegin(); it != codes.cend(); ++it) {
+        DefectChoice choice;
+        choice.code = m_rows.texts[it.key()];
+        choice.count = it.value();
+        choices().defects.append(choice);
+    }
+    // The latest outage of a tube is the one that stands last.
+    std::stable_sort(choices().outages.begin(), choices().outages.end(),
+                     [](const auto &a, const auto &b) { return a.outage.compare(b.outage, Qt::CaseInsensitive) < 0; });
+    std::stable_sort(choices().defects.begin(), choices().defects.end(),
+                     [](const auto &a, const auto &b) { return a.code.compare(b.code, Qt::CaseInsensitive) < 0; });
+}
+
+bool HistoryList::saveAs(const QString &machinePath)
+{
+    brannock::History file;
+    const bool isLoaded = !m_file.isEmpty();
+    file.site = isLoaded ? m_loaded.site : m_project->site;
+    if (!isLoaded)
+        file.site.outage = m_project->outageName();
+    file.origin.database = isLoaded ? m_loaded.origin.database : m_session->path();
+    file.origin.outages = choices().outagesText();
+    file.origin.codes = choices().codesText();
+    int place = 0;
+    brannock::HistoryEntry entry;
+    const auto next = [&]() -> const brannock::HistoryEntry * {
+        while (place < count() && !isKept(place))
+            ++place;
+        if (place == count())
+            return nullptr;
+        entry = entryAt(place++);
+        return &entry;
+    };
+    const auto write = [&] { file.write(machinePath, next); };
+    if (!tarnwick::attempt(m_session->prompts(), write, messages::kCouldNotStoreHistory))
+        return false;
+    m_changed = false;
+    m_session->prompts().status(messages::kHistoryStored, machinePath);
+    return true;
+}
+
+bool HistoryList::save()
+{
+    return saveAs(m_file.isEmpty() ? m_project->pathOf(m_options->historyFile) : m_file);
+}
+
+void HistoryList::clear()
+{
+    if (m_session->prompts().question(Buttons::NoYes, messages::kClearHistory) != Answer::Yes)
+        return;
+    m_changed = m_changed || count() > 0;
+    replace({});
+}
+
+void HistoryList::applyFilter()
+{
+    if (m_sort != HistorySort::Fetched)
+        sort();
+    m_kept = choices().apply(m_rows);
+    m_changed = true;
+    m_session->prompts().status(messages::kFilterDone);
+}
+
+void HistoryList::sortBy(HistorySort order)
+{
+    m_sort = order;
+    m_session->prompts().status(sortMessage(order));
+    sort();
+}
+
+void HistoryList::sort()
+{
+    m_order.clear();
+    if (m_sort == HistorySort::Fetched)
+        return;
+    m_session->prompts().status(messages::kSorting);
+    m_order = sortedHistory(m_rows, m_sort);
+    m_session->prompts().status(messages::kDoneSorting);
+}
+
+QString HistoryList::counterText() const
+{
+    return tarnwick::format(messages::kHistoryCounter.text, m_kept, m_rows.count());
+}
+
+QString HistoryList::caption() const
+{
+    if (!m_file.isEmpty())
+        return tarnwick::format(messages::kHistoryCaptionFile.text, m_file);
+    return tarnwick::format(messages::kHistoryCaptionDatabase.text, m_project->site.siteCode, m_project->site.compCode);
+}
+
+QString HistoryList::printHeader() const
+{
+    const fenwright::SiteInfo &site = m_file.isEmpty() ? m_project->site : m_loaded.site;
+    return tarnwick::format(messages::kHistoryPrintHeader.text, site.siteCode, site.compCode);
+}
+
+void HistoryList::change(int place, const HistoryRow &changed)
+{
+    const size_t index = indexOf(place);
+    m_undo.push_back({quint32(index), m_rows[index]});
+    put(index, changed);
+    m_changed = true;
+}
+
+void HistoryList::put(size_t index, const HistoryRow &row)
+{
+    const bool isNumbered = row.isSameTube(m_rows[index]) && row.outage == m_rows[index].outage;
+    m_rows[index] = row;
+    if (!isNumbered)
+        m_rows.numberInAnyOrder();
+}
+
+void HistoryList::edit(int place, const brannock::HistoryEntry &entry)
+{
+    const HistoryRow before = rowAt(place);
+    HistoryRow row = m_rows.packed(entry);
+    row.tube = before.tube;
+    row.rank = before.rank;
+    row.keep = before.keep;
+    row.edited = true;
+    change(place, row);
+}
+
+void HistoryList::setKept(int place, bool keep)
+{
+    HistoryRow row = rowAt(place);
+    if (row.keep == keep)
+        return;
+    row.keep = keep;
+    row.edited = true;
+    change(place, row);
+    m_kept += keep ? 1 : -1;
+}
+
+int HistoryList::undo()
+{
+    if (m_undo.empty())
+        return -1;
+    const Change last = m_undo.back();
+    m_undo.pop_back();
+    put(last.index, last.before);
+    // The filter may have changed since.
+    m_kept = choices().apply(m_rows);
+    if (m_order.empty())
+        return int(last.index);
+    return int(std::find(m_order.begin(), m_order.end(), last.index) - m_order.begin());
+}
+
+bool HistoryList::closeWithOk()
+{
+    if (m_changed && !save())
+        return false;
+    tarnwick::storeOptions(*m_options, m_project->roots(), m_session->prompts());
+    return true;
+}
+
+bool HistoryList::closeWithCancel()
+{
+    if (!m_changed || count() == 0)
+        return true;
+    const Answer answer = m_session->prompts().question(Buttons::YesNoCancel, messages::kSaveHistory);
+    return answer == Answer::No || (answer == Answer::Yes && closeWithOk());
+}
+
+QStringList HistoryList::columnTitles(const ellery::SteamGen &steamGen)
+{
+    QStringList titles{u"ENTRY"_s};
+    if (steamGen.hasSections())
+        titles.append(steamGen.axisNames[int(ellery::Axis::Sec)]);
+    titles += {steamGen.axisNames[int(ellery::Axis::Row)], steamGen.axisNames[int(ellery::Axis::Col)]};
+    return titles + QStringList{u"CODE"_s,   u"VOLTS"_s, u"PCNT"_s, u"CHAN"_s,  u"LOCATION"_s, u"EXTENT"_s,  u"DATE"_s,
+                                u"OUTAGE"_s, u"KEEP"_s,  u"LEG"_s,  u"PROBE"_s, u"SIZE"_s,     u"ANALYST"_s, u"OPER"_s};
+}
+
+QStringList HistoryList::cells(int place) const
+{
+    const brannock::HistoryEntry entry = entryAt(place);
+    const ellery::SteamGen &steamGen = m_project->steamGen;
+    QStringList cells{QString::number(place + 1)};
+    if (steamGen.hasSections())
+        cells.append(steamGen.tubeLabel(ellery::Axis::Sec, entry.sec));
+    cells += {steamGen.tubeLabel(ellery::Axis::Row, entry.row), steamGen.tubeLabel(ellery::Axis::Col, entry.col)};
+    const auto located = [](const char16_t *form, const brannock::TubeLoc &where) {
+        return where.isValid() ? tarnwick::format(QStringView(form), where.landmark, double(where.offset)) : QString();
+    };
+    QString extent = located(u"TO %-3S %+.2f", entry.to);
+    if (extent.isEmpty() && !(entry.beginTest.isEmpty() && entry.endTest.isEmpty()))
+        extent = tarnwick::format(u"%-3S %-3S", entry.beginTest, entry.endTest);
+    static const QStringList legs{u"NONE"_s, u"OUTLET"_s, u"INLET"_s, u"UBEND"_s};
+    cells += {entry.defect,
+              entry.volts == 0 ? QString() : tarnwick::format(u"%.2f", entry.volts),
+              entry.percent == 0 ? QString() : tarnwick::format(u"%3d%%", entry.percent),
+              entry.channel,
+              located(u"%-3S %+.2f", entry.location),
+              extent,
+              tarnwick::format(u"%{%m/%d/%Y}t", entry.entryTime),
+              entry.outage,
+              isKept(place) ? u"X"_s : QString(),
+              legs.value(entry.leg + 1, QString::number(entry.leg)),
+              entry.probeModel,
+              entry.probeSize == 0 ? QString() : QString::number(entry.probeSize),
+              entry.analystId,
+              entry.operatorId};
+    return cells;
+}
+
+} // namespace results

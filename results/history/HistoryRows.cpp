@@ -1,0 +1,149 @@
+#include "HistoryRows.h"
+
+#include <algorithm>
+#include <numeric>
+#include <tuple>
+
+namespace results {
+
+TextNumbers::TextNumbers()
+{
+    add(QString());
+}
+
+quint32 TextNumbers::add(const QString &text)
+{
+    const auto known = m_numbers.constFind(text);
+    if (known != m_numbers.constEnd())
+        return *known;
+    const auto number = quint32(m_texts.size());
+    m_texts.push_back(text);
+    m_numbers.insert(text, number);
+    const QString folded = text.toCaseFolded();
+    const auto first = m_foldedNumbers.constFind(folded);
+    m_folded.push_back(first == m_foldedNumbers.constEnd() ? number : *first);
+    if (m_folded.back() == number)
+        m_foldedNumbers.insert(folded, number);
+    return number;
+}
+
+qint64 TextNumbers::findFolded(const QString &text) const
+{
+    const auto found = m_foldedNumbers.constFind(text.toCaseFolded());
+    return found == m_foldedNumbers.constEnd() ? -1 : qint64(*found);
+}
+
+void HistoryRows::append(const HistoryRow &row)
+{
+    if (m_count == m_chunks.size() * kChunk)
+        m_chunks.push_back(std::make_unique<HistoryRow[]>(kChunk));
+    (*this)[m_count++] = row;
+}
+
+brannock::HistoryEntry HistoryRows::entry(size_t index) const
+{
+    const HistoryRow &row = (*this)[index];
+    brannock::HistoryEntry entry;
+    entry.sec = row.sec;
+    entry.row = row.row;
+    entry.col = row.col;
+    entry.channel = texts[row.channel];
+    entry.volts = row.volts;
+    entry.phase = row.phase;
+    entry.percent = row.percent;
+    entry.defect = texts[row.defect];
+    entry.calNumber = row.calNumber;
+    entry.leg = row.leg;
+    entry.beginTest = texts[row.beginTest];
+    entry.endTest = texts[row.endTest];
+    entry.probeSize = row.probeSize;
+    entry.probeModel = texts[row.probeModel];
+    entry.analystId = texts[row.analystId];
+    entry.operatorId = texts[row.operatorId];
+    if (row.entryTime != HistoryRow::kNoTime)
+        entry.entryTime = tarnwick::JDateTime::fromSeconds(row.entryTime);
+    entry.outage = texts[row.outage];
+    entry.location = {texts[row.locLand], row.locOffset, row.locPoint, row.locDist};
+    entry.to = {texts[row.toLand], row.toOffset, row.toPoint, row.toDist};
+    entry.edited = row.edited;
+    return entry;
+}
+
+HistoryRow HistoryRows::packed(const brannock::HistoryEntry &entry)
+{
+    HistoryRow row;
+    row.sec = entry.sec;
+    row.row = entry.row;
+    row.col = entry.col;
+    row.channel = texts.add(entry.channel);
+    row.volts = entry.volts;
+    row.phase = entry.phase;
+    row.percent = qint16(entry.percent);
+    row.defect = texts.add(entry.defect);
+    row.calNumber = quint16(entry.calNumber);
+    row.leg = qint16(entry.leg);
+    row.beginTest = texts.add(entry.beginTest);
+    row.endTest = texts.add(entry.endTest);
+    row.probeSize = qint16(entry.probeSize);
+    row.probeModel = texts.add(entry.probeModel);
+    row.analystId = texts.add(entry.analystId);
+    row.operatorId = texts.add(entry.operatorId);
+    row.entryTime = entry.entryTime.isNull() ? HistoryRow::kNoTime : entry.entryTime.seconds();
+    row.outage = texts.add(entry.outage);
+    row.locLand = texts.add(entry.location.landmark);
+    row.locOffset = entry.location.offset;
+    row.locPoint = entry.location.point;
+    row.locDist = entry.location.dist;
+    row.toLand = texts.add(entry.to.landmark);
+    row.toOffset = entry.to.offset;
+    row.toPoint = entry.to.point;
+    row.toDist = entry.to.dist;
+    row.edited = entry.edited;
+    // In files and dialogs an empty number means that nothing was measured.
+    row.hasVolts = entry.volts != 0;
+    row.hasPhase = entry.phase != 0;
+    row.hasPercent = entry.percent != 0;
+    return row;
+}
+
+template <typename IndexAt>
+void HistoryRows::numberBy(IndexAt indexAt)
+{
+    const HistoryRow *previous = nullptr;
+    m_tubes = 0;
+    for (size_t i = 0; i < m_count; ++i) {
+        HistoryRow &row = (*this)[indexAt(i)];
+        const bool sameTube = previous && row.isSameTube(*previous);
+        if (!sameTube)
+            ++m_tubes;
+        row.tube = m_tubes - 1;
+        row.rank = 0;
+        if (sameTube)
+            row.rank = previous->rank + (texts.folded(row.outage) != texts.folded(previous->outage) ? 1 : 0);
+        previous = &row;
+    }
+}
+
+void HistoryRows::number()
+{
+    numberBy([](size_t i) { return i; });
+}
+
+void HistoryRows::numberInAnyOrder()
+{
+    std::vector<quint32> order(m_count);
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [this](quint32 left, quint32 right) {
+        const HistoryRow &a = (*this)[left];
+        const HistoryRow &b = (*this)[right];
+        if (!a.isSameTube(b))
+            return std::tie(a.sec, a.row, a.col) < std::tie(b.sec, b.row, b.col);
+        const quint32 outageOfA = texts.folded(a.outage);
+        const quint32 outageOfB = texts.folded(b.outage);
+        return outageOfA != outageOfB &&
+               texts[outageOfA].compare(texts[outageOfB], Qt::CaseInsensitive) > 0; // the latest first
+    });
+    numberBy([&](size_t i) { return size_t(order[i]); });
+}
+
+} // namespace results
