@@ -90,6 +90,47 @@ constexpr OptionSpec kFormatsOptions[] = {
 constexpr OptionSpec kSchemaOptions[] = {
     {u"format", u"FORM", u"text (the default) or json"}, {u"all", nullptr, u"system and hidden tables too"}, kDatabase};
 
+constexpr OptionSpec kHistoryOptions[] = {
+    {u"mode", u"MODE",
+     u"latest: of each tube the latest of the outages (the default); selected: all of them; all: every outage"},
+    {u"outages", u"A,B,...", u"the outages that are kept (every one)"},
+    {u"defects", u"LIST",
+     u"the codes that are kept, each with thresholds if wanted: CODE[:volts[:pcnt]],... (every code)"},
+    {u"sort", u"ORDER", u"tube, column, indication, volts, phase or pcnt (sec, row, col, latest outage first)"},
+    {u"out", u"FILE.hst", u"store the kept entries as a history file"},
+    {u"all", nullptr, u"print the entries that are not kept, too"},
+    {u"format", u"FORM", u"table (the default), csv or json; with --out nothing is printed without it"},
+    kDatabase,
+    kVerbose};
+
+constexpr OptionSpec kRepairsOptions[] = {
+    {u"view", u"VIEW", u"all (the default), scheduled, completed, or need-heat: completed with a heat number missing"},
+    {u"outage", u"O", u"only repairs of this outage"},
+    {u"type", u"T", u"only repairs of this type, such as Plug"},
+    {u"format", u"FORM", u"table (the default), csv or json"},
+    kDatabase};
+
+constexpr OptionSpec kScheduleOptions[] = {
+    {u"tubes", u"F.lst", u"the list of the tubes"},
+    {u"query", u"F.qry", u"in place of a list: the tubes that this query returns"},
+    {u"param", u"NAME=VALUE", u"the value of a query's parameter; may be repeated", true},
+    {u"type", u"T", u"the repair type: Plug, Sleeve, Tubesheet Plug, ...; any text"},
+    {u"set", u"FIELD=VALUE", u"another field of table repairs, such as vendor; may be repeated", true},
+    kDatabase,
+    kYes,
+    kNo,
+    kAnswers,
+    kVerbose};
+
+constexpr OptionSpec kCompleteOptions[] = {{u"tubes", u"F.lst", u"the list of the tubes"},
+                                           {u"type", u"T", u"only repairs of this type"},
+                                           {u"date", u"D", u"date of completion, with a time if wanted (now)"},
+                                           kDatabase,
+                                           kYes,
+                                           kNo,
+                                           kAnswers,
+                                           kVerbose};
+
 constexpr OptionSpec kExplainOptions[] = {{u"format", u"FORM", u"text (the default) or json"}, kDatabase};
 
 constexpr OptionSpec kFillOptions[] = {
@@ -213,6 +254,25 @@ constexpr Command kCommands[] = {
     {u"schema", u"DIR [NAME] [options]", u"list tables, fields, indexes, relations and stored queries",
      u"With NAME only that table or stored query, and the relations of the table. The database is only read.",
      kSchemaOptions, runSchema},
+    {u"history", u"DIR [options]", u"list results of past outages, and make a history file",
+     u"Takes the rows of table report, numbers tubes and the outages of each tube (rank 0 is its latest), and keeps "
+     u"those that pass the outages and codes. Outages compare as text. An empty volts or pcnt counts as 0 at a "
+     u"threshold. Largest values stand first; entries that sort equal keep the order sec, row, col, latest outage. A "
+     u"threshold below 0 is none. The database is only read.",
+     kHistoryOptions, runHistory},
+    {u"repairs", u"DIR [options]", u"list the repairs of tubes",
+     u"Prints the rows of table repairs, sorted by section, row, column, type and outage. The database is only read.",
+     kRepairsOptions, runRepairs},
+    {u"schedule-repairs", u"DIR --tubes F.lst|--query F.qry --type T [options]", u"schedule a repair for each tube",
+     u"Adds a row to table repairs for each tube, with site, component and outage of the project and the present "
+     u"time, all or none. Tubes that do not exist are named and passed over. Tells when there are duplicates: repairs "
+     u"of "
+     u"one tube with the same type and location.",
+     kScheduleOptions, runScheduleRepairs},
+    {u"complete-repairs", u"DIR --tubes F.lst [options]", u"mark scheduled repairs as completed",
+     u"Sets the date of completion of every scheduled repair of these tubes, all or none. Tubes without one are named. "
+     u"Asks before it overwrites what another program has changed meanwhile.",
+     kCompleteOptions, runCompleteRepairs},
     {u"explain", u"DIR STATEMENT [options]", u"explain how the engine executes a statement, without running it",
      u"Prints parameters with their types, columns with their sources, whether rows can be changed or why not, the SQL "
      u"passed to the inner engine, and the indexes that it uses. The database is only read.",

@@ -11,9 +11,6 @@
 #include <map/MapFiles.h>
 #include <map/TubeText.h>
 #include <QFileInfo>
-#include <query/Messages.h>
-#include <query/QueryDocument.h>
-#include <tarnwick/Failures.h>
 
 namespace cli {
 
@@ -66,16 +63,6 @@ void setFlips(const QString &axes, brannock::PictureContent &content)
     }
 }
 
-/// Marks the tubes of a query file. Returns false after reporting the error.
-bool addQuery(Target &target, const QString &path)
-{
-    query::QueryDocument document;
-    const auto read = [&] { query::readQueryFile(document, target.pathOf(path), target.project().roots()); };
-    if (!tarnwick::attempt(target.prompts(), read, query::messages::kReadFile))
-        return false;
-    return map::addFillOfQuery(target.map(), target.fillRunner(), document);
-}
-
 } // namespace
 
 int runMap(const Arguments &arguments)
@@ -103,7 +90,8 @@ int runMap(const Arguments &arguments)
     if (arguments.has(u"query") && !target.connect())
         return Failed;
     for (const QString &path : arguments.values(u"query")) {
-        if (!addQuery(target, path))
+        const auto query = readQuery(target, path);
+        if (!query || !map::addFillOfQuery(target.map(), target.fillRunner(), *query))
             return Failed;
     }
 

@@ -22,13 +22,13 @@ namespace {
 class TableWriter : public RowWriter
 {
 public:
-    void begin(const dao::Recordset &rows) override
+    void begin(const QList<OutputColumn> &columns) override
     {
         QStringList titles;
         QList<bool> numeric;
-        for (int i = 0; i < rows.fieldCount(); ++i) {
-            titles.append(rows.field(i).name);
-            numeric.append(dao::isNumericType(rows.field(i).type));
+        for (const OutputColumn &column : columns) {
+            titles.append(column.name);
+            numeric.append(dao::isNumericType(column.type));
         }
         m_printer.emplace(titles, numeric);
     }
@@ -69,11 +69,11 @@ private:
 class CsvWriter : public RowWriter
 {
 public:
-    void begin(const dao::Recordset &rows) override
+    void begin(const QList<OutputColumn> &columns) override
     {
         QStringList titles;
-        for (int i = 0; i < rows.fieldCount(); ++i)
-            titles.append(rows.field(i).name);
+        for (const OutputColumn &column : columns)
+            titles.append(column.name);
         printData(query::csvLine(titles));
     }
 
@@ -95,14 +95,12 @@ public:
 class JsonWriter : public RowWriter
 {
 public:
-    void begin(const dao::Recordset &rows) override
+    void begin(const QList<OutputColumn> &columns) override
     {
         QString text = u"{\"columns\":["_s;
-        for (int i = 0; i < rows.fieldCount(); ++i) {
-            const dao::FieldInfo &field = rows.field(i);
-            text += (i > 0 ? u",{\"name\":"_s : u"{\"name\":"_s) + string(field.name) + u",\"type\":"_s +
-                    string(db::daoTypeName(field.type)) + u'}';
-        }
+        for (qsizetype i = 0; i < columns.size(); ++i)
+            text += (i > 0 ? u",{\"name\":"_s : u"{\"name\":"_s) + string(columns[i].name) + u",\"type\":"_s +
+                    string(db::daoTypeName(columns[i].type)) + u'}';
         printData(text + u"],\"rows\":["_s);
         m_begun = true;
         m_first = true;
@@ -196,6 +194,14 @@ private:
 };
 
 } // namespace
+
+void RowWriter::begin(const dao::Recordset &rows)
+{
+    QList<OutputColumn> columns;
+    for (int i = 0; i < rows.fieldCount(); ++i)
+        columns.append({rows.field(i).name, rows.field(i).type});
+    begin(columns);
+}
 
 std::unique_ptr<RowWriter> makeRowWriter(QStringView form)
 {

@@ -5,12 +5,19 @@
 
 namespace cli {
 
-/// Writes rows in one of the output formats of the command "sql".
+struct OutputColumn
+{
+    QString name;
+    dao::DataType type;
+};
+
+/// Writes rows in one of the output formats of the commands: table, csv or json.
 class RowWriter
 {
 public:
     virtual ~RowWriter() = default;
-    virtual void begin(const dao::Recordset &rows) = 0;
+    virtual void begin(const QList<OutputColumn> &columns) = 0;
+    void begin(const dao::Recordset &rows);
     virtual void row(const QList<dao::Value> &cells) = 0;
     virtual void end() = 0;
     /// Call for a statement that returns no rows.

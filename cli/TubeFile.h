@@ -1,6 +1,9 @@
 #pragma once
 #include "Target.h"
 
+#include <optional>
+#include <query/QueryDocument.h>
+
 namespace cli {
 
 /// Machine path of a file argument that will be written. Throws Error if its folder does not exist.
@@ -9,5 +12,15 @@ QString placeToWrite(const Target &target, const QString &argument);
 void checkTubesEnding(const QString &argument);
 /// Writes tubes as text to the file given by --tubes.
 void writeTubes(const Target &target, const QString &argument, const QString &text);
+
+/// The tubes of a list file, each once, in the file's order. Lines that name no tube of the component are printed as
+/// warnings. Throws FileError if the file cannot be read.
+QList<qint32> readTubeList(Target &target, const QString &argument);
+
+/// The query of a file; empty after reporting why it cannot be read.
+std::optional<query::QueryDocument> readQuery(Target &target, const QString &argument);
+/// The tubes that the records of a query name, each once. Records that name no tube of the component are printed as
+/// warnings. Empty after reporting why the query cannot be run. The database must be connected.
+std::optional<QList<qint32>> runTubeQuery(Target &target, const query::QueryDocument &query);
 
 } // namespace cli
