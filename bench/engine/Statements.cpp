@@ -5,7 +5,13 @@ namespace {
 
 #define TUBE(a, b) a ".sec = " b ".sec AND " a ".row = " b ".row AND " a ".col = " b ".col"
 
-// The expert knows that all rows, columns, sections and legs have labels, and which fields may be Null.
+/// The rows of a view with labels are those whose numbers all have a label.
+#define LABELLED                                                                                                       \
+    "sec IN (SELECT \"index\" FROM sec_alias) AND row IN (SELECT \"index\" FROM row_alias) AND col IN (SELECT "        \
+    "\"index\" "                                                                                                       \
+    "FROM col_alias) AND leg IN (SELECT \"index\" FROM leg_alias)"
+
+// The expert knows which fields may be Null; apart from that both texts give the same rows of any data.
 constexpr StatementPair kPairs[] = {
     // TOP
     {"top two keys", "SELECT TOP 10 * FROM report ORDER BY pcnt DESC, volts DESC",
@@ -167,26 +173,32 @@ constexpr StatementPair kPairs[] = {
     // Views with labels
     {"view in a subquery",
      "SELECT row, col FROM tubes WHERE EXISTS (SELECT * FROM [report#] AS v WHERE v.recd_num = tubes.row)",
-     "SELECT row, col FROM tubes t WHERE EXISTS (SELECT * FROM report v WHERE v.recd_num = t.row)"},
+     "SELECT row, col FROM tubes t WHERE EXISTS (SELECT * FROM report v WHERE v.recd_num = t.row AND " LABELLED ")"},
     {"view in a list",
      "SELECT recd_num FROM report WHERE recd_num IN (SELECT recd_num FROM [report#] WHERE pcnt >= 50)",
-     "SELECT recd_num FROM report WHERE recd_num IN (SELECT recd_num FROM report WHERE pcnt >= 50)"},
+     "SELECT recd_num FROM report WHERE recd_num IN (SELECT recd_num FROM report WHERE pcnt >= 50 AND " LABELLED ")"},
     {"groups of a view", "SELECT outage, defect, Count(*) AS n, Max(volts) AS m FROM [report#] GROUP BY outage, defect",
-     "SELECT outage, defect, count(*), max(volts) FROM report GROUP BY outage, defect"},
+     "SELECT outage, defect, count(*), max(volts) FROM report WHERE " LABELLED " GROUP BY outage, defect"},
     {"sum over a view", "SELECT Count(*) AS n, Avg(volts) AS v FROM [report#] WHERE defect = 'DNT'",
-     "SELECT count(*), avg(volts) FROM report WHERE defect = 'DNT'"},
+     "SELECT count(*), avg(volts) FROM report WHERE defect = 'DNT' AND " LABELLED},
     {"view with a label",
      "SELECT recd_num FROM report WHERE recd_num IN (SELECT recd_num FROM [report#] WHERE "
      "row = '9' AND col = '9')",
-     "SELECT recd_num FROM report WHERE recd_num IN (SELECT recd_num FROM report WHERE sec BETWEEN 0 AND 999 AND "
-     "row = 9 AND col = 9)"},
+     "SELECT recd_num FROM report WHERE recd_num IN (SELECT recd_num FROM report WHERE row IN (SELECT \"index\" FROM "
+     "row_alias WHERE row = '9') AND col IN (SELECT \"index\" FROM col_alias WHERE col = '9') AND sec IN (SELECT "
+     "\"index\" FROM sec_alias) AND leg IN (SELECT \"index\" FROM leg_alias))"},
     {"scalar of a view",
      "SELECT row, (SELECT Max(v.volts) FROM [report#] AS v WHERE v.cal_num = tubes.row) AS m FROM tubes WHERE col = 9",
-     "SELECT row, (SELECT max(v.volts) FROM report v WHERE v.cal_num = tubes.row) FROM tubes WHERE col = 9"},
+     "SELECT row, (SELECT max(v.volts) FROM report v WHERE v.cal_num = tubes.row AND " LABELLED
+     ") FROM tubes WHERE col = 9"},
     {"distinct of a view", "SELECT Count(*) AS n FROM (SELECT DISTINCT outage, cal_num, oper_type FROM [report#]) AS d",
-     "SELECT count(*) FROM (SELECT DISTINCT outage, cal_num, oper_type FROM report)"},
+     // here joins take a third of the time of the tests by IN
+     "SELECT count(*) FROM (SELECT DISTINCT outage, cal_num, oper_type FROM report r JOIN sec_alias sa ON r.sec = "
+     "sa.\"index\" JOIN row_alias ra ON r.row = ra.\"index\" JOIN col_alias ca ON r.col = ca.\"index\" JOIN leg_alias "
+     "la ON r.leg = la.\"index\")"},
 };
 
+#undef LABELLED
 #undef TUBE
 
 } // namespace
