@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <QtMath>
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +32,27 @@ void paintCheckBox(QPainter &painter, const QRect &rect, Qt::CheckState state, c
     painter.restore();
 }
 
+namespace {
+
+/// A text with "&" before the letter that is underlined.
+struct MnemonicText
+{
+    explicit MnemonicText(const QString &text)
+    {
+        for (qsizetype i = 0; i < text.size(); ++i) {
+            if (text[i] == u'&' && ++i < text.size() && text[i] != u'&' && place < 0)
+                place = plain.size();
+            if (i < text.size())
+                plain.append(text[i]);
+        }
+    }
+
+    QString plain;
+    qsizetype place = -1; ///< of the letter in plain; -1 if there is none
+};
+
+} // namespace
+
 CheckStyle::CheckStyle()
     : QProxyStyle(QStyleFactory::create(u"Fusion"_s))
 {
@@ -40,6 +62,30 @@ int CheckStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWid
                           QStyleHintReturn *data) const
 {
     return hint == SH_EtchDisabledText ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
+}
+
+// Qt draws the underlined letter as a run of its own, without kerning to the next letter, but computes the size without
+// the underline: "To" is then wider than its label, and the end of the text is cut off. So the text is drawn as it was
+// measured and the line is drawn below it.
+void CheckStyle::drawItemText(QPainter *painter, const QRect &rect, int flags, const QPalette &palette, bool isEnabled,
+                              const QString &text, QPalette::ColorRole role) const
+{
+    constexpr int kNotHere = Qt::TextHideMnemonic | Qt::TextWordWrap;
+    const bool isUnderlined = (flags & Qt::TextShowMnemonic) && !(flags & kNotHere);
+    const MnemonicText mnemonic(isUnderlined ? text : QString());
+    if (mnemonic.place < 0 || text.contains(u'\n') || text.isRightToLeft()) {
+        QProxyStyle::drawItemText(painter, rect, flags, palette, isEnabled, text, role);
+        return;
+    }
+    const int hidden = flags | Qt::TextHideMnemonic;
+    QProxyStyle::drawItemText(painter, rect, hidden, palette, isEnabled, text, role);
+    const QFontMetricsF metrics(painter->font(), painter->device());
+    const QRectF drawn = metrics.boundingRect(QRectF(rect), hidden, text);
+    const qreal left = drawn.left() + metrics.horizontalAdvance(mnemonic.plain.left(mnemonic.place));
+    const qreal right = drawn.left() + metrics.horizontalAdvance(mnemonic.plain.left(mnemonic.place + 1));
+    const int y = qRound(drawn.top() + metrics.ascent()) + qCeil(metrics.underlinePos());
+    const QColor colour = role == QPalette::NoRole ? painter->pen().color() : palette.color(role);
+    painter->fillRect(QRect(QPoint(qRound(left), y), QPoint(qRound(right) - 1, y)), colour);
 }
 
 void CheckStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,

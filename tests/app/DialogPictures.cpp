@@ -2,6 +2,7 @@
 // palette, QT_SCALE_FACTOR for another scale. The checks hold in every case: nothing may be cut off.
 #include "AppFixture.h"
 
+#include <app/CheckStyle.h>
 #include <app/DBaseApp.h>
 #include <app/HeaderDlg.h>
 #include <app/MapPrinting.h>
@@ -23,6 +24,25 @@ using namespace Qt::StringLiterals;
 namespace app {
 
 namespace {
+
+QImage painted(QWidget &widget, const QSize &size)
+{
+    widget.resize(size);
+    return widget.grab().toImage();
+}
+
+/// Number of the columns of pixels in which something is painted.
+int paintedColumns(const QImage &image, QRgb background)
+{
+    int columns = 0;
+    for (int x = 0; x < image.width(); ++x) {
+        bool isPainted = false;
+        for (int y = 0; y < image.height(); ++y)
+            isPainted = isPainted || image.pixel(x, y) != background;
+        columns += isPainted ? 1 : 0;
+    }
+    return columns;
+}
 
 class DialogPictures : public AppTest
 {
@@ -159,6 +179,25 @@ TEST_F(DialogPictures, Window)
 {
     window.resize(1280, 800);
     look(window, u"window-with-fill"_s);
+}
+
+TEST_F(DialogPictures, UnderlinedTextsFitTheirSize)
+{
+    for (const QString &text : {u"&Top Margin"_s, u"R&To && To"_s, u"Tic&k Color"_s}) {
+        SCOPED_TRACE(text.toStdString());
+        QWidget buddy;
+        CheckStyle style;
+        QLabel label(text);
+        label.setStyle(&style);
+        label.setBuddy(&buddy);
+        const QSize wide = label.sizeHint() + QSize(40, 0);
+        const QImage underlined = painted(label, wide);
+        const QRgb background = underlined.pixel(underlined.width() - 1, 0);
+        EXPECT_EQ(paintedColumns(painted(label, label.sizeHint()), background), paintedColumns(underlined, background));
+        label.setText(QString(text).remove(text.indexOf(u'&'), 1));
+        EXPECT_EQ(label.sizeHint() + QSize(40, 0), wide);
+        EXPECT_NE(painted(label, wide), underlined);
+    }
 }
 
 } // namespace app
