@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -68,6 +69,7 @@ LegendView::LegendView(LegendModel *model, QWidget *parent)
         if (!currentIndex().isValid())
             setCurrentEntry(last);
     });
+    connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &LegendView::dropRename);
     connect(this, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex &index) {
         if (index.column() != LegendModel::Symbol)
             Q_EMIT entryActivated(index.row());
@@ -160,10 +162,36 @@ void LegendView::endRename()
 {
     if (state() != EditingState)
         return;
-    for (auto *editor : viewport()->findChildren<QLineEdit *>()) {
-        commitData(editor);
+    const QPointer<QWidget> editor = openEditor();
+    if (!editor)
+        return;
+    commitData(editor);
+    if (editor && editor == openEditor())
         closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
+// QAbstractItemView forgets the entry of an editor before it hides it. The editor then loses the focus, and the view
+// warns that it does not know it.
+void LegendView::dropRename()
+{
+    if (QWidget *editor = openEditor())
+        closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
+}
+
+void LegendView::rowsAboutToBeRemoved(const QModelIndex &parent, int first, int last)
+{
+    dropRename();
+    QTableView::rowsAboutToBeRemoved(parent, first, last);
+}
+
+// The children of the viewport may include editors of earlier descriptions that are not deleted yet.
+QWidget *LegendView::openEditor() const
+{
+    for (int row = 0; row < model()->rowCount(); ++row) {
+        if (QWidget *editor = indexWidget(model()->index(row, LegendModel::Description)))
+            return editor;
     }
+    return nullptr;
 }
 
 void LegendView::keyPressEvent(QKeyEvent *event)

@@ -27,6 +27,9 @@ Q_SIGNALS:
     /// A click on the symbol of an entry.
     void symbolRequested(int entry);
 
+protected Q_SLOTS:
+    void rowsAboutToBeRemoved(const QModelIndex &parent, int first, int last) override;
+
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
@@ -41,6 +44,9 @@ private:
     void fitColumns();
     /// The entry whose symbol is at a place of the viewport, -1: none.
     int symbolAt(const QPoint &place) const;
+    void dropRename();
+    /// The editor of a description, nullptr: none is open.
+    QWidget *openEditor() const;
 
     int m_pressedSymbol = -1;
 };

@@ -130,6 +130,44 @@ TEST_F(KeysTest, RenamingSelectsTheName)
     EXPECT_EQ(editor->selectedText(), mapOf(window).entry(0).label);
 }
 
+TEST_F(KeysTest, ANameBeingTypedIsTakenOnceOrGoesWithItsEntry)
+{
+    static QStringList warnings;
+    warnings.clear();
+    const QtMessageHandler usual =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &text) {
+            if (!text.startsWith(u"This plugin"))
+                warnings.append(text);
+        });
+    auto *legend = find<LegendView>(u"legend"_s);
+    const auto type = [&](const QString &name) {
+        legend->setCurrentEntry(0);
+        legend->setFocus();
+        press(Qt::Key_F2);
+        QTest::keyClicks(QApplication::focusWidget(), name);
+    };
+    addPattern(1);
+    type(u"first"_s);
+    legend->endRename();
+    type(u"second"_s); // while the first editor waits to be deleted
+    legend->endRename();
+    legend->endRename();
+    EXPECT_EQ(mapOf(window).entry(0).label, u"second"_s);
+    type(u"third"_s);
+    mapOf(window).undo();
+    mapOf(window).undo();
+    mapOf(window).undo();
+    settle();
+    EXPECT_EQ(mapOf(window).count(), 0);
+    addPattern(1);
+    type(u"fourth"_s);
+    ASSERT_TRUE(window.openProject(projectFolder()));
+    settle();
+    EXPECT_EQ(mapOf(window).count(), 0);
+    qInstallMessageHandler(usual);
+    EXPECT_EQ(warnings, QStringList());
+}
+
 TEST_F(KeysTest, TheListOfKeysIsCompleteAndInTheHelpMenu)
 {
     EXPECT_TRUE(find<QMenu>(u"menuHelp"_s)->actions().contains(window.commands().action(ListOfKeys)));
