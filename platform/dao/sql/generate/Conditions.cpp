@@ -13,6 +13,9 @@ using namespace bound;
 // SQLite parses a chain of n terms into a tree of depth n and limits the depth to 1000, so long chains are split into
 // groups.
 constexpr qsizetype kMaxFlatTerms = 64;
+// To choose indexes, SQLite compares each term of AND with each other one. It takes a group behind a plus sign for one
+// term without an index, so the time stays in proportion to the length of the text.
+constexpr qsizetype kMaxPlannedTerms = 1024;
 
 QStringView symbolOf(BinaryOp op)
 {
@@ -178,7 +181,8 @@ Generator::Piece Generator::truthOf(const bound::Chain &node)
     while (terms.size() > kMaxFlatTerms) {
         QStringList groups;
         for (qsizetype i = 0; i < terms.size(); i += kMaxFlatTerms)
-            groups.append(u'(' + terms.sliced(i, std::min(kMaxFlatTerms, terms.size() - i)).join(word) + u')');
+            groups.append((node.isAnd && i >= kMaxPlannedTerms ? u"+("_s : u"("_s) +
+                          terms.sliced(i, std::min(kMaxFlatTerms, terms.size() - i)).join(word) + u')');
         terms = groups;
     }
     return {terms.join(word), rank};

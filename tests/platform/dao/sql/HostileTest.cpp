@@ -136,6 +136,8 @@ TEST_F(HostileTest, LongTextsEndInGoodTime)
     EXPECT_EQ(errorOf(u"SELECT a FROM "_s + QString(100000, u'x')), 3078);
     EXPECT_EQ(errorOf(u"SELECT '"_s + QString(1000000, u'x')), 3075);
     EXPECT_EQ(errorOf(u"SELECT a FROM t WHERE a IN (1"_s + u",1"_s.repeated(300000) + u')'), 0);
+    EXPECT_EQ(errorOf(u"SELECT a FROM t WHERE a = 1"_s + u" AND a > 0"_s.repeated(100000)), 0);
+    EXPECT_EQ(errorOf(u"SELECT a FROM t WHERE a = 1"_s + u" OR a > 0 AND a < 2"_s.repeated(100000)), 0);
     QString unions = u"SELECT 1"_s;
     for (int i = 0; i < 3000; ++i)
         unions += u" UNION SELECT 1"_s;
