@@ -25,7 +25,8 @@ int runConnect(const Arguments &arguments)
         print(u"Backup: %1\n"_s.arg(QDir::toNativeSeparators(conversion.backup)));
     print(u"Database: %1%2\n"_s.arg(QDir::toNativeSeparators(target.session().path()),
                                     target.session().isUpdatable() ? QString() : u" READ ONLY"_s));
-    if (isConversionRequested && !target.session().isUpdatable())
+    // After the question the reason has been printed: a backup that failed, for example.
+    if (isConversionRequested && !target.session().isUpdatable() && !conversion.asked)
         printError(u"The database cannot be written to, so it was not converted.\n");
     const bool isRefused =
         isConversionRequested && (!target.session().isUpdatable() || (conversion.asked && !conversion.approved));

@@ -216,6 +216,13 @@ TEST_F(DatabaseCommandsTest, JetFilesAreReadAndConverted)
         "    6) Created leg_alias table.\nDatabase: %1 READ ONLY\n"_s.arg(database)))
         << qPrintable(declined.output);
     EXPECT_EQ(bytes(database), jet);
+    QFile::remove(backup);
+    ASSERT_TRUE(QFile::link(folder.filePath(u"elsewhere"_s), backup));
+    const CliResult failed = cli.run({u"connect"_s, project, u"--convert=yes"_s});
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_TRUE(failed.error.contains(u"links are not followed."_s)) << qPrintable(failed.error);
+    EXPECT_FALSE(failed.error.contains(u"so it was not converted"_s)) << "another reason: " << qPrintable(failed.error);
+    EXPECT_TRUE(QFile::remove(backup));
     const CliResult converted = cli.mustRun({u"connect"_s, project, u"--convert=yes"_s});
     EXPECT_TRUE(converted.output.contains(u"    1) Converted Jet database file.\n    2) Modified report table.\n"_s))
         << qPrintable(converted.output);
