@@ -46,27 +46,20 @@ public:
     HistoryRow read();
 
 private:
-    struct TextColumn
-    {
-        int index;
-        QString last;
-        quint32 number = 0;
-    };
-
     int at(const char16_t *name) const { return db::requireField(m_report, QString::fromUtf16(name)); }
     template <typename T>
     T get(int column) const
     {
         return db::fieldAs<T>(m_report.value(column));
     }
-    quint32 text(TextColumn &column);
+    quint32 text(int column) { return m_rows.texts.add(m_report.value(column).text()); }
 
     const dao::Recordset &m_report;
     HistoryRows &m_rows;
-    TextColumn m_chan{at(u"chan"), {}}, m_defect{at(u"defect"), {}}, m_outage{at(u"outage"), {}};
-    TextColumn m_begTest{at(u"beg_test"), {}}, m_endTest{at(u"end_test"), {}};
-    TextColumn m_probeModel{at(u"probe_model"), {}}, m_analystId{at(u"analyst_id"), {}}, m_operId{at(u"oper_id"), {}};
-    TextColumn m_locLand{at(u"loc_land"), {}}, m_fromLand{at(u"from_land"), {}}, m_toLand{at(u"to_land"), {}};
+    int m_chan = at(u"chan"), m_defect = at(u"defect"), m_outage = at(u"outage");
+    int m_begTest = at(u"beg_test"), m_endTest = at(u"end_test"), m_probeModel = at(u"probe_model");
+    int m_analystId = at(u"analyst_id"), m_operId = at(u"oper_id");
+    int m_locLand = at(u"loc_land"), m_fromLand = at(u"from_land"), m_toLand = at(u"to_land");
     int m_sec = at(u"sec"), m_row = at(u"row"), m_col = at(u"col"), m_volts = at(u"volts"), m_phase = at(u"phase");
     int m_pcnt = at(u"pcnt"), m_calNum = at(u"cal_num"), m_leg = at(u"leg"), m_probeSize = at(u"probe_size");
     int m_locOff = at(u"loc_off"), m_locPnt = at(u"loc_pnt"), m_locDist = at(u"loc_dist");
@@ -75,17 +68,6 @@ private:
     double m_lastTime = 0; ///< as the engine has it; consecutive rows often share their time
     qint64 m_lastSeconds = HistoryRow::kNoTime;
 };
-
-quint32 RowReader::text(TextColumn &column)
-{
-    const QString text = m_report.value(column.index).text();
-    // Consecutive rows usually have the same text, which the engine shares between them.
-    if (text.constData() != column.last.constData() || text.size() != column.last.size()) {
-        column.last = text;
-        column.number = m_rows.texts.add(text);
-    }
-    return column.number;
-}
 
 HistoryRow RowReader::read()
 {

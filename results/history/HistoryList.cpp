@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 #include <tarnwick/OptionPrompts.h>
+#include <tarnwick/Paths.h>
 
 namespace results {
 
@@ -80,6 +81,7 @@ void HistoryList::replace(HistoryRows &&rows)
 {
     m_rows = std::move(rows);
     m_order.clear();
+    m_isSorted = false;
     m_undo.clear();
     m_kept = m_rows.count();
 }
@@ -157,6 +159,10 @@ bool HistoryList::saveAs(const QString &machinePath)
     if (!tarnwick::attempt(m_session->prompts(), write, messages::kCouldNotStoreHistory))
         return false;
     m_changed = false;
+    if (isLoaded)
+        m_file = machinePath;
+    else
+        m_options->historyFile = tarnwick::SuitePath::fromMachine(machinePath, m_project->roots()).text();
     m_session->prompts().status(messages::kHistoryStored, machinePath);
     return true;
 }
@@ -179,24 +185,29 @@ void HistoryList::applyFilter()
     if (m_sort != HistorySort::Fetched)
         sort();
     m_kept = choices().apply(m_rows);
-    m_changed = true;
+    // Without entries there is nothing to store: an existing file must not be replaced by an empty one.
+    m_changed = m_changed || count() > 0;
     m_session->prompts().status(messages::kFilterDone);
 }
 
 void HistoryList::sortBy(HistorySort order)
 {
     m_sort = order;
+    m_isSorted = false;
     m_session->prompts().status(sortMessage(order));
     sort();
 }
 
 void HistoryList::sort()
 {
-    m_order.clear();
-    if (m_sort == HistorySort::Fetched)
+    if (m_sort == HistorySort::Fetched) {
+        m_order.clear();
         return;
+    }
     m_session->prompts().status(messages::kSorting);
-    m_order = sortedHistory(m_rows, m_sort);
+    if (!m_isSorted)
+        m_order = sortedHistory(m_rows, m_sort);
+    m_isSorted = true;
     m_session->prompts().status(messages::kDoneSorting);
 }
 
@@ -230,6 +241,7 @@ void HistoryList::put(size_t index, const HistoryRow &row)
 {
     const bool isNumbered = row.isSameTube(m_rows[index]) && row.outage == m_rows[index].outage;
     m_rows[index] = row;
+    m_isSorted = false;
     if (!isNumbered)
         m_rows.numberInAnyOrder();
 }
@@ -280,7 +292,7 @@ bool HistoryList::closeWithOk()
 
 bool HistoryList::closeWithCancel()
 {
-    if (!m_changed || count() == 0)
+    if (!m_changed)
         return true;
     const Answer answer = m_session->prompts().question(Buttons::YesNoCancel, messages::kSaveHistory);
     return answer == Answer::No || (answer == Answer::Yes && closeWithOk());

@@ -29,7 +29,8 @@ public:
     /// Loads a history file in place of the entries. Outages and codes that the filter lacks are added to it, and all
     /// entries are kept until the filter is changed.
     bool open(const QString &machinePath);
-    /// Stores the kept entries in the present order and remembers the file.
+    /// Stores the kept entries in the present order. The file is then the one of save(): for entries of the database
+    /// also in later sessions.
     bool saveAs(const QString &machinePath);
     bool save();
     /// Asks the user, then removes all entries.
@@ -90,6 +91,7 @@ private:
     HistoryRows m_rows;
     std::vector<quint32> m_order; ///< empty: the order of the entries themselves
     HistorySort m_sort = HistorySort::Fetched;
+    bool m_isSorted = false; ///< m_order is that of m_sort: no filter changes it, an edit may
     size_t m_kept = 0;
     std::vector<Change> m_undo;
     bool m_changed = false;

@@ -1,6 +1,7 @@
 #include "HistoryRows.h"
 
 #include <algorithm>
+#include <bit>
 #include <numeric>
 #include <tuple>
 
@@ -8,14 +9,27 @@ namespace results {
 
 TextNumbers::TextNumbers()
 {
-    add(QString());
+    addNew(QString());
 }
 
 quint32 TextNumbers::add(const QString &text)
 {
+    constexpr quint64 kMixer = 0x9E3779B97F4A7C15u;
+    constexpr int kBits = std::countr_zero(std::tuple_size_v<decltype(m_recent)>);
+    const auto place = quint64(reinterpret_cast<quintptr>(text.constData()));
+    quint32 &recent = m_recent[size_t(place * kMixer >> (64 - kBits))];
+    // The text that is kept here holds the memory, so no other text can be in its place.
+    if (m_texts[recent].constData() == text.constData() && m_texts[recent].size() == text.size())
+        return recent;
     const auto known = m_numbers.constFind(text);
-    if (known != m_numbers.constEnd())
-        return *known;
+    if (known == m_numbers.constEnd())
+        return recent = addNew(text);
+    m_texts[*known] = text;
+    return recent = *known;
+}
+
+quint32 TextNumbers::addNew(const QString &text)
+{
     const auto number = quint32(m_texts.size());
     m_texts.push_back(text);
     m_numbers.insert(text, number);

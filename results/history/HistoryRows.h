@@ -2,6 +2,7 @@
 #include <brannock/History.h>
 #include <QHash>
 
+#include <array>
 #include <limits>
 #include <memory>
 #include <vector>
@@ -23,10 +24,13 @@ public:
     size_t count() const { return m_texts.size(); }
 
 private:
+    quint32 addNew(const QString &text);
+
     std::vector<QString> m_texts;
     std::vector<quint32> m_folded;
     QHash<QString, quint32> m_numbers;
     QHash<QString, quint32> m_foldedNumbers; ///< by the text in case-folded form
+    std::array<quint32, 1 << 10> m_recent{}; ///< by the place of the text in memory: the engine shares equal texts
 };
 
 /// One entry of a history in a compact form, for histories of millions of entries. Texts are numbers of TextNumbers.

@@ -45,21 +45,32 @@ constexpr RepairField kFields[] = {
 double decimalOf(const Value &value)
 {
     const double number = db::fieldAs<double>(value);
-    return value.type() == Value::Type::Float ? QString::number(float(number)).toDouble() : number;
+    return value.type() == Value::Type::Float && number != 0 ? QString::number(float(number)).toDouble() : number;
 }
 
-void readInto(Repair &repair, const RepairField &field, const Value &value)
+/// A transaction that only reads: what is read in it is of one moment.
+class ReadTransaction
 {
-    std::visit(
-        [&](auto member) {
-            using T = std::remove_reference_t<decltype(repair.*member)>;
-            if constexpr (std::is_same_v<T, double>)
-                repair.*member = decimalOf(value);
-            else
-                repair.*member = db::fieldAs<T>(value);
-        },
-        field.member);
-}
+public:
+    explicit ReadTransaction(dao::Workspace &workspace)
+        : m_workspace(workspace)
+    {
+        m_workspace.beginTrans();
+    }
+    ~ReadTransaction()
+    {
+        try {
+            m_workspace.commitTrans();
+        } catch (const tarnwick::Error &) {
+            // Nothing was written. The session ends the transaction when it is closed.
+        }
+    }
+    ReadTransaction(const ReadTransaction &) = delete;
+    ReadTransaction &operator=(const ReadTransaction &) = delete;
+
+private:
+    dao::Workspace &m_workspace;
+};
 
 bool parseFlag(const QString &text, bool &flag)
 {
@@ -182,27 +193,56 @@ void checkLengths(const Repair &repair)
             checkLength(field, repair.*(*text));
 }
 
-RepairTable::RepairTable(dao::Database &database)
-    : m_rows(database)
+RepairTable::RepairTable(db::DatabaseSession &session, const Take &take)
+    : m_rows(session.database())
+    , m_lastDates(std::size(kFields))
 {
+    const ReadTransaction reading(session.workspace());
     m_rows.open(dao::Recordset::Type::Dynaset, kRepairsSql);
     for (const RepairField &field : kFields)
         m_columns.push_back(db::requireField(m_rows, QString::fromUtf16(field.name)));
+    // The dynaset gives the bookmarks, a snapshot the values: that is quicker than to look up each row. Both have the
+    // same order, since the engine orders equal rows by their keys.
+    dao::Recordset values(session.database());
+    for (values.open(dao::Recordset::Type::Snapshot, kRepairsSql); !values.isEof(); values.moveNext()) {
+        take(current(values), m_rows.bookmark());
+        m_rows.moveNext();
+    }
 }
 
-Repair RepairTable::current() const
+Repair RepairTable::current(const dao::Recordset &rows)
 {
     Repair repair;
-    for (size_t i = 0; i < m_columns.size(); ++i)
-        readInto(repair, kFields[i], m_rows.value(m_columns[i]));
+    for (size_t i = 0; i < m_columns.size(); ++i) {
+        const Value value = rows.value(m_columns[i]);
+        const auto read = [&](auto member) {
+            using T = std::remove_reference_t<decltype(repair.*member)>;
+            if constexpr (std::is_same_v<T, double>)
+                return decimalOf(value);
+            else if constexpr (std::is_same_v<T, JDateTime>)
+                return dateOf(value, m_lastDates[i]);
+            else
+                return db::fieldAs<T>(value);
+        };
+        std::visit([&](auto member) { repair.*member = read(member); }, kFields[i].member);
+    }
     return repair;
+}
+
+JDateTime RepairTable::dateOf(const Value &value, LastDate &last)
+{
+    if (value.hasNoValue())
+        return {};
+    if (last.date.isNull() || value.real() != last.days)
+        last = {value.real(), db::fieldAs<JDateTime>(value)};
+    return last.date;
 }
 
 std::optional<Repair> RepairTable::find(const QByteArray &bookmark)
 {
     try {
         m_rows.setBookmark(bookmark);
-        return current();
+        return current(m_rows);
     } catch (const dao::DaoException &exception) {
         if (exception.number() != kRecordDeleted)
             throw;

@@ -1,6 +1,8 @@
 #pragma once
 #include <dao/Recordset.h>
+#include <db/DatabaseSession.h>
 #include <ellery/Tube.h>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <QString>
@@ -68,26 +70,33 @@ void checkLengths(const Repair &repair);
 class RepairTable
 {
 public:
-    /// Reads nothing but the keys. Throws the engine's exceptions, as all other functions do.
-    explicit RepairTable(dao::Database &database);
+    using Take = std::function<void(Repair &&repair, const QByteArray &bookmark)>;
 
-    bool isEof() const { return m_rows.isEof(); }
-    void next() { m_rows.moveNext(); }
-    Repair current() const;
-    QByteArray bookmark() const { return m_rows.bookmark(); }
+    /// Passes on every row, all of one moment. Throws the engine's exceptions, as all other functions do.
+    RepairTable(db::DatabaseSession &session, const Take &take);
 
     /// The row as it is now; empty if it was deleted.
     std::optional<Repair> find(const QByteArray &bookmark);
-    /// Writes the fields in which the repair differs from the row as it was read. Returns the row's bookmark.
+    /// Writes the fields in which the repair differs from the row as it was read.
     void update(const QByteArray &bookmark, const Repair &repair, const Repair &asRead);
     void add(const Repair &repair);
     void remove(const QByteArray &bookmark);
 
 private:
+    /// The last value of a date column: many repairs share theirs.
+    struct LastDate
+    {
+        double days = 0;
+        tarnwick::JDateTime date;
+    };
+
+    static tarnwick::JDateTime dateOf(const dao::Value &value, LastDate &last);
+    Repair current(const dao::Recordset &rows);
     void setField(size_t field, const Repair &repair);
 
-    mutable dao::Recordset m_rows;
-    std::vector<int> m_columns; ///< ordinals of the fields
+    dao::Recordset m_rows;
+    std::vector<int> m_columns;        ///< ordinals of the fields
+    std::vector<LastDate> m_lastDates; ///< of each field
 };
 
 } // namespace results

@@ -263,11 +263,10 @@ void RepairList::findRowsAgain()
         return (quint64(quint16(repair.sec)) << bits | quint16(repair.row)) << bits | quint16(repair.col);
     };
     const auto read = [&] {
-        m_table = std::make_unique<RepairTable>(m_session->database());
-        for (; !m_table->isEof(); m_table->next()) {
-            const Repair row = m_table->current();
-            rows.insert(key(row), {row, m_table->bookmark()});
-        }
+        m_table = std::make_unique<RepairTable>(*m_session, [&](Repair &&row, const QByteArray &bookmark) {
+            const quint64 tube = key(row);
+            rows.insert(tube, {std::move(row), bookmark});
+        });
     };
     tarnwick::attempt(m_session->prompts(), read, messages::kFetchRepairs);
     const auto findRow = [&](Item &item) {

@@ -46,16 +46,16 @@ bool RepairList::open()
 
 void RepairList::read()
 {
-    m_table = std::make_unique<RepairTable>(m_session->database());
-    m_items.clear();
+    std::vector<Item> items;
+    m_table = std::make_unique<RepairTable>(*m_session, [&](Repair &&repair, const QByteArray &bookmark) {
+        Item item;
+        item.repair = std::move(repair);
+        item.bookmark = bookmark;
+        items.push_back(std::move(item));
+    });
+    m_items = std::move(items);
     m_removed.clear();
     m_changed = false;
-    for (; !m_table->isEof(); m_table->next()) {
-        Item item;
-        item.repair = m_table->current();
-        item.bookmark = m_table->bookmark();
-        m_items.push_back(std::move(item));
-    }
     applyFilter();
 }
 
