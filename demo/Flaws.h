@@ -1,5 +1,5 @@
 #pragma once
-#include "DemoProject.h"
+#include "DemoOptions.h"
 
 #include <ellery/SteamGen.h>
 #include <QList>

@@ -14,8 +14,8 @@ struct TextLayout
     QString folder;   ///< folder of the texts, relative to the project
     QString specFile; ///< file name in report_formats
     conversion::ReportConvSpec spec;
-    int width = 0; ///< If an entry has no depth, the depth column contains its code.
-    /// The column of the depth shows the code where there is no depth.
+    int width = 0; ///< of a line, in characters
+    /// If an entry has no depth, the depth column contains its code.
     bool codeInPercent = false;
 };
 
