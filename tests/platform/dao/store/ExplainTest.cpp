@@ -1,6 +1,7 @@
 #include "Fixture.h"
 
 #include <dao/Explain.h>
+#include <QDir>
 
 using namespace dao;
 using namespace Qt::StringLiterals;
@@ -30,7 +31,60 @@ protected:
     }
 };
 
+/// The examples above the functions of a source file of the generator: a statement and the SQL texts that follow it.
+/// A line that is indented further continues the one before.
+QList<QStringList> examplesIn(const QString &path)
+{
+    const QString mark = u"//     "_s;
+    QFile file(path);
+    QList<QStringList> examples;
+    bool inside = false;
+    if (!file.open(QIODevice::ReadOnly))
+        return examples;
+    for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n')) {
+        const bool was = std::exchange(inside, line.startsWith(mark));
+        if (!inside)
+            continue;
+        const QString text = line.mid(mark.size());
+        if (!was)
+            examples.append(QStringList{text});
+        else if (text.startsWith(u' '))
+            examples.last().last() += u' ' + text.trimmed();
+        else
+            examples.last().append(text);
+    }
+    return examples;
+}
+
 } // namespace
+
+// The generator's documentation: each function shows a statement and what becomes of it.
+TEST_F(ExplainTest, ExamplesOfTheGeneratorAreTrue)
+{
+    for (const QString &sql :
+         {u"CREATE TABLE t (id COUNTER PRIMARY KEY, a LONG, b LONG, c TEXT(50), d DOUBLE)"_s,
+          u"CREATE TABLE u (k LONG PRIMARY KEY, e TEXT(50))"_s, u"CREATE TABLE v (a LONG, b LONG)"_s,
+          u"CREATE TABLE w (k SHORT NOT NULL PRIMARY KEY, e TEXT(50))"_s})
+        database.execute(sql);
+    const QDir generator(QStringLiteral(ARVO_TEST_DATA "/../../../../platform/dao/sql/generate"));
+    int examples = 0;
+    for (const QFileInfo &file : generator.entryInfoList({u"*.cpp"_s})) {
+        for (const QStringList &example : examplesIn(file.filePath())) {
+            ++examples;
+            QStringList texts;
+            ASSERT_EQ(errorOf([&] {
+                          for (const Explanation::Step &step : explain(database, example.first()).steps)
+                              texts.append(step.sql);
+                      }),
+                      QString())
+                << qPrintable(example.first());
+            for (const QString &sql : example.mid(1))
+                EXPECT_NE(texts.join(u'\n').indexOf(sql), -1)
+                    << qPrintable(file.fileName() + u": "_s + example.first() + u'\n' + texts.join(u'\n'));
+        }
+    }
+    EXPECT_GT(examples, 60);
+}
 
 TEST_F(ExplainTest, TellsParametersColumnsAndPlan)
 {
