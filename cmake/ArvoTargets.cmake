@@ -108,6 +108,28 @@ function(arvo_check_wall name)
   endwhile()
 endfunction()
 
+# Stops the configuration when libraries link each other in a circle, which CMake allows for static libraries. Removes the
+# libraries that link no other one of the list until none is left; those that cannot be removed form a circle.
+function(arvo_check_circles)
+  set(left ${ARGN})
+  while(left)
+    set(linking)
+    foreach(name IN LISTS left)
+      get_target_property(links ${name} INTERFACE_LINK_LIBRARIES)
+      foreach(link IN LISTS links)
+        if(link IN_LIST left)
+          list(APPEND linking ${name})
+          break()
+        endif()
+      endforeach()
+    endforeach()
+    if(linking STREQUAL left)
+      message(FATAL_ERROR "These libraries link each other in a circle, or link one that does: ${linking}")
+    endif()
+    set(left ${linking})
+  endwhile()
+endfunction()
+
 # To be called when all targets are known.
 function(arvo_check_walls)
   get_property(core GLOBAL PROPERTY ARVO_TARGETS_core)
@@ -118,6 +140,9 @@ function(arvo_check_walls)
   foreach(name IN LISTS gui)
     arvo_check_wall(${name} Qt6::Widgets)
   endforeach()
+  get_property(widgets GLOBAL PROPERTY ARVO_TARGETS_widgets)
+  arvo_check_circles(${core} ${gui} ${widgets})
+  arvo_check_wall(dao_sql SQLite::SQLite3) # the compiler touches no database
 endfunction()
 
 # arvo_program(NAME [WIDGETS] [LINK target...] SOURCES file...)

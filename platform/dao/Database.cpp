@@ -1,8 +1,9 @@
 #include "Database.h"
 
 #include "DatabaseImpl.h"
-#include "QueryDef.h"
+#include "PlanExecution.h"
 
+#include <dao/store/ConnectionScopes.h>
 #include <dao/store/DamageCheck.h>
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/FileReading.h>
@@ -10,14 +11,13 @@
 #include <dao/store/SystemTables.h>
 #include <dao/store/TableDefinition.h>
 
-#include <QFileInfo>
-
 using namespace Qt::StringLiterals;
 
 namespace dao {
 
 namespace {
 
+// The form of sqlite_stat1: number of rows, then rows per distinct prefix of the index. 0 is not allowed there.
 QString numbersOf(qint64 rows, const Database::IndexStatistics &index)
 {
     QStringList numbers{QString::number(rows)};
@@ -73,6 +73,7 @@ FileFormat Database::fileFormat() const
     return property(u"Format"_s).toInt() == int(FileFormat::Jet3) ? FileFormat::Jet3 : FileFormat::Jet4;
 }
 
+// Reading the schema reloads it first if another program has changed it.
 const SchemaView &Database::schema() const
 {
     m_impl->prepareStatement();
@@ -103,6 +104,7 @@ const TableInfo &Database::table(QStringView name) const
     return *table;
 }
 
+// source: the collection that errors of this change name.
 void Database::define(const QString &source, const std::function<void(store::SchemaEditor &)> &change)
 {
     store::SourceScope scope(m_impl->connection, source);
@@ -213,6 +215,7 @@ void Database::readFile(const std::function<void(QByteArrayView)> &take) const
     store::readFile(m_impl->path, take, m_impl->connection.progress());
 }
 
+// data_version changes with commits of other connections only, not with those of this one.
 qint64 Database::changeStamp() const
 {
     m_impl->prepareStatement();
@@ -221,14 +224,15 @@ qint64 Database::changeStamp() const
 
 int Database::execute(const QString &sql)
 {
-    return QueryDef(*this, sql).execute();
+    m_impl->requireOpen();
+    QueryDefImpl query(m_impl, sql);
+    query.parse();
+    return executeStatement(query);
 }
 
 bool Database::mayWrite(const QString &path)
 {
-    // SQLite creates its rollback journal beside the file, so the folder must be writable as well.
-    const QFileInfo file(path);
-    return file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
+    return DatabaseImpl::mayWrite(path);
 }
 
 QList<DamageFinding> Database::check(Check kind) const
@@ -251,6 +255,8 @@ bool Database::hasStatistics(const QString &tableName) const
     return !store::readStatistics(m_impl->connection, table(tableName).name).isEmpty();
 }
 
+// Written to sqlite_stat1 like the result of ANALYZE. An autonumber has no index of its own, so it is omitted; a table
+// without other indexes gets the number of its rows only.
 void Database::seedStatistics(const QString &tableName, qint64 rows, const QList<IndexStatistics> &indexes)
 {
     store::SourceScope scope(m_impl->connection, u"DAO.Database"_s);

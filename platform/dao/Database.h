@@ -1,6 +1,8 @@
 #pragma once
+#include "Modes.h"
+#include "Workspace.h"
 
-#include <dao/sql/Compiled.h>
+#include <dao/sql/plan/Compiled.h>
 #include <dao/values/Damage.h>
 #include <dao/values/DaoException.h>
 #include <dao/values/Schema.h>
@@ -19,41 +21,6 @@ class Recordset;
 namespace store {
 class SchemaEditor;
 }
-
-/// A workspace: transactions that span all of its open databases, nested up to five levels. Rolling back an outer
-/// transaction also undoes inner ones that were committed. The destructor rolls back what is still open.
-class Workspace
-{
-public:
-    Workspace();
-    ~Workspace();
-    Workspace(const Workspace &) = delete;
-    Workspace &operator=(const Workspace &) = delete;
-
-    /// AsNeeded takes no lock until something is read or changed. If another program writes between the first read and
-    /// the first change, the change fails. Use Writing when the transaction is certain to write: it waits for other
-    /// writers at its start (see Progress) and then holds the write lock.
-    enum class Begin { AsNeeded, Writing };
-    /// Errors: 3003 nested too deep; 3034 commit or rollback without begin; 3260 locked by another program; 3024 at the
-    /// commit, if the path now names another file than the open one. After a failed commit the transaction is still
-    /// open: commit again or roll back.
-    void beginTrans(Begin begin = Begin::AsNeeded);
-    void commitTrans();
-    void rollback();
-    int transactionDepth() const;
-
-private:
-    friend class Database;
-    friend class DatabaseImpl;
-    struct Impl;
-    std::shared_ptr<Impl> m_impl;
-};
-
-/// The file format that was requested at creation, kept as a property of the file (see docs/decisions): 32 Jet 3.x, 64
-/// Jet 4.0. It does not change how the file is stored.
-enum class FileFormat : int { Jet3 = 32, Jet4 = 64 };
-
-enum class OpenMode { Update, ReadOnly };
 
 /// One open database file. Paths are native paths of the operating system.
 class Database
@@ -152,25 +119,6 @@ private:
     void define(const QString &source, const std::function<void(store::SchemaEditor &)> &change);
 
     std::shared_ptr<DatabaseImpl> m_impl;
-};
-
-/// Begins a writing transaction; the destructor rolls it back unless commit() was called.
-class Transaction
-{
-public:
-    explicit Transaction(Workspace &workspace)
-        : m_workspace(&workspace)
-    {
-        workspace.beginTrans(Workspace::Begin::Writing);
-    }
-    ~Transaction();
-    Transaction(const Transaction &) = delete;
-    Transaction &operator=(const Transaction &) = delete;
-    void commit();
-    void rollback();
-
-private:
-    Workspace *m_workspace;
 };
 
 } // namespace dao

@@ -2,8 +2,10 @@
 
 #include "DomainFunctions.h"
 
+#include <dao/store/ConnectionScopes.h>
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/SystemTables.h>
+#include <dao/store/ValueBinding.h>
 
 #include <QDir>
 #include <QFile>
@@ -34,6 +36,11 @@ private:
     store::Connection &m_connection;
 };
 
+QString savepointName(int level)
+{
+    return u"dao_level_%1"_s.arg(level);
+}
+
 void requireFolder(const QFileInfo &file)
 {
     if (!file.absoluteDir().exists())
@@ -52,7 +59,7 @@ void fillNewFile(store::Connection &connection, store::Catalog &catalog, const Q
 
 } // namespace
 
-DatabaseImpl::DatabaseImpl(std::shared_ptr<Workspace::Impl> workspace)
+DatabaseImpl::DatabaseImpl(std::shared_ptr<WorkspaceImpl> workspace)
     : m_workspace(std::move(workspace))
 {
     catalog.setBeforeChange([this] { secureReaders(); });
@@ -102,7 +109,7 @@ void DatabaseImpl::open(const QString &existingPath, OpenMode mode)
         throw store::engineError(error::FileNotFound, kSource, {existingPath});
     if (!file.isFile() || !file.isReadable())
         throw store::engineError(error::CannotOpenFile, kSource, {existingPath});
-    openFile(existingPath, mode == OpenMode::ReadOnly || !Database::mayWrite(existingPath));
+    openFile(existingPath, mode == OpenMode::ReadOnly || !mayWrite(existingPath));
 }
 
 void DatabaseImpl::openFile(const QString &file, bool readOnly)
@@ -118,7 +125,7 @@ void DatabaseImpl::openFile(const QString &file, bool readOnly)
         if (catalog.property(u"Layout"_s).toInt() > store::kFileLayoutVersion)
             throw store::engineError(error::UnrecognizedFormat, kSource, {file});
         connection.setSchema(&catalog);
-        registerDomainFunctions(*this);
+        registerDomainFunctions(connection, [this](const QString &text) { return compile(text); });
         m_workspace->join(*this);
     } catch (...) {
         connection.close();
@@ -128,15 +135,24 @@ void DatabaseImpl::openFile(const QString &file, bool readOnly)
     path = file;
 }
 
+// The workspace forgets the database first, so that a later commit does not reach it. An open transaction is rolled
+// back by closing the file.
 void DatabaseImpl::close()
 {
     if (!isOpen())
         return;
-    std::erase(m_workspace->databases, this);
+    m_workspace->leave(*this);
     connection.close();
     m_scratch.close();
     catalog.clear();
     path.clear();
+}
+
+bool DatabaseImpl::mayWrite(const QString &path)
+{
+    // SQLite creates its rollback journal beside the file, so the folder must be writable as well.
+    const QFileInfo file(path);
+    return file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
 }
 
 void DatabaseImpl::requireOpen() const
@@ -158,17 +174,71 @@ void DatabaseImpl::secureReaders()
         reader->secure();
 }
 
-void DatabaseImpl::rolledBack()
+void DatabaseImpl::beginLevel(int level, BeginMode mode)
 {
+    store::SourceScope scope(connection, kSource);
+    if (level == 0)
+        connection.beginProgramTransaction(mode == BeginMode::Writing);
+    else
+        connection.run(u"SAVEPOINT "_s + savepointName(level));
+}
+
+// If the commit of another database failed, commit is called again: this one then has no transaction any more.
+void DatabaseImpl::commitLevel(int level)
+{
+    store::SourceScope scope(connection, kSource);
+    connection.requireTransaction();
+    if (level > 0)
+        connection.run(u"RELEASE "_s + savepointName(level));
+    else if (connection.inProgramTransaction())
+        connection.commitProgramTransaction();
+}
+
+void DatabaseImpl::rollbackLevel(int level)
+{
+    store::SourceScope scope(connection, kSource);
+    secureReaders();
+    if (level == 0) {
+        connection.rollbackProgramTransaction();
+    } else if (connection.inTransaction()) {
+        connection.run(u"ROLLBACK TO "_s + savepointName(level));
+        connection.run(u"RELEASE "_s + savepointName(level));
+    }
     ++m_rollbacks;
     catalog.rolledBack();
 }
 
+// A rollback changes rows without changing SQLite's counter, so rollbacks count in the upper bits.
 quint64 DatabaseImpl::changeStamp() const
 {
     return (m_rollbacks << 48) + quint64(connection.totalChanges());
 }
 
+sql::CompiledStatement DatabaseImpl::compile(const QString &text, const sql::SyntaxTree &syntax)
+{
+    return sql::compile(catalog, text, syntax ? syntax : sql::checkSyntax(text), headingReader());
+}
+
+QList<sql::CrosstabHeading> DatabaseImpl::readHeadings(const sql::CrosstabPlan &crosstab,
+                                                       const QList<Value> &parameters)
+{
+    store::Statement values(connection, crosstab.valuesSql, store::Access::User);
+    for (int i = 0; i < qMin(values.parameterCount(), int(parameters.size())); ++i)
+        store::bindValue(values, i + 1, parameters[i]);
+    QList<sql::CrosstabHeading> headings;
+    // Reading stops after one heading more than allowed: withHeadings() then reports error 3205.
+    while (headings.size() <= sql::kMaxCrosstabColumns && values.step())
+        headings.append({store::columnValue(values, 0, DataType::Text).text(),
+                         store::columnValue(values, 1, DataType::Text).text()});
+    return headings;
+}
+
+sql::HeadingReader DatabaseImpl::headingReader()
+{
+    return [this](const sql::CrosstabPlan &crosstab) { return readHeadings(crosstab); };
+}
+
+// Opened on first use: most recordsets are updatable and need no copy.
 store::Connection &DatabaseImpl::scratch()
 {
     if (!m_scratch.isOpen())

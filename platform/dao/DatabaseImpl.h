@@ -1,6 +1,8 @@
 #pragma once
-#include "Database.h"
+#include "Modes.h"
+#include "WorkspaceImpl.h"
 
+#include <dao/sql/Compiler.h>
 #include <dao/store/Connection.h>
 #include <dao/store/SchemaEditor.h>
 
@@ -17,26 +19,35 @@ public:
 };
 
 /// State of an open database. Shared with its query definitions and recordsets; after close() they get error 3420.
-class DatabaseImpl
+class DatabaseImpl : private TransactionMember
 {
 public:
-    explicit DatabaseImpl(std::shared_ptr<Workspace::Impl> workspace);
-    ~DatabaseImpl();
+    explicit DatabaseImpl(std::shared_ptr<WorkspaceImpl> workspace);
+    ~DatabaseImpl() override;
+    DatabaseImpl(const DatabaseImpl &) = delete;
+    DatabaseImpl &operator=(const DatabaseImpl &) = delete;
 
     void create(const QString &path, const QString &locale, FileFormat format);
     void open(const QString &path, OpenMode mode);
     void close();
     bool isOpen() const { return connection.isOpen(); }
+    /// True if the permissions of the file and its folder allow it to be opened for changes.
+    static bool mayWrite(const QString &path);
 
     void requireOpen() const; ///< 3420
     /// Call before each statement: requires an open database and reloads the catalog if another connection changed it.
     void prepareStatement();
     /// Lets all open readers copy their remaining rows. Call before a rollback and before a change of definitions.
     void secureReaders();
-    /// Updates the catalog after a rollback.
-    void rolledBack();
     /// Changes whenever rows may have changed since a reader read them.
     quint64 changeStamp() const;
+
+    /// Compiles a text against the current schema. syntax: the parsed text, if the caller has it.
+    sql::CompiledStatement compile(const QString &text, const sql::SyntaxTree &syntax = {});
+    /// Runs the query that returns the column headings of a cross table.
+    QList<sql::CrosstabHeading> readHeadings(const sql::CrosstabPlan &crosstab, const QList<Value> &parameters = {});
+    /// readHeadings() without parameters, for the compiler.
+    sql::HeadingReader headingReader();
 
     /// The database on the temporary disk for results whose rows cannot be found again by key.
     store::Connection &scratch();
@@ -52,25 +63,15 @@ public:
 
 private:
     void openFile(const QString &path, bool readOnly);
+    void beginLevel(int level, BeginMode mode) override;
+    void commitLevel(int level) override;
+    void rollbackLevel(int level) override;
 
-    std::shared_ptr<Workspace::Impl> m_workspace;
+    std::shared_ptr<WorkspaceImpl> m_workspace;
     store::Connection m_scratch;
     qint64 m_scratchTables = 0;
     std::vector<OpenReader *> m_readers;
     quint64 m_rollbacks = 0;
-};
-
-/// Implementation of Workspace: the transaction state of all its databases.
-struct Workspace::Impl
-{
-    std::vector<DatabaseImpl *> databases;
-    int depth = 0;
-
-    void begin(Workspace::Begin kind);
-    void commit();
-    void rollback();
-    /// Starts the open transactions in a database that is opened while they run.
-    void join(DatabaseImpl &database);
 };
 
 } // namespace dao

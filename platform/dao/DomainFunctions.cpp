@@ -1,8 +1,6 @@
 #include "DomainFunctions.h"
 
-#include "DatabaseImpl.h"
-#include "QueryDefImpl.h"
-
+#include <dao/store/Connection.h>
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/ValueBinding.h>
 
@@ -30,7 +28,7 @@ constexpr int kMaxNesting = 16;
 
 // Arguments: function name, expression, domain and optionally criteria. Calls with literal texts do not come here: the
 // compiler turns them into subqueries.
-Value lookUp(DatabaseImpl &db, const QList<Value> &arguments)
+Value lookUp(store::Connection &connection, const CompileText &compile, const QList<Value> &arguments)
 {
     if (arguments.size() < 3)
         throw store::engineError(error::InvalidProcedureCall, kSource);
@@ -41,11 +39,11 @@ Value lookUp(DatabaseImpl &db, const QList<Value> &arguments)
             texts.append(literal(value));
     }
     const sql::CompiledStatement statement =
-        compileIn(db, u"SELECT "_s + arguments[0].text() + u'(' + texts.join(u", "_s) + u") AS found"_s);
+        compile(u"SELECT "_s + arguments[0].text() + u'(' + texts.join(u", "_s) + u") AS found"_s);
     if (!statement.parameters.isEmpty())
         throw store::engineError(error::TooFewParameters, kSource, {QString::number(statement.parameters.size())});
     const auto &plan = std::get<sql::SelectPlan>(statement.plan);
-    store::Statement rows(db.connection, plan.fullSql, store::Access::User);
+    store::Statement rows(connection, plan.fullSql, store::Access::User);
     const bool found = rows.step();
     if (const int failure = found ? store::failureOf(rows, 0, DataType::Unknown) : 0)
         throw store::engineError(failure, kSource);
@@ -54,15 +52,15 @@ Value lookUp(DatabaseImpl &db, const QList<Value> &arguments)
 
 } // namespace
 
-void registerDomainFunctions(DatabaseImpl &db)
+void registerDomainFunctions(store::Connection &connection, const CompileText &compile)
 {
     const auto nested = std::make_shared<int>(0);
-    db.connection.addFunction("jet_domain", [&db, nested](const QList<Value> &arguments) {
+    connection.addFunction("jet_domain", [&connection, compile, nested](const QList<Value> &arguments) {
         if (*nested >= kMaxNesting)
             throw store::engineError(error::CircularQuery, kSource, {arguments.value(2).text()});
         ++*nested;
         const auto leave = qScopeGuard([nested] { --*nested; });
-        return lookUp(db, arguments);
+        return lookUp(connection, compile, arguments);
     });
 }
 

@@ -126,6 +126,7 @@ Explanation explain(Database &database, const QString &sql)
     return explanation;
 }
 
+// EXPLAIN QUERY PLAN returns id and parent id of each step; the indentation follows from the parents.
 QStringList queryPlan(Database &database, const QString &innerSql)
 {
     store::Statement statement(database.impl().connection, u"EXPLAIN QUERY PLAN "_s + innerSql);

@@ -2,8 +2,8 @@
 
 #include "CancelTriggers.h"
 
-#include <dao/sql/Compiler.h>
 #include <dao/store/ActionSteps.h>
+#include <dao/store/ConnectionScopes.h>
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/ValueBinding.h>
 
@@ -12,6 +12,8 @@ using namespace Qt::StringLiterals;
 namespace dao {
 
 namespace {
+
+const QString kSource = u"DAO.QueryDef"_s;
 
 /// The VALUES term for a field of a table that is created from a query. Computed values must be converted, because they
 /// can lie outside the range of their type.
@@ -34,9 +36,8 @@ QString placeFor(const FieldInfo &field, bool computed)
 
 } // namespace
 
-PlanExecution::PlanExecution(Database &database, DatabaseImpl &db, QueryDef::Impl &query)
-    : m_database(database)
-    , m_db(db)
+PlanExecution::PlanExecution(QueryDefImpl &query)
+    : m_db(*query.db)
     , m_query(query)
 {
 }
@@ -269,14 +270,31 @@ int PlanExecution::carryOut(const sql::DropQueryPlan &plan)
 // The arguments are evaluated by SQLite first, because they can be any expression over parameters.
 int PlanExecution::carryOut(const sql::ExecutePlan &plan)
 {
-    QueryDef query = QueryDef::stored(m_database, plan.query);
+    const QueryInfo *stored = m_db.catalog.findQuery(plan.query);
+    if (!stored)
+        throw store::engineError(error::ItemNotFound, u"DAO.QueryDefs"_s);
+    QueryDefImpl query(m_query.db, stored->sql);
     for (qsizetype i = 0; i < plan.arguments.size(); ++i) {
         store::Statement argument(m_db.connection, u"SELECT "_s + plan.arguments[i], store::Access::User);
         bindParameters(argument);
         argument.step();
-        query.setParameter(int(i), store::columnValue(argument, 0, DataType::Unknown));
+        query.setParameter(int(i), store::columnValue(argument, 0, DataType::Unknown), kSource);
     }
-    return query.execute();
+    return executeStatement(query);
+}
+
+int executeStatement(QueryDefImpl &query)
+{
+    store::SourceScope scope(query.db->connection, kSource);
+    if (query.ensureCompiled().returnsRows())
+        throw store::engineError(error::CannotExecuteSelect, kSource);
+    query.compileForRun();
+    query.requireParameters(kSource);
+    try {
+        return PlanExecution(query).run();
+    } catch (const DaoException &exception) {
+        query.rethrowWithPlace(exception);
+    }
 }
 
 } // namespace dao

@@ -3,11 +3,16 @@
 
 namespace dao {
 
+/// Runs an action statement with the parameter values of its definition and returns the number of affected rows. Errors
+/// have the place of the failed expression, if that can be determined. Errors: 3065 for a statement that returns rows,
+/// 3061 if a parameter has no value.
+int executeStatement(QueryDefImpl &query);
+
 /// Executes the plan of a statement that returns no rows, inside a savepoint: a failure undoes all of it.
 class PlanExecution
 {
 public:
-    PlanExecution(Database &database, DatabaseImpl &db, QueryDef::Impl &query);
+    explicit PlanExecution(QueryDefImpl &query);
     /// Returns the number of affected rows.
     int run();
 
@@ -36,9 +41,8 @@ private:
     const TableInfo &table(const QString &name) const;
     [[noreturn]] void fail(int number, const QStringList &arguments = {}) const;
 
-    Database &m_database;
     DatabaseImpl &m_db;
-    QueryDef::Impl &m_query;
+    QueryDefImpl &m_query;
 };
 
 } // namespace dao

@@ -1,15 +1,9 @@
 #include "QueryDef.h"
 
-#include "DatabaseImpl.h"
 #include "PlanExecution.h"
-#include "QueryDefImpl.h"
 
-#include <dao/sql/Compiler.h>
+#include <dao/store/ConnectionScopes.h>
 #include <dao/store/ErrorTranslation.h>
-#include <dao/store/ValueBinding.h>
-
-#include <algorithm>
-#include <QElapsedTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -19,242 +13,36 @@ namespace {
 
 const QString kSource = u"DAO.QueryDef"_s;
 
-/// While it exists, statements of the connection are stopped after kLongestMilliseconds or when the user cancels.
-class SearchLimit : public tarnwick::Progress
-{
-public:
-    explicit SearchLimit(store::Connection &connection)
-        : m_connection(connection)
-        , m_outer(connection.progress())
-    {
-        m_timer.start();
-        connection.clearCancel();
-        connection.setProgress(this);
-    }
-    ~SearchLimit() override
-    {
-        m_connection.setProgress(m_outer);
-        m_connection.clearCancel();
-    }
-    SearchLimit(const SearchLimit &) = delete;
-    SearchLimit &operator=(const SearchLimit &) = delete;
-
-    bool cancelled() override
-    {
-        constexpr qint64 kLongestMilliseconds = 5000;
-        return m_timer.elapsed() > kLongestMilliseconds || (m_outer && m_outer->cancelled());
-    }
-    void waiting() override
-    {
-        if (m_outer)
-            m_outer->waiting();
-    }
-
-private:
-    store::Connection &m_connection;
-    tarnwick::Progress *m_outer;
-    QElapsedTimer m_timer;
-};
-
 } // namespace
 
-QueryDef::Impl::Impl(Database &owner, std::shared_ptr<DatabaseImpl> ownerImpl, const QString &text)
-    : database(&owner)
-    , db(std::move(ownerImpl))
-    , sql(text)
-{
-}
-
-const sql::CompiledStatement &QueryDef::Impl::ensureCompiled()
-{
-    db->prepareStatement();
-    if (!compiled || generation != db->catalog.generation())
-        compile();
-    return *compiled;
-}
-
-void QueryDef::Impl::compileForRun()
-{
-    ensureCompiled();
-    if (compiled->dependsOnData && !fitsData)
-        compile();
-    fitsData = false;
-}
-
-void QueryDef::Impl::compile()
-{
-    if (!syntax)
-        syntax = sql::checkSyntax(sql);
-    sql::CompiledStatement fresh = compileIn(*db, sql, syntax);
-    // Keeps the values of parameters that still exist after a change of the schema, by name.
-    QList<Value> values(fresh.parameters.size());
-    for (qsizetype i = 0; compiled && i < fresh.parameters.size(); ++i) {
-        const int old = indexOfParameter(fresh.parameters[i].name);
-        if (old >= 0)
-            values[i] = parameters[old];
-    }
-    steps.clear();
-    parameters = values;
-    compiled = std::move(fresh);
-    described.reset();
-    generation = db->catalog.generation();
-    fitsData = true;
-}
-
-const sql::SelectPlan &QueryDef::Impl::describedPlan()
-{
-    static const sql::SelectPlan none;
-    const auto *plan = std::get_if<sql::SelectPlan>(&ensureCompiled().plan);
-    if (!plan)
-        return none;
-    const bool complete = std::ranges::none_of(parameters, &Value::isEmpty);
-    if (!plan->crosstab || !complete)
-        return *plan;
-    if (!described || describedAt != db->changeStamp()) {
-        described = sql::withHeadings(*plan, readHeadings(*db, *plan->crosstab, parameters));
-        describedAt = db->changeStamp();
-    }
-    return *described;
-}
-
-int QueryDef::Impl::indexOfParameter(QStringView name) const
-{
-    for (qsizetype i = 0; compiled && i < compiled->parameters.size(); ++i) {
-        if (name.compare(compiled->parameters[i].name, Qt::CaseInsensitive) == 0)
-            return int(i);
-    }
-    return -1;
-}
-
-void QueryDef::Impl::setParameter(int index, const Value &value, const QString &from)
-{
-    const sql::CompiledStatement &statement = ensureCompiled();
-    if (index < 0 || index >= statement.parameters.size())
-        throw store::engineError(error::ItemNotFound, from);
-    const Value converted = convertValue(value, statement.parameters[index].type);
-    if (converted.isEmpty())
-        throw store::engineError(error::ConversionFailed, from);
-    parameters[index] = converted;
-    described.reset();
-}
-
-void QueryDef::Impl::requireParameters(const QString &from)
-{
-    const auto missing = std::ranges::count_if(parameters, &Value::isEmpty);
-    const auto firstMissing = std::ranges::find_if(parameters, &Value::isEmpty) - parameters.begin();
-    if (missing == 0)
-        return;
-    QStringList hints;
-    for (qsizetype i = 0; i < parameters.size(); ++i) {
-        const sql::Parameter &parameter = compiled->parameters[i];
-        if (!parameters[i].isEmpty())
-            continue;
-        if (!parameter.suggestion.isEmpty())
-            hints.append(u"Did you mean '%1'?"_s.arg(parameter.suggestion));
-        if (parameter.bareText)
-            hints.append(u"If %1 is a text, it needs quotes: '%1'."_s.arg(parameter.name));
-    }
-    const DaoException error = store::engineError(error::TooFewParameters, from, {QString::number(missing)});
-    // For one parameter its place is reported; for several the hints of the first ones.
-    constexpr qsizetype kMaxHints = 3;
-    const SourceRange where = missing == 1 ? compiled->parameters[firstMissing].where : SourceRange();
-    throw DaoException(error.number(), error.source(), error.description(), where)
-        .withHint(hints.first(qMin(hints.size(), kMaxHints)).join(u' '));
-}
-
-// SQLite reports no position for errors of functions and arithmetic, so the statement is run again in a form that does.
-// Only errors that a calculation can raise are searched: others have their place already or have none.
-void QueryDef::Impl::rethrowWithPlace(const DaoException &exception)
-{
-    static constexpr int kCalculationErrors[] = {
-        error::InvalidProcedureCall, error::Overflow,         error::DivisionByZero,
-        error::TypeMismatch,         error::InvalidUseOfNull, error::SubqueryRows,
-        error::NumericOverflow,      error::ConversionFailed, error::FieldTooSmall};
-    const bool isCalculation =
-        std::ranges::find(kCalculationErrors, exception.number()) != std::end(kCalculationErrors);
-    if (exception.where().isValid() || !isCalculation)
-        throw exception;
-    if (const std::optional<SourceRange> place = placeOf(exception))
-        throw DaoException(exception.number(), exception.source(), exception.description(), *place)
-            .withHint(exception.hint());
-    throw exception;
-}
-
-// Runs the statement again in a form that reports the place of a failed expression. Stops after a time limit.
-std::optional<SourceRange> QueryDef::Impl::placeOf(const DaoException &exception)
-{
-    const SearchLimit limit(db->connection);
-    try {
-        const QString text =
-            sql::placesSql(db->catalog, sql, syntax ? syntax : sql::checkSyntax(sql),
-                           [this](const sql::CrosstabPlan &crosstab) { return readHeadings(*db, crosstab); });
-        if (text.isEmpty())
-            return std::nullopt;
-        store::Statement statement(db->connection, text, store::Access::User);
-        for (int i = 0; i < qMin(statement.parameterCount(), int(parameters.size())); ++i)
-            store::bindValue(statement, i + 1, parameters[i]);
-        while (statement.step()) {
-        }
-    } catch (const DaoException &found) {
-        if (found.number() == exception.number() && found.where().length > 0)
-            return SourceRange::of(sql, found.where().start, found.where().length);
-    } catch (const tarnwick::Cancelled &) {
-        // Without a place the error is still correct, so failures of the search are ignored.
-    }
-    return std::nullopt;
-}
-
-QList<sql::CrosstabHeading> readHeadings(DatabaseImpl &db, const sql::CrosstabPlan &crosstab,
-                                         const QList<Value> &parameters)
-{
-    store::Statement values(db.connection, crosstab.valuesSql, store::Access::User);
-    for (int i = 0; i < qMin(values.parameterCount(), int(parameters.size())); ++i)
-        store::bindValue(values, i + 1, parameters[i]);
-    QList<sql::CrosstabHeading> headings;
-    // Reading stops after one heading more than allowed: withHeadings() then reports error 3205.
-    while (headings.size() <= sql::kMaxCrosstabColumns && values.step())
-        headings.append({store::columnValue(values, 0, DataType::Text).text(),
-                         store::columnValue(values, 1, DataType::Text).text()});
-    return headings;
-}
-
-sql::CompiledStatement compileIn(DatabaseImpl &db, const QString &text, const sql::SyntaxTree &syntax)
-{
-    return sql::compile(db.catalog, text, syntax ? syntax : sql::checkSyntax(text),
-                        [&db](const sql::CrosstabPlan &crosstab) { return readHeadings(db, crosstab); });
-}
-
+// The schema is not read here: a program can create a definition before the tables exist.
 QueryDef::QueryDef(Database &database, const QString &sql)
-    : m_impl(std::make_unique<Impl>(database, database.m_impl, sql))
+    : m_impl(std::make_unique<QueryDefImpl>(database.m_impl, sql))
 {
     m_impl->db->requireOpen();
-    m_impl->syntax = sql::checkSyntax(sql);
+    m_impl->parse();
 }
 
-QueryDef::QueryDef(std::unique_ptr<Impl> impl)
+QueryDef::QueryDef(std::unique_ptr<QueryDefImpl> impl)
     : m_impl(std::move(impl))
 {
 }
 
 QueryDef QueryDef::stored(Database &database, QStringView name)
 {
-    return QueryDef(std::make_unique<Impl>(database, database.m_impl, database.query(name).sql));
+    return QueryDef(std::make_unique<QueryDefImpl>(database.m_impl, database.query(name).sql));
 }
 
 QueryDef::~QueryDef() = default;
 QueryDef::QueryDef(QueryDef &&) noexcept = default;
 QueryDef &QueryDef::operator=(QueryDef &&) noexcept = default;
 
-Database &QueryDef::database() const
-{
-    return *m_impl->database;
-}
-
 QString QueryDef::sql() const
 {
     return m_impl->sql;
 }
 
+// Compiles again if the schema has changed since the last call.
 const sql::CompiledStatement &QueryDef::compiled() const
 {
     store::SourceScope scope(m_impl->db->connection, kSource);
@@ -311,16 +99,7 @@ const FieldInfo &QueryDef::field(int index) const
 
 int QueryDef::execute()
 {
-    store::SourceScope scope(m_impl->db->connection, kSource);
-    if (m_impl->ensureCompiled().returnsRows())
-        throw store::engineError(error::CannotExecuteSelect, kSource);
-    m_impl->compileForRun();
-    m_impl->requireParameters(kSource);
-    try {
-        return PlanExecution(*m_impl->database, *m_impl->db, *m_impl).run();
-    } catch (const DaoException &exception) {
-        m_impl->rethrowWithPlace(exception);
-    }
+    return executeStatement(*m_impl);
 }
 
 } // namespace dao

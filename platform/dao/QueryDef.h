@@ -3,6 +3,8 @@
 
 namespace dao {
 
+struct QueryDefImpl;
+
 /// A query definition: temporary (no name) or stored. It is compiled when its fields or parameters are first read.
 class QueryDef
 {
@@ -16,7 +18,6 @@ public:
     QueryDef(QueryDef &&) noexcept;
     QueryDef &operator=(QueryDef &&) noexcept;
 
-    Database &database() const;
     QString sql() const;
     const sql::CompiledStatement &compiled() const;
     bool returnsRows() const;
@@ -40,10 +41,8 @@ public:
 
 private:
     friend class Recordset;
-    friend class PlanExecution;
-    struct Impl;
-    explicit QueryDef(std::unique_ptr<Impl> impl);
-    std::unique_ptr<Impl> m_impl;
+    explicit QueryDef(std::unique_ptr<QueryDefImpl> impl);
+    std::unique_ptr<QueryDefImpl> m_impl;
 };
 
 } // namespace dao

@@ -1,15 +1,15 @@
 #pragma once
 #include "DatabaseImpl.h"
-#include "QueryDef.h"
-
-#include <dao/sql/Compiler.h>
 
 namespace dao {
 
-struct QueryDef::Impl
+/// Implementation of QueryDef: a statement, its compiled plan and its parameter values.
+struct QueryDefImpl
 {
-    Impl(Database &owner, std::shared_ptr<DatabaseImpl> ownerImpl, const QString &text);
+    QueryDefImpl(std::shared_ptr<DatabaseImpl> owner, const QString &text);
 
+    /// Parses the text, if it is not parsed yet; throws its syntax errors.
+    void parse();
     /// Compiles the statement if it is not compiled yet or the schema has changed. Parameter values are kept.
     const sql::CompiledStatement &ensureCompiled();
     /// Like ensureCompiled(), but also compiles again if the columns depend on data that may have changed.
@@ -23,7 +23,6 @@ struct QueryDef::Impl
     /// Rethrows an error of a run with the place of the failed expression, if that can be determined.
     [[noreturn]] void rethrowWithPlace(const DaoException &exception);
 
-    Database *database;
     std::shared_ptr<DatabaseImpl> db;
     QString sql;
     sql::SyntaxTree syntax; ///< null before it is parsed
@@ -39,11 +38,5 @@ private:
     void compile();
     std::optional<SourceRange> placeOf(const DaoException &exception);
 };
-
-/// Runs the query that returns the column headings of a cross table.
-QList<sql::CrosstabHeading> readHeadings(DatabaseImpl &db, const sql::CrosstabPlan &crosstab,
-                                         const QList<Value> &parameters = {});
-/// Compiles a text against the current schema. syntax: the parsed text, if the caller has it.
-sql::CompiledStatement compileIn(DatabaseImpl &db, const QString &text, const sql::SyntaxTree &syntax = {});
 
 } // namespace dao

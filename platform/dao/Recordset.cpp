@@ -19,143 +19,9 @@ const QString kSource = u"DAO.Recordset"_s;
 
 } // namespace
 
-Recordset::Impl::Impl(Database &owner)
-    : database(&owner)
-{
-}
-
-void Recordset::Impl::requireOpen() const
-{
-    if (!opened || !db->isOpen())
-        fail(error::ObjectInvalid);
-}
-
-void Recordset::Impl::requireDynaset() const
-{
-    requireOpen();
-    if (type != Type::Dynaset)
-        fail(error::InvalidOperation);
-}
-
-qint64 Recordset::Impl::count() const
-{
-    if (forward)
-        return forward->rowsRead();
-    return rows ? rows->count() : 0;
-}
-
-bool Recordset::Impl::isOnRow() const
-{
-    if (forward)
-        return forward->isOnRow();
-    return onDeleted || (row >= 0 && row < count());
-}
-
-void Recordset::Impl::requireRow() const
-{
-    requireOpen();
-    if (!isOnRow())
-        fail(error::NoCurrentRecord);
-}
-
-void Recordset::Impl::dropEdit()
-{
-    pendingKind = Pending::None;
-}
-
-void Recordset::Impl::moveTo(qint64 target)
-{
-    dropEdit();
-    onDeleted = false;
-    row = target;
-    loadedRow = -1; // another program may have changed the row since
-}
-
-void Recordset::Impl::step(int direction)
-{
-    requireOpen();
-    if (forward) {
-        if (direction < 0)
-            fail(error::InvalidOperation);
-        requireRow();
-        store::SourceScope scope(db->connection, kSource);
-        try {
-            forward->next();
-        } catch (const DaoException &exception) {
-            query->rethrowWithPlace(exception);
-        }
-        return;
-    }
-    if (direction > 0 ? row >= count() && !onDeleted : row < 0)
-        fail(error::NoCurrentRecord);
-    // After a deletion the next row already has the position of the deleted one.
-    moveTo(onDeleted && direction > 0 ? row : row + direction);
-}
-
-// A bookmark contains the run, the slot and the row keys. The keys detect a bookmark whose row was deleted and
-// replaced.
-QByteArray Recordset::Impl::bookmarkOf(qint64 at) const
-{
-    std::vector<qint64> parts{qint64(stamp), keyed ? keyed->slotOf(at) : at};
-    if (keyed) {
-        const auto keys = keyed->keys(at);
-        parts.insert(parts.end(), keys.begin(), keys.end());
-    }
-    return QByteArray(reinterpret_cast<const char *>(parts.data()), qsizetype(parts.size() * sizeof(qint64)));
-}
-
-void Recordset::Impl::load()
-{
-    requireRow();
-    if (onDeleted)
-        fail(error::RecordDeleted);
-    // The cached row is valid until a change through this database.
-    if (loadedRow == row && loadedAt == db->changeStamp())
-        return;
-    store::SourceScope scope(db->connection, kSource);
-    loadedRow = -1;
-    if (!rows->read(row, cells))
-        fail(error::RecordDeleted);
-    loadedRow = row;
-    loadedAt = db->changeStamp();
-}
-
-Value Recordset::Impl::value(int index)
-{
-    requireOpen();
-    if (index < 0 || index >= columns.size())
-        fail(error::ItemNotFound);
-    if (pendingKind != Pending::None && pending.isSet(index))
-        return pending.value(index, columns[index].info.type);
-    if (pendingKind == Pending::Add)
-        return defaultOf(index);
-    if (forward) {
-        requireRow();
-        return forward->value(index);
-    }
-    load();
-    return cells[size_t(index)];
-}
-
-int Recordset::Impl::requireField(const QString &name)
-{
-    // Caches name lookups: programs read the same few columns in every row.
-    const auto known = places.constFind(name);
-    if (known != places.cend())
-        return *known;
-    for (qsizetype i = 0; i < columns.size(); ++i) {
-        if (name.compare(columns[i].info.name, Qt::CaseInsensitive) == 0) {
-            places.insert(name, int(i));
-            return int(i);
-        }
-    }
-    fail(error::ItemNotFound);
-}
-
 Recordset::Recordset(Database &database)
-    : m_impl(std::make_unique<Impl>(database))
+    : m_impl(std::make_unique<RecordsetImpl>(database.m_impl))
 {
-    m_impl->db = database.m_impl;
 }
 
 Recordset::~Recordset() = default;
@@ -169,7 +35,7 @@ void Recordset::open(Type type, const QueryDef &query)
 {
     m_impl->close();
     m_impl->type = type;
-    auto definition = std::make_unique<QueryDef::Impl>(*query.m_impl->database, query.m_impl->db, query.m_impl->sql);
+    auto definition = std::make_unique<QueryDefImpl>(query.m_impl->db, query.m_impl->sql);
     definition->compiled = query.m_impl->compiled;
     definition->generation = query.m_impl->generation;
     definition->parameters = query.m_impl->parameters;
@@ -351,14 +217,14 @@ void Recordset::edit()
     m_impl->requireRow();
     m_impl->requireUpdatable();
     m_impl->load();
-    m_impl->beginEdit(Impl::Pending::Edit);
+    m_impl->beginEdit(RecordsetImpl::Pending::Edit);
 }
 
 void Recordset::addNew()
 {
     m_impl->requireOpen();
     m_impl->requireUpdatable();
-    m_impl->beginEdit(Impl::Pending::Add);
+    m_impl->beginEdit(RecordsetImpl::Pending::Add);
 }
 
 void Recordset::setValue(int index, const Value &value)
@@ -379,7 +245,7 @@ void Recordset::update()
 void Recordset::cancelUpdate()
 {
     m_impl->requireOpen();
-    if (m_impl->pendingKind == Impl::Pending::None)
+    if (m_impl->pendingKind == RecordsetImpl::Pending::None)
         fail(error::UpdateWithoutEdit);
     m_impl->dropEdit();
 }

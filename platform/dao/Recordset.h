@@ -5,6 +5,8 @@
 
 namespace dao {
 
+struct RecordsetImpl;
+
 /// The rows of a query or a table.
 /// A dynaset holds one key per row (8 bytes per row and table) and reads cells on demand: its members and their order
 /// are fixed when it is opened, its values are current. A row is read again after each move and after each change made
@@ -15,11 +17,7 @@ namespace dao {
 class Recordset
 {
 public:
-    enum class Type {
-        Dynaset,
-        Snapshot,   ///< forward only: moveNext, no bookmarks; the fastest way to read many rows
-        TableAppend ///< addNew/update on one table, no rows to read
-    };
+    using Type = RecordsetType;
 
     explicit Recordset(Database &database);
     ~Recordset();
@@ -77,8 +75,7 @@ public:
     QByteArray lastModified() const;
 
 private:
-    struct Impl;
-    std::unique_ptr<Impl> m_impl;
+    std::unique_ptr<RecordsetImpl> m_impl;
 };
 
 } // namespace dao

@@ -1,18 +1,18 @@
 #pragma once
 #include "QueryDefImpl.h"
-#include "Recordset.h"
 #include "RowSource.h"
 #include "RowWriter.h"
 
 namespace dao {
 
-struct Recordset::Impl
+/// Implementation of Recordset.
+struct RecordsetImpl
 {
-    explicit Impl(Database &owner);
+    explicit RecordsetImpl(std::shared_ptr<DatabaseImpl> owner);
 
     // Opening (RecordsetOpen.cpp)
-    void open(Type asked, const QString &text);
-    void openQuery(std::unique_ptr<QueryDef::Impl> definition);
+    void open(RecordsetType asked, const QString &text);
+    void openQuery(std::unique_ptr<QueryDefImpl> definition);
     void openTable(const TableInfo &table);
     void run();
     void runOnce();
@@ -49,11 +49,10 @@ struct Recordset::Impl
     int sourceToInsertInto() const;
     void appendNewRow(int sourceIndex, qint64 key);
 
-    Database *database;
     std::shared_ptr<DatabaseImpl> db;
-    Type type = Type::Dynaset;
+    RecordsetType type = RecordsetType::Dynaset;
     bool opened = false;
-    std::unique_ptr<QueryDef::Impl> query; ///< null for a table-append recordset
+    std::unique_ptr<QueryDefImpl> query; ///< null for a table-append recordset
     QList<sql::Column> columns;
     QHash<QString, int> places; ///< column indexes by name as written; filled on demand
     QList<sql::KeySource> sources;

@@ -1,6 +1,7 @@
 #include "RecordsetImpl.h"
 
 #include <dao/sql/Compiler.h>
+#include <dao/store/ConnectionScopes.h>
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/ValueBinding.h>
 
@@ -25,7 +26,7 @@ QString bracketed(const QString &name)
 
 } // namespace
 
-void Recordset::Impl::open(Type asked, const QString &text)
+void RecordsetImpl::open(RecordsetType asked, const QString &text)
 {
     close();
     type = asked;
@@ -33,7 +34,7 @@ void Recordset::Impl::open(Type asked, const QString &text)
     db->prepareStatement();
     const QString name = text.trimmed();
     const TableInfo *table = db->catalog.findTable(name);
-    if (table && type == Type::TableAppend) {
+    if (table && type == RecordsetType::TableAppend) {
         openTable(*table);
         return;
     }
@@ -41,10 +42,10 @@ void Recordset::Impl::open(Type asked, const QString &text)
     // would be unknown to an outer query.
     const QueryInfo *stored = table ? nullptr : db->catalog.findQuery(name);
     const QString sql = table ? QString(u"SELECT * FROM "_s + bracketed(name)) : stored ? stored->sql : text;
-    openQuery(std::make_unique<QueryDef::Impl>(*database, db, sql));
+    openQuery(std::make_unique<QueryDefImpl>(db, sql));
 }
 
-void Recordset::Impl::openTable(const TableInfo &table)
+void RecordsetImpl::openTable(const TableInfo &table)
 {
     for (const FieldInfo &field : table.fields) {
         sql::Column column;
@@ -62,7 +63,7 @@ void Recordset::Impl::openTable(const TableInfo &table)
     prepareWriting();
 }
 
-void Recordset::Impl::openQuery(std::unique_ptr<QueryDef::Impl> definition)
+void RecordsetImpl::openQuery(std::unique_ptr<QueryDefImpl> definition)
 {
     store::SourceScope scope(db->connection, kSource);
     query = std::move(definition);
@@ -77,7 +78,7 @@ void Recordset::Impl::openQuery(std::unique_ptr<QueryDef::Impl> definition)
     }
 }
 
-void Recordset::Impl::run()
+void RecordsetImpl::run()
 {
     try {
         runOnce();
@@ -88,14 +89,14 @@ void Recordset::Impl::run()
 
 // Compiles, runs and chooses the row source: a snapshot reads forward, a result with keys is read by key, any other
 // result is copied to the scratch database.
-void Recordset::Impl::runOnce()
+void RecordsetImpl::runOnce()
 {
     store::SourceScope scope(db->connection, kSource);
     query->compileForRun();
     query->requireParameters(kSource);
     const auto &compiled = std::get<sql::SelectPlan>(query->compiled->plan);
     const sql::SelectPlan plan =
-        compiled.crosstab ? sql::withHeadings(compiled, readHeadings(*db, *compiled.crosstab, query->parameters))
+        compiled.crosstab ? sql::withHeadings(compiled, db->readHeadings(*compiled.crosstab, query->parameters))
                           : compiled;
     dropEdit();
     rows.reset();
@@ -111,16 +112,16 @@ void Recordset::Impl::runOnce()
     sources = plan.sources;
     whyNot = plan.whyNot;
     stamp = nextStamp();
-    if (plan.updatable() && (db->connection.isReadOnly() || type == Type::Snapshot))
+    if (plan.updatable() && (db->connection.isReadOnly() || type == RecordsetType::Snapshot))
         whyNot = sql::NotUpdatable::ReadOnlyDatabase;
     db->connection.clearCancel();
-    if (type == Type::Snapshot) {
+    if (type == RecordsetType::Snapshot) {
         forward = std::make_unique<ForwardRows>(*db, plan, query->parameters);
-    } else if (type == Type::Dynaset && plan.keyed && !plan.sources.isEmpty()) {
+    } else if (type == RecordsetType::Dynaset && plan.keyed && !plan.sources.isEmpty()) {
         auto keys = std::make_unique<KeyedRows>(*db, plan, query->parameters);
         keyed = keys.get();
         rows = std::move(keys);
-    } else if (type == Type::Dynaset) {
+    } else if (type == RecordsetType::Dynaset) {
         store::Statement all(db->connection, plan.fullSql, store::Access::User);
         for (int i = 0; i < qMin(all.parameterCount(), int(query->parameters.size())); ++i)
             store::bindValue(all, i + 1, query->parameters[i]);
@@ -131,7 +132,7 @@ void Recordset::Impl::runOnce()
     prepareWriting();
 }
 
-void Recordset::Impl::close()
+void RecordsetImpl::close()
 {
     dropEdit();
     opened = false;
@@ -151,7 +152,7 @@ void Recordset::Impl::close()
 }
 
 // Collects the defaults that must be evaluated for each new row. Constant defaults are in the table definition.
-void Recordset::Impl::prepareWriting()
+void RecordsetImpl::prepareWriting()
 {
     computedDefaults.clear();
     writers.resize(size_t(sources.size()));

@@ -1,6 +1,7 @@
 #include "RecordsetImpl.h"
 
 #include <dao/sql/Compiler.h>
+#include <dao/store/ConnectionScopes.h>
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/TableDefinition.h>
 #include <dao/store/ValueBinding.h>
@@ -26,14 +27,14 @@ Value evaluate(store::Connection &connection, const QString &expression)
 
 } // namespace
 
-void Recordset::Impl::requireUpdatable() const
+void RecordsetImpl::requireUpdatable() const
 {
     if (whyNot != sql::NotUpdatable::No)
         fail(error::ReadOnly);
 }
 
 // The value that a field of a new row shows before it is set.
-Value Recordset::Impl::defaultOf(int index)
+Value RecordsetImpl::defaultOf(int index)
 {
     const FieldInfo &info = columns[index].info;
     if (columns[index].source < 0 || info.isAutoIncrement())
@@ -42,7 +43,7 @@ Value Recordset::Impl::defaultOf(int index)
     return sql.isEmpty() ? Value::null() : convertValue(evaluate(db->connection, sql), info.type);
 }
 
-void Recordset::Impl::beginEdit(Pending kind)
+void RecordsetImpl::beginEdit(Pending kind)
 {
     pending.reset(int(columns.size()));
     pendingKind = kind;
@@ -52,7 +53,7 @@ void Recordset::Impl::beginEdit(Pending kind)
         pending.set(computed.column, columns[computed.column].info, evaluate(db->connection, computed.sql));
 }
 
-void Recordset::Impl::setValue(int index, const Value &value)
+void RecordsetImpl::setValue(int index, const Value &value)
 {
     if (pendingKind == Pending::None) {
         requireOpen();
@@ -71,7 +72,7 @@ void Recordset::Impl::setValue(int index, const Value &value)
     pending.set(index, column.info, value);
 }
 
-RowWriter &Recordset::Impl::writer(int sourceIndex)
+RowWriter &RecordsetImpl::writer(int sourceIndex)
 {
     std::unique_ptr<RowWriter> &writer = writers[size_t(sourceIndex)];
     if (writer)
@@ -88,7 +89,7 @@ RowWriter &Recordset::Impl::writer(int sourceIndex)
     return *writer;
 }
 
-void Recordset::Impl::update()
+void RecordsetImpl::update()
 {
     requireOpen();
     if (pendingKind == Pending::None)
@@ -102,7 +103,7 @@ void Recordset::Impl::update()
     pendingKind = Pending::None;
 }
 
-int Recordset::Impl::sourceToInsertInto() const
+int RecordsetImpl::sourceToInsertInto() const
 {
     // A new row of a join is inserted into the table on the many side, whose row holds the key of the other table.
     int target = -1;
@@ -119,15 +120,15 @@ int Recordset::Impl::sourceToInsertInto() const
     return target;
 }
 
-void Recordset::Impl::insertRow()
+void RecordsetImpl::insertRow()
 {
     const int target = sourceToInsertInto();
     const qint64 key = writer(target).insert(pending);
-    if (type == Type::Dynaset)
+    if (type == RecordsetType::Dynaset)
         appendNewRow(target, key);
 }
 
-void Recordset::Impl::appendNewRow(int sourceIndex, qint64 key)
+void RecordsetImpl::appendNewRow(int sourceIndex, qint64 key)
 {
     if (!keyed)
         return;
@@ -139,7 +140,7 @@ void Recordset::Impl::appendNewRow(int sourceIndex, qint64 key)
 }
 
 // A row of a join can change several tables; a savepoint keeps these changes together.
-void Recordset::Impl::updateRow()
+void RecordsetImpl::updateRow()
 {
     const auto keys = keyed->keys(row);
     std::vector<int> changed;
@@ -168,7 +169,7 @@ void Recordset::Impl::updateRow()
     lastModified = bookmarkOf(row);
 }
 
-void Recordset::Impl::deleteRow()
+void RecordsetImpl::deleteRow()
 {
     if (onDeleted)
         fail(error::RecordDeleted);

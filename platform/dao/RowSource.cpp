@@ -1,5 +1,6 @@
 #include "RowSource.h"
 
+#include <dao/store/ConnectionScopes.h>
 #include <dao/store/ValueBinding.h>
 
 using namespace Qt::StringLiterals;

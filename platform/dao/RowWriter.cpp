@@ -14,6 +14,7 @@ RowWriter::RowWriter(store::Connection &connection, const TableInfo &table, cons
 {
 }
 
+// A recordset over a join can change one of its tables alone.
 bool RowWriter::hasChanges(const PendingRow &row) const
 {
     return std::any_of(m_fields.begin(), m_fields.end(), [&](const Field &field) { return row.isSet(field.index); });

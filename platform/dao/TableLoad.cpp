@@ -2,6 +2,7 @@
 
 #include "DatabaseImpl.h"
 
+#include <dao/store/ConnectionScopes.h>
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/IndexBuild.h>
 #include <dao/store/TableDefinition.h>

@@ -29,6 +29,7 @@ qint64 Call::wholeNumber(int index) const
     return sqlite3_value_int64(m_arguments[index]);
 }
 
+// As in the dialect, Null where a number is needed is error 94, a text that is no number error 13.
 double Call::number(int index) const
 {
     switch (sqlite3_value_type(m_arguments[index])) {
@@ -47,6 +48,7 @@ double Call::number(int index) const
     throw FunctionFault{error::TypeMismatch};
 }
 
+// Rounds half to even, like CInt and CLng.
 int Call::integer(int index) const
 {
     const double rounded = roundHalfEven(number(index));
@@ -55,6 +57,7 @@ int Call::integer(int index) const
     return int(rounded);
 }
 
+// Text is read as UTF-16, QString's own encoding. A number is written as the dialect writes it, not as SQLite does.
 QString Call::text(int index) const
 {
     sqlite3_value *value = m_arguments[index];
@@ -72,6 +75,7 @@ QString Call::text(int index) const
     }
 }
 
+// A text is read as a date first, then as a number of days.
 double Call::date(int index) const
 {
     double days = 0;
@@ -119,6 +123,7 @@ void Call::resultArgument(int index)
     sqlite3_result_value(m_context, m_arguments[index]);
 }
 
+// ErrorTranslation reads the number back from the message.
 void Call::fail(int number, const QString &text)
 {
     const QByteArray message =

@@ -14,6 +14,7 @@ namespace {
 
 constexpr qint64 kSecondsPerDay = 86400;
 
+// Rounds down, also for days before 1899, whose numbers are negative.
 qint64 floorDivide(qint64 a, qint64 b)
 {
     return a / b - (a % b != 0 && (a < 0) != (b < 0) ? 1 : 0);
@@ -118,6 +119,7 @@ WeekRule::WeekRule(int day, int week)
         throw FunctionFault{error::InvalidProcedureCall};
 }
 
+// "y", "d" and "w" all add days.
 double dateAdd(Interval interval, int count, double date)
 {
     switch (interval) {
@@ -143,6 +145,8 @@ double dateAdd(Interval interval, int count, double date)
     return addSeconds(date, count);
 }
 
+// Counts the boundaries between the two dates, not the elapsed time: 31 December to 1 January is one year. "w" counts
+// whole weeks from the first date, "ww" counts the starts of weeks.
 qint64 dateDiff(Interval interval, double from, double to, const WeekRule &rule)
 {
     const DateParts a = datePartsOf(from);

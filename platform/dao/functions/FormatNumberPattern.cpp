@@ -175,6 +175,8 @@ private:
     int m_exponentPlace = 0;
 };
 
+// The number in the units that the section shows: a % multiplies by 100, a comma after the digits divides by 1000. In
+// scientific notation also its exponent.
 Decimal roundedFor(const NumberSection &section, double magnitude, int &exponent)
 {
     Decimal number = Decimal::fromDouble(magnitude);
@@ -198,6 +200,8 @@ Decimal roundedFor(const NumberSection &section, double magnitude, int &exponent
 
 } // namespace
 
+// Sections: positive; negative; zero. A missing section is replaced by the first one, with a minus sign for negative
+// numbers.
 QString formatNumber(double number, const QString &pattern)
 {
     const QStringList sections = patternSections(pattern);

@@ -40,6 +40,7 @@ void right(Call &call)
     call.result(call.text(0).right(countArgument(call, 1)));
 }
 
+// Positions count from 1. A start beyond the end gives an empty text.
 void mid(Call &call)
 {
     const int start = call.integer(1);
@@ -125,6 +126,7 @@ void space(Call &call)
 
 QChar westernCharacter(int code);
 
+// String(count, text or code) repeats the first character.
 void string(Call &call)
 {
     const int count = countArgument(call, 0);
@@ -175,12 +177,14 @@ void replace(Call &call)
     call.result(result + QStringView(text).mid(copied));
 }
 
+// StrComp: -1, 0 or 1.
 void compare(Call &call)
 {
     const int order = call.text(0).compare(call.text(1), compareArgument(call, 2));
     call.result(order < 0 ? -1 : order > 0 ? 1 : 0);
 }
 
+// StrConv 3: a capital at the start of each word, all other letters small.
 QString properCase(QString text)
 {
     static constexpr QStringView kSeparators = u"\t\n\v\f\r ";
@@ -192,6 +196,7 @@ QString properCase(QString text)
     return text;
 }
 
+// StrConv. Conversions between Asian scripts (4 to 32) are not supported.
 void convertCase(Call &call)
 {
     const QString text = call.text(0);
@@ -222,6 +227,7 @@ QChar westernCharacter(int code)
     return QChar(special ? kWestern[code - 128] : char16_t(code));
 }
 
+// A character outside of the code page is "?", as the conversion of the operating system gives it.
 int westernCode(QChar character)
 {
     for (int i = 0; i < 32; ++i)

@@ -1,14 +1,13 @@
 #include "Compiler.h"
 
-#include "bind/DefinitionPlanner.h"
-#include "bind/ModifyBinder.h"
-#include "bind/RuleBinder.h"
-#include "bind/TransformBinder.h"
-#include "bind/Types.h"
-#include "generate/Generator.h"
 #include <dao/sql/ast/NearestName.h>
-
 #include <dao/sql/ast/Parser.h>
+#include <dao/sql/bind/DefinitionPlanner.h>
+#include <dao/sql/bind/ModifyBinder.h>
+#include <dao/sql/bind/RuleBinder.h>
+#include <dao/sql/bind/TransformBinder.h>
+#include <dao/sql/bind/Types.h>
+#include <dao/sql/generate/Generator.h>
 
 using namespace Qt::StringLiterals;
 
@@ -244,6 +243,8 @@ auto withoutPlace(const QString &what, const QString &text, const Compile &compi
     }
 }
 
+// A rule that is Null for a row is not broken, as in the dialect; for a field that means that Null is always allowed
+// unless the field is required.
 RuleText ruleTextOf(const QString &rule, const TableInfo &table, const FieldInfo *implied)
 {
     const bound::NoSchema schema;
@@ -257,7 +258,7 @@ RuleText ruleTextOf(const QString &rule, const TableInfo &table, const FieldInfo
     RuleText result;
     result.sql = generator.condition(*condition);
     if (implied)
-        result.sql = generate::quoted(implied->name) + u" IS NULL OR ("_s + result.sql + u')';
+        result.sql = quotedName(implied->name) + u" IS NULL OR ("_s + result.sql + u')';
     result.pure = generator.isPure();
     return result;
 }
@@ -320,6 +321,7 @@ QString tableRuleWithFunctions(const QString &rule, const TableInfo &table)
     return ruleText(rule, table, nullptr).sql;
 }
 
+// Defaults were entered in a property sheet, where a single word needs no quotes (see bindDefault()).
 DefaultExpression defaultExpression(const QString &text, const FieldInfo &field)
 {
     if (text.trimmed().isEmpty())
@@ -333,11 +335,6 @@ DefaultExpression defaultExpression(const QString &text, const FieldInfo &field)
     // A text with control characters is generated as a CAST, which a DEFAULT clause does not accept.
     const bool constant = value->as<bound::Literal>() && !sql.startsWith(u"CAST"_s);
     return {sql, constant};
-}
-
-QString quotedName(QStringView name)
-{
-    return generate::quoted(name);
 }
 
 } // namespace dao::sql

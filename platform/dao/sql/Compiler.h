@@ -1,5 +1,6 @@
 #pragma once
-#include "Compiled.h"
+#include <dao/sql/plan/Compiled.h>
+#include <dao/sql/plan/QuotedName.h>
 
 #include <memory>
 
@@ -25,9 +26,6 @@ CompiledStatement compile(const SchemaView &schema, const QString &text, const S
 QString placesSql(const SchemaView &schema, const QString &text, const SyntaxTree &tree,
                   const HeadingReader &readHeadings);
 
-/// Completes the plan of a cross table with its column headings. Error 3205 if there are too many.
-SelectPlan withHeadings(const SelectPlan &plan, const QList<CrosstabHeading> &headings);
-
 /// Runs lexer and parser only: throws on a syntax error and does not use the schema.
 SyntaxTree checkSyntax(const QString &text);
 
@@ -48,8 +46,5 @@ struct DefaultExpression
     bool constant = false; ///< a literal that is valid in a DEFAULT clause of plain SQLite
 };
 DefaultExpression defaultExpression(const QString &text, const FieldInfo &field);
-
-/// A name quoted for SQLite.
-QString quotedName(QStringView name);
 
 } // namespace dao::sql

@@ -1,7 +1,7 @@
 #pragma once
 #include "Statement.h"
 
-#include <dao/sql/Compiled.h>
+#include <dao/sql/plan/Compiled.h>
 
 #include <functional>
 

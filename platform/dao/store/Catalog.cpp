@@ -1,6 +1,6 @@
 #include "Catalog.h"
 
-#include "Connection.h"
+#include "ConnectionScopes.h"
 #include "EngineRules.h"
 #include "ErrorTranslation.h"
 #include "SystemTables.h"
@@ -40,7 +40,8 @@ private:
 
 void Catalog::create()
 {
-    createSystemTables(m_connection);
+    for (const QString &statement : systemTablesSql())
+        m_connection.run(statement);
     m_connection.run(u"PRAGMA application_id = %1"_s.arg(kApplicationId));
     m_connection.run(u"PRAGMA user_version = 1"_s);
     writeProperty(m_connection, u"Layout"_s, QString::number(kFileLayoutVersion));

@@ -92,6 +92,7 @@ void readTables(Connection &connection, CatalogContents &contents)
         table.info.keyColumn = keyColumnFor(table.info);
 }
 
+// In order of creation.
 void readRelations(Connection &connection, CatalogContents &contents)
 {
     Statement relations(connection,
@@ -114,6 +115,7 @@ void readRelations(Connection &connection, CatalogContents &contents)
     }
 }
 
+// "late" fields became required when rows had no value in them; their rows stay valid (see StoredTable).
 void writeFields(Connection &connection, const StoredTable &table)
 {
     Statement insert(connection,
@@ -185,6 +187,7 @@ CatalogContents readCatalog(Connection &connection)
     return contents;
 }
 
+// The id of a new table is larger than all others, because tables are listed in order of creation.
 void writeTable(Connection &connection, StoredTable &table)
 {
     if (table.id)
@@ -260,6 +263,7 @@ void removeProperty(Connection &connection, const QString &name)
     runWithName(connection, u"DELETE FROM _dao_properties WHERE name = ?1"_s, name);
 }
 
+// substr instead of LIKE: names can contain % and _.
 void removeProperties(Connection &connection, const QString &beginning)
 {
     runWithName(connection, u"DELETE FROM _dao_properties WHERE substr(name, 1, length(?1)) = ?1 COLLATE NOCASE"_s,

@@ -432,6 +432,12 @@ void Connection::release(Statement *statement)
     std::erase(m_statements, statement);
 }
 
+void Connection::setCache(int kibibytes)
+{
+    const QByteArray sql = "PRAGMA cache_size = -" + QByteArray::number(kibibytes);
+    sqlite3_exec(m_db, sql.constData(), nullptr, nullptr, nullptr);
+}
+
 void Connection::rewriteIndex(const QString &name, const QString &sql)
 {
     // sqlite_schema is writable only with defensive mode off and writable_schema on.
@@ -448,72 +454,15 @@ void Connection::rewriteIndex(const QString &name, const QString &sql)
     update.run();
 }
 
-// BEGIN IMMEDIATE takes the write lock at once. With a plain BEGIN another program could write between the first read
-// and the first change, and the change would fail.
-Savepoint::Savepoint(Connection &connection)
-    : m_connection(connection)
-    , m_outermost(!connection.inTransaction())
-{
-    m_connection.run(m_outermost ? u"BEGIN IMMEDIATE"_s : u"SAVEPOINT dao_statement"_s);
-}
-
-Savepoint::~Savepoint()
-{
-    if (!m_open || !m_connection.isOpen() || !m_connection.inTransaction())
-        return;
-    try {
-        if (m_outermost) {
-            m_connection.run(u"ROLLBACK"_s);
-        } else {
-            m_connection.run(u"ROLLBACK TO dao_statement"_s);
-            m_connection.run(u"RELEASE dao_statement"_s);
-        }
-    } catch (const std::exception &) {
-        // The original error must be reported, not this one.
-    }
-}
-
-void Savepoint::release()
-{
-    if (m_outermost)
-        m_connection.commit();
-    else
-        m_connection.run(u"RELEASE dao_statement"_s);
-    m_open = false;
-}
-
 SmallSorts::SmallSorts(Connection &connection)
     : m_connection(connection)
 {
-    setCache(kSortingKibibytes);
+    m_connection.setCache(kSortingKibibytes);
 }
 
 SmallSorts::~SmallSorts()
 {
-    setCache(kCacheKibibytes);
-}
-
-void SmallSorts::setCache(int kibibytes)
-{
-    // If the pragma fails, the cache keeps its size, which is correct but less responsive.
-    const QByteArray sql = "PRAGMA cache_size = -" + QByteArray::number(kibibytes);
-    sqlite3_exec(m_connection.m_db, sql.constData(), nullptr, nullptr, nullptr);
-}
-
-UncheckedWrites::UncheckedWrites(Connection &connection)
-    : m_connection(connection)
-{
-    m_connection.run(u"PRAGMA ignore_check_constraints = ON"_s);
-}
-
-UncheckedWrites::~UncheckedWrites()
-{
-    try {
-        if (m_connection.isOpen())
-            m_connection.run(u"PRAGMA ignore_check_constraints = OFF"_s);
-    } catch (const std::exception &) {
-        // If even this fails, the connection cannot write any more.
-    }
+    m_connection.setCache(kCacheKibibytes);
 }
 
 } // namespace dao::store

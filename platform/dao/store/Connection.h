@@ -82,6 +82,9 @@ public:
     /// calling statement.
     using Function = std::function<Value(const QList<Value> &)>;
     void addFunction(const QByteArray &name, const Function &body);
+    /// Sets the size of the page cache. If that fails, the cache keeps its size, which is correct but slower or less
+    /// responsive.
+    void setCache(int kibibytes);
     /// Replaces the stored definition of an index by an equivalent one (see makeIndex()).
     void rewriteIndex(const QString &name, const QString &sql);
 
@@ -103,7 +106,6 @@ public:
 
 private:
     friend class Statement;
-    friend class SmallSorts;
     friend struct ConnectionCallbacks;
 
     sqlite3 *open(const QByteArray &name, int flags);
@@ -143,23 +145,6 @@ private:
     QObject m_context; ///< receives the queued call that releases the held read lock
 };
 
-/// A savepoint; the destructor undoes its changes unless release() was called. Outside of a transaction it is a
-/// transaction of its own.
-class Savepoint
-{
-public:
-    explicit Savepoint(Connection &connection);
-    ~Savepoint();
-    Savepoint(const Savepoint &) = delete;
-    Savepoint &operator=(const Savepoint &) = delete;
-    void release();
-
-private:
-    Connection &m_connection;
-    bool m_outermost;
-    bool m_open = true;
-};
-
 /// SQLite's sorter cannot be interrupted while it sorts one piece, and a piece is as large as the page cache. While
 /// this object exists the cache is small, so sorting is done in small pieces, which takes no longer and lets the user
 /// cancel.
@@ -172,41 +157,7 @@ public:
     SmallSorts &operator=(const SmallSorts &) = delete;
 
 private:
-    void setCache(int kibibytes);
-
     Connection &m_connection;
-};
-
-/// While it exists, CHECK constraints are not evaluated: for rows that were checked before or that must be stored
-/// unchanged.
-class UncheckedWrites
-{
-public:
-    explicit UncheckedWrites(Connection &connection);
-    ~UncheckedWrites();
-    UncheckedWrites(const UncheckedWrites &) = delete;
-    UncheckedWrites &operator=(const UncheckedWrites &) = delete;
-
-private:
-    Connection &m_connection;
-};
-
-/// While it exists, errors name this object as their source.
-class SourceScope
-{
-public:
-    SourceScope(Connection &connection, const QString &source)
-        : m_connection(connection)
-        , m_before(connection.setSource(source))
-    {
-    }
-    ~SourceScope() { m_connection.setSource(m_before); }
-    SourceScope(const SourceScope &) = delete;
-    SourceScope &operator=(const SourceScope &) = delete;
-
-private:
-    Connection &m_connection;
-    QString m_before;
 };
 
 } // namespace dao::store

@@ -7,6 +7,7 @@ namespace dao::store {
 
 namespace {
 
+// Whole numbers are passed as Double, like all untyped numbers of the dialect.
 Value argumentOf(sqlite3_value *value)
 {
     switch (sqlite3_value_type(value)) {

@@ -1,6 +1,6 @@
 #include "SchemaEditor.h"
 
-#include "Connection.h"
+#include "ConnectionScopes.h"
 #include "DefinitionCheck.h"
 #include "ErrorTranslation.h"
 #include "IndexBuild.h"

@@ -1,7 +1,7 @@
 #pragma once
 #include "Catalog.h"
 
-#include <dao/sql/Compiled.h>
+#include <dao/sql/plan/Compiled.h>
 
 namespace dao::store {
 

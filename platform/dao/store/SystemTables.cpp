@@ -1,8 +1,6 @@
 #include "SystemTables.h"
 
-#include "Connection.h"
-
-#include <dao/sql/Compiler.h>
+#include <dao/sql/plan/QuotedName.h>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +21,8 @@ struct SystemTable
     const char16_t *key; ///< the columns of its primary key
 };
 
+// Numbers are declared INTEGER and texts TEXT COLLATE NOCASE, because names are compared without regard to case. A
+// change here needs a new kFileLayoutVersion, unless older engines can ignore it.
 const QList<SystemTable> &layout()
 {
     using T = DataType;
@@ -83,6 +83,7 @@ TableInfo infoOf(const SystemTable &table)
 
 } // namespace
 
+// The tables of SQLite itself (sqlite_schema, sqlite_stat1) count as well.
 bool isSystemTableName(QStringView name)
 {
     return name.startsWith(QLatin1StringView(kSystemTablePrefix), Qt::CaseInsensitive) ||
@@ -100,8 +101,9 @@ const QList<TableInfo> &systemTables()
     return infos;
 }
 
-void createSystemTables(Connection &connection)
+QStringList systemTablesSql()
 {
+    QStringList statements;
     for (const SystemTable &table : layout()) {
         QStringList columns;
         for (const SystemField &field : table.fields) {
@@ -110,9 +112,10 @@ void createSystemTables(Connection &connection)
             columns.append(column);
         }
         columns.append(u"PRIMARY KEY ("_s + QString::fromUtf16(table.key) + u')');
-        connection.run(u"CREATE TABLE "_s + sql::quotedName(QString::fromUtf16(table.name)) + u" ("_s +
-                       columns.join(u", "_s) + u')');
+        statements.append(u"CREATE TABLE "_s + sql::quotedName(QString::fromUtf16(table.name)) + u" ("_s +
+                          columns.join(u", "_s) + u')');
     }
+    return statements;
 }
 
 } // namespace dao::store

@@ -5,8 +5,6 @@
 
 namespace dao::store {
 
-class Connection;
-
 /// Tables with this prefix store what SQLite's schema cannot: declared types, sizes, rules, stored queries, relations
 /// and properties. They are ordinary tables, so that any tool can read them.
 inline constexpr char kSystemTablePrefix[] = "_dao_";
@@ -21,6 +19,7 @@ bool isSystemTableName(QStringView name);
 /// Definitions of the system tables, as listed with the user's tables.
 const QList<TableInfo> &systemTables();
 
-void createSystemTables(Connection &connection);
+/// The statements that create the system tables in a new file.
+QStringList systemTablesSql();
 
 } // namespace dao::store

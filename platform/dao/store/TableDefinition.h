@@ -1,5 +1,5 @@
 #pragma once
-#include "CatalogStorage.h"
+#include "StoredTable.h"
 
 namespace dao::store {
 

@@ -1,7 +1,7 @@
 #include "TableRebuild.h"
 
 #include "ActionSteps.h"
-#include "Connection.h"
+#include "ConnectionScopes.h"
 #include "EngineRules.h"
 #include "ErrorTranslation.h"
 #include "IndexBuild.h"

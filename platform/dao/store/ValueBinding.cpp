@@ -16,6 +16,7 @@ namespace {
 
 constexpr double kCurrencyScale = 10'000.0;
 
+// The value as stored. Used where the column's type is unknown or the stored value has another storage class.
 Value untyped(const Statement &statement, int column)
 {
     switch (statement.storage(column)) {
@@ -43,6 +44,7 @@ bool fits(qint64 value)
     return value >= std::numeric_limits<T>::min() && value <= std::numeric_limits<T>::max();
 }
 
+// Another program can store a number outside the range of the declared type; it is then read as it is.
 Value wholeValue(const Statement &statement, int column, DataType type)
 {
     const qint64 value = statement.integer(column);
@@ -56,6 +58,7 @@ Value wholeValue(const Statement &statement, int column, DataType type)
     }
 }
 
+// Currency is stored as a real number and read as a whole number of ten-thousandths.
 Value realValue(double value, DataType type)
 {
     switch (type) {
@@ -140,6 +143,8 @@ Value columnValue(const Statement &statement, int column, DataType type)
     return untyped(statement, column);
 }
 
+// A blob marks a cell that failed (see CellFailure.h). A result that SQLite computed itself is checked here for
+// overflow.
 int failureOf(const Statement &statement, int column, DataType type)
 {
     const Statement::Storage storage = statement.storage(column);

@@ -26,6 +26,8 @@ std::optional<double> parseRadix(QStringView digits, int radix)
 
 } // namespace
 
+// 15 significant digits: more would show the binary representation (0.1 + 0.2), fewer would lose digits that the user
+// entered.
 Decimal Decimal::fromDouble(double value)
 {
     Decimal result;
@@ -42,6 +44,7 @@ Decimal Decimal::fromDouble(double value)
     return result;
 }
 
+// Half to even, on decimal digits: rounding the binary number would turn 2.675 into 2.67 instead of 2.68.
 void Decimal::roundTo(int places)
 {
     const qsizetype keep = qsizetype(m_point) + places;
@@ -96,6 +99,7 @@ QString Decimal::fraction() const
     return QString(-m_point, u'0') + QString::fromLatin1(m_digits);
 }
 
+// The rounding mode of the floating-point unit is the default one, to nearest even.
 double roundHalfEven(double value)
 {
     return std::nearbyint(value);
@@ -129,6 +133,7 @@ qint64 tenThousandths(double amount)
     return scaled <= double(Limits::min()) ? Limits::min() : std::llround(scaled);
 }
 
+// Without floating point, because 19 digits do not fit into a double.
 QString currencyText(qint64 tenThousandths)
 {
     constexpr quint64 kScale = 10'000;
@@ -141,6 +146,7 @@ QString currencyText(qint64 tenThousandths)
            (fraction.isEmpty() ? QString() : QString(u'.' + fraction));
 }
 
+// Minus zero is shown as 0.
 QString numberText(double value)
 {
     return QString::number(value == 0 ? 0.0 : value, 'G', kDoubleDigits);
@@ -151,6 +157,8 @@ QString singleText(double value)
     return QString::number(value == 0 ? 0.0 : value, 'G', kSingleDigits);
 }
 
+// Accepts what the dialect accepts in a text: (1) is negative, &H and &O are hexadecimal and octal, D marks an exponent
+// as E does, commas group digits, a $ may precede them.
 std::optional<double> parseNumber(QStringView text)
 {
     text = text.trimmed();

@@ -1,5 +1,5 @@
 #pragma once
-#include <dao/sql/Compiled.h>
+#include <dao/sql/plan/Compiled.h>
 
 #include <sqlite3.h>
 

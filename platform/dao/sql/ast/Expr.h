@@ -1,7 +1,7 @@
 #pragma once
+#include "Shapes.h"
 #include "Token.h"
 
-#include <dao/values/Value.h>
 #include <memory>
 #include <variant>
 #include <vector>
@@ -15,32 +15,15 @@ using QueryPtr = std::unique_ptr<Query>;
 
 enum class UnaryOp { Minus, Plus, Not };
 
-enum class BinaryOp {
-    Power,
-    Multiply,
-    Divide,
-    IntegerDivide,
-    Mod,
-    Add,
-    Subtract,
-    Concatenate,
-    Equal,
-    NotEqual,
-    Less,
-    Greater,
-    LessEqual,
-    GreaterEqual,
-    Like,
-    ALike,
-    Xor,
-    Eqv,
-    Imp
-};
-
-struct Literal
-{
-    Value value;
-};
+using Nodes = Shapes<ExprPtr, QueryPtr>;
+using Literal = Nodes::Literal;
+using Chain = Nodes::Chain;
+using Between = Nodes::Between;
+using InList = Nodes::InList;
+using InQuery = Nodes::InQuery;
+using IsNull = Nodes::IsNull;
+using Exists = Nodes::Exists;
+using Quantified = Nodes::Quantified;
 
 /// A column, an alias or a parameter; the binder decides. A name of more than two parts is always a parameter.
 struct Name
@@ -62,61 +45,11 @@ struct Binary
     ExprPtr right;
 };
 
-/// "a And b And c ...", or the same with Or. One node with many terms, so that thousands of terms do not make a deep
-/// tree.
-struct Chain
-{
-    bool isAnd;
-    std::vector<ExprPtr> terms;
-};
-
 struct Call
 {
     QString name;
     std::vector<ExprPtr> arguments;
     bool star = false; ///< Count(*)
-};
-
-struct Between
-{
-    ExprPtr operand;
-    ExprPtr low;
-    ExprPtr high;
-    bool negated;
-};
-
-struct InList
-{
-    ExprPtr operand;
-    std::vector<ExprPtr> items;
-    bool negated;
-};
-
-struct InQuery
-{
-    ExprPtr operand;
-    QueryPtr query;
-    bool negated;
-};
-
-struct IsNull
-{
-    ExprPtr operand;
-    bool negated;
-};
-
-struct Exists
-{
-    QueryPtr query;
-};
-
-/// x > ANY (SELECT ...), x > ALL (SELECT ...)
-struct Quantified
-{
-    BinaryOp op;
-    ExprPtr operand;
-    bool all;
-    QueryPtr query;
 };
 
 struct ScalarQuery

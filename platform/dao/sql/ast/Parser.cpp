@@ -119,7 +119,7 @@ ExprPtr Parser::parseLoneExpression()
     accept(Symbol::Equal);
     ExprPtr expr = parseClauseExpression();
     if (current().kind != Token::Kind::End)
-        failExpression(u"Syntax error (missing operator)"_s);
+        failMissingOperator();
     return expr;
 }
 
@@ -128,7 +128,7 @@ ExprPtr Parser::parseCriterion()
     m_criterion = true;
     ExprPtr expr = parseClauseExpression();
     if (current().kind != Token::Kind::End)
-        failExpression(u"Syntax error (missing operator)"_s);
+        failMissingOperator();
     return withImpliedField(std::move(expr));
 }
 

@@ -45,6 +45,7 @@ private:
     [[noreturn]] void fail(int number, const QStringList &arguments = {}) const;
     [[noreturn]] void failAt(Range range, int number, const QStringList &arguments = {}) const;
     [[noreturn]] void failExpression(const QString &what) const;
+    [[noreturn]] void failMissingOperator() const;
     [[noreturn]] void failFaulty() const;
     QString expressionText() const;
     void checkCurrent() const;
@@ -60,7 +61,6 @@ private:
     ExprPtr parseClauseExpression();
     bool atClauseEnd() const;
     ExprPtr parseClause(int errorWhenEmpty);
-    bool beginsOperand() const;
     ExprPtr parseExpression();
     ExprPtr parsePivot();
     ExprPtr parseLogical(int level);
@@ -72,6 +72,13 @@ private:
     ExprPtr parseIn(ExprPtr left, bool negated);
     ExprPtr parseRelation(ExprPtr left, BinaryOp op);
     ExprPtr parseArithmetic(int level);
+    std::vector<ExprPtr> parseExpressionList();
+    ExprPtr withImpliedField(ExprPtr expr);
+    bool atCriterionOperator() const;
+
+    // ParserOperand.cpp
+    bool beginsOperand() const;
+    void closeParenthesis();
     ExprPtr parseUnary();
     ExprPtr parsePower();
     ExprPtr parsePrimary();
@@ -80,9 +87,6 @@ private:
     ExprPtr parseCall();
     ExprPtr parseParenthesis();
     QueryPtr parseSubquery();
-    std::vector<ExprPtr> parseExpressionList();
-    ExprPtr withImpliedField(ExprPtr expr);
-    bool atCriterionOperator() const;
 
     // ParserQuery.cpp
     QueryPtr parseQuery();

@@ -5,9 +5,6 @@ using namespace Qt::StringLiterals;
 namespace dao::sql::ast {
 namespace {
 
-const QString kMissingOperator = u"Syntax error (missing operator)"_s;
-const QString kMissingParenthesis = u"Missing ), ], or Item"_s;
-
 struct KeywordOperator
 {
     Keyword keyword;
@@ -47,15 +44,6 @@ constexpr RelationOperator kRelationOperators[] = {
     {Symbol::Less, BinaryOp::Less},           {Symbol::Greater, BinaryOp::Greater},
     {Symbol::LessEqual, BinaryOp::LessEqual}, {Symbol::GreaterEqual, BinaryOp::GreaterEqual}};
 
-struct ConstantWord
-{
-    Keyword keyword;
-    int value;
-};
-
-constexpr ConstantWord kConstantWords[] = {{Keyword::True, -1}, {Keyword::Yes, -1}, {Keyword::On, -1},
-                                           {Keyword::False, 0}, {Keyword::No, 0},   {Keyword::Off, 0}};
-
 const ArithmeticOperator *arithmeticOperator(const Token &token, int level)
 {
     for (const ArithmeticOperator &entry : kArithmeticOperators) {
@@ -83,7 +71,7 @@ ExprPtr Parser::parseClauseExpression()
     const ExpressionScope scope(*this);
     ExprPtr expr = parseExpression();
     if (beginsOperand())
-        failExpression(kMissingOperator);
+        failMissingOperator();
     if (at(Symbol::RightParen) && m_open == 0)
         failExpression(u"Extra )"_s);
     return expr;
@@ -105,27 +93,6 @@ ExprPtr Parser::parseClause(int errorWhenEmpty)
     if (atClauseEnd())
         fail(errorWhenEmpty);
     return parseClauseExpression();
-}
-
-// True if the current token can start an operand: used to report the right error.
-bool Parser::beginsOperand() const
-{
-    const Token &token = current();
-    switch (token.kind) {
-    case Token::Kind::Quoted:
-    case Token::Kind::Text:
-    case Token::Kind::Number:
-    case Token::Kind::Date:
-        return true;
-    case Token::Kind::Word:
-        if (token.is(Keyword::Asc) || token.is(Keyword::Desc) || token.is(Keyword::Set) || atJoin())
-            return false;
-        return !endsExpression(token.keyword);
-    case Token::Kind::Symbol:
-        return token.is(Symbol::LeftParen) || token.is(Symbol::Bang) || token.is(Symbol::Dot);
-    default:
-        return false;
-    }
 }
 
 // expression := logical
@@ -222,7 +189,7 @@ ExprPtr Parser::parseComparisonTail(ExprPtr left, bool &found)
     if (accept(Keyword::Is)) {
         const bool negated = accept(Keyword::Not);
         if (!accept(Keyword::Null))
-            failExpression(kMissingOperator);
+            failMissingOperator();
         const Range range = {left->range.start, since(first).end() - left->range.start};
         return make(range, IsNull{std::move(left), negated});
     }
@@ -285,8 +252,7 @@ ExprPtr Parser::parseIn(ExprPtr left, bool negated)
         return make(range, InQuery{std::move(left), std::move(query), negated});
     }
     std::vector<ExprPtr> items = parseExpressionList();
-    if (!accept(Symbol::RightParen))
-        failExpression(beginsOperand() ? kMissingOperator : kMissingParenthesis);
+    closeParenthesis();
     const Range range = {left->range.start, since(open).end() - left->range.start};
     return make(range, InList{std::move(left), std::move(items), negated});
 }
@@ -316,169 +282,6 @@ ExprPtr Parser::parseArithmetic(int level)
         left = make(range, Binary{found->op, std::move(left), std::move(right)});
     }
     return left;
-}
-
-// unary := (- | +) unary | power
-ExprPtr Parser::parseUnary()
-{
-    const Token first = current();
-    if (!first.is(Symbol::Minus) && !first.is(Symbol::Plus))
-        return parsePower();
-    const DepthGuard guard(*this);
-    take();
-    ExprPtr operand = parseUnary();
-    return make(since(first), Unary{first.is(Symbol::Minus) ? UnaryOp::Minus : UnaryOp::Plus, std::move(operand)});
-}
-
-// power := primary { ^ [- | +] primary }. Left-associative: 2 ^ 3 ^ 2 is 64. "-2 ^ 2" is -4.
-ExprPtr Parser::parsePower()
-{
-    ExprPtr left = parsePrimary();
-    while (accept(Symbol::Caret)) {
-        // 2 ^ -1: the exponent may have a sign, although a sign binds less tightly than "^".
-        const Token sign = current();
-        const bool hasSign = accept(Symbol::Minus) || accept(Symbol::Plus);
-        ExprPtr right = parsePrimary();
-        if (hasSign)
-            right = make(since(sign), Unary{sign.is(Symbol::Minus) ? UnaryOp::Minus : UnaryOp::Plus, std::move(right)});
-        const Range range = left->range.to(right->range);
-        left = make(range, Binary{BinaryOp::Power, std::move(left), std::move(right)});
-    }
-    return left;
-}
-
-// primary := literal | name | call | ( expression ) | ( query )
-ExprPtr Parser::parsePrimary()
-{
-    const Token token = current();
-    switch (token.kind) {
-    case Token::Kind::Number:
-        take();
-        return make(token.range,
-                    Literal{token.whole ? Value::fromLong(qint32(token.number)) : Value::fromDouble(token.number)});
-    case Token::Kind::Text:
-        take();
-        return make(token.range, Literal{Value::fromText(token.text)});
-    case Token::Kind::Date:
-        take();
-        return make(token.range, Literal{Value::fromDate(token.number)});
-    case Token::Kind::Quoted:
-        return parseName();
-    case Token::Kind::Word:
-        return parseWord();
-    case Token::Kind::Symbol:
-        if (token.is(Symbol::LeftParen))
-            return parseParenthesis();
-        break;
-    default:
-        break;
-    }
-    if (token.is(Symbol::Comma))
-        failExpression(u"Syntax error (comma)"_s);
-    failExpression(kMissingOperator);
-}
-
-// A word as an operand: NULL, TRUE, FALSE and the like, NOT, EXISTS (query), else a name.
-ExprPtr Parser::parseWord()
-{
-    const Token token = current();
-    const bool isQualifier = ahead().is(Symbol::Dot) || ahead().is(Symbol::Bang);
-    if (token.keyword == Keyword::None || isQualifier)
-        return parseName();
-    if (token.is(Keyword::Null)) {
-        take();
-        return make(token.range, Literal{Value::null()});
-    }
-    for (const ConstantWord &constant : kConstantWords) {
-        if (!token.is(constant.keyword))
-            continue;
-        take();
-        return make(token.range, Literal{Value::fromBoolean(constant.value != 0)});
-    }
-    if (token.is(Keyword::Not))
-        return parseNot();
-    if (token.is(Keyword::Exists) && ahead().is(Symbol::LeftParen)) {
-        take();
-        take();
-        QueryPtr query = parseSubquery();
-        return make(since(token), Exists{std::move(query)});
-    }
-    const bool wantsQuery =
-        token.is(Keyword::Exists) || token.is(Keyword::All) || token.is(Keyword::Any) || token.is(Keyword::Some);
-    if (endsExpression(token.keyword) || (wantsQuery && ahead().is(Keyword::Select)))
-        failExpression(kMissingOperator);
-    return parseName();
-}
-
-// name := part { (. | !) part }. Form references such as Forms!Main!Field are parameters.
-ExprPtr Parser::parseName()
-{
-    const Token first = current();
-    if (ahead().is(Symbol::LeftParen) && first.kind == Token::Kind::Word)
-        return parseCall();
-    Name name;
-    name.parts.append(first.text);
-    name.text = first.text;
-    takeName();
-    while ((at(Symbol::Dot) || at(Symbol::Bang)) && ahead().isName()) {
-        name.text += at(Symbol::Dot) ? u'.' : u'!';
-        take();
-        name.parts.append(current().text);
-        name.text += current().text;
-        takeName();
-    }
-    if (at(Symbol::Dot) || at(Symbol::Bang) || (at(Symbol::LeftParen) && name.parts.size() > 1))
-        failExpression(u"Invalid use of '.', '!', or '()'."_s);
-    return make(since(first), std::move(name));
-}
-
-// call := word ( [ * | expression { , expression } ] )
-ExprPtr Parser::parseCall()
-{
-    const DepthGuard guard(*this);
-    const Token first = take();
-    take();
-    Call call{first.text, {}, false};
-    if (at(Symbol::Star) && ahead().is(Symbol::RightParen)) {
-        call.star = true;
-        take();
-    } else if (!at(Symbol::RightParen)) {
-        call.arguments = parseExpressionList();
-    }
-    if (!accept(Symbol::RightParen))
-        failExpression(beginsOperand() ? kMissingOperator : kMissingParenthesis);
-    return make(since(first), std::move(call));
-}
-
-// ( query ) is a scalar subquery; ( expression ) only groups and has no node.
-ExprPtr Parser::parseParenthesis()
-{
-    const Token open = take();
-    if (at(Keyword::Select)) {
-        QueryPtr query = parseSubquery();
-        return make(since(open), ScalarQuery{std::move(query)});
-    }
-    ExprPtr inner = parseExpression();
-    if (!accept(Symbol::RightParen))
-        failExpression(beginsOperand() ? kMissingOperator : kMissingParenthesis);
-    return inner;
-}
-
-// Called after the opening parenthesis; consumes the closing one.
-QueryPtr Parser::parseSubquery()
-{
-    const DepthGuard guard(*this);
-    ++m_open;
-    QueryPtr query;
-    {
-        const ExpressionScope scope(*this);
-        query = parseQuery();
-    }
-    --m_open;
-    if (!accept(Symbol::RightParen))
-        failExpression(kMissingParenthesis);
-    refuseInto(*query);
-    return query;
 }
 
 // A single operand of a rule means equality with the field.

@@ -68,7 +68,7 @@ Insert Parser::parseInsert()
         const ExpressionScope scope(*this);
         insert.values = parseExpressionList();
         if (beginsOperand())
-            failExpression(QStringLiteral("Syntax error (missing operator)"));
+            failMissingOperator();
         expect(Symbol::RightParen, error::SyntaxInInsert);
     } else if (at(Keyword::Select) || at(Symbol::LeftParen) || at(Keyword::Table)) {
         insert.query = parseQuery();

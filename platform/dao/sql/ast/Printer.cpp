@@ -1,18 +1,16 @@
 #include "Printer.h"
 
-#include "PrintText.h"
+#include "QueryPrinter.h"
 
 using namespace Qt::StringLiterals;
 
 namespace dao::sql::ast {
 namespace {
 
-/// Appends to one text; one function per kind of node, as the parser has one per production.
-class Printer
+/// Prints statements that change rows and definitions.
+class StatementPrinter : public QueryPrinter
 {
 public:
-    QString text;
-
     void print(const Statement &statement)
     {
         if (!statement.parameters.empty()) {
@@ -26,304 +24,8 @@ public:
             text += u';';
     }
 
-    void print(const Expr &expr)
-    {
-        std::visit([this](const auto &node) { print(node); }, expr.node);
-    }
-
 private:
-    template <typename Items, typename PrintOne>
-    void list(const Items &items, PrintOne printOne, QStringView between = u", ")
-    {
-        bool first = true;
-        for (const auto &item : items) {
-            if (!first)
-                text += between;
-            first = false;
-            printOne(item);
-        }
-    }
-
-    void names(const std::vector<NameAt> &items)
-    {
-        text += u'(';
-        list(items, [this](const NameAt &name) { text += nameText(name.name); });
-        text += u')';
-    }
-
-    void expressions(const std::vector<ExprPtr> &items)
-    {
-        list(items, [this](const ExprPtr &item) { print(*item); });
-    }
-
-    void parenthesised(const auto &node)
-    {
-        text += u'(';
-        print(node);
-        text += u')';
-    }
-
-    /// Prints an operand; in parentheses if its rank is lower than required.
-    void operand(const Expr &expr, Rank rank)
-    {
-        if (rankOf(expr) < rank)
-            parenthesised(expr);
-        else
-            print(expr);
-    }
-
-    static Rank above(Rank rank) { return Rank(int(rank) + 1); }
-
-    // ---- expressions --------------------------------------------------------------------------------------------
-
-    void print(const Literal &node) { text += literalText(node.value); }
-    void print(const Name &node) { text += nameText(node); }
-    void print(const ImpliedField &) {}
-
-    void print(const Unary &node)
-    {
-        if (node.op == UnaryOp::Not) {
-            text += u"Not "_s;
-            operand(*node.operand, Rank::Not);
-            return;
-        }
-        text += node.op == UnaryOp::Minus ? u'-' : u'+';
-        // Two adjacent minus signs are a comment in other SQL systems; our lexer refuses them.
-        const Unary *inner = node.operand->as<Unary>();
-        if (inner && inner->op == UnaryOp::Minus)
-            text += u' ';
-        operand(*node.operand, Rank::Sign);
-    }
-
-    void print(const Binary &node)
-    {
-        const Rank rank = rankOf(node.op);
-        // All binary operators are left-associative.
-        if (!node.left->as<ImpliedField>()) {
-            operand(*node.left, rank);
-            text += u' ';
-        }
-        text += operatorText(node.op);
-        text += u' ';
-        // Comparisons are not associative: one on the right side needs parentheses.
-        operand(*node.right, above(rank));
-    }
-
-    void print(const Chain &node)
-    {
-        const Rank rank = node.isAnd ? Rank::And : Rank::Or;
-        list(
-            node.terms, [&](const ExprPtr &term) { operand(*term, above(rank)); }, node.isAnd ? u" And " : u" Or ");
-    }
-
-    // A function whose name is a keyword needs brackets where the keyword would be parsed.
-    void print(const Call &node)
-    {
-        const Keyword keyword = keywordOf(node.name);
-        const bool doubtful = keyword != Keyword::None && keyword != Keyword::Left && keyword != Keyword::Right;
-        if (doubtful)
-            text += u'(';
-        text += node.name + u'(';
-        if (node.star)
-            text += u'*';
-        expressions(node.arguments);
-        text += doubtful ? u"))"_s : u")"_s;
-    }
-
-    void comparedWith(const Expr &expr, bool negated, QStringView word)
-    {
-        if (!expr.as<ImpliedField>()) {
-            operand(expr, Rank::Comparison);
-            text += u' ';
-        }
-        if (negated)
-            text += u"Not "_s;
-        text += word;
-    }
-
-    void print(const Between &node)
-    {
-        comparedWith(*node.operand, node.negated, u"Between ");
-        operand(*node.low, Rank::Concatenation);
-        text += u" And "_s;
-        operand(*node.high, Rank::Concatenation);
-    }
-
-    void print(const InList &node)
-    {
-        comparedWith(*node.operand, node.negated, u"In (");
-        expressions(node.items);
-        text += u')';
-    }
-
-    void print(const InQuery &node)
-    {
-        comparedWith(*node.operand, node.negated, u"In ");
-        nested(*node.query);
-    }
-
-    void print(const IsNull &node) { comparedWith(*node.operand, false, node.negated ? u"Is Not Null" : u"Is Null"); }
-
-    void print(const Exists &node)
-    {
-        text += u"Exists "_s;
-        nested(*node.query);
-    }
-
-    void print(const Quantified &node)
-    {
-        comparedWith(*node.operand, false, operatorText(node.op));
-        text += node.all ? u" ALL "_s : u" ANY "_s;
-        nested(*node.query);
-    }
-
-    void print(const ScalarQuery &node) { nested(*node.query); }
-
-    // ---- queries ------------------------------------------------------------------------------------------------
-
-    void nested(const Query &query)
-    {
-        text += u'(';
-        ++m_nesting;
-        print(query);
-        --m_nesting;
-        text += u')';
-    }
-
-    /// Starts a clause with its keyword.
-    void clause(QStringView word)
-    {
-        text += m_nesting == 0 ? u'\n' : u' ';
-        text += word;
-    }
-
-    void print(const QueryPtr &query) { print(*query); }
-
-    void print(const Query &query)
-    {
-        bool first = true;
-        for (const QueryPart &part : query.parts) {
-            if (!first)
-                clause(part.all ? u"UNION ALL " : u"UNION ");
-            first = false;
-            if (part.select)
-                print(*part.select);
-            else if (part.nested)
-                nested(*part.nested);
-            else
-                text += u"TABLE "_s + nameText(part.table->name);
-        }
-        orderBy(query.orderBy);
-    }
-
-    void print(const Select &select)
-    {
-        text += u"SELECT "_s;
-        if (select.duplicates != Duplicates::Keep)
-            text += select.duplicates == Duplicates::Distinct ? u"DISTINCT "_s : u"DISTINCTROW "_s;
-        if (select.top)
-            text += u"TOP "_s + QString::number(qint64(select.top->count)) +
-                    (select.top->percent ? u" PERCENT "_s : u" "_s);
-        list(select.items, [this](const SelectItem &item) { print(item); });
-        if (select.into)
-            text += u" INTO "_s + nameText(select.into->name);
-        from(select.from);
-        where(select.where);
-        if (!select.groupBy.empty()) {
-            clause(u"GROUP BY ");
-            expressions(select.groupBy);
-        }
-        if (select.having) {
-            clause(u"HAVING ");
-            print(*select.having);
-        }
-        orderBy(select.orderBy);
-    }
-
-    void print(const SelectItem &item)
-    {
-        if (item.isStar()) {
-            text += item.starQualifier.isEmpty() ? u"*"_s : QString(nameText(item.starQualifier) + u".*");
-            return;
-        }
-        print(*item.expr);
-        if (!item.alias.isEmpty())
-            text += u" AS "_s + nameText(item.alias);
-    }
-
-    void from(const std::vector<TableRefPtr> &tables)
-    {
-        if (tables.empty())
-            return;
-        clause(u"FROM ");
-        list(tables, [this](const TableRefPtr &table) { print(*table); });
-    }
-
-    void where(const ExprPtr &condition)
-    {
-        if (!condition)
-            return;
-        clause(u"WHERE ");
-        print(*condition);
-    }
-
-    void orderBy(const std::vector<OrderItem> &items)
-    {
-        if (items.empty())
-            return;
-        clause(u"ORDER BY ");
-        list(items, [this](const OrderItem &item) {
-            print(*item.expr);
-            if (item.descending)
-                text += u" DESC"_s;
-        });
-    }
-
-    void print(const TableRef &table)
-    {
-        if (const NamedTable *named = std::get_if<NamedTable>(&table.node))
-            text += nameText(named->name);
-        else if (const DerivedTable *derived = std::get_if<DerivedTable>(&table.node))
-            nested(*derived->query);
-        else
-            print(std::get<Join>(table.node));
-        if (!table.alias.isEmpty())
-            text += u" AS "_s + nameText(table.alias);
-    }
-
-    void print(const Join &join)
-    {
-        const auto side = [this](const TableRef &table) {
-            if (std::holds_alternative<Join>(table.node))
-                parenthesised(table);
-            else
-                print(table);
-        };
-        side(*join.left);
-        text += join.kind == JoinKind::Inner  ? u" INNER JOIN "_s
-                : join.kind == JoinKind::Left ? u" LEFT JOIN "_s
-                                              : u" RIGHT JOIN "_s;
-        side(*join.right);
-        text += u" ON "_s;
-        print(*join.on);
-    }
-
-    void print(const Transform &transform)
-    {
-        text += u"TRANSFORM "_s;
-        print(*transform.value);
-        if (!transform.valueAlias.isEmpty())
-            text += u" AS "_s + nameText(transform.valueAlias);
-        text += u'\n';
-        print(transform.select);
-        clause(u"PIVOT ");
-        operand(*transform.pivot, Rank::Concatenation);
-        if (transform.headings.empty())
-            return;
-        text += u" IN ("_s;
-        expressions(transform.headings);
-        text += u')';
-    }
+    using QueryPrinter::print;
 
     // ---- statements that change rows ----------------------------------------------------------------------------
 
@@ -505,22 +207,20 @@ private:
     {
         text += u"CREATE PROCEDURE "_s + nameText(create.query.name) + u" AS\n"_s + create.sql;
     }
-
-    int m_nesting = 0;
 };
 
 } // namespace
 
 QString printStatement(const Statement &statement)
 {
-    Printer printer;
+    StatementPrinter printer;
     printer.print(statement);
     return printer.text;
 }
 
 QString printExpression(const Expr &expr)
 {
-    Printer printer;
+    QueryPrinter printer;
     printer.print(expr);
     return printer.text;
 }

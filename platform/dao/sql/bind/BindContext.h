@@ -1,7 +1,7 @@
 #pragma once
 #include "Bound.h"
 
-#include <dao/sql/Compiled.h>
+#include <dao/sql/plan/Compiled.h>
 #include <dao/values/Errors.h>
 #include <QHash>
 #include <utility>

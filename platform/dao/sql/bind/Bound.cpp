@@ -62,6 +62,7 @@ std::vector<const Expr *> childrenOf(const Expr &expr)
     return children;
 }
 
+// Only "field = field" terms that must all hold: under Or an equality does not restrict the join.
 void collectEqualities(const Expr &condition, QHash<const Source *, QSet<int>> &fields)
 {
     if (const Chain *chain = condition.as<Chain>(); chain && chain->isAnd) {
@@ -188,6 +189,7 @@ QHash<const Source *, QSet<int>> joinedFields(const Select &select)
     return fields;
 }
 
+// Used to keep the nesting of parentheses in the generated text low (see Generator::embedded).
 bool nests(const Query &query)
 {
     for (const QueryPart &part : query.parts) {

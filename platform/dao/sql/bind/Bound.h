@@ -1,5 +1,5 @@
 #pragma once
-#include "../FunctionTable.h"
+#include "FunctionTable.h"
 
 #include <dao/sql/ast/Statement.h>
 #include <dao/values/Schema.h>
@@ -11,7 +11,6 @@
 
 namespace dao::sql::bound {
 
-using ast::BinaryOp;
 using ast::JoinKind;
 using ast::Range;
 using ast::Top;
@@ -33,10 +32,15 @@ struct Source
     bool nullable = false; ///< on the null-supplied side of an outer join
 };
 
-struct Literal
-{
-    Value value;
-};
+using Nodes = Shapes<ExprPtr, QueryPtr>;
+using Literal = Nodes::Literal;
+using Chain = Nodes::Chain;
+using Between = Nodes::Between;
+using InList = Nodes::InList;
+using InQuery = Nodes::InQuery;
+using IsNull = Nodes::IsNull;
+using Exists = Nodes::Exists;
+using Quantified = Nodes::Quantified;
 /// A field of a base table.
 struct FieldRef
 {
@@ -107,46 +111,6 @@ struct Logic
     BinaryOp op;
     ExprPtr left;
     ExprPtr right;
-};
-struct Chain
-{
-    bool isAnd;
-    std::vector<ExprPtr> terms;
-};
-struct Between
-{
-    ExprPtr operand;
-    ExprPtr low;
-    ExprPtr high;
-    bool negated;
-};
-struct InList
-{
-    ExprPtr operand;
-    std::vector<ExprPtr> items;
-    bool negated;
-};
-struct InQuery
-{
-    ExprPtr operand;
-    QueryPtr query;
-    bool negated;
-};
-struct IsNull
-{
-    ExprPtr operand;
-    bool negated;
-};
-struct Exists
-{
-    QueryPtr query;
-};
-struct Quantified
-{
-    BinaryOp op;
-    ExprPtr operand;
-    bool all;
-    QueryPtr query;
 };
 struct ScalarQuery
 {

@@ -52,6 +52,7 @@ void DefinitionPlanner::addIndexField(IndexInfo &index, const TableInfo &table, 
     index.fields.append({field.name, descending});
 }
 
+// A table can have one autonumber, because it is the row key.
 FieldInfo DefinitionPlanner::newField(const TableInfo &table, const ast::FieldDefinition &definition) const
 {
     checkName(definition.name);
@@ -66,6 +67,8 @@ FieldInfo DefinitionPlanner::newField(const TableInfo &table, const ast::FieldDe
     return field;
 }
 
+// Sizes are those that the engine reports for a field: 4 for a Long, 0 for a Memo. The default is bound once here, so
+// that its errors have a place in the statement.
 FieldInfo DefinitionPlanner::fieldOf(const ast::FieldDefinition &definition) const
 {
     FieldInfo field;
@@ -85,6 +88,7 @@ FieldInfo DefinitionPlanner::fieldOf(const ast::FieldDefinition &definition) con
     return field;
 }
 
+// A constraint after a field is the same as one of the table over this field alone.
 void DefinitionPlanner::addFieldConstraints(Constraints &constraints, FieldInfo &field,
                                             const ast::FieldDefinition &definition, const TableInfo &table) const
 {
@@ -108,6 +112,8 @@ void DefinitionPlanner::addFieldConstraints(Constraints &constraints, FieldInfo 
     }
 }
 
+// Primary keys and unique constraints become indexes. A primary key without a name is called PrimaryKey, as in the
+// dialect; a unique index gets the names of its fields.
 void DefinitionPlanner::addConstraint(Constraints &constraints, const ast::Constraint &constraint,
                                       const TableInfo &table) const
 {
@@ -246,6 +252,7 @@ Plan DefinitionPlanner::change(const ast::AlterTable::AddField &change, const Ta
     return plan;
 }
 
+// ALTER COLUMN names the new type only: position, rule, and (unless given) default and NOT NULL stay.
 Plan DefinitionPlanner::change(const ast::AlterTable::AlterField &change, const TableInfo &table) const
 {
     const FieldInfo *old = &fieldNamed(table, change.field.name);
@@ -304,6 +311,7 @@ Plan DefinitionPlanner::plan(const ast::CreateIndex &node) const
     return plan;
 }
 
+// DROP TABLE also deletes a stored query of that name.
 Plan DefinitionPlanner::plan(const ast::DropTable &node) const
 {
     if (const QueryInfo *query = m_context.schema().findQuery(node.table.name))

@@ -55,6 +55,9 @@ Family familyOf(DataType type)
     }
 }
 
+// The result types of the dialect: "/" is a Single for small types and otherwise a Double, "\" and Mod are whole
+// numbers, a date plus a number of days is a date, and two dates differ by a number of days. Sums of whole numbers are
+// computed with 64 bits by SQLite and shown as Long or, beyond its range, as Double.
 DataType arithmeticType(BinaryOp op, DataType left, DataType right)
 {
     switch (op) {
@@ -83,6 +86,8 @@ DataType arithmeticType(BinaryOp op, DataType left, DataType right)
     return wider == DataType::Unknown ? DataType::Double : wider;
 }
 
+// For columns of a UNION and branches of IIf: the narrowest type that holds both. Types of different families meet in
+// Text, dates and numbers in Double.
 DataType commonType(DataType left, DataType right)
 {
     if (left == right || right == DataType::Unknown)
@@ -106,6 +111,8 @@ DataType commonType(DataType left, DataType right)
     return wider == DataType::Boolean ? DataType::Integer : wider;
 }
 
+// A plain field keeps size, rule and default of its table; a nested query's column keeps them too, but an autonumber
+// counts only in its own table. A comparison is shown as -1 or 0, an Integer.
 FieldInfo outputInfo(const QString &name, const Expr &expr)
 {
     FieldInfo info;
@@ -126,6 +133,8 @@ FieldInfo outputInfo(const QString &name, const Expr &expr)
     return info;
 }
 
+// Decides whether an assignment can omit jet_to_...(): the conversion is called for each row, and plain columns of the
+// same type need none.
 bool fitsField(const Expr &expr, DataType field)
 {
     const DataType type = expr.type;

@@ -1,6 +1,7 @@
-#include "../bind/Types.h"
 #include "Generator.h"
 #include "Rank.h"
+
+#include <dao/sql/bind/Types.h>
 
 #include <QScopedValueRollback>
 
@@ -9,7 +10,7 @@ using namespace Qt::StringLiterals;
 // A calculated cell of a result that fails does not cost the other rows: its functions note the failure, and the cell
 // becomes that failure (see functions/Register.cpp). Conditions, sorting, grouping and changes end with the failure.
 //     SELECT a / b FROM t
-//     SELECT cell_end(cell_begin(), try_divide(_s1.a, _s1.b)) FROM t AS _s1
+//     SELECT cell_end(cell_begin(), try_divide(_s1."a", _s1."b")) FROM "t" AS _s1 ORDER BY _s1."id"
 
 namespace dao::sql::generate {
 

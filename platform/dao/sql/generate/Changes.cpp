@@ -1,7 +1,7 @@
 #include "Generator.h"
 #include "Rank.h"
 
-#include "../bind/Types.h"
+#include <dao/sql/bind/Types.h>
 
 using namespace Qt::StringLiterals;
 
@@ -60,9 +60,13 @@ QString Generator::cancellable(const QString &condition) const
 
 QString Generator::materialised() const
 {
-    return m_target.temporary + u'.' + quoted(m_target.materialisedTable);
+    return m_target.temporary + u'.' + quotedName(m_target.materialisedTable);
 }
 
+// Keeps the rows before anything is written, because the condition may read what the statement writes.
+//     UPDATE t SET a = 1 WHERE a IN (SELECT a FROM t AS x)
+//     SELECT _s1."id" AS _k0, 1 AS _c0 FROM "t" AS _s1 WHERE _s1."a" IN (SELECT _s2."a" FROM "t" AS _s2) ORDER BY
+//         _s1."id"
 Step Generator::materialise(const QString &rows, bool keyed) const
 {
     return {.sql = rows,
@@ -83,10 +87,10 @@ ActionPlan Generator::insert(const Insert &insert)
 {
     QStringList names;
     for (const int field : insert.fields)
-        names.append(quoted(insert.table->fields[field].name));
+        names.append(quotedName(insert.table->fields[field].name));
     ActionPlan plan;
     plan.tables.append(insert.table->name);
-    const QString into = u"INSERT INTO "_s + quoted(insert.table->name) + u" ("_s + names.join(u", "_s) + u") "_s;
+    const QString into = u"INSERT INTO "_s + quotedName(insert.table->name) + u" ("_s + names.join(u", "_s) + u") "_s;
     if (!insert.query) {
         plan.steps.append(changeStep(into + u"VALUES ("_s + arguments(insert.values) + u')'));
         return plan;
@@ -124,7 +128,8 @@ ActionPlan Generator::update(const Update &update)
         return updateJoined(update);
     QStringList assignments;
     for (const AssignedField &field : update.fields)
-        assignments.append(quoted(field.source->table->fields[field.field].name) + u" = "_s + value(*field.value).text);
+        assignments.append(quotedName(field.source->table->fields[field.field].name) + u" = "_s +
+                           value(*field.value).text);
     const Source &source = *select.sources.front();
     const QString set = u"UPDATE "_s + leafText(source) + u" SET "_s + assignments.join(u", ");
     const QString condition = select.where ? truth(*select.where).text : QString();
@@ -177,14 +182,15 @@ ActionPlan Generator::updateJoined(const Update &update)
                 continue;
             const QString cell = m_target.columnPrefix + QString::number(i);
             columns.append(cell);
-            assignments.append(quoted(targets[t]->table->fields[update.fields[i].field].name) + u" = _new."_s + cell);
+            assignments.append(quotedName(targets[t]->table->fields[update.fields[i].field].name) + u" = _new."_s +
+                               cell);
         }
         const QString last = u"(SELECT "_s + columns.join(u", ") + u", max(rowid) FROM "_s + materialised() +
                              u" WHERE "_s + key + u" IS NOT NULL GROUP BY "_s + key + u')';
-        const QString set = u"UPDATE "_s + quoted(targets[t]->table->name) + u" AS _old SET "_s +
+        const QString set = u"UPDATE "_s + quotedName(targets[t]->table->name) + u" AS _old SET "_s +
                             assignments.join(u", ") + u" FROM "_s + (keyed ? materialised() : last) +
                             u" AS _new WHERE "_s;
-        const QString match = u"_old."_s + quoted(targets[t]->table->keyColumn) + u" = _new."_s + key;
+        const QString match = u"_old."_s + quotedName(targets[t]->table->keyColumn) + u" = _new."_s + key;
         plan.steps.append(changeStep(set + match, t == 0));
         plan.cancellableSteps.append(changeStep(set + cancellable(match), t == 0));
         plan.tables.append(targets[t]->table->name);
@@ -201,6 +207,9 @@ ActionPlan Generator::updateJoined(const Update &update)
     return plan;
 }
 
+// Ends the statement if an outer join returned a row without a row of the updated table.
+//     UPDATE u RIGHT JOIN v ON u.k = v.a SET u.e = 'x'
+//     SELECT 1 FROM temp."_gathered" WHERE _k0 IS NULL LIMIT 1
 Step Generator::refuseAbsent(const AbsentRows &absent, const QString &key) const
 {
     Step step = changeStep(u"SELECT 1 FROM "_s + materialised() + u" WHERE "_s + key + u" IS NULL LIMIT 1"_s, false);
@@ -221,15 +230,15 @@ QString Generator::addAbsent(const Update &update, const AbsentRows &absent)
     for (size_t i = 0; i < update.fields.size(); ++i) {
         if (update.fields[i].source != absent.target)
             continue;
-        names.append(quoted(table.fields[update.fields[i].field].name));
+        names.append(quotedName(table.fields[update.fields[i].field].name));
         cells.append(m_target.columnPrefix + QString::number(i));
     }
     for (const AssignedField &field : absent.defaults) {
-        names.append(quoted(table.fields[field.field].name));
+        names.append(quotedName(table.fields[field.field].name));
         cells.append(value(*field.value).text);
     }
-    return u"INSERT INTO "_s + quoted(table.name) + u" ("_s + names.join(u", ") + u") SELECT "_s + cells.join(u", ") +
-           u" FROM "_s + materialised() + u" WHERE "_s;
+    return u"INSERT INTO "_s + quotedName(table.name) + u" ("_s + names.join(u", ") + u") SELECT "_s +
+           cells.join(u", ") + u" FROM "_s + materialised() + u" WHERE "_s;
 }
 
 //     DELETE t.* FROM t INNER JOIN v ON t.id = v.a
@@ -238,8 +247,8 @@ ActionPlan Generator::remove(const Delete &statement)
 {
     const Select &select = *statement.select;
     const Source &target = *statement.deleteTarget;
-    const QString table = quoted(target.table->name);
-    const QString key = quoted(target.table->keyColumn);
+    const QString table = quotedName(target.table->name);
+    const QString key = quotedName(target.table->keyColumn);
     ActionPlan plan;
     plan.tables.append(target.table->name);
     const bool alone = select.sources.size() == 1;

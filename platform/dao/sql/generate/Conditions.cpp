@@ -1,7 +1,7 @@
 #include "Generator.h"
 #include "Rank.h"
 
-#include "../bind/Types.h"
+#include <dao/sql/bind/Types.h>
 
 using namespace Qt::StringLiterals;
 
@@ -126,7 +126,8 @@ Generator::Piece Generator::truthOf(const Like &node)
 }
 
 // The pattern as SQLite's LIKE (any number of characters and single characters) or GLOB (also digits and classes), for
-// CHECK constraints.
+// CHECK constraints. The rule Like 'ab*' of a field c becomes "c" LIKE 'ab%' ESCAPE '\', and Like '[a-c]*' becomes
+// lower("c") GLOB '[a-c]*'. Any other pattern gives no text: the rule then needs jet_like().
 Generator::Piece Generator::standaloneLike(const Like &node)
 {
     const Literal *literal = node.pattern->as<Literal>();
@@ -295,6 +296,10 @@ Generator::Piece Generator::truthOf(const Exists &node)
     return {u"EXISTS ("_s + embedded(*node.query, plain ? Shape::Exists : Shape::Subquery) + u')', rank::Primary};
 }
 
+// Finds the rows of one heading of a cross table; a heading can be Null.
+//     TRANSFORM Sum(d) SELECT a FROM t GROUP BY a PIVOT b IN (1, 2)
+//     SELECT _s1."a", sum(_s1."d") FILTER (WHERE _s1."b" IS 1), sum(_s1."d") FILTER (WHERE _s1."b" IS 2) FROM "t" AS
+//         _s1 GROUP BY _s1."a"
 Generator::Piece Generator::truthOf(const Same &node)
 {
     return {sortable(*node.left) + u" IS "_s + valueAt(*node.right, rank::Relation + 1), rank::Equality};

@@ -61,6 +61,7 @@ private:
     }
 };
 
+// The numbers of the sources in FROM.
 QSet<int> numbersOf(const Select &select)
 {
     QSet<int> numbers;
@@ -79,6 +80,7 @@ void forEachCondition(const JoinTree &from, const std::function<void(const Expr 
     forEachCondition(*from.right, visit);
 }
 
+// True for a field that GROUP BY names: it has one value per group.
 bool isGroupKey(const Expr &expr, const Select &select)
 {
     return expr.as<FieldRef>() &&
@@ -130,6 +132,9 @@ bool isOwnKey(const InQuery &test, const GroupTest &group)
     return isUniqueKey(*other) && std::ranges::all_of(group.pairs, isOfRow);
 }
 
+// Copies the conditions on the outer row into the subquery that computes all groups, so that groups of excluded rows
+// are not computed. Worthwhile only if a condition restricts the rows by an index or by the group; otherwise evaluating
+// it twice costs more than it saves.
 void addFilter(GroupTest &test, const Select &around)
 {
     const Source *row = test.pairs.front().outer->as<FieldRef>()->source;
@@ -152,6 +157,8 @@ void addFilter(GroupTest &test, const Select &around)
 
 } // namespace
 
+// Correlated subqueries are found by difference: every source that is named but neither in FROM nor inside belongs to
+// an outer query.
 Reading readingOf(const Select &select)
 {
     Reading reading;
@@ -195,6 +202,7 @@ bool namesOwn(const Expr &expr, const Select &select)
     return names.named.intersects(numbersOf(select));
 }
 
+// -1 if the value depends on several sources, on other rows, or on chance.
 int onlySourceOf(const Expr &expr)
 {
     Names names;
@@ -203,6 +211,7 @@ int onlySourceOf(const Expr &expr)
     return plain ? *names.named.cbegin() : -1;
 }
 
+// SQLite can search an index only by its first fields.
 bool leadsIndex(const FieldRef &field)
 {
     const TableInfo &table = *field.source->table;
@@ -211,6 +220,7 @@ bool leadsIndex(const FieldRef &field)
     });
 }
 
+// A unique index admits several rows with Null, so its fields must be required unless Null is ignored.
 bool holdUniqueKey(const TableInfo &table, const QSet<int> &fields, Nulls nulls)
 {
     if (std::ranges::any_of(fields, [&](int field) { return table.fields[field].isAutoIncrement(); }))
@@ -230,6 +240,7 @@ bool isUniqueKey(const FieldRef &field)
     return holdUniqueKey(*field.source->table, {field.field}, Nulls::Refused);
 }
 
+// The terms that must all be true. Nested conjunctions are flattened.
 std::vector<ExprPtr> termsOf(const ExprPtr &condition)
 {
     if (!condition)
@@ -245,6 +256,8 @@ std::vector<ExprPtr> termsOf(const ExprPtr &condition)
     return terms;
 }
 
+// A subquery qualifies if it refers to the outer row only by "field = same field of the outer row": then its result is
+// the same for all outer rows of a group.
 std::optional<GroupTest> groupTestOf(const InQuery &test, const Select &around)
 {
     const Select *inner = test.query->singleSelect();
@@ -283,6 +296,7 @@ std::optional<GroupTest> groupTestOf(const InQuery &test, const Select &around)
     return result;
 }
 
+// The condition may name only the key and values that are the same for all rows of the group.
 bool isConditionOnKey(const Expr &term, const Select &select)
 {
     const auto isFree = [&](const ExprPtr &expr) { return !hasAggregate(*expr) && !namesOwn(*expr, select); };

@@ -1,5 +1,5 @@
 #pragma once
-#include "../bind/Bound.h"
+#include <dao/sql/bind/Bound.h>
 
 #include <optional>
 #include <QSet>

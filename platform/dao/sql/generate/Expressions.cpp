@@ -1,7 +1,7 @@
 #include "Generator.h"
 #include "Rank.h"
 
-#include "../bind/Types.h"
+#include <dao/sql/bind/Types.h>
 
 #include <cmath>
 
@@ -103,6 +103,9 @@ QString Generator::condition(const Expr &expr)
     return truth(expr).text;
 }
 
+// A value as the user sees it: True is -1, so a condition's 1 is negated.
+//     SELECT a > 1 AS x FROM t
+//     SELECT -(_s1."a" > 1) FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::value(const Expr &expr)
 {
     const Piece piece = std::visit(
@@ -118,6 +121,9 @@ Generator::Piece Generator::value(const Expr &expr)
     return placed(expr, piece);
 }
 
+// A condition as SQLite needs it: a value is compared with 0.
+//     SELECT a FROM t WHERE a
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."a" <> 0 ORDER BY _s1."id"
 Generator::Piece Generator::truth(const Expr &expr)
 {
     return std::visit(
@@ -151,6 +157,8 @@ QString Generator::arguments(const std::vector<ExprPtr> &list)
 }
 
 // Only columns of tables have a collation; other text needs an explicit one.
+//     SELECT a FROM t ORDER BY a & c
+//     SELECT _s1."a" FROM "t" AS _s1 ORDER BY jet_concatenate(jet_as_text(_s1."a"), _s1."c") COLLATE NOCASE, _s1."id"
 QString Generator::sortable(const Expr &expr)
 {
     const bool needed = familyOf(expr.type) == Family::Text && !expr.as<FieldRef>();
@@ -158,6 +166,9 @@ QString Generator::sortable(const Expr &expr)
 }
 
 // Generates the left operand of a comparison with the right one.
+//     SELECT a FROM t WHERE a & c = c & a
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE jet_concatenate(jet_as_text(_s1."a"), _s1."c") COLLATE NOCASE =
+//         jet_concatenate(_s1."c", jet_as_text(_s1."a")) ORDER BY _s1."id"
 Generator::Piece Generator::comparable(const Expr &left, const Expr &right)
 {
     const bool text = familyOf(left.type) == Family::Text || familyOf(right.type) == Family::Text ||
@@ -178,6 +189,9 @@ Generator::Piece Generator::call(QStringView name, const QString &arguments)
     return {ownFunction(name) + u'(' + arguments + u')', rank::Primary};
 }
 
+// Dates are numbers of days, as in the dialect.
+//     SELECT 'it''s' AS x, #1/2/2024# AS y, True AS z FROM t
+//     SELECT 'it''s', 45293.0, -1 FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const Literal &node, const Expr &)
 {
     const Value &value = node.value;
@@ -205,10 +219,13 @@ Generator::Piece Generator::valueOf(const Literal &node, const Expr &)
 
 Generator::Piece Generator::valueOf(const FieldRef &node, const Expr &)
 {
-    const QString name = quoted(node.source->table->fields[node.field].name);
+    const QString name = quotedName(node.source->table->fields[node.field].name);
     return {m_standalone ? name : aliasOf(*node.source) + u'.' + name, rank::Primary};
 }
 
+// A cell of a nested query can be a noted failure, which cell_value() raises where the value is used.
+//     SELECT x.n FROM (SELECT a AS n FROM t GROUP BY a) AS x
+//     SELECT _s2._c0 FROM (SELECT _s1."a" AS _c0 FROM "t" AS _s1 GROUP BY _s1."a") AS _s2
 Generator::Piece Generator::valueOf(const Output &node, const Expr &)
 {
     const QString cell = aliasOf(*node.source) + u'.' + m_target.columnPrefix + QString::number(node.index);
@@ -242,6 +259,8 @@ Generator::Piece Generator::valueOf(const bound::ParameterRef &node, const Expr 
     return heldText ? call(wanted == Family::Date ? u"as_date" : u"as_number", text) : Piece{text, rank::Primary};
 }
 
+//     SELECT -a AS x FROM t
+//     SELECT -_s1."a" FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::valueOf(const Negate &node, const Expr &)
 {
     // Two adjacent minus signs would start a comment.
@@ -342,6 +361,10 @@ Generator::Piece Generator::valueOf(const ScalarQuery &node, const Expr &)
 }
 
 // Inside a cell a failure of the subquery becomes the failure of the cell.
+//     SELECT (SELECT a / b FROM v WHERE v.a = t.a) AS x FROM t
+//     SELECT cell_end(cell_begin(), try_cell_value((SELECT try_single(_c0) FROM (SELECT cell_end(cell_begin(),
+//         try_divide(_s2."a", _s2."b")) AS _c0 FROM "v" AS _s2 WHERE _s2."a" = _s1."a")))) FROM "t" AS _s1 ORDER BY
+//         _s1."id"
 Generator::Piece Generator::notedQuery(const ScalarQuery &node)
 {
     const QSet<const Select *> shown = m_shown;
@@ -451,6 +474,7 @@ Generator::Piece Generator::valueOf(const Aggregate &node, const Expr &expr)
     return rounds ? call(u"to_currency", text) : Piece{text, rank::Primary};
 }
 
+// The value of a heading that is not known yet is a mark, at which CrosstabPlan::cell is split.
 Generator::Piece Generator::valueOf(const Heading &node, const Expr &)
 {
     if (node.value.isEmpty())

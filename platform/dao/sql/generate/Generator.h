@@ -1,8 +1,8 @@
 #pragma once
-#include "../bind/BindContext.h"
 #include "Target.h"
 
-#include <dao/sql/Compiled.h>
+#include <dao/sql/bind/BindContext.h>
+#include <dao/sql/plan/Compiled.h>
 
 #include <functional>
 #include <optional>

@@ -102,8 +102,8 @@ void Generator::noteHash(const Expr &term, const Select &select, const Source *n
 QString Generator::hashedLeafText(const Source &source)
 {
     const QString alias = aliasOf(source);
-    return u"(SELECT "_s + quoted(source.table->keyColumn) + u" AS "_s + m_target.keyPrefix + u", *, "_s +
-           sortable(*m_hashes[source.number].value) + u" AS _h FROM "_s + quoted(source.table->name) + u" AS "_s +
+    return u"(SELECT "_s + quotedName(source.table->keyColumn) + u" AS "_s + m_target.keyPrefix + u", *, "_s +
+           sortable(*m_hashes[source.number].value) + u" AS _h FROM "_s + quotedName(source.table->name) + u" AS "_s +
            alias + m_target.limit + u"-1) AS "_s + alias;
 }
 

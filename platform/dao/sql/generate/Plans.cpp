@@ -1,7 +1,7 @@
 #include "Generator.h"
 #include "Rank.h"
 
-#include "../bind/Types.h"
+#include <dao/sql/bind/Types.h>
 
 using namespace Qt::StringLiterals;
 
@@ -67,6 +67,10 @@ void Generator::planColumns(SelectPlan &plan, const Query &query) const
     }
 }
 
+// The row keys in the order of the result, for a dynaset.
+//     SELECT u.e, v.b FROM u INNER JOIN v ON u.k = v.a
+//     SELECT _s1."rowid", _s2."rowid" FROM "u" AS _s1 JOIN "v" AS _s2 ON _s1."k" = _s2."a" ORDER BY _s1."rowid",
+//         _s2."rowid"
 void Generator::planKeys(SelectPlan &plan, const Select &select)
 {
     plan.keySql = withCommon([&] { return selectText(select, Shape::Keys); });
@@ -94,7 +98,7 @@ void Generator::planAddedRows(SelectPlan &plan, const Select &select, const Sour
     }
     if (match.isEmpty())
         return;
-    const QString rows = quoted(u"join.rows"); // table names contain no dot, so this name is free
+    const QString rows = quotedName(u"join.rows"); // table names contain no dot, so this name is free
     plan.addedKeySql = u"WITH "_s + rows + u" ("_s + names.join(u", ") + u") AS ("_s + plan.keySql +
                        u") SELECT * FROM "_s + rows + u" WHERE "_s + match;
     plan.addedRowSql = rowText(select, sources, true);

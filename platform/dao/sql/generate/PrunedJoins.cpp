@@ -1,7 +1,7 @@
 #include "Correlation.h"
 #include "Generator.h"
 
-#include "../bind/Types.h"
+#include <dao/sql/bind/Types.h>
 
 using namespace Qt::StringLiterals;
 
@@ -165,8 +165,8 @@ QString Generator::numberTestText(const Compare &node, const Source &pruned)
     const bool isRight = node.right->as<FieldRef>()->source == &pruned;
     const FieldRef &field = *(isRight ? node.right : node.left)->as<FieldRef>();
     const QString number = value(isRight ? *node.left : *node.right).text;
-    const QString name = quoted(pruned.table->fields[field.field].name);
-    const QString from = u" FROM "_s + quoted(pruned.table->name);
+    const QString name = quotedName(pruned.table->fields[field.field].name);
+    const QString from = u" FROM "_s + quotedName(pruned.table->name);
     const QString first = u"min("_s + name + u')';
     const QString last = u"max("_s + name + u')';
     return u'(' + number + u" BETWEEN (SELECT CASE count(*) WHEN "_s + last + u" - "_s + first + u" + 1 THEN "_s +

@@ -2,7 +2,7 @@
 #include "Generator.h"
 #include "Rank.h"
 
-#include "../bind/Types.h"
+#include <dao/sql/bind/Types.h>
 
 #include <algorithm>
 #include <QScopedValueRollback>
@@ -46,7 +46,7 @@ QString Generator::keyText(const Source &source) const
 {
     if (m_grouped.contains(source.number))
         return aliasOf(source) + u'.' + m_target.keyPrefix;
-    return aliasOf(source) + u'.' + quoted(source.table->keyColumn);
+    return aliasOf(source) + u'.' + quotedName(source.table->keyColumn);
 }
 
 QString Generator::queryText(const Query &query, Shape shape)
@@ -76,8 +76,8 @@ QString Generator::embedded(const Query &query, Shape shape)
     if (!m_common || !nests(query) || !isUncorrelated(query))
         return queryText(query, shape);
     const QString text = queryText(query, shape);
-    const QString name =
-        quoted(QString(u"query."_s + QString::number(++m_derived))); // table names contain no dot, so this name is free
+    const QString name = quotedName(
+        QString(u"query."_s + QString::number(++m_derived))); // table names contain no dot, so this name is free
     m_common->append(name + u" AS ("_s + text + u')');
     return u"SELECT * FROM "_s + name;
 }
@@ -104,6 +104,9 @@ QString Generator::partsText(const Query &query, Shape shape)
     return text + listed(u" ORDER BY ", order);
 }
 
+// The select list of a shape: 1 for EXISTS, the row keys for Keys, else the columns.
+//     SELECT 1 AS x FROM t HAVING Count(*) > 1
+//     SELECT CASE WHEN count(*) >= 0 THEN 1 END FROM "t" AS _s1 HAVING count(*) > 1
 QStringList Generator::cellsOf(const Select &select, Shape shape)
 {
     QStringList cells;
@@ -127,6 +130,9 @@ QStringList Generator::cellsOf(const Select &select, Shape shape)
     return cells;
 }
 
+// One SELECT without the parts of a UNION. Nested: its columns are named _c0, _c1 ... for the outer query.
+//     SELECT DISTINCT c FROM t WHERE a > 1 ORDER BY c
+//     SELECT DISTINCT _s1."c" FROM "t" AS _s1 WHERE _s1."a" > 1 ORDER BY 1
 QString Generator::selectText(const Select &select, Shape shape)
 {
     const auto restore = qScopeGuard([this, outside = m_grouped] { m_grouped = outside; });
@@ -217,6 +223,10 @@ QString Generator::rankText(const Top &top, const QStringList &order)
     return rank + u" AS _rank"_s + (top.percent ? u", count(*) OVER () AS _rows"_s : QString());
 }
 
+// The condition on _rank: a number of rows, or a share of them, rounded up.
+//     SELECT TOP 10 PERCENT a FROM t GROUP BY a ORDER BY Count(*)
+//     SELECT _c0 FROM (SELECT *, rank() OVER (ORDER BY _o0) AS _rank, count(*) OVER () AS _rows FROM (SELECT _s1."a" AS
+//         _c0, count(*) AS _o0 FROM "t" AS _s1 GROUP BY _s1."a")) WHERE _rank <= (_rows * 10 + 99) / 100 ORDER BY _rank
 QString Generator::lastRankText(const Top &top)
 {
     const QString count = QString::number(qint64(top.count));
@@ -231,6 +241,9 @@ QString Generator::allText(const std::vector<ExprPtr> &terms)
     return texts.join(u" AND ");
 }
 
+// The conjunction without the word WHERE.
+//     SELECT a FROM t WHERE b > 1 AND c IS NULL
+//     SELECT _s1."a" FROM "t" AS _s1 WHERE _s1."b" > 1 AND _s1."c" IS NULL ORDER BY _s1."id"
 QString Generator::whereText(const Select &select)
 {
     // Elsewhere false and unknown can have different results.
@@ -284,6 +297,9 @@ QString Generator::fromToHaving(const Select &select)
     return text;
 }
 
+// The comma-separated joins of FROM.
+//     SELECT t.a FROM t, v WHERE t.id = v.a
+//     SELECT _s1."a" FROM "t" AS _s1, "v" AS _s2 WHERE _s1."id" = _s2."a" ORDER BY _s1."id", _s2."rowid"
 QString Generator::fromText(const Select &select)
 {
     QStringList tables;
@@ -348,6 +364,10 @@ void Generator::markGrouped(const JoinTree &from, bool inside)
     markGrouped(*from.right, inside || (!from.right->source && !linear));
 }
 
+// A table, or a nested query in parentheses.
+//     SELECT x.n, t.a FROM t INNER JOIN (SELECT DISTINCT a AS n FROM v) AS x ON t.id = x.n
+//     SELECT _s3._c0, _s1."a" FROM "t" AS _s1 JOIN (SELECT DISTINCT _s2."a" AS _c0 FROM "v" AS _s2) AS _s3 ON _s1."id"
+//         = _s3._c0 ORDER BY _s1."id"
 QString Generator::leafText(const Source &source)
 {
     if (!source.table && m_keepsFailures)
@@ -357,9 +377,9 @@ QString Generator::leafText(const Source &source)
     if (m_grouped.contains(source.number) && m_hashes.contains(source.number))
         return hashedLeafText(source);
     if (m_grouped.contains(source.number))
-        return u"(SELECT "_s + quoted(source.table->keyColumn) + u" AS "_s + m_target.keyPrefix + u", * FROM "_s +
-               quoted(source.table->name) + u") AS "_s + aliasOf(source);
-    return quoted(source.table->name) + u" AS "_s + aliasOf(source);
+        return u"(SELECT "_s + quotedName(source.table->keyColumn) + u" AS "_s + m_target.keyPrefix + u", * FROM "_s +
+               quotedName(source.table->name) + u") AS "_s + aliasOf(source);
+    return quotedName(source.table->name) + u" AS "_s + aliasOf(source);
 }
 
 QString Generator::orderKeyText(const OrderKey &key)
@@ -386,6 +406,9 @@ QStringList Generator::orderOf(const Select &select, Shape shape)
     return order + tieBreakers(select);
 }
 
+// The row keys; none where a row is not one row of the tables.
+//     SELECT t.a FROM t LEFT JOIN v ON t.id = v.a
+//     SELECT _s1."a" FROM "t" AS _s1 LEFT JOIN "v" AS _s2 ON _s1."id" = _s2."a" ORDER BY _s1."id", _s2."rowid"
 QStringList Generator::tieBreakers(const Select &select) const
 {
     QStringList keys;

@@ -26,11 +26,4 @@ const Target &sqliteTarget()
     return target;
 }
 
-QString quoted(QStringView name)
-{
-    QString result = name.toString();
-    result.replace(u"\""_s, u"\"\""_s);
-    return u'"' + result + u'"';
-}
-
 } // namespace dao::sql::generate

@@ -1,5 +1,5 @@
 #pragma once
-#include <QString>
+#include <dao/sql/plan/QuotedName.h>
 
 namespace dao::sql::generate {
 
@@ -25,7 +25,5 @@ struct Target
 
 /// SQLite.
 const Target &sqliteTarget();
-
-QString quoted(QStringView name);
 
 } // namespace dao::sql::generate

@@ -59,6 +59,11 @@ bool Generator::mayTie(const Select &select) const
     return !holdUniqueKey(*select.sources.front()->table, fields, Nulls::Refused);
 }
 
+// Chooses the form: rows that are found by keys are cheapest. Groups and rows of nested queries have none, so they are
+// ranked.
+//     SELECT TOP 2 x.n FROM (SELECT DISTINCT a AS n FROM t) AS x ORDER BY x.n
+//     SELECT _c0 FROM (SELECT *, rank() OVER (ORDER BY _o0) AS _rank FROM (SELECT _s2._c0 AS _c0, _s2._c0 AS _o0 FROM
+//         (SELECT DISTINCT _s1."a" AS _c0 FROM "t" AS _s1) AS _s2)) WHERE _rank <= 2 ORDER BY _rank
 QString Generator::topText(const Select &select, Shape shape)
 {
     const bool ofTables = !select.aggregated && !select.distinct && select.rowSources.empty() &&
@@ -94,7 +99,7 @@ QString Generator::firstRowsText(const Select &select, const Reading &reading, S
 {
     const QString number = QString::number(++m_derived);
     const auto named = [&](const QString &name) {
-        return quoted(QString(name + u'.' + number));
+        return quotedName(QString(name + u'.' + number));
     }; // table names contain no dot
     const FirstRows first = firstRowsOf(select);
     QStringList names;
@@ -185,6 +190,11 @@ QString Generator::FirstRows::list() const
 }
 
 // Selects the cells for the rows that `rows` returns under the names of `first`.
+//     SELECT TOP 2 id FROM t ORDER BY b
+//     WITH "top.1" AS MATERIALIZED (SELECT _s1."id" AS _t0, _s1."b" AS _o0 FROM "t" AS _s1 ORDER BY _o0 LIMIT 2),
+//         "last.1" AS MATERIALIZED (SELECT _o0 FROM "top.1" ORDER BY _o0 DESC LIMIT 1) SELECT _t0 FROM (SELECT * FROM
+//         "top.1" WHERE _o0 IS NOT (SELECT _o0 FROM "last.1") UNION ALL SELECT _s1."id", _s1."b" FROM "t" AS _s1 WHERE
+//         _s1."b" IS (SELECT _o0 FROM "last.1")) ORDER BY _o0, _t0
 QString Generator::cellsOfRowsText(const Select &select, const FirstRows &first, const QString &rows,
                                    const QStringList &order, Shape shape)
 {

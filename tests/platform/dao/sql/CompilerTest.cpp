@@ -1,7 +1,7 @@
 #include "TestDatabase.h"
 
 #include <dao/functions/Functions.h>
-#include <dao/sql/FunctionTable.h>
+#include <dao/sql/bind/FunctionTable.h>
 #include <gmock/gmock.h>
 
 using namespace Qt::StringLiterals;
@@ -247,11 +247,11 @@ TEST_F(CompilerTest, WhatTheInnerEngineCannotParseIsTooComplex)
 
 TEST_F(CompilerTest, EveryFunctionOfTheTableIsRegistered)
 {
-    for (const FunctionInfo &function : functionTable()) {
+    for (const bound::FunctionInfo &function : bound::functionTable()) {
         QStringList arguments;
         for (int i = 0; i < std::max(function.minArguments(), 1) && function.minArguments() > 0; ++i)
             arguments.append(function.parameterAt(i) == u'b' ? u"True"_s : u"row"_s);
-        if (function.kind == FunctionKind::Domain)
+        if (function.kind == bound::FunctionKind::Domain)
             continue;
         if (QStringView(function.name) == u"Switch" || QStringView(function.name) == u"Choose")
             arguments = QStringList{u"1"_s, u"2"_s};

@@ -56,7 +56,7 @@ struct KeySource
 };
 
 /// A cross table whose columns depend on its data. Run valuesSql first (with the parameters): each row is the name of a
-/// column and its value as SQLite SQL. withHeadings() (Compiler.h) then completes the plan.
+/// column and its value as SQLite SQL. withHeadings() then completes the plan.
 struct CrosstabPlan
 {
     QString valuesSql;
@@ -107,6 +107,9 @@ struct SelectPlan
     std::optional<CrosstabPlan> crosstab;
     bool updatable() const { return whyNot == NotUpdatable::No; }
 };
+
+/// Completes the plan of a cross table with its column headings. Error 3205 if there are too many.
+SelectPlan withHeadings(const SelectPlan &plan, const QList<CrosstabHeading> &headings);
 
 /// A statement that changes rows: steps of SQLite SQL that run in order inside one savepoint.
 struct ActionPlan

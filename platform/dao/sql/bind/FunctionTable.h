@@ -5,7 +5,7 @@
 #include <QString>
 #include <span>
 
-namespace dao::sql {
+namespace dao::sql::bound {
 
 /// Determines the type of a function's result.
 enum class ResultRule {
@@ -50,4 +50,4 @@ std::span<const FunctionInfo> functionTable();
 QList<const FunctionInfo *> functionsNamed(QStringView name);
 QStringList functionNames();
 
-} // namespace dao::sql
+} // namespace dao::sql::bound

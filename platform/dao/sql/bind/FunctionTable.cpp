@@ -3,7 +3,7 @@
 #include <QMultiHash>
 #include <QStringList>
 
-namespace dao::sql {
+namespace dao::sql::bound {
 namespace {
 
 using enum DataType;
@@ -212,4 +212,4 @@ QStringList functionNames()
     return names;
 }
 
-} // namespace dao::sql
+} // namespace dao::sql::bound
