@@ -1,7 +1,8 @@
 #include "TestDatabase.h"
 
-#include <dao/functions/Functions.h>
+#include <dao/Explain.h>
 #include <dao/sql/bind/FunctionTable.h>
+#include <dao/sql/Compiler.h>
 #include <gmock/gmock.h>
 
 using namespace Qt::StringLiterals;
@@ -20,13 +21,8 @@ protected:
         m_database.addTable(
             u"report recd_num:counter* sec:short row:short col:short volts:single outage:text(50) flag:boolean"_s);
         m_database.addTable(u"plans name:text(50)* create_time:date"_s);
-        run("CREATE INDEX tube_id ON report (sec, row, col)");
-        run("CREATE INDEX outage ON report (outage)");
-    }
-
-    void run(const char *sql)
-    {
-        ASSERT_EQ(sqlite3_exec(m_database.handle(), sql, nullptr, nullptr, nullptr), SQLITE_OK);
+        m_database.run(u"CREATE INDEX tube_id ON report (sec, row, col)"_s);
+        m_database.run(u"CREATE INDEX outage ON report (outage)"_s);
     }
 
     const SelectPlan &select(const QString &sql)
@@ -37,15 +33,7 @@ protected:
 
     std::string queryPlan(const QString &sql)
     {
-        std::string text;
-        sqlite3_stmt *statement = nullptr;
-        const QByteArray explain = "EXPLAIN QUERY PLAN " + sql.toUtf8();
-        EXPECT_EQ(sqlite3_prepare_v2(m_database.handle(), explain.constData(), -1, &statement, nullptr), SQLITE_OK)
-            << sqlite3_errmsg(m_database.handle());
-        while (sqlite3_step(statement) == SQLITE_ROW)
-            text += reinterpret_cast<const char *>(sqlite3_column_text(statement, 3)) + std::string("\n");
-        sqlite3_finalize(statement);
-        return text;
+        return dao::queryPlan(m_database.database, sql).join(u'\n').toStdString();
     }
 
     int errorOf(const QString &sql)
@@ -81,14 +69,14 @@ std::string check(const QString &rule, DataType type = DataType::Integer)
 TEST_F(CompilerTest, ConditionsOnColumnsUseTheirIndexes)
 {
     const SelectPlan &plan = select(u"SELECT * FROM report WHERE sec = 0 AND row = [r] AND col = [c]"_s);
-    EXPECT_THAT(queryPlan(plan.keySql), HasSubstr("INDEX tube_id (sec=? AND row=? AND col=?)"));
+    EXPECT_THAT(queryPlan(plan.keySql), HasSubstr("tube_id (sec=? AND row=? AND col=?)"));
     EXPECT_THAT(queryPlan(plan.rowSql), HasSubstr("SEARCH _s1 USING INTEGER PRIMARY KEY (rowid=?)"));
     EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage = 'r12' AND volts > 2"_s).keySql),
-                HasSubstr("INDEX outage"));
+                HasSubstr("INDEX report.outage"));
     EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE sec Between [a] And [b]"_s).keySql),
-                HasSubstr("INDEX tube_id (sec>? AND sec<?)"));
+                HasSubstr("tube_id (sec>? AND sec<?)"));
     EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage Like 'R1*'"_s).keySql),
-                HasSubstr("INDEX outage (outage>? AND outage<?)"));
+                HasSubstr("INDEX report.outage (outage>? AND outage<?)"));
     EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage = (SELECT Max(outage) FROM report)"_s).keySql),
                 HasSubstr("(outage=?)"));
 }
@@ -170,6 +158,12 @@ TEST_F(CompilerTest, AMistypedColumnIsAParameterWithASuggestion)
         select(u"SELECT "_s + written + u" FROM report AS r, plans AS p"_s);
         EXPECT_EQ(m_compiled.parameters[0].suggestion, meant) << written.toStdString();
     }
+}
+
+TEST_F(CompilerTest, ASourceWithUnknownColumnsNeedsAReaderOfTheHeadings)
+{
+    m_database.addQuery(u"cross"_s, u"TRANSFORM Count(*) SELECT sec FROM report GROUP BY sec PIVOT row"_s);
+    EXPECT_EQ(errorOf(u"SELECT * FROM [cross]"_s), 3143);
 }
 
 TEST_F(CompilerTest, ValuesThatFitAFieldAreNotConverted)
@@ -257,11 +251,7 @@ TEST_F(CompilerTest, EveryFunctionOfTheTableIsRegistered)
             arguments = QStringList{u"1"_s, u"2"_s};
         const QString sql =
             u"SELECT "_s + QString::fromUtf16(function.name) + u'(' + arguments.join(u", ") + u") FROM report"_s;
-        sqlite3_stmt *statement = nullptr;
-        const QByteArray text = select(sql).fullSql.toUtf8();
-        EXPECT_EQ(sqlite3_prepare_v2(m_database.handle(), text.constData(), -1, &statement, nullptr), SQLITE_OK)
-            << text.constData() << ": " << sqlite3_errmsg(m_database.handle());
-        sqlite3_finalize(statement);
+        EXPECT_NO_THROW(queryPlan(select(sql).fullSql)) << qPrintable(sql);
     }
 }
 

@@ -1,6 +1,8 @@
 #include "TestDatabase.h"
 
+#include <dao/Explain.h>
 #include <dao/sql/ast/Token.h>
+#include <dao/sql/Compiler.h>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -52,13 +54,7 @@ protected:
 
     void prepare(const QString &inner, const QString &sql)
     {
-        sqlite3_stmt *statement = nullptr;
-        const QByteArray text = inner.toUtf8();
-        const int rc = sqlite3_prepare_v2(m_database.handle(), text.constData(), int(text.size()), &statement, nullptr);
-        EXPECT_EQ(rc, SQLITE_OK) << sqlite3_errmsg(m_database.handle()) << "\n  " << sql.toStdString() << "\n  "
-                                 << inner.toStdString();
-        EXPECT_TRUE(statement || rc != SQLITE_OK) << "nothing in the text";
-        sqlite3_finalize(statement);
+        EXPECT_NO_THROW(dao::queryPlan(m_database.database, inner)) << qPrintable(sql + u"\n  "_s + inner);
     }
 
     TestDatabase m_database;

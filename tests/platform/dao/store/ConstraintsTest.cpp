@@ -310,6 +310,20 @@ TEST_F(ConstraintsTest, TheFileDefendsItselfAgainstOtherTools)
     EXPECT_TRUE(refused(u"done"_s, u"NULL"_s));
     EXPECT_TRUE(refused(u"volts"_s, u"'x'"_s));
     EXPECT_TRUE(refused(u"time"_s, u"'2003-01-02'"_s));
+    // The ends of the ranges of numbers and dates.
+    for (const auto &[name, value, isRefused] : {std::tuple{u"volts"_s, u"3.4028234663852886e38"_s, false},
+                                                 {u"volts"_s, u"3.5e38"_s, true},
+                                                 {u"exact"_s, u"-1.7976931348623157e308"_s, false},
+                                                 {u"exact"_s, u"-9e999"_s, true},
+                                                 {u"price"_s, u"922337203685477.5807"_s, false},
+                                                 {u"price"_s, u"1e15"_s, true},
+                                                 {u"time"_s, u"2958465.99"_s, false},
+                                                 {u"time"_s, u"2958466"_s, true},
+                                                 {u"time"_s, u"-657434.5"_s, false},
+                                                 {u"time"_s, u"-700000"_s, true}})
+        EXPECT_EQ(refused(name, value), isRefused) << qPrintable(name + u' ' + value);
+    EXPECT_EQ(rows(u"SELECT price FROM t WHERE price > 1"_s), u"922337203685477.5807"_s);
+    EXPECT_TRUE(refused(u"kind"_s, u"'%1' || char(0) || 'x'"_s.arg(QString(50, u'x')))) << "NUL does not end it";
     EXPECT_TRUE(refused(u"kind"_s, u"''"_s));
     EXPECT_TRUE(refused(u"kind"_s, u"x'00'"_s));
     EXPECT_TRUE(refused(u"kind"_s, u"'%1'"_s.arg(QString(51, u'x'))));
