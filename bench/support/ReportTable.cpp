@@ -4,6 +4,7 @@
 
 #include <db/CreateDatabase.h>
 #include <db/DatabaseSession.h>
+#include <demo/DemoProject.h>
 #include <demo/Inspection.h>
 
 #include <QDir>
