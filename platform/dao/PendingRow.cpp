@@ -16,6 +16,7 @@ constexpr qsizetype kFirstReserve = 1024;
 
 } // namespace
 
+// The buffer keeps its memory for the next row.
 void PendingRow::reset(int fieldCount)
 {
     m_cells.resize(size_t(fieldCount));

@@ -16,6 +16,7 @@ void bindAll(store::Statement &statement, const QList<Value> &parameters)
         store::bindValue(statement, i + 1, parameters[i]);
 }
 
+// Only computed cells can fail, so stored ones are read without the check.
 Value readCell(const store::Statement &statement, int column, CellType cell)
 {
     if (const int failure = cell.computed ? store::failureOf(statement, column, cell.type) : 0)
@@ -38,6 +39,7 @@ qint64 keyIn(const store::Statement &statement, size_t column)
 
 } // namespace
 
+// A column without a source field is computed.
 std::vector<CellType> typesOf(const QList<sql::Column> &columns)
 {
     std::vector<CellType> types;
@@ -65,6 +67,7 @@ KeyedRows::KeyedRows(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<
     m_live = LiveRows(qint64(m_keys.size() / m_width));
 }
 
+// Missing keys are bound as Null, which rowSql turns into Null cells.
 bool KeyedRows::read(qint64 row, std::vector<Value> &cells)
 {
     m_db.connection.holdRead();
@@ -153,6 +156,7 @@ MaterialisedRows::~MaterialisedRows()
     }
 }
 
+// One transaction for all rows; one per row would be slower.
 void MaterialisedRows::fill(store::Statement &statement)
 {
     store::Savepoint savepoint(m_scratch);
@@ -171,6 +175,8 @@ bool MaterialisedRows::read(qint64 row, std::vector<Value> &cells)
     return found;
 }
 
+// Moves to the first row. Registered with the database so that secure() is called before the statement is reset by a
+// rollback.
 ForwardRows::ForwardRows(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<Value> &parameters)
     : m_db(db)
     , m_types(typesOf(plan.columns))

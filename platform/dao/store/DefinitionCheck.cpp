@@ -26,6 +26,7 @@ QSet<QString> fieldNames(const IndexInfo &index)
     return names;
 }
 
+// The fields may be in any order.
 bool hasUniqueIndex(const TableInfo &table, const RelationInfo &relation)
 {
     return std::any_of(table.indexes.begin(), table.indexes.end(), [&](const IndexInfo &index) {
@@ -111,6 +112,7 @@ FieldInfo DefinitionCheck::field(const FieldInfo &given) const
     return field;
 }
 
+// Field names get the spelling of the table.
 IndexInfo DefinitionCheck::index(const TableInfo &table, const IndexInfo &given) const
 {
     IndexInfo index = given;

@@ -67,6 +67,7 @@ QString foreignTrigger(const RelationInfo &relation, Event event)
                    raise(error::RelatedRecordRequired, relation.table));
 }
 
+// The rows of the foreign table that refer to the old row.
 QString related(const RelationInfo &relation)
 {
     return joined(relation, u" AND "_s,
@@ -144,6 +145,7 @@ QString relationIndexSql(const RelationInfo &relation)
            joined(relation, u", "_s, [](const QString &, const QString &foreign) { return foreign; }) + u')';
 }
 
+// Checks the rows that exist when a relation is created.
 QString relationViolationSql(const RelationInfo &relation)
 {
     const QString given = joined(relation, u" AND "_s, [](const QString &, const QString &foreign) -> QString {

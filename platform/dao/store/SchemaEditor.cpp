@@ -87,6 +87,8 @@ void SchemaEditor::createIndexes(const TableInfo &table)
     }
 }
 
+// Conditions without a name become part of the table's rule, named ones too; their names are kept as properties of the
+// file, so that DROP CONSTRAINT finds the text to remove.
 void SchemaEditor::createTable(const TableInfo &given, const QList<sql::NamedCheck> &checks)
 {
     TableInfo wanted = given;
@@ -174,6 +176,7 @@ void SchemaEditor::replaceTable(const StoredTable &before, StoredTable &after, c
     }
 }
 
+// Tests the new field's constraints on one row: all rows have the same value in it.
 void SchemaEditor::requireOneRow(const StoredTable &table, const FieldInfo &field) const
 {
     for (const ColumnCheck &check : columnChecks(table, field)) {
@@ -201,6 +204,7 @@ void SchemaEditor::requireRelations(const StoredTable &before, const TableInfo &
     }
 }
 
+// Id and name stay, so that relations and statistics still refer to the table.
 void SchemaEditor::alterTable(QStringView name, const TableInfo &newShape, const QList<FieldFill> &fills)
 {
     const StoredTable before = stored(name);
@@ -248,6 +252,7 @@ void SchemaEditor::addField(QStringView tableName, const FieldInfo &given)
     });
 }
 
+// The type of a field in a relation must not change, because both sides need the same type.
 void SchemaEditor::alterField(QStringView tableName, const FieldInfo &given)
 {
     const StoredTable before = stored(tableName);
@@ -268,6 +273,7 @@ void SchemaEditor::alterField(QStringView tableName, const FieldInfo &given)
     m_catalog.change([&] { replaceTable(before, after); });
 }
 
+// Fields of indexes and relations cannot be deleted (3280), nor can the last field.
 void SchemaEditor::deleteField(QStringView tableName, QStringView fieldName)
 {
     const StoredTable before = stored(tableName);
@@ -302,6 +308,7 @@ void SchemaEditor::addCheck(QStringView tableName, const sql::NamedCheck &added)
     });
 }
 
+// Returns false if the table has no condition of that name.
 bool SchemaEditor::deleteCheck(QStringView tableName, const QString &name)
 {
     const StoredTable before = stored(tableName);
@@ -387,6 +394,8 @@ void SchemaEditor::deleteIndex(QStringView tableName, QStringView indexName)
     });
 }
 
+// Triggers find related rows by the foreign key, so it gets an index unless one of the table's own begins with its
+// fields.
 void SchemaEditor::installRelation(const RelationInfo &relation, const TableInfo &foreignTable)
 {
     for (const QString &trigger : relationTriggers(relation))

@@ -171,6 +171,7 @@ void Statement::bindBytes(int parameter, const char *bytes, qsizetype length)
     check(sqlite3_bind_blob64(m_statement, parameter, bytes, sqlite3_uint64(length), SQLITE_STATIC));
 }
 
+// Copies the stored value without conversion, whatever its storage class.
 void Statement::bindColumn(int parameter, const Statement &from, int column)
 {
     requireOpen();
@@ -178,6 +179,7 @@ void Statement::bindColumn(int parameter, const Statement &from, int column)
     check(sqlite3_bind_value(m_statement, parameter, sqlite3_column_value(from.m_statement, column)));
 }
 
+// A failed statement is reset at once, so that it holds no lock.
 bool Statement::step()
 {
     requireOpen();
@@ -235,6 +237,7 @@ double Statement::real(int column) const
     return sqlite3_column_double(m_statement, column);
 }
 
+// Columns repeat few texts, so equal ones share one QString (see TextPool).
 QString Statement::text(int column) const
 {
     const auto *utf8 = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));

@@ -300,6 +300,7 @@ double dateFrom(int day, int seconds)
     return day < 0 ? day - fraction : day + fraction;
 }
 
+// Up to the last moment of 31 December 9999; before day 0 the fraction counts away from zero.
 bool isValidDate(double date)
 {
     return date > kFirstDay - 1.0 && date < kLastDay + 1.0;
@@ -319,6 +320,8 @@ DateParts datePartsOf(double date)
     return result;
 }
 
+// Month and day may be outside of their ranges, as in DateSerial: month 13 is January of the next year, day 0 the last
+// day of the month before.
 std::optional<double> dateSerial(int year, int month, int day)
 {
     const qint64 months = qint64(fullYear(year)) * 12 + month - 1;
@@ -378,6 +381,7 @@ QString longTimeText(double date)
         .arg(parts.hour < 12 ? u"AM"_s : u"PM"_s);
 }
 
+// Day 0 stands for no date: only the time is shown. Midnight is not shown.
 QString generalDateText(double date)
 {
     const Split parts = split(date);
@@ -386,6 +390,7 @@ QString generalDateText(double date)
     return parts.seconds == 0 ? shortDateText(date) : shortDateText(date) + u' ' + longTimeText(date);
 }
 
+// Without fractions of a second, as Now returns it.
 double currentDateTime()
 {
     const QDateTime now = QDateTime::currentDateTime();

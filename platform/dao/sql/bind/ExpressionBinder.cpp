@@ -172,6 +172,8 @@ QString ExpressionBinder::suggestionFor(const ast::Name &name) const
     return elsewhere.isEmpty() ? nearestName(field, names) : elsewhere;
 }
 
+// A minus before a literal is calculated here: the smallest Long can only be written so, and an index is searched by a
+// literal. "+" has no effect but to require a number.
 ExprPtr ExpressionBinder::bindNode(const ast::Unary &node, const ast::Expr &expr)
 {
     if (node.op == ast::UnaryOp::Not)
@@ -225,6 +227,7 @@ ExprPtr ExpressionBinder::bindNode(const ast::Binary &node, const ast::Expr &exp
     }
 }
 
+// Every operator but "&" and "+" needs numbers; texts are converted at run time.
 ExprPtr ExpressionBinder::bindArithmetic(BinaryOp op, ExprPtr left, ExprPtr right, Range range)
 {
     if (op == BinaryOp::Concatenate) {
@@ -366,6 +369,7 @@ void ExpressionBinder::convertTo(ExprPtr &side, const ExprPtr &other, Range rang
         side = wanted == Family::Date ? asDate(std::move(side)) : asNumber(std::move(side));
 }
 
+// The operand is reconciled with both bounds, because each can be of another type.
 ExprPtr ExpressionBinder::bindNode(const ast::Between &node, const ast::Expr &expr)
 {
     ExprPtr operand = bindAny(*node.operand);
@@ -424,6 +428,7 @@ ExprPtr ExpressionBinder::bindNode(const ast::Quantified &node, const ast::Expr 
                           Quantified{node.op, std::move(operand), node.all, std::move(query)});
 }
 
+// single: no check at run time is needed that there is only one row. Error 3354 otherwise tells the user.
 ExprPtr ExpressionBinder::bindNode(const ast::ScalarQuery &node, const ast::Expr &expr)
 {
     QueryPtr query = bindSubquery(*node.query, true);
@@ -442,6 +447,7 @@ ExprPtr ExpressionBinder::bindNode(const ast::ImpliedField &, const ast::Expr &e
     return m_implied;
 }
 
+// The dialect has no UNION in a subquery (3361); a subquery that is compared has one column (3306).
 QueryPtr ExpressionBinder::bindSubquery(const ast::Query &query, bool oneColumn)
 {
     if (query.isUnion())

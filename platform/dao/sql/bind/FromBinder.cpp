@@ -80,6 +80,7 @@ std::shared_ptr<JoinTree> SelectBinder::bindNode(const ast::NamedTable &node, co
                    didYouMean(node.name, m_context.schema().sourceNames()));
 }
 
+// The query sees the outer queries but not the other sources of this FROM.
 std::shared_ptr<JoinTree> SelectBinder::bindNode(const ast::DerivedTable &node, const ast::TableRef &table,
                                                  bool nullable)
 {
@@ -111,6 +112,7 @@ std::shared_ptr<JoinTree> SelectBinder::bindNode(const ast::Join &node, const as
     return join;
 }
 
+// The conditions of flattened queries are joined by And with that of the statement.
 void SelectBinder::addWhere(const ExprPtr &condition)
 {
     if (!condition)
@@ -159,6 +161,7 @@ std::shared_ptr<JoinTree> SelectBinder::addBaseTable(const TableInfo &info, cons
     return leaf;
 }
 
+// The text is parsed at each use. Parameters that it declares become parameters of the statement.
 std::shared_ptr<Query> SelectBinder::bindStoredQuery(const QueryInfo &info, Range range)
 {
     const BindContext::Substitution substitution(m_context, info.name, info.sql, range);
@@ -189,6 +192,7 @@ std::shared_ptr<Query> SelectBinder::bindStoredTransform(const ast::Transform &n
     return query;
 }
 
+// Flattened queries keep their tables visible to SQLite's planner and their rows updatable; others are nested in FROM.
 std::shared_ptr<JoinTree> SelectBinder::addQuery(const std::shared_ptr<Query> &query, const QString &name, Range range,
                                                  bool nullable)
 {

@@ -36,6 +36,8 @@ Range rangeOf(const std::vector<ast::TableRefPtr> &from)
 
 // ---- INSERT -----------------------------------------------------------------------------------------------------
 
+// Values are converted to the types of their fields by the statement, because SQLite converts by other rules than the
+// dialect.
 Insert ModifyBinder::bind(const ast::Insert &insert)
 {
     Insert bound;
@@ -184,6 +186,7 @@ std::vector<std::pair<int, ExprPtr>> ModifyBinder::computedDefaults(const TableI
     return defaults;
 }
 
+// A default such as Date() is not constant, so SQLite's DEFAULT clause cannot hold it.
 void ModifyBinder::addComputedDefaults(Insert &bound)
 {
     const QSet<int> given(bound.fields.begin(), bound.fields.end());
@@ -201,6 +204,7 @@ void ModifyBinder::addComputedDefaults(Insert &bound)
 
 // ---- UPDATE -----------------------------------------------------------------------------------------------------
 
+// Any table of a join can be updated, also several at once. Each field is assigned once; new values see the old row.
 Update ModifyBinder::bind(const ast::Update &update)
 {
     SelectBinder binder(m_context, nullptr);
@@ -273,6 +277,7 @@ void ModifyBinder::requireUpdatable(const Select &select, Range range)
     }
 }
 
+// Only a field of a table can be assigned, not a computed column and not an autonumber.
 AssignedField ModifyBinder::bindAssignment(SelectBinder &binder, const ast::Assignment &assignment)
 {
     const ast::Name &name = *assignment.target->as<ast::Name>();

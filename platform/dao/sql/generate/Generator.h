@@ -104,11 +104,13 @@ private:
     Piece valueOf(const bound::Case &node, const bound::Expr &expr);
     Piece valueOf(const bound::Coalesce &node, const bound::Expr &expr);
     Piece valueOf(const bound::Call &node, const bound::Expr &expr);
-    Piece valueOf(const bound::Aggregate &node, const bound::Expr &expr);
     Piece valueOf(const bound::Heading &node, const bound::Expr &expr);
     Piece valueOf(const bound::DomainCall &node, const bound::Expr &expr);
     Piece valueOf(const bound::Convert &node, const bound::Expr &expr);
     Piece arithmetic(const bound::Arithmetic &node);
+
+    // Aggregates.cpp
+    Piece valueOf(const bound::Aggregate &node, const bound::Expr &expr);
 
     // Conditions.cpp
     Piece truthOf(const bound::Not &node);
