@@ -99,7 +99,7 @@ QString LegendModel::explanation(int row) const
     const plans::MapFill &fill = m_document->entry(row);
     QString text = u"%1: %2\n%3 tubes, %4 of them shown with symbol %5"_s.arg(
         fill.typeName(), fill.label.trimmed(), grouped(fill.fillCount), grouped(m_document->hits(row)),
-        QString(QChar(fill.mark.symbol)));
+        fill.mark.symbol.text());
     if (const QString detail = fill.detail(); !detail.isEmpty())
         text += u'\n' + detail;
     if (!fill.shown)
@@ -131,10 +131,8 @@ QVariant LegendModel::data(const QModelIndex &index, int role) const
         font.setItalic(!fill.shown);
         return font;
     }
-    case SymbolRole:
-        return QChar(mark(index.row()).symbol);
-    case ColourRole:
-        return brannock::fromColourRef(mark(index.row()).colour);
+    case MarkRole:
+        return QVariant::fromValue(mark(index.row()));
     default:
         return {};
     }

@@ -12,8 +12,7 @@ class LegendModel : public QAbstractTableModel
 public:
     enum Column { Symbol, Type, Description, Tubes, Hits, ColumnCount };
     enum Role {
-        SymbolRole = Qt::UserRole, ///< QChar
-        ColourRole,                ///< QColor
+        MarkRole = Qt::UserRole, ///< ellery::TubeMark
     };
 
     explicit LegendModel(QObject *parent = nullptr)

@@ -107,7 +107,7 @@ QString MapPane::pointedText() const
     const ellery::TubeAddress address = component[m_pointed].address;
     QStringList parts{component.tubeName(address.row, address.col, address.sec)};
     if (!m_document.tubes().isOpen(m_pointed))
-        parts << QString(QChar(m_document.tubes().symbol(m_pointed))) << linesOf(map::markedBy(m_document, m_pointed));
+        parts << m_document.tubes().symbol(m_pointed).text() << linesOf(map::markedBy(m_document, m_pointed));
     return parts.join(u"   ");
 }
 

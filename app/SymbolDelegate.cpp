@@ -29,10 +29,10 @@ void paintCheck(QPainter &painter, const QRect &rect, bool checked, const QStyle
                   option.palette.color(selected ? QPalette::Highlight : QPalette::Base));
 }
 
-} // namespace
-
-void paintSymbol(QPainter &painter, const QRectF &square, QChar symbol, const QColor &colour)
+/// A disc in the colour with the symbol on it, filling a square.
+void paintMark(QPainter &painter, const QRectF &square, const ellery::TubeMark &mark)
 {
+    const QColor colour = brannock::fromColourRef(mark.colour);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(brannock::mixed(colour, Qt::black, 0.35), 1));
@@ -44,9 +44,11 @@ void paintSymbol(QPainter &painter, const QRectF &square, QChar symbol, const QC
     font.setPixelSize(std::max(6, int(square.height() * 0.66)));
     painter.setFont(font);
     painter.setPen(brannock::inkOn(colour));
-    painter.drawText(square, Qt::AlignCenter, QString(symbol));
+    painter.drawText(square, Qt::AlignCenter, mark.symbol.text());
     painter.restore();
 }
+
+} // namespace
 
 void SymbolDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
@@ -64,8 +66,7 @@ void SymbolDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
     const double left = check.right() + 1 + (option.rect.right() - check.right() - side) / 2;
     const QRectF square(left, option.rect.top() + (option.rect.height() - side) / 2, side, side);
     painter->setOpacity(shown ? 1.0 : kHiddenOpacity);
-    paintSymbol(*painter, square, index.data(LegendModel::SymbolRole).toChar(),
-                index.data(LegendModel::ColourRole).value<QColor>());
+    paintMark(*painter, square, index.data(LegendModel::MarkRole).value<ellery::TubeMark>());
     painter->setOpacity(1.0);
 }
 

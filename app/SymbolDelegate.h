@@ -15,7 +15,4 @@ public:
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 };
 
-/// A disc in the colour with the symbol on it, filling a square.
-void paintSymbol(QPainter &painter, const QRectF &square, QChar symbol, const QColor &colour);
-
 } // namespace app

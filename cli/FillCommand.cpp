@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr quint32 kBlue = 0xFF0000;
+constexpr tarnwick::ColourRef kBlue{0xFF0000};
 
 /// Position of a word in a list of allowed words. Throws UsageError for any other word.
 int choice(QStringView option, const QString &word, const QStringList &words)
@@ -100,7 +100,7 @@ std::unique_ptr<plans::MapFill> boxFill(const Arguments &arguments)
 {
     auto fill = std::make_unique<plans::BoxFill>();
     fill->parameters.radius = radiusOf(arguments);
-    fill->mark = {u'D', kBlue};
+    fill->mark = {ellery::Symbol(u'D'), kBlue};
     return fill;
 }
 
@@ -115,7 +115,7 @@ std::unique_ptr<plans::MapFill> patternFill(const Arguments &arguments)
     pattern.colIncrement = atLeastOne(arguments, u"col-inc", 2);
     pattern.includeFirstTube = arguments.has(u"first-tube");
     pattern.includeLastTube = arguments.has(u"last-tube");
-    fill->mark = {u'D', kBlue};
+    fill->mark = {ellery::Symbol(u'D'), kBlue};
     return fill;
 }
 
@@ -158,7 +158,7 @@ ellery::TubeMark lookOf(const Arguments &arguments, ellery::TubeMark mark)
         const QString text = arguments.value(u"symbol");
         if (text.size() != 1 || text[0].isSpace())
             throw UsageError(u"--symbol is one character."_s);
-        mark.symbol = text[0].unicode();
+        mark.symbol = ellery::Symbol(text[0].unicode());
     }
     if (arguments.has(u"colour")) {
         const QString text = arguments.value(u"colour");
@@ -167,7 +167,7 @@ ellery::TubeMark lookOf(const Arguments &arguments, ellery::TubeMark mark)
         constexpr int kDigits = 6;
         if (!ok || text.size() != kDigits)
             throw UsageError(u"--colour is RRGGBB in hexadecimal digits."_s);
-        mark.colour = (rgb & 0xFF) << 16 | (rgb & 0xFF00) | rgb >> 16;
+        mark.colour = tarnwick::ColourRef::fromRgb(int(rgb >> 16), int(rgb >> 8 & 0xFF), int(rgb & 0xFF));
     }
     return mark;
 }

@@ -11,7 +11,7 @@ namespace conversion {
 /// comma-delimited layout the first column is the 0-based number of the value, and the last is not used.
 struct ConvField
 {
-    static constexpr quint32 kDefaultColour = 0xF0F0F0;
+    static constexpr tarnwick::ColourRef kDefaultColour{0xF0F0F0};
 
     qint32 type = 0; ///< ReportFieldType, FilenameFieldType or CommentFieldType, depending on the list
     qint32 part = 0; ///< FilenamePart or CommentPart; not used by report fields
@@ -21,7 +21,7 @@ struct ConvField
     /// The text last read for the field. If a line is too short, it keeps the text of an earlier line.
     QString value;
     qint32 flag = 0;
-    quint32 colour = kDefaultColour; ///< 0x00BBGGRR; marks the field's columns in the text view
+    tarnwick::ColourRef colour = kDefaultColour; ///< marks the field's columns in the text view
 
     bool operator==(const ConvField &) const = default;
 };

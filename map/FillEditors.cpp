@@ -78,7 +78,7 @@ BoxFillEditor::BoxFillEditor(const FillEditorContext &context, int place)
     : FillEditorOf(context, place)
 {
     if (isNew()) {
-        m_fill.mark = {u'D', 0xFF0000};
+        m_fill.mark = {ellery::Symbol(u'D'), tarnwick::ColourRef(0xFF0000)};
     }
     const ellery::TubeGrid grid(component().tubes());
     const ellery::TubeGrid::Bounds &bounds = grid.bounds();
@@ -107,7 +107,7 @@ PatternFillEditor::PatternFillEditor(const FillEditorContext &context, int place
     : FillEditorOf(context, place)
 {
     if (isNew()) {
-        m_fill.mark = {u'D', 0xFF0000};
+        m_fill.mark = {ellery::Symbol(u'D'), tarnwick::ColourRef(0xFF0000)};
     }
     auto &[rows, cols] = m_limits;
     rows = cols = {1, 1};

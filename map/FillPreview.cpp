@@ -4,14 +4,15 @@ namespace map {
 
 namespace {
 
-/// The other entries step back, so that the one being edited is seen at once even where it has their colour.
-quint32 faded(quint32 colour)
+/// Colour of the other entries in a preview: close to grey, so that the entry being edited stands out even if it has
+/// the same colour.
+tarnwick::ColourRef faded(tarnwick::ColourRef colour)
 {
-    constexpr quint32 kGrey = 0xD0;
-    quint32 result = 0;
-    for (int shift = 0; shift < 24; shift += 8)
-        result |= (((colour >> shift & 0xFF) + 2 * kGrey) / 3) << shift;
-    return result;
+    const auto mixed = [](int part) {
+        constexpr int kGrey = 0xD0;
+        return (part + 2 * kGrey) / 3;
+    };
+    return tarnwick::ColourRef::fromRgb(mixed(colour.red()), mixed(colour.green()), mixed(colour.blue()));
 }
 
 ellery::TubeStates painted(const Entries &entries, const ellery::SteamGen &component, const QList<qint32> &selection)

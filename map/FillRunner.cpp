@@ -33,7 +33,7 @@ std::optional<Answer> FillRunner::takeRecords(plans::QueryFill &fill, plans::Que
     if (!tarnwick::attempt(m_prompts, pick, query::messages::kExecute))
         return std::nullopt;
     for (const int record : std::as_const(result.recordsWithoutTube))
-        records.setColours(record, plans::QueryFill::kInvalidForeground, plans::QueryFill::kInvalidBackground);
+        records.setColours(record, plans::QueryFill::kInvalidColours);
     fill.take(result);
     Answer answer = Answer::Yes;
     for (const FillRemark &remark : std::as_const(result.remarks))

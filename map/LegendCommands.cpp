@@ -91,7 +91,7 @@ void LegendCommands::setMark(int place, const ellery::TubeMark &mark)
     if (!has(place) || m_document.entry(place).mark == mark)
         return;
     m_document.change(u"Change Symbol"_s, [place, &mark](MapEdit &edit) { edit.setMark(place, mark); });
-    prompts().status(messages::kEntrySymbol, name(place), QString(QChar(mark.symbol)));
+    prompts().status(messages::kEntrySymbol, name(place), mark.symbol.text());
     // Last: a failure to remember the mark must stay in the status line.
     if (const QString query = m_document.entry(place).queryName(); !query.isEmpty())
         m_runner.queries().rememberMark(query, mark);

@@ -4,9 +4,9 @@
 
 namespace map {
 
-char16_t nextSymbol(int count, const plans::MapFill &fill, bool autoSymbol)
+ellery::Symbol nextSymbol(int count, const plans::MapFill &fill, bool autoSymbol)
 {
-    return autoSymbol && count < MapEdit::kAutoSymbols ? char16_t(u'A' + count) : fill.mark.symbol;
+    return autoSymbol && count < MapEdit::kAutoSymbols ? ellery::Symbol(char16_t(u'A' + count)) : fill.mark.symbol;
 }
 
 int MapEdit::addEntry(std::unique_ptr<plans::MapFill> fill, bool autoSymbol)

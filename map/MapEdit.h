@@ -45,6 +45,6 @@ private:
 };
 
 /// The symbol that a fill gets as a further entry of a legend with so many.
-char16_t nextSymbol(int count, const plans::MapFill &fill, bool autoSymbol);
+ellery::Symbol nextSymbol(int count, const plans::MapFill &fill, bool autoSymbol);
 
 } // namespace map

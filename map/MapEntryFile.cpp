@@ -40,8 +40,7 @@ std::unique_ptr<plans::MapFill> readOldEntry(tarnwick::JFile &file)
     file.version(2);
     auto fill = createFill(file);
     file.serialize(fill->shown);
-    file.serialize(fill->mark.symbol);
-    file.serialize(fill->mark.colour);
+    fill->mark.serialize(file);
     file.serialize(fill->label);
     file.serialize(fill->tubes);
     QString unused;
@@ -60,7 +59,7 @@ Entries readList(tarnwick::JFile &file, int tubeCount, Function readOne)
         fill->dropInvalidTubes(tubeCount);
         // Symbol 0 is that of an open tube: painted, it would be counted and not seen.
         if (fill->mark.isOpen())
-            fill->mark.symbol = u'A';
+            fill->mark.symbol = ellery::Symbol(u'A');
         entries.push_back(std::move(fill));
     }
     return entries;

@@ -70,8 +70,7 @@ QString TubeText::ofMap(const Entries &entries) const
     QString text = m_form == Form::Csv ? line(titles() + QStringList{u"SYMBOL"_s, u"TYPE"_s, u"DESCRIPTION"_s}) : u""_s;
     for (const qint32 tube : sorted(tubes)) {
         const plans::MapFill &fill = *entries[size_t(shown[tube])];
-        text +=
-            line(address(tube) + QStringList{QString(QChar(fill.mark.symbol)), fill.typeName(), fill.label.trimmed()});
+        text += line(address(tube) + QStringList{fill.mark.symbol.text(), fill.typeName(), fill.label.trimmed()});
     }
     return text;
 }

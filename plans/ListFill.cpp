@@ -24,8 +24,7 @@ void ListFillTube::serialize(tarnwick::JFile &file)
     file.serialize(sec);
     if (version >= 2) {
         file.serialize(entryNum);
-        file.serialize(symbol);
-        file.serialize(colour);
+        mark.serialize(file);
     }
 }
 

@@ -12,8 +12,7 @@ struct ListFillTube
     qint16 row = 0;
     qint16 col = 0;
     qint16 sec = 0;
-    char16_t symbol = 0;
-    quint32 colour = 0; ///< 0x00BBGGRR
+    ellery::TubeMark mark; ///< not used by the fill: kept as it was read
 
     void serialize(tarnwick::JFile &file);
     bool operator==(const ListFillTube &) const = default;

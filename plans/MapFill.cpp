@@ -7,8 +7,7 @@ namespace plans {
 void MapFill::serialize(tarnwick::JFile &file, int version)
 {
     file.serialize(shown);
-    file.serialize(mark.symbol);
-    file.serialize(mark.colour);
+    mark.serialize(file);
     file.serialize(label);
     file.serialize(tubes);
     if (version >= 3)

@@ -15,7 +15,7 @@ public:
 
     QString typeKey;   ///< key of the kind, written before the fill in map files
     bool shown = true; ///< hidden entries are not painted
-    ellery::TubeMark mark{u'A', 0x0000FF};
+    ellery::TubeMark mark{ellery::Symbol(u'A'), tarnwick::ColourRef(0x0000FF)};
     QString label;            ///< the entry's description in the legend
     QList<qint32> tubes;      ///< indices into the steam generator's tubes, in the order the fill produced them
     qint32 fillCount = 0;     ///< tubes (records) of the last computation: TUBES in the legend

@@ -29,10 +29,7 @@ public:
             throw tarnwick::Cancelled();
         return result.value(row, column);
     }
-    void setColours(int row, quint32 foreground, quint32 background) override
-    {
-        result.setColours(row, {foreground, background});
-    }
+    void setColours(int row, const tarnwick::RowColours &colours) override { result.setColours(row, colours); }
 
 private:
     tarnwick::Progress *m_progress;

@@ -2,6 +2,7 @@
 #include "MapFill.h"
 
 #include <query/QueryDocument.h>
+#include <tarnwick/ColourRef.h>
 
 namespace query {
 class TubeColumns;
@@ -14,8 +15,7 @@ class QueryFill : public FillKind<QueryFill>
 {
 public:
     /// Highlight of a record whose tube does not exist.
-    static constexpr quint32 kInvalidForeground = 0xFFFFFF;
-    static constexpr quint32 kInvalidBackground = 0x0000FF;
+    static constexpr tarnwick::RowColours kInvalidColours{tarnwick::ColourRef(0xFFFFFF), tarnwick::ColourRef(0x0000FF)};
 
     struct Parameters
     {

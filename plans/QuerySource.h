@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <QString>
+#include <tarnwick/ColourRef.h>
 
 namespace tarnwick {
 class Progress;
@@ -22,8 +23,7 @@ public:
     virtual int rowCount() const = 0;
     /// Throws the engine's exceptions.
     virtual dao::Value value(int row, int column) const = 0;
-    /// 0x00BBGGRR
-    virtual void setColours(int row, quint32 foreground, quint32 background) = 0;
+    virtual void setColours(int row, const tarnwick::RowColours &colours) = 0;
 };
 
 /// Where a query fill gets its records, and where it remembers its symbol.

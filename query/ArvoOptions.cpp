@@ -39,11 +39,11 @@ void ArvoOptions::resetToDefaults()
     margins = kMargins;
     drawTitleRect = drawLegendRect = drawMapRect = true;
     databaseFormat = kDefaultFormat;
-    watermarkColour = 0xC0C0C0;
-    mapColour = 0xD0FFFD;
-    fillColour = 0x000000;
-    tickColour = 0x000080;
-    selectColour = 0x00FF00;
+    watermarkColour = tarnwick::ColourRef(0xC0C0C0);
+    mapColour = tarnwick::ColourRef(0xD0FFFD);
+    fillColour = tarnwick::ColourRef(0x000000);
+    tickColour = tarnwick::ColourRef(0x000080);
+    selectColour = tarnwick::ColourRef(0x00FF00);
     displayTickSize = 8;
     printTickSize = 7;
     tubeInfoTabs.clear();
@@ -63,7 +63,7 @@ void ArvoOptions::serializeBody(tarnwick::JFile &file, int version)
         file.serialize(databaseFormat);
     else
         databaseFormat = m_projectFormat;
-    for (quint32 *colour : {&watermarkColour, &mapColour, &selectColour, &fillColour, &tickColour})
+    for (tarnwick::ColourRef *colour : {&watermarkColour, &mapColour, &selectColour, &fillColour, &tickColour})
         file.serialize(*colour);
     file.serialize(displayTickSize);
     file.serialize(printTickSize);

@@ -5,7 +5,7 @@
 
 namespace query {
 
-/// The program's options. Colours are 0x00BBGGRR, margins in inches, tick sizes in points.
+/// The program's options. Margins are in inches, tick sizes in points.
 class ArvoOptions : public tarnwick::OptionFile
 {
 public:
@@ -26,11 +26,11 @@ public:
     bool drawLegendRect = true;
     bool drawMapRect = true;
     qint32 databaseFormat = kDefaultFormat; ///< 1997, 2000 or 2002
-    quint32 watermarkColour = 0;
-    quint32 mapColour = 0;
-    quint32 selectColour = 0;
-    quint32 fillColour = 0;
-    quint32 tickColour = 0;
+    tarnwick::ColourRef watermarkColour;
+    tarnwick::ColourRef mapColour;
+    tarnwick::ColourRef selectColour;
+    tarnwick::ColourRef fillColour;
+    tarnwick::ColourRef tickColour;
     qint32 displayTickSize = 0;
     qint32 printTickSize = 0;
     QList<TubeInfoTab> tubeInfoTabs;

@@ -27,8 +27,7 @@ void serializeEntry(JFile &file, QueryHistoryList::Entry &entry)
 {
     file.version(kEntryVersion);
     file.serialize(entry.queryName);
-    file.serialize(entry.mark.symbol);
-    file.serialize(entry.mark.colour);
+    entry.mark.serialize(file);
     file.list(entry.parameters, kSmallestPair, serializeParameter);
 }
 

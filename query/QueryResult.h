@@ -4,6 +4,7 @@
 #include <dao/Recordset.h>
 #include <db/DatabaseSession.h>
 #include <tarnwick/base/Progress.h>
+#include <tarnwick/ColourRef.h>
 
 namespace query {
 
@@ -13,12 +14,7 @@ namespace query {
 class QueryResult
 {
 public:
-    struct RowColours
-    {
-        quint32 foreground = 0x000000; ///< 0x00BBGGRR
-        quint32 background = 0xFFFFFF;
-        bool operator==(const RowColours &) const = default;
-    };
+    using RowColours = tarnwick::RowColours;
 
     QueryResult(db::DatabaseSession &session, QueryContext &context);
     ~QueryResult();

@@ -70,7 +70,7 @@ public:
     {
         if (row % 11 == 3)
             return {0x000000, 0x80ffff};
-        return row % 11 == 7 ? RowColours{0x0000c0, 0xffffff} : RowColours{};
+        return row % 11 == 7 ? RowColours{ColourRef(0x0000c0), ColourRef(0xffffff)} : RowColours{};
     }
     QString whyNotEditable(int, int column) const override
     {

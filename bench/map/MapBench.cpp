@@ -82,7 +82,7 @@ void naiveRepaint(benchmark::State &state)
             painter.drawEllipse(centre, radius, radius);
             painter.setPen(inkOn(colour));
             painter.drawText(QRectF(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius), Qt::AlignCenter,
-                             QString(QChar(scene.mark(i).symbol)));
+                             scene.mark(i).symbol.text());
         }
     }
 }
@@ -253,7 +253,7 @@ void recolour(benchmark::State &state)
     for (auto _ : state) {
         colour += 0x010203;
         for (int i = 0; i < setup.steamGen.numTube(); i += 5)
-            setup.tubes.setMark(i, {u'R', colour & 0xFFFFFF});
+            setup.tubes.setMark(i, {ellery::Symbol(u'R'), tarnwick::ColourRef(colour & 0xFFFFFF)});
         cache.patch(setup.scene, setup.scene.update(setup.tubes));
         cache.update(setup.scene, setup.view, Qt::white);
     }

@@ -56,7 +56,7 @@ struct Bench
         const int all = record.steamGen.numTube();
         for (int n = 0; n < count; ++n) {
             auto fill = std::make_unique<plans::PcntFill>();
-            fill->mark.colour = quint32(n) * 0x010305;
+            fill->mark.colour = tarnwick::ColourRef(quint32(n) * 0x010305);
             fill->tubes.reserve(all);
             for (int i = 0; i < all; ++i)
                 fill->tubes.append((i + n) % all);

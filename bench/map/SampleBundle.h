@@ -30,6 +30,6 @@ inline ellery::TubeStates marks(const ellery::SteamGen &steamGen)
                                            0xB27200, 0x005ED5, 0xA779CC, 0x0000D0};
     ellery::TubeStates tubes(steamGen.numTube());
     for (int i = 0; i < tubes.count(); ++i)
-        tubes.setMark(i, {char16_t(u'A' + i % 26), kColours[i / 26 % 8]});
+        tubes.setMark(i, {ellery::Symbol(char16_t(u'A' + i % 26)), tarnwick::ColourRef(kColours[i / 26 % 8])});
     return tubes;
 }

@@ -4,7 +4,9 @@ using namespace Qt::StringLiterals;
 
 namespace brannock {
 
-static constexpr quint32 kWhite = 0xFFFFFF;
+using tarnwick::ColourRef;
+
+static constexpr ColourRef kWhite{0xFFFFFF};
 
 CustomColours::CustomColours()
     : OptionFile(u"config\\arvo\\cust_colors.opt"_s, u"Custom Colors"_s, 1)
@@ -14,7 +16,7 @@ CustomColours::CustomColours()
 
 void CustomColours::serializeBody(tarnwick::JFile &file, int)
 {
-    file.list(colours, int(sizeof(quint32)), [](tarnwick::JFile &f, quint32 &colour) { f.serialize(colour); });
+    file.list(colours, int(sizeof(quint32)), [](tarnwick::JFile &f, ColourRef &colour) { f.serialize(colour); });
     while (colours.size() < kCount)
         colours.append(kWhite);
     colours.resize(kCount);

@@ -11,8 +11,8 @@ public:
     static constexpr int kCount = 16;
 
     CustomColours();
-    /// kCount colours, 0x00BBGGRR; white if not defined.
-    QList<quint32> colours;
+    /// kCount colours; white if not defined.
+    QList<tarnwick::ColourRef> colours;
 
 protected:
     void serializeBody(tarnwick::JFile &file, int version) override;

@@ -1,6 +1,7 @@
 #pragma once
 #include <QList>
 #include <QString>
+#include <tarnwick/ColourRef.h>
 #include <tarnwick/JDateTime.h>
 
 namespace brannock {
@@ -15,8 +16,8 @@ struct PlanEntry
     qint16 acquired = 0; ///< acquired if 1 or more
     quint8 analyzed = 0; ///< not stored in the database
 
-    static constexpr quint32 doit_color = 0x0000FF; ///< 0x00BBGGRR
-    static constexpr quint32 done_color = 0x00A000;
+    static constexpr tarnwick::ColourRef doit_color{0x0000FF};
+    static constexpr tarnwick::ColourRef done_color{0x00A000};
     bool operator==(const PlanEntry &) const = default;
 };
 

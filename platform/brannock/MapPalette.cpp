@@ -4,23 +4,25 @@
 
 namespace brannock {
 
+using tarnwick::ColourRef;
+
 namespace {
 
 struct NamedColour
 {
-    quint32 colour;
+    ColourRef colour;
     const char16_t *name;
 };
 
 constexpr std::array<NamedColour, kPaletteSize> kPalette{{
-    {0x0000FF, u"red"},
-    {0xB27200, u"blue"},
-    {0x009FE6, u"orange"},
-    {0x739E00, u"green"},
-    {0xA779CC, u"purple"},
-    {0xE9B456, u"sky blue"},
-    {0x42E4F0, u"yellow"},
-    {0x404040, u"dark grey"},
+    {ColourRef(0x0000FF), u"red"},
+    {ColourRef(0xB27200), u"blue"},
+    {ColourRef(0x009FE6), u"orange"},
+    {ColourRef(0x739E00), u"green"},
+    {ColourRef(0xA779CC), u"purple"},
+    {ColourRef(0xE9B456), u"sky blue"},
+    {ColourRef(0x42E4F0), u"yellow"},
+    {ColourRef(0x404040), u"dark grey"},
 }};
 
 const NamedColour &at(int place)
@@ -30,7 +32,7 @@ const NamedColour &at(int place)
 
 } // namespace
 
-quint32 paletteColour(int place)
+ColourRef paletteColour(int place)
 {
     return at(place).colour;
 }

@@ -149,20 +149,20 @@ bool hasWords(const QString &name, const QList<QStringView> &words)
 
 } // namespace
 
-QString symbolCode(char16_t symbol)
+QString symbolCode(ellery::Symbol symbol)
 {
-    return tarnwick::format(u"0x%04X", int(symbol));
+    return tarnwick::format(u"0x%04X", int(symbol.character()));
 }
 
-QString symbolName(char16_t symbol)
+QString symbolName(ellery::Symbol symbol)
 {
-    const QChar character(symbol);
-    if (symbol < 0x80 && character.isDigit())
+    const QChar character(symbol.character());
+    if (character < QChar(0x80) && character.isDigit())
         return u"digit "_s + character;
-    if (symbol < 0x80 && character.isLetter())
+    if (character < QChar(0x80) && character.isLetter())
         return u"letter "_s + character;
-    const auto *found =
-        std::find_if(std::begin(kNames), std::end(kNames), [symbol](const Named &n) { return n.symbol == symbol; });
+    const auto *found = std::find_if(std::begin(kNames), std::end(kNames),
+                                     [symbol](const Named &n) { return n.symbol == symbol.character(); });
     return found == std::end(kNames) ? symbolCode(symbol) : QString::fromUtf16(found->name);
 }
 
@@ -177,10 +177,11 @@ QList<int> findSymbols(QStringView text)
     const int code = typedCode(text);
     // Rank of a match, lower is better; no rank if it does not match.
     const auto rank = [&](int place) {
-        const char16_t symbol = symbolTable()[size_t(place)];
-        if (text.size() == 1 && text[0] == QChar(symbol))
+        const ellery::Symbol symbol = symbolTable()[size_t(place)];
+        const char16_t character = symbol.character();
+        if (text.size() == 1 && text[0] == QChar(character))
             return 0;
-        if (code == symbol || (text.size() == 1 && text[0].toUpper() == QChar(symbol)))
+        if (code == character || (text.size() == 1 && text[0].toUpper() == QChar(character)))
             return 1;
         const QString name = symbolName(symbol);
         if (hasWords(name, words))

@@ -5,7 +5,7 @@
 namespace brannock {
 
 // clang-format off
-static constexpr std::array<char16_t, kSymbolCount> kSymbols = {
+static constexpr std::array<char16_t, kSymbolCount> kCharacters = {
     0x0030, 0x0031, 0x0032, 0x0033, 0x0034, 0x0035, 0x0036, 0x0037, 0x0038, 0x0039, 0x0041, 0x0042, 0x0043, 0x0044, 0x0045, 0x0046,
     0x0047, 0x0048, 0x0049, 0x004A, 0x004B, 0x004C, 0x004D, 0x004E, 0x004F, 0x0050, 0x0051, 0x0052, 0x0053, 0x0054, 0x0055, 0x0056,
     0x0057, 0x0058, 0x0059, 0x005A, 0x002F, 0x005C, 0x002B, 0x0040, 0x0023, 0x0024, 0x0025, 0x0026, 0x002A, 0x0028, 0x0029, 0x002D,
@@ -18,14 +18,21 @@ static constexpr std::array<char16_t, kSymbolCount> kSymbols = {
 };
 // clang-format on
 
-static_assert(kSymbols.back() == 0x266B, "the table is not full");
+static_assert(kCharacters.back() == 0x266B, "the table is not full");
 
-const std::array<char16_t, kSymbolCount> &symbolTable()
+static constexpr auto kSymbols = [] {
+    std::array<ellery::Symbol, kSymbolCount> symbols;
+    for (size_t i = 0; i < symbols.size(); ++i)
+        symbols[i] = ellery::Symbol(kCharacters[i]);
+    return symbols;
+}();
+
+const std::array<ellery::Symbol, kSymbolCount> &symbolTable()
 {
     return kSymbols;
 }
 
-int symbolIndex(char16_t symbol)
+int symbolIndex(ellery::Symbol symbol)
 {
     const auto found = std::find(kSymbols.begin(), kSymbols.end(), symbol);
     return found == kSymbols.end() ? -1 : int(found - kSymbols.begin());

@@ -1,6 +1,6 @@
 #pragma once
 #include <array>
-#include <QtGlobal>
+#include <ellery/TubeMark.h>
 
 namespace brannock {
 
@@ -8,9 +8,9 @@ namespace brannock {
 /// occurs twice. Map files may contain any other character.
 inline constexpr int kSymbolColumns = 16;
 inline constexpr int kSymbolCount = 144;
-const std::array<char16_t, kSymbolCount> &symbolTable();
+const std::array<ellery::Symbol, kSymbolCount> &symbolTable();
 
 /// First position of the symbol in the table, or -1.
-int symbolIndex(char16_t symbol);
+int symbolIndex(ellery::Symbol symbol);
 
 } // namespace brannock

@@ -1,17 +1,10 @@
 #pragma once
+#include "TubeMark.h"
+
 #include <QList>
 #include <vector>
 
 namespace ellery {
-
-/// How a tube is marked on the map. Symbol 0 stands for an open tube, whatever the colour.
-struct TubeMark
-{
-    char16_t symbol = 0;
-    quint32 colour = 0; ///< 0x00BBGGRR
-    bool isOpen() const { return symbol == 0; }
-    bool operator==(const TubeMark &) const = default;
-};
 
 /// How further tubes join a selection.
 enum class SelectMode { Replace, Add, Toggle, Remove };
@@ -31,7 +24,7 @@ public:
 
     int count() const { return int(m_marks.size()); }
     const TubeMark &mark(int tube) const { return m_marks[size_t(tube)]; }
-    char16_t symbol(int tube) const { return mark(tube).symbol; }
+    Symbol symbol(int tube) const { return mark(tube).symbol; }
     bool isOpen(int tube) const { return mark(tube).isOpen(); }
     void setMark(int tube, const TubeMark &mark);
     /// Opens all tubes.

@@ -1,4 +1,6 @@
 #pragma once
+#include "ColourRef.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -25,14 +27,6 @@ struct GridColumn
     Editor editor = Editor::Line;
     QStringList choices = {}; ///< for Editor::Choice
     bool hasFreeText = false; ///< for Editor::Choice: texts other than the choices are accepted
-};
-
-/// Colours of one row, 0x00BBGGRR. Black on white means the colours of the theme.
-struct RowColours
-{
-    quint32 foreground = 0x000000;
-    quint32 background = 0xFFFFFF;
-    bool operator==(const RowColours &) const = default;
 };
 
 /// Data of a table. Cells are read when they are shown, so a source stores no texts. Rows and columns count from 0. A

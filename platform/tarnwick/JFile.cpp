@@ -100,6 +100,13 @@ void JFile::serialize(char16_t &value)
     value = unit;
 }
 
+void JFile::serialize(ColourRef &value)
+{
+    quint32 number = value.value();
+    plain(number);
+    value = ColourRef(number);
+}
+
 void JFile::serialize(bool &value)
 {
     qint32 number = value ? 1 : 0;

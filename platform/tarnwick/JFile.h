@@ -1,5 +1,6 @@
 #pragma once
 #include "base/Error.h"
+#include "ColourRef.h"
 
 #include <QByteArray>
 #include <QString>
@@ -50,6 +51,7 @@ public:
     void serialize(qint16 &value);
     void serialize(quint16 &value);
     void serialize(char16_t &value);
+    void serialize(ColourRef &value);
     void serialize(quint8 &value);
     /// As a 32-bit integer 0/1.
     void serialize(bool &value);

@@ -13,8 +13,8 @@ struct PrintSection
 
     QString text; ///< lines end with "\n"; unused by the report body, which is the table itself
     QString font = QStringLiteral("Times New Roman");
-    qint32 size = 10;   ///< points
-    quint32 colour = 0; ///< 0x00BBGGRR
+    qint32 size = 10; ///< points
+    ColourRef colour;
     Align align = Align::Left;
     double spacing = 0; ///< between lines, in inches
 

@@ -126,7 +126,7 @@ QWidget *ArvoOptionsDlg::makeOptions()
             [format, &draft] { draft.databaseFormat = format->currentData().toInt(); });
     form->addRow(u"MD&B File Format"_s, format);
 
-    const auto addColour = [&](const QString &label, const QString &name, quint32 &value) {
+    const auto addColour = [&](const QString &label, const QString &name, tarnwick::ColourRef &value) {
         auto *button = new brannock::ColourButton(m_chooser);
         button->setObjectName(name);
         button->setAccessibleName(QString(label).remove(u'&'));

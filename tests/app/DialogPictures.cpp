@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QPixmap>
 #include <QPlainTextEdit>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 
@@ -158,7 +159,7 @@ TEST_F(DialogPictures, PatternFill)
 TEST_F(DialogPictures, ChooseSymbol)
 {
     brannock::ColourChooser colours(window.projectSession().roots(), said);
-    brannock::ChooseSymbolDlg dialog({u'B', 0x009FE6}, window.map().options(), colours);
+    brannock::ChooseSymbolDlg dialog(markOf(u'B', 0x009FE6), window.map().options(), colours);
     look(dialog, u"choose-symbol"_s);
 }
 

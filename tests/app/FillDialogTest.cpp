@@ -23,6 +23,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 using tarnwick::NumberField;
@@ -192,8 +193,8 @@ TEST_F(FillDialogTest, BoxFillAroundTheSelection)
     pressFill(u"BOX"_s);
     ASSERT_EQ(mapOf(window).count(), 1);
     EXPECT_GT(mapOf(window).entry(0).fillCount, 0);
-    EXPECT_EQ(mapOf(window).entry(0).mark.colour, 0xFF0000u);
-    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, u'A');
+    EXPECT_EQ(mapOf(window).entry(0).mark.colour, tarnwick::ColourRef(0xFF0000));
+    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, ellery::Symbol(u'A'));
     EXPECT_EQ(undoText(), u"Undo Box Fill"_s);
 }
 
@@ -225,7 +226,7 @@ TEST_F(FillDialogTest, PatternFillByItsMnemonicsAndSymbol)
     const auto &fill = static_cast<const plans::PatternFill &>(mapOf(window).entry(0));
     EXPECT_EQ(fill.label, u"Pattern 3x2"_s);
     EXPECT_TRUE(fill.parameters.includeLastTube);
-    EXPECT_EQ(fill.mark.symbol, u'\u2660') << "in place of the automatic letter";
+    EXPECT_EQ(fill.mark.symbol, ellery::Symbol(u'\u2660')) << "in place of the automatic letter";
 }
 
 TEST_F(FillDialogTest, EveryPartIsReachedByTabAndHasALetterOfItsOwn)
@@ -298,12 +299,13 @@ TEST_F(FillDialogTest, SymbolIsChosenByAClickOnItAndByKey)
     const QRect symbol = legend().visualRect(legend().model()->index(0, LegendModel::Symbol));
     whenOpen([this](QDialog &dialog) {
         QTest::keyClicks(part<QLineEdit>(dialog, u"findSymbol"_s), u"Q"_s);
-        EXPECT_EQ(window.map().scene().mark(mapOf(window).entry(0).tubes.first()).symbol, u'Q') << "shown at once";
+        EXPECT_EQ(window.map().scene().mark(mapOf(window).entry(0).tubes.first()).symbol, ellery::Symbol(u'Q'))
+            << "shown at once";
         enter(dialog);
     });
     QTest::mouseClick(legend().viewport(), Qt::LeftButton, {}, {symbol.right() - 8, symbol.center().y()});
     QCoreApplication::processEvents();
-    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, u'Q');
+    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, ellery::Symbol(u'Q'));
     EXPECT_TRUE(mapOf(window).entry(0).shown);
     EXPECT_EQ(undoText(), u"Undo Change Symbol"_s);
     // The box beside it hides and asks for nothing.
@@ -322,13 +324,13 @@ TEST_F(FillDialogTest, SymbolIsChosenByAClickOnItAndByKey)
     QTest::keyClick(&legend(), Qt::Key_S, Qt::AltModifier);
     QCoreApplication::processEvents();
     EXPECT_EQ(opened, 2);
-    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, u'Q');
-    EXPECT_EQ(mapOf(window).entry(0).mark.colour, 0x0000FFu);
+    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, ellery::Symbol(u'Q'));
+    EXPECT_EQ(mapOf(window).entry(0).mark.colour, tarnwick::ColourRef(0x0000FF));
     EXPECT_EQ(mapOf(window).history().count(), steps) << "what was only tried out is no change";
     window.commands().action(Undo)->trigger();
     window.commands().action(Undo)->trigger();
     QCoreApplication::processEvents();
-    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, u'A');
+    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, ellery::Symbol(u'A'));
 }
 
 TEST_F(FillDialogTest, EntryIsRenamedInPlace)
@@ -413,7 +415,7 @@ TEST_F(FillDialogTest, EveryChangeIsInTheListToJumpIn)
     addPattern(2);
     map::LegendCommands editor = legendOf(window);
     editor.move(0, 1);
-    editor.setMark(0, {u'#', 0x123456});
+    editor.setMark(0, markOf(u'#', 0x123456));
     editor.setShown(1, false);
     editor.rename(0, u"x & y"_s);
     editor.remove(0);
@@ -439,7 +441,7 @@ TEST_F(FillDialogTest, EveryChangeIsInTheListToJumpIn)
     activate(window);
     QTest::keyClick(&window, Qt::Key_Y, Qt::ControlModifier);
     QCoreApplication::processEvents();
-    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, u'#');
+    EXPECT_EQ(mapOf(window).entry(0).mark.symbol, ellery::Symbol(u'#'));
 }
 
 } // namespace app

@@ -7,6 +7,7 @@
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 using tarnwick::Answer;
@@ -22,7 +23,7 @@ protected:
     {
         QString text;
         for (int i = 0; i < mapOf(window).count(); ++i)
-            text += QChar(mapOf(window).entry(i).mark.symbol);
+            text += mapOf(window).entry(i).mark.symbol.text();
         return text;
     }
 };
@@ -140,7 +141,7 @@ TEST_F(LegendWindowTest, OneEditPaintsTheMapOnceAndRefreshesTheLegendOnce)
     using Counts = std::pair<int, int>;
     map::LegendCommands commands = legendOf(window);
     EXPECT_EQ(counts([&] { commands.setShown(0, false); }), Counts(1, 1));
-    EXPECT_EQ(counts([&] { commands.setMark(1, {u'?', 0x00FF00}); }), Counts(1, 1));
+    EXPECT_EQ(counts([&] { commands.setMark(1, markOf(u'?', 0x00FF00)); }), Counts(1, 1));
     EXPECT_EQ(counts([&] { commands.move(0, 1); }), Counts(0, 1));
     EXPECT_EQ(counts([&] { commands.rename(0, u"other"_s); }), Counts(0, 1));
     EXPECT_EQ(counts([&] { selectTubes(mapOf(window), {1, 2, 3}); }), Counts(1, 0));

@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTest>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
@@ -92,7 +93,7 @@ ellery::SteamGen smallSteamGen()
 TEST(PanelTexts, StatusPanelPadsLabelsAndCounts)
 {
     ellery::TubeStates tubes(12);
-    tubes.setMark(3, {u'A', 0});
+    tubes.setMark(3, markOf(u'A', 0));
     tubes.setSelection({1, 2});
     EXPECT_EQ(statusPanelText(tubes),
               u"Tube Count  :     12\nSymbol Count:      1\nOpen Tubes  :     11\nSelected    :      2\n"_s);
@@ -122,7 +123,7 @@ TEST(SystemMacros, StandSortedWithTheStateOfTheMap)
     project.outages = {{u"R12"_s, tarnwick::JDateTime::fromLocal(2024, 3, 9)}};
     project.steamGen = smallSteamGen();
     ellery::TubeStates tubes(project.steamGen.numTube());
-    tubes.setMark(0, {u'A', 0});
+    tubes.setMark(0, markOf(u'A', 0));
     const tarnwick::JMacro macros = systemMacros(project, tubes, u"maps\\worn.map"_s, {});
     QStringList names;
     for (const auto &entry : macros.entries())
@@ -140,9 +141,9 @@ TEST(SelectionCommands, SelectAndDeselectByRule)
 {
     const ellery::SteamGen sg = smallSteamGen();
     ellery::TubeStates tubes(sg.numTube());
-    tubes.setMark(0, {u'A', 1});
-    tubes.setMark(7, {u'A', 2});
-    tubes.setMark(1, {u'B', 1});
+    tubes.setMark(0, markOf(u'A', 1));
+    tubes.setMark(7, markOf(u'A', 2));
+    tubes.setMark(1, markOf(u'B', 1));
     const auto selectedAfter = [&](int command, int pointed = -1) {
         tubes.setSelection(selectionAfter(command, sg, tubes, pointed));
         return tubes.selection();
@@ -170,8 +171,8 @@ TEST(SelectionCommands, AGroupHangsTogetherAndLooksAlike)
 {
     const ellery::SteamGen sg = smallSteamGen();
     ellery::TubeStates tubes(sg.numTube());
-    tubes.setMark(1, {u'X', 1});
-    tubes.setMark(4, {u'X', 1});
+    tubes.setMark(1, markOf(u'X', 1));
+    tubes.setMark(4, markOf(u'X', 1));
     EXPECT_THAT(connectedGroup(sg, tubes, 0), ElementsAre(0, 3));
     EXPECT_THAT(connectedGroup(sg, tubes, 4), ElementsAre(1, 4));
     EXPECT_THAT(connectedGroup(sg, tubes, 6), ElementsAre(6, 7, 8, 9, 10, 11));

@@ -183,7 +183,7 @@ protected:
     {
         QString text;
         for (int i = 0; i < 8; ++i)
-            text += session.map().tubes().isOpen(i) ? u'.' : QChar(session.map().tubes().symbol(i));
+            text += session.map().tubes().isOpen(i) ? u"."_s : session.map().tubes().symbol(i).text();
         return text;
     }
     void addFill(const QList<qint32> &tubes)

@@ -54,14 +54,14 @@ protected:
         find<QToolButton>(u"optionsButton"_s)->click();
         EXPECT_TRUE(seen);
     }
-    quint32 mapColour() { return window.map().options().mapColour; }
+    tarnwick::ColourRef mapColour() { return window.map().options().mapColour; }
 };
 
 void setColour(QDialog &dialog, const QString &name, quint32 value)
 {
     auto *button = dialog.findChild<brannock::ColourButton *>(name);
     ASSERT_NE(button, nullptr);
-    button->setColour(brannock::fromColourRef(value));
+    button->setColour(brannock::fromColourRef(tarnwick::ColourRef(value)));
     Q_EMIT button->colourChanged(button->colour());
 }
 
@@ -86,7 +86,7 @@ TEST_F(ViewTest, OptionsAreTriedOutOnTheMapAndStoredWithOk)
     open();
     inOptions([this](query::ArvoOptionsDlg &dialog) {
         setColour(dialog, u"mapColour"_s, 0x112233);
-        EXPECT_EQ(mapColour(), 0x112233U) << "seen while the dialog is open";
+        EXPECT_EQ(mapColour(), tarnwick::ColourRef(0x112233)) << "seen while the dialog is open";
         dialog.findChild<QSpinBox *>(u"displayTickSize"_s)->setValue(12);
         auto *margin = dialog.findChild<QDoubleSpinBox *>(u"leftMargin"_s);
         margin->setKeyboardTracking(false);
@@ -94,11 +94,11 @@ TEST_F(ViewTest, OptionsAreTriedOutOnTheMapAndStoredWithOk)
         QTest::keyClicks(margin, u"1.25"_s);
         dialog.accept();
     });
-    EXPECT_EQ(mapColour(), 0x112233U);
+    EXPECT_EQ(mapColour(), tarnwick::ColourRef(0x112233));
     EXPECT_EQ(window.map().options().displayTickSize, 12);
     query::ArvoOptions read;
     ASSERT_TRUE(read.load(window.projectSession().roots()));
-    EXPECT_EQ(read.mapColour, 0x112233U);
+    EXPECT_EQ(read.mapColour, tarnwick::ColourRef(0x112233));
     EXPECT_EQ(read.margins.left, 1.25) << "what was just typed counts";
     EXPECT_FALSE(mapOf(window).canUndo()) << "options are no change of the map";
 }
@@ -106,7 +106,7 @@ TEST_F(ViewTest, OptionsAreTriedOutOnTheMapAndStoredWithOk)
 TEST_F(ViewTest, CancelledOptionsLeaveAllAsItWas)
 {
     open();
-    const quint32 before = mapColour();
+    const tarnwick::ColourRef before = mapColour();
     said.clear();
     inOptions([](query::ArvoOptionsDlg &dialog) { dialog.reject(); });
     EXPECT_EQ(said.entries().size(), 1) << "nothing was changed, so nothing is asked";
@@ -129,7 +129,7 @@ TEST_F(ViewTest, CancelledOptionsLeaveAllAsItWas)
         setColour(dialog, u"mapColour"_s, 0x445566);
         dialog.reject();
     });
-    EXPECT_EQ(mapColour(), 0x445566U) << "Yes stores as OK does";
+    EXPECT_EQ(mapColour(), tarnwick::ColourRef(0x445566)) << "Yes stores as OK does";
 }
 
 TEST_F(ViewTest, OptionsHoldTabsAndMacros)
@@ -183,7 +183,7 @@ TEST_F(ViewTest, OptionsThatCannotBeStoredAreSaidAndHoldUntilTheEnd)
     const QStringList errors = said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error);
     ASSERT_EQ(errors.size(), 1);
     EXPECT_TRUE(errors[0].startsWith(u"Could not store the options.\n\n"_s)) << qPrintable(errors[0]);
-    EXPECT_EQ(mapColour(), 0x778899U);
+    EXPECT_EQ(mapColour(), tarnwick::ColourRef(0x778899));
 }
 
 TEST(MapLook, TickSizesThatNobodyCanReadAreHeldWithinBounds)

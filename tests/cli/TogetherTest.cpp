@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <query/QueryHistoryList.h>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 
@@ -81,7 +82,7 @@ TEST_F(TogetherTest, TheWindowsHistoryStaysAndItsMarksAreTaken)
     const tarnwick::PathRoots roots{cli.installation(), project};
     query::QueryHistoryList history;
     history.remember(u"queries\\"_s + query, u"least"_s, u"60"_s);
-    history.setMark(u"queries\\"_s + query, {u'W', 0x00FF00});
+    history.setMark(u"queries\\"_s + query, markOf(u'W', 0x00FF00));
     history.storeChanges(roots);
     cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
 

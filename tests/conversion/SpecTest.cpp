@@ -18,7 +18,7 @@ TEST(ReportConvSpecTest, DefaultsFitTheUsualLayout)
     EXPECT_EQ(reportFieldKeyword(spec.reportFields[7].type), u"LOC"_s);
     EXPECT_EQ(spec.reportFields[7].firstColumn, 30);
     EXPECT_EQ(spec.reportFields[7].lastColumn, 53);
-    EXPECT_EQ(spec.reportFields[13].colour, 0xF0F0F0u);
+    EXPECT_EQ(spec.reportFields[13].colour, tarnwick::ColourRef(0xF0F0F0));
     EXPECT_TRUE(spec.filenameFields.isEmpty() && spec.commentFields.isEmpty() && spec.fileTypes.isEmpty());
 }
 
@@ -51,9 +51,9 @@ ReportConvSpec fullSpec()
     spec.headerLines = 5;
     spec.layout = 1;
     spec.reportFields.resize(2);
-    spec.reportFields[1] = {3, 0, u"é"_s, -1, 2147483647, u"12"_s, 7, 0x00FF00};
-    spec.filenameFields = {{0, 1, {}, 3, 5, {}, 0, 1}};
-    spec.commentFields = {{3, 0, u"Date:"_s, 0, 20, u"x"_s, 0, 2}};
+    spec.reportFields[1] = {3, 0, u"é"_s, -1, 2147483647, u"12"_s, 7, tarnwick::ColourRef(0x00FF00)};
+    spec.filenameFields = {{0, 1, {}, 3, 5, {}, 0, tarnwick::ColourRef(1)}};
+    spec.commentFields = {{3, 0, u"Date:"_s, 0, 20, u"x"_s, 0, tarnwick::ColourRef(2)}};
     spec.operTypes = {{u"a"_s, u"b"_s}};
     spec.fileTypes = {{u"Text"_s, u"*.txt"_s}, {u"Listing"_s, u"*.lst"_s}};
     return spec;

@@ -4,6 +4,7 @@
 #include <plans/PatternFill.h>
 
 #include <QTemporaryDir>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 
@@ -104,7 +105,7 @@ TEST_F(DocumentTest, EveryChangeIsToldOnceByWhatItChanged)
     host.setShown(0, false);
     EXPECT_EQ(heard.next(), MapEvent::Shown);
     document.change(u"look"_s, [](MapEdit &edit) {
-        edit.setMark(1, {u'?', 5});
+        edit.setMark(1, markOf(u'?', 5));
         edit.setLabel(1, u"x"_s);
     });
     EXPECT_EQ(heard.next(), MapEvent::Marks | MapEvent::Labels);
@@ -215,7 +216,7 @@ TEST_F(DocumentTest, EverythingUndoneIsTheStart)
             break;
         case 3:
             document.change(u"Mark"_s, [&](MapEdit &edit) {
-                edit.setMark(random(n), {char16_t(u'a' + random(26)), quint32(random(1000))});
+                edit.setMark(random(n), markOf(char16_t(u'a' + random(26)), quint32(random(1000))));
             });
             break;
         case 4:

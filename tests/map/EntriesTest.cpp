@@ -33,9 +33,9 @@ TEST(Entries, LettersEndWithTheAlphabet)
     TestMap host(1, 30);
     for (int i = 0; i < 27; ++i)
         host.add(fixed({i}));
-    EXPECT_EQ(host.entry(0).mark.symbol, u'A');
-    EXPECT_EQ(host.entry(25).mark.symbol, u'Z');
-    EXPECT_EQ(host.entry(26).mark.symbol, u'A');
+    EXPECT_EQ(host.entry(0).mark.symbol, ellery::Symbol(u'A'));
+    EXPECT_EQ(host.entry(25).mark.symbol, ellery::Symbol(u'Z'));
+    EXPECT_EQ(host.entry(26).mark.symbol, ellery::Symbol(u'A'));
 }
 
 TEST(Entries, MovingShiftsTheEntriesBetween)
@@ -46,7 +46,7 @@ TEST(Entries, MovingShiftsTheEntriesBetween)
     const auto order = [&host] {
         QString text;
         for (int i = 0; i < host.document.count(); ++i)
-            text += QChar(host.entry(i).mark.symbol);
+            text += host.entry(i).mark.symbol.text();
         return text;
     };
     host.move(1, 3);

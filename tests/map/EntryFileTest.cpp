@@ -7,6 +7,7 @@
 #include <plans/PcntFill.h>
 #include <plans/QueryFill.h>
 #include <support/Damage.h>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +23,7 @@ Entries everyKind()
     Entries entries;
     for (const plans::MapFillType *type : plans::MapFillType::all()) {
         std::shared_ptr<plans::MapFill> fill = type->create();
-        fill->mark = {u'µ', 0x00A0B0C0};
+        fill->mark = markOf(u'µ', 0x00A0B0C0);
         fill->label = u"Größe "_s + type->name;
         fill->tubes = {3, 1, 2};
         fill->fillCount = 17;
@@ -105,9 +106,9 @@ TEST(EntryFile, AnEntryWithoutASymbolGetsOneAndLosesTubesThatDoNotExist)
 {
     const auto fill = std::make_shared<plans::PatternFill>();
     fill->tubes = {-1, 1, kTubes, 5, 70000};
-    fill->mark.symbol = 0;
+    fill->mark.symbol = {};
     const Entries again = read(written({fill}));
-    EXPECT_EQ(again[0]->mark.symbol, u'A');
+    EXPECT_EQ(again[0]->mark.symbol, ellery::Symbol(u'A'));
     EXPECT_EQ(again[0]->tubes, (QList<qint32>{1, 5}));
 }
 

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 
@@ -84,7 +85,7 @@ TEST_F(FillEditorTest, ADialogThatIsCancelledRemembersAndChangesNothing)
     {
         BoxFillEditor editor(context);
         editor.setParameters({2.5});
-        editor.setMark({u'Z', 0x123456});
+        editor.setMark(markOf(u'Z', 0x123456));
     }
     EXPECT_EQ(BoxFillEditor(context).parameters().radius, 1.0);
     EXPECT_EQ(host.document.count(), 0);
@@ -95,19 +96,19 @@ TEST_F(FillEditorTest, ADialogThatIsCancelledRemembersAndChangesNothing)
 TEST_F(FillEditorTest, EditedFillKeepsItsSymbolAndLeavesTheOptionsAlone)
 {
     plans::PatternFill first;
-    first.mark.symbol = u'Q';
-    first.mark.colour = 0x00FF00;
+    first.mark.symbol = ellery::Symbol(u'Q');
+    first.mark.colour = tarnwick::ColourRef(0x00FF00);
     addNewFill(host.document, host.runner, first, false);
     PatternFillEditor editor(context, 0);
-    EXPECT_EQ(editor.mark().symbol, u'Q');
-    EXPECT_EQ(editor.mark().colour, 0x00FF00u);
+    EXPECT_EQ(editor.mark().symbol, ellery::Symbol(u'Q'));
+    EXPECT_EQ(editor.mark().colour, tarnwick::ColourRef(0x00FF00));
     plans::PatternFill::Parameters values = editor.parameters();
     values.colIncrement = 4;
     editor.setParameters(values);
     editor.accept();
     EXPECT_EQ(host.document.count(), 1);
     EXPECT_EQ(host.document.entry(0).label, u"Pattern 2x4"_s);
-    EXPECT_EQ(host.document.entry(0).mark.symbol, u'Q');
+    EXPECT_EQ(host.document.entry(0).mark.symbol, ellery::Symbol(u'Q'));
     EXPECT_EQ(PatternFillEditor(context).parameters(), plans::PatternFill::Parameters());
     EXPECT_EQ(host.document.undoLabel(), u"Pattern Fill"_s);
     host.document.undo();
@@ -126,22 +127,22 @@ TEST_F(FillEditorTest, OkWithoutAChangeLeavesNoStepOfUndo)
 TEST_F(FillEditorTest, SymbolIsTheNextLetterUnlessAnotherIsChosen)
 {
     BoxFillEditor box(context);
-    EXPECT_EQ(box.mark().symbol, u'A');
-    EXPECT_EQ(box.mark().colour, 0xFF0000u);
-    box.setMark({u'A', 0x00FFFF}); // only the colour
+    EXPECT_EQ(box.mark().symbol, ellery::Symbol(u'A'));
+    EXPECT_EQ(box.mark().colour, tarnwick::ColourRef(0xFF0000));
+    box.setMark(markOf(u'A', 0x00FFFF)); // only the colour
     box.accept();
-    EXPECT_EQ(host.document.entry(0).mark.symbol, u'A');
-    EXPECT_EQ(host.document.entry(0).mark.colour, 0x00FFFFu);
+    EXPECT_EQ(host.document.entry(0).mark.symbol, ellery::Symbol(u'A'));
+    EXPECT_EQ(host.document.entry(0).mark.colour, tarnwick::ColourRef(0x00FFFF));
     PcntFillEditor random(context);
-    EXPECT_EQ(random.mark().symbol, u'B');
-    EXPECT_EQ(random.mark().colour, 0x0000FFu);
-    random.setMark({u'\u0394', 0x0000FF});
+    EXPECT_EQ(random.mark().symbol, ellery::Symbol(u'B'));
+    EXPECT_EQ(random.mark().colour, tarnwick::ColourRef(0x0000FF));
+    random.setMark(markOf(u'\u0394', 0x0000FF));
     random.accept();
-    EXPECT_EQ(host.document.entry(1).mark.symbol, u'\u0394');
+    EXPECT_EQ(host.document.entry(1).mark.symbol, ellery::Symbol(u'\u0394'));
     for (int i = 2; i < 26; ++i)
         addNewFill(host.document, host.runner, plans::BoxFill());
-    EXPECT_EQ(BoxFillEditor(context).mark().symbol, u'D') << "letters end with the 26th entry";
-    EXPECT_EQ(PcntFillEditor(context).mark().symbol, u'A');
+    EXPECT_EQ(BoxFillEditor(context).mark().symbol, ellery::Symbol(u'D')) << "letters end with the 26th entry";
+    EXPECT_EQ(PcntFillEditor(context).mark().symbol, ellery::Symbol(u'A'));
 }
 
 TEST_F(FillEditorTest, PreviewShowsTheMapAsItWouldBeAndLeavesItAlone)
@@ -157,7 +158,7 @@ TEST_F(FillEditorTest, PreviewShowsTheMapAsItWouldBeAndLeavesItAlone)
     values.filter.tube = plans::TubeFilter::OpenTubesOnly;
     editor.setParameters(values);
     EXPECT_EQ(editor.summary(), u"6 tubes"_s) << "those of rows 2 and 4";
-    EXPECT_EQ(editor.preview().tubes().symbol(host.tube(2, 1)), u'B');
+    EXPECT_EQ(editor.preview().tubes().symbol(host.tube(2, 1)), ellery::Symbol(u'B'));
     EXPECT_EQ(host.picture(), before);
     editor.accept();
     for (int i = 0; i < host.document.component().numTube(); ++i)
@@ -270,12 +271,12 @@ TEST(FillCommit, NewFillIsLabelledComputedAndGetsALetterAfterTheCheckpoint)
 {
     TestMap host(1, 4);
     plans::PatternFill working;
-    working.mark.symbol = u'D';
+    working.mark.symbol = ellery::Symbol(u'D');
     addNewFill(host.document, host.runner, working);
     addNewFill(host.document, host.runner, working);
     EXPECT_EQ(host.document.history().labels(), (QStringList{u"Pattern Fill"_s, u"Pattern Fill"_s}));
     EXPECT_EQ(host.entry(0).label, u"Pattern 2x2"_s);
-    EXPECT_EQ(host.entry(1).mark.symbol, u'B');
+    EXPECT_EQ(host.entry(1).mark.symbol, ellery::Symbol(u'B'));
     EXPECT_EQ(host.picture(), u"B.B."_s);
     EXPECT_EQ(host.document.hits(0), 0);
 }
@@ -288,7 +289,7 @@ TEST(FillCommit, ChangedFillSeesItsOldTubesOpen)
     addNewFill(host.document, host.runner, fill);
     plans::PatternFill changed = fill;
     changed.parameters.colIncrement = 3;
-    changed.mark.symbol = u'Q';
+    changed.mark.symbol = ellery::Symbol(u'Q');
     changeFill(host.document, host.runner, 0, changed);
     EXPECT_EQ(host.picture(), u"Q..Q"_s);
     EXPECT_EQ(host.entry(0).label, u"Pattern 2x3"_s);

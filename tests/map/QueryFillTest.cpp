@@ -6,6 +6,7 @@
 #include <plans/ProjectQueries.h>
 #include <plans/QueryFill.h>
 #include <support/DatabaseFixture.h>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 using tarnwick::Answer;
@@ -61,7 +62,7 @@ TEST(QueryFill, AsksAboutRecordsWithoutATubeAndHighlightsThem)
     EXPECT_EQ(host.runner.takeRecords(fill, one, host.document.component()), Answer::Ok);
     EXPECT_THAT(fill.tubes, ElementsAre(host.tube(1, 1)));
     ASSERT_EQ(one.colours.size(), 1);
-    EXPECT_EQ(one.colours[0], (RecordedResult::Coloured{1, 0xFFFFFF, 255}));
+    EXPECT_EQ(one.colours[0], std::pair(1, plans::QueryFill::kInvalidColours));
     EXPECT_EQ(host.said.entries()[0].number, 1091);
     EXPECT_EQ(
         host.said.entries()[0].text,
@@ -140,15 +141,15 @@ TEST(QueryFill, TakesTheSymbolItsQueryHadLast)
     plans::QueryFill fill = namedFill(u"queries\\worn.qry"_s);
     fill.tubes = {0};
     addNewQueryFill(host.document, host.runner, fill);
-    EXPECT_EQ(host.entry(0).mark.symbol, u'A');
+    EXPECT_EQ(host.entry(0).mark.symbol, ellery::Symbol(u'A'));
     EXPECT_EQ(host.entry(0).label, u"worn.qry"_s);
     EXPECT_EQ(host.document.history().labels(), QStringList{u"Query queries\\worn.qry Fill"_s});
 
-    LegendCommands(host.document, host.runner).setMark(0, {u'W', 0x00FF00});
+    LegendCommands(host.document, host.runner).setMark(0, markOf(u'W', 0x00FF00));
     fill.parameters.query.name = u"QUERIES\\WORN.QRY"_s;
     addNewQueryFill(host.document, host.runner, fill);
-    EXPECT_EQ(host.entry(1).mark.symbol, u'W');
-    EXPECT_EQ(host.entry(1).mark.colour, 0x00FF00U);
+    EXPECT_EQ(host.entry(1).mark.symbol, ellery::Symbol(u'W'));
+    EXPECT_EQ(host.entry(1).mark.colour, tarnwick::ColourRef(0x00FF00));
 }
 
 using QueryFillOnDatabase = support::DatabaseTest;

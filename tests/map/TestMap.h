@@ -20,19 +20,9 @@ public:
     QString columnName(int column) const override { return m_columns[column]; }
     int rowCount() const override { return int(m_rows.size()); }
     dao::Value value(int row, int column) const override { return dao::Value::fromText(m_rows[row].value(column)); }
-    void setColours(int row, quint32 foreground, quint32 background) override
-    {
-        colours.append({row, foreground, background});
-    }
+    void setColours(int row, const tarnwick::RowColours &rowColours) override { colours.append({row, rowColours}); }
 
-    struct Coloured
-    {
-        int row;
-        quint32 foreground;
-        quint32 background;
-        bool operator==(const Coloured &) const = default;
-    };
-    QList<Coloured> colours;
+    QList<std::pair<int, tarnwick::RowColours>> colours;
 
 private:
     QStringList m_columns;
@@ -58,7 +48,7 @@ public:
     std::optional<ellery::TubeMark> rememberedMark(const QString &name) const override
     {
         const auto found = marks.constFind(name.toLower());
-        return found == marks.constEnd() || found->symbol == 0 ? std::nullopt : std::optional(*found);
+        return found == marks.constEnd() || found->isOpen() ? std::nullopt : std::optional(*found);
     }
     void rememberMark(const QString &name, const ellery::TubeMark &mark) override
     {
@@ -116,7 +106,7 @@ public:
     {
         QString text;
         for (int i = 0; i < document.tubes().count(); ++i)
-            text += document.tubes().isOpen(i) ? u'.' : QChar(document.tubes().symbol(i));
+            text += document.tubes().isOpen(i) ? u"."_s : document.tubes().symbol(i).text();
         return text;
     }
     int tube(int row, int col, int sec = 0) const { return record.steamGen.findTube(row, col, sec); }

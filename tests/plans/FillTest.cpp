@@ -5,6 +5,7 @@
 #include <plans/Messages.h>
 #include <plans/PatternFill.h>
 #include <plans/PcntFill.h>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
@@ -26,7 +27,7 @@ TEST(FillTypes, StandInTheOrderOfTheToolButtons)
 TEST(TubeFilter, TakesRegionAndSymbolsAndRefusesUnknownNumbers)
 {
     TestBundle bundle(1, 3);
-    bundle.tubes.setMark(0, {u'A', 1});
+    bundle.tubes.setMark(0, markOf(u'A', 1));
     bundle.tubes.setSelected(1, true);
     const auto accepted = [&bundle](qint32 region, qint32 tube) {
         QString text;
@@ -235,7 +236,7 @@ TEST(PatternFill, TakesARegularGridAndTheEndsOfItsRows)
     fill.parameters.includeLastTube = true;
     bundle.compute(fill);
     EXPECT_THAT(fill.tubes, ElementsAre(bundle.tube(2, 1), bundle.tube(2, 2), bundle.tube(2, 4)));
-    bundle.tubes.setMark(bundle.tube(2, 2), {u'X', 0});
+    bundle.tubes.setMark(bundle.tube(2, 2), markOf(u'X', 0));
     fill.parameters.filter.tube = TubeFilter::OpenTubesOnly;
     bundle.compute(fill);
     EXPECT_EQ(fill.fillCount, 2);

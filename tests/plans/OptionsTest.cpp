@@ -9,6 +9,7 @@
 #include <plans/ProjectQueries.h>
 
 #include <QTemporaryDir>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 
@@ -69,13 +70,13 @@ TEST_F(FillOptionsTest, SymbolsOfQueriesAreRememberedWithoutRegardToCase)
     ProjectQueries queries(session, context);
     EXPECT_FALSE(queries.isReady());
     EXPECT_FALSE(queries.rememberedMark(u"queries\\a.qry"_s));
-    queries.rememberMark(u"queries\\a.qry"_s, {u'W', 0x112233});
+    queries.rememberMark(u"queries\\a.qry"_s, markOf(u'W', 0x112233));
 
     query::QueryContext later;
     later.roots = roots;
     ASSERT_TRUE(later.history.load(roots));
     const ProjectQueries again(session, later);
-    EXPECT_EQ(again.rememberedMark(u"Queries\\A.QRY"_s), (ellery::TubeMark{u'W', 0x112233}));
+    EXPECT_EQ(again.rememberedMark(u"Queries\\A.QRY"_s), markOf(u'W', 0x112233));
     EXPECT_FALSE(again.rememberedMark(u"queries\\b.qry"_s));
 }
 

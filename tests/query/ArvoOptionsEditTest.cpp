@@ -16,9 +16,9 @@ TEST(ArvoOptionsEditTest, IsModifiedOnlyByWhatDiffers)
     EXPECT_TRUE(edit.isModified());
     edit.draft.margins.left = 0.5;
     EXPECT_FALSE(edit.isModified());
-    edit.draft.tickColour ^= 1;
+    edit.draft.tickColour = tarnwick::ColourRef(1);
     EXPECT_TRUE(edit.isModified());
-    edit.draft.tickColour ^= 1;
+    edit.draft.tickColour = stored.tickColour;
     edit.setMacroValue(0, u"41"_s);
     EXPECT_TRUE(edit.isModified());
     EXPECT_EQ(edit.result().userMacros.value(u"[LIMIT]").value_or(QString()), u"41"_s);

@@ -4,6 +4,7 @@
 #include <query/QueryHistoryList.h>
 #include <query/SQLOptions.h>
 #include <support/Damage.h>
+#include <support/Marks.h>
 #include <support/Printers.h>
 #include <support/TemporaryFolder.h>
 #include <tarnwick/FileWriter.h>
@@ -23,7 +24,7 @@ QueryDocument sample()
     document.layout.sections[JTablePrintArg::PageFooter] = {u"Page [CUR_PAGE]\nof [NUM_PAGE]"_s,
                                                             u"Courier New"_s,
                                                             12,
-                                                            0x0000FF,
+                                                            tarnwick::ColourRef(0x0000FF),
                                                             tarnwick::PrintSection::Align::Center,
                                                             0.1};
     document.layout.margins.top = 1.25;
@@ -200,11 +201,11 @@ TEST_F(OptionsTest, SqlOptionsOfEveryVersionAreRead)
 TEST_F(OptionsTest, ArvoOptionsComeBackAndOldOnesTakeTheProjectsFormat)
 {
     query::ArvoOptions options;
-    EXPECT_EQ(options.mapColour, 0xD0FFFDU);
+    EXPECT_EQ(options.mapColour, tarnwick::ColourRef(0xD0FFFD));
     EXPECT_EQ(options.databaseFormat, 2002);
     options.databaseFormat = 1997;
     options.drawLegendRect = false;
-    options.tickColour = 0x123456;
+    options.tickColour = tarnwick::ColourRef(0x123456);
     options.tubeInfoTabs = {{u"Tab 1"_s, u"SELECT * FROM report WHERE row = [ROW]"_s}};
     options.userMacros.set(u"LIMIT"_s, u"40"_s);
     options.recentDatabases = {u"arvo\\project.mdb"_s};
@@ -213,7 +214,7 @@ TEST_F(OptionsTest, ArvoOptionsComeBackAndOldOnesTakeTheProjectsFormat)
     EXPECT_TRUE(read.load(roots));
     EXPECT_EQ(read.databaseFormat, 1997);
     EXPECT_FALSE(read.drawLegendRect);
-    EXPECT_EQ(read.tickColour, 0x123456U);
+    EXPECT_EQ(read.tickColour, tarnwick::ColourRef(0x123456));
     EXPECT_EQ(read.tubeInfoTabs, options.tubeInfoTabs);
     EXPECT_EQ(read.userMacros, options.userMacros);
     EXPECT_EQ(read.recentDatabases, options.recentDatabases);
@@ -232,7 +233,7 @@ TEST_F(OptionsTest, ArvoOptionsComeBackAndOldOnesTakeTheProjectsFormat)
     EXPECT_EQ(read.databaseFormat, 2000);
     read.setProjectFormat(1997);
     EXPECT_EQ(read.databaseFormat, 1997) << "another project was opened";
-    EXPECT_EQ(read.selectColour, 3U);
+    EXPECT_EQ(read.selectColour, tarnwick::ColourRef(3));
     EXPECT_FALSE(read.drawMapRect);
 }
 
@@ -243,7 +244,7 @@ TEST_F(OptionsTest, ProgramsThatRunTogetherKeepEachOthersHistory)
     one.remember(u"a"_s, u"x"_s, u"1"_s);
     one.remember(u"gone"_s, u"x"_s, u"1"_s);
     one.storeChanges(roots);
-    other.setMark(u"b"_s, {u'W', 0x00FF00});
+    other.setMark(u"b"_s, markOf(u'W', 0x00FF00));
     other.storeChanges(roots);
     one.remember(u"A"_s, u"y"_s, u"2"_s);
     one.forget(u"gone"_s);
@@ -279,13 +280,13 @@ TEST_F(OptionsTest, HistoryMatchesNamesWithoutCaseAndForgetsInOrder)
     history.remember(u"A"_s, u"Outage"_s, u"R3"_s);
     history.remember({}, u"x"_s, u"1"_s);
     history.remember(u"a"_s, {}, u"1"_s);
-    history.setMark(u"c"_s, {u'W', 0x00FF00});
-    history.setMark({}, {u'X', 1});
+    history.setMark(u"c"_s, markOf(u'W', 0x00FF00));
+    history.setMark({}, markOf(u'X', 1));
     EXPECT_EQ(history.entries().size(), 3);
     EXPECT_EQ(history.value(u"a", u"outage"), u"R3"_s);
     EXPECT_EQ(history.value(u"B", u"OUTAGE"), u"R2"_s);
     EXPECT_EQ(history.value(u"c", u"OUTAGE"), std::nullopt);
-    EXPECT_EQ(history.find(u"C")->mark.symbol, u'W');
+    EXPECT_EQ(history.find(u"C")->mark.symbol, ellery::Symbol(u'W'));
 
     history.store(roots);
     query::QueryHistoryList read;

@@ -255,12 +255,13 @@ TEST_F(QueryResultTest, CellsAreEditedInTheirTypes)
 TEST_F(QueryResultTest, DeletedRowsGoAndTheOthersStayInOrder)
 {
     run(u"SELECT row FROM tubes ORDER BY row"_s);
-    result.setColours(2, {255, 0xFFFF80});
+    const tarnwick::RowColours redOnYellow{tarnwick::ColourRef(0xFF), tarnwick::ColourRef(0xFFFF80)};
+    result.setColours(2, redOnYellow);
     result.deleteRow(3);
     result.deleteRow(0);
     EXPECT_EQ(column(0), (QStringList{u"2"_s, u"3"_s}));
-    EXPECT_EQ(result.colours(1), (QueryResult::RowColours{255, 0xFFFF80}));
-    EXPECT_EQ(result.colours(0), QueryResult::RowColours());
+    EXPECT_EQ(result.colours(1), redOnYellow);
+    EXPECT_EQ(result.colours(0), tarnwick::RowColours());
     EXPECT_EQ(rows(u"SELECT row FROM tubes ORDER BY row"_s), (QStringList{u"2"_s, u"3"_s}));
 
     execute(u"DELETE FROM tubes WHERE row = 2"_s);

@@ -3,6 +3,7 @@
 #include <ellery/SteamGen.h>
 #include <ellery/TubeStates.h>
 #include <random>
+#include <support/Marks.h>
 
 namespace sample {
 
@@ -62,15 +63,15 @@ inline ellery::TubeStates markLikeAPlan(const ellery::SteamGen &steamGen)
     for (int i = 0; i < steamGen.numTube(); ++i) {
         const ellery::Tube &tube = steamGen[i];
         if (chance(0.012))
-            tubes.setMark(i, {u'\u25CF', 0x0000D0});
+            tubes.setMark(i, markOf(u'\u25CF', 0x0000D0));
         else if (tube.periphery)
-            tubes.setMark(i, {u'P', 0xB27200});
+            tubes.setMark(i, markOf(u'P', 0xB27200));
         else if (tube.address.row % 10 == 0 && tube.address.col % 2 == 0)
-            tubes.setMark(i, {u'B', 0x73D09E});
+            tubes.setMark(i, markOf(u'B', 0x73D09E));
         else if (chance(0.2))
-            tubes.setMark(i, {u'A', 0x009FE6});
+            tubes.setMark(i, markOf(u'A', 0x009FE6));
         else if (chance(0.03))
-            tubes.setMark(i, {u'W', 0xA779CC});
+            tubes.setMark(i, markOf(u'W', 0xA779CC));
         if (tube.address.row > 30 && tube.address.row < 36 && tube.address.col > 40 && tube.address.col < 52)
             tubes.setSelected(i, true);
         if (chance(0.01))

@@ -149,7 +149,7 @@ void ChooseSymbolDlg::showMark()
     m_name->setText(name == symbolCode(m_mark.symbol) ? QString() : name);
 }
 
-void ChooseSymbolDlg::setSymbol(char16_t symbol)
+void ChooseSymbolDlg::setSymbol(ellery::Symbol symbol)
 {
     m_mark.symbol = symbol;
     changeMark();

@@ -35,7 +35,7 @@ private:
     QLayout *makeLeft();
     QLayout *makeRight();
     QLayout *makePalette();
-    void setSymbol(char16_t symbol);
+    void setSymbol(ellery::Symbol symbol);
     void setColour(const QColor &colour);
     void chooseColour();
     void find(const QString &text);

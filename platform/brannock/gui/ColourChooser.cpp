@@ -22,7 +22,7 @@ std::optional<QColor> ColourChooser::chooseTrying(QWidget *parent, const QColor 
     const int places = std::min<int>(QColorDialog::customCount(), CustomColours::kCount);
     for (int i = 0; i < places; ++i)
         QColorDialog::setCustomColor(i, fromColourRef(custom.colours[i]));
-    const QList<quint32> before = custom.colours;
+    const QList<tarnwick::ColourRef> before = custom.colours;
     QColorDialog dialog(now, parent);
     dialog.setObjectName(u"colourDialog"_s);
     dialog.setWindowTitle(u"Colour"_s);

@@ -17,7 +17,7 @@ ColourWell::ColourWell(QWidget *parent)
     setToolTip(u"Choose another colour"_s);
 }
 
-void ColourWell::setMark(char16_t symbol, const QColor &colour)
+void ColourWell::setMark(ellery::Symbol symbol, const QColor &colour)
 {
     m_symbol = symbol;
     m_colour = colour;
@@ -41,7 +41,7 @@ void ColourWell::paintEvent(QPaintEvent *)
         painter.drawRoundedRect(face.adjusted(5, 5, -5, -5), 4, 4);
     }
     const double caption = fontMetrics().height() * 2.0;
-    if (m_symbol != 0)
+    if (!m_symbol.isNone())
         paintSymbol(painter, {face.center().x(), face.top() + (face.height() - caption) / 2 + 4},
                     (face.height() - caption) * 0.42, m_symbol, ink);
     painter.setFont(font());

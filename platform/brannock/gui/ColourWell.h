@@ -1,4 +1,5 @@
 #pragma once
+#include <ellery/TubeMark.h>
 #include <QColor>
 #include <QPushButton>
 
@@ -10,7 +11,7 @@ class ColourWell : public QPushButton
     Q_OBJECT
 public:
     explicit ColourWell(QWidget *parent = nullptr);
-    void setMark(char16_t symbol, const QColor &colour);
+    void setMark(ellery::Symbol symbol, const QColor &colour);
     QColor colour() const { return m_colour; }
     QSize sizeHint() const override { return QSize(kSide, kSide); }
 
@@ -19,7 +20,7 @@ protected:
 
 private:
     static constexpr int kSide = 200;
-    char16_t m_symbol = 0;
+    ellery::Symbol m_symbol;
     QColor m_colour;
 };
 

@@ -45,10 +45,10 @@ public:
     {
         if (!index.isValid())
             return {};
-        const char16_t symbol = symbolTable()[size_t(placeOf(index))];
+        const ellery::Symbol symbol = symbolTable()[size_t(placeOf(index))];
         switch (role) {
         case Qt::DisplayRole:
-            return QString(QChar(symbol));
+            return symbol.text();
         case Qt::AccessibleTextRole:
             return symbolName(symbol);
         case Qt::ToolTipRole:

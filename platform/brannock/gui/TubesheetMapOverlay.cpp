@@ -57,7 +57,7 @@ void TubesheetMap::updateCard()
     card.mark = m_scene.mark(tube);
     card.selected = m_scene.isSelected(tube);
     card.name = m_steamGen->tubeName(address.row, address.col, address.sec);
-    card.lines << (card.mark.symbol == 0 ? u"Open"_s : u"Symbol %1"_s.arg(QChar(card.mark.symbol)));
+    card.lines << (card.mark.isOpen() ? u"Open"_s : u"Symbol %1"_s.arg(card.mark.symbol.text()));
     if (card.selected)
         card.lines.last() += u", selected"_s;
     if (m_tipText)

@@ -74,7 +74,7 @@ namespace {
 
 uint32_t colourOf(const QColor &colour)
 {
-    return toColourRef(mixed(Qt::white, QColor(colour.rgb()), colour.alphaF()));
+    return toColourRef(mixed(Qt::white, QColor(colour.rgb()), colour.alphaF())).value();
 }
 
 } // namespace

@@ -317,10 +317,10 @@ QStringList MapPainter::describe(const MapScene &scene, const MapView &view, con
     visitTubes(scene, area, [&](const ellery::TubeGrid::Entry &entry) {
         const TubeMark &mark = scene.mark(entry.tube);
         QString line = u"tube "_s + place(view.toView(double(entry.x), double(entry.y)));
-        if (mark.symbol == 0)
+        if (mark.isOpen())
             line += u" open"_s;
         else if (art.detail() == TubeArt::Detail::Full)
-            line += u" '%1' %2"_s.arg(QChar(mark.symbol)).arg(fromColourRef(mark.colour).name());
+            line += u" '%1' %2"_s.arg(mark.symbol.text()).arg(fromColourRef(mark.colour).name());
         else
             line += u" "_s + fromColourRef(mark.colour).name();
         lines << (scene.isSelected(entry.tube) ? line + u" selected"_s : line);

@@ -56,9 +56,9 @@ void MapScene::setModel(const ellery::SteamGen &steamGen, const ellery::TubeStat
 
 quint32 MapScene::markIndex(const TubeMark &mark)
 {
-    if (mark.symbol == 0)
+    if (mark.isOpen())
         return 0;
-    const quint64 key = quint64(mark.colour) << 16 | mark.symbol;
+    const quint64 key = quint64(mark.colour.value()) << 16 | mark.symbol.character();
     auto found = m_markIndex.constFind(key);
     if (found == m_markIndex.constEnd()) {
         found = m_markIndex.insert(key, quint32(m_marks.size()));

@@ -33,15 +33,15 @@ struct Glyph
     QRectF ink;
 };
 
-const Glyph &glyphOf(char16_t symbol)
+const Glyph &glyphOf(ellery::Symbol symbol)
 {
-    static QHash<char16_t, Glyph> glyphs;
+    static QHash<ellery::Symbol, Glyph> glyphs;
     auto found = glyphs.find(symbol);
     if (found == glyphs.end()) {
         QFont font = symbolFont();
         font.setPixelSize(int(kReferenceSize));
         Glyph glyph;
-        glyph.path.addText(0, 0, font, QString(QChar(symbol)));
+        glyph.path.addText(0, 0, font, symbol.text());
         glyph.ink = glyph.path.boundingRect();
         found = glyphs.insert(symbol, glyph);
     }
@@ -51,7 +51,7 @@ const Glyph &glyphOf(char16_t symbol)
 /// Font size at which the symbol fills a circle of this radius: all letters get the same height, wide ones are smaller.
 double fittingSize(const QRectF &ink, double radius)
 {
-    static const double letterHeight = glyphOf(u'H').ink.height();
+    static const double letterHeight = glyphOf(ellery::Symbol(u'H')).ink.height();
     const double byHeight = radius * 1.2 / std::max(letterHeight, 1.0);
     const double halfDiagonal = std::hypot(ink.width(), ink.height()) / 2;
     const double byCircle = halfDiagonal > 0 ? radius * 0.88 / halfDiagonal : byHeight;
@@ -66,7 +66,7 @@ bool wantsText(const QPainter &painter)
 
 } // namespace
 
-void paintSymbol(QPainter &painter, const QPointF &centre, double radius, char16_t symbol, const QColor &colour)
+void paintSymbol(QPainter &painter, const QPointF &centre, double radius, ellery::Symbol symbol, const QColor &colour)
 {
     const Glyph &glyph = glyphOf(symbol);
     const double size = fittingSize(glyph.ink, radius);
@@ -78,7 +78,7 @@ void paintSymbol(QPainter &painter, const QPointF &centre, double radius, char16
         font.setPointSizeF(std::max(0.1, size * 72 / std::max(1, painter.device()->logicalDpiY())));
         painter.setFont(font);
         painter.setPen(colour);
-        painter.drawText(start, QString(QChar(symbol)));
+        painter.drawText(start, symbol.text());
         return;
     }
     QTransform place = QTransform::fromTranslate(start.x(), start.y());
@@ -124,7 +124,7 @@ void TubeArt::paintTube(QPainter &painter, const QPointF &centre, const TubeMark
     }
     if (selected)
         paintHalo(painter, centre);
-    const bool open = mark.symbol == 0;
+    const bool open = mark.isOpen();
     const QColor colour = fromColourRef(mark.colour);
     const QColor select = fromColourRef(m_options.selectColour);
     const QColor ink = fromColourRef(m_options.fillColour);
@@ -154,7 +154,7 @@ void TubeArt::paintDot(QPainter &painter, const QPointF &centre, const TubeMark 
     const auto square = [&](double size, const QColor &colour) {
         painter.fillRect(QRectF(centre.x() - size / 2, centre.y() - size / 2, size, size), colour);
     };
-    const bool open = mark.symbol == 0;
+    const bool open = mark.isOpen();
     const QColor ink = fromColourRef(m_options.fillColour);
     const QColor map = fromColourRef(m_options.mapColour);
     if (selected)

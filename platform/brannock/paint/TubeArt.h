@@ -51,6 +51,6 @@ private:
 };
 
 /// Draws a symbol within a circle of this radius, centred by its ink instead of its advance.
-void paintSymbol(QPainter &painter, const QPointF &centre, double radius, char16_t symbol, const QColor &colour);
+void paintSymbol(QPainter &painter, const QPointF &centre, double radius, ellery::Symbol symbol, const QColor &colour);
 
 } // namespace brannock

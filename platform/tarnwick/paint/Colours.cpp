@@ -5,14 +5,14 @@
 
 namespace tarnwick {
 
-QColor fromColourRef(quint32 colour)
+QColor fromColourRef(ColourRef colour)
 {
-    return QColor(int(colour & 0xFF), int((colour >> 8) & 0xFF), int((colour >> 16) & 0xFF));
+    return QColor(colour.red(), colour.green(), colour.blue());
 }
 
-quint32 toColourRef(const QColor &colour)
+ColourRef toColourRef(const QColor &colour)
 {
-    return quint32(colour.red()) | quint32(colour.green()) << 8 | quint32(colour.blue()) << 16;
+    return ColourRef::fromRgb(colour.red(), colour.green(), colour.blue());
 }
 
 QColor mixed(const QColor &a, const QColor &b, double share)

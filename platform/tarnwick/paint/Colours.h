@@ -1,11 +1,12 @@
 #pragma once
 #include <QColor>
+#include <tarnwick/ColourRef.h>
 
 namespace tarnwick {
 
-/// Converts a colour of a record, 0x00BBGGRR.
-QColor fromColourRef(quint32 colour);
-quint32 toColourRef(const QColor &colour);
+/// Converts a colour of a record.
+QColor fromColourRef(ColourRef colour);
+ColourRef toColourRef(const QColor &colour);
 
 /// Linear mix: share 0 gives a, share 1 gives b.
 QColor mixed(const QColor &a, const QColor &b, double share);

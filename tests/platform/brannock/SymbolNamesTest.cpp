@@ -13,21 +13,21 @@ namespace brannock {
 TEST(SymbolNamesTest, EverySymbolHasANameOfItsOwn)
 {
     QSet<QString> names;
-    for (const char16_t symbol : symbolTable()) {
+    for (const ellery::Symbol symbol : symbolTable()) {
         const QString name = symbolName(symbol);
         EXPECT_FALSE(name.startsWith(u"0x")) << qPrintable(name);
         names.insert(name);
     }
     EXPECT_EQ(names.size(), kSymbolCount - 1); // one symbol stands in the table twice
-    EXPECT_EQ(symbolName(u'Q'), u"letter Q"_s);
-    EXPECT_EQ(symbolName(u'\u0416'), u"0x0416"_s);
+    EXPECT_EQ(symbolName(ellery::Symbol(u'Q')), u"letter Q"_s);
+    EXPECT_EQ(symbolName(ellery::Symbol(u'\u0416')), u"0x0416"_s);
 }
 
 TEST(SymbolNamesTest, AreFoundBySymbolCodeAndWords)
 {
     const auto first = [](QStringView text) -> QString {
         const QList<int> found = findSymbols(text);
-        return found.isEmpty() ? QString() : QString(QChar(symbolTable()[size_t(found.first())]));
+        return found.isEmpty() ? QString() : symbolTable()[size_t(found.first())].text();
     };
     EXPECT_EQ(first(u"B"), u"B"_s);
     EXPECT_EQ(first(u"b"), u"B"_s);
@@ -46,9 +46,9 @@ TEST(SymbolNamesTest, AreFoundBySymbolCodeAndWords)
 
 TEST(MapPaletteTest, BeginsWithRedAndStartsAgainAfterItsEnd)
 {
-    EXPECT_EQ(paletteColour(0), 0x0000FFu);
+    EXPECT_EQ(paletteColour(0), tarnwick::ColourRef(0x0000FF));
     EXPECT_EQ(paletteColour(kPaletteSize), paletteColour(0));
-    QSet<quint32> colours;
+    QSet<tarnwick::ColourRef> colours;
     for (int i = 0; i < kPaletteSize; ++i)
         colours.insert(paletteColour(i));
     EXPECT_EQ(colours.size(), kPaletteSize);
@@ -60,13 +60,13 @@ TEST(CustomColoursTest, ComeBackFromTheirFileWhateverTheirNumber)
     const tarnwick::PathRoots roots{folder.path(), {}};
     CustomColours custom;
     EXPECT_FALSE(custom.load(roots));
-    custom.colours = {0x112233, 0x445566};
+    custom.colours = {tarnwick::ColourRef(0x112233), tarnwick::ColourRef(0x445566)};
     custom.store(roots);
     CustomColours read;
     ASSERT_TRUE(read.load(roots));
     ASSERT_EQ(read.colours.size(), CustomColours::kCount);
-    EXPECT_EQ(read.colours[1], 0x445566u);
-    EXPECT_EQ(read.colours[2], 0xFFFFFFu);
+    EXPECT_EQ(read.colours[1], tarnwick::ColourRef(0x445566));
+    EXPECT_EQ(read.colours[2], tarnwick::ColourRef(0xFFFFFF));
 }
 
 } // namespace brannock

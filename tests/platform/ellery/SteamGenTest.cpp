@@ -1,6 +1,7 @@
 #include <ellery/SteamGen.h>
 #include <ellery/TubeStates.h>
 #include <gmock/gmock.h>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 using ellery::Axis;
@@ -50,9 +51,9 @@ TEST(SteamGenTest, FindsTubesByAddressOnly)
 TEST(TubeStatesTest, CountsFollowEveryChange)
 {
     TubeStates tubes(4);
-    tubes.setMark(0, {u'A', 0xFF});
-    tubes.setMark(0, {u'B', 0xFF});
-    tubes.setMark(2, {u'C', 0xFF});
+    tubes.setMark(0, markOf(u'A', 0xFF));
+    tubes.setMark(0, markOf(u'B', 0xFF));
+    tubes.setMark(2, markOf(u'C', 0xFF));
     EXPECT_EQ(tubes.symbolCount(), 2);
     EXPECT_EQ(tubes.openCount(), 2);
     tubes.setMark(0, {});

@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
+#include <support/Marks.h>
 
 using namespace Qt::StringLiterals;
 
@@ -45,7 +46,7 @@ protected:
     QTemporaryDir folder;
     tarnwick::RecordingPrompts said;
     ScriptedColours colours{tarnwick::PathRoots{folder.path(), {}}, said};
-    ChooseSymbolDlg dialog{{u'B', 0x112233}, MapOptions(), colours};
+    ChooseSymbolDlg dialog{markOf(u'B', 0x112233), MapOptions(), colours};
     SymbolGrid *grid = dialog.findChild<SymbolGrid *>();
 };
 
@@ -61,19 +62,19 @@ TEST_F(ChooseSymbolTest, ClickChoosesAndShowsTheCode)
     EXPECT_EQ(code(), u"Unicode 0x266B"_s);
     QTest::keyClick(grid, Qt::Key_Return);
     EXPECT_EQ(dialog.result(), int(QDialog::Accepted));
-    EXPECT_EQ(dialog.mark(), (TubeMark{u'\u266B', 0x112233}));
+    EXPECT_EQ(dialog.mark(), markOf(u'\u266B', 0x112233));
 }
 
 TEST_F(ChooseSymbolTest, ArrowKeysChooseAndTheSecondLambdaIsReached)
 {
     EXPECT_TRUE(grid->hasFocus());
     QTest::keyClick(grid, Qt::Key_Right);
-    EXPECT_EQ(dialog.mark().symbol, u'C');
+    EXPECT_EQ(dialog.mark().symbol, ellery::Symbol(u'C'));
     QTest::keyClick(grid, Qt::Key_Down);
-    EXPECT_EQ(dialog.mark().symbol, u'S');
-    const int second = symbolIndex(u'\u03B4') + 1;
+    EXPECT_EQ(dialog.mark().symbol, ellery::Symbol(u'S'));
+    const int second = symbolIndex(ellery::Symbol(u'\u03B4')) + 1;
     click(second);
-    EXPECT_EQ(dialog.mark().symbol, u'\u03BB');
+    EXPECT_EQ(dialog.mark().symbol, ellery::Symbol(u'\u03BB'));
     EXPECT_EQ(grid->chosen(), second);
 }
 
@@ -101,7 +102,7 @@ TEST_F(ChooseSymbolTest, ColourComesFromThePaletteOrTheChooser)
     EXPECT_EQ(dialog.mark().colour, paletteColour(2)) << "the chooser was cancelled";
     colours.next = QColor(10, 20, 30);
     QTest::mouseClick(well, Qt::LeftButton);
-    EXPECT_EQ(dialog.mark().colour, 0x1E140Au);
+    EXPECT_EQ(dialog.mark().colour, tarnwick::ColourRef(0x1E140A));
     EXPECT_EQ(grid->colour(), QColor(10, 20, 30));
 }
 
@@ -111,7 +112,7 @@ TEST_F(ChooseSymbolTest, EscapeGivesTheCallersMarkBack)
     dialog.findChild<QToolButton *>(u"palette1"_s)->click();
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_EQ(dialog.result(), int(QDialog::Rejected));
-    EXPECT_EQ(dialog.mark(), (TubeMark{u'B', 0x112233}));
+    EXPECT_EQ(dialog.mark(), markOf(u'B', 0x112233));
 }
 
 TEST(SymbolChoiceTest, KeepsASymbolThatTheTableDoesNotHave)
@@ -119,11 +120,11 @@ TEST(SymbolChoiceTest, KeepsASymbolThatTheTableDoesNotHave)
     const QTemporaryDir folder;
     tarnwick::RecordingPrompts said;
     ColourChooser colours(tarnwick::PathRoots{folder.path(), {}}, said);
-    ChooseSymbolDlg dialog({u'\u0416', 1}, MapOptions(), colours);
+    ChooseSymbolDlg dialog(markOf(u'\u0416', 1), MapOptions(), colours);
     dialog.show();
     EXPECT_EQ(dialog.findChild<SymbolGrid *>()->chosen(), -1);
     dialog.accept();
-    EXPECT_EQ(dialog.mark(), (TubeMark{u'\u0416', 1}));
+    EXPECT_EQ(dialog.mark(), markOf(u'\u0416', 1));
 }
 
 } // namespace brannock

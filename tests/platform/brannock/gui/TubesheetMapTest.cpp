@@ -107,7 +107,7 @@ TEST_F(TubesheetMapTest, TheSelectionIsSeenAtOnce)
     map.refresh();
     EXPECT_EQ(rim(4, 4), QColor(0xFD, 0xFF, 0xD0));
     MapOptions options;
-    options.mapColour = 0x112233;
+    options.mapColour = tarnwick::ColourRef(0x112233);
     map.setOptions(options);
     EXPECT_EQ(rim(4, 4), QColor(0x33, 0x22, 0x11));
 }

@@ -7,6 +7,7 @@
 #include <QPainterPath>
 #include <QTemporaryDir>
 #include <QtEndian>
+#include <support/Marks.h>
 #include <support/SampleSteamGen.h>
 #include <tarnwick/base/Error.h>
 #include <tarnwick/FileWriter.h>
@@ -82,8 +83,8 @@ PictureContent content()
 {
     PictureContent content;
     content.title = u"Größe & Ω"_s;
-    content.legend = {{{u'A', 0x009FE6}, u"RANDOM"_s, u"a sample"_s, 1234, 12},
-                      {{u'B', 0xB27200}, u"QUERY"_s, u"worn"_s, 7, 3, false}};
+    content.legend = {{markOf(u'A', 0x009FE6), u"RANDOM"_s, u"a sample"_s, 1234, 12},
+                      {markOf(u'B', 0xB27200), u"QUERY"_s, u"worn"_s, 7, 3, false}};
     content.modelText = u"Model UB (36 tubes)\n24 open tubes\n"_s;
     content.footer = u"the footer"_s;
     content.signatures = u"Checked by X"_s;
@@ -97,7 +98,7 @@ TEST(EmfTest, TheMapsPageIsAllThereAsShapesAndText)
     ellery::SteamGen steamGen = sample::block(6, 6);
     ellery::TubeStates tubes(steamGen.numTube());
     for (int i = 0; i < 12; ++i)
-        tubes.setMark(i, {u'A', 0x009FE6});
+        tubes.setMark(i, markOf(u'A', 0x009FE6));
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.emf"_s);
     MapPicture(MapScene(steamGen, tubes), content()).save(path, QSizeF(11, 8.5));

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <gmock/gmock.h>
 #include <QMarginsF>
+#include <support/Marks.h>
 #include <support/SampleSteamGen.h>
 
 using namespace Qt::StringLiterals;
@@ -79,8 +80,8 @@ TEST(MapPainterTest, DiscsHaveTheirColoursWhereverTheyStand)
     ellery::TubeStates tubes(steamGen.numTube());
     const int marked = steamGen.findTube(2, 3, 0);
     const int dark = steamGen.findTube(7, 9, 0);
-    tubes.setMark(marked, {u'A', 0x3C78F0});
-    tubes.setMark(dark, {u'\u25CF', 0x800000});
+    tubes.setMark(marked, markOf(u'A', 0x3C78F0));
+    tubes.setMark(dark, markOf(u'\u25CF', 0x800000));
     tubes.setSelected(steamGen.findTube(4, 4, 0), true);
     const MapScene scene(steamGen, tubes);
     for (const int x : {1, -1}) {
@@ -106,7 +107,7 @@ TEST(MapPainterTest, EverySizeFromDotsToBigDiscsIsPainted)
     ellery::SteamGen steamGen = sample::block(6, 6);
     ellery::TubeStates tubes(steamGen.numTube());
     const int tube = steamGen.findTube(3, 3, 0);
-    tubes.setMark(tube, {u'(', 0x2040C0});
+    tubes.setMark(tube, markOf(u'(', 0x2040C0));
     const MapScene scene(steamGen, tubes);
     for (const double pitch : {1.5, 2.0, 3.3, 4.7, 6.0, 9.1, 24.0, 90.0, 300.0}) {
         MapView view = viewOf(scene, QSize(400, 400));
@@ -127,7 +128,7 @@ TEST(MapPainterTest, TellsWhatItPaints)
     ellery::SteamGen steamGen = sample::block(2, 3);
     ellery::TubeStates tubes(steamGen.numTube());
     steamGen.stayRods.append({2, 1, 0});
-    tubes.setMark(1, {u'Q', 0x0000FF});
+    tubes.setMark(1, markOf(u'Q', 0x0000FF));
     tubes.setSelected(1, true);
     MapScene scene(steamGen, tubes);
     scene.watermark = u"DRAFT"_s;
@@ -170,7 +171,7 @@ TEST(MapPainterTest, TubesOnThePlainSheetLookLikeThoseThatAreBlended)
     ellery::SteamGen plain = sample::block(40, 60);
     ellery::TubeStates tubes(plain.numTube());
     for (int i = 0; i < plain.numTube(); i += 3)
-        tubes.setMark(i, {char16_t(u'A' + i % 5), 0x2040C0U * unsigned(1 + i % 7) & 0xFFFFFF});
+        tubes.setMark(i, markOf(char16_t(u'A' + i % 5), 0x2040C0U * unsigned(1 + i % 7) & 0xFFFFFF));
     ellery::SteamGen crowded = plain;
     crowded.stayRods = {{0, 0, 0}}; // on top of the first tube
     const MapScene freely(plain, tubes);
@@ -245,7 +246,7 @@ TEST_F(MapCacheTest, PatchesEqualAFreshPicture)
         return region;
     };
     const int middle = scene.grid().nearest(view.centre.x(), view.centre.y(), 10);
-    tubes.setMark(middle, {u'\u25B2', 0x112233});
+    tubes.setMark(middle, markOf(u'\u25B2', 0x112233));
     EXPECT_LT(patched().boundingRect().width(), 60);
     tubes.setSelected(middle, !tubes.isSelected(middle));
     patched();

@@ -8,6 +8,7 @@
 #include <QSvgGenerator>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
+#include <support/Marks.h>
 #include <support/SampleSteamGen.h>
 #include <tarnwick/base/Error.h>
 #include <tarnwick/FileWriter.h>
@@ -23,11 +24,8 @@ QList<LegendRow> legend(int count)
 {
     QList<LegendRow> rows;
     for (int i = 0; i < count; ++i)
-        rows.append({{char16_t(u'A' + i % 26), 0x009FE6},
-                     u"RAND FILL"_s,
-                     u"Entry number %1 of the legend"_s.arg(i),
-                     i * 1000,
-                     i});
+        rows.append({markOf(char16_t(u'A' + i % 26), 0x009FE6), u"RAND FILL"_s,
+                     u"Entry number %1 of the legend"_s.arg(i), i * 1000, i});
     return rows;
 }
 
@@ -86,10 +84,10 @@ TEST(MapPictureTest, ShowsTubesAndLegendInTheirColours)
     ellery::SteamGen steamGen = sample::block(6, 6);
     ellery::TubeStates tubes(steamGen.numTube());
     for (int i = 0; i < steamGen.numTube(); ++i)
-        tubes.setMark(i, {u'-', 0x20C040});
+        tubes.setMark(i, markOf(u'-', 0x20C040));
     const MapScene scene(steamGen, tubes);
     PictureContent what = content(1);
-    what.legend[0].mark.colour = 0x4000F0;
+    what.legend[0].mark.colour = tarnwick::ColourRef(0x4000F0);
     const QImage image = MapPicture(scene, what).toImage(QSizeF(11, 8.5), 96);
     ASSERT_EQ(image.size(), QSize(1056, 816));
     const MapPicture::Layout at = MapPicture(scene, what).layout(image.rect(), 96);
@@ -181,7 +179,7 @@ TEST(MapPictureTest, ModelLineCountsInGroups)
 {
     ellery::SteamGen steamGen = sample::uBend();
     ellery::TubeStates tubes(steamGen.numTube());
-    tubes.setMark(0, {u'A', 1});
+    tubes.setMark(0, markOf(u'A', 1));
     EXPECT_EQ(modelText(steamGen, tubes), u"Model UB-51 (3,394 tubes)\n3,393 open tubes\n"_s);
 }
 

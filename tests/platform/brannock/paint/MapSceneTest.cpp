@@ -2,6 +2,7 @@
 #include <brannock/paint/TubesheetOutline.h>
 #include <cmath>
 #include <gmock/gmock.h>
+#include <support/Marks.h>
 #include <support/SampleSteamGen.h>
 
 using namespace Qt::StringLiterals;
@@ -28,19 +29,19 @@ TEST(MapSceneTest, UpdateNamesTheTubesThatLookDifferent)
     tubes.setSelected(3, false);
     EXPECT_FALSE(scene.update(tubes).onlySelected);
 
-    tubes.setMark(4, {u'X', 0x123456});
-    tubes.setMark(9, {u'X', 0x123456});
+    tubes.setMark(4, markOf(u'X', 0x123456));
+    tubes.setMark(9, markOf(u'X', 0x123456));
     change = scene.update(tubes);
     EXPECT_THAT(change.tubes, ElementsAre(4, 9));
     EXPECT_FALSE(change.onlySelected || change.selection);
-    EXPECT_EQ(scene.mark(9), (TubeMark{u'X', 0x123456}));
+    EXPECT_EQ(scene.mark(9), markOf(u'X', 0x123456));
     EXPECT_EQ(scene.look(9), scene.look(4) | 1);
 
-    tubes.setMark(4, {u'X', 0x654321});
+    tubes.setMark(4, markOf(u'X', 0x654321));
     EXPECT_THAT(scene.update(tubes).tubes, ElementsAre(4));
     tubes.clearMarks();
     EXPECT_THAT(scene.update(tubes).tubes, ElementsAre(4, 9));
-    EXPECT_EQ(scene.mark(4).symbol, 0);
+    EXPECT_TRUE(scene.mark(4).isOpen());
     EXPECT_TRUE(scene.isSelected(9));
 }
 
@@ -51,11 +52,11 @@ TEST(MapSceneTest, ManyColoursOneAfterTheOtherStayBounded)
     MapScene scene(steamGen, tubes);
     tubes.setSelected(1, true);
     for (quint32 colour = 0; colour < 30000; ++colour) {
-        tubes.setMark(0, {u'A', colour});
+        tubes.setMark(0, markOf(u'A', colour));
         scene.update(tubes);
     }
     EXPECT_LT(scene.numLooks(), 20000u);
-    EXPECT_EQ(scene.mark(0).colour, 29999u);
+    EXPECT_EQ(scene.mark(0).colour, tarnwick::ColourRef(29999));
     EXPECT_TRUE(scene.isSelected(1));
 }
 
