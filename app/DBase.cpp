@@ -69,7 +69,7 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
     connectSession();
     connectCommands();
     resize(tarnwick::sizeOnScreen(*this, kFirstSize));
-    m_map->setOptions(m_session->options());
+    m_map->setOptions(m_session->options().map);
     sessionChanged();
 }
 

@@ -2,7 +2,6 @@
 
 #include <brannock/gui/TubesheetMap.h>
 #include <map/TubeText.h>
-#include <plans/paint/MapLook.h>
 
 #include <QLabel>
 
@@ -62,9 +61,9 @@ void MapPane::setProjectOpen(bool isOpen)
     setCurrentIndex(isOpen ? 0 : 1);
 }
 
-void MapPane::setOptions(const query::ArvoOptions &options)
+void MapPane::setOptions(const brannock::MapOptions &options)
 {
-    m_map->setOptions(plans::mapOptions(options));
+    m_map->setOptions(options);
 }
 
 void MapPane::mapChanged(const map::MapEvent &event)

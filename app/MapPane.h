@@ -1,6 +1,6 @@
 #pragma once
+#include <brannock/MapOptions.h>
 #include <map/MapDocument.h>
-#include <query/ArvoOptions.h>
 
 #include <QStackedWidget>
 
@@ -23,7 +23,7 @@ public:
     brannock::TubesheetMap &map() { return *m_map; }
     /// Shows the map, or without a project what to do about it.
     void setProjectOpen(bool isOpen);
-    void setOptions(const query::ArvoOptions &options);
+    void setOptions(const brannock::MapOptions &options);
     /// Shows other states of the tubes in place of the document's while the user is still choosing; null: the
     /// document's.
     void showTrial(const ellery::TubeStates *tubes);

@@ -92,11 +92,11 @@ brannock::MapPicture MapPrinting::page(const map::MapHeader &header) const
 {
     const query::ArvoOptions &options = m_session.options();
     const map::MapDocument &document = m_session.map();
-    brannock::PictureContent content = pageContent(header, document, options, m_session.printMacros());
+    brannock::PictureContent content = pageContent(header, document, options.page, m_session.printMacros());
     content.xOrientation = document.state().xOrientation;
     content.yOrientation = document.state().yOrientation;
     content.documentName = documentName();
-    return mapPage(document, content, options, m_session.project().site.compCode);
+    return mapPage(document, content, options.map, m_session.project().site.compCode);
 }
 
 bool MapPrinting::printOn(QPrinter &device, const tarnwick::Message &failure)

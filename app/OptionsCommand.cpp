@@ -18,7 +18,7 @@ void editOptions(ProjectSession &session, MapPane &map, QWidget *parent)
     QObject::connect(&dialog, &query::ArvoOptionsDlg::lookChanged, &map, &MapPane::setOptions);
     if (dialog.exec() == QDialog::Accepted)
         session.setOptions(dialog.options());
-    map.setOptions(session.options());
+    map.setOptions(session.options().map);
 }
 
 } // namespace app

@@ -102,12 +102,12 @@ int runMap(const Arguments &arguments)
         header.upperText = arguments.value(u"title");
     const query::ArvoOptions &options = target.options();
     const tarnwick::JMacro macros = app::printMacros(target.systemMacros(), target.userMacros());
-    brannock::PictureContent content = app::pageContent(header, target.map(), options, macros);
+    brannock::PictureContent content = app::pageContent(header, target.map(), options.page, macros);
     content.xOrientation = flips.xOrientation;
     content.yOrientation = flips.yOrientation;
     content.documentName = target.map().name().isEmpty() ? target.project().name : target.map().name();
     if (!out.isEmpty())
-        app::mapPage(target.map(), content, options, target.project().site.compCode).save(out, inches, kDpi);
+        app::mapPage(target.map(), content, options.map, target.project().site.compCode).save(out, inches, kDpi);
     if (arguments.has(u"tubes")) {
         const map::TubeText text(target.map().component(), map::TubeText::Form::Csv);
         writeTubes(target, arguments.value(u"tubes"), text.ofMap(target.map().entries()));

@@ -8,7 +8,6 @@ namespace {
 
 constexpr int kVersion = 2;
 constexpr int kFirstVersionWithFormat = 2;
-constexpr tarnwick::PrintMargins kMargins{0.5, 0.5, 0.5, 0.5};
 
 void serializeTab(tarnwick::JFile &file, ArvoOptions::TubeInfoTab &tab)
 {
@@ -36,16 +35,9 @@ void ArvoOptions::setProjectFormat(int year)
 void ArvoOptions::resetToDefaults()
 {
     m_isWithoutFormat = false;
-    margins = kMargins;
-    drawTitleRect = drawLegendRect = drawMapRect = true;
+    page = {};
+    map = {};
     databaseFormat = kDefaultFormat;
-    watermarkColour = tarnwick::ColourRef(0xC0C0C0);
-    mapColour = tarnwick::ColourRef(0xD0FFFD);
-    fillColour = tarnwick::ColourRef(0x000000);
-    tickColour = tarnwick::ColourRef(0x000080);
-    selectColour = tarnwick::ColourRef(0x00FF00);
-    displayTickSize = 8;
-    printTickSize = 7;
     tubeInfoTabs.clear();
     userMacros.clear();
     recentDatabases.clear();
@@ -55,18 +47,13 @@ void ArvoOptions::resetToDefaults()
 void ArvoOptions::serializeBody(tarnwick::JFile &file, int version)
 {
     constexpr int kSmallestTab = 12;
-    margins.serialize(file);
-    for (bool *flag : {&drawTitleRect, &drawLegendRect, &drawMapRect})
-        file.serializeByte(*flag);
+    page.serialize(file);
     m_isWithoutFormat = version < kFirstVersionWithFormat;
     if (!m_isWithoutFormat)
         file.serialize(databaseFormat);
     else
         databaseFormat = m_projectFormat;
-    for (tarnwick::ColourRef *colour : {&watermarkColour, &mapColour, &selectColour, &fillColour, &tickColour})
-        file.serialize(*colour);
-    file.serialize(displayTickSize);
-    file.serialize(printTickSize);
+    map.serialize(file);
     file.list(tubeInfoTabs, kSmallestTab, serializeTab);
     userMacros.serialize(file);
     file.serialize(recentDatabases);

@@ -1,11 +1,11 @@
 #pragma once
+#include <brannock/MapOptions.h>
 #include <tarnwick/JMacro.h>
-#include <tarnwick/JTablePrintArg.h>
 #include <tarnwick/OptionFile.h>
 
 namespace query {
 
-/// The program's options. Margins are in inches, tick sizes in points.
+/// The program's options, edited in one dialog and kept in one file.
 class ArvoOptions : public tarnwick::OptionFile
 {
 public:
@@ -21,18 +21,9 @@ public:
     explicit ArvoOptions(int projectFormat = kDefaultFormat);
 
     static constexpr qint32 kDefaultFormat = 2002;
-    tarnwick::PrintMargins margins;
-    bool drawTitleRect = true;
-    bool drawLegendRect = true;
-    bool drawMapRect = true;
+    brannock::PageOptions page;
+    brannock::MapOptions map;
     qint32 databaseFormat = kDefaultFormat; ///< 1997, 2000 or 2002
-    tarnwick::ColourRef watermarkColour;
-    tarnwick::ColourRef mapColour;
-    tarnwick::ColourRef selectColour;
-    tarnwick::ColourRef fillColour;
-    tarnwick::ColourRef tickColour;
-    qint32 displayTickSize = 0;
-    qint32 printTickSize = 0;
     QList<TubeInfoTab> tubeInfoTabs;
     tarnwick::JMacro userMacros;
     /// Paths in the suite's form, most recent first.

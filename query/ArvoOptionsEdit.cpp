@@ -13,10 +13,7 @@ namespace {
 /// Everything that the dialog can change, except the macros.
 auto values(const ArvoOptions &options)
 {
-    return std::tie(options.margins, options.drawTitleRect, options.drawLegendRect, options.drawMapRect,
-                    options.databaseFormat, options.watermarkColour, options.mapColour, options.selectColour,
-                    options.fillColour, options.tickColour, options.displayTickSize, options.printTickSize,
-                    options.tubeInfoTabs);
+    return std::tie(options.page, options.map, options.databaseFormat, options.tubeInfoTabs);
 }
 
 QString bracketed(const QString &name)

@@ -7,10 +7,6 @@ namespace query {
 class ArvoOptionsEdit
 {
 public:
-    static constexpr double kLargestMargin = 5.0; ///< in inches
-    static constexpr double kMarginStep = 0.05;
-    static constexpr int kSmallestTick = 4; ///< in points
-    static constexpr int kLargestTick = 20;
     static constexpr int kNameChars = 20;
 
     struct DatabaseFormat

@@ -1,6 +1,6 @@
 #include "MapPage.h"
 
-#include <plans/paint/MapLook.h>
+#include <plans/paint/LegendRows.h>
 #include <tarnwick/Format.h>
 
 using namespace Qt::StringLiterals;
@@ -13,7 +13,7 @@ QString footerText()
 }
 
 brannock::PictureContent pageContent(const map::MapHeader &header, const map::MapDocument &document,
-                                     const query::ArvoOptions &options, const tarnwick::JMacro &macros)
+                                     const brannock::PageOptions &options, const tarnwick::JMacro &macros)
 {
     const map::MapHeader shown = header.printed(macros);
     brannock::PictureContent content;
@@ -36,9 +36,9 @@ brannock::PictureContent pageContent(const map::MapHeader &header, const map::Ma
 }
 
 brannock::MapPicture mapPage(const map::MapDocument &document, const brannock::PictureContent &content,
-                             const query::ArvoOptions &options, const QString &watermark)
+                             const brannock::MapOptions &options, const QString &watermark)
 {
-    brannock::MapScene scene(document.component(), document.tubes(), plans::mapOptions(options));
+    brannock::MapScene scene(document.component(), document.tubes(), options);
     scene.watermark = watermark;
     scene.deselect(); // a matter of the screen: on paper its marks would look like a finding
     return brannock::MapPicture(scene, content);

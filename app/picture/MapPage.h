@@ -1,7 +1,6 @@
 #pragma once
 #include <brannock/paint/MapPicture.h>
 #include <map/MapDocument.h>
-#include <query/ArvoOptions.h>
 
 namespace app {
 
@@ -11,10 +10,10 @@ QString footerText();
 /// What stands on the page round the tubes: the legend with the counts that the window shows, the model line, and the
 /// header with its keywords replaced.
 brannock::PictureContent pageContent(const map::MapHeader &header, const map::MapDocument &document,
-                                     const query::ArvoOptions &options, const tarnwick::JMacro &macros);
+                                     const brannock::PageOptions &options, const tarnwick::JMacro &macros);
 
 /// The tubes as they are marked now, on a page. watermark: behind them, may be empty.
 brannock::MapPicture mapPage(const map::MapDocument &document, const brannock::PictureContent &content,
-                             const query::ArvoOptions &options, const QString &watermark);
+                             const brannock::MapOptions &options, const QString &watermark);
 
 } // namespace app

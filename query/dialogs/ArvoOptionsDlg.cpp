@@ -67,8 +67,8 @@ QDoubleSpinBox *ArvoOptionsDlg::inches(const QString &name, double &value)
     auto *box = new QDoubleSpinBox;
     box->setObjectName(name);
     box->setDecimals(2);
-    box->setRange(0, ArvoOptionsEdit::kLargestMargin);
-    box->setSingleStep(ArvoOptionsEdit::kMarginStep);
+    box->setRange(0, brannock::PageOptions::kLargestMargin);
+    box->setSingleStep(brannock::PageOptions::kMarginStep);
     box->setSuffix(u"\""_s);
     box->setValue(value);
     connect(box, &QDoubleSpinBox::valueChanged, this, [&value](double inch) { value = inch; });
@@ -79,7 +79,7 @@ QSpinBox *ArvoOptionsDlg::points(const QString &name, qint32 &value)
 {
     auto *box = new QSpinBox;
     box->setObjectName(name);
-    box->setRange(ArvoOptionsEdit::kSmallestTick, ArvoOptionsEdit::kLargestTick);
+    box->setRange(brannock::MapOptions::kSmallestTick, brannock::MapOptions::kLargestTick);
     box->setSuffix(u" pts"_s);
     box->setValue(value);
     connect(box, &QSpinBox::valueChanged, this, [this, &value](int size) {
@@ -93,7 +93,7 @@ QWidget *ArvoOptionsDlg::makeMargins()
 {
     auto *page = new QWidget;
     QFormLayout *form = formIn(page);
-    tarnwick::PrintMargins &margins = m_edit.draft.margins;
+    tarnwick::PrintMargins &margins = m_edit.draft.page.margins;
     form->addRow(u"&Left Margin"_s, inches(u"leftMargin"_s, margins.left));
     form->addRow(u"&Top Margin"_s, inches(u"topMargin"_s, margins.top));
     form->addRow(u"&Right Margin"_s, inches(u"rightMargin"_s, margins.right));
@@ -113,9 +113,9 @@ QWidget *ArvoOptionsDlg::makeOptions()
         connect(box, &QCheckBox::toggled, this, [&flag](bool on) { flag = on; });
         form->addRow(box);
     };
-    addFlag(u"Draw &Title Rect"_s, u"titleRect"_s, draft.drawTitleRect);
-    addFlag(u"Draw &Legend Rect"_s, u"legendRect"_s, draft.drawLegendRect);
-    addFlag(u"Draw Map &Rect"_s, u"mapRect"_s, draft.drawMapRect);
+    addFlag(u"Draw &Title Rect"_s, u"titleRect"_s, draft.page.drawTitleRect);
+    addFlag(u"Draw &Legend Rect"_s, u"legendRect"_s, draft.page.drawLegendRect);
+    addFlag(u"Draw Map &Rect"_s, u"mapRect"_s, draft.page.drawMapRect);
 
     auto *format = new QComboBox;
     format->setObjectName(u"databaseFormat"_s);
@@ -137,13 +137,13 @@ QWidget *ArvoOptionsDlg::makeOptions()
         });
         form->addRow(label, button);
     };
-    addColour(u"&Watermark Color"_s, u"watermarkColour"_s, draft.watermarkColour);
-    addColour(u"M&ap Color"_s, u"mapColour"_s, draft.mapColour);
-    addColour(u"F&ill Color"_s, u"fillColour"_s, draft.fillColour);
-    addColour(u"Tic&k Color"_s, u"tickColour"_s, draft.tickColour);
-    addColour(u"S&elect Color"_s, u"selectColour"_s, draft.selectColour);
-    QSpinBox *displayTicks = points(u"displayTickSize"_s, draft.displayTickSize);
-    QSpinBox *printTicks = points(u"printTickSize"_s, draft.printTickSize);
+    addColour(u"&Watermark Color"_s, u"watermarkColour"_s, draft.map.watermarkColour);
+    addColour(u"M&ap Color"_s, u"mapColour"_s, draft.map.mapColour);
+    addColour(u"F&ill Color"_s, u"fillColour"_s, draft.map.fillColour);
+    addColour(u"Tic&k Color"_s, u"tickColour"_s, draft.map.tickColour);
+    addColour(u"S&elect Color"_s, u"selectColour"_s, draft.map.selectColour);
+    QSpinBox *displayTicks = points(u"displayTickSize"_s, draft.map.displayTickSize);
+    QSpinBox *printTicks = points(u"printTickSize"_s, draft.map.printTickSize);
     form->addRow(u"&Display Tick Size"_s, displayTicks);
     form->addRow(u"&Print Tick Size"_s, printTicks);
     for (QWidget *field : std::initializer_list<QWidget *>{format, displayTicks, printTicks})
@@ -153,7 +153,7 @@ QWidget *ArvoOptionsDlg::makeOptions()
 
 void ArvoOptionsDlg::noteLook()
 {
-    Q_EMIT lookChanged(m_edit.draft);
+    Q_EMIT lookChanged(m_edit.draft.map);
 }
 
 void ArvoOptionsDlg::finishEditing()

@@ -31,7 +31,7 @@ public:
 
 Q_SIGNALS:
     /// An option that changes the map's appearance was edited: update the preview on the map.
-    void lookChanged(const query::ArvoOptions &options);
+    void lookChanged(const brannock::MapOptions &options);
 
 private:
     QWidget *makeMargins();

@@ -6,7 +6,6 @@
 #include <brannock/gui/ColourButton.h>
 #include <brannock/paint/MapColours.h>
 #include <ellery/ComponentFile.h>
-#include <plans/paint/MapLook.h>
 #include <query/dialogs/ArvoOptionsDlg.h>
 
 #include <QComboBox>
@@ -98,8 +97,8 @@ TEST_F(ViewTest, OptionsAreTriedOutOnTheMapAndStoredWithOk)
     EXPECT_EQ(window.map().options().displayTickSize, 12);
     query::ArvoOptions read;
     ASSERT_TRUE(read.load(window.projectSession().roots()));
-    EXPECT_EQ(read.mapColour, tarnwick::ColourRef(0x112233));
-    EXPECT_EQ(read.margins.left, 1.25) << "what was just typed counts";
+    EXPECT_EQ(read.map.mapColour, tarnwick::ColourRef(0x112233));
+    EXPECT_EQ(read.page.margins.left, 1.25) << "what was just typed counts";
     EXPECT_FALSE(mapOf(window).canUndo()) << "options are no change of the map";
 }
 
@@ -184,17 +183,6 @@ TEST_F(ViewTest, OptionsThatCannotBeStoredAreSaidAndHoldUntilTheEnd)
     ASSERT_EQ(errors.size(), 1);
     EXPECT_TRUE(errors[0].startsWith(u"Could not store the options.\n\n"_s)) << qPrintable(errors[0]);
     EXPECT_EQ(mapColour(), tarnwick::ColourRef(0x778899));
-}
-
-TEST(MapLook, TickSizesThatNobodyCanReadAreHeldWithinBounds)
-{
-    query::ArvoOptions options;
-    options.displayTickSize = -3;
-    options.printTickSize = 4000;
-    const brannock::MapOptions map = plans::mapOptions(options);
-    EXPECT_EQ(map.displayTickSize, 4);
-    EXPECT_EQ(map.printTickSize, 20);
-    EXPECT_EQ(map.selectColour, options.selectColour);
 }
 
 TEST_F(ViewTest, TheFindFieldCompletesAndSaysWhatIsWrong)

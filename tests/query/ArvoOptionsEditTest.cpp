@@ -12,13 +12,13 @@ TEST(ArvoOptionsEditTest, IsModifiedOnlyByWhatDiffers)
     stored.userMacros.set(u"LIMIT"_s, u"40"_s);
     ArvoOptionsEdit edit(stored);
     EXPECT_FALSE(edit.isModified());
-    edit.draft.margins.left = 0.55;
+    edit.draft.page.margins.left = 0.55;
     EXPECT_TRUE(edit.isModified());
-    edit.draft.margins.left = 0.5;
+    edit.draft.page.margins.left = 0.5;
     EXPECT_FALSE(edit.isModified());
-    edit.draft.tickColour = tarnwick::ColourRef(1);
+    edit.draft.map.tickColour = tarnwick::ColourRef(1);
     EXPECT_TRUE(edit.isModified());
-    edit.draft.tickColour = stored.tickColour;
+    edit.draft.map.tickColour = stored.map.tickColour;
     edit.setMacroValue(0, u"41"_s);
     EXPECT_TRUE(edit.isModified());
     EXPECT_EQ(edit.result().userMacros.value(u"[LIMIT]").value_or(QString()), u"41"_s);

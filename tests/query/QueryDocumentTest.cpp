@@ -201,11 +201,11 @@ TEST_F(OptionsTest, SqlOptionsOfEveryVersionAreRead)
 TEST_F(OptionsTest, ArvoOptionsComeBackAndOldOnesTakeTheProjectsFormat)
 {
     query::ArvoOptions options;
-    EXPECT_EQ(options.mapColour, tarnwick::ColourRef(0xD0FFFD));
+    EXPECT_EQ(options.map.mapColour, tarnwick::ColourRef(0xD0FFFD));
     EXPECT_EQ(options.databaseFormat, 2002);
     options.databaseFormat = 1997;
-    options.drawLegendRect = false;
-    options.tickColour = tarnwick::ColourRef(0x123456);
+    options.page.drawLegendRect = false;
+    options.map.tickColour = tarnwick::ColourRef(0x123456);
     options.tubeInfoTabs = {{u"Tab 1"_s, u"SELECT * FROM report WHERE row = [ROW]"_s}};
     options.userMacros.set(u"LIMIT"_s, u"40"_s);
     options.recentDatabases = {u"arvo\\project.mdb"_s};
@@ -213,8 +213,8 @@ TEST_F(OptionsTest, ArvoOptionsComeBackAndOldOnesTakeTheProjectsFormat)
     query::ArvoOptions read;
     EXPECT_TRUE(read.load(roots));
     EXPECT_EQ(read.databaseFormat, 1997);
-    EXPECT_FALSE(read.drawLegendRect);
-    EXPECT_EQ(read.tickColour, tarnwick::ColourRef(0x123456));
+    EXPECT_FALSE(read.page.drawLegendRect);
+    EXPECT_EQ(read.map.tickColour, tarnwick::ColourRef(0x123456));
     EXPECT_EQ(read.tubeInfoTabs, options.tubeInfoTabs);
     EXPECT_EQ(read.userMacros, options.userMacros);
     EXPECT_EQ(read.recentDatabases, options.recentDatabases);
@@ -223,7 +223,7 @@ TEST_F(OptionsTest, ArvoOptionsComeBackAndOldOnesTakeTheProjectsFormat)
         tarnwick::PrintMargins{0.5, 0.5, 0.5, 0.5}.serialize(file);
         for (bool flag : {true, true, false})
             file.serializeByte(flag);
-        for (quint32 number : {1, 2, 3, 4, 5, 8, 7, 0, 1})
+        for (qint32 number : {1, 2, 3, 4, 5, -3, 4000, 0, 1})
             file.serialize(number); // colours, tick sizes, no tabs, version of the macros
         for (quint32 nothing : {0, 0, 0})
             file.serialize(nothing);
@@ -233,8 +233,11 @@ TEST_F(OptionsTest, ArvoOptionsComeBackAndOldOnesTakeTheProjectsFormat)
     EXPECT_EQ(read.databaseFormat, 2000);
     read.setProjectFormat(1997);
     EXPECT_EQ(read.databaseFormat, 1997) << "another project was opened";
-    EXPECT_EQ(read.selectColour, tarnwick::ColourRef(3));
-    EXPECT_FALSE(read.drawMapRect);
+    EXPECT_EQ(read.map.selectColour, tarnwick::ColourRef(3));
+    EXPECT_FALSE(read.page.drawMapRect);
+    EXPECT_EQ(read.map.displayTickSize, -3) << "kept as it is stored";
+    EXPECT_EQ(read.map.displayTick(), 4) << "painted in a size that can be read";
+    EXPECT_EQ(read.map.printTick(), 20);
 }
 
 TEST_F(OptionsTest, ProgramsThatRunTogetherKeepEachOthersHistory)

@@ -57,7 +57,7 @@ void TubesheetMap::sceneChanged()
 MapRulers TubesheetMap::makeRulers() const
 {
     QFont font = this->font();
-    font.setPointSize(m_scene.options.displayTickSize);
+    font.setPointSize(m_scene.options.displayTick());
     return MapRulers(m_scene, font);
 }
 

@@ -74,7 +74,7 @@ QString modelText(const ellery::SteamGen &steamGen, const ellery::TubeStates &tu
 QFont MapPicture::tickFont(double dpi) const
 {
     QFont font(u"Arial"_s);
-    font.setPixelSize(pixels(m_scene.options.printTickSize, dpi));
+    font.setPixelSize(pixels(m_scene.options.printTick(), dpi));
     return font;
 }
 
