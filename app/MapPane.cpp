@@ -103,8 +103,7 @@ QString MapPane::pointedText() const
     const ellery::SteamGen &component = m_document.component();
     if (m_pointed < 0 || m_pointed >= component.numTube())
         return {};
-    const ellery::TubeAddress address = component[m_pointed].address;
-    QStringList parts{component.tubeName(address.row, address.col, address.sec)};
+    QStringList parts{component.tubeName(component[m_pointed].address)};
     if (!m_document.tubes().isOpen(m_pointed))
         parts << m_document.tubes().symbol(m_pointed).text() << linesOf(map::markedBy(m_document, m_pointed));
     return parts.join(u"   ");

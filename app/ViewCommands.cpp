@@ -114,7 +114,7 @@ void ViewCommands::findTube(const QString &address)
     }
     m_parts.map.showTube(tube);
     const ellery::TubeAddress found = component[tube].address;
-    m_session.prompts().status(messages::kTubeFound, component.tubeName(found.row, found.col, found.sec));
+    m_session.prompts().status(messages::kTubeFound, component.tubeName(found));
 }
 
 void ViewCommands::goToNextPart()

@@ -178,7 +178,7 @@ int runCompleteRepairs(const Arguments &arguments)
     for (const qint32 tube : tubes) {
         const ellery::TubeAddress &address = steamGen[tube].address;
         if (!found[size_t(tube)])
-            printError(u"%1 has no scheduled repair\n"_s.arg(steamGen.tubeName(address.row, address.col, address.sec)));
+            printError(u"%1 has no scheduled repair\n"_s.arg(steamGen.tubeName(address)));
     }
     list.complete(places, when);
     const QString completed = target.console().lastStatus();

@@ -31,7 +31,7 @@ ellery::TubeAddress tubeOf(const ellery::SteamGen &steamGen, const Arguments &ar
     if (steamGen.hasSections() || arguments.positional().size() > 3)
         tube.sec = numberOf(steamGen, Axis::Sec, arguments.positional(3, u"SEC"_s));
     if (steamGen.findTube(tube) < 0)
-        throw tarnwick::Error(u"There is no tube %1."_s.arg(steamGen.tubeName(tube.row, tube.col, tube.sec)));
+        throw tarnwick::Error(u"There is no tube %1."_s.arg(steamGen.tubeName(tube)));
     return tube;
 }
 
@@ -89,7 +89,7 @@ int runTube(const Arguments &arguments)
     const ellery::TubeAddress tube = tubeOf(steamGen, arguments);
     if (!target.connect())
         return Failed;
-    print(u"Tube - %1\n"_s.arg(steamGen.tubeName(tube.row, tube.col, tube.sec)));
+    print(u"Tube - %1\n"_s.arg(steamGen.tubeName(tube)));
     bool done = true;
     bool isReport = true;
     for (const query::TubeListing &listing : query::tubeListings(target.options(), steamGen, tube)) {

@@ -44,7 +44,8 @@ int tubeOfLine(const ellery::SteamGen &steamGen, const QString &line, bool hasNu
     if (words.size() < axes)
         return -1;
     const int sec = steamGen.hasSections() ? steamGen.stringToSec(words.takeFirst()) : 0;
-    return steamGen.findTube(steamGen.stringToRow(words[0]), steamGen.stringToCol(words[1]), sec);
+    return steamGen.findTube(
+        ellery::TubeAddress::of(sec, steamGen.stringToRow(words[0]), steamGen.stringToCol(words[1])));
 }
 
 /// The line with a blank for each character that cannot be printed.

@@ -279,8 +279,14 @@ void LineConverter::remarkOnResult(const ReportEntry &entry)
     for (const QString &text : std::as_const(m_lineRemarks))
         remark(text);
     const ellery::SteamGen &steamGen = m_project.steamGen;
-    if (steamGen.numTube() > 0 && steamGen.findTube(entry.row, entry.col, entry.sec) < 0)
-        remark(u"%1 does not exist in %2"_s.arg(steamGen.tubeName(entry.row, entry.col, entry.sec), steamGen.name));
+    const ellery::TubeAddress address = entry.address();
+    if (steamGen.numTube() > 0 && steamGen.findTube(address) < 0) {
+        // Numbers beyond 16 bits have no address.
+        const QString name = address.row == entry.row
+                                 ? steamGen.tubeName(address)
+                                 : u"SEC %1 ROW %2 COL %3"_s.arg(entry.sec).arg(entry.row).arg(entry.col);
+        remark(u"%1 does not exist in %2"_s.arg(name, steamGen.name));
+    }
 }
 
 } // namespace conversion

@@ -80,10 +80,8 @@ QString countText(const ellery::SteamGen &steamGen, const QList<qint32> &tubes, 
     if (tubes.size() > kMostNames)
         return count;
     QStringList names;
-    for (const qint32 tube : tubes) {
-        const ellery::TubeAddress address = steamGen[tube].address;
-        names.append(steamGen.tubeName(address.row, address.col, address.sec));
-    }
+    for (const qint32 tube : tubes)
+        names.append(steamGen.tubeName(steamGen[tube].address));
     return count + u" ("_s + names.join(u", "_s) + u')';
 }
 

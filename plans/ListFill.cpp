@@ -55,7 +55,7 @@ FillResult ListFill::pick(const FillInput &input) const
     std::vector<bool> taken(size_t(input.component.numTube()));
     bool invalid = false;
     for (const ListFillTube &entry : parameters.entries) {
-        const int tube = input.component.findTube(entry.row, entry.col, entry.sec);
+        const int tube = input.component.findTube(entry.address());
         if (tube < 0) {
             invalid = true;
         } else if (!taken[size_t(tube)]) {

@@ -12,6 +12,7 @@ struct ListFillTube
     qint16 row = 0;
     qint16 col = 0;
     qint16 sec = 0;
+    ellery::TubeAddress address() const { return {sec, row, col}; }
     ellery::TubeMark mark; ///< not used by the fill: kept as it was read
 
     void serialize(tarnwick::JFile &file);

@@ -35,7 +35,8 @@ void MapFill::forEachMarked(const ellery::SteamGen &steamGen, Function function)
     for (const qint32 tube : tubes) {
         const ellery::TubeAddress address = steamGen[tube].address;
         for (int section = 0; section < sections; ++section) {
-            if (const int found = steamGen.findTube(address.row, address.col, section); found >= 0)
+            if (const int found = steamGen.findTube(ellery::TubeAddress::of(section, address.row, address.col));
+                found >= 0)
                 function(found);
         }
     }

@@ -52,10 +52,10 @@ int TubeColumns::number(const dao::Value &value, Axis axis) const
 int TubeColumns::tube(const Cell &cell) const
 {
     try {
+        const int sec = m_sec < 0 ? 0 : number(cell(m_sec), Axis::Sec);
         const int row = number(cell(m_row), Axis::Row);
         const int col = number(cell(m_col), Axis::Col);
-        const int sec = m_sec < 0 ? 0 : number(cell(m_sec), Axis::Sec);
-        return m_steamGen->findTube(row, col, sec);
+        return m_steamGen->findTube(ellery::TubeAddress::of(sec, row, col));
     } catch (const dao::DaoException &exception) {
         if (exception.number() == dao::error::RecordDeleted)
             return -1;

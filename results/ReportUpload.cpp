@@ -106,7 +106,7 @@ bool ReportUpload::checkTubes(const Report &report)
         return true;
     m_tubes.reserve(size_t(report.numEntry()));
     for (const ReportEntry &entry : report.entries)
-        m_tubes.push_back(isUploaded(entry) ? steamGen.findTube(entry.row, entry.col, entry.sec) : -1);
+        m_tubes.push_back(isUploaded(entry) ? steamGen.findTube(entry.address()) : -1);
 
     int count = 0;
     const QString list = unknownTubeList(report, count);

@@ -1,4 +1,5 @@
 #pragma once
+#include <ellery/Tube.h>
 #include <QList>
 #include <QString>
 #include <tarnwick/ColourRef.h>
@@ -15,6 +16,7 @@ struct PlanEntry
     qint16 sec = 0;
     qint16 acquired = 0; ///< acquired if 1 or more
     quint8 analyzed = 0; ///< not stored in the database
+    ellery::TubeAddress address() const { return {sec, row, col}; }
 
     static constexpr tarnwick::ColourRef doit_color{0x0000FF};
     static constexpr tarnwick::ColourRef done_color{0x00A000};

@@ -1,6 +1,7 @@
 #pragma once
 #include "Meas.h"
 
+#include <ellery/Tube.h>
 #include <fenwright/Infos.h>
 #include <QList>
 #include <QString>
@@ -26,6 +27,7 @@ public:
     int sec = 0;
     int row = 0;
     int col = 0;
+    ellery::TubeAddress address() const { return ellery::TubeAddress::of(sec, row, col); }
     QString channel;
     Meas meas;
     tarnwick::JDateTime entryTime;

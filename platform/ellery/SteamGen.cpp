@@ -16,7 +16,7 @@ void SteamGen::setTubes(const QList<Tube> &tubes)
     m_severalSections = false;
     for (int i = 0; i < tubes.size(); ++i) {
         const TubeAddress &address = tubes[i].address;
-        const quint64 tubeKey = key(address.row, address.col, address.sec);
+        const quint64 tubeKey = key(address);
         if (!m_index.contains(tubeKey))
             m_index.insert(tubeKey, i);
         m_numSection = std::max(m_numSection, address.sec + 1);
@@ -24,17 +24,9 @@ void SteamGen::setTubes(const QList<Tube> &tubes)
     }
 }
 
-quint64 SteamGen::key(int row, int col, int sec)
+quint64 SteamGen::key(const TubeAddress &address)
 {
-    return quint64(quint16(sec)) << 32 | quint64(quint16(row)) << 16 | quint16(col);
-}
-
-int SteamGen::findTube(int row, int col, int sec) const
-{
-    // Without this check, a number beyond 16 bits would find the tube of its lower half.
-    if (row != qint16(row) || col != qint16(col) || sec != qint16(sec))
-        return -1;
-    return m_index.value(key(row, col, sec), -1);
+    return quint64(quint16(address.sec)) << 32 | quint64(quint16(address.row)) << 16 | quint16(address.col);
 }
 
 const QList<int> &SteamGen::sortRowCol() const

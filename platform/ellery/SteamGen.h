@@ -40,8 +40,7 @@ public:
     const Tube &operator[](int index) const { return m_tubes[index]; }
     const QList<Tube> &tubes() const { return m_tubes; }
     /// Index of the tube, or -1. Constant time.
-    int findTube(int row, int col, int sec) const;
-    int findTube(const TubeAddress &address) const { return findTube(address.row, address.col, address.sec); }
+    int findTube(const TubeAddress &address) const { return m_index.value(key(address), -1); }
     /// Indices of all tubes, sorted by row, column, section.
     const QList<int> &sortRowCol() const;
     /// True if there is more than one section number, or sections have labels.
@@ -62,7 +61,7 @@ public:
     int stringToSec(QStringView text) const { return stringToNumber(Axis::Sec, text); }
     int stringToNumber(Axis axis, QStringView text) const;
     /// Display name of a tube: "ROW 12 COL 47", with the section first if there are sections.
-    QString tubeName(int row, int col, int sec) const;
+    QString tubeName(const TubeAddress &address) const;
     /// Parses a typed address: two numbers or labels (row, col), or three if there are sections (sec, row, col),
     /// separated by blanks, commas, dashes or slashes, or preceded by the axis names or their first letters ("R12
     /// C47"). Returns the index or -1.
@@ -72,7 +71,7 @@ public:
     const LandmarkSet *getLandmarkSet(int tubeIndex) const;
 
 private:
-    static quint64 key(int row, int col, int sec);
+    static quint64 key(const TubeAddress &address);
     const QStringList &axisLabels(Axis axis) const;
     bool isAxisWord(Axis axis, QStringView word) const;
     int parseInOrder(const QList<QStringView> &words) const;

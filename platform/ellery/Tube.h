@@ -10,6 +10,14 @@ struct TubeAddress
     qint16 sec = 0;
     qint16 row = 0;
     qint16 col = 0;
+    /// An address of no tube (all -1) if one of the numbers does not fit into 16 bits. Otherwise a number would be
+    /// taken for its lower half.
+    static TubeAddress of(int sec, int row, int col)
+    {
+        const TubeAddress address{qint16(sec), qint16(row), qint16(col)};
+        const bool fits = address.sec == sec && address.row == row && address.col == col;
+        return fits ? address : TubeAddress{-1, -1, -1};
+    }
     auto operator<=>(const TubeAddress &) const = default;
 };
 

@@ -74,10 +74,10 @@ int SteamGen::stringToNumber(Axis axis, QStringView text) const
     return numbers.value(word.toString().toLower(), -1);
 }
 
-QString SteamGen::tubeName(int row, int col, int sec) const
+QString SteamGen::tubeName(const TubeAddress &address) const
 {
     QString text;
-    const int numbers[] = {sec, row, col};
+    const int numbers[] = {address.sec, address.row, address.col};
     for (int i = hasSections() ? 0 : 1; i < 3; ++i) {
         if (!text.isEmpty())
             text += u' ';
@@ -108,7 +108,7 @@ int SteamGen::parseInOrder(const QList<QStringView> &words) const
     int numbers[] = {m_tubes.isEmpty() ? 0 : m_tubes[0].address.sec, -1, -1};
     for (int i = first; i < 3; ++i)
         numbers[i] = stringToNumber(kAddressAxes[i], words[i - first]);
-    return findTube(numbers[1], numbers[2], numbers[0]);
+    return findTube(TubeAddress::of(numbers[0], numbers[1], numbers[2]));
 }
 
 bool SteamGen::isAxisWord(Axis axis, QStringView word) const
@@ -144,7 +144,7 @@ int SteamGen::parseNamed(const QList<QStringView> &words) const
         if (!known)
             return -1;
     }
-    return findTube(numbers[1], numbers[2], numbers[0]);
+    return findTube(TubeAddress::of(numbers[0], numbers[1], numbers[2]));
 }
 
 } // namespace ellery

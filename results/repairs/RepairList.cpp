@@ -214,7 +214,7 @@ QList<int> RepairList::scheduledPlaces() const
 
 QString RepairList::tubeName(const Repair &repair) const
 {
-    return m_project->steamGen.tubeName(repair.row, repair.col, repair.sec);
+    return m_project->steamGen.tubeName(repair.address());
 }
 
 QList<qint32> RepairList::tubesOf(const QList<int> &places) const

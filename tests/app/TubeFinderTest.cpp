@@ -100,7 +100,7 @@ TEST(ComponentReload, TubesAreFollowedByTheirAddresses)
     }
     ellery::SteamGen after;
     after.setTubes(fewer);
-    const auto at = [](const ellery::SteamGen &sg, int row, int col) { return qint32(sg.findTube(row, col, 0)); };
+    const auto at = [](const ellery::SteamGen &sg, int row, int col) { return qint32(sg.findTube({0, row, col})); };
     const QList<qint32> tubes{at(before, 3, 8), at(before, 3, 7), at(before, 12, 36), 999999};
     EXPECT_THAT(map::followTubes(tubes, before, after), ElementsAre(at(after, 3, 8), at(after, 12, 36)));
 }

@@ -195,7 +195,7 @@ TEST_F(ViewTest, TheFindFieldCompletesAndSaysWhatIsWrong)
     QTest::keyClicks(field, u"%1 %2"_s.arg(address.row).arg(address.col));
     const QAbstractItemModel &found = *field->completer()->model();
     ASSERT_GT(found.rowCount(), 0);
-    const QString whole = mapOf(window).component().tubeName(address.row, address.col, address.sec);
+    const QString whole = mapOf(window).component().tubeName(address);
     EXPECT_EQ(found.index(0, 0).data().toString(), whole);
     field->completer()->popup()->hide();
 

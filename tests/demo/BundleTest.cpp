@@ -63,15 +63,15 @@ TEST(BundleTest, DefaultIsAHalfRoundBundleOf46RowsAnd94Columns)
     // Every column begins at row 1 and grows towards the middle; the edge is a line, not an area.
     int periphery = 0;
     for (int col = 1; col <= 94; ++col)
-        EXPECT_GE(gen.findTube(1, col, 0), 0) << col;
+        EXPECT_GE(gen.findTube({0, 1, col}), 0) << col;
     for (const Tube &tube : gen.tubes()) {
         EXPECT_GT(tube.y, 0);
         periphery += tube.periphery ? 1 : 0;
     }
     EXPECT_GT(periphery, 90);
     EXPECT_LT(periphery, 220);
-    EXPECT_FALSE(gen[gen.findTube(1, 47, 0)].periphery) << "the divider lane is no edge";
-    EXPECT_TRUE(gen[gen.findTube(46, 47, 0)].periphery);
+    EXPECT_FALSE(gen[gen.findTube({0, 1, 47})].periphery) << "the divider lane is no edge";
+    EXPECT_TRUE(gen[gen.findTube({0, 46, 47})].periphery);
 }
 
 TEST(BundleTest, AskedNumberOfTubesIsMetInEveryShape)
@@ -86,7 +86,7 @@ TEST(BundleTest, AskedNumberOfTubesIsMetInEveryShape)
             EXPECT_LE(gen.numTube(), tubes);
             EXPECT_GE(gen.numTube(), tubes - 1);
             EXPECT_EQ(faults(gen), std::pair(0, 0)) << tubes << triangular;
-            EXPECT_GE(gen.findTube(1, 1, 0) + gen.findTube(1, 2, 0), -1) << "numbering begins at 1";
+            EXPECT_GE(gen.findTube({0, 1, 1}) + gen.findTube({0, 1, 2}), -1) << "numbering begins at 1";
         }
     }
 }

@@ -108,7 +108,7 @@ TEST_P(DemoProjectTest, EveryResultIsWhatAnUploadNeeds)
     EXPECT_GT(made.bobbin.size(), 1000);
     QSet<QString> outages;
     for (const ReportEntry &e : made.all()) {
-        const int tube = made.project.steamGen.findTube(e.row, e.col, e.sec);
+        const int tube = made.project.steamGen.findTube(e.address());
         ASSERT_GE(tube, 0) << e.sec << ' ' << e.row << ' ' << e.col;
         ASSERT_EQ(e.site.siteCode, u"S1");
         ASSERT_EQ(e.site.compCode, u"SGA");
@@ -211,7 +211,7 @@ TEST(DemoFilesTest, PlansListsAndQueriesCanBeUsed)
     brannock::InspPlan plan;
     plan.loadPlan(project.pathOf(u"plans\\Bobbin full length.pln"_s));
     EXPECT_GT(plan.entries.size(), 700);
-    EXPECT_GE(project.steamGen.findTube(plan.entries.last().row, plan.entries.last().col, plan.entries.last().sec), 0);
+    EXPECT_GE(project.steamGen.findTube(plan.entries.last().address()), 0);
     int named = 0;
     for (const QString &line :
          QString::fromUtf8(tarnwick::readFile(folder + u"/tube_lists/wear.lst")).split(u'\n', Qt::SkipEmptyParts)) {

@@ -58,7 +58,7 @@ TEST(Entries, MovingShiftsTheEntriesBetween)
 TEST(Entries, AllSectionsMarksRowAndColumnInEverySection)
 {
     TestMap host(2, 2, 3);
-    auto fill = fixed({host.tube(1, 2, 1)});
+    auto fill = fixed({host.tube(1, 1, 2)});
     fill->allSections = true;
     host.add(std::move(fill));
     EXPECT_EQ(host.picture(), u".A...A...A.."_s);
@@ -203,11 +203,11 @@ TEST(TubeText, NamesTubesByTheirLabelsInTheOrderOfTheirAddresses)
 
     // Sections only where there are some; each tube once, by the entry that shows there.
     TestMap large(1, 2, 2);
-    auto everywhere = fixed({large.tube(1, 2, 0), large.tube(1, 2, 1)});
+    auto everywhere = fixed({large.tube(0, 1, 2), large.tube(1, 1, 2)});
     everywhere->allSections = true;
     everywhere->label = u" 10% Fill"_s;
     large.add(std::move(everywhere));
-    large.add(fixed({large.tube(1, 2, 1)}));
+    large.add(fixed({large.tube(1, 1, 2)}));
     large.document.change(u"Label"_s, [](MapEdit &edit) { edit.setLabel(1, u"say \"x\""_s); });
     const TubeText csv(large.record.steamGen, TubeText::Form::Csv);
     EXPECT_EQ(csv.ofEntry(large.entry(0)), u"SEC,ROW,COL\r\n0,1,2\r\n1,1,2\r\n"_s);

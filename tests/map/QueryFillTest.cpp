@@ -168,7 +168,7 @@ TEST_F(QueryFillOnDatabase, NumbersAreNumbersAndTextsAreLabelsWhateverTheDisplay
         for (db::ColumnFormat &field : table.fields)
             field.format = field.type == dao::DataType::Integer ? u"<%02X>"_s : field.format;
     plans::ProjectQueries queries(session, context);
-    const QList<qint32> tube{host.tube(3, 4, 1)};
+    const QList<qint32> tube{host.tube(1, 3, 4)};
     for (const QString &sql :
          {u"SELECT sec, row, col FROM tubes"_s, u"SELECT 'cold' AS sec, '1' AS row, col FROM tubes"_s,
           u"SELECT Max(tubes.sec) AS sec, CCur(Max(tubes.row)) AS row, Avg(tubes.col) AS col FROM tubes"_s}) {

@@ -109,7 +109,11 @@ public:
             text += document.tubes().isOpen(i) ? u"."_s : document.tubes().symbol(i).text();
         return text;
     }
-    int tube(int row, int col, int sec = 0) const { return record.steamGen.findTube(row, col, sec); }
+    int tube(int row, int col) const { return tube(0, row, col); }
+    int tube(int sec, int row, int col) const
+    {
+        return record.steamGen.findTube(ellery::TubeAddress::of(sec, row, col));
+    }
 };
 
 /// A fill whose tubes are given: what the map does with entries is the same for every kind.

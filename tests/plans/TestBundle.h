@@ -30,7 +30,8 @@ struct TestBundle
         component.setTubes(list);
         tubes = ellery::TubeStates(component.numTube());
     }
-    int tube(int row, int col, int sec = 0) const { return component.findTube(row, col, sec); }
+    int tube(int row, int col) const { return tube(0, row, col); }
+    int tube(int sec, int row, int col) const { return component.findTube(ellery::TubeAddress::of(sec, row, col)); }
     /// Picks and takes.
     void compute(MapFill &fill, const QueryRecords *records = nullptr)
     {

@@ -249,10 +249,8 @@ void TubesheetMap::updateAccessibility()
                        .arg(m_tubes->symbolCount())
                        .arg(m_tubes->openCount())
                        .arg(m_tubes->selectedCount());
-    if (m_marks.cursor >= 0) {
-        const auto &address = (*m_steamGen)[m_marks.cursor].address;
-        text += u"; cursor on %1"_s.arg(m_steamGen->tubeName(address.row, address.col, address.sec));
-    }
+    if (m_marks.cursor >= 0)
+        text += u"; cursor on %1"_s.arg(m_steamGen->tubeName((*m_steamGen)[m_marks.cursor].address));
     setAccessibleDescription(text);
 }
 

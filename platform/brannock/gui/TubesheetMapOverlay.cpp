@@ -52,11 +52,10 @@ void TubesheetMap::updateCard()
     m_marks.hideCard();
     if (!m_tubeTip || m_tipHidden || !m_steamGen || tube < 0 || tube >= m_scene.numTube() || m_tool)
         return;
-    const auto &address = m_scene.tube(tube).address;
     TubeTip card;
     card.mark = m_scene.mark(tube);
     card.selected = m_scene.isSelected(tube);
-    card.name = m_steamGen->tubeName(address.row, address.col, address.sec);
+    card.name = m_steamGen->tubeName(m_scene.tube(tube).address);
     card.lines << (card.mark.isOpen() ? u"Open"_s : u"Symbol %1"_s.arg(card.mark.symbol.text()));
     if (card.selected)
         card.lines.last() += u", selected"_s;

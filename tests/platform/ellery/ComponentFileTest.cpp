@@ -40,7 +40,7 @@ TEST_F(ComponentFileTest, SpreadsheetMinimumIsEnough)
 {
     const SteamGen gen = ellery::readComponent(dir.path());
     ASSERT_EQ(gen.numTube(), 2);
-    EXPECT_EQ(gen.findTube(4, 2, 0), 1);
+    EXPECT_EQ(gen.findTube({0, 4, 2}), 1);
     EXPECT_FLOAT_EQ(gen[1].y, 1.5f);
     EXPECT_EQ(gen.modelName, u"SGA");
     EXPECT_FALSE(gen.hasSections());

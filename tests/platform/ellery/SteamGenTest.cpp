@@ -39,10 +39,10 @@ SteamGen sectioned()
 TEST(SteamGenTest, FindsTubesByAddressOnly)
 {
     const SteamGen gen = plain();
-    EXPECT_EQ(gen.findTube(1, 2, 0), 1);
-    EXPECT_EQ(gen.findTube(2, 1, 1), -1);
-    EXPECT_EQ(gen.findTube(-1, 1, 0), -1);
-    EXPECT_EQ(gen.findTube(65536 + 1, 2, 0), -1) << "a number must not be cut to 16 bits";
+    EXPECT_EQ(gen.findTube({0, 1, 2}), 1);
+    EXPECT_EQ(gen.findTube({1, 2, 1}), -1);
+    EXPECT_EQ(gen.findTube({0, -1, 1}), -1);
+    EXPECT_EQ(gen.findTube(TubeAddress::of(0, 65536 + 1, 2)), -1) << "a number must not be cut to 16 bits";
     EXPECT_THAT(gen.sortRowCol(), ElementsAre(2, 1, 0, 3));
     EXPECT_EQ(gen.maxNumber(Axis::Col), 47);
     EXPECT_EQ(SteamGen().maxNumber(Axis::Row), -1);
@@ -100,7 +100,7 @@ TEST(SteamGenTest, NumbersAreTheirOwnLabelsUnlessThereAreSome)
 TEST(SteamGenTest, NamesAndTypedAddressesAgree)
 {
     const SteamGen gen = plain();
-    EXPECT_EQ(gen.tubeName(12, 47, 0), u"ROW 12 COL 47");
+    EXPECT_EQ(gen.tubeName({0, 12, 47}), u"ROW 12 COL 47");
     for (const QStringView text : {u"12 47", u"12,47", u"12-47", u" 12 / 47", u"R12 C47", u"c47 r12", u"ROW 12 COL 47",
                                    u"row12col 47", u"r=12, c=47"}) {
         EXPECT_EQ(gen.parseTube(text), text == QStringView(u"row12col 47") ? -1 : 3) << text.toString().toStdString();
@@ -109,10 +109,10 @@ TEST(SteamGenTest, NamesAndTypedAddressesAgree)
         EXPECT_EQ(gen.parseTube(text), -1) << text.toString().toStdString();
 
     const SteamGen labelled = sectioned();
-    EXPECT_EQ(labelled.tubeName(3, 5, 2), u"SEC B-1 ROW R3 COL 5");
+    EXPECT_EQ(labelled.tubeName({2, 3, 5}), u"SEC B-1 ROW R3 COL 5");
     EXPECT_EQ(labelled.parseTube(u"B-1 R3 5"), 0);
     EXPECT_EQ(labelled.parseTube(u"A-R3-5"), 1);
-    EXPECT_EQ(labelled.parseTube(labelled.tubeName(3, 5, 2)), 0);
+    EXPECT_EQ(labelled.parseTube(labelled.tubeName({2, 3, 5})), 0);
     EXPECT_EQ(labelled.parseTube(u"R3 5"), -1) << "the section is needed";
 }
 

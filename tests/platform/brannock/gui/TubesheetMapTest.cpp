@@ -32,7 +32,7 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    int tube(int row, int col) const { return steamGen.findTube(row, col, 0); }
+    int tube(int row, int col) const { return steamGen.findTube({0, row, col}); }
     QPoint pos(int row, int col) const { return map.posOf(tube(row, col)).toPoint(); }
     void click(int row, int col, Qt::KeyboardModifiers modifiers = {})
     {
@@ -365,9 +365,9 @@ TEST_F(TubesheetMapTest, CursorCrossesGapsAndStaysInSight)
     tubes = ellery::TubeStates(steamGen.numTube());
     map.setSteamGen(&steamGen, &tubes);
     map.zoomAt(QPointF(320, 260), 8);
-    map.setCursorTube(steamGen.findTube(6, 6, 0)); // beside a stay rod at column 5
+    map.setCursorTube(steamGen.findTube({0, 6, 6})); // beside a stay rod at column 5
     QTest::keyClick(&map, Qt::Key_Left, Qt::AltModifier);
-    EXPECT_EQ(map.cursorTube(), steamGen.findTube(6, 4, 0));
+    EXPECT_EQ(map.cursorTube(), steamGen.findTube({0, 6, 4}));
     EXPECT_TRUE(map.rect().contains(map.posOf(map.cursorTube()).toPoint()));
 }
 

@@ -78,11 +78,11 @@ TEST(MapPainterTest, DiscsHaveTheirColoursWhereverTheyStand)
 {
     ellery::SteamGen steamGen = sample::block(8, 10);
     ellery::TubeStates tubes(steamGen.numTube());
-    const int marked = steamGen.findTube(2, 3, 0);
-    const int dark = steamGen.findTube(7, 9, 0);
+    const int marked = steamGen.findTube({0, 2, 3});
+    const int dark = steamGen.findTube({0, 7, 9});
     tubes.setMark(marked, markOf(u'A', 0x3C78F0));
     tubes.setMark(dark, markOf(u'\u25CF', 0x800000));
-    tubes.setSelected(steamGen.findTube(4, 4, 0), true);
+    tubes.setSelected(steamGen.findTube({0, 4, 4}), true);
     const MapScene scene(steamGen, tubes);
     for (const int x : {1, -1}) {
         for (const int y : {1, -1}) {
@@ -94,9 +94,9 @@ TEST(MapPainterTest, DiscsHaveTheirColoursWhereverTheyStand)
             EXPECT_EQ(discColour(image, scene, view, dark), QColor(0, 0, 0x80));
             EXPECT_EQ(image.pixelColor(pixelOf(MapPainter::pixelPosition(scene, view, dark))), QColor(Qt::white));
             // An open tube is light, the sheet between has the map's colour, the corner the surroundings'.
-            EXPECT_GT(discColour(image, scene, view, steamGen.findTube(0, 0, 0)).lightness(), 230);
+            EXPECT_GT(discColour(image, scene, view, steamGen.findTube({0, 0, 0})).lightness(), 230);
             EXPECT_EQ(rimColour(image, scene, view, marked), QColor(0xFD, 0xFF, 0xD0));
-            EXPECT_EQ(rimColour(image, scene, view, steamGen.findTube(4, 4, 0)), QColor(0, 255, 0));
+            EXPECT_EQ(rimColour(image, scene, view, steamGen.findTube({0, 4, 4})), QColor(0, 255, 0));
             EXPECT_EQ(image.pixelColor(1, 1), kBackground);
         }
     }
@@ -106,7 +106,7 @@ TEST(MapPainterTest, EverySizeFromDotsToBigDiscsIsPainted)
 {
     ellery::SteamGen steamGen = sample::block(6, 6);
     ellery::TubeStates tubes(steamGen.numTube());
-    const int tube = steamGen.findTube(3, 3, 0);
+    const int tube = steamGen.findTube({0, 3, 3});
     tubes.setMark(tube, markOf(u'(', 0x2040C0));
     const MapScene scene(steamGen, tubes);
     for (const double pitch : {1.5, 2.0, 3.3, 4.7, 6.0, 9.1, 24.0, 90.0, 300.0}) {
