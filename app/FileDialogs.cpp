@@ -11,7 +11,7 @@ namespace app {
 
 namespace {
 
-QString filters(const FileChooserInfo &chooser)
+QString filters(const tarnwick::FileChooserInfo &chooser)
 {
     const QString first = QString::fromUtf16(chooser.filter);
     return chooser.moreFilters ? QString(first + u";;"_s + QString::fromUtf16(chooser.moreFilters)) : first;
@@ -26,39 +26,41 @@ QString suffixOf(const QString &filter)
 
 } // namespace
 
-QString FileDialogs::startFolder(const FileChooserInfo &chooser, const tarnwick::PathRoots &roots) const
+QString FileDialogs::startFolder(const tarnwick::FileChooserInfo &chooser, const tarnwick::PathRoots &roots) const
 {
     const QString own = QString::fromUtf16(chooser.folder);
     const auto last = m_folders.constFind(own);
     return last != m_folders.constEnd() ? *last : tarnwick::SuitePath(own).machinePath(roots);
 }
 
-QString FileDialogs::remember(const FileChooserInfo &chooser, const QString &path)
+QString FileDialogs::remember(const tarnwick::FileChooserInfo &chooser, const QString &path)
 {
     if (!path.isEmpty())
         m_folders.insert(QString::fromUtf16(chooser.folder), QFileInfo(path).absolutePath());
     return path;
 }
 
-QString FileDialogs::openFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots)
+QString FileDialogs::openFile(const tarnwick::FileChooserInfo &chooser, const QString &title,
+                              const tarnwick::PathRoots &roots)
 {
     return remember(chooser,
                     QFileDialog::getOpenFileName(m_parent, title, startFolder(chooser, roots), filters(chooser)));
 }
 
-QString FileDialogs::saveFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
-                              const QString &name)
+QString FileDialogs::saveFile(const tarnwick::FileChooserInfo &chooser, const QString &title,
+                              const tarnwick::PathRoots &roots, const QString &name)
 {
     return askForName(chooser, title, roots, name, true);
 }
 
-QString FileDialogs::newFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots)
+QString FileDialogs::newFile(const tarnwick::FileChooserInfo &chooser, const QString &title,
+                             const tarnwick::PathRoots &roots)
 {
     return askForName(chooser, title, roots, {}, false);
 }
 
-QString FileDialogs::askForName(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
-                                const QString &name, bool mayReplace)
+QString FileDialogs::askForName(const tarnwick::FileChooserInfo &chooser, const QString &title,
+                                const tarnwick::PathRoots &roots, const QString &name, bool mayReplace)
 {
     const QString folder = startFolder(chooser, roots);
     QDir().mkpath(folder); // where it cannot be made, the chooser starts elsewhere

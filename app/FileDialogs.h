@@ -1,5 +1,5 @@
 #pragma once
-#include <app/logic/FileChoosers.h>
+#include <tarnwick/FileChoice.h>
 
 #include <QHash>
 
@@ -9,7 +9,7 @@ namespace app {
 
 /// Asks for files and folders. Each chooser goes on in the folder where it was last used. Tests put their own in its
 /// place.
-class FileDialogs : public FileChoice
+class FileDialogs : public tarnwick::FileChoice
 {
 public:
     explicit FileDialogs(QWidget *parent = nullptr)
@@ -19,11 +19,13 @@ public:
     FileDialogs(const FileDialogs &) = delete;
     FileDialogs &operator=(const FileDialogs &) = delete;
 
-    QString openFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots) override;
-    QString saveFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
+    QString openFile(const tarnwick::FileChooserInfo &chooser, const QString &title,
+                     const tarnwick::PathRoots &roots) override;
+    QString saveFile(const tarnwick::FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
                      const QString &name = {}) override;
     /// Like saveFile, for a file that is to be made and must not exist yet.
-    virtual QString newFile(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots);
+    virtual QString newFile(const tarnwick::FileChooserInfo &chooser, const QString &title,
+                            const tarnwick::PathRoots &roots);
     virtual QString openFolder(const QString &title, const QString &start);
     /// The path, ended by the suffix unless it ends in one of those known: a dot within a name ("R11.2") is no suffix.
     static QString withSuffix(const QString &path, const QString &suffix, const QStringList &known);
@@ -31,9 +33,9 @@ public:
     void forgetFolders() { m_folders.clear(); }
 
 private:
-    QString startFolder(const FileChooserInfo &chooser, const tarnwick::PathRoots &roots) const;
-    QString remember(const FileChooserInfo &chooser, const QString &path);
-    QString askForName(const FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
+    QString startFolder(const tarnwick::FileChooserInfo &chooser, const tarnwick::PathRoots &roots) const;
+    QString remember(const tarnwick::FileChooserInfo &chooser, const QString &path);
+    QString askForName(const tarnwick::FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
                        const QString &name, bool mayReplace);
 
     QWidget *m_parent;

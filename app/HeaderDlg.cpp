@@ -80,7 +80,7 @@ QScrollArea *scrolling(QWidget *parts)
 
 } // namespace
 
-HeaderDlg::HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPicture(const map::MapHeader &)> &page,
+HeaderDlg::HeaderDlg(map::HeaderEditor &editor, const std::function<brannock::MapPicture(const map::MapHeader &)> &page,
                      const QSizeF &inches, double dpi, QWidget *parent)
     : QDialog(parent)
     , m_editor(editor)

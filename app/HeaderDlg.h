@@ -1,5 +1,5 @@
 #pragma once
-#include <app/logic/HeaderEditor.h>
+#include <map/HeaderEditor.h>
 
 #include <brannock/paint/MapPicture.h>
 #include <tarnwick/gui/CommandActions.h>
@@ -25,7 +25,7 @@ class HeaderDlg : public QDialog
     Q_OBJECT
 public:
     /// page: the page with a header; inches, dpi: of paper and printer.
-    HeaderDlg(HeaderEditor &editor, const std::function<brannock::MapPicture(const map::MapHeader &)> &page,
+    HeaderDlg(map::HeaderEditor &editor, const std::function<brannock::MapPicture(const map::MapHeader &)> &page,
               const QSizeF &inches, double dpi, QWidget *parent = nullptr);
 
     void reject() override;
@@ -59,7 +59,7 @@ private:
     void showUnknown();
     void run(const std::function<void()> &fileCommand);
 
-    HeaderEditor &m_editor;
+    map::HeaderEditor &m_editor;
     tarnwick::CommandHandlers m_handlers;
     tarnwick::CommandActions m_actions;
     PagePreview *m_preview;

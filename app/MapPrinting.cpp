@@ -190,7 +190,8 @@ void MapPrinting::storeBitmap()
     store(kBitmapChooser, u"Store Bitmap"_s, messages::kBitmapPrinterFailed);
 }
 
-void MapPrinting::store(const FileChooserInfo &chooser, const QString &title, const tarnwick::Message &notMade)
+void MapPrinting::store(const tarnwick::FileChooserInfo &chooser, const QString &title,
+                        const tarnwick::Message &notMade)
 {
     const QString name = m_session.map().name();
     const QString offered = name.isEmpty() ? QString() : QString(name + QString::fromUtf16(chooser.extension));

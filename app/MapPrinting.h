@@ -19,7 +19,7 @@ public:
     ~MapPrinting();
     MapPrinting(const MapPrinting &) = delete;
     MapPrinting &operator=(const MapPrinting &) = delete;
-    void setFileChoice(FileChoice *choice) { m_choice = choice; }
+    void setFileChoice(tarnwick::FileChoice *choice) { m_choice = choice; }
 
     void setUp();
     void preview();
@@ -49,11 +49,11 @@ private:
     /// Where there is no printer, the page goes into a file: a name for it.
     void offerPdfFile();
     /// notMade: what is said when there is no picture, before any file is written.
-    void store(const FileChooserInfo &chooser, const QString &title, const tarnwick::Message &notMade);
+    void store(const tarnwick::FileChooserInfo &chooser, const QString &title, const tarnwick::Message &notMade);
 
     ProjectSession &m_session;
     QWidget *m_parent;
-    FileChoice *m_choice = nullptr;
+    tarnwick::FileChoice *m_choice = nullptr;
     std::unique_ptr<QPrinter> m_printer;
     QString m_offeredPdf; ///< machine path; empty before the first offer
 };

@@ -4,6 +4,7 @@
 
 #include <app/logic/Messages.h>
 #include <app/logic/ProjectSession.h>
+#include <map/Messages.h>
 
 #include <QStatusBar>
 
@@ -53,7 +54,7 @@ void StatusBar::showProtection(const ProjectSession &session)
 {
     const QString &problem = session.recoveryProblem();
     m_protection->setVisible(!problem.isEmpty());
-    m_protection->setToolTip(tarnwick::format(messages::kRecoveryFailed.text, problem));
+    m_protection->setToolTip(tarnwick::format(map::messages::kRecoveryFailed.text, problem));
 }
 
 } // namespace app

@@ -11,6 +11,7 @@
 #include <app/logic/SiblingTools.h>
 #include <app/logic/WindowCommandTable.h>
 
+#include <map/HeaderEditor.h>
 #include <map/MapUpdate.h>
 #include <tarnwick/Failures.h>
 #include <tarnwick/FileWriter.h>
@@ -146,8 +147,8 @@ void WindowCommands::bindProgram(CommandHandlers &handlers)
 
 void WindowCommands::editHeader()
 {
-    HeaderEditor editor({m_session.map(), m_session.prompts(), *m_dialogs, m_session.roots(),
-                         [this] { return m_session.printMacros(); }});
+    map::HeaderEditor editor({m_session.map(), m_session.prompts(), *m_dialogs, m_session.roots(),
+                              [this] { return m_session.printMacros(); }});
     if (m_session.headerDraft) { // of a dialog that a crash ended
         editor.header = m_session.headerDraft->header;
         editor.description = m_session.headerDraft->description;
@@ -155,7 +156,7 @@ void WindowCommands::editHeader()
     editor.edited = [this, &editor] {
         m_session.headerDraft.reset();
         if (editor.isModified())
-            m_session.headerDraft = HeaderDraft{editor.header, editor.description};
+            m_session.headerDraft = map::HeaderDraft{editor.header, editor.description};
         Q_EMIT workChanged();
     };
     HeaderDlg dialog(

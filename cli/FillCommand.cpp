@@ -4,11 +4,11 @@
 #include "Target.h"
 #include "TubeFile.h"
 
-#include <app/logic/Messages.h>
 #include <app/logic/SelectionCommands.h>
 #include <app/logic/WindowCommandTable.h>
 #include <map/FillCommit.h>
 #include <map/MapFiles.h>
+#include <map/Messages.h>
 #include <map/TubeText.h>
 #include <plans/BoxFill.h>
 #include <plans/PatternFill.h>
@@ -210,7 +210,7 @@ bool readForChange(Target &target, const QString &path)
     if (!map::readMap(target.map(), path, target.prompts()))
         return false;
     return !target.map().isOfOtherModel() ||
-           target.prompts().question(tarnwick::Buttons::NoYes, app::messages::kAskReplaceOtherModel,
+           target.prompts().question(tarnwick::Buttons::NoYes, map::messages::kAskReplaceOtherModel,
                                      QFileInfo(path).fileName()) == tarnwick::Answer::Yes;
 }
 

@@ -42,7 +42,7 @@ void FillEditor::refresh()
 
 void FillEditor::accept()
 {
-    settle();
+    correctParameters();
     const FillRunner &runner = m_context.runner;
     if (isNew())
         addNewFill(m_context.document, runner, fill(), !m_hasChosenSymbol);

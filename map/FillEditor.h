@@ -52,7 +52,7 @@ protected:
     FillEditor(const FillEditorContext &context, int place);
     virtual plans::MapFill &working() = 0;
     /// Puts right what must not reach the fill.
-    virtual void settle() {}
+    virtual void correctParameters() {}
     virtual void rememberOptions() = 0;
     /// Makes a copy of the fill fit to be shown while the user is still choosing.
     virtual void makeExample(plans::MapFill &) const {}

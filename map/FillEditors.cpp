@@ -63,7 +63,7 @@ QString PcntFillEditor::warning() const
     return {};
 }
 
-void PcntFillEditor::settle()
+void PcntFillEditor::correctParameters()
 {
     if (m_fill.parameters.seed == 0)
         m_fill.parameters.seed = 1;
@@ -135,7 +135,7 @@ QString PatternFillEditor::warning() const
     return emptyReason(parameters().filter, tubes());
 }
 
-void PatternFillEditor::settle()
+void PatternFillEditor::correctParameters()
 {
     m_fill.parameters.rowIncrement = std::max(1, m_fill.parameters.rowIncrement);
     m_fill.parameters.colIncrement = std::max(1, m_fill.parameters.colIncrement);

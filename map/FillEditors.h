@@ -24,7 +24,7 @@ public:
 
 protected:
     /// A seed of 0 becomes 1.
-    void settle() override;
+    void correctParameters() override;
     /// A fresh seed at every key would show another sample each time.
     void makeExample(plans::MapFill &fill) const override;
 };
@@ -62,7 +62,7 @@ public:
 
 protected:
     /// Increments of 0, which only a damaged option file can bring, become 1.
-    void settle() override;
+    void correctParameters() override;
 
 private:
     std::pair<int, int> m_limits[2];

@@ -2,7 +2,12 @@
 
 #include "Messages.h"
 
+#include <QFileInfo>
 #include <tarnwick/Failures.h>
+#include <tarnwick/FileWriter.h>
+
+using tarnwick::Answer;
+using tarnwick::Buttons;
 
 namespace map {
 
@@ -36,6 +41,29 @@ bool storeMap(MapDocument &document, const QString &machinePath, tarnwick::UserP
         return false;
     document.setStored(machinePath);
     return true;
+}
+
+bool mayOverwrite(const MapDocument &document, tarnwick::UserPrompts &prompts)
+{
+    const auto mayReplace = [&](const tarnwick::Message &question) {
+        return prompts.question(Buttons::NoYes, question, document.file()) == Answer::Yes;
+    };
+    if (document.isFileChanged() && !mayReplace(messages::kAskReplaceChanged))
+        return false;
+    return !document.isOfOtherModel() || mayReplace(messages::kAskReplaceOtherModel);
+}
+
+bool copyMap(const QString &from, const QString &to, int tubeCount, const tarnwick::PathRoots &roots,
+             tarnwick::UserPrompts &prompts)
+{
+    const auto read = [&] { MapFile().readMap(from, tubeCount); };
+    if (!tarnwick::attempt(prompts, read, messages::kReadMapFailed))
+        return false;
+    const QString name = tarnwick::SuitePath::fromMachine(to, roots).text();
+    if (QFileInfo::exists(to) && prompts.question(Buttons::NoYes, messages::kAskReplaceFile, name) != Answer::Yes)
+        return false;
+    const auto copy = [&] { tarnwick::writeFileAtomically(to, tarnwick::readFile(from)); };
+    return tarnwick::attempt(prompts, copy, messages::kStoreMapFailed);
 }
 
 } // namespace map

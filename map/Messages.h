@@ -1,7 +1,7 @@
 #pragma once
 #include <tarnwick/Prompts.h>
 
-/// What the map, its legend and its files say. Numbers are unique in the program.
+/// Messages of the map, its legend, headers and files. Numbers are unique in the program.
 namespace map::messages {
 
 using tarnwick::Message;
@@ -45,5 +45,26 @@ inline constexpr Message kEntryOwnSections{0, u"\"%S\" marks only the sections o
 inline constexpr Message kReadMapFailed{1039, u"Could not read map file."};
 inline constexpr Message kStoreMapFailed{0, u"Could not store map."};
 inline constexpr Message kOtherModel{1041, u"Map was created using model '%S.' but the current model is '%S'"};
+inline constexpr Message kAskReplaceFile{0, u"\"%S\" is there already.\n\nDo you wish to replace it?"};
+inline constexpr Message kAskReplaceChanged{0, u"\"%S\" was changed by another program since it was opened here.\n\nDo "
+                                               u"you wish to replace it with this map?"};
+inline constexpr Message kAskReplaceOtherModel{0, u"Do you wish to replace \"%S\" by a map of the current model?"};
+inline constexpr Message kImported{0, u"Imported \"%S\"."};
+inline constexpr Message kExported{0, u"Exported \"%S\"."};
+
+// Headers.
+inline constexpr Message kLoadHeaderFailed{1037, u"Could not load map header."};
+inline constexpr Message kStoreHeaderFailed{1038, u"Could not store map header."};
+inline constexpr Message kSetHeader{0, u"Set new map header."};
+inline constexpr Message kHeaderUnchanged{0, u"Header unchanged."};
+inline constexpr Message kStoredHeader{0, u"Stored map header \"%S\"."};
+inline constexpr Message kOpenedHeader{0, u"Opened map header \"%S\"."};
+inline constexpr Message kAskSaveChanges{0, u"Do you wish to save changes?"};
+
+// Recovery copies.
+inline constexpr Message kAskRestoreMap{0, u"ARVO did not end properly the last time.\n\nChanges of map \"%S\" that "
+                                           u"were not saved have been kept as of %t.\n\nDo you wish to restore them?"};
+inline constexpr Message kRestoredMap{0, u"Restored map \"%S\"; it has not been saved yet."};
+inline constexpr Message kRecoveryFailed{0, u"The changes of the map cannot be kept for the case of a crash: %S"};
 
 } // namespace map::messages

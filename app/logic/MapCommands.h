@@ -1,11 +1,11 @@
 #pragma once
-#include "FileChoosers.h"
+#include <tarnwick/FileChoice.h>
 
 namespace app {
 
 class ProjectSession;
 
-/// The commands on map files as the user gives them: they ask for files, and before changes would be lost.
+/// Commands on map files: ask for a file, and ask before unsaved changes are lost.
 class MapCommands
 {
 public:
@@ -13,27 +13,26 @@ public:
         : m_session(session)
     {
     }
-    void setFileChoice(FileChoice *choice) { m_choice = choice; }
+    void setFileChoice(tarnwick::FileChoice *choice) { m_choice = choice; }
 
-    /// Asks whether unsaved changes are to be saved, and saves them when they are. False: whatever was to follow must
-    /// not.
+    /// If the map has unsaved changes, asks whether to save them, and saves them after "Yes". Returns false if the map
+    /// must not be replaced.
     bool mayReplaceMap();
     void newMap();
     void open();
     void open(const QString &machinePath);
-    /// False when the map was not saved: no file was chosen, or it could not be written.
+    /// Return false if the map was not saved: the user cancelled, or the file could not be written.
     bool save();
     bool saveAs();
-    /// Copies a map of the user folder into the project and opens the copy.
+    /// Copies a map from the user folder to the project and opens the copy.
     void importMap();
     void exportMap();
 
 private:
     QString offeredName() const;
-    bool copyIntoProject(const QString &from, const QString &to);
 
     ProjectSession &m_session;
-    FileChoice *m_choice = nullptr;
+    tarnwick::FileChoice *m_choice = nullptr;
 };
 
 } // namespace app

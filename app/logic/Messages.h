@@ -14,27 +14,10 @@ inline constexpr Message kAskConnectAgain{0, u"Database \"%S\" was closed before
                                              u"again?"};
 inline constexpr Message kDatabaseFailed{0, u"The command failed in the database."};
 
-// Map files and headers.
-inline constexpr Message kLoadHeaderFailed{1037, u"Could not load map header."};
-inline constexpr Message kStoreHeaderFailed{1038, u"Could not store map header."};
-inline constexpr Message kAskReplaceOtherModel{0, u"Do you wish to replace \"%S\" by a map of the current model?"};
-inline constexpr Message kImported{0, u"Imported \"%S\"."};
-inline constexpr Message kExported{0, u"Exported \"%S\"."};
+// Map files.
 inline constexpr Message kOpenedMap{0, u"Opened map \"%S\"."};
 inline constexpr Message kStoredMap{0, u"Stored map \"%S\"."};
 inline constexpr Message kNewMap{0, u"New map."};
-inline constexpr Message kAskReplaceFile{0, u"\"%S\" is there already.\n\nDo you wish to replace it?"};
-inline constexpr Message kAskReplaceChanged{0, u"\"%S\" was changed by another program since it was opened here.\n\nDo "
-                                               u"you wish to replace it with this map?"};
-inline constexpr Message kAskRestoreMap{0, u"ARVO did not end properly the last time.\n\nChanges of map \"%S\" that "
-                                           u"were not saved have been kept as of %t.\n\nDo you wish to restore them?"};
-inline constexpr Message kRestoredMap{0, u"Restored map \"%S\"; it has not been saved yet."};
-inline constexpr Message kRecoveryFailed{0, u"The changes of the map cannot be kept for the case of a crash: %S"};
-inline constexpr Message kSetHeader{0, u"Set new map header."};
-inline constexpr Message kHeaderUnchanged{0, u"Header unchanged."};
-inline constexpr Message kStoredHeader{0, u"Stored map header \"%S\"."};
-inline constexpr Message kOpenedHeader{0, u"Opened map header \"%S\"."};
-inline constexpr Message kAskSaveChanges{0, u"Do you wish to save changes?"};
 
 // Printing and pictures; one number for each way.
 inline constexpr Message kBitmapPrinterFailed{1016, u"Could not open printer."};

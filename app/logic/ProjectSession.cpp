@@ -262,7 +262,7 @@ void ProjectSession::openMapAtStart()
     // Only now: what is said while the database is connected replaces what was said before.
     if (const QString remark = m_project->tablesRemark(); !remark.isEmpty())
         m_prompts.showStatus(remark);
-    if (const std::optional<UnsavedWork> work = m_recovery.offer(m_map)) {
+    if (const std::optional<map::UnsavedWork> work = m_recovery.offer(m_map)) {
         headerDraft = work->draft;
         notify();
         return;

@@ -1,11 +1,11 @@
 #pragma once
-#include "MapRecovery.h"
 #include "PanelTexts.h"
 #include "RecentFiles.h"
 
 #include <brannock/SystemOption.h>
 #include <db/revision/ConnectDatabase.h>
 #include <map/FillRunner.h>
+#include <map/MapRecovery.h>
 #include <plans/ProjectQueries.h>
 #include <query/ArvoOptions.h>
 #include <tarnwick/base/Progress.h>
@@ -70,7 +70,7 @@ public:
     /// Why a crash would cost the unsaved changes although copies are to be kept; empty when it would not.
     const QString &recoveryProblem() const { return m_recovery.problem(); }
     /// What stands in the header dialog, not yet set; after a crash, what stood there.
-    std::optional<HeaderDraft> headerDraft;
+    std::optional<map::HeaderDraft> headerDraft;
     /// The work on the map has come to its proper end.
     void endRecovery() { m_recovery.end(); }
 
@@ -117,7 +117,7 @@ private:
     std::unique_ptr<brannock::Project> m_project;
     QByteArray m_componentStamp; ///< of the files that the present component was read from
     map::MapDocument m_map;
-    MapRecovery m_recovery;
+    map::MapRecovery m_recovery;
     brannock::SystemOption m_system;
     query::ArvoOptions m_options;
     RecentFiles m_recent;

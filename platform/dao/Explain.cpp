@@ -37,7 +37,7 @@ public:
         m_out.kind = u"change of table %1"_s.arg(plan.tables.join(u", "_s));
         int number = 0;
         for (const sql::ActionPlan::Step &step : plan.steps) {
-            const QString what = step.materialiseInto.isEmpty() ? u"change"_s : u"rows gathered first"_s;
+            const QString what = step.materialiseInto.isEmpty() ? u"change"_s : u"rows materialised first"_s;
             add(plan.steps.size() == 1 ? what : u"step %1, %2"_s.arg(++number).arg(what), step.sql);
         }
     }

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace jet {
 namespace {
 
-constexpr int kRowsBetweenAsking = 256;
+constexpr int kRowsBetweenChecks = 256;
 
 // Parses the stream from the first to the last frame and checks the order of frames.
 class StreamParser
@@ -102,7 +102,7 @@ qint64 StreamParser::readRows(const dao::TableInfo &table, wire::WireReader &pay
 {
     const quint32 rows = payload.u32();
     for (quint32 i = 0; i < rows; ++i) {
-        if (i % kRowsBetweenAsking == 0)
+        if (i % kRowsBetweenChecks == 0)
             m_process.checkCancelled();
         for (qsizetype field = 0; field < m_row.size(); ++field)
             m_row[field] = takeValue(payload, table.fields.at(field).type);

@@ -51,12 +51,12 @@ public:
     QString next;
     QStringList asked; ///< filters and titles
 
-    QString openFile(const FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &) override
+    QString openFile(const tarnwick::FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &) override
     {
         asked.append(QString::fromUtf16(chooser.filter));
         return next;
     }
-    QString saveFile(const FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &,
+    QString saveFile(const tarnwick::FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &,
                      const QString &) override
     {
         asked.append(QString::fromUtf16(chooser.filter));
@@ -67,7 +67,7 @@ public:
         asked.append(title);
         return next;
     }
-    QString newFile(const FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &) override
+    QString newFile(const tarnwick::FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &) override
     {
         asked.append(QString::fromUtf16(chooser.filter));
         return next;

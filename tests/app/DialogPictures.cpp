@@ -166,7 +166,8 @@ TEST_F(DialogPictures, ChooseSymbol)
 TEST_F(DialogPictures, Header)
 {
     ProjectSession &session = window.projectSession();
-    HeaderEditor editor({session.map(), said, dialogs, session.roots(), [&session] { return session.printMacros(); }});
+    map::HeaderEditor editor(
+        {session.map(), said, dialogs, session.roots(), [&session] { return session.printMacros(); }});
     MapPrinting printing(session, &window);
     const auto page = [&printing](const map::MapHeader &header) { return printing.page(header); };
     HeaderDlg dialog(editor, page, printing.paperSize(), printing.resolution(), &window);

@@ -79,7 +79,7 @@ void JTableWin::makeParts()
     });
     m_selectionDelay.setSingleShot(true);
     m_selectionDelay.setInterval(0);
-    connect(&m_selectionDelay, &QTimer::timeout, this, &JTableWin::selectionSettled);
+    connect(&m_selectionDelay, &QTimer::timeout, this, &JTableWin::selectionChangeEnded);
 }
 
 void JTableWin::setModel(QAbstractItemModel *model)

@@ -76,7 +76,7 @@ Q_SIGNALS:
     /// The current row, the order or the number of rows has changed; for counts beside the table.
     void rowsChanged();
     /// The selection has changed; emitted once per change, after a short delay.
-    void selectionSettled();
+    void selectionChangeEnded();
 
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;

@@ -145,8 +145,8 @@ ActionPlan Generator::update(const Update &update)
 //     UPDATE t INNER JOIN v ON t.id = v.a SET t.b = v.b
 //     SELECT _s1."id" AS _k0, _s2."b" AS _c0 FROM "t" AS _s1 JOIN "v" AS _s2 ON _s1."id" = _s2."a" ORDER BY _s1."id",
 //         _s2."rowid"
-//     UPDATE "t" AS _old SET "b" = _new._c0 FROM temp."_gathered" AS _new WHERE _old."id" = _new._k0
-//     DROP TABLE temp."_gathered"
+//     UPDATE "t" AS _old SET "b" = _new._c0 FROM temp."_materialised" AS _new WHERE _old."id" = _new._k0
+//     DROP TABLE temp."_materialised"
 ActionPlan Generator::updateJoined(const Update &update)
 {
     const Select &select = *update.select;
@@ -221,7 +221,7 @@ Step Generator::refuseAbsent(const AbsentRows &absent, const QString &key) const
 
 // Inserts a row for each materialised row. Ends with WHERE; the caller adds the condition.
 //     UPDATE u RIGHT JOIN v ON u.k = v.a SET u.k = v.a, u.e = 'x'
-//     INSERT INTO "u" ("k", "e") SELECT _c0, _c1 FROM temp."_gathered" WHERE _k0 IS NULL ORDER BY rowid
+//     INSERT INTO "u" ("k", "e") SELECT _c0, _c1 FROM temp."_materialised" WHERE _k0 IS NULL ORDER BY rowid
 QString Generator::addAbsent(const Update &update, const AbsentRows &absent)
 {
     const TableInfo &table = *absent.target->table;

@@ -19,7 +19,7 @@ const Target &sqliteTarget()
         .limit = u" LIMIT ",
         .lesser = u"min",
         .greater = u"max",
-        .materialisedTable = u"_gathered",
+        .materialisedTable = u"_materialised",
         .temporary = u"temp",
         .stopFunction = u"dao_cancelled",
     };

@@ -1,16 +1,17 @@
 #include "HeaderEditor.h"
 
-#include "AskToSave.h"
+#include "FileChoosers.h"
 #include "Messages.h"
 
 #include <QFileInfo>
+#include <tarnwick/AskToSave.h>
 #include <tarnwick/Failures.h>
 
 using namespace Qt::StringLiterals;
 using tarnwick::Answer;
 using tarnwick::Buttons;
 
-namespace app {
+namespace map {
 
 HeaderEditor::HeaderEditor(const Context &context)
     : header(context.map.header())
@@ -20,7 +21,7 @@ HeaderEditor::HeaderEditor(const Context &context)
     noteKept();
 }
 
-static map::MapHeader withoutSignatures(map::MapHeader header)
+static MapHeader withoutSignatures(MapHeader header)
 {
     header.clearSignatures();
     return header;
@@ -35,7 +36,7 @@ bool HeaderEditor::mayReplaceTexts()
 {
     if (withoutSignatures(header) == m_kept)
         return true;
-    return saveOrLetGo(m_context.prompts, messages::kAskSaveChanges, [this] { return save(); });
+    return tarnwick::saveOrDiscard(m_context.prompts, messages::kAskSaveChanges, [this] { return save(); });
 }
 
 bool HeaderEditor::isModified() const
@@ -64,10 +65,10 @@ QString HeaderEditor::suiteText(const QString &machinePath) const
     return tarnwick::SuitePath::fromMachine(machinePath, m_context.roots).text();
 }
 
-bool HeaderEditor::read(const QString &machinePath, map::MapHeader &result)
+bool HeaderEditor::read(const QString &machinePath, MapHeader &result)
 {
     const auto load = [&] {
-        map::MapHeader loaded = map::readHeaderFile(machinePath);
+        MapHeader loaded = readHeaderFile(machinePath);
         loaded.preparedBy = header.preparedBy;
         loaded.checkedBy = header.checkedBy;
         result = loaded;
@@ -77,7 +78,7 @@ bool HeaderEditor::read(const QString &machinePath, map::MapHeader &result)
 
 bool HeaderEditor::write(const QString &machinePath)
 {
-    const auto store = [&] { map::writeHeaderFile(header, machinePath); };
+    const auto store = [&] { writeHeaderFile(header, machinePath); };
     return tarnwick::attempt(m_context.prompts, store, messages::kStoreHeaderFailed);
 }
 
@@ -138,7 +139,7 @@ bool HeaderEditor::importHeader()
     if (!mayReplaceTexts())
         return false;
     const QString from = m_context.choice.openFile(kHeaderTemplateChooser, u"Import From User"_s, m_context.roots);
-    map::MapHeader imported;
+    MapHeader imported;
     if (from.isEmpty() || !read(from, imported))
         return false;
     const QString to =
@@ -171,7 +172,7 @@ void HeaderEditor::exportHeader()
 
 void HeaderEditor::setMapHeader()
 {
-    m_context.map.change(u"Set Map Header"_s, [this](map::MapEdit &edit) {
+    m_context.map.change(u"Set Map Header"_s, [this](MapEdit &edit) {
         edit.setHeader(header);
         edit.setDescription(description);
     });
@@ -197,4 +198,4 @@ bool HeaderEditor::mayClose()
     }
 }
 
-} // namespace app
+} // namespace map

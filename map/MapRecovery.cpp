@@ -1,9 +1,9 @@
 #include "MapRecovery.h"
 
+#include "MapFiles.h"
 #include "Messages.h"
 
 #include <algorithm>
-#include <map/MapFiles.h>
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
@@ -16,7 +16,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace app {
+namespace map {
 
 namespace {
 
@@ -24,7 +24,7 @@ const QString kIdentifier = u"MapRecovery"_s;
 constexpr int kFileVersion = 3;
 constexpr int kFirstWithStored = 2;
 constexpr int kFirstWithWork = 3;
-/// More programs than this do not work on one project.
+/// Largest number of programs that work on one project at a time.
 constexpr int kMostSlots = 64;
 
 QString slotName(const QString &projectFolder, int number)
@@ -35,7 +35,7 @@ QString slotName(const QString &projectFolder, int number)
 
 } // namespace
 
-static void serialize(tarnwick::JFile &file, map::MapDocument::Stored &stored)
+static void serialize(tarnwick::JFile &file, MapDocument::Stored &stored)
 {
     stored.site.serialize(file);
     double time = stored.at.isNull() ? 0 : double(stored.at.toMSecsSinceEpoch());
@@ -59,16 +59,16 @@ static void serialize(tarnwick::JFile &file, UnsavedWork &work)
     file.serialize(work.draft->description);
 }
 
-/// The content of a copy.
+/// Content of a copy.
 struct MapRecovery::Kept
 {
     QString project;
     QString mapFile;
-    map::MapDocument::Stored stored;
+    MapDocument::Stored stored;
     UnsavedWork work{true, {}, {}};
-    map::MapFile map;
+    MapFile map;
 
-    /// All but the map itself.
+    /// Everything except the map.
     void serializeHead(tarnwick::JFile &file)
     {
         const int version = file.header(kIdentifier, kFileVersion);
@@ -90,7 +90,7 @@ MapRecovery::~MapRecovery() = default;
 
 QString MapRecovery::folder()
 {
-    // Not in the installation: that may be shared, or closed to writing, and what is unsaved is nobody else's business.
+    // Not in the installation folder: it may be shared or read-only, and unsaved work is private.
     return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + u"/recovery"_s;
 }
 
@@ -143,7 +143,7 @@ bool MapRecovery::readKept(const QString &path, int tubeCount, Kept &kept) const
     return kept.project == m_project;
 }
 
-std::optional<UnsavedWork> MapRecovery::offer(map::MapDocument &map)
+std::optional<UnsavedWork> MapRecovery::offer(MapDocument &map)
 {
     std::sort(m_left.begin(), m_left.end(), [](const auto &a, const auto &b) {
         return QFileInfo(a->path).lastModified() > QFileInfo(b->path).lastModified();
@@ -151,18 +151,18 @@ std::optional<UnsavedWork> MapRecovery::offer(map::MapDocument &map)
     std::optional<UnsavedWork> restored;
     for (size_t i = 0; i < m_left.size() && !restored; ++i)
         restored = offerOne(m_left[i], map);
-    m_left.clear(); // what was not decided upon is free for the next start
+    m_left.clear(); // releases the locks: copies that remain are offered at the next start
     return restored;
 }
 
-std::optional<UnsavedWork> MapRecovery::offerOne(std::unique_ptr<Slot> &slot, map::MapDocument &map)
+std::optional<UnsavedWork> MapRecovery::offerOne(std::unique_ptr<Slot> &slot, MapDocument &map)
 {
     Kept kept;
     try {
         if (!readKept(slot->path, map.component().numTube(), kept))
             return {};
     } catch (const tarnwick::Error &error) {
-        tarnwick::showFailure(m_prompts, error, map::messages::kReadMapFailed);
+        tarnwick::showFailure(m_prompts, error, messages::kReadMapFailed);
         QFile::rename(slot->path, slot->path + u".bad"_s);
         return {};
     }
@@ -170,13 +170,13 @@ std::optional<UnsavedWork> MapRecovery::offerOne(std::unique_ptr<Slot> &slot, ma
     const QString name = kept.mapFile.isEmpty() ? u"<New>"_s : kept.mapFile;
     switch (m_prompts.question(tarnwick::Buttons::YesNoCancel, messages::kAskRestoreMap, name, time)) {
     case tarnwick::Answer::Yes:
-        map::reportOtherModel(map, kept.map, m_prompts);
+        reportOtherModel(map, kept.map, m_prompts);
         map.restore(kept.map, kept.mapFile, kept.stored, kept.work.selection);
-        // The copy is the only file that holds it once the map's own has changed or gone.
+        // If the map's own file was changed or deleted, only the copy holds this content.
         kept.work.isModified = kept.work.isModified || map.isFileChanged() || map.isFileGone();
         if (kept.work.isModified)
             map.setNeverSaved();
-        m_own = std::move(slot); // the copy stays until the map is saved or the program ends well
+        m_own = std::move(slot); // the copy remains until the map is saved or the program ends regularly
         m_prompts.status(messages::kRestoredMap, name);
         return kept.work;
     case tarnwick::Answer::No:
@@ -187,7 +187,7 @@ std::optional<UnsavedWork> MapRecovery::offerOne(std::unique_ptr<Slot> &slot, ma
     }
 }
 
-void MapRecovery::update(const map::MapDocument &map, const UnsavedWork &work)
+void MapRecovery::update(const MapDocument &map, const UnsavedWork &work)
 {
     if (!m_own)
         return;
@@ -225,4 +225,4 @@ void MapRecovery::end()
     m_problem.clear();
 }
 
-} // namespace app
+} // namespace map
