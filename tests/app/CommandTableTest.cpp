@@ -40,7 +40,7 @@ std::string outline(const char16_t *name)
 
 } // namespace
 
-TEST(CommandTable, MenuBarIsTheOneUsersKnow)
+TEST(CommandTableTest, MenuBarIsTheOneUsersKnow)
 {
     EXPECT_EQ(outline(kMenuBar), R"(&File
   Open Project ... [54]
@@ -117,7 +117,7 @@ TEST(CommandTable, MenuBarIsTheOneUsersKnow)
 )");
 }
 
-TEST(CommandTable, PopUpMenusKeepTheirTwoOrders)
+TEST(CommandTableTest, PopUpMenusKeepTheirTwoOrders)
 {
     EXPECT_EQ(outline(kMapMenu), R"(Select
   All Tubes [36]
@@ -147,7 +147,7 @@ Copy Tubes [copyTubes]
 )");
 }
 
-TEST(CommandTable, ToolBarHasTheFillsInOrderThenTheProgramsOwnButtons)
+TEST(CommandTableTest, ToolBarHasTheFillsInOrderThenTheProgramsOwnButtons)
 {
     QString fills;
     for (const plans::MapFillType *type : plans::MapFillType::all())
@@ -161,7 +161,7 @@ UPDATE [updateButton]
 )");
 }
 
-TEST(CommandTable, HasEveryNumberOnceAndNoFaults)
+TEST(CommandTableTest, HasEveryNumberOnceAndNoFaults)
 {
     EXPECT_EQ(kWindowCommands.faults(), QStringList());
     for (int number = 0; number <= About; ++number)
@@ -169,7 +169,7 @@ TEST(CommandTable, HasEveryNumberOnceAndNoFaults)
     EXPECT_EQ(kWindowCommands.row(About + 1), nullptr);
 }
 
-TEST(CommandTable, ConditionsSayWhyNot)
+TEST(CommandTableTest, ConditionsSayWhyNot)
 {
     struct Case
     {

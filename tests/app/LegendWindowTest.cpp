@@ -162,7 +162,7 @@ TEST_F(LegendWindowTest, IgnoreSectionIsOfferedWhereThereAreSections)
     EXPECT_TRUE(ignore->isEnabled());
 }
 
-TEST(LegendModel, IsAProperModelWhileTheLegendChanges)
+TEST(LegendModelTest, IsAProperModelWhileTheLegendChanges)
 {
     brannock::Project project;
     project.steamGen.setTubes({{{0, 1, 1}, 1, 1, false}, {{0, 1, 2}, 2, 1, false}});
@@ -186,7 +186,7 @@ TEST(LegendModel, IsAProperModelWhileTheLegendChanges)
     EXPECT_EQ(model.rowCount(), 0);
 }
 
-TEST(LegendModel, DropsBetweenRowsAndAsksForTheMove)
+TEST(LegendModelTest, DropsBetweenRowsAndAsksForTheMove)
 {
     map::MapDocument document;
     document.change(u"Fills"_s, [](map::MapEdit &edit) {

@@ -21,7 +21,7 @@ using testing::ElementsAre;
 
 namespace app {
 
-TEST(FileDialogs, ADotWithinANameIsNoSuffix)
+TEST(FileDialogsTest, ADotWithinANameIsNoSuffix)
 {
     const QStringList known{u"emf"_s, u"pdf"_s};
     EXPECT_EQ(FileDialogs::withSuffix(u"/a/R11.2"_s, u"emf"_s, known), u"/a/R11.2.emf"_s);
@@ -29,7 +29,7 @@ TEST(FileDialogs, ADotWithinANameIsNoSuffix)
     EXPECT_EQ(FileDialogs::withSuffix(u"/a/name.PDF"_s, u"emf"_s, known), u"/a/name.PDF"_s);
 }
 
-TEST(StartUp, TakesTheNamedProjectElseTheOneOpenedLast)
+TEST(StartUpTest, TakesTheNamedProjectElseTheOneOpenedLast)
 {
     EXPECT_EQ(chooseProject({}, {u"/data/a"_s, u"/data/b"_s}), u"/data/a"_s);
     EXPECT_EQ(chooseProject(u"/data/c/"_s, {u"/data/a"_s}), u"/data/c"_s);
@@ -41,7 +41,7 @@ TEST(StartUp, TakesTheNamedProjectElseTheOneOpenedLast)
     EXPECT_TRUE(QDir::isAbsolutePath(chooseProject(u"relative"_s, {})));
 }
 
-TEST(StartUp, TitleTellsTheFolderAndMinimisedTheName)
+TEST(StartUpTest, TitleTellsTheFolderAndMinimisedTheName)
 {
     EXPECT_EQ(windowTitle({}, {}, false), u"ARVO - No Project Loaded"_s);
     EXPECT_EQ(windowTitle({}, {}, true), u"ARVO - No Project Loaded"_s);
@@ -49,7 +49,7 @@ TEST(StartUp, TitleTellsTheFolderAndMinimisedTheName)
     EXPECT_EQ(windowTitle(u"/data/north"_s, u"North"_s, true), u"North"_s);
 }
 
-TEST(AppOptions, ReadTheCommandLine)
+TEST(AppOptionsTest, ReadTheCommandLine)
 {
     const AppOptions plain = AppOptions::parse({u"/data/p"_s});
     EXPECT_EQ(plain.project, u"/data/p"_s);
@@ -90,7 +90,7 @@ ellery::SteamGen smallSteamGen()
 
 } // namespace
 
-TEST(PanelTexts, StatusPanelPadsLabelsAndCounts)
+TEST(PanelTextsTest, StatusPanelPadsLabelsAndCounts)
 {
     ellery::TubeStates tubes(12);
     tubes.setMark(3, markOf(u'A', 0));
@@ -100,7 +100,7 @@ TEST(PanelTexts, StatusPanelPadsLabelsAndCounts)
     EXPECT_EQ(selectionText(tubes), u"2 of 12 selected"_s);
 }
 
-TEST(PanelTexts, ProjectPanelNamesTheDatabaseFromTheArvoFolder)
+TEST(PanelTextsTest, ProjectPanelNamesTheDatabaseFromTheArvoFolder)
 {
     brannock::Project project;
     project.folder = u"/data/north"_s;
@@ -115,7 +115,7 @@ TEST(PanelTexts, ProjectPanelNamesTheDatabaseFromTheArvoFolder)
     EXPECT_TRUE(projectInfoText(project, {}).contains(u"R12  03/09/2024 (current)"_s));
 }
 
-TEST(SystemMacros, StandSortedWithTheStateOfTheMap)
+TEST(SystemMacrosTest, StandSortedWithTheStateOfTheMap)
 {
     brannock::Project project;
     project.folder = u"/data/north"_s;
@@ -137,7 +137,7 @@ TEST(SystemMacros, StandSortedWithTheStateOfTheMap)
         u"worn 03/09/2024 11/12 <No Database> ."_s);
 }
 
-TEST(SelectionCommands, SelectAndDeselectByRule)
+TEST(SelectionCommandsTest, SelectAndDeselectByRule)
 {
     const ellery::SteamGen sg = smallSteamGen();
     ellery::TubeStates tubes(sg.numTube());
@@ -167,7 +167,7 @@ TEST(SelectionCommands, SelectAndDeselectByRule)
     EXPECT_EQ(kWindowCommands.row(DeselectOpenTubes)->label(), u"Deselect Open Tubes"_s);
 }
 
-TEST(SelectionCommands, AGroupHangsTogetherAndLooksAlike)
+TEST(SelectionCommandsTest, AGroupHangsTogetherAndLooksAlike)
 {
     const ellery::SteamGen sg = smallSteamGen();
     ellery::TubeStates tubes(sg.numTube());
@@ -265,7 +265,7 @@ TEST_F(ToolsTest, ComponentMakerIsWaitedForUntilThatIsCancelled)
     EXPECT_TRUE(QTest::qWaitFor([&trace] { return QFile::exists(trace); })) << "the tool itself goes on";
 }
 
-TEST(DesktopShortcut, QuotesTheProgramsPath)
+TEST(DesktopShortcutTest, QuotesTheProgramsPath)
 {
     const QTemporaryDir folder;
     const QString path = createDesktopShortcut(folder.path(), {u"/opt/a \"b\" $c 5%/arvo"_s, {}, {}});
@@ -279,7 +279,7 @@ TEST(DesktopShortcut, QuotesTheProgramsPath)
     EXPECT_FALSE(text.contains(u"\nIcon="_s));
 }
 
-TEST(DesktopShortcut, HandsTheInstallationOn)
+TEST(DesktopShortcutTest, HandsTheInstallationOn)
 {
     const QTemporaryDir folder;
     QFile file(createDesktopShortcut(folder.path(), {u"/opt/arvo"_s, u"/data/the suite"_s, u"/data/arvo.png"_s}));

@@ -102,7 +102,7 @@ MapFile read(const QByteArray &bytes)
 
 } // namespace
 
-TEST(MapFile, EveryVersionIsReadAndOlderOnesResetWhatTheyLack)
+TEST(MapFileTest, EveryVersionIsReadAndOlderOnesResetWhatTheyLack)
 {
     for (int version = 1; version <= 5; ++version) {
         const MapFile map = read(mapOf(version));
@@ -123,7 +123,7 @@ TEST(MapFile, EveryVersionIsReadAndOlderOnesResetWhatTheyLack)
     EXPECT_THROW(read(mapOf(0)), tarnwick::JFileError);
 }
 
-TEST(MapFile, HeaderBlocksOfVersionOneHoldTheTemplateTextsAlone)
+TEST(MapFileTest, HeaderBlocksOfVersionOneHoldTheTemplateTextsAlone)
 {
     const MapFile old = read(mapOf(4, 1));
     EXPECT_EQ(old.header.lowerText, u"Lower"_s);
@@ -137,7 +137,7 @@ TEST(MapFile, HeaderBlocksOfVersionOneHoldTheTemplateTextsAlone)
     EXPECT_EQ(map.header.footerSize, 6);
 }
 
-TEST(MapFile, WritesVersionFiveWithTheDocumentedLayout)
+TEST(MapFileTest, WritesVersionFiveWithTheDocumentedLayout)
 {
     MapFile map = read(mapOf(5));
     map.header.lowerSize = 9;
@@ -156,7 +156,7 @@ TEST(MapFile, WritesVersionFiveWithTheDocumentedLayout)
                                              "05000000");
 }
 
-TEST(MapFile, CutShortOrDamagedAnywhereItNeverBreaksTheReader)
+TEST(MapFileTest, CutShortOrDamagedAnywhereItNeverBreaksTheReader)
 {
     for (int version = 1; version <= 5; ++version) {
         support::expectEveryTruncationThrows<tarnwick::JFileError>(mapOf(version), read);

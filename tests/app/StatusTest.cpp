@@ -17,7 +17,7 @@ using StatusTest = WindowFixture;
 
 } // namespace
 
-TEST(StatusLine, HoldsOneLineCutToItsRoom)
+TEST(StatusLineTest, HoldsOneLineCutToItsRoom)
 {
     StatusLine line;
     line.resize(120, 20);

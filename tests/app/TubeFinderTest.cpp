@@ -32,7 +32,7 @@ ellery::SteamGen wedge(int sections = 1)
 
 } // namespace
 
-TEST(TubeFinder, CompletesRowsThenColumns)
+TEST(TubeFinderTest, CompletesRowsThenColumns)
 {
     const ellery::SteamGen sg = wedge();
     const TubeFinder finder(sg);
@@ -54,7 +54,7 @@ TEST(TubeFinder, CompletesRowsThenColumns)
         EXPECT_GE(finder.find(name), 0) << qPrintable(name);
 }
 
-TEST(TubeFinder, TakesThePlantsLabelsAndSections)
+TEST(TubeFinderTest, TakesThePlantsLabelsAndSections)
 {
     ellery::SteamGen sg = wedge(2);
     sg.labels[int(ellery::Axis::Sec)] = {u"HOT"_s, u"COLD"_s};
@@ -65,7 +65,7 @@ TEST(TubeFinder, TakesThePlantsLabelsAndSections)
     EXPECT_EQ(finder.hint(u"warm 2 6"), u"There is no SEC warm, only SEC HOT, COLD."_s);
 }
 
-TEST(TubeFinder, SaysWhyThereIsNoSuchTube)
+TEST(TubeFinderTest, SaysWhyThereIsNoSuchTube)
 {
     const ellery::SteamGen sg = wedge();
     const TubeFinder finder(sg);
@@ -90,7 +90,7 @@ TEST(TubeFinder, SaysWhyThereIsNoSuchTube)
     EXPECT_TRUE(TubeFinder(none).completions(u"1", 9).isEmpty());
 }
 
-TEST(ComponentReload, TubesAreFollowedByTheirAddresses)
+TEST(ComponentReloadTest, TubesAreFollowedByTheirAddresses)
 {
     const ellery::SteamGen before = wedge();
     QList<ellery::Tube> fewer;
@@ -105,7 +105,7 @@ TEST(ComponentReload, TubesAreFollowedByTheirAddresses)
     EXPECT_THAT(map::followTubes(tubes, before, after), ElementsAre(at(after, 3, 8), at(after, 12, 36)));
 }
 
-TEST(ComponentReload, TheStampFollowsTheFiles)
+TEST(ComponentReloadTest, TheStampFollowsTheFiles)
 {
     const QTemporaryDir folder;
     EXPECT_EQ(componentStamp(folder.path()), QByteArray());

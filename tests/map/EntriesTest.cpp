@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace map {
 
-TEST(Entries, LaterEntriesShowWhereEntriesOverlap)
+TEST(EntriesTest, LaterEntriesShowWhereEntriesOverlap)
 {
     TestMap host(1, 5);
     host.add(fixed({0, 1, 2}));
@@ -28,7 +28,7 @@ TEST(Entries, LaterEntriesShowWhereEntriesOverlap)
     EXPECT_EQ(host.picture(), u"....."_s);
 }
 
-TEST(Entries, LettersEndWithTheAlphabet)
+TEST(EntriesTest, LettersEndWithTheAlphabet)
 {
     TestMap host(1, 30);
     for (int i = 0; i < 27; ++i)
@@ -38,7 +38,7 @@ TEST(Entries, LettersEndWithTheAlphabet)
     EXPECT_EQ(host.entry(26).mark.symbol, ellery::Symbol(u'A'));
 }
 
-TEST(Entries, MovingShiftsTheEntriesBetween)
+TEST(EntriesTest, MovingShiftsTheEntriesBetween)
 {
     TestMap host(1, 5);
     for (int i = 0; i < 5; ++i)
@@ -55,7 +55,7 @@ TEST(Entries, MovingShiftsTheEntriesBetween)
     EXPECT_EQ(order(), u"EACDB"_s);
 }
 
-TEST(Entries, AllSectionsMarksRowAndColumnInEverySection)
+TEST(EntriesTest, AllSectionsMarksRowAndColumnInEverySection)
 {
     TestMap host(2, 2, 3);
     auto fill = fixed({host.tube(1, 1, 2)});
@@ -69,7 +69,7 @@ TEST(Entries, AllSectionsMarksRowAndColumnInEverySection)
     EXPECT_EQ(single.picture(), u".A.."_s);
 }
 
-TEST(Entries, UpdateComputesEachEntryAfterThoseBeforeIt)
+TEST(EntriesTest, UpdateComputesEachEntryAfterThoseBeforeIt)
 {
     TestMap host(1, 10);
     host.add(fixed({0, 1, 2, 3}));
@@ -118,7 +118,7 @@ private:
 
 } // namespace
 
-TEST(Entries, AnUpdateThatFailsOrIsStoppedLeavesTheMapAsItWas)
+TEST(EntriesTest, AnUpdateThatFailsOrIsStoppedLeavesTheMapAsItWas)
 {
     TestMap host(1, 5);
     auto changing = std::make_unique<FixedFill>(QList<qint32>{0, 1});
@@ -141,7 +141,7 @@ TEST(Entries, AnUpdateThatFailsOrIsStoppedLeavesTheMapAsItWas)
     EXPECT_EQ(host.picture(), before);
 }
 
-TEST(MapUpdate, WarnsBeforeEntriesLoseTheirTubesAndTellsWhatChanged)
+TEST(MapUpdateTest, WarnsBeforeEntriesLoseTheirTubesAndTellsWhatChanged)
 {
     using Kind = tarnwick::RecordingPrompts::Entry::Kind;
     TestMap host(2, 5);
@@ -194,7 +194,7 @@ TEST(MapUpdate, WarnsBeforeEntriesLoseTheirTubesAndTellsWhatChanged)
     EXPECT_TRUE(host.said.texts(Kind::Information).isEmpty()) << "nothing has changed";
 }
 
-TEST(TubeText, NamesTubesByTheirLabelsInTheOrderOfTheirAddresses)
+TEST(TubeTextTest, NamesTubesByTheirLabelsInTheOrderOfTheirAddresses)
 {
     TestMap host(2, 2);
     host.record.steamGen.labels[int(ellery::Axis::Row)] = {QString(), u"A,1"_s, u"B"_s};

@@ -79,7 +79,7 @@ QByteArray patternEntry(int version)
 
 } // namespace
 
-TEST(EntryFile, EveryKindComesBackAsItWas)
+TEST(EntryFileTest, EveryKindComesBackAsItWas)
 {
     const Entries entries = everyKind();
     const Entries again = read(written(entries));
@@ -88,7 +88,7 @@ TEST(EntryFile, EveryKindComesBackAsItWas)
         EXPECT_TRUE(isSame(again[i], entries[i])) << i;
 }
 
-TEST(EntryFile, OlderEntriesLeaveTheNewerFieldsAtTheirDefaults)
+TEST(EntryFileTest, OlderEntriesLeaveTheNewerFieldsAtTheirDefaults)
 {
     const Entries four = read(patternEntry(4));
     EXPECT_EQ(four[0]->fillCount, 9);
@@ -102,7 +102,7 @@ TEST(EntryFile, OlderEntriesLeaveTheNewerFieldsAtTheirDefaults)
     EXPECT_THROW(read(patternEntry(5)), tarnwick::JFileError);
 }
 
-TEST(EntryFile, AnEntryWithoutASymbolGetsOneAndLosesTubesThatDoNotExist)
+TEST(EntryFileTest, AnEntryWithoutASymbolGetsOneAndLosesTubesThatDoNotExist)
 {
     const auto fill = std::make_shared<plans::PatternFill>();
     fill->tubes = {-1, 1, kTubes, 5, 70000};
@@ -112,7 +112,7 @@ TEST(EntryFile, AnEntryWithoutASymbolGetsOneAndLosesTubesThatDoNotExist)
     EXPECT_EQ(again[0]->tubes, (QList<qint32>{1, 5}));
 }
 
-TEST(EntryFile, OldMapsKeepPercentagesAndQueries)
+TEST(EntryFileTest, OldMapsKeepPercentagesAndQueries)
 {
     tarnwick::JFile file = tarnwick::JFile::forWriting(u"old.map"_s);
     file.count(3, 1);
@@ -160,7 +160,7 @@ TEST(EntryFile, OldMapsKeepPercentagesAndQueries)
     EXPECT_EQ(static_cast<const plans::QueryFill &>(*entries[2]).parameters.query.name, u"queries\\b.qry"_s);
 }
 
-TEST(EntryFile, KindsWithoutAnOldFormatRefuseByName)
+TEST(EntryFileTest, KindsWithoutAnOldFormatRefuseByName)
 {
     plans::BoxFill box;
     tarnwick::JFile file = tarnwick::JFile::fromBytes({}, u"old.map"_s);
@@ -172,7 +172,7 @@ TEST(EntryFile, KindsWithoutAnOldFormatRefuseByName)
     }
 }
 
-TEST(EntryFile, AnUnknownKindIsNamed)
+TEST(EntryFileTest, AnUnknownKindIsNamed)
 {
     const auto fill = std::make_shared<plans::BoxFill>();
     fill->typeKey = u"SPIRAL"_s;
@@ -185,7 +185,7 @@ TEST(EntryFile, AnUnknownKindIsNamed)
 }
 
 /// Flipped bits may make other entries or an error, but never more memory than the file can fill, and no crash.
-TEST(EntryFile, CutShortOrDamagedAnywhereItNeverBreaksTheReader)
+TEST(EntryFileTest, CutShortOrDamagedAnywhereItNeverBreaksTheReader)
 {
     const QByteArray whole = written(everyKind());
     support::expectEveryTruncationThrows<tarnwick::JFileError>(whole, read);

@@ -267,7 +267,7 @@ TEST_F(FillEditorTest, AFolderThatCannotBeWrittenDoesNotStopTheFill)
     EXPECT_TRUE(host.said.lastStatus().startsWith(u"Could not store the options."_s));
 }
 
-TEST(FillCommit, NewFillIsLabelledComputedAndGetsALetterAfterTheCheckpoint)
+TEST(FillCommitTest, NewFillIsLabelledComputedAndGetsALetterAfterTheCheckpoint)
 {
     TestMap host(1, 4);
     plans::PatternFill working;
@@ -281,7 +281,7 @@ TEST(FillCommit, NewFillIsLabelledComputedAndGetsALetterAfterTheCheckpoint)
     EXPECT_EQ(host.document.hits(0), 0);
 }
 
-TEST(FillCommit, ChangedFillSeesItsOldTubesOpen)
+TEST(FillCommitTest, ChangedFillSeesItsOldTubesOpen)
 {
     TestMap host(1, 4);
     plans::PatternFill fill;

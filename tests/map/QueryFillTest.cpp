@@ -25,7 +25,7 @@ plans::QueryFill namedFill(const QString &name)
 
 } // namespace
 
-TEST(QueryFill, TakesEachTubeOnceAndCountsEveryRecord)
+TEST(QueryFillTest, TakesEachTubeOnceAndCountsEveryRecord)
 {
     TestMap host(2, 3);
     RecordedResult result({u"COL"_s, u"pcnt"_s, u"Row"_s},
@@ -36,7 +36,7 @@ TEST(QueryFill, TakesEachTubeOnceAndCountsEveryRecord)
     EXPECT_EQ(fill.fillCount, 3);
 }
 
-TEST(QueryFill, NamesTheColumnsThatAreMissing)
+TEST(QueryFillTest, NamesTheColumnsThatAreMissing)
 {
     TestMap host(2, 3);
     RecordedResult result({u"row"_s}, {{u"1"_s}});
@@ -53,7 +53,7 @@ TEST(QueryFill, NamesTheColumnsThatAreMissing)
     EXPECT_TRUE(sections.said.entries().value(0).text.endsWith(u"fields:\n\t'sec'"_s));
 }
 
-TEST(QueryFill, AsksAboutRecordsWithoutATubeAndHighlightsThem)
+TEST(QueryFillTest, AsksAboutRecordsWithoutATubeAndHighlightsThem)
 {
     TestMap host(2, 3);
     RecordedResult one({u"row"_s, u"col"_s}, {{u"1"_s, u"1"_s}, {u"9"_s, u"1"_s}});
@@ -93,7 +93,7 @@ TEST(QueryFill, AsksAboutRecordsWithoutATubeAndHighlightsThem)
         << qPrintable(host.said.entries()[2].text);
 }
 
-TEST(QueryFill, KeepsItsTubesWhenTheQueryCannotRun)
+TEST(QueryFillTest, KeepsItsTubesWhenTheQueryCannotRun)
 {
     TestMap host(2, 3);
     plans::QueryFill fill = namedFill(u"queries\\a.qry"_s);
@@ -109,7 +109,7 @@ TEST(QueryFill, KeepsItsTubesWhenTheQueryCannotRun)
     EXPECT_EQ(fill.tubes, QList<qint32>{0});
 }
 
-TEST(QueryFill, AValueThatFailsWhenItIsReadLeavesTheTubes)
+TEST(QueryFillTest, AValueThatFailsWhenItIsReadLeavesTheTubes)
 {
     class Failing : public RecordedResult
     {
@@ -135,7 +135,7 @@ TEST(QueryFill, AValueThatFailsWhenItIsReadLeavesTheTubes)
     EXPECT_EQ(host.said.entries()[0].text, u"Could not execute query.\n\n[11] DAO.Field Division by zero."_s);
 }
 
-TEST(QueryFill, TakesTheSymbolItsQueryHadLast)
+TEST(QueryFillTest, TakesTheSymbolItsQueryHadLast)
 {
     TestMap host(2, 3);
     plans::QueryFill fill = namedFill(u"queries\\worn.qry"_s);
@@ -152,9 +152,9 @@ TEST(QueryFill, TakesTheSymbolItsQueryHadLast)
     EXPECT_EQ(host.entry(1).mark.colour, tarnwick::ColourRef(0x00FF00));
 }
 
-using QueryFillOnDatabase = support::DatabaseTest;
+using QueryFillOnDatabaseTest = support::DatabaseTest;
 
-TEST_F(QueryFillOnDatabase, NumbersAreNumbersAndTextsAreLabelsWhateverTheDisplayFormat)
+TEST_F(QueryFillOnDatabaseTest, NumbersAreNumbersAndTextsAreLabelsWhateverTheDisplayFormat)
 {
     TestMap host(3, 4, 2);
     ellery::SteamGen &steamGen = host.record.steamGen;

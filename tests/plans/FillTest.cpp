@@ -12,7 +12,7 @@ using testing::ElementsAre;
 
 namespace plans {
 
-TEST(FillTypes, StandInTheOrderOfTheToolButtons)
+TEST(FillTypesTest, StandInTheOrderOfTheToolButtons)
 {
     QStringList kinds;
     for (const MapFillType *type : MapFillType::all()) {
@@ -24,7 +24,7 @@ TEST(FillTypes, StandInTheOrderOfTheToolButtons)
     EXPECT_EQ(MapFillType::find(u"rand fill"), nullptr);
 }
 
-TEST(TubeFilter, TakesRegionAndSymbolsAndRefusesUnknownNumbers)
+TEST(TubeFilterTest, TakesRegionAndSymbolsAndRefusesUnknownNumbers)
 {
     TestBundle bundle(1, 3);
     bundle.tubes.setMark(0, markOf(u'A', 1));
@@ -44,7 +44,7 @@ TEST(TubeFilter, TakesRegionAndSymbolsAndRefusesUnknownNumbers)
     EXPECT_EQ(accepted(-1, -1), u"..."_s);
 }
 
-TEST(SampleGenerator, IsTheOneThatOldPlansWereDrawnWith)
+TEST(SampleGeneratorTest, IsTheOneThatOldPlansWereDrawnWith)
 {
     SampleGenerator generator(1);
     QList<int> values;
@@ -53,7 +53,7 @@ TEST(SampleGenerator, IsTheOneThatOldPlansWereDrawnWith)
     EXPECT_EQ(values, (QList<int>{41, 18467, 6334, 26500, 19169}));
 }
 
-TEST(PcntFill, DrawsBySeedInDrawnOrder)
+TEST(PcntFillTest, DrawsBySeedInDrawnOrder)
 {
     TestBundle bundle(2, 5);
     PcntFill fill;
@@ -68,7 +68,7 @@ TEST(PcntFill, DrawsBySeedInDrawnOrder)
     EXPECT_TRUE(bundle.remarks.isEmpty());
 }
 
-TEST(PcntFill, WritesARandomSeedBackSoThatTheSampleCanBeDrawnAgain)
+TEST(PcntFillTest, WritesARandomSeedBackSoThatTheSampleCanBeDrawnAgain)
 {
     TestBundle bundle(20, 20);
     PcntFill fill;
@@ -81,7 +81,7 @@ TEST(PcntFill, WritesARandomSeedBackSoThatTheSampleCanBeDrawnAgain)
     EXPECT_EQ(drawn.size(), 100);
 }
 
-TEST(PcntFill, TruncatesThePercentage)
+TEST(PcntFillTest, TruncatesThePercentage)
 {
     TestBundle bundle(3, 5);
     PcntFill fill;
@@ -95,7 +95,7 @@ TEST(PcntFill, TruncatesThePercentage)
     EXPECT_TRUE(bundle.remarks.isEmpty());
 }
 
-TEST(PcntFill, KeepsAShortSampleAndSaysSo)
+TEST(PcntFillTest, KeepsAShortSampleAndSaysSo)
 {
     TestBundle bundle(1, 4);
     PcntFill fill;
@@ -106,7 +106,7 @@ TEST(PcntFill, KeepsAShortSampleAndSaysSo)
     EXPECT_EQ(bundle.remarks[0].number, 1089);
 }
 
-TEST(PcntFill, CannotReachBeyondTheGeneratorsRange)
+TEST(PcntFillTest, CannotReachBeyondTheGeneratorsRange)
 {
     TestBundle bundle(331, 100); // 33,100 tubes
     PcntFill fill;
@@ -122,7 +122,7 @@ TEST(PcntFill, CannotReachBeyondTheGeneratorsRange)
     EXPECT_TRUE(bundle.remarks.isEmpty());
 }
 
-TEST(PcntFill, WithoutCandidatesHasNoTubes)
+TEST(PcntFillTest, WithoutCandidatesHasNoTubes)
 {
     TestBundle bundle;
     PcntFill fill;
@@ -134,7 +134,7 @@ TEST(PcntFill, WithoutCandidatesHasNoTubes)
     EXPECT_EQ(fill.fillCount, 0);
 }
 
-TEST(PcntFill, Labels)
+TEST(PcntFillTest, Labels)
 {
     PcntFill fill;
     fill.parameters.percent = 10;
@@ -145,7 +145,7 @@ TEST(PcntFill, Labels)
     EXPECT_EQ(fill.undoLabel(), u"Random 10% Fill"_s);
 }
 
-TEST(ListFill, MarksATubeOnceAndWarnsOfMissingOnes)
+TEST(ListFillTest, MarksATubeOnceAndWarnsOfMissingOnes)
 {
     TestBundle bundle(2, 2);
     ListFill fill;
@@ -159,7 +159,7 @@ TEST(ListFill, MarksATubeOnceAndWarnsOfMissingOnes)
     EXPECT_EQ(fill.entryLabel(), u"worn.lst"_s);
 }
 
-TEST(BoxFill, TakesTheUnselectedTubesAroundInTheOrderReached)
+TEST(BoxFillTest, TakesTheUnselectedTubesAroundInTheOrderReached)
 {
     TestBundle bundle(3, 5);
     bundle.tubes.setSelection({bundle.tube(2, 2), bundle.tube(2, 3)});
@@ -176,7 +176,7 @@ TEST(BoxFill, TakesTheUnselectedTubesAroundInTheOrderReached)
 }
 
 /// The same tubes in the same order as looking at every pair.
-TEST(BoxFill, EqualsThePlainDoubleLoop)
+TEST(BoxFillTest, EqualsThePlainDoubleLoop)
 {
     TestBundle bundle(20, 30);
     quint32 state = 1;
@@ -203,7 +203,7 @@ TEST(BoxFill, EqualsThePlainDoubleLoop)
 }
 
 /// A damaged component file can hold anything.
-TEST(BoxFill, LeavesOutTubesWithoutAPlace)
+TEST(BoxFillTest, LeavesOutTubesWithoutAPlace)
 {
     TestBundle bundle;
     QList<ellery::Tube> tubes;
@@ -223,7 +223,7 @@ TEST(BoxFill, LeavesOutTubesWithoutAPlace)
     EXPECT_TRUE(fill.tubes.isEmpty()) << "no selected tube has a place";
 }
 
-TEST(PatternFill, TakesARegularGridAndTheEndsOfItsRows)
+TEST(PatternFillTest, TakesARegularGridAndTheEndsOfItsRows)
 {
     TestBundle bundle(3, 4);
     PatternFill fill;
@@ -243,7 +243,7 @@ TEST(PatternFill, TakesARegularGridAndTheEndsOfItsRows)
     EXPECT_EQ(fill.entryLabel(), u"Pattern 2x3"_s);
 }
 
-TEST(PatternFill, FirstTubeMeansColumnOneNotTheFirstPresent)
+TEST(PatternFillTest, FirstTubeMeansColumnOneNotTheFirstPresent)
 {
     TestBundle bundle;
     QList<ellery::Tube> tubes;

@@ -45,7 +45,7 @@ int paintedColumns(const QImage &image, QRgb background)
     return columns;
 }
 
-class DialogPictures : public AppTest
+class DialogPicturesTest : public AppTest
 {
 protected:
     void SetUp() override
@@ -121,7 +121,7 @@ private:
 
 } // namespace
 
-TEST_F(DialogPictures, RandomFill)
+TEST_F(DialogPicturesTest, RandomFill)
 {
     map::PcntFillEditor editor(editing());
     plans::PercentFillDlg dialog(editor, context());
@@ -135,7 +135,7 @@ TEST_F(DialogPictures, RandomFill)
     look(dialog, u"random-fill-count"_s);
 }
 
-TEST_F(DialogPictures, BoxFill)
+TEST_F(DialogPicturesTest, BoxFill)
 {
     {
         map::BoxFillEditor editor(editing());
@@ -149,21 +149,21 @@ TEST_F(DialogPictures, BoxFill)
     look(dialog, u"box-fill"_s);
 }
 
-TEST_F(DialogPictures, PatternFill)
+TEST_F(DialogPicturesTest, PatternFill)
 {
     map::PatternFillEditor editor(editing());
     plans::PatternFillDlg dialog(editor, context());
     look(dialog, u"pattern-fill"_s);
 }
 
-TEST_F(DialogPictures, ChooseSymbol)
+TEST_F(DialogPicturesTest, ChooseSymbol)
 {
     brannock::ColourChooser colours(window.projectSession().roots(), said);
     brannock::ChooseSymbolDlg dialog(markOf(u'B', 0x009FE6), window.map().options(), colours);
     look(dialog, u"choose-symbol"_s);
 }
 
-TEST_F(DialogPictures, Header)
+TEST_F(DialogPicturesTest, Header)
 {
     ProjectSession &session = window.projectSession();
     map::HeaderEditor editor(
@@ -177,13 +177,13 @@ TEST_F(DialogPictures, Header)
     look(dialog, u"header-unknown"_s);
 }
 
-TEST_F(DialogPictures, Window)
+TEST_F(DialogPicturesTest, Window)
 {
     window.resize(1280, 800);
     look(window, u"window-with-fill"_s);
 }
 
-TEST_F(DialogPictures, UnderlinedTextsFitTheirSize)
+TEST_F(DialogPicturesTest, UnderlinedTextsFitTheirSize)
 {
     for (const QString &text : {u"&Top Margin"_s, u"R&To && To"_s, u"Tic&k Color"_s}) {
         SCOPED_TRACE(text.toStdString());
