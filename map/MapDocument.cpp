@@ -1,5 +1,6 @@
 #include "MapDocument.h"
 
+#include <exception>
 #include <map>
 #include <QFileInfo>
 #include <QScopedValueRollback>
@@ -34,14 +35,25 @@ Subscription MapDocument::subscribe(const Listener &listener)
 
 void MapDocument::notify(const MapEvent &event)
 {
-    // A listener may unsubscribe itself or others.
+    // Copied, since a listener may unsubscribe itself or others.
     QList<int> numbers;
     for (const auto &[number, listener] : m_listeners->list)
         numbers.append(number);
+    // All listeners must follow the change, also if one of them fails. The first failure is reported.
+    std::exception_ptr failure;
     for (const int number : std::as_const(numbers)) {
-        if (const auto found = m_listeners->list.find(number); found != m_listeners->list.end())
+        const auto found = m_listeners->list.find(number);
+        if (found == m_listeners->list.end())
+            continue;
+        try {
             Listener(found->second)(event);
+        } catch (...) {
+            if (!failure)
+                failure = std::current_exception();
+        }
     }
+    if (failure)
+        std::rethrow_exception(failure);
 }
 
 const ellery::SteamGen &MapDocument::component() const

@@ -4,6 +4,7 @@
 #include <demo/DemoProject.h>
 #include <gmock/gmock.h>
 #include <map/FillCommit.h>
+#include <plans/PatternFill.h>
 #include <QTemporaryDir>
 
 inline void PrintTo(const QString &text, std::ostream *out)
@@ -22,6 +23,38 @@ inline void addFill(DBase &window, const plans::MapFill &fill)
 {
     map::addNewFill(mapOf(window), window.projectSession().fillRunner(), fill);
 }
+
+/// Adds an entry that is not computed.
+template <typename Fill>
+void addEntry(DBase &window, const Fill &fill)
+{
+    mapOf(window).change(QStringLiteral("Fill"), [&fill](map::MapEdit &edit) { edit.addEntry(fill.clone(), true); });
+}
+
+/// While fails is set, the next change that copies or compares this entry fails.
+class FailingFill : public plans::PatternFill
+{
+public:
+    static inline bool fails = false;
+
+    std::unique_ptr<plans::MapFill> clone() const override
+    {
+        fail();
+        return std::make_unique<FailingFill>(*this);
+    }
+    bool isSameAs(const plans::MapFill &other) const override
+    {
+        fail();
+        return PatternFill::isSameAs(other);
+    }
+
+private:
+    static void fail()
+    {
+        if (std::exchange(fails, false))
+            throw std::bad_alloc();
+    }
+};
 
 inline map::LegendCommands legendOf(DBase &window)
 {

@@ -83,6 +83,8 @@ TEST_F(KeysTest, MenusOpenOnTheFullScreenAndTheSidePanelComesBackAsWide)
     const int before = splitter->sizes()[1] * 100 / splitter->width();
     run(MapFullScreen);
     EXPECT_EQ(window.menuBar()->height(), 0);
+    EXPECT_FALSE(find<QWidget>(u"sidePanel"_s)->isVisible());
+    EXPECT_TRUE(window.map().isVisible());
     press(Qt::Key_V, Qt::AltModifier);
     auto *view = find<QMenu>(u"menuView"_s);
     EXPECT_TRUE(view->isVisible());
@@ -115,19 +117,6 @@ TEST_F(KeysTest, ReturnPressesTheButtonWithTheFocusAndCtrlASelectsAll)
         find<QMenu>(u"dragModes"_s)->close();
     });
     press(Qt::Key_Return);
-}
-
-TEST_F(KeysTest, RenamingSelectsTheName)
-{
-    addPattern(1);
-    auto *legend = find<LegendView>(u"legend"_s);
-    legend->setCurrentEntry(0);
-    legend->setFocus();
-    press(Qt::Key_F2);
-    auto *editor = legend->viewport()->findChild<QLineEdit *>();
-    ASSERT_NE(editor, nullptr);
-    window.refreshAll(); // as what happens beside does
-    EXPECT_EQ(editor->selectedText(), mapOf(window).entry(0).label);
 }
 
 TEST_F(KeysTest, ANameBeingTypedIsTakenOnceOrGoesWithItsEntry)

@@ -71,6 +71,7 @@ TEST_F(LegendWindowTest, ShowsHidesAndDeletesByKeys)
     QTest::keyClick(legend, Qt::Key_Space);
     settle();
     EXPECT_FALSE(mapOf(window).entry(0).shown);
+    EXPECT_EQ(said.lastStatus(), u"Hidden: \"Pattern 2x1\"."_s);
     EXPECT_EQ(model.index(0, LegendModel::Hits).data().toString(), u"0"_s);
     EXPECT_EQ(command(Undo)->text(), u"Undo Hide Entry"_s);
     window.commands().action(EntriesInvert)->trigger();

@@ -1,7 +1,6 @@
 // What the status line says, and how long it stands there.
 #include "WindowFixture.h"
 
-#include <app/LegendView.h>
 #include <app/StatusLine.h>
 
 #include <QLabel>
@@ -81,33 +80,6 @@ TEST_F(StatusTest, WordsOfStartUpStayBesideTheMapAndGoWithTheNextChange)
     settle();
     other.commands().action(Undo)->trigger();
     EXPECT_EQ(status->text(), u"Undone: Select All Tubes."_s);
-}
-
-TEST_F(StatusTest, ChangesOfTheLegendSayWhatTheyDid)
-{
-    open();
-    addPattern(1, 2);
-    addPattern(2, 3);
-    auto *legend = find<LegendView>(u"legend"_s);
-    legend->setCurrentEntry(0);
-    const std::pair<Command, QString> words[] = {
-        {EntryDown, u"Moved \"Pattern 2x1\" to place 2 of 2."_s},
-        {EntrySolo, u"Shown alone: \"Pattern 2x1\"."_s},
-        {EntriesAll, u"All entries are shown."_s},
-        {EntryDelete, u"Deleted \"Pattern 2x1\"."_s},
-    };
-    for (const auto &[command, text] : words) {
-        window.commands().action(command)->trigger();
-        settle();
-        EXPECT_EQ(said.lastStatus(), text);
-    }
-    run(Undo);
-    EXPECT_EQ(said.lastStatus(), u"Undone: Delete Entry."_s);
-    auto *model = legend->model();
-    model->setData(model->index(1, 0), Qt::Unchecked, Qt::CheckStateRole);
-    EXPECT_EQ(said.lastStatus(), u"Hidden: \"Pattern 2x1\"."_s);
-    legendOf(window).rename(1, u"odd rows"_s);
-    EXPECT_EQ(said.lastStatus(), u"Renamed \"Pattern 2x1\" to \"odd rows\"."_s);
 }
 
 TEST_F(StatusTest, ADatabaseThatCannotBeOpenedOffersTheFormerOne)

@@ -3,13 +3,10 @@
 #include <app/logic/ComponentReload.h>
 #include <app/logic/TubeFinder.h>
 
-#include <plans/PatternFill.h>
-
 #include <QDir>
 #include <QFile>
 
 using namespace Qt::StringLiterals;
-using testing::ElementsAre;
 
 namespace app {
 
@@ -88,21 +85,6 @@ TEST(TubeFinderTest, SaysWhyThereIsNoSuchTube)
     const ellery::SteamGen none;
     EXPECT_EQ(TubeFinder(none).hint(u"1 1"), u"There is no ROW 1."_s);
     EXPECT_TRUE(TubeFinder(none).completions(u"1", 9).isEmpty());
-}
-
-TEST(ComponentReloadTest, TubesAreFollowedByTheirAddresses)
-{
-    const ellery::SteamGen before = wedge();
-    QList<ellery::Tube> fewer;
-    for (const ellery::Tube &tube : before.tubes()) {
-        if (tube.address.col % 2 == 0)
-            fewer.prepend(tube);
-    }
-    ellery::SteamGen after;
-    after.setTubes(fewer);
-    const auto at = [](const ellery::SteamGen &sg, int row, int col) { return qint32(sg.findTube({0, row, col})); };
-    const QList<qint32> tubes{at(before, 3, 8), at(before, 3, 7), at(before, 12, 36), 999999};
-    EXPECT_THAT(map::followTubes(tubes, before, after), ElementsAre(at(after, 3, 8), at(after, 12, 36)));
 }
 
 TEST(ComponentReloadTest, TheStampFollowsTheFiles)

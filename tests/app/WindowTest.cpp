@@ -9,14 +9,13 @@
 
 #include <QFileInfo>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QToolBar>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
 using tarnwick::Answer;
+using Kind = tarnwick::RecordingPrompts::Entry::Kind;
 
 namespace app {
 
@@ -85,29 +84,9 @@ TEST_F(WindowTest, ProjectEnablesMenusAndFillsTheRecentList)
     EXPECT_EQ(other.windowTitle(), window.windowTitle());
 }
 
-TEST_F(WindowTest, LaterCommandsAreGreyedWithTheReasonInTheTip)
-{
-    open();
-    for (const int number : {int(Repairs), int(UploadReports), int(CreateHistory), int(ConvertReports)}) {
-        EXPECT_FALSE(command(number)->isEnabled());
-        EXPECT_TRUE(command(number)->toolTip().endsWith(u"Comes with a later version."_s)) << number;
-    }
-}
-
 TEST_F(WindowTest, EveryCommandHasOneActionAndEveryActionOneCommand)
 {
     EXPECT_EQ(window.commands().faults(), QStringList());
-}
-
-TEST_F(WindowTest, ToolBarHasTheFillsInOrderThenTheProgramsButtons)
-{
-    QStringList texts;
-    for (const QAction *action : find<QToolBar>(u"mainBar"_s)->actions()) {
-        if (const auto *button = qobject_cast<QToolButton *>(
-                find<QToolBar>(u"mainBar"_s)->widgetForAction(const_cast<QAction *>(action))))
-            texts.append(button->text());
-    }
-    EXPECT_EQ(texts.join(u'|'), u"RANDOM|QUERY|LIST|BOX|PATTERN|HEADER|OPTIONS| SQL |PLANS|UPDATE"_s);
 }
 
 TEST_F(WindowTest, SelectionCommandsShowTheirCountsAndCanBeUndone)
@@ -147,31 +126,49 @@ TEST_F(WindowTest, FlipsAreCheckedAndCanBeUndone)
     EXPECT_EQ(window.map().hasTubeTip(), !tip);
 }
 
-TEST_F(WindowTest, CommandsThatFailAreSaidAndEndNothing)
+TEST_F(WindowTest, ACommandThatFailsIsReportedAndChangesNothing)
 {
     open();
-    addPattern(1, 2);
-    bool fails = false;
+    addEntry(window, FailingFill());
+    addEntry(window, FailingFill());
+    auto *legend = find<LegendView>(u"legend"_s);
+    auto *model = legend->model();
+    legend->setCurrentEntry(0);
+    const map::Entries before = mapOf(window).entries();
+    const std::pair<const char *, std::function<void()>> commands[] = {
+        {"hide", [&] { model->setData(model->index(0, LegendModel::Symbol), Qt::Unchecked, Qt::CheckStateRole); }},
+        {"rename", [&] { model->setData(model->index(0, LegendModel::Description), u"name"_s); }},
+        {"delete", [&] { command(EntryDelete)->trigger(); }},
+    };
+    for (const auto &[name, act] : commands) {
+        said.clear();
+        legend->setCurrentEntry(0);
+        FailingFill::fails = true;
+        act();
+        settle();
+        EXPECT_EQ(said.texts(Kind::Error), QStringList{u"There is not enough memory."_s}) << name;
+        EXPECT_EQ(mapOf(window).entries(), before) << name;
+        EXPECT_EQ(mapOf(window).undoLabel(), u"Fill"_s) << name;
+        act();
+        settle();
+        EXPECT_NE(mapOf(window).entries(), before) << name << ": works the second time";
+        run(Undo);
+    }
+
+    // A part of the window that fails does not keep the others from following the change.
+    bool fails = true;
     const map::Subscription failing = mapOf(window).subscribe([&fails](const map::MapEvent &) {
         if (std::exchange(fails, false))
             throw std::bad_alloc();
     });
-    const auto failsIn = [&](const std::function<void()> &act) {
-        said.clear();
-        fails = true;
-        act();
-        EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error),
-                  QStringList{u"There is not enough memory."_s});
-        settle();
-    };
-    auto *legend = find<LegendView>(u"legend"_s);
-    auto *model = legend->model();
-    legend->setCurrentEntry(0);
-    failsIn([&] { command(FlipHorizontal)->trigger(); });
-    failsIn([&] { model->setData(model->index(0, LegendModel::Symbol), Qt::Unchecked, Qt::CheckStateRole); });
-    failsIn([&] { model->setData(model->index(0, LegendModel::Description), u"name"_s); });
-    failsIn([&] { window.commands().action(EntryDelete)->trigger(); });
-    EXPECT_TRUE(window.isEnabled());
+    std::vector<int> later;
+    const map::Subscription last = mapOf(window).subscribe(
+        [&later](const map::MapEvent &event) { later.push_back(event.has(map::MapEvent::Orientation)); });
+    said.clear();
+    run(FlipHorizontal);
+    EXPECT_EQ(said.texts(Kind::Error), QStringList{u"There is not enough memory."_s});
+    EXPECT_EQ(later, std::vector<int>{1});
+    EXPECT_EQ(window.map().xOrientation(), -1);
 }
 
 TEST_F(WindowTest, TheListOfChangesOpensWhileThereIsAnyChange)
@@ -188,41 +185,6 @@ TEST_F(WindowTest, TheListOfChangesOpensWhileThereIsAnyChange)
     EXPECT_TRUE(button->isEnabled()) << "the change can be made again from the list";
     button->click();
     EXPECT_EQ(mapOf(window).count(), 0);
-}
-
-TEST_F(WindowTest, FullScreenLeavesTheMapAlone)
-{
-    open();
-    window.show();
-    run(MapFullScreen);
-    EXPECT_TRUE(window.windowState() & Qt::WindowFullScreen);
-    EXPECT_EQ(window.menuBar()->height(), 0);
-    EXPECT_FALSE(find<QWidget>(u"sidePanel"_s)->isVisible());
-    EXPECT_TRUE(window.map().isVisible());
-    QTest::keyClick(&window.map(), Qt::Key_Escape);
-    settle();
-    EXPECT_GT(window.menuBar()->height(), 0);
-    EXPECT_FALSE(window.windowState() & Qt::WindowFullScreen);
-}
-
-TEST_F(WindowTest, FindsATubeByItsAddress)
-{
-    open();
-    const ellery::TubeAddress address = mapOf(window).component()[7].address;
-    auto *field = find<QLineEdit>(u"findTube"_s);
-    field->setText(u"%1 %2"_s.arg(address.row).arg(address.col));
-    QTest::keyClick(field, Qt::Key_Return);
-    settle();
-    EXPECT_EQ(mapOf(window).tubes().selection(), QList<qint32>{7});
-    field->setText(u"999 999"_s);
-    QTest::keyClick(field, Qt::Key_Return);
-    EXPECT_TRUE(said.lastStatus().startsWith(u"There is no tube \"999 999\". There is no ROW 999, only ROW 1 to "_s));
-    showActive();
-    field->setFocus();
-    QTest::keyClick(field, Qt::Key_Escape);
-    EXPECT_TRUE(window.menuBar()->isVisible());
-    EXPECT_TRUE(window.map().hasFocus());
-    EXPECT_EQ(mapOf(window).tubes().selection(), QList<qint32>{7});
 }
 
 TEST_F(WindowTest, MapMenuSelectsFromTheTubePointedAt)
@@ -339,7 +301,7 @@ TEST_F(WindowTest, MarksTheTubesOfAQueryFile)
     mapOf(window).change(u"Query"_s, [&](map::MapEdit &edit) { edit.replaceEntry(0, std::move(fill)); });
     said.clear();
     find<QToolButton>(u"updateButton"_s)->click();
-    EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error).size(), 1);
+    EXPECT_EQ(said.texts(Kind::Error).size(), 1);
     EXPECT_EQ(mapOf(window).entry(0).tubes, tubes);
     EXPECT_GT(mapOf(window).tubes().symbolCount(), 0);
 }

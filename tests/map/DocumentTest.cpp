@@ -179,6 +179,41 @@ TEST_F(DocumentTest, ModifiedIsTheDistanceFromTheSavedState)
     EXPECT_TRUE(document.isModified());
 }
 
+TEST_F(DocumentTest, AChangeOfTheEntriesClearsTheSignatures)
+{
+    host.add(fixed({1}));
+    document.change(u"Set Map Header"_s, [](MapEdit &edit) {
+        MapHeader header;
+        header.preparedBy = u"A"_s;
+        header.checkedBy = u"B"_s;
+        header.upperText = u"stays"_s;
+        edit.setHeader(header);
+    });
+    host.setShown(0, false);
+    EXPECT_EQ(document.header().checkedBy, u"B"_s) << "a hidden entry still has the tubes that were checked";
+    host.add(fixed({2}));
+    EXPECT_TRUE(document.header().preparedBy.isEmpty() && document.header().checkedBy.isEmpty());
+    EXPECT_EQ(document.header().upperText, u"stays"_s);
+    document.undo();
+    EXPECT_EQ(document.header().preparedBy, u"A"_s);
+    document.moveTo(1);
+    EXPECT_TRUE(document.header().upperText.isEmpty());
+    document.redo();
+    EXPECT_EQ(document.header().checkedBy, u"B"_s);
+}
+
+TEST_F(DocumentTest, AListenerThatFailsDoesNotKeepOthersFromTheEvent)
+{
+    const Subscription failing = document.subscribe([](const MapEvent &) { throw std::bad_alloc(); });
+    Heard heard(document);
+    EXPECT_THROW(host.add(fixed({1})), std::bad_alloc);
+    EXPECT_EQ(heard.next(), MapEvent::EntryList);
+    EXPECT_EQ(host.picture(), u".A...."_s);
+    EXPECT_THROW(document.undo(), std::bad_alloc);
+    EXPECT_EQ(heard.next(), MapEvent::EntryList);
+    EXPECT_EQ(host.picture(), u"......"_s);
+}
+
 TEST_F(DocumentTest, UndoneParametersComeBackWithTheFill)
 {
     addNewFill(document, host.runner, plans::PatternFill());

@@ -106,7 +106,7 @@ public:
     {
         QString text;
         for (int i = 0; i < document.tubes().count(); ++i)
-            text += document.tubes().isOpen(i) ? u"."_s : document.tubes().symbol(i).text();
+            text += document.tubes().isOpen(i) ? QStringLiteral(".") : document.tubes().symbol(i).text();
         return text;
     }
     int tube(int row, int col) const { return tube(0, row, col); }

@@ -1,20 +1,18 @@
-#include "AppFixture.h"
+#include "TestMap.h"
 
-#include <app/logic/ProjectSession.h>
+#include <map/MapFiles.h>
 
 #include <plans/PatternFill.h>
 #include <plans/PcntFill.h>
 #include <support/Damage.h>
 #include <support/TemporaryFolder.h>
 #include <tarnwick/FileWriter.h>
+#include <tarnwick/TemporaryName.h>
 
 using namespace Qt::StringLiterals;
 using Kind = tarnwick::RecordingPrompts::Entry::Kind;
 
-namespace app {
-
-using map::MapFile;
-using map::MapHeader;
+namespace map {
 
 namespace {
 
@@ -169,173 +167,122 @@ TEST(MapFileTest, CutShortOrDamagedAnywhereItNeverBreaksTheReader)
 
 namespace {
 
-class MapDocumentTest : public AppTest
+class MapFilesTest : public testing::Test
 {
 protected:
-    MapDocumentTest()
+    MapFilesTest()
     {
-        EXPECT_TRUE(session.openProject(projectFolder()));
-        said.clear();
+        host.record.folder = folder.path();
+        host.record.steamGen.modelName = u"OWN"_s;
+        host.record.site.siteCode = u"S7"_s;
     }
-
-    QString stored(const QByteArray &bytes) const { return folder.write(u"a.map"_s, bytes); }
-    QString picture()
+    bool open(const QByteArray &bytes) { return readMap(host.document, folder.write(u"a.map"_s, bytes), host.said); }
+    void setHeaderText(const QString &text)
     {
-        QString text;
-        for (int i = 0; i < 8; ++i)
-            text += session.map().tubes().isOpen(i) ? u"."_s : session.map().tubes().symbol(i).text();
-        return text;
-    }
-    void addFill(const QList<qint32> &tubes)
-    {
-        auto fill = std::make_unique<plans::PatternFill>();
-        fill->tubes = tubes;
-        session.map().change(u"Fill"_s, [&fill](map::MapEdit &edit) { edit.addEntry(std::move(fill), true); });
-    }
-    void setDescription(const QString &text)
-    {
-        session.map().change(u"Description"_s, [&text](map::MapEdit &edit) { edit.setDescription(text); });
-    }
-    void hideFirst()
-    {
-        session.map().change(u"Hide Entry"_s, [](map::MapEdit &edit) { edit.setShown(0, false); });
+        host.document.change(u"Header"_s, [&text](MapEdit &edit) {
+            MapHeader header;
+            header.upperText = text;
+            edit.setHeader(header);
+        });
     }
 
     support::TemporaryFolder folder;
-    ProjectSession session{said};
+    TestMap host{1, 8};
 };
 
 } // namespace
 
-TEST_F(MapDocumentTest, AMapOfAnotherModelIsSaidAndReadAllTheSame)
+TEST_F(MapFilesTest, AMapOfAnotherModelIsReportedAndRead)
 {
-    const QString path = stored(mapOf(5));
-    ASSERT_TRUE(session.openMap(path));
-    ASSERT_EQ(said.texts(Kind::Error).size(), 1);
-    EXPECT_EQ(said.entries()[0].number, 1041);
-    EXPECT_EQ(said.texts(Kind::Error)[0], u"Map was created using model 'MODEL.' but the current model is '%1'"_s.arg(
-                                              session.project().steamGen.modelName));
-    EXPECT_EQ(session.map().count(), 1);
-    EXPECT_EQ(session.map().name(), u"a"_s);
-    EXPECT_EQ(session.map().stored().site.outage, u"R12"_s);
-    EXPECT_FALSE(session.map().storedAt().isNull());
-    EXPECT_TRUE(mapInfoText(session.map()).contains(u" for S1 SGA R12\nMap notes : what it is for"_s));
-    EXPECT_FALSE(session.map().isModified());
+    ASSERT_TRUE(open(mapOf(5)));
+    ASSERT_EQ(host.said.texts(Kind::Error).size(), 1);
+    EXPECT_EQ(host.said.entries()[0].number, 1041);
+    EXPECT_EQ(host.said.entries()[0].text, u"Map was created using model 'MODEL.' but the current model is 'OWN'"_s);
+    EXPECT_EQ(host.document.count(), 1);
+    EXPECT_EQ(host.document.name(), u"a"_s);
+    EXPECT_EQ(host.document.stored().site.outage, u"R12"_s);
+    EXPECT_FALSE(host.document.storedAt().isNull());
+    EXPECT_FALSE(host.document.isModified());
 }
 
-TEST_F(MapDocumentTest, AFileThatCannotBeReadLeavesTheMapAsItWas)
+TEST_F(MapFilesTest, AFileThatCannotBeReadLeavesTheMapUnchanged)
 {
-    addFill({0, 2});
-    setHeaderText(session.map(), &MapHeader::upperText, u"mine"_s);
-    setDescription(u"too"_s);
-    const QByteArray whole = mapOf(5);
+    host.add(fixed({0, 2}));
+    setHeaderText(u"mine"_s);
+    const MapState before = host.document.state();
     const auto expectRefused = [&](const QByteArray &bytes, const char *what) {
-        said.clear();
-        EXPECT_FALSE(session.openMap(stored(bytes))) << what;
-        ASSERT_EQ(said.entries().size(), 1) << what;
-        EXPECT_EQ(said.entries()[0].number, 1039);
-        EXPECT_TRUE(said.entries()[0].text.startsWith(u"Could not read map file.\n\n"_s)) << what;
-        EXPECT_EQ(picture(), u"A.A....."_s) << what;
-        EXPECT_EQ(session.map().header().upperText, u"mine"_s);
-        EXPECT_EQ(session.map().description(), u"too"_s);
-        EXPECT_TRUE(session.map().isModified());
-        EXPECT_TRUE(session.map().file().isEmpty());
+        host.said.clear();
+        EXPECT_FALSE(open(bytes)) << what;
+        ASSERT_EQ(host.said.entries().size(), 1) << what;
+        EXPECT_EQ(host.said.entries()[0].number, 1039);
+        EXPECT_TRUE(host.said.entries()[0].text.startsWith(u"Could not read map file.\n\n"_s)) << what;
+        EXPECT_TRUE(host.document.state() == before) << what;
+        EXPECT_EQ(host.picture(), u"A.A....."_s) << what;
+        EXPECT_TRUE(host.document.isModified());
+        EXPECT_TRUE(host.document.file().isEmpty());
     };
+    const QByteArray whole = mapOf(5);
     expectRefused(whole.left(whole.size() - 1), "cut short");
     expectRefused({}, "empty");
     expectRefused(whole + QByteArray(4, '\0'), "something follows: its count may have been damaged");
-    expectRefused(mapOf(5, 2, u"RAND FILL"_s, 500'000'000), "wild count");
+    expectRefused(mapOf(5, 2, u"RAND FILL"_s, 500'000'000), "count out of range");
     expectRefused(mapOf(5, 2, u"SPIRAL"_s), "unknown kind");
-    EXPECT_TRUE(said.entries()[0].text.contains(u"\"SPIRAL\""_s)) << "the entry is named";
-    said.clear();
-    EXPECT_FALSE(session.openMap(folder.path(u"none.map"_s)));
-    EXPECT_EQ(said.entries()[0].number, 1039);
+    EXPECT_TRUE(host.said.entries()[0].text.contains(u"\"SPIRAL\""_s)) << "the entry is named";
+    host.said.clear();
+    EXPECT_FALSE(readMap(host.document, folder.path(u"none.map"_s), host.said));
+    EXPECT_EQ(host.said.entries()[0].number, 1039);
 }
 
-TEST_F(MapDocumentTest, StoresWithTheInspectionItBelongsToAndAFailureLeavesTheOldFile)
+TEST_F(MapFilesTest, StoresTheInspectionAndAFailureLeavesTheOldFile)
 {
-    addFill({1});
-    setDescription(u"first"_s);
+    auto fill = std::make_unique<plans::PatternFill>();
+    fill->tubes = {1};
+    host.add(std::move(fill));
+    setHeaderText(u"first"_s);
     const QString path = folder.path(u"b.map"_s);
-    ASSERT_TRUE(session.saveMap(path));
-    EXPECT_FALSE(session.map().isModified());
-    EXPECT_EQ(session.map().stored().site.siteCode, session.project().site.siteCode);
-    EXPECT_EQ(session.map().stored().site.outage, session.project().outageName());
-    EXPECT_EQ(session.recentFiles().maps.value(0), session.map().file());
+    ASSERT_TRUE(storeMap(host.document, path, host.said));
+    EXPECT_FALSE(host.document.isModified());
+    EXPECT_EQ(host.document.stored().site.siteCode, u"S7"_s);
     const QByteArray before = folder.read(u"b.map"_s);
 
-    addFill({2});
-    said.clear();
-    tarnwick::failWritesAfter(20);
-    EXPECT_FALSE(session.saveMap(path));
-    tarnwick::failWritesAfter(-1);
-    EXPECT_TRUE(said.entries()[0].text.startsWith(u"Could not store map.\n\n"_s));
-    EXPECT_TRUE(session.map().isModified());
-    EXPECT_EQ(folder.read(u"b.map"_s), before);
-    EXPECT_EQ(folder.names(), QStringList{u"b.map"_s});
+    host.add(fixed({2}));
+    for (const auto &failing :
+         {+[](int after) { tarnwick::failWritesAfter(after); }, +[](int) { tarnwick::failSyncs(true); }}) {
+        host.said.clear();
+        failing(20);
+        EXPECT_FALSE(storeMap(host.document, path, host.said));
+        tarnwick::failWritesAfter(-1);
+        tarnwick::failSyncs(false);
+        EXPECT_TRUE(host.said.entries().value(0).text.startsWith(u"Could not store map.\n\n"_s));
+        EXPECT_TRUE(host.document.isModified());
+        EXPECT_EQ(folder.read(u"b.map"_s), before);
+        EXPECT_EQ(folder.names(), QStringList{u"b.map"_s});
+    }
 
-    session.newMap();
-    EXPECT_EQ(picture(), u"........"_s);
-    EXPECT_TRUE(session.map().description().isEmpty() && session.map().file().isEmpty());
-    ASSERT_TRUE(session.openMap(path));
-    EXPECT_EQ(picture(), u".A......"_s);
-    EXPECT_EQ(session.map().description(), u"first"_s);
+    host.document.clear();
+    EXPECT_EQ(host.picture(), u"........"_s);
+    EXPECT_TRUE(host.document.header().upperText.isEmpty() && host.document.file().isEmpty());
+    ASSERT_TRUE(readMap(host.document, path, host.said));
+    EXPECT_EQ(host.picture(), u".A......"_s);
+    EXPECT_EQ(host.document.header().upperText, u"first"_s);
 }
 
-TEST_F(MapDocumentTest, AChangeOfTheLegendEmptiesTheSignaturesAndUndoBringsThemBack)
-{
-    addFill({1});
-    session.map().change(u"Set Map Header"_s, [](map::MapEdit &edit) {
-        MapHeader header;
-        header.preparedBy = u"A"_s;
-        header.checkedBy = u"B"_s;
-        header.upperText = u"stays"_s;
-        edit.setHeader(header);
-    });
-    hideFirst();
-    EXPECT_EQ(session.map().header().checkedBy, u"B"_s) << "what is shown is not what was checked";
-    addFill({2});
-    EXPECT_TRUE(session.map().header().preparedBy.isEmpty() && session.map().header().checkedBy.isEmpty());
-    EXPECT_EQ(session.map().header().upperText, u"stays"_s);
-    session.map().undo();
-    EXPECT_EQ(session.map().header().preparedBy, u"A"_s);
-    session.map().moveTo(1);
-    EXPECT_TRUE(session.map().header().upperText.isEmpty());
-    session.map().redo();
-    EXPECT_EQ(session.map().header().checkedBy, u"B"_s);
-}
-
-TEST_F(MapDocumentTest, WhatNoFileHoldsDoesNotMakeTheMapModified)
-{
-    addFill({1});
-    ASSERT_TRUE(session.saveMap(folder.path(u"c.map"_s)));
-    selectTubes(session.map(), {3});
-    EXPECT_TRUE(session.map().canUndo());
-    EXPECT_FALSE(session.map().isModified());
-    hideFirst();
-    EXPECT_TRUE(session.map().isModified());
-    session.map().undo();
-    EXPECT_FALSE(session.map().isModified());
-    session.map().moveTo(0);
-    EXPECT_TRUE(session.map().isModified());
-}
-
-TEST_F(MapDocumentTest, HeaderFilesKeepTheTemplateWithoutSignatures)
+TEST_F(MapFilesTest, HeaderFilesKeepTheTemplateWithoutSignatures)
 {
     MapHeader header;
     header.upperText = u"Site [SITE CODE]"_s;
     header.lowerSize = 7;
     header.preparedBy = u"A"_s;
-    map::writeHeaderFile(header, folder.path(u"plant.hdr"_s));
-    const MapHeader again = map::readHeaderFile(folder.path(u"plant.hdr"_s));
+    writeHeaderFile(header, folder.path(u"plant.hdr"_s));
+    const MapHeader again = readHeaderFile(folder.path(u"plant.hdr"_s));
     EXPECT_EQ(again.name, u"plant"_s);
     EXPECT_EQ(again.upperText, header.upperText);
     EXPECT_EQ(again.lowerSize, 7);
     EXPECT_TRUE(again.preparedBy.isEmpty());
     const QByteArray whole = folder.read(u"plant.hdr"_s);
     support::expectEveryTruncationThrows<tarnwick::FileError>(
-        whole, [this](const QByteArray &bytes) { map::readHeaderFile(folder.write(u"cut.hdr"_s, bytes)); });
-    EXPECT_THROW(map::readHeaderFile(folder.write(u"long.hdr"_s, whole + "x")), tarnwick::FileError);
+        whole, [this](const QByteArray &bytes) { readHeaderFile(folder.write(u"cut.hdr"_s, bytes)); });
+    EXPECT_THROW(readHeaderFile(folder.write(u"long.hdr"_s, whole + "x")), tarnwick::FileError);
 }
 
-} // namespace app
+} // namespace map
