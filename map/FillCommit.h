@@ -10,18 +10,19 @@ struct QueryDocument;
 
 namespace map {
 
-/// OK in a fill's dialog for a new fill: adds a copy of the working fill, labelled and computed. autoSymbol: the entry
-/// takes the next letter in place of its own symbol.
+/// Adds a copy of the working fill with its label and computed tubes: OK in the dialog of a new fill. autoSymbol: the
+/// entry gets the next letter instead of the fill's own symbol.
 void addNewFill(MapDocument &document, const FillRunner &runner, const plans::MapFill &working, bool autoSymbol = true);
-/// OK in a fill's dialog for an entry: the entry becomes the working fill, computed again. Nothing changes when
-/// computing throws.
+/// Replaces an entry by a copy of the working fill and computes it: OK in the dialog of an entry. If computing throws,
+/// the map is unchanged.
 void changeFill(MapDocument &document, const FillRunner &runner, int place, const plans::MapFill &working);
-/// The same as addNewFill() for a query that has been mapped already: it is not run again, and takes the symbol that
-/// the query had last, where there is one, in place of an automatic letter.
+/// As addNewFill(), for a query that has been mapped already. The query is not run again. If the query has a remembered
+/// symbol, the entry gets it instead of the next letter.
 void addNewQueryFill(MapDocument &document, const FillRunner &runner, const plans::QueryFill &mapped);
-/// Runs a query, maps its result and adds the fill, in a colour that tells it from the entries before it. False, after
-/// reporting why, when it could not be run or mapped, or the user chose not to show its valid tubes.
+/// Runs a query, maps its result and adds the fill, in a colour that differs from those of the entries before it.
+/// Returns false after reporting the reason if the query could not be run or mapped, or if the user chose not to show
+/// its valid tubes.
 bool addFillOfQuery(MapDocument &document, const FillRunner &runner, const query::QueryDocument &query);
-using brannock::paletteColour; // for the entry at a place of the legend
+using brannock::paletteColour; // colour of the entry at a place of the legend
 
 } // namespace map

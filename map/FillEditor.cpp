@@ -33,7 +33,7 @@ void FillEditor::refresh()
 {
     const auto shown = fill().clone();
     shown->mark = mark();
-    shown->shown = true; // what is being edited must be seen
+    shown->shown = true; // the edited entry is always visible
     makeExample(*shown);
     m_preview.show(*shown);
     if (changed)

@@ -6,17 +6,16 @@
 
 namespace map {
 
-/// What an editor works with. All must live as long as the editor.
+/// All must outlive the editor.
 struct FillEditorContext
 {
     MapDocument &document;
     const FillRunner &runner;
-    tarnwick::PathRoots roots; ///< of the option files
+    tarnwick::PathRoots roots; ///< folders of the option files
 };
 
-/// What the dialogs of all kinds of fills do, without a window. It holds a working fill whose parameters are the
-/// dialog's values: those remembered from the last time for a new fill, those of the entry for one that is edited.
-/// Nothing changes before accept().
+/// Logic of the dialogs of all kinds of fills, without a window. Holds a working fill with the values of the dialog:
+/// for a new fill those stored the last time, for an entry those of the entry. The map changes only in accept().
 class FillEditor
 {
 public:
@@ -26,37 +25,37 @@ public:
 
     virtual const plans::MapFill &fill() const = 0;
     bool isNew() const { return m_place < 0; }
-    /// What the legend will call the entry.
+    /// Label of the entry in the legend.
     QString label() const { return fill().entryLabel(); }
 
-    /// The mark that the entry will have: for a new one the next letter, unless the user chose another symbol.
+    /// The mark that the entry will get. A new entry gets the next letter, unless the user chose another symbol.
     ellery::TubeMark mark() const;
-    /// The user's choice, which takes the place of the automatic letter when it differs from it.
+    /// Sets the mark that the user chose. If its symbol differs from the automatic letter, it replaces the letter.
     void setMark(const ellery::TubeMark &mark);
 
-    /// What the map would show.
+    /// The map with the fill.
     const FillPreview &preview() const { return m_preview; }
     const MapDocument &document() const { return m_context.document; }
-    /// What the fill finds, in words.
+    /// Result of the fill as text.
     virtual QString summary() const = 0;
-    /// Why it would find nothing, or less than wanted; empty otherwise. No reason to refuse.
+    /// Reason why the fill finds no tubes or fewer than wanted; empty otherwise. Does not prevent accept().
     virtual QString warning() const { return {}; }
 
-    /// OK: adds the fill, remembering its values for the next new one, or changes the entry. One change to be undone.
+    /// Adds the fill and stores its values for the next new fill, or changes the entry, as one change.
     void accept();
 
-    /// After every change of the working fill.
+    /// Called after each change of the working fill.
     std::function<void()> changed;
 
 protected:
     FillEditor(const FillEditorContext &context, int place);
     virtual plans::MapFill &working() = 0;
-    /// Puts right what must not reach the fill.
+    /// Replaces parameters that a fill must not have.
     virtual void correctParameters() {}
     virtual void rememberOptions() = 0;
-    /// Makes a copy of the fill fit to be shown while the user is still choosing.
+    /// Prepares a copy of the fill for the preview.
     virtual void makeExample(plans::MapFill &) const {}
-    /// The preview made anew, and those who look at it told.
+    /// Computes the preview again and calls changed.
     void refresh();
 
     const ellery::SteamGen &component() const { return document().component(); }
@@ -72,7 +71,7 @@ private:
     FillPreview m_preview;
 };
 
-/// The same for one kind, with the option record that remembers its values.
+/// Editor of one kind of fill, with the option record that stores its values.
 template <typename Fill, typename Options>
 class FillEditorOf : public FillEditor
 {

@@ -14,7 +14,7 @@ using plans::TubeFilter;
 
 namespace {
 
-/// What the filter leaves nothing to choose from for.
+/// Reason why no tube passes the filter.
 QString emptyReason(const TubeFilter &filter, const ellery::TubeStates &states)
 {
     if (filter.region == TubeFilter::SelectedTubes && states.selectedCount() == 0)
@@ -27,7 +27,8 @@ QString emptyReason(const TubeFilter &filter, const ellery::TubeStates &states)
 PcntFillEditor::PcntFillEditor(const FillEditorContext &context, int place)
     : FillEditorOf(context, place)
 {
-    // Options of a large component may meet a small one; what the fields show must be what is used.
+    // Options that were stored for a large component can be out of range for a small one. The fields must show the
+    // values that are used.
     m_fill.parameters.percent = std::clamp(m_fill.parameters.percent, 0, kMaxPercent);
     m_fill.parameters.tubeCount = std::clamp(m_fill.parameters.tubeCount, 0, component().numTube());
     refresh();

@@ -7,39 +7,39 @@
 
 namespace map {
 
-/// What "Random Fill" does.
+/// Editor of "Random Fill".
 class PcntFillEditor : public FillEditorOf<plans::PcntFill, plans::PcntFillOptions>
 {
 public:
     static constexpr int kMaxPercent = 100;
 
     explicit PcntFillEditor(const FillEditorContext &context, int place = -1);
-    /// The most that the field "Value" takes in the mode it is in.
+    /// Largest number for the field "Value" in the current mode.
     int maxValue() const;
-    /// The percentage or the number of tubes, by the mode.
+    /// The percentage or the number of tubes, depending on the mode.
     int value() const { return parameters().percentMode ? parameters().percent : parameters().tubeCount; }
     void setValue(int value);
     QString summary() const override;
     QString warning() const override;
 
 protected:
-    /// A seed of 0 becomes 1.
+    /// Replaces seed 0 by 1.
     void correctParameters() override;
-    /// A fresh seed at every key would show another sample each time.
+    /// Fixes the seed: with a new seed after each key the preview would show a different sample each time.
     void makeExample(plans::MapFill &fill) const override;
 };
 
-/// What "Box Fill" does.
+/// Editor of "Box Fill".
 class BoxFillEditor : public FillEditorOf<plans::BoxFill, plans::BoxFillOptions>
 {
 public:
-    /// Of the radius, in map coordinates.
+    /// Smallest radius, in map coordinates.
     static constexpr double kMinRadius = 0.001;
 
     explicit BoxFillEditor(const FillEditorContext &context, int place = -1);
-    /// A box this wide holds the whole map wherever it stands.
+    /// With this radius the box contains the whole map from any tube.
     double maxRadius() const { return m_maxRadius; }
-    /// Distance of neighbouring tubes on the map; 0 when there is only one.
+    /// Distance of neighbouring tubes on the map; 0 if there is only one tube.
     double pitch() const { return m_pitch; }
     QString summary() const override;
     QString warning() const override;
@@ -49,19 +49,19 @@ private:
     double m_pitch = 0;
 };
 
-/// What "Pattern Fill" does.
+/// Editor of "Pattern Fill".
 class PatternFillEditor : public FillEditorOf<plans::PatternFill, plans::PatternFillOptions>
 {
 public:
     explicit PatternFillEditor(const FillEditorContext &context, int place = -1);
-    /// Of first row and column, and of the increments; increments begin at 1.
+    /// Limits of first row or column; the smallest increment is 1.
     int minNumber(ellery::Axis axis) const { return m_limits[int(axis)].first; }
     int maxNumber(ellery::Axis axis) const { return m_limits[int(axis)].second; }
     QString summary() const override;
     QString warning() const override;
 
 protected:
-    /// Increments of 0, which only a damaged option file can bring, become 1.
+    /// Replaces increments of 0, which only a damaged option file can contain, by 1.
     void correctParameters() override;
 
 private:

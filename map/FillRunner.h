@@ -10,11 +10,11 @@ class QueryFill;
 
 namespace map {
 
-/// Computes fills for real: runs the queries of query fills and shows the user what fills remark.
+/// Computes fills: runs the queries of query fills and reports the remarks of fills to the user.
 class FillRunner
 {
 public:
-    /// Both must live as long as this object.
+    /// Both must outlive this object.
     FillRunner(plans::QuerySource &queries, tarnwick::UserPrompts &prompts)
         : m_queries(queries)
         , m_prompts(prompts)
@@ -23,11 +23,12 @@ public:
     plans::QuerySource &queries() const { return m_queries; }
     tarnwick::UserPrompts &prompts() const { return m_prompts; }
 
-    /// Computes the tubes anew, with these marks on the map. A query fill keeps its tubes when its query cannot be run.
+    /// Computes the tubes of the fill, with these states of the map as input. If the query of a query fill cannot be
+    /// run, the fill keeps its tubes.
     void compute(plans::MapFill &fill, const ellery::SteamGen &component, const ellery::TubeStates &tubes) const;
-    /// Takes the tubes that the records of the fill's query name; records that name none are highlighted. Returns No
-    /// after reporting that columns are missing, the user's answer (Ok or Cancel) when tubes do not exist, else Yes.
-    /// Nothing when a value could not be read, which has been reported; the fill is then as it was.
+    /// Sets the fill's tubes from the records of its query and highlights records without a tube. Returns No after
+    /// reporting that columns are missing, the user's answer (Ok or Cancel) if tubes do not exist, otherwise Yes.
+    /// Returns nothing if a value could not be read; this has been reported, and the fill is unchanged.
     std::optional<tarnwick::Answer> takeRecords(plans::QueryFill &fill, plans::QueryRecords &records,
                                                 const ellery::SteamGen &component) const;
 

@@ -107,7 +107,7 @@ bool HeaderEditor::save()
     if (path.isEmpty() && !header.name.isEmpty()) {
         path = tarnwick::SuitePath(u"map_headers\\"_s + tarnwick::validFileName(header.name) + u".hdr"_s)
                    .machinePath(m_context.roots);
-        // The name came with the map; the file of that name may hold something else.
+        // The name is that of the map; a file with this name can hold another header.
         if (!mayReplace(path))
             return false;
     }

@@ -92,7 +92,7 @@ void LegendCommands::setMark(int place, const ellery::TubeMark &mark)
         return;
     m_document.change(u"Change Symbol"_s, [place, &mark](MapEdit &edit) { edit.setMark(place, mark); });
     prompts().status(messages::kEntrySymbol, name(place), mark.symbol.text());
-    // Last: a failure to remember the mark must stay in the status line.
+    // The last step, so that a failure to store the mark stays in the status line.
     if (const QString query = m_document.entry(place).queryName(); !query.isEmpty())
         m_runner.queries().rememberMark(query, mark);
 }
@@ -103,7 +103,7 @@ void LegendCommands::rename(int place, const QString &label)
         return;
     const plans::MapFill &fill = m_document.entry(place);
     const QString text = label.trimmed().isEmpty() ? fill.entryLabel() : label;
-    // Labels may begin with blanks, which editing must not count as a change.
+    // Labels may begin with blanks; this is not a change.
     if (text.trimmed() == fill.label.trimmed())
         return;
     const QString before = name(place);

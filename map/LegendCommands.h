@@ -4,12 +4,12 @@
 
 namespace map {
 
-/// Changes of the legend as the user makes them: each says what it did, and can be undone by its name. Entries are
-/// given by their place; places that the legend does not have are ignored.
+/// Commands on the legend: each makes one change, which can be undone, and reports it in the status line. Entries are
+/// given by their place; a place outside of the legend is ignored.
 class LegendCommands
 {
 public:
-    /// All must live as long as this object.
+    /// All must outlive this object.
     LegendCommands(MapDocument &document, const FillRunner &runner)
         : m_document(document)
         , m_runner(runner)
@@ -20,17 +20,17 @@ public:
     void showOnly(int place);
     void showAll();
     void swapShown();
-    /// to is clamped to the legend. Returns where the entry stands then.
+    /// to is clamped to the legend. Returns the new place of the entry.
     int move(int from, int to);
     void remove(int place);
-    /// Asks first.
+    /// Asks the user before deleting.
     void removeAll();
-    /// A query fill's mark is remembered for its query.
+    /// Stores the mark of a query fill for its query.
     void setMark(int place, const ellery::TubeMark &mark);
-    /// An empty text brings the fill's own description back.
+    /// An empty text restores the fill's own description.
     void rename(int place, const QString &label);
     void setAllSections(int place, bool allSections);
-    /// The tubes that the entry marks become the selection.
+    /// Selects the tubes that the entry marks.
     void selectTubes(int place);
 
 private:

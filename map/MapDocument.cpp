@@ -11,7 +11,7 @@ namespace map {
 
 struct MapDocument::Listeners
 {
-    std::map<int, Listener> list; ///< in the order in which they subscribed
+    std::map<int, Listener> list; ///< in the order of subscription
     int next = 0;
 };
 
@@ -82,11 +82,11 @@ int MapDocument::followComponent(const ellery::SteamGen &before)
         entry = copy;
     }
     if (dropped > 0)
-        state.header.clearSignatures(); // they were given for other entries
+        state.header.clearSignatures(); // the signatures were given for other entries
     state.selection = followTubes(state.selection, before, component());
     std::sort(state.selection.begin(), state.selection.end());
     m_history.reset(state);
-    // Map files hold tubes by their place in the component: a map with entries has to be saved anew.
+    // Map files store tubes as indices into the component, so a map with entries must be saved again.
     if (wasModified || count() > 0)
         m_history.setNeverSaved();
     MapEvent event;
@@ -223,7 +223,7 @@ MapDocument::Stored MapDocument::storedNow(const QString &machinePath, const fen
 void MapDocument::setRead(const MapFile &map, const QString &machinePath)
 {
     fenwright::SiteInfo site = map;
-    site.model = map.modelName; // files of the first versions hold no site
+    site.model = map.modelName; // the first file versions hold no site
     setContent(map, tarnwick::SuitePath::fromMachine(machinePath, m_project->roots()).text(),
                storedNow(machinePath, site));
 }

@@ -11,7 +11,7 @@
 
 namespace map {
 
-/// Keeps a listener of a document subscribed for as long as it lives. May outlive the document.
+/// Keeps a listener subscribed until it is destroyed. May outlive the document.
 class Subscription
 {
 public:
@@ -25,9 +25,9 @@ private:
     std::shared_ptr<void> m_token;
 };
 
-/// The map that is being worked on: the only owner of its entries, selection, flips, header, description and undo, of
-/// the marks that the entries paint, and of what is known of the map's file. Reading is const and takes constant time.
-/// Every change sends one event to every listener.
+/// The map being worked on. The only owner of its entries, selection, flips, header, description and undo history, of
+/// the marks painted by the entries, and of the state of the map's file. Reading is const and takes constant time.
+/// Every change sends one event to all listeners.
 class MapDocument
 {
 public:
@@ -37,14 +37,16 @@ public:
     MapDocument &operator=(const MapDocument &) = delete;
 
     using Listener = std::function<void(const MapEvent &)>;
-    /// The listener is called until the subscription is destroyed.
+    /// The listener is called until the subscription is destroyed. If a listener throws, the others are called
+    /// nevertheless, the change remains, and the exception is thrown on.
     [[nodiscard]] Subscription subscribe(const Listener &listener);
 
     // The component.
-    /// Another project, which must live as long as the document uses it: the map is empty. Null for none.
+    /// Sets another project, which must outlive its use here, and empties the map. Null for none.
     void setProject(const brannock::Project *project);
-    /// The project's component was replaced by another state of itself: entries and selection follow their tubes by
-    /// address, undo begins anew. Returns how many tubes of entries do not exist any more.
+    /// Call after the project's component was replaced by another version of itself: entries and selection keep their
+    /// tubes by address, and the undo history is cleared. Returns the number of entries' tubes that do not exist any
+    /// more.
     int followComponent(const ellery::SteamGen &before);
     const ellery::SteamGen &component() const;
 
@@ -52,9 +54,9 @@ public:
     int count() const { return int(state().entries.size()); }
     const plans::MapFill &entry(int place) const { return *state().entries[size_t(place)]; }
     const Entries &entries() const { return state().entries; }
-    /// How many tubes show the entry's mark.
+    /// Number of tubes that show the mark of the entry.
     int hits(int place) const { return m_hits[place]; }
-    /// The marks that the entries paint, and the selection.
+    /// The painted marks and the selection.
     const ellery::TubeStates &tubes() const { return m_tubes; }
     const QList<qint32> &selection() const { return state().selection; }
     const MapHeader &header() const { return state().header; }
@@ -63,9 +65,9 @@ public:
 
     // Changing.
     using Change = std::function<void(MapEdit &edit)>;
-    /// Makes one change, which undo calls by the label. An exception leaves the map as it was; a change that changes
-    /// nothing is none. A change made within another one is part of that. When entries change in anything but whether
-    /// they are shown, the header's signatures are cleared, since they were given for other entries.
+    /// Makes one change with this label for undo. If it throws, the map is unchanged. A change without effect leaves no
+    /// undo entry. A change within a change becomes part of it. If entries change in anything but whether they are
+    /// shown, the header's signatures are cleared, because they were given for other entries.
     void change(const QString &label, const Change &make);
 
     // Undo.
@@ -76,45 +78,45 @@ public:
     QString redoLabel() const { return m_history.redoLabel(); }
     void undo() { moveTo(m_history.position() - 1); }
     void redo() { moveTo(m_history.position() + 1); }
-    /// As many changes stand then; the others are undone.
+    /// Undoes or redoes until this number of changes is in effect.
     void moveTo(int position);
-    /// The map differs from what its file holds. Selection and flips are in no file and do not count.
+    /// True if the map differs from its file. Selection and flips are not stored in files and do not count.
     bool isModified() const { return m_history.isModified(); }
 
     // The file.
-    /// What is known of the file as it was read or stored last.
+    /// State of the file when it was last read or stored.
     struct Stored
     {
-        fenwright::SiteInfo site; ///< with the model that the places of its tubes belong to
-        QDateTime at;             ///< when; null without a file
+        fenwright::SiteInfo site; ///< includes the model that the tube indices belong to
+        QDateTime at;             ///< time; null without a file
     };
-    /// The map's file in the suite's form of paths; empty for a map that was never stored.
+    /// The map's file in the suite's form of paths; empty if the map was never stored.
     const QString &file() const { return m_file; }
     /// File name without folder and extension.
     QString name() const;
     const Stored &stored() const { return m_stored; }
-    /// Null without a file.
+    /// Time of the last save; null without a file.
     tarnwick::JDateTime storedAt() const;
-    /// Another program has written the file since.
+    /// True if another program has written the file since.
     bool isFileChanged() const;
-    /// The file that the map was read from or stored to last does not exist any more.
+    /// True if the file that was last read or stored does not exist any more.
     bool isFileGone() const;
-    /// The file was made for another model: its places meant other tubes there, and some may not be in this map.
+    /// True if the file is of another model: its tube indices meant other tubes there, and some may be missing here.
     bool isOfOtherModel() const;
 
-    /// Everything a map file holds, as it is now.
+    /// The present content for a map file.
     MapFile content() const;
-    /// An empty map without a file.
+    /// Empties the map, without a file.
     void clear() { setContent(MapFile(), {}, {}); }
-    /// The content of a map file in place of this map; undo begins anew. Selection and flips stay.
+    /// Replaces the map by the content of a map file and clears the undo history. Selection and flips are kept.
     void setContent(const MapFile &map, const QString &file, const Stored &stored);
-    /// The same for a file that has just been read.
+    /// As setContent(), for a file that has just been read.
     void setRead(const MapFile &map, const QString &machinePath);
-    /// The map has just been written to this file, which is its own from now on.
+    /// Call after the map was written to this file: it is the map's own file from now on.
     void setStored(const QString &machinePath);
-    /// Unsaved work that was kept apart from the map's file: its content, and the selection.
+    /// Restores unsaved work from a copy: the content and the selection.
     void restore(const MapFile &map, const QString &file, const Stored &stored, const QList<qint32> &selection);
-    /// No file holds the map as it is, whatever is undone.
+    /// Marks the map as modified, whatever is undone.
     void setNeverSaved();
 
 private:
@@ -122,23 +124,23 @@ private:
 
     QString machinePath() const;
     Stored storedNow(const QString &machinePath, const fenwright::SiteInfo &site) const;
-    /// Begins undo anew with this state.
+    /// Starts a new undo history with this state.
     void restart(const MapState &state, MapEvent::Changes further);
-    /// Brings tubes and hits up to date after a change of the state.
+    /// Updates tubes and hits after a change of the state.
     void paint(const MapEvent &event);
     void notify(const MapEvent &event);
 
     const brannock::Project *m_project = nullptr;
     UndoHistory m_history;
-    MapEdit *m_edit = nullptr; ///< of the change under way
+    MapEdit *m_edit = nullptr; ///< the change in progress
     ellery::TubeStates m_tubes;
-    QList<int> m_hits; ///< of each entry
+    QList<int> m_hits; ///< number of visible tubes of each entry
     QString m_file;
     Stored m_stored;
     std::shared_ptr<Listeners> m_listeners;
 };
 
-/// Places of tubes in one state of the component as places in another, by their addresses. Tubes that do not exist any
+/// Converts tube indices of one version of the component to indices of another, by address. Tubes that do not exist any
 /// more are left out.
 QList<qint32> followTubes(const QList<qint32> &tubes, const ellery::SteamGen &before, const ellery::SteamGen &after);
 

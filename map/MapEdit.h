@@ -3,11 +3,11 @@
 
 namespace map {
 
-/// A change of a map while it is being made: works on a copy of the map's state. Places of entries must exist.
+/// A change in progress. Works on a copy of the state. Places of entries must exist.
 class MapEdit
 {
 public:
-    /// Entries from here on keep the symbol they came with.
+    /// From this place on, entries keep their own symbol.
     static constexpr int kAutoSymbols = 26;
 
     explicit MapEdit(const MapState &state)
@@ -23,7 +23,7 @@ public:
     void replaceEntry(int place, std::unique_ptr<plans::MapFill> fill);
     void removeEntry(int place);
     void removeAll();
-    /// to is clamped to the list. Returns where the entry is then.
+    /// to is clamped to the list. Returns the new place of the entry.
     int moveEntry(int from, int to);
     void setEntries(const Entries &entries) { m_state.entries = entries; }
 
@@ -44,7 +44,7 @@ private:
     MapState m_state;
 };
 
-/// The symbol that a fill gets as a further entry of a legend with so many.
+/// Symbol of a fill when it is added to a legend with this number of entries.
 ellery::Symbol nextSymbol(int count, const plans::MapFill &fill, bool autoSymbol);
 
 } // namespace map

@@ -6,7 +6,7 @@ namespace map {
 
 namespace {
 
-/// Version, key length, and the common fields of an entry without label and tubes.
+/// Size of version, key length and common fields of an entry, without label and tubes.
 constexpr int kSmallestEntry = 4 + 4 + 4 + 2 + 4 + 4 + 4;
 
 std::unique_ptr<plans::MapFill> createFill(tarnwick::JFile &file)
@@ -34,7 +34,7 @@ std::unique_ptr<plans::MapFill> readEntry(tarnwick::JFile &file)
     return fill;
 }
 
-/// The common fields stood in the same order, followed by a text that nothing has used since.
+/// The common fields are in the same order, followed by an unused text.
 std::unique_ptr<plans::MapFill> readOldEntry(tarnwick::JFile &file)
 {
     file.version(2);
@@ -57,7 +57,7 @@ Entries readList(tarnwick::JFile &file, int tubeCount, Function readOne)
     for (qint32 i = 0; i < n; ++i) {
         auto fill = readOne(file);
         fill->dropInvalidTubes(tubeCount);
-        // Symbol 0 is that of an open tube: painted, it would be counted and not seen.
+        // Without a symbol the tubes would be counted but look open.
         if (fill->mark.isOpen())
             fill->mark.symbol = ellery::Symbol(u'A');
         entries.push_back(std::move(fill));

@@ -6,7 +6,7 @@ namespace map {
 
 namespace {
 
-/// Entries at one place; pointers differ.
+/// Compares the entries at one place. Their pointers differ.
 MapEvent::Changes changesOf(const plans::MapFill &before, const plans::MapFill &after)
 {
     MapEvent::Changes changes;
@@ -33,7 +33,7 @@ void compareEntries(const Entries &before, const Entries &after, MapEvent &event
         const bool wasThere = std::find(before.begin(), before.end(), after[i]) != before.end();
         const MapEvent::Changes changes =
             i < common && !wasThere ? changesOf(*before[i], *after[i]) : MapEvent::Changes(MapEvent::EntryList);
-        // Other parameters than before, or another kind of fill.
+        // Other parameters, or another kind of fill.
         event.what |= changes ? changes : MapEvent::Changes(MapEvent::EntryList);
         if (i < common && before[i]->typeKey != after[i]->typeKey)
             event.what |= MapEvent::EntryList;

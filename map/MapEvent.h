@@ -5,7 +5,7 @@
 
 namespace map {
 
-/// One change of a map document, told to its listeners when it is complete.
+/// One change of a map document, sent to its listeners when it is complete.
 struct MapEvent
 {
     enum What {
@@ -18,22 +18,22 @@ struct MapEvent
         Orientation = 0x40,
         Header = 0x80,
         Description = 0x100,
-        File = 0x200,      ///< the map's file, or what is known of it
-        Undo = 0x400,      ///< what can be undone and redone, or whether the map is modified
-        Component = 0x800, ///< another component, or another state of it: everything else has changed, too
+        File = 0x200,      ///< the map's file or its state
+        Undo = 0x400,      ///< the undo history, or whether the map is modified
+        Component = 0x800, ///< another component or another version of it: everything else has changed, too
     };
     Q_DECLARE_FLAGS(Changes, What)
 
     Changes what;
     QList<int> entries; ///< places of the changed entries, after the change
 
-    /// Anything of the legend.
+    /// Any change of the legend.
     static constexpr Changes kLegend{EntryList | Shown | Marks | Labels | Tubes | Component};
-    /// Anything that changes the look of tubes.
+    /// Any change of the appearance of tubes.
     static constexpr Changes kLook{EntryList | Shown | Marks | Tubes | Selection | Component};
     bool has(Changes changes) const { return (what & changes) != Changes(); }
 
-    /// What has changed between two states.
+    /// The differences between two states.
     static MapEvent between(const MapState &before, const MapState &after);
 };
 

@@ -9,7 +9,7 @@ namespace {
 const QString kIdentifier = u"MapFile"_s;
 constexpr int kFileVersion = 1;
 
-// What came with which version.
+// Versions that introduced fields.
 constexpr int kFirstWithHeaderName = 2;
 constexpr int kFirstWithNewEntries = 3;
 constexpr int kFirstWithHeader = 4;
@@ -53,7 +53,7 @@ void MapFile::readMap(const QString &machinePath, int tubeCount)
     tarnwick::JFile file = tarnwick::JFile::openForReading(machinePath);
     MapFile map;
     map.read(file, tubeCount);
-    // A count that damage made smaller must not cost entries without a word.
+    // If damage has reduced the count, entries would be lost without an error.
     if (file.bytesLeft() > 0)
         file.fail(u"%1 bytes follow the end of the map"_s.arg(file.bytesLeft()));
     *this = std::move(map);

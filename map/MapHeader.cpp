@@ -57,7 +57,7 @@ MapHeader MapHeader::expanded(const tarnwick::JMacro &macros) const
     return result;
 }
 
-/// Values may be missing, a map's name say; what stood round them goes with them.
+/// Removes the punctuation around values that are missing, for example the name of a map.
 static QString withoutGaps(const QString &text)
 {
     QStringList lines;
@@ -101,7 +101,7 @@ void shipStandardHeader(const tarnwick::PathRoots &roots)
         const MapHeader header = MapHeader::standard();
         writeHeaderFile(header, folder.filePath(header.name + u".hdr"_s));
     } catch (const tarnwick::Error &) {
-        // An installation that is closed to writing.
+        // The installation is read-only.
     }
 }
 
@@ -123,7 +123,7 @@ void writeHeaderFile(const MapHeader &header, const QString &machinePath)
     file.header(kIdentifier, kFileVersion);
     MapHeader stored = header;
     stored.name = QFileInfo(machinePath).completeBaseName();
-    // Signatures belong to one map; a header file serves many.
+    // Signatures belong to one map; a header file is used by many.
     stored.clearSignatures();
     stored.serialize(file);
     file.commit();

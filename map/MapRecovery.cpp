@@ -40,7 +40,7 @@ static void serialize(tarnwick::JFile &file, MapDocument::Stored &stored)
     stored.site.serialize(file);
     double time = stored.at.isNull() ? 0 : double(stored.at.toMSecsSinceEpoch());
     file.serialize(time);
-    constexpr double kLatest = 1e15; // beyond all files
+    constexpr double kLatest = 1e15; // later than any file
     if (file.isReading())
         stored.at = time > 0 && time < kLatest ? QDateTime::fromMSecsSinceEpoch(qint64(time)) : QDateTime();
 }

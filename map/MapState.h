@@ -8,12 +8,12 @@
 
 namespace map {
 
-/// A legend entry. Entries never change: an edit replaces them, so states and previews share them.
+/// A legend entry. Entries never change: an edit replaces them, so that states and previews can share them.
 using Entry = std::shared_ptr<const plans::MapFill>;
-/// In the order of the legend. Where entries overlap, the later one shows.
+/// In the order of the legend. If entries overlap, the later entry is visible.
 using Entries = std::vector<Entry>;
 
-/// Everything of a map that undo brings back. Copies are cheap: they share their entries.
+/// The part of a map that undo restores. Copies are cheap because they share entries.
 struct MapState
 {
     Entries entries;
@@ -24,17 +24,17 @@ struct MapState
     QString description;
 
     bool operator==(const MapState &other) const;
-    /// Whether a map file would hold the same: selection and flips are not stored.
+    /// True if a map file would be the same: selection and flips are not stored.
     bool isStoredLike(const MapState &other) const;
 };
 
-/// Whether a user could not tell the two apart.
+/// True if both are equal for a user.
 bool isSame(const Entry &a, const Entry &b);
-/// Whether the entries mark the same tubes in the same way. Which of them are shown does not count.
+/// True if the entries mark the same tubes in the same way; entries may differ in whether they are shown.
 bool marksTheSame(const Entries &a, const Entries &b);
 
-/// Paints the entries on states without marks, the last entry first. Returns for each entry how many tubes show its
-/// mark.
+/// Paints the entries on states without marks, the last entry first. Returns for each entry the number of tubes that
+/// show its mark.
 QList<int> paintEntries(const Entries &entries, const ellery::SteamGen &component, ellery::TubeStates &tubes);
 
 } // namespace map

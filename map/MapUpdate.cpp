@@ -12,9 +12,9 @@ namespace map {
 
 namespace {
 
-/// A box with more lines does not fit on a small screen.
+/// A message box with more lines does not fit on a small screen.
 constexpr qsizetype kMostLines = 12;
-/// So few tubes are named; more are counted.
+/// Up to this number, tubes are named; more are counted.
 constexpr qsizetype kMostNames = 4;
 
 QString boundedLines(const QStringList &lines)
@@ -38,7 +38,7 @@ QString entryNames(const MapDocument &document, const QList<int> &entries)
     return boundedLines(lines);
 }
 
-/// The tubes of one list that the other does not hold, each once.
+/// Tubes of one list that are not in the other, each once.
 QList<qint32> without(const QList<qint32> &tubes, const QList<qint32> &others)
 {
     QSet<qint32> seen(others.begin(), others.end());
@@ -52,7 +52,7 @@ QList<qint32> without(const QList<qint32> &tubes, const QList<qint32> &others)
     return left;
 }
 
-/// Parameters known from the last time are not asked for while the whole map is computed, and queries can be stopped.
+/// While it exists, queries use known parameters without asking and can be cancelled.
 class QuietQueries
 {
 public:

@@ -6,8 +6,8 @@
 
 namespace map {
 
-/// "Update Map" as the user asks for it: warns before anything changes, computes the entries anew, and tells which of
-/// them have other tubes than before.
+/// The command "Update Map": asks before anything changes, computes all entries, and reports the entries whose tubes
+/// have changed.
 class MapUpdate
 {
 public:
@@ -17,14 +17,14 @@ public:
     {
     }
 
-    /// Asks when entries would lose all their tubes because no tube is selected, or cannot be computed because no
-    /// database is open. Returns false when the map is to stay as it is, which has been reported.
+    /// Asks if entries would lose all their tubes because no tube is selected, or cannot be computed because no
+    /// database is open. Returns false if the map must stay unchanged; this has been reported.
     bool confirm();
-    /// Computes every entry in order, each seeing the marks of those before it, as one change. Entries that the user
-    /// wants to leave as they are are not computed. Returns false when the progress, which may be null, has stopped it;
-    /// the map is then as it was, as it is after a failure, which is thrown on.
+    /// Computes all entries in order, as one change; each sees the marks of the entries before it. Entries that the
+    /// user excluded are not computed. Returns false if progress (may be null) cancelled it. The map is then unchanged,
+    /// as it is after an exception.
     bool run(tarnwick::Progress *progress);
-    /// After run(): says entry by entry how many tubes were added and removed. Says nothing when none were.
+    /// Call after run(): reports for each entry how many tubes were added and removed. Reports nothing if none were.
     void tell();
 
 private:
@@ -34,7 +34,7 @@ private:
 
     MapDocument &m_document;
     const FillRunner &m_runner;
-    QList<int> m_left; ///< entries that stay as they are
+    QList<int> m_left; ///< entries that are not computed
     Entries m_before;
 };
 

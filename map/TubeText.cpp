@@ -55,7 +55,7 @@ QString TubeText::ofTubes(const QList<qint32> &tubes) const
 
 QString TubeText::ofMap(const Entries &entries) const
 {
-    // As painting does: the later entry shows.
+    // As in painting, the later entry is visible.
     QList<int> shown(m_steamGen.numTube(), -1);
     QList<qint32> tubes;
     for (int i = int(entries.size()) - 1; i >= 0; --i) {

@@ -3,14 +3,14 @@
 
 namespace map {
 
-/// Tubes as lines of cells for spreadsheets: section (where the component has sections), row and column, each by its
-/// label, in that order of sorting.
+/// Tubes as lines of cells for spreadsheets: labels of section (if the component has sections), row and column, sorted
+/// in this order.
 class TubeText
 {
 public:
     enum class Form {
-        Tabs, ///< for the clipboard: cells apart by tabs, no titles
-        Csv   ///< for files: cells apart by commas, quoted where they have to be, after a line of titles
+        Tabs, ///< for the clipboard: cells separated by tabs, no titles
+        Csv   ///< for files: a line of titles, then cells separated by commas and quoted if necessary
     };
     TubeText(const ellery::SteamGen &steamGen, Form form)
         : m_steamGen(steamGen)
@@ -19,9 +19,10 @@ public:
     }
 
     QString ofTubes(const QList<qint32> &tubes) const;
-    /// The tubes that the entry marks, in every section where it ignores sections, hidden by later entries or not.
+    /// All tubes that the entry marks, including those hidden by later entries; in every section if the entry ignores
+    /// sections.
     QString ofEntry(const plans::MapFill &fill) const { return ofTubes(fill.markedTubes(m_steamGen)); }
-    /// Every tube that carries a symbol, with the symbol, and kind and description of the entry that shows there.
+    /// All tubes with a symbol: the symbol, and kind and description of the entry that is visible there.
     QString ofMap(const Entries &entries) const;
 
 private:

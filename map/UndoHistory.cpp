@@ -15,7 +15,7 @@ void UndoHistory::reset(const MapState &state)
 void UndoHistory::push(const QString &label, MapState state)
 {
     if (m_savedPosition > m_position)
-        m_savedPosition = -1; // the saved state was among the undone ones and cannot be reached any more
+        m_savedPosition = -1; // the saved state was undone and cannot be reached any more
     m_states.resize(size_t(m_position) + 1);
     m_states.push_back(std::move(state));
     m_labels.resize(m_position);

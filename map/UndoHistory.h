@@ -6,23 +6,23 @@
 
 namespace map {
 
-/// The states of a map one after the other, each change with its label, the place that stands for now and the place of
-/// the last save. There is always a present state.
+/// The successive states of a map with the labels of the changes between them, the current position, and the position
+/// of the last save. There is always a current state.
 class UndoHistory
 {
 public:
-    /// Older changes are forgotten, so that memory stays bounded.
+    /// Older changes are dropped to limit memory.
     static constexpr int kMaxLevels = 500;
 
-    /// A history of one state, which is the saved one.
+    /// Starts with one state, which counts as saved.
     void reset(const MapState &state);
     const MapState &present() const { return m_states[size_t(m_position)]; }
-    /// A change has led to this state. What could be redone is forgotten.
+    /// Appends a state. Changes that could be redone are dropped.
     void push(const QString &label, MapState state);
 
     bool canUndo() const { return m_position > 0; }
     bool canRedo() const { return m_position < count(); }
-    /// Empty when there is none.
+    /// Empty if there is none.
     QString undoLabel() const { return canUndo() ? m_labels[m_position - 1] : QString(); }
     QString redoLabel() const { return canRedo() ? m_labels[m_position] : QString(); }
 
@@ -30,16 +30,16 @@ public:
     const QStringList &labels() const { return m_labels; }
     int count() const { return int(m_labels.size()); }
     int position() const { return m_position; }
-    /// As many changes stand then; the number is clamped.
+    /// Sets the number of changes in effect, clamped to the history.
     void moveTo(int position);
 
-    /// The present state is the one that the map's file holds.
+    /// Marks the current state as saved.
     void setSaved();
-    /// No file holds any of the states.
+    /// Marks all states as not saved.
     void setNeverSaved();
-    /// The position whose state the map's file holds; -1: none can be reached.
+    /// Position of the saved state; -1 if it cannot be reached.
     int savedPosition() const { return m_savedPosition; }
-    /// Whether a file of the present state would differ from the saved one.
+    /// True if a file of the current state would differ from the saved one.
     bool isModified() const { return m_isModified; }
 
 private:
