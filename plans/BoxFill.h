@@ -5,7 +5,7 @@
 
 namespace plans {
 
-/// The tubes around those selected on the map, out to a radius. The selected tubes themselves are never among them.
+/// Takes the tubes within a radius around the tubes selected on the map, but not the selected tubes themselves.
 class BoxFill : public FillKind<BoxFill>
 {
 public:
@@ -18,7 +18,7 @@ public:
 
     BoxFill();
     void serialize(tarnwick::JFile &file, int version) override;
-    /// In the order in which tubes are first reached: by selected tube, then by index.
+    /// In the order in which the tubes are first reached: by selected tube, then by index.
     FillResult pick(const FillInput &input) const override;
     Need need() const override { return Need::Selection; }
     QString entryLabel() const override;
@@ -28,7 +28,7 @@ protected:
     QString className() const override;
 };
 
-/// The dialog's values between runs.
+/// Values of the dialog, stored for the next time.
 class BoxFillOptions : public tarnwick::OptionFile
 {
 public:

@@ -8,15 +8,15 @@ namespace plans {
 
 class QueryRecords;
 
-/// What a fill may look at when it picks its tubes.
+/// Input of a fill.
 struct FillInput
 {
     const ellery::SteamGen &component;
-    const ellery::TubeStates &tubes;       ///< marks so far, and the selection
-    const QueryRecords *records = nullptr; ///< of a query fill's query
+    const ellery::TubeStates &tubes;       ///< present marks and selection
+    const QueryRecords *records = nullptr; ///< the records of a query fill's query
 };
 
-/// What a fill has to tell the user about its tubes.
+/// Message of a fill about its tubes.
 struct FillRemark
 {
     enum class Kind {
@@ -25,19 +25,19 @@ struct FillRemark
         Question, ///< OK or Cancel
     };
     Kind kind = Kind::Error;
-    int number = 0; ///< of the message; 0: it has none
+    int number = 0; ///< number of the message; 0 for none
     QString text;
 };
 
-/// The tubes that a fill picked.
+/// Result of a fill.
 struct FillResult
 {
     QList<qint32> tubes;
     qint32 fillCount = 0;          ///< tubes, or records of a query
-    std::optional<quint32> seed;   ///< of random numbers, where some were drawn
+    std::optional<quint32> seed;   ///< seed of the random numbers, if any were drawn
     qint32 candidateCount = 0;     ///< tubes that a random fill could draw from
-    qint32 wantedCount = 0;        ///< how many of them it was to draw
-    QList<int> recordsWithoutTube; ///< records that name a tube which does not exist
+    qint32 wantedCount = 0;        ///< number of tubes that a random fill should draw
+    QList<int> recordsWithoutTube; ///< records with the address of a tube that does not exist
     QList<FillRemark> remarks;
 };
 

@@ -25,7 +25,7 @@ public:
 
 const QList<const MapFillType *> &MapFillType::all()
 {
-    // Listed here and not registered by each source, so that the order of the tool buttons never hangs on the linker.
+    // A list, because registration by each source would leave the order of the tool buttons to the linker.
     static const FillType<PcntFill> pcnt(u"RAND FILL"_s, u"RANDOM"_s);
     static const FillType<QueryFill> query(u"QUERY"_s, u"QUERY"_s);
     static const FillType<ListFill> list(u"LIST FILL"_s, u"LIST"_s);

@@ -19,7 +19,7 @@ struct ListFillTube
     bool operator==(const ListFillTube &) const = default;
 };
 
-/// The tubes of a list: a text file of tube addresses, or a tube set of the project database.
+/// Takes the tubes of a list: a text file of tube addresses, or a tube set of the project database.
 class ListFill : public FillKind<ListFill>
 {
 public:
@@ -34,7 +34,8 @@ public:
 
     ListFill();
     void serialize(tarnwick::JFile &file, int version) override;
-    /// Each tube once, in list order; the fill count is that of the entries. A remark tells of tubes that do not exist.
+    /// Each tube once, in the order of the list; the fill count is the number of list entries. A remark reports tubes
+    /// that do not exist.
     FillResult pick(const FillInput &input) const override;
     QString entryLabel() const override;
     QString undoLabel() const override;
@@ -43,7 +44,7 @@ protected:
     QString className() const override;
 };
 
-/// The dialog's values between runs.
+/// Values of the dialog, stored for the next time.
 class ListFillOptions : public tarnwick::OptionFile
 {
 public:

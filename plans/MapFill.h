@@ -6,8 +6,8 @@
 
 namespace plans {
 
-/// A legend entry: a rule that picks tubes and marks them with its own symbol and colour. Abstract; one class a kind,
-/// derived through FillKind.
+/// A legend entry: a rule that picks tubes, and the symbol and colour that it marks them with. Abstract; each kind is a
+/// class derived through FillKind.
 class MapFill
 {
 public:
@@ -21,42 +21,42 @@ public:
     qint32 fillCount = 0;     ///< tubes (records) of the last computation: TUBES in the legend
     bool allSections = false; ///< painting marks the same row and column in every section
 
-    /// Entry version written. Older ones lack the flag of all sections, the oldest the fill count too.
+    /// Version of an entry as written. Version 3 lacks allSections, version 2 also fillCount.
     static constexpr int kVersion = 4;
-    /// The common fields; each kind calls this first and then handles its own.
+    /// The common fields. Each kind calls this first, then serialises its own fields.
     virtual void serialize(tarnwick::JFile &file, int version);
     /// A deep copy of the same kind.
     virtual std::unique_ptr<MapFill> clone() const = 0;
-    /// Whether a user could not tell the two apart. The other must be of the same kind.
+    /// True if both are equal for a user. The other fill must be of the same kind.
     virtual bool isSameAs(const MapFill &other) const = 0;
-    /// The kind's parameters from a map file of version 2 or lower. The base refuses by throwing JFileError.
+    /// Reads the kind's parameters from a map file of version 2 or lower. The base class throws JFileError.
     virtual void readOldFormat(tarnwick::JFile &file);
-    /// Picks the tubes by the parameters. Changes nothing; see take(). A fill whose input lacks what it needs picks the
-    /// tubes that it has.
+    /// Picks tubes by the parameters. Does not change the fill; see take(). If the input lacks what the fill needs, the
+    /// result is the fill's present tubes.
     virtual FillResult pick(const FillInput &input) const = 0;
-    /// Takes over picked tubes, with the parameters that came of picking them.
+    /// Sets the tubes and other results of pick().
     virtual void take(const FillResult &result);
 
-    /// What computing takes beside the component and the symbols on it.
+    /// Input that pick() needs besides the component and the marks.
     enum class Need { Nothing, Selection, Database };
     virtual Need need() const { return Need::Nothing; }
 
-    /// The kind as its tool button calls it.
+    /// Name of the kind, as on its tool button.
     QString typeName() const;
-    /// What the legend calls an entry with these parameters.
+    /// Default label of an entry with these parameters.
     virtual QString entryLabel() const = 0;
-    /// What else of the entry a user may want to know, for its tip; empty for nothing.
+    /// Further information for the tool tip of the entry; may be empty.
     virtual QString detail() const { return {}; }
-    /// What Undo calls the making of such an entry.
+    /// Label of the change that adds such an entry.
     virtual QString undoLabel() const = 0;
-    /// The query whose symbol and colour the entry's are remembered as; empty when they are not remembered.
+    /// Query for which symbol and colour of the entry are stored; empty for none.
     virtual QString queryName() const { return {}; }
 
-    /// Gives every open tube of the entry its mark; returns how many. Does nothing when hidden.
+    /// Marks all open tubes of the entry and returns their number. Does nothing if the entry is hidden.
     int paint(const ellery::SteamGen &steamGen, ellery::TubeStates &states) const;
-    /// The tubes that painting looks at, each once: those of every section where sections are ignored.
+    /// The tubes that the entry marks, each once; those of every section if sections are ignored.
     QList<qint32> markedTubes(const ellery::SteamGen &steamGen) const;
-    /// Removes tube indices outside the steam generator; returns how many.
+    /// Removes tube indices outside of the steam generator and returns their number.
     int dropInvalidTubes(int tubeCount);
 
 protected:
@@ -71,7 +71,7 @@ private:
     void forEachMarked(const ellery::SteamGen &steamGen, Function function) const;
 };
 
-/// What every kind of fill has in common: copying, and comparing its Parameters (a struct with ==).
+/// Common functions of all kinds: copying, and comparing of their Parameters (a struct with ==).
 template <typename Kind>
 class FillKind : public MapFill
 {
@@ -86,7 +86,7 @@ private:
     const Kind &self() const { return static_cast<const Kind &>(*this); }
 };
 
-/// A kind of fill: its key in files, the label of its tool button, and how to make one.
+/// A kind of fill: its key in files, the text of its tool button, and a function that creates such a fill.
 class MapFillType
 {
 public:
@@ -100,7 +100,7 @@ public:
 
     /// In the order of the tool buttons.
     static const QList<const MapFillType *> &all();
-    /// Null for a key that no kind has.
+    /// Returns null for an unknown key.
     static const MapFillType *find(QStringView key);
 
 protected:

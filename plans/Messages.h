@@ -3,7 +3,7 @@
 
 #include <tarnwick/Prompts.h>
 
-/// What fills, legend and map say. Numbers are unique in the program.
+/// Messages of fills. Numbers are unique in the program.
 namespace plans::messages {
 
 using tarnwick::Message;

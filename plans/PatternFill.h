@@ -6,7 +6,7 @@
 
 namespace plans {
 
-/// A regular grid of rows and columns.
+/// Takes a regular grid of rows and columns.
 class PatternFill : public FillKind<PatternFill>
 {
 public:
@@ -15,8 +15,8 @@ public:
         TubeFilter filter;
         qint32 firstRow = 1;
         qint32 firstCol = 1;
-        bool includeFirstTube = false; ///< the tube in column 1, where the row has one
-        bool includeLastTube = false;  ///< the last tube of each row taken
+        bool includeFirstTube = false; ///< the tube in column 1, if the row has one
+        bool includeLastTube = false;  ///< the last tube of each selected row
         qint32 rowIncrement = 2;       ///< at least 1
         qint32 colIncrement = 2;       ///< at least 1
         bool operator==(const Parameters &) const = default;
@@ -27,7 +27,7 @@ public:
 
     PatternFill();
     void serialize(tarnwick::JFile &file, int version) override;
-    /// No tubes for an increment below 1, which only a damaged file can hold.
+    /// Without tubes for an increment below 1, which only a damaged file can contain.
     FillResult pick(const FillInput &input) const override;
     Need need() const override { return parameters.filter.takesSelection() ? Need::Selection : Need::Nothing; }
     QString entryLabel() const override;
@@ -37,7 +37,7 @@ protected:
     QString className() const override;
 };
 
-/// The dialog's values between runs.
+/// Values of the dialog, stored for the next time.
 class PatternFillOptions : public tarnwick::OptionFile
 {
 public:

@@ -56,7 +56,7 @@ void PcntFill::readOldFormat(tarnwick::JFile &file)
 
 qint32 PcntFill::target(qint64 candidates) const
 {
-    // In 64 bits, so that a wild percentage of a damaged file is no overflow.
+    // 64 bits, because the percentage in a damaged file can be very large.
     return parameters.percentMode ? qint32(parameters.percent * candidates / 100) : parameters.tubeCount;
 }
 

@@ -6,8 +6,8 @@
 
 namespace plans {
 
-/// The generator behind samples: seeds written in old plans must give the same tubes for ever, so it is fixed here and
-/// not the machine's own. State = state x 214013 + 2531011 modulo 2^32; each value is bits 16 to 30 of the new state.
+/// The random generator of samples. It is defined here because a seed in an old plan must always give the same tubes.
+/// State = state x 214013 + 2531011 modulo 2^32; each value is bits 16 to 30 of the new state.
 class SampleGenerator
 {
 public:
@@ -27,7 +27,7 @@ private:
     quint32 m_state;
 };
 
-/// A random sample: a percentage of the qualifying tubes, or a number of them, that its seed reproduces.
+/// Takes a random sample: a percentage or a number of the qualifying tubes. The seed reproduces it.
 class PcntFill : public FillKind<PcntFill>
 {
 public:
@@ -37,11 +37,11 @@ public:
         qint32 tubeCount = 0; ///< in tube-count mode
         TubeFilter filter;
         bool percentMode = true;
-        bool randomSeed = true; ///< a fresh seed from the clock at each computation
+        bool randomSeed = true; ///< take a new seed from the clock at each computation
         quint32 seed = 1;       ///< the last seed used
         bool operator==(const Parameters &) const = default;
 
-        /// Everything but the percentage, which old files hold alone.
+        /// All parameters except the percentage, which is the only one in old files.
         void serializeRest(tarnwick::JFile &file);
     };
     Parameters parameters;
@@ -49,22 +49,22 @@ public:
     PcntFill();
     void serialize(tarnwick::JFile &file, int version) override;
     void readOldFormat(tarnwick::JFile &file) override;
-    /// With a fresh seed, where one is wanted. Short samples are kept, with a remark.
+    /// Uses a new seed if randomSeed is set. If too few tubes qualify, all are taken, and a remark reports it.
     FillResult pick(const FillInput &input) const override;
     void take(const FillResult &result) override;
     Need need() const override { return parameters.filter.takesSelection() ? Need::Selection : Need::Nothing; }
     QString entryLabel() const override;
-    /// Always with the percentage, in tube-count mode too.
+    /// Always writes the percentage, also in tube-count mode.
     QString undoLabel() const override;
 
-    /// Random numbers end before this: of more tubes only the first so many can be drawn.
+    /// Random numbers are below this limit, so that only the first tubes up to it can be drawn.
     static constexpr int kReach = 32'768;
-    /// Only a part of the tubes that qualified could be drawn.
+    /// Reports that only a part of the qualifying tubes could be drawn.
     static bool isCutShort(const FillResult &result)
     {
         return result.candidateCount > kReach && result.wantedCount > 0;
     }
-    /// The seed.
+    /// Takes over the seed that was used.
     QString detail() const override;
 
 protected:
@@ -75,7 +75,7 @@ private:
     void addRemarks(FillResult &result) const;
 };
 
-/// The dialog's values between runs.
+/// Values of the dialog, stored for the next time.
 class PcntFillOptions : public tarnwick::OptionFile
 {
 public:

@@ -9,11 +9,11 @@ class DatabaseSession;
 
 namespace plans {
 
-/// Query fills of the program: their queries run on the project database, their symbols are kept in the query history.
+/// Query source of the program: runs queries on the project database and stores symbols in the query history.
 class ProjectQueries : public QuerySource
 {
 public:
-    /// Both must live as long as this object.
+    /// Both must outlive this object.
     ProjectQueries(db::DatabaseSession &session, query::QueryContext &context)
         : m_session(session)
         , m_context(context)

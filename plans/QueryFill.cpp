@@ -65,7 +65,7 @@ void QueryFill::readOldFormat(tarnwick::JFile &file)
         return;
     }
     parameters.query.serialize(file);
-    // The records that the query then returned, each the row, col and sec of a tube.
+    // The records of the query follow, each with row, col and sec of a tube.
     struct OldRecord
     {
         qint32 row = 0;

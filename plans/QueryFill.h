@@ -10,17 +10,17 @@ class TubeColumns;
 
 namespace plans {
 
-/// The tubes that the records of a query against the project database name.
+/// Takes the tubes of the records of a query on the project database.
 class QueryFill : public FillKind<QueryFill>
 {
 public:
-    /// Highlight of a record whose tube does not exist.
+    /// Colours of a record whose tube does not exist.
     static constexpr tarnwick::RowColours kInvalidColours{tarnwick::ColourRef(0xFFFFFF), tarnwick::ColourRef(0x0000FF)};
 
     struct Parameters
     {
         query::QueryDocument query; ///< its name is the query file, below "queries"
-        QString oldText;            ///< of the oldest map files; kept for their sake
+        QString oldText;            ///< field of the oldest map files, kept when they are read
         bool operator==(const Parameters &) const = default;
     };
     Parameters parameters;
@@ -28,12 +28,12 @@ public:
     QueryFill();
     void serialize(tarnwick::JFile &file, int version) override;
     void readOldFormat(tarnwick::JFile &file) override;
-    /// Picks the tubes that the records name by their columns "row", "col" and, where there are sections, "sec", each
-    /// tube once. Missing columns are an error, records of tubes that do not exist a question. Throws the engine's
-    /// exceptions when a value cannot be read.
+    /// Takes the tubes given by the columns "row", "col" and, if there are sections, "sec", each tube once. Missing
+    /// columns give an error remark, records of tubes that do not exist a question. Throws the engine's exceptions if a
+    /// value cannot be read.
     FillResult pick(const FillInput &input) const override;
     Need need() const override { return Need::Database; }
-    /// The file-name part of the query's name.
+    /// File name of the query.
     QString entryLabel() const override;
     QString undoLabel() const override;
     QString queryName() const override { return parameters.query.name; }
@@ -42,12 +42,12 @@ protected:
     QString className() const override;
 
 private:
-    /// The records that name no tube of the component.
+    /// Number of records without a tube of the component.
     struct Invalid
     {
         int count = 0;
-        int failed = 0; ///< those whose address could not be calculated ...
-        int record = 0; ///< ... and the first of them
+        int failed = 0; ///< number of records whose address could not be calculated
+        int record = 0; ///< the first of them
         QString field;
         QString error;
     };

@@ -12,8 +12,7 @@ class Progress;
 
 namespace plans {
 
-/// The records of an executed query, as a fill needs them: values in their types, and colours that the result table
-/// shows.
+/// The records of an executed query for a fill: typed values, and colours shown in the result table.
 class QueryRecords
 {
 public:
@@ -26,21 +25,21 @@ public:
     virtual void setColours(int row, const tarnwick::RowColours &colours) = 0;
 };
 
-/// Where a query fill gets its records, and where it remembers its symbol.
+/// Runs the queries of query fills and stores their symbols.
 class QuerySource
 {
 public:
     virtual ~QuerySource() = default;
-    /// A database is open.
+    /// True if a database is open.
     virtual bool isReady() const = 0;
-    /// Runs a select query, asking for its parameters. Null when it failed (which has then been said) or was cancelled.
+    /// Runs a select query and asks for its parameters. Returns null after reporting a failure, or if the user
+    /// cancelled.
     virtual std::unique_ptr<QueryRecords> run(const QString &name, const QString &sql) = 0;
-    /// While set, parameters whose values are all known are not asked for again ("Update Map").
+    /// While set, a query whose parameters all have known values does not ask for them ("Update Map").
     virtual void setQuiet(bool quiet) = 0;
-    /// While one is set, it stops queries, and the reading of their records: they then throw tarnwick::Cancelled. Null:
-    /// nobody watches.
+    /// The progress, null for none, cancels queries and the reading of their records; these throw tarnwick::Cancelled.
     virtual void setProgress(tarnwick::Progress *) {}
-    /// Query names are matched without regard to case. Empty when the query has none, or symbol 0.
+    /// Last mark of the query. Query names are compared without case. Empty if there is none or its symbol is none.
     virtual std::optional<ellery::TubeMark> rememberedMark(const QString &name) const = 0;
     virtual void rememberMark(const QString &name, const ellery::TubeMark &mark) = 0;
 };

@@ -3,8 +3,8 @@
 
 namespace plans {
 
-/// Which tubes a percent or pattern fill may take. Numbers are those of the dialogs' choices and of the files; with any
-/// other number no tube qualifies.
+/// The tubes that a percent or pattern fill can take. The numbers are those of the choices in dialogs and files; for an
+/// unknown number no tube qualifies.
 struct TubeFilter
 {
     enum Region : qint32 { EntireMap = 0, SelectedTubes = 1 };
@@ -13,7 +13,7 @@ struct TubeFilter
     qint32 region = EntireMap;
     qint32 tube = SymbolsAndOpen;
 
-    /// By the symbols and the selection on the map at this moment.
+    /// Tests the present mark and selection of the tube.
     bool accepts(const ellery::TubeStates &states, int index) const;
     bool takesSelection() const { return region == SelectedTubes; }
     bool operator==(const TubeFilter &) const = default;

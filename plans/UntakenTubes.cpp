@@ -23,7 +23,7 @@ UntakenTubes::UntakenTubes(const ellery::SteamGen &steamGen, const ellery::TubeS
     m_left = qsizetype(m_entries.size());
     if (m_entries.empty())
         return;
-    // As many strips as there are tubes in one.
+    // The number of strips is about the number of tubes in a strip.
     const double count = std::ceil(std::sqrt(double(m_entries.size())));
     m_height = (top - m_bottom) / count;
     if (!(m_height > 0))
@@ -66,7 +66,7 @@ size_t UntakenTubes::firstLeft(size_t place)
 
 void UntakenTubes::takeFrom(const Strip &strip, double x, double y, double radius, double reach, QList<qint32> &taken)
 {
-    // Only as far to the sides as the circle reaches at the strip's nearest edge.
+    // Horizontal reach of the circle at the nearest edge of the strip.
     const double away = std::max({0.0, strip.bottom - y, y - strip.top});
     if (strip.begin == strip.end || away > reach)
         return;
@@ -91,8 +91,8 @@ QList<qint32> UntakenTubes::take(double x, double y, double radius)
     QList<qint32> taken;
     if (isEmpty() || !(radius >= 0) || !std::isfinite(x) || !std::isfinite(y))
         return taken;
-    // A little further: rounding must not drop a tube whose rounded distance is the radius itself. And never further
-    // than squares can be taken of.
+    // The search is slightly wider, since rounding must not drop a tube whose rounded distance equals the radius; it is
+    // limited to values whose squares are finite.
     constexpr double kFurthest = 1e100;
     const double reach = std::min(radius + (radius + std::abs(x) + std::abs(y)) * 1e-12, kFurthest);
     const int last = stripAt(y + reach);

@@ -6,15 +6,15 @@
 
 namespace plans {
 
-/// The tubes that are not selected, to be taken around one place after the other; what was taken is never looked at
-/// again. So a wide box costs no more than a small one. Tubes without a finite place are left out.
+/// The tubes that are not selected, for taking those around one place after another. A tube that was taken is not
+/// visited again, so a large radius takes no longer than a small one. Tubes without finite coordinates are left out.
 class UntakenTubes
 {
 public:
     UntakenTubes(const ellery::SteamGen &steamGen, const ellery::TubeStates &states);
 
     bool isEmpty() const { return m_left == 0; }
-    /// Takes the tubes whose distance (square root of dx² + dy² in double precision) is not greater than the radius;
+    /// Takes the tubes whose distance (square root of dx² + dy² in double precision) is at most the radius. Returns
     /// ascending indices.
     QList<qint32> take(double x, double y, double radius);
 
@@ -26,7 +26,7 @@ private:
         qint32 tube;
         int strip;
     };
-    /// Horizontal band of the map: its entries stand from left to right.
+    /// Horizontal band of the map. Its entries are sorted from left to right.
     struct Strip
     {
         double bottom = 0;
@@ -38,11 +38,11 @@ private:
     void takeFrom(const Strip &strip, double x, double y, double radius, double reach, QList<qint32> &taken);
     size_t firstLeft(size_t place);
 
-    std::vector<Entry> m_entries; ///< strip by strip
+    std::vector<Entry> m_entries; ///< sorted by strip
     std::vector<Strip> m_strips;
-    std::vector<size_t> m_next; ///< a place itself while it is there, else one further on; shortened when walked
+    std::vector<size_t> m_next; ///< the place itself if not taken, otherwise a later one; shortened during searches
     double m_bottom = 0;
-    double m_height = 1; ///< of a strip
+    double m_height = 1; ///< height of a strip
     qsizetype m_left = 0;
 };
 

@@ -9,7 +9,7 @@ class NumberField;
 
 namespace plans {
 
-/// "Box Fill"
+/// Dialog "Box Fill".
 class BoxFillDlg : public FillDialog
 {
     Q_OBJECT

@@ -20,11 +20,11 @@ namespace plans {
 namespace {
 
 constexpr int kSymbolSide = 22;
-constexpr int kIconGap = 6; ///< between the symbol and the text of its button
+constexpr int kIconGap = 6; ///< between symbol and text of the button
 constexpr QSize kLeastPreview{240, 220};
 constexpr QSize kFirstSize{720, 380};
 
-/// A tube with the symbol as the map paints it.
+/// A tube with its symbol, as on the map.
 QIcon tubeIcon(const brannock::TubeMark &mark, const brannock::MapOptions &look, double ratio)
 {
     const int side = int(kSymbolSide * ratio);
@@ -80,7 +80,7 @@ QLayout *FillDialog::makePreview()
 {
     m_map->setObjectName(u"preview"_s);
     m_map->setAccessibleName(u"The map with this fill"_s);
-    // To look at; a selection made here would mean nothing.
+    // For display only: a selection here would have no effect.
     m_map->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_map->setFocusPolicy(Qt::NoFocus);
     m_map->setMinimumSize(kLeastPreview);
@@ -173,7 +173,7 @@ void FillDialog::accept()
         QDialog::accept();
         return;
     }
-    // What was entered is still there, to be tried again.
+    // The entered values are kept for another attempt.
     m_editor.changed = [this] { refresh(); };
     refresh();
 }

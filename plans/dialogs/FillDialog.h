@@ -16,16 +16,16 @@ class TubesheetMap;
 
 namespace plans {
 
-/// What the dialogs of fills get from the window that opens them.
+/// References of the window for the dialogs of fills.
 struct FillDialogContext
 {
     map::FillEditorContext editing;
-    brannock::MapOptions look; ///< of the map, for the preview
+    brannock::MapOptions look; ///< appearance of the map, for the preview
     QWidget *parent = nullptr;
 };
 
-/// What the dialogs of all kinds of fills share: the kind's own groups of fields, the symbol and colour of the entry, a
-/// picture of the map with the fill, what it finds in words, OK and Cancel.
+/// Common parts of the dialogs of all kinds of fills: the groups of fields of the kind, symbol and colour of the entry,
+/// a preview of the map, the result as text, OK and Cancel.
 class FillDialog : public QDialog
 {
     Q_OBJECT
@@ -34,14 +34,14 @@ public:
     void accept() override;
 
 protected:
-    /// The editor must live as long as the dialog. name: of the widget, by which its size is remembered.
+    /// The editor must outlive the dialog. name: object name of the dialog, under which its size is stored.
     FillDialog(map::FillEditor &editor, const FillDialogContext &context, const QString &name, const QString &title);
-    /// A framed group of labelled fields below those that are there.
+    /// Adds a group box of labelled fields below the others.
     QFormLayout *addGroup(const QString &title);
     void addGroup(QWidget *group);
-    /// To be called when the groups have been made. first: gets the focus.
+    /// Call after the groups have been added. first: gets the focus.
     void finish(QWidget *first);
-    /// Fields from the editor.
+    /// Sets the fields from the editor.
     virtual void showFields() = 0;
 
 private:

@@ -3,9 +3,9 @@
 
 namespace plans {
 
-/// Whether fills of that kind have a dialog, by the kind's key.
+/// True if the kind with this key has a dialog.
 bool hasFillDialog(QStringView key);
-/// Opens the kind's dialog for a new fill. True when the user has ended it with OK.
+/// Opens the dialog of a legend entry.
 bool openNewFill(const FillDialogContext &context, QStringView key);
 /// Opens the dialog of an entry of the legend.
 bool openFill(const FillDialogContext &context, int entry);

@@ -7,18 +7,18 @@ class QComboBox;
 
 namespace plans {
 
-/// "Fill Mode": which tubes of the map a fill may take.
+/// Group "Fill Mode": the tubes of the map that a fill can take.
 class FilterGroup : public QGroupBox
 {
     Q_OBJECT
 public:
     explicit FilterGroup(QWidget *parent = nullptr);
-    /// A number that is no choice leaves its box empty.
+    /// An unknown number leaves its box empty.
     void setFilter(const TubeFilter &filter);
     TubeFilter filter() const;
 
 Q_SIGNALS:
-    /// By the user.
+    /// Emitted when the user changed a choice.
     void filterEdited();
 
 private:

@@ -13,7 +13,7 @@ namespace plans {
 
 class FilterGroup;
 
-/// "Pattern Fill"
+/// Dialog "Pattern Fill".
 class PatternFillDlg : public FillDialog
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ protected:
     void showFields() override;
 
 private:
-    /// A field with the parameter that it shows.
+    /// A field and its parameter.
     struct Number
     {
         tarnwick::NumberField *field;

@@ -16,7 +16,7 @@ namespace plans {
 
 namespace {
 
-/// A prompt that any button of the mouse works, and the keys of a button.
+/// A label that works as a button for all mouse buttons and keys.
 class Prompt : public QPushButton
 {
 public:

@@ -13,7 +13,7 @@ namespace plans {
 
 class FilterGroup;
 
-/// "Random Fill"
+/// Dialog "Random Fill".
 class PercentFillDlg : public FillDialog
 {
     Q_OBJECT

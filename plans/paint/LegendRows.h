@@ -4,7 +4,7 @@
 
 namespace plans {
 
-/// A legend entry, and the whole legend, as pictures show them.
+/// A legend entry and the whole legend for pictures.
 brannock::LegendRow legendRow(const MapFill &fill, int hits);
 QList<brannock::LegendRow> legendRows(const map::MapDocument &document);
 

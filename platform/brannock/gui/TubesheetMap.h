@@ -10,34 +10,34 @@
 
 namespace brannock {
 
-/// The tubesheet map on the screen: shows a steam generator's tubes with their symbols, colours and selection, lets the
-/// user move about and select tubes.
+/// The tubesheet map on the screen: shows the tubes of a steam generator with their symbols, colours and selection.
+/// The user moves the view and selects tubes.
 ///
-/// Mouse: a click selects a tube (Ctrl toggles, Shift adds), on free ground it deselects; dragging selects by
+/// Mouse: a click selects a tube (Ctrl toggles, Shift adds), beside the tubes it deselects; dragging selects by
 /// rectangle, with Alt by lasso; the middle button or Space drags the map; the wheel zooms at the pointer; the side
-/// buttons go back and forth between views. Keys: arrows move, + and - zoom, Home or F shows everything, Backspace the
-/// previous view; Alt+arrow leads a cursor from tube to tube, with Shift selecting them on its way, Space selects or
-/// deselects there, Return activates the tube.
+/// buttons go back and forth between views. Keys: arrows move, + and - zoom, Home or F shows the whole map, Backspace
+/// the previous view; Alt+arrow moves a cursor from tube to tube, with Shift also selecting them; Space selects or
+/// deselects the tube at the cursor, Return activates it.
 ///
-/// The widget changes nothing itself: it tells which tubes the user wants to select. Call refresh() after a change of
-/// the tubes' states.
+/// The widget does not change the selection itself, but emits selectionWanted(). Call refresh() after a change of the
+/// states of the tubes.
 class TubesheetMap : public QWidget
 {
     Q_OBJECT
 public:
     using SelectMode = ellery::SelectMode;
-    /// What dragging with the left button does; modifiers and the middle button work in all of them.
+    /// Action of dragging with the left button. Modifiers and the middle button work in all modes.
     enum class DragMode { Rectangle, Lasso, Zoom, Pan };
     Q_ENUM(DragMode)
 
     explicit TubesheetMap(QWidget *parent = nullptr);
 
-    /// Shows all of a component. Neither is owned; null for an empty map.
+    /// Shows a component. Both must outlive their use here; null for an empty map.
     void setSteamGen(const ellery::SteamGen *steamGen, const ellery::TubeStates *tubes = nullptr);
     const ellery::SteamGen *steamGen() const { return m_steamGen; }
-    /// Shows other states of the same tubes. Not owned.
+    /// Shows other states of the same tubes, which must outlive their use here.
     void setTubes(const ellery::TubeStates *tubes);
-    /// Marks or selection have changed: repaints the tubes concerned. Other tubes than before: takes them all over.
+    /// Call after marks or selection have changed: repaints the changed tubes. If the tubes differ, all are taken over.
     void refresh();
     void setOptions(const MapOptions &options);
     const MapOptions &options() const { return m_scene.options; }
@@ -49,35 +49,36 @@ public:
     void fit();
     void zoomIn();
     void zoomOut();
-    /// Zooms so that this place of the widget stays where it is.
+    /// Zooms around a position of the widget.
     void zoomAt(const QPointF &pos, double factor);
-    /// A rectangle in map coordinates.
+    /// Shows a rectangle in map coordinates.
     void zoomTo(const QRectF &mapRect);
-    /// Brings a tube into view when it is not, without changing the scale.
+    /// Moves the view to a tube that is not visible, without changing the scale.
     void ensureVisible(int tube);
     void previousView();
     void nextView();
     bool hasPreviousView() const { return m_viewport.canGoBack(); }
     bool hasNextView() const { return m_viewport.canGoForward(); }
-    /// 1 or -1 (flipped). Previous and next view leave them as they are.
+    /// 1 or -1 (flipped). The commands for the previous and next view do not change them.
     int xOrientation() const { return view().xOrientation; }
     int yOrientation() const { return view().yOrientation; }
     void setXOrientation(int orientation);
     void setYOrientation(int orientation);
 
     // Pointer and selection.
-    /// The card that names the tube under the pointer.
+    /// Switches the card with information on the tube under the pointer.
     void setTubeTip(bool on);
     bool hasTubeTip() const { return m_tubeTip; }
-    /// Hides the card, whatever is under the pointer: a dialog stands over the map.
+    /// Hides the card while a dialog is open.
     void setTipHidden(bool hidden);
-    /// Further lines of the card for a tube (the fill that marked it, its last indication, repairs).
+    /// Sets a function that returns further lines of the card for a tube (the fill that marked it, its last indication,
+    /// repairs).
     void setTipText(std::function<QStringList(int tube)> text) { m_tipText = std::move(text); }
     void setDragMode(DragMode mode);
     DragMode dragMode() const { return m_dragMode; }
-    /// The tube at this place of the widget, or -1.
+    /// Tube at a position of the widget, or -1.
     int tubeAt(const QPointF &pos) const;
-    /// Where the tube stands in the widget.
+    /// Position of a tube in the widget.
     QPointF posOf(int tube) const { return view().toView(m_scene.position(tube)); }
     int hoveredTube() const { return m_marks.hovered; }
     int cursorTube() const { return m_marks.cursor; }
@@ -87,13 +88,13 @@ public:
     QSize minimumSizeHint() const override { return QSize(160, 120); }
 
 Q_SIGNALS:
-    /// Double click or Return.
+    /// Emitted after a double click or Return.
     void tubeActivated(int tube);
-    /// The user wants these tubes to join the selection in this way.
+    /// Emitted if the user selects tubes. mode: how they change the selection.
     void selectionWanted(const QList<qint32> &tubes, ellery::SelectMode mode);
-    /// The tube under the pointer or the keyboard's cursor; -1: none.
+    /// Emitted if the tube under the pointer or the cursor has changed; -1: none.
     void hovered(int tube);
-    /// tube: -1 on free ground
+    /// tube: -1 beside the tubes.
     void contextMenuRequested(const QPoint &globalPos, int tube);
     void viewChanged();
 
@@ -114,7 +115,7 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
-    /// The left button is down.
+    /// Handles a press of the left button.
     struct Press
     {
         QPointF pos;
@@ -132,7 +133,7 @@ private:
     // Marks over the map.
     void setHovered(int tube);
     void updateCard();
-    /// After a change of the selection that the cursor had no part in: the cursor's card goes with the selection.
+    /// Hides the cursor's card after a change of the selection that was not made with the cursor.
     void followSelection();
 
     // Mouse.
@@ -155,17 +156,17 @@ private:
     MapScene m_scene;
     MapViewport m_viewport{m_scene};
     MapCache m_cache;
-    QTimer m_zooming; // active while steps of zooming follow each other
+    QTimer m_zooming; // active during a series of zoom steps
 
     MapMarks m_marks{m_scene, m_viewport};
     bool m_tubeTip = false;
     bool m_tipHidden = false;
     std::function<QStringList(int)> m_tipText;
-    bool m_selectsAtCursor = false; // the next change of the selection is the cursor's own
+    bool m_selectsAtCursor = false; // the next change of the selection is made with the cursor
 
     DragMode m_dragMode = DragMode::Rectangle;
     std::optional<Press> m_press;
-    std::unique_ptr<MapTool> m_tool; // while the mouse drags
+    std::unique_ptr<MapTool> m_tool; // during a drag
     Space m_space = Space::Up;
     bool m_showFocus = false;
 };

@@ -14,8 +14,8 @@ namespace brannock {
 
 using ellery::TubeMark;
 
-/// What the painter paints: a copy of a steam generator's tubes and of their state on the map, prepared for painting,
-/// with the options. Plain data: it does not watch the sources; call setModel() and update() when they have changed.
+/// Input of the painter: a copy of a steam generator's tubes and their states, prepared for painting, with the options.
+/// Does not watch its sources; call setModel() and update() after they have changed.
 class MapScene
 {
 public:
@@ -34,7 +34,7 @@ public:
 
     /// Copies tubes, stay rods and labels, then the map state.
     void setModel(const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes);
-    /// Takes over marks and selection of the same tubes.
+    /// Copies marks and selection of the same tubes.
     Change update(const ellery::TubeStates &tubes);
     /// Paints no tube as selected until the next update().
     void deselect();
