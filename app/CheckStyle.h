@@ -5,9 +5,8 @@ class QPainter;
 
 namespace app {
 
-/// The Fusion style with check boxes that can be seen in dark palettes: their frame is drawn in the colour of the text.
-/// Greyed texts are drawn once, without a light copy below them. A text with an underlined letter is as wide as its
-/// size hint.
+/// The Fusion style with check boxes that are visible in dark palettes: the frame has the colour of the text. Disabled
+/// texts are drawn once, without a light copy below. A text with an underlined letter is as wide as its size hint.
 class CheckStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -21,7 +20,7 @@ public:
                   QStyleHintReturn *data = nullptr) const override;
 };
 
-/// A check box by itself. ink: of frame and tick; ground: what it stands on.
+/// Paints a check box. ink: colour of frame and tick; ground: colour behind it.
 void paintCheckBox(QPainter &painter, const QRect &rect, Qt::CheckState state, const QColor &ink, const QColor &ground);
 
 } // namespace app

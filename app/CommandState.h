@@ -10,7 +10,7 @@ namespace app {
 class ProjectSession;
 class WindowCommands;
 
-/// The present state of project, map and pointer, as the conditions of commands look at it.
+/// State of project, map and pointer for the conditions of commands.
 CommandContext commandContext(const ProjectSession &session, const brannock::TubesheetMap &map,
                               const WindowCommands &commands);
 

@@ -41,7 +41,7 @@ namespace app {
 namespace {
 
 constexpr QSize kFirstSize{1280, 800};
-/// Of the width, in percent: what the map gets at first.
+/// Initial share of the map in the width, in percent.
 constexpr int kMapShare = 66;
 
 } // namespace
@@ -78,7 +78,7 @@ DBase::~DBase()
     m_session->changed = nullptr;
     m_session->replaced = nullptr;
     m_session->makeProgress = nullptr;
-    // The views look at the session's map.
+    // The views refer to the session's map.
     m_side->legendModel().setDocument(nullptr);
     delete takeCentralWidget();
 }
@@ -120,7 +120,7 @@ void DBase::makeCentre()
     m_splitter->setChildrenCollapsible(false);
     m_splitter->addWidget(m_map);
     m_splitter->addWidget(m_side);
-    // No part has a stretch factor: each keeps its share of the width in a window of another size.
+    // Without stretch factors the parts keep their shares when the window is resized.
     m_splitter->setSizes({kFirstSize.width() * kMapShare / 100, kFirstSize.width() * (100 - kMapShare) / 100});
     setCentralWidget(m_splitter);
     m_fullScreen =
@@ -195,13 +195,13 @@ bool DBase::openProject(const QString &folder)
     if (!m_session->openProject(projectFolder(folder)))
         return false;
     {
-        // What was said about the database is still to be read when the map has been opened.
+        // The messages about the database must remain visible after the map was opened.
         const auto end = qScopeGuard([this] { m_status.line().setJoins(false); });
         m_status.line().setJoins(true);
         m_session->openMapAtStart();
     }
     map().setFocus();
-    // Once the window is there with what was restored.
+    // After the window has been shown with its restored layout.
     if (m_session->headerDraft)
         QMetaObject::invokeMethod(
             this, [this] { m_runner.perform([this] { m_commands->editHeader(); }); }, Qt::QueuedConnection);
@@ -215,7 +215,7 @@ bool DBase::addQueryFile(const QString &machinePath)
 
 void DBase::mapChanged(const map::MapEvent &event)
 {
-    // What was said last is about the map before this change.
+    // The last message refers to the map before this change.
     if (!event.has(map::MapEvent::File | map::MapEvent::Component))
         m_status.line().forget();
     scheduleRefresh();
@@ -232,7 +232,7 @@ void DBase::sessionChanged()
 
 void DBase::scheduleRefresh()
 {
-    // Many changes in a row are shown once.
+    // Several changes in a row are shown together.
     if (!std::exchange(m_refreshScheduled, true))
         QMetaObject::invokeMethod(this, &DBase::refreshAll, Qt::QueuedConnection);
 }
@@ -241,7 +241,7 @@ void DBase::refreshAll()
 {
     m_refreshScheduled = false;
     m_side->refresh(*m_session);
-    m_status.showTube(m_map->pointedText()); // its symbol may be another one now
+    m_status.showTube(m_map->pointedText()); // its symbol may have changed
     m_status.showMap(*m_session);
     m_status.showProtection(*m_session);
     m_actions->refresh();
@@ -273,7 +273,7 @@ void DBase::closeEvent(QCloseEvent *event)
         return;
     }
     m_recovery->end();
-    // The next start begins with the panels, as they stood beside the map.
+    // The next start shows the panels as they were beside the map.
     if (m_fullScreen->isOn())
         m_fullScreen->toggle();
     m_session->end();

@@ -34,27 +34,27 @@ class SidePanel;
 class ViewBar;
 class ViewCommands;
 
-/// The program's one main window. It makes its parts and connects them; what they do is in their own classes and,
-/// without widgets, in logic.
+/// The main window. Creates and connects its parts; the work is done in their classes and, without widgets, in logic.
 class DBase : public QMainWindow
 {
     Q_OBJECT
 public:
-    /// prompts: null for message boxes over this window.
+    /// prompts: null for message boxes of this window.
     explicit DBase(tarnwick::UserPrompts *prompts = nullptr);
     ~DBase() override;
 
-    /// Returns false after reporting why the folder holds no project that can be opened.
+    /// Returns false after reporting why the project could not be opened.
     bool openProject(const QString &folder);
-    /// Runs a query file and adds its tubes to the legend. Returns false after reporting why it cannot.
+    /// Runs a query file and adds its tubes to the legend. Returns false after reporting the failure.
     bool addQueryFile(const QString &machinePath);
     ProjectSession &projectSession() { return *m_session; }
     brannock::TubesheetMap &map();
     tarnwick::CommandActions &commands() { return *m_actions; }
     CommandRunner &runner() { return m_runner; }
-    /// Tests put their own in place of the system's.
+    /// Replaces the file dialogs in tests.
     void setFileDialogs(FileDialogs *dialogs) { m_commands->setFileDialogs(dialogs); }
-    /// Brings what follows from the map and the session up to date now; changes do it by themselves a moment later.
+    /// Updates everything that depends on map and session at once. After changes this happens automatically with a
+    /// short delay.
     void refreshAll();
 
 protected:

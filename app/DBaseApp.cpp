@@ -48,7 +48,8 @@ void say(const QString &text)
 
 QtMessageHandler usualHandler = nullptr;
 
-/// Drawing without a display leads to one complaint of the platform for every window, which means nothing to anyone.
+/// Suppresses a warning of the platform plugin, which appears for each window without a display and has no meaning for
+/// users.
 void dropPlatformNote(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (text != u"This plugin does not support propagateSizeHints()"_s)
@@ -57,7 +58,7 @@ void dropPlatformNote(QtMsgType type, const QMessageLogContext &context, const Q
 
 } // namespace
 
-/// Says errors on the standard error stream and goes on with what shows most.
+/// Writes errors to the standard error stream and answers questions so that most is shown.
 class DBaseApp::StreamPrompts : public tarnwick::UserPrompts
 {
 public:
@@ -115,7 +116,7 @@ DBaseApp::DBaseApp(const AppOptions &options)
     , m_streamPrompts(options.picture.isEmpty() ? nullptr : std::make_unique<StreamPrompts>())
     , m_window(std::make_unique<DBase>(m_streamPrompts.get()))
 {
-    // A picture shows the window as it is made, not as this user left it.
+    // A picture shows the initial layout, not the layout stored by the user.
     if (options.picture.isEmpty())
         tarnwick::StateKeeper::keep(m_window.get());
     else
@@ -128,7 +129,7 @@ bool DBaseApp::openProject()
 {
     const QString folder = chooseProject(m_options.project, m_window->projectSession().recentProjects());
     if (m_options.project.isEmpty() && !brannock::Project::isProjectFolder(folder)) {
-        // A project that was moved since the last time is no reason to greet the user with an error.
+        // If the last project was moved, no error is shown at the start.
         if (!folder.isEmpty())
             m_window->projectSession().prompts().status(messages::kRecentNotThere, folder);
         return true;
@@ -148,7 +149,7 @@ void DBaseApp::start()
 {
     m_window->projectSession().keepsRecoveryCopies = true;
     m_window->show();
-    // Once the event loop runs, so that what is wrong with the project is said over a window that is there.
+    // In the event loop, so that errors about the project are shown over a visible window.
     QMetaObject::invokeMethod(
         m_window.get(),
         [this] {
@@ -170,7 +171,7 @@ bool DBaseApp::writePicture()
     m_window->show();
     m_window->refreshAll();
     QCoreApplication::processEvents();
-    QCoreApplication::processEvents(); // layouts that follow from the first pass
+    QCoreApplication::processEvents(); // layouts that depend on the first pass
     QByteArray picture;
     QBuffer buffer(&picture);
     buffer.open(QIODevice::WriteOnly);
@@ -220,7 +221,7 @@ int runArvo(int argc, char **argv)
         say(u"arvo: "_s + options.error + u'\n' + kUsage);
         return kWrongUsage;
     }
-    // What follows must stand before the application object is made.
+    // Settings that must be made before the application object is created.
     if (!options.picture.isEmpty()) {
         usualHandler = qInstallMessageHandler(dropPlatformNote);
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))

@@ -14,17 +14,17 @@ struct AppOptions
 {
     QString project;     ///< folder, or empty for the project opened last
     QStringList queries; ///< query files whose tubes are marked at the start
-    QString picture;     ///< a file for a picture of the window; the program then shows nothing else and ends
+    QString picture;     ///< file for a picture of the window; the program writes it and ends
     QSize size{1280, 800};
-    double scale = 1;  ///< device pixels of one pixel in the picture
-    bool dark = false; ///< a dark palette, whatever the system's is
+    double scale = 1;  ///< device pixels per pixel of the picture
+    bool dark = false; ///< dark palette, independent of the system
 
-    /// What is wrong with the arguments, empty when nothing is.
+    /// Error in the arguments; empty if there is none.
     QString error;
     static AppOptions parse(const QStringList &arguments);
 };
 
-/// Starts the program: the main window, then the project given or opened last, its database and its map.
+/// Starts the program: the main window, then the given or last project with its database and map.
 class DBaseApp
 {
 public:
@@ -34,9 +34,9 @@ public:
     DBaseApp &operator=(const DBaseApp &) = delete;
 
     DBase &window() { return *m_window; }
-    /// Shows the window, then opens project and queries in it.
+    /// Shows the window, then opens project and queries.
     void start();
-    /// Writes the picture of the window with everything in it. False, with the reason on the standard error stream.
+    /// Writes the picture of the complete window. Returns false after writing the reason to the standard error stream.
     bool writePicture();
 
 private:
@@ -45,14 +45,14 @@ private:
 
     AppOptions m_options;
     class StreamPrompts;
-    std::unique_ptr<StreamPrompts> m_streamPrompts; ///< for pictures: nobody is there to answer a box
+    std::unique_ptr<StreamPrompts> m_streamPrompts; ///< for pictures, where nobody can answer a message box
     std::unique_ptr<DBase> m_window;
 };
 
-/// Dark colours for the whole program.
+/// Sets dark colours for the whole program.
 void useDarkPalette();
 
-/// The whole of main().
+/// Body of main().
 int runArvo(int argc, char **argv);
 
 } // namespace app

@@ -17,7 +17,7 @@ QString filters(const tarnwick::FileChooserInfo &chooser)
     return chooser.moreFilters ? QString(first + u";;"_s + QString::fromUtf16(chooser.moreFilters)) : first;
 }
 
-/// "emf" of "Metafiles (*.emf)".
+/// Suffix of a filter: "emf" for "Metafiles (*.emf)".
 QString suffixOf(const QString &filter)
 {
     static const QRegularExpression pattern(u"\\(\\*\\.(\\w+)"_s);
@@ -63,10 +63,10 @@ QString FileDialogs::askForName(const tarnwick::FileChooserInfo &chooser, const 
                                 const tarnwick::PathRoots &roots, const QString &name, bool mayReplace)
 {
     const QString folder = startFolder(chooser, roots);
-    QDir().mkpath(folder); // where it cannot be made, the chooser starts elsewhere
+    QDir().mkpath(folder); // if this fails, the chooser starts in another folder
     QFileDialog dialog(m_parent, title, folder, filters(chooser));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    // Whoever must not replace a file says so himself; a question about it here would mislead.
+    // The caller refuses existing files itself; a question about replacing them would be misleading.
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !mayReplace);
     dialog.setDefaultSuffix(QString::fromUtf16(chooser.extension).mid(1));
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
@@ -79,7 +79,7 @@ QString FileDialogs::askForName(const tarnwick::FileChooserInfo &chooser, const 
     while (dialog.exec() == QDialog::Accepted) {
         const QString chosen = dialog.selectedFiles().value(0);
         const QString path = withSuffix(chosen, dialog.defaultSuffix(), known);
-        // The dialog asks about files that are there by their whole name.
+        // The dialog asks before replacing a file with exactly the entered name.
         if (path == chosen || !mayReplace || !QFileInfo::exists(path))
             return remember(chooser, path);
         dialog.selectFile(QFileInfo(path).fileName());

@@ -7,8 +7,7 @@ class QWidget;
 
 namespace app {
 
-/// Asks for files and folders. Each chooser goes on in the folder where it was last used. Tests put their own in its
-/// place.
+/// Asks for files and folders by dialogs. Each chooser starts in the folder where it was last used. Tests override it.
 class FileDialogs : public tarnwick::FileChoice
 {
 public:
@@ -23,13 +22,13 @@ public:
                      const tarnwick::PathRoots &roots) override;
     QString saveFile(const tarnwick::FileChooserInfo &chooser, const QString &title, const tarnwick::PathRoots &roots,
                      const QString &name = {}) override;
-    /// Like saveFile, for a file that is to be made and must not exist yet.
+    /// As saveFile(), for a file that must not exist yet.
     virtual QString newFile(const tarnwick::FileChooserInfo &chooser, const QString &title,
                             const tarnwick::PathRoots &roots);
     virtual QString openFolder(const QString &title, const QString &start);
-    /// The path, ended by the suffix unless it ends in one of those known: a dot within a name ("R11.2") is no suffix.
+    /// Adds the suffix unless the path ends with a known one: a dot within a name ("R11.2") does not start a suffix.
     static QString withSuffix(const QString &path, const QString &suffix, const QStringList &known);
-    /// Another project: choosers start in its folders.
+    /// Call after another project was opened: choosers start in its folders.
     void forgetFolders() { m_folders.clear(); }
 
 private:
@@ -39,7 +38,7 @@ private:
                        const QString &name, bool mayReplace);
 
     QWidget *m_parent;
-    QHash<QString, QString> m_folders; ///< by the chooser's own folder
+    QHash<QString, QString> m_folders; ///< last folder, by the start folder of the chooser
 };
 
 } // namespace app

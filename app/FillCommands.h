@@ -13,11 +13,11 @@ class MapPane;
 class ProjectSession;
 class SidePanel;
 
-/// The dialogs of fills, and the symbol of an entry.
+/// Opens the dialog of a kind of fill. A new entry becomes the current entry of the legend.
 class FillCommands
 {
 public:
-    /// parent: of the dialogs. All must live as long as this object.
+    /// parent: of the dialogs. All must outlive this object.
     FillCommands(ProjectSession &session, MapPane &map, SidePanel &panel, QWidget *parent)
         : m_session(session)
         , m_map(map)
@@ -26,14 +26,14 @@ public:
     {
     }
 
-    /// Binds the command of each kind of fills.
+    /// Binds the commands of all kinds of fills.
     void bind(tarnwick::CommandHandlers &handlers);
     /// Opens the dialog of a kind of fills. A new entry becomes the legend's current one.
     void make(const QString &key);
-    /// Runs a query file and adds its tubes. Returns false after reporting why it cannot.
+    /// Runs a query file and adds its tubes. Returns false after reporting the failure.
     bool addQueryFile(const QString &machinePath);
     void edit(int place);
-    /// Map and legend show each choice at once.
+    /// Map and legend preview each choice.
     void chooseMark(int place);
 
 private:

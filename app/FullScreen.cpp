@@ -34,7 +34,7 @@ void FullScreen::toggle()
     showMenuBar(!m_isOn);
     m_parts.window->setWindowState(m_parts.window->windowState().setFlag(Qt::WindowFullScreen, m_isOn));
     m_parts.map->setFocus();
-    // Without the bars nothing else says how to leave.
+    // Without the bars, this text is the only hint how to leave the full screen.
     constexpr int kNoticeMs = 4000;
     if (m_isOn)
         QToolTip::showText(m_parts.map->mapToGlobal(QPoint(m_parts.map->width() / 2, 0)),
@@ -54,7 +54,7 @@ void FullScreen::showMenuBar(bool shown)
 
 bool FullScreen::isEscForFullScreen() const
 {
-    // Who closes menus and boxes with Esc may press it once more than needed.
+    // Users who close menus and boxes with Esc may press it once too often.
     constexpr int kPauseMs = 600;
     const bool isJustBack = m_sinceReturn.isValid() && m_sinceReturn.elapsed() < kPauseMs;
     return m_parts.window->focusWidget() == m_parts.map && !isJustBack;
@@ -65,7 +65,7 @@ bool FullScreen::filterWindow(QEvent *event)
     switch (event->type()) {
     case QEvent::ShortcutOverride: {
         const auto *key = static_cast<QKeyEvent *>(event);
-        // Taken from the shortcut, the key goes to what has the focus.
+        // The key is sent to the widget with the focus instead of the shortcut.
         if (key->key() == Qt::Key_Escape && (key->isAutoRepeat() || !isEscForFullScreen())) {
             event->accept();
             return true;
@@ -91,7 +91,7 @@ void FullScreen::filterMap(QEvent *event)
         if (reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason)
             m_sinceReturn.start();
     }
-    // Esc while something is dragged on the map ends the drag and not the window's usual view.
+    // During a drag on the map, Esc cancels the drag instead.
     if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape &&
         QGuiApplication::mouseButtons() != Qt::NoButton)
         event->accept();

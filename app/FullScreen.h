@@ -13,7 +13,7 @@ class TubesheetMap;
 
 namespace app {
 
-/// The full screen, which shows the map alone, and the key Esc that leads there and back.
+/// Full screen with only the map, and the key Esc that enters and leaves it.
 class FullScreen : public QObject
 {
     Q_OBJECT
@@ -21,9 +21,9 @@ public:
     struct Parts
     {
         QMainWindow *window;
-        QSplitter *splitter; ///< between the map and what is beside it
+        QSplitter *splitter; ///< between map and side panel
         brannock::TubesheetMap *map;
-        QList<QWidget *> hidden; ///< in the full screen
+        QList<QWidget *> hidden; ///< hidden in the full screen
     };
     explicit FullScreen(const Parts &parts);
 
@@ -35,13 +35,13 @@ private:
     bool filterWindow(QEvent *event);
     void filterMap(QEvent *event);
     void showMenuBar(bool shown);
-    /// Esc goes to the full screen and back, and not to something else that has the focus.
+    /// Handles Esc for the full screen, unless another widget with the focus needs it.
     bool isEscForFullScreen() const;
 
     const Parts m_parts;
     bool m_isOn = false;
-    QList<int> m_sharesBefore;   ///< of map and side panel
-    QElapsedTimer m_sinceReturn; ///< from a menu or dialog to the window
+    QList<int> m_sharesBefore;   ///< widths of map and side panel
+    QElapsedTimer m_sinceReturn; ///< time since a menu or dialog was closed
 };
 
 } // namespace app

@@ -65,7 +65,7 @@ void setShownText(QPlainTextEdit *edit, const QString &text, bool readOnly)
         edit->setPlainText(text);
 }
 
-/// Parts that scroll where the screen is too low for all of them.
+/// Makes a part scroll if the screen is too low.
 QScrollArea *scrolling(QWidget *parts)
 {
     auto *area = new QScrollArea;
@@ -132,7 +132,7 @@ QPlainTextEdit *HeaderDlg::makeText(const QString &name, int lines)
     edit->setMinimumHeight(height);
     edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     connect(edit, &QPlainTextEdit::textChanged, this, &HeaderDlg::changed);
-    // Setting a text moves its cursor, too.
+    // Setting a text also moves its cursor.
     connect(edit, &QPlainTextEdit::cursorPositionChanged, this, [this, edit] {
         if (!m_isFilling)
             m_lastText = edit;
@@ -158,7 +158,7 @@ QWidget *HeaderDlg::makeFont(const QString &label, const QString &name, QString 
     layout->addWidget(text);
     layout->addWidget(choice.family, 1);
     layout->addWidget(choice.size);
-    // A family that is being typed is none yet.
+    // A font name that is being typed is not a known family yet.
     connect(choice.family, &QComboBox::activated, this, &HeaderDlg::changed);
     connect(choice.family->lineEdit(), &QLineEdit::editingFinished, this, &HeaderDlg::changed);
     connect(choice.size, &QSpinBox::valueChanged, this, &HeaderDlg::changed);
@@ -206,7 +206,7 @@ QWidget *HeaderDlg::makeTexts()
     m_keywords->setToolButtonStyle(Qt::ToolButtonTextOnly);
     m_keywords->setPopupMode(QToolButton::InstantPopup);
     makeKeywords(m_keywords);
-    // The arrow of its menu stands over the text otherwise.
+    // Otherwise the arrow of the menu covers the text.
     m_keywords->setMinimumWidth(m_keywords->sizeHint().width() +
                                 m_keywords->style()->pixelMetric(QStyle::PM_MenuButtonIndicator));
     auto *row = new QHBoxLayout;
@@ -267,7 +267,8 @@ QWidget *HeaderDlg::makeMapFields()
     m_checked = addLine(u"&Checked by"_s, u"checkedBy"_s);
     m_description = makeText(u"description"_s, 2);
     m_description->setFixedHeight(m_description->minimumHeight());
-    disconnect(m_description, &QPlainTextEdit::cursorPositionChanged, this, nullptr); // no keywords are replaced there
+    disconnect(m_description, &QPlainTextEdit::cursorPositionChanged, this,
+               nullptr); // keywords are not replaced in the description
     layout->addRow(u"&Description"_s, m_description);
     return box;
 }
@@ -308,7 +309,7 @@ void HeaderDlg::fill(bool expanded)
     setShownText(m_description, m_editor.description, false);
     for (const FontChoice &choice : std::as_const(m_fonts)) {
         choice.family->setCurrentFont(QFont(template_.*choice.familyField));
-        choice.family->setEditText(template_.*choice.familyField); // also where this machine does not have the font
+        choice.family->setEditText(template_.*choice.familyField); // also if this machine does not have the font
         choice.size->setValue(template_.*choice.sizeField);
     }
     m_isFilling = false;
@@ -336,7 +337,7 @@ void HeaderDlg::take()
 
 void HeaderDlg::showStandard()
 {
-    // Printed only where both are empty.
+    // Printed only if both texts are empty.
     const bool isPrinted = m_editor.header.upperText.isEmpty() && m_editor.header.lowerText.isEmpty();
     const map::MapHeader standard = isPrinted ? map::MapHeader::standard() : map::MapHeader();
     m_upper->setPlaceholderText(standard.upperText);
@@ -370,7 +371,7 @@ void HeaderDlg::changed()
 
 void HeaderDlg::run(const std::function<void()> &fileCommand)
 {
-    take(); // also a font that is being typed
+    take(); // includes a font name that is being typed
     fileCommand();
     fill(m_expand->isChecked());
 }

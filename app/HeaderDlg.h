@@ -19,12 +19,12 @@ namespace app {
 
 class PagePreview;
 
-/// Edits the map's print header beside a preview of the page. What it decides is in HeaderEditor.
+/// Dialog of the map's print header with a preview of the page. Its logic is in map::HeaderEditor.
 class HeaderDlg : public QDialog
 {
     Q_OBJECT
 public:
-    /// page: the page with a header; inches, dpi: of paper and printer.
+    /// page: paints the page with a header. inches, dpi: size and resolution of the paper.
     HeaderDlg(map::HeaderEditor &editor, const std::function<brannock::MapPicture(const map::MapHeader &)> &page,
               const QSizeF &inches, double dpi, QWidget *parent = nullptr);
 
@@ -50,7 +50,7 @@ private:
     QPlainTextEdit *makeText(const QString &name, int lines);
     void makeKeywords(QToolButton *button);
 
-    /// From the editor into the widgets, and back.
+    /// Copies the values from the editor to the widgets, and back.
     void fill(bool expanded);
     void take();
     void changed();
@@ -71,8 +71,8 @@ private:
     QCheckBox *m_expand = nullptr;
     QCheckBox *m_template = nullptr;
     QToolButton *m_keywords = nullptr;
-    QLabel *m_unknown = nullptr;          ///< what looks like a keyword and is none
-    QPlainTextEdit *m_lastText = nullptr; ///< where keywords go
+    QLabel *m_unknown = nullptr;          ///< shows words that look like keywords but are not
+    QPlainTextEdit *m_lastText = nullptr; ///< field that keywords are inserted into
     QList<FontChoice> m_fonts;
     bool m_isFilling = false;
 };

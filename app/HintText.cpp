@@ -44,7 +44,7 @@ private:
         QPalette palette = m_field->palette();
         const QColor hint = hintColour(palette);
         if (palette.color(QPalette::Active, QPalette::PlaceholderText) == hint)
-            return; // also ends the round that the change below begins
+            return; // also ends the recursion caused by the change below
         for (const auto group : {QPalette::Active, QPalette::Inactive})
             palette.setColor(group, QPalette::PlaceholderText, hint);
         m_field->setPalette(palette);

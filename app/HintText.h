@@ -6,10 +6,10 @@ class QWidget;
 
 namespace app {
 
-/// Of a text that stands where something can be put: weaker than a text, and readable under every palette. The role
-/// that palettes have for it is often left at what a light one needs.
+/// Colour of a placeholder text: weaker than a text, but readable with every palette. The palette role for it often has
+/// a colour that suits light palettes only.
 QColor hintColour(const QPalette &palette);
-/// Gives the placeholder of a field that colour, now and after every change of the palette.
+/// Sets this colour for the placeholder of a field, now and after each change of the palette.
 void keepHintReadable(QWidget *field);
 
 } // namespace app

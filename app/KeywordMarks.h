@@ -4,7 +4,7 @@
 
 namespace app {
 
-/// Underlines bracketed words that are no keywords, since they would be printed as they are.
+/// Underlines bracketed words that are not keywords, because they are printed unchanged.
 class KeywordMarks : public QSyntaxHighlighter
 {
     Q_OBJECT

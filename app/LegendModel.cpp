@@ -205,7 +205,7 @@ bool LegendModel::dropMimeData(const QMimeData *data, Qt::DropAction action, int
     if (!ok || from < 0 || from >= m_rows)
         return false;
     Q_EMIT moveRequested(from, gap > from ? gap - 1 : gap);
-    // The move is done; a view that heard "true" would remove the dragged row as well.
+    // The move is done. After "true" the view would also remove the dragged row.
     return false;
 }
 

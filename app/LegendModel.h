@@ -5,7 +5,7 @@
 
 namespace app {
 
-/// The entries of a map as a table. Follows the document by itself and asks for changes by signals.
+/// Table model of the entries of a map. Follows the document, and requests changes by signals.
 class LegendModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -19,9 +19,9 @@ public:
         : QAbstractTableModel(parent)
     {
     }
-    /// Not owned; null for none.
+    /// Must outlive its use here; null for none.
     void setDocument(map::MapDocument *document);
-    /// Shows another mark for an entry while the user is still choosing; nothing: its own.
+    /// Shows another mark for an entry as a preview; nullopt: its own mark.
     void showTrial(int place, const std::optional<ellery::TubeMark> &mark);
 
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -40,20 +40,20 @@ public:
 
 Q_SIGNALS:
     void showRequested(int entry, bool shown);
-    /// to: where the entry is to stand afterwards.
+    /// to: place of the entry after the move.
     void moveRequested(int from, int to);
     void renameRequested(int entry, const QString &label);
 
 private:
     void mapChanged(const map::MapEvent &event);
-    /// The current row of views stays where it is.
+    /// Keeps the current row of views.
     void refresh();
     QVariant text(int row, int column) const;
     QString explanation(int row) const;
     ellery::TubeMark mark(int row) const;
 
     const map::MapDocument *m_document = nullptr;
-    int m_rows = 0; ///< as views know it
+    int m_rows = 0; ///< number of rows known to views
     int m_trialPlace = -1;
     std::optional<ellery::TubeMark> m_trial;
     map::Subscription m_subscription;

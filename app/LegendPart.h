@@ -12,19 +12,19 @@ class FillCommands;
 class LegendView;
 class SidePanel;
 
-/// What the user asks of the legend: by its table, its keys and its buttons.
+/// Handles requests of the user from table, keys and buttons of the legend.
 class LegendPart : public QObject
 {
     Q_OBJECT
 public:
-    /// All must live as long as this object.
+    /// All must outlive this object.
     LegendPart(map::MapDocument &document, const map::FillRunner &runner, FillCommands &fills, SidePanel &panel,
                CommandRunner &commands, QObject *parent);
 
-    /// Binds the commands of the legend and its entries to their actions.
+    /// Binds the commands of the legend and its entries.
     void bind(tarnwick::CommandHandlers &handlers);
-    /// The tubes as lines for the clipboard: those of the current entry when the legend has the focus, else the
-    /// selected ones, else the whole map's.
+    /// Tubes as text for the clipboard: those of the current entry if the legend has the focus, otherwise the selected
+    /// tubes, otherwise those of the whole map.
     void copyTubes();
 
 private:

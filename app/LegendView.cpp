@@ -17,7 +17,7 @@ namespace app {
 
 namespace {
 
-/// The editor of descriptions. The legend is refreshed whenever something has changed; what is being typed stays.
+/// Delegate that edits descriptions. A refresh of the legend does not change text that is being typed.
 class DescriptionDelegate : public QStyledItemDelegate
 {
 public:
@@ -25,7 +25,7 @@ public:
     void setEditorData(QWidget *editor, const QModelIndex &index) const override
     {
         const auto *line = qobject_cast<const QLineEdit *>(editor);
-        // Setting the same text again would take its selection away.
+        // Setting the same text again would clear its selection.
         if (!line || (!line->isModified() && line->text() != index.data(Qt::EditRole).toString()))
             QStyledItemDelegate::setEditorData(editor, index);
     }
@@ -64,7 +64,7 @@ LegendView::LegendView(LegendModel *model, QWidget *parent)
     fitRows();
     connect(model, &QAbstractItemModel::dataChanged, this, &LegendView::fitColumns);
     connect(model, &QAbstractItemModel::modelReset, this, &LegendView::fitColumns);
-    // What comes back by redo, too: the buttons above work on the current entry.
+    // New and redone entries become current, because the buttons above act on the current entry.
     connect(model, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex &, int, int last) {
         if (!currentIndex().isValid())
             setCurrentEntry(last);
@@ -197,7 +197,7 @@ QWidget *LegendView::openEditor() const
 void LegendView::keyPressEvent(QKeyEvent *event)
 {
     const QModelIndex current = currentIndex();
-    // Return that ends the typing of a description arrives here as well.
+    // Return that ends editing a description also arrives here.
     if (current.isValid() && event->modifiers() == Qt::NoModifier && state() != EditingState) {
         if (event->key() == Qt::Key_Space) {
             const QModelIndex symbol = current.siblingAtColumn(LegendModel::Symbol);

@@ -5,26 +5,26 @@ namespace app {
 
 class LegendModel;
 
-/// The legend table: a swatch with the symbol and a check box, then type, description and counts. Entries are dragged
-/// to another place; Space shows and hides the current one; a click on its symbol asks for another.
+/// The legend table: symbol and check box, type, description and counts. Entries are moved by dragging; Space shows and
+/// hides the current entry; a click on the symbol requests another.
 class LegendView : public QTableView
 {
     Q_OBJECT
 public:
     explicit LegendView(LegendModel *model, QWidget *parent = nullptr);
-    /// -1 when there is none.
+    /// -1 if there is none.
     int currentEntry() const;
     void setCurrentEntry(int entry);
-    /// Lets the user type another description for the current entry.
+    /// Starts editing the description of the current entry.
     void renameCurrent();
-    /// Takes over a description that is being typed.
+    /// Ends editing and keeps the typed description.
     void endRename();
 
 Q_SIGNALS:
     void contextMenuRequested(const QPoint &globalPos, int entry);
-    /// Double click or Return on an entry.
+    /// Emitted after a double click or Return on an entry.
     void entryActivated(int entry);
-    /// A click on the symbol of an entry.
+    /// Emitted after a click on the symbol of an entry.
     void symbolRequested(int entry);
 
 protected Q_SLOTS:
@@ -42,7 +42,7 @@ protected:
 private:
     void fitRows();
     void fitColumns();
-    /// The entry whose symbol is at a place of the viewport, -1: none.
+    /// Entry whose symbol is at a position of the viewport; -1 for none.
     int symbolAt(const QPoint &place) const;
     void dropRename();
     /// The editor of a description, nullptr: none is open.

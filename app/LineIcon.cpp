@@ -12,7 +12,7 @@ namespace app {
 
 namespace {
 
-/// On a square of 24 units.
+/// Drawn on a square of 24 units.
 QByteArray shapes(Picture picture)
 {
     switch (picture) {

@@ -3,8 +3,7 @@
 
 namespace app {
 
-/// The pictures of buttons: thin lines in the colour of the palette's text, sharp at any scale, right in light and
-/// dark.
+/// Icons of buttons: thin lines in the text colour of the palette, sharp at any scale.
 enum class Picture {
     Undo,
     Redo,
@@ -33,7 +32,7 @@ enum class Picture {
 };
 QIcon lineIcon(Picture picture);
 
-/// The program's own picture: a tubesheet with marked tubes.
+/// Icon of the program: a tubesheet with marked tubes.
 QIcon programIcon();
 
 } // namespace app

@@ -17,7 +17,7 @@ QLabel *makeHint()
                             u"\"File | Recent Projects\"."_s);
     hint->setObjectName(u"noProject"_s);
     hint->setAlignment(Qt::AlignCenter);
-    // The pane is disabled without a project; the hint must be readable all the same.
+    // The pane is disabled without a project, but the hint must be readable.
     QPalette readable = hint->palette();
     readable.setColor(QPalette::Disabled, QPalette::WindowText, readable.color(QPalette::Active, QPalette::WindowText));
     hint->setPalette(readable);

@@ -10,31 +10,30 @@ class TubesheetMap;
 
 namespace app {
 
-/// The map of the open project, or what to do without one. Follows the document by itself and turns what the user
-/// selects into changes of it.
+/// The map of the open project, or a hint if there is none. Follows the document, and changes it when the user selects
+/// tubes.
 class MapPane : public QStackedWidget
 {
     Q_OBJECT
 public:
-    /// The document must live as long as the pane.
+    /// The document must outlive the pane.
     explicit MapPane(map::MapDocument &document, QWidget *parent = nullptr);
     ~MapPane() override;
 
     brannock::TubesheetMap &map() { return *m_map; }
-    /// Shows the map, or without a project what to do about it.
+    /// Shows the map, or the hint without a project.
     void setProjectOpen(bool isOpen);
     void setOptions(const brannock::MapOptions &options);
-    /// Shows other states of the tubes in place of the document's while the user is still choosing; null: the
-    /// document's.
+    /// Shows other states of the tubes as a preview; null: those of the document.
     void showTrial(const ellery::TubeStates *tubes);
 
-    /// Selects a tube, brings it into view and leads the cursor to it.
+    /// Selects a tube, makes it visible and moves the cursor to it.
     void showTube(int tube);
-    /// The tube that was last pointed at, as the status bar names it; empty for none.
+    /// Name of the last pointed tube for the status bar; empty for none.
     QString pointedText() const;
 
 Q_SIGNALS:
-    /// The tube under the pointer or the cursor is another one.
+    /// Emitted if the tube under the pointer or the cursor has changed.
     void pointedAt(int tube);
 
 private:

@@ -14,7 +14,7 @@ MapPreviewDlg::MapPreviewDlg(QPrinter &printer, const std::function<void(QPrinte
     setObjectName(u"mapPreview"_s);
     setWindowTitle(u"Map Print Preview"_s);
     connect(this, &QPrintPreviewDialog::paintRequested, this, [paint](QPrinter *device) { paint(*device); });
-    // Large enough to read the legend, with room left for the window behind it.
+    // Large enough to read the legend, smaller than the window.
     resize(QGuiApplication::primaryScreen()->availableSize() * 0.8);
 }
 

@@ -4,12 +4,12 @@
 
 namespace app {
 
-/// Shows the map as it will be printed.
+/// Print preview of the map.
 class MapPreviewDlg : public QPrintPreviewDialog
 {
     Q_OBJECT
 public:
-    /// paint: puts the page on the device given
+    /// paint: paints the page on the given device.
     MapPreviewDlg(QPrinter &printer, const std::function<void(QPrinter &)> &paint, QWidget *parent);
 };
 

@@ -52,7 +52,7 @@ QPrinter &MapPrinting::printer()
         m_printer->setOutputFormat(QPrinter::PdfFormat);
         m_printer->setPageSize(defaultPaper());
     }
-    // Tubesheets are as wide as high and the legend stands beside them.
+    // A tubesheet is about square, and the legend is beside it.
     const bool landscape = kept[kLandscapeKey].toBool(true);
     m_printer->setPageOrientation(landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
     const int paper = kept[kPaperKey].toInt(-1);
@@ -102,7 +102,7 @@ brannock::MapPicture MapPrinting::page(const map::MapHeader &header) const
 bool MapPrinting::printOn(QPrinter &device, const tarnwick::Message &failure)
 {
     device.setDocName(documentName());
-    // The page's own margins are those of the options, measured from the paper's edge.
+    // The margins of the page are those of the options, measured from the edge of the paper.
     device.setFullPage(true);
     QPainter painter;
     if (!painter.begin(&device)) {
@@ -143,12 +143,12 @@ void MapPrinting::preview()
 
 void MapPrinting::offerPdfFile()
 {
-    // A name that the user has chosen stays; the one offered for an earlier map does not.
+    // A name chosen by the user is kept; a suggestion for another map is not.
     if (printer().outputFormat() != QPrinter::PdfFormat || printer().outputFileName() != m_offeredPdf)
         return;
     const QString name = documentName();
     const QString folder = m_session.project().pathOf(u"temp"_s);
-    QDir().mkpath(folder); // where it cannot be made, the dialog refuses the name
+    QDir().mkpath(folder); // if this fails, the dialog refuses the name
     m_offeredPdf = folder + u'/' + tarnwick::validFileName(name) + u".pdf"_s;
     printer().setOutputFileName(m_offeredPdf);
 }

@@ -10,7 +10,7 @@ class QWidget;
 
 namespace app {
 
-/// The map on paper and as a picture file. Every way paints the same page; what fails is said.
+/// Prints the map and stores it as a picture. All ways paint the same page, and report failures.
 class MapPrinting
 {
 public:
@@ -27,28 +27,28 @@ public:
     void storeMetafile();
     void storeBitmap();
 
-    /// The page with this header in place of the map's.
+    /// The page with this header instead of the map's.
     brannock::MapPicture page(const map::MapHeader &header) const;
-    /// Of the paper, in inches, as it lies.
+    /// Size of the paper in inches, in its orientation.
     QSizeF paperSize();
-    /// Dots per inch of the printer.
+    /// Resolution of the printer in dots per inch.
     double resolution();
-    /// False, said by the message, when the printer cannot be opened.
+    /// Returns false after reporting failure if the printer cannot be opened.
     bool printOn(QPrinter &printer, const tarnwick::Message &failure);
 
-    /// Into a PDF file, which replaces one of that name once it is whole; the printer's own way would not notice a full
-    /// disk.
+    /// Writes a PDF file and replaces an existing file only when it is complete. Printing through QPrinter would not
+    /// detect a full disk.
     void printToFile(const QString &chosen);
 
 private:
-    /// Made when it is first needed: asking the system for printers takes time.
+    /// Created on first use, because querying the printers of the system takes time.
     QPrinter &printer();
     void keepSetup() const;
-    /// The map's name, or the project's for a map without one.
+    /// Name of the map, or of the project if the map has no name.
     QString documentName() const;
-    /// Where there is no printer, the page goes into a file: a name for it.
+    /// Asks for a file name if there is no printer.
     void offerPdfFile();
-    /// notMade: what is said when there is no picture, before any file is written.
+    /// notMade: message if no picture can be made, before a file is written.
     void store(const tarnwick::FileChooserInfo &chooser, const QString &title, const tarnwick::Message &notMade);
 
     ProjectSession &m_session;

@@ -7,7 +7,7 @@ namespace app {
 class MapPane;
 class ProjectSession;
 
-/// Opens the dialog of the program's options. The map shows what is chosen at once, and as before when it is not kept.
+/// Opens the dialog of the program's options. The map previews them, and is restored if they are not accepted.
 void editOptions(ProjectSession &session, MapPane &map, QWidget *parent);
 
 } // namespace app

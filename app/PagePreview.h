@@ -8,12 +8,12 @@
 
 namespace app {
 
-/// A small picture of a printed page that follows changes a moment later, so that typing stays quick.
+/// Small picture of a printed page. Follows changes after a short delay, so that typing is not slowed.
 class PagePreview : public QWidget
 {
     Q_OBJECT
 public:
-    /// inches: of the paper. dpi: of the printer; fonts take whole pixels there, and lines break by them.
+    /// inches: size of the paper. dpi: resolution of the printer, which determines font sizes and line breaks.
     PagePreview(std::function<brannock::MapPicture()> page, const QSizeF &inches, double dpi,
                 QWidget *parent = nullptr);
     void pageChanged() { m_delay.start(); }

@@ -6,7 +6,7 @@
 
 namespace app {
 
-/// Milliseconds, so that changes in a row are written once.
+/// Delay in milliseconds, so that several changes in a row are written once.
 static constexpr int kDelay = 300;
 
 RecoveryKeeper::RecoveryKeeper(ProjectSession &session, CommandRunner &runner, QObject *parent)

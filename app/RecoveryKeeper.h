@@ -6,21 +6,21 @@ namespace app {
 class CommandRunner;
 class ProjectSession;
 
-/// Brings the copy for the case of a crash up to date a moment after the last change.
+/// Updates the recovery copy shortly after the last change.
 class RecoveryKeeper : public QObject
 {
     Q_OBJECT
 public:
-    /// Both must live as long as this object.
+    /// Both must outlive this object.
     RecoveryKeeper(ProjectSession &session, CommandRunner &runner, QObject *parent);
 
-    /// Work that is in no file has changed.
+    /// Call after a change of unsaved work.
     void noteChange();
-    /// The work has come to its proper end: the copy is removed.
+    /// Call at the regular end of the work: deletes the copy.
     void end();
 
 Q_SIGNALS:
-    /// The copy is up to date, or could not be written.
+    /// Emitted after the copy was updated or could not be written.
     void kept();
 
 private:

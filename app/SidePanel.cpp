@@ -19,7 +19,7 @@ namespace app {
 
 namespace {
 
-/// Room for usual names of sites, components and databases.
+/// Width for usual names of sites, components and databases.
 const QString kProjectSample = u"Component: 0000000000000\n\n\n\n\nDatabase : project.mdb"_s;
 
 } // namespace
@@ -32,7 +32,7 @@ SidePanel::SidePanel(tarnwick::CommandActions &actions, QWidget *parent)
     , m_view(new LegendView(m_model))
 {
     setObjectName(u"sidePanel"_s);
-    // Part of a count would be another number.
+    // A count must not be cut, because it would show another number.
     m_status->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     auto *panels = new QHBoxLayout;
     panels->setSpacing(6);

@@ -12,7 +12,7 @@ class LegendView;
 class ProjectSession;
 class TextPanel;
 
-/// Beside the map: the project, the counts, and the legend with its buttons.
+/// Panel beside the map: the project, the counts, and the legend with its buttons.
 class SidePanel : public QWidget
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
 
     LegendModel &legendModel() { return *m_model; }
     LegendView &legendView() { return *m_view; }
-    /// Shows project and counts.
+    /// Updates project and counts.
     void refresh(const ProjectSession &session);
 
 private:

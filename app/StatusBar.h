@@ -9,19 +9,19 @@ namespace app {
 class ProjectSession;
 class StatusLine;
 
-/// The parts of the window's status bar.
+/// Parts of the status bar of the window.
 class StatusBar
 {
 public:
     /// Adds the parts to the bar, which owns them.
     explicit StatusBar(QStatusBar *bar);
 
-    /// For messages.
+    /// Line for messages.
     StatusLine &line() { return *m_line; }
     void showTube(const QString &text);
-    /// Whether the map has unsaved changes, and how many tubes are selected.
+    /// Shows whether the map has unsaved changes, and the number of selected tubes.
     void showMap(const ProjectSession &session);
-    /// Tells when a crash would cost the unsaved changes.
+    /// Shows a warning if no recovery copy can be kept.
     void showProtection(const ProjectSession &session);
 
 private:

@@ -3,19 +3,19 @@
 
 namespace app {
 
-/// The words of the status bar: one line, cut to its room, with the whole text as its tip.
+/// Message line of the status bar: one line, cut to its width; the tip has the whole text.
 class StatusLine : public QLabel
 {
 public:
     explicit StatusLine(QWidget *parent = nullptr);
 
-    /// Shows a text in place of the one before; several lines go into one.
+    /// Replaces the text; several lines are joined to one.
     void say(const QString &text);
-    /// While on, a text stands behind the one before.
+    /// While on, a text is appended to the one before.
     void setJoins(bool on) { m_joins = on; }
-    /// What was said is no longer of interest.
+    /// Clears a text that is outdated.
     void forget() { say({}); }
-    /// Work has ended: a text that says that it is under way ("Execute ...") is no longer true.
+    /// Call at the end of work: clears a text about work in progress ("Execute ...").
     void endWork();
 
     QSize minimumSizeHint() const override;

@@ -12,7 +12,7 @@ namespace app {
 
 namespace {
 
-constexpr double kSwatchShare = 0.86; ///< of the row's height
+constexpr double kSwatchShare = 0.86; ///< fraction of the row's height
 constexpr double kHiddenOpacity = 0.45;
 
 QRect checkRect(const QStyleOptionViewItem &option)
@@ -29,7 +29,7 @@ void paintCheck(QPainter &painter, const QRect &rect, bool checked, const QStyle
                   option.palette.color(selected ? QPalette::Highlight : QPalette::Base));
 }
 
-/// A disc in the colour with the symbol on it, filling a square.
+/// Paints a disc in the colour of the mark with its symbol, filling a square.
 void paintMark(QPainter &painter, const QRectF &square, const ellery::TubeMark &mark)
 {
     const QColor colour = brannock::fromColourRef(mark.colour);
@@ -56,7 +56,7 @@ void SymbolDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
     initStyleOption(&full, index);
     const QRect check = checkRect(full);
     const bool shown = full.checkState == Qt::Checked;
-    // The style's own box can hardly be seen in dark palettes, so only its background is wanted here.
+    // The check box of the style is hardly visible in dark palettes, so only the background is painted by the style.
     full.features &= ~QStyleOptionViewItem::HasCheckIndicator;
     const QStyle *style = full.widget ? full.widget->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &full, painter, full.widget);

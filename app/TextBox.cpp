@@ -35,7 +35,7 @@ void showTextBox(QWidget *parent, const QString &title, const QString &text)
     auto *layout = new QVBoxLayout(&box);
     layout->addWidget(view, 1);
     layout->addWidget(buttons);
-    // As large as the whole text takes, with room for a scroll bar that some styles reserve; it may be made smaller.
+    // Large enough for the whole text and a scroll bar; it can be made smaller.
     const QFontMetrics metrics(view->font());
     const int around = 2 * (int(view->document()->documentMargin()) + view->frameWidth()) +
                        view->style()->pixelMetric(QStyle::PM_ScrollBarExtent);

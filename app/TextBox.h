@@ -7,11 +7,11 @@ namespace app {
 
 class ProjectSession;
 
-/// A box with fixed-width text that can be selected and copied; it scrolls where the screen is too small for it.
+/// Dialog with fixed-width text that can be selected and copied; it scrolls if the screen is too small.
 void showTextBox(QWidget *parent, const QString &title, const QString &text);
-/// "Project Info": the project, and the map's file.
+/// Dialog "Project Info": the project and the map's file.
 void showProjectInfo(QWidget *parent, const ProjectSession &session);
-/// "Keys"
+/// Dialog "Keys".
 void showKeys(QWidget *parent);
 void showAbout(QWidget *parent);
 

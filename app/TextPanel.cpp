@@ -39,7 +39,7 @@ QSize TextPanel::textSize(const QString &text) const
     int width = 0;
     for (const QString &line : lines)
         width = std::max(width, fontMetrics().horizontalAdvance(line));
-    // One more character: widths are rounded, and a line that just fits must not be cut.
+    // One character wider: widths are rounded, and a line that just fits must not be cut.
     width += fontMetrics().horizontalAdvance(u'0');
     return {width, int(lines.size()) * fontMetrics().lineSpacing()};
 }
@@ -52,7 +52,7 @@ QSize TextPanel::sizeHint() const
 
 QSize TextPanel::minimumSizeHint() const
 {
-    // Less would leave the labels and nothing of what they stand before.
+    // A smaller width would show only the labels.
     return QSize(sizeHint().width() * 5 / 6, sizeHint().height());
 }
 
@@ -64,7 +64,7 @@ void TextPanel::paintEvent(QPaintEvent *event)
     const QRect area = contentsRect().adjusted(kPadding, kPadding, -kPadding, -kPadding);
     int y = area.top() + fontMetrics().ascent();
     for (const QString &line : m_text.split(u'\n')) {
-        // The label stays whole: half of it says nothing, while much of a value may be known anyway.
+        // Only the value is cut: a part of a label has no meaning.
         const QString label = line.left(line.indexOf(u": "_s) + 1);
         const int left = fontMetrics().horizontalAdvance(label);
         painter.drawText(area.left(), y, label);

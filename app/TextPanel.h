@@ -3,12 +3,12 @@
 
 namespace app {
 
-/// A few lines of text in the fixed-width font, in a frame. Long lines are cut and shown whole in the tip.
+/// Lines of text in a fixed-width font, in a frame. Long lines are cut; the tip shows the whole text.
 class TextPanel : public QFrame
 {
     Q_OBJECT
 public:
-    /// sample: the text that the panel must have room for.
+    /// sample: a text that must fit.
     TextPanel(const QString &name, const QString &accessibleName, const QString &sample, QWidget *parent = nullptr);
     void setText(const QString &text);
     QString text() const { return m_text; }

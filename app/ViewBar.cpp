@@ -35,7 +35,7 @@ ViewBar::ViewBar(CommandActions &actions, QWidget *parent)
     addUndo(actions);
     actions.fillToolBar(this, kViewBar);
     addDragModes(actions);
-    // Tool bars leave their buttons out of the order of Tab; nothing here may be for the mouse alone.
+    // By default the buttons of tool bars cannot be reached with Tab; every function must be usable with the keyboard.
     for (QToolButton *button : {m_undo, m_drag}) {
         button->setFocusPolicy(Qt::TabFocus);
         tarnwick::pressWithReturn(button);
@@ -148,11 +148,11 @@ void ViewBar::makeFind()
     connect(m_find, &QLineEdit::textEdited, this, &ViewBar::complete);
     connect(m_find, &QLineEdit::textChanged, this, &ViewBar::hideFindProblem);
     connect(m_find, &QLineEdit::returnPressed, this, [this, completer] {
-        // A choice from the list is told by the completer, which takes it over only after this.
+        // The completer reports a choice first and sets the text after this.
         if (!completer->popup()->isVisible() || !completer->popup()->currentIndex().isValid())
             enter();
     });
-    // After the completer has closed its list and set the text.
+    // Runs after the completer has closed its list and set the text.
     connect(completer, qOverload<const QString &>(&QCompleter::activated), this, &ViewBar::enter, Qt::QueuedConnection);
 }
 
@@ -164,7 +164,7 @@ void ViewBar::enter()
         Q_EMIT findRequested(text);
         return;
     }
-    // A row has been chosen: its columns are next. The list that is open closes first.
+    // After a row was chosen, its columns are offered. The open list must close first.
     m_found->setStringList(further);
     QMetaObject::invokeMethod(
         m_find->completer(), [this] { m_find->completer()->complete(); }, Qt::QueuedConnection);
@@ -197,7 +197,7 @@ bool ViewBar::eventFilter(QObject *watched, QEvent *event)
     const bool isKey = event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
     if (watched != m_find || !isKey || static_cast<QKeyEvent *>(event)->key() != Qt::Key_Escape)
         return QToolBar::eventFilter(watched, event);
-    // Esc in the field must not reach the window, where it means the full screen.
+    // Esc in the field must not reach the window, where it enters the full screen.
     event->accept();
     if (event->type() == QEvent::KeyPress)
         Q_EMIT findLeft();

@@ -13,8 +13,8 @@ class CommandActions;
 
 namespace app {
 
-/// Undo and the view of the map: buttons with pictures. The field to find a tube by its address belongs to it, but
-/// stands where its owner puts it: in a narrow window a bar hides what is at its end.
+/// Tool bar with undo and the view of the map. The field for finding a tube belongs to it, but is placed by the owner:
+/// in a narrow window a tool bar hides its last widgets.
 class ViewBar : public QToolBar
 {
     Q_OBJECT
@@ -22,27 +22,27 @@ public:
     explicit ViewBar(tarnwick::CommandActions &actions, QWidget *parent = nullptr);
     /// Opens the list of changes.
     void showChanges();
-    /// Puts the cursor into the field to find a tube by its address.
+    /// Sets the focus to the field for finding a tube.
     void focusFind();
     QWidget *findField() const;
-    /// How a typed address may go on; asked for with every letter.
+    /// Completions of a typed address; called for each letter.
     void setCompletions(std::function<QStringList(const QString &)> completions)
     {
         m_completions = std::move(completions);
     }
-    /// Says at the field why nothing was found; the next letter takes it away again.
+    /// Shows at the field why nothing was found, until the text changes.
     void showFindProblem(const QString &text);
-    /// The changes that the menu beside Undo lists, newest last; those from position on are undone. saved: the position
-    /// that the map's file holds, -1 for none.
+    /// Sets the changes for the menu of Undo, oldest first; those from position on are undone. saved: position of the
+    /// saved state, -1 for none.
     void setChanges(const QStringList &labels, int position, int saved);
 
 Q_SIGNALS:
-    /// The menu beside Undo is about to open: time for setChanges().
+    /// Emitted before the menu of Undo opens, to call setChanges().
     void changesWanted();
     void findRequested(const QString &address);
-    /// Esc in the field: back to the map.
+    /// Emitted after Esc in the field.
     void findLeft();
-    /// As many changes are to stand.
+    /// Emitted to undo or redo until this number of changes is in effect.
     void changesRequested(int position);
 
 protected:
@@ -50,13 +50,13 @@ protected:
 
 private:
     void addUndo(tarnwick::CommandActions &actions);
-    /// The button serves both Undo and the list of changes, in which undone ones stand, too.
+    /// The button is enabled if there are changes to undo or to redo.
     void refreshUndo(const QAction &undo, const QAction &redo);
     void setPictures(tarnwick::CommandActions &actions);
     void addDragModes(tarnwick::CommandActions &actions);
     void showDragMode(const QAction &mode);
     void makeFind();
-    /// Return, or a choice from the list.
+    /// Emitted after Return or a choice from the list.
     void enter();
     void complete(const QString &text);
     void hideFindProblem();

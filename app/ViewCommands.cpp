@@ -22,7 +22,7 @@
 
 namespace app {
 
-/// The first that can be pressed, for the keyboard to start at.
+/// The first enabled button, where the keyboard starts.
 static QWidget *firstButton(const QToolBar &bar)
 {
     const QList<QAction *> actions = bar.actions();
@@ -96,7 +96,7 @@ void ViewCommands::bindMap(tarnwick::CommandHandlers &handlers)
 
 void ViewCommands::startFind()
 {
-    if (m_parts.fullScreen.isOn()) // which hides the field
+    if (m_parts.fullScreen.isOn()) // the full screen hides the field
         m_parts.fullScreen.toggle();
     m_parts.viewBar.focusFind();
 }

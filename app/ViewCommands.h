@@ -18,7 +18,7 @@ class SidePanel;
 class ViewBar;
 class WindowCommands;
 
-/// Commands on the view of the map, finding tubes, and the way from one part of the window to the next.
+/// Commands of the view of the map: zooming, finding tubes, moving the focus between parts of the window.
 class ViewCommands
 {
 public:
@@ -37,7 +37,7 @@ public:
 
     /// Binds the commands to their actions.
     void bind(tarnwick::CommandHandlers &handlers);
-    /// Selects the tube with a typed address, or reports why there is none.
+    /// Selects the tube with a typed address, or reports why it does not exist.
     void findTube(const QString &address);
 
 private:

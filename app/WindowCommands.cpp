@@ -31,8 +31,8 @@ namespace app {
 
 namespace {
 
-/// Keeps the program's picture where a desktop finds it. Its path; empty when it cannot be stored, and a shortcut does
-/// without.
+/// Stores the icon of the program for the desktop. Returns its path; empty if it cannot be stored, and the shortcut
+/// then has no icon.
 QString storeIcon(const QString &installation)
 {
     constexpr int kSide = 256;
@@ -99,7 +99,7 @@ void WindowCommands::bindMap(CommandHandlers &handlers)
 {
     handlers.bind(Undo, [this] { undo(); });
     handlers.setText(Undo, [this] {
-        // A name may hold "&", which a menu would take for the mark of a key.
+        // A name can contain "&", which would mark a key in a menu.
         const QString label = m_session.map().undoLabel().replace(u'&', u"&&"_s);
         return label.isEmpty() ? u"Undo"_s : tarnwick::format(u"Undo %S", label);
     });
@@ -149,7 +149,7 @@ void WindowCommands::editHeader()
 {
     map::HeaderEditor editor({m_session.map(), m_session.prompts(), *m_dialogs, m_session.roots(),
                               [this] { return m_session.printMacros(); }});
-    if (m_session.headerDraft) { // of a dialog that a crash ended
+    if (m_session.headerDraft) { // restored after a crash
         editor.header = m_session.headerDraft->header;
         editor.description = m_session.headerDraft->description;
     }

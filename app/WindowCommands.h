@@ -14,7 +14,7 @@ namespace app {
 
 class FileDialogs;
 
-/// What the commands of files, map, database and program do.
+/// Actions of the commands of files, map, database and program.
 class WindowCommands : public QObject
 {
     Q_OBJECT
@@ -23,24 +23,24 @@ public:
     WindowCommands(ProjectSession &session, QWidget *parent);
     /// Binds the commands to their actions.
     void bind(tarnwick::CommandHandlers &handlers);
-    /// Tests put their own in place of the system's.
+    /// Replaces the file dialogs in tests.
     void setFileDialogs(FileDialogs *dialogs);
 
-    /// The tube that the pop-up menu was opened on, -1 without one; commands that need it take it from here.
+    /// The tube that the pop-up menu was opened on, -1 for none; used by commands that need it.
     int pointedTube = -1;
-    /// The legend's entry that its pop-up menu was opened on.
+    /// The legend entry that the pop-up menu was opened on.
     int pointedEntry = -1;
 
-    /// As many changes of the map stand as this; the others are undone.
+    /// Undoes or redoes until this number of changes of the map is in effect.
     void moveTo(int position);
     void editHeader();
-    /// Asks about unsaved changes of the map. False: the user wants to stay with it.
+    /// Asks about unsaved changes of the map. Returns false if the user cancels.
     bool mayReplaceMap() { return m_files.mayReplaceMap(); }
 
 Q_SIGNALS:
-    /// Only the window can open a project.
+    /// Requests another project from the window.
     void projectWanted(const QString &folder);
-    /// Work that is in no file has changed.
+    /// Emitted after a change of unsaved work.
     void workChanged();
 
 private:

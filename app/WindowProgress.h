@@ -3,7 +3,7 @@
 
 namespace app {
 
-/// Long work of a command: the wait cursor over the window at once, and before long a bar with Cancel.
+/// Progress of a command: shows the wait cursor at once, and after a short time a bar with Cancel.
 class WindowProgress : public tarnwick::ProgressDialog
 {
 public:

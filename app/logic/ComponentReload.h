@@ -4,7 +4,7 @@
 
 namespace app {
 
-/// Stands for the contents of a component's files: differs when one of them does. Empty when there are none.
+/// Fingerprint of the component's files: changes if one of them changes. Empty if there are no files.
 QByteArray componentStamp(const QString &componentFolder);
 
 } // namespace app

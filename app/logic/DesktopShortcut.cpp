@@ -11,12 +11,12 @@ namespace app {
 
 namespace {
 
-/// As the desktop entry format quotes an argument of a command line.
+/// Quotes an argument of a command line by the rules of the desktop entry format.
 QString quoted(const QString &argument)
 {
     QString text;
     for (const QChar c : argument) {
-        // Escaped for the argument, and the escape once more for the value.
+        // Escaped once for the argument and once for the value.
         if (c == u'\\')
             text += u"\\\\\\\\"_s;
         else if (c == u'"' || c == u'`' || c == u'$')
@@ -31,9 +31,9 @@ QString quoted(const QString &argument)
 
 QString createDesktopShortcut(const QString &folder, const ShortcutTarget &target)
 {
-    QDir().mkpath(folder); // a desktop that was never used may have no folder yet
+    QDir().mkpath(folder); // the folder of an unused desktop may not exist yet
     const QString path = QDir(folder).filePath(u"ARVO.desktop"_s);
-    // A desktop starts programs without the variables of the user's shell.
+    // A desktop starts programs without the environment variables of the user's shell.
     const QString environment = target.installation.isEmpty()
                                     ? QString()
                                     : QString(u"env "_s + quoted(u"PALOMINE_DIR="_s + target.installation) + u' ');

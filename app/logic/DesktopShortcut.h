@@ -3,15 +3,15 @@
 
 namespace app {
 
-/// What a shortcut starts, as machine paths.
+/// Target of a shortcut, as machine paths.
 struct ShortcutTarget
 {
     QString program;
-    QString installation; ///< handed to the program in its environment; empty: it finds its own
-    QString icon;         ///< a picture file; empty for none
+    QString installation; ///< value of PALOMINE_DIR for the program; empty: the program searches
+    QString icon;         ///< picture file; empty for none
 };
 
-/// Puts a shortcut named "ARVO" into a folder (the desktop). Throws tarnwick::FileError. Returns its path.
+/// Creates a shortcut named "ARVO" in a folder (the desktop). Throws tarnwick::FileError. Returns its path.
 QString createDesktopShortcut(const QString &folder, const ShortcutTarget &target);
 
 } // namespace app

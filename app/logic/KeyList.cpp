@@ -71,7 +71,7 @@ bool isInMenuBar(const CommandRow &row)
     return ids.contains(row.id);
 }
 
-/// Commands that stand in no menu of the bar are explained by their tips.
+/// Commands that are not in the menu bar are explained by their tips.
 template <typename Predicate>
 void addRows(KeyGroup &group, Predicate isWanted)
 {

@@ -4,7 +4,7 @@
 
 namespace app {
 
-/// Keys that belong together, and what each does.
+/// A group of keys with the action of each.
 struct KeyGroup
 {
     struct Line
@@ -16,9 +16,9 @@ struct KeyGroup
     QList<Line> lines;
 };
 
-/// Every key of the main window, and what the mouse does on the map.
+/// All keys of the main window, and the mouse actions on the map.
 QList<KeyGroup> keyList();
-/// The same as a text in columns, for a font of fixed width.
+/// The same as text in columns for a fixed-width font.
 QString keyListText();
 
 } // namespace app

@@ -1,7 +1,7 @@
 #pragma once
 #include <map/Messages.h>
 
-/// What the application and its main window say. Numbers are unique in the program.
+/// Messages of the application and its main window. Numbers are unique in the program.
 namespace app::messages {
 
 using tarnwick::Message;
@@ -19,7 +19,7 @@ inline constexpr Message kOpenedMap{0, u"Opened map \"%S\"."};
 inline constexpr Message kStoredMap{0, u"Stored map \"%S\"."};
 inline constexpr Message kNewMap{0, u"New map."};
 
-// Printing and pictures; one number for each way.
+// Printing and pictures; each way has its own number.
 inline constexpr Message kBitmapPrinterFailed{1016, u"Could not open printer."};
 inline constexpr Message kPreviewPrinterFailed{1017, u"Could not open printer."};
 inline constexpr Message kPrinterFailed{1018, u"Could not open printer."};
@@ -42,7 +42,7 @@ inline constexpr Message kCopiedTubes{0, u"Copied %S."};
 inline constexpr Message kNothingToCopy{0, u"There are no tubes to copy."};
 inline constexpr Message kNoFillDialog{0, u"\"%S\" cannot be edited in this version."};
 
-// Projects, files, programs. These have no numbers of the suite.
+// Projects, files, programs. The suite has no numbers for them.
 inline constexpr Message kProjectNotThere{0, u"\"%S\" is not a project folder."};
 inline constexpr Message kProjectUnreadable{0, u"Could not open project \"%S\"."};
 inline constexpr Message kComponentUnreadable{0, u"Could not read the changed component."};

@@ -3,30 +3,30 @@
 
 namespace app {
 
-/// The counts of the map: four lines, each a label and a count six wide.
+/// Counts of the map: four lines with a label and a count of width six.
 QString statusPanelText(const ellery::TubeStates &tubes);
-/// The widest the status panel gets; its size is measured on it.
+/// Longest text of the status panel, for measuring its size.
 inline constexpr const char16_t *kStatusPanelSample = u"Symbol Count: 000000\n\n\n\n\n";
 
-/// Of the connected database; path empty when there is none.
+/// State of the connected database; the path is empty without one.
 struct DatabaseStatus
 {
-    QString path; ///< of the machine
+    QString path; ///< machine path
     bool updatable = false;
 };
 
-/// The database's path relative to the project's arvo folder, whole when it lies elsewhere, "<none>" without one; with
-/// "READ ONLY" behind it when it cannot be updated.
+/// The database's path relative to the project's arvo folder, or the whole path if it is elsewhere; "<none>" without a
+/// database; followed by "READ ONLY" if it cannot be updated.
 QString databaseText(const brannock::Project &project, const DatabaseStatus &database);
 /// Site, component, model, outage, map and database: six lines.
 QString projectPanelText(const brannock::Project &project, const QString &mapName, const DatabaseStatus &database);
-/// What the status line says of the selection.
+/// Text of the status line about the selection.
 QString selectionText(const ellery::TubeStates &tubes);
-/// What "Project Info" shows.
+/// Text of "Project Info".
 QString projectInfoText(const brannock::Project &project, const DatabaseStatus &database);
 
-/// What "Project Info" adds about the map: its file, when and for which inspection it was stored, its description.
-/// Empty for a map that has neither.
+/// Text of "Project Info" about the map: file, time and inspection of the last save, description. Empty if there is
+/// neither file nor description.
 QString mapInfoText(const map::MapDocument &map);
 
 } // namespace app

@@ -113,7 +113,7 @@ bool ProjectSession::openProject(const QString &folder)
         return false;
     closeDatabase(db::messages::kCloseDatabase);
     m_recovery.end();
-    // The former project stays until nothing looks at its component any more.
+    // The former project is deleted after its component is no longer used.
     m_project.swap(loaded);
     m_map.setProject(m_project.get());
     loaded.reset();
@@ -206,7 +206,7 @@ bool ProjectSession::createDatabase(const QString &machinePath)
 {
     if (db::createDatabase(m_prompts, machinePath, m_options.databaseFormat))
         return connectDatabase(machinePath);
-    m_prompts.showStatus({}); // nothing is being created any more
+    m_prompts.showStatus({}); // removes "Create database ..."
     return false;
 }
 
@@ -259,7 +259,7 @@ void ProjectSession::updateRecoveryCopy()
 
 void ProjectSession::openMapAtStart()
 {
-    // Only now: what is said while the database is connected replaces what was said before.
+    // Shown here, because messages during connecting would replace it.
     if (const QString remark = m_project->tablesRemark(); !remark.isEmpty())
         m_prompts.showStatus(remark);
     if (const std::optional<map::UnsavedWork> work = m_recovery.offer(m_map)) {

@@ -12,28 +12,27 @@
 
 namespace app {
 
-/// The open project with everything that belongs to it: component, database, map, options and recent lists.
-/// Knows no window.
+/// The open project with its component, database, map, options and recent lists. Does not know the window.
 class ProjectSession : private db::ConnectionListener
 {
 public:
-    /// Reads the options; what cannot be read is said and left at its defaults.
+    /// Reads the options. Options that cannot be read are reported and keep their defaults.
     explicit ProjectSession(tarnwick::UserPrompts &prompts);
     ~ProjectSession() override;
     ProjectSession(const ProjectSession &) = delete;
     ProjectSession &operator=(const ProjectSession &) = delete;
 
-    /// Loads the project of a folder in place of the present one, tells replaced, and connects its database. A folder
-    /// that holds none, or a damaged one, is said; the present project then stays. False in that case.
+    /// Replaces the project by that of a folder, calls replaced, and connects its database. If the folder contains no
+    /// project or a damaged one, this is reported, the present project remains, and the result is false.
     bool openProject(const QString &folder);
     bool hasProject() const { return m_project->isLoaded(); }
-    /// Empty without one.
+    /// An empty project if none is open.
     brannock::Project &project() { return *m_project; }
     const brannock::Project &project() const { return *m_project; }
 
-    /// Reads the component again when its files have changed since. Legend and selection follow their tubes by address;
-    /// undo begins anew. What cannot be read is said, and everything stays. Returns how many tubes of legend entries
-    /// are not there any more.
+    /// Reads the component again if its files have changed. Legend and selection keep their tubes by address, and the
+    /// undo history is cleared. A failure is reported and changes nothing. Returns the number of entries' tubes that do
+    /// not exist any more.
     int reloadComponent();
 
     map::MapDocument &map() { return m_map; }
@@ -46,59 +45,60 @@ public:
     plans::ProjectQueries &queries() { return m_queries; }
     query::QueryContext &queryContext() { return m_queryContext; }
     const query::ArvoOptions &options() const { return m_options; }
-    /// Takes the options over and stores them. When they cannot be stored, which is said, they hold until the end of
-    /// the program.
+    /// Sets and stores the options. If storing fails, this is reported, and the options are used until the end of the
+    /// program.
     void setOptions(const query::ArvoOptions &options);
     tarnwick::PathRoots roots() const;
     tarnwick::JMacro systemMacros() const;
-    /// Everything that keywords on the printed page may stand for.
+    /// Values of all keywords of the printed page.
     tarnwick::JMacro printMacros() const;
 
-    // The map's file (machine paths). Undo begins anew with a map that was opened.
+    // The map's file (machine paths). Opening a map clears the undo history.
     void newMap();
     bool openMap(const QString &machinePath);
     bool saveMap(const QString &machinePath);
-    /// What a project begins with: changes that a crash left unsaved, when the user wants them, else the map opened
-    /// last.
+    /// Opens the first map of a project: unsaved changes of a crashed program if the user wants them, otherwise the map
+    /// that was opened last.
     void openMapAtStart();
-    /// Copies for the case of a crash are kept from the next project on that is opened.
+    /// If set, recovery copies are kept, starting with the next project that is opened.
     bool keepsRecoveryCopies = false;
-    /// Off: what is opened stays out of the recent lists that the next start goes by.
+    /// If not set, opened files are not added to the recent lists.
     bool keepsRecentFiles = true;
-    /// After changes: brings the copy up to date.
+    /// Call after changes: updates the recovery copy.
     void updateRecoveryCopy();
-    /// Why a crash would cost the unsaved changes although copies are to be kept; empty when it would not.
+    /// Reason why no recovery copy can be kept; empty if it can or if none is wanted.
     const QString &recoveryProblem() const { return m_recovery.problem(); }
-    /// What stands in the header dialog, not yet set; after a crash, what stood there.
+    /// Content of the header dialog that is not set yet; after a crash, the content at the crash.
     std::optional<map::HeaderDraft> headerDraft;
-    /// The work on the map has come to its proper end.
+    /// Call at the regular end of the work on the map.
     void endRecovery() { m_recovery.end(); }
 
-    /// Folders of this machine, most recent first.
+    /// Machine paths of folders, most recent first.
     const QStringList &recentProjects() const { return m_system.recentProjects; }
-    /// Of the project, in the suite's form of paths.
+    /// Recent files of the project, in the suite's form of paths.
     RecentFiles::Lists recentFiles() const { return m_recent.lists(m_project->folder); }
     void clearRecentProjects();
     void clearRecentDatabases();
     void clearRecentMaps();
 
-    // Commands on the database. What fails is said.
-    /// When it fails, the database that was open before is offered again.
+    // Commands on the database. They report failures.
+    /// If it fails, the user is asked whether to connect to the former database again.
     bool connectDatabase(const QString &machinePath);
     bool createDatabase(const QString &machinePath);
     void closeDatabase();
-    /// Asks first.
+    /// Asks the user first.
     void uploadComponent();
-    /// The end of the program: closes the database.
+    /// Closes the database at the end of the program.
     void end();
 
-    /// Another project stands in its place; its database is about to be connected.
+    /// Called after another project was loaded, before its database is connected.
     std::function<void()> replaced;
-    /// Makes what shows work that may take long, and lets the user stop it; its title is given. None: nobody watches.
+    /// Creates a progress display with Cancel for long work, from its title. May be empty.
     std::function<std::unique_ptr<tarnwick::Progress>(const QString &title)> makeProgress;
-    /// One of these; null when nobody watches.
+    /// A new progress display; null if makeProgress is empty.
     std::unique_ptr<tarnwick::Progress> newProgress(const QString &title) const;
-    /// After another project or map was opened or stored, a database connected or closed, or a recent list cleared.
+    /// Called after another project or map was opened or stored, a database was connected or closed, or a recent list
+    /// was cleared.
     std::function<void()> changed;
 
 private:
@@ -106,7 +106,7 @@ private:
     bool connect(const QString &machinePath);
     void closeDatabase(const tarnwick::Message &failure);
     void load(tarnwick::OptionFile &options);
-    /// Changes a recent list, which other running windows keep in the same file.
+    /// Changes a recent list in the file that all running windows share.
     void change(tarnwick::OptionFile &recent, const std::function<void()> &change);
     void notify();
     void noteMapFile(const tarnwick::Message &status);
@@ -115,7 +115,7 @@ private:
 
     tarnwick::UserPrompts &m_prompts;
     std::unique_ptr<brannock::Project> m_project;
-    QByteArray m_componentStamp; ///< of the files that the present component was read from
+    QByteArray m_componentStamp; ///< fingerprint of the files of the present component
     map::MapDocument m_map;
     map::MapRecovery m_recovery;
     brannock::SystemOption m_system;

@@ -5,12 +5,12 @@
 
 namespace app {
 
-/// The databases and maps last used, project by project, most recent first, in the suite's form of paths. Kept with the
-/// installation, so that a project on a read-only or shared folder is not written to.
+/// The last used databases and maps of each project, most recent first, in the suite's form of paths. Stored in the
+/// installation, so that a project in a read-only or shared folder is not written to.
 class RecentFiles : public tarnwick::OptionFile
 {
 public:
-    /// As many as the menu has numbers for.
+    /// Limited by the command numbers of the menu.
     static constexpr int kMaxFiles = 5;
     static constexpr int kMaxProjects = 100;
 
@@ -21,7 +21,7 @@ public:
     };
 
     RecentFiles();
-    /// Of a project, by its folder; empty lists for one that was never opened.
+    /// Lists of a project, by its folder; empty if it was never opened.
     Lists lists(const QString &projectFolder) const;
     void addDatabase(const QString &projectFolder, const QString &path);
     void addMap(const QString &projectFolder, const QString &path);
@@ -38,10 +38,10 @@ private:
         QString project;
         Lists lists;
     };
-    /// The project's entry, moved or added to the front.
+    /// Returns the project's entry after moving or adding it to the front.
     Lists &front(const QString &projectFolder);
 
-    QList<Entry> m_entries; ///< the project used last first
+    QList<Entry> m_entries; ///< sorted by last use, latest first
 };
 
 } // namespace app

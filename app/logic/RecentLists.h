@@ -5,8 +5,8 @@
 
 namespace app {
 
-/// Entries of the three menus of recent files. Their values are paths of this machine. An entry whose file is gone, or
-/// whose folder is a project no more, cannot be used.
+/// Entries of the three menus of recent files. Their values are machine paths. An entry is disabled if its file does
+/// not exist or its folder is not a project any more.
 QList<tarnwick::CommandHandlers::ListEntry> recentProjectEntries(const ProjectSession &session);
 QList<tarnwick::CommandHandlers::ListEntry> recentDatabaseEntries(const ProjectSession &session);
 QList<tarnwick::CommandHandlers::ListEntry> recentMapEntries(const ProjectSession &session);

@@ -11,8 +11,8 @@ namespace app {
 
 namespace {
 
-/// Neighbours are a pitch apart; a little more, for positions that were rounded, and less than the next ring of tubes,
-/// which is 1.41 pitches away in a square pattern.
+/// Largest distance of neighbours in pitches: more than 1 for rounded positions, less than 1.41, the distance of the
+/// next tubes in a square pattern.
 constexpr double kNeighbourDistance = 1.2;
 
 using Rule = std::function<bool(int)>;
@@ -25,13 +25,13 @@ void selectWhere(ellery::TubeStates &tubes, bool selected, const Rule &rule)
     }
 }
 
-/// The selecting counterpart of a deselecting command; the two series of numbers have the same order.
+/// Selecting command for a deselecting command; both series of numbers have the same order.
 int selecting(int command)
 {
     return command >= DeselectAllTubes ? command - DeselectAllTubes + SelectAllTubes : command;
 }
 
-/// Rules of the whole map; empty for one that needs the tube pointed at.
+/// Rules for the whole map; empty for a command that needs the pointed tube.
 Rule mapRule(int command, const ellery::SteamGen &steamGen, const ellery::TubeStates &tubes)
 {
     switch (selecting(command)) {

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kLookEvery = 50; // ms
 
-/// Where the tool is, empty and said when it is not there.
+/// Path of the tool; empty after reporting that it does not exist.
 QString placeOf(const SiblingTool &tool, const tarnwick::PathRoots &roots, tarnwick::UserPrompts &prompts)
 {
     const QString path = findTool(tool, roots);
@@ -29,7 +29,7 @@ QString placeOf(const SiblingTool &tool, const tarnwick::PathRoots &roots, tarnw
     return path;
 }
 
-/// Runs the event loop until the process, which has been started, has ended or the waiting is cancelled.
+/// Runs the event loop until the started process has ended or the waiting is cancelled.
 void waitFor(QProcess &process, QEventLoop &loop, const QString &name, tarnwick::Progress *progress)
 {
     QTimer look;
@@ -41,7 +41,7 @@ void waitFor(QProcess &process, QEventLoop &loop, const QString &name, tarnwick:
         });
         look.start(kLookEvery);
     }
-    // The window takes no input: its files may change under it. What shows the progress sees to its own.
+    // The window is disabled, because its files can change. The progress display enables its own controls.
     if (process.state() != QProcess::NotRunning)
         loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
@@ -77,12 +77,12 @@ bool runTool(const SiblingTool &tool, const tarnwick::PathRoots &roots, tarnwick
     const QString name = QString::fromUtf16(tool.program);
     auto process = std::make_unique<QProcess>();
     process->setWorkingDirectory(roots.projectDir);
-    // It may outlive this program, and must not depend on who reads what it writes.
+    // The tool can outlive this program, so nobody may have to read its output.
     process->setProcessChannelMode(QProcess::ForwardedChannels);
     QEventLoop loop;
     QObject::connect(process.get(), &QProcess::finished, &loop, &QEventLoop::quit);
     QObject::connect(process.get(), &QProcess::errorOccurred, &loop, [&loop](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart) // after all others it runs on, or has finished
+        if (error == QProcess::FailedToStart) // after any other error the process runs or has finished
             loop.quit();
     });
     process->start(path, QStringList());
@@ -93,7 +93,7 @@ bool runTool(const SiblingTool &tool, const tarnwick::PathRoots &roots, tarnwick
         prompts.error(messages::kToolNotStarted, name, process->errorString());
         return false;
     }
-    // To destroy it would end the tool.
+    // Destroying the QProcess would end the tool.
     QProcess *left = process.release();
     QObject::connect(left, &QProcess::finished, left, &QObject::deleteLater);
     prompts.status(messages::kToolLeftOpen, name);

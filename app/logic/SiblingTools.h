@@ -5,7 +5,7 @@
 
 namespace app {
 
-/// The suite's other programs lie beside each other in the installation's "bin" folder.
+/// Other programs of the suite, in folder "bin" of the installation.
 struct SiblingTool
 {
     const char16_t *program;
@@ -13,13 +13,14 @@ struct SiblingTool
 inline constexpr SiblingTool kAdministrationTool{u"vantreth"};
 inline constexpr SiblingTool kComponentMaker{u"ossory"};
 
-/// The machine path of the tool, empty when it is not there.
+/// Machine path of the tool; empty if it does not exist.
 QString findTool(const SiblingTool &tool, const tarnwick::PathRoots &roots);
-/// Starts the tool in the project's folder and returns at once. False, and said why, when it could not be started.
+/// Starts the tool in the project's folder and returns at once. Returns false after reporting that it could not be
+/// started.
 bool startTool(const SiblingTool &tool, const tarnwick::PathRoots &roots, tarnwick::UserPrompts &prompts);
-/// The same, but returns when the tool has ended; meanwhile the window is painted but takes no input. Cancelling the
-/// progress (which may be null) ends the waiting, not the tool. False, and said why, when the tool has not been started
-/// or is still open.
+/// As above, but waits until the tool has ended. Meanwhile the window is painted but takes no input. Cancelling
+/// progress (may be null) ends the waiting, not the tool. Returns false after reporting that the tool could not be
+/// started or is still open.
 bool runTool(const SiblingTool &tool, const tarnwick::PathRoots &roots, tarnwick::UserPrompts &prompts,
              tarnwick::Progress *progress);
 

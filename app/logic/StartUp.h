@@ -4,13 +4,12 @@
 
 namespace app {
 
-/// The project to open: the one given on the command line, else the one opened last. Empty: none, the program starts
-/// without.
+/// Project to open: from the command line, otherwise the one opened last; empty for none.
 QString chooseProject(const QString &argument, const QStringList &recentProjects);
-/// A project's folder as the program keeps it: absolute, and for a project file the folder it lies in.
+/// Absolute path of a project folder; for a project file, of its folder.
 QString projectFolder(const QString &argument);
 
-/// Of the main window.
+/// Title of the main window.
 QString windowTitle(const QString &projectFolder, const QString &projectName, bool minimised);
 inline constexpr const char16_t *kTitleAtCreation = u"Palomine ARVO";
 

@@ -5,12 +5,12 @@
 
 namespace app {
 
-/// The macros that the program itself defines, as they stand now: sorted. Those of a query are empty here and filled by
-/// who runs one.
+/// The macros defined by the program with their present values, sorted. Those of a query are empty; running a query
+/// sets them.
 tarnwick::JMacro systemMacros(const brannock::Project &project, const ellery::TubeStates &tubes, const QString &mapFile,
                               const DatabaseStatus &database);
 
-/// What texts of a printed map may hold: the user's macros, the system's, and "[CUR DATETIME]" as of now.
+/// Macros of a printed map: the user's, the system's, and "[CUR DATETIME]".
 tarnwick::JMacro printMacros(const tarnwick::JMacro &system, const tarnwick::JMacro &user);
 
 } // namespace app

@@ -73,7 +73,7 @@ QString TubeFinder::withAxesApart(QStringView text) const
     for (qsizetype i = 0; i < text.size(); ++i) {
         const qsizetype length = i > 0 && text[i - 1].isDigit() ? axisWordAt(text, i) : 0;
         const QStringView rest = text.sliced(i + length).trimmed();
-        // A letter that no number follows belongs to a label; at the end, its number is still to be typed.
+        // A letter without a number belongs to a label; at the end of the text its number is still to be typed.
         if (length == 0 || !(rest.isEmpty() || rest[0].isDigit())) {
             apart += text[i];
             continue;
@@ -94,7 +94,7 @@ QStringList TubeFinder::words(QStringView text) const
         if (!isAxisWord(word))
             words.append(word);
     }
-    // An empty last word is one that has not been begun; others are only blanks.
+    // An empty last word has not been started; other empty words are only blanks.
     for (qsizetype i = words.size() - 2; i >= 0; --i) {
         if (words[i].isEmpty())
             words.removeAt(i);
@@ -179,7 +179,7 @@ QString TubeFinder::numbersText(qsizetype place, const QList<int> &numbers) cons
 {
     constexpr qsizetype kMostListed = 5;
     QStringList labels;
-    bool even = true; // the same step all along
+    bool even = true; // true if all steps are equal
     for (qsizetype i = 0; i < numbers.size(); ++i) {
         labels.append(m_steamGen.tubeLabel(m_axes[place], numbers[i]));
         even = even && (i < 2 || numbers[i] - numbers[i - 1] == numbers[1] - numbers[0]);
@@ -219,7 +219,7 @@ QString TubeFinder::hintOf(const QStringList &typed) const
             numbers.append(number);
             continue;
         }
-        // Where the plant has no labels of its own, "R" is no part of the number.
+        // Without labels of the plant, "R" is not part of the number.
         const bool hasLabels = !m_steamGen.labels[int(m_axes[i])].isEmpty();
         const QString word = hasLabels ? typed[i] : withoutAxis(typed[i], i);
         if (inUse.isEmpty())

@@ -132,7 +132,7 @@ constexpr CommandRow kRows[] = {
      When::Project, u"Ctrl+C", u"copyTubes"},
     {ListOfKeys, u"&Keys", u"List the keys of this window", When::Always, u"F1", u"keys", ViewOnly},
 
-    // What dragging with the left button does on the map.
+    // Actions of dragging with the left button on the map.
     {DragRectangle, u"Select by &Rectangle", u"Dragging on the map selects a rectangle", When::Always, nullptr,
      u"dragRectangle", Checkable | ViewOnly},
     {DragLasso, u"Select by &Lasso", u"Dragging on the map selects what the line goes round", When::Always, nullptr,
@@ -141,7 +141,7 @@ constexpr CommandRow kRows[] = {
      u"dragZoom", Checkable | ViewOnly},
     {DragMove, u"&Move the Map", u"Dragging moves the map", When::Always, nullptr, u"dragMove", Checkable | ViewOnly},
 
-    // One for each kind of fill, in the order of their registration, then the program's own buttons.
+    // One button for each kind of fill in registration order, then the other buttons of the program.
     {MakeRandomFill, u"RANDOM", u"Mark a random sample of the tubes", When::Project, nullptr, u"fillRANDOM"},
     {MakeQueryFill, u"QUERY", u"Mark the tubes that a query returns", When::Later, nullptr, u"fillQUERY"},
     {MakeListFill, u"LIST", u"Mark the tubes of a list", When::Later, nullptr, u"fillLIST"},
@@ -243,7 +243,7 @@ constexpr MenuItem kMenuBarItems[] = {
     kEndOfMenu,
 };
 
-// The two submenus list their items in different orders; users know both by heart.
+// The items of the two submenus have different orders, which users are used to.
 constexpr MenuItem kMapMenuItems[] = {
     openMenu(u"Select"),
     menuItem(SelectAllTubes, u"All Tubes"),

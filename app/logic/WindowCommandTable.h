@@ -3,7 +3,7 @@
 
 namespace app {
 
-/// The commands of the main window. The numbers are those that macros of the suite and the manual call them by.
+/// Commands of the main window. The numbers are used by macros of the suite and by the manual.
 enum Command : int {
     NewMap = 0,
     OpenMap = 1,
@@ -104,7 +104,7 @@ enum Command : int {
     UpdateMap,
 };
 
-/// Parts of the window that carry keys of their own.
+/// Parts of the window with keys of their own.
 enum WindowPart : int { WholeWindow = 0, LegendArea };
 
 /// Names of the layouts.
@@ -116,7 +116,7 @@ constexpr const char16_t *kMainBar = u"mainBar";
 constexpr const char16_t *kViewBar = u"viewBar";
 constexpr const char16_t *kLegendBar = u"legendBar"; ///< the buttons above the legend
 
-/// Every command of the main window: numbers, texts, keys, tips, conditions and where they stand.
+/// All commands of the main window: numbers, texts, keys, tips, conditions and menu places.
 extern const tarnwick::CommandTable kWindowCommands;
 
 } // namespace app

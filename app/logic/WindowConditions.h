@@ -8,13 +8,13 @@ struct When
 {
     enum Condition : int {
         Always = tarnwick::kAlways,
-        Project,        ///< a project is loaded; every condition below needs one, too
+        Project,        ///< a project is loaded; also required by all conditions below
         Sections,       ///< the component has sections
         Entries,        ///< the legend has entries
         CanUndo,        ///< there is a change to undo
         CanRedo,        ///< there is a change to redo
         PointedTube,    ///< the pop-up menu was opened on a tube
-        PointedSymbol,  ///< ... that carries a symbol
+        PointedSymbol,  ///< ... with a symbol
         PointedSection, ///< ... of a component with sections
         ViewBefore,     ///< the map has an earlier view
         ViewAfter,      ///< ... or a later one
@@ -22,7 +22,7 @@ struct When
     };
 };
 
-/// What the conditions look at.
+/// Input of the conditions.
 struct CommandContext
 {
     bool hasProject = false;
@@ -35,7 +35,7 @@ struct CommandContext
     bool hasPreviousView = false;
     bool hasNextView = false;
 };
-/// Why a condition does not hold, in a sentence for the user; empty when it holds.
+/// Sentence for the user why a condition does not hold; empty if it holds.
 QString whyNot(int condition, const CommandContext &context);
 
 } // namespace app

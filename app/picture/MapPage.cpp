@@ -40,7 +40,7 @@ brannock::MapPicture mapPage(const map::MapDocument &document, const brannock::P
 {
     brannock::MapScene scene(document.component(), document.tubes(), options);
     scene.watermark = watermark;
-    scene.deselect(); // a matter of the screen: on paper its marks would look like a finding
+    scene.deselect(); // on paper, selected tubes would look like marked ones
     return brannock::MapPicture(scene, content);
 }
 

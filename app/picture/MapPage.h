@@ -4,15 +4,15 @@
 
 namespace app {
 
-/// What the footer of every page says; keywords are replaced when it is printed.
+/// Text of the footer of each page, with keywords that are replaced when it is printed.
 QString footerText();
 
-/// What stands on the page round the tubes: the legend with the counts that the window shows, the model line, and the
-/// header with its keywords replaced.
+/// Content of the page around the map: the legend with the counts of the window, the model line, and the header with
+/// its keywords replaced.
 brannock::PictureContent pageContent(const map::MapHeader &header, const map::MapDocument &document,
                                      const brannock::PageOptions &options, const tarnwick::JMacro &macros);
 
-/// The tubes as they are marked now, on a page. watermark: behind them, may be empty.
+/// Picture of the page with the present marks. watermark: text behind the tubes, may be empty.
 brannock::MapPicture mapPage(const map::MapDocument &document, const brannock::PictureContent &content,
                              const brannock::MapOptions &options, const QString &watermark);
 

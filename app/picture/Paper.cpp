@@ -6,8 +6,8 @@ using namespace Qt::StringLiterals;
 
 namespace app {
 
-// Qt tells the locale's units of length but not its paper: Canada, Chile or the Philippines measure in metres and print
-// on Letter. The list is that of the Unicode locale data.
+// Qt knows the unit of length of a locale but not its paper: Canada, Chile and the Philippines use metres and Letter
+// paper. The list is that of the Unicode locale data.
 QPageSize defaultPaper()
 {
     QString name;
@@ -31,7 +31,7 @@ QPageSize defaultPaper()
     case QLocale::PuertoRico:
     case QLocale::UnitedStates:
     case QLocale::Venezuela:
-        // A locale without a country, like "C", gets one of its own by its language only.
+        // QLocale gives a locale without a country, like "C", the default country of its language.
         return QPageSize(name.contains(u'_') ? QPageSize::Letter : QPageSize::A4);
     default:
         return QPageSize(QPageSize::A4);

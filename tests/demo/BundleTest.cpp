@@ -63,7 +63,7 @@ TEST(BundleTest, DefaultIsAHalfRoundBundleOf46RowsAnd94Columns)
     // Every column begins at row 1 and grows towards the middle; the edge is a line, not an area.
     int periphery = 0;
     for (int col = 1; col <= 94; ++col)
-        EXPECT_GE(gen.findTube({0, 1, col}), 0) << col;
+        EXPECT_GE(gen.findTube(ellery::TubeAddress::of(0, 1, col)), 0) << col;
     for (const Tube &tube : gen.tubes()) {
         EXPECT_GT(tube.y, 0);
         periphery += tube.periphery ? 1 : 0;

@@ -35,7 +35,7 @@ Entries everyKind()
             query->parameters.query.sql = u"SELECT row, col FROM report"_s;
         }
         if (auto *list = dynamic_cast<plans::ListFill *>(fill.get()))
-            list->parameters = {u"a.lst"_s, {{1, 2, 3, 0, u'x', 9}, {2, 3, 4, 0, u'y', 8}}, u"notes"_s};
+            list->parameters = {u"a.lst"_s, {{1, 2, 3, 0, markOf(u'x', 9)}, {2, 3, 4, 0, markOf(u'y', 8)}}, u"notes"_s};
         if (auto *box = dynamic_cast<plans::BoxFill *>(fill.get()))
             box->parameters.radius = 2.75;
         if (auto *pattern = dynamic_cast<plans::PatternFill *>(fill.get())) {

@@ -151,7 +151,7 @@ TEST(ListFillTest, MarksATubeOnceAndWarnsOfMissingOnes)
     ListFill fill;
     fill.parameters.name = u"sub\\worn.lst"_s;
     for (const auto &[row, col] : {std::pair{2, 1}, {1, 1}, {2, 1}, {9, 9}})
-        fill.parameters.entries.append({0, qint16(row), qint16(col), 0, 0, 0});
+        fill.parameters.entries.append({0, qint16(row), qint16(col), 0, {}});
     bundle.compute(fill);
     EXPECT_THAT(fill.tubes, ElementsAre(bundle.tube(2, 1), bundle.tube(1, 1)));
     EXPECT_EQ(fill.fillCount, 4);

@@ -115,7 +115,7 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
-    /// Handles a press of the left button.
+    /// Press of the left button in progress.
     struct Press
     {
         QPointF pos;

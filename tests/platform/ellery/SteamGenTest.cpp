@@ -42,7 +42,7 @@ TEST(SteamGenTest, FindsTubesByAddressOnly)
     EXPECT_EQ(gen.findTube({0, 1, 2}), 1);
     EXPECT_EQ(gen.findTube({1, 2, 1}), -1);
     EXPECT_EQ(gen.findTube({0, -1, 1}), -1);
-    EXPECT_EQ(gen.findTube(TubeAddress::of(0, 65536 + 1, 2)), -1) << "a number must not be cut to 16 bits";
+    EXPECT_EQ(gen.findTube(ellery::TubeAddress::of(0, 65536 + 1, 2)), -1) << "a number must not be cut to 16 bits";
     EXPECT_THAT(gen.sortRowCol(), ElementsAre(2, 1, 0, 3));
     EXPECT_EQ(gen.maxNumber(Axis::Col), 47);
     EXPECT_EQ(SteamGen().maxNumber(Axis::Row), -1);

@@ -32,7 +32,7 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    int tube(int row, int col) const { return steamGen.findTube({0, row, col}); }
+    int tube(int row, int col) const { return steamGen.findTube(ellery::TubeAddress::of(0, row, col)); }
     QPoint pos(int row, int col) const { return map.posOf(tube(row, col)).toPoint(); }
     void click(int row, int col, Qt::KeyboardModifiers modifiers = {})
     {
