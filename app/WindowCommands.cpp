@@ -225,7 +225,7 @@ void WindowCommands::updateMap()
     if (!update.run(progress.get()))
         return;
     progress.reset();
-    update.tell();
+    update.report();
 }
 
 void WindowCommands::closeDatabase()

@@ -99,7 +99,7 @@ bool MapUpdate::confirm()
         else if (fill.need() == plans::MapFill::Need::Database && !m_runner.queries().isReady())
             keeping.append(i);
     }
-    m_left = keeping;
+    m_excluded = keeping;
     if (losing.isEmpty() && keeping.isEmpty())
         return true;
     QString text;
@@ -114,7 +114,7 @@ bool MapUpdate::confirm()
         return false;
     }
     if (answer == Answer::Yes)
-        m_left += losing;
+        m_excluded += losing;
     return true;
 }
 
@@ -134,7 +134,7 @@ Entries MapUpdate::compute(tarnwick::Progress *progress) const
             if (progress->cancelled())
                 throw tarnwick::Cancelled();
         }
-        if (!m_left.contains(i)) {
+        if (!m_excluded.contains(i)) {
             const std::shared_ptr<plans::MapFill> computed = entry->clone();
             m_runner.compute(*computed, component, marked);
             entry = computed;
@@ -174,7 +174,7 @@ QString MapUpdate::changes(int place) const
     return parts.join(u", "_s);
 }
 
-void MapUpdate::tell()
+void MapUpdate::report()
 {
     QStringList lines;
     for (int i = 0; i < m_document.count() && i < int(m_before.size()); ++i) {

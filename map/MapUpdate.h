@@ -25,7 +25,7 @@ public:
     /// as it is after an exception.
     bool run(tarnwick::Progress *progress);
     /// Call after run(): reports for each entry how many tubes were added and removed. Reports nothing if none were.
-    void tell();
+    void report();
 
 private:
     Entries compute(tarnwick::Progress *progress) const;
@@ -34,7 +34,7 @@ private:
 
     MapDocument &m_document;
     const FillRunner &m_runner;
-    QList<int> m_left; ///< entries that are not computed
+    QList<int> m_excluded; ///< entries that are not computed
     Entries m_before;
 };
 

@@ -12,40 +12,37 @@ inline constexpr Message kUpdateBegins{0, u"Execute ..."};
 inline constexpr Message kUpdatingEntry{0, u"Updating entry %d %S ..."};
 inline constexpr Message kUpdateCancelled{0, u"Update of the map cancelled."};
 inline constexpr Message kUpdateDone{0, u"Done updating map."};
-inline constexpr Message kUpdateChanged{0, u"Entries that have other tubes now:\n\n%S"};
+inline constexpr Message kUpdateChanged{0, u"Entries whose tubes have changed:\n\n%S"};
 inline constexpr Message kEntriesLoseTubes{
-    0,
-    u"These entries take tubes that are selected. No tube is selected now, and map files do not keep the selection, so "
-    u"the entries would lose all their tubes:\n\n%S\n\n"};
+    0, u"These entries depend on the selection. No tube is selected (map files do not store the selection), so these "
+       u"entries would lose all their tubes:\n\n%S\n\n"};
 inline constexpr Message kEntriesNotComputed{
-    0, u"These entries take the tubes of a query. No database is connected, so they keep the tubes that they have:\n\n"
-       u"%S\n\n"};
+    0, u"These entries depend on a query. No database is connected, so they keep their present tubes:\n\n%S\n\n"};
 inline constexpr Message kAskLeaveEntries{
-    0,
-    u"Choose \"Yes\" to leave these entries as they are and update the others.\n\nChoose \"No\" to update the entries "
-    u"that take selected tubes, too.\n\nChoose \"Cancel\" to change nothing."};
+    0, u"Choose \"Yes\" to update only the other entries.\n\nChoose \"No\" to update also the entries that depend on "
+       u"the selection.\n\nChoose \"Cancel\" to change nothing."};
 inline constexpr Message kAskUpdate{0, u"Do you wish to update the other entries?"};
 
 // Entries of the legend.
 inline constexpr Message kAskDeleteAllEntries{0, u"Are you sure you want to delete all entries?"};
 inline constexpr Message kEntryShown{0, u"Shown: \"%S\"."};
 inline constexpr Message kEntryHidden{0, u"Hidden: \"%S\"."};
-inline constexpr Message kOnlyEntryShown{0, u"Shown alone: \"%S\"."};
+inline constexpr Message kOnlyEntryShown{0, u"Only \"%S\" is shown."};
 inline constexpr Message kAllEntriesShown{0, u"All entries are shown."};
-inline constexpr Message kShownSwapped{0, u"Hidden entries are shown now, and shown ones hidden."};
+inline constexpr Message kShownSwapped{0, u"Swapped shown and hidden entries."};
 inline constexpr Message kEntryMoved{0, u"Moved \"%S\" to place %d of %d."};
 inline constexpr Message kEntryDeleted{0, u"Deleted \"%S\"."};
 inline constexpr Message kEntriesDeleted{0, u"Deleted all entries (%D)."};
 inline constexpr Message kEntryRenamed{0, u"Renamed \"%S\" to \"%S\"."};
 inline constexpr Message kEntrySymbol{0, u"Changed the symbol of \"%S\" to %S."};
-inline constexpr Message kEntryAllSections{0, u"\"%S\" marks every section now."};
-inline constexpr Message kEntryOwnSections{0, u"\"%S\" marks only the sections of its tubes now."};
+inline constexpr Message kEntryAllSections{0, u"\"%S\" now marks all sections."};
+inline constexpr Message kEntryOwnSections{0, u"\"%S\" now marks only the sections of its tubes."};
 
 // Map files.
 inline constexpr Message kReadMapFailed{1039, u"Could not read map file."};
 inline constexpr Message kStoreMapFailed{0, u"Could not store map."};
 inline constexpr Message kOtherModel{1041, u"Map was created using model '%S.' but the current model is '%S'"};
-inline constexpr Message kAskReplaceFile{0, u"\"%S\" is there already.\n\nDo you wish to replace it?"};
+inline constexpr Message kAskReplaceFile{0, u"\"%S\" already exists.\n\nDo you wish to replace it?"};
 inline constexpr Message kAskReplaceChanged{0, u"\"%S\" was changed by another program since it was opened here.\n\nDo "
                                                u"you wish to replace it with this map?"};
 inline constexpr Message kAskReplaceOtherModel{0, u"Do you wish to replace \"%S\" by a map of the current model?"};
@@ -62,9 +59,9 @@ inline constexpr Message kOpenedHeader{0, u"Opened map header \"%S\"."};
 inline constexpr Message kAskSaveChanges{0, u"Do you wish to save changes?"};
 
 // Recovery copies.
-inline constexpr Message kAskRestoreMap{0, u"ARVO did not end properly the last time.\n\nChanges of map \"%S\" that "
-                                           u"were not saved have been kept as of %t.\n\nDo you wish to restore them?"};
+inline constexpr Message kAskRestoreMap{0, u"ARVO ended unexpectedly the last time.\n\nThere is a copy of the unsaved "
+                                           u"changes of map \"%S\", written %t.\n\nDo you wish to restore them?"};
 inline constexpr Message kRestoredMap{0, u"Restored map \"%S\"; it has not been saved yet."};
-inline constexpr Message kRecoveryFailed{0, u"The changes of the map cannot be kept for the case of a crash: %S"};
+inline constexpr Message kRecoveryFailed{0, u"Unsaved changes of the map cannot be protected against a crash: %S"};
 
 } // namespace map::messages

@@ -10,8 +10,8 @@ using tarnwick::Message;
 inline constexpr Message kCreateDatabase{0, u"Create database ..."};
 inline constexpr Message kConnectDatabase{0, u"Connect to a database ..."};
 inline constexpr Message kDisconnectDatabase{0, u"Disconnect from database"};
-inline constexpr Message kAskConnectAgain{0, u"Database \"%S\" was closed before that.\n\nDo you wish to connect to it "
-                                             u"again?"};
+inline constexpr Message kAskConnectAgain{
+    0, u"Database \"%S\" was closed before connecting to the other one.\n\nDo you wish to connect to it again?"};
 inline constexpr Message kDatabaseFailed{0, u"The command failed in the database."};
 
 // Map files.
@@ -46,11 +46,11 @@ inline constexpr Message kNoFillDialog{0, u"\"%S\" cannot be edited in this vers
 inline constexpr Message kProjectNotThere{0, u"\"%S\" is not a project folder."};
 inline constexpr Message kProjectUnreadable{0, u"Could not open project \"%S\"."};
 inline constexpr Message kComponentUnreadable{0, u"Could not read the changed component."};
-inline constexpr Message kRecentNotThere{0, u"\"%S\" is not there any more."};
+inline constexpr Message kRecentNotThere{0, u"\"%S\" does not exist any more."};
 inline constexpr Message kToolNotThere{0, u"The program \"%S\" is not in \"%S\"."};
 inline constexpr Message kToolNotStarted{0, u"The program \"%S\" could not be started.\n\n%S"};
-inline constexpr Message kToolLeftOpen{0, u"\"%S\" is still open. What it changes is read when the project is opened "
-                                          u"again."};
+inline constexpr Message kToolLeftOpen{0,
+                                       u"\"%S\" is still open. Its changes are read when the project is opened again."};
 inline constexpr Message kShortcutCreated{0, u"Created the desktop shortcut \"%S\"."};
 inline constexpr Message kShortcutFailed{0, u"Could not create the desktop shortcut."};
 

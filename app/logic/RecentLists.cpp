@@ -13,7 +13,7 @@ using Entries = QList<tarnwick::CommandHandlers::ListEntry>;
 
 QString whyNot(bool isThere, const QString &path)
 {
-    return isThere ? QString() : QDir::toNativeSeparators(path) + u"\nIt is not there any more."_s;
+    return isThere ? QString() : QDir::toNativeSeparators(path) + u"\nIt does not exist any more."_s;
 }
 
 Entries fileEntries(const QStringList &suitePaths, const tarnwick::PathRoots &roots)

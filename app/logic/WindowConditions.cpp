@@ -19,9 +19,9 @@ QString whyNot(int condition, const CommandContext &context)
     case When::Entries:
         return unless(context.hasEntries, u"The legend has no entries."_s);
     case When::CanUndo:
-        return unless(context.canUndo, u"There is no change to take back."_s);
+        return unless(context.canUndo, u"There is no change to undo."_s);
     case When::CanRedo:
-        return unless(context.canRedo, u"There is no change to make again."_s);
+        return unless(context.canRedo, u"There is no change to redo."_s);
     case When::PointedTube:
         return unless(context.hasPointedTube, noTube);
     case When::PointedSymbol:

@@ -192,7 +192,7 @@ TEST(CommandTableTest, ConditionsSayWhyNot)
         {When::PointedTube, project, u"There is no tube under the pointer."_s},
         {When::PointedSection, tube, {}},
         {When::PointedSymbol, tube, u"There is no tube with a symbol under the pointer."_s},
-        {When::CanUndo, project, u"There is no change to take back."_s},
+        {When::CanUndo, project, u"There is no change to undo."_s},
     };
     for (const Case &each : cases)
         EXPECT_EQ(whyNot(each.condition, each.context), each.whyNot) << each.condition;

@@ -161,7 +161,7 @@ TEST_F(MapCommandsTest, ExportLeavesTheMapItsFileAndImportOpensACopyInTheProject
     said.clear();
     said.answerWith({Answer::No});
     commands.importMap();
-    EXPECT_EQ(questions(), u"\"maps\\sample.map\" is there already.\n\nDo you wish to replace it?"_s);
+    EXPECT_EQ(questions(), u"\"maps\\sample.map\" already exists.\n\nDo you wish to replace it?"_s);
     EXPECT_EQ(session.map().count(), 2);
 
     // A template that is none changes neither map nor project.
@@ -191,7 +191,7 @@ TEST_F(MapCommandsTest, TheMapOpenedLastIsOpenedAtTheStart)
     ASSERT_TRUE(next.openProject(projectFolder()));
     next.openMapAtStart();
     EXPECT_EQ(next.map().count(), 0);
-    EXPECT_TRUE(said.lastStatus().endsWith(u"is not there any more."_s));
+    EXPECT_TRUE(said.lastStatus().endsWith(u"does not exist any more."_s));
     EXPECT_TRUE(said.texts(Kind::Error).isEmpty());
 }
 
@@ -257,7 +257,7 @@ TEST_F(RecoveryTest, ACopyIsKeptWhileSomethingIsUnsavedAndGoesWithTheCleanEnd)
     recovery.update(session.map(), kModified);
     tarnwick::failWritesAfter(-1);
     EXPECT_EQ(said.entries().size(), 1);
-    EXPECT_TRUE(said.lastStatus().startsWith(u"The changes of the map cannot be kept"_s));
+    EXPECT_TRUE(said.lastStatus().startsWith(u"Unsaved changes of the map cannot be"_s));
     EXPECT_FALSE(recovery.problem().isEmpty());
     addFill({2});
     recovery.update(session.map(), kModified);

@@ -99,7 +99,8 @@ TEST_F(StatusTest, ADatabaseThatCannotBeOpenedOffersTheFormerOne)
     EXPECT_EQ(said.texts(Kind::Error).size(), 1);
     EXPECT_EQ(
         said.texts(Kind::Question),
-        QStringList{u"Database \"project.mdb\" was closed before that.\n\nDo you wish to connect to it again?"_s});
+        QStringList{
+            u"Database \"project.mdb\" was closed before connecting to the other one.\n\nDo you wish to connect to it again?"_s});
     EXPECT_FALSE(window.projectSession().database().isOpen());
     run(FirstRecentDatabase);
     run(OpenDatabase);

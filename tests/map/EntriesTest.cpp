@@ -161,7 +161,7 @@ TEST(MapUpdateTest, WarnsBeforeEntriesLoseTheirTubesAndTellsWhatChanged)
     const auto update = [&host] {
         MapUpdate run(host.document, host.runner);
         if (run.confirm() && run.run(nullptr))
-            run.tell();
+            run.report();
     };
 
     host.said.answerWith({tarnwick::Answer::Cancel, tarnwick::Answer::Yes, tarnwick::Answer::No});
@@ -179,7 +179,7 @@ TEST(MapUpdateTest, WarnsBeforeEntriesLoseTheirTubesAndTellsWhatChanged)
     EXPECT_EQ(host.said.lastStatus(), u"Done updating map."_s);
     EXPECT_EQ(
         host.said.texts(Kind::Information),
-        QStringList{u"Entries that have other tubes now:\n\n    3  other: 1 tube added (ROW 2 COL 3), 2 tubes removed "
+        QStringList{u"Entries whose tubes have changed:\n\n    3  other: 1 tube added (ROW 2 COL 3), 2 tubes removed "
                     u"(ROW 1 COL 5, ROW 2 COL 2)"_s});
 
     host.said.clear();
