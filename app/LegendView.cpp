@@ -170,8 +170,8 @@ void LegendView::endRename()
         closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
-// QAbstractItemView forgets the entry of an editor before it hides it. The editor then loses the focus, and the view
-// warns that it does not know it.
+// QAbstractItemView removes its record of an editor before it hides the editor. The editor then loses the focus, and
+// the view warns that it does not know the editor.
 void LegendView::dropRename()
 {
     if (QWidget *editor = openEditor())

@@ -137,6 +137,9 @@ TEST(SystemMacrosTest, StandSortedWithTheStateOfTheMap)
     EXPECT_EQ(
         macros.expand(u"[MAP NAME] [OUTAGE DATE] [MAP OPEN TUBES]/[MAP TUBE COUNT] [DATABASE NAME] [QUERY NAME]."_s),
         u"worn 03/09/2024 11/12 <No Database> ."_s);
+    const tarnwick::JMacro printed = printMacros(macros, {});
+    EXPECT_EQ(printed.value(u"[MAP NAME]"), u"worn"_s);
+    EXPECT_FALSE(printed.value(u"[CUR DATETIME]").value_or(QString()).isEmpty());
 }
 
 TEST(SelectionCommandsTest, SelectAndDeselectByRule)
