@@ -9,6 +9,7 @@
 #include "MapPane.h"
 #include "OptionsCommand.h"
 #include "RecoveryKeeper.h"
+#include "ResultCommands.h"
 #include "SidePanel.h"
 #include "StatusLine.h"
 #include "ViewBar.h"
@@ -131,13 +132,15 @@ void DBase::makeCommands()
 {
     m_recovery = new RecoveryKeeper(*m_session, m_runner, this);
     m_commands = std::make_unique<WindowCommands>(*m_session, this);
-    m_commands->setFileDialogs(&m_systemDialogs);
+    m_results = std::make_unique<ResultCommands>(*m_session, this);
+    setFileDialogs(&m_systemDialogs);
     m_fills = std::make_unique<FillCommands>(*m_session, *m_map, *m_side, this);
     m_legend = new LegendPart(m_session->map(), m_session->fillRunner(), *m_fills, *m_side, m_runner, this);
     m_view =
         std::make_unique<ViewCommands>(*m_session, ViewCommands::Parts{*this, *m_map, *m_side, *m_mainBar, *m_viewBar,
                                                                        *m_fullScreen, *m_commands, m_runner});
     m_commands->bind(m_handlers);
+    m_results->bind(m_handlers);
     m_fills->bind(m_handlers);
     m_legend->bind(m_handlers);
     m_view->bind(m_handlers);
@@ -167,7 +170,6 @@ void DBase::connectSession()
 {
     m_session->changed = [this] { sessionChanged(); };
     m_session->replaced = [this] {
-        m_systemDialogs.forgetFolders();
         m_commands->pointedTube = -1;
         sessionChanged();
     };
@@ -188,6 +190,12 @@ void DBase::connectCommands()
     connect(m_commands.get(), &WindowCommands::projectWanted, this, &DBase::openProject);
     connect(m_commands.get(), &WindowCommands::workChanged, m_recovery, &RecoveryKeeper::noteChange);
     connect(m_recovery, &RecoveryKeeper::kept, this, [this] { m_status.showProtection(*m_session); });
+}
+
+void DBase::setFileDialogs(tarnwick::FileDialogs *dialogs)
+{
+    m_commands->setFileDialogs(dialogs);
+    m_results->setFileDialogs(dialogs);
 }
 
 bool DBase::openProject(const QString &folder)

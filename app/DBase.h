@@ -1,12 +1,12 @@
 #pragma once
 #include "CommandRunner.h"
-#include "FileDialogs.h"
 #include "StatusBar.h"
 #include "WindowCommands.h"
 
 #include <app/logic/WindowCommandTable.h>
 
 #include <tarnwick/CommandHandlers.h>
+#include <tarnwick/gui/FileDialogs.h>
 
 #include <QMainWindow>
 
@@ -30,6 +30,7 @@ class FullScreen;
 class LegendPart;
 class MapPane;
 class RecoveryKeeper;
+class ResultCommands;
 class SidePanel;
 class ViewBar;
 class ViewCommands;
@@ -52,7 +53,7 @@ public:
     tarnwick::CommandActions &commands() { return *m_actions; }
     CommandRunner &runner() { return m_runner; }
     /// Replaces the file dialogs in tests.
-    void setFileDialogs(FileDialogs *dialogs) { m_commands->setFileDialogs(dialogs); }
+    void setFileDialogs(tarnwick::FileDialogs *dialogs);
     /// Updates everything that depends on map and session at once. After changes this happens automatically with a
     /// short delay.
     void refreshAll();
@@ -79,7 +80,7 @@ private:
     std::unique_ptr<tarnwick::LoggedPrompts> m_loggedBoxes;
     tarnwick::UserPrompts &m_prompts;
     std::unique_ptr<ProjectSession> m_session;
-    FileDialogs m_systemDialogs;
+    tarnwick::FileDialogs m_systemDialogs;
     CommandRunner m_runner;
     tarnwick::CommandHandlers m_handlers{kWindowCommands};
     tarnwick::CommandActions *m_actions = nullptr;
@@ -95,6 +96,7 @@ private:
     RecoveryKeeper *m_recovery = nullptr;
     std::unique_ptr<WindowCommands> m_commands;
     std::unique_ptr<FillCommands> m_fills;
+    std::unique_ptr<ResultCommands> m_results;
     std::unique_ptr<ViewCommands> m_view;
     bool m_refreshScheduled = false;
     map::Subscription m_subscription;

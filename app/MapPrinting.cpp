@@ -3,19 +3,16 @@
 #include "MapPreviewDlg.h"
 
 #include <app/logic/Messages.h>
-#include <app/picture/Paper.h>
 
 #include <tarnwick/Failures.h>
 #include <tarnwick/gui/Guarded.h>
-#include <tarnwick/gui/StateKeeper.h>
+#include <tarnwick/gui/PrinterSetup.h>
 
 #include <QDir>
-#include <QJsonObject>
 #include <QPageSetupDialog>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QPrinterInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -25,9 +22,7 @@ namespace {
 
 constexpr int kBitmapDpi = 150;
 
-const QString kPaperKey = u"print/paper"_s;
-const QString kLandscapeKey = u"print/landscape"_s;
-const QString kPrinterKey = u"print/printer"_s;
+const QString kPrinterKey = u"print"_s;
 
 } // namespace
 
@@ -43,33 +38,14 @@ QPrinter &MapPrinting::printer()
 {
     if (m_printer)
         return *m_printer;
-    const QJsonObject kept = tarnwick::StateKeeper::sessionFile().values();
-    const QPrinterInfo chosen = QPrinterInfo::printerInfo(kept[kPrinterKey].toString());
-    const QPrinterInfo info = chosen.isNull() ? QPrinterInfo::defaultPrinter() : chosen;
-    m_printer = info.isNull() ? std::make_unique<QPrinter>(QPrinter::HighResolution)
-                              : std::make_unique<QPrinter>(info, QPrinter::HighResolution);
-    if (info.isNull()) {
-        m_printer->setOutputFormat(QPrinter::PdfFormat);
-        m_printer->setPageSize(defaultPaper());
-    }
     // A tubesheet is about square, and the legend is beside it.
-    const bool landscape = kept[kLandscapeKey].toBool(true);
-    m_printer->setPageOrientation(landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
-    const int paper = kept[kPaperKey].toInt(-1);
-    if (paper >= 0 && paper < QPageSize::Custom)
-        m_printer->setPageSize(QPageSize(QPageSize::PageSizeId(paper)));
-    m_printer->setCreator(u"ARVO"_s);
+    m_printer = tarnwick::makePrinter(kPrinterKey, true);
     return *m_printer;
 }
 
 void MapPrinting::keepSetup() const
 {
-    const QPageLayout layout = m_printer->pageLayout();
-    const auto store = [&] {
-        tarnwick::StateKeeper::sessionFile().store({{kPaperKey, int(layout.pageSize().id())},
-                                                    {kLandscapeKey, layout.orientation() == QPageLayout::Landscape},
-                                                    {kPrinterKey, m_printer->printerName()}});
-    };
+    const auto store = [this] { tarnwick::keepPrinter(*m_printer, kPrinterKey); };
     tarnwick::attempt(m_session.prompts(), store, {0, u""});
 }
 

@@ -1,6 +1,5 @@
 #include "WindowCommands.h"
 
-#include "FileDialogs.h"
 #include "HeaderDlg.h"
 #include "LineIcon.h"
 
@@ -15,6 +14,7 @@
 #include <map/MapUpdate.h>
 #include <tarnwick/Failures.h>
 #include <tarnwick/FileWriter.h>
+#include <tarnwick/gui/FileDialogs.h>
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -60,7 +60,7 @@ WindowCommands::WindowCommands(ProjectSession &session, QWidget *parent)
 {
 }
 
-void WindowCommands::setFileDialogs(FileDialogs *dialogs)
+void WindowCommands::setFileDialogs(tarnwick::FileDialogs *dialogs)
 {
     m_dialogs = dialogs;
     m_files.setFileChoice(dialogs);

@@ -10,9 +10,11 @@
 
 #include <QObject>
 
-namespace app {
-
+namespace tarnwick {
 class FileDialogs;
+}
+
+namespace app {
 
 /// Actions of the commands of files, map, database and program.
 class WindowCommands : public QObject
@@ -24,7 +26,7 @@ public:
     /// Binds the commands to their actions.
     void bind(tarnwick::CommandHandlers &handlers);
     /// Replaces the file dialogs in tests.
-    void setFileDialogs(FileDialogs *dialogs);
+    void setFileDialogs(tarnwick::FileDialogs *dialogs);
 
     /// The tube that the pop-up menu was opened on, -1 for none; used by commands that need it.
     int pointedTube = -1;
@@ -64,7 +66,7 @@ private:
     void createShortcut();
 
     ProjectSession &m_session;
-    FileDialogs *m_dialogs = nullptr;
+    tarnwick::FileDialogs *m_dialogs = nullptr;
     QWidget *m_parent;
     map::LegendCommands m_legend;
     MapCommands m_files;

@@ -6,7 +6,7 @@
 
 #include <app/logic/SystemMacros.h>
 #include <app/picture/MapPage.h>
-#include <app/picture/Paper.h>
+#include <tarnwick/paint/Paper.h>
 #include <map/FillCommit.h>
 #include <map/MapFiles.h>
 #include <map/TubeText.h>
@@ -25,7 +25,7 @@ QSizeF pageInches(const Arguments &arguments)
 {
     if (!arguments.has(u"size")) {
         const std::optional<QPageSize> paper =
-            arguments.has(u"paper") ? app::paperOfName(arguments.value(u"paper")) : app::defaultPaper();
+            arguments.has(u"paper") ? tarnwick::paperOfName(arguments.value(u"paper")) : tarnwick::defaultPaper();
         if (!paper)
             throw UsageError(u"--paper is the name of a paper: A3, A4, A5, Letter, Legal, Tabloid or another."_s);
         // Landscape, as in the window: the legend is beside the tubesheet.

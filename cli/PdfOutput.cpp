@@ -1,11 +1,10 @@
 #include "PdfOutput.h"
 
-#include <app/picture/Paper.h>
 #include <query/QueryMacros.h>
 #include <query/ResultSource.h>
 #include <query/SQLOptions.h>
-#include <tarnwick/FileWriter.h>
 #include <tarnwick/OptionPrompts.h>
+#include <tarnwick/paint/Paper.h>
 #include <tarnwick/paint/TablePdf.h>
 
 namespace cli {
@@ -21,15 +20,12 @@ void writePdf(Target &target, const query::QueryDocument &document, const query:
     query::applyPrintOptions(printed, options);
     printed.layout.title = u"Report"_s;
 
-    constexpr double kMillimetresOfAnInch = 25.4;
-    const QPageSize paper = app::defaultPaper();
     const query::ResultSource source(result);
     const tarnwick::JMacro macros =
         query::queryMacros(document, result, target.queryContext(), target.map().component());
     const tarnwick::TablePrint print(source, {.count = source.rowCount(), .row = {}}, printed.layout, macros,
-                                     paper.size(QPageSize::Millimeter) / kMillimetresOfAnInch);
-    qint64 cut = 0;
-    tarnwick::writeFileAtomically(path, tarnwick::tablePdf(print, paper, printed.layout.title, cut, progress));
+                                     tarnwick::defaultPaper().size(QPageSize::Inch));
+    const qint64 cut = tarnwick::storeTablePdf(print, path, printed.layout.title, progress);
     if (cut > 0)
         target.prompts().showInformation(
             u"%1 cells were cut because their column is too narrow for their text."_s.arg(cut));

@@ -4,7 +4,7 @@
 
 #include <QFileInfo>
 #include <results/ReportUpload.h>
-#include <results/UploadFileList.h>
+#include <tarnwick/FileStatusList.h>
 
 namespace cli {
 
@@ -47,7 +47,7 @@ int runUpload(const Arguments &arguments)
     if (!target.connect(Target::Use::Store))
         return Failed;
 
-    results::UploadFileList files;
+    tarnwick::FileStatusList files;
     files.open(paths);
     ConsoleProgress progress;
     bool allStored = true;

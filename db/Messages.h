@@ -52,5 +52,6 @@ inline constexpr Message kRollbackTransaction{1056, u"Could not rollback transac
 inline constexpr Message kParseDateTime{1057, u"Could not parse date/time."};
 inline constexpr Message kParseCurrency{1058, u"Could not parse currency text '%S'"};
 inline constexpr Message kParseDate{1059, u"Could not parse date text '%S'"};
+inline constexpr Message kFetchListNames{1061, u"Could not fetch list names."};
 
 } // namespace db::messages

@@ -3,18 +3,11 @@
 #include "MapFiles.h"
 #include "Messages.h"
 
-#include <algorithm>
-#include <QCryptographicHash>
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QStandardPaths>
 #include <tarnwick/Failures.h>
-#include <tarnwick/FileWriter.h>
-#include <tarnwick/Leftovers.h>
 
 using namespace Qt::StringLiterals;
+using tarnwick::RecoveryCopies;
 
 namespace map {
 
@@ -24,14 +17,6 @@ const QString kIdentifier = u"MapRecovery"_s;
 constexpr int kFileVersion = 3;
 constexpr int kFirstWithStored = 2;
 constexpr int kFirstWithWork = 3;
-/// Largest number of programs that work on one project at a time.
-constexpr int kMostSlots = 64;
-
-QString slotName(const QString &projectFolder, int number)
-{
-    const QByteArray hash = QCryptographicHash::hash(projectFolder.toUtf8(), QCryptographicHash::Sha1).toHex().left(16);
-    return u"%1-%2"_s.arg(QString::fromLatin1(hash)).arg(number);
-}
 
 } // namespace
 
@@ -88,43 +73,16 @@ MapRecovery::MapRecovery(tarnwick::UserPrompts &prompts)
 
 MapRecovery::~MapRecovery() = default;
 
-QString MapRecovery::folder()
-{
-    // Not in the installation folder: it may be shared or read-only, and unsaved work is private.
-    return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + u"/recovery"_s;
-}
-
 void MapRecovery::begin(const QString &projectFolder)
 {
     end();
     m_project = projectFolder;
+    m_copies.emplace(projectFolder, u"map"_s);
     try {
-        findSlots();
+        m_copies->begin();
     } catch (const tarnwick::Error &error) {
         fail(error.text());
     }
-}
-
-void MapRecovery::findSlots()
-{
-    const QDir dir(folder());
-    if (!dir.mkpath(u"."_s))
-        throw tarnwick::FileError(dir.path(), 0, u"the folder cannot be made."_s);
-    QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    tarnwick::removeLeftovers(dir.path());
-    for (int number = 0; number < kMostSlots && !m_own; ++number) {
-        auto slot = std::make_unique<Slot>();
-        slot->path = dir.filePath(slotName(m_project, number) + u".map"_s);
-        slot->lock = tarnwick::ProcessLock::tryTake(dir.filePath(slotName(m_project, number) + u".lock"_s));
-        if (!slot->lock)
-            continue;
-        if (QFileInfo::exists(slot->path))
-            m_left.push_back(std::move(slot));
-        else
-            m_own = std::move(slot);
-    }
-    if (!m_own)
-        throw tarnwick::FileError(dir.path(), 0, u"it holds too many copies for this project."_s);
 }
 
 void MapRecovery::fail(const QString &reason)
@@ -134,39 +92,31 @@ void MapRecovery::fail(const QString &reason)
     m_problem = reason;
 }
 
-bool MapRecovery::readKept(const QString &path, int tubeCount, Kept &kept) const
-{
-    tarnwick::JFile file = tarnwick::JFile::openForReading(path);
-    kept.serializeHead(file);
-    kept.map.read(file, tubeCount);
-    kept.work.selection.removeIf([tubeCount](qint32 tube) { return tube < 0 || tube >= tubeCount; });
-    return kept.project == m_project;
-}
-
 std::optional<UnsavedWork> MapRecovery::offer(MapDocument &map)
 {
-    std::sort(m_left.begin(), m_left.end(), [](const auto &a, const auto &b) {
-        return QFileInfo(a->path).lastModified() > QFileInfo(b->path).lastModified();
-    });
     std::optional<UnsavedWork> restored;
-    for (size_t i = 0; i < m_left.size() && !restored; ++i)
-        restored = offerOne(m_left[i], map);
-    m_left.clear(); // releases the locks: copies that remain are offered at the next start
+    if (m_copies)
+        m_copies->offer([&](const RecoveryCopies::Left &left) { return decide(left, map, restored); });
     return restored;
 }
 
-std::optional<UnsavedWork> MapRecovery::offerOne(std::unique_ptr<Slot> &slot, MapDocument &map)
+RecoveryCopies::Decision MapRecovery::decide(const RecoveryCopies::Left &left, MapDocument &map,
+                                             std::optional<UnsavedWork> &restored)
 {
     Kept kept;
     try {
-        if (!readKept(slot->path, map.component().numTube(), kept))
-            return {};
+        const int tubeCount = map.component().numTube();
+        tarnwick::JFile file = tarnwick::JFile::fromBytes(left.content(), left.path);
+        kept.serializeHead(file);
+        kept.map.read(file, tubeCount);
+        kept.work.selection.removeIf([tubeCount](qint32 tube) { return tube < 0 || tube >= tubeCount; });
+        if (kept.project != m_project)
+            return RecoveryCopies::Decision::Keep;
     } catch (const tarnwick::Error &error) {
         tarnwick::showFailure(m_prompts, error, messages::kReadMapFailed);
-        QFile::rename(slot->path, slot->path + u".bad"_s);
-        return {};
+        return RecoveryCopies::Decision::Damaged;
     }
-    const auto time = tarnwick::JDateTime::fromSeconds(QFileInfo(slot->path).lastModified().toSecsSinceEpoch());
+    const auto time = tarnwick::JDateTime::fromSeconds(left.time.toSecsSinceEpoch());
     const QString name = kept.mapFile.isEmpty() ? u"<New>"_s : kept.mapFile;
     switch (m_prompts.question(tarnwick::Buttons::YesNoCancel, messages::kAskRestoreMap, name, time)) {
     case tarnwick::Answer::Yes:
@@ -176,39 +126,29 @@ std::optional<UnsavedWork> MapRecovery::offerOne(std::unique_ptr<Slot> &slot, Ma
         kept.work.isModified = kept.work.isModified || map.isFileChanged() || map.isFileGone();
         if (kept.work.isModified)
             map.setNeverSaved();
-        m_own = std::move(slot); // the copy remains until the map is saved or the program ends regularly
         m_prompts.status(messages::kRestoredMap, name);
-        return kept.work;
+        restored = kept.work;
+        return RecoveryCopies::Decision::Restore;
     case tarnwick::Answer::No:
-        QFile::remove(slot->path);
-        return {};
+        return RecoveryCopies::Decision::Discard;
     default:
-        return {};
+        return RecoveryCopies::Decision::Keep;
     }
 }
 
 void MapRecovery::update(const MapDocument &map, const UnsavedWork &work)
 {
-    if (!m_own)
+    if (!m_copies || !m_copies->isOn())
         return;
-    if (work.isEmpty()) {
-        if (QFileInfo::exists(m_own->path))
-            QFile::remove(m_own->path);
-        m_written.clear();
-        return;
+    QByteArray content;
+    if (!work.isEmpty()) {
+        tarnwick::JFile file = tarnwick::JFile::forWriting({});
+        Kept{m_project, map.file(), map.stored(), work, {}}.serializeHead(file);
+        map.content().write(file);
+        content = file.bytes();
     }
-    tarnwick::JFile file = tarnwick::JFile::forWriting(m_own->path);
-    Kept{m_project, map.file(), map.stored(), work, {}}.serializeHead(file);
-    map.content().write(file);
-    if (file.bytes() != m_written)
-        write(file.bytes());
-}
-
-void MapRecovery::write(const QByteArray &content)
-{
     try {
-        tarnwick::writeFileAtomically(m_own->path, content);
-        m_written = content;
+        m_copies->update(content);
         m_problem.clear();
     } catch (const tarnwick::Error &error) {
         fail(error.text());
@@ -217,11 +157,9 @@ void MapRecovery::write(const QByteArray &content)
 
 void MapRecovery::end()
 {
-    if (m_own)
-        QFile::remove(m_own->path);
-    m_own.reset();
-    m_left.clear();
-    m_written.clear();
+    if (m_copies)
+        m_copies->end();
+    m_copies.reset();
     m_problem.clear();
 }
 

@@ -1,10 +1,8 @@
 #pragma once
 #include "MapDocument.h"
 
-#include <memory>
 #include <optional>
-#include <tarnwick/ProcessLock.h>
-#include <tarnwick/Prompts.h>
+#include <tarnwick/RecoveryCopies.h>
 
 namespace map {
 
@@ -49,28 +47,15 @@ public:
     /// Deletes the copy at the regular end of work on this project.
     void end();
 
-    /// The folder of the copies.
-    static QString folder();
-
 private:
-    /// One of the numbered files for copies, with its lock.
-    struct Slot
-    {
-        QString path;
-        std::unique_ptr<tarnwick::ProcessLock> lock;
-    };
     struct Kept;
-    void findSlots();
-    bool readKept(const QString &path, int tubeCount, Kept &kept) const;
-    std::optional<UnsavedWork> offerOne(std::unique_ptr<Slot> &slot, MapDocument &map);
-    void write(const QByteArray &content);
+    tarnwick::RecoveryCopies::Decision decide(const tarnwick::RecoveryCopies::Left &left, MapDocument &map,
+                                              std::optional<UnsavedWork> &restored);
     void fail(const QString &reason);
 
     tarnwick::UserPrompts &m_prompts;
     QString m_project;
-    std::unique_ptr<Slot> m_own;
-    std::vector<std::unique_ptr<Slot>> m_left;
-    QByteArray m_written; ///< content of the copy
+    std::optional<tarnwick::RecoveryCopies> m_copies;
     QString m_problem;
 };
 

@@ -71,20 +71,31 @@ QString CalList::caption() const
 
 void CalList::deleteCurrent()
 {
+    deleteCals({m_current});
+}
+
+void CalList::deleteCals(const QList<int> &rows)
+{
     tarnwick::UserPrompts &prompts = m_session->prompts();
-    if (prompts.question(Buttons::YesNo, messages::kDeleteCal) != Answer::Yes) {
+    const Answer answer = rows.size() > 1 ? prompts.question(Buttons::YesNo, messages::kDeleteCals, int(rows.size()))
+                                          : prompts.question(Buttons::YesNo, messages::kDeleteCal);
+    if (answer != Answer::Yes) {
         prompts.status(messages::kDeleteCalCancelled);
         return;
     }
-    if (m_current < 0 || m_current >= m_rows.size()) {
+    const auto isListed = [this](int row) { return row >= 0 && row < m_rows.size(); };
+    if (rows.isEmpty() || !std::all_of(rows.begin(), rows.end(), isListed)) {
         prompts.information(messages::kSelectCal);
         return;
     }
-    const auto remove = [this] { deleteCalRows(m_session->database(), m_rows[m_current].cal); };
-    if (!tarnwick::attempt(prompts, remove, messages::kCouldNotDeleteCal))
-        return;
-    m_changed = true;
-    if (fill())
+    const auto remove = [&] {
+        for (const int row : rows) {
+            deleteCalRows(m_session->database(), m_rows[row].cal);
+            ++m_deleted;
+        }
+    };
+    const bool isDone = tarnwick::attempt(prompts, remove, messages::kCouldNotDeleteCal);
+    if (fill() && isDone)
         prompts.status(messages::kCalDeleted);
 }
 
@@ -96,7 +107,7 @@ void CalList::closeWithOk()
 bool CalList::closeWithCancel()
 {
     Answer answer = Answer::No;
-    if (m_changed)
+    if (isChanged())
         answer = m_session->prompts().question(Buttons::YesNoCancel, messages::kSaveChanges);
     if (answer == Answer::Cancel)
         return false;

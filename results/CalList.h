@@ -38,10 +38,14 @@ public:
     const QList<Row> &rows() const { return m_rows; }
     int current() const { return m_current; }
     void setCurrent(int row) { m_current = row; }
-    bool isChanged() const { return m_changed; }
+    bool isChanged() const { return m_deleted > 0; }
 
     /// Asks the user, deletes the current cal and reads the list again.
     void deleteCurrent();
+    /// The same for several cals, with one question. Either all are deleted or, after a failure, the ones before it.
+    void deleteCals(const QList<int> &rows);
+    /// Number of cals deleted since the list was opened.
+    int deletedCount() const { return m_deleted; }
 
     /// Commits. If the commit fails or is cancelled, reports it and rolls back.
     void closeWithOk();
@@ -61,7 +65,7 @@ private:
     db::SessionTransaction m_transaction;
     QList<Row> m_rows;
     int m_current = -1;
-    bool m_changed = false;
+    int m_deleted = 0;
 };
 
 } // namespace results

@@ -7,8 +7,6 @@ namespace results::messages {
 using tarnwick::Message;
 
 // Upload
-inline constexpr Message kFileNumberNotValid{0, u"Current file number=%d is not valid."};
-inline constexpr Message kFileSelected{0, u"Selected file %d."};
 inline constexpr Message kUnknownTubeLine{0, u"\tentry=%3d row=%3d col=%3d sec=%3d\n"};
 inline constexpr Message kMoreUnknownTubes{0, u"\t...\n"};
 inline constexpr Message kUnknownTubes{
@@ -20,6 +18,11 @@ inline constexpr Message kOtherSite{
     0, u"Error: Site %S Comp %S does not agree with project!\nDo you wish to upload anyway?"};
 inline constexpr Message kContinueAfterFailure{0, u"ERROR:\n\tCould not upload entry %d\n\tDo you wish to continue?"};
 inline constexpr Message kUploaded{0, u"Successfully uploaded %d entries."};
+inline constexpr Message kPrinting{0, u"The report is printing."};
+inline constexpr Message kGoOnWithNextFile{
+    0, u"\"%S\" was not uploaded.\n\nDo you wish to go on with the next file?"};
+inline constexpr Message kCloseWithoutUpload{
+    0, u"The entries of %D files were changed and not uploaded.\n\nDo you wish to close without uploading them?"};
 inline constexpr Message kTerminated{0, u"Upload terminated."};
 inline constexpr Message kUploading{0, u"Uploading entries"};
 
@@ -36,6 +39,7 @@ inline constexpr Message kOldCalDeleted{0, u"Old cal was deleted."};
 inline constexpr Message kCalsCaption{0, u"Cals In - %U"};
 inline constexpr Message kUpdateCalList{0, u"Could not update Cal list."};
 inline constexpr Message kDeleteCal{0, u"Are you sure you wish to delete this cal?"};
+inline constexpr Message kDeleteCals{0, u"Are you sure you wish to delete these %D cals?"};
 inline constexpr Message kCalListCancelled{0, u"Cal list cancelled."};
 inline constexpr Message kDeleteCalCancelled{0, u"Delete cal cancelled."};
 inline constexpr Message kSelectCal{0, u"Select a cal to delete!"};

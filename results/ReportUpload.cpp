@@ -1,19 +1,19 @@
 #include "ReportUpload.h"
 
 #include "Messages.h"
-#include "UploadFileList.h"
 
 #include <dao/ProgressScope.h>
 #include <dao/values/Errors.h>
 #include <db/Errors.h>
 #include <db/Messages.h>
-#include <db/ReportWriter.h>
+#include <db/ReportRows.h>
 #include <db/SessionTransaction.h>
 #include <db/SqlText.h>
 #include <db/TableGrowth.h>
 #include <fenwright/TableScanner.h>
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <tarnwick/FileStatusList.h>
 
 namespace results {
 
@@ -46,7 +46,7 @@ ReportUpload::ReportUpload(db::DatabaseSession &session, const brannock::Project
 
 ReportUpload::~ReportUpload() = default;
 
-UploadSummary ReportUpload::uploadCurrent(UploadFileList &files, const Report &report)
+UploadSummary ReportUpload::uploadCurrent(tarnwick::FileStatusList &files, const Report &report)
 {
     if (!files.checkCurrent(m_session->prompts()))
         return {};

@@ -5,14 +5,16 @@
 #include <db/DatabaseSession.h>
 #include <tarnwick/base/Progress.h>
 
+namespace tarnwick {
+class FileStatusList;
+}
+
 namespace db {
 class ReportWriter;
 class SessionTransaction;
 } // namespace db
 
 namespace results {
-
-class UploadFileList;
 
 /// Result of uploading one file. If completed, read = stored + skipped + failed. Otherwise everything was rolled back,
 /// and the counts show how far the upload got.
@@ -42,7 +44,7 @@ public:
     ~ReportUpload();
 
     /// Uploads the current file of the list, with the user's edits, and marks it done.
-    UploadSummary uploadCurrent(UploadFileList &files, const brannock::Report &report);
+    UploadSummary uploadCurrent(tarnwick::FileStatusList &files, const brannock::Report &report);
     UploadSummary upload(const brannock::Report &report);
 
 private:

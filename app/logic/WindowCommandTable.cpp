@@ -79,7 +79,7 @@ constexpr CommandRow kRows[] = {
     {OpenDatabase, u"&Open Database ...", u"Connect to another database", When::Project},
     {CloseDatabase, u"&Close Database", u"Close the connection to the database", When::Project},
     {CreateHistory, u"Create &History ...", u"Create history files of past outages", When::Later},
-    {UploadReports, u"Upload &Reports ...", u"Upload analysts' reports into the database", When::Later},
+    {UploadReports, u"Upload &Reports ...", u"Upload analysts' reports into the database", When::Project},
     {UploadComponent, u"Upload Component ...", u"Store the tubes and landmarks of the component in the database",
      When::Project},
     {ClearRecentDatabases, u"Clear Recent ARVO ...", u"Forget the databases that were connected", When::Project},

@@ -3,7 +3,7 @@
 #include <bench/PlainInserts.h>
 #include <bench/ReportTable.h>
 #include <bench/SideBySide.h>
-#include <db/ReportWriter.h>
+#include <db/ReportRows.h>
 #include <QTemporaryDir>
 
 namespace {

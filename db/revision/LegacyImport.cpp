@@ -6,7 +6,7 @@
 #include <dao/values/Errors.h>
 #include <db/Errors.h>
 #include <db/FieldAccess.h>
-#include <db/ReportWriter.h>
+#include <db/ReportRows.h>
 #include <db/Schema.h>
 #include <db/SqlText.h>
 #include <db/TableGrowth.h>

@@ -1,6 +1,6 @@
 #include "Report.h"
 
-#include "RowFields.h"
+#include "ReportFields.h"
 
 #include <QFile>
 #include <tarnwick/base/Error.h>
@@ -17,65 +17,11 @@ constexpr QStringView kKindColumn = u"kind";
 constexpr QStringView kHeaderColumn = u"header";
 constexpr QStringView kKindWords[] = {u"RESULT", u"HEADER", u"STANDARD"};
 
-/// All columns of a report file except the first two, kind and header.
-template <typename Entry, typename Visitor>
-void visitFields(Entry &entry, Visitor &visit)
-{
-    visit.field(u"outage", entry.outage);
-    visit.field(u"site_code", entry.site.siteCode);
-    visit.field(u"comp", entry.site.compCode);
-    visit.field(u"leg", entry.leg, kSigned16);
-    visit.field(u"cal_num", entry.calNumber, kUnsigned16);
-    visit.field(u"file_num", entry.fileNumber, kSigned32);
-    visit.field(u"id", entry.id, kUnsigned16);
-    visit.field(u"sec", entry.sec, kSigned16);
-    visit.field(u"row", entry.row, kSigned16);
-    visit.field(u"col", entry.col, kSigned16);
-    visit.field(u"chan", entry.channel);
-    visit.field(u"meas_type", entry.meas.type);
-    visit.sparse(u"volts", entry.meas.volts);
-    visit.sparse(u"dig_volts", entry.meas.digVolts, kSigned32);
-    visit.sparse(u"phase", entry.meas.phase);
-    visit.sparse(u"pcnt", entry.meas.percent, kSigned16);
-    visit.field(u"defect", entry.defect);
-    visit.field(u"loc_land", entry.location.landmark);
-    visit.sparse(u"loc_off", entry.location.offset);
-    visit.sparse(u"loc_pnt", entry.location.point, kSigned32);
-    visit.sparse(u"loc_dist", entry.location.dist);
-    visit.field(u"from_land", entry.from.landmark);
-    visit.sparse(u"from_off", entry.from.offset);
-    visit.sparse(u"from_pnt", entry.from.point, kSigned32);
-    visit.sparse(u"from_dist", entry.from.dist);
-    visit.field(u"to_land", entry.to.landmark);
-    visit.sparse(u"to_off", entry.to.offset);
-    visit.sparse(u"to_pnt", entry.to.point, kSigned32);
-    visit.sparse(u"to_dist", entry.to.dist);
-    visit.field(u"beg_test", entry.beginTest);
-    visit.field(u"end_test", entry.endTest);
-    visit.field(u"probe_type", entry.probe.type);
-    visit.field(u"probe_model", entry.probe.model);
-    visit.sparse(u"probe_size", entry.probe.size, kSigned16);
-    visit.field(u"probe_sn", entry.probe.serialNumber);
-    visit.field(u"oper_type", entry.operType);
-    visit.field(u"analyst_id", entry.analystId);
-    visit.field(u"oper_id", entry.operatorId);
-    visit.field(u"entry_time", entry.entryTime);
-    visit.field(u"file_name", entry.fileName);
-    visit.field(u"util1", entry.util1);
-    visit.field(u"util2", entry.util2);
-    visit.field(u"plan", entry.plan);
-    visit.field(u"comment", entry.comment);
-    visit.field(u"site_name", entry.site.siteName);
-    visit.field(u"unit", entry.site.unit);
-    visit.field(u"comp_name", entry.site.compName);
-    visit.field(u"model", entry.site.model);
-}
-
 QStringList fieldNames()
 {
     FieldNames collector;
     const ReportEntry entry;
-    visitFields(entry, collector);
+    visitReportFields(entry, collector);
     return collector.names;
 }
 
@@ -130,7 +76,7 @@ void Report::loadReport(const QString &machinePath)
                 requireTube(table, row, col);
         }
         reader.startRow();
-        visitFields(entry, reader);
+        visitReportFields(entry, reader);
         entry.site.outage = entry.outage;
     }
     entries.swap(read);
@@ -149,7 +95,7 @@ void Report::storeReport(const QString &machinePath, int mode) const
     for (const ReportEntry &entry : entries) {
         table.cell(kKindWords[int(entry.kind)]);
         table.cell(entry.headerText);
-        visitFields(entry, writer);
+        visitReportFields(entry, writer);
         table.endRow();
     }
     table.write(machinePath);

@@ -52,6 +52,7 @@ public:
     bool isStd() const { return kind == Kind::Standard; }
     bool isResult() const { return kind == Kind::Result; }
     bool isNdd() const { return defect == QLatin1String("NDD"); }
+    bool operator==(const ReportEntry &) const = default;
 };
 
 /// The layout of report files: their columns, and how many characters of a header line are kept.

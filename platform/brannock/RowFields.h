@@ -22,10 +22,13 @@ constexpr IntRange kSigned32 = {-0x7FFFFFFF, 0x7FFFFFFF};
 //     template <typename Entry, typename Visitor> void visitFields(Entry &entry, Visitor &visit);
 // The three visitors below collect the names, read a row and write a row.
 
+enum class StoredWhen; // ReportFields.h
+
 /// Collects the column names.
 class FieldNames
 {
 public:
+    void stored(StoredWhen) {}
     template <typename T>
     void field(QStringView name, const T &)
     {
@@ -57,6 +60,7 @@ public:
     RowReader(const fenwright::TableScanner &scanner, const QStringList &fieldNames);
 
     void startRow() { m_next = 0; }
+    void stored(StoredWhen) {}
     void field(QStringView, QString &value);
     void field(QStringView, int &value, IntRange range);
     void field(QStringView, qint16 &value, IntRange range);
@@ -96,6 +100,7 @@ public:
     {
     }
 
+    void stored(StoredWhen) {}
     void field(QStringView, const QString &value) { m_table.cell(value); }
     void field(QStringView, int value, IntRange) { m_table.cell(value); }
     void field(QStringView, double value) { m_table.cell(value); }

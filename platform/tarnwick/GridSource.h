@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
+
 namespace tarnwick {
 
 /// Horizontal alignment of a column. The numbers are stored in display formats.
@@ -46,6 +48,8 @@ public:
     virtual QVariant value(int row, int column) const { return text(row, column); }
     /// Initial text of the cell's editor.
     virtual QString editText(int row, int column) const { return text(row, column); }
+    /// Text that is shown across all columns of a row that has no cells, such as a header line; empty for other rows.
+    virtual QString lineText(int) const { return {}; }
     virtual RowColours colours(int) const { return {}; }
     /// Tool tip of the cell; empty for none.
     virtual QString tip(int, int) const { return {}; }
@@ -62,6 +66,8 @@ public:
     virtual QString whyNotDeletable(int row) const;
     /// Returns true if the row was removed from the source.
     virtual bool deleteRow(int row);
+    /// Calls work, which changes several rows for one command of the user. A source with undo makes them one step.
+    virtual void asOneChange(const std::function<void()> &work) { work(); }
 };
 
 } // namespace tarnwick

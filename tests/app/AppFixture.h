@@ -74,11 +74,11 @@ inline void setHeaderText(map::MapDocument &map, QString map::MapHeader::*field,
 }
 
 /// Answers file dialogs from a script.
-class ScriptedDialogs : public FileDialogs
+class ScriptedDialogs : public tarnwick::FileDialogs
 {
 public:
     ScriptedDialogs()
-        : FileDialogs(nullptr)
+        : tarnwick::FileDialogs(nullptr)
     {
     }
     QString next;
@@ -88,6 +88,12 @@ public:
     {
         asked.append(QString::fromUtf16(chooser.filter));
         return next;
+    }
+    QStringList openFiles(const tarnwick::FileChooserInfo &chooser, const QString &,
+                          const tarnwick::PathRoots &) override
+    {
+        asked.append(QString::fromUtf16(chooser.filter));
+        return next.isEmpty() ? QStringList() : QStringList{next};
     }
     QString saveFile(const tarnwick::FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &,
                      const QString &) override

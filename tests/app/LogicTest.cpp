@@ -24,9 +24,9 @@ namespace app {
 TEST(FileDialogsTest, ADotWithinANameIsNoSuffix)
 {
     const QStringList known{u"emf"_s, u"pdf"_s};
-    EXPECT_EQ(FileDialogs::withSuffix(u"/a/R11.2"_s, u"emf"_s, known), u"/a/R11.2.emf"_s);
-    EXPECT_EQ(FileDialogs::withSuffix(u"/a.b/name"_s, u"emf"_s, known), u"/a.b/name.emf"_s);
-    EXPECT_EQ(FileDialogs::withSuffix(u"/a/name.PDF"_s, u"emf"_s, known), u"/a/name.PDF"_s);
+    EXPECT_EQ(tarnwick::FileDialogs::withSuffix(u"/a/R11.2"_s, u"emf"_s, known), u"/a/R11.2.emf"_s);
+    EXPECT_EQ(tarnwick::FileDialogs::withSuffix(u"/a.b/name"_s, u"emf"_s, known), u"/a.b/name.emf"_s);
+    EXPECT_EQ(tarnwick::FileDialogs::withSuffix(u"/a/name.PDF"_s, u"emf"_s, known), u"/a/name.PDF"_s);
 }
 
 TEST(StartUpTest, TakesTheNamedProjectElseTheOneOpenedLast)

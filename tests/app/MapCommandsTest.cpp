@@ -210,7 +210,7 @@ TEST_F(MapCommandsTest, AProjectStartsWithTheUnsavedWorkOfACrashedProgram)
     next.headerDraft.reset();
     next.map().change(u"Select"_s, [](map::MapEdit &edit) { edit.setSelection({}); });
     next.updateRecoveryCopy();
-    EXPECT_TRUE(QDir(map::MapRecovery::folder()).entryList({u"*.map"_s}, QDir::Files).isEmpty());
+    EXPECT_TRUE(QDir(tarnwick::RecoveryCopies::folder()).entryList({u"*.map"_s}, QDir::Files).isEmpty());
 }
 
 } // namespace app

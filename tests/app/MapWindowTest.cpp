@@ -286,7 +286,7 @@ TEST_F(MapWindowTest, ACopyForTheCaseOfACrashFollowsTheChangesAndGoesWithTheWind
 {
     window.projectSession().keepsRecoveryCopies = true;
     ASSERT_TRUE(window.openProject(projectFolder()));
-    const QDir copies(map::MapRecovery::folder());
+    const QDir copies(tarnwick::RecoveryCopies::folder());
     const auto count = [&copies] { return copies.entryList({u"*.map"_s}, QDir::Files).size(); };
     addPattern(1);
     EXPECT_TRUE(QTest::qWaitFor([&count] { return count() == 1; }));

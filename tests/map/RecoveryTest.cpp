@@ -52,7 +52,7 @@ class RecoveryTest : public testing::Test
 protected:
     RecoveryTest() { qputenv("XDG_DATA_HOME", userData.path().toLocal8Bit()); }
 
-    QStringList names() const { return QDir(MapRecovery::folder()).entryList({u"*.map"_s}, QDir::Files); }
+    QStringList names() const { return QDir(tarnwick::RecoveryCopies::folder()).entryList({u"*.map"_s}, QDir::Files); }
     /// Another program on this project is killed while the map has unsaved changes.
     void leaveCopyOfCrashedProgram(const UnsavedWork &work = kModified)
     {
@@ -100,7 +100,7 @@ TEST_F(RecoveryTest, ACopyIsKeptWhileThereIsUnsavedWork)
     recovery.update(document, kModified);
     EXPECT_EQ(names().size(), 1);
     recovery.end();
-    EXPECT_TRUE(QDir(MapRecovery::folder()).entryList(QDir::Files).isEmpty());
+    EXPECT_TRUE(QDir(tarnwick::RecoveryCopies::folder()).entryList(QDir::Files).isEmpty());
 }
 
 TEST_F(RecoveryTest, AFailureIsReportedOnceInTheStatusLine)
@@ -137,7 +137,7 @@ TEST_F(RecoveryTest, SelectionAndHeaderDraftAreRestored)
     draft.header.upperText = u"Outage"_s;
     leaveCopyOfCrashedProgram({false, {3, 5, 1'000'000}, draft});
     // Neither the lock nor the permissions tell other users anything.
-    const QDir copies(MapRecovery::folder());
+    const QDir copies(tarnwick::RecoveryCopies::folder());
     const QStringList locks = copies.entryList({u"*.lock"_s}, QDir::Files);
     ASSERT_EQ(locks.size(), 1);
     EXPECT_EQ(QFileInfo(copies.filePath(locks[0])).size(), 0);
@@ -205,7 +205,7 @@ TEST_F(RecoveryTest, DamagedCopiesAreSetAsideAndRunningProgramsKeepTheirs)
 {
     first.addFill({3});
     leaveCopyOfCrashedProgram();
-    const QString path = MapRecovery::folder() + u'/' + names().value(0);
+    const QString path = tarnwick::RecoveryCopies::folder() + u'/' + names().value(0);
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.resize(file.size() / 2));
     file.close();

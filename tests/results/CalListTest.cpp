@@ -1,4 +1,4 @@
-#include <db/ReportWriter.h>
+#include <db/ReportRows.h>
 #include <results/CalList.h>
 #include <results/ReportImportOptions.h>
 #include <support/DatabaseFixture.h>

@@ -1,6 +1,6 @@
-#include <db/ReportWriter.h>
+#include <db/ReportRows.h>
 #include <results/ReportUpload.h>
-#include <results/UploadFileList.h>
+#include <tarnwick/FileStatusList.h>
 #include <support/DatabaseFixture.h>
 
 using namespace Qt::StringLiterals;
@@ -114,6 +114,15 @@ TEST_F(ReportUploadTest, AnEntryIsStoredByTheFieldMapping)
         QStringList{u"TEC|TEH|BOBBIN|A-600|600|SN1|00007|u1|u2|FULL LENGTH|a note"_s});
     EXPECT_EQ(scalar(u"SELECT entry_time FROM report"_s).real(), full.entryTime.toOleDate());
     EXPECT_EQ(prompts.lastStatus(), u"Successfully uploaded 1 entries.");
+
+    dao::Recordset records(database());
+    records.open(dao::Recordset::Type::Dynaset, u"SELECT * FROM report"_s);
+    const ReportEntry read = db::ReportReader(records).read();
+    full.channel = u"12"_s;
+    full.meas.phase = 172;
+    full.location.dist = 98.5F;
+    full.site.outage = full.outage;
+    EXPECT_EQ(read, full) << "a row read back is the entry that was stored";
 }
 
 TEST_F(ReportUploadTest, WhatAnEntryDoesNotHaveStaysNull)
@@ -402,7 +411,7 @@ TEST_F(ReportUploadTest, AReaderDelaysTheEndOfAnUploadAndDoesNotUndoIt)
 
 TEST_F(ReportUploadTest, TheFileListKeepsTheCurrentFileAndWhatIsDone)
 {
-    results::UploadFileList files;
+    tarnwick::FileStatusList files;
     Report report;
     report.entries = {entry()};
     results::ReportUpload uploader(session, project);

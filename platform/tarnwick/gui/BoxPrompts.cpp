@@ -1,5 +1,7 @@
 #include "BoxPrompts.h"
 
+#include "JDialog.h"
+
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -115,7 +117,9 @@ Answer BoxPrompts::ask(Buttons buttons, const QString &text, int number)
 
 void BoxPrompts::showStatus(const QString &text)
 {
-    if (m_showStatus)
+    if (auto *dialog = qobject_cast<JDialog *>(QApplication::activeModalWidget()))
+        dialog->showMessage(text);
+    else if (m_showStatus)
         m_showStatus(text);
 }
 

@@ -151,9 +151,9 @@ int JTableWin::defaultWidth(const GridColumn &column) const
 
 void JTableWin::setEntryColumn(const QString &title, int width, const QString &format)
 {
-    m_entryTitle = title;
-    m_entryFormat = format;
-    m_entryCharacters = width;
+    m_entry.title = title;
+    m_entry.format = format;
+    m_entry.characters = width;
     m_header->setEntryTitle(title);
     measureRows();
 }
@@ -163,9 +163,9 @@ void JTableWin::measureRows()
     const QFontMetrics metrics = fontMetrics();
     m_rowHeight = metrics.height() + std::max(4, metrics.height() / 3);
     int entry = 0;
-    if (m_entryCharacters > 0) {
-        const int text = m_entryCharacters * metrics.horizontalAdvance(u'0') + 2 * GridDelegate::margin(metrics) + 1;
-        entry = std::max(text, m_header->titleWidth(m_entryTitle));
+    if (m_entry.characters > 0) {
+        const int text = m_entry.characters * metrics.horizontalAdvance(u'0') + 2 * GridDelegate::margin(metrics) + 1;
+        entry = std::max(text, m_header->titleWidth(m_entry.title));
     }
     m_layout.setEntryWidth(entry);
     updateGeometries();
@@ -220,6 +220,11 @@ void JTableWin::fitColumn(int column)
     updateGeometries();
     m_header->update();
     viewport()->update();
+}
+
+std::pair<int, int> JTableWin::rowsInSight() const
+{
+    return {firstRow(), std::min(pageRows(), m_grid.rowCount() - firstRow())};
 }
 
 int JTableWin::firstRow() const
@@ -362,6 +367,11 @@ void JTableWin::paintEvent(QPaintEvent *event)
 
 void JTableWin::paintRow(QPainter &painter, int row, int firstColumn, int lastColumn)
 {
+    const QString line = m_grid.source()->lineText(m_grid.sourceRow(row));
+    if (!line.isEmpty()) {
+        paintLine(painter, row, line);
+        return;
+    }
     painter.setPen(palette().color(QPalette::Midlight));
     for (int column = firstColumn; column <= lastColumn; ++column) {
         const QModelIndex index = m_grid.index(row, column);
@@ -371,6 +381,19 @@ void JTableWin::paintRow(QPainter &painter, int row, int firstColumn, int lastCo
         painter.drawLine(rect.bottomLeft(), rect.bottomRight());
         painter.drawLine(rect.topRight(), rect.bottomRight());
     }
+}
+
+void JTableWin::paintLine(QPainter &painter, int row, const QString &text)
+{
+    const int left = m_layout.entryWidth();
+    const QRect rect(left, (row - firstRow()) * m_rowHeight, m_layout.totalWidth() - left, m_rowHeight);
+    const bool isSelected = selectionModel()->isRowSelected(row);
+    painter.fillRect(rect, palette().color(isSelected ? QPalette::Highlight : QPalette::AlternateBase));
+    painter.setPen(palette().color(isSelected ? QPalette::HighlightedText : QPalette::PlaceholderText));
+    const int around = GridDelegate::margin(fontMetrics());
+    painter.drawText(rect.adjusted(around, 0, 0, 0), int(Qt::AlignVCenter) | Qt::TextSingleLine, text);
+    painter.setPen(palette().color(QPalette::Midlight));
+    painter.drawLine(rect.bottomLeft(), rect.bottomRight());
 }
 
 void JTableWin::paintEntry(QPainter &painter, int row)
@@ -386,7 +409,7 @@ void JTableWin::paintEntry(QPainter &painter, int row)
     painter.setPen(palette().color(QPalette::ButtonText));
     const int around = GridDelegate::margin(fontMetrics());
     painter.drawText(rect.adjusted(around, 0, -around, 0), Qt::AlignRight | Qt::AlignVCenter,
-                     format(m_entryFormat, row + 1).trimmed());
+                     format(m_entry.format, row + 1).trimmed());
 }
 
 void JTableWin::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags flags)

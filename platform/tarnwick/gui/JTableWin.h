@@ -36,6 +36,16 @@ public:
 
     /// width: in characters; 0 for no entry column. format: printf style, for the entry number.
     void setEntryColumn(const QString &title, int width, const QString &format = QStringLiteral("%5d"));
+    /// The column of entry numbers; characters 0: there is none.
+    struct EntryColumn
+    {
+        QString title;
+        int characters = 0;
+        QString format;
+    };
+    const EntryColumn &entryColumn() const { return m_entry; }
+    /// First row and number of rows that are completely visible.
+    std::pair<int, int> rowsInSight() const;
     /// Number of columns, from the first, that do not scroll.
     void setFrozenColumns(int columns);
     /// Number of rows used for the table's size hint.
@@ -112,6 +122,7 @@ private:
     int pageRows() const;
     int rowAt(int y) const;
     void paintRow(QPainter &painter, int row, int firstColumn, int lastColumn);
+    void paintLine(QPainter &painter, int row, const QString &text);
     void paintEntry(QPainter &painter, int row);
     QStyleOptionViewItem cellOption(const QModelIndex &index) const;
     /// Runs work with a progress dialog and reports failures. After Cancel everything is as before.
@@ -134,9 +145,7 @@ private:
     GridFilterRow *m_filterRow = nullptr;
     GridFindBar *m_findBar = nullptr;
     QTimer m_selectionDelay;
-    QString m_entryTitle;
-    QString m_entryFormat;
-    int m_entryCharacters = 0;
+    EntryColumn m_entry;
     int m_visibleRows = 10;
     int m_rowHeight = 20;
 };

@@ -351,7 +351,7 @@ void JTableWin::deleteRows()
     std::sort(spans.begin(), spans.end(), std::greater<>());
     const int column = std::max(0, currentIndex().column());
     const int next = spans.empty() ? 0 : spans.back().first;
-    guarded(m_prompts, [&] {
+    const auto deleteAll = [&] {
         // Deletes from the last row to the first, so that the numbers of remaining rows stay valid. A row may be in
         // several ranges.
         int above = m_grid.rowCount();
@@ -362,7 +362,9 @@ void JTableWin::deleteRows()
             }
             above = std::min(above, top);
         }
-    });
+    };
+    if (m_grid.source())
+        guarded(m_prompts, [&] { m_grid.source()->asOneChange(deleteAll); });
     if (m_grid.rowCount() > 0)
         setCurrentIndex(m_grid.index(std::min(next, m_grid.rowCount() - 1), column));
     viewport()->update();

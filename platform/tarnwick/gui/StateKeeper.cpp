@@ -1,5 +1,6 @@
 #include "StateKeeper.h"
 
+#include "JTableWin.h"
 #include "OnScreen.h"
 
 #include <QEvent>
@@ -74,7 +75,12 @@ void StateKeeper::restore()
         if (!splitter->objectName().isEmpty() && !state.isEmpty())
             splitter->restoreState(state);
     }
-    for (const QAbstractItemView *view : m_window->findChildren<QAbstractItemView *>()) {
+    for (QAbstractItemView *view : m_window->findChildren<QAbstractItemView *>()) {
+        if (auto *table = qobject_cast<JTableWin *>(view); table && !table->objectName().isEmpty()) {
+            restoreColumns(*table);
+            connect(table->model(), &QAbstractItemModel::modelReset, this, [this, table] { restoreColumns(*table); });
+            continue;
+        }
         QHeaderView *header = columnHeader(view);
         if (!header || view->objectName().isEmpty())
             continue;
@@ -97,6 +103,16 @@ void StateKeeper::restoreColumns(QHeaderView *header, const QString &name)
     }
 }
 
+void StateKeeper::restoreColumns(JTableWin &table)
+{
+    const QJsonArray stored = m_kept[keyOf(u"columns/"_s + table.objectName())].toArray();
+    QList<int> widths;
+    for (const QJsonValue &width : stored)
+        widths.append(width.toInt());
+    if (!widths.isEmpty() && *std::min_element(widths.begin(), widths.end()) > 0)
+        table.setColumnWidths(widths);
+}
+
 void StateKeeper::store() const
 {
     QJsonObject state;
@@ -106,6 +122,14 @@ void StateKeeper::store() const
             state[keyOf(u"splitter/"_s + splitter->objectName())] = SessionFile::fromBytes(splitter->saveState());
     }
     for (const QAbstractItemView *view : m_window->findChildren<QAbstractItemView *>()) {
+        if (const auto *table = qobject_cast<const JTableWin *>(view)) {
+            QJsonArray widths;
+            for (const int width : table->columnWidths())
+                widths.append(width);
+            if (!table->objectName().isEmpty() && !widths.isEmpty())
+                state[keyOf(u"columns/"_s + table->objectName())] = widths;
+            continue;
+        }
         const QHeaderView *header = columnHeader(view);
         if (!header || view->objectName().isEmpty() || header->count() == 0)
             continue;

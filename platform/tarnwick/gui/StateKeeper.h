@@ -28,6 +28,7 @@ private:
     explicit StateKeeper(QWidget *window);
     void restore();
     void restoreColumns(QHeaderView *header, const QString &name);
+    void restoreColumns(class JTableWin &table);
     void store() const;
     QString keyOf(const QString &name) const;
 

@@ -1,13 +1,11 @@
 #pragma once
 #include "TablePrint.h"
 
-class QPageSize;
-
 namespace tarnwick {
 
-/// The pages of a printed table as a PDF file. paper: the one that the pages are laid out for, in portrait. Adds the
-/// number of cells that were cut to cut. Throws as TablePrint::printOn().
-QByteArray tablePdf(const TablePrint &print, const QPageSize &paper, const QString &title, qint64 &cut,
-                    Progress *progress = nullptr);
+/// Writes the pages of a printed table to a PDF file, through the one writer of files: page by page, so that memory does
+/// not grow with the number of pages; the file is replaced when it is complete. Returns the number of cells that were
+/// cut. Throws FileError and, as TablePrint::printOn(), Error and Cancelled; an existing file is then unchanged.
+qint64 storeTablePdf(const TablePrint &print, const QString &path, const QString &title, Progress *progress = nullptr);
 
 } // namespace tarnwick

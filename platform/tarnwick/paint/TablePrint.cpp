@@ -228,6 +228,9 @@ void TablePrint::paintTitles(QPainter &painter, const Band &band, double y) cons
 int TablePrint::paintRow(QPainter &painter, const Band &band, int place, double y) const
 {
     const int row = m_rows.row ? m_rows.row(place) : place;
+    const QString line = m_source.lineText(row);
+    if (!line.isEmpty())
+        return paintCell(painter, QRectF(m_area.left(), y, m_area.width(), m_rowHeight), line, Qt::AlignLeft);
     int cut = 0;
     forEachColumn(band, [&](const Column &column, double x) {
         const QString text =

@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace app {
+namespace tarnwick {
 
 // Qt knows the unit of length of a locale but not its paper: Canada, Chile and the Philippines use metres and Letter
 // paper. The list is that of the Unicode locale data.
@@ -48,4 +48,4 @@ std::optional<QPageSize> paperOfName(const QString &name)
     return std::nullopt;
 }
 
-} // namespace app
+} // namespace tarnwick

@@ -1,0 +1,78 @@
+#include "ListOpenDlg.h"
+
+#include <db/ListNames.h>
+#include <tarnwick/gui/StateKeeper.h>
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QVBoxLayout>
+
+namespace db {
+
+using namespace Qt::StringLiterals;
+
+QString ListOpenDlg::choose(DatabaseSession &session, const Setup &setup, QWidget *parent)
+{
+    const std::optional<QStringList> names = fetchListNames(session, setup.column, setup.table);
+    if (!names)
+        return {};
+    ListOpenDlg dialog(setup, *names, parent);
+    return dialog.exec() == Accepted ? dialog.name() : QString();
+}
+
+ListOpenDlg::ListOpenDlg(const Setup &setup, const QStringList &names, QWidget *parent)
+    : QDialog(parent)
+    , m_list(new QListWidget)
+    , m_prompt(new QLineEdit)
+{
+    setObjectName(u"listOpenDlg"_s);
+    setWindowTitle(setup.title);
+    m_list->setObjectName(u"names"_s);
+    m_list->setAccessibleName(setup.label);
+    m_list->setUniformItemSizes(true);
+    m_list->addItems(names);
+    m_prompt->setObjectName(u"name"_s);
+    m_prompt->setText(setup.initialName);
+    auto *label = new QLabel(setup.label);
+    label->setBuddy(m_prompt);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_list, 1);
+    layout->addWidget(label);
+    layout->addWidget(m_prompt);
+    layout->addWidget(buttons);
+    selectTyped(setup.initialName);
+    connect(m_prompt, &QLineEdit::textEdited, this, &ListOpenDlg::selectTyped);
+    connect(m_list, &QListWidget::currentTextChanged, this, [this](const QString &text) {
+        if (!text.isEmpty())
+            m_prompt->setText(text);
+    });
+    connect(m_list, &QListWidget::itemActivated, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    m_prompt->setFocus();
+    m_prompt->selectAll();
+    constexpr QSize kFirstSize{320, 380};
+    resize(kFirstSize);
+    tarnwick::StateKeeper::keep(this);
+}
+
+void ListOpenDlg::selectTyped(const QString &text)
+{
+    // The typed text stays in the prompt, so the list must not put its own there.
+    const QSignalBlocker blocker(m_list);
+    const QList<QListWidgetItem *> found = text.isEmpty() ? QList<QListWidgetItem *>()
+                                                          : m_list->findItems(text, Qt::MatchStartsWith);
+    m_list->setCurrentItem(found.value(0));
+    if (!found.isEmpty())
+        m_list->scrollToItem(found.constFirst());
+}
+
+QString ListOpenDlg::name() const
+{
+    return m_prompt->text();
+}
+
+} // namespace db

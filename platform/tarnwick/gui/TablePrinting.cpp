@@ -1,0 +1,116 @@
+#include "TablePrinting.h"
+
+#include "Guarded.h"
+#include "JTableWin.h"
+#include "PrinterSetup.h"
+#include "ProgressDialog.h"
+#include "TablePreviewDlg.h"
+
+#include <QFileDialog>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <tarnwick/Failures.h>
+#include <tarnwick/Messages.h>
+#include <tarnwick/Paths.h>
+#include <tarnwick/paint/TablePdf.h>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+const QString kPrinterKey = u"tablePrint"_s;
+
+PrintRows rowsOf(const JTableWin &table, TablePrinting::Rows which)
+{
+    const GridModel &grid = table.grid();
+    if (which == TablePrinting::Rows::Selected) {
+        const QList<int> selected = table.selectedSourceRows();
+        return {int(selected.size()), [selected](int place) { return selected[place]; }};
+    }
+    const auto [first, count] = which == TablePrinting::Rows::All ? std::pair(0, grid.rowCount()) : table.rowsInSight();
+    return {count, [&grid, start = first](int place) { return grid.sourceRow(start + place); }};
+}
+
+} // namespace
+
+TablePrinting::TablePrinting(UserPrompts &prompts, QWidget *parent)
+    : m_prompts(prompts)
+    , m_parent(parent)
+{
+}
+
+TablePrinting::~TablePrinting() = default;
+
+QPrinter &TablePrinting::printer()
+{
+    // Asking the system for printers takes time, so it is done when a table is printed.
+    if (!m_printer)
+        m_printer = makePrinter(kPrinterKey, false);
+    return *m_printer;
+}
+
+bool TablePrinting::choosePrinter(const Job &job)
+{
+    if (printer().outputFormat() == QPrinter::PdfFormat && printer().outputFileName().isEmpty())
+        printer().setOutputFileName(validFileName(job.name) + u".pdf"_s);
+    QPrintDialog dialog(&printer(), m_parent);
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    try {
+        keepPrinter(printer(), kPrinterKey);
+    } catch (const FileError &error) {
+        m_prompts.showStatus(error.text()); // the print goes on; only the choice is not remembered
+    }
+    return true;
+}
+
+TablePrint TablePrinting::pages(const Job &job, Rows rows)
+{
+    const QSizeF paper = printer().pageLayout().fullRect(QPageLayout::Inch).size();
+    TablePrint pages(*job.table.grid().source(), rowsOf(job.table, rows), job.layout, job.macros, paper);
+    const JTableWin::EntryColumn &entry = job.table.entryColumn();
+    if (entry.characters > 0)
+        pages.setEntryColumn(entry.title, entry.characters, entry.format);
+    return pages;
+}
+
+bool TablePrinting::print(const Job &job, Rows rows)
+{
+    return choosePrinter(job) && printPages(job, rows);
+}
+
+bool TablePrinting::printPages(const Job &job, Rows rows)
+{
+    const auto print = [&] {
+        ProgressDialog progress(m_parent, job.name);
+        const TablePrint all = pages(job, rows);
+        printer().setDocName(job.name);
+        if (printer().outputFormat() == QPrinter::PdfFormat && !printer().outputFileName().isEmpty())
+            storeTablePdf(all, printer().outputFileName(), job.name, &progress);
+        else
+            all.printOn(printer(), &progress);
+    };
+    return attemptCancellable(m_prompts, print, messages::kPrintFailed) == Outcome::Done;
+}
+
+bool TablePrinting::preview(const Job &job, Rows rows)
+{
+    const TablePrint all = pages(job, rows);
+    const auto storeAs = [&] {
+        const QString path = QFileDialog::getSaveFileName(m_parent, u"Store PDF"_s,
+                                                          validFileName(job.name) + u".pdf"_s, u"PDF Files (*.pdf)"_s);
+        const auto store = [&] {
+            ProgressDialog progress(m_parent, job.name);
+            storeTablePdf(all, path, job.name, &progress);
+        };
+        if (!path.isEmpty() && attemptCancellable(m_prompts, store, messages::kPrintFailed) == Outcome::Done)
+            m_prompts.status(messages::kStoredPdf, path);
+    };
+    TablePreviewDlg dialog(all, job.name, storeAs, m_parent);
+    return dialog.exec() == QDialog::Accepted && print(job, rows);
+}
+
+} // namespace tarnwick

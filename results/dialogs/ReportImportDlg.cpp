@@ -1,0 +1,231 @@
+#include "ReportImportDlg.h"
+
+#include "CalListDlg.h"
+
+#include <brannock/gui/ReportEditor.h>
+#include <results/Messages.h>
+#include <results/ReportUpload.h>
+#include <tarnwick/gui/JTableWin.h>
+#include <tarnwick/gui/ProgressDialog.h>
+#include <tarnwick/OptionPrompts.h>
+
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSplitter>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+using namespace tarnwick;
+
+namespace results {
+
+namespace {
+
+enum Command : int { OpenFiles, Print, AllCals };
+
+constexpr CommandRow kRows[] = {
+    {OpenFiles, u"&Open ...\tCtrl+O", u"Choose report files for the list"},
+    {Print, u"&Print ...\tCtrl+P", u"Print the entries of the current file"},
+    {AllCals, u"All Database &Cals ...", u"Show the cals in the database, and delete some"},
+};
+constexpr MenuItem kBar[] = {openMenu(u"&File"), menuItem(OpenFiles), menuItem(Print), kCloseMenu,
+                             openMenu(u"&View"), menuItem(AllCals),   kCloseMenu,      kEndOfMenu};
+constexpr CommandLayout kLayouts[] = {{CommandLayout::Kind::MenuBar, u"menuBar", kBar}};
+constexpr CommandTable kTable(kRows, kLayouts);
+
+constexpr FileChooserInfo kReportChooser{u"reports", u"All Files (*.*)", u".rep", u"Reports (*.rep)"};
+
+} // namespace
+
+ReportImportDlg::ReportImportDlg(const Setup &setup)
+    : JDialog(setup.session.prompts(), &kTable, u"reportImportDlg"_s, setup.parent)
+    , m_setup(setup)
+    , m_check(setup.project.steamGen, setup.project.defects)
+    , m_fileTable(new JTableWin(prompts()))
+    , m_editor(new brannock::ReportEditor(prompts(), &m_check, {.isImport = true}))
+    , m_printing(prompts(), this)
+{
+    loadOptions(m_options, setup.project.roots(), prompts());
+    setAcceptDrops(true);
+    commands().bind(OpenFiles, [this] { chooseFiles(); });
+    commands().bind(Print, [this] { print(); });
+    commands().bind(AllCals, [this] {
+        if (db::checkConnected(m_setup.session))
+            CalListDlg::show(m_setup.session, m_setup.project.steamGen, this);
+    });
+    makeFileTable();
+    auto *splitter = new QSplitter(Qt::Vertical);
+    splitter->setObjectName(u"splitter"_s);
+    splitter->addWidget(m_fileTable);
+    splitter->addWidget(m_editor);
+    splitter->setStretchFactor(1, 1);
+    splitter->setChildrenCollapsible(false);
+    body().addWidget(splitter, 1);
+    makeButtons();
+    finish(m_fileTable, {1000, 700});
+}
+
+ReportImportDlg::~ReportImportDlg()
+{
+    m_fileTable->setSource(nullptr);
+}
+
+void ReportImportDlg::makeFileTable()
+{
+    constexpr int kVisibleRows = 4;
+    m_fileTable->setObjectName(u"files"_s);
+    m_fileTable->setAccessibleName(u"Report files"_s);
+    m_fileTable->setEntryColumn(u"ENTRY#"_s, 7, u"%3d"_s);
+    m_fileTable->setVisibleRows(kVisibleRows);
+    m_fileTable->setSource(&m_files);
+    connect(m_fileTable->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
+        const int index = m_fileTable->currentSourceRow();
+        if (index >= 0 && index != m_files.current())
+            run([this, index] { selectFile(index); });
+    });
+}
+
+void ReportImportDlg::makeButtons()
+{
+    auto *row = new QHBoxLayout;
+    addButton(*row, u"&UPLOAD"_s, u"uploadButton"_s, u"Store the entries of the current file in the database"_s,
+              [this] { uploadCurrent(); });
+    addButton(*row, u"UPLOAD A&LL"_s, u"uploadAllButton"_s,
+              u"Store the files that are not done, from the first to the last"_s, [this] { uploadAll(); });
+    row->addStretch(1);
+    body().addLayout(row);
+}
+
+void ReportImportDlg::chooseFiles()
+{
+    const QStringList paths = m_setup.files.openFiles(kReportChooser, u"Open Reports"_s, m_setup.project.roots());
+    if (!paths.isEmpty())
+        openFiles(paths);
+}
+
+void ReportImportDlg::openFiles(const QStringList &paths)
+{
+    keepEdits();
+    if (!mayClose())
+        return;
+    m_edited.clear();
+    m_files.open(paths);
+    m_fileTable->reload();
+    showCurrentFile();
+    storeOptions(m_options, m_setup.project.roots(), prompts());
+}
+
+void ReportImportDlg::keepEdits()
+{
+    if (m_editor->document().isModified())
+        m_edited.insert(m_files.current(), m_editor->report());
+}
+
+void ReportImportDlg::selectFile(int index)
+{
+    keepEdits();
+    m_files.select(index, prompts());
+    m_fileTable->grid().noteAllChanged();
+    showCurrentFile();
+}
+
+void ReportImportDlg::showCurrentFile()
+{
+    m_fileTable->setCurrentSourceRow(m_files.current());
+    m_isLoaded = true;
+    if (const auto edited = m_edited.constFind(m_files.current()); edited != m_edited.constEnd()) {
+        m_editor->setReport(*edited);
+    } else if (!m_editor->loadReport(m_files.files()[m_files.current()].path)) {
+        m_editor->setReport({}); // the entries of another file must not be uploaded in place of this one's
+        m_isLoaded = false;
+    }
+}
+
+bool ReportImportDlg::uploadCurrent()
+{
+    if (!m_files.checkCurrent(prompts()))
+        return false;
+    if (!m_isLoaded)
+        showCurrentFile(); // the file may be readable by now
+    if (!m_isLoaded)
+        return false;
+    UploadSummary summary;
+    {
+        ProgressDialog progress(this, u"Uploading entries"_s);
+        ReportUpload upload(m_setup.session, m_setup.project, &progress);
+        summary = upload.uploadCurrent(m_files, m_editor->report());
+    }
+    if (summary.completed) {
+        m_editor->document().setStored();
+        m_edited.remove(m_files.current());
+    }
+    m_fileTable->grid().noteAllChanged();
+    return summary.completed;
+}
+
+void ReportImportDlg::uploadAll()
+{
+    if (!m_files.checkCurrent(prompts()))
+        return;
+    for (int index = 0; index < m_files.rowCount(); ++index) {
+        if (m_files.files()[index].isDone)
+            continue;
+        if (index != m_files.current())
+            selectFile(index);
+        const QString name = QFileInfo(m_files.files()[index].path).fileName();
+        const bool isLast = index + 1 == m_files.rowCount();
+        if (!uploadCurrent() &&
+            (isLast || prompts().question(Buttons::YesNo, messages::kGoOnWithNextFile, name) != Answer::Yes))
+            return;
+    }
+}
+
+void ReportImportDlg::print()
+{
+    const QString name = QFileInfo(m_editor->report().path).fileName();
+    if (m_printing.print({m_editor->table(), m_options.print, m_setup.printMacros(), name}, TablePrinting::Rows::All))
+        prompts().status(messages::kPrinting);
+}
+
+bool ReportImportDlg::mayClose()
+{
+    return m_edited.isEmpty() || prompts().question(Buttons::YesNo, messages::kCloseWithoutUpload,
+                                                    int(m_edited.size())) == Answer::Yes;
+}
+
+bool ReportImportDlg::store()
+{
+    keepEdits();
+    if (!mayClose())
+        return false;
+    storeOptions(m_options, m_setup.project.roots(), prompts());
+    return true;
+}
+
+bool ReportImportDlg::discard()
+{
+    keepEdits();
+    return mayClose();
+}
+
+void ReportImportDlg::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void ReportImportDlg::dropEvent(QDropEvent *event)
+{
+    QStringList paths;
+    for (const QUrl &url : event->mimeData()->urls()) {
+        if (url.isLocalFile())
+            paths.append(url.toLocalFile());
+    }
+    if (!paths.isEmpty())
+        run([&] { openFiles(paths); });
+}
+
+} // namespace results
