@@ -1,5 +1,5 @@
-// The report editor with 20,000 entries beside a plain QTableWidget of the same cells, and a printed list of 100,000 rows
-// as PDF, with the peak of memory, and its first page in the preview.
+// The report editor with 20,000 entries beside a plain QTableWidget of the same cells, and a printed list of 100,000
+// rows as PDF, with the peak of memory, and its first page in the preview.
 #include <benchmark/benchmark.h>
 #include <brannock/gui/ReportEditor.h>
 #include <QApplication>

@@ -63,8 +63,8 @@ void ListOpenDlg::selectTyped(const QString &text)
 {
     // The typed text stays in the prompt, so the list must not put its own there.
     const QSignalBlocker blocker(m_list);
-    const QList<QListWidgetItem *> found = text.isEmpty() ? QList<QListWidgetItem *>()
-                                                          : m_list->findItems(text, Qt::MatchStartsWith);
+    const QList<QListWidgetItem *> found =
+        text.isEmpty() ? QList<QListWidgetItem *>() : m_list->findItems(text, Qt::MatchStartsWith);
     m_list->setCurrentItem(found.value(0));
     if (!found.isEmpty())
         m_list->scrollToItem(found.constFirst());

@@ -74,11 +74,10 @@ QList<EntryProblem> EntryCheck::problems(const ReportEntry &entry) const
     QList<EntryProblem> problems;
     if (!entry.isResult())
         return problems;
-    const int tube = m_steamGen.findTube(entry.row, entry.col, entry.sec);
+    const int tube = m_steamGen.findTube(entry.address());
     if (m_steamGen.numTube() > 0 && tube < 0)
         problems.append({Kind::UnknownTube, u"row"_s,
-                         u"The component has no tube %1."_s.arg(
-                             m_steamGen.tubeName(entry.row, entry.col, entry.sec).trimmed())});
+                         u"The component has no tube %1."_s.arg(m_steamGen.tubeName(entry.address()))});
     const std::pair<const char16_t *, const QString &> cal[] = {{u"site_code", entry.site.siteCode},
                                                                 {u"comp", entry.site.compCode},
                                                                 {u"oper_type", entry.operType},
@@ -144,8 +143,8 @@ void EntryCheck::checkLocation(QList<EntryProblem> &problems, const ReportEntry 
     }
     const ellery::LandmarkSet *set = tube < 0 ? nullptr : m_steamGen.getLandmarkSet(tube);
     if (set && set->numLand() > 0 && set->find(location.landmark) < 0)
-        problems.append({Kind::UnknownLandmark, field.toString(),
-                         u"The tube has no landmark \"%1\"."_s.arg(location.landmark)});
+        problems.append(
+            {Kind::UnknownLandmark, field.toString(), u"The tube has no landmark \"%1\"."_s.arg(location.landmark)});
 }
 
 } // namespace brannock

@@ -13,8 +13,8 @@ struct EntryProblem
         UnknownTube,
         UnknownLandmark,
         UnknownCode,
-        MissingValue, ///< a measurement that the entry's code requires
-        MissingCal,   ///< site, component, operation type, outage or cal number
+        MissingValue,   ///< a measurement that the entry's code requires
+        MissingCal,     ///< site, component, operation type, outage or cal number
         MissingAnalyst, ///< or operator
         OutOfRange,     ///< a number that table 'report' does not accept
         TextTooLong     ///< for its field in table 'report'

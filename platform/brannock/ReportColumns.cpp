@@ -52,8 +52,7 @@ QString store(int &value, const QString &text, IntRange range)
     return {};
 }
 template <typename Number>
-    requires std::is_floating_point_v<Number>
-QString store(Number &value, const QString &text, IntRange)
+requires std::is_floating_point_v<Number> QString store(Number &value, const QString &text, IntRange)
 {
     bool isNumber = true;
     const double number = text.isEmpty() ? 0 : text.toDouble(&isNumber);
@@ -93,8 +92,7 @@ QVariant variant(const TubeLoc &value)
     return variant(locationText(value));
 }
 template <typename Number>
-    requires std::is_arithmetic_v<Number>
-QVariant variant(Number value)
+requires std::is_arithmetic_v<Number> QVariant variant(Number value)
 {
     return double(value);
 }
@@ -104,17 +102,18 @@ template <auto kAccess, int kDecimals = 0, IntRange kRange = kSigned32>
 constexpr ReportColumn column(const char16_t *field, const char16_t *title, int width)
 {
     using Field = std::remove_cvref_t<decltype(kAccess(std::declval<ReportEntry &>()))>;
-    return {.field = field,
-            .title = title,
-            .width = width,
-            .align = std::is_arithmetic_v<Field> ? ColumnAlign::Right : ColumnAlign::Left,
-            .value =
-                [](const ReportEntry &entry) {
-                    const auto &value = kAccess(entry);
-                    return shown(value, kDecimals).isEmpty() ? QVariant() : variant(value);
-                },
-            .text = [](const ReportEntry &entry) { return shown(kAccess(entry), kDecimals); },
-            .set = [](ReportEntry &entry, const QString &text) { return store(kAccess(entry), text.trimmed(), kRange); }};
+    return {
+        .field = field,
+        .title = title,
+        .width = width,
+        .align = std::is_arithmetic_v<Field> ? ColumnAlign::Right : ColumnAlign::Left,
+        .value =
+            [](const ReportEntry &entry) {
+                const auto &value = kAccess(entry);
+                return shown(value, kDecimals).isEmpty() ? QVariant() : variant(value);
+            },
+        .text = [](const ReportEntry &entry) { return shown(kAccess(entry), kDecimals); },
+        .set = [](ReportEntry &entry, const QString &text) { return store(kAccess(entry), text.trimmed(), kRange); }};
 }
 
 } // namespace
@@ -142,7 +141,11 @@ TubeLoc parseLocation(const QString &text)
 
 const QList<ReportColumn> &reportColumns()
 {
-#define FIELD(member) [](auto &entry) -> auto & { return entry.member; }
+#define FIELD(member)                                                                                                  \
+    [](auto &entry) -> auto &                                                                                          \
+    {                                                                                                                  \
+        return entry.member;                                                                                           \
+    }
     static const QList<ReportColumn> columns{
         column<FIELD(sec), kAlways, kSigned16>(u"sec", u"SEC", 4),
         column<FIELD(row), kAlways, kSigned16>(u"row", u"ROW", 5),

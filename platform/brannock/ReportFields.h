@@ -7,16 +7,17 @@ namespace brannock {
 /// When a field of a report entry is stored in table 'report'. Report files hold all fields of every entry.
 enum class StoredWhen {
     Always,
-    NotNdd,          ///< the channel, without its white space
-    Measured,        ///< not "NDD", and there is a measurement
-    MeasuredAndPos,  ///< the same, and the value is above 0
-    Located,         ///< not "NDD", and the location names a landmark
-    LocatedFrom,     ///< the same of the from-location
-    LocatedTo,       ///< the same of the to-location
-    InFilesOnly      ///< the table has no such column
+    NotNdd,         ///< the channel, without its white space
+    Measured,       ///< not "NDD", and there is a measurement
+    MeasuredAndPos, ///< the same, and the value is above 0
+    Located,        ///< not "NDD", and the location names a landmark
+    LocatedFrom,    ///< the same of the from-location
+    LocatedTo,      ///< the same of the to-location
+    InFilesOnly     ///< the table has no such column
 };
 
-/// True if a field with this rule is stored for the entry. MeasuredAndPos counts as Measured; the caller tests the value.
+/// True if a field with this rule is stored for the entry. MeasuredAndPos counts as Measured; the caller tests the
+/// value.
 inline bool isStored(const ReportEntry &entry, StoredWhen when)
 {
     switch (when) {
@@ -39,9 +40,10 @@ inline bool isStored(const ReportEntry &entry, StoredWhen when)
     return false;
 }
 
-/// The fields of a report entry, for everything that reads, writes or lists them: name, value, range of the numbers, and
-/// the rule by which table 'report' stores them. In report files the columns are in this order, after kind and header.
-/// A visitor has field() and sparse() (see RowFields.h) and stored(StoredWhen), which holds for the fields that follow.
+/// The fields of a report entry, for everything that reads, writes or lists them: name, value, range of the numbers,
+/// and the rule by which table 'report' stores them. In report files the columns are in this order, after kind and
+/// header. A visitor has field() and sparse() (see RowFields.h) and stored(StoredWhen), which holds for the fields that
+/// follow.
 template <typename Entry, typename Visitor>
 void visitReportFields(Entry &entry, Visitor &visit)
 {

@@ -55,8 +55,7 @@ QString FileStatusList::statusText(int index) const
 GridColumn FileStatusList::column(int column) const
 {
     constexpr int kPathWidth = 70;
-    return column == 0 ? GridColumn{.title = u"REPORT FILE"_s, .width = kPathWidth}
-                       : GridColumn{.title = u"STATUS"_s};
+    return column == 0 ? GridColumn{.title = u"REPORT FILE"_s, .width = kPathWidth} : GridColumn{.title = u"STATUS"_s};
 }
 
 QString FileStatusList::text(int row, int column) const

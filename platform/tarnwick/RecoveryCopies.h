@@ -16,8 +16,8 @@ namespace tarnwick {
 class RecoveryCopies
 {
 public:
-    /// owner: what the work belongs to, such as a project folder; copies of other owners are not seen. kind: distinguishes
-    /// kinds of work and is the extension of the files ("map").
+    /// owner: what the work belongs to, such as a project folder; copies of other owners are not seen. kind:
+    /// distinguishes kinds of work and is the extension of the files ("map").
     RecoveryCopies(const QString &owner, const QString &kind);
     ~RecoveryCopies();
     RecoveryCopies(const RecoveryCopies &) = delete;

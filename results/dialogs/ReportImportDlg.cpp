@@ -192,8 +192,8 @@ void ReportImportDlg::print()
 
 bool ReportImportDlg::mayClose()
 {
-    return m_edited.isEmpty() || prompts().question(Buttons::YesNo, messages::kCloseWithoutUpload,
-                                                    int(m_edited.size())) == Answer::Yes;
+    return m_edited.isEmpty() ||
+           prompts().question(Buttons::YesNo, messages::kCloseWithoutUpload, int(m_edited.size())) == Answer::Yes;
 }
 
 bool ReportImportDlg::store()

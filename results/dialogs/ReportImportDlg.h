@@ -67,7 +67,7 @@ private:
     ReportImportOptions m_options;
     tarnwick::FileStatusList m_files;
     QHash<int, brannock::Report> m_edited; ///< reports of other files that were edited, by index
-    bool m_isLoaded = false; ///< the editor shows the current file
+    bool m_isLoaded = false;               ///< the editor shows the current file
     tarnwick::JTableWin *m_fileTable;
     brannock::ReportEditor *m_editor;
     tarnwick::TablePrinting m_printing;

@@ -75,7 +75,8 @@ protected:
 
     results::ReportImportDlg::Setup setup()
     {
-        return {session().database(), session().project(), dialogs, [this] { return session().printMacros(); }, &window};
+        return {session().database(), session().project(), dialogs, [this] { return session().printMacros(); },
+                &window};
     }
     void picture(QWidget &dialog, const QString &name)
     {

@@ -29,8 +29,8 @@ constexpr CommandRow kRows[] = {
     {PreviousProblem, u"Pre&vious Problem\tShift+F8", u"Go to the previous entry with a problem", HasProblems, nullptr,
      u"previousProblem"},
 };
-constexpr MenuItem kBar[] = {menuItem(Undo),        menuItem(Redo),            kSeparator,
-                             menuItem(NextProblem), menuItem(PreviousProblem), kEndOfMenu};
+constexpr MenuItem kBar[] = {
+    menuItem(Undo), menuItem(Redo), kSeparator, menuItem(NextProblem), menuItem(PreviousProblem), kEndOfMenu};
 constexpr CommandLayout kLayouts[] = {{CommandLayout::Kind::ToolBar, u"reportBar", kBar}};
 constexpr CommandTable kTable(kRows, kLayouts);
 

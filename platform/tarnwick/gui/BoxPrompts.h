@@ -7,8 +7,8 @@
 
 namespace tarnwick {
 
-/// Prompts of a window: errors, questions and information as message boxes over it. Status texts go to a function, or to
-/// the message line of the active JDialog.
+/// Prompts of a window: errors, questions and information as message boxes over it. Status texts go to a function, or
+/// to the message line of the active JDialog.
 class BoxPrompts : public UserPrompts
 {
 public:

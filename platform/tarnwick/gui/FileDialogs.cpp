@@ -63,8 +63,9 @@ void FileDialogs::remember(const FileChooserInfo &chooser, const QFileDialog &di
     const QString folder = QFileInfo(path).absolutePath();
     folders.removeAll(folder);
     folders.prepend(folder);
-    const QJsonObject kept{{u"folders"_s, QJsonArray::fromStringList(folders.first(qMin(folders.size(), kMostFolders)))},
-                           {u"filter"_s, dialog.selectedNameFilter()}};
+    const QJsonObject kept{
+        {u"folders"_s, QJsonArray::fromStringList(folders.first(qMin(folders.size(), kMostFolders)))},
+        {u"filter"_s, dialog.selectedNameFilter()}};
     try {
         StateKeeper::sessionFile().store({{keyOf(chooser), kept}});
     } catch (const FileError &error) {

@@ -9,8 +9,8 @@ class QWidget;
 namespace tarnwick {
 
 /// Asks for files with the desktop's dialogs. Each chooser remembers its last folders and its last filter between
-/// sessions, and offers the folders in the dialog. It starts in the last one; in a folder of another project it does not
-/// start, but in its own folder of the open project.
+/// sessions, and offers the folders in the dialog. It starts in the last one; in a folder of another project it does
+/// not start, but in its own folder of the open project.
 class FileDialogs : public FileChoice
 {
 public:

@@ -163,7 +163,8 @@ void JDialog::keepDrafts(const QString &owner, const QString &kind)
             }
         };
         RecoveryCopies::Decision decision = RecoveryCopies::Decision::Damaged;
-        attempt(m_prompts, [&] { decision = restore(); }, messages::kRestoreDraftFailed, name);
+        attempt(
+            m_prompts, [&] { decision = restore(); }, messages::kRestoreDraftFailed, name);
         return decision;
     });
     refresh();

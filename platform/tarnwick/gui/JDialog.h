@@ -51,7 +51,7 @@ protected:
     QDialogButtonBox &buttons() { return *m_buttons; }
     /// Adds a push button to a layout; pressed runs guarded. Return in another field does not press it.
     QPushButton *addButton(QBoxLayout &layout, const QString &text, const QString &name, const QString &tip,
-                                 const std::function<void()> &pressed);
+                           const std::function<void()> &pressed);
     /// Call at the end of the derived constructor. first: receives the focus. size: the first time the dialog is used.
     void finish(QWidget *first, const QSize &size);
     /// Updates caption, commands and the number of changes. Called after every command; call it after other changes.

@@ -11,8 +11,8 @@
 #include <QPrinter>
 #include <tarnwick/Failures.h>
 #include <tarnwick/Messages.h>
-#include <tarnwick/Paths.h>
 #include <tarnwick/paint/TablePdf.h>
+#include <tarnwick/Paths.h>
 
 using namespace Qt::StringLiterals;
 
@@ -100,8 +100,8 @@ bool TablePrinting::preview(const Job &job, Rows rows)
 {
     const TablePrint all = pages(job, rows);
     const auto storeAs = [&] {
-        const QString path = QFileDialog::getSaveFileName(m_parent, u"Store PDF"_s,
-                                                          validFileName(job.name) + u".pdf"_s, u"PDF Files (*.pdf)"_s);
+        const QString path = QFileDialog::getSaveFileName(m_parent, u"Store PDF"_s, validFileName(job.name) + u".pdf"_s,
+                                                          u"PDF Files (*.pdf)"_s);
         const auto store = [&] {
             ProgressDialog progress(m_parent, job.name);
             storeTablePdf(all, path, job.name, &progress);

@@ -102,9 +102,12 @@ TEST(ReportColumnsTest, LocationsAreReadAsTheyAreShownAndAsTheyAreTyped)
         const char16_t *landmark;
         float offset;
         const char16_t *shown;
-    } kCases[] = {{u"07H +0.25", u"07H", 0.25F, u"07H +0.25"}, {u"07H-.5", u"07H", -0.5F, u"07H -0.50"},
-                  {u" TSH 3 ", u"TSH", 3, u"TSH +3.00"},       {u"AV1", u"AV1", 0, u"AV1 +0.00"},
-                  {u"AV1 - 2.5", u"AV1", -2.5F, u"AV1 -2.50"}, {u"", u"", 0, u""},
+    } kCases[] = {{u"07H +0.25", u"07H", 0.25F, u"07H +0.25"},
+                  {u"07H-.5", u"07H", -0.5F, u"07H -0.50"},
+                  {u" TSH 3 ", u"TSH", 3, u"TSH +3.00"},
+                  {u"AV1", u"AV1", 0, u"AV1 +0.00"},
+                  {u"AV1 - 2.5", u"AV1", -2.5F, u"AV1 -2.50"},
+                  {u"", u"", 0, u""},
                   {u"+0.25", u"", 0, u""}};
     for (const auto &each : kCases) {
         const TubeLoc location = parseLocation(QString::fromUtf16(each.typed));

@@ -82,10 +82,7 @@ protected:
         qputenv("XDG_DATA_HOME", home.path().toLocal8Bit());
         qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
     }
-    qsizetype copies() const
-    {
-        return QDir(RecoveryCopies::folder()).entryList({u"*.text"_s}, QDir::Files).size();
-    }
+    qsizetype copies() const { return QDir(RecoveryCopies::folder()).entryList({u"*.text"_s}, QDir::Files).size(); }
 
     QTemporaryDir home;
     RecordingPrompts prompts;
