@@ -69,7 +69,7 @@ public:
     RowColours colours(int row) const override
     {
         if (row % 11 == 3)
-            return {0x000000, 0x80ffff};
+            return {ColourRef(0x000000), ColourRef(0x80ffff)};
         return row % 11 == 7 ? RowColours{ColourRef(0x0000c0), ColourRef(0xffffff)} : RowColours{};
     }
     QString whyNotEditable(int, int column) const override
