@@ -1,3 +1,4 @@
+#include <brannock/ReportFields.h>
 #include <db/ReportRows.h>
 #include <results/ReportUpload.h>
 #include <tarnwick/FileStatusList.h>
@@ -123,6 +124,38 @@ TEST_F(ReportUploadTest, AnEntryIsStoredByTheFieldMapping)
     full.location.dist = 98.5F;
     full.site.outage = full.outage;
     EXPECT_EQ(read, full) << "a row read back is the entry that was stored";
+}
+
+/// The names of the fields that table 'report' stores.
+struct StoredNames
+{
+    void stored(brannock::StoredWhen when) { isStored = when != brannock::StoredWhen::InFilesOnly; }
+    template <typename... Rest>
+    void field(QStringView name, const Rest &...)
+    {
+        if (isStored)
+            names.insert(name.toString());
+    }
+    template <typename... Rest>
+    void sparse(QStringView name, const Rest &...)
+    {
+        field(name);
+    }
+    bool isStored = true;
+    QSet<QString> names{u"recd_num"_s};
+};
+
+TEST_F(ReportUploadTest, EveryColumnOfTheTableIsAFieldOfAnEntry)
+{
+    StoredNames stored;
+    const ReportEntry entry;
+    brannock::visitReportFields(entry, stored);
+    dao::Recordset table(database());
+    table.open(dao::Recordset::Type::Dynaset, u"SELECT * FROM report"_s);
+    QSet<QString> columns;
+    for (int i = 0; i < table.fieldCount(); ++i)
+        columns.insert(table.field(i).name);
+    EXPECT_EQ(columns, stored.names);
 }
 
 TEST_F(ReportUploadTest, WhatAnEntryDoesNotHaveStaysNull)
