@@ -209,7 +209,7 @@ ActionPlan Generator::updateJoined(const Update &update)
 
 // Ends the statement if an outer join returned a row without a row of the updated table.
 //     UPDATE u RIGHT JOIN v ON u.k = v.a SET u.e = 'x'
-//     SELECT 1 FROM temp."_gathered" WHERE _k0 IS NULL LIMIT 1
+//     SELECT 1 FROM temp."_materialised" WHERE _k0 IS NULL LIMIT 1
 Step Generator::refuseAbsent(const AbsentRows &absent, const QString &key) const
 {
     Step step = changeStep(u"SELECT 1 FROM "_s + materialised() + u" WHERE "_s + key + u" IS NULL LIMIT 1"_s, false);
