@@ -25,6 +25,11 @@ public:
         asked.append(QString::fromUtf16(chooser.filter));
         return next;
     }
+    QStringList openFiles(const tarnwick::FileChooserInfo &chooser, const QString &title,
+                          const tarnwick::PathRoots &roots) override
+    {
+        return {openFile(chooser, title, roots)};
+    }
     QString saveFile(const tarnwick::FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &,
                      const QString &) override
     {

@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <db/ReportWriter.h>
+#include <db/ReportRows.h>
 #include <results/history/HistoryList.h>
 #include <support/DatabaseFixture.h>
 #include <tarnwick/FileWriter.h>
