@@ -6,11 +6,11 @@
 
 #include <app/logic/SystemMacros.h>
 #include <app/picture/MapPage.h>
-#include <tarnwick/paint/Paper.h>
 #include <map/FillCommit.h>
 #include <map/MapFiles.h>
 #include <map/TubeText.h>
 #include <QFileInfo>
+#include <tarnwick/paint/Paper.h>
 
 namespace cli {
 

@@ -19,8 +19,7 @@ inline constexpr Message kOtherSite{
 inline constexpr Message kContinueAfterFailure{0, u"ERROR:\n\tCould not upload entry %d\n\tDo you wish to continue?"};
 inline constexpr Message kUploaded{0, u"Successfully uploaded %d entries."};
 inline constexpr Message kPrinting{0, u"The report is printing."};
-inline constexpr Message kGoOnWithNextFile{
-    0, u"\"%S\" was not uploaded.\n\nDo you wish to go on with the next file?"};
+inline constexpr Message kGoOnWithNextFile{0, u"\"%S\" was not uploaded.\n\nDo you wish to go on with the next file?"};
 inline constexpr Message kCloseWithoutUpload{
     0, u"The entries of %D files were changed and not uploaded.\n\nDo you wish to close without uploading them?"};
 inline constexpr Message kTerminated{0, u"Upload terminated."};

@@ -1,5 +1,5 @@
 #pragma once
-#include "Report.h"
+#include "ReportEntry.h"
 #include "RowFields.h"
 
 namespace brannock {

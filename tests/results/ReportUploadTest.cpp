@@ -1,8 +1,8 @@
 #include <brannock/ReportFields.h>
 #include <db/ReportRows.h>
 #include <results/ReportUpload.h>
-#include <tarnwick/FileStatusList.h>
 #include <support/DatabaseFixture.h>
+#include <tarnwick/FileStatusList.h>
 
 using namespace Qt::StringLiterals;
 using brannock::Report;
