@@ -1,6 +1,7 @@
 #include <brannock/History.h>
 #include <brannock/InspPlan.h>
 #include <brannock/Report.h>
+#include <brannock/TubeHistory.h>
 #include <gmock/gmock.h>
 #include <QFile>
 #include <QTemporaryDir>
@@ -232,6 +233,40 @@ TEST_F(ResultFilesTest, HistoryComesBackWithItsSite)
     put("row\tcol\toutage\n1\t1\tR10\n");
     EXPECT_THROW(again.load(path), FileError);
     EXPECT_EQ(again.entries.size(), 2);
+}
+
+TEST_F(ResultFilesTest, LastIndicationsOfATubeWithTheirGrowth)
+{
+    const auto put3 = [&](const char *rows) {
+        put(QByteArray("sec\trow\tcol\toutage\tdefect\tvolts\tpcnt\tloc_land\tloc_off\n") + rows);
+    };
+    put3("0\t1\t1\tR10\twar\t1.0\t20\tAV2\t0.4\n"
+         "0\t1\t1\tR10\tWAR\t9.0\t\tAV2\t1.0\n"
+         "0\t1\t1\tR9\tWAR\t1\t1\tAV3\t0.5\n"
+         "0\t1\t2\tR12\tNDD\n"
+         "0\t1\t1\tR12\tWAR\t1.3\t25\tAV2\t0.5\n"
+         "0\t1\t1\tR12\tDNT\t5\t\tAV2\t0.5\n"
+         "0\t1\t1\tR12\tWAR\t2\t30\tAV2\t9\n");
+    brannock::TubeHistory history;
+    history.refresh(path);
+    EXPECT_EQ(history.latestLines({0, 1, 2}, 4), QStringList{u"R12 NDD"_s});
+    EXPECT_EQ(history.latestLines({0, 1, 1}, 2).join(u'|'), u"R9 WAR 1.00 V 1% AV3 +0.50") << "outages compare as text";
+    QStringList all;
+    for (const brannock::TubeIndication &indication : history.indications({0, 1, 1}))
+        all.append(indication.text());
+    EXPECT_EQ(all.mid(1).join(u'|'), u"R12 WAR 1.30 V (+0.30) 25% (+5) AV2 +0.50|R12 DNT 5.00 V AV2 +0.50|"
+                                     u"R12 WAR 2.00 V 30% AV2 +9.00|R10 war 1.00 V 20% AV2 +0.40|"
+                                     u"R10 WAR 9.00 V AV2 +1.00");
+    EXPECT_TRUE(history.indications({0, 1, 3}).isEmpty());
+
+    put3("0\t1\t1\tR1\tA\n0\t1\t1\tR1\tB\n0\t1\t1\tR1\tC\n");
+    history.refresh(path);
+    EXPECT_EQ(history.latestLines({0, 1, 1}, 2), (QStringList{u"R1 A"_s, u"and 2 more of R1"_s}));
+    put("row\n");
+    EXPECT_THROW(history.refresh(path), FileError);
+    EXPECT_NO_THROW(history.refresh(path)) << "once a file";
+    EXPECT_TRUE(history.isEmpty());
+    history.refresh(path + u"x"_s);
 }
 
 TEST_F(ResultFilesTest, PlanComesBackAndSortsStably)

@@ -1,4 +1,5 @@
 #include <results/repairs/RepairList.h>
+#include <results/repairs/TubeRepairs.h>
 #include <support/DatabaseFixture.h>
 
 #include <csignal>
@@ -104,6 +105,23 @@ TEST_F(RepairListTest, FiltersCountsAndSelects)
     list.selectTubes(tubes);
     EXPECT_EQ(list.selection(), QList<int>{0});
     EXPECT_TRUE(list.closeWithCancel() && list.closeWithOk());
+}
+
+TEST_F(RepairListTest, RepairsOfATubeAreReadWithoutWaiting)
+{
+    store(1, u"Plug"_s);
+    store(1, u"Sleeve"_s, u", outage, date_completed"_s, u", '1R10', #4/5/2024#"_s);
+    store(1, u"Stabilizing Spear"_s);
+    store(2, u"Plug"_s);
+    const QStringList both{u"Plug, scheduled 03/04/2024"_s, u"Sleeve, 1R10, completed 04/05/2024"_s};
+    EXPECT_EQ(results::repairLines(session, {0, 1, 1}, 3).first(2), both);
+    EXPECT_EQ(results::repairLines(session, {0, 1, 1}, 2).last(), u"and 2 more repairs");
+    EXPECT_TRUE(results::repairLines(session, {0, 1, 3}, 3).isEmpty());
+    execute(u"DROP TABLE repairs"_s);
+    EXPECT_TRUE(results::repairLines(session, {0, 1, 1}, 3).isEmpty());
+    session.close();
+    EXPECT_TRUE(results::repairLines(session, {0, 1, 1}, 3).isEmpty());
+    EXPECT_TRUE(prompts.texts(Kind::Error).isEmpty());
 }
 
 TEST_F(RepairListTest, SchedulesAndFindsDuplicates)
