@@ -158,7 +158,9 @@ QStringList TubeHistory::latestLines(const ellery::TubeAddress &tube, int most) 
     for (const TubeIndication &indication : all) {
         if (indication.outage.compare(all.first().outage, Qt::CaseInsensitive) != 0)
             break;
-        lines.append(indication.text());
+        // Often several analysts have entered the same result.
+        if (const QString line = indication.text(); !lines.contains(line))
+            lines.append(line);
     }
     if (lines.size() > most) {
         const qsizetype more = lines.size() - most + 1;

@@ -38,7 +38,8 @@ public:
 
     /// All results of a tube, the latest outage first. Outages compare as text.
     QList<TubeIndication> indications(const ellery::TubeAddress &tube) const;
-    /// Those of its latest outage as texts; no more than most lines, of which the last one counts the others.
+    /// Those of its latest outage as texts, equal ones once; no more than most lines, of which the last one counts the
+    /// others.
     QStringList latestLines(const ellery::TubeAddress &tube, int most) const;
 
 private:
