@@ -58,6 +58,7 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
     , m_loggedBoxes(prompts ? nullptr : std::make_unique<tarnwick::LoggedPrompts>(*m_boxes, u"arvo"_s))
     , m_prompts(prompts ? *prompts : *m_loggedBoxes)
     , m_session(std::make_unique<ProjectSession>(m_prompts))
+    , m_notes(*m_session)
     , m_systemDialogs(this)
     , m_runner(m_prompts, nullptr)
 {
@@ -114,6 +115,7 @@ void DBase::makeCentre()
     addToolBar(m_viewBar);
     menuBar()->setCornerWidget(m_viewBar->findField());
     m_map = new MapPane(m_session->map());
+    m_map->setTubeNotes([this](int tube) { return m_notes.lines(tube); });
     m_side = new SidePanel(*m_actions);
     m_side->legendModel().setDocument(&m_session->map());
     m_splitter = new QSplitter(Qt::Horizontal);
@@ -185,6 +187,7 @@ void DBase::connectCommands()
     });
     connect(&m_runner, &CommandRunner::ended, this, [this] {
         m_status.line().endWork();
+        m_notes.refresh();
         scheduleRefresh();
     });
     connect(m_commands.get(), &WindowCommands::projectWanted, this, &DBase::openProject);
@@ -232,6 +235,7 @@ void DBase::mapChanged(const map::MapEvent &event)
 void DBase::sessionChanged()
 {
     m_map->setProjectOpen(m_session->hasProject());
+    m_notes.refresh();
     for (const int list : {FirstRecentProject, FirstRecentDatabase, FirstRecentMap})
         m_actions->refreshList(list);
     refreshTitle();

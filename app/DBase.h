@@ -3,6 +3,7 @@
 #include "StatusBar.h"
 #include "WindowCommands.h"
 
+#include <app/logic/TubeNotes.h>
 #include <app/logic/WindowCommandTable.h>
 
 #include <tarnwick/CommandHandlers.h>
@@ -80,6 +81,7 @@ private:
     std::unique_ptr<tarnwick::LoggedPrompts> m_loggedBoxes;
     tarnwick::UserPrompts &m_prompts;
     std::unique_ptr<ProjectSession> m_session;
+    TubeNotes m_notes;
     tarnwick::FileDialogs m_systemDialogs;
     CommandRunner m_runner;
     tarnwick::CommandHandlers m_handlers{kWindowCommands};

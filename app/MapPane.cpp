@@ -39,7 +39,9 @@ MapPane::MapPane(map::MapDocument &document, QWidget *parent)
 {
     m_map->setObjectName(u"map"_s);
     m_map->setTubeTip(true);
-    m_map->setTipText([this](int tube) { return linesOf(map::markedBy(m_document, tube)); });
+    m_map->setTipText([this](int tube) {
+        return linesOf(map::markedBy(m_document, tube)) + (m_notes ? m_notes(tube) : QStringList());
+    });
     addWidget(m_map);
     addWidget(makeHint());
     connect(m_map, &brannock::TubesheetMap::selectionWanted, this, &MapPane::select);

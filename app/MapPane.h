@@ -2,6 +2,7 @@
 #include <brannock/MapOptions.h>
 #include <map/MapDocument.h>
 
+#include <functional>
 #include <QStackedWidget>
 
 namespace brannock {
@@ -27,6 +28,9 @@ public:
     /// Shows other states of the tubes as a preview; null: those of the document.
     void showTrial(const ellery::TubeStates *tubes);
 
+    /// Further lines of the tip beside the tube under the pointer. Called for each tube that is pointed at.
+    void setTubeNotes(std::function<QStringList(int tube)> notes) { m_notes = std::move(notes); }
+
     /// Selects a tube, makes it visible and moves the cursor to it.
     void showTube(int tube);
     /// Name of the last pointed tube for the status bar; empty for none.
@@ -43,6 +47,7 @@ private:
     map::MapDocument &m_document;
     brannock::TubesheetMap *m_map;
     int m_pointed = -1;
+    std::function<QStringList(int)> m_notes;
     map::Subscription m_subscription;
 };
 

@@ -38,12 +38,12 @@ QString TubeIndication::text() const
     return parts.join(u' ');
 }
 
-void TubeHistory::refresh(const QString &machinePath)
+bool TubeHistory::refresh(const QString &machinePath)
 {
     const QFileInfo file(machinePath);
     const qint64 size = file.exists() ? file.size() : -1;
     if (machinePath == m_path && size == m_size && file.lastModified() == m_changed)
-        return;
+        return false;
     m_path = machinePath;
     m_size = size;
     m_changed = file.lastModified();
@@ -51,9 +51,10 @@ void TubeHistory::refresh(const QString &machinePath)
     m_texts.clear();
     m_numbers.clear();
     if (size < 0)
-        return;
+        return true;
     try {
         read(machinePath);
+        return true;
     } catch (...) {
         m_rows = {};
         throw;

@@ -31,9 +31,10 @@ struct TubeIndication
 class TubeHistory
 {
 public:
-    /// Reads the file if it is another one, or was changed, since the last call. Without a file the history is empty.
-    /// Throws tarnwick::FileError; the history is then empty until the file is changed again.
-    void refresh(const QString &machinePath);
+    /// Reads the file if it is another one, or was changed, since the last call. Returns false if it was not. Without
+    /// a file the history is empty. Throws tarnwick::FileError; the history is then empty until the file is changed
+    /// again.
+    bool refresh(const QString &machinePath);
     bool isEmpty() const { return m_rows.empty(); }
 
     /// All results of a tube, the latest outage first. Outages compare as text.

@@ -3,6 +3,7 @@
 #include "HistoryFetch.h"
 #include "Messages.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <tarnwick/OptionPrompts.h>
 #include <tarnwick/Paths.h>
@@ -169,7 +170,11 @@ bool HistoryList::saveAs(const QString &machinePath)
 
 bool HistoryList::save()
 {
-    return saveAs(m_file.isEmpty() ? m_project->pathOf(m_options->historyFile) : m_file);
+    if (!m_file.isEmpty())
+        return saveAs(m_file);
+    const QString path = m_project->pathOf(m_options->historyFile);
+    QDir().mkpath(QFileInfo(path).absolutePath()); // if that fails, writing the file tells it
+    return saveAs(path);
 }
 
 void HistoryList::clear()

@@ -8,7 +8,9 @@
 #include <app/logic/SiblingTools.h>
 #include <app/logic/StartUp.h>
 #include <app/logic/SystemMacros.h>
+#include <app/logic/TubeNotes.h>
 #include <app/logic/WindowCommandTable.h>
+#include <db/SqlText.h>
 #include <tarnwick/OptionPrompts.h>
 
 #include <QDir>
@@ -286,6 +288,39 @@ TEST(DesktopShortcutTest, QuotesTheProgramsPathAndPassesTheInstallationOn)
     const QString full = shortcut({u"/opt/arvo"_s, u"/data/the suite"_s, u"/data/arvo.png"_s});
     EXPECT_TRUE(full.contains(u"\nExec=env \"PALOMINE_DIR=/data/the suite\" \"/opt/arvo\"\nIcon=/data/arvo.png\n"_s))
         << qPrintable(full);
+}
+
+TEST_F(AppTest, TheTipTellsRepairsAndLastIndications)
+{
+    ProjectSession session(said);
+    ASSERT_TRUE(session.openProject(projectFolder()));
+    const ellery::TubeAddress tube = session.project().steamGen[0].address;
+    db::executeSql(session.database().database(),
+                   db::sqlText(u"INSERT INTO repairs (sec, row, col, repair_type, date_scheduled) "
+                               u"VALUES (%d, %d, %d, 'Plug', #3/4/2024#)",
+                               tube.sec, tube.row, tube.col));
+    const QString file = session.project().pathOf(u"history\\palomine\\project.hst"_s);
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
+    brannock::History history;
+    history.entries = {{}};
+    history.entries[0].sec = tube.sec;
+    history.entries[0].row = tube.row;
+    history.entries[0].col = tube.col;
+    history.entries[0].outage = u"R9"_s;
+    history.entries[0].defect = u"WAR"_s;
+    history.store(file);
+    TubeNotes notes(session);
+    EXPECT_THAT(notes.lines(0), ElementsAre(u"Plug, scheduled 03/04/2024"_s));
+    notes.refresh();
+    EXPECT_THAT(notes.lines(0), ElementsAre(u"Plug, scheduled 03/04/2024"_s, u"R9 WAR"_s));
+    EXPECT_TRUE(notes.lines(1).isEmpty());
+    QFile damaged(file);
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.close();
+    notes.refresh();
+    ASSERT_EQ(notes.lines(1).size(), 1);
+    EXPECT_TRUE(notes.lines(1).first().contains(u"project.hst"_s));
+    damaged.remove();
 }
 
 } // namespace app

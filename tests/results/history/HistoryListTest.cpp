@@ -214,6 +214,9 @@ TEST_F(HistoryListTest, StoresTheKeptEntriesAndLoadsThemAgain)
     EXPECT_FALSE(loaded.open(folder.path(u"cut.hst"_s)));
     EXPECT_EQ(loaded.count(), 2);
 
+    EXPECT_TRUE(list.save()) << "the folder is made";
+    EXPECT_EQ(options.historyFile, u"project.hst") << "of saveAs()";
+
     EXPECT_FALSE(loaded.saveAs(folder.path(u"project.hst/none.hst"_s)));
     prompts.answerWith({Answer::No, Answer::Yes, Answer::Cancel, Answer::No});
     loaded.clear();
