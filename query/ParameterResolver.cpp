@@ -48,21 +48,23 @@ QString ParameterEntry::lack() const
 
 bool ParameterResolver::resolve(const QString &queryName, dao::QueryDef &query)
 {
-    QList<ParameterEntry> entries;
-    bool hasParameters = false;
-    const auto look = [&] {
-        hasParameters = query.parameterCount() > 0;
-        if (hasParameters)
-            entries = collect(queryName, query);
-    };
+    qsizetype known = 0;
+    int count = 0;
+    const auto look = [&] { count = query.parameterCount(); };
     if (!tarnwick::attempt(*m_prompts, look, messages::kQueryParameters))
         return false;
-    if (!hasParameters)
-        return true;
-    if (!confirm(queryName, entries))
-        return false;
-    hand(queryName, entries, query);
-    storeHistory();
+    // If the columns of a cross table depend on parameters, their values can show that further names are parameters.
+    while (count > known) {
+        QList<ParameterEntry> entries;
+        const auto collectAll = [&] { entries = collect(queryName, query); };
+        if (!tarnwick::attempt(*m_prompts, collectAll, messages::kQueryParameters) || !confirm(queryName, entries))
+            return false;
+        hand(queryName, entries, query);
+        storeHistory();
+        known = entries.size();
+        if (!tarnwick::attempt(*m_prompts, look, messages::kQueryParameters))
+            return false;
+    }
     return true;
 }
 

@@ -235,7 +235,13 @@ QList<sql::CrosstabHeading> DatabaseImpl::readHeadings(const sql::CrosstabPlan &
 
 sql::HeadingReader DatabaseImpl::headingReader()
 {
-    return [this](const sql::CrosstabPlan &crosstab) { return readHeadings(crosstab); };
+    return [this](const sql::CrosstabPlan &crosstab, const QList<sql::Parameter> &) {
+        if (crosstab.valuesNeedParameters)
+            throw store::engineError(error::SyntaxInTransform, u"DAO.Database"_s)
+                .withHint(u"The columns of a cross table that is read here must not depend on parameters: PIVOT ... "
+                          "IN (...)."_s);
+        return readHeadings(crosstab);
+    };
 }
 
 // Opened on first use: most recordsets are updatable and need no copy.

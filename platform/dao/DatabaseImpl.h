@@ -46,7 +46,7 @@ public:
     sql::CompiledStatement compile(const QString &text, const sql::SyntaxTree &syntax = {});
     /// Runs the query that returns the column headings of a cross table.
     QList<sql::CrosstabHeading> readHeadings(const sql::CrosstabPlan &crosstab, const QList<Value> &parameters = {});
-    /// readHeadings() without parameters, for the compiler.
+    /// readHeadings() without parameters, for the compiler. Columns that depend on parameters are refused (3143).
     sql::HeadingReader headingReader();
 
     /// The database on the temporary disk for results whose rows cannot be found again by key.

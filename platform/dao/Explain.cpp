@@ -56,7 +56,11 @@ public:
         // The recursion ends because the compiler refuses stored queries that call themselves.
         m_out.kind = u"EXECUTE of query %1"_s.arg(plan.query);
         QueryDef query = QueryDef::stored(m_database, plan.query);
-        m_out.steps = explain(m_database, query.sql()).steps;
+        const QString kind = m_out.kind;
+        const QList<sql::Parameter> parameters = m_out.parameters;
+        m_out = explain(m_database, query.sql());
+        m_out.kind = kind;
+        m_out.parameters = parameters;
     }
 
     void operator()(const sql::CreateTablePlan &plan) { m_out.kind = u"creation of table %1"_s.arg(plan.table.name); }

@@ -267,20 +267,13 @@ int PlanExecution::carryOut(const sql::DropQueryPlan &plan)
     return 0;
 }
 
-// The arguments are evaluated by SQLite first, because they can be any expression over parameters.
 int PlanExecution::carryOut(const sql::ExecutePlan &plan)
 {
-    const QueryInfo *stored = m_db.catalog.findQuery(plan.query);
-    if (!stored)
-        throw store::engineError(error::ItemNotFound, u"DAO.QueryDefs"_s);
-    QueryDefImpl query(m_query.db, stored->sql);
-    for (qsizetype i = 0; i < plan.arguments.size(); ++i) {
-        store::Statement argument(m_db.connection, u"SELECT "_s + plan.arguments[i], store::Access::User);
-        bindParameters(argument);
-        argument.step();
-        query.setParameter(int(i), store::columnValue(argument, 0, DataType::Unknown), kSource);
-    }
-    return executeStatement(query);
+    const std::unique_ptr<QueryDefImpl> query = m_query.queryOf(plan);
+    const QList<Value> arguments = m_query.argumentsOf(plan);
+    for (qsizetype i = 0; i < arguments.size(); ++i)
+        query->setParameter(int(i), arguments[i], kSource);
+    return executeStatement(*query);
 }
 
 int executeStatement(QueryDefImpl &query)

@@ -12,6 +12,8 @@ namespace dao {
 
 namespace {
 
+const QString kSource = u"DAO.QueryDef"_s;
+
 /// While it exists, statements of the connection are stopped after kLongestMilliseconds or when the user cancels.
 class SearchLimit : public tarnwick::Progress
 {
@@ -60,7 +62,7 @@ QueryDefImpl::QueryDefImpl(std::shared_ptr<DatabaseImpl> owner, const QString &t
 const sql::CompiledStatement &QueryDefImpl::ensureCompiled()
 {
     db->prepareStatement();
-    if (!compiled || generation != db->catalog.generation())
+    if (!compiled || isStale || generation != db->catalog.generation())
         compile();
     return *compiled;
 }
@@ -83,7 +85,7 @@ void QueryDefImpl::parse()
 void QueryDefImpl::compile()
 {
     parse();
-    sql::CompiledStatement fresh = db->compile(sql, syntax);
+    sql::CompiledStatement fresh = sql::compile(db->catalog, sql, syntax, headingReader());
     // Keeps the values of parameters that still exist after a change of the schema, by name.
     QList<Value> values(fresh.parameters.size());
     for (qsizetype i = 0; compiled && i < fresh.parameters.size(); ++i) {
@@ -95,8 +97,23 @@ void QueryDefImpl::compile()
     parameters = values;
     compiled = std::move(fresh);
     described.reset();
+    called.reset();
     generation = db->catalog.generation();
     fitsData = true;
+    isStale = false;
+}
+
+sql::HeadingReader QueryDefImpl::headingReader() const
+{
+    return [this](const sql::CrosstabPlan &crosstab,
+                  const QList<sql::Parameter> &wanted) -> std::optional<QList<sql::CrosstabHeading>> {
+        QList<Value> values;
+        for (const sql::Parameter &parameter : wanted)
+            values.append(parameters.value(indexOfParameter(parameter.name)));
+        if (crosstab.valuesNeedParameters && std::ranges::any_of(values, &Value::isEmpty))
+            return std::nullopt;
+        return db->readHeadings(crosstab, values);
+    };
 }
 
 // A cross table is read again only after a change of the data, because describing it costs a query.
@@ -104,8 +121,11 @@ const sql::SelectPlan &QueryDefImpl::describedPlan()
 {
     static const sql::SelectPlan none;
     const auto *plan = std::get_if<sql::SelectPlan>(&ensureCompiled().plan);
-    if (!plan)
-        return none;
+    if (!plan) {
+        if (!called)
+            called = calledQuery();
+        return called ? called->describedPlan() : none;
+    }
     const bool complete = std::ranges::none_of(parameters, &Value::isEmpty);
     if (!plan->crosstab || !complete)
         return *plan;
@@ -114,6 +134,43 @@ const sql::SelectPlan &QueryDefImpl::describedPlan()
         describedAt = db->changeStamp();
     }
     return *described;
+}
+
+std::unique_ptr<QueryDefImpl> QueryDefImpl::calledQuery()
+{
+    const auto *plan = std::get_if<sql::ExecutePlan>(&ensureCompiled().plan);
+    if (!plan || !plan->returnsRows)
+        return nullptr;
+    std::unique_ptr<QueryDefImpl> query = queryOf(*plan);
+    query->isCalled = true;
+    if (std::ranges::any_of(parameters, &Value::isEmpty))
+        return query;
+    const QList<Value> arguments = argumentsOf(*plan);
+    for (qsizetype i = 0; i < arguments.size(); ++i)
+        query->setParameter(int(i), arguments[i], kSource);
+    return query;
+}
+
+std::unique_ptr<QueryDefImpl> QueryDefImpl::queryOf(const sql::ExecutePlan &plan) const
+{
+    const QueryInfo *stored = db->catalog.findQuery(plan.query);
+    if (!stored)
+        throw store::engineError(error::ItemNotFound, u"DAO.QueryDefs"_s);
+    return std::make_unique<QueryDefImpl>(db, stored->sql);
+}
+
+// SQLite evaluates the arguments, because they can be any expression over parameters.
+QList<Value> QueryDefImpl::argumentsOf(const sql::ExecutePlan &plan) const
+{
+    QList<Value> values;
+    for (const QString &argument : plan.arguments) {
+        store::Statement statement(db->connection, u"SELECT "_s + argument, store::Access::User);
+        for (int i = 0; i < qMin(statement.parameterCount(), int(parameters.size())); ++i)
+            store::bindValue(statement, i + 1, parameters[i]);
+        statement.step();
+        values.append(store::columnValue(statement, 0, DataType::Unknown));
+    }
+    return values;
 }
 
 int QueryDefImpl::indexOfParameter(QStringView name) const
@@ -127,14 +184,19 @@ int QueryDefImpl::indexOfParameter(QStringView name) const
 
 void QueryDefImpl::setParameter(int index, const Value &value, const QString &from)
 {
+    // Other values can make names parameters. The index is that of the list that the caller knows.
+    const bool wasStale = std::exchange(isStale, false);
     const sql::CompiledStatement &statement = ensureCompiled();
+    isStale = wasStale;
     if (index < 0 || index >= statement.parameters.size())
         throw store::engineError(error::ItemNotFound, from);
     const Value converted = convertValue(value, statement.parameters[index].type);
     if (converted.isEmpty())
         throw store::engineError(error::ConversionFailed, from);
     parameters[index] = converted;
+    isStale = isStale || statement.dependsOnValues;
     described.reset();
+    called.reset();
 }
 
 void QueryDefImpl::requireParameters(const QString &from)
@@ -165,6 +227,8 @@ void QueryDefImpl::requireParameters(const QString &from)
 // Only errors that a calculation can raise are searched: others have their place already or have none.
 void QueryDefImpl::rethrowWithPlace(const DaoException &exception)
 {
+    if (isCalled)
+        throw DaoException(exception.number(), exception.source(), exception.description()).withHint(exception.hint());
     static constexpr int kCalculationErrors[] = {
         error::InvalidProcedureCall, error::Overflow,         error::DivisionByZero,
         error::TypeMismatch,         error::InvalidUseOfNull, error::SubqueryRows,
@@ -184,8 +248,7 @@ std::optional<SourceRange> QueryDefImpl::placeOf(const DaoException &exception)
 {
     const SearchLimit limit(db->connection);
     try {
-        const QString text =
-            sql::placesSql(db->catalog, sql, syntax ? syntax : sql::checkSyntax(sql), db->headingReader());
+        const QString text = sql::placesSql(db->catalog, sql, syntax ? syntax : sql::checkSyntax(sql), headingReader());
         if (text.isEmpty())
             return std::nullopt;
         store::Statement statement(db->connection, text, store::Access::User);

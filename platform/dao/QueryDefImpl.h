@@ -17,6 +17,13 @@ struct QueryDefImpl
     /// The plan with its columns. For a cross table: the columns that its data gives now, or only the row headings
     /// while parameters have no values.
     const sql::SelectPlan &describedPlan();
+    /// For EXECUTE of a stored query that returns rows: that query, with its arguments if the parameters of this one
+    /// have values. Else null.
+    std::unique_ptr<QueryDefImpl> calledQuery();
+    /// The stored query that EXECUTE names, without arguments; error 3265.
+    std::unique_ptr<QueryDefImpl> queryOf(const sql::ExecutePlan &plan) const;
+    /// The values of the arguments of EXECUTE.
+    QList<Value> argumentsOf(const sql::ExecutePlan &plan) const;
     int indexOfParameter(QStringView name) const;
     void setParameter(int index, const Value &value, const QString &from);
     void requireParameters(const QString &from); ///< 3061
@@ -30,12 +37,17 @@ struct QueryDefImpl
     quint64 generation = 0;
     QList<Value> parameters;             ///< Empty: not set
     std::vector<store::Statement> steps; ///< statements of an action query, prepared at its first run
+    bool isStale = false;                ///< values have changed that the columns depend on
     bool fitsData = false; ///< true if it was compiled since the last run, so that its columns fit the data
     std::optional<sql::SelectPlan> described;
     quint64 describedAt = 0;
+    std::unique_ptr<QueryDefImpl> called; ///< the query that EXECUTE names, for describedPlan()
+    bool isCalled = false;                ///< by EXECUTE: places in its text are none in the user's
 
 private:
     void compile();
+    /// Reads headings with the values that parameters have now.
+    sql::HeadingReader headingReader() const;
     std::optional<SourceRange> placeOf(const DaoException &exception);
 };
 

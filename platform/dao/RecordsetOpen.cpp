@@ -69,6 +69,10 @@ void RecordsetImpl::openQuery(std::unique_ptr<QueryDefImpl> definition)
     query = std::move(definition);
     opened = true;
     try {
+        for (auto called = query->calledQuery(); called; called = query->calledQuery()) {
+            query->requireParameters(kSource);
+            query = std::move(called);
+        }
         if (!query->ensureCompiled().returnsRows())
             throw store::engineError(error::InvalidOperation, kSource);
         run();

@@ -82,6 +82,21 @@ TEST_F(QueryCommandsTest, RowsGoToFilesOfEveryKind)
     EXPECT_NE(cli.mustRun({u"sql"_s, project, u"SELECT row FROM tubes"_s}).output, u"(0 rows)\n"_s);
 }
 
+TEST_F(QueryCommandsTest, ACrossTableWithParametersIsReadAndExecuted)
+{
+    cli.mustRun(
+        {u"store-query"_s, project, u"Cross"_s,
+         file(u"cross.sql"_s, "PARAMETERS least Long; TRANSFORM Count(*) SELECT row FROM tubes WHERE row >= least "
+                              "AND row < least + 2 GROUP BY row PIVOT 'R' & row")});
+    cli.mustRun({u"store-query"_s, project, u"Reader"_s,
+                 file(u"reader.sql"_s, "SELECT row, more AS more FROM Cross WHERE R2 > 0")});
+    const QStringList run{u"query"_s, project, u"Reader"_s, u"--format"_s, u"csv"_s, u"--param"_s, u"least=2"_s};
+    EXPECT_TRUE(cli.run(run).error.contains(u"No value for [more];"_s)) << "known when the columns are";
+    EXPECT_EQ(cli.mustRun(run + QStringList{u"--param"_s, u"more=x"_s}).output, u"row,more\r\n2,x\r\n"_s);
+    EXPECT_TRUE(cli.mustRun({u"sql"_s, project, u"EXECUTE Cross 3"_s, u"--format"_s, u"csv"_s})
+                    .output.startsWith(u"row,R3,R4\r\n3,"_s));
+}
+
 TEST_F(QueryCommandsTest, WrongInputIsRefusedWithItsReason)
 {
     const QString select = file(u"a.sql"_s, "SELECT row FROM tubes WHERE row = [which]");

@@ -30,11 +30,8 @@ public:
             return;
         m_context.setReadHeadings([this, readHeadings](const bound::Transform &transform) {
             const SelectPlan plan = Generator(m_context).transform(transform);
-            if (plan.crosstab->valuesNeedParameters)
-                m_context.fail(error::SyntaxInTransform, transform.pivot->range, {},
-                               u"A cross table whose headings depend on parameters needs fixed ones when another query "
-                               "reads it: PIVOT ... IN (...)."_s);
-            return readHeadings(*plan.crosstab);
+            m_dependsOnValues = m_dependsOnValues || plan.crosstab->valuesNeedParameters;
+            return readHeadings(*plan.crosstab, m_context.settableParameters());
         });
     }
 
@@ -44,8 +41,9 @@ public:
             m_context.declare(declaration);
         CompiledStatement result;
         result.plan = std::visit([this](const auto &node) { return plan(node); }, statement.node);
-        result.parameters = m_context.finalParameters();
+        result.parameters = m_context.settableParameters();
         result.dependsOnData = m_context.dependsOnData();
+        result.dependsOnValues = m_dependsOnValues;
         return result;
     }
 
@@ -136,22 +134,22 @@ private:
         if (!query)
             m_context.fail(error::UnknownSource, node.query.range, {node.query.name},
                            didYouMean(node.query.name, m_context.schema().sourceNames()));
-        checkArguments(node, *query);
+        const CompiledStatement called = compileCalled(*query, node.query.range);
+        checkArguments(node, *query, called.parameters.size());
         bound::ExpressionBinder binder(m_context, nullptr, bound::clause::kValues);
         std::vector<bound::ExprPtr> arguments;
         for (const ast::ExprPtr &argument : node.arguments)
             arguments.push_back(binder.bind(*argument));
-        ExecutePlan plan{query->name, {}};
+        ExecutePlan plan{.query = query->name, .arguments = {}, .returnsRows = called.returnsRows()};
         Generator generator(m_context);
         for (const bound::ExprPtr &argument : arguments)
             plan.arguments.append(generator.expression(*argument));
         return plan;
     }
 
-    void checkArguments(const ast::Execute &node, const QueryInfo &query)
+    void checkArguments(const ast::Execute &node, const QueryInfo &query, qsizetype taken)
     {
         const qsizetype given = qsizetype(node.arguments.size());
-        const qsizetype taken = parametersOf(query, node.query.range);
         const QString hint = u"'%1' takes %2 parameters."_s.arg(query.name).arg(taken);
         if (given > taken)
             m_context.fail(error::ItemNotFound, node.arguments[size_t(taken)]->range, {}, hint);
@@ -159,7 +157,7 @@ private:
             m_context.fail(error::TooFewParameters, node.query.range, {QString::number(taken - given)}, hint);
     }
 
-    qsizetype parametersOf(const QueryInfo &query, bound::Range where)
+    CompiledStatement compileCalled(const QueryInfo &query, bound::Range where)
     {
         constexpr qsizetype kMaxCalls = 40;
         if (m_callers.contains(query.name))
@@ -170,7 +168,7 @@ private:
         try {
             StatementCompiler called(m_context.schema(), query.sql, m_readHeadings);
             called.m_callers = m_callers + QStringList{query.name};
-            return called.compile(*checkSyntax(query.sql)).parameters.size();
+            return called.compile(*checkSyntax(query.sql));
         } catch (const DaoException &exception) {
             m_context.rethrow(exception);
         }
@@ -219,6 +217,7 @@ private:
 
     BindContext m_context;
     HeadingReader m_readHeadings;
+    bool m_dependsOnValues = false;
     QStringList m_callers; ///< names of the stored queries being executed, outermost first
 };
 

@@ -2,6 +2,8 @@
 
 #include "Types.h"
 
+#include <algorithm>
+#include <functional>
 #include <numeric>
 
 using namespace Qt::StringLiterals;
@@ -78,6 +80,7 @@ void BindContext::declare(const ast::ParameterDeclaration &declaration)
     const int id = parameter(declaration.name.name, declaration.name.range);
     BoundParameter &entry = m_parameters[size_t(id)];
     entry.declared = true;
+    entry.mayBeColumn = false;
     entry.type = declaration.type;
 }
 
@@ -93,7 +96,7 @@ int BindContext::parameter(const QString &name, Range where, const QString &sugg
         fail(error::TooComplex, where);
     const int id = int(m_parameters.size());
     const bool bare = !textOf(where).startsWith(u'[');
-    m_parameters.push_back({name, DataType::Unknown, false, placeOf(where), suggestion, bare});
+    m_parameters.push_back({name, DataType::Unknown, false, placeOf(where), suggestion, bare, m_columnsUnknown});
     m_parameterIds.insert(keyOf(name), id);
     return id;
 }
@@ -108,10 +111,12 @@ bool BindContext::wantsSuggestion(const QString &name) const
     return m_parameters.size() < kMaxSuggestions && !isParameter(name);
 }
 
-QList<CrosstabHeading> BindContext::readHeadings(const Transform &transform)
+BindContext::Headings BindContext::readHeadings(const Transform &transform)
 {
     m_dependsOnData = true;
-    return m_readHeadings(transform);
+    Headings headings = m_readHeadings(transform);
+    m_columnsUnknown = m_columnsUnknown || !headings;
+    return headings;
 }
 
 void BindContext::noteUse(int id, DataType type)
@@ -125,7 +130,7 @@ void BindContext::noteUse(int id, DataType type)
 }
 
 // The order in which programs set parameters by index: the PARAMETERS clause first, then the order in the text. Clauses
-// are not bound in text order, so the places are sorted.
+// are not bound in text order, so the places are sorted. Names that may be columns come last, as no one sets them.
 std::vector<int> BindContext::parameterOrder() const
 {
     std::vector<int> order(m_parameters.size());
@@ -133,6 +138,8 @@ std::vector<int> BindContext::parameterOrder() const
     std::stable_sort(order.begin(), order.end(), [this](int left, int right) {
         const BoundParameter &a = m_parameters[size_t(left)];
         const BoundParameter &b = m_parameters[size_t(right)];
+        if (a.mayBeColumn != b.mayBeColumn)
+            return b.mayBeColumn;
         if (a.declared || b.declared)
             return a.declared && !b.declared;
         return a.where.start < b.where.start;
@@ -155,6 +162,15 @@ QList<Parameter> BindContext::finalParameters() const
         result.append(parameter);
     }
     return result;
+}
+
+QList<Parameter> BindContext::settableParameters() const
+{
+    const auto columns =
+        std::count_if(m_parameters.begin(), m_parameters.end(), std::mem_fn(&BoundParameter::mayBeColumn));
+    QList<Parameter> parameters = finalParameters();
+    parameters.resize(parameters.size() - columns);
+    return parameters;
 }
 
 QList<int> BindContext::parameterPositions() const

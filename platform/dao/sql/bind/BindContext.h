@@ -16,7 +16,8 @@ struct BoundParameter
     bool declared = false;
     Range where;
     QString suggestion;
-    bool bare = false; ///< written without brackets
+    bool bare = false;        ///< written without brackets
+    bool mayBeColumn = false; ///< of a cross table whose columns are not known
 };
 
 /// State shared by all binders of one statement: schema, source text, parameters, numbers of sources.
@@ -53,7 +54,8 @@ public:
 
     // Parameters.
     void declare(const ast::ParameterDeclaration &declaration);
-    /// The id of the parameter of that name, created if it is new.
+    /// The id of the parameter of that name, created if it is new. While columns of a cross table are not known, it is
+    /// none of settableParameters() unless it is declared.
     int parameter(const QString &name, Range where, const QString &suggestion = {});
     /// True if the parameter is declared or was used before.
     bool isParameter(const QString &name) const;
@@ -64,17 +66,21 @@ public:
     /// Declared parameters first, then the others by first occurrence. A parameter without any type information is
     /// Text.
     QList<Parameter> finalParameters() const;
+    /// finalParameters() without the names at its end that may be columns of a cross table.
+    QList<Parameter> settableParameters() const;
     /// The 1-based position of each parameter id in finalParameters().
     QList<int> parameterPositions() const;
     /// Returns the previous setting.
     bool forbidParameters(bool forbid = true) { return std::exchange(m_parametersForbidden, forbid); }
 
     // Cross tables as sources.
-    using ReadHeadings = std::function<QList<CrosstabHeading>(const Transform &)>;
+    using Headings = std::optional<QList<CrosstabHeading>>;
+    using ReadHeadings = std::function<Headings(const Transform &)>;
     void setReadHeadings(ReadHeadings read) { m_readHeadings = std::move(read); }
     bool canReadHeadings() const { return bool(m_readHeadings); }
-    /// Reads the headings from the data, so the bound tree is valid only for the current data.
-    QList<CrosstabHeading> readHeadings(const Transform &transform);
+    /// Reads the headings from the data, so the bound tree is valid only for the current data. Nothing if they depend
+    /// on parameters without values.
+    Headings readHeadings(const Transform &transform);
     bool dependsOnData() const { return m_dependsOnData; }
 
     // Errors. A place inside a stored query is reported as the place of the query's name in the user's text.
@@ -135,6 +141,7 @@ private:
     bool m_parametersForbidden = false;
     ReadHeadings m_readHeadings;
     bool m_dependsOnData = false;
+    bool m_columnsUnknown = false; ///< readHeadings() returned nothing
 };
 
 } // namespace dao::sql::bound

@@ -36,11 +36,13 @@ std::shared_ptr<Select> TransformBinder::bindSource(const ast::Transform &node)
     Transform bound = bindWith(binder, node);
     if (!bound.cell)
         return bound.select;
-    const QList<CrosstabHeading> headings = m_context.readHeadings(bound);
-    const qsizetype count = qsizetype(bound.select->columns.size()) + headings.size();
+    const BindContext::Headings headings = m_context.readHeadings(bound);
+    if (!headings)
+        return bound.select;
+    const qsizetype count = qsizetype(bound.select->columns.size()) + headings->size();
     if (count > kMaxCrosstabColumns)
         m_context.fail(error::TooManyCrosstabColumns, node.pivot->range, {QString::number(count)});
-    for (const CrosstabHeading &heading : headings) {
+    for (const CrosstabHeading &heading : *headings) {
         const ExprPtr value = m_context.make(node.pivot->range, bound.pivot->type, Heading{heading.valueSql}, true);
         addHeadingColumn(bound, heading.name, cell(binder, node, bound.pivot, value));
     }

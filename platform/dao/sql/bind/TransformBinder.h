@@ -13,7 +13,8 @@ public:
     }
 
     Transform bind(const ast::Transform &node);
-    /// Binds it as a source of another query, with all columns: dynamic headings are read from the data.
+    /// Binds it as a source of another query, with all columns: dynamic headings are read from the data. Headings that
+    /// depend on parameters without values are left out.
     std::shared_ptr<Select> bindSource(const ast::Transform &node);
 
 private:

@@ -77,8 +77,10 @@ struct CrosstabHeading
     QString valueSql;
 };
 
-/// Runs valuesSql of a cross table without parameters and returns its rows.
-using HeadingReader = std::function<QList<CrosstabHeading>(const CrosstabPlan &)>;
+/// Runs valuesSql of a cross table, whose parameters are bound in the given order, and returns its rows. Nothing if a
+/// parameter that it needs has no value.
+using HeadingReader =
+    std::function<std::optional<QList<CrosstabHeading>>(const CrosstabPlan &, const QList<Parameter> &)>;
 
 /// A statement that returns rows. In every SQL text (also in the steps of an ActionPlan) the parameters are bound as
 /// ?1..?n in the order of CompiledStatement::parameters, and the keys of the row, if used, as ?n+1..?n+k in the order
@@ -211,6 +213,7 @@ struct ExecutePlan
 {
     QString query;
     QStringList arguments;
+    bool returnsRows = false; ///< the stored query returns rows
 };
 
 using Plan = std::variant<SelectPlan, ActionPlan, SelectIntoPlan, CreateTablePlan, AddFieldPlan, AlterFieldPlan,
@@ -224,8 +227,15 @@ struct CompiledStatement
     /// The statement reads a cross table whose columns were taken from the data while it was compiled; compile it again
     /// before each run.
     bool dependsOnData = false;
+    /// These columns depend on parameters too. Compile it again when the values of parameters have changed: without
+    /// them, names that may be such columns are neither columns nor parameters.
+    bool dependsOnValues = false;
 
-    bool returnsRows() const { return std::holds_alternative<SelectPlan>(plan); }
+    bool returnsRows() const
+    {
+        const auto *execute = std::get_if<ExecutePlan>(&plan);
+        return execute ? execute->returnsRows : std::holds_alternative<SelectPlan>(plan);
+    }
 };
 
 } // namespace dao::sql
