@@ -18,9 +18,9 @@ class CompilerTest : public testing::Test
 protected:
     CompilerTest()
     {
-        m_database.addTable(
-            u"report recd_num:counter* sec:short row:short col:short volts:single outage:text(50) flag:boolean"_s);
-        m_database.addTable(u"plans name:text(50)* create_time:date"_s);
+        m_database.run(
+            u"CREATE TABLE report (recd_num COUNTER PRIMARY KEY, sec SHORT, row SHORT, col SHORT, volts SINGLE, outage TEXT(50), flag BOOLEAN)"_s);
+        m_database.run(u"CREATE TABLE plans (name TEXT(50) PRIMARY KEY, create_time DATE)"_s);
         m_database.run(u"CREATE INDEX tube_id ON report (sec, row, col)"_s);
         m_database.run(u"CREATE INDEX outage ON report (outage)"_s);
     }

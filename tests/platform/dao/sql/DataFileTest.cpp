@@ -10,7 +10,6 @@ using dao::Value;
 
 // Statements as data: each file of the folder data is one database and a list of statements with what they must give.
 //
-//   @table NOTATION       a table (see TestDatabase)
 //   @query NAME = SQL     a stored query
 //   > SQL                 a statement; lines that begin with a blank continue it
 //   ? NAME = VALUE        value of a parameter of the statement above
@@ -92,9 +91,6 @@ private:
         const QString rest = line.size() > 2 ? line.sliced(2) : QString();
         if (line.startsWith(u'#') || line.isEmpty()) {
             return;
-        } else if (line.startsWith(u"@table ")) {
-            finishCase();
-            m_database.addTable(line.sliced(7));
         } else if (line.startsWith(u"@query ")) {
             finishCase();
             const qsizetype equals = line.indexOf(u" = ");
@@ -150,10 +146,10 @@ private:
         if (names.isEmpty())
             return;
         if (!test.columns.isEmpty()) {
-            EXPECT_EQ(names.join(u" | ").toStdString(), test.columns.toStdString());
+            EXPECT_EQ(names.join(u" | "), test.columns);
         }
         if (!test.kind.isEmpty()) {
-            EXPECT_EQ(reasonWord(result).toStdString(), test.kind.toStdString());
+            EXPECT_EQ(reasonWord(result), test.kind);
         }
         QStringList rows;
         for (const QStringList &row : result.rows)
@@ -161,7 +157,7 @@ private:
         if (rows.isEmpty() && test.rows == QStringList{u"(none)"_s})
             return;
         if (!test.rows.isEmpty() || test.columns.isEmpty()) {
-            EXPECT_EQ(rows.join(u'\n').toStdString(), test.rows.join(u'\n').toStdString());
+            EXPECT_EQ(rows.join(u'\n'), test.rows.join(u'\n'));
         }
     }
 
@@ -175,7 +171,7 @@ private:
         const dao::SourceRange &where = exception.where();
         const QString place = u"%1:%2+%3"_s.arg(where.line).arg(where.column).arg(where.length);
         if (!words.isEmpty() && words.constFirst().contains(u'+') && words.constFirst().contains(u':')) {
-            EXPECT_EQ(place.toStdString(), words.takeFirst().toStdString()) << said.toStdString();
+            EXPECT_EQ(place, words.takeFirst()) << said.toStdString();
         }
         if (!words.isEmpty()) {
             EXPECT_THAT(said.toStdString(), testing::HasSubstr(words.join(u' ').toStdString()));

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <QTemporaryDir>
+#include <support/Printers.h>
 
 /// Statements that need compiler and recordset together, on a table of sales.
 class EngineTest : public testing::Test

@@ -14,7 +14,7 @@ namespace {
 class HostileTest : public testing::Test
 {
 protected:
-    HostileTest() { m_database.addTable(u"t id:counter* a:short b:text(20)"_s); }
+    HostileTest() { m_database.run(u"CREATE TABLE t (id COUNTER PRIMARY KEY, a SHORT, b TEXT(20))"_s); }
 
     int errorOf(const QString &sql)
     {

@@ -18,8 +18,9 @@ class MutationTest : public testing::Test
 protected:
     MutationTest()
     {
-        m_database.addTable(u"t id:counter* a:short b:text(20) c:currency d:date f:boolean s:single desc:memo"_s);
-        m_database.addTable(u"u id:long* x:long b:text(20)"_s);
+        m_database.run(
+            u"CREATE TABLE t (id COUNTER PRIMARY KEY, a SHORT, b TEXT(20), c CURRENCY, d DATE, f BOOLEAN, s SINGLE, [desc] MEMO)"_s);
+        m_database.run(u"CREATE TABLE u (id LONG PRIMARY KEY, x LONG, b TEXT(20))"_s);
         m_database.addQuery(u"q"_s, u"SELECT id, a * 2 AS twice, b FROM t WHERE a > 0 ORDER BY a"_s);
         m_database.addQuery(u"g"_s, u"SELECT b, Sum(c) AS total FROM t GROUP BY b"_s);
     }

@@ -1,12 +1,10 @@
 #include "TestDatabase.h"
 
 #include <dao/Recordset.h>
-#include <dao/sql/ast/Keywords.h>
 #include <dao/values/Decimal.h>
 #include <dao/values/Errors.h>
 #include <dao/values/OleDate.h>
 
-#include <QRegularExpression>
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
@@ -14,29 +12,6 @@ using dao::DataType;
 using dao::Value;
 
 namespace {
-
-dao::FieldInfo fieldFromNotation(const QString &word, dao::TableInfo &table)
-{
-    static const QRegularExpression form(u"^([^:]+):(\\w+?)(?:\\((\\d+)\\))?(\\*?)(!?)(?:=(.*))?$"_s);
-    const QRegularExpressionMatch match = form.match(word);
-    const auto type = dao::sql::ast::typeNameOf(match.captured(2));
-    if (!match.hasMatch() || !type)
-        throw std::runtime_error("bad field notation: " + word.toStdString());
-    dao::FieldInfo field;
-    field.name = match.captured(1).replace(u'~', u' ');
-    field.type = type->type;
-    field.size = match.captured(3).isEmpty() ? (field.type == DataType::Text ? 50 : 0) : match.captured(3).toInt();
-    field.attributes = type->autoIncrement ? dao::AutoIncrement : 0;
-    field.required = !match.captured(5).isEmpty();
-    field.allowZeroLength = dao::isTextType(field.type);
-    field.defaultValue = match.captured(6);
-    if (!match.captured(4).isEmpty()) {
-        if (table.indexes.isEmpty())
-            table.indexes.append({u"PrimaryKey"_s, {}, true, true, false, true, false});
-        table.indexes[0].fields.append({field.name, false});
-    }
-    return field;
-}
 
 // The files of statements name errors by their numbers, those of cells like all others.
 QString cellText(const Value &value, DataType type)
@@ -81,16 +56,6 @@ QList<QStringList> rowsOf(dao::Recordset &set)
 TestDatabase::TestDatabase()
 {
     database.create(folder.filePath(u"test.mdb"_s), {});
-}
-
-void TestDatabase::addTable(const QString &notation)
-{
-    QStringList words = notation.split(u' ', Qt::SkipEmptyParts);
-    dao::TableInfo table;
-    table.name = words.takeFirst().replace(u'~', u' ');
-    for (const QString &word : words)
-        table.fields.append(fieldFromNotation(word, table));
-    database.createTable(table);
 }
 
 TestDatabase::Result TestDatabase::run(const QString &sql, const Parameters &parameters)

@@ -3,16 +3,14 @@
 #include <dao/values/Value.h>
 
 #include <QTemporaryDir>
+#include <support/Printers.h>
 
-/// A database for statements as data: tables come from a one-line notation, rows from statements.
+/// A database for statements as data.
 class TestDatabase : public dao::SchemaView
 {
 public:
     TestDatabase();
 
-    /// "name field:type[(size)][*][!][=default] ..." where * marks the primary key and ! a required field; types by
-    /// their names in the dialect; ~ stands for a blank in a name.
-    void addTable(const QString &notation);
     void addQuery(const QString &name, const QString &sql) { database.createQuery({name, sql}); }
 
     using Parameters = QList<std::pair<QString, dao::Value>>;

@@ -5,7 +5,6 @@ using namespace dao;
 using build::field;
 using build::index;
 using build::relation;
-using build::table;
 
 /// Adds and removes fields and indexes of tables with rows.
 class AlterTest : public StoreTest
@@ -13,10 +12,9 @@ class AlterTest : public StoreTest
 protected:
     AlterTest()
     {
-        database.createTable(table(u"marks"_s,
-                                   {field(u"id"_s, DataType::Long, 0, "A"), field(u"name"_s, DataType::Text, 20, "R"),
-                                    field(u"old"_s, DataType::Text, 20)},
-                                   {index(u"number"_s, {u"id"_s}, true), index(u"by_name"_s, {u"name"_s})}));
+        database.execute(
+            u"CREATE TABLE marks (id COUNTER CONSTRAINT [number] PRIMARY KEY, name TEXT(20) NOT NULL, old TEXT(20))"_s);
+        database.execute(u"CREATE INDEX by_name ON marks (name)"_s);
         for (const QString &name : {u"a"_s, u"b"_s, u"c"_s})
             append(u"marks"_s, {{u"name"_s, text(name)}, {u"old"_s, text(name + name)}});
         raw(u"DELETE FROM marks WHERE name = 'c'"_s);
@@ -82,7 +80,7 @@ TEST_F(AlterTest, AFieldGoesAndTheRestStays)
 
 TEST_F(AlterTest, RelationsSurviveAChangeOfTheirTables)
 {
-    database.createTable(table(u"entries"_s, {field(u"mark"_s, DataType::Long), field(u"x"_s, DataType::Long)}));
+    database.execute(u"CREATE TABLE entries (mark LONG, x LONG)"_s);
     database.createRelation(relation(u"r"_s, u"marks"_s, u"entries"_s, DeleteCascade, u"id"_s, u"mark"_s));
     append(u"entries"_s, {{u"mark"_s, number(1)}});
     database.deleteField(u"marks", u"old");

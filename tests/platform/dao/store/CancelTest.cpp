@@ -6,8 +6,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace dao;
-using build::field;
-using build::table;
 
 namespace {
 
@@ -38,7 +36,7 @@ class CancelTest : public StoreTest
 protected:
     CancelTest()
     {
-        database.createTable(table(u"n"_s, {field(u"x"_s, DataType::Long)}));
+        database.execute(u"CREATE TABLE n (x LONG)"_s);
         Transaction transaction(workspace);
         Recordset set(database);
         set.open(Recordset::Type::TableAppend, u"n"_s);

@@ -4,7 +4,6 @@ using namespace Qt::StringLiterals;
 using namespace dao;
 using build::field;
 using build::index;
-using build::relation;
 using build::table;
 using Type = Recordset::Type;
 
@@ -347,11 +346,8 @@ class JoinTest : public DynasetTest
 protected:
     JoinTest()
     {
-        database.createTable(table(u"plans"_s,
-                                   {field(u"name"_s, DataType::Text, 20, "R"), field(u"model"_s, DataType::Text, 20)},
-                                   {index(u"pk"_s, {u"name"_s}, true)}));
-        database.createTable(
-            table(u"entries"_s, {field(u"plan"_s, DataType::Text, 20), field(u"num"_s, DataType::Long)}));
+        database.execute(u"CREATE TABLE plans (name TEXT(20) NOT NULL CONSTRAINT pk PRIMARY KEY, model TEXT(20))"_s);
+        database.execute(u"CREATE TABLE entries (plan TEXT(20), num LONG)"_s);
         append(u"plans"_s, {{u"name"_s, text(u"P"_s)}, {u"model"_s, text(u"m"_s)}});
         append(u"plans"_s, {{u"name"_s, text(u"Q"_s)}});
         for (int num = 1; num <= 3; ++num)

@@ -6,7 +6,6 @@ using namespace Qt::StringLiterals;
 using namespace dao;
 using build::field;
 using build::index;
-using build::relation;
 using build::table;
 
 class ExecuteTest : public StoreTest
@@ -155,8 +154,9 @@ TEST_F(ExecuteTest, SeededStatisticsGuideThePlanner)
                                  u"EXPLAIN QUERY PLAN SELECT * FROM g WHERE a = 1 AND b = 2"_s);
         return explain.step() ? explain.text(3) : QString();
     };
-    database.createTable(table(u"g"_s, {field(u"a"_s, DataType::Long), field(u"b"_s, DataType::Long)},
-                               {index(u"a"_s, {u"a"_s}), index(u"b"_s, {u"b"_s})}));
+    database.execute(u"CREATE TABLE g (a LONG, b LONG)"_s);
+    database.execute(u"CREATE INDEX a ON g (a)"_s);
+    database.execute(u"CREATE INDEX b ON g (b)"_s);
     database.seedStatistics(u"g"_s, 1'000'000, {{u"a"_s, {500'000}}, {u"b"_s, {5}}});
     EXPECT_TRUE(plan().contains(u"g.b"_s)) << plan().toStdString();
     database.seedStatistics(u"g"_s, 1'000'000, {{u"a"_s, {5}}, {u"b"_s, {500'000}}});
@@ -181,8 +181,7 @@ TEST_F(ExecuteTest, ADefinitionIsCompiledAgainWhenTheSchemaChanges)
 
 TEST_F(ExecuteTest, UpdatesOverJoinsReachTheirTables)
 {
-    database.createTable(table(u"u"_s, {field(u"x"_s, DataType::Integer), field(u"label"_s, DataType::Text, 10)},
-                               {index(u"pk"_s, {u"x"_s}, true)}));
+    database.execute(u"CREATE TABLE u (x SHORT CONSTRAINT pk PRIMARY KEY, label TEXT(10))"_s);
     for (int x = 1; x <= 3; ++x)
         append(u"u"_s, {{u"x"_s, number(x)}, {u"label"_s, text(u"L%1"_s.arg(x))}});
     EXPECT_EQ(run(u"UPDATE t INNER JOIN u ON t.x = u.x SET t.name = u.label, u.label = 'done'"_s), 3);

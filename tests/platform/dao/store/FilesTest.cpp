@@ -15,7 +15,7 @@ class FilesTest : public StoreTest
 protected:
     FilesTest()
     {
-        database.createTable(table(u"t"_s, {field(u"x"_s, DataType::Long)}));
+        database.execute(u"CREATE TABLE t (x LONG)"_s);
         append(u"t"_s, {{u"x"_s, number(1)}});
         database.close();
     }
@@ -286,8 +286,8 @@ TEST_F(FilesTest, AFileThatTookThePlaceOfTheOpenOneIsNotTakenForIt)
 TEST_F(FilesTest, DamageIsFoundByLookingForIt)
 {
     database.open(path());
-    database.createTable(table(u"u"_s, {field(u"x"_s, DataType::Long), field(u"y"_s, DataType::Text, 50)},
-                               {build::index(u"by_x"_s, {u"x"_s})}));
+    database.execute(u"CREATE TABLE u (x LONG, y TEXT(50))"_s);
+    database.execute(u"CREATE INDEX by_x ON u (x)"_s);
     database.execute(u"CREATE TABLE v (n SHORT)"_s);
     workspace.beginTrans();
     for (int i = 0; i < 500; ++i)

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <QTemporaryDir>
+#include <support/Printers.h>
 
 /// A database in a temporary folder, and functions that fill and read it without the engine.
 class StoreTest : public ::testing::Test
@@ -79,10 +80,4 @@ int numberOf(Action &&action)
         return -1;
     }
     return 0;
-}
-
-// Readable failures for QString.
-inline void PrintTo(const QString &value, std::ostream *out)
-{
-    *out << value.toStdString();
 }

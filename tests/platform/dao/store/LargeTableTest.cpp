@@ -3,9 +3,7 @@
 using namespace Qt::StringLiterals;
 using namespace dao;
 using build::field;
-using build::index;
 using build::relation;
-using build::table;
 
 /// Changes of a large table that fail half-way, inside a transaction with earlier changes.
 class LargeTableTest : public StoreTest
@@ -15,11 +13,9 @@ protected:
 
     LargeTableTest()
     {
-        database.createTable(table(u"big"_s,
-                                   {field(u"id"_s, DataType::Long, 0, "A"), field(u"x"_s, DataType::Long),
-                                    field(u"name"_s, DataType::Text, 30), field(u"old"_s, DataType::Long)},
-                                   {index(u"pk"_s, {u"id"_s}, true), index(u"x"_s, {u"x"_s})}));
-        database.createTable(table(u"keys"_s, {field(u"k"_s, DataType::Long)}, {index(u"pk"_s, {u"k"_s}, true)}));
+        database.execute(u"CREATE TABLE big (id COUNTER CONSTRAINT pk PRIMARY KEY, x LONG, name TEXT(30), old LONG)"_s);
+        database.execute(u"CREATE INDEX x ON big (x)"_s);
+        database.execute(u"CREATE TABLE keys (k LONG CONSTRAINT pk PRIMARY KEY)"_s);
         raw(u"INSERT INTO big (x, name) WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
             "SELECT i, 'row ' || i FROM n"_s.arg(rowCount));
         raw(u"INSERT INTO keys (k) SELECT x FROM big"_s);

@@ -8,9 +8,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace dao;
-using build::field;
-using build::index;
-using build::table;
 
 // Several processes use one file.
 
@@ -117,10 +114,7 @@ class ProcessesTest : public StoreTest
 protected:
     ProcessesTest()
     {
-        database.createTable(table(
-            u"t"_s,
-            {field(u"id"_s, DataType::Long, 0, "A"), field(u"x"_s, DataType::Long), field(u"m"_s, DataType::Memo)},
-            {index(u"pk"_s, {u"id"_s}, true)}));
+        database.execute(u"CREATE TABLE t (id COUNTER CONSTRAINT pk PRIMARY KEY, x LONG, m MEMO)"_s);
         addRows(database, 3, 0);
         database.close();
     }
@@ -155,7 +149,7 @@ TEST_F(ProcessesTest, AReaderSeesWhatIsCommittedAndAWriterIsToldWhoIsInTheWay)
         same.open(path());
         own.beginTrans();
         addRows(same, 1, 1);
-        same.createTable(table(u"fresh"_s, {field(u"y"_s, DataType::Long)}));
+        same.execute(u"CREATE TABLE fresh (y LONG)"_s);
         line.say('w');
         line.hear();
         own.commitTrans();

@@ -9,7 +9,6 @@ using namespace Qt::StringLiterals;
 using namespace dao;
 using build::field;
 using build::index;
-using build::relation;
 using build::table;
 
 /// Tables with a new definition or from another database; copies of the file.
@@ -18,10 +17,8 @@ class RebuildTest : public StoreTest
 protected:
     RebuildTest()
     {
-        database.createTable(table(u"plans"_s,
-                                   {field(u"site"_s, DataType::Text, 50, "R"), field(u"num"_s, DataType::Integer),
-                                    field(u"note"_s, DataType::Text, 50)},
-                                   {index(u"plan_id"_s, {u"site"_s, u"num"_s}, true)}));
+        database.execute(
+            u"CREATE TABLE plans (site TEXT(50) NOT NULL, num SHORT, note TEXT(50), CONSTRAINT plan_id PRIMARY KEY (site, num))"_s);
         for (const int plan : {1, 2})
             append(u"plans"_s, {{u"site"_s, text(u"S"_s)}, {u"num"_s, number(plan)}, {u"note"_s, text(u"n"_s)}});
     }
@@ -67,8 +64,7 @@ TEST_F(RebuildTest, WhatCannotBeFilledChangesNothing)
 
 TEST_F(RebuildTest, RelationsStayAndWhatTheyNeed)
 {
-    database.createTable(
-        table(u"entries"_s, {field(u"site"_s, DataType::Text, 50), field(u"num"_s, DataType::Integer)}));
+    database.execute(u"CREATE TABLE entries (site TEXT(50), num SHORT)"_s);
     RelationInfo both{u"rel"_s, u"plans"_s, u"entries"_s, 0x1100, {{u"site"_s, u"site"_s}, {u"num"_s, u"num"_s}}};
     database.createRelation(both);
     append(u"entries"_s, {{u"site"_s, text(u"S"_s)}, {u"num"_s, number(1)}});

@@ -15,8 +15,7 @@ protected:
         database.createTable(
             table(u"plans"_s, {field(u"name"_s, DataType::Text, 50, "R"), field(u"desc"_s, DataType::Memo, 0, "Z")},
                   {index(u"primary_key"_s, {u"name"_s}, true)}));
-        database.createTable(
-            table(u"plan_entry"_s, {field(u"name"_s, DataType::Text, 50), field(u"entry_num"_s, DataType::Long)}));
+        database.execute(u"CREATE TABLE plan_entry (name TEXT(50), entry_num LONG)"_s);
     }
     void relate(int attributes)
     {
@@ -116,8 +115,7 @@ TEST_F(RelationsTest, RelatedTablesAndTheirKeysCannotGo)
 
 TEST_F(RelationsTest, ATableMayBeRelatedToItself)
 {
-    database.createTable(table(u"parts"_s, {field(u"id"_s, DataType::Long), field(u"parent"_s, DataType::Long)},
-                               {index(u"pk"_s, {u"id"_s}, true)}));
+    database.execute(u"CREATE TABLE parts (id LONG CONSTRAINT pk PRIMARY KEY, parent LONG)"_s);
     database.createRelation(
         relation(u"tree"_s, u"parts"_s, u"parts"_s, UpdateCascade | DeleteCascade, u"id"_s, u"parent"_s));
     for (int id = 1; id <= 4; ++id)

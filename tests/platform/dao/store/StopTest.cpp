@@ -7,7 +7,6 @@
 using namespace Qt::StringLiterals;
 using namespace dao;
 using build::field;
-using build::index;
 using build::relation;
 using build::table;
 
@@ -119,16 +118,12 @@ class StopTest : public StoreTest, public ::testing::WithParamInterface<bool>
 protected:
     StopTest()
     {
-        database.createTable(table(u"big"_s,
-                                   {field(u"id"_s, DataType::Long, 0, "A"), field(u"x"_s, DataType::Long),
-                                    field(u"name"_s, DataType::Text, 50), field(u"y"_s, DataType::Long)},
-                                   {index(u"pk"_s, {u"id"_s}, true)}));
-        database.createTable(table(u"small"_s, {field(u"y"_s, DataType::Long, 0, "A"), field(u"z"_s, DataType::Long)},
-                                   {index(u"pk"_s, {u"y"_s}, true)}));
-        database.createTable(table(u"keys"_s, {field(u"x"_s, DataType::Long)}, {index(u"pk"_s, {u"x"_s}, true)}));
-        database.createTable(table(u"parents"_s, {field(u"p"_s, DataType::Long)}, {index(u"pk"_s, {u"p"_s}, true)}));
-        database.createTable(table(u"children"_s, {field(u"p"_s, DataType::Long), field(u"n"_s, DataType::Long)},
-                                   {index(u"p"_s, {u"p"_s})}));
+        database.execute(u"CREATE TABLE big (id COUNTER CONSTRAINT pk PRIMARY KEY, x LONG, name TEXT(50), y LONG)"_s);
+        database.execute(u"CREATE TABLE small (y COUNTER CONSTRAINT pk PRIMARY KEY, z LONG)"_s);
+        database.execute(u"CREATE TABLE keys (x LONG CONSTRAINT pk PRIMARY KEY)"_s);
+        database.execute(u"CREATE TABLE parents (p LONG CONSTRAINT pk PRIMARY KEY)"_s);
+        database.execute(u"CREATE TABLE children (p LONG, n LONG)"_s);
+        database.execute(u"CREATE INDEX p ON children (p)"_s);
         database.createRelation(relation(u"c"_s, u"parents"_s, u"children"_s, DeleteCascade, u"p"_s, u"p"_s));
         database.createQuery({u"crossed"_s, u"TRANSFORM Count(*) SELECT a.name FROM big AS a, big AS b "
                                             "WHERE a.x * b.x = -1 GROUP BY a.name PIVOT a.x Mod 10"_s});
@@ -295,7 +290,7 @@ TEST_F(StoreTest, ReadingAFileCanBeStopped)
     public:
         bool cancelled() override { return true; }
     } stop;
-    database.createTable(table(u"t"_s, {field(u"m"_s, DataType::Memo)}));
+    database.execute(u"CREATE TABLE t (m MEMO)"_s);
     raw(u"INSERT INTO t WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 8) "
         "SELECT hex(randomblob(300000)) FROM n"_s);
     database.setProgress(&stop);

@@ -101,7 +101,7 @@ TEST_F(TransactionsTest, AllDatabasesOfAWorkspaceTakePart)
     Database second(workspace);
     workspace.beginTrans();
     second.create(path(u"second.mdb"_s), {});
-    second.createTable(table(u"u"_s, {field(u"y"_s, DataType::Long)}));
+    second.execute(u"CREATE TABLE u (y LONG)"_s);
     add(1);
     workspace.rollback();
     EXPECT_EQ(stored(), QString());
@@ -118,7 +118,7 @@ TEST_F(TransactionsTest, NothingIsLockedWhileNothingIsWritten)
 
 TEST_F(TransactionsTest, ADiskThatIsFullLosesNothingThatWasCommitted)
 {
-    database.createTable(table(u"big"_s, {field(u"m"_s, DataType::Memo)}));
+    database.execute(u"CREATE TABLE big (m MEMO)"_s);
     add(1);
     // Simulates a full disk for the file of this connection.
     Transaction transaction(workspace);
@@ -139,7 +139,7 @@ TEST_F(TransactionsTest, ADiskThatIsFullLosesNothingThatWasCommitted)
 
 TEST_F(TransactionsTest, ADefinitionThatFailsHalfwayLeavesTheTableAndItsRows)
 {
-    database.createTable(table(u"big"_s, {field(u"m"_s, DataType::Memo), field(u"old"_s, DataType::Long)}));
+    database.execute(u"CREATE TABLE big (m MEMO, old LONG)"_s);
     workspace.beginTrans();
     for (int i = 0; i < 50; ++i)
         append(u"big"_s, {{u"m"_s, text(QString(20000, u'x'))}});
