@@ -207,6 +207,7 @@ void ReportEditor::showCalFields()
         }
         const QSignalBlocker blocker(field.edit);
         field.edit->setText(isMixed ? QString() : common.value_or(QString()));
+        field.edit->setCursorPosition(0); // a narrow field shows the beginning of its text
         field.edit->setPlaceholderText(isMixed ? u"(several)"_s : QString());
         field.edit->setEnabled(common.has_value());
     }
