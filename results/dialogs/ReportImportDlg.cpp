@@ -93,7 +93,7 @@ void ReportImportDlg::makeButtons()
     auto *row = new QHBoxLayout;
     addButton(*row, u"&UPLOAD"_s, u"uploadButton"_s, u"Store the entries of the current file in the database"_s,
               [this] { uploadCurrent(); });
-    addButton(*row, u"UPLOAD A&LL"_s, u"uploadAllButton"_s,
+    addButton(*row, u"UPLOA&D ALL"_s, u"uploadAllButton"_s,
               u"Store the files that are not done, from the first to the last"_s, [this] { uploadAll(); });
     row->addStretch(1);
     body().addLayout(row);
