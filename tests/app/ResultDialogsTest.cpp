@@ -121,7 +121,14 @@ TEST_F(ResultDialogsTest, FilesAreEditedAndUploadedOneByOneAndAllTogether)
     files->setCurrentSourceRow(0);
     EXPECT_EQ(dialog.editor().problemCount(), 0) << "what was edited stays with its file";
 
-    press(dialog, u"uploadButton"_s);
+    auto *serial = dialog.findChild<QLineEdit *>(u"cal_probe_sn"_s);
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    serial->setFocus();
+    serial->selectAll();
+    QTest::keyClicks(serial, u"SN8"_s);
+    press(dialog, u"uploadButton"_s); // as by its mnemonic, which does not move the focus
+    EXPECT_EQ(dialog.editor().report()[1].probe.serialNumber, u"SN8");
     EXPECT_EQ(said.lastStatus(), u"Successfully uploaded 40 entries.");
     EXPECT_EQ(dialog.fileList().statusText(0), u"DONE");
     sql(u"UPDATE report SET cal_num = 9 WHERE recd_num = (SELECT MAX(recd_num) FROM report)"_s);

@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
+#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <tarnwick/Failures.h>
@@ -19,6 +20,18 @@ namespace tarnwick {
 
 /// Milliseconds between a change and its copy, so that changes in a row are written once.
 static constexpr int kDraftDelay = 300;
+
+/// Stores a text that is being typed. A mnemonic or a key runs a command without moving the focus, so that the field or
+/// cell would otherwise keep its text to itself.
+static void commitTyping(QWidget *field)
+{
+    if (!field)
+        return;
+    const QPointer<QWidget> still(field);
+    field->clearFocus();
+    if (still && still->isVisible()) // the editor of a cell has closed
+        still->setFocus();
+}
 
 JDialog::JDialog(UserPrompts &prompts, const CommandTable *table, const QString &name, QWidget *parent)
     : QDialog(parent)
@@ -57,7 +70,10 @@ QPushButton *JDialog::addButton(QBoxLayout &layout, const QString &text, const Q
     button->setObjectName(name);
     button->setToolTip(tip);
     button->setAutoDefault(false);
-    connect(button, &QPushButton::clicked, this, [this, pressed] { run(pressed); });
+    connect(button, &QPushButton::clicked, this, [this, pressed] {
+        commitTyping(focusWidget());
+        run(pressed);
+    });
     layout.addWidget(button);
     return button;
 }
@@ -125,6 +141,8 @@ void JDialog::reject()
 void JDialog::close(bool isAccepted)
 {
     bool isClosing = false;
+    if (isAccepted)
+        commitTyping(focusWidget());
     if (!run([&] { isClosing = isAccepted ? store() : discard(); }) || !isClosing)
         return;
     m_draftDelay.stop();
