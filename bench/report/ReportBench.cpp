@@ -63,12 +63,12 @@ Report sample(int entries)
 class Editor
 {
 public:
-    Editor()
+    explicit Editor(bool isOnScreen = false)
         : check(component(), defects())
         , editor(prompts, &check, {.isImport = true})
     {
         editor.resize(1500, 900);
-        editor.setAttribute(Qt::WA_DontShowOnScreen);
+        editor.setAttribute(Qt::WA_DontShowOnScreen, !isOnScreen);
         editor.show();
     }
     tarnwick::RecordingPrompts prompts;
@@ -114,14 +114,15 @@ void sortEditor(benchmark::State &state)
 
 void editCell(benchmark::State &state)
 {
-    Editor shown;
+    Editor shown(true);
     shown.editor.setReport(sample(kEntries));
+    QApplication::processEvents();
     tarnwick::GridModel &grid = shown.editor.table().grid();
     int row = 0;
     for (auto _ : state) {
         row = (row + 7919) % kEntries;
         grid.setData(grid.index(row, ReportGrid::columnOf(u"volts")), QString::number(row % 50 + 1));
-        benchmark::DoNotOptimize(shown.editor.grab());
+        QApplication::processEvents(); // paints what changed
     }
 }
 

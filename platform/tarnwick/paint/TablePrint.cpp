@@ -18,9 +18,9 @@ namespace tarnwick {
 
 namespace {
 
-constexpr double kRowSpacing = 1.25;  ///< height of a row in font heights
-constexpr double kCellMargin = 0.04;  ///< in inches, on both sides of a cell's text
-constexpr double kLeastStretch = 0.6; ///< longer texts are condensed down to this factor, then cut
+constexpr double kRowSpacing = 1.25; ///< height of a row in font heights
+/// On both sides of a cell's text.
+constexpr double kCellMargin = 0.04 * TablePrint::kDpi;
 constexpr int kDefaultCharacters = 8;
 constexpr double kLineWidth = TablePrint::kDpi / 200.0;
 
@@ -29,6 +29,12 @@ QFont printFont(const PrintSection &section)
     QFont font(section.font);
     font.setPixelSize(std::max(1, section.size * TablePrint::kDpi / 72));
     font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+QFont boldFont(QFont font)
+{
+    font.setBold(true);
     return font;
 }
 
@@ -60,7 +66,8 @@ TablePrint::TablePrint(const GridSource &source, PrintRows rows, const JTablePri
     , m_layout(layout)
     , m_macros(macros)
     , m_paper(paper)
-    , m_font(printFont(layout.sections[JTablePrintArg::ReportBody]))
+    , m_cells(printFont(layout.sections[JTablePrintArg::ReportBody]))
+    , m_titles(boldFont(m_cells.font()))
 {
     for (int i = 0; i < source.columnCount(); ++i) {
         const GridColumn column = source.column(i);
@@ -82,7 +89,7 @@ void TablePrint::arrange()
     const PrintMargins &margins = m_layout.margins;
     m_area = QRectF(QPointF(0, 0), m_paper * kDpi)
                  .adjusted(margins.left * kDpi, margins.top * kDpi, -margins.right * kDpi, -margins.bottom * kDpi);
-    m_rowHeight = QFontMetricsF(m_font).height() * kRowSpacing;
+    m_rowHeight = m_cells.lineHeight() * kRowSpacing;
     arrangeColumns();
     const auto height = [this](JTablePrintArg::Section section) { return block(section, 0).height(); };
     const double everywhere = height(JTablePrintArg::PageHeader) + height(JTablePrintArg::PageFooter) +
@@ -102,13 +109,12 @@ void TablePrint::arrange()
 
 void TablePrint::arrangeColumns()
 {
-    const QFontMetricsF metrics(m_font);
-    const double digit = metrics.horizontalAdvance(u'0');
+    const double digit = m_cells.width(u"0"_s);
     for (Column &column : m_columns) {
         const double wanted = column.index < 0 ? column.width : m_source.column(column.index).width;
         const double characters = wanted > 0 ? wanted : kDefaultCharacters;
-        const double text = std::max(characters * digit, metrics.horizontalAdvance(column.title));
-        column.width = std::min(text + 2 * kCellMargin * kDpi, m_area.width());
+        const double text = std::max(characters * digit, m_titles.width(column.title));
+        column.width = std::min(text + 2 * kCellMargin, m_area.width());
     }
     m_bands.clear();
     const size_t first = m_hasEntry ? 1 : 0;
@@ -200,7 +206,7 @@ int TablePrint::paint(QPainter &painter, int page) const
     y += m_rowHeight;
     const auto [first, count] = rowsOn(rowPage);
     int cut = 0;
-    painter.setFont(m_font);
+    painter.setFont(m_cells.font());
     painter.setPen(fromColourRef(m_layout.sections[JTablePrintArg::ReportBody].colour));
     for (int i = 0; i < count; ++i, y += m_rowHeight)
         cut += paintRow(painter, band, first + i, y);
@@ -216,12 +222,10 @@ int TablePrint::paint(QPainter &painter, int page) const
 
 void TablePrint::paintTitles(QPainter &painter, const Band &band, double y) const
 {
-    QFont bold = m_font;
-    bold.setBold(true);
-    painter.setFont(bold);
+    painter.setFont(m_titles.font());
     painter.setPen(Qt::black);
     forEachColumn(band, [&](const Column &column, double x) {
-        paintCell(painter, QRectF(x, y, column.width, m_rowHeight), column.title, Qt::AlignHCenter);
+        m_titles.paint(painter, QRectF(x, y, column.width, m_rowHeight), column.title, Qt::AlignHCenter, kCellMargin);
     });
 }
 
@@ -230,40 +234,15 @@ int TablePrint::paintRow(QPainter &painter, const Band &band, int place, double 
     const int row = m_rows.row ? m_rows.row(place) : place;
     const QString line = m_source.lineText(row);
     if (!line.isEmpty())
-        return paintCell(painter, QRectF(m_area.left(), y, m_area.width(), m_rowHeight), line, Qt::AlignLeft);
+        return m_cells.paint(painter, QRectF(m_area.left(), y, m_area.width(), m_rowHeight), line, Qt::AlignLeft,
+                             kCellMargin);
     int cut = 0;
     forEachColumn(band, [&](const Column &column, double x) {
         const QString text =
             column.index < 0 ? format(m_entryFormat, place + 1).trimmed() : m_source.text(row, column.index);
-        cut += paintCell(painter, QRectF(x, y, column.width, m_rowHeight), text, column.align);
+        cut += m_cells.paint(painter, QRectF(x, y, column.width, m_rowHeight), text, column.align, kCellMargin);
     });
     return cut;
-}
-
-int TablePrint::paintCell(QPainter &painter, const QRectF &cell, const QString &text, Qt::Alignment align) const
-{
-    if (text.isEmpty())
-        return 0;
-    const QRectF room = cell.adjusted(kCellMargin * kDpi, 0, -kCellMargin * kDpi, 0);
-    const int flags = int(align | Qt::AlignVCenter) | Qt::TextSingleLine;
-    QString line = text;
-    line.replace(u'\n', u' ');
-    const QFontMetricsF metrics(painter.font());
-    const double wide = metrics.horizontalAdvance(line);
-    if (wide <= room.width()) {
-        painter.drawText(room, flags, line);
-        return 0;
-    }
-    const double stretch = std::max(room.width() / wide, kLeastStretch);
-    const bool isCut = wide * stretch > room.width() + 1;
-    if (isCut)
-        line = metrics.elidedText(line, Qt::ElideRight, room.width() / stretch);
-    painter.save();
-    painter.translate(room.left(), 0);
-    painter.scale(stretch, 1);
-    painter.drawText(QRectF(0, room.top(), room.width() / stretch, room.height()), flags, line);
-    painter.restore();
-    return isCut ? 1 : 0;
 }
 
 void TablePrint::paintLines(QPainter &painter, const Band &band, double top, int rows) const

@@ -1,4 +1,6 @@
 #pragma once
+#include "CellPainter.h"
+
 #include <tarnwick/base/Progress.h>
 #include <tarnwick/GridSource.h>
 #include <tarnwick/JMacro.h>
@@ -84,7 +86,6 @@ private:
     std::pair<int, int> rowsOn(int rowPage) const;
     void paintTitles(QPainter &painter, const Band &band, double y) const;
     int paintRow(QPainter &painter, const Band &band, int place, double y) const;
-    int paintCell(QPainter &painter, const QRectF &cell, const QString &text, Qt::Alignment align) const;
     void paintLines(QPainter &painter, const Band &band, double top, int rows) const;
     template <typename Each>
     void forEachColumn(const Band &band, Each each) const;
@@ -95,7 +96,8 @@ private:
     JMacro m_macros;
     QSizeF m_paper;
     QRectF m_area; ///< page area within the margins
-    QFont m_font;  ///< font of the rows
+    CellPainter m_cells;
+    CellPainter m_titles;
     double m_rowHeight = 0;
     std::vector<Column> m_columns;
     bool m_hasEntry = false;
