@@ -1,11 +1,13 @@
 #include "GridModel.h"
 
 #include <QDateTime>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -175,6 +177,37 @@ bool GridModel::removeRows(int row, int count, const QModelIndex &parent)
         beginRemoveRows({}, i, i);
         endShift(i, -1);
         endRemoveRows();
+    }
+    return true;
+}
+
+bool GridModel::removeSourceRows(QList<int> rows, Progress *progress)
+{
+    if (!m_source || rows.isEmpty())
+        return false;
+    // From the last to the first, so that the numbers of the remaining rows stay valid.
+    std::sort(rows.begin(), rows.end(), std::greater<>());
+    qsizetype deleted = 0;
+    beginResetModel();
+    std::vector<qint32> order = std::exchange(m_order, {});
+    const bool hadOrder = std::exchange(m_hasOrder, true);
+    const auto end = qScopeGuard([&] {
+        rows.resize(deleted);
+        std::reverse(rows.begin(), rows.end());
+        for (const qint32 row : hadOrder ? order : std::vector<qint32>()) {
+            const auto place = std::lower_bound(rows.begin(), rows.end(), row);
+            if (place == rows.end() || *place != row)
+                m_order.push_back(row - qint32(place - rows.begin()));
+        }
+        m_hasOrder = hadOrder;
+        m_rows = totalRows();
+        endResetModel();
+    });
+    ProgressLoop loop(progress, rows.size(), u"Deleting ..."_s);
+    for (; deleted < rows.size(); ++deleted) {
+        loop.tick(deleted);
+        if (!m_source->whyNotDeletable(rows[deleted]).isEmpty() || !m_source->deleteRow(rows[deleted]))
+            return false;
     }
     return true;
 }

@@ -75,6 +75,10 @@ public:
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     bool insertRows(int row, int count, const QModelIndex &parent = {}) override;
     bool removeRows(int row, int count, const QModelIndex &parent = {}) override;
+    /// Deletes many rows of the source in time proportional to the number of shown rows. Views show no rows meanwhile.
+    /// Stops at the first row that cannot be deleted and returns false. Throws Cancelled if the progress stops it. Rows
+    /// that were deleted until then stay deleted.
+    bool removeSourceRows(QList<int> rows, Progress *progress = nullptr);
     const GridColumn &column(int column) const { return m_columns[column]; }
 
 Q_SIGNALS:

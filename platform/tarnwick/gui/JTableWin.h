@@ -19,7 +19,8 @@ class GridHeader;
 ///
 /// Keys: arrows, Page Up and Down, Home and End (with Ctrl: first and last row), Shift extends the selection, F2 or
 /// typing edits, Space sets or clears a check mark, Ctrl+A, Ctrl+C (with Shift: with titles), Ctrl+F, F3, Ctrl+L
-/// filter, Insert and Ctrl+Del insert and delete rows.
+/// filter, Ctrl+Shift+O sorts by the current column (again: descending, then the stored order), Alt+Shift+Left and
+/// Right change its width, Insert and Ctrl+Del insert and delete rows.
 class JTableWin : public QAbstractItemView
 {
     Q_OBJECT
@@ -64,7 +65,7 @@ public:
     void fitColumn(int column);
 
     /// Actions for a context menu or a dialog's menu: "copy", "copyWithTitles", "find", "findNext", "filter",
-    /// "insertRow", "deleteRows", "fitColumns".
+    /// "sort", "sortFurther", "narrower", "wider", "fitColumns", "insertRow", "deleteRows".
     QAction *action(const QString &name) const;
 
     // QAbstractItemView
@@ -128,6 +129,7 @@ private:
     /// Runs work with a progress dialog and reports failures. After Cancel everything is as before.
     void runLong(const QString &title, const std::function<void(Progress &)> &work);
     void sortByColumn(int column, bool isFurther);
+    void widenColumn(int characters);
     void applyFilter();
     void showFilter(bool shown);
     void showFind();

@@ -49,7 +49,15 @@ void JTableWin::makeActions()
     QAction *filter = addTableAction(u"filter"_s, u"Fi&lter Row"_s, Keys{Qt::CTRL | Qt::Key_L},
                                      [this] { showFilter(m_filterRow->isHidden()); });
     filter->setCheckable(true);
-    addTableAction(u"fitColumns"_s, u"Fit Column &Widths"_s, {}, [this] {
+    addTableAction(u"sort"_s, u"&Sort by Column"_s, Keys{Qt::CTRL | Qt::SHIFT | Qt::Key_O},
+                   [this] { sortByColumn(currentIndex().column(), false); });
+    addTableAction(u"sortFurther"_s, u"Sort &Also by Column"_s, {},
+                   [this] { sortByColumn(currentIndex().column(), true); });
+    addTableAction(u"narrower"_s, u"Na&rrower Column"_s, Keys{Qt::ALT | Qt::SHIFT | Qt::Key_Left},
+                   [this] { widenColumn(-1); });
+    addTableAction(u"wider"_s, u"&Wider Column"_s, Keys{Qt::ALT | Qt::SHIFT | Qt::Key_Right},
+                   [this] { widenColumn(1); });
+    addTableAction(u"fitColumns"_s, u"Fit Col&umn Widths"_s, {}, [this] {
         for (int i = 0; i < m_layout.count(); ++i)
             fitColumn(i);
     });
@@ -73,6 +81,8 @@ void JTableWin::refreshActions()
     offer(u"insertRow"_s, source ? source->whyNotInsertable() : u"There is no table."_s);
     const int row = currentSourceRow();
     offer(u"deleteRows"_s, row >= 0 ? source->whyNotDeletable(row) : u"No row is current."_s);
+    for (const char16_t *name : {u"sort", u"sortFurther", u"narrower", u"wider"})
+        offer(QString::fromUtf16(name), currentIndex().isValid() ? QString() : u"No cell is current."_s);
     action(u"filter"_s)->setChecked(!m_filterRow->isHidden());
 }
 
@@ -216,8 +226,9 @@ void JTableWin::contextMenuEvent(QContextMenuEvent *event)
     QMenu menu(this);
     menu.setToolTipsVisible(true);
     refreshActions();
-    for (const char16_t *name : {u"copy", u"copyWithTitles", u"", u"find", u"findNext", u"filter", u"fitColumns", u"",
-                                 u"insertRow", u"deleteRows"}) {
+    for (const char16_t *name :
+         {u"copy", u"copyWithTitles", u"", u"find", u"findNext", u"filter", u"", u"sort", u"sortFurther", u"narrower",
+          u"wider", u"fitColumns", u"", u"insertRow", u"deleteRows"}) {
         if (*name)
             menu.addAction(action(QString::fromUtf16(name)));
         else
@@ -266,6 +277,18 @@ void JTableWin::sortByColumn(int column, bool isFurther)
     else
         keys.append({column, *order});
     runLong(u"Sort"_s, [&](Progress &progress) { keepCurrent([&] { m_grid.sortBy(keys, &progress); }); });
+}
+
+void JTableWin::widenColumn(int characters)
+{
+    const int column = currentIndex().column();
+    QList<int> widths = m_layout.widths();
+    if (column < 0 || column >= widths.size())
+        return;
+    const int step = fontMetrics().horizontalAdvance(u'0');
+    widths[column] = std::max(2 * step, widths[column] + characters * step);
+    setColumnWidths(widths);
+    scrollTo(currentIndex());
 }
 
 void JTableWin::applyFilter()
@@ -343,28 +366,22 @@ void JTableWin::insertRow()
 
 void JTableWin::deleteRows()
 {
-    std::vector<std::pair<int, int>> spans;
-    for (const QItemSelectionRange &range : selectionModel()->selection())
-        spans.emplace_back(range.top(), range.bottom());
-    if (spans.empty() && currentIndex().isValid())
-        spans.emplace_back(currentIndex().row(), currentIndex().row());
-    std::sort(spans.begin(), spans.end(), std::greater<>());
+    GridSource *source = m_grid.source();
+    QList<int> rows = selectedSourceRows();
+    if (rows.isEmpty() && currentSourceRow() >= 0)
+        rows = {currentSourceRow()};
+    if (!source || rows.isEmpty())
+        return;
     const int column = std::max(0, currentIndex().column());
-    const int next = spans.empty() ? 0 : spans.back().first;
-    const auto deleteAll = [&] {
-        // Deletes from the last row to the first, so that the numbers of remaining rows stay valid. A row may be in
-        // several ranges.
-        int above = m_grid.rowCount();
-        for (const auto &[top, bottom] : spans) {
-            for (int row = std::min(bottom, above - 1); row >= top; --row) {
-                if (!m_grid.removeRows(row, 1))
-                    return;
-            }
-            above = std::min(above, top);
-        }
-    };
-    if (m_grid.source())
-        guarded(m_prompts, [&] { m_grid.source()->asOneChange(deleteAll); });
+    const int next = m_grid.shownRow(rows.first());
+    runLong(u"Delete Rows"_s, [&](Progress &progress) {
+        source->asOneChange([&] {
+            if (rows.size() == 1)
+                m_grid.removeRows(next, 1);
+            else
+                m_grid.removeSourceRows(rows, &progress);
+        });
+    });
     if (m_grid.rowCount() > 0)
         setCurrentIndex(m_grid.index(std::min(next, m_grid.rowCount() - 1), column));
     viewport()->update();

@@ -187,6 +187,10 @@ TEST_F(GridTest, ModelKeepsItsContractThroughEveryChange)
     rows.cells.append({u"late"_s, u"1"_s, u""_s});
     model().noteAppended();
     EXPECT_EQ(model().rowCount(), 5);
+    model().sortBy({{0, Qt::DescendingOrder}});
+    EXPECT_TRUE(model().removeSourceRows({4, 0}));
+    EXPECT_EQ(shown(model()), (QStringList{u"new"_s, u"fig"_s, u"Apple"_s}));
+    EXPECT_FALSE(model().removeSourceRows({0, 1, 2})) << "stops at the first row that is refused";
     CancelAtOnce cancel;
     Computed many(100'000);
     GridModel big;
@@ -224,6 +228,12 @@ TEST_F(GridTest, KeysMoveEditMarkInsertAndDelete)
     key(Qt::Key_Home);
     key(Qt::Key_Return);
     EXPECT_EQ(activated, 1);
+    const int before = table.columnWidths()[0];
+    table.action(u"wider"_s)->trigger();
+    EXPECT_GT(table.columnWidths()[0], before);
+    table.action(u"sort"_s)->trigger();
+    EXPECT_EQ(model().sortKeys(), (QList<GridModel::SortKey>{{0, Qt::AscendingOrder}}));
+    EXPECT_EQ(table.currentSourceRow(), 1) << "the current row stays";
     table.selectAll();
     table.action(u"deleteRows"_s)->trigger();
     EXPECT_EQ(rows.cells.size(), 3) << "from the last row up to the first that is refused";
