@@ -1,6 +1,8 @@
 #pragma once
 #include <tarnwick/CommandHandlers.h>
 
+#include <QList>
+
 class QWidget;
 
 namespace tarnwick {
@@ -11,7 +13,7 @@ namespace app {
 
 class ProjectSession;
 
-/// The commands of the inspection results: upload of reports.
+/// The commands of the inspection results: upload of reports, repairs.
 class ResultCommands
 {
 public:
@@ -27,6 +29,9 @@ public:
 
 private:
     void uploadReports();
+    void showRepairs();
+    /// Adds an entry with these tubes to the legend.
+    void showRepairsInMap(const QString &label, const QList<qint32> &tubes);
 
     ProjectSession &m_session;
     QWidget *m_parent;

@@ -65,7 +65,7 @@ constexpr CommandRow kRows[] = {
     {DeselectPeriph, u"Deselect Periph", u"Take the tubes on the edge of the bundle out of the selection",
      When::Project},
     {DeleteAllEntries, u"Delete All &Entries", u"Delete every entry of the legend", When::Entries},
-    {Repairs, u"Repairs ...", u"Show the repairs of the selected tubes", When::Later},
+    {Repairs, u"Repairs ...", u"Show the repairs of the selected tubes", When::Project},
     {OpenProject, u"Open Project ...", u"Open the project of a folder in place of this one"},
     {ClearRecentProjects, u"&Clear Recent Projects ...", u"Forget the projects that were opened", When::Project},
     {MapFullScreen, u"Map Full Screen\tEsc", u"Show the map alone on the whole screen, and go back", When::Project},

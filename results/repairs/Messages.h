@@ -26,6 +26,8 @@ inline constexpr Message kMoreTubesMissing{0, u"... and %D more tubes."};
 inline constexpr Message kLimitTo{0, u"Limit to %S."};
 inline constexpr Message kHeatLines{
     0, u"There are %D lines of heat numbers, but %D selected repairs. Nothing was changed."};
+inline constexpr Message kShownInMap{0, u"%D tubes with repairs are shown in the map."};
+inline constexpr Message kSelectedOfTubes{0, u"Selected %D repairs of the tubes that are selected on the map."};
 inline constexpr Message kHeatsSet{0, u"Set heat numbers of %D repairs."};
 inline constexpr Message kChangedByOther{
     0, u"Another program has changed repair \"%S\" of tube %S since it was fetched.\nOverwrite it?"};
@@ -36,6 +38,7 @@ inline constexpr Message kDeleteChangedByOther{
 inline constexpr Message kRepairCaption{0, u"Repair %S"};
 inline constexpr Message kRepairPage{0, u"%5D of %5D"};
 inline constexpr Message kRepairListTitle{0, u"Repair List"};
+inline constexpr Message kRepairPrintHeader{0, u"REPAIRS %t"};
 inline constexpr Message kRepairCounts{0, u"Total     %5d\nSelected  %5d\nScheduled %5d\nNew       %5d\nVisible   %5d"};
 
 } // namespace results::messages

@@ -100,6 +100,12 @@ void RepairList::sortLikeFetch()
     });
 }
 
+int RepairList::changeCount() const
+{
+    const auto isChange = [](const Item &item) { return item.bookmark.isEmpty() || item.isEdited(); };
+    return int(m_removed.size()) + int(std::count_if(m_items.begin(), m_items.end(), isChange));
+}
+
 int RepairList::complete(const QList<int> &places, const JDateTime &when)
 {
     int completed = 0;

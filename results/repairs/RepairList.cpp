@@ -3,6 +3,7 @@
 #include "Messages.h"
 
 #include <algorithm>
+#include <dao/ProgressScope.h>
 #include <QSet>
 #include <tarnwick/Failures.h>
 
@@ -40,8 +41,10 @@ bool RepairList::open()
 {
     if (!db::checkConnected(*m_session))
         return false;
-    return tarnwick::attempt(
+    const dao::ProgressScope stoppable(m_session->database(), m_progress);
+    const auto outcome = tarnwick::attemptCancellable(
         m_session->prompts(), [this] { read(); }, messages::kFetchRepairs);
+    return outcome == tarnwick::Outcome::Done;
 }
 
 void RepairList::read()

@@ -27,7 +27,10 @@ public:
     RepairList(const RepairList &) = delete;
     RepairList &operator=(const RepairList &) = delete;
 
-    /// Reads every repair. Returns false after reporting why that is not possible.
+    /// Replaces the progress; null for none.
+    void setProgress(tarnwick::Progress *progress) { m_progress = progress; }
+
+    /// Reads every repair. Returns false after reporting why that is not possible, or if it was cancelled.
     bool open();
     bool isReadOnly() const { return !m_session->isUpdatable(); }
 
@@ -63,6 +66,7 @@ public:
     /// Selects every repair that equals the one before it in tube, type and location, and says how many there are.
     /// Returns the place of the first, or -1. If the filter hides it, all entries are shown.
     int selectDuplicates();
+    /// All that are still to be done.
     void selectAllScheduled();
     /// Those that were scheduled on the same day as the repair at this place: the current row.
     void selectSameDate(int place);
@@ -88,6 +92,8 @@ public:
     /// between them. One line goes for all. An empty cell changes nothing.
     bool pasteHeats(const QString &text);
     bool isChanged() const { return m_changed; }
+    /// Number of repairs that are added, changed or deleted when the list is closed with OK.
+    int changeCount() const;
 
     /// The tubes of the repairs at these places, each once, for the map. Tubes that do not exist are told.
     QList<qint32> tubesOf(const QList<int> &places) const;
@@ -101,6 +107,7 @@ public:
     bool closeWithCancel();
 
     static QStringList columnTitles(const ellery::SteamGen &steamGen);
+    /// The texts of a visible row, as the columns.
     QStringList cells(int row) const;
 
 private:

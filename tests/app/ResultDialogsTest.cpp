@@ -1,15 +1,11 @@
-#include "WindowFixture.h"
-
-#include <app/DBaseApp.h>
+#include "DialogFixture.h"
 
 #include <brannock/gui/ReportEditor.h>
-#include <dao/Recordset.h>
 #include <results/dialogs/CalListDlg.h>
 #include <results/dialogs/ReportImportDlg.h>
 #include <tarnwick/gui/JTableWin.h>
 
 #include <QLineEdit>
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 using tarnwick::Answer;
@@ -18,26 +14,16 @@ namespace app {
 
 namespace {
 
-/// The upload dialog and the cal list over a project's database, and pictures of them (see DialogPictures.cpp).
-class ResultDialogsTest : public WindowFixture
+/// The upload dialog and the cal list over a project's database, and pictures of them (see DialogFixture).
+class ResultDialogsTest : public DialogFixture
 {
 protected:
     void SetUp() override
     {
-        if (qEnvironmentVariableIsSet("ARVO_DARK"))
-            useDarkPalette();
-        ASSERT_TRUE(window.openProject(projectFolder()));
-        session().connectDatabase(session().project().databasePath());
+        DialogFixture::SetUp();
         sql(u"DELETE FROM report"_s);
     }
-    ProjectSession &session() { return window.projectSession(); }
-    void sql(const QString &statement) { session().database().database().execute(statement); }
-    qint64 rowCount()
-    {
-        dao::Recordset count(session().database().database());
-        count.open(dao::Recordset::Type::Snapshot, u"SELECT COUNT(*) FROM report"_s);
-        return count.value(0).integer();
-    }
+    qint64 rowCount() { return number(u"SELECT COUNT(*) FROM report"_s); }
 
     static constexpr int kFaultyCal = 7;
     /// A report file of results for existing tubes, with a header line; its path. In the faulty cal one entry lacks its
@@ -77,20 +63,6 @@ protected:
     {
         return {session().database(), session().project(), dialogs, [this] { return session().printMacros(); },
                 &window};
-    }
-    void picture(QWidget &dialog, const QString &name)
-    {
-        dialog.show();
-        settle();
-        const QString folder = qEnvironmentVariable("ARVO_PICTURES");
-        if (!folder.isEmpty()) {
-            EXPECT_TRUE(dialog.grab().save(folder + u'/' + name + u".png"_s));
-        }
-    }
-    static void press(QDialog &dialog, const QString &button)
-    {
-        dialog.findChild<QPushButton *>(button)->click();
-        settle();
     }
 
 private:

@@ -1,0 +1,74 @@
+#pragma once
+#include "WindowFixture.h"
+
+#include <app/DBaseApp.h>
+#include <dao/Recordset.h>
+#include <QDialog>
+#include <QPushButton>
+#include <QTimer>
+
+namespace app {
+
+/// A dialog over a project's database. ARVO_PICTURES names a folder for pictures of the dialogs; ARVO_DARK asks for the
+/// dark palette.
+class DialogFixture : public WindowFixture
+{
+protected:
+    void SetUp() override
+    {
+        if (qEnvironmentVariableIsSet("ARVO_DARK"))
+            useDarkPalette();
+        ASSERT_TRUE(window.openProject(projectFolder()));
+        session().connectDatabase(session().project().databasePath());
+    }
+    ProjectSession &session() { return window.projectSession(); }
+    void sql(const QString &statement) { session().database().database().execute(statement); }
+    /// The first value of a query's first row.
+    qint64 number(const QString &query)
+    {
+        dao::Recordset rows(session().database().database());
+        rows.open(dao::Recordset::Type::Snapshot, query);
+        return rows.value(0).integer();
+    }
+    static void picture(QWidget &dialog, const QString &name)
+    {
+        dialog.show();
+        settle();
+        const QString folder = qEnvironmentVariable("ARVO_PICTURES");
+        if (!folder.isEmpty()) {
+            EXPECT_TRUE(dialog.grab().save(folder + u'/' + name + QStringLiteral(".png")));
+        }
+    }
+    static void press(QDialog &dialog, const QString &button)
+    {
+        dialog.findChild<QPushButton *>(button)->click();
+        settle();
+    }
+    /// Runs a command of the dialog's menus, given by its text without mnemonic and key.
+    static void choose(QDialog &dialog, const QString &text)
+    {
+        for (QAction *action : dialog.findChildren<QAction *>()) {
+            if (action->text().section(u'\t', 0, 0).remove(u'&') == text) {
+                EXPECT_TRUE(action->isEnabled()) << qPrintable(text) << ": " << qPrintable(action->toolTip());
+                action->trigger();
+                settle();
+                return;
+            }
+        }
+        FAIL() << "no command " << qPrintable(text);
+    }
+    /// Calls work with the modal dialog that opens next.
+    template <typename Dialog>
+    void inNext(const std::function<void(Dialog &)> &work)
+    {
+        QTimer::singleShot(0, &window, [work] {
+            auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            work(*dialog);
+            if (dialog->isVisible())
+                dialog->done(QDialog::Rejected); // the test has failed, but must end
+        });
+    }
+};
+
+} // namespace app
