@@ -40,6 +40,7 @@ inline constexpr Message kAskOverwriteQuery{
     0, u"Query \"%S\" already exists in the database.\nDo you wish to overwrite it?"};
 inline constexpr Message kFormatsRefused{0,
                                          u"Some display formats were refused; these fields have their defaults.\n\n%S"};
+inline constexpr Message kTextNotStored{0, u"\"%S\" was not stored in column %S."};
 inline constexpr Message kStoringHistory{0, u"Could not store the query history.\n\n%S"};
 
 } // namespace query::messages

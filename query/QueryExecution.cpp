@@ -11,12 +11,13 @@ namespace query {
 namespace {
 
 Execution runAction(db::DatabaseSession &session, QueryContext &context, const QString &name, dao::QueryDef &query,
-                    tarnwick::Progress *progress)
+                    QueryResult &result, tarnwick::Progress *progress)
 {
     if (!ParameterResolver(context, session.prompts()).resolve(name, query))
         return {Execution::Outcome::Cancelled};
     QElapsedTimer timer;
     timer.start();
+    const QueryResult::ReadPause pause(result);
     const dao::ProgressScope stoppable(session.database(), progress);
     Execution done{Execution::Outcome::Changed};
     done.affected = query.execute();
@@ -36,7 +37,7 @@ Execution executeStatement(db::DatabaseSession &session, QueryContext &context, 
     const auto run = [&] {
         dao::QueryDef query(session.database(), sql);
         if (!query.returnsRows())
-            execution = runAction(session, context, name, query, progress);
+            execution = runAction(session, context, name, query, result, progress);
         else if (result.run(name, query, progress))
             execution = {Execution::Outcome::Rows, 0, result.elapsed()};
         else

@@ -16,6 +16,9 @@ namespace query {
 
 using namespace Qt::StringLiterals;
 
+/// The engine's number for a record that another program has changed during an edit.
+static constexpr int kDataChanged = 3197;
+
 QueryResult::QueryResult(db::DatabaseSession &session, QueryContext &context)
     : m_session(&session)
     , m_context(&context)
@@ -36,29 +39,31 @@ bool QueryResult::run(const QString &name, const QString &sql, tarnwick::Progres
     m_elapsed = -1;
     if (!db::checkConnected(*m_session))
         return false;
-    clear();
+    auto clearing = qScopeGuard([this] { clear(); });
     dao::QueryDef query(m_session->database(), sql);
+    clearing.dismiss();
     return run(name, query, progress);
 }
 
 bool QueryResult::run(const QString &name, dao::QueryDef &query, tarnwick::Progress *progress)
 {
     m_elapsed = -1;
-    m_name = name;
-    if (!db::checkConnected(*m_session))
-        return false;
-    clear();
-    if (!ParameterResolver(*m_context, m_session->prompts()).resolve(name, query))
+    auto clearing = qScopeGuard([this] { clear(); });
+    if (!db::checkConnected(*m_session) || !ParameterResolver(*m_context, m_session->prompts()).resolve(name, query))
         return false;
 
     QElapsedTimer timer;
     timer.start();
-    auto clearing = qScopeGuard([this] { clear(); });
-    {
+    try {
+        const ReadPause pause(*this);
         const dao::ProgressScope cancellable(m_session->database(), progress);
         build(query);
+    } catch (const tarnwick::Cancelled &) {
+        clearing.dismiss(); // whoever stops a query goes on with the rows from before
+        throw;
     }
     clearing.dismiss();
+    m_name = name;
     constexpr double kNanoseconds = 1e9;
     m_elapsed = double(timer.nsecsElapsed()) / kNanoseconds;
     return true;
@@ -69,10 +74,15 @@ void QueryResult::build(dao::QueryDef &query)
     auto recordset = std::make_unique<dao::Recordset>(m_session->database());
     recordset->open(dao::Recordset::Type::Dynaset, query);
     // Columns of the opened record set: those of a crosstab depend on its data at that moment.
+    QList<db::ColumnFormat> columns;
     for (int i = 0; i < recordset->fieldCount(); ++i)
-        m_columns.append(m_context->formats.formatOf(recordset->field(i)));
-    m_recordset = std::move(recordset);
-    m_rows = std::make_unique<RowMap>(m_recordset->recordCount());
+        columns.append(m_context->formats.formatOf(recordset->field(i)));
+    auto rows = std::make_unique<RowMap>(recordset->recordCount());
+    m_columns.swap(columns);
+    m_rows.swap(rows);
+    m_recordset.swap(recordset);
+    m_place = -1;
+    close(std::move(recordset));
 }
 
 void QueryResult::clear()
@@ -80,7 +90,11 @@ void QueryResult::clear()
     m_rows = std::make_unique<RowMap>(0);
     m_place = -1;
     m_columns.clear();
-    const std::unique_ptr<dao::Recordset> recordset = std::move(m_recordset);
+    close(std::move(m_recordset));
+}
+
+void QueryResult::close(std::unique_ptr<dao::Recordset> recordset)
+{
     if (!recordset || !m_session->isOpen())
         return;
     tarnwick::attempt(
@@ -116,6 +130,8 @@ void QueryResult::moveTo(qint64 place) const
 
 dao::Value QueryResult::value(qint64 row, int column) const
 {
+    if (isPaused())
+        return dao::Value::null();
     const qint64 id = m_rows->id(row);
     if (RowMap::isInserted(id))
         return std::as_const(*m_rows).values(row).value(column, dao::Value::null());
@@ -158,14 +174,38 @@ dao::sql::NotUpdatable QueryResult::whyNotUpdatable() const
     return m_recordset ? m_recordset->whyNotUpdatable() : dao::sql::NotUpdatable::NoTable;
 }
 
-bool QueryResult::setCell(qint64 row, int column, const QString &text)
+bool QueryResult::setCell(qint64 row, int column, const QString &text, const QList<dao::Value> &seen)
 {
     bool isChanged = false;
+    Change change(m_listener);
+    if (!change.isAllowed())
+        return false;
     const auto edit = [&] {
         const qint64 id = m_rows->id(row);
-        isChanged = RowMap::isInserted(id) ? editInserted(row, column, text) : editRecord(id, column, text);
+        isChanged = RowMap::isInserted(id) ? editInserted(row, column, text) : editRecord(id, column, text, seen);
     };
-    return tarnwick::attempt(m_session->prompts(), edit, messages::kConvertText) && isChanged;
+    if (!tarnwick::attempt(m_session->prompts(), edit, messages::kConvertText) || !isChanged)
+        return false;
+    if (!isUnfinished(row))
+        change.done(u"%1 edited"_s.arg(m_columns[column].name), 1);
+    return true;
+}
+
+QList<dao::Value> QueryResult::rowValues(qint64 row) const
+{
+    const qint64 id = m_rows->id(row);
+    if (RowMap::isInserted(id))
+        return {};
+    moveTo(id);
+    return valuesInRecord();
+}
+
+QList<dao::Value> QueryResult::valuesInRecord() const
+{
+    QList<dao::Value> values;
+    for (int i = 0; i < columnCount(); ++i)
+        values.append(source(i).source < 0 ? dao::Value() : m_recordset->value(i));
+    return values;
 }
 
 bool QueryResult::convert(int column, const QString &text, dao::Value &value) const
@@ -179,11 +219,16 @@ bool QueryResult::convert(int column, const QString &text, dao::Value &value) co
 }
 
 // If the text cannot be converted, the field is not set, but the record is still updated.
-bool QueryResult::editRecord(qint64 place, int column, const QString &text)
+bool QueryResult::editRecord(qint64 place, int column, const QString &text, const QList<dao::Value> &seen)
 {
     dao::Value value;
     const bool converted = convert(column, text, value);
+    m_place = -1; // so that the record is read again
     moveTo(place);
+    if (!seen.isEmpty() && valuesInRecord() != seen)
+        throw dao::DaoException(kDataChanged, u"DAO.Recordset"_s,
+                                u"The record was changed by another user or program after you began to edit it. It is "
+                                u"shown as it is now; your text was not stored."_s);
     m_recordset->edit();
     store([&] {
         if (converted)
@@ -199,7 +244,7 @@ bool QueryResult::editInserted(qint64 row, int column, const QString &text)
         return false;
     RowMap::Values &values = m_rows->values(row);
     values.insert(column, value);
-    if (!hasRequiredValues(values))
+    if (!lackingFields(values).isEmpty())
         return true;
     m_recordset->addNew();
     store([&] {
@@ -223,24 +268,43 @@ void QueryResult::store(const std::function<void()> &setValues)
     }
 }
 
-bool QueryResult::hasRequiredValues(const QHash<int, dao::Value> &values) const
+QStringList QueryResult::lackingFields(const QHash<int, dao::Value> &values) const
 {
+    QStringList names;
     for (int i = 0; i < columnCount(); ++i) {
         const dao::FieldInfo &field = m_recordset->field(i);
         const bool filledByTable = !field.required || field.isAutoIncrement() || !field.defaultValue.isEmpty();
         if (!filledByTable && values.value(i).hasNoValue())
-            return false;
+            names.append(m_columns[i].title);
     }
-    return true;
+    return names;
 }
 
-void QueryResult::deleteRow(qint64 row)
+QStringList QueryResult::lackingFields(qint64 row) const
+{
+    return m_recordset ? lackingFields(std::as_const(*m_rows).values(row)) : QStringList();
+}
+
+bool QueryResult::isUnfinished(qint64 row) const
+{
+    return RowMap::isInserted(m_rows->id(row));
+}
+
+int QueryResult::unfinishedRows() const
+{
+    return m_rows->insertedWithValues();
+}
+
+bool QueryResult::deleteRow(qint64 row)
 {
     const qint64 id = m_rows->id(row);
     if (RowMap::isInserted(id)) {
         m_rows->remove(row);
-        return;
+        return true;
     }
+    Change change(m_listener);
+    if (!change.isAllowed())
+        return false;
     const auto remove = [&] {
         auto removing = qScopeGuard([&] { m_rows->remove(row); }); // from the list, even if the record stays
         moveTo(id);
@@ -250,7 +314,10 @@ void QueryResult::deleteRow(qint64 row)
         m_rows->removeWithRecord(row);
         removing.dismiss();
     };
-    tarnwick::attempt(m_session->prompts(), remove, messages::kDeleteRecord);
+    if (!tarnwick::attempt(m_session->prompts(), remove, messages::kDeleteRecord))
+        return false;
+    change.done(u"row deleted"_s, 1);
+    return true;
 }
 
 void QueryResult::insertRow(qint64 position)

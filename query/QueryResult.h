@@ -1,4 +1,5 @@
 #pragma once
+#include "ChangeListener.h"
 #include "ParameterResolver.h"
 
 #include <dao/Recordset.h>
@@ -21,14 +22,34 @@ public:
     QueryResult(const QueryResult &) = delete;
     QueryResult &operator=(const QueryResult &) = delete;
 
-    /// Runs a select query. Returns false if no database is connected (reported) or the parameters were refused;
-    /// elapsed() is then -1. Throws the engine's exceptions (the result is then empty), and tarnwick::Cancelled if the
-    /// progress stops it.
+    /// Runs a select query. Returns false if no database is connected (reported) or the parameters were refused; the
+    /// result is then empty and elapsed() is -1. Throws the engine's exceptions (the result is then empty), and
+    /// tarnwick::Cancelled if the progress stops it (the rows from before are then still there).
     bool run(const QString &name, const QString &sql, tarnwick::Progress *progress = nullptr);
     /// Runs a query definition that is already prepared.
     bool run(const QString &name, dao::QueryDef &query, tarnwick::Progress *progress = nullptr);
     /// Clears rows and columns and closes the record set. A failure is reported (1076).
     void clear();
+
+    /// While it lives, cells of the result read as Null: a statement runs on the database, and its progress lets
+    /// windows repaint, but the engine is busy. run() uses it itself; everyone else who runs a statement while the
+    /// result is shown does too.
+    class ReadPause
+    {
+    public:
+        explicit ReadPause(QueryResult &result)
+            : m_result(result)
+        {
+            ++m_result.m_pauses;
+        }
+        ~ReadPause() { --m_result.m_pauses; }
+        ReadPause(const ReadPause &) = delete;
+        ReadPause &operator=(const ReadPause &) = delete;
+
+    private:
+        QueryResult &m_result;
+    };
+    bool isPaused() const { return m_pauses > 0; }
 
     const QString &name() const { return m_name; }
     /// Seconds of the last run; -1 if there was none.
@@ -52,6 +73,10 @@ public:
     RowColours colours(qint64 row) const;
     void setColours(qint64 row, const RowColours &colours);
 
+    /// Told about edited cells and deleted rows. Must outlive the result; null for none.
+    void setChangeListener(ChangeListener *listener) { m_listener = listener; }
+    ChangeListener *changeListener() const { return m_listener; }
+
     /// Whether the rows can be changed; if not, the reason.
     dao::sql::NotUpdatable whyNotUpdatable() const;
 
@@ -59,23 +84,36 @@ public:
     /// empty text becomes Null if the field does not allow zero-length text. In an inserted row the values are
     /// collected until all required fields have one; then the row is added. Failures are reported (1065); returns false
     /// if nothing was stored.
-    bool setCell(qint64 row, int column, const QString &text);
-    /// Deletes the record and removes the row. A failure is reported (1064); the row is removed anyway.
-    void deleteRow(qint64 row);
+    /// seen: rowValues() as the user saw them; if the record differs from them now, another program has changed it, and
+    /// the text is refused (3197). Empty: not compared.
+    bool setCell(qint64 row, int column, const QString &text, const QList<dao::Value> &seen = {});
+    /// The values of a row's fields that can be compared later. Throws the engine's exceptions.
+    QList<dao::Value> rowValues(qint64 row) const;
+    /// Deletes the record and removes the row. A failure is reported (1064) and false returned; the row is removed
+    /// anyway, unless the change listener refused.
+    bool deleteRow(qint64 row);
     /// Inserts an empty row without a record.
     void insertRow(qint64 position);
+    /// Whether the row was inserted and has no record yet.
+    bool isUnfinished(qint64 row) const;
+    /// Number of inserted rows with values that have no record yet.
+    int unfinishedRows() const;
+    /// Names of the required fields for which an inserted row has no value yet.
+    QStringList lackingFields(qint64 row) const;
 
 private:
     class RowMap;
 
     void build(dao::QueryDef &query);
+    void close(std::unique_ptr<dao::Recordset> recordset);
     void moveTo(qint64 place) const;
-    bool editRecord(qint64 place, int column, const QString &text);
+    bool editRecord(qint64 place, int column, const QString &text, const QList<dao::Value> &seen);
+    QList<dao::Value> valuesInRecord() const;
     bool editInserted(qint64 row, int column, const QString &text);
     /// Finishes an edit or addNew that was begun; cancels it if it fails.
     void store(const std::function<void()> &setValues);
     bool convert(int column, const QString &text, dao::Value &value) const;
-    bool hasRequiredValues(const QHash<int, dao::Value> &values) const;
+    QStringList lackingFields(const QHash<int, dao::Value> &values) const;
 
     db::DatabaseSession *m_session;
     QueryContext *m_context;
@@ -84,7 +122,9 @@ private:
     QList<db::ColumnFormat> m_columns;
     std::unique_ptr<dao::Recordset> m_recordset;
     std::unique_ptr<RowMap> m_rows;
+    ChangeListener *m_listener = nullptr;
     mutable qint64 m_place = -1; ///< position of the record set; -1 if unknown
+    int m_pauses = 0;
 };
 
 } // namespace query

@@ -17,16 +17,9 @@ public:
 
     int rowCount() const override { return int(m_result->rowCount()); }
     int columnCount() const override { return m_result->columnCount(); }
-    tarnwick::GridColumn column(int column) const override
-    {
-        const db::ColumnFormat &format = m_result->column(column);
-        tarnwick::GridColumn grid;
-        grid.title = format.title;
-        grid.width = format.width;
-        grid.align = tarnwick::ColumnAlign(format.alignment);
-        return grid;
-    }
+    tarnwick::GridColumn column(int column) const override;
     QString text(int row, int column) const override { return m_result->cellText(row, column); }
+    QVariant value(int row, int column) const override;
     QString tip(int row, int column) const override { return m_result->cellTip(row, column); }
 
 private:

@@ -73,6 +73,7 @@ public:
     /// Values typed so far into an inserted row.
     Values &values(qint64 row) { return m_values[id(row)]; }
     const Values values(qint64 row) const { return m_values.value(id(row)); }
+    int insertedWithValues() const { return int(m_values.size()); }
 
 private:
     void part()

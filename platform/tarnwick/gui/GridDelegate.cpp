@@ -62,6 +62,9 @@ void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, 
         // A cell shows one line; an ellipsis indicates further lines.
         const qsizetype end = shown.indexOf(u'\n');
         QString line = end < 0 ? shown : QString(shown.left(end) + u"…"_s);
+        // Measuring a text of many megabytes takes seconds; no more than a character a pixel can be seen.
+        if (line.size() > room.width())
+            line = line.left(qMax(room.width(), 1)) + u"…"_s;
         if (option.fontMetrics.horizontalAdvance(line) > room.width())
             line = option.fontMetrics.elidedText(line, Qt::ElideRight, room.width());
         painter->setPen(text);

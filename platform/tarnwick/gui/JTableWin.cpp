@@ -27,6 +27,8 @@ constexpr int kDefaultCharacters = 8;
 constexpr int kMaxCharacters = 60;
 /// Number of rows measured to fit a column: the visible ones and some more, never all of a million.
 constexpr int kFittedRows = 500;
+/// Characters of a cell that are measured, and shown in its tip.
+constexpr qsizetype kLongestMeasured = 2000;
 
 } // namespace
 
@@ -212,7 +214,7 @@ void JTableWin::fitColumn(int column)
     const int first = std::max(0, firstRow() - kFittedRows / 2);
     const int last = std::min(m_grid.rowCount(), first + kFittedRows);
     for (int row = first; row < last; ++row) {
-        const QString text = m_grid.index(row, column).data().toString();
+        const QString text = m_grid.index(row, column).data().toString().left(kLongestMeasured);
         width = std::max(width, metrics.horizontalAdvance(text) + 2 * GridDelegate::margin(metrics) + 2);
     }
     m_layout.setWidth(column, std::min(width, std::max(viewport()->width() - m_layout.entryWidth(), 1)));
@@ -460,7 +462,7 @@ bool JTableWin::viewportEvent(QEvent *event)
     if (event->type() == QEvent::ToolTip) {
         const auto *help = static_cast<QHelpEvent *>(event);
         const QModelIndex index = indexAt(help->pos());
-        const QString text = index.data().toString();
+        const QString text = index.data().toString().left(kLongestMeasured);
         const int room = visualRect(index).width() - 2 * GridDelegate::margin(fontMetrics());
         const bool isCut = fontMetrics().horizontalAdvance(text) > room || text.contains(u'\n');
         QString tip = index.data(Qt::ToolTipRole).toString();
