@@ -1,4 +1,5 @@
 #pragma once
+#include "DialogChecks.h"
 #include "WindowFixture.h"
 
 #include <app/DBaseApp.h>
@@ -34,6 +35,7 @@ protected:
     {
         dialog.show();
         settle();
+        checkDialog(dialog, name);
         const QString folder = qEnvironmentVariable("ARVO_PICTURES");
         if (!folder.isEmpty()) {
             EXPECT_TRUE(dialog.grab().save(folder + u'/' + name + QStringLiteral(".png")));

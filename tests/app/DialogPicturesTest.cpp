@@ -1,6 +1,7 @@
 // Pictures of the dialogs, to be looked at: written to the folder that ARVO_PICTURES names; ARVO_DARK asks for the dark
 // palette, QT_SCALE_FACTOR for another scale. The checks hold in every case: nothing may be cut off.
 #include "AppFixture.h"
+#include "DialogChecks.h"
 
 #include <app/CheckStyle.h>
 #include <app/DBaseApp.h>
@@ -79,19 +80,8 @@ protected:
     {
         widget.show();
         QCoreApplication::processEvents();
-        for (const auto *actions : widget.findChildren<tarnwick::CommandActions *>())
-            EXPECT_EQ(actions->faults(), QStringList()) << qPrintable(name);
-        for (const QWidget *part : widget.findChildren<QWidget *>()) {
-            const auto *button = qobject_cast<const QAbstractButton *>(part);
-            const auto *label = qobject_cast<const QLabel *>(part);
-            const bool hasText = (button && !button->text().isEmpty()) || (label && !label->text().isEmpty());
-            if (hasText && part->isVisible()) {
-                EXPECT_GE(part->width(), part->minimumSizeHint().width())
-                    << qPrintable(name) << ' ' << part->metaObject()->className() << ' '
-                    << qPrintable(part->objectName());
-                EXPECT_GE(part->height(), part->minimumSizeHint().height()) << qPrintable(part->objectName());
-            }
-        }
+        if (qobject_cast<QDialog *>(&widget))
+            checkDialog(widget, name);
         if (!m_pictures.isEmpty()) {
             EXPECT_TRUE(widget.grab().save(m_pictures + u'/' + name + u".png"_s));
         }

@@ -1,0 +1,90 @@
+#pragma once
+#include <tarnwick/gui/CommandActions.h>
+
+#include <gtest/gtest.h>
+#include <QAbstractButton>
+#include <QAbstractSpinBox>
+#include <QAccessible>
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSet>
+#include <QTest>
+
+namespace app {
+
+/// The parts of a window that the user can reach with Tab, in this order.
+inline QList<QWidget *> tabOrder(QWidget &window)
+{
+    QList<QWidget *> order;
+    QWidget *start = window.focusWidget();
+    while (window.focusWidget() && order.size() < 200) {
+        order.append(window.focusWidget());
+        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+        if (window.focusWidget() == start)
+            break;
+    }
+    return order;
+}
+
+/// The letters that Alt works with, of fields and buttons that are shown.
+inline QList<QChar> mnemonics(QWidget &window)
+{
+    QList<QChar> letters;
+    const auto add = [&letters](const QWidget &part, const QString &text) {
+        const qsizetype mark = text.indexOf(u'&');
+        if (part.isVisible() && mark >= 0 && mark + 1 < text.size() && text[mark + 1] != u'&')
+            letters.append(text[mark + 1].toLower());
+    };
+    for (const auto *label : window.findChildren<QLabel *>()) {
+        if (label->buddy())
+            add(*label, label->text());
+    }
+    for (const auto *button : window.findChildren<QAbstractButton *>())
+        add(*button, button->text());
+    return letters;
+}
+
+/// What holds for every dialog: no text is cut off, each command has its action, each field and button can be reached
+/// with Tab and has a name for screen readers, and no two share a mnemonic. The dialog must be visible.
+inline void checkDialog(QWidget &dialog, const QString &name)
+{
+    for (const auto *actions : dialog.findChildren<tarnwick::CommandActions *>())
+        EXPECT_EQ(actions->faults(), QStringList()) << qPrintable(name);
+    const QList<QWidget *> reached = tabOrder(dialog);
+    for (QWidget *part : dialog.findChildren<QWidget *>()) {
+        if (!part->isVisible() || part->window() != &dialog)
+            continue;
+        const std::string what =
+            qPrintable(name + u' ' + QString::fromLatin1(part->metaObject()->className()) + u' ' + part->objectName());
+        const auto *button = qobject_cast<const QAbstractButton *>(part);
+        const auto *label = qobject_cast<const QLabel *>(part);
+        const bool isWithin =
+            qobject_cast<QAbstractSpinBox *>(part->parent()) || qobject_cast<QComboBox *>(part->parent());
+        const bool isField = !isWithin && (button || qobject_cast<QComboBox *>(part) ||
+                                           qobject_cast<QLineEdit *>(part) || qobject_cast<QAbstractSpinBox *>(part));
+        if ((button && !button->text().isEmpty()) || (label && !label->text().isEmpty())) {
+            EXPECT_GE(part->width(), part->minimumSizeHint().width()) << what;
+            EXPECT_GE(part->height(), part->minimumSizeHint().height()) << what;
+        }
+        if (isField && part->isEnabled() && part->focusPolicy() != Qt::NoFocus) {
+            // Arrows lead from one button of a group to the next.
+            const auto isReached = [&](const QWidget *each) {
+                const auto *other = qobject_cast<const QAbstractButton *>(each);
+                const bool isGroup = button && other && button->group() && button->group() == other->group();
+                return each == part || isGroup || part->isAncestorOf(each);
+            };
+            EXPECT_TRUE(std::any_of(reached.begin(), reached.end(), isReached)) << what << " by Tab";
+            QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(part);
+            EXPECT_TRUE(accessible && !accessible->text(QAccessible::Name).isEmpty()) << what << " has no name";
+        }
+    }
+    const QList<QChar> letters = mnemonics(dialog);
+    EXPECT_EQ(QSet<QChar>(letters.begin(), letters.end()).size(), letters.size())
+        << qPrintable(name) << ": two parts share a mnemonic";
+}
+
+} // namespace app
