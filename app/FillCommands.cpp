@@ -12,11 +12,11 @@
 
 #include <brannock/gui/ChooseSymbolDlg.h>
 #include <brannock/gui/TubesheetMap.h>
+#include <map/dialogs/FillDialogs.h>
 #include <map/FillCommit.h>
 #include <map/FillPreview.h>
 #include <map/LegendCommands.h>
 #include <map/Messages.h>
-#include <plans/dialogs/FillDialogs.h>
 #include <query/Messages.h>
 #include <query/QueryDocument.h>
 #include <tarnwick/CommandHandlers.h>
@@ -27,7 +27,7 @@
 
 namespace app {
 
-static plans::FillDialogContext dialogContext(ProjectSession &session, MapPane &map, QWidget *parent)
+static map::FillDialogContext dialogContext(ProjectSession &session, MapPane &map, QWidget *parent)
 {
     return {{session.map(), session.fillRunner(), session.roots()}, map.map().options(), parent};
 }
@@ -48,7 +48,7 @@ void FillCommands::bind(tarnwick::CommandHandlers &handlers)
 
 void FillCommands::make(const QString &key)
 {
-    if (plans::openNewFill(dialogContext(m_session, m_map, m_parent), key))
+    if (map::openNewFill(dialogContext(m_session, m_map, m_parent), key))
         m_panel.legendView().setCurrentEntry(m_session.map().count() - 1);
 }
 
@@ -67,8 +67,8 @@ void FillCommands::edit(int place)
     if (!has(place))
         return;
     const plans::MapFill &fill = m_session.map().entry(place);
-    if (plans::hasFillDialog(fill.typeKey))
-        plans::openFill(dialogContext(m_session, m_map, m_parent), place);
+    if (map::hasFillDialog(fill.typeKey))
+        map::openFill(dialogContext(m_session, m_map, m_parent), place);
     else
         m_session.prompts().status(messages::kNoFillDialog, fill.label.trimmed());
 }

@@ -9,9 +9,9 @@
 #include <app/MapPrinting.h>
 
 #include <brannock/gui/ChooseSymbolDlg.h>
-#include <plans/dialogs/BoxFillDlg.h>
-#include <plans/dialogs/PatternFillDlg.h>
-#include <plans/dialogs/PercentFillDlg.h>
+#include <map/dialogs/BoxFillDlg.h>
+#include <map/dialogs/PatternFillDlg.h>
+#include <map/dialogs/PercentFillDlg.h>
 #include <tarnwick/gui/CommandActions.h>
 
 #include <QAbstractButton>
@@ -74,7 +74,7 @@ protected:
         ProjectSession &session = window.projectSession();
         return {session.map(), session.fillRunner(), session.roots()};
     }
-    plans::FillDialogContext context() { return {editing(), window.map().options(), &window}; }
+    map::FillDialogContext context() { return {editing(), window.map().options(), &window}; }
 
     void look(QWidget &widget, const QString &name)
     {
@@ -114,7 +114,7 @@ private:
 TEST_F(DialogPicturesTest, RandomFill)
 {
     map::PcntFillEditor editor(editing());
-    plans::PercentFillDlg dialog(editor, context());
+    map::PercentFillDlg dialog(editor, context());
     look(dialog, u"random-fill"_s);
     plans::PcntFill::Parameters counted = editor.parameters();
     counted.percentMode = false;
@@ -129,20 +129,20 @@ TEST_F(DialogPicturesTest, BoxFill)
 {
     {
         map::BoxFillEditor editor(editing());
-        plans::BoxFillDlg dialog(editor, context());
+        map::BoxFillDlg dialog(editor, context());
         look(dialog, u"box-fill-empty"_s);
     }
     selectSome();
     map::BoxFillEditor editor(editing());
     editor.setParameters({editor.pitch() * 4});
-    plans::BoxFillDlg dialog(editor, context());
+    map::BoxFillDlg dialog(editor, context());
     look(dialog, u"box-fill"_s);
 }
 
 TEST_F(DialogPicturesTest, PatternFill)
 {
     map::PatternFillEditor editor(editing());
-    plans::PatternFillDlg dialog(editor, context());
+    map::PatternFillDlg dialog(editor, context());
     look(dialog, u"pattern-fill"_s);
 }
 

@@ -6,8 +6,8 @@
 #include <tarnwick/gui/CommandActions.h>
 
 #include <brannock/gui/ChooseSymbolDlg.h>
+#include <map/dialogs/FillDialog.h>
 #include <map/FillEditors.h>
-#include <plans/dialogs/FillDialog.h>
 #include <tarnwick/gui/NumberField.h>
 
 #include <QAction>

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace plans {
+namespace map {
 
 FilterGroup::FilterGroup(QWidget *parent)
     : QGroupBox(u"Fill Mode"_s, parent)
@@ -30,16 +30,16 @@ FilterGroup::FilterGroup(QWidget *parent)
     });
 }
 
-void FilterGroup::setFilter(const TubeFilter &filter)
+void FilterGroup::setFilter(const plans::TubeFilter &filter)
 {
     m_filter = filter;
     m_region->setCurrentIndex(filter.region < m_region->count() ? filter.region : -1);
     m_tube->setCurrentIndex(filter.tube < m_tube->count() ? filter.tube : -1);
 }
 
-TubeFilter FilterGroup::filter() const
+plans::TubeFilter FilterGroup::filter() const
 {
     return m_filter;
 }
 
-} // namespace plans
+} // namespace map

@@ -7,11 +7,11 @@
 
 using namespace Qt::StringLiterals;
 
-namespace plans {
+namespace map {
 
 static constexpr double kRadiusStep = 0.1;
 
-BoxFillDlg::BoxFillDlg(map::BoxFillEditor &editor, const FillDialogContext &context)
+BoxFillDlg::BoxFillDlg(BoxFillEditor &editor, const FillDialogContext &context)
     : FillDialog(editor, context, u"boxFillDlg"_s, u"Box Fill"_s)
     , m_editor(editor)
     , m_radius(new tarnwick::NumberField)
@@ -19,7 +19,7 @@ BoxFillDlg::BoxFillDlg(map::BoxFillEditor &editor, const FillDialogContext &cont
 {
     m_radius->setObjectName(u"radius"_s);
     m_radius->setFormat(u"%.3f"_s);
-    m_radius->setLimits(map::BoxFillEditor::kMinRadius, editor.maxRadius(), kRadiusStep);
+    m_radius->setLimits(BoxFillEditor::kMinRadius, editor.maxRadius(), kRadiusStep);
     QFormLayout *form = addGroup(u"Box"_s);
     form->addRow(u"&Radius"_s, m_radius);
     form->addRow(u"In pitches"_s, m_pitches);
@@ -35,4 +35,4 @@ void BoxFillDlg::showFields()
                                             : QString());
 }
 
-} // namespace plans
+} // namespace map

@@ -9,12 +9,12 @@
 
 using namespace Qt::StringLiterals;
 
-namespace plans {
+namespace map {
 
 using ellery::Axis;
-using Parameters = PatternFill::Parameters;
+using Parameters = plans::PatternFill::Parameters;
 
-PatternFillDlg::PatternFillDlg(map::PatternFillEditor &editor, const FillDialogContext &context)
+PatternFillDlg::PatternFillDlg(PatternFillEditor &editor, const FillDialogContext &context)
     : FillDialog(editor, context, u"patternFillDlg"_s, u"Pattern Fill"_s)
     , m_editor(editor)
     , m_filter(new FilterGroup)
@@ -74,4 +74,4 @@ void PatternFillDlg::showFields()
         option.box->setChecked(parameters.*option.value);
 }
 
-} // namespace plans
+} // namespace map

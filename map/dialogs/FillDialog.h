@@ -14,12 +14,12 @@ namespace brannock {
 class TubesheetMap;
 }
 
-namespace plans {
+namespace map {
 
 /// References of the window for the dialogs of fills.
 struct FillDialogContext
 {
-    map::FillEditorContext editing;
+    FillEditorContext editing;
     brannock::MapOptions look; ///< appearance of the map, for the preview
     QWidget *parent = nullptr;
 };
@@ -35,7 +35,7 @@ public:
 
 protected:
     /// The editor must outlive the dialog. name: object name of the dialog, under which its size is stored.
-    FillDialog(map::FillEditor &editor, const FillDialogContext &context, const QString &name, const QString &title);
+    FillDialog(FillEditor &editor, const FillDialogContext &context, const QString &name, const QString &title);
     /// Adds a group box of labelled fields below the others.
     QFormLayout *addGroup(const QString &title);
     void addGroup(QWidget *group);
@@ -50,7 +50,7 @@ private:
     void refresh();
     void chooseSymbol();
 
-    map::FillEditor &m_editor;
+    FillEditor &m_editor;
     tarnwick::UserPrompts &m_prompts;
     brannock::ColourChooser m_colours;
     brannock::MapOptions m_look;
@@ -62,4 +62,4 @@ private:
     QLabel *m_warning;
 };
 
-} // namespace plans
+} // namespace map

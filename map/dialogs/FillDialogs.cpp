@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace plans {
+namespace map {
 
 namespace {
 
@@ -26,9 +26,9 @@ struct KindDialog
 };
 
 constexpr KindDialog kDialogs[] = {
-    {u"RAND FILL", run<map::PcntFillEditor, PercentFillDlg>},
-    {u"BOX", run<map::BoxFillEditor, BoxFillDlg>},
-    {u"PATTERN", run<map::PatternFillEditor, PatternFillDlg>},
+    {u"RAND FILL", run<PcntFillEditor, PercentFillDlg>},
+    {u"BOX", run<BoxFillEditor, BoxFillDlg>},
+    {u"PATTERN", run<PatternFillEditor, PatternFillDlg>},
 };
 
 bool runDialog(const FillDialogContext &context, QStringView key, int entry)
@@ -56,4 +56,4 @@ bool openFill(const FillDialogContext &context, int entry)
     return runDialog(context, context.editing.document.entry(entry).typeKey, entry);
 }
 
-} // namespace plans
+} // namespace map

@@ -9,7 +9,7 @@ namespace tarnwick {
 class NumberField;
 }
 
-namespace plans {
+namespace map {
 
 class FilterGroup;
 
@@ -18,7 +18,7 @@ class PercentFillDlg : public FillDialog
 {
     Q_OBJECT
 public:
-    PercentFillDlg(map::PcntFillEditor &editor, const FillDialogContext &context);
+    PercentFillDlg(PcntFillEditor &editor, const FillDialogContext &context);
 
 protected:
     void showFields() override;
@@ -28,7 +28,7 @@ private:
     void makeScope();
     void toggleMode();
 
-    map::PcntFillEditor &m_editor;
+    PcntFillEditor &m_editor;
     FilterGroup *m_filter;
     QCheckBox *m_randomSeed;
     tarnwick::NumberField *m_seed;
@@ -36,4 +36,4 @@ private:
     tarnwick::NumberField *m_value;
 };
 
-} // namespace plans
+} // namespace map

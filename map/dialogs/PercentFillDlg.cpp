@@ -12,7 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace plans {
+namespace map {
 
 namespace {
 
@@ -36,7 +36,7 @@ protected:
 
 } // namespace
 
-PercentFillDlg::PercentFillDlg(map::PcntFillEditor &editor, const FillDialogContext &context)
+PercentFillDlg::PercentFillDlg(PcntFillEditor &editor, const FillDialogContext &context)
     : FillDialog(editor, context, u"percentFillDlg"_s, u"Random Fill"_s)
     , m_editor(editor)
     , m_filter(new FilterGroup)
@@ -47,7 +47,7 @@ PercentFillDlg::PercentFillDlg(map::PcntFillEditor &editor, const FillDialogCont
 {
     addGroup(m_filter);
     connect(m_filter, &FilterGroup::filterEdited, this, [this] {
-        PcntFill::Parameters changed = m_editor.parameters();
+        plans::PcntFill::Parameters changed = m_editor.parameters();
         changed.filter = m_filter->filter();
         m_editor.setParameters(changed);
     });
@@ -67,12 +67,12 @@ void PercentFillDlg::makeSeed()
     form->addRow(m_randomSeed);
     form->addRow(u"S&eed"_s, m_seed);
     connect(m_randomSeed, &QCheckBox::clicked, this, [this](bool on) {
-        PcntFill::Parameters changed = m_editor.parameters();
+        plans::PcntFill::Parameters changed = m_editor.parameters();
         changed.randomSeed = on;
         m_editor.setParameters(changed);
     });
     connect(m_seed, &tarnwick::NumberField::numberEdited, this, [this] {
-        PcntFill::Parameters changed = m_editor.parameters();
+        plans::PcntFill::Parameters changed = m_editor.parameters();
         changed.seed = quint32(m_seed->whole());
         m_editor.setParameters(changed);
     });
@@ -92,14 +92,14 @@ void PercentFillDlg::makeScope()
 
 void PercentFillDlg::toggleMode()
 {
-    PcntFill::Parameters changed = m_editor.parameters();
+    plans::PcntFill::Parameters changed = m_editor.parameters();
     changed.percentMode = !changed.percentMode;
     m_editor.setParameters(changed);
 }
 
 void PercentFillDlg::showFields()
 {
-    const PcntFill::Parameters &parameters = m_editor.parameters();
+    const plans::PcntFill::Parameters &parameters = m_editor.parameters();
     m_filter->setFilter(parameters.filter);
     m_randomSeed->setChecked(parameters.randomSeed);
     m_seed->setEnabled(!parameters.randomSeed);
@@ -110,4 +110,4 @@ void PercentFillDlg::showFields()
     m_value->setNumber(m_editor.value());
 }
 
-} // namespace plans
+} // namespace map

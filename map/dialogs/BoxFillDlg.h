@@ -7,22 +7,22 @@ namespace tarnwick {
 class NumberField;
 }
 
-namespace plans {
+namespace map {
 
 /// Dialog "Box Fill".
 class BoxFillDlg : public FillDialog
 {
     Q_OBJECT
 public:
-    BoxFillDlg(map::BoxFillEditor &editor, const FillDialogContext &context);
+    BoxFillDlg(BoxFillEditor &editor, const FillDialogContext &context);
 
 protected:
     void showFields() override;
 
 private:
-    map::BoxFillEditor &m_editor;
+    BoxFillEditor &m_editor;
     tarnwick::NumberField *m_radius;
     QLabel *m_pitches;
 };
 
-} // namespace plans
+} // namespace map

@@ -5,7 +5,7 @@
 
 class QComboBox;
 
-namespace plans {
+namespace map {
 
 /// Group "Fill Mode": the tubes of the map that a fill can take.
 class FilterGroup : public QGroupBox
@@ -14,17 +14,17 @@ class FilterGroup : public QGroupBox
 public:
     explicit FilterGroup(QWidget *parent = nullptr);
     /// An unknown number leaves its box empty.
-    void setFilter(const TubeFilter &filter);
-    TubeFilter filter() const;
+    void setFilter(const plans::TubeFilter &filter);
+    plans::TubeFilter filter() const;
 
 Q_SIGNALS:
     /// Emitted when the user changed a choice.
     void filterEdited();
 
 private:
-    TubeFilter m_filter;
+    plans::TubeFilter m_filter;
     QComboBox *m_region;
     QComboBox *m_tube;
 };
 
-} // namespace plans
+} // namespace map

@@ -15,7 +15,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace plans {
+namespace map {
 
 namespace {
 
@@ -41,8 +41,7 @@ QIcon tubeIcon(const brannock::TubeMark &mark, const brannock::MapOptions &look,
 
 } // namespace
 
-FillDialog::FillDialog(map::FillEditor &editor, const FillDialogContext &context, const QString &name,
-                       const QString &title)
+FillDialog::FillDialog(FillEditor &editor, const FillDialogContext &context, const QString &name, const QString &title)
     : QDialog(context.parent)
     , m_editor(editor)
     , m_prompts(context.editing.runner.prompts())
@@ -178,4 +177,4 @@ void FillDialog::accept()
     refresh();
 }
 
-} // namespace plans
+} // namespace map

@@ -9,7 +9,7 @@ namespace tarnwick {
 class NumberField;
 }
 
-namespace plans {
+namespace map {
 
 class FilterGroup;
 
@@ -18,7 +18,7 @@ class PatternFillDlg : public FillDialog
 {
     Q_OBJECT
 public:
-    PatternFillDlg(map::PatternFillEditor &editor, const FillDialogContext &context);
+    PatternFillDlg(PatternFillEditor &editor, const FillDialogContext &context);
 
 protected:
     void showFields() override;
@@ -28,23 +28,24 @@ private:
     struct Number
     {
         tarnwick::NumberField *field;
-        qint32 PatternFill::Parameters::*value;
+        qint32 plans::PatternFill::Parameters::*value;
     };
     struct Option
     {
         QCheckBox *box;
-        bool PatternFill::Parameters::*value;
+        bool plans::PatternFill::Parameters::*value;
     };
     void addNumber(QFormLayout *form, const QString &label, const QString &name, int least, int most,
-                   qint32 PatternFill::Parameters::*value);
-    void addOption(QFormLayout *form, const QString &text, const QString &name, bool PatternFill::Parameters::*value);
+                   qint32 plans::PatternFill::Parameters::*value);
+    void addOption(QFormLayout *form, const QString &text, const QString &name,
+                   bool plans::PatternFill::Parameters::*value);
     template <typename Value>
-    void change(Value PatternFill::Parameters::*value, Value now);
+    void change(Value plans::PatternFill::Parameters::*value, Value now);
 
-    map::PatternFillEditor &m_editor;
+    PatternFillEditor &m_editor;
     FilterGroup *m_filter;
     QList<Number> m_numbers;
     QList<Option> m_options;
 };
 
-} // namespace plans
+} // namespace map

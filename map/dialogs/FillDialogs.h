@@ -1,7 +1,7 @@
 #pragma once
 #include "FillDialog.h"
 
-namespace plans {
+namespace map {
 
 /// True if the kind with this key has a dialog.
 bool hasFillDialog(QStringView key);
@@ -10,4 +10,4 @@ bool openNewFill(const FillDialogContext &context, QStringView key);
 /// Opens the dialog of an entry of the legend.
 bool openFill(const FillDialogContext &context, int entry);
 
-} // namespace plans
+} // namespace map
