@@ -5,6 +5,7 @@
 
 #include <map/FillCommit.h>
 #include <plans/ListFill.h>
+#include <results/dialogs/PalomineHistoryDlg.h>
 #include <results/dialogs/RepairDlg.h>
 #include <results/dialogs/ReportImportDlg.h>
 #include <tarnwick/gui/FileDialogs.h>
@@ -16,6 +17,7 @@ namespace app {
 void ResultCommands::bind(tarnwick::CommandHandlers &handlers)
 {
     handlers.bind(UploadReports, [this] { uploadReports(); });
+    handlers.bind(CreateHistory, [this] { showHistory(); });
     handlers.bind(Repairs, [this] { showRepairs(); });
 }
 
@@ -26,6 +28,16 @@ void ResultCommands::uploadReports()
                                      .files = *m_dialogs,
                                      .printMacros = [this] { return m_session.printMacros(); },
                                      .parent = m_parent});
+    dialog.exec();
+}
+
+void ResultCommands::showHistory()
+{
+    results::PalomineHistoryDlg dialog({.session = m_session.database(),
+                                        .project = m_session.project(),
+                                        .files = *m_dialogs,
+                                        .printMacros = [this] { return m_session.printMacros(); },
+                                        .parent = m_parent});
     dialog.exec();
 }
 

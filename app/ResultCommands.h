@@ -13,7 +13,7 @@ namespace app {
 
 class ProjectSession;
 
-/// The commands of the inspection results: upload of reports, repairs.
+/// The commands of the inspection results: upload of reports, repairs, history.
 class ResultCommands
 {
 public:
@@ -29,6 +29,7 @@ public:
 
 private:
     void uploadReports();
+    void showHistory();
     void showRepairs();
     /// Adds an entry with these tubes to the legend.
     void showRepairsInMap(const QString &label, const QList<qint32> &tubes);

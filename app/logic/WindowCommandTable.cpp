@@ -78,7 +78,7 @@ constexpr CommandRow kRows[] = {
     {NewDatabase, u"&New Database ...", u"Create an empty database and connect to it", When::Project},
     {OpenDatabase, u"&Open Database ...", u"Connect to another database", When::Project},
     {CloseDatabase, u"&Close Database", u"Close the connection to the database", When::Project},
-    {CreateHistory, u"Create &History ...", u"Create history files of past outages", When::Later},
+    {CreateHistory, u"Create &History ...", u"Create history files of past outages", When::Project},
     {UploadReports, u"Upload &Reports ...", u"Upload analysts' reports into the database", When::Project},
     {UploadComponent, u"Upload Component ...", u"Store the tubes and landmarks of the component in the database",
      When::Project},

@@ -1,10 +1,12 @@
 #include "HistoryList.h"
 
+#include "HistoryColumns.h"
 #include "HistoryFetch.h"
 #include "Messages.h"
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <tarnwick/AskToSave.h>
 #include <tarnwick/OptionPrompts.h>
 #include <tarnwick/Paths.h>
 
@@ -225,6 +227,8 @@ QString HistoryList::caption() const
 {
     if (!m_file.isEmpty())
         return tarnwick::format(messages::kHistoryCaptionFile.text, m_file);
+    if (count() == 0)
+        return u"History"_s;
     return tarnwick::format(messages::kHistoryCaptionDatabase.text, m_project->site.siteCode, m_project->site.compCode);
 }
 
@@ -295,12 +299,16 @@ bool HistoryList::closeWithOk()
     return true;
 }
 
+bool HistoryList::mayReplace()
+{
+    return !m_changed ||
+           tarnwick::saveOrDiscard(m_session->prompts(), messages::kSaveHistory, [this] { return save(); });
+}
+
 bool HistoryList::closeWithCancel()
 {
-    if (!m_changed)
-        return true;
-    const Answer answer = m_session->prompts().question(Buttons::YesNoCancel, messages::kSaveHistory);
-    return answer == Answer::No || (answer == Answer::Yes && closeWithOk());
+    return !m_changed ||
+           tarnwick::saveOrDiscard(m_session->prompts(), messages::kSaveHistory, [this] { return closeWithOk(); });
 }
 
 QStringList HistoryList::columnTitles(const ellery::SteamGen &steamGen)
@@ -309,8 +317,9 @@ QStringList HistoryList::columnTitles(const ellery::SteamGen &steamGen)
     if (steamGen.hasSections())
         titles.append(steamGen.axisNames[int(ellery::Axis::Sec)]);
     titles += {steamGen.axisNames[int(ellery::Axis::Row)], steamGen.axisNames[int(ellery::Axis::Col)]};
-    return titles + QStringList{u"CODE"_s,   u"VOLTS"_s, u"PCNT"_s, u"CHAN"_s,  u"LOCATION"_s, u"EXTENT"_s,  u"DATE"_s,
-                                u"OUTAGE"_s, u"KEEP"_s,  u"LEG"_s,  u"PROBE"_s, u"SIZE"_s,     u"ANALYST"_s, u"OPER"_s};
+    for (const HistoryColumn &column : historyColumns())
+        titles.append(QString::fromUtf16(column.title));
+    return titles;
 }
 
 QStringList HistoryList::cells(int place) const
@@ -321,27 +330,8 @@ QStringList HistoryList::cells(int place) const
     if (steamGen.hasSections())
         cells.append(steamGen.tubeLabel(ellery::Axis::Sec, entry.sec));
     cells += {steamGen.tubeLabel(ellery::Axis::Row, entry.row), steamGen.tubeLabel(ellery::Axis::Col, entry.col)};
-    const auto located = [](const char16_t *form, const brannock::TubeLoc &where) {
-        return where.isValid() ? tarnwick::format(QStringView(form), where.landmark, double(where.offset)) : QString();
-    };
-    QString extent = located(u"TO %-3S %+.2f", entry.to);
-    if (extent.isEmpty() && !(entry.beginTest.isEmpty() && entry.endTest.isEmpty()))
-        extent = tarnwick::format(u"%-3S %-3S", entry.beginTest, entry.endTest);
-    static const QStringList legs{u"NONE"_s, u"OUTLET"_s, u"INLET"_s, u"UBEND"_s};
-    cells += {entry.defect,
-              entry.volts == 0 ? QString() : tarnwick::format(u"%.2f", entry.volts),
-              entry.percent == 0 ? QString() : tarnwick::format(u"%3d%%", entry.percent),
-              entry.channel,
-              located(u"%-3S %+.2f", entry.location),
-              extent,
-              tarnwick::format(u"%{%m/%d/%Y}t", entry.entryTime),
-              entry.outage,
-              isKept(place) ? u"X"_s : QString(),
-              legs.value(entry.leg + 1, QString::number(entry.leg)),
-              entry.probeModel,
-              entry.probeSize == 0 ? QString() : QString::number(entry.probeSize),
-              entry.analystId,
-              entry.operatorId};
+    for (const HistoryColumn &column : historyColumns())
+        cells.append(column.text ? column.text(entry) : isKept(place) ? u"X"_s : QString());
     return cells;
 }
 

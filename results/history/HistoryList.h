@@ -22,10 +22,15 @@ public:
     {
     }
 
+    /// Replaces the progress; null for none.
+    void setProgress(tarnwick::Progress *progress) { m_progress = progress; }
+
     /// Fills outage and defect filter from the database. Choices of the options that still exist are kept.
     bool fetchFilters();
     /// Fetches the entries, numbers and filters them. If that fails or is cancelled, the list is unchanged.
     tarnwick::Outcome fetch();
+    /// Asks whether to store changes before other entries replace these. Returns false if they must stay.
+    bool mayReplace();
     /// Loads a history file in place of the entries. Outages and codes that the filter lacks are added to it, and all
     /// entries are kept until the filter is changed.
     bool open(const QString &machinePath);
@@ -51,6 +56,7 @@ public:
     brannock::HistoryEntry entryAt(int place) const { return m_rows.entry(indexOf(place)); }
     /// "%7D of %D": kept entries of all.
     QString counterText() const;
+    /// Without entries and file: "History".
     QString caption() const;
     QString printHeader() const;
 
@@ -67,7 +73,9 @@ public:
     /// If anything changed, asks whether to save: Cancel returns false.
     bool closeWithCancel();
 
+    // The table of the entries: the address of the tube, then historyColumns().
     static QStringList columnTitles(const ellery::SteamGen &steamGen);
+    /// The texts of an entry, as the columns.
     QStringList cells(int place) const;
 
 private:

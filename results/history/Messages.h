@@ -27,6 +27,8 @@ inline constexpr Message kHistoryLoaded{0, u"Loaded history file."};
 inline constexpr Message kHistoryStored{0, u"History stored to \"%S\"."};
 inline constexpr Message kCouldNotLoadHistory{0, u"Could not load history file."};
 inline constexpr Message kCouldNotStoreHistory{0, u"Could not store history file."};
+inline constexpr Message kNotAThreshold{0, u"\"%S\" is no threshold. Type a number, or nothing for no threshold."};
+inline constexpr Message kChangeUndone{0, u"Undone: change of entry %D."};
 inline constexpr Message kHistoryUncounted{
     0, u"The history file does not state its number of rows: missing rows cannot be noticed."};
 inline constexpr Message kHistoryCaptionFile{0, u"History File - %S"};

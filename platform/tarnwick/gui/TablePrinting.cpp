@@ -7,6 +7,7 @@
 #include "TablePreviewDlg.h"
 
 #include <QFileDialog>
+#include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <tarnwick/Failures.h>
@@ -59,12 +60,24 @@ bool TablePrinting::choosePrinter(const Job &job)
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
     if (dialog.exec() != QDialog::Accepted)
         return false;
+    keepChoice();
+    return true;
+}
+
+void TablePrinting::keepChoice()
+{
     try {
         keepPrinter(printer(), kPrinterKey);
     } catch (const FileError &error) {
         m_prompts.showStatus(error.text()); // the print goes on; only the choice is not remembered
     }
-    return true;
+}
+
+void TablePrinting::setUpPage()
+{
+    QPageSetupDialog dialog(&printer(), m_parent);
+    if (dialog.exec() == QDialog::Accepted)
+        keepChoice();
 }
 
 TablePrint TablePrinting::pages(const Job &job, Rows rows)

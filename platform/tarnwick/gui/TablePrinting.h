@@ -31,6 +31,8 @@ public:
     TablePrinting(UserPrompts &prompts, QWidget *parent);
     ~TablePrinting();
 
+    /// Lets the user choose paper, orientation and margins of the pages that are printed later.
+    void setUpPage();
     /// Lets the user choose a printer and prints. Returns true if the pages were printed or stored.
     bool print(const Job &job, Rows rows);
     /// Shows the pages, the first at once. Prints if the user asks for it.
@@ -39,6 +41,7 @@ public:
 private:
     QPrinter &printer();
     bool choosePrinter(const Job &job);
+    void keepChoice();
     TablePrint pages(const Job &job, Rows rows);
     bool printPages(const Job &job, Rows rows);
 
