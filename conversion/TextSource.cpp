@@ -1,43 +1,18 @@
 #include "TextSource.h"
 
-#include <QStringDecoder>
 #include <tarnwick/FileWriter.h>
+#include <tarnwick/TextDecoding.h>
 
 namespace conversion {
 
 using namespace Qt::StringLiterals;
 
-// Code page 1252 where it differs from Latin-1; 0: no character.
-static constexpr char16_t k1252[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                       0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
-                                       0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                       0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-
-static QString from1252(const QByteArray &bytes)
-{
-    QString text = QString::fromLatin1(bytes);
-    for (QChar &c : text) {
-        if (c.unicode() >= 0x80 && c.unicode() < 0xA0) {
-            const char16_t mapped = k1252[c.unicode() - 0x80];
-            c = mapped ? QChar(mapped) : QChar(QChar::ReplacementCharacter);
-        }
-    }
-    return text;
-}
-
 static QString decoded(const QString &path, const QByteArray &content)
 {
-    const auto mark = QStringConverter::encodingForData(content);
-    const bool isUtf16 = mark == QStringConverter::Utf16LE || mark == QStringConverter::Utf16BE;
-    if (isUtf16 && (content.startsWith("\xff\xfe") || content.startsWith("\xfe\xff"))) {
-        QStringDecoder decode(*mark);
-        return decode(content);
-    }
-    if (const qsizetype zero = content.indexOf('\0'); zero >= 0)
+    const qsizetype zero = tarnwick::isUtf16Text(content) ? -1 : content.indexOf('\0');
+    if (zero >= 0)
         throw tarnwick::FileError(path, 0, u"is not a text file: byte %1 is zero."_s.arg(zero));
-    QStringDecoder decode(QStringDecoder::Utf8);
-    QString text = decode(content);
-    return decode.hasError() ? from1252(content) : text;
+    return tarnwick::decodedText(content);
 }
 
 TextSource::TextSource(const QString &machinePath)

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fenwright/CellText.h>
 #include <fenwright/TableScanner.h>
+#include <tarnwick/FileWriter.h>
 #include <tuple>
 
 using namespace Qt::StringLiterals;
@@ -70,9 +71,12 @@ QList<PlanEntry> readEntries(TableScanner &table)
 
 } // namespace
 
-void InspPlan::loadPlan(const QString &machinePath)
+namespace {
+
+const QStringList kRequired{u"row"_s, u"col"_s};
+
+InspPlan readPlan(TableScanner &table)
 {
-    TableScanner table = TableScanner::open(machinePath, {u"row"_s, u"col"_s});
     InspPlan plan;
     plan.name = table.property(u"name"_s);
     plan.probe = table.property(u"probe"_s);
@@ -83,10 +87,29 @@ void InspPlan::loadPlan(const QString &machinePath)
     plan.order = orderOf(table);
     plan.entries = readEntries(table);
     plan.isCounted = table.isCounted();
-    *this = plan;
+    return plan;
+}
+
+} // namespace
+
+void InspPlan::loadPlan(const QString &machinePath)
+{
+    TableScanner table = TableScanner::open(machinePath, kRequired);
+    *this = readPlan(table);
+}
+
+InspPlan InspPlan::fromBytes(const QByteArray &content, const QString &name)
+{
+    TableScanner table(content, name, kRequired);
+    return readPlan(table);
 }
 
 void InspPlan::storePlan(const QString &machinePath) const
+{
+    tarnwick::writeFileAtomically(machinePath, toBytes());
+}
+
+QByteArray InspPlan::toBytes() const
 {
     TableWriter table;
     table.property(u"name"_s, name);
@@ -103,16 +126,41 @@ void InspPlan::storePlan(const QString &machinePath) const
             table.cell(value);
         table.endRow();
     }
-    table.write(machinePath);
+    return table.bytes();
 }
 
-void InspPlan::addEntry(PlanEntry entry)
+void InspPlan::addTubes(const QList<ellery::TubeAddress> &tubes)
 {
     qint32 next = 0;
     for (const PlanEntry &other : std::as_const(entries))
         next = std::max(next, other.entryNum + 1);
-    entry.entryNum = next;
-    entries.append(entry);
+    entries.reserve(entries.size() + tubes.size());
+    for (const ellery::TubeAddress &tube : tubes) {
+        PlanEntry &entry = entries.emplaceBack();
+        entry.entryNum = next++;
+        entry.sec = tube.sec;
+        entry.row = tube.row;
+        entry.col = tube.col;
+    }
+}
+
+void InspPlan::removeEntries(QList<int> places)
+{
+    std::sort(places.begin(), places.end());
+    places.erase(std::unique(places.begin(), places.end()), places.end());
+    QList<qint32> numbers;
+    QList<PlanEntry> kept;
+    kept.reserve(entries.size());
+    for (int place = 0; place < int(entries.size()); ++place) {
+        if (numbers.size() < places.size() && places[numbers.size()] == place)
+            numbers.append(entries[place].entryNum);
+        else
+            kept.append(entries[place]);
+    }
+    std::sort(numbers.begin(), numbers.end());
+    for (PlanEntry &entry : kept)
+        entry.entryNum -= qint32(std::lower_bound(numbers.begin(), numbers.end(), entry.entryNum) - numbers.begin());
+    entries = kept;
 }
 
 void InspPlan::sort(Order newOrder)

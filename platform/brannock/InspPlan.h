@@ -1,5 +1,6 @@
 #pragma once
 #include <ellery/Tube.h>
+#include <QByteArray>
 #include <QList>
 #include <QString>
 #include <tarnwick/ColourRef.h>
@@ -44,8 +45,14 @@ public:
     /// Throw tarnwick::FileError. If loading fails, the plan is unchanged.
     void loadPlan(const QString &machinePath);
     void storePlan(const QString &machinePath) const;
-    /// Appends the entry with the next entry number (the highest plus one).
-    void addEntry(PlanEntry entry);
+    /// The plan as the text of a plan file, and back. Reading throws tarnwick::FileError with the given name.
+    QByteArray toBytes() const;
+    static InspPlan fromBytes(const QByteArray &content, const QString &name);
+
+    /// Appends an entry for each tube, numbered on from the highest entry number.
+    void addTubes(const QList<ellery::TubeAddress> &tubes);
+    /// Removes the entries at these places of the list. Higher entry numbers move up, so that no gaps arise.
+    void removeEntries(QList<int> places);
     void sort(Order order);
 };
 

@@ -277,10 +277,11 @@ TEST_F(ResultFilesTest, PlanComesBackAndSortsStably)
     plan.description = u"two\nlines"_s;
     plan.createTime = JDateTime::fromLocal(2020, 1, 2, 3, 4, 5);
     plan.order = InspPlan::Order::Column;
-    plan.addEntry({7, 5, 1, 0, 2, 1});
-    plan.addEntry({7, 1, 9, 0, 0, 0});
-    plan.addEntry({7, 5, 0, 1, 0, 0});
-    EXPECT_EQ(plan.entries[2].entryNum, 2) << "the plan numbers its entries, whatever the caller gave";
+    plan.addTubes({{0, 5, 1}, {0, 1, 9}});
+    plan.addTubes({{1, 5, 0}});
+    plan.entries[0].acquired = 2;
+    plan.entries[0].analyzed = 1;
+    EXPECT_EQ(plan.entries[2], (brannock::PlanEntry{2, 5, 0, 1, 0, 0}));
     plan.storePlan(path);
     InspPlan again;
     again.loadPlan(path);
@@ -300,9 +301,10 @@ TEST_F(ResultFilesTest, PlanComesBackAndSortsStably)
     };
     EXPECT_EQ(numbers(InspPlan::Order::Row), (QList<int>{1, 0, 2}));
     EXPECT_EQ(numbers(InspPlan::Order::Column), (QList<int>{0, 1, 2}));
-    again.entries.removeFirst();
-    again.addEntry({0, 1, 1, 0, 0, 0});
-    EXPECT_EQ(numbers(InspPlan::Order::Entry), (QList<int>{1, 2, 3}));
+    again.removeEntries({0, 0});
+    EXPECT_EQ(numbers(InspPlan::Order::Entry), (QList<int>{0, 1})) << "higher numbers move up";
+    again.addTubes({{0, 1, 1}});
+    EXPECT_EQ(numbers(InspPlan::Order::Entry), (QList<int>{0, 1, 2}));
 
     put("entry_num\trow\tcol\n4\t1\t1\n4\t1\t2\n");
     EXPECT_EQ(error([&] { again.loadPlan(path); }), u"3: Entry number 4 occurs twice, in lines 2 and 3.");

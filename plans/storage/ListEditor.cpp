@@ -1,0 +1,288 @@
+#include "ListEditor.h"
+
+#include "Messages.h"
+#include "TubeSets.h"
+
+#include <algorithm>
+#include <numeric>
+#include <QFileInfo>
+#include <tarnwick/Failures.h>
+#include <tarnwick/FileWriter.h>
+#include <tarnwick/StringToValue.h>
+#include <tuple>
+
+namespace plans {
+
+using namespace Qt::StringLiterals;
+using ellery::Axis;
+using ellery::TubeAddress;
+using tarnwick::Answer;
+using tarnwick::Buttons;
+using tarnwick::SuitePath;
+
+namespace {
+
+const QString kFolder = u"tube_lists"_s;
+
+} // namespace
+
+QString ListEditor::caption() const
+{
+    const tarnwick::Message &text = m_isFromFile ? messages::kFileListCaption : messages::kDatabaseListCaption;
+    return tarnwick::format(text.text, shownName());
+}
+
+QString ListEditor::shownName() const
+{
+    if (m_list.name.isEmpty())
+        return u"Untitled"_s;
+    return m_isFromFile ? SuitePath(m_list.name).shown(kFolder) : m_list.name;
+}
+
+void ListEditor::setList(const TubeList &list)
+{
+    // A fill does not say whether its list was a file; the name of a file has an extension.
+    const QString extension = SuitePath(list.name).extension().toLower();
+    const bool isFromFile = list.name.isEmpty() || extension == u".lst"_s || extension == u".txt"_s;
+    QString file;
+    if (isFromFile && !list.name.isEmpty()) {
+        file = SuitePath(kFolder + u'\\' + list.name).machinePath(m_project.roots());
+        if (!QFileInfo::exists(file)) // a list outside of the folder
+            file = SuitePath(list.name).machinePath(m_project.roots());
+    }
+    take(list, isFromFile, file);
+}
+
+void ListEditor::take(const TubeList &list, bool isFromFile, const QString &file)
+{
+    m_list = list;
+    m_file = file;
+    m_isFromFile = isFromFile;
+    m_isModified = false;
+    m_order = Order::Entry;
+    m_parsed = {};
+}
+
+void ListEditor::sort(Order order)
+{
+    prompts().status(messages::kSorting);
+    m_order = order;
+    std::stable_sort(m_list.entries.begin(), m_list.entries.end(),
+                     [order](const ListFillTube &a, const ListFillTube &b) {
+                         switch (order) {
+                         case Order::Row:
+                             return std::tie(a.sec, a.row, a.col) < std::tie(b.sec, b.row, b.col);
+                         case Order::Column:
+                             return std::tie(a.sec, a.col, a.row) < std::tie(b.sec, b.col, b.row);
+                         case Order::Entry:
+                             break;
+                         }
+                         return a.entryNum < b.entryNum;
+                     });
+    prompts().status(messages::kSorted);
+}
+
+void ListEditor::setDescription(const QString &description)
+{
+    m_isModified = m_isModified || description != m_list.description;
+    m_list.description = description;
+}
+
+bool ListEditor::setNumber(int place, const QString &text)
+{
+    const auto number = tarnwick::string_to_value<qint32>(text);
+    if (!number || *number < 0) {
+        prompts().error(messages::kNotALabel, text.trimmed(), u"entry number");
+        return false;
+    }
+    m_list.entries[place].entryNum = *number;
+    m_isModified = true;
+    return true;
+}
+
+bool ListEditor::setLabel(int place, Axis axis, const QString &text)
+{
+    const int number = component().stringToNumber(axis, text);
+    if (number < 0) {
+        prompts().error(messages::kNotALabel, text.trimmed(), component().axisNames[int(axis)]);
+        return false;
+    }
+    ListFillTube &tube = m_list.entries[place];
+    (axis == Axis::Row ? tube.row : axis == Axis::Col ? tube.col : tube.sec) = qint16(number);
+    m_isModified = true;
+    return true;
+}
+
+void ListEditor::append(const TubeAddress &address, const ellery::TubeMark &mark)
+{
+    m_list.entries.append({qint32(m_list.entries.size()), address.row, address.col, address.sec, mark});
+    m_isModified = true;
+}
+
+template <typename Takes>
+int ListEditor::add(const ellery::TubeStates &tubes, Takes takes)
+{
+    const int first = int(m_list.entries.size());
+    for (int tube = 0; tube < component().numTube(); ++tube) {
+        if (takes(tube))
+            append(component()[tube].address, tubes.mark(tube));
+    }
+    return first;
+}
+
+int ListEditor::addSelected(const ellery::TubeStates &tubes)
+{
+    return add(tubes, [&](int tube) { return tubes.isSelected(tube); });
+}
+
+int ListEditor::addSymbols(const ellery::TubeStates &tubes)
+{
+    return add(tubes, [&](int tube) { return !tubes.isOpen(tube); });
+}
+
+void ListEditor::removeEntries(const QList<int> &places)
+{
+    std::vector<bool> isRemoved(size_t(m_list.entries.size()));
+    for (const int place : places)
+        isRemoved[size_t(place)] = true;
+    size_t place = 0;
+    if (m_list.entries.removeIf([&](const ListFillTube &) { return bool(isRemoved[place++]); }) > 0)
+        m_isModified = true;
+}
+
+int ListEditor::moveEntries(const QList<int> &places, int before)
+{
+    std::vector<int> order(size_t(m_list.entries.size()));
+    std::iota(order.begin(), order.end(), 0);
+    std::vector<bool> isMoved(order.size());
+    for (const int place : places)
+        isMoved[size_t(place)] = true;
+    const auto isBehind = [before](int place) { return place >= before; };
+    // Those before the target that stay, those that move, those behind it that stay.
+    const auto middle = std::stable_partition(order.begin(), order.end(), [&](int place) { return !isBehind(place); });
+    const auto first = std::stable_partition(order.begin(), middle, [&](int place) { return !isMoved[size_t(place)]; });
+    std::stable_partition(middle, order.end(), [&](int place) { return bool(isMoved[size_t(place)]); });
+    QList<ListFillTube> entries;
+    entries.reserve(m_list.entries.size());
+    for (const int place : order)
+        entries.append(m_list.entries[place]);
+    m_isModified = m_isModified || entries != m_list.entries;
+    m_list.entries = entries;
+    return int(first - order.begin());
+}
+
+void ListEditor::combine(const QList<TubeAddress> &tubes, Combine how)
+{
+    const int before = int(m_list.entries.size());
+    if (how == Combine::Add) {
+        for (const TubeAddress &address : missingFrom(addressesOf(m_list.entries), tubes))
+            append(address, {});
+    } else if (removeTubes(m_list.entries, TubeGroup(tubes), how == Combine::Remove) > 0) {
+        m_isModified = true;
+    }
+    prompts().status(messages::kTubesCombined, before, int(m_list.entries.size()));
+}
+
+int ListEditor::paste(const QString &text)
+{
+    const AddressText addresses = parseAddresses(text, component());
+    const int first = int(m_list.entries.size());
+    for (const TubeAddress &address : addresses.tubes)
+        append(address, {});
+    const int added = int(addresses.tubes.size());
+    if (addresses.notUnderstood.isEmpty())
+        prompts().status(messages::kTubesPasted, added);
+    else
+        prompts().information(messages::kNotUnderstood, added, int(addresses.notUnderstood.size()),
+                              addresses.problems());
+    return first;
+}
+
+bool ListEditor::clear()
+{
+    if (prompts().question(Buttons::YesNo, messages::kAskClearList) != Answer::Yes)
+        return false;
+    m_isModified = m_isModified || !m_list.entries.isEmpty();
+    m_list.entries.clear();
+    return true;
+}
+
+void ListEditor::setIndex(qint32 first)
+{
+    for (ListFillTube &tube : m_list.entries)
+        tube.entryNum = first++;
+    m_isModified = m_isModified || !m_list.entries.isEmpty();
+}
+
+QString ListEditor::fileForTools() const
+{
+    if (!m_isFromFile)
+        prompts().information(messages::kListIsNoFile);
+    else if (m_list.name.isEmpty())
+        prompts().information(messages::kOpenFileFirst);
+    return m_file;
+}
+
+bool ListEditor::open(const QString &machinePath)
+{
+    TubeListFile file;
+    const QString name = SuitePath::fromMachine(machinePath, m_project.roots()).shown(kFolder);
+    const bool hasNumbers = TubeListFile::hasEntryNumbers(machinePath, options.fileHasEntryNumbers);
+    const auto read = [&] { file = TubeListFile::read(machinePath, component(), hasNumbers); };
+    if (!tarnwick::attempt(prompts(), read, messages::kReadList, name))
+        return false;
+    TubeList list;
+    list.name = SuitePath::fromMachine(machinePath, m_project.roots()).relativeTo(kFolder);
+    list.entries = file.tubes();
+    list.description = file.notes();
+    take(list, true, machinePath);
+    m_parsed = file;
+    prompts().status(messages::kListOpened, name);
+    if (!file.remarks().isEmpty())
+        prompts().showInformation(file.remarks().join(u'\n'));
+    if (file.errorCount() > 0)
+        prompts().error(messages::kListErrors, file.errorCount());
+    return true;
+}
+
+bool ListEditor::store(const QString &machinePath)
+{
+    const SuitePath path = SuitePath::fromMachine(machinePath, m_project.roots());
+    const QString text = tubeListText(m_list, path.text(), tarnwick::JDateTime::now(), component());
+    const auto write = [&] { tarnwick::writeFileAtomically(machinePath, text.toUtf8()); };
+    if (!tarnwick::attempt(prompts(), write, messages::kStoreList))
+        return false;
+    m_list.name = path.relativeTo(kFolder);
+    m_file = machinePath;
+    m_isFromFile = true;
+    m_isModified = false;
+    m_parsed = {};
+    prompts().status(messages::kListStored, path.shown(kFolder));
+    return true;
+}
+
+bool ListEditor::fetch(const QString &name, tarnwick::Progress *progress)
+{
+    const auto list = TubeSets(m_session, progress).fetch(name);
+    if (list)
+        take(*list, false, {});
+    return list.has_value();
+}
+
+bool ListEditor::upload(const QString &name, tarnwick::Progress *progress)
+{
+    if (!TubeSets(m_session, progress).upload(m_list, name))
+        return false;
+    m_list.name = name;
+    m_file.clear();
+    m_isFromFile = false;
+    m_isModified = false;
+    return true;
+}
+
+bool ListEditor::remove()
+{
+    return TubeSets(m_session).remove(m_list.name);
+}
+
+} // namespace plans
