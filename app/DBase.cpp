@@ -59,10 +59,13 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
     , m_prompts(prompts ? *prompts : *m_loggedBoxes)
     , m_session(std::make_unique<ProjectSession>(m_prompts))
     , m_notes(*m_session)
+    , m_parameterDialogs(m_prompts, this)
     , m_systemDialogs(this)
     , m_runner(m_prompts, nullptr)
 {
     setObjectName(u"mainWindow"_s);
+    if (!prompts) // otherwise nobody sits at the window
+        m_session->queryContext().prompt = &m_parameterDialogs;
     setWindowTitle(QString::fromUtf16(kTitleAtCreation));
     makeActions();
     makeCentre();

@@ -6,6 +6,7 @@
 #include <app/logic/TubeNotes.h>
 #include <app/logic/WindowCommandTable.h>
 
+#include <query/dialogs/JParamDlg.h>
 #include <tarnwick/CommandHandlers.h>
 #include <tarnwick/gui/FileDialogs.h>
 
@@ -82,6 +83,7 @@ private:
     tarnwick::UserPrompts &m_prompts;
     std::unique_ptr<ProjectSession> m_session;
     TubeNotes m_notes;
+    query::ParameterDialogs m_parameterDialogs;
     tarnwick::FileDialogs m_systemDialogs;
     CommandRunner m_runner;
     tarnwick::CommandHandlers m_handlers{kWindowCommands};

@@ -60,7 +60,7 @@ bool ParameterResolver::resolve(const QString &queryName, dao::QueryDef &query)
         if (!tarnwick::attempt(*m_prompts, collectAll, messages::kQueryParameters) || !confirm(queryName, entries))
             return false;
         hand(queryName, entries, query);
-        storeHistory();
+        storeHistory(*m_context, *m_prompts);
         known = entries.size();
         if (!tarnwick::attempt(*m_prompts, look, messages::kQueryParameters))
             return false;
@@ -123,12 +123,12 @@ void ParameterResolver::hand(const QString &queryName, const QList<ParameterEntr
     }
 }
 
-void ParameterResolver::storeHistory()
+void storeHistory(QueryContext &context, tarnwick::UserPrompts &prompts)
 {
     try {
-        m_context->history.storeChanges(m_context->roots);
+        context.history.storeChanges(context.roots);
     } catch (const tarnwick::FileError &error) {
-        m_prompts->error(messages::kStoringHistory, error.text());
+        prompts.error(messages::kStoringHistory, error.text());
     }
 }
 

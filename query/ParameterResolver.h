@@ -37,6 +37,9 @@ public:
     virtual bool confirm(const QString &queryName, QList<ParameterEntry> &entries, QueryContext &context) = 0;
 };
 
+/// Stores the query history. A failure is reported; the changes stay in memory.
+void storeHistory(QueryContext &context, tarnwick::UserPrompts &prompts);
+
 /// Gives every parameter of a query a value: from the user macros, the system macros, or the value last used. Unless
 /// quiet mode applies, it shows them to the user. Then sets them in the query definition and remembers the values that
 /// the user gave.
@@ -57,7 +60,6 @@ private:
     QList<ParameterEntry> collect(const QString &queryName, const dao::QueryDef &query);
     bool confirm(const QString &queryName, QList<ParameterEntry> &entries);
     void hand(const QString &queryName, const QList<ParameterEntry> &entries, dao::QueryDef &query);
-    void storeHistory();
 
     QueryContext *m_context;
     tarnwick::UserPrompts *m_prompts;

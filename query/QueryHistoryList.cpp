@@ -60,6 +60,18 @@ std::optional<QString> QueryHistoryList::value(QStringView queryName, QStringVie
     return std::nullopt;
 }
 
+QStringList QueryHistoryList::valuesOf(QStringView queryName, QStringView parameter) const
+{
+    QStringList values;
+    if (const auto own = value(queryName, parameter))
+        values.append(*own);
+    for (const Entry &entry : m_entries)
+        for (const Parameter &known : entry.parameters)
+            if (sameName(known.name, parameter) && !known.value.isEmpty() && !values.contains(known.value))
+                values.append(known.value);
+    return values;
+}
+
 QueryHistoryList::Entry *QueryHistoryList::findOrAppend(const QString &queryName)
 {
     for (Entry &entry : m_entries)

@@ -41,6 +41,8 @@ public:
     const Entry *find(QStringView queryName) const;
 
     std::optional<QString> value(QStringView queryName, QStringView parameter) const;
+    /// Different values of a parameter of this name, that of the query first, then those of other queries.
+    QStringList valuesOf(QStringView queryName, QStringView parameter) const;
     /// Does nothing if the name of the query or parameter is empty.
     void remember(const QString &queryName, const QString &parameter, const QString &value);
     void forget(const QString &queryName);

@@ -80,6 +80,10 @@ public:
     /// that were deleted until then stay deleted.
     bool removeSourceRows(QList<int> rows, Progress *progress = nullptr);
     const GridColumn &column(int column) const { return m_columns[column]; }
+    GridColumn cellEditor(const QModelIndex &index) const
+    {
+        return m_source->cellEditor(sourceRow(index.row()), index.column());
+    }
 
 Q_SIGNALS:
     /// Emitted after sorting or filtering has changed the order and the model was reset.

@@ -42,6 +42,9 @@ public:
     virtual int columnCount() const = 0;
     virtual GridColumn column(int column) const = 0;
 
+    /// The column as it is for editing one cell; for columns whose cells have different types.
+    virtual GridColumn cellEditor(int, int column) const { return this->column(column); }
+
     /// Text of the cell for display, copying and find.
     virtual QString text(int row, int column) const = 0;
     /// Value of the cell for sorting, filtering and sums: a number, date, bool or text; invalid for an empty cell.

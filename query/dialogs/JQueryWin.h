@@ -20,6 +20,8 @@ public:
               QueryResult *result = nullptr);
     ~JQueryWin() override;
 
+    using JTableWin::edit; // hidden by the override
+
     QueryResult &result() { return *m_result; }
     const QueryResult &result() const { return *m_result; }
     ResultGrid &rows() { return m_rows; }

@@ -1,5 +1,6 @@
 #include "BoxPrompts.h"
 
+#include "Guarded.h"
 #include "JDialog.h"
 
 #include <QApplication>
@@ -24,28 +25,6 @@ QWidget *BoxPrompts::boxParent() const
 }
 
 namespace {
-
-/// Shows the normal cursor while a box is open, since the work with the wait cursor now waits for the user.
-class UsualCursor
-{
-public:
-    UsualCursor()
-        : m_isNeeded(QGuiApplication::overrideCursor() != nullptr)
-    {
-        if (m_isNeeded)
-            QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
-    }
-    ~UsualCursor()
-    {
-        if (m_isNeeded)
-            QGuiApplication::restoreOverrideCursor();
-    }
-    UsualCursor(const UsualCursor &) = delete;
-    UsualCursor &operator=(const UsualCursor &) = delete;
-
-private:
-    bool m_isNeeded;
-};
 
 int exec(QMessageBox &box)
 {

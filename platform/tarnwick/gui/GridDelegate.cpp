@@ -79,18 +79,20 @@ void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, 
 
 QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &index) const
 {
-    const GridColumn *column = columnOf(index);
-    if (column && column->editor == GridColumn::Editor::Choice) {
+    const auto *model = qobject_cast<const GridModel *>(index.model());
+    const GridColumn column = model ? model->cellEditor(index) : GridColumn();
+    if (column.editor == GridColumn::Editor::Choice) {
         auto *combo = new QComboBox(parent);
-        combo->setEditable(column->hasFreeText);
-        combo->addItems(column->choices);
+        combo->setEditable(column.hasFreeText);
+        combo->addItems(column.choices);
+        combo->setAccessibleName(column.title);
         return combo;
     }
     auto *line = new QLineEdit(parent);
     line->setFrame(false);
     line->setAutoFillBackground(true);
-    line->setAccessibleName(column ? column->title : QString());
-    if (column && column->editor == GridColumn::Editor::Date)
+    line->setAccessibleName(column.title);
+    if (column.editor == GridColumn::Editor::Date)
         addCalendar(line);
     return line;
 }

@@ -31,4 +31,17 @@ WaitCursor::~WaitCursor()
     QGuiApplication::restoreOverrideCursor();
 }
 
+UsualCursor::UsualCursor()
+    : m_isNeeded(QGuiApplication::overrideCursor() != nullptr)
+{
+    if (m_isNeeded)
+        QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+}
+
+UsualCursor::~UsualCursor()
+{
+    if (m_isNeeded)
+        QGuiApplication::restoreOverrideCursor();
+}
+
 } // namespace tarnwick

@@ -22,4 +22,17 @@ public:
     WaitCursor &operator=(const WaitCursor &) = delete;
 };
 
+/// Shows the normal cursor while the object lives, because work with the wait cursor waits for the user.
+class UsualCursor
+{
+public:
+    UsualCursor();
+    ~UsualCursor();
+    UsualCursor(const UsualCursor &) = delete;
+    UsualCursor &operator=(const UsualCursor &) = delete;
+
+private:
+    bool m_isNeeded;
+};
+
 } // namespace tarnwick
