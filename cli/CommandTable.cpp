@@ -198,7 +198,8 @@ constexpr Command kCommands[] = {
     {u"demo", u"DIR [options]", u"make a demo project",
      u"The same options and seed give the same files. DIR must be empty or not exist.", kDemoOptions, runDemo},
     {u"convert", u"DIR TEXT... [options]", u"convert foreign text reports into report files",
-     u"Each text becomes reports/CAL_TYPE.rep of the project. A report that exists is overwritten only with --yes.",
+     u"Each text becomes reports/CAL_TYPE.rep of the project. A report that exists is overwritten only with --yes. "
+     u"Without a format file report_formats/default.fmt the built-in format is used.",
      kConvertOptions, runConvert},
     {u"upload", u"DIR REP... [options]", u"store report files in table report",
      u"Creates the project's database if it is missing. Each file is stored completely or not at all; the first "

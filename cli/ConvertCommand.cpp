@@ -5,6 +5,7 @@
 #include <conversion/Messages.h>
 #include <conversion/ReportConversion.h>
 #include <QFileInfo>
+#include <QSet>
 
 namespace cli {
 
@@ -46,6 +47,8 @@ public:
         m_textsWithRemarks += remarks.isEmpty() ? 0 : 1;
     }
     void addText(bool stored) { ++(stored ? m_stored : m_notStored); }
+    void noteStored(const QString &report) { m_reports.insert(report.toLower()); }
+    bool hasStored(const QString &report) const { return m_reports.contains(report.toLower()); }
     bool isWhole() const { return m_notStored == 0; }
 
     /// Printed if there is more than one text.
@@ -64,6 +67,7 @@ private:
     qsizetype m_printed = 0;
     qint64 m_remarks = 0;
     int m_textsWithRemarks = 0;
+    QSet<QString> m_reports; ///< in lower case: some file systems ignore the case
     int m_stored = 0;
     int m_notStored = 0;
 };
@@ -85,10 +89,15 @@ int runConvert(const Arguments &arguments)
                                                 : target.project().pathOf(u"report_formats\\default.fmt"_s);
     ConsoleProgress progress;
     Batch batch;
+    bool isFirst = true;
     for (const QString &path : arguments.positional().mid(1)) {
         // Each file is converted independently: values of one text must not be used for the next.
         conversion::ReportConversion run(target.project());
-        run.spec.loadFrom(spec);
+        if (arguments.has(u"spec"))
+            run.spec.loadFrom(spec);
+        else if (!run.spec.loadOrReset(spec) && isFirst)
+            printError(tarnwick::format(conversion::messages::kDefaultSpecUsed.text, run.spec.path().text()) + u'\n');
+        isFirst = false;
         run.prompts = prompts;
         try {
             run.convertFile(target.pathOf(path), &progress);
@@ -97,9 +106,7 @@ int runConvert(const Arguments &arguments)
                                   error.text());
         }
         batch.addRemarks(run.remarks());
-        // If the file name does not contain a cal or type, the values of the flags are used.
-        if (run.prompts.cal < 1)
-            run.prompts.cal = prompts.cal;
+        // If the file name does not contain a type, the value of the flag is used.
         if (run.prompts.operType.isEmpty())
             run.prompts.operType = prompts.operType;
         if (resultCount(run.report()) == 0) {
@@ -109,8 +116,16 @@ int runConvert(const Arguments &arguments)
             continue;
         }
         const QString report = run.target().text();
+        // Even with --yes one text must not replace the report of another one.
+        if (batch.hasStored(report)) {
+            target.prompts().error(conversion::messages::kSameTarget, path, report);
+            batch.addText(false);
+            continue;
+        }
         const bool stored = run.store(target.prompts()) == conversion::StoreResult::Stored;
         batch.addText(stored);
+        if (stored)
+            batch.noteStored(report);
         print(stored ? u"%1: stored %2 with %3 results\n"_s.arg(path, report).arg(resultCount(run.report()))
                      : u"%1: not stored\n"_s.arg(path));
     }

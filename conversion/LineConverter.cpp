@@ -2,6 +2,7 @@
 
 #include "LocationRules.h"
 
+#include <tarnwick/Format.h>
 #include <tarnwick/StringToValue.h>
 
 #include <algorithm>
@@ -278,6 +279,7 @@ void LineConverter::remarkOnResult(const ReportEntry &entry)
     }
     for (const QString &text : std::as_const(m_lineRemarks))
         remark(text);
+    remarkOnLocations(entry);
     const ellery::SteamGen &steamGen = m_project.steamGen;
     const ellery::TubeAddress address = entry.address();
     if (steamGen.numTube() > 0 && steamGen.findTube(address) < 0) {
@@ -286,6 +288,19 @@ void LineConverter::remarkOnResult(const ReportEntry &entry)
                                  ? steamGen.tubeName(address)
                                  : u"SEC %1 ROW %2 COL %3"_s.arg(entry.sec).arg(entry.row).arg(entry.col);
         remark(u"%1 does not exist in %2"_s.arg(name, steamGen.name));
+    }
+}
+
+// Report files and table 'report' keep the numbers of a location only with its landmark.
+void LineConverter::remarkOnLocations(const ReportEntry &entry)
+{
+    const std::pair<const char16_t *, const brannock::TubeLoc *> locations[] = {
+        {u"location", &entry.location}, {u"from location", &entry.from}, {u"to location", &entry.to}};
+    for (const auto &[name, location] : locations) {
+        if (location->landmark.isEmpty() && (location->offset != 0 || location->point != 0)) {
+            remark(tarnwick::format(u"the %S has no landmark; its offset %g and data point %d are not stored", name,
+                                    double(location->offset), location->point));
+        }
     }
 }
 

@@ -33,6 +33,7 @@ private:
     void remark(const QString &text);
     void remarkOnAddress(const brannock::ReportEntry &entry);
     void remarkOnResult(const brannock::ReportEntry &entry);
+    void remarkOnLocations(const brannock::ReportEntry &entry);
 
     const brannock::Project &m_project;
     ReportConvSpec &m_spec;

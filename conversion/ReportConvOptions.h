@@ -10,6 +10,9 @@ namespace conversion {
 /// header lines of a text can set some of them.
 struct ConversionPrompts
 {
+    static constexpr qint32 kLeastCal = 1;
+    static constexpr qint32 kMostCal = 999;
+
     qint32 cal = 1;
     qint32 leg = 1; ///< 0 outlet, 1 inlet; only kept between runs, not written to entries
     qint32 sec = 0;

@@ -1,5 +1,7 @@
 #include "ReportConvSpec.h"
 
+#include <QFileInfo>
+
 namespace conversion {
 
 using namespace Qt::StringLiterals;
@@ -80,6 +82,16 @@ bool ReportConvSpec::sameSettings(const ReportConvSpec &other) const
     return headerLines == other.headerLines && layout == other.layout && reportFields == other.reportFields &&
            filenameFields == other.filenameFields && commentFields == other.commentFields &&
            operTypes == other.operTypes && fileTypes == other.fileTypes;
+}
+
+bool ReportConvSpec::loadOrReset(const QString &machinePath)
+{
+    if (QFileInfo::exists(machinePath)) {
+        loadFrom(machinePath);
+        return true;
+    }
+    resetToDefaults();
+    return false;
 }
 
 static void serializeField(JFile &file, ConvField &field)

@@ -58,6 +58,9 @@ public:
     /// Copies the settings of another spec. Path, title and version are kept.
     void assignSettings(const ReportConvSpec &other);
     bool sameSettings(const ReportConvSpec &other) const;
+    /// Loads the format file. If there is none, sets the defaults and returns false, which the caller tells the user.
+    /// Throws tarnwick::FileError.
+    bool loadOrReset(const QString &machinePath);
     void resetToDefaults() override;
 
 protected:

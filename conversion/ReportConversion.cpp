@@ -38,12 +38,10 @@ void ReportConversion::convert(const TextSource &text, tarnwick::Progress *progr
         prompts = promptsBefore;
         spec.assignSettings(specBefore);
     });
-    applyFilenameFields(text.path());
-    QList<ReportEntry> entries;
-    QList<int> lines;
-    entries.reserve(text.lineCount());
-    lines.reserve(text.lineCount());
     Remarks remarks;
+    applyFilenameFields(text.path(), remarks);
+    QList<ReportEntry> entries;
+    entries.reserve(text.lineCount());
     LineConverter converter(m_project, spec, prompts, remarks, text.path());
     tarnwick::ProgressLoop loop(progress, text.lineCount(), QFileInfo(text.path()).fileName());
     for (int i = 0; i < text.lineCount(); ++i) {
@@ -52,11 +50,10 @@ void ReportConversion::convert(const TextSource &text, tarnwick::Progress *progr
         if (line.isEmpty())
             continue;
         entries.append(converter.convert(i + 1, line));
-        lines.append(i + 1);
+        entries.last().textLine = i + 1;
     }
     m_report.clear();
     m_report.entries = std::move(entries);
-    m_lines = std::move(lines);
     m_remarks = std::move(remarks);
     restoring.dismiss();
 }
@@ -74,7 +71,25 @@ static QString pathPart(const QFileInfo &file, int part)
     return {};
 }
 
-void ReportConversion::applyFilenameFields(const QString &machinePath)
+// A name that has something else in these columns, such as a date, must not become the number of a cal: the report
+// could not be read again, and several texts would meet in one report file.
+void ReportConversion::applyCal(const QString &value, const QString &machinePath, Remarks &remarks)
+{
+    constexpr int kLeast = ConversionPrompts::kLeastCal;
+    constexpr int kMost = ConversionPrompts::kMostCal;
+    const int cal = tarnwick::leadingInteger(value);
+    const bool isUsable = cal >= kLeast && cal <= kMost;
+    if (isUsable)
+        prompts.cal = cal;
+    if (!isUsable || !tarnwick::string_to_value<qint32>(value)) {
+        remarks.add(
+            machinePath, 0,
+            tarnwick::format(u"the cal \"%S\" of the file's path is not a whole number from %d to %d; %d is used",
+                             value, kLeast, kMost, prompts.cal));
+    }
+}
+
+void ReportConversion::applyFilenameFields(const QString &machinePath, Remarks &remarks)
 {
     const QFileInfo file(QFileInfo(machinePath).absoluteFilePath());
     for (ConvField &field : spec.filenameFields)
@@ -82,7 +97,7 @@ void ReportConversion::applyFilenameFields(const QString &machinePath)
     for (const ConvField &field : std::as_const(spec.filenameFields)) {
         switch (FilenameFieldType(field.type)) {
         case FilenameFieldType::Cal:
-            prompts.cal = tarnwick::leadingInteger(field.value);
+            applyCal(field.value, machinePath, remarks);
             break;
         case FilenameFieldType::OperType:
             prompts.operType = spec.mapOperType(field.value);
@@ -93,15 +108,17 @@ void ReportConversion::applyFilenameFields(const QString &machinePath)
     }
 }
 
-int ReportConversion::lineOfEntry(int entry) const
+int ReportConversion::lineOfEntry(const brannock::Report &report, int entry)
 {
-    return entry >= 0 && entry < m_lines.size() ? m_lines[entry] : -1;
+    const int line = entry >= 0 && entry < report.numEntry() ? report[entry].textLine : 0;
+    return line > 0 ? line : -1;
 }
 
-int ReportConversion::entryOfLine(int line) const
+int ReportConversion::entryOfLine(const brannock::Report &report, int line)
 {
-    const auto found = std::lower_bound(m_lines.begin(), m_lines.end(), line);
-    return found != m_lines.end() && *found == line ? int(found - m_lines.begin()) : -1;
+    const auto isFromLine = [line](const ReportEntry &entry) { return entry.textLine == line; };
+    const auto found = std::find_if(report.entries.begin(), report.entries.end(), isFromLine);
+    return line > 0 && found != report.entries.end() ? int(found - report.entries.begin()) : -1;
 }
 
 tarnwick::SuitePath ReportConversion::target() const

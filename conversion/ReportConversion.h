@@ -43,9 +43,9 @@ public:
     const brannock::Report &report() const { return m_report; }
     const Remarks &remarks() const { return m_remarks; }
     /// Line number, from 1, of the text that an entry was made from, and the entry made from a line; -1 if there is
-    /// none. Valid until entries are added to or removed from the report.
-    int lineOfEntry(int entry) const;
-    int entryOfLine(int line) const;
+    /// none. Entries may have been added, removed or edited.
+    static int lineOfEntry(const brannock::Report &report, int entry);
+    static int entryOfLine(const brannock::Report &report, int line);
 
     /// "reports\00012_PRI.rep": the cal with five digits and the operation type.
     tarnwick::SuitePath target() const;
@@ -55,13 +55,13 @@ public:
 
 private:
     void convert(const TextSource &text, tarnwick::Progress *progress);
-    void applyFilenameFields(const QString &machinePath);
+    void applyFilenameFields(const QString &machinePath, Remarks &remarks);
+    void applyCal(const QString &value, const QString &machinePath, Remarks &remarks);
     void fillMissing();
 
     const brannock::Project &m_project;
     TextSource m_text;
     brannock::Report m_report;
-    QList<int> m_lines; ///< line of each entry, ascending
     Remarks m_remarks;
 };
 

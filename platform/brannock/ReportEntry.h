@@ -46,6 +46,7 @@ public:
     QString plan;
     QString comment;
     int tubeIndex = -1; ///< set by the upload, not stored
+    int textLine = 0;   ///< line, from 1, of the text that it was converted from; not stored
 
     bool isHeader() const { return kind == Kind::Header; }
     bool isStd() const { return kind == Kind::Standard; }

@@ -145,10 +145,12 @@ TEST_F(ConversionTest, LinesWithoutATubeAreHeaderLines)
     EXPECT_EQ(conversion.report().entries.last().headerText.size(), brannock::ReportSchema::kHeaderColumns);
     // A rule and an ending have no tube; a mistyped number is worth a look.
     EXPECT_EQ(remarks(), QStringList{u"5: treated as a header line; not a number: ROW \"1O\""_s});
-    EXPECT_EQ(conversion.lineOfEntry(2), 4);
-    EXPECT_EQ(conversion.entryOfLine(4), 2);
-    EXPECT_EQ(conversion.entryOfLine(2), -1);
-    EXPECT_EQ(conversion.lineOfEntry(5), -1);
+    Report &report = conversion.report();
+    report.entries.removeFirst(); // an edit moves the entries
+    EXPECT_EQ(ReportConversion::lineOfEntry(report, 1), 4);
+    EXPECT_EQ(ReportConversion::entryOfLine(report, 4), 1);
+    EXPECT_EQ(ReportConversion::entryOfLine(report, 2), -1);
+    EXPECT_EQ(ReportConversion::lineOfEntry(report, 4), -1);
 }
 
 TEST_F(ConversionTest, WithoutASectionFieldEveryLineIsAHeader)
@@ -181,6 +183,14 @@ TEST_F(ConversionTest, DoubtfulValuesAreRemarkedOn)
                                u"1: % \"99999\" is not a whole number from 0 to 32767; 32767 is used"_s,
                                u"1: ROW 12 COL 99 does not exist in SGA"_s};
     EXPECT_EQ(remarks(), expected);
+}
+
+TEST_F(ConversionTest, NumbersOfALocationWithoutLandmarkAreRemarkedOn)
+{
+    setFields({kSec, kRow, kCol, {Type::Location, 8, 16}, {Type::DataPoint, 18, 20}});
+    convert(u"0 12  7 TSH +1.25 123\n0 12  7           123\n0 12  7             0\n"_s);
+    EXPECT_EQ(remarks(),
+              QStringList{u"2: the location has no landmark; its offset 0 and data point 123 are not stored"_s});
 }
 
 TEST_F(ConversionTest, RemarksWithoutEndAreCountedOnly)
@@ -218,6 +228,27 @@ TEST_F(ConversionTest, PathAndHeaderLinesSetThePrompts)
     convert(u"was on the 5th of Sep\n"_s, u"primary/CAL012.txt"_s);
     EXPECT_EQ(conversion.prompts.dateTime, tarnwick::JDateTime::fromLocal(2002, 9, 5, 14, 3, 9));
     EXPECT_EQ(remarks(), QStringList{u"1: \"the 5th of Sep\" is not a date and time"_s});
+}
+
+TEST_F(ConversionTest, CalsOfFileNamesAreCheckedLikeThoseOfAPrompt)
+{
+    conversion.spec.filenameFields = {field(0, 1, {}, 0, 11)};
+    setFields({kSec, kRow, kCol});
+    for (const auto &[name, cal, hasRemark] :
+         std::initializer_list<std::tuple<QString, int, bool>>{{u"012.txt"_s, 12, false},
+                                                               {u"999.txt"_s, 999, false},
+                                                               {u"13b.txt"_s, 13, true},
+                                                               {u"0.txt"_s, 5, true},
+                                                               {u"20020905.txt"_s, 5, true},
+                                                               {u"999999999999.txt"_s, 5, true},
+                                                               {u"cal.txt"_s, 5, true}}) {
+        conversion.prompts.cal = 5;
+        convert(u"0 12  7\n"_s, name);
+        EXPECT_EQ(conversion.prompts.cal, cal) << qPrintable(name);
+        EXPECT_EQ(remarks().size(), hasRemark ? 1 : 0) << qPrintable(name);
+    }
+    EXPECT_EQ(remarks(),
+              QStringList{u"0: the cal \"cal\" of the file's path is not a whole number from 1 to 999; 5 is used"_s});
 }
 
 TEST_F(ConversionTest, StoreFillsWhatIsMissing)
