@@ -131,6 +131,31 @@ constexpr OptionSpec kCompleteOptions[] = {{u"tubes", u"F.lst", u"the list of th
                                            kAnswers,
                                            kVerbose};
 
+constexpr OptionSpec kFormat{u"format", u"FORM", u"table (the default), csv or json"};
+constexpr OptionSpec kEntryNumbers{u"entry-numbers", nullptr,
+                                   u"lines begin with entry numbers, also in a file that does not end in .lst"};
+
+constexpr OptionSpec kPlansOptions[] = {kFormat, kDatabase};
+constexpr OptionSpec kPlanOptions[] = {
+    {u"check", nullptr, u"look in table report which tubes were analyzed in the present outage"},
+    {u"incomplete", u"CODE,CODE", u"defect codes that do not count as analyzing a tube (those of the plan options)"},
+    {u"out", u"FILE", u"write the plan to a file: .pln or .csv"},
+    kFormat,
+    kDatabase};
+constexpr OptionSpec kUploadPlanOptions[] = {
+    {u"name", u"N", u"the name in the database (that in the file)"}, kDatabase, kYes, kNo, kAnswers, kVerbose};
+constexpr OptionSpec kParseListOptions[] = {kEntryNumbers};
+constexpr OptionSpec kTubeSetOptions[] = {{u"out", u"F.lst", u"write the set to a list file"}, kFormat, kDatabase};
+constexpr OptionSpec kUploadTubeSetOptions[] = {{u"name", u"N", u"the name of the tube set"},
+                                                {u"desc", u"TEXT", u"the description (the notes of the list)"},
+                                                kEntryNumbers,
+                                                kDatabase,
+                                                kYes,
+                                                kNo,
+                                                kAnswers,
+                                                kVerbose};
+constexpr OptionSpec kDeleteOptions[] = {kDatabase, kYes, kNo, kAnswers, kVerbose};
+
 constexpr OptionSpec kExplainOptions[] = {{u"format", u"FORM", u"text (the default) or json"}, kDatabase};
 
 constexpr OptionSpec kFillOptions[] = {
@@ -150,8 +175,10 @@ constexpr OptionSpec kFillOptions[] = {
     {u"col-inc", u"N", u"pattern: every n-th column (2)"},
     {u"first-tube", nullptr, u"pattern: also column 1 of each row"},
     {u"last-tube", nullptr, u"pattern: also the last tube of each row"},
+    kEntryNumbers,
     {u"symbol", u"C", u"the symbol (the next letter)"},
     {u"colour", u"RRGGBB", u"the colour"},
+    kDatabase,
     kYes,
     kNo,
     kAnswers,
@@ -274,12 +301,39 @@ constexpr Command kCommands[] = {
      u"Sets the date of completion of every scheduled repair of these tubes, all or none. Tubes without one are named. "
      u"Asks before it overwrites what another program has changed meanwhile.",
      kCompleteOptions, runCompleteRepairs},
+    {u"plans", u"DIR [options]", u"list the inspection plans of the database", u"The database is only read.",
+     kPlansOptions, runPlans},
+    {u"plan", u"DIR NAME|FILE.pln [options]", u"print an inspection plan, and check it",
+     u"A name that ends in .pln is a file, any other a plan of the database. Prints entry (from 1), section, row, "
+     u"column, acquired and analyzed. The database is only read, so --check stores nothing; with --out FILE.pln the "
+     u"checked plan is stored as a file.",
+     kPlanOptions, runPlan},
+    {u"upload-plan", u"DIR FILE.pln [options]", u"store a plan file in the database",
+     u"Asks before it replaces a plan of that name. What is deleted is the plan with the name in the file, so under "
+     u"another name that exists the upload fails, and the plan with the name in the file is gone from the database.",
+     kUploadPlanOptions, runUploadPlan},
+    {u"delete-plan", u"DIR NAME [options]", u"delete a plan from the database", u"Asks only with --no or --answers.",
+     kDeleteOptions, runDeletePlan},
+    {u"parse-list", u"DIR FILE [--entry-numbers]", u"show how the lines of a tube list are understood",
+     u"Prints a JSON object: each line with its number, text, entry number and address, and the index of its tube, "
+     u"null if there is none; the number of lines that are not understood; and the notes.",
+     kParseListOptions, runParseList},
+    {u"tube-sets", u"DIR [options]", u"list the tube sets of the database", u"The database is only read.",
+     kPlansOptions, runTubeSets},
+    {u"tube-set", u"DIR NAME [options]", u"print a tube set, or write it to a list file",
+     u"The description becomes the notes of the list. The database is only read.", kTubeSetOptions, runTubeSet},
+    {u"upload-tube-set", u"DIR FILE --name N [options]", u"store a tube list as tube set in the database",
+     u"Lines that name no tube are printed as warnings and left out. Asks twice before it replaces a set of that name.",
+     kUploadTubeSetOptions, runUploadTubeSet},
+    {u"delete-tube-set", u"DIR NAME [options]", u"delete a tube set from the database",
+     u"Asks only with --no or --answers.", kDeleteOptions, runDeleteTubeSet},
     {u"explain", u"DIR STATEMENT [options]", u"explain how the engine executes a statement, without running it",
      u"Prints parameters with their types, columns with their sources, whether rows can be changed or why not, the SQL "
      u"passed to the inner engine, and the indexes that it uses. The database is only read.",
      kExplainOptions, runExplain},
-    {u"fill", u"DIR random|box|pattern --map FILE.map [options]", u"add a fill to a map file",
-     u"The fill is computed on the map with the symbols of its entries. Prints the legend: symbol, type, description, "
+    {u"fill", u"DIR random|box|pattern|list ... --map FILE.map [options]", u"add a fill to a map file",
+     u"\"list\" is followed by a list file (.lst or .txt) or the name of a tube set. The fill is computed on the map "
+     u"with the symbols of its entries. Prints the legend: symbol, type, description, "
      u"tubes and hits of each entry. If a random sample has too few tubes, it is kept, message 1089 is printed, and "
      u"the "
      u"command succeeds. Asks before it replaces the map of another model.",

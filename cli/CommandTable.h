@@ -24,12 +24,14 @@ QString helpOverview();
 QString helpOf(const Command &command);
 
 // The commands, each in its own source file.
-int runCreate(const Arguments &arguments);
 int runCheck(const Arguments &arguments);
 int runCompleteRepairs(const Arguments &arguments);
 int runConnect(const Arguments &arguments);
 int runConvert(const Arguments &arguments);
+int runCreate(const Arguments &arguments);
+int runDeletePlan(const Arguments &arguments);
 int runDeleteQuery(const Arguments &arguments);
+int runDeleteTubeSet(const Arguments &arguments);
 int runDemo(const Arguments &arguments);
 int runExplain(const Arguments &arguments);
 int runFill(const Arguments &arguments);
@@ -37,6 +39,9 @@ int runFormats(const Arguments &arguments);
 int runHistory(const Arguments &arguments);
 int runImport(const Arguments &arguments);
 int runMap(const Arguments &arguments);
+int runParseList(const Arguments &arguments);
+int runPlan(const Arguments &arguments);
+int runPlans(const Arguments &arguments);
 int runQueries(const Arguments &arguments);
 int runQuery(const Arguments &arguments);
 int runRepairs(const Arguments &arguments);
@@ -45,8 +50,12 @@ int runSchema(const Arguments &arguments);
 int runSql(const Arguments &arguments);
 int runStoreQuery(const Arguments &arguments);
 int runTube(const Arguments &arguments);
+int runTubeSet(const Arguments &arguments);
+int runTubeSets(const Arguments &arguments);
 int runUpload(const Arguments &arguments);
 int runUploadComponent(const Arguments &arguments);
+int runUploadPlan(const Arguments &arguments);
+int runUploadTubeSet(const Arguments &arguments);
 int runHelp(const Arguments &arguments);
 
 } // namespace cli

@@ -13,6 +13,7 @@
 #include <plans/BoxFill.h>
 #include <plans/PatternFill.h>
 #include <plans/PcntFill.h>
+#include <plans/storage/TubeSets.h>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLockFile>
@@ -127,7 +128,27 @@ std::unique_ptr<plans::MapFill> fillOf(const QString &kind, const Arguments &arg
         return boxFill(arguments);
     if (kind == "pattern"_L1)
         return patternFill(arguments);
-    throw UsageError(u"A fill is random, box or pattern, not \"%1\"."_s.arg(kind));
+    throw UsageError(u"A fill is random, box, pattern or list, not \"%1\"."_s.arg(kind));
+}
+
+/// Reads the list of a file, or fetches a tube set. Null after reporting the failure.
+std::unique_ptr<plans::MapFill> listFill(Target &target, const Arguments &arguments)
+{
+    const QString name = arguments.positional(2, u"FILE or NAME"_s);
+    auto fill = std::make_unique<plans::ListFill>();
+    const QString ending = QFileInfo(name).suffix().toLower();
+    if (ending == "lst"_L1 || ending == "txt"_L1) {
+        fill->parameters = readList(target, name, arguments.has(u"entry-numbers"));
+        return fill;
+    }
+    ConsoleProgress progress;
+    if (!target.connect(Target::Use::Read))
+        return nullptr;
+    const auto list = plans::TubeSets(target.session(), &progress).fetch(name);
+    if (!list)
+        return nullptr;
+    fill->parameters = *list;
+    return fill;
 }
 
 void selectTubes(const Arguments &arguments, map::MapDocument &document)
@@ -218,9 +239,13 @@ bool readForChange(Target &target, const QString &path)
 
 int runFill(const Arguments &arguments)
 {
-    arguments.atMost(2);
     const QString folder = arguments.positional(0, u"DIR"_s);
-    const auto fill = fillOf(arguments.positional(1, u"random, box or pattern"_s), arguments);
+    const QString kind = arguments.positional(1, u"random, box, pattern or list"_s);
+    const bool isList = kind == "list"_L1;
+    if (isList)
+        arguments.positional(2, u"FILE or NAME"_s);
+    arguments.atMost(isList ? 3 : 2);
+    auto fill = isList ? nullptr : fillOf(kind, arguments);
     if (!arguments.has(u"map"))
         throw UsageError(u"--map is missing: the map to which the fill is added."_s);
 
@@ -231,6 +256,10 @@ int runFill(const Arguments &arguments)
         throw UsageError(u"--map needs a name that ends in .map."_s);
     if (!tubes.isEmpty())
         placeToWrite(target, tubes);
+    if (isList)
+        fill = listFill(target, arguments);
+    if (!fill)
+        return Failed;
     MapLock lock(path);
     if (QFileInfo::exists(path) && !readForChange(target, path))
         return Failed;

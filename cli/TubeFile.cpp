@@ -1,6 +1,5 @@
 #include "TubeFile.h"
 
-#include <conversion/TextSource.h>
 #include <plans/QueryFill.h>
 #include <QDir>
 #include <QFileInfo>
@@ -34,31 +33,6 @@ void writeTubes(const Target &target, const QString &argument, const QString &te
 
 namespace {
 
-/// Index of the tube that a line names, or -1. hasNumber: the line begins with the number of the entry.
-int tubeOfLine(const ellery::SteamGen &steamGen, const QString &line, bool hasNumber)
-{
-    QStringList words = line.split(u' ', Qt::SkipEmptyParts);
-    if (hasNumber && !words.isEmpty())
-        words.removeFirst();
-    const qsizetype axes = steamGen.hasSections() ? 3 : 2;
-    if (words.size() < axes)
-        return -1;
-    const int sec = steamGen.hasSections() ? steamGen.stringToSec(words.takeFirst()) : 0;
-    return steamGen.findTube(
-        ellery::TubeAddress::of(sec, steamGen.stringToRow(words[0]), steamGen.stringToCol(words[1])));
-}
-
-/// The line with a blank for each character that cannot be printed.
-QString printable(QStringView line)
-{
-    QString text = line.toString();
-    for (QChar &character : text) {
-        if (!character.isPrint() && !character.isSurrogate())
-            character = u' ';
-    }
-    return text;
-}
-
 /// "row=2 col=999": how a record names its tube.
 QString addressIn(const plans::QueryRecords &records, int record)
 {
@@ -74,28 +48,45 @@ QString addressIn(const plans::QueryRecords &records, int record)
 
 } // namespace
 
+static plans::TubeListFile parseList(Target &target, const QString &argument, bool hasEntryNumbers)
+{
+    using plans::TubeListFile;
+    const QString path = target.pathOf(argument);
+    const TubeListFile file =
+        TubeListFile::read(path, target.project().steamGen, TubeListFile::hasEntryNumbers(path, hasEntryNumbers));
+    for (const plans::ListFillLine &line : file.lines()) {
+        const QString words = line.text.toString().simplified();
+        if (line.isError() && !words.isEmpty())
+            printError(u"warning: line %1 of the list: tube \"%2\" does not exist\n"_s.arg(line.line).arg(words));
+    }
+    for (const QString &remark : file.remarks())
+        printError(u"warning: "_s + remark + u'\n');
+    return file;
+}
+
 QList<qint32> readTubeList(Target &target, const QString &argument)
 {
-    const QString path = target.pathOf(argument);
-    const conversion::TextSource file(path);
-    const ellery::SteamGen &steamGen = target.project().steamGen;
-    const bool hasNumbers = QFileInfo(path).suffix().compare("lst"_L1, Qt::CaseInsensitive) == 0;
     QList<qint32> tubes;
-    std::vector<bool> taken(size_t(steamGen.numTube()));
-    for (int i = 0; i < file.lineCount(); ++i) {
-        const QString line = printable(file.line(i));
-        if (line.trimmed().isEmpty() || line.startsWith(u'#') || line.startsWith(u'!'))
+    std::vector<bool> taken(size_t(target.project().steamGen.numTube()));
+    const plans::TubeListFile file = parseList(target, argument, false);
+    for (const plans::ListFillLine &line : file.lines()) {
+        if (line.tube < 0 || taken[size_t(line.tube)])
             continue;
-        const int tube = tubeOfLine(steamGen, line, hasNumbers);
-        if (tube < 0) {
-            printError(
-                u"warning: line %1 of the list: tube \"%2\" does not exist\n"_s.arg(i + 1).arg(line.simplified()));
-        } else if (!taken[size_t(tube)]) {
-            taken[size_t(tube)] = true;
-            tubes.append(tube);
-        }
+        taken[size_t(line.tube)] = true;
+        tubes.append(line.tube);
     }
     return tubes;
+}
+
+plans::TubeList readList(Target &target, const QString &argument, bool hasEntryNumbers)
+{
+    const plans::TubeListFile file = parseList(target, argument, hasEntryNumbers);
+    plans::TubeList list;
+    list.name =
+        tarnwick::SuitePath::fromMachine(target.pathOf(argument), target.project().roots()).relativeTo(u"tube_lists"_s);
+    list.entries = file.tubes();
+    list.description = file.notes();
+    return list;
 }
 
 std::optional<query::QueryDocument> readQuery(Target &target, const QString &argument)

@@ -2,6 +2,7 @@
 #include "Target.h"
 
 #include <optional>
+#include <plans/storage/TubeListFile.h>
 #include <query/QueryDocument.h>
 
 namespace cli {
@@ -16,6 +17,11 @@ void writeTubes(const Target &target, const QString &argument, const QString &te
 /// The tubes of a list file, each once, in the file's order. Lines that name no tube of the component are printed as
 /// warnings. Throws FileError if the file cannot be read.
 QList<qint32> readTubeList(Target &target, const QString &argument);
+
+/// The list of a file with its notes. Lines that name no tube of the component are printed as warnings and left out.
+/// hasEntryNumbers: also lines of a file that does not end in ".lst" begin with entry numbers. Throws FileError if the
+/// file cannot be read.
+plans::TubeList readList(Target &target, const QString &argument, bool hasEntryNumbers);
 
 /// The query of a file; empty after reporting why it cannot be read.
 std::optional<query::QueryDocument> readQuery(Target &target, const QString &argument);

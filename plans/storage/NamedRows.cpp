@@ -41,12 +41,13 @@ qint64 countNamed(dao::Database &database, const NamedTables &tables, const QStr
     return db::firstValue(database, sql).integer();
 }
 
-void deleteNamed(db::DatabaseSession &session, const NamedTables &tables, const QString &name)
+bool deleteNamed(db::DatabaseSession &session, const NamedTables &tables, const QString &name)
 {
     const QString sql = db::sqlText(u"DELETE FROM %S\nWHERE name = '%S'\n", QStringView(tables.names), name);
     Writing writing(session);
-    db::executeSql(session.database(), sql);
+    const int deleted = db::executeSql(session.database(), sql);
     writing.commit();
+    return deleted > 0;
 }
 
 void NamedUpload::run() const

@@ -20,8 +20,9 @@ inline constexpr NamedTables kTubeSetTables{u"tube_sets", u"tube_set_entry"};
 
 /// Number of objects with this name: 0 or 1. Throws the engine's exceptions.
 qint64 countNamed(dao::Database &database, const NamedTables &tables, const QString &name);
-/// Deletes an object with its entries in one transaction. Throws the engine's exceptions; nothing is deleted then.
-void deleteNamed(db::DatabaseSession &session, const NamedTables &tables, const QString &name);
+/// Deletes an object with its entries in one transaction. Returns false if there is none of this name. Throws the
+/// engine's exceptions; nothing is deleted then.
+bool deleteNamed(db::DatabaseSession &session, const NamedTables &tables, const QString &name);
 
 /// Adds an object with its entries in one transaction: all of it or nothing. Throws the engine's exceptions, and
 /// Cancelled.

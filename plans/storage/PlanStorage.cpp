@@ -19,6 +19,11 @@ using tarnwick::Outcome;
 
 namespace {
 
+tarnwick::Error noneNamed()
+{
+    return tarnwick::Error(u"There is no plan of this name in the database."_s);
+}
+
 const QStringList kFields{u"row"_s, u"col"_s, u"sec"_s, u"entry_num"_s, u"is_done"_s};
 
 void addRows(db::DatabaseSession &session, tarnwick::Progress *progress, const InspPlan &plan, const QString &name)
@@ -72,7 +77,7 @@ InspPlan readPlan(dao::Database &database, const QString &name)
         }
     }
     if (!isFound)
-        throw tarnwick::Error(u"There is no plan of this name in the database."_s);
+        throw noneNamed();
     readEntries(database, kPlanTables, name, kFields, [&](const QList<dao::Value> &cells) {
         PlanEntry entry;
         entry.row = db::fieldAs<qint16>(cells[0]);
@@ -162,12 +167,16 @@ bool PlanStorage::upload(const InspPlan &plan, const QString &name)
     return outcome == Outcome::Done;
 }
 
-bool PlanStorage::remove(const QString &name)
+bool PlanStorage::remove(const QString &name, Asks asks)
 {
     tarnwick::UserPrompts &prompts = m_session.prompts();
-    if (!db::checkConnected(m_session) || prompts.question(Buttons::YesNo, messages::kAskDeletePlan) != Answer::Yes)
+    if (!db::checkConnected(m_session) ||
+        (asks == Asks::First && prompts.question(Buttons::YesNo, messages::kAskDeletePlan) != Answer::Yes))
         return false;
-    const auto remove = [&] { deleteNamed(m_session, kPlanTables, name); };
+    const auto remove = [&] {
+        if (!deleteNamed(m_session, kPlanTables, name))
+            throw noneNamed();
+    };
     if (!tarnwick::attempt(prompts, remove, messages::kDeletePlan, name))
         return false;
     prompts.status(messages::kPlanDeleted);

@@ -31,8 +31,9 @@ public:
     /// therefore fails, and the plan of the present name is gone. All entries are stored, or none. A plan without a
     /// time of creation gets the present time.
     bool upload(const brannock::InspPlan &plan, const QString &name);
-    /// Asks, then deletes the stored plan of this name.
-    bool remove(const QString &name);
+    /// Asks if wanted, then deletes the stored plan of this name.
+    enum class Asks { First, Never };
+    bool remove(const QString &name, Asks asks = Asks::First);
 
 private:
     bool mayStore(const brannock::InspPlan &plan, const QString &name);

@@ -18,6 +18,11 @@ using tarnwick::Outcome;
 
 namespace {
 
+tarnwick::Error noneNamed()
+{
+    return tarnwick::Error(u"There is no tube set of this name in the database."_s);
+}
+
 const QStringList kFields{u"entry_num"_s, u"row"_s, u"col"_s, u"sec"_s, u"symbol"_s, u"color"_s};
 // The same entry numbers, a second name: the table refuses both.
 constexpr const char16_t *kRepeatedNumber =
@@ -68,7 +73,7 @@ TubeList readSet(dao::Database &database, const QString &name)
         }
     }
     if (!isFound)
-        throw tarnwick::Error(u"There is no tube set of this name in the database."_s);
+        throw noneNamed();
     readEntries(database, kTubeSetTables, name, kFields, [&](const QList<dao::Value> &cells) {
         ListFillTube tube;
         tube.entryNum = db::fieldAs<qint32>(cells[0]);
@@ -160,13 +165,16 @@ bool TubeSets::upload(const TubeList &list, const QString &name)
     return outcome == Outcome::Done;
 }
 
-bool TubeSets::remove(const QString &name)
+bool TubeSets::remove(const QString &name, Asks asks)
 {
     tarnwick::UserPrompts &prompts = m_session.prompts();
     if (name.isEmpty() || !db::checkConnected(m_session) ||
-        prompts.question(Buttons::YesNo, messages::kAskDeleteSet) != Answer::Yes)
+        (asks == Asks::First && prompts.question(Buttons::YesNo, messages::kAskDeleteSet) != Answer::Yes))
         return false;
-    const auto remove = [&] { deleteNamed(m_session, kTubeSetTables, name); };
+    const auto remove = [&] {
+        if (!deleteNamed(m_session, kTubeSetTables, name))
+            throw noneNamed();
+    };
     if (!tarnwick::attempt(prompts, remove, messages::kDeleteSet, name))
         return false;
     prompts.status(messages::kSetDeleted);

@@ -28,8 +28,9 @@ public:
     std::optional<TubeList> fetch(const QString &name);
     /// Stores the list under this name. Asks twice before it replaces a set. All entries are stored, or none.
     bool upload(const TubeList &list, const QString &name);
-    /// Asks, then deletes the set.
-    bool remove(const QString &name);
+    /// Asks if wanted, then deletes the set.
+    enum class Asks { First, Never };
+    bool remove(const QString &name, Asks asks = Asks::First);
 
 private:
     bool mayStore(const QString &name);
