@@ -1,7 +1,6 @@
 #include "ReportDocument.h"
 
 #include <algorithm>
-#include <QScopeGuard>
 
 namespace brannock {
 
@@ -51,29 +50,13 @@ void ReportDocument::remove(const QString &label, const QList<int> &entries)
         push(label, std::move(part));
 }
 
-void ReportDocument::asOneChange(const QString &label, const std::function<void()> &work)
-{
-    m_isGrouping = true;
-    m_hasGroup = false;
-    const auto end = qScopeGuard([this] { m_isGrouping = false; });
-    work();
-    if (m_hasGroup)
-        m_steps.back().label = label;
-}
-
 void ReportDocument::push(const QString &label, Part part)
 {
     apply(part.places, part.before, part.after);
-    if (m_isGrouping && m_hasGroup) {
-        m_steps.back().parts.push_back(std::move(part));
-        return;
-    }
-    m_hasGroup = m_isGrouping;
     m_steps.resize(size_t(m_position));
     if (m_storedPosition > m_position)
         m_storedPosition = -1; // the stored state can no longer be reached
-    m_steps.push_back({label, {}});
-    m_steps.back().parts.push_back(std::move(part));
+    m_steps.push_back({label, std::move(part)});
     if (m_steps.size() > size_t(kMaxLevels)) {
         m_steps.erase(m_steps.begin());
         m_storedPosition = std::max(m_storedPosition - 1, -1);
@@ -83,15 +66,14 @@ void ReportDocument::push(const QString &label, Part part)
 
 void ReportDocument::undo()
 {
-    const std::vector<Part> &parts = m_steps[size_t(--m_position)].parts;
-    for (auto part = parts.rbegin(); part != parts.rend(); ++part)
-        apply(part->places, part->after, part->before);
+    const Part &part = m_steps[size_t(--m_position)].part;
+    apply(part.places, part.after, part.before);
 }
 
 void ReportDocument::redo()
 {
-    for (const Part &part : m_steps[size_t(m_position++)].parts)
-        apply(part.places, part.before, part.after);
+    const Part &part = m_steps[size_t(m_position++)].part;
+    apply(part.places, part.before, part.after);
 }
 
 void ReportDocument::apply(const QList<int> &places, const QList<ReportEntry> &present,

@@ -26,8 +26,6 @@ public:
     /// Inserts before an entry; index may be count().
     void insert(const QString &label, int index, const QList<ReportEntry> &entries);
     void remove(const QString &label, const QList<int> &entries);
-    /// The changes that work makes are undone and redone together.
-    void asOneChange(const QString &label, const std::function<void()> &work);
 
     bool canUndo() const { return m_position > 0; }
     bool canRedo() const { return m_position < int(m_steps.size()); }
@@ -57,7 +55,7 @@ private:
     struct Step
     {
         QString label;
-        std::vector<Part> parts;
+        Part part;
     };
     void push(const QString &label, Part part);
     void apply(const QList<int> &places, const QList<ReportEntry> &present, const QList<ReportEntry> &wanted);
@@ -67,8 +65,6 @@ private:
     std::vector<Step> m_steps;
     int m_position = 0; ///< number of steps that are done
     int m_storedPosition = 0;
-    bool m_isGrouping = false; ///< further parts belong to the last step
-    bool m_hasGroup = false;   ///< the step of the group has been made
 };
 
 } // namespace brannock

@@ -175,9 +175,13 @@ bool ReportGrid::deleteRow(int row)
     return true;
 }
 
-void ReportGrid::asOneChange(const std::function<void()> &work)
+bool ReportGrid::deleteRows(const QList<int> &rows)
 {
-    m_document.asOneChange(u"Delete Entries"_s, work);
+    if (m_isReadOnly)
+        return false;
+    const QScopedValueRollback changing(m_isChanging, true);
+    m_document.remove(u"Delete Entries"_s, rows);
+    return true;
 }
 
 } // namespace brannock

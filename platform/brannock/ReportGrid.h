@@ -46,7 +46,7 @@ public:
     bool insertRow(int row) override;
     QString whyNotDeletable(int row) const override;
     bool deleteRow(int row) override;
-    void asOneChange(const std::function<void()> &work) override;
+    bool deleteRows(const QList<int> &rows) override;
 
 private:
     bool hasProblem(int entry) const;

@@ -79,17 +79,25 @@ bool holds(const std::vector<QItemSelectionRange> &ranges, int column)
 GridClip copyCells(const GridModel &model, const QItemSelection &selection, bool withTitles, Progress *progress)
 {
     const Extent extent = extentOf(selection);
+    // For each cell HTML takes several times the memory of the text.
+    constexpr qint64 kMostHtmlCells = 1'000'000;
+    const bool hasHtml = qint64(extent.bottom + 1) * extent.columns.size() <= kMostHtmlCells;
     GridClip clip;
-    clip.html = u"<table>"_s;
+    const auto addHtml = [&](const QString &part) {
+        if (hasHtml)
+            clip.html += part;
+    };
+    addHtml(u"<table>"_s);
     const auto addLine = [&](QStringView tag, const auto &cellText) {
         QStringList cells;
-        clip.html += u"<tr>"_s;
+        addHtml(u"<tr>"_s);
         for (const int column : extent.columns) {
             const QString text = cellText(column);
             cells.append(plainCell(text));
-            clip.html += htmlCell(text, model.column(column).align, tag);
+            if (hasHtml)
+                clip.html += htmlCell(text, model.column(column).align, tag);
         }
-        clip.html += u"</tr>\n"_s;
+        addHtml(u"</tr>\n"_s);
         clip.text += cells.join(u'\t') + u'\n';
     };
     if (withTitles)
@@ -97,11 +105,14 @@ GridClip copyCells(const GridModel &model, const QItemSelection &selection, bool
     ProgressLoop loop(progress, extent.bottom + 1, u"Copying ..."_s);
     forEachRow(extent, [&](int row, const std::vector<QItemSelectionRange> &ranges) {
         loop.tick(row);
+        const QString line = model.lineText(row);
         addLine(u"td", [&](int column) {
+            if (!line.isEmpty())
+                return column == extent.columns.constFirst() ? line : QString();
             return holds(ranges, column) ? model.data(model.index(row, column)).toString() : QString();
         });
     });
-    clip.html += u"</table>"_s;
+    addHtml(u"</table>"_s);
     return clip;
 }
 

@@ -10,11 +10,12 @@ namespace tarnwick {
 struct GridClip
 {
     QString text; ///< lines of cells separated by tabs
-    QString html; ///< HTML table with the alignment of the columns
+    QString html; ///< HTML table with the alignment of the columns; empty for a very large selection
 };
 
 /// Copies the smallest set of whole rows and columns that contains the selection; its cells that are not selected are
-/// left empty. withTitles adds the column titles. Throws Cancelled if the progress stops it.
+/// left empty. The line of a row without cells is in the first column. withTitles adds the column titles. Throws
+/// Cancelled if the progress stops it.
 GridClip copyCells(const GridModel &model, const QItemSelection &selection, bool withTitles,
                    Progress *progress = nullptr);
 

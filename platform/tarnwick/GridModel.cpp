@@ -26,6 +26,11 @@ void GridModel::reload()
     setSource(m_source);
 }
 
+void GridModel::refreshRows()
+{
+    setOrder(QList<SortKey>(m_keys), QStringList(m_filters), nullptr);
+}
+
 void GridModel::readColumns()
 {
     m_columns.clear();
@@ -77,6 +82,14 @@ int GridModel::rowCount(const QModelIndex &parent) const
     return m_hasOrder ? int(m_order.size()) : m_rows;
 }
 
+QStringList GridModel::titles() const
+{
+    QStringList titles;
+    for (const GridColumn &column : m_columns)
+        titles.append(column.title);
+    return titles;
+}
+
 int GridModel::columnCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : int(m_columns.size());
@@ -91,8 +104,10 @@ QVariant GridModel::data(const QModelIndex &index, int role) const
     if (row < 0)
         return {};
     switch (role) {
-    case Qt::DisplayRole:
-        return m_source->text(row, column);
+    case Qt::DisplayRole: {
+        const QString line = m_source->lineText(row);
+        return line.isEmpty() ? m_source->text(row, column) : line;
+    }
     case Qt::EditRole:
         return m_source->editText(row, column);
     case Qt::TextAlignmentRole: {
@@ -125,7 +140,8 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 
 Qt::ItemFlags GridModel::flags(const QModelIndex &index) const
 {
-    if (!index.isValid())
+    // While many rows are being deleted, a view can ask about a row that the model no longer has.
+    if (!index.isValid() || index.row() >= rowCount() || index.column() >= columnCount())
         return Qt::NoItemFlags;
     Qt::ItemFlags flags = QAbstractTableModel::flags(index) | Qt::ItemNeverHasChildren;
     const int row = sourceRow(index.row());
@@ -203,6 +219,10 @@ bool GridModel::removeSourceRows(QList<int> rows, Progress *progress)
         m_rows = totalRows();
         endResetModel();
     });
+    if (m_source->deleteRows(rows)) {
+        deleted = rows.size();
+        return true;
+    }
     ProgressLoop loop(progress, rows.size(), u"Deleting ..."_s);
     for (; deleted < rows.size(); ++deleted) {
         loop.tick(deleted);
@@ -372,7 +392,9 @@ void GridModel::sortRows(std::vector<qint32> &rows, const QList<SortKey> &keys, 
     std::vector<KeyColumn> columns;
     for (const SortKey &key : keys)
         columns.emplace_back(*m_source, rows, key.column, loop, qint64(rows.size()) * qint64(columns.size()));
+    ProgressLoop comparisons(progress, 0, u"Sorting ..."_s);
     std::stable_sort(rows.begin(), rows.end(), [&](qint32 a, qint32 b) {
+        comparisons.tick(0);
         for (qsizetype i = 0; i < keys.size(); ++i) {
             if (const int order = columns[size_t(i)].compare(a, b); order != 0)
                 return keys[i].order == Qt::AscendingOrder ? order < 0 : order > 0;
@@ -394,7 +416,8 @@ QModelIndex GridModel::find(const QString &text, const QModelIndex &from, bool f
         at = (at + (forward ? 1 : cells - 1)) % cells;
         const int row = int(at / columns);
         const int column = int(at % columns);
-        if (m_source->text(sourceRow(row), column).contains(text, Qt::CaseInsensitive))
+        const bool isFound = m_source->text(sourceRow(row), column).contains(text, Qt::CaseInsensitive);
+        if (isFound || (column == 0 && lineText(row).contains(text, Qt::CaseInsensitive)))
             return index(row, column);
     }
     return {};

@@ -38,6 +38,8 @@ public:
 
     /// Call after the source has other rows or columns. Removes sorting and filter.
     void reload();
+    /// Call after the source has other rows in the same columns: sorts and filters them as before.
+    void refreshRows();
     /// Call after rows were added at the end of a source that grows while it is shown. A sorted or filtered order does
     /// not contain them.
     void noteAppended();
@@ -49,9 +51,13 @@ public:
     /// Converts between shown rows and source rows; -1 for a row that is not shown.
     int sourceRow(int row) const
     {
-        return m_hasOrder ? m_order[size_t(row)] : row < m_changedRow ? row : movedRow(row);
+        if (m_hasOrder)
+            return size_t(row) < m_order.size() ? m_order[size_t(row)] : -1;
+        return row < m_changedRow ? row : movedRow(row);
     }
     int shownRow(int sourceRow) const;
+    /// Text across all columns of a shown row; empty for a row with cells.
+    QString lineText(int row) const { return m_source->lineText(sourceRow(row)); }
     int totalRows() const { return m_source ? m_source->rowCount() : 0; }
     bool isFiltered() const { return !m_filters.isEmpty(); }
 
@@ -84,6 +90,8 @@ public:
     {
         return m_source->cellEditor(sourceRow(index.row()), index.column());
     }
+    /// Titles of all columns.
+    QStringList titles() const;
 
 Q_SIGNALS:
     /// Emitted after sorting or filtering has changed the order and the model was reset.

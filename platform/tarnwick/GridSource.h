@@ -69,6 +69,9 @@ public:
     virtual QString whyNotDeletable(int row) const;
     /// Returns true if the row was removed from the source.
     virtual bool deleteRow(int row);
+    /// Deletes these rows at once. Returns false if the source cannot, having deleted none: the rows are then deleted
+    /// by deleteRow(), the last one first.
+    virtual bool deleteRows(const QList<int> &) { return false; }
     /// Calls work, which changes several rows for one command of the user. A source with undo makes them one step.
     virtual void asOneChange(const std::function<void()> &work) { work(); }
 };

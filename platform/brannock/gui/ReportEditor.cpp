@@ -6,6 +6,7 @@
 #include <tarnwick/gui/JTableWin.h>
 
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -126,7 +127,21 @@ void ReportEditor::addCalField(QGridLayout &layout, const QString &label, QStrin
     layout.addWidget(caption, place / kPerRow, place % kPerRow * 2);
     layout.addWidget(edit, place / kPerRow, place % kPerRow * 2 + 1);
     m_calFields.append({&reportColumn(field), edit});
+    edit->installEventFilter(this);
     connect(edit, &QLineEdit::editingFinished, this, [this, place] { fillCal(m_calFields[place]); });
+}
+
+bool ReportEditor::eventFilter(QObject *watched, QEvent *event)
+{
+    const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent *>(event)->key() : 0;
+    if (key != Qt::Key_Return && key != Qt::Key_Enter)
+        return QWidget::eventFilter(watched, event);
+    // Return fills in the value; it must not press the button OK of the dialog.
+    for (const CalField &field : std::as_const(m_calFields)) {
+        if (field.edit == watched)
+            fillCal(field);
+    }
+    return true;
 }
 
 void ReportEditor::fillCal(const CalField &field)
@@ -164,6 +179,7 @@ bool ReportEditor::loadReport(const QString &machinePath)
 void ReportEditor::setReport(Report report)
 {
     m_document.setReport(std::move(report));
+    m_table->reload();
 }
 
 void ReportEditor::noteChanged(int entry)
@@ -176,7 +192,7 @@ void ReportEditor::noteChanged(int entry)
             m_table->grid().noteAllChanged();
         } else {
             const int current = currentEntry();
-            m_table->reload();
+            m_table->refreshRows();
             setCurrentEntry(std::min(std::max(current, 0), m_document.count() - 1));
         }
     }

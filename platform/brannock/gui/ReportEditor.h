@@ -44,6 +44,8 @@ public:
     /// Errors in the table of commands; empty.
     QStringList commandFaults() const { return m_actions->faults(); }
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 Q_SIGNALS:
     void currentEntryChanged(int entry);
     /// The entries have changed, or another report is shown.

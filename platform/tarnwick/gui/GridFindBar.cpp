@@ -59,16 +59,20 @@ bool GridFindBar::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
-        if (key->key() == Qt::Key_Escape) {
-            Q_EMIT closed();
-            return true;
-        }
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
             Q_EMIT findRequested(!key->modifiers().testFlag(Qt::ShiftModifier));
             return true;
         }
     }
     return QWidget::eventFilter(watched, event);
+}
+
+void GridFindBar::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        Q_EMIT closed(); // also from the buttons: the dialog must not take Esc as Cancel
+    else
+        QWidget::keyPressEvent(event);
 }
 
 } // namespace tarnwick

@@ -108,7 +108,19 @@ void JTableWin::setSource(GridSource *source)
 
 void JTableWin::reload()
 {
+    const QStringList titles = m_grid.titles();
+    const QList<int> widths = m_layout.widths();
     setSource(m_grid.source());
+    if (m_grid.titles() == titles)
+        setColumnWidths(widths);
+}
+
+void JTableWin::refreshRows()
+{
+    const int top = firstRow();
+    keepCurrent([this] { m_grid.refreshRows(); });
+    verticalScrollBar()->setValue(top);
+    scrollTo(currentIndex());
 }
 
 void JTableWin::reset()
@@ -141,6 +153,7 @@ void JTableWin::resetColumns()
     horizontalScrollBar()->setValue(0);
     updateGeometries();
     viewport()->update();
+    Q_EMIT columnsChanged();
 }
 
 int JTableWin::defaultWidth(const GridColumn &column) const
@@ -214,6 +227,8 @@ void JTableWin::fitColumn(int column)
     const int first = std::max(0, firstRow() - kFittedRows / 2);
     const int last = std::min(m_grid.rowCount(), first + kFittedRows);
     for (int row = first; row < last; ++row) {
+        if (!m_grid.lineText(row).isEmpty())
+            continue;
         const QString text = m_grid.index(row, column).data().toString().left(kLongestMeasured);
         width = std::max(width, metrics.horizontalAdvance(text) + 2 * GridDelegate::margin(metrics) + 2);
     }

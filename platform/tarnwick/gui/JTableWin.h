@@ -32,8 +32,12 @@ public:
     void setSource(GridSource *source);
     GridModel &grid() { return m_grid; }
     const GridModel &grid() const { return m_grid; }
-    /// Call after the source was filled again: shows it from its first row, with its current columns.
+    /// Call after the source was filled again: shows it from its first row in stored order, with its current columns.
+    /// Widths are kept if the titles are the same.
     void reload();
+    /// Call after rows were added to the source or removed, except by this table. Keeps widths, order, filter and, if
+    /// possible, the current row.
+    void refreshRows();
 
     /// width: in characters; 0 for no entry column. format: printf style, for the entry number.
     void setEntryColumn(const QString &title, int width, const QString &format = QStringLiteral("%5d"));
@@ -86,6 +90,8 @@ Q_SIGNALS:
     void rowActivated(int sourceRow);
     /// The current row, the order or the number of rows has changed; for counts beside the table.
     void rowsChanged();
+    /// The table has other columns or the default widths again.
+    void columnsChanged();
     /// The selection has changed; emitted once per change, after a short delay.
     void selectionChangeEnded();
 
@@ -96,6 +102,7 @@ protected:
     bool isIndexHidden(const QModelIndex &) const override { return false; }
     void setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags flags) override;
     QRegion visualRegionForSelection(const QItemSelection &selection) const override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;

@@ -9,6 +9,7 @@
 
 #include <tarnwick/GridCopy.h>
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -113,6 +114,16 @@ QList<int> JTableWin::selectedSourceRows() const
         next = std::max(next, bottom + 1);
     }
     return rows;
+}
+
+void JTableWin::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QAbstractItemView::currentChanged(current, previous);
+    if (!QAccessible::isActive() || !current.isValid() || !hasFocus())
+        return;
+    QAccessibleEvent event(this, QAccessible::Focus); // screen readers read the cell
+    event.setChild(current.row() * m_grid.columnCount() + current.column());
+    QAccessible::updateAccessibility(&event);
 }
 
 void JTableWin::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
@@ -350,7 +361,8 @@ void JTableWin::copy(bool withTitles)
         GridClip clip = copyCells(m_grid, selection, withTitles, &progress);
         auto content = std::make_unique<QMimeData>();
         content->setText(clip.text);
-        content->setHtml(clip.html);
+        if (!clip.html.isEmpty())
+            content->setHtml(clip.html);
         QApplication::clipboard()->setMimeData(content.release());
     });
 }

@@ -78,7 +78,7 @@ void StateKeeper::restore()
     for (QAbstractItemView *view : m_window->findChildren<QAbstractItemView *>()) {
         if (auto *table = qobject_cast<JTableWin *>(view); table && !table->objectName().isEmpty()) {
             restoreColumns(*table);
-            connect(table->model(), &QAbstractItemModel::modelReset, this, [this, table] { restoreColumns(*table); });
+            connect(table, &JTableWin::columnsChanged, this, [this, table] { restoreColumns(*table); });
             continue;
         }
         QHeaderView *header = columnHeader(view);
@@ -106,6 +106,10 @@ void StateKeeper::restoreColumns(QHeaderView *header, const QString &name)
 void StateKeeper::restoreColumns(JTableWin &table)
 {
     const QJsonArray stored = m_kept[keyOf(u"columns/"_s + table.objectName())].toArray();
+    // Another table in the same place, such as the result of another query, has its own widths.
+    const QJsonValue titles = m_kept[keyOf(u"titles/"_s + table.objectName())];
+    if (titles.isArray() && titles != QJsonArray::fromStringList(table.grid().titles()))
+        return;
     QList<int> widths;
     for (const QJsonValue &width : stored)
         widths.append(width.toInt());
@@ -126,8 +130,10 @@ void StateKeeper::store() const
             QJsonArray widths;
             for (const int width : table->columnWidths())
                 widths.append(width);
-            if (!table->objectName().isEmpty() && !widths.isEmpty())
+            if (!table->objectName().isEmpty() && !widths.isEmpty()) {
                 state[keyOf(u"columns/"_s + table->objectName())] = widths;
+                state[keyOf(u"titles/"_s + table->objectName())] = QJsonArray::fromStringList(table->grid().titles());
+            }
             continue;
         }
         const QHeaderView *header = columnHeader(view);

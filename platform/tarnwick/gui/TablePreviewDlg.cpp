@@ -106,6 +106,7 @@ TablePreviewDlg::TablePreviewDlg(const TablePrint &print, const QString &title, 
     m_scroll->setWidget(m_sheet);
     m_scroll->setAlignment(Qt::AlignCenter);
     m_scroll->setBackgroundRole(QPalette::Mid);
+    m_scroll->installEventFilter(this);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(bar);
     layout->addWidget(m_scroll, 1);
@@ -164,6 +165,20 @@ void TablePreviewDlg::keyPressEvent(QKeyEvent *event)
     default:
         QDialog::keyPressEvent(event);
     }
+}
+
+bool TablePreviewDlg::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(watched, event);
+    // Page Up and Down first scroll within a page that is larger than the window.
+    auto *key = static_cast<QKeyEvent *>(event);
+    const QScrollBar &bar = *m_scroll->verticalScrollBar();
+    const bool isTurning = (key->key() == Qt::Key_PageDown && bar.value() == bar.maximum()) ||
+                           (key->key() == Qt::Key_PageUp && bar.value() == bar.minimum());
+    if (isTurning)
+        keyPressEvent(key);
+    return isTurning;
 }
 
 } // namespace tarnwick

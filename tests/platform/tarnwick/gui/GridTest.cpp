@@ -29,6 +29,7 @@ public:
                              {u"fig"_s, u""_s, u""_s},
                              {u"apple"_s, u"100"_s, u""_s}};
     bool refuses = false;
+    int lineRow = -1; ///< a row without cells
 
     int rowCount() const override { return int(cells.size()); }
     int columnCount() const override { return 3; }
@@ -41,7 +42,8 @@ public:
             result.editor = GridColumn::Editor::Check;
         return result;
     }
-    QString text(int row, int column) const override { return cells[row][column]; }
+    QString text(int row, int column) const override { return row == lineRow ? QString() : cells[row][column]; }
+    QString lineText(int row) const override { return row == lineRow ? u"A line"_s : QString(); }
     QVariant value(int row, int column) const override
     {
         const QString &text = cells[row][column];
@@ -99,6 +101,26 @@ class CancelAtOnce : public Progress
 public:
     void report(qint64, qint64, const QString &) override {}
     bool cancelled() override { return true; }
+};
+
+/// Does while rows are deleted what a view does that is painted or receives the focus.
+class LooksAtRows : public Progress
+{
+public:
+    explicit LooksAtRows(JTableWin &table)
+        : m_table(table)
+    {
+    }
+    bool cancelled() override
+    {
+        const QModelIndex current = m_table.currentIndex();
+        EXPECT_EQ(m_table.grid().flags(current), Qt::NoItemFlags);
+        EXPECT_EQ(m_table.currentSourceRow(), -1);
+        return false;
+    }
+
+private:
+    JTableWin &m_table;
 };
 
 QStringList shown(const GridModel &model, int column = 0)
@@ -188,7 +210,9 @@ TEST_F(GridTest, ModelKeepsItsContractThroughEveryChange)
     model().noteAppended();
     EXPECT_EQ(model().rowCount(), 5);
     model().sortBy({{0, Qt::DescendingOrder}});
-    EXPECT_TRUE(model().removeSourceRows({4, 0}));
+    table.setCurrentIndex(model().index(1, 0));
+    LooksAtRows looks(table);
+    EXPECT_TRUE(model().removeSourceRows({4, 0}, &looks));
     EXPECT_EQ(shown(model()), (QStringList{u"new"_s, u"fig"_s, u"Apple"_s}));
     EXPECT_FALSE(model().removeSourceRows({0, 1, 2})) << "stops at the first row that is refused";
     CancelAtOnce cancel;
@@ -228,9 +252,12 @@ TEST_F(GridTest, KeysMoveEditMarkInsertAndDelete)
     key(Qt::Key_Home);
     key(Qt::Key_Return);
     EXPECT_EQ(activated, 1);
-    const int before = table.columnWidths()[0];
+    const QList<int> before = table.columnWidths();
     table.action(u"wider"_s)->trigger();
-    EXPECT_GT(table.columnWidths()[0], before);
+    EXPECT_GT(table.columnWidths()[0], before[0]);
+    table.reload();
+    EXPECT_GT(table.columnWidths()[0], before[0]) << "the same columns";
+    table.setCurrentSourceRow(1);
     table.action(u"sort"_s)->trigger();
     EXPECT_EQ(model().sortKeys(), (QList<GridModel::SortKey>{{0, Qt::AscendingOrder}}));
     EXPECT_EQ(table.currentSourceRow(), 1) << "the current row stays";
@@ -250,6 +277,10 @@ TEST_F(GridTest, CopyAndFiguresTakeTheMarkedCells)
     EXPECT_TRUE(QApplication::clipboard()->mimeData()->html().contains(u"<td align=\"right\">100</td>"_s));
     EXPECT_EQ(cellStatistics(model(), table.selectionModel()->selection()).text(),
               u"Count 3   Sum 119   Mean 39.66666667   Min 9   Max 100"_s);
+    rows.lineRow = 2;
+    table.selectAll();
+    EXPECT_TRUE(copyCells(model(), table.selectionModel()->selection(), false).text.contains(u"\nA line\t\t\n"_s));
+    EXPECT_EQ(model().find(u"a line"_s, {}, true), model().index(2, 0));
 }
 
 TEST_F(GridTest, FilterRowAndFindWorkByKeysAndGiveTheFocusBack)
@@ -270,6 +301,10 @@ TEST_F(GridTest, FilterRowAndFindWorkByKeysAndGiveTheFocusBack)
     EXPECT_EQ(table.currentIndex().row(), 3) << "from the row that the filter made current";
     key(Qt::Key_F3);
     EXPECT_EQ(table.currentIndex().row(), 1) << "goes round";
+    find->nextInFocusChain()->setFocus();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&table));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(find->isVisible()) << "Esc on a button closes the bar, too";
 }
 
 TEST_F(GridTest, AMillionRowsReadOnlyWhatIsInSight)

@@ -1,3 +1,4 @@
+#include <tarnwick/gui/TablePreviewDlg.h>
 #include <tarnwick/paint/TablePrint.h>
 
 #include <support/Printers.h>
@@ -8,6 +9,8 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSet>
+#include <QSpinBox>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -130,6 +133,21 @@ TEST(TablePrintTest, PdfHasEveryPage)
         EXPECT_EQ(print.printOn(writer), 0);
     }
     EXPECT_EQ(buffer.data().count("/Type /Page\n"), print.pageCount());
+}
+
+TEST(TablePrintTest, PreviewIsTurnedByKeys)
+{
+    const Rows rows(500, 1, 10);
+    const TablePrint print(rows, {500, {}}, layoutWith({}), {}, kLetter);
+    TablePreviewDlg dialog(print, u"Report"_s, [] {});
+    dialog.show();
+    const auto pageAfter = [&dialog](Qt::Key key) {
+        QTest::keyClick(dialog.focusWidget(), key);
+        return dialog.findChild<QSpinBox *>()->value();
+    };
+    EXPECT_EQ(pageAfter(Qt::Key_PageDown), 2);
+    EXPECT_EQ(pageAfter(Qt::Key_End), print.pageCount());
+    EXPECT_EQ(pageAfter(Qt::Key_PageUp), print.pageCount() - 1);
 }
 
 } // namespace tarnwick
