@@ -14,6 +14,8 @@ inline constexpr Message kParametersUnknown{
 inline constexpr Message kExportResults{1063, u"Could not export query results to a text file."};
 inline constexpr Message kDeleteRecord{1064, u"Could not delete record."};
 inline constexpr Message kConvertText{1065, u"Could not convert string to value."};
+inline constexpr Message kSchemaInfo{1066, u"Could not set schema info."};
+inline constexpr Message kSchemaTable{1067, u"Could not set schema table."};
 inline constexpr Message kQueryList{1068, u"Could not set query list."};
 inline constexpr Message kExecute{1069, u"Could not execute query."};
 inline constexpr Message kReadFile{1070, u"Could not read query file."};
@@ -40,6 +42,16 @@ inline constexpr Message kAskOverwriteQuery{
     0, u"Query \"%S\" already exists in the database.\nDo you wish to overwrite it?"};
 inline constexpr Message kFormatsRefused{0,
                                          u"Some display formats were refused; these fields have their defaults.\n\n%S"};
+inline constexpr Message kEditFormats{0, u"Edit formats."};
+inline constexpr Message kFormatsStored{0, u"Stored formats."};
+inline constexpr Message kNoFormatChanges{0, u"No changes to display formats."};
+inline constexpr Message kFormatsNotRead{0, u"Could not read the display formats."};
+inline constexpr Message kFormatsNotStored{0, u"Could not store the display formats."};
+inline constexpr Message kFormatRefused{0, u"Not changed: %S."};
+inline constexpr Message kFormatReplaced{
+    0, u"The format \"%S\" cannot show values of type %S; the type's own format is used."};
+inline constexpr Message kSortedByOrdinal{0, u"Sorted by ordinal."};
+inline constexpr Message kSortedByName{0, u"Sorted by field name."};
 inline constexpr Message kTextNotStored{0, u"\"%S\" was not stored in column %S."};
 inline constexpr Message kStoringHistory{0, u"Could not store the query history.\n\n%S"};
 

@@ -1,14 +1,20 @@
 #include "DialogFixture.h"
 
+#include <query/dialogs/FormatInfoDlg.h>
 #include <query/dialogs/JParamDlg.h>
 #include <query/dialogs/JQueryWin.h>
+#include <query/dialogs/JSchemaInfoDlg.h>
+#include <query/dialogs/SQLOptionsDlg.h>
 #include <query/QueryExecution.h>
 
 #include <QLineEdit>
+#include <QTabWidget>
 #include <QVBoxLayout>
+#include <tarnwick/gui/NumberField.h>
 
 using namespace Qt::StringLiterals;
 using query::ParameterGrid;
+using tarnwick::Answer;
 
 namespace app {
 
@@ -136,6 +142,109 @@ TEST_F(QueryDialogsTest, ParametersAreAskedForInTheirTypes)
         dialog.reject();
     }));
     EXPECT_EQ(entries[1].text, u"02/03/2020");
+}
+
+TEST_F(QueryDialogsTest, DisplayFormatsAreEditedImportedAndStored)
+{
+    using query::FormatEdit;
+    FormatEdit edit(session().database(), context());
+    ASSERT_TRUE(edit.open());
+    EXPECT_TRUE(edit.isModified()) << "fields without a format have got the default";
+    query::FormatInfoDlg dialog(edit, context(), said, dialogs, &window);
+    edit.setTable(int(edit.tableNames().indexOf(u"report"_s)));
+    auto *table = dialog.findChild<tarnwick::JTableWin *>(u"fields"_s);
+    table->reload();
+    picture(dialog, u"display-formats"_s);
+    int pcnt = 0;
+    while (edit.text(pcnt, FormatEdit::Name) != u"pcnt")
+        ++pcnt;
+    const auto set = [&](FormatEdit::Column column, const QString &text) {
+        table->grid().setData(table->grid().index(pcnt, column), text);
+        return edit.text(pcnt, column);
+    };
+    EXPECT_EQ(set(FormatEdit::Title, u"DEPTH OF WALL"_s), u"DEPTH OF WALL");
+    EXPECT_EQ(set(FormatEdit::Align, u"l"_s) + set(FormatEdit::Align, u"best"_s), u"LEFTLEFT");
+    EXPECT_EQ(set(FormatEdit::Width, u"5 or so"_s), u"5");
+    EXPECT_EQ(set(FormatEdit::Width, u"-3"_s), u"5");
+    EXPECT_EQ(said.lastStatus(), u"Not changed: the width -3 is out of range.");
+    EXPECT_EQ(set(FormatEdit::Format, u"%s"_s), u"%d") << "a format that cannot show the type";
+    EXPECT_EQ(set(FormatEdit::Format, u"%3d"_s) + edit.tip(pcnt, FormatEdit::Format), u"%3dExample:  12");
+
+    QTemporaryDir folder;
+    dialogs.next = folder.filePath(u"mine.opt"_s);
+    choose(dialog, u"Export ..."_s);
+    choose(dialog, u"Save"_s);
+    EXPECT_EQ(said.lastStatus(), u"Stored formats.");
+    EXPECT_FALSE(edit.isModified());
+    EXPECT_EQ(context().formats.find(u"report", u"pcnt", dao::DataType::Integer)->title, u"DEPTH OF WALL");
+    set(FormatEdit::Title, u"OTHER"_s);
+    choose(dialog, u"Import ..."_s);
+    EXPECT_EQ(edit.text(pcnt, FormatEdit::Title), u"DEPTH OF WALL");
+    said.answerWith({Answer::Cancel, Answer::No});
+    dialog.reject();
+    EXPECT_TRUE(dialog.isVisible());
+    dialog.reject();
+    EXPECT_EQ(said.lastStatus(), u"No changes to display formats.");
+}
+
+TEST_F(QueryDialogsTest, OptionsOfTheEditorAndItsButtonsAreEdited)
+{
+    query::SQLOptions options;
+    options.queryButtons = {u"queries\\wear.qry"_s, u"[PALOMINE_DIR]\\user\\all.qry"_s};
+    options.recentQueries = {u"queries\\last.qry"_s};
+    query::SQLOptionsDlg dialog(options, session().roots(), said, dialogs, &window);
+    picture(dialog, u"sql-options"_s);
+    EXPECT_EQ(dialog.windowTitle(), u"SQL Options");
+    dialog.findChild<QTabWidget *>(u"optionTabs"_s)->setCurrentIndex(2);
+    picture(dialog, u"sql-options-queries"_s);
+    auto *table = dialog.findChild<tarnwick::JTableWin *>(u"queryButtons"_s);
+    const tarnwick::GridSource &rows = *table->grid().source();
+    EXPECT_EQ(rows.text(0, 0) + u'|' + rows.text(1, 0), u"wear.qry|[PALOMINE_DIR]\\user\\all.qry");
+    EXPECT_EQ(rows.colours(1).background, tarnwick::ColourRef(0x80FFFF));
+    EXPECT_EQ(rows.colours(5).background, tarnwick::ColourRef(0xE9E9E9));
+    table->setCurrentSourceRow(1);
+    press(dialog, u"upButton"_s);
+    table->grid().setData(table->grid().index(3, 0), u"plugs.qry"_s);
+    dialog.findChild<tarnwick::NumberField *>(u"resultLines"_s)->setValue(22);
+    EXPECT_EQ(dialog.windowTitle(), u"SQL Options*");
+    dialog.accept();
+    EXPECT_EQ(options.queryButtons, (QStringList{u"[PALOMINE_DIR]\\user\\all.qry"_s, u"queries\\wear.qry"_s, QString(),
+                                                 u"queries\\plugs.qry"_s}));
+    EXPECT_EQ(options.resultLines, 22);
+    EXPECT_EQ(options.recentQueries.size(), 1);
+}
+
+TEST_F(QueryDialogsTest, TheSchemaIsShownAndNamesAreTaken)
+{
+    sql(u"CREATE TABLE [my notes] ([the text] TEXT(20), n LONG)"_s);
+    sql(u"CREATE INDEX two ON [my notes] (n, [the text] DESC)"_s);
+    sql(u"CREATE INDEX one ON [my notes] (n)"_s);
+    query::SchemaInfo info(session().database());
+    ASSERT_TRUE(info.open());
+    QStringList taken;
+    query::JSchemaInfoDlg::Setup setup{
+        session().roots(), {}, [&](const QString &name) { taken.append(name); }, &window};
+    query::JSchemaInfoDlg dialog(info, said, setup);
+    picture(dialog, u"schema"_s);
+    EXPECT_EQ(dialog.windowTitle(), u"Schema - project.mdb");
+    EXPECT_EQ(info.table(), u"report");
+    EXPECT_GT(info.rows(query::SchemaInfo::Indexes).rowCount(), 3);
+    info.setTable(u"plan_entry"_s);
+    EXPECT_EQ(info.rows(query::SchemaInfo::Relations).text(0, 0), u"plans_rel");
+
+    info.setTable(u"my notes"_s);
+    auto *indexes = dialog.findChild<tarnwick::JTableWin *>(u"indexes"_s);
+    indexes->reload();
+    const query::TextRows &rows = info.rows(query::SchemaInfo::Indexes);
+    EXPECT_EQ(rows.text(1, 3), u"the text (descending)");
+    EXPECT_EQ(rows.colours(0), rows.colours(1)) << "rows of one index";
+    EXPECT_NE(rows.colours(1), rows.colours(2));
+    Q_EMIT indexes->rowActivated(1);
+    Q_EMIT indexes->rowActivated(0);
+    EXPECT_EQ(taken, (QStringList{u"[the text]"_s, u"n"_s}));
+    sql(u"DROP TABLE [my notes]"_s);
+    EXPECT_FALSE(info.setTable(u"my notes"_s));
+    EXPECT_EQ(said.entries().last().number, 1067);
 }
 
 } // namespace app
