@@ -3,7 +3,9 @@
 #include <bench/PlainDatabase.h>
 #include <bench/ReportTable.h>
 #include <bench/SideBySide.h>
+#include <QTemporaryDir>
 #include <results/history/HistoryList.h>
+#include <tarnwick/FileWriter.h>
 
 namespace {
 
@@ -104,6 +106,35 @@ void historySort(benchmark::State &state)
     list.sortBy(HistorySort::Fetched);
 }
 BENCHMARK(historySort)->ArgName("by")->DenseRange(1, 6)->Unit(benchmark::kMillisecond);
+
+/// Loading a file of a million entries, beside reading its bytes and finding its cells.
+void historyOpen(benchmark::State &state)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("million.hst"));
+    HistoryList &list = fetched();
+    list.choices().mode = OutageMode::All;
+    for (results::DefectChoice &choice : list.choices().defects)
+        choice.volts = results::DefectChoice::kNoThreshold;
+    list.applyFilter();
+    if (!list.saveAs(path) || list.kept() != kRows)
+        qFatal("not stored");
+    results::ArvoHistoryOptions options;
+    HistoryList loaded(opened().session, bench::resultsProject(), options);
+    const auto ours = [&] {
+        if (!loaded.open(path) || loaded.count() != kRows)
+            qFatal("not every entry was read");
+    };
+    const auto plain = [&] {
+        const QByteArray bytes = tarnwick::readFile(path);
+        qint64 cells = 0;
+        for (const char c : bytes)
+            cells += c == '\t' || c == '\n' ? 1 : 0;
+        benchmark::DoNotOptimize(cells);
+    };
+    bench::SideBySide::run(state, kRows, ours, plain);
+}
+BENCHMARK(historyOpen)->UseManualTime()->Iterations(2)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -2,6 +2,8 @@
 
 #include "RowFields.h"
 
+#include <tarnwick/base/Progress.h>
+
 using namespace Qt::StringLiterals;
 using fenwright::TableScanner;
 using fenwright::TableWriter;
@@ -76,7 +78,8 @@ constexpr OriginProperty kOriginProperties[] = {
 
 } // namespace
 
-void History::read(const QString &machinePath, const std::function<void(HistoryEntry &)> &take)
+void History::read(const QString &machinePath, const std::function<void(HistoryEntry &)> &take,
+                   tarnwick::Progress *progress)
 {
     TableScanner table = TableScanner::open(machinePath, {u"row"_s, u"col"_s, u"outage"_s, u"defect"_s});
     isCounted = table.isCounted();
@@ -85,12 +88,15 @@ void History::read(const QString &machinePath, const std::function<void(HistoryE
     for (const OriginProperty &property : kOriginProperties)
         origin.*property.member = table.property(property.name.toString());
     RowReader reader(table, fieldNames());
+    const qint64 total = table.bytesLeft();
+    tarnwick::ProgressLoop loop(progress, total, u"Reading history"_s);
     while (table.next()) {
         table.requireCells();
         HistoryEntry entry;
         reader.startRow();
         visitFields(entry, reader);
         take(entry);
+        loop.tick(total - table.bytesLeft());
     }
 }
 

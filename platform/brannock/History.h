@@ -3,6 +3,10 @@
 
 #include <functional>
 
+namespace tarnwick {
+class Progress;
+}
+
 namespace brannock {
 
 /// One past result of a tube.
@@ -53,8 +57,10 @@ public:
     void store(const QString &machinePath) const;
 
     /// As load() and store(), for histories that are kept in another form: each entry is passed on when it is read, or
-    /// asked for when it is written. The entries here are not used. next() returns null after the last one.
-    void read(const QString &machinePath, const std::function<void(HistoryEntry &)> &take);
+    /// asked for when it is written. The entries here are not used. next() returns null after the last one. progress
+    /// may be null; reading throws Cancelled if it stops it.
+    void read(const QString &machinePath, const std::function<void(HistoryEntry &)> &take,
+              tarnwick::Progress *progress = nullptr);
     void write(const QString &machinePath, const std::function<const HistoryEntry *()> &next) const;
 };
 

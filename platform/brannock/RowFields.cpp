@@ -8,14 +8,26 @@ using tarnwick::JDateTime;
 namespace brannock {
 
 namespace {
-constexpr int kIsoSize = 19; // length of yyyy-mm-ddThh:mm:ss
-}
+constexpr int kIsoSize = 19;  // length of yyyy-mm-ddThh:mm:ss
+constexpr int kHourSize = 13; // of yyyy-mm-ddThh
+} // namespace
 
 RowReader::RowReader(const fenwright::TableScanner &scanner, const QStringList &fieldNames)
     : m_scanner(scanner)
 {
+    constexpr size_t kKnown = 1 << 10;
+    m_hours.resize(kKnown);
+    m_texts.resize(kKnown);
     for (const QString &name : fieldNames)
-        m_columns.push_back({scanner.column(name), {}, {}});
+        m_columns.push_back({scanner.column(name), {}});
+}
+
+const RowReader::Text &RowReader::knownText(QByteArrayView raw)
+{
+    Text &known = m_texts[qHash(raw) % m_texts.size()];
+    if (known.raw != raw)
+        known = {raw, fenwright::cellText(raw)};
+    return known;
 }
 
 void RowReader::field(QStringView, QString &value)
@@ -24,11 +36,9 @@ void RowReader::field(QStringView, QString &value)
     const QByteArrayView raw = m_scanner.raw(column.index);
     if (raw.isEmpty())
         return;
-    if (column.lastRaw != raw) {
-        column.lastRaw = raw;
-        column.lastText = fenwright::cellText(raw);
-    }
-    value = column.lastText;
+    if (column.last.raw != raw)
+        column.last = knownText(raw);
+    value = column.last.text;
 }
 
 void RowReader::field(QStringView, int &value, IntRange range)
@@ -61,39 +71,50 @@ void RowReader::field(QStringView, float &value)
 
 void RowReader::field(QStringView, bool &value)
 {
-    value = m_scanner.flag(m_columns[m_next++].index, value);
+    const int column = m_columns[m_next++].index;
+    if (!m_scanner.raw(column).isEmpty())
+        value = m_scanner.flag(column, value);
 }
 
-std::optional<JDateTime> RowReader::sameHour(QByteArrayView cell) const
+RowReader::Hour &RowReader::knownHour(QByteArrayView hour)
 {
-    if (m_hour.isEmpty() || cell.size() != kIsoSize || !cell.startsWith(m_hour) || cell[13] != ':' || cell[16] != ':')
+    return m_hours[qHash(hour) % m_hours.size()];
+}
+
+std::optional<JDateTime> RowReader::timeInKnownHour(QByteArrayView cell)
+{
+    if (cell.size() != kIsoSize || cell[13] != ':' || cell[16] != ':')
         return std::nullopt;
     for (const int i : {14, 15, 17, 18}) {
         if (cell[i] < '0' || cell[i] > (i == 14 || i == 17 ? '5' : '9'))
             return std::nullopt;
     }
+    const Hour &hour = knownHour(cell.first(kHourSize));
+    if (hour.text != cell.first(kHourSize))
+        return std::nullopt;
     const int minute = (cell[14] - '0') * 10 + cell[15] - '0';
     const int second = (cell[17] - '0') * 10 + cell[18] - '0';
-    return JDateTime::fromSeconds(m_hourTime.seconds() + minute * 60 + second);
+    return JDateTime::fromSeconds(hour.seconds + minute * 60 + second);
 }
 
 void RowReader::field(QStringView, JDateTime &value)
 {
     const int column = m_columns[m_next++].index;
     const QByteArrayView raw = m_scanner.raw(column);
-    if (raw.trimmed().isEmpty())
+    if (raw.isEmpty())
         return;
-    // mktime() reads the time zone's rules on every call. Consecutive entries of a report are usually in the same hour.
-    std::optional<JDateTime> time = sameHour(raw);
+    // mktime() reads the time zone's rules on every call, and the entries of a file share few hours.
+    std::optional<JDateTime> time = timeInKnownHour(raw);
     if (!time) {
+        if (raw.trimmed().isEmpty())
+            return;
         time = fenwright::cellTime(raw);
         if (!time)
             m_scanner.fail(column, u"'%1' is not a date and time"_s.arg(m_scanner.text(column)));
         const std::tm local = time->local();
-        if (raw.size() == kIsoSize && raw[10] == 'T') {
-            m_hour = raw.first(13);
-            m_hourTime = JDateTime::fromSeconds(time->seconds() - local.tm_min * 60 - local.tm_sec);
-        }
+        if (raw.size() == kIsoSize && raw[10] == 'T')
+            knownHour(raw.first(kHourSize)) = {raw.first(kHourSize),
+                                               time->seconds() - local.tm_min * 60 - local.tm_sec};
     }
     value = *time;
 }

@@ -52,8 +52,8 @@ public:
     QStringList names;
 };
 
-/// Reads the cells of the scanner's row into the fields of an entry. An empty cell does not change the field. A text
-/// equal to that of the previous row shares its memory, so large files are read quickly and need little memory.
+/// Reads the cells of the scanner's row into the fields of an entry. An empty cell does not change the field. Equal
+/// texts share their memory as far as they are still known, so large files are read quickly and need little memory.
 class RowReader
 {
 public:
@@ -76,19 +76,33 @@ public:
     void sparse(QStringView name, int &value, IntRange range) { field(name, value, range); }
 
 private:
+    /// A text that was converted before.
+    struct Text
+    {
+        QByteArrayView raw; ///< valid as long as the scanner
+        QString text;
+    };
     struct Column
     {
         int index = -1;
-        QByteArrayView lastRaw;
-        QString lastText;
+        Text last;
     };
-    std::optional<tarnwick::JDateTime> sameHour(QByteArrayView cell) const;
+    const Text &knownText(QByteArrayView raw);
+    /// An hour that was converted before.
+    struct Hour
+    {
+        QByteArrayView text; ///< "yyyy-mm-ddThh"; valid as long as the scanner
+        qint64 seconds = 0;
+    };
+    Hour &knownHour(QByteArrayView hour);
+    std::optional<tarnwick::JDateTime> timeInKnownHour(QByteArrayView cell);
 
     const fenwright::TableScanner &m_scanner;
     std::vector<Column> m_columns;
     size_t m_next = 0;
-    QByteArrayView m_hour; ///< "yyyy-mm-ddThh" of the last time read
-    tarnwick::JDateTime m_hourTime;
+    // By a hash of the bytes.
+    std::vector<Hour> m_hours;
+    std::vector<Text> m_texts;
 };
 
 /// Writes the fields of an entry as the cells of a row.

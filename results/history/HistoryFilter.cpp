@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <numeric>
 #include <QStringList>
 #include <tarnwick/Format.h>
 
@@ -65,29 +64,6 @@ quint64 descending(double value)
     constexpr quint64 sign = quint64(1) << 63;
     const auto bits = std::bit_cast<quint64>(value + 0.0); // negative zero becomes zero
     return bits & sign ? bits : ~bits & ~sign;
-}
-
-/// For each text number its place among all texts, without regard to case.
-std::vector<quint32> textOrder(const TextNumbers &texts)
-{
-    std::vector<quint32> numbers(texts.count());
-    std::iota(numbers.begin(), numbers.end(), 0);
-    const auto compare = [&](quint32 left, quint32 right) {
-        return texts[left].compare(texts[right], Qt::CaseInsensitive);
-    };
-    std::sort(numbers.begin(), numbers.end(), [&](quint32 left, quint32 right) { return compare(left, right) < 0; });
-    std::vector<quint32> places(numbers.size());
-    for (size_t i = 1; i < numbers.size(); ++i)
-        places[numbers[i]] = places[numbers[i - 1]] + (compare(numbers[i - 1], numbers[i]) < 0 ? 1 : 0);
-    return places;
-}
-
-/// Whole numbers that sort as the addresses do.
-quint64 addressKey(qint16 first, qint16 second, qint16 third)
-{
-    constexpr int bits = 16;
-    const auto part = [](qint16 number) { return quint64(quint16(number) ^ 0x8000u); };
-    return (part(first) << bits | part(second)) << bits | part(third);
 }
 
 } // namespace
@@ -153,7 +129,7 @@ std::vector<quint32> sortedHistory(const HistoryRows &rows, HistorySort sort)
         quint32 index;
         auto operator<=>(const Key &) const = default;
     };
-    const std::vector<quint32> codes = textOrder(rows.texts);
+    const std::vector<quint32> codes = rows.texts.order();
     const auto keyOf = [&](const HistoryRow &row, quint32 index) -> Key {
         switch (sort) {
         case HistorySort::Tube:

@@ -4,6 +4,7 @@
 #include "HistoryFetch.h"
 #include "Messages.h"
 
+#include <dao/ProgressScope.h>
 #include <QDir>
 #include <QElapsedTimer>
 #include <tarnwick/AskToSave.h>
@@ -46,6 +47,7 @@ bool HistoryList::fetchFilters()
     if (!db::checkConnected(*m_session))
         return false;
     tarnwick::UserPrompts &prompts = m_session->prompts();
+    const dao::ProgressScope stoppable(m_session->database(), m_progress);
     QList<OutageChoice> outages;
     const auto readOutages = [&] { outages = fetchOutages(m_session->database(), choices().outages); };
     const auto readDefects = [&] { choices().defects = fetchDefects(m_session->database(), choices().defects); };
@@ -94,9 +96,13 @@ bool HistoryList::open(const QString &machinePath)
     HistoryRows rows;
     brannock::History file;
     const auto read = [&] {
-        file.read(machinePath, [&](brannock::HistoryEntry &entry) { rows.append(rows.packed(entry)); });
+        file.read(
+            machinePath, [&](brannock::HistoryEntry &entry) { rows.append(rows.packed(entry)); }, m_progress);
     };
-    if (!tarnwick::attempt(m_session->prompts(), read, messages::kCouldNotLoadHistory))
+    const auto outcome = tarnwick::attemptCancellable(m_session->prompts(), read, messages::kCouldNotLoadHistory);
+    if (outcome == tarnwick::Outcome::Cancelled)
+        m_session->prompts().status(messages::kOpenCancelled);
+    if (outcome != tarnwick::Outcome::Done)
         return false;
     rows.numberInAnyOrder();
     replace(std::move(rows));
@@ -113,23 +119,30 @@ bool HistoryList::open(const QString &machinePath)
 
 void HistoryList::addMissingChoices()
 {
-    QHash<quint32, qint32> outages;
-    QHash<quint32, qint32> codes;
+    // By text number.
+    std::vector<qint32> outages(m_rows.texts.count());
+    std::vector<qint32> codes(m_rows.texts.count());
     for (size_t i = 0; i < m_rows.count(); ++i) {
         ++outages[m_rows.texts.folded(m_rows[i].outage)];
         ++codes[m_rows.texts.folded(m_rows[i].defect)];
     }
+    const auto forget = [this](std::vector<qint32> &counts, const QString &text) {
+        if (const qint64 number = m_rows.texts.findFolded(text); number >= 0)
+            counts[size_t(number)] = 0;
+    };
     for (const OutageChoice &known : std::as_const(choices().outages))
-        outages.remove(quint32(m_rows.texts.findFolded(known.outage)));
+        forget(outages, known.outage);
     for (const DefectChoice &known : std::as_const(choices().defects))
-        codes.remove(quint32(m_rows.texts.findFolded(known.code)));
-    for (auto it = outages.cbegin(); it != outages.cend(); ++it)
-        choices().outages.append({m_rows.texts[it.key()], true});
-    for (auto it = codes.cbegin(); it != codes.cend(); ++it) {
-        DefectChoice choice;
-        choice.code = m_rows.texts[it.key()];
-        choice.count = it.value();
-        choices().defects.append(choice);
+        forget(codes, known.code);
+    for (quint32 number = 0; number < outages.size(); ++number) {
+        if (outages[number] > 0)
+            choices().outages.append({m_rows.texts[number], true});
+        if (codes[number] > 0) {
+            DefectChoice choice;
+            choice.code = m_rows.texts[number];
+            choice.count = codes[number];
+            choices().defects.append(choice);
+        }
     }
     // The latest outage of a tube is the one that stands last.
     std::stable_sort(choices().outages.begin(), choices().outages.end(),
@@ -150,16 +163,21 @@ bool HistoryList::saveAs(const QString &machinePath)
     file.origin.codes = choices().codesText();
     int place = 0;
     brannock::HistoryEntry entry;
+    tarnwick::ProgressLoop loop(m_progress, count(), u"Storing history"_s);
     const auto next = [&]() -> const brannock::HistoryEntry * {
         while (place < count() && !isKept(place))
             ++place;
+        loop.tick(place); // nothing is written before the last entry was asked for
         if (place == count())
             return nullptr;
         entry = entryAt(place++);
         return &entry;
     };
     const auto write = [&] { file.write(machinePath, next); };
-    if (!tarnwick::attempt(m_session->prompts(), write, messages::kCouldNotStoreHistory))
+    const auto outcome = tarnwick::attemptCancellable(m_session->prompts(), write, messages::kCouldNotStoreHistory);
+    if (outcome == tarnwick::Outcome::Cancelled)
+        m_session->prompts().status(messages::kStoreCancelled);
+    if (outcome != tarnwick::Outcome::Done)
         return false;
     m_changed = false;
     if (isLoaded)

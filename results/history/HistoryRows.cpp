@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <numeric>
-#include <tuple>
 
 namespace results {
 
@@ -45,6 +44,27 @@ qint64 TextNumbers::findFolded(const QString &text) const
 {
     const auto found = m_foldedNumbers.constFind(text.toCaseFolded());
     return found == m_foldedNumbers.constEnd() ? -1 : qint64(*found);
+}
+
+std::vector<quint32> TextNumbers::order() const
+{
+    std::vector<quint32> numbers(count());
+    std::iota(numbers.begin(), numbers.end(), 0);
+    const auto compare = [this](quint32 left, quint32 right) {
+        return m_texts[left].compare(m_texts[right], Qt::CaseInsensitive);
+    };
+    std::sort(numbers.begin(), numbers.end(), [&](quint32 left, quint32 right) { return compare(left, right) < 0; });
+    std::vector<quint32> places(numbers.size());
+    for (size_t i = 1; i < numbers.size(); ++i)
+        places[numbers[i]] = places[numbers[i - 1]] + (compare(numbers[i - 1], numbers[i]) < 0 ? 1 : 0);
+    return places;
+}
+
+quint64 addressKey(qint16 first, qint16 second, qint16 third)
+{
+    constexpr int bits = 16;
+    const auto part = [](qint16 number) { return quint64(quint16(number) ^ 0x8000u); };
+    return (part(first) << bits | part(second)) << bits | part(third);
 }
 
 void HistoryRows::append(const HistoryRow &row)
@@ -145,19 +165,24 @@ void HistoryRows::number()
 
 void HistoryRows::numberInAnyOrder()
 {
-    std::vector<quint32> order(m_count);
-    std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(), [this](quint32 left, quint32 right) {
-        const HistoryRow &a = (*this)[left];
-        const HistoryRow &b = (*this)[right];
-        if (!a.isSameTube(b))
-            return std::tie(a.sec, a.row, a.col) < std::tie(b.sec, b.row, b.col);
-        const quint32 outageOfA = texts.folded(a.outage);
-        const quint32 outageOfB = texts.folded(b.outage);
-        return outageOfA != outageOfB &&
-               texts[outageOfA].compare(texts[outageOfB], Qt::CaseInsensitive) > 0; // the latest first
-    });
-    numberBy([&](size_t i) { return size_t(order[i]); });
+    /// The index as last part of the key makes the order stable.
+    struct Key
+    {
+        quint64 tube;
+        quint32 outage;
+        quint32 index;
+        auto operator<=>(const Key &) const = default;
+    };
+    const std::vector<quint32> outages = texts.order();
+    std::vector<Key> keys;
+    keys.reserve(m_count);
+    for (size_t i = 0; i < m_count; ++i) {
+        const HistoryRow &row = (*this)[i];
+        keys.push_back({addressKey(row.sec, row.row, row.col), ~outages[row.outage], quint32(i)}); // the latest first
+    }
+    if (!std::is_sorted(keys.begin(), keys.end()))
+        std::sort(keys.begin(), keys.end());
+    numberBy([&](size_t i) { return size_t(keys[i].index); });
 }
 
 } // namespace results

@@ -22,6 +22,8 @@ public:
     /// The same number for texts that differ only in case: that of the first of them. The engine compares texts so.
     quint32 folded(quint32 number) const { return m_folded[number]; }
     size_t count() const { return m_texts.size(); }
+    /// For each number the place of its text among all texts, without regard to case.
+    std::vector<quint32> order() const;
 
 private:
     quint32 addNew(const QString &text);
@@ -32,6 +34,9 @@ private:
     QHash<QString, quint32> m_foldedNumbers; ///< by the text in case-folded form
     std::array<quint32, 1 << 10> m_recent{}; ///< by the place of the text in memory: the engine shares equal texts
 };
+
+/// Whole numbers that sort as three numbers of an address do.
+quint64 addressKey(qint16 first, qint16 second, qint16 third);
 
 /// One entry of a history in a compact form, for histories of millions of entries. Texts are numbers of TextNumbers.
 struct HistoryRow

@@ -10,6 +10,8 @@ inline constexpr Message kFetchOutages{0, u"Could not fetch outages."};
 inline constexpr Message kFetchDefects{0, u"Could not fetch defects."};
 inline constexpr Message kFetchHistory{0, u"Could not fetch history."};
 inline constexpr Message kFetchCancelled{0, u"Fetching history was cancelled."};
+inline constexpr Message kOpenCancelled{0, u"Loading the history file was cancelled."};
+inline constexpr Message kStoreCancelled{0, u"Storing the history was cancelled."};
 inline constexpr Message kProcessed{0, u"Processed %D records."};
 inline constexpr Message kFetchTime{0, u"Fetch time=%.3f sec."};
 inline constexpr Message kFilterDone{0, u"Filter done."};

@@ -241,6 +241,14 @@ TEST_F(HistoryListTest, ACancelledFetchChangesNothing)
     EXPECT_EQ(stopped.fetch(), tarnwick::Outcome::Cancelled);
     EXPECT_EQ(prompts.lastStatus(), u"Fetching history was cancelled.");
     EXPECT_EQ(stopped.count(), 0);
+    const QString file = folder.path(u"a.hst"_s);
+    ASSERT_TRUE(list.fetchFilters() && list.fetch() == tarnwick::Outcome::Done && list.saveAs(file));
+    EXPECT_FALSE(stopped.open(file));
+    EXPECT_EQ(prompts.lastStatus(), u"Loading the history file was cancelled.");
+    list.setProgress(&stop);
+    EXPECT_FALSE(list.saveAs(folder.path(u"b.hst"_s)));
+    EXPECT_FALSE(QFile::exists(folder.path(u"b.hst"_s)));
+    list.setProgress(nullptr);
     EXPECT_TRUE(prompts.texts(Kind::Error).isEmpty());
     session.close();
     EXPECT_FALSE(list.fetchFilters());
