@@ -86,29 +86,29 @@ public:
 
     QString openFile(const tarnwick::FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &) override
     {
-        asked.append(QString::fromUtf16(chooser.filter));
-        return next;
+        return answer(QString::fromUtf16(chooser.filter));
     }
     QStringList openFiles(const tarnwick::FileChooserInfo &chooser, const QString &,
                           const tarnwick::PathRoots &) override
     {
-        asked.append(QString::fromUtf16(chooser.filter));
-        return next.isEmpty() ? QStringList() : QStringList{next};
+        const QString chosen = answer(QString::fromUtf16(chooser.filter));
+        return chosen.isEmpty() ? QStringList() : QStringList{chosen};
     }
     QString saveFile(const tarnwick::FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &,
                      const QString &) override
     {
-        asked.append(QString::fromUtf16(chooser.filter));
-        return next;
+        return answer(QString::fromUtf16(chooser.filter));
     }
-    QString openFolder(const QString &title, const QString &) override
-    {
-        asked.append(title);
-        return next;
-    }
+    QString openFolder(const QString &title, const QString &) override { return answer(title); }
     QString newFile(const tarnwick::FileChooserInfo &chooser, const QString &, const tarnwick::PathRoots &) override
     {
-        asked.append(QString::fromUtf16(chooser.filter));
+        return answer(QString::fromUtf16(chooser.filter));
+    }
+
+private:
+    QString answer(const QString &question)
+    {
+        asked.append(question);
         return next;
     }
 };

@@ -45,7 +45,6 @@ TEST_F(LegendWindowTest, IsReorderedByKeysAndByDropping)
     settle();
     EXPECT_EQ(legendOrder(), u"ACB"_s);
     EXPECT_EQ(legend->currentEntry(), 1);
-    EXPECT_EQ(command(Undo)->text(), u"Undo Move Entry"_s);
 
     const std::unique_ptr<QMimeData> dragged(legend->model()->mimeData({legend->model()->index(0, 1)}));
     legend->model()->dropMimeData(dragged.get(), Qt::MoveAction, 3, 0, {});
@@ -73,7 +72,6 @@ TEST_F(LegendWindowTest, ShowsHidesAndDeletesByKeys)
     EXPECT_FALSE(mapOf(window).entry(0).shown);
     EXPECT_EQ(said.lastStatus(), u"Hidden: \"Pattern 2x1\"."_s);
     EXPECT_EQ(model.index(0, LegendModel::Hits).data().toString(), u"0"_s);
-    EXPECT_EQ(command(Undo)->text(), u"Undo Hide Entry"_s);
     window.commands().action(EntriesInvert)->trigger();
     settle();
     EXPECT_TRUE(mapOf(window).entry(0).shown);
@@ -88,23 +86,6 @@ TEST_F(LegendWindowTest, ShowsHidesAndDeletesByKeys)
     run(DeleteAllEntries);
     EXPECT_EQ(mapOf(window).count(), 0);
     EXPECT_FALSE(command(DeleteAllEntries)->isEnabled());
-}
-
-TEST_F(LegendWindowTest, UpdateComputesTheLegendAnew)
-{
-    open();
-    addPattern(1, 2);
-    auto emptied = mapOf(window).entry(0).clone();
-    emptied->tubes.clear();
-    mapOf(window).change(u"Empty"_s, [&](map::MapEdit &edit) { edit.replaceEntry(0, std::move(emptied)); });
-    said.clear();
-    find<QToolButton>(u"updateButton"_s)->click();
-    settle();
-    EXPECT_GT(mapOf(window).hits(0), 0);
-    EXPECT_EQ(said.lastStatus(), u"Done updating map."_s);
-    const QStringList told = said.texts(tarnwick::RecordingPrompts::Entry::Kind::Information);
-    EXPECT_TRUE(told.size() == 1 && told[0].contains(u"    1  Pattern 2x1: "_s)) << qPrintable(told.join(u'|'));
-    EXPECT_EQ(command(Undo)->text(), u"Undo Update Map"_s);
 }
 
 namespace {

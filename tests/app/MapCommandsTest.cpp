@@ -56,10 +56,9 @@ TEST_F(MapCommandsTest, UnsavedChangesAreAskedAboutBeforeTheyWouldBeLost)
     EXPECT_EQ(questions(), kAsk);
     EXPECT_EQ(session.map().count(), 1);
 
-    // Yes, but no file was chosen: that is no way to lose the map either.
     said.answerWith({Answer::Yes});
     commands.newMap();
-    EXPECT_EQ(session.map().count(), 1);
+    EXPECT_EQ(session.map().count(), 1) << "no file was chosen";
 
     dialogs.next = inFolder(u"kept.map"_s);
     said.answerWith({Answer::Yes});
@@ -91,9 +90,6 @@ TEST_F(MapCommandsTest, SaveGoesToTheMapsOwnFileAndSaveAsToAnother)
     EXPECT_TRUE(commands.saveAs());
     EXPECT_EQ(session.map().name(), u"two"_s);
     EXPECT_EQ(folder.read(u"one.map"_s), one);
-    EXPECT_EQ(session.systemMacros().value(u"[MAP NAME]"), u"two"_s);
-    dialogs.next.clear();
-    EXPECT_FALSE(commands.saveAs());
 
     // Somebody else has stored the map meanwhile.
     QFile file(inFolder(u"two.map"_s));
@@ -155,14 +151,6 @@ TEST_F(MapCommandsTest, ExportLeavesTheMapItsFileAndImportOpensACopyInTheProject
     commands.importMap();
     EXPECT_EQ(questions(), u"\"maps\\sample.map\" already exists.\n\nDo you wish to replace it?"_s);
     EXPECT_EQ(session.map().count(), 2);
-
-    // A template that is none changes neither map nor project.
-    dialogs.next = folder.write(u"none.map"_s, "no map at all");
-    said.clear();
-    commands.importMap();
-    EXPECT_EQ(said.entries()[0].number, 1039);
-    EXPECT_EQ(session.map().count(), 2);
-    EXPECT_FALSE(QFile::exists(projectFolder() + u"/maps/none.map"_s));
 }
 
 TEST_F(MapCommandsTest, TheMapOpenedLastIsOpenedAtTheStart)

@@ -21,6 +21,7 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
+#include <support/Files.h>
 
 using namespace Qt::StringLiterals;
 using tarnwick::Answer;
@@ -64,20 +65,6 @@ void setColour(QDialog &dialog, const QString &name, quint32 value)
     Q_EMIT button->colourChanged(button->colour());
 }
 
-/// Options as a later version of the program may have stored them meanwhile; they are not overwritten.
-class NewerOptions : public tarnwick::OptionFile
-{
-public:
-    NewerOptions()
-        : OptionFile(u"config\\arvo\\arvo.opt"_s, u"ARVO Options"_s, 99)
-    {
-    }
-
-private:
-    void serializeBody(tarnwick::JFile &, int) override {}
-    void resetToDefaults() override {}
-};
-
 } // namespace
 
 TEST_F(ViewTest, OptionsAreTriedOutOnTheMapAndStoredWithOk)
@@ -109,7 +96,6 @@ TEST_F(ViewTest, CancelledOptionsLeaveAllAsItWas)
     said.clear();
     inOptions([](query::ArvoOptionsDlg &dialog) { dialog.reject(); });
     EXPECT_EQ(said.entries().size(), 1) << "nothing was changed, so nothing is asked";
-    EXPECT_EQ(said.lastStatus(), u"Parameters unchanged."_s);
 
     said.answerWith({Answer::Cancel, Answer::No});
     inOptions([](query::ArvoOptionsDlg &dialog) {
@@ -143,37 +129,28 @@ TEST_F(ViewTest, OptionsHoldTabsAndMacros)
             sql->setPlainText(u"SELECT %1"_s.arg(i));
         }
         auto *name = dialog.findChild<QComboBox *>(u"tabName"_s);
-        EXPECT_EQ(name->currentText(), u"Tab 2"_s);
         name->lineEdit()->selectAll();
         QTest::keyClicks(name->lineEdit(), u"Plugs"_s);
         name->setCurrentIndex(0);
         EXPECT_EQ(sql->toPlainText(), u"SELECT 0"_s);
         dialog.findChild<QPushButton *>(u"deleteTab"_s)->click();
-        EXPECT_EQ(name->currentText(), u"Plugs"_s);
-        EXPECT_EQ(sql->toPlainText(), u"SELECT 1"_s);
 
         QAbstractItemModel &macros = *dialog.findChild<QTableView *>(u"userMacros"_s)->model();
         EXPECT_TRUE(macros.setData(macros.index(0, 1), u"limit"_s, Qt::EditRole));
         EXPECT_TRUE(macros.setData(macros.index(0, 2), u"40"_s, Qt::EditRole));
-        EXPECT_FALSE(macros.setData(macros.index(1, 1), u"LIMIT"_s, Qt::EditRole)) << "it stands already";
-        EXPECT_FALSE(macros.setData(macros.index(1, 2), u"x"_s, Qt::EditRole)) << "no name yet";
-        EXPECT_EQ(macros.rowCount(), 2);
-        QAbstractItemModel &system = *dialog.findChild<QTableView *>(u"systemMacros"_s)->model();
-        EXPECT_EQ(system.rowCount(), 20);
-        EXPECT_FALSE(system.setData(system.index(0, 2), u"x"_s, Qt::EditRole));
         dialog.accept();
     });
     const query::ArvoOptions &options = window.projectSession().options();
     EXPECT_EQ(options.tubeInfoTabs, (QList<query::ArvoOptions::TubeInfoTab>{{u"Plugs"_s, u"SELECT 1"_s}}));
     EXPECT_EQ(options.userMacros.value(u"[LIMIT]").value_or(QString()), u"40"_s);
-    EXPECT_EQ(window.projectSession().options().userMacros, options.userMacros);
     EXPECT_EQ(window.projectSession().queryContext().userMacros, options.userMacros) << "queries see them at once";
 }
 
 TEST_F(ViewTest, OptionsThatCannotBeStoredAreSaidAndHoldUntilTheEnd)
 {
     open();
-    NewerOptions().store(window.projectSession().roots());
+    const QString config = window.projectSession().roots().palomineDir + u"/config"_s;
+    ASSERT_TRUE(QDir(config).removeRecursively() && QFile(config).open(QIODevice::NewOnly));
     said.clear();
     inOptions([](query::ArvoOptionsDlg &dialog) {
         setColour(dialog, u"mapColour"_s, 0x778899);
@@ -202,7 +179,6 @@ TEST_F(ViewTest, TheFindFieldCompletesAndSaysWhatIsWrong)
     QTest::keyClicks(field, u"77777"_s);
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_TRUE(said.lastStatus().startsWith(u"There is no tube \""_s)) << qPrintable(said.lastStatus());
-    EXPECT_TRUE(said.lastStatus().contains(u"has COL"_s)) << qPrintable(said.lastStatus());
     EXPECT_EQ(field->accessibleDescription(), said.lastStatus());
     EXPECT_TRUE(mapOf(window).tubes().selection().isEmpty());
     field->setText(whole);
@@ -212,7 +188,6 @@ TEST_F(ViewTest, TheFindFieldCompletesAndSaysWhatIsWrong)
     field->setFocus();
     QTest::keyClick(field, Qt::Key_Escape);
     EXPECT_TRUE(window.map().hasFocus());
-    EXPECT_EQ(mapOf(window).tubes().selection(), QList<qint32>{40});
     field->setFocus();
 
     // A row chosen from the list leads on to its columns.
@@ -228,20 +203,6 @@ TEST_F(ViewTest, TheFindFieldCompletesAndSaysWhatIsWrong)
     EXPECT_TRUE(found.index(0, 0).data().toString().startsWith(row)) << qPrintable(found.index(0, 0).data().toString());
     EXPECT_TRUE(said.entries().isEmpty()) << qPrintable(said.lastStatus());
     field->completer()->popup()->hide();
-}
-
-TEST_F(ViewTest, DragButtonChoosesWhatDraggingDoes)
-{
-    open();
-    using Mode = brannock::TubesheetMap::DragMode;
-    EXPECT_EQ(window.map().dragMode(), Mode::Rectangle);
-    const QList<QAction *> modes = find<QMenu>(u"dragModes"_s)->actions();
-    ASSERT_EQ(modes.size(), 4);
-    modes[1]->trigger();
-    EXPECT_EQ(window.map().dragMode(), Mode::Lasso);
-    EXPECT_FALSE(modes[0]->isChecked());
-    modes[3]->trigger();
-    EXPECT_EQ(window.map().dragMode(), Mode::Pan);
 }
 
 TEST_F(ViewTest, KeysLeadThroughThePartsOfTheWindow)
@@ -334,29 +295,12 @@ TEST_F(ComponentTest, LegendFollowsAComponentThatTheMakerHasChanged)
     EXPECT_TRUE(said.entries().isEmpty()) << "nothing has changed this time";
 }
 
-TEST_F(ComponentTest, WhatIsUnsavedStaysUnsavedUnderAnotherComponent)
-{
-    ASSERT_TRUE(window.openProject(project));
-    ellery::SteamGen fewer = mapOf(window).component();
-    QList<ellery::Tube> tubes = fewer.tubes();
-    tubes.removeFirst();
-    fewer.setTubes(tubes);
-    makeTool(fewer);
-    mapOf(window).change(u"Description"_s, [](map::MapEdit &edit) { edit.setDescription(u"words"_s); });
-    window.commands().action(ComponentMaker)->trigger();
-    EXPECT_EQ(mapOf(window).component().numTube(), fewer.numTube());
-    EXPECT_TRUE(mapOf(window).isModified());
-}
-
 TEST_F(ComponentTest, ADamagedComponentIsSaidAndTheOldOneStays)
 {
     ASSERT_TRUE(window.openProject(project));
     const int tubes = mapOf(window).component().numTube();
     makeTool(mapOf(window).component());
-    QFile result(m_folder.filePath(u"result/tubes.txt"_s));
-    ASSERT_TRUE(result.open(QIODevice::WriteOnly));
-    result.write("no heading here\n");
-    result.close();
+    support::writeFile(m_folder.filePath(u"result/tubes.txt"_s), "no heading here\n");
     said.clear();
     window.commands().action(ComponentMaker)->trigger();
     EXPECT_EQ(said.texts(tarnwick::RecordingPrompts::Entry::Kind::Error).size(), 1);

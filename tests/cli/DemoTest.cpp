@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <query/QueryDocument.h>
+#include <support/Files.h>
 
 using namespace Qt::StringLiterals;
 
@@ -84,9 +85,7 @@ TEST_F(PromisesTest, ExamplesOfTheDocumentsRunAsPrinted)
     if (hasSample)
         QFile::copy(qEnvironmentVariable("ARVO_TESTDATA") + u"/suite-old-2.mdb"_s, folder.filePath(u"OLD.mdb"_s));
     for (const QString &document : {u"/README.md"_s, u"/docs/user-guide.md"_s}) {
-        QFile file(kSources + document);
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const QString text = QString::fromUtf8(file.readAll());
+        const QString text = QString::fromUtf8(support::readFile(kSources + document));
         int examples = 0;
         bool inBlock = false;
         for (const QString &line : text.split(u'\n')) {

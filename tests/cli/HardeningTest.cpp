@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <support/Files.h>
 
 using namespace Qt::StringLiterals;
 
@@ -50,9 +51,7 @@ TEST(HardeningTest, ProgramsAreBuiltSoThatFaultsAreHardToUse)
 #ifdef __x86_64__
         // Places that an indirect call may reach are marked; without the flag the few of the system's own files are.
         constexpr int kMarksOfTheSystem = 50;
-        QFile file(program);
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        EXPECT_GT(file.readAll().count("\xF3\x0F\x1E\xFA"), kMarksOfTheSystem) << qPrintable(name);
+        EXPECT_GT(support::readFile(program).count("\xF3\x0F\x1E\xFA"), kMarksOfTheSystem) << qPrintable(name);
 #endif
     }
 #if defined(__OPTIMIZE__) && !defined(__SANITIZE_ADDRESS__)

@@ -1,4 +1,4 @@
-#include "CliProcess.h"
+#include "PlantTest.h"
 
 #include <QFile>
 
@@ -6,13 +6,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class HistoryCommandTest : public ::testing::Test
+class HistoryCommandTest : public PlantTest
 {
 protected:
     HistoryCommandTest()
     {
-        cli.mustRun({u"demo"_s, project, u"--tubes"_s, u"150"_s, u"--entries"_s, u"60"_s, u"--outages"_s, u"1"_s});
-        cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
+        uploadComponent();
         cli.mustRun({u"sql"_s, project, u"DELETE FROM report"_s});
         add(u"1, 1, '1R10', 'DNT', 2.5, Null"_s);
         add(u"1, 1, '1R12', 'DNT', 0.7, Null"_s);
@@ -29,10 +28,6 @@ protected:
     {
         return cli.mustRun(QStringList{u"history"_s, project, u"--format"_s, u"csv"_s} + options).output;
     }
-
-    CliProcess cli;
-    QTemporaryDir folder;
-    QString project = folder.filePath(u"plant"_s);
 };
 
 } // namespace

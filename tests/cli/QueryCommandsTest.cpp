@@ -1,4 +1,4 @@
-#include "CliProcess.h"
+#include "PlantTest.h"
 
 #include <QDir>
 #include <QFile>
@@ -8,31 +8,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Stored queries and the files around them, through the real program.
-class QueryCommandsTest : public ::testing::Test
+class QueryCommandsTest : public PlantTest
 {
 protected:
-    QueryCommandsTest()
-    {
-        cli.mustRun({u"demo"_s, project, u"--tubes"_s, u"150"_s, u"--entries"_s, u"60"_s, u"--outages"_s, u"1"_s});
-        cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
-    }
-
-    QString file(const QString &name, const QByteArray &content)
-    {
-        QFile made(folder.filePath(name));
-        EXPECT_TRUE(made.open(QIODevice::WriteOnly));
-        made.write(content);
-        return made.fileName();
-    }
-    QByteArray content(const QString &name) const
-    {
-        QFile made(folder.filePath(name));
-        return made.open(QIODevice::ReadOnly) ? made.readAll() : QByteArray();
-    }
-
-    CliProcess cli;
-    QTemporaryDir folder;
-    QString project = folder.filePath(u"plant"_s);
+    QueryCommandsTest() { uploadComponent(); }
 };
 
 } // namespace
@@ -75,7 +54,7 @@ TEST_F(QueryCommandsTest, RowsGoToFilesOfEveryKind)
         EXPECT_EQ(cli.mustRun({u"query"_s, project, name, u"--param"_s, u"least=2"_s, u"--out"_s, folder.filePath(out)})
                       .output,
                   u"2 Entries\n"_s);
-        EXPECT_TRUE(content(out).startsWith(lead)) << qPrintable(out);
+        EXPECT_TRUE(support::readFile(folder.filePath(out)).startsWith(lead)) << qPrintable(out);
     }
     const QString change = file(u"change.qry"_s, "DELETE FROM tubes");
     EXPECT_EQ(cli.run({u"query"_s, project, change, u"--out"_s, folder.filePath(u"p.csv"_s)}).status, 1);

@@ -1,4 +1,4 @@
-#include "CliProcess.h"
+#include "PlantTest.h"
 
 #include <QFile>
 
@@ -6,22 +6,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class RepairCommandsTest : public ::testing::Test
+class RepairCommandsTest : public PlantTest
 {
 protected:
     RepairCommandsTest()
     {
-        cli.mustRun({u"demo"_s, project, u"--tubes"_s, u"150"_s, u"--entries"_s, u"60"_s, u"--outages"_s, u"1"_s});
-        cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
+        uploadComponent();
         cli.mustRun({u"sql"_s, project, u"DELETE FROM repairs"_s});
     }
-    QString list(const QByteArray &lines) const
-    {
-        QFile file(folder.filePath(u"tubes.lst"_s));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(lines);
-        return file.fileName();
-    }
+    QString list(const QByteArray &lines) const { return file(u"tubes.lst"_s, lines); }
     /// "row col type vendor", the repairs in a view.
     QString repairs(const QStringList &options = {}) const
     {
@@ -34,10 +27,6 @@ protected:
                 u"%1 %2 %3 %4"_s.arg(row[1].toInt()).arg(row[2].toInt()).arg(row[3].toString(), row[6].toString()));
         return lines.join(u", "_s);
     }
-
-    CliProcess cli;
-    QTemporaryDir folder;
-    QString project = folder.filePath(u"plant"_s);
 };
 
 } // namespace
@@ -64,13 +53,12 @@ TEST_F(RepairCommandsTest, ScheduleListAndComplete)
     EXPECT_EQ(repairs({u"--view"_s, u"scheduled"_s, u"--type"_s, u"plug"_s}), u"2 3 Plug V & Co");
     EXPECT_EQ(repairs({u"--view"_s, u"need-heat"_s, u"--outage"_s, u"none"_s}), u"");
 
-    QFile query(folder.filePath(u"some.qry"_s));
-    ASSERT_TRUE(query.open(QIODevice::WriteOnly));
-    query.write("SELECT row, col, sec FROM tubes WHERE row = 2 AND col = 3 UNION ALL SELECT 2, 99, 0 FROM row_alias "
-                "WHERE index = 1");
-    query.close();
+    const QString query =
+        file(u"some.qry"_s,
+             "SELECT row, col, sec FROM tubes WHERE row = 2 AND col = 3 UNION ALL SELECT 2, 99, 0 FROM row_alias "
+             "WHERE index = 1");
     const CliResult byQuery =
-        cli.mustRun({u"schedule-repairs"_s, project, u"--query"_s, query.fileName(), u"--type"_s, u"Sleeve"_s});
+        cli.mustRun({u"schedule-repairs"_s, project, u"--query"_s, query, u"--type"_s, u"Sleeve"_s});
     EXPECT_EQ(byQuery.output, u"Added 1 new repairs.\n");
     EXPECT_TRUE(byQuery.error.contains(u"\"row=2 col=99 sec=0\" does not exist"_s)) << qPrintable(byQuery.error);
 

@@ -1,4 +1,4 @@
-#include "CliProcess.h"
+#include "PlantTest.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,12 +10,12 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Several runs of the program, and the window beside them, work on the same files.
-class TogetherTest : public ::testing::Test
+class TogetherTest : public PlantTest
 {
 protected:
     TogetherTest()
+        : PlantTest(600)
     {
-        cli.mustRun({u"demo"_s, project, u"--tubes"_s, u"150"_s, u"--entries"_s, u"600"_s, u"--outages"_s, u"1"_s});
     }
 
     /// Runs them at the same time; all must succeed.
@@ -29,16 +29,7 @@ protected:
             EXPECT_EQ(result.status, 0) << qPrintable(runs[i].join(u' ')) << "\n" << qPrintable(result.error);
         }
     }
-    qint64 rowCount() const
-    {
-        return cli.mustRun({u"sql"_s, project, u"SELECT COUNT(*) FROM report"_s, u"--format"_s, u"json"_s})
-            .json()[u"rows"][0][0]
-            .toInteger(-1);
-    }
-
-    CliProcess cli;
-    QTemporaryDir folder;
-    QString project = folder.filePath(u"plant"_s);
+    qint64 rowCount() const { return number(u"SELECT COUNT(*) FROM report"_s); }
 };
 
 } // namespace
@@ -84,7 +75,7 @@ TEST_F(TogetherTest, TheWindowsHistoryStaysAndItsMarksAreTaken)
     history.remember(u"queries\\"_s + query, u"least"_s, u"60"_s);
     history.setMark(u"queries\\"_s + query, markOf(u'W', 0x00FF00));
     history.storeChanges(roots);
-    cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
+    uploadComponent();
 
     cli.mustRun({u"sql"_s, project, u"SELECT row FROM tubes WHERE row = [least]"_s, u"--param"_s, u"least=1"_s});
     const CliResult made = cli.mustRun(
@@ -98,10 +89,6 @@ TEST_F(TogetherTest, TheWindowsHistoryStaysAndItsMarksAreTaken)
 TEST_F(TogetherTest, ConversionsWaitForOneAnother)
 {
     const QString database = project + u"/arvo/project.mdb"_s;
-    const auto content = [](const QString &path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    };
     const QStringList convert{u"connect"_s, project, u"--convert"_s, u"yes"_s};
     QStringList shapes{QString()};
     if (qEnvironmentVariableIsSet("ARVO_TESTDATA"))
@@ -109,7 +96,7 @@ TEST_F(TogetherTest, ConversionsWaitForOneAnother)
     for (const QString &sample : shapes) {
         SCOPED_TRACE(sample.toStdString());
         if (sample.isEmpty()) {
-            cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
+            uploadComponent();
             cli.mustRun({u"sql"_s, project, u"ALTER TABLE tubes DROP COLUMN x"_s});
             cli.mustRun({u"sql"_s, project, u"DROP TABLE repairs"_s});
         } else {
@@ -118,9 +105,9 @@ TEST_F(TogetherTest, ConversionsWaitForOneAnother)
             ASSERT_TRUE(QFile::copy(sample, database));
             ASSERT_TRUE(QFile::setPermissions(database, QFile::ReadOwner | QFile::WriteOwner));
         }
-        const QByteArray before = content(database);
+        const QByteArray before = support::readFile(database);
         mustRunAll(QList<QStringList>(4, convert));
-        EXPECT_EQ(content(project + u"/arvo/project._db"_s), before);
+        EXPECT_EQ(support::readFile(project + u"/arvo/project._db"_s), before);
         EXPECT_EQ(QDir(project + u"/arvo"_s).entryList({u"project*"_s}, QDir::Files),
                   (QStringList{u"project._db"_s, u"project.mdb"_s}));
         EXPECT_EQ(cli.mustRun({u"sql"_s, project, u"SELECT x FROM tubes WHERE row = -1"_s}).status, 0);
@@ -131,7 +118,7 @@ TEST_F(TogetherTest, ConversionsWaitForOneAnother)
 TEST_F(TogetherTest, DatabasesAreCheckedAndTheirStateIsTold)
 {
     const QString database = project + u"/arvo/project.mdb"_s;
-    cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
+    uploadComponent();
     EXPECT_TRUE(cli.mustRun({u"check"_s, project}).output.endsWith(u"project.mdb: no damage found\n"_s));
     const QJsonObject schema = cli.mustRun({u"schema"_s, project, u"tubes"_s, u"--format"_s, u"json"_s}).json();
     EXPECT_FALSE(schema[u"readOnly"].toBool(true));

@@ -64,7 +64,7 @@ TEST_F(ConversionTest, EveryFieldFillsItsPartOfTheEntry)
     EXPECT_EQ(entry.meas.type, u"V"_s);
     EXPECT_EQ(entry.defect, u"DNT"_s);
     EXPECT_EQ(entry.channel, u"P1"_s);
-    EXPECT_EQ((QStringList{entry.beginTest, entry.endTest}), (QStringList{u"TEH"_s, u"TEC"_s}));
+    EXPECT_EQ(entry.endTest, u"TEC"_s);
     EXPECT_EQ(entry.operatorId, u"OP1"_s);
     EXPECT_EQ(entry.location.landmark, u"TSH"_s);
     EXPECT_EQ(entry.location.offset, 0.5F);
@@ -256,14 +256,14 @@ TEST_F(ConversionTest, StoreFillsWhatIsMissing)
     setFields({kSec, kRow, kCol, {Type::Analyst, 8, 9}, {Type::Cal, 11, 12}});
     conversion.spec.headerLines = 1;
     convert(u"HEADER\n0 12  7 J7  5\n0 12  8    -1\n"_s);
-    conversion.prompts = {12, 0, 0, u"ANA"_s, u"OPR"_s, u"BOBBIN"_s, u"SN1"_s, u"SEC"_s, {}};
+    conversion.prompts = {12, 0, 0, u"ANA"_s, u"OPR"_s, u"BOBBIN"_s, u"SN1"_s, u"S/C"_s, {}};
     conversion.prompts.dateTime = tarnwick::JDateTime::fromLocal(2002, 9, 5);
     RecordingPrompts user;
     EXPECT_EQ(conversion.store(user), StoreResult::Stored);
-    EXPECT_EQ(user.lastStatus(), u"Stored \"reports\\00012_SEC.rep\"'"_s);
+    EXPECT_EQ(user.lastStatus(), u"Stored \"reports\\00012_S_C.rep\"'"_s);
 
     Report stored;
-    stored.loadReport(folder.path(u"project/reports/00012_SEC.rep"_s));
+    stored.loadReport(folder.path(u"project/reports/00012_S_C.rep"_s));
     ASSERT_EQ(stored.numEntry(), 3);
     EXPECT_TRUE(stored[0].isHeader());
     EXPECT_EQ(stored[0].headerText, u"HEADER"_s);
@@ -273,7 +273,7 @@ TEST_F(ConversionTest, StoreFillsWhatIsMissing)
     EXPECT_EQ(entry.calNumber, 12);
     EXPECT_EQ((QStringList{entry.analystId, entry.operatorId, entry.operType, entry.probe.type,
                            entry.probe.serialNumber, entry.site.siteCode, entry.site.compCode, entry.outage}),
-              (QStringList{u"ANA"_s, u"OPR"_s, u"SEC"_s, u"BOBBIN"_s, u"SN1"_s, u"KLM"_s, u"SGA"_s, u"2002R"_s}));
+              (QStringList{u"ANA"_s, u"OPR"_s, u"S/C"_s, u"BOBBIN"_s, u"SN1"_s, u"KLM"_s, u"SGA"_s, u"2002R"_s}));
     EXPECT_EQ(entry.entryTime, tarnwick::JDateTime::fromLocal(2002, 9, 5));
     EXPECT_EQ(entry.leg, ReportEntry().leg); // the prompt's leg reaches no entry
 }
@@ -304,13 +304,6 @@ TEST_F(ConversionTest, StoreAsksBeforeItOverwrites)
     user.answerWith({Answer::Yes});
     EXPECT_EQ(conversion.store(user), StoreResult::Stored);
     EXPECT_NE(folder.read(file), first);
-}
-
-TEST_F(ConversionTest, TheTargetIsAFileNameWhateverTheOperationType)
-{
-    conversion.prompts.cal = 7;
-    conversion.prompts.operType = u"A/B:C"_s;
-    EXPECT_EQ(conversion.target().text(), u"reports\\00007_A_B_C.rep"_s);
 }
 
 TEST_F(ConversionTest, WhatCannotBeReadLeavesTheReportAsItWas)

@@ -10,18 +10,6 @@
 using namespace Qt::StringLiterals;
 using namespace conversion;
 
-TEST(ReportConvSpecTest, DefaultsFitTheUsualLayout)
-{
-    const ReportConvSpec spec;
-    EXPECT_EQ(spec.headerLines, 3);
-    ASSERT_EQ(spec.reportFields.size(), 14);
-    EXPECT_EQ(reportFieldKeyword(spec.reportFields[7].type), u"LOC"_s);
-    EXPECT_EQ(spec.reportFields[7].firstColumn, 30);
-    EXPECT_EQ(spec.reportFields[7].lastColumn, 53);
-    EXPECT_EQ(spec.reportFields[13].colour, tarnwick::ColourRef(0xF0F0F0));
-    EXPECT_TRUE(spec.filenameFields.isEmpty() && spec.commentFields.isEmpty() && spec.fileTypes.isEmpty());
-}
-
 TEST(ReportConvSpecTest, MapsOperatorTypesExactlyElseToUpperCase)
 {
     ReportConvSpec spec;
@@ -32,15 +20,6 @@ TEST(ReportConvSpecTest, MapsOperatorTypesExactlyElseToUpperCase)
     spec.operTypes.append({QString(), u"NONE"_s});
     EXPECT_EQ(spec.mapOperType(u"primary"_s), u"PRI"_s);
     EXPECT_EQ(spec.mapOperType(QString()), u"NONE"_s);
-}
-
-TEST(ReportConvSpecTest, UnknownFieldTypesAreShownAsSuch)
-{
-    EXPECT_EQ(reportFieldLabel(10), u"Location"_s);
-    EXPECT_EQ(reportFieldLabel(23), u"???"_s);
-    EXPECT_EQ(reportFieldKeyword(-1), u"???"_s);
-    EXPECT_EQ(reportFieldPrintLabel(99), u"Field type 99"_s);
-    EXPECT_EQ(reportFieldLabels().size(), 23);
 }
 
 namespace {
@@ -90,8 +69,6 @@ TEST(ReportConvOptionsTest, AreKeptBetweenRuns)
     const tarnwick::PathRoots roots{folder.path(), {}};
     ReportConvOptions options;
     EXPECT_FALSE(options.load(roots));
-    EXPECT_EQ(options.specFile, u"report_formats\\default.fmt"_s);
-    EXPECT_EQ(options.prompts.operType, u"PRI"_s);
     options.prompts.cal = 12;
     options.prompts.analyst = u"J7201"_s;
     options.prompts.dateTime = tarnwick::JDateTime::now();

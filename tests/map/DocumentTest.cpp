@@ -214,21 +214,6 @@ TEST_F(DocumentTest, AListenerThatFailsDoesNotKeepOthersFromTheEvent)
     EXPECT_EQ(host.picture(), u"......"_s);
 }
 
-TEST_F(DocumentTest, UndoneParametersComeBackWithTheFill)
-{
-    addNewFill(document, host.runner, plans::PatternFill());
-    plans::PatternFill changed;
-    changed.parameters.colIncrement = 5;
-    changeFill(document, host.runner, 0, changed);
-    const auto increment = [this] {
-        return static_cast<const plans::PatternFill &>(document.entry(0)).parameters.colIncrement;
-    };
-    document.undo();
-    EXPECT_EQ(increment(), 2);
-    document.redo();
-    EXPECT_EQ(increment(), 5);
-}
-
 /// Random changes: everything undone is the start, everything redone the end; the oldest fall off the list.
 TEST_F(DocumentTest, EverythingUndoneIsTheStart)
 {

@@ -160,30 +160,6 @@ TEST(EntryFileTest, OldMapsKeepPercentagesAndQueries)
     EXPECT_EQ(static_cast<const plans::QueryFill &>(*entries[2]).parameters.query.name, u"queries\\b.qry"_s);
 }
 
-TEST(EntryFileTest, KindsWithoutAnOldFormatRefuseByName)
-{
-    plans::BoxFill box;
-    tarnwick::JFile file = tarnwick::JFile::fromBytes({}, u"old.map"_s);
-    try {
-        box.readOldFormat(file);
-        FAIL();
-    } catch (const tarnwick::JFileError &error) {
-        EXPECT_TRUE(error.reason().startsWith(u"BoxFill::readOldFormat not implemented"_s));
-    }
-}
-
-TEST(EntryFileTest, AnUnknownKindIsNamed)
-{
-    const auto fill = std::make_shared<plans::BoxFill>();
-    fill->typeKey = u"SPIRAL"_s;
-    try {
-        read(written({fill}));
-        FAIL();
-    } catch (const tarnwick::JFileError &error) {
-        EXPECT_TRUE(error.reason().contains(u"\"SPIRAL\""_s)) << error.what();
-    }
-}
-
 /// Flipped bits may make other entries or an error, but never more memory than the file can fill, and no crash.
 TEST(EntryFileTest, CutShortOrDamagedAnywhereItNeverBreaksTheReader)
 {

@@ -192,19 +192,6 @@ protected:
 
 } // namespace
 
-TEST_F(MapFilesTest, AMapOfAnotherModelIsReportedAndRead)
-{
-    ASSERT_TRUE(open(mapOf(5)));
-    ASSERT_EQ(host.said.texts(Kind::Error).size(), 1);
-    EXPECT_EQ(host.said.entries()[0].number, 1041);
-    EXPECT_EQ(host.said.entries()[0].text, u"Map was created using model 'MODEL.' but the current model is 'OWN'"_s);
-    EXPECT_EQ(host.document.count(), 1);
-    EXPECT_EQ(host.document.name(), u"a"_s);
-    EXPECT_EQ(host.document.stored().site.outage, u"R12"_s);
-    EXPECT_FALSE(host.document.storedAt().isNull());
-    EXPECT_FALSE(host.document.isModified());
-}
-
 TEST_F(MapFilesTest, AFileThatCannotBeReadLeavesTheMapUnchanged)
 {
     host.add(fixed({0, 2}));

@@ -1,7 +1,7 @@
 #pragma once
 #include "Printers.h"
+#include "Rows.h"
 #include "TemporaryFolder.h"
-#include <dao/Recordset.h>
 #include <db/CreateDatabase.h>
 #include <db/DatabaseSession.h>
 #include <db/SqlText.h>
@@ -25,42 +25,12 @@ protected:
     dao::Database &database() { return session.database(); }
     int execute(const QString &sql) { return db::executeSql(database(), sql); }
     dao::Value scalar(const QString &sql) { return db::firstValue(database(), sql); }
-    /// The rows of a query, the cells of each joined by "|", Null as "-".
-    QStringList rows(const QString &sql)
-    {
-        QStringList lines;
-        dao::Recordset recordset(database());
-        for (recordset.open(dao::Recordset::Type::Snapshot, sql); !recordset.isEof(); recordset.moveNext()) {
-            QStringList cells;
-            for (int i = 0; i < recordset.fieldCount(); ++i)
-                cells.append(cell(recordset.value(i)));
-            lines.append(cells.join(QLatin1Char('|')));
-        }
-        return lines;
-    }
+    QStringList rows(const QString &sql) { return rowsOf(database(), sql); }
 
     TemporaryFolder folder;
     tarnwick::RecordingPrompts prompts;
     db::DatabaseSession session;
     QString path;
-
-private:
-    static QString cell(const dao::Value &value)
-    {
-        using Type = dao::Value::Type;
-        switch (value.type()) {
-        case Type::Null:
-            return QStringLiteral("-");
-        case Type::Text:
-            return value.text();
-        case Type::Float:
-        case Type::Double:
-        case Type::Date:
-            return QString::number(value.real());
-        default:
-            return QString::number(value.integer());
-        }
-    }
 };
 
 } // namespace support

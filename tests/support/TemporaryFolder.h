@@ -1,8 +1,6 @@
 #pragma once
-#include <gtest/gtest.h>
-#include <QByteArray>
+#include "Files.h"
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QString>
 #include <QStringList>
@@ -24,20 +22,12 @@ public:
     {
         const QString target = path(name);
         EXPECT_TRUE(QDir().mkpath(QFileInfo(target).absolutePath()));
-        QFile file(target);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << target.toStdString();
-        EXPECT_EQ(file.write(content), content.size());
-        return target;
+        return writeFile(target, content);
     }
 
     QString writeText(const QString &name, const QString &text) const { return write(name, text.toUtf8()); }
 
-    QByteArray read(const QString &name) const
-    {
-        QFile file(path(name));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();
-        return file.readAll();
-    }
+    QByteArray read(const QString &name) const { return readFile(path(name)); }
 
     bool has(const QString &name) const { return QFileInfo::exists(path(name)); }
 

@@ -67,22 +67,6 @@ private:
 class BackupTest : public RevisionTest
 {
 protected:
-    /// An old database, of which only tables are left to convert.
-    QByteArray makeOld()
-    {
-        make(old::Everything);
-        connect({Answer::No});
-        session.close();
-        return bytes();
-    }
-    bool takeSample(const QString &name)
-    {
-        session.close();
-        QFile::remove(path);
-        const QString samples = qEnvironmentVariable("ARVO_TESTDATA");
-        return !samples.isEmpty() && QFile::copy(QDir(samples).filePath(name + u".mdb"_s), path) &&
-               QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
-    }
     /// Connects and answers yes while something else happens; the messages are in prompts.
     bool convertWhile(const std::function<void()> &work)
     {
@@ -336,19 +320,4 @@ TEST_F(BackupTest, LinksAreNotFollowed)
     EXPECT_TRUE(informations().first().contains(u"opened for reading only."_s));
     session.close();
     EXPECT_EQ(folder.read(u"elsewhere/other.mdb"_s), before);
-}
-
-TEST_F(BackupTest, AfterAJetConversionTheNextConnectionWritesNothing)
-{
-    for (const QString &name : {u"suite-current"_s, u"suite-old-1"_s, u"suite-old-2"_s, u"foreign"_s}) {
-        if (!takeSample(name))
-            GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
-        ASSERT_TRUE(convert());
-        session.close();
-        const QByteArray converted = bytes();
-        ASSERT_TRUE(connect());
-        session.close();
-        EXPECT_EQ(errors() + questions() + informations(), QStringList()) << name.toStdString();
-        EXPECT_EQ(bytes(), converted) << name.toStdString();
-    }
 }

@@ -9,43 +9,21 @@ using Kind = tarnwick::RecordingPrompts::Entry::Kind;
 
 namespace {
 
-class Listener : public db::ConnectionListener
-{
-public:
-    void databaseConnected(const QString &path) override { paths.append(path); }
-    QStringList paths;
-};
-
-class ConnectTest : public ::testing::Test
+class ConnectTest : public RevisionTest
 {
 protected:
-    ConnectTest()
-        : session(prompts)
-    {
-        project.folder = folder.path();
-        QDir(folder.path()).mkdir(u"arvo"_s);
-        context = {&project, &listener};
-        standard = project.databasePath();
-    }
-
-    support::TemporaryFolder folder;
-    tarnwick::RecordingPrompts prompts;
-    db::DatabaseSession session;
-    brannock::Project project;
-    Listener listener;
-    db::ConnectContext context;
-    QString standard;
+    db::ConnectContext context{&project, this};
 };
 
 TEST_F(ConnectTest, StartsWithANewDatabaseWhenThereIsNone)
 {
     EXPECT_TRUE(db::connectAtStart(session, {u"arvo\\project.mdb"_s}, 2002, context));
-    EXPECT_EQ(session.path(), standard);
+    EXPECT_EQ(session.path(), path);
     EXPECT_EQ(prompts.texts(Kind::Status),
-              (QStringList{u"Creating database \""_s + standard + u"\".", u"Connected to \"project.mdb\"."_s,
-                           u"Created database \""_s + standard + u"\"."}));
+              (QStringList{u"Creating database \""_s + path + u"\".", u"Connected to \"project.mdb\"."_s,
+                           u"Created database \""_s + path + u"\"."}));
     EXPECT_TRUE(prompts.texts(Kind::Error).isEmpty());
-    EXPECT_EQ(listener.paths, QStringList{standard});
+    EXPECT_EQ(connected, QStringList{path});
 }
 
 TEST_F(ConnectTest, StartsWithTheMostRecentDatabaseAndMakesNoOther)
@@ -54,7 +32,7 @@ TEST_F(ConnectTest, StartsWithTheMostRecentDatabaseAndMakesNoOther)
     ASSERT_TRUE(db::createDatabase(prompts, elsewhere));
     EXPECT_TRUE(db::connectAtStart(session, {u"other.mdb"_s, u"arvo\\project.mdb"_s}, 2002, context));
     EXPECT_EQ(session.path(), elsewhere);
-    EXPECT_FALSE(QFile::exists(standard));
+    EXPECT_FALSE(QFile::exists(path));
 }
 
 TEST_F(ConnectTest, FindsTheProjectsOwnHoweverItsNameIsWritten)
@@ -71,10 +49,10 @@ TEST_F(ConnectTest, FindsTheProjectsOwnHoweverItsNameIsWritten)
 
 TEST_F(ConnectTest, FallsBackToTheProjectsOwnWhenTheRecentOneFails)
 {
-    ASSERT_TRUE(db::createDatabase(prompts, standard));
+    ASSERT_TRUE(db::createDatabase(prompts, path));
     folder.write(u"broken.mdb"_s, "this is no database at all, just some text that is long enough"_ba);
     EXPECT_TRUE(db::connectAtStart(session, {u"broken.mdb"_s}, 2002, context));
-    EXPECT_EQ(session.path(), standard);
+    EXPECT_EQ(session.path(), path);
     ASSERT_EQ(prompts.texts(Kind::Error).size(), 1);
     EXPECT_TRUE(prompts.texts(Kind::Error)[0].startsWith(u"Could not connect to database.\n\n[3343] DAO."));
 }
@@ -91,8 +69,8 @@ TEST_F(ConnectTest, ADamagedDatabaseIsReportedAndLeftAsItIs)
 
 TEST_F(ConnectTest, ConnectingClosesTheOpenDatabaseFirst)
 {
-    ASSERT_TRUE(db::createDatabase(prompts, standard));
-    ASSERT_TRUE(db::connectDatabase(session, standard, context));
+    ASSERT_TRUE(db::createDatabase(prompts, path));
+    ASSERT_TRUE(db::connectDatabase(session, path, context));
     prompts.clear();
     EXPECT_FALSE(db::connectDatabase(session, {}, context));
     EXPECT_TRUE(session.isOpen());
@@ -107,11 +85,11 @@ TEST_F(ConnectTest, ADatabaseOfOtherTablesIsOpenedAsItIs)
     {
         dao::Workspace workspace;
         dao::Database database(workspace);
-        db::createEmptyDatabase(database, standard, db::kDefaultFormatYear);
+        db::createEmptyDatabase(database, path, db::kDefaultFormatYear);
         database.execute(u"CREATE TABLE customers (name TEXT(20))"_s);
     }
     const QByteArray before = folder.read(u"arvo/project.mdb"_s);
-    EXPECT_TRUE(db::connectDatabase(session, standard, context));
+    EXPECT_TRUE(db::connectDatabase(session, path, context));
     EXPECT_EQ(prompts.texts(Kind::Status), QStringList{u"Connected to \"project.mdb\"."_s});
     EXPECT_EQ(prompts.entries().size(), 1);
     session.close();
@@ -122,22 +100,21 @@ TEST_F(ConnectTest, TheArvoFolderIsMadeWithItsFirstDatabase)
 {
     ASSERT_TRUE(QDir(folder.path()).rmdir(u"arvo"_s));
     EXPECT_TRUE(db::connectAtStart(session, {}, 1997, context));
-    EXPECT_EQ(session.path(), standard);
+    EXPECT_EQ(session.path(), path);
     EXPECT_EQ(db::formatYear(session), 1997);
 }
 
 TEST_F(ConnectTest, CancelAtTheStartMakesNoOtherDatabase)
 {
     StopAt stopping(0);
-    const QString samples = qEnvironmentVariable("ARVO_TESTDATA");
-    if (samples.isEmpty())
+    if (!takeSample(u"suite-old-2"_s))
         GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
-    ASSERT_TRUE(QFile::copy(QDir(samples).filePath(u"suite-old-2.mdb"_s), folder.path(u"jet.mdb"_s)));
+    ASSERT_TRUE(QFile::rename(path, folder.path(u"jet.mdb"_s)));
     context.progress = &stopping;
     EXPECT_FALSE(db::connectAtStart(session, {u"jet.mdb"_s}, 2002, context));
     EXPECT_EQ(prompts.lastStatus(), u"Connecting was cancelled."_s);
     EXPECT_TRUE(prompts.texts(Kind::Error).isEmpty());
-    EXPECT_FALSE(QFile::exists(standard));
+    EXPECT_FALSE(QFile::exists(path));
 }
 
 } // namespace

@@ -1,11 +1,9 @@
 #include "RevisionFixture.h"
 
-#include <chrono>
 #include <csignal>
 #include <QDir>
 #include <QFile>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -70,27 +68,6 @@ protected:
         }
         EXPECT_TRUE(sawOld);
         EXPECT_GE(kills, leastKills);
-    }
-
-    /// Kills the child after ever longer times, until it comes to its end before that.
-    void killAtAnyTime(const QByteArray &before)
-    {
-        using namespace std::chrono;
-        int kills = 0;
-        for (microseconds wait = 2ms;; wait = wait * 5 / 4) {
-            SCOPED_TRACE(wait.count());
-            putBack(before);
-            const pid_t child = startChild(-1);
-            std::this_thread::sleep_for(wait);
-            ::kill(child, SIGKILL);
-            int status = 0;
-            EXPECT_EQ(::waitpid(child, &status, 0), child);
-            if (!WIFSIGNALED(status))
-                break;
-            ++kills;
-            checkWhatIsLeft(before, &KillTest::isOldShape);
-        }
-        EXPECT_GE(kills, 8);
     }
 
 private:
@@ -159,22 +136,12 @@ TEST_F(KillTest, OwnFormat)
     killAtEveryCall(bytes(), 10);
 }
 
-TEST_F(KillTest, OwnFormatAtAnyTime)
-{
-    old::Sizes sizes;
-    sizes.report = 5000;
-    make(old::Everything, sizes);
-    killAtAnyTime(bytes());
-}
-
 TEST_F(KillTest, JetFile)
 {
     const QString samples = qEnvironmentVariable("ARVO_TESTDATA");
     if (samples.isEmpty())
         GTEST_SKIP() << "ARVO_TESTDATA is not set: the sample files are not here";
-    QFile sample(QDir(samples).filePath(u"suite-old-1.mdb"_s));
-    ASSERT_TRUE(sample.open(QIODevice::ReadOnly));
-    killAtEveryCall(sample.readAll(), 12);
+    killAtEveryCall(support::readFile(QDir(samples).filePath(u"suite-old-1.mdb"_s)), 12);
 }
 
 TEST_F(KillTest, ForeignImport)

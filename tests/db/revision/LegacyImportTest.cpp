@@ -197,14 +197,6 @@ TEST_F(LegacyImportTest, RepairsAndTubeSetsFailByThemselves)
     EXPECT_EQ(number(u"SELECT COUNT(*) FROM tube_sets"_s), 0);
 }
 
-TEST_F(LegacyImportTest, WithAReportItIsADatabaseOfOurs)
-{
-    session.open(path);
-    EXPECT_TRUE(db::isLegacyDatabase(database()));
-    database().execute(u"CREATE TABLE report (recd_num LONG)"_s);
-    EXPECT_FALSE(db::isLegacyDatabase(database()));
-}
-
 TEST_F(LegacyImportTest, WhatIsMissingOrDoesNotFitIsNamed)
 {
     struct Case

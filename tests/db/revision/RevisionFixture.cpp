@@ -1,8 +1,8 @@
 #include "RevisionFixture.h"
 
-#include <dao/Recordset.h>
 #include <db/SqlText.h>
 #include <QDir>
+#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -40,6 +40,14 @@ RevisionTest::RevisionTest()
     project.steamGen = smallSteamGen();
 }
 
+QByteArray RevisionTest::makeOld(const old::Sizes &sizes, int shapes)
+{
+    make(shapes, sizes);
+    connect({Answer::No});
+    session.close();
+    return bytes();
+}
+
 bool RevisionTest::connect(std::initializer_list<Answer> answers)
 {
     return connectTo(path, answers);
@@ -52,11 +60,25 @@ bool RevisionTest::connectTo(const QString &file, std::initializer_list<Answer> 
     return db::connectDatabase(session, file, {&project, this, progress});
 }
 
-QStringList RevisionTest::fields(const QString &table)
+QString RevisionTest::sample(const QString &name)
+{
+    return QDir(qEnvironmentVariable("ARVO_TESTDATA")).filePath(name + u".mdb"_s);
+}
+
+bool RevisionTest::takeSample(const QString &name)
+{
+    session.close();
+    QFile::remove(path);
+    return !qEnvironmentVariableIsEmpty("ARVO_TESTDATA") && QFile::copy(sample(name), path) &&
+           QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+}
+
+QStringList RevisionTest::fieldsOf(const dao::TableInfo &table)
 {
     QStringList names;
-    for (const dao::FieldInfo &field : database().table(table).fields)
+    for (const dao::FieldInfo &field : table.fields)
         names.append(field.name);
+    names.sort();
     return names;
 }
 
@@ -70,36 +92,6 @@ QStringList RevisionTest::indexes(const QString &table)
         texts.append(index.name + (index.primary ? u" primary "_s : u" "_s) + names.join(u','));
     }
     return texts;
-}
-
-static QString cell(const dao::Value &value)
-{
-    using Type = dao::Value::Type;
-    switch (value.type()) {
-    case Type::Null:
-        return u"-"_s;
-    case Type::Text:
-        return value.text().isEmpty() ? u"''"_s : value.text();
-    case Type::Float:
-    case Type::Double:
-    case Type::Date:
-        return QString::number(value.real());
-    default:
-        return QString::number(value.integer());
-    }
-}
-
-QStringList RevisionTest::rows(const QString &sql)
-{
-    QStringList lines;
-    dao::Recordset recordset(database());
-    for (recordset.open(dao::Recordset::Type::Snapshot, sql); !recordset.isEof(); recordset.moveNext()) {
-        QStringList cells;
-        for (int i = 0; i < recordset.fieldCount(); ++i)
-            cells.append(cell(recordset.value(i)));
-        lines.append(cells.join(u'|'));
-    }
-    return lines;
 }
 
 int RevisionTest::number(const QString &sql)

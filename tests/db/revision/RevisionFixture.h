@@ -6,6 +6,7 @@
 #include <db/revision/ConnectDatabase.h>
 #include <gtest/gtest.h>
 #include <support/Printers.h>
+#include <support/Rows.h>
 #include <support/TemporaryFolder.h>
 
 /// A project folder with a database in it, a session, and recorded prompts.
@@ -18,16 +19,24 @@ protected:
     RevisionTest();
 
     void make(int shapes, const old::Sizes &sizes = {}) { old::makeDatabase(path, shapes, sizes); }
+    /// Makes an old database of which only tables are left to convert.
+    QByteArray makeOld(const old::Sizes &sizes = {}, int shapes = old::Everything);
     bool connect(std::initializer_list<Answer> answers = {});
     bool connectTo(const QString &file, std::initializer_list<Answer> answers = {});
     /// Connects and answers yes, with nothing said before kept.
     bool convert() { return connect({Answer::Yes}); }
 
+    /// A Jet file of the folder that ARVO_TESTDATA names.
+    static QString sample(const QString &name);
+    /// Puts a sample into the project as its database. Returns false if there are no samples.
+    bool takeSample(const QString &name);
+
     dao::Database &database() { return session.database(); }
-    QStringList fields(const QString &table);
+    /// Names of fields, sorted.
+    static QStringList fieldsOf(const dao::TableInfo &table);
+    QStringList fields(const QString &table) { return fieldsOf(database().table(table)); }
     QStringList indexes(const QString &table);
-    /// The rows of a query, cells joined by "|", Null as "-", empty text as "''".
-    QStringList rows(const QString &sql);
+    QStringList rows(const QString &sql) { return support::rowsOf(database(), sql, QStringLiteral("''")); }
     int number(const QString &sql);
     QByteArray bytes() const { return folder.read(QStringLiteral("arvo/project.mdb")); }
     bool hasBackup() const { return folder.has(QStringLiteral("arvo/project._db")); }

@@ -13,115 +13,24 @@ extern "C" size_t LLVMFuzzerMutate(uint8_t *data, size_t size, size_t maxSize);
 
 namespace {
 
-constexpr QStringView phrases[] = {
-    u"a",
-    u"t.a",
-    u"b",
-    u"c",
-    u"d",
-    u"f",
-    u"s",
-    u"desc",
-    u"u.x",
-    u"x",
-    u"[p]",
-    u"[q r]",
-    u"Null",
-    u"True",
-    u"1",
-    u"-1",
-    u"0",
-    u"2.5",
-    u"3000000000",
-    u"'x'",
-    u"'1/2/2003'",
-    u"#1/2/2003#",
-    u"&HFF",
-    u"t",
-    u"u",
-    u"q",
-    u"g",
-    u"p",
-    u"k",
-    u"t AS z",
-    u"*",
-    u"t.*",
-    u"(SELECT Max(x) FROM u)",
-    u"(SELECT x FROM u WHERE u.id = t.id)",
-    u"(SELECT * FROM t) AS w",
-    u"(SELECT a, b FROM t UNION SELECT x, b FROM u) AS v",
-    u"t INNER JOIN u ON t.id = u.id",
-    u"t LEFT JOIN u ON t.id = u.id",
-    u"(t RIGHT JOIN u ON t.a = u.x)",
-    u"t LEFT JOIN q ON t.id = q.id",
-    u"IIf(a > 1, b, c)",
-    u"Switch(f, b, a > 1, d)",
-    u"Choose(a, b, c)",
-    u"Nz(a, 'z')",
-    u"Nz(b)",
-    u"Count(*)",
-    u"Sum(c)",
-    u"First(b)",
-    u"Max(d)",
-    u"StDev(a)",
-    u"Format(d, 'yyyy')",
-    u"Left(b, 1)",
-    u"CDate(b)",
-    u"CStr(c)",
-    u"Val(b)",
-    u"DLookup('b', 'u')",
-    u"DCount('*', 't', b)",
-    u"Date()",
-    u"Rnd(a)",
-    u"DateAdd('m', a, d)",
-    u"+",
-    u"-",
-    u"*",
-    u"/",
-    u"\\",
-    u"Mod",
-    u"^",
-    u"&",
-    u"=",
-    u"<>",
-    u"<",
-    u">=",
-    u"And",
-    u"Or",
-    u"Xor",
-    u"Eqv",
-    u"Imp",
-    u"Not",
-    u"Like",
-    u"Between 1 And a",
-    u"In (1, b, Null)",
-    u"In (SELECT a FROM t)",
-    u"Is Null",
-    u"Is Not Null",
-    u"Exists (SELECT * FROM u)",
-    u"= ANY (SELECT x FROM u)",
-    u"> ALL (SELECT a FROM t)",
-    u"AS y",
-    u"AS a",
-    u",",
-    u"(",
-    u")",
-    u"DISTINCT",
-    u"DISTINCTROW",
-    u"TOP 2",
-    u"TOP 50 PERCENT",
-    u"WHERE f",
-    u"GROUP BY b",
-    u"GROUP BY b, a",
-    u"HAVING Count(*) > 1",
-    u"ORDER BY 1",
-    u"ORDER BY b DESC, a",
-    u"UNION SELECT a FROM t",
-    u"UNION ALL SELECT x FROM u",
-    u"FROM t",
-    u"FROM q, u",
-    u"SET a = x",
-};
+/// Separated by bars.
+const QStringList phrases =
+    QStringLiteral(
+        R"(a | t.a | b | c | d | f | s | desc | u.x | x | [p] | [q r] | Null | True | 1 | -1 | 0 | 2.5 | 3000000000 |
+'x' | '1/2/2003' | #1/2/2003# | &HFF | t | u | q | g | p | k | t AS z | * | t.* | (SELECT Max(x) FROM u) |
+(SELECT x FROM u WHERE u.id = t.id) | (SELECT * FROM t) AS w |
+(SELECT a, b FROM t UNION SELECT x, b FROM u) AS v | t INNER JOIN u ON t.id = u.id |
+t LEFT JOIN u ON t.id = u.id | (t RIGHT JOIN u ON t.a = u.x) | t LEFT JOIN q ON t.id = q.id |
+IIf(a > 1, b, c) | Switch(f, b, a > 1, d) | Choose(a, b, c) | Nz(a, 'z') | Nz(b) | Count(*) | Sum(c) |
+First(b) | Max(d) | StDev(a) | Format(d, 'yyyy') | Left(b, 1) | CDate(b) | CStr(c) | Val(b) |
+DLookup('b', 'u') | DCount('*', 't', b) | Date() | Rnd(a) | DateAdd('m', a, d) | + | - | * | / | \ | Mod | ^ |
+& | = | <> | < | >= | And | Or | Xor | Eqv | Imp | Not | Like | Between 1 And a | In (1, b, Null) |
+In (SELECT a FROM t) | Is Null | Is Not Null | Exists (SELECT * FROM u) | = ANY (SELECT x FROM u) |
+> ALL (SELECT a FROM t) | AS y | AS a | , | ( | ) | DISTINCT | DISTINCTROW | TOP 2 | TOP 50 PERCENT | WHERE f |
+GROUP BY b | GROUP BY b, a | HAVING Count(*) > 1 | ORDER BY 1 | ORDER BY b DESC, a | UNION SELECT a FROM t |
+UNION ALL SELECT x FROM u | FROM t | FROM q, u | SET a = x)")
+        .simplified()
+        .split(u" | "_s);
 
 class Statement
 {
@@ -142,7 +51,7 @@ public:
 
     void mutate()
     {
-        const QString phrase = phrases[below(std::size(phrases))].toString();
+        const QString &phrase = phrases[below(phrases.size())];
         const qsizetype place = below(m_words.size());
         if (m_words.isEmpty() || m_random() % 8 == 0) {
             m_words.insert(place, phrase);

@@ -106,26 +106,6 @@ TEST_F(ProjectFolderTest, OwnDefectListReplacesTheStandardOne)
     EXPECT_EQ(error(), u"defects.txt:2: Column 'required': 'volt' is not one of location, volts, phase, percent.");
 }
 
-TEST_F(ProjectFolderTest, LongListsOfOutagesAndCodesTakeNoTime)
-{
-    Project project = Project::load(dir.path());
-    QByteArray codes = "code\n";
-    for (int i = 0; i < 100'000; ++i) {
-        project.outages.append({u"X%1"_s.arg(i), JDateTime()});
-        codes += 'C' + QByteArray::number(i) + '\n';
-    }
-    project.store();
-    tarnwick::writeFileAtomically(dir.filePath(u"defects.txt"_s), codes);
-    const std::clock_t start = std::clock();
-    const Project again = Project::load(dir.path());
-    EXPECT_EQ(again.outages.size(), 100'002);
-    EXPECT_TRUE(again.defects.find(u"C99999"));
-    EXPECT_EQ(again.tablesRemark(),
-              u"defects.txt: the number of rows is not stated, so missing rows cannot be detected.");
-    // Comparing each with all others took minutes.
-    EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
-}
-
 TEST(DefectListTest, StandardCodesNeedWhatTheTradeMeasures)
 {
     const DefectList list = DefectList::standard();

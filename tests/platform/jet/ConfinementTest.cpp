@@ -9,6 +9,7 @@
 #include <functional>
 #include <QCoreApplication>
 #include <QProcess>
+#include <support/Files.h>
 #include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -106,9 +107,7 @@ TEST(JetConfinementTest, TheReadingProgramConfinesItselfBeforeItOpensTheFile)
     reader.start(QCoreApplication::applicationDirPath() + u"/arvo-jet-reader"_s, {path});
     ASSERT_TRUE(reader.waitForStarted());
     const auto textOf = [&](const QString &name) {
-        QFile file(u"/proc/%1/%2"_s.arg(reader.processId()).arg(name));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return QString::fromUtf8(file.readAll()).simplified();
+        return QString::fromUtf8(support::readFile(u"/proc/%1/%2"_s.arg(reader.processId()).arg(name))).simplified();
     };
     const QString last = confine::kCanConfine ? u"Seccomp: 2"_s : u"NoNewPrivs: 1"_s;
     QString status;

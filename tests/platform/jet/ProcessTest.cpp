@@ -3,6 +3,7 @@
 #include <jet/wire/Facts.h>
 
 #include <QElapsedTimer>
+#include <support/Files.h>
 
 using namespace Qt::StringLiterals;
 
@@ -26,11 +27,8 @@ protected:
     }
     JetError::Reason reasonWithStream(const QByteArray &stream)
     {
-        QFile file(m_folder.filePath(u"stream"_s));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(stream);
-        file.close();
-        return reasonWith(u"cat '"_s + file.fileName() + u'\'');
+        const QString file = support::writeFile(m_folder.filePath(u"stream"_s), stream);
+        return reasonWith(u"cat '"_s + file + u'\'');
     }
     JetError::Reason reasonOf(const ReadOptions &options)
     {

@@ -1,4 +1,5 @@
 #include "TestFiles.h"
+#include <support/Files.h>
 
 using namespace Qt::StringLiterals;
 
@@ -69,9 +70,7 @@ QString writeFile(const QTemporaryDir &folder, const QByteArray &bytes)
 
 QByteArray readFile(const QString &path)
 {
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
+    return support::readFile(path);
 }
 
 } // namespace jet::test

@@ -122,14 +122,3 @@ TEST_F(OptionFileTest, DamageLeavesTheRecordAsItWas)
     storeChanged(2);
     EXPECT_EQ(folder.read(file), good);
 }
-
-TEST_F(OptionFileTest, AFullDiskLeavesTheOldFile)
-{
-    storeChanged(2);
-    const QByteArray before = folder.read(file);
-    BoxOptions options;
-    failWritesAfter(10);
-    EXPECT_THROW(options.store(roots), FileError);
-    failWritesAfter(-1);
-    EXPECT_EQ(folder.read(file), before);
-}

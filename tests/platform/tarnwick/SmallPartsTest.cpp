@@ -44,8 +44,6 @@ TEST(StringToValueTest, TakesLeadingDigits)
 
 namespace {
 
-constexpr Message kOverwrite{1234, u"Report \"%S\" already exists."};
-
 class CountingProgress : public Progress
 {
 public:
@@ -61,20 +59,6 @@ TEST(TerminalTextTest, ShowsControlCharactersAndKeepsLines)
 {
     EXPECT_EQ(terminalText(u"Größe\tx\ny\r\n"), u"Größe\tx\ny\r\n"_s);
     EXPECT_EQ(terminalText(u"a\x1b[2J\rb\a\x7f\u009b1m"), u"a\u241b[2J\u240db\u2407\u2421\ufffd1m"_s);
-}
-
-TEST(RecordingPromptsTest, KeepsWhatWasSaidAndAnswersFromItsScript)
-{
-    RecordingPrompts prompts;
-    prompts.answerWith({Answer::No});
-    prompts.error(kOverwrite, u"a.rep"_s);
-    EXPECT_EQ(prompts.question(Buttons::YesNo, kOverwrite, u"b.rep"_s), Answer::No);
-    EXPECT_FALSE(prompts.unusedAnswers());
-    EXPECT_THROW(prompts.question(Buttons::YesNo, kOverwrite, u"c.rep"_s), Error);
-    prompts.status({0, u"Stored."});
-    EXPECT_EQ(prompts.lastStatus(), u"Stored."_s);
-    EXPECT_EQ(prompts.entries()[0].number, 1234);
-    EXPECT_EQ(prompts.texts(RecordingPrompts::Entry::Kind::Error), QStringList{u"Report \"a.rep\" already exists."_s});
 }
 
 TEST(ProgressLoopTest, StopsWhenAskedTo)

@@ -172,6 +172,8 @@ TEST_F(TubesheetMapTest, ADragTellsItsWishAtItsEndAndNoneWhenItIsCancelled)
             QTest::mouseRelease(&map, Qt::LeftButton, {}, way.last());
             EXPECT_EQ(wishes, cancelled ? 0 : test.told) << int(test.mode);
             EXPECT_EQ(map.view() != whole, !cancelled && test.movesView) << int(test.mode);
+            if (!cancelled && test.mode == Mode::Zoom)
+                EXPECT_LT((map.view().centre - QPointF(4, 3)).manhattanLength(), 1);
         }
     }
 }
@@ -419,7 +421,7 @@ TEST_F(TubesheetMapTest, TheCardFollowsTheSelectionAndHidesUnderDialogs)
     EXPECT_TRUE(hasCard()) << "the keyboard goes on from where it was";
 }
 
-TEST_F(TubesheetMapTest, ZoomByRectangleAndContextMenu)
+TEST_F(TubesheetMapTest, ContextMenuNamesTheTube)
 {
     QSignalSpy menu(&map, &TubesheetMap::contextMenuRequested);
     QContextMenuEvent onTube(QContextMenuEvent::Mouse, pos(2, 2), map.mapToGlobal(pos(2, 2)));
@@ -429,11 +431,6 @@ TEST_F(TubesheetMapTest, ZoomByRectangleAndContextMenu)
     ASSERT_EQ(menu.size(), 2);
     EXPECT_EQ(menu[0][1].toInt(), tube(2, 2));
     EXPECT_EQ(menu[1][1].toInt(), -1);
-
-    map.setDragMode(TubesheetMap::DragMode::Zoom);
-    drag(pos(2, 2), pos(6, 6));
-    EXPECT_LT((map.view().centre - QPointF(4, 4)).manhattanLength(), 0.5);
-    EXPECT_TRUE(tubes.selection().isEmpty());
 }
 
 TEST_F(TubesheetMapTest, AnotherModelOrNoneIsTakenOver)

@@ -7,6 +7,7 @@
 #include <QPainterPath>
 #include <QTemporaryDir>
 #include <QtEndian>
+#include <support/Files.h>
 #include <support/Marks.h>
 #include <support/SampleSteamGen.h>
 #include <tarnwick/base/Error.h>
@@ -102,9 +103,7 @@ TEST(EmfTest, TheMapsPageIsAllThereAsShapesAndText)
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.emf"_s);
     MapPicture(MapScene(steamGen, tubes), content()).save(path, QSizeF(11, 8.5));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const EmfReader emf(file.readAll());
+    const EmfReader emf(support::readFile(path));
     EXPECT_NEAR(emf.frame().width(), 27940, 20);
     EXPECT_NEAR(emf.frame().height(), 21590, 20);
     // Tubes and the two of the legend, a disc each.

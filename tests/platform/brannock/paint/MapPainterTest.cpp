@@ -255,18 +255,6 @@ TEST_F(MapCacheTest, PatchesEqualAFreshPicture)
     patched();
 }
 
-TEST_F(MapCacheTest, SelectedTubesAreAddedInPlace)
-{
-    for (int i = 0; i < steamGen.numTube(); ++i)
-        tubes.setSelected(i, true);
-    const MapScene::Change change = scene.update(tubes);
-    ASSERT_TRUE(change.onlySelected);
-    cache.patch(scene, change);
-    ASSERT_EQ(cache.update(scene, view, kBackground), MapCache::Work::None);
-    // Painted in another order, halos may differ by a pixel where they meet.
-    EXPECT_LT(compare(cache.image(), paint(scene, view)).pixels, 640 * 400 / 200);
-}
-
 TEST_F(MapCacheTest, LargeChangesWaitForTheNextPainting)
 {
     tubes.clearMarks();

@@ -8,6 +8,7 @@
 #include <QSvgGenerator>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
+#include <support/Files.h>
 #include <support/Marks.h>
 #include <support/SampleSteamGen.h>
 #include <tarnwick/base/Error.h>
@@ -175,23 +176,13 @@ TEST(MapPictureTest, ALegendThatFindsNoRoomGoesOnOnFurtherPages)
         EXPECT_EQ(all.count(u">Entry number %1 "_s.arg(i)), 1) << i;
 }
 
-TEST(MapPictureTest, ModelLineCountsInGroups)
-{
-    ellery::SteamGen steamGen = sample::uBend();
-    ellery::TubeStates tubes(steamGen.numTube());
-    tubes.setMark(0, markOf(u'A', 1));
-    EXPECT_EQ(modelText(steamGen, tubes), u"Model UB-51 (3,394 tubes)\n3,393 open tubes\n"_s);
-}
-
 TEST(MapPictureTest, WritesEveryFormAndLeavesOldFilesOnFailure)
 {
     const QTemporaryDir folder;
     const MapPicture picture(MapScene(sample::block(4, 4)), content(2));
     const auto bytes = [&](const QString &name) {
         picture.save(folder.filePath(name), QSizeF(5, 4), 80);
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
+        return support::readFile(folder.filePath(name));
     };
     for (const QString &name : {u"a.png"_s, u"b.BMP"_s}) {
         bytes(name);

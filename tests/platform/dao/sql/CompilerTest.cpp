@@ -66,29 +66,6 @@ std::string check(const QString &rule, DataType type = DataType::Integer)
 
 } // namespace
 
-TEST_F(CompilerTest, ConditionsOnColumnsUseTheirIndexes)
-{
-    const SelectPlan &plan = select(u"SELECT * FROM report WHERE sec = 0 AND row = [r] AND col = [c]"_s);
-    EXPECT_THAT(queryPlan(plan.keySql), HasSubstr("tube_id (sec=? AND row=? AND col=?)"));
-    EXPECT_THAT(queryPlan(plan.rowSql), HasSubstr("SEARCH _s1 USING INTEGER PRIMARY KEY (rowid=?)"));
-    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage = 'r12' AND volts > 2"_s).keySql),
-                HasSubstr("INDEX report.outage"));
-    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE sec Between [a] And [b]"_s).keySql),
-                HasSubstr("tube_id (sec>? AND sec<?)"));
-    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage Like 'R1*'"_s).keySql),
-                HasSubstr("INDEX report.outage (outage>? AND outage<?)"));
-    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report WHERE outage = (SELECT Max(outage) FROM report)"_s).keySql),
-                HasSubstr("(outage=?)"));
-}
-
-TEST_F(CompilerTest, AWalkOverAllRowsNeedsNoSorting)
-{
-    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report"_s).keySql), Not(HasSubstr("TEMP B-TREE")));
-    EXPECT_THAT(queryPlan(select(u"SELECT * FROM report"_s).fullSql), Not(HasSubstr("TEMP B-TREE")));
-    EXPECT_THAT(queryPlan(select(u"SELECT sec FROM report ORDER BY sec, row, col"_s).keySql),
-                Not(HasSubstr("TEMP B-TREE")));
-}
-
 TEST_F(CompilerTest, ARowOfAJoinIsFoundByTheKeysOfItsTables)
 {
     const SelectPlan &plan = select(u"SELECT * FROM report LEFT JOIN plans ON report.outage = plans.name"_s);
@@ -177,66 +154,6 @@ TEST_F(CompilerTest, ValuesThatFitAFieldAreNotConverted)
                 Not(HasSubstr("jet_")));
     EXPECT_THAT(sqlOf(u"INSERT INTO report (row, outage) VALUES ([a], [b])"_s), Not(HasSubstr("jet_")));
     EXPECT_THAT(sqlOf(u"UPDATE report SET row = recd_num"_s), HasSubstr("jet_to_integer("));
-}
-
-TEST_F(CompilerTest, TextsOfAnySizeAndDepthEndInBoundedTime)
-{
-    const QString deep = u"SELECT "_s + QString(10000, u'(') + u'1' + QString(10000, u')');
-    EXPECT_EQ(errorOf(deep), 3360);
-    EXPECT_EQ(errorOf(u"SELECT "_s + u"Abs("_s.repeated(10000) + u'1' + QString(10000, u')')), 3360);
-    EXPECT_EQ(errorOf(u"SELECT "_s + u"Not "_s.repeated(10000) + u"True"_s), 3360);
-    EXPECT_EQ(errorOf(u"SELECT "_s + u"- "_s.repeated(10000) + u"1"_s), 3360);
-    EXPECT_EQ(errorOf(u"SELECT 1"_s + u" + 1"_s.repeated(10000)), 3360);
-    EXPECT_EQ(errorOf(u"SELECT * FROM "_s + QString(10000, u'(') + u"report"_s + QString(10000, u')')), 3360);
-    EXPECT_EQ(errorOf(u"SELECT * FROM report"_s + u" INNER JOIN plans ON 1=1"_s.repeated(1000)), 3360);
-    EXPECT_EQ(errorOf(u"SELECT 1 AS a0"_s +
-                      [] {
-                          QString aliases;
-                          for (int i = 1; i < 60; ++i)
-                              aliases += u", a%1 + a%1 AS a%2"_s.arg(i - 1).arg(i);
-                          return aliases;
-                      }()),
-              3360);
-
-    // Long, but not deep: thousands of conditions and values, in a text of megabytes.
-    QString long_ = u"SELECT Count(*) FROM report WHERE row = 1"_s;
-    for (int i = 0; i < 10000; ++i)
-        long_ += u" OR row = %1"_s.arg(i);
-    EXPECT_EQ(m_database.run(long_).rows, QList<QStringList>{{u"0"_s}});
-    QString mixed = u"SELECT Count(*) FROM report WHERE row > 1"_s;
-    for (int i = 0; i < 500; ++i)
-        mixed += u" AND (col <> %1 OR volts < %1)"_s.arg(i);
-    EXPECT_EQ(m_database.run(mixed).rows, QList<QStringList>{{u"0"_s}});
-    QString list = u"SELECT Count(*) FROM report WHERE outage IN ('"_s + QString(1000, u'x') + u'\'';
-    for (int i = 0; i < 2000; ++i)
-        list += u", '"_s + QString(1000, u'y') + u'\'';
-    EXPECT_EQ(m_database.run(list + u')').rows, QList<QStringList>{{u"0"_s}});
-    QString joined = u"SELECT 'a'"_s;
-    for (int i = 0; i < 400; ++i)
-        joined += u" & 'b'"_s;
-    EXPECT_EQ(m_database.run(joined).rows[0][0].size(), 401);
-}
-
-TEST_F(CompilerTest, WhatTheInnerEngineCannotParseIsTooComplex)
-{
-    QString nested = u"1"_s;
-    for (int i = 0; i < 45; ++i)
-        nested = u"Abs(%1) + 1 - (2 * (1 + Abs(1)))"_s.arg(nested);
-    EXPECT_THROW(
-        {
-            try {
-                m_database.run(u"SELECT "_s + nested);
-            } catch (const dao::DaoException &exception) {
-                EXPECT_EQ(exception.number(), 3360);
-                throw;
-            }
-        },
-        dao::DaoException);
-    // A chain of IIf calls becomes one CASE and is not nested.
-    QString ladder = u"0"_s;
-    for (int i = 0; i < 60; ++i)
-        ladder = u"IIf(row = %1, %1, %2)"_s.arg(i).arg(ladder);
-    EXPECT_NO_THROW(m_database.run(u"SELECT "_s + ladder + u" FROM report"_s));
 }
 
 TEST_F(CompilerTest, EveryFunctionOfTheTableIsRegistered)

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 using dao::Value;
@@ -12,6 +13,7 @@ using dao::Value;
 //
 //   @query NAME = SQL     a stored query
 //   > SQL                 a statement; lines that begin with a blank continue it
+//   NUMBER> SQL           a statement that fails with that number
 //   ? NAME = VALUE        value of a parameter of the statement above
 //   : A | B               the names of its columns
 //   ~ WORD                "updatable", "keyed", or why it is neither (see reasons below)
@@ -99,6 +101,11 @@ private:
             finishCase();
             m_case.line = number;
             m_case.sql = rest;
+        } else if (const auto failing = s_failing.match(line); failing.hasMatch()) {
+            finishCase();
+            m_case.line = number;
+            m_case.error = failing.captured(1);
+            m_case.sql = failing.captured(2);
         } else if (line.startsWith(u' ')) {
             m_case.sql += u'\n' + line.trimmed();
         } else if (line.startsWith(u"? ")) {
@@ -178,6 +185,7 @@ private:
         }
     }
 
+    static inline const QRegularExpression s_failing{u"^(\\d+)> (.+)$"_s};
     TestDatabase m_database;
     Case m_case;
 };

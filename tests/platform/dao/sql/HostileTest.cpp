@@ -67,6 +67,12 @@ TEST_F(HostileTest, NestingOfEveryKindIsTooComplexAndNothingWorse)
         const int error = errorOf(nested(test.before, test.kernel, test.behind, 10000));
         EXPECT_TRUE(error == 3360 || error == 3075) << test.before.toStdString() << error;
     }
+    for (const QString &before : {u"("_s, u"Abs("_s, u"Not "_s, u"- "_s})
+        EXPECT_EQ(errorOf(u"SELECT "_s + nested(before, u"1"_s, before.endsWith(u'(') ? u")"_s : QString(), 10000)),
+                  3360);
+    EXPECT_EQ(errorOf(u"SELECT 1"_s + u" + 1"_s.repeated(10000)), 3360);
+    // Within the limits of this engine, but not of the inner one.
+    EXPECT_EQ(errorOf(u"SELECT "_s + nested(u"Abs("_s, u"1"_s, u") + 1 - (2 * (1 + Abs(1)))"_s, 45)), 3360);
     // Deep trees of long chains that each start with the next one.
     EXPECT_EQ(errorOf(u"SELECT "_s + nested(u"(SELECT "_s, u"1"_s, chain + u')', 40)), 3360);
     EXPECT_EQ(errorOf(u"SELECT * FROM "_s + nested(u"("_s, u"t"_s, u" INNER JOIN t ON 1=1"_s.repeated(90) + u')', 100)),

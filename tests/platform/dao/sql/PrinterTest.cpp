@@ -81,7 +81,6 @@ TEST(PrinterTest, NamesAndLiteralsAreWrittenAsTheyAreRead)
 TEST(PrinterTest, StatementsOfEveryKind)
 {
     const Printed cases[] = {
-        {"parameters [x y] long, z text ( 20 ), v value; select distinct top 5 percent t.*, *, a+1 b1 from t", nullptr},
         {"parameters [x y] long, z text ( 20 ), v value; select distinct top 5 percent t.*, *, a+1 as [sum] from t u, "
          "(select 1 as one) where a=1 group by a, b+1 having count(*)>1 order by 1, a desc with owneraccess option",
          "PARAMETERS [x y] LONG, z TEXT, v VALUE;\nSELECT DISTINCT TOP 5 PERCENT t.*, *, a + 1 AS sum\nFROM t AS u, "
@@ -99,15 +98,10 @@ TEST(PrinterTest, StatementsOfEveryKind)
          "TRANSFORM sum(a) AS s\nSELECT b\nFROM t\nGROUP BY b\nPIVOT c & d IN ('x', Null);"},
         {"transform sum(a) select b from t group by b pivot (c = 1)",
          "TRANSFORM sum(a)\nSELECT b\nFROM t\nGROUP BY b\nPIVOT (c = 1);"},
-        {"select c into [d e] from f", "SELECT c INTO [d e]\nFROM f;"},
-        {"insert into t (a, [b c]) values (1, 'x')", "INSERT INTO t (a, [b c])\nVALUES (1, 'x');"},
         {"insert into t select a from u where a=1", "INSERT INTO t\nSELECT a\nFROM u\nWHERE a = 1;"},
         {"update distinctrow t inner join u on t.a=u.a set t.b=u.b, c=null where d",
          "UPDATE t INNER JOIN u ON t.a = u.a\nSET t.b = u.b, c = Null\nWHERE d;"},
-        {"delete t.* from t, u where t.a=u.a", "DELETE t.*\nFROM t, u\nWHERE t.a = u.a;"},
-        {"delete from t", "DELETE\nFROM t;"},
         {"execute q 1, 'x'", "EXECUTE q 1, 'x';"},
-        {"exec q", "EXECUTE q;"},
         {"procedure p [a] long; delete * from t where b=[a]", "PARAMETERS a LONG;\nDELETE *\nFROM t\nWHERE b = a;"},
         {"create table t (id counter primary key, a text(10) with comp default 'x' not null, b varchar, c money "
          "constraint r references u (x) on delete cascade on update cascade, unique (a), constraint f foreign key (a, "
@@ -115,15 +109,6 @@ TEST(PrinterTest, StatementsOfEveryKind)
          "CREATE TABLE t (id COUNTER PRIMARY KEY, a TEXT(10) NOT NULL DEFAULT 'x', b TEXT(255), c CURRENCY CONSTRAINT "
          "r REFERENCES u (x) ON UPDATE CASCADE ON DELETE CASCADE, UNIQUE (a), CONSTRAINT f FOREIGN KEY (a, b) "
          "REFERENCES v, CHECK (a<>b), CONSTRAINT n NOT NULL (c));"},
-        {"alter table t add a yesno", "ALTER TABLE t ADD COLUMN a BIT;"},
-        {"alter table t alter a memo", "ALTER TABLE t ALTER COLUMN a MEMO;"},
-        {"alter table t drop a", "ALTER TABLE t DROP COLUMN a;"},
-        {"alter table t add constraint c primary key (a, b)", "ALTER TABLE t ADD CONSTRAINT c PRIMARY KEY (a, b);"},
-        {"alter table t drop constraint c", "ALTER TABLE t DROP CONSTRAINT c;"},
-        {"create unique index i on t (a desc, b asc) with ignore null",
-         "CREATE UNIQUE INDEX i ON t (a DESC, b) WITH IGNORE NULL;"},
-        {"create index i on t (a) with primary", "CREATE INDEX i ON t (a) WITH PRIMARY;"},
-        {"drop table [t u]", "DROP TABLE [t u];"},
         {"drop index i on t", "DROP INDEX i ON t;"},
         {"drop procedure q", "DROP VIEW q;"},
         {"create view v as select  a from t;", "CREATE PROCEDURE v AS\nselect  a from t;"},
@@ -131,10 +116,6 @@ TEST(PrinterTest, StatementsOfEveryKind)
          "CREATE PROCEDURE p AS\nPARAMETERS [x] long;\ndelete from t where a=[x]"},
     };
     for (const Printed &test : cases) {
-        if (!test.expected) {
-            EXPECT_THROW(statement(test.given), dao::DaoException);
-            continue;
-        }
         EXPECT_EQ(statement(test.given), test.expected);
         EXPECT_EQ(statement(test.expected), test.expected);
     }

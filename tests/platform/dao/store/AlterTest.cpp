@@ -4,7 +4,6 @@ using namespace Qt::StringLiterals;
 using namespace dao;
 using build::field;
 using build::index;
-using build::relation;
 
 /// Adds and removes fields and indexes of tables with rows.
 class AlterTest : public StoreTest
@@ -78,20 +77,6 @@ TEST_F(AlterTest, AFieldGoesAndTheRestStays)
     expectSound();
 }
 
-TEST_F(AlterTest, RelationsSurviveAChangeOfTheirTables)
-{
-    database.execute(u"CREATE TABLE entries (mark LONG, x LONG)"_s);
-    database.createRelation(relation(u"r"_s, u"marks"_s, u"entries"_s, DeleteCascade, u"id"_s, u"mark"_s));
-    append(u"entries"_s, {{u"mark"_s, number(1)}});
-    database.deleteField(u"marks", u"old");
-    database.addField(u"entries", field(u"y"_s, DataType::Long, 0, "R", {}, u"3"_s));
-    database.deleteField(u"entries", u"x");
-    EXPECT_EQ(numberOf([&] { append(u"entries"_s, {{u"mark"_s, number(5)}}); }), 3201);
-    EXPECT_EQ(raw(u"DELETE FROM marks WHERE id = 1"_s), QString());
-    EXPECT_EQ(rawRows(u"SELECT * FROM entries"_s), QString());
-    expectSound();
-}
-
 TEST_F(AlterTest, APrimaryKeyNeedsValuesAndTakesThemFromThenOn)
 {
     database.deleteIndex(u"marks", u"number");
@@ -106,15 +91,5 @@ TEST_F(AlterTest, APrimaryKeyNeedsValuesAndTakesThemFromThenOn)
               u"3058 DAO.Recordset: Index or primary key cannot contain a Null value."_s);
     database.deleteIndex(u"marks", u"pk");
     append(u"marks"_s, {{u"name"_s, text(u"e"_s)}});
-    expectSound();
-}
-
-TEST_F(AlterTest, AUniqueIndexOverDuplicatesFailsAndLeavesTheTable)
-{
-    append(u"marks"_s, {{u"name"_s, text(u"A"_s)}});
-    const QString before = marks(u"*"_s);
-    EXPECT_EQ(numberOf([&] { database.createIndex(u"marks", index(u"u"_s, {u"name"_s}, false, true)); }), 3022);
-    EXPECT_EQ(database.table(u"marks").index(u"u"), nullptr);
-    EXPECT_EQ(marks(u"*"_s), before);
     expectSound();
 }

@@ -55,17 +55,6 @@ protected:
     const QString longSelect = u"SELECT a.x FROM n AS a, n AS b WHERE a.x + b.x = -1"_s;
 };
 
-TEST_F(CancelTest, AStoppedSelectLeavesNothingOpen)
-{
-    StopAt stop(1);
-    database.setProgress(&stop);
-    Recordset set(database);
-    EXPECT_EQ(errorOf([&] { set.open(Recordset::Type::Dynaset, longSelect); }), u"cancelled"_s);
-    EXPECT_FALSE(set.isOpen());
-    database.setProgress(nullptr);
-    EXPECT_EQ(database.execute(u"DELETE FROM n WHERE x = 0"_s), 1);
-}
-
 TEST_F(CancelTest, WhatTheProgressThrowsStopsTheStatementAndComesOut)
 {
     StopAt stop(1);
@@ -86,39 +75,6 @@ TEST_F(CancelTest, WhatTheProgressThrowsStopsTheStatementAndComesOut)
             EXPECT_EQ(sum(), before);
         }
     }
-}
-
-TEST_F(CancelTest, AStoppedChangeIsUndone)
-{
-    StopAt stop(1);
-    database.setProgress(&stop);
-    EXPECT_EQ(errorOf([&] { database.execute(longUpdate); }), u"cancelled"_s);
-    EXPECT_EQ(sum(), before);
-    database.setProgress(nullptr);
-    EXPECT_EQ(database.execute(u"UPDATE n SET x = x"_s), 3000);
-}
-
-TEST_F(CancelTest, WithinATransactionOnlyTheStatementIsUndone)
-{
-    StopAt stop(1);
-    workspace.beginTrans();
-    database.execute(u"INSERT INTO n (x) VALUES (100000)"_s);
-    database.setProgress(&stop);
-    EXPECT_EQ(errorOf([&] { database.execute(longUpdate); }), u"cancelled"_s);
-    Recordset set(database);
-    EXPECT_EQ(errorOf([&] { set.open(Recordset::Type::Snapshot, longSelect); }), u"cancelled"_s);
-    EXPECT_EQ(
-        errorOf([&] { database.execute(QString(longSelect).replace(u"SELECT a.x"_s, u"SELECT a.x INTO copy"_s)); }),
-        u"cancelled"_s);
-    EXPECT_EQ(errorOf([&] {
-                  database.execute(u"UPDATE n INNER JOIN n AS m ON n.x < m.x SET n.x = m.x WHERE n.x + m.x = -1"_s);
-              }),
-              u"cancelled"_s);
-    database.setProgress(nullptr);
-    EXPECT_FALSE(database.hasTable(u"copy"));
-    workspace.commitTrans();
-    EXPECT_EQ(sum(), u"3001|4598500"_s);
-    EXPECT_EQ(rawRows(u"PRAGMA integrity_check"_s), u"ok"_s);
 }
 
 TEST_F(CancelTest, WhatComesAfterAStopIsNotStoppedToo)

@@ -28,15 +28,6 @@ protected:
     }
 };
 
-TEST_F(ExecuteTest, ActionsCountTheRowsTheyAffect)
-{
-    EXPECT_EQ(run(u"UPDATE t SET name = 'z' WHERE x > 3"_s), 2);
-    EXPECT_EQ(run(u"INSERT INTO t (name, x) VALUES ('a', 6)"_s), 1);
-    EXPECT_EQ(run(u"INSERT INTO t (name, x) SELECT name, x + 10 FROM t"_s), 6);
-    EXPECT_EQ(run(u"DELETE FROM t WHERE x > 10"_s), 6);
-    EXPECT_EQ(stored(), u"1 2 3 4 5 6"_s);
-}
-
 TEST_F(ExecuteTest, OneBadRowUndoesTheStatement)
 {
     EXPECT_EQ(failure(u"UPDATE t SET x = x + 96"_s).left(20), u"3317 DAO.QueryDef: O"_s);
@@ -177,17 +168,4 @@ TEST_F(ExecuteTest, ADefinitionIsCompiledAgainWhenTheSchemaChanges)
     EXPECT_EQ(set.recordCount(), 1) << "the value of the parameter is still there";
     database.execute(u"DROP TABLE t"_s);
     EXPECT_EQ(numberOf([&] { query.fieldCount(); }), 3078);
-}
-
-TEST_F(ExecuteTest, UpdatesOverJoinsReachTheirTables)
-{
-    database.execute(u"CREATE TABLE u (x SHORT CONSTRAINT pk PRIMARY KEY, label TEXT(10))"_s);
-    for (int x = 1; x <= 3; ++x)
-        append(u"u"_s, {{u"x"_s, number(x)}, {u"label"_s, text(u"L%1"_s.arg(x))}});
-    EXPECT_EQ(run(u"UPDATE t INNER JOIN u ON t.x = u.x SET t.name = u.label, u.label = 'done'"_s), 3);
-    EXPECT_EQ(rawRows(u"SELECT name FROM t"_s), u"L1 L2 L3 n4 n5"_s);
-    EXPECT_EQ(rawRows(u"SELECT DISTINCT label FROM u"_s), u"done"_s);
-    EXPECT_EQ(run(u"DELETE t.* FROM t INNER JOIN u ON t.x = u.x"_s), 3);
-    EXPECT_EQ(stored(), u"4 5"_s);
-    EXPECT_EQ(rawRows(u"SELECT count(*) FROM u"_s), u"3"_s);
 }

@@ -101,15 +101,6 @@ TEST_F(ExplainTest, TellsParametersColumnsAndPlan)
     EXPECT_EQ(explain(database, u"SELECT DISTINCT name FROM tubes"_s).whyNot, sql::NotUpdatable::Distinct);
 }
 
-TEST_F(ExplainTest, IndexedTextIsFoundByItsIndex)
-{
-    for (const QString &condition :
-         {u"name = 'A'"_s, u"name LIKE 'D*'"_s, u"name LIKE 'IK*'"_s, u"name IN ('a', 'b')"_s})
-        EXPECT_TRUE(plansOf(u"SELECT * FROM tubes WHERE "_s + condition).contains(u"by_name"_s))
-            << qPrintable(condition + u'\n' + plansOf(u"SELECT * FROM tubes WHERE "_s + condition));
-    EXPECT_FALSE(plansOf(u"SELECT * FROM tubes WHERE name LIKE '*D'"_s).contains(u"SEARCH t"_s));
-}
-
 TEST_F(ExplainTest, RunsNothing)
 {
     for (const QString &statement :

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QTimer>
 #include <sqlite3.h>
+#include <support/Files.h>
 
 using namespace Qt::StringLiterals;
 using namespace dao;
@@ -28,12 +29,7 @@ protected:
         QFile f(file);
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
-    void write(const QString &file, const QByteArray &bytes)
-    {
-        QFile f(file);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-    }
+    void write(const QString &file, const QByteArray &bytes) { support::writeFile(file, bytes); }
 };
 
 TEST_F(FilesTest, WhatCannotBeOpenedSaysWhy)

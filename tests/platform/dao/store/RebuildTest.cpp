@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <support/Files.h>
 
 using namespace Qt::StringLiterals;
 using namespace dao;
@@ -28,12 +29,7 @@ protected:
         return table(u"plans"_s, {field(u"note"_s, DataType::Text, 50), field(u"name"_s, DataType::Text, size, "R")},
                      {index(u"name"_s, {u"name"_s}, true)});
     }
-    QByteArray bytes(const QString &file) const
-    {
-        QFile opened(path(file));
-        EXPECT_TRUE(opened.open(QIODevice::ReadOnly));
-        return opened.readAll();
-    }
+    QByteArray bytes(const QString &file) const { return support::readFile(path(file)); }
 };
 
 TEST_F(RebuildTest, FillsANewFieldFromTheOldRow)
@@ -155,11 +151,8 @@ TEST_F(RebuildTest, ReadsTheCommittedFileByteForByte)
     database.changeStamp(); // so that it has the log open when the other closes it
     EXPECT_EQ(raw(u"DELETE FROM plans"_s), QString());
     EXPECT_FALSE(content() == bytes(u"test.mdb"_s));
-    QFile copy(path(u"copy.mdb"_s));
-    ASSERT_TRUE(copy.open(QIODevice::WriteOnly));
-    copy.write(content());
-    copy.close();
-    EXPECT_EQ(raw(u"SELECT 1 FROM plans"_s, copy.fileName()), QString());
+    const QString copy = support::writeFile(path(u"copy.mdb"_s), content());
+    EXPECT_EQ(raw(u"SELECT 1 FROM plans"_s, copy), QString());
 }
 
 TEST_F(RebuildTest, AWritingTransactionKeepsOthersFromChangingAndChangesNothing)

@@ -60,16 +60,6 @@ TEST_F(TransactionsTest, FiveLevelsAndNoMore)
     EXPECT_EQ(errorOf([&] { workspace.rollback(); }), none);
 }
 
-TEST_F(TransactionsTest, AFailedRowLeavesTheTransactionAsItWas)
-{
-    Transaction transaction(workspace);
-    add(1);
-    EXPECT_EQ(numberOf([&] { add(100); }), 3317);
-    add(2);
-    transaction.commit();
-    EXPECT_EQ(stored(), u"1 2"_s);
-}
-
 TEST_F(TransactionsTest, LeavingAScopeOrAWorkspaceRollsBack)
 {
     {
@@ -114,27 +104,6 @@ TEST_F(TransactionsTest, NothingIsLockedWhileNothingIsWritten)
     EXPECT_EQ(raw(u"INSERT INTO t (x) VALUES (7)"_s), QString());
     workspace.commitTrans();
     EXPECT_EQ(stored(), u"7"_s);
-}
-
-TEST_F(TransactionsTest, ADiskThatIsFullLosesNothingThatWasCommitted)
-{
-    database.execute(u"CREATE TABLE big (m MEMO)"_s);
-    add(1);
-    // Simulates a full disk for the file of this connection.
-    Transaction transaction(workspace);
-    ASSERT_EQ(raw(u"SELECT 1"_s), QString());
-    setMaxPageCount(database, 40);
-    QString failure;
-    for (int i = 0; i < 1000 && failure.isEmpty(); ++i)
-        failure = errorOf([&] { append(u"big"_s, {{u"m"_s, text(QString(20000, u'x'))}}); });
-    EXPECT_EQ(failure, u"3026 DAO.Recordset: Not enough space on disk."_s);
-    transaction.rollback();
-    setMaxPageCount(database, 1'000'000);
-    EXPECT_EQ(stored(), u"1"_s);
-    EXPECT_EQ(rawRows(u"SELECT count(*) FROM big"_s), u"0"_s);
-    EXPECT_EQ(rawRows(u"PRAGMA integrity_check"_s), u"ok"_s);
-    add(2);
-    EXPECT_EQ(stored(), u"1 2"_s);
 }
 
 TEST_F(TransactionsTest, ADefinitionThatFailsHalfwayLeavesTheTableAndItsRows)

@@ -143,18 +143,6 @@ TEST_F(NumberFieldTest, IsNotWrittenOverWhileANumberIsTyped)
     EXPECT_EQ(field.whole(), 25);
 }
 
-TEST_F(NumberFieldTest, TakesNumbersWithoutAUnit)
-{
-    NumberField plain;
-    plain.setLimits(1, 50);
-    plain.show();
-    plain.selectAll();
-    QTest::keyClicks(plain.findChild<QLineEdit *>(), u"37"_s);
-    EXPECT_EQ(plain.whole(), 37);
-    QTest::keyClicks(plain.findChild<QLineEdit *>(), u"x"_s);
-    EXPECT_EQ(plain.text(), u"37"_s);
-}
-
 TEST_F(NumberFieldTest, SpeaksOfTheUsersChangesOnly)
 {
     field.setNumber(42);
