@@ -100,18 +100,6 @@ private:
     QTemporaryDir m_settings; ///< sizes of dialogs
 };
 
-/// What Tab goes through, once round.
-QList<QWidget *> tabOrder(QDialog &dialog)
-{
-    QList<QWidget *> order;
-    QWidget *start = dialog.focusWidget();
-    do {
-        order.append(dialog.focusWidget());
-        QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
-    } while (dialog.focusWidget() != start && order.size() < 100);
-    return order;
-}
-
 } // namespace
 
 TEST_F(FillDialogTest, RandomFillByMouseAndKeys)
@@ -189,25 +177,6 @@ TEST_F(FillDialogTest, PatternFillByItsMnemonicsAndSymbol)
     EXPECT_EQ(fill.label, u"Pattern 3x2"_s);
     EXPECT_TRUE(fill.parameters.includeLastTube);
     EXPECT_EQ(fill.mark.symbol, ellery::Symbol(u'\u2660')) << "in place of the automatic letter";
-}
-
-TEST_F(FillDialogTest, EveryPartIsReachedByTab)
-{
-    for (const QString &name : {u"RANDOM"_s, u"BOX"_s, u"PATTERN"_s}) {
-        whenOpen([&name](QDialog &dialog) {
-            const QList<QWidget *> order = tabOrder(dialog);
-            for (QWidget *widget : dialog.findChildren<QWidget *>()) {
-                const bool isField = qobject_cast<QComboBox *>(widget) || qobject_cast<QAbstractButton *>(widget) ||
-                                     qobject_cast<NumberField *>(widget);
-                if (isField && widget->isEnabled() && widget->isVisible()) {
-                    EXPECT_TRUE(order.contains(widget)) << qPrintable(name) << ' ' << qPrintable(widget->objectName());
-                }
-            }
-            dialog.reject();
-        });
-        pressFill(name);
-    }
-    EXPECT_EQ(opened, 3);
 }
 
 TEST_F(FillDialogTest, EntryIsEditedByDoubleClickAndReturn)
