@@ -1,27 +1,9 @@
 #pragma once
-#include <brannock/Project.h>
+#include "ConnectContext.h"
+
 #include <db/DatabaseSession.h>
-#include <tarnwick/base/Progress.h>
 
 namespace db {
-
-/// Called when a connection is established. The window adds the path to its recent databases and refreshes its panels.
-class ConnectionListener
-{
-public:
-    virtual ~ConnectionListener() = default;
-    virtual void databaseConnected(const QString &path) = 0;
-};
-
-/// References that connecting uses.
-struct ConnectContext
-{
-    const brannock::Project *project = nullptr; ///< null if there is none
-    ConnectionListener *listener = nullptr;     ///< may be null
-    tarnwick::Progress *progress = nullptr;     ///< may be null
-    bool onlyReads = false;                     ///< open the database read-only and unchanged
-    bool importsForeign = true;                 ///< import the tables of a foreign database; no question is asked
-};
 
 /// Closes the open database and connects this one. Depending on what the file holds:
 ///   - a database of the present schema: its views and aliases are brought up to date;

@@ -1,5 +1,5 @@
 #pragma once
-#include "ConnectDatabase.h"
+#include "ConnectContext.h"
 #include "ConversionRequest.h"
 
 namespace db {

@@ -5,6 +5,7 @@
 
 #include <dao/values/Errors.h>
 #include <db/UnfinishedFile.h>
+#include <jet/JetReader.h>
 #include <QDir>
 #include <QFile>
 

@@ -1,8 +1,9 @@
 #pragma once
-#include "JetImport.h"
+#include "JetImportReport.h"
 
 #include <dao/ProgressScope.h>
 #include <dao/TableLoad.h>
+#include <exception>
 #include <map>
 #include <QMap>
 

@@ -1,5 +1,6 @@
 #pragma once
-#include "JetReader.h"
+#include "JetContent.h"
+#include "JetError.h"
 
 #include <jet/wire/Facts.h>
 

@@ -1,8 +1,10 @@
 #pragma once
-#include "JetReader.h"
+#include "JetContent.h"
+#include "JetError.h"
 
 #include <jet/wire/Protocol.h>
 #include <jet/wire/WireReader.h>
+#include <tarnwick/base/Progress.h>
 
 #include <QElapsedTimer>
 #include <QProcess>

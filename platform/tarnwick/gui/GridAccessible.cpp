@@ -1,10 +1,13 @@
 #include "GridAccessible.h"
 
-#include "JTableWin.h"
+#include <tarnwick/GridModel.h>
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QPersistentModelIndex>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -12,13 +15,17 @@ namespace tarnwick {
 
 namespace {
 
-class AccessibleGrid;
+/// The model of a JTableWin.
+GridModel &gridOf(const QAbstractItemView &view)
+{
+    return *static_cast<GridModel *>(view.model());
+}
 
 /// One cell; created when a screen reader requests it.
 class AccessibleCell : public QAccessibleInterface, public QAccessibleTableCellInterface
 {
 public:
-    AccessibleCell(JTableWin &table, const QModelIndex &index)
+    AccessibleCell(QAbstractItemView &table, const QModelIndex &index)
         : m_table(&table)
         , m_index(index)
     {
@@ -40,13 +47,13 @@ public:
         if (kind == QAccessible::Name || kind == QAccessible::Value)
             return m_index.data().toString();
         if (kind == QAccessible::Description)
-            return u"%1, row %2"_s.arg(m_table->grid().column(m_index.column()).title).arg(m_index.row() + 1);
+            return u"%1, row %2"_s.arg(gridOf(*m_table).column(m_index.column()).title).arg(m_index.row() + 1);
         return kind == QAccessible::Help ? m_index.data(Qt::ToolTipRole).toString() : QString();
     }
     void setText(QAccessible::Text kind, const QString &text) override
     {
         if (isValid() && kind == QAccessible::Value)
-            m_table->grid().setData(m_index, text);
+            gridOf(*m_table).setData(m_index, text);
     }
     QRect rect() const override
     {
@@ -86,14 +93,14 @@ public:
     QAccessibleInterface *table() const override { return parent(); }
 
 private:
-    QPointer<JTableWin> m_table;
+    QPointer<QAbstractItemView> m_table;
     QPersistentModelIndex m_index;
 };
 
 class AccessibleGrid : public QAccessibleWidget, public QAccessibleTableInterface
 {
 public:
-    explicit AccessibleGrid(JTableWin *table)
+    explicit AccessibleGrid(QAbstractItemView *table)
         : QAccessibleWidget(table, QAccessible::Table)
     {
     }
@@ -106,7 +113,7 @@ public:
     }
     QAccessibleInterface *cellAt(int row, int column) const override
     {
-        const QModelIndex index = view().grid().index(row, column);
+        const QModelIndex index = rowCount() > 0 ? gridOf(view()).index(row, column) : QModelIndex();
         if (!index.isValid())
             return nullptr;
         const qint64 key = qint64(row) * columnCount() + column;
@@ -145,28 +152,39 @@ public:
     QAccessibleInterface *summary() const override { return nullptr; }
     QString columnDescription(int column) const override
     {
-        return column < columnCount() ? view().grid().column(column).title : QString();
+        return column < columnCount() ? gridOf(view()).column(column).title : QString();
     }
     QString rowDescription(int row) const override { return QString::number(row + 1); }
-    int columnCount() const override { return view().grid().columnCount(); }
-    int rowCount() const override { return view().grid().rowCount(); }
+    // A table that is being destroyed has no model any more.
+    int columnCount() const override { return view().model() ? view().model()->columnCount() : 0; }
+    int rowCount() const override { return view().model() ? view().model()->rowCount() : 0; }
     int selectedCellCount() const override { return 0; }
     int selectedColumnCount() const override { return 0; }
-    int selectedRowCount() const override { return int(view().selectedSourceRows().size()); }
+    int selectedRowCount() const override { return int(selectedRows().size()); }
     QList<QAccessibleInterface *> selectedCells() const override { return {}; }
     QList<int> selectedColumns() const override { return {}; }
-    QList<int> selectedRows() const override { return view().selectedSourceRows(); }
+    QList<int> selectedRows() const override
+    {
+        QList<int> rows;
+        for (const QItemSelectionRange &range : view().selectionModel()->selection()) {
+            for (int row = range.top(); row <= range.bottom(); ++row)
+                rows.append(row);
+        }
+        std::sort(rows.begin(), rows.end());
+        rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+        return rows;
+    }
     bool isColumnSelected(int) const override { return false; }
     bool isRowSelected(int row) const override { return view().selectionModel()->isRowSelected(row); }
     bool selectRow(int row) override
     {
-        view().setCurrentIndex(view().grid().index(row, 0));
+        view().setCurrentIndex(gridOf(view()).index(row, 0));
         return true;
     }
     bool selectColumn(int) override { return false; }
     bool unselectRow(int row) override
     {
-        view().selectionModel()->select(view().grid().index(row, 0),
+        view().selectionModel()->select(gridOf(view()).index(row, 0),
                                         QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
         return true;
     }
@@ -174,7 +192,7 @@ public:
     void modelChange(QAccessibleTableModelChangeEvent *) override { forget(); }
 
 private:
-    JTableWin &view() const { return *static_cast<JTableWin *>(widget()); }
+    QAbstractItemView &view() const { return *static_cast<QAbstractItemView *>(widget()); }
     void forget() const
     {
         for (const QAccessible::Id id : std::as_const(m_cells))
@@ -189,7 +207,7 @@ QAccessibleInterface *makeInterface(const QString &className, QObject *object)
 {
     if (className != QLatin1StringView("tarnwick::JTableWin"))
         return nullptr;
-    return new AccessibleGrid(qobject_cast<JTableWin *>(object));
+    return new AccessibleGrid(qobject_cast<QAbstractItemView *>(object));
 }
 
 } // namespace

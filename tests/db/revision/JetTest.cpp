@@ -3,8 +3,10 @@
 #include <dao/Recordset.h>
 #include <dao/values/Errors.h>
 #include <db/CreateDatabase.h>
+#include <db/revision/JetImport.h>
 #include <db/revision/JetSink.h>
 #include <fcntl.h>
+#include <jet/JetReader.h>
 #include <limits>
 #include <QDir>
 #include <QFile>

@@ -339,6 +339,9 @@ TEST_F(GridTest, ScreenReadersGetRowColumnAndValue)
     EXPECT_EQ(cell->text(QAccessible::Description), u"COUNT, row 2"_s);
     EXPECT_TRUE(cell->state().editable);
     EXPECT_EQ(grid->tableInterface()->columnDescription(1), u"COUNT"_s);
+    model().sortBy({{0, Qt::AscendingOrder}});
+    table.selectionModel()->select(model().index(2, 1), QItemSelectionModel::ClearAndSelect);
+    EXPECT_EQ(grid->tableInterface()->selectedRows(), QList<int>{2}) << "as shown, like all its rows";
 }
 
 } // namespace tarnwick
