@@ -4,6 +4,7 @@
 #include <tarnwick/gui/StateKeeper.h>
 
 #include <QDialogButtonBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -49,7 +50,13 @@ ListOpenDlg::ListOpenDlg(const Setup &setup, const QStringList &names, QWidget *
         if (!text.isEmpty())
             m_prompt->setText(text);
     });
-    connect(m_list, &QListWidget::itemActivated, this, &QDialog::accept);
+    // The name that the typed text has selected is current already.
+    connect(m_list, &QListWidget::itemClicked, this, &ListOpenDlg::take);
+    connect(m_list, &QListWidget::itemActivated, this, [this](const QListWidgetItem *item) {
+        take(item);
+        accept();
+    });
+    m_prompt->installEventFilter(this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     m_prompt->setFocus();
@@ -68,6 +75,25 @@ void ListOpenDlg::selectTyped(const QString &text)
     m_list->setCurrentItem(found.value(0));
     if (!found.isEmpty())
         m_list->scrollToItem(found.constFirst());
+}
+
+void ListOpenDlg::take(const QListWidgetItem *item)
+{
+    m_prompt->setText(item->text());
+}
+
+bool ListOpenDlg::eventFilter(QObject *watched, QEvent *event)
+{
+    const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent *>(event)->key() : 0;
+    if ((key != Qt::Key_Down && key != Qt::Key_Up) || m_list->count() == 0)
+        return QDialog::eventFilter(watched, event);
+    // The first key takes the name that the typed text has selected.
+    const QListWidgetItem *current = m_list->currentItem();
+    if (current && current->text() != m_prompt->text())
+        take(current);
+    else
+        m_list->setCurrentRow(qBound(0, m_list->currentRow() + (key == Qt::Key_Down ? 1 : -1), m_list->count() - 1));
+    return true;
 }
 
 QString ListOpenDlg::name() const

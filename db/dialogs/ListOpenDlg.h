@@ -5,10 +5,12 @@
 
 class QLineEdit;
 class QListWidget;
+class QListWidgetItem;
 
 namespace db {
 
-/// Lets the user pick or type a name of a column of a table. Typing selects the first name that begins with the text.
+/// Lets the user pick or type a name of a column of a table. Typing selects the first name that begins with the text;
+/// Up and Down take the selected name and go on from it.
 class ListOpenDlg : public QDialog
 {
     Q_OBJECT
@@ -27,7 +29,11 @@ public:
     ListOpenDlg(const Setup &setup, const QStringList &names, QWidget *parent = nullptr);
     QString name() const;
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    void take(const QListWidgetItem *item);
     void selectTyped(const QString &text);
 
     QListWidget *m_list;

@@ -74,7 +74,10 @@ QString store(TubeLoc &value, const QString &text, IntRange)
     const int point = value.point;
     if (text == locationText(value))
         return {};
-    value = parseLocation(text);
+    const TubeLoc location = parseLocation(text);
+    if (!text.isEmpty() && !location.isValid())
+        return u"\"%1\" has no landmark before the offset."_s.arg(text);
+    value = location;
     value.point = value.isValid() ? point : 0;
     return {};
 }

@@ -18,6 +18,15 @@ namespace tarnwick {
 /// Upper bound of the programs that work on one project at the same time.
 static constexpr int kMostSlots = 64;
 
+/// Renames a damaged copy; those that were set aside before stay.
+static void setAside(const QString &path)
+{
+    QString name = path + u".bad"_s;
+    for (int number = 2; QFileInfo::exists(name); ++number)
+        name = path + u".bad%1"_s.arg(number);
+    QFile::rename(path, name);
+}
+
 RecoveryCopies::RecoveryCopies(const QString &owner, const QString &kind)
     : m_owner(owner)
     , m_kind(kind)
@@ -70,7 +79,7 @@ void RecoveryCopies::offer(const std::function<Decision(const Left &)> &decide)
         if (decision == Decision::Discard)
             QFile::remove(slot->path);
         else if (decision == Decision::Damaged)
-            QFile::rename(slot->path, slot->path + u".bad"_s);
+            setAside(slot->path);
     }
     m_left.clear(); // copies that are kept are free for the next start
 }

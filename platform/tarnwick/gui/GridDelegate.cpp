@@ -71,7 +71,7 @@ void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, 
         painter->drawText(room, index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine, line);
     }
     if (option.state & QStyle::State_HasFocus) {
-        painter->setPen(QPen(option.palette.color(group, QPalette::Text), 1));
+        painter->setPen(QPen(text, 1));
         painter->setBrush(Qt::NoBrush);
         painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
     }

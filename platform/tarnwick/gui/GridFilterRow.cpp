@@ -66,11 +66,16 @@ QStringList GridFilterRow::texts() const
     return texts;
 }
 
-void GridFilterRow::clear()
+void GridFilterRow::setTexts(const QStringList &texts)
 {
     m_delay.stop();
-    for (QLineEdit *field : std::as_const(m_fields))
-        field->clear();
+    for (qsizetype i = 0; i < m_fields.size(); ++i)
+        m_fields[i]->setText(texts.value(i));
+}
+
+void GridFilterRow::clear()
+{
+    setTexts({});
 }
 
 void GridFilterRow::focusColumn(int column)

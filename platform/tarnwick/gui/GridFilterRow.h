@@ -22,6 +22,8 @@ public:
     /// Aligns the fields with their columns after these were moved or resized.
     void place();
     QStringList texts() const;
+    /// The remaining fields are cleared.
+    void setTexts(const QStringList &texts);
     void clear();
     void focusColumn(int column);
     QSize sizeHint() const override;

@@ -7,13 +7,19 @@ namespace tarnwick {
 void GridLayout::setColumns(const QList<int> &widths)
 {
     m_widths = widths;
-    m_frozen = std::min(m_frozen, count());
     update();
 }
 
 void GridLayout::setFrozen(int columns)
 {
-    m_frozen = std::clamp(columns, 0, count());
+    m_wantedFrozen = std::max(columns, 0);
+    update();
+}
+
+void GridLayout::setRoom(int pixels)
+{
+    m_room = pixels;
+    update();
 }
 
 void GridLayout::setWidth(int column, int width)
@@ -28,6 +34,8 @@ void GridLayout::update()
     m_starts[0] = 0;
     for (qsizetype i = 0; i < m_widths.size(); ++i)
         m_starts[i + 1] = m_starts[i] + m_widths[i];
+    const int wanted = std::min(m_wantedFrozen, count());
+    m_frozen = 3 * (m_entry + m_starts[wanted]) <= 2 * m_room || wanted == count() ? wanted : 0;
 }
 
 int GridLayout::x(int column) const

@@ -10,7 +10,10 @@ class GridLayout
 public:
     void setColumns(const QList<int> &widths);
     void setEntryWidth(int width) { m_entry = width; }
+    /// Columns that would leave the others less than a third of the room are not frozen.
     void setFrozen(int columns);
+    /// Width of the viewport in pixels.
+    void setRoom(int pixels);
     void setScroll(int pixels) { m_scroll = pixels; }
     void setWidth(int column, int width);
 
@@ -38,7 +41,9 @@ private:
     QList<int> m_widths;
     QList<int> m_starts; ///< left edges without scrolling, beginning at 0; one more element than columns
     int m_entry = 0;
-    int m_frozen = 0;
+    int m_wantedFrozen = 0;
+    int m_frozen = 0; ///< as many as the room permits
+    int m_room = 0;
     int m_scroll = 0;
 };
 

@@ -316,6 +316,7 @@ void JTableWin::updateGeometries()
     m_header->setGeometry(inside.left(), inside.top() - header - filter, inside.width(), header);
     m_filterRow->setGeometry(inside.left(), inside.top() - filter, inside.width(), filter);
     m_findBar->setGeometry(inside.left(), inside.bottom() + 1, inside.width(), find);
+    m_layout.setRoom(inside.width());
     m_filterRow->place();
 
     QScrollBar *rows = verticalScrollBar();
@@ -470,10 +471,18 @@ void JTableWin::changeEvent(QEvent *event)
         measureRows();
 }
 
+bool JTableWin::isRowEditable(int row) const
+{
+    for (int column = 0; column < m_grid.columnCount(); ++column) {
+        if (m_grid.flags(m_grid.index(row, column)) & Qt::ItemIsEditable)
+            return true;
+    }
+    return false;
+}
+
 bool JTableWin::viewportEvent(QEvent *event)
 {
-    // The base class would show the reason why a cell cannot be edited for every cell under the mouse. It is shown only
-    // if other cells of the table can be edited.
+    // The reason why a cell cannot be edited is shown only if other cells of the row can be edited. F2 always shows it.
     if (event->type() == QEvent::ToolTip) {
         const auto *help = static_cast<QHelpEvent *>(event);
         const QModelIndex index = indexAt(help->pos());
@@ -481,6 +490,8 @@ bool JTableWin::viewportEvent(QEvent *event)
         const int room = visualRect(index).width() - 2 * GridDelegate::margin(fontMetrics());
         const bool isCut = fontMetrics().horizontalAdvance(text) > room || text.contains(u'\n');
         QString tip = index.data(Qt::ToolTipRole).toString();
+        if (tip == index.data(GridModel::WhyNotEditableRole).toString() && !isRowEditable(index.row()))
+            tip.clear();
         if (isCut)
             tip = tip.isEmpty() ? text : text + u"\n\n"_s + tip;
         if (index.isValid() && !tip.isEmpty())

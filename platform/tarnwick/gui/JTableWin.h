@@ -129,6 +129,7 @@ private:
     /// Number of rows that fit completely into the viewport; at least 1.
     int pageRows() const;
     int rowAt(int y) const;
+    bool isRowEditable(int row) const;
     void paintRow(QPainter &painter, int row, int firstColumn, int lastColumn);
     void paintLine(QPainter &painter, int row, const QString &text);
     void paintEntry(QPainter &painter, int row);

@@ -188,6 +188,11 @@ void JTableWin::keyPressEvent(QKeyEvent *event)
         Q_EMIT rowActivated(currentSourceRow());
         return;
     }
+    const QString whyNot = currentIndex().data(GridModel::WhyNotEditableRole).toString();
+    if (event->key() == Qt::Key_F2 && !whyNot.isEmpty()) {
+        QToolTip::showText(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()), whyNot, viewport());
+        return;
+    }
     // In a dialog Esc means Cancel. While a cell is edited, the editor receives Esc first and only ends the edit.
     if (event->key() == Qt::Key_Escape) {
         event->ignore();
@@ -304,8 +309,13 @@ void JTableWin::widenColumn(int characters)
 
 void JTableWin::applyFilter()
 {
-    runLong(u"Filter"_s,
-            [this](Progress &progress) { keepCurrent([&] { m_grid.filterBy(m_filterRow->texts(), &progress); }); });
+    bool isDone = false;
+    runLong(u"Filter"_s, [&](Progress &progress) {
+        keepCurrent([&] { m_grid.filterBy(m_filterRow->texts(), &progress); });
+        isDone = true;
+    });
+    if (!isDone) // the fields show the conditions that hold
+        m_filterRow->setTexts(m_grid.filters());
 }
 
 void JTableWin::showFilter(bool shown)
@@ -318,6 +328,8 @@ void JTableWin::showFilter(bool shown)
         m_filterRow->clear();
         if (m_grid.isFiltered())
             applyFilter();
+        m_filterRow->setVisible(m_grid.isFiltered()); // after Cancel
+        updateGeometries();
         setFocus();
     }
     refreshActions();
@@ -384,6 +396,12 @@ void JTableWin::deleteRows()
         rows = {currentSourceRow()};
     if (!source || rows.isEmpty())
         return;
+    for (const int row : std::as_const(rows)) {
+        if (const QString whyNot = source->whyNotDeletable(row); !whyNot.isEmpty()) {
+            m_prompts.showStatus(whyNot); // all or none
+            return;
+        }
+    }
     const int column = std::max(0, currentIndex().column());
     const int next = m_grid.shownRow(rows.first());
     runLong(u"Delete Rows"_s, [&](Progress &progress) {

@@ -130,6 +130,7 @@ TEST(ReportColumnsTest, WhatAColumnShowsCanBeTypedAndWrongValuesAreRefused)
         }
     }
     EXPECT_NE(reportColumn(u"cal_num").set(entry, u"65536"_s), QString());
+    EXPECT_NE(reportColumn(u"loc_land").set(entry, u"+0.25"_s), QString());
     EXPECT_EQ(reportColumn(u"loc_land").set(entry, u"08H +1"_s), QString());
     EXPECT_EQ(entry.location.dist, 0) << "the distance of the old place does not hold";
 }

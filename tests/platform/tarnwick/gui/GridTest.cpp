@@ -263,7 +263,8 @@ TEST_F(GridTest, KeysMoveEditMarkInsertAndDelete)
     EXPECT_EQ(table.currentSourceRow(), 1) << "the current row stays";
     table.selectAll();
     table.action(u"deleteRows"_s)->trigger();
-    EXPECT_EQ(rows.cells.size(), 3) << "from the last row up to the first that is refused";
+    EXPECT_EQ(rows.cells.size(), 4) << "none, because one is refused";
+    EXPECT_EQ(prompts.texts(RecordingPrompts::Entry::Kind::Status), QStringList{u"Keep figs."_s});
 }
 
 TEST_F(GridTest, CopyAndFiguresTakeTheMarkedCells)

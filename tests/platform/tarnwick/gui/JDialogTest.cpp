@@ -138,13 +138,15 @@ TEST_F(JDialogTest, UnsavedWorkOfADeadProgramIsOfferedAgain)
     prompts.answerWith({Answer::No});
     EXPECT_EQ(TextDialog(prompts).text(), QString());
     EXPECT_EQ(copies(), 0);
-    die(u"damaged"_s);
-    prompts.clear();
-    prompts.answerWith({Answer::Yes});
-    EXPECT_EQ(TextDialog(prompts).text(), QString());
-    EXPECT_EQ(prompts.texts(RecordingPrompts::Entry::Kind::Error).size(), 1);
-    EXPECT_EQ(copies(), 0) << "it is kept beside, under another name";
-    EXPECT_EQ(QDir(RecoveryCopies::folder()).entryList({u"*.bad"_s}, QDir::Files).size(), 1);
+    for (int damaged = 1; damaged <= 2; ++damaged) {
+        die(u"damaged"_s);
+        prompts.clear();
+        prompts.answerWith({Answer::Yes});
+        EXPECT_EQ(TextDialog(prompts).text(), QString());
+        EXPECT_EQ(prompts.texts(RecordingPrompts::Entry::Kind::Error).size(), 1);
+        EXPECT_EQ(copies(), 0) << "it is kept beside, under another name";
+        EXPECT_EQ(QDir(RecoveryCopies::folder()).entryList({u"*.bad*"_s}, QDir::Files).size(), damaged);
+    }
 }
 
 TEST_F(JDialogTest, StatusTextsAppearInTheActiveDialog)
