@@ -13,6 +13,7 @@ inline constexpr Message kKeepDraftFailed{0, u"The changes cannot be kept for th
 inline constexpr Message kFileNumberNotValid{0, u"Current file number=%d is not valid."};
 inline constexpr Message kFileSelected{0, u"Selected file %d."};
 inline constexpr Message kPrintFailed{0, u"Could not print."};
+inline constexpr Message kPrintCutCells{0, u"%D cells were cut, since their columns are too narrow for their texts."};
 inline constexpr Message kStoredPdf{0, u"Stored \"%S\"."};
 
 } // namespace tarnwick::messages

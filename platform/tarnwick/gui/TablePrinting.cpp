@@ -1,15 +1,16 @@
 #include "TablePrinting.h"
 
+#include "FileDialogs.h"
 #include "Guarded.h"
 #include "JTableWin.h"
 #include "PrinterSetup.h"
 #include "ProgressDialog.h"
 #include "TablePreviewDlg.h"
 
-#include <QFileDialog>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QStandardPaths>
 #include <tarnwick/Failures.h>
 #include <tarnwick/Messages.h>
 #include <tarnwick/paint/TablePdf.h>
@@ -22,6 +23,15 @@ namespace tarnwick {
 namespace {
 
 const QString kPrinterKey = u"tablePrint"_s;
+
+/// Asks for the name of a PDF file; empty if the user cancelled.
+QString choosePdf(QWidget *parent, const QString &name)
+{
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const std::u16string folder = SuitePath::fromMachine(documents, {}).text().toStdU16String();
+    return FileDialogs(parent).saveFile({folder.c_str(), u"PDF Files (*.pdf)", u".pdf", nullptr}, u"Store PDF"_s, {},
+                                        validFileName(name) + u".pdf"_s);
+}
 
 PrintRows rowsOf(const JTableWin &table, TablePrinting::Rows which)
 {
@@ -97,29 +107,37 @@ bool TablePrinting::print(const Job &job, Rows rows)
 
 bool TablePrinting::printPages(const Job &job, Rows rows)
 {
-    const auto print = [&] {
+    return report([&] {
         ProgressDialog progress(m_parent, job.name);
         const TablePrint all = pages(job, rows);
         printer().setDocName(job.name);
         if (printer().outputFormat() == QPrinter::PdfFormat && !printer().outputFileName().isEmpty())
-            storeTablePdf(all, printer().outputFileName(), job.name, &progress);
-        else
-            all.printOn(printer(), &progress);
-    };
-    return attemptCancellable(m_prompts, print, messages::kPrintFailed) == Outcome::Done;
+            return storeTablePdf(all, printer().outputFileName(), job.name, &progress);
+        return all.printOn(printer(), &progress);
+    });
+}
+
+bool TablePrinting::report(const std::function<qint64()> &print)
+{
+    qint64 cut = 0;
+    const auto work = [&] { cut = print(); };
+    if (attemptCancellable(m_prompts, work, messages::kPrintFailed) != Outcome::Done)
+        return false;
+    if (cut > 0)
+        m_prompts.information(messages::kPrintCutCells, cut);
+    return true;
 }
 
 bool TablePrinting::preview(const Job &job, Rows rows)
 {
     const TablePrint all = pages(job, rows);
     const auto storeAs = [&] {
-        const QString path = QFileDialog::getSaveFileName(m_parent, u"Store PDF"_s, validFileName(job.name) + u".pdf"_s,
-                                                          u"PDF Files (*.pdf)"_s);
+        const QString path = choosePdf(m_parent, job.name);
         const auto store = [&] {
             ProgressDialog progress(m_parent, job.name);
-            storeTablePdf(all, path, job.name, &progress);
+            return storeTablePdf(all, path, job.name, &progress);
         };
-        if (!path.isEmpty() && attemptCancellable(m_prompts, store, messages::kPrintFailed) == Outcome::Done)
+        if (!path.isEmpty() && report(store))
             m_prompts.status(messages::kStoredPdf, path);
     };
     TablePreviewDlg dialog(all, job.name, storeAs, m_parent);

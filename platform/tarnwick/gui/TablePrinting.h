@@ -44,6 +44,8 @@ private:
     void keepChoice();
     TablePrint pages(const Job &job, Rows rows);
     bool printPages(const Job &job, Rows rows);
+    /// Runs a print that returns the number of cells that were cut. Reports these and failures.
+    bool report(const std::function<qint64()> &print);
 
     UserPrompts &m_prompts;
     QWidget *m_parent;

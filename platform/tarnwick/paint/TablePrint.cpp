@@ -8,6 +8,7 @@
 #include <QFontMetricsF>
 #include <QPagedPaintDevice>
 #include <QPainter>
+#include <QTextLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -22,6 +23,7 @@ constexpr double kRowSpacing = 1.25; ///< height of a row in font heights
 /// On both sides of a cell's text.
 constexpr double kCellMargin = 0.04 * TablePrint::kDpi;
 constexpr int kDefaultCharacters = 8;
+constexpr double kLeastWidth = TablePrint::kDpi;
 constexpr double kLineWidth = TablePrint::kDpi / 200.0;
 
 QFont printFont(const PrintSection &section)
@@ -30,6 +32,24 @@ QFont printFont(const PrintSection &section)
     font.setPixelSize(std::max(1, section.size * TablePrint::kDpi / 72));
     font.setHintingPreference(QFont::PreferNoHinting);
     return font;
+}
+
+/// The line in parts that are not wider than width, broken between words where possible.
+QStringList wrapped(const QString &line, const QFont &font, double width)
+{
+    if (width < kLeastWidth || QFontMetricsF(font).horizontalAdvance(line) <= width)
+        return {line};
+    QTextLayout layout(line, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    QStringList parts;
+    for (QTextLine part = layout.createLine(); part.isValid(); part = layout.createLine()) {
+        part.setLineWidth(width);
+        parts.append(line.mid(part.textStart(), part.textLength()));
+    }
+    return parts;
 }
 
 QFont boldFont(QFont font)
@@ -95,10 +115,12 @@ void TablePrint::arrange()
     const double everywhere = height(JTablePrintArg::PageHeader) + height(JTablePrintArg::PageFooter) +
                               height(JTablePrintArg::ReportVersion) + m_rowHeight;
     const double onFirst = height(JTablePrintArg::ReportTitle) + height(JTablePrintArg::ReportHeader);
-    // If the texts leave no room for rows, each page still gets one row, so that paging terminates.
-    const auto rows = [this](double room) { return std::max(1, int(room / m_rowHeight)); };
+    const auto rows = [this](double room) { return std::max(0, int(room / m_rowHeight)); };
     m_otherRows = rows(m_area.height() - everywhere);
     m_firstRows = rows(m_area.height() - everywhere - onFirst);
+    m_hasRoom = m_otherRows > 0 && m_area.width() >= kLeastWidth;
+    if (!m_hasRoom) // each page gets one row, so that paging terminates
+        m_otherRows = m_firstRows = 1;
     const int further = std::max(0, m_rows.count - m_firstRows);
     m_rowPages = 1 + (further + m_otherRows - 1) / m_otherRows;
     const int lastRows = rowsOn(m_rowPages - 1).second;
@@ -153,8 +175,9 @@ TablePrint::Block TablePrint::block(JTablePrintArg::Section which, int page) con
     QString text = macros.expand(section.text);
     if (text.endsWith(u'\n'))
         text.chop(1);
-    block.lines = text.split(u'\n');
     block.font = printFont(section);
+    for (const QString &line : text.split(u'\n'))
+        block.lines += wrapped(line, block.font, m_area.width());
     block.colour = fromColourRef(section.colour);
     block.align = toQt(section.align);
     block.lineHeight = QFontMetricsF(block.font).height() + section.spacing * kDpi;
@@ -202,15 +225,19 @@ int TablePrint::paint(QPainter &painter, int page) const
     }
     y = paintBlock(painter, block(JTablePrintArg::PageHeader, page), y);
     const double top = y;
-    paintTitles(painter, band, y);
-    y += m_rowHeight;
     const auto [first, count] = rowsOn(rowPage);
+    const bool hasTitles = rowPage > 0 || m_firstRows > 0;
+    if (hasTitles) {
+        paintTitles(painter, band, y);
+        y += m_rowHeight;
+    }
     int cut = 0;
     painter.setFont(m_cells.font());
     painter.setPen(fromColourRef(m_layout.sections[JTablePrintArg::ReportBody].colour));
     for (int i = 0; i < count; ++i, y += m_rowHeight)
         cut += paintRow(painter, band, first + i, y);
-    paintLines(painter, band, top, count);
+    if (hasTitles)
+        paintLines(painter, band, top, count);
     if (page == pageCount() - 1)
         paintBlock(painter, block(JTablePrintArg::ReportFooter, page), y);
     const Block footer = block(JTablePrintArg::PageFooter, page);
@@ -265,6 +292,8 @@ void TablePrint::paintLines(QPainter &painter, const Band &band, double top, int
 
 qint64 TablePrint::printOn(QPagedPaintDevice &device, Progress *progress) const
 {
+    if (!m_hasRoom)
+        throw Error(u"The margins and texts of the pages leave no room for rows on this paper."_s);
     QPageLayout page = device.pageLayout();
     page.setMode(QPageLayout::FullPageMode);
     device.setPageLayout(page);

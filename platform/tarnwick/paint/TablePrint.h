@@ -31,7 +31,8 @@ struct PrintRows
 /// by side, they continue on further pages, across before down; the entry numbers are repeated on each of them.
 ///
 /// Report title and report header are on the first page; page header, page footer and report version on every page; the
-/// report footer follows the last row. Texts may contain macros, including "[CUR_PAGE]" and "[NUM_PAGE]".
+/// report footer follows the last row. Lines of text wider than the page are broken. Texts may contain macros,
+/// including "[CUR_PAGE]" and "[NUM_PAGE]".
 class TablePrint
 {
 public:
@@ -49,8 +50,8 @@ public:
     /// Paints page 0, 1, ... The painter's unit is 1/kDpi inch, its origin the corner of the paper. Returns the number
     /// of cells that were cut because their text is much longer than the column is wide.
     int paint(QPainter &painter, int page) const;
-    /// Prints all pages. Throws Error if the device fails, and Cancelled if the progress stops it. Returns the number
-    /// of cells that were cut.
+    /// Prints all pages. Throws Error if no row fits on a page or the device fails, and Cancelled if the progress stops
+    /// it. Returns the number of cells that were cut.
     qint64 printOn(QPagedPaintDevice &device, Progress *progress = nullptr) const;
 
 private:
@@ -103,7 +104,8 @@ private:
     bool m_hasEntry = false;
     QString m_entryFormat;
     std::vector<Band> m_bands;
-    int m_firstRows = 1; ///< number of rows that fit on the first page
+    bool m_hasRoom = true; ///< rows fit on the pages
+    int m_firstRows = 1;   ///< number of rows that fit on the first page; 0 if its texts fill it
     int m_otherRows = 1;
     int m_rowPages = 1;
 };

@@ -119,6 +119,18 @@ TEST(TablePrintTest, TextsThatAreTooLongAreCountedAndHugeSettingsComeToAnEnd)
     const TablePrint print(rows, {2, {}}, layout, {}, kLetter);
     EXPECT_LE(print.pageCount(), 8);
     paintAll(print, rows);
+    QBuffer buffer;
+    ASSERT_TRUE(buffer.open(QIODevice::WriteOnly));
+    QPdfWriter writer(&buffer);
+    EXPECT_THROW(print.printOn(writer), Error);
+    // Long lines are broken; a header that fills the first page leaves the rows to the next.
+    const auto pages = [&rows](const QString &header) {
+        JTablePrintArg tall;
+        tall.sections[JTablePrintArg::ReportHeader].text = header;
+        return TablePrint(rows, {2, {}}, tall, {}, kLetter).pageCount();
+    };
+    EXPECT_EQ(pages(u"SELECT many, more FROM report "_s), 1);
+    EXPECT_EQ(pages(u"SELECT many, more FROM report "_s.repeated(250)), 2);
 }
 
 TEST(TablePrintTest, PdfHasEveryPage)
