@@ -13,6 +13,9 @@ constexpr OptionSpec kAnswers{u"answers", u"LIST",
                               u"answer the questions in order: yes, no or cancel, separated by commas; "
                               u"the last one answers all further questions"};
 constexpr OptionSpec kVerbose{u"verbose", nullptr, u"print questions, answers and status lines"};
+constexpr OptionSpec kDryRun{u"dry-run", nullptr, u"tell what would be stored, and every problem; store nothing"};
+constexpr OptionSpec kProblems{u"problems", u"F.csv", u"write the problems to this file"};
+constexpr OptionSpec kOutcome{u"format", u"FORM", u"text (the default) or json: numbers and problems of each file"};
 constexpr OptionSpec kDatabase{u"database", u"FILE", u"use this database instead of the project's own"};
 
 constexpr OptionSpec kCreateOptions[] = {
@@ -50,7 +53,16 @@ constexpr OptionSpec kConvertOptions[] = {
     kAnswers,
     kVerbose};
 
-constexpr OptionSpec kUploadOptions[] = {kDatabase, kYes, kNo, kAnswers, kVerbose};
+constexpr OptionSpec kUploadOptions[] = {kDryRun, kProblems, kOutcome, kDatabase, kYes, kNo, kAnswers, kVerbose};
+constexpr OptionSpec kRowOptions[] = {{u"format", u"FORM", u"table (the default), csv or json"}, kDatabase};
+constexpr OptionSpec kLogOptions[] = {{u"format", u"FORM", u"table (the default), csv or json"}};
+constexpr OptionSpec kDeleteCalOptions[] = {{u"site", u"S", u"the site code"},
+                                            {u"comp", u"C", u"the component code"},
+                                            {u"oper-type", u"T", u"the operation type"},
+                                            {u"outage", u"O", u"the outage"},
+                                            {u"sec", u"N", u"the section (0 without sections)"},
+                                            {u"cal", u"N", u"the cal number"},
+                                            kDatabase};
 constexpr OptionSpec kUploadComponentOptions[] = {kDatabase, kYes, kNo, kAnswers, kVerbose};
 
 constexpr OptionSpec kSqlOptions[] = {
@@ -234,8 +246,21 @@ constexpr Command kCommands[] = {
      u"ends the command. If the database is of an older revision, the first question is whether to convert it. Then "
      u"for "
      u"each file, in this order: unknown tubes (yes uploads them, no skips them), an existing cal (yes deletes its old "
-     u"rows, after a second question; no adds), another site or component.",
+     u"rows, after a second question; no adds), another site or component. --dry-run does the same in a transaction "
+     u"that is undone; its numbers are those of the upload that follows "
+     u"with the same answers.",
      kUploadOptions, runUpload},
+    {u"cals", u"DIR [options]", u"list the cals of table report with their numbers of entries",
+     u"A cal is the entries with the same site, component, operation type, outage, section and cal number. The "
+     u"database is only read.",
+     kRowOptions, runCals},
+    {u"delete-cal", u"DIR --site S --comp C --oper-type T --outage O --sec N --cal N",
+     u"delete the entries of a cal from table report", u"Asks nothing. Fails if there are none.", kDeleteCalOptions,
+     runDeleteCal},
+    {u"log", u"DIR [options]", u"list the uploads and conversions of a project",
+     u"Each with its time, user, file, state and numbers. Of an upload that was interrupted, by a power cut for "
+     u"instance, the database tells whether its entries are stored.",
+     kLogOptions, runLog},
     {u"upload-component", u"DIR [options]", u"store the component's tubes and landmarks in the database",
      u"Creates the project's database if it is missing. After a question, the content of tables tubes and landmarks is "
      u"replaced, completely or not at all. If the database is of an older revision, the first question is whether to "

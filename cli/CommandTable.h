@@ -24,11 +24,13 @@ QString helpOverview();
 QString helpOf(const Command &command);
 
 // The commands, each in its own source file.
+int runCals(const Arguments &arguments);
 int runCheck(const Arguments &arguments);
 int runCompleteRepairs(const Arguments &arguments);
 int runConnect(const Arguments &arguments);
 int runConvert(const Arguments &arguments);
 int runCreate(const Arguments &arguments);
+int runDeleteCal(const Arguments &arguments);
 int runDeletePlan(const Arguments &arguments);
 int runDeleteQuery(const Arguments &arguments);
 int runDeleteTubeSet(const Arguments &arguments);
@@ -38,6 +40,7 @@ int runFill(const Arguments &arguments);
 int runFormats(const Arguments &arguments);
 int runHistory(const Arguments &arguments);
 int runImport(const Arguments &arguments);
+int runLog(const Arguments &arguments);
 int runMap(const Arguments &arguments);
 int runParseList(const Arguments &arguments);
 int runPlan(const Arguments &arguments);

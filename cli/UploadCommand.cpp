@@ -1,10 +1,10 @@
 #include "CommandLine.h"
 #include "CommandTable.h"
+#include "OutcomeOutput.h"
 #include "Target.h"
 
 #include <QFileInfo>
-#include <results/ReportUpload.h>
-#include <tarnwick/FileStatusList.h>
+#include <results/UploadRun.h>
 
 namespace cli {
 
@@ -31,12 +31,26 @@ QString rangesOf(const QList<int> &numbers)
     return ranges.join(u", "_s);
 }
 
+void printUploaded(const QString &name, const results::UploadSummary &summary, const QString &status)
+{
+    print(name + u": "_s + status + u'\n');
+    if (summary.completed && (summary.skipped > 0 || summary.failed > 0 || summary.replaced > 0))
+        print(u"%1: %2 read, %3 stored, %4 skipped, %5 failed, %6 old rows replaced\n"_s.arg(name)
+                  .arg(summary.read)
+                  .arg(summary.stored)
+                  .arg(summary.skipped)
+                  .arg(summary.failed)
+                  .arg(summary.replaced));
+}
+
 } // namespace
 
 int runUpload(const Arguments &arguments)
 {
     Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::Project);
     arguments.positional(1, u"REP"_s);
+    const bool isJson = isJsonOutcome(arguments);
+    const bool isCheck = arguments.has(u"dry-run");
     QStringList paths;
     for (const QString &path : arguments.positional().mid(1))
         paths.append(target.pathOf(path));
@@ -50,29 +64,28 @@ int runUpload(const Arguments &arguments)
     tarnwick::FileStatusList files;
     files.open(paths);
     ConsoleProgress progress;
-    bool allStored = true;
-    results::ReportUpload upload(target.session(), target.project(), &progress);
+    bool isWhole = true;
+    using results::UploadRun;
+    const auto mode = isCheck ? UploadRun::Mode::Check : UploadRun::Mode::Store;
+    UploadRun run(target.session(), target.project(), mode, &progress);
     for (int i = 0; i < int(paths.size()); ++i) {
         files.select(i, target.prompts());
         brannock::Report report;
         report.loadReport(paths[i]);
-        const results::UploadSummary summary = upload.uploadCurrent(files, report);
+        const results::UploadSummary summary = run.uploadCurrent(files, report);
         const QString name = QFileInfo(paths[i]).fileName();
-        print(name + u": "_s + target.console().lastStatus() + u'\n');
-        if (summary.completed && (summary.skipped > 0 || summary.failed > 0 || summary.replaced > 0))
-            print(u"%1: %2 read, %3 stored, %4 skipped, %5 failed, %6 old rows replaced\n"_s.arg(name)
-                      .arg(summary.read)
-                      .arg(summary.stored)
-                      .arg(summary.skipped)
-                      .arg(summary.failed)
-                      .arg(summary.replaced));
+        if (!isJson && isCheck)
+            printChecked(run.outcomes().last());
+        else if (!isJson)
+            printUploaded(name, summary, target.console().lastStatus());
         if (!summary.failedEntries.isEmpty())
             printError(u"%1: not stored: entries %2\n"_s.arg(name, rangesOf(summary.failedEntries)));
-        if (!summary.completed)
-            return Failed;
-        allStored = allStored && summary.failed == 0;
+        isWhole = isWhole && summary.completed && summary.failed == 0;
+        if (!summary.completed && !isCheck)
+            break;
     }
-    return allStored ? Done : Failed;
+    finishOutcomes(target, arguments, run.outcomes());
+    return isWhole ? Done : Failed;
 }
 
 } // namespace cli

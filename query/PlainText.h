@@ -1,6 +1,7 @@
 #pragma once
 #include <dao/values/Value.h>
 #include <QStringList>
+#include <tarnwick/CsvLine.h>
 
 namespace query {
 
@@ -11,7 +12,6 @@ QString plainText(const dao::Value &value);
 /// A stored date in a form of QDateTime::toString().
 QString plainDate(double days, QStringView form);
 
-/// One line of a CSV file, with its line end: cells are separated by commas and quoted where necessary.
-QString csvLine(const QStringList &cells);
+using tarnwick::csvLine;
 
 } // namespace query

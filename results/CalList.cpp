@@ -18,6 +18,8 @@ const QString kCalsSql = u"SELECT COUNT(*), site_code, comp, outage, cal_num, op
                          u"GROUP BY site_code, comp, outage, cal_num, oper_type, sec\n"
                          u"ORDER BY site_code, comp, outage, cal_num, oper_type, sec"_s;
 
+} // namespace
+
 QList<CalList::Row> readCals(dao::Database &database)
 {
     QList<CalList::Row> rows;
@@ -35,8 +37,6 @@ QList<CalList::Row> readCals(dao::Database &database)
     }
     return rows;
 }
-
-} // namespace
 
 bool CalList::open()
 {

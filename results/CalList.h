@@ -68,4 +68,8 @@ private:
     int m_deleted = 0;
 };
 
+/// All cals of table 'report', sorted by site, component, outage, cal number, operation type and section. Throws the
+/// engine's exceptions.
+QList<CalList::Row> readCals(dao::Database &database);
+
 } // namespace results

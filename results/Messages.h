@@ -24,6 +24,8 @@ inline constexpr Message kCloseWithoutUpload{
     0, u"The entries of %D files were changed and not uploaded.\n\nDo you wish to close without uploading them?"};
 inline constexpr Message kTerminated{0, u"Upload terminated."};
 inline constexpr Message kUploading{0, u"Uploading entries"};
+inline constexpr Message kCouldNotLog{0, u"The upload cannot be entered into the project's log."};
+inline constexpr Message kChecked{0, u"Checked: %D of %D entries would be stored, %D problems."};
 
 // Duplicate test
 inline constexpr Message kCheckCal{0, u"Could not check for existing cal."};

@@ -13,7 +13,6 @@
 #include <fenwright/TableScanner.h>
 #include <QFileInfo>
 #include <QScopeGuard>
-#include <tarnwick/FileStatusList.h>
 
 namespace results {
 
@@ -37,24 +36,16 @@ QString text(const tarnwick::Message &message)
 
 } // namespace
 
-ReportUpload::ReportUpload(db::DatabaseSession &session, const brannock::Project &project, tarnwick::Progress *progress)
+ReportUpload::ReportUpload(db::DatabaseSession &session, const brannock::Project &project, tarnwick::Progress *progress,
+                           tarnwick::UserPrompts *prompts)
     : m_session(&session)
     , m_project(&project)
     , m_progress(progress)
+    , m_prompts(prompts ? *prompts : session.prompts())
 {
 }
 
 ReportUpload::~ReportUpload() = default;
-
-UploadSummary ReportUpload::uploadCurrent(tarnwick::FileStatusList &files, const Report &report)
-{
-    if (!files.checkCurrent(m_session->prompts()))
-        return {};
-    const UploadSummary summary = upload(report);
-    if (summary.completed)
-        files.markCurrentDone();
-    return summary;
-}
 
 UploadSummary ReportUpload::upload(const Report &report)
 {
@@ -66,7 +57,7 @@ UploadSummary ReportUpload::upload(const Report &report)
     if (!db::checkConnected(*m_session) || !checkWritable() || !checkTubes(report))
         return m_summary;
     if (!report.isCounted)
-        m_session->prompts().showInformation(fenwright::uncountedRemark({QFileInfo(report.path).fileName()}));
+        m_prompts.showInformation(fenwright::uncountedRemark({QFileInfo(report.path).fileName()}));
     m_oneCal = isOneCal(report);
 
     // The upload can be cancelled while it waits for other programs, at its begin and at its commit.
@@ -81,7 +72,7 @@ UploadSummary ReportUpload::upload(const Report &report)
         m_writer.reset();
         m_summary.completed = outcome == Next::GoOn && commit(transaction);
     } catch (const tarnwick::Cancelled &) {
-        m_session->prompts().status(messages::kUploadCancelled);
+        m_prompts.status(messages::kUploadCancelled);
     }
     if (!m_summary.completed)
         undo(transaction);
@@ -94,7 +85,7 @@ bool ReportUpload::checkWritable() const
     if (m_session->isUpdatable())
         return true;
     const dao::DaoException readOnly(dao::error::ReadOnly, u"DAO.Workspace"_s, dao::errorText(dao::error::ReadOnly));
-    db::showDaoError(m_session->prompts(), readOnly, db::messages::kBeginTransaction);
+    db::showDaoError(m_prompts, readOnly, db::messages::kBeginTransaction);
     return false;
 }
 
@@ -112,14 +103,14 @@ bool ReportUpload::checkTubes(const Report &report)
     const QString list = unknownTubeList(report, count);
     if (count == 0)
         return true;
-    switch (m_session->prompts().question(Buttons::YesNoCancel, messages::kUnknownTubes, count, steamGen.name, list)) {
+    switch (m_prompts.question(Buttons::YesNoCancel, messages::kUnknownTubes, count, steamGen.name, list)) {
     case Answer::Yes:
         return true;
     case Answer::No:
         m_skipUnknownTubes = true;
         return true;
     default:
-        m_session->prompts().status(messages::kUnknownTubesCancelled);
+        m_prompts.status(messages::kUnknownTubesCancelled);
         return false;
     }
 }
@@ -166,6 +157,7 @@ ReportUpload::Next ReportUpload::walk(const Report &report)
             continue;
         }
         ++m_summary.read;
+        m_position = i + 1;
         const int tube = m_tubes.empty() ? -1 : m_tubes[size_t(i)];
         if (tube < 0 && m_skipUnknownTubes) {
             ++m_summary.skipped;
@@ -187,13 +179,13 @@ ReportUpload::Next ReportUpload::enterCal(const ReportEntry &entry)
 {
     const Cal cal = Cal::of(entry);
     if (!cal.isValid()) {
-        m_session->prompts().information(messages::kFillInCal);
+        m_prompts.information(messages::kFillInCal);
         return Next::Stop;
     }
     // If a text contained a quote, the statements that look for the cal could never find its rows again.
     const tarnwick::FormatArg texts[] = {cal.siteCode, cal.comp, cal.operType, cal.outage};
     if (!tarnwick::attempt(
-            m_session->prompts(), [&] { db::refuseQuotes(texts); }, messages::kCheckCal))
+            m_prompts, [&] { db::refuseQuotes(texts); }, messages::kCheckCal))
         return Next::Stop;
     m_cal = cal;
     if ((m_firstCal || m_oneCal) && testDuplicate(cal) == Next::Stop)
@@ -209,23 +201,26 @@ ReportUpload::Next ReportUpload::testDuplicate(const Cal &cal)
         const qint64 rows = countCalRows(m_session->database(), cal);
         next = rows == 0 ? Next::GoOn : askToReplace(cal, rows);
     };
-    return tarnwick::attempt(m_session->prompts(), look, messages::kCheckCal) ? next : Next::Stop;
+    return tarnwick::attempt(m_prompts, look, messages::kCheckCal) ? next : Next::Stop;
 }
 
 ReportUpload::Next ReportUpload::askToReplace(const Cal &cal, qint64 rows)
 {
-    tarnwick::UserPrompts &prompts = m_session->prompts();
+    note(u"cal_num"_s, u"duplicate cal"_s,
+         u"The database already has %1 entries of cal %2 (%3, outage %4)."_s.arg(rows)
+             .arg(cal.calNum)
+             .arg(cal.operType, cal.outage));
     const QString section = m_project->steamGen.tubeLabel(ellery::Axis::Sec, cal.sec);
-    const Answer answer = prompts.question(Buttons::YesNoCancel, messages::kCalExists, rows, cal.calNum, cal.operType,
-                                           cal.siteCode, cal.comp, cal.outage, section);
+    const Answer answer = m_prompts.question(Buttons::YesNoCancel, messages::kCalExists, rows, cal.calNum, cal.operType,
+                                             cal.siteCode, cal.comp, cal.outage, section);
     if (answer == Answer::No)
         return Next::GoOn;
-    if (answer != Answer::Yes || prompts.question(Buttons::YesNo, messages::kAreYouSure) != Answer::Yes) {
-        prompts.status(messages::kUploadCancelled);
+    if (answer != Answer::Yes || m_prompts.question(Buttons::YesNo, messages::kAreYouSure) != Answer::Yes) {
+        m_prompts.status(messages::kUploadCancelled);
         return Next::Stop;
     }
     m_summary.replaced = deleteCalRows(m_session->database(), cal);
-    prompts.status(messages::kOldCalDeleted);
+    m_prompts.status(messages::kOldCalDeleted);
     return Next::GoOn;
 }
 
@@ -235,11 +230,18 @@ ReportUpload::Next ReportUpload::compareSite(const ReportEntry &entry)
     const bool agrees = entry.site.siteCode == site.siteCode && entry.site.compCode == site.compCode;
     if (agrees || m_siteAsked)
         return Next::GoOn;
-    if (m_session->prompts().question(Buttons::YesNo, messages::kOtherSite, entry.site.siteCode, entry.site.compCode) !=
+    note(u"site_code"_s, u"other site"_s,
+         u"Site %1 Comp %2 does not agree with the project."_s.arg(entry.site.siteCode, entry.site.compCode));
+    if (m_prompts.question(Buttons::YesNo, messages::kOtherSite, entry.site.siteCode, entry.site.compCode) !=
         Answer::Yes)
         return Next::Stop;
     m_siteAsked = true;
     return Next::GoOn;
+}
+
+void ReportUpload::note(const QString &field, const QString &kind, const QString &text)
+{
+    m_summary.problems.append({0, m_position, field, kind, text});
 }
 
 void ReportUpload::setLocationDistance(ReportEntry &entry) const
@@ -266,7 +268,6 @@ static bool meansTheFile(int number)
 
 ReportUpload::Next ReportUpload::store(ReportEntry &entry, int position)
 {
-    tarnwick::UserPrompts &prompts = m_session->prompts();
     try {
         if (!m_writer)
             m_writer = std::make_unique<db::ReportWriter>(m_session->database());
@@ -274,14 +275,15 @@ ReportUpload::Next ReportUpload::store(ReportEntry &entry, int position)
         ++m_summary.stored;
         return Next::GoOn;
     } catch (const dao::DaoException &exception) {
-        db::showDaoError(prompts, exception, db::messages::kUploadEntry);
+        db::showDaoError(m_prompts, exception, db::messages::kUploadEntry);
+        note({}, u"not stored"_s, exception.text());
         if (meansTheFile(exception.number()))
             return Next::Stop;
     }
     ++m_summary.failed;
     m_summary.failedEntries.append(position);
-    return prompts.question(Buttons::YesNo, messages::kContinueAfterFailure, position) == Answer::Yes ? Next::GoOn
-                                                                                                      : Next::Stop;
+    return m_prompts.question(Buttons::YesNo, messages::kContinueAfterFailure, position) == Answer::Yes ? Next::GoOn
+                                                                                                        : Next::Stop;
 }
 
 bool ReportUpload::commit(db::SessionTransaction &transaction)
@@ -289,7 +291,7 @@ bool ReportUpload::commit(db::SessionTransaction &transaction)
     db::noteTableGrowth(m_session->database(), u"report"_s, m_summary.stored);
     if (!transaction.commit())
         return false;
-    m_session->prompts().status(messages::kUploaded, m_summary.counted());
+    m_prompts.status(messages::kUploaded, m_summary.counted());
     return true;
 }
 
@@ -297,7 +299,7 @@ void ReportUpload::undo(db::SessionTransaction &transaction)
 {
     m_writer.reset();
     transaction.rollback();
-    m_session->prompts().status(messages::kTerminated);
+    m_prompts.status(messages::kTerminated);
 }
 
 } // namespace results

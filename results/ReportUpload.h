@@ -2,12 +2,9 @@
 #include "Cal.h"
 
 #include <brannock/Project.h>
+#include <brannock/ReportProblems.h>
 #include <db/DatabaseSession.h>
 #include <tarnwick/base/Progress.h>
-
-namespace tarnwick {
-class FileStatusList;
-}
 
 namespace db {
 class ReportWriter;
@@ -28,6 +25,8 @@ struct UploadSummary
     int failed = 0;           ///< could not be stored; the user chose to continue
     int replaced = 0;         ///< old rows of the cal that were deleted first
     QList<int> failedEntries; ///< 1-based positions in the file
+    /// What the upload asked about, and why entries could not be stored.
+    QList<brannock::ReportProblem> problems;
 
     /// The number shown to the user. It includes failed entries that the user chose to skip.
     int counted() const { return stored + failed; }
@@ -38,13 +37,11 @@ struct UploadSummary
 class ReportUpload
 {
 public:
-    /// progress may be null. The references must outlive the upload.
-    ReportUpload(db::DatabaseSession &session, const brannock::Project &project,
-                 tarnwick::Progress *progress = nullptr);
+    /// progress may be null. prompts: null for those of the session. The references must outlive the upload.
+    ReportUpload(db::DatabaseSession &session, const brannock::Project &project, tarnwick::Progress *progress = nullptr,
+                 tarnwick::UserPrompts *prompts = nullptr);
     ~ReportUpload();
 
-    /// Uploads the current file of the list, with the user's edits, and marks it done.
-    UploadSummary uploadCurrent(tarnwick::FileStatusList &files, const brannock::Report &report);
     UploadSummary upload(const brannock::Report &report);
 
 private:
@@ -59,6 +56,7 @@ private:
     Next testDuplicate(const Cal &cal);
     Next askToReplace(const Cal &cal, qint64 rows);
     Next compareSite(const brannock::ReportEntry &entry);
+    void note(const QString &field, const QString &kind, const QString &text);
     Next store(brannock::ReportEntry &entry, int position);
     void setLocationDistance(brannock::ReportEntry &entry) const;
     bool commit(db::SessionTransaction &transaction);
@@ -67,6 +65,7 @@ private:
     db::DatabaseSession *m_session;
     const brannock::Project *m_project;
     tarnwick::Progress *m_progress;
+    tarnwick::UserPrompts &m_prompts;
 
     // Result of the current upload.
     UploadSummary m_summary;
@@ -77,6 +76,7 @@ private:
     bool m_firstCal = true;
     bool m_siteAsked = false;
     std::optional<Cal> m_cal; ///< current cal
+    int m_position = 0;       ///< of the current entry, from 1
 };
 
 } // namespace results

@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -54,6 +56,22 @@ static ssize_t systemWrite(int descriptor, const char *bytes, size_t count)
     if (written > 0)
         bytesUntilFailure -= written;
     return written;
+}
+
+/// Returns false with errno set if not everything could be written.
+static bool writeAll(int descriptor, QByteArrayView bytes)
+{
+    while (!bytes.isEmpty()) {
+        const ssize_t written = systemWrite(descriptor, bytes.data(), size_t(bytes.size()));
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written == 0)
+            errno = ENOSPC;
+        if (written <= 0)
+            return false;
+        bytes = bytes.sliced(written);
+    }
+    return true;
 }
 
 struct AtomicFile::Impl
@@ -126,17 +144,8 @@ void AtomicFile::Impl::create(const QString &rightsOf)
 
 void AtomicFile::Impl::flush()
 {
-    qsizetype done = 0;
-    while (done < buffer.size()) {
-        const ssize_t written = systemWrite(descriptor, buffer.constData() + done, size_t(buffer.size() - done));
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written == 0)
-            errno = ENOSPC;
-        if (written <= 0)
-            fail();
-        done += written;
-    }
+    if (!writeAll(descriptor, buffer))
+        fail();
     buffer.clear();
 }
 
@@ -201,6 +210,29 @@ void writeFileAtomically(const QString &path, const QByteArray &content)
     AtomicFile file(path);
     file.write(content);
     file.commit();
+}
+
+void appendLine(const QString &path, QByteArrayView line)
+{
+    makeFolder(path);
+    const int descriptor =
+        ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_APPEND | O_NOFOLLOW | O_CLOEXEC, 0666);
+    if (descriptor < 0)
+        throw WriteError(path, errno);
+    const auto close = qScopeGuard([descriptor] { ::close(descriptor); }); // also ends the lock
+    while (::flock(descriptor, LOCK_EX) != 0) {
+        if (errno != EINTR)
+            throw WriteError(path, errno);
+    }
+    const off_t end = ::lseek(descriptor, 0, SEEK_END);
+    char last = '\n';
+    const bool isEnded = end == 0 || (::pread(descriptor, &last, 1, end - 1) == 1 && last == '\n');
+    const QByteArray bytes = (isEnded ? QByteArray() : QByteArray("\n")) + line.toByteArray() + '\n';
+    if (writeAll(descriptor, bytes) && syncFile(descriptor))
+        return;
+    const int systemError = errno;
+    (void)!::ftruncate(descriptor, end); // no part of the line stays
+    throw WriteError(path, systemError);
 }
 
 QByteArray readFile(const QString &path, qint64 limit)

@@ -45,6 +45,11 @@ private:
     std::unique_ptr<Impl> m_impl;
 };
 
+/// Adds a line to a file that only grows, such as a log, and flushes it to the disk. Several programs may add lines at
+/// the same time. If a program was killed while it wrote its line, that line is ended first. Throws FileError; the file
+/// is then unchanged.
+void appendLine(const QString &path, QByteArrayView line);
+
 /// Reads a file. Throws FileError, also if the file is larger than limit.
 QByteArray readFile(const QString &path, qint64 limit = qint64(1) << 31);
 

@@ -3,8 +3,9 @@
 #include "CalListDlg.h"
 
 #include <brannock/gui/ReportEditor.h>
+#include <brannock/gui/ReportProblemsDlg.h>
 #include <results/Messages.h>
-#include <results/ReportUpload.h>
+#include <results/UploadRun.h>
 #include <tarnwick/gui/JTableWin.h>
 #include <tarnwick/gui/ProgressDialog.h>
 #include <tarnwick/OptionPrompts.h>
@@ -95,6 +96,9 @@ void ReportImportDlg::makeButtons()
               [this] { uploadCurrent(); });
     addButton(*row, u"UPLOA&D ALL"_s, u"uploadAllButton"_s,
               u"Store the files that are not done, from the first to the last"_s, [this] { uploadAll(); });
+    addButton(*row, u"CHEC&K"_s, u"checkButton"_s,
+              u"Show what UPLOAD ALL would store, and every problem, without storing anything"_s,
+              [this] { checkAll(); });
     row->addStretch(1);
     body().addLayout(row);
 }
@@ -112,6 +116,7 @@ void ReportImportDlg::openFiles(const QStringList &paths)
     if (!mayClose())
         return;
     m_edited.clear();
+    delete m_problems; // of other files
     m_files.open(paths);
     m_fileTable->reload();
     showCurrentFile();
@@ -155,7 +160,7 @@ bool ReportImportDlg::uploadCurrent()
     UploadSummary summary;
     {
         ProgressDialog progress(this, u"Uploading entries"_s);
-        ReportUpload upload(m_setup.session, m_setup.project, &progress);
+        UploadRun upload(m_setup.session, m_setup.project, UploadRun::Mode::Store, &progress);
         summary = upload.uploadCurrent(m_files, m_editor->report());
     }
     if (summary.completed) {
@@ -181,6 +186,58 @@ void ReportImportDlg::uploadAll()
             (isLast || prompts().question(Buttons::YesNo, messages::kGoOnWithNextFile, name) != Answer::Yes))
             return;
     }
+}
+
+brannock::Report ReportImportDlg::reportOf(int index) const
+{
+    if (const auto edited = m_edited.constFind(index); edited != m_edited.constEnd())
+        return *edited;
+    brannock::Report report;
+    report.loadReport(m_files.files()[index].path);
+    return report;
+}
+
+void ReportImportDlg::checkAll()
+{
+    if (!m_files.checkCurrent(prompts()) || !db::checkConnected(m_setup.session))
+        return;
+    keepEdits();
+    // The questions of an upload are among the problems; each is taken as answered with Yes.
+    CheckPrompts unasked;
+    QList<brannock::FileOutcome> outcomes;
+    {
+        ProgressDialog progress(this, u"Checking entries"_s);
+        UploadRun check(m_setup.session, m_setup.project, UploadRun::Mode::Check, &progress, &unasked);
+        for (int i = 0; i < m_files.rowCount(); ++i) {
+            brannock::Report report;
+            try {
+                report = reportOf(i);
+            } catch (const FileError &error) {
+                outcomes.append({m_files.files()[i].path, 0, 0, 0, {{0, 0, {}, u"cannot be read"_s, error.text()}}});
+                continue;
+            }
+            report.path = m_files.files()[i].path;
+            if (!check.upload(report).completed && progress.cancelled())
+                throw Cancelled();
+            outcomes.append(check.outcomes().last());
+        }
+    }
+    delete m_problems;
+    m_problems = new brannock::ReportProblemsDlg(outcomes, prompts(), m_setup.files, m_setup.project.roots(), this);
+    m_problems->setAttribute(Qt::WA_DeleteOnClose);
+    connect(m_problems, &brannock::ReportProblemsDlg::problemChosen, this,
+            [this](int file, int, int entry) { run([&] { showProblem(file, entry); }); });
+    m_problems->show();
+}
+
+void ReportImportDlg::showProblem(int file, int entry)
+{
+    if (file >= m_files.rowCount())
+        return;
+    if (file != m_files.current())
+        selectFile(file);
+    if (entry > 0 && entry <= m_editor->report().numEntry())
+        m_editor->setCurrentEntry(entry - 1);
 }
 
 void ReportImportDlg::print()

@@ -3,6 +3,7 @@
 #include <brannock/Project.h>
 #include <db/DatabaseSession.h>
 #include <QHash>
+#include <QPointer>
 #include <results/ReportImportOptions.h>
 #include <tarnwick/FileChoice.h>
 #include <tarnwick/FileStatusList.h>
@@ -11,7 +12,8 @@
 
 namespace brannock {
 class ReportEditor;
-}
+class ReportProblemsDlg;
+} // namespace brannock
 
 namespace tarnwick {
 class JTableWin;
@@ -58,6 +60,10 @@ private:
     void showCurrentFile();
     bool uploadCurrent();
     void uploadAll();
+    /// The report of a file as the user has edited it. Throws tarnwick::FileError.
+    brannock::Report reportOf(int index) const;
+    void checkAll();
+    void showProblem(int file, int entry);
     void print();
     /// Asks if edited entries would be lost. Returns false if the dialog stays open.
     bool mayClose();
@@ -70,6 +76,7 @@ private:
     bool m_isLoaded = false;               ///< the editor shows the current file
     tarnwick::JTableWin *m_fileTable;
     brannock::ReportEditor *m_editor;
+    QPointer<brannock::ReportProblemsDlg> m_problems; ///< of the last check
     tarnwick::TablePrinting m_printing;
 };
 

@@ -1,6 +1,6 @@
 #include <brannock/ReportFields.h>
 #include <db/ReportRows.h>
-#include <results/ReportUpload.h>
+#include <results/UploadRun.h>
 #include <support/DatabaseFixture.h>
 #include <tarnwick/FileStatusList.h>
 
@@ -447,7 +447,7 @@ TEST_F(ReportUploadTest, TheFileListKeepsTheCurrentFileAndWhatIsDone)
     tarnwick::FileStatusList files;
     Report report;
     report.entries = {entry()};
-    results::ReportUpload uploader(session, project);
+    results::UploadRun uploader(session, project, results::UploadRun::Mode::Store);
     EXPECT_FALSE(uploader.uploadCurrent(files, report).completed);
     EXPECT_EQ(prompts.texts(Kind::Error), QStringList{u"Current file number=0 is not valid."_s});
 
