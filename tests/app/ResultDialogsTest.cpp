@@ -1,10 +1,13 @@
 #include "DialogFixture.h"
 
 #include <brannock/gui/ReportEditor.h>
+#include <brannock/gui/ReportProblemsDlg.h>
+#include <brannock/ReportLog.h>
 #include <results/dialogs/CalListDlg.h>
 #include <results/dialogs/ReportImportDlg.h>
 #include <tarnwick/gui/JTableWin.h>
 
+#include <QLabel>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -111,6 +114,31 @@ TEST_F(ResultDialogsTest, FilesAreEditedAndUploadedOneByOneAndAllTogether)
     EXPECT_EQ(rowCount(), 80);
     dialog.accept();
     EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(ResultDialogsTest, ACheckListsTheProblemsAndStoresNothing)
+{
+    results::ReportImportDlg dialog(setup());
+    dialog.openFiles({reportFile(u"a.rep"_s, 8), reportFile(u"b.rep"_s, kFaultyCal)});
+    dialog.show();
+    press(dialog, u"checkButton"_s);
+    auto *problems = dialog.findChild<brannock::ReportProblemsDlg *>();
+    ASSERT_TRUE(problems);
+    picture(*problems, u"report-problems"_s);
+    EXPECT_TRUE(problems->findChild<QLabel *>(u"summary"_s)->text().startsWith(u"79 of 80 entries would be stored."));
+    EXPECT_EQ(rowCount(), 0);
+    EXPECT_EQ(dialog.fileList().statusText(1), u"");
+    ASSERT_EQ(problems->table().grid().totalRows(), 1);
+    QTest::keyClick(&problems->table(), Qt::Key_Return);
+    EXPECT_EQ(dialog.fileList().current(), 1) << "a problem leads to its file and entry";
+    EXPECT_EQ(dialog.editor().currentEntry(), 7);
+    said.answerWith({Answer::Yes});
+    press(dialog, u"uploadAllButton"_s);
+    EXPECT_EQ(rowCount(), 79) << "as the check has told";
+    const auto log = brannock::ReportLog(session().project().folder).entries();
+    ASSERT_GE(log.size(), 2);
+    EXPECT_EQ(log.last().state, brannock::ReportLog::Entry::State::Stored);
+    EXPECT_EQ(log.last().skipped, 1);
 }
 
 TEST_F(ResultDialogsTest, EditedEntriesAreNotLostInSilenceAndUnreadableFilesNotUploaded)

@@ -135,6 +135,7 @@ ReportProblemsDlg::ReportProblemsDlg(const QList<FileOutcome> &files, UserPrompt
         }
     };
     connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, choose);
+    connect(m_table, &JTableWin::clicked, this, choose);
     connect(m_table, &JTableWin::rowActivated, this, choose);
     auto *row = new QHBoxLayout;
     addButton(*row, u"&Save ..."_s, u"saveButton"_s, u"Store the problems as a CSV file"_s, [this] { save(); });
