@@ -165,12 +165,7 @@ TEST_F(EndToEndTest, SchemaAndExplanation)
     const QString database = s_folder->filePath(u"schema.mdb"_s);
     s_cli->mustRun({u"create"_s, database});
     const QJsonObject schema = s_cli->mustRun({u"schema"_s, database, u"--format"_s, u"json"_s}).json();
-    const QJsonArray tables = schema[u"tables"].toArray();
-    const auto report = std::find_if(tables.begin(), tables.end(),
-                                     [](const QJsonValue &table) { return table[u"name"].toString() == u"report"_s; });
-    ASSERT_NE(report, tables.end());
-    EXPECT_EQ((*report)[u"fields"].toArray().size(), 43);
-    EXPECT_EQ((*report)[u"indexes"].toArray().size(), 11);
+    EXPECT_EQ(schema[u"tables"].toArray().size(), 12);
     EXPECT_FALSE(schema[u"relations"].toArray().isEmpty());
     EXPECT_TRUE(s_cli->mustRun({u"schema"_s, database, u"report"_s}).output.contains(u">= 0 and <= 999"_s));
     EXPECT_EQ(s_cli->run({u"schema"_s, database, u"nowhere"_s}).status, 1);

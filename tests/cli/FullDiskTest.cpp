@@ -1,4 +1,4 @@
-#include "CliProcess.h"
+#include "PlantTest.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -9,28 +9,21 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// On a full disk every command that writes says so and leaves each file as it was, whole.
-class FullDiskTest : public ::testing::Test
+class FullDiskTest : public PlantTest
 {
 protected:
     FullDiskTest()
     {
-        cli.mustRun({u"demo"_s, project, u"--tubes"_s, u"150"_s, u"--entries"_s, u"60"_s, u"--outages"_s, u"1"_s});
         cli.mustRun(QStringList{u"convert"_s, project, u"--yes"_s} + below(u"foreign"_s, u"*.txt"_s));
-        cli.mustRun({u"upload-component"_s, project, u"--yes"_s});
+        uploadComponent();
         cli.mustRun({u"fill"_s, project, u"random"_s, u"--percent"_s, u"20"_s, u"--map"_s, map});
         for (const QString &field : {u"x"_s, u"y"_s})
             cli.mustRun({u"sql"_s, project, u"ALTER TABLE tubes DROP COLUMN "_s + field});
-        QFile query(tubes);
-        EXPECT_TRUE(query.open(QIODevice::WriteOnly));
-        query.write("SELECT row, col FROM tubes");
-        query.close();
+        support::writeFile(tubes, "SELECT row, col FROM tubes");
         cli.mustRun({u"store-query"_s, project, u"tubes of it"_s, tubes});
         cli.mustRun({u"formats"_s, project, u"--export"_s, formats});
-        for (const QString &ending : QStringList{u"svg"_s, u"emf"_s, u"png"_s, u"bmp"_s, u"jpg"_s} + kExports) {
-            QFile file(folder.filePath(u"p."_s + ending));
-            EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-            file.write("an older file");
-        }
+        for (const QString &ending : QStringList{u"svg"_s, u"emf"_s, u"png"_s, u"bmp"_s, u"jpg"_s} + kExports)
+            file(u"p."_s + ending, "an older file");
     }
 
     QMap<QString, QByteArray> everyFile() const
@@ -40,9 +33,8 @@ protected:
         for (const QString &root : {folder.path(), QString(cli.installation() + u"/config"_s)}) {
             QDirIterator entries(root, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
             while (entries.hasNext()) {
-                QFile file(entries.next());
-                EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
-                files[file.fileName()] = file.readAll();
+                const QString path = entries.next();
+                files[path] = support::readFile(path);
             }
         }
         return files;
@@ -55,9 +47,6 @@ protected:
         return paths;
     }
 
-    CliProcess cli;
-    QTemporaryDir folder;
-    QString project = folder.filePath(u"project"_s);
     QString map = project + u"/maps/plan.map"_s;
     QString tubes = project + u"/queries/tubes.qry"_s;
     QString formats = folder.filePath(u"formats.opt"_s);

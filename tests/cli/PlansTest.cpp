@@ -1,31 +1,13 @@
-#include "CliProcess.h"
-
-#include <QFile>
+#include "PlantTest.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-class PlanCommandsTest : public ::testing::Test
+class PlanCommandsTest : public PlantTest
 {
 protected:
-    PlanCommandsTest()
-    {
-        cli.mustRun({u"demo"_s, project, u"--tubes"_s, u"150"_s, u"--entries"_s, u"60"_s, u"--outages"_s, u"1"_s});
-    }
-    QString write(const QString &name, const QByteArray &content) const
-    {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-        return file.fileName();
-    }
-    QString read(const QString &name) const
-    {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return QString::fromUtf8(file.readAll());
-    }
+    QString read(const QString &name) const { return QString::fromUtf8(support::readFile(folder.filePath(name))); }
     QString cells(const QStringList &command) const
     {
         QStringList lines;
@@ -38,18 +20,14 @@ protected:
         }
         return lines.join(u", "_s);
     }
-
-    CliProcess cli;
-    QTemporaryDir folder;
-    QString project = folder.filePath(u"plant"_s);
 };
 
 } // namespace
 
 TEST_F(PlanCommandsTest, PlansAreUploadedCheckedAndDeleted)
 {
-    const QString file = write(u"p.pln"_s, "!name\tA\nrow\tcol\tacquired\n2\t3\t1\n2\t4\t0\n2\t5\t0\n");
-    const QStringList upload{u"upload-plan"_s, project, file};
+    const QString plan = file(u"p.pln"_s, "!name\tA\nrow\tcol\tacquired\n2\t3\t1\n2\t4\t0\n2\t5\t0\n");
+    const QStringList upload{u"upload-plan"_s, project, plan};
     EXPECT_TRUE(cli.mustRun(upload).output.startsWith(u"Successfully uploaded \"A\" in "_s));
     EXPECT_EQ(cli.run(upload).status, 1) << "nobody answered whether to replace it";
     cli.mustRun(upload + QStringList{u"--yes"_s});
@@ -67,7 +45,7 @@ TEST_F(PlanCommandsTest, PlansAreUploadedCheckedAndDeleted)
     insert(u"4"_s, u"NDD"_s);
     insert(u"5"_s, u"INC"_s);
     EXPECT_EQ(cells({u"plan"_s, project, u"B"_s, u"--check"_s}), u"1 0 2 3 1 0, 2 0 2 4 0 1, 3 0 2 5 0 1");
-    cli.mustRun({u"plan"_s, project, file, u"--check"_s, u"--incomplete"_s, u"INC,X"_s, u"--out"_s,
+    cli.mustRun({u"plan"_s, project, plan, u"--check"_s, u"--incomplete"_s, u"INC,X"_s, u"--out"_s,
                  folder.filePath(u"out.csv"_s)});
     EXPECT_EQ(read(u"out.csv"_s), u"entry,sec,row,col,acquired,analyzed\n1,0,2,3,1,0\n2,0,2,4,0,1\n3,0,2,5,0,0\n");
     cli.mustRun({u"delete-plan"_s, project, u"B"_s});
@@ -77,7 +55,7 @@ TEST_F(PlanCommandsTest, PlansAreUploadedCheckedAndDeleted)
 
 TEST_F(PlanCommandsTest, ListsAndTubeSets)
 {
-    const QString list = write(u"t.lst"_s, "! why\n  7 2 3\n  x 2 4\n  8 99 9\n");
+    const QString list = file(u"t.lst"_s, "! why\n  7 2 3\n  x 2 4\n  8 99 9\n");
     const QJsonObject parsed = cli.mustRun({u"parse-list"_s, project, list}).json();
     EXPECT_EQ(parsed[u"errors"].toInt(), 1);
     EXPECT_EQ(parsed[u"notes"].toString(), u"why\n");

@@ -161,6 +161,10 @@ TEST_F(FillEditorTest, PreviewShowsTheMapAsItWouldBeAndLeavesItAlone)
     values.filter.tube = plans::TubeFilter::SymbolsOnly;
     again.setParameters(values);
     EXPECT_EQ(again.summary(), u"3 tubes"_s) << "those of row 3";
+    values.filter.tube = plans::TubeFilter::OpenTubesOnly;
+    again.setParameters(values);
+    again.accept();
+    EXPECT_EQ(host.entry(1).tubes.size(), 6) << "in the map, too";
 }
 
 TEST_F(FillEditorTest, RandomFillSaysWhatQualifiesAndWhatWouldBeTooMany)

@@ -186,14 +186,9 @@ TEST(EmfTest, PicturesKeepPlacePixelsAndOrder)
 TEST(EmfTest, AFailureLeavesTheOldFile)
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(u"a.emf"_s);
-    QFile old(path);
-    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-    old.write("old");
-    old.close();
+    const QString path = support::writeFile(folder.filePath(u"a.emf"_s), "old");
     tarnwick::failWritesAfter(100);
     EXPECT_THROW(MapPicture(MapScene(sample::block(2, 2)), content()).save(path), tarnwick::FileError);
     tarnwick::failWritesAfter(-1);
-    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
-    EXPECT_EQ(old.readAll(), QByteArray("old"));
+    EXPECT_EQ(support::readFile(path), QByteArray("old"));
 }

@@ -1,4 +1,5 @@
 #include "Fixture.h"
+#include <support/Files.h>
 
 using namespace Qt::StringLiterals;
 using namespace dao;
@@ -137,16 +138,12 @@ TEST_F(DefinitionsTest, AnUnchangedQueryDoesNotTouchTheFile)
 {
     database.createQuery({u"v"_s, u"SELECT 1"_s});
     database.close();
-    QFile file(path());
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray before = file.readAll();
-    file.close();
+    const QByteArray before = support::readFile(path());
     database.open(path());
     database.setQuerySql(u"v", u"SELECT 1"_s);
     database.setProperty(u"Format"_s, u"64"_s);
     database.close();
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), before);
+    EXPECT_EQ(support::readFile(path()), before);
 }
 
 TEST_F(DefinitionsTest, AnotherConnectionsChangesAreSeen)

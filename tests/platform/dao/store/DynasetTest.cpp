@@ -230,6 +230,17 @@ TEST_F(DynasetTest, ThousandsOfRowsAreDeletedOneByOne)
     EXPECT_EQ(x(), 9002);
 }
 
+TEST_F(DynasetTest, TextsThatAreKeptAreNotMixedUp)
+{
+    raw(u"INSERT INTO t (name) WITH RECURSIVE n(i) AS (SELECT 1000 UNION ALL SELECT i + 1 FROM n WHERE i < 4999) "
+        "SELECT 'n' || i FROM n"_s);
+    open(u"SELECT name FROM t WHERE name Like 'n*' ORDER BY name"_s, Type::Snapshot);
+    int number = 1000;
+    for (; !set->isEof(); set->moveNext())
+        ASSERT_EQ(name(), u"n%1"_s.arg(number++));
+    EXPECT_EQ(number, 5000);
+}
+
 TEST_F(DynasetTest, BookmarksBelongToTheirRecordsetAndRun)
 {
     open(u"t"_s);
