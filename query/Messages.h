@@ -40,6 +40,24 @@ inline constexpr Message kStoredQuery{0, u"Stored ARVO query \"%S\"."};
 inline constexpr Message kDeletedQuery{0, u"Deleted query \"%S\" from the database."};
 inline constexpr Message kAskOverwriteQuery{
     0, u"Query \"%S\" already exists in the database.\nDo you wish to overwrite it?"};
+inline constexpr Message kAskSaveQuery{0, u"Query \"%S\" has changed.\nDo you wish to save changes?"};
+inline constexpr Message kAskClearRecentQueries{0, u"Are you sure?"};
+inline constexpr Message kAskReplaceQueryFile{
+    0, u"Query file \"%S\" already exists in the project.\nDo you wish to overwrite it?"};
+inline constexpr Message kAskUndoChanges{0,
+                                         u"Cancel undoes %D changes of the database that were made in the editor:\n\n"
+                                         u"%S\n\nDo you wish to undo them?"};
+inline constexpr Message kNameOfFile{0, u"\"%S\" is a name for query files, because it ends with \".qry\"."};
+inline constexpr Message kSetQuery{0, u"Set query \"%U\"."};
+inline constexpr Message kSetVersion{0, u"Set query version %d of %d."};
+inline constexpr Message kBroughtBack{0, u"Text of \"%S\" as it was until %S."};
+inline constexpr Message kExpandedMacros{0, u"Expanded macros."};
+inline constexpr Message kTemplate{0, u"Template."};
+inline constexpr Message kRowsChanged{0, u"Rows changed: %D."};
+inline constexpr Message kStatementOf{0, u"Statement %d of %d."};
+inline constexpr Message kNoTextEditor{0, u"The system has no program for \"%S\"."};
+inline constexpr Message kReadVersions{0, u"Could not read the former texts of the queries."};
+inline constexpr Message kFormatStatement{0, u"Could not format the statement."};
 inline constexpr Message kFormatsRefused{0,
                                          u"Some display formats were refused; these fields have their defaults.\n\n%S"};
 inline constexpr Message kEditFormats{0, u"Edit formats."};

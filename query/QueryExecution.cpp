@@ -10,20 +10,31 @@ namespace query {
 
 namespace {
 
+Execution ended(Execution::Outcome outcome, int affected = 0, double seconds = -1)
+{
+    Execution execution;
+    execution.outcome = outcome;
+    execution.affected = affected;
+    execution.seconds = seconds;
+    return execution;
+}
+
 Execution runAction(db::DatabaseSession &session, QueryContext &context, const QString &name, dao::QueryDef &query,
                     QueryResult &result, tarnwick::Progress *progress)
 {
     if (!ParameterResolver(context, session.prompts()).resolve(name, query))
-        return {Execution::Outcome::Cancelled};
+        return ended(Execution::Outcome::Cancelled);
     QElapsedTimer timer;
     timer.start();
     const QueryResult::ReadPause pause(result);
     const dao::ProgressScope stoppable(session.database(), progress);
-    Execution done{Execution::Outcome::Changed};
-    done.affected = query.execute();
+    Change change(result.changeListener());
+    if (!change.isAllowed())
+        return {};
+    const int affected = query.execute();
+    change.done(query.sql(), affected);
     constexpr double kNanoseconds = 1e9;
-    done.seconds = double(timer.nsecsElapsed()) / kNanoseconds;
-    return done;
+    return ended(Execution::Outcome::Changed, affected, double(timer.nsecsElapsed()) / kNanoseconds);
 }
 
 } // namespace
@@ -35,16 +46,21 @@ Execution executeStatement(db::DatabaseSession &session, QueryContext &context, 
         return {};
     Execution execution;
     const auto run = [&] {
-        dao::QueryDef query(session.database(), sql);
-        if (!query.returnsRows())
-            execution = runAction(session, context, name, query, result, progress);
-        else if (result.run(name, query, progress))
-            execution = {Execution::Outcome::Rows, 0, result.elapsed()};
-        else
-            execution = {Execution::Outcome::Cancelled};
+        try {
+            dao::QueryDef query(session.database(), sql);
+            if (!query.returnsRows())
+                execution = runAction(session, context, name, query, result, progress);
+            else if (result.run(name, query, progress))
+                execution = ended(Execution::Outcome::Rows, 0, result.elapsed());
+            else
+                execution = ended(Execution::Outcome::Cancelled);
+        } catch (const dao::DaoException &exception) {
+            execution.where = exception.where(); // reported below
+            throw;
+        }
     };
     if (attemptCancellable(session.prompts(), run, messages::kExecute) == tarnwick::Outcome::Cancelled)
-        execution = {Execution::Outcome::Cancelled};
+        execution = ended(Execution::Outcome::Cancelled);
     return execution;
 }
 

@@ -16,11 +16,12 @@ struct Execution
     Outcome outcome = Outcome::Failed;
     int affected = 0; ///< rows changed by an action query
     double seconds = -1;
+    dao::SourceRange where = {}; ///< of a failure, in the statement's text, if its place is known
 };
 
 /// Executes a statement as the SQL editor does. Rows go into the result; an action query is executed after its
-/// parameters were resolved. An engine exception is reported (1069) with its place in the text. Without a connection
-/// only the warning is shown.
+/// parameters were resolved, and the result's change listener is told about it. An engine exception is reported (1069)
+/// with its place in the text. Without a connection only the warning is shown.
 Execution executeStatement(db::DatabaseSession &session, QueryContext &context, const QString &name, const QString &sql,
                            QueryResult &result, tarnwick::Progress *progress = nullptr);
 

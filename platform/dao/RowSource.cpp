@@ -59,9 +59,14 @@ KeyedRows::KeyedRows(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<
     , m_addedRowSql(plan.addedRowSql)
 {
     store::Statement walk = prepared(plan.keySql);
+    tarnwick::Progress *progress = db.connection.progress();
+    constexpr qint64 kRowsPerReport = 1 << 16;
+    qint64 rows = 0;
     while (walk.step()) {
         for (size_t i = 0; i < m_width; ++i)
             m_keys.push_back(keyIn(walk, i));
+        if (++rows % kRowsPerReport == 0 && progress)
+            progress->report(rows, 0, u"Finding rows"_s);
     }
     m_keys.shrink_to_fit();
     m_live = LiveRows(qint64(m_keys.size() / m_width));

@@ -1,0 +1,104 @@
+// The two ways out of the SQL editor, and its work after a crash.
+#include "Messages.h"
+#include "QueryEditor.h"
+
+#include <tarnwick/Failures.h>
+
+namespace query {
+
+using namespace Qt::StringLiterals;
+using tarnwick::Answer;
+using tarnwick::JFile;
+
+/// The work of an editor as bytes.
+struct QueryEditor::Draft
+{
+    QueryDocument document;
+    QStringList texts;
+    bool isModified = false;
+
+    void serialize(JFile &file)
+    {
+        constexpr int kVersion = 1;
+        file.version(kVersion);
+        document.serialize(file);
+        file.serialize(texts);
+        file.serialize(isModified);
+    }
+    static Draft read(const QByteArray &bytes)
+    {
+        JFile file = JFile::fromBytes(bytes, u"draft"_s);
+        Draft draft;
+        draft.serialize(file);
+        return draft;
+    }
+};
+
+bool QueryEditor::commit()
+{
+    if (m_view.isModified()) {
+        const Answer answer = prompts().question(tarnwick::Buttons::YesNo, messages::kAskSaveQuery, m_document.name);
+        if (answer == Answer::Yes && !(m_document.isFile() ? save() : storeQuery()))
+            return false;
+    }
+    if (!m_transaction.commit())
+        return false;
+    m_stored.clear();
+    return true;
+}
+
+bool QueryEditor::cancel()
+{
+    if (!askToSave())
+        return false;
+    if (m_transaction.changeCount() > 0 &&
+        prompts().question(tarnwick::Buttons::NoYes, messages::kAskUndoChanges, m_transaction.changeCount(),
+                           m_transaction.changes().join(u'\n')) != Answer::Yes)
+        return false;
+    m_transaction.rollback();
+    keepStoredTexts();
+    return true;
+}
+
+/// Texts that were stored in the transaction are versions of their queries now: they can be brought back.
+void QueryEditor::keepStoredTexts()
+{
+    for (const StoredText &stored : std::exchange(m_stored, {})) {
+        const auto keep = [&] {
+            QueryVersions(m_setup.session.path()).keep(stored.name, stored.sql, QDateTime::currentDateTimeUtc());
+        };
+        tarnwick::attempt(prompts(), keep, messages::kReadVersions);
+    }
+}
+
+QByteArray QueryEditor::draft() const
+{
+    if (!m_view.isModified() && !m_versions.canMove() && m_stored.isEmpty())
+        return {};
+    Draft draft{.document = m_document, .texts = m_versions.texts(), .isModified = m_view.isModified()};
+    m_view.collect(draft.document);
+    for (const StoredText &stored : m_stored) {
+        if (!draft.texts.contains(stored.sql))
+            draft.texts.append(stored.sql);
+    }
+    JFile file = JFile::forWriting(u"draft"_s);
+    draft.serialize(file);
+    return file.bytes();
+}
+
+void QueryEditor::restoreDraft(const QByteArray &bytes)
+{
+    const Draft draft = Draft::read(bytes);
+    m_document = draft.document;
+    show(draft.isModified);
+    m_view.queriesChanged();
+    m_versions.restore(draft.texts);
+}
+
+QString QueryEditor::draftName(const QByteArray &bytes)
+{
+    const QString name = Draft::read(bytes).document.name;
+    return name.isEmpty() ? u"query"_s : u"query \"%1\""_s.arg(name);
+}
+
+} // namespace query
