@@ -8,6 +8,7 @@
 #include "LegendView.h"
 #include "MapPane.h"
 #include "OptionsCommand.h"
+#include "QueryCommands.h"
 #include "RecoveryKeeper.h"
 #include "ResultCommands.h"
 #include "SidePanel.h"
@@ -138,6 +139,7 @@ void DBase::makeCommands()
     m_recovery = new RecoveryKeeper(*m_session, m_runner, this);
     m_commands = std::make_unique<WindowCommands>(*m_session, this);
     m_results = std::make_unique<ResultCommands>(*m_session, this);
+    m_queries = std::make_unique<QueryCommands>(*m_session, this);
     setFileDialogs(&m_systemDialogs);
     m_fills = std::make_unique<FillCommands>(*m_session, *m_map, *m_side, this);
     m_legend = new LegendPart(m_session->map(), m_session->fillRunner(), *m_fills, *m_side, m_runner, this);
@@ -146,6 +148,7 @@ void DBase::makeCommands()
                                                                        *m_fullScreen, *m_commands, m_runner});
     m_commands->bind(m_handlers);
     m_results->bind(m_handlers);
+    m_queries->bind(m_handlers);
     m_fills->bind(m_handlers);
     m_legend->bind(m_handlers);
     m_view->bind(m_handlers);
@@ -202,6 +205,7 @@ void DBase::setFileDialogs(tarnwick::FileDialogs *dialogs)
 {
     m_commands->setFileDialogs(dialogs);
     m_results->setFileDialogs(dialogs);
+    m_queries->setFileDialogs(dialogs);
 }
 
 bool DBase::openProject(const QString &folder)

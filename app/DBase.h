@@ -31,6 +31,7 @@ class FillCommands;
 class FullScreen;
 class LegendPart;
 class MapPane;
+class QueryCommands;
 class RecoveryKeeper;
 class ResultCommands;
 class SidePanel;
@@ -101,6 +102,7 @@ private:
     std::unique_ptr<WindowCommands> m_commands;
     std::unique_ptr<FillCommands> m_fills;
     std::unique_ptr<ResultCommands> m_results;
+    std::unique_ptr<QueryCommands> m_queries;
     std::unique_ptr<ViewCommands> m_view;
     bool m_refreshScheduled = false;
     map::Subscription m_subscription;

@@ -1,0 +1,32 @@
+#include "QueryCommands.h"
+
+#include <app/logic/ProjectSession.h>
+#include <app/logic/WindowCommandTable.h>
+
+#include <query/dialogs/SQLDlg.h>
+#include <tarnwick/gui/FileDialogs.h>
+
+namespace app {
+
+void QueryCommands::bind(tarnwick::CommandHandlers &handlers)
+{
+    handlers.bind(OpenSqlEditor, [this] { openSqlEditor(); });
+}
+
+void QueryCommands::openSqlEditor()
+{
+    if (!db::checkConnected(m_session.database()))
+        return;
+    query::SQLDlg dialog({.editor = {.session = m_session.database(),
+                                     .context = m_session.queryContext(),
+                                     .steamGen = m_session.project().steamGen,
+                                     .files = *m_dialogs,
+                                     .optionsName = QStringLiteral("sql"),
+                                     .hasTransaction = true},
+                          .mode = query::TableMode::Edit,
+                          .isFull = true,
+                          .parent = m_parent});
+    dialog.exec();
+}
+
+} // namespace app

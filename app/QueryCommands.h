@@ -1,0 +1,36 @@
+#pragma once
+#include <tarnwick/CommandHandlers.h>
+
+class QWidget;
+
+namespace tarnwick {
+class FileDialogs;
+}
+
+namespace app {
+
+class ProjectSession;
+
+/// The commands of queries: the SQL editor.
+class QueryCommands
+{
+public:
+    /// parent: of the dialogs.
+    QueryCommands(ProjectSession &session, QWidget *parent)
+        : m_session(session)
+        , m_parent(parent)
+    {
+    }
+    void bind(tarnwick::CommandHandlers &handlers);
+    /// The dialogs that ask for files; must outlive this object.
+    void setFileDialogs(tarnwick::FileDialogs *dialogs) { m_dialogs = dialogs; }
+
+private:
+    void openSqlEditor();
+
+    ProjectSession &m_session;
+    QWidget *m_parent;
+    tarnwick::FileDialogs *m_dialogs = nullptr;
+};
+
+} // namespace app

@@ -1,0 +1,72 @@
+#pragma once
+#include <query/gui/SqlEditor.h>
+#include <query/QueryEditor.h>
+#include <query/ResultGrid.h>
+#include <query/SqlCheck.h>
+
+#include <QWidget>
+
+class QGridLayout;
+class QLabel;
+class QPushButton;
+class QSplitter;
+class QTreeWidget;
+
+namespace query {
+
+class JQueryWin;
+class SqlFindBar;
+
+/// The tab "Query" of the SQL editor: quick-launch buttons, the text with its parameters beside it, the result below
+/// it, and a line with what runs or has run.
+class QueryPage : public QWidget
+{
+    Q_OBJECT
+public:
+    /// result: shown by the table; must outlive the page.
+    QueryPage(const QueryEditor::Setup &setup, QueryResult &result, TableMode mode, QWidget *parent = nullptr);
+    ~QueryPage() override;
+
+    SqlEditor &sql() { return *m_sql; }
+    const SqlEditor &sql() const { return *m_sql; }
+    JQueryWin &table() { return *m_table; }
+    SqlFindBar &findBar() { return *m_find; }
+    QPushButton &stopButton() { return *m_stop; }
+
+    /// Sizes and, if hasButtons, the quick-launch buttons.
+    void setOptions(const SQLOptions &options, bool hasButtons);
+    /// Reads the names of the database again, for colours and completion.
+    void refreshNames();
+    /// Looks for the first error and the parameters of the text. Nothing is run, no box is shown.
+    void check();
+    void showError(const dao::SourceRange &where);
+    /// What runs ("2 of 3, 12,000 rows, 1.2 s") or has run; empty for nothing.
+    void showRun(const QString &text);
+    void showEntries(const QString &text);
+    void setRunning(bool isRunning);
+
+Q_SIGNALS:
+    /// A quick-launch button was pressed.
+    void launched(const QString &file);
+
+private:
+    void makeEditor();
+    void makeStatusRow();
+    void showParameters(const QList<dao::sql::Parameter> &parameters);
+    QString valueOf(const QString &parameter) const;
+
+    QueryEditor::Setup m_setup;
+    QGridLayout *m_buttons;
+    QSplitter *m_splitter = nullptr;
+    SqlEditor *m_sql;
+    SqlFindBar *m_find;
+    QTreeWidget *m_parameters;
+    QLabel *m_problem;
+    JQueryWin *m_table;
+    QLabel *m_run;
+    QLabel *m_figures;
+    QLabel *m_entries;
+    QPushButton *m_stop;
+};
+
+} // namespace query
