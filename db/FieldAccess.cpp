@@ -1,5 +1,9 @@
 #include "FieldAccess.h"
 
+#include <charconv>
+#include <cmath>
+#include <iterator>
+
 namespace db {
 
 using namespace Qt::StringLiterals;
@@ -48,6 +52,23 @@ template <>
 double fieldAs<double>(const dao::Value &value)
 {
     return converted(value, dao::DataType::Double).real();
+}
+
+double decimalOf(const dao::Value &value)
+{
+    const double number = fieldAs<double>(value);
+    if (value.type() != dao::Value::Type::Float)
+        return number;
+    // Most measurements have few decimals; the general way through a text takes longer.
+    constexpr double kScale = 1e4;
+    const double rounded = std::round(number * kScale) / kScale;
+    if (float(rounded) == float(number))
+        return rounded;
+    char shortest[32];
+    const auto end = std::to_chars(std::begin(shortest), std::end(shortest), float(number)).ptr;
+    double decimal = number;
+    std::from_chars(std::begin(shortest), end, decimal);
+    return decimal;
 }
 
 template <>

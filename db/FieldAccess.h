@@ -11,6 +11,10 @@ namespace db {
 template <typename T>
 T fieldAs(const dao::Value &value);
 
+/// The decimal number that a value of single precision was meant to be: 0.7, not 0.69999998. So it is shown as it was
+/// stored, and passes a threshold that looks equal. Other values as with fieldAs<double>().
+double decimalOf(const dao::Value &value);
+
 /// Reads a field of the current row by ordinal or by name.
 template <typename T, typename Key>
 T getField(const dao::Recordset &recordset, const Key &key)

@@ -1,6 +1,6 @@
 #include "History.h"
 
-#include "RowFields.h"
+#include "HistoryFields.h"
 
 #include <tarnwick/base/Progress.h>
 
@@ -12,43 +12,11 @@ namespace brannock {
 
 namespace {
 
-template <typename Entry, typename Visitor>
-void visitFields(Entry &entry, Visitor &visit)
-{
-    visit.field(u"sec", entry.sec, kSigned16);
-    visit.field(u"row", entry.row, kSigned16);
-    visit.field(u"col", entry.col, kSigned16);
-    visit.field(u"outage", entry.outage);
-    visit.field(u"defect", entry.defect);
-    visit.field(u"chan", entry.channel);
-    visit.sparse(u"volts", entry.volts);
-    visit.sparse(u"phase", entry.phase);
-    visit.sparse(u"pcnt", entry.percent, kSigned16);
-    visit.field(u"loc_land", entry.location.landmark);
-    visit.sparse(u"loc_off", entry.location.offset);
-    visit.sparse(u"loc_pnt", entry.location.point, kSigned32);
-    visit.sparse(u"loc_dist", entry.location.dist);
-    visit.field(u"to_land", entry.to.landmark);
-    visit.sparse(u"to_off", entry.to.offset);
-    visit.sparse(u"to_pnt", entry.to.point, kSigned32);
-    visit.sparse(u"to_dist", entry.to.dist);
-    visit.field(u"cal_num", entry.calNumber, kUnsigned16);
-    visit.field(u"leg", entry.leg, kSigned16);
-    visit.field(u"beg_test", entry.beginTest);
-    visit.field(u"end_test", entry.endTest);
-    visit.sparse(u"probe_size", entry.probeSize, kSigned16);
-    visit.field(u"probe_model", entry.probeModel);
-    visit.field(u"analyst_id", entry.analystId);
-    visit.field(u"oper_id", entry.operatorId);
-    visit.field(u"entry_time", entry.entryTime);
-    visit.field(u"edited", entry.edited);
-}
-
 QStringList fieldNames()
 {
     FieldNames collector;
     const HistoryEntry entry;
-    visitFields(entry, collector);
+    visitHistoryFields(entry, collector);
     return collector.names;
 }
 
@@ -94,7 +62,7 @@ void History::read(const QString &machinePath, const std::function<void(HistoryE
         table.requireCells();
         HistoryEntry entry;
         reader.startRow();
-        visitFields(entry, reader);
+        visitHistoryFields(entry, reader);
         take(entry);
         loop.tick(total - table.bytesLeft());
     }
@@ -119,7 +87,7 @@ void History::write(const QString &machinePath, const std::function<const Histor
     table.heading(fieldNames());
     RowWriter writer(table);
     while (const HistoryEntry *entry = next()) {
-        visitFields(*entry, writer);
+        visitHistoryFields(*entry, writer);
         table.endRow();
     }
     table.write(machinePath);

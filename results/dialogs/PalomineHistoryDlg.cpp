@@ -231,7 +231,11 @@ void PalomineHistoryDlg::runLong(const QString &title, const std::function<void(
 {
     ProgressDialog progress(isVisible() ? this : parentWidget(), title);
     m_list.setProgress(&progress);
-    const auto end = qScopeGuard([this] { m_list.setProgress(nullptr); });
+    setCursor(Qt::WaitCursor);
+    const auto end = qScopeGuard([this] {
+        m_list.setProgress(nullptr);
+        unsetCursor();
+    });
     work();
 }
 

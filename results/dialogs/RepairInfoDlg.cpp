@@ -114,13 +114,10 @@ QLayout *RepairInfoDlg::makePages()
 
 QLineEdit *RepairInfoDlg::line(QStringView field)
 {
-    const RepairField *known = findRepairField(field);
     auto *edit = new QLineEdit;
     edit->setObjectName(field.toString());
     edit->setReadOnly(m_setup.isReadOnly);
-    if (known->size() > 0)
-        edit->setMaxLength(known->size());
-    m_fields.append({known, edit, QString()});
+    m_fields.append({findRepairField(field), edit, QString()});
     return edit;
 }
 

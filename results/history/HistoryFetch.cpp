@@ -2,8 +2,7 @@
 
 #include "Messages.h"
 
-#include <array>
-#include <cmath>
+#include <brannock/HistoryFields.h>
 #include <dao/ProgressScope.h>
 #include <db/FieldAccess.h>
 
@@ -21,102 +20,116 @@ const QString kDefectsSql = u"SELECT DISTINCT COUNT(*), defect\nFROM report\nGRO
 
 constexpr qint64 kRecordsBetweenReports = 1000;
 
-/// A number that was stored in single precision as the decimal number it was meant to be: 0.7, not 0.69999998. So a
-/// value passes a threshold that looks equal.
-double decimalOf(const Value &value)
-{
-    const double number = db::fieldAs<double>(value);
-    if (value.type() != Value::Type::Float)
-        return number;
-    constexpr double scale = 1e4;
-    const double rounded = std::round(number * scale) / scale;
-    return float(rounded) == float(number) ? rounded : number;
-}
-
 /// Reads the rows of 'report'. The columns are looked up once, by name.
 class RowReader
 {
 public:
-    RowReader(const dao::Recordset &report, HistoryRows &rows)
-        : m_report(report)
-        , m_rows(rows)
-    {
-    }
+    RowReader(const dao::Recordset &report, HistoryRows &rows);
 
     HistoryRow read();
 
-private:
-    int at(const char16_t *name) const { return db::requireField(m_report, QString::fromUtf16(name)); }
-    template <typename T>
-    T get(int column) const
+    // As a visitor of brannock::visitHistoryFields(): a column that table 'report' lacks leaves the field as it is.
+    void field(QStringView, quint32 &text)
     {
-        return db::fieldAs<T>(m_report.value(column));
+        read(text, [this](const Value &value) { return textOf(value); });
     }
-    quint32 text(int column) { return m_rows.texts.add(m_report.value(column).text()); }
+    void field(QStringView, qint64 &time)
+    {
+        read(time, [this](const Value &value) { return secondsOf(value); });
+    }
+    void field(QStringView, double &number) { read(number, db::decimalOf); }
+    void field(QStringView, bool &) { ++m_next; } // only files have it
+    template <typename Number>
+    void field(QStringView, Number &number, brannock::IntRange)
+    {
+        read(number, [](const Value &value) { return Number(db::fieldAs<qint32>(value)); });
+    }
+    void sparse(QStringView, float &number) { read(number, db::fieldAs<float>); }
+    template <typename Number, typename... Range>
+    void sparse(QStringView name, Number &number, Range... range)
+    {
+        field(name, number, range...);
+    }
+
+private:
+    /// For each field its column in 'report'; -1: none.
+    using Columns = std::vector<int>;
+
+    template <typename Field, typename Convert>
+    void read(Field &field, const Convert &convert)
+    {
+        const size_t place = m_next++;
+        if ((*m_columns)[place] < 0)
+            return;
+        const Value value = m_report.value((*m_columns)[place]);
+        m_isNull[place] = value.hasNoValue();
+        field = convert(value);
+    }
+    quint32 textOf(const Value &value) { return m_rows.texts.add(value.text()); }
+    qint64 secondsOf(const Value &time);
 
     const dao::Recordset &m_report;
     HistoryRows &m_rows;
-    int m_chan = at(u"chan"), m_defect = at(u"defect"), m_outage = at(u"outage");
-    int m_begTest = at(u"beg_test"), m_endTest = at(u"end_test"), m_probeModel = at(u"probe_model");
-    int m_analystId = at(u"analyst_id"), m_operId = at(u"oper_id");
-    int m_locLand = at(u"loc_land"), m_fromLand = at(u"from_land"), m_toLand = at(u"to_land");
-    int m_sec = at(u"sec"), m_row = at(u"row"), m_col = at(u"col"), m_volts = at(u"volts"), m_phase = at(u"phase");
-    int m_pcnt = at(u"pcnt"), m_calNum = at(u"cal_num"), m_leg = at(u"leg"), m_probeSize = at(u"probe_size");
-    int m_locOff = at(u"loc_off"), m_locPnt = at(u"loc_pnt"), m_locDist = at(u"loc_dist");
-    int m_fromOff = at(u"from_off"), m_fromPnt = at(u"from_pnt"), m_toOff = at(u"to_off"), m_toPnt = at(u"to_pnt");
-    int m_entryTime = at(u"entry_time");
+    int m_fromLand;
+    Columns m_located; ///< of a row without a from-location: its location, and no extent
+    Columns m_extent;  ///< of a row with one: it is the location
+    const Columns *m_columns = nullptr;
+    size_t m_next = 0;
+    std::vector<bool> m_isNull; ///< of each field of the row
+    size_t m_volts;
+    size_t m_phase;
+    size_t m_percent;
     double m_lastTime = 0; ///< as the engine has it; consecutive rows often share their time
     qint64 m_lastSeconds = HistoryRow::kNoTime;
 };
 
+RowReader::RowReader(const dao::Recordset &report, HistoryRows &rows)
+    : m_report(report)
+    , m_rows(rows)
+    , m_fromLand(db::requireField(report, u"from_land"_s))
+{
+    static const QStringList onlyInFiles{u"to_dist"_s, u"edited"_s};
+    brannock::FieldNames fields;
+    const HistoryRow any;
+    brannock::visitHistoryFields(any, fields);
+    for (QString name : std::as_const(fields.names)) {
+        const int column = onlyInFiles.contains(name) ? -1 : db::requireField(report, name);
+        const bool isExtent = name.startsWith(u"to_");
+        m_located.push_back(isExtent ? -1 : column);
+        if (name == u"loc_dist")
+            m_extent.push_back(-1); // a from-location has none
+        else if (name.startsWith(u"loc_"))
+            m_extent.push_back(db::requireField(report, name.replace(0, 3, u"from"_s)));
+        else
+            m_extent.push_back(column);
+    }
+    m_isNull.resize(m_located.size());
+    m_volts = size_t(fields.names.indexOf(u"volts"_s));
+    m_phase = size_t(fields.names.indexOf(u"phase"_s));
+    m_percent = size_t(fields.names.indexOf(u"pcnt"_s));
+}
+
 HistoryRow RowReader::read()
 {
     HistoryRow row;
-    row.sec = get<qint16>(m_sec);
-    row.row = get<qint16>(m_row);
-    row.col = get<qint16>(m_col);
-    row.channel = text(m_chan);
-    const Value volts = m_report.value(m_volts);
-    const Value phase = m_report.value(m_phase);
-    const Value percent = m_report.value(m_pcnt);
-    row.volts = decimalOf(volts);
-    row.phase = db::fieldAs<double>(phase);
-    row.percent = db::fieldAs<qint16>(percent);
-    row.hasVolts = !volts.hasNoValue();
-    row.hasPhase = !phase.hasNoValue();
-    row.hasPercent = !percent.hasNoValue();
-    row.defect = text(m_defect);
-    row.calNumber = quint16(get<qint16>(m_calNum));
-    row.leg = get<qint16>(m_leg);
-    row.beginTest = text(m_begTest);
-    row.endTest = text(m_endTest);
-    row.probeSize = get<qint16>(m_probeSize);
-    row.probeModel = text(m_probeModel);
-    row.analystId = text(m_analystId);
-    row.operatorId = text(m_operId);
-    row.outage = text(m_outage);
-    row.locLand = text(m_fromLand);
-    if (row.locLand != 0) {
-        row.locOffset = get<float>(m_fromOff);
-        row.locPoint = get<qint32>(m_fromPnt);
-        row.toLand = text(m_toLand);
-        row.toOffset = get<float>(m_toOff);
-        row.toPoint = get<qint32>(m_toPnt);
-    } else {
-        row.locLand = text(m_locLand);
-        row.locOffset = get<float>(m_locOff);
-        row.locPoint = get<qint32>(m_locPnt);
-        row.locDist = get<float>(m_locDist);
-    }
-    const Value time = m_report.value(m_entryTime);
-    if (!time.hasNoValue()) {
-        if (m_lastSeconds == HistoryRow::kNoTime || time.real() != m_lastTime) {
-            m_lastTime = time.real();
-            m_lastSeconds = db::fieldAs<tarnwick::JDateTime>(time).seconds();
-        }
-        row.entryTime = m_lastSeconds;
-    }
+    m_columns = m_report.value(m_fromLand).text().isEmpty() ? &m_located : &m_extent;
+    m_next = 0;
+    brannock::visitHistoryFields(row, *this);
+    row.hasVolts = !m_isNull[m_volts];
+    row.hasPhase = !m_isNull[m_phase];
+    row.hasPercent = !m_isNull[m_percent];
     return row;
+}
+
+qint64 RowReader::secondsOf(const Value &time)
+{
+    if (time.hasNoValue())
+        return HistoryRow::kNoTime;
+    if (m_lastSeconds == HistoryRow::kNoTime || time.real() != m_lastTime) {
+        m_lastTime = time.real();
+        m_lastSeconds = db::fieldAs<tarnwick::JDateTime>(time).seconds();
+    }
+    return m_lastSeconds;
 }
 
 bool isSame(const QString &left, const QString &right)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <brannock/HistoryFields.h>
 #include <numeric>
 
 namespace results {
@@ -74,65 +75,77 @@ void HistoryRows::append(const HistoryRow &row)
     (*this)[m_count++] = row;
 }
 
+namespace {
+
+/// Converts each field of the left entry into that of the right one. Derived: how texts and times are converted.
+template <typename Derived>
+struct Conversion
+{
+    template <typename From, typename To>
+    void field(QStringView, const From &from, To &to)
+    {
+        if constexpr (std::is_same_v<From, To>)
+            to = from;
+        else
+            static_cast<Derived *>(this)->convert(from, to);
+    }
+    /// Numbers whose types differ: the range is that of the narrower type.
+    template <typename From, typename To>
+    void field(QStringView, const From &from, To &to, brannock::IntRange)
+    {
+        to = To(from);
+    }
+    template <typename From, typename To, typename... Range>
+    void sparse(QStringView name, const From &from, To &to, Range... range)
+    {
+        field(name, from, to, range...);
+    }
+};
+
+struct Unpacking : Conversion<Unpacking>
+{
+    explicit Unpacking(const TextNumbers &known)
+        : texts(known)
+    {
+    }
+    void convert(quint32 number, QString &text) const { text = texts[number]; }
+    void convert(qint64 seconds, tarnwick::JDateTime &time) const
+    {
+        if (seconds != HistoryRow::kNoTime)
+            time = tarnwick::JDateTime::fromSeconds(seconds);
+    }
+    const TextNumbers &texts;
+};
+
+struct Packing : Conversion<Packing>
+{
+    explicit Packing(TextNumbers &known)
+        : texts(known)
+    {
+    }
+    void convert(const QString &text, quint32 &number) { number = texts.add(text); }
+    void convert(const tarnwick::JDateTime &time, qint64 &seconds) const
+    {
+        seconds = time.isNull() ? HistoryRow::kNoTime : time.seconds();
+    }
+    TextNumbers &texts;
+};
+
+} // namespace
+
 brannock::HistoryEntry HistoryRows::entry(size_t index) const
 {
-    const HistoryRow &row = (*this)[index];
     brannock::HistoryEntry entry;
-    entry.sec = row.sec;
-    entry.row = row.row;
-    entry.col = row.col;
-    entry.channel = texts[row.channel];
-    entry.volts = row.volts;
-    entry.phase = row.phase;
-    entry.percent = row.percent;
-    entry.defect = texts[row.defect];
-    entry.calNumber = row.calNumber;
-    entry.leg = row.leg;
-    entry.beginTest = texts[row.beginTest];
-    entry.endTest = texts[row.endTest];
-    entry.probeSize = row.probeSize;
-    entry.probeModel = texts[row.probeModel];
-    entry.analystId = texts[row.analystId];
-    entry.operatorId = texts[row.operatorId];
-    if (row.entryTime != HistoryRow::kNoTime)
-        entry.entryTime = tarnwick::JDateTime::fromSeconds(row.entryTime);
-    entry.outage = texts[row.outage];
-    entry.location = {texts[row.locLand], row.locOffset, row.locPoint, row.locDist};
-    entry.to = {texts[row.toLand], row.toOffset, row.toPoint, row.toDist};
-    entry.edited = row.edited;
+    Unpacking unpacking(texts);
+    brannock::visitHistoryFields((*this)[index], entry, unpacking);
     return entry;
 }
 
 HistoryRow HistoryRows::packed(const brannock::HistoryEntry &entry)
 {
     HistoryRow row;
-    row.sec = entry.sec;
-    row.row = entry.row;
-    row.col = entry.col;
-    row.channel = texts.add(entry.channel);
-    row.volts = entry.volts;
-    row.phase = entry.phase;
-    row.percent = qint16(entry.percent);
-    row.defect = texts.add(entry.defect);
-    row.calNumber = quint16(entry.calNumber);
-    row.leg = qint16(entry.leg);
-    row.beginTest = texts.add(entry.beginTest);
-    row.endTest = texts.add(entry.endTest);
-    row.probeSize = qint16(entry.probeSize);
-    row.probeModel = texts.add(entry.probeModel);
-    row.analystId = texts.add(entry.analystId);
-    row.operatorId = texts.add(entry.operatorId);
-    row.entryTime = entry.entryTime.isNull() ? HistoryRow::kNoTime : entry.entryTime.seconds();
-    row.outage = texts.add(entry.outage);
-    row.locLand = texts.add(entry.location.landmark);
-    row.locOffset = entry.location.offset;
-    row.locPoint = entry.location.point;
-    row.locDist = entry.location.dist;
-    row.toLand = texts.add(entry.to.landmark);
-    row.toOffset = entry.to.offset;
-    row.toPoint = entry.to.point;
-    row.toDist = entry.to.dist;
-    row.edited = entry.edited;
+    Packing packing(texts);
+    brannock::visitHistoryFields(entry, row, packing);
     // In files and dialogs an empty number means that nothing was measured.
     row.hasVolts = entry.volts != 0;
     row.hasPhase = entry.phase != 0;

@@ -38,10 +38,19 @@ private:
 /// Whole numbers that sort as three numbers of an address do.
 quint64 addressKey(qint16 first, qint16 second, qint16 third);
 
-/// One entry of a history in a compact form, for histories of millions of entries. Texts are numbers of TextNumbers.
+/// One entry of a history in a compact form, for histories of millions of entries. Its fields are named as those of
+/// brannock::HistoryEntry (see brannock::visitHistoryFields()). Texts are numbers of TextNumbers.
 struct HistoryRow
 {
     static constexpr qint64 kNoTime = std::numeric_limits<qint64>::min();
+
+    struct Location
+    {
+        quint32 landmark = 0;
+        float offset = 0;
+        qint32 point = 0;
+        float dist = 0;
+    };
 
     double volts = 0;
     double phase = 0;
@@ -51,19 +60,13 @@ struct HistoryRow
     quint32 outage = 0;
     quint32 defect = 0;
     quint32 channel = 0;
-    quint32 locLand = 0;
-    quint32 toLand = 0;
     quint32 beginTest = 0;
     quint32 endTest = 0;
     quint32 probeModel = 0;
     quint32 analystId = 0;
     quint32 operatorId = 0;
-    qint32 locPoint = 0;
-    qint32 toPoint = 0;
-    float locOffset = 0;
-    float locDist = 0;
-    float toOffset = 0;
-    float toDist = 0;
+    Location location;
+    Location to;
     qint16 sec = 0;
     qint16 row = 0;
     qint16 col = 0;
@@ -71,8 +74,8 @@ struct HistoryRow
     qint16 leg = 0;
     qint16 probeSize = 0;
     quint16 calNumber = 0;
+    bool edited = false;
     bool keep : 1 = true;
-    bool edited : 1 = false;
     // The field of table 'report' has a value. Without one the number here is 0.
     bool hasVolts : 1 = true;
     bool hasPhase : 1 = true;

@@ -41,13 +41,6 @@ constexpr RepairField kFields[] = {
     {u"comment", &Repair::comment},
 };
 
-/// The decimal number that a value of single precision was meant to be: 0.7, not 0.69999998.
-double decimalOf(const Value &value)
-{
-    const double number = db::fieldAs<double>(value);
-    return value.type() == Value::Type::Float && number != 0 ? QString::number(float(number)).toDouble() : number;
-}
-
 /// A transaction that only reads: what is read in it is of one moment.
 class ReadTransaction
 {
@@ -218,7 +211,7 @@ Repair RepairTable::current(const dao::Recordset &rows)
         const auto read = [&](auto member) {
             using T = std::remove_reference_t<decltype(repair.*member)>;
             if constexpr (std::is_same_v<T, double>)
-                return decimalOf(value);
+                return db::decimalOf(value);
             else if constexpr (std::is_same_v<T, JDateTime>)
                 return dateOf(value, m_lastDates[i]);
             else
