@@ -13,6 +13,7 @@
 #include "ResultCommands.h"
 #include "SidePanel.h"
 #include "StatusLine.h"
+#include "TubeCommands.h"
 #include "ViewBar.h"
 #include "ViewCommands.h"
 #include "WindowProgress.h"
@@ -140,6 +141,7 @@ void DBase::makeCommands()
     m_commands = std::make_unique<WindowCommands>(*m_session, this);
     m_results = std::make_unique<ResultCommands>(*m_session, this);
     m_queries = std::make_unique<QueryCommands>(*m_session, this);
+    m_tubes = std::make_unique<TubeCommands>(*m_session, m_notes, this);
     setFileDialogs(&m_systemDialogs);
     m_fills = std::make_unique<FillCommands>(*m_session, *m_map, *m_side, this);
     m_legend = new LegendPart(m_session->map(), m_session->fillRunner(), *m_fills, *m_side, m_runner, this);
@@ -159,6 +161,8 @@ void DBase::connectMap()
 {
     m_subscription = m_session->map().subscribe([this](const map::MapEvent &event) { mapChanged(event); });
     connect(m_map, &MapPane::pointedAt, this, [this] { m_status.showTube(m_map->pointedText()); });
+    connect(&map(), &brannock::TubesheetMap::tubeActivated, this,
+            [this](int tube) { m_runner.perform([this, tube] { m_tubes->show(tube); }, CommandRunner::Words::Keep); });
     connect(&map(), &brannock::TubesheetMap::viewChanged, this, [this] {
         m_actions->refresh({When::ViewBefore, When::ViewAfter});
     });

@@ -35,6 +35,7 @@ class QueryCommands;
 class RecoveryKeeper;
 class ResultCommands;
 class SidePanel;
+class TubeCommands;
 class ViewBar;
 class ViewCommands;
 
@@ -103,6 +104,7 @@ private:
     std::unique_ptr<FillCommands> m_fills;
     std::unique_ptr<ResultCommands> m_results;
     std::unique_ptr<QueryCommands> m_queries;
+    std::unique_ptr<TubeCommands> m_tubes;
     std::unique_ptr<ViewCommands> m_view;
     bool m_refreshScheduled = false;
     map::Subscription m_subscription;

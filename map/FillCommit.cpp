@@ -1,8 +1,12 @@
 #include "FillCommit.h"
 
 #include "FillPreview.h"
+#include "Messages.h"
 
+#include <plans/Messages.h>
+#include <plans/ProjectQueries.h>
 #include <plans/QueryFill.h>
+#include <query/QueryResult.h>
 
 namespace map {
 
@@ -45,6 +49,34 @@ bool addFillOfQuery(MapDocument &document, const FillRunner &runner, const query
     if (!answer || answer == Answer::No || answer == Answer::Cancel)
         return false;
     addNewQueryFill(document, runner, fill);
+    return true;
+}
+
+bool commitQueryFill(MapDocument &document, const FillRunner &runner, int place, const query::QueryDocument &query,
+                     query::QueryResult &result)
+{
+    using tarnwick::Answer;
+    if (result.elapsed() < 0) {
+        runner.prompts().error(plans::messages::kQueryNotExecuted);
+        return false;
+    }
+    const bool isNew = place < 0;
+    plans::QueryFill fill;
+    if (isNew)
+        fill.mark.colour = paletteColour(document.count());
+    else
+        fill = static_cast<const plans::QueryFill &>(document.entry(place));
+    fill.parameters.query = query;
+    const auto answer = runner.takeRecords(fill, *plans::recordsOf(result), document.component());
+    if (!answer || answer == Answer::No || answer == Answer::Cancel)
+        return false;
+    if (isNew) {
+        addNewQueryFill(document, runner, fill);
+    } else {
+        fill.label = fill.entryLabel();
+        document.change(fill.undoLabel(), [&](MapEdit &edit) { edit.replaceEntry(place, fill.clone()); });
+    }
+    runner.prompts().status(messages::kFillDone, fill.entryLabel(), fill.fillCount);
     return true;
 }
 

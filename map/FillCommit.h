@@ -6,7 +6,8 @@
 
 namespace query {
 struct QueryDocument;
-}
+class QueryResult;
+} // namespace query
 
 namespace map {
 
@@ -23,6 +24,12 @@ void addNewQueryFill(MapDocument &document, const FillRunner &runner, const plan
 /// Returns false after reporting the reason if the query could not be run or mapped, or if the user chose not to show
 /// its valid tubes.
 bool addFillOfQuery(MapDocument &document, const FillRunner &runner, const query::QueryDocument &query);
+/// OK in the dialog of a query fill, or "Mark on map" of a result: maps the result as it is shown, without running the
+/// query again. place: of the entry that is changed; -1 adds one. Returns false after reporting the reason if nothing
+/// was executed, columns are missing, or the user wants to see the records without a tube, which the result then
+/// highlights.
+bool commitQueryFill(MapDocument &document, const FillRunner &runner, int place, const query::QueryDocument &query,
+                     query::QueryResult &result);
 using brannock::paletteColour; // colour of the entry at a place of the legend
 
 } // namespace map

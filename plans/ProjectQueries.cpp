@@ -8,35 +8,44 @@ namespace plans {
 
 namespace {
 
+/// The records of a result.
 class ResultRecords : public QueryRecords
 {
 public:
-    ResultRecords(db::DatabaseSession &session, query::QueryContext &context, tarnwick::Progress *progress)
-        : result(session, context)
+    /// own: the result, if it lives no longer than its records.
+    ResultRecords(query::QueryResult &result, tarnwick::Progress *progress,
+                  std::unique_ptr<query::QueryResult> own = nullptr)
+        : m_own(std::move(own))
+        , m_result(result)
         , m_progress(progress)
     {
     }
 
-    query::QueryResult result;
-
-    int columnCount() const override { return result.columnCount(); }
-    QString columnName(int column) const override { return result.column(column).name; }
-    int rowCount() const override { return int(result.rowCount()); }
+    int columnCount() const override { return m_result.columnCount(); }
+    QString columnName(int column) const override { return m_result.column(column).name; }
+    int rowCount() const override { return int(m_result.rowCount()); }
     dao::Value value(int row, int column) const override
     {
         constexpr int kCellsBetweenLooks = 256;
         if (m_progress && ++m_cells % kCellsBetweenLooks == 0 && m_progress->cancelled())
             throw tarnwick::Cancelled();
-        return result.value(row, column);
+        return m_result.value(row, column);
     }
-    void setColours(int row, const tarnwick::RowColours &colours) override { result.setColours(row, colours); }
+    void setColours(int row, const tarnwick::RowColours &colours) override { m_result.setColours(row, colours); }
 
 private:
+    std::unique_ptr<query::QueryResult> m_own;
+    query::QueryResult &m_result;
     tarnwick::Progress *m_progress;
     mutable int m_cells = 0;
 };
 
 } // namespace
+
+std::unique_ptr<QueryRecords> recordsOf(query::QueryResult &result, tarnwick::Progress *progress)
+{
+    return std::make_unique<ResultRecords>(result, progress);
+}
 
 bool ProjectQueries::isReady() const
 {
@@ -45,13 +54,14 @@ bool ProjectQueries::isReady() const
 
 std::unique_ptr<QueryRecords> ProjectQueries::run(const QString &name, const QString &sql)
 {
-    auto records = std::make_unique<ResultRecords>(m_session, m_context, m_progress);
+    auto result = std::make_unique<query::QueryResult>(m_session, m_context);
     bool hasRun = false;
-    const auto execute = [&] { hasRun = records->result.run(name, sql, m_progress); };
+    const auto execute = [&] { hasRun = result->run(name, sql, m_progress); };
     tarnwick::attempt(m_session.prompts(), execute, query::messages::kExecute);
     if (!hasRun)
-        records.reset();
-    return records;
+        return nullptr;
+    query::QueryResult &records = *result;
+    return std::make_unique<ResultRecords>(records, m_progress, std::move(result));
 }
 
 std::optional<ellery::TubeMark> ProjectQueries::rememberedMark(const QString &name) const

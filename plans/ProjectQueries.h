@@ -7,7 +7,15 @@ namespace db {
 class DatabaseSession;
 }
 
+namespace query {
+class QueryResult;
+}
+
 namespace plans {
+
+/// The records of a result that is shown. The progress can cancel reading them; it may be null. Both must outlive the
+/// records.
+std::unique_ptr<QueryRecords> recordsOf(query::QueryResult &result, tarnwick::Progress *progress = nullptr);
 
 /// Query source of the program: runs queries on the project database and stores symbols in the query history.
 class ProjectQueries : public QuerySource

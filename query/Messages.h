@@ -70,6 +70,9 @@ inline constexpr Message kFormatReplaced{
     0, u"The format \"%S\" cannot show values of type %S; the type's own format is used."};
 inline constexpr Message kSortedByOrdinal{0, u"Sorted by ordinal."};
 inline constexpr Message kSortedByName{0, u"Sorted by field name."};
+inline constexpr Message kNoTubeQuery{0, u"The results of past outages are read from the history file."};
+inline constexpr Message kTubeQuery{0, u"%S Query\n\n%S"};
+inline constexpr Message kReportPrinting{0, u"The report is printing."};
 inline constexpr Message kTextNotStored{0, u"\"%S\" was not stored in column %S."};
 inline constexpr Message kStoringHistory{0, u"Could not store the query history.\n\n%S"};
 

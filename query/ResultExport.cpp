@@ -54,20 +54,22 @@ void countFailures(const QList<dao::Value> &values, dao::CellFailures &failures)
 
 /// Calls write(row) for every row.
 template <typename Write>
-void forEachRow(const QueryResult &result, tarnwick::Progress *progress, Write write)
+void forEachRow(const QueryResult &result, const ExportOrder &order, tarnwick::Progress *progress, Write write)
 {
-    tarnwick::ProgressLoop loop(progress, result.rowCount(), u"Exporting"_s);
-    for (qint64 row = 0; row < result.rowCount(); ++row) {
-        loop.tick(row);
-        write(row);
+    const qint64 count = order.row ? order.count : result.rowCount();
+    tarnwick::ProgressLoop loop(progress, count, u"Exporting"_s);
+    for (qint64 place = 0; place < count; ++place) {
+        loop.tick(place);
+        write(order.row ? order.row(place) : place);
     }
 }
 
-dao::CellFailures writeText(const QueryResult &result, const QString &machinePath, tarnwick::Progress *progress)
+dao::CellFailures writeText(const QueryResult &result, const ExportOrder &order, const QString &machinePath,
+                            tarnwick::Progress *progress)
 {
     dao::CellFailures failures;
     tarnwick::AtomicFile file(machinePath);
-    forEachRow(result, progress, [&](qint64 row) {
+    forEachRow(result, order, progress, [&](qint64 row) {
         QString line = u"|"_s;
         for (int column = 0; column < result.columnCount(); ++column) {
             line += result.cellText(row, column).rightJustified(result.column(column).width) + u'|';
@@ -82,12 +84,13 @@ dao::CellFailures writeText(const QueryResult &result, const QString &machinePat
     return failures;
 }
 
-dao::CellFailures writeCsv(const QueryResult &result, const QString &machinePath, tarnwick::Progress *progress)
+dao::CellFailures writeCsv(const QueryResult &result, const ExportOrder &order, const QString &machinePath,
+                           tarnwick::Progress *progress)
 {
     dao::CellFailures failures;
     tarnwick::AtomicFile file(machinePath);
     file.write(csvLine(columnNames(result)).toUtf8());
-    forEachRow(result, progress, [&](qint64 row) {
+    forEachRow(result, order, progress, [&](qint64 row) {
         const QList<dao::Value> values = valuesOf(result, row);
         countFailures(values, failures);
         QStringList cells;
@@ -100,11 +103,12 @@ dao::CellFailures writeCsv(const QueryResult &result, const QString &machinePath
     return failures;
 }
 
-dao::CellFailures writeXlsx(const QueryResult &result, const QString &machinePath, tarnwick::Progress *progress)
+dao::CellFailures writeXlsx(const QueryResult &result, const ExportOrder &order, const QString &machinePath,
+                            tarnwick::Progress *progress)
 {
     dao::CellFailures failures;
     XlsxFile file(machinePath, columnNames(result), spreadsheetWidths(result));
-    forEachRow(result, progress, [&](qint64 row) {
+    forEachRow(result, order, progress, [&](qint64 row) {
         const QList<dao::Value> values = valuesOf(result, row);
         countFailures(values, failures);
         file.row(values);
@@ -128,25 +132,25 @@ std::optional<ExportForm> exportFormOf(const QString &path)
 }
 
 dao::CellFailures exportRows(const QueryResult &result, ExportForm form, const QString &machinePath,
-                             tarnwick::Progress *progress)
+                             tarnwick::Progress *progress, const ExportOrder &order)
 {
     switch (form) {
     case ExportForm::Csv:
-        return writeCsv(result, machinePath, progress);
+        return writeCsv(result, order, machinePath, progress);
     case ExportForm::Xlsx:
-        return writeXlsx(result, machinePath, progress);
+        return writeXlsx(result, order, machinePath, progress);
     case ExportForm::Text:
         break;
     }
-    return writeText(result, machinePath, progress);
+    return writeText(result, order, machinePath, progress);
 }
 
 bool exportResult(const QueryResult &result, const QString &machinePath, tarnwick::UserPrompts &prompts,
-                  tarnwick::Progress *progress)
+                  tarnwick::Progress *progress, const ExportOrder &order)
 {
     const auto write = [&] {
         const ExportForm form = exportFormOf(machinePath).value_or(ExportForm::Text);
-        const dao::CellFailures failures = exportRows(result, form, machinePath, progress);
+        const dao::CellFailures failures = exportRows(result, form, machinePath, progress, order);
         if (!failures.isEmpty())
             prompts.information(messages::kCellsFailed, failures.summary());
     };

@@ -1,5 +1,10 @@
 #include "TubeListing.h"
 
+#include "Messages.h"
+
+#include <dao/Recordset.h>
+#include <db/ReportRows.h>
+#include <tarnwick/Failures.h>
 #include <tarnwick/Format.h>
 
 namespace query {
@@ -33,6 +38,47 @@ QList<TubeListing> tubeListings(const ArvoOptions &options, const ellery::SteamG
     for (const ArvoOptions::TubeInfoTab &tab : options.tubeInfoTabs)
         listings.append({tab.name, macros.expand(tab.sql)});
     return listings;
+}
+
+bool readTubeReport(db::DatabaseSession &session, const QString &sql, brannock::Report &report)
+{
+    if (!db::checkConnected(session))
+        return false;
+    brannock::Report read;
+    const auto readRows = [&] {
+        dao::Recordset rows(session.database());
+        rows.open(dao::Recordset::Type::Dynaset, sql);
+        for (const db::ReportReader reader(rows); !rows.isEof(); rows.moveNext())
+            read.entries.append(reader.read());
+    };
+    if (!tarnwick::attempt(session.prompts(), readRows, messages::kExecute))
+        return false;
+    report = read;
+    return true;
+}
+
+QList<QStringList> indicationRows(const QList<brannock::TubeIndication> &indications)
+{
+    QList<QStringList> rows;
+    for (const brannock::TubeIndication &each : indications) {
+        const QString place =
+            each.landmark.isEmpty() ? QString() : each.landmark + tarnwick::format(u" %+.2f", double(each.offset));
+        rows.append({each.outage, each.defect, each.volts != 0 ? tarnwick::format(u"%.2f", each.volts) : QString(),
+                     each.voltsGrowth ? tarnwick::format(u"%+.2f", *each.voltsGrowth) : QString(),
+                     each.percent != 0 ? QString::number(each.percent) : QString(),
+                     each.percentGrowth ? tarnwick::format(u"%+d", *each.percentGrowth) : QString(), place});
+    }
+    return rows;
+}
+
+tarnwick::JTablePrintArg tubePrintLayout(const TubeListing &listing, bool isReport)
+{
+    using Layout = tarnwick::JTablePrintArg;
+    Layout layout = isReport ? Layout::forResults() : Layout();
+    layout.title = listing.title;
+    layout.sections[Layout::ReportHeader].text = tarnwick::format(u"%S\n\n%S", listing.title, listing.sql);
+    layout.sections[Layout::PageFooter].text = u"Page [CUR_PAGE] of [NUM_PAGE]"_s;
+    return layout;
 }
 
 const QStringList &tubeReportFields()

@@ -29,6 +29,17 @@ void TubeNotes::refresh()
     }
 }
 
+QStringList TubeNotes::repairs(int tube) const
+{
+    constexpr int kMostShown = 8;
+    return results::repairLines(m_session.database(), m_session.project().steamGen[tube].address, kMostShown);
+}
+
+QList<brannock::TubeIndication> TubeNotes::indications(int tube) const
+{
+    return m_history.indications(m_session.project().steamGen[tube].address);
+}
+
 QStringList TubeNotes::lines(int tube) const
 {
     const ellery::TubeAddress address = m_session.project().steamGen[tube].address;

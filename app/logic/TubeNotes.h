@@ -19,6 +19,9 @@ public:
     /// Reads the history file of the project if it was changed. Call after commands, not while the pointer moves: a
     /// large file takes seconds.
     void refresh();
+    /// Repairs of a tube as lines, and all its results in the history file.
+    QStringList repairs(int tube) const;
+    QList<brannock::TubeIndication> indications(int tube) const;
     /// tube: index in the component
     QStringList lines(int tube) const;
 

@@ -65,7 +65,8 @@ void JQueryWin::rebuild()
 bool JQueryWin::exportTo(const QString &machinePath)
 {
     tarnwick::ProgressDialog progress(this, u"Export Results"_s);
-    return exportResult(*m_result, machinePath, m_prompts, &progress);
+    const ExportOrder order{grid().rowCount(), [this](qint64 place) { return grid().sourceRow(int(place)); }};
+    return exportResult(*m_result, machinePath, m_prompts, &progress, order);
 }
 
 TablePrinting::Job JQueryWin::job(const tarnwick::JTablePrintArg &layout, const tarnwick::JMacro &macros,

@@ -32,7 +32,8 @@ public:
     /// Sum, mean, least, largest and number of the marked cells (MarkedCells::text()); empty for fewer than two.
     const QString &figures() const { return m_figures; }
 
-    /// Stores the rows in a file: text, or CSV or XLSX by its extension, in the order of the query. Shows progress with
+    /// Stores the rows in a file: text, or CSV or XLSX by its extension, in the order and with the
+    /// filter of the table. Shows progress with
     /// Cancel. A failure is reported (1063), and an existing file is then unchanged. Returns true if the file was
     /// stored.
     bool exportTo(const QString &machinePath);

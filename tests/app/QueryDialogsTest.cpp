@@ -1,10 +1,16 @@
 #include "DialogFixture.h"
 
+#include <brannock/gui/ReportEditor.h>
+#include <brannock/gui/TubesheetMap.h>
+#include <map/FillCommit.h>
+#include <plans/QueryFill.h>
+
 #include <query/dialogs/FormatInfoDlg.h>
 #include <query/dialogs/JParamDlg.h>
 #include <query/dialogs/JQueryWin.h>
 #include <query/dialogs/JSchemaInfoDlg.h>
 #include <query/dialogs/SQLOptionsDlg.h>
+#include <query/dialogs/TubeDlg.h>
 #include <query/QueryExecution.h>
 
 #include <QLineEdit>
@@ -245,6 +251,87 @@ TEST_F(QueryDialogsTest, TheSchemaIsShownAndNamesAreTaken)
     sql(u"DROP TABLE [my notes]"_s);
     EXPECT_FALSE(info.setTable(u"my notes"_s));
     EXPECT_EQ(said.entries().last().number, 1067);
+}
+
+TEST_F(QueryDialogsTest, ATubeShowsItsEntriesQueriesAndPastOutages)
+{
+    const ellery::SteamGen &steamGen = session().project().steamGen;
+    const ellery::TubeAddress tube = steamGen[3].address;
+    sql(u"UPDATE report SET sec = %1, row = %2, col = %3 WHERE pcnt > 40"_s.arg(tube.sec).arg(tube.row).arg(tube.col));
+    query::ArvoOptions options = session().options();
+    options.tubeInfoTabs = {
+        {u"Deep"_s, u"SELECT row, col, pcnt FROM report WHERE row = [ROW] AND col = [COL] AND pcnt > 60"_s},
+        {u"Wrong"_s, u"SELECT nothing FROM nowhere"_s}};
+    query::TubeDlg::Setup setup{session().database(), context(), options, steamGen, tube};
+    setup.repairs = {u"Plug, R12, scheduled 05/06/2024"_s};
+    brannock::TubeIndication past;
+    past.outage = u"R11"_s;
+    past.defect = u"WAR"_s;
+    past.percent = 30;
+    past.percentGrowth = 5;
+    past.landmark = u"AV2"_s;
+    past.offset = 0.5F;
+    setup.indications = {past};
+    query::TubeDlg dialog(setup);
+    picture(dialog, u"tube"_s);
+    EXPECT_EQ(dialog.windowTitle(), u"Tube - " + steamGen.tubeName(tube));
+    EXPECT_EQ(dialog.findChild<brannock::ReportEditor *>()->report().numEntry(), 10);
+    choose(dialog, u"Report Query ..."_s);
+    EXPECT_TRUE(said.entries().last().text.startsWith(u"Report Query\n\nSELECT *\nFROM report\nWHERE sec="));
+    auto *tabs = dialog.findChild<QTabWidget *>(u"tabs"_s);
+    tabs->setCurrentIndex(1);
+    EXPECT_EQ(qobject_cast<query::JQueryWin *>(tabs->widget(1))->grid().rowCount(), 5);
+    EXPECT_EQ(dialog.findChild<QLabel *>(u"message"_s)->text(), u"5 Entries");
+    choose(dialog, u"Deep Query ..."_s);
+    EXPECT_TRUE(
+        said.entries().last().text.endsWith(u"row = %1 AND col = %2 AND pcnt > 60"_s.arg(tube.row).arg(tube.col)));
+    tabs->setCurrentIndex(2);
+    EXPECT_EQ(said.entries().last().number, 1062);
+    tabs->setCurrentIndex(3);
+    const tarnwick::GridSource &history = *dialog.findChild<tarnwick::JTableWin *>(u"history"_s)->grid().source();
+    EXPECT_EQ(history.text(0, 4) + history.text(0, 5) + history.text(0, 6), u"30+5AV2 +0.50");
+    EXPECT_NE(query::tubePrintLayout({u"Deep"_s, u"SELECT"_s}, false).sections[1].text, u"");
+
+    bool isShown = false;
+    inNext<query::TubeDlg>([&](query::TubeDlg &opened) {
+        isShown = opened.windowTitle().endsWith(steamGen.tubeName(tube));
+        opened.reject();
+    });
+    Q_EMIT window.map().tubeActivated(3);
+    EXPECT_TRUE(isShown);
+}
+
+TEST_F(QueryDialogsTest, AResultIsMarkedOnTheMapAsItStands)
+{
+    query::QueryDocument document;
+    document.name = u"queries\\deep.qry"_s;
+    document.sql = u"SELECT sec, row, col FROM report ORDER BY pcnt"_s;
+    query::QueryResult result(session().database(), context());
+    map::MapDocument &map = session().map();
+    const auto commit = [&](int place) {
+        return map::commitQueryFill(map, session().fillRunner(), place, document, result);
+    };
+    EXPECT_FALSE(commit(-1));
+    EXPECT_EQ(said.entries().last().number, 1092);
+    const ellery::TubeAddress tube = session().project().steamGen[3].address;
+    sql(u"UPDATE report SET sec = %1, row = %2, col = %3"_s.arg(tube.sec).arg(tube.row).arg(tube.col));
+    sql(u"UPDATE report SET row = 999 WHERE pcnt = 4"_s);
+    ASSERT_TRUE(result.run(document.name, document.sql));
+    said.answerWith({Answer::Cancel, Answer::Ok});
+    EXPECT_FALSE(commit(-1));
+    EXPECT_EQ(result.colours(0), plans::QueryFill::kInvalidColours);
+    EXPECT_EQ(result.colours(1), tarnwick::RowColours());
+    sql(u"UPDATE report SET row = %1"_s.arg(tube.row));
+    ASSERT_TRUE(result.run(document.name, document.sql));
+    const int before = map.count();
+    EXPECT_TRUE(commit(-1));
+    ASSERT_EQ(map.count(), before + 1);
+    EXPECT_EQ(map.entry(before).label.trimmed(), u"deep.qry");
+    EXPECT_EQ(map.entry(before).tubes, QList<qint32>{3});
+    document.name = u"queries\\other.qry"_s;
+    EXPECT_TRUE(commit(before));
+    EXPECT_EQ(map.count(), before + 1);
+    EXPECT_EQ(map.entry(before).label.trimmed(), u"other.qry");
 }
 
 } // namespace app

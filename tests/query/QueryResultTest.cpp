@@ -295,6 +295,8 @@ TEST_F(QueryResultTest, ExportsRowsInTheirWidths)
     const QString file = folder.path(u"temp/out.txt"_s);
     EXPECT_TRUE(query::exportResult(result, file, prompts));
     EXPECT_EQ(folder.read(u"temp/out.txt"_s), "|  1| 10|longer than its width|\n|  2| 20|longer than its width|\n");
+    EXPECT_TRUE(query::exportResult(result, file, prompts, nullptr, {1, [](qint64) { return 1; }})) << "as shown";
+    EXPECT_EQ(folder.read(u"temp/out.txt"_s), "|  2| 20|longer than its width|\n");
 
     run(u"SELECT row, 1 / (row - 2) AS part FROM tubes WHERE row < 3 ORDER BY row"_s);
     EXPECT_EQ(result.cellTip(0, 1) + u'|' + result.cellTip(1, 1), u"|11: Division by zero."_s);
