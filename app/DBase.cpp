@@ -142,8 +142,8 @@ void DBase::makeCommands()
     m_results = std::make_unique<ResultCommands>(*m_session, this);
     m_queries = std::make_unique<QueryCommands>(*m_session, this);
     m_tubes = std::make_unique<TubeCommands>(*m_session, m_notes, this);
-    setFileDialogs(&m_systemDialogs);
     m_fills = std::make_unique<FillCommands>(*m_session, *m_map, *m_side, this);
+    setFileDialogs(&m_systemDialogs);
     m_legend = new LegendPart(m_session->map(), m_session->fillRunner(), *m_fills, *m_side, m_runner, this);
     m_view =
         std::make_unique<ViewCommands>(*m_session, ViewCommands::Parts{*this, *m_map, *m_side, *m_mainBar, *m_viewBar,
@@ -210,6 +210,7 @@ void DBase::setFileDialogs(tarnwick::FileDialogs *dialogs)
     m_commands->setFileDialogs(dialogs);
     m_results->setFileDialogs(dialogs);
     m_queries->setFileDialogs(dialogs);
+    m_fills->setFileDialogs(dialogs);
 }
 
 bool DBase::openProject(const QString &folder)

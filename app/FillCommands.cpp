@@ -13,6 +13,7 @@
 #include <brannock/gui/ChooseSymbolDlg.h>
 #include <brannock/gui/TubesheetMap.h>
 #include <map/dialogs/FillDialogs.h>
+#include <map/dialogs/QueryFillDlg.h>
 #include <map/FillCommit.h>
 #include <map/FillPreview.h>
 #include <map/LegendCommands.h>
@@ -21,11 +22,15 @@
 #include <query/QueryDocument.h>
 #include <tarnwick/CommandHandlers.h>
 #include <tarnwick/Failures.h>
+#include <tarnwick/gui/FileDialogs.h>
 #include <tarnwick/gui/Guarded.h>
 
 #include <QScopeGuard>
 
 namespace app {
+
+/// The kind whose dialog is the SQL editor.
+static const QString kQueryKey = QStringLiteral("QUERY");
 
 static map::FillDialogContext dialogContext(ProjectSession &session, MapPane &map, QWidget *parent)
 {
@@ -48,8 +53,19 @@ void FillCommands::bind(tarnwick::CommandHandlers &handlers)
 
 void FillCommands::make(const QString &key)
 {
-    if (map::openNewFill(dialogContext(m_session, m_map, m_parent), key))
+    const bool isQuery = key == kQueryKey;
+    if (isQuery ? openQueryFill(-1) : map::openNewFill(dialogContext(m_session, m_map, m_parent), key))
         m_panel.legendView().setCurrentEntry(m_session.map().count() - 1);
+}
+
+bool FillCommands::openQueryFill(int place)
+{
+    if (!db::checkConnected(m_session.database()))
+        return false;
+    map::QueryFillDlg dialog({m_session.map(), m_session.fillRunner(), m_session.roots()}, place,
+                             map::QueryFillDlg::editorSetup(m_session.database(), m_session.queryContext(),
+                                                            m_session.project().steamGen, *m_dialogs, m_parent));
+    return dialog.exec() == QDialog::Accepted;
 }
 
 bool FillCommands::addQueryFile(const QString &machinePath)
@@ -67,7 +83,9 @@ void FillCommands::edit(int place)
     if (!has(place))
         return;
     const plans::MapFill &fill = m_session.map().entry(place);
-    if (map::hasFillDialog(fill.typeKey))
+    if (fill.typeKey == kQueryKey)
+        openQueryFill(place);
+    else if (map::hasFillDialog(fill.typeKey))
         map::openFill(dialogContext(m_session, m_map, m_parent), place);
     else
         m_session.prompts().status(messages::kNoFillDialog, fill.label.trimmed());

@@ -7,6 +7,10 @@ namespace tarnwick {
 class CommandHandlers;
 }
 
+namespace tarnwick {
+class FileDialogs;
+}
+
 namespace app {
 
 class MapPane;
@@ -26,6 +30,8 @@ public:
     {
     }
 
+    /// The dialogs that ask for files; must outlive this object.
+    void setFileDialogs(tarnwick::FileDialogs *dialogs) { m_dialogs = dialogs; }
     /// Binds the commands of all kinds of fills.
     void bind(tarnwick::CommandHandlers &handlers);
     /// Opens the dialog of a kind of fills. A new entry becomes the legend's current one.
@@ -38,11 +44,14 @@ public:
 
 private:
     bool has(int place) const;
+    /// place: -1 for a new fill. Returns true if it was added or changed.
+    bool openQueryFill(int place);
 
     ProjectSession &m_session;
     MapPane &m_map;
     SidePanel &m_panel;
     QWidget *m_parent;
+    tarnwick::FileDialogs *m_dialogs = nullptr;
 };
 
 } // namespace app

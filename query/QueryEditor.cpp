@@ -54,6 +54,20 @@ void QueryEditor::openNamed(const QString &name)
         fetch(name);
 }
 
+void QueryEditor::openDocument(const QueryDocument &document)
+{
+    m_document = document;
+    show(false);
+    m_view.queriesChanged();
+    resetVersions();
+}
+
+const QueryDocument &QueryEditor::currentDocument()
+{
+    m_view.collect(m_document);
+    return m_document;
+}
+
 void QueryEditor::storeOptions()
 {
     tarnwick::storeOptions(m_options, roots(), prompts());

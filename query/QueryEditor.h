@@ -35,7 +35,12 @@ public:
     /// Opens this query in place of the present one; a name without a query is left alone.
     void openNamed(const QString &name);
 
+    /// Shows this query in place of the present one.
+    void openDocument(const QueryDocument &document);
+
     const QueryDocument &document() const { return m_document; }
+    /// The query as it is in the window now.
+    const QueryDocument &currentDocument();
     SQLOptions &options() { return m_options; }
     void storeOptions();
     QueryResult &result() { return m_result; }

@@ -143,7 +143,7 @@ constexpr CommandRow kRows[] = {
 
     // One button for each kind of fill in registration order, then the other buttons of the program.
     {MakeRandomFill, u"RANDOM", u"Mark a random sample of the tubes", When::Project, nullptr, u"fillRANDOM"},
-    {MakeQueryFill, u"QUERY", u"Mark the tubes that a query returns", When::Later, nullptr, u"fillQUERY"},
+    {MakeQueryFill, u"QUERY", u"Mark the tubes that a query returns", When::Project, nullptr, u"fillQUERY"},
     {MakeListFill, u"LIST", u"Mark the tubes of a list", When::Later, nullptr, u"fillLIST"},
     {MakeBoxFill, u"BOX", u"Mark the tubes around the selected ones", When::Project, nullptr, u"fillBOX"},
     {MakePatternFill, u"PATTERN", u"Mark a regular pattern of rows and columns", When::Project, nullptr,

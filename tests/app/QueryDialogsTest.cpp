@@ -2,6 +2,7 @@
 
 #include <brannock/gui/ReportEditor.h>
 #include <brannock/gui/TubesheetMap.h>
+#include <map/dialogs/QueryFillDlg.h>
 #include <map/FillCommit.h>
 #include <plans/QueryFill.h>
 
@@ -9,6 +10,7 @@
 #include <query/dialogs/JParamDlg.h>
 #include <query/dialogs/JQueryWin.h>
 #include <query/dialogs/JSchemaInfoDlg.h>
+#include <query/dialogs/QueryPage.h>
 #include <query/dialogs/SQLOptionsDlg.h>
 #include <query/dialogs/TubeDlg.h>
 #include <query/QueryExecution.h>
@@ -332,6 +334,35 @@ TEST_F(QueryDialogsTest, AResultIsMarkedOnTheMapAsItStands)
     EXPECT_TRUE(commit(before));
     EXPECT_EQ(map.count(), before + 1);
     EXPECT_EQ(map.entry(before).label.trimmed(), u"other.qry");
+}
+
+TEST_F(QueryDialogsTest, TheDialogOfAQueryFillMapsItsResult)
+{
+    const ellery::TubeAddress tube = session().project().steamGen[3].address;
+    sql(u"UPDATE report SET sec = %1, row = %2, col = %3"_s.arg(tube.sec).arg(tube.row).arg(tube.col));
+    const int before = session().map().count();
+    const auto open = [&](int place) {
+        return std::make_unique<map::QueryFillDlg>(
+            map::FillEditorContext{session().map(), session().fillRunner(), session().roots()}, place,
+            map::QueryFillDlg::editorSetup(session().database(), context(), session().project().steamGen, dialogs,
+                                           &window));
+    };
+    {
+        const auto dialog = open(-1);
+        dialog->show();
+        dialog->accept();
+        EXPECT_TRUE(dialog->isVisible());
+        EXPECT_EQ(said.entries().last().number, 1092);
+        dialog->page().sql().setSql(u"SELECT sec, row, col FROM report"_s);
+        dialog->execute();
+        said.answerWith({Answer::No}); // the text is not stored as a query
+        dialog->accept();
+        EXPECT_FALSE(dialog->isVisible());
+    }
+    ASSERT_EQ(session().map().count(), before + 1);
+    EXPECT_EQ(session().map().entry(before).tubes, QList<qint32>{3});
+    const auto dialog = open(before);
+    EXPECT_EQ(dialog->page().sql().sql(), u"SELECT sec, row, col FROM report");
 }
 
 } // namespace app
