@@ -14,6 +14,7 @@ inline constexpr Message kFileNumberNotValid{0, u"Current file number=%d is not 
 inline constexpr Message kFileSelected{0, u"Selected file %d."};
 inline constexpr Message kPrintFailed{0, u"Could not print."};
 inline constexpr Message kPrintCutCells{0, u"%D cells were cut, since their columns are too narrow for their texts."};
+inline constexpr Message kNoRowsSelected{0, u"No rows are selected."};
 inline constexpr Message kStoredPdf{0, u"Stored \"%S\"."};
 
 } // namespace tarnwick::messages

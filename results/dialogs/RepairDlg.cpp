@@ -303,11 +303,8 @@ void RepairDlg::showRows(int place)
     if (m_list.visible() == m_shown) {
         m_table->grid().noteAllChanged();
     } else {
-        const QList<GridModel::SortKey> keys = m_table->grid().sortKeys();
         m_shown = m_list.visible();
-        m_table->reload();
-        if (!keys.isEmpty())
-            m_table->grid().sortBy(keys);
+        m_table->refreshRows();
     }
     const auto row = int(std::lower_bound(m_shown.begin(), m_shown.end(), place) - m_shown.begin());
     if (!m_shown.isEmpty())

@@ -56,6 +56,12 @@ void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, 
         box.rect.moveCenter(option.rect.center());
         box.state = QStyle::State_Enabled | (shown.isEmpty() ? QStyle::State_Off : QStyle::State_On);
         option.widget->style()->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, option.widget);
+        // The frame of some styles cannot be seen on a dark or coloured row.
+        QColor frame = text;
+        frame.setAlphaF(0.5F);
+        painter->setPen(frame);
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRect(box.rect.adjusted(0, 0, -1, -1));
     } else if (!shown.isEmpty()) {
         const int around = margin(option.fontMetrics);
         const QRect room = option.rect.adjusted(around, 0, -around, 0);

@@ -100,9 +100,17 @@ TablePrint TablePrinting::pages(const Job &job, Rows rows)
     return pages;
 }
 
+bool TablePrinting::hasRows(const Job &job, Rows rows)
+{
+    if (rows != Rows::Selected || !job.table.selectedSourceRows().isEmpty())
+        return true;
+    m_prompts.information(messages::kNoRowsSelected);
+    return false;
+}
+
 bool TablePrinting::print(const Job &job, Rows rows)
 {
-    return choosePrinter(job) && printPages(job, rows);
+    return hasRows(job, rows) && choosePrinter(job) && printPages(job, rows);
 }
 
 bool TablePrinting::printPages(const Job &job, Rows rows)
@@ -130,6 +138,8 @@ bool TablePrinting::report(const std::function<qint64()> &print)
 
 bool TablePrinting::preview(const Job &job, Rows rows)
 {
+    if (!hasRows(job, rows))
+        return false;
     const TablePrint all = pages(job, rows);
     const auto storeAs = [&] {
         const QString path = choosePdf(m_parent, job.name);

@@ -40,6 +40,8 @@ public:
 
 private:
     QPrinter &printer();
+    /// Returns false after telling that no rows are selected.
+    bool hasRows(const Job &job, Rows rows);
     bool choosePrinter(const Job &job);
     void keepChoice();
     TablePrint pages(const Job &job, Rows rows);

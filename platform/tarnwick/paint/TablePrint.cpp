@@ -118,7 +118,8 @@ void TablePrint::arrange()
     const auto rows = [this](double room) { return std::max(0, int(room / m_rowHeight)); };
     m_otherRows = rows(m_area.height() - everywhere);
     m_firstRows = rows(m_area.height() - everywhere - onFirst);
-    m_hasRoom = m_otherRows > 0 && m_area.width() >= kLeastWidth;
+    const bool fitsOnFirst = everywhere - m_rowHeight + onFirst <= m_area.height();
+    m_hasRoom = m_otherRows > 0 && fitsOnFirst && m_area.width() >= kLeastWidth;
     if (!m_hasRoom) // each page gets one row, so that paging terminates
         m_otherRows = m_firstRows = 1;
     const int further = std::max(0, m_rows.count - m_firstRows);
