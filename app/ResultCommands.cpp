@@ -3,6 +3,7 @@
 #include <app/logic/ProjectSession.h>
 #include <app/logic/WindowCommandTable.h>
 
+#include <conversion/dialogs/ReportConvDlg.h>
 #include <map/FillCommit.h>
 #include <plans/ListFill.h>
 #include <results/dialogs/PalomineHistoryDlg.h>
@@ -18,6 +19,7 @@ void ResultCommands::bind(tarnwick::CommandHandlers &handlers)
 {
     handlers.bind(UploadReports, [this] { uploadReports(); });
     handlers.bind(CreateHistory, [this] { showHistory(); });
+    handlers.bind(ConvertReports, [this] { convertReports(); });
     handlers.bind(Repairs, [this] { showRepairs(); });
 }
 
@@ -28,6 +30,16 @@ void ResultCommands::uploadReports()
                                      .files = *m_dialogs,
                                      .printMacros = [this] { return m_session.printMacros(); },
                                      .parent = m_parent});
+    dialog.exec();
+}
+
+void ResultCommands::convertReports()
+{
+    conversion::ReportConvDlg dialog({.prompts = m_session.prompts(),
+                                      .project = m_session.project(),
+                                      .files = *m_dialogs,
+                                      .printMacros = [this] { return m_session.printMacros(); },
+                                      .parent = m_parent});
     dialog.exec();
 }
 

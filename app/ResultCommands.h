@@ -13,7 +13,7 @@ namespace app {
 
 class ProjectSession;
 
-/// The commands of the inspection results: upload of reports, repairs, history.
+/// The commands of the inspection results: upload and conversion of reports, repairs, history.
 class ResultCommands
 {
 public:
@@ -29,6 +29,7 @@ public:
 
 private:
     void uploadReports();
+    void convertReports();
     void showHistory();
     void showRepairs();
     /// Adds an entry with these tubes to the legend.

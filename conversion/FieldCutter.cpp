@@ -29,11 +29,12 @@ static QString quotedValue(QStringView line, qsizetype &i)
     return value;
 }
 
-QStringList splitCommaDelimited(QStringView line)
+QList<DelimitedValue> splitCommaDelimited(QStringView line)
 {
-    QStringList values;
+    QList<DelimitedValue> values;
     qsizetype i = 0;
     for (;;) {
+        const qsizetype start = i;
         while (i < line.size() && line[i].isSpace())
             ++i;
         QString value;
@@ -42,11 +43,18 @@ QStringList splitCommaDelimited(QStringView line)
         const qsizetype comma = line.indexOf(u',', i);
         const qsizetype end = comma < 0 ? line.size() : comma;
         value += line.sliced(i, end - i); // text between the closing quote and the next comma: not valid, but kept
-        values.append(value.trimmed());
+        values.append({value.trimmed(), start, end});
         if (comma < 0)
             return values;
         i = comma + 1;
     }
+}
+
+int valueAt(QStringView line, qsizetype column)
+{
+    const QList<DelimitedValue> values = splitCommaDelimited(line);
+    const auto found = std::find_if(values.begin(), values.end(), [column](const auto &v) { return column <= v.end; });
+    return int(std::min(found - values.begin(), values.size() - 1));
 }
 
 // Most values repeat from line to line. If the old text is kept, all entries share its memory.
@@ -78,11 +86,11 @@ void FieldCutter::cutFixed(QStringView line)
 
 void FieldCutter::cutDelimited(QStringView line)
 {
-    const QStringList values = splitCommaDelimited(line);
+    const QList<DelimitedValue> values = splitCommaDelimited(line);
     for (int i = 0; i < m_spec.reportFields.size(); ++i) {
         ConvField &field = m_spec.reportFields[i];
         if (field.firstColumn >= 0 && field.firstColumn < values.size())
-            setValue(field, values[field.firstColumn]);
+            setValue(field, values[field.firstColumn].text);
         else
             m_missed.append(i);
     }

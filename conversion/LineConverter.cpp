@@ -35,9 +35,9 @@ LineConverter::LineConverter(const brannock::Project &project, ReportConvSpec &s
 {
 }
 
-void LineConverter::remark(const QString &text)
+void LineConverter::remark(const QString &text, const QString &kind)
 {
-    m_remarks.add(m_file, m_number, text);
+    m_remarks.add(m_file, m_number, text, kind);
 }
 
 ReportEntry LineConverter::convert(int number, QStringView line)
@@ -234,7 +234,7 @@ void LineConverter::applyCommentField(ConvField &field, QStringView line)
         if (const auto time = tarnwick::JDateTime::parse(field.value))
             m_prompts.dateTime = *time;
         else
-            remark(u"\"%1\" is not a date and time"_s.arg(field.value));
+            remark(u"\"%1\" is not a date and time"_s.arg(field.value), u"not a date"_s);
         break;
     }
 }
@@ -262,7 +262,7 @@ void LineConverter::remarkOnAddress(const ReportEntry &entry)
             unreadable.append(u"%1 \"%2\""_s.arg(reportFieldKeyword(field.type), field.value));
     }
     if (readable > 0 && !unreadable.isEmpty())
-        remark(u"treated as a header line; not a number: %1"_s.arg(unreadable.join(u", "_s)));
+        remark(u"treated as a header line; not a number: %1"_s.arg(unreadable.join(u", "_s)), u"not a number"_s);
 }
 
 void LineConverter::remarkOnResult(const ReportEntry &entry)
@@ -275,10 +275,10 @@ void LineConverter::remarkOnResult(const ReportEntry &entry)
                 fields.append(u"%1 \"%2\""_s.arg(reportFieldKeyword(field.type), field.value));
         }
         if (!fields.isEmpty())
-            remark(u"too short; an earlier value is used for %1"_s.arg(fields.join(u", "_s)));
+            remark(u"too short; an earlier value is used for %1"_s.arg(fields.join(u", "_s)), u"short line"_s);
     }
     for (const QString &text : std::as_const(m_lineRemarks))
-        remark(text);
+        remark(text, u"not a number"_s);
     remarkOnLocations(entry);
     const ellery::SteamGen &steamGen = m_project.steamGen;
     const ellery::TubeAddress address = entry.address();
@@ -287,7 +287,7 @@ void LineConverter::remarkOnResult(const ReportEntry &entry)
         const QString name = address.row == entry.row
                                  ? steamGen.tubeName(address)
                                  : u"SEC %1 ROW %2 COL %3"_s.arg(entry.sec).arg(entry.row).arg(entry.col);
-        remark(u"%1 does not exist in %2"_s.arg(name, steamGen.name));
+        remark(u"%1 does not exist in %2"_s.arg(name, steamGen.name), kUnknownTube);
     }
 }
 
@@ -299,7 +299,8 @@ void LineConverter::remarkOnLocations(const ReportEntry &entry)
     for (const auto &[name, location] : locations) {
         if (location->landmark.isEmpty() && (location->offset != 0 || location->point != 0)) {
             remark(tarnwick::format(u"the %S has no landmark; its offset %g and data point %d are not stored", name,
-                                    double(location->offset), location->point));
+                                    double(location->offset), location->point),
+                   kNoLandmark);
         }
     }
 }

@@ -30,7 +30,7 @@ private:
     double number(const ConvField &field);
     brannock::ReportEntry headerEntry(QStringView line);
     void applyCommentField(ConvField &field, QStringView line);
-    void remark(const QString &text);
+    void remark(const QString &text, const QString &kind);
     void remarkOnAddress(const brannock::ReportEntry &entry);
     void remarkOnResult(const brannock::ReportEntry &entry);
     void remarkOnLocations(const brannock::ReportEntry &entry);

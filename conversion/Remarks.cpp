@@ -20,11 +20,11 @@ void Remarks::clear()
     m_count = 0;
 }
 
-void Remarks::add(const QString &file, int line, const QString &text)
+void Remarks::add(const QString &file, int line, const QString &text, const QString &kind)
 {
     ++m_count;
     if (m_kept.size() < kMostKept)
-        m_kept.append({file, line, text});
+        m_kept.append({file, line, text, kind});
 }
 
 } // namespace conversion

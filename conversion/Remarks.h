@@ -4,12 +4,17 @@
 
 namespace conversion {
 
+// Kinds of remarks that a check of the finished entries finds, too.
+inline const QString kUnknownTube = QStringLiteral("unknown tube");
+inline const QString kNoLandmark = QStringLiteral("no landmark");
+
 /// A remark on a converted text, for the reader of the report. It does not change the conversion.
 struct Remark
 {
     QString file;
     int line = 0; ///< from 1; 0: the whole file
     QString text;
+    QString kind; ///< a few words: "short line"
 
     /// "file, line 12: text"
     QString toString() const;
@@ -23,7 +28,7 @@ public:
     static constexpr int kMostKept = 1000;
 
     void clear();
-    void add(const QString &file, int line, const QString &text);
+    void add(const QString &file, int line, const QString &text, const QString &kind);
     const QList<Remark> &kept() const { return m_kept; }
     int count() const { return m_count; }
     bool isEmpty() const { return m_count == 0; }

@@ -12,6 +12,7 @@ struct ConversionPrompts
 {
     static constexpr qint32 kLeastCal = 1;
     static constexpr qint32 kMostCal = 999;
+    static bool isCal(int number) { return number >= kLeastCal && number <= kMostCal; }
 
     qint32 cal = 1;
     qint32 leg = 1; ///< 0 outlet, 1 inlet; only kept between runs, not written to entries

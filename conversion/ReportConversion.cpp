@@ -58,8 +58,9 @@ void ReportConversion::convert(const TextSource &text, tarnwick::Progress *progr
     restoring.dismiss();
 }
 
-static QString pathPart(const QFileInfo &file, int part)
+QString ReportConversion::pathPart(const QString &machinePath, int part)
 {
+    const QFileInfo file(QFileInfo(machinePath).absoluteFilePath());
     switch (FilenamePart(part)) {
     case FilenamePart::Directory:
         return file.dir().dirName();
@@ -78,22 +79,22 @@ void ReportConversion::applyCal(const QString &value, const QString &machinePath
     constexpr int kLeast = ConversionPrompts::kLeastCal;
     constexpr int kMost = ConversionPrompts::kMostCal;
     const int cal = tarnwick::leadingInteger(value);
-    const bool isUsable = cal >= kLeast && cal <= kMost;
+    const bool isUsable = ConversionPrompts::isCal(cal);
     if (isUsable)
         prompts.cal = cal;
     if (!isUsable || !tarnwick::string_to_value<qint32>(value)) {
         remarks.add(
             machinePath, 0,
             tarnwick::format(u"the cal \"%S\" of the file's path is not a whole number from %d to %d; %d is used",
-                             value, kLeast, kMost, prompts.cal));
+                             value, kLeast, kMost, prompts.cal),
+            u"cal of the file name"_s);
     }
 }
 
 void ReportConversion::applyFilenameFields(const QString &machinePath, Remarks &remarks)
 {
-    const QFileInfo file(QFileInfo(machinePath).absoluteFilePath());
     for (ConvField &field : spec.filenameFields)
-        field.value = cutColumns(pathPart(file, field.part), field.firstColumn, field.lastColumn).toString();
+        field.value = cutColumns(pathPart(machinePath, field.part), field.firstColumn, field.lastColumn).toString();
     for (const ConvField &field : std::as_const(spec.filenameFields)) {
         switch (FilenameFieldType(field.type)) {
         case FilenameFieldType::Cal:
@@ -127,12 +128,13 @@ tarnwick::SuitePath ReportConversion::target() const
     return tarnwick::SuitePath(u"reports\\"_s + tarnwick::validFileName(name));
 }
 
-void ReportConversion::fillMissing()
+brannock::Report ReportConversion::filled(const brannock::Report &report) const
 {
+    brannock::Report whole = report;
     const tarnwick::JDateTime time = prompts.dateTime.isNull() ? tarnwick::JDateTime::now() : prompts.dateTime;
     const QString outage = m_project.outageName();
     const auto isIncomplete = [](const fenwright::UserInfo &user) { return !user.isValid(); };
-    for (ReportEntry &entry : m_report.entries) {
+    for (ReportEntry &entry : whole.entries) {
         if (entry.isHeader())
             continue;
         if (entry.calNumber < 0)
@@ -156,6 +158,7 @@ void ReportConversion::fillMissing()
         if (entry.entryTime.isNull())
             entry.entryTime = time;
     }
+    return whole;
 }
 
 StoreResult ReportConversion::store(tarnwick::UserPrompts &user)
@@ -165,7 +168,7 @@ StoreResult ReportConversion::store(tarnwick::UserPrompts &user)
     if (QFileInfo::exists(machinePath) &&
         user.question(tarnwick::Buttons::YesNo, messages::kOverwrite, path.text()) != tarnwick::Answer::Yes)
         return StoreResult::Declined;
-    fillMissing();
+    m_report = filled(m_report);
     m_report.storeReport(machinePath, 1);
     m_report.path = machinePath;
     user.status(messages::kStored, path.text());

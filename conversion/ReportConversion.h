@@ -46,9 +46,13 @@ public:
     /// none. Entries may have been added, removed or edited.
     static int lineOfEntry(const brannock::Report &report, int entry);
     static int entryOfLine(const brannock::Report &report, int line);
+    /// The part of a text's path that filename fields cut.
+    static QString pathPart(const QString &machinePath, int part);
 
     /// "reports\00012_PRI.rep": the cal with five digits and the operation type.
     tarnwick::SuitePath target() const;
+    /// A report as it would be stored: missing members of the entries are filled from the prompts and the project.
+    brannock::Report filled(const brannock::Report &report) const;
     /// Fills missing members of the entries from the prompts and the project, and writes the report. Asks before it
     /// overwrites a file; any answer except Yes stores nothing. Throws tarnwick::FileError.
     StoreResult store(tarnwick::UserPrompts &user);
@@ -57,7 +61,6 @@ private:
     void convert(const TextSource &text, tarnwick::Progress *progress);
     void applyFilenameFields(const QString &machinePath, Remarks &remarks);
     void applyCal(const QString &value, const QString &machinePath, Remarks &remarks);
-    void fillMissing();
 
     const brannock::Project &m_project;
     TextSource m_text;

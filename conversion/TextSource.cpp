@@ -1,5 +1,6 @@
 #include "TextSource.h"
 
+#include <QFile>
 #include <tarnwick/FileWriter.h>
 #include <tarnwick/TextDecoding.h>
 
@@ -27,6 +28,21 @@ TextSource::TextSource(const QString &name, const QByteArray &content)
     while (m_text.endsWith(u'\x1a'))
         m_text.chop(1);
     split();
+}
+
+TextSource TextSource::head(const QString &machinePath)
+{
+    constexpr qint64 kHeadBytes = 64 * 1024;
+    QFile file(machinePath);
+    if (!file.open(QFile::ReadOnly))
+        throw tarnwick::FileError(machinePath, 0, file.errorString());
+    QByteArray content = file.read(kHeadBytes);
+    const bool isCut = content.size() == kHeadBytes;
+    if (const qsizetype end = content.lastIndexOf('\n'); isCut && end > 0) {
+        const bool isHalf = tarnwick::isUtf16Text(content) && (end + 1) % 2 == 1;
+        content.truncate(end + 1 + (isHalf ? 1 : 0));
+    }
+    return {machinePath, content};
 }
 
 QStringView TextSource::line(int index) const

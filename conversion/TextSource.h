@@ -20,6 +20,8 @@ public:
     /// lines.
     explicit TextSource(const QString &machinePath);
     TextSource(const QString &name, const QByteArray &content);
+    /// The first lines of a file, to be shown at once while the whole is read. Throws like the constructor.
+    static TextSource head(const QString &machinePath);
 
     const QString &path() const { return m_path; }
     int lineCount() const { return int(m_lines.size()); }

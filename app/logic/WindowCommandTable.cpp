@@ -88,7 +88,7 @@ constexpr CommandRow kRows[] = {
      nullptr, nullptr, Checkable},
     {AdministrationTool, u"Vantreth ...", u"Start the suite's administration tool", When::Project},
     {ComponentMaker, u"Ossory ...", u"Start the suite's component maker", When::Project},
-    {ConvertReports, u"Convert Reports ...", u"Convert text reports of other systems into report files", When::Later},
+    {ConvertReports, u"Convert Reports ...", u"Convert text reports of other systems into report files", When::Project},
     {DesktopShortcut, u"Create Desktop Shortcut ...", u"Put a shortcut to this program on the desktop", When::Project},
     {ProjectInfo, u"&Project Info", u"Show site, component, outages and files of the project", When::Project},
     {About, u"&About ARVO", u"Show the program's name and revision"},

@@ -109,6 +109,11 @@ QList<EntryProblem> EntryCheck::problems(const ReportEntry &entry) const
     checkLocation(problems, entry, tube, entry.location, u"loc_land");
     checkLocation(problems, entry, tube, entry.from, u"from_land");
     checkLocation(problems, entry, tube, entry.to, u"to_land");
+    if (m_isFilledLater) {
+        problems.removeIf([](const EntryProblem &problem) {
+            return problem.kind == Kind::MissingCal || problem.kind == Kind::MissingAnalyst;
+        });
+    }
     return problems;
 }
 

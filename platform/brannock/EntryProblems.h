@@ -37,6 +37,8 @@ public:
         , m_defects(defects)
     {
     }
+    /// For entries whose cal, analyst and operator are filled in later if they are missing: that is no problem then.
+    void setIsFilledLater() { m_isFilledLater = true; }
     /// In the order of the report's columns. Header and standard entries have none. A component without tubes or
     /// landmarks is not checked against.
     QList<EntryProblem> problems(const ReportEntry &entry) const;
@@ -48,6 +50,7 @@ private:
 
     const ellery::SteamGen &m_steamGen;
     const DefectList &m_defects;
+    bool m_isFilledLater = false;
 };
 
 } // namespace brannock

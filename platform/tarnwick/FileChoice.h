@@ -11,6 +11,9 @@ struct FileChooserInfo
     const char16_t *extension; ///< with its dot; added to a name without a known one
     /// Filters of further kinds of files, separated by ";;"; null for none.
     const char16_t *moreFilters = nullptr;
+    /// Number of the filter, from 0, that is selected at first; receives that of the chosen file. Null: the one that
+    /// was used last.
+    int *filterIndex = nullptr;
 };
 
 /// Asks the user for files. Windows use FileDialogs, tests a script. Paths are machine paths; empty if nothing was

@@ -6,6 +6,7 @@
 #include <brannock/gui/ReportProblemsDlg.h>
 #include <results/Messages.h>
 #include <results/UploadRun.h>
+#include <tarnwick/gui/DroppedFiles.h>
 #include <tarnwick/gui/JTableWin.h>
 #include <tarnwick/gui/ProgressDialog.h>
 #include <tarnwick/OptionPrompts.h>
@@ -16,7 +17,6 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QSplitter>
-#include <QUrl>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
@@ -276,11 +276,7 @@ void ReportImportDlg::dragEnterEvent(QDragEnterEvent *event)
 
 void ReportImportDlg::dropEvent(QDropEvent *event)
 {
-    QStringList paths;
-    for (const QUrl &url : event->mimeData()->urls()) {
-        if (url.isLocalFile())
-            paths.append(url.toLocalFile());
-    }
+    const QStringList paths = tarnwick::droppedFiles(*event->mimeData());
     if (!paths.isEmpty())
         run([&] { openFiles(paths); });
 }

@@ -1,5 +1,6 @@
 #include "ConversionFixture.h"
 
+#include <conversion/ConversionCheck.h>
 #include <tarnwick/base/Progress.h>
 #include <tarnwick/FileWriter.h>
 
@@ -249,6 +250,29 @@ TEST_F(ConversionTest, CalsOfFileNamesAreCheckedLikeThoseOfAPrompt)
     }
     EXPECT_EQ(remarks(),
               QStringList{u"0: the cal \"cal\" of the file's path is not a whole number from 1 to 999; 5 is used"_s});
+}
+
+TEST_F(ConversionTest, ACheckFindsWhatStoringWouldDo)
+{
+    setFields({kSec, kRow, kCol, {Type::Code, 8, 10}});
+    conversion.prompts.operatorId = u"OP"_s;
+    ConversionCheck check(project);
+    convert(u"0 12  7 NDD\n0 99  7 NDD\n0 13\n"_s);
+    check.add(conversion, conversion.report());
+    brannock::Report edited = conversion.report();
+    edited.entries[1].row = 9;
+    check.add(conversion, edited);
+    check.addUnreadable(u"none.txt"_s, u"does not exist"_s);
+    QStringList found;
+    for (const brannock::FileOutcome &outcome : check.outcomes()) {
+        for (const brannock::ReportProblem &problem : outcome.problems)
+            found.append(u"%1/%2 %3 %4"_s.arg(problem.line).arg(problem.entry).arg(problem.field, problem.kind));
+        found.append(u"stored %1 of %2"_s.arg(outcome.stored).arg(outcome.entries));
+    }
+    EXPECT_EQ(found, (QStringList{u"3/3  short line"_s, u"1/1 analyst_id missing analyst"_s, u"2/2 row unknown tube"_s,
+                                  u"stored 3 of 3"_s, u"0/0  same report"_s, u"3/3  short line"_s,
+                                  u"1/1 analyst_id missing analyst"_s, u"stored 3 of 3"_s, u"0/0  cannot be read"_s,
+                                  u"stored 0 of 0"_s}));
 }
 
 TEST_F(ConversionTest, StoreFillsWhatIsMissing)

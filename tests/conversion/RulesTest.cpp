@@ -93,11 +93,16 @@ TEST(FieldCutterTest, ColumnsEndWithTheLine)
 
 TEST(FieldCutterTest, CommaDelimitedValuesMayStandInQuotes)
 {
-    const QStringList expected{u"1"_s, u"a, \"b\""_s, QString(), u"x y"_s, QString()};
-    EXPECT_EQ(splitCommaDelimited(u" 1 , \"a, \"\"b\"\"\" ,, x y,"), expected);
-    const QStringList open{u"1"_s, u"never, closed"_s};
-    EXPECT_EQ(splitCommaDelimited(u"1,\"never, closed"), open);
-    EXPECT_EQ(splitCommaDelimited(u""), QStringList{QString()});
+    const auto split = [](QStringView line) {
+        QStringList texts;
+        for (const DelimitedValue &value : splitCommaDelimited(line))
+            texts.append(value.text + u'@' + QString::number(value.start));
+        return texts;
+    };
+    EXPECT_EQ(split(u" 1 , \"a, \"\"b\"\"\" ,, x y,"),
+              (QStringList{u"1@0"_s, u"a, \"b\"@4"_s, u"@17"_s, u"x y@18"_s, u"@23"_s}));
+    EXPECT_EQ(split(u"1,\"never, closed"), (QStringList{u"1@0"_s, u"never, closed@2"_s}));
+    EXPECT_EQ(split(u""), QStringList{u"@0"_s});
 }
 
 TEST(TextSourceTest, TakesLinesOfEverySystem)

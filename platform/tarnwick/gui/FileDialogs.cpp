@@ -89,7 +89,10 @@ void FileDialogs::prepare(QFileDialog &dialog, const FileChooserInfo &chooser, c
         existing.append(folder);
     }
     dialog.setNameFilters(filters(chooser));
-    if (dialog.nameFilters().contains(last.filter))
+    const QString wanted = chooser.filterIndex ? dialog.nameFilters().value(*chooser.filterIndex) : QString();
+    if (!wanted.isEmpty())
+        dialog.selectNameFilter(wanted);
+    else if (dialog.nameFilters().contains(last.filter))
         dialog.selectNameFilter(last.filter);
     dialog.setDirectory(start);
     dialog.setHistory(existing);
@@ -110,6 +113,8 @@ QStringList FileDialogs::open(const FileChooserInfo &chooser, const QString &tit
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
     remember(chooser, dialog, dialog.selectedFiles().constFirst());
+    if (chooser.filterIndex)
+        *chooser.filterIndex = int(std::max<qsizetype>(0, dialog.nameFilters().indexOf(dialog.selectedNameFilter())));
     return dialog.selectedFiles();
 }
 
