@@ -35,6 +35,7 @@ QueryPage::QueryPage(const QueryEditor::Setup &setup, QueryResult &result, Table
     , m_problem(new QLabel)
     , m_table(new JQueryWin(setup.session, setup.context, mode, nullptr, &result))
     , m_run(new QLabel)
+    , m_waiting(new QLabel(u"Others wait"_s))
     , m_figures(new QLabel)
     , m_entries(new QLabel)
     , m_stop(new QPushButton(u"Stop"_s))
@@ -94,6 +95,10 @@ void QueryPage::makeStatusRow()
     m_run->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     m_figures->setObjectName(u"figures"_s);
     m_entries->setObjectName(u"entries"_s);
+    m_waiting->setObjectName(u"waiting"_s);
+    m_waiting->setToolTip(u"The database holds changes of this editor. Until OK or Cancel, other users and programs "
+                          "cannot change it."_s);
+    m_waiting->hide();
     m_stop->setObjectName(u"stopButton"_s);
     m_stop->setToolTip(u"Stop the statement that runs (Esc)"_s);
     m_stop->setAutoDefault(false);
@@ -104,6 +109,8 @@ void QueryPage::makeStatusRow()
     m_stop->hide();
     row->addWidget(m_stop);
     row->addWidget(m_run, 1);
+    row->addWidget(m_waiting);
+    row->addSpacing(fontMetrics().averageCharWidth() * 2);
     row->addWidget(m_figures);
     row->addSpacing(fontMetrics().averageCharWidth() * 2);
     row->addWidget(m_entries);
@@ -151,6 +158,8 @@ void QueryPage::check()
 {
     if (!m_setup.session.isOpen() || m_sql->hasPreview() || m_table->result().isPaused())
         return;
+    if (m_sql->isLong())
+        return;
     const SqlCheck check = SqlCheck::of(m_setup.session.database(), m_sql->sql());
     m_sql->markError(check.error ? check.error->part : TextPart(), check.error ? check.error->text : QString());
     m_problem->setText(check.error ? check.error->text.simplified() : QString());
@@ -161,10 +170,12 @@ void QueryPage::check()
 
 void QueryPage::showError(const dao::SourceRange &where)
 {
+    check(); // with the message, if the statement cannot be compiled
     const TextPart part = partOf(where, m_sql->sql());
     if (part.length == 0)
         return;
-    m_sql->markError(part, u"Line %1, column %2"_s.arg(where.line).arg(where.column));
+    if (!m_sql->hasError())
+        m_sql->markError(part, u"Line %1, column %2"_s.arg(where.line).arg(where.column));
     m_sql->moveCursor(part.start);
     m_sql->setFocus();
 }
@@ -192,7 +203,7 @@ QString QueryPage::valueOf(const QString &parameter) const
         if (const auto value = macros.value(macro))
             return *value;
     }
-    return {};
+    return m_setup.context.history.value(m_name, parameter).value_or(QString());
 }
 
 void QueryPage::showRun(const QString &text)
@@ -203,6 +214,11 @@ void QueryPage::showRun(const QString &text)
 void QueryPage::showEntries(const QString &text)
 {
     m_entries->setText(text);
+}
+
+void QueryPage::showTransaction(bool isOpen)
+{
+    m_waiting->setVisible(isOpen);
 }
 
 void QueryPage::setRunning(bool isRunning)

@@ -39,10 +39,14 @@ public:
     void refreshNames();
     /// Looks for the first error and the parameters of the text. Nothing is run, no box is shown.
     void check();
+    /// Name of the query, under which values of parameters are remembered.
+    void setQueryName(const QString &name) { m_name = name; }
     void showError(const dao::SourceRange &where);
     /// What runs ("2 of 3, 12,000 rows, 1.2 s") or has run; empty for nothing.
     void showRun(const QString &text);
     void showEntries(const QString &text);
+    /// Tells the user that others have to wait while changes are not committed.
+    void showTransaction(bool isOpen);
     void setRunning(bool isRunning);
 
 Q_SIGNALS:
@@ -56,6 +60,7 @@ private:
     QString valueOf(const QString &parameter) const;
 
     QueryEditor::Setup m_setup;
+    QString m_name;
     QGridLayout *m_buttons;
     QSplitter *m_splitter = nullptr;
     SqlEditor *m_sql;
@@ -64,6 +69,7 @@ private:
     QLabel *m_problem;
     JQueryWin *m_table;
     QLabel *m_run;
+    QLabel *m_waiting;
     QLabel *m_figures;
     QLabel *m_entries;
     QPushButton *m_stop;

@@ -114,8 +114,8 @@ void SQLDlg::makeTabs()
     });
     connect(&m_page->sql(), &SqlEditor::textChanged, this, [this] { refresh(); });
     connect(&m_page->sql(), &SqlEditor::selectionChanged, this, [this] { actions().refresh({HasSelection}); });
-    connect(&m_page->table().grid(), &QAbstractItemModel::dataChanged, this, [this] { refresh(); });
-    connect(&m_page->table().grid(), &QAbstractItemModel::rowsRemoved, this, [this] { refresh(); });
+    connect(&m_page->table().grid(), &QAbstractItemModel::dataChanged, this, &SQLDlg::showTransaction);
+    connect(&m_page->table().grid(), &QAbstractItemModel::rowsRemoved, this, &SQLDlg::showTransaction);
     // Ctrl+F goes forward to the next text.
     m_page->table().action(u"find"_s)->setShortcut(QKeySequence(u"Ctrl+Shift+F"_s));
 }
@@ -181,7 +181,7 @@ void SQLDlg::showDocument(const QueryDocument &document)
 
 bool SQLDlg::isModified() const
 {
-    return m_isTouched || (m_page && m_page->sql().isModified() && !m_page->sql().hasPreview());
+    return m_isTouched || (m_page && m_page->sql().isTextModified());
 }
 
 void SQLDlg::setModified(bool isModified)
@@ -218,7 +218,9 @@ void SQLDlg::queriesChanged()
         m_stored->addItems(m_editor.storedQueries());
         m_stored->setCurrentIndex(m_stored->findText(m_editor.storedName()));
     }
+    m_page->setQueryName(m_editor.document().name);
     m_page->refreshNames();
+    m_page->showTransaction(m_editor.transaction().isOpen());
 }
 
 // ---- running -----------------------------------------------------------------------------------------------------
@@ -239,6 +241,8 @@ void SQLDlg::execute(const TextPart &part)
             m_page->table().rebuild();
         });
         m_isRunning = true;
+        // Until the table is rebuilt, its rows are not those of the result.
+        const QueryResult::ReadPause pause(m_editor.result());
         RunProgress progress(m_page->stopButton(), [this, &which](qint64 rows, double seconds) {
             const QString found = rows > 0 ? tarnwick::format(u"%D rows, ", rows) : QString();
             m_page->showRun(which + found + tarnwick::format(u"%.1f s", seconds));
@@ -257,8 +261,11 @@ void SQLDlg::execute(const TextPart &part)
 
 void SQLDlg::showEnd(const Execution &execution)
 {
-    m_page->showRun(execution.affected > 0 ? tarnwick::format(messages::kRowsChanged.text, execution.affected)
-                                           : QString());
+    // The time is that of the last rows, so it says nothing about a change.
+    const bool isChange = execution.outcome == Execution::Outcome::Changed;
+    m_page->showRun(isChange || execution.affected > 0
+                        ? tarnwick::format(messages::kRowsChanged.text, execution.affected)
+                        : QString());
     if (execution.outcome == Execution::Outcome::Failed) {
         m_page->showError(execution.where);
         showMessage({});
@@ -268,6 +275,12 @@ void SQLDlg::showEnd(const Execution &execution)
         m_page->showEntries(status.entries);
     }
     m_page->refreshNames(); // a statement may have defined a table
+    showTransaction();
+}
+
+void SQLDlg::showTransaction()
+{
+    m_page->showTransaction(m_editor.transaction().isOpen());
     refresh();
 }
 

@@ -71,6 +71,7 @@ private:
     void applyOptions();
     void editOptions();
     void showEnd(const Execution &execution);
+    void showTransaction();
     void expand();
     void endExpansion();
     void print(bool isPreview, tarnwick::TablePrinting::Rows rows);

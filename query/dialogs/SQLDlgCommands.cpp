@@ -43,7 +43,7 @@ QString SQLDlg::whyNot(int condition) const
     case Versions:
         return unless(m_editor.versions().canMove(), u"No other text was executed yet."_s);
     case HasText:
-        return unless(!sql().trimmed().isEmpty(), u"There is no text."_s);
+        return unless(m_page->sql().length() > 0, u"There is no text."_s);
     case HasSelection:
         return unless(m_page->sql().hasSelectedText(), u"No text is selected."_s);
     default:

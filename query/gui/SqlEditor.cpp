@@ -93,6 +93,11 @@ void SqlEditor::changeEvent(QEvent *event)
 
 // ---- text --------------------------------------------------------------------------------------------------------
 
+bool SqlEditor::isLong() const
+{
+    return length() > SqlLexer::kMostColoured;
+}
+
 QString SqlEditor::sql() const
 {
     if (m_preview)
@@ -162,7 +167,7 @@ void SqlEditor::moveCursor(int place)
 
 void SqlEditor::showPreview(const QString &text)
 {
-    m_preview = Preview{document(), sql()};
+    m_preview = Preview{document(), sql(), isModified()};
     setDocument(QsciDocument());
     SendScintilla(SCI_SETCODEPAGE, (unsigned long)SC_CP_UTF8);
     const QByteArray bytes = text.toUtf8();
@@ -248,13 +253,13 @@ void SqlEditor::completeAfter(int character)
         offerCompletions();
     else if (m_popup)
         m_popup->hide();
-    if (c == u'(' || c == u',')
+    if ((c == u'(' || c == u',') && !isLong())
         showCall();
 }
 
 void SqlEditor::offerCompletions()
 {
-    if (m_preview || isReadOnly())
+    if (m_preview || isReadOnly() || isLong())
         return;
     if (!m_popup) {
         m_popup = new CompletionPopup(window());

@@ -30,6 +30,8 @@ public:
     void replacePart(const TextPart &part, const QString &text);
     /// Puts a name in place of the selection, with blanks where it would touch other words.
     void insertName(const QString &name);
+    /// A text that is too long to be understood while it is typed: it has no colours, completions and marks.
+    bool isLong() const;
     int cursorPlace() const;
     /// The selected part; length 0 if nothing is selected.
     TextPart selectedPart() const;
@@ -37,11 +39,14 @@ public:
     /// Shows a text in place of the own one, which keeps its undo, until endPreview().
     void showPreview(const QString &text);
     void endPreview();
+    /// Of the own text, also while a preview is shown.
+    bool isTextModified() const { return m_preview ? m_preview->isModified : isModified(); }
     bool hasPreview() const { return m_preview.has_value(); }
 
     /// Underlines a part; the text is its tip. A part without length shows nothing.
     void markError(const TextPart &part, const QString &text);
     void clearError() { markError({}, {}); }
+    bool hasError() const { return m_errorPart.length > 0; }
     void moveCursor(int place);
 
     /// Selects the next occurrence, around the ends of the text. Returns false if there is none.
@@ -82,6 +87,7 @@ private:
     {
         QsciDocument document;
         QString text;
+        bool isModified;
     };
     std::optional<Preview> m_preview;
     TextPart m_errorPart;

@@ -8,9 +8,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Longer texts are shown without colours: finding their words would delay typing.
-constexpr int kMostColoured = 200'000;
-
 struct Look
 {
     WordKind kind;
@@ -98,11 +95,11 @@ void SqlLexer::styleText(int, int end)
 {
     // The meaning of a word can depend on text far before it, and statements are short: always the whole text.
     startStyling(0);
-    const QString text = editor()->text();
-    if (text.size() > kMostColoured) {
+    if (editor()->length() > kMostColoured) {
         setStyling(end, int(WordKind::Other));
         return;
     }
+    const QString text = editor()->text();
     int done = 0;
     for (const StyledWord &word : m_words.words(text)) {
         const QStringView view(text);

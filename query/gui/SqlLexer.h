@@ -10,6 +10,9 @@ class SqlLexer : public QsciLexerCustom
 {
     Q_OBJECT
 public:
+    /// Bytes. Longer texts are shown without colours: finding their words would delay typing.
+    static constexpr int kMostColoured = 200'000;
+
     explicit SqlLexer(QsciScintilla *editor);
 
     void setNames(const SqlNames &names);

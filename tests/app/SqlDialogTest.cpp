@@ -8,8 +8,11 @@
 #include <query/dialogs/SQLDlg.h>
 
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using tarnwick::Answer;
@@ -90,10 +93,80 @@ TEST_F(SqlDialogTest, RunsAndShowsErrorsInTheText)
     dialog.execute();
     EXPECT_EQ(sql.cursorPlace(), 21);
     picture(dialog, u"sql-editor-error"_s);
+    EXPECT_TRUE(dialog.findChild<QLabel *>(u"problem"_s)->text().contains(u"repor"_s));
     sql.setSql({});
     said.answerWith({Answer::No});
     dialog.reject();
     EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(SqlDialogTest, EscStopsAStatementAndNothingElse)
+{
+    query::SQLDlg dialog(setup());
+    dialog.show();
+    query::SqlEditor &sql = dialog.page().sql();
+    sql.setSql(u"UPDATE report SET pcnt = 50; SELECT row, col FROM report"_s);
+    dialog.execute();
+    EXPECT_EQ(dialog.editor().transaction().changeCount(), 40);
+    const QString endless =
+        u"SELECT COUNT(*) FROM report a, report b, report c, report d, report e, report f, report g"_s;
+    sql.setSql(endless);
+    QElapsedTimer sinceEsc;
+    QTimer::singleShot(300, &dialog, [&] {
+        sinceEsc.start();
+        QTest::keyClick(dialog.findChild<QPushButton *>(u"executeButton"_s), Qt::Key_Return);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        static_cast<QWidget &>(dialog).close();
+    });
+    dialog.execute();
+    EXPECT_LT(sinceEsc.elapsed(), 1000);
+    settle();
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(said.lastStatus(), u"Cancelled.");
+    EXPECT_EQ(sql.sql(), endless);
+    EXPECT_EQ(dialog.page().table().grid().rowCount(), 40);
+    EXPECT_EQ(dialog.editor().transaction().changeCount(), 40);
+    QTest::keyClick(&dialog, Qt::Key_Escape); // too late for the statement
+    EXPECT_TRUE(dialog.isVisible());
+    said.answerWith({Answer::No, Answer::Yes});
+    dialog.reject();
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_FALSE(session().database().workspace().transactionDepth());
+}
+
+TEST_F(SqlDialogTest, ThePreviewKeepsUndoAndReturnIsNeverTakenByTheCompletions)
+{
+    session().queryContext().userMacros.set(u"[LEAST]"_s, u"40"_s);
+    query::SQLDlg dialog(setup());
+    dialog.show();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    query::SqlEditor &sql = dialog.page().sql();
+    sql.setFocus();
+    sql.setSql(u"SELECT row FROM report WHERE pcnt > [LEAST]"_s);
+    auto *button = dialog.findChild<QPushButton *>(u"expandButton"_s);
+    Q_EMIT button->pressed();
+    EXPECT_EQ(sql.text(), u"SELECT row FROM report WHERE pcnt > 40");
+    EXPECT_EQ(said.lastStatus(), u"Expanded macros.");
+    EXPECT_EQ(sql.sql(), u"SELECT row FROM report WHERE pcnt > [LEAST]");
+    Q_EMIT button->released();
+    EXPECT_EQ(said.lastStatus(), u"Template.");
+    EXPECT_EQ(sql.text(), u"SELECT row FROM report WHERE pcnt > [LEAST]");
+    sql.undo();
+    EXPECT_EQ(sql.sql(), u"");
+
+    QTest::keyClicks(&sql, u"SELECT * FROM rep"_s);
+    auto *completions = dialog.findChild<QListWidget *>(u"completions"_s);
+    ASSERT_TRUE(completions && completions->isVisible());
+    picture(dialog, u"sql-editor-completion"_s);
+    QTest::keyClick(&sql, Qt::Key_Return);
+    EXPECT_EQ(sql.sql(), u"SELECT * FROM rep\n");
+    QTest::keyClick(&sql, Qt::Key_Backspace);
+    QTest::keyClicks(&sql, u"o"_s);
+    QTest::keyClick(&sql, Qt::Key_Tab);
+    EXPECT_EQ(sql.sql(), u"SELECT * FROM report");
+    said.answerWith({Answer::No});
+    dialog.reject();
 }
 
 } // namespace app
