@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -93,6 +94,10 @@ TEST_F(SqlDialogTest, RunsAndShowsErrorsInTheText)
     dialog.execute();
     EXPECT_EQ(sql.cursorPlace(), 21);
     picture(dialog, u"sql-editor-error"_s);
+    for (int tab = 1; tab < 3; ++tab) {
+        dialog.findChild<QTabWidget *>(u"tabs"_s)->setCurrentIndex(tab);
+        picture(dialog, u"sql-editor-sections-%1"_s.arg(tab));
+    }
     EXPECT_TRUE(dialog.findChild<QLabel *>(u"problem"_s)->text().contains(u"repor"_s));
     sql.setSql({});
     said.answerWith({Answer::No});
