@@ -3,6 +3,7 @@
 #include <app/logic/ProjectSession.h>
 #include <app/logic/WindowCommandTable.h>
 
+#include <map/FillCommit.h>
 #include <query/dialogs/SQLDlg.h>
 #include <tarnwick/gui/FileDialogs.h>
 
@@ -25,7 +26,11 @@ void QueryCommands::openSqlEditor()
                                      .hasTransaction = true},
                           .mode = query::TableMode::Edit,
                           .isFull = true,
-                          .parent = m_parent});
+                          .parent = m_parent,
+                          .markOnMap = [this](const query::QueryDocument &document, query::QueryResult &result) {
+                              return map::commitQueryFill(m_session.map(), m_session.fillRunner(), -1, document,
+                                                          result);
+                          }});
     dialog.exec();
 }
 

@@ -29,6 +29,8 @@ public:
         TableMode mode = TableMode::Edit;
         bool isFull = true; ///< queries can be stored, deleted and written to files
         QWidget *parent = nullptr;
+        /// Marks the tubes of the rows on the map. Returns false after reporting why not. Empty: there is no map.
+        std::function<bool(const QueryDocument &document, QueryResult &result)> markOnMap = {};
     };
     explicit SQLDlg(const Setup &setup);
     ~SQLDlg() override;

@@ -44,6 +44,8 @@ QString SQLDlg::whyNot(int condition) const
         return unless(m_editor.versions().canMove(), u"No other text was executed yet."_s);
     case HasText:
         return unless(m_page->sql().length() > 0, u"There is no text."_s);
+    case HasMap:
+        return unless(bool(m_setup.markOnMap), u"OK marks the tubes on the map."_s);
     case HasSelection:
         return unless(m_page->sql().hasSelectedText(), u"No text is selected."_s);
     default:
@@ -110,6 +112,10 @@ void SQLDlg::bindDatabaseCommands()
         [this] { return formerTexts(); });
     commands().bind(ExportResults, [this] { exportResults(); });
     commands().bind(ViewExport, [this] { viewExport(); });
+    commands().bind(MarkOnMap, [this] {
+        m_setup.markOnMap(m_editor.currentDocument(), m_editor.result());
+        m_page->table().grid().noteAllChanged(); // rows without a tube are highlighted
+    });
     commands().bind(ExecuteQuery, [this] { execute(); });
     commands().bind(ExecuteSelection, [this] { execute(m_page->sql().selectedPart()); });
 }

@@ -37,6 +37,7 @@ enum SqlCommand : int {
     FirstFormerText,
     LastFormerText = FirstFormerText + 20,
     NoFormerText,
+    MarkOnMap,
 };
 
 /// Conditions of the commands.
@@ -46,6 +47,7 @@ enum SqlCondition : int {
     Versions, ///< the version list has at least two entries
     HasText,
     HasSelection,
+    HasMap, ///< there is a map for the rows of the result
 };
 
 /// The table of the editor's menus and keys.

@@ -361,6 +361,16 @@ TEST_F(QueryDialogsTest, TheDialogOfAQueryFillMapsItsResult)
     }
     ASSERT_EQ(session().map().count(), before + 1);
     EXPECT_EQ(session().map().entry(before).tubes, QList<qint32>{3});
+    query::SQLDlg::Setup setup =
+        map::QueryFillDlg::editorSetup(session().database(), context(), session().project().steamGen, dialogs, &window);
+    setup.markOnMap = [&](const query::QueryDocument &document, query::QueryResult &result) {
+        return map::commitQueryFill(session().map(), session().fillRunner(), -1, document, result);
+    };
+    query::SQLDlg sqlDialog(setup);
+    sqlDialog.page().sql().setSql(u"SELECT sec, row, col FROM report"_s);
+    sqlDialog.execute();
+    choose(sqlDialog, u"Mark on map"_s);
+    EXPECT_EQ(session().map().count(), before + 2);
     const auto dialog = open(before);
     EXPECT_EQ(dialog->page().sql().sql(), u"SELECT sec, row, col FROM report");
 }
