@@ -8,6 +8,7 @@
 #include "LegendView.h"
 #include "MapPane.h"
 #include "OptionsCommand.h"
+#include "PlanCommands.h"
 #include "QueryCommands.h"
 #include "RecoveryKeeper.h"
 #include "ResultCommands.h"
@@ -141,8 +142,9 @@ void DBase::makeCommands()
     m_commands = std::make_unique<WindowCommands>(*m_session, this);
     m_results = std::make_unique<ResultCommands>(*m_session, this);
     m_queries = std::make_unique<QueryCommands>(*m_session, this);
+    m_plans = std::make_unique<PlanCommands>(*m_session, this);
     m_tubes = std::make_unique<TubeCommands>(*m_session, m_notes, this);
-    m_fills = std::make_unique<FillCommands>(*m_session, *m_map, *m_side, this);
+    m_fills = std::make_unique<FillCommands>(*m_session, *m_map, *m_side, *m_plans, this);
     setFileDialogs(&m_systemDialogs);
     m_legend = new LegendPart(m_session->map(), m_session->fillRunner(), *m_fills, *m_side, m_runner, this);
     m_view =
@@ -151,6 +153,7 @@ void DBase::makeCommands()
     m_commands->bind(m_handlers);
     m_results->bind(m_handlers);
     m_queries->bind(m_handlers);
+    m_plans->bind(m_handlers);
     m_fills->bind(m_handlers);
     m_legend->bind(m_handlers);
     m_view->bind(m_handlers);
@@ -211,6 +214,7 @@ void DBase::setFileDialogs(tarnwick::FileDialogs *dialogs)
     m_results->setFileDialogs(dialogs);
     m_queries->setFileDialogs(dialogs);
     m_fills->setFileDialogs(dialogs);
+    m_plans->setFileDialogs(dialogs);
 }
 
 bool DBase::openProject(const QString &folder)

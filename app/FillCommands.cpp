@@ -3,6 +3,7 @@
 #include "LegendModel.h"
 #include "LegendView.h"
 #include "MapPane.h"
+#include "PlanCommands.h"
 #include "SidePanel.h"
 
 #include <app/logic/Messages.h>
@@ -31,6 +32,7 @@ namespace app {
 
 /// The kind whose dialog is the SQL editor.
 static const QString kQueryKey = QStringLiteral("QUERY");
+static constexpr QLatin1String kListFill("LIST FILL");
 
 static map::FillDialogContext dialogContext(ProjectSession &session, MapPane &map, QWidget *parent)
 {
@@ -53,8 +55,14 @@ void FillCommands::bind(tarnwick::CommandHandlers &handlers)
 
 void FillCommands::make(const QString &key)
 {
-    const bool isQuery = key == kQueryKey;
-    if (isQuery ? openQueryFill(-1) : map::openNewFill(dialogContext(m_session, m_map, m_parent), key))
+    bool isMade = false;
+    if (key == kQueryKey)
+        isMade = openQueryFill(-1);
+    else if (key == kListFill)
+        isMade = m_plans.makeList();
+    else
+        isMade = map::openNewFill(dialogContext(m_session, m_map, m_parent), key);
+    if (isMade)
         m_panel.legendView().setCurrentEntry(m_session.map().count() - 1);
 }
 
@@ -85,6 +93,8 @@ void FillCommands::edit(int place)
     const plans::MapFill &fill = m_session.map().entry(place);
     if (fill.typeKey == kQueryKey)
         openQueryFill(place);
+    else if (fill.typeKey == kListFill)
+        m_plans.editList(place);
     else if (map::hasFillDialog(fill.typeKey))
         map::openFill(dialogContext(m_session, m_map, m_parent), place);
     else

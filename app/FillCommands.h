@@ -14,6 +14,7 @@ class FileDialogs;
 namespace app {
 
 class MapPane;
+class PlanCommands;
 class ProjectSession;
 class SidePanel;
 
@@ -22,10 +23,11 @@ class FillCommands
 {
 public:
     /// parent: of the dialogs. All must outlive this object.
-    FillCommands(ProjectSession &session, MapPane &map, SidePanel &panel, QWidget *parent)
+    FillCommands(ProjectSession &session, MapPane &map, SidePanel &panel, PlanCommands &plans, QWidget *parent)
         : m_session(session)
         , m_map(map)
         , m_panel(panel)
+        , m_plans(plans)
         , m_parent(parent)
     {
     }
@@ -50,6 +52,7 @@ private:
     ProjectSession &m_session;
     MapPane &m_map;
     SidePanel &m_panel;
+    PlanCommands &m_plans;
     QWidget *m_parent;
     tarnwick::FileDialogs *m_dialogs = nullptr;
 };

@@ -71,7 +71,8 @@ FillResult ListFill::pick(const FillInput &input) const
 
 QString ListFill::entryLabel() const
 {
-    return tarnwick::SuitePath(parameters.name).fileName();
+    const QString file = tarnwick::SuitePath(parameters.name).fileName();
+    return file.isEmpty() ? undoLabel() : file;
 }
 
 QString ListFill::undoLabel() const

@@ -144,7 +144,7 @@ constexpr CommandRow kRows[] = {
     // One button for each kind of fill in registration order, then the other buttons of the program.
     {MakeRandomFill, u"RANDOM", u"Mark a random sample of the tubes", When::Project, nullptr, u"fillRANDOM"},
     {MakeQueryFill, u"QUERY", u"Mark the tubes that a query returns", When::Project, nullptr, u"fillQUERY"},
-    {MakeListFill, u"LIST", u"Mark the tubes of a list", When::Later, nullptr, u"fillLIST"},
+    {MakeListFill, u"LIST", u"Mark the tubes of a list", When::Project, nullptr, u"fillLIST"},
     {MakeBoxFill, u"BOX", u"Mark the tubes around the selected ones", When::Project, nullptr, u"fillBOX"},
     {MakePatternFill, u"PATTERN", u"Mark a regular pattern of rows and columns", When::Project, nullptr,
      u"fillPATTERN"},
@@ -152,7 +152,8 @@ constexpr CommandRow kRows[] = {
     {EditOptions, u"OPTIONS", u"Set colours, margins, tick sizes and macros", When::Project, nullptr, u"optionsButton"},
     {OpenSqlEditor, u" SQL ", u"Write and run queries over the inspection results", When::Project, nullptr,
      u"sqlButton"},
-    {OpenPlans, u"PLANS", u"Store the legend as an inspection plan, or load one", When::Later, nullptr, u"plansButton"},
+    {OpenPlans, u"PLANS", u"Make inspection plans of the map, check them, and show them on the map", When::Project,
+     nullptr, u"plansButton"},
     {UpdateMap, u"UPDATE", u"Compute every entry of the legend anew, in order", When::Entries, nullptr,
      u"updateButton"},
 };

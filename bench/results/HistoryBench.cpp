@@ -1,4 +1,4 @@
-#include "SilentPrompts.h"
+#include <bench/SilentPrompts.h>
 
 #include <bench/PlainDatabase.h>
 #include <bench/ReportTable.h>

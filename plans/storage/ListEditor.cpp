@@ -207,10 +207,19 @@ bool ListEditor::clear()
     return true;
 }
 
-void ListEditor::setIndex(qint32 first)
+void ListEditor::setIndex(qint32 first, const QList<int> &places)
 {
-    for (ListFillTube &tube : m_list.entries)
-        tube.entryNum = first++;
+    std::vector<bool> isDone(size_t(m_list.entries.size()));
+    const auto number = [&](int place) {
+        if (isDone[size_t(place)])
+            return;
+        m_list.entries[place].entryNum = first++;
+        isDone[size_t(place)] = true;
+    };
+    for (const int place : places)
+        number(place);
+    for (int place = 0; place < int(m_list.entries.size()); ++place)
+        number(place);
     m_isModified = m_isModified || !m_list.entries.isEmpty();
 }
 
@@ -223,21 +232,32 @@ QString ListEditor::fileForTools() const
     return m_file;
 }
 
+bool ListEditor::read(const QString &machinePath, TubeListFile &file) const
+{
+    const QString name = SuitePath::fromMachine(machinePath, m_project.roots()).shown(kFolder);
+    const bool hasNumbers = TubeListFile::hasEntryNumbers(machinePath, options.fileHasEntryNumbers);
+    const auto work = [&] { file = TubeListFile::read(machinePath, component(), hasNumbers); };
+    return tarnwick::attempt(prompts(), work, messages::kReadList, name);
+}
+
+bool ListEditor::parseFile()
+{
+    return read(m_file, m_parsed);
+}
+
 bool ListEditor::open(const QString &machinePath)
 {
     TubeListFile file;
-    const QString name = SuitePath::fromMachine(machinePath, m_project.roots()).shown(kFolder);
-    const bool hasNumbers = TubeListFile::hasEntryNumbers(machinePath, options.fileHasEntryNumbers);
-    const auto read = [&] { file = TubeListFile::read(machinePath, component(), hasNumbers); };
-    if (!tarnwick::attempt(prompts(), read, messages::kReadList, name))
+    if (!read(machinePath, file))
         return false;
+    const SuitePath path = SuitePath::fromMachine(machinePath, m_project.roots());
     TubeList list;
-    list.name = SuitePath::fromMachine(machinePath, m_project.roots()).relativeTo(kFolder);
+    list.name = path.relativeTo(kFolder);
     list.entries = file.tubes();
     list.description = file.notes();
     take(list, true, machinePath);
     m_parsed = file;
-    prompts().status(messages::kListOpened, name);
+    prompts().status(messages::kListOpened, path.shown(kFolder));
     if (!file.remarks().isEmpty())
         prompts().showInformation(file.remarks().join(u'\n'));
     if (file.errorCount() > 0)

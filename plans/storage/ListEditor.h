@@ -56,8 +56,8 @@ public:
     int paste(const QString &text);
     /// Asks first.
     bool clear();
-    /// Numbers the entries from this number, in the order shown.
-    void setIndex(qint32 first);
+    /// Numbers the entries from this number in the order of these places; the others follow.
+    void setIndex(qint32 first, const QList<int> &places);
     bool isKnownTube(int place) const { return component().findTube(m_list.entries[place].address()) >= 0; }
 
     // Files. Machine paths.
@@ -67,6 +67,8 @@ public:
     QString fileForTools() const;
     /// Machine path of the list's file; empty if there is none.
     const QString &file() const { return m_file; }
+    /// Parses the list's file again for parsed(); the list stays as it is. Reports a failure and returns false.
+    bool parseFile();
     /// How the file was parsed.
     const TubeListFile &parsed() const { return m_parsed; }
 
@@ -78,6 +80,7 @@ public:
 private:
     template <typename Takes>
     int add(const ellery::TubeStates &tubes, Takes takes);
+    bool read(const QString &machinePath, TubeListFile &file) const;
     void append(const ellery::TubeAddress &address, const ellery::TubeMark &mark);
     void take(const TubeList &list, bool isFromFile, const QString &file);
 

@@ -43,6 +43,9 @@ inline constexpr Message kPlanChecked{0, u"Successfully checked if plan is done 
 inline constexpr Message kCheckPlan{0, u"Could not check if plan is done."};
 inline constexpr Message kCheckPlanCancelled{0, u"The check was cancelled."};
 inline constexpr Message kCheckingPlan{0, u"Looking for results"};
+inline constexpr Message kOutageCounts{0, u"Tubes of the plan with results, by outage:\n\n%S"};
+inline constexpr Message kOutageLine{0, u"\t%S\t%D of %D\n"};
+inline constexpr Message kNoResults{0, u"The database holds no results."};
 inline constexpr Message kCompareOutages{0, u"Could not compare the plan with the results."};
 
 // Tube sets in the database
@@ -80,6 +83,7 @@ inline constexpr Message kAskClearList{0, u"Are you sure you wish to clear the l
 inline constexpr Message kSorting{0, u"Sort list ..."};
 inline constexpr Message kSorted{0, u"Done sorting list."};
 inline constexpr Message kOpenFileFirst{0, u"Open a file first."};
+inline constexpr Message kNoEditor{0, u"No program of the desktop opens \"%S\"."};
 inline constexpr Message kListIsNoFile{0, u"List is not a file."};
 
 // Pasted tubes, and sets of tubes
@@ -87,6 +91,8 @@ inline constexpr Message kTubesPasted{0, u"Added %D tubes."};
 inline constexpr Message kNotUnderstood{0, u"Added %D tubes. %D lines were not understood:\n%S"};
 inline constexpr Message kNotUnderstoodLine{0, u"\tline %D: %S\n"};
 inline constexpr Message kMoreNotUnderstood{0, u"\t... and %D more\n"};
+inline constexpr Message kReadSource{0, u"Could not read the tubes of \"%S\"."};
+inline constexpr Message kSourceErrors{0, u"%D lines of \"%S\" name no tube of the component. They are left out."};
 inline constexpr Message kTubesCombined{0, u"%D tubes before, %D now."};
 
 } // namespace plans::messages

@@ -146,6 +146,12 @@ void InspPlan::addTubes(const QList<ellery::TubeAddress> &tubes)
 
 void InspPlan::removeEntries(QList<int> places)
 {
+    if (places.size() == 1) { // without a copy, since a table deletes row by row
+        const qint32 number = entries.takeAt(places[0]).entryNum;
+        for (PlanEntry &entry : entries)
+            entry.entryNum -= entry.entryNum > number ? 1 : 0;
+        return;
+    }
     std::sort(places.begin(), places.end());
     places.erase(std::unique(places.begin(), places.end()), places.end());
     QList<qint32> numbers;

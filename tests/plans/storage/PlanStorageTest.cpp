@@ -4,6 +4,7 @@
 #include <plans/storage/PlanEditor.h>
 #include <plans/storage/PlanStorage.h>
 #include <plans/storage/TubeSets.h>
+#include <plans/storage/TubeSources.h>
 #include <support/DatabaseFixture.h>
 #include <support/SampleSteamGen.h>
 
@@ -206,7 +207,7 @@ TEST_F(PlanStorageTest, ListIsEditedStoredAndReopened)
     EXPECT_EQ(editor.list().entries[1], (ListFillTube{1, 1, 1, 0, markOf(u'Q', 7)}));
     editor.paste(u"3 4\n0 0"_s);
     editor.sort(ListEditor::Order::Row);
-    editor.setIndex(10);
+    editor.setIndex(10, {0});
     EXPECT_EQ(editor.list().entries.first(), (ListFillTube{10, 0, 0, 0, {}}));
     editor.moveEntries({0, 3}, 2);
     EXPECT_EQ(editor.list().entries[1].entryNum, 10);
@@ -234,6 +235,23 @@ TEST_F(PlanStorageTest, ListIsEditedStoredAndReopened)
     ASSERT_TRUE(editor.fetch(u"set"_s, nullptr));
     EXPECT_EQ(editor.list().entries.size(), 3);
     EXPECT_FALSE(editor.isModified());
+}
+
+TEST_F(PlanStorageTest, TubesAreTakenFromEverySource)
+{
+    const QList<NamedTubes> ofMap{{u"Selected tubes"_s, {{0, 1, 1}}}};
+    ASSERT_TRUE(upload(plan(u"P"_s), u"P"_s));
+    ASSERT_TRUE(TubeSets(session).upload({u"S"_s, {{0, 3, 4, 0, {}}}, {}}, u"S"_s));
+    folder.write(u"tube_lists/l.lst"_s, "0 2 2\n1 9 9\n");
+    plan(u"F"_s, 2).storePlan(folder.path(u"plans/f.pln"_s));
+    const TubeSources sources(session, project, ofMap);
+    EXPECT_EQ(sources.names(), (QStringList{u"Selected tubes"_s, u"Tube set: S"_s, u"Plan: P"_s, u"List file: l.lst"_s,
+                                            u"Plan file: f.pln"_s}));
+    QList<qsizetype> counts;
+    for (const QString &name : sources.names())
+        counts.append(sources.tubes(name)->size());
+    EXPECT_EQ(counts, (QList<qsizetype>{1, 1, 3, 1, 2}));
+    EXPECT_FALSE(sources.tubes(u"typed"_s));
 }
 
 } // namespace plans
