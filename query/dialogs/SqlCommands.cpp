@@ -54,7 +54,7 @@ static constexpr CommandRow kRows[] = {
     {StoreQueryAs, u"Store Query &As ...", u"Store the query in the database under another name", Full},
     {DeleteQuery, u"Delete Query ...", u"Delete the query from the database", Full},
     {ExportResults, u"&Export Results ...", u"Write the rows of the result to a text, CSV or spreadsheet file"},
-    {MarkOnMap, u"&Mark on map", u"Make a query fill of the rows as they are shown", HasMap},
+    {MarkOnMap, u"&Mark on map", u"Make a query fill of the rows as they are shown", HasMap, nullptr, u"markOnMap"},
     {ViewExport, u"&View Export ...", u"Open an exported file in the system's text editor"},
     {ExecuteQuery, u"E&xecute\tF5", u"Execute the query", kAlways, u"Ctrl+Return|Ctrl+Enter", u"execute"},
     {ExecuteSelection, u"Execute Se&lection\tF9", u"Execute only the selected text", HasSelection, nullptr,
