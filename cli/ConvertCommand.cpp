@@ -1,11 +1,15 @@
 #include "CommandLine.h"
 #include "CommandTable.h"
+#include "OutcomeOutput.h"
 #include "Target.h"
 
+#include <conversion/ConversionCheck.h>
 #include <conversion/Messages.h>
 #include <conversion/ReportConversion.h>
 #include <QFileInfo>
+
 #include <QSet>
+#include <utility>
 
 namespace cli {
 
@@ -87,8 +91,12 @@ int runConvert(const Arguments &arguments)
     const conversion::ConversionPrompts prompts = promptsOf(arguments);
     const QString spec = arguments.has(u"spec") ? target.pathOf(arguments.value(u"spec"))
                                                 : target.project().pathOf(u"report_formats\\default.fmt"_s);
+    const bool isDryRun = arguments.has(u"dry-run");
+    const bool isJson = isJsonOutcome(arguments);
     ConsoleProgress progress;
     Batch batch;
+    conversion::ConversionCheck check(target.project());
+    QList<brannock::FileOutcome> outcomes;
     bool isFirst = true;
     for (const QString &path : arguments.positional().mid(1)) {
         // Each file is converted independently: values of one text must not be used for the next.
@@ -105,10 +113,17 @@ int runConvert(const Arguments &arguments)
             throw tarnwick::Error(QString::fromUtf16(conversion::messages::kCouldNotLoadText.text) + u"\n\n"_s +
                                   error.text());
         }
-        batch.addRemarks(run.remarks());
+        if (!isJson && !isDryRun) // otherwise they are among the problems
+            batch.addRemarks(run.remarks());
         // If the file name does not contain a type, the value of the flag is used.
         if (run.prompts.operType.isEmpty())
             run.prompts.operType = prompts.operType;
+        check.add(run, run.report());
+        outcomes.append(check.outcomes().last());
+        // What is not stored below, for any reason, is passed over as a whole.
+        const int results = std::exchange(outcomes.last().stored, 0);
+        outcomes.last().skipped = results;
+        const auto noteStored = [&] { std::swap(outcomes.last().stored, outcomes.last().skipped); };
         if (resultCount(run.report()) == 0) {
             target.prompts().showError(tarnwick::kErrorSeverity, 0,
                                        u"\"%1\" contains no results; nothing was stored"_s.arg(path));
@@ -122,14 +137,22 @@ int runConvert(const Arguments &arguments)
             batch.addText(false);
             continue;
         }
-        const bool stored = run.store(target.prompts()) == conversion::StoreResult::Stored;
+        const bool stored = run.store(target.prompts(), isDryRun) == conversion::StoreResult::Stored;
         batch.addText(stored);
-        if (stored)
+        if (stored) {
             batch.noteStored(report);
+            noteStored();
+        }
+        if (isDryRun && !isJson)
+            printChecked(outcomes.last());
+        if (isDryRun || isJson)
+            continue;
         print(stored ? u"%1: stored %2 with %3 results\n"_s.arg(path, report).arg(resultCount(run.report()))
                      : u"%1: not stored\n"_s.arg(path));
     }
-    batch.printSummary();
+    if (!isJson && !isDryRun)
+        batch.printSummary();
+    finishOutcomes(target, arguments, outcomes);
     return batch.isWhole() ? Done : Failed;
 }
 

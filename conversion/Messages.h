@@ -42,6 +42,7 @@ inline constexpr Message kOverwrite{0, u"Report \"%S\" already exists.\nDo you w
 inline constexpr Message kSameTarget{
     0, u"\"%S\" was not stored: \"%S\" is already the report of another text of this command."};
 /// The stray apostrophe is part of the message.
+inline constexpr Message kCouldNotLog{0, u"The conversion cannot be entered into the project's log."};
 inline constexpr Message kStored{0, u"Stored \"%S\"'"};
 
 } // namespace conversion::messages

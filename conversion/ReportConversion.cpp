@@ -4,9 +4,11 @@
 #include "LineConverter.h"
 #include "Messages.h"
 
+#include <brannock/ReportLog.h>
 #include <QDir>
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <tarnwick/Failures.h>
 #include <tarnwick/Format.h>
 #include <tarnwick/StringToValue.h>
 
@@ -161,18 +163,39 @@ brannock::Report ReportConversion::filled(const brannock::Report &report) const
     return whole;
 }
 
-StoreResult ReportConversion::store(tarnwick::UserPrompts &user)
+StoreResult ReportConversion::store(tarnwick::UserPrompts &user, bool isDryRun)
 {
     const tarnwick::SuitePath path = target();
     const QString machinePath = path.machinePath(m_project.roots());
     if (QFileInfo::exists(machinePath) &&
         user.question(tarnwick::Buttons::YesNo, messages::kOverwrite, path.text()) != tarnwick::Answer::Yes)
         return StoreResult::Declined;
+    if (isDryRun)
+        return StoreResult::Stored;
     m_report = filled(m_report);
     m_report.storeReport(machinePath, 1);
     m_report.path = machinePath;
     user.status(messages::kStored, path.text());
+    noteStored(user);
     return StoreResult::Stored;
+}
+
+void ReportConversion::noteStored(tarnwick::UserPrompts &user) const
+{
+    if (m_project.folder.isEmpty())
+        return;
+    const auto note = [this] {
+        const brannock::ReportLog log(m_project.folder);
+        brannock::ReportLog::Entry entry;
+        entry.id = log.begin(u"conversion"_s, m_text.path());
+        entry.state = brannock::ReportLog::Entry::State::Stored;
+        for (const ReportEntry &each : m_report.entries)
+            entry.entries += each.isResult() ? 1 : 0;
+        entry.stored = entry.entries;
+        entry.problems = m_remarks.count();
+        log.end(entry);
+    };
+    tarnwick::attempt(user, note, messages::kCouldNotLog);
 }
 
 } // namespace conversion

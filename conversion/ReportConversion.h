@@ -54,13 +54,16 @@ public:
     /// A report as it would be stored: missing members of the entries are filled from the prompts and the project.
     brannock::Report filled(const brannock::Report &report) const;
     /// Fills missing members of the entries from the prompts and the project, and writes the report. Asks before it
-    /// overwrites a file; any answer except Yes stores nothing. Throws tarnwick::FileError.
-    StoreResult store(tarnwick::UserPrompts &user);
+    /// overwrites a file; any answer except Yes stores nothing. Throws tarnwick::FileError. What was stored is entered
+    /// into the project's log. A dry run only asks.
+    StoreResult store(tarnwick::UserPrompts &user, bool isDryRun = false);
 
 private:
     void convert(const TextSource &text, tarnwick::Progress *progress);
     void applyFilenameFields(const QString &machinePath, Remarks &remarks);
     void applyCal(const QString &value, const QString &machinePath, Remarks &remarks);
+
+    void noteStored(tarnwick::UserPrompts &user) const;
 
     const brannock::Project &m_project;
     TextSource m_text;
