@@ -172,8 +172,9 @@ TEST_F(TubesheetMapTest, ADragTellsItsWishAtItsEndAndNoneWhenItIsCancelled)
             QTest::mouseRelease(&map, Qt::LeftButton, {}, way.last());
             EXPECT_EQ(wishes, cancelled ? 0 : test.told) << int(test.mode);
             EXPECT_EQ(map.view() != whole, !cancelled && test.movesView) << int(test.mode);
-            if (!cancelled && test.mode == Mode::Zoom)
+            if (!cancelled && test.mode == Mode::Zoom) {
                 EXPECT_LT((map.view().centre - QPointF(4, 3)).manhattanLength(), 1);
+            }
         }
     }
 }
