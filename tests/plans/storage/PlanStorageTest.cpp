@@ -216,11 +216,11 @@ TEST_F(PlanStorageTest, ListIsEditedStoredAndReopened)
     editor.setDescription(u"why\n"_s);
     EXPECT_EQ(editor.fileForTools(), u"");
     EXPECT_EQ(prompts.entries().last().text, u"Open a file first.");
-    const QString path = folder.path(u"tube_lists/a.lst"_s);
-    ASSERT_TRUE(editor.store(path));
+    const QString listPath = folder.path(u"tube_lists/a.lst"_s);
+    ASSERT_TRUE(editor.store(listPath));
     EXPECT_TRUE(folder.read(u"tube_lists/a.lst"_s).startsWith("# File tube_lists\\a.lst\n"));
     folder.write(u"tube_lists/a.lst"_s, folder.read(u"tube_lists/a.lst"_s) + "  1 99 99\n");
-    ASSERT_TRUE(editor.open(path));
+    ASSERT_TRUE(editor.open(listPath));
     EXPECT_EQ(prompts.entries().last().text,
               u"Could not parse 1 line(s).\n\nSelect \"Util | View Parsed File\" menu to see the errors.");
     EXPECT_EQ(editor.caption(), u"File List - a.lst");
