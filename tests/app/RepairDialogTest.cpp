@@ -181,8 +181,9 @@ TEST_F(RepairDialogTest, CancelAsksAndAReadOnlyDatabaseIsOnlyShown)
     dialog.show();
     choose(dialog, u"Select All"_s);
     for (const QAction *action : dialog.findChildren<QAction *>())
-        if (action->text() == u"Delete Selected Repairs" || action->text() == u"&Selected Tubes")
+        if (action->text() == u"Delete Selected Repairs" || action->text() == u"&Selected Tubes") {
             EXPECT_TRUE(!action->isEnabled() && action->toolTip().contains(u"The database is read-only."));
+        }
     inNext<RepairInfoDlg>([](RepairInfoDlg &info) {
         EXPECT_TRUE(info.findChild<QLineEdit *>(u"vendor"_s)->isReadOnly());
         info.accept();
