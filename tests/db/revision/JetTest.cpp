@@ -159,10 +159,11 @@ TEST_F(JetTest, ANewDatabaseHasTheTablesOfTheSuite)
     }
     EXPECT_EQ(tables, 12);
     for (int i = 0; i < 2; ++i) {
-        const dao::RelationInfo &relation = created.relations()[i];
-        const dao::RelationInfo &suite = database().relations()[i];
-        EXPECT_EQ(relation.name + relation.table + relation.foreignTable,
-                  suite.name + suite.table + suite.foreignTable);
+        const dao::RelationInfo relation = created.relations()[i];
+        const dao::RelationInfo suite = database().relations()[i];
+        EXPECT_EQ(relation.name, suite.name);
+        EXPECT_EQ(relation.table, suite.table);
+        EXPECT_EQ(relation.foreignTable, suite.foreignTable);
         EXPECT_EQ(relation.attributes, suite.attributes);
     }
 }
