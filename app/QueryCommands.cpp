@@ -27,10 +27,17 @@ void QueryCommands::openSqlEditor()
                           .mode = query::TableMode::Edit,
                           .isFull = true,
                           .parent = m_parent,
-                          .markOnMap = [this](const query::QueryDocument &document, query::QueryResult &result) {
-                              return map::commitQueryFill(m_session.map(), m_session.fillRunner(), -1, document,
-                                                          result);
-                          }});
+                          .markOnMap =
+                              [this](const query::QueryDocument &document, query::QueryResult &result) {
+                                  return map::commitQueryFill(m_session.map(), m_session.fillRunner(), -1, document,
+                                                              result);
+                              },
+                          .selectOnMap =
+                              [this](const QList<qint32> &tubes) {
+                                  m_session.map().change(QStringLiteral("Select Tubes"),
+                                                         [&tubes](map::MapEdit &edit) { edit.setSelection(tubes); });
+                              },
+                          .selectedOnMap = [this] { return m_session.map().selection(); }});
     dialog.exec();
 }
 

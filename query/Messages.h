@@ -76,4 +76,9 @@ inline constexpr Message kReportPrinting{0, u"The report is printing."};
 inline constexpr Message kTextNotStored{0, u"\"%S\" was not stored in column %S."};
 inline constexpr Message kStoringHistory{0, u"Could not store the query history.\n\n%S"};
 
+// Rows and the map
+inline constexpr Message kNoTubeColumns{0, u"The result has no columns \"row\" and \"col\", or no column \"sec\"."};
+inline constexpr Message kTubesSelected{0, u"Selected %D tubes on the map."};
+inline constexpr Message kRowsOfSelection{0, u"Marked the %D rows of the selected tubes."};
+
 } // namespace query::messages

@@ -76,12 +76,17 @@ int TubeColumns::failedColumn(const Cell &cell) const
     return -1;
 }
 
-int totalTubes(const QueryResult &result, const ellery::SteamGen &steamGen)
+TubeColumns tubeColumnsOf(const QueryResult &result, const ellery::SteamGen &steamGen)
 {
     QStringList names;
     for (int i = 0; i < result.columnCount(); ++i)
         names.append(result.column(i).name);
-    const TubeColumns columns(names, steamGen);
+    return {names, steamGen};
+}
+
+int totalTubes(const QueryResult &result, const ellery::SteamGen &steamGen)
+{
+    const TubeColumns columns = tubeColumnsOf(result, steamGen);
     if (!columns.isComplete())
         return -1;
     std::vector<bool> counted(size_t(steamGen.numTube()));

@@ -38,6 +38,9 @@ private:
     int m_sec;
 };
 
+/// The columns of a result.
+TubeColumns tubeColumnsOf(const QueryResult &result, const ellery::SteamGen &steamGen);
+
 /// Number of distinct tubes of the component in a result; -1 if the result does not identify tubes.
 int totalTubes(const QueryResult &result, const ellery::SteamGen &steamGen);
 

@@ -31,6 +31,9 @@ public:
         QWidget *parent = nullptr;
         /// Marks the tubes of the rows on the map. Returns false after reporting why not. Empty: there is no map.
         std::function<bool(const QueryDocument &document, QueryResult &result)> markOnMap = {};
+        // The map's selection; set with markOnMap.
+        std::function<void(const QList<qint32> &tubes)> selectOnMap = {};
+        std::function<QList<qint32>()> selectedOnMap = {};
     };
     explicit SQLDlg(const Setup &setup);
     ~SQLDlg() override;
@@ -80,6 +83,10 @@ private:
     void exportResults();
     void viewExport();
     void formatStatements();
+    /// Returns false after telling that the result has no columns of tubes.
+    bool hasTubes();
+    void selectOnMap();
+    void findSelectedTubes();
     QList<tarnwick::CommandHandlers::ListEntry> formerTexts() const;
 
     Setup m_setup;

@@ -116,6 +116,8 @@ void SQLDlg::bindDatabaseCommands()
         m_setup.markOnMap(m_editor.currentDocument(), m_editor.result());
         m_page->table().grid().noteAllChanged(); // rows without a tube are highlighted
     });
+    commands().bind(SelectOnMap, [this] { selectOnMap(); });
+    commands().bind(FindSelectedTubes, [this] { findSelectedTubes(); });
     commands().bind(ExecuteQuery, [this] { execute(); });
     commands().bind(ExecuteSelection, [this] { execute(m_page->sql().selectedPart()); });
 }

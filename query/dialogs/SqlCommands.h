@@ -38,6 +38,8 @@ enum SqlCommand : int {
     LastFormerText = FirstFormerText + 20,
     NoFormerText,
     MarkOnMap,
+    SelectOnMap,
+    FindSelectedTubes,
 };
 
 /// Conditions of the commands.

@@ -368,11 +368,24 @@ TEST_F(QueryDialogsTest, TheDialogOfAQueryFillMapsItsResult)
     setup.markOnMap = [&](const query::QueryDocument &document, query::QueryResult &result) {
         return map::commitQueryFill(session().map(), session().fillRunner(), -1, document, result);
     };
+    setup.selectOnMap = [&](const QList<qint32> &tubes) { selectTubes(session().map(), tubes); };
+    setup.selectedOnMap = [&] { return session().map().selection(); };
     query::SQLDlg sqlDialog(setup);
     sqlDialog.page().sql().setSql(u"SELECT sec, row, col FROM report"_s);
     sqlDialog.execute();
     choose(sqlDialog, u"Mark on map"_s);
     EXPECT_EQ(session().map().count(), before + 2);
+    query::JQueryWin &table = sqlDialog.page().table();
+    table.setCurrentSourceRow(1);
+    choose(sqlDialog, u"Select Tubes on Map"_s);
+    ASSERT_EQ(session().map().selection().size(), 1);
+    table.selectAll();
+    choose(sqlDialog, u"Find Map's Selection"_s);
+    ASSERT_FALSE(table.selectedSourceRows().isEmpty());
+    EXPECT_TRUE(table.selectedSourceRows().contains(1));
+    selectTubes(session().map(), {});
+    choose(sqlDialog, u"Find Map's Selection"_s);
+    EXPECT_TRUE(table.selectedSourceRows().isEmpty());
     const auto dialog = open(before);
     EXPECT_EQ(dialog->page().sql().sql(), u"SELECT sec, row, col FROM report");
 }
