@@ -7,6 +7,9 @@
 #include <cmath>
 #include <results/history/HistoryList.h>
 
+#include <QDir>
+#include <QFileInfo>
+
 namespace cli {
 
 using namespace Qt::StringLiterals;
@@ -164,6 +167,15 @@ void printEntries(const HistoryList &list, bool all, RowWriter &writer)
     writer.end();
 }
 
+/// A new project has no folder yet for the history that the window uses.
+void makeHistoryFolder(Target &target, const QString &argument)
+{
+    const QString folder = QFileInfo(target.pathOf(argument)).absolutePath();
+    const QString place = QFileInfo(target.project().pathOf(u"history\\palomine"_s)).absoluteFilePath();
+    if (folder == place)
+        QDir().mkpath(folder); // if that fails, writing the file tells it
+}
+
 } // namespace
 
 int runHistory(const Arguments &arguments)
@@ -192,6 +204,8 @@ int runHistory(const Arguments &arguments)
         throw UsageError(u"--out needs a name that ends in .hst."_s);
 
     Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::Project);
+    if (arguments.has(u"out"))
+        makeHistoryFolder(target, arguments.value(u"out"));
     const QString out = arguments.has(u"out") ? placeToWrite(target, arguments.value(u"out")) : QString();
     if (!target.connect(Target::Use::Read))
         return Failed;

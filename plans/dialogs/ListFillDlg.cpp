@@ -122,13 +122,6 @@ constexpr CommandTable kTable(kRows, kLayouts);
 constexpr FileChooserInfo kListChooser{u"tube_lists", u"Tube List (*.lst)", u".lst",
                                        u"Tube List (*.txt);;All Files (*.*)"};
 
-/// Index of the filter that lists files with this extension.
-qint32 filterOf(const QString &file)
-{
-    const QString extension = QFileInfo(file).suffix().toLower();
-    return extension == u"lst" ? 0 : extension == u"txt" ? 1 : 2;
-}
-
 } // namespace
 
 ListFillDlg::ListFillDlg(const DialogSetup &setup, const TubeList *list)
@@ -322,9 +315,13 @@ void ListFillDlg::openFile()
 {
     if (!mayReplace())
         return;
-    const QString path = m_setup.files.openFile(kListChooser, u"Open List"_s, m_setup.project.roots());
+    int filter = m_editor.options.fileFilter;
+    tarnwick::FileChooserInfo chooser = kListChooser;
+    chooser.filterIndex = &filter;
+    const QString path = m_setup.files.openFile(chooser, u"Open List"_s, m_setup.project.roots());
     if (path.isEmpty())
         return;
+    m_editor.options.fileFilter = filter;
     m_editor.open(path);
     showList();
 }
@@ -438,11 +435,8 @@ bool ListFillDlg::store()
         prompts().question(Buttons::YesNo, messages::kListChanged, m_editor.shownName()) == Answer::Yes &&
         !(m_editor.isFromFile() ? save() : upload(m_editor.list().name)))
         return false;
-    if (m_isNew) {
-        if (!m_editor.file().isEmpty())
-            m_editor.options.fileFilter = filterOf(m_editor.file());
+    if (m_isNew)
         storeOptions(m_editor.options, m_setup.project.roots(), prompts());
-    }
     return true;
 }
 

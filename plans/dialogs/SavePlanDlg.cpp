@@ -337,9 +337,12 @@ void SavePlanDlg::showPlan(int firstRow)
         m_isShowing = true;
         const auto end = qScopeGuard([this] { m_isShowing = false; });
         const PlanEditor::Fields fields = m_editor.fields();
-        m_probe->setText(fields.probe);
-        m_begin->setText(fields.beginTest);
-        m_end->setText(fields.endTest);
+        for (const auto &[line, text] :
+             {std::pair(m_probe, fields.probe), {m_begin, fields.beginTest}, {m_end, fields.endTest}}) {
+            // A text of a file that is too long stays whole, so that the upload can name it.
+            line->setMaxLength(std::max(kMostCharacters, int(text.size())));
+            line->setText(text);
+        }
         m_description->setPlainText(fields.description);
         m_order->setCurrentIndex(int(m_editor.plan().order));
     }

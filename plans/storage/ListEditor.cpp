@@ -291,8 +291,11 @@ bool ListEditor::fetch(const QString &name, tarnwick::Progress *progress)
 
 bool ListEditor::upload(const QString &name, tarnwick::Progress *progress)
 {
-    if (!TubeSets(m_session, progress).upload(m_list, name))
+    TubeSets sets(m_session, progress);
+    if (!sets.upload(m_list, name)) {
+        m_isModified = m_isModified || sets.hasDeleted(); // the set is only here now
         return false;
+    }
     m_list.name = name;
     m_file.clear();
     m_isFromFile = false;

@@ -50,6 +50,12 @@ bool deleteNamed(db::DatabaseSession &session, const NamedTables &tables, const 
     return deleted > 0;
 }
 
+void tryNamed(db::DatabaseSession &session, const std::function<void()> &work)
+{
+    const Writing undone(session);
+    work();
+}
+
 void NamedUpload::run() const
 {
     const dao::ProgressScope stoppable(session.database(), progress);

@@ -24,6 +24,10 @@ qint64 countNamed(dao::Database &database, const NamedTables &tables, const QStr
 /// engine's exceptions; nothing is deleted then.
 bool deleteNamed(db::DatabaseSession &session, const NamedTables &tables, const QString &name);
 
+/// Does work in a transaction that is undone: shows whether an upload would be refused, before anything is deleted for
+/// it. Throws what work throws.
+void tryNamed(db::DatabaseSession &session, const std::function<void()> &work);
+
 /// Adds an object with its entries in one transaction: all of it or nothing. Throws the engine's exceptions, and
 /// Cancelled.
 struct NamedUpload

@@ -301,8 +301,13 @@ bool PlanEditor::fetch(const QString &name, tarnwick::Progress *progress)
 
 bool PlanEditor::upload(const QString &name, tarnwick::Progress *progress)
 {
-    if (name.isEmpty() || !isValid() || !PlanStorage(m_session, progress).upload(m_plan, name))
+    PlanStorage storage(m_session, progress);
+    if (name.isEmpty() || !isValid())
         return false;
+    if (!storage.upload(m_plan, name)) {
+        m_isModified = m_isModified || storage.hasDeleted(); // the plan is only here now
+        return false;
+    }
     m_plan.name = name;
     m_file.clear();
     m_isFromFile = false;

@@ -142,13 +142,30 @@ bool PlanStorage::mayStore(const InspPlan &plan, const QString &name)
         return false;
     if (existing == 0)
         return true;
+    const auto tryOut = [&] {
+        tryNamed(m_session, [&] {
+            deleteNamed(m_session, kPlanTables, plan.name);
+            deleteNamed(m_session, kPlanTables, name);
+            addRows(m_session, m_progress, plan, name);
+        });
+    };
+    if (!isDone(tarnwick::attemptCancellable(prompts, tryOut, messages::kUploadPlan, name)))
+        return false;
     if (prompts.question(Buttons::OkCancel, messages::kPlanExists, name) != Answer::Ok) {
         prompts.status(messages::kUploadPlanCancelled);
         return false;
     }
     // The plan of the present name, not that of the new one: users of the suite rely on it.
     const auto remove = [&] { deleteNamed(m_session, kPlanTables, plan.name); };
-    return tarnwick::attempt(prompts, remove, messages::kDeletePlan, plan.name);
+    m_hasDeleted = tarnwick::attempt(prompts, remove, messages::kDeletePlan, plan.name);
+    return m_hasDeleted;
+}
+
+bool PlanStorage::isDone(tarnwick::Outcome outcome) const
+{
+    if (outcome == Outcome::Cancelled)
+        m_session.prompts().status(messages::kUploadPlanCancelled);
+    return outcome == Outcome::Done;
 }
 
 bool PlanStorage::upload(const InspPlan &plan, const QString &name)
@@ -159,12 +176,10 @@ bool PlanStorage::upload(const InspPlan &plan, const QString &name)
     QElapsedTimer clock;
     clock.start();
     const auto store = [&] { addRows(m_session, m_progress, plan, name); };
-    const Outcome outcome = tarnwick::attemptCancellable(prompts, store, messages::kUploadPlan, name);
-    if (outcome == Outcome::Cancelled)
-        prompts.status(messages::kUploadPlanCancelled);
-    if (outcome == Outcome::Done)
-        prompts.status(messages::kPlanUploaded, name, double(clock.elapsed()) / 1000);
-    return outcome == Outcome::Done;
+    if (!isDone(tarnwick::attemptCancellable(prompts, store, messages::kUploadPlan, name)))
+        return false;
+    prompts.status(messages::kPlanUploaded, name, double(clock.elapsed()) / 1000);
+    return true;
 }
 
 bool PlanStorage::remove(const QString &name, Asks asks)

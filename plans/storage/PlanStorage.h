@@ -3,6 +3,7 @@
 #include <db/DatabaseSession.h>
 #include <optional>
 #include <tarnwick/base/Progress.h>
+#include <tarnwick/Failures.h>
 
 namespace plans {
 
@@ -31,15 +32,20 @@ public:
     /// therefore fails, and the plan of the present name is gone. All entries are stored, or none. A plan without a
     /// time of creation gets the present time.
     bool upload(const brannock::InspPlan &plan, const QString &name);
+    /// True if the last upload deleted a stored plan, also if it failed or was cancelled afterwards.
+    bool hasDeleted() const { return m_hasDeleted; }
     /// Asks if wanted, then deletes the stored plan of this name.
     enum class Asks { First, Never };
     bool remove(const QString &name, Asks asks = Asks::First);
 
 private:
     bool mayStore(const brannock::InspPlan &plan, const QString &name);
+    /// Tells of a cancelled upload.
+    bool isDone(tarnwick::Outcome outcome) const;
 
     db::DatabaseSession &m_session;
     tarnwick::Progress *m_progress;
+    bool m_hasDeleted = false;
 };
 
 } // namespace plans

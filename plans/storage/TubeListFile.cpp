@@ -19,10 +19,12 @@ namespace {
 constexpr int kMostWords = 4;
 constexpr QChar kLineEnd = u'\n';
 
-/// Replaces every character that cannot be printed by a blank, except the line end.
+/// Makes every line end a line feed, and replaces every other character that cannot be printed by a blank.
 void blankUnprintable(QString &text)
 {
     const bool hasLineFeeds = text.contains(kLineEnd);
+    if (hasLineFeeds)
+        text.replace(u"\r\n"_s, u"\n"_s);
     for (QChar &character : text) {
         const char16_t code = character.unicode();
         const bool isPlain = (code >= u' ' && code < 0x7F) || character == kLineEnd;

@@ -124,7 +124,25 @@ std::optional<TubeList> TubeSets::fetch(const QString &name)
     return list;
 }
 
-bool TubeSets::mayStore(const QString &name)
+void TubeSets::add(const TubeList &list, const QString &name) const
+{
+    try {
+        addRows(m_session, m_progress, list, name);
+    } catch (const dao::DaoException &exception) {
+        if (!hasRepeatedNumbers(list))
+            throw;
+        throw tarnwick::Error(exception.details() + u"\n\n"_s + QString::fromUtf16(kRepeatedNumber));
+    }
+}
+
+bool TubeSets::isDone(tarnwick::Outcome outcome) const
+{
+    if (outcome == Outcome::Cancelled)
+        m_session.prompts().status(messages::kUploadSetCancelled);
+    return outcome == Outcome::Done;
+}
+
+bool TubeSets::mayStore(const TubeList &list, const QString &name)
 {
     tarnwick::UserPrompts &prompts = m_session.prompts();
     qint64 existing = 0;
@@ -133,36 +151,35 @@ bool TubeSets::mayStore(const QString &name)
         return false;
     if (existing == 0)
         return true;
+    const auto tryOut = [&] {
+        tryNamed(m_session, [&] {
+            deleteNamed(m_session, kTubeSetTables, name);
+            add(list, name);
+        });
+    };
+    if (!isDone(tarnwick::attemptCancellable(prompts, tryOut, messages::kUploadSet, name)))
+        return false;
     if (prompts.question(Buttons::OkCancel, messages::kAskReplaceSet) != Answer::Ok ||
         prompts.question(Buttons::YesNo, messages::kAreYouSure) != Answer::Yes) {
         prompts.status(messages::kUploadSetCancelled);
         return false;
     }
     const auto remove = [&] { deleteNamed(m_session, kTubeSetTables, name); };
-    return tarnwick::attempt(prompts, remove, messages::kDeleteSet, name);
+    m_hasDeleted = tarnwick::attempt(prompts, remove, messages::kDeleteSet, name);
+    return m_hasDeleted;
 }
 
 bool TubeSets::upload(const TubeList &list, const QString &name)
 {
-    if (name.isEmpty() || !db::checkConnected(m_session) || !mayStore(name))
+    if (name.isEmpty() || !db::checkConnected(m_session) || !mayStore(list, name))
         return false;
     tarnwick::UserPrompts &prompts = m_session.prompts();
     prompts.status(messages::kUploadingSet, name);
-    const auto store = [&] {
-        try {
-            addRows(m_session, m_progress, list, name);
-        } catch (const dao::DaoException &exception) {
-            if (!hasRepeatedNumbers(list))
-                throw;
-            throw tarnwick::Error(exception.details() + u"\n\n"_s + QString::fromUtf16(kRepeatedNumber));
-        }
-    };
-    const Outcome outcome = tarnwick::attemptCancellable(prompts, store, messages::kUploadSet, name);
-    if (outcome == Outcome::Cancelled)
-        prompts.status(messages::kUploadSetCancelled);
-    if (outcome == Outcome::Done)
-        prompts.status(messages::kSetUploaded);
-    return outcome == Outcome::Done;
+    const auto store = [&] { add(list, name); };
+    if (!isDone(tarnwick::attemptCancellable(prompts, store, messages::kUploadSet, name)))
+        return false;
+    prompts.status(messages::kSetUploaded);
+    return true;
 }
 
 bool TubeSets::remove(const QString &name, Asks asks)

@@ -4,6 +4,7 @@
 #include <db/DatabaseSession.h>
 #include <optional>
 #include <tarnwick/base/Progress.h>
+#include <tarnwick/Failures.h>
 
 namespace plans {
 
@@ -28,15 +29,22 @@ public:
     std::optional<TubeList> fetch(const QString &name);
     /// Stores the list under this name. Asks twice before it replaces a set. All entries are stored, or none.
     bool upload(const TubeList &list, const QString &name);
+    /// True if the last upload deleted a stored set, also if it failed or was cancelled afterwards.
+    bool hasDeleted() const { return m_hasDeleted; }
     /// Asks if wanted, then deletes the set.
     enum class Asks { First, Never };
     bool remove(const QString &name, Asks asks = Asks::First);
 
 private:
-    bool mayStore(const QString &name);
+    /// Throws the engine's exceptions, and Cancelled.
+    void add(const TubeList &list, const QString &name) const;
+    /// Tells of a cancelled upload.
+    bool isDone(tarnwick::Outcome outcome) const;
+    bool mayStore(const TubeList &list, const QString &name);
 
     db::DatabaseSession &m_session;
     tarnwick::Progress *m_progress;
+    bool m_hasDeleted = false;
 };
 
 } // namespace plans

@@ -7,8 +7,10 @@
 #include "TubeSets.h"
 
 #include <db/ListNames.h>
+#include <plans/ListFill.h>
 #include <QDir>
 #include <tarnwick/Failures.h>
+#include <tarnwick/OptionPrompts.h>
 
 namespace plans {
 
@@ -71,8 +73,11 @@ Addresses TubeSources::tubes(const QString &name) const
     QList<TubeAddress> addresses;
     const auto read = [&] {
         if (const QString list = after(kListFile, name); !list.isNull()) {
-            const TubeListFile file = TubeListFile::read(m_project.pathOf(u"tube_lists\\"_s + list), m_project.steamGen,
-                                                         TubeListFile::hasEntryNumbers(list, false));
+            ListFillOptions options;
+            tarnwick::loadOptions(options, m_project.roots(), m_session.prompts());
+            const TubeListFile file =
+                TubeListFile::read(m_project.pathOf(u"tube_lists\\"_s + list), m_project.steamGen,
+                                   TubeListFile::hasEntryNumbers(list, options.fileHasEntryNumbers));
             if (file.errorCount() > 0)
                 m_session.prompts().error(messages::kSourceErrors, file.errorCount(), list);
             addresses = addressesOf(file.tubes());

@@ -18,7 +18,8 @@ struct NamedTubes
 class TubeSources
 {
 public:
-    /// ofMap: the selection, legend entries and so on. All must outlive this object.
+    /// ofMap: the selection, legend entries and so on. All must outlive this object. The options of list fills tell how
+    /// list files are read.
     TubeSources(db::DatabaseSession &session, const brannock::Project &project, const QList<NamedTubes> &ofMap)
         : m_session(session)
         , m_project(project)

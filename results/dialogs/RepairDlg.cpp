@@ -357,14 +357,15 @@ void RepairDlg::editRepairs(const QList<int> &places)
     QList<Repair> repairs;
     for (const int place : places)
         repairs.append(m_list.repair(place));
-    const auto edited = RepairInfoDlg::edit({.prompts = prompts(),
-                                             .steamGen = m_setup.project.steamGen,
-                                             .repairs = repairs,
-                                             .outages = m_list.outageChoices().mid(1),
-                                             .isAcceptable = [this](const Repair &r) { return m_list.isAcceptable(r); },
-                                             .name = {},
-                                             .isReadOnly = m_list.isReadOnly(),
-                                             .parent = this});
+    const auto edited =
+        RepairInfoDlg::edit({.prompts = prompts(),
+                             .steamGen = m_setup.project.steamGen,
+                             .repairs = repairs,
+                             .outages = m_list.outageChoices().mid(1),
+                             .isAcceptable = [this](const Repair &r) { return m_list.isAcceptableEdit(r); },
+                             .name = {},
+                             .isReadOnly = m_list.isReadOnly(),
+                             .parent = this});
     if (!edited)
         return;
     for (qsizetype i = 0; i < places.size(); ++i)

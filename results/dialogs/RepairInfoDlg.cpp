@@ -15,6 +15,8 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
 
@@ -115,6 +117,7 @@ QLayout *RepairInfoDlg::makePages()
 QLineEdit *RepairInfoDlg::line(QStringView field)
 {
     auto *edit = new QLineEdit;
+    edit->setMaxLength(std::numeric_limits<int>::max()); // a comment can be long; nothing is cut in silence
     edit->setObjectName(field.toString());
     edit->setReadOnly(m_setup.isReadOnly);
     m_fields.append({findRepairField(field), edit, QString()});
@@ -186,6 +189,7 @@ void RepairInfoDlg::showPage(int page)
         if (auto *combo = qobject_cast<QComboBox *>(field.line->parentWidget()))
             combo->setCurrentIndex(combo->findText(field.shown));
         field.line->setText(field.shown);
+        field.shown = field.line->text(); // of several lines it shows one
         field.line->setCursorPosition(0);
     }
     m_permanent->setChecked(repair.isPermanent);

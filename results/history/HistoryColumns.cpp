@@ -37,7 +37,10 @@ QString setExtent(HistoryEntry &entry, const QString &text)
     constexpr QStringView kTo = u"TO ";
     const QString typed = text.simplified();
     if (typed.startsWith(kTo, Qt::CaseInsensitive)) {
-        entry.to = brannock::parseLocation(typed.sliced(kTo.size()));
+        const brannock::TubeLoc to = brannock::parseLocation(typed.sliced(kTo.size()));
+        if (!to.isValid())
+            return u"\"%1\" has no landmark before the offset."_s.arg(text);
+        entry.to = to;
         return {};
     }
     if (typed.count(u' ') > 1)

@@ -89,6 +89,7 @@ void HistoryList::replace(HistoryRows &&rows)
     m_isSorted = false;
     m_undo.clear();
     m_kept = m_rows.count();
+    m_isFiltered = false;
 }
 
 bool HistoryList::open(const QString &machinePath)
@@ -159,8 +160,9 @@ bool HistoryList::saveAs(const QString &machinePath)
     if (!isLoaded)
         file.site.outage = m_project->outageName();
     file.origin.database = isLoaded ? m_loaded.origin.database : m_session->path();
-    file.origin.outages = choices().outagesText();
-    file.origin.codes = choices().codesText();
+    const bool isAsLoaded = isLoaded && !m_isFiltered;
+    file.origin.outages = isAsLoaded ? m_loaded.origin.outages : choices().outagesText();
+    file.origin.codes = isAsLoaded ? m_loaded.origin.codes : choices().codesText();
     int place = 0;
     brannock::HistoryEntry entry;
     tarnwick::ProgressLoop loop(m_progress, count(), u"Storing history"_s);
@@ -210,6 +212,7 @@ void HistoryList::applyFilter()
     if (m_sort != HistorySort::Fetched)
         sort();
     m_kept = choices().apply(m_rows);
+    m_isFiltered = true;
     // Without entries there is nothing to store: an existing file must not be replaced by an empty one.
     m_changed = m_changed || count() > 0;
     m_session->prompts().status(messages::kFilterDone);
@@ -301,9 +304,12 @@ int HistoryList::undo()
         return -1;
     const Change last = m_undo.back();
     m_undo.pop_back();
+    const bool wasKept = m_rows[last.index].keep;
     put(last.index, last.before);
-    // The filter may have changed since.
-    m_kept = choices().apply(m_rows);
+    if (m_isFiltered) // the filter may have changed since
+        m_kept = choices().apply(m_rows);
+    else
+        m_kept += int(last.before.keep) - int(wasKept);
     if (m_order.empty())
         return int(last.index);
     return int(std::find(m_order.begin(), m_order.end(), last.index) - m_order.begin());
@@ -311,7 +317,8 @@ int HistoryList::undo()
 
 bool HistoryList::closeWithOk()
 {
-    if (m_changed && !save())
+    // A history that was cleared does not replace its file by an empty one.
+    if (m_changed && count() > 0 && !save())
         return false;
     tarnwick::storeOptions(*m_options, m_project->roots(), m_session->prompts());
     return true;

@@ -103,6 +103,7 @@ private:
     size_t m_kept = 0;
     std::vector<Change> m_undo;
     bool m_changed = false;
+    bool m_isFiltered = false;  ///< which entries are kept comes from the present filter, not from a file
     QString m_file;             ///< path of the file that was loaded; empty after a fetch
     brannock::History m_loaded; ///< site and origin of that file
 };

@@ -40,5 +40,6 @@ inline constexpr Message kRepairPage{0, u"%5D of %5D"};
 inline constexpr Message kRepairListTitle{0, u"Repair List"};
 inline constexpr Message kRepairPrintHeader{0, u"REPAIRS %t"};
 inline constexpr Message kRepairCounts{0, u"Total     %5d\nSelected  %5d\nScheduled %5d\nNew       %5d\nVisible   %5d"};
+inline constexpr Message kDateScheduledMissing{0, u"Every repair needs a scheduled date."};
 
 } // namespace results::messages

@@ -82,9 +82,9 @@ bool parseTyped(const QString &text, qint16 &number)
 }
 bool parseTyped(const QString &text, double &number)
 {
-    bool ok = false;
-    number = text.toDouble(&ok);
-    return ok && std::isfinite(number);
+    bool ok = text.trimmed().isEmpty(); // none
+    number = ok ? 0 : text.toDouble(&ok);
+    return ok && std::isfinite(float(number)); // the fields have single precision
 }
 bool parseTyped(const QString &text, bool &flag)
 {

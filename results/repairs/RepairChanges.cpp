@@ -66,6 +66,14 @@ bool RepairList::isAcceptable(const Repair &repair) const
     }
 }
 
+bool RepairList::isAcceptableEdit(const Repair &repair) const
+{
+    if (!repair.dateScheduled.isNull())
+        return isAcceptable(repair);
+    m_session->prompts().information(messages::kDateScheduledMissing);
+    return false;
+}
+
 void RepairList::schedule(const QList<qint32> &tubes, const Repair &pattern)
 {
     for (const qint32 tube : tubes) {

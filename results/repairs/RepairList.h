@@ -83,6 +83,8 @@ public:
     Repair scheduleTemplate() const;
     /// Checks what the attribute dialog gives: reports a missing repair type or a text that is too long.
     bool isAcceptable(const Repair &repair) const;
+    /// The same for a repair that exists: it needs its scheduled date, too.
+    bool isAcceptableEdit(const Repair &repair) const;
     /// Adds a copy of the template for each tube, shows all entries, and tells how many were added and how many
     /// duplicates there are. Without a scheduled date the copies get the present time.
     void schedule(const QList<qint32> &tubes, const Repair &pattern);

@@ -202,6 +202,13 @@ TEST_F(HistoryListTest, StoresTheKeptEntriesAndLoadsThemAgain)
     EXPECT_TRUE(loaded.isEdited(1));
     EXPECT_EQ(loaded.entryAt(1).percent, 12);
     loaded.choices().outages[0].keep = false;
+    loaded.setKept(0, false);
+    EXPECT_EQ(loaded.undo(), 0);
+    EXPECT_EQ(loaded.kept(), 2) << "a filter that was not applied to the file has no effect";
+    loaded.choices().outages[0].keep = true;
+    ASSERT_TRUE(loaded.saveAs(file));
+    EXPECT_EQ(tarnwick::readFile(file), text) << "nor on the heading";
+    loaded.choices().outages[0].keep = false;
     loaded.applyFilter();
     EXPECT_EQ(joined(loaded), u"1 R2 DNT") << "only the edited entry stays";
 
