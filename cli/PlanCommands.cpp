@@ -6,6 +6,7 @@
 
 #include <db/FieldAccess.h>
 #include <fenwright/TableScanner.h>
+#include <plans/storage/Messages.h>
 #include <plans/storage/PlanCheck.h>
 #include <plans/storage/PlanOptions.h>
 #include <plans/storage/PlanStorage.h>
@@ -176,6 +177,12 @@ int runUploadPlan(const Arguments &arguments)
     const QString name = arguments.value(u"name", plan.name);
     if (name.isEmpty())
         throw UsageError(u"--name is empty."_s);
+    plans::PlanOptions options;
+    tarnwick::loadOptions(options, target.project().roots(), target.prompts());
+    if (const QString missing = options.missingFields(plan); !missing.isEmpty()) {
+        target.prompts().information(plans::messages::kEnterValid, missing);
+        return Failed;
+    }
     if (!target.connect(Target::Use::Store))
         return Failed;
     ConsoleProgress progress;

@@ -41,15 +41,19 @@ QString ListEditor::shownName() const
 
 void ListEditor::setList(const TubeList &list)
 {
-    // A fill does not say whether its list was a file; the name of a file has an extension.
-    const QString extension = SuitePath(list.name).extension().toLower();
-    const bool isFromFile = list.name.isEmpty() || extension == u".lst"_s || extension == u".txt"_s;
+    // A fill does not say whether its list was a file. It was if there is such a file, in the folder of the lists or
+    // elsewhere; without one the extension decides.
     QString file;
-    if (isFromFile && !list.name.isEmpty()) {
+    if (!list.name.isEmpty()) {
         file = SuitePath(kFolder + u'\\' + list.name).machinePath(m_project.roots());
-        if (!QFileInfo::exists(file)) // a list outside of the folder
+        if (!QFileInfo(file).isFile())
             file = SuitePath(list.name).machinePath(m_project.roots());
     }
+    const QString extension = SuitePath(list.name).extension().toLower();
+    const bool isFromFile =
+        list.name.isEmpty() || QFileInfo(file).isFile() || extension == u".lst"_s || extension == u".txt"_s;
+    if (!isFromFile)
+        file.clear();
     take(list, isFromFile, file);
 }
 

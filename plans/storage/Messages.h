@@ -72,6 +72,9 @@ inline constexpr Message kListOpened{0, u"Opened \"%S\"."};
 inline constexpr Message kListErrors{
     0, u"Could not parse %d line(s).\n\nSelect \"Util | View Parsed File\" menu to see the errors."};
 inline constexpr Message kLinesCut{0, u"%D lines are longer than %d characters; the rest of them was not read."};
+inline constexpr Message kUnreadNumbers{
+    0, u"The heading says that the lines begin with entry numbers, but they were read without. In a file that does not "
+       u"end in .lst, set \"File Has Entry Numbers\" (--entry-numbers)."};
 inline constexpr Message kLastLineOpen{0,
                                        u"The last line does not end with a line end. The file may be cut off there."};
 

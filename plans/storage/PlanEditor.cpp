@@ -69,7 +69,8 @@ bool PlanEditor::setLabel(int place, Axis axis, const QString &text)
     qint16 &part = axis == Axis::Row ? entry.row : axis == Axis::Col ? entry.col : entry.sec;
     if (part != number) {
         part = qint16(number);
-        entry.analyzed = 0; // that was another tube
+        entry.acquired = 0; // that was another tube
+        entry.analyzed = 0;
         m_isModified = true;
     }
     return true;
@@ -260,13 +261,7 @@ QString PlanEditor::fileName() const
 
 bool PlanEditor::isValid() const
 {
-    QString missing;
-    if (options.probeRequired && m_plan.probe.trimmed().isEmpty())
-        missing += u"\tProbe\n"_s;
-    if (options.extentRequired && m_plan.beginTest.trimmed().isEmpty())
-        missing += u"\tBegin test\n"_s;
-    if (options.extentRequired && m_plan.endTest.trimmed().isEmpty())
-        missing += u"\tEnd test\n"_s;
+    const QString missing = options.missingFields(m_plan);
     if (!missing.isEmpty())
         prompts().information(messages::kEnterValid, missing);
     return missing.isEmpty();

@@ -1,5 +1,7 @@
 #include "PlanOptions.h"
 
+#include <brannock/InspPlan.h>
+
 namespace plans {
 
 using namespace Qt::StringLiterals;
@@ -21,6 +23,18 @@ void PlanOptions::resetToDefaults()
     probeRequired = false;
     extentRequired = false;
     incompleteCodes.clear();
+}
+
+QString PlanOptions::missingFields(const brannock::InspPlan &plan) const
+{
+    QString missing;
+    if (probeRequired && plan.probe.trimmed().isEmpty())
+        missing += u"\tProbe\n"_s;
+    if (extentRequired && plan.beginTest.trimmed().isEmpty())
+        missing += u"\tBegin test\n"_s;
+    if (extentRequired && plan.endTest.trimmed().isEmpty())
+        missing += u"\tEnd test\n"_s;
+    return missing;
 }
 
 } // namespace plans

@@ -95,6 +95,9 @@ void TubeListFile::parseLine(ListFillLine &line, const ellery::SteamGen &compone
 {
     const bool isNote = line.text.startsWith(u'!');
     line.isComment = isNote || line.text.startsWith(u'#');
+    // The heading that tubeListText() writes above numbered lines.
+    const bool isHeading = line.isComment && line.text.sliced(1).trimmed().startsWith(u"ENTRY");
+    m_hasUnreadNumbers = m_hasUnreadNumbers || (isHeading && !hasEntryNumbers);
     if (isNote)
         m_notes.append(line.text.sliced(std::min<qsizetype>(2, line.text.size()))).append(kLineEnd);
     line.isCut = line.text.size() > kLongestLine && !line.isComment;
@@ -134,6 +137,8 @@ QStringList TubeListFile::remarks() const
         remarks.append(tarnwick::format(messages::kLinesCut.text, m_cut, kLongestLine));
     if (m_isLastLineOpen)
         remarks.append(QString::fromUtf16(messages::kLastLineOpen.text));
+    if (m_hasUnreadNumbers)
+        remarks.append(QString::fromUtf16(messages::kUnreadNumbers.text));
     return remarks;
 }
 

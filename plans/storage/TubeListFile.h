@@ -63,6 +63,7 @@ private:
     int m_errors = 0;
     int m_cut = 0;
     bool m_isLastLineOpen = false;
+    bool m_hasUnreadNumbers = false; ///< the heading tells of entry numbers, but the lines were read without
 };
 
 /// The list in the form of a list file. name: of the file, as it stands in the text.
