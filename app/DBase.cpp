@@ -1,6 +1,7 @@
 #include "DBase.h"
 
 #include "CommandState.h"
+#include "DialogCommands.h"
 #include "FillCommands.h"
 #include "FullScreen.h"
 #include "LegendModel.h"
@@ -8,24 +9,18 @@
 #include "LegendView.h"
 #include "MapPane.h"
 #include "OptionsCommand.h"
-#include "PlanCommands.h"
-#include "QueryCommands.h"
 #include "RecoveryKeeper.h"
-#include "ResultCommands.h"
 #include "SidePanel.h"
-#include "StatusLine.h"
-#include "TubeCommands.h"
 #include "ViewBar.h"
 #include "ViewCommands.h"
 #include "WindowProgress.h"
+#include "WindowPrompts.h"
 
 #include <app/logic/StartUp.h>
 #include <app/logic/WindowConditions.h>
 
 #include <brannock/gui/TubesheetMap.h>
 
-#include <tarnwick/FailureLog.h>
-#include <tarnwick/gui/BoxPrompts.h>
 #include <tarnwick/gui/CommandActions.h>
 #include <tarnwick/gui/OnScreen.h>
 
@@ -45,21 +40,14 @@ namespace app {
 namespace {
 
 constexpr QSize kFirstSize{1280, 800};
-/// Initial share of the map in the width, in percent.
-constexpr int kMapShare = 66;
+constexpr int kMapShare = 66; ///< of the first width, in percent
 
 } // namespace
 
 DBase::DBase(tarnwick::UserPrompts *prompts)
     : m_status(statusBar())
-    , m_boxes(prompts ? nullptr
-                      : std::make_unique<tarnwick::BoxPrompts>(this,
-                                                               [this](const QString &text) {
-                                                                   m_status.line().say(text);
-                                                                   m_status.line().repaint();
-                                                               }))
-    , m_loggedBoxes(prompts ? nullptr : std::make_unique<tarnwick::LoggedPrompts>(*m_boxes, u"arvo"_s))
-    , m_prompts(prompts ? *prompts : *m_loggedBoxes)
+    , m_ownPrompts(prompts ? nullptr : std::make_unique<WindowPrompts>(this, m_status.line()))
+    , m_prompts(prompts ? *prompts : m_ownPrompts->prompts())
     , m_session(std::make_unique<ProjectSession>(m_prompts))
     , m_notes(*m_session)
     , m_parameterDialogs(m_prompts, this)
@@ -140,20 +128,15 @@ void DBase::makeCommands()
 {
     m_recovery = new RecoveryKeeper(*m_session, m_runner, this);
     m_commands = std::make_unique<WindowCommands>(*m_session, this);
-    m_results = std::make_unique<ResultCommands>(*m_session, this);
-    m_queries = std::make_unique<QueryCommands>(*m_session, this);
-    m_plans = std::make_unique<PlanCommands>(*m_session, this);
-    m_tubes = std::make_unique<TubeCommands>(*m_session, m_notes, this);
-    m_fills = std::make_unique<FillCommands>(*m_session, *m_map, *m_side, *m_plans, this);
+    m_dialogs = std::make_unique<DialogCommands>(*m_session, m_notes, this);
+    m_fills = std::make_unique<FillCommands>(*m_session, *m_map, *m_side, m_dialogs->plans(), this);
     setFileDialogs(&m_systemDialogs);
     m_legend = new LegendPart(m_session->map(), m_session->fillRunner(), *m_fills, *m_side, m_runner, this);
     m_view =
         std::make_unique<ViewCommands>(*m_session, ViewCommands::Parts{*this, *m_map, *m_side, *m_mainBar, *m_viewBar,
                                                                        *m_fullScreen, *m_commands, m_runner});
     m_commands->bind(m_handlers);
-    m_results->bind(m_handlers);
-    m_queries->bind(m_handlers);
-    m_plans->bind(m_handlers);
+    m_dialogs->bind(m_handlers);
     m_fills->bind(m_handlers);
     m_legend->bind(m_handlers);
     m_view->bind(m_handlers);
@@ -164,8 +147,9 @@ void DBase::connectMap()
 {
     m_subscription = m_session->map().subscribe([this](const map::MapEvent &event) { mapChanged(event); });
     connect(m_map, &MapPane::pointedAt, this, [this] { m_status.showTube(m_map->pointedText()); });
-    connect(&map(), &brannock::TubesheetMap::tubeActivated, this,
-            [this](int tube) { m_runner.perform([this, tube] { m_tubes->show(tube); }, CommandRunner::Words::Keep); });
+    connect(&map(), &brannock::TubesheetMap::tubeActivated, this, [this](int tube) {
+        m_runner.perform([this, tube] { m_dialogs->showTube(tube); }, CommandRunner::Words::Keep);
+    });
     connect(&map(), &brannock::TubesheetMap::viewChanged, this, [this] {
         m_actions->refresh({When::ViewBefore, When::ViewAfter});
     });
@@ -211,22 +195,18 @@ void DBase::connectCommands()
 void DBase::setFileDialogs(tarnwick::FileDialogs *dialogs)
 {
     m_commands->setFileDialogs(dialogs);
-    m_results->setFileDialogs(dialogs);
-    m_queries->setFileDialogs(dialogs);
+    m_dialogs->setFileDialogs(dialogs);
     m_fills->setFileDialogs(dialogs);
-    m_plans->setFileDialogs(dialogs);
 }
 
 bool DBase::openProject(const QString &folder)
 {
     if (!m_session->openProject(projectFolder(folder)))
         return false;
-    {
-        // The messages about the database must remain visible after the map was opened.
-        const auto end = qScopeGuard([this] { m_status.line().setJoins(false); });
-        m_status.line().setJoins(true);
-        m_session->openMapAtStart();
-    }
+    // The messages about the database must remain visible after the map was opened.
+    m_status.line().setJoins(true);
+    const auto end = qScopeGuard([this] { m_status.line().setJoins(false); });
+    m_session->openMapAtStart();
     map().setFocus();
     // After the window has been shown with its restored layout.
     if (m_session->headerDraft)

@@ -20,25 +20,21 @@ class TubesheetMap;
 }
 
 namespace tarnwick {
-class BoxPrompts;
 class CommandActions;
-class LoggedPrompts;
-} // namespace tarnwick
+}
 
 namespace app {
 
+class DialogCommands;
 class FillCommands;
 class FullScreen;
 class LegendPart;
 class MapPane;
-class QueryCommands;
-class PlanCommands;
 class RecoveryKeeper;
-class ResultCommands;
 class SidePanel;
-class TubeCommands;
 class ViewBar;
 class ViewCommands;
+class WindowPrompts;
 
 /// The main window. Creates and connects its parts; the work is done in their classes and, without widgets, in logic.
 class DBase : public QMainWindow
@@ -81,8 +77,7 @@ private:
     void refreshTitle();
 
     StatusBar m_status;
-    std::unique_ptr<tarnwick::BoxPrompts> m_boxes;
-    std::unique_ptr<tarnwick::LoggedPrompts> m_loggedBoxes;
+    std::unique_ptr<WindowPrompts> m_ownPrompts;
     tarnwick::UserPrompts &m_prompts;
     std::unique_ptr<ProjectSession> m_session;
     TubeNotes m_notes;
@@ -102,10 +97,7 @@ private:
     LegendPart *m_legend = nullptr;
     RecoveryKeeper *m_recovery = nullptr;
     std::unique_ptr<WindowCommands> m_commands;
-    std::unique_ptr<ResultCommands> m_results;
-    std::unique_ptr<QueryCommands> m_queries;
-    std::unique_ptr<TubeCommands> m_tubes;
-    std::unique_ptr<PlanCommands> m_plans;
+    std::unique_ptr<DialogCommands> m_dialogs;
     std::unique_ptr<FillCommands> m_fills;
     std::unique_ptr<ViewCommands> m_view;
     bool m_refreshScheduled = false;
