@@ -6,6 +6,8 @@
 #include <db/SessionTransaction.h>
 #include <tarnwick/FileStatusList.h>
 
+#include <utility>
+
 namespace results {
 
 /// Uploads files one after another, or checks what an upload would do, as the upload dialog and the command line do:
@@ -46,14 +48,19 @@ private:
     QList<brannock::FileOutcome> m_outcomes;
 };
 
-/// Answers every question with Yes and shows nothing, for a check in a window.
+/// Answers every question with Yes and shows nothing, for a check in a window. Keeps the last failure.
 class CheckPrompts : public tarnwick::UserPrompts
 {
 public:
-    void showError(int, int, const QString &) override {}
-    void showInformation(const QString &) override {}
+    void showError(int, int, const QString &text) override { m_failure = text; }
+    void showInformation(const QString &text) override { m_failure = text; }
     tarnwick::Answer ask(tarnwick::Buttons buttons, const QString &text, int number) override;
     void showStatus(const QString &) override {}
+    /// The text of the last error or information since the last call; empty if there was none.
+    QString takeFailure() { return std::exchange(m_failure, {}); }
+
+private:
+    QString m_failure;
 };
 
 /// Problems of the results in a report, as EntryCheck finds them. The same wrong value of a cal is one problem, however

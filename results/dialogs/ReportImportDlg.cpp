@@ -217,9 +217,14 @@ void ReportImportDlg::checkAll()
                 continue;
             }
             report.path = m_files.files()[i].path;
-            if (!check.upload(report).completed && progress.cancelled())
+            const bool isStored = check.upload(report).completed;
+            if (!isStored && progress.cancelled())
                 throw Cancelled();
             outcomes.append(check.outcomes().last());
+            // What ends an upload, such as a read-only database, is the reason why nothing of the file is stored.
+            const QString failure = unasked.takeFailure();
+            if (!isStored && !failure.isEmpty())
+                outcomes.last().problems.append({0, 0, {}, u"not stored"_s, failure.simplified()});
         }
     }
     delete m_problems;
