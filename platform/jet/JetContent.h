@@ -52,8 +52,7 @@ public:
 
 struct ReadOptions
 {
-    /// The reading program. If empty: the one named by ARVO_JET_READER, else arvo-jet-reader beside the running
-    /// program.
+    /// The reading program. If empty: the one named by ARVO_JET_READER, else the arvo-jet-reader of this installation.
     QString program;
     /// If the reading process sends nothing for this many seconds, the reading is abandoned.
     int patience = 60;

@@ -3,8 +3,8 @@
 #include "Messages.h"
 
 #include <csignal>
-#include <QCoreApplication>
 #include <QFileInfo>
+#include <tarnwick/base/Installation.h>
 
 using namespace Qt::StringLiterals;
 
@@ -24,7 +24,7 @@ QString programPath(const QString &asked)
     if (!asked.isEmpty())
         return asked;
     const QString named = qEnvironmentVariable("ARVO_JET_READER");
-    return named.isEmpty() ? QCoreApplication::applicationDirPath() + u"/arvo-jet-reader"_s : named;
+    return named.isEmpty() ? tarnwick::Installation::helperProgram(u"arvo-jet-reader"_s) : named;
 }
 
 } // namespace
