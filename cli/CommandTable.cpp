@@ -332,7 +332,8 @@ constexpr Command kCommands[] = {
     {u"plans", u"DIR [options]", u"list the inspection plans of the database", u"The database is only read.",
      kPlansOptions, runPlans},
     {u"plan", u"DIR NAME|FILE.pln [options]", u"print an inspection plan, and check it",
-     u"A name that ends in .pln is a file, any other a plan of the database. Prints entry (from 1), section, row, "
+     u"A name that ends in .pln is a file, if there is one; any other is a plan of the database. Prints entry (from "
+     u"1), section, row, "
      u"column, acquired and analyzed. The database is only read, so --check stores nothing; with --out FILE.pln the "
      u"checked plan is stored as a file.",
      kPlanOptions, runPlan},

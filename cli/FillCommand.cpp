@@ -137,12 +137,13 @@ std::unique_ptr<plans::MapFill> listFill(Target &target, const Arguments &argume
     const QString name = arguments.positional(2, u"FILE or NAME"_s);
     auto fill = std::make_unique<plans::ListFill>();
     const QString ending = QFileInfo(name).suffix().toLower();
-    if (ending == "lst"_L1 || ending == "txt"_L1) {
+    const bool looksLikeFile = ending == "lst"_L1 || ending == "txt"_L1;
+    if (looksLikeFile && !isStoredName(target, plans::kTubeSetTables, name)) {
         fill->parameters = readList(target, name, arguments.has(u"entry-numbers"));
         return fill;
     }
     ConsoleProgress progress;
-    if (!target.connect(Target::Use::Read))
+    if (!target.session().isOpen() && !target.connect(Target::Use::Read))
         return nullptr;
     const auto list = plans::TubeSets(target.session(), &progress).fetch(name);
     if (!list)

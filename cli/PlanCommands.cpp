@@ -130,7 +130,6 @@ int runPlan(const Arguments &arguments)
     arguments.atMost(2);
     const QString folder = arguments.positional(0, u"DIR"_s);
     const QString name = arguments.positional(1, u"NAME or FILE.pln"_s);
-    const bool isFile = hasEnding(name, u".pln");
     const auto writer = makeRowWriter(arguments.value(u"format", u"table"_s));
     if (!writer)
         throw UsageError(u"--format is table, csv or json."_s);
@@ -142,7 +141,9 @@ int runPlan(const Arguments &arguments)
 
     Target target(folder, arguments, Target::Takes::Project);
     const QString out = outName.isEmpty() ? QString() : placeToWrite(target, outName);
-    if ((!isFile || arguments.has(u"check")) && !target.connect(Target::Use::Read))
+    const bool isFile = hasEnding(name, u".pln") && !isStoredName(target, plans::kPlanTables, name);
+    const bool isOpen = target.session().isOpen();
+    if (!isOpen && (!isFile || arguments.has(u"check")) && !target.connect(Target::Use::Read))
         return Failed;
     InspPlan plan;
     if (isFile) {
@@ -186,9 +187,11 @@ int runUploadPlan(const Arguments &arguments)
     if (!target.connect(Target::Use::Store))
         return Failed;
     ConsoleProgress progress;
-    if (!plans::PlanStorage(target.session(), &progress).upload(plan, name))
+    const bool isStored = plans::PlanStorage(target.session(), &progress).upload(plan, name);
+    const QString told = target.console().lastStatus() + u'\n'; // also that the upload was cancelled
+    isStored ? print(told) : printError(told);
+    if (!isStored)
         return Failed;
-    print(target.console().lastStatus() + u'\n');
     return Done;
 }
 

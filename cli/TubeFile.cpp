@@ -89,6 +89,12 @@ plans::TubeList readList(Target &target, const QString &argument, bool hasEntryN
     return list;
 }
 
+bool isStoredName(Target &target, const plans::NamedTables &tables, const QString &argument)
+{
+    return !QFileInfo::exists(target.pathOf(argument)) && QFileInfo::exists(target.databasePath()) &&
+           target.connect(Target::Use::Read) && plans::countNamed(target.session().database(), tables, argument) > 0;
+}
+
 std::optional<query::QueryDocument> readQuery(Target &target, const QString &argument)
 {
     query::QueryDocument document;

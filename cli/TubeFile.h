@@ -2,6 +2,7 @@
 #include "Target.h"
 
 #include <optional>
+#include <plans/storage/NamedRows.h>
 #include <plans/storage/TubeListFile.h>
 #include <query/QueryDocument.h>
 
@@ -22,6 +23,10 @@ QList<qint32> readTubeList(Target &target, const QString &argument);
 /// hasEntryNumbers: also lines of a file that does not end in ".lst" begin with entry numbers. Throws FileError if the
 /// file cannot be read.
 plans::TubeList readList(Target &target, const QString &argument, bool hasEntryNumbers);
+
+/// True if an argument that looks like a file is none, but the name of a plan or tube set in the database. Connects for
+/// reading. Throws the engine's exceptions.
+bool isStoredName(Target &target, const plans::NamedTables &tables, const QString &argument);
 
 /// The query of a file; empty after reporting why it cannot be read.
 std::optional<query::QueryDocument> readQuery(Target &target, const QString &argument);

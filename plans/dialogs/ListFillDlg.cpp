@@ -149,6 +149,7 @@ ListFillDlg::ListFillDlg(const DialogSetup &setup, const TubeList *list)
     body().addWidget(m_summary);
     showList();
     finish(m_table, {600, 620});
+    keepDrafts(setup.project.folder, u"list"_s);
 }
 
 ListFillDlg::~ListFillDlg()
@@ -438,6 +439,17 @@ bool ListFillDlg::store()
     if (m_isNew)
         storeOptions(m_editor.options, m_setup.project.roots(), prompts());
     return true;
+}
+
+void ListFillDlg::restoreDraft(const QByteArray &content)
+{
+    m_editor.restoreDraft(content);
+    showList();
+}
+
+QString ListFillDlg::draftName(const QByteArray &content) const
+{
+    return u"list \"%1\""_s.arg(ListEditor::nameInDraft(content));
 }
 
 } // namespace plans

@@ -33,6 +33,9 @@ protected:
     bool isModified() const override { return m_editor.isModified(); }
     bool store() override;
     bool discard() override { return mayReplace(); }
+    QByteArray draft() const override { return m_editor.draft(); }
+    void restoreDraft(const QByteArray &content) override;
+    QString draftName(const QByteArray &content) const override;
 
 private:
     void bindFiles();

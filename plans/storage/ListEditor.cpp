@@ -4,10 +4,10 @@
 #include "TubeSets.h"
 
 #include <algorithm>
-#include <numeric>
 #include <QFileInfo>
 #include <tarnwick/Failures.h>
 #include <tarnwick/FileWriter.h>
+#include <tarnwick/JFile.h>
 #include <tarnwick/StringToValue.h>
 #include <tuple>
 
@@ -23,6 +23,35 @@ using tarnwick::SuitePath;
 namespace {
 
 const QString kFolder = u"tube_lists"_s;
+const QString kDraftIdentifier = u"ListDraft"_s;
+
+/// What a copy for recovery contains, in both directions.
+struct Draft
+{
+    TubeList list;
+    QString file;
+    bool isFromFile = true;
+
+    void serialize(tarnwick::JFile &copy)
+    {
+        constexpr int kVersion = 1;
+        constexpr int kSmallestTube = 10; // version and three numbers of 16 bits
+        copy.header(kDraftIdentifier, kVersion);
+        copy.serialize(list.name);
+        copy.serialize(list.description);
+        copy.serialize(file);
+        copy.serialize(isFromFile);
+        copy.list(list.entries, kSmallestTube, [](tarnwick::JFile &f, ListFillTube &tube) { tube.serialize(f); });
+    }
+};
+
+Draft readDraft(const QByteArray &content)
+{
+    tarnwick::JFile copy = tarnwick::JFile::fromBytes(content, u"the copy"_s);
+    Draft draft;
+    draft.serialize(copy);
+    return draft;
+}
 
 } // namespace
 
@@ -156,23 +185,11 @@ void ListEditor::removeEntries(const QList<int> &places)
 
 int ListEditor::moveEntries(const QList<int> &places, int before)
 {
-    std::vector<int> order(size_t(m_list.entries.size()));
-    std::iota(order.begin(), order.end(), 0);
-    std::vector<bool> isMoved(order.size());
-    for (const int place : places)
-        isMoved[size_t(place)] = true;
-    const auto isBehind = [before](int place) { return place >= before; };
-    // Those before the target that stay, those that move, those behind it that stay.
-    const auto middle = std::stable_partition(order.begin(), order.end(), [&](int place) { return !isBehind(place); });
-    const auto first = std::stable_partition(order.begin(), middle, [&](int place) { return !isMoved[size_t(place)]; });
-    std::stable_partition(middle, order.end(), [&](int place) { return bool(isMoved[size_t(place)]); });
-    QList<ListFillTube> entries;
-    entries.reserve(m_list.entries.size());
-    for (const int place : order)
-        entries.append(m_list.entries[place]);
+    QList<ListFillTube> entries = m_list.entries;
+    const int first = moveBefore(entries, places, before);
     m_isModified = m_isModified || entries != m_list.entries;
     m_list.entries = entries;
-    return int(first - order.begin());
+    return first;
 }
 
 void ListEditor::combine(const QList<TubeAddress> &tubes, Combine how)
@@ -193,12 +210,7 @@ int ListEditor::paste(const QString &text)
     const int first = int(m_list.entries.size());
     for (const TubeAddress &address : addresses.tubes)
         append(address, {});
-    const int added = int(addresses.tubes.size());
-    if (addresses.notUnderstood.isEmpty())
-        prompts().status(messages::kTubesPasted, added);
-    else
-        prompts().information(messages::kNotUnderstood, added, int(addresses.notUnderstood.size()),
-                              addresses.problems());
+    addresses.report(prompts(), int(addresses.tubes.size()));
     return first;
 }
 
@@ -310,6 +322,28 @@ bool ListEditor::upload(const QString &name, tarnwick::Progress *progress)
 bool ListEditor::remove()
 {
     return TubeSets(m_session).remove(m_list.name);
+}
+
+QByteArray ListEditor::draft() const
+{
+    if (!m_isModified)
+        return {};
+    tarnwick::JFile copy = tarnwick::JFile::forWriting({});
+    Draft{m_list, m_file, m_isFromFile}.serialize(copy);
+    return copy.bytes();
+}
+
+void ListEditor::restoreDraft(const QByteArray &content)
+{
+    const Draft draft = readDraft(content);
+    take(draft.list, draft.isFromFile, draft.file);
+    m_isModified = true;
+}
+
+QString ListEditor::nameInDraft(const QByteArray &content)
+{
+    const QString name = readDraft(content).list.name;
+    return name.isEmpty() ? u"Untitled"_s : name;
 }
 
 } // namespace plans

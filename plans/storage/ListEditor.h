@@ -77,6 +77,12 @@ public:
     bool upload(const QString &name, tarnwick::Progress *progress);
     bool remove();
 
+    /// The unsaved list for recovery; empty if nothing is unsaved.
+    QByteArray draft() const;
+    /// Throw JFileError if the copy cannot be read.
+    void restoreDraft(const QByteArray &content);
+    static QString nameInDraft(const QByteArray &content);
+
 private:
     template <typename Takes>
     int add(const ellery::TubeStates &tubes, Takes takes);

@@ -91,7 +91,8 @@ inline constexpr Message kListIsNoFile{0, u"List is not a file."};
 
 // Pasted tubes, and sets of tubes
 inline constexpr Message kTubesPasted{0, u"Added %D tubes."};
-inline constexpr Message kNotUnderstood{0, u"Added %D tubes. %D lines were not understood:\n%S"};
+inline constexpr Message kTubesPastedAgain{0, u"Added %D tubes; %D were there already."};
+inline constexpr Message kNotUnderstood{0, u"%S %D lines were not understood:\n%S"};
 inline constexpr Message kNotUnderstoodLine{0, u"\tline %D: %S\n"};
 inline constexpr Message kMoreNotUnderstood{0, u"\t... and %D more\n"};
 inline constexpr Message kReadSource{0, u"Could not read the tubes of \"%S\"."};

@@ -141,20 +141,8 @@ int PlanEditor::moveEntries(const QList<int> &places, int before)
 {
     if (m_plan.order != InspPlan::Order::Entry)
         return -1;
-    QList<PlanEntry> moved;
-    QList<PlanEntry> entries;
-    std::vector<bool> isMoved(size_t(m_plan.entries.size()));
-    for (const int place : places)
-        isMoved[size_t(place)] = true;
-    int target = 0;
-    for (int place = 0; place < int(m_plan.entries.size()); ++place) {
-        if (place == before)
-            target = int(entries.size());
-        (isMoved[size_t(place)] ? moved : entries).append(m_plan.entries[place]);
-    }
-    if (before >= int(m_plan.entries.size()))
-        target = int(entries.size());
-    entries = entries.first(target) + moved + entries.sliced(target);
+    QList<PlanEntry> entries = m_plan.entries;
+    const int target = moveBefore(entries, places, before);
     for (int place = 0; place < int(entries.size()); ++place)
         entries[place].entryNum = place;
     if (entries != m_plan.entries) {
@@ -188,11 +176,7 @@ int PlanEditor::paste(const QString &text)
     const int first = int(m_plan.entries.size());
     setOrder(InspPlan::Order::Entry);
     const int added = append(missingFrom(addressesOf(m_plan.entries), addresses.tubes));
-    if (addresses.notUnderstood.isEmpty())
-        prompts().status(messages::kTubesPasted, added);
-    else
-        prompts().information(messages::kNotUnderstood, added, int(addresses.notUnderstood.size()),
-                              addresses.problems());
+    addresses.report(prompts(), added);
     return first;
 }
 

@@ -91,6 +91,17 @@ AddressText parseAddresses(const QString &text, const ellery::SteamGen &componen
     return result;
 }
 
+void AddressText::report(tarnwick::UserPrompts &prompts, int added) const
+{
+    const int known = int(tubes.size()) - added;
+    const QString result = known == 0 ? tarnwick::format(messages::kTubesPasted.text, added)
+                                      : tarnwick::format(messages::kTubesPastedAgain.text, added, known);
+    if (notUnderstood.isEmpty())
+        prompts.showStatus(result);
+    else
+        prompts.information(messages::kNotUnderstood, result, int(notUnderstood.size()), problems());
+}
+
 QString AddressText::problems() const
 {
     constexpr qsizetype kMostLines = 20;

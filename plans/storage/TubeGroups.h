@@ -1,5 +1,6 @@
 #pragma once
 #include <ellery/SteamGen.h>
+#include <tarnwick/Prompts.h>
 
 #include <vector>
 
@@ -44,6 +45,27 @@ qsizetype removeTubes(QList<Entry> &entries, const TubeGroup &group, bool isInGr
     return entries.removeIf([&](const Entry &entry) { return group.contains(entry.address()) == isInGroup; });
 }
 
+/// Moves entries so that they stand before the entry at another place, in their order. Returns the new place of the
+/// first.
+template <typename Entry>
+int moveBefore(QList<Entry> &entries, const QList<int> &places, int before)
+{
+    std::vector<bool> isMoved(size_t(entries.size()));
+    for (const int place : places)
+        isMoved[size_t(place)] = true;
+    QList<Entry> moved;
+    QList<Entry> others;
+    qsizetype target = -1;
+    for (int place = 0; place < int(entries.size()); ++place) {
+        if (place == before)
+            target = others.size();
+        (isMoved[size_t(place)] ? moved : others).append(entries[place]);
+    }
+    target = target < 0 ? others.size() : target;
+    entries = others.first(target) + moved + others.sliced(target);
+    return int(target);
+}
+
 /// Tubes read from a text such as the cells of a spreadsheet: one tube a line, as numbers or labels of the component,
 /// in the order section (may be missing), row, column, or with the names of the axes. Blank lines are skipped.
 struct AddressText
@@ -56,7 +78,11 @@ struct AddressText
     };
     QList<Line> notUnderstood; ///< lines that name no tube, or several
 
-    /// The first lines that were not understood, one a line; empty if there are none.
+    /// Tells how many tubes were added, how many were there already, and the lines that were not understood.
+    void report(tarnwick::UserPrompts &prompts, int added) const;
+
+private:
+    /// The first lines that were not understood, one a line.
     QString problems() const;
 };
 AddressText parseAddresses(const QString &text, const ellery::SteamGen &component);

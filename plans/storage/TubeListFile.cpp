@@ -154,6 +154,7 @@ QString tubeListText(const TubeList &list, const QString &name, const tarnwick::
     QString text = tarnwick::format(u"# File %S\n# Date %t\n", name, time);
     QString notes = list.description;
     notes.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
+    blankUnprintable(notes); // as reading does: so that writing again gives the same bytes
     if (notes.endsWith(kLineEnd))
         notes.chop(1);
     if (!list.description.isEmpty()) {

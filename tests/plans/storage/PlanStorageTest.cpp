@@ -170,7 +170,8 @@ TEST_F(PlanStorageTest, PlanIsEditedStoredAndReopened)
     EXPECT_EQ(editor.plan().entries.last().row, 3);
     EXPECT_EQ(editor.plan().entries.last().entryNum, 2);
     editor.paste(u"3\t4\nno\n3\t4\n"_s);
-    EXPECT_EQ(prompts.entries().last().text, u"Added 1 tubes. 1 lines were not understood:\n\tline 2: no\n");
+    EXPECT_EQ(prompts.entries().last().text,
+              u"Added 1 tubes; 1 were there already. 1 lines were not understood:\n\tline 2: no\n");
     editor.combine({{0, 3, 4}, {0, 2, 2}}, Combine::Remove);
     EXPECT_EQ(editor.plan().entries.size(), 3);
 
@@ -212,6 +213,11 @@ TEST_F(PlanStorageTest, ListIsEditedStoredAndReopened)
     EXPECT_EQ(editor.list().entries[2].entryNum, 13);
     editor.removeEntries({1});
     editor.setDescription(u"why\n"_s);
+    ListEditor recovered(session, project);
+    EXPECT_EQ(recovered.draft(), QByteArray());
+    recovered.restoreDraft(editor.draft());
+    EXPECT_EQ(recovered.list(), editor.list());
+    EXPECT_TRUE(recovered.isModified());
     EXPECT_EQ(editor.fileForTools(), u"");
     EXPECT_EQ(prompts.entries().last().text, u"Open a file first.");
     const QString listPath = folder.path(u"tube_lists/a.lst"_s);

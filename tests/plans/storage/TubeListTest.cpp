@@ -92,7 +92,7 @@ TEST(TubeListTest, ReadingAndWritingGivesTheSameBytes)
     const auto time = tarnwick::JDateTime::fromLocal(2024, 5, 6, 7, 8, 9);
     for (const ellery::SteamGen &component : {sample::block(4, 5), withLabels(), withSections()}) {
         TubeList list;
-        list.description = u"first\n\nthird, with \u00e4\n"_s;
+        list.description = u"first\n\nthird,\twith \u00e4\n"_s;
         for (int i = 0; i < component.numTube(); ++i) {
             const ellery::TubeAddress &address = component[i].address;
             if (!component.tubeLabel(ellery::Axis::Row, address.row).isEmpty())
@@ -102,7 +102,7 @@ TEST(TubeListTest, ReadingAndWritingGivesTheSameBytes)
         const TubeListFile file(text.toUtf8(), component, true);
         EXPECT_EQ(file.errorCount(), 0);
         EXPECT_EQ(file.tubes(), list.entries);
-        EXPECT_EQ(file.notes(), list.description);
+        EXPECT_EQ(file.notes(), u"first\n\nthird, with \u00e4\n") << "a tab of a description becomes a blank";
         list.entries = file.tubes();
         list.description = file.notes();
         EXPECT_EQ(tubeListText(list, u"tube_lists\\a.lst"_s, time, component), text);
@@ -120,7 +120,10 @@ TEST(TubeListTest, PastedAddressesAndSetsOfTubes)
 {
     const AddressText plain = parseAddresses(u"ROW\tCOL\n1\t2\n\nR2 C3\r\n3,4\n0 1 1\n99 1\n"_s, sample::block(4, 5));
     EXPECT_EQ(plain.tubes, (QList<ellery::TubeAddress>{{0, 1, 2}, {0, 2, 3}, {0, 3, 4}, {0, 1, 1}}));
-    EXPECT_EQ(plain.problems(), u"\tline 1: ROW COL\n\tline 7: 99 1\n");
+    tarnwick::RecordingPrompts prompts;
+    plain.report(prompts, 3);
+    EXPECT_EQ(prompts.entries().last().text, u"Added 3 tubes; 1 were there already. 2 lines were not understood:\n"
+                                             u"\tline 1: ROW COL\n\tline 7: 99 1\n");
     const AddressText labels = parseAddresses(u"d\t2\n2\t2"_s, withLabels());
     EXPECT_EQ(labels.tubes, (QList<ellery::TubeAddress>{{0, 3, 2}}));
     const AddressText sections = parseAddresses(u"E 1 2\n1 1\n1 2\n"_s, withSections());
