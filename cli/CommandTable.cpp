@@ -37,7 +37,19 @@ constexpr OptionSpec kDemoOptions[] = {
     {u"entries", u"N", u"number of report entries over all outages"},
     {u"outages", u"N", u"number of outages (3)"},
     {u"sections", u"N", u"number of sections of the tubesheet (none; 4 in a once-through component)"},
-    {u"seed", u"S", u"another seed gives another project of the same kind (1)"}};
+    {u"seed", u"S", u"another seed gives another project of the same kind (1)"},
+    {u"filled", nullptr,
+     u"with its database, in the middle of the present outage: the last texts are left to convert and upload"}};
+
+constexpr OptionSpec kNewProjectOptions[] = {
+    {u"site", u"S", u"the site code"},
+    {u"comp", u"C", u"the component code"},
+    {u"outage", u"O", u"the name of the first outage"},
+    {u"component", u"FROM", u"a text file with a table of tubes, or the folder of a component or a project"},
+    {u"name", u"TEXT", u"title of the project (site and component)"},
+    {u"date", u"DATE", u"of the outage, such as 2026-03-31"},
+    {u"pitch", u"N", u"distance of neighbouring tubes, for a table without x and y"},
+    {u"pattern", u"KIND", u"square or triangular, for a table without x and y"}};
 
 constexpr OptionSpec kConvertOptions[] = {
     {u"spec", u"FMT", u"the conversion spec (report_formats\\default.fmt of the project)"},
@@ -239,6 +251,13 @@ constexpr Command kCommands[] = {
      kImportOptions, runImport},
     {u"demo", u"DIR [options]", u"make a demo project",
      u"The same options and seed give the same files. DIR must be empty or not exist.", kDemoOptions, runDemo},
+    {u"new-project", u"DIR --site S --comp C --outage O --component FOLDER|TUBES.txt [options]",
+     u"make a project from a table of tubes",
+     u"A spreadsheet program writes the table as text, with cells apart by tabs, semicolons or commas. The first line "
+     u"names the columns: row, col, and optionally sec, x, y, periphery. Without x and y, --pitch and --pattern give "
+     u"the positions. Every line that cannot be used is printed with its reason; then no project is made. DIR must be "
+     u"empty or not exist. The project has a database with the tubes and landmarks of the component.",
+     kNewProjectOptions, runNewProject},
     {u"convert", u"DIR TEXT... [options]", u"convert foreign text reports into report files",
      u"Each text becomes reports/CAL_TYPE.rep of the project. A report that exists is overwritten only with --yes. "
      u"Without a format file report_formats/default.fmt the built-in format is used.",

@@ -42,6 +42,7 @@ int runHistory(const Arguments &arguments);
 int runImport(const Arguments &arguments);
 int runLog(const Arguments &arguments);
 int runMap(const Arguments &arguments);
+int runNewProject(const Arguments &arguments);
 int runParseList(const Arguments &arguments);
 int runPlan(const Arguments &arguments);
 int runPlans(const Arguments &arguments);

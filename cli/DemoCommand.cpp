@@ -6,6 +6,7 @@
 #include <demo/DemoProject.h>
 #include <QDir>
 #include <QFileInfo>
+#include <setup/FilledDemo.h>
 
 namespace cli {
 
@@ -29,7 +30,10 @@ int runDemo(const Arguments &arguments)
     options.seed = quint64(arguments.integer(u"seed", qint64(options.seed), 0, std::numeric_limits<qint64>::max()));
 
     ConsoleProgress progress;
-    demo::makeProject(options, folder, &progress);
+    if (arguments.has(u"filled"))
+        setup::makeFilledDemo(options, folder, &progress);
+    else
+        demo::makeProject(options, folder, &progress);
     const brannock::Project project = brannock::Project::load(folder);
     print(u"Made project \"%1\" with %2 tubes in %3\n"_s.arg(project.name).arg(project.steamGen.numTube()).arg(folder));
     return Done;

@@ -31,7 +31,7 @@ constexpr double kOffsetScatter = 0.04;
 // The present outage is in progress: shares of the tubes finished by the bobbin probe, and of follow-ups finished by
 // the rotating probe.
 constexpr double kBobbinDone = 0.95;
-constexpr double kQuestionsDone = 0.75;
+constexpr double kQuestionsDone = 0.6;
 
 // Number of indications per thousand that each analyst reports.
 constexpr int kPrimaryFinds = 970;

@@ -74,9 +74,14 @@ void removeLeftovers(const QString &folder)
 {
     // Any other file with a similar name belongs to the user.
     static const QRegularExpression ours(u"^arvo-([1-9][0-9]{0,8})-[1-9][0-9]{0,8}\\.new(-journal)?$"_s);
-    for (const QFileInfo &file : QDir(folder).entryInfoList({u"arvo-*.new*"_s}, QDir::Files)) {
+    const auto kinds = QDir::Files | QDir::Dirs | QDir::NoSymLinks;
+    for (const QFileInfo &file : QDir(folder).entryInfoList({u"arvo-*.new*"_s}, kinds)) {
         const QRegularExpressionMatch name = ours.match(file.fileName());
-        if (name.hasMatch() && isAbandoned(file, name.captured(1).toLongLong()))
+        if (!name.hasMatch() || !isAbandoned(file, name.captured(1).toLongLong()))
+            continue;
+        if (file.isDir())
+            QDir(file.filePath()).removeRecursively();
+        else
             QFile::remove(file.filePath());
     }
 }

@@ -6,7 +6,7 @@ namespace tarnwick {
 // Temporary files and folders have the process number in their name, so that a later run can identify those of a killed
 // process.
 
-/// Removes files that killed programs left directly in this folder: files of temporaryNameFor() and their journals. On
+/// Removes what killed programs left directly in this folder: files and folders of temporaryNameFor(), and journals. On
 /// a file system that may be shared with other machines, whose processes are not visible here, only files older than a
 /// day are removed. Files that cannot be removed are skipped.
 void removeLeftovers(const QString &folder);
