@@ -91,7 +91,8 @@ TEST_F(PromisesTest, ExamplesOfTheDocumentsRunAsPrinted)
         for (const QString &line : text.split(u'\n')) {
             if (line.startsWith(u"```"_s))
                 inBlock = !inBlock;
-            if (!inBlock || !line.startsWith(u"arvo-cli "_s) || (line.contains(u"OLD.mdb"_s) && !hasSample))
+            const bool isCommand = line.startsWith(u"arvo-cli "_s) || line.startsWith(u"printf "_s);
+            if (!inBlock || !isCommand || (line.contains(u"OLD.mdb"_s) && !hasSample))
                 continue;
             ++examples;
             shell(line);
