@@ -89,14 +89,32 @@ void ListEditor::setList(const TubeList &list)
 void ListEditor::take(const TubeList &list, bool isFromFile, const QString &file)
 {
     m_list = list;
-    m_file = file;
-    m_isFromFile = isFromFile;
-    m_isModified = false;
+    setOrigin(isFromFile, file);
     m_order = Order::Entry;
     m_parsed = {};
 }
 
-void ListEditor::sort(Order order)
+QString ListEditor::summary() const
+{
+    const qsizetype total = m_list.entries.size();
+    const qsizetype tubes = TubeGroup(addressesOf(m_list.entries)).count();
+    QString text = total == 1 ? u"1 entry"_s : tarnwick::format(u"%D entries", total);
+    if (tubes != total)
+        text += tarnwick::format(u", %D different tubes", tubes);
+    return text;
+}
+
+QString ListEditor::fileName() const
+{
+    return m_list.name.isEmpty() ? QString() : QFileInfo(shownName()).fileName();
+}
+
+QString ListEditor::offeredName() const
+{
+    return m_isFromFile ? QFileInfo(m_file).completeBaseName() : m_list.name;
+}
+
+void ListEditor::setOrder(Order order)
 {
     prompts().status(messages::kSorting);
     m_order = order;
@@ -135,11 +153,9 @@ bool ListEditor::setNumber(int place, const QString &text)
 
 bool ListEditor::setLabel(int place, Axis axis, const QString &text)
 {
-    const int number = component().stringToNumber(axis, text);
-    if (number < 0) {
-        prompts().error(messages::kNotALabel, text.trimmed(), component().axisNames[int(axis)]);
+    int number = 0;
+    if (!numberOf(text, axis, number))
         return false;
-    }
     ListFillTube &tube = m_list.entries[place];
     (axis == Axis::Row ? tube.row : axis == Axis::Col ? tube.col : tube.sec) = qint16(number);
     m_isModified = true;
@@ -289,9 +305,7 @@ bool ListEditor::store(const QString &machinePath)
     if (!tarnwick::attempt(prompts(), write, messages::kStoreList))
         return false;
     m_list.name = path.relativeTo(kFolder);
-    m_file = machinePath;
-    m_isFromFile = true;
-    m_isModified = false;
+    setOrigin(true, machinePath);
     m_parsed = {};
     prompts().status(messages::kListStored, path.shown(kFolder));
     return true;
@@ -313,9 +327,7 @@ bool ListEditor::upload(const QString &name, tarnwick::Progress *progress)
         return false;
     }
     m_list.name = name;
-    m_file.clear();
-    m_isFromFile = false;
-    m_isModified = false;
+    setOrigin(false);
     return true;
 }
 
@@ -340,7 +352,7 @@ void ListEditor::restoreDraft(const QByteArray &content)
     m_isModified = true;
 }
 
-QString ListEditor::nameInDraft(const QByteArray &content)
+QString ListEditor::nameInDraft(const QByteArray &content) const
 {
     const QString name = readDraft(content).list.name;
     return name.isEmpty() ? u"Untitled"_s : name;

@@ -22,8 +22,7 @@ using tarnwick::Buttons;
 using tarnwick::SuitePath;
 
 PlanEditor::PlanEditor(db::DatabaseSession &session, const brannock::Project &project)
-    : m_session(session)
-    , m_project(project)
+    : EntriesEditor(session, project)
 {
     m_plan.createTime = tarnwick::JDateTime::now();
 }
@@ -60,11 +59,9 @@ void PlanEditor::setFields(const Fields &fields)
 
 bool PlanEditor::setLabel(int place, Axis axis, const QString &text)
 {
-    const int number = component().stringToNumber(axis, text);
-    if (number < 0) {
-        prompts().error(messages::kNotALabel, text.trimmed(), component().axisNames[int(axis)]);
+    int number = 0;
+    if (!numberOf(text, axis, number))
         return false;
-    }
     PlanEntry &entry = m_plan.entries[place];
     qint16 &part = axis == Axis::Row ? entry.row : axis == Axis::Col ? entry.col : entry.sec;
     if (part != number) {
@@ -76,11 +73,11 @@ bool PlanEditor::setLabel(int place, Axis axis, const QString &text)
     return true;
 }
 
-void PlanEditor::setOrder(InspPlan::Order order)
+void PlanEditor::setOrder(Order order)
 {
-    if (order == m_plan.order)
+    if (order == this->order())
         return;
-    m_plan.sort(order);
+    m_plan.sort(InspPlan::Order(order));
     m_isModified = true;
 }
 
@@ -103,7 +100,7 @@ int PlanEditor::load(const tarnwick::Message &duplicates, Takes takes)
         else
             added.append(component()[tube].address);
     }
-    setOrder(InspPlan::Order::Entry);
+    setOrder(Order::Entry);
     append(added);
     if (known > 0)
         prompts().error(duplicates, known);
@@ -156,7 +153,7 @@ void PlanEditor::combine(const QList<TubeAddress> &tubes, Combine how)
 {
     const int before = int(m_plan.entries.size());
     if (how == Combine::Add) {
-        setOrder(InspPlan::Order::Entry);
+        setOrder(Order::Entry);
         append(missingFrom(addressesOf(m_plan.entries), tubes));
     } else {
         const TubeGroup group(tubes);
@@ -174,7 +171,7 @@ int PlanEditor::paste(const QString &text)
 {
     const AddressText addresses = parseAddresses(text, component());
     const int first = int(m_plan.entries.size());
-    setOrder(InspPlan::Order::Entry);
+    setOrder(Order::Entry);
     const int added = append(missingFrom(addressesOf(m_plan.entries), addresses.tubes));
     addresses.report(prompts(), added);
     return first;
@@ -202,9 +199,7 @@ bool PlanEditor::clearAll()
 void PlanEditor::take(const InspPlan &plan, bool isFromFile, const QString &file)
 {
     m_plan = plan;
-    m_isFromFile = isFromFile;
-    m_file = file;
-    m_isModified = false;
+    setOrigin(isFromFile, file);
     const auto isMissing = [this](const PlanEntry &entry) { return component().findTube(entry.address()) < 0; };
     const auto missing = std::count_if(m_plan.entries.cbegin(), m_plan.entries.cend(), isMissing);
     if (missing > 0)
@@ -263,9 +258,7 @@ bool PlanEditor::store(const QString &machinePath)
     if (!tarnwick::attempt(prompts(), write, messages::kPlanNotStored, name))
         return false;
     m_plan = plan;
-    m_file = machinePath;
-    m_isFromFile = true;
-    m_isModified = false;
+    setOrigin(true, machinePath);
     prompts().status(messages::kPlanStored, name);
     return true;
 }
@@ -288,9 +281,7 @@ bool PlanEditor::upload(const QString &name, tarnwick::Progress *progress)
         return false;
     }
     m_plan.name = name;
-    m_file.clear();
-    m_isFromFile = false;
-    m_isModified = false;
+    setOrigin(false);
     return true;
 }
 
@@ -333,6 +324,12 @@ void PlanEditor::restoreDraft(const QByteArray &content)
 {
     m_plan = InspPlan::fromBytes(content, u"the copy"_s);
     m_isModified = true;
+}
+
+QString PlanEditor::nameInDraft(const QByteArray &content) const
+{
+    const QString name = InspPlan::fromBytes(content, u"the copy"_s).name;
+    return name.isEmpty() ? u"Untitled"_s : name;
 }
 
 } // namespace plans

@@ -153,7 +153,7 @@ TEST_F(PlanStorageTest, PlanIsEditedStoredAndReopened)
         tubes.setSelected(tube, true);
     tubes.setMark(5, markOf(u'A', 1));
     tubes.setMark(9, markOf(u'A', 1));
-    editor.setOrder(InspPlan::Order::Row);
+    editor.setOrder(PlanEditor::Order::Row);
     EXPECT_EQ(editor.loadSelected(tubes), 0);
     EXPECT_EQ(editor.plan().order, InspPlan::Order::Entry);
     EXPECT_EQ(editor.loadSelected(tubes), 3);
@@ -205,7 +205,7 @@ TEST_F(PlanStorageTest, ListIsEditedStoredAndReopened)
     EXPECT_EQ(editor.addSymbols(tubes), 1);
     EXPECT_EQ(editor.list().entries[1], (ListFillTube{1, 1, 1, 0, markOf(u'Q', 7)}));
     editor.paste(u"3 4\n0 0"_s);
-    editor.sort(ListEditor::Order::Row);
+    editor.setOrder(ListEditor::Order::Row);
     editor.setIndex(10, {0});
     EXPECT_EQ(editor.list().entries.first(), (ListFillTube{10, 0, 0, 0, {}}));
     editor.moveEntries({0, 3}, 2);
