@@ -48,6 +48,8 @@ int runGuarded(const Command &command, const QStringList &arguments)
         showFailure(u"[%1] %2 %3"_s.arg(error.number()).arg(error.source(), error.description()));
     } catch (const tarnwick::Error &error) {
         showFailure(error.text());
+    } catch (const std::bad_alloc &) {
+        showFailure(u"The memory of this computer is not enough for that."_s);
     } catch (const tarnwick::Cancelled &) {
         printError(u"Cancelled; nothing was changed.\n");
     }

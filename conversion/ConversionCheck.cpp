@@ -24,7 +24,7 @@ void ConversionCheck::add(const ReportConversion &run, const brannock::Report &r
     m_outcomes.append({run.text().path(), 0, 0, 0, {}});
     addTarget(run);
     addRemarks(run, report);
-    addEntries(run.filled(report));
+    addEntries(run, report);
     brannock::FileOutcome &outcome = m_outcomes.last();
     outcome.stored = outcome.entries;
     if (outcome.entries == 0)
@@ -59,12 +59,18 @@ void ConversionCheck::addRemarks(const ReportConversion &run, const brannock::Re
         problems.append({0, 0, {}, u"further remarks"_s, u"There are %L1 more remarks on this text."_s.arg(more)});
 }
 
-void ConversionCheck::addEntries(const brannock::Report &report)
+void ConversionCheck::addEntries(const ReportConversion &run, const brannock::Report &report)
 {
     brannock::FileOutcome &outcome = m_outcomes.last();
-    QSet<QString> told; // a value that all entries get from a prompt is one problem
+    QSet<QString> told;            // a value that all entries get from a prompt is one problem
+    constexpr int kPortion = 1000; // a copy of all entries of a large text would need too much memory
+    QList<brannock::ReportEntry> filled;
     for (int i = 0; i < report.numEntry(); ++i) {
-        const brannock::ReportEntry &entry = report[i];
+        if (i % kPortion == 0) {
+            filled = report.entries.sliced(i, std::min(kPortion, report.numEntry() - i));
+            run.fill(filled);
+        }
+        const brannock::ReportEntry &entry = filled.at(i % kPortion);
         outcome.entries += entry.isResult() ? 1 : 0;
         const QList<EntryProblem> problems = m_check.problems(entry);
         for (const EntryProblem &problem : problems) {

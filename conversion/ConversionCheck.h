@@ -22,7 +22,7 @@ public:
 
 private:
     void addRemarks(const ReportConversion &run, const brannock::Report &report);
-    void addEntries(const brannock::Report &report);
+    void addEntries(const ReportConversion &run, const brannock::Report &report);
     void addTarget(const ReportConversion &run);
 
     const brannock::Project &m_project;

@@ -35,36 +35,57 @@ LineConverter::LineConverter(const brannock::Project &project, ReportConvSpec &s
 {
 }
 
-void LineConverter::remark(const QString &text, const QString &kind)
+template <typename Text>
+void LineConverter::remark(const QString &kind, const Text &text)
 {
-    m_remarks.add(m_file, m_number, text, kind);
+    if (m_remarks.isFull())
+        m_remarks.addUnkept();
+    else
+        m_remarks.add(m_file, m_number, text(), kind);
 }
 
-ReportEntry LineConverter::convert(int number, QStringView line)
+template <typename Text>
+void LineConverter::remarkOnValue(const Text &text)
+{
+    m_lineRemarks.append(m_remarks.isFull() ? QString() : text());
+}
+
+bool LineConverter::needsVolts()
+{
+    if (m_askedCode != m_codeText) {
+        m_askedCode = m_codeText;
+        m_needsVolts = m_project.defects.isRequiredField(m_codeText, brannock::DefectList::Volts);
+    }
+    return m_needsVolts;
+}
+
+void LineConverter::convert(int number, QStringView line, ReportEntry &entry)
 {
     m_number = number;
-    if (number <= m_spec.headerLines)
-        return headerEntry(line);
+    if (number <= m_spec.headerLines) {
+        convertHeader(line, entry);
+        return;
+    }
 
     m_hasVolts = false;
     m_codeText.clear();
     m_lineRemarks.clear();
-    ReportEntry entry;
     entry.calNumber = -1;
     entry.sec = -1;
     m_cutter.cut(line);
     for (const ConvField &field : std::as_const(m_spec.reportFields))
         applyField(entry, field);
 
-    if (m_hasVolts && m_project.defects.isRequiredField(m_codeText, brannock::DefectList::Volts))
+    if (m_hasVolts && needsVolts())
         entry.meas.type = u"V"_s;
     // The suite's tube numbers have 16 bits.
     if (qint16(entry.row) < 0 || qint16(entry.col) < 0 || qint16(entry.sec) < 0) {
         remarkOnAddress(entry);
-        return headerEntry(line);
+        entry = ReportEntry();
+        convertHeader(line, entry);
+    } else {
+        remarkOnResult(entry);
     }
-    remarkOnResult(entry);
-    return entry;
 }
 
 void LineConverter::applyField(ReportEntry &entry, const ConvField &field)
@@ -180,9 +201,11 @@ int LineConverter::integer(const ConvField &field, int least, int most)
     const int found = tarnwick::leadingInteger(field.value);
     const int held = std::clamp(found, least, most);
     if (held != found || !tarnwick::string_to_value<qint32>(field.value)) {
-        m_lineRemarks.append(u"%1 \"%2\" is not a whole number from %3 to %4; %5 is used"_s.arg(
-            reportFieldKeyword(field.type), field.value, QString::number(least), QString::number(most),
-            QString::number(held)));
+        remarkOnValue([&] {
+            return u"%1 \"%2\" is not a whole number from %3 to %4; %5 is used"_s.arg(
+                reportFieldKeyword(field.type), field.value, QString::number(least), QString::number(most),
+                QString::number(held));
+        });
     }
     return held;
 }
@@ -190,23 +213,24 @@ int LineConverter::integer(const ConvField &field, int least, int most)
 double LineConverter::number(const ConvField &field)
 {
     // Without a signal these columns are blank, which needs no remark.
+    if (field.value.isEmpty())
+        return 0;
+    if (const auto whole = tarnwick::string_to_value<double>(field.value))
+        return *whole;
     const double found = leadingNumber(field.value);
     const double held = std::isfinite(found) ? found : 0;
-    if (!field.value.isEmpty() && !tarnwick::string_to_value<double>(field.value)) {
-        m_lineRemarks.append(
-            u"%1 \"%2\" is not a number; %3 is used"_s.arg(reportFieldKeyword(field.type), field.value).arg(held));
-    }
+    remarkOnValue([&] {
+        return u"%1 \"%2\" is not a number; %3 is used"_s.arg(reportFieldKeyword(field.type), field.value).arg(held);
+    });
     return held;
 }
 
-ReportEntry LineConverter::headerEntry(QStringView line)
+void LineConverter::convertHeader(QStringView line, ReportEntry &entry)
 {
-    ReportEntry entry;
     entry.kind = ReportEntry::Kind::Header;
     entry.headerText = line.left(brannock::ReportSchema::kHeaderColumns).toString();
     for (ConvField &field : m_spec.commentFields)
         applyCommentField(field, line);
-    return entry;
 }
 
 void LineConverter::applyCommentField(ConvField &field, QStringView line)
@@ -234,7 +258,7 @@ void LineConverter::applyCommentField(ConvField &field, QStringView line)
         if (const auto time = tarnwick::JDateTime::parse(field.value))
             m_prompts.dateTime = *time;
         else
-            remark(u"\"%1\" is not a date and time"_s.arg(field.value), u"not a date"_s);
+            remark(u"not a date"_s, [&] { return u"\"%1\" is not a date and time"_s.arg(field.value); });
         break;
     }
 }
@@ -262,32 +286,37 @@ void LineConverter::remarkOnAddress(const ReportEntry &entry)
             unreadable.append(u"%1 \"%2\""_s.arg(reportFieldKeyword(field.type), field.value));
     }
     if (readable > 0 && !unreadable.isEmpty())
-        remark(u"treated as a header line; not a number: %1"_s.arg(unreadable.join(u", "_s)), u"not a number"_s);
+        remark(u"not a number"_s,
+               [&] { return u"treated as a header line; not a number: %1"_s.arg(unreadable.join(u", "_s)); });
 }
 
 void LineConverter::remarkOnResult(const ReportEntry &entry)
 {
-    if (!m_cutter.missed().isEmpty()) {
-        QStringList fields;
-        for (const int i : m_cutter.missed()) {
-            const ConvField &field = m_spec.reportFields.at(i);
-            if (field.type != qint32(ReportFieldType::Skip))
-                fields.append(u"%1 \"%2\""_s.arg(reportFieldKeyword(field.type), field.value));
-        }
-        if (!fields.isEmpty())
-            remark(u"too short; an earlier value is used for %1"_s.arg(fields.join(u", "_s)), u"short line"_s);
+    const auto isUsed = [this](int i) { return m_spec.reportFields.at(i).type != qint32(ReportFieldType::Skip); };
+    if (std::any_of(m_cutter.missed().begin(), m_cutter.missed().end(), isUsed)) {
+        remark(u"short line"_s, [&] {
+            QStringList fields;
+            for (const int i : m_cutter.missed()) {
+                const ConvField &field = m_spec.reportFields.at(i);
+                if (isUsed(i))
+                    fields.append(u"%1 \"%2\""_s.arg(reportFieldKeyword(field.type), field.value));
+            }
+            return u"too short; an earlier value is used for %1"_s.arg(fields.join(u", "_s));
+        });
     }
     for (const QString &text : std::as_const(m_lineRemarks))
-        remark(text, u"not a number"_s);
+        remark(u"not a number"_s, [&text] { return text; });
     remarkOnLocations(entry);
     const ellery::SteamGen &steamGen = m_project.steamGen;
     const ellery::TubeAddress address = entry.address();
     if (steamGen.numTube() > 0 && steamGen.findTube(address) < 0) {
-        // Numbers beyond 16 bits have no address.
-        const QString name = address.row == entry.row
-                                 ? steamGen.tubeName(address)
-                                 : u"SEC %1 ROW %2 COL %3"_s.arg(entry.sec).arg(entry.row).arg(entry.col);
-        remark(u"%1 does not exist in %2"_s.arg(name, steamGen.name), kUnknownTube);
+        remark(kUnknownTube, [&] {
+            // Numbers beyond 16 bits have no address.
+            const QString name = address.row == entry.row
+                                     ? steamGen.tubeName(address)
+                                     : u"SEC %1 ROW %2 COL %3"_s.arg(entry.sec).arg(entry.row).arg(entry.col);
+            return u"%1 does not exist in %2"_s.arg(name, steamGen.name);
+        });
     }
 }
 
@@ -298,9 +327,10 @@ void LineConverter::remarkOnLocations(const ReportEntry &entry)
         {u"location", &entry.location}, {u"from location", &entry.from}, {u"to location", &entry.to}};
     for (const auto &[name, location] : locations) {
         if (location->landmark.isEmpty() && (location->offset != 0 || location->point != 0)) {
-            remark(tarnwick::format(u"the %S has no landmark; its offset %g and data point %d are not stored", name,
-                                    double(location->offset), location->point),
-                   kNoLandmark);
+            remark(kNoLandmark, [name = name, location = location] {
+                return tarnwick::format(u"the %S has no landmark; its offset %g and data point %d are not stored", name,
+                                        double(location->offset), location->point);
+            });
         }
     }
 }

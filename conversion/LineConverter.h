@@ -17,8 +17,8 @@ public:
     LineConverter(const brannock::Project &project, ReportConvSpec &spec, ConversionPrompts &prompts, Remarks &remarks,
                   const QString &file);
 
-    /// number: line number in the text, from 1.
-    brannock::ReportEntry convert(int number, QStringView line);
+    /// number: line number in the text, from 1. entry: a new one.
+    void convert(int number, QStringView line, brannock::ReportEntry &entry);
 
 private:
     void applyField(brannock::ReportEntry &entry, const ConvField &field);
@@ -28,9 +28,15 @@ private:
     /// Limited to the range that report files allow for the number.
     int integer(const ConvField &field, int least, int most);
     double number(const ConvField &field);
-    brannock::ReportEntry headerEntry(QStringView line);
+    void convertHeader(QStringView line, brannock::ReportEntry &entry);
     void applyCommentField(ConvField &field, QStringView line);
-    void remark(const QString &text, const QString &kind);
+    /// text: makes the remark's text; not called if the text would not be kept.
+    template <typename Text>
+    void remark(const QString &kind, const Text &text);
+    /// The same about a value of the line, which is only told if the line is a result.
+    template <typename Text>
+    void remarkOnValue(const Text &text);
+    bool needsVolts();
     void remarkOnAddress(const brannock::ReportEntry &entry);
     void remarkOnResult(const brannock::ReportEntry &entry);
     void remarkOnLocations(const brannock::ReportEntry &entry);
@@ -47,6 +53,8 @@ private:
     bool m_hasVolts = false;
     QString m_codeText;
     QStringList m_lineRemarks; ///< added to the remarks only if the line is a result
+    QString m_askedCode;       ///< of the last needsVolts()
+    bool m_needsVolts = false; ///< and its answer: most lines have the code of the line before
 };
 
 } // namespace conversion

@@ -66,7 +66,8 @@ void LineResult::convert(const brannock::Project &project, const ReportConvSpec 
         field.value.clear();
     ConversionPrompts prompts;
     Remarks remarks;
-    const ReportEntry entry = LineConverter(project, tried, prompts, remarks, {}).convert(number, line);
+    ReportEntry entry;
+    LineConverter(project, tried, prompts, remarks, {}).convert(number, line, entry);
     if (entry.isHeader())
         m_rows.append({number <= spec.headerLines ? u"A header line."_s
                                                   : u"A header line: it has no section, row and column."_s});

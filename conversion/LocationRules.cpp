@@ -1,10 +1,25 @@
 #include "LocationRules.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 
 namespace conversion {
 
 namespace {
+
+/// A location in the text that is scanned.
+struct Place
+{
+    QStringView landmark;
+    float offset = 0;
+
+    void giveTo(brannock::TubeLoc &location) const
+    {
+        location.landmark = landmark.toString();
+        location.offset = offset;
+    }
+};
 
 bool isDigit(QChar c)
 {
@@ -25,12 +40,12 @@ public:
     }
 
     // %[A-Z0-9]
-    bool landmark(QString &name)
+    bool landmark(QStringView &name)
     {
         const qsizetype start = m_at;
         while (m_at < m_text.size() && isLandmarkCharacter(m_text[m_at]))
             ++m_at;
-        name = m_text.sliced(start, m_at - start).toString();
+        name = m_text.sliced(start, m_at - start);
         return m_at > start;
     }
     // %[0-9]
@@ -80,7 +95,7 @@ public:
         return length > 0 && std::isfinite(value);
     }
 
-    bool signedPlace(brannock::TubeLoc &place)
+    bool signedPlace(Place &place)
     {
         bool negative = false;
         if (!landmark(place.landmark) || !blanks() || !sign(negative) || !number(place.offset))
@@ -89,7 +104,7 @@ public:
             place.offset = -place.offset;
         return true;
     }
-    bool place(brannock::TubeLoc &place)
+    bool place(Place &place)
     {
         if (!landmark(place.landmark))
             return false;
@@ -103,6 +118,22 @@ private:
 };
 
 } // namespace
+
+// The value of a text that has the form of a number; infinite if it is too large.
+static double numberOf(QStringView text)
+{
+    constexpr qsizetype kUsual = 32;
+    if (text.startsWith(u'+'))
+        text = text.sliced(1);
+    if (text.size() <= kUsual) {
+        char plain[kUsual];
+        std::transform(text.begin(), text.end(), plain, [](QChar c) { return char(c.unicode()); });
+        double value = 0;
+        if (std::from_chars(plain, plain + text.size(), value).ec == std::errc())
+            return value;
+    }
+    return text.toDouble();
+}
 
 double leadingNumber(QStringView text, qsizetype *length)
 {
@@ -137,43 +168,47 @@ double leadingNumber(QStringView text, qsizetype *length)
     }
     if (length)
         *length = i;
-    return text.sliced(start, i - start).toDouble();
+    return numberOf(text.sliced(start, i - start));
 }
 
 LocationText parseLocation(QStringView text)
 {
     text = text.trimmed();
     LocationText result;
+    if (text.isEmpty())
+        return result;
+    Place from;
+    Place to;
 
     Scanner signedStretch(text);
-    if (signedStretch.signedPlace(result.from) && signedStretch.blanks() && signedStretch.signedPlace(result.to))
-        return result;
-    result = {};
-
     Scanner stretch(text);
-    if (stretch.place(result.from)) {
+    const bool isSignedStretch =
+        signedStretch.signedPlace(from) && signedStretch.blanks() && signedStretch.signedPlace(to);
+    const auto isStretch = [&] {
+        if (!stretch.place(from))
+            return false;
         stretch.space();
-        if (stretch.place(result.to))
-            return result;
+        return stretch.place(to);
+    };
+    if (isSignedStretch || isStretch()) {
+        from.giveTo(result.from);
+        to.giveTo(result.to);
+        return result;
     }
-    result = {};
 
     Scanner signedPlace(text);
-    if (signedPlace.signedPlace(result.location))
-        return result;
-    result = {};
-
     Scanner range(text);
-    if (range.digits() && range.literal(u'-') && range.digits()) {
-        result.location.landmark = text.toString();
+    Scanner place(text);
+    Place found;
+    if (signedPlace.signedPlace(found)) {
+        found.giveTo(result.location);
         return result;
     }
-
-    Scanner place(text);
-    if (place.place(result.location))
-        return result;
-    result = {};
-    result.location.landmark = text.toString();
+    const bool isRange = range.digits() && range.literal(u'-') && range.digits();
+    if (!isRange && place.place(found))
+        found.giveTo(result.location);
+    else
+        result.location.landmark = text.toString();
     return result;
 }
 

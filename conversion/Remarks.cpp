@@ -23,7 +23,7 @@ void Remarks::clear()
 void Remarks::add(const QString &file, int line, const QString &text, const QString &kind)
 {
     ++m_count;
-    if (m_kept.size() < kMostKept)
+    if (!isFull())
         m_kept.append({file, line, text, kind});
 }
 

@@ -29,6 +29,9 @@ public:
 
     void clear();
     void add(const QString &file, int line, const QString &text, const QString &kind);
+    /// Counts a remark that is not kept because isFull(), so that its text need not be made.
+    void addUnkept() { ++m_count; }
+    bool isFull() const { return m_kept.size() >= kMostKept; }
     const QList<Remark> &kept() const { return m_kept; }
     int count() const { return m_count; }
     bool isEmpty() const { return m_count == 0; }

@@ -2,6 +2,7 @@
 
 #include "FieldCutter.h"
 #include "LineConverter.h"
+#include "MemoryCheck.h"
 #include "Messages.h"
 
 #include <brannock/ReportLog.h>
@@ -42,6 +43,8 @@ void ReportConversion::convert(const TextSource &text, tarnwick::Progress *progr
     });
     Remarks remarks;
     applyFilenameFields(text.path(), remarks);
+    constexpr qint64 kTexts = 200; // those that differ from line to line
+    requireMemory(text.path(), text.lineCount() * (qint64(sizeof(ReportEntry)) + kTexts), u"Converting it"_s);
     QList<ReportEntry> entries;
     entries.reserve(text.lineCount());
     LineConverter converter(m_project, spec, prompts, remarks, text.path());
@@ -51,8 +54,9 @@ void ReportConversion::convert(const TextSource &text, tarnwick::Progress *progr
         const QStringView line = text.line(i);
         if (line.isEmpty())
             continue;
-        entries.append(converter.convert(i + 1, line));
-        entries.last().textLine = i + 1;
+        ReportEntry &entry = entries.emplaceBack();
+        converter.convert(i + 1, line, entry);
+        entry.textLine = i + 1;
     }
     m_report.clear();
     m_report.entries = std::move(entries);
@@ -130,13 +134,12 @@ tarnwick::SuitePath ReportConversion::target() const
     return tarnwick::SuitePath(u"reports\\"_s + tarnwick::validFileName(name));
 }
 
-brannock::Report ReportConversion::filled(const brannock::Report &report) const
+void ReportConversion::fill(QList<ReportEntry> &entries) const
 {
-    brannock::Report whole = report;
     const tarnwick::JDateTime time = prompts.dateTime.isNull() ? tarnwick::JDateTime::now() : prompts.dateTime;
     const QString outage = m_project.outageName();
     const auto isIncomplete = [](const fenwright::UserInfo &user) { return !user.isValid(); };
-    for (ReportEntry &entry : whole.entries) {
+    for (ReportEntry &entry : entries) {
         if (entry.isHeader())
             continue;
         if (entry.calNumber < 0)
@@ -160,7 +163,6 @@ brannock::Report ReportConversion::filled(const brannock::Report &report) const
         if (entry.entryTime.isNull())
             entry.entryTime = time;
     }
-    return whole;
 }
 
 StoreResult ReportConversion::store(tarnwick::UserPrompts &user, bool isDryRun)
@@ -172,7 +174,7 @@ StoreResult ReportConversion::store(tarnwick::UserPrompts &user, bool isDryRun)
         return StoreResult::Declined;
     if (isDryRun)
         return StoreResult::Stored;
-    m_report = filled(m_report);
+    fill(m_report.entries);
     m_report.storeReport(machinePath, 1);
     m_report.path = machinePath;
     user.status(messages::kStored, path.text());

@@ -51,8 +51,8 @@ public:
 
     /// "reports\00012_PRI.rep": the cal with five digits and the operation type.
     tarnwick::SuitePath target() const;
-    /// A report as it would be stored: missing members of the entries are filled from the prompts and the project.
-    brannock::Report filled(const brannock::Report &report) const;
+    /// Fills missing members of the entries from the prompts and the project, as they are when they are stored.
+    void fill(QList<brannock::ReportEntry> &entries) const;
     /// Fills missing members of the entries from the prompts and the project, and writes the report. Asks before it
     /// overwrites a file; any answer except Yes stores nothing. Throws tarnwick::FileError. What was stored is entered
     /// into the project's log. A dry run only asks.

@@ -1,6 +1,9 @@
 #include "TextSource.h"
 
+#include "MemoryCheck.h"
+
 #include <QFile>
+#include <QFileInfo>
 #include <tarnwick/FileWriter.h>
 #include <tarnwick/TextDecoding.h>
 
@@ -16,8 +19,16 @@ static QString decoded(const QString &path, const QByteArray &content)
     return tarnwick::decodedText(content);
 }
 
+static QByteArray contentOf(const QString &machinePath)
+{
+    constexpr qint64 kMostBytes = qint64(1) << 36;
+    constexpr int kMemoryPerByte = 4; // the bytes, the text of two bytes a character, and its lines
+    requireMemory(machinePath, QFileInfo(machinePath).size() * kMemoryPerByte, u"Reading it"_s);
+    return tarnwick::readFile(machinePath, kMostBytes);
+}
+
 TextSource::TextSource(const QString &machinePath)
-    : TextSource(machinePath, tarnwick::readFile(machinePath))
+    : TextSource(machinePath, contentOf(machinePath))
 {
 }
 
@@ -50,24 +61,30 @@ QStringView TextSource::line(int index) const
     return QStringView(m_text).sliced(m_lines[index].start, m_lines[index].size);
 }
 
-void TextSource::addLine(qsizetype start, qsizetype end)
+// Adds what lies between two LFs. A CR in it ends a line too: if it did not, the lines behind it would be lost as the
+// end of another one. CRs before the LF belong to that.
+void TextSource::addLines(qsizetype start, qsizetype end)
 {
-    if (m_lines.size() == kMostLines)
-        throw tarnwick::FileError(m_path, 0,
-                                  u"has more than %1 lines, which is too many for a report."_s.arg(kMostLines));
-    while (end > start && m_text[end - 1] == u'\r')
-        --end;
-    m_lines.append({start, end - start});
+    if (end < m_text.size()) {
+        while (end > start && m_text[end - 1] == u'\r')
+            --end;
+    }
+    const QStringView part = QStringView(m_text).sliced(start, end - start);
+    qsizetype from = 0;
+    for (qsizetype to; (to = part.indexOf(u'\r', from)) >= 0; from = to + 1)
+        m_lines.append({start + from, to - from});
+    if (end < m_text.size() || from < part.size())
+        m_lines.append({start + from, part.size() - from});
 }
 
 void TextSource::split()
 {
-    const QChar lineEnd = m_text.contains(u'\n') ? u'\n' : u'\r';
     qsizetype start = 0;
     while (start < m_text.size()) {
-        const qsizetype end = m_text.indexOf(lineEnd, start);
-        addLine(start, end < 0 ? m_text.size() : end);
-        start = end < 0 ? m_text.size() : end + 1;
+        const qsizetype found = m_text.indexOf(u'\n', start);
+        const qsizetype end = found < 0 ? m_text.size() : found;
+        addLines(start, end);
+        start = end + 1;
     }
 }
 

@@ -41,17 +41,19 @@ static std::optional<T> readInteger(std::string_view text, int radix)
     return value;
 }
 
+// Reports contain millions of numbers, and this is several times as fast as QStringView::toDouble.
 template <typename T>
-static std::optional<T> readNumber(QStringView text)
+static std::optional<T> readNumber(std::string_view text)
 {
-    bool ok = false;
-    const QStringView trimmed = text.trimmed();
-    T value;
-    if constexpr (std::is_same_v<T, float>)
-        value = trimmed.toFloat(&ok);
-    else
-        value = trimmed.toDouble(&ok);
-    if (!ok || !std::isfinite(value))
+    if (text.starts_with('+')) {
+        text.remove_prefix(1);
+        if (text.starts_with('-'))
+            return std::nullopt;
+    }
+    T value{};
+    const char *end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    if (result.ec != std::errc() || result.ptr != end || !std::isfinite(value))
         return std::nullopt;
     return value;
 }
@@ -59,12 +61,13 @@ static std::optional<T> readNumber(QStringView text)
 template <typename T>
 std::optional<T> string_to_value(QStringView text, int radix)
 {
-    if constexpr (std::is_floating_point_v<T>) {
-        return readNumber<T>(text);
-    } else {
-        const auto plain = plainText(text);
-        return plain ? readInteger<T>(*plain, radix) : std::nullopt;
-    }
+    const auto plain = plainText(text);
+    if (!plain)
+        return std::nullopt;
+    if constexpr (std::is_floating_point_v<T>)
+        return readNumber<T>(*plain);
+    else
+        return readInteger<T>(*plain, radix);
 }
 
 template std::optional<qint16> string_to_value<qint16>(QStringView, int);

@@ -35,7 +35,10 @@ QString decodedText(const QByteArray &bytes)
     }
     QStringDecoder decode(QStringDecoder::Utf8);
     QString text = decode(bytes);
-    return decode.hasError() ? from1252(bytes) : text;
+    if (!decode.hasError())
+        return text;
+    text = QString(); // a text of a gigabyte needs its memory again
+    return from1252(bytes);
 }
 
 } // namespace tarnwick

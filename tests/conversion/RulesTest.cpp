@@ -1,5 +1,6 @@
 #include <conversion/FieldCutter.h>
 #include <conversion/LocationRules.h>
+#include <conversion/MemoryCheck.h>
 #include <conversion/TextSource.h>
 #include <support/Printers.h>
 #include <tarnwick/base/Error.h>
@@ -111,14 +112,17 @@ TEST(TextSourceTest, TakesLinesOfEverySystem)
     EXPECT_EQ(linesOf("a\n\n b\n"), expected);
     EXPECT_EQ(linesOf("a\r\n\r\n b\r\n\x1a"), expected);
     EXPECT_EQ(linesOf("a\r\r b"), expected);
+    EXPECT_EQ(linesOf("a\r\n\r b\r\r\n"), expected);
+    EXPECT_EQ(linesOf("a\n\n b\r"), expected);
     EXPECT_EQ(linesOf(""), QStringList());
 }
 
-TEST(TextSourceTest, RefusesMoreLinesThanAReportMayHave)
+TEST(TextSourceTest, RefusesOnlyWhatTheMemoryCannotHold)
 {
-    const QByteArray most = "x\n" + QByteArray(TextSource::kMostLines - 1, '\n');
-    EXPECT_EQ(TextSource(u"a.txt"_s, most).lineCount(), TextSource::kMostLines);
-    EXPECT_THROW(TextSource(u"a.txt"_s, most + "x"), tarnwick::FileError);
+    EXPECT_EQ(TextSource(u"a.txt"_s, QByteArray(3'000'000, '\n')).lineCount(), 3'000'000);
+    EXPECT_NO_THROW(requireMemory(u"a.txt"_s, 1000, u"It"_s));
+    EXPECT_THROW(requireMemory(u"a.txt"_s, qint64(1) << 60, u"It"_s), tarnwick::FileError);
+    EXPECT_GT(freeMemory().value_or(0), 1'000'000);
 }
 
 TEST(TextSourceTest, ReadsUtf8ElseCodePage1252)
