@@ -12,6 +12,7 @@
 #include <tarnwick/Failures.h>
 
 #include <QDesktopServices>
+#include <QTabWidget>
 #include <QUrl>
 
 namespace query {
@@ -86,6 +87,11 @@ void SQLDlg::bindEditCommands()
     commands().bind(ClearRecentQueries, [this] { m_editor.clearRecent(); });
     commands().bind(FindText, [this] { m_page->findBar().open(); });
     commands().bind(FindNextText, [this] { m_page->findBar().findNext(true); });
+    commands().bind(NextPart, [this] {
+        const bool isInText = m_page->sql().hasFocus();
+        m_tabs->setCurrentIndex(0);
+        (isInText ? static_cast<QWidget &>(m_page->table()) : m_page->sql()).setFocus();
+    });
     commands().bind(FormatStatements, [this] { formatStatements(); });
 }
 

@@ -40,6 +40,7 @@ enum SqlCommand : int {
     MarkOnMap,
     SelectOnMap,
     FindSelectedTubes,
+    NextPart,
 };
 
 /// Conditions of the commands.

@@ -16,14 +16,16 @@
 
 namespace app {
 
-/// The parts of a window that the user can reach with Tab, in this order.
+/// The parts of a window that the user can reach with Tab, in this order. F6 leaves the text of a query, where Tab is a
+/// character.
 inline QList<QWidget *> tabOrder(QWidget &window)
 {
     QList<QWidget *> order;
     QWidget *start = window.focusWidget();
     while (window.focusWidget() && order.size() < 200) {
         order.append(window.focusWidget());
-        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+        const bool isText = window.focusWidget()->inherits("QsciScintillaBase");
+        QTest::keyClick(window.focusWidget(), isText ? Qt::Key_F6 : Qt::Key_Tab);
         if (window.focusWidget() == start)
             break;
     }
@@ -66,7 +68,10 @@ inline void checkDialog(QWidget &dialog, const QString &name)
             qobject_cast<QAbstractSpinBox *>(part->parent()) || qobject_cast<QComboBox *>(part->parent());
         const bool isField = !isWithin && (button || qobject_cast<QComboBox *>(part) ||
                                            qobject_cast<QLineEdit *>(part) || qobject_cast<QAbstractSpinBox *>(part));
-        if ((button && !button->text().isEmpty()) || (label && !label->text().isEmpty())) {
+        // A line for messages of any length shows all of it as its tip.
+        const bool isLine =
+            label && label->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored && label->toolTip().size() > 0;
+        if ((button && !button->text().isEmpty()) || (label && !label->text().isEmpty() && !isLine)) {
             EXPECT_GE(part->width(), part->minimumSizeHint().width()) << what;
             EXPECT_GE(part->height(), part->minimumSizeHint().height()) << what;
         }

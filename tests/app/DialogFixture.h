@@ -2,6 +2,7 @@
 #include "DialogChecks.h"
 #include "WindowFixture.h"
 
+#include <app/CheckStyle.h>
 #include <app/DBaseApp.h>
 #include <dao/Recordset.h>
 #include <QDialog>
@@ -10,6 +11,15 @@
 
 namespace app {
 
+/// Dialogs look as in the program. ARVO_DARK asks for the dark palette.
+inline void useLookOfTheProgram()
+{
+    if (qEnvironmentVariableIsSet("ARVO_DARK"))
+        useDarkPalette();
+    else
+        QApplication::setStyle(new CheckStyle);
+}
+
 /// A dialog over a project's database. ARVO_PICTURES names a folder for pictures of the dialogs; ARVO_DARK asks for the
 /// dark palette.
 class DialogFixture : public WindowFixture
@@ -17,8 +27,7 @@ class DialogFixture : public WindowFixture
 protected:
     void SetUp() override
     {
-        if (qEnvironmentVariableIsSet("ARVO_DARK"))
-            useDarkPalette();
+        useLookOfTheProgram();
         ASSERT_TRUE(window.openProject(projectFolder()));
         session().connectDatabase(session().project().databasePath());
     }
@@ -34,7 +43,8 @@ protected:
     static void picture(QWidget &dialog, const QString &name)
     {
         dialog.show();
-        settle();
+        dialog.activateWindow(); // keys reach an active window only
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
         checkDialog(dialog, name);
         const QString folder = qEnvironmentVariable("ARVO_PICTURES");
         if (!folder.isEmpty()) {

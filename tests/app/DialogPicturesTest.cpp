@@ -1,10 +1,8 @@
 // Pictures of the dialogs, to be looked at: written to the folder that ARVO_PICTURES names; ARVO_DARK asks for the dark
 // palette, QT_SCALE_FACTOR for another scale. The checks hold in every case: nothing may be cut off.
-#include "AppFixture.h"
-#include "DialogChecks.h"
+#include "DialogFixture.h"
 
 #include <app/CheckStyle.h>
-#include <app/DBaseApp.h>
 #include <app/HeaderDlg.h>
 #include <app/MapPrinting.h>
 
@@ -51,8 +49,7 @@ class DialogPicturesTest : public AppTest
 protected:
     void SetUp() override
     {
-        if (qEnvironmentVariableIsSet("ARVO_DARK"))
-            useDarkPalette();
+        useLookOfTheProgram();
         ASSERT_TRUE(window.openProject(m_pictures.isEmpty() ? projectFolder() : largeProject()));
         plans::PatternFill fill;
         fill.parameters.rowIncrement = 3;

@@ -1,6 +1,4 @@
-#include "WindowFixture.h"
-
-#include <app/DBaseApp.h>
+#include "DialogFixture.h"
 
 #include <query/dialogs/JQueryWin.h>
 #include <query/dialogs/QueryPage.h>
@@ -10,6 +8,7 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTabWidget>
@@ -22,17 +21,14 @@ namespace app {
 
 namespace {
 
-/// The SQL editor over a project's database, and pictures of it (see DialogPicturesTest.cpp).
-class SqlDialogTest : public WindowFixture
+/// The SQL editor over a project's database, and pictures of it (see DialogFixture).
+class SqlDialogTest : public DialogFixture
 {
 protected:
     void SetUp() override
     {
-        if (qEnvironmentVariableIsSet("ARVO_DARK"))
-            useDarkPalette();
-        ASSERT_TRUE(window.openProject(projectFolder()));
-        session().connectDatabase(session().project().databasePath());
-        execute(u"DELETE FROM report"_s);
+        DialogFixture::SetUp();
+        sql(u"DELETE FROM report"_s);
         for (int i = 0; i < 40; ++i)
             addResult({{u"sec"_s, u"0"_s},
                        {u"row"_s, QString::number(i / 8 + 1)},
@@ -48,10 +44,8 @@ protected:
             if (field.required && !field.isAutoIncrement() && !values.contains(field.name))
                 values[field.name] = dao::isTextType(field.type) ? u"'A'"_s : u"1"_s;
         }
-        execute(u"INSERT INTO report (%1) VALUES (%2)"_s.arg(values.keys().join(u','), values.values().join(u',')));
+        sql(u"INSERT INTO report (%1) VALUES (%2)"_s.arg(values.keys().join(u','), values.values().join(u',')));
     }
-    void execute(const QString &statement) { session().database().database().execute(statement); }
-    ProjectSession &session() { return window.projectSession(); }
     query::SQLDlg::Setup setup()
     {
         return {.editor = {.session = session().database(),
@@ -63,15 +57,6 @@ protected:
                 .mode = query::TableMode::Edit,
                 .isFull = true,
                 .parent = &window};
-    }
-    void picture(QWidget &dialog, const QString &name)
-    {
-        dialog.show();
-        settle();
-        const QString folder = qEnvironmentVariable("ARVO_PICTURES");
-        if (!folder.isEmpty()) {
-            EXPECT_TRUE(dialog.grab().save(folder + u'/' + name + u".png"_s));
-        }
     }
 };
 
@@ -137,6 +122,28 @@ TEST_F(SqlDialogTest, EscStopsAStatementAndNothingElse)
     dialog.reject();
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_FALSE(session().database().workspace().transactionDepth());
+}
+
+TEST_F(SqlDialogTest, ACellThatIsBeingTypedIsStoredBeforeACommand)
+{
+    query::SQLDlg dialog(setup());
+    dialog.show();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    dialog.page().sql().setSql(u"SELECT row, pcnt FROM report ORDER BY recd_num"_s);
+    dialog.execute();
+    query::JQueryWin &table = dialog.page().table();
+    table.setCurrentIndex(table.grid().index(2, 1));
+    table.edit(table.currentIndex());
+    auto *cell = qobject_cast<QLineEdit *>(table.focusWidget());
+    ASSERT_NE(cell, nullptr);
+    cell->setText(u"61"_s);
+    QTest::keyClick(cell, Qt::Key_F5);
+    settle();
+    EXPECT_EQ(table.result().cellText(2, 1).trimmed(), u"61");
+    EXPECT_EQ(dialog.editor().transaction().changeCount(), 1);
+    said.answerWith({Answer::No, Answer::Yes});
+    dialog.reject();
 }
 
 TEST_F(SqlDialogTest, ThePreviewKeepsUndoAndReturnIsNeverTakenByTheCompletions)

@@ -53,7 +53,10 @@ JDialog::JDialog(UserPrompts &prompts, const CommandTable *table, const QString 
     m_changes->setToolTip(u"OK stores these changes, Cancel undoes them."_s);
     if (table) {
         m_handlers = std::make_unique<CommandHandlers>(*table);
-        m_handlers->setRunner([this](const CommandRow &, const std::function<void()> &work) { run(work); });
+        m_handlers->setRunner([this](const CommandRow &, const std::function<void()> &work) {
+            commitTyping(focusWidget());
+            run(work);
+        });
         m_actions = new CommandActions(*m_handlers, this);
     }
     m_draftDelay.setSingleShot(true);
