@@ -13,7 +13,8 @@ namespace app {
 void editOptions(ProjectSession &session, MapPane &map, QWidget *parent)
 {
     brannock::ColourChooser colours(session.roots(), session.prompts());
-    query::ArvoOptionsDlg dialog(session.options(), session.systemMacros(), session.prompts(), colours, parent);
+    query::ArvoOptionsDlg dialog(session.options(), session.systemMacros(), session.project().steamGen.hasSections(),
+                                 session.prompts(), colours, parent);
     tarnwick::StateKeeper::keep(&dialog);
     QObject::connect(&dialog, &query::ArvoOptionsDlg::lookChanged, &map, &MapPane::setOptions);
     if (dialog.exec() == QDialog::Accepted)

@@ -53,7 +53,7 @@ bool addFillOfQuery(MapDocument &document, const FillRunner &runner, const query
 }
 
 bool commitQueryFill(MapDocument &document, const FillRunner &runner, int place, const query::QueryDocument &query,
-                     query::QueryResult &result)
+                     query::QueryResult &result, bool isEdited)
 {
     using tarnwick::Answer;
     if (result.elapsed() < 0) {
@@ -72,11 +72,15 @@ bool commitQueryFill(MapDocument &document, const FillRunner &runner, int place,
         return false;
     if (isNew) {
         addNewQueryFill(document, runner, fill);
+    } else if (isEdited) {
+        changeFill(document, runner, place, fill);
+        fill.fillCount = document.entry(place).fillCount;
     } else {
         fill.label = fill.entryLabel();
         document.change(fill.undoLabel(), [&](MapEdit &edit) { edit.replaceEntry(place, fill.clone()); });
     }
-    runner.prompts().status(messages::kFillDone, fill.entryLabel(), fill.fillCount);
+    runner.prompts().status(isNew && isEdited ? messages::kFillOfFormerText : messages::kFillDone, fill.entryLabel(),
+                            fill.fillCount);
     return true;
 }
 

@@ -25,11 +25,12 @@ void addNewQueryFill(MapDocument &document, const FillRunner &runner, const plan
 /// its valid tubes.
 bool addFillOfQuery(MapDocument &document, const FillRunner &runner, const query::QueryDocument &query);
 /// OK in the dialog of a query fill, or "Mark on map" of a result: maps the result as it is shown, without running the
-/// query again. place: of the entry that is changed; -1 adds one. Returns false after reporting the reason if nothing
-/// was executed, columns are missing, or the user wants to see the records without a tube, which the result then
-/// highlights.
+/// query again. place: of the entry that is changed; -1 adds one. isEdited: the text of the query was changed since the
+/// result was found; a changed entry is then computed by the new text. Returns false after reporting the reason if
+/// nothing was executed, columns are missing, or the user wants to see the records without a tube, which the result
+/// then highlights.
 bool commitQueryFill(MapDocument &document, const FillRunner &runner, int place, const query::QueryDocument &query,
-                     query::QueryResult &result);
+                     query::QueryResult &result, bool isEdited = false);
 using brannock::paletteColour; // colour of the entry at a place of the legend
 
 } // namespace map

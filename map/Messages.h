@@ -8,6 +8,8 @@ using tarnwick::Message;
 
 // Fills and "Update Map".
 inline constexpr Message kFillDone{0, u"%S: %D tubes."};
+inline constexpr Message kFillOfFormerText{
+    0, u"%S: %D tubes of the text that was executed; \"Update Map\" takes those of the present text."};
 inline constexpr Message kUpdateBegins{0, u"Execute ..."};
 inline constexpr Message kUpdatingEntry{0, u"Updating entry %d %S ..."};
 inline constexpr Message kUpdateCancelled{0, u"Update of the map cancelled."};

@@ -24,11 +24,14 @@ QString bracketed(const QString &name)
 
 } // namespace
 
-ArvoOptionsEdit::ArvoOptionsEdit(const ArvoOptions &stored)
+ArvoOptionsEdit::ArvoOptionsEdit(const ArvoOptions &stored, bool hasSections)
     : draft(stored)
     , m_stored(stored)
     , m_macros(stored.userMacros.entries())
+    , m_exampleSql(u"SELECT *\nFROM report\nWHERE row = [ROW]\nAND   col = [COL]\n"_s)
 {
+    if (hasSections)
+        m_exampleSql += u"AND sec = [SEC]"_s;
 }
 
 ArvoOptions ArvoOptionsEdit::result() const
@@ -53,7 +56,7 @@ bool ArvoOptionsEdit::isModified() const
 int ArvoOptionsEdit::addTab()
 {
     const int count = int(draft.tubeInfoTabs.size()) + 1;
-    draft.tubeInfoTabs.append({tarnwick::format(u"Tab %d", count), QString()});
+    draft.tubeInfoTabs.append({tarnwick::format(u"Tab %d", count), m_exampleSql});
     m_tabsTouched = true;
     return count - 1;
 }

@@ -17,7 +17,8 @@ public:
     static constexpr DatabaseFormat kDatabaseFormats[] = {
         {1997, u"Access 97"}, {2000, u"Access 2000"}, {2002, u"Access 2002"}};
 
-    explicit ArvoOptionsEdit(const ArvoOptions &stored);
+    /// hasSections: whether tubes of the component have a section.
+    explicit ArvoOptionsEdit(const ArvoOptions &stored, bool hasSections = false);
 
     /// Everything except the user macros, which have their own functions. result() includes both.
     ArvoOptions draft;
@@ -27,8 +28,10 @@ public:
     bool isModified() const;
 
     // Tabs of tube information.
-    /// Appends "Tab %d" with the new count and an empty text. Returns its index.
+    /// Appends "Tab %d" with the new count and the example. Returns its index.
     int addTab();
+    /// The text of a new tab: the tube's rows of table report.
+    const QString &exampleSql() const { return m_exampleSql; }
     /// Returns false if there is no such tab.
     bool removeTab(int tab);
     /// An empty name is refused: returns false and changes nothing.
@@ -48,6 +51,7 @@ private:
 
     ArvoOptions m_stored;
     QList<tarnwick::JMacro::Entry> m_macros;
+    QString m_exampleSql;
     bool m_tabsTouched = false;
 };
 

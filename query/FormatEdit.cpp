@@ -113,7 +113,7 @@ GridColumn FormatEdit::column(int column) const
         {.title = u"FORMAT"_s, .width = 14},
         {.title = u"WIDTH"_s, .width = 6, .align = tarnwick::ColumnAlign::Right},
         {.title = u"ALIGN"_s,
-         .width = 9,
+         .width = 6,
          .align = tarnwick::ColumnAlign::Left,
          .editor = GridColumn::Editor::Choice,
          .choices = kAlignments,

@@ -112,13 +112,14 @@ bool ParameterResolver::confirm(const QString &queryName, QList<ParameterEntry> 
     return false;
 }
 
-// Values that come from macros are not remembered, even if the user edited them.
+// Values that come from macros are not remembered, even if the user edited them; nor is a text that is no value.
 void ParameterResolver::hand(const QString &queryName, const QList<ParameterEntry> &entries, dao::QueryDef &query)
 {
     for (int i = 0; i < entries.size(); ++i) {
         const ParameterEntry &entry = entries[i];
         query.setParameter(i, entry.value.hasNoValue() ? dao::Value::null() : entry.value);
-        if (entry.source == ParameterEntry::Source::SqlQuery)
+        const bool isValue = entry.text.isEmpty() || entry.hasValue();
+        if (entry.source == ParameterEntry::Source::SqlQuery && isValue)
             m_context->history.remember(queryName, entry.name, entry.text);
     }
 }

@@ -359,6 +359,8 @@ Execution QueryEditor::execute(tarnwick::Progress *progress, const TextPart &par
             break;
     }
     execution.affected = affected;
+    if (execution.outcome == Execution::Outcome::Rows)
+        m_textOfRows = text;
     return execution;
 }
 

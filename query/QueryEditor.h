@@ -81,6 +81,9 @@ public:
     Execution execute(tarnwick::Progress *progress, const TextPart &part = {},
                       const std::function<void(int, int)> &begins = {});
 
+    /// Whether the text differs from the one whose rows are shown.
+    bool isEditedSinceRun() const { return m_view.sql() != m_textOfRows; }
+
     /// The macros for expansion and printing. Copies the margins of the options into the layout.
     tarnwick::JMacro setUpMacros();
     /// The query with its macros expanded, for the preview.
@@ -128,6 +131,7 @@ private:
     SQLOptions m_options;
     QueryDocument m_document;
     EditorVersions m_versions;
+    QString m_textOfRows; ///< text when the rows of the result were found
     QList<StoredText> m_stored;
     EditorTransaction m_transaction;
     QueryResult m_result;

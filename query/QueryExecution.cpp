@@ -64,12 +64,14 @@ Execution executeStatement(db::DatabaseSession &session, QueryContext &context, 
     return execution;
 }
 
-ExecutionStatus executionStatus(const QueryResult &result)
+ExecutionStatus executionStatus(const Execution &execution, const QueryResult &result)
 {
-    if (result.elapsed() <= 0)
+    const bool isChange = execution.outcome == Execution::Outcome::Changed;
+    if (!isChange && (execution.outcome != Execution::Outcome::Rows || execution.seconds <= 0))
         return {QString::fromUtf16(messages::kCancelled.text), {}};
-    return {tarnwick::format(messages::kExecuteTime.text, result.elapsed()),
-            tarnwick::format(messages::kEntries.text, result.rowCount())};
+    return {tarnwick::format(messages::kExecuteTime.text, execution.seconds),
+            isChange ? tarnwick::format(messages::kRowsChanged.text, execution.affected)
+                     : tarnwick::format(messages::kEntries.text, result.rowCount())};
 }
 
 } // namespace query

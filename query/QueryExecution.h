@@ -14,8 +14,8 @@ struct Execution
     };
 
     Outcome outcome = Outcome::Failed;
-    int affected = 0; ///< rows changed by an action query
-    double seconds = -1;
+    int affected = 0;            ///< rows changed by an action query
+    double seconds = -1;         ///< of the last statement
     dao::SourceRange where = {}; ///< of a failure, in the statement's text, if its place is known
 };
 
@@ -25,12 +25,13 @@ struct Execution
 Execution executeStatement(db::DatabaseSession &session, QueryContext &context, const QString &name, const QString &sql,
                            QueryResult &result, tarnwick::Progress *progress = nullptr);
 
-/// Text of the editor's message line and of the field beside it, after an execution.
+/// Text of the editor's message line and of the field beside it, after an execution that has not failed.
 struct ExecutionStatus
 {
-    QString line;    ///< "Execute time=%.3f sec." or "Cancelled."
-    QString entries; ///< "%D Entries"; empty if nothing was executed
+    QString line; ///< "Execute time=%.3f sec.", or "Cancelled." if nothing was done
+    QString
+        entries; ///< "%D Entries", or the number of rows that an action query has changed; empty if nothing was done
 };
-ExecutionStatus executionStatus(const QueryResult &result);
+ExecutionStatus executionStatus(const Execution &execution, const QueryResult &result);
 
 } // namespace query

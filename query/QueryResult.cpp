@@ -47,7 +47,7 @@ bool QueryResult::run(const QString &name, const QString &sql, tarnwick::Progres
 
 bool QueryResult::run(const QString &name, dao::QueryDef &query, tarnwick::Progress *progress)
 {
-    m_elapsed = -1;
+    const double before = std::exchange(m_elapsed, -1);
     auto clearing = qScopeGuard([this] { clear(); });
     if (!db::checkConnected(*m_session) || !ParameterResolver(*m_context, m_session->prompts()).resolve(name, query))
         return false;
@@ -60,6 +60,7 @@ bool QueryResult::run(const QString &name, dao::QueryDef &query, tarnwick::Progr
         build(query);
     } catch (const tarnwick::Cancelled &) {
         clearing.dismiss(); // whoever stops a query goes on with the rows from before
+        m_elapsed = before;
         throw;
     }
     clearing.dismiss();

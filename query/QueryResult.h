@@ -52,7 +52,7 @@ public:
     bool isPaused() const { return m_pauses > 0; }
 
     const QString &name() const { return m_name; }
-    /// Seconds of the last run; -1 if there was none.
+    /// Seconds of the run that found the rows; -1 if there was none.
     double elapsed() const { return m_elapsed; }
     qint64 rowCount() const;
     int columnCount() const { return int(m_columns.size()); }

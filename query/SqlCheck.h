@@ -21,6 +21,8 @@ struct SqlCheck
         TextPart part;
     };
     std::optional<Error> error;
+    /// In a text without errors, the first place where a column stands on both sides of a comparison.
+    std::optional<Error> remark;
     QList<dao::sql::Parameter> parameters; ///< of all statements, in order, each name once
 
     static SqlCheck of(const dao::Database &database, const QString &text);

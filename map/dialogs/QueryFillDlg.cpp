@@ -22,15 +22,19 @@ query::SQLDlg::Setup QueryFillDlg::editorSetup(db::DatabaseSession &session, que
             .parent = parent};
 }
 
+/// The settings for an entry: its query is shown.
+static query::SQLDlg::Setup setupFor(const FillEditorContext &context, int place, query::SQLDlg::Setup setup)
+{
+    if (place >= 0)
+        setup.document = static_cast<const plans::QueryFill &>(context.document.entry(place)).parameters.query;
+    return setup;
+}
+
 QueryFillDlg::QueryFillDlg(const FillEditorContext &context, int place, const query::SQLDlg::Setup &setup)
-    : SQLDlg(setup)
+    : SQLDlg(setupFor(context, place, setup))
     , m_context(context)
     , m_place(place)
 {
-    if (place < 0)
-        return;
-    editor().openDocument(static_cast<const plans::QueryFill &>(context.document.entry(place)).parameters.query);
-    refresh();
 }
 
 bool QueryFillDlg::store()
@@ -41,8 +45,8 @@ bool QueryFillDlg::store()
     // Without a result this fails before anything is asked.
     if (result.elapsed() >= 0 && !SQLDlg::store())
         return false;
-    const bool isDone =
-        commitQueryFill(m_context.document, m_context.runner, m_place, editor().currentDocument(), result);
+    const bool isDone = commitQueryFill(m_context.document, m_context.runner, m_place, editor().currentDocument(),
+                                        result, editor().isEditedSinceRun());
     page().table().grid().noteAllChanged(); // records without a tube are highlighted
     return isDone;
 }

@@ -34,10 +34,10 @@ QFormLayout *formIn(QWidget *page)
 
 } // namespace
 
-ArvoOptionsDlg::ArvoOptionsDlg(const ArvoOptions &options, const tarnwick::JMacro &systemMacros,
+ArvoOptionsDlg::ArvoOptionsDlg(const ArvoOptions &options, const tarnwick::JMacro &systemMacros, bool hasSections,
                                tarnwick::UserPrompts &prompts, brannock::ColourChooser &chooser, QWidget *parent)
     : QDialog(parent)
-    , m_edit(options)
+    , m_edit(options, hasSections)
     , m_prompts(prompts)
     , m_chooser(chooser)
 {

@@ -21,9 +21,10 @@ class ArvoOptionsDlg : public QDialog
 {
     Q_OBJECT
 public:
-    /// chooser: selects colours. It and the prompts must outlive the dialog.
-    ArvoOptionsDlg(const ArvoOptions &options, const tarnwick::JMacro &systemMacros, tarnwick::UserPrompts &prompts,
-                   brannock::ColourChooser &chooser, QWidget *parent = nullptr);
+    /// hasSections: whether tubes of the component have a section. chooser: selects colours. It and the prompts must
+    /// outlive the dialog.
+    ArvoOptionsDlg(const ArvoOptions &options, const tarnwick::JMacro &systemMacros, bool hasSections,
+                   tarnwick::UserPrompts &prompts, brannock::ColourChooser &chooser, QWidget *parent = nullptr);
     /// The options as currently shown in the controls.
     ArvoOptions options() const { return m_edit.result(); }
     void accept() override;

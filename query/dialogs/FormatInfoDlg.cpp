@@ -34,8 +34,10 @@ const QString kFileName = u"display_format.opt"_s;
 void FormatInfoDlg::show(db::DatabaseSession &session, QueryContext &context, FileChoice &files, QWidget *parent)
 {
     FormatEdit edit(session, context);
-    if (edit.open())
-        FormatInfoDlg(edit, context, session.prompts(), files, parent).exec();
+    if (!edit.open())
+        return;
+    session.prompts().status(messages::kEditFormats);
+    FormatInfoDlg(edit, context, session.prompts(), files, parent).exec();
 }
 
 FormatInfoDlg::FormatInfoDlg(FormatEdit &edit, QueryContext &context, UserPrompts &prompts, FileChoice &files,
@@ -71,7 +73,7 @@ FormatInfoDlg::FormatInfoDlg(FormatEdit &edit, QueryContext &context, UserPrompt
     });
     body().addWidget(m_table, 1);
     showTables();
-    finish(m_table, {780, m_table->sizeHint().height() + 130});
+    finish(m_table, {830, m_table->sizeHint().height() + 130});
 }
 
 FormatInfoDlg::~FormatInfoDlg()

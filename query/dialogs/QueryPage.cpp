@@ -161,20 +161,23 @@ void QueryPage::check()
     if (m_sql->isLong())
         return;
     const SqlCheck check = SqlCheck::of(m_setup.session.database(), m_sql->sql());
-    m_sql->markError(check.error ? check.error->part : TextPart(), check.error ? check.error->text : QString());
-    m_problem->setText(check.error ? check.error->text.simplified() : QString());
-    m_problem->setToolTip(check.error ? check.error->text : QString());
+    const SqlCheck::Error problem = check.error.value_or(check.remark.value_or(SqlCheck::Error()));
+    m_sql->markError(problem.part, problem.text);
+    m_problem->setText(problem.text.simplified());
+    m_problem->setToolTip(problem.text);
+    m_hasError = check.error.has_value();
     if (!check.error)
         showParameters(check.parameters);
 }
 
 void QueryPage::showError(const dao::SourceRange &where)
 {
+    m_hasError = false;
     check(); // with the message, if the statement cannot be compiled
     const TextPart part = partOf(where, m_sql->sql());
     if (part.length == 0)
         return;
-    if (!m_sql->hasError())
+    if (!m_hasError)
         m_sql->markError(part, u"Line %1, column %2"_s.arg(where.line).arg(where.column));
     m_sql->moveCursor(part.start);
     m_sql->setFocus();

@@ -61,6 +61,7 @@ private:
 
     QueryEditor::Setup m_setup;
     QString m_name;
+    bool m_hasError = false; ///< the text that was checked last cannot be compiled
     QGridLayout *m_buttons;
     QSplitter *m_splitter = nullptr;
     SqlEditor *m_sql;

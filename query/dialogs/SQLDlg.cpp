@@ -50,7 +50,10 @@ SQLDlg::SQLDlg(const Setup &setup)
     bindCommands();
     finish(&m_page->sql(), QSize(900, 780).expandedTo(sizeHint()));
     m_page->refreshNames();
-    m_editor.open();
+    if (m_setup.document)
+        m_editor.openDocument(*m_setup.document);
+    else
+        m_editor.open();
     keepDrafts(m_setup.editor.context.roots.projectDir, m_setup.mode == TableMode::Edit ? u"sql"_s : u"fillsql"_s);
     m_page->check();
     refresh();
@@ -261,16 +264,15 @@ void SQLDlg::execute(const TextPart &part)
 
 void SQLDlg::showEnd(const Execution &execution)
 {
-    // The time is that of the last rows, so it says nothing about a change.
-    const bool isChange = execution.outcome == Execution::Outcome::Changed;
-    m_page->showRun(isChange || execution.affected > 0
+    // What statements before the last one have changed; of the last one, it stands beside the time.
+    m_page->showRun(execution.outcome != Execution::Outcome::Changed && execution.affected > 0
                         ? tarnwick::format(messages::kRowsChanged.text, execution.affected)
                         : QString());
     if (execution.outcome == Execution::Outcome::Failed) {
         m_page->showError(execution.where);
         showMessage({});
     } else {
-        const ExecutionStatus status = executionStatus(m_editor.result());
+        const ExecutionStatus status = executionStatus(execution, m_editor.result());
         prompts().showStatus(status.line);
         m_page->showEntries(status.entries);
     }

@@ -34,6 +34,8 @@ public:
         // The map's selection; set with markOnMap.
         std::function<void(const QList<qint32> &tubes)> selectOnMap = {};
         std::function<QList<qint32>()> selectedOnMap = {};
+        /// Shown in place of the first recent query. A draft that the user restores replaces it.
+        std::optional<QueryDocument> document = {};
     };
     explicit SQLDlg(const Setup &setup);
     ~SQLDlg() override;

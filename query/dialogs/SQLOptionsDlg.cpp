@@ -16,7 +16,7 @@ namespace query {
 
 namespace {
 
-constexpr FileChooserInfo kQueryChooser{u"queries", u"Queries (*.qry)", u".qry"};
+constexpr FileChooserInfo kQueryChooser{u"queries", u"Query File (*.qry)", u".qry"};
 
 QFormLayout *formIn(QWidget *page)
 {

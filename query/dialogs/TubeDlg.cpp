@@ -4,7 +4,6 @@
 
 #include <brannock/gui/ReportEditor.h>
 #include <query/Messages.h>
-#include <query/QueryExecution.h>
 #include <tarnwick/Failures.h>
 #include <tarnwick/gui/JTableWin.h>
 #include <tarnwick/gui/ProgressDialog.h>
@@ -140,10 +139,12 @@ void TubeDlg::showTab(int tab)
     }
     JQueryWin &rows = *m_results[tab - 1];
     ProgressDialog progress(this, listing.title);
-    const auto execute = [&] { rows.result().run(listing.title, listing.sql, &progress); };
+    bool hasRows = false;
+    const auto execute = [&] { hasRows = rows.result().run(listing.title, listing.sql, &progress); };
     attemptCancellable(prompts(), execute, messages::kExecute);
     rows.rebuild();
-    showMessage(executionStatus(rows.result()).entries);
+    m_isFilled[tab] = hasRows; // else the tab tries again when it is shown next
+    showMessage(hasRows ? tarnwick::format(messages::kEntries.text, rows.result().rowCount()) : QString());
 }
 
 void TubeDlg::showQuery()

@@ -37,7 +37,7 @@ TubeInfoPage::TubeInfoPage(ArvoOptionsEdit &edit, QWidget *parent)
     m_delete->setObjectName(u"deleteTab"_s);
     m_sql->setObjectName(u"tabSql"_s);
     m_sql->setAccessibleName(u"SQL text of the tab"_s);
-    m_sql->setPlaceholderText(u"SELECT ... WHERE row = [ROW] AND col = [COL]"_s);
+    m_sql->setPlaceholderText(edit.exampleSql());
     m_sql->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_sql->setTabChangesFocus(true);
     m_sql->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));

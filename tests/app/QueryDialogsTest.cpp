@@ -388,6 +388,12 @@ TEST_F(QueryDialogsTest, TheDialogOfAQueryFillMapsItsResult)
     EXPECT_TRUE(table.selectedSourceRows().isEmpty());
     const auto dialog = open(before);
     EXPECT_EQ(dialog->page().sql().sql(), u"SELECT sec, row, col FROM report");
+    dialog->execute();
+    picture(*dialog, u"query-fill"_s);
+    dialog->page().sql().setSql(u"SELECT sec, row, col FROM report WHERE FALSE"_s);
+    said.answerWith({Answer::No});
+    dialog->accept();
+    EXPECT_TRUE(session().map().entry(before).tubes.isEmpty()) << "the text that was edited since counts";
 }
 
 } // namespace app

@@ -31,7 +31,9 @@ TEST(ArvoOptionsEditTest, TabsAreNamedByTheirCountAndRemovedByPlace)
     stored.tubeInfoTabs = {{u"Calls"_s, u"SELECT 1"_s}};
     ArvoOptionsEdit edit(stored);
     EXPECT_EQ(edit.addTab(), 1);
-    EXPECT_EQ(edit.draft.tubeInfoTabs[1], (ArvoOptions::TubeInfoTab{u"Tab 2"_s, QString()}));
+    const QString example = u"SELECT *\nFROM report\nWHERE row = [ROW]\nAND   col = [COL]\n"_s;
+    EXPECT_EQ(edit.draft.tubeInfoTabs[1], (ArvoOptions::TubeInfoTab{u"Tab 2"_s, example}));
+    EXPECT_EQ(ArvoOptionsEdit(stored, true).exampleSql(), example + u"AND sec = [SEC]"_s);
     EXPECT_FALSE(edit.renameTab(1, u"  "_s));
     EXPECT_TRUE(edit.renameTab(1, u" Plugs "_s));
     EXPECT_EQ(edit.draft.tubeInfoTabs[1].name, u"Plugs"_s);

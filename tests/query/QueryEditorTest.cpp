@@ -322,6 +322,16 @@ TEST_F(QueryEditorTest, WordsAndErrorsAreFoundAsTheEngineFindsThem)
     const query::SqlCheck bad = query::SqlCheck::of(database(), u"SELECT n FROM t;\nSELECT n FRM t"_s);
     ASSERT_TRUE(bad.error);
     EXPECT_GE(bad.error->part.start, 26);
+    for (const auto &[statement, start] :
+         std::initializer_list<std::pair<QString, int>>{{u"SELECT n FROM t WHERE n = [N]"_s, 26},
+                                                        {u"SELECT n FROM t WHERE (t.n <> n)"_s, 30},
+                                                        {u"UPDATE t SET n = [t].[n]"_s, 17},
+                                                        {u"SELECT a.n FROM t AS a, t AS b WHERE a.n = b.n"_s, -1},
+                                                        {u"SELECT n FROM t WHERE 1 + n = n"_s, -1},
+                                                        {u"SELECT n FROM t WHERE n = n + 1 OR [p] = [p]"_s, -1}}) {
+        const auto remark = query::SqlCheck::of(database(), statement).remark;
+        EXPECT_EQ(remark ? remark->part.start : -1, start) << qPrintable(statement);
+    }
     EXPECT_EQ(query::formattedText(u"select n from t where n>1; select 1"_s),
               u"SELECT n\nFROM t\nWHERE n > 1;\n\nSELECT 1;"_s);
     EXPECT_THROW(query::formattedText(u"select n -- all\nfrom t"_s), tarnwick::Error);

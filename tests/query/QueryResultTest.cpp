@@ -103,12 +103,11 @@ TEST_F(QueryResultTest, RunsAndShowsRowsByTheirFormats)
     EXPECT_EQ(column(0), (QStringList{u"4"_s, u"3"_s, u"2"_s, u"1"_s}));
     EXPECT_EQ(column(1)[0], u"2.00");
     EXPECT_EQ(column(2), (QStringList{u"F"_s, u"F"_s, u"T"_s, u"F"_s}));
-    EXPECT_EQ(query::executionStatus(result).entries, u"4 Entries");
-    EXPECT_TRUE(query::executionStatus(result).line.startsWith(u"Execute time=0."));
-
-    EXPECT_EQ(run(u"SELECT row FROM tubes WHERE row > 100"_s).outcome, Execution::Outcome::Rows);
+    const Execution none = run(u"SELECT row FROM tubes WHERE row > 100"_s);
+    EXPECT_EQ(none.outcome, Execution::Outcome::Rows);
     EXPECT_EQ(result.rowCount(), 0);
-    EXPECT_EQ(query::executionStatus(result).entries, u"0 Entries");
+    EXPECT_EQ(query::executionStatus(none, result).entries, u"0 Entries");
+    EXPECT_TRUE(query::executionStatus(none, result).line.startsWith(u"Execute time=0."));
     EXPECT_TRUE(prompts.entries().isEmpty());
 }
 
@@ -148,7 +147,8 @@ TEST_F(QueryResultTest, ActionsAreCarriedOutAndFailuresShowTheirOwnError)
     Execution done = run(u"UPDATE tubes SET x = 9 WHERE row < 3"_s);
     EXPECT_EQ(done.outcome, Execution::Outcome::Changed);
     EXPECT_EQ(done.affected, 2);
-    EXPECT_EQ(query::executionStatus(result).line, u"Cancelled.");
+    EXPECT_TRUE(query::executionStatus(done, result).line.startsWith(u"Execute time=0."));
+    EXPECT_EQ(query::executionStatus(done, result).entries, u"Rows changed: 2.");
 
     EXPECT_EQ(run(u"UPDATE tubes SET row = 1000"_s).outcome, Execution::Outcome::Failed);
     EXPECT_EQ(run(u"SELECT FROM tubes WHERE"_s).outcome, Execution::Outcome::Failed);
@@ -213,14 +213,18 @@ TEST_F(QueryResultTest, RefusedParametersRunNothing)
 {
     run(u"SELECT row FROM tubes"_s);
     parameters.accept = false;
-    EXPECT_EQ(run(u"SELECT row FROM tubes WHERE row = [a]"_s, u"q"_s).outcome, Execution::Outcome::Cancelled);
+    const Execution refused = run(u"SELECT row FROM tubes WHERE row = [a]"_s, u"q"_s);
+    EXPECT_EQ(refused.outcome, Execution::Outcome::Cancelled);
     EXPECT_EQ(result.elapsed(), -1);
-    EXPECT_EQ(query::executionStatus(result).line, u"Cancelled.");
+    EXPECT_EQ(query::executionStatus(refused, result).line, u"Cancelled.");
     EXPECT_EQ(run(u"DELETE FROM tubes WHERE row = [a]"_s, u"q"_s).outcome, Execution::Outcome::Cancelled);
     EXPECT_EQ(scalar(u"SELECT COUNT(*) FROM tubes"_s).integer(), 4);
     EXPECT_TRUE(context.history.entries().isEmpty());
 
     parameters.accept = true;
+    parameters.typed = {{u"a"_s, u"two"_s}};
+    EXPECT_EQ(run(u"SELECT row FROM tubes WHERE row = [a]"_s, u"q"_s).outcome, Execution::Outcome::Rows);
+    EXPECT_TRUE(context.history.entries().isEmpty()) << "a text that is no value is not remembered";
     parameters.typed = {{u"a"_s, u"2"_s}};
     EXPECT_EQ(run(u"DELETE FROM tubes WHERE row = [a]"_s, u"q"_s).affected, 1);
     context.prompt = nullptr;
