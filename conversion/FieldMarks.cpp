@@ -1,7 +1,5 @@
 #include "FieldMarks.h"
 
-#include "FieldCutter.h"
-
 #include <algorithm>
 
 namespace conversion {
@@ -13,13 +11,16 @@ static FieldMark reportMark(const ConvField &field, qsizetype first, qsizetype l
     return {first, last, field.colour, reportFieldLabel(field.type), reportFieldKeyword(field.type)};
 }
 
-FieldMarks::FieldMarks(const ReportConvSpec &spec)
+FieldMarks::FieldMarks(const ReportConvSpec &spec, const ellery::SteamGen &component)
     : m_spec(spec)
+    , m_component(&component)
 {
-    if (spec.isCommaDelimited())
-        return;
     for (const ConvField &field : spec.reportFields) {
-        if (field.lastColumn >= field.firstColumn)
+        const bool isSection = field.type == qint32(ReportFieldType::Sec);
+        if (isSection || field.type == qint32(ReportFieldType::Row) || field.type == qint32(ReportFieldType::Col))
+            m_address.append({field, isSection ? ellery::Axis::Sec : ellery::Axis::Row});
+        m_hasSection = m_hasSection || isSection;
+        if (!spec.isCommaDelimited() && field.lastColumn >= field.firstColumn)
             m_columns.append(reportMark(field, field.firstColumn, field.lastColumn));
     }
 }
@@ -28,7 +29,30 @@ QList<FieldMark> FieldMarks::of(int number, QStringView line) const
 {
     if (number <= m_spec.headerLines)
         return ofHeader(line);
-    return m_spec.isCommaDelimited() ? ofDelimited(line) : m_columns;
+    const QList<DelimitedValue> values =
+        m_spec.isCommaDelimited() ? splitCommaDelimited(line) : QList<DelimitedValue>();
+    const QList<FieldMark> fields = m_spec.isCommaDelimited() ? ofDelimited(values) : m_columns;
+    // Without a field for the section every line is a header line. The fields are shown as well then, for whoever is
+    // making the format.
+    if (!m_hasSection)
+        return fields + ofHeader(line);
+    return isWithoutTube(line, values) ? ofHeader(line) : fields;
+}
+
+// Decides like the conversion. A line that is too short for a part of the address gets it from an earlier line, so it
+// is not without a tube.
+bool FieldMarks::isWithoutTube(QStringView line, const QList<DelimitedValue> &values) const
+{
+    const auto isMissing = [&](const AddressField &part) {
+        const ConvField &field = part.field;
+        if (m_spec.isCommaDelimited()) {
+            return field.firstColumn >= 0 && field.firstColumn < values.size() &&
+                   m_component->stringToNumber(part.axis, values[field.firstColumn].text) < 0;
+        }
+        return field.lastColumn < line.size() &&
+               m_component->stringToNumber(part.axis, cutColumns(line, field.firstColumn, field.lastColumn)) < 0;
+    };
+    return std::any_of(m_address.begin(), m_address.end(), isMissing);
 }
 
 QList<FieldMark> FieldMarks::ofHeader(QStringView line) const
@@ -48,9 +72,8 @@ QList<FieldMark> FieldMarks::ofHeader(QStringView line) const
     return marks;
 }
 
-QList<FieldMark> FieldMarks::ofDelimited(QStringView line) const
+QList<FieldMark> FieldMarks::ofDelimited(const QList<DelimitedValue> &values) const
 {
-    const QList<DelimitedValue> values = splitCommaDelimited(line);
     QList<FieldMark> marks;
     for (const ConvField &field : m_spec.reportFields) {
         if (field.firstColumn < 0 || field.firstColumn >= values.size())

@@ -2,6 +2,7 @@
 
 #include "Messages.h"
 
+#include <tarnwick/MoveBefore.h>
 #include <tarnwick/StringToValue.h>
 
 namespace conversion {
@@ -71,12 +72,6 @@ const QStringList &FieldTable::typeLabels() const
 const QStringList &FieldTable::partLabels() const
 {
     return m_list == List::Filename ? filenamePartLabels() : commentPartLabels();
-}
-
-void FieldTable::notify() const
-{
-    if (changed)
-        changed();
 }
 
 int FieldTable::add(const ConvField &field)
@@ -248,6 +243,15 @@ bool FieldTable::deleteRow(int row)
     return true;
 }
 
+int FieldTable::moveRows(const QList<int> &rows, int before)
+{
+    if (!std::all_of(rows.begin(), rows.end(), [this](int row) { return isField(row); }))
+        return -1;
+    const int first = tarnwick::moveBefore(fields(), rows, before);
+    notify();
+    return first;
+}
+
 GridColumn PairTable::column(int column) const
 {
     constexpr int kWidth = 24;
@@ -268,25 +272,29 @@ QString PairTable::text(int row, int column) const
 bool PairTable::setText(int row, int column, const QString &text)
 {
     place(row, column) = text;
-    if (changed)
-        changed();
+    notify();
     return true;
 }
 
 bool PairTable::insertRow(int row)
 {
     m_pairs.insert(row, TextPair());
-    if (changed)
-        changed();
+    notify();
     return true;
 }
 
 bool PairTable::deleteRow(int row)
 {
     m_pairs.removeAt(row);
-    if (changed)
-        changed();
+    notify();
     return true;
+}
+
+int PairTable::moveRows(const QList<int> &rows, int before)
+{
+    const int first = tarnwick::moveBefore(m_pairs, rows, before);
+    notify();
+    return first;
 }
 
 } // namespace conversion

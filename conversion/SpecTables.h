@@ -6,8 +6,26 @@
 
 namespace conversion {
 
+/// A table of the format editor: rows whose order matters.
+class SpecTable : public tarnwick::GridSource
+{
+public:
+    /// Called after each change.
+    std::function<void()> changed;
+    /// Moves rows so that they stand before another one, in their order. Returns the new place of the first; -1 if one
+    /// of them is an empty row.
+    virtual int moveRows(const QList<int> &rows, int before) = 0;
+
+protected:
+    void notify() const
+    {
+        if (changed)
+            changed();
+    }
+};
+
 /// One list of fields of a spec as a table that is edited. Columns count from 0.
-class FieldTable : public tarnwick::GridSource
+class FieldTable : public SpecTable
 {
 public:
     enum class List { Report, Filename, Comment };
@@ -15,8 +33,6 @@ public:
     /// The references must outlive the table.
     FieldTable(ReportConvSpec &spec, List list, tarnwick::UserPrompts &prompts);
 
-    /// Called after each change.
-    std::function<void()> changed;
     /// Number of empty rows behind the last field, to type further fields into. Call it again after the spec was
     /// replaced.
     void setExtraRows(int rows);
@@ -40,13 +56,13 @@ public:
     bool insertRow(int row) override;
     QString whyNotDeletable(int row) const override;
     bool deleteRow(int row) override;
+    int moveRows(const QList<int> &rows, int before) override;
 
 private:
     enum class Item { Type, Part, Keyword, First, Last, Colour };
     bool isField(int row) const { return row < fields().size(); }
     const QStringList &partLabels() const;
     QString refusal(ConvField &field, Item item, const QString &text) const;
-    void notify() const;
 
     ReportConvSpec &m_spec;
     List m_list;
@@ -56,7 +72,7 @@ private:
 };
 
 /// Pairs of texts of a spec as a table that is edited: operation types, or file types.
-class PairTable : public tarnwick::GridSource
+class PairTable : public SpecTable
 {
 public:
     /// titles: of the first and the second column. isEntryFirst: the first column shows TextPair::entry.
@@ -66,8 +82,6 @@ public:
         , m_isEntryFirst(isEntryFirst)
     {
     }
-    std::function<void()> changed;
-
     int rowCount() const override { return int(m_pairs.size()); }
     int columnCount() const override { return 2; }
     tarnwick::GridColumn column(int column) const override;
@@ -78,6 +92,7 @@ public:
     bool insertRow(int row) override;
     QString whyNotDeletable(int) const override { return {}; }
     bool deleteRow(int row) override;
+    int moveRows(const QList<int> &rows, int before) override;
 
 private:
     QString &place(int row, int column) const;

@@ -76,9 +76,10 @@ void convertLines(benchmark::State &state)
 void firstScreen(benchmark::State &state)
 {
     const QString path = textFile(kShown);
+    const ellery::SteamGen component;
     TextReport view;
     view.resize(1200, 900);
-    view.setMarks(FieldMarks(ReportConvSpec()));
+    view.setMarks(FieldMarks(ReportConvSpec(), component));
     for (auto _ : state) {
         const TextSource head = TextSource::head(path);
         view.setText(&head);
@@ -90,13 +91,14 @@ void firstScreen(benchmark::State &state)
 void changeColumns(benchmark::State &state)
 {
     const TextSource text(textFile(kShown));
+    const ellery::SteamGen component;
     TextReport view;
     view.resize(1200, 900);
     view.setText(&text);
     ReportConvSpec spec;
     for (auto _ : state) {
         spec.reportFields[3].lastColumn ^= 1;
-        view.setMarks(FieldMarks(spec));
+        view.setMarks(FieldMarks(spec, component));
         benchmark::DoNotOptimize(view.grab());
     }
 }

@@ -149,7 +149,7 @@ void ReportConvDlg::loadSpec()
     if (!isThere)
         prompts().status(messages::kDefaultSpecUsed, path.text());
     m_conversion.spec = spec;
-    m_text->setMarks(FieldMarks(spec));
+    m_text->setMarks(FieldMarks(spec, m_setup.project.steamGen));
 }
 
 void ReportConvDlg::applyOptions()
@@ -264,7 +264,7 @@ bool ReportConvDlg::convertCurrent()
 void ReportConvDlg::showConverted()
 {
     m_text->setText(&m_conversion.text());
-    m_text->setMarks(FieldMarks(m_conversion.spec));
+    m_text->setMarks(FieldMarks(m_conversion.spec, m_setup.project.steamGen));
     m_editor->setReport(m_conversion.report());
     m_prompts->setPrompts(m_conversion.prompts);
     showRemarks();
@@ -297,7 +297,7 @@ void ReportConvDlg::useSpec(const ReportConvSpec &spec)
     m_edited.clear();
     m_editor->document().setStored();
     m_conversion.spec.assignSettings(spec);
-    m_text->setMarks(FieldMarks(spec));
+    m_text->setMarks(FieldMarks(spec, m_setup.project.steamGen));
     m_text->viewport()->repaint(); // before the text is converted, which can take longer
     if (m_files.rowCount() == 0)
         return;

@@ -1,14 +1,13 @@
-// Parts and behaviour of the format editor; its files are in SpecDlgFiles.cpp.
+// Parts and behaviour of the format editor; its edits are in SpecDlgEdits.cpp, its files in SpecDlgFiles.cpp.
 #include "ReportConvSpecDlg.h"
 
 #include "TextReport.h"
 
-#include <conversion/FieldCutter.h>
 #include <conversion/Messages.h>
 #include <conversion/ReportConversion.h>
 #include <tarnwick/gui/JTableWin.h>
+#include <tarnwick/gui/MovingRows.h>
 #include <tarnwick/gui/NumberField.h>
-#include <tarnwick/paint/Colours.h>
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -25,21 +24,53 @@ namespace conversion {
 
 namespace {
 
-enum Command : int { OpenFormat, SaveFormat, SaveFormatAs, PrintFormat, DefaultColours, ResetFormat };
+enum Command : int {
+    OpenFormat,
+    SaveFormat,
+    SaveFormatAs,
+    PrintFormat,
+    Undo,
+    Redo,
+    MoveUp,
+    MoveDown,
+    DefaultColours,
+    ResetFormat
+};
+enum Condition : int { CanUndo = 1, CanRedo, CanMoveUp, CanMoveDown };
+constexpr int kTabsPart = 1;
 
 constexpr CommandRow kRows[] = {
     {OpenFormat, u"&Open ...\tCtrl+O", u"Open another format file"},
     {SaveFormat, u"&Save\tCtrl+S", u"Save the format to its file"},
     {SaveFormatAs, u"Save &As ...", u"Save the format to another file and go on with that"},
     {PrintFormat, u"&Print ...\tCtrl+P", u"Print all settings of the format"},
+    {Undo, u"&Undo\tCtrl+Z", u"Take the last change of the format back", CanUndo},
+    {Redo, u"&Redo\tCtrl+Shift+Z", u"Make the change again that was taken back", CanRedo, u"Ctrl+Y"},
+    {MoveUp, u"Move U&p\tAlt+Up", u"Move the marked rows up; of two fields of one type, the lower one counts",
+     CanMoveUp, nullptr, u"moveUp", CommandRow::KeysNeedFocus, kTabsPart},
+    {MoveDown, u"Move &Down\tAlt+Down", u"Move the marked rows down; of two fields of one type, the lower one counts",
+     CanMoveDown, nullptr, u"moveDown", CommandRow::KeysNeedFocus, kTabsPart},
     {DefaultColours, u"Set Default Colors",
      u"Give each field a color; neighbors differ most, also for color-blind eyes"},
     {ResetFormat, u"Reset ...", u"Replace all settings by the built-in format"},
 };
-constexpr MenuItem kBar[] = {
-    openMenu(u"&File"), menuItem(OpenFormat), menuItem(SaveFormat),     menuItem(SaveFormatAs), menuItem(PrintFormat),
-    kCloseMenu,         openMenu(u"&Edit"),   menuItem(DefaultColours), menuItem(ResetFormat),  kCloseMenu,
-    kEndOfMenu};
+constexpr MenuItem kBar[] = {openMenu(u"&File"),
+                             menuItem(OpenFormat),
+                             menuItem(SaveFormat),
+                             menuItem(SaveFormatAs),
+                             menuItem(PrintFormat),
+                             kCloseMenu,
+                             openMenu(u"&Edit"),
+                             menuItem(Undo),
+                             menuItem(Redo),
+                             kSeparator,
+                             menuItem(MoveUp),
+                             menuItem(MoveDown),
+                             kSeparator,
+                             menuItem(DefaultColours),
+                             menuItem(ResetFormat),
+                             kCloseMenu,
+                             kEndOfMenu};
 constexpr CommandLayout kLayouts[] = {{CommandLayout::Kind::MenuBar, u"menuBar", kBar}};
 constexpr CommandTable kTable(kRows, kLayouts);
 
@@ -64,6 +95,7 @@ ReportConvSpecDlg::ReportConvSpecDlg(const Setup &setup)
     , m_before(setup.spec)
     , m_path(setup.path)
     , m_pathBefore(setup.path)
+    , m_history(setup.spec)
     , m_pathText(pathLines(setup.text.path()))
     , m_operTypes(m_spec.operTypes, {u"ENTRY"_s, u"FROM"_s}, true)
     , m_fileTypes(m_spec.fileTypes, {u"DESCRIPTION"_s, u"PATTERN"_s}, false)
@@ -114,8 +146,27 @@ ReportConvSpecDlg::~ReportConvSpecDlg()
     m_text->setText(nullptr);
 }
 
+QString ReportConvSpecDlg::whyNot(int condition) const
+{
+    switch (condition) {
+    case CanUndo:
+        return m_history.canUndo() ? QString() : u"There is nothing to undo."_s;
+    case CanRedo:
+        return m_history.canRedo() ? QString() : u"There is nothing to redo."_s;
+    default:
+        const JTableWin *table = currentTable();
+        const bool canMove = table && !rowsToMove(*table, condition == CanMoveUp ? -1 : 1).first.isEmpty();
+        return canMove ? QString() : u"There is no row to be moved."_s;
+    }
+}
+
 void ReportConvSpecDlg::bindCommands()
 {
+    commands().setConditions([this](int condition) { return whyNot(condition); });
+    commands().bind(Undo, [this] { takeState(m_history.undo()); });
+    commands().bind(Redo, [this] { takeState(m_history.redo()); });
+    commands().bind(MoveUp, [this] { moveRows(-1); });
+    commands().bind(MoveDown, [this] { moveRows(1); });
     commands().bind(OpenFormat, [this] { openFormat(); });
     commands().bind(SaveFormat, [this] { save(); });
     commands().bind(SaveFormatAs, [this] { saveAs(); });
@@ -137,6 +188,19 @@ void ReportConvSpecDlg::makeTabs()
     m_operTypeTable = addPairPage(m_operTypes, u"Oper Types"_s, u"operTypes"_s);
     m_fileTypeTable = addPairPage(m_fileTypes, u"File Types"_s, u"fileTypes"_s);
     m_tabs->setCurrentIndex(ReportTab);
+    actions().setPart(kTabsPart, m_tabs);
+}
+
+// Rows are moved by the commands or dragged.
+void ReportConvSpecDlg::addTable(JTableWin &table, SpecTable &rows, const QString &title, const QString &name)
+{
+    table.setObjectName(name);
+    table.setAccessibleName(title);
+    table.setSource(&rows);
+    rows.changed = [this] { specChanged(); };
+    m_tabs->addTab(&table, title);
+    connect(&table, &JTableWin::selectionChangeEnded, this, [this] { refresh(); });
+    new RowDragging(table, [this](const QList<int> &moved, int before) { run([&] { moveRows(moved, before); }); });
 }
 
 QWidget *ReportConvSpecDlg::makeOptionsPage()
@@ -169,13 +233,9 @@ QWidget *ReportConvSpecDlg::makeOptionsPage()
 void ReportConvSpecDlg::addFieldPage(FieldPage &page, FieldTable::List list, const QString &title, const QString &name)
 {
     page.fields = std::make_unique<FieldTable>(m_spec, list, prompts());
-    page.fields->changed = [this] { specChanged(); };
     page.table = new JTableWin(prompts());
-    page.table->setObjectName(name);
-    page.table->setAccessibleName(title);
     page.table->setEntryColumn(u"FLD#"_s, 5, u"%3d"_s);
-    page.table->setSource(page.fields.get());
-    m_tabs->addTab(page.table, title);
+    addTable(*page.table, *page.fields, title, name);
     connect(page.table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this, &page] {
         const int row = page.table->currentSourceRow();
         if (&page == currentPage() && row >= 0 && row < page.fields->fields().size() && !m_spec.isCommaDelimited()) {
@@ -188,12 +248,8 @@ void ReportConvSpecDlg::addFieldPage(FieldPage &page, FieldTable::List list, con
 
 JTableWin *ReportConvSpecDlg::addPairPage(PairTable &pairs, const QString &title, const QString &name)
 {
-    pairs.changed = [this] { specChanged(); };
     auto *table = new JTableWin(prompts());
-    table->setObjectName(name);
-    table->setAccessibleName(title);
-    table->setSource(&pairs);
-    m_tabs->addTab(table, title);
+    addTable(*table, pairs, title, name);
     return table;
 }
 
@@ -249,6 +305,11 @@ ReportConvSpecDlg::FieldPage *ReportConvSpecDlg::currentPage()
     }
 }
 
+JTableWin *ReportConvSpecDlg::currentTable() const
+{
+    return qobject_cast<JTableWin *>(m_tabs->currentWidget());
+}
+
 void ReportConvSpecDlg::showTab()
 {
     const FieldPage *page = currentPage();
@@ -258,7 +319,7 @@ void ReportConvSpecDlg::showTab()
     m_isPathShown = isPath;
     const int line = m_line;
     m_text->setText(isPath ? &m_pathText : &m_setup.text);
-    m_text->setMarks(isPath ? FieldMarks() : FieldMarks(m_spec));
+    m_text->setMarks(isPath ? FieldMarks() : FieldMarks(m_spec, m_setup.project.steamGen));
     m_text->setCurrentLine(line);
     m_text->setAccessibleName(isPath ? u"Folder, name and extension of the text"_s : u"Text report"_s);
     m_type->clear();
@@ -270,12 +331,14 @@ void ReportConvSpecDlg::showTab()
     m_colour->setEnabled(page && !isPath);
     showMarkedColumns();
     showLine();
+    refresh();
 }
 
 void ReportConvSpecDlg::specChanged()
 {
+    m_history.note(m_spec);
     if (currentPage() != &m_filename)
-        m_text->setMarks(FieldMarks(m_spec));
+        m_text->setMarks(FieldMarks(m_spec, m_setup.project.steamGen));
     for (const FieldPage *page : {&m_report, &m_comment})
         page->table->grid().noteAllChanged();
     showLine();
@@ -289,10 +352,10 @@ void ReportConvSpecDlg::showSpec()
     m_layout->setCurrentIndex(m_spec.isCommaDelimited() ? 1 : 0);
     for (const FieldPage *page : {&m_report, &m_filename, &m_comment}) {
         page->fields->setExtraRows(m_setup.extraFields);
-        page->table->reload();
+        page->table->refreshRows();
     }
-    m_operTypeTable->reload();
-    m_fileTypeTable->reload();
+    m_operTypeTable->refreshRows();
+    m_fileTypeTable->refreshRows();
     specChanged();
 }
 
@@ -312,56 +375,6 @@ void ReportConvSpecDlg::showMarkedColumns()
 {
     const auto [first, last] = m_text->columns();
     m_marked->setText(m_text->currentLine() == 0 ? QString() : u"Columns %1 to %2"_s.arg(first).arg(last));
-}
-
-std::optional<ConvField> ReportConvSpecDlg::markedField()
-{
-    if (m_text->currentLine() == 0) {
-        prompts().showStatus(QString::fromUtf16(messages::kMarkColumns.text));
-        return std::nullopt;
-    }
-    ConvField field;
-    field.type = std::max(0, m_type->currentIndex());
-    std::tie(field.firstColumn, field.lastColumn) = m_text->columns();
-    if (currentPage() == &m_filename)
-        field.part = m_text->currentLine() - 1;
-    else if (currentPage() == &m_comment)
-        field.part = qint32(CommentPart::FixedCols);
-    else if (m_spec.isCommaDelimited())
-        field.firstColumn = field.lastColumn = valueAt(m_setup.text.line(m_text->currentLine() - 1), field.firstColumn);
-    return field;
-}
-
-void ReportConvSpecDlg::addField()
-{
-    FieldPage *page = currentPage();
-    const auto field = markedField();
-    if (!page || !field)
-        return;
-    const int row = page->fields->add(*field);
-    page->table->reload();
-    page->table->setCurrentSourceRow(row);
-}
-
-void ReportConvSpecDlg::setFieldColumns()
-{
-    FieldPage *page = currentPage();
-    const auto field = markedField();
-    const int row = page ? page->table->currentSourceRow() : -1;
-    if (!field || row < 0 || row >= page->fields->fields().size())
-        return;
-    page->fields->setColumns(row, field->firstColumn, field->lastColumn);
-    page->table->grid().noteAllChanged();
-}
-
-void ReportConvSpecDlg::chooseColour()
-{
-    FieldPage *page = currentPage();
-    const int row = page ? page->table->currentSourceRow() : -1;
-    if (row < 0 || row >= page->fields->fields().size())
-        return;
-    if (const auto colour = m_colours.choose(this, fromColourRef(page->fields->fields()[row].colour)))
-        page->fields->setColour(row, toColourRef(*colour));
 }
 
 } // namespace conversion

@@ -2,6 +2,7 @@
 #include <brannock/gui/ColourChooser.h>
 #include <brannock/Project.h>
 #include <conversion/LineResult.h>
+#include <conversion/SpecHistory.h>
 #include <conversion/SpecTables.h>
 #include <conversion/TextSource.h>
 #include <tarnwick/FileChoice.h>
@@ -66,12 +67,21 @@ private:
     void bindCommands();
     void makeTabs();
     QWidget *makeOptionsPage();
+    void addTable(tarnwick::JTableWin &table, SpecTable &rows, const QString &title, const QString &name);
     void addFieldPage(FieldPage &page, FieldTable::List list, const QString &title, const QString &name);
     tarnwick::JTableWin *addPairPage(PairTable &pairs, const QString &title, const QString &name);
     QLayout *makeFieldBar();
     void makeButtons();
 
+    QString whyNot(int condition) const;
     FieldPage *currentPage();
+    /// Null on the tab of options.
+    tarnwick::JTableWin *currentTable() const;
+    SpecTable &currentRows();
+    void moveRows(int by);
+    void moveRows(const QList<int> &rows, int before);
+    /// Undo and redo.
+    void takeState(const ReportConvSpec &state);
     void showTab();
     void specChanged();
     void showSpec();
@@ -100,6 +110,7 @@ private:
     int m_line = 0;           ///< current line of the text that is shown
     int m_otherLine = 0;      ///< and of the one that is not
     bool m_isPathShown = false;
+    SpecHistory m_history;
     TextSource m_pathText; ///< the parts of the text's path as lines, for filename fields
     LineResult m_result;
     FieldPage m_report;

@@ -31,6 +31,7 @@ void ReportConvSpecDlg::openFormat()
         return;
     m_spec.assignSettings(opened);
     m_stored.assignSettings(opened);
+    m_history.restart(m_spec);
     m_path = SuitePath::fromMachine(chosen, roots).text();
     showSpec();
     prompts().status(messages::kOpened, m_path);

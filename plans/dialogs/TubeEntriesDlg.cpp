@@ -1,9 +1,8 @@
 #include "TubeEntriesDlg.h"
 
-#include "MovingRows.h"
-
 #include <tarnwick/AskToSave.h>
 #include <tarnwick/gui/JTableWin.h>
+#include <tarnwick/gui/MovingRows.h>
 #include <tarnwick/gui/ProgressDialog.h>
 
 #include <QClipboard>

@@ -8,6 +8,7 @@
 #include <tarnwick/Failures.h>
 #include <tarnwick/FileWriter.h>
 #include <tarnwick/JFile.h>
+#include <tarnwick/MoveBefore.h>
 #include <tarnwick/StringToValue.h>
 #include <tuple>
 
@@ -202,7 +203,7 @@ void ListEditor::removeEntries(const QList<int> &places)
 int ListEditor::moveEntries(const QList<int> &places, int before)
 {
     QList<ListFillTube> entries = m_list.entries;
-    const int first = moveBefore(entries, places, before);
+    const int first = tarnwick::moveBefore(entries, places, before);
     m_isModified = m_isModified || entries != m_list.entries;
     m_list.entries = entries;
     return first;

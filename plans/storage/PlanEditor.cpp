@@ -9,6 +9,7 @@
 #include <numeric>
 #include <QFileInfo>
 #include <tarnwick/Failures.h>
+#include <tarnwick/MoveBefore.h>
 
 namespace plans {
 
@@ -139,7 +140,7 @@ int PlanEditor::moveEntries(const QList<int> &places, int before)
     if (m_plan.order != InspPlan::Order::Entry)
         return -1;
     QList<PlanEntry> entries = m_plan.entries;
-    const int target = moveBefore(entries, places, before);
+    const int target = tarnwick::moveBefore(entries, places, before);
     for (int place = 0; place < int(entries.size()); ++place)
         entries[place].entryNum = place;
     if (entries != m_plan.entries) {

@@ -45,27 +45,6 @@ qsizetype removeTubes(QList<Entry> &entries, const TubeGroup &group, bool isInGr
     return entries.removeIf([&](const Entry &entry) { return group.contains(entry.address()) == isInGroup; });
 }
 
-/// Moves entries so that they stand before the entry at another place, in their order. Returns the new place of the
-/// first.
-template <typename Entry>
-int moveBefore(QList<Entry> &entries, const QList<int> &places, int before)
-{
-    std::vector<bool> isMoved(size_t(entries.size()));
-    for (const int place : places)
-        isMoved[size_t(place)] = true;
-    QList<Entry> moved;
-    QList<Entry> others;
-    qsizetype target = -1;
-    for (int place = 0; place < int(entries.size()); ++place) {
-        if (place == before)
-            target = others.size();
-        (isMoved[size_t(place)] ? moved : others).append(entries[place]);
-    }
-    target = target < 0 ? others.size() : target;
-    entries = others.first(target) + moved + others.sliced(target);
-    return int(target);
-}
-
 /// Tubes read from a text such as the cells of a spreadsheet: one tube a line, as numbers or labels of the component,
 /// in the order section (may be missing), row, column, or with the names of the axes. Blank lines are skipped.
 struct AddressText

@@ -174,6 +174,13 @@ TEST_F(ConversionDialogsTest, AFormatIsMadeInTheTextAndUsedAtOnce)
         editor.text().setColumns(8, 10);
         press(editor, u"columnsButton"_s);
         EXPECT_EQ(editor.spec().reportFields.last().lastColumn, 10);
+        choose(editor, u"Move Up"_s);
+        EXPECT_EQ(editor.spec().reportFields.at(fields - 1).lastColumn, 10);
+        choose(editor, u"Undo"_s);
+        choose(editor, u"Undo"_s);
+        EXPECT_EQ(editor.spec().reportFields.last().lastColumn, 6);
+        choose(editor, u"Redo"_s);
+        EXPECT_EQ(editor.spec().reportFields.last().lastColumn, 10);
         press(editor, u"applyButton"_s);
         EXPECT_EQ(dialog.editor().report()[6].comment, u"13");
 

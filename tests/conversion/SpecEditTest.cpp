@@ -76,15 +76,17 @@ TEST_F(ConversionTest, MarksShowWhatIsCut)
     spec.commentFields.last().type = int(CommentFieldType::Probe);
     spec.commentFields.last().firstColumn = 1;
     spec.commentFields.last().lastColumn = 3;
-    const auto shown = [&spec](int number, QStringView line) {
+    const auto shown = [this, &spec](int number, QStringView line) {
         QStringList marks;
-        for (const FieldMark &mark : FieldMarks(spec).of(number, line))
+        for (const FieldMark &mark : FieldMarks(spec, project.steamGen).of(number, line))
             marks.append(u"%1 %2-%3"_s.arg(mark.keyword).arg(mark.first).arg(mark.last));
         return marks.join(u", "_s);
     };
     EXPECT_EQ(shown(1, u"A Probe: XYZ"), u"Probe 9-11");
     EXPECT_EQ(shown(1, u"no such text"), QString());
     EXPECT_EQ(shown(2, u"  0   1"), u"SEC 0-2, ROW 4-6");
+    EXPECT_EQ(shown(2, u"SEC ROW  Probe: XYZ"), u"Probe 16-18") << "a line without a tube is a header line";
+    EXPECT_EQ(shown(2, u"  0"), u"SEC 0-2, ROW 4-6") << "its row is that of an earlier line";
     spec.layout = int(FieldLayout::CommaDelimited);
     spec.reportFields[1].firstColumn = 2;
     EXPECT_EQ(shown(2, u"0,\"a,b\", 12"), u"SEC 0-0, ROW 8-10");

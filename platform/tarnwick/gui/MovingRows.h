@@ -9,16 +9,14 @@ class QDropEvent;
 class QMouseEvent;
 
 namespace tarnwick {
-class JTableWin;
-}
 
-namespace plans {
+class JTableWin;
 
 /// Source rows that a command moves up (-1) or down (1): those marked, or the current one; and the row that they then
 /// stand before. No rows if they cannot be moved.
-std::pair<QList<int>, int> rowsToMove(const tarnwick::JTableWin &table, int by);
+std::pair<QList<int>, int> rowsToMove(const JTableWin &table, int by);
 /// Marks the rows that were moved.
-void showMoved(tarnwick::JTableWin &table, int first, int count);
+void showMoved(JTableWin &table, int first, int count);
 
 /// Lets the user drag marked rows of a table to another place. Rows of a sorted or filtered table stay where they are.
 class RowDragging : public QObject
@@ -26,7 +24,7 @@ class RowDragging : public QObject
     Q_OBJECT
 public:
     /// drop: called with the marked source rows, and the row that they are to stand before. Owned by the table.
-    RowDragging(tarnwick::JTableWin &table, const std::function<void(const QList<int> &rows, int before)> &drop);
+    RowDragging(JTableWin &table, const std::function<void(const QList<int> &rows, int before)> &drop);
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -36,10 +34,10 @@ private:
     bool takeDrop(QDropEvent &event, bool isDropped);
     bool canDrag() const;
 
-    tarnwick::JTableWin &m_table;
+    JTableWin &m_table;
     std::function<void(const QList<int> &, int)> m_drop;
     QPoint m_pressed;
     bool m_isPressed = false;
 };
 
-} // namespace plans
+} // namespace tarnwick

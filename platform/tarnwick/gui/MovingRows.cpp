@@ -1,6 +1,6 @@
 #include "MovingRows.h"
 
-#include <tarnwick/gui/JTableWin.h>
+#include "JTableWin.h"
 
 #include <QApplication>
 #include <QDrag>
@@ -12,9 +12,9 @@
 
 using namespace Qt::StringLiterals;
 
-namespace plans {
+namespace tarnwick {
 
-std::pair<QList<int>, int> rowsToMove(const tarnwick::JTableWin &table, int by)
+std::pair<QList<int>, int> rowsToMove(const JTableWin &table, int by)
 {
     QList<int> rows = table.selectedSourceRows();
     if (rows.isEmpty() && table.currentSourceRow() >= 0)
@@ -28,9 +28,9 @@ std::pair<QList<int>, int> rowsToMove(const tarnwick::JTableWin &table, int by)
     return {rows, before};
 }
 
-void showMoved(tarnwick::JTableWin &table, int first, int count)
+void showMoved(JTableWin &table, int first, int count)
 {
-    tarnwick::GridModel &grid = table.grid();
+    GridModel &grid = table.grid();
     grid.noteAllChanged();
     const int column = std::max(0, table.currentIndex().column());
     table.setCurrentIndex(grid.index(grid.shownRow(first), column));
@@ -45,7 +45,7 @@ void showMoved(tarnwick::JTableWin &table, int first, int count)
 
 static const QString kRows = u"application/x-arvo-rows"_s;
 
-RowDragging::RowDragging(tarnwick::JTableWin &table, const std::function<void(const QList<int> &, int)> &drop)
+RowDragging::RowDragging(JTableWin &table, const std::function<void(const QList<int> &, int)> &drop)
     : QObject(&table)
     , m_table(table)
     , m_drop(drop)
@@ -137,4 +137,4 @@ bool RowDragging::takeDrop(QDropEvent &event, bool isDropped)
     return true;
 }
 
-} // namespace plans
+} // namespace tarnwick
