@@ -9,6 +9,7 @@
 #include <results/dialogs/PalomineHistoryDlg.h>
 #include <results/dialogs/RepairDlg.h>
 #include <results/dialogs/ReportImportDlg.h>
+#include <results/dialogs/ReportLogDlg.h>
 #include <tarnwick/gui/FileDialogs.h>
 
 using namespace Qt::StringLiterals;
@@ -20,6 +21,7 @@ void ResultCommands::bind(tarnwick::CommandHandlers &handlers)
     handlers.bind(UploadReports, [this] { uploadReports(); });
     handlers.bind(CreateHistory, [this] { showHistory(); });
     handlers.bind(ConvertReports, [this] { convertReports(); });
+    handlers.bind(ShowReportLog, [this] { showLog(); });
     handlers.bind(Repairs, [this] { showRepairs(); });
 }
 
@@ -41,6 +43,11 @@ void ResultCommands::convertReports()
                                       .printMacros = [this] { return m_session.printMacros(); },
                                       .parent = m_parent});
     dialog.exec();
+}
+
+void ResultCommands::showLog()
+{
+    results::ReportLogDlg(m_session.database(), m_session.project(), *m_dialogs, m_parent).exec();
 }
 
 void ResultCommands::showHistory()

@@ -30,6 +30,7 @@ public:
 private:
     void uploadReports();
     void convertReports();
+    void showLog();
     void showHistory();
     void showRepairs();
     /// Adds an entry with these tubes to the legend.

@@ -38,11 +38,7 @@ int runLog(const Arguments &arguments)
                    {u"skipped"_s, DataType::Long},
                    {u"problems"_s, DataType::Long}});
     for (const ReportLog::Entry &entry : entries) {
-        QString state = brannock::stateName(entry.state);
-        if (canLook && entry.state == ReportLog::Entry::State::Interrupted) {
-            if (const auto isStored = results::wasUploaded(target.session().database(), entry))
-                state += *isStored ? u", stored"_s : u", not stored"_s;
-        }
+        const QString state = results::loggedState(entry, canLook ? &target.session().database() : nullptr);
         QList<Value> cells;
         for (const QString &text : {entry.time, entry.user, entry.work, entry.file, state})
             cells.append(Value::fromText(text));

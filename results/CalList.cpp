@@ -18,6 +18,19 @@ const QString kCalsSql = u"SELECT COUNT(*), site_code, comp, outage, cal_num, op
                          u"GROUP BY site_code, comp, outage, cal_num, oper_type, sec\n"
                          u"ORDER BY site_code, comp, outage, cal_num, oper_type, sec"_s;
 
+const QString kDayCountsSql =
+    u"SELECT COUNT(*), site_code, comp, outage, cal_num, oper_type, sec, analyst_id, DateValue(entry_time)\n"
+    u"FROM report\n"
+    u"GROUP BY site_code, comp, outage, cal_num, oper_type, sec, analyst_id, DateValue(entry_time)\n"
+    u"ORDER BY analyst_id, DateValue(entry_time)"_s;
+
+Cal calOf(const dao::Recordset &cals)
+{
+    return {db::getField<QString>(cals, u"site_code"_s), db::getField<QString>(cals, u"comp"_s),
+            db::getField<QString>(cals, u"oper_type"_s), db::getField<QString>(cals, u"outage"_s),
+            db::getField<qint32>(cals, u"sec"_s),        db::getField<qint32>(cals, u"cal_num"_s)};
+}
+
 } // namespace
 
 QList<CalList::Row> readCals(dao::Database &database)
@@ -25,15 +38,7 @@ QList<CalList::Row> readCals(dao::Database &database)
     QList<CalList::Row> rows;
     dao::Recordset cals(database);
     for (cals.open(dao::Recordset::Type::Snapshot, kCalsSql); !cals.isEof(); cals.moveNext()) {
-        CalList::Row row;
-        row.count = db::getField<qint32>(cals, 0);
-        row.cal.siteCode = db::getField<QString>(cals, u"site_code"_s);
-        row.cal.comp = db::getField<QString>(cals, u"comp"_s);
-        row.cal.outage = db::getField<QString>(cals, u"outage"_s);
-        row.cal.calNum = db::getField<qint32>(cals, u"cal_num"_s);
-        row.cal.operType = db::getField<QString>(cals, u"oper_type"_s);
-        row.cal.sec = db::getField<qint32>(cals, u"sec"_s);
-        rows.append(row);
+        rows.append({calOf(cals), db::getField<qint32>(cals, 0)});
     }
     return rows;
 }
@@ -58,10 +63,30 @@ bool CalList::open()
 bool CalList::fill()
 {
     const auto read = [this] {
+        m_dayCounts.reset();
         m_rows = readCals(m_session->database());
         m_current = qMin(m_current, int(m_rows.size()) - 1);
     };
     return tarnwick::attempt(m_session->prompts(), read, messages::kUpdateCalList);
+}
+
+const QList<CalList::DayCount> &CalList::dayCounts()
+{
+    if (!m_dayCounts) {
+        m_dayCounts.emplace();
+        const auto read = [this] {
+            constexpr int kDay = 8;
+            dao::Recordset counts(m_session->database());
+            for (counts.open(dao::Recordset::Type::Snapshot, kDayCountsSql); !counts.isEof(); counts.moveNext()) {
+                const dao::Value day = counts.value(kDay);
+                m_dayCounts->append({calOf(counts), db::getField<QString>(counts, u"analyst_id"_s),
+                                     day.isNull() ? tarnwick::JDateTime() : db::fieldAs<tarnwick::JDateTime>(day),
+                                     db::getField<qint32>(counts, 0)});
+            }
+        };
+        tarnwick::attempt(m_session->prompts(), read, messages::kUpdateCalList);
+    }
+    return *m_dayCounts;
 }
 
 QString CalList::caption() const

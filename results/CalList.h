@@ -17,6 +17,15 @@ public:
         int count = 0;
     };
 
+    /// Entries of one cal that an analyst made on one day.
+    struct DayCount
+    {
+        Cal cal;
+        QString analyst;
+        tarnwick::JDateTime day; ///< null: the entries have no time
+        int count = 0;
+    };
+
     /// progress shows and can cancel the wait for another program that uses the database; it may be null. The
     /// destructor rolls back a list that was opened and not closed.
     explicit CalList(db::DatabaseSession &session, tarnwick::Progress *progress = nullptr)
@@ -36,6 +45,9 @@ public:
     /// "Cals In - ..." with the database's name.
     QString caption() const;
     const QList<Row> &rows() const { return m_rows; }
+    /// Read at the first call and after each deletion, sorted by analyst and day. If they cannot be read, that is
+    /// reported and there are none.
+    const QList<DayCount> &dayCounts();
     int current() const { return m_current; }
     void setCurrent(int row) { m_current = row; }
     bool isChanged() const { return m_deleted > 0; }
@@ -64,6 +76,7 @@ private:
     tarnwick::Progress *m_progress;
     db::SessionTransaction m_transaction;
     QList<Row> m_rows;
+    std::optional<QList<DayCount>> m_dayCounts;
     int m_current = -1;
     int m_deleted = 0;
 };

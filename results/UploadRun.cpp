@@ -168,4 +168,14 @@ std::optional<bool> wasUploaded(dao::Database &database, const brannock::ReportL
     return db::fieldAs<qint32>(db::firstValue(database, sql)) > 0;
 }
 
+QString loggedState(const brannock::ReportLog::Entry &entry, dao::Database *database)
+{
+    QString state = brannock::stateName(entry.state);
+    if (!database || entry.state != brannock::ReportLog::Entry::State::Interrupted)
+        return state;
+    if (const auto isStored = wasUploaded(*database, entry))
+        state += *isStored ? u", stored"_s : u", not stored"_s;
+    return state;
+}
+
 } // namespace results

@@ -71,4 +71,8 @@ QList<brannock::ReportProblem> reportProblems(const brannock::EntryCheck &check,
 /// exceptions. Empty if the log does not tell.
 std::optional<bool> wasUploaded(dao::Database &database, const brannock::ReportLog::Entry &entry);
 
+/// The state of logged work in words: "stored", "interrupted, not stored". database: tells what became of an
+/// interrupted upload; null: not connected. Throws the engine's exceptions.
+QString loggedState(const brannock::ReportLog::Entry &entry, dao::Database *database);
+
 } // namespace results

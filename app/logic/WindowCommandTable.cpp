@@ -156,6 +156,8 @@ constexpr CommandRow kRows[] = {
      nullptr, u"plansButton"},
     {UpdateMap, u"UPDATE", u"Compute every entry of the legend anew, in order", When::Entries, nullptr,
      u"updateButton"},
+    {ShowReportLog, u"Report &Log ...", u"List what was uploaded and converted, by whom and when", When::Project,
+     nullptr, u"reportLog", ViewOnly},
 };
 
 constexpr MenuItem kMenuBarItems[] = {
@@ -233,6 +235,7 @@ constexpr MenuItem kMenuBarItems[] = {
     kCloseMenu,
     openMenu(u"&Util"),
     menuItem(ConvertReports),
+    menuItem(ShowReportLog),
     kSeparator,
     menuItem(DesktopShortcut),
     kCloseMenu,

@@ -102,6 +102,7 @@ enum Command : int {
     OpenSqlEditor,
     OpenPlans,
     UpdateMap,
+    ShowReportLog,
 };
 
 /// Parts of the window with keys of their own.

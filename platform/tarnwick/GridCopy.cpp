@@ -1,5 +1,7 @@
 #include "GridCopy.h"
 
+#include "CsvLine.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -114,6 +116,20 @@ GridClip copyCells(const GridModel &model, const QItemSelection &selection, bool
     });
     addHtml(u"</table>"_s);
     return clip;
+}
+
+QString gridAsCsv(const GridModel &model)
+{
+    QStringList cells;
+    for (int column = 0; column < model.columnCount(); ++column)
+        cells.append(model.column(column).title);
+    QString text = csvLine(cells);
+    for (int row = 0; row < model.rowCount(); ++row) {
+        for (int column = 0; column < model.columnCount(); ++column)
+            cells[column] = model.data(model.index(row, column)).toString();
+        text += csvLine(cells);
+    }
+    return text;
 }
 
 CellStatistics cellStatistics(const GridModel &model, const QItemSelection &selection, Progress *progress)

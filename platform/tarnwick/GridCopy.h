@@ -19,6 +19,9 @@ struct GridClip
 GridClip copyCells(const GridModel &model, const QItemSelection &selection, bool withTitles,
                    Progress *progress = nullptr);
 
+/// All rows as they are shown, filtered and sorted, as CSV below a line of titles.
+QString gridAsCsv(const GridModel &model);
+
 /// Statistics of the selected cells that contain numbers.
 struct CellStatistics
 {

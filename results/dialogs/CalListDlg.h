@@ -3,6 +3,8 @@
 #include <tarnwick/GridSource.h>
 #include <tarnwick/gui/JDialog.h>
 
+class QLabel;
+
 namespace tarnwick {
 class JTableWin;
 }
@@ -29,6 +31,35 @@ private:
     const ellery::SteamGen &m_steamGen;
 };
 
+/// The entries of some cals of a list, counted by analyst and date.
+class DayCountGrid : public tarnwick::GridSource
+{
+public:
+    explicit DayCountGrid(CalList &list)
+        : m_list(list)
+    {
+    }
+    /// rows: of the list.
+    void show(const QList<int> &rows);
+
+    int rowCount() const override { return int(m_rows.size()); }
+    int columnCount() const override { return 4; }
+    tarnwick::GridColumn column(int column) const override;
+    QString text(int row, int column) const override;
+    QVariant value(int row, int column) const override;
+
+private:
+    struct Row
+    {
+        QString analyst;
+        tarnwick::JDateTime day;
+        int cals = 0;
+        int count = 0;
+    };
+    CalList &m_list;
+    QList<Row> m_rows;
+};
+
 /// "Cal List": the cals that table 'report' holds, of which the user can delete some. OK stores the deletions, Cancel
 /// asks about them.
 class CalListDlg : public tarnwick::JDialog
@@ -52,10 +83,16 @@ protected:
 
 private:
     void deleteSelected();
+    /// The selected cals, or the current one.
+    QList<int> selectedRows() const;
+    void showDayCounts();
 
     CalList &m_list;
     CalGrid m_grid;
+    DayCountGrid m_dayCounts;
     tarnwick::JTableWin *m_table;
+    QLabel *m_dayTitle;
+    tarnwick::JTableWin *m_dayTable;
 };
 
 } // namespace results

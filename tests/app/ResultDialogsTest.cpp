@@ -5,6 +5,8 @@
 #include <brannock/ReportLog.h>
 #include <results/dialogs/CalListDlg.h>
 #include <results/dialogs/ReportImportDlg.h>
+#include <results/dialogs/ReportLogDlg.h>
+#include <tarnwick/FileWriter.h>
 #include <tarnwick/gui/JTableWin.h>
 
 #include <QLabel>
@@ -139,6 +141,16 @@ TEST_F(ResultDialogsTest, ACheckListsTheProblemsAndStoresNothing)
     ASSERT_GE(log.size(), 2);
     EXPECT_EQ(log.last().state, brannock::ReportLog::Entry::State::Stored);
     EXPECT_EQ(log.last().skipped, 1);
+
+    results::ReportLogDlg logDialog(session().database(), session().project(), dialogs, &dialog);
+    picture(logDialog, u"report-log"_s);
+    EXPECT_EQ(logDialog.table().grid().totalRows(), log.size());
+    dialogs.next = session().project().pathOf(u"temp\\log.csv"_s);
+    press(logDialog, u"saveButton"_s);
+    const QList<QByteArray> lines = tarnwick::readFile(dialogs.next).split('\n');
+    EXPECT_EQ(lines.size(), log.size() + 2);
+    EXPECT_TRUE(lines[1].contains(",upload,b.rep,stored,40,39,1,1,"))
+        << lines[1].constData() << ": the newest is the first";
 }
 
 TEST_F(ResultDialogsTest, EditedEntriesAreNotLostInSilenceAndUnreadableFilesNotUploaded)
@@ -175,6 +187,8 @@ TEST_F(ResultDialogsTest, SeveralCalsAreDeletedWithOneQuestionAndCancelUndoesIt)
         picture(dialog, u"cal-list"_s);
         auto *table = dialog.findChild<tarnwick::JTableWin *>(u"cals"_s);
         ASSERT_EQ(table->grid().rowCount(), 3);
+        const auto *days = dialog.findChild<tarnwick::JTableWin *>(u"dayCounts"_s);
+        EXPECT_EQ(days->grid().index(0, 3).data(), u"40"_s);
         table->selectionModel()->select({table->grid().index(0, 0), table->grid().index(1, 0)},
                                         QItemSelectionModel::ClearAndSelect);
         said.answerWith(answers);

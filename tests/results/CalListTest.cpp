@@ -42,6 +42,12 @@ TEST_F(CalListTest, ListsTheCalsInOrderWithTheirCounts)
     EXPECT_EQ(list.rows()[1].cal.calNum, 9);
     EXPECT_EQ(list.caption(), QString(u"Cals In - "_s + path));
 
+    QStringList counts;
+    for (const CalList::DayCount &each : list.dayCounts())
+        counts.append(
+            u"%1 %2 %3 %4"_s.arg(each.cal.calNum).arg(each.analyst, each.day.toString(u"%Y-%m-%d")).arg(each.count));
+    EXPECT_EQ(counts.join(u", "), u"3 A 1970-01-01 2, 9 A 1970-01-01 1");
+
     ellery::SteamGen steamGen;
     EXPECT_EQ(CalList::columnTitles(steamGen).join(u','), u"ENTRY#,SITE CODE,COMP,OUTAGE,CAL,OPTYPE,COUNT");
     EXPECT_EQ(CalList::cells(list.rows()[0], 0, steamGen).join(u','), u"1,TMC,SGA,R1,3,PRI,2");
