@@ -376,7 +376,8 @@ constexpr Command kCommands[] = {
     {u"delete-tube-set", u"DIR NAME [options]", u"delete a tube set from the database",
      u"Asks only with --no or --answers.", kDeleteOptions, runDeleteTubeSet},
     {u"explain", u"DIR STATEMENT [options]", u"explain how the engine executes a statement, without running it",
-     u"Prints parameters with their types, columns with their sources, whether rows can be changed or why not, the SQL "
+     u"Tells in words what is read, by which index, how many rows, and which index would make it faster. Then prints "
+     u"parameters with their types, columns with their sources, whether rows can be changed or why not, the SQL "
      u"passed to the inner engine, and the indexes that it uses. The database is only read.",
      kExplainOptions, runExplain},
     {u"fill", u"DIR random|box|pattern|list ... --map FILE.map [options]", u"add a fill to a map file",

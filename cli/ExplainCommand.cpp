@@ -9,6 +9,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <query/Messages.h>
+#include <query/StatementWords.h>
 #include <tarnwick/Failures.h>
 
 namespace cli {
@@ -36,9 +37,10 @@ QString updatableText(const dao::Explanation &explanation)
                                                             : u"no: "_s + notUpdatableText(explanation.whyNot);
 }
 
-void writeText(const dao::Explanation &explanation)
+void writeText(const dao::Explanation &explanation, const query::StatementWords &words)
 {
-    print(u"Statement: %1\n"_s.arg(explanation.kind));
+    print(words.text());
+    print(u"\nStatement: %1\n"_s.arg(explanation.kind));
     if (explanation.returnsRows)
         print(u"Rows can be changed: %1\n"_s.arg(updatableText(explanation)));
     if (!explanation.parameters.isEmpty()) {
@@ -70,8 +72,11 @@ void writeText(const dao::Explanation &explanation)
     }
 }
 
-QJsonObject json(const dao::Explanation &explanation)
+QJsonObject json(const dao::Explanation &explanation, const query::StatementWords &words)
 {
+    QJsonArray advice;
+    for (const query::StatementWords::Advice &each : words.advice)
+        advice.append(QJsonObject{{u"text"_s, each.text}, {u"create"_s, each.create}});
     QJsonArray parameters;
     for (const dao::sql::Parameter &parameter : explanation.parameters)
         parameters.append(QJsonObject{{u"name"_s, parameter.name},
@@ -93,6 +98,8 @@ QJsonObject json(const dao::Explanation &explanation)
     QJsonObject object{{u"statement"_s, explanation.kind},
                        {u"parameters"_s, parameters},
                        {u"columns"_s, columns},
+                       {u"words"_s, QJsonArray::fromStringList(words.steps)},
+                       {u"advice"_s, advice},
                        {u"innerEngine"_s, steps}};
     if (explanation.returnsRows) {
         object.insert(u"updatable"_s, explanation.whyNot == dao::sql::NotUpdatable::No);
@@ -115,11 +122,13 @@ int runExplain(const Arguments &arguments)
     if (!target.connect(Target::Use::Read))
         return Failed;
     const auto explain = [&] {
-        const dao::Explanation explanation = dao::explain(target.session().database(), sql);
+        dao::Database &database = target.session().database();
+        const dao::Explanation explanation = dao::explain(database, sql);
+        const auto words = query::StatementWords::of(database, sql);
         if (format == "json"_L1)
-            printData(QJsonDocument(json(explanation)).toJson());
+            printData(QJsonDocument(json(explanation, words)).toJson());
         else
-            writeText(explanation);
+            writeText(explanation, words);
     };
     return tarnwick::attempt(target.prompts(), explain, query::messages::kExecute) ? Done : Failed;
 }

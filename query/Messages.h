@@ -57,6 +57,7 @@ inline constexpr Message kRowsChanged{0, u"Rows changed: %D."};
 inline constexpr Message kStatementOf{0, u"Statement %d of %d."};
 inline constexpr Message kNoTextEditor{0, u"The system has no program for \"%S\"."};
 inline constexpr Message kReadVersions{0, u"Could not read the former texts of the queries."};
+inline constexpr Message kExplain{0, u"Could not explain the statement."};
 inline constexpr Message kFormatStatement{0, u"Could not format the statement."};
 inline constexpr Message kFormatsRefused{0,
                                          u"Some display formats were refused; these fields have their defaults.\n\n%S"};

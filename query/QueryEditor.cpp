@@ -364,6 +364,25 @@ Execution QueryEditor::execute(tarnwick::Progress *progress, const TextPart &par
     return execution;
 }
 
+Execution QueryEditor::executeOther(const QString &sql, tarnwick::Progress *progress)
+{
+    prompts().status(messages::kExecuting);
+    return executeStatement(m_setup.session, m_setup.context, m_document.name, sql, m_result, progress);
+}
+
+QList<StatementWords> QueryEditor::explain(const TextPart &part)
+{
+    const QString text = m_view.sql();
+    const QString sql = part.length > 0 ? statementInPlace(text, part) : text;
+    const QList<TextPart> statements = statementsIn(sql);
+    const bool isFound = statements.size() == 1 && part.length == 0 && !isEditedSinceRun() && m_result.elapsed() >= 0;
+    const auto found = isFound ? std::optional(m_result.rowCount()) : std::nullopt;
+    QList<StatementWords> words;
+    for (const TextPart &statement : statements)
+        words.append(StatementWords::of(m_setup.session.database(), statementInPlace(sql, statement), found));
+    return words;
+}
+
 tarnwick::JMacro QueryEditor::setUpMacros()
 {
     m_view.collect(m_document);

@@ -6,6 +6,7 @@
 #include "QueryMacros.h"
 #include "QueryVersions.h"
 #include "Statements.h"
+#include "StatementWords.h"
 #include "StoredQueryCommands.h"
 
 #include <tarnwick/FileChoice.h>
@@ -83,6 +84,11 @@ public:
 
     /// Whether the text differs from the one whose rows are shown.
     bool isEditedSinceRun() const { return m_view.sql() != m_textOfRows; }
+
+    /// Runs another statement than the text, such as one that makes an index; it belongs to the transaction.
+    Execution executeOther(const QString &sql, tarnwick::Progress *progress);
+    /// What the statements of the text, or of a part of it, read; see StatementWords. Throws its exceptions.
+    QList<StatementWords> explain(const TextPart &part = {});
 
     /// The macros for expansion and printing. Copies the margins of the options into the layout.
     tarnwick::JMacro setUpMacros();

@@ -230,6 +230,21 @@ void SQLDlg::queriesChanged()
 
 void SQLDlg::execute(const TextPart &part)
 {
+    runShown(
+        [&](tarnwick::Progress &progress, const Begins &begins) { return m_editor.execute(&progress, part, begins); });
+}
+
+void SQLDlg::executeOther(const QString &statement)
+{
+    runShown([&](tarnwick::Progress &progress, const Begins &) {
+        Execution execution = m_editor.executeOther(statement, &progress);
+        execution.where = {}; // is no place in the text
+        return execution;
+    });
+}
+
+void SQLDlg::runShown(const std::function<Execution(tarnwick::Progress &, const Begins &)> &work)
+{
     m_tabs->setCurrentIndex(0);
     m_page->sql().clearError();
     m_page->showEntries({});
@@ -254,7 +269,7 @@ void SQLDlg::execute(const TextPart &part)
             connect(&m_page->stopButton(), &QPushButton::clicked, &progress, [&progress] { progress.stop(); });
         m_page->showRun({});
         m_page->repaint();
-        execution = m_editor.execute(&progress, part, [&which](int number, int count) {
+        execution = work(progress, [&which](int number, int count) {
             which = tarnwick::format(u"Statement %d of %d, ", number, count);
         });
         disconnect(stopping);

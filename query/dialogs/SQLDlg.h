@@ -44,6 +44,8 @@ public:
     QueryPage &page() { return *m_page; }
     /// EXECUTE. part: of the text; empty for all of it.
     void execute(const TextPart &part = {});
+    /// Executes another statement than the text.
+    void executeOther(const QString &statement);
 
 protected:
     QString caption() const override { return m_editor.caption(); }
@@ -77,6 +79,10 @@ private:
     QWidget *makeSections(std::initializer_list<int> sections);
     void applyOptions();
     void editOptions();
+    /// Tells the user which statement of several begins.
+    using Begins = std::function<void(int number, int count)>;
+    /// Runs work with the controls as they are while a statement runs.
+    void runShown(const std::function<Execution(tarnwick::Progress &, const Begins &)> &work);
     void showEnd(const Execution &execution);
     void showTransaction();
     void expand();
@@ -85,6 +91,7 @@ private:
     void exportResults();
     void viewExport();
     void formatStatements();
+    void explain();
     /// Returns false after telling that the result has no columns of tubes.
     bool hasTubes();
     void selectOnMap();

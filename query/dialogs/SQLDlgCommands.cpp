@@ -1,4 +1,5 @@
 // The commands of the SQL editor's menus.
+#include "ExplainDlg.h"
 #include "FormatInfoDlg.h"
 #include "JQueryWin.h"
 #include "JSchemaInfoDlg.h"
@@ -7,9 +8,11 @@
 #include "SQLDlg.h"
 #include "SQLOptionsDlg.h"
 
+#include <dao/ProgressScope.h>
 #include <query/gui/SqlFindBar.h>
 #include <query/Messages.h>
 #include <tarnwick/Failures.h>
+#include <tarnwick/gui/ProgressDialog.h>
 
 #include <QDesktopServices>
 #include <QTabWidget>
@@ -124,6 +127,7 @@ void SQLDlg::bindDatabaseCommands()
     });
     commands().bind(SelectOnMap, [this] { selectOnMap(); });
     commands().bind(FindSelectedTubes, [this] { findSelectedTubes(); });
+    commands().bind(ExplainStatements, [this] { explain(); });
     commands().bind(ExecuteQuery, [this] { execute(); });
     commands().bind(ExecuteSelection, [this] { execute(m_page->sql().selectedPart()); });
 }
@@ -180,6 +184,24 @@ void SQLDlg::viewExport()
     const QString path = m_setup.editor.files.openFile(kExports, u"View Export"_s, m_setup.editor.context.roots);
     if (!path.isEmpty() && !QDesktopServices::openUrl(QUrl::fromLocalFile(path)))
         prompts().error(messages::kNoTextEditor, path);
+}
+
+void SQLDlg::explain()
+{
+    if (!db::checkConnected(m_setup.editor.session))
+        return;
+    QList<StatementWords> words;
+    const auto read = [&] {
+        tarnwick::ProgressDialog progress(this, u"Explain"_s);
+        const QueryResult::ReadPause pause(m_editor.result());
+        const dao::ProgressScope stoppable(m_setup.editor.session.database(), &progress);
+        words = m_editor.explain(m_page->sql().selectedPart());
+    };
+    if (attemptCancellable(prompts(), read, messages::kExplain) != tarnwick::Outcome::Done)
+        return;
+    ExplainDlg dialog(words, prompts(), this);
+    if (dialog.exec() == QDialog::Accepted && !dialog.chosen().isEmpty())
+        executeOther(dialog.chosen());
 }
 
 void SQLDlg::formatStatements()

@@ -41,6 +41,7 @@ enum SqlCommand : int {
     SelectOnMap,
     FindSelectedTubes,
     NextPart,
+    ExplainStatements,
 };
 
 /// Conditions of the commands.

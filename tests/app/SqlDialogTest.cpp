@@ -1,5 +1,6 @@
 #include "DialogFixture.h"
 
+#include <query/dialogs/ExplainDlg.h>
 #include <query/dialogs/JQueryWin.h>
 #include <query/dialogs/QueryPage.h>
 #include <query/dialogs/SqlCommands.h>
@@ -10,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTimer>
@@ -144,6 +146,27 @@ TEST_F(SqlDialogTest, ACellThatIsBeingTypedIsStoredBeforeACommand)
     EXPECT_EQ(dialog.editor().transaction().changeCount(), 1);
     said.answerWith({Answer::No, Answer::Yes});
     dialog.reject();
+}
+
+TEST_F(SqlDialogTest, AnIndexIsMadeFromTheWordsInTheTransaction)
+{
+    sql(u"CREATE TABLE calls (a LONG, b LONG)"_s);
+    sql(u"INSERT INTO calls (a, b) SELECT x.row, y.pcnt FROM report AS x, report AS y"_s);
+    query::SQLDlg dialog(setup());
+    dialog.show();
+    const QString text = u"SELECT * FROM calls WHERE a = 3; SELECT * FROM report WHERE volts > 1"_s;
+    dialog.page().sql().setSql(text);
+    inNext<query::ExplainDlg>([&](query::ExplainDlg &opened) {
+        picture(opened, u"sql-explain"_s);
+        EXPECT_TRUE(opened.findChild<QPlainTextEdit *>(u"words"_s)->toPlainText().contains(u"Statement 2\n\n1. "_s));
+        press(opened, u"makeIndex1"_s);
+    });
+    choose(dialog, u"Explain ..."_s);
+    EXPECT_EQ(dialog.editor().transaction().changes(), QStringList{u"CREATE INDEX by_a ON calls (a)"_s});
+    EXPECT_EQ(dialog.page().sql().sql(), text);
+    said.answerWith({Answer::No, Answer::Yes});
+    dialog.reject();
+    EXPECT_TRUE(session().database().database().table(u"calls"_s).indexes.isEmpty());
 }
 
 TEST_F(SqlDialogTest, ThePreviewKeepsUndoAndReturnIsNeverTakenByTheCompletions)

@@ -178,6 +178,7 @@ TEST_F(EndToEndTest, SchemaAndExplanation)
                      .output.contains(u"Changeable"_s));
     const QJsonObject told = s_cli->mustRun({u"explain"_s, database, statement, u"--format"_s, u"json"_s}).json();
     EXPECT_EQ(told[u"parameters"][0][u"type"].toString(), u"Text"_s);
+    EXPECT_TRUE(told[u"words"][0].toString().startsWith(u"Finds rows of table \"report\" by its index "_s));
 }
 
 TEST_F(EndToEndTest, FillsAreStoredInAMapAndPainted)
