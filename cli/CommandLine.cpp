@@ -5,6 +5,7 @@
 
 #include <dao/values/DaoException.h>
 #include <tarnwick/base/Error.h>
+#include <tarnwick/base/Installation.h>
 #include <tarnwick/FailureLog.h>
 
 namespace cli {
@@ -66,6 +67,10 @@ int runCommandLine(const QStringList &arguments)
     }
     QString name = arguments.first();
     QStringList rest = arguments.mid(1);
+    if (name == "--version"_L1 || tarnwick::asksFor(rest, u"version")) {
+        print(u"arvo-cli "_s + tarnwick::programVersion() + u'\n');
+        return Done;
+    }
     if (name == "--help"_L1 || name == "-h"_L1)
         name = u"help"_s;
     const Command *command = findCommand(name);
@@ -73,7 +78,7 @@ int runCommandLine(const QStringList &arguments)
         printError(u"There is no command \""_s + name + u"\". \"arvo-cli help\" lists them.\n"_s);
         return WrongUsage;
     }
-    if (rest.contains(u"--help"_s))
+    if (tarnwick::asksFor(rest, u"help"))
         rest = {name}, command = findCommand(u"help");
     return runGuarded(*command, rest);
 }

@@ -15,15 +15,18 @@ constexpr OptionSpec kAnswers{u"answers", u"LIST",
 constexpr OptionSpec kVerbose{u"verbose", nullptr, u"print questions, answers and status lines"};
 constexpr OptionSpec kDryRun{u"dry-run", nullptr, u"tell what would be stored, and every problem; store nothing"};
 constexpr OptionSpec kProblems{u"problems", u"F.csv", u"write the problems to this file"};
-constexpr OptionSpec kOutcome{u"format", u"FORM", u"text (the default) or json: numbers and problems of each file"};
+constexpr OptionSpec kOutcome{u"format", u"FORM", u"text (the default) or json: numbers and problems of each file",
+                              false, u"text|json"};
 constexpr OptionSpec kDatabase{u"database", u"FILE", u"use this database instead of the project's own"};
 
-constexpr OptionSpec kCreateOptions[] = {
-    {u"format", u"YEAR", u"1997, 2000 or 2002: the format year that the file remembers (2002)"}};
+constexpr OptionSpec kCreateOptions[] = {{u"format", u"YEAR",
+                                          u"1997, 2000 or 2002: the format year that the file remembers (2002)", false,
+                                          u"1997|2000|2002"}};
 
 constexpr OptionSpec kConnectOptions[] = {
     {u"convert", u"ANSWER",
-     u"yes or no: whether to convert a database of an older revision or a Jet file, and to import a foreign one (no)"}};
+     u"yes or no: whether to convert a database of an older revision or a Jet file, and to import a foreign one (no)",
+     false, u"yes|no"}};
 
 constexpr OptionSpec kCheckOptions[] = {{u"quick", nullptr, u"check only structure and rows"}, kDatabase};
 
@@ -32,7 +35,7 @@ constexpr OptionSpec kImportOptions[] = {
     {u"damaged", nullptr, u"copy the readable part of a damaged file and list the losses"}};
 
 constexpr OptionSpec kDemoOptions[] = {
-    {u"kind", u"KIND", u"recirculating (U-bend, the default) or once-through"},
+    {u"kind", u"KIND", u"recirculating (U-bend, the default) or once-through", false, u"recirculating|once-through"},
     {u"tubes", u"N", u"approximate number of tubes (3,400; once-through 15,500)"},
     {u"entries", u"N", u"number of report entries over all outages"},
     {u"outages", u"N", u"number of outages (3)"},
@@ -69,8 +72,10 @@ constexpr OptionSpec kConvertOptions[] = {
     kVerbose};
 
 constexpr OptionSpec kUploadOptions[] = {kDryRun, kProblems, kOutcome, kDatabase, kYes, kNo, kAnswers, kVerbose};
-constexpr OptionSpec kRowOptions[] = {{u"format", u"FORM", u"table (the default), csv or json"}, kDatabase};
-constexpr OptionSpec kLogOptions[] = {{u"format", u"FORM", u"table (the default), csv or json"}};
+constexpr OptionSpec kRowOptions[] = {
+    {u"format", u"FORM", u"table (the default), csv or json", false, u"table|csv|json"}, kDatabase};
+constexpr OptionSpec kLogOptions[] = {
+    {u"format", u"FORM", u"table (the default), csv or json", false, u"table|csv|json"}};
 constexpr OptionSpec kDeleteCalOptions[] = {{u"site", u"S", u"the site code"},
                                             {u"comp", u"C", u"the component code"},
                                             {u"oper-type", u"T", u"the operation type"},
@@ -81,18 +86,19 @@ constexpr OptionSpec kDeleteCalOptions[] = {{u"site", u"S", u"the site code"},
 constexpr OptionSpec kUploadComponentOptions[] = {kDatabase, kYes, kNo, kAnswers, kVerbose};
 
 constexpr OptionSpec kSqlOptions[] = {
-    {u"format", u"FORM", u"table (the default), csv or json"},
+    {u"format", u"FORM", u"table (the default), csv or json", false, u"table|csv|json"},
     {u"param", u"NAME=VALUE", u"the value of a parameter; may be repeated", true},
     {u"file", u"F", u"run the statements of a file, each ended by a semicolon at the end of a line"},
     kDatabase};
 
-constexpr OptionSpec kQueryOptions[] = {{u"param", u"NAME=VALUE", u"the value of a parameter; may be repeated", true},
-                                        {u"format", u"FORM", u"table (the default), csv or json"},
-                                        {u"out", u"FILE", u"write the rows to a file: .txt, .csv, .xlsx or .pdf"},
-                                        kDatabase};
+constexpr OptionSpec kQueryOptions[] = {
+    {u"param", u"NAME=VALUE", u"the value of a parameter; may be repeated", true},
+    {u"format", u"FORM", u"table (the default), csv or json", false, u"table|csv|json"},
+    {u"out", u"FILE", u"write the rows to a file: .txt, .csv, .xlsx or .pdf"},
+    kDatabase};
 
 constexpr OptionSpec kQueriesOptions[] = {
-    {u"format", u"FORM", u"text (the default) or json"},
+    {u"format", u"FORM", u"text (the default) or json", false, u"text|json"},
     {u"versions", u"NAME", u"print the former texts of this query instead, the newest first"},
     kDatabase};
 
@@ -114,27 +120,32 @@ constexpr OptionSpec kFormatsOptions[] = {
     {u"export", u"FILE", u"write the display formats to a file"},
     kDatabase};
 
-constexpr OptionSpec kSchemaOptions[] = {
-    {u"format", u"FORM", u"text (the default) or json"}, {u"all", nullptr, u"system and hidden tables too"}, kDatabase};
+constexpr OptionSpec kSchemaOptions[] = {{u"format", u"FORM", u"text (the default) or json", false, u"text|json"},
+                                         {u"all", nullptr, u"system and hidden tables too"},
+                                         kDatabase};
 
 constexpr OptionSpec kHistoryOptions[] = {
     {u"mode", u"MODE",
-     u"latest: of each tube the latest of the outages (the default); selected: all of them; all: every outage"},
+     u"latest: of each tube the latest of the outages (the default); selected: all of them; all: every outage", false,
+     u"latest|selected|all"},
     {u"outages", u"A,B,...", u"the outages that are kept (every one)"},
     {u"defects", u"LIST",
      u"the codes that are kept, each with thresholds if wanted: CODE[:volts[:pcnt]],... (every code)"},
-    {u"sort", u"ORDER", u"tube, column, indication, volts, phase or pcnt (sec, row, col, latest outage first)"},
+    {u"sort", u"ORDER", u"tube, column, indication, volts, phase or pcnt (sec, row, col, latest outage first)", false,
+     u"tube|column|indication|volts|phase|pcnt"},
     {u"out", u"FILE.hst", u"store the kept entries as a history file"},
     {u"all", nullptr, u"print the entries that are not kept, too"},
-    {u"format", u"FORM", u"table (the default), csv or json; with --out nothing is printed without it"},
+    {u"format", u"FORM", u"table (the default), csv or json; with --out nothing is printed without it", false,
+     u"table|csv|json"},
     kDatabase,
     kVerbose};
 
 constexpr OptionSpec kRepairsOptions[] = {
-    {u"view", u"VIEW", u"all (the default), scheduled, completed, or need-heat: completed with a heat number missing"},
+    {u"view", u"VIEW", u"all (the default), scheduled, completed, or need-heat: completed with a heat number missing",
+     false, u"all|scheduled|completed|need-heat"},
     {u"outage", u"O", u"only repairs of this outage"},
     {u"type", u"T", u"only repairs of this type, such as Plug"},
-    {u"format", u"FORM", u"table (the default), csv or json"},
+    {u"format", u"FORM", u"table (the default), csv or json", false, u"table|csv|json"},
     kDatabase};
 
 constexpr OptionSpec kScheduleOptions[] = {
@@ -158,7 +169,7 @@ constexpr OptionSpec kCompleteOptions[] = {{u"tubes", u"F.lst", u"the list of th
                                            kAnswers,
                                            kVerbose};
 
-constexpr OptionSpec kFormat{u"format", u"FORM", u"table (the default), csv or json"};
+constexpr OptionSpec kFormat{u"format", u"FORM", u"table (the default), csv or json", false, u"table|csv|json"};
 constexpr OptionSpec kEntryNumbers{u"entry-numbers", nullptr,
                                    u"lines begin with entry numbers, also in a file that does not end in .lst"};
 
@@ -183,7 +194,8 @@ constexpr OptionSpec kUploadTubeSetOptions[] = {{u"name", u"N", u"the name of th
                                                 kVerbose};
 constexpr OptionSpec kDeleteOptions[] = {kDatabase, kYes, kNo, kAnswers, kVerbose};
 
-constexpr OptionSpec kExplainOptions[] = {{u"format", u"FORM", u"text (the default) or json"}, kDatabase};
+constexpr OptionSpec kExplainOptions[] = {{u"format", u"FORM", u"text (the default) or json", false, u"text|json"},
+                                          kDatabase};
 
 constexpr OptionSpec kFillOptions[] = {
     {u"map", u"FILE.map", u"the map to which the fill is added; created if it does not exist"},
@@ -222,7 +234,7 @@ constexpr OptionSpec kMapOptions[] = {
     {u"paper", u"NAME", u"A3, A4, A5, Letter, Legal, Tabloid ..., landscape (the locale's)"},
     {u"size", u"WxH", u"instead of a paper: width and height in pixels, 150 per inch"},
     {u"title", u"TEXT", u"a title above the map, instead of the header's upper text"},
-    {u"flip", u"AXES", u"h, v or hv: flip horizontally, vertically, or both"},
+    {u"flip", u"AXES", u"h, v or hv: flip horizontally, vertically, or both", false, u"h|v|hv"},
     kDatabase,
     kYes,
     kNo,
@@ -411,35 +423,56 @@ const Command *findCommand(QStringView name)
     return nullptr;
 }
 
+static constexpr char16_t kSummary[] = u"ARVO without a window";
+static const QString kFiles =
+    u"DIR is a project's folder; most commands also accept a database file.\n"
+    u"File names are relative to the current folder. A name with a backslash, or that begins "
+    u"with\n[PALOMINE_DIR], is relative to the project's folder: 'maps\\plan.map' (in quotes, "
+    u"since the shell\nremoves the backslash).\n"_s;
+static const QString kStatus = u"0 done, 1 failed (the reason is on the standard error stream), 2 wrong usage."_s;
+
 QString helpOverview()
 {
-    QString text = u"arvo-cli: ARVO without a window\n\nUsage: arvo-cli COMMAND ARGUMENT...\n\n"_s;
+    QString text = u"arvo-cli: "_s + kSummary + u"\n\nUsage: arvo-cli COMMAND ARGUMENT...\n\n"_s;
     for (const Command &command : kCommands)
         text += u"  %1%2\n"_s.arg(QStringView(command.name), -18).arg(QStringView(command.summary));
-    text += u"\nDIR is a project's folder; most commands also accept a database file."
-            u"\nFile names are relative to the current folder. A name with a backslash, or that begins with"
-            u"\n[PALOMINE_DIR], is relative to the project's folder: 'maps\\plan.map' (in quotes, since the shell"
-            u"\nremoves the backslash)."
-            u"\n\"arvo-cli help COMMAND\" explains a command."
-            u"\nExit status: 0 done, 1 failed (the reason is on the standard error stream), 2 wrong usage.\n"_s;
+    text += u'\n' + kFiles +
+            u"\"arvo-cli help COMMAND\" explains a command; \"arvo-cli --version\" prints the version.\n"
+            u"Exit status: "_s +
+            kStatus + u'\n';
     return text;
+}
+
+static tarnwick::CommandText textOf(const Command &command)
+{
+    return {command.name, command.usage, command.summary, command.details, command.options};
 }
 
 QString helpOf(const Command &command)
 {
-    QString text = u"Usage: arvo-cli %1 %2\n\n%3\n"_s.arg(QStringView(command.name), QStringView(command.usage),
-                                                          QStringView(command.summary));
-    if (*command.details)
-        text += u'\n' + QStringView(command.details) + u'\n';
-    if (!command.options.empty())
-        text += u'\n';
-    for (const OptionSpec &option : command.options) {
-        QString left = u"  --"_s + QStringView(option.name);
-        if (option.placeholder)
-            left += u' ' + QStringView(option.placeholder);
-        text += left.leftJustified(24) + u' ' + QStringView(option.help) + u'\n';
-    }
-    return text;
+    return tarnwick::commandHelp(u"arvo-cli"_s, textOf(command));
+}
+
+tarnwick::ProgramManual programManual()
+{
+    tarnwick::ProgramManual manual{
+        .program =
+            {u"arvo-cli",
+             u"COMMAND ARGUMENT...",
+             kSummary,
+             u"Works on projects of eddy-current inspections of steam-generator tubes as the program arvo does, "
+             u"for scripts and for machines without a display. Results go to the standard output, messages to the "
+             u"standard error stream. Nothing is asked: questions are answered by options.",
+             {}},
+        .commands = {},
+        .sections = {{u"PROJECTS AND FILES"_s, kFiles},
+                     {u"EXIT STATUS"_s, kStatus},
+                     tarnwick::environmentSection(),
+                     tarnwick::filesSection(),
+                     {u"SEE ALSO"_s, u"arvo(1)"_s}}};
+    for (const Command &command : kCommands)
+        manual.commands.append(textOf(command));
+    return manual;
 }
 
 } // namespace cli

@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <span>
+#include <tarnwick/ProgramManual.h>
 
 namespace cli {
 
@@ -22,6 +23,8 @@ const Command *findCommand(QStringView name);
 
 QString helpOverview();
 QString helpOf(const Command &command);
+/// All of it, for the manual page and completion.
+tarnwick::ProgramManual programManual();
 
 // The commands, each in its own source file.
 int runCals(const Arguments &arguments);

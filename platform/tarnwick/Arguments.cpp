@@ -1,6 +1,6 @@
 #include "Arguments.h"
 
-namespace cli {
+namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +15,17 @@ const OptionSpec *findOption(std::span<const OptionSpec> options, QStringView na
 }
 
 } // namespace
+
+bool asksFor(const QStringList &arguments, QStringView name)
+{
+    for (const QString &argument : arguments) {
+        if (argument == "--"_L1)
+            return false;
+        if (argument.startsWith(u"--"_s) && QStringView(argument).sliced(2) == name)
+            return true;
+    }
+    return false;
+}
 
 Arguments::Arguments(const QStringList &arguments, std::span<const OptionSpec> options)
     : m_options(options)
@@ -87,4 +98,4 @@ qint64 Arguments::integer(QStringView name, qint64 whenMissing, qint64 minimum, 
     return number;
 }
 
-} // namespace cli
+} // namespace tarnwick
