@@ -7,6 +7,7 @@
 #include "LegendModel.h"
 #include "LegendPart.h"
 #include "LegendView.h"
+#include "Look.h"
 #include "MapPane.h"
 #include "OptionsCommand.h"
 #include "RecoveryKeeper.h"
@@ -16,18 +17,22 @@
 #include "WindowProgress.h"
 #include "WindowPrompts.h"
 
+#include <app/logic/FileOpener.h>
 #include <app/logic/StartUp.h>
 #include <app/logic/WindowConditions.h>
 
 #include <brannock/gui/TubesheetMap.h>
 
 #include <tarnwick/gui/CommandActions.h>
+#include <tarnwick/gui/DroppedFiles.h>
 #include <tarnwick/gui/OnScreen.h>
 
 #include <QCloseEvent>
 #include <QDir>
+#include <QDropEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScopeGuard>
 #include <QSplitter>
 #include <QStatusBar>
@@ -55,6 +60,7 @@ DBase::DBase(tarnwick::UserPrompts *prompts)
     , m_runner(m_prompts, nullptr)
 {
     setObjectName(u"mainWindow"_s);
+    setAcceptDrops(true);
     if (!prompts) // otherwise nobody sits at the window
         m_session->queryContext().prompt = &m_parameterDialogs;
     setWindowTitle(QString::fromUtf16(kTitleAtCreation));
@@ -140,6 +146,8 @@ void DBase::makeCommands()
     m_fills->bind(m_handlers);
     m_legend->bind(m_handlers);
     m_view->bind(m_handlers);
+    m_look = new Look(this);
+    m_look->bind(m_handlers);
     m_handlers.bind(EditOptions, [this] { editOptions(*m_session, *m_map, this); });
 }
 
@@ -215,6 +223,21 @@ bool DBase::openProject(const QString &folder)
     return true;
 }
 
+bool DBase::openFiles(const QStringList &paths)
+{
+    FileOpener opener(
+        *m_session,
+        {.openProject = [this](const QString &folder) { return m_commands->mayReplaceMap() && openProject(folder); },
+         .connectDatabase = [this](const QString &path) { m_session->connectDatabase(path); },
+         .openMap = [this](const QString &path) { m_commands->openMap(path); },
+         .openQuery = [this](const QString &path) { m_dialogs->queries().openSqlEditor(path); },
+         .openPlan = [this](const QString &path) { m_dialogs->plans().showPlans(path); },
+         .openList = [this](const QString &path) { m_fills->openList(path); },
+         .uploadReports = [this](const QStringList &files) { m_dialogs->results().uploadReports(files); },
+         .convertTexts = [this](const QStringList &files) { m_dialogs->results().convertReports(files); }});
+    return opener.open(paths);
+}
+
 bool DBase::addQueryFile(const QString &machinePath)
 {
     return m_fills->addQueryFile(machinePath);
@@ -269,6 +292,20 @@ void DBase::changeEvent(QEvent *event)
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange && m_session)
         refreshTitle();
+}
+
+void DBase::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!tarnwick::droppedFiles(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void DBase::dropEvent(QDropEvent *event)
+{
+    const QStringList paths = tarnwick::droppedFiles(*event->mimeData());
+    // After the drop has ended: a dialog must not keep the other program waiting.
+    QMetaObject::invokeMethod(
+        this, [this, paths] { m_runner.perform([this, &paths] { openFiles(paths); }); }, Qt::QueuedConnection);
 }
 
 void DBase::closeEvent(QCloseEvent *event)

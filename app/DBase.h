@@ -29,6 +29,7 @@ class DialogCommands;
 class FillCommands;
 class FullScreen;
 class LegendPart;
+class Look;
 class MapPane;
 class RecoveryKeeper;
 class SidePanel;
@@ -47,12 +48,16 @@ public:
 
     /// Returns false after reporting why the project could not be opened.
     bool openProject(const QString &folder);
+    /// Opens files of the project, each in its window or dialog, see FileOpener. Returns false after reporting a
+    /// failure.
+    bool openFiles(const QStringList &paths);
     /// Runs a query file and adds its tubes to the legend. Returns false after reporting the failure.
     bool addQueryFile(const QString &machinePath);
     ProjectSession &projectSession() { return *m_session; }
     brannock::TubesheetMap &map();
     tarnwick::CommandActions &commands() { return *m_actions; }
     CommandRunner &runner() { return m_runner; }
+    Look &look() { return *m_look; }
     /// Replaces the file dialogs in tests.
     void setFileDialogs(tarnwick::FileDialogs *dialogs);
     /// Updates everything that depends on map and session at once. After changes this happens automatically with a
@@ -62,6 +67,8 @@ public:
 protected:
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     void makeActions();
@@ -95,6 +102,7 @@ private:
     SidePanel *m_side = nullptr;
     FullScreen *m_fullScreen = nullptr;
     LegendPart *m_legend = nullptr;
+    Look *m_look = nullptr;
     RecoveryKeeper *m_recovery = nullptr;
     std::unique_ptr<WindowCommands> m_commands;
     std::unique_ptr<DialogCommands> m_dialogs;

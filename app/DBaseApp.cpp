@@ -3,9 +3,10 @@
 #include "CheckStyle.h"
 #include "DBase.h"
 #include "LineIcon.h"
+#include "Look.h"
 
+#include <app/logic/FileKinds.h>
 #include <app/logic/Messages.h>
-#include <app/logic/StartUp.h>
 
 #include <tarnwick/FileWriter.h>
 #include <tarnwick/gui/StateKeeper.h>
@@ -26,20 +27,6 @@ namespace app {
 namespace {
 
 constexpr int kWrongUsage = 2;
-
-const QString kUsage = u"usage: arvo [PROJECT] [--query FILE.qry]... [--dark] [--picture FILE.png [--size WxH] "
-                       u"[--scale N]]"_s;
-
-bool parseSize(const QString &text, QSize &size)
-{
-    const QStringList parts = text.split(u'x');
-    bool wideOk = false;
-    bool highOk = false;
-    size = QSize(parts.value(0).toInt(&wideOk), parts.value(1).toInt(&highOk));
-    constexpr int kMost = 10'000;
-    return parts.size() == 2 && wideOk && highOk && size.width() > 0 && size.height() > 0 && size.width() <= kMost &&
-           size.height() <= kMost;
-}
 
 void say(const QString &text)
 {
@@ -75,46 +62,11 @@ public:
     void showStatus(const QString &) override {}
 };
 
-AppOptions AppOptions::parse(const QStringList &arguments)
-{
-    AppOptions options;
-    for (qsizetype i = 0; i < arguments.size(); ++i) {
-        const QString &argument = arguments[i];
-        const bool takesValue = argument == u"--query"_s || argument == u"--picture"_s || argument == u"--size"_s ||
-                                argument == u"--scale"_s;
-        if (takesValue && i + 1 == arguments.size()) {
-            options.error = u"%1 needs a value"_s.arg(argument);
-            return options;
-        }
-        bool ok = true;
-        if (argument == u"--query"_s)
-            options.queries.append(arguments[++i]);
-        else if (argument == u"--picture"_s)
-            options.picture = arguments[++i];
-        else if (argument == u"--size"_s)
-            ok = parseSize(arguments[++i], options.size);
-        else if (argument == u"--scale"_s)
-            ok = (options.scale = arguments[++i].toDouble(&ok)) > 0 && ok && options.scale <= 8;
-        else if (argument == u"--dark"_s)
-            options.dark = true;
-        else if (argument.startsWith(u"--"_s))
-            options.error = u"unknown option %1"_s.arg(argument);
-        else if (options.project.isEmpty())
-            options.project = argument;
-        else
-            options.error = u"more than one project is named"_s;
-        if (!ok)
-            options.error = u"%1 is no value for %2"_s.arg(arguments[i], argument);
-        if (!options.error.isEmpty())
-            return options;
-    }
-    return options;
-}
-
 DBaseApp::DBaseApp(const AppOptions &options)
     : m_options(options)
     , m_streamPrompts(options.picture.isEmpty() ? nullptr : std::make_unique<StreamPrompts>())
-    , m_window(std::make_unique<DBase>(m_streamPrompts.get()))
+    , m_logged(m_streamPrompts ? std::make_unique<tarnwick::LoggedPrompts>(*m_streamPrompts, u"arvo"_s) : nullptr)
+    , m_window(std::make_unique<DBase>(m_logged.get()))
 {
     // A picture shows the initial layout, not the layout stored by the user.
     if (options.picture.isEmpty())
@@ -125,16 +77,25 @@ DBaseApp::DBaseApp(const AppOptions &options)
 
 DBaseApp::~DBaseApp() = default;
 
-bool DBaseApp::openProject()
+bool DBaseApp::openFiles()
 {
-    const QString folder = chooseProject(m_options.project, m_window->projectSession().recentProjects());
-    if (m_options.project.isEmpty() && !brannock::Project::isProjectFolder(folder)) {
-        // If the last project was moved, no error is shown at the start.
-        if (!folder.isEmpty())
-            m_window->projectSession().prompts().status(messages::kRecentNotThere, folder);
-        return true;
+    for (const QString &file : std::as_const(m_options.files)) {
+        const FileKind kind = fileKind(file);
+        const bool isInWindow = kind == FileKind::Project || kind == FileKind::Map || kind == FileKind::Database;
+        if (!m_options.picture.isEmpty() && QFileInfo::exists(file) && !isInWindow) {
+            say(u"\"%1\" opens a dialog, which is not in the picture of the window."_s.arg(file));
+            return false;
+        }
     }
-    return m_window->openProject(folder);
+    if (!m_options.files.isEmpty())
+        return m_window->openFiles(m_options.files);
+    const QString folder = m_window->projectSession().recentProjects().value(0);
+    if (brannock::Project::isProjectFolder(folder))
+        return m_window->openProject(folder);
+    // If the last project was moved, no error box is shown at the start.
+    if (!folder.isEmpty())
+        m_window->projectSession().prompts().status(messages::kRecentNotThere, folder);
+    return true;
 }
 
 bool DBaseApp::addQueries()
@@ -148,13 +109,15 @@ bool DBaseApp::addQueries()
 void DBaseApp::start()
 {
     m_window->projectSession().keepsRecoveryCopies = true;
+    if (!m_options.dark)
+        m_window->look().restore();
     m_window->show();
     // In the event loop, so that errors about the project are shown over a visible window.
     QMetaObject::invokeMethod(
         m_window.get(),
         [this] {
             m_window->runner().perform([this] {
-                if (openProject())
+                if (openFiles())
                     addQueries();
             });
         },
@@ -165,7 +128,7 @@ bool DBaseApp::writePicture()
 {
     m_window->resize(m_options.size);
     bool shown = false;
-    m_window->runner().perform([this, &shown] { shown = openProject() && addQueries(); });
+    m_window->runner().perform([this, &shown] { shown = openFiles() && addQueries(); });
     if (!shown)
         return false;
     m_window->show();
@@ -188,28 +151,6 @@ bool DBaseApp::writePicture()
     }
 }
 
-void useDarkPalette()
-{
-    QApplication::setStyle(new CheckStyle);
-    const QColor window(0x2b, 0x2d, 0x30);
-    const QColor base(0x1e, 0x1f, 0x22);
-    const QColor text(0xdf, 0xe1, 0xe5);
-    const QColor faint(0x7f, 0x83, 0x8b);
-    QPalette palette(QColor(0x3c, 0x3f, 0x43), window);
-    palette.setColor(QPalette::Base, base);
-    palette.setColor(QPalette::AlternateBase, QColor(0x25, 0x27, 0x2a));
-    palette.setColor(QPalette::ToolTipBase, QColor(0x3c, 0x3f, 0x43));
-    palette.setColor(QPalette::PlaceholderText, faint);
-    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xca));
-    palette.setColor(QPalette::Link, QColor(0x6c, 0xa8, 0xff));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
-                            QPalette::HighlightedText, QPalette::BrightText}) {
-        palette.setColor(role, text);
-        palette.setColor(QPalette::Disabled, role, QColor(0x6f, 0x73, 0x7a));
-    }
-    QApplication::setPalette(palette);
-}
-
 int runArvo(int argc, char **argv)
 {
     tarnwick::makeFileSizeLimitAnError();
@@ -218,8 +159,12 @@ int runArvo(int argc, char **argv)
         arguments.append(QString::fromLocal8Bit(argv[i]));
     const AppOptions options = AppOptions::parse(arguments);
     if (!options.error.isEmpty()) {
-        say(u"arvo: "_s + options.error + u'\n' + kUsage);
+        say(u"arvo: "_s + options.error);
         return kWrongUsage;
+    }
+    if (!options.answer.isEmpty()) {
+        fputs(qUtf8Printable(options.answer), stdout);
+        return 0;
     }
     // Settings that must be made before the application object is created.
     if (!options.picture.isEmpty()) {
@@ -232,6 +177,7 @@ int runArvo(int argc, char **argv)
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"ARVO"_s);
     QCoreApplication::setOrganizationName(u"Palomine"_s);
+    QGuiApplication::setDesktopFileName(u"org.palomine.arvo"_s); // by which Wayland finds the icon
     QApplication::setWindowIcon(programIcon());
     if (options.dark)
         useDarkPalette();

@@ -33,6 +33,8 @@ public:
         m_plans.setFileDialogs(dialogs);
     }
     PlanCommands &plans() { return m_plans; }
+    QueryCommands &queries() { return m_queries; }
+    ResultCommands &results() { return m_results; }
     void showTube(int tube) { m_tubes.show(tube); }
 
 private:

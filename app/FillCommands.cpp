@@ -66,6 +66,12 @@ void FillCommands::make(const QString &key)
         m_panel.legendView().setCurrentEntry(m_session.map().count() - 1);
 }
 
+void FillCommands::openList(const QString &machinePath)
+{
+    if (m_plans.makeList(machinePath))
+        m_panel.legendView().setCurrentEntry(m_session.map().count() - 1);
+}
+
 bool FillCommands::openQueryFill(int place)
 {
     if (!db::checkConnected(m_session.database()))

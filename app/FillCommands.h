@@ -40,6 +40,8 @@ public:
     void make(const QString &key);
     /// Runs a query file and adds its tubes. Returns false after reporting the failure.
     bool addQueryFile(const QString &machinePath);
+    /// Opens the dialog of a new list fill with a list file.
+    void openList(const QString &machinePath);
     void edit(int place);
     /// Map and legend preview each choice.
     void chooseMark(int place);

@@ -4,6 +4,8 @@
 #include "LegendModel.h"
 #include "SymbolDelegate.h"
 
+#include <tarnwick/gui/TableText.h>
+
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -61,6 +63,7 @@ LegendView::LegendView(LegendModel *model, QWidget *parent)
     horizontalHeader()->setSectionResizeMode(LegendModel::Description, QHeaderView::Stretch);
     for (const int column : {LegendModel::Symbol, LegendModel::Type, LegendModel::Tubes, LegendModel::Hits})
         horizontalHeader()->setSectionResizeMode(column, QHeaderView::Fixed);
+    tarnwick::TableText::follow(this);
     fitRows();
     connect(model, &QAbstractItemModel::dataChanged, this, &LegendView::fitColumns);
     connect(model, &QAbstractItemModel::modelReset, this, &LegendView::fitColumns);

@@ -121,22 +121,13 @@ QIcon lineIcon(Picture picture)
 
 QIcon programIcon()
 {
-    static const QByteArray kDrawing =
-        "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 64 64'>"
-        "<path d='M4 52 C4 24 16 8 32 8 S60 24 60 52 Q60 56 56 56 H8 Q4 56 4 52 Z' fill='#fdffd0' stroke='#5a5a4a' "
-        "stroke-width='2.5'/>"
-        "<g fill='#ffffff' stroke='#6b6b5c' stroke-width='2'>"
-        "<circle cx='25' cy='20' r='4.6'/><circle cx='18' cy='33' r='4.6'/><circle cx='46' cy='33' r='4.6'/>"
-        "<circle cx='25' cy='46' r='4.6'/><circle cx='39' cy='46' r='4.6'/></g>"
-        "<g stroke='#00000055' stroke-width='1.5'><circle cx='39' cy='20' r='5' fill='#d40000'/>"
-        "<circle cx='32' cy='33' r='5' fill='#0072b2'/><circle cx='12' cy='46' r='5' fill='#e69f00'/>"
-        "<circle cx='52' cy='46' r='5' fill='#009e73'/></g></svg>";
+    QSvgRenderer drawing(u":/arvo/arvo.svg"_s);
     QIcon icon;
     for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
         QPixmap picture(side, side);
         picture.fill(Qt::transparent);
         QPainter painter(&picture);
-        QSvgRenderer(kDrawing).render(&painter);
+        drawing.render(&painter);
         painter.end();
         icon.addPixmap(picture);
     }

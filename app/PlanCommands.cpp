@@ -60,17 +60,21 @@ plans::DialogSetup PlanCommands::setup() const
             .parent = m_parent};
 }
 
-void PlanCommands::showPlans()
+void PlanCommands::showPlans(const QString &file)
 {
     plans::SavePlanDlg dialog(setup(), [this](const brannock::InspPlan &plan) {
         map::showPlan(m_session.map(), m_session.fillRunner(), plan);
     });
+    if (!file.isEmpty())
+        dialog.openFile(file);
     dialog.exec();
 }
 
-bool PlanCommands::makeList()
+bool PlanCommands::makeList(const QString &file)
 {
     plans::ListFillDlg dialog(setup(), nullptr);
+    if (!file.isEmpty())
+        dialog.openFile(file);
     if (dialog.exec() != QDialog::Accepted)
         return false;
     plans::ListFill fill;

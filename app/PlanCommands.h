@@ -26,15 +26,16 @@ public:
     /// The dialogs that ask for files; must outlive this object.
     void setFileDialogs(tarnwick::FileDialogs *dialogs) { m_dialogs = dialogs; }
 
-    /// Opens the dialog of a new list fill, or of an entry of the legend. Returns true after OK.
-    bool makeList();
+    /// Opens the dialog of a new list fill, or of an entry of the legend. file: a list file that it opens; empty for
+    /// none. Returns true after OK.
+    bool makeList(const QString &file = {});
     bool editList(int place);
+    /// The dialog of inspection plans. file: a plan file that it opens; empty for none.
+    void showPlans(const QString &file = {});
     /// What the dialogs use of the program.
     plans::DialogSetup setup() const;
 
 private:
-    void showPlans();
-
     ProjectSession &m_session;
     QWidget *m_parent;
     tarnwick::FileDialogs *m_dialogs = nullptr;

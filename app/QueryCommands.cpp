@@ -14,7 +14,7 @@ void QueryCommands::bind(tarnwick::CommandHandlers &handlers)
     handlers.bind(OpenSqlEditor, [this] { openSqlEditor(); });
 }
 
-void QueryCommands::openSqlEditor()
+void QueryCommands::openSqlEditor(const QString &file)
 {
     if (!db::checkConnected(m_session.database()))
         return;
@@ -38,6 +38,8 @@ void QueryCommands::openSqlEditor()
                                                          [&tubes](map::MapEdit &edit) { edit.setSelection(tubes); });
                               },
                           .selectedOnMap = [this] { return m_session.map().selection(); }});
+    if (!file.isEmpty())
+        dialog.editor().openFile(file);
     dialog.exec();
 }
 

@@ -25,9 +25,10 @@ public:
     /// The dialogs that ask for files; must outlive this object.
     void setFileDialogs(tarnwick::FileDialogs *dialogs) { m_dialogs = dialogs; }
 
-private:
-    void openSqlEditor();
+    /// The SQL editor. file: a query file that it opens; empty for none.
+    void openSqlEditor(const QString &file = {});
 
+private:
     ProjectSession &m_session;
     QWidget *m_parent;
     tarnwick::FileDialogs *m_dialogs = nullptr;

@@ -25,23 +25,27 @@ void ResultCommands::bind(tarnwick::CommandHandlers &handlers)
     handlers.bind(Repairs, [this] { showRepairs(); });
 }
 
-void ResultCommands::uploadReports()
+void ResultCommands::uploadReports(const QStringList &files)
 {
     results::ReportImportDlg dialog({.session = m_session.database(),
                                      .project = m_session.project(),
                                      .files = *m_dialogs,
                                      .printMacros = [this] { return m_session.printMacros(); },
                                      .parent = m_parent});
+    if (!files.isEmpty())
+        dialog.openFiles(files);
     dialog.exec();
 }
 
-void ResultCommands::convertReports()
+void ResultCommands::convertReports(const QStringList &files)
 {
     conversion::ReportConvDlg dialog({.prompts = m_session.prompts(),
                                       .project = m_session.project(),
                                       .files = *m_dialogs,
                                       .printMacros = [this] { return m_session.printMacros(); },
                                       .parent = m_parent});
+    if (!files.isEmpty())
+        dialog.openFiles(files);
     dialog.exec();
 }
 

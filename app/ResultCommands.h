@@ -27,9 +27,11 @@ public:
     /// The dialogs that ask for files; must outlive this object.
     void setFileDialogs(tarnwick::FileDialogs *dialogs) { m_dialogs = dialogs; }
 
+    /// The dialogs of upload and conversion. files: shown in the list; empty for none.
+    void uploadReports(const QStringList &files = {});
+    void convertReports(const QStringList &files = {});
+
 private:
-    void uploadReports();
-    void convertReports();
     void showLog();
     void showHistory();
     void showRepairs();

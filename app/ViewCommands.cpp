@@ -71,7 +71,8 @@ void ViewCommands::bind(tarnwick::CommandHandlers &handlers)
     handlers.bind(NextPart, [this] { goToNextPart(); });
     handlers.bind(ListOfKeys, [this] { showKeys(&m_parts.window); });
     handlers.bind(ProjectInfo, [this] { showProjectInfo(&m_parts.window, m_session); });
-    handlers.bind(About, [this] { showAbout(&m_parts.window); });
+    handlers.bind(About, [this] { showAbout(&m_parts.window, m_session); });
+    handlers.bind(Failures, [this] { showFailures(&m_parts.window); });
     handlers.bind(Exit, [this] { m_parts.window.close(); });
 }
 

@@ -38,6 +38,8 @@ public:
     void editHeader();
     /// Asks about unsaved changes of the map. Returns false if the user cancels.
     bool mayReplaceMap() { return m_files.mayReplaceMap(); }
+    /// Opens a map file after asking about unsaved changes.
+    void openMap(const QString &machinePath) { m_files.open(machinePath); }
 
 Q_SIGNALS:
     /// Requests another project from the window.

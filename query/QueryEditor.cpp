@@ -149,6 +149,12 @@ void QueryEditor::openFile()
         load(path);
 }
 
+void QueryEditor::openFile(const QString &machinePath)
+{
+    if (askToSave())
+        load(machinePath);
+}
+
 bool QueryEditor::write(const QString &machinePath, bool isAdopted)
 {
     m_view.collect(m_document);

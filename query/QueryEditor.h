@@ -60,6 +60,8 @@ public:
     // The commands.
     void newQuery();
     void openFile();
+    /// Opens this query file in place of the present query.
+    void openFile(const QString &machinePath);
     bool save();
     bool saveAs();
     void importFile();

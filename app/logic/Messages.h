@@ -47,6 +47,10 @@ inline constexpr Message kProjectNotThere{0, u"\"%S\" is not a project folder."}
 inline constexpr Message kProjectUnreadable{0, u"Could not open project \"%S\"."};
 inline constexpr Message kComponentUnreadable{0, u"Could not read the changed component."};
 inline constexpr Message kRecentNotThere{0, u"\"%S\" does not exist any more."};
+inline constexpr Message kCouldNotOpenFiles{0, u"Could not open files.\n\n%S"};
+inline constexpr Message kNoSuchFile{0, u"There is no file \"%S\"."};
+inline constexpr Message kUnknownFile{0, u"\"%S\" is of no kind that ARVO opens."};
+inline constexpr Message kNoProjectForFile{0, u"\"%S\" is not in the folder of a project.\n\nOpen a project first."};
 inline constexpr Message kToolNotThere{0, u"The program \"%S\" is not in \"%S\"."};
 inline constexpr Message kToolNotStarted{0, u"The program \"%S\" could not be started.\n\n%S"};
 inline constexpr Message kToolLeftOpen{0,

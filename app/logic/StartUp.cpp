@@ -18,11 +18,6 @@ QString projectFolder(const QString &argument)
     return QDir::cleanPath(folder);
 }
 
-QString chooseProject(const QString &argument, const QStringList &recentProjects)
-{
-    return projectFolder(argument.isEmpty() ? recentProjects.value(0) : argument);
-}
-
 QString windowTitle(const QString &projectFolder, const QString &projectName, bool minimised)
 {
     if (projectFolder.isEmpty())

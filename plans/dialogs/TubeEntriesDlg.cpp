@@ -188,6 +188,12 @@ bool TubeEntriesDlg::saveAs()
     return !path.isEmpty() && m_editor.store(path);
 }
 
+void TubeEntriesDlg::openFile(const QString &machinePath)
+{
+    if (mayReplace() && m_editor.open(machinePath))
+        showEntries();
+}
+
 QString TubeEntriesDlg::chooseFile()
 {
     return m_setup.files.openFile(m_kind.chooser, titled(u"Open"), m_setup.project.roots());

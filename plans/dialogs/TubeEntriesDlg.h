@@ -57,6 +57,10 @@ struct EntriesKind
 class TubeEntriesDlg : public tarnwick::JDialog
 {
     Q_OBJECT
+public:
+    /// Shows the content of a file in place of the present entries, unless the user keeps unsaved changes.
+    void openFile(const QString &machinePath);
+
 protected:
     /// editor and grid are members of the derived dialog: they may still be under construction, and its destructor
     /// calls releaseGrid().

@@ -83,6 +83,15 @@ void FailureLog::add(int number, const QString &text)
     append(number, text);
 }
 
+Answer LoggedPrompts::ask(Buttons buttons, const QString &text, int number)
+{
+    static const QString kNames[] = {u"Yes"_s, u"No"_s, u"Cancel"_s, u"OK"_s}; // by Answer
+    const Answer answer = m_prompts.ask(buttons, text, number);
+    if (number != 0)
+        m_log.add(number, text + u"\nAnswer: "_s + kNames[int(answer)]);
+    return answer;
+}
+
 void FailureLog::writeRepeats()
 {
     if (m_repeats > 0)

@@ -41,7 +41,8 @@ private:
     qint64 m_repeats = 0;
 };
 
-/// Passes all calls on to other prompts, and writes every error to the log before it is shown.
+/// Passes all calls on to other prompts, and writes every error to the log before it is shown. A question with a number
+/// is a failure too, and is written with its answer.
 class LoggedPrompts : public UserPrompts
 {
 public:
@@ -58,10 +59,7 @@ public:
         m_prompts.showError(severity, number, text);
     }
     void showInformation(const QString &text) override { m_prompts.showInformation(text); }
-    Answer ask(Buttons buttons, const QString &text, int number) override
-    {
-        return m_prompts.ask(buttons, text, number);
-    }
+    Answer ask(Buttons buttons, const QString &text, int number) override;
     void showStatus(const QString &text) override { m_prompts.showStatus(text); }
 
 private:

@@ -3,7 +3,7 @@
 #include "WindowFixture.h"
 
 #include <app/CheckStyle.h>
-#include <app/DBaseApp.h>
+#include <app/Look.h>
 #include <dao/Recordset.h>
 #include <QDialog>
 #include <QPushButton>

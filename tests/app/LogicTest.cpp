@@ -31,22 +31,10 @@ TEST(FileDialogsTest, ADotWithinANameIsNoSuffix)
     EXPECT_EQ(tarnwick::FileDialogs::withSuffix(u"/a/name.PDF"_s, u"emf"_s, known), u"/a/name.PDF"_s);
 }
 
-TEST(StartUpTest, TakesTheNamedProjectElseTheOneOpenedLast)
-{
-    EXPECT_EQ(chooseProject({}, {u"/data/a"_s, u"/data/b"_s}), u"/data/a"_s);
-    EXPECT_EQ(chooseProject(u"/data/c/"_s, {u"/data/a"_s}), u"/data/c"_s);
-    EXPECT_EQ(chooseProject({}, {}), QString());
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(u"project.json"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    EXPECT_EQ(chooseProject(file.fileName(), {}), QDir::cleanPath(folder.path()));
-    EXPECT_TRUE(QDir::isAbsolutePath(chooseProject(u"relative"_s, {})));
-}
-
 TEST(AppOptionsTest, ReadTheCommandLine)
 {
     const AppOptions plain = AppOptions::parse({u"/data/p"_s});
-    EXPECT_EQ(plain.project, u"/data/p"_s);
+    EXPECT_EQ(plain.files, QStringList{u"/data/p"_s});
     EXPECT_TRUE(plain.picture.isEmpty());
     const AppOptions full =
         AppOptions::parse({u"--picture"_s, u"a.png"_s, u"--size"_s, u"800x600"_s, u"--scale"_s, u"2"_s, u"--dark"_s,
@@ -56,12 +44,14 @@ TEST(AppOptionsTest, ReadTheCommandLine)
     EXPECT_EQ(full.scale, 2);
     EXPECT_TRUE(full.dark);
     EXPECT_EQ(full.queries, (QStringList{u"a.qry"_s, u"b.qry"_s}));
+    EXPECT_EQ(full.files, QStringList{u"p"_s});
+    EXPECT_TRUE(AppOptions::parse({u"a"_s, u"--version"_s}).answer.startsWith(u"arvo "_s));
+    EXPECT_TRUE(AppOptions::parse({u"--help"_s}).answer.contains(u"--picture"_s));
     for (const QStringList &wrong : QList<QStringList>{{u"--size"_s, u"800"_s},
                                                        {u"--size"_s, u"0x10"_s},
                                                        {u"--scale"_s, u"-1"_s},
                                                        {u"--picture"_s},
-                                                       {u"--unknown"_s},
-                                                       {u"a"_s, u"b"_s}})
+                                                       {u"--unknown"_s}})
         EXPECT_FALSE(AppOptions::parse(wrong).error.isEmpty()) << qPrintable(wrong.join(u' '));
 }
 

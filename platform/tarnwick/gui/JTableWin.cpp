@@ -6,6 +6,7 @@
 #include "GridFilterRow.h"
 #include "GridFindBar.h"
 #include "GridHeader.h"
+#include "TableText.h"
 
 #include <tarnwick/Format.h>
 
@@ -46,6 +47,8 @@ JTableWin::JTableWin(UserPrompts &prompts, QWidget *parent)
     makeParts();
     makeActions();
     setModel(&m_grid);
+    TableText::follow(this);
+    m_digitWidth = fontMetrics().horizontalAdvance(u'0');
     measureRows();
 }
 
@@ -467,8 +470,17 @@ QRegion JTableWin::visualRegionForSelection(const QItemSelection &selection) con
 void JTableWin::changeEvent(QEvent *event)
 {
     QAbstractItemView::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        // Columns keep their room in characters.
+        const int size = fontMetrics().horizontalAdvance(u'0');
+        const int before = std::exchange(m_digitWidth, size);
+        QList<int> widths = m_layout.widths();
+        for (int &width : widths)
+            width = width * size / std::max(before, 1);
+        if (before > 0 && before != size)
+            m_layout.setColumns(widths);
         measureRows();
+    }
 }
 
 bool JTableWin::isRowEditable(int row) const

@@ -158,6 +158,7 @@ private:
     EntryColumn m_entry;
     int m_visibleRows = 10;
     int m_rowHeight = 20;
+    int m_digitWidth = 0;
 };
 
 } // namespace tarnwick

@@ -2,6 +2,7 @@
 
 #include "JTableWin.h"
 #include "OnScreen.h"
+#include "TableText.h"
 
 #include <QEvent>
 #include <QHeaderView>
@@ -112,7 +113,7 @@ void StateKeeper::restoreColumns(JTableWin &table)
         return;
     QList<int> widths;
     for (const QJsonValue &width : stored)
-        widths.append(width.toInt());
+        widths.append(width.toInt() * TableText::instance().percent() / 100);
     if (!widths.isEmpty() && *std::min_element(widths.begin(), widths.end()) > 0)
         table.setColumnWidths(widths);
 }
@@ -129,7 +130,7 @@ void StateKeeper::store() const
         if (const auto *table = qobject_cast<const JTableWin *>(view)) {
             QJsonArray widths;
             for (const int width : table->columnWidths())
-                widths.append(width);
+                widths.append(width * 100 / TableText::instance().percent()); // as with text of the usual size
             if (!table->objectName().isEmpty() && !widths.isEmpty()) {
                 state[keyOf(u"columns/"_s + table->objectName())] = widths;
                 state[keyOf(u"titles/"_s + table->objectName())] = QJsonArray::fromStringList(table->grid().titles());

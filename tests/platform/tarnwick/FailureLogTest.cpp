@@ -38,6 +38,25 @@ TEST(FailureLogTest, EntriesHaveTimeNumberAndTextAndCannotBeForged)
     EXPECT_EQ(QFileInfo(path).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
 }
 
+TEST(FailureLogTest, ErrorsAndNumberedQuestionsOfThePromptsAreWritten)
+{
+    const QTemporaryDir state;
+    qputenv("XDG_STATE_HOME", state.path().toLocal8Bit());
+    tarnwick::RecordingPrompts shown;
+    {
+        tarnwick::LoggedPrompts prompts(shown, u"arvo"_s);
+        shown.answerWith({tarnwick::Answer::No, tarnwick::Answer::Yes});
+        prompts.ask(tarnwick::Buttons::YesNo, u"Go on?"_s, 1068);
+        prompts.ask(tarnwick::Buttons::YesNo, u"Save?"_s, 0);
+        prompts.showError(3, 1032, u"Could not connect."_s);
+        prompts.showInformation(u"Done."_s);
+    }
+    const QString log = content(FailureLog::defaultPath());
+    qunsetenv("XDG_STATE_HOME");
+    EXPECT_EQ(log.count(u'\n'), 3) << qPrintable(log);
+    EXPECT_TRUE(log.contains(u" 1068 Go on?\n    Answer: No\n"_s) && log.contains(u" 1032 Could not connect."_s));
+}
+
 TEST(FailureLogTest, SizeIsBoundedAndTheNewestIsKept)
 {
     const QTemporaryDir folder;
