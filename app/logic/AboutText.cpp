@@ -75,7 +75,7 @@ QString aboutText(const ProjectSession &session, const QString &platform)
            line(u"Revision"_s, brannock::TOLVENMARK_REV) +
            line(u"Licence"_s, u"GNU General Public License, version 3 or later"_s) + u"\nLibraries\n"_s + libraries() +
            u"\nSystem\n"_s +
-           line(u"System"_s, QSysInfo::prettyProductName() + u", "_s + QSysInfo::kernelType() + u' ' +
+           line(u"Runs on"_s, QSysInfo::prettyProductName() + u", "_s + QSysInfo::kernelType() + u' ' +
                                  QSysInfo::kernelVersion() + u", "_s + QSysInfo::currentCpuArchitecture()) +
            line(u"Window system"_s, platform) + line(u"Locale"_s, QLocale().name()) + u"\nFolders and files\n"_s +
            folders(session);

@@ -60,6 +60,11 @@ TEST_F(LookTest, ColoursChangeAtOnceAndAreKept)
     run(ColoursOfSystem);
     EXPECT_TRUE(command(ColoursOfSystem)->isChecked());
     EXPECT_FALSE(command(LightColours)->isChecked());
+    for (const uint scheme : {1u, 2u}) { // the desktop becomes dark, then light
+        QMetaObject::invokeMethod(&window.look(), "onSystemSetting", Q_ARG(QString, u"org.freedesktop.appearance"_s),
+                                  Q_ARG(QString, u"color-scheme"_s), Q_ARG(QDBusVariant, QDBusVariant(scheme)));
+        EXPECT_EQ(look() == dark, scheme == 1) << scheme;
+    }
 }
 
 TEST_F(LookTest, TextOfTablesChangesInOpenAndNewTables)
