@@ -90,6 +90,7 @@ int runQuery(const Arguments &arguments)
     Target target(folder, arguments, Target::Takes::ProjectOrDatabase);
     const QString path = out.isEmpty() ? QString() : placeToWrite(target, out);
     query::QueryDocument document;
+    document.layout = tarnwick::JTablePrintArg::forResults(); // as in the SQL editor
     if (!(path.isEmpty() ? connectFor(target, *writer) : target.connect()) || !readDocument(target, name, document))
         return Failed;
     if (!path.isEmpty())

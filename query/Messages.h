@@ -74,6 +74,8 @@ inline constexpr Message kSortedByName{0, u"Sorted by field name."};
 inline constexpr Message kNoTubeQuery{0, u"The results of past outages are read from the history file."};
 inline constexpr Message kTubeQuery{0, u"%S Query\n\n%S"};
 inline constexpr Message kReportPrinting{0, u"The report is printing."};
+inline constexpr Message kForgotValues{0, u"Forgot the values of the parameters of \"%S\"."};
+inline constexpr Message kForgotAllValues{0, u"Forgot the values of the parameters of all queries."};
 inline constexpr Message kTextNotStored{0, u"\"%S\" was not stored in column %S."};
 inline constexpr Message kStoringHistory{0, u"Could not store the query history.\n\n%S"};
 

@@ -26,6 +26,9 @@ constexpr char16_t kCodePage1252[] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x
 
 QString textOfQuery(const QByteArray &bytes)
 {
+    // Other programs mark their UTF-16 by its first bytes.
+    if (const auto marked = QStringConverter::encodingForData(bytes); marked && *marked != QStringConverter::Utf8)
+        return QStringDecoder(*marked)(bytes);
     QStringDecoder utf8(QStringDecoder::Utf8, QStringConverter::Flag::Stateless);
     QString text = utf8(bytes);
     if (!utf8.hasError())

@@ -25,7 +25,8 @@ struct QueryDocument
     bool operator==(const QueryDocument &) const = default;
 };
 
-/// The text of a query that is kept as plain text: UTF-8, otherwise code page 1252.
+/// The text of a query that is kept as plain text: UTF-16 if it begins with a byte order mark, UTF-8, otherwise code
+/// page 1252.
 QString textOfQuery(const QByteArray &bytes);
 
 /// Reads a query file: either the structured format, recognised by its first four bytes, or any text file with one SQL

@@ -44,7 +44,7 @@ QList<GridColumn> columnsOf(int part)
                 numberColumn(u"SIZE"_s, 4),
                 standard,
                 textColumn(u"RULE"_s, 15),
-                textColumn(u"ATTRIB"_s, 12),
+                textColumn(u"ATTRIB"_s, 15),
                 textColumn(u"ERROR MESSAGE"_s, 20),
                 textColumn(u"SOURCE TABLE"_s, 20),
                 textColumn(u"SOURCE FIELD"_s, 20)};

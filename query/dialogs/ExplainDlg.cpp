@@ -40,8 +40,7 @@ void ExplainDlg::addAdvice(QGridLayout &rows, const StatementWords::Advice &advi
     rows.addWidget(statement, row, 0);
     auto *cell = new QHBoxLayout;
     QPushButton *button = addButton(*cell, u"Make Index"_s, u"makeIndex%1"_s.arg(row),
-                                    u"Execute this statement in the editor"_s,
-                                    [this, create = advice.create] {
+                                    u"Execute this statement in the editor"_s, [this, create = advice.create] {
                                         m_chosen = create;
                                         accept();
                                     });

@@ -1,5 +1,6 @@
 #include "JParamDlg.h"
 
+#include <query/Messages.h>
 #include <tarnwick/gui/Guarded.h>
 #include <tarnwick/gui/JTableWin.h>
 
@@ -41,10 +42,12 @@ JParamDlg::JParamDlg(const QString &queryName, QList<ParameterEntry> &entries, Q
     commands().bind(ClearQueryHistory, [this] {
         m_context.history.forget(m_queryName);
         storeHistory(m_context, this->prompts());
+        this->prompts().status(messages::kForgotValues, m_queryName);
     });
     commands().bind(ClearAllHistory, [this] {
         m_context.history.forgetAll();
         storeHistory(m_context, this->prompts());
+        this->prompts().status(messages::kForgotAllValues);
     });
     m_table->setObjectName(u"parameters"_s);
     m_table->setAccessibleName(u"Parameters"_s);

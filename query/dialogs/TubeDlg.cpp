@@ -160,7 +160,6 @@ JMacro TubeDlg::printMacros() const
 {
     JMacro macros = m_setup.context.currentSystemMacros();
     macros.merge(m_setup.context.userMacros);
-    macros.set(u"[CUR DATETIME]"_s, tarnwick::format(u"%t", JDateTime::now()));
     return macros;
 }
 

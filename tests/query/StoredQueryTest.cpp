@@ -180,5 +180,13 @@ TEST(TubeListing, MacrosOfTheTubeAreExpanded)
 TEST(QueryText, IsUtf8OrCodePage1252)
 {
     EXPECT_EQ(query::textOfQuery("d\xC3\xA9"), u"d\u00E9");
+    EXPECT_EQ(query::textOfQuery("\xEF\xBB\xBF"
+                                 "d"),
+              u"d")
+        << "a byte order mark is no part of the text";
+    EXPECT_EQ(query::textOfQuery(QByteArray("\xFF\xFE"
+                                            "d\0\xE9\0",
+                                            6)),
+              u"d\u00E9");
     EXPECT_EQ(query::textOfQuery("\x80 d\xE9 \x96"), u"\u20AC d\u00E9 \u2013");
 }

@@ -4,6 +4,7 @@
 
 #include <tarnwick/base/Error.h>
 #include <tarnwick/Format.h>
+#include <tarnwick/JDateTime.h>
 
 #include <QFontMetricsF>
 #include <QPagedPaintDevice>
@@ -79,12 +80,23 @@ Qt::Alignment toQt(ColumnAlign align)
 
 } // namespace
 
+/// The macros with the time of printing; macros of the same names are kept.
+static JMacro withTime(JMacro macros)
+{
+    const JDateTime now = JDateTime::now();
+    JMacro time;
+    time.set(u"DATE"_s, format(u"%{%m/%d/%Y}t", now));
+    time.set(u"CUR DATETIME"_s, format(u"%t", now));
+    macros.merge(time);
+    return macros;
+}
+
 TablePrint::TablePrint(const GridSource &source, PrintRows rows, const JTablePrintArg &layout, const JMacro &macros,
                        const QSizeF &paper)
     : m_source(source)
     , m_rows(std::move(rows))
     , m_layout(layout)
-    , m_macros(macros)
+    , m_macros(withTime(macros))
     , m_paper(paper)
     , m_cells(printFont(layout.sections[JTablePrintArg::ReportBody]))
     , m_titles(boldFont(m_cells.font()))

@@ -32,7 +32,7 @@ struct PrintRows
 ///
 /// Report title and report header are on the first page; page header, page footer and report version on every page; the
 /// report footer follows the last row. Lines of text wider than the page are broken. Texts may contain macros,
-/// including "[CUR_PAGE]" and "[NUM_PAGE]".
+/// including "[CUR_PAGE]", "[NUM_PAGE]", "[DATE]" and "[CUR DATETIME]".
 class TablePrint
 {
 public:

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <QBuffer>
+#include <QDate>
 #include <QImage>
 #include <QPainter>
 #include <QPdfWriter>
@@ -131,6 +132,22 @@ TEST(TablePrintTest, TextsThatAreTooLongAreCountedAndHugeSettingsComeToAnEnd)
     };
     EXPECT_EQ(pages(u"SELECT many, more FROM report "_s), 1);
     EXPECT_EQ(pages(u"SELECT many, more FROM report "_s.repeated(250)), 2);
+}
+
+TEST(TablePrintTest, TextsNameTheDate)
+{
+    const auto painted = [](const QString &text) {
+        const Rows rows(2, 1, 10);
+        const TablePrint print(rows, {2, {}}, layoutWith(text), {}, kLetter);
+        QImage image(850, 1100, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.scale(100.0 / TablePrint::kDpi, 100.0 / TablePrint::kDpi);
+        print.paint(painter, 0);
+        return image;
+    };
+    EXPECT_EQ(painted(u"[DATE]"_s), painted(QDate::currentDate().toString(u"MM/dd/yyyy"_s)));
+    EXPECT_NE(painted(u"[DATE]"_s), painted(u"[TIME]"_s));
 }
 
 TEST(TablePrintTest, PdfHasEveryPage)
