@@ -67,13 +67,15 @@ int runCommandLine(const QStringList &arguments)
     }
     QString name = arguments.first();
     QStringList rest = arguments.mid(1);
-    if (name == "--version"_L1 || tarnwick::asksFor(rest, u"version")) {
-        print(u"arvo-cli "_s + tarnwick::programVersion() + u'\n');
-        return Done;
-    }
     if (name == "--help"_L1 || name == "-h"_L1)
         name = u"help"_s;
     const Command *command = findCommand(name);
+    // One command has an option of that name.
+    const bool hasOwn = command && Arguments({}, command->options).knows(u"version");
+    if (name == "--version"_L1 || (command && !hasOwn && tarnwick::asksFor(rest, u"version"))) {
+        print(u"arvo-cli "_s + tarnwick::programVersion() + u'\n');
+        return Done;
+    }
     if (!command) {
         printError(u"There is no command \""_s + name + u"\". \"arvo-cli help\" lists them.\n"_s);
         return WrongUsage;

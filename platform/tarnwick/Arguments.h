@@ -18,7 +18,7 @@ struct OptionSpec
     const char16_t *values = nullptr; ///< what is possible, separated by "|"; nullptr if that is no short list
 };
 
-/// Understood by every program and by each of its commands.
+/// Understood by every program and by each of its commands, unless a command has an option of that name.
 inline constexpr OptionSpec kStandardOptions[] = {{u"help", nullptr, u"explain the program or command"},
                                                   {u"version", nullptr, u"print the version"}};
 

@@ -54,6 +54,18 @@ QString roffOptions(std::span<const OptionSpec> options)
     return text;
 }
 
+/// The standard options, except those that the command has in a meaning of its own.
+QList<OptionSpec> standardOptions(const CommandText &text)
+{
+    QList<OptionSpec> options;
+    for (const OptionSpec &standard : kStandardOptions) {
+        const auto isSame = [&](const OptionSpec &own) { return QStringView(own.name) == QStringView(standard.name); };
+        if (std::none_of(text.options.begin(), text.options.end(), isSame))
+            options.append(standard);
+    }
+    return options;
+}
+
 QString roffParagraphs(const QString &text)
 {
     QString result;
@@ -126,7 +138,7 @@ QString bashArguments(const CommandText &text, const QString &indent)
         if (option.placeholder)
             values += indent + u"    "_s + name + u") "_s + bashValue(option) + u"; return ;;\n"_s;
     }
-    for (const OptionSpec &option : kStandardOptions)
+    for (const OptionSpec &option : standardOptions(text))
         options.append(u"--"_s + QStringView(option.name));
     // Files of all kinds that the usage names are offered in every place, since options may stand between them.
     Offer all;
@@ -193,7 +205,7 @@ QString commandHelp(const QString &program, const CommandText &command)
     QString text = u"Usage: %1 %2\n\n%3\n"_s.arg(name, QStringView(command.usage), QStringView(command.summary));
     if (*command.details)
         text += u'\n' + QStringView(command.details) + u'\n';
-    return text + u'\n' + optionLines(command.options) + optionLines(kStandardOptions);
+    return text + u'\n' + optionLines(command.options) + optionLines(standardOptions(command));
 }
 
 QByteArray manualPage(const ProgramManual &manual)
