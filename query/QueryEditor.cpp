@@ -186,6 +186,8 @@ bool QueryEditor::saveAs()
 
 void QueryEditor::importFile()
 {
+    if (!askToSave())
+        return;
     const QString from = m_setup.files.openFile(kUserQueries, u"Import Query"_s, roots());
     if (from.isEmpty())
         return;

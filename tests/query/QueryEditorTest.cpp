@@ -125,7 +125,9 @@ TEST_F(QueryEditorTest, FilesAreOpenedSavedImportedAndRemembered)
 
     view.type(u"SELECT 1"_s);
     files.next = textFile(u"b.qry"_s, "SELECT row FROM t");
-    prompts.answerWith({Answer::Cancel, Answer::No});
+    prompts.answerWith({Answer::Cancel, Answer::Cancel, Answer::No});
+    editor.importFile();
+    EXPECT_EQ(view.sql(), u"SELECT 1"_s);
     editor.openFile();
     EXPECT_EQ(said(), u"Query \"queries\\a.qry\" has changed.\nDo you wish to save changes?"_s);
     EXPECT_EQ(view.sql(), u"SELECT 1"_s);
