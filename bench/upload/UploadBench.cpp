@@ -4,7 +4,7 @@
 #include <db/DatabaseSession.h>
 #include <QFile>
 #include <QTemporaryDir>
-#include <results/ReportUpload.h>
+#include <results/UploadRun.h>
 
 namespace {
 
@@ -60,6 +60,7 @@ const brannock::Project &project()
 {
     static const brannock::Project made = [] {
         brannock::Project project;
+        project.defects = brannock::DefectList::standard();
         project.site.siteCode = u"TMC"_s;
         project.site.compCode = u"SGA"_s;
         project.steamGen.name = u"SGA"_s;
@@ -129,6 +130,80 @@ void uploadAgainstPlainInserts(benchmark::State &state)
     bench::SideBySide::run(state, kEntries, upload, plain);
 }
 BENCHMARK(uploadAgainstPlainInserts)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
+
+constexpr int kFiles = 500;
+constexpr int kFileEntries = 200;
+
+/// Report files, each a cal of its own.
+const QList<Report> &batch()
+{
+    static const QList<Report> made = [] {
+        QList<Report> reports(kFiles);
+        for (int file = 0; file < kFiles; ++file) {
+            for (int i = 0; i < kFileEntries; ++i) {
+                ReportEntry &entry =
+                    reports[file].entries.emplaceBack(makeEntry(file * kFileEntries + i, file + 1, u"R12"_s));
+                if (!entry.isNdd())
+                    entry.defect = i % 2 == 0 ? u"DNT"_s : u"VOL"_s; // codes without problems
+            }
+        }
+        return reports;
+    }();
+    return made;
+}
+
+/// Uploads all files as the dialog and the command line do, with the check of their entries and the log, or only
+/// checks.
+void runBatch(const QString &path, const brannock::Project &logged, results::UploadRun::Mode mode)
+{
+    YesPrompts prompts;
+    db::DatabaseSession session(prompts);
+    session.open(path);
+    results::UploadRun run(session, logged, mode);
+    for (const Report &each : batch()) {
+        if (run.upload(each).stored != kFileEntries || !run.outcomes().last().problems.isEmpty())
+            qFatal("the upload is not complete");
+    }
+}
+
+void uploadFilesAgainstPlainInserts(benchmark::State &state)
+{
+    const QTemporaryDir folder;
+    batch();
+    brannock::Project logged = project();
+    logged.folder = folder.path();
+    const auto upload = [&] {
+        const QString path = newDatabase(folder);
+        runBatch(path, logged, results::UploadRun::Mode::Store);
+        QFile::remove(path);
+    };
+    const auto plain = [&] {
+        const QString path = newDatabase(folder);
+        for (const Report &each : batch())
+            bench::insertPlainly(path, each);
+        QFile::remove(path);
+    };
+    bench::SideBySide::run(state, kFiles * kFileEntries, upload, plain);
+}
+BENCHMARK(uploadFilesAgainstPlainInserts)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
+
+/// The dry run beside the run; "plain" is the run.
+void checkFilesAgainstUpload(benchmark::State &state)
+{
+    const QTemporaryDir folder;
+    batch();
+    brannock::Project logged = project();
+    logged.folder = folder.path();
+    const auto in = [&](results::UploadRun::Mode mode) {
+        const QString path = newDatabase(folder);
+        runBatch(path, logged, mode);
+        QFile::remove(path);
+    };
+    bench::SideBySide::run(
+        state, kFiles * kFileEntries, [&] { in(results::UploadRun::Mode::Check); },
+        [&] { in(results::UploadRun::Mode::Store); });
+}
+BENCHMARK(checkFilesAgainstUpload)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
 
 /// A million rows in cals of 500 over ten outages.
 class MillionRows
