@@ -7,6 +7,7 @@
 #include <conversion/Messages.h>
 #include <conversion/ReportConversion.h>
 #include <QFileInfo>
+#include <tarnwick/Failures.h>
 
 #include <QSet>
 #include <utility>
@@ -110,8 +111,12 @@ int runConvert(const Arguments &arguments)
         try {
             run.convertFile(target.pathOf(path), &progress);
         } catch (const tarnwick::FileError &error) {
-            throw tarnwick::Error(QString::fromUtf16(conversion::messages::kCouldNotLoadText.text) + u"\n\n"_s +
-                                  error.text());
+            // The other texts are converted all the same, and what becomes of them is told.
+            tarnwick::showFailure(target.prompts(), error, conversion::messages::kCouldNotLoadText);
+            check.addUnreadable(target.pathOf(path), error.text());
+            outcomes.append(check.outcomes().last());
+            batch.addText(false);
+            continue;
         }
         if (!isJson && !isDryRun) // otherwise they are among the problems
             batch.addRemarks(run.remarks());

@@ -55,8 +55,9 @@ int runUpload(const Arguments &arguments)
     for (const QString &path : arguments.positional().mid(1))
         paths.append(target.pathOf(path));
 
-    // All files are read before the first is uploaded, so that a damaged file is found before anything is written.
-    for (const QString &path : std::as_const(paths))
+    // All files are read before the first is uploaded, so that a damaged file is found before anything is written. A
+    // dry run lists it among the problems.
+    for (const QString &path : isCheck ? QStringList() : paths)
         brannock::Report().loadReport(path);
     if (!target.connect(Target::Use::Store))
         return Failed;
@@ -68,14 +69,26 @@ int runUpload(const Arguments &arguments)
     using results::UploadRun;
     const auto mode = isCheck ? UploadRun::Mode::Check : UploadRun::Mode::Store;
     UploadRun run(target.session(), target.project(), mode, &progress);
+    QList<brannock::FileOutcome> outcomes;
     for (int i = 0; i < int(paths.size()); ++i) {
         files.select(i, target.prompts());
         brannock::Report report;
-        report.loadReport(paths[i]);
+        try {
+            report.loadReport(paths[i]);
+        } catch (const tarnwick::FileError &error) {
+            if (!isCheck)
+                throw;
+            outcomes.append({paths[i], 0, 0, 0, {{0, 0, {}, u"cannot be read"_s, error.text()}}});
+            isWhole = false;
+            if (!isJson)
+                printChecked(outcomes.last());
+            continue;
+        }
         const results::UploadSummary summary = run.uploadCurrent(files, report);
+        outcomes.append(run.outcomes().last());
         const QString name = QFileInfo(paths[i]).fileName();
         if (!isJson && isCheck)
-            printChecked(run.outcomes().last());
+            printChecked(outcomes.last());
         else if (!isJson)
             printUploaded(name, summary, target.console().lastStatus());
         if (!summary.failedEntries.isEmpty())
@@ -84,7 +97,7 @@ int runUpload(const Arguments &arguments)
         if (!summary.completed && !isCheck)
             break;
     }
-    finishOutcomes(target, arguments, run.outcomes());
+    finishOutcomes(target, arguments, outcomes);
     return isWhole ? Done : Failed;
 }
 

@@ -25,7 +25,7 @@ bool ReportConvDlg::storeCurrent()
         return false;
     if (!m_isConverted)
         showCurrentFile(); // the file may be readable by now
-    if (!m_isConverted)
+    if (!m_isConverted || !isAsRead())
         return false;
     takePrompts();
     saveOptions();
@@ -40,6 +40,17 @@ bool ReportConvDlg::storeCurrent()
         m_fileTable->grid().noteAllChanged();
     }
     return isStored;
+}
+
+bool ReportConvDlg::isAsRead()
+{
+    const Answer answer = m_files.askIfChanged(prompts());
+    if (answer == Answer::Yes) {
+        m_editor->document().setStored();
+        m_edited.remove(m_files.current());
+        showCurrentFile();
+    }
+    return answer == Answer::No;
 }
 
 void ReportConvDlg::storeAll()

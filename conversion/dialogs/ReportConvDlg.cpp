@@ -11,6 +11,7 @@
 #include <conversion/Messages.h>
 #include <tarnwick/Failures.h>
 #include <tarnwick/gui/DroppedFiles.h>
+#include <tarnwick/gui/FileStatusTable.h>
 #include <tarnwick/gui/JTableWin.h>
 #include <tarnwick/gui/ProgressDialog.h>
 #include <tarnwick/OptionPrompts.h>
@@ -51,7 +52,8 @@ ReportConvDlg::ReportConvDlg(const Setup &setup)
     , m_setup(setup)
     , m_check(setup.project.steamGen, setup.project.defects)
     , m_conversion(setup.project)
-    , m_fileTable(new JTableWin(prompts()))
+    , m_fileTable(makeFileStatusTable(m_files, prompts(), u"Text reports"_s,
+                                      [this](int index) { run([&] { selectFile(index); }); }))
     , m_text(new TextReport)
     , m_prompts(new PromptPanel(setup.project))
     , m_editor(new brannock::ReportEditor(prompts(), &m_check, {.isImport = false, .isReadOnly = false}))
@@ -64,7 +66,6 @@ ReportConvDlg::ReportConvDlg(const Setup &setup)
     setAcceptDrops(true);
     commands().bind(OpenFiles, [this] { chooseFiles(); });
     commands().bind(Print, [this] { print(); });
-    makeFileTable();
     makeMiddle();
     m_splitter = new QSplitter(Qt::Vertical);
     m_splitter->setObjectName(u"splitter"_s);
@@ -84,21 +85,6 @@ ReportConvDlg::~ReportConvDlg()
 {
     m_fileTable->setSource(nullptr);
     m_text->setText(nullptr);
-}
-
-void ReportConvDlg::makeFileTable()
-{
-    constexpr int kVisibleRows = 4;
-    m_fileTable->setObjectName(u"files"_s);
-    m_fileTable->setAccessibleName(u"Text reports"_s);
-    m_fileTable->setEntryColumn(u"ENTRY#"_s, 7, u"%3d"_s);
-    m_fileTable->setVisibleRows(kVisibleRows);
-    m_fileTable->setSource(&m_files);
-    connect(m_fileTable->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
-        const int index = m_fileTable->currentSourceRow();
-        if (index >= 0 && index != m_files.current())
-            run([this, index] { selectFile(index); });
-    });
 }
 
 void ReportConvDlg::makeMiddle()
@@ -232,6 +218,8 @@ void ReportConvDlg::showCurrentFile()
 bool ReportConvDlg::convertCurrent()
 {
     const QString path = m_files.files()[m_files.current()].path;
+    if (!m_edited.contains(m_files.current()))
+        m_files.noteRead();
     m_isConverted = false;
     m_editor->setReport({}); // the entries of another file must not be stored in place of this one's
     m_text->setText(nullptr);

@@ -60,7 +60,6 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
-    void makeFileTable();
     void makeMiddle();
     void makeButtons();
     void loadSpec();
@@ -78,6 +77,8 @@ private:
     void editOptions();
     void editFormat();
     bool storeCurrent();
+    /// Asks if another program has changed the current text. Returns false if it must not be stored now.
+    bool isAsRead();
     void storeAll();
     void checkAll();
     void showProblem(int file, int line, int entry);

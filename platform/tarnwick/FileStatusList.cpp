@@ -3,6 +3,7 @@
 #include "Messages.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace tarnwick {
 
@@ -12,7 +13,7 @@ void FileStatusList::open(const QStringList &paths)
 {
     m_files.clear();
     for (const QString &path : paths)
-        m_files.append({path, false});
+        m_files.append({.path = path, .isDone = false, .modified = {}, .size = 0});
     m_current = 0;
 }
 
@@ -38,13 +39,21 @@ void FileStatusList::markCurrentDone()
     m_files[m_current].isDone = true;
 }
 
-int FileStatusList::nextNotDone() const
+void FileStatusList::noteRead()
 {
-    for (int i = m_current + 1; i < m_files.size(); ++i) {
-        if (!m_files[i].isDone)
-            return i;
-    }
-    return -1;
+    File &file = m_files[m_current];
+    const QFileInfo now(file.path);
+    file.modified = now.lastModified();
+    file.size = now.size();
+}
+
+Answer FileStatusList::askIfChanged(UserPrompts &prompts) const
+{
+    const File &file = m_files[m_current];
+    const QFileInfo now(file.path);
+    if (!now.exists() || (now.lastModified() == file.modified && now.size() == file.size))
+        return Answer::No;
+    return prompts.question(Buttons::YesNoCancel, messages::kFileChanged, now.fileName());
 }
 
 QString FileStatusList::statusText(int index) const

@@ -2,6 +2,8 @@
 #include "GridSource.h"
 #include "Prompts.h"
 
+#include <QDateTime>
+
 namespace tarnwick {
 
 /// The files that a dialog works through, in order: which are done, and which is current. As a table it has the columns
@@ -13,6 +15,8 @@ public:
     {
         QString path;        ///< machine path
         bool isDone = false; ///< for as long as the dialog is open
+        QDateTime modified;  ///< when it was read
+        qint64 size = 0;
     };
 
     /// Replaces the list. No file is done; the first is current.
@@ -25,8 +29,11 @@ public:
     /// Returns true if the current index is in the list; otherwise reports that it is not valid.
     bool checkCurrent(UserPrompts &prompts) const;
     void markCurrentDone();
-    /// Index of the first file after the current one that is not done; -1 if there is none.
-    int nextNotDone() const;
+    /// The current file is going to be read.
+    void noteRead();
+    /// If another program has changed the current file after noteRead(), asks whether to read it again. Yes: read it
+    /// again and store nothing; No: go on with what was read; Cancel: stop.
+    Answer askIfChanged(UserPrompts &prompts) const;
 
     /// "DONE" or empty.
     QString statusText(int index) const;

@@ -11,6 +11,9 @@ inline constexpr Message kRestoreDraftFailed{0, u"Could not restore the changes 
 inline constexpr Message kKeepDraftFailed{0, u"The changes cannot be kept for the case of a crash: %S"};
 
 inline constexpr Message kFileNumberNotValid{0, u"Current file number=%d is not valid."};
+inline constexpr Message kFileChanged{
+    0, u"\"%S\" was changed by another program after it was read.\n\nDo you wish to read it again? Then nothing is "
+       u"stored yet, and your changes of its entries are lost."};
 inline constexpr Message kFileSelected{0, u"Selected file %d."};
 inline constexpr Message kPrintFailed{0, u"Could not print."};
 inline constexpr Message kPrintCutCells{0, u"%D cells were cut, since their columns are too narrow for their texts."};

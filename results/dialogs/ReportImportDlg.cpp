@@ -7,6 +7,7 @@
 #include <results/Messages.h>
 #include <results/UploadRun.h>
 #include <tarnwick/gui/DroppedFiles.h>
+#include <tarnwick/gui/FileStatusTable.h>
 #include <tarnwick/gui/JTableWin.h>
 #include <tarnwick/gui/ProgressDialog.h>
 #include <tarnwick/OptionPrompts.h>
@@ -16,6 +17,7 @@
 #include <QHBoxLayout>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSplitter>
 
 using namespace Qt::StringLiterals;
@@ -45,7 +47,8 @@ ReportImportDlg::ReportImportDlg(const Setup &setup)
     : JDialog(setup.session.prompts(), &kTable, u"reportImportDlg"_s, setup.parent)
     , m_setup(setup)
     , m_check(setup.project.steamGen, setup.project.defects)
-    , m_fileTable(new JTableWin(prompts()))
+    , m_fileTable(makeFileStatusTable(m_files, prompts(), u"Report files"_s,
+                                      [this](int index) { run([&] { selectFile(index); }); }))
     , m_editor(new brannock::ReportEditor(prompts(), &m_check, {.isImport = true}))
     , m_printing(prompts(), this)
 {
@@ -57,7 +60,6 @@ ReportImportDlg::ReportImportDlg(const Setup &setup)
         if (db::checkConnected(m_setup.session))
             CalListDlg::show(m_setup.session, m_setup.project.steamGen, this);
     });
-    makeFileTable();
     auto *splitter = new QSplitter(Qt::Vertical);
     splitter->setObjectName(u"splitter"_s);
     splitter->addWidget(m_fileTable);
@@ -72,21 +74,6 @@ ReportImportDlg::ReportImportDlg(const Setup &setup)
 ReportImportDlg::~ReportImportDlg()
 {
     m_fileTable->setSource(nullptr);
-}
-
-void ReportImportDlg::makeFileTable()
-{
-    constexpr int kVisibleRows = 4;
-    m_fileTable->setObjectName(u"files"_s);
-    m_fileTable->setAccessibleName(u"Report files"_s);
-    m_fileTable->setEntryColumn(u"ENTRY#"_s, 7, u"%3d"_s);
-    m_fileTable->setVisibleRows(kVisibleRows);
-    m_fileTable->setSource(&m_files);
-    connect(m_fileTable->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
-        const int index = m_fileTable->currentSourceRow();
-        if (index >= 0 && index != m_files.current())
-            run([this, index] { selectFile(index); });
-    });
 }
 
 void ReportImportDlg::makeButtons()
@@ -143,7 +130,10 @@ void ReportImportDlg::showCurrentFile()
     m_isLoaded = true;
     if (const auto edited = m_edited.constFind(m_files.current()); edited != m_edited.constEnd()) {
         m_editor->setReport(*edited);
-    } else if (!m_editor->loadReport(m_files.files()[m_files.current()].path)) {
+        return;
+    }
+    m_files.noteRead();
+    if (!m_editor->loadReport(m_files.files()[m_files.current()].path)) {
         m_editor->setReport({}); // the entries of another file must not be uploaded in place of this one's
         m_isLoaded = false;
     }
@@ -155,12 +145,14 @@ bool ReportImportDlg::uploadCurrent()
         return false;
     if (!m_isLoaded)
         showCurrentFile(); // the file may be readable by now
-    if (!m_isLoaded)
+    if (!m_isLoaded || !isAsRead())
         return false;
     UploadSummary summary;
     {
-        ProgressDialog progress(this, u"Uploading entries"_s);
-        UploadRun upload(m_setup.session, m_setup.project, UploadRun::Mode::Store, &progress);
+        std::unique_ptr<ProgressDialog> progress;
+        if (!m_batch)
+            progress = std::make_unique<ProgressDialog>(this, u"Uploading entries"_s);
+        UploadRun upload(m_setup.session, m_setup.project, UploadRun::Mode::Store, m_batch ? m_batch : progress.get());
         summary = upload.uploadCurrent(m_files, m_editor->report());
     }
     if (summary.completed) {
@@ -171,25 +163,44 @@ bool ReportImportDlg::uploadCurrent()
     return summary.completed;
 }
 
+bool ReportImportDlg::isAsRead()
+{
+    const Answer answer = m_files.askIfChanged(prompts());
+    if (answer == Answer::Yes) {
+        m_editor->document().setStored();
+        m_edited.remove(m_files.current());
+        showCurrentFile();
+    }
+    return answer == Answer::No;
+}
+
 void ReportImportDlg::uploadAll()
 {
     if (!m_files.checkCurrent(prompts()))
         return;
+    ProgressDialog progress(this, u"Uploading reports"_s);
+    m_batch = &progress;
+    const auto end = qScopeGuard([this] { m_batch = nullptr; });
     for (int index = 0; index < m_files.rowCount(); ++index) {
         if (m_files.files()[index].isDone)
             continue;
+        progress.report(index, m_files.rowCount(), QFileInfo(m_files.files()[index].path).fileName());
+        if (progress.cancelled())
+            throw Cancelled();
         if (index != m_files.current())
             selectFile(index);
         const QString name = QFileInfo(m_files.files()[index].path).fileName();
         const bool isLast = index + 1 == m_files.rowCount();
-        if (!uploadCurrent() &&
-            (isLast || prompts().question(Buttons::YesNo, messages::kGoOnWithNextFile, name) != Answer::Yes))
+        if (!uploadCurrent() && (progress.cancelled() || isLast ||
+                                 prompts().question(Buttons::YesNo, messages::kGoOnWithNextFile, name) != Answer::Yes))
             return;
     }
 }
 
 brannock::Report ReportImportDlg::reportOf(int index) const
 {
+    if (index == m_files.current() && m_isLoaded)
+        return m_editor->report(); // what is shown, even if the file has changed
     if (const auto edited = m_edited.constFind(index); edited != m_edited.constEnd())
         return *edited;
     brannock::Report report;

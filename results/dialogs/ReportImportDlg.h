@@ -17,7 +17,8 @@ class ReportProblemsDlg;
 
 namespace tarnwick {
 class JTableWin;
-}
+class ProgressDialog;
+} // namespace tarnwick
 
 namespace results {
 
@@ -52,13 +53,14 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
-    void makeFileTable();
     void makeButtons();
     void chooseFiles();
     void selectFile(int index);
     void keepEdits();
     void showCurrentFile();
     bool uploadCurrent();
+    /// Asks if another program has changed the current file. Returns false if it must not be stored now.
+    bool isAsRead();
     void uploadAll();
     /// The report of a file as the user has edited it. Throws tarnwick::FileError.
     brannock::Report reportOf(int index) const;
@@ -72,8 +74,9 @@ private:
     brannock::EntryCheck m_check;
     ReportImportOptions m_options;
     tarnwick::FileStatusList m_files;
-    QHash<int, brannock::Report> m_edited; ///< reports of other files that were edited, by index
-    bool m_isLoaded = false;               ///< the editor shows the current file
+    QHash<int, brannock::Report> m_edited;       ///< reports of other files that were edited, by index
+    bool m_isLoaded = false;                     ///< the editor shows the current file
+    tarnwick::ProgressDialog *m_batch = nullptr; ///< while all files are uploaded
     tarnwick::JTableWin *m_fileTable;
     brannock::ReportEditor *m_editor;
     QPointer<brannock::ReportProblemsDlg> m_problems; ///< of the last check

@@ -153,6 +153,22 @@ TEST_F(ResultDialogsTest, ACheckListsTheProblemsAndStoresNothing)
         << lines[1].constData() << ": the newest is the first";
 }
 
+TEST_F(ResultDialogsTest, AFileThatChangedSinceItWasReadIsAskedAbout)
+{
+    results::ReportImportDlg dialog(setup());
+    dialog.openFiles({reportFile(u"a.rep"_s, 8)});
+    reportFile(u"a.rep"_s, 8, 10);
+    said.answerWith({Answer::Cancel, Answer::Yes});
+    press(dialog, u"uploadButton"_s);
+    EXPECT_EQ(dialog.editor().report().numEntry(), 42);
+    press(dialog, u"uploadButton"_s);
+    EXPECT_EQ(dialog.editor().report().numEntry(), 12) << "it was read again";
+    EXPECT_EQ(rowCount(), 0);
+    press(dialog, u"uploadButton"_s);
+    EXPECT_EQ(rowCount(), 10);
+    EXPECT_FALSE(said.unusedAnswers());
+}
+
 TEST_F(ResultDialogsTest, EditedEntriesAreNotLostInSilenceAndUnreadableFilesNotUploaded)
 {
     results::ReportImportDlg dialog(setup());

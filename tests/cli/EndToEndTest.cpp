@@ -116,6 +116,41 @@ TEST_F(EndToEndTest, FailuresAreToldAndLeaveFilesAsTheyWere)
     EXPECT_TRUE(support::readFile(foreign).startsWith("this is no database"));
 }
 
+TEST_F(EndToEndTest, ADryRunTellsWhatTheRunDoesFileByFile)
+{
+    const QDir foreign(QDir(s_project).filePath(u"foreign"_s));
+    const QStringList names = foreign.entryList({u"*.txt"_s}, QDir::Files);
+    const QString copied = s_folder->filePath(u"00777_primary.txt"_s);
+    QFile::copy(foreign.filePath(names.first()), copied);
+    const auto outcomes = [](const QStringList &command, const QStringList &files, bool isDry) {
+        QStringList arguments = command + files + QStringList{u"--yes"_s, u"--format"_s, u"json"_s};
+        if (isDry)
+            arguments.append(u"--dry-run"_s);
+        const CliResult result = s_cli->run(arguments);
+        EXPECT_EQ(result.status, 1) << "one file cannot be read";
+        return result.json()[u"files"].toArray();
+    };
+    const auto numbers = [](const QJsonArray &files) {
+        QStringList texts;
+        for (const QJsonValue &file : files)
+            texts.append(
+                u"%1/%2/%3"_s.arg(file[u"entries"].toInt()).arg(file[u"stored"].toInt()).arg(file[u"skipped"].toInt()));
+        return texts.join(u' ');
+    };
+    const QStringList convert{u"convert"_s, s_project};
+    const QJsonArray checked = outcomes(convert, {s_folder->path(), copied}, true);
+    const QString report = QDir(s_project).filePath(u"reports/00777_PRI.rep"_s);
+    EXPECT_FALSE(QFile::exists(report));
+    EXPECT_EQ(checked[0][u"problems"][0][u"kind"].toString(), u"cannot be read");
+    EXPECT_EQ(numbers(outcomes(convert, {s_folder->path(), copied}, false)), numbers(checked));
+    EXPECT_TRUE(QFile::exists(report)) << "the other text is converted all the same";
+
+    const QJsonArray uploads = outcomes({u"upload"_s, s_project}, {report, copied}, true);
+    EXPECT_EQ(uploads[1][u"problems"][0][u"kind"].toString(), u"cannot be read");
+    EXPECT_EQ(numbers({uploads[0]}), numbers({checked[1]}));
+    QFile::remove(report);
+}
+
 TEST_F(EndToEndTest, StatementsChangeRowsAndCanTakeParameters)
 {
     const QString database = s_folder->filePath(u"new.mdb"_s);
