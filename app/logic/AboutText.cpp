@@ -76,7 +76,7 @@ QString aboutText(const ProjectSession &session, const QString &platform)
            line(u"Licence"_s, u"GNU General Public License, version 3 or later"_s) + u"\nLibraries\n"_s + libraries() +
            u"\nSystem\n"_s +
            line(u"Runs on"_s, QSysInfo::prettyProductName() + u", "_s + QSysInfo::kernelType() + u' ' +
-                                 QSysInfo::kernelVersion() + u", "_s + QSysInfo::currentCpuArchitecture()) +
+                                  QSysInfo::kernelVersion() + u", "_s + QSysInfo::currentCpuArchitecture()) +
            line(u"Window system"_s, platform) + line(u"Locale"_s, QLocale().name()) + u"\nFolders and files\n"_s +
            folders(session);
 }

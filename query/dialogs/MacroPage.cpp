@@ -1,5 +1,7 @@
 #include "MacroPage.h"
 
+#include <tarnwick/gui/TableText.h>
+
 #include <QAction>
 #include <QApplication>
 #include <QBoxLayout>
@@ -19,6 +21,7 @@ MacroPage::MacroPage(MacroModel *model, const QString &name, bool isEditable, QW
 {
     model->setParent(this);
     m_table->setObjectName(name);
+    tarnwick::TableText::follow(m_table);
     m_table->setModel(model);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -27,10 +30,10 @@ MacroPage::MacroPage(MacroModel *model, const QString &name, bool isEditable, QW
     m_table->setTabKeyNavigation(false);
     m_table->setShowGrid(false);
     m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
     m_table->horizontalHeader()->setHighlightSections(false);
     m_table->horizontalHeader()->setStretchLastSection(true);
-    const int character = fontMetrics().averageCharWidth();
+    const int character = m_table->fontMetrics().averageCharWidth();
     const auto widen = [this, character](int column, int characters) {
         m_table->resizeColumnToContents(column);
         m_table->setColumnWidth(column, std::max(m_table->columnWidth(column), characters * character) + character);

@@ -5,6 +5,7 @@
 #include <db/FieldDefinition.h>
 #include <query/ButtonGrid.h>
 #include <query/gui/SqlFindBar.h>
+#include <tarnwick/gui/TableText.h>
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -40,6 +41,7 @@ QueryPage::QueryPage(const QueryEditor::Setup &setup, QueryResult &result, Table
     , m_entries(new QLabel)
     , m_stop(new QPushButton(u"Stop"_s))
 {
+    tarnwick::TableText::follow(m_parameters);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(m_buttons);
     m_splitter = new QSplitter(Qt::Vertical);
