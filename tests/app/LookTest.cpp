@@ -88,6 +88,7 @@ class AboutTest : public DialogFixture
 TEST_F(AboutTest, TellsVersionsAndFoldersAndCopiesThem)
 {
     const QTemporaryDir state;
+    const QByteArray before = qgetenv("XDG_STATE_HOME");
     qputenv("XDG_STATE_HOME", state.path().toLocal8Bit());
     tarnwick::FailureLog(u"arvo"_s).add(1069, u"Could not execute query."_s);
     for (const auto &[number, title, part] :
@@ -101,7 +102,7 @@ TEST_F(AboutTest, TellsVersionsAndFoldersAndCopiesThem)
         run(number);
         EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(part)) << qPrintable(title);
     }
-    qunsetenv("XDG_STATE_HOME");
+    qputenv("XDG_STATE_HOME", before);
 }
 
 } // namespace app

@@ -41,6 +41,7 @@ TEST(FailureLogTest, EntriesHaveTimeNumberAndTextAndCannotBeForged)
 TEST(FailureLogTest, ErrorsAndNumberedQuestionsOfThePromptsAreWritten)
 {
     const QTemporaryDir state;
+    const QByteArray before = qgetenv("XDG_STATE_HOME");
     qputenv("XDG_STATE_HOME", state.path().toLocal8Bit());
     tarnwick::RecordingPrompts shown;
     {
@@ -52,7 +53,7 @@ TEST(FailureLogTest, ErrorsAndNumberedQuestionsOfThePromptsAreWritten)
         prompts.showInformation(u"Done."_s);
     }
     const QString log = content(FailureLog::defaultPath());
-    qunsetenv("XDG_STATE_HOME");
+    qputenv("XDG_STATE_HOME", before);
     EXPECT_EQ(log.count(u'\n'), 3) << qPrintable(log);
     EXPECT_TRUE(log.contains(u" 1068 Go on?\n    Answer: No\n"_s) && log.contains(u" 1032 Could not connect."_s));
 }
