@@ -10,8 +10,10 @@
 #include "Look.h"
 #include "MapPane.h"
 #include "OptionsCommand.h"
+#include "ProjectCommands.h"
 #include "RecoveryKeeper.h"
 #include "SidePanel.h"
+#include "StartPage.h"
 #include "ViewBar.h"
 #include "ViewCommands.h"
 #include "WindowProgress.h"
@@ -114,7 +116,8 @@ void DBase::makeCentre()
     addToolBar(m_mainBar);
     addToolBar(m_viewBar);
     menuBar()->setCornerWidget(m_viewBar->findField());
-    m_map = new MapPane(m_session->map());
+    m_start = new StartPage(*m_actions);
+    m_map = new MapPane(m_session->map(), m_start);
     m_map->setTubeNotes([this](int tube) { return m_notes.lines(tube); });
     m_side = new SidePanel(*m_actions);
     m_side->legendModel().setDocument(&m_session->map());
@@ -134,6 +137,8 @@ void DBase::makeCommands()
 {
     m_recovery = new RecoveryKeeper(*m_session, m_runner, this);
     m_commands = std::make_unique<WindowCommands>(*m_session, this);
+    m_projects = std::make_unique<ProjectCommands>(
+        *m_session, [this] { return m_commands->mayReplaceMap(); }, this);
     m_dialogs = std::make_unique<DialogCommands>(*m_session, m_notes, this);
     m_fills = std::make_unique<FillCommands>(*m_session, *m_map, *m_side, m_dialogs->plans(), this);
     setFileDialogs(&m_systemDialogs);
@@ -142,6 +147,7 @@ void DBase::makeCommands()
         std::make_unique<ViewCommands>(*m_session, ViewCommands::Parts{*this, *m_map, *m_side, *m_mainBar, *m_viewBar,
                                                                        *m_fullScreen, *m_commands, m_runner});
     m_commands->bind(m_handlers);
+    m_projects->bind(m_handlers);
     m_dialogs->bind(m_handlers);
     m_fills->bind(m_handlers);
     m_legend->bind(m_handlers);
@@ -195,7 +201,9 @@ void DBase::connectCommands()
         m_notes.refresh();
         scheduleRefresh();
     });
-    connect(m_commands.get(), &WindowCommands::projectWanted, this, &DBase::openProject);
+    connect(m_projects.get(), &ProjectCommands::projectWanted, this, &DBase::openProject);
+    connect(m_start, &StartPage::projectChosen, this,
+            [this](const QString &folder) { m_runner.perform([this, folder] { m_projects->openFolder(folder); }); });
     connect(m_commands.get(), &WindowCommands::workChanged, m_recovery, &RecoveryKeeper::noteChange);
     connect(m_recovery, &RecoveryKeeper::kept, this, [this] { m_status.showProtection(*m_session); });
 }
@@ -203,6 +211,7 @@ void DBase::connectCommands()
 void DBase::setFileDialogs(tarnwick::FileDialogs *dialogs)
 {
     m_commands->setFileDialogs(dialogs);
+    m_projects->setFileDialogs(dialogs);
     m_dialogs->setFileDialogs(dialogs);
     m_fills->setFileDialogs(dialogs);
 }
@@ -254,6 +263,9 @@ void DBase::mapChanged(const map::MapEvent &event)
 void DBase::sessionChanged()
 {
     m_map->setProjectOpen(m_session->hasProject());
+    m_start->refresh(*m_session);
+    if (!m_session->hasProject())
+        m_start->focusFirst();
     m_notes.refresh();
     for (const int list : {FirstRecentProject, FirstRecentDatabase, FirstRecentMap})
         m_actions->refreshList(list);
@@ -276,7 +288,7 @@ void DBase::refreshAll()
     m_status.showMap(*m_session);
     m_status.showProtection(*m_session);
     m_actions->refresh();
-    for (QWidget *part : std::initializer_list<QWidget *>{m_viewBar, m_viewBar->findField(), m_mainBar, m_splitter})
+    for (QWidget *part : std::initializer_list<QWidget *>{m_viewBar, m_viewBar->findField(), m_mainBar, m_side})
         part->setEnabled(m_session->hasProject());
     m_recovery->noteChange();
 }

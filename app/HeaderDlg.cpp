@@ -4,6 +4,7 @@
 #include "KeywordMarks.h"
 #include "PagePreview.h"
 
+#include <tarnwick/gui/Help.h>
 #include <tarnwick/gui/ReturnKey.h>
 
 #include <QBoxLayout>
@@ -284,6 +285,7 @@ QWidget *HeaderDlg::makeButtons()
     auto *close = new QPushButton(u"Clos&e"_s);
     close->setObjectName(u"closeHeader"_s);
     close->setAutoDefault(false);
+    layout->addWidget(tarnwick::makeHelpButton(*this));
     layout->addStretch(1);
     layout->addWidget(set);
     layout->addWidget(close);

@@ -1,28 +1,14 @@
 #include "MapPane.h"
 
+#include <brannock/gui/MapAccessible.h>
 #include <brannock/gui/TubesheetMap.h>
 #include <map/TubeText.h>
-
-#include <QLabel>
 
 using namespace Qt::StringLiterals;
 
 namespace app {
 
 namespace {
-
-QLabel *makeHint()
-{
-    auto *hint = new QLabel(u"No project is open.\n\nOpen one with \"File | Open Project ...\",\nor choose one of "
-                            u"\"File | Recent Projects\"."_s);
-    hint->setObjectName(u"noProject"_s);
-    hint->setAlignment(Qt::AlignCenter);
-    // The pane is disabled without a project, but the hint must be readable.
-    QPalette readable = hint->palette();
-    readable.setColor(QPalette::Disabled, QPalette::WindowText, readable.color(QPalette::Active, QPalette::WindowText));
-    hint->setPalette(readable);
-    return hint;
-}
 
 QStringList linesOf(const QString &text)
 {
@@ -31,19 +17,20 @@ QStringList linesOf(const QString &text)
 
 } // namespace
 
-MapPane::MapPane(map::MapDocument &document, QWidget *parent)
+MapPane::MapPane(map::MapDocument &document, QWidget *startPage, QWidget *parent)
     : QStackedWidget(parent)
     , m_document(document)
     , m_map(new brannock::TubesheetMap)
     , m_subscription(document.subscribe([this](const map::MapEvent &event) { mapChanged(event); }))
 {
+    brannock::installMapAccessibility();
     m_map->setObjectName(u"map"_s);
     m_map->setTubeTip(true);
     m_map->setTipText([this](int tube) {
         return linesOf(map::markedBy(m_document, tube)) + (m_notes ? m_notes(tube) : QStringList());
     });
     addWidget(m_map);
-    addWidget(makeHint());
+    addWidget(startPage);
     connect(m_map, &brannock::TubesheetMap::selectionWanted, this, &MapPane::select);
     connect(m_map, &brannock::TubesheetMap::hovered, this, [this](int tube) {
         m_pointed = tube;

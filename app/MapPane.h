@@ -11,18 +11,18 @@ class TubesheetMap;
 
 namespace app {
 
-/// The map of the open project, or a hint if there is none. Follows the document, and changes it when the user selects
-/// tubes.
+/// The map of the open project, or the start page if there is none. Follows the document, and changes it when the user
+/// selects tubes.
 class MapPane : public QStackedWidget
 {
     Q_OBJECT
 public:
-    /// The document must outlive the pane.
-    explicit MapPane(map::MapDocument &document, QWidget *parent = nullptr);
+    /// The document must outlive the pane. startPage: shown without a project; becomes a child of the pane.
+    MapPane(map::MapDocument &document, QWidget *startPage, QWidget *parent = nullptr);
     ~MapPane() override;
 
     brannock::TubesheetMap &map() { return *m_map; }
-    /// Shows the map, or the hint without a project.
+    /// Shows the map, or the start page without a project.
     void setProjectOpen(bool isOpen);
     void setOptions(const brannock::MapOptions &options);
     /// Shows other states of the tubes as a preview; null: those of the document.

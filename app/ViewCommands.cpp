@@ -19,6 +19,7 @@
 #include <QMainWindow>
 #include <QToolBar>
 #include <QToolButton>
+#include <tarnwick/gui/Help.h>
 
 namespace app {
 
@@ -69,6 +70,10 @@ void ViewCommands::bind(tarnwick::CommandHandlers &handlers)
     handlers.bind(FindTube, [this] { startFind(); });
     handlers.bind(ListOfChanges, [this] { m_parts.viewBar.showChanges(); });
     handlers.bind(NextPart, [this] { goToNextPart(); });
+    handlers.bind(OpenGuide, [this] {
+        if (const QString problem = tarnwick::openGuide(); !problem.isEmpty())
+            m_session.prompts().showInformation(problem);
+    });
     handlers.bind(ListOfKeys, [this] { showKeys(&m_parts.window); });
     handlers.bind(ProjectInfo, [this] { showProjectInfo(&m_parts.window, m_session); });
     handlers.bind(About, [this] { showAbout(&m_parts.window, m_session); });

@@ -134,11 +134,6 @@ void WindowCommands::bindDatabase(CommandHandlers &handlers)
 
 void WindowCommands::bindProgram(CommandHandlers &handlers)
 {
-    handlers.bind(OpenProject, [this] { openProject(); });
-    handlers.bindList(
-        FirstRecentProject, [this](const auto &folder) { openProjectFolder(folder.value); },
-        [this] { return recentProjectEntries(m_session); });
-    handlers.bind(ClearRecentProjects, [this] { clearProjects(); });
     handlers.bind(AdministrationTool,
                   [this] { startTool(kAdministrationTool, m_session.roots(), m_session.prompts()); });
     handlers.bind(ComponentMaker, [this] { startComponentMaker(); });
@@ -250,27 +245,6 @@ void WindowCommands::openDatabase()
     const QString path = m_dialogs->openFile(kDatabaseChooser, u"Open Database"_s, m_session.roots());
     if (!path.isEmpty())
         m_session.connectDatabase(path);
-}
-
-void WindowCommands::openProject()
-{
-    const QString start = m_session.hasProject() ? QFileInfo(m_session.project().folder).absolutePath()
-                                                 : QStandardPaths::writableLocation(QStandardPaths::HomeLocation);
-    const QString folder = m_dialogs->openFolder(u"Open Project"_s, start);
-    if (!folder.isEmpty())
-        openProjectFolder(folder);
-}
-
-void WindowCommands::openProjectFolder(const QString &folder)
-{
-    if (mayReplaceMap())
-        Q_EMIT projectWanted(folder);
-}
-
-void WindowCommands::clearProjects()
-{
-    if (m_session.prompts().question(tarnwick::Buttons::YesNo, messages::kAskClearRecent) == tarnwick::Answer::Yes)
-        m_session.clearRecentProjects();
 }
 
 void WindowCommands::startComponentMaker()

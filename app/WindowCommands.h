@@ -42,8 +42,6 @@ public:
     void openMap(const QString &machinePath) { m_files.open(machinePath); }
 
 Q_SIGNALS:
-    /// Requests another project from the window.
-    void projectWanted(const QString &folder);
     /// Emitted after a change of unsaved work.
     void workChanged();
 
@@ -58,12 +56,9 @@ private:
     void updateMap();
     void select(int command);
     void flip(int command);
-    void openProject();
-    void openProjectFolder(const QString &folder);
     void closeDatabase();
     void newDatabase();
     void openDatabase();
-    void clearProjects();
     void startComponentMaker();
     void createShortcut();
 

@@ -45,6 +45,7 @@ inline constexpr Message kNoFillDialog{0, u"\"%S\" cannot be edited in this vers
 // Projects, files, programs. The suite has no numbers for them.
 inline constexpr Message kProjectNotThere{0, u"\"%S\" is not a project folder."};
 inline constexpr Message kProjectUnreadable{0, u"Could not open project \"%S\"."};
+inline constexpr Message kDemoNotMade{0, u"Could not make the demo project."};
 inline constexpr Message kComponentUnreadable{0, u"Could not read the changed component."};
 inline constexpr Message kRecentNotThere{0, u"\"%S\" does not exist any more."};
 inline constexpr Message kCouldNotOpenFiles{0, u"Could not open files.\n\n%S"};

@@ -130,7 +130,7 @@ constexpr CommandRow kRows[] = {
      u"Copy tubes as text for spreadsheets: in the legend those of the current entry, else the selected ones, and "
      u"without a selection all with a symbol",
      When::Project, u"Ctrl+C", u"copyTubes"},
-    {ListOfKeys, u"&Keys", u"List the keys of this window", When::Always, u"F1", u"keys", ViewOnly},
+    {ListOfKeys, u"&Keys", u"List the keys of this window", When::Always, u"Shift+F1", u"keys", ViewOnly},
     {Failures, u"&Failures ...", u"Show the log of the failures that were reported", When::Always, nullptr, u"failures",
      ViewOnly},
 
@@ -176,11 +176,20 @@ constexpr CommandRow kRows[] = {
      u"updateButton"},
     {ShowReportLog, u"Report &Log ...", u"List what was uploaded and converted, by whom and when", When::Project,
      nullptr, u"reportLog", ViewOnly},
+
+    {NewProject, u"Ne&w Project ...", u"Make a project from a table of the tubes", When::Always, nullptr,
+     u"newProject"},
+    {DemoProject, u"&Demo Project ...", u"Make a project with generated data, to learn the program", When::Always,
+     nullptr, u"demoProject"},
+    {OpenGuide, u"&Guide\tF1", u"Open the user's guide in the desktop's browser", When::Always, nullptr, u"guide",
+     ViewOnly},
 };
 
 constexpr MenuItem kMenuBarItems[] = {
     openMenu(u"&File"),
     menuItem(OpenProject),
+    menuItem(NewProject),
+    menuItem(DemoProject),
     kSeparator,
     menuItem(NewMap),
     menuItem(OpenMap),
@@ -272,6 +281,7 @@ constexpr MenuItem kMenuBarItems[] = {
     menuItem(ProjectInfo),
     menuItem(About),
     kSeparator,
+    menuItem(OpenGuide),
     menuItem(ListOfKeys),
     menuItem(Failures),
     kCloseMenu,

@@ -111,6 +111,9 @@ enum Command : int {
     OpenPlans,
     UpdateMap,
     ShowReportLog,
+    NewProject,
+    DemoProject,
+    OpenGuide,
 };
 
 /// Parts of the window with keys of their own.

@@ -1,6 +1,7 @@
 #include "ListOpenDlg.h"
 
 #include <db/ListNames.h>
+#include <tarnwick/gui/Help.h>
 #include <tarnwick/gui/StateKeeper.h>
 
 #include <QDialogButtonBox>
@@ -59,6 +60,7 @@ ListOpenDlg::ListOpenDlg(const Setup &setup, const QStringList &names, QWidget *
     m_prompt->installEventFilter(this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    tarnwick::addHelp(*this, *buttons);
     m_prompt->setFocus();
     m_prompt->selectAll();
     constexpr QSize kFirstSize{320, 380};

@@ -4,6 +4,7 @@
 #include <brannock/gui/TubesheetMap.h>
 #include <brannock/paint/TubeArt.h>
 #include <tarnwick/gui/Guarded.h>
+#include <tarnwick/gui/Help.h>
 #include <tarnwick/gui/StateKeeper.h>
 
 #include <QDialogButtonBox>
@@ -134,6 +135,7 @@ void FillDialog::finish(QWidget *first)
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    tarnwick::addHelp(*this, *buttons);
     layout()->addWidget(buttons);
     connect(m_symbol, &QPushButton::clicked, this, &FillDialog::chooseSymbol);
     m_map->setSteamGen(&m_editor.document().component(), &m_editor.preview().tubes());

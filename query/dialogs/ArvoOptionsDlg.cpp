@@ -16,6 +16,7 @@
 #include <QFormLayout>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <tarnwick/gui/Help.h>
 
 using namespace Qt::StringLiterals;
 
@@ -54,6 +55,7 @@ ArvoOptionsDlg::ArvoOptionsDlg(const ArvoOptions &options, const tarnwick::JMacr
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &ArvoOptionsDlg::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &ArvoOptionsDlg::reject);
+    tarnwick::addHelp(*this, *buttons);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(tabs, 1);
     layout->addWidget(buttons);

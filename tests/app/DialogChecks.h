@@ -1,4 +1,5 @@
 #pragma once
+#include <tarnwick/base/Installation.h>
 #include <tarnwick/gui/CommandActions.h>
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSet>
@@ -50,8 +52,29 @@ inline QList<QChar> mnemonics(QWidget &window)
     return letters;
 }
 
+/// The parts that do not look different when they get the focus. The window must be active.
+inline QStringList partsWithHiddenFocus(QWidget &window)
+{
+    QStringList hidden;
+    QWidget *before = window.focusWidget();
+    for (QWidget *part : tabOrder(window)) {
+        part->setFocus(Qt::TabFocusReason);
+        QCoreApplication::processEvents();
+        const QRect place = QRect(part->mapTo(&window, QPoint()), part->size()).adjusted(-4, -4, 4, 4);
+        const QImage focused = window.grab(place).toImage();
+        part->clearFocus();
+        QCoreApplication::processEvents();
+        if (window.grab(place).toImage() == focused)
+            hidden.append(QString::fromLatin1(part->metaObject()->className()) + u' ' + part->objectName());
+    }
+    if (before)
+        before->setFocus();
+    return hidden;
+}
+
 /// What holds for every dialog: no text is cut off, each command has its action, each field and button can be reached
-/// with Tab and has a name for screen readers, and no two share a mnemonic. The dialog must be visible.
+/// with Tab and has a name for screen readers, no two share a mnemonic, and the Help button leads to a place in the
+/// guide. The dialog must be visible.
 inline void checkDialog(QWidget &dialog, const QString &name)
 {
     for (const auto *actions : dialog.findChildren<tarnwick::CommandActions *>())
@@ -86,6 +109,11 @@ inline void checkDialog(QWidget &dialog, const QString &name)
             QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(part);
             EXPECT_TRUE(accessible && !accessible->text(QAccessible::Name).isEmpty()) << what << " has no name";
         }
+    }
+    if (qobject_cast<QDialog *>(&dialog) && !dialog.objectName().isEmpty()) {
+        EXPECT_NE(dialog.findChild<QAbstractButton *>(QStringLiteral("help")), nullptr) << qPrintable(name);
+        EXPECT_TRUE(QFileInfo::exists(tarnwick::Installation::guideFolder() + u"/go/" + dialog.objectName() + u".html"))
+            << qPrintable(name) << ": docs/guide has no anchor " << qPrintable(dialog.objectName());
     }
     const QList<QChar> letters = mnemonics(dialog);
     EXPECT_EQ(QSet<QChar>(letters.begin(), letters.end()).size(), letters.size())

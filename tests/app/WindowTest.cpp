@@ -49,7 +49,7 @@ TEST_F(WindowTest, WithoutAProjectOnlyOpeningAboutAndLeavingAreOffered)
     }
     EXPECT_EQ(enabled, (QList<int>{Exit, OpenProject, About}));
     EXPECT_FALSE(find<QWidget>(u"mainBar"_s)->isEnabled());
-    EXPECT_FALSE(window.centralWidget()->isEnabled());
+    EXPECT_FALSE(find<QWidget>(u"sidePanel"_s)->isEnabled());
     EXPECT_TRUE(find<QMenu>(u"menuRecentProjects"_s)->isEnabled());
     EXPECT_FALSE(find<QMenu>(u"menuRecentDatabases"_s)->isEnabled());
 }

@@ -7,6 +7,7 @@
 #include <brannock/MapPalette.h>
 #include <brannock/SymbolNames.h>
 #include <brannock/SymbolTable.h>
+#include <tarnwick/gui/Help.h>
 #include <tarnwick/gui/StateKeeper.h>
 
 #include <QBoxLayout>
@@ -60,6 +61,7 @@ ChooseSymbolDlg::ChooseSymbolDlg(const TubeMark &mark, const MapOptions &options
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    tarnwick::addHelp(*this, *buttons);
     auto *columns = new QHBoxLayout;
     columns->setSpacing(14);
     columns->addLayout(makeLeft(), 1);

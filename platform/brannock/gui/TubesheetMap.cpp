@@ -2,6 +2,7 @@
 
 #include <brannock/paint/WindowPixels.h>
 #include <cmath>
+#include <QAccessible>
 #include <QPaintEvent>
 
 namespace brannock {
@@ -84,8 +85,11 @@ void TubesheetMap::refresh()
         const QRectF logical(rect.x() / ratio, rect.y() / ratio, rect.width() / ratio, rect.height() / ratio);
         update(logical.toAlignedRect());
     }
-    if (change.selection)
+    if (change.selection) {
         followSelection();
+        if (m_marks.cursor >= 0)
+            announceSelection();
+    }
     updateCard();
     update(before | m_marks.region());
     updateAccessibility();
@@ -236,6 +240,22 @@ void TubesheetMap::paintEvent(QPaintEvent *event)
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(rect().adjusted(1, 1, -1, -1));
     }
+}
+
+void TubesheetMap::announceCursor()
+{
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(m_marks.cursor);
+    QAccessible::updateAccessibility(&event);
+}
+
+void TubesheetMap::announceSelection()
+{
+    QAccessible::State changed;
+    changed.selected = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    event.setChild(m_marks.cursor);
+    QAccessible::updateAccessibility(&event);
 }
 
 void TubesheetMap::updateAccessibility()

@@ -82,6 +82,8 @@ public:
     QPointF posOf(int tube) const { return view().toView(m_scene.position(tube)); }
     int hoveredTube() const { return m_marks.hovered; }
     int cursorTube() const { return m_marks.cursor; }
+    /// What is known about a tube: its name, its symbol and selection, then the further lines of the card.
+    QStringList tubeLines(int tube) const;
     void setCursorTube(int tube);
 
     QSize sizeHint() const override { return QSize(900, 640); }
@@ -150,6 +152,9 @@ private:
     bool viewKey(QKeyEvent *event);
     void toggleCursor();
     void updateAccessibility();
+    // Tell screen readers that the cursor has moved, or that the selection of its tube may have changed.
+    void announceCursor();
+    void announceSelection();
 
     const ellery::SteamGen *m_steamGen = nullptr;
     const ellery::TubeStates *m_tubes = nullptr;

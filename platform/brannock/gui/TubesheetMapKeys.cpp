@@ -83,8 +83,10 @@ void TubesheetMap::setCursorTube(int tube)
     update(before | m_marks.region());
     ensureVisible(m_marks.cursor);
     updateAccessibility();
-    if (m_marks.cursor >= 0)
+    if (m_marks.cursor >= 0) {
+        announceCursor();
         Q_EMIT hovered(m_marks.cursor);
+    }
 }
 
 bool TubesheetMap::moveCursor(int key)

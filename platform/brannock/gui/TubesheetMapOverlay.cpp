@@ -46,6 +46,18 @@ void TubesheetMap::followSelection()
         Q_EMIT hovered(m_marks.cursor);
 }
 
+QStringList TubesheetMap::tubeLines(int tube) const
+{
+    const ellery::TubeMark mark = m_scene.mark(tube);
+    QString state = mark.isOpen() ? u"Open"_s : u"Symbol %1"_s.arg(mark.symbol.text());
+    if (m_scene.isSelected(tube))
+        state += u", selected"_s;
+    QStringList lines{m_steamGen->tubeName(m_scene.tube(tube).address), state};
+    if (m_tipText)
+        lines += m_tipText(tube);
+    return lines;
+}
+
 void TubesheetMap::updateCard()
 {
     const int tube = m_marks.namedTube();
@@ -55,12 +67,8 @@ void TubesheetMap::updateCard()
     TubeTip card;
     card.mark = m_scene.mark(tube);
     card.selected = m_scene.isSelected(tube);
-    card.name = m_steamGen->tubeName(m_scene.tube(tube).address);
-    card.lines << (card.mark.isOpen() ? u"Open"_s : u"Symbol %1"_s.arg(card.mark.symbol.text()));
-    if (card.selected)
-        card.lines.last() += u", selected"_s;
-    if (m_tipText)
-        card.lines << m_tipText(tube);
+    card.lines = tubeLines(tube);
+    card.name = card.lines.takeFirst();
     m_marks.showCard(card, font());
 }
 

@@ -1,11 +1,13 @@
 #include "BoxPrompts.h"
 
 #include "Guarded.h"
+#include "Help.h"
 #include "JDialog.h"
 
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QShortcut>
 
 namespace tarnwick {
 
@@ -26,8 +28,25 @@ QWidget *BoxPrompts::boxParent() const
 
 namespace {
 
-int exec(QMessageBox &box)
+/// Adds a Help button that leaves the box open; it and F1 open the guide at the message.
+void addHelp(QMessageBox &box, int number)
 {
+    QPushButton *help = box.addButton(QMessageBox::Help);
+    help->setObjectName(u"help"_s);
+    help->disconnect(); // otherwise it would close the box
+    const auto open = [&box, number] {
+        const QString problem = openGuide(messageAnchor(number));
+        if (!problem.isEmpty())
+            box.setInformativeText(problem);
+    };
+    QObject::connect(help, &QPushButton::clicked, &box, open);
+    QObject::connect(new QShortcut(QKeySequence(Qt::Key_F1), &box), &QShortcut::activated, &box, open);
+}
+
+int exec(QMessageBox &box, int number)
+{
+    if (number > 0)
+        addHelp(box, number);
     const UsualCursor usual;
     return box.exec();
 }
@@ -50,7 +69,8 @@ void BoxPrompts::showError(int severity, int number, const QString &text)
     QMessageBox box(boxParent());
     prepare(box, severity >= kErrorSeverity ? QMessageBox::Critical : QMessageBox::Warning, number, text);
     box.setStandardButtons(QMessageBox::Ok);
-    exec(box);
+    box.setEscapeButton(QMessageBox::Ok);
+    exec(box, number);
 }
 
 void BoxPrompts::showInformation(const QString &text)
@@ -58,7 +78,7 @@ void BoxPrompts::showInformation(const QString &text)
     QMessageBox box(boxParent());
     prepare(box, QMessageBox::Information, 0, text);
     box.setStandardButtons(QMessageBox::Ok);
-    exec(box);
+    exec(box, 0);
 }
 
 Answer BoxPrompts::ask(Buttons buttons, const QString &text, int number)
@@ -82,7 +102,7 @@ Answer BoxPrompts::ask(Buttons buttons, const QString &text, int number)
         box.setEscapeButton(QMessageBox::Cancel);
         break;
     }
-    switch (exec(box)) {
+    switch (exec(box, number)) {
     case QMessageBox::Yes:
         return Answer::Yes;
     case QMessageBox::Ok:

@@ -1,6 +1,7 @@
 #include "JDialog.h"
 
 #include "Guarded.h"
+#include "Help.h"
 #include "StateKeeper.h"
 
 #include <QDialogButtonBox>
@@ -98,6 +99,7 @@ void JDialog::finish(QWidget *first, const QSize &size)
     layout->addLayout(bottom);
     connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    addHelp(*this, *m_buttons, [this](const QString &problem) { showMessage(problem); });
     refresh();
     if (first)
         first->setFocus();

@@ -20,8 +20,8 @@ class QVBoxLayout;
 namespace tarnwick {
 
 /// Base of the program's larger dialogs: menus and keys from a table of commands, a title bar for controls, the body, a
-/// message line with the number of changes that are not stored, OK and Cancel. Size and column widths are remembered
-/// under the object name.
+/// message line with the number of changes that are not stored, OK, Cancel and Help. Size and column widths are
+/// remembered under the object name.
 ///
 /// While the dialog is active, status texts of the window's prompts appear in its message line. Every command, OK and
 /// Cancel run guarded: a failure is shown, and the dialog stays open.

@@ -1,5 +1,7 @@
 #include "TablePreviewDlg.h"
 
+#include "Help.h"
+
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -101,6 +103,7 @@ TablePreviewDlg::TablePreviewDlg(const TablePrint &print, const QString &title, 
     connect(m_scale, &QComboBox::currentIndexChanged, this, &TablePreviewDlg::applyScale);
     bar->addWidget(m_scale);
     bar->addStretch();
+    bar->addWidget(makeHelpButton(*this));
     addButton(*bar, u"&Close"_s, u"close"_s, [this] { reject(); });
 
     m_scroll->setWidget(m_sheet);
