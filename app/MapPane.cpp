@@ -10,6 +10,13 @@ namespace app {
 
 namespace {
 
+/// While a screen reader runs, a widget gets its accessibility in its constructor.
+brannock::TubesheetMap *makeMap()
+{
+    brannock::installMapAccessibility();
+    return new brannock::TubesheetMap;
+}
+
 QStringList linesOf(const QString &text)
 {
     return text.isEmpty() ? QStringList() : QStringList{text};
@@ -20,10 +27,9 @@ QStringList linesOf(const QString &text)
 MapPane::MapPane(map::MapDocument &document, QWidget *startPage, QWidget *parent)
     : QStackedWidget(parent)
     , m_document(document)
-    , m_map(new brannock::TubesheetMap)
+    , m_map(makeMap())
     , m_subscription(document.subscribe([this](const map::MapEvent &event) { mapChanged(event); }))
 {
-    brannock::installMapAccessibility();
     m_map->setObjectName(u"map"_s);
     m_map->setTubeTip(true);
     m_map->setTipText([this](int tube) {
