@@ -7,6 +7,7 @@
 #include <app/logic/ProjectSession.h>
 
 #include <tarnwick/FailureLog.h>
+#include <tarnwick/gui/Help.h>
 
 #include <QBoxLayout>
 #include <QClipboard>
@@ -44,6 +45,7 @@ void showTextBox(QWidget *parent, const QString &title, const QString &text, Tex
     copy->setObjectName(u"copyText"_s);
     copy->setToolTip(u"Copy the whole text, for a report of a fault"_s);
     QObject::connect(copy, &QPushButton::clicked, &box, [&text] { QGuiApplication::clipboard()->setText(text); });
+    tarnwick::addHelp(box, *buttons);
     auto *layout = new QVBoxLayout(&box);
     if (head)
         layout->addWidget(head);

@@ -43,7 +43,7 @@ foreach(page IN LISTS PAGES)
       message(FATAL_ERROR "${page}: the anchor ${anchor} occurs twice in the guide.")
     endif()
     file(WRITE ${OUT}/go/${anchor}.html "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\"><title>ARVO guide</title>\n"
-      "<meta http-equiv=\"refresh\" content=\"0\;url=../${name}.html#${anchor}\"></head>\n"
+      "<meta http-equiv=\"refresh\" content=\"0;url=../${name}.html#${anchor}\"></head>\n"
       "<body><a href=\"../${name}.html#${anchor}\">ARVO guide</a></body></html>\n")
   endforeach()
   string(REPLACE "@TITLE@" "${title}" html "${frame}")
