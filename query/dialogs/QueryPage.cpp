@@ -123,7 +123,11 @@ void QueryPage::setOptions(const SQLOptions &options, bool hasButtons)
 {
     m_sql->setPreferredSize(options.editorLines, options.editorCharacters);
     m_table->setVisibleRows(options.resultLines);
-    m_splitter->setSizes({m_sql->sizeHint().height() + m_problem->sizeHint().height(), m_table->sizeHint().height()});
+    const QList<int> heights{m_sql->sizeHint().height() + m_problem->sizeHint().height(), m_table->sizeHint().height()};
+    // Before it has its place in the window, the splitter is too low for these heights.
+    if (!m_splitter->isVisible())
+        m_splitter->resize(m_splitter->width(), heights[0] + heights[1] + m_splitter->handleWidth());
+    m_splitter->setSizes(heights);
     while (QLayoutItem *item = m_buttons->takeAt(0)) {
         delete item->widget();
         delete item;
