@@ -1,11 +1,11 @@
 #include "ConversionCheck.h"
 
+#include <brannock/ProblemCollector.h>
 #include <QFileInfo>
 
 namespace conversion {
 
 using namespace Qt::StringLiterals;
-using brannock::EntryProblem;
 using brannock::ReportProblem;
 
 ConversionCheck::ConversionCheck(const brannock::Project &project)
@@ -62,7 +62,7 @@ void ConversionCheck::addRemarks(const ReportConversion &run, const brannock::Re
 void ConversionCheck::addEntries(const ReportConversion &run, const brannock::Report &report)
 {
     brannock::FileOutcome &outcome = m_outcomes.last();
-    QSet<QString> told;            // a value that all entries get from a prompt is one problem
+    brannock::ProblemCollector problems(m_check);
     constexpr int kPortion = 1000; // a copy of all entries of a large text would need too much memory
     QList<brannock::ReportEntry> filled;
     for (int i = 0; i < report.numEntry(); ++i) {
@@ -72,17 +72,9 @@ void ConversionCheck::addEntries(const ReportConversion &run, const brannock::Re
         }
         const brannock::ReportEntry &entry = filled.at(i % kPortion);
         outcome.entries += entry.isResult() ? 1 : 0;
-        const QList<EntryProblem> problems = m_check.problems(entry);
-        for (const EntryProblem &problem : problems) {
-            const bool isOfAll =
-                problem.kind == EntryProblem::Kind::MissingCal || problem.kind == EntryProblem::Kind::MissingAnalyst;
-            if (isOfAll && told.contains(problem.field))
-                continue;
-            told.insert(isOfAll ? problem.field : QString());
-            outcome.problems.append(
-                {entry.textLine, i + 1, problem.field, brannock::problemName(problem.kind), problem.text});
-        }
+        problems.add(entry, i + 1);
     }
+    outcome.problems += problems.problems();
 }
 
 } // namespace conversion

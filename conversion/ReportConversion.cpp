@@ -121,11 +121,26 @@ int ReportConversion::lineOfEntry(const brannock::Report &report, int entry)
     return line > 0 ? line : -1;
 }
 
+// The entries are in the order of their lines; those that the user has inserted have no line.
 int ReportConversion::entryOfLine(const brannock::Report &report, int line)
 {
-    const auto isFromLine = [line](const ReportEntry &entry) { return entry.textLine == line; };
-    const auto found = std::find_if(report.entries.begin(), report.entries.end(), isFromLine);
-    return line > 0 && found != report.entries.end() ? int(found - report.entries.begin()) : -1;
+    if (line <= 0)
+        return -1;
+    int low = 0;
+    int high = report.numEntry();
+    while (low < high) {
+        const int middle = low + (high - low) / 2;
+        int place = middle;
+        while (place < high && report[place].textLine == 0)
+            ++place;
+        if (place < high && report[place].textLine == line)
+            return place;
+        if (place < high && report[place].textLine < line)
+            low = place + 1;
+        else
+            high = middle;
+    }
+    return -1;
 }
 
 tarnwick::SuitePath ReportConversion::target() const

@@ -2,6 +2,7 @@
 
 #include "Messages.h"
 
+#include <brannock/ProblemCollector.h>
 #include <db/FieldAccess.h>
 #include <db/SqlText.h>
 #include <QFileInfo>
@@ -10,7 +11,6 @@
 namespace results {
 
 using namespace Qt::StringLiterals;
-using brannock::EntryProblem;
 using brannock::FileOutcome;
 using brannock::Report;
 using brannock::ReportEntry;
@@ -33,40 +33,11 @@ QJsonObject markOf(dao::Database &database, const Report &report)
             {u"outage"_s, cal.outage}, {u"sec"_s, cal.sec},       {u"cal"_s, cal.calNum}};
 }
 
-/// True if the problem is one of the file when all entries of a cal have it.
-bool concernsTheCal(const EntryProblem &problem)
-{
-    return problem.kind == EntryProblem::Kind::MissingCal ||
-           (problem.kind == EntryProblem::Kind::OutOfRange && problem.field == u"cal_num");
-}
-
 } // namespace
 
 Answer CheckPrompts::ask(Buttons buttons, const QString &, int)
 {
     return buttons == Buttons::OkCancel ? Answer::Ok : Answer::Yes;
-}
-
-QList<ReportProblem> reportProblems(const brannock::EntryCheck &check, const Report &report)
-{
-    QList<ReportProblem> problems;
-    QHash<QString, std::pair<qsizetype, int>> common; // place in problems, number of entries
-    for (int i = 0; i < report.numEntry(); ++i) {
-        for (const EntryProblem &problem : check.problems(report[i])) {
-            if (concernsTheCal(problem)) {
-                auto &[place, count] = common[problem.field + u'\t' + problem.text];
-                if (++count > 1)
-                    continue;
-                place = problems.size();
-            }
-            problems.append({0, i + 1, problem.field, brannock::problemName(problem.kind), problem.text});
-        }
-    }
-    for (const auto &[place, count] : std::as_const(common)) {
-        if (count > 1)
-            problems[place].text += u" (%1 entries)"_s.arg(count);
-    }
-    return problems;
 }
 
 UploadRun::UploadRun(db::DatabaseSession &session, const brannock::Project &project, Mode mode,
@@ -115,14 +86,13 @@ void UploadRun::addOutcome(const Report &report, const UploadSummary &summary)
                                         [](const ReportEntry &entry) { return entry.isResult(); }));
     outcome.stored = summary.completed ? summary.stored : 0;
     outcome.skipped = outcome.entries - outcome.stored;
-    outcome.problems = reportProblems(m_check, report);
+    brannock::ProblemCollector problems(m_check);
+    for (int i = 0; i < report.numEntry(); ++i)
+        problems.add(report[i], i + 1);
+    outcome.problems = problems.problems();
     for (const ReportProblem &problem : summary.problems) {
         // The reason why an entry cannot be stored is usually a problem that the check has found.
-        const bool isKnown = problem.kind == u"not stored" &&
-                             std::any_of(outcome.problems.begin(), outcome.problems.end(), [&](const auto &known) {
-                                 return known.entry == problem.entry || known.field == u"cal_num";
-                             });
-        if (!isKnown)
+        if (problem.kind != u"not stored" || !problems.hasProblem(problem.entry))
             outcome.problems.append(problem);
     }
     m_outcomes.append(outcome);

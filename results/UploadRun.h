@@ -63,10 +63,6 @@ private:
     QString m_failure;
 };
 
-/// Problems of the results in a report, as EntryCheck finds them. The same wrong value of a cal is one problem, however
-/// many entries have it.
-QList<brannock::ReportProblem> reportProblems(const brannock::EntryCheck &check, const brannock::Report &report);
-
 /// For an upload that the log shows as interrupted: whether its entries are in the database. Throws the engine's
 /// exceptions. Empty if the log does not tell.
 std::optional<bool> wasUploaded(dao::Database &database, const brannock::ReportLog::Entry &entry);

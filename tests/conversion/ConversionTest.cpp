@@ -273,6 +273,12 @@ TEST_F(ConversionTest, ACheckFindsWhatStoringWouldDo)
                                   u"stored 3 of 3"_s, u"0/0  same report"_s, u"3/3  short line"_s,
                                   u"1/1 analyst_id missing analyst"_s, u"stored 3 of 3"_s, u"0/0  cannot be read"_s,
                                   u"stored 0 of 0"_s}));
+    EXPECT_EQ(check.outcomes()[0].problems[1].text, u"The analyst is missing. (3 entries)");
+    edited.entries.insert(1, 3, {});
+    QList<int> entries;
+    for (const int line : {0, 1, 2, 3, 4})
+        entries.append(ReportConversion::entryOfLine(edited, line));
+    EXPECT_EQ(entries, QList<int>({-1, 0, 4, 5, -1}));
 }
 
 TEST_F(ConversionTest, StoreFillsWhatIsMissing)
