@@ -169,11 +169,24 @@ void QueryPage::check()
     const SqlCheck check = SqlCheck::of(m_setup.session.database(), m_sql->sql());
     const SqlCheck::Error problem = check.error.value_or(check.remark.value_or(SqlCheck::Error()));
     m_sql->markError(problem.part, problem.text);
-    m_problem->setText(problem.text.simplified());
     m_problem->setToolTip(problem.text);
+    showProblem();
     m_hasError = check.error.has_value();
     if (!check.error)
         showParameters(check.parameters);
+}
+
+/// Shows as much of the problem as there is room for; all of it is the tip.
+void QueryPage::showProblem()
+{
+    const QString text = m_problem->toolTip().simplified();
+    m_problem->setText(m_problem->fontMetrics().elidedText(text, Qt::ElideRight, m_problem->contentsRect().width()));
+}
+
+void QueryPage::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    showProblem();
 }
 
 void QueryPage::showError(const dao::SourceRange &where)

@@ -49,6 +49,9 @@ public:
     void showTransaction(bool isOpen);
     void setRunning(bool isRunning);
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 Q_SIGNALS:
     /// A quick-launch button was pressed.
     void launched(const QString &file);
@@ -57,6 +60,7 @@ private:
     void makeEditor();
     void makeStatusRow();
     void showParameters(const QList<dao::sql::Parameter> &parameters);
+    void showProblem();
     QString valueOf(const QString &parameter) const;
 
     QueryEditor::Setup m_setup;

@@ -91,7 +91,7 @@ inline void checkDialog(QWidget &dialog, const QString &name)
             qobject_cast<QAbstractSpinBox *>(part->parent()) || qobject_cast<QComboBox *>(part->parent());
         const bool isField = !isWithin && (button || qobject_cast<QComboBox *>(part) ||
                                            qobject_cast<QLineEdit *>(part) || qobject_cast<QAbstractSpinBox *>(part));
-        // A line for messages of any length shows all of it as its tip.
+        // A line for messages of any length has all of it as its tip.
         const bool isLine =
             label && label->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored && label->toolTip().size() > 0;
         if ((button && !button->text().isEmpty()) || (label && !label->text().isEmpty() && !isLine)) {
