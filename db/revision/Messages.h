@@ -44,7 +44,7 @@ inline constexpr Message kJetBackupKept{0, u"\n    The Jet file \"%U\", an earli
 inline constexpr Message kBackingUp{0, u"Backing up \"%S\" to \"%U\" ..."};
 inline constexpr Message kBackUp{1033, u"Could not back up \"%S\" to \"%U\".\nThe database is not converted."};
 inline constexpr Message kLockForConversion{
-    1043, u"Could not lock \"%U\" for the conversion.\nThe database is not converted."};
+    1093, u"Could not lock \"%U\" for the conversion.\nThe database is not converted."};
 inline constexpr Message kLockForRefresh{1044, u"Could not lock \"%U\".\nIts views and labels are as they were."};
 inline constexpr Message kConverting{0, u"Converting database ..."};
 inline constexpr Message kRefreshing{0, u"Checking tables, views and labels ..."};

@@ -143,7 +143,7 @@ TEST_F(BackupTest, WhileASecondProgramWritesNothingIsBackedUpOrConverted)
         session.workspace().beginTrans();
         db::executeSql(database(), u"UPDATE tubes SET is_marked = True"_s);
     }));
-    EXPECT_EQ(errors(), QStringList{u"1043 Could not lock \"%1\" for the conversion."_s.arg(path)});
+    EXPECT_EQ(errors(), QStringList{u"1093 Could not lock \"%1\" for the conversion."_s.arg(path)});
     EXPECT_EQ(informations(), QStringList());
     session.close();
     EXPECT_EQ(bytes(), before);
