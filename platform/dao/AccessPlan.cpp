@@ -223,7 +223,8 @@ bool isRead(const Explanation &explanation, const Explanation::Step &step)
 {
     const bool hasKeys = std::ranges::any_of(
         explanation.steps, [](const Explanation::Step &each) { return each.purpose == "keys of a dynaset"_L1; });
-    return step.purpose != "row of a dynaset"_L1 && !(hasKeys && step.purpose == "rows"_L1);
+    const bool isPart = step.purpose == "row of a dynaset"_L1 || step.purpose == "first page of a dynaset"_L1;
+    return !isPart && !(hasKeys && step.purpose == "rows"_L1);
 }
 
 } // namespace

@@ -99,7 +99,9 @@ private:
         }
         add(u"rows"_s, plan.fullSql);
         if (plan.keyed) {
-            add(u"keys of a dynaset"_s, plan.keySql);
+            if (!plan.sortedKeySql.isEmpty())
+                add(u"first page of a dynaset"_s, plan.keySql);
+            add(u"keys of a dynaset"_s, plan.sortedKeySql.isEmpty() ? plan.keySql : plan.sortedKeySql);
             add(u"row of a dynaset"_s, plan.rowSql);
         }
     }

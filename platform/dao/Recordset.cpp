@@ -31,7 +31,7 @@ void Recordset::open(Type type, const QString &sql)
     m_impl->open(type, sql);
 }
 
-void Recordset::open(Type type, const QueryDef &query)
+void Recordset::open(Type type, const QueryDef &query, const FoundListener &listener)
 {
     m_impl->close();
     m_impl->type = type;
@@ -39,7 +39,7 @@ void Recordset::open(Type type, const QueryDef &query)
     definition->compiled = query.m_impl->compiled;
     definition->generation = query.m_impl->generation;
     definition->parameters = query.m_impl->parameters;
-    m_impl->openQuery(std::move(definition));
+    m_impl->openQuery(std::move(definition), listener);
 }
 
 void Recordset::close()

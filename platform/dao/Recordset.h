@@ -1,4 +1,5 @@
 #pragma once
+#include "FindingRows.h"
 #include "QueryDef.h"
 
 #include <QByteArray>
@@ -27,7 +28,8 @@ public:
     /// sql: a SELECT statement, or the name of a table or stored query. Moves to the first row, if there is one.
     void open(Type type, const QString &sql);
     /// Copies the parameter values of the definition. Errors: 3061 if one has no value, 3219 for an action statement.
-    void open(Type type, const QueryDef &query);
+    /// listener: called while the rows of a dynaset are being found.
+    void open(Type type, const QueryDef &query, const FoundListener &listener = {});
     void close();
     bool isOpen() const;
 

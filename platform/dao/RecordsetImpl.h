@@ -12,10 +12,11 @@ struct RecordsetImpl
 
     // Opening (RecordsetOpen.cpp)
     void open(RecordsetType asked, const QString &text);
-    void openQuery(std::unique_ptr<QueryDefImpl> definition);
+    void openQuery(std::unique_ptr<QueryDefImpl> definition, const FoundListener &listener = {});
     void openTable(const TableInfo &table);
-    void run();
-    void runOnce();
+    void run(const FoundListener &listener = {});
+    void runOnce(const FoundListener &listener);
+    void findRows(const sql::SelectPlan &plan, const FoundListener &listener);
     void close();
     void prepareWriting();
 

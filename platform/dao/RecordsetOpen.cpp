@@ -5,6 +5,8 @@
 #include <dao/store/ErrorTranslation.h>
 #include <dao/store/ValueBinding.h>
 
+#include <QScopeGuard>
+
 using namespace Qt::StringLiterals;
 
 namespace dao {
@@ -63,7 +65,7 @@ void RecordsetImpl::openTable(const TableInfo &table)
     prepareWriting();
 }
 
-void RecordsetImpl::openQuery(std::unique_ptr<QueryDefImpl> definition)
+void RecordsetImpl::openQuery(std::unique_ptr<QueryDefImpl> definition, const FoundListener &listener)
 {
     store::SourceScope scope(db->connection, kSource);
     query = std::move(definition);
@@ -75,25 +77,23 @@ void RecordsetImpl::openQuery(std::unique_ptr<QueryDefImpl> definition)
         }
         if (!query->ensureCompiled().returnsRows())
             throw store::engineError(error::InvalidOperation, kSource);
-        run();
+        run(listener);
     } catch (...) {
         close();
         throw;
     }
 }
 
-void RecordsetImpl::run()
+void RecordsetImpl::run(const FoundListener &listener)
 {
     try {
-        runOnce();
+        runOnce(listener);
     } catch (const DaoException &exception) {
         query->rethrowWithPlace(exception);
     }
 }
 
-// Compiles, runs and chooses the row source: a snapshot reads forward, a result with keys is read by key, any other
-// result is copied to the scratch database.
-void RecordsetImpl::runOnce()
+void RecordsetImpl::runOnce(const FoundListener &listener)
 {
     store::SourceScope scope(db->connection, kSource);
     query->compileForRun();
@@ -108,9 +108,6 @@ void RecordsetImpl::runOnce()
     forward.reset();
     writers.clear();
     lastModified.clear();
-    loadedRow = -1;
-    onDeleted = false;
-    row = 0;
     columns = plan.columns;
     places.clear();
     sources = plan.sources;
@@ -118,22 +115,38 @@ void RecordsetImpl::runOnce()
     stamp = nextStamp();
     if (plan.updatable() && (db->connection.isReadOnly() || type == RecordsetType::Snapshot))
         whyNot = sql::NotUpdatable::ReadOnlyDatabase;
+    prepareWriting();
+    moveTo(0);
     db->connection.clearCancel();
+    auto dropping = qScopeGuard([this] {
+        rows.reset();
+        keyed = nullptr;
+    });
+    findRows(plan, listener);
+    dropping.dismiss();
+    moveTo(0); // the listener has moved
+}
+
+// Chooses the row source: a snapshot reads forward, a result with keys is read by key, any other result is copied to
+// the scratch database.
+void RecordsetImpl::findRows(const sql::SelectPlan &plan, const FoundListener &listener)
+{
     if (type == RecordsetType::Snapshot) {
         forward = std::make_unique<ForwardRows>(*db, plan, query->parameters);
     } else if (type == RecordsetType::Dynaset && plan.keyed && !plan.sources.isEmpty()) {
         auto keys = std::make_unique<KeyedRows>(*db, plan, query->parameters);
         keyed = keys.get();
         rows = std::move(keys);
+        keyed->find(listener);
     } else if (type == RecordsetType::Dynaset) {
         store::Statement all(db->connection, plan.fullSql, store::Access::User);
         for (int i = 0; i < qMin(all.parameterCount(), int(query->parameters.size())); ++i)
             store::bindValue(all, i + 1, query->parameters[i]);
         auto result = std::make_unique<MaterialisedRows>(*db, typesOf(plan.columns));
-        result->fill(all);
+        MaterialisedRows &copies = *result;
         rows = std::move(result);
+        copies.fill(all, db->connection.progress(), listener);
     }
-    prepareWriting();
 }
 
 void RecordsetImpl::close()

@@ -55,21 +55,42 @@ KeyedRows::KeyedRows(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<
     , m_width(size_t(plan.sources.size()))
     , m_row(prepared(plan.rowSql))
     , m_sources(plan.sources)
+    , m_keySql(plan.keySql)
+    , m_sortedKeySql(plan.sortedKeySql)
     , m_addedKeySql(plan.addedKeySql)
     , m_addedRowSql(plan.addedRowSql)
 {
-    store::Statement walk = prepared(plan.keySql);
-    tarnwick::Progress *progress = db.connection.progress();
-    constexpr qint64 kRowsPerReport = 1 << 16;
+}
+
+void KeyedRows::find(const FoundListener &listener)
+{
     qint64 rows = 0;
-    while (walk.step()) {
-        for (size_t i = 0; i < m_width; ++i)
-            m_keys.push_back(keyIn(walk, i));
-        if (++rows % kRowsPerReport == 0 && progress)
-            progress->report(rows, 0, u"Finding rows"_s);
+    FindingRows finding(m_db.connection.progress(), listener, [&] { m_live = LiveRows(rows); });
+    const bool isSorted = !m_sortedKeySql.isEmpty();
+    // In the order of an index the first rows are found at once; sorting all of them is quicker in the end.
+    store::Statement walk = prepared(isSorted && !listener ? m_sortedKeySql : m_keySql);
+    const qint64 first = isSorted && listener ? FindingRows::kPage : std::numeric_limits<qint64>::max();
+    while (rows < first && walk.step()) {
+        take(walk);
+        finding.found(++rows);
+    }
+    if (rows == first) {
+        store::Statement sorted = prepared(m_sortedKeySql);
+        for (qint64 known = 0; sorted.step(); ++known) {
+            if (known < first)
+                continue;
+            take(sorted);
+            finding.found(++rows);
+        }
     }
     m_keys.shrink_to_fit();
-    m_live = LiveRows(qint64(m_keys.size() / m_width));
+    m_live = LiveRows(rows);
+}
+
+void KeyedRows::take(const store::Statement &walk)
+{
+    for (size_t i = 0; i < m_width; ++i)
+        m_keys.push_back(m_sources[qsizetype(i)].nullable ? keyIn(walk, i) : walk.integer(int(i)));
 }
 
 // Missing keys are bound as Null, which rowSql turns into Null cells.
@@ -147,6 +168,7 @@ MaterialisedRows::MaterialisedRows(DatabaseImpl &db, const std::vector<CellType>
         columns.append(u"c%1"_s.arg(i));
     // Columns are declared without a type, so SQLite applies no type affinity and stores every value unchanged.
     m_scratch.run(u"CREATE TABLE "_s + m_table + u" ("_s + columns.join(u", "_s) + u')');
+    m_row = store::Statement(m_scratch, u"SELECT * FROM "_s + m_table + u" WHERE rowid = ?1"_s);
 }
 
 MaterialisedRows::~MaterialisedRows()
@@ -162,12 +184,15 @@ MaterialisedRows::~MaterialisedRows()
 }
 
 // One transaction for all rows; one per row would be slower.
-void MaterialisedRows::fill(store::Statement &statement)
+void MaterialisedRows::fill(store::Statement &statement, tarnwick::Progress *progress, const FoundListener &listener)
 {
     store::Savepoint savepoint(m_scratch);
-    m_count += store::copyRows(statement, m_scratch, m_table);
+    FindingRows finding(progress, listener);
+    store::copyRows(statement, m_scratch, m_table, {}, [&](qint64 rows) {
+        m_count = rows;
+        finding.found(rows);
+    });
     savepoint.release();
-    m_row = store::Statement(m_scratch, u"SELECT * FROM "_s + m_table + u" WHERE rowid = ?1"_s);
 }
 
 bool MaterialisedRows::read(qint64 row, std::vector<Value> &cells)

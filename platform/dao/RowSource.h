@@ -1,5 +1,6 @@
 #pragma once
 #include "DatabaseImpl.h"
+#include "FindingRows.h"
 #include "KeyList.h"
 #include "LiveRows.h"
 
@@ -36,8 +37,11 @@ public:
     /// Stored instead of a key on the null-supplied side of an outer join.
     static constexpr qint64 kAbsent = std::numeric_limits<qint64>::min();
 
+    /// There are no rows before find().
     KeyedRows(DatabaseImpl &db, const sql::SelectPlan &plan, const QList<Value> &parameters);
 
+    /// Finds the keys of all rows.
+    void find(const FoundListener &listener);
     qint64 count() const override { return m_live.count(); }
     bool read(qint64 row, std::vector<Value> &cells) override;
     std::span<const qint64> keys(qint64 row) const { return keysAt(m_live.slotAt(row)); }
@@ -58,6 +62,7 @@ private:
     std::span<const qint64> keysAt(qint64 slot) const { return {m_keys.data() + size_t(slot) * m_width, m_width}; }
 
     void append(std::span<const qint64> keys);
+    void take(const store::Statement &walk);
     store::Statement prepared(const QString &sql) const;
     bool isOutsideJoin(std::span<const qint64> keys) const;
 
@@ -65,6 +70,8 @@ private:
     LiveRows m_live;
     store::Statement m_row;
     QList<sql::KeySource> m_sources;
+    QString m_keySql;
+    QString m_sortedKeySql;
     QString m_addedKeySql;
     QString m_addedRowSql;
     std::optional<store::Statement> m_addedRow; ///< prepared when the first row exists that the join did not return
@@ -80,7 +87,7 @@ public:
     MaterialisedRows &operator=(const MaterialisedRows &) = delete;
 
     /// Copies the current row of the statement, if there is one, and all following rows.
-    void fill(store::Statement &statement);
+    void fill(store::Statement &statement, tarnwick::Progress *progress = nullptr, const FoundListener &listener = {});
     qint64 count() const override { return m_count; }
     bool read(qint64 row, std::vector<Value> &cells) override;
 

@@ -250,7 +250,8 @@ QByteArray Statement::bytes(int column) const
     return QByteArray(data, sqlite3_column_bytes(m_statement, column));
 }
 
-qint64 copyRows(Statement &from, Connection &to, const QString &table, const QStringList &places)
+qint64 copyRows(Statement &from, Connection &to, const QString &table, const QStringList &places,
+                const std::function<void(qint64)> &copied)
 {
     const int columns = from.columnCount();
     const QStringList terms = places.isEmpty() ? QStringList(columns, QStringLiteral("?")) : places;
@@ -261,6 +262,8 @@ qint64 copyRows(Statement &from, Connection &to, const QString &table, const QSt
             insert.bindColumn(i + 1, from, i);
         insert.run();
         ++rows;
+        if (copied)
+            copied(rows);
     }
     return rows;
 }

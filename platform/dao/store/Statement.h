@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -73,8 +74,9 @@ private:
 };
 
 /// Copies the current row of a statement, if there is one, and all following rows to a table with the same number of
-/// columns; values are stored unchanged. The table name is quoted. places, if given, are the terms of VALUES. Returns
-/// the number of rows.
-qint64 copyRows(Statement &from, Connection &to, const QString &table, const QStringList &places = {});
+/// columns; values are stored unchanged. The table name is quoted. places, if given, are the terms of VALUES. copied is
+/// called after each row. Returns the number of rows.
+qint64 copyRows(Statement &from, Connection &to, const QString &table, const QStringList &places = {},
+                const std::function<void(qint64 rows)> &copied = {});
 
 } // namespace dao::store

@@ -195,6 +195,7 @@ private:
     // Plans.cpp
     void planColumns(SelectPlan &plan, const bound::Query &query) const;
     void planKeys(SelectPlan &plan, const bound::Select &select);
+    static bool isOrderedInPart(const bound::Select &select);
     void planAddedRows(SelectPlan &plan, const bound::Select &select, const bound::Source &addedTo);
     QString rowText(const bound::Select &select, const std::vector<const bound::Source *> &sources, bool anyAbsent);
 
@@ -212,6 +213,7 @@ private:
     QList<int> m_positions;
     QList<dao::sql::Parameter> m_parameters;
     QSet<int> m_grouped;                 ///< source numbers
+    bool m_isIndexed = true;             ///< false: the tables of FROM are read without an index
     std::optional<QStringList> m_common; ///< WITH entries "name AS (query)" of the text that is being generated
     /// Tests in a condition that treats false and unknown alike, with the select of the condition.
     QHash<const bound::InQuery *, const bound::Select *> m_tests;

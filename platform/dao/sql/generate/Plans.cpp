@@ -67,6 +67,44 @@ void Generator::planColumns(SelectPlan &plan, const Query &query) const
     }
 }
 
+namespace {
+
+/// Number of keys of the order, from the first, that the index gives, forwards or backwards.
+size_t keysOrderedBy(const IndexInfo &index, const Select &select)
+{
+    size_t ordered = 0;
+    for (; ordered < select.order.size() && ordered < size_t(index.fields.size()); ++ordered) {
+        const OrderKey &key = select.order[ordered];
+        const auto *field = key.expr->as<bound::FieldRef>();
+        const IndexField &indexed = index.fields[qsizetype(ordered)];
+        const bool isBackwards = select.order.front().descending != index.fields.front().descending;
+        if (!field || field->source->table->fields[field->field].name.compare(indexed.name, Qt::CaseInsensitive) != 0 ||
+            (key.descending != indexed.descending) != isBackwards)
+            break;
+    }
+    return ordered;
+}
+
+} // namespace
+
+// Whether SQLite would read all rows of one table by an index and sort only the rows that are equal in the index. One
+// field of many equal values is left out: sorting its rows would take as long as sorting all.
+bool Generator::isOrderedInPart(const Select &select)
+{
+    if (select.sources.size() != 1 || !select.sources.front()->table || select.where || select.top ||
+        select.aggregated || select.distinct || !select.rowSources.empty())
+        return false;
+    bool isInPart = false;
+    for (const IndexInfo &index : select.sources.front()->table->indexes) {
+        const size_t ordered = keysOrderedBy(index, select);
+        if (ordered == select.order.size())
+            return false;
+        isInPart = isInPart || (ordered == size_t(index.fields.size()) && ordered > 1);
+    }
+    return isInPart &&
+           std::ranges::all_of(select.order, [](const OrderKey &key) { return key.expr->as<bound::FieldRef>(); });
+}
+
 // The row keys in the order of the result, for a dynaset.
 //     SELECT u.e, v.b FROM u INNER JOIN v ON u.k = v.a
 //     SELECT _s1."rowid", _s2."rowid" FROM "u" AS _s1 JOIN "v" AS _s2 ON _s1."k" = _s2."a" ORDER BY _s1."rowid",
@@ -74,6 +112,11 @@ void Generator::planColumns(SelectPlan &plan, const Query &query) const
 void Generator::planKeys(SelectPlan &plan, const Select &select)
 {
     plan.keySql = withCommon([&] { return selectText(select, Shape::Keys); });
+    if (isOrderedInPart(select)) {
+        m_isIndexed = false;
+        plan.sortedKeySql = withCommon([&] { return selectText(select, Shape::Keys); });
+        m_isIndexed = true;
+    }
     const std::vector<const Source *> sources = keySources(select);
     for (const Source *source : sources) {
         KeySource key;

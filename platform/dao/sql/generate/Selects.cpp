@@ -379,7 +379,7 @@ QString Generator::leafText(const Source &source)
     if (m_grouped.contains(source.number))
         return u"(SELECT "_s + quotedName(source.table->keyColumn) + u" AS "_s + m_target.keyPrefix + u", * FROM "_s +
                quotedName(source.table->name) + u") AS "_s + aliasOf(source);
-    return quotedName(source.table->name) + u" AS "_s + aliasOf(source);
+    return quotedName(source.table->name) + u" AS "_s + aliasOf(source) + (m_isIndexed ? QString() : u" NOT INDEXED"_s);
 }
 
 QString Generator::orderKeyText(const OrderKey &key)

@@ -96,6 +96,9 @@ struct SelectPlan
     /// Returns only the keys of the sources (one integer column each) for all rows, in the requested order, else in
     /// table order.
     QString keySql;
+    /// Set if an index gives the requested order only in part: reads and sorts the whole table, so that all keys are
+    /// found in about half the time, but none of them soon. Else empty.
+    QString sortedKeySql;
     /// Returns the select list of the row with the given keys.
     QString rowSql;
     /// For rows added to an updatable join, else empty: returns the keys of the join's rows (one or none) in which the
