@@ -55,6 +55,11 @@ inline constexpr Message kExpandedMacros{0, u"Expanded macros."};
 inline constexpr Message kTemplate{0, u"Template."};
 inline constexpr Message kRowsChanged{0, u"Rows changed: %D."};
 inline constexpr Message kStatementOf{0, u"Statement %d of %d."};
+inline constexpr Message kStopped{0, u"Stopped."};
+inline constexpr Message kStoppedAfter{0, u"Stopped; %D rows are dropped."};
+inline constexpr Message kRowsFromBefore{0, u"The rows of the last run are shown."};
+inline constexpr Message kAskDropRows{0, u"Inserted rows are not stored yet:\n\n%S\n\n"
+                                         u"Do you wish to give them up?"};
 inline constexpr Message kNoTextEditor{0, u"The system has no program for \"%S\"."};
 inline constexpr Message kReadVersions{0, u"Could not read the former texts of the queries."};
 inline constexpr Message kExplain{0, u"Could not explain the statement."};

@@ -41,7 +41,7 @@ bool QueryEditor::commit()
         if (answer == Answer::Yes && !(m_document.isFile() ? save() : storeQuery()))
             return false;
     }
-    if (!m_transaction.commit())
+    if (!askToDropRows(m_result, prompts()) || !m_transaction.commit())
         return false;
     m_stored.clear();
     return true;
@@ -49,7 +49,7 @@ bool QueryEditor::commit()
 
 bool QueryEditor::cancel()
 {
-    if (!askToSave())
+    if (!askToSave() || !askToDropRows(m_result, prompts()))
         return false;
     if (m_transaction.changeCount() > 0 &&
         prompts().question(tarnwick::Buttons::NoYes, messages::kAskUndoChanges, m_transaction.changeCount(),

@@ -8,6 +8,8 @@
 
 namespace query {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 Execution ended(Execution::Outcome outcome, int affected = 0, double seconds = -1)
@@ -50,7 +52,7 @@ Execution executeStatement(db::DatabaseSession &session, QueryContext &context, 
             dao::QueryDef query(session.database(), sql);
             if (!query.returnsRows())
                 execution = runAction(session, context, name, query, result, progress);
-            else if (result.run(name, query, progress))
+            else if (askToDropRows(result, session.prompts()) && result.run(name, query, progress))
                 execution = ended(Execution::Outcome::Rows, 0, result.elapsed());
             else
                 execution = ended(Execution::Outcome::Cancelled);
@@ -62,6 +64,18 @@ Execution executeStatement(db::DatabaseSession &session, QueryContext &context, 
     if (attemptCancellable(session.prompts(), run, messages::kExecute) == tarnwick::Outcome::Cancelled)
         execution = ended(Execution::Outcome::Cancelled);
     return execution;
+}
+
+bool askToDropRows(const QueryResult &result, tarnwick::UserPrompts &prompts)
+{
+    constexpr int kMostShown = 20;
+    QStringList lines;
+    for (const qint64 row : result.unfinishedRows().mid(0, kMostShown)) {
+        const QString lacking = result.lackingFields(row).join(u", "_s);
+        lines.append(u"row %1"_s.arg(row + 1) + (lacking.isEmpty() ? QString() : u": no value for "_s + lacking));
+    }
+    return lines.isEmpty() || prompts.question(tarnwick::Buttons::NoYes, messages::kAskDropRows, lines.join(u'\n')) ==
+                                  tarnwick::Answer::Yes;
 }
 
 ExecutionStatus executionStatus(const Execution &execution, const QueryResult &result)

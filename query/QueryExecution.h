@@ -25,6 +25,9 @@ struct Execution
 Execution executeStatement(db::DatabaseSession &session, QueryContext &context, const QString &name, const QString &sql,
                            QueryResult &result, tarnwick::Progress *progress = nullptr);
 
+/// If inserted rows of the result are not stored yet, asks whether they are given up. Returns false if not.
+bool askToDropRows(const QueryResult &result, tarnwick::UserPrompts &prompts);
+
 /// Text of the editor's message line and of the field beside it, after an execution that has not failed.
 struct ExecutionStatus
 {

@@ -10,6 +10,7 @@
 #include <db/FieldAccess.h>
 #include <db/ValueText.h>
 #include <QElapsedTimer>
+#include <QScopedValueRollback>
 #include <QScopeGuard>
 
 namespace query {
@@ -18,6 +19,16 @@ using namespace Qt::StringLiterals;
 
 /// The engine's number for a record that another program has changed during an edit.
 static constexpr int kDataChanged = 3197;
+
+/// What one run has found.
+struct QueryResult::Found
+{
+    QString name = {};
+    QList<db::ColumnFormat> columns = {};
+    std::unique_ptr<dao::Recordset> recordset = {};
+    std::unique_ptr<RowMap> rows = {};
+    quint64 run = 0;
+};
 
 QueryResult::QueryResult(db::DatabaseSession &session, QueryContext &context)
     : m_session(&session)
@@ -57,38 +68,69 @@ bool QueryResult::run(const QString &name, dao::QueryDef &query, tarnwick::Progr
     try {
         const ReadPause pause(*this);
         const dao::ProgressScope cancellable(m_session->database(), progress);
-        build(query);
+        build(name, query);
     } catch (const tarnwick::Cancelled &) {
         clearing.dismiss(); // whoever stops a query goes on with the rows from before
         m_elapsed = before;
         throw;
     }
     clearing.dismiss();
-    m_name = name;
     constexpr double kNanoseconds = 1e9;
     m_elapsed = double(timer.nsecsElapsed()) / kNanoseconds;
     return true;
 }
 
-void QueryResult::build(dao::QueryDef &query)
+void QueryResult::build(const QString &name, dao::QueryDef &query)
 {
-    auto recordset = std::make_unique<dao::Recordset>(m_session->database());
-    recordset->open(dao::Recordset::Type::Dynaset, query);
-    // Columns of the opened record set: those of a crosstab depend on its data at that moment.
-    QList<db::ColumnFormat> columns;
-    for (int i = 0; i < recordset->fieldCount(); ++i)
-        columns.append(m_context->formats.formatOf(recordset->field(i)));
-    auto rows = std::make_unique<RowMap>(recordset->recordCount());
-    m_columns.swap(columns);
-    m_rows.swap(rows);
-    m_recordset.swap(recordset);
+    Found other;
+    other.name = name;
+    other.recordset = std::make_unique<dao::Recordset>(m_session->database());
+    other.run = ++m_runs;
+    dao::Recordset &recordset = *other.recordset;
+    bool isTaken = false;
+    const auto take = [&] {
+        if (!isTaken) {
+            // Columns of the opened record set: those of a crosstab depend on its data at that moment.
+            for (int i = 0; i < recordset.fieldCount(); ++i)
+                other.columns.append(m_context->formats.formatOf(recordset.field(i)));
+            other.rows = std::make_unique<RowMap>(0);
+            exchange(other);
+            isTaken = true;
+        }
+        m_rows->setCount(recordset.recordCount());
+    };
+    const auto showFound = [&] {
+        take();
+        const QScopedValueRollback shown(m_isFoundShown, true);
+        m_found();
+    };
+    try {
+        recordset.open(dao::Recordset::Type::Dynaset, query,
+                       m_found ? dao::FoundListener(showFound) : dao::FoundListener());
+    } catch (...) {
+        if (isTaken)
+            exchange(other);
+        throw;
+    }
+    take();
     m_place = -1;
-    close(std::move(recordset));
+    close(std::move(other.recordset));
+}
+
+void QueryResult::exchange(Found &found)
+{
+    m_name.swap(found.name);
+    m_columns.swap(found.columns);
+    m_recordset.swap(found.recordset);
+    m_rows.swap(found.rows);
+    std::swap(m_run, found.run);
+    m_place = -1;
 }
 
 void QueryResult::clear()
 {
     m_rows = std::make_unique<RowMap>(0);
+    m_run = ++m_runs;
     m_place = -1;
     m_columns.clear();
     close(std::move(m_recordset));
@@ -131,7 +173,7 @@ void QueryResult::moveTo(qint64 place) const
 
 dao::Value QueryResult::value(qint64 row, int column) const
 {
-    if (isPaused())
+    if (!isReadable())
         return dao::Value::null();
     const qint64 id = m_rows->id(row);
     if (RowMap::isInserted(id))
@@ -291,9 +333,9 @@ bool QueryResult::isUnfinished(qint64 row) const
     return RowMap::isInserted(m_rows->id(row));
 }
 
-int QueryResult::unfinishedRows() const
+QList<qint64> QueryResult::unfinishedRows() const
 {
-    return m_rows->insertedWithValues();
+    return m_rows->unfinished();
 }
 
 bool QueryResult::deleteRow(qint64 row)

@@ -31,9 +31,16 @@ public:
     /// Clears rows and columns and closes the record set. A failure is reported (1076).
     void clear();
 
-    /// While it lives, cells of the result read as Null: a statement runs on the database, and its progress lets
-    /// windows repaint, but the engine is busy. run() uses it itself; everyone else who runs a statement while the
-    /// result is shown does too.
+    /// Called by run() while rows are still being found: the result then has the columns of the new run and the rows
+    /// found so far, whose cells can be read until the listener returns. If the run is stopped, the rows from before
+    /// come back.
+    void setFoundListener(const std::function<void()> &listener) { m_found = listener; }
+    /// A number for the columns and rows that the result has now: run() and clear() give it another one.
+    quint64 runNumber() const { return m_run; }
+
+    /// While it lives, a statement runs on the database: its progress lets windows repaint, but the engine is busy, so
+    /// nothing can be changed and cells read as Null. run() uses it itself; everyone else who runs a statement while
+    /// the result is shown does too.
     class ReadPause
     {
     public:
@@ -50,6 +57,8 @@ public:
         QueryResult &m_result;
     };
     bool isPaused() const { return m_pauses > 0; }
+    /// Whether cells have their values: always while nothing runs, and within the listener of found rows.
+    bool isReadable() const { return !isPaused() || m_isFoundShown; }
 
     const QString &name() const { return m_name; }
     /// Seconds of the run that found the rows; -1 if there was none.
@@ -96,15 +105,18 @@ public:
     void insertRow(qint64 position);
     /// Whether the row was inserted and has no record yet.
     bool isUnfinished(qint64 row) const;
-    /// Number of inserted rows with values that have no record yet.
-    int unfinishedRows() const;
+    /// Inserted rows with values that have no record yet.
+    QList<qint64> unfinishedRows() const;
     /// Names of the required fields for which an inserted row has no value yet.
     QStringList lackingFields(qint64 row) const;
 
 private:
     class RowMap;
+    struct Found;
 
-    void build(dao::QueryDef &query);
+    void build(const QString &name, dao::QueryDef &query);
+    /// Puts it in place of what the result has, and that into it.
+    void exchange(Found &found);
     void close(std::unique_ptr<dao::Recordset> recordset);
     void moveTo(qint64 place) const;
     bool editRecord(qint64 place, int column, const QString &text, const QList<dao::Value> &seen);
@@ -123,8 +135,12 @@ private:
     std::unique_ptr<dao::Recordset> m_recordset;
     std::unique_ptr<RowMap> m_rows;
     ChangeListener *m_listener = nullptr;
+    std::function<void()> m_found;
     mutable qint64 m_place = -1; ///< position of the record set; -1 if unknown
+    quint64 m_run = 0;
+    quint64 m_runs = 0;
     int m_pauses = 0;
+    bool m_isFoundShown = false; ///< within m_found
 };
 
 } // namespace query

@@ -66,8 +66,11 @@ QString ResultGrid::text(int row, int column) const
     if (!has(row, column))
         return {};
     Shown &shown = shownCell(row, column);
-    if (m_result.isPaused())
-        return shown.row == row && shown.column == column ? shown.text : QString();
+    if (!m_result.isReadable()) {
+        const bool isShown = shown.row == row && shown.column == column;
+        m_hasBlanks = m_hasBlanks || !isShown;
+        return isShown ? shown.text : QString();
+    }
     shown.row = row;
     shown.column = column;
     try {
@@ -79,9 +82,15 @@ QString ResultGrid::text(int row, int column) const
     }
 }
 
+void ResultGrid::forgetShown()
+{
+    m_shown.assign(kShownCells, {});
+    m_hasBlanks = false;
+}
+
 QVariant ResultGrid::value(int row, int column) const
 {
-    if (!has(row, column) || m_result.isPaused())
+    if (!has(row, column) || !m_result.isReadable())
         return {};
     try {
         return ResultSource::value(row, column);
@@ -96,7 +105,7 @@ QVariant ResultGrid::value(int row, int column) const
 // whyNotEditable() and setText() tell about it.
 QString ResultGrid::editText(int row, int column) const
 {
-    if (!has(row, column) || m_result.isPaused())
+    if (!has(row, column) || !m_result.isReadable())
         return {};
     try {
         const dao::Value value = m_result.value(row, column);
@@ -113,7 +122,7 @@ tarnwick::RowColours ResultGrid::colours(int row) const
 
 QString ResultGrid::tip(int row, int column) const
 {
-    if (!has(row, column) || m_result.isPaused())
+    if (!has(row, column) || !m_result.isReadable())
         return {};
     if (m_result.isUnfinished(row)) {
         const QStringList lacking = m_result.lackingFields(row);

@@ -1,6 +1,7 @@
 #pragma once
 #include "ResultSource.h"
 
+#include <utility>
 #include <vector>
 
 namespace query {
@@ -39,6 +40,11 @@ public:
     /// After the first failure the rest of the work changes nothing.
     void asOneChange(const std::function<void()> &work) override;
 
+    /// Call before the rows of another run are shown.
+    void forgetShown();
+    /// Whether a cell was shown without its text since the last call, because the result could not be read.
+    bool takeBlanks() { return std::exchange(m_hasBlanks, false); }
+
     /// Number of columns from the left that say which tube a row belongs to: "sec", "row", "col".
     int addressColumns() const;
 
@@ -67,6 +73,7 @@ private:
     bool m_isGrouped = false; ///< within asOneChange()
     bool m_isStopped = false; ///< it has failed
     mutable std::vector<Shown> m_shown;
+    mutable bool m_hasBlanks = false;
 };
 
 } // namespace query

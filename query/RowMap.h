@@ -19,6 +19,8 @@ public:
     {
     }
 
+    /// Call while rows are being found, before any change.
+    void setCount(qint64 count) { m_count = count; }
     qint64 count() const { return m_parted ? qint64(m_ids.size()) : m_count; }
     qint64 id(qint64 row) const { return m_parted ? m_ids[size_t(row)] : row; }
     static bool isInserted(qint64 id) { return id < 0; }
@@ -73,7 +75,15 @@ public:
     /// Values typed so far into an inserted row.
     Values &values(qint64 row) { return m_values[id(row)]; }
     const Values values(qint64 row) const { return m_values.value(id(row)); }
-    int insertedWithValues() const { return int(m_values.size()); }
+    /// Inserted rows with values.
+    QList<qint64> unfinished() const
+    {
+        QList<qint64> rows;
+        for (size_t row = 0; !m_values.isEmpty() && row < m_ids.size(); ++row)
+            if (m_values.contains(m_ids[row]))
+                rows.append(qint64(row));
+        return rows;
+    }
 
 private:
     void part()

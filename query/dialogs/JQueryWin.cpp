@@ -51,8 +51,10 @@ JQueryWin::~JQueryWin()
 void JQueryWin::rebuild()
 {
     keepWidths();
+    m_rows.forgetShown();
     setSource(&m_rows);
     setFrozenColumns(m_rows.addressColumns());
+    m_shownRun = m_result->runNumber();
     m_shownName = m_result->name();
     m_shownColumns.clear();
     for (int i = 0; i < m_result->columnCount(); ++i)
@@ -60,6 +62,19 @@ void JQueryWin::rebuild()
     restoreWidths();
     m_shownWidths = columnWidths();
     showFigures({});
+}
+
+void JQueryWin::refresh()
+{
+    if (m_result->runNumber() != m_shownRun) {
+        rebuild();
+        return;
+    }
+    grid().noteAppended();
+    refreshActions();
+    // A statement can also have changed the rows that are shown.
+    if (m_rows.takeBlanks() || !m_result->isPaused())
+        viewport()->update();
 }
 
 bool JQueryWin::exportTo(const QString &machinePath)

@@ -9,8 +9,8 @@
 
 namespace query {
 
-/// The table of a query's rows. Shows a million rows as soon as their keys are known; its owner calls rebuild() after
-/// each run. Columns that the user has widened keep their width for this query.
+/// The table of a query's rows. Its owner calls refresh() after each run, and while a run finds rows. Columns that the
+/// user has widened keep their width for this query.
 class JQueryWin : public tarnwick::JTableWin
 {
     Q_OBJECT
@@ -28,6 +28,8 @@ public:
 
     /// Call after every run, also after one that failed or was stopped: shows the columns and the first row.
     void rebuild();
+    /// The same if the result is that of another run than the one shown; if not, shows rows found since.
+    void refresh();
 
     /// Sum, mean, least, largest and number of the marked cells (MarkedCells::text()); empty for fewer than two.
     const QString &figures() const { return m_figures; }
@@ -70,6 +72,7 @@ private:
     QTimer m_figuresTimer;
     std::optional<MarkedCells> m_marked; ///< being read
     QString m_figures;
+    quint64 m_shownRun = 0;     ///< QueryResult::runNumber()
     QString m_shownName;        ///< query whose columns are shown
     QStringList m_shownColumns; ///< their names
     QList<int> m_shownWidths;   ///< widths before the user changed them

@@ -5,12 +5,16 @@
 #include <db/FieldDefinition.h>
 #include <query/ButtonGrid.h>
 #include <query/gui/SqlFindBar.h>
+#include <query/Messages.h>
+#include <tarnwick/gui/Guarded.h>
+#include <tarnwick/gui/StateKeeper.h>
 #include <tarnwick/gui/TableText.h>
 
 #include <QApplication>
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSplitter>
 #include <QStyle>
@@ -23,6 +27,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kParameterWidth = 230;
+constexpr int kStatementsCharacters = 24;
+const QString kZoom = u"sqlEditor/zoom"_s;
+constexpr int kLeastZoom = -8;
+constexpr int kMostZoom = 20;
 
 } // namespace
 
@@ -35,6 +43,7 @@ QueryPage::QueryPage(const QueryEditor::Setup &setup, QueryResult &result, Table
     , m_parameters(new QTreeWidget)
     , m_problem(new QLabel)
     , m_table(new JQueryWin(setup.session, setup.context, mode, nullptr, &result))
+    , m_statements(new QProgressBar)
     , m_run(new QLabel)
     , m_waiting(new QLabel(u"Others wait"_s))
     , m_figures(new QLabel)
@@ -55,10 +64,16 @@ QueryPage::QueryPage(const QueryEditor::Setup &setup, QueryResult &result, Table
     makeStatusRow();
     connect(m_sql, &SqlEditor::typingPaused, this, &QueryPage::check);
     connect(m_table, &JQueryWin::figuresChanged, m_figures, &QLabel::setText);
+    m_sql->zoomTo(qBound(kLeastZoom, tarnwick::StateKeeper::sessionFile().values()[kZoom].toInt(), kMostZoom));
 }
 
 QueryPage::~QueryPage()
 {
+    tarnwick::guarded(m_setup.session.prompts(), [this] {
+        const tarnwick::SessionFile session = tarnwick::StateKeeper::sessionFile();
+        if (session.values()[kZoom].toInt() != m_sql->zoom())
+            session.store({{kZoom, m_sql->zoom()}});
+    });
     delete m_table; // before the result that it shows
 }
 
@@ -109,7 +124,12 @@ void QueryPage::makeStatusRow()
     keepsRoom.setRetainSizeWhenHidden(true);
     m_stop->setSizePolicy(keepsRoom);
     m_stop->hide();
+    m_statements->setObjectName(u"statements"_s);
+    m_statements->setAccessibleName(u"Statements"_s);
+    m_statements->setFixedWidth(fontMetrics().averageCharWidth() * kStatementsCharacters);
+    m_statements->hide();
     row->addWidget(m_stop);
+    row->addWidget(m_statements);
     row->addWidget(m_run, 1);
     row->addWidget(m_waiting);
     row->addSpacing(fontMetrics().averageCharWidth() * 2);
@@ -231,6 +251,15 @@ QString QueryPage::valueOf(const QString &parameter) const
 void QueryPage::showRun(const QString &text)
 {
     m_run->setText(text);
+    m_run->setToolTip(text);
+}
+
+void QueryPage::showStatement(int number, int done, int count)
+{
+    m_statements->setVisible(count > 1);
+    m_statements->setRange(0, qMax(1, count));
+    m_statements->setValue(done);
+    m_statements->setFormat(tarnwick::format(messages::kStatementOf.text, number, count));
 }
 
 void QueryPage::showEntries(const QString &text)
@@ -248,6 +277,12 @@ void QueryPage::setRunning(bool isRunning)
     m_stop->setVisible(isRunning);
     m_table->setUpdatesEnabled(!isRunning);
     m_sql->setReadOnly(isRunning);
+}
+
+void QueryPage::showRows()
+{
+    m_table->refresh();
+    m_table->setUpdatesEnabled(true);
 }
 
 } // namespace query

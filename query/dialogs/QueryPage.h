@@ -8,6 +8,7 @@
 
 class QGridLayout;
 class QLabel;
+class QProgressBar;
 class QPushButton;
 class QSplitter;
 class QTreeWidget;
@@ -42,12 +43,16 @@ public:
     /// Name of the query, under which values of parameters are remembered.
     void setQueryName(const QString &name) { m_name = name; }
     void showError(const dao::SourceRange &where);
-    /// What runs ("2 of 3, 12,000 rows, 1.2 s") or has run; empty for nothing.
+    /// What runs ("12,000 rows, 1.2 s") or has run; empty for nothing.
     void showRun(const QString &text);
+    /// Which of several statements runs, and how many have run; nothing for fewer than two.
+    void showStatement(int number, int done, int count);
     void showEntries(const QString &text);
     /// Tells the user that others have to wait while changes are not committed.
     void showTransaction(bool isOpen);
     void setRunning(bool isRunning);
+    /// Shows the rows that a run has found so far, or all of them after it.
+    void showRows();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -73,6 +78,7 @@ private:
     QTreeWidget *m_parameters;
     QLabel *m_problem;
     JQueryWin *m_table;
+    QProgressBar *m_statements;
     QLabel *m_run;
     QLabel *m_waiting;
     QLabel *m_figures;

@@ -1,9 +1,10 @@
 #include "RunProgress.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
-#include <QWidget>
+#include <QScrollBar>
 
 namespace query {
 
@@ -42,8 +43,9 @@ bool isInput(QEvent::Type type)
 
 } // namespace
 
-RunProgress::RunProgress(QWidget &stop, std::function<void(qint64, double)> shown)
+RunProgress::RunProgress(QWidget &stop, QAbstractScrollArea &rows, std::function<void(qint64, double)> shown)
     : m_stop(stop)
+    , m_table(rows)
     , m_shown(std::move(shown))
 {
     m_sinceStart.start();
@@ -80,11 +82,21 @@ void RunProgress::pump()
     m_sincePump.restart();
 }
 
+bool RunProgress::isScrolling(QObject *watched, QEvent::Type type) const
+{
+    if (type == QEvent::Wheel && watched == m_table.viewport())
+        return true;
+    const bool isBar = watched == m_table.verticalScrollBar() || watched == m_table.horizontalScrollBar();
+    return isBar && type != QEvent::ContextMenu;
+}
+
 bool RunProgress::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
     // Windows pass their events on to widgets, which is where they are stopped; shortcuts go to actions.
     if (!isInput(type) || watched == &m_stop || (!watched->isWidgetType() && type != QEvent::Shortcut))
+        return false;
+    if (isScrolling(watched, type))
         return false;
     if ((type == QEvent::KeyPress || type == QEvent::ShortcutOverride) &&
         static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape)

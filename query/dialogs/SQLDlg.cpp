@@ -243,38 +243,72 @@ void SQLDlg::executeOther(const QString &statement)
     });
 }
 
-void SQLDlg::runShown(const std::function<Execution(tarnwick::Progress &, const Begins &)> &work)
+void SQLDlg::runShown(const Work &work)
 {
     m_tabs->setCurrentIndex(0);
     m_page->sql().clearError();
     m_page->showEntries({});
     m_page->setRunning(true);
-    QString which;
+    m_page->showStatement(0, 0, 0);
     Execution execution;
+    qint64 droppedRows = -1;
     {
         const auto end = qScopeGuard([this] {
+            m_editor.result().setFoundListener({});
             m_isRunning = false;
             m_sinceRun.start();
             m_page->setRunning(false);
-            m_page->table().rebuild();
+            m_page->showRows();
         });
         m_isRunning = true;
-        // Until the table is rebuilt, its rows are not those of the result.
+        // Until the table shows the rows of the run, it has others than the result.
         const QueryResult::ReadPause pause(m_editor.result());
-        RunProgress progress(m_page->stopButton(), [this, &which](qint64 rows, double seconds) {
+        RunProgress progress(m_page->stopButton(), m_page->table(), [this](qint64 rows, double seconds) {
             const QString found = rows > 0 ? tarnwick::format(u"%D rows, ", rows) : QString();
-            m_page->showRun(which + found + tarnwick::format(u"%.1f s", seconds));
+            m_page->showRun(found + tarnwick::format(u"%.1f s", seconds));
         });
         const auto stopping =
             connect(&m_page->stopButton(), &QPushButton::clicked, &progress, [&progress] { progress.stop(); });
+        m_editor.result().setFoundListener([this, &progress] {
+            m_page->showRows();
+            progress.pump();
+        });
         m_page->showRun({});
         m_page->repaint();
-        execution = work(progress, [&which](int number, int count) {
-            which = tarnwick::format(u"Statement %d of %d, ", number, count);
-        });
+        execution = runStatements(progress, work);
+        if (progress.isStopped() && execution.outcome == Execution::Outcome::Cancelled)
+            droppedRows = progress.rows();
         disconnect(stopping);
     }
     showEnd(execution);
+    if (droppedRows >= 0)
+        showStopped(execution, droppedRows);
+}
+
+Execution SQLDlg::runStatements(RunProgress &progress, const Work &work)
+{
+    int statements = 0;
+    const Execution execution = work(progress, [&](int number, int count) {
+        statements = count;
+        m_page->showStatement(number, number - 1, count);
+        progress.report(0, 0, {});
+    });
+    if (execution.outcome == Execution::Outcome::Rows || execution.outcome == Execution::Outcome::Changed)
+        m_page->showStatement(statements, statements, statements);
+    return execution;
+}
+
+/// What remains after Stop: the rows found by then are dropped, so it says which rows the table shows.
+void SQLDlg::showStopped(const Execution &execution, qint64 droppedRows)
+{
+    QStringList texts;
+    if (execution.affected > 0)
+        texts.append(tarnwick::format(messages::kRowsChanged.text, execution.affected));
+    texts.append(droppedRows > 0 ? tarnwick::format(messages::kStoppedAfter.text, droppedRows)
+                                 : QString::fromUtf16(messages::kStopped.text));
+    if (m_editor.result().columnCount() > 0)
+        texts.append(QString::fromUtf16(messages::kRowsFromBefore.text));
+    m_page->showRun(texts.join(u' '));
 }
 
 void SQLDlg::showEnd(const Execution &execution)

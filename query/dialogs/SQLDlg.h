@@ -16,6 +16,7 @@ class ColourChooser;
 namespace query {
 
 class QueryPage;
+class RunProgress;
 class SectionEditor;
 
 /// The SQL editor: one query with its print layout, its result, the stored queries and query files.
@@ -81,9 +82,12 @@ private:
     void editOptions();
     /// Tells the user which statement of several begins.
     using Begins = std::function<void(int number, int count)>;
+    using Work = std::function<Execution(tarnwick::Progress &, const Begins &)>;
     /// Runs work with the controls as they are while a statement runs.
-    void runShown(const std::function<Execution(tarnwick::Progress &, const Begins &)> &work);
+    void runShown(const Work &work);
+    Execution runStatements(RunProgress &progress, const Work &work);
     void showEnd(const Execution &execution);
+    void showStopped(const Execution &execution, qint64 droppedRows);
     void showTransaction();
     void expand();
     void endExpansion();

@@ -57,6 +57,8 @@ public:
     QSize sizeHint() const override { return m_size; }
     /// Preferred size for so many lines and characters.
     void setPreferredSize(int lines, int characters);
+    /// Points by which the user has enlarged the text (Ctrl and wheel).
+    int zoom() const { return int(SendScintilla(SCI_GETZOOM)); }
     /// Width of the letter A.
     int characterWidth() const;
 

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTimer>
@@ -167,6 +168,56 @@ TEST_F(SqlDialogTest, AnIndexIsMadeFromTheWordsInTheTransaction)
     said.answerWith({Answer::No, Answer::Yes});
     dialog.reject();
     EXPECT_TRUE(session().database().database().table(u"calls"_s).indexes.isEmpty());
+}
+
+TEST_F(SqlDialogTest, TheFirstPageIsShownWhileTheRestIsFound)
+{
+    query::SQLDlg dialog(setup());
+    dialog.show();
+    settle();
+    query::JQueryWin &table = dialog.page().table();
+    query::SqlEditor &sql = dialog.page().sql();
+    sql.setSql(u"SELECT row, col, pcnt FROM report"_s);
+    dialog.execute();
+    sql.setSql(u"SELECT a.pcnt, f.defect FROM report a, report b, report c, report d, report e, report f; SELECT 1"_s);
+    QElapsedTimer sinceStop;
+    QTimer::singleShot(400, &dialog, [&] {
+        EXPECT_EQ(table.grid().columnCount(), 2);
+        EXPECT_GT(table.grid().rowCount(), 256);
+        QWheelEvent down({5, 5}, table.viewport()->mapToGlobal(QPoint(5, 5)), {}, {0, -1200}, Qt::NoButton,
+                         Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(table.viewport(), &down);
+        EXPECT_GT(table.rowsInSight().first, 0);
+    });
+    QTimer::singleShot(700, &dialog, [&] {
+        EXPECT_EQ(table.rows().text(table.rowsInSight().first, 0), u"0");
+        EXPECT_EQ(table.rows().whyNotInsertable(), u"A query is running.");
+        sinceStop.start();
+        dialog.page().stopButton().click();
+    });
+    dialog.execute();
+    EXPECT_LT(sinceStop.elapsed(), 1000);
+    EXPECT_EQ(table.grid().rowCount(), 40);
+    EXPECT_EQ(table.grid().columnCount(), 3);
+    EXPECT_TRUE(table.action(u"insertRow"_s)->isEnabled());
+    const QString run = dialog.findChild<QLabel *>(u"run"_s)->text();
+    EXPECT_TRUE(run.startsWith(u"Stopped; "_s) && run.endsWith(u"The rows of the last run are shown."_s))
+        << qPrintable(run);
+    const auto *statements = dialog.findChild<QProgressBar *>(u"statements"_s);
+    EXPECT_TRUE(statements->isVisible());
+    EXPECT_EQ(statements->text(), u"Statement 1 of 2.");
+    picture(dialog, u"sql-editor-stopped"_s);
+    sql.setSql({});
+    said.answerWith({Answer::No});
+    dialog.reject();
+}
+
+TEST_F(SqlDialogTest, TheSizeOfTheTextIsKept)
+{
+    for (const int size : {3, 0}) {
+        query::SQLDlg(setup()).page().sql().zoomTo(size);
+        EXPECT_EQ(query::SQLDlg(setup()).page().sql().zoom(), size);
+    }
 }
 
 TEST_F(SqlDialogTest, ThePreviewKeepsUndoAndReturnIsNeverTakenByTheCompletions)

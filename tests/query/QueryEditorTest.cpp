@@ -233,6 +233,25 @@ TEST_F(QueryEditorTest, TheTransactionBeginsWithTheFirstChangeAndEndsWithOkOrCan
     EXPECT_EQ(editor.formerTexts(u"Kept"_s).size(), 1) << "what was stored and undone can be brought back";
 }
 
+TEST_F(QueryEditorTest, InsertedRowsAreNotGivenUpWithoutAQuestion)
+{
+    QueryEditor editor = makeEditor();
+    editor.open();
+    run(editor, u"SELECT name, [desc] FROM tube_sets"_s);
+    editor.result().insertRow(0);
+    EXPECT_TRUE(editor.result().setCell(0, 1, u"text"_s));
+    view.modified = false;
+    prompts.answerWith({Answer::No, Answer::No, Answer::No, Answer::Yes});
+    EXPECT_FALSE(editor.commit());
+    EXPECT_TRUE(said().contains(u"row 1: no value for NAME"_s)) << qPrintable(said());
+    EXPECT_FALSE(editor.cancel());
+    run(editor, u"SELECT n FROM t"_s);
+    EXPECT_EQ(editor.result().cellText(0, 1), u"text");
+    view.modified = false;
+    EXPECT_TRUE(editor.commit());
+    EXPECT_FALSE(prompts.unusedAnswers());
+}
+
 TEST_F(QueryEditorTest, SeveralStatementsRunOneByOneUntilOneFails)
 {
     context.userMacros.set(u"[p]"_s, u"1"_s);

@@ -316,6 +316,54 @@ TEST_F(QueryResultTest, ExportsRowsInTheirWidths)
     EXPECT_EQ(folder.read(u"temp/out.txt"_s), before);
 }
 
+TEST_F(QueryResultTest, RowsAreReadWhileOthersAreStillBeingFound)
+{
+    const QString join = u" FROM tubes a, tubes b, tubes c, tubes d, tubes e"_s; // 4 to the power of 5
+    struct Stopped : tarnwick::Progress
+    {
+        bool cancelled() override { return isStopped; }
+        bool isStopped = false;
+    } progress;
+    int calls = 0;
+    // An index that gives the order in part: the first rows come from it, all of them from a sort.
+    const QString sorted = u"SELECT a, 40 AS n, c FROM big ORDER BY a, b, c DESC"_s;
+    execute(u"CREATE TABLE big (a LONG, b LONG, c LONG)"_s);
+    execute(u"CREATE INDEX ab ON big (a, b)"_s);
+    execute(u"INSERT INTO big SELECT a.row AS a, b.row AS b, c.row * 16 + d.row * 4 + e.row AS c"_s + join);
+    const QStringList selects{sorted, u"SELECT a.row, e.col"_s + join,
+                              u"SELECT a.row, e.col"_s + join + u" ORDER BY a.row"_s,
+                              u"SELECT DISTINCT a.row, e.col, b.row, c.row, d.row"_s + join};
+    for (const QString &select : selects) {
+        calls = 0;
+        result.setFoundListener([&] {
+            ++calls;
+            EXPECT_TRUE(result.isPaused() && result.isReadable());
+            EXPECT_GE(result.rowCount(), 256);
+            EXPECT_LT(result.rowCount(), 1024);
+            EXPECT_EQ(result.name(), u"all");
+            EXPECT_EQ(result.cellText(255, 0), u"1");
+        });
+        ASSERT_TRUE(result.run(u"all"_s, select));
+        EXPECT_GT(calls, 0);
+        EXPECT_EQ(result.rowCount(), 1024);
+        EXPECT_EQ(result.cellText(1023, 1), u"40");
+        if (select == sorted) {
+            EXPECT_EQ(column(2), rows(u"SELECT c FROM big ORDER BY a, b, c DESC"_s));
+        }
+
+        result.setFoundListener({});
+        ASSERT_TRUE(result.run(u"before"_s, u"SELECT row FROM tubes ORDER BY row"_s));
+        const quint64 kept = result.runNumber();
+        result.setFoundListener([&] { progress.isStopped = true; });
+        EXPECT_THROW(result.run(u"all"_s, select, &progress), tarnwick::Cancelled);
+        EXPECT_EQ(result.runNumber(), kept);
+        EXPECT_EQ(result.name(), u"before");
+        EXPECT_EQ(column(0), (QStringList{u"1"_s, u"2"_s, u"3"_s, u"4"_s}));
+        progress.isStopped = false;
+        result.setFoundListener({});
+    }
+}
+
 TEST_F(QueryResultTest, CountsTheDistinctTubesOfAResult)
 {
     ellery::SteamGen steamGen;

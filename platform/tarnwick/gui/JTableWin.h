@@ -96,6 +96,8 @@ Q_SIGNALS:
     void selectionChangeEnded();
 
 protected:
+    /// Call after a reason of the source why rows cannot be inserted or deleted has changed.
+    void refreshActions();
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     int horizontalOffset() const override { return m_layout.scroll(); }
     int verticalOffset() const override;
@@ -121,7 +123,6 @@ private:
     void makeParts();
     QAction *addTableAction(const QString &name, const QString &text, const QList<QKeySequence> &keys,
                             const std::function<void()> &work);
-    void refreshActions();
     void resetColumns();
     int defaultWidth(const GridColumn &column) const;
     void measureRows();
