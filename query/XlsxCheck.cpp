@@ -28,7 +28,7 @@ struct Part
 constexpr unsigned kPiece = 1 << 16;
 
 /// Reads the current part to its end, which checks its check sum. Returns false if it is damaged.
-bool readPart(unzFile archive, Part &part)
+bool readPart(unzFile archive, Part &part, tarnwick::ProgressLoop &loop)
 {
     constexpr qsizetype kTail = 4096;
     if (unzOpenCurrentFile(archive) != UNZ_OK)
@@ -42,6 +42,7 @@ bool readPart(unzFile archive, Part &part)
         part.tail.append(bytes.last(qMin(kTail, bytes.size())));
         part.tail = part.tail.right(kTail);
         part.size += read;
+        loop.tick(part.size);
     }
     return unzCloseCurrentFile(archive) == UNZ_OK && read == 0;
 }
@@ -63,15 +64,16 @@ bool isWholeSheet(const Part &part, qint64 rowBytes)
            part.size - (part.tail.size() - end) - (rows + begin.size()) == rowBytes;
 }
 
-bool isWholeArchive(unzFile archive, qint64 rowBytes)
+bool isWholeArchive(unzFile archive, qint64 rowBytes, tarnwick::Progress *progress)
 {
+    tarnwick::ProgressLoop loop(progress, rowBytes, u"Checking"_s);
     bool hasSheet = false;
     int found = unzGoToFirstFile(archive);
     for (; found == UNZ_OK; found = unzGoToNextFile(archive)) {
         char name[256] = {};
         Part part;
         if (unzGetCurrentFileInfo64(archive, nullptr, name, sizeof name - 1, nullptr, 0, nullptr, 0) != UNZ_OK ||
-            !readPart(archive, part))
+            !readPart(archive, part, loop))
             return false;
         const bool isSheet = QByteArrayView(name) == "xl/worksheets/sheet1.xml";
         hasSheet = hasSheet || isSheet;
@@ -83,10 +85,10 @@ bool isWholeArchive(unzFile archive, qint64 rowBytes)
 
 } // namespace
 
-void checkXlsxFile(const QString &path, qint64 rowBytes)
+void checkXlsxFile(const QString &path, qint64 rowBytes, tarnwick::Progress *progress)
 {
     const std::unique_ptr<void, CloseArchive> archive(unzOpen64(QFile::encodeName(path).constData()));
-    if (!archive || !isWholeArchive(archive.get(), rowBytes))
+    if (!archive || !isWholeArchive(archive.get(), rowBytes, progress))
         throw tarnwick::FileError(path, 0, u"could not be written completely; the disk may be full."_s);
 }
 

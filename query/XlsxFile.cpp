@@ -2,7 +2,9 @@
 
 #include "PlainText.h"
 #include "XlsxCheck.h"
+#include "XlsxPacking.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <clocale>
 #include <cmath>
@@ -56,6 +58,9 @@ bool looksEscaped(QStringView text, qsizetype at)
 /// The library escapes the other control characters itself.
 QByteArray cellText(const QString &text)
 {
+    const auto isPlain = [](QChar c) { return !c.isNull() && c < QChar(0xFFFE) && c != u'_'; };
+    if (std::ranges::all_of(text, isPlain))
+        return text.toUtf8();
     QString escaped;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
@@ -94,8 +99,8 @@ struct XlsxFile::Impl
     lxw_error text(lxw_col_t column, const QString &text, lxw_format *format = nullptr);
     void check(lxw_error error) const;
     void checkRows() const;
-    void pack();
-    void moveToPlace() const;
+    void pack(tarnwick::Progress *progress);
+    void moveToPlace(tarnwick::Progress *progress) const;
 
     QString path;
     QStringList titles;
@@ -217,7 +222,7 @@ void XlsxFile::Impl::checkRows() const
         throw tarnwick::WriteError(folder.path(), errno != 0 ? errno : EIO);
 }
 
-void XlsxFile::Impl::pack()
+void XlsxFile::Impl::pack(tarnwick::Progress *progress)
 {
     constexpr qint64 kLargestPlainEntry = 4'000'000'000;
     errno = 0;
@@ -227,22 +232,25 @@ void XlsxFile::Impl::pack()
     checkRows();
     const qint64 rowBytes = ::ftello(sheet->optimize_tmpfile);
     book->options.use_zip64 = rowBytes > kLargestPlainEntry ? LXW_TRUE : LXW_FALSE;
-    lxw_workbook *const closing = std::exchange(book, nullptr);
-    sheet = nullptr;
-    if (const lxw_error error = workbook_close(closing); error != LXW_NO_ERROR)
+    const auto error = lxw_error(packBook(book, progress));
+    close();
+    if (error != LXW_NO_ERROR)
         throw tarnwick::FileError(folder.path(), 0, QString::fromUtf8(lxw_strerror(error)));
-    checkXlsxFile(workPath, rowBytes);
+    checkXlsxFile(workPath, rowBytes, progress);
 }
 
-void XlsxFile::Impl::moveToPlace() const
+void XlsxFile::Impl::moveToPlace(tarnwick::Progress *progress) const
 {
     constexpr qint64 kPiece = 1 << 20;
     QFile made(workPath);
     if (!made.open(QIODevice::ReadOnly))
         throw tarnwick::FileError(workPath, 0, made.errorString());
     tarnwick::AtomicFile file(path);
-    for (QByteArray piece = made.read(kPiece); !piece.isEmpty(); piece = made.read(kPiece))
+    tarnwick::ProgressLoop loop(progress, made.size(), u"Storing"_s);
+    for (QByteArray piece = made.read(kPiece); !piece.isEmpty(); piece = made.read(kPiece)) {
+        loop.tick(made.pos());
         file.write(piece);
+    }
     if (made.error() != QFileDevice::NoError || !made.atEnd())
         throw tarnwick::FileError(workPath, 0, made.errorString());
     file.commit();
@@ -270,11 +278,11 @@ void XlsxFile::row(const QList<Value> &cells)
     m_impl->checkRows();
 }
 
-void XlsxFile::commit()
+void XlsxFile::commit(tarnwick::Progress *progress)
 {
     const PointLocale point;
-    m_impl->pack();
-    m_impl->moveToPlace();
+    m_impl->pack(progress);
+    m_impl->moveToPlace(progress);
 }
 
 } // namespace query

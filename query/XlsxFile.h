@@ -2,6 +2,7 @@
 #include <dao/values/Value.h>
 #include <memory>
 #include <QStringList>
+#include <tarnwick/base/Progress.h>
 
 namespace query {
 
@@ -23,7 +24,8 @@ public:
 
     /// Refuses a row beyond kMostRows and a text longer than kLongestText, with the place of the cell.
     void row(const QList<dao::Value> &cells);
-    void commit();
+    /// Throws tarnwick::Cancelled if the progress stops it.
+    void commit(tarnwick::Progress *progress = nullptr);
 
 private:
     struct Impl;

@@ -140,6 +140,19 @@ TEST_F(StoredQueryTest, ASpreadsheetIsWholeOrNotThere)
     tarnwick::failWritesAfter(200);
     EXPECT_FALSE(query::exportResult(result, book, prompts));
     tarnwick::failWritesAfter(-1);
+    struct StopAt : tarnwick::Progress
+    {
+        void report(qint64, qint64, const QString &what) override { isReached = isReached || what == stage; }
+        bool cancelled() override { return isReached; }
+        QString stage;
+        bool isReached = false;
+    };
+    for (const char *stage : {"Exporting", "Packing", "Checking", "Storing"}) {
+        StopAt progress;
+        progress.stage = QString::fromLatin1(stage);
+        EXPECT_FALSE(query::exportResult(result, book, prompts, &progress)) << stage;
+        EXPECT_EQ(prompts.lastStatus(), u"Cancelled.") << stage;
+    }
     EXPECT_EQ(folder.read(u"out.xlsx"_s), "old");
     EXPECT_FALSE(failsWith(sheet));
 }
