@@ -1,5 +1,7 @@
 #include "CellText.h"
 
+#include <charconv>
+#include <cmath>
 #include <dao/values/CellFailure.h>
 #include <db/FieldAccess.h>
 #include <db/ValueText.h>
@@ -13,6 +15,21 @@ using tarnwick::JFormatSpec;
 using Type = dao::Value::Type;
 
 namespace {
+
+/// The text of "%.2f" for a finite number.
+QString twoDecimals(double number)
+{
+    char digits[512];
+    const auto end = std::to_chars(std::begin(digits), std::end(digits), number, std::chars_format::fixed, 2).ptr;
+    return QString::fromLatin1(digits, end - digits);
+}
+
+/// Whether a value has its type's own format, as most have: exports of a million rows take half the time if such a cell
+/// does not go through the formatter.
+bool isStandard(const QString &format, QStringView standard)
+{
+    return format.isEmpty() || format == standard;
+}
 
 QString booleanText(const dao::Value &value, const QString &format)
 {
@@ -42,14 +59,16 @@ QString cellText(const dao::Value &value, const QString &format)
     case Type::Short:
     case Type::Long:
     case Type::Byte:
-        return print(qint32(value.integer()), u"%d");
+        return isStandard(format, u"%d") ? QString::number(qint32(value.integer()))
+                                         : print(qint32(value.integer()), u"%d");
     case Type::Error:
         return dao::failureWord(int(value.integer()));
     case Type::Text:
-        return print(value.text(), u"%U");
+        return isStandard(format, u"%U") || format == u"%S" ? value.text() : print(value.text(), u"%U");
     case Type::Float:
     case Type::Double:
-        return print(value.real(), u"%.2f");
+        return isStandard(format, u"%.2f") && std::isfinite(value.real()) ? twoDecimals(value.real())
+                                                                          : print(value.real(), u"%.2f");
     case Type::Currency:
         return db::currencyText(value);
     case Type::Date:

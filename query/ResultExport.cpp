@@ -69,12 +69,22 @@ dao::CellFailures writeText(const QueryResult &result, const ExportOrder &order,
 {
     dao::CellFailures failures;
     tarnwick::AtomicFile file(machinePath);
+    std::vector<bool> isCalculated;
+    for (int column = 0; column < result.columnCount(); ++column)
+        isCalculated.push_back(result.source(column).source < 0);
+    QString line;
     forEachRow(result, order, progress, [&](qint64 row) {
-        QString line = u"|"_s;
+        line.resize(0);
+        line += u'|';
         for (int column = 0; column < result.columnCount(); ++column) {
-            line += result.cellText(row, column).rightJustified(result.column(column).width) + u'|';
-            const bool isCalculated = result.source(column).source < 0;
-            if (const dao::Value value = isCalculated ? result.value(row, column) : dao::Value(); value.isError())
+            const QString text = result.cellText(row, column);
+            for (qsizetype i = text.size(); i < result.column(column).width; ++i)
+                line += u' ';
+            line += text;
+            line += u'|';
+            if (!isCalculated[size_t(column)])
+                continue;
+            if (const dao::Value value = result.value(row, column); value.isError())
                 failures.add(int(value.integer()));
         }
         line += u'\n';
@@ -113,7 +123,7 @@ dao::CellFailures writeXlsx(const QueryResult &result, const ExportOrder &order,
         countFailures(values, failures);
         file.row(values);
     });
-    file.commit();
+    file.commit(progress);
     return failures;
 }
 

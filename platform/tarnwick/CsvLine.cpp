@@ -8,16 +8,22 @@ using namespace Qt::StringLiterals;
 
 QString csvLine(const QStringList &cells)
 {
-    static constexpr QStringView special = u",\"\r\n";
+    const auto isSpecial = [](QChar c) { return c == u',' || c == u'"' || c == u'\r' || c == u'\n'; };
+    qsizetype size = 0;
+    for (const QString &cell : cells)
+        size += cell.size() + 1;
     QString line;
+    line.reserve(size + 2);
     for (qsizetype i = 0; i < cells.size(); ++i) {
         if (i > 0)
             line += u',';
-        QString cell = cells[i];
-        const bool quotes = std::any_of(cell.cbegin(), cell.cend(), [](QChar c) { return special.contains(c); });
-        line += quotes ? u'"' + cell.replace(u'"', u"\"\""_s) + u'"' : cell;
+        if (std::any_of(cells[i].cbegin(), cells[i].cend(), isSpecial))
+            line += u'"' + QString(cells[i]).replace(u'"', u"\"\""_s) + u'"';
+        else
+            line += cells[i];
     }
-    return line + u"\r\n"_s;
+    line += u"\r\n";
+    return line;
 }
 
 } // namespace tarnwick
