@@ -1,5 +1,6 @@
 #include "Figures.h"
 
+#include <bench/Memory.h>
 #include <bench/SideBySide.h>
 
 #include <demo/Random.h>

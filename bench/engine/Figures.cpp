@@ -2,32 +2,11 @@
 
 #include <bench/ReportTable.h>
 
-#include <malloc.h>
 #include <QCryptographicHash>
-#include <QFile>
 
 namespace bench {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// A line of /proc/self/status, in bytes (the file uses KiB).
-qint64 statusBytes(const QByteArray &name)
-{
-    constexpr qint64 kKibibyte = 1024;
-    QFile status(u"/proc/self/status"_s);
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    const QList<QByteArray> lines = status.readAll().split('\n');
-    for (const QByteArray &line : lines) {
-        if (line.startsWith(name))
-            return line.mid(name.size()).trimmed().split(' ').first().toLongLong() * kKibibyte;
-    }
-    return 0;
-}
-
-} // namespace
 
 const QString kHistorySql = u"SELECT *\nFROM report\n"
                             u"ORDER BY sec, row, col, outage DESC, defect, volts DESC, pcnt DESC, phase DESC"_s;
@@ -110,24 +89,6 @@ void Checksum::add(const PlainStatement &row)
             addNumber(cells, sqlite3_column_double(row.handle(), i));
     }
     addRow(cells);
-}
-
-qint64 residentBytes()
-{
-    malloc_trim(0); // returns freed memory to the system
-    return statusBytes("VmRSS:");
-}
-
-qint64 peakBytes()
-{
-    return statusBytes("VmHWM:");
-}
-
-void resetPeak()
-{
-    QFile references(u"/proc/self/clear_refs"_s);
-    if (references.open(QIODevice::WriteOnly))
-        references.write("5");
 }
 
 } // namespace bench

@@ -41,9 +41,4 @@ private:
     qint64 m_rows = 0;
 };
 
-/// Resident memory of this process in bytes, and its maximum since resetPeak().
-qint64 residentBytes();
-qint64 peakBytes();
-void resetPeak();
-
 } // namespace bench
