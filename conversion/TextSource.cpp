@@ -11,8 +11,31 @@ namespace conversion {
 
 using namespace Qt::StringLiterals;
 
+// The byte order mark that a text in UTF-16 lacks; empty for other texts. In a report nearly every character is a
+// letter, digit or blank of ASCII, so every other byte is zero.
+static QByteArray missingMark(const QByteArray &content)
+{
+    constexpr qsizetype kLooked = 512;
+    constexpr double kMost = 0.9;
+    if (tarnwick::isUtf16Text(content))
+        return {};
+    const qsizetype pairs = std::min(content.size(), kLooked) / 2;
+    qsizetype first = 0;
+    qsizetype second = 0;
+    for (qsizetype i = 0; i < pairs; ++i) {
+        first += content[2 * i] == '\0' ? 1 : 0;
+        second += content[2 * i + 1] == '\0' ? 1 : 0;
+    }
+    const double most = kMost * double(pairs);
+    if (pairs > 0 && first == 0 && double(second) >= most)
+        return "\xff\xfe";
+    return pairs > 0 && second == 0 && double(first) >= most ? QByteArray("\xfe\xff") : QByteArray();
+}
+
 static QString decoded(const QString &path, const QByteArray &content)
 {
+    if (const QByteArray mark = missingMark(content); !mark.isEmpty())
+        return tarnwick::decodedText(mark + content);
     const qsizetype zero = tarnwick::isUtf16Text(content) ? -1 : content.indexOf('\0');
     if (zero >= 0)
         throw tarnwick::FileError(path, 0, u"is not a text file: byte %1 is zero."_s.arg(zero));
@@ -50,7 +73,8 @@ TextSource TextSource::head(const QString &machinePath)
     QByteArray content = file.read(kHeadBytes);
     const bool isCut = content.size() == kHeadBytes;
     if (const qsizetype end = content.lastIndexOf('\n'); isCut && end > 0) {
-        const bool isHalf = tarnwick::isUtf16Text(content) && (end + 1) % 2 == 1;
+        const bool isWide = tarnwick::isUtf16Text(content) || !missingMark(content).isEmpty();
+        const bool isHalf = isWide && (end + 1) % 2 == 1;
         content.truncate(end + 1 + (isHalf ? 1 : 0));
     }
     return {machinePath, content};

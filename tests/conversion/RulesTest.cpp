@@ -134,5 +134,8 @@ TEST(TextSourceTest, ReadsUtf8ElseCodePage1252)
                                  "b\0",
                                  8)),
               (QStringList{u"a"_s, u"b"_s}));
+    EXPECT_EQ(linesOf(QByteArray("a\0\n\0b\0", 6)), (QStringList{u"a"_s, u"b"_s})) << "the mark is missing";
+    EXPECT_EQ(linesOf(QByteArray("\0a\0\n\0b", 6)), (QStringList{u"a"_s, u"b"_s}));
+    EXPECT_THROW(linesOf(QByteArray("ab\0d", 4)), tarnwick::FileError);
     EXPECT_THROW(linesOf(QByteArray("MZ\0\1\2", 5)), tarnwick::FileError);
 }
