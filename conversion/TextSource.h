@@ -7,8 +7,8 @@
 namespace conversion {
 
 /// A foreign text report as lines. The bytes are read as UTF-8 if they are valid UTF-8, else as code page 1252, which
-/// the analysis programs used; UTF-16 is known by its byte order mark or its zero bytes. Lines end with LF, CR LF or CR, also mixed in one
-/// text. The DOS end-of-file character (Ctrl-Z) is removed.
+/// the analysis programs used; UTF-16 is known by its byte order mark or its zero bytes. Lines end with LF, CR LF or
+/// CR, also mixed in one text. The DOS end-of-file character (Ctrl-Z) is removed.
 class TextSource
 {
 public:
