@@ -58,15 +58,15 @@ public:
     {
         table.viewport()->installEventFilter(this);
     }
-    bool eventFilter(QObject *, QEvent *event) override
+    bool eventFilter(QObject *viewport, QEvent *event) override
     {
-        if (event->type() == QEvent::Paint && !m_isSeen && m_table.result().runNumber() != m_before &&
-            m_table.grid().rowCount() > 0) {
-            m_isSeen = true;
-            QMetaObject::invokeMethod(
-                this, [this] { m_painted = now(); }, Qt::QueuedConnection); // right after the painting
-        }
-        return false;
+        if (event->type() != QEvent::Paint || m_table.result().runNumber() == m_before ||
+            m_table.grid().rowCount() == 0)
+            return false;
+        viewport->removeEventFilter(this);
+        QCoreApplication::sendEvent(viewport, event); // paints
+        m_painted = now();
+        return true;
     }
     Spent spent() const
     {
@@ -79,7 +79,6 @@ private:
     query::JQueryWin &m_table;
     quint64 m_before;
     Spent m_start;
-    bool m_isSeen = false;
     std::optional<Spent> m_painted;
 };
 
