@@ -5,6 +5,7 @@
 #include <app/CheckStyle.h>
 #include <app/Look.h>
 #include <dao/Recordset.h>
+#include <QDeadlineTimer>
 #include <QDialog>
 #include <QPushButton>
 #include <QTimer>
@@ -69,17 +70,24 @@ protected:
         }
         FAIL() << "no command " << qPrintable(text);
     }
-    /// Calls work with the modal dialog that opens next.
+    /// Calls work with the modal dialog of this type that opens next. Others, such as progress, may come before it.
     template <typename Dialog>
     void inNext(const std::function<void(Dialog &)> &work)
     {
-        QTimer::singleShot(0, &window, [work] {
+        constexpr int kLongestWait = 20'000; // ms
+        auto *timer = new QTimer(&window);
+        QObject::connect(timer, &QTimer::timeout, &window, [timer, work, deadline = QDeadlineTimer(kLongestWait)] {
             auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
+            if (!dialog && !deadline.hasExpired())
+                return;
+            timer->stop();
+            timer->deleteLater();
             ASSERT_NE(dialog, nullptr);
             work(*dialog);
             if (dialog->isVisible())
                 dialog->done(QDialog::Rejected); // the test has failed, but must end
         });
+        timer->start(1);
     }
 };
 
