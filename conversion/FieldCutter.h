@@ -22,8 +22,8 @@ QList<DelimitedValue> splitCommaDelimited(QStringView line);
 /// Number of the value of a comma-delimited line that has this column; that of the last one if none has.
 int valueAt(QStringView line, qsizetype column);
 
-/// Reads the values of the spec's report fields from a result line. If the line ends before a field's last column (or
-/// value number), the field keeps its value.
+/// Reads the values of the report fields of the format from a result line. If the line ends before a field's last
+/// column (or value number), the field keeps its value.
 class FieldCutter
 {
 public:

@@ -41,7 +41,7 @@ enum class CommentPart { Keyword, FixedCols };
 
 enum class FieldLayout { FixedFields, CommaDelimited };
 
-/// Label of a report field type in the spec editor ("Tube Sec"); "???" for an unknown number.
+/// Label of a report field type in the format editor ("Tube Sec"); "???" for an unknown number.
 QString reportFieldLabel(int type);
 /// Keyword of a report field type in column titles and prints ("SEC"); "???" for an unknown number.
 QString reportFieldKeyword(int type);

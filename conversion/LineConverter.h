@@ -10,7 +10,7 @@
 namespace conversion {
 
 /// Converts the lines of one text, in order, to report entries. Header lines can change the prompts. The values that
-/// were read stay in the spec's fields.
+/// were read stay in the fields of the format.
 class LineConverter
 {
 public:

@@ -21,8 +21,8 @@ enum class StoreResult { Stored, Declined };
 ///     conversion.convertFile(path);      // report(), remarks()
 ///     conversion.store(prompts);         // reports\00012_PRI.rep
 ///
-/// The prompts, and the values in the spec's fields, are kept from file to file, as in the dialog. To convert each file
-/// independently, set them again before each file.
+/// The prompts, and the values in the fields of the format, are kept from file to file, as in the dialog. To convert
+/// each file independently, set them again before each file.
 class ReportConversion
 {
 public:
@@ -35,7 +35,7 @@ public:
     /// Reads the text, sets the prompts from its path and header lines, and converts it to a report. Throws
     /// tarnwick::FileError if the text cannot be read, and tarnwick::Cancelled; report and prompts are then unchanged.
     void convertFile(const QString &machinePath, tarnwick::Progress *progress = nullptr);
-    /// Converts the current text again, after the spec or a prompt was changed.
+    /// Converts the current text again, after the format or a prompt was changed.
     void convertAgain(tarnwick::Progress *progress = nullptr);
 
     const TextSource &text() const { return m_text; }

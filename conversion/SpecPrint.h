@@ -6,7 +6,8 @@
 
 namespace conversion {
 
-/// All settings of a spec as lines of text: the options, and a table of each list under its heading. name: of the spec.
+/// All settings of a format as lines of text: the options, and a table of each list under its heading. name: of the
+/// format.
 QString specAsText(const ReportConvSpec &spec, const QString &name);
 
 /// Print layout of these lines: "Courier New", with the program's revision and the time at the foot of each page.

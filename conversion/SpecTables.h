@@ -33,7 +33,7 @@ public:
     /// The references must outlive the table.
     FieldTable(ReportConvSpec &spec, List list, tarnwick::UserPrompts &prompts);
 
-    /// Number of empty rows behind the last field, to type further fields into. Call it again after the spec was
+    /// Number of empty rows behind the last field, to type further fields into. Call it again after the format was
     /// replaced.
     void setExtraRows(int rows);
 

@@ -23,7 +23,7 @@ namespace conversion {
 class TextReport;
 
 /// "Format": edits a conversion spec beside a text that it is for. Fields are made from columns that are marked in the
-/// text, or by number; what the spec makes of the current line is shown with each change.
+/// text, or by number; what the format makes of the current line is shown with each change.
 class ReportConvSpecDlg : public tarnwick::JDialog
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ public:
         const brannock::Project &project;
         tarnwick::FileChoice &files;
         const ReportConvSpec &spec;
-        QString path; ///< of the spec in the suite's form
+        QString path; ///< of the format in the suite's form
         int extraFields = 0;
         const TextSource &text; ///< without lines: there is none
         int line = 0;           ///< current line of the text
