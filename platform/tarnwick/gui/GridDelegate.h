@@ -16,6 +16,8 @@ public:
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
 
+    /// Characters of a cell that are measured, and shown in its tip.
+    static constexpr qsizetype kLongestMeasured = 2000;
     /// Margin beside the text in pixels, for a font of that height.
     static int margin(const QFontMetrics &metrics) { return std::max(3, metrics.height() / 4); }
 };
