@@ -1,9 +1,10 @@
 #include "GridAccessible.h"
 
+#include "AccessibleItems.h"
+
 #include <tarnwick/GridModel.h>
 
 #include <QAbstractItemView>
-#include <QAccessible>
 #include <QAccessibleWidget>
 #include <QPersistentModelIndex>
 
@@ -22,23 +23,17 @@ GridModel &gridOf(const QAbstractItemView &view)
 }
 
 /// One cell; created when a screen reader requests it.
-class AccessibleCell : public QAccessibleInterface, public QAccessibleTableCellInterface
+class AccessibleCell : public AccessibleItem, public QAccessibleTableCellInterface
 {
 public:
     AccessibleCell(QAbstractItemView &table, const QModelIndex &index)
-        : m_table(&table)
+        : AccessibleItem(table)
+        , m_table(table)
         , m_index(index)
     {
     }
 
-    bool isValid() const override { return m_table && m_index.isValid(); }
-    QObject *object() const override { return nullptr; }
-    QWindow *window() const override { return nullptr; }
-    QAccessibleInterface *parent() const override { return QAccessible::queryAccessibleInterface(m_table.data()); }
-    QAccessibleInterface *child(int) const override { return nullptr; }
-    QAccessibleInterface *childAt(int, int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
+    bool isValid() const override { return hasOwner() && m_index.isValid(); }
     QString text(QAccessible::Text kind) const override
     {
         if (!isValid())
@@ -47,43 +42,28 @@ public:
         if (kind == QAccessible::Name || kind == QAccessible::Value)
             return m_index.data().toString();
         if (kind == QAccessible::Description)
-            return u"%1, row %2"_s.arg(gridOf(*m_table).column(m_index.column()).title).arg(m_index.row() + 1);
+            return u"%1, row %2"_s.arg(gridOf(m_table).column(m_index.column()).title).arg(m_index.row() + 1);
         return kind == QAccessible::Help ? m_index.data(Qt::ToolTipRole).toString() : QString();
     }
     void setText(QAccessible::Text kind, const QString &text) override
     {
         if (isValid() && kind == QAccessible::Value)
-            gridOf(*m_table).setData(m_index, text);
+            gridOf(m_table).setData(m_index, text);
     }
     QRect rect() const override
     {
         if (!isValid())
             return {};
-        const QRect cell = m_table->visualRect(m_index);
-        return {m_table->viewport()->mapToGlobal(cell.topLeft()), cell.size()};
+        const QRect cell = m_table.visualRect(m_index);
+        return {m_table.viewport()->mapToGlobal(cell.topLeft()), cell.size()};
     }
     QAccessible::Role role() const override { return QAccessible::Cell; }
-    QAccessible::State state() const override
-    {
-        QAccessible::State state;
-        if (!isValid()) {
-            state.invalid = true;
-            return state;
-        }
-        state.focusable = true;
-        state.selectable = true;
-        state.focused = m_table->hasFocus() && m_table->currentIndex() == m_index;
-        state.selected = m_table->selectionModel()->isSelected(m_index);
-        state.editable = m_index.flags().testFlag(Qt::ItemIsEditable);
-        state.readOnly = !state.editable;
-        return state;
-    }
     void *interface_cast(QAccessible::InterfaceType type) override
     {
         return type == QAccessible::TableCellInterface ? static_cast<QAccessibleTableCellInterface *>(this) : nullptr;
     }
 
-    bool isSelected() const override { return isValid() && m_table->selectionModel()->isSelected(m_index); }
+    bool isSelected() const override { return isValid() && m_table.selectionModel()->isSelected(m_index); }
     QList<QAccessibleInterface *> columnHeaderCells() const override { return {}; }
     QList<QAccessibleInterface *> rowHeaderCells() const override { return {}; }
     int columnIndex() const override { return m_index.column(); }
@@ -92,19 +72,30 @@ public:
     int rowExtent() const override { return 1; }
     QAccessibleInterface *table() const override { return parent(); }
 
+protected:
+    void describe(QAccessible::State &state) const override
+    {
+        state.focusable = true;
+        state.selectable = true;
+        state.focused = m_table.hasFocus() && m_table.currentIndex() == m_index;
+        state.selected = m_table.selectionModel()->isSelected(m_index);
+        state.editable = m_index.flags().testFlag(Qt::ItemIsEditable);
+        state.readOnly = !state.editable;
+    }
+
 private:
-    QPointer<QAbstractItemView> m_table;
+    QAbstractItemView &m_table; ///< used only while isValid()
     QPersistentModelIndex m_index;
 };
 
 class AccessibleGrid : public QAccessibleWidget, public QAccessibleTableInterface
 {
 public:
-    explicit AccessibleGrid(QAbstractItemView *table)
+    static constexpr const char *kWidgetClass = "tarnwick::JTableWin";
+    explicit AccessibleGrid(QWidget *table)
         : QAccessibleWidget(table, QAccessible::Table)
     {
     }
-    ~AccessibleGrid() override { forget(); }
 
     void *interface_cast(QAccessible::InterfaceType type) override
     {
@@ -117,15 +108,7 @@ public:
         if (!index.isValid())
             return nullptr;
         const qint64 key = qint64(row) * columnCount() + column;
-        if (const auto known = m_cells.constFind(key); known != m_cells.constEnd())
-            return QAccessible::accessibleInterface(*known);
-        // Limits the cached cells: a screen reader may walk through a million rows.
-        constexpr qsizetype kMaxCells = 5000;
-        if (m_cells.size() >= kMaxCells)
-            forget();
-        auto *cell = new AccessibleCell(view(), index);
-        m_cells.insert(key, QAccessible::registerAccessibleInterface(cell));
-        return cell;
+        return m_cells.get(key, [&] { return new AccessibleCell(view(), index); });
     }
     int childCount() const override { return rowCount() * columnCount(); }
     QAccessibleInterface *child(int index) const override
@@ -189,36 +172,18 @@ public:
         return true;
     }
     bool unselectColumn(int) override { return false; }
-    void modelChange(QAccessibleTableModelChangeEvent *) override { forget(); }
+    void modelChange(QAccessibleTableModelChangeEvent *) override { m_cells.forget(); }
 
 private:
     QAbstractItemView &view() const { return *static_cast<QAbstractItemView *>(widget()); }
-    void forget() const
-    {
-        for (const QAccessible::Id id : std::as_const(m_cells))
-            QAccessible::deleteAccessibleInterface(id);
-        m_cells.clear();
-    }
-
-    mutable QHash<qint64, QAccessible::Id> m_cells;
+    mutable AccessibleItems<qint64> m_cells{5000};
 };
-
-QAccessibleInterface *makeInterface(const QString &className, QObject *object)
-{
-    if (className != QLatin1StringView("tarnwick::JTableWin"))
-        return nullptr;
-    return new AccessibleGrid(qobject_cast<QAbstractItemView *>(object));
-}
 
 } // namespace
 
 void installGridAccessibility()
 {
-    static const bool isInstalled = [] {
-        QAccessible::installFactory(makeInterface);
-        return true;
-    }();
-    Q_UNUSED(isInstalled);
+    installAccessibility<AccessibleGrid>();
 }
 
 } // namespace tarnwick
