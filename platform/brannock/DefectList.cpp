@@ -130,7 +130,8 @@ void DefectList::append(const Code &code)
 
 const DefectList::Code *DefectList::find(QStringView code) const
 {
-    const auto found = m_places.constFind(code.toString());
+    // Called for each entry of a report: the key is not copied.
+    const auto found = m_places.constFind(QString::fromRawData(code.data(), code.size()));
     return found == m_places.constEnd() ? nullptr : &m_codes[*found];
 }
 

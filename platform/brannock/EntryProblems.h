@@ -42,11 +42,16 @@ public:
     /// In the order of the report's columns. Header and standard entries have none. A component without tubes or
     /// landmarks is not checked against.
     QList<EntryProblem> problems(const ReportEntry &entry) const;
+    /// True if problems() would find any; quicker, since no texts are made.
+    bool hasProblem(const ReportEntry &entry) const;
 
 private:
-    void checkLocation(QList<EntryProblem> &problems, const ReportEntry &entry, int tube, const TubeLoc &location,
-                       QStringView field) const;
-    void checkCode(QList<EntryProblem> &problems, const ReportEntry &entry) const;
+    class Findings;
+    void check(const ReportEntry &entry, Findings &findings) const;
+    void checkCal(const ReportEntry &entry, Findings &findings) const;
+    void checkCode(const ReportEntry &entry, Findings &findings) const;
+    void checkLocation(const ReportEntry &entry, int tube, const TubeLoc &location, QStringView field,
+                       Findings &findings) const;
 
     const ellery::SteamGen &m_steamGen;
     const DefectList &m_defects;

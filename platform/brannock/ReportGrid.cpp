@@ -26,33 +26,44 @@ int ReportGrid::columnOf(QStringView field)
     return -1;
 }
 
-bool ReportGrid::hasProblem(int entry) const
+ReportGrid::Problems ReportGrid::problemsOf(const Report &report, tarnwick::Progress *progress) const
 {
-    return m_check && !m_check->problems(m_document.entry(entry)).isEmpty();
+    Problems problems;
+    problems.isOne.resize(size_t(report.numEntry()));
+    tarnwick::ProgressLoop loop(progress, report.numEntry(), u"Checking entries"_s);
+    for (int i = 0; i < report.numEntry(); ++i) {
+        loop.tick(i);
+        if (!hasProblem(report[i]))
+            continue;
+        problems.isOne[size_t(i)] = true;
+        ++problems.count;
+    }
+    return problems;
+}
+
+void ReportGrid::checkAhead(const Report &report, tarnwick::Progress *progress)
+{
+    m_ahead = problemsOf(report, progress);
 }
 
 void ReportGrid::noteChanged(int entry)
 {
-    if (entry >= 0 && m_hasProblem.size() == size_t(m_document.count())) {
-        m_problemCount -= m_hasProblem[size_t(entry)] ? 1 : 0;
-        m_hasProblem[size_t(entry)] = hasProblem(entry);
-        m_problemCount += m_hasProblem[size_t(entry)] ? 1 : 0;
+    if (entry >= 0 && m_problems.isOne.size() == size_t(m_document.count())) {
+        auto isOne = m_problems.isOne[size_t(entry)];
+        m_problems.count -= isOne ? 1 : 0;
+        isOne = hasProblem(m_document.entry(entry));
+        m_problems.count += isOne ? 1 : 0;
         return;
     }
-    m_hasProblem.assign(size_t(m_document.count()), false);
-    m_problemCount = 0;
-    for (int i = 0; i < m_document.count(); ++i) {
-        m_hasProblem[size_t(i)] = hasProblem(i);
-        m_problemCount += m_hasProblem[size_t(i)] ? 1 : 0;
-    }
+    m_problems = m_ahead ? *std::exchange(m_ahead, {}) : problemsOf(m_document.report(), nullptr);
 }
 
 int ReportGrid::nextProblem(int entry, bool isForward) const
 {
-    const int count = int(m_hasProblem.size());
+    const int count = int(m_problems.isOne.size());
     for (int step = 1; step <= count; ++step) {
         const int at = ((entry + (isForward ? step : -step)) % count + count) % count;
-        if (m_hasProblem[size_t(at)])
+        if (m_problems.isOne[size_t(at)])
             return at;
     }
     return -1;
@@ -69,7 +80,7 @@ tarnwick::GridColumn ReportGrid::column(int column) const
 QString ReportGrid::text(int row, int column) const
 {
     if (column == kMark)
-        return m_hasProblem[size_t(row)] ? u"!"_s : QString();
+        return m_problems.isOne[size_t(row)] ? u"!"_s : QString();
     const ReportEntry &entry = m_document.entry(row);
     return entry.isHeader() ? QString() : reportColumns()[column - 1].text(entry);
 }
@@ -93,14 +104,14 @@ tarnwick::RowColours ReportGrid::colours(int row) const
     constexpr tarnwick::ColourRef kProblem(0x0000C0);
     if (m_document.entry(row).isStd())
         return {.foreground = kStandard};
-    return m_hasProblem[size_t(row)] ? tarnwick::RowColours{.foreground = kProblem} : tarnwick::RowColours{};
+    return m_problems.isOne[size_t(row)] ? tarnwick::RowColours{.foreground = kProblem} : tarnwick::RowColours{};
 }
 
 QString ReportGrid::tip(int row, int column) const
 {
     if (m_document.entry(row).isStd())
         return u"Calibration standard: not uploaded."_s;
-    if (!m_check || !m_hasProblem[size_t(row)])
+    if (!m_check || !m_problems.isOne[size_t(row)])
         return {};
     QStringList lines;
     for (const EntryProblem &problem : m_check->problems(m_document.entry(row))) {

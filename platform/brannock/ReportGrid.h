@@ -3,6 +3,7 @@
 #include "ReportColumns.h"
 #include "ReportDocument.h"
 
+#include <tarnwick/base/Progress.h>
 #include <tarnwick/Prompts.h>
 
 #include <optional>
@@ -23,9 +24,12 @@ public:
     static int columnOf(QStringView field);
 
     /// Entries with a problem.
-    int problemCount() const { return m_problemCount; }
+    int problemCount() const { return m_problems.count; }
     /// Entry with a problem after (or before) this one, continuing at the other end; -1 if there is none.
     int nextProblem(int entry, bool isForward) const;
+    /// Finds the problems of a report that the document takes next; noteChanged() then uses them. Throws Cancelled;
+    /// nothing has changed then.
+    void checkAhead(const Report &report, tarnwick::Progress *progress);
     /// Call after a change of the document, with the value that ReportDocument::changed passes.
     void noteChanged(int entry);
     /// True while the table itself changes the document: the model knows about it.
@@ -49,13 +53,20 @@ public:
     bool deleteRows(const QList<int> &rows) override;
 
 private:
-    bool hasProblem(int entry) const;
+    /// Which entries have a problem.
+    struct Problems
+    {
+        std::vector<bool> isOne;
+        int count = 0;
+    };
+    bool hasProblem(const ReportEntry &entry) const { return m_check && m_check->hasProblem(entry); }
+    Problems problemsOf(const Report &report, tarnwick::Progress *progress) const;
 
     ReportDocument &m_document;
     const EntryCheck *m_check;
     tarnwick::UserPrompts &m_prompts;
-    std::vector<bool> m_hasProblem; ///< of each entry
-    int m_problemCount = 0;
+    Problems m_problems;
+    std::optional<Problems> m_ahead; ///< of the report that the document takes next
     bool m_isChanging = false;
     bool m_isReadOnly = false;
 };

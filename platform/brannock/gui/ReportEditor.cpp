@@ -176,8 +176,9 @@ bool ReportEditor::loadReport(const QString &machinePath)
     return true;
 }
 
-void ReportEditor::setReport(Report report)
+void ReportEditor::setReport(Report report, Progress *progress)
 {
+    m_grid.checkAhead(report, progress);
     m_document.setReport(std::move(report));
     m_table->reload();
 }

@@ -177,6 +177,7 @@ TEST(EntryProblemsTest, EachKindIsFoundAndACompleteEntryHasNone)
         ReportEntry entry = complete;
         spoil(entry);
         const QList<EntryProblem> problems = check.problems(entry);
+        EXPECT_EQ(check.hasProblem(entry), !problems.isEmpty());
         const auto isWanted = [kind = kind, field = field](const EntryProblem &problem) {
             return problem.kind == kind && problem.field == QString::fromUtf16(field) && !problem.text.isEmpty();
         };
@@ -184,6 +185,7 @@ TEST(EntryProblemsTest, EachKindIsFoundAndACompleteEntryHasNone)
             << problemName(kind).toStdString() << " in " << toStd(field);
         entry.kind = ReportEntry::Kind::Standard;
         EXPECT_TRUE(check.problems(entry).isEmpty());
+        EXPECT_FALSE(check.hasProblem(entry));
     }
 }
 

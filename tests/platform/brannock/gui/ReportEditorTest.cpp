@@ -49,6 +49,31 @@ TEST(ReportEditorTest, DeletionOfManyIsOneStepAndLeavesOrderAndWidths)
     EXPECT_EQ(editor.report().entries[3].site.siteCode, u"AB");
 }
 
+TEST(ReportEditorTest, ACancelledCheckKeepsTheFormerReport)
+{
+    struct StopSoon : tarnwick::Progress
+    {
+        bool cancelled() override { return true; }
+    } stop;
+    tarnwick::RecordingPrompts prompts;
+    const ellery::SteamGen steamGen;
+    const DefectList defects = DefectList::standard();
+    const EntryCheck check(steamGen, defects);
+    ReportEditor editor(prompts, &check, {.isImport = false, .isReadOnly = false});
+    Report former;
+    former.entries.resize(3);
+    editor.setReport(former);
+    Report longer;
+    longer.entries.resize(100'000);
+    EXPECT_THROW(editor.setReport(longer, &stop), tarnwick::Cancelled);
+    EXPECT_EQ(editor.report().numEntry(), 3);
+    EXPECT_EQ(editor.problemCount(), 3) << "without cal and code";
+    editor.setReport(longer);
+    EXPECT_EQ(editor.problemCount(), 100'000);
+    editor.document().remove(u"Delete"_s, {0, 1});
+    EXPECT_EQ(editor.problemCount(), 99'998);
+}
+
 TEST(ReportEditorTest, WidthsComeBackAndStay)
 {
     const support::TemporaryFolder folder;
