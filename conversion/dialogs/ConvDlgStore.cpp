@@ -3,82 +3,34 @@
 
 #include "TextReport.h"
 
-#include <brannock/gui/ReportEditor.h>
-#include <brannock/gui/ReportProblemsDlg.h>
 #include <conversion/ConversionCheck.h>
 #include <conversion/Messages.h>
 #include <tarnwick/Failures.h>
-#include <tarnwick/gui/JTableWin.h>
 #include <tarnwick/gui/ProgressDialog.h>
 
 #include <QFileInfo>
-#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
 
 namespace conversion {
 
-bool ReportConvDlg::storeCurrent()
+bool ReportConvDlg::storeShown()
 {
-    if (!m_files.checkCurrent(prompts()))
-        return false;
-    if (!m_isConverted)
-        showCurrentFile(); // the file may be readable by now
-    if (!m_isConverted || !isAsRead())
-        return false;
     takePrompts();
     saveOptions();
-    m_conversion.report() = m_editor->report();
+    m_conversion.report() = editor().report();
     bool isStored = false;
     const auto work = [&] { isStored = m_conversion.store(prompts()) == StoreResult::Stored; };
     attempt(prompts(), work, messages::kCouldNotStoreReport);
-    if (isStored) {
-        m_editor->document().setStored();
-        m_edited.remove(m_files.current());
-        m_files.markCurrentDone();
-        m_fileTable->grid().noteAllChanged();
-    }
+    if (isStored)
+        fileList().markCurrentDone();
     return isStored;
-}
-
-bool ReportConvDlg::isAsRead()
-{
-    const Answer answer = m_files.askIfChanged(prompts());
-    if (answer == Answer::Yes) {
-        m_editor->document().setStored();
-        m_edited.remove(m_files.current());
-        showCurrentFile();
-    }
-    return answer == Answer::No;
-}
-
-void ReportConvDlg::storeAll()
-{
-    if (!m_files.checkCurrent(prompts()))
-        return;
-    ProgressDialog progress(this, u"Storing reports"_s);
-    m_batch = &progress;
-    const auto end = qScopeGuard([this] { m_batch = nullptr; });
-    for (int index = 0; index < m_files.rowCount(); ++index) {
-        progress.report(index, m_files.rowCount(), QFileInfo(m_files.files()[index].path).fileName());
-        if (progress.cancelled())
-            throw Cancelled();
-        if (m_files.files()[index].isDone)
-            continue;
-        if (index != m_files.current() || !m_isConverted)
-            selectFile(index);
-        const bool isLast = index + 1 == m_files.rowCount();
-        const QString name = QFileInfo(m_files.files()[index].path).fileName();
-        if (!(m_isConverted && storeCurrent()) &&
-            (isLast || prompts().question(Buttons::YesNo, messages::kGoOnWithNextFile, name) != Answer::Yes))
-            return;
-    }
 }
 
 void ReportConvDlg::checkAll()
 {
-    if (!m_files.checkCurrent(prompts()))
+    if (!fileList().checkCurrent(prompts()))
         return;
     keepEdits();
     takePrompts();
@@ -88,47 +40,36 @@ void ReportConvDlg::checkAll()
     ConversionCheck check(m_setup.project);
     {
         ProgressDialog progress(this, u"Checking text reports"_s);
-        for (int i = 0; i < m_files.rowCount(); ++i) {
-            const QString path = m_files.files()[i].path;
+        for (int i = 0; i < fileList().rowCount(); ++i) {
+            const QString path = fileList().files()[i].path;
             try {
                 trial.convertFile(path, &progress);
             } catch (const FileError &error) {
                 check.addUnreadable(path, error.text());
                 continue;
             }
-            if (i == m_files.current())
+            if (i == fileList().current())
                 trial.prompts = m_conversion.prompts; // as they are in the fields now
-            const auto edited = m_edited.constFind(i);
-            check.add(trial, edited != m_edited.constEnd() ? *edited : trial.report());
+            const brannock::Report *edited = editsOf(i);
+            check.add(trial, edited ? *edited : trial.report());
         }
     }
-    delete m_problems;
-    m_problems =
-        new brannock::ReportProblemsDlg(check.outcomes(), prompts(), m_setup.files, m_setup.project.roots(), this);
-    m_problems->setAttribute(Qt::WA_DeleteOnClose);
-    connect(m_problems, &brannock::ReportProblemsDlg::problemChosen, this,
-            [this](int file, int line, int entry) { this->run([&] { showProblem(file, line, entry); }); });
-    m_problems->show();
+    showProblems(check.outcomes());
 }
 
-void ReportConvDlg::showProblem(int file, int line, int entry)
+void ReportConvDlg::showProblem(int line, int entry)
 {
-    if (file >= m_files.rowCount())
-        return;
-    if (file != m_files.current())
-        selectFile(file);
     if (line > 0)
         m_text->setCurrentLine(line);
-    if (entry > 0)
-        m_editor->setCurrentEntry(entry - 1);
+    ReportFilesDlg::showProblem(line, entry);
 }
 
 void ReportConvDlg::print()
 {
-    if (!m_files.checkCurrent(prompts()))
+    if (!fileList().checkCurrent(prompts()))
         return;
     const QString name = m_conversion.target().baseName();
-    if (m_printing.print({m_editor->table(), m_options.printArgs, m_setup.printMacros(), name},
+    if (m_printing.print({editor().table(), m_options.printArgs, m_setup.printMacros(), name},
                          TablePrinting::Rows::All))
         prompts().status(messages::kPrinting);
 }

@@ -6,20 +6,14 @@
 #include "ReportConvSpecDlg.h"
 #include "TextReport.h"
 
-#include <brannock/gui/ReportEditor.h>
-#include <brannock/gui/ReportProblemsDlg.h>
 #include <conversion/Messages.h>
 #include <tarnwick/Failures.h>
-#include <tarnwick/gui/DroppedFiles.h>
-#include <tarnwick/gui/FileStatusTable.h>
 #include <tarnwick/gui/JTableWin.h>
 #include <tarnwick/gui/ProgressDialog.h>
 #include <tarnwick/OptionPrompts.h>
 
-#include <QDropEvent>
 #include <QFileInfo>
 #include <QHBoxLayout>
-#include <QMimeData>
 #include <QPushButton>
 #include <QSplitter>
 
@@ -48,42 +42,43 @@ QString nameOf(const QString &path)
 } // namespace
 
 ReportConvDlg::ReportConvDlg(const Setup &setup)
-    : JDialog(setup.prompts, &kTable, u"reportConvDlg"_s, setup.parent)
+    : ReportFilesDlg(setup.prompts, setup.project, setup.files,
+                     {.commands = kTable,
+                      .dialogName = u"reportConvDlg",
+                      .tableTitle = u"Text reports",
+                      .closes = messages::kCloseWithoutStore,
+                      .goesOn = messages::kGoOnWithNextFile,
+                      .editor = {.isImport = false, .isReadOnly = false}},
+                     setup.parent)
     , m_setup(setup)
-    , m_check(setup.project.steamGen, setup.project.defects)
     , m_conversion(setup.project)
-    , m_fileTable(makeFileStatusTable(m_files, prompts(), u"Text reports"_s,
-                                      [this](int index) { run([&] { selectFile(index); }); }))
     , m_text(new TextReport)
     , m_prompts(new PromptPanel(setup.project))
-    , m_editor(new brannock::ReportEditor(prompts(), &m_check, {.isImport = false, .isReadOnly = false}))
     , m_printing(prompts(), this)
 {
-    m_check.setIsFilledLater();
+    entryCheck().setIsFilledLater();
     loadOptions(m_options, setup.project.roots(), prompts());
     m_conversion.prompts = m_options.prompts;
     m_prompts->setPrompts(m_options.prompts);
-    setAcceptDrops(true);
     commands().bind(OpenFiles, [this] { chooseFiles(); });
     commands().bind(Print, [this] { print(); });
     makeMiddle();
     m_splitter = new QSplitter(Qt::Vertical);
     m_splitter->setObjectName(u"splitter"_s);
-    m_splitter->addWidget(m_fileTable);
+    m_splitter->addWidget(&fileTable());
     m_splitter->addWidget(m_middle);
-    m_splitter->addWidget(m_editor);
+    m_splitter->addWidget(&editor());
     m_splitter->setStretchFactor(1, 1);
     m_splitter->setChildrenCollapsible(false);
     body().addWidget(m_splitter, 1);
     makeButtons();
     applyOptions();
     run([this] { loadSpec(); });
-    finish(m_fileTable, {1000, 800});
+    finish(&fileTable(), {1000, 800});
 }
 
 ReportConvDlg::~ReportConvDlg()
 {
-    m_fileTable->setSource(nullptr);
     m_text->setText(nullptr);
 }
 
@@ -97,7 +92,7 @@ void ReportConvDlg::makeMiddle()
     m_middle->addWidget(m_prompts);
     m_middle->setStretchFactor(0, 1);
     connect(m_text, &TextReport::currentLineChanged, this, &ReportConvDlg::followText);
-    connect(m_editor, &brannock::ReportEditor::currentEntryChanged, this, &ReportConvDlg::followEntry);
+    connect(&editor(), &brannock::ReportEditor::currentEntryChanged, this, &ReportConvDlg::followEntry);
 }
 
 void ReportConvDlg::makeButtons()
@@ -112,17 +107,19 @@ void ReportConvDlg::makeButtons()
     addButton(*row, u"&STORE"_s, u"storeButton"_s, u"Store the entries of the current text as a report file"_s,
               [this] { storeCurrent(); });
     addButton(*row, u"STORE A&LL"_s, u"storeAllButton"_s,
-              u"Convert and store the texts that are not done, from the first to the last"_s, [this] { storeAll(); });
+              u"Convert and store the texts that are not done, from the first to the last"_s,
+              [this] { storeAll(u"Storing reports"_s); });
     row->addStretch(1);
     body().addLayout(row);
 }
 
 QString ReportConvDlg::caption() const
 {
-    if (m_files.rowCount() == 0)
+    if (fileList().rowCount() == 0)
         return u"Convert Reports"_s;
     const SuitePath spec(m_options.specFile);
-    return format(messages::kConvertCaption.text, spec.baseName(), nameOf(m_files.files()[m_files.current()].path));
+    return format(messages::kConvertCaption.text, spec.baseName(),
+                  nameOf(fileList().files()[fileList().current()].path));
 }
 
 void ReportConvDlg::loadSpec()
@@ -144,13 +141,13 @@ void ReportConvDlg::applyOptions()
     m_text->setVisiblePart(m_options.sourceColumns, kTextLines);
     m_text->setFontSize(m_options.fontSize);
     m_text->setHighlighted(m_options.highlightFields);
-    m_editor->table().setVisibleRows(m_options.reportLines);
+    editor().table().setVisibleRows(m_options.reportLines);
     const int text = m_text->sizeHint().width();
     m_middle->setSizes({text, std::max(m_prompts->sizeHint().width(), m_middle->width() - text)});
-    const int editor = m_editor->sizeHint().height();
-    const int rest = m_splitter->height() - editor - m_fileTable->height();
+    const int entries = editor().sizeHint().height();
+    const int rest = m_splitter->height() - entries - fileTable().height();
     if (rest > 0)
-        m_splitter->setSizes({m_fileTable->height(), rest, editor});
+        m_splitter->setSizes({fileTable().height(), rest, entries});
 }
 
 void ReportConvDlg::chooseFiles()
@@ -178,84 +175,45 @@ void ReportConvDlg::chooseFiles()
     openFiles(paths);
 }
 
-void ReportConvDlg::openFiles(const QStringList &paths)
+bool ReportConvDlg::showFile(const QString &path, const brannock::Report *edited)
 {
-    if (!mayLoseEdits(messages::kCloseWithoutStore))
-        return;
-    m_edited.clear();
-    delete m_problems; // of other files
-    m_files.open(paths);
-    m_fileTable->reload();
-    showCurrentFile();
-    saveOptions();
-    refresh();
-}
-
-void ReportConvDlg::keepEdits()
-{
-    if (m_editor->document().isModified())
-        m_edited.insert(m_files.current(), m_editor->report());
-}
-
-void ReportConvDlg::selectFile(int index)
-{
-    keepEdits();
-    takePrompts();
-    m_files.select(index, prompts());
-    m_fileTable->grid().noteAllChanged();
-    showCurrentFile();
-}
-
-void ReportConvDlg::showCurrentFile()
-{
-    m_fileTable->setCurrentSourceRow(m_files.current());
-    if (!convertCurrent())
-        return;
-    if (const auto edited = m_edited.constFind(m_files.current()); edited != m_edited.constEnd())
-        m_editor->setReport(*edited);
-}
-
-bool ReportConvDlg::convertCurrent()
-{
-    const QString path = m_files.files()[m_files.current()].path;
-    if (!m_edited.contains(m_files.current()))
-        m_files.noteRead();
-    m_isConverted = false;
-    m_editor->setReport({}); // the entries of another file must not be stored in place of this one's
+    editor().setReport({}); // the entries of another file must not be stored in place of this one's
     m_text->setText(nullptr);
     takePrompts();
+    bool isConverted = false;
     const auto convert = [&] {
-        if (!m_batch) {
+        if (!batch()) {
             // The first screen appears at once, however long the text is.
             m_head = TextSource::head(path);
             m_text->setText(&m_head);
             m_text->viewport()->repaint();
         }
-        std::unique_ptr<ProgressDialog> progress;
-        if (!m_batch)
-            progress = std::make_unique<ProgressDialog>(this, u"Converting text report"_s);
-        m_conversion.convertFile(path, m_batch ? m_batch : progress.get());
-        m_isConverted = true;
+        std::unique_ptr<ProgressDialog> own;
+        if (!batch())
+            own = std::make_unique<ProgressDialog>(this, u"Converting text report"_s);
+        Progress &progress = batch() ? *batch() : *own;
+        m_conversion.convertFile(path, &progress);
+        showConverted(edited, progress);
+        isConverted = true;
     };
     const Outcome outcome = attemptCancellable(prompts(), convert, messages::kCouldNotLoadText);
-    if (m_isConverted)
-        showConverted();
+    if (isConverted)
+        showRemarks();
     else if (outcome == Outcome::Cancelled)
         prompts().status(messages::kNotConverted, nameOf(path));
     else
         m_text->setText(nullptr);
-    if (outcome == Outcome::Cancelled && m_batch)
+    if (outcome == Outcome::Cancelled && batch())
         throw Cancelled();
-    return m_isConverted;
+    return isConverted;
 }
 
-void ReportConvDlg::showConverted()
+void ReportConvDlg::showConverted(const brannock::Report *edited, Progress &progress)
 {
+    editor().setReport(edited ? *edited : m_conversion.report(), &progress);
     m_text->setText(&m_conversion.text());
     m_text->setMarks(FieldMarks(m_conversion.spec, m_setup.project.steamGen));
-    m_editor->setReport(m_conversion.report());
     m_prompts->setPrompts(m_conversion.prompts);
-    showRemarks();
     followText(m_text->currentLine());
 }
 
@@ -282,33 +240,32 @@ void ReportConvDlg::useSpec(const ReportConvSpec &spec)
 {
     if (!mayLoseEdits(messages::kLoseEdits))
         return;
-    m_edited.clear();
-    m_editor->document().setStored();
+    forgetEdits();
     m_conversion.spec.assignSettings(spec);
     m_text->setMarks(FieldMarks(spec, m_setup.project.steamGen));
     m_text->viewport()->repaint(); // before the text is converted, which can take longer
-    if (m_files.rowCount() == 0)
+    if (fileList().rowCount() == 0)
         return;
-    if (!m_isConverted) {
+    if (!isShown()) {
         showCurrentFile();
         return;
     }
     const int line = m_text->currentLine();
-    m_isConverted = false;
+    setShown(false);
     {
         takePrompts();
         ProgressDialog progress(this, u"Converting text report"_s);
         const auto convert = [&] {
             m_conversion.convertAgain(&progress);
-            m_isConverted = true;
+            editor().setReport(m_conversion.report(), &progress);
+            setShown(true);
         };
         if (attemptCancellable(prompts(), convert, messages::kCouldNotLoadText) == Outcome::Cancelled) {
-            m_editor->setReport({});
+            editor().setReport({});
             prompts().status(messages::kNotConverted, nameOf(m_conversion.text().path()));
             return;
         }
     }
-    m_editor->setReport(m_conversion.report());
     m_prompts->setPrompts(m_conversion.prompts);
     m_text->setNotes({});
     showRemarks();
@@ -318,12 +275,12 @@ void ReportConvDlg::useSpec(const ReportConvSpec &spec)
 
 void ReportConvDlg::followText(int line)
 {
-    m_editor->setCurrentEntry(ReportConversion::entryOfLine(m_editor->report(), line));
+    editor().setCurrentEntry(ReportConversion::entryOfLine(editor().report(), line));
 }
 
 void ReportConvDlg::followEntry(int entry)
 {
-    m_text->setCurrentLine(ReportConversion::lineOfEntry(m_editor->report(), entry));
+    m_text->setCurrentLine(ReportConversion::lineOfEntry(editor().report(), entry));
 }
 
 void ReportConvDlg::editOptions()
@@ -349,7 +306,7 @@ void ReportConvDlg::editFormat()
                               .spec = m_conversion.spec,
                               .path = m_options.specFile,
                               .extraFields = m_options.extraFields,
-                              .text = m_isConverted ? m_conversion.text() : m_head,
+                              .text = isShown() ? m_conversion.text() : m_head,
                               .line = m_text->currentLine(),
                               .printMacros = m_setup.printMacros,
                               .apply = apply,
@@ -367,38 +324,6 @@ void ReportConvDlg::saveOptions()
 {
     m_options.prompts = m_prompts->prompts();
     storeOptions(m_options, m_setup.project.roots(), prompts());
-}
-
-bool ReportConvDlg::mayLoseEdits(const Message &question)
-{
-    keepEdits();
-    return m_edited.isEmpty() || prompts().question(Buttons::YesNo, question, int(m_edited.size())) == Answer::Yes;
-}
-
-bool ReportConvDlg::store()
-{
-    if (!mayLoseEdits(messages::kCloseWithoutStore))
-        return false;
-    saveOptions();
-    return true;
-}
-
-bool ReportConvDlg::discard()
-{
-    return mayLoseEdits(messages::kCloseWithoutStore);
-}
-
-void ReportConvDlg::dragEnterEvent(QDragEnterEvent *event)
-{
-    if (event->mimeData()->hasUrls())
-        event->acceptProposedAction();
-}
-
-void ReportConvDlg::dropEvent(QDropEvent *event)
-{
-    const QStringList paths = droppedFiles(*event->mimeData());
-    if (!paths.isEmpty())
-        run([&] { openFiles(paths); });
 }
 
 } // namespace conversion
