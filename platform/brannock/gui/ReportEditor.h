@@ -32,8 +32,8 @@ public:
 
     /// Reads a report file. Reports a failure and returns false; the editor then keeps its report.
     bool loadReport(const QString &machinePath);
-    /// progress: may be null; shows the check of a long report and can cancel it. Throws Cancelled; the editor then keeps
-    /// its report.
+    /// progress: may be null; shows the check of a long report and can cancel it. Throws Cancelled; the editor then
+    /// keeps its report.
     void setReport(Report report, tarnwick::Progress *progress = nullptr);
     const Report &report() const { return m_document.report(); }
     ReportDocument &document() { return m_document; }
