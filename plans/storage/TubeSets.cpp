@@ -24,40 +24,8 @@ tarnwick::Error noneNamed()
 }
 
 const QStringList kFields{u"entry_num"_s, u"row"_s, u"col"_s, u"sec"_s, u"symbol"_s, u"color"_s};
-// The same entry numbers, a second name: the table refuses both.
 constexpr const char16_t *kRepeatedNumber =
-    u"Two entries of the list may have the same entry number. \"Util | Set Index\" numbers them anew.";
-
-bool hasRepeatedNumbers(const TubeList &list)
-{
-    std::vector<qint32> numbers;
-    for (const ListFillTube &tube : list.entries)
-        numbers.push_back(tube.entryNum);
-    std::sort(numbers.begin(), numbers.end());
-    return std::adjacent_find(numbers.begin(), numbers.end()) != numbers.end();
-}
-
-void addRows(db::DatabaseSession &session, tarnwick::Progress *progress, const TubeList &list, const QString &name)
-{
-    NamedUpload{.session = session,
-                .progress = progress,
-                .tables = kTubeSetTables,
-                .name = name,
-                .describe = [&](dao::Recordset &row) { db::setField(row, u"desc"_s, list.description); },
-                .fields = kFields,
-                .count = list.entries.size(),
-                .entry =
-                    [&](qsizetype index, dao::Value *values) {
-                        const ListFillTube &tube = list.entries[index];
-                        *values++ = db::toValue(tube.entryNum);
-                        *values++ = db::toValue(tube.row);
-                        *values++ = db::toValue(tube.col);
-                        *values++ = db::toValue(tube.sec);
-                        *values++ = db::toValue(qint16(tube.mark.symbol.character()));
-                        *values++ = db::toValue(qint32(tube.mark.colour.value()));
-                    }}
-        .run();
-}
+    u"Two entries of the list have the same entry number. \"Util | Set Index\" numbers them anew.";
 
 TubeList readSet(dao::Database &database, const QString &name)
 {
@@ -126,10 +94,29 @@ std::optional<TubeList> TubeSets::fetch(const QString &name)
 
 void TubeSets::add(const TubeList &list, const QString &name) const
 {
+    bool areEntries = false; // the name of the set can be refused, too
     try {
-        addRows(m_session, m_progress, list, name);
+        NamedUpload{.session = m_session,
+                    .progress = m_progress,
+                    .tables = kTubeSetTables,
+                    .name = name,
+                    .describe = [&](dao::Recordset &row) { db::setField(row, u"desc"_s, list.description); },
+                    .fields = kFields,
+                    .count = list.entries.size(),
+                    .entry =
+                        [&](qsizetype index, dao::Value *values) {
+                            areEntries = true;
+                            const ListFillTube &tube = list.entries[index];
+                            *values++ = db::toValue(tube.entryNum);
+                            *values++ = db::toValue(tube.row);
+                            *values++ = db::toValue(tube.col);
+                            *values++ = db::toValue(tube.sec);
+                            *values++ = db::toValue(qint16(tube.mark.symbol.character()));
+                            *values++ = db::toValue(qint32(tube.mark.colour.value()));
+                        }}
+            .run();
     } catch (const dao::DaoException &exception) {
-        if (!hasRepeatedNumbers(list))
+        if (!areEntries || exception.number() != dao::error::DuplicateKey)
             throw;
         throw tarnwick::Error(exception.details() + u"\n\n"_s + QString::fromUtf16(kRepeatedNumber));
     }

@@ -117,6 +117,8 @@ TEST_F(PlanStorageTest, TubeSetsComeBackWithTheirNotes)
     EXPECT_FALSE(sets.upload(list, u"S"_s)) << "refused before the set that is there is deleted";
     EXPECT_TRUE(prompts.entries().last().text.contains(u"Util | Set Index"));
     EXPECT_TRUE(sets.fetch(u"S"_s));
+    EXPECT_FALSE(sets.upload(list, QString(51, u'n')));
+    EXPECT_FALSE(prompts.entries().last().text.contains(u"Util | Set Index")) << "the name is refused";
     EXPECT_FALSE(sets.fetch(u"T"_s));
     EXPECT_TRUE(prompts.entries().last().text.startsWith(u"Fetch \"T\" failed."_s));
 }
