@@ -7,50 +7,31 @@ namespace plans {
 
 static constexpr int kNumberWidth = 8;
 
-tarnwick::GridColumn ListGrid::column(int column) const
+tarnwick::GridColumn ListGrid::furtherColumn(int) const
 {
-    if (isTube(column))
-        return m_tube.column(column - 1);
-    tarnwick::GridColumn result{.title = column == 0 ? u"ENTRY"_s : u"SYMBOL"_s};
-    result.width = kNumberWidth;
-    result.align = column == 0 ? ColumnAlign::Right : ColumnAlign::Center;
-    return result;
+    tarnwick::GridColumn column{.title = u"SYMBOL"_s};
+    column.width = kNumberWidth;
+    column.align = ColumnAlign::Center;
+    return column;
 }
 
-QString ListGrid::text(int row, int column) const
+QString ListGrid::furtherText(int row, int) const
 {
-    if (column == 0)
-        return QString::number(entry(row).entryNum);
-    return isTube(column) ? m_tube.text(entry(row).address(), column - 1) : entry(row).mark.symbol.text();
-}
-
-QVariant ListGrid::value(int row, int column) const
-{
-    if (column == 0)
-        return entry(row).entryNum;
-    if (isTube(column))
-        return TubeColumns::number(entry(row).address(), m_tube.axis(column - 1));
-    return text(row, column);
+    return m_editor.list().entries[row].mark.symbol.text();
 }
 
 QString ListGrid::whyNotEditable(int, int column) const
 {
-    return column <= m_tube.count() ? QString() : u"The symbol is that of the tube when it was added."_s;
+    return column == kEntry || isTube(column) ? QString() : u"The symbol is that of the tube when it was added."_s;
 }
 
 bool ListGrid::setText(int row, int column, const QString &text)
 {
-    const bool isSet =
-        column == 0 ? m_editor.setNumber(row, text) : m_editor.setLabel(row, m_tube.axis(column - 1), text);
+    if (column != kEntry)
+        return TubeGrid::setText(row, column, text);
+    const bool isSet = m_editor.setNumber(row, text);
     tell();
     return isSet;
-}
-
-bool ListGrid::deleteRow(int row)
-{
-    m_editor.removeEntries({row});
-    tell();
-    return true;
 }
 
 tarnwick::GridColumn ParsedLineGrid::column(int column) const

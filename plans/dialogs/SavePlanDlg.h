@@ -1,4 +1,5 @@
 #pragma once
+#include "PlanGrid.h"
 #include "TubeEntriesDlg.h"
 
 class QBoxLayout;

@@ -17,8 +17,7 @@ using namespace tarnwick;
 
 namespace plans {
 
-TubeEntriesDlg::TubeEntriesDlg(const DialogSetup &setup, const EntriesKind &kind, EntriesEditor &editor,
-                               EditedGrid &grid)
+TubeEntriesDlg::TubeEntriesDlg(const DialogSetup &setup, const EntriesKind &kind, EntriesEditor &editor, TubeGrid &grid)
     : JDialog(setup.session.prompts(), &kind.commands, QString::fromUtf16(kind.dialogName), setup.parent)
     , m_setup(setup)
     , m_kind(kind)

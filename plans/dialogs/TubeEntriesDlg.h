@@ -1,6 +1,6 @@
 #pragma once
 #include "DialogSetup.h"
-#include "PlanGrid.h"
+#include "TubeGrid.h"
 
 #include <tarnwick/gui/JDialog.h>
 #include <tarnwick/gui/TablePrinting.h>
@@ -64,7 +64,7 @@ public:
 protected:
     /// editor and grid are members of the derived dialog: they may still be under construction, and its destructor
     /// calls releaseGrid().
-    TubeEntriesDlg(const DialogSetup &setup, const EntriesKind &kind, EntriesEditor &editor, EditedGrid &grid);
+    TubeEntriesDlg(const DialogSetup &setup, const EntriesKind &kind, EntriesEditor &editor, TubeGrid &grid);
 
     // The parts of the window, for the constructor of a derived dialog. makeTable() comes last before finishEntries().
     void makeTitleBar();
@@ -117,7 +117,7 @@ private:
     DialogSetup m_setup;
     const EntriesKind &m_kind;
     EntriesEditor &m_editor;
-    EditedGrid &m_grid;
+    TubeGrid &m_grid;
     bool m_isShowing = false;
     tarnwick::JTableWin *m_table;
     QComboBox *m_order;

@@ -38,6 +38,14 @@ public:
     /// One line of numbers: tubes, length, how much is done.
     virtual QString summary() const = 0;
 
+    /// Entries, and the tube of one.
+    virtual int count() const = 0;
+    virtual ellery::TubeAddress address(int place) const = 0;
+    /// Changes one number of an entry's address to that of a typed label. Returns false after reporting a text that is
+    /// no label.
+    virtual bool setLabel(int place, ellery::Axis axis, const QString &text) = 0;
+    virtual void removeEntries(const QList<int> &places) = 0;
+
     enum class Order { Row = 0, Column = 1, Entry = 2 };
     virtual Order order() const = 0;
     virtual void setOrder(Order order) = 0;

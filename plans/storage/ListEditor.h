@@ -27,14 +27,16 @@ public:
     Order order() const override { return m_order; }
     void setOrder(Order order) override;
     void setDescription(const QString &description);
-    /// Change a cell. Return false after reporting a text that is no number or label.
+    int count() const override { return int(m_list.entries.size()); }
+    ellery::TubeAddress address(int place) const override { return m_list.entries[place].address(); }
+    /// Returns false after reporting a text that is no number.
     bool setNumber(int place, const QString &text);
-    bool setLabel(int place, ellery::Axis axis, const QString &text);
+    bool setLabel(int place, ellery::Axis axis, const QString &text) override;
     /// Append every tube that is selected or carries a symbol, also those that the list has. Return the place of the
     /// first.
     int addSelected(const ellery::TubeStates &tubes);
     int addSymbols(const ellery::TubeStates &tubes);
-    void removeEntries(const QList<int> &places);
+    void removeEntries(const QList<int> &places) override;
     int moveEntries(const QList<int> &places, int before) override;
     void combine(const QList<ellery::TubeAddress> &tubes, Combine how) override;
     int paste(const QString &text) override;
@@ -42,7 +44,6 @@ public:
     bool clear();
     /// Numbers the entries from this number in the order of these places; the others follow.
     void setIndex(qint32 first, const QList<int> &places);
-    bool isKnownTube(int place) const { return component().findTube(m_list.entries[place].address()) >= 0; }
 
     // Files. Machine paths.
     bool open(const QString &machinePath) override;

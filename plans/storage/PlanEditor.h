@@ -35,9 +35,9 @@ public:
     };
     Fields fields() const;
     void setFields(const Fields &fields);
-    /// Changes one number of an entry's address to that of a typed label. Returns false after reporting a text that is
-    /// no label.
-    bool setLabel(int place, ellery::Axis axis, const QString &text);
+    int count() const override { return int(m_plan.entries.size()); }
+    ellery::TubeAddress address(int place) const override { return m_plan.entries[place].address(); }
+    bool setLabel(int place, ellery::Axis axis, const QString &text) override;
     Order order() const override { return Order(m_plan.order); }
     void setOrder(Order order) override;
     /// Adds the tubes that carry a symbol, or are selected, and that the plan does not have. Returns the place of the
@@ -45,7 +45,7 @@ public:
     int loadSymbols(const ellery::TubeStates &tubes);
     int loadSelected(const ellery::TubeStates &tubes);
     /// Higher entry numbers move up.
-    void removeEntries(const QList<int> &places);
+    void removeEntries(const QList<int> &places) override;
     /// All entries are numbered in the new order. Only in the order by entry.
     int moveEntries(const QList<int> &places, int before) override;
     void combine(const QList<ellery::TubeAddress> &tubes, Combine how) override;
@@ -54,7 +54,6 @@ public:
     /// Ask first.
     bool clearTubes();
     bool clearAll();
-    bool isKnownTube(int place) const { return component().findTube(m_plan.entries[place].address()) >= 0; }
 
     // Files. Machine paths.
     void newPlan();
