@@ -17,9 +17,7 @@ using dao::Value;
 int runCals(const Arguments &arguments)
 {
     arguments.atMost(1);
-    const auto writer = makeRowWriter(arguments.value(u"format", u"table"_s));
-    if (!writer)
-        throw UsageError(u"--format is table, csv or json."_s);
+    const auto writer = makeRowWriter(arguments);
     Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::ProjectOrDatabase);
     if (!target.connect(Target::Use::Read))
         return Failed;

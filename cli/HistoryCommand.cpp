@@ -181,9 +181,7 @@ void makeHistoryFolder(Target &target, const QString &argument)
 int runHistory(const Arguments &arguments)
 {
     arguments.atMost(1);
-    const auto writer = makeRowWriter(arguments.value(u"format", u"table"_s));
-    if (!writer)
-        throw UsageError(u"--format is table, csv or json."_s);
+    const auto writer = makeRowWriter(arguments);
     const auto mode = wordOf<OutageMode>(
         arguments, u"mode", OutageMode::LatestSelected,
         {{u"latest", OutageMode::LatestSelected}, {u"selected", OutageMode::AllSelected}, {u"all", OutageMode::All}});

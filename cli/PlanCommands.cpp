@@ -1,7 +1,5 @@
-#include "CommandLine.h"
 #include "CommandTable.h"
-#include "SqlOutput.h"
-#include "Target.h"
+#include "NamedObjects.h"
 #include "TubeFile.h"
 
 #include <db/FieldAccess.h>
@@ -99,30 +97,17 @@ bool check(Target &target, InspPlan &plan, const Arguments &arguments)
 
 int runPlans(const Arguments &arguments)
 {
-    arguments.atMost(1);
-    const auto writer = makeRowWriter(arguments.value(u"format", u"table"_s));
-    if (!writer)
-        throw UsageError(u"--format is table, csv or json."_s);
-    Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::ProjectOrDatabase);
-    if (!target.connect(Target::Use::Read))
-        return Failed;
-    const auto plans = plans::PlanStorage(target.session()).list();
-    if (!plans)
-        return Failed;
-    writer->begin({{u"name"_s, DataType::Text},
-                   {u"entries"_s, DataType::Long},
-                   {u"acquired"_s, DataType::Long},
-                   {u"probe"_s, DataType::Text},
-                   {u"begin_test"_s, DataType::Text},
-                   {u"end_test"_s, DataType::Text},
-                   {u"create_time"_s, DataType::Date},
-                   {u"description"_s, DataType::Memo}});
-    for (const auto &[plan, count, acquired] : *plans)
-        writer->row({db::toValue(plan.name), db::toValue(qint32(count)), db::toValue(qint32(acquired)),
-                     db::toValue(plan.probe), db::toValue(plan.beginTest), db::toValue(plan.endTest),
-                     db::toValue(plan.createTime), db::toValue(plan.description)});
-    writer->end();
-    return Done;
+    const QList<OutputColumn> columns{{u"name"_s, DataType::Text},        {u"entries"_s, DataType::Long},
+                                      {u"acquired"_s, DataType::Long},    {u"probe"_s, DataType::Text},
+                                      {u"begin_test"_s, DataType::Text},  {u"end_test"_s, DataType::Text},
+                                      {u"create_time"_s, DataType::Date}, {u"description"_s, DataType::Memo}};
+    return listNamed<plans::PlanStorage>(arguments, columns, [](const plans::PlanStorage::Info &info) {
+        const InspPlan &plan = info.plan;
+        return QList<dao::Value>{
+            db::toValue(plan.name),       db::toValue(qint32(info.count)), db::toValue(qint32(info.acquired)),
+            db::toValue(plan.probe),      db::toValue(plan.beginTest),     db::toValue(plan.endTest),
+            db::toValue(plan.createTime), db::toValue(plan.description)};
+    });
 }
 
 int runPlan(const Arguments &arguments)
@@ -130,9 +115,7 @@ int runPlan(const Arguments &arguments)
     arguments.atMost(2);
     const QString folder = arguments.positional(0, u"DIR"_s);
     const QString name = arguments.positional(1, u"NAME or FILE.pln"_s);
-    const auto writer = makeRowWriter(arguments.value(u"format", u"table"_s));
-    if (!writer)
-        throw UsageError(u"--format is table, csv or json."_s);
+    const auto writer = makeRowWriter(arguments);
     if (arguments.has(u"incomplete") && !arguments.has(u"check"))
         throw UsageError(u"--incomplete goes with --check."_s);
     const QString outName = arguments.value(u"out");
@@ -197,15 +180,7 @@ int runUploadPlan(const Arguments &arguments)
 
 int runDeletePlan(const Arguments &arguments)
 {
-    arguments.atMost(2);
-    const QString name = arguments.positional(1, u"NAME"_s);
-    Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::ProjectOrDatabase);
-    using Asks = plans::PlanStorage::Asks;
-    const Asks asks = arguments.has(u"no") || arguments.has(u"answers") ? Asks::First : Asks::Never;
-    if (!target.connect() || !plans::PlanStorage(target.session()).remove(name, asks))
-        return Failed;
-    print(target.console().lastStatus() + u'\n');
-    return Done;
+    return deleteNamed<plans::PlanStorage>(arguments);
 }
 
 } // namespace cli

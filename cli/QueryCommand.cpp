@@ -78,9 +78,7 @@ bool readDocument(Target &target, const QString &name, query::QueryDocument &doc
 int runQuery(const Arguments &arguments)
 {
     arguments.atMost(2);
-    const auto writer = makeRowWriter(arguments.value(u"format", u"table"_s));
-    if (!writer)
-        throw UsageError(u"--format is table, csv or json."_s);
+    const auto writer = makeRowWriter(arguments);
     const QString folder = arguments.positional(0, u"DIR"_s);
     const QString name = arguments.positional(1, u"NAME or FILE.qry"_s);
     const QString out = arguments.value(u"out");

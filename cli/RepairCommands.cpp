@@ -68,9 +68,7 @@ void setFields(Repair &pattern, const Arguments &arguments)
 int runRepairs(const Arguments &arguments)
 {
     arguments.atMost(1);
-    const auto writer = makeRowWriter(arguments.value(u"format", u"table"_s));
-    if (!writer)
-        throw UsageError(u"--format is table, csv or json."_s);
+    const auto writer = makeRowWriter(arguments);
     results::RepairOptions options;
     options.view = viewOf(arguments);
     options.outage = arguments.value(u"outage", results::kAllEntries);

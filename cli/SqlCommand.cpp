@@ -48,9 +48,7 @@ int runSql(const Arguments &arguments)
 {
     const bool hasScript = arguments.has(u"file");
     arguments.atMost(hasScript ? 1 : 2);
-    const auto writer = makeRowWriter(arguments.value(u"format", u"table"_s));
-    if (!writer)
-        throw UsageError(u"--format is table, csv or json."_s);
+    const auto writer = makeRowWriter(arguments);
     const QString path = arguments.positional(0, u"DIR"_s);
     const QString sql = hasScript ? QString() : arguments.positional(1, u"STATEMENT"_s);
 

@@ -203,15 +203,16 @@ void RowWriter::begin(const dao::Recordset &rows)
     begin(columns);
 }
 
-std::unique_ptr<RowWriter> makeRowWriter(QStringView form)
+std::unique_ptr<RowWriter> makeRowWriter(const Arguments &arguments)
 {
+    const QString form = arguments.value(u"format", u"table"_s);
     if (form == u"table")
         return std::make_unique<TableWriter>();
     if (form == u"csv")
         return std::make_unique<CsvWriter>();
     if (form == u"json")
         return std::make_unique<JsonWriter>();
-    return nullptr;
+    throw UsageError(u"--format is table, csv or json."_s);
 }
 
 } // namespace cli

@@ -1,4 +1,6 @@
 #pragma once
+#include "Arguments.h"
+
 #include <dao/Recordset.h>
 
 #include <memory>
@@ -27,7 +29,7 @@ public:
     virtual void fail(const dao::DaoException &error) = 0;
 };
 
-/// form: "table", "csv" or "json". Returns null for any other.
-std::unique_ptr<RowWriter> makeRowWriter(QStringView form);
+/// The writer for the command's option --format: "table", "csv" or "json". Throws UsageError for any other.
+std::unique_ptr<RowWriter> makeRowWriter(const Arguments &arguments);
 
 } // namespace cli

@@ -1,7 +1,5 @@
-#include "CommandLine.h"
 #include "CommandTable.h"
-#include "SqlOutput.h"
-#include "Target.h"
+#include "NamedObjects.h"
 #include "TubeFile.h"
 
 #include <db/FieldAccess.h>
@@ -48,30 +46,18 @@ int runParseList(const Arguments &arguments)
 
 int runTubeSets(const Arguments &arguments)
 {
-    arguments.atMost(1);
-    const auto writer = makeRowWriter(arguments.value(u"format", u"table"_s));
-    if (!writer)
-        throw UsageError(u"--format is table, csv or json."_s);
-    Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::ProjectOrDatabase);
-    if (!target.connect(Target::Use::Read))
-        return Failed;
-    const auto sets = plans::TubeSets(target.session()).list();
-    if (!sets)
-        return Failed;
-    writer->begin({{u"name"_s, DataType::Text}, {u"entries"_s, DataType::Long}, {u"description"_s, DataType::Memo}});
-    for (const auto &[name, description, count] : *sets)
-        writer->row({db::toValue(name), db::toValue(qint32(count)), db::toValue(description)});
-    writer->end();
-    return Done;
+    const QList<OutputColumn> columns{
+        {u"name"_s, DataType::Text}, {u"entries"_s, DataType::Long}, {u"description"_s, DataType::Memo}};
+    return listNamed<plans::TubeSets>(arguments, columns, [](const plans::TubeSets::Info &set) {
+        return QList<dao::Value>{db::toValue(set.name), db::toValue(qint32(set.count)), db::toValue(set.description)};
+    });
 }
 
 int runTubeSet(const Arguments &arguments)
 {
     arguments.atMost(2);
     const QString name = arguments.positional(1, u"NAME"_s);
-    const auto writer = makeRowWriter(arguments.value(u"format", u"table"_s));
-    if (!writer)
-        throw UsageError(u"--format is table, csv or json."_s);
+    const auto writer = makeRowWriter(arguments);
     if (arguments.has(u"out") && !arguments.value(u"out").endsWith(u".lst"_s, Qt::CaseInsensitive))
         throw UsageError(u"--out needs a name that ends in .lst."_s);
     Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::Project);
@@ -128,15 +114,7 @@ int runUploadTubeSet(const Arguments &arguments)
 
 int runDeleteTubeSet(const Arguments &arguments)
 {
-    arguments.atMost(2);
-    const QString name = arguments.positional(1, u"NAME"_s);
-    Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::ProjectOrDatabase);
-    using Asks = plans::TubeSets::Asks;
-    const Asks asks = arguments.has(u"no") || arguments.has(u"answers") ? Asks::First : Asks::Never;
-    if (!target.connect() || !plans::TubeSets(target.session()).remove(name, asks))
-        return Failed;
-    print(target.console().lastStatus() + u'\n');
-    return Done;
+    return deleteNamed<plans::TubeSets>(arguments);
 }
 
 } // namespace cli
