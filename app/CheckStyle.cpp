@@ -2,6 +2,7 @@
 
 #include <brannock/paint/MapColours.h>
 
+#include <QEvent>
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -51,11 +52,44 @@ struct MnemonicText
     qsizetype place = -1; ///< of the letter in plain; -1 if there is none
 };
 
+void paintFocusFrame(QPainter &painter, const QStyleOption &option, const QRect &rect)
+{
+    painter.save();
+    painter.setPen(option.palette.color(QPalette::Active, QPalette::Highlight));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(rect.adjusted(0, 0, -1, -1));
+    painter.restore();
+}
+
 } // namespace
 
 CheckStyle::CheckStyle()
     : QProxyStyle(QStyleFactory::create(u"Fusion"_s))
 {
+}
+
+// Qt marks the focus of buttons and boxes only in windows with this attribute: it is set when Tab is pressed, and
+// cleared when the window is shown.
+void CheckStyle::polish(QWidget *widget)
+{
+    QProxyStyle::polish(widget);
+    if (!widget->isWindow())
+        return;
+    widget->setAttribute(Qt::WA_KeyboardFocusChange);
+    widget->installEventFilter(this);
+}
+
+void CheckStyle::unpolish(QWidget *widget)
+{
+    widget->removeEventFilter(this);
+    QProxyStyle::unpolish(widget);
+}
+
+bool CheckStyle::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Show && watched->isWidgetType())
+        static_cast<QWidget *>(watched)->setAttribute(Qt::WA_KeyboardFocusChange);
+    return QProxyStyle::eventFilter(watched, event);
 }
 
 int CheckStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
@@ -88,11 +122,24 @@ void CheckStyle::drawItemText(QPainter *painter, const QRect &rect, int flags, c
     painter->fillRect(QRect(QPoint(qRound(left), y), QPoint(qRound(right) - 1, y)), colour);
 }
 
+void CheckStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                             const QWidget *widget) const
+{
+    QProxyStyle::drawControl(element, option, painter, widget);
+    // Fusion gives the button with the focus only the edge of the default button.
+    if (element == CE_PushButton && option->state & State_HasFocus) {
+        constexpr int kInset = 3;
+        paintFocusFrame(*painter, *option, option->rect.adjusted(kInset, kInset, -kInset, -kInset));
+    }
+}
+
 void CheckStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                                const QWidget *widget) const
 {
     if (element != PE_IndicatorCheckBox) {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (element == PE_Frame && option->state & State_HasFocus)
+            paintFocusFrame(*painter, *option, option->rect);
         return;
     }
     const auto group = option->state & State_Enabled ? QPalette::Active : QPalette::Disabled;

@@ -78,6 +78,7 @@ void SqlLexer::setEditorFont(const QFont &font)
     for (const Look &look : kLooks) {
         QFont own = font;
         own.setBold(look.kind == WordKind::Keyword);
+        own.setUnderline(look.kind == WordKind::Fault);
         setFont(own, int(look.kind));
     }
 }

@@ -18,19 +18,32 @@
 
 namespace app {
 
+/// How the place of a part looks in its window.
+inline QImage lookOf(QWidget &part, QWidget &window)
+{
+    return window.grab(QRect(part.mapTo(&window, QPoint()), part.size())).toImage();
+}
+
 /// The parts of a window that the user can reach with Tab, in this order. F6 leaves the text of a query, where Tab is a
-/// character.
-inline QList<QWidget *> tabOrder(QWidget &window)
+/// character. hidden: gets the parts that look the same with and without the focus; the window must be active.
+inline QList<QWidget *> tabOrder(QWidget &window, QStringList *hidden = nullptr)
 {
     QList<QWidget *> order;
     QWidget *start = window.focusWidget();
     while (window.focusWidget() && order.size() < 200) {
-        order.append(window.focusWidget());
-        const bool isText = window.focusWidget()->inherits("QsciScintillaBase");
-        QTest::keyClick(window.focusWidget(), isText ? Qt::Key_F6 : Qt::Key_Tab);
+        QWidget *part = window.focusWidget();
+        order.append(part);
+        const QImage focused = hidden ? lookOf(*part, window) : QImage();
+        QTest::keyClick(part, part->inherits("QsciScintillaBase") ? Qt::Key_F6 : Qt::Key_Tab);
+        if (window.focusWidget() == part)
+            part->clearFocus();
+        if (hidden && lookOf(*part, window) == focused)
+            hidden->append(QString::fromLatin1(part->metaObject()->className()) + u' ' + part->objectName());
         if (window.focusWidget() == start)
             break;
     }
+    if (start)
+        start->setFocus();
     return order;
 }
 
@@ -52,34 +65,16 @@ inline QList<QChar> mnemonics(QWidget &window)
     return letters;
 }
 
-/// The parts that do not look different when they get the focus. The window must be active.
-inline QStringList partsWithHiddenFocus(QWidget &window)
-{
-    QStringList hidden;
-    QWidget *before = window.focusWidget();
-    for (QWidget *part : tabOrder(window)) {
-        part->setFocus(Qt::TabFocusReason);
-        QCoreApplication::processEvents();
-        const QRect place = QRect(part->mapTo(&window, QPoint()), part->size()).adjusted(-4, -4, 4, 4);
-        const QImage focused = window.grab(place).toImage();
-        part->clearFocus();
-        QCoreApplication::processEvents();
-        if (window.grab(place).toImage() == focused)
-            hidden.append(QString::fromLatin1(part->metaObject()->className()) + u' ' + part->objectName());
-    }
-    if (before)
-        before->setFocus();
-    return hidden;
-}
-
 /// What holds for every dialog: no text is cut off, each command has its action, each field and button can be reached
-/// with Tab and has a name for screen readers, no two share a mnemonic, and the Help button leads to a place in the
-/// guide. The dialog must be visible.
+/// with Tab, shows the focus, and has a name for screen readers, no two share a mnemonic, and the Help button leads to
+/// a place in the guide. The dialog must be active.
 inline void checkDialog(QWidget &dialog, const QString &name)
 {
     for (const auto *actions : dialog.findChildren<tarnwick::CommandActions *>())
         EXPECT_EQ(actions->faults(), QStringList()) << qPrintable(name);
-    const QList<QWidget *> reached = tabOrder(dialog);
+    QStringList hidden;
+    const QList<QWidget *> reached = tabOrder(dialog, &hidden);
+    EXPECT_EQ(hidden, QStringList()) << qPrintable(name) << ": parts that do not show that they have the focus";
     for (QWidget *part : dialog.findChildren<QWidget *>()) {
         if (!part->isVisible() || part->window() != &dialog)
             continue;

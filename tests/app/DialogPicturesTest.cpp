@@ -7,10 +7,13 @@
 #include <app/MapPrinting.h>
 
 #include <brannock/gui/ChooseSymbolDlg.h>
+#include <db/dialogs/ListOpenDlg.h>
 #include <map/dialogs/BoxFillDlg.h>
 #include <map/dialogs/PatternFillDlg.h>
 #include <map/dialogs/PercentFillDlg.h>
+#include <query/SchemaInfo.h>
 #include <tarnwick/gui/CommandActions.h>
+#include <tarnwick/gui/TablePreviewDlg.h>
 
 #include <QAbstractButton>
 #include <QCoreApplication>
@@ -76,7 +79,9 @@ protected:
     void look(QWidget &widget, const QString &name)
     {
         widget.show();
-        QCoreApplication::processEvents();
+        widget.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&widget));
+        QApplication::setActiveWindow(&widget); // not done by the platform of the tests while another window is active
         if (qobject_cast<QDialog *>(&widget))
             checkDialog(widget, name);
         if (!m_pictures.isEmpty()) {
@@ -148,6 +153,20 @@ TEST_F(DialogPicturesTest, ChooseSymbol)
     brannock::ColourChooser colours(window.projectSession().roots(), said);
     brannock::ChooseSymbolDlg dialog(markOf(u'B', 0x009FE6), window.map().options(), colours);
     look(dialog, u"choose-symbol"_s);
+}
+
+TEST_F(DialogPicturesTest, ListAndPreview)
+{
+    db::ListOpenDlg list(
+        {.title = u"Open List"_s, .label = u"List"_s, .column = {}, .table = {}, .initialName = u"w"_s},
+        {u"wear"_s, u"wear at AVB 3"_s}, &window);
+    look(list, u"list-open"_s);
+    query::TextRows rows({{.title = u"NAME"_s}});
+    rows.rows.append({.cells = {u"wear"_s}});
+    const tarnwick::TablePrint print(rows, {1, {}}, {}, {}, {8.5, 11});
+    tarnwick::TablePreviewDlg preview(
+        print, u"Lists"_s, [] {}, &window);
+    look(preview, u"table-preview"_s);
 }
 
 TEST_F(DialogPicturesTest, Header)

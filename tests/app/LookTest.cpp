@@ -24,11 +24,13 @@ protected:
         QApplication::setPalette(QPalette());
         tarnwick::TableText::instance().setPercent(100);
     }
-    QImage look()
+    QImage look() { return lookOf(window); }
+    static QImage lookOf(DBase &shown)
     {
+        QApplication::setActiveWindow(&shown);
         settle();
         settle();
-        return window.grab().toImage();
+        return shown.grab().toImage();
     }
 
 private:
@@ -51,9 +53,7 @@ TEST_F(LookTest, ColoursChangeAtOnceAndAreKept)
         EXPECT_EQ(second.look().colours(), Look::Colours::Dark);
         ASSERT_TRUE(second.openProject(projectFolder()));
         second.show();
-        settle();
-        settle();
-        EXPECT_EQ(second.grab().toImage(), dark);
+        EXPECT_EQ(lookOf(second), dark);
     }
     run(LightColours);
     EXPECT_EQ(look(), light);

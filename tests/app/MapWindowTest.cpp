@@ -1,3 +1,4 @@
+#include "DialogChecks.h"
 #include "WindowFixture.h"
 
 #include <app/HeaderDlg.h>
@@ -241,8 +242,11 @@ TEST_F(MapWindowTest, PrintsOnAPrinterAndSaysWhenItCannotBeOpened)
         &window);
     EXPECT_EQ(preview.windowTitle(), u"Map Print Preview"_s);
     preview.show();
-    QCoreApplication::processEvents();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&preview));
     EXPECT_GE(pages, 1);
+    QStringList hidden;
+    tabOrder(preview, &hidden);
+    EXPECT_EQ(hidden, QStringList());
 }
 
 TEST_F(MapWindowTest, ACopyForTheCaseOfACrashFollowsTheChangesAndGoesWithTheWindow)

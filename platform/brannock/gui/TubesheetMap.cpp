@@ -235,7 +235,7 @@ void TubesheetMap::paintEvent(QPaintEvent *event)
     m_marks.paint(painter, font(), palette());
     if (m_tool)
         m_tool->paint(painter, palette());
-    if (m_showFocus && hasFocus()) {
+    if (hasFocus()) {
         painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(rect().adjusted(1, 1, -1, -1));

@@ -173,7 +173,6 @@ private:
     std::optional<Press> m_press;
     std::unique_ptr<MapTool> m_tool; // during a drag
     Space m_space = Space::Up;
-    bool m_showFocus = false;
 };
 
 } // namespace brannock

@@ -190,10 +190,8 @@ void TubesheetMap::keyReleaseEvent(QKeyEvent *event)
     updateShape();
 }
 
-void TubesheetMap::focusInEvent(QFocusEvent *event)
+void TubesheetMap::focusInEvent(QFocusEvent *)
 {
-    m_showFocus = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
-                  event->reason() == Qt::ShortcutFocusReason;
     update();
 }
 
