@@ -3,6 +3,7 @@
 #include <db/ListNames.h>
 #include <tarnwick/gui/Help.h>
 #include <tarnwick/gui/StateKeeper.h>
+#include <tarnwick/gui/TableText.h>
 
 #include <QDialogButtonBox>
 #include <QKeyEvent>
@@ -34,6 +35,7 @@ ListOpenDlg::ListOpenDlg(const Setup &setup, const QStringList &names, QWidget *
     m_list->setObjectName(u"names"_s);
     m_list->setAccessibleName(setup.label);
     m_list->setUniformItemSizes(true);
+    tarnwick::TableText::follow(m_list);
     m_list->addItems(names);
     m_prompt->setObjectName(u"name"_s);
     m_prompt->setText(setup.initialName);

@@ -1,5 +1,7 @@
 #include "PlanOptionDlg.h"
 
+#include <tarnwick/gui/TableText.h>
+
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QLabel>
@@ -29,6 +31,7 @@ PlanOptionDlg::PlanOptionDlg(PlanOptions &options, tarnwick::UserPrompts &prompt
     m_extent->setToolTip(u"A plan is not stored without begin and end of the test"_s);
     m_extent->setChecked(options.extentRequired);
     m_codes->setObjectName(u"codes"_s);
+    tarnwick::TableText::follow(m_codes);
     m_codes->setToolTip(u"Defect codes that do not count as analyzing a tube"_s);
     for (const QString &code : options.incompleteCodes)
         addCode(code);

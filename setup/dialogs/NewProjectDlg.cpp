@@ -1,5 +1,7 @@
 #include "NewProjectDlg.h"
 
+#include <tarnwick/gui/Calendar.h>
+
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QDir>
@@ -38,9 +40,14 @@ NewProjectDlg::NewProjectDlg(const Context &context)
         addField(*form, u"&Folder"_s, u"folder"_s, u"The folder of the project; it must be new or empty"_s, folderRow);
     addButton(*folderRow, u"&Browse ..."_s, u"browseFolder"_s, u"Choose or create the folder"_s,
               [this] { chooseFolder(); });
+    m_name = addField(*form, u"&Name"_s, u"projectName"_s, u"The title of the project, which pages can show"_s);
+    m_name->setPlaceholderText(u"Site and component"_s);
     m_site = addField(*form, u"&Site Code"_s, u"site"_s, u"The code of the site, which every result has"_s);
     m_comp = addField(*form, u"&Component Code"_s, u"comp"_s, u"The code of the component, which every result has"_s);
     m_outage = addField(*form, u"&Outage"_s, u"outage"_s, u"The name of the first outage"_s);
+    m_date = addField(*form, u"Outage &Date"_s, u"outageDate"_s,
+                      u"The date of the outage, which pages can show; empty if it is not known"_s);
+    tarnwick::addCalendar(m_date);
     auto *componentRow = new QHBoxLayout;
     m_component = addField(*form, u"T&ubes"_s, u"component"_s,
                            u"A table of the tubes that a spreadsheet program has written as text, or the folder of a "
@@ -124,6 +131,12 @@ NewProject NewProjectDlg::wanted() const
     project.site = m_site->text();
     project.comp = m_comp->text();
     project.outage = m_outage->text();
+    project.name = m_name->text();
+    const QString typedDate = m_date->text().trimmed();
+    const auto date = tarnwick::JDateTime::parse(typedDate);
+    if (!typedDate.isEmpty() && !date)
+        throw tarnwick::Error(u"The date of the outage is not a date, such as 03/31/2026."_s);
+    project.date = date.value_or(tarnwick::JDateTime());
     project.component = m_component->text().trimmed();
     const QString pitch = m_pitch->text().trimmed();
     bool isNumber = false;

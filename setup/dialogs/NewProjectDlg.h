@@ -11,8 +11,8 @@ class QPlainTextEdit;
 
 namespace setup {
 
-/// "New Project": site, component and outage, and the table of the tubes. What is wrong with the table is listed while
-/// the fields are edited; OK makes the project.
+/// "New Project": name, site, component and outage of a project, and the table of its tubes. What is wrong with the
+/// table is listed while the fields are edited; OK makes the project.
 class NewProjectDlg : public tarnwick::JDialog
 {
     Q_OBJECT
@@ -47,9 +47,11 @@ private:
 
     Context m_context;
     QLineEdit *m_folder;
+    QLineEdit *m_name;
     QLineEdit *m_site;
     QLineEdit *m_comp;
     QLineEdit *m_outage;
+    QLineEdit *m_date;
     QLineEdit *m_component;
     QLineEdit *m_pitch = nullptr;
     QComboBox *m_pattern = nullptr;

@@ -5,6 +5,7 @@
 #include <QCommandLinkButton>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <setup/dialogs/NewProjectDlg.h>
 #include <support/Files.h>
@@ -20,8 +21,7 @@ class StartPageTest : public DialogFixture
 protected:
     void SetUp() override
     {
-        if (qEnvironmentVariableIsSet("ARVO_DARK"))
-            useDarkPalette();
+        useLookOfTheProgram();
         window.setFileDialogs(&dialogs);
     }
     void type(QDialog &dialog, const QString &field, const QString &text)
@@ -43,6 +43,8 @@ TEST_F(StartPageTest, PageIsUsedWithoutAMouse)
         names.append(part->objectName());
     EXPECT_THAT(names, ::testing::IsSupersetOf({u"startOpen"_s, u"startNew"_s, u"startDemo"_s}));
     EXPECT_FALSE(find<QListWidget>(u"startRecent"_s)->isVisible());
+    EXPECT_TRUE(find<QMenu>(u"menuUtil"_s)->isEnabled());
+    EXPECT_TRUE(find<QMenu>(u"menuLook"_s)->isEnabled()) << "settings of the look need no project";
 
     ASSERT_TRUE(window.openProject(projectFolder()));
     EXPECT_FALSE(page->isVisible());
@@ -82,8 +84,13 @@ TEST_F(StartPageTest, NewProjectTellsWhatIsWrongAndMakesTheProject)
         type(dialog, u"site"_s, u"S1"_s);
         type(dialog, u"comp"_s, u"SGA"_s);
         type(dialog, u"outage"_s, u"R1"_s);
+        type(dialog, u"projectName"_s, u"Unit 1"_s);
+        type(dialog, u"outageDate"_s, u"31.31.2026"_s);
         dialogs.next = bad;
         press(dialog, u"browseTable"_s);
+        dialog.accept();
+        EXPECT_EQ(found->toPlainText(), u"The date of the outage is not a date, such as 03/31/2026.");
+        type(dialog, u"outageDate"_s, u"03/31/2026"_s);
         dialog.accept();
         EXPECT_TRUE(found->toPlainText().contains(u"line 3: Column 'col': 'x'"));
         EXPECT_TRUE(found->toPlainText().contains(u"line 4: The tube of row 1, column 1 is in line 2 already."));
@@ -97,6 +104,8 @@ TEST_F(StartPageTest, NewProjectTellsWhatIsWrongAndMakesTheProject)
     find<QCommandLinkButton>(u"startNew"_s)->click();
     EXPECT_EQ(session().project().folder, dir.filePath(u"plant"_s));
     EXPECT_EQ(session().project().steamGen.numTube(), 3);
+    EXPECT_EQ(session().project().name, u"Unit 1");
+    EXPECT_EQ(session().project().outages[0].date, tarnwick::JDateTime::fromLocal(2026, 3, 31));
     EXPECT_EQ(number(u"SELECT COUNT(*) FROM tubes"_s), 3);
 }
 
