@@ -9,10 +9,15 @@
 #include <clocale>
 #include <cmath>
 #include <cstring>
+#include <db/FieldAccess.h>
+#include <optional>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <tarnwick/base/TaskThread.h>
 #include <tarnwick/FileWriter.h>
+#include <utility>
+#include <vector>
 #include <xlsxwriter.h>
 
 namespace query {
@@ -89,12 +94,18 @@ struct XlsxFile::Impl
         , titles(columnTitles)
     {
     }
-    ~Impl() { close(); }
+    ~Impl()
+    {
+        writer.reset();
+        close();
+    }
     Impl(const Impl &) = delete;
     Impl &operator=(const Impl &) = delete;
 
     void open(const QList<int> &widths);
     void close();
+    void handOver();
+    void writeRows(std::span<const Value> cells);
     lxw_error cell(lxw_col_t column, const Value &value);
     lxw_error text(lxw_col_t column, const QString &text, lxw_format *format = nullptr);
     void check(lxw_error error) const;
@@ -113,7 +124,10 @@ struct XlsxFile::Impl
     lxw_format *dayFormat = nullptr;
     lxw_format *momentFormat = nullptr;
     lxw_format *moneyFormat = nullptr;
-    lxw_row_t rows = 0; ///< rows begun, with the row of titles
+    lxw_row_t rows = 0; ///< rows begun, with the row of titles; only for the writer once it runs
+    qint64 rowsTaken = 0;
+    std::vector<Value> batch;                                  ///< rows taken that the writer does not have yet
+    std::optional<tarnwick::TaskThread> writer{std::in_place}; ///< writing a row takes longer than reading it
 };
 
 void XlsxFile::Impl::check(lxw_error error) const
@@ -193,11 +207,11 @@ lxw_error XlsxFile::Impl::cell(lxw_col_t column, const Value &value)
     case Value::Type::Long:
         return worksheet_write_number(sheet, rows, column, double(value.integer()), nullptr);
     case Value::Type::Currency:
-        return worksheet_write_number(sheet, rows, column, plainText(value).toDouble(), moneyFormat);
+        return worksheet_write_number(sheet, rows, column, value.real(), moneyFormat);
     case Value::Type::Float:
-        // By its text: a Single of 2.1 is not to become 2.09999990463257.
+        // A Single of 2.1 is not to become 2.09999990463257.
         if (std::isfinite(value.real()))
-            return worksheet_write_number(sheet, rows, column, plainText(value).toDouble(), nullptr);
+            return worksheet_write_number(sheet, rows, column, db::decimalOf(value), nullptr);
         break;
     case Value::Type::Double:
         if (std::isfinite(value.real()))
@@ -213,6 +227,26 @@ lxw_error XlsxFile::Impl::cell(lxw_col_t column, const Value &value)
         break;
     }
     return text(column, plainText(value));
+}
+
+void XlsxFile::Impl::handOver()
+{
+    writer->add([this, cells = std::exchange(batch, {})] { writeRows(cells); });
+}
+
+void XlsxFile::Impl::writeRows(std::span<const Value> cells)
+{
+    const PointLocale point;
+    errno = 0;
+    lxw_col_t column = 0;
+    for (const Value &value : cells) {
+        check(cell(column, value));
+        if (++column < lxw_col_t(titles.size()))
+            continue;
+        column = 0;
+        ++rows;
+    }
+    checkRows();
 }
 
 // The library does not look whether its rows could be written, but the stream remembers it.
@@ -265,21 +299,24 @@ XlsxFile::XlsxFile(const QString &machinePath, const QStringList &titles, const 
 
 XlsxFile::~XlsxFile() = default;
 
-void XlsxFile::row(const QList<Value> &cells)
+void XlsxFile::row(std::span<const Value> cells)
 {
-    if (m_impl->rows > kMostRows)
-        throw tarnwick::FileError(m_impl->path, 0,
+    constexpr size_t kBatch = 1000; // cells
+    Impl &impl = *m_impl;
+    if (impl.rowsTaken == kMostRows)
+        throw tarnwick::FileError(impl.path, 0,
                                   u"a spreadsheet has at most %L1 rows; a .csv file takes any number"_s.arg(kMostRows));
-    const PointLocale point;
-    errno = 0;
-    for (lxw_col_t i = 0; i < cells.size(); ++i)
-        m_impl->check(m_impl->cell(i, cells[i]));
-    ++m_impl->rows;
-    m_impl->checkRows();
+    ++impl.rowsTaken;
+    impl.batch.insert(impl.batch.end(), cells.begin(), cells.end());
+    if (impl.batch.size() >= kBatch)
+        impl.handOver();
 }
 
 void XlsxFile::commit(tarnwick::Progress *progress)
 {
+    m_impl->handOver();
+    m_impl->writer->finish();
+    m_impl->writer.reset();
     const PointLocale point;
     m_impl->pack(progress);
     m_impl->moveToPlace(progress);

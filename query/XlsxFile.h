@@ -2,6 +2,7 @@
 #include <dao/values/Value.h>
 #include <memory>
 #include <QStringList>
+#include <span>
 #include <tarnwick/base/Progress.h>
 
 namespace query {
@@ -23,7 +24,7 @@ public:
     XlsxFile &operator=(const XlsxFile &) = delete;
 
     /// Refuses a row beyond kMostRows and a text longer than kLongestText, with the place of the cell.
-    void row(const QList<dao::Value> &cells);
+    void row(std::span<const dao::Value> cells);
     /// Throws tarnwick::Cancelled if the progress stops it.
     void commit(tarnwick::Progress *progress = nullptr);
 

@@ -1,10 +1,12 @@
 #include <support/Printers.h>
 #include <tarnwick/base/Error.h>
 #include <tarnwick/base/Progress.h>
+#include <tarnwick/base/TaskThread.h>
 #include <tarnwick/Prompts.h>
 #include <tarnwick/StringToValue.h>
 #include <tarnwick/TerminalText.h>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -78,4 +80,20 @@ TEST(ProgressLoopTest, StopsWhenAskedTo)
 
     ProgressLoop silent(nullptr, 0, {});
     silent.tick(1);
+}
+
+TEST(TaskThreadTest, RunsTasksInOrderUntilOneThrows)
+{
+    QList<int> done;
+    TaskThread thread;
+    for (int i = 0; i < 100; ++i)
+        thread.add([i, &done] { done.append(i); });
+    thread.finish();
+    ASSERT_EQ(done.size(), 100);
+    EXPECT_TRUE(std::is_sorted(done.cbegin(), done.cend()));
+
+    thread.add([] { throw Error(u"full"_s); });
+    EXPECT_THROW(thread.finish(), Error);
+    EXPECT_THROW(thread.add([&done] { done.clear(); }), Error);
+    EXPECT_EQ(done.size(), 100);
 }
