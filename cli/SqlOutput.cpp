@@ -10,6 +10,7 @@
 #include <db/FieldDefinition.h>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <query/PlainDate.h>
 #include <query/PlainText.h>
 
 namespace cli {

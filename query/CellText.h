@@ -4,9 +4,7 @@
 
 namespace query {
 
-/// Formats a cell of a result by the format of its column: numbers and texts in printf style, dates by strftime's
-/// rules, currency in the user's locale, a Boolean as one of the format's two words ("T F"), or as a number if the
-/// format is numeric. Null gives an empty text.
+/// A cell of a result in the format of its column, see CellPrinter::formatted().
 QString cellText(const dao::Value &value, const QString &format);
 inline QString cellText(const dao::Value &value, const db::ColumnFormat &column)
 {

@@ -182,13 +182,26 @@ dao::Value QueryResult::value(qint64 row, int column) const
     return m_recordset->value(column);
 }
 
+std::span<const dao::Value> QueryResult::values(qint64 row) const
+{
+    const qint64 id = m_rows->id(row);
+    if (isReadable() && !RowMap::isInserted(id)) {
+        moveTo(id);
+        return m_recordset->storedValues();
+    }
+    m_unstored.clear();
+    for (int column = 0; column < columnCount(); ++column)
+        m_unstored.push_back(value(row, column));
+    return m_unstored;
+}
+
 QString QueryResult::cellText(qint64 row, int column) const
 {
     try {
         return query::cellText(value(row, column), m_columns[column]);
     } catch (const dao::DaoException &exception) {
         if (exception.number() == dao::error::RecordDeleted)
-            return u"#Deleted"_s;
+            return kDeletedCell.toString();
         throw;
     }
 }

@@ -4,10 +4,15 @@
 
 #include <dao/Recordset.h>
 #include <db/DatabaseSession.h>
+#include <span>
 #include <tarnwick/base/Progress.h>
 #include <tarnwick/ColourRef.h>
+#include <vector>
 
 namespace query {
+
+/// Stands in the cells of a row that was deleted elsewhere.
+inline constexpr QStringView kDeletedCell = u"#Deleted";
 
 /// The rows of an executed select query. Values are not stored: a row is a position in the open record set, and a cell
 /// is read when requested. So the time to open a result depends only on the engine finding its keys, not on its
@@ -74,6 +79,9 @@ public:
 
     /// The value in its type; Null in an inserted row that is not stored yet. Throws the engine's exceptions.
     dao::Value value(qint64 row, int column) const;
+    /// All values of a row, for those who read many rows. Valid until the result is read again or changed. Throws as
+    /// value() does.
+    std::span<const dao::Value> values(qint64 row) const;
     /// The value in the column's format; "#Deleted" for a row that was deleted elsewhere.
     QString cellText(qint64 row, int column) const;
     /// Error text of a cell that could not be calculated ("11: Division by zero."), for GridSource::tip(); empty for a
@@ -136,7 +144,8 @@ private:
     std::unique_ptr<RowMap> m_rows;
     ChangeListener *m_listener = nullptr;
     std::function<void()> m_found;
-    mutable qint64 m_place = -1; ///< position of the record set; -1 if unknown
+    mutable std::vector<dao::Value> m_unstored; ///< values of the inserted row that was read last
+    mutable qint64 m_place = -1;                ///< position of the record set; -1 if unknown
     quint64 m_run = 0;
     quint64 m_runs = 0;
     int m_pauses = 0;

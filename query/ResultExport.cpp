@@ -1,9 +1,11 @@
 #include "ResultExport.h"
 
+#include "CellPrinter.h"
 #include "Messages.h"
 #include "PlainText.h"
 #include "XlsxFile.h"
 
+#include <dao/values/Errors.h>
 #include <QFileInfo>
 #include <tarnwick/Failures.h>
 #include <tarnwick/FileWriter.h>
@@ -36,16 +38,7 @@ QList<int> spreadsheetWidths(const QueryResult &result)
     return widths;
 }
 
-QList<dao::Value> valuesOf(const QueryResult &result, qint64 row)
-{
-    QList<dao::Value> values;
-    values.reserve(result.columnCount());
-    for (int column = 0; column < result.columnCount(); ++column)
-        values.append(result.value(row, column));
-    return values;
-}
-
-void countFailures(const QList<dao::Value> &values, dao::CellFailures &failures)
+void countFailures(std::span<const dao::Value> values, dao::CellFailures &failures)
 {
     for (const dao::Value &value : values)
         if (value.isError())
@@ -64,31 +57,64 @@ void forEachRow(const QueryResult &result, const ExportOrder &order, tarnwick::P
     }
 }
 
+/// The lines of a text file of rows.
+class TextLines
+{
+public:
+    explicit TextLines(const QueryResult &result)
+        : m_result(result)
+    {
+    }
+
+    QStringView line(std::span<const dao::Value> values)
+    {
+        m_line = u'|';
+        for (int column = 0; column < int(values.size()); ++column) {
+            const db::ColumnFormat &format = m_result.column(column);
+            append(m_printer.formatted(values[size_t(column)], format.format), format.width);
+        }
+        m_line += u'\n';
+        return m_line;
+    }
+
+    QStringView deletedLine()
+    {
+        m_line = u'|';
+        for (int column = 0; column < m_result.columnCount(); ++column)
+            append(kDeletedCell, m_result.column(column).width);
+        m_line += u'\n';
+        return m_line;
+    }
+
+private:
+    void append(QStringView text, int width)
+    {
+        m_line.append(size_t(qMax(width - text.size(), qsizetype(0))), u' ');
+        m_line.append(text.utf16(), size_t(text.size()));
+        m_line += u'|';
+    }
+
+    const QueryResult &m_result;
+    CellPrinter m_printer;
+    std::u16string m_line; // its appends are shorter than those of QString
+};
+
 dao::CellFailures writeText(const QueryResult &result, const ExportOrder &order, const QString &machinePath,
                             tarnwick::Progress *progress)
 {
     dao::CellFailures failures;
     tarnwick::AtomicFile file(machinePath);
-    std::vector<bool> isCalculated;
-    for (int column = 0; column < result.columnCount(); ++column)
-        isCalculated.push_back(result.source(column).source < 0);
-    QString line;
+    TextLines lines(result);
     forEachRow(result, order, progress, [&](qint64 row) {
-        line.resize(0);
-        line += u'|';
-        for (int column = 0; column < result.columnCount(); ++column) {
-            const QString text = result.cellText(row, column);
-            for (qsizetype i = text.size(); i < result.column(column).width; ++i)
-                line += u' ';
-            line += text;
-            line += u'|';
-            if (!isCalculated[size_t(column)])
-                continue;
-            if (const dao::Value value = result.value(row, column); value.isError())
-                failures.add(int(value.integer()));
+        try {
+            const auto values = result.values(row);
+            countFailures(values, failures);
+            file.write(lines.line(values).toUtf8());
+        } catch (const dao::DaoException &exception) {
+            if (exception.number() != dao::error::RecordDeleted)
+                throw;
+            file.write(lines.deletedLine().toUtf8());
         }
-        line += u'\n';
-        file.write(line.toUtf8());
     });
     file.commit();
     return failures;
@@ -100,14 +126,19 @@ dao::CellFailures writeCsv(const QueryResult &result, const ExportOrder &order, 
     dao::CellFailures failures;
     tarnwick::AtomicFile file(machinePath);
     file.write(csvLine(columnNames(result)).toUtf8());
+    CellPrinter printer;
+    QString line;
     forEachRow(result, order, progress, [&](qint64 row) {
-        const QList<dao::Value> values = valuesOf(result, row);
+        const auto values = result.values(row);
         countFailures(values, failures);
-        QStringList cells;
-        cells.reserve(values.size());
-        for (const dao::Value &value : values)
-            cells.append(plainText(value));
-        file.write(csvLine(cells).toUtf8());
+        line.resize(0);
+        for (const dao::Value &value : values) {
+            tarnwick::appendCsvCell(line, printer.plain(value));
+            line += u',';
+        }
+        line.chop(1);
+        line += tarnwick::kCsvLineEnd;
+        file.write(line.toUtf8());
     });
     file.commit();
     return failures;
@@ -119,7 +150,7 @@ dao::CellFailures writeXlsx(const QueryResult &result, const ExportOrder &order,
     dao::CellFailures failures;
     XlsxFile file(machinePath, columnNames(result), spreadsheetWidths(result));
     forEachRow(result, order, progress, [&](qint64 row) {
-        const QList<dao::Value> values = valuesOf(result, row);
+        const auto values = result.values(row);
         countFailures(values, failures);
         file.row(values);
     });

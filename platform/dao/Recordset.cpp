@@ -207,6 +207,13 @@ Value Recordset::value(const QString &name) const
     return m_impl->value(m_impl->requireField(name));
 }
 
+const std::vector<Value> &Recordset::storedValues() const
+{
+    m_impl->requireDynaset();
+    m_impl->load();
+    return m_impl->cells;
+}
+
 sql::NotUpdatable Recordset::whyNotUpdatable() const
 {
     return m_impl->whyNot;

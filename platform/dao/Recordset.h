@@ -63,6 +63,9 @@ public:
     /// Errors: 3021 no current row, 3167 the row was deleted, 3265 unknown name (matched without regard to case).
     Value value(int index) const;
     Value value(const QString &name) const;
+    /// All stored values of the current row, without those that an edit has set. Valid until the recordset is moved,
+    /// read or changed. Only for dynasets. Errors: 3021, 3167.
+    const std::vector<Value> &storedValues() const;
 
     // Changes. Errors: 3027 not updatable, 3020 update without edit or addNew, 3021, and those of the constraints.
     sql::NotUpdatable whyNotUpdatable() const;

@@ -6,23 +6,31 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-QString csvLine(const QStringList &cells)
+void appendCsvCell(QString &line, QStringView cell)
 {
     const auto isSpecial = [](QChar c) { return c == u',' || c == u'"' || c == u'\r' || c == u'\n'; };
-    qsizetype size = 0;
-    for (const QString &cell : cells)
-        size += cell.size() + 1;
+    if (std::ranges::none_of(cell, isSpecial)) {
+        line += cell;
+        return;
+    }
+    line += u'"';
+    for (const QChar c : cell) {
+        if (c == u'"')
+            line += c;
+        line += c;
+    }
+    line += u'"';
+}
+
+QString csvLine(const QStringList &cells)
+{
     QString line;
-    line.reserve(size + 2);
     for (qsizetype i = 0; i < cells.size(); ++i) {
         if (i > 0)
             line += u',';
-        if (std::any_of(cells[i].cbegin(), cells[i].cend(), isSpecial))
-            line += u'"' + QString(cells[i]).replace(u'"', u"\"\""_s) + u'"';
-        else
-            line += cells[i];
+        appendCsvCell(line, cells[i]);
     }
-    line += u"\r\n";
+    line += kCsvLineEnd;
     return line;
 }
 

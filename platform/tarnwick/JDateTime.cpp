@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <limits>
 #include <QDate>
+#include <QVarLengthArray>
 
 namespace tarnwick {
 
@@ -62,12 +63,14 @@ JDateTime JDateTime::fromLocal(int year, int month, int day, int hour, int minut
 
 JDateTime JDateTime::invalidDate()
 {
-    std::tm parts{};
-    parts.tm_year = parts.tm_mon = parts.tm_mday = parts.tm_hour = parts.tm_min = parts.tm_sec = -1;
-    parts.tm_isdst = -1;
-    JDateTime time;
-    time.m_seconds = madeTime(parts).value_or(-1);
-    return time;
+    // Made once: the zone of a process does not change.
+    static const JDateTime made = [] {
+        std::tm parts{};
+        parts.tm_year = parts.tm_mon = parts.tm_mday = parts.tm_hour = parts.tm_min = parts.tm_sec = -1;
+        parts.tm_isdst = -1;
+        return fromSeconds(madeTime(parts).value_or(-1));
+    }();
+    return made;
 }
 
 JDateTime JDateTime::fromOleDate(double days)
@@ -111,31 +114,75 @@ static locale_t plainLocale()
     return locale;
 }
 
-static QString oneConversion(const std::tm &parts, QChar flag, QChar letter)
+namespace {
+
+using Text = QVarLengthArray<QChar, 64>;
+
+void appendByLibrary(Text &text, const std::tm &parts, QChar flag, char letter)
 {
     std::array<char, 8> format{};
     size_t n = 0;
     format[n++] = '%';
     if (!flag.isNull())
         format[n++] = char(flag.unicode());
-    format[n] = char(letter.unicode());
-    std::array<char, 128> text{};
-    const size_t size = strftime_l(text.data(), text.size(), format.data(), &parts, plainLocale());
-    return QString::fromLatin1(text.data(), qsizetype(size));
+    format[n] = letter;
+    std::array<char, 128> made{};
+    const size_t size = strftime_l(made.data(), made.size(), format.data(), &parts, plainLocale());
+    for (size_t i = 0; i < size; ++i)
+        text.append(QLatin1Char(made[i]));
 }
+
+/// The number that a conversion prints with two digits; -1 for the other conversions.
+int twoDigits(const std::tm &parts, char letter)
+{
+    switch (letter) {
+    case 'm':
+        return parts.tm_mon + 1;
+    case 'd':
+        return parts.tm_mday;
+    case 'H':
+        return parts.tm_hour;
+    case 'M':
+        return parts.tm_min;
+    case 'S':
+        return parts.tm_sec;
+    default:
+        return -1;
+    }
+}
+
+// The usual parts are printed here: with strftime() for each of them, an export of a million rows takes longer.
+void appendConversion(Text &text, const std::tm &parts, QChar flag, char letter)
+{
+    constexpr int kBase = 10;
+    const auto digit = [&text](int number) { text.append(QChar(u'0' + number % kBase)); };
+    const int year = parts.tm_year + 1900;
+    if (const int number = flag.isNull() ? twoDigits(parts, letter) : -1; number >= 0) {
+        digit(number / kBase);
+        digit(number);
+    } else if (letter == 'Y' && year >= 1000 && year <= 9999) {
+        for (const int unit : {1000, 100, 10, 1})
+            digit(year / unit);
+    } else {
+        appendByLibrary(text, parts, flag, letter);
+    }
+}
+
+} // namespace
 
 QString JDateTime::toString(QStringView strftimeFormat) const
 {
-    static const QString letters = u"aAbBcCdDeFgGhHIjklmMnprRsStTuUVwWxXyYzZ"_s;
+    constexpr QStringView letters = u"aAbBcCdDeFgGhHIjklmMnprRsStTuUVwWxXyYzZ";
     if (!m_seconds)
         return {};
     const std::tm parts = local();
-    QString text;
+    Text text;
+    const auto append = [&text](QStringView piece) { text.append(piece.data(), piece.size()); };
     const qsizetype size = strftimeFormat.size();
     for (qsizetype i = 0; i < size; ++i) {
         const QChar c = strftimeFormat[i];
         if (c != u'%') {
-            text += c;
+            text.append(c);
             continue;
         }
         const qsizetype start = i++;
@@ -147,13 +194,13 @@ QString JDateTime::toString(QStringView strftimeFormat) const
             ++i; // alternative forms of a locale, which the C locale does not have
         }
         if (i < size && letters.contains(strftimeFormat[i]))
-            text += oneConversion(parts, flag, strftimeFormat[i]);
+            appendConversion(text, parts, flag, char(strftimeFormat[i].unicode()));
         else if (i < size && strftimeFormat[i] == u'%')
-            text += u'%';
+            text.append(u'%');
         else // not a conversion: copied unchanged
-            text += strftimeFormat.sliced(start, qMin(i + 1, size) - start);
+            append(strftimeFormat.sliced(start, qMin(i + 1, size) - start));
     }
-    return text;
+    return QString(text.data(), text.size());
 }
 
 QString JDateTime::toString() const
