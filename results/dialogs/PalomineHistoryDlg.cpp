@@ -84,12 +84,20 @@ PalomineHistoryDlg::PalomineHistoryDlg(const Setup &setup)
     body().addWidget(splitter, 1);
     showCounter();
     finish(m_entries, {kEntriesWidth + kFiltersWidth, 700});
+    keepDrafts(setup.project.folder, u"history"_s);
 }
 
 PalomineHistoryDlg::~PalomineHistoryDlg()
 {
     for (JTableWin *table : {m_entries, m_outages, m_defects})
         table->setSource(nullptr);
+}
+
+void PalomineHistoryDlg::restoreDraft(const QByteArray &content)
+{
+    runLong(u"History"_s, [&] { m_list.restoreDraft(content); });
+    m_mode->setCurrentIndex(int(m_list.choices().mode));
+    showEntries();
 }
 
 void PalomineHistoryDlg::bindCommands()

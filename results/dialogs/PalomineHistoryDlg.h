@@ -40,6 +40,9 @@ protected:
     bool isModified() const override { return m_list.isChanged(); }
     bool store() override;
     bool discard() override;
+    QByteArray draft() const override { return m_list.draft(); }
+    void restoreDraft(const QByteArray &content) override;
+    QString draftName(const QByteArray &) const override { return QStringLiteral("the history"); }
 
 private:
     void bindCommands();

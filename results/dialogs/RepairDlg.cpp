@@ -167,11 +167,20 @@ RepairDlg::RepairDlg(const Setup &setup)
     const QList<int> selected = m_list.selection();
     showRows(selected.isEmpty() ? 0 : selected.first());
     finish(m_table, {1040, 620});
+    if (m_isOpen && !m_list.isReadOnly())
+        keepDrafts(setup.project.folder, u"repairs"_s);
 }
 
 RepairDlg::~RepairDlg()
 {
     m_table->setSource(nullptr);
+}
+
+void RepairDlg::restoreDraft(const QByteArray &content)
+{
+    m_list.restoreDraft(content);
+    fillFilters();
+    showRows(0);
 }
 
 void RepairDlg::bindCommands()

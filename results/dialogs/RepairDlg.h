@@ -45,6 +45,9 @@ protected:
     int changeCount() const override { return m_list.changeCount(); }
     bool store() override;
     bool discard() override;
+    QByteArray draft() const override { return m_list.draft(); }
+    void restoreDraft(const QByteArray &content) override;
+    QString draftName(const QByteArray &) const override { return QStringLiteral("the list of repairs"); }
 
 private:
     void bindCommands();

@@ -47,13 +47,18 @@ void ArvoHistoryOptions::resetToDefaults()
 void ArvoHistoryOptions::serializeBody(JFile &file, int)
 {
     file.serialize(historyFile);
-    auto mode = qint32(filter.mode);
-    file.serialize(mode);
-    if (mode < qint32(OutageMode::LatestSelected) || mode > qint32(OutageMode::All))
-        file.fail(u"the outage mode %1 does not exist"_s.arg(mode));
-    filter.mode = OutageMode(mode);
-    file.list(filter.outages, kSmallestOutage, serializeOutage);
-    file.list(filter.defects, kSmallestDefect, serializeDefect);
+    filter.serialize(file);
+}
+
+void HistoryFilter::serialize(JFile &file)
+{
+    auto number = qint32(mode);
+    file.serialize(number);
+    if (number < qint32(OutageMode::LatestSelected) || number > qint32(OutageMode::All))
+        file.fail(u"the outage mode %1 does not exist"_s.arg(number));
+    mode = OutageMode(number);
+    file.list(outages, kSmallestOutage, serializeOutage);
+    file.list(defects, kSmallestDefect, serializeDefect);
 }
 
 } // namespace results

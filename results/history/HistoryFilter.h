@@ -2,6 +2,7 @@
 #include "HistoryRows.h"
 
 #include <QList>
+#include <tarnwick/JFile.h>
 
 namespace results {
 
@@ -42,6 +43,9 @@ struct HistoryFilter
     /// Marks each entry as kept or not, except those that a user edited: they keep their mark. Returns the number of
     /// kept entries. Outages and codes are compared without regard to case.
     size_t apply(HistoryRows &rows) const;
+
+    /// Reads or writes the choices. Throws JFileError.
+    void serialize(tarnwick::JFile &file);
 
     /// What is kept, in words, for the heading of a file.
     QString outagesText() const;

@@ -298,18 +298,26 @@ void HistoryList::setKept(int place, bool keep)
     m_kept += keep ? 1 : -1;
 }
 
+/// After a change of entries: the filter may have changed since they were marked.
+void HistoryList::countKept()
+{
+    if (m_isFiltered) {
+        m_kept = choices().apply(m_rows);
+        return;
+    }
+    m_kept = 0;
+    for (size_t i = 0; i < m_rows.count(); ++i)
+        m_kept += m_rows[i].keep ? 1 : 0;
+}
+
 int HistoryList::undo()
 {
     if (m_undo.empty())
         return -1;
     const Change last = m_undo.back();
     m_undo.pop_back();
-    const bool wasKept = m_rows[last.index].keep;
     put(last.index, last.before);
-    if (m_isFiltered) // the filter may have changed since
-        m_kept = choices().apply(m_rows);
-    else
-        m_kept += int(last.before.keep) - int(wasKept);
+    countKept();
     if (m_order.empty())
         return int(last.index);
     return int(std::find(m_order.begin(), m_order.end(), last.index) - m_order.begin());

@@ -68,6 +68,12 @@ public:
     int undo();
     bool isChanged() const { return m_changed; }
 
+    /// The unsaved edits, and where their entries are from, for recovery; empty if there are none.
+    QByteArray draft() const;
+    /// Reads the entries of a draft again and repeats its edits. Those whose entries are not there any more are told.
+    /// Throws Error if the draft cannot be read, and Cancelled after reporting why the entries cannot be read now.
+    void restoreDraft(const QByteArray &content);
+
     /// Stores the history if anything changed, then the options. Returns false if something could not be stored.
     bool closeWithOk();
     /// If anything changed, asks whether to save: Cancel returns false.
@@ -84,6 +90,8 @@ private:
         quint32 index;
         HistoryRow before;
     };
+    struct Draft;
+    struct Edit;
 
     size_t indexOf(int place) const { return m_order.empty() ? size_t(place) : m_order[size_t(place)]; }
     void change(int place, const HistoryRow &row);
@@ -91,6 +99,9 @@ private:
     void replace(HistoryRows &&rows);
     void sort();
     void addMissingChoices();
+    void countKept();
+    void applyEdits(const Draft &draft);
+    void applyEdit(size_t index, const Edit &edit);
 
     db::DatabaseSession *m_session;
     const brannock::Project *m_project;

@@ -133,11 +133,11 @@ struct Packing : Conversion<Packing>
 
 } // namespace
 
-brannock::HistoryEntry HistoryRows::entry(size_t index) const
+brannock::HistoryEntry HistoryRows::entry(const HistoryRow &row) const
 {
     brannock::HistoryEntry entry;
     Unpacking unpacking(texts);
-    brannock::visitHistoryFields((*this)[index], entry, unpacking);
+    brannock::visitHistoryFields(row, entry, unpacking);
     return entry;
 }
 

@@ -95,7 +95,8 @@ public:
     const HistoryRow &operator[](size_t index) const { return m_chunks[index / kChunk][index % kChunk]; }
     void append(const HistoryRow &row);
 
-    brannock::HistoryEntry entry(size_t index) const;
+    brannock::HistoryEntry entry(size_t index) const { return entry((*this)[index]); }
+    brannock::HistoryEntry entry(const HistoryRow &row) const;
     /// The entry in compact form. The numbers of tube and outage are 0.
     HistoryRow packed(const brannock::HistoryEntry &entry);
 

@@ -33,6 +33,8 @@ inline constexpr Message kNotAThreshold{0, u"\"%S\" is no threshold. Type a numb
 inline constexpr Message kChangeUndone{0, u"Undone: change of entry %D."};
 inline constexpr Message kHistoryUncounted{
     0, u"The history file does not state its number of rows: missing rows cannot be noticed."};
+inline constexpr Message kEditsNotRestored{
+    0, u"%D of %D changes were not restored, because their entries are not there any more:\n%S"};
 inline constexpr Message kHistoryCaptionFile{0, u"History File - %S"};
 inline constexpr Message kHistoryCaptionDatabase{0, u"History ARVO - Site: %S Comp: %S"};
 inline constexpr Message kHistoryPrintHeader{0, u"HISTORY: Site %S Comp %S"};

@@ -35,6 +35,10 @@ inline constexpr Message kRemovedByOther{
     0, u"Another program has deleted repair \"%S\" of tube %S since it was fetched.\nAdd it again?"};
 inline constexpr Message kDeleteChangedByOther{
     0, u"Another program has changed %D of these repairs since they were fetched.\nDelete them anyway?"};
+inline constexpr Message kNotDeletedAgain{
+    0,
+    u"%D repairs that you had deleted were changed or deleted by another program meanwhile; they were not restored as "
+    u"deleted."};
 inline constexpr Message kRepairCaption{0, u"Repair %S"};
 inline constexpr Message kRepairPage{0, u"%5D of %5D"};
 inline constexpr Message kRepairListTitle{0, u"Repair List"};

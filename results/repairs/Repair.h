@@ -38,6 +38,12 @@ struct Repair
     QString comment;
 
     ellery::TubeAddress address() const { return {sec, row, col}; }
+    /// The tube as one number, for look-ups.
+    quint64 tubeKey() const
+    {
+        constexpr int kBits = 16;
+        return (quint64(quint16(sec)) << kBits | quint16(row)) << kBits | quint16(col);
+    }
     /// It is still to be done.
     bool isScheduled() const { return dateCompleted.isNull(); }
     bool operator==(const Repair &) const = default;

@@ -272,13 +272,9 @@ void RepairList::findRowsAgain()
     if (!m_session->isOpen())
         return;
     QMultiHash<quint64, std::pair<Repair, QByteArray>> rows;
-    const auto key = [](const Repair &repair) {
-        constexpr int bits = 16;
-        return (quint64(quint16(repair.sec)) << bits | quint16(repair.row)) << bits | quint16(repair.col);
-    };
     const auto read = [&] {
         m_table = std::make_unique<RepairTable>(*m_session, [&](Repair &&row, const QByteArray &bookmark) {
-            const quint64 tube = key(row);
+            const quint64 tube = row.tubeKey();
             rows.insert(tube, {std::move(row), bookmark});
         });
     };
@@ -286,7 +282,7 @@ void RepairList::findRowsAgain()
     const auto findRow = [&](Item &item) {
         if (item.bookmark.isEmpty() || item.isGone)
             return;
-        auto [row, end] = rows.equal_range(key(item.fetched()));
+        auto [row, end] = rows.equal_range(item.fetched().tubeKey());
         while (row != end && row->first != item.fetched())
             ++row;
         item.isGone = row == end;

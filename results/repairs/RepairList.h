@@ -97,6 +97,11 @@ public:
     /// Number of repairs that are added, changed or deleted when the list is closed with OK.
     int changeCount() const;
 
+    /// The changes that are not written yet, for recovery; empty if there are none.
+    QByteArray draft() const;
+    /// Repeats the changes of a draft and shows all entries. Throws Error if it cannot be read.
+    void restoreDraft(const QByteArray &content);
+
     /// The tubes of the repairs at these places, each once, for the map. Tubes that do not exist are told.
     QList<qint32> tubesOf(const QList<int> &places) const;
     QList<int> scheduledPlaces() const;

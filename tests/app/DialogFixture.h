@@ -7,8 +7,10 @@
 #include <dao/Recordset.h>
 #include <QDeadlineTimer>
 #include <QDialog>
+#include <QDir>
 #include <QPushButton>
 #include <QTimer>
+#include <tarnwick/RecoveryCopies.h>
 
 namespace app {
 
@@ -40,6 +42,11 @@ protected:
         dao::Recordset rows(session().database().database());
         rows.open(dao::Recordset::Type::Snapshot, query);
         return rows.value(0).integer();
+    }
+    /// Copies of unsaved work of this kind.
+    static qsizetype copiesOf(const QString &kind)
+    {
+        return QDir(tarnwick::RecoveryCopies::folder()).entryList({QStringLiteral("*.") + kind}, QDir::Files).size();
     }
     static void picture(QWidget &dialog, const QString &name)
     {

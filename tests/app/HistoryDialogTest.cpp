@@ -155,6 +155,26 @@ TEST_F(HistoryDialogTest, FiltersSortsEditsAndStores)
     EXPECT_EQ(entry.entryTime.toIso(), u"2024-05-06T10:00:00");
 }
 
+TEST_F(HistoryDialogTest, EditsOfADeadProgramAreOfferedAgain)
+{
+    {
+        PalomineHistoryDlg dialog(setup()); // destroyed without having been closed, as by a kill
+        dialog.show();
+        choose(dialog, u"Fetch History"_s);
+        EXPECT_TRUE(type(table(dialog, u"entries"_s), u"VOLTS"_s, u"12.5"_s));
+        EXPECT_TRUE(QTest::qWaitFor([] { return copiesOf(u"history"_s) == 1; }));
+    }
+    said.answerWith({Answer::Yes, Answer::No});
+    PalomineHistoryDlg dialog(setup());
+    dialog.show();
+    ASSERT_EQ(dialog.list().count(), 90);
+    EXPECT_EQ(dialog.list().entryAt(0).volts, 12.5);
+    EXPECT_EQ(said.lastStatus(), u"Restored the history; it has not been saved yet.");
+    EXPECT_TRUE(dialog.windowTitle().endsWith(u'*'));
+    dialog.reject();
+    EXPECT_EQ(copiesOf(u"history"_s), 0);
+}
+
 TEST_F(HistoryDialogTest, FilesAreOpenedAfterAQuestionAndEditedWithoutADatabase)
 {
     const QString path = files.filePath(u"a.hst"_s);

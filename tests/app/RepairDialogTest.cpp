@@ -160,11 +160,17 @@ TEST_F(RepairDialogTest, SchedulesEditsCompletesAndStoresTogether)
 TEST_F(RepairDialogTest, CancelAsksAndAReadOnlyDatabaseIsOnlyShown)
 {
     {
+        RepairDlg crashed(setup()); // destroyed without having been closed, as by a kill
+        crashed.show();
+        choose(crashed, u"Select All"_s);
+        said.answerWith({Answer::Yes, Answer::Yes, Answer::Cancel, Answer::No});
+        choose(crashed, u"Delete Selected Repairs"_s);
+        EXPECT_TRUE(QTest::qWaitFor([] { return copiesOf(u"repairs"_s) == 1; }));
+    }
+    {
         RepairDlg dialog(setup());
         dialog.show();
-        choose(dialog, u"Select All"_s);
-        said.answerWith({Answer::Yes, Answer::Cancel, Answer::No});
-        choose(dialog, u"Delete Selected Repairs"_s);
+        EXPECT_EQ(said.lastStatus(), u"Restored the list of repairs; it has not been saved yet.");
         EXPECT_EQ(counts(dialog), u"Total 0 Selected 0 Scheduled 0 New 0 Visible 0");
         choose(dialog, u"Edit Repairs"_s);
         EXPECT_EQ(said.texts(Kind::Information).last(), u"No repairs to edit.");
@@ -172,6 +178,7 @@ TEST_F(RepairDialogTest, CancelAsksAndAReadOnlyDatabaseIsOnlyShown)
         EXPECT_TRUE(dialog.isVisible());
         dialog.reject();
         EXPECT_FALSE(dialog.isVisible());
+        EXPECT_EQ(copiesOf(u"repairs"_s), 0);
     }
     EXPECT_EQ(number(u"SELECT COUNT(*) FROM repairs"_s), 12);
     const QString path = session().project().databasePath();

@@ -176,7 +176,11 @@ void JDialog::keepDrafts(const QString &owner, const QString &kind)
             const auto time = JDateTime::fromSeconds(left.time.toSecsSinceEpoch());
             switch (m_prompts.question(Buttons::YesNoCancel, messages::kAskRestoreDraft, name, time)) {
             case Answer::Yes:
-                restoreDraft(content);
+                try {
+                    restoreDraft(content);
+                } catch (const Cancelled &) {
+                    return RecoveryCopies::Decision::Keep;
+                }
                 m_prompts.status(messages::kRestoredDraft, name);
                 return RecoveryCopies::Decision::Restore;
             case Answer::No:

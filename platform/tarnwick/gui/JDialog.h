@@ -75,7 +75,8 @@ protected:
     virtual bool discard() { return true; }
     /// The unsaved work for recovery; empty if there is none.
     virtual QByteArray draft() const { return {}; }
-    /// Takes over a draft. Throws Error if it cannot be read.
+    /// Takes over a draft. Throws Error if it cannot be read, Cancelled if that is not possible now: the next dialog
+    /// offers it again.
     virtual void restoreDraft(const QByteArray &) {}
     /// The work in messages: query "wear.qry".
     virtual QString draftName(const QByteArray &) const { return caption(); }

@@ -177,6 +177,44 @@ TEST_F(HistoryListTest, EditedEntriesKeepTheirMarkAndChangesCanBeUndone)
     EXPECT_EQ(list.undo(), -1);
 }
 
+TEST_F(HistoryListTest, ADraftRepeatsTheEditsOnEntriesThatAreReadAgain)
+{
+    store({{1, 1, u"R1", u"DNT", 2.0}, {1, 2, u"R1", u"DNG", 3.0}, {2, 1, u"R1", u"DNT", 9.0}});
+    ASSERT_TRUE(fetch());
+    EXPECT_TRUE(list.draft().isEmpty());
+    const auto setDefect = [this](int place, const QString &code) {
+        brannock::HistoryEntry entry = list.entryAt(place);
+        entry.defect = code;
+        list.edit(place, entry);
+    };
+    list.choices().mode = OutageMode::AllSelected;
+    setDefect(0, u"WAR"_s);
+    setDefect(1, u"SCC"_s);
+    list.setKept(2, false);
+    const QByteArray draft = list.draft();
+    ASSERT_TRUE(list.saveAs(folder.path(u"project.hst"_s)));
+    EXPECT_TRUE(list.draft().isEmpty());
+
+    // Meanwhile an entry is added before these, and one that was edited is another.
+    store({{0, 1, u"R1", u"DNT", 1.0}});
+    execute(u"UPDATE report SET volts = 5 WHERE row = 1 AND col = 2"_s);
+    results::ArvoHistoryOptions fresh;
+    HistoryList again(session, project, fresh);
+    again.restoreDraft(draft);
+    EXPECT_EQ(prompts.entries().last().text, u"1 of 3 changes were not restored, because their entries are not there "
+                                             u"any more:\n\tROW 1 COL 2 R1 SCC");
+    EXPECT_EQ(joined(again), u"0 R1 DNT, 1 R1 WAR, 1 R1 DNG");
+    EXPECT_EQ(fresh.filter.mode, OutageMode::AllSelected);
+    EXPECT_TRUE(again.isChanged() && again.canUndo());
+    again.undo();
+    again.undo();
+    EXPECT_EQ(joined(again), u"0 R1 DNT, 1 R1 DNT, 1 R1 DNG, 2 R1 DNT");
+    for (qsizetype size = 0; size < draft.size(); ++size)
+        ASSERT_THROW(again.restoreDraft(draft.first(size)), tarnwick::Error) << size;
+    session.close();
+    EXPECT_THROW(again.restoreDraft(draft), tarnwick::Cancelled) << "kept for later";
+}
+
 TEST_F(HistoryListTest, StoresTheKeptEntriesAndLoadsThemAgain)
 {
     store({{1, 1, u"R1", u"DNT", 2.0}, {1, 1, u"R2", u"DNT", 4.5}, {2, 1, u"R2", u"DNT", 9.0}});

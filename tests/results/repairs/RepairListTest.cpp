@@ -230,6 +230,41 @@ TEST_F(RepairListTest, ChangesOfOtherProgramsAreNotOverwrittenUnasked)
     EXPECT_FALSE(prompts.unusedAnswers());
 }
 
+TEST_F(RepairListTest, ADraftRepeatsTheChangesOnRowsThatAreAsTheyWere)
+{
+    for (int col = 1; col <= 4; ++col)
+        store(col, u"Plug"_s);
+    ASSERT_TRUE(list.open());
+    EXPECT_TRUE(list.draft().isEmpty());
+    for (const int place : {0, 1}) {
+        Repair repair = list.repair(place);
+        repair.length = 2.25;
+        list.change(place, repair);
+        list.setSelected(place + 2, true);
+    }
+    prompts.answerWith({Answer::Yes});
+    list.deleteSelected();
+    Repair pattern = list.scheduleTemplate();
+    pattern.repairType = u"Stake"_s;
+    list.schedule({4}, pattern);
+    const QByteArray draft = list.draft();
+
+    other(u"UPDATE repairs SET vendor = 'theirs' WHERE col IN (2, 4)"_s);
+    RepairList again(session, project, options);
+    ASSERT_TRUE(again.open());
+    for (qsizetype size = 0; size < draft.size(); ++size)
+        ASSERT_THROW(again.restoreDraft(draft.first(size)), tarnwick::Error) << size;
+    EXPECT_FALSE(again.isChanged());
+    prompts.clear();
+    again.restoreDraft(draft);
+    EXPECT_TRUE(prompts.entries().last().text.startsWith(u"1 repairs that you had deleted were changed"));
+    EXPECT_EQ(again.changeCount(), 4);
+    prompts.answerWith({Answer::No}); // the changed one was also changed by the other program
+    EXPECT_TRUE(again.closeWithOk());
+    EXPECT_EQ(stored(u"col, repair_type, length"_s),
+              (QStringList{u"1|Plug|2.25"_s, u"2|Plug|0"_s, u"4|Plug|0"_s, u"5|Stake|0"_s}));
+}
+
 TEST_F(RepairListTest, AKillWhileWritingLeavesTheDatabaseAsItWas)
 {
     for (int col = 1; col <= 3; ++col)
