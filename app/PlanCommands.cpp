@@ -62,8 +62,8 @@ plans::DialogSetup PlanCommands::setup() const
 
 void PlanCommands::showPlans(const QString &file)
 {
-    plans::SavePlanDlg dialog(setup(), [this](const brannock::InspPlan &plan) {
-        map::showPlan(m_session.map(), m_session.fillRunner(), plan);
+    plans::SavePlanDlg dialog(setup(), [this](const brannock::InspPlan &plan, const QString &outage) {
+        map::showPlan(m_session.map(), m_session.fillRunner(), plan, outage);
     });
     if (!file.isEmpty())
         dialog.openFile(file);

@@ -1,6 +1,7 @@
 #include "PlanOnMap.h"
 
 #include <plans/ListFill.h>
+#include <span>
 
 namespace map {
 
@@ -24,6 +25,10 @@ bool isIncomplete(const PlanEntry &entry)
 {
     return !isDone(entry);
 }
+bool isWithoutResults(const PlanEntry &entry)
+{
+    return !isAnalyzed(entry);
+}
 
 struct Share
 {
@@ -36,16 +41,21 @@ constexpr Share kShares[] = {
     {u"Acquired Plan Entries", isDone, PlanEntry::done_color},
     {u"Analyzed Plan Entries", isAnalyzed, kMagenta},
 };
+constexpr Share kSharesOfOutage[] = {
+    {u"Incomplete Plan Entries", isWithoutResults, PlanEntry::doit_color},
+    {u"Analyzed Plan Entries", isAnalyzed, kMagenta},
+};
 
 } // namespace
 
-void showPlan(MapDocument &document, const FillRunner &runner, const brannock::InspPlan &plan)
+void showPlan(MapDocument &document, const FillRunner &runner, const brannock::InspPlan &plan, const QString &outage)
 {
     std::vector<std::unique_ptr<plans::MapFill>> fills;
     QStringList said;
-    for (const Share &share : kShares) {
+    const QString suffix = outage.isEmpty() ? QString() : QString(u", "_s + outage);
+    for (const Share &share : outage.isEmpty() ? std::span<const Share>(kShares) : kSharesOfOutage) {
         auto fill = std::make_unique<plans::ListFill>();
-        fill->label = QString::fromUtf16(share.label);
+        fill->label = QString::fromUtf16(share.label) + suffix;
         fill->mark = {ellery::Symbol(kDisc), share.colour};
         for (const PlanEntry &entry : plan.entries) {
             if (share.takes(entry))

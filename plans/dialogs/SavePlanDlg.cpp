@@ -33,6 +33,7 @@ enum Command : int {
     ClearAll,
     Options,
     AddToMap,
+    AddOutageToMap,
     IsAnalyzed,
     CompareOutages,
 };
@@ -64,6 +65,8 @@ constexpr CommandRow kRows[] = {
      u"selection",
      AnyEntry},
     {AddToMap, u"&Add To Map", u"Show the plan on the map as three entries of the legend", AnyEntry},
+    {AddOutageToMap, u"Add &Outage To Map ...",
+     u"Show on the map which tubes of the plan have results in an outage, and which have none", ConnectedEntries},
     {FetchEntries, u"&Fetch Plan ...", u"Read a plan from the database", Connected},
     {UploadEntries, u"&Upload Plan", u"Store the plan in the database under its name", Connected},
     {UploadEntriesAs, u"Upload Plan &As...", u"Store the plan in the database under another name", Connected},
@@ -98,6 +101,7 @@ constexpr MenuItem kBar[] = {
     kCloseMenu,
     openMenu(u"&View"),
     menuItem(AddToMap),
+    menuItem(AddOutageToMap),
     kCloseMenu,
     openMenu(u"&Database"),
     menuItem(FetchEntries),
@@ -123,7 +127,7 @@ constexpr EntriesKind kKind{
 
 } // namespace
 
-SavePlanDlg::SavePlanDlg(const DialogSetup &setup, const std::function<void(const InspPlan &)> &addToMap)
+SavePlanDlg::SavePlanDlg(const DialogSetup &setup, const AddToMapFunction &addToMap)
     : TubeEntriesDlg(setup, kKind, m_editor, m_grid)
     , m_addToMap(addToMap)
     , m_editor(setup.session, setup.project)
@@ -161,7 +165,8 @@ void SavePlanDlg::bindOwn()
         if (PlanOptionDlg::edit(m_editor.options, prompts(), this))
             storeOptions(m_editor.options, setup().project.roots(), prompts());
     });
-    commands().bind(AddToMap, [this] { m_addToMap(m_editor.plan()); });
+    commands().bind(AddToMap, [this] { m_addToMap(m_editor.plan(), {}); });
+    commands().bind(AddOutageToMap, [this] { addOutageToMap(); });
     commands().bind(IsAnalyzed, [this] { checkAnalyzed(); });
     commands().bind(CompareOutages, [this] { compareOutages(); });
 }
@@ -262,24 +267,56 @@ void SavePlanDlg::checkAnalyzed()
     showSummary();
 }
 
-void SavePlanDlg::compareOutages()
+std::optional<QList<OutageCount>> SavePlanDlg::countOutages(const QString &title)
 {
-    ProgressDialog progress(this, u"Compare With Outages"_s);
+    ProgressDialog progress(this, title);
     QList<OutageCount> counts;
     const auto count = [&] { counts = countByOutage(setup().session, m_editor.plan(), &progress); };
     const Outcome outcome = attemptCancellable(prompts(), count, messages::kCompareOutages);
     if (outcome == Outcome::Cancelled)
         prompts().status(messages::kCheckPlanCancelled);
     if (outcome != Outcome::Done)
+        return std::nullopt;
+    if (counts.isEmpty()) {
+        prompts().information(messages::kNoResults);
+        return std::nullopt;
+    }
+    return counts;
+}
+
+void SavePlanDlg::compareOutages()
+{
+    const auto counts = countOutages(u"Compare With Outages"_s);
+    if (!counts)
         return;
     const auto total = TubeGroup(addressesOf(m_editor.plan().entries)).count();
     QString lines;
-    for (const OutageCount &one : counts)
+    for (const OutageCount &one : *counts)
         lines += format(messages::kOutageLine.text, one.outage, one.tubes, total);
-    if (lines.isEmpty())
-        prompts().information(messages::kNoResults);
-    else
-        prompts().information(messages::kOutageCounts, lines);
+    prompts().information(messages::kOutageCounts, lines);
+}
+
+void SavePlanDlg::addOutageToMap()
+{
+    const QString title = u"Add Outage To Map"_s;
+    const auto counts = countOutages(title);
+    if (!counts)
+        return;
+    QStringList outages;
+    for (const OutageCount &one : *counts)
+        outages.append(one.outage);
+    const QString outage = setup().chooseSource(
+        {.title = title, .label = u"Outage"_s, .column = {}, .table = {}, .initialName = {}}, outages, this);
+    if (outage.isEmpty())
+        return;
+    if (!outages.contains(outage, Qt::CaseInsensitive)) {
+        prompts().information(messages::kNoResultsOf, outage);
+        return;
+    }
+    ProgressDialog progress(this, title);
+    InspPlan plan = m_editor.plan(); // its own flags stay those of the present outage
+    if (checkPlan(setup().session, plan, outage, m_editor.options.incompleteCodes, &progress))
+        m_addToMap(plan, outage);
 }
 
 } // namespace plans

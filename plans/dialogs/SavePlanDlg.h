@@ -2,6 +2,8 @@
 #include "PlanGrid.h"
 #include "TubeEntriesDlg.h"
 
+#include <plans/storage/PlanCheck.h>
+
 class QBoxLayout;
 class QLineEdit;
 class QPlainTextEdit;
@@ -14,8 +16,9 @@ class SavePlanDlg : public TubeEntriesDlg
 {
     Q_OBJECT
 public:
-    /// addToMap: shows a plan on the map.
-    SavePlanDlg(const DialogSetup &setup, const std::function<void(const brannock::InspPlan &)> &addToMap);
+    /// Shows a plan on the map. outage: the one whose results the flags "analyzed" tell; empty for the present one.
+    using AddToMapFunction = std::function<void(const brannock::InspPlan &, const QString &outage)>;
+    SavePlanDlg(const DialogSetup &setup, const AddToMapFunction &addToMap);
     ~SavePlanDlg() override { releaseGrid(); }
     PlanEditor &editor() { return m_editor; }
 
@@ -30,9 +33,12 @@ private:
     QLineEdit *addField(QBoxLayout &layout, const QString &prompt, const QString &name, const QStringList &offered);
     void takeFields();
     void checkAnalyzed();
+    /// Empty after Cancel, or after reporting that there are no results.
+    std::optional<QList<OutageCount>> countOutages(const QString &title);
     void compareOutages();
+    void addOutageToMap();
 
-    std::function<void(const brannock::InspPlan &)> m_addToMap;
+    AddToMapFunction m_addToMap;
     PlanEditor m_editor;
     PlanGrid m_grid;
     QLineEdit *m_probe = nullptr;

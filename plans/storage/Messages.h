@@ -46,6 +46,7 @@ inline constexpr Message kCheckingPlan{0, u"Looking for results"};
 inline constexpr Message kOutageCounts{0, u"Tubes of the plan with results, by outage:\n\n%S"};
 inline constexpr Message kOutageLine{0, u"\t%S\t%D of %D\n"};
 inline constexpr Message kNoResults{0, u"The database holds no results."};
+inline constexpr Message kNoResultsOf{0, u"The database holds no results of outage \"%S\"."};
 inline constexpr Message kCompareOutages{0, u"Could not compare the plan with the results."};
 
 // Tube sets in the database

@@ -64,8 +64,8 @@ TEST_F(PlanDialogsTest, PlanIsFilledStoredCheckedAndShown)
 {
     select(30);
     const int before = mapOf(window).count();
-    plans::SavePlanDlg dialog(setup(), [this](const brannock::InspPlan &plan) {
-        map::showPlan(mapOf(window), session().fillRunner(), plan);
+    plans::SavePlanDlg dialog(setup(), [this](const brannock::InspPlan &plan, const QString &outage) {
+        map::showPlan(mapOf(window), session().fillRunner(), plan, outage);
     });
     dialog.show();
     settle();
@@ -105,6 +105,16 @@ TEST_F(PlanDialogsTest, PlanIsFilledStoredCheckedAndShown)
     EXPECT_EQ(mapOf(window).entry(before + 2).mark, markOf(u'\u25CF', 0xFF00FF));
     mapOf(window).undo();
     EXPECT_EQ(mapOf(window).count(), before);
+    sql(u"INSERT INTO report (row, col, sec, outage, site_code, comp, oper_type, analyst_id, oper_id, entry_time) "
+        u"SELECT row, col, sec, 'R01', 'S', 'C', 'P', 'A', 'O', Now() FROM plan_entry WHERE name = 'Third' AND entry_num < 7"_s);
+    name = u"R01"_s;
+    choose(dialog, u"Add Outage To Map ..."_s);
+    ASSERT_EQ(mapOf(window).count(), before + 2);
+    EXPECT_EQ(mapOf(window).entry(before).fillCount, 23);
+    EXPECT_EQ(mapOf(window).entry(before + 1).fillCount, 7);
+    EXPECT_EQ(mapOf(window).entry(before + 1).label, u"Analyzed Plan Entries, R01");
+    EXPECT_EQ(part<QLabel>(dialog, u"summary"_s).text(),
+              u"30 tubes, BOBBIN: 10 acquired, 0 analyzed, 20 left (33% done)");
 
     table.grid().removeSourceRows({0, 2});
     said.answerWith({Answer::Cancel});
