@@ -1,15 +1,15 @@
 #pragma once
-#include <QLabel>
+#include <tarnwick/gui/ElidedLabel.h>
 
 namespace app {
 
-/// Message line of the status bar: one line, cut to its width; the tip has the whole text.
-class StatusLine : public QLabel
+/// Message line of the status bar.
+class StatusLine : public tarnwick::ElidedLabel
 {
 public:
-    explicit StatusLine(QWidget *parent = nullptr);
+    using ElidedLabel::ElidedLabel;
 
-    /// Replaces the text; several lines are joined to one.
+    /// Replaces the text.
     void say(const QString &text);
     /// While on, a text is appended to the one before.
     void setJoins(bool on) { m_joins = on; }
@@ -18,15 +18,7 @@ public:
     /// Call at the end of work: clears a text about work in progress ("Execute ...").
     void endWork();
 
-    QSize minimumSizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
-
 private:
-    void updateTip();
-
     bool m_joins = false;
 };
 

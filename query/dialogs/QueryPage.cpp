@@ -6,6 +6,7 @@
 #include <query/ButtonGrid.h>
 #include <query/gui/SqlFindBar.h>
 #include <query/Messages.h>
+#include <tarnwick/gui/ElidedLabel.h>
 #include <tarnwick/gui/Guarded.h>
 #include <tarnwick/gui/StateKeeper.h>
 #include <tarnwick/gui/TableText.h>
@@ -41,10 +42,10 @@ QueryPage::QueryPage(const QueryEditor::Setup &setup, QueryResult &result, Table
     , m_sql(new SqlEditor)
     , m_find(new SqlFindBar(*m_sql))
     , m_parameters(new QTreeWidget)
-    , m_problem(new QLabel)
+    , m_problem(new tarnwick::ElidedLabel)
     , m_table(new JQueryWin(setup.session, setup.context, mode, nullptr, &result))
     , m_statements(new QProgressBar)
-    , m_run(new QLabel)
+    , m_run(new tarnwick::ElidedLabel)
     , m_waiting(new QLabel(u"Others wait"_s))
     , m_figures(new QLabel)
     , m_entries(new QLabel)
@@ -99,8 +100,6 @@ void QueryPage::makeEditor()
     layout->addLayout(row, 1);
     layout->addWidget(m_find);
     m_problem->setObjectName(u"problem"_s);
-    m_problem->setTextFormat(Qt::PlainText);
-    m_problem->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     layout->addWidget(m_problem);
     m_splitter->addWidget(top);
 }
@@ -109,7 +108,6 @@ void QueryPage::makeStatusRow()
 {
     auto *row = new QHBoxLayout;
     m_run->setObjectName(u"run"_s);
-    m_run->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     m_figures->setObjectName(u"figures"_s);
     m_entries->setObjectName(u"entries"_s);
     m_waiting->setObjectName(u"waiting"_s);
@@ -189,24 +187,10 @@ void QueryPage::check()
     const SqlCheck check = SqlCheck::of(m_setup.session.database(), m_sql->sql());
     const SqlCheck::Error problem = check.error.value_or(check.remark.value_or(SqlCheck::Error()));
     m_sql->markError(problem.part, problem.text);
-    m_problem->setToolTip(problem.text);
-    showProblem();
+    m_problem->setLine(problem.text);
     m_hasError = check.error.has_value();
     if (!check.error)
         showParameters(check.parameters);
-}
-
-/// Shows as much of the problem as there is room for; all of it is the tip.
-void QueryPage::showProblem()
-{
-    const QString text = m_problem->toolTip().simplified();
-    m_problem->setText(m_problem->fontMetrics().elidedText(text, Qt::ElideRight, m_problem->contentsRect().width()));
-}
-
-void QueryPage::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    showProblem();
 }
 
 void QueryPage::showError(const dao::SourceRange &where)
@@ -250,8 +234,7 @@ QString QueryPage::valueOf(const QString &parameter) const
 
 void QueryPage::showRun(const QString &text)
 {
-    m_run->setText(text);
-    m_run->setToolTip(text);
+    m_run->setLine(text);
 }
 
 void QueryPage::showStatement(int number, int done, int count)

@@ -13,6 +13,10 @@ class QPushButton;
 class QSplitter;
 class QTreeWidget;
 
+namespace tarnwick {
+class ElidedLabel;
+}
+
 namespace query {
 
 class JQueryWin;
@@ -54,9 +58,6 @@ public:
     /// Shows the rows that a run has found so far, or all of them after it.
     void showRows();
 
-protected:
-    void resizeEvent(QResizeEvent *event) override;
-
 Q_SIGNALS:
     /// A quick-launch button was pressed.
     void launched(const QString &file);
@@ -65,7 +66,6 @@ private:
     void makeEditor();
     void makeStatusRow();
     void showParameters(const QList<dao::sql::Parameter> &parameters);
-    void showProblem();
     QString valueOf(const QString &parameter) const;
 
     QueryEditor::Setup m_setup;
@@ -76,10 +76,10 @@ private:
     SqlEditor *m_sql;
     SqlFindBar *m_find;
     QTreeWidget *m_parameters;
-    QLabel *m_problem;
+    tarnwick::ElidedLabel *m_problem;
     JQueryWin *m_table;
     QProgressBar *m_statements;
-    QLabel *m_run;
+    tarnwick::ElidedLabel *m_run;
     QLabel *m_waiting;
     QLabel *m_figures;
     QLabel *m_entries;

@@ -1,5 +1,6 @@
 #include "JDialog.h"
 
+#include "ElidedLabel.h"
 #include "Guarded.h"
 #include "Help.h"
 #include "StateKeeper.h"
@@ -39,7 +40,7 @@ JDialog::JDialog(UserPrompts &prompts, const CommandTable *table, const QString 
     , m_prompts(prompts)
     , m_titleBar(new QHBoxLayout)
     , m_body(new QVBoxLayout)
-    , m_message(new QLabel)
+    , m_message(new ElidedLabel)
     , m_changes(new QLabel)
     , m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel))
 {
@@ -47,9 +48,6 @@ JDialog::JDialog(UserPrompts &prompts, const CommandTable *table, const QString 
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setSizeGripEnabled(true);
     m_message->setObjectName(u"message"_s);
-    m_message->setTextFormat(Qt::PlainText);
-    // A long message is cut, not a reason to widen the dialog.
-    m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     m_changes->setObjectName(u"changes"_s);
     m_changes->setToolTip(u"OK stores these changes, Cancel undoes them."_s);
     if (table) {
@@ -109,8 +107,7 @@ void JDialog::finish(QWidget *first, const QSize &size)
 
 void JDialog::showMessage(const QString &text)
 {
-    m_message->setText(text);
-    m_message->setToolTip(text);
+    m_message->setLine(text);
 }
 
 void JDialog::refresh()

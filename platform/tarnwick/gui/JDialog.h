@@ -19,6 +19,8 @@ class QVBoxLayout;
 
 namespace tarnwick {
 
+class ElidedLabel;
+
 /// Base of the program's larger dialogs: menus and keys from a table of commands, a title bar for controls, the body, a
 /// message line with the number of changes that are not stored, OK, Cancel and Help. Size and column widths are
 /// remembered under the object name.
@@ -91,7 +93,7 @@ private:
     QMenuBar *m_menuBar = nullptr;
     QHBoxLayout *m_titleBar;
     QVBoxLayout *m_body;
-    QLabel *m_message;
+    ElidedLabel *m_message;
     QLabel *m_changes;
     QDialogButtonBox *m_buttons;
     std::optional<RecoveryCopies> m_copies;
