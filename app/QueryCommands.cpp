@@ -39,7 +39,7 @@ void QueryCommands::openSqlEditor(const QString &file)
                               },
                           .selectedOnMap = [this] { return m_session.map().selection(); }});
     if (!file.isEmpty())
-        dialog.editor().openFile(file);
+        dialog.openFile(file);
     dialog.exec();
 }
 

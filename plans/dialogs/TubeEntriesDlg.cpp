@@ -189,8 +189,10 @@ bool TubeEntriesDlg::saveAs()
 
 void TubeEntriesDlg::openFile(const QString &machinePath)
 {
-    if (mayReplace() && m_editor.open(machinePath))
-        showEntries();
+    run([this, &machinePath] {
+        if (mayReplace() && m_editor.open(machinePath))
+            showEntries();
+    });
 }
 
 QString TubeEntriesDlg::chooseFile()

@@ -65,6 +65,11 @@ SQLDlg::~SQLDlg()
     delete m_tabs;
 }
 
+void SQLDlg::openFile(const QString &machinePath)
+{
+    run([this, &machinePath] { m_editor.openFile(machinePath); });
+}
+
 void SQLDlg::makeTitleBar()
 {
     QPushButton *executeButton =

@@ -45,6 +45,8 @@ public:
     QueryPage &page() { return *m_page; }
     /// EXECUTE. part: of the text; empty for all of it.
     void execute(const TextPart &part = {});
+    /// Shows the query of a file, unless the user keeps unsaved changes.
+    void openFile(const QString &machinePath);
     /// Executes another statement than the text.
     void executeOther(const QString &statement);
 

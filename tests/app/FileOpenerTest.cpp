@@ -70,6 +70,21 @@ class DropTest : public DialogFixture
 {
 };
 
+TEST_F(DropTest, TitlesNameTheFilesThatWereOpened)
+{
+    for (const auto &[file, title] : {std::pair(u"/queries/wear.qry"_s, u"Query File - wear.qry"_s),
+                                      std::pair(u"/plans/Rotating probe.pln"_s, u"File Plan - Rotating probe.pln"_s),
+                                      std::pair(u"/tube_lists/wear.lst"_s, u"File List - wear.lst"_s)}) {
+        QString shown;
+        inNext<tarnwick::JDialog>([&shown](tarnwick::JDialog &dialog) {
+            shown = dialog.windowTitle();
+            dialog.reject();
+        });
+        EXPECT_TRUE(window.openFiles({projectFolder() + file}));
+        EXPECT_EQ(shown, title);
+    }
+}
+
 TEST_F(DropTest, DroppedFilesOpenAsArgumentsDo)
 {
     const QString report = projectFolder() + u"/temp/dropped.rep"_s;
