@@ -123,16 +123,21 @@ protected:
         qputenv("XDG_DATA_HOME", m_userData.path().toLocal8Bit());
     }
 
+    /// The folder of the projects: that of ARVO_PLANTS if pictures show its path, otherwise a temporary one.
+    static QString plants()
+    {
+        static const QTemporaryDir folder;
+        return qEnvironmentVariable("ARVO_PLANTS", folder.path());
+    }
     /// Tests change the map in memory; what reaches the disk is its database.
     static QString projectFolder()
     {
-        static const QTemporaryDir folder;
         static const QString project = [] {
             demo::DemoOptions options;
             options.tubes = 300;
             options.entries = 200;
             options.outages = 1;
-            const QString path = folder.filePath(QStringLiteral("project"));
+            const QString path = plants() + QStringLiteral("/unit-1");
             demo::makeProject(options, path);
             return path;
         }();

@@ -49,7 +49,7 @@ TEST_F(FileOpenerTest, EachKindGoesToItsWindowInItsProject)
     for (const QString &name : {u"a.rep"_s, u"b.REP"_s})
         tarnwick::writeFileAtomically(reports + name, "a");
     EXPECT_TRUE(opener.open({reports + u"a.rep"_s, reports + u"b.REP"_s, file(u"foreign.txt"_s)}));
-    EXPECT_THAT(done, ElementsAre(u"project project"_s, u"reports 2"_s, u"texts 1"_s));
+    EXPECT_THAT(done, ElementsAre(u"project unit-1"_s, u"reports 2"_s, u"texts 1"_s));
     done.clear();
     // Record files and databases are known by their content, whatever they are called.
     EXPECT_TRUE(opener.open({project + u"/queries/wear.qry"_s, project + u"/arvo/project.mdb"_s,
@@ -57,7 +57,7 @@ TEST_F(FileOpenerTest, EachKindGoesToItsWindowInItsProject)
                              file(u"b"_s, QByteArray("\x78\x56\x34\x12\x07\0\0\0MapFile\1", 16)),
                              project + u"/project.json"_s}));
     EXPECT_THAT(done, ElementsAre(u"query wear.qry"_s, u"database project.mdb"_s, u"list periphery.txt"_s,
-                                  u"plan Rotating probe.pln"_s, u"map b"_s, u"project project"_s));
+                                  u"plan Rotating probe.pln"_s, u"map b"_s, u"project unit-1"_s));
     done.clear();
     // All or none.
     EXPECT_FALSE(opener.open({project + u"/queries/wear.qry"_s, outside.filePath(u"none.map"_s), file(u"c.xyz"_s)}));

@@ -29,7 +29,7 @@ protected:
         dialog.findChild<QLineEdit *>(field)->setText(text);
     }
 
-    QTemporaryDir dir;
+    const QDir dir{plants()};
 };
 
 TEST_F(StartPageTest, PageIsUsedWithoutAMouse)
@@ -73,20 +73,19 @@ TEST_F(StartPageTest, DemoProjectIsMadeWhereTheUserSays)
 
 TEST_F(StartPageTest, NewProjectTellsWhatIsWrongAndMakesTheProject)
 {
-    const QString bad = support::writeFile(dir.filePath(u"bad.csv"_s), "row,col\n1,1\n1,x\n1,1\n");
-    const QString good = support::writeFile(dir.filePath(u"good.csv"_s), "row,col,x,y\n1,1,1,1\n1,2,2,1\n2,1,1,2\n");
+    const QString table = support::writeFile(dir.filePath(u"tubes.csv"_s), "row,col\n1,1\n1,x\n1,1\n");
     inNext<setup::NewProjectDlg>([&](setup::NewProjectDlg &dialog) {
         dialog.accept();
         EXPECT_TRUE(dialog.isVisible());
         auto *found = dialog.findChild<QPlainTextEdit *>(u"found"_s);
         EXPECT_EQ(found->toPlainText().count(u'\n'), 4) << qPrintable(found->toPlainText());
-        type(dialog, u"folder"_s, dir.filePath(u"plant"_s));
+        type(dialog, u"folder"_s, dir.filePath(u"unit-2"_s));
         type(dialog, u"site"_s, u"S1"_s);
         type(dialog, u"comp"_s, u"SGA"_s);
         type(dialog, u"outage"_s, u"R1"_s);
-        type(dialog, u"projectName"_s, u"Unit 1"_s);
+        type(dialog, u"projectName"_s, u"Unit 2"_s);
         type(dialog, u"outageDate"_s, u"31.31.2026"_s);
-        dialogs.next = bad;
+        dialogs.next = table;
         press(dialog, u"browseTable"_s);
         dialog.accept();
         EXPECT_EQ(found->toPlainText(), u"The date of the outage is not a date, such as 03/31/2026.");
@@ -95,16 +94,15 @@ TEST_F(StartPageTest, NewProjectTellsWhatIsWrongAndMakesTheProject)
         EXPECT_TRUE(found->toPlainText().contains(u"line 3: Column 'col': 'x'"));
         EXPECT_TRUE(found->toPlainText().contains(u"line 4: The tube of row 1, column 1 is in line 2 already."));
         picture(dialog, u"new-project"_s);
-        EXPECT_FALSE(QFile::exists(dir.filePath(u"plant"_s)));
-        dialogs.next = good;
-        press(dialog, u"browseTable"_s);
+        EXPECT_FALSE(QFile::exists(dir.filePath(u"unit-2"_s)));
+        support::writeFile(table, "row,col,x,y\n1,1,1,1\n1,2,2,1\n2,1,1,2\n");
         dialog.accept();
         EXPECT_FALSE(dialog.isVisible()) << qPrintable(found->toPlainText());
     });
     find<QCommandLinkButton>(u"startNew"_s)->click();
-    EXPECT_EQ(session().project().folder, dir.filePath(u"plant"_s));
+    EXPECT_EQ(session().project().folder, dir.filePath(u"unit-2"_s));
     EXPECT_EQ(session().project().steamGen.numTube(), 3);
-    EXPECT_EQ(session().project().name, u"Unit 1");
+    EXPECT_EQ(session().project().name, u"Unit 2");
     EXPECT_EQ(session().project().outages[0].date, tarnwick::JDateTime::fromLocal(2026, 3, 31));
     EXPECT_EQ(number(u"SELECT COUNT(*) FROM tubes"_s), 3);
 }
