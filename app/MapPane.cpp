@@ -22,6 +22,13 @@ QStringList linesOf(const QString &text)
     return text.isEmpty() ? QStringList() : QStringList{text};
 }
 
+/// What the colours of the tube on the map say: its entry, and whether it is selected.
+QStringList stateOf(const map::MapDocument &document, int tube)
+{
+    return linesOf(map::markedBy(document, tube)) +
+           (document.tubes().isSelected(tube) ? QStringList{u"Selected"_s} : QStringList());
+}
+
 } // namespace
 
 MapPane::MapPane(map::MapDocument &document, QWidget *startPage, QWidget *parent)
@@ -32,9 +39,8 @@ MapPane::MapPane(map::MapDocument &document, QWidget *startPage, QWidget *parent
 {
     m_map->setObjectName(u"map"_s);
     m_map->setTubeTip(true);
-    m_map->setTipText([this](int tube) {
-        return linesOf(map::markedBy(m_document, tube)) + (m_notes ? m_notes(tube) : QStringList());
-    });
+    m_map->setTipText(
+        [this](int tube) { return stateOf(m_document, tube) + (m_notes ? m_notes(tube) : QStringList()); });
     addWidget(m_map);
     addWidget(startPage);
     connect(m_map, &brannock::TubesheetMap::selectionWanted, this, &MapPane::select);
@@ -100,8 +106,8 @@ QString MapPane::pointedText() const
         return {};
     QStringList parts{component.tubeName(component[m_pointed].address)};
     if (!m_document.tubes().isOpen(m_pointed))
-        parts << m_document.tubes().symbol(m_pointed).text() << linesOf(map::markedBy(m_document, m_pointed));
-    return parts.join(u"   ");
+        parts << m_document.tubes().symbol(m_pointed).text();
+    return (parts + stateOf(m_document, m_pointed)).join(u"   ");
 }
 
 } // namespace app

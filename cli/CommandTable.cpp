@@ -51,7 +51,7 @@ constexpr OptionSpec kNewProjectOptions[] = {
     {u"component", u"FROM", u"a text file with a table of tubes, or the folder of a component or a project"},
     {u"name", u"TEXT", u"title of the project (site and component)"},
     {u"date", u"DATE", u"of the outage, such as 2026-03-31"},
-    {u"pitch", u"N", u"distance of neighbouring tubes, for a table without x and y"},
+    {u"pitch", u"N", u"distance of neighboring tubes, for a table without x and y"},
     {u"pattern", u"KIND", u"square or triangular, for a table without x and y"}};
 
 constexpr OptionSpec kConvertOptions[] = {

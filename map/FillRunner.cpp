@@ -4,6 +4,8 @@
 #include <query/Messages.h>
 #include <tarnwick/Failures.h>
 
+using namespace Qt::StringLiterals;
+
 namespace map {
 
 using plans::FillRemark;
@@ -33,7 +35,7 @@ std::optional<Answer> FillRunner::takeRecords(plans::QueryFill &fill, plans::Que
     if (!tarnwick::attempt(m_prompts, pick, query::messages::kExecute))
         return std::nullopt;
     for (const int record : std::as_const(result.recordsWithoutTube))
-        records.setColours(record, plans::QueryFill::kInvalidColours);
+        records.setColours(record, plans::QueryFill::kInvalidColours, u"This tube does not exist in the component."_s);
     fill.take(result);
     Answer answer = Answer::Yes;
     for (const FillRemark &remark : std::as_const(result.remarks))

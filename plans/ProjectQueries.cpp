@@ -31,7 +31,10 @@ public:
             throw tarnwick::Cancelled();
         return m_result.value(row, column);
     }
-    void setColours(int row, const tarnwick::RowColours &colours) override { m_result.setColours(row, colours); }
+    void setColours(int row, const tarnwick::RowColours &colours, const QString &reason) override
+    {
+        m_result.setColours(row, colours, reason);
+    }
 
 private:
     std::unique_ptr<query::QueryResult> m_own;

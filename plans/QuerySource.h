@@ -22,7 +22,8 @@ public:
     virtual int rowCount() const = 0;
     /// Throws the engine's exceptions.
     virtual dao::Value value(int row, int column) const = 0;
-    virtual void setColours(int row, const tarnwick::RowColours &colours) = 0;
+    /// reason: a sentence that says why, for those who do not see the colours.
+    virtual void setColours(int row, const tarnwick::RowColours &colours, const QString &reason) = 0;
 };
 
 /// Runs the queries of query fills and stores their symbols.

@@ -58,6 +58,14 @@ tarnwick::RowColours QueryButtons::colours(int row) const
     return colours;
 }
 
+QString QueryButtons::tip(int row, int) const
+{
+    const QString file = m_files.value(row);
+    return file.isEmpty()                                  ? u"This button has no query."_s
+           : file.startsWith(kFolder, Qt::CaseInsensitive) ? QString()
+                                                           : u"The file is not in the project's folder queries."_s;
+}
+
 bool QueryButtons::setText(int row, int, const QString &text)
 {
     const QString file = QString(text.trimmed()).replace(u'/', u'\\');

@@ -29,6 +29,7 @@ public:
     QString editText(int row, int) const override { return m_files.value(row); }
     /// Yellow for a file outside of the folder, grey for an empty entry.
     tarnwick::RowColours colours(int row) const override;
+    QString tip(int row, int column) const override;
     QString whyNotEditable(int, int) const override { return {}; }
     bool setText(int row, int column, const QString &text) override;
 

@@ -217,12 +217,17 @@ QString QueryResult::cellTip(qint64 row, int column) const
 
 QueryResult::RowColours QueryResult::colours(qint64 row) const
 {
-    return m_rows->colours(row);
+    return m_rows->mark(row).colours;
 }
 
-void QueryResult::setColours(qint64 row, const RowColours &colours)
+QString QueryResult::colourReason(qint64 row) const
 {
-    m_rows->setColours(row, colours);
+    return m_rows->mark(row).reason;
+}
+
+void QueryResult::setColours(qint64 row, const RowColours &colours, const QString &reason)
+{
+    m_rows->setMark(row, {.colours = colours, .reason = reason});
 }
 
 dao::sql::NotUpdatable QueryResult::whyNotUpdatable() const

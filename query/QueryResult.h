@@ -88,7 +88,9 @@ public:
     /// cell with a value.
     QString cellTip(qint64 row, int column) const;
     RowColours colours(qint64 row) const;
-    void setColours(qint64 row, const RowColours &colours);
+    /// Why the row has its colours, as a sentence for tips and screen readers; may be empty.
+    QString colourReason(qint64 row) const;
+    void setColours(qint64 row, const RowColours &colours, const QString &reason = {});
 
     /// Told about edited cells and deleted rows. Must outlive the result; null for none.
     void setChangeListener(ChangeListener *listener) { m_listener = listener; }

@@ -129,7 +129,8 @@ QString ResultGrid::tip(int row, int column) const
         return lacking.isEmpty() ? u"This row is not stored yet."_s
                                  : u"This row is stored when it has a value for %1."_s.arg(lacking.join(u", "_s));
     }
-    return m_result.cellTip(row, column);
+    const QString tip = m_result.cellTip(row, column);
+    return tip.isEmpty() ? m_result.colourReason(row) : tip;
 }
 
 QString ResultGrid::whyReadOnly() const

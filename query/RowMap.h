@@ -12,6 +12,12 @@ namespace query {
 class QueryResult::RowMap
 {
 public:
+    /// How a row is marked, and why, for those who do not see the colours.
+    struct Mark
+    {
+        RowColours colours = {};
+        QString reason = {};
+    };
     using Values = QHash<int, dao::Value>;
 
     explicit RowMap(qint64 count)
@@ -31,7 +37,7 @@ public:
         const qint64 gone = id(row);
         part();
         m_ids.erase(m_ids.begin() + row);
-        m_colours.remove(gone);
+        m_marks.remove(gone);
         m_values.remove(gone);
     }
 
@@ -47,11 +53,11 @@ public:
         } else {
             --m_count;
         }
-        m_colours.remove(gone);
-        QHash<qint64, RowColours> moved;
-        for (auto entry = m_colours.cbegin(); entry != m_colours.cend(); ++entry)
+        m_marks.remove(gone);
+        QHash<qint64, Mark> moved;
+        for (auto entry = m_marks.cbegin(); entry != m_marks.cend(); ++entry)
             moved.insert(entry.key() > gone ? entry.key() - 1 : entry.key(), entry.value());
-        m_colours.swap(moved);
+        m_marks.swap(moved);
     }
 
     void insert(qint64 row)
@@ -64,14 +70,14 @@ public:
     void setPlace(qint64 row, qint64 place)
     {
         const qint64 before = id(row);
-        if (m_colours.contains(before))
-            m_colours.insert(place, m_colours.take(before));
+        if (m_marks.contains(before))
+            m_marks.insert(place, m_marks.take(before));
         m_values.remove(before);
         m_ids[size_t(row)] = place;
     }
 
-    RowColours colours(qint64 row) const { return m_colours.value(id(row)); }
-    void setColours(qint64 row, const RowColours &colours) { m_colours.insert(id(row), colours); }
+    Mark mark(qint64 row) const { return m_marks.value(id(row)); }
+    void setMark(qint64 row, const Mark &mark) { m_marks.insert(id(row), mark); }
     /// Values typed so far into an inserted row.
     Values &values(qint64 row) { return m_values[id(row)]; }
     const Values values(qint64 row) const { return m_values.value(id(row)); }
@@ -100,7 +106,7 @@ private:
     bool m_parted = false;
     std::vector<qint64> m_ids;
     qint64 m_lastInserted = 0;
-    QHash<qint64, RowColours> m_colours;
+    QHash<qint64, Mark> m_marks;
     QHash<qint64, Values> m_values;
 };
 

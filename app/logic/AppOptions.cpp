@@ -12,7 +12,7 @@ namespace {
 
 constexpr OptionSpec kOptions[] = {
     {u"query", u"FILE.qry", u"run this query at the start and mark its tubes on the map; may be repeated", true},
-    {u"dark", nullptr, u"dark colours, whatever the settings say"},
+    {u"dark", nullptr, u"dark colors, whatever the settings say"},
     {u"picture", u"FILE", u"write a picture of the window (.png, .jpg or .bmp) and end"},
     {u"size", u"WxH", u"size of the window in the picture (1280x800)"},
     {u"scale", u"N", u"device pixels per pixel of the picture (1)"}};

@@ -28,7 +28,7 @@ ReportConvOptionsDlg::ReportConvOptionsDlg(const ReportConvOptions &options, tar
     m_fontSize = addNumber(*form, u"Font Si&ze"_s, u"fontSize"_s, 8, 12, options.fontSize, u"Letters of the text"_s);
     m_fontSize->setFormat(u"%d pt"_s);
     m_highlight->setObjectName(u"highlightFields"_s);
-    m_highlight->setToolTip(u"Mark the columns of the fields in their colours"_s);
+    m_highlight->setToolTip(u"Mark the columns of the fields in their colors"_s);
     m_highlight->setChecked(options.highlightFields);
     connect(m_highlight, &QCheckBox::toggled, this, [this] { refresh(); });
     form->addRow(QString(), m_highlight);

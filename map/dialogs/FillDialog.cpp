@@ -118,7 +118,7 @@ QWidget *FillDialog::makeEntryGroup()
     m_symbol->setObjectName(u"symbolButton"_s);
     m_symbol->setIconSize({kSymbolSide + kIconGap, kSymbolSide});
     m_symbol->setAutoDefault(false);
-    m_symbol->setToolTip(u"Choose another symbol and colour for the entry"_s);
+    m_symbol->setToolTip(u"Choose another symbol and color for the entry"_s);
     m_label->setObjectName(u"entryLabel"_s);
     m_label->setTextFormat(Qt::PlainText);
     auto *group = new QGroupBox(u"Legend Entry"_s);

@@ -114,6 +114,8 @@ QVariant GridModel::data(const QModelIndex &index, int role) const
         static constexpr Qt::AlignmentFlag kFlags[] = {Qt::AlignHCenter, Qt::AlignLeft, Qt::AlignRight};
         return QVariant(int(kFlags[size_t(m_columns[column].align)] | Qt::AlignVCenter));
     }
+    case Qt::AccessibleDescriptionRole: // what a colour or mark says
+        return m_source->tip(row, column);
     case Qt::ToolTipRole: {
         const QString tip = m_source->tip(row, column);
         return tip.isEmpty() ? m_source->whyNotEditable(row, column) : tip;

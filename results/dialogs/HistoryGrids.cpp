@@ -117,7 +117,12 @@ tarnwick::RowColours HistoryGrid::colours(int row) const
 
 QString HistoryGrid::tip(int row, int) const
 {
-    return m_list.isEdited(placeOf(row)) ? u"Edited: it keeps its mark when the filter changes."_s : QString();
+    QStringList reasons;
+    if (!m_list.isKept(placeOf(row)))
+        reasons.append(u"Not kept: it is not written into the history."_s);
+    if (m_list.isEdited(placeOf(row)))
+        reasons.append(u"Edited: it keeps its mark when the filter changes."_s);
+    return reasons.join(u'\n');
 }
 
 QString HistoryGrid::whyNotEditable(int row, int column) const

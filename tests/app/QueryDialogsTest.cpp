@@ -77,7 +77,8 @@ TEST_F(QueryDialogsTest, ResultsAreEditedAddedUpAndKeepTheirWidths)
     dialog.resize(900, 400);
     run(*table, u"wear"_s, u"SELECT sec, row, col, pcnt, defect, file_name, 1 / (pcnt - 40) AS rate FROM report"_s);
     EXPECT_EQ(table->gridLayout().frozen(), 3);
-    table->result().setColours(2, {tarnwick::ColourRef(0xFF), tarnwick::ColourRef(0x80FFFF)});
+    table->result().setColours(2, {tarnwick::ColourRef(0xFF), tarnwick::ColourRef(0x80FFFF)}, u"Why"_s);
+    EXPECT_EQ(table->grid().index(2, 0).data(Qt::AccessibleDescriptionRole), u"Why"_s) << "not by colour alone";
     table->selectionModel()->select(QItemSelection(table->grid().index(0, 1), table->grid().index(9, 2)),
                                     QItemSelectionModel::ClearAndSelect);
     dialog.activateWindow();
@@ -325,6 +326,7 @@ TEST_F(QueryDialogsTest, AResultIsMarkedOnTheMapAsItStands)
     EXPECT_FALSE(commit(-1));
     EXPECT_EQ(result.colours(0), plans::QueryFill::kInvalidColours);
     EXPECT_EQ(result.colours(1), tarnwick::RowColours());
+    EXPECT_EQ(result.colourReason(0), u"This tube does not exist in the component.");
     sql(u"UPDATE report SET row = %1"_s.arg(tube.row));
     ASSERT_TRUE(result.run(document.name, document.sql));
     const int before = map.count();

@@ -20,7 +20,10 @@ public:
     QString columnName(int column) const override { return m_columns[column]; }
     int rowCount() const override { return int(m_rows.size()); }
     dao::Value value(int row, int column) const override { return dao::Value::fromText(m_rows[row].value(column)); }
-    void setColours(int row, const tarnwick::RowColours &rowColours) override { colours.append({row, rowColours}); }
+    void setColours(int row, const tarnwick::RowColours &rowColours, const QString &) override
+    {
+        colours.append({row, rowColours});
+    }
 
     QList<std::pair<int, tarnwick::RowColours>> colours;
 

@@ -25,7 +25,7 @@ std::optional<QColor> ColourChooser::chooseTrying(QWidget *parent, const QColor 
     const QList<tarnwick::ColourRef> before = custom.colours;
     QColorDialog dialog(now, parent);
     dialog.setObjectName(u"colourDialog"_s);
-    dialog.setWindowTitle(u"Colour"_s);
+    dialog.setWindowTitle(u"Color"_s);
     QObject::connect(&dialog, &QColorDialog::currentColorChanged, &dialog, tried);
     const QColor chosen = dialog.exec() == QDialog::Accepted ? dialog.selectedColor() : QColor();
     for (int i = 0; i < places; ++i)

@@ -13,8 +13,8 @@ ColourWell::ColourWell(QWidget *parent)
 {
     setFixedSize(kSide, kSide);
     setAutoDefault(false);
-    setText(u"&Colour ..."_s);
-    setToolTip(u"Choose another colour"_s);
+    setText(u"&Color ..."_s);
+    setToolTip(u"Choose another color"_s);
 }
 
 void ColourWell::setMark(ellery::Symbol symbol, const QColor &colour)

@@ -120,7 +120,9 @@ void LegendTable::paintRow(QPainter &painter, const Columns &columns, double top
 {
     const TubeArt art = TubeArt::forVectors(options, m_row * 0.9 / 0.86);
     art.paintTube(painter, QPointF(columns.symbol + m_row * 0.55, top + m_row / 2), row.mark, false);
-    painter.setFont(m_font);
+    QFont font = m_font;
+    font.setStrikeOut(!row.shown);
+    painter.setFont(font);
     painter.setPen(row.shown ? QColor(Qt::black) : QColor(0x70, 0x70, 0x70));
     const auto text = [&](double left, double right, Qt::Alignment align, const QString &content) {
         painter.drawText(QRectF(left, top, right - left, m_row), int(align | Qt::AlignVCenter) | Qt::TextDontClip,
