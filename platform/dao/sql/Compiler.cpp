@@ -28,10 +28,10 @@ public:
     {
         if (!readHeadings)
             return;
-        m_context.setReadHeadings([this, readHeadings](const bound::Transform &transform) {
+        m_context.setReadHeadings([this](const bound::Transform &transform) {
             const SelectPlan plan = Generator(m_context).transform(transform);
             m_dependsOnValues = m_dependsOnValues || plan.crosstab->valuesNeedParameters;
-            return readHeadings(*plan.crosstab, m_context.settableParameters());
+            return m_readHeadings(*plan.crosstab, m_context.settableParameters());
         });
     }
 

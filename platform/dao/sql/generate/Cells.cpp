@@ -19,12 +19,13 @@ using namespace bound;
 // Where values are compared, as for duplicates or an order, failures are not allowed: they would be compared as values.
 bool Generator::keepsFailure(const Select &select, size_t index)
 {
-    if (!m_keepsFailures || select.distinct)
+    const Expr &expr = *select.columns[index].expr;
+    const bool isSafeField = expr.as<FieldRef>() && expr.type != DataType::Currency;
+    if (!m_keepsFailures || select.distinct || isSafeField)
         return false;
     const auto known = m_kept.constFind({&select, index});
     if (known != m_kept.constEnd())
         return *known;
-    const Expr &expr = *select.columns[index].expr;
     const bool isKey =
         std::ranges::any_of(select.order, [&](const OrderKey &key) { return key.output == int(index); }) ||
         std::ranges::any_of(select.groupBy, [&](const ExprPtr &key) { return sameExpr(*key, expr); });
@@ -68,7 +69,7 @@ bool Generator::callsOwn(const Expr &expr)
 }
 
 // The innermost failing expression ends the statement and reports its place. A cell keeps its failure.
-Generator::Piece Generator::placed(const Expr &expr, const Piece &piece)
+Generator::Piece Generator::placed(const Expr &expr, Piece piece)
 {
     if (!m_tellsPlaces || m_noting || expr.place.length == 0 || !callsOwn(expr))
         return piece;

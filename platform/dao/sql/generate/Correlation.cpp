@@ -243,16 +243,8 @@ bool isUniqueKey(const FieldRef &field)
 // The terms that must all be true. Nested conjunctions are flattened.
 std::vector<ExprPtr> termsOf(const ExprPtr &condition)
 {
-    if (!condition)
-        return {};
-    const bound::Chain *chain = condition->as<bound::Chain>();
-    if (!chain || !chain->isAnd)
-        return {condition};
     std::vector<ExprPtr> terms;
-    for (const ExprPtr &term : chain->terms) {
-        for (ExprPtr &part : termsOf(term))
-            terms.push_back(std::move(part));
-    }
+    forEachTerm(condition, [&terms](const ExprPtr &term) { terms.push_back(term); });
     return terms;
 }
 

@@ -36,6 +36,19 @@ bool isUniqueKey(const bound::FieldRef &field);
 
 /// The terms of a conjunction; none for null.
 std::vector<bound::ExprPtr> termsOf(const bound::ExprPtr &condition);
+/// Visits these terms.
+template <typename Visit>
+void forEachTerm(const bound::ExprPtr &condition, const Visit &visit)
+{
+    const bound::Chain *chain = condition ? condition->as<bound::Chain>() : nullptr;
+    if (!chain || !chain->isAnd) {
+        if (condition)
+            visit(condition);
+        return;
+    }
+    for (const bound::ExprPtr &term : chain->terms)
+        forEachTerm(term, visit);
+}
 
 /// A test of a row against a correlated query over the same table that is correlated only by equal fields: "the first
 /// two results of its tube", "a duplicate". One run of the query gives the result for all rows.

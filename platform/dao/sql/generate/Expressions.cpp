@@ -107,7 +107,7 @@ QString Generator::condition(const Expr &expr)
 //     SELECT -(_s1."a" > 1) FROM "t" AS _s1 ORDER BY _s1."id"
 Generator::Piece Generator::value(const Expr &expr)
 {
-    const Piece piece = std::visit(
+    Piece piece = std::visit(
         [&](const auto &node) -> Piece {
             if constexpr (Condition<std::decay_t<decltype(node)>>) {
                 const Piece condition = truthOf(node);
@@ -117,7 +117,7 @@ Generator::Piece Generator::value(const Expr &expr)
             }
         },
         expr.node);
-    return placed(expr, piece);
+    return placed(expr, std::move(piece));
 }
 
 // A condition as SQLite needs it: a value is compared with 0.
@@ -137,22 +137,25 @@ Generator::Piece Generator::truth(const Expr &expr)
 
 QString Generator::valueAt(const Expr &expr, int rank)
 {
-    const Piece piece = value(expr);
-    return piece.rank >= rank ? piece.text : u'(' + piece.text + u')';
+    Piece piece = value(expr);
+    return piece.rank >= rank ? std::move(piece.text) : QString(u'(' + piece.text + u')');
 }
 
 QString Generator::truthAt(const Expr &expr, int rank)
 {
-    const Piece piece = truth(expr);
-    return piece.rank >= rank ? piece.text : u'(' + piece.text + u')';
+    Piece piece = truth(expr);
+    return piece.rank >= rank ? std::move(piece.text) : QString(u'(' + piece.text + u')');
 }
 
 QString Generator::arguments(const std::vector<ExprPtr> &list)
 {
-    QStringList texts;
-    for (const ExprPtr &expr : list)
-        texts.append(value(*expr).text);
-    return texts.join(u", ");
+    QString text;
+    for (const ExprPtr &expr : list) {
+        if (!text.isEmpty())
+            text += u", "_s;
+        text += value(*expr).text;
+    }
+    return text;
 }
 
 // Only columns of tables have a collation; other text needs an explicit one.
@@ -180,7 +183,7 @@ Generator::Piece Generator::comparable(const Expr &left, const Expr &right)
 QString Generator::ownFunction(QStringView name)
 {
     m_pure = false;
-    return (m_noting || m_tellsPlaces ? m_target.notingPrefix : m_target.functionPrefix) + name.toString().toLower();
+    return QString((m_noting || m_tellsPlaces ? m_target.notingPrefix : m_target.functionPrefix) + name).toLower();
 }
 
 Generator::Piece Generator::call(QStringView name, const QString &arguments)
@@ -218,8 +221,8 @@ Generator::Piece Generator::valueOf(const Literal &node, const Expr &)
 
 Generator::Piece Generator::valueOf(const FieldRef &node, const Expr &)
 {
-    const QString name = quotedName(node.source->table->fields[node.field].name);
-    return {m_standalone ? name : aliasOf(*node.source) + u'.' + name, rank::Primary};
+    const QString &name = node.source->table->fields[node.field].name;
+    return {m_standalone ? quotedName(name) : qualifiedName(aliasOf(*node.source), name), rank::Primary};
 }
 
 // A cell of a nested query can be a noted failure, which cell_value() raises where the value is used.

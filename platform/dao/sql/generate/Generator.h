@@ -78,6 +78,14 @@ private:
         QString list() const;
     };
     enum class Shape { Plain, Nested, Keys, Subquery, Exists };
+    /// Parts of a select's text that can be used again.
+    struct Written
+    {
+        const bound::Select *select = nullptr;
+        QString text = {};
+        qsizetype listEnd = 0; ///< where FROM begins
+        QStringView rest() const { return QStringView(text).sliced(listEnd); }
+    };
 
     // Expressions.cpp
     Piece value(const bound::Expr &expr);
@@ -139,6 +147,7 @@ private:
     Ranked rankedText(const bound::Select &select, const QStringList &cells);
     QStringList cellsOf(const bound::Select &select, Shape shape);
     QString fromToHaving(const bound::Select &select);
+    void addFromToHaving(QString &text, const bound::Select &select);
     QString whereText(const bound::Select &select);
     QString allText(const std::vector<bound::ExprPtr> &terms);
     QString fromText(const bound::Select &select);
@@ -185,7 +194,7 @@ private:
     bool keepsFailure(const bound::Query &query, size_t index);
     bool mayFail(const bound::Expr &expr);
     bool callsOwn(const bound::Expr &expr);
-    Piece placed(const bound::Expr &expr, const Piece &piece);
+    Piece placed(const bound::Expr &expr, Piece piece);
     void show(const bound::Query &query);
     Piece notedQuery(const bound::ScalarQuery &node);
 
@@ -238,6 +247,8 @@ private:
     bool m_usesParameters = false;
     bool m_inTestOfRows = false; ///< true while aggregates are inside a subquery over other rows
     int m_derived = 0;
+    Written m_written;
+    mutable QStringList m_aliases; ///< by source number
 };
 
 /// The sources of a select that contribute a row to each result row, in order.

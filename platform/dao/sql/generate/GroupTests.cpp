@@ -13,10 +13,10 @@ using namespace bound;
 
 void Generator::noteTests(const Select &select)
 {
-    for (const ExprPtr &term : termsOf(select.where)) {
+    forEachTerm(select.where, [&](const ExprPtr &term) {
         if (const InQuery *test = term->as<InQuery>())
             m_tests.insert(test, &select);
-    }
+    });
 }
 
 //     SELECT a FROM t WHERE a IN (SELECT a FROM t AS x GROUP BY a, b HAVING Count(*) > 1 AND b = t.b)

@@ -25,8 +25,7 @@ void collect(const JoinTree &from, const std::function<void(const ExprPtr &, con
     const JoinTree *absent = from.kind == JoinKind::Left    ? from.right.get()
                              : from.kind == JoinKind::Right ? from.left.get()
                                                             : nullptr;
-    for (const ExprPtr &term : termsOf(from.on))
-        take(term, absent ? absent->source : nullptr);
+    forEachTerm(from.on, [&](const ExprPtr &term) { take(term, absent ? absent->source : nullptr); });
     collect(*from.left, take);
     collect(*from.right, take);
 }
@@ -58,15 +57,20 @@ void Generator::noteHashes(const Select &select)
         return;
     for (const JoinTreePtr &from : select.from)
         collect(*from, [&](const ExprPtr &term, const Source *absent) { noteHash(*term, select, absent); });
-    for (const ExprPtr &term : termsOf(select.where))
-        noteHash(*term, select, nullptr);
+    forEachTerm(select.where, [&](const ExprPtr &term) { noteHash(*term, select, nullptr); });
 }
 
 // nullable: the null-supplied table of the term.
 void Generator::noteHash(const Expr &term, const Select &select, const Source *nullable)
 {
     const Compare *compare = term.as<Compare>();
-    if (!compare || compare->op != BinaryOp::Equal || !sameNumbersText(*compare).isEmpty())
+    if (!compare || compare->op != BinaryOp::Equal)
+        return;
+    // Most joins are of fields, which SQLite can index, and most other tests are of a field and a constant.
+    const auto isKnown = [](const Expr &side) {
+        return side.as<FieldRef>() || side.as<Literal>() || side.as<ParameterRef>();
+    };
+    if ((isKnown(*compare->left) && isKnown(*compare->right)) || !sameNumbersText(*compare).isEmpty())
         return;
     const Source *left = sourceOf(select, onlySourceOf(*compare->left));
     const Source *right = sourceOf(select, onlySourceOf(*compare->right));
@@ -87,8 +91,7 @@ void Generator::noteHash(const Expr &term, const Select &select, const Source *n
     const auto look = [&](const ExprPtr &other) { found = found || finds(*other, source); };
     for (const JoinTreePtr &from : select.from)
         collect(*from, [&](const ExprPtr &other, const Source *) { look(other); });
-    for (const ExprPtr &other : termsOf(select.where))
-        look(other);
+    forEachTerm(select.where, look);
     if (found)
         return;
     m_hashes.insert(source.number, {compare, &computed});

@@ -53,9 +53,9 @@ void Generator::planColumns(SelectPlan &plan, const Query &query) const
     if (plan.keyed)
         sources = keySources(*query.singleSelect());
     int ordinal = 0;
+    plan.columns.reserve(qsizetype(query.output().size()));
     for (const OutputColumn &output : query.output()) {
-        dao::sql::Column column;
-        column.info = output.info;
+        dao::sql::Column column{.info = output.info, .source = -1, .updatable = false};
         column.info.ordinal = ordinal++;
         const bound::FieldRef *field = output.expr ? output.expr->as<bound::FieldRef>() : nullptr;
         if (field) {
@@ -63,7 +63,7 @@ void Generator::planColumns(SelectPlan &plan, const Query &query) const
             column.source = found == sources.end() ? -1 : int(found - sources.begin());
             column.updatable = plan.updatable() && column.source >= 0 && !column.info.isAutoIncrement();
         }
-        plan.columns.append(column);
+        plan.columns.append(std::move(column));
     }
 }
 
@@ -111,7 +111,10 @@ bool Generator::isOrderedInPart(const Select &select)
 //         _s2."rowid"
 void Generator::planKeys(SelectPlan &plan, const Select &select)
 {
-    plan.keySql = withCommon([&] { return selectText(select, Shape::Keys); });
+    if (m_written.select == &select)
+        plan.keySql = u"SELECT "_s + cellsOf(select, Shape::Keys).join(u", ") + m_written.rest();
+    else
+        plan.keySql = withCommon([&] { return selectText(select, Shape::Keys); });
     if (isOrderedInPart(select)) {
         m_isIndexed = false;
         plan.sortedKeySql = withCommon([&] { return selectText(select, Shape::Keys); });
@@ -180,9 +183,11 @@ QString Generator::rowText(const Select &select, const std::vector<const Source 
                 add(*sources[i], i);
         }
     }
-    const QStringList cells = cellsOf(select, Shape::Plain);
+    const QString list = m_written.select == &select
+                             ? m_written.text.first(m_written.listEnd)
+                             : QString(u"SELECT "_s + cellsOf(select, Shape::Plain).join(u", "));
     m_grouped = grouped;
-    return u"SELECT "_s + cells.join(u", ") + u" FROM "_s + from + u" WHERE "_s + conditions.join(u" AND ");
+    return list + u" FROM "_s + from + u" WHERE "_s + conditions.join(u" AND ");
 }
 
 } // namespace dao::sql::generate

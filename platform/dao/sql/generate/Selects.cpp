@@ -15,6 +15,9 @@ namespace {
 
 using namespace bound;
 
+// Capacity for the text of a select, so that it seldom has to grow.
+constexpr qsizetype kUsualLength = 500;
+
 bool isPlainJoin(const JoinTree &from)
 {
     return from.source || (from.kind == JoinKind::Inner && isPlainJoin(*from.left) && isPlainJoin(*from.right));
@@ -30,23 +33,36 @@ QStringView joinText(JoinKind kind)
     return kind == JoinKind::Left ? u" LEFT JOIN " : kind == JoinKind::Right ? u" RIGHT JOIN " : u" JOIN ";
 }
 
-QString listed(QStringView word, const QStringList &items)
+/// Adds the word and the items to a text, if there are items.
+void addList(QString &text, QStringView word, const QStringList &items)
 {
-    return items.isEmpty() ? QString() : word.toString() + items.join(u", ");
+    if (items.isEmpty())
+        return;
+    text += word;
+    for (qsizetype i = 0; i < items.size(); ++i) {
+        if (i > 0)
+            text += u", ";
+        text += items[i];
+    }
 }
 
 } // namespace
 
 QString Generator::aliasOf(const Source &source) const
 {
-    return m_target.sourcePrefix + QString::number(source.number);
+    if (m_aliases.size() <= source.number)
+        m_aliases.resize(source.number + 1);
+    QString &alias = m_aliases[source.number];
+    if (alias.isEmpty())
+        alias = m_target.sourcePrefix + QString::number(source.number);
+    return alias;
 }
 
 QString Generator::keyText(const Source &source) const
 {
     if (m_grouped.contains(source.number))
         return aliasOf(source) + u'.' + m_target.keyPrefix;
-    return aliasOf(source) + u'.' + quotedName(source.table->keyColumn);
+    return qualifiedName(aliasOf(source), source.table->keyColumn);
 }
 
 QString Generator::queryText(const Query &query, Shape shape)
@@ -101,7 +117,8 @@ QString Generator::partsText(const Query &query, Shape shape)
     QStringList order;
     for (const OrderKey &key : query.order)
         order.append(QString::number(key.output + 1) + (key.descending ? u" DESC"_s : QString()));
-    return text + listed(u" ORDER BY ", order);
+    addList(text, u" ORDER BY ", order);
+    return text;
 }
 
 // The select list of a shape: 1 for EXISTS, the row keys for Keys, else the columns.
@@ -151,14 +168,24 @@ QString Generator::selectText(const Select &select, Shape shape)
                                std::ranges::any_of(select.sources, [](const auto &source) { return !source->table; }));
     if (shareOfQuery)
         return rankedText(select, cells).whole();
-    QStringList list = cells;
+    QStringList named = cells;
     if (shape == Shape::Nested) {
-        for (qsizetype i = 0; i < list.size(); ++i)
-            list[i] += u" AS "_s + m_target.columnPrefix + QString::number(i);
+        for (qsizetype i = 0; i < named.size(); ++i)
+            named[i] += u" AS "_s + m_target.columnPrefix + QString::number(i);
     }
-    QString text = (select.distinct ? u"SELECT DISTINCT "_s : u"SELECT "_s) + list.join(u", ") + fromToHaving(select);
-    text += listed(u" ORDER BY ", orderOf(select, shape));
-    return text + limitText(select, cells);
+    QString text;
+    text.reserve(kUsualLength);
+    addList(text, select.distinct ? u"SELECT DISTINCT " : u"SELECT ", named);
+    const qsizetype listEnd = text.size();
+    addFromToHaving(text, select);
+    addList(text, u" ORDER BY ", orderOf(select, shape));
+    text += limitText(select, cells);
+    // The texts of keys and of rows have the same parts, unless parts have names that are unique in their text or a
+    // table has another form here.
+    const bool isRepeatable = m_derived == 0 && m_grouped.isEmpty() && m_hashes.isEmpty() && m_pruned.isEmpty();
+    if (shape == Shape::Plain && isRepeatable)
+        m_written = {.select = &select, .text = text, .listEnd = listEnd};
+    return text;
 }
 
 // TOP without ORDER BY: any n rows.
@@ -249,7 +276,9 @@ QString Generator::whereText(const Select &select)
     // Elsewhere false and unknown can have different results.
     const auto outside = m_tests;
     noteTests(select);
-    std::vector<ExprPtr> terms = termsOf(select.where);
+    std::vector<ExprPtr> terms;
+    if (!m_numberTests.isEmpty())
+        terms = termsOf(select.where);
     const auto isNumberTest = [this](const ExprPtr &term) { return m_numberTests.contains(term->as<Compare>()); };
     QString text;
     if (std::ranges::any_of(terms, isNumberTest)) {
@@ -270,20 +299,30 @@ QString Generator::whereText(const Select &select)
 QString Generator::fromToHaving(const Select &select)
 {
     QString text;
-    if (!select.from.empty())
-        text += u" FROM "_s + fromText(select);
+    addFromToHaving(text, select);
+    return text;
+}
+
+void Generator::addFromToHaving(QString &text, const Select &select)
+{
+    if (!select.from.empty()) {
+        text += u" FROM ";
+        text += fromText(select);
+    }
     QString condition = whereText(select);
     std::vector<ExprPtr> ofKeys;
     std::vector<ExprPtr> ofGroups;
-    for (const ExprPtr &term : termsOf(select.having))
-        (isConditionOnKey(*term, select) ? ofKeys : ofGroups).push_back(term);
+    forEachTerm(select.having,
+                [&](const ExprPtr &term) { (isConditionOnKey(*term, select) ? ofKeys : ofGroups).push_back(term); });
     if (!ofKeys.empty())
         condition =
             condition.isEmpty() ? allText(ofKeys) : QString(u'(' + condition + u") AND ("_s + allText(ofKeys) + u')');
     if (&select == m_cancellableSelect)
         condition = cancellable(condition);
-    if (!condition.isEmpty())
-        text += u" WHERE "_s + condition;
+    if (!condition.isEmpty()) {
+        text += u" WHERE ";
+        text += condition;
+    }
     QStringList groups;
     for (const ExprPtr &key : select.groupBy) {
         // GROUP BY and ORDER BY treat an integer constant as a column number.
@@ -291,10 +330,9 @@ QString Generator::fromToHaving(const Select &select)
     }
     for (const Source *source : select.rowSources)
         groups.append(keyText(*source));
-    text += listed(u" GROUP BY ", groups);
+    addList(text, u" GROUP BY ", groups);
     if (!ofGroups.empty())
         text += u" HAVING "_s + allText(ofGroups);
-    return text;
 }
 
 // The comma-separated joins of FROM.
@@ -302,12 +340,15 @@ QString Generator::fromToHaving(const Select &select)
 //     SELECT _s1."a" FROM "t" AS _s1, "v" AS _s2 WHERE _s1."id" = _s2."a" ORDER BY _s1."id", _s2."rowid"
 QString Generator::fromText(const Select &select)
 {
-    QStringList tables;
+    QString text;
     for (const JoinTreePtr &all : select.from) {
-        if (const JoinTreePtr from = withoutPruned(all))
-            tables.append(fromText(*from, !tables.isEmpty() && hasRightJoin(*from)));
+        const JoinTreePtr from = withoutPruned(all);
+        if (from && text.isEmpty())
+            text = fromText(*from, false);
+        else if (from)
+            text += u", " + fromText(*from, hasRightJoin(*from));
     }
-    return tables.join(u", ");
+    return text;
 }
 
 //     SELECT t.a FROM t, (u RIGHT JOIN v ON u.k = v.a)
