@@ -51,10 +51,10 @@ void Catalog::load()
 {
     m_connection.holdRead();
     m_version = m_connection.catalogVersion();
-    m_contents = readCatalog(m_connection);
     m_tablesByName.clear();
+    m_contents = readCatalog(m_connection);
     for (size_t i = 0; i < m_contents.tables.size(); ++i)
-        m_tablesByName.insert(folded(m_contents.tables[i].info.name), qsizetype(i));
+        m_tablesByName.insert({m_contents.tables[i].info.name}, qsizetype(i));
     ++m_generation;
     installEngineRules(m_connection, m_contents);
 }
@@ -77,15 +77,15 @@ void Catalog::rolledBack()
 
 void Catalog::clear()
 {
-    m_contents = {};
     m_tablesByName.clear();
+    m_contents = {};
     m_version = -1;
     ++m_generation;
 }
 
 const StoredTable *Catalog::findStored(QStringView name) const
 {
-    const auto place = m_tablesByName.constFind(folded(name));
+    const auto place = m_tablesByName.constFind({name});
     return place == m_tablesByName.cend() ? nullptr : &m_contents.tables[size_t(*place)];
 }
 

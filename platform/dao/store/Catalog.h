@@ -1,6 +1,8 @@
 #pragma once
 #include "CatalogStorage.h"
 
+#include <dao/values/Names.h>
+
 #include <functional>
 
 namespace dao::store {
@@ -48,7 +50,7 @@ public:
 private:
     Connection &m_connection;
     CatalogContents m_contents;
-    QHash<QString, qsizetype> m_tablesByName;
+    QHash<NameKey, qsizetype> m_tablesByName; ///< refers to m_contents
     std::function<void()> m_beforeChange;
     qint64 m_version = -1;
     quint64 m_generation = 0;

@@ -1,7 +1,9 @@
 #include "NearestName.h"
 
+#include <algorithm>
+#include <bit>
 #include <QHash>
-#include <vector>
+#include <QVarLengthArray>
 
 using namespace Qt::StringLiterals;
 
@@ -10,23 +12,42 @@ namespace {
 
 constexpr qsizetype kLongestName = 64;
 
-int distance(const QString &a, const QString &b)
+/// The letters that occur in a text, as bits.
+quint32 lettersIn(const QString &text)
 {
+    constexpr int kBits = 32;
+    quint32 letters = 0;
+    for (const QChar c : text)
+        letters |= 1u << (c.unicode() % kBits);
+    return letters;
+}
+
+/// The number of changed letters between two texts, or a number that is not below the limit.
+int distance(const QString &a, const QString &b, int limit)
+{
+    constexpr qsizetype kUsualCells = 1024;
     const qsizetype width = b.size() + 1;
-    std::vector<int> cells(size_t((a.size() + 1) * width));
-    const auto cell = [&](qsizetype i, qsizetype j) -> int & { return cells[size_t(i * width + j)]; };
+    QVarLengthArray<int, kUsualCells> cells((a.size() + 1) * width);
+    const auto cell = [&](qsizetype i, qsizetype j) -> int & { return cells[i * width + j]; };
     for (qsizetype i = 0; i <= a.size(); ++i)
         cell(i, 0) = int(i);
     for (qsizetype j = 0; j <= b.size(); ++j)
         cell(0, j) = int(j);
+    int leastBefore = 0;
     for (qsizetype i = 1; i <= a.size(); ++i) {
+        int least = cell(i, 0);
         for (qsizetype j = 1; j <= b.size(); ++j) {
             const int change = a[i - 1] == b[j - 1] ? 0 : 1;
             cell(i, j) = std::min({cell(i - 1, j) + 1, cell(i, j - 1) + 1, cell(i - 1, j - 1) + change});
             const bool swapped = i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
             if (swapped)
                 cell(i, j) = std::min(cell(i, j), cell(i - 2, j - 2) + 1);
+            least = std::min(least, cell(i, j));
         }
+        // The following rows depend on these two only.
+        if (std::min(least, leastBefore) >= limit)
+            return limit;
+        leastBefore = least;
     }
     return cell(a.size(), b.size());
 }
@@ -38,12 +59,18 @@ QString nearestName(QStringView name, const QStringList &candidates)
     if (name.size() < 2 || name.size() > kLongestName)
         return {};
     const QString wanted = name.toString().toLower();
+    const quint32 letters = lettersIn(wanted);
     int best = std::max(1, int(wanted.size()) / 3) + 1;
     QString nearest;
     for (const QString &candidate : candidates) {
         if (candidate.size() > kLongestName || std::abs(candidate.size() - wanted.size()) >= best)
             continue;
-        const int found = distance(wanted, candidate.toLower());
+        // Each letter that only one of the texts has is a change. Few candidates are left to be compared in full.
+        const QString other = candidate.toLower();
+        const quint32 otherLetters = lettersIn(other);
+        if (std::max(std::popcount(letters & ~otherLetters), std::popcount(otherLetters & ~letters)) >= best)
+            continue;
+        const int found = distance(wanted, other, best);
         if (found > 0 && found < best) {
             best = found;
             nearest = candidate;
