@@ -51,7 +51,7 @@ struct Column
         const bool isQualified = first + 2 < tokens.size() && tokens[first + 2].isName() &&
                                  (tokens[first + 1].is(Symbol::Dot) || tokens[first + 1].is(Symbol::Bang));
         const int last = isQualified ? first + 2 : first;
-        return {isQualified ? tokens[first].text : QString(), tokens[last].text,
+        return {isQualified ? tokens[first].string() : QString(), tokens[last].string(),
                 tokens[first].range.to(tokens[last].range), last + 1};
     }
     bool isSameAs(const Column &other) const

@@ -82,7 +82,7 @@ QList<Scoped> sourcesOf(const QList<Token> &tokens, const SqlNames &names)
                 next += tokens[next].is(Keyword::As) ? 1 : 0;
                 const bool hasAlias = next < tokens.size() && tokens[next].isName() &&
                                       (tokens[next].keyword == Keyword::None || next > i + 1);
-                scope.append({source, hasAlias ? tokens[next].text : QString()});
+                scope.append({source, hasAlias ? tokens[next].string() : QString()});
             }
         }
         clauses.pass(tokens[i]);
@@ -163,7 +163,7 @@ void addWords(Collector &found, const QList<Scoped> &scope)
         found.add(QString::fromUtf16(keyword), QString::fromUtf16(keyword), {}, Kind::Keyword);
 }
 
-/// The tokens of the statement before the cursor and behind it.
+/// The tokens of the statement before the cursor and behind it. They refer to the text.
 struct Around
 {
     QList<Token> before;
@@ -171,8 +171,7 @@ struct Around
 
     Around(const QString &text, int start, int cursor)
     {
-        const QString rest = text.mid(cursor);
-        before = ast::tokenize(text.left(start));
+        before = ast::tokenize(QStringView(text).left(start));
         before.removeLast();
         for (qsizetype i = before.size(); i-- > 0;) {
             if (before[i].is(Symbol::Semicolon)) {
@@ -181,7 +180,7 @@ struct Around
             }
         }
         all = before;
-        for (const Token &token : ast::tokenize(rest)) {
+        for (const Token &token : ast::tokenize(QStringView(text).mid(cursor))) {
             all.append(token);
             if (token.is(Symbol::Semicolon))
                 break;
@@ -192,7 +191,7 @@ struct Around
 /// Where the word before the cursor begins; -1 inside a text or date.
 int wordStart(const QString &text, int cursor)
 {
-    const QList<Token> tokens = ast::tokenize(text.left(cursor));
+    const QList<Token> tokens = ast::tokenize(QStringView(text).left(cursor));
     if (tokens.size() < 2)
         return cursor;
     const Token &last = tokens[tokens.size() - 2];
@@ -222,7 +221,7 @@ CompletionList completionsAt(const QString &text, int cursor, const SqlNames &na
                              (around.before[count - 1].is(Symbol::Dot) || around.before[count - 1].is(Symbol::Bang)) &&
                              around.before[count - 2].isName();
     if (isQualified) {
-        const QString &qualifier = around.before[count - 2].text;
+        const QStringView qualifier = around.before[count - 2].text;
         for (const Scoped &scoped : scope) {
             const QString &name = scoped.alias.isEmpty() ? scoped.source->name : scoped.alias;
             if (name.compare(qualifier, Qt::CaseInsensitive) == 0)
@@ -247,7 +246,7 @@ CompletionList completionsAt(const QString &text, int cursor, const SqlNames &na
 QStringList callAt(const QString &text, int cursor)
 {
     QList<int> open; // index of the token before each open parenthesis
-    const QList<Token> tokens = ast::tokenize(text.left(cursor));
+    const QList<Token> tokens = ast::tokenize(QStringView(text).left(cursor));
     for (int i = 0; i < tokens.size(); ++i) {
         if (tokens[i].is(Symbol::LeftParen))
             open.append(i - 1);
@@ -259,8 +258,8 @@ QStringList callAt(const QString &text, int cursor)
     if (open.isEmpty() || open.constLast() < 0 || !tokens[open.constLast()].isName())
         return {};
     QStringList lines;
-    for (const auto *function : dao::sql::bound::functionsNamed(tokens[open.constLast()].text))
-        lines.append(QString::fromUtf16(function->signature) + u"  " + QString::fromUtf16(function->help));
+    for (const auto &function : dao::sql::bound::functionsNamed(tokens[open.constLast()].text))
+        lines.append(QString::fromUtf16(function.signature) + u"  " + QString::fromUtf16(function.help));
     return lines;
 }
 

@@ -23,7 +23,7 @@ QList<dao::FieldInfo> columnsOf(const QString &sql)
         const ast::Token &next = tokens[std::min(i + 1, int(tokens.size()) - 1)];
         if (depth == 0 && tokens[i].isName() && (next.is(ast::Symbol::Comma) || next.is(ast::Keyword::From))) {
             dao::FieldInfo field;
-            field.name = tokens[i].text;
+            field.name = tokens[i].string();
             fields.append(field);
         }
     }
@@ -97,11 +97,11 @@ QList<StyledWord> SqlWords::words(const QString &text) const
     for (int i = 0; i + 1 < tokens.size(); ++i) {
         const ast::Token &token = tokens[i];
         WordKind kind = WordKind::Other;
-        const QString name = token.text.toLower();
+        const QString name = token.string().toLower();
         const bool isField = m_fields.contains(name);
         switch (token.kind) {
         case Kind::Word:
-            if (tokens[i + 1].is(ast::Symbol::LeftParen) && !dao::sql::bound::functionsNamed(token.text).isEmpty())
+            if (tokens[i + 1].is(ast::Symbol::LeftParen) && !dao::sql::bound::functionsNamed(token.text).empty())
                 kind = WordKind::Function;
             else if (token.keyword != ast::Keyword::None && (!isField || isReserved(token.keyword)))
                 kind = WordKind::Keyword;

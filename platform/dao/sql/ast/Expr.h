@@ -3,6 +3,7 @@
 #include "Token.h"
 
 #include <memory>
+#include <memory_resource>
 #include <variant>
 #include <vector>
 
@@ -10,7 +11,15 @@ namespace dao::sql::ast {
 
 struct Expr;
 struct Query;
-using ExprPtr = std::unique_ptr<Expr>;
+/// Destroys a node. Its memory belongs to the tree.
+struct ExprDeleter
+{
+    void operator()(Expr *expr) const;
+};
+using ExprPtr = std::unique_ptr<Expr, ExprDeleter>;
+/// The memory of the nodes of a tree, which is freed as a whole: allocating each node took a fifth of the time of
+/// parsing.
+using ExprMemory = std::pmr::monotonic_buffer_resource;
 using QueryPtr = std::unique_ptr<Query>;
 
 enum class UnaryOp { Minus, Plus, Not };
@@ -28,8 +37,11 @@ using Quantified = Nodes::Quantified;
 /// A column, an alias or a parameter; the binder decides. A name of more than two parts is always a parameter.
 struct Name
 {
-    QStringList parts;
-    QString text; ///< as written, without brackets: "t.f", "Forms!F!C"
+    QString text;      ///< as written, without brackets: "t.f", "Forms!F!C"
+    QStringList parts; ///< empty if the name has one part
+
+    bool isSimple() const { return parts.isEmpty(); }
+    const QString &last() const { return parts.isEmpty() ? text : parts.constLast(); }
 };
 
 struct Unary
@@ -77,5 +89,10 @@ struct Expr
         return std::get_if<T>(&node);
     }
 };
+
+inline void ExprDeleter::operator()(Expr *expr) const
+{
+    std::destroy_at(expr);
+}
 
 } // namespace dao::sql::ast

@@ -7,7 +7,7 @@
 namespace dao::sql::ast {
 
 /// The keywords of the grammar. Each of them is an ordinary name where the grammar does not allow the keyword.
-enum class Keyword {
+enum class Keyword : quint8 {
     None,
     Action,
     Add,

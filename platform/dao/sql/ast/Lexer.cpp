@@ -32,13 +32,28 @@ bool isDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
+bool isAsciiLetter(QChar c)
+{
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+}
+
+// Nearly all characters are ASCII, for which QChar's tables are not needed.
+bool isAscii(QChar c)
+{
+    return c.unicode() < 0x80;
+}
+
 bool startsWord(QChar c)
 {
-    return c.isLetter() || c == u'_' || c == u'@' || c.isSurrogate();
+    if (isAscii(c))
+        return isAsciiLetter(c) || c == u'_' || c == u'@';
+    return c.isLetter() || c.isSurrogate();
 }
 
 bool continuesWord(QChar c)
 {
+    if (isAscii(c))
+        return startsWord(c) || isDigit(c);
     return startsWord(c) || c.isLetterOrNumber() || c.isMark();
 }
 
@@ -52,6 +67,8 @@ public:
 
     QList<Token> run()
     {
+        constexpr qsizetype kUsualLength = 4; // of a token with the space after it
+        m_tokens.reserve(m_text.size() / kUsualLength + 1);
         while (true) {
             while (m_at < m_text.size() && m_text[m_at].isSpace())
                 ++m_at;
@@ -123,15 +140,15 @@ private:
         Token token;
         token.kind = Token::Kind::Text;
         for (++m_at; m_at < m_text.size(); ++m_at) {
-            if (at() != quote) {
-                token.text += at();
-            } else if (at(1) == quote) {
-                token.text += quote;
-                ++m_at;
-            } else {
+            if (at() != quote)
+                continue;
+            if (at(1) != quote) {
+                token.text = m_text.sliced(m_start + 1, m_at - m_start - 1);
                 ++m_at;
                 return token;
             }
+            token.doubledQuote = quote;
+            ++m_at;
         }
         return fault(Fault::Text, 0);
     }
@@ -144,7 +161,7 @@ private:
             return fault(Fault::Bracket, m_text.size());
         Token token;
         token.kind = Token::Kind::Quoted;
-        token.text = m_text.sliced(m_at + 1, end - m_at - 1).toString();
+        token.text = m_text.sliced(m_at + 1, end - m_at - 1);
         m_at = end + 1;
         return token;
     }
@@ -225,7 +242,7 @@ private:
             ++m_at;
         Token token;
         token.kind = Token::Kind::Word;
-        token.text = m_text.sliced(m_start, m_at - m_start).toString();
+        token.text = m_text.sliced(m_start, m_at - m_start);
         // After a dot each word is a plain name.
         token.keyword = m_afterDot ? Keyword::None : keywordOf(token.text);
         return token;
@@ -254,6 +271,14 @@ private:
 };
 
 } // namespace
+
+QString Token::string() const
+{
+    QString result = text.toString();
+    if (!doubledQuote.isNull())
+        result.replace(QString(2, doubledQuote), QString(doubledQuote));
+    return result;
+}
 
 QList<Token> tokenize(QStringView text)
 {

@@ -15,6 +15,8 @@ constexpr int kMaxNesting = 150;
 constexpr qsizetype kLongestText = 4000000;
 constexpr qsizetype kMaxTokens = 1500000;
 
+constexpr size_t kUsualMemory = 4096; // 50 expressions
+
 // Length of an unterminated name that a message shows.
 constexpr qsizetype kLongestName = 64;
 
@@ -34,15 +36,17 @@ Parser::DepthGuard::DepthGuard(Parser &parser)
 Parser::Parser(const QString &text)
     : m_text(text)
     , m_tokens(tokenize(QStringView(m_text).first(std::min(m_text.size(), kLongestText + 1))))
+    , m_memory(std::make_shared<ExprMemory>(kUsualMemory))
 {
     if (m_text.size() > kLongestText || m_tokens.size() > kMaxTokens)
         fail(error::TooComplex);
 }
 
-Parser::Parser(const QString &text, QList<Token> tokens, int depth)
-    : m_text(text)
+Parser::Parser(const Parser &outer, QList<Token> tokens)
+    : m_text(outer.m_text)
     , m_tokens(std::move(tokens))
-    , m_depth(depth)
+    , m_memory(outer.m_memory)
+    , m_depth(outer.m_depth)
 {
 }
 
@@ -75,21 +79,22 @@ void Parser::explain(DaoException &exception) const
             return hint(tokenAt(at), u"This SQL has no LIMIT; TOP asks for the first rows: SELECT TOP %1 ..."_s.arg(
                                          textOf(number.range)));
     }
-    const Token word = current();
+    const Token &word = current();
     const bool hasFrom = std::ranges::any_of(m_tokens, [](const Token &token) { return token.is(Keyword::From); });
-    if (!hasFrom && isWord(word) && !nearestName(word.text, {u"FROM"_s}).isEmpty())
+    if (!hasFrom && isWord(word) && !nearestName(word.string(), {u"FROM"_s}).isEmpty())
         hint(word, kFromExpected);
 }
 
 Statement Parser::parseWhole()
 {
     Statement statement;
+    statement.memory = m_memory;
     checkCurrent();
     if (at(Keyword::Parameters))
         parseParameters(statement);
     if (at(Keyword::Procedure))
         parseProcedure(statement);
-    const Token first = current();
+    const Token &first = current();
     if (first.is(Keyword::Select) || first.is(Symbol::LeftParen) || (first.is(Keyword::Table) && ahead().isName()))
         statement.node = parseQuery();
     else if (first.is(Keyword::Transform))
@@ -114,22 +119,29 @@ Statement Parser::parseWhole()
     return statement;
 }
 
-ExprPtr Parser::parseLoneExpression()
+std::shared_ptr<const Expr> Parser::parseLoneExpression()
 {
     accept(Symbol::Equal);
     ExprPtr expr = parseClauseExpression();
     if (current().kind != Token::Kind::End)
         failMissingOperator();
-    return expr;
+    return withMemory(std::move(expr));
 }
 
-ExprPtr Parser::parseCriterion()
+std::shared_ptr<const Expr> Parser::parseCriterion()
 {
     m_criterion = true;
     ExprPtr expr = parseClauseExpression();
     if (current().kind != Token::Kind::End)
         failMissingOperator();
-    return withImpliedField(std::move(expr));
+    return withMemory(withImpliedField(std::move(expr)));
+}
+
+// The result can outlive the parser.
+std::shared_ptr<const Expr> Parser::withMemory(ExprPtr expr) const
+{
+    const auto tree = std::make_shared<std::pair<std::shared_ptr<ExprMemory>, ExprPtr>>(m_memory, std::move(expr));
+    return {tree, tree->second.get()};
 }
 
 void Parser::expectEnd()
@@ -142,9 +154,9 @@ void Parser::expectEnd()
     }
 }
 
-Token Parser::take()
+const Token &Parser::take()
 {
-    const Token token = current();
+    const Token &token = current();
     pass();
     return token;
 }
@@ -194,13 +206,13 @@ NameAt Parser::expectName(int error)
 {
     if (!current().isName())
         fail(error);
-    const Token token = takeName();
-    return {token.text, token.range};
+    const Token &token = takeName();
+    return {token.string(), token.range};
 }
 
-Token Parser::takeName()
+const Token &Parser::takeName()
 {
-    const Token token = current();
+    const Token &token = current();
     if (token.text.isEmpty())
         fail(error::InvalidBracketing, {textOf(token.range)});
     return take();

@@ -15,21 +15,21 @@ public:
 
     Statement parseStatement();
     /// Parses the whole text as one expression.
-    ExprPtr parseLoneExpression();
+    std::shared_ptr<const Expr> parseLoneExpression();
     /// Parses the whole text as a validation rule. Comparisons may omit the left operand (an ImpliedField replaces it);
     /// a single operand means equality with the field. This applies to each term of And and Or.
-    ExprPtr parseCriterion();
+    std::shared_ptr<const Expr> parseCriterion();
 
 private:
     class DepthGuard;
     class ExpressionScope;
 
-    Parser(const QString &text, QList<Token> tokens, int depth);
+    Parser(const Parser &outer, QList<Token> tokens);
 
     // Parser.cpp: tokens and failures
     const Token &current() const { return m_tokens[m_at]; }
     const Token &ahead(qsizetype count = 1) const { return m_tokens[std::min(m_at + count, m_tokens.size() - 1)]; }
-    Token take();
+    const Token &take();
     void pass();
     bool at(Keyword keyword) const { return current().is(keyword); }
     bool at(Symbol symbol) const { return current().is(symbol); }
@@ -38,7 +38,7 @@ private:
     void expect(Keyword keyword, int error);
     void expect(Symbol symbol, int error);
     NameAt expectName(int error);
-    Token takeName();
+    const Token &takeName();
     std::vector<NameAt> nameList(int error);
     Range since(const Token &first) const;
     QString textOf(Range range) const;
@@ -54,6 +54,7 @@ private:
     void explain(DaoException &exception) const;
     template <typename Node>
     ExprPtr make(Range range, Node node);
+    std::shared_ptr<const Expr> withMemory(ExprPtr expr) const;
     int depthOf(const std::vector<ExprPtr> &children) const;
     void limitDepth(int depth, Range range);
 
@@ -63,7 +64,7 @@ private:
     ExprPtr parseClause(int errorWhenEmpty);
     ExprPtr parseExpression();
     ExprPtr parsePivot();
-    ExprPtr parseLogical(int level);
+    ExprPtr parseLogical(int lowest);
     ExprPtr parseChain(bool isAnd);
     ExprPtr parseNot();
     ExprPtr parseComparison();
@@ -71,7 +72,7 @@ private:
     ExprPtr parseBetween(ExprPtr left, bool negated);
     ExprPtr parseIn(ExprPtr left, bool negated);
     ExprPtr parseRelation(ExprPtr left, BinaryOp op);
-    ExprPtr parseArithmetic(int level);
+    ExprPtr parseArithmetic(int lowest);
     std::vector<ExprPtr> parseExpressionList();
     ExprPtr withImpliedField(ExprPtr expr);
     bool atCriterionOperator() const;
@@ -140,6 +141,7 @@ private:
 
     QString m_text;
     QList<Token> m_tokens;
+    std::shared_ptr<ExprMemory> m_memory;
     qsizetype m_at = 0;
     qsizetype m_expressionStart = -1;
     int m_depth = 0;
@@ -185,7 +187,7 @@ private:
 template <typename Node>
 ExprPtr Parser::make(Range range, Node node)
 {
-    auto expr = std::make_unique<Expr>();
+    ExprPtr expr(std::pmr::polymorphic_allocator<Expr>(m_memory.get()).new_object<Expr>());
     expr->range = range;
     if constexpr (requires { node.operand; })
         expr->depth = std::max(expr->depth, node.operand->depth + 1);

@@ -16,11 +16,12 @@ constexpr int kDefaultTextSize = 255;
 QSet<QString> namesIn(const Expr &expr)
 {
     QSet<QString> names;
-    const QList<Token> tokens = tokenize(printExpression(expr));
+    const QString text = printExpression(expr);
+    const QList<Token> tokens = tokenize(text);
     for (qsizetype i = 0; i < tokens.size(); ++i) {
         const bool qualified = i > 0 && tokens[i - 1].is(Symbol::Dot);
         if (tokens[i].isName() && !qualified)
-            names.insert(tokens[i].text.toLower());
+            names.insert(tokens[i].string().toLower());
     }
     return names;
 }
@@ -117,7 +118,7 @@ FieldDefinition Parser::parseFieldDefinition()
         } else if (accept(Keyword::Null)) {
             field.notNull = false;
         } else if (accept(Keyword::Default)) {
-            const Token first = current();
+            const Token &first = current();
             // Only the text of the default is stored; parsing it finds its end.
             parseArithmetic(0);
             field.defaultRange = since(first);
@@ -150,7 +151,7 @@ void Parser::parseFieldType(FieldDefinition &field)
     int numbers = 0;
     do {
         accept(Symbol::Minus);
-        const Token number = current();
+        const Token &number = current();
         if (number.kind != Token::Kind::Number || !number.whole)
             fail(error::SyntaxInFieldDefinition);
         take();
@@ -167,7 +168,7 @@ void Parser::parseFieldType(FieldDefinition &field)
 // [CONSTRAINT name] body. A constraint of a table lists its fields; that of a field applies to the field.
 Constraint Parser::parseConstraint(bool ofTable)
 {
-    const Token first = current();
+    const Token &first = current();
     Constraint constraint;
     if (accept(Keyword::Constraint))
         constraint.name = expectName(error::SyntaxInConstraint).name;
@@ -215,7 +216,7 @@ void Parser::parseConstraintBody(Constraint &constraint, bool ofTable)
 Range Parser::parseCheck()
 {
     expect(Symbol::LeftParen, error::SyntaxInConstraint);
-    const Token first = current();
+    const Token &first = current();
     {
         const ExpressionScope scope(*this);
         parseExpression();
@@ -335,7 +336,7 @@ CreateQuery Parser::parseCreateQuery()
     } else if (!at(Keyword::As)) {
         const bool parenthesised = accept(Symbol::LeftParen);
         do {
-            const Token first = current();
+            const Token &first = current();
             parseParameter();
             parameters.append(textOf(since(first)));
         } while (accept(Symbol::Comma));
@@ -343,7 +344,7 @@ CreateQuery Parser::parseCreateQuery()
             expect(Symbol::RightParen, error::SyntaxInParameter);
     }
     expect(Keyword::As, error::SyntaxInCreateTable);
-    const Token first = current();
+    const Token &first = current();
     const DepthGuard guard(*this);
     Statement stored = parseStatement();
     if (isView)

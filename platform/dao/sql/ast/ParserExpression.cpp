@@ -14,7 +14,6 @@ struct KeywordOperator
 // Lowest precedence first. Or and And have their own production, between these and Not.
 constexpr KeywordOperator kLogicalOperators[] = {
     {Keyword::Imp, BinaryOp::Imp}, {Keyword::Eqv, BinaryOp::Eqv}, {Keyword::Xor, BinaryOp::Xor}};
-constexpr int kLogicalLevels = int(std::size(kLogicalOperators));
 
 struct ArithmeticOperator
 {
@@ -31,7 +30,6 @@ constexpr ArithmeticOperator kArithmeticOperators[] = {{0, Symbol::Ampersand, Ke
                                                        {3, Symbol::Backslash, Keyword::None, BinaryOp::IntegerDivide},
                                                        {4, Symbol::Star, Keyword::None, BinaryOp::Multiply},
                                                        {4, Symbol::Slash, Keyword::None, BinaryOp::Divide}};
-constexpr int kArithmeticLevels = 5;
 
 struct RelationOperator
 {
@@ -44,11 +42,19 @@ constexpr RelationOperator kRelationOperators[] = {
     {Symbol::Less, BinaryOp::Less},           {Symbol::Greater, BinaryOp::Greater},
     {Symbol::LessEqual, BinaryOp::LessEqual}, {Symbol::GreaterEqual, BinaryOp::GreaterEqual}};
 
-const ArithmeticOperator *arithmeticOperator(const Token &token, int level)
+const KeywordOperator *logicalOperator(const Token &token)
+{
+    for (const KeywordOperator &entry : kLogicalOperators) {
+        if (token.is(entry.keyword))
+            return &entry;
+    }
+    return nullptr;
+}
+
+const ArithmeticOperator *arithmeticOperator(const Token &token)
 {
     for (const ArithmeticOperator &entry : kArithmeticOperators) {
-        const bool matches = entry.keyword == Keyword::None ? token.is(entry.symbol) : token.is(entry.keyword);
-        if (entry.level == level && matches)
+        if (entry.keyword == Keyword::None ? token.is(entry.symbol) : token.is(entry.keyword))
             return &entry;
     }
     return nullptr;
@@ -116,16 +122,18 @@ ExprPtr Parser::parsePivot()
 }
 
 // logical := logical IMP logical | logical EQV logical | logical XOR logical | disjunction
-// Lowest precedence first; all three are left-associative.
-ExprPtr Parser::parseLogical(int level)
+// Takes the operators from that level on; lowest precedence first. All three are left-associative.
+ExprPtr Parser::parseLogical(int lowest)
 {
-    if (level == kLogicalLevels)
-        return parseChain(false);
-    ExprPtr left = parseLogical(level + 1);
-    while (accept(kLogicalOperators[level].keyword)) {
+    ExprPtr left = parseChain(false);
+    while (const KeywordOperator *found = logicalOperator(current())) {
+        const int level = int(found - kLogicalOperators);
+        if (level < lowest)
+            break;
+        take();
         ExprPtr right = parseLogical(level + 1);
         const Range range = left->range.to(right->range);
-        left = make(range, Binary{kLogicalOperators[level].op, std::move(left), std::move(right)});
+        left = make(range, Binary{found->op, std::move(left), std::move(right)});
     }
     return left;
 }
@@ -149,7 +157,7 @@ ExprPtr Parser::parseChain(bool isAnd)
 // negation := NOT negation | comparison
 ExprPtr Parser::parseNot()
 {
-    const Token first = current();
+    const Token &first = current();
     const bool negatesField = m_criterion && first.is(Keyword::Not);
     if (!first.is(Keyword::Not) && !negatesField)
         return parseComparison();
@@ -185,7 +193,7 @@ ExprPtr Parser::parseComparisonTail(ExprPtr left, bool &found)
         take();
         return parseRelation(std::move(left), relation->op);
     }
-    const Token first = m_tokens[m_at];
+    const Token &first = current();
     if (accept(Keyword::Is)) {
         const bool negated = accept(Keyword::Not);
         if (!accept(Keyword::Null))
@@ -245,7 +253,7 @@ ExprPtr Parser::parseIn(ExprPtr left, bool negated)
 {
     if (!at(Symbol::LeftParen))
         failExpression(u"In operator without ()"_s);
-    const Token open = take();
+    const Token &open = take();
     if (at(Keyword::Select) || at(Keyword::Transform) || (at(Symbol::LeftParen) && ahead().is(Keyword::Select))) {
         QueryPtr query = parseSubquery();
         const Range range = {left->range.start, since(open).end() - left->range.start};
@@ -269,15 +277,16 @@ std::vector<ExprPtr> Parser::parseExpressionList()
     return items;
 }
 
-// Levels, lowest precedence first: & | + - | MOD | \ | * /. All operators are left-associative.
-ExprPtr Parser::parseArithmetic(int level)
+// Levels, lowest precedence first: & | + - | MOD | \ | * /. All operators are left-associative. Takes the operators
+// from that level on.
+ExprPtr Parser::parseArithmetic(int lowest)
 {
-    if (level == kArithmeticLevels)
-        return parseUnary();
-    ExprPtr left = parseArithmetic(level + 1);
-    while (const ArithmeticOperator *found = arithmeticOperator(current(), level)) {
+    ExprPtr left = parseUnary();
+    while (const ArithmeticOperator *found = arithmeticOperator(current())) {
+        if (found->level < lowest)
+            break;
         take();
-        ExprPtr right = parseArithmetic(level + 1);
+        ExprPtr right = parseArithmetic(found->level + 1);
         const Range range = left->range.to(right->range);
         left = make(range, Binary{found->op, std::move(left), std::move(right)});
     }

@@ -27,7 +27,7 @@ void Parser::parseProcedure(Statement &statement)
 
 ParameterDeclaration Parser::parseParameter()
 {
-    const Token first = current();
+    const Token &first = current();
     ParameterDeclaration declaration;
     declaration.name = expectName(error::SyntaxInParameter);
     while ((at(Symbol::Dot) || at(Symbol::Bang)) && ahead().isName()) {
@@ -148,10 +148,10 @@ void Parser::refuseOtherDatabase()
     if (!at(Keyword::In))
         return;
     take();
-    const Token path = current();
+    const Token &path = current();
     if (path.kind != Token::Kind::Text && path.kind != Token::Kind::Quoted)
         fail(error::SyntaxInFrom);
-    fail(error::FileNotFound, {path.text});
+    fail(error::FileNotFound, {path.string()});
 }
 
 } // namespace dao::sql::ast

@@ -57,7 +57,7 @@ bool Parser::beginsOperand() const
 // unary := (- | +) unary | power
 ExprPtr Parser::parseUnary()
 {
-    const Token first = current();
+    const Token &first = current();
     if (!first.is(Symbol::Minus) && !first.is(Symbol::Plus))
         return parsePower();
     const DepthGuard guard(*this);
@@ -72,7 +72,7 @@ ExprPtr Parser::parsePower()
     ExprPtr left = parsePrimary();
     while (accept(Symbol::Caret)) {
         // 2 ^ -1: the exponent may have a sign, although a sign binds less tightly than "^".
-        const Token sign = current();
+        const Token &sign = current();
         const bool hasSign = accept(Symbol::Minus) || accept(Symbol::Plus);
         ExprPtr right = parsePrimary();
         if (hasSign)
@@ -86,7 +86,7 @@ ExprPtr Parser::parsePower()
 // primary := literal | name | call | ( expression ) | ( query )
 ExprPtr Parser::parsePrimary()
 {
-    const Token token = current();
+    const Token &token = current();
     switch (token.kind) {
     case Token::Kind::Number:
         take();
@@ -94,7 +94,7 @@ ExprPtr Parser::parsePrimary()
                     Literal{token.whole ? Value::fromLong(qint32(token.number)) : Value::fromDouble(token.number)});
     case Token::Kind::Text:
         take();
-        return make(token.range, Literal{Value::fromText(token.text)});
+        return make(token.range, Literal{Value::fromText(token.string())});
     case Token::Kind::Date:
         take();
         return make(token.range, Literal{Value::fromDate(token.number)});
@@ -117,7 +117,7 @@ ExprPtr Parser::parsePrimary()
 // A word as an operand: NULL, TRUE, FALSE and the like, NOT, EXISTS (query), else a name.
 ExprPtr Parser::parseWord()
 {
-    const Token token = current();
+    const Token &token = current();
     const bool isQualifier = ahead().is(Symbol::Dot) || ahead().is(Symbol::Bang);
     if (token.keyword == Keyword::None || isQualifier)
         return parseName();
@@ -149,18 +149,19 @@ ExprPtr Parser::parseWord()
 // name := part { (. | !) part }. Form references such as Forms!Main!Field are parameters.
 ExprPtr Parser::parseName()
 {
-    const Token first = current();
+    const Token &first = current();
     if (ahead().is(Symbol::LeftParen) && first.kind == Token::Kind::Word)
         return parseCall();
     Name name;
-    name.parts.append(first.text);
-    name.text = first.text;
+    name.text = first.string();
     takeName();
     while ((at(Symbol::Dot) || at(Symbol::Bang)) && ahead().isName()) {
+        if (name.parts.isEmpty())
+            name.parts.append(name.text);
         name.text += at(Symbol::Dot) ? u'.' : u'!';
         take();
-        name.parts.append(current().text);
-        name.text += current().text;
+        name.parts.append(current().string());
+        name.text += name.parts.constLast();
         takeName();
     }
     if (at(Symbol::Dot) || at(Symbol::Bang) || (at(Symbol::LeftParen) && name.parts.size() > 1))
@@ -172,9 +173,9 @@ ExprPtr Parser::parseName()
 ExprPtr Parser::parseCall()
 {
     const DepthGuard guard(*this);
-    const Token first = take();
+    const Token &first = take();
     take();
-    Call call{first.text, {}, false};
+    Call call{first.string(), {}, false};
     if (at(Symbol::Star) && ahead().is(Symbol::RightParen)) {
         call.star = true;
         take();
@@ -188,7 +189,7 @@ ExprPtr Parser::parseCall()
 // ( query ) is a scalar subquery; ( expression ) only groups and has no node.
 ExprPtr Parser::parseParenthesis()
 {
-    const Token open = take();
+    const Token &open = take();
     if (at(Keyword::Select)) {
         QueryPtr query = parseSubquery();
         return make(since(open), ScalarQuery{std::move(query)});

@@ -8,7 +8,7 @@ namespace dao::sql::ast {
 QueryPtr Parser::parseQuery()
 {
     const DepthGuard guard(*this);
-    const Token first = current();
+    const Token &first = current();
     const int deepestOutside = std::exchange(m_deepest, 0);
     auto query = std::make_unique<Query>();
     query->parts.push_back(parseQueryPart());
@@ -63,7 +63,7 @@ QueryPart Parser::parseQueryPart()
 // select := SELECT [predicates] list [INTO name] clauses
 std::unique_ptr<Select> Parser::parseSelect()
 {
-    const Token first = take();
+    const Token &first = take();
     auto select = std::make_unique<Select>();
     parsePredicates(*select);
     select->items = parseSelectList(error::SyntaxInSelect);
@@ -99,7 +99,7 @@ void Parser::parsePredicates(Select &select)
 void Parser::parseTop(Select &select)
 {
     take();
-    const Token number = current();
+    const Token &number = current();
     if (number.kind != Token::Kind::Number || !number.whole || number.number < 0)
         fail(error::InvalidTop);
     take();
@@ -121,7 +121,7 @@ std::vector<SelectItem> Parser::parseSelectList(int error)
 // * | name.* | expression [AS alias]
 SelectItem Parser::parseSelectItem(int error)
 {
-    const Token first = current();
+    const Token &first = current();
     SelectItem item;
     const bool endsHere = first.kind == Token::Kind::End || first.is(Symbol::Semicolon) || first.is(Symbol::Comma) ||
                           first.is(Symbol::RightParen) || (endsExpression(first.keyword) && !first.is(Keyword::On));
@@ -132,7 +132,7 @@ SelectItem Parser::parseSelectItem(int error)
         return item;
     }
     if (first.isName() && ahead().is(Symbol::Dot) && ahead(2).is(Symbol::Star)) {
-        item.starQualifier = first.text;
+        item.starQualifier = first.string();
         takeName();
         take();
         take();
@@ -222,7 +222,7 @@ bool Parser::atJoin() const
 // INNER JOIN | (LEFT | RIGHT) [OUTER] JOIN
 JoinKind Parser::parseJoinKind()
 {
-    const Token word = take();
+    const Token &word = take();
     if (!word.is(Keyword::Inner))
         accept(Keyword::Outer);
     expect(Keyword::Join, error::SyntaxInJoin);
@@ -232,7 +232,7 @@ JoinKind Parser::parseJoinKind()
 // Joins without parentheses are parsed from left to right, although the original dialect requires parentheses.
 TableRefPtr Parser::parseJoins()
 {
-    const Token first = current();
+    const Token &first = current();
     int joins = 0;
     TableRefPtr left = parseTable();
     while (atJoin()) {
@@ -261,7 +261,7 @@ TableRefPtr Parser::parseTable()
     const DepthGuard guard(*this);
     if (at(Symbol::LeftParen))
         return parseParenthesisedTable();
-    const Token first = current();
+    const Token &first = current();
     if (!first.isName() || (first.kind == Token::Kind::Word && endsTableName(first.keyword)))
         fail(error::SyntaxInFrom);
     const bool isOldDerived = first.kind == Token::Kind::Quoted && ahead().is(Symbol::Dot) &&
@@ -270,7 +270,7 @@ TableRefPtr Parser::parseTable()
         return parseBracketedQuery();
     auto table = std::make_unique<TableRef>();
     takeName();
-    table->node = NamedTable{first.text};
+    table->node = NamedTable{first.string()};
     table->range = since(first);
     parseTableAlias(*table);
     return table;
@@ -279,7 +279,7 @@ TableRefPtr Parser::parseTable()
 // ( joins ) only groups; ( query ) is a derived table.
 TableRefPtr Parser::parseParenthesisedTable()
 {
-    const Token open = take();
+    const Token &open = take();
     const bool isQuery = at(Keyword::Select) || at(Keyword::Table);
     if (!isQuery) {
         ++m_open;
@@ -296,7 +296,7 @@ TableRefPtr Parser::parseParenthesisedTable()
 // place.
 TableRefPtr Parser::parseBracketedQuery()
 {
-    const Token first = take();
+    const Token &first = take();
     take();
     // The lexer treats each word after a dot as a name, so keywords are restored here.
     if (current().kind == Token::Kind::Word)
@@ -305,7 +305,7 @@ TableRefPtr Parser::parseBracketedQuery()
     QList<Token> tokens = tokenize(first.text);
     for (Token &token : tokens)
         token.range.start += offset;
-    Parser inner(m_text, std::move(tokens), m_depth);
+    Parser inner(*this, std::move(tokens));
     inner.checkCurrent();
     QueryPtr query = inner.parseQuery();
     inner.expectEnd();
@@ -330,7 +330,7 @@ void Parser::parseTableAlias(TableRef &table)
         table.alias = expectName(error::SyntaxInFrom).name;
     else if (current().kind == Token::Kind::Quoted ||
              (current().kind == Token::Kind::Word && !endsTableName(current().keyword)))
-        table.alias = takeName().text;
+        table.alias = takeName().string();
 }
 
 Transform Parser::parseTransform()

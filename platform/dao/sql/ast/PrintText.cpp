@@ -108,9 +108,12 @@ QString nameText(const QString &name)
 
 QString nameText(const Name &name)
 {
-    QString text = nameText(name.parts.constFirst());
-    qsizetype at = name.parts.constFirst().size();
-    for (const QString &part : name.parts.sliced(1)) {
+    if (name.isSimple())
+        return nameText(name.text);
+    QString text = nameText(name.parts.front());
+    qsizetype at = name.parts.front().size();
+    for (qsizetype i = 1; i < name.parts.size(); ++i) {
+        const QString &part = name.parts[i];
         text += name.text[at];
         // After a dot each word is a plain name.
         text += isPlainName(part) ? part : nameText(part);

@@ -248,6 +248,7 @@ struct ParameterDeclaration
 
 struct Statement
 {
+    std::shared_ptr<ExprMemory> memory; ///< of all expressions below
     std::vector<ParameterDeclaration> parameters;
     std::variant<QueryPtr, Transform, Insert, Update, Delete, CreateTable, AlterTable, CreateIndex, DropTable,
                  DropIndex, CreateQuery, DropQuery, Execute>

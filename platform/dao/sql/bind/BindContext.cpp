@@ -45,22 +45,6 @@ std::unique_ptr<Source> BindContext::newSource(const QString &name, Range where)
     return source;
 }
 
-// Sets depth and size from the children, so that no later pass has to walk the tree to check them.
-void BindContext::limitDepth(Expr &expr) const
-{
-    int depth = 0;
-    forEachChild(expr, [&](const ExprPtr &child) {
-        depth = std::max(depth, child->depth);
-        expr.size += child->size;
-    });
-    if (const Query *query = subqueryOf(expr)) {
-        depth = std::max(depth, query->depth);
-        expr.size += query->size;
-    }
-    expr.depth = depth + 1;
-    limit(expr.depth, expr.size, expr.range);
-}
-
 void BindContext::limit(int depth, qint64 size, Range where) const
 {
     if (depth > kMaxDepth || size > kMaxSize)

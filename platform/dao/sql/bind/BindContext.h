@@ -1,8 +1,10 @@
 #pragma once
 #include "Bound.h"
 
+#include <array>
 #include <dao/sql/plan/Compiled.h>
 #include <dao/values/Errors.h>
+#include <memory_resource>
 #include <QHash>
 #include <utility>
 
@@ -20,7 +22,8 @@ struct BoundParameter
     bool mayBeColumn = false; ///< of a cross table whose columns are not known
 };
 
-/// State shared by all binders of one statement: schema, source text, parameters, numbers of sources.
+/// State shared by all binders of one statement: schema, source text, parameters, numbers of sources. It owns the
+/// memory of the bound expressions, so they must not outlive it.
 class BindContext
 {
 public:
@@ -30,6 +33,8 @@ public:
         , m_userText(text)
     {
     }
+    BindContext(const BindContext &) = delete;
+    BindContext &operator=(const BindContext &) = delete;
 
     const SchemaView &schema() const { return m_schema; }
 
@@ -38,17 +43,35 @@ public:
     /// Error 3360 if a tree becomes too deep or a text too long for SQLite.
     void limit(int depth, qint64 size, Range where) const;
 
+    /// Creates an expression. All are freed together: allocating each one took a fifth of the time of binding.
+    template <typename... Arguments>
+    std::shared_ptr<Expr> newExpr(Arguments &&...arguments)
+    {
+        return std::allocate_shared<Expr>(std::pmr::polymorphic_allocator<Expr>(&m_memory),
+                                          std::forward<Arguments>(arguments)...);
+    }
+
     /// Creates a node with bound children; error 3360 if the tree becomes too deep.
     template <typename Node>
     ExprPtr make(Range range, DataType type, Node node, bool fixedType = false)
     {
-        auto expr = std::make_shared<Expr>();
+        std::shared_ptr<Expr> expr = newExpr();
         expr->range = range;
         expr->place = placeOf(range);
         expr->type = type;
         expr->hasFixedType = fixedType;
+        // Depth and size are set from the children, so that no later pass has to walk the tree to check them.
+        int depth = 0;
+        const auto add = [&](int childDepth, qint64 childSize) {
+            depth = std::max(depth, childDepth);
+            expr->size += childSize;
+        };
+        forEachOperand(node, [&add](const ExprPtr &child) { add(child->depth, child->size); });
+        if constexpr (requires { node.query; })
+            add(node.query->depth, node.query->size);
+        expr->depth = depth + 1;
+        limit(expr->depth, expr->size, range);
         expr->node = std::move(node);
-        limitDepth(*expr);
         return expr;
     }
 
@@ -126,9 +149,11 @@ public:
     bool isSubstituted() const { return m_place.has_value(); }
 
 private:
-    void limitDepth(Expr &expr) const;
     std::vector<int> parameterOrder() const;
 
+    static constexpr size_t kUsualMemory = 8192; // 50 expressions
+    std::array<std::byte, kUsualMemory> m_firstMemory;
+    std::pmr::monotonic_buffer_resource m_memory{m_firstMemory.data(), m_firstMemory.size()};
     const SchemaView &m_schema;
     QString m_text;
     QString m_userText;

@@ -11,36 +11,51 @@ struct Overloaded : Visitors...
 template <typename... Visitors>
 Overloaded(Visitors...) -> Overloaded<Visitors...>;
 
-using Visit = std::function<void(const ExprPtr &)>;
-
-void visitAll(const std::vector<ExprPtr> &list, const Visit &visit)
-{
-    for (const ExprPtr &expr : list)
-        visit(expr);
-}
-
 /// The attributes of a node besides its children, to compare two nodes.
-QList<int> tagsOf(const Expr &expr)
+std::pair<int, int> tagsOf(const Expr &expr)
 {
+    using Tags = std::pair<int, int>;
     return std::visit(Overloaded{
                           [](const FieldRef &n) {
-                              return QList<int>{n.source->number, n.field};
+                              return Tags{n.source->number, n.field};
                           },
                           [](const Output &n) {
-                              return QList<int>{n.source->number, n.index};
+                              return Tags{n.source->number, n.index};
                           },
-                          [](const Key &n) { return QList<int>{n.source->number}; },
-                          [](const ParameterRef &n) { return QList<int>{n.id}; },
-                          [](const Arithmetic &n) { return QList<int>{int(n.op)}; },
-                          [](const Compare &n) { return QList<int>{int(n.op)}; },
-                          [](const Logic &n) { return QList<int>{int(n.op)}; },
-                          [](const Like &n) { return QList<int>{n.ansi}; },
-                          [](const Chain &n) { return QList<int>{n.isAnd}; },
-                          [](const Between &n) { return QList<int>{n.negated}; },
-                          [](const InList &n) { return QList<int>{n.negated}; },
-                          [](const IsNull &n) { return QList<int>{n.negated}; },
-                          [](const Convert &n) { return QList<int>{int(n.conversion)}; },
-                          [](const auto &) { return QList<int>{}; },
+                          [](const Key &n) {
+                              return Tags{n.source->number, 0};
+                          },
+                          [](const ParameterRef &n) {
+                              return Tags{n.id, 0};
+                          },
+                          [](const Arithmetic &n) {
+                              return Tags{int(n.op), 0};
+                          },
+                          [](const Compare &n) {
+                              return Tags{int(n.op), 0};
+                          },
+                          [](const Logic &n) {
+                              return Tags{int(n.op), 0};
+                          },
+                          [](const Like &n) {
+                              return Tags{n.ansi, 0};
+                          },
+                          [](const Chain &n) {
+                              return Tags{n.isAnd, 0};
+                          },
+                          [](const Between &n) {
+                              return Tags{n.negated, 0};
+                          },
+                          [](const InList &n) {
+                              return Tags{n.negated, 0};
+                          },
+                          [](const IsNull &n) {
+                              return Tags{n.negated, 0};
+                          },
+                          [](const Convert &n) {
+                              return Tags{int(n.conversion), 0};
+                          },
+                          [](const auto &) { return Tags{}; },
                       },
                       expr.node);
 }
@@ -93,44 +108,9 @@ void collectJoins(const JoinTree &from, QHash<const Source *, QSet<int>> &fields
 
 } // namespace
 
-void forEachChild(const Expr &expr, const Visit &visit)
+void forEachChild(const Expr &expr, const std::function<void(const ExprPtr &)> &visit)
 {
-    std::visit(Overloaded{
-                   [&](const Negate &n) { visit(n.operand); },
-                   [&](const Not &n) { visit(n.operand); },
-                   [&](const Arithmetic &n) { visit(n.left), visit(n.right); },
-                   [&](const JoinText &n) { visitAll(n.terms, visit); },
-                   [&](const AddAny &n) { visit(n.left), visit(n.right); },
-                   [&](const Concatenate &n) { visitAll(n.terms, visit); },
-                   [&](const Compare &n) { visit(n.left), visit(n.right); },
-                   [&](const Like &n) { visit(n.text), visit(n.pattern); },
-                   [&](const Logic &n) { visit(n.left), visit(n.right); },
-                   [&](const Chain &n) { visitAll(n.terms, visit); },
-                   [&](const Between &n) { visit(n.operand), visit(n.low), visit(n.high); },
-                   [&](const InList &n) { visit(n.operand), visitAll(n.items, visit); },
-                   [&](const InQuery &n) { visit(n.operand); },
-                   [&](const IsNull &n) { visit(n.operand); },
-                   [&](const Quantified &n) { visit(n.operand); },
-                   [&](const Case &n) {
-                       for (const When &branch : n.branches)
-                           visit(branch.condition), visit(branch.value);
-                       if (n.otherwise)
-                           visit(n.otherwise);
-                   },
-                   [&](const Coalesce &n) { visit(n.value), visit(n.instead); },
-                   [&](const Call &n) { visitAll(n.arguments, visit); },
-                   [&](const Aggregate &n) {
-                       if (n.argument)
-                           visit(n.argument);
-                       if (n.filter)
-                           visit(n.filter);
-                   },
-                   [&](const Same &n) { visit(n.left), visit(n.right); },
-                   [&](const DomainCall &n) { visitAll(n.arguments, visit); },
-                   [&](const Convert &n) { visit(n.operand); },
-                   [](const auto &) {},
-               },
-               expr.node);
+    std::visit([&visit](const auto &node) { forEachOperand(node, visit); }, expr.node);
 }
 
 const Query *subqueryOf(const Expr &expr)

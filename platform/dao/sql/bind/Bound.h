@@ -326,7 +326,44 @@ struct Delete
     const Source *deleteTarget;
 };
 
-/// Visits the direct operands of an expression, in order. Subqueries are not entered.
+/// Visits the direct operands of a node, in order. Subqueries are not entered.
+template <typename Node, typename Visit>
+void forEachOperand(const Node &node, const Visit &visit)
+{
+    const auto visitAll = [&visit](const std::vector<ExprPtr> &list) {
+        for (const ExprPtr &expr : list)
+            visit(expr);
+    };
+    if constexpr (requires { node.operand; })
+        visit(node.operand);
+    if constexpr (requires { node.left; })
+        visit(node.left), visit(node.right);
+    if constexpr (requires { node.low; })
+        visit(node.low), visit(node.high);
+    if constexpr (requires { node.terms; })
+        visitAll(node.terms);
+    if constexpr (requires { node.items; })
+        visitAll(node.items);
+    if constexpr (requires { node.arguments; })
+        visitAll(node.arguments);
+    if constexpr (std::is_same_v<Node, Like>)
+        visit(node.text), visit(node.pattern);
+    if constexpr (std::is_same_v<Node, Coalesce>)
+        visit(node.value), visit(node.instead);
+    if constexpr (std::is_same_v<Node, Case>) {
+        for (const When &branch : node.branches)
+            visit(branch.condition), visit(branch.value);
+        if (node.otherwise)
+            visit(node.otherwise);
+    }
+    if constexpr (std::is_same_v<Node, Aggregate>) {
+        if (node.argument)
+            visit(node.argument);
+        if (node.filter)
+            visit(node.filter);
+    }
+}
+/// Visits the direct operands of an expression.
 void forEachChild(const Expr &expr, const std::function<void(const ExprPtr &)> &visit);
 /// The subquery of an expression, or null.
 const Query *subqueryOf(const Expr &expr);

@@ -65,9 +65,7 @@ ExprPtr ExpressionBinder::bindNode(const ast::Literal &node, const ast::Expr &ex
 
 ExprPtr ExpressionBinder::bindNode(const ast::Name &node, const ast::Expr &expr)
 {
-    if (ExprPtr found = lookUp(node, expr.range)) {
-        // Aliases and flattened queries share the expression; the copy gets the place of the name.
-        auto named = std::make_shared<Expr>(*found);
+    if (const std::shared_ptr<Expr> named = lookUp(node, expr.range)) {
         named->range = expr.range;
         named->place = m_context.placeOf(expr.range);
         return named;
@@ -81,10 +79,11 @@ ExprPtr ExpressionBinder::bindNode(const ast::Name &node, const ast::Expr &expr)
 }
 
 // Searches this query first, then the outer queries. Within an ON clause only the tables of the join may be named.
-ExprPtr ExpressionBinder::lookUp(const ast::Name &name, Range where)
+// Aliases and flattened queries share their expressions; the result is a copy, which gets the place of the name.
+std::shared_ptr<Expr> ExpressionBinder::lookUp(const ast::Name &name, Range where)
 {
-    if (name.parts.size() == 1)
-        return lookUpSimple(name.parts.constFirst(), where);
+    if (name.isSimple())
+        return lookUpSimple(name.text, where);
     if (name.parts.size() != 2)
         return nullptr;
     for (const Scope *scope = m_scope; scope; scope = scope->outer()) {
@@ -94,17 +93,17 @@ ExprPtr ExpressionBinder::lookUp(const ast::Name &name, Range where)
         const size_t place = size_t(found.source - scope->sources().data());
         if (scope == m_scope && (place < m_first || place >= m_last))
             m_context.fail(error::JoinFieldOutside, where, {name.text});
-        return found.column->expr;
+        return found.source->column(found.column, m_context);
     }
     return nullptr;
 }
 
 // Aliases of the select list have priority over fields.
-ExprPtr ExpressionBinder::lookUpSimple(const QString &name, Range where)
+std::shared_ptr<Expr> ExpressionBinder::lookUpSimple(const QString &name, Range where)
 {
     if (m_aliases) {
         if (ExprPtr alias = m_aliases(name, where))
-            return alias;
+            return m_context.newExpr(*alias);
     }
     for (const Scope *scope = m_scope; scope; scope = scope->outer()) {
         const bool innermost = scope == m_scope;
@@ -112,13 +111,13 @@ ExprPtr ExpressionBinder::lookUpSimple(const QString &name, Range where)
         if (found.count > 1) {
             QStringList qualified;
             for (const ScopeSource &source : scope->sources()) {
-                if (scope->find(source.name, name).count > 0)
-                    qualified.append(source.name + u'.' + name);
+                if (scope->find(source.name(), name).count > 0)
+                    qualified.append(source.name() + u'.' + name);
             }
             m_context.fail(error::AmbiguousField, where, {name}, u"Write "_s + qualified.join(u" or ") + u'.');
         }
         if (found.count == 1)
-            return found.column->expr;
+            return found.source->column(found.column, m_context);
         if (innermost && m_last != size_t(-1) && scope->find(name, 0, size_t(-1)).count > 0)
             m_context.fail(error::JoinFieldOutside, where, {name});
     }
@@ -142,14 +141,14 @@ void ExpressionBinder::checkSource(const ast::Name &name, Range where) const
         return;
     QStringList names;
     for (const ScopeSource &source : m_scope->sources())
-        names.append(source.name);
+        names.append(source.name());
     m_context.fail(m_clause.unknownSourceError, where, {name.parts[0]}, didYouMean(name.parts[0], names));
 }
 
 // Suggests a field for "source.field": a similar one of that source, or the same field of another source.
 QString ExpressionBinder::suggestionFor(const ast::Name &name) const
 {
-    const QString &field = name.parts.constLast();
+    const QString &field = name.last();
     const bool qualified = name.parts.size() == 2;
     QStringList names;
     QString elsewhere;
@@ -158,14 +157,12 @@ QString ExpressionBinder::suggestionFor(const ast::Name &name) const
         for (const ScopeSource &source : scope->sources()) {
             if (!qualified)
                 break;
-            if (source.name.compare(name.parts[0], Qt::CaseInsensitive) == 0) {
-                QStringList own;
-                for (const ScopeColumn &column : source.columns)
-                    own.append(column.name);
-                if (const QString nearest = nearestName(field, own); !nearest.isEmpty())
-                    return source.name + u'.' + nearest;
-            } else if (const Scope::Found found = scope->find(source.name, field); found.count > 0) {
-                elsewhere = elsewhere.isEmpty() ? QString(source.name + u'.' + found.column->name) : elsewhere;
+            if (source.name().compare(name.parts[0], Qt::CaseInsensitive) == 0) {
+                if (const QString nearest = nearestName(field, source.columnNames()); !nearest.isEmpty())
+                    return source.name() + u'.' + nearest;
+            } else if (const Scope::Found found = scope->find(source.name(), field); found.count > 0) {
+                elsewhere =
+                    elsewhere.isEmpty() ? QString(source.name() + u'.' + source.columnName(found.column)) : elsewhere;
             }
         }
     }
@@ -452,7 +449,7 @@ QueryPtr ExpressionBinder::bindSubquery(const ast::Query &query, bool oneColumn)
 {
     if (query.isUnion())
         m_context.fail(error::UnionInSubquery, query.range);
-    QueryPtr bound = QueryBinder(m_context, m_scope).bind(query);
+    QueryPtr bound = QueryBinder(m_context, m_scope, oneColumn ? Reads::Cells : Reads::Rows).bind(query);
     if (oneColumn && bound->output().size() != 1)
         m_context.fail(error::SubqueryColumns, query.range);
     return bound;

@@ -81,8 +81,8 @@ private:
     ExprPtr bindNode(const ast::ScalarQuery &node, const ast::Expr &expr);
     ExprPtr bindNode(const ast::ImpliedField &node, const ast::Expr &expr);
 
-    ExprPtr lookUp(const ast::Name &name, Range where);
-    ExprPtr lookUpSimple(const QString &name, Range where);
+    std::shared_ptr<Expr> lookUp(const ast::Name &name, Range where);
+    std::shared_ptr<Expr> lookUpSimple(const QString &name, Range where);
     bool isSource(const QString &name) const;
     void checkSource(const ast::Name &name, Range where) const;
     QString suggestionFor(const ast::Name &name) const;

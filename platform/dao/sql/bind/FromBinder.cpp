@@ -143,18 +143,7 @@ std::shared_ptr<JoinTree> SelectBinder::addBaseTable(const TableInfo &info, cons
     std::unique_ptr<Source> source = m_context.newSource(name, range);
     source->table = &info;
     source->nullable = nullable;
-    ScopeSource scoped{name, {}};
-    scoped.columns.reserve(size_t(info.fields.size()));
-    // Creates the expressions of all columns in one allocation: a query uses few columns of a wide table.
-    const auto columns = std::make_shared<std::vector<Expr>>(size_t(info.fields.size()));
-    for (int i = 0; i < info.fields.size(); ++i) {
-        Expr &column = (*columns)[size_t(i)];
-        column.type = info.fields[i].type;
-        column.hasFixedType = true;
-        column.node = FieldRef{source.get(), i};
-        scoped.columns.push_back({info.fields[i].name, ExprPtr(columns, &column)});
-    }
-    addToScope(std::move(scoped), range);
+    addToScope({name, *source}, range);
     auto leaf = std::make_shared<JoinTree>();
     leaf->source = source.get();
     m_select->sources.push_back(std::move(source));
@@ -198,10 +187,10 @@ std::shared_ptr<JoinTree> SelectBinder::addQuery(const std::shared_ptr<Query> &q
 {
     if (isTopOfOneTable(*query))
         replaceTop(*query->parts.front().select, range);
-    ScopeSource scoped{name, {}};
+    std::vector<ScopeColumn> scoped;
     if (canFlatten(*query, nullable)) {
         std::shared_ptr<JoinTree> from = flattenSubquery(*query, scoped, nullable);
-        addToScope(std::move(scoped), range);
+        addToScope({name, std::move(scoped)}, range);
         return from;
     }
     std::unique_ptr<Source> source = m_context.newSource(name, range);
@@ -210,11 +199,11 @@ std::shared_ptr<JoinTree> SelectBinder::addQuery(const std::shared_ptr<Query> &q
     const std::vector<OutputColumn> &columns = query->output();
     for (size_t i = 0; i < columns.size(); ++i) {
         const bool fixedType = !columns[i].expr || columns[i].expr->hasFixedType;
-        scoped.columns.push_back(
+        scoped.push_back(
             {columns[i].info.name, m_context.make({}, columns[i].info.type, Output{source.get(), int(i)}, fixedType)});
     }
     m_inheritedOrder = orderOfOutput(*query, scoped);
-    addToScope(std::move(scoped), range);
+    addToScope({name, std::move(scoped)}, range);
     auto leaf = std::make_shared<JoinTree>();
     leaf->source = source.get();
     m_select->sources.push_back(std::move(source));
@@ -222,14 +211,14 @@ std::shared_ptr<JoinTree> SelectBinder::addQuery(const std::shared_ptr<Query> &q
 }
 
 // Translates the order of the query to its output columns, as far as they contain the order keys.
-std::vector<OrderKey> SelectBinder::orderOfOutput(const Query &query, const ScopeSource &scoped)
+std::vector<OrderKey> SelectBinder::orderOfOutput(const Query &query, const std::vector<ScopeColumn> &scoped)
 {
     const Select *select = query.singleSelect();
     std::vector<OrderKey> order;
     for (const OrderKey &key : select ? select->order : query.order) {
         if (key.output < 0)
             break;
-        order.push_back({scoped.columns[size_t(key.output)].expr, key.descending, -1});
+        order.push_back({scoped[size_t(key.output)].expr, key.descending, -1});
     }
     return order;
 }
@@ -263,12 +252,14 @@ void SelectBinder::replaceTop(Select &select, Range range)
 
 // Moves the tables of the inner query to this one, adds its condition as a term, and makes its column names aliases of
 // their expressions.
-std::shared_ptr<JoinTree> SelectBinder::flattenSubquery(const Query &query, ScopeSource &scoped, bool nullable)
+std::shared_ptr<JoinTree> SelectBinder::flattenSubquery(const Query &query, std::vector<ScopeColumn> &scoped,
+                                                        bool nullable)
 {
     const std::shared_ptr<Select> &inner = query.parts.front().select;
     const Source *present = nullable ? presentTable(*inner) : nullptr;
+    scoped.reserve(inner->columns.size());
     for (const OutputColumn &column : inner->columns)
-        scoped.columns.push_back({column.info.name, present ? wherePresent(column, *present) : column.expr});
+        scoped.push_back({column.info.name, present ? wherePresent(column, *present) : column.expr});
     for (std::unique_ptr<Source> &source : inner->sources) {
         source->nullable = source->nullable || nullable;
         m_select->sources.push_back(std::move(source));
@@ -305,7 +296,7 @@ ExprPtr SelectBinder::wherePresent(const OutputColumn &column, const Source &tab
 
 void SelectBinder::addToScope(ScopeSource source, Range range)
 {
-    const QString name = source.name;
+    const QString name = source.name();
     if (!m_scope.add(std::move(source)))
         m_context.fail(error::RepeatedTable, range, {name});
 }

@@ -64,20 +64,20 @@ ExprPtr ExpressionBinder::bindNode(const ast::Call &node, const ast::Expr &expr)
 // Overloads differ only in the number of arguments.
 const FunctionInfo *ExpressionBinder::chooseFunction(const ast::Call &node, Range range) const
 {
-    const QList<const FunctionInfo *> candidates = functionsNamed(node.name);
-    if (candidates.isEmpty()) {
+    const std::span<const FunctionInfo> candidates = functionsNamed(node.name);
+    if (candidates.empty()) {
         const Range name{range.start, int(node.name.size())};
         m_context.fail(error::UndefinedFunction, name, {node.name}, didYouMeanFunction(node.name, functionNames()));
     }
     const int count = int(node.arguments.size());
-    for (const FunctionInfo *candidate : candidates) {
-        const bool isCount = isNamed(*candidate, u"Count") && node.star;
-        const int most = candidate->maxArguments();
-        if (isCount || (!node.star && count >= candidate->minArguments() && (most < 0 || count <= most)))
-            return candidate;
+    for (const FunctionInfo &candidate : candidates) {
+        const bool isCount = isNamed(candidate, u"Count") && node.star;
+        const int most = candidate.maxArguments();
+        if (isCount || (!node.star && count >= candidate.minArguments() && (most < 0 || count <= most)))
+            return &candidate;
     }
     m_context.fail(error::SyntaxInExpression, range, {kWrongCount, m_context.textOf(range)},
-                   QString::fromUtf16(candidates.constLast()->signature));
+                   QString::fromUtf16(candidates.back().signature));
 }
 
 // Converts an argument to the type that the function table declares for its position.

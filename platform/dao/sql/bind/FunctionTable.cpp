@@ -1,6 +1,8 @@
 #include "FunctionTable.h"
 
-#include <QMultiHash>
+#include <dao/values/Names.h>
+
+#include <QHash>
 #include <QStringList>
 
 namespace dao::sql::bound {
@@ -145,11 +147,6 @@ constexpr FunctionInfo kFunctions[] = {
 };
 // clang-format on
 
-QString keyOf(QStringView name)
-{
-    return name.toString().toLower();
-}
-
 } // namespace
 
 int FunctionInfo::minArguments() const
@@ -192,15 +189,17 @@ std::span<const FunctionInfo> functionTable()
     return kFunctions;
 }
 
-QList<const FunctionInfo *> functionsNamed(QStringView name)
+std::span<const FunctionInfo> functionsNamed(QStringView name)
 {
-    static const QMultiHash<QString, const FunctionInfo *> hash = [] {
-        QMultiHash<QString, const FunctionInfo *> result;
-        for (const FunctionInfo &entry : kFunctions)
-            result.insert(keyOf(QStringView(entry.name)), &entry);
+    static const auto hash = [] {
+        QHash<NameKey, std::span<const FunctionInfo>> result;
+        for (const FunctionInfo &entry : kFunctions) {
+            std::span<const FunctionInfo> &overloads = result[{QStringView(entry.name)}];
+            overloads = overloads.empty() ? std::span(&entry, 1) : std::span(overloads.data(), overloads.size() + 1);
+        }
         return result;
     }();
-    return hash.values(keyOf(name.endsWith(u'$') ? name.chopped(1) : name));
+    return hash.value({name.endsWith(u'$') ? name.chopped(1) : name});
 }
 
 QStringList functionNames()

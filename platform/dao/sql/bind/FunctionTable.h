@@ -24,7 +24,7 @@ enum class FunctionKind {
     Domain     ///< DLookup and the like: a query whose parts are texts
 };
 
-/// A function for expressions. Overloads are several entries with the same name.
+/// A function for expressions. Overloads are successive entries with the same name.
 struct FunctionInfo
 {
     const char16_t *name;
@@ -47,7 +47,7 @@ struct FunctionInfo
 std::span<const FunctionInfo> functionTable();
 
 /// All entries with that name, without regard to case; "Left$" finds "Left".
-QList<const FunctionInfo *> functionsNamed(QStringView name);
+std::span<const FunctionInfo> functionsNamed(QStringView name);
 QStringList functionNames();
 
 } // namespace dao::sql::bound

@@ -15,13 +15,13 @@ std::pair<QString, QString> namesIn(const Scope &scope, const Source &target, in
 {
     std::pair<QString, QString> names{target.name, {}};
     for (const ScopeSource &source : scope.sources()) {
-        for (const ScopeColumn &column : source.columns) {
+        for (const ScopeColumn &column : source.columns()) {
             const FieldRef *shown = column.expr->as<FieldRef>();
             if (!shown || shown->source != &target)
                 continue;
-            names.first = source.name;
+            names.first = source.name();
             if (shown->field == field)
-                return {source.name, source.name + u'.' + column.name};
+                return {source.name(), source.name() + u'.' + column.name};
         }
     }
     return names;
@@ -70,7 +70,7 @@ const TableInfo *ModifyBinder::targetTable(const ast::NameAt &name)
     const Select &select = *binder.select();
     if (select.sources.size() != 1 || !select.sources.front()->table)
         m_context.fail(error::NotUpdatableQuery, name.range);
-    for (const ScopeColumn &column : binder.scope().sources().front().columns) {
+    for (const ScopeColumn &column : binder.scope().sources().front().columns()) {
         if (const FieldRef *field = column.expr->as<FieldRef>()) {
             m_throughQuery.insert(column.name.toLower(), field->field);
             m_queryFields.push_back(field->field);
@@ -283,13 +283,14 @@ AssignedField ModifyBinder::bindAssignment(SelectBinder &binder, const ast::Assi
     const ast::Name &name = *assignment.target->as<ast::Name>();
     const Range range = assignment.target->range;
     const Scope &scope = binder.scope();
-    const Scope::Found found = name.parts.size() == 2 ? scope.find(name.parts[0], name.parts[1])
-                                                      : scope.find(name.parts.constFirst(), 0, size_t(-1));
+    const Scope::Found found =
+        name.parts.size() == 2 ? scope.find(name.parts[0], name.parts[1]) : scope.find(name.text, 0, size_t(-1));
     if (found.count > 1)
         m_context.fail(error::AmbiguousField, range, {name.text});
     if (found.count == 0 || name.parts.size() > 2)
-        m_context.fail(error::UnknownName, range, {name.text}, didYouMean(name.parts.constLast(), scope.columnNames()));
-    const FieldRef *column = found.column->expr->as<FieldRef>();
+        m_context.fail(error::UnknownName, range, {name.text}, didYouMean(name.last(), scope.columnNames()));
+    const ExprPtr expr = found.source->column(found.column, m_context);
+    const FieldRef *column = expr->as<FieldRef>();
     if (!column)
         m_context.fail(error::FieldNotUpdatable, range, {name.text});
     const FieldInfo &field = column->source->table->fields[column->field];
@@ -330,14 +331,14 @@ const Source *ModifyBinder::deleteTargetOf(const SelectBinder &binder, const ast
         for (const ast::SelectItem &item : statement.items) {
             const ast::Name *name = item.isStar() ? nullptr : item.expr->as<ast::Name>();
             if (name && name->parts.size() == 2 && named.isEmpty()) {
-                named = name->parts.constFirst();
+                named = name->parts.front();
                 range = item.range;
             }
         }
         if (named.isEmpty())
             m_context.fail(error::NoDeleteTable, range);
     }
-    return tableOf(binder, named.isEmpty() ? sources.front().name : named, range);
+    return tableOf(binder, named.isEmpty() ? sources.front().name() : named, range);
 }
 
 const Source *ModifyBinder::tableOf(const SelectBinder &binder, const QString &name, Range range)
@@ -347,7 +348,7 @@ const Source *ModifyBinder::tableOf(const SelectBinder &binder, const QString &n
         m_context.fail(error::UnknownSource, range, {name});
     // For a stored query over one table: the rows of that table.
     const Source *target = nullptr;
-    for (const ScopeColumn &column : scoped->columns) {
+    for (const ScopeColumn &column : scoped->columns()) {
         const FieldRef *field = column.expr->as<FieldRef>();
         if (!field)
             continue;

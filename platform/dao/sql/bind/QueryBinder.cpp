@@ -71,7 +71,7 @@ QueryPart QueryBinder::bindPart(const ast::QueryPart &part)
 {
     QueryPart bound;
     if (part.select) {
-        bound.select = SelectBinder(m_context, m_outer).bind(*part.select);
+        bound.select = SelectBinder(m_context, m_outer, m_reads).bind(*part.select);
     } else if (part.nested) {
         bound.nested = bind(*part.nested);
     } else { // TABLE name
@@ -165,7 +165,7 @@ int QueryBinder::unionColumn(const Query &query, const ast::Expr &expr)
     for (const OutputColumn &column : query.columns)
         names.append(column.info.name);
     if (const ast::Name *name = expr.as<ast::Name>()) {
-        for (const QString &wanted : {name->text, name->parts.constLast()}) {
+        for (const QString &wanted : {name->text, name->last()}) {
             for (qsizetype i = 0; i < names.size(); ++i) {
                 if (names[i].compare(wanted, Qt::CaseInsensitive) == 0)
                     return int(i);

@@ -3,15 +3,21 @@
 #include "ExpressionBinder.h"
 #include "Scope.h"
 
+#include <dao/values/Names.h>
+
 namespace dao::sql::bound {
+
+/// What is read of a query. Rows: only whether it has rows, as for EXISTS, so that "*" need not be expanded.
+enum class Reads { Cells, Rows };
 
 /// Binds a query: a single select or a union.
 class QueryBinder
 {
 public:
-    QueryBinder(BindContext &context, const Scope *outer)
+    QueryBinder(BindContext &context, const Scope *outer, Reads reads = Reads::Cells)
         : m_context(context)
         , m_outer(outer)
+        , m_reads(reads)
     {
     }
 
@@ -28,13 +34,14 @@ private:
 
     BindContext &m_context;
     const Scope *m_outer;
+    Reads m_reads;
 };
 
 /// Binds one select: first FROM, then the clauses that use its sources.
 class SelectBinder
 {
 public:
-    SelectBinder(BindContext &context, const Scope *outer);
+    SelectBinder(BindContext &context, const Scope *outer, Reads reads = Reads::Cells);
 
     std::shared_ptr<Select> bind(const ast::Select &select);
 
@@ -71,9 +78,9 @@ private:
     std::shared_ptr<JoinTree> addBaseTable(const TableInfo &info, const QString &name, Range range, bool nullable);
     std::shared_ptr<JoinTree> addQuery(const std::shared_ptr<Query> &query, const QString &name, Range range,
                                        bool nullable);
-    static std::vector<OrderKey> orderOfOutput(const Query &query, const ScopeSource &scoped);
+    static std::vector<OrderKey> orderOfOutput(const Query &query, const std::vector<ScopeColumn> &scoped);
     void replaceTop(Select &select, Range range);
-    std::shared_ptr<JoinTree> flattenSubquery(const Query &query, ScopeSource &source, bool nullable);
+    std::shared_ptr<JoinTree> flattenSubquery(const Query &query, std::vector<ScopeColumn> &scoped, bool nullable);
     ExprPtr wherePresent(const OutputColumn &column, const Source &table);
     void addWhere(const ExprPtr &condition);
     std::shared_ptr<Query> bindStoredQuery(const QueryInfo &info, Range range);
@@ -83,6 +90,7 @@ private:
 
     // SelectBinder.cpp
     void bindList(const std::vector<ast::SelectItem> &items);
+    bool readsNoCell(const ast::Select &select) const;
     void addStar(const ast::SelectItem &item);
     void addItem(const ast::SelectItem &item);
     void nameColumns();
@@ -97,12 +105,14 @@ private:
     void checkGrouped(const Expr &expr, Range place, bool inSubquery) const;
 
     BindContext &m_context;
+    Reads m_reads;
+    bool m_expandsStar = true;
     Scope m_scope;
     std::shared_ptr<Select> m_select;
     std::vector<PendingJoin> m_pending;
     QHash<const JoinTree *, ExprPtr> m_filters; ///< conditions of flattened queries that are not in a join yet
     std::vector<OrderKey> m_inheritedOrder;
-    QHash<QString, Alias> m_aliases;
+    QHash<NameKey, Alias> m_aliases; ///< refers to the syntax tree
     int m_unnamed = 0;
 };
 

@@ -10,7 +10,7 @@ ExprPtr tryBindDefault(BindContext &context, const QString &text, const FieldInf
 {
     try {
         const BindContext::Substitution substitution(context, field.name, text, {});
-        const ast::ExprPtr expr = ast::Parser(text).parseLoneExpression();
+        const std::shared_ptr<const ast::Expr> expr = ast::Parser(text).parseLoneExpression();
         const bool isBareWord = expr->as<ast::Name>() != nullptr;
         if (isBareWord)
             return nullptr;
@@ -36,18 +36,14 @@ ExprPtr bindDefault(BindContext &context, const QString &text, const FieldInfo &
 
 ExprPtr bindRule(BindContext &context, const Source &source, const FieldInfo *implied)
 {
-    const ast::ExprPtr rule =
+    const std::shared_ptr<const ast::Expr> rule =
         implied ? ast::Parser(context.text()).parseCriterion() : ast::Parser(context.text()).parseLoneExpression();
-    ScopeSource scoped{source.name, {}};
-    for (int i = 0; i < source.table->fields.size(); ++i) {
-        const FieldInfo &field = source.table->fields[i];
-        scoped.columns.push_back({field.name, context.make({}, field.type, FieldRef{&source, i}, true)});
-    }
+    ScopeSource scoped(source.name, source);
     context.forbidParameters();
     ExpressionBinder binder(context, nullptr, clause::kWhere);
     Scope scope;
     if (implied)
-        binder.setImpliedField(scoped.columns[size_t(source.table->indexOf(implied->name))].expr);
+        binder.setImpliedField(scoped.column(source.table->indexOf(implied->name), context));
     scope.add(std::move(scoped));
     binder.setScope(&scope);
     return binder.bindCondition(*rule);

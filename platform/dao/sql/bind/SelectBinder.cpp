@@ -12,8 +12,9 @@ constexpr size_t kMaxColumns = 2000;
 
 } // namespace
 
-SelectBinder::SelectBinder(BindContext &context, const Scope *outer)
+SelectBinder::SelectBinder(BindContext &context, const Scope *outer, Reads reads)
     : m_context(context)
+    , m_reads(reads)
     , m_scope(outer)
     , m_select(std::make_shared<Select>())
 {
@@ -30,6 +31,7 @@ std::shared_ptr<Select> SelectBinder::bind(const ast::Select &select)
 {
     m_select->distinct = select.duplicates == ast::Duplicates::Distinct;
     m_select->top = select.top;
+    m_expandsStar = !readsNoCell(select);
     bindFrom(select.from);
     bindList(select.items);
     bindWhere(select.where.get());
@@ -57,10 +59,11 @@ void SelectBinder::bindList(const std::vector<ast::SelectItem> &items)
     for (const ast::SelectItem &item : items) {
         if (item.alias.isEmpty())
             continue;
-        if (m_aliases.contains(item.alias.toLower()))
+        if (m_aliases.contains({item.alias}))
             m_context.fail(error::DuplicateAlias, item.range, {item.alias});
-        m_aliases.insert(item.alias.toLower(), {item.expr.get(), nullptr, false});
+        m_aliases.insert({item.alias}, {item.expr.get(), nullptr, false});
     }
+    m_select->columns.reserve(items.size());
     for (const ast::SelectItem &item : items) {
         if (item.isStar())
             addStar(item);
@@ -72,16 +75,27 @@ void SelectBinder::bindList(const std::vector<ast::SelectItem> &items)
     nameColumns();
 }
 
+// Everything that can depend on the columns is excluded: EXISTS (SELECT * FROM t WHERE ...).
+bool SelectBinder::readsNoCell(const ast::Select &select) const
+{
+    return m_reads == Reads::Rows && select.duplicates == ast::Duplicates::Keep && !select.top &&
+           select.orderBy.empty() && select.items.size() == 1;
+}
+
 // Expands "*" and "t.*" to the columns of the sources, in their order.
 void SelectBinder::addStar(const ast::SelectItem &item)
 {
     bool found = false;
     for (const ScopeSource &source : m_scope.sources()) {
-        if (!item.starQualifier.isEmpty() && item.starQualifier.compare(source.name, Qt::CaseInsensitive) != 0)
+        if (!item.starQualifier.isEmpty() && item.starQualifier.compare(source.name(), Qt::CaseInsensitive) != 0)
             continue;
         found = true;
-        for (const ScopeColumn &column : source.columns)
-            m_select->columns.push_back({outputInfo(column.name, *column.expr), column.expr, true, source.name});
+        if (!m_expandsStar)
+            continue;
+        const std::vector<ScopeColumn> columns = source.columns();
+        m_select->columns.reserve(m_select->columns.size() + columns.size());
+        for (const ScopeColumn &column : columns)
+            m_select->columns.push_back({outputInfo(column.name, *column.expr), column.expr, true, source.name()});
     }
     if (found)
         return;
@@ -95,7 +109,7 @@ void SelectBinder::addItem(const ast::SelectItem &item)
 {
     OutputColumn column;
     if (!item.alias.isEmpty()) {
-        column.expr = bindAlias(m_aliases[item.alias.toLower()], item.alias, item.range);
+        column.expr = bindAlias(m_aliases[{item.alias}], item.alias, item.range);
         column.info = outputInfo(item.alias, *column.expr);
         column.named = true;
     } else {
@@ -107,11 +121,12 @@ void SelectBinder::addItem(const ast::SelectItem &item)
         if (isField) {
             // Output names have the spelling of the schema, not that of the statement.
             const Scope::Found found = name->parts.size() == 2 ? m_scope.find(name->parts[0], name->parts[1])
-                                                               : m_scope.find(name->parts[0], 0, size_t(-1));
+                                                               : m_scope.find(name->text, 0, size_t(-1));
             column.named = found.count > 0;
-            column.qualifier = found.source ? found.source->name : QString();
-            column.info = outputInfo(found.column ? found.column->name : name->parts.constLast(), *column.expr);
-            if (!found.column)
+            column.qualifier = found.source ? found.source->name() : QString();
+            column.info =
+                outputInfo(found.source ? found.source->columnName(found.column) : name->last(), *column.expr);
+            if (!found.source)
                 column.named = true;
         } else {
             column.info = outputInfo(u"Expr%1"_s.arg(kFirstUnnamed + m_unnamed++), *column.expr);
@@ -125,24 +140,32 @@ void SelectBinder::nameColumns()
 {
     if (m_scope.sources().size() < 2)
         return;
-    QHash<QString, QStringList> qualifiers;
+    struct Uses
+    {
+        QString name; ///< keeps the text of the key
+        QString qualifier;
+        bool isShared = false;
+    };
+    QHash<NameKey, Uses> uses;
     for (const OutputColumn &column : m_select->columns) {
-        if (!column.qualifier.isEmpty())
-            qualifiers[column.info.name.toLower()].append(column.qualifier);
-    }
-    for (OutputColumn &column : m_select->columns) {
         if (column.qualifier.isEmpty())
             continue;
-        QStringList &names = qualifiers[column.info.name.toLower()];
-        names.removeDuplicates();
-        if (names.size() > 1)
+        Uses &use = uses[{column.info.name}];
+        use.isShared = use.isShared || (!use.name.isNull() && use.qualifier != column.qualifier);
+        use.name = use.name.isNull() ? column.info.name : use.name;
+        use.qualifier = column.qualifier;
+    }
+    for (OutputColumn &column : m_select->columns) {
+        if (!column.qualifier.isEmpty() && uses[{column.info.name}].isShared)
             column.info.name = column.qualifier + u'.' + column.info.name;
     }
 }
 
 ExprPtr SelectBinder::aliasNamed(const QString &name, Range where)
 {
-    const auto found = m_aliases.find(name.toLower());
+    if (m_aliases.isEmpty())
+        return nullptr;
+    const auto found = m_aliases.find({name});
     return found == m_aliases.end() ? nullptr : bindAlias(*found, name, where);
 }
 
@@ -153,7 +176,7 @@ ExprPtr SelectBinder::bindAlias(Alias &alias, const QString &name, Range where)
     if (alias.binding) {
         // "x AS x" refers to the column; any other alias that refers to itself is a circular reference.
         const ast::Name *self = alias.expr->as<ast::Name>();
-        if (self && self->parts.size() == 1 && self->text.compare(name, Qt::CaseInsensitive) == 0)
+        if (self && self->isSimple() && self->text.compare(name, Qt::CaseInsensitive) == 0)
             return nullptr;
         m_context.fail(error::CircularAlias, where, {name});
     }
@@ -161,7 +184,7 @@ ExprPtr SelectBinder::bindAlias(Alias &alias, const QString &name, Range where)
     ExpressionBinder binder = expressions(clause::kSelectList);
     binder.setAliases([this](const QString &other, Range place) { return aliasNamed(other, place); });
     const ExprPtr bound = binder.bind(*alias.expr);
-    Alias &entry = m_aliases[name.toLower()];
+    Alias &entry = m_aliases[{name}];
     entry.bound = bound;
     entry.binding = false;
     return bound;

@@ -98,7 +98,7 @@ ExprPtr TransformBinder::nullWithoutRows(ExprPtr value, const ExprPtr &filter) c
     const Range range = value->range;
     const DataType type = value->type;
     const ExprPtr rows =
-        m_context.make(range, DataType::Long, Aggregate{functionsNamed(u"Count").constFirst(), nullptr, {}, filter});
+        m_context.make(range, DataType::Long, Aggregate{&functionsNamed(u"Count").front(), nullptr, {}, filter});
     const ExprPtr noRows = m_context.make(range, DataType::Boolean, IsNull{rows, false});
     const ExprPtr null = m_context.make(range, DataType::Unknown, Literal{Value::null()}, true);
     return m_context.make(range, type, Case{{When{noRows, null}}, std::move(value)});

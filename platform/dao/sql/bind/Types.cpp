@@ -115,9 +115,9 @@ DataType commonType(DataType left, DataType right)
 // counts only in its own table. A comparison is shown as -1 or 0, an Integer.
 FieldInfo outputInfo(const QString &name, const Expr &expr)
 {
-    FieldInfo info;
-    if (const FieldRef *column = expr.as<FieldRef>()) {
-        info = column->source->table->fields[column->field];
+    const FieldRef *column = expr.as<FieldRef>();
+    FieldInfo info = column ? column->source->table->fields[column->field] : FieldInfo();
+    if (column) {
         info.sourceTable = column->source->table->name;
         info.sourceField = info.name;
     } else if (const Output *output = expr.as<Output>()) {

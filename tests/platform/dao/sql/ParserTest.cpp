@@ -8,7 +8,7 @@ using namespace dao::sql;
 TEST(ParserTest, NodesKnowTheirPlace)
 {
     const QString text = u"  a + (b * 3)"_s;
-    const ast::ExprPtr expr = ast::Parser(text).parseLoneExpression();
+    const std::shared_ptr<const ast::Expr> expr = ast::Parser(text).parseLoneExpression();
     const auto *sum = expr->as<ast::Binary>();
     ASSERT_TRUE(sum);
     EXPECT_EQ(text.mid(expr->range.start, expr->range.length), u"a + (b * 3"_s);
