@@ -80,7 +80,12 @@ RowColours FileStatusList::colours(int row) const
 
 QString FileStatusList::tip(int row, int column) const
 {
-    return column == 0 ? text(row, column) : QString();
+    QStringList lines;
+    if (column == 0)
+        lines.append(text(row, column));
+    if (row == m_current)
+        lines.append(u"This file is shown below."_s);
+    return lines.join(u'\n');
 }
 
 } // namespace tarnwick

@@ -454,6 +454,7 @@ TEST_F(ReportUploadTest, TheFileListKeepsTheCurrentFileAndWhatIsDone)
     files.open({u"a.rep"_s, u"b.rep"_s});
     EXPECT_TRUE(files.select(1, prompts));
     EXPECT_EQ(prompts.lastStatus(), u"Selected file 2.");
+    EXPECT_EQ(files.tip(1, 1), u"This file is shown below.") << "not by color alone";
     EXPECT_FALSE(files.select(2, prompts));
     EXPECT_TRUE(uploader.uploadCurrent(files, report).completed);
     EXPECT_EQ(files.statusText(0), u"");
