@@ -48,6 +48,16 @@ ExprPtr ExpressionBinder::asText(ExprPtr expr)
 
 ExprPtr ExpressionBinder::asNumber(ExprPtr expr, DataType parameterType)
 {
+    return asQuantity(std::move(expr), parameterType, DataType::Double, Conversion::ToNumber);
+}
+
+ExprPtr ExpressionBinder::asDate(ExprPtr expr)
+{
+    return asQuantity(std::move(expr), DataType::Date, DataType::Date, Conversion::ToDate);
+}
+
+ExprPtr ExpressionBinder::asQuantity(ExprPtr expr, DataType parameterType, DataType type, Conversion conversion)
+{
     expr = typed(std::move(expr), parameterType);
     const Family family = familyOf(expr->type);
     const bool isNull = expr->as<Literal>() && expr->type == DataType::Unknown;
@@ -56,20 +66,7 @@ ExprPtr ExpressionBinder::asNumber(ExprPtr expr, DataType parameterType)
     if (family == Family::Binary)
         m_context.fail(m_clause.mismatchError, expr->range);
     const Range range = expr->range;
-    return m_context.make(range, DataType::Double, Convert{Conversion::ToNumber, std::move(expr)});
-}
-
-ExprPtr ExpressionBinder::asDate(ExprPtr expr)
-{
-    expr = typed(std::move(expr), DataType::Date);
-    const Family family = familyOf(expr->type);
-    const bool isNull = expr->as<Literal>() && expr->type == DataType::Unknown;
-    if (family == Family::Number || family == Family::Date || isNull)
-        return expr;
-    if (family == Family::Binary)
-        m_context.fail(m_clause.mismatchError, expr->range);
-    const Range range = expr->range;
-    return m_context.make(range, DataType::Date, Convert{Conversion::ToDate, std::move(expr)});
+    return m_context.make(range, type, Convert{conversion, std::move(expr)});
 }
 
 // Numbers are conditions as they are: any value except 0 is true.

@@ -61,6 +61,8 @@ public:
     ExprPtr asText(ExprPtr expr);
     ExprPtr asNumber(ExprPtr expr, DataType parameterType = DataType::Double);
     ExprPtr asDate(ExprPtr expr);
+    /// A text becomes a number or date; numbers and dates stay as they are.
+    ExprPtr asQuantity(ExprPtr expr, DataType parameterType, DataType type, Conversion conversion);
     ExprPtr asTruth(ExprPtr expr);
     ExprPtr asType(ExprPtr expr, DataType type);
 
