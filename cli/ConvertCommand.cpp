@@ -2,6 +2,7 @@
 #include "CommandTable.h"
 #include "OutcomeOutput.h"
 #include "Target.h"
+#include "TextOrJson.h"
 
 #include <conversion/ConversionCheck.h>
 #include <conversion/Messages.h>
@@ -93,7 +94,7 @@ int runConvert(const Arguments &arguments)
     const QString spec = arguments.has(u"spec") ? target.pathOf(arguments.value(u"spec"))
                                                 : target.project().pathOf(u"report_formats\\default.fmt"_s);
     const bool isDryRun = arguments.has(u"dry-run");
-    const bool isJson = isJsonOutcome(arguments);
+    const bool isJson = wantsJson(arguments);
     ConsoleProgress progress;
     Batch batch;
     conversion::ConversionCheck check(target.project());

@@ -2,6 +2,7 @@
 #include "CommandLine.h"
 #include "CommandTable.h"
 #include "Target.h"
+#include "TextOrJson.h"
 
 #include <dao/Explain.h>
 #include <db/FieldDefinition.h>
@@ -113,9 +114,7 @@ QJsonObject json(const dao::Explanation &explanation, const query::StatementWord
 int runExplain(const Arguments &arguments)
 {
     arguments.atMost(2);
-    const QString format = arguments.value(u"format", u"text"_s);
-    if (format != "text"_L1 && format != "json"_L1)
-        throw UsageError(u"--format is text or json."_s);
+    const bool isJson = wantsJson(arguments);
     const QString path = arguments.positional(0, u"DIR"_s);
     const QString sql = arguments.positional(1, u"STATEMENT"_s);
     Target target(path, arguments, Target::Takes::ProjectOrDatabase);
@@ -125,7 +124,7 @@ int runExplain(const Arguments &arguments)
         dao::Database &database = target.session().database();
         const dao::Explanation explanation = dao::explain(database, sql);
         const auto words = query::StatementWords::of(database, sql);
-        if (format == "json"_L1)
+        if (isJson)
             printData(QJsonDocument(json(explanation, words)).toJson());
         else
             writeText(explanation, words);

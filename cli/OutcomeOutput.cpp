@@ -1,6 +1,7 @@
 #include "OutcomeOutput.h"
 
 #include "Console.h"
+#include "TextOrJson.h"
 
 #include <tarnwick/FileWriter.h>
 
@@ -9,14 +10,6 @@ namespace cli {
 using namespace Qt::StringLiterals;
 using brannock::FileOutcome;
 using brannock::ReportProblem;
-
-bool isJsonOutcome(const Arguments &arguments)
-{
-    const QString form = arguments.value(u"format", u"text"_s);
-    if (form != u"text" && form != u"json")
-        throw UsageError(u"--format is text or json."_s);
-    return form == u"json";
-}
 
 void printChecked(const FileOutcome &outcome)
 {
@@ -43,7 +36,7 @@ void finishOutcomes(Target &target, const Arguments &arguments, const QList<File
 {
     if (arguments.has(u"problems"))
         tarnwick::writeFileAtomically(target.pathOf(arguments.value(u"problems")), problemsAsCsv(outcomes));
-    if (isJsonOutcome(arguments))
+    if (wantsJson(arguments))
         printData(outcomesAsJson(outcomes));
 }
 

@@ -6,9 +6,6 @@
 
 namespace cli {
 
-/// True for "--format json", false for text. Throws UsageError for any other.
-bool isJsonOutcome(const Arguments &arguments);
-
 /// Prints the numbers of a file that was checked, and its problems; of a long list the first ones.
 void printChecked(const brannock::FileOutcome &outcome);
 

@@ -2,6 +2,7 @@
 #include "CommandLine.h"
 #include "CommandTable.h"
 #include "Target.h"
+#include "TextOrJson.h"
 
 #include <db/FieldDefinition.h>
 #include <db/UnfinishedFile.h>
@@ -235,9 +236,7 @@ QJsonObject json(const Target &target, const Contents &contents)
 int runSchema(const Arguments &arguments)
 {
     arguments.atMost(2);
-    const QString format = arguments.value(u"format", u"text"_s);
-    if (format != "text"_L1 && format != "json"_L1)
-        throw UsageError(u"--format is text or json."_s);
+    const bool isJson = wantsJson(arguments);
     const QString path = arguments.positional(0, u"DIR"_s);
     const QString name = arguments.positional().value(1);
     Target target(path, arguments, Target::Takes::ProjectOrDatabase);
@@ -249,7 +248,7 @@ int runSchema(const Arguments &arguments)
         target.prompts().showError(tarnwick::kErrorSeverity, 0, u"There is no table or stored query %1."_s.arg(name));
         return Failed;
     }
-    if (format == "json"_L1)
+    if (isJson)
         printData(QJsonDocument(json(target, contents)).toJson());
     else
         TextListing().write(target, contents);

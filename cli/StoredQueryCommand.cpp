@@ -2,6 +2,7 @@
 #include "CommandLine.h"
 #include "CommandTable.h"
 #include "Target.h"
+#include "TextOrJson.h"
 
 #include <db/StoredQueries.h>
 #include <QFile>
@@ -97,16 +98,14 @@ std::optional<QString> textToStore(Target &target, const QString &name, const Ar
 int runQueries(const Arguments &arguments)
 {
     arguments.atMost(1);
-    const QString format = arguments.value(u"format", u"text"_s);
-    if (format != "text"_L1 && format != "json"_L1)
-        throw UsageError(u"--format is text or json."_s);
+    const bool isJson = wantsJson(arguments);
     Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::ProjectOrDatabase);
     if (arguments.has(u"versions"))
         return printVersions(target, arguments.value(u"versions"));
     if (!target.connect(Target::Use::Read))
         return Failed;
     const QList<query::StoredQueryInfo> queries = query::storedQueries(target.session().database());
-    if (format == "json"_L1)
+    if (isJson)
         printData(queriesJson(queries).toJson());
     else
         printQueries(queries);

@@ -2,6 +2,7 @@
 #include "CommandTable.h"
 #include "OutcomeOutput.h"
 #include "Target.h"
+#include "TextOrJson.h"
 
 #include <QFileInfo>
 #include <results/UploadRun.h>
@@ -49,7 +50,7 @@ int runUpload(const Arguments &arguments)
 {
     Target target(arguments.positional(0, u"DIR"_s), arguments, Target::Takes::Project);
     arguments.positional(1, u"REP"_s);
-    const bool isJson = isJsonOutcome(arguments);
+    const bool isJson = wantsJson(arguments);
     const bool isCheck = arguments.has(u"dry-run");
     QStringList paths;
     for (const QString &path : arguments.positional().mid(1))
