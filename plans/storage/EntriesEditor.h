@@ -1,6 +1,7 @@
 #pragma once
 #include "TubeGroups.h"
 
+#include <brannock/InspPlan.h>
 #include <brannock/Project.h>
 #include <db/DatabaseSession.h>
 #include <tarnwick/base/Progress.h>
@@ -46,7 +47,7 @@ public:
     virtual bool setLabel(int place, ellery::Axis axis, const QString &text) = 0;
     virtual void removeEntries(const QList<int> &places) = 0;
 
-    enum class Order { Row = 0, Column = 1, Entry = 2 };
+    using Order = brannock::InspPlan::Order;
     virtual Order order() const = 0;
     virtual void setOrder(Order order) = 0;
     /// Moves entries so that they stand before another. Returns the new place of the first; -1 if the order does not

@@ -4,6 +4,7 @@
 #include "TubeSets.h"
 
 #include <algorithm>
+#include <brannock/EntryOrder.h>
 #include <QFileInfo>
 #include <tarnwick/Failures.h>
 #include <tarnwick/FileWriter.h>
@@ -119,18 +120,7 @@ void ListEditor::setOrder(Order order)
 {
     prompts().status(messages::kSorting);
     m_order = order;
-    std::stable_sort(m_list.entries.begin(), m_list.entries.end(),
-                     [order](const ListFillTube &a, const ListFillTube &b) {
-                         switch (order) {
-                         case Order::Row:
-                             return std::tie(a.sec, a.row, a.col) < std::tie(b.sec, b.row, b.col);
-                         case Order::Column:
-                             return std::tie(a.sec, a.col, a.row) < std::tie(b.sec, b.col, b.row);
-                         case Order::Entry:
-                             break;
-                         }
-                         return a.entryNum < b.entryNum;
-                     });
+    brannock::sortEntries(m_list.entries, order);
     prompts().status(messages::kSorted);
 }
 

@@ -78,7 +78,7 @@ void PlanEditor::setOrder(Order order)
 {
     if (order == this->order())
         return;
-    m_plan.sort(InspPlan::Order(order));
+    m_plan.sort(order);
     m_isModified = true;
 }
 

@@ -38,7 +38,7 @@ public:
     int count() const override { return int(m_plan.entries.size()); }
     ellery::TubeAddress address(int place) const override { return m_plan.entries[place].address(); }
     bool setLabel(int place, ellery::Axis axis, const QString &text) override;
-    Order order() const override { return Order(m_plan.order); }
+    Order order() const override { return m_plan.order; }
     void setOrder(Order order) override;
     /// Adds the tubes that carry a symbol, or are selected, and that the plan does not have. Returns the place of the
     /// first new entry.

@@ -1,5 +1,7 @@
 #include "InspPlan.h"
 
+#include "EntryOrder.h"
+
 #include <algorithm>
 #include <fenwright/CellText.h>
 #include <fenwright/TableScanner.h>
@@ -172,17 +174,7 @@ void InspPlan::removeEntries(QList<int> places)
 void InspPlan::sort(Order newOrder)
 {
     order = newOrder;
-    std::stable_sort(entries.begin(), entries.end(), [newOrder](const PlanEntry &a, const PlanEntry &b) {
-        switch (newOrder) {
-        case Order::Row:
-            return std::tie(a.sec, a.row, a.col) < std::tie(b.sec, b.row, b.col);
-        case Order::Column:
-            return std::tie(a.sec, a.col, a.row) < std::tie(b.sec, b.col, b.row);
-        case Order::Entry:
-            break;
-        }
-        return a.entryNum < b.entryNum;
-    });
+    sortEntries(entries, newOrder);
 }
 
 } // namespace brannock
