@@ -73,7 +73,7 @@ QString aboutText(const ProjectSession &session, const QString &platform)
     return line(u"Program"_s, u"ARVO "_s + tarnwick::programVersion() +
                                   (sources.isEmpty() ? QString() : QString(u", sources "_s + sources))) +
            line(u"Revision"_s, brannock::TOLVENMARK_REV) +
-           line(u"Licence"_s, u"GNU General Public License, version 3 or later"_s) + u"\nLibraries\n"_s + libraries() +
+           line(u"License"_s, u"GNU General Public License, version 3 or later"_s) + u"\nLibraries\n"_s + libraries() +
            u"\nSystem\n"_s +
            line(u"Runs on"_s, QSysInfo::prettyProductName() + u", "_s + QSysInfo::kernelType() + u' ' +
                                   QSysInfo::kernelVersion() + u", "_s + QSysInfo::currentCpuArchitecture()) +

@@ -82,7 +82,11 @@ tarnwick::ProgramManual arvoManual()
 {
     return {.program = kProgram,
             .commands = {},
-            .sections = {{u"HELP"_s, u"F1 opens the user's guide."_s},
+            .sections = {{u"EXAMPLES"_s, u"arvo plant: opens the project in the folder plant.\n\n"
+                                         u"arvo plant/maps/sample.map: opens the project, then the map.\n\n"
+                                         u"arvo plant --query plant/queries/wear.qry --picture wear.png: writes a "
+                                         u"picture of the window in which the tubes of the query are marked."_s},
+                         {u"HELP"_s, u"F1 opens the user's guide."_s},
                          tarnwick::environmentSection(),
                          tarnwick::filesSection(),
                          {u"SEE ALSO"_s, u"arvo-cli(1)"_s}}};
