@@ -285,6 +285,7 @@ QWidget *HeaderDlg::makeButtons()
     auto *close = new QPushButton(u"Clos&e"_s);
     close->setObjectName(u"closeHeader"_s);
     close->setAutoDefault(false);
+    tarnwick::pressWithReturn(close);
     layout->addWidget(tarnwick::makeHelpButton(*this));
     layout->addStretch(1);
     layout->addWidget(set);

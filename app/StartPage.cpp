@@ -72,6 +72,7 @@ void StartPage::addCommand(QBoxLayout &layout, tarnwick::CommandActions &actions
     auto *button = new QCommandLinkButton(action->text(), description);
     button->setObjectName(name);
     button->setToolTip(action->toolTip());
+    button->setAutoDefault(true); // Return presses it, too
     button->setAccessibleName(action->text().remove(u'&'));
     button->setAccessibleDescription(description);
     connect(button, &QCommandLinkButton::clicked, action, &QAction::trigger);

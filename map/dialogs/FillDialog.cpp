@@ -5,6 +5,7 @@
 #include <brannock/paint/TubeArt.h>
 #include <tarnwick/gui/Guarded.h>
 #include <tarnwick/gui/Help.h>
+#include <tarnwick/gui/ReturnKey.h>
 #include <tarnwick/gui/StateKeeper.h>
 
 #include <QDialogButtonBox>
@@ -118,6 +119,7 @@ QWidget *FillDialog::makeEntryGroup()
     m_symbol->setObjectName(u"symbolButton"_s);
     m_symbol->setIconSize({kSymbolSide + kIconGap, kSymbolSide});
     m_symbol->setAutoDefault(false);
+    tarnwick::pressWithReturn(m_symbol);
     m_symbol->setToolTip(u"Choose another symbol and color for the entry"_s);
     m_label->setObjectName(u"entryLabel"_s);
     m_label->setTextFormat(Qt::PlainText);

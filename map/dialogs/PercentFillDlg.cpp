@@ -3,6 +3,7 @@
 #include "FilterGroup.h"
 
 #include <tarnwick/gui/NumberField.h>
+#include <tarnwick/gui/ReturnKey.h>
 
 #include <limits>
 #include <QCheckBox>
@@ -20,7 +21,11 @@ namespace {
 class Prompt : public QPushButton
 {
 public:
-    Prompt() { setAutoDefault(false); }
+    Prompt()
+    {
+        setAutoDefault(false);
+        tarnwick::pressWithReturn(this);
+    }
 
 protected:
     void mousePressEvent(QMouseEvent *event) override

@@ -8,6 +8,7 @@
 #include <query/Messages.h>
 #include <tarnwick/gui/ElidedLabel.h>
 #include <tarnwick/gui/Guarded.h>
+#include <tarnwick/gui/ReturnKey.h>
 #include <tarnwick/gui/StateKeeper.h>
 #include <tarnwick/gui/TableText.h>
 
@@ -163,6 +164,7 @@ void QueryPage::setOptions(const SQLOptions &options, bool hasButtons)
         button->setObjectName(u"launch%1"_s.arg(i));
         button->setToolTip(u"Open and execute \"%1\""_s.arg(tarnwick::SuitePath(files[i]).shown(u"queries"_s)));
         button->setAutoDefault(false);
+        tarnwick::pressWithReturn(button);
         connect(button, &QPushButton::clicked, this, [this, file = files[i]] { Q_EMIT launched(file); });
         m_buttons->addWidget(button, i / grid.columns, i % grid.columns);
     }
@@ -182,15 +184,30 @@ void QueryPage::check()
 {
     if (!m_setup.session.isOpen() || m_sql->hasPreview() || m_table->result().isPaused())
         return;
-    if (m_sql->isLong())
+    m_hasError = false;
+    if (m_sql->isLong()) {
+        showProblem({});
         return;
+    }
     const SqlCheck check = SqlCheck::of(m_setup.session.database(), m_sql->sql());
-    const SqlCheck::Error problem = check.error.value_or(check.remark.value_or(SqlCheck::Error()));
-    m_sql->markError(problem.part, problem.text);
-    m_problem->setLine(problem.text);
+    showProblem(check.error.value_or(check.remark.value_or(SqlCheck::Error())));
     m_hasError = check.error.has_value();
     if (!check.error)
         showParameters(check.parameters);
+}
+
+void QueryPage::beginRun()
+{
+    m_sql->endPause();
+    check();
+    if (m_hasError)
+        showProblem({});
+}
+
+void QueryPage::showProblem(const SqlCheck::Error &problem)
+{
+    m_sql->markError(problem.part, problem.text);
+    m_problem->setLine(problem.text);
 }
 
 void QueryPage::showError(const dao::SourceRange &where)

@@ -44,6 +44,9 @@ public:
     void refreshNames();
     /// Looks for the first error and the parameters of the text. Nothing is run, no box is shown.
     void check();
+    /// To be called before the text runs: shows its parameters, and takes errors back. The run finds them itself, and
+    /// what it has changed must not look like an error afterwards (the table of CREATE TABLE exists then).
+    void beginRun();
     /// Name of the query, under which values of parameters are remembered.
     void setQueryName(const QString &name) { m_name = name; }
     void showError(const dao::SourceRange &where);
@@ -65,6 +68,7 @@ Q_SIGNALS:
 private:
     void makeEditor();
     void makeStatusRow();
+    void showProblem(const SqlCheck::Error &problem);
     void showParameters(const QList<dao::sql::Parameter> &parameters);
     QString valueOf(const QString &parameter) const;
 

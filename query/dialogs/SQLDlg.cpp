@@ -9,6 +9,7 @@
 #include <query/gui/SqlFindBar.h>
 #include <query/Messages.h>
 #include <tarnwick/gui/Guarded.h>
+#include <tarnwick/gui/ReturnKey.h>
 
 #include <QApplication>
 #include <QComboBox>
@@ -79,6 +80,7 @@ void SQLDlg::makeTitleBar()
     expansion->setObjectName(u"expandButton"_s);
     expansion->setToolTip(u"Show the query with its macros expanded, as long as the button is pressed"_s);
     expansion->setAutoDefault(false);
+    tarnwick::pressWithReturn(expansion);
     connect(expansion, &QPushButton::pressed, this, [this] { tarnwick::guarded(prompts(), [this] { expand(); }); });
     connect(expansion, &QPushButton::released, this,
             [this] { tarnwick::guarded(prompts(), [this] { endExpansion(); }); });
@@ -251,7 +253,7 @@ void SQLDlg::executeOther(const QString &statement)
 void SQLDlg::runShown(const Work &work)
 {
     m_tabs->setCurrentIndex(0);
-    m_page->sql().clearError();
+    m_page->beginRun();
     m_page->showEntries({});
     m_page->setRunning(true);
     m_page->showStatement(0, 0, 0);

@@ -33,9 +33,9 @@ constexpr CommandRow namedPlaceholder(int id, int list, const char16_t *text, co
 } // namespace
 
 static constexpr CommandRow kRows[] = {
-    {NewQuery, u"&New ...", u"Begin a new query", Full},
-    {OpenQuery, u"&Open ...", u"Open a query file of the project"},
-    {SaveQuery, u"&Save", u"Save the query to its file"},
+    {NewQuery, u"&New ...", u"Begin a new query", Full, u"Ctrl+N"},
+    {OpenQuery, u"&Open ...", u"Open a query file of the project", kAlways, u"Ctrl+O"},
+    {SaveQuery, u"&Save", u"Save the query to its file", kAlways, u"Ctrl+S"},
     {SaveQueryAs, u"Save &As ...", u"Save the query to another file of the project", Full},
     {ImportQuery, u"&Import Query ...", u"Copy a query file into the project, and open it", Full},
     {ExportQuery, u"&Export Query ...", u"Write a copy of the query for other projects", Full},

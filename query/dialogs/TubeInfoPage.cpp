@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <tarnwick/gui/ReturnKey.h>
 
 using namespace Qt::StringLiterals;
 
@@ -31,8 +32,10 @@ TubeInfoPage::TubeInfoPage(ArvoOptionsEdit &edit, QWidget *parent)
     m_name->setInsertPolicy(QComboBox::NoInsert);
     m_name->setMinimumContentsLength(ArvoOptionsEdit::kNameChars);
     auto *add = new QPushButton(u"ADD"_s);
-    for (QPushButton *button : {add, m_delete})
+    for (QPushButton *button : {add, m_delete}) {
         button->setAutoDefault(false);
+        tarnwick::pressWithReturn(button);
+    }
     add->setObjectName(u"addTab"_s);
     m_delete->setObjectName(u"deleteTab"_s);
     m_sql->setObjectName(u"tabSql"_s);

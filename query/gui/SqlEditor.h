@@ -45,6 +45,8 @@ public:
 
     /// Underlines a part; the text is its tip. A part without length shows nothing.
     void markError(const TextPart &part, const QString &text);
+    /// The text as it is was checked otherwise: typingPaused() is not emitted for it.
+    void endPause() { m_pause.stop(); }
     void clearError() { markError({}, {}); }
     bool hasError() const { return m_errorPart.length > 0; }
     void moveCursor(int place);

@@ -405,9 +405,10 @@ void RepairDlg::schedule(const QList<qint32> &tubes)
     Repair pattern = edited->first();
     if (pattern.dateScheduled == offered.dateScheduled)
         pattern.dateScheduled = {}; // the time at which they are scheduled
+    const int firstNew = m_list.count();
     m_list.schedule(tubes, pattern);
     fillFilters();
-    showRows(0);
+    showRows(firstNew);
 }
 
 void RepairDlg::complete()

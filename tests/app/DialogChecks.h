@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSet>
 #include <QTest>
 
@@ -66,8 +67,8 @@ inline QList<QChar> mnemonics(QWidget &window)
 }
 
 /// What holds for every dialog: no text is cut off, each command has its action, each field and button can be reached
-/// with Tab, shows the focus, and has a name for screen readers, no two share a mnemonic, and the Help button leads to
-/// a place in the guide. The dialog must be active.
+/// with Tab, shows the focus, is pressed by Return if it is a button, and has a name for screen readers, no two share a
+/// mnemonic, and the Help button leads to a place in the guide. The dialog must be active.
 inline void checkDialog(QWidget &dialog, const QString &name)
 {
     for (const auto *actions : dialog.findChildren<tarnwick::CommandActions *>())
@@ -103,6 +104,9 @@ inline void checkDialog(QWidget &dialog, const QString &name)
             EXPECT_TRUE(std::any_of(reached.begin(), reached.end(), isReached)) << what << " by Tab";
             QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(part);
             EXPECT_TRUE(accessible && !accessible->text(QAccessible::Name).isEmpty()) << what << " has no name";
+            const auto *push = qobject_cast<const QPushButton *>(part);
+            EXPECT_TRUE(!push || push->autoDefault() || push->findChild<QObject *>(QStringLiteral("returnKey")))
+                << what << ": Return presses OK instead";
         }
     }
     if (qobject_cast<QDialog *>(&dialog) && !dialog.objectName().isEmpty()) {

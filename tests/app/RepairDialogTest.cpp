@@ -121,6 +121,7 @@ TEST_F(RepairDialogTest, SchedulesEditsCompletesAndStoresTogether)
     choose(dialog, u"Selected Tubes"_s);
     EXPECT_EQ(said.lastStatus(), u"Added 3 new repairs.");
     EXPECT_EQ(counts(dialog), u"Total 15 Selected 0 Scheduled 9 New 3 Visible 15");
+    EXPECT_EQ(dialog.findChild<tarnwick::JTableWin *>(u"repairs"_s)->currentSourceRow(), 12) << "the first new one";
 
     filter(dialog, u"typeFilter"_s, u"Tube Pull And Plug"_s);
     choose(dialog, u"Select All"_s);

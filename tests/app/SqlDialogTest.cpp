@@ -93,6 +93,23 @@ TEST_F(SqlDialogTest, RunsAndShowsErrorsInTheText)
     EXPECT_FALSE(dialog.isVisible());
 }
 
+TEST_F(SqlDialogTest, ATextThatHasRunIsNotCheckedAgain)
+{
+    query::SQLDlg dialog(setup());
+    dialog.show();
+    query::SqlEditor &sql = dialog.page().sql();
+    const auto *problem = dialog.findChild<QLabel *>(u"problem"_s);
+    sql.setSql(u"SELECT row FROM report WHERE row ="_s);
+    QTRY_VERIFY(!problem->text().isEmpty());
+    sql.setSql(u"CREATE TABLE made (a INTEGER)"_s);
+    dialog.execute();
+    QTest::qWait(1000); // longer than the pause after which a typed text is checked
+    EXPECT_EQ(problem->text(), u"") << "the table exists because of the text";
+    EXPECT_FALSE(sql.hasError());
+    said.answerWith({Answer::No, Answer::Yes});
+    dialog.reject();
+}
+
 TEST_F(SqlDialogTest, EscStopsAStatementAndNothingElse)
 {
     query::SQLDlg dialog(setup());

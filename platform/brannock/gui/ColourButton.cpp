@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QStyleOptionButton>
+#include <tarnwick/gui/ReturnKey.h>
 
 namespace brannock {
 
@@ -14,6 +15,7 @@ ColourButton::ColourButton(ColourChooser &chooser, QWidget *parent)
     , m_chooser(chooser)
 {
     setAutoDefault(false);
+    tarnwick::pressWithReturn(this);
     setColour(m_colour);
     connect(this, &QPushButton::clicked, this, &ColourButton::choose);
 }

@@ -3,6 +3,7 @@
 #include <brannock/paint/MapColours.h>
 #include <brannock/paint/TubeArt.h>
 #include <QPainter>
+#include <tarnwick/gui/ReturnKey.h>
 
 using namespace Qt::StringLiterals;
 
@@ -13,6 +14,7 @@ ColourWell::ColourWell(QWidget *parent)
 {
     setFixedSize(kSide, kSide);
     setAutoDefault(false);
+    tarnwick::pressWithReturn(this);
     setText(u"&Color ..."_s);
     setToolTip(u"Choose another color"_s);
 }

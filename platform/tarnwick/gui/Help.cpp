@@ -1,5 +1,7 @@
 #include "Help.h"
 
+#include "ReturnKey.h"
+
 #include <tarnwick/base/Installation.h>
 
 #include <QDesktopServices>
@@ -59,6 +61,7 @@ QPushButton *makeHelpButton(QDialog &dialog, const std::function<void(const QStr
     button->setObjectName(u"help"_s);
     button->setToolTip(u"Open the guide at this dialog (F1)"_s);
     button->setAutoDefault(false);
+    pressWithReturn(button);
     const auto open = [&dialog, button, report] {
         const QString problem = openGuide(dialog.objectName());
         if (problem.isEmpty())

@@ -3,6 +3,7 @@
 #include "ElidedLabel.h"
 #include "Guarded.h"
 #include "Help.h"
+#include "ReturnKey.h"
 #include "StateKeeper.h"
 
 #include <QDialogButtonBox>
@@ -72,6 +73,7 @@ QPushButton *JDialog::addButton(QBoxLayout &layout, const QString &text, const Q
     button->setObjectName(name);
     button->setToolTip(tip);
     button->setAutoDefault(false);
+    pressWithReturn(button);
     connect(button, &QPushButton::clicked, this, [this, pressed] {
         commitTyping(focusWidget());
         run(pressed);

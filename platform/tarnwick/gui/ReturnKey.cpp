@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <QToolButton>
 
+using namespace Qt::StringLiterals;
+
 namespace tarnwick {
 
 namespace {
@@ -10,10 +12,11 @@ namespace {
 class ReturnKey : public QObject
 {
 public:
-    explicit ReturnKey(QToolButton *button)
+    explicit ReturnKey(QAbstractButton *button)
         : QObject(button)
         , m_button(button)
     {
+        setObjectName(u"returnKey"_s);
         button->installEventFilter(this);
     }
 
@@ -27,20 +30,21 @@ public:
             return QObject::eventFilter(watched, event);
         if (key->isAutoRepeat())
             return true;
-        if (m_button->menu() && m_button->popupMode() == QToolButton::InstantPopup)
-            m_button->showMenu();
+        auto *tool = qobject_cast<QToolButton *>(m_button);
+        if (tool && tool->menu() && tool->popupMode() == QToolButton::InstantPopup)
+            tool->showMenu();
         else
             m_button->click();
         return true;
     }
 
 private:
-    QToolButton *m_button;
+    QAbstractButton *m_button;
 };
 
 } // namespace
 
-void pressWithReturn(QToolButton *button)
+void pressWithReturn(QAbstractButton *button)
 {
     new ReturnKey(button);
 }

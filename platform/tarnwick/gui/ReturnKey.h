@@ -1,10 +1,11 @@
 #pragma once
 
-class QToolButton;
+class QAbstractButton;
 
 namespace tarnwick {
 
-/// Return and Enter press the button while it has the focus, like Space.
-void pressWithReturn(QToolButton *button);
+/// Return and Enter press the button while it has the focus, like Space. For push buttons that must not become the
+/// default button of their dialog: otherwise Return presses the default button.
+void pressWithReturn(QAbstractButton *button);
 
 } // namespace tarnwick

@@ -1,6 +1,7 @@
 #include "TablePreviewDlg.h"
 
 #include "Help.h"
+#include "ReturnKey.h"
 
 #include <QBoxLayout>
 #include <QComboBox>
@@ -123,6 +124,7 @@ void TablePreviewDlg::addButton(QLayout &layout, const QString &text, const QStr
     auto *button = new QPushButton(text);
     button->setObjectName(name);
     button->setAutoDefault(false);
+    pressWithReturn(button);
     connect(button, &QPushButton::clicked, this, pressed);
     layout.addWidget(button);
 }

@@ -7,6 +7,7 @@
 #include "ProgressDialog.h"
 #include "TablePreviewDlg.h"
 
+#include <QDir>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -110,7 +111,16 @@ bool TablePrinting::hasRows(const Job &job, Rows rows)
 
 bool TablePrinting::print(const Job &job, Rows rows)
 {
-    return hasRows(job, rows) && choosePrinter(job) && printPages(job, rows);
+    if (!hasRows(job, rows) || !choosePrinter(job) || !printPages(job, rows))
+        return false;
+    if (printsToPdf())
+        m_prompts.status(messages::kStoredPdf, QDir::toNativeSeparators(printer().outputFileName()));
+    return true;
+}
+
+bool TablePrinting::printsToPdf()
+{
+    return printer().outputFormat() == QPrinter::PdfFormat && !printer().outputFileName().isEmpty();
 }
 
 bool TablePrinting::printPages(const Job &job, Rows rows)
@@ -119,7 +129,7 @@ bool TablePrinting::printPages(const Job &job, Rows rows)
         ProgressDialog progress(m_parent, job.name);
         const TablePrint all = pages(job, rows);
         printer().setDocName(job.name);
-        if (printer().outputFormat() == QPrinter::PdfFormat && !printer().outputFileName().isEmpty())
+        if (printsToPdf())
             return storeTablePdf(all, printer().outputFileName(), job.name, &progress);
         return all.printOn(printer(), &progress);
     });

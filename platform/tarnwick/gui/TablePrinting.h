@@ -46,6 +46,8 @@ private:
     void keepChoice();
     TablePrint pages(const Job &job, Rows rows);
     bool printPages(const Job &job, Rows rows);
+    /// Whether the chosen printer is a PDF file.
+    bool printsToPdf();
     /// Runs a print that returns the number of cells that were cut. Reports these and failures.
     bool report(const std::function<qint64()> &print);
 
