@@ -6,6 +6,7 @@
 
 #include <dao/values/Errors.h>
 #include <QScopeGuard>
+#include <utility>
 
 namespace query {
 
@@ -192,8 +193,11 @@ bool ResultGrid::setText(int row, int column, const QString &text)
     m_editedRow = -1;
     if (!m_result.setCell(row, column, typed, seen)) {
         m_prompts.status(messages::kTextNotStored, text, m_result.column(column).title);
+        m_isRefusalShown = true;
         return false;
     }
+    if (std::exchange(m_isRefusalShown, false))
+        m_prompts.showStatus({});
     return true;
 }
 

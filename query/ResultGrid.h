@@ -68,6 +68,7 @@ private:
     QueryResult &m_result;
     TableMode m_mode;
     tarnwick::UserPrompts &m_prompts;
+    bool m_isRefusalShown = false; ///< the status line tells of a text that was not stored
     int m_editedRow = -1;
     QList<dao::Value> m_seen; ///< values of the edited row when the edit began
     bool m_isGrouped = false; ///< within asOneChange()

@@ -97,6 +97,7 @@ TEST_F(ResultGridTest, EditsWhatTheUserSawAndTellsItsListener)
     EXPECT_TRUE(prompts.texts(tarnwick::RecordingPrompts::Entry::Kind::Error).last().contains(u"[3197]"));
     EXPECT_EQ(grid.text(3, 2) + grid.text(3, 3), u"7.003");
     EXPECT_TRUE(grid.setText(3, 3, u"30"_s)) << "the user has seen the record now";
+    EXPECT_EQ(prompts.lastStatus(), u"") << "of the text that was refused before";
 
     listener.allows = false;
     EXPECT_FALSE(grid.deleteRow(0));
