@@ -50,6 +50,7 @@ QueryPage::QueryPage(const QueryEditor::Setup &setup, QueryResult &result, Table
     , m_waiting(new QLabel(u"Others wait"_s))
     , m_figures(new QLabel)
     , m_entries(new QLabel)
+    , m_shownRows(new QLabel)
     , m_stop(new QPushButton(u"Stop"_s))
 {
     tarnwick::TableText::follow(m_parameters);
@@ -111,6 +112,13 @@ void QueryPage::makeStatusRow()
     m_run->setObjectName(u"run"_s);
     m_figures->setObjectName(u"figures"_s);
     m_entries->setObjectName(u"entries"_s);
+    m_shownRows->setObjectName(u"shownRows"_s);
+    m_shownRows->setToolTip(u"Rows that the filter of the table shows"_s);
+    connect(m_table, &JQueryWin::rowsChanged, this, [this] {
+        const int shown = m_table->grid().rowCount();
+        const bool isFiltered = shown < m_table->result().rowCount() && !m_table->result().isPaused();
+        m_shownRows->setText(isFiltered ? tarnwick::format(u"%D shown,", shown) : QString());
+    });
     m_waiting->setObjectName(u"waiting"_s);
     m_waiting->setToolTip(u"The database holds changes of this editor. Until OK or Cancel, other users and programs "
                           "cannot change it."_s);
@@ -134,6 +142,7 @@ void QueryPage::makeStatusRow()
     row->addSpacing(fontMetrics().averageCharWidth() * 2);
     row->addWidget(m_figures);
     row->addSpacing(fontMetrics().averageCharWidth() * 2);
+    row->addWidget(m_shownRows);
     row->addWidget(m_entries);
     static_cast<QVBoxLayout *>(layout())->addLayout(row);
 }

@@ -87,6 +87,7 @@ private:
     QLabel *m_waiting;
     QLabel *m_figures;
     QLabel *m_entries;
+    QLabel *m_shownRows;
     QPushButton *m_stop;
 };
 

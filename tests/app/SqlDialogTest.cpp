@@ -78,6 +78,11 @@ TEST_F(SqlDialogTest, RunsAndShowsErrorsInTheText)
     settle();
     picture(dialog, u"sql-editor"_s);
     EXPECT_GT(dialog.page().table().grid().rowCount(), 0);
+    const auto *shown = dialog.findChild<QLabel *>(u"shownRows"_s);
+    EXPECT_EQ(shown->text(), u"");
+    dialog.page().table().findChild<QAction *>(u"filter"_s)->trigger();
+    QTest::keyClicks(dialog.page().table().findChild<QLineEdit *>(u"filter0"_s), u"3"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown->text() == u"2 shown,"; })) << qPrintable(shown->text());
     sql.setSql(u"SELECT row, col\nFROM repor\nWHERE pcnt > 40"_s);
     dialog.execute();
     EXPECT_EQ(sql.cursorPlace(), 21);
@@ -100,7 +105,7 @@ TEST_F(SqlDialogTest, ATextThatHasRunIsNotCheckedAgain)
     query::SqlEditor &sql = dialog.page().sql();
     const auto *problem = dialog.findChild<QLabel *>(u"problem"_s);
     sql.setSql(u"SELECT row FROM report WHERE row ="_s);
-    QTRY_VERIFY(!problem->text().isEmpty());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !problem->text().isEmpty(); }));
     sql.setSql(u"CREATE TABLE made (a INTEGER)"_s);
     dialog.execute();
     QTest::qWait(1000); // longer than the pause after which a typed text is checked
