@@ -178,7 +178,7 @@ void MapPrinting::store(const tarnwick::FileChooserInfo &chooser, const QString 
     try {
         page(m_session.map().header()).save(path, paperSize(), kBitmapDpi);
         m_session.prompts().status(messages::kStoredPicture,
-                                   tarnwick::SuitePath::fromMachine(path, m_session.roots()).text());
+                                   tarnwick::SuitePath::fromMachine(path, m_session.roots()).shown());
     } catch (const brannock::PictureError &error) {
         tarnwick::showFailure(m_session.prompts(), error, notMade);
     } catch (const tarnwick::Error &error) {

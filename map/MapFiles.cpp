@@ -46,7 +46,7 @@ bool storeMap(MapDocument &document, const QString &machinePath, tarnwick::UserP
 bool mayOverwrite(const MapDocument &document, tarnwick::UserPrompts &prompts)
 {
     const auto mayReplace = [&](const tarnwick::Message &question) {
-        return prompts.question(Buttons::NoYes, question, document.file()) == Answer::Yes;
+        return prompts.question(Buttons::NoYes, question, tarnwick::SuitePath(document.file()).shown()) == Answer::Yes;
     };
     if (document.isFileChanged() && !mayReplace(messages::kAskReplaceChanged))
         return false;
@@ -59,7 +59,7 @@ bool copyMap(const QString &from, const QString &to, int tubeCount, const tarnwi
     const auto read = [&] { MapFile().readMap(from, tubeCount); };
     if (!tarnwick::attempt(prompts, read, messages::kReadMapFailed))
         return false;
-    const QString name = tarnwick::SuitePath::fromMachine(to, roots).text();
+    const QString name = tarnwick::SuitePath::fromMachine(to, roots).shown();
     if (QFileInfo::exists(to) && prompts.question(Buttons::NoYes, messages::kAskReplaceFile, name) != Answer::Yes)
         return false;
     const auto copy = [&] { tarnwick::writeFileAtomically(to, tarnwick::readFile(from)); };

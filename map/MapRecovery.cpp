@@ -117,7 +117,7 @@ RecoveryCopies::Decision MapRecovery::decide(const RecoveryCopies::Left &left, M
         return RecoveryCopies::Decision::Damaged;
     }
     const auto time = tarnwick::JDateTime::fromSeconds(left.time.toSecsSinceEpoch());
-    const QString name = kept.mapFile.isEmpty() ? u"<New>"_s : kept.mapFile;
+    const QString name = kept.mapFile.isEmpty() ? u"<New>"_s : tarnwick::SuitePath(kept.mapFile).shown();
     switch (m_prompts.question(tarnwick::Buttons::YesNoCancel, messages::kAskRestoreMap, name, time)) {
     case tarnwick::Answer::Yes:
         reportOtherModel(map, kept.map, m_prompts);

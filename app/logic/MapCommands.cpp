@@ -87,7 +87,7 @@ void MapCommands::exportMap()
     const tarnwick::PathRoots roots = m_session.roots();
     const QString path = m_choice->saveFile(map::kMapTemplateChooser, u"Export To User As"_s, roots, offeredName());
     if (!path.isEmpty() && map::exportMap(m_session.map(), path, m_session.prompts()))
-        m_session.prompts().status(map::messages::kExported, tarnwick::SuitePath::fromMachine(path, roots).text());
+        m_session.prompts().status(map::messages::kExported, tarnwick::SuitePath::fromMachine(path, roots).shown());
 }
 
 } // namespace app

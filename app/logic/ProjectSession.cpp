@@ -249,7 +249,7 @@ void ProjectSession::noteMapFile(const tarnwick::Message &status)
 {
     change(m_recent, [this] { m_recent.addMap(m_project->folder, m_map.file()); });
     notify();
-    m_prompts.status(status, m_map.file());
+    m_prompts.status(status, tarnwick::SuitePath(m_map.file()).shown());
 }
 
 void ProjectSession::updateRecoveryCopy()
