@@ -89,7 +89,8 @@ void GridHeader::paintSection(QPainter &painter, const QRect &rect, const QStrin
     option.section = std::max(column, 0);
     option.position = QStyleOptionHeader::Middle;
     option.textAlignment = Qt::AlignCenter;
-    option.state |= QStyle::State_Raised | (isEnabled() ? QStyle::State_Enabled : QStyle::State_None);
+    option.state |=
+        QStyle::State_Horizontal | QStyle::State_Raised | (isEnabled() ? QStyle::State_Enabled : QStyle::State_None);
     if (column >= 0 && column == m_pressed)
         option.state |= QStyle::State_Sunken;
     const QList<GridModel::SortKey> &keys = m_model->sortKeys();
