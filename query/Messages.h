@@ -47,6 +47,8 @@ inline constexpr Message kAskReplaceQueryFile{
 inline constexpr Message kAskUndoChanges{0,
                                          u"Cancel undoes %D changes of the database that were made in the editor:\n\n"
                                          u"%S\n\nDo you wish to undo them?"};
+inline constexpr Message kAskUndoChange{0, u"Cancel undoes a change of the database that was made in the editor:\n\n"
+                                           u"%S\n\nDo you wish to undo it?"};
 inline constexpr Message kNameOfFile{0, u"\"%S\" is a name for query files, because it ends with \".qry\"."};
 inline constexpr Message kSetQuery{0, u"Set query \"%U\"."};
 inline constexpr Message kSetVersion{0, u"Set query version %d of %d."};

@@ -51,9 +51,14 @@ bool QueryEditor::cancel()
 {
     if (!askToSave() || !askToDropRows(m_result, prompts()))
         return false;
-    if (m_transaction.changeCount() > 0 &&
-        prompts().question(tarnwick::Buttons::NoYes, messages::kAskUndoChanges, m_transaction.changeCount(),
-                           m_transaction.changes().join(u'\n')) != Answer::Yes)
+    const int count = m_transaction.changeCount();
+    const QString changes = m_transaction.changes().join(u'\n');
+    const auto mayUndo = [&] {
+        using enum tarnwick::Buttons;
+        return count == 1 ? prompts().question(NoYes, messages::kAskUndoChange, changes)
+                          : prompts().question(NoYes, messages::kAskUndoChanges, count, changes);
+    };
+    if (count > 0 && mayUndo() != Answer::Yes)
         return false;
     m_transaction.rollback();
     keepStoredTexts();

@@ -118,6 +118,9 @@ void QueryPage::makeStatusRow()
         const int shown = m_table->grid().rowCount();
         const bool isFiltered = shown < m_table->result().rowCount() && !m_table->result().isPaused();
         m_shownRows->setText(isFiltered ? tarnwick::format(u"%D shown,", shown) : QString());
+        // Rows were inserted or deleted after the run; while it runs, nothing is shown.
+        if (!m_entries->text().isEmpty() && m_table->grid().columnCount() > 0 && !m_table->result().isPaused())
+            showEntries(tarnwick::format(messages::kEntries.text, m_table->result().rowCount()));
     });
     m_waiting->setObjectName(u"waiting"_s);
     m_waiting->setToolTip(u"The database holds changes of this editor. Until OK or Cancel, other users and programs "

@@ -126,6 +126,9 @@ void SQLDlg::makeTabs()
     connect(&m_page->sql(), &SqlEditor::selectionChanged, this, [this] { actions().refresh({HasSelection}); });
     connect(&m_page->table().grid(), &QAbstractItemModel::dataChanged, this, &SQLDlg::showTransaction);
     connect(&m_page->table().grid(), &QAbstractItemModel::rowsRemoved, this, &SQLDlg::showTransaction);
+    connect(&m_page->table().grid(), &QAbstractItemModel::modelReset, this, &SQLDlg::showTransaction); // several rows
+    // The table has the same keys for its own search. In the whole window they would be ambiguous, and nothing happens.
+    actions().setPart(kTextPart, m_page->sql().parentWidget());
     // Ctrl+F goes forward to the next text.
     m_page->table().action(u"find"_s)->setShortcut(QKeySequence(u"Ctrl+Shift+F"_s));
 }

@@ -54,6 +54,8 @@ enum SqlCondition : int {
     HasMap, ///< there is a map for the rows of the result
 };
 
+constexpr int kTextPart = 1; ///< the text with its search: its keys work only while it has the focus
+
 /// The table of the editor's menus and keys.
 const tarnwick::CommandTable &sqlCommands();
 

@@ -5,6 +5,7 @@
 #include <query/dialogs/QueryPage.h>
 #include <query/dialogs/SqlCommands.h>
 #include <query/dialogs/SQLDlg.h>
+#include <query/gui/SqlFindBar.h>
 
 #include <QComboBox>
 #include <QElapsedTimer>
@@ -96,6 +97,33 @@ TEST_F(SqlDialogTest, RunsAndShowsErrorsInTheText)
     said.answerWith({Answer::No});
     dialog.reject();
     EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(SqlDialogTest, TheTableHasItsOwnSearchAndItsRowsAreCounted)
+{
+    query::SQLDlg dialog(setup());
+    dialog.show();
+    dialog.page().sql().setSql(u"SELECT * FROM report"_s);
+    dialog.execute();
+    query::JQueryWin &table = dialog.page().table();
+    const auto *entries = dialog.findChild<QLabel *>(u"entries"_s);
+    EXPECT_EQ(entries->text(), u"40 Entries");
+    table.setFocus();
+    QTest::keyClick(&table, Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget()->window(), &dialog);
+    EXPECT_TRUE(table.isAncestorOf(QApplication::focusWidget())) << "its find bar";
+    EXPECT_FALSE(dialog.page().findBar().isVisible());
+    table.setFocus();
+    QTest::keyClick(&table, Qt::Key_Down, Qt::ShiftModifier);
+    table.findChild<QAction *>(u"deleteRows"_s)->trigger();
+    EXPECT_EQ(entries->text(), u"38 Entries");
+    EXPECT_EQ(dialog.editor().transaction().changeCount(), 2);
+    EXPECT_TRUE(dialog.findChild<QLabel *>(u"waiting"_s)->isVisible());
+    dialog.page().sql().setFocus();
+    QTest::keyClick(&dialog.page().sql(), Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(dialog.page().findBar().isVisible());
+    said.answerWith({Answer::No, Answer::Yes});
+    dialog.reject();
 }
 
 TEST_F(SqlDialogTest, ATextThatHasRunIsNotCheckedAgain)
