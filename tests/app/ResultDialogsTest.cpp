@@ -59,11 +59,16 @@ protected:
             }
         }
         report.entries.emplaceBack().kind = brannock::ReportEntry::Kind::Standard;
-        const QString path = m_reports.filePath(name);
+        const QString path = reports() + u'/' + name;
         report.storeReport(path);
         return path;
     }
 
+    /// Pictures show the path of a plant.
+    QString reports() const
+    {
+        return qEnvironmentVariableIsSet("ARVO_PLANTS") ? projectFolder() + u"/reports"_s : m_reports.path();
+    }
     results::ReportImportDlg::Setup setup()
     {
         return {session().database(), session().project(), dialogs, [this] { return session().printMacros(); },
