@@ -96,6 +96,7 @@ void FormatInfoDlg::importFile()
     if (path.isEmpty() || !m_edit.importFrom(path))
         return;
     showTables();
+    showMessage(tarnwick::format(u"Read the formats of \"%S\".", path));
 }
 
 void FormatInfoDlg::exportFile()
