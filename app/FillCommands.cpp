@@ -79,7 +79,15 @@ bool FillCommands::openQueryFill(int place)
     map::QueryFillDlg dialog({m_session.map(), m_session.fillRunner(), m_session.roots()}, place,
                              map::QueryFillDlg::editorSetup(m_session.database(), m_session.queryContext(),
                                                             m_session.project().steamGen, *m_dialogs, m_parent));
-    return dialog.exec() == QDialog::Accepted;
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    // The line of the dialog has said it, and is closed.
+    const plans::MapFill &fill = m_session.map().entry(place < 0 ? m_session.map().count() - 1 : place);
+    const QString label = fill.label.trimmed();
+    const bool isFormerText = place < 0 && dialog.editor().isEditedSinceRun();
+    m_session.prompts().status(isFormerText ? map::messages::kFillOfFormerText : map::messages::kFillDone,
+                               label.isEmpty() ? fill.typeKey : label, fill.fillCount);
+    return true;
 }
 
 bool FillCommands::addQueryFile(const QString &machinePath)
