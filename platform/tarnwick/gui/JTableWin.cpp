@@ -50,6 +50,7 @@ JTableWin::JTableWin(UserPrompts &prompts, QWidget *parent)
 
 JTableWin::~JTableWin()
 {
+    const QSignalBlocker noRowsChanged(this); // listeners would see a table of a derived class that is gone
     // The base class would use the layout and the model, which are already destroyed.
     disconnect(&m_grid, nullptr, this, nullptr);
     QAbstractItemView::setModel(nullptr);
