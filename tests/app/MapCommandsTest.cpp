@@ -72,7 +72,7 @@ TEST_F(MapCommandsTest, UnsavedChangesAreAskedAboutBeforeTheyWouldBeLost)
     commands.open(dialogs.next);
     EXPECT_EQ(questions(), kAsk);
     EXPECT_EQ(session.map().entry(0).tubes, QList<qint32>{1});
-    EXPECT_EQ(said.lastStatus(), u"Opened map \"%1\"."_s.arg(session.map().file()));
+    EXPECT_EQ(said.lastStatus(), u"Opened map \"%1\"."_s.arg(tarnwick::SuitePath(session.map().file()).shown()));
 }
 
 TEST_F(MapCommandsTest, SaveGoesToTheMapsOwnFileAndSaveAsToAnother)
@@ -117,7 +117,8 @@ TEST_F(MapCommandsTest, AMapOfAnotherModelIsReplacedOnlyWhenToldTo)
     said.clear();
     said.answerWith({Answer::No, Answer::Yes});
     EXPECT_FALSE(commands.save());
-    EXPECT_EQ(questions(), u"Do you wish to replace \"%1\" by a map of the current model?"_s.arg(session.map().file()));
+    EXPECT_EQ(questions(), u"Do you wish to replace \"%1\" by a map of the current model?"_s.arg(
+                               tarnwick::SuitePath(session.map().file()).shown()));
     EXPECT_TRUE(commands.save());
     said.clear();
     EXPECT_TRUE(commands.save());
