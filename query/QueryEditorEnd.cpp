@@ -15,7 +15,6 @@ struct QueryEditor::Draft
 {
     QueryDocument document;
     QStringList texts;
-    bool isModified = false;
 
     void serialize(JFile &file)
     {
@@ -23,7 +22,6 @@ struct QueryEditor::Draft
         file.version(kVersion);
         document.serialize(file);
         file.serialize(texts);
-        file.serialize(isModified);
     }
     static Draft read(const QByteArray &bytes)
     {
@@ -80,7 +78,7 @@ QByteArray QueryEditor::draft() const
 {
     if (!m_view.isModified() && !m_versions.canMove() && m_stored.isEmpty())
         return {};
-    Draft draft{.document = m_document, .texts = m_versions.texts(), .isModified = m_view.isModified()};
+    Draft draft{.document = m_document, .texts = m_versions.texts()};
     m_view.collect(draft.document);
     for (const StoredText &stored : m_stored) {
         if (!draft.texts.contains(stored.sql))
@@ -95,7 +93,7 @@ void QueryEditor::restoreDraft(const QByteArray &bytes)
 {
     const Draft draft = Draft::read(bytes);
     m_document = draft.document;
-    show(draft.isModified);
+    show(true); // a text that was stored in a transaction has gone with it
     m_view.queriesChanged();
     m_versions.restore(draft.texts);
 }
