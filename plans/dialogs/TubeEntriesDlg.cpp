@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QInputDialog>
 #include <QLabel>
 #include <QScopeGuard>
 
@@ -68,6 +69,7 @@ void TubeEntriesDlg::bindFiles()
 
 void TubeEntriesDlg::bindRows()
 {
+    commands().bind(TypeTube, [this] { typeTube(); });
     commands().bind(PasteTubes, [this] { showEntries(m_editor.paste(QGuiApplication::clipboard()->text())); });
     commands().bind(MoveUp, [this] { move(-1); });
     commands().bind(MoveDown, [this] { move(1); });
@@ -241,6 +243,17 @@ void TubeEntriesDlg::combine(Combine how, const QString &title)
     const int before = m_grid.rowCount();
     m_editor.combine(*tubes, how);
     showEntries(how == Combine::Add ? before : 0);
+}
+
+void TubeEntriesDlg::typeTube()
+{
+    const ellery::SteamGen &component = m_editor.component();
+    QStringList axes{component.axisNames[int(ellery::Axis::Row)], component.axisNames[int(ellery::Axis::Col)]};
+    if (component.hasSections())
+        axes.prepend(component.axisNames[int(ellery::Axis::Sec)]);
+    const QString text = QInputDialog::getText(this, u"Type Tube"_s, axes.join(u' '));
+    if (!text.trimmed().isEmpty())
+        showEntries(m_editor.paste(text));
 }
 
 void TubeEntriesDlg::move(int by)

@@ -20,6 +20,7 @@ enum EntriesCommand : int {
     SaveEntries,
     SaveEntriesAs,
     PrintEntries,
+    TypeTube,
     PasteTubes,
     MoveUp,
     MoveDown,
@@ -112,6 +113,7 @@ private:
     void move(int by);
     void moveRows(const QList<int> &rows, int before);
     void print();
+    void typeTube();
     QString chooseName(const QString &title, const QString &initial);
 
     DialogSetup m_setup;

@@ -162,7 +162,7 @@ RepairDlg::RepairDlg(const Setup &setup)
     fillFilters();
     if (setup.tubes.selectedCount() > 0) {
         m_list.selectTubes(setup.tubes);
-        prompts().status(messages::kSelectedOfTubes, m_list.selection().size());
+        showMessage(tarnwick::format(messages::kSelectedOfTubes.text, m_list.selection().size()));
     }
     const QList<int> selected = m_list.selection();
     showRows(selected.isEmpty() ? 0 : selected.first());

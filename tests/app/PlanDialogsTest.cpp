@@ -17,6 +17,7 @@
 #include <QComboBox>
 #include <QDropEvent>
 #include <QGuiApplication>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -149,10 +150,20 @@ TEST_F(PlanDialogsTest, ListIsFilledStoredAndTakenIntoTheLegend)
     choose(dialog, u"Paste Tubes"_s);
     EXPECT_TRUE(said.entries().last().text.startsWith(u"Added 2 tubes. 1 lines were not understood:\n\tline 2: "_s));
     EXPECT_EQ(part<QLabel>(dialog, u"summary"_s).text(), u"14 entries, 13 different tubes");
+    inNext<QInputDialog>([&other](QInputDialog &line) {
+        line.setTextValue(u"%1 %2"_s.arg(other.row).arg(other.col));
+        line.accept();
+    });
+    dialog.show();
+    dialog.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    part<tarnwick::JTableWin>(dialog, u"listEntries"_s).setFocus();
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Insert);
+    EXPECT_EQ(part<QLabel>(dialog, u"summary"_s).text(), u"15 entries, 13 different tubes");
     part<QPlainTextEdit>(dialog, u"notes"_s).setPlainText(u"For the second shift"_s);
     name = u"Selected tubes"_s;
     choose(dialog, u"Keep Only Tubes Of ..."_s);
-    EXPECT_EQ(said.lastStatus(), u"14 tubes before, 12 now.");
+    EXPECT_EQ(said.lastStatus(), u"15 tubes before, 12 now.");
     dialogs.next = session().project().pathOf(u"tube_lists\\mine.txt"_s);
     choose(dialog, u"Save As..."_s);
     EXPECT_EQ(dialog.windowTitle(), u"File List - mine.txt");
