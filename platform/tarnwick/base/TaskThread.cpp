@@ -1,10 +1,15 @@
 #include "TaskThread.h"
 
+#include "Error.h"
+
+#include <system_error>
+
 namespace tarnwick {
 
 TaskThread::TaskThread()
-    : m_thread([this] { work(); })
-{
+try : m_thread([this] { work(); }) {
+} catch (const std::system_error &) {
+    throw Error(QStringLiteral("The system cannot start another thread."));
 }
 
 TaskThread::~TaskThread()

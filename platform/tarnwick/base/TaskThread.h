@@ -15,6 +15,7 @@ class TaskThread
 public:
     using Task = std::function<void()>;
 
+    /// Throws Error if the system cannot start a thread.
     TaskThread();
     /// Drops the tasks that have not begun and waits for the one that runs.
     ~TaskThread();
