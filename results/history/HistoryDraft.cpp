@@ -5,7 +5,7 @@
 #include <brannock/HistoryFields.h>
 #include <QScopeGuard>
 #include <QSet>
-#include <tarnwick/JFile.h>
+#include <tarnwick/TimeInFile.h>
 
 namespace results {
 
@@ -33,14 +33,7 @@ public:
     {
         m_file.serialize(value);
     }
-    void field(QStringView, tarnwick::JDateTime &time)
-    {
-        bool isSet = !time.isNull();
-        auto seconds = double(time.seconds()); // exact
-        m_file.serialize(isSet);
-        m_file.serialize(seconds);
-        time = isSet ? tarnwick::JDateTime::fromSeconds(qint64(seconds)) : tarnwick::JDateTime();
-    }
+    void field(QStringView, tarnwick::JDateTime &time) { tarnwick::serializeTime(m_file, time); }
 
 private:
     JFile &m_file;

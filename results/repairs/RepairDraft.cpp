@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <QSet>
-#include <tarnwick/JFile.h>
+#include <tarnwick/TimeInFile.h>
 
 namespace results {
 
@@ -22,11 +22,7 @@ struct Edit
 
 void serializePart(JFile &file, tarnwick::JDateTime &time)
 {
-    bool isSet = !time.isNull();
-    auto seconds = double(time.seconds()); // exact
-    file.serialize(isSet);
-    file.serialize(seconds);
-    time = isSet ? tarnwick::JDateTime::fromSeconds(qint64(seconds)) : tarnwick::JDateTime();
+    tarnwick::serializeTime(file, time);
 }
 
 template <typename T>
